@@ -1,0 +1,66 @@
+# How a room becomes a library, and the flags that all of our own code is built with.
+#
+# A room sees the headers of the rooms that it links and no others: each room exports an include root that
+# holds nothing but a link to its own folder, so that an include against the order of the house fails to compile.
+
+option(SIVRAY_BUILD_TESTS "Build the test programs" ON)
+option(SIVRAY_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
+option(SIVRAY_BUILD_FUZZERS "Build the fuzz targets (Clang only)" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+find_package(Threads REQUIRED)
+
+# Warnings and floating-point rules of our own code. No contraction: single-precision steps round one by one,
+# the same on every machine and compiler.
+add_library(sivray_options INTERFACE)
+target_compile_options(sivray_options INTERFACE
+  -Wall -Wextra -Wshadow -Wconversion -Werror -ffp-contract=off)
+target_link_libraries(sivray_options INTERFACE Threads::Threads)
+
+# sivray_room(<name> FOLDER <folder below src> [LINKS <rooms>...] [SOURCES <files>...])
+# Makes the library sivray_<name> of all sources in the folder itself (not in its sub-folders).
+function(sivray_room name)
+  cmake_parse_arguments(ROOM "" "FOLDER" "LINKS;EXTERNAL" ${ARGN})
+  set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
+  set(root "${PROJECT_BINARY_DIR}/rooms/${name}")
+  cmake_path(GET ROOM_FOLDER PARENT_PATH parent)
+  file(MAKE_DIRECTORY "${root}/${parent}")
+  file(CREATE_LINK "${folder}" "${root}/${ROOM_FOLDER}" SYMBOLIC)
+
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
+  list(TRANSFORM ROOM_LINKS PREPEND sivray_)
+  if(sources)
+    add_library(sivray_${name} STATIC ${sources} ${headers})
+    set(scope PUBLIC)
+    target_link_libraries(sivray_${name} PRIVATE sivray_options)
+  else()
+    add_library(sivray_${name} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_include_directories(sivray_${name} ${scope} "${root}")
+  target_link_libraries(sivray_${name} ${scope} ${ROOM_LINKS} ${ROOM_EXTERNAL})
+endfunction()
+
+# sivray_test(<name> [LINKS <libraries>...])
+# Makes the program test_<name> of all sources in the calling folder's <name> sub-folder.
+function(sivray_test name)
+  cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_link_libraries(test_${name} PRIVATE sivray_options ${TEST_LINKS} GTest::gtest_main GTest::gmock)
+  target_include_directories(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  add_test(NAME ${name} COMMAND test_${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+endfunction()

@@ -1,0 +1,73 @@
+// The fixed ring through which one thread hands records to another without a lock: automation, echoes, commands and
+// program changes all travel in one of these.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tesh::vimo {
+
+/// A ring of `capacity` entries that holds capacity - 1 records, for one writer and one reader at a time.
+template <typename Record>
+class LockFreeRing {
+ public:
+  /// Allocates all entries; nothing is allocated afterwards. A capacity below 2 holds no record.
+  explicit LockFreeRing(std::size_t capacity) : entries(capacity < 1 ? 1 : capacity) {}
+
+  /// Appends a record. A full ring drops it and gives false. Audio thread safe.
+  bool put(Record record) {
+    std::size_t current = writeIndex.load(std::memory_order_relaxed);
+    const std::size_t next = following(current);
+    if (next == readIndex.load(std::memory_order_acquire)) {
+      return false;
+    }
+    entries[next] = std::move(record);
+    return writeIndex.compare_exchange_strong(current, next, std::memory_order_release, std::memory_order_relaxed);
+  }
+
+  /// The oldest record without taking it, or null when the ring is empty. Reader only.
+  const Record* peek() const {
+    const std::size_t current = readIndex.load(std::memory_order_relaxed);
+    return current == writeIndex.load(std::memory_order_acquire) ? nullptr : &entries[following(current)];
+  }
+
+  /// Takes the oldest record, or gives nothing when the ring is empty. Audio thread safe.
+  std::optional<Record> take() {
+    std::size_t current = readIndex.load(std::memory_order_relaxed);
+    if (current == writeIndex.load(std::memory_order_acquire)) {
+      return std::nullopt;
+    }
+    const std::size_t next = following(current);
+    std::optional<Record> record(entries[next]);
+    readIndex.compare_exchange_strong(current, next, std::memory_order_release, std::memory_order_relaxed);
+    return record;
+  }
+
+  bool isEmpty() const { return peek() == nullptr; }
+  std::size_t capacity() const { return entries.size(); }
+
+ private:
+  std::size_t following(std::size_t index) const { return index + 1 == entries.size() ? 0 : index + 1; }
+
+  std::vector<Record> entries;
+  std::atomic<std::size_t> writeIndex{0};
+  std::atomic<std::size_t> readIndex{0};
+};
+
+/// A value with the frame at which it takes force: an engine parameter on its way to the generator, or a macro's
+/// movement on its way back to the editor.
+struct TimedValue {
+  std::uint32_t id = 0;
+  float value = 0.0F;
+  std::uint32_t frame = 0;
+  std::uint64_t object = 0;  ///< 0 for a plain value.
+};
+
+using TimedValueRing = LockFreeRing<TimedValue>;
+
+}  // namespace tesh::vimo

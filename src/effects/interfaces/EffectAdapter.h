@@ -1,0 +1,56 @@
+// Turns a small effect core, a plain class without virtual operations, into a SivrayFx.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/interfaces/SivrayFx.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Holds one core `T` and forwards to it. A core has
+///   void process(StereoBlock& block, unsigned count);
+///   int setEdit(unsigned index, int value);   // index 0 is Edit1, 1 is Edit2
+///   void reset();
+/// and, where it has them, `bool immediate`, `void setTempo(int)` and a constant
+/// `static constexpr bool kAnswersRhythmicRestart = true`.
+template <typename T>
+class EffectAdapter : public SivrayFx {
+ public:
+  void process(StereoBlock& block, unsigned count) override { core.process(block, count); }
+
+  int setParameter(unsigned index, int value) override {
+    return index < kEdit1 ? value : core.setEdit(index - kEdit1, value);
+  }
+
+  void setTempo(int tempoTenths) override {
+    if constexpr (requires(T & t) { t.setTempo(tempoTenths); }) {
+      core.setTempo(tempoTenths);
+    }
+  }
+
+  void reset() override { core.reset(); }
+
+  void setImmediate(bool on) override {
+    if constexpr (requires(T & t) { t.immediate = on; }) {
+      core.immediate = on;
+    }
+  }
+
+  void notify(int code) override {
+    if (code == kRestart || (code == kRhythmicRestart && answersRhythmicRestart())) {
+      reset();
+    }
+  }
+
+ protected:
+  T core;
+
+ private:
+  static constexpr bool answersRhythmicRestart() {
+    if constexpr (requires { T::kAnswersRhythmicRestart; }) {
+      return T::kAnswersRhythmicRestart;
+    }
+    return false;
+  }
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,37 @@
+// The three curves that turn a knob value (0 to 127) into a Q15 gain.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+using KnobTable = std::array<std::int16_t, 128>;
+
+namespace detail {
+/// trunc(32767 * (i / 127)^2), exactly, in integers.
+constexpr std::int32_t squareOfKnob(int i) { return 32767 * i * i / (127 * 127); }
+/// trunc(32767 * (1 - (1 - i / 127)^2)), exactly, in integers.
+constexpr std::int32_t convexOfKnob(int i) { return 32767 * (127 * 127 - (127 - i) * (127 - i)) / (127 * 127); }
+
+template <typename Law>
+constexpr KnobTable makeKnobTable(Law law) {
+  KnobTable table{};
+  for (int i = 0; i < 128; ++i) {
+    table[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(law(i));
+  }
+  return table;
+}
+}  // namespace detail
+
+/// 258 * i, with the last entry held to 32767.
+inline constexpr KnobTable linearTable = detail::makeKnobTable([](int i) { return i == 127 ? 32767 : 258 * i; });
+
+/// 32767 * (i / 127)^2, truncated.
+inline constexpr KnobTable squareTable = detail::makeKnobTable(detail::squareOfKnob);
+
+/// 32767 * (1 - (1 - i / 127)^2), truncated.
+inline constexpr KnobTable convexTable = detail::makeKnobTable(detail::convexOfKnob);
+
+}  // namespace tesh::bramel::plugin::sivray::effects

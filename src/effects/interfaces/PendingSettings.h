@@ -1,0 +1,58 @@
+// The hand-over of a set of settings from the thread that turns a knob to the audio thread.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+#include <mutex>
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Sample indices in a block at which pending settings are taken: multiples of this.
+inline constexpr unsigned kControlGrid = 64;
+
+/// A pending set under a mutex that is held for the copy alone, and the flag that tells the audio thread to look.
+template <typename Settings>
+class PendingSettings {
+ public:
+  PendingSettings() = default;
+
+  /// Starts with `initial` pending; it is taken at the first look when `raised` is set.
+  explicit PendingSettings(const Settings& initial, bool raised = false) : pending(initial), dirty(raised) {}
+
+  /// Puts a complete set in place. Any thread.
+  void post(const Settings& settings) {
+    const std::lock_guard lock(mutex);
+    pending = settings;
+    dirty.store(true, std::memory_order_release);
+  }
+
+  /// Raises the flag without changing the set.
+  void raise() {
+    const std::lock_guard lock(mutex);
+    dirty.store(true, std::memory_order_release);
+  }
+
+  /// Copies the pending set to `live` if one has come. Gives true when it did. Audio thread.
+  bool takeInto(Settings& live) {
+    if (!dirty.load(std::memory_order_acquire)) {
+      return false;
+    }
+    const std::lock_guard lock(mutex);
+    live = pending;
+    dirty.store(false, std::memory_order_relaxed);
+    return true;
+  }
+
+  /// A copy of the pending set. Any thread.
+  Settings peek() const {
+    const std::lock_guard lock(mutex);
+    return pending;
+  }
+
+ private:
+  mutable std::mutex mutex;
+  Settings pending{};
+  std::atomic<bool> dirty{false};
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,59 @@
+// What the multi-effector asks of each of its thirty effects.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/interfaces/StereoBlock.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Messages that reach an effect through `SivrayFx::notify`.
+enum TransportCode : int {
+  kMarloRestart = 2,    ///< A second restart code, which only the Marlo effects and the chorus/flanger answer.
+  kRestart = 5,         ///< Start over, as after `reset`.
+  kRhythmicRestart = 6  ///< A second restart code, which only the pump and the slicer answer.
+};
+
+/// Parameter indices of an effect. 0 and 1 (type and switch) belong to the multi-effector.
+enum EffectParameter : int { kEdit1 = 2, kEdit2 = 3 };
+
+/// One effect: 16-bit stereo in place at 44100 Hz. `process`, `reset`, `wake`, `sleep`, `setImmediate` and `notify`
+/// come on the audio thread; `setParameter` and `setTempo` on any thread, also while `process` runs. Nothing here
+/// allocates after construction but a first `wake`, which the multi-effector's constructor calls.
+class SivrayFx {
+ public:
+  SivrayFx() = default;
+  SivrayFx(const SivrayFx&) = delete;
+  SivrayFx& operator=(const SivrayFx&) = delete;
+  virtual ~SivrayFx() = default;
+
+  /// Processes `count` samples per channel in place; 0 leaves the block alone.
+  virtual void process(StereoBlock& block, unsigned count) = 0;
+
+  /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Gives the value that was taken.
+  virtual int setParameter(unsigned index, int value) = 0;
+
+  /// Tempo in tenths of a beat per minute, 1200 for 120.0.
+  virtual void setTempo(int tempoTenths) { static_cast<void>(tempoTenths); }
+
+  /// Puts a rhythmic clock back to its start at the next sample.
+  virtual void restartPhase() {}
+
+  /// Clears the sound state and puts smoothed values on their targets.
+  virtual void reset() = 0;
+
+  /// The effect is about to be used: claims what it needs.
+  virtual void wake() {}
+
+  /// The effect has gone out of use.
+  virtual void sleep() {}
+
+  virtual bool isAwake() const { return true; }
+
+  /// In immediate mode smoothed values go to their targets within a sample or two.
+  virtual void setImmediate(bool on) = 0;
+
+  /// A transport message, see TransportCode.
+  virtual void notify(int code) = 0;
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,36 @@
+// How an effect with long delay lines borrows them from the pool that all such effects share.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+class SivrayFxMemoryUser;
+
+/// Hands out delay memory.
+class SivrayFxMemoryAssigner {
+ public:
+  virtual ~SivrayFxMemoryAssigner() = default;
+
+  /// The area for the next effect to start: another one than the last call gave, at least as large as the largest
+  /// `requiredSamples` of all users, and not cleared. Audio thread; a user calls it first in its `reset`.
+  virtual std::int16_t* acquire() = 0;
+
+  /// Registers a user and makes room for it. Construction only: areas handed out before are void.
+  virtual void add(SivrayFxMemoryUser* user) = 0;
+};
+
+/// An effect that borrows delay memory.
+class SivrayFxMemoryUser {
+ public:
+  virtual ~SivrayFxMemoryUser() = default;
+
+  /// The number of 16-bit samples that the effect needs.
+  virtual std::size_t requiredSamples() const = 0;
+
+  SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

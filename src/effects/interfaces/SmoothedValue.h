@@ -1,0 +1,40 @@
+// The one-pole glide of a knob value: a 32-bit state that is the value shifted left by 15.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include "core/FixedPoint.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Glide factor per sample in 1/32768 in normal running: a time constant of about 320 samples.
+inline constexpr std::int32_t kGlide = 102;
+
+/// Glide factor in immediate mode: the target is reached within a sample or two.
+inline constexpr std::int32_t kGlideImmediate = 32767;
+
+/// The factor for a mode.
+constexpr std::int32_t glideFactor(bool immediate) { return immediate ? kGlideImmediate : kGlide; }
+
+/// A smoothed value. `state` is public: some laws read its fraction.
+struct SmoothedValue {
+  std::int32_t state = 0;  ///< The value, 15 fractional bits.
+
+  /// The whole part.
+  std::int32_t value() const { return state >> 15; }
+
+  /// Moves one sample towards `target` with factor `k`.
+  void glide(std::int32_t target, std::int32_t k) {
+    using namespace cofu::core;
+    state = wrapAdd(state, wrapMul(wrapSub(target, state >> 15), k));
+  }
+
+  /// Jumps to `target`.
+  void setNow(std::int32_t target) { state = cofu::core::wrapShiftLeft(target, 15); }
+
+  /// True when a further glide to `target` with factor `k` moves nothing.
+  bool restsAt(std::int32_t target) const { return value() == target; }
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,39 @@
+// Note values: their lengths, their names, the knob positions that choose them, and the step of an oscillator that is
+// locked to the tempo.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+inline constexpr std::size_t kNoteCount = 14;
+
+/// Display names from the shortest note to the longest.
+inline constexpr std::array<const char*, kNoteCount> kNoteNames{"1/64", "1/32", "1/24", "1/16", "1/12", "1/8", "1/6",
+                                                                "3/16", "1/4",  "1/3",  "3/8",  "1/2",  "3/4", "1/1"};
+
+/// Length of each note in samples at 44100 Hz and one beat per minute.
+inline constexpr std::array<std::int32_t, kNoteCount> kNoteLengths{165375,  330750,  441000,  661500,  882000,
+                                                                   1323000, 1764000, 1984500, 2646000, 3528000,
+                                                                   3969000, 5292000, 7938000, 10584000};
+
+/// The note that a delay-time knob chooses: upwards, nine knob values a note but for the eleven of "1/4".
+constexpr std::size_t delayNoteIndex(int knob) {
+  const int k = knob & 127;
+  return static_cast<std::size_t>(k < 72 ? k / 9 : (k < 83 ? 8 : (k - 83) / 9 + 9));
+}
+
+/// The note that the Freq knob of a tempo-locked oscillator chooses: downwards, so that it speeds up as it turns.
+constexpr std::size_t lfoNoteIndex(int knob) {
+  const int k = knob & 127;
+  return static_cast<std::size_t>(k < 45 ? 13 - k / 9 : (k < 56 ? 8 : 7 - (k - 56) / 9));
+}
+
+/// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that `knob` chooses at `bpm`:
+/// 2 / (length / bpm) * 2^31, truncated, in single precision. A tempo of 0 or below gives 0.
+std::int32_t tempoStep(int knob, float bpm);
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,55 @@
+// The eighteen settings of a pad, as the voices read them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace tesh::bramel::plugin::sivray {
+
+/// Parameter indices of a pad group.
+enum class PadParameter : std::uint8_t {
+  wave,
+  exAssign,
+  egMode,
+  reverse,
+  pitch,
+  pitchFine,
+  punch,
+  egTime,
+  level,
+  pan,
+  lowBoost,
+  motionSeq,
+  mute,
+  fxSend,
+  accent,
+  modDepth,
+  modSpeed,
+  modType
+};
+
+inline constexpr std::size_t kPadParameterCount = 18;
+
+/// The value vector of one pad: single words, written by whoever sets a parameter and read by the audio thread at each
+/// voice start and every 64 samples. No stage needs two of them to agree.
+class PadValues {
+ public:
+  std::int32_t operator[](PadParameter parameter) const { return at(static_cast<std::size_t>(parameter)); }
+
+  /// The word at `index`, which must be below kPadParameterCount.
+  std::int32_t at(std::size_t index) const {
+    return static_cast<std::int32_t>(words[index].load(std::memory_order_relaxed));
+  }
+
+  void set(std::size_t index, std::int32_t value) {
+    words[index].store(static_cast<std::uint32_t>(value), std::memory_order_relaxed);
+  }
+
+ private:
+  std::array<std::atomic<std::uint32_t>, kPadParameterCount> words{};
+};
+
+}  // namespace tesh::bramel::plugin::sivray
