@@ -1,0 +1,41 @@
+# Installs what packages.txt names and this machine lacks. Sourced by ./run and ./test; needs bash.
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+say() { printf '\n== %s\n' "$*"; }
+
+# install_packages FILE: every missing package of FILE, through apt-get, as root or with sudo.
+install_packages() {
+  local wanted missing=() package privileged=()
+  mapfile -t wanted < <(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "$1")
+  for package in "${wanted[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Missing packages, and no sudo to install them: ${missing[*]}" >&2; return 1; }
+    privileged=(sudo)
+  fi
+  say "Installing packages: ${missing[*]}"
+  "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+  "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# configure PRESET: only when it has not been done, or its description has changed.
+configure() {
+  local stamp="build/$1/.configured"
+  if [ ! -e "build/$1/build.ninja" ] || [ CMakePresets.json -nt "$stamp" ] || [ packages.txt -nt "$stamp" ]; then
+    say "Configuring build/$1"
+    cmake --preset "$1" --log-level=WARNING >"build-$1.log" 2>&1 || { cat "build-$1.log"; rm -f "build-$1.log"; return 1; }
+    rm -f "build-$1.log"
+    touch "$stamp"
+  fi
+}
+
+# build PRESET [TARGETS...]: configure and build.
+build() {
+  local preset="$1"
+  shift
+  configure "$preset"
+  say "Building build/$preset${*:+ ($*)}"
+  cmake --build "build/$preset" ${*:+--target "$@"}
+}
