@@ -1,0 +1,31 @@
+// A word that one thread writes while another reads it, as the single settings of the effects are.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// A value of one machine word with relaxed loads and stores, which cost what a plain variable costs. It orders nothing
+/// around it: two such words may be seen one after the other. Copies take the value at that moment.
+template <typename T>
+class Relaxed {
+ public:
+  constexpr Relaxed(T value = T{}) : word(value) {}
+  Relaxed(const Relaxed& other) : word(other.load()) {}
+  Relaxed& operator=(const Relaxed& other) { return *this = other.load(); }
+
+  Relaxed& operator=(T value) {
+    word.store(value, std::memory_order_relaxed);
+    return *this;
+  }
+
+  T load() const { return word.load(std::memory_order_relaxed); }
+  operator T() const { return load(); }
+
+ private:
+  static_assert(std::atomic<T>::is_always_lock_free);
+  std::atomic<T> word;
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects
