@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "viewmodels/BramelTooltipProvider.h"
+
+namespace tesh::bramel::tooltip {
+
+std::string BramelTooltipProvider::getParameterName(std::uint64_t) { return {}; }
+
+float BramelTooltipProvider::getValue(std::uint64_t index) {
+  return index < values.size() ? values[static_cast<std::size_t>(index)] : 0.0F;
+}
+
+void BramelTooltipProvider::setValue(std::uint64_t index, float value) {
+  if (index >= kLongestList) {
+    return;
+  }
+  if (index >= values.size()) {
+    values.resize(static_cast<std::size_t>(index) + 1);
+  }
+  values[static_cast<std::size_t>(index)] = value;
+}
+
+}  // namespace tesh::bramel::tooltip

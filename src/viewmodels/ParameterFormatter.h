@@ -1,0 +1,53 @@
+// How a normalised parameter value reads: as one of two words, as a whole number, or as a row of a table.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tesh::bramel {
+
+class ParameterFormatter {
+ public:
+  virtual ~ParameterFormatter() = default;
+
+  /// The text of a value from 0 to 1; values outside and NaN read as the nearest end.
+  virtual std::string format(float value) const = 0;
+};
+
+/// Two words: the first below 0.5, the second from 0.5 on.
+class BinaryParameterFormatter : public ParameterFormatter {
+ public:
+  BinaryParameterFormatter(std::string low, std::string high);
+  std::string format(float value) const override;
+
+ private:
+  std::string lowText;
+  std::string highText;
+};
+
+/// A whole number from `minimum` to `maximum` in steps of `step` (above 0). A range that begins below 0 prints a sign
+/// on all but 0.
+class IntegerParameterFormatter : public ParameterFormatter {
+ public:
+  IntegerParameterFormatter(std::int32_t minimum, std::int32_t maximum, std::int32_t step);
+  std::string format(float value) const override;
+
+ private:
+  std::int32_t low;
+  std::int32_t high;
+  std::int32_t increment;
+};
+
+/// A row of a table of `rowCount` strings, which the caller keeps alive.
+class TableParameterFormatter : public ParameterFormatter {
+ public:
+  TableParameterFormatter(const char* const* table, std::int32_t rowCount);
+  std::string format(float value) const override;
+
+ private:
+  const char* const* rows;
+  std::int32_t count;
+};
+
+}  // namespace tesh::bramel
