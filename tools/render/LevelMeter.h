@@ -1,0 +1,39 @@
+// Peak and RMS of everything that was rendered.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace sivray::render {
+
+class LevelMeter {
+ public:
+  void add(const float* left, const float* right, int frames) {
+    for (int i = 0; i < frames; ++i) {
+      peak = std::max({peak, std::abs(left[i]), std::abs(right[i])});
+      energy += static_cast<double>(left[i]) * static_cast<double>(left[i]) +
+                static_cast<double>(right[i]) * static_cast<double>(right[i]);
+    }
+    frameCount += frames;
+  }
+
+  std::int64_t frames() const { return frameCount; }
+
+  /// Largest absolute sample in dB of full scale; -inf for silence.
+  double peakDecibels() const { return 20.0 * std::log10(static_cast<double>(peak)); }
+
+  /// Root mean square over both channels in dB of full scale; -inf for silence.
+  double rmsDecibels() const {
+    const double samples = 2.0 * static_cast<double>(std::max<std::int64_t>(frameCount, 1));
+    return 10.0 * std::log10(energy / samples);
+  }
+
+ private:
+  float peak = 0.0F;
+  double energy = 0.0;
+  std::int64_t frameCount = 0;
+};
+
+}  // namespace sivray::render

@@ -1,0 +1,43 @@
+// A MIDI file as the renderer plays it: channel messages, tempo changes and written-out moves, each at its time.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sivray::render {
+
+/// A channel message of up to three bytes.
+struct ScoreMessage {
+  double seconds = 0.0;
+  std::array<std::uint8_t, 3> bytes{};
+  int size = 0;
+};
+
+/// A tempo that holds from its time on.
+struct ScoreTempo {
+  double seconds = 0.0;
+  double beatsPerMinute = 120.0;
+};
+
+/// A move written into the file as a text event "NAME=VALUE", such as "pad3.pitch=30" or "master=100".
+struct ScoreMove {
+  double seconds = 0.0;
+  std::string name;
+  std::string value;
+};
+
+/// All of a file, each list in the order of time; events of one time keep the order of tracks and bytes.
+struct MidiScore {
+  std::vector<ScoreMessage> messages;
+  std::vector<ScoreTempo> tempos;
+  std::vector<ScoreMove> moves;
+  double lengthSeconds = 0.0;  ///< Time of the last event of any kind.
+};
+
+/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken or holds no note.
+MidiScore readMidiScore(const std::string& path);
+
+}  // namespace sivray::render

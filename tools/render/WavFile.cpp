@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "WavFile.h"
+
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "RenderError.h"
+
+namespace sivray::render {
+
+struct WavFile::Impl {
+  std::string path;
+  juce::TemporaryFile temporary;
+  std::unique_ptr<juce::AudioFormatWriter> writer;
+  int bits;
+  std::array<std::vector<int>, 2> words;
+
+  explicit Impl(const juce::File& target, int bitsPerSample) : temporary(target), bits(bitsPerSample) {}
+
+  /// JUCE takes whole samples left-aligned in 32 bits.
+  int toWord(float sample) const {
+    const double scale = std::ldexp(1.0, bits - 1);
+    const double scaled = std::clamp(std::nearbyint(static_cast<double>(sample) * scale), -scale, scale - 1.0);
+    return static_cast<int>(scaled) * (1 << (32 - bits));
+  }
+};
+
+WavFile::WavFile(const std::string& path, double sampleRate, int bits) {
+  const juce::File target = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  impl = std::make_unique<Impl>(target, bits);
+  impl->path = path;
+  auto stream = std::make_unique<juce::FileOutputStream>(impl->temporary.getFile());
+  if (target.isDirectory() || !stream->openedOk()) {
+    throw RenderError("cannot write '" + path + "': check that its folder exists and is writable");
+  }
+  impl->writer.reset(juce::WavAudioFormat().createWriterFor(stream.get(), sampleRate, 2, bits, {}, 0));
+  if (impl->writer == nullptr) {
+    throw RenderError("cannot write '" + path + "' at " + std::to_string(sampleRate) + " Hz and " +
+                      std::to_string(bits) + " bits");
+  }
+  stream.release();  // The writer owns it now.
+}
+
+WavFile::~WavFile() = default;
+
+void WavFile::write(const float* left, const float* right, int frames) {
+  const std::array<const float*, 2> channels{left, right};
+  for (std::size_t channel = 0; channel < channels.size(); ++channel) {
+    impl->words[channel].resize(static_cast<std::size_t>(frames));
+    std::transform(channels[channel], channels[channel] + frames, impl->words[channel].begin(),
+                   [this](float sample) { return impl->toWord(sample); });
+  }
+  std::array<const int*, 2> words{impl->words[0].data(), impl->words[1].data()};
+  if (!impl->writer->write(words.data(), frames)) {
+    throw RenderError("cannot write '" + impl->path + "': the disk may be full");
+  }
+}
+
+void WavFile::finish() {
+  impl->writer.reset();
+  if (!impl->temporary.overwriteTargetFileWithTemporary()) {
+    throw RenderError("cannot write '" + impl->path + "': it cannot be replaced");
+  }
+}
+
+}  // namespace sivray::render
