@@ -1,0 +1,98 @@
+// The family's older effect interface, with a 16-bit and a floating-point path of which each can stand for the other.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/StereoBlock.h"
+
+namespace tesh::vimo {
+
+class BasicEffect;
+
+/// Left and right samples of one block, 16-bit; nothing is owned.
+using Int16Block = bramel::plugin::sivray::effects::StereoBlock;
+
+/// Left and right samples of one block, floating point with full scale 1.0; nothing is owned.
+struct FloatBlock {
+  float* left = nullptr;
+  float* right = nullptr;
+};
+
+/// What every BasicEffect keeps.
+struct BasicEffectState {
+  /// A hook that some effects call once per sample.
+  using TickListener = void (*)(BasicEffect& effect);
+
+  /// Samples per channel of one scratch run.
+  static constexpr unsigned kRunSamples = 256;
+
+  /// Scratch of one sample type: four runs, left in, right in, left out, right out.
+  template <typename Sample>
+  using Scratch = std::array<Sample, 4 * kRunSamples>;
+
+  explicit BasicEffectState(BasicEffect& owner) : effect(&owner) {}
+
+  BasicEffect* effect;
+  TickListener tickListener = nullptr;
+  std::uint8_t active = 0;
+  std::vector<bramel::plugin::sivray::effects::Relaxed<float>> parameters;
+  Scratch<float> floatScratch{};
+  Scratch<std::int16_t> int16Scratch{};
+};
+
+/// A stereo effect with parameters from 0.0 to 1.0. A concrete effect overrides `processFloat` or `processInt16` (the
+/// other then converts and calls it), and calls `initParameters` last in its constructor. `setParameter` may come on
+/// any thread, everything else that changes something on the audio thread alone.
+class BasicEffect {
+ public:
+  BasicEffect();
+  BasicEffect(const BasicEffect&) = delete;
+  BasicEffect& operator=(const BasicEffect&) = delete;
+  virtual ~BasicEffect();
+
+  virtual float preferredSampleRate() const { return 44100.0F; }
+  virtual bool supportsSampleRate(float rate) const { return rate == 44100.0F; }
+
+  virtual void reset() {}
+  virtual void activate() { state->active = 1; }
+  virtual void deactivate() { state->active = 0; }
+  virtual bool isActive() const { return state->active != 0; }
+
+  virtual unsigned parameterCount() const { return 0; }
+
+  /// The stored value, 0.0 past the end.
+  virtual float parameter(unsigned index) const;
+
+  /// Stores the value; past the end it stores nothing.
+  virtual void setParameter(unsigned index, float value);
+
+  /// True when sound may follow after the input has ended.
+  virtual bool hasTail() const { return true; }
+
+  /// Process `count` samples per channel; `in` and `out` may be the same block.
+  virtual void processFloat(FloatBlock in, FloatBlock out, unsigned count);
+  virtual void processInt16(Int16Block in, Int16Block out, unsigned count);
+
+ protected:
+  /// Makes room for `parameterCount()` values and sets each to 0.0 through the virtual `setParameter`.
+  void initParameters();
+
+  const std::unique_ptr<BasicEffectState> state;
+};
+
+/// Limited to -1.0 .. 1.0, times 32767, truncated.
+constexpr std::int16_t int16FromFloat(float sample) {
+  const float upper = sample < 1.0F ? sample : 1.0F;
+  const float limited = upper > -1.0F ? upper : -1.0F;
+  return static_cast<std::int16_t>(limited * 32767.0F);
+}
+
+/// Times 1/32767, so that full scale comes back as 1.0.
+constexpr float floatFromInt16(std::int16_t sample) { return static_cast<float>(sample) * 3.051851e-5F; }
+
+}  // namespace tesh::vimo

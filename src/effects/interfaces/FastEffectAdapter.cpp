@@ -1,0 +1,92 @@
+// When the wrapper sleeps and wakes.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/interfaces/FastEffectAdapter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tesh::vimo {
+
+namespace {
+
+/// Any sample other than 0. All bits are gathered before they are looked at, so that no branch stands in the loop.
+bool sounds(Int16Block block, unsigned count) {
+  unsigned bits = 0;
+  for (unsigned i = 0; i < count; ++i) {
+    bits |= static_cast<unsigned>(block.left[i] | block.right[i]);
+  }
+  return bits != 0;
+}
+
+bool exceeds(FloatBlock block, unsigned count, float threshold) {
+  float peak = 0.0F;
+  for (unsigned i = 0; i < count; ++i) {
+    peak = std::max(peak, std::max(std::fabs(block.left[i]), std::fabs(block.right[i])));
+  }
+  return peak > threshold;
+}
+
+template <typename Block>
+void copy(Block in, Block out, unsigned count) {
+  if (in.left != out.left) {
+    std::copy_n(in.left, count, out.left);
+  }
+  if (in.right != out.right) {
+    std::copy_n(in.right, count, out.right);
+  }
+}
+
+}  // namespace
+
+FastEffectAdapter::FastEffectAdapter(std::unique_ptr<BasicEffect> innerEffect) : inner(std::move(innerEffect)) {
+  initParameters();
+}
+
+void FastEffectAdapter::setParameter(unsigned index, float value) {
+  BasicEffect::setParameter(index, value);
+  inner->setParameter(index, value);
+}
+
+bool FastEffectAdapter::wakesWith(bool sounding) {
+  if (sounding) {
+    silentCountdown = kHoldSamples;
+    sleeping = 0;
+  }
+  return sounding;
+}
+
+void FastEffectAdapter::noteOutput(bool sounding, unsigned count) {
+  if (sounding) {
+    silentCountdown = kHoldSamples;
+  } else if (silentCountdown <= count) {
+    silentCountdown = 0;
+    sleeping = 1;
+  } else {
+    silentCountdown -= count;
+  }
+}
+
+void FastEffectAdapter::processFloat(FloatBlock in, FloatBlock out, unsigned count) {
+  if (sleeping != 0) {
+    copy(in, out, count);
+    if (!wakesWith(exceeds(in, count, kThreshold))) {
+      return;
+    }
+  }
+  inner->processFloat(in, out, count);
+  noteOutput(exceeds(out, count, kThreshold), count);
+}
+
+void FastEffectAdapter::processInt16(Int16Block in, Int16Block out, unsigned count) {
+  if (sleeping != 0) {
+    copy(in, out, count);
+    if (!wakesWith(sounds(in, count))) {
+      return;
+    }
+  }
+  inner->processInt16(in, out, count);
+  noteOutput(sounds(out, count), count);
+}
+
+}  // namespace tesh::vimo

@@ -1,0 +1,41 @@
+// A wrapper that stops running its inner effect while nothing sounds.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "effects/interfaces/BasicEffect.h"
+
+namespace tesh::vimo {
+
+/// Sleeps from the start, wakes in the very block in which sound comes in, and sleeps again after 48000 samples of
+/// silence at the output. Asleep it passes its input on. `isActive` is the wrapper's own flag, which nothing sets.
+class FastEffectAdapter : public BasicEffect {
+ public:
+  explicit FastEffectAdapter(std::unique_ptr<BasicEffect> innerEffect);
+
+  void reset() override { inner->reset(); }
+  void activate() override { inner->activate(); }
+  void deactivate() override { inner->deactivate(); }
+  unsigned parameterCount() const override { return inner->parameterCount(); }
+  void setParameter(unsigned index, float value) override;
+  bool hasTail() const override { return inner->hasTail(); }
+  void processFloat(FloatBlock in, FloatBlock out, unsigned count) override;
+  void processInt16(Int16Block in, Int16Block out, unsigned count) override;
+
+ private:
+  /// Counts the silent samples at the output; `sounding` says that these were not silent.
+  void noteOutput(bool sounding, unsigned count);
+
+  /// Wakes when the input sounds. Gives false while the wrapper goes on sleeping.
+  bool wakesWith(bool sounding);
+
+  static constexpr unsigned kHoldSamples = 48000;
+  static constexpr float kThreshold = 1e-5F;
+
+  const std::unique_ptr<BasicEffect> inner;
+  std::uint8_t sleeping = 1;
+  unsigned silentCountdown = 0;
+};
+
+}  // namespace tesh::vimo
