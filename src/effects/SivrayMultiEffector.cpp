@@ -1,0 +1,261 @@
+// The hand-over of type and switch, the crossfade between two effects and the mix with the dry sound.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/SivrayMultiEffector.h"
+
+#include <algorithm>
+
+#include "core/FixedPoint.h"
+#include "effects/interfaces/SmoothedValue.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+using cofu::core::kFullScale;
+using cofu::core::saturate;
+
+namespace {
+
+/// Parameter indices of the group.
+enum : int { kType, kSwitch, kFirstEdit, kParameterCount = 4 };
+
+/// What the crossfade position loses per sample: a fade lasts 45 samples.
+constexpr int kFadeStep = 743;
+
+/// Samples that a new effect stays in immediate mode, rounded up to the block.
+constexpr int kImmediateSamples = 44;
+
+/// Messages of the event stream.
+enum : int { kRestartRhythmic = 2, kRestartAny = 3 };
+
+constexpr bool isRhythmic(int type) { return type == kTypePump || type == kTypeSlicer || type == kTypeGrainShifter; }
+
+constexpr bool isParameter(int index) { return index >= 0 && index < kParameterCount; }
+
+/// Multiplies by the full-scale gain, which takes positive samples down by one. The product cannot leave the range.
+void scaleByFullGain(const std::int16_t* in, std::int16_t* out, int count) {
+  for (int i = 0; i < count; ++i) {
+    out[i] = static_cast<std::int16_t>((in[i] * kFullScale) >> 15);
+  }
+}
+
+/// `a` times its gain and `b` times the rest of full scale.
+constexpr std::int16_t blend(std::int32_t a, std::int32_t b, std::int32_t gainOfA) {
+  return static_cast<std::int16_t>(saturate(((a * gainOfA) >> 15) + ((b * (kFullScale - gainOfA)) >> 15)));
+}
+
+}  // namespace
+
+SivrayMultiEffector::SivrayMultiEffector() : effects(makeEffects(memory)), buffers(std::make_unique<Buffers>()) {
+  SivrayFx& first = *effectOf(kTypeShortDelay);
+  current = &first;
+  first.wake();
+  first.setParameter(kEdit1, 0);
+  first.setParameter(kEdit2, 0);
+}
+
+SivrayMultiEffector::~SivrayMultiEffector() = default;
+
+SivrayFx* SivrayMultiEffector::effectOf(int type) const {
+  return type >= 0 && type < kEffectTypeCount ? effects[static_cast<std::size_t>(type)].get() : nullptr;
+}
+
+int SivrayMultiEffector::setValue(int index, int value) {
+  if (!isParameter(index)) {
+    return 0;
+  }
+  values[static_cast<std::size_t>(index)] = value;
+  if (index == kType) {
+    if (value != pendingType.peek()) {
+      pendingType.post(value);
+    }
+  } else if (index == kSwitch) {
+    pendingSwitch.post(value == 1);
+  } else if (SivrayFx* const effect = current) {
+    effect->setParameter(static_cast<unsigned>(index), values[static_cast<std::size_t>(index)]);
+  }
+  return value;
+}
+
+int SivrayMultiEffector::value(int index) const {
+  return isParameter(index) ? values[static_cast<std::size_t>(index)].load() : 0;
+}
+
+void SivrayMultiEffector::setTempo(int tempoTenths) {
+  tempo = tempoTenths;
+  if (SivrayFx* const effect = current) {
+    effect->setTempo(tempoTenths);
+  }
+}
+
+void SivrayMultiEffector::notify(int code) {
+  if (SivrayFx* const effect = current) {
+    effect->notify(code);
+  }
+}
+
+void SivrayMultiEffector::transport(int message) {
+  if (message == kRestartAny || (message == kRestartRhythmic && isRhythmic(values[kType]))) {
+    notify(kRestart);
+  }
+}
+
+void SivrayMultiEffector::reset() {
+  switchOn = pendingSwitch.peek();
+  fading = false;
+  wetTarget = switchOn ? kFullScale : 0;
+  wetState = wetTarget << 15;
+  for (const std::unique_ptr<SivrayFx>& effect : effects) {
+    const bool awake = effect->isAwake();
+    if (!awake) {
+      effect->wake();
+    }
+    effect->reset();
+    if (!awake) {
+      effect->sleep();
+    }
+  }
+}
+
+void SivrayMultiEffector::takeSwitch() {
+  if (pendingSwitch.takeInto(switchOn)) {
+    wetTarget = switchOn ? kFullScale : 0;
+  }
+}
+
+void SivrayMultiEffector::takeType() {
+  int type = 0;
+  if (!pendingType.takeInto(type)) {
+    return;
+  }
+  // A fade that still runs is left as it stands: its old effect is dropped without a word.
+  SivrayFx* const next = effectOf(type);
+  previous = current;
+  current = next;
+  fadePosition = kFullScale;
+  fading = true;
+  immediateCounter = 0;
+  if (next == nullptr) {
+    return;
+  }
+  next->wake();
+  next->reset();
+  next->setParameter(kEdit1, values[kEdit1]);
+  next->setParameter(kEdit2, values[kEdit2]);
+  next->setTempo(tempo);
+  next->setImmediate(true);
+}
+
+void SivrayMultiEffector::process(StereoBlock& block, int count) {
+  if (count > kMaxBlock) {
+    return;
+  }
+  takeSwitch();
+  takeType();
+  if (count <= 0) {
+    return;
+  }
+  const bool onlyWet = !fading && wetTarget == kFullScale && (wetState >> 15) == kFullScale;
+  if (onlyWet) {
+    // The dry sound has no part in the mix, so that the effect may overwrite it.
+    runEffect(block, count);
+    scaleByFullGain(block.left, block.left, count);
+    scaleByFullGain(block.right, block.right, count);
+  } else {
+    std::copy_n(block.left, count, buffers->work.left.data());
+    std::copy_n(block.right, count, buffers->work.right.data());
+    crossfade(count);
+    mix(block, count);
+  }
+  countImmediate(count);
+}
+
+void SivrayMultiEffector::runEffect(StereoBlock block, int count) {
+  if (SivrayFx* const effect = current) {
+    effect->process(block, static_cast<unsigned>(count));
+  }
+}
+
+void SivrayMultiEffector::crossfade(int count) {
+  Buffers& b = *buffers;
+  if (fading) {
+    std::copy_n(b.work.left.data(), count, b.oldPath.left.data());
+    std::copy_n(b.work.right.data(), count, b.oldPath.right.data());
+    std::copy_n(b.work.left.data(), count, b.newPath.left.data());
+    std::copy_n(b.work.right.data(), count, b.newPath.right.data());
+  }
+  int done = 0;
+  while (fading && done < count) {
+    // The run is measured in steps of the position, not in samples: it covers more than the fade, and the rest of the
+    // block goes through the fade's arithmetic with the old effect at nothing.
+    const int run = std::min(count - done, (std::max(fadePosition / kFadeStep, 1) + 1) * kFadeStep);
+    fadeRun(done, run);
+    done += run;
+  }
+  if (done < count) {
+    runEffect(b.work.from(done), count - done);
+  }
+}
+
+void SivrayMultiEffector::fadeRun(int start, int length) {
+  StereoBlock oldPath = buffers->oldPath.from(start);
+  const StereoBlock newPath = buffers->newPath.from(start);
+  const StereoBlock out = buffers->work.from(start);
+  if (previous != nullptr) {
+    previous->process(oldPath, static_cast<unsigned>(length));
+  }
+  runEffect(newPath, length);
+  for (int i = 0; i < length; ++i) {
+    const std::int32_t oldGain = (fadePosition * fadePosition) >> 15;
+    out.left[i] = blend(oldPath.left[i], newPath.left[i], oldGain);
+    out.right[i] = blend(oldPath.right[i], newPath.right[i], oldGain);
+    fadePosition = std::max(fadePosition - kFadeStep, 0);
+  }
+  if (fadePosition >= 1) {
+    return;
+  }
+  fading = false;
+  if (previous != nullptr) {
+    previous->sleep();
+  }
+}
+
+void SivrayMultiEffector::mix(StereoBlock block, int count) {
+  const int glided = glideMix(block, count);
+  const int rest = count - glided;
+  const StereoBlock wet = buffers->work.from(glided);
+  if (wetTarget == 0) {
+    scaleByFullGain(block.left + glided, block.left + glided, rest);
+    scaleByFullGain(block.right + glided, block.right + glided, rest);
+  } else {
+    scaleByFullGain(wet.left, block.left + glided, rest);
+    scaleByFullGain(wet.right, block.right + glided, rest);
+  }
+}
+
+/// Mixes until the wet factor has reached its target. Gives the number of frames that took.
+int SivrayMultiEffector::glideMix(StereoBlock block, int count) {
+  const StereoBlock wet = buffers->work.from(0);
+  int i = 0;
+  for (; i < count && (wetState >> 15) != wetTarget; ++i) {
+    wetState += (wetTarget - (wetState >> 15)) * kGlide;
+    const std::int32_t gain = wetState >> 15;
+    block.left[i] = blend(wet.left[i], block.left[i], gain);
+    block.right[i] = blend(wet.right[i], block.right[i], gain);
+  }
+  return i;
+}
+
+void SivrayMultiEffector::countImmediate(int count) {
+  if (immediateCounter < 0) {
+    return;
+  }
+  immediateCounter += count;
+  if (immediateCounter < kImmediateSamples) {
+    return;
+  }
+  immediateCounter = -1;
+  if (SivrayFx* const effect = current) {
+    effect->setImmediate(false);
+  }
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects

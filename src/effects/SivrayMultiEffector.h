@@ -1,0 +1,106 @@
+// The one master effect of the instrument: thirty effects of which one is current, with the fades between them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "effects/EffectSet.h"
+#include "effects/EffectTable.h"
+#include "effects/MultiEffectorParam.h"
+#include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/SivrayFx.h"
+#include "effects/interfaces/SivrayFxMemoryManager.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Owns all effects, runs the current one, crossfades when the type changes and fades to the dry sound when the effect
+/// is switched off. `process`, `reset`, `notify` and `transport` belong to the audio thread; `setValue`, `setTempo` and
+/// the parameter group may be used on any thread at the same time. Nothing allocates after construction.
+class SivrayMultiEffector {
+ public:
+  /// Largest block that `process` accepts, in frames.
+  static constexpr int kMaxBlock = 4096;
+
+  SivrayMultiEffector();
+  SivrayMultiEffector(const SivrayMultiEffector&) = delete;
+  SivrayMultiEffector& operator=(const SivrayMultiEffector&) = delete;
+  virtual ~SivrayMultiEffector();
+
+  /// Processes `count` frames in place. A larger block than kMaxBlock passes untouched; a count of 0 or below takes
+  /// over pending changes alone.
+  void process(StereoBlock& block, int count);
+
+  /// Clears the sound of every effect and ends all fades.
+  void reset();
+
+  /// Sets Type (0), Switch (1), Edit1 (2) or Edit2 (3), unclamped. Gives the value, or 0 for another index, which is
+  /// ignored. A type outside the table leaves the sound as it is.
+  int setValue(int index, int value);
+
+  /// The value now set; 0 for a bad index.
+  int value(int index) const;
+
+  /// Tempo in tenths of a beat per minute.
+  void setTempo(int tempoTenths);
+
+  /// Hands a transport code (TransportCode) to the current effect.
+  void notify(int code);
+
+  /// A transport message of the event stream: 2 restarts the rhythmic types, 3 restarts any type.
+  void transport(int message);
+
+  MultiEffectorParam& parameter() { return parameterGroup; }
+
+ private:
+  /// Left and right samples of one largest block.
+  struct Buffer {
+    std::array<std::int16_t, kMaxBlock> left{};
+    std::array<std::int16_t, kMaxBlock> right{};
+
+    StereoBlock from(int frame) { return {left.data() + frame, right.data() + frame}; }
+  };
+
+  struct Buffers {
+    Buffer oldPath;
+    Buffer newPath;
+    Buffer work;
+  };
+
+  SivrayFx* effectOf(int type) const;
+  void takeSwitch();
+  void takeType();
+  void runEffect(StereoBlock block, int count);
+  void crossfade(int count);
+  void fadeRun(int start, int length);
+  void mix(StereoBlock block, int count);
+  int glideMix(StereoBlock block, int count);
+  void countImmediate(int count);
+
+  SivrayFxMemoryManager memory;
+  EffectSet effects;
+  std::unique_ptr<Buffers> buffers;
+
+  bool fading = false;
+  int fadePosition = 0;  ///< 32767 down to 0.
+  Relaxed<SivrayFx*> current{nullptr};
+  SivrayFx* previous = nullptr;  ///< The effect that fades out.
+
+  PendingSettings<bool> pendingSwitch{true, true};
+  bool switchOn = true;
+  std::int32_t wetTarget = 0;  ///< 32767 when the effect is on, 0 when it is off.
+  std::int32_t wetState = 0;   ///< Wet factor with 15 fractional bits.
+
+  PendingSettings<int> pendingType{kTypeShortDelay, true};
+  int immediateCounter = -1;  ///< Frames since the last load; -1 when the current effect glides as usual.
+
+  std::array<Relaxed<int>, 4> values{kTypeShortDelay, 1, 0, 0};
+  Relaxed<int> tempo{1200};
+
+  MultiEffectorParam parameterGroup{*this};
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects
