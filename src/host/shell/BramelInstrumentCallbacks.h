@@ -1,0 +1,46 @@
+// What the shell asks of the host's side and tells the editor's side. Both are held weakly and may be gone at any time.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tesh::bramel::vst {
+
+/// The way out to the host. `visibleIndex` is the host's own parameter number.
+class BramelInstrumentHostCallback {
+ public:
+  virtual ~BramelInstrumentHostCallback() = default;
+  virtual void beginEdit(std::uint64_t visibleIndex) = 0;
+  virtual void endEdit(std::uint64_t visibleIndex) = 0;
+
+  /// Sets the parameter by the host's route and tells the host.
+  virtual void automate(std::uint64_t visibleIndex, float value) = 0;
+
+  /// A message for the host's MIDI input; audio thread for what a block sends.
+  virtual void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) = 0;
+
+  /// All parameters may have changed.
+  virtual void parametersChanged() = 0;
+  virtual void programChanged() = 0;
+  virtual void keyStateChanged(int note) = 0;
+};
+
+/// The way to the editor. `parameterChanged`, `releaseUpdates` and `holdUpdates` come on the audio thread: the receiver
+/// queues and returns.
+class BramelInstrumentUICallback {
+ public:
+  virtual ~BramelInstrumentUICallback() = default;
+  virtual void holdUpdates() = 0;
+  virtual void releaseUpdates() = 0;
+  virtual void programSaved(const std::string& bankName, const std::vector<std::uint64_t>& programs) = 0;
+  virtual void programDeleted(const std::string& bankName, const std::vector<std::uint64_t>& programs) = 0;
+  virtual void programMoved(const std::string& bankName, std::uint64_t from, std::uint64_t to) = 0;
+  virtual void programChanged() = 0;
+  virtual void parameterChanged(std::uint64_t parameterId) = 0;
+  virtual void midiReceived(const std::uint8_t* data, std::size_t size) = 0;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,75 @@
+// What becomes of a MIDI message that comes in: it goes on to the engine, moves a parameter, or ends here.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+namespace tesh::bramel::vst {
+
+/// A message of up to three bytes.
+struct ShortMessage {
+  std::array<std::uint8_t, 3> bytes{};
+  std::size_t size = 0;
+};
+
+/// The verdict on a message.
+struct MidiVerdict {
+  std::optional<std::uint64_t> parameterId;  ///< The parameter that it moves, to `value`.
+  float value = 0.0F;
+  bool toEngine = false;  ///< It goes on as `message`.
+  ShortMessage message;
+};
+
+/// The value of a controller's data byte.
+inline float controllerValue(std::uint8_t data) {
+  return std::clamp(static_cast<float>(data) * 0.007874016F, 0.0F, 1.0F);  // 1 / 127.
+}
+
+/// The value of a pitch bend: the centre (lsb 0, msb 64) is 0.5.
+inline float pitchBendValue(std::uint8_t lsb, std::uint8_t msb) {
+  const int position = ((msb & 127) - 64) * 128 + (lsb & 127);
+  return std::clamp(static_cast<float>(position) * 6.103888e-5F + 0.5F, 0.0F, 1.0F);  // 1 / 16383.
+}
+
+/// Judges a message. The channel of notes and controllers is discarded; bank select, unmapped pitch bend, aftertouch,
+/// program changes and channel pressure end here. `controllerMap(key)` gives the mapped parameter or nothing, with
+/// 0xE0 as the key of pitch bend.
+template <typename ControllerMap>
+MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const ControllerMap& controllerMap) {
+  MidiVerdict verdict;
+  verdict.message.size = std::min(size, verdict.message.bytes.size());
+  std::copy_n(data, verdict.message.size, verdict.message.bytes.begin());
+  auto& [status, data1, data2] = verdict.message.bytes;
+  if (status >= 0xF0) {
+    verdict.toEngine = true;
+    return verdict;
+  }
+  status = static_cast<std::uint8_t>(status & 0xF0);
+  switch (status) {
+    case 0x80:
+    case 0x90:
+      verdict.toEngine = true;
+      break;
+    case 0xB0:
+      if (data1 == 0 || data1 == 32) {
+        break;
+      }
+      verdict.parameterId = controllerMap(data1);
+      verdict.value = controllerValue(data2);
+      verdict.toEngine = !verdict.parameterId;
+      break;
+    case 0xE0:
+      verdict.parameterId = controllerMap(std::uint8_t{0xE0});
+      verdict.value = pitchBendValue(data1, data2);
+      break;
+    default:
+      break;
+  }
+  return verdict;
+}
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,28 @@
+// The mail that carries a parameter's new value to the block routine.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace tesh::vimo {
+
+/// Marks where mail comes from; see BramelInstrument.
+using SourceId = std::array<std::uint8_t, 16>;
+
+/// What the value of an event is.
+enum class ProcessorEventTag : std::uint32_t {
+  floatValue = 0x23333266,   ///< "#23f"
+  integerValue = 0x23343675  ///< "#46u"
+};
+
+/// One parameter write. Trivially copyable: posting it allocates nothing.
+struct ProcessorEvent {
+  SourceId source{};
+  ProcessorEventTag tag = ProcessorEventTag::floatValue;
+  std::uint64_t parameterId = 0;
+  float value = 0.0F;         ///< With floatValue: normalised, 0 to 1.
+  std::uint64_t integer = 0;  ///< With integerValue.
+};
+
+}  // namespace tesh::vimo
