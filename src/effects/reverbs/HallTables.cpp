@@ -1,0 +1,60 @@
+// The rules behind the hall's computed tables. They are built once, before the first sample.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/reverbs/HallTables.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+namespace {
+
+constexpr std::size_t kKnobValues = 128;
+
+/// Delay of each comb in seconds, and the sign of its gain.
+constexpr std::array<float, kHallLanes> kCombSeconds{0.14795834F, 0.13795833F, 0.123958334F, 0.11495833F};
+constexpr std::array<float, kHallLanes> kCombSigns{32767.0F, -32767.0F, 32767.0F, -32767.0F};
+
+/// Decay by 60 dB in the time that the knob asks for. The exponent is rounded to single precision, the power is not.
+std::int16_t combGain(std::size_t lane, std::size_t knob) {
+  const float position = static_cast<float>(knob) / 127.0F;
+  const float span = position * 9.9F;
+  const float seconds = span + 0.1F;
+  const float rate = 1.0F / seconds;
+  const float exponent = rate * kCombSeconds[lane];
+  const auto gain = static_cast<float>(std::pow(0.001, static_cast<double>(exponent)));
+  return static_cast<std::int16_t>(std::max(static_cast<int>(gain * kCombSigns[lane]), -32767));
+}
+
+std::array<HallRow, kKnobValues> makeGains() {
+  std::array<HallRow, kKnobValues> gains{};
+  for (std::size_t knob = 0; knob < kKnobValues; ++knob) {
+    for (std::size_t lane = 0; lane < kHallLanes; ++lane) {
+      gains[knob][lane] = combGain(lane, knob);
+    }
+  }
+  return gains;
+}
+
+HallRow makeDampers() {
+  const double first = std::exp(-44484.953 / static_cast<double>(kHallSampleRate));
+  HallRow dampers{};
+  for (std::size_t lane = 0; lane < kHallLanes; ++lane) {
+    dampers[lane] = static_cast<std::int16_t>(kTankDelays[lane] * first / kTankDelays[0] * 32767);
+  }
+  return dampers;
+}
+
+}  // namespace
+
+const HallRow& hallDampers() {
+  static const HallRow dampers = makeDampers();
+  return dampers;
+}
+
+const HallRow& hallGains(unsigned knob) {
+  static const std::array<HallRow, kKnobValues> gains = makeGains();
+  return gains[knob & 127];
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,61 @@
+// "Hall Reverb": two diffusers into a tank of four damped combs, whose taps go through two diffusers to the sides.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "effects/interfaces/BasicEffect.h"
+#include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/SmoothedValue.h"
+#include "effects/reverbs/HallLanes.h"
+#include "effects/reverbs/HallTables.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Parameter 0 is the time, 1 the level of the wet sound, both from 0.0 to 1.0; the dry sound stays at full level. Its
+/// memory is its own, made at the first `activate` and kept. It must be reset once before it runs.
+class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
+ public:
+  SivrayFxReverbSmoothHall();
+
+  void reset() override;
+  void activate() override;
+  unsigned parameterCount() const override { return 2; }
+  void setParameter(unsigned index, float value) override;
+  bool hasTail() const override { return false; }
+  void processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) override;
+
+ private:
+  struct Settings {
+    unsigned decayKnob = 0;
+    std::int32_t level = 0;  ///< Q15.
+  };
+
+  /// What one sample hands to the next.
+  struct Flow {
+    Lanes diffuserInput{};
+    Lanes diffuserOutput{};
+    Lanes damper{};
+    std::uint32_t position = 0;  ///< Runs downwards.
+  };
+
+  void takeSettings();
+  std::int32_t diffusedInput(const Flow& flow, std::int32_t mono);
+  void step(Flow& flow, std::int32_t mono);
+  void runGrid(vimo::Int16Block in, vimo::Int16Block out, unsigned start, unsigned end);
+
+  Relaxed<unsigned> decayKnob{0};
+  Relaxed<unsigned> levelKnob{0};
+  PendingSettings<Settings> pending{Settings{}, true};
+  Settings live;
+  SmoothedValue level;
+  Lanes gains{};
+  Lanes dampers{};
+  Lanes coefficients{};
+  Flow flow;
+  std::vector<std::int16_t> memory;
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,35 @@
+// How knob values reach the hall.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
+
+#include <memory>
+
+#include "effects/reverbs/SivrayFxReverbSmoothHall.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+namespace {
+
+/// 1/127.
+constexpr float kKnobScale = 0.007874016F;
+
+}  // namespace
+
+SivrayFxReverbSmoothHallAdapter::SivrayFxReverbSmoothHallAdapter()
+    : adapter(std::make_unique<SivrayFxReverbSmoothHall>()) {}
+
+int SivrayFxReverbSmoothHallAdapter::setParameter(unsigned index, int value) {
+  if (index != kEdit1 && index != kEdit2) {
+    return 0;
+  }
+  adapter.setParameter(index - kEdit1, static_cast<float>(value) * kKnobScale);
+  return value;
+}
+
+void SivrayFxReverbSmoothHallAdapter::notify(int code) {
+  if (code == kRestart) {
+    reset();
+  }
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
