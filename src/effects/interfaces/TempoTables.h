@@ -33,7 +33,8 @@ constexpr std::size_t lfoNoteIndex(int knob) {
 }
 
 /// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that `knob` chooses at `bpm`:
-/// 2 / (length / bpm) * 2^31, truncated, in single precision. A tempo of 0 or below gives 0.
+/// 2 / (length / bpm) * 2^31, truncated, in single precision. A tempo of 0 or below gives 0, one
+/// far beyond any music the largest step.
 std::int32_t tempoStep(int knob, float bpm);
 
 }  // namespace tesh::bramel::plugin::sivray::effects

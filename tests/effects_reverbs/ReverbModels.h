@@ -1,0 +1,252 @@
+// Slow, plain models of the three reverbs: one array per line, one statement per step.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "effects/interfaces/StereoBlock.h"
+
+namespace model {
+
+using tesh::bramel::plugin::sivray::effects::StereoBlock;
+
+inline int sat(long x) { return static_cast<int>(x > 32767 ? 32767 : (x < -32767 ? -32767 : x)); }
+inline int squareKnob(int i) { return static_cast<int>(32767.0 * i * i / 16129.0); }
+inline int convexKnob(int i) { return static_cast<int>(32767.0 * (16129.0 - (127 - i) * (127 - i)) / 16129.0); }
+inline int linearKnob(int i) { return i == 127 ? 32767 : 258 * i; }
+
+/// The parts of the room and the gate reverb that are one.
+struct Network {
+  std::array<std::array<int, 4096>, 5> line{};
+  unsigned w = 0;
+
+  int& now(std::size_t k) { return line[k][w]; }
+  int back(std::size_t k, unsigned delay) const { return line[k][(w - delay) & 4095]; }
+
+  std::pair<int, int> run(int mono, int feedback) {
+    const int tap0 = ((back(0, 2669) * -32766) >> 15) * -32766 >> 15;
+    const int tap1 = ((back(1, 2824) * 32766) >> 15) * -32766 >> 15;
+    now(0) = sat(mono + ((tap0 * feedback) >> 15));
+    now(1) = sat(mono + ((tap1 * feedback) >> 15));
+    int s = sat(now(0) + now(1));
+    for (const auto& [k, delay] : {std::pair<std::size_t, unsigned>{2, 969}, {3, 2301}}) {
+      const int d = back(k, delay);
+      const int v = sat(s - ((d * 22937) >> 15));
+      now(k) = v;
+      s = sat(((v * 22937) >> 15) + d);
+    }
+    const int r = back(4, 1676);
+    now(4) = s;
+    w = (w + 1) & 4095;
+    return {s, r};
+  }
+};
+
+class Room {
+ public:
+  int edit1 = 0, edit2 = 0;
+  int pendingFeedback = 0, pendingLevel = 0, feedback = 0, level = 0;
+  int feedbackState = 0, levelState = 0, inputGain = 0;
+  bool dirty = false, immediate = false;
+  Network net;
+
+  void setParameter(unsigned index, int value) {
+    if (index != 2 && index != 3) return;
+    (index == 2 ? edit1 : edit2) = value & 127;
+    pendingFeedback = ((convexKnob(edit1) * 5) >> 4) + 20480;
+    pendingLevel = squareKnob(edit2);
+    dirty = true;
+  }
+  void setTempo(int) {}
+  void setImmediate(bool on) { immediate = on; }
+  void reset() {
+    net.line = {};
+    feedbackState = feedback << 15;
+    levelState = level << 15;
+    inputGain = ((level << 12) >> 15) + 4096;
+  }
+  void process(StereoBlock& block, unsigned count) {
+    const int k = immediate ? 32767 : 102;
+    for (unsigned i = 0; i < count; ++i) {
+      if (i % 64 == 0 && dirty) {
+        feedback = pendingFeedback;
+        level = pendingLevel;
+        dirty = false;
+      }
+      if ((levelState >> 15) != level) {
+        levelState += (level - (levelState >> 15)) * k;
+        inputGain = (((levelState >> 15) << 12) >> 15) + 4096;
+      }
+      if ((feedbackState >> 15) != feedback) feedbackState += (feedback - (feedbackState >> 15)) * k;
+      const int levelNow = levelState >> 15;
+      const int inL = block.left[i], inR = block.right[i];
+      const auto [s, r] = net.run(((inL + inR) * inputGain) >> 15, feedbackState >> 15);
+      block.right[i] = static_cast<std::int16_t>(sat(inR + ((levelNow * r) >> 15)));
+      block.left[i] = static_cast<std::int16_t>(sat(inL + ((((s * levelNow) >> 15) * 24823) >> 15)));
+    }
+  }
+};
+
+class Gate {
+ public:
+  int hold = 30, wet = 100, pendingHoldStep = 0, pendingLevel = 0, holdStep = stepOf(30), level = squareKnob(100);
+  int levelState = 0, gateState = 1, gateGain = 32767, holdCounter = 2147483647, peak = 0;
+  bool dirty = false, immediate = false;
+  Network net;
+
+  static int stepOf(int i) { return static_cast<int>(2147483647 / (44.1 * (1 + 999 * std::pow(i / 127.0, 2)))); }
+  void setParameter(unsigned index, int value) {
+    if (index != 2 && index != 3) return;
+    (index == 2 ? hold : wet) = value & 127;
+    pendingHoldStep = stepOf(hold);
+    pendingLevel = squareKnob(wet);
+    dirty = true;
+  }
+  void setTempo(int) {}
+  void setImmediate(bool on) { immediate = on; }
+  void reset() {
+    net.line = {};
+    levelState = level << 15;
+    gateState = 1;
+    gateGain = 32767;
+    holdCounter = 2147483647;
+    peak = 0;
+  }
+  void takeHold() {
+    holdCounter -= holdStep;
+    if (holdCounter < 0) {
+      holdCounter = 2147483647;
+      gateState = 2;
+    }
+  }
+  void moveGate(int inL, int inR) {
+    peak = std::max({std::abs(inL), std::abs(inR), (peak * 32741) >> 15});
+    const bool below = peak < 3276;
+    if (below && gateState != 2) {
+      gateState = 1;
+      takeHold();
+    }
+    if (!below) {
+      if (gateState != 1) gateState = 0;
+      holdCounter = 2147483647;
+      if (gateState == 1) takeHold();
+    }
+    if (gateState == 0)
+      gateGain = std::min<int>(32767, gateGain + static_cast<int>((15544301L * (39320 - gateGain)) >> 24));
+    if (gateState == 2) gateGain = static_cast<int>((16762526L * gateGain) >> 24);
+  }
+  void process(StereoBlock& block, unsigned count) {
+    for (unsigned i = 0; i < count; ++i) {
+      if (i % 64 == 0 && dirty) {
+        holdStep = pendingHoldStep;
+        level = pendingLevel;
+        dirty = false;
+      }
+      levelState += (level - (levelState >> 15)) * (immediate ? 32767 : 102);
+      const int inL = block.left[i], inR = block.right[i];
+      const auto [s, r] = net.run(((inL + inR) * 3250) >> 15, 28119);
+      moveGate(inL, inR);
+      const int levelNow = levelState >> 15;
+      block.right[i] = static_cast<std::int16_t>(sat(inR + ((((gateGain * r) >> 15) * levelNow) >> 15)));
+      const int early = ((gateGain * s) >> 15) * levelNow >> 15;
+      block.left[i] = static_cast<std::int16_t>(sat(inL + ((early * 24823) >> 15)));
+    }
+  }
+};
+
+/// With the sleep of its wrapper.
+class Hall {
+ public:
+  int decayKnob = 0, levelKnob = 0, decay = 0, level = 0, levelState = 0;
+  bool dirty = true, sleeping = true;
+  unsigned silentCountdown = 0, position = 0;
+  std::vector<int> predelay = std::vector<int>(65536);
+  std::vector<std::array<int, 4>> tank = std::vector<std::array<int, 4>>(32768);
+  std::vector<std::array<int, 4>> diffuser = std::vector<std::array<int, 4>>(16384);
+  std::array<int, 4> diffuserInput{}, diffuserOutput{}, damper{};
+
+  void setParameter(unsigned index, int value) {
+    if (index != 2 && index != 3) return;
+    (index == 2 ? decayKnob : levelKnob) = value;
+    dirty = true;
+  }
+  void setTempo(int) {}
+  void setImmediate(bool) {}
+  void reset() {
+    std::fill(predelay.begin(), predelay.end(), 0);
+    std::fill(tank.begin(), tank.end(), std::array<int, 4>{});
+    std::fill(diffuser.begin(), diffuser.end(), std::array<int, 4>{});
+    diffuserInput = diffuserOutput = damper = {};
+    levelState = linearKnob(levelKnob) << 15;
+  }
+  static int gain(std::size_t k, int knob) {
+    static constexpr std::array<float, 4> kSeconds{0.14795834F, 0.13795833F, 0.123958334F, 0.11495833F};
+    const float t = static_cast<float>(knob) / 127.0F * 9.9F + 0.1F;
+    const float power = static_cast<float>(std::pow(0.001, static_cast<double>(1.0F / t * kSeconds[k])));
+    return static_cast<int>(power * 32767.0F) * (k % 2 == 0 ? 1 : -1);
+  }
+  void process(StereoBlock& block, unsigned count) {
+    bool sound = false;
+    for (unsigned i = 0; i < count; ++i) sound = sound || block.left[i] != 0 || block.right[i] != 0;
+    if (sleeping && !sound) return;
+    if (sleeping) silentCountdown = 48000;
+    sleeping = false;
+    run(block, count);
+    sound = false;
+    for (unsigned i = 0; i < count; ++i) sound = sound || block.left[i] != 0 || block.right[i] != 0;
+    if (sound) {
+      silentCountdown = 48000;
+    } else if (silentCountdown <= count) {
+      silentCountdown = 0;
+      sleeping = true;
+    } else {
+      silentCountdown -= count;
+    }
+  }
+  void run(StereoBlock& block, unsigned count) {
+    static constexpr std::array<int, 4> kC{-18251, -16940, -17595, -17661}, kD{11949, 11141, 10011, 9284};
+    static constexpr std::array<unsigned, 4> kDiffuse{1281, 2391, 1699, 1042}, kTank{6525, 6084, 5467, 5070},
+        kA{3301, 1537, 1317, 655}, kB{2552, 2419, 1758, 1096};
+    for (unsigned n = 0; n < count; ++n) {
+      if (n % 64 == 0 && dirty) {
+        decay = decayKnob;
+        level = linearKnob(levelKnob);
+        dirty = false;
+      }
+      const unsigned i = position;
+      levelState += (level - (levelState >> 15)) * 102;
+      const int inL = std::max<int>(block.left[n], -32767), inR = std::max<int>(block.right[n], -32767);
+      const int mono = sat(((inL + inR) * 9830) >> 15);
+      predelay[i & 65535] = mono;
+      const int e = predelay[(442 + i) & 65535];
+      const int sum = sat(e + ((mono * 3932) >> 15));
+      for (std::size_t k = 0; k < 4; ++k) {
+        const int tap = diffuser[(kDiffuse[k] + i) & 16383][k];
+        const int u = ((kC[k] * tap) >> 15) + (k == 0 ? sum : diffuserInput[k]);
+        diffuser[i & 16383][k] = sat(u);
+        diffuserOutput[k] = sat(tap - ((kC[k] * u) >> 15));
+      }
+      diffuserInput[1] = diffuserOutput[0];
+      int a = 0, b = 0;
+      for (std::size_t k = 0; k < 4; ++k) {
+        const int x = sat(((tank[(kTank[k] + i) & 32767][k] * gain(k, decay)) >> 15) + diffuserOutput[1]);
+        const int z = sat((((damper[k] + x) * kD[k]) >> 15) - x);
+        damper[k] = z;
+        tank[i & 32767][k] = z;
+        a += tank[(kA[k] + i) & 32767][k];
+        b += tank[(kB[k] + i) & 32767][k];
+      }
+      diffuserInput[2] = sat(b >> 1);
+      diffuserInput[3] = sat(a >> 1);
+      const int w = levelState >> 15;
+      block.left[n] = static_cast<std::int16_t>(sat(((diffuserOutput[2] * w) >> 15) + inL));
+      block.right[n] = static_cast<std::int16_t>(sat(((diffuserOutput[3] * w) >> 15) + inR));
+      position -= 1;
+    }
+  }
+};
+
+}  // namespace model

@@ -1,0 +1,96 @@
+// The reverbs against their plain models, and what a listener would notice first.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "effects/interfaces/EffectAdapter2.h"
+#include "effects/interfaces/SivrayFxMemoryManager.h"
+#include "effects/reverbs/GateReverb.h"
+#include "effects/reverbs/HallTables.h"
+#include "effects/reverbs/SivrayFxReverb.h"
+#include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
+#include "effects_interfaces/EffectScene.h"
+#include "effects_reverbs/ReverbModels.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+namespace {
+
+TEST(Reverbs, RoomSoundsAsItsPlainModel) {
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    SivrayFxMemoryManager memory;
+    SivrayFxReverb fast;
+    memory.add(&fast);
+    model::Room plain;
+    scene::expectSameSound(fast, plain, seed, 250);
+  }
+}
+
+TEST(Reverbs, GateSoundsAsItsPlainModel) {
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    SivrayFxMemoryManager memory;
+    EffectAdapter2<GateReverb> fast;
+    memory.add(&fast);
+    model::Gate plain;
+    scene::expectSameSound(fast, plain, seed, 250);
+  }
+}
+
+TEST(Reverbs, HallSoundsAsItsPlainModel) {
+  for (unsigned seed = 1; seed <= 4; ++seed) {
+    SivrayFxReverbSmoothHallAdapter fast;
+    model::Hall plain;
+    scene::expectSameSound(fast, plain, seed, 250);
+  }
+}
+
+TEST(Reverbs, HallTablesHoldTheNumbersOfTheRunningRate) {
+  EXPECT_EQ(kDiffuserDelays, (HallDelays{1281, 2391, 1699, 1042}));
+  EXPECT_EQ(kTankDelays, (HallDelays{6525, 6084, 5467, 5070}));
+  EXPECT_EQ(kTapsA, (HallDelays{3301, 1537, 1317, 655}));
+  EXPECT_EQ(kTapsB, (HallDelays{2552, 2419, 1758, 1096}));
+  EXPECT_EQ(hallDampers(), (HallRow{11949, 11141, 10011, 9284}));
+  EXPECT_LT(hallGains(0)[0], 2);
+  EXPECT_NEAR(hallGains(127)[0], 32767 * std::pow(0.001, 0.014795834), 1.0);
+  for (unsigned knob = 1; knob < 128; ++knob) {
+    EXPECT_GT(hallGains(knob)[0], hallGains(knob - 1)[0]);
+    EXPECT_LT(hallGains(knob)[3], hallGains(knob - 1)[3]);
+  }
+}
+
+TEST(Reverbs, RoomAtLevelNothingGivesTheInput) {
+  SivrayFxMemoryManager memory;
+  SivrayFxReverb room;
+  memory.add(&room);
+  room.reset();
+  room.setParameter(kEdit1, 127);
+  scene::Dice dice(3);
+  for (int b = 0; b < 10; ++b) {
+    scene::Stereo s = dice.input(1000);
+    std::replace(s.left.begin(), s.left.end(), std::int16_t{-32768}, std::int16_t{-32767});
+    std::replace(s.right.begin(), s.right.end(), std::int16_t{-32768}, std::int16_t{-32767});
+    const scene::Stereo before = s;
+    StereoBlock block = s.block();
+    room.process(block, 1000);
+    ASSERT_EQ(s, before);
+  }
+}
+
+TEST(Reverbs, GateHoldsForTheTimeOfItsKnobAndThenCloses) {
+  constexpr int kHoldStep = 2147483647 / 1000;
+  ReverbGate gate;
+  for (int i = 0; i < 1000; ++i) {
+    ASSERT_EQ(gate.step(0, 0, kHoldStep), 32767);
+  }
+  int gain = 32767;
+  for (int i = 0; i < 2000; ++i) {
+    const int next = gate.step(0, 0, kHoldStep);
+    ASSERT_LE(next, gain);
+    gain = next;
+  }
+  EXPECT_LT(gain, 5700);
+  EXPECT_GT(gate.step(3276, 0, kHoldStep), gain) << "a peak at the threshold opens it";
+}
+
+}  // namespace
+
+}  // namespace tesh::bramel::plugin::sivray::effects
