@@ -1,0 +1,61 @@
+// The tube stage's curve. Every step is single precision but for the exponential itself.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/dynamics/Kilnode.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "effects/dynamics/Exponential.h"
+
+namespace tesh::bramel::plugin::fxkit {
+
+namespace {
+
+constexpr float kGlide = 0.003F;
+
+/// The two halves of the wave saturate at slightly different heights.
+constexpr float kUpperHeight = 0.755F;
+constexpr float kLowerHeight = 0.765F;
+
+float bent(float x) {
+  const float rise = 1.0F - exponentialOfNegative(-6.0F * std::fabs(x));
+  return x >= 0.0F ? rise * kUpperHeight : -rise * kLowerHeight;
+}
+
+float tube(float in, float drive, float mix) {
+  const float y = bent(drive * in * 12.0F);
+  return std::clamp((1.0F - mix) * in + mix * y, -1.0F, 1.0F);
+}
+
+}  // namespace
+
+Kilnode::Kilnode() { initParameters(); }
+
+void Kilnode::reset() {
+  drive = driveTarget;
+  mix = mixTarget;
+}
+
+void Kilnode::setParameter(unsigned index, float value) {
+  BasicEffect::setParameter(index, value);
+  if (index == 0) {
+    driveTarget = value * 0.25F;
+    mixTarget = value;
+  }
+}
+
+void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned count) {
+  const float driveTo = driveTarget;
+  const float mixTo = mixTarget;
+  for (unsigned i = 0; i < count; ++i) {
+    if (state->tickListener != nullptr) {
+      state->tickListener(*this);
+    }
+    drive += (driveTo - drive) * kGlide;
+    mix += (mixTo - mix) * kGlide;
+    out.left[i] = tube(in.left[i], drive, mix);
+    out.right[i] = tube(in.right[i], drive, mix);
+  }
+}
+
+}  // namespace tesh::bramel::plugin::fxkit

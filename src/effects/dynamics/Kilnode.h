@@ -1,0 +1,29 @@
+// The tube stage: a curve of exponentials, mixed with the input.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/BasicEffect.h"
+
+namespace tesh::bramel::plugin::fxkit {
+
+/// A tube stage with one parameter, its gain (0.0 to 1.0), which sets drive and mix at once.
+class Kilnode : public vimo::BasicEffect {
+ public:
+  Kilnode();
+
+  /// Puts drive and mix on their targets.
+  void reset() override;
+
+  unsigned parameterCount() const override { return 1; }
+  void setParameter(unsigned index, float value) override;
+  void processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned count) override;
+
+ private:
+  sivray::effects::Relaxed<float> driveTarget = 0.0F;
+  sivray::effects::Relaxed<float> mixTarget = 0.0F;
+  float drive = 0.0F;
+  float mix = 0.0F;
+};
+
+}  // namespace tesh::bramel::plugin::fxkit

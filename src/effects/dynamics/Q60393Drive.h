@@ -1,0 +1,45 @@
+// Drive: bends the wave over above a threshold that sinks as the drive rises, with feedback of the last output.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/SmoothedValue.h"
+#include "effects/interfaces/StereoBlock.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// The core of "Drive": Edit1 is the drive, Edit2 the output level.
+class Q60393Drive {
+ public:
+  Q60393Drive();
+
+  void process(StereoBlock& block, unsigned count);
+
+  /// Index 0 drive, 1 level; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
+  int setEdit(unsigned index, int value);
+
+  void reset();
+
+  bool immediate = false;
+
+ private:
+  struct Channel {
+    std::int32_t preEmphasis = 0;
+    std::int32_t lastOutput = 0;
+  };
+
+  template <bool kResting>
+  void render(std::int16_t* left, std::int16_t* right, unsigned count, std::int32_t driveTo, std::int32_t levelTo);
+
+  Relaxed<std::int32_t> driveTarget;
+  Relaxed<std::int32_t> levelTarget;
+  SmoothedValue drive;
+  SmoothedValue level;
+  SmoothedValue threshold;
+  Channel leftChannel;
+  Channel rightChannel;
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,32 @@
+// The tube stage as an effect of the list.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/interfaces/FastEffectAdapter.h"
+#include "effects/interfaces/SivrayFx.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// "Kiln Force": Edit1 is the gain of the tube; Edit2 has no use. It sleeps through silence.
+class SivrayFxKilnode : public SivrayFx {
+ public:
+  SivrayFxKilnode();
+
+  void process(StereoBlock& block, unsigned count) override { adapter.processInt16(block, block, count); }
+
+  /// Index 2 is masked to 7 bits and given back; other indices give 0.
+  int setParameter(unsigned index, int value) override;
+
+  /// The tube keeps no sound; its smoothed values go on gliding.
+  void reset() override {}
+
+  /// Immediate mode puts the smoothed values on their targets once.
+  void setImmediate(bool on) override;
+
+  void notify(int) override {}
+
+ private:
+  vimo::FastEffectAdapter adapter;
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,69 @@
+// Phaser: four all-pass stages per channel on a mono input, moved by a triangle.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/SmoothedValue.h"
+#include "effects/interfaces/StereoBlock.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// The core of "Phaser": Edit1 is the speed, Edit2 the depth.
+class Q60393Phaser {
+ public:
+  Q60393Phaser();
+
+  void process(StereoBlock& block, unsigned count);
+
+  /// Index 0 speed, 1 depth, 2 manual (masked to 7 bits), 3 resonance, 4 dry/wet (limited to -127 .. 127). Gives the
+  /// value that was taken, 0 for other indices. Any thread.
+  int setEdit(unsigned index, int value);
+
+  void reset();
+
+  bool immediate = false;
+
+ private:
+  /// One channel's stage memories: the input of the first all-pass and the outputs of all four.
+  using Stages = std::array<std::int32_t, 5>;
+
+  /// What one sample of both channels needs besides the stages.
+  struct Moment {
+    std::int32_t depth;
+    std::int32_t manual;
+    std::int32_t resonance;
+    std::int32_t mix;
+    std::int32_t dryGain;
+  };
+
+  struct Targets {
+    std::int32_t depth;
+    std::int32_t manual;
+    std::int32_t resonance;
+    std::int32_t mix;
+  };
+
+  Targets targets() const;
+  Moment moment() const;
+  void glide(const Targets& to, std::int32_t k);
+  bool restsAt(const Targets& to) const;
+  static std::int16_t step(Stages& stages, const Moment& now, std::int32_t phase, std::int32_t x);
+
+  Relaxed<std::int32_t> lfoStep;
+  Relaxed<std::int32_t> depthTarget;
+  Relaxed<std::int32_t> manualTarget;
+  Relaxed<std::int32_t> resonanceTarget;
+  Relaxed<std::int32_t> mixTarget;
+  SmoothedValue depth;
+  SmoothedValue manual;
+  SmoothedValue resonance;
+  SmoothedValue mix;
+  std::int32_t phase = 0;
+  Stages left{};
+  Stages right{};
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects
