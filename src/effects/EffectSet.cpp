@@ -2,21 +2,63 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/EffectSet.h"
 
+#include "effects/delays/SivrayFxBpmSyncDelay.h"
+#include "effects/delays/SivrayFxShortDelay.h"
+#include "effects/interfaces/EffectAdapter2.h"
 #include "effects/interfaces/SivrayFxBypass.h"
+#include "effects/reverbs/GateReverb.h"
+#include "effects/reverbs/SivrayFxReverb.h"
+#include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-constexpr std::array<int, kEffectTypeCount> kConstructionOrder{
-    0, 1, 2, 3, 12, 13, 11, 14, 15, 4, 22, 21, 23, 17, 25, 26, 27, 29, 24, 6, 7, 5, 18, 20, 19, 16, 8, 28, 9, 10};
+constexpr std::array<int, kEffectTypeCount> kConstructionOrder{0,  1,  2,  3,  12, 13, 11, 14, 15, 4,
+                                                               22, 21, 23, 17, 25, 26, 27, 29, 24, 6,
+                                                               7,  5,  18, 20, 19, 16, 8,  28, 9,  10};
 
-std::unique_ptr<SivrayFx> makeEffect(int type) {
-  switch (type) {
-    default:
-      return std::make_unique<SivrayFxBypass>();
-  }
+using Maker = std::unique_ptr<SivrayFx> (*)();
+
+/// Makes an `Effect`, with its mode where it has several.
+template <typename Effect, int... Mode>
+std::unique_ptr<SivrayFx> make() {
+  return std::make_unique<Effect>(Mode...);
 }
+
+/// By type id.
+constexpr std::array<Maker, kEffectTypeCount> kMakers{
+    make<SivrayFxBypass>,                   // 0
+    make<SivrayFxBypass>,                   // 1
+    make<SivrayFxBypass>,                   // 2
+    make<SivrayFxBypass>,                   // 3
+    make<SivrayFxBypass>,                   // 4
+    make<SivrayFxBypass>,                   // 5
+    make<SivrayFxBypass>,                   // 6
+    make<SivrayFxBypass>,                   // 7
+    make<SivrayFxBypass>,                   // 8
+    make<SivrayFxBypass>,                   // 9
+    make<SivrayFxBypass>,                   // 10
+    make<SivrayFxBypass>,                   // 11
+    make<SivrayFxShortDelay>,               // 12
+    make<SivrayFxBpmSyncDelay>,             // 13
+    make<SivrayFxReverb>,                   // 14
+    make<SivrayFxReverbSmoothHallAdapter>,  // 15
+    make<EffectAdapter2<GateReverb>>,       // 16
+    make<SivrayFxBypass>,                   // 17
+    make<SivrayFxBypass>,                   // 18
+    make<SivrayFxBypass>,                   // 19
+    make<SivrayFxBypass>,                   // 20
+    make<SivrayFxBypass>,                   // 21
+    make<SivrayFxBypass>,                   // 22
+    make<SivrayFxBypass>,                   // 23
+    make<SivrayFxBypass>,                   // 24
+    make<SivrayFxBypass>,                   // 25
+    make<SivrayFxBypass>,                   // 26
+    make<SivrayFxBypass>,                   // 27
+    make<SivrayFxBypass>,                   // 28
+    make<SivrayFxBypass>,                   // 29
+};
 
 }  // namespace
 
@@ -24,7 +66,7 @@ EffectSet makeEffects(SivrayFxMemoryAssigner& memory) {
   EffectSet effects;
   for (const int type : kConstructionOrder) {
     std::unique_ptr<SivrayFx>& effect = effects[static_cast<std::size_t>(type)];
-    effect = makeEffect(type);
+    effect = kMakers[static_cast<std::size_t>(type)]();
     if (auto* const user = dynamic_cast<SivrayFxMemoryUser*>(effect.get())) {
       memory.add(user);
     }

@@ -1,0 +1,170 @@
+// The cost of every effect alone, of the master effect around it, and of a type change.
+//
+//   bench_effects                          time per frame and per change (Google Benchmark)
+//   bench_effects count TYPE BLOCKS alone  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames of sound and
+//   ends, bench_effects count TYPE BLOCKS whole  alone or inside the master effect: two runs under an instruction
+//   counter that bench_effects count TYPE BLOCKS quiet  differ in BLOCKS give the cost of a frame. `quiet` is silence
+//   after sound.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "effects/EffectSet.h"
+#include "effects/SivrayMultiEffector.h"
+
+namespace {
+
+using namespace tesh::bramel::plugin::sivray::effects;
+
+constexpr int kFrames = 512;
+constexpr int kKnob1 = 70;
+constexpr int kKnob2 = 90;
+
+/// Drum-like input: decaying noise, the same in every block.
+class Input {
+ public:
+  Input() {
+    std::uint32_t seed = 1;
+    for (int i = 0; i < kFrames; ++i) {
+      seed = seed * 1664525 + 1013904223;
+      const int level = 24000 - 40 * i;
+      left[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(static_cast<int>(seed >> 17) * level / 32768);
+      right[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(level - (static_cast<int>(seed >> 20) & 4095));
+    }
+  }
+
+  void silence() {
+    left.fill(0);
+    right.fill(0);
+  }
+
+  StereoBlock copy() {
+    workLeft = left;
+    workRight = right;
+    return {workLeft.data(), workRight.data()};
+  }
+
+ private:
+  std::array<std::int16_t, kFrames> left{};
+  std::array<std::int16_t, kFrames> right{};
+  std::array<std::int16_t, kFrames> workLeft{};
+  std::array<std::int16_t, kFrames> workRight{};
+};
+
+/// One effect with its knobs set and at rest.
+struct Alone {
+  explicit Alone(int type) : effects(makeEffects(memory)), effect(*effects[static_cast<std::size_t>(type)]) {
+    effect.wake();
+    effect.reset();
+    effect.setParameter(kEdit1, kKnob1);
+    effect.setParameter(kEdit2, kKnob2);
+    effect.setTempo(1200);
+  }
+
+  void run(StereoBlock block) { effect.process(block, kFrames); }
+
+  SivrayFxMemoryManager memory;
+  EffectSet effects;
+  SivrayFx& effect;
+};
+
+/// The master effect with one type set.
+struct Whole {
+  explicit Whole(int type) {
+    master.setValue(0, type);
+    master.setValue(2, kKnob1);
+    master.setValue(3, kKnob2);
+    master.reset();
+  }
+
+  void run(StereoBlock block) { master.process(block, kFrames); }
+
+  SivrayMultiEffector master;
+};
+
+/// Long enough for the slowest glide.
+template <typename Subject>
+void settle(Subject& subject, Input& input) {
+  for (int i = 0; i < 200; ++i) {
+    subject.run(input.copy());
+  }
+}
+
+template <typename Subject>
+void frames(benchmark::State& state, int type) {
+  Subject subject(type);
+  Input input;
+  settle(subject, input);
+  for (auto _ : state) {
+    subject.run(input.copy());
+  }
+  state.SetItemsProcessed(state.iterations() * kFrames);
+}
+
+void changeType(benchmark::State& state, int type) {
+  Whole subject(0);
+  Input input;
+  for (auto _ : state) {
+    state.PauseTiming();
+    subject.master.setValue(0, 0);
+    subject.run(input.copy());
+    subject.master.setValue(0, type);
+    StereoBlock block = input.copy();
+    state.ResumeTiming();
+    subject.master.process(block, 0);
+  }
+}
+
+template <typename Subject>
+void count(int type, int blocks, bool quiet) {
+  Subject subject(type);
+  Input input;
+  settle(subject, input);
+  if (quiet) {
+    input.silence();
+    settle(subject, input);
+  }
+  for (int i = 0; i < blocks; ++i) {
+    subject.run(input.copy());
+  }
+}
+
+int countOnly(char** arguments) {
+  const int type = std::atoi(arguments[0]);
+  const int blocks = std::atoi(arguments[1]);
+  if (type < 0 || type >= kEffectTypeCount) {
+    std::fprintf(stderr, "bench_effects: no effect type %d: use 0 to %d\n", type, kEffectTypeCount - 1);
+    return 1;
+  }
+  if (std::strcmp(arguments[2], "whole") == 0) {
+    count<Whole>(type, blocks, false);
+  } else {
+    count<Alone>(type, blocks, std::strcmp(arguments[2], "quiet") == 0);
+  }
+  return 0;
+}
+
+void registerAll() {
+  for (int type = 0; type < kEffectTypeCount; ++type) {
+    const std::string name = effectTypeName(type);
+    benchmark::RegisterBenchmark(("alone/" + name).c_str(), frames<Alone>, type);
+    benchmark::RegisterBenchmark(("whole/" + name).c_str(), frames<Whole>, type);
+    benchmark::RegisterBenchmark(("change/" + name).c_str(), changeType, type);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc == 5 && std::strcmp(argv[1], "count") == 0) {
+    return countOnly(argv + 2);
+  }
+  registerAll();
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
