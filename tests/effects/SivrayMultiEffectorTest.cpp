@@ -1,0 +1,184 @@
+// The master effect against its plain model, its fades, and writers beside the audio thread.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/SivrayMultiEffector.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+#include "effects/MultiEffectorModel.h"
+#include "effects_interfaces/EffectScene.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+namespace {
+
+using scene::Dice;
+using scene::Stereo;
+
+template <typename Subject>
+void render(Subject& subject, Stereo& s, int from, int count) {
+  StereoBlock block{s.left.data() + from, s.right.data() + from};
+  subject.process(block, count);
+}
+
+/// One random act on both; the same dice for both.
+template <typename Act>
+void onBoth(SivrayMultiEffector& fast, model::Master& plain, Act&& act) {
+  act(fast);
+  act(plain);
+}
+
+void actAtRandom(Dice& dice, SivrayMultiEffector& fast, model::Master& plain) {
+  const int value = dice.upTo(127);
+  switch (dice.upTo(11)) {
+    case 0:
+      return onBoth(fast, plain, [type = dice.upTo(31) - 1](auto& m) { m.setValue(0, type); });
+    case 1:
+      return onBoth(fast, plain, [on = dice.upTo(2)](auto& m) { m.setValue(1, on); });
+    case 2:
+    case 3:
+      return onBoth(fast, plain, [value](auto& m) { m.setValue(2, value); });
+    case 4:
+    case 5:
+      return onBoth(fast, plain, [value](auto& m) { m.setValue(3, value); });
+    case 6:
+      return onBoth(fast, plain, [tempo = dice.upTo(3000)](auto& m) { m.setTempo(tempo); });
+    case 7:
+      return onBoth(fast, plain, [data = dice.upTo(4)](auto& m) { m.transport(data); });
+    case 8:
+      if (dice.oneIn(4)) {
+        onBoth(fast, plain, [](auto& m) { m.reset(); });
+      }
+      return;
+    default:
+      return;
+  }
+}
+
+TEST(MultiEffector, SoundsAsItsPlainModelThroughAnyEdits) {
+  for (unsigned seed = 1; seed <= 12; ++seed) {
+    Dice dice(seed);
+    SivrayMultiEffector fast;
+    model::Master plain;
+    for (int b = 0; b < 400; ++b) {
+      actAtRandom(dice, fast, plain);
+      actAtRandom(dice, fast, plain);
+      const int count = dice.oneIn(30) ? dice.upTo(6000) : (dice.oneIn(5) ? dice.upTo(2) : dice.blockSize());
+      Stereo a = dice.input(std::max(count, 1));
+      Stereo c = a;
+      render(fast, a, 0, count);
+      render(plain, c, 0, count);
+      ASSERT_EQ(a, c) << "seed " << seed << " block " << b;
+    }
+  }
+}
+
+TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
+  SivrayMultiEffector fast;
+  model::Master plain;
+  Dice dice(77);
+  for (int i = 0; i < 3 * kEffectTypeCount; ++i) {
+    onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount, edit = dice.upTo(127)](auto& m) {
+      m.setValue(0, type);
+      m.setValue(2, edit);
+      m.setValue(3, 127 - edit);
+    });
+    for (const int count : {1, 20, 23, 1, 64, 700, 2048}) {
+      Stereo a = dice.input(count);
+      Stereo c = a;
+      render(fast, a, 0, count);
+      render(plain, c, 0, count);
+      ASSERT_EQ(a, c) << effectTypeName((i * 7) % kEffectTypeCount);
+    }
+  }
+}
+
+TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
+  SivrayMultiEffector master;
+  master.setValue(0, 0);
+  master.reset();
+  Stereo warm(4096);
+  render(master, warm, 0, 4096);
+  // From the bypass to the room reverb at level 0: both give their input, so that the fade's rounding alone is heard.
+  master.setValue(0, 14);
+  Stereo s(60);
+  std::fill(s.left.begin(), s.left.end(), std::int16_t{1000});
+  for (int i = 0; i < 60; ++i) {
+    render(master, s, i, 1);
+  }
+  EXPECT_NE(s.left[44], 999);
+  EXPECT_EQ(s.left[45], 999) << "one step for the mix, none for the fade";
+}
+
+TEST(MultiEffector, SwitchedOffItGivesTheDrySoundWhileTheTailRunsOn) {
+  SivrayMultiEffector master;
+  master.setValue(0, 14);
+  master.setValue(2, 127);
+  master.setValue(3, 127);
+  Stereo s(4096);
+  render(master, s, 0, 4096);
+  s = Stereo(4096);
+  std::fill_n(s.left.begin(), 1000, std::int16_t{20000});
+  render(master, s, 0, 4096);
+  master.setValue(1, 0);
+  s = Stereo(4096);
+  render(master, s, 0, 4096);
+  EXPECT_TRUE(std::all_of(s.left.end() - 100, s.left.end(), [](int x) { return x == 0; }));
+  master.setValue(1, 1);
+  s = Stereo(4096);
+  render(master, s, 0, 4096);
+  EXPECT_TRUE(std::any_of(s.left.begin(), s.left.end(), [](int x) { return std::abs(x) > 100; }));
+}
+
+TEST(MultiEffector, BadCountsAndIndicesChangeNothing) {
+  SivrayMultiEffector master;
+  Stereo s = Dice(1).input(4097);
+  const Stereo before = s;
+  render(master, s, 0, 4097);
+  render(master, s, 0, 0);
+  render(master, s, 0, -5);
+  EXPECT_EQ(s, before);
+  EXPECT_EQ(master.setValue(4, 9), 0);
+  EXPECT_EQ(master.setValue(-1, 9), 0);
+  EXPECT_EQ(master.value(4), 0);
+  EXPECT_EQ(master.value(-1), 0);
+}
+
+TEST(MultiEffector, WritersOnOtherThreadsMayRunBesideTheAudioThread) {
+  SivrayMultiEffector master;
+  std::atomic<bool> done{false};
+  const auto write = [&](unsigned seed) {
+    Dice dice(seed);
+    while (!done) {
+      std::int32_t value = dice.upTo(127);
+      const int index = dice.oneIn(20) ? 0 : 1 + dice.upTo(2);
+      value = index == 0 ? dice.upTo(29) : value;
+      master.parameter().setValue(index, &value);
+      master.parameter().format(index, value);
+      master.parameter().info(index);
+      master.setTempo(dice.upTo(3000));
+      std::this_thread::yield();
+    }
+  };
+  std::thread first(write, 1);
+  std::thread second(write, 2);
+  Dice dice(3);
+  for (int i = 0; i < 600; ++i) {
+    Stereo s = dice.input(200);
+    render(master, s, 0, 200);
+    master.transport(dice.upTo(40));
+    if (dice.oneIn(100)) {
+      master.reset();
+    }
+  }
+  done = true;
+  first.join();
+  second.join();
+}
+
+}  // namespace
+
+}  // namespace tesh::bramel::plugin::sivray::effects
