@@ -1,0 +1,29 @@
+// Turns numbers too small to matter into zero for the length of a call, and gives the caller its own setting back.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <xmmintrin.h>
+#endif
+
+namespace tesh::bramel::platform {
+
+/// For the audio thread: sets flush-to-zero and denormals-are-zero, and restores the control register at its end.
+class DenormalGuard {
+ public:
+  DenormalGuard(const DenormalGuard&) = delete;
+  DenormalGuard& operator=(const DenormalGuard&) = delete;
+#if defined(__x86_64__) || defined(__i386__)
+  DenormalGuard() : saved(_mm_getcsr()) { _mm_setcsr(saved | kFlushBits); }
+  ~DenormalGuard() { _mm_setcsr(saved); }
+
+ private:
+  static constexpr unsigned kFlushBits = 0x8040;
+  unsigned saved;
+#else
+  DenormalGuard() = default;
+  ~DenormalGuard() = default;
+#endif
+};
+
+}  // namespace tesh::bramel::platform

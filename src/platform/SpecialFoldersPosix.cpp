@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef _WIN32
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include "platform/SpecialFolders.h"
+
+namespace tesh::bramel::platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
+}
+
+/// The value of `name`, or what `fallback` below the home folder is.
+std::string environmentOrHome(const char* name, const char* fallback) {
+  const std::string value = environment(name);
+  const std::string home = environment("HOME");
+  return !value.empty() || home.empty() ? value : home + "/" + fallback;
+}
+
+std::vector<std::string> sharedDataFolders() {
+  std::vector<std::string> folders{moduleFolder(), environmentOrHome("XDG_DATA_HOME", ".local/share")};
+  const std::string list = environment("XDG_DATA_DIRS");
+  std::stringstream stream(list.empty() ? "/usr/local/share:/usr/share" : list);
+  for (std::string folder; std::getline(stream, folder, ':');) {
+    folders.push_back(folder);
+  }
+  return folders;
+}
+
+/// The desktop's setting of the documents folder, from a line such as XDG_DOCUMENTS_DIR="$HOME/Dokumente".
+std::string desktopDocuments() {
+  std::ifstream file(environmentOrHome("XDG_CONFIG_HOME", ".config") + "/user-dirs.dirs");
+  const std::string key = "XDG_DOCUMENTS_DIR=\"";
+  for (std::string line; std::getline(file, line);) {
+    if (line.rfind(key, 0) != 0 || line.size() <= key.size() || line.back() != '"') {
+      continue;
+    }
+    const std::string value = line.substr(key.size(), line.size() - key.size() - 1);
+    const std::string homePrefix = "$HOME/";
+    if (value.rfind(homePrefix, 0) == 0) {
+      return environment("HOME") + "/" + value.substr(homePrefix.size());
+    }
+    return value.front() == '/' ? value : std::string();
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string moduleFolder() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&moduleFolder), &info) == 0 || info.dli_fname == nullptr) {
+    return {};
+  }
+  std::error_code error;
+  const fs::path file = fs::canonical(info.dli_fname, error);
+  return error ? std::string() : file.parent_path().string();
+}
+
+std::string commonFilesFolder() {
+  const std::string chosen = environment("BRAMEL_COMMON_FILES");
+  if (!chosen.empty()) {
+    return chosen;
+  }
+  for (const std::string& folder : sharedDataFolders()) {
+    std::error_code error;
+    if (!folder.empty() && fs::is_directory(fs::path(folder) / "Tesh" / "Bramel", error)) {
+      return folder;
+    }
+  }
+  return {};
+}
+
+std::string documentsFolder() {
+  for (const std::string& folder : {environment("BRAMEL_DOCUMENTS"), desktopDocuments()}) {
+    if (!folder.empty()) {
+      return folder;
+    }
+  }
+  const std::string home = environment("HOME");
+  return home.empty() ? home : home + "/Documents";
+}
+
+}  // namespace tesh::bramel::platform
+#endif

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/paths/Paths.h"
+
+#include "platform/Files.h"
+#include "platform/SpecialFolders.h"
+
+namespace tesh::bramel {
+namespace {
+
+constexpr char kSeparator = '\\';
+
+bool isSeparator(char c) { return c == '/' || c == '\\'; }
+
+/// `folder` joined with `relative`, or empty where there is no such folder: a path must never become relative to where
+/// the host happens to run.
+std::string below(const std::string& folder, std::string_view relative) {
+  return folder.empty() ? std::string() : joinPath(folder, relative);
+}
+
+std::string macroFolder(std::string_view name) { return below(below(sharedBase(), "Macro"), name); }
+
+/// A file of the instrument's macro folder.
+std::string macroFile(std::string_view name, std::string_view file) { return below(macroFolder(name), file); }
+
+/// The user's program file in `folder`, which is made first. What is wrong with the folder shows when the file is
+/// written.
+std::string userFile(const std::string& folder, const std::string& madeFolder, std::string_view name) {
+  if (folder.empty()) {
+    return {};
+  }
+  platform::createFolders(madeFolder);
+  return joinPath(folder, std::string(name) + "_User.prog");
+}
+
+std::string userCCMap(std::string_view name) {
+  const std::string maps = directoryFor(kBramelDirectory_UserCCMap);
+  return userFile(below(maps, "User Programs"), maps, name);
+}
+
+std::string userPrograms(std::string_view name) {
+  const std::string folder = directoryFor(kBramelDirectory_UserPrograms);
+  return userFile(folder, folder, name);
+}
+
+}  // namespace
+
+std::string sharedBase() { return below(platform::commonFilesFolder(), "Tesh\\Bramel"); }
+
+std::string userBase() { return below(platform::documentsFolder(), "Tesh Bramel"); }
+
+std::string directoryFor(std::string_view key) {
+  if (key == kBramelDirectory_Documents) {
+    return userBase();
+  }
+  if (key == kBramelDirectory_Resource) {
+    return below(sharedBase(), "Resource");
+  }
+  if (key == kBramelDirectory_FactorySample) {
+    return below(sharedBase(), "Factory Samples");
+  }
+  if (key == kBramelDirectory_UserPrograms) {
+    return below(userBase(), "User Programs");
+  }
+  if (key == kBramelDirectory_UserSample) {
+    return below(userBase(), "User Samples");
+  }
+  if (key == kBramelDirectory_UserCCMap) {
+    return below(userBase(), "CC Maps");
+  }
+  return {};
+}
+
+std::string pathFor(std::string_view key, std::string_view name) {
+  if (key == kBramelPath_Macro) {
+    return macroFolder(name);
+  }
+  if (key == kBramelPath_FactoryTwoProgram) {
+    return macroFile(name, "Factory2.prog");
+  }
+  if (key == kBramelPath_FactoryCCMap) {
+    return macroFile(name, std::string(name) + ".ccmap");
+  }
+  if (key == kBramelPath_FactoryNativeMap) {
+    return macroFile(name, std::string(name) + ".native_mode_map");
+  }
+  if (key == kBramelPath_UserProgram) {
+    return userPrograms(name);
+  }
+  if (key == kBramelPath_UserCCMap) {
+    return userCCMap(name);
+  }
+  if (key == kBramelPath_ActiveCCMap) {
+    const std::string user = userCCMap(name);
+    return fileExists(user) ? user : pathFor(kBramelPath_FactoryCCMap, name);
+  }
+  return {};
+}
+
+std::string joinPath(std::string_view base, std::string_view relative) {
+  if (!relative.empty() && isSeparator(relative.front())) {
+    relative.remove_prefix(1);
+  }
+  if (base.empty() || relative.empty()) {
+    return std::string(base.empty() ? relative : base);
+  }
+  std::string path(base);
+  if (!isSeparator(path.back())) {
+    path += kSeparator;
+  }
+  return path.append(relative);
+}
+
+bool fileExists(const std::string& path) { return !path.empty() && platform::exists(path); }
+
+std::vector<std::uint8_t> readFile(const std::string& path) {
+  return platform::readWhole(path).value_or(std::vector<std::uint8_t>());
+}
+
+bool writeFile(const std::string& path, const void* data, std::size_t size) {
+  return platform::writeAtomically(path, {static_cast<const std::uint8_t*>(data), size});
+}
+
+}  // namespace tesh::bramel
