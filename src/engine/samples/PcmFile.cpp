@@ -1,0 +1,87 @@
+// Reading of sample stretches into a slot. Bytes are swapped and channels interleaved in plain loops that the compiler
+// turns into vector code.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/samples/PcmFile.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/Files.h"
+#include "storage/paths/Paths.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+namespace {
+
+constexpr std::uint16_t swapBytes(std::uint16_t word) { return static_cast<std::uint16_t>((word << 8) | (word >> 8)); }
+
+std::int16_t sampleOf(std::uint16_t bigEndian) { return static_cast<std::int16_t>(swapBytes(bigEndian)); }
+
+/// Byte offsets are held in 32 bits and sought as signed: a stretch that begins behind 2 GiB cannot be reached.
+bool seekSample(platform::InputFile& file, std::uint32_t offset, std::size_t sample) {
+  const std::uint32_t byteOffset = offset * 2U;
+  const auto reachable = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());
+  return byteOffset <= reachable && file.seek(byteOffset + static_cast<std::int64_t>(sample) * 2);
+}
+
+}  // namespace
+
+PcmFile::PcmFile(std::string_view folder)
+    : path(joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin")),
+      waveDatabase(folder) {
+  waveDatabase.load();
+  platform::warmPages(path);
+}
+
+std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
+                          std::size_t slotFrames) {
+  std::optional<platform::InputFile> file = platform::InputFile::open(path);
+  if (!file) {
+    return 0;
+  }
+  const std::size_t count = std::min(frames, slotFrames);
+  if (offsets[0] == offsets[1]) {
+    readMono(*file, destination, offsets[0], count);
+  } else {
+    readStereo(*file, destination, offsets, count);
+  }
+  std::fill(destination + count * 2, destination + slotFrames * 2, std::int16_t{0});
+  return count;
+}
+
+void PcmFile::readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample,
+                        std::span<std::uint16_t> piece) {
+  const std::size_t bytes = seekSample(file, offset, sample) ? file.read(piece.data(), piece.size_bytes()) : 0;
+  std::fill(piece.begin() + static_cast<std::ptrdiff_t>(bytes / 2), piece.end(), std::uint16_t{0});
+}
+
+void PcmFile::readMono(platform::InputFile& file, std::int16_t* destination, std::uint32_t offset, std::size_t frames) {
+  for (std::size_t done = 0; done < frames; done += kReadSamples) {
+    const auto piece = std::span(readBuffer).first(std::min(kReadSamples, frames - done));
+    readPiece(file, offset, done, piece);
+    std::int16_t* frame = destination + done * 2;
+    for (std::size_t i = 0; i < piece.size(); ++i) {
+      frame[2 * i] = sampleOf(piece[i]);
+      frame[2 * i + 1] = sampleOf(piece[i]);
+    }
+  }
+}
+
+void PcmFile::readStereo(platform::InputFile& file, std::int16_t* destination,
+                         std::span<const std::uint32_t, 2> offsets, std::size_t frames) {
+  constexpr std::size_t kHalf = kReadSamples / 2;
+  for (std::size_t done = 0; done < frames; done += kHalf) {
+    const std::size_t count = std::min(kHalf, frames - done);
+    const auto left = std::span(readBuffer).first(count);
+    const auto right = std::span(readBuffer).subspan(kHalf, count);
+    readPiece(file, offsets[0], done, left);
+    readPiece(file, offsets[1], done, right);
+    std::int16_t* frame = destination + done * 2;
+    for (std::size_t i = 0; i < count; ++i) {
+      frame[2 * i] = sampleOf(left[i]);
+      frame[2 * i + 1] = sampleOf(right[i]);
+    }
+  }
+}
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,50 @@
+// The steps of a wave change.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/samples/WaveChange.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tesh::bramel::plugin::sivray {
+
+int WaveChangeStep::setValue(int pad, std::int32_t* wave) {
+  if (pad < 0 || pad >= count()) {
+    return 0;
+  }
+  run(static_cast<std::size_t>(pad), *wave);
+  return *wave;
+}
+
+void PrepareWaveChange::run(std::size_t pad, std::int32_t) {
+  PcmSlot& slot = pool.slot(pad);
+  slot.ready = false;
+  slot.data = pool.silence();
+  slot.frames = 0;
+}
+
+void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
+  const WaveInfo info = file.database().lookup(wave);
+  const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // wraps at 32 bits
+  const std::uint64_t frames = std::min<std::uint64_t>(pool.slotFrames() - 2, length);
+  const std::array<std::uint32_t, 2> offsets{info.leftStart, info.rightStart};
+  PcmSlot& slot = pool.slot(pad);
+  // Behind the longest stretch written so far the memory is still zero, and need not be made so again.
+  const std::uint64_t cleared = std::max(frames, slot.writtenFrames);
+  const std::size_t read = file.read(pool.memoryOf(pad), offsets, frames, cleared);
+  if (read != 0) {
+    slot.writtenFrames = read;
+  }
+  slot.data = pool.memoryOf(pad);
+  slot.frames = read;
+}
+
+void PCMLoadAck::run(std::size_t pad, std::int32_t) { pool.slot(pad).ready = true; }
+
+int ThroughBack::setValue(int pad, std::int32_t* wave) {
+  prepare.setValue(pad, wave);
+  const int taken = load.setValue(pad, wave);
+  acknowledge.setValue(pad, wave);
+  return taken;
+}
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,80 @@
+// The change of a pad's wave: three steps behind the parameter interface, and the object that runs them in order. Every
+// group here has one parameter per pad, whose value is a wave number; values are written and never read back.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/samples/PcmFile.h"
+#include "engine/samples/PcmPool.h"
+#include "parameters/IParameter.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+/// What the steps share. A pad out of range is ignored by all of them.
+class WaveChangeStep : public IParameter {
+ public:
+  explicit WaveChangeStep(PcmPool& sampleMemory) : pool(sampleMemory) {}
+
+  int count() const override { return static_cast<int>(pool.slotCount()); }
+  int setValue(int pad, std::int32_t* wave) override;
+  std::int32_t value(int) const override { return 0; }
+  std::string format(int, std::int32_t) const override { return {}; }
+  const ParameterRow* info(int) const override { return nullptr; }
+  int indexOf(std::string_view) const override { return 0; }
+
+ protected:
+  virtual void run(std::size_t pad, std::int32_t wave) = 0;
+
+  PcmPool& pool;
+};
+
+/// Empties the pad's slot: a voice that starts before the load has ended finds length 0.
+class PrepareWaveChange final : public WaveChangeStep {
+ public:
+  using WaveChangeStep::WaveChangeStep;
+
+ protected:
+  void run(std::size_t pad, std::int32_t wave) override;
+};
+
+/// Reads the wave into the pad's memory, in place. Voices on the pad read on meanwhile, on this same thread or under
+/// the lock that keeps the audio thread away. A wave that cannot be played reads as the first sample of the file.
+class PCMLoadTask final : public WaveChangeStep {
+ public:
+  PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile) : WaveChangeStep(sampleMemory), file(sampleFile) {}
+
+ protected:
+  void run(std::size_t pad, std::int32_t wave) override;
+
+ private:
+  PcmFile& file;
+};
+
+/// Marks the slot as filled. Voices go by its frames alone.
+class PCMLoadAck final : public WaveChangeStep {
+ public:
+  using WaveChangeStep::WaveChangeStep;
+
+ protected:
+  void run(std::size_t pad, std::int32_t wave) override;
+};
+
+/// Runs the three steps at once, on the calling thread.
+class ThroughBack final : public IParameter {
+ public:
+  ThroughBack(PrepareWaveChange& first, PCMLoadTask& second, PCMLoadAck& third)
+      : prepare(first), load(second), acknowledge(third) {}
+
+  int count() const override { return load.count(); }
+  int setValue(int pad, std::int32_t* wave) override;
+  std::int32_t value(int pad) const override { return load.value(pad); }
+  std::string format(int pad, std::int32_t wave) const override { return load.format(pad, wave); }
+  const ParameterRow* info(int pad) const override { return load.info(pad); }
+  int indexOf(std::string_view name) const override { return load.indexOf(name); }
+
+ private:
+  PrepareWaveChange& prepare;
+  PCMLoadTask& load;
+  PCMLoadAck& acknowledge;
+};
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,76 @@
+// Reading of the index files and the lookup of a wave.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/samples/WaveDatabase.h"
+
+#include "engine/samples/IndexRecords.h"
+#include "storage/paths/Paths.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+namespace {
+
+constexpr std::uint32_t kMono = 1;
+constexpr std::uint32_t kStereo = 2;
+constexpr float kEngineRate = 44100.0F;
+
+/// A rate of 0 cannot be played; such a record is taken to be at the engine's own rate.
+float playableRate(std::uint32_t rate) { return rate == 0 ? kEngineRate : static_cast<float>(rate); }
+
+}  // namespace
+
+WaveDatabase::WaveDatabase(std::string_view folderName) : folder(folderName) {}
+
+void WaveDatabase::load() {
+  const std::string base = joinPath(directoryFor("kBramelDirectory_Resource"), folder);
+  const std::string samplePath = joinPath(base, "sampleparam.bin");
+  const std::string wavePath = joinPath(base, "drumparam.bin");
+  const auto sampleBytes = fileExists(samplePath) ? readFile(samplePath) : std::vector<std::uint8_t>{};
+  const auto waveBytes = fileExists(wavePath) ? readFile(wavePath) : std::vector<std::uint8_t>{};
+  loadFrom(sampleBytes, waveBytes);
+}
+
+void WaveDatabase::loadFrom(std::span<const std::uint8_t> sampleRecords, std::span<const std::uint8_t> waveRecords) {
+  samples.clear();
+  waves.clear();
+  samples.reserve(sampleRecords.size() / kSampleRecordBytes);
+  waves.reserve(waveRecords.size() / kWaveRecordBytes);
+  for (; sampleRecords.size() >= kSampleRecordBytes; sampleRecords = sampleRecords.subspan(kSampleRecordBytes)) {
+    samples.push_back({wordAt(sampleRecords, 0), wordAt(sampleRecords, 4), wordAt(sampleRecords, 8)});
+  }
+  for (; waveRecords.size() >= kWaveRecordBytes; waveRecords = waveRecords.subspan(kWaveRecordBytes)) {
+    waves.push_back({nameAt(waveRecords, 4), wordAt(waveRecords, 0), wordAt(waveRecords, 16), wordAt(waveRecords, 20)});
+  }
+  loaded = true;
+}
+
+void WaveDatabase::loadOnce() {
+  if (!loaded) {
+    load();
+  }
+}
+
+const WaveDatabase::SampleRecord* WaveDatabase::sampleAt(std::uint32_t index) const {
+  return index < samples.size() ? &samples[index] : nullptr;
+}
+
+WaveInfo WaveDatabase::lookup(std::int64_t id) {
+  loadOnce();
+  if (id < 0 || id >= static_cast<std::int64_t>(waves.size())) {
+    return {};
+  }
+  const WaveRecord& wave = waves[static_cast<std::size_t>(id)];
+  const SampleRecord* left = sampleAt(wave.leftSample);
+  const SampleRecord* right = wave.type == kStereo ? sampleAt(wave.rightSample) : left;
+  const bool knownType = wave.type == kMono || wave.type == kStereo;
+  if (!knownType || left == nullptr || right == nullptr) {
+    return {};
+  }
+  return {1, left->start, right->start, left->end, right->end, playableRate(left->sampleRate), wave.name, wave.type};
+}
+
+std::int32_t WaveDatabase::waveCount() {
+  loadOnce();
+  return static_cast<std::int32_t>(waves.size());
+}
+
+}  // namespace tesh::bramel::plugin::sivray
