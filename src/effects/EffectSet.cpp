@@ -4,8 +4,21 @@
 
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 #include "effects/delays/SivrayFxShortDelay.h"
+#include "effects/dynamics/Pump.h"
+#include "effects/dynamics/Q60393Distortion.h"
+#include "effects/dynamics/Q60393Drive.h"
+#include "effects/dynamics/SivrayFxCompressor.h"
+#include "effects/dynamics/SivrayFxDecimator.h"
+#include "effects/dynamics/SivrayFxKilnode.h"
+#include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/EffectAdapter2.h"
 #include "effects/interfaces/SivrayFxBypass.h"
+#include "effects/modulation/Q60393Autopan.h"
+#include "effects/modulation/Q60393Phaser.h"
+#include "effects/modulation/Q60393Tremolo.h"
+#include "effects/modulation/Ringmod.h"
+#include "effects/modulation/SivrayFxChorusFlanger.h"
+#include "effects/modulation/SivrayFxIMarloEffects.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
@@ -14,9 +27,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-constexpr std::array<int, kEffectTypeCount> kConstructionOrder{0,  1,  2,  3,  12, 13, 11, 14, 15, 4,
-                                                               22, 21, 23, 17, 25, 26, 27, 29, 24, 6,
-                                                               7,  5,  18, 20, 19, 16, 8,  28, 9,  10};
+constexpr std::array<int, kEffectTypeCount> kConstructionOrder{
+    0, 1, 2, 3, 12, 13, 11, 14, 15, 4, 22, 21, 23, 17, 25, 26, 27, 29, 24, 6, 7, 5, 18, 20, 19, 16, 8, 28, 9, 10};
 
 using Maker = std::unique_ptr<SivrayFx> (*)();
 
@@ -28,36 +40,36 @@ std::unique_ptr<SivrayFx> make() {
 
 /// By type id.
 constexpr std::array<Maker, kEffectTypeCount> kMakers{
-    make<SivrayFxBypass>,                   // 0
-    make<SivrayFxBypass>,                   // 1
-    make<SivrayFxBypass>,                   // 2
-    make<SivrayFxBypass>,                   // 3
-    make<SivrayFxBypass>,                   // 4
-    make<SivrayFxBypass>,                   // 5
-    make<SivrayFxBypass>,                   // 6
-    make<SivrayFxBypass>,                   // 7
-    make<SivrayFxBypass>,                   // 8
-    make<SivrayFxBypass>,                   // 9
-    make<SivrayFxBypass>,                   // 10
-    make<SivrayFxBypass>,                   // 11
-    make<SivrayFxShortDelay>,               // 12
-    make<SivrayFxBpmSyncDelay>,             // 13
-    make<SivrayFxReverb>,                   // 14
-    make<SivrayFxReverbSmoothHallAdapter>,  // 15
-    make<EffectAdapter2<GateReverb>>,       // 16
-    make<SivrayFxBypass>,                   // 17
-    make<SivrayFxBypass>,                   // 18
-    make<SivrayFxBypass>,                   // 19
-    make<SivrayFxBypass>,                   // 20
-    make<SivrayFxBypass>,                   // 21
-    make<SivrayFxBypass>,                   // 22
-    make<SivrayFxBypass>,                   // 23
-    make<SivrayFxBypass>,                   // 24
-    make<SivrayFxBypass>,                   // 25
-    make<SivrayFxBypass>,                   // 26
-    make<SivrayFxBypass>,                   // 27
-    make<SivrayFxBypass>,                   // 28
-    make<SivrayFxBypass>,                   // 29
+    make<SivrayFxBypass>,                                                 // 0
+    make<SivrayFxIMarloEffects, 1>,                                       // 1
+    make<SivrayFxIMarloEffects, 2>,                                       // 2
+    make<SivrayFxIMarloEffects, 3>,                                       // 3
+    make<SivrayFxChorusFlanger>,                                          // 4
+    make<EffectAdapter<Q60393Phaser>>,                                    // 5
+    make<EffectAdapter<Q60393Tremolo>>,                                   // 6
+    make<EffectAdapter<Q60393Autopan>>,                                   // 7
+    make<EffectAdapter<Pump>>,                                            // 8
+    make<SivrayFxBypass>,                                                 // 9
+    make<EffectAdapter<Ringmod>>,                                         // 10
+    make<SivrayFxBypass>,                                                 // 11
+    make<SivrayFxShortDelay>,                                             // 12
+    make<SivrayFxBpmSyncDelay>,                                           // 13
+    make<SivrayFxReverb>,                                                 // 14
+    make<SivrayFxReverbSmoothHallAdapter>,                                // 15
+    make<EffectAdapter2<GateReverb>>,                                     // 16
+    make<SivrayFxCompressor>,                                             // 17
+    make<EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>>,  // 18
+    make<EffectAdapter<Q60393Drive>>,                                     // 19
+    make<EffectAdapter<Q60393Distortion>>,                                // 20
+    make<SivrayFxKilnode>,                                                // 21
+    make<EffectAdapter<SivrayFxDecimator>>,                               // 22
+    make<SivrayFxBypass>,                                                 // 23
+    make<SivrayFxBypass>,                                                 // 24
+    make<SivrayFxBypass>,                                                 // 25
+    make<SivrayFxBypass>,                                                 // 26
+    make<SivrayFxBypass>,                                                 // 27
+    make<SivrayFxBypass>,                                                 // 28
+    make<SivrayFxBypass>,                                                 // 29
 };
 
 }  // namespace
