@@ -77,10 +77,10 @@ void SivrayFxBpmSyncDelay::reset() {
   lines = assigner->acquire();
   std::fill_n(lines, requiredSamples(), std::int16_t{0});
   // The right tap stays: the first sample of the right side still hears it.
-  tapLeft = 0;
-  nowInputGain.setNow(inputGain);
-  nowFeedback.setNow(feedback);
-  timeState = wrapShiftLeft(timeTarget, 12);
+  flow.tapLeft = 0;
+  flow.inputGain.setNow(inputGain);
+  flow.feedback.setNow(feedback);
+  flow.time = wrapShiftLeft(timeTarget, 12);
 }
 
 void SivrayFxBpmSyncDelay::notify(int code) {
@@ -90,26 +90,32 @@ void SivrayFxBpmSyncDelay::notify(int code) {
 }
 
 void SivrayFxBpmSyncDelay::process(StereoBlock& block, unsigned count) {
+  const Targets targets{inputGain, feedback, timeTarget};
+  Flow now = flow;
+  const bool resting = now.inputGain.restsAt(targets.inputGain) && now.feedback.restsAt(targets.feedback);
   const std::int32_t k = glideFactor(immediate);
   std::int16_t* const line1 = lines;
   std::int16_t* const line2 = lines + kLineLength;
   for (unsigned i = 0; i < count; ++i) {
-    nowInputGain.glide(inputGain, k);
-    const std::int16_t right = lessTap(block.right[i], nowInputGain.value(), tapRight);
-    const std::int16_t left = lessTap(block.left[i], nowInputGain.value(), tapLeft);
+    if (!resting) {
+      now.inputGain.glide(targets.inputGain, k);
+      now.feedback.glide(targets.feedback, k);
+    }
+    const std::int16_t right = lessTap(block.right[i], now.inputGain.value(), now.tapRight);
+    const std::int16_t left = lessTap(block.left[i], now.inputGain.value(), now.tapLeft);
     block.left[i] = left;
     block.right[i] = right;
-    line1[writeIndex] = right;
-    line2[writeIndex] = left;
-    timeState = wrapAdd(timeState, wrapMul(wrapSub(timeTarget, timeState >> 12), kTimeGlide));
-    nowFeedback.glide(feedback, k);
-    const unsigned near = (writeIndex - static_cast<unsigned>(timeState >> 12)) & kMask;
+    line1[now.writeIndex] = right;
+    line2[now.writeIndex] = left;
+    now.time = wrapAdd(now.time, wrapMul(wrapSub(targets.time, now.time >> 12), kTimeGlide));
+    const unsigned near = (now.writeIndex - static_cast<unsigned>(now.time >> 12)) & kMask;
     const unsigned beyond = (near - 1) & kMask;
-    const std::int32_t fraction = timeState & 4095;
-    tapLeft = wrapMul(between(line1[near], line1[beyond], fraction), nowFeedback.value());
-    tapRight = wrapMul(between(line2[near], line2[beyond], fraction), nowFeedback.value());
-    writeIndex = (writeIndex + 1) & kMask;
+    const std::int32_t fraction = now.time & 4095;
+    now.tapLeft = wrapMul(between(line1[near], line1[beyond], fraction), now.feedback.value());
+    now.tapRight = wrapMul(between(line2[near], line2[beyond], fraction), now.feedback.value());
+    now.writeIndex = (now.writeIndex + 1) & kMask;
   }
+  flow = now;
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

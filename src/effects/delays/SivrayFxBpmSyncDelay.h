@@ -28,6 +28,23 @@ class SivrayFxBpmSyncDelay : public SivrayFx, public SivrayFxMemoryUser {
   static constexpr unsigned kLineLength = 131072;
   static constexpr unsigned kMask = kLineLength - 1;
 
+  /// Where the settings stand during one block.
+  struct Targets {
+    std::int32_t inputGain;
+    std::int32_t feedback;
+    std::int32_t time;
+  };
+
+  /// What one sample hands to the next.
+  struct Flow {
+    SmoothedValue inputGain;
+    SmoothedValue feedback;
+    std::int32_t time = 0;     ///< Samples with 12 fractional bits.
+    std::int32_t tapLeft = 0;  ///< Last delayed sample, times the feedback.
+    std::int32_t tapRight = 0;
+    unsigned writeIndex = 0;
+  };
+
   void computeTime();
   void computeFeedback();
 
@@ -40,13 +57,8 @@ class SivrayFxBpmSyncDelay : public SivrayFx, public SivrayFxMemoryUser {
   Relaxed<std::int32_t> feedback{0};       ///< Q15.
   Relaxed<std::int32_t> timeTarget{0};     ///< Samples.
 
-  SmoothedValue nowInputGain;
-  SmoothedValue nowFeedback;
-  std::int32_t timeState = 0;  ///< Samples with 12 fractional bits.
-  std::int32_t tapLeft = 0;    ///< Last delayed sample, times the feedback.
-  std::int32_t tapRight = 0;
+  Flow flow;
   std::int16_t* lines = nullptr;  ///< The line of the right output, then that of the left.
-  unsigned writeIndex = 0;
   bool immediate = false;
 };
 

@@ -22,17 +22,16 @@ constexpr KnobTable levelScale = detail::makeKnobTable([](int i) {
   return (30720 * 8 - 9 * above * above) / 8;
 });
 
+constexpr std::int32_t stepToZero(std::int32_t x) { return x - ((x > 0) - (x < 0)); }
+
 /// One echo in `line`, read at a fractional position. `read` is the nearer sample.
 inline std::int32_t echoOf(const std::int16_t* line, unsigned read, unsigned beyond, std::int32_t fraction,
                            std::int32_t level) {
   const std::int32_t near = line[read];
   const std::int32_t tap = mul15(mul15(line[beyond] - near, fraction) + near, kFullScale);
   const std::int32_t echo = mul15(level, tap);
-  if (tap == 0 || echo != tap) {
-    return echo;
-  }
-  // The gain failed to make it smaller: a step towards zero, so that no sound stays in the loop for ever.
-  return echo + (tap < 0 ? 1 : -1);
+  // Where the gain fails to make a sample smaller it takes a step towards zero: no sound stays in the loop for ever.
+  return echo == tap ? stepToZero(echo) : echo;
 }
 
 }  // namespace
@@ -72,14 +71,17 @@ void SivrayFxShortDelay::process(StereoBlock& block, unsigned count) {
 
 void SivrayFxShortDelay::runGrid(StereoBlock block, unsigned start, unsigned end) {
   const std::int32_t k = glideFactor(immediate);
+  const bool resting = level.restsAt(live.level) && time.restsAt(live.time);
   std::int16_t* const line1 = lines;
   std::int16_t* const line2 = lines + kLineLength;
   SmoothedValue nowLevel = level;
   SmoothedValue nowTime = time;
   unsigned write = writeIndex;
   for (unsigned i = start; i < end; ++i) {
-    nowLevel.glide(live.level, k);
-    nowTime.glide(live.time, k);
+    if (!resting) {
+      nowLevel.glide(live.level, k);
+      nowTime.glide(live.time, k);
+    }
     const unsigned read = (write - static_cast<unsigned>(nowTime.value())) & kMask;
     const unsigned beyond = (read - 1) & kMask;
     const std::int32_t fraction = nowTime.state & 32767;
