@@ -51,6 +51,7 @@ struct PlainModel {
 /// Random scenes of many short blocks, each from a fresh effect and a fresh model on.
 template <typename Effect, typename Model>
 void playScenes(const Model& fresh, int blocks = 150) {
+  SCOPED_TRACE(testing::internal::GetTypeName<Effect>());
   for (unsigned seed = 1; seed <= 6; ++seed) {
     auto effect = Effect();
     Model model = fresh;

@@ -1,0 +1,378 @@
+// The dynamics and drive effects against plain models of their laws.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "effects/dynamics/DecimatorTables.h"
+#include "effects/dynamics/Exponential.h"
+#include "effects/dynamics/Kilnode.h"
+#include "effects/dynamics/Pump.h"
+#include "effects/dynamics/PumpTables.h"
+#include "effects/dynamics/Q60393Distortion.h"
+#include "effects/dynamics/Q60393Drive.h"
+#include "effects/dynamics/SivrayFxCompressor.h"
+#include "effects/dynamics/SivrayFxDecimator.h"
+#include "effects/dynamics/SivrayFxKilnode.h"
+#include "effects/dynamics/SivrayFxStereoCompressor.h"
+#include "effects/interfaces/EffectAdapter.h"
+#include "effects/interfaces/TempoTables.h"
+#include "effects_modulation/PlainModel.h"
+
+namespace {
+
+using namespace scene;
+using namespace tesh::bramel::plugin::sivray::effects;
+
+using MasterCompressor = EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>;
+
+/// Both compressors; `isMaster` chooses knobs, scales and output stage.
+struct CompressorModel : PlainModel {
+  explicit CompressorModel(bool isMaster) : master(isMaster) {
+    edit(0, isMaster ? 50 : 0);
+    edit(1, 0);
+    sens = newSens;
+  }
+
+  bool master;
+  std::int64_t newSens = 0, newAttack = 0, sens = 0, attack = 0, peak = 0, envelope = 0, gain = 0;
+  Glide sensState;
+  std::int64_t previous[2]{}, highpass[2]{};
+
+  void edit(unsigned index, std::int64_t i) override {
+    if (index == 0) {
+      newSens = master ? ((square(i) * 959) >> 15) + 64 : ((square(i) * 28672) >> 15) + 4096;
+    } else if (index == 1) {
+      newAttack = master ? ((square(i) * 3268) >> 15) + 8 : ((square(i) * 3245) >> 15) + 32;
+    }
+  }
+  void grid() override { sens = newSens, attack = newAttack; }
+  void reset() override {
+    previous[0] = previous[1] = peak = envelope = gain = 0;
+    if (master) {
+      sensState.jump(newSens);
+    } else {
+      highpass[0] = highpass[1] = 0;
+      sensState.jump(0);
+    }
+  }
+  std::int64_t block(int c, std::int64_t in) {
+    const std::int64_t x = in * (master ? 32768 : 16384);
+    highpass[c] = clampTo(leaks((highpass[c] * 32512) >> 15, 2) - previous[c] + x, 1073741823);
+    previous[c] = x;
+    return highpass[c];
+  }
+  std::int64_t output(std::int64_t y, std::int64_t s) const {
+    if (master) {
+      return sat((32767 * sat(((y * ((s * gain) >> 13)) >> 15) >> 9)) >> 15);
+    }
+    return sat(((y * ((gain * s * 5) >> 15)) >> 15) >> 10);
+  }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    sensState.to(sens, immediate);
+    const std::int64_t yl = block(0, l);
+    const std::int64_t yr = block(1, r);
+    peak = std::max(std::max(std::abs(yl), std::abs(yr)), (peak >> 15) * 32674);
+    envelope += ((peak >> 15) - (envelope >> 15)) * attack;
+    const std::int64_t s = sensState.value();
+    gain = sat(((((2147483647 - envelope) >> 16) * gain) >> 15) + (32768 / s) * 16);
+    l = output(yl, s);
+    r = output(yr, s);
+  }
+};
+
+struct PumpModel : PlainModel {
+  std::int64_t knob = 72, attack = 0, level = 0, levelState = 0, envelope = 0;
+  float bpm = 120.0F;
+  std::int32_t up = -2147483647, down = 0;
+
+  PumpModel() { edit(1, 0); }
+  void edit(unsigned index, std::int64_t i) override {
+    if (index == 0) {
+      knob = i;
+    } else if (index == 1) {
+      attack = pumpAttackTable[static_cast<std::size_t>(127 - i)];
+      level = pumpLevelTable[static_cast<std::size_t>(127 - i)];
+    }
+  }
+  void setTempo(int tenths) override { bpm = static_cast<float>(tenths) / 10.0F; }
+  void reset() override { up = -2147483647, down = 0, envelope = 0; }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    const std::int64_t step = tempoStep(static_cast<int>(knob), bpm);
+    levelState = (levelState * 32520 + level * 247) >> 15;
+    up = wrap(up + step);
+    down = wrap(down - step);
+    const std::int64_t wide = up;
+    const std::int64_t a = (((wide * wide) >> 47) * attack) >> 15;
+    const std::int64_t b = ((down >> 16) + 32768 + (up >> 16)) >> 1;
+    envelope += (std::min(a, b) - (envelope >> 15)) * 343;
+    const std::int64_t e = envelope >> 15;
+    const std::int64_t g = e - ((e * 3583) >> 15) + 3583;
+    l = sat((((g * l) >> 15) * levelState) >> 15);
+    r = sat((((g * r) >> 15) * levelState) >> 15);
+  }
+};
+
+struct DriveModel : PlainModel {
+  std::int64_t drive = linear(63), level = ((square(100) * 31489) >> 15) + 1279, pre[2]{}, last[2]{};
+  Glide driveState, levelState, threshold;
+
+  void edit(unsigned index, std::int64_t i) override {
+    if (index < 2) {
+      (index == 0 ? drive : level) = index == 0 ? linear(i) : ((square(i) * 31489) >> 15) + 1279;
+    }
+  }
+  void reset() override {
+    driveState.jump(drive);
+    levelState.jump(level);
+    threshold.jump(0);
+    pre[0] = pre[1] = last[0] = last[1] = 0;
+  }
+  std::int64_t channel(int c, std::int64_t in) {
+    const std::int64_t d = driveState.value();
+    const std::int64_t z = sat(in + ((leaks(last[c], 2) * ((d * 23919) >> 15)) >> 15) + pre[c]);
+    pre[c] = (d * in) >> 13;
+    const std::int64_t bend = z > 0 ? 26213 : (z < 0 ? -26213 : 0);
+    const std::int64_t e = std::max<std::int64_t>(std::abs(z) - threshold.value(), 0);
+    last[c] = z - ((((e * e) >> 15) * bend) >> 15);
+    return (levelState.value() * last[c]) >> 15;
+  }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    driveState.to(drive, immediate);
+    levelState.to(level, immediate);
+    threshold.to(std::max<std::int64_t>(19660 - drive, 0), immediate);
+    l = channel(0, l);
+    r = channel(1, r);
+  }
+};
+
+struct DistortionModel : PlainModel {
+  std::int64_t knobs[2]{64, 73}, live[2]{64, 73}, x1 = 0, y1 = 0, m[4]{};
+  std::int64_t b[3]{411701568, -308910432, 327725504}, a[2]{308910432, -202556144};
+  Glide gainState, levelState;
+
+  void edit(unsigned index, std::int64_t i) override {
+    if (index < 2) {
+      knobs[index] = i;
+    }
+  }
+  void grid() override { std::copy_n(knobs, 2, live); }
+  std::int64_t gain() const { return ((square(live[0]) * 31279) >> 15) + 1489; }
+  std::int64_t level() const { return ((square(live[1]) * 31489) >> 15) + 1279; }
+  void reset() override {
+    gainState.jump(gain());
+    levelState.jump(level());
+    x1 = y1 = 0;
+    std::fill_n(m, 4, 0);
+  }
+  static std::int64_t shape(std::int64_t v) {
+    if (v < -2147483647 || v > 2147483647) {
+      return v < 0 ? -327155712 : 327155713;
+    }
+    const std::int64_t u = (v * 26624) >> 15;
+    const std::int64_t square = (u * u) >> 31;
+    return u < 0 ? u + square : u - square;
+  }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    gainState.to(gain(), immediate);
+    levelState.to(level(), immediate);
+    const std::int64_t x = ((l + r) & -2) * 16384;
+    y1 = clampTo(((32294 * x) >> 15) + ((-32294 * x1) >> 15) + ((31820 * y1) >> 15), 2147483647);
+    x1 = x;
+    const std::int64_t s = (levelState.value() * shape((gainState.value() * y1) >> 9)) >> 15;
+    const std::int64_t w = ((s * b[0]) >> 31) + ((m[0] * b[1]) >> 31) + ((m[1] * b[2]) >> 31) + ((m[2] * a[0]) >> 31) +
+                           ((m[3] * a[1]) >> 31);
+    m[1] = m[0], m[0] = s, m[3] = m[2], m[2] = clampTo(w * 4, 2147483647);
+    l = r = leaks(m[2] >> 15, 2);
+  }
+};
+
+struct DecimatorModel : PlainModel {
+  std::int64_t newStep = decimatorSteps[64], step = newStep, wet = 32767, counter = 0, hold[2]{};
+
+  void edit(unsigned index, std::int64_t i) override {
+    if (index < 2) {
+      (index == 0 ? newStep : wet) = index == 0 ? decimatorSteps[static_cast<std::size_t>(i)] : linear(i);
+    }
+  }
+  void grid() override { step = newStep; }
+  void reset() override { counter = hold[0] = hold[1] = 0; }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    const std::int64_t next = (counter + step) % 65536;
+    if (next < counter) {
+      hold[0] = std::max<std::int64_t>(l, -32767);
+      hold[1] = std::max<std::int64_t>(r, -32767);
+    }
+    counter = next;
+    l = sat((((32767 - wet) * l) >> 15) + ((hold[0] * wet) >> 15));
+    r = sat((((32767 - wet) * r) >> 15) + ((hold[1] * wet) >> 15));
+  }
+};
+
+TEST(Dynamics, EveryEffectMatchesItsPlainModelThroughRandomScenes) {
+  playScenes<SivrayFxCompressor>(CompressorModel(false));
+  playScenes<MasterCompressor>(CompressorModel(true));
+  playScenes<EffectAdapter<Pump>>(PumpModel());
+  playScenes<EffectAdapter<Q60393Drive>>(DriveModel());
+  playScenes<EffectAdapter<Q60393Distortion>>(DistortionModel());
+  playScenes<EffectAdapter<SivrayFxDecimator>>(DecimatorModel());
+}
+
+template <typename Table>
+void expectSums(const Table& table, std::uint64_t expectedSum, std::uint64_t expectedWeighted) {
+  std::uint64_t sum = 0;
+  std::uint64_t weighted = 0;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    sum += static_cast<std::uint64_t>(table[i]);
+    weighted += (i + 1) * static_cast<std::uint64_t>(table[i]);
+  }
+  EXPECT_EQ(sum, expectedSum);
+  EXPECT_EQ(weighted, expectedWeighted);
+}
+
+TEST(Dynamics, TablesHoldTheirOrderAndTheirSums) {
+  EXPECT_TRUE(std::is_sorted(pumpAttackTable.begin(), pumpAttackTable.end()));
+  EXPECT_TRUE(std::is_sorted(pumpLevelTable.rbegin(), pumpLevelTable.rend()));
+  EXPECT_TRUE(std::is_sorted(decimatorSteps.rbegin(), decimatorSteps.rend()));
+  expectSums(pumpAttackTable, 2986372266U, 379208095152U);
+  expectSums(pumpLevelTable, 7498349U, 405639303U);
+  expectSums(decimatorSteps, 1093600U, 38169108U);
+}
+
+TEST(Dynamics, PumpHoldsTheFirstHalfOfTheBeatDownAndBothRestartCodesStartItAgain) {
+  EffectAdapter<Pump> pump;
+  pump.setParameter(2, 50);  // a cycle of 22050 samples
+  pump.reset();
+  Stereo settle = constantSound(22050 * 2, 10000);
+  process(pump, settle);
+  EXPECT_LT(settle.left[22050 + 11000], 1500);
+  EXPECT_GT(settle.left[22050 + 21000], 9000);
+  for (const int code : {5, 6}) {
+    pump.notify(code);
+    Stereo again = constantSound(11000, 10000);
+    process(pump, again);
+    EXPECT_LT(*std::max_element(again.left.begin(), again.left.end()), 1500) << code;
+  }
+}
+
+TEST(Dynamics, CompressorStartsNearSilenceAndItsGainComesUp) {
+  SivrayFxCompressor compressor;
+  compressor.notify(5);
+  Stereo sound(4000);
+  for (std::size_t i = 0; i < 4000; ++i) {
+    sound.left[i] = sound.right[i] = i % 100 < 50 ? 100 : -100;
+  }
+  process(compressor, sound);
+  EXPECT_LT(sound.left[0], 5);
+  EXPECT_GT(sound.left[3910], 400);
+}
+
+/// The filter was designed in single precision, so that its formula gives the coefficients to about 24 bits.
+TEST(Dynamics, DistortionEndsInACutOfTwelveDecibelsAtEightKilohertz) {
+  const double w = 2.0 * std::numbers::pi * 8000.0 / 44100.0;
+  const double v = std::pow(10.0, -24.0 / 40.0) - 1.0;
+  const double slope = 2.0 * (v + 1.0) * 4.0;
+  const double d = slope + std::sin(w);
+  const double a2 = -(slope - std::sin(w)) / d;
+  const double t = 2.0 * slope * std::cos(w) / d;
+  const double e = (a2 + 1.0) * v * 0.5;
+  const DistortionModel model;
+  const auto expectNear = [](std::int64_t fixed, double x) {
+    EXPECT_NEAR(static_cast<double>(fixed), x * 536870912.0, 64.0);
+  };
+  expectNear(model.b[0], 1.0 + e);
+  expectNear(model.b[1], -t);
+  expectNear(model.b[2], -e - a2);
+  expectNear(model.a[0], t);
+  expectNear(model.a[1], a2);
+}
+
+TEST(Dynamics, DistortionOfOppositeChannelsIsSilent) {
+  EffectAdapter<Q60393Distortion> distortion;
+  Stereo sound = constantSound(300, 12345);
+  std::fill(sound.right.begin(), sound.right.end(), static_cast<std::int16_t>(-12345));
+  process(distortion, sound);
+  EXPECT_EQ(sound, Stereo(300));
+}
+
+/// The tube stage sample by sample, with the library's exponential in double precision.
+float tubeModel(float in, float drive, float mix) {
+  const float x = drive * in * 12.0F;
+  const auto exponential = [](float v) { return static_cast<float>(std::exp(static_cast<double>(v))); };
+  const float y = x >= 0.0F ? (1.0F - exponential(-6.0F * x)) * 0.755F : -(1.0F - exponential(6.0F * x)) * 0.765F;
+  return std::clamp((1.0F - mix) * in + mix * y, -1.0F, 1.0F);
+}
+
+TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
+  SivrayFxKilnode effect;
+  Dice dice(3);
+  float drive = 0.0F;
+  float mix = 0.0F;
+  for (int round = 0; round < 60; ++round) {
+    const int knob = dice.upTo(127);
+    EXPECT_EQ(effect.setParameter(2, knob), knob);
+    EXPECT_EQ(effect.setParameter(3, 5), 0);
+    const float gain = static_cast<float>(knob) * 0.007874016F;
+    if (dice.oneIn(5)) {
+      effect.setImmediate(true);
+      drive = gain * 0.25F;
+      mix = gain;
+    }
+    Stereo sound = dice.input(dice.blockSize());
+    sound.left[0] = 100;  // never silent, so that it stays awake
+    const Stereo input = sound;
+    process(effect, sound);
+    for (std::size_t i = 0; i < input.left.size(); ++i) {
+      drive += (gain * 0.25F - drive) * 0.003F;
+      mix += (gain - mix) * 0.003F;
+      const float left = static_cast<float>(input.left[i]) * 3.051851e-5F;
+      const float right = static_cast<float>(input.right[i]) * 3.051851e-5F;
+      ASSERT_EQ(sound.left[i], static_cast<std::int16_t>(tubeModel(left, drive, mix) * 32767.0F)) << round << " " << i;
+      ASSERT_EQ(sound.right[i], static_cast<std::int16_t>(tubeModel(right, drive, mix) * 32767.0F));
+    }
+  }
+}
+
+TEST(TubeStage, ExponentialIsTheNearestSingleAndBoundedBelow) {
+  using tesh::bramel::plugin::fxkit::exponentialOfNegative;
+  for (float x = 0.0F; x > -40.0F; x -= 0.0001373F) {
+    ASSERT_EQ(exponentialOfNegative(x), static_cast<float>(std::exp(static_cast<double>(x)))) << x;
+  }
+  EXPECT_LT(exponentialOfNegative(-1e30F), 1e-30F);
+}
+
+TEST(TubeStage, AtGainZeroTheOutputIsTheInputUpToTheConversion) {
+  SivrayFxKilnode effect;
+  effect.setParameter(2, 0);
+  effect.setImmediate(true);
+  Stereo sound = constantSound(100, 7777);
+  process(effect, sound);
+  EXPECT_NEAR(sound.left[99], 7777, 1);
+}
+
+TEST(Dynamics, OtherIndicesAreIgnoredAndWrongValuesMasked) {
+  SivrayFxCompressor direct;
+  EffectAdapter<SivrayFxDecimator> adapted;
+  EXPECT_EQ(direct.setParameter(1, 9), 0);
+  EXPECT_EQ(direct.setParameter(2, -1), 127);
+  EXPECT_EQ(adapted.setParameter(0, 9), 9);
+  EXPECT_EQ(adapted.setParameter(4, 9), 0);
+}
+
+TEST(Dynamics, KnobsMayTurnWhileTheEffectsRun) {
+  SivrayFxCompressor compressor;
+  MasterCompressor master;
+  EffectAdapter<Pump> pump;
+  EffectAdapter<Q60393Drive> drive;
+  EffectAdapter<Q60393Distortion> distortion;
+  SivrayFxKilnode tube;
+  EffectAdapter<SivrayFxDecimator> decimator;
+  for (SivrayFx* effect :
+       std::initializer_list<SivrayFx*>{&compressor, &master, &pump, &drive, &distortion, &tube, &decimator}) {
+    turnKnobsWhileItRuns(*effect);
+  }
+}
+
+}  // namespace
