@@ -43,6 +43,29 @@ TEST(Reverbs, HallSoundsAsItsPlainModel) {
   }
 }
 
+TEST(Reverbs, HallSleepsThroughSilenceAndWakesAsItsPlainModel) {
+  SivrayFxReverbSmoothHallAdapter fast;
+  model::Hall plain;
+  fast.reset();
+  plain.reset();
+  scene::Dice dice(9);
+  for (int b = 0; b < 1200; ++b) {
+    if (b % 97 == 0) {
+      fast.setParameter(3, b % 128);
+      plain.setParameter(3, b % 128);
+    }
+    scene::Stereo a = b % 300 < 10 ? dice.input(500) : scene::Stereo(500);
+    scene::Stereo c = a;
+    StereoBlock blockOfFast = a.block();
+    StereoBlock blockOfModel = c.block();
+    fast.process(blockOfFast, 500);
+    plain.process(blockOfModel, 500);
+    ASSERT_EQ(a, c) << b;
+    ASSERT_EQ(plain.sleeping, plain.silentCountdown == 0);
+  }
+  EXPECT_TRUE(plain.sleeping);
+}
+
 TEST(Reverbs, HallTablesHoldTheNumbersOfTheRunningRate) {
   EXPECT_EQ(kDiffuserDelays, (HallDelays{1281, 2391, 1699, 1042}));
   EXPECT_EQ(kTankDelays, (HallDelays{6525, 6084, 5467, 5070}));
