@@ -7,7 +7,7 @@ add_library(picojson INTERFACE)
 target_include_directories(picojson SYSTEM INTERFACE "${PICOJSON_INCLUDE_DIR}")
 
 add_library(sivray_juce STATIC)
-target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_graphics)
+target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_graphics)
 target_compile_definitions(sivray_juce
   PUBLIC
     JUCE_STANDALONE_APPLICATION=1

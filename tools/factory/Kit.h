@@ -1,0 +1,56 @@
+// A factory kit as a sound designer writes it, and the reading of its text form.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace sivray::factory {
+
+inline constexpr std::size_t kPads = 8;
+
+/// The MIDI note of the first pad.
+inline constexpr int kFirstNote = 36;
+
+enum class ExclusiveGroup { off, a, b };
+
+/// One pad. Numbers are those of the panel.
+struct KitPad {
+  std::string wave;  ///< Name of a wave of the sample library.
+  int level = 100;   ///< 0 to 127.
+  int pan = 0;       ///< -63 to 63.
+  bool mute = false;
+  int pitch = 0;  ///< -24 to 24 semitones.
+  int fine = 0;   ///< -100 to 100 cents.
+  ExclusiveGroup group = ExclusiveGroup::off;
+  bool send = false;  ///< Goes through the master effect.
+  bool gate = false;  ///< Sounds while its note is held.
+  int decay = 127;    ///< 0 to 127; 127 plays the whole wave.
+  int punch = 0;      ///< 0 to 127.
+  bool reverse = false;
+  int boost = 43;  ///< Low boost, 0 to 127; 43 leaves the sound as it is.
+};
+
+struct Kit {
+  std::string name;               ///< At most 24 characters.
+  std::string comment;            ///< The style.
+  std::string effect = "Bypass";  ///< Short name on the edit screen.
+  int edit1 = 64;                 ///< 0 to 127.
+  int edit2 = 64;
+  int master = 100;  ///< 0 to 127.
+  std::array<KitPad, kPads> pads;
+};
+
+/// A mistake in a text file, as "file:line: reason".
+class TextError : public std::runtime_error {
+ public:
+  TextError(std::string_view file, int line, std::string_view reason);
+};
+
+/// Reads the text of a kit. `file` names it in errors. Throws TextError; every pad and the name must be there.
+Kit parseKit(std::string_view text, std::string_view file);
+
+}  // namespace sivray::factory

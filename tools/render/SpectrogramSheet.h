@@ -1,0 +1,31 @@
+// A picture of many sounds at once: a grid of spectrograms, each under its name.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sivray::render {
+
+class SpectrogramSheet {
+ public:
+  explicit SpectrogramSheet(double sampleRateOfSounds) : sampleRate(sampleRateOfSounds) {}
+
+  /// Adds a cell. Samples are mono, full scale 1.0.
+  void add(const std::string& title, std::vector<float> samples);
+
+  /// Draws the grid and writes a PNG file: time to the right, 30 Hz to 20 kHz upwards on a logarithmic scale, 90 dB from
+  /// dark to bright. Throws RenderError when the file cannot be written.
+  void write(const std::string& path) const;
+
+ private:
+  struct Cell {
+    std::string title;
+    std::vector<float> samples;
+  };
+
+  double sampleRate;
+  std::vector<Cell> cells;
+};
+
+}  // namespace sivray::render
