@@ -80,24 +80,6 @@ TEST(Reverbs, HallTablesHoldTheNumbersOfTheRunningRate) {
   }
 }
 
-TEST(Reverbs, RoomAtLevelNothingGivesTheInput) {
-  SivrayFxMemoryManager memory;
-  SivrayFxReverb room;
-  memory.add(&room);
-  room.reset();
-  room.setParameter(kEdit1, 127);
-  scene::Dice dice(3);
-  for (int b = 0; b < 10; ++b) {
-    scene::Stereo s = dice.input(1000);
-    std::replace(s.left.begin(), s.left.end(), std::int16_t{-32768}, std::int16_t{-32767});
-    std::replace(s.right.begin(), s.right.end(), std::int16_t{-32768}, std::int16_t{-32767});
-    const scene::Stereo before = s;
-    StereoBlock block = s.block();
-    room.process(block, 1000);
-    ASSERT_EQ(s, before);
-  }
-}
-
 TEST(Reverbs, GateHoldsForTheTimeOfItsKnobAndThenCloses) {
   constexpr int kHoldStep = 2147483647 / 1000;
   ReverbGate gate;
