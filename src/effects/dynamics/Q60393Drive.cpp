@@ -3,15 +3,12 @@
 #include "effects/dynamics/Q60393Drive.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/PendingSettings.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-using namespace cofu::core;
 
 namespace {
 
@@ -20,6 +17,27 @@ constexpr std::int32_t kHighestThreshold = 19660;
 
 /// How strongly what stands above the threshold is bent, 15 fractional bits.
 constexpr std::int32_t kBend = 26213;
+
+/// The smoothed knobs of one sample.
+struct Moment {
+  Moment(const SmoothedValue& drive, const SmoothedValue& level, const SmoothedValue& threshold)
+      : emphasis(StereoLanes::both(drive.value())),
+        feedback(StereoLanes::both(cofu::core::mul15(drive.value(), 23919))),
+        output(StereoLanes::both(level.value())),
+        straight(StereoLanes::both(threshold.value())) {}
+
+  StereoLanes emphasis;
+  StereoLanes feedback;
+  StereoLanes output;
+  StereoLanes straight;  ///< How far the wave is left as it is.
+};
+
+/// Takes what stands above the threshold through a parabola. At z = 0 nothing does, so that its sign does not matter.
+StereoLanes bent(StereoLanes z, const Moment& now) {
+  const StereoLanes sign = signOf(z);
+  const StereoLanes above = (withSign(z, sign) - now.straight).notBelowZero();
+  return z - mul15(mul15(above, above), withSign(StereoLanes::both(kBend), sign));
+}
 
 std::int32_t thresholdFor(std::int32_t drive) { return std::max(kHighestThreshold - drive, 0); }
 
@@ -39,7 +57,7 @@ int Q60393Drive::setEdit(unsigned index, int value) {
       driveTarget = linearTable[i];
       return knob;
     case 1:
-      levelTarget = mul15(squareTable[i], 31489) + 1279;
+      levelTarget = cofu::core::mul15(squareTable[i], 31489) + 1279;
       return knob;
     default:
       return 0;
@@ -50,8 +68,8 @@ void Q60393Drive::reset() {
   drive.setNow(driveTarget);
   level.setNow(levelTarget);
   threshold.setNow(0);
-  leftChannel = {};
-  rightChannel = {};
+  preEmphasis = {};
+  lastOutput = {};
 }
 
 template <bool kResting>
@@ -62,35 +80,29 @@ void Q60393Drive::render(std::int16_t* left, std::int16_t* right, unsigned count
   SmoothedValue driveNow = drive;
   SmoothedValue levelNow = level;
   SmoothedValue thresholdNow = threshold;
-  Channel l = leftChannel;
-  Channel r = rightChannel;
-
-  const auto step = [&](Channel& channel, std::int16_t& sample) {
-    const std::int32_t in = sample;
-    const std::int32_t d = driveNow.value();
-    const std::int32_t f = mul15(d, 23919);
-    const std::int32_t z = saturate(in + mul15(leak(leak(channel.lastOutput)), f) + channel.preEmphasis);
-    channel.preEmphasis = mulShift<13>(d, in);
-    const std::int32_t c = z > 0 ? kBend : (z < 0 ? -kBend : 0);
-    const std::int32_t e = std::max(std::abs(z) - thresholdNow.value(), 0);
-    channel.lastOutput = z - mul15(mul15(e, e), c);
-    sample = static_cast<std::int16_t>(mul15(levelNow.value(), channel.lastOutput));
-  };
-
+  StereoLanes pre = preEmphasis;
+  StereoLanes last = lastOutput;
+  Moment now(driveNow, levelNow, thresholdNow);
   for (unsigned i = 0; i < count; ++i) {
     if constexpr (!kResting) {
       driveNow.glide(driveTo, k);
       levelNow.glide(levelTo, k);
       thresholdNow.glide(thresholdTo, k);
+      now = Moment(driveNow, levelNow, thresholdNow);
     }
-    step(l, left[i]);
-    step(r, right[i]);
+    const StereoLanes in = StereoLanes::of(left[i], right[i]);
+    const StereoLanes z = (in + mul15(leakTwice(last), now.feedback) + pre).saturated();
+    pre = (now.emphasis * in).shiftedRight<13>();
+    last = bent(z, now);
+    const StereoLanes out = mul15(now.output, last);
+    left[i] = static_cast<std::int16_t>(out.left());
+    right[i] = static_cast<std::int16_t>(out.right());
   }
   drive = driveNow;
   level = levelNow;
   threshold = thresholdNow;
-  leftChannel = l;
-  rightChannel = r;
+  preEmphasis = pre;
+  lastOutput = last;
 }
 
 void Q60393Drive::process(StereoBlock& block, unsigned count) {

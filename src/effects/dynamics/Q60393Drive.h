@@ -7,6 +7,7 @@
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/StereoLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -25,11 +26,6 @@ class Q60393Drive {
   bool immediate = false;
 
  private:
-  struct Channel {
-    std::int32_t preEmphasis = 0;
-    std::int32_t lastOutput = 0;
-  };
-
   template <bool kResting>
   void render(std::int16_t* left, std::int16_t* right, unsigned count, std::int32_t driveTo, std::int32_t levelTo);
 
@@ -38,8 +34,8 @@ class Q60393Drive {
   SmoothedValue drive;
   SmoothedValue level;
   SmoothedValue threshold;
-  Channel leftChannel;
-  Channel rightChannel;
+  StereoLanes preEmphasis;
+  StereoLanes lastOutput;
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

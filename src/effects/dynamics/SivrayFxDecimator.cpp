@@ -37,6 +37,8 @@ void SivrayFxDecimator::process(StereoBlock& block, unsigned count) {
     const std::int32_t wetNow = wet;
     const std::int32_t dryNow = 32767 - wetNow;
     const unsigned end = std::min(count, start + kControlGrid);
+    std::int32_t wetLeft = mul15(holdLeft, wetNow);
+    std::int32_t wetRight = mul15(holdRight, wetNow);
     for (unsigned i = start; i < end; ++i) {
       const std::int32_t left = block.left[i];
       const std::int32_t right = block.right[i];
@@ -45,9 +47,12 @@ void SivrayFxDecimator::process(StereoBlock& block, unsigned count) {
         counter &= 65535;
         holdLeft = std::max(left, -32767);
         holdRight = std::max(right, -32767);
+        wetLeft = mul15(holdLeft, wetNow);
+        wetRight = mul15(holdRight, wetNow);
       }
-      block.left[i] = static_cast<std::int16_t>(saturate(mul15(dryNow, left) + mul15(holdLeft, wetNow)));
-      block.right[i] = static_cast<std::int16_t>(saturate(mul15(dryNow, right) + mul15(holdRight, wetNow)));
+      // The two gains make up 32767, so that the sums keep to -32767 .. 32767 without a limit.
+      block.left[i] = static_cast<std::int16_t>(mul15(dryNow, left) + wetLeft);
+      block.right[i] = static_cast<std::int16_t>(mul15(dryNow, right) + wetRight);
     }
   }
 }

@@ -14,10 +14,11 @@ namespace {
 /// The output level, which no knob reaches.
 constexpr std::int32_t kOutput = 32767;
 
+/// Limited before the output level, which is 1.0 at most and needs no second limit.
 std::int16_t scaled(std::int32_t y, std::int64_t scale, std::int32_t output) {
   const std::int64_t wide = ((y * scale) >> 15) >> 9;
   const auto v = static_cast<std::int32_t>(std::clamp<std::int64_t>(wide, -kFullScale, kFullScale));
-  return static_cast<std::int16_t>(saturate(mul15(output, v)));
+  return static_cast<std::int16_t>(mul15(output, v));
 }
 
 }  // namespace

@@ -12,14 +12,40 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-using namespace cofu::core;
-
 namespace {
 
 /// Two-sided knobs read a one-sided table and take their own sign.
 std::int32_t withSignOf(int knob, std::int32_t magnitude) { return knob < 0 ? -magnitude : magnitude; }
 
-std::int32_t leakTwice(std::int32_t v) { return leak(leak(v)); }
+/// What one sample of both channels needs besides the stages.
+struct Moment {
+  StereoLanes depth;
+  StereoLanes manual;
+  StereoLanes resonance;
+  StereoLanes mix;
+  StereoLanes dryGain;
+};
+
+/// The coefficient of the all-pass stages. It needs no limit: `manual` lies in 0 .. 32767, `depth` in 0 .. 16101.
+StereoLanes coefficientAt(StereoLanes phase, const Moment& now) {
+  const StereoLanes triangle = withSign(phase, signOf(phase)).shiftedRightUnsigned<16>();
+  const StereoLanes held = triangle - triangle.shiftedRight<15>();
+  return now.manual - mul15(now.depth, held);
+}
+
+/// One sample `x` through the chain.
+template <typename Stages>
+StereoLanes step(Stages& s, const Moment& now, StereoLanes phase, StereoLanes x) {
+  const StereoLanes a = coefficientAt(phase, now);
+  const Stages old{leakTwice(s[0]), leakTwice(s[1]), leakTwice(s[2]), leakTwice(s[3]), leakTwice(s[4])};
+  const auto stage = [&](std::size_t j) { return (mul15(a, old[j]) - mul15(s[j - 1], a) + old[j - 1]).saturated(); };
+  s[0] = (x + leak(mul15(now.resonance, s[2]))).saturated();
+  s[1] = stage(1);
+  s[2] = leakTwice(leakTwice(stage(2)));
+  s[3] = stage(3);
+  s[4] = stage(4);
+  return (mul15(s[4], now.mix) + mul15(now.dryGain, x)).saturated();
+}
 
 }  // namespace
 
@@ -39,15 +65,15 @@ int Q60393Phaser::setEdit(unsigned index, int value) {
       lfoStep = static_cast<std::int32_t>(lfoTable[i]);
       return knob;
     case 1:
-      depthTarget = mul15(linearTable[i], 16102);
+      depthTarget = cofu::core::mul15(linearTable[i], 16102);
       return knob;
     case 2: {
-      const std::int32_t t = mul15(linearTable[i], 32767);
-      manualTarget = mul15(t, t);
+      const std::int32_t t = cofu::core::mul15(linearTable[i], 32767);
+      manualTarget = cofu::core::mul15(t, t);
       return knob;
     }
     case 3:
-      resonanceTarget = withSignOf(knob, mul15(convexTable[i], 32440));
+      resonanceTarget = withSignOf(knob, cofu::core::mul15(convexTable[i], 32440));
       return knob;
     case 4:
       mixTarget = withSignOf(knob, linearTable[i]);
@@ -58,10 +84,6 @@ int Q60393Phaser::setEdit(unsigned index, int value) {
 }
 
 Q60393Phaser::Targets Q60393Phaser::targets() const { return {depthTarget, manualTarget, resonanceTarget, mixTarget}; }
-
-Q60393Phaser::Moment Q60393Phaser::moment() const {
-  return {depth.value(), manual.value(), resonance.value(), mix.value(), 32767 - std::abs(mix.value())};
-}
 
 void Q60393Phaser::glide(const Targets& to, std::int32_t k) {
   depth.glide(to.depth, k);
@@ -80,40 +102,44 @@ void Q60393Phaser::reset() {
   manual.setNow(to.manual);
   resonance.setNow(to.resonance);
   mix.setNow(to.mix);
-  left = {};
-  right = {};
+  stages = {};
   phase = 0;
 }
 
-std::int16_t Q60393Phaser::step(Stages& s, const Moment& now, std::int32_t phase, std::int32_t x) {
-  const std::int32_t tri = std::min(triangle(phase), 32767);
-  const std::int32_t a = saturate(now.manual - mul15(now.depth, tri));
-  const Stages old{leakTwice(s[0]), leakTwice(s[1]), leakTwice(s[2]), leakTwice(s[3]), leakTwice(s[4])};
-  const auto stage = [&](std::size_t j) { return saturate(mul15(a, old[j]) - mul15(s[j - 1], a) + old[j - 1]); };
-  s[0] = saturate(x + leak(mul15(now.resonance, s[2])));
-  s[1] = stage(1);
-  s[2] = leakTwice(leakTwice(stage(2)));
-  s[3] = stage(3);
-  s[4] = stage(4);
-  return static_cast<std::int16_t>(saturate(mul15(s[4], now.mix) + mul15(now.dryGain, x)));
+template <bool kResting>
+void Q60393Phaser::render(std::int16_t* left, std::int16_t* right, unsigned count, const Targets& to) {
+  const auto moment = [&] {
+    return Moment{StereoLanes::both(depth.value()), StereoLanes::both(manual.value()),
+                  StereoLanes::both(resonance.value()), StereoLanes::both(mix.value()),
+                  StereoLanes::both(32767 - std::abs(mix.value()))};
+  };
+  const std::int32_t k = glideFactor(immediate);
+  const StereoLanes increment = StereoLanes::both(lfoStep);
+  StereoLanes phases = StereoLanes::of(phase, cofu::core::wrapAdd(phase, kRightPhaseLead));
+  Stages now = stages;
+  Moment knobs = moment();
+  for (unsigned i = 0; i < count; ++i) {
+    if constexpr (!kResting) {
+      glide(to, k);
+      knobs = moment();
+    }
+    phases = phases + increment;
+    const StereoLanes out = step(now, knobs, phases, StereoLanes::both((left[i] + right[i]) >> 1));
+    left[i] = static_cast<std::int16_t>(out.left());
+    right[i] = static_cast<std::int16_t>(out.right());
+  }
+  stages = now;
+  phase = phases.left();
 }
 
 void Q60393Phaser::process(StereoBlock& block, unsigned count) {
-  const std::int32_t k = glideFactor(immediate);
   for (unsigned start = 0; start < count; start += kControlGrid) {
-    const unsigned end = std::min(count, start + kControlGrid);
+    const unsigned run = std::min(count - start, kControlGrid);
     const Targets to = targets();
-    const std::int32_t increment = lfoStep;
-    const bool resting = restsAt(to);
-    for (unsigned i = start; i < end; ++i) {
-      if (!resting) {
-        glide(to, k);
-      }
-      const Moment now = moment();
-      phase = wrapAdd(phase, increment);
-      const std::int32_t x = (block.left[i] + block.right[i]) >> 1;
-      block.left[i] = step(left, now, phase, x);
-      block.right[i] = step(right, now, wrapAdd(phase, kRightPhaseLead), x);
+    if (restsAt(to)) {
+      render<true>(block.left + start, block.right + start, run, to);
+    } else {
+      render<false>(block.left + start, block.right + start, run, to);
     }
   }
 }

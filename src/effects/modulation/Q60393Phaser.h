@@ -8,6 +8,7 @@
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/StereoLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -27,18 +28,10 @@ class Q60393Phaser {
   bool immediate = false;
 
  private:
-  /// One channel's stage memories: the input of the first all-pass and the outputs of all four.
-  using Stages = std::array<std::int32_t, 5>;
+  /// The stage memories of both channels: the input of the first all-pass and the outputs of all four.
+  using Stages = std::array<StereoLanes, 5>;
 
-  /// What one sample of both channels needs besides the stages.
-  struct Moment {
-    std::int32_t depth;
-    std::int32_t manual;
-    std::int32_t resonance;
-    std::int32_t mix;
-    std::int32_t dryGain;
-  };
-
+  /// What the knobs set, apart from the speed.
   struct Targets {
     std::int32_t depth;
     std::int32_t manual;
@@ -47,10 +40,10 @@ class Q60393Phaser {
   };
 
   Targets targets() const;
-  Moment moment() const;
   void glide(const Targets& to, std::int32_t k);
   bool restsAt(const Targets& to) const;
-  static std::int16_t step(Stages& stages, const Moment& now, std::int32_t phase, std::int32_t x);
+  template <bool kResting>
+  void render(std::int16_t* left, std::int16_t* right, unsigned count, const Targets& to);
 
   Relaxed<std::int32_t> lfoStep;
   Relaxed<std::int32_t> depthTarget;
@@ -62,8 +55,7 @@ class Q60393Phaser {
   SmoothedValue resonance;
   SmoothedValue mix;
   std::int32_t phase = 0;
-  Stages left{};
-  Stages right{};
+  Stages stages{};
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects
