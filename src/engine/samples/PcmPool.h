@@ -39,6 +39,9 @@ class PcmPool {
   /// The start of all sample memory, which the silent block is part of.
   const std::int16_t* base() const { return memory.get(); }
 
+  /// Where `frame`, a place in the sample memory, lies: counted in frames from base().
+  std::int32_t frameOf(const std::int16_t* frame) const { return static_cast<std::int32_t>((frame - base()) / 2); }
+
   /// Two silent frames, where an empty slot points.
   const std::int16_t* silence() const { return memory.get() + slots.size() * framesInSlot * 2; }
 

@@ -67,10 +67,8 @@ void RampBank::swapPositions(std::int32_t a, std::int32_t b) {
   slotToPosition[static_cast<std::size_t>(positionToSlot[static_cast<std::size_t>(b)])] = b;
 }
 
-bool RampBank::writeAndRetire() {
-  const std::int32_t before = active;
+void RampBank::retireArrived() {
   for (std::int32_t position = 0; position < active;) {
-    *destination(position) = current(position);
     if (current(position) != target(position)) {
       ++position;
       continue;
@@ -80,7 +78,6 @@ bool RampBank::writeAndRetire() {
     }
     --active;
   }
-  return active != before;
 }
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -3,6 +3,7 @@
 // GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -59,12 +60,15 @@ class RampBank {
 
  private:
   struct ScalarStep {
-    static void step(Group& group) {
+    static int step(Group& group) {
+      int arrived = 0;
       for (std::size_t lane = 0; lane < kGroupLanes; ++lane) {
         const std::int32_t distance = cofu::core::wrapSub(group.current[lane], group.target[lane]);
         const std::int32_t scaled = cofu::core::mul15(group.rate[lane], distance);
         group.current[lane] = cofu::core::wrapAdd(group.target[lane], cofu::core::mul15(-32767, scaled));
+        arrived |= group.current[lane] == group.target[lane] ? 1 << lane : 0;
       }
+      return arrived;
     }
   };
 
@@ -80,7 +84,7 @@ class RampBank {
   std::int32_t*& destination(std::int32_t position) { return destinations[static_cast<std::size_t>(position)]; }
 
   void swapPositions(std::int32_t a, std::int32_t b);
-  bool writeAndRetire();
+  void retireArrived();
 
   std::array<std::int32_t, kPositions> slotToPosition;
   std::array<std::int32_t, kPositions> positionToSlot;
@@ -92,14 +96,20 @@ class RampBank {
 };
 
 template <typename Step>
-inline bool RampBank::stepAndRetire() {
-  if (active == 0) {
-    return false;
+[[gnu::always_inline]] inline bool RampBank::stepAndRetire() {
+  int arrived = 0;
+  for (std::int32_t first = 0; first < active; first += static_cast<std::int32_t>(kGroupLanes)) {
+    Group& group = groups[groupOf(first)];
+    const std::int32_t moving = std::min(active - first, static_cast<std::int32_t>(kGroupLanes));
+    arrived |= Step::step(group) & ((1 << moving) - 1);
+    for (std::int32_t lane = 0; lane < moving; ++lane) {
+      *destination(first + lane) = group.current[static_cast<std::size_t>(lane)];
+    }
   }
-  for (std::size_t group = 0; group < groupOf(active + 3); ++group) {
-    Step::step(groups[group]);
+  if (arrived != 0) {
+    retireArrived();
   }
-  return writeAndRetire();
+  return arrived != 0;
 }
 
 }  // namespace tesh::bramel::plugin::sivray

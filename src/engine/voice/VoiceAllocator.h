@@ -21,8 +21,8 @@ class VoiceAllocator {
   static constexpr int kFirstNote = 36;
   static constexpr std::size_t kPadPlaces = 16;
 
-  /// `padCount` is the number of pads that notes and meters reach, at most 16.
-  VoiceAllocator(DrumCore& core, int padCount);
+  /// `padTotal` is the number of pads that notes and meters reach, at most 16.
+  VoiceAllocator(DrumCore& core, int padTotal);
 
   /// The settings of a pad, not owned; null makes the pad deaf. Pads outside 0 to 15 are ignored.
   void setPad(int pad, const PadValues* values);
@@ -55,7 +55,6 @@ class VoiceAllocator {
   void readMeters();
   void releaseFinishedVoices();
 
-  DrumCore& core;
   VoicePool* voices = nullptr;
   std::array<const PadValues*, kPadPlaces> pads{};
   int activeVoices = 0;

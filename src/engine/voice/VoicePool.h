@@ -37,15 +37,16 @@ class VoicePool {
   void render(std::int32_t* output, int frames, int voices);
 
  private:
-  enum class Gain : std::uint8_t { now, ramped };
-
   void makeRamps(std::size_t lane);
   std::int32_t rampOf(std::size_t lane, LaneRamp ramp) const;
   std::int32_t* fieldOf(std::size_t lane, LaneRamp ramp);
 
   void startVoice(std::size_t lane);
+  void startPending(std::size_t voices);
   void startWave(std::size_t lane);
+  void startTone(std::size_t lane);
   void startEnvelope(std::size_t lane);
+  void startLevels(std::size_t lane);
   void sendTo(std::size_t lane, std::int32_t bus);
   void controlUpdate(std::size_t lane);
   void updateGains(std::size_t lane);
@@ -55,6 +56,7 @@ class VoicePool {
   int framesToWaveEnd(std::size_t lane, int frames) const;
   int framesToEnvelopeStep(std::size_t lane, int frames) const;
   bool endsNext(std::size_t lane) const;
+  void finishRun(int frames, std::size_t voices);
   void advanceWave(std::size_t lane, int frames);
   void advanceEnvelope(std::size_t lane, int frames);
   void checkEnd(std::size_t lane);

@@ -1,0 +1,73 @@
+// Eight lanes: both quads at once.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "engine/voice/LanesSse41.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+struct LanesAvx2 {
+  using Vec = __m256i;
+  static constexpr int kLanes = 8;
+
+  static Vec load(const std::int32_t* lanes) { return _mm256_load_si256(reinterpret_cast<const __m256i*>(lanes)); }
+  static void store(std::int32_t* lanes, Vec v) { _mm256_store_si256(reinterpret_cast<__m256i*>(lanes), v); }
+  static Vec all(std::int32_t word) { return _mm256_set1_epi32(word); }
+  static Vec add(Vec a, Vec b) { return _mm256_add_epi32(a, b); }
+  static Vec sub(Vec a, Vec b) { return _mm256_sub_epi32(a, b); }
+  static Vec bitAnd(Vec a, Vec b) { return _mm256_and_si256(a, b); }
+  static Vec bitOr(Vec a, Vec b) { return _mm256_or_si256(a, b); }
+  static Vec andNot(Vec mask, Vec v) { return _mm256_andnot_si256(mask, v); }
+  template <int Bits>
+  static Vec shiftLeft(Vec v) {
+    return _mm256_slli_epi32(v, Bits);
+  }
+  template <int Bits>
+  static Vec shiftRight(Vec v) {
+    return _mm256_srai_epi32(v, Bits);
+  }
+  static Vec wordProducts(Vec a, Vec b) { return _mm256_madd_epi16(a, b); }
+  static Vec maxOfWords(Vec a, Vec b) { return _mm256_max_epi16(a, b); }
+  static Vec magnitude(Vec v) { return _mm256_abs_epi32(v); }
+
+  static void clip(Vec& a, Vec& b) {
+    a = clipOne(a);
+    b = clipOne(b);
+  }
+
+  static bool anyLess(Vec a, Vec b, Vec mask) { return _mm256_testz_si256(_mm256_cmpgt_epi32(b, a), mask) == 0; }
+
+  static void framePairs(const std::int16_t* samples, Vec index, Vec& left, Vec& right) {
+    // Lanes are fetched in the order in which the shuffles below put them back: 0 1 4 5, then 2 3 6 7.
+    const Vec ordered = _mm256_permute4x64_epi64(index, _MM_SHUFFLE(3, 1, 2, 0));
+    const __m256 low = sortedPairs(samples, _mm256_castsi256_si128(ordered));
+    const __m256 high = sortedPairs(samples, _mm256_extracti128_si256(ordered, 1));
+    left = _mm256_castps_si256(_mm256_shuffle_ps(low, high, _MM_SHUFFLE(2, 0, 2, 0)));
+    right = _mm256_castps_si256(_mm256_shuffle_ps(low, high, _MM_SHUFFLE(3, 1, 3, 1)));
+  }
+
+  static __m128i laneSums(Vec a, Vec b, Vec c, Vec d) {
+    const Vec sums = _mm256_hadd_epi32(_mm256_hadd_epi32(a, b), _mm256_hadd_epi32(c, d));
+    return _mm_add_epi32(_mm256_castsi256_si128(sums), _mm256_extracti128_si256(sums, 1));
+  }
+
+ private:
+  static Vec clipOne(Vec v) {
+    return _mm256_min_epi32(_mm256_max_epi32(v, _mm256_set1_epi32(-32767)), _mm256_set1_epi32(32767));
+  }
+
+  static __m256 sortedPairs(const std::int16_t* samples, __m128i index) {
+    const Vec order = _mm256_broadcastsi128_si256(_mm_set_epi8(15, 14, 11, 10, 13, 12, 9, 8, 7, 6, 3, 2, 5, 4, 1, 0));
+    const auto* base = reinterpret_cast<const long long*>(samples);
+    const Vec frames = _mm256_i32gather_epi64(base, index, 4);
+    return _mm256_castsi256_ps(_mm256_shuffle_epi8(frames, order));
+  }
+};
+
+}  // namespace
+}  // namespace tesh::bramel::plugin::sivray

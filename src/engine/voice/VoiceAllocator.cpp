@@ -1,0 +1,141 @@
+// Finding, starting and giving back of voices.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/voice/VoiceAllocator.h"
+
+#include <algorithm>
+
+#include "engine/voice/VoicePool.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+namespace {
+
+constexpr int kNoVoice = -1;
+
+}  // namespace
+
+VoiceAllocator::VoiceAllocator(DrumCore&, int padTotal)
+    : padCount(std::clamp(padTotal, 0, static_cast<int>(kPadPlaces))) {}
+
+void VoiceAllocator::setPad(int pad, const PadValues* values) {
+  if (pad >= 0 && pad < static_cast<int>(kPadPlaces)) {
+    pads[static_cast<std::size_t>(pad)] = values;
+  }
+}
+
+const PadValues* VoiceAllocator::padAt(int pad) const {
+  return pad >= 0 && pad < padCount ? pads[static_cast<std::size_t>(pad)] : nullptr;
+}
+
+int VoiceAllocator::findVoice(int pad) const {
+  const VoiceBank& bank = voices->lanes();
+  const std::int32_t group = (*padAt(pad))[PadParameter::exAssign];
+  for (int voice = 0; group != 0 && voice < activeVoices; ++voice) {
+    const PadValues* own = padAt(bank.pad[static_cast<std::size_t>(voice)]);
+    if (own != nullptr && (*own)[PadParameter::exAssign] == group) {
+      return voice;
+    }
+  }
+  const int same = voiceOfPad(pad);
+  if (same < activeVoices) {
+    return same;
+  }
+  return activeVoices == kVoiceCount ? 0 : kNoVoice;
+}
+
+int VoiceAllocator::voiceOfPad(int pad) const {
+  const auto& owners = voices->lanes().pad;
+  return static_cast<int>(std::find(owners.begin(), owners.end(), pad) - owners.begin());
+}
+
+void VoiceAllocator::noteOn(int note, int velocity) {
+  const int pad = note - kFirstNote;
+  const PadValues* group = padAt(pad);
+  if (group == nullptr || voices == nullptr) {
+    return;
+  }
+  int voice = findVoice(pad);
+  if (voice == kNoVoice) {
+    voice = activeVoices++;
+  }
+  const auto lane = static_cast<std::size_t>(voice);
+  VoiceBank& bank = voices->lanes();
+  bank.pad[lane] = pad;
+  bank.padIndex[lane] = pad;
+  bank.padGroup[lane] = group;
+  if (velocity >= 1) {
+    voices->trigger(lane, velocity);
+  }
+}
+
+void VoiceAllocator::noteOff(int note) {
+  const int pad = note - kFirstNote;
+  if (voices == nullptr || padAt(pad) == nullptr) {
+    return;
+  }
+  const int voice = voiceOfPad(pad);
+  if (voice == kVoiceCount) {
+    return;
+  }
+  const auto lane = static_cast<std::size_t>(voice);
+  VoiceBank& bank = voices->lanes();
+  if (bank.gateMode[lane] && bank.phase[lane] == EnvelopePhase::running) {
+    bank.phase[lane] = EnvelopePhase::released;
+  }
+}
+
+void VoiceAllocator::resetVoices() {
+  for (std::size_t lane = 0; voices != nullptr && lane < kVoiceCount; ++lane) {
+    voices->clear(lane);
+  }
+}
+
+void VoiceAllocator::render(std::int32_t* const* channels, int frames, int) {
+  if (voices == nullptr) {
+    std::fill_n(channels[0], static_cast<std::size_t>(frames) * 4, 0);
+    return;
+  }
+  voices->render(channels[0], frames, activeVoices);
+  readMeters();
+  releaseFinishedVoices();
+}
+
+void VoiceAllocator::readMeters() {
+  VoiceBank& bank = voices->lanes();
+  for (int pad = 0; pad < padCount; ++pad) {
+    const int voice = voiceOfPad(pad);
+    const bool sounding = voice < activeVoices;
+    const auto lane = static_cast<std::size_t>(voice);
+    const auto meter = static_cast<std::size_t>(pad);
+    meters[0][meter] = sounding ? bank.peakLeft[lane] : 0;
+    meters[1][meter] = sounding ? bank.peakRight[lane] : 0;
+    if (sounding) {
+      bank.meterRestart[lane] = -1;
+    }
+  }
+}
+
+void VoiceAllocator::releaseFinishedVoices() {
+  VoiceBank& bank = voices->lanes();
+  for (int voice = 0; voice < activeVoices; ++voice) {
+    const auto lane = static_cast<std::size_t>(voice);
+    if (bank.state[lane] != VoiceState::free) {
+      continue;
+    }
+    voices->clear(lane);
+    voices->rebindRamps(lane);
+    const auto last = static_cast<std::size_t>(activeVoices - 1);
+    if (lane != last) {
+      bank.swapLanes(lane, last);
+      voices->rebindRamps(lane);
+      voices->rebindRamps(last);
+    }
+    --activeVoices;  // the voice that has moved here is looked at after the next render
+  }
+}
+
+std::int32_t VoiceAllocator::padLevel(unsigned pad, unsigned side) const {
+  return pad < static_cast<unsigned>(padCount) && side < meters.size() ? meters[side][pad] : 0;
+}
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,37 @@
+// The voice kernel for SSE4.1.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <immintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#include "engine/voice/RampBank.h"
+#include "engine/voice/VoiceBank.h"
+#include "engine/voice/VoiceKernel.h"
+#include "engine/voice/VoiceKernelSets.h"
+
+// Only what is defined between these marks is compiled for SSE4.1: shared inline functions must run everywhere.
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("sse4.1"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("sse4.1")
+#endif
+
+#include "engine/voice/LanesSse41.h"
+#include "engine/voice/VoiceKernelRun.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+int runVoicesSse41(const VoiceRun& run) { return runVoices<LanesSse41, LanesSse41>(run); }
+
+bool tickRampsSse41(RampBank& ramps) { return tickRamps<LanesSse41>(ramps); }
+
+}  // namespace tesh::bramel::plugin::sivray
+
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
