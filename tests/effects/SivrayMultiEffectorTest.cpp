@@ -81,12 +81,13 @@ TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
   model::Master plain;
   Dice dice(77);
   for (int i = 0; i < 3 * kEffectTypeCount; ++i) {
-    onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount, edit = dice.upTo(127)](auto& m) {
-      m.setValue(0, type);
-      m.setValue(2, edit);
-      m.setValue(3, 127 - edit);
-    });
+    onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount](auto& m) { m.setValue(0, type); });
+    // The first three blocks end where the immediate mode does, so that the edit before the fourth must glide.
     for (const int count : {1, 20, 23, 1, 64, 700, 2048}) {
+      onBoth(fast, plain, [edit = dice.upTo(127)](auto& m) {
+        m.setValue(2, edit);
+        m.setValue(3, 127 - edit);
+      });
       Stereo a = dice.input(count);
       Stereo c = a;
       render(fast, a, 0, count);
