@@ -1,0 +1,95 @@
+// Little-endian numbers in and out of byte buffers: what the readers and writers of macro and program files share.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace tesh::cofu::core {
+
+/// The bytes from `offset` on, at most `size` of them; fewer, or none, where the buffer ends before.
+inline std::span<const std::uint8_t> bytesAt(std::span<const std::uint8_t> bytes, std::uint64_t offset,
+                                             std::uint64_t size = ~std::uint64_t{0}) {
+  if (offset >= bytes.size()) {
+    return {};
+  }
+  const auto rest = bytes.subspan(static_cast<std::size_t>(offset));
+  return size < rest.size() ? rest.first(static_cast<std::size_t>(size)) : rest;
+}
+
+/// Walks through a buffer. A read past the end gives zero and leaves the reader failed, where it stays.
+class ByteReader {
+ public:
+  explicit ByteReader(std::span<const std::uint8_t> bytes) : rest(bytes) {}
+
+  bool hasFailed() const { return failed; }
+  std::size_t remaining() const { return rest.size(); }
+
+  std::uint32_t word() { return static_cast<std::uint32_t>(number<4>()); }
+  std::uint64_t longWord() { return number<8>(); }
+  float real() { return std::bit_cast<float>(word()); }
+
+  /// The next `size` bytes, or none of them.
+  std::span<const std::uint8_t> take(std::uint64_t size) {
+    if (size > rest.size()) {
+      failed = true;
+      rest = {};
+      return {};
+    }
+    const auto taken = rest.first(static_cast<std::size_t>(size));
+    rest = rest.subspan(taken.size());
+    return taken;
+  }
+
+ private:
+  template <std::size_t Count>
+  std::uint64_t number() {
+    std::uint64_t result = 0;
+    int shift = 0;
+    for (const std::uint8_t byte : take(Count)) {
+      result |= static_cast<std::uint64_t>(byte) << shift;
+      shift += 8;
+    }
+    return result;
+  }
+
+  std::span<const std::uint8_t> rest;
+  bool failed = false;
+};
+
+/// The little-endian word at `offset`, or nothing when it does not lie inside `bytes` as a whole.
+inline std::optional<std::uint32_t> wordIn(std::span<const std::uint8_t> bytes, std::uint64_t offset) {
+  ByteReader reader(bytesAt(bytes, offset));
+  const std::uint32_t word = reader.word();
+  return reader.hasFailed() ? std::nullopt : std::optional(word);
+}
+
+/// Appends to a growing buffer.
+class ByteWriter {
+ public:
+  explicit ByteWriter(std::vector<std::uint8_t>& destination) : out(destination) {}
+
+  void word(std::uint32_t value) { number<4>(value); }
+  void longWord(std::uint64_t value) { number<8>(value); }
+  void real(float value) { word(std::bit_cast<std::uint32_t>(value)); }
+  void bytes(std::span<const std::uint8_t> data) { out.insert(out.end(), data.begin(), data.end()); }
+  void text(std::string_view characters) { out.insert(out.end(), characters.begin(), characters.end()); }
+  void zeros(std::size_t count) { out.insert(out.end(), count, std::uint8_t{0}); }
+
+ private:
+  template <std::size_t Count>
+  void number(std::uint64_t value) {
+    for (std::size_t i = 0; i < Count; ++i) {
+      out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+    }
+  }
+
+  std::vector<std::uint8_t>& out;
+};
+
+}  // namespace tesh::cofu::core

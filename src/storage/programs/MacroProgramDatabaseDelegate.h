@@ -1,0 +1,24 @@
+// What a program database asks of its owner when it stores the current state.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tesh::vimo {
+
+class MacroProgramDatabaseDelegate {
+ public:
+  virtual ~MacroProgramDatabaseDelegate() = default;
+
+  /// The macro's stored value, 0 to 1; 0 for an index past the list.
+  virtual float macroValue(std::uint64_t index) const = 0;
+  /// The macro's opaque object, 0 when it carries none or the index lies past the list.
+  virtual std::uint64_t macroObject(std::uint64_t index) const = 0;
+  virtual const std::string& programName() const = 0;
+  virtual const std::string& programComment() const = 0;
+  /// Seconds since 1970.
+  virtual std::uint32_t programTime() const = 0;
+};
+
+}  // namespace tesh::vimo

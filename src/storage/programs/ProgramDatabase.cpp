@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/programs/ProgramDatabase.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "core/LittleEndian.h"
+
+namespace tesh::vimo {
+namespace {
+
+using cofu::core::ByteReader;
+using cofu::core::ByteWriter;
+
+constexpr std::uint32_t kValuesOnly = 256;  // Floats and nothing else.
+constexpr std::uint32_t kNamed = 512;       // Names and times, no ids.
+constexpr std::uint32_t kWithId = 768;      // As the newest, but the entries are floats.
+
+/// Bytes of a record before its entries.
+std::uint64_t headBytes(std::uint32_t version) {
+  switch (version) {
+    case kValuesOnly:
+      return 0;
+    case kNamed:
+      return 208;
+    default:
+      return ProgramDatabase::kRecordHeadBytes;
+  }
+}
+
+std::uint64_t entryBytes(std::uint32_t version) {
+  return version == ProgramDatabase::kImageVersion ? ProgramDatabase::kEntryBytes : sizeof(float);
+}
+
+bool isKnown(std::uint32_t version) {
+  return version == kValuesOnly || version == kNamed || version == kWithId || version == ProgramDatabase::kImageVersion;
+}
+
+void readText(ProgramRecord::Text& field, ByteReader& reader) {
+  const auto bytes = reader.take(ProgramRecord::kTextBytes);
+  ProgramRecord::setText(field, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
+
+void readHead(ProgramRecord& record, ByteReader& reader, std::uint32_t version, std::size_t number) {
+  if (version == kValuesOnly) {
+    ProgramRecord::setText(record.name, std::to_string(number));
+    ProgramRecord::setText(record.comment, "TESH");
+    return;
+  }
+  reader.word();
+  readText(record.name, reader);
+  readText(record.comment, reader);
+  record.time = reader.word();
+  reader.take(headBytes(version) - 200);
+}
+
+}  // namespace
+
+void ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode) {
+  macrosPerRecord = imageMacroCount;
+  const std::uint32_t version = cofu::core::wordIn(image, 0).value_or(0);
+  if (!isKnown(version)) {
+    return;
+  }
+  if (mode == Mode::replace) {
+    records.clear();
+  }
+  const std::uint64_t recordBytes = headBytes(version) + entryBytes(version) * imageMacroCount;
+  const std::uint64_t count = recordsIn(image, version, recordBytes);
+  ByteReader reader(cofu::core::bytesAt(image, kImageHeadBytes));
+  for (std::size_t i = 0; i < count; ++i) {
+    auto record = std::make_unique<ProgramRecord>(macroCount());
+    record->marker = ProgramRecord::kMarkerLoaded;
+    readHead(*record, reader, version, i);
+    for (ProgramEntry& entry : record->entries) {
+      entry.value = reader.real();
+      entry.object = version == kImageVersion ? reader.longWord() : 0;
+    }
+    records.push_back(std::move(record));
+  }
+}
+
+/// The number of records to read, all of which lie inside the image as a whole.
+std::uint64_t ProgramDatabase::recordsIn(std::span<const std::uint8_t> image, std::uint32_t version,
+                                         std::uint64_t recordBytes) const {
+  if (image.size() < kImageHeadBytes || recordBytes == 0) {
+    return 0;
+  }
+  const std::uint64_t claimed = *cofu::core::wordIn(image, 4);
+  const std::uint64_t bytes = image.size() - kImageHeadBytes;
+  const std::uint64_t held = bytes / recordBytes;
+  if (version == kImageVersion) {
+    return claimed == held && bytes % recordBytes == 0 ? claimed : 0;
+  }
+  if (version == kNamed) {
+    if (claimed != held) {
+      std::fputs("program database : # num programs did not match the number we expected...\n", stderr);
+    }
+    return held;
+  }
+  return std::min(claimed, held);
+}
+
+std::size_t ProgramDatabase::byteSize() const {
+  return records.size() * (kRecordHeadBytes + kEntryBytes * macroCount()) + kImageHeadBytes;
+}
+
+void ProgramDatabase::save(std::vector<std::uint8_t>& out) const {
+  out.reserve(out.size() + byteSize());
+  ByteWriter writer(out);
+  writer.word(kImageVersion);
+  writer.word(static_cast<std::uint32_t>(records.size()));
+  for (const auto& record : records) {
+    writer.word(record->marker);
+    writer.text({record->name.data(), record->name.size()});
+    writer.text({record->comment.data(), record->comment.size()});
+    writer.word(record->time);
+    writer.longWord(0);
+    writer.bytes(record->id);
+    for (std::size_t i = 0; i < macroCount(); ++i) {
+      const ProgramEntry entry = i < record->entries.size() ? record->entries[i] : ProgramEntry{};
+      writer.real(entry.value);
+      writer.longWord(entry.object);
+    }
+  }
+}
+
+void ProgramDatabase::setMacroCount(std::size_t count) {
+  macrosPerRecord = count;
+  for (const auto& record : records) {
+    record->entries.resize(count);
+  }
+}
+
+void ProgramDatabase::fillMacro(std::uint64_t macro, float value) {
+  if (macro >= macrosPerRecord) {
+    return;
+  }
+  for (const auto& record : records) {
+    if (macro < record->entries.size()) {
+      record->entries[static_cast<std::size_t>(macro)] = {value, 0};
+    }
+  }
+}
+
+void ProgramDatabase::appendFromDelegate() {
+  auto record = std::make_unique<ProgramRecord>(macroCount());
+  storeInto(*record);
+  records.push_back(std::move(record));
+}
+
+void ProgramDatabase::overwriteFromDelegate(std::uint64_t index) {
+  if (index < records.size()) {
+    storeInto(*records[static_cast<std::size_t>(index)]);
+  }
+}
+
+void ProgramDatabase::storeInto(ProgramRecord& record) const {
+  ProgramRecord::setText(record.name, delegate.programName());
+  ProgramRecord::setText(record.comment, delegate.programComment());
+  record.time = delegate.programTime();
+  record.entries.resize(macroCount());
+  for (std::size_t i = 0; i < record.entries.size(); ++i) {
+    record.entries[i] = {delegate.macroValue(i), delegate.macroObject(i)};
+  }
+}
+
+void ProgramDatabase::remove(std::uint64_t index) {
+  if (index < records.size()) {
+    records.erase(records.begin() + static_cast<std::ptrdiff_t>(index));
+  }
+}
+
+void ProgramDatabase::move(std::uint64_t from, std::uint64_t to) {
+  if (from >= records.size() || to >= records.size()) {
+    return;
+  }
+  const auto source = records.begin() + static_cast<std::ptrdiff_t>(from);
+  const auto target = records.begin() + static_cast<std::ptrdiff_t>(to);
+  if (from < to) {
+    std::rotate(source, source + 1, target + 1);
+  } else {
+    std::rotate(target, source, source + 1);
+  }
+}
+
+const ProgramRecord* ProgramDatabase::record(std::uint64_t index) const {
+  return index < records.size() ? records[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+std::string ProgramDatabase::name(std::uint64_t index) const {
+  const ProgramRecord* found = record(index);
+  return found ? std::string(ProgramRecord::textOf(found->name)) : std::string();
+}
+
+std::string ProgramDatabase::comment(std::uint64_t index) const {
+  const ProgramRecord* found = record(index);
+  return found ? std::string(ProgramRecord::textOf(found->comment)) : std::string();
+}
+
+std::uint32_t ProgramDatabase::time(std::uint64_t index) const {
+  const ProgramRecord* found = record(index);
+  return found ? found->time : 0;
+}
+
+std::span<const ProgramEntry> ProgramDatabase::entries(std::uint64_t index) const {
+  const ProgramRecord* found = record(index);
+  return found ? std::span<const ProgramEntry>(found->entries) : std::span<const ProgramEntry>();
+}
+
+}  // namespace tesh::vimo

@@ -1,0 +1,74 @@
+// An ordered list of programs, and the image that stands for it in files: four versions in, the newest out.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "storage/programs/MacroProgramDatabaseDelegate.h"
+#include "storage/programs/ProgramRecord.h"
+
+namespace tesh::vimo {
+
+/// All operations under the lock of the owner. A record's place in the list is its program number.
+class ProgramDatabase {
+ public:
+  static constexpr std::uint32_t kImageVersion = 1024;
+  static constexpr std::size_t kImageHeadBytes = 8;
+  static constexpr std::size_t kRecordHeadBytes = 224;
+  static constexpr std::size_t kEntryBytes = 12;
+
+  /// `owner` must outlive the database.
+  explicit ProgramDatabase(const MacroProgramDatabaseDelegate& owner) : delegate(owner) {}
+
+  /// Reads an image whose records hold `imageMacroCount` macros each, in place of the records at hand or behind them.
+  /// An unknown version leaves the records alone. An image of the newest version must have the size that its count
+  /// asks for, or no record comes of it; of the older ones the whole records at hand are read.
+  enum class Mode { replace, append };
+  void load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode);
+
+  /// Appends an image of byteSize() bytes to `out`.
+  void save(std::vector<std::uint8_t>& out) const;
+  std::size_t byteSize() const;
+
+  /// Cuts or zero-extends the entries of all records.
+  void setMacroCount(std::size_t count);
+  std::size_t macroCount() const { return static_cast<std::size_t>(macrosPerRecord); }
+
+  /// Gives every record this value for a macro; nothing when `macro` lies past the macro count.
+  void fillMacro(std::uint64_t macro, float value);
+
+  /// Stores the owner's current state as a new last record.
+  void appendFromDelegate();
+  /// The same into a record at hand, which keeps its id and marker.
+  void overwriteFromDelegate(std::uint64_t index);
+
+  /// Takes the record out and closes the gap.
+  void remove(std::uint64_t index);
+  /// Puts the record at `to`; those in between shift by one.
+  void move(std::uint64_t from, std::uint64_t to);
+
+  std::size_t programCount() const { return records.size(); }
+
+  /// The record, or null out of range.
+  const ProgramRecord* record(std::uint64_t index) const;
+  /// Out of range: empty, or 0.
+  std::string name(std::uint64_t index) const;
+  std::string comment(std::uint64_t index) const;
+  std::uint32_t time(std::uint64_t index) const;
+  std::span<const ProgramEntry> entries(std::uint64_t index) const;
+
+ private:
+  void storeInto(ProgramRecord& record) const;
+  std::uint64_t recordsIn(std::span<const std::uint8_t> image, std::uint32_t version, std::uint64_t recordBytes) const;
+
+  const MacroProgramDatabaseDelegate& delegate;
+  std::vector<std::unique_ptr<ProgramRecord>> records;
+  std::uint64_t macrosPerRecord = 0;
+};
+
+}  // namespace tesh::vimo

@@ -1,0 +1,42 @@
+// One program: a stored value for every macro, with a name, a comment and a time.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "core/Uuid.h"
+
+namespace tesh::vimo {
+
+/// The value of one macro in a program. An object other than 0 takes the place of the value.
+struct ProgramEntry {
+  float value = 0.0F;
+  std::uint64_t object = 0;
+};
+
+struct ProgramRecord {
+  static constexpr std::uint32_t kMarkerNew = 1024;
+  static constexpr std::uint32_t kMarkerLoaded = 2;
+  static constexpr std::size_t kTextBytes = 96;
+  using Text = std::array<char, kTextBytes>;
+
+  /// An empty program of the present time, with a fresh id and `macroCount` zero entries.
+  explicit ProgramRecord(std::size_t macroCount);
+
+  /// Copies up to the first zero byte, at most 95 characters, and fills the rest with zeros.
+  static void setText(Text& field, std::string_view text);
+  static std::string_view textOf(const Text& field);
+
+  std::uint32_t marker = kMarkerNew;
+  Text name{};
+  Text comment{};
+  std::uint32_t time = 0;  ///< Seconds since 1970.
+  cofu::core::Uuid id{};
+  std::vector<ProgramEntry> entries;
+};
+
+}  // namespace tesh::vimo
