@@ -3,7 +3,9 @@
 #include "effects/modulation/SivrayFxIMarloEffects.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -49,17 +51,27 @@ float flushed(float x) {
 
 float limited(float x) { return std::clamp(flushed(x), -1.0F, 1.0F); }
 
+using Voices = float __attribute__((vector_size(16)));
+using VoiceMasks = std::int32_t __attribute__((vector_size(16)));
+
 /// A sine of w * pi / 2 for w in -1 .. 1, lifted to 0 .. 2.
-float liftedSine(float phase) {
-  const float w = std::fabs(phase) - 1.0F;
-  const float square = w * w;
-  const float linear = w * 1.5703204F;
-  const float cubic = square * 0.6421143F * w;
-  const float fifth = square * square * w * 0.07186159F;
+Voices liftedSine(Voices phase) {
+  const auto magnitude = std::bit_cast<Voices>(std::bit_cast<VoiceMasks>(phase) & 0x7FFFFFFF);
+  const Voices w = magnitude - 1.0F;
+  const Voices square = w * w;
+  const Voices linear = w * 1.5703204F;
+  const Voices cubic = square * 0.6421143F * w;
+  const Voices fifth = square * square * w * 0.07186159F;
   return linear - cubic + fifth + 1.0000676F;
 }
 
-float wrappedPhase(float phase) { return phase > 2.0F ? phase - 4.0F : phase; }
+/// `value` less `amount` in the lanes of `mask`.
+Voices lessWhere(VoiceMasks mask, Voices value, float amount) {
+  const Voices amounts{amount, amount, amount, amount};
+  return value - std::bit_cast<Voices>(mask & std::bit_cast<VoiceMasks>(amounts));
+}
+
+Voices wrappedPhase(Voices phase) { return lessWhere(phase > 2.0F, phase, 4.0F); }
 
 }  // namespace
 
@@ -88,7 +100,7 @@ void SivrayFxIMarloEffects::reset() {
   phase = 0.0F;
   depthSmooth = kStartDepth;
   spreadSmooth = 1.0F;
-  constexpr std::array<float, kVoices> kStart{0.6666667F, -0.6666667F, -2.0F};
+  constexpr Voices kStart{0.6666667F, -0.6666667F, -2.0F, -2.0F};
   leftBank = {kStart, kStart};
   rightBank = leftBank;
 }
@@ -152,25 +164,27 @@ float SivrayFxIMarloEffects::phaser(Channel& channel, float lfoPhase, float x) c
 }
 
 float SivrayFxIMarloEffects::ensemble(const Channel& channel, const Bank& bank) const {
-  float sum = 0.0F;
-  for (std::size_t i = 0; i < kVoices; ++i) {
-    const float fast = liftedSine(bank.fast[i]) * 0.499966F * 0.0833333F;
-    const float slow = liftedSine(bank.slow[i]) * 0.499966F;
-    const float y = channel.read((fast + slow) * depthSmooth + static_cast<float>(writeIndex));
-    sum = i == 0 ? y : sum + y;
-  }
-  return limited(sum * 0.66666F);
+  const Voices fast = liftedSine(bank.fast) * 0.499966F * 0.0833333F;
+  const Voices slow = liftedSine(bank.slow) * 0.499966F;
+  const Voices position = (fast + slow) * depthSmooth + static_cast<float>(writeIndex);
+  constexpr auto kLength = static_cast<float>(kLineLength);
+  const Voices wrapped = lessWhere(position >= kLength, position, kLength);
+  const VoiceMasks whole = __builtin_convertvector(wrapped, VoiceMasks);
+  const Voices fraction = wrapped - __builtin_convertvector(whole, Voices);
+  const auto at = [&](int voice, int offset) { return channel.line[static_cast<std::size_t>(whole[voice] + offset)]; };
+  const Voices older{at(0, 1), at(1, 1), at(2, 1), 0.0F};
+  const Voices newer{at(0, 0), at(1, 0), at(2, 0), 0.0F};
+  const Voices y = newer + (older - newer) * fraction;
+  return limited((y[0] + y[1] + y[2]) * 0.66666F);
 }
 
 /// The left bank runs; the right one stands a distance away from it that the spread sets.
 void SivrayFxIMarloEffects::advanceEnsemble() {
   const float distance = (spreadSmooth - 1.0F) * 0.666667F;
-  for (std::size_t i = 0; i < kVoices; ++i) {
-    leftBank.fast[i] = wrappedPhase(leftBank.fast[i] + kFastIncrement);
-    leftBank.slow[i] = wrappedPhase(leftBank.slow[i] + kSlowIncrement);
-    rightBank.fast[i] = wrappedPhase(leftBank.fast[i] + distance);
-    rightBank.slow[i] = wrappedPhase(leftBank.slow[i] + distance);
-  }
+  leftBank.fast = wrappedPhase(leftBank.fast + kFastIncrement);
+  leftBank.slow = wrappedPhase(leftBank.slow + kSlowIncrement);
+  rightBank.fast = wrappedPhase(leftBank.fast + distance);
+  rightBank.slow = wrappedPhase(leftBank.slow + distance);
 }
 
 void SivrayFxIMarloEffects::advance() {

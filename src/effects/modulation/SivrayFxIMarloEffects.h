@@ -26,7 +26,6 @@ class SivrayFxIMarloEffects : public SivrayFx {
 
  private:
   static constexpr std::size_t kLineLength = 4096;
-  static constexpr std::size_t kVoices = 3;
 
   /// The two knobs on 0.0 .. 1.0.
   struct Settings {
@@ -54,10 +53,13 @@ class SivrayFxIMarloEffects : public SivrayFx {
     float followTriangle(float lfoPhase);
   };
 
-  /// Phases of the three ensemble voices, fast and slow, on -2 .. 2.
+  /// One value per ensemble voice, and a fourth that copies the last voice and is not heard.
+  using Voices = float __attribute__((vector_size(16)));
+
+  /// Phases of the ensemble voices, fast and slow, on -2 .. 2.
   struct Bank {
-    std::array<float, kVoices> fast{};
-    std::array<float, kVoices> slow{};
+    Voices fast;
+    Voices slow;
   };
 
   void takeSettings();
