@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -77,16 +78,22 @@ class ByteWriter {
   void word(std::uint32_t value) { number<4>(value); }
   void longWord(std::uint64_t value) { number<8>(value); }
   void real(float value) { word(std::bit_cast<std::uint32_t>(value)); }
-  void bytes(std::span<const std::uint8_t> data) { out.insert(out.end(), data.begin(), data.end()); }
-  void text(std::string_view characters) { out.insert(out.end(), characters.begin(), characters.end()); }
-  void zeros(std::size_t count) { out.insert(out.end(), count, std::uint8_t{0}); }
+  void bytes(std::span<const std::uint8_t> data) { std::copy(data.begin(), data.end(), extend(data.size())); }
+  void text(std::string_view characters) { std::copy(characters.begin(), characters.end(), extend(characters.size())); }
+  void zeros(std::size_t count) { extend(count); }
 
  private:
   template <std::size_t Count>
   void number(std::uint64_t value) {
+    const auto place = extend(Count);
     for (std::size_t i = 0; i < Count; ++i) {
-      out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+      place[static_cast<std::ptrdiff_t>(i)] = static_cast<std::uint8_t>(value >> (8 * i));
     }
+  }
+
+  std::vector<std::uint8_t>::iterator extend(std::size_t count) {
+    out.resize(out.size() + count);
+    return out.end() - static_cast<std::ptrdiff_t>(count);
   }
 
   std::vector<std::uint8_t>& out;

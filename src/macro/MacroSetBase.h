@@ -1,0 +1,56 @@
+// The rule that turns a macro's value into the value of one engine parameter.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "core/Boxed.h"
+#include "macro/MacroTypes.h"
+
+namespace tesh::vimo {
+
+/// A boxed value in use; null is no value.
+using BoxedValue = std::unique_ptr<cofu::core::boxed::holder_base>;
+
+/// One set of a macro. Built and changed while no audio runs; `map` and `targetId` are read on the audio thread.
+class MacroSetBase {
+ public:
+  virtual ~MacroSetBase() = default;
+
+  virtual MacroSetType type() const = 0;
+  virtual const char* typeName() const = 0;
+
+  /// Bytes that `serialize` writes.
+  virtual std::uint32_t byteSize() const = 0;
+  /// Reads a record. One that is too short leaves the set as it was and gives false.
+  virtual bool deserialize(std::span<const std::uint8_t> record) = 0;
+  virtual void serialize(std::uint8_t* out) const = 0;
+
+  /// The engine parameter that the set drives.
+  virtual std::uint32_t targetId() const { return target; }
+  virtual void setTargetId(std::uint32_t id) { target = id; }
+
+  /// The curve, for x from 0 to 1. Audio thread.
+  virtual float map(float x) const = 0;
+
+  /// Editable properties. Past the count: null, and nothing happens. A value of another type than `property` gives
+  /// changes nothing.
+  virtual std::uint32_t propertyCount() const = 0;
+  virtual BoxedValue property(std::uint32_t index) const = 0;
+
+  /// What becomes of a macro's non-numeric value.
+  virtual std::uint64_t mapObject(std::uint64_t object) const { return object; }
+
+  virtual void setProperty(std::uint32_t index, BoxedValue value) = 0;
+
+ private:
+  std::uint32_t target = 0;
+};
+
+/// A new set of the given type, or null when there is no such type.
+std::unique_ptr<MacroSetBase> makeMacroSet(MacroSetType type);
+
+}  // namespace tesh::vimo

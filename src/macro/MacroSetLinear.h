@@ -1,0 +1,84 @@
+// The sets that run between two ends: a straight line and the curves that differ from it only in shape.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "macro/MacroSetBase.h"
+
+namespace tesh::vimo {
+
+class MacroSetLinear : public MacroSetBase {
+ public:
+  static constexpr std::uint32_t kRecordBytes = 12;
+
+  MacroSetType type() const override { return MacroSetType::linear; }
+  const char* typeName() const override { return "Linear"; }
+  std::uint32_t byteSize() const override { return kRecordBytes; }
+  bool deserialize(std::span<const std::uint8_t> record) override;
+  void serialize(std::uint8_t* out) const override;
+  float map(float x) const override;
+  std::uint32_t propertyCount() const override { return 1; }
+  /// The range as `tmm`, whatever the index.
+  BoxedValue property(std::uint32_t index) const override;
+  void setProperty(std::uint32_t index, BoxedValue value) override;
+
+  /// The ends of the range, in any order.
+  void setRange(tmm range) { ends = range; }
+
+ protected:
+  tmm ends;
+};
+
+/// Runs from the maximum down.
+class MacroSetLinearFlipped final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::linearFlipped; }
+  const char* typeName() const override { return "Invert"; }
+  float map(float x) const override;
+};
+
+/// Rises slowly, then fast.
+class MacroSetSquared final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::squared; }
+  const char* typeName() const override { return "EXP"; }
+  float map(float x) const override;
+};
+
+class MacroSetSquaredFlipped final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::squaredFlipped; }
+  const char* typeName() const override { return "EXP Inv"; }
+  float map(float x) const override;
+};
+
+/// Rises fast, then flattens.
+class MacroSetLogCurved final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::logCurved; }
+  const char* typeName() const override { return "LOG"; }
+  float map(float x) const override;
+};
+
+class MacroSetLogCurvedFlipped final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::logCurvedFlipped; }
+  const char* typeName() const override { return "LOG Inv"; }
+  float map(float x) const override;
+};
+
+/// An S that is flat around the middle.
+class MacroSetCubicCurve final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::cubicCurve; }
+  const char* typeName() const override { return "EXP Mid"; }
+  float map(float x) const override;
+};
+
+class MacroSetBiquadCurve final : public MacroSetLinear {
+ public:
+  MacroSetType type() const override { return MacroSetType::biquadCurve; }
+  const char* typeName() const override { return "Biquad"; }
+  float map(float x) const override;
+};
+
+}  // namespace tesh::vimo

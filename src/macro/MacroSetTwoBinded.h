@@ -1,0 +1,40 @@
+// The set of two halves, each with a curve of its own.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+
+#include "macro/MacroSetBase.h"
+
+namespace tesh::vimo {
+
+/// The properties are: 0 the three points as `tmmm`, 1 the split as float, 2 and 3 the halves' own property 0, 4 and 5
+/// the halves' types. Setting a type puts a new half over its part of the range.
+class MacroSetTwoBinded final : public MacroSetBase {
+ public:
+  static constexpr std::uint32_t kRecordHeadBytes = 36;
+
+  MacroSetType type() const override { return MacroSetType::twoBinded; }
+  const char* typeName() const override { return "TwoBinded"; }
+  std::uint32_t byteSize() const override;
+  /// A half of a type that does not stand here, or whose record runs past the end, is not made. A split that is not
+  /// between 0 and 1 would divide by zero and counts as 0.5.
+  bool deserialize(std::span<const std::uint8_t> record) override;
+  void serialize(std::uint8_t* out) const override;
+  void setTargetId(std::uint32_t id) override;
+  /// A half that was never made gives 0.
+  float map(float x) const override;
+  std::uint32_t propertyCount() const override { return 6; }
+  BoxedValue property(std::uint32_t index) const override;
+  void setProperty(std::uint32_t index, BoxedValue value) override;
+
+ private:
+  void setSplit(float x);
+  void setHalf(std::size_t half, MacroSetType type);
+
+  std::array<std::unique_ptr<MacroSetBase>, 2> halves;
+  tmmm points;
+  float split = 0.5F;
+};
+
+}  // namespace tesh::vimo
