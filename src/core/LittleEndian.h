@@ -91,10 +91,8 @@ class ByteWriter {
     }
   }
 
-  std::vector<std::uint8_t>::iterator extend(std::size_t count) {
-    out.resize(out.size() + count);
-    return out.end() - static_cast<std::ptrdiff_t>(count);
-  }
+  /// Makes room for `count` zero bytes and gives their start.
+  std::vector<std::uint8_t>::iterator extend(std::size_t count);
 
   std::vector<std::uint8_t>& out;
 };

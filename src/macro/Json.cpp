@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "macro/Json.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tesh::vimo {
+namespace {
+
+/// Largest magnitude at which every whole double fits 64 bits with room to spare.
+constexpr double kLargestWhole = 9.0e18;
+
+}  // namespace
+
+picojson::value parseJson(std::span<const std::uint8_t> text) {
+  picojson::value document;
+  std::string error;
+  const auto* begin = reinterpret_cast<const char*>(text.data());
+  picojson::parse(document, begin, begin + text.size(), &error);
+  return error.empty() ? document : picojson::value();
+}
+
+const picojson::value& memberOf(const picojson::value& object, const std::string& key) {
+  static const picojson::value null;
+  const auto& members = object.get<picojson::object>();
+  const auto found = members.find(key);
+  return found == members.end() ? null : found->second;
+}
+
+std::optional<std::int64_t> roundedNumber(const picojson::value& value) {
+  if (!value.is<double>()) {
+    return std::nullopt;
+  }
+  return static_cast<std::int64_t>(std::clamp(std::round(value.get<double>()), -kLargestWhole, kLargestWhole));
+}
+
+}  // namespace tesh::vimo

@@ -1,0 +1,63 @@
+// One macro: its values, and the sets through which it moves engine parameters.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "macro/MacroParameterControlTarget.h"
+#include "macro/MacroSetBase.h"
+
+namespace tesh::vimo {
+
+class MacroParameterControl {
+ public:
+  static constexpr std::size_t kHeaderBytes = 32;
+  static constexpr std::size_t kNameBytes = 16;
+
+  MacroParameterControl(std::unique_ptr<MacroParameterControlTarget> valueTarget,
+                        MacroParameterControlListener* changeListener);
+
+  /// Takes in a set and tells the listener. Of two sets for one engine parameter the first stays. Never while audio
+  /// runs.
+  void addSet(std::unique_ptr<MacroSetBase> set);
+  std::span<const std::unique_ptr<MacroSetBase>> sets() const { return ownSets; }
+
+  /// Sends the mapped values to the target, outside of any block.
+  void sendToTarget(float value) const;
+
+  /// Reads a record of either form. What cannot be read leaves the macro with the sets before it.
+  void readRecord(std::span<const std::uint8_t> record);
+  /// Appends the record in its current form.
+  void writeRecord(std::vector<std::uint8_t>& out) const;
+
+  /// Up to sixteen characters.
+  std::string name() const;
+  void setName(std::string_view text);
+
+  std::uint64_t objectValue = 0;  ///< The macro's non-numeric value, when it carries one.
+  float storedValue = 0.0F;       ///< Belongs to the program.
+  float liveValue = 0.0F;         ///< In force now; differs from the stored one during a temporary movement.
+  float echoValue = 0.0F;         ///< Last reported.
+  float defaultValue = 0.0F;      ///< For programs that have no entry for this macro.
+  std::vector<std::string> expressions;
+
+ private:
+  void readCurrentForm(std::span<const std::uint8_t> record);
+  void readOlderForm(std::span<const std::uint8_t> record);
+
+  std::vector<std::unique_ptr<MacroSetBase>> ownSets;
+  std::array<std::uint8_t, kHeaderBytes> header{};
+  MacroParameterControlListener* listener;
+  std::unique_ptr<MacroParameterControlTarget> target;
+};
+
+/// A value as a reader outside sees it: what is not a number counts as 0, the rest is limited to 0 .. 1.
+float cleanMacroValue(float value);
+
+}  // namespace tesh::vimo
