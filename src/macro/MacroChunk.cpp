@@ -1,0 +1,196 @@
+// The macro chunk: the macro list, the factory programs and the current values, read in four versions and written in
+// the newest. SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "core/LittleEndian.h"
+#include "macro/MacroController.h"
+
+namespace tesh::vimo {
+namespace {
+
+using cofu::core::ByteReader;
+using cofu::core::bytesAt;
+using cofu::core::ByteWriter;
+
+constexpr std::uint32_t kVersionValues = 512;  // Values, no texts.
+constexpr std::uint32_t kVersionTexts = 768;   // Texts, time and selection behind the values.
+constexpr std::uint32_t kVersionMoved = 1024;  // The same with these words moved up by one.
+constexpr std::uint32_t kVersionWithObjects = 1280;
+constexpr std::size_t kPlainValueBytes = 4;
+constexpr std::size_t kObjectValueBytes = 12;
+constexpr std::size_t kLongestHeaderWords = 12;
+
+/// The header of a chunk, with its words at their places of the newest version.
+struct ChunkHeader {
+  std::uint32_t version = 0;
+  std::uint32_t bytes = 0;
+  std::uint32_t macroCount = 0;
+  std::uint32_t macroBytes = 0;
+  std::uint32_t databaseBytes = 0;
+  std::uint32_t textOffset = 0;
+  std::uint32_t nameBytes = 0;
+  std::uint32_t commentBytes = 0;
+  std::uint32_t time = 0;
+  ProgramSelection selection;
+};
+
+/// Bytes of the header of a version, 0 for an unknown one.
+std::uint32_t headerBytes(std::uint32_t version) {
+  switch (version) {
+    case kVersionValues:
+      return 24;
+    case kVersionTexts:
+      return 44;
+    case kVersionMoved:
+    case kVersionWithObjects:
+      return 48;
+    default:
+      return 0;
+  }
+}
+
+std::optional<ChunkHeader> readHeader(std::span<const std::uint8_t> chunk) {
+  ChunkHeader header;
+  header.version = cofu::core::wordIn(chunk, 0).value_or(0);
+  header.bytes = headerBytes(header.version);
+  if (header.bytes == 0 || chunk.size() < header.bytes) {
+    return std::nullopt;
+  }
+  std::array<std::uint32_t, kLongestHeaderWords> words{};
+  ByteReader reader(chunk);
+  std::generate_n(words.begin(), header.bytes / 4, [&reader] { return reader.word(); });
+  header.macroCount = words[1];
+  header.macroBytes = words[2];
+  header.databaseBytes = words[3];
+  header.textOffset = words[5];
+  const std::uint32_t* texts = &words[header.version == kVersionTexts ? 6 : 7];
+  header.nameBytes = texts[0];
+  header.commentBytes = texts[1];
+  header.time = texts[2];
+  header.selection = {texts[3], texts[4]};
+  return header;
+}
+
+/// The text of `size` bytes, or nothing when it does not lie inside `bytes` as a whole.
+std::optional<std::string_view> textIn(std::span<const std::uint8_t> bytes, std::uint64_t offset, std::uint32_t size) {
+  const auto found = bytesAt(bytes, offset, size);
+  if (found.size() != size) {
+    return std::nullopt;
+  }
+  return std::string_view(reinterpret_cast<const char*>(found.data()), found.size());
+}
+
+}  // namespace
+
+using Controller = MacroController<Generator<float>>;
+
+void Controller::readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts) {
+  if (parts == ChunkParts::all && !macros.empty()) {
+    clearMacros();
+  }
+  const auto header = readHeader(chunk);
+  if (!header) {
+    return;
+  }
+  const std::uint64_t databaseStart = std::uint64_t{header->bytes} + header->macroBytes;
+  if (parts == ChunkParts::all) {
+    readMacroSection(bytesAt(chunk, header->bytes, header->macroBytes));
+    loadDatabase(static_cast<std::uint64_t>(Bank::factory), bytesAt(chunk, databaseStart, header->databaseBytes),
+                 header->macroCount, ProgramDatabase::Mode::replace);
+  }
+  const auto values = bytesAt(chunk, databaseStart + header->databaseBytes);
+  readValues(values, header->macroCount, header->version == kVersionWithObjects);
+  if (header->version == kVersionValues) {
+    return;
+  }
+  if (const auto name = textIn(values, header->textOffset, header->nameBytes)) {
+    selectedName.assign(*name);
+  }
+  const std::uint64_t commentOffset = std::uint64_t{header->textOffset} + header->nameBytes;
+  if (const auto comment = textIn(values, commentOffset, header->commentBytes)) {
+    selectedComment.assign(*comment);
+  }
+  selectedTime = header->time;
+  selected = header->selection;
+}
+
+void Controller::readMacroSection(std::span<const std::uint8_t> section) {
+  ByteReader reader(section);
+  const std::uint32_t count = reader.word();
+  ByteReader sizes(reader.take(std::uint64_t{count} * 4));
+  for (std::uint32_t i = 0; i < count && !reader.hasFailed(); ++i) {
+    const auto record = reader.take(sizes.word());
+    if (!reader.hasFailed()) {
+      addMacro().readRecord(record);
+    }
+  }
+}
+
+void Controller::readValues(std::span<const std::uint8_t> values, std::uint32_t count, bool withObjects) {
+  const std::size_t entryBytes = withObjects ? kObjectValueBytes : kPlainValueBytes;
+  const std::size_t held = std::min({std::size_t{count}, macros.size(), values.size() / entryBytes});
+  ByteReader reader(values);
+  for (std::size_t i = 0; i < held; ++i) {
+    MacroParameterControl& macro = *macros[i];
+    const float value = reader.real();
+    macro.objectValue = withObjects ? reader.longWord() : 0;
+    macro.storedValue = value;
+    macro.liveValue = value;
+    macro.echoValue = value;
+    macro.sendToTarget(value);
+  }
+}
+
+void Controller::writeChunk(std::vector<std::uint8_t>& out) {
+  const auto list = macroSection();
+  const auto factory = static_cast<std::uint64_t>(Bank::factory);
+  const auto count = static_cast<std::uint32_t>(macros.size());
+  ByteWriter writer(out);
+  writer.word(kVersionWithObjects);
+  writer.word(count);
+  writer.word(static_cast<std::uint32_t>(list.size()));
+  writer.word(static_cast<std::uint32_t>(databaseByteSize(factory)));
+  writer.word(4);
+  writer.word(static_cast<std::uint32_t>(kObjectValueBytes) * count);
+  writer.word(0);
+  writer.word(static_cast<std::uint32_t>(selectedName.size()));
+  writer.word(static_cast<std::uint32_t>(selectedComment.size()));
+  writer.word(selectedTime);
+  writer.word(static_cast<std::uint32_t>(selected.program));
+  writer.word(static_cast<std::uint32_t>(selected.bank));
+  writer.bytes(list);
+  saveDatabase(factory, out);
+  for (const auto& macro : macros) {
+    writer.real(macro->storedValue);
+    writer.longWord(macro->objectValue);
+  }
+  writer.text(selectedName);
+  writer.text(selectedComment);
+}
+
+std::vector<std::uint8_t> Controller::macroSection() const {
+  std::vector<std::uint8_t> records;
+  std::vector<std::uint8_t> section;
+  ByteWriter writer(section);
+  writer.word(static_cast<std::uint32_t>(macros.size()));
+  for (const auto& macro : macros) {
+    const std::size_t before = records.size();
+    macro->writeRecord(records);
+    writer.word(static_cast<std::uint32_t>(records.size() - before));
+  }
+  writer.bytes(records);
+  return section;
+}
+
+void Controller::readPatches(std::span<const std::uint8_t> file) {
+  const auto header = readHeader(file);
+  if (!header || header->version != kVersionTexts) {
+    return;
+  }
+  const auto image = bytesAt(file, std::uint64_t{header->bytes} + header->macroBytes, header->databaseBytes);
+  loadDatabase(static_cast<std::uint64_t>(Bank::factory), image, header->macroCount, ProgramDatabase::Mode::append);
+}
+
+}  // namespace tesh::vimo

@@ -1,0 +1,132 @@
+// Movements and program selection; the chunk stands in MacroChunk.cpp. SPDX-License-Identifier: GPL-3.0-or-later
+#include "macro/MacroController.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "macro/MacroSetQuantized.h"
+
+namespace tesh::vimo {
+namespace {
+
+void putInto(TimedValueRing* ring, const TimedValue& entry) {
+  if (ring) {
+    ring->put(entry);
+  }
+}
+
+TimedValue movement(std::uint64_t index, float value, std::uint32_t frame) {
+  return {static_cast<std::uint32_t>(index), value, frame, 0};
+}
+
+}  // namespace
+
+using Controller = MacroController<Generator<float>>;
+
+void Controller::sendMapped(const MacroParameterControl& macro, float value, std::uint32_t frame,
+                            ProcessBlock& block) const {
+  for (const auto& set : macro.sets()) {
+    putInto(block.automationRing, {set->targetId(), set->map(value), frame, 0});
+  }
+}
+
+void Controller::setMacroValue(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) {
+  MacroParameterControl* macro = macroAt(index);
+  if (!macro) {
+    return;
+  }
+  macro->objectValue = 0;
+  macro->storedValue = value;
+  macro->liveValue = value;
+  sendMapped(*macro, value, frame, block);
+  macro->echoValue = value;
+  putInto(block.notificationRing, movement(index, value, frame));
+}
+
+void Controller::setMacroObject(std::uint64_t index, std::uint64_t object, std::uint32_t frame, ProcessBlock& block) {
+  MacroParameterControl* macro = macroAt(index);
+  if (!macro) {
+    return;
+  }
+  macro->objectValue = object;
+  for (const auto& set : macro->sets()) {
+    putInto(block.automationRing, {set->targetId(), 0.0F, frame, set->mapObject(object)});
+  }
+  putInto(block.notificationRing, {static_cast<std::uint32_t>(index), 0.0F, frame, object});
+}
+
+void Controller::moveTemporarily(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) {
+  MacroParameterControl* macro = macroAt(index);
+  if (!macro) {
+    return;
+  }
+  macro->liveValue = value;
+  sendMapped(*macro, value, frame, block);
+  putInto(block.notificationRing, movement(index, value, frame));
+}
+
+void Controller::endTemporaryMoves(std::uint32_t frame, ProcessBlock& block) {
+  for (std::size_t index = 0; index < macros.size(); ++index) {
+    MacroParameterControl& macro = *macros[index];
+    if (macro.liveValue == macro.storedValue) {
+      continue;
+    }
+    macro.liveValue = macro.storedValue;
+    sendMapped(macro, macro.liveValue, frame, block);
+    putInto(block.notificationRing, movement(index, liveMacroValue(index), frame));
+  }
+}
+
+void Controller::selectProgram(std::uint64_t program, std::uint64_t bank, std::uint32_t frame, ProcessBlock& block) {
+  if (selected == ProgramSelection{program, bank} || programCount(bank) == 0) {
+    return;
+  }
+  selected = {std::min(program, programCount(bank) - 1), bank};
+  const ProgramRecord& record = *database(bank)->record(selected.program);
+  selectedName.assign(ProgramRecord::textOf(record.name));
+  selectedComment.assign(ProgramRecord::textOf(record.comment));
+  selectedTime = record.time;
+  for (std::size_t index = 0; index < macros.size(); ++index) {
+    if (index >= record.entries.size()) {
+      setMacroValue(index, macros[index]->defaultValue, frame, block);
+    } else if (record.entries[index].object == 0) {
+      setMacroValue(index, record.entries[index].value, frame, block);
+    } else {
+      setMacroObject(index, record.entries[index].object, frame, block);
+    }
+  }
+}
+
+std::uint64_t Controller::stepCount(std::uint64_t index) const {
+  const MacroParameterControl* macro = macroAt(index);
+  if (!macro || macro->sets().empty()) {
+    return kDefaultSteps;
+  }
+  const MacroSetBase& set = *macro->sets().front();
+  if (const auto* quantized = dynamic_cast<const MacroSetQuantized*>(&set)) {
+    return quantized->valueCount();
+  }
+  GeneratorParameterInfo info;
+  if (!generator.getParameterInfo(set.targetId(), info) || !(info.step > 0.0F)) {
+    return kDefaultSteps;
+  }
+  const double first = std::round(std::clamp(set.map(0.0F), 0.0F, 1.0F) / info.step);
+  const double last = std::round(std::clamp(set.map(1.0F), 0.0F, 1.0F) / info.step);
+  const double states = std::abs(last - first) + 1.0;
+  return std::isfinite(states) ? static_cast<std::uint64_t>(std::min(states, 4294967296.0)) : kDefaultSteps;
+}
+
+void Controller::clearMacros() {
+  macros.clear();
+  databaseAt(static_cast<std::uint64_t>(Bank::factory))->setMacroCount(0);
+  databaseAt(static_cast<std::uint64_t>(Bank::user))->setMacroCount(0);
+  owner.macroListChanged();
+}
+
+MacroParameterControl& Controller::addMacro() {
+  macros.push_back(std::make_unique<MacroParameterControl>(
+      std::make_unique<MacroParameterControlTargetAny<Generator<float>*>>(&generator), this));
+  return *macros.back();
+}
+
+}  // namespace tesh::vimo
