@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/construction/Construction.h"
+
+#include <string>
+
+#include "engine/SivrayPlugin.h"
+#include "macro/MacroDescription.h"
+#include "storage/paths/Paths.h"
+#include "storage/programs/UserProgramFile.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+using Processor = vimo::PluginMacroControllable<vimo::Generator<float>>;
+using Plugin = plugin::sivray::SivrayPlugin<plugin::sivray::VstXSynth>;
+
+/// The index of all waves by category, or where there is none the plain one.
+std::string sampleListFile() {
+  const std::string resources = directoryFor(kBramelDirectory_Resource);
+  const std::string byCategory = joinPath(resources, "SivrayPCM/drumparam_category.bin");
+  return fileExists(byCategory) ? byCategory : joinPath(resources, "SivrayPCM/drumparam.bin");
+}
+
+void readDescription(Processor& processor, const std::string& name) {
+  const std::string folder = pathFor(kBramelPath_Macro, name);
+  const auto text = readFile(joinPath(folder, "readme.json"));
+  vimo::loadDescription(text, vimo::filesOf(folder, name), processor, Processor::Controller::ChunkParts::all);
+}
+
+void readUserPrograms(Processor& processor, const std::string& name) {
+  const auto file = readFile(pathFor(kBramelPath_UserProgram, name));
+  if (const auto bank = vimo::readUserProgramFile(file)) {
+    processor.controller().loadDatabase(static_cast<std::uint64_t>(vimo::Bank::user), bank->image, bank->macroCount,
+                                        vimo::ProgramDatabase::Mode::replace);
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Processor> makeProcessor() {
+  const std::string name(kInstrumentName);
+  const std::string sampleList = sampleListFile();
+  auto plugin = std::make_unique<Plugin>();
+  Plugin& frame = *plugin;
+  auto processor = std::make_unique<Processor>(name, std::move(plugin));
+  frame.setListener(processor.get());
+  frame.sampleLibrary()->load(sampleList);
+  readDescription(*processor, name);
+  readUserPrograms(*processor, name);
+  processor->programQueue.put(vimo::MidiEvent::programChange(1, 0, 0));
+  frame.activate();
+  return processor;
+}
+
+}  // namespace tesh::bramel::vst
