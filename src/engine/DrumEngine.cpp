@@ -1,0 +1,160 @@
+// Construction of the engine in its fixed order, the way of a block through it, and the numbering of parameters.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/DrumEngine.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+constexpr std::uint32_t kEffectPlace = 16;
+constexpr std::uint32_t kMasterPlace = 17;
+constexpr std::uint32_t kGlobalPlace = 18;
+constexpr std::uint32_t kFirstMeterPlace = 19;
+
+constexpr int heldPads(int padCount) { return std::clamp(padCount, 1, kMaxPads); }
+
+/// The integer at a normalised value: rounded to the nearest, in single precision. What no integer can hold is held to
+/// the ends of the type, and NaN reads as the minimum.
+std::int32_t integerAt(const ParameterRow& row, float value) {
+  constexpr float kLimit = 1073741824.0F;
+  const float steps = static_cast<float>(row.maximum - row.minimum) * value + 0.5F;
+  return static_cast<std::int32_t>(steps > -kLimit ? std::min(steps, kLimit) : (steps <= -kLimit ? -kLimit : 0.0F)) +
+         row.minimum;
+}
+
+}  // namespace
+
+DrumEngine::DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames)
+    : core(file, heldPads(padCount), slotFrames),
+      allocator(core, heldPads(padCount)),
+      buffers(new Buffers),
+      globalGroup(effect) {
+  const auto pads = static_cast<std::uint32_t>(heldPads(padCount));
+  for (std::uint32_t pad = 0; pad < pads; ++pad) {
+    addPad(pad);
+  }
+  groups.set(kEffectPlace, &effect.parameter());
+  groups.set(kMasterPlace, &masterGroup);
+  for (std::uint32_t pad = 0; pad < pads; ++pad) {
+    meterGroups.push_back(std::make_unique<ReadParameterDispatcher>(allocator, pad));
+    groups.set(kFirstMeterPlace + pad, meterGroups.back().get());
+  }
+  groups.set(kGlobalPlace, &globalGroup);
+  core.makeVoices(allocator);
+  programBank = std::make_unique<ProgramBank>(bankGroups());
+}
+
+void DrumEngine::addPad(std::uint32_t pad) {
+  padGroups.push_back(std::make_unique<Q57214DrumParameterInfo>(core, static_cast<int>(pad)));
+  Q57214DrumParameterInfo& group = *padGroups.back();
+  allocator.setPad(static_cast<int>(pad), &group.values());
+  groups.set(pad, &group);
+  // Each pad begins with a wave of its own, and alone in its exclusive group.
+  for (const PadParameter own : {PadParameter::wave, PadParameter::exAssign}) {
+    auto value = static_cast<std::int32_t>(pad);
+    group.setValue(static_cast<int>(own), &value);
+  }
+}
+
+ProgramBankGroups DrumEngine::bankGroups() {
+  ProgramBankGroups saved;
+  std::transform(padGroups.begin(), padGroups.end(), saved.pads.begin(), [](const auto& group) { return group.get(); });
+  saved.effect = &effect.parameter();
+  saved.master = &masterGroup;
+  return saved;
+}
+
+void DrumEngine::render(float* left, float* right, int frames) {
+  // The buffers end at kMaxFrames. No block still takes over what is pending, and gives finished voices back.
+  int done = 0;
+  do {
+    renderBlock(left + done, right + done, std::clamp(frames - done, 0, kMaxFrames));
+    done += kMaxFrames;
+  } while (done < frames);
+}
+
+void DrumEngine::renderBlock(float* left, float* right, int frames) {
+  std::int32_t* const mix = buffers->mix.data();
+  const std::array<std::int32_t*, kChannels> channels{mix, mix + 1, mix + 2, mix + 3};
+  allocator.render(channels.data(), frames, kChannels);
+  std::int16_t* const effectLeft = buffers->effectLeft.data();
+  std::int16_t* const effectRight = buffers->effectRight.data();
+  for (int i = 0; i < frames; ++i) {
+    effectLeft[i] = static_cast<std::int16_t>(mix[i * kChannels + 2]);
+    effectRight[i] = static_cast<std::int16_t>(mix[i * kChannels + 3]);
+  }
+  effects::StereoBlock block{effectLeft, effectRight};
+  effect.process(block, frames);
+  masterGroup.render({mix, effectLeft, effectRight, left, right, frames});
+}
+
+void DrumEngine::resetSound() {
+  allocator.resetVoices();
+  effect.reset();
+}
+
+DrumEngine::Place DrumEngine::placeOf(std::uint32_t id) const {
+  IParameter* const group = groups.groupOf(id);
+  const int index = ParameterGroupTable::indexOf(id);
+  if (group == nullptr || index >= group->count()) {
+    return {};
+  }
+  const ParameterRow* const row = group->info(index);
+  return row == nullptr ? Place{} : Place{group, row, index};
+}
+
+void DrumEngine::setParameter(std::uint32_t id, float value) {
+  const Place place = placeOf(id);
+  if (place.group != nullptr) {
+    std::int32_t integer = integerAt(*place.row, value);
+    place.group->setValue(place.index, &integer);
+  }
+}
+
+float DrumEngine::getParameter(std::uint32_t id) const {
+  const Place place = placeOf(id);
+  if (place.group == nullptr) {
+    return -1.0F;
+  }
+  const std::int32_t range = place.row->maximum - place.row->minimum;
+  if (range == 0) {
+    return 0.0F;
+  }
+  return static_cast<float>(place.group->value(place.index) - place.row->minimum) / static_cast<float>(range);
+}
+
+std::int32_t DrumEngine::parameterRange(std::uint32_t id) const {
+  const Place place = placeOf(id);
+  return place.group == nullptr ? -1 : place.row->maximum - place.row->minimum;
+}
+
+std::string DrumEngine::parameterName(std::uint32_t id) const {
+  IParameter* const group = groups.groupOf(id);
+  if (group == nullptr) {
+    return {};
+  }
+  std::array<char, 8> number{};
+  const std::uint32_t place = id >> 4;
+  std::snprintf(number.data(), number.size(), "%03u", place == kEffectPlace ? 0U : place);
+  std::string name = std::string(number.data()) + ": ";
+  const int index = ParameterGroupTable::indexOf(id);
+  if (index < group->count()) {
+    name += group->info(index)->name;
+  }
+  return name;
+}
+
+std::string DrumEngine::parameterDisplay(std::uint32_t id, float value) const {
+  const Place place = placeOf(id);
+  return place.group == nullptr ? std::string() : place.group->format(place.index, integerAt(*place.row, value));
+}
+
+std::string DrumEngine::parameterDisplay(std::uint32_t id) const {
+  const Place place = placeOf(id);
+  return place.group == nullptr ? std::string() : place.group->format(place.index, place.group->value(place.index));
+}
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,144 @@
+// Ranges, clamping, wave changes and display texts of a pad.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/Q57214DrumParameterInfo.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "engine/voice/DrumCore.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+constexpr std::array<ParameterRow, kPadParameterCount> kRows{{{"Wave", 0, 0, 0},
+                                                              {"ExAssign", 0, 15, 0},
+                                                              {"EGMode", 0, 1, 0},
+                                                              {"Reverse", 0, 1, 0},
+                                                              {"Pitch", 0, 48, 24},
+                                                              {"PitchFine", 0, 200, 100},
+                                                              {"Punch", 0, 127, 0},
+                                                              {"EGTime", 0, 127, 127},
+                                                              {"Level", 0, 127, 100},
+                                                              {"Pan", 0, 127, 64},
+                                                              {"Low Boost", 0, 127, 0},
+                                                              {"Motion Seq", 0, 2, 0},
+                                                              {"Mute", 0, 1, 0},
+                                                              {"FX Send", 0, 1, 1},
+                                                              {"Accent", 0, 1, 1},
+                                                              {"Mod Depth", 0, 127, 64},
+                                                              {"Mod Speed", 0, 127, 0},
+                                                              {"Mod Type", 0, 0, 0}}};
+
+constexpr std::array<const char*, 2> kEnvelopeModes{"One Shot", "Gate"};
+constexpr std::array<const char*, 2> kDirections{"In Order", "Reverse"};
+constexpr std::array<const char*, 3> kMotionModes{"Off", "Smooth", "Trig Hold"};
+constexpr std::array<const char*, 6> kModulationTypes{"Saw Down",    "Square", "Triangle",
+                                                      "Sample&Hold", "Noise",  "Envelope"};
+
+constexpr int kWave = static_cast<int>(PadParameter::wave);
+
+bool isIndex(int index) { return index >= 0 && index < static_cast<int>(kPadParameterCount); }
+
+std::string printed(const char* pattern, int number) {
+  std::array<char, 24> text{};
+  std::snprintf(text.data(), text.size(), pattern, number);
+  return text.data();
+}
+
+std::string threeDigits(std::int32_t value) { return printed("%03d", value); }
+
+/// Three zeros at the centre, elsewhere the sign and the distance.
+std::string aroundCentre(std::int32_t value, std::int32_t centre) {
+  return value == centre ? "000" : printed("%+03d", value - centre);
+}
+
+std::string panText(std::int32_t value) {
+  const std::int32_t distance = value - 64;
+  if (distance == 0) {
+    return "Center";
+  }
+  return distance < 0 ? printed("L%02d", std::min(-distance, 63)) : printed("R%02d", distance);
+}
+
+template <std::size_t Size>
+std::string word(const std::array<const char*, Size>& words, std::int32_t value) {
+  return value >= 0 && value < static_cast<std::int32_t>(Size) ? words[static_cast<std::size_t>(value)] : "";
+}
+
+}  // namespace
+
+Q57214DrumParameterInfo::Q57214DrumParameterInfo(DrumCore& drumCore, int padNumber)
+    : core(drumCore), pad(padNumber), waveRow(kRows[kWave]) {
+  waveRow.maximum = core.database().waveCount() - 1;
+  for (int index = 0; index < count(); ++index) {
+    std::int32_t value = kRows[static_cast<std::size_t>(index)].defaultValue;
+    setValue(index, &value);
+  }
+}
+
+int Q57214DrumParameterInfo::setValue(int index, std::int32_t* value) {
+  const ParameterRow* row = info(index);
+  if (row == nullptr) {
+    return 0;
+  }
+  // Without waves the maximum of Wave is -1, and so is the value.
+  *value = std::min(std::max(*value, row->minimum), row->maximum);
+  const auto place = static_cast<std::size_t>(index);
+  if (index == kWave && (!waveLoaded || padValues.at(place) != *value)) {
+    core.waveChange().setValue(pad, value);
+    waveLoaded = true;
+  }
+  padValues.set(place, *value);
+  return *value;
+}
+
+std::int32_t Q57214DrumParameterInfo::value(int index) const {
+  return isIndex(index) ? padValues.at(static_cast<std::size_t>(index)) : 0;
+}
+
+const ParameterRow* Q57214DrumParameterInfo::info(int index) const {
+  if (!isIndex(index)) {
+    return nullptr;
+  }
+  return index == kWave ? &waveRow : &kRows[static_cast<std::size_t>(index)];
+}
+
+int Q57214DrumParameterInfo::indexOf(std::string_view name) const {
+  const auto* row = std::find_if(kRows.begin(), kRows.end(), [name](const ParameterRow& r) { return name == r.name; });
+  return row == kRows.end() ? -1 : static_cast<int>(row - kRows.begin());
+}
+
+std::string Q57214DrumParameterInfo::waveText(std::int32_t wave) const {
+  return core.database().lookup(wave).name + " : " + threeDigits(wave);
+}
+
+std::string Q57214DrumParameterInfo::format(int index, std::int32_t value) const {
+  if (!isIndex(index)) {
+    return {};
+  }
+  switch (static_cast<PadParameter>(index)) {
+    case PadParameter::wave:
+      return waveText(value);
+    case PadParameter::egMode:
+      return word(kEnvelopeModes, value);
+    case PadParameter::reverse:
+      return word(kDirections, value);
+    case PadParameter::pitch:
+      return aroundCentre(value, 24);
+    case PadParameter::pitchFine:
+      return aroundCentre(value, 100);
+    case PadParameter::pan:
+      return panText(value);
+    case PadParameter::motionSeq:
+      return word(kMotionModes, value);
+    case PadParameter::modDepth:
+      return aroundCentre(value, 64);
+    case PadParameter::modType:
+      return word(kModulationTypes, value);
+    default:
+      return threeDigits(value);
+  }
+}
+
+}  // namespace tesh::bramel::plugin::sivray

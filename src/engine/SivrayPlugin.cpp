@@ -1,0 +1,141 @@
+// Intake of a block and its rendering in slices.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/SivrayPlugin.h"
+
+#include <algorithm>
+
+#include "engine/samples/SivraySampleLibrary.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+/// The tempo parameter ends at 300 beats per minute.
+constexpr double kFastestTempo = 300.0;
+
+SequencerMessage shortMessage(const vimo::MidiEvent& event) {
+  SequencerMessage message;
+  message.size = event.size();
+  for (std::uint32_t i = 0; i < message.bytes.size(); ++i) {
+    message.bytes[i] = event.byteAt(i);
+  }
+  return message;
+}
+
+}  // namespace
+
+template <typename Synth>
+SivrayPlugin<Synth>::SivrayPlugin(std::string_view folder, std::size_t slotFrames)
+    : synth(nullptr, 1, kPadCount, folder, slotFrames), library(std::make_unique<vimo::SivraySampleLibrary>()) {}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::queue(SequencerEvent record) {
+  record.sequence = nextSequence.fetch_add(1, std::memory_order_relaxed);
+  sequencer.append(record);
+}
+
+template <typename Synth>
+bool SivrayPlugin<Synth>::addMidi(const std::vector<vimo::MidiEvent>& events) {
+  for (const vimo::MidiEvent& event : events) {
+    SequencerEvent record;
+    record.frame = event.frame;
+    record.kind = SequencerKind::midi;
+    record.message = shortMessage(event);
+    queue(record);
+  }
+  return !events.empty();
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::takeAutomation(vimo::TimedValueRing& ring) {
+  bool any = false;
+  while (const auto entry = ring.take()) {
+    SequencerEvent record;
+    record.frame = entry->frame;
+    record.id = entry->id;
+    record.value = entry->value;
+    queue(record);
+    any = true;
+  }
+  if (any && listener != nullptr) {
+    listener->parametersArrived();
+  }
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::process(vimo::ProcessBlock& block) {
+  if (block.midiIn != nullptr) {
+    addMidi(*block.midiIn);
+  }
+  if (block.automationRing != nullptr) {
+    takeAutomation(*block.automationRing);
+  }
+  if (block.frames > 0) {
+    renderOnly(block.outputs, block.frames);
+  }
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames) {
+  int offset = 0;
+  while (offset < frames) {
+    const int remaining = frames - offset;
+    const std::int64_t next = sequencer.nextEventFrame();
+    const int slice = next < 0 || next > remaining ? remaining : static_cast<int>(next);
+    synth.processReplacing(outputs[0] + offset, outputs[1] + offset, slice);
+    sequencer.advance(slice);
+    offset += slice;
+  }
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::setParameter(std::uint32_t id, float value) {
+  if (running) {
+    return;
+  }
+  SequencerEvent record;
+  record.id = id;
+  record.value = value;
+  queue(record);
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::setGlobalParameter(std::uint32_t id, float value) {
+  SequencerEvent record;
+  record.kind = SequencerKind::globalParameter;
+  record.id = id;
+  record.value = value;
+  queue(record);
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::tempoChanged(double bpm) {
+  setGlobalParameter(0, static_cast<float>(bpm / kFastestTempo));
+}
+
+template <typename Synth>
+bool SivrayPlugin<Synth>::getParameterInfo(std::uint32_t id, vimo::GeneratorParameterInfo& info) const {
+  const DrumEngine& engine = synth.engine();
+  const std::string name = engine.parameterName(id);
+  const std::int32_t range = engine.parameterRange(id);
+  info = {};
+  std::copy_n(name.begin(), std::min(name.size(), info.name.size() - 1), info.name.begin());
+  info.value = engine.getParameter(id);
+  info.step = range > 0 ? 1.0F / static_cast<float>(range) : 1.0F;
+  return true;
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::activate() {
+  running = true;
+  synth.resume();
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::deactivate() {
+  running = false;
+  synth.suspend();
+}
+
+template class SivrayPlugin<VstXSynth>;
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,49 @@
+// What each MIDI message does.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/VstXSynth.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+enum Status : std::uint8_t { kNoteOff = 0x80, kNoteOn = 0x90, kControlChange = 0xB0, kProgramChange = 0xC0 };
+
+/// The system byte that carries the transport, private to this engine.
+constexpr std::uint8_t kTransport = 0xF4;
+
+constexpr bool releasesAll(std::uint8_t controller) { return controller == 123 || controller == 126; }
+
+}  // namespace
+
+void VstXSynth::processEvent(const SequencerMessage& message) {
+  const auto [status, data1, data2] = message.bytes;
+  if (status == kTransport) {
+    drumEngine.transport(data1);
+    return;
+  }
+  const int note = data1 & 127;
+  const int velocity = data2 & 127;
+  switch (status & 0xF0) {
+    case kNoteOn:
+      if (velocity > 0) {
+        drumEngine.noteOn(note, velocity);
+      } else {
+        drumEngine.noteOff(note);
+      }
+      break;
+    case kNoteOff:
+      drumEngine.noteOff(note);
+      break;
+    case kControlChange:
+      for (int any = 0; releasesAll(data1) && any < 127; ++any) {
+        drumEngine.noteOff(any);
+      }
+      break;
+    case kProgramChange:
+      drumEngine.bank().setProgram(data1);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace tesh::bramel::plugin::sivray

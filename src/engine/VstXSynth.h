@@ -1,0 +1,50 @@
+// The inner synth: the engine with its sample file, played by events.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "engine/DrumEngine.h"
+#include "engine/EventSequencer.h"
+#include "engine/samples/PcmFile.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+/// It has the shape of a plug-in, but no host ever talks to it: the frame around it calls what stands here.
+class VstXSynth {
+ public:
+  /// There is no host, and the count beside it is not used. `folder` is the folder of the sample files inside the
+  /// resource directory, `slotFrames` the length of a pad's slot.
+  VstXSynth(std::nullptr_t, int, int padCount, std::string_view folder, std::size_t slotFrames)
+      : pcmFile(folder), drumEngine(pcmFile, padCount, slotFrames) {}
+
+  static constexpr int inputCount() { return 0; }
+  static constexpr int outputCount() { return 2; }
+  static constexpr const char* typeName() { return "VstXSynth"; }
+
+  /// Renders into two channels; there are no inputs.
+  void processReplacing(float* left, float* right, int frames) { drumEngine.render(left, right, frames); }
+
+  /// Notes 36 to 43, controllers 123 and 126 (all notes off), program changes and the engine's own transport message
+  /// 0xF4; the channel and everything else are ignored.
+  void processEvent(const SequencerMessage& message);
+
+  /// Sets "BPMx10" (id 0) or "Trigger" (id 1).
+  void setGlobalParameterValue(std::uint32_t id, float value) { drumEngine.setParameter(id | kGlobalIds, value); }
+
+  void suspend() { drumEngine.resetSound(); }
+  void resume() { drumEngine.resetSound(); }
+
+  DrumEngine& engine() { return drumEngine; }
+  const DrumEngine& engine() const { return drumEngine; }
+
+ private:
+  static constexpr std::uint32_t kGlobalIds = 0x120;
+
+  PcmFile pcmFile;
+  DrumEngine drumEngine;
+};
+
+}  // namespace tesh::bramel::plugin::sivray
