@@ -29,7 +29,7 @@ inline std::vector<std::int16_t> fallingNoise(std::uint32_t seed, int frames, in
   std::vector<std::int16_t> samples;
   for (int i = 0; i < frames; ++i) {
     seed = seed * 1664525U + 1013904223U;
-    const int level = loudness - loudness / 2 * i / frames;
+    const int level = loudness - static_cast<int>(std::int64_t{loudness} * i / (2 * std::int64_t{frames}));
     samples.push_back(static_cast<std::int16_t>(static_cast<int>(seed >> 16) * level / 32768 - level));
   }
   return samples;

@@ -1,0 +1,181 @@
+// The cost of the whole engine behind its frame: voices, idling, wave changes and construction.
+//
+//   bench_engine                     time (Google Benchmark)
+//   bench_engine count SCENE BLOCKS  runs BLOCKS blocks of 128 frames of a scene and ends: two runs under an
+//                                    instruction counter that differ in BLOCKS give the cost of a frame. Scenes: dry8,
+//                                    dry4, wet8 (through the effect), idle (effect bypassed), rest (default effect)
+//   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times
+//   bench_engine count build BLOCKS  builds the engine BLOCKS times
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/SivrayPlugin.h"
+#include "support/SampleFolder.h"
+
+namespace {
+
+using namespace tesh::bramel::plugin::sivray;
+using Plugin = SivrayPlugin<VstXSynth>;
+
+constexpr int kFrames = 128;
+constexpr int kWaveFrames = 264598;
+constexpr std::uint32_t kEffectType = 0x100;
+constexpr std::uint32_t kMasterOut = 0x110;
+constexpr int kBypass = 0;
+constexpr int kDefaultEffect = 12;
+
+/// Blocks until the shortest sound of a scene nears its end.
+constexpr int kBlocksPerHit = 1500;
+
+struct Scene {
+  std::string_view name;
+  int voices;
+  int effect;
+  float send;
+};
+
+constexpr std::array<Scene, 5> kScenes{{{"dry8", 8, kBypass, 0.0F},
+                                        {"dry4", 4, kBypass, 0.0F},
+                                        {"wet8", 8, kDefaultEffect, 1.0F},
+                                        {"idle", 0, kBypass, 0.0F},
+                                        {"rest", 0, kDefaultEffect, 0.0F}}};
+
+support::SampleFolder makeFolder() {
+  std::vector<support::Wave> waves;
+  for (std::uint32_t i = 0; i < 9; ++i) {
+    waves.push_back({"bench", support::fallingNoise(i, kWaveFrames), support::fallingNoise(i + 20, kWaveFrames)});
+  }
+  return support::SampleFolder(waves);
+}
+
+class Player {
+ public:
+  explicit Player(const Scene& playedScene) : scene(playedScene) {
+    set(kMasterOut, 100.0F / 127.0F);
+    set(kEffectType, static_cast<float>(scene.effect) / 29.0F);
+    for (std::uint32_t pad = 0; pad < 8; ++pad) {
+      set(parameterId(pad, 1), 0.0F);
+      set(parameterId(pad, 4), 23.0F / 48.0F);
+      set(parameterId(pad, 13), scene.send);
+    }
+    block.outputs = outputs.data();
+    block.midiIn = &midi;
+    block.frames = kFrames;
+    plugin.process(block);
+    plugin.activate();
+    for (int i = 0; i < 20; ++i) {
+      playBlock();
+    }
+  }
+
+  void playBlock() {
+    midi.clear();
+    if (played++ % kBlocksPerHit == 0) {
+      for (int voice = 0; voice < scene.voices; ++voice) {
+        const std::array<std::uint8_t, 3> hit{0x90, static_cast<std::uint8_t>(36 + voice), 100};
+        midi.emplace_back(hit, 0U);
+      }
+    }
+    plugin.process(block);
+  }
+
+ private:
+  void set(std::uint32_t id, float value) { plugin.setParameter(id, value); }
+
+  const Scene& scene;
+  Plugin plugin;
+  std::array<float, kFrames> left{};
+  std::array<float, kFrames> right{};
+  std::array<float*, 2> outputs{left.data(), right.data()};
+  std::vector<tesh::vimo::MidiEvent> midi;
+  tesh::vimo::ProcessBlock block;
+  int played = 0;
+};
+
+class WaveChanger {
+ public:
+  void change() { engine.setParameter(parameterId(0, 0), static_cast<float>(++wave % 2) / 8.0F); }
+
+ private:
+  PcmFile file{kSampleFolder};
+  DrumEngine engine{file, kPadCount, kSlotFrames};
+  int wave = 0;
+};
+
+void playScene(benchmark::State& state, const Scene& scene) {
+  Player player(scene);
+  for (auto _ : state) {
+    player.playBlock();
+  }
+  state.SetItemsProcessed(state.iterations() * kFrames);
+}
+
+void changeWave(benchmark::State& state) {
+  WaveChanger changer;
+  for (auto _ : state) {
+    changer.change();
+  }
+}
+
+/// With `others` engines alive beside the one that is built.
+void build(benchmark::State& state, int others) {
+  std::vector<std::unique_ptr<Plugin>> alive;
+  for (int i = 0; i < others; ++i) {
+    alive.push_back(std::make_unique<Plugin>());
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(std::make_unique<Plugin>());
+  }
+}
+
+int countOnly(std::string_view name, int blocks) {
+  if (name == "wave") {
+    WaveChanger changer;
+    for (int i = 0; i < blocks; ++i) {
+      changer.change();
+    }
+    return 0;
+  }
+  if (name == "build") {
+    for (int i = 0; i < blocks; ++i) {
+      const auto plugin = std::make_unique<Plugin>();
+    }
+    return 0;
+  }
+  for (const Scene& scene : kScenes) {
+    if (scene.name == name) {
+      Player player(scene);
+      for (int i = 0; i < blocks; ++i) {
+        player.playBlock();
+      }
+      return 0;
+    }
+  }
+  std::fprintf(stderr, "bench_engine: no scene of this name: use dry8, dry4, wet8, idle, rest, wave or build\n");
+  return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const support::SampleFolder folder = makeFolder();
+  if (argc == 4 && std::string_view(argv[1]) == "count") {
+    return countOnly(argv[2], std::atoi(argv[3]));
+  }
+  for (const Scene& scene : kScenes) {
+    benchmark::RegisterBenchmark(("play/" + std::string(scene.name)).c_str(), playScene, scene);
+  }
+  benchmark::RegisterBenchmark("wave change", changeWave)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("build/first", build, 0)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("build/second", build, 1)->Unit(benchmark::kMicrosecond);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
