@@ -70,9 +70,8 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   LockFreeRing<MidiEvent> programQueue{8};
 
   MacroEchoListener* editor = nullptr;  ///< May be null.
-  std::int32_t selected = -1;
-  float sampleRate = 44100.0F;  ///< Of the engine.
-  bool running = true;          ///< Otherwise the input passes through and the engine rests.
+  float sampleRate = 44100.0F;          ///< Of the engine.
+  bool running = true;                  ///< Otherwise the input passes through and the engine rests.
   bool wasRunning = true;
   bool storeEngineChunk = false;  ///< Whether a host's state sets the engine's own chunk.
 

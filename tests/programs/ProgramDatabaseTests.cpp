@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramDatabase.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -79,6 +80,7 @@ TEST(ProgramDatabase, ReadsEveryImageVersion) {
 }
 
 TEST(ProgramDatabase, TreatsAWrongCountAsEachVersionDoes) {
+  testing::internal::CaptureStderr();
   const std::map<std::pair<std::uint32_t, std::uint32_t>, std::size_t> heldByClaim{
       {{256, 2}, 2}, {{256, 9}, 3},  {{512, 9}, 3},  {{512, 1}, 3},  {{768, 9}, 3},
       {{768, 1}, 1}, {{1024, 2}, 0}, {{1024, 9}, 0}, {{1024, 0}, 0}, {{640, 3}, 4}};
@@ -89,9 +91,11 @@ TEST(ProgramDatabase, TreatsAWrongCountAsEachVersionDoes) {
     database.load(image(claim.first, 3, claim.second), 2, Mode::replace);
     EXPECT_EQ(database.programCount(), held) << claim.first << " claims " << claim.second;
   }
+  testing::internal::GetCapturedStderr();
 }
 
 TEST(ProgramDatabase, ReadsOnlyWholeRecordsOfATruncatedImage) {
+  testing::internal::CaptureStderr();
   for (const std::uint32_t version : {256U, 512U, 768U, 1024U}) {
     const Bytes whole = image(version, 3, 3);
     for (std::size_t size = 0; size < whole.size(); ++size) {
@@ -107,6 +111,8 @@ TEST(ProgramDatabase, ReadsOnlyWholeRecordsOfATruncatedImage) {
   database.load(image(256, 0, 0xFFFFFFFF), 0, Mode::replace);
   database.load(image(1024, 1, 0xFFFFFFFF), 0xFFFFFFFF, Mode::replace);
   EXPECT_EQ(database.programCount(), 0U);
+  EXPECT_THAT(testing::internal::GetCapturedStderr(),
+              testing::StartsWith("program database : # num programs did not "));
 }
 
 TEST(ProgramDatabase, SavesTheNewestVersionByteForByte) {

@@ -25,10 +25,12 @@ class ProgramDatabase {
   /// `owner` must outlive the database.
   explicit ProgramDatabase(const MacroProgramDatabaseDelegate& owner) : delegate(owner) {}
 
-  /// Reads an image whose records hold `imageMacroCount` macros each, in place of the records at hand or behind them.
+  /// Whether an image takes the place of the records at hand or stands behind them.
+  enum class Mode { replace, append };
+
+  /// Reads an image whose records hold `imageMacroCount` macros each.
   /// An unknown version leaves the records alone. An image of the newest version must have the size that its count
   /// asks for, or no record comes of it; of the older ones the whole records at hand are read.
-  enum class Mode { replace, append };
   void load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode);
 
   /// Appends an image of byteSize() bytes to `out`.
