@@ -18,8 +18,10 @@ inline constexpr int kVoiceCount = kLanesPerQuad * kQuadCount;
 template <typename T>
 using PerLane = std::array<T, kVoiceCount>;
 
-/// Lane values that the kernels load as vectors.
-struct alignas(32) LaneWords : PerLane<std::int32_t> {};
+/// Lane values that the kernels load as vectors. They start at 0.
+struct alignas(32) LaneWords : PerLane<std::int32_t> {
+  LaneWords() : PerLane<std::int32_t>{} {}
+};
 
 /// The ramps of a lane, in the order in which they are made.
 enum class LaneRamp : std::uint8_t { lowBoost, level, pan, envelope, fade, dry, effect };
