@@ -79,16 +79,18 @@ void DrumEngine::render(float* left, float* right, int frames) {
 void DrumEngine::renderBlock(float* left, float* right, int frames) {
   std::int32_t* const mix = buffers->mix.data();
   const std::array<std::int32_t*, kChannels> channels{mix, mix + 1, mix + 2, mix + 3};
+  const bool isSounding = allocator.activeVoiceCount() > 0;
   allocator.render(channels.data(), frames, kChannels);
-  std::int16_t* const effectLeft = buffers->effectLeft.data();
-  std::int16_t* const effectRight = buffers->effectRight.data();
-  for (int i = 0; i < frames; ++i) {
-    effectLeft[i] = static_cast<std::int16_t>(mix[i * kChannels + 2]);
-    effectRight[i] = static_cast<std::int16_t>(mix[i * kChannels + 3]);
+  const BusSamples dry{buffers->buses[0].data(), buffers->buses[1].data()};
+  const BusSamples wet{buffers->buses[2].data(), buffers->buses[3].data()};
+  if (isSounding) {
+    splitBuses(mix, dry, wet, frames);
+  } else {
+    clearBuses(dry, wet, frames);
   }
-  effects::StereoBlock block{effectLeft, effectRight};
+  effects::StereoBlock block{wet.left, wet.right};
   effect.process(block, frames);
-  masterGroup.render({mix, effectLeft, effectRight, left, right, frames});
+  masterGroup.render(dry, wet, {left, right}, frames);
 }
 
 void DrumEngine::resetSound() {

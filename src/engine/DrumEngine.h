@@ -71,8 +71,7 @@ class DrumEngine {
   /// What a block of the largest size needs.
   struct Buffers {
     alignas(32) std::array<std::int32_t, static_cast<std::size_t>(kMaxFrames* kChannels)> mix;
-    alignas(32) std::array<std::int16_t, kMaxFrames> effectLeft;
-    alignas(32) std::array<std::int16_t, kMaxFrames> effectRight;
+    std::array<std::array<std::int16_t, kMaxFrames>, kChannels> buses;
   };
 
   /// A group and the row of an id in it; both null when the id names nothing.

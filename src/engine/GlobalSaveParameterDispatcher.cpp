@@ -1,11 +1,10 @@
-// The glide of the master gain, and the choice of the output loop.
+// The glide of the master gain, and the way of a block through the output stage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/GlobalSaveParameterDispatcher.h"
 
 #include <algorithm>
 
 #include "engine/MasterLevelTable.h"
-#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray {
 namespace {
@@ -14,18 +13,6 @@ constexpr double kGainScale = 16384.0;
 constexpr int kStride = 4;
 
 }  // namespace
-
-OutputKernel bestOutputKernel() {
-  switch (platform::bestVectorSet()) {
-    case platform::VectorSet::avx2:
-      return avx2OutputKernel();
-    case platform::VectorSet::sse41:
-      return sse41OutputKernel();
-    case platform::VectorSet::baseline:
-      break;
-  }
-  return baselineOutputKernel();
-}
 
 GlobalSaveParameterDispatcher::GlobalSaveParameterDispatcher() {
   std::transform(kMasterGains.begin(), kMasterGains.end(), table.begin(),
@@ -54,20 +41,17 @@ void GlobalSaveParameterDispatcher::processAudio(std::int32_t* block, int frames
   }
 }
 
-void GlobalSaveParameterDispatcher::render(OutputBlock block) {
+void GlobalSaveParameterDispatcher::render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) {
   const std::int32_t target = outputTarget.load(std::memory_order_relaxed);
   int i = 0;
-  for (std::int32_t before = outputGain - 1; i < block.frames && before != outputGain; ++i) {
+  // A step that moves nothing moves nothing until the target changes.
+  for (std::int32_t before = outputGain; i < frames && glide(target) != before; ++i) {
     before = outputGain;
-    const std::int32_t gain = glide(target);
-    const std::int32_t* const dry = block.mix + i * kStride;
-    block.left[i] = static_cast<float>(shapeOutput(sumBuses(dry[0], block.effectLeft[i]), gain)) * kFloatScale;
-    block.right[i] = static_cast<float>(shapeOutput(sumBuses(dry[1], block.effectRight[i]), gain)) * kFloatScale;
+    out.left[i] = outputSample(dry.left[i], wet.left[i], before);
+    out.right[i] = outputSample(dry.right[i], wet.right[i], before);
   }
-  // A step that moved nothing moves nothing until the target changes.
-  kernel({block.mix + i * kStride, block.effectLeft + i, block.effectRight + i, block.left + i, block.right + i,
-          block.frames - i},
-         outputGain);
+  renderOutput(dry.left + i, wet.left + i, out.left + i, frames - i, outputGain);
+  renderOutput(dry.right + i, wet.right + i, out.right + i, frames - i, outputGain);
 }
 
 }  // namespace tesh::bramel::plugin::sivray

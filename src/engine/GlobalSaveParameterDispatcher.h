@@ -10,6 +10,12 @@
 
 namespace tesh::bramel::plugin::sivray {
 
+/// Where a block's samples go.
+struct OutputChannels {
+  float* left = nullptr;
+  float* right = nullptr;
+};
+
 /// The engine is silent until the master level has been set for the first time.
 class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t> {
  public:
@@ -25,8 +31,8 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   /// The stage on channels 2 and 3 of the interleaved block, in place. The same law as `render`.
   void processAudio(std::int32_t* block, int frames) override;
 
-  /// Sums the buses of a block and renders it to floats. The gain glides from block to block.
-  void render(OutputBlock block);
+  /// Sums the buses of a block and renders it to floats. The gain glides from sample to sample, across blocks.
+  void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames);
 
  private:
   /// Moves the gain by one sample and gives it.
@@ -38,7 +44,6 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   std::array<std::int16_t, 128> table{};  ///< Gains with 14 fraction bits.
   std::atomic<std::int32_t> outputTarget{0};
   std::int32_t outputGain = 0;
-  OutputKernel kernel = bestOutputKernel();
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,105 @@
+// The block forms of the output stage. Every value of its law fits 16 bits, so that eight samples go side by side, and
+// (a * b) >> 15 is the high word of 2a * b. What is left of a block below eight samples takes the law of one sample.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/OutputStage.h"
+
+#include <emmintrin.h>
+
+#include <algorithm>
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+constexpr int kLanes = 8;
+
+__m128i load(const std::int16_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); }
+
+void store(std::int16_t* to, __m128i words) { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), words); }
+
+__m128i all(std::int32_t word) { return _mm_set1_epi16(static_cast<std::int16_t>(word)); }
+
+/// 16 bits hold one value more than the engine's scale.
+__m128i withoutLowest(__m128i x) { return _mm_max_epi16(x, all(-cofu::core::kFullScale)); }
+
+/// Frame n and n + 1 with their four channels as eight words.
+__m128i twoFrames(const std::int32_t* mix) {
+  const auto* const frames = reinterpret_cast<const __m128i*>(mix);
+  return _mm_packs_epi32(_mm_load_si128(frames), _mm_load_si128(frames + 1));
+}
+
+/// Four frames, the words of each channel together: two channels in each half.
+struct FourFrames {
+  __m128i dry;
+  __m128i wet;
+
+  explicit FourFrames(const std::int32_t* mix) {
+    const __m128i first = twoFrames(mix);
+    const __m128i second = twoFrames(mix + 8);
+    const __m128i even = _mm_unpacklo_epi16(first, second);
+    const __m128i odd = _mm_unpackhi_epi16(first, second);
+    dry = _mm_unpacklo_epi16(even, odd);
+    wet = _mm_unpackhi_epi16(even, odd);
+  }
+};
+
+std::int16_t wordOf(std::int32_t x) { return static_cast<std::int16_t>(std::clamp(x, -32768, 32767)); }
+
+__m128i shape(__m128i sample, __m128i gain) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i low = _mm_srai_epi32(_mm_madd_epi16(_mm_unpacklo_epi16(sample, zero), gain), 14);
+  const __m128i high = _mm_srai_epi32(_mm_madd_epi16(_mm_unpackhi_epi16(sample, zero), gain), 14);
+  const __m128i x = withoutLowest(_mm_packs_epi32(low, high));
+  const __m128i magnitude = _mm_max_epi16(x, _mm_sub_epi16(zero, x));
+  const __m128i k = _mm_subs_epu16(magnitude, all(kOutputKnee));
+  const __m128i square = _mm_mulhi_epu16(_mm_add_epi16(k, k), k);
+  const __m128i y = _mm_mulhi_epu16(_mm_add_epi16(square, square), k);
+  const __m128i sign = _mm_srai_epi16(x, 15);
+  const __m128i bent = _mm_sub_epi16(_mm_xor_si128(_mm_sub_epi16(magnitude, y), sign), sign);
+  return _mm_add_epi16(bent, _mm_mulhi_epi16(bent, all(2 * kOutputMakeUp)));
+}
+
+void storeFloats(float* to, __m128i doubledWords) {
+  const __m128i samples = _mm_srai_epi32(doubledWords, 16);
+  _mm_storeu_ps(to, _mm_mul_ps(_mm_cvtepi32_ps(samples), _mm_set1_ps(kFloatScale)));
+}
+
+}  // namespace
+
+void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames) {
+  int i = 0;
+  for (; i + kLanes <= frames; i += kLanes) {
+    const FourFrames first(mix + 4 * i);
+    const FourFrames second(mix + 4 * i + 16);
+    store(dry.left + i, _mm_unpacklo_epi64(first.dry, second.dry));
+    store(dry.right + i, _mm_unpackhi_epi64(first.dry, second.dry));
+    store(wet.left + i, _mm_unpacklo_epi64(first.wet, second.wet));
+    store(wet.right + i, _mm_unpackhi_epi64(first.wet, second.wet));
+  }
+  for (; i < frames; ++i) {
+    dry.left[i] = wordOf(mix[4 * i]);
+    dry.right[i] = wordOf(mix[4 * i + 1]);
+    wet.left[i] = wordOf(mix[4 * i + 2]);
+    wet.right[i] = wordOf(mix[4 * i + 3]);
+  }
+}
+
+void clearBuses(BusSamples dry, BusSamples wet, int frames) {
+  for (std::int16_t* const channel : {dry.left, dry.right, wet.left, wet.right}) {
+    std::fill_n(channel, frames, std::int16_t{0});
+  }
+}
+
+void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
+  int i = 0;
+  for (; i + kLanes <= frames; i += kLanes) {
+    const __m128i sum = withoutLowest(_mm_adds_epi16(load(dry + i), load(wet + i)));
+    const __m128i shaped = shape(sum, all(gain));
+    storeFloats(out + i, _mm_unpacklo_epi16(shaped, shaped));
+    storeFloats(out + i + 4, _mm_unpackhi_epi16(shaped, shaped));
+  }
+  for (; i < frames; ++i) {
+    out[i] = outputSample(dry[i], wet[i], gain);
+  }
+}
+
+}  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,128 @@
+// Random scenes through the whole engine against the plain model, to the bit.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "FrameScene.h"
+#include "PlainFrame.h"
+
+namespace {
+
+using namespace scene;
+
+class RandomScene {
+ public:
+  explicit RandomScene(unsigned seed) : random(seed), model(kWaves, kSlot) {
+    player.plugin.setParameter(kMasterOut, 100.0F / 127.0F);
+    model.queue({0, 0, kMasterOut, 100.0F / 127.0F, {}});
+    activate();
+  }
+
+  void activate() {
+    player.plugin.activate();
+    model.reset();
+  }
+
+  bool playBlock() {
+    constexpr std::array<int, 6> kLongest{1, 9, 64, 128, 700, 2048};
+    const int frames = pick(0, 6) == 0 ? 128 : pick(1, kLongest[static_cast<std::size_t>(pick(0, 5))]);
+    // As the frame takes them in: messages, then automation. Now and then a record lies beyond the block.
+    for (int i = pick(0, 4); i > 0; --i) {
+      queueMessage(pick(0, frames - 1));
+    }
+    for (int i = pick(0, 4); i > 0; --i) {
+      queueAutomation(pick(0, frames + (pick(0, 5) == 0 ? 200 : -1)));
+    }
+    if (pick(0, 9) == 0) {
+      const int bpm = pick(20, 300);
+      player.plugin.tempoChanged(bpm);
+      model.queue({0, 2, 0, static_cast<float>(bpm / 300.0), {}});
+    }
+    player.process(frames);
+    model.process(frames, left, right);
+    sounded = sounded || player.firstSound() >= 0;
+    return player.left == left && player.right == right;
+  }
+
+  bool sounded = false;
+
+ private:
+  int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
+
+  void queueMessage(int frame) {
+    constexpr std::array<int, 8> kStatus{0x90, 0x90, 0x99, 0x90, 0x80, 0xB0, 0xF4, 0xE0};
+    const int status = kStatus[static_cast<std::size_t>(pick(0, 7))];
+    int first = pick(34, 45);
+    if (status == 0xB0) {
+      first = pick(119, 127);
+    } else if (status == 0xF4) {
+      first = pick(0, 4);
+    }
+    const int second = pick(0, 9) == 0 ? 0 : pick(1, 127);
+    player.message(static_cast<std::uint32_t>(frame), {status, first, second});
+    model.queue({frame, 1, 0, 0.0F, {status, first, second}});
+  }
+
+  void queueAutomation(int frame) {
+    std::uint32_t id = static_cast<std::uint32_t>(pick(0, 7) << 4 | pick(0, 15));
+    const int other = pick(0, 9);
+    if (other < 3) {
+      id = static_cast<std::uint32_t>(0x100 + pick(0, 4));
+    } else if (other == 3) {
+      id = pick(0, 1) == 0 ? kMasterOut : kTempo;
+    }
+    const float value = static_cast<float>(pick(0, 1000)) / 1000.0F;
+    player.automate(static_cast<std::uint32_t>(frame), id, value);
+    model.queue({frame, 0, id, value, {}});
+  }
+
+  std::mt19937 random;
+  Player player;
+  plain::Frame model;
+  std::vector<float> left;
+  std::vector<float> right;
+};
+
+TEST(Frame, RendersRandomScenesAsThePlainModelDoes) {
+  for (unsigned seed = 0; seed < 12; ++seed) {
+    RandomScene random(seed);
+    for (int block = 0; block < 120; ++block) {
+      ASSERT_TRUE(random.playBlock()) << "seed " << seed << ", block " << block;
+      if (block == 60) {
+        random.activate();
+      }
+    }
+    EXPECT_TRUE(random.sounded);
+  }
+}
+
+TEST(OutputStage, GivesTheSameSamplesInBlocksAndOneByOne) {
+  constexpr int kFrames = 2003;  // no multiple of any vector's length
+  std::vector<std::int16_t> dry(kFrames);
+  std::vector<std::int16_t> wet(kFrames);
+  std::vector<float> out(kFrames);
+  for (const int gain : {0, 1, 51, 9830, 16011, 16384, 32690}) {
+    for (int start = -32767; start <= 32767; start += kFrames) {
+      for (int i = 0; i < kFrames; ++i) {
+        dry[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(std::min(start + i, 32767));
+        wet[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(i % 3 == 0 ? (i * 9973) : 0);
+      }
+      renderOutput(dry.data(), wet.data(), out.data(), kFrames, gain);
+      for (std::size_t i = 0; i < kFrames; ++i) {
+        ASSERT_EQ(out[i], outputSample(dry[i], wet[i], gain)) << dry[i] << " + " << wet[i] << ", gain " << gain;
+      }
+    }
+  }
+}
+
+TEST(OutputStage, HasTheStatedGainBelowTheKneeAndAtFullScale) {
+  EXPECT_EQ(shapeOutput(10000, 16384), 12382);
+  EXPECT_EQ(shapeOutput(32767, 16384), 32766);
+  EXPECT_EQ(shapeOutput(13848, 16384), 13848 + ((13848 * 7808) >> 15));
+  EXPECT_EQ(shapeOutput(-32767, 32690), -shapeOutput(32767, 32690) - 1);
+  EXPECT_EQ(sumBuses(32767, 1), 32767);
+  EXPECT_EQ(sumBuses(-32767, -32768), -32767);
+}
+
+}  // namespace
