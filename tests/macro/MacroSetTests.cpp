@@ -146,6 +146,9 @@ TEST(MacroSet, TwoBindedPropertiesReachItsHalves) {
     set->setProperty(1, box(split));
     EXPECT_EQ(*unbox<float>(set->property(1)), 0.5F);
   }
+  BoxedValue copy;
+  set->property(0)->clone(copy);
+  EXPECT_EQ(unbox<tmmm>(copy)->middle, 0.25F);
   set->setProperty(0, box(1.0F));
   EXPECT_EQ(unbox<tmmm>(set->property(0))->middle, 0.25F);
 }
