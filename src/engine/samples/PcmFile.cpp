@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 #include "platform/Files.h"
 #include "storage/paths/Paths.h"
@@ -24,13 +25,15 @@ bool seekSample(platform::InputFile& file, std::uint32_t offset, std::size_t sam
   return byteOffset <= reachable && file.seek(byteOffset + static_cast<std::int64_t>(sample) * 2);
 }
 
+std::string dataPath(std::string_view folder) {
+  return joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin");
+}
+
 }  // namespace
 
-PcmFile::PcmFile(std::string_view folder)
-    : path(joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin")),
-      waveDatabase(folder) {
+PcmFile::PcmFile(std::string_view folder) : path(dataPath(folder)), waveDatabase(folder) {
   waveDatabase.load();
-  platform::warmPages(path);
+  platform::warmPages(dataPath(folder));
 }
 
 std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,

@@ -6,14 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "engine/samples/WaveDatabase.h"
-
-namespace tesh::bramel::platform {
-class InputFile;
-}
+#include "platform/Files.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -39,7 +35,7 @@ class PcmFile {
   void readStereo(platform::InputFile& file, std::int16_t* destination, std::span<const std::uint32_t, 2> offsets,
                   std::size_t frames);
 
-  std::string path;
+  platform::NativePath path;
   std::array<std::uint16_t, kReadSamples> readBuffer{};
   WaveDatabase waveDatabase;
 };
