@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 
+#include "core/FixedPoint.h"
 #include "engine/voice/DrumCore.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -50,15 +51,14 @@ std::string threeDigits(std::int32_t value) { return printed("%03d", value); }
 
 /// Three zeros at the centre, elsewhere the sign and the distance.
 std::string aroundCentre(std::int32_t value, std::int32_t centre) {
-  return value == centre ? "000" : printed("%+03d", value - centre);
+  return value == centre ? "000" : printed("%+03d", cofu::core::wrapSub(value, centre));
 }
 
 std::string panText(std::int32_t value) {
-  const std::int32_t distance = value - 64;
-  if (distance == 0) {
+  if (value == 64) {
     return "Center";
   }
-  return distance < 0 ? printed("L%02d", std::min(-distance, 63)) : printed("R%02d", distance);
+  return value < 64 ? printed("L%02d", 64 - std::max(value, 1)) : printed("R%02d", value - 64);
 }
 
 template <std::size_t Size>

@@ -21,7 +21,8 @@ inline constexpr std::uint32_t kMasterOut = 0x110;
 inline constexpr std::uint32_t kTempo = 0x120;
 
 struct Player {
-  explicit Player(int waves = kWaves) : folder(support::assortedWaves(waves, 900)), plugin(kSampleFolder, kSlot) {
+  explicit Player(int waves = kWaves, int waveFrames = 900)
+      : folder(support::assortedWaves(waves, waveFrames)), plugin(kSampleFolder, kSlot) {
     midi.reserve(256);
     left.reserve(4096);
     right.reserve(4096);

@@ -1,0 +1,188 @@
+// What the frame takes in, when it takes force, and what the engine does before anyone has asked for sound.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <limits>
+
+#include "FrameScene.h"
+
+namespace {
+
+using namespace scene;
+
+constexpr std::uint32_t kPitchOfPad4 = 0x044;
+
+/// Counts how often a file is opened.
+class OpenCounter {
+ public:
+  explicit OpenCounter(const std::string& path) : queue(inotify_init1(IN_NONBLOCK)) {
+    // With the closing in between two openings are never taken for one.
+    inotify_add_watch(queue, path.c_str(), IN_OPEN | IN_CLOSE);
+  }
+  ~OpenCounter() { ::close(queue); }
+  OpenCounter(const OpenCounter&) = delete;
+  OpenCounter& operator=(const OpenCounter&) = delete;
+
+  int take() {
+    alignas(inotify_event) std::array<char, 65536> bytes{};
+    const ssize_t size = ::read(queue, bytes.data(), bytes.size());
+    int opened = 0;
+    for (ssize_t at = 0; at < size; at += static_cast<ssize_t>(sizeof(inotify_event))) {
+      const auto* event = reinterpret_cast<const inotify_event*>(bytes.data() + at);
+      opened += (event->mask & IN_OPEN) != 0 ? 1 : 0;
+    }
+    return opened;
+  }
+
+ private:
+  int queue;
+};
+
+TEST(Frame, IsAPureStereoGenerator) {
+  Player player;
+  EXPECT_EQ(player.plugin.outputCount(), 2);
+  EXPECT_EQ(player.plugin.inputCount(), 0);
+  EXPECT_EQ(player.plugin.kind(), 0);
+  EXPECT_EQ(player.plugin.parameterCount(), 560);
+  EXPECT_EQ(player.plugin.programCount(), 128);
+  EXPECT_STREQ(player.plugin.typeName(), "VstXSynth");
+  EXPECT_NE(player.plugin.sampleLibrary(), nullptr);
+}
+
+TEST(Frame, IsSilentUntilTheMasterLevelHasBeenSet) {
+  Player player;
+  EXPECT_FLOAT_EQ(player.plugin.getParameter(kMasterOut), 100.0F / 127.0F);
+  player.set(0x00D, 0.0F);  // past the effect, whose tail would last
+  player.note(0, 36);
+  player.process(2000);
+  EXPECT_EQ(player.firstSound(), -1);
+  openMaster(player);
+  player.note(100, 36);
+  player.process(512);
+  EXPECT_EQ(player.firstSound(), 100);
+}
+
+TEST(Frame, ReadsEachPadsWaveTwiceWhenBuiltButTheFirstPadsOnce) {
+  const support::SampleFolder folder(support::assortedWaves(kWaves, 500));
+  OpenCounter counter(folder.pathOf("drumdata.bin"));
+  PcmFile file(kSampleFolder);
+  counter.take();
+  DrumEngine engine(file, kPadCount, kSlot);
+  EXPECT_EQ(counter.take(), 15);
+  const float third = 3.0F / (kWaves - 1);
+  engine.setParameter(0x030, third);
+  EXPECT_EQ(counter.take(), 0) << "pad 3 holds wave 3 already";
+  engine.setParameter(0x040, third);
+  EXPECT_EQ(counter.take(), 1);
+  const auto chunk = engine.bank().getChunk();
+  engine.bank().setChunk(chunk);
+  EXPECT_EQ(counter.take(), 0) << "no wave has changed";
+}
+
+TEST(Frame, TakesDirectParametersOnlyWhileInactive) {
+  Player player;
+  player.plugin.setParameter(kPitchOfPad4, 1.0F);
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 0.5F) << "not before the next block";
+  player.process(1);
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 1.0F);
+  player.plugin.activate();
+  player.plugin.setParameter(kPitchOfPad4, 0.0F);
+  player.process(1);
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 1.0F);
+  player.automate(0, kPitchOfPad4, 0.25F);
+  player.process(1);
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 0.25F);
+  player.plugin.deactivate();
+  player.plugin.setParameter(kPitchOfPad4, 0.0F);
+  player.process(1);
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 0.0F);
+}
+
+TEST(Frame, TellsItsListenerOncePerBurst) {
+  struct Listener : tesh::vimo::PluginListener {
+    void parametersArrived() override { ++calls; }
+    int calls = 0;
+  } listener;
+  Player player;
+  player.plugin.setListener(&listener);
+  player.process(16);
+  EXPECT_EQ(listener.calls, 0);
+  for (std::uint32_t frame = 0; frame < 3; ++frame) {
+    player.automate(frame, kPitchOfPad4, 0.1F);
+  }
+  player.process(0);
+  EXPECT_EQ(listener.calls, 1);
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 0.5F) << "an empty block takes in and renders nothing";
+  player.process(4);
+  EXPECT_NE(player.plugin.getParameter(kPitchOfPad4), 0.5F);
+}
+
+TEST(Frame, AppliesAParameterBeforeANoteOfTheSameFrame) {
+  Player player;
+  openMaster(player);
+  player.note(7, 36);
+  player.automate(7, 0x00C, 1.0F);  // mute
+  player.process(512);
+  EXPECT_EQ(player.firstSound(), -1);
+}
+
+TEST(Frame, ReleasesGatedPadsByNoteOffsAndAllNotesOff) {
+  struct Case {
+    std::initializer_list<int> message;
+    bool releases;
+  };
+  const std::array<Case, 7> cases{{{{0x80, 36, 0}, true},
+                                   {{0x93, 36, 0}, true},
+                                   {{0xB0, 123, 0}, true},
+                                   {{0xBF, 126, 0}, true},
+                                   {{0xB0, 120, 0}, false},
+                                   {{0x80, 37, 0}, false},
+                                   {{0xE0, 36, 0}, false}}};
+  for (const Case& each : cases) {
+    Player player(kWaves, 3000);
+    openMaster(player);
+    player.set(0x002, 1.0F);  // gate
+    player.set(0x007, 0.0F);  // shortest decay
+    player.set(0x00D, 0.0F);  // past the effect
+    player.note(0, 36);
+    player.process(64);
+    player.message(0, each.message);
+    player.process(1000);  // the fall takes 778 frames
+    player.process(300);
+    EXPECT_EQ(player.firstSound() < 0, each.releases) << std::hex << *each.message.begin();
+  }
+}
+
+TEST(Frame, SilencesEverythingWhenActivated) {
+  Player player;
+  openMaster(player);
+  player.note(0, 36);
+  player.process(64);
+  player.plugin.activate();
+  player.process(512);
+  EXPECT_EQ(player.firstSound(), -1);
+}
+
+TEST(Frame, SurvivesWildValuesAndBlocksAboveItsLargest) {
+  Player player;
+  openMaster(player);
+  constexpr float kHuge = std::numeric_limits<float>::max();
+  for (const float wild : {kHuge, -kHuge, std::nanf(""), std::numeric_limits<float>::infinity(), -1.0F, 2.0F}) {
+    for (std::uint32_t id = 0; id < 0x300; ++id) {
+      player.automate(id, id, wild);
+    }
+    for (int pad = 0; pad < 8; ++pad) {
+      player.note(1000, 36 + pad);
+    }
+    player.plugin.tempoChanged(wild);
+    player.process(5000);
+    for (const float sample : player.left) {
+      ASSERT_LE(std::abs(sample), 1.0F);
+    }
+  }
+}
+
+}  // namespace

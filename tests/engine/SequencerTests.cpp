@@ -1,0 +1,89 @@
+// The order and the timing of records.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "engine/EventSequencer.h"
+
+namespace {
+
+using namespace tesh::bramel::plugin::sivray;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Notes what fires, and renders like the frame does.
+class Rendering : public IEventResponder {
+ public:
+  void onParameter(const SequencerEvent& record) override { note('p', record.id); }
+  void onGlobalParameter(const SequencerEvent& record) override { note('g', record.id); }
+  void onMidi(const SequencerMessage& message) override { note('m', message.bytes[0]); }
+
+  void queue(std::int64_t frame, SequencerKind kind, std::uint32_t id) {
+    SequencerEvent record;
+    record.frame = frame;
+    record.kind = kind;
+    record.sequence = sequence++;
+    record.id = id;
+    record.message.bytes[0] = static_cast<std::uint8_t>(id);
+    sequencer.append(record);
+  }
+
+  std::vector<int> slicesOf(int frames) {
+    std::vector<int> slices;
+    for (int remaining = frames; remaining > 0;) {
+      const std::int64_t next = sequencer.nextEventFrame();
+      slices.push_back(next < 0 || next > remaining ? remaining : static_cast<int>(next));
+      sequencer.advance(slices.back());
+      remaining -= slices.back();
+    }
+    return slices;
+  }
+
+  std::vector<std::string> fired;
+
+ private:
+  void note(char kind, std::uint32_t id) { fired.push_back({kind, static_cast<char>('0' + id)}); }
+
+  EventSequencer sequencer{*this};
+  std::uint32_t sequence = 0;
+};
+
+constexpr auto kParameter = SequencerKind::parameter;
+constexpr auto kMidi = SequencerKind::midi;
+constexpr auto kGlobal = SequencerKind::globalParameter;
+
+TEST(EventSequencer, CutsABlockAtEachRecord) {
+  Rendering rendering;
+  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(256));
+  rendering.queue(150, kParameter, 3);
+  rendering.queue(0, kParameter, 1);
+  rendering.queue(100, kParameter, 2);
+  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(0, 100, 50, 106));
+  EXPECT_THAT(rendering.fired, ElementsAre("p1", "p2", "p3"));
+}
+
+TEST(EventSequencer, FiresByFrameThenKindThenArrival) {
+  Rendering rendering;
+  rendering.queue(5, kGlobal, 1);
+  rendering.queue(5, kMidi, 2);
+  rendering.queue(5, kMidi, 3);
+  rendering.queue(5, kParameter, 4);
+  rendering.queue(2, kGlobal, 5);
+  rendering.queue(5, kParameter, 6);
+  EXPECT_THAT(rendering.slicesOf(8), ElementsAre(2, 3, 3));
+  EXPECT_THAT(rendering.fired, ElementsAre("g5", "p4", "p6", "m2", "m3", "g1"));
+}
+
+TEST(EventSequencer, KeepsARecordBeyondTheBlockAndLetsLaterOnesWaitForIt) {
+  Rendering rendering;
+  rendering.queue(300, kMidi, 1);
+  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(256));
+  EXPECT_THAT(rendering.fired, IsEmpty());
+  rendering.queue(10, kMidi, 2);  // counts from the merge, once the first has fired
+  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(44, 10, 202));
+  EXPECT_THAT(rendering.fired, ElementsAre("m1", "m2"));
+}
+
+}  // namespace
