@@ -1,8 +1,8 @@
 // A busy block asks for no memory, wave changes included.
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The thread sanitizer brings its own operators, which cannot be replaced.
+// The sanitizers bring their own operators, which cannot be replaced or must not be mixed with ours.
 #if defined(__has_feature)
-#if __has_feature(thread_sanitizer)
+#if __has_feature(thread_sanitizer) || __has_feature(address_sanitizer)
 #define SIVRAY_FIXED_OPERATORS
 #endif
 #endif
