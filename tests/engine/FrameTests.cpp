@@ -4,8 +4,10 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <thread>
 
 #include "FrameScene.h"
 
@@ -14,6 +16,7 @@ namespace {
 using namespace scene;
 
 constexpr std::uint32_t kPitchOfPad4 = 0x044;
+constexpr std::uint32_t kMeters = 0x130;
 
 /// Counts how often a file is opened.
 class OpenCounter {
@@ -183,6 +186,31 @@ TEST(Frame, SurvivesWildValuesAndBlocksAboveItsLargest) {
       ASSERT_LE(std::abs(sample), 1.0F);
     }
   }
+}
+
+TEST(Frame, CanBeReadAndQueuedToWhileItPlays) {
+  Player player;
+  openMaster(player);
+  std::atomic<bool> playing{true};
+  std::thread other([&] {
+    while (playing) {
+      for (std::uint32_t id = 0; id < kMeters; ++id) {
+        player.plugin.getParameter(id);
+        player.plugin.getParameterDisplay(id);
+      }
+      player.plugin.setParameter(kPitchOfPad4, 0.3F);
+      player.plugin.tempoChanged(130.0);
+    }
+  });
+  for (int block = 0; block < 200; ++block) {
+    player.automate(3, parameterId(static_cast<std::uint32_t>(block) % 8, 0), static_cast<float>(block % 12) / 11.0F);
+    player.automate(5, 0x100, static_cast<float>(block % 30) / 29.0F);
+    player.note(7, 36 + block % 8);
+    player.process(64);
+  }
+  playing = false;
+  other.join();
+  EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), static_cast<float>(14) / 48.0F);
 }
 
 }  // namespace
