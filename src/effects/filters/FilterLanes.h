@@ -1,0 +1,55 @@
+// What the state-variable filter adds to the stereo lanes: products of 24-bit values and a limit at 24 bits.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "effects/interfaces/StereoLanes.h"
+
+namespace tesh::bramel::plugin::sivray::effects::lanes {
+
+/// Full scale of the filter's values.
+inline constexpr std::int32_t kFull24 = 16777215;
+
+/// (value * factor) >> 23 in 64 bits, for values within +-2^25 and factors of 0 to 2^25.
+inline PlainLanes mulShift23(PlainLanes value, PlainLanes factor) {
+  const auto shifted = [](std::int64_t a, std::int64_t b) { return static_cast<std::int32_t>((a * b) >> 23); };
+  return {shifted(value.l, factor.l), shifted(value.r, factor.r)};
+}
+
+/// Limits to -16777215 .. 16777215.
+inline PlainLanes limited24(PlainLanes value) {
+  return {std::clamp(value.l, -kFull24, kFull24), std::clamp(value.r, -kFull24, kFull24)};
+}
+
+inline void storeSaturated(PlainLanes value, std::int16_t& left, std::int16_t& right) {
+  const PlainLanes saturated = value.saturated();
+  left = static_cast<std::int16_t>(saturated.l);
+  right = static_cast<std::int16_t>(saturated.r);
+}
+
+#if defined(__SSE2__)
+/// The machine multiplies unsigned values: 2^25 is added to make them so, and its share, a whole number, taken off.
+inline StereoLanes mulShift23(StereoLanes value, StereoLanes factor) {
+  const __m128i raised = _mm_add_epi32(value.v, _mm_set1_epi32(1 << 25));
+  const __m128i product = _mm_srli_epi64(_mm_mul_epu32(raised, factor.v), 23);
+  return {_mm_sub_epi32(product, _mm_slli_epi32(factor.v, 2))};
+}
+
+/// Single precision holds every value up to the limit, and rounds none above it to below it.
+inline StereoLanes limited24(StereoLanes value) {
+  const __m128 limit = _mm_set1_ps(static_cast<float>(kFull24));
+  const __m128 lower = _mm_set1_ps(static_cast<float>(-kFull24));
+  return {_mm_cvttps_epi32(_mm_max_ps(_mm_min_ps(_mm_cvtepi32_ps(value.v), limit), lower))};
+}
+
+inline void storeSaturated(StereoLanes value, std::int16_t& left, std::int16_t& right) {
+  const __m128i packed = _mm_packs_epi32(value.v, value.v);
+  const __m128i words = _mm_max_epi16(packed, _mm_set1_epi16(-cofu::core::kFullScale));
+  left = static_cast<std::int16_t>(_mm_cvtsi128_si32(words));
+  right = static_cast<std::int16_t>(_mm_extract_epi16(words, 2));
+}
+#endif
+
+}  // namespace tesh::bramel::plugin::sivray::effects::lanes

@@ -1,0 +1,108 @@
+// The four bands of the talking modulator side by side.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "core/FixedPoint.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+inline constexpr std::size_t kFormantBands = 4;
+
+/// Four 32-bit values, in the plain form for any machine.
+struct PlainFormantLanes {
+  std::array<std::int32_t, kFormantBands> v{};
+
+  static PlainFormantLanes of(const std::array<std::int32_t, kFormantBands>& values) { return {values}; }
+  static PlainFormantLanes all(std::int32_t value) { return {{value, value, value, value}}; }
+
+  friend PlainFormantLanes operator+(const PlainFormantLanes& a, const PlainFormantLanes& b) {
+    return each(a, b, cofu::core::wrapAdd);
+  }
+  friend PlainFormantLanes operator-(const PlainFormantLanes& a, const PlainFormantLanes& b) {
+    return each(a, b, cofu::core::wrapSub);
+  }
+  /// Products of lanes that hold 16-bit values.
+  friend PlainFormantLanes operator*(const PlainFormantLanes& a, const PlainFormantLanes& b) {
+    return each(a, b, cofu::core::wrapMul);
+  }
+  PlainFormantLanes shiftedRight15() const {
+    return each(*this, *this, [](std::int32_t a, std::int32_t) { return a >> 15; });
+  }
+  /// Limits to -32768 .. 32767.
+  PlainFormantLanes limited16() const {
+    return each(*this, *this, [](std::int32_t a, std::int32_t) { return std::clamp(a, -32768, 32767); });
+  }
+  /// The sum of lanes that hold 16-bit values.
+  std::int32_t sum() const { return v[0] + v[1] + v[2] + v[3]; }
+
+ private:
+  template <typename Op>
+  static PlainFormantLanes each(const PlainFormantLanes& a, const PlainFormantLanes& b, Op op) {
+    PlainFormantLanes result;
+    for (std::size_t i = 0; i < kFormantBands; ++i) {
+      result.v[i] = op(a.v[i], b.v[i]);
+    }
+    return result;
+  }
+};
+
+#if defined(__SSE2__)
+/// The same in a vector register.
+struct FormantLanes {
+  __m128i v = _mm_setzero_si128();
+
+  static FormantLanes of(const std::array<std::int32_t, kFormantBands>& values) {
+    return {_mm_set_epi32(values[3], values[2], values[1], values[0])};
+  }
+  static FormantLanes all(std::int32_t value) { return {_mm_set1_epi32(value)}; }
+
+  friend FormantLanes operator+(FormantLanes a, FormantLanes b) { return {_mm_add_epi32(a.v, b.v)}; }
+  friend FormantLanes operator-(FormantLanes a, FormantLanes b) { return {_mm_sub_epi32(a.v, b.v)}; }
+
+  /// The instruction adds the products of the low and of the high words of each lane: one high word has to be cleared.
+  friend FormantLanes operator*(FormantLanes a, FormantLanes b) {
+    return {_mm_madd_epi16(a.v, _mm_and_si128(b.v, _mm_set1_epi32(0xFFFF)))};
+  }
+  FormantLanes shiftedRight15() const { return {_mm_srai_epi32(v, 15)}; }
+  FormantLanes limited16() const {
+    const __m128i words = _mm_packs_epi32(v, v);
+    return {_mm_srai_epi32(_mm_unpacklo_epi16(words, words), 16)};
+  }
+  std::int32_t sum() const {
+    const __m128i pairs = _mm_add_epi32(v, _mm_shuffle_epi32(v, _MM_SHUFFLE(1, 0, 3, 2)));
+    return _mm_cvtsi128_si32(_mm_add_epi32(pairs, _mm_shuffle_epi32(pairs, _MM_SHUFFLE(2, 3, 0, 1))));
+  }
+};
+#else
+using FormantLanes = PlainFormantLanes;
+#endif
+
+/// The four resonators. `band` and `low` hold 16-bit values: nothing below the point is ever read.
+template <typename Lanes>
+struct FormantBank {
+  Lanes band{};
+  Lanes low{};
+
+  /// Takes the mono input and the frequency coefficients (0 to 32767), and gives the sum of the band outputs.
+  std::int32_t step(std::int32_t x, Lanes frequency) {
+    const Lanes leak = Lanes::all(-32766);
+    const Lanes damping = Lanes::all(1241);
+    const Lanes a = (band * leak).shiftedRight15() * leak;
+    const Lanes b = (low * leak).shiftedRight15() * leak;
+    const Lanes high = (Lanes::all(x * 16384) - a.shiftedRight15() * damping - b).shiftedRight15().limited16();
+    band = (high * frequency + a).shiftedRight15().limited16();
+    low = (band * frequency + b).shiftedRight15().limited16();
+    return band.sum();
+  }
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects
