@@ -1,0 +1,187 @@
+// The filters against plain models, and what their knobs promise.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/filters/CombFilter.h"
+#include "effects/filters/FormantTables.h"
+#include "effects/filters/PeakingEQ.h"
+#include "effects/filters/SivrayFxEqualizer.h"
+#include "effects/filters/SivrayFxTalkingModulator.h"
+#include "effects/filters/SivrayFxTolvanFilter.h"
+#include "effects/interfaces/EffectAdapter.h"
+#include "effects_filters/FilterModels.h"
+
+namespace {
+
+using namespace scene;
+using namespace tesh::bramel::plugin::sivray::effects;
+
+template <int number>
+struct Tolvan : SivrayFxTolvanFilter {
+  Tolvan() : SivrayFxTolvanFilter(number) {}
+};
+
+/// Resets by the restart message instead.
+template <typename Effect>
+struct Notified {
+  Effect effect;
+  void setParameter(unsigned index, int value) { effect.setParameter(index, value); }
+  void setTempo(int tenths) { effect.setTempo(tenths); }
+  void setImmediate(bool on) { effect.setImmediate(on); }
+  void reset() { effect.notify(5); }
+  void process(StereoBlock& block, unsigned count) { effect.process(block, count); }
+};
+
+/// The answer of the state-variable filter to the restart message.
+struct ClearedTolvan : TolvanModel {
+  using TolvanModel::TolvanModel;
+  void reset() override { clear(); }
+};
+
+TEST(Filters, EveryEffectMatchesItsPlainModelThroughRandomScenes) {
+  playScenes<SivrayFxEqualizer>(EqualizerModel{});
+  playScenes<EffectAdapter<PeakingEQ>>(PeakingModel{}, 60);
+  playScenes<Tolvan<0>>(TolvanModel{0});
+  playScenes<Tolvan<1>>(TolvanModel{1});
+  playScenes<Tolvan<2>>(TolvanModel{2});
+  playScenes<EffectAdapter<CombFilter>>(CombModel{}, 60);
+  playScenes<SivrayFxTalkingModulator>(TalkingModel{});
+}
+
+TEST(Filters, TheRestartMessageClearsWhatItsModelClears) {
+  playScenes<Notified<SivrayFxEqualizer>>(EqualizerModel{});
+  playScenes<Notified<EffectAdapter<PeakingEQ>>>(PeakingModel{}, 40);
+  playScenes<Notified<Tolvan<0>>>(ClearedTolvan{0});
+  playScenes<Notified<EffectAdapter<CombFilter>>>(CombModel{}, 40);
+  playScenes<Notified<SivrayFxTalkingModulator>>(TalkingModel{});
+}
+
+TEST(Filters, BothLaneFormsOfTheLawsGiveTheSame) {
+  Dice dice(7);
+  const auto wide = [&] { return (dice.upTo(65535) << 10) - (1 << 25) + dice.upTo(1023); };
+  for (int i = 0; i < 20000; ++i) {
+    const int l = wide(), r = wide(), factor = dice.upTo(1 << 25);
+    const StereoLanes fast = StereoLanes::of(l, r);
+    const PlainLanes plain = PlainLanes::of(l, r);
+    const StereoLanes product = mulShift23(fast, StereoLanes::both(factor));
+    const PlainLanes plainProduct = mulShift23(plain, PlainLanes::both(factor));
+    ASSERT_EQ(product.left(), plainProduct.l) << l << " * " << factor;
+    ASSERT_EQ(product.right(), plainProduct.r) << r << " * " << factor;
+    ASSERT_EQ(limited24(fast).left(), limited24(plain).l) << l;
+    ASSERT_EQ(limited24(fast).right(), limited24(plain).r) << r;
+  }
+  FormantBank<FormantLanes> fast;
+  FormantBank<PlainFormantLanes> plain;
+  for (int i = 0; i < 20000; ++i) {
+    const int x = dice.oneIn(2) ? dice.upTo(65535) - 32768 : (dice.oneIn(2) ? 32767 : -32768);
+    const std::array<std::int32_t, 4> f{dice.upTo(31648), dice.upTo(31648), dice.upTo(31648), dice.upTo(31648)};
+    ASSERT_EQ(fast.step(x, FormantLanes::of(f)), plain.step(x, PlainFormantLanes::of(f)));
+  }
+}
+
+template <typename Table, typename Column>
+void expectSums(const Table& table, Column column, std::int64_t expectedSum, std::int64_t expectedWeighted) {
+  std::int64_t sum = 0;
+  std::int64_t weighted = 0;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    sum += column(table[i]);
+    weighted += static_cast<std::int64_t>(i + 1) * column(table[i]);
+  }
+  EXPECT_EQ(sum, expectedSum);
+  EXPECT_EQ(weighted, expectedWeighted);
+}
+
+TEST(Filters, TablesHoldTheirEndsTheirOrderAndTheirSums) {
+  expectSums(
+      lowShelfTable, [](auto row) { return row.feedforwardOld; }, -2046502, -131991030);
+  expectSums(
+      lowShelfTable, [](auto row) { return row.feedforward; }, 2097057, 136521367);
+  expectSums(
+      lowShelfTable, [](auto row) { return row.feedback; }, -2046473, -133250658);
+  expectSums(
+      highShelfTable, [](auto row) { return row.feedback1; }, -450177, -52268968);
+  expectSums(
+      highShelfTable, [](auto row) { return row.gain; }, 1320614, 118761814);
+  expectSums(
+      highShelfTable, [](auto row) { return row.feedback2; }, -178094, -1142251);
+  expectSums(
+      cutoffTable, [](auto entry) { return std::int64_t{entry}; }, 97218110237, 9871847604541);
+  for (std::size_t i = 1; i < 128; ++i) {
+    EXPECT_LT(cutoffTable[i - 1], cutoffTable[i]);
+    EXPECT_LE(lowShelfTable[i - 1].feedforward, lowShelfTable[i].feedforward);
+    EXPECT_LE(highShelfTable[i - 1].gain, highShelfTable[i].gain);
+  }
+  EXPECT_EQ(cutoffTable[127], 2147391259);
+  EXPECT_EQ(formant1[0] + formant1[127], 4558 + 1926);
+  EXPECT_EQ(formant2[32] + formant2[64], 11171 + 8192);
+  EXPECT_EQ(formant3[96] + formant3[127], 16632 + 21100);
+  EXPECT_EQ(formant1[1], 4516);  // 4558 - 1331 / 32
+}
+
+/// Half the swing of the last 100 samples, of a steady input that may alternate in sign.
+int steadyLevel(SivrayFx& effect, int edit1, int edit2, int level, bool alternating) {
+  effect.setParameter(kEdit1, edit1);
+  effect.setParameter(kEdit2, edit2);
+  Stereo sound = constantSound(60000, static_cast<std::int16_t>(level));
+  for (std::size_t i = 1; alternating && i < sound.left.size(); i += 2) {
+    sound.left[i] = sound.right[i] = static_cast<std::int16_t>(-level);
+  }
+  process(effect, sound);
+  EXPECT_EQ(sound.left, sound.right);
+  return *std::max_element(sound.left.end() - 100, sound.left.end());
+}
+
+TEST(Filters, SteadyTonesComeOutAtTheLevelOfTheirKnobs) {
+  SivrayFxEqualizer equalizer;
+  EXPECT_NEAR(steadyLevel(equalizer, 64, 64, 10000, false), 9500, 60);
+  EXPECT_NEAR(steadyLevel(equalizer, 64, 64, 10000, true), 10600, 60);
+  for (const int knob : {63, 65}) {
+    EXPECT_EQ(lowShelfTable[static_cast<std::size_t>(knob)].feedback, lowShelfTable[64].feedback);
+    EXPECT_EQ(highShelfTable[static_cast<std::size_t>(knob)].gain, highShelfTable[64].gain);
+  }
+  EffectAdapter<PeakingEQ> peaking;  // a bell leaves both ends of the spectrum alone
+  EXPECT_NEAR(steadyLevel(peaking, 60, 127, 10000, false), 10000, 30);
+  EXPECT_NEAR(steadyLevel(peaking, 60, 0, 10000, true), 10000, 30);
+  Tolvan<0> lowpass;
+  EXPECT_NEAR(steadyLevel(lowpass, 60, 0, 10000, false), 10000, 30);
+  EXPECT_NEAR(steadyLevel(lowpass, 20, 0, 10000, true), 0, 10);
+  Tolvan<1> highpass;
+  EXPECT_NEAR(steadyLevel(highpass, 40, 30, 20000, false), 0, 3);
+  SivrayFxTalkingModulator talking;
+  EXPECT_NEAR(steadyLevel(talking, 127, 127, 0, false), 0, 0);
+}
+
+TEST(Filters, CombWithoutFeedbackPassesTheSoundAndVoicesOfOppositeSignCancel) {
+  EffectAdapter<CombFilter> comb;
+  comb.setParameter(kEdit1, 0);
+  comb.setParameter(kEdit2, 0);
+  Dice dice(3);
+  Stereo sound = dice.input(3000);
+  Stereo expected = sound;
+  std::replace(expected.left.begin(), expected.left.end(), std::int16_t{-32768}, std::int16_t{-32767});
+  process(comb, sound);
+  EXPECT_EQ(sound.left, expected.left);
+
+  SivrayFxTalkingModulator talking;
+  talking.setParameter(kEdit1, 30);
+  Stereo opposite = constantSound(2000, 12345);
+  std::fill(opposite.right.begin(), opposite.right.end(), std::int16_t{-12345});
+  process(talking, opposite);
+  EXPECT_EQ(opposite, Stereo(2000));
+}
+
+TEST(Filters, OtherIndicesAreIgnoredAndWrongValuesMasked) {
+  SivrayFxEqualizer equalizer;
+  Tolvan<2> bandpass;
+  SivrayFxTalkingModulator talking;
+  EffectAdapter<PeakingEQ> peaking;
+  EffectAdapter<CombFilter> comb;
+  for (SivrayFx* effect : std::initializer_list<SivrayFx*>{&equalizer, &bandpass, &talking, &peaking, &comb}) {
+    EXPECT_EQ(effect->setParameter(kEdit1, -1), 127);
+    EXPECT_EQ(effect->setParameter(kEdit2, 128 + 5), 5);
+    EXPECT_EQ(effect->setParameter(99, 5), 0);
+    StereoBlock nothing;
+    effect->process(nothing, 0);
+    turnKnobsWhileItRuns(*effect);
+  }
+}
+
+}  // namespace

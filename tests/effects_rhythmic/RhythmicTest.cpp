@@ -1,0 +1,244 @@
+// The slicer and the grain shifter against plain models, and the grids that tempo and knobs give.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
+
+#include "effects/interfaces/EffectAdapter.h"
+#include "effects/interfaces/SivrayFxMemoryManager.h"
+#include "effects/interfaces/TempoTables.h"
+#include "effects/rhythmic/SivrayFxGrainShifter.h"
+#include "effects/rhythmic/Slicer.h"
+#include "effects/rhythmic/SlicerTables.h"
+#include "effects_modulation/PlainModel.h"
+
+namespace {
+
+using namespace scene;
+using namespace tesh::bramel::plugin::sivray::effects;
+
+struct SlicerModel : PlainModel {
+  std::array<std::int64_t, 5> knobs{72, 64, 127, 12, 11};
+  float bpm = 120.0F;
+  std::int64_t up = 0, down = 2147483647, envelope = 0, levelState = 0;
+  bool restart = false;
+
+  void edit(unsigned index, std::int64_t knob) override {
+    if (index < 5) knobs[index] = knob;
+  }
+  void setTempo(int tenths) override { bpm = static_cast<float>(tenths) / 10.0F; }
+  void reset() override {
+    restart = true;
+    envelope = 0;
+  }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    const std::int64_t h = wrap(linear(std::min<std::int64_t>(knobs[1], 126)) * 2 * 2147483647 >> 15);
+    const std::int64_t edge = (h >> 16) >= 0 ? (h >> 16) - 65536 : h >> 16;
+    const std::int64_t step = tempoStep(static_cast<int>(knobs[0]), bpm);
+    const std::int64_t floor = linear(127 - knobs[2]) * linear(127 - knobs[2]) >> 15;
+    levelState = (levelState * 32520 + slicerLevelTable[static_cast<std::size_t>(knobs[1])] * 247L) >> 15;
+    if (restart) {
+      up = 0;
+      down = 2147483647;
+    }
+    restart = false;
+    up = wrap(up + step);
+    down = wrap(down - step);
+    const std::int64_t p = ((down >> 16) + (wrap(h + 2147483647 + up) >> 16) - edge) >> 1;
+    envelope += (p - (envelope >> 15)) * square(knobs[4]);
+    const std::int64_t e = envelope >> 15, g = e - (e * floor >> 15) + floor;
+    l = sat(((g * l >> 15) * levelState) >> 15);
+    r = sat(((g * r >> 15) * levelState) >> 15);
+  }
+};
+
+struct GrainModel : PlainModel {
+  std::array<std::int64_t, 2> knobs{};
+  std::int64_t tempo = 15360;
+  struct Settings {
+    std::int64_t step = 0, delay = 0, mix = 0;
+  } pending, live;
+  bool dirty = true, realign = false;
+  std::int64_t start = 0, phase = 0, record = 0, output = 0, mix = 0, delay = 0, w = 0;
+  std::array<std::vector<std::int64_t>, 2> lines{};
+
+  GrainModel() { recompute(); }
+  void edit(unsigned index, std::int64_t knob) override {
+    if (index > 1) return;
+    knobs[index] = knob;
+    recompute();
+  }
+  void setTempo(int tenths) override {
+    constexpr std::array<std::int64_t, 10> kFractions{0, 13, 26, 38, 51, 64, 77, 90, 102, 115};
+    tempo = tenths / 10 * 128 + kFractions[static_cast<std::size_t>(tenths % 10)];
+    recompute();
+  }
+  void recompute() {
+    constexpr std::array<std::array<std::int64_t, 3>, 17> kRows{{{0, 192, 384},
+                                                                 {10, 72, 384},
+                                                                 {20, 96, 192},
+                                                                 {30, 96, 144},
+                                                                 {40, 48, 96},
+                                                                 {50, 48, 72},
+                                                                 {60, 24, 48},
+                                                                 {70, 24, 36},
+                                                                 {80, 36, 30},
+                                                                 {90, 24, 24},
+                                                                 {100, 12, 24},
+                                                                 {105, 12, 16},
+                                                                 {110, 12, 12},
+                                                                 {120, 12, 8},
+                                                                 {122, 12, 6},
+                                                                 {124, 12, 4},
+                                                                 {126, 12, 3}}};
+    std::int64_t t1 = 0, t2 = 0;
+    for (const auto& [from, cycle, grain] : kRows) {
+      if (knobs[0] >= from) t1 = cycle, t2 = grain;
+    }
+    pending.step = tempo * 412316860416 / (t1 * 1354752000);
+    pending.delay = tempo == 0 ? 131072 : std::min<std::int64_t>(131072, t2 * 1354752000 / (tempo * 1536));
+    pending.mix = linear(knobs[1]);
+    start = static_cast<std::uint32_t>(-(t2 * 412316860416 / (t1 * 1536)));
+    dirty = true;
+  }
+  void reset() override {
+    for (auto& line : lines) line.assign(131072, 0);
+    realign = true;
+    phase = record = 0;
+    mix = live.mix << 15;
+    delay = live.delay << 15;
+  }
+  void grid() override {
+    if (dirty) live = pending;
+    dirty = false;
+  }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    const std::int64_t k1 = immediate ? 32767 : 327, k2 = immediate ? 32767 : 102;
+    phase = realign ? start : static_cast<std::uint32_t>(phase + live.step);
+    realign = false;
+    record += ((phase >> 31 != 0 ? 32767 : 0) - (record >> 15)) * k1;
+    output += ((wrap(phase - start) < 0 ? 32767 : 0) - (output >> 15)) * k1;
+    mix += (live.mix - (mix >> 15)) * k2;
+    delay += (live.delay - (delay >> 15)) * k1;
+    const std::int64_t x = (l + r) >> 1, a = record >> 15, b = output >> 15, m = mix >> 15, f = delay & 32767;
+    const auto near = static_cast<std::size_t>((w - (delay >> 15)) & 131071), far = (near - 1) & 131071;
+    const auto tap = [&](const auto& line) { return ((line[far] - line[near]) * f >> 15) + line[near]; };
+    const std::int64_t intoA = sat((tap(lines[0]) * (32767 - a) >> 15) + (a * x >> 15));
+    const std::int64_t intoB = sat((tap(lines[1]) * a >> 15) + ((32767 - a) * x >> 15));
+    lines[0][static_cast<std::size_t>(w)] = intoA;
+    lines[1][static_cast<std::size_t>(w)] = intoB;
+    const std::int64_t wet = sat((intoA * (32767 - b) >> 15) + (intoB * b >> 15)) * m >> 15;
+    l = sat(((32767 - m) * l >> 15) + wet);
+    r = sat(((32767 - m) * r >> 15) + wet);
+    w = (w + 1) & 131071;
+  }
+};
+
+/// An effect with memory of its own; `code` other than 0 resets it by that message.
+template <typename Effect, int code = 0>
+struct Played {
+  Played() {
+    if constexpr (requires { memory.add(&effect); }) memory.add(&effect);
+    effect.reset();
+  }
+  SivrayFxMemoryManager memory;
+  Effect effect;
+  void setParameter(unsigned index, int value) { effect.setParameter(index, value); }
+  void setTempo(int tenths) { effect.setTempo(tenths); }
+  void setImmediate(bool on) { effect.setImmediate(on); }
+  void reset() { code == 0 ? effect.reset() : effect.notify(code); }
+  void process(StereoBlock& block, unsigned count) { effect.process(block, count); }
+};
+
+TEST(Rhythmic, BothEffectsMatchTheirPlainModelsThroughRandomScenes) {
+  playScenes<Played<EffectAdapter<Slicer>>>(SlicerModel{});
+  playScenes<Played<EffectAdapter<Slicer>, kRestart>>(SlicerModel{});
+  playScenes<Played<EffectAdapter<Slicer>, kRhythmicRestart>>(SlicerModel{});
+  playScenes<Played<SivrayFxGrainShifter>>(GrainModel{}, 400);
+  playScenes<Played<SivrayFxGrainShifter, kRestart>>(GrainModel{}, 100);
+}
+
+TEST(Rhythmic, SlicerLevelsHoldTheirEndsTheirOrderAndTheirSums) {
+  std::int64_t sum = 0;
+  std::int64_t weighted = 0;
+  for (std::size_t i = 0; i < slicerLevelTable.size(); ++i) {
+    sum += slicerLevelTable[i];
+    weighted += static_cast<std::int64_t>(i + 1) * slicerLevelTable[i];
+  }
+  EXPECT_EQ(slicerLevelTable.front(), 32767);
+  EXPECT_EQ(slicerLevelTable.back(), 131068);
+  EXPECT_TRUE(std::is_sorted(slicerLevelTable.begin(), slicerLevelTable.end()));
+  EXPECT_EQ(sum, 6084195);
+  EXPECT_EQ(weighted, 455294079);
+}
+
+/// The sound of a constant input over one bar at 120 beats per minute, after the make-up level has settled.
+Stereo slicedConstant(int hold) {
+  EffectAdapter<Slicer> slicer;
+  slicer.setParameter(kEdit1, 50);
+  slicer.setParameter(kEdit2, hold);
+  Stereo settle = constantSound(22050, 10000);
+  process(slicer, settle);
+  slicer.notify(kRhythmicRestart);
+  Stereo sound = constantSound(88200, 10000);
+  process(slicer, sound);
+  return sound;
+}
+
+TEST(Rhythmic, SlicerOpensForItsShareOfTheBeat) {
+  const auto open = [](const Stereo& s) {
+    return static_cast<double>(std::count_if(s.left.begin(), s.left.end(), [](int x) { return x > 5000; })) / 88200;
+  };
+  EXPECT_NEAR(open(slicedConstant(0)), 1.0, 0.01);
+  EXPECT_NEAR(open(slicedConstant(64)), 0.496, 0.01);
+  const Stereo half = slicedConstant(64);
+  for (std::size_t beat = 0; beat < 4; ++beat) {
+    EXPECT_GT(half.left[beat * 22050 + 5000], 9000);
+    EXPECT_EQ(half.left[beat * 22050 + 20000], 0);
+  }
+}
+
+/// A grain shifter at rest with its knobs set; the noise that is fed to it, and what comes out.
+struct GrainScene {
+  GrainScene(int speed, int balance, int frames) : in(Dice(5).input(frames)), out(in) {
+    played.setParameter(kEdit1, speed);
+    played.setParameter(kEdit2, balance);
+    StereoBlock block = out.block();
+    played.process(block, static_cast<unsigned>(frames));
+  }
+  Played<SivrayFxGrainShifter> played;
+  Stereo in, out;
+};
+
+TEST(Rhythmic, GrainShifterRepeatsItsGrainAndLeavesTheSoundAloneAtBalanceZero) {
+  EXPECT_EQ(GrainScene(0, 0, 100000).out, GrainScene(0, 0, 100000).in);
+  const GrainScene fastest(127, 127, 20000);  // a grain of 172 samples, cycles of 11025
+  const GrainScene slowest(0, 127, 180000);   // a grain of 22050 samples, cycles of 176400
+  EXPECT_TRUE(std::equal(slowest.out.left.begin() + 10000, slowest.out.left.end(), slowest.out.right.begin() + 10000));
+  const auto repeats = [](const Stereo& s, std::size_t at, std::size_t grain) {
+    int difference = 0;
+    for (std::size_t i = at; i < at + grain; ++i)
+      difference = std::max(difference, std::abs(s.left[i] - s.left[i + grain]));
+    return difference;
+  };
+  EXPECT_LE(repeats(fastest.out, 15000, 172), 60);
+  EXPECT_LE(repeats(slowest.out, 150000, 22050 / 8), 32767);
+}
+
+TEST(Rhythmic, AnyTempoIsSafeAndWrongValuesAreMasked) {
+  Played<SivrayFxGrainShifter> grain;
+  EffectAdapter<Slicer> slicer;
+  Stereo sound = constantSound(5000, 1000);
+  for (SivrayFx* effect : std::initializer_list<SivrayFx*>{&grain.effect, &slicer}) {
+    for (const int tenths : {0, 1, 3000, -1, -2147483647 - 1, 2147483647}) {
+      effect->setTempo(tenths);
+      process(*effect, sound);
+    }
+    EXPECT_EQ(effect->setParameter(kEdit1, -1), 127);
+    EXPECT_EQ(effect->setParameter(kEdit2, 128 + 5), 5);
+    EXPECT_EQ(effect->setParameter(99, 5), 0);
+    StereoBlock nothing;
+    effect->process(nothing, 0);
+    turnKnobsWhileItRuns(*effect);
+  }
+}
+
+}  // namespace
