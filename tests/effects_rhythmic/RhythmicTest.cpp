@@ -5,6 +5,7 @@
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/interfaces/TempoTables.h"
+#include "effects/rhythmic/GrainLanes.h"
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 #include "effects/rhythmic/Slicer.h"
 #include "effects/rhythmic/SlicerTables.h"
@@ -196,31 +197,74 @@ TEST(Rhythmic, SlicerOpensForItsShareOfTheBeat) {
   }
 }
 
-/// A grain shifter at rest with its knobs set; the noise that is fed to it, and what comes out.
+/// Noise through a grain shifter that has its settings and starts its clock afresh.
 struct GrainScene {
-  GrainScene(int speed, int balance, int frames) : in(Dice(5).input(frames)), out(in) {
+  GrainScene(int speed, int balance, int frames) : in(static_cast<std::size_t>(frames)), out(in) {
     played.setParameter(kEdit1, speed);
     played.setParameter(kEdit2, balance);
-    StereoBlock block = out.block();
+    Stereo settle(64);
+    StereoBlock block = settle.block();
+    played.process(block, 64);
+    played.reset();
+    Dice dice(5);
+    for (std::size_t i = 0; i < in.left.size(); ++i) {
+      in.left[i] = static_cast<std::int16_t>(dice.upTo(20000) - 10000);
+      in.right[i] = static_cast<std::int16_t>(dice.upTo(20000) - 10000);
+    }
+    out = in;
+    block = out.block();
     played.process(block, static_cast<unsigned>(frames));
   }
   Played<SivrayFxGrainShifter> played;
   Stereo in, out;
 };
 
-TEST(Rhythmic, GrainShifterRepeatsItsGrainAndLeavesTheSoundAloneAtBalanceZero) {
-  EXPECT_EQ(GrainScene(0, 0, 100000).out, GrainScene(0, 0, 100000).in);
-  const GrainScene fastest(127, 127, 20000);  // a grain of 172 samples, cycles of 11025
-  const GrainScene slowest(0, 127, 180000);   // a grain of 22050 samples, cycles of 176400
-  EXPECT_TRUE(std::equal(slowest.out.left.begin() + 10000, slowest.out.left.end(), slowest.out.right.begin() + 10000));
-  const auto repeats = [](const Stereo& s, std::size_t at, std::size_t grain) {
+TEST(Rhythmic, GrainShifterRepeatsItsGrainForHalfACycle) {
+  for (const auto& [speed, grain, from, to] : {std::tuple{0, 22050U, 2000U, 60000U}, {127, 172U, 2000U, 5000U}}) {
+    const Stereo out = GrainScene(speed, 127, 90000).out;
+    EXPECT_GT(*std::max_element(out.left.begin() + from, out.left.begin() + to), 1000);
     int difference = 0;
-    for (std::size_t i = at; i < at + grain; ++i)
-      difference = std::max(difference, std::abs(s.left[i] - s.left[i + grain]));
-    return difference;
+    for (std::size_t i = from; i < to; ++i) {
+      // The record fade lasts into the repeats.
+      const bool joins = i % grain < 2000 && speed == 0;
+      difference = joins ? difference : std::max(difference, std::abs(out.left[i] - out.left[i + grain]));
+    }
+    EXPECT_LE(difference, 2) << speed;
+    EXPECT_EQ(out.left, out.right);
+  }
+  const GrainScene dry(0, 0, 100000);
+  EXPECT_EQ(dry.out, dry.in);
+}
+
+TEST(Rhythmic, BothLaneFormsOfTheGrainLawGiveTheSame) {
+  Dice dice(9);
+  std::array<std::array<std::int16_t, 3>, 2> plainLines{};
+  auto fastLines = plainLines;
+  PlainGrainLanes plain(plainLines[0].data(), plainLines[1].data());
+  GrainLanes fast(fastLines[0].data(), fastLines[1].data());
+  const auto gain = [&] { return dice.oneIn(4) ? (dice.oneIn(2) ? 32767 : 0) : dice.upTo(32767); };
+  const auto sampleValue = [&] {
+    return static_cast<std::int16_t>(dice.oneIn(3) ? 65535 * dice.upTo(1) - 32768 : dice.upTo(65535) - 32768);
   };
-  EXPECT_LE(repeats(fastest.out, 15000, 172), 60);
-  EXPECT_LE(repeats(slowest.out, 150000, 22050 / 8), 32767);
+  for (int i = 0; i < 50000; ++i) {
+    const std::array<std::int32_t, 4> gains{gain(), gain(), gain(), gain()};
+    const auto set = [&](auto& law) {
+      law.setFraction(gains[0]);
+      law.setRecord(gains[1]);
+      law.setOutput(gains[2]);
+      law.setMix(gains[3]);
+    };
+    set(plain);
+    set(fast);
+    const unsigned at = static_cast<unsigned>(i) % 3;
+    const GrainPlace place{at, (at + 1) % 3, (at + 2) % 3};
+    std::int16_t left = sampleValue(), right = sampleValue(), fastLeft = left, fastRight = right;
+    plain.step(place, left, right);
+    fast.step(place, fastLeft, fastRight);
+    ASSERT_EQ(left, fastLeft) << i;
+    ASSERT_EQ(right, fastRight) << i;
+    ASSERT_EQ(plainLines, fastLines) << i;
+  }
 }
 
 TEST(Rhythmic, AnyTempoIsSafeAndWrongValuesAreMasked) {

@@ -6,12 +6,9 @@
 #include <array>
 
 #include "effects/interfaces/KnobTables.h"
+#include "effects/rhythmic/GrainLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-using cofu::core::kFullScale;
-using cofu::core::mul15;
-using cofu::core::saturate;
 
 namespace {
 
@@ -53,6 +50,11 @@ constexpr std::int64_t kGrainScale = 1536;
 constexpr int kHighestTempoTenths = 100000;
 
 constexpr std::int32_t kFadeGlide = 327;
+
+/// What a fade goes to: full scale while the top bit of `phase` is set.
+constexpr std::int32_t fullWhileNegative(std::uint32_t phase) {
+  return (static_cast<std::int32_t>(phase) >> 31) & cofu::core::kFullScale;
+}
 
 }  // namespace
 
@@ -115,38 +117,38 @@ void SivrayFxGrainShifter::process(StereoBlock& block, unsigned count) {
 }
 
 void SivrayFxGrainShifter::renderGrid(StereoBlock block, unsigned start, unsigned end) {
+  if (clock.mix.restsAt(live.mix) && (clock.delay >> 15) == live.delay) {
+    render<false>(block, start, end);
+  } else {
+    render<true>(block, start, end);
+  }
+}
+
+/// `kMoving` tells whether mix and delay are on their way.
+template <bool kMoving>
+void SivrayFxGrainShifter::render(StereoBlock block, unsigned start, unsigned end) {
   const std::int32_t fadeGlide = immediate ? kGlideImmediate : kFadeGlide;
-  const std::int32_t mixGlide = glideFactor(immediate);
   const std::uint32_t soundStart = grainStart;
   const Settings to = live;
-  std::int16_t* const lineA = lines;
-  std::int16_t* const lineB = lines + kLineLength;
+  GrainLanes law(lines, lines + kLineLength);
+  law.setMix(clock.mix.value());
+  law.setFraction(static_cast<std::int32_t>(clock.delay & 32767));
   Clock now = clock;
   unsigned write = writeIndex;
   for (unsigned i = start; i < end; ++i) {
     now.phase += to.step;
-    now.recordFade.glide(static_cast<std::int32_t>(now.phase) < 0 ? kFullScale : 0, fadeGlide);
-    now.outputFade.glide(static_cast<std::int32_t>(now.phase - soundStart) < 0 ? kFullScale : 0, fadeGlide);
-    now.mix.glide(to.mix, mixGlide);
-    now.delay += (to.delay - (now.delay >> 15)) * fadeGlide;
-
-    const std::int32_t x = (block.left[i] + block.right[i]) >> 1;
+    now.recordFade.glide(fullWhileNegative(now.phase), fadeGlide);
+    now.outputFade.glide(fullWhileNegative(now.phase - soundStart), fadeGlide);
+    if constexpr (kMoving) {
+      now.mix.glide(to.mix, glideFactor(immediate));
+      now.delay += (to.delay - (now.delay >> 15)) * fadeGlide;
+      law.setMix(now.mix.value());
+      law.setFraction(static_cast<std::int32_t>(now.delay & 32767));
+    }
+    law.setRecord(now.recordFade.value());
+    law.setOutput(now.outputFade.value());
     const unsigned read = (write - static_cast<unsigned>(now.delay >> 15)) & kMask;
-    const unsigned beyond = (read - 1) & kMask;
-    const auto fraction = static_cast<std::int32_t>(now.delay & 32767);
-    const auto tap = [&](const std::int16_t* line) { return mul15(line[beyond] - line[read], fraction) + line[read]; };
-    const std::int32_t a = now.recordFade.value();
-    const std::int32_t intoA = saturate(mul15(tap(lineA), kFullScale - a) + mul15(a, x));
-    const std::int32_t intoB = saturate(mul15(tap(lineB), a) + mul15(kFullScale - a, x));
-    lineA[write] = static_cast<std::int16_t>(intoA);
-    lineB[write] = static_cast<std::int16_t>(intoB);
-
-    const std::int32_t b = now.outputFade.value();
-    const std::int32_t m = now.mix.value();
-    const std::int32_t grain = saturate(mul15(intoA, kFullScale - b) + mul15(intoB, b));
-    const std::int32_t wet = mul15(grain, m);
-    block.left[i] = static_cast<std::int16_t>(saturate(mul15(kFullScale - m, block.left[i]) + wet));
-    block.right[i] = static_cast<std::int16_t>(saturate(mul15(kFullScale - m, block.right[i]) + wet));
+    law.step({read, (read - 1) & kMask, write}, block.left[i], block.right[i]);
     write = (write + 1) & kMask;
   }
   clock = now;

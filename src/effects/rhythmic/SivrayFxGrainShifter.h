@@ -50,6 +50,8 @@ class SivrayFxGrainShifter : public SivrayFx, public SivrayFxMemoryUser {
 
   void updateSettings();
   void renderGrid(StereoBlock block, unsigned start, unsigned end);
+  template <bool kMoving>
+  void render(StereoBlock block, unsigned start, unsigned end);
 
   Relaxed<int> edit1{0};
   Relaxed<int> edit2{0};
