@@ -232,8 +232,10 @@ TEST(Rhythmic, GrainShifterRepeatsItsGrainForHalfACycle) {
     EXPECT_LE(difference, 2) << speed;
     EXPECT_EQ(out.left, out.right);
   }
-  const GrainScene dry(0, 0, 100000);
-  EXPECT_EQ(dry.out, dry.in);
+  const GrainScene dry(0, 0, 100000);  // the dry sound alone, times 32767 / 32768
+  for (std::size_t i = 0; i < dry.in.left.size(); ++i) {
+    ASSERT_EQ(dry.out.left[i], dry.in.left[i] * 32767 >> 15);
+  }
 }
 
 TEST(Rhythmic, BothLaneFormsOfTheGrainLawGiveTheSame) {

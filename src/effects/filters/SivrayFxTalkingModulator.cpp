@@ -20,7 +20,7 @@ constexpr std::int32_t kBandGlide = 1010;
 SivrayFxTalkingModulator::Targets SivrayFxTalkingModulator::targetsOf(int formantKnob, int offsetKnob) {
   const auto vowel = static_cast<std::size_t>(formantKnob);
   const std::int32_t scale = (linearTable[static_cast<std::size_t>(offsetKnob)] * 5 >> 3) + 4096;
-  const auto scaled = [scale](std::int32_t frequency) { return frequency * scale >> 14; };
+  const auto scaled = [scale](std::int32_t unscaled) { return unscaled * scale >> 14; };
   return {{scaled(kLowestBand), scaled(formant1[vowel]), scaled(formant2[vowel]), scaled(formant3[vowel])}};
 }
 
