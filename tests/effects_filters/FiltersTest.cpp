@@ -145,8 +145,6 @@ TEST(Filters, SteadyTonesComeOutAtTheLevelOfTheirKnobs) {
   EXPECT_NEAR(steadyLevel(lowpass, 20, 0, 10000, true), 0, 10);
   Tolvan<1> highpass;
   EXPECT_NEAR(steadyLevel(highpass, 40, 30, 20000, false), 0, 3);
-  SivrayFxTalkingModulator talking;
-  EXPECT_NEAR(steadyLevel(talking, 127, 127, 0, false), 0, 0);
 }
 
 TEST(Filters, CombWithoutFeedbackPassesTheSoundAndVoicesOfOppositeSignCancel) {

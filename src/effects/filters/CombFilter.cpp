@@ -59,7 +59,8 @@ int CombFilter::setEdit(unsigned index, int value) {
 
 void CombFilter::updateTargets() {
   delayTarget = delayTable[static_cast<std::size_t>(delayKnob)];
-  feedbackTarget = feedbackTable[static_cast<std::size_t>(delayKnob + feedbackKnob)];
+  const int sum = delayKnob + feedbackKnob;
+  feedbackTarget = feedbackTable[static_cast<std::size_t>(sum)];
 }
 
 void CombFilter::reset() {
