@@ -1,6 +1,9 @@
 # Installs what packages.txt names and this machine lacks. Sourced by ./run and ./test; needs bash.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
+# The compiler cache serves every checkout, wherever it lies.
+export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+
 say() { printf '\n== %s\n' "$*"; }
 
 # install_packages FILE: every missing package of FILE, through apt-get, as root or with sudo.

@@ -36,6 +36,11 @@ TEST(StereoLanes, BothFormsGiveTheSameForEveryOperation) {
     for (std::size_t op = 0; op < plain.size(); ++op) {
       ASSERT_EQ(fast[op].left(), plain[op].left()) << op;
       ASSERT_EQ(fast[op].right(), plain[op].right()) << op;
+      std::int16_t stored[4]{};
+      fast[op].storeSaturated(stored[0], stored[1]);
+      plain[op].storeSaturated(stored[2], stored[3]);
+      ASSERT_EQ(stored[0], stored[2]) << op;
+      ASSERT_EQ(stored[1], stored[3]) << op;
     }
   }
 }

@@ -14,8 +14,8 @@ class SpectrogramSheet {
   /// Adds a cell. Samples are mono, full scale 1.0.
   void add(const std::string& title, std::vector<float> samples);
 
-  /// Draws the grid and writes a PNG file: time to the right, 30 Hz to 20 kHz upwards on a logarithmic scale, 90 dB from
-  /// dark to bright. Throws RenderError when the file cannot be written.
+  /// Draws the grid and writes a PNG file: time to the right, 30 Hz to 20 kHz upwards on a logarithmic scale, 90 dB
+  /// from dark to bright. Throws RenderError when the file cannot be written.
   void write(const std::string& path) const;
 
  private:

@@ -8,8 +8,8 @@
 
 namespace tesh::bramel::plugin::fxkit {
 
-/// e to the power of `x` for x at or below 0, rounded to single precision. Computed in double precision to about 1e-16,
-/// so that the result is the nearest single but for one case in a hundred million. Below -80 it gives e^-80.
+/// e to the power of `x` for x at or below 0, rounded to single precision. Computed in double precision to a few parts
+/// in 10^15, so that the result is the nearest single but for one case in ten million. Below -80 it gives e^-80.
 inline float exponentialOfNegative(float x) {
   constexpr double kLowest = -80.0;
   constexpr double kLog2E = 1.4426950408889634074;

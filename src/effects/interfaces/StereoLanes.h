@@ -49,6 +49,12 @@ struct PlainLanes {
   }
   PlainLanes notBelowZero() const { return {std::max(l, 0), std::max(r, 0)}; }
   PlainLanes saturated() const { return {cofu::core::saturate(l), cofu::core::saturate(r)}; }
+
+  /// Writes both lanes out as samples, saturated.
+  void storeSaturated(std::int16_t& left, std::int16_t& right) const {
+    left = static_cast<std::int16_t>(cofu::core::saturate(l));
+    right = static_cast<std::int16_t>(cofu::core::saturate(r));
+  }
 };
 
 #if defined(__SSE2__)
@@ -77,8 +83,19 @@ struct StereoLanes {
   }
   StereoLanes notBelowZero() const { return {_mm_andnot_si128(_mm_srai_epi32(v, 31), v)}; }
   StereoLanes saturated() const {
-    const __m128i words = _mm_max_epi16(_mm_packs_epi32(v, v), _mm_set1_epi16(-cofu::core::kFullScale));
+    const __m128i words = saturatedWords();
     return {_mm_srai_epi32(_mm_unpacklo_epi16(words, words), 16)};
+  }
+
+  void storeSaturated(std::int16_t& left, std::int16_t& right) const {
+    const __m128i words = saturatedWords();
+    left = static_cast<std::int16_t>(_mm_cvtsi128_si32(words));
+    right = static_cast<std::int16_t>(_mm_extract_epi16(words, 2));
+  }
+
+ private:
+  __m128i saturatedWords() const {
+    return _mm_max_epi16(_mm_packs_epi32(v, v), _mm_set1_epi16(-cofu::core::kFullScale));
   }
 };
 #else

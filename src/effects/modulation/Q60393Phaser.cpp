@@ -33,7 +33,7 @@ StereoLanes coefficientAt(StereoLanes phase, const Moment& now) {
   return now.manual - mul15(now.depth, held);
 }
 
-/// One sample `x` through the chain.
+/// One sample `x` through the chain; the output is not yet limited.
 template <typename Stages>
 StereoLanes step(Stages& s, const Moment& now, StereoLanes phase, StereoLanes x) {
   const StereoLanes a = coefficientAt(phase, now);
@@ -44,7 +44,7 @@ StereoLanes step(Stages& s, const Moment& now, StereoLanes phase, StereoLanes x)
   s[2] = leakTwice(leakTwice(stage(2)));
   s[3] = stage(3);
   s[4] = stage(4);
-  return (mul15(s[4], now.mix) + mul15(now.dryGain, x)).saturated();
+  return mul15(s[4], now.mix) + mul15(now.dryGain, x);
 }
 
 }  // namespace
@@ -125,8 +125,7 @@ void Q60393Phaser::render(std::int16_t* left, std::int16_t* right, unsigned coun
     }
     phases = phases + increment;
     const StereoLanes out = step(now, knobs, phases, StereoLanes::both((left[i] + right[i]) >> 1));
-    left[i] = static_cast<std::int16_t>(out.left());
-    right[i] = static_cast<std::int16_t>(out.right());
+    out.storeSaturated(left[i], right[i]);
   }
   stages = now;
   phase = phases.left();

@@ -1,0 +1,49 @@
+// Second-order filters in double precision.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "content/synth/Signal.h"
+
+namespace sivray::content {
+
+/// A filter of two poles and two zeros. Frequencies in Hz are held between 5 Hz and 0.49 of the sample rate.
+class Biquad {
+ public:
+  static Biquad lowPass(double hertz, double q = 0.7071067811865476);
+  static Biquad highPass(double hertz, double q = 0.7071067811865476);
+  /// Peak gain 1 at the centre.
+  static Biquad bandPass(double hertz, double q);
+  static Biquad highShelf(double hertz, double decibels);
+  /// A ringing pole pair that a unit impulse sets to amplitude 1 and that falls 60 dB in `t60` seconds.
+  static Biquad resonator(double hertz, double t60);
+
+  double next(double x) {
+    const double y = b0 * x + z1;
+    z1 = b1 * x - a1 * y + z2;
+    z2 = b2 * x - a2 * y;
+    return y;
+  }
+
+  /// Filters in place, from rest.
+  void run(Signal& signal) const;
+
+ private:
+  double b0 = 1.0, b1 = 0.0, b2 = 0.0, a1 = 0.0, a2 = 0.0;
+  double z1 = 0.0, z2 = 0.0;
+};
+
+/// A state-variable filter whose frequency may move at every frame.
+class SweepFilter {
+ public:
+  struct Outputs {
+    double low, band, high;
+  };
+
+  /// `hertz` is held between 10 Hz and 20 kHz; `q` from 0.5 up. The band output peaks at 1.
+  Outputs next(double x, double hertz, double q);
+
+ private:
+  double s1 = 0.0, s2 = 0.0;
+};
+
+}  // namespace sivray::content

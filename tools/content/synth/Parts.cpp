@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/synth/Parts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "content/synth/Filters.h"
+#include "content/synth/Math.h"
+
+namespace sivray::content {
+namespace {
+
+constexpr double kNyquist = kSampleRate / 2.0;
+
+/// The factor that falls to 1/e in `seconds`.
+double fallPerFrame(double seconds) { return seconds <= 0.0 ? 0.0 : exponential(-1.0 / (seconds * kSampleRate)); }
+
+/// A sine that turns by rotation, decaying.
+struct Rotor {
+  explicit Rotor(const Mode& mode)
+      : cosine(cosineOfTurns(mode.hertz / kSampleRate) * decayPerFrame(mode.t60)),
+        sine(sineOfTurns(mode.hertz / kSampleRate) * decayPerFrame(mode.t60)),
+        x(cosineOfTurns(mode.phase) * mode.gain),
+        y(sineOfTurns(mode.phase) * mode.gain) {}
+
+  double next() {
+    const double out = y;
+    const double turned = x * cosine - y * sine;
+    y = x * sine + y * cosine;
+    x = turned;
+    return out;
+  }
+
+  double cosine, sine, x, y;
+};
+
+}  // namespace
+
+Envelope::Envelope(const Shape& shape)
+    : delayFrames(framesOf(shape.delay)),
+      attackFrames(framesOf(shape.attack)),
+      holdFrames(framesOf(shape.hold)),
+      factor(decayPerFrame(shape.t60)) {}
+
+double Envelope::next() {
+  const std::size_t at = frame++;
+  if (at < delayFrames) {
+    return 0.0;
+  }
+  if (at < delayFrames + attackFrames) {
+    return static_cast<double>(at - delayFrames) / static_cast<double>(attackFrames);
+  }
+  if (at < delayFrames + attackFrames + holdFrames) {
+    return 1.0;
+  }
+  const double now = level;
+  level *= factor;
+  return now;
+}
+
+GlideRatio::GlideRatio(const Glide& glide)
+    : bend(glide.bend),
+      bendFactor(fallPerFrame(glide.bendTime)),
+      snap(glide.snap),
+      snapFactor(fallPerFrame(glide.snapTime)) {}
+
+double GlideRatio::next() {
+  const double ratio = 1.0 + bend + snap;
+  bend *= bendFactor;
+  snap *= snapFactor;
+  return ratio;
+}
+
+void addTone(Signal& signal, const Tone& tone) {
+  GlideRatio ratio(tone.glide);
+  Envelope envelope(tone.shape);
+  double phase = tone.phase;
+  const double drive = 1.0 + 9.0 * tone.fold;
+  const double makeUp = 1.0 / saturate(drive);
+  for (double& sample : signal) {
+    const double wave = sineOfTurns(phase);
+    sample += tone.gain * envelope.next() * (tone.fold > 0.0 ? saturate(wave * drive) * makeUp : wave);
+    phase += std::min(tone.hertz * ratio.next(), kNyquist) / kSampleRate;
+    phase -= std::floor(phase);
+  }
+}
+
+void addModes(Signal& signal, std::span<const Mode> modes) {
+  for (const Mode& mode : modes) {
+    if (mode.hertz >= kNyquist) {
+      continue;
+    }
+    Rotor rotor(mode);
+    const std::size_t rise = std::min(framesOf(mode.attack), signal.size());
+    for (std::size_t i = 0; i < rise; ++i) {
+      signal[i] += rotor.next() * static_cast<double>(i) / static_cast<double>(rise);
+    }
+    for (std::size_t i = rise; i < signal.size(); ++i) {
+      signal[i] += rotor.next();
+    }
+  }
+}
+
+void addModes(Signal& signal, std::span<const Mode> modes, const Glide& glide) {
+  for (const Mode& mode : modes) {
+    addTone(signal, {.hertz = mode.hertz,
+                     .gain = mode.gain,
+                     .phase = mode.phase,
+                     .glide = glide,
+                     .shape = {.attack = mode.attack, .t60 = mode.t60}});
+  }
+}
+
+void addNoise(Signal& signal, Noise noise, const NoiseBand& band) {
+  if (band.gain == 0.0) {
+    return;
+  }
+  const double low = std::clamp(band.low, 10.0, 18000.0);
+  const double high = std::clamp(band.high, low * 1.05, 20000.0);
+  std::vector<Biquad> chain;
+  for (int i = 0; i < band.poles; ++i) {
+    chain.push_back(Biquad::highPass(low));
+    chain.push_back(Biquad::lowPass(high));
+  }
+  const double gain = band.gain * std::sqrt(kNyquist / (high - low));
+  Envelope envelope(band.shape);
+  for (double& sample : signal) {
+    double x = noise.next();
+    for (Biquad& filter : chain) {
+      x = filter.next(x);
+    }
+    sample += x * gain * envelope.next();
+  }
+}
+
+void addClick(Signal& signal, Noise noise, const Click& click) {
+  const std::size_t frames = std::min(framesOf(click.seconds), signal.size());
+  double phase = 0.0;
+  for (std::size_t i = 0; i < frames; ++i) {
+    const double place = static_cast<double>(i) / static_cast<double>(frames);
+    const double window = (0.5 - 0.5 * cosineOfTurns(std::sqrt(place))) * 1.2;
+    const double tone = sineOfTurns(phase);
+    signal[i] += click.gain * window * (tone + click.noise * (noise.next() * 0.7 - tone));
+    phase += click.hertz * (1.5 - place) / kSampleRate;
+  }
+}
+
+double BandLimited::correction(double phase, double step) {
+  if (phase < step) {
+    const double t = phase / step;
+    return t + t - t * t - 1.0;
+  }
+  if (phase > 1.0 - step) {
+    const double t = (phase - 1.0) / step;
+    return t * t + t + t + 1.0;
+  }
+  return 0.0;
+}
+
+void BandLimited::advance(double step) {
+  phase += step;
+  phase -= std::floor(phase);
+}
+
+double BandLimited::square(double hertz) {
+  const double step = std::min(hertz / kSampleRate, 0.49);
+  const double opposite = phase < 0.5 ? phase + 0.5 : phase - 0.5;
+  const double out = (phase < 0.5 ? 1.0 : -1.0) + correction(phase, step) - correction(opposite, step);
+  advance(step);
+  return out;
+}
+
+double BandLimited::saw(double hertz) {
+  const double step = std::min(hertz / kSampleRate, 0.49);
+  const double out = 2.0 * phase - 1.0 - correction(phase, step);
+  advance(step);
+  return out;
+}
+
+void mixInto(Signal& to, const Signal& from, double gain) {
+  const std::size_t frames = std::min(to.size(), from.size());
+  for (std::size_t i = 0; i < frames; ++i) {
+    to[i] += from[i] * gain;
+  }
+}
+
+double rmsOf(const Signal& signal) {
+  double sum = 0.0;
+  for (const double sample : signal) {
+    sum += sample * sample;
+  }
+  return signal.empty() ? 0.0 : std::sqrt(sum / static_cast<double>(signal.size()));
+}
+
+void normalise(Signal& signal, double peak) {
+  double highest = 0.0;
+  for (const double sample : signal) {
+    highest = std::max(highest, std::abs(sample));
+  }
+  if (highest > 0.0) {
+    for (double& sample : signal) {
+      sample *= peak / highest;
+    }
+  }
+}
+
+}  // namespace sivray::content

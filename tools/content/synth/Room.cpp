@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/synth/Room.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "content/synth/Filters.h"
+#include "content/synth/Math.h"
+
+namespace sivray::content {
+namespace {
+
+constexpr double kEchoesPerSecond = 1400.0;
+constexpr double kFirstEcho = 0.003;
+
+/// The stretches of the tail: where each ends, as a share of its time, and how far its low-pass has sunk.
+struct Stretch {
+  double end, brightness;
+};
+constexpr std::array<Stretch, 3> kStretches{{{0.15, 1.0}, {0.45, 0.55}, {1.0, 0.28}}};
+
+struct Echo {
+  double seconds, gain;
+};
+
+/// Echoes at irregular times in a falling line, of total power 1.
+std::vector<Echo> echoesOf(double seconds, Random& dice) {
+  std::vector<Echo> echoes;
+  double power = 0.0;
+  for (double at = kFirstEcho; at < seconds; at += dice.between(0.3, 1.7) / kEchoesPerSecond) {
+    const double gain = factorOfDecibels(-60.0 * at / seconds) * (dice.unit() < 0.5 ? -1.0 : 1.0);
+    echoes.push_back({at, gain});
+    power += gain * gain;
+  }
+  for (Echo& echo : echoes) {
+    echo.gain /= std::sqrt(power);
+  }
+  return echoes;
+}
+
+}  // namespace
+
+void addRoom(Signal& signal, Random own, const RoomSettings& room) {
+  if (room.amount <= 0.0) {
+    return;
+  }
+  const std::vector<Echo> echoes = echoesOf(room.seconds, own);
+  Signal source = signal;
+  Biquad::highPass(120.0).run(source);
+  auto echo = echoes.begin();
+  for (const Stretch& stretch : kStretches) {
+    Signal dark = source;
+    Biquad::lowPass(room.bright * stretch.brightness).run(dark);
+    for (; echo != echoes.end() && echo->seconds < room.seconds * stretch.end; ++echo) {
+      const std::size_t offset = framesOf(echo->seconds);
+      const double gain = echo->gain * room.amount;
+      for (std::size_t i = offset; i < signal.size(); ++i) {
+        signal[i] += dark[i - offset] * gain;
+      }
+    }
+  }
+}
+
+}  // namespace sivray::content

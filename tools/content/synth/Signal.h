@@ -1,0 +1,14 @@
+// A stretch of one channel of sound, and the sound of one or two such channels, at 44100 Hz.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <vector>
+
+namespace sivray::content {
+
+using Signal = std::vector<double>;
+
+/// One channel for mono, two of equal length for stereo. Full scale is ±1.
+using Sound = std::vector<Signal>;
+
+}  // namespace sivray::content
