@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace tesh::bramel::vst {
 
@@ -35,9 +34,13 @@ class BramelInstrumentUICallback {
   virtual ~BramelInstrumentUICallback() = default;
   virtual void holdUpdates() = 0;
   virtual void releaseUpdates() = 0;
-  virtual void programSaved(const std::string& bankName, const std::vector<std::uint64_t>& programs) = 0;
-  virtual void programDeleted(const std::string& bankName, const std::vector<std::uint64_t>& programs) = 0;
-  virtual void programMoved(const std::string& bankName, std::uint64_t from, std::uint64_t to) = 0;
+
+  // `programIds` holds `count` program numbers.
+  virtual void programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) = 0;
+  virtual void programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) = 0;
+  virtual void programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) = 0;
+
+  /// Another program, or another state: all values may have changed.
   virtual void programChanged() = 0;
   virtual void parameterChanged(std::uint64_t parameterId) = 0;
   virtual void midiReceived(const std::uint8_t* data, std::size_t size) = 0;
