@@ -1,0 +1,232 @@
+// The opcodes from 25 on, and the calls to the host.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/vst/AudioEffectX.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+/// Hosts pass one pointer of the arrangement calls in the number beside the pointer. Null and what cannot be the
+/// address of a pointer, such as the small numbers of a host that tries every opcode, give null.
+void** pointerInNumber(std::intptr_t value) {
+  constexpr std::intptr_t kLowestAddress = 65536;
+  constexpr auto kAlignment = static_cast<std::intptr_t>(alignof(void*));
+  return value >= kLowestAddress && value % kAlignment == 0 ? reinterpret_cast<void**>(value) : nullptr;
+}
+
+/// A modifier's byte that travels as a float.
+std::uint8_t byteInFloat(float value) {
+  return value >= 0.0F && value < 256.0F ? static_cast<std::uint8_t>(value) : std::uint8_t{0};
+}
+
+}  // namespace
+
+std::intptr_t AudioEffectX::dispatcher(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
+                                       float opt) {
+  char* const text = static_cast<char*>(ptr);
+  const std::int32_t number = narrowToInt32(value);
+  switch (opcode) {
+    case effProcessEvents:
+      return processEvents(static_cast<VstEvents*>(ptr));
+    case effCanBeAutomated:
+      return canParameterBeAutomated(index) ? 1 : 0;
+    case effString2Parameter:
+      return string2parameter(index, text) ? 1 : 0;
+    case effGetProgramNameIndexed:
+      return getProgramNameIndexed(number, index, text) ? 1 : 0;
+    case effGetInputProperties:
+      return getInputProperties(index, ptr) ? 1 : 0;
+    case effGetOutputProperties:
+      return getOutputProperties(index, ptr) ? 1 : 0;
+    case effGetPlugCategory:
+      return getPlugCategory();
+    case effOfflineNotify:
+      return offlineNotify(ptr, number, index != 0) ? 1 : 0;
+    case effOfflinePrepare:
+      return offlinePrepare(ptr, number) ? 1 : 0;
+    case effOfflineRun:
+      return offlineRun(ptr, number) ? 1 : 0;
+    case effProcessVarIo:
+      return processVariableIo(ptr) ? 1 : 0;
+    case effSetSpeakerArrangement:
+      return setSpeakerArrangement(pointerInNumber(value), ptr) ? 1 : 0;
+    case effSetBypass:
+      return setBypass(value != 0) ? 1 : 0;
+    case effGetEffectName:
+      return getEffectName(text) ? 1 : 0;
+    case effGetVendorString:
+      return getVendorString(text) ? 1 : 0;
+    case effGetProductString:
+      return getProductString(text) ? 1 : 0;
+    case effGetVendorVersion:
+      return getVendorVersion();
+    case effVendorSpecific:
+      return vendorSpecific(index, value, ptr, opt);
+    case effCanDo:
+      return canDo(text);
+    case effGetTailSize:
+      return getGetTailSize();
+    case effGetParameterProperties:
+      return getParameterProperties(index, ptr) ? 1 : 0;
+    case effGetVstVersion:
+      return getVstVersion();
+    case effEditKeyDown:
+      return keyEvent(true, index, value, opt);
+    case effEditKeyUp:
+      return keyEvent(false, index, value, opt);
+    case effSetEditKnobMode:
+      return editor != nullptr && editor->setKnobMode(number) ? 1 : 0;
+    case effGetMidiProgramName:
+      return getMidiProgramName(index, ptr);
+    case effGetCurrentMidiProgram:
+      return getCurrentMidiProgram(index, ptr);
+    case effGetMidiProgramCategory:
+      return getMidiProgramCategory(index, ptr);
+    case effHasMidiProgramsChanged:
+      return hasMidiProgramsChanged(index) ? 1 : 0;
+    case effGetMidiKeyName:
+      return getMidiKeyName(index, ptr) ? 1 : 0;
+    case effBeginSetProgram:
+      return beginSetProgram() ? 1 : 0;
+    case effEndSetProgram:
+      return endSetProgram() ? 1 : 0;
+    case effGetSpeakerArrangement:
+      return getSpeakerArrangement(pointerInNumber(value), static_cast<void**>(ptr)) ? 1 : 0;
+    case effShellGetNextPlugin:
+      return getNextShellPlugin(text);
+    case effStartProcess:
+      return startProcess();
+    case effStopProcess:
+      return stopProcess();
+    case effSetTotalSampleToProcess:
+      return setTotalSampleToProcess(number);
+    case effSetPanLaw:
+      return setPanLaw(number, opt) ? 1 : 0;
+    case effBeginLoadBank:
+      return beginLoadBank(ptr);
+    case effBeginLoadProgram:
+      return beginLoadProgram(ptr);
+    case effSetProcessPrecision:
+      return setProcessPrecision(number) ? 1 : 0;
+    case effGetNumMidiInputChannels:
+      return getNumMidiInputChannels();
+    case effGetNumMidiOutputChannels:
+      return getNumMidiOutputChannels();
+    default:
+      return AudioEffect::dispatcher(opcode, index, value, ptr, opt);
+  }
+}
+
+std::int32_t AudioEffectX::getPlugCategory() {
+  return (cEffect.flags & effFlagsIsSynth) != 0 ? kPlugCategSynth : kPlugCategUnknown;
+}
+
+bool AudioEffectX::getSpeakerArrangement(void** input, void** output) {
+  for (void** const arrangement : {input, output}) {
+    if (arrangement != nullptr) {
+      *arrangement = nullptr;
+    }
+  }
+  return false;
+}
+
+std::intptr_t AudioEffectX::keyEvent(bool down, std::int32_t character, std::intptr_t virtualKey, float modifier) {
+  if (editor == nullptr) {
+    return 0;
+  }
+  VstKeyCode key{character, static_cast<std::uint8_t>(virtualKey & 0xFF), byteInFloat(modifier)};
+  const bool used = down ? editor->onKeyDown(key) : editor->onKeyUp(key);
+  return used ? 1 : 0;
+}
+
+VstTimeInfo* AudioEffectX::getTimeInfo(std::int32_t filter) {
+  return reinterpret_cast<VstTimeInfo*>(callHost(audioMasterGetTime, 0, filter));
+}
+
+bool AudioEffectX::sendVstEventsToHost(VstEvents* events) {
+  return callHost(audioMasterProcessEvents, 0, 0, events) == 1;
+}
+
+bool AudioEffectX::ioChanged() { return callHost(audioMasterIOChanged) != 0; }
+
+bool AudioEffectX::sizeWindow(std::int32_t width, std::int32_t height) {
+  return callHost(audioMasterSizeWindow, width, height) != 0;
+}
+
+double AudioEffectX::updateSampleRate() {
+  const std::intptr_t rate = callHost(audioMasterGetSampleRate);
+  if (rate > 0) {
+    sampleRate = static_cast<float>(rate);
+  }
+  return static_cast<double>(sampleRate);
+}
+
+std::int32_t AudioEffectX::updateBlockSize() {
+  const std::int32_t frames = narrowToInt32(callHost(audioMasterGetBlockSize));
+  if (frames > 0) {
+    blockSize = frames;
+  }
+  return blockSize;
+}
+
+std::int32_t AudioEffectX::getInputLatency() { return narrowToInt32(callHost(audioMasterGetInputLatency)); }
+
+std::int32_t AudioEffectX::getOutputLatency() { return narrowToInt32(callHost(audioMasterGetOutputLatency)); }
+
+std::int32_t AudioEffectX::getCurrentProcessLevel() {
+  return narrowToInt32(callHost(audioMasterGetCurrentProcessLevel));
+}
+
+std::int32_t AudioEffectX::getAutomationState() { return narrowToInt32(callHost(audioMasterGetAutomationState)); }
+
+bool AudioEffectX::offlineStart(void* files, std::int32_t count, std::int32_t newCount) {
+  return callHost(audioMasterOfflineStart, newCount, count, files) != 0;
+}
+
+bool AudioEffectX::offlineRead(void* task, std::int32_t option, bool readSource) {
+  return callHost(audioMasterOfflineRead, readSource ? 1 : 0, option, task) != 0;
+}
+
+bool AudioEffectX::offlineWrite(void* task, std::int32_t option) {
+  return callHost(audioMasterOfflineWrite, 0, option, task) != 0;
+}
+
+std::int32_t AudioEffectX::offlineGetCurrentPass() { return narrowToInt32(callHost(audioMasterOfflineGetCurrentPass)); }
+
+std::int32_t AudioEffectX::offlineGetCurrentMetaPass() {
+  return narrowToInt32(callHost(audioMasterOfflineGetCurrentMetaPass));
+}
+
+bool AudioEffectX::getHostVendorString(char* text) { return callHost(audioMasterGetVendorString, 0, 0, text) != 0; }
+
+bool AudioEffectX::getHostProductString(char* text) { return callHost(audioMasterGetProductString, 0, 0, text) != 0; }
+
+std::int32_t AudioEffectX::getHostVendorVersion() { return narrowToInt32(callHost(audioMasterGetVendorVersion)); }
+
+std::intptr_t AudioEffectX::hostVendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) {
+  return callHost(audioMasterVendorSpecific, index, value, ptr, opt);
+}
+
+std::int32_t AudioEffectX::canHostDo(const char* text) {
+  // The interface knows no constant text; a host only reads it.
+  return narrowToInt32(callHost(audioMasterCanDo, 0, 0, const_cast<char*>(text)));
+}
+
+std::int32_t AudioEffectX::getHostLanguage() { return narrowToInt32(callHost(audioMasterGetLanguage)); }
+
+void* AudioEffectX::getDirectory() { return reinterpret_cast<void*>(callHost(audioMasterGetDirectory)); }
+
+bool AudioEffectX::updateDisplay() { return callHost(audioMasterUpdateDisplay) != 0; }
+
+bool AudioEffectX::beginEdit(std::int32_t index) { return callHost(audioMasterBeginEdit, index) != 0; }
+
+bool AudioEffectX::endEdit(std::int32_t index) { return callHost(audioMasterEndEdit, index) != 0; }
+
+bool AudioEffectX::openFileSelector(void* selection) {
+  return callHost(audioMasterOpenFileSelector, 0, 0, selection) != 0;
+}
+
+bool AudioEffectX::closeFileSelector(void* selection) {
+  return callHost(audioMasterCloseFileSelector, 0, 0, selection) != 0;
+}
+
+}  // namespace tesh::bramel::vst

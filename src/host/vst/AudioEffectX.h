@@ -1,0 +1,118 @@
+// The base of plug-ins that take events and tell about themselves: the opcodes from 25 on, and the calls to the host
+// that came with them. SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include "host/vst/AudioEffect.h"
+#include "host/vst/VstOpcodes.h"
+
+namespace tesh::bramel::vst {
+
+/// Records of families that nothing here serves travel as `void*`.
+class AudioEffectX : public AudioEffect {
+ public:
+  using AudioEffect::AudioEffect;
+
+  /// Opcodes from 25 on; everything else goes to the base class.
+  std::intptr_t dispatcher(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
+
+  // What a host asks. False and 0 mean that it is not supported.
+  virtual std::int32_t processEvents(VstEvents* /*events*/) { return 0; }
+  virtual bool canParameterBeAutomated(std::int32_t /*index*/) { return true; }
+  virtual bool string2parameter(std::int32_t /*index*/, char* /*text*/) { return false; }
+  virtual bool getProgramNameIndexed(std::int32_t /*category*/, std::int32_t /*index*/, char* /*text*/) {
+    return false;
+  }
+  virtual bool getInputProperties(std::int32_t /*index*/, void* /*properties*/) { return false; }
+  virtual bool getOutputProperties(std::int32_t /*index*/, void* /*properties*/) { return false; }
+  virtual std::int32_t getPlugCategory();
+  virtual bool offlineNotify(void* /*file*/, std::int32_t /*count*/, bool /*start*/) { return false; }
+  virtual bool offlinePrepare(void* /*tasks*/, std::int32_t /*count*/) { return false; }
+  virtual bool offlineRun(void* /*tasks*/, std::int32_t /*count*/) { return false; }
+  virtual bool processVariableIo(void* /*io*/) { return false; }
+  virtual bool setSpeakerArrangement(void* /*input*/, void* /*output*/) { return false; }
+
+  /// Sets both to null where arrangements are not supported.
+  virtual bool getSpeakerArrangement(void** input, void** output);
+  virtual bool setBypass(bool /*on*/) { return false; }
+
+  /// Texts of kEffectNameBytes, kVendorTextBytes and kVendorTextBytes.
+  virtual bool getEffectName(char* /*text*/) { return false; }
+  virtual bool getVendorString(char* /*text*/) { return false; }
+  virtual bool getProductString(char* /*text*/) { return false; }
+  virtual std::int32_t getVendorVersion() { return 0; }
+  virtual std::intptr_t vendorSpecific(std::int32_t /*index*/, std::intptr_t /*value*/, void* /*ptr*/, float /*opt*/) {
+    return 0;
+  }
+
+  /// 1 yes, -1 no, 0 don't know.
+  virtual std::int32_t canDo(char* /*text*/) { return 0; }
+  virtual std::int32_t getGetTailSize() { return 0; }
+  virtual bool getParameterProperties(std::int32_t /*index*/, void* /*properties*/) { return false; }
+  virtual std::int32_t getVstVersion() { return kVstVersion; }
+  virtual std::int32_t getMidiProgramName(std::int32_t /*channel*/, void* /*name*/) { return 0; }
+  virtual std::int32_t getCurrentMidiProgram(std::int32_t /*channel*/, void* /*program*/) { return -1; }
+  virtual std::int32_t getMidiProgramCategory(std::int32_t /*channel*/, void* /*category*/) { return 0; }
+  virtual bool hasMidiProgramsChanged(std::int32_t /*channel*/) { return false; }
+  virtual bool getMidiKeyName(std::int32_t /*channel*/, void* /*name*/) { return false; }
+  virtual bool beginSetProgram() { return false; }
+  virtual bool endSetProgram() { return false; }
+  virtual std::int32_t getNextShellPlugin(char* /*name*/) { return 0; }
+  virtual std::int32_t startProcess() { return 0; }
+  virtual std::int32_t stopProcess() { return 0; }
+  virtual std::int32_t setTotalSampleToProcess(std::int32_t frames) { return frames; }
+  virtual bool setPanLaw(std::int32_t /*type*/, float /*value*/) { return false; }
+  virtual std::int32_t beginLoadBank(void* /*info*/) { return 0; }
+  virtual std::int32_t beginLoadProgram(void* /*info*/) { return 0; }
+  virtual bool setProcessPrecision(std::int32_t /*precision*/) { return false; }
+  virtual std::int32_t getNumMidiInputChannels() { return 0; }
+  virtual std::int32_t getNumMidiOutputChannels() { return 0; }
+
+  // What a plug-in declares.
+  virtual void isSynth(bool state) { setFlag(effFlagsIsSynth, state); }
+  virtual void noTail(bool state) { setFlag(effFlagsNoSoundInStop, state); }
+  virtual void wantAsyncOperation(bool state) { setFlag(effFlagsExtIsAsync, state); }   ///< Deprecated.
+  virtual void hasExternalBuffer(bool state) { setFlag(effFlagsExtHasBuffer, state); }  ///< Deprecated.
+
+  // What a plug-in asks of its host. Without a host, and without an answer: null, false, 0.
+  /// The host's; good until the end of the block. `filter` holds the VstTimeInfoFlags that are wanted.
+  virtual VstTimeInfo* getTimeInfo(std::int32_t filter);
+  virtual bool sendVstEventsToHost(VstEvents* events);
+  virtual bool ioChanged();
+  virtual bool sizeWindow(std::int32_t width, std::int32_t height);
+  virtual double updateSampleRate();
+  virtual std::int32_t updateBlockSize();
+  virtual std::int32_t getInputLatency();
+  virtual std::int32_t getOutputLatency();
+  virtual std::int32_t getCurrentProcessLevel();
+  virtual std::int32_t getAutomationState();
+  virtual bool offlineStart(void* files, std::int32_t count, std::int32_t newCount);
+  virtual bool offlineRead(void* task, std::int32_t option, bool readSource);
+  virtual bool offlineWrite(void* task, std::int32_t option);
+  virtual std::int32_t offlineGetCurrentPass();
+  virtual std::int32_t offlineGetCurrentMetaPass();
+
+  /// `text` takes kVendorTextBytes, and more from hosts that do not count.
+  virtual bool getHostVendorString(char* text);
+  virtual bool getHostProductString(char* text);
+  virtual std::int32_t getHostVendorVersion();
+  virtual std::intptr_t hostVendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt);
+
+  /// Nonzero when the host says yes.
+  virtual std::int32_t canHostDo(const char* text);
+  virtual std::int32_t getHostLanguage();
+  virtual void* getDirectory();
+  virtual bool updateDisplay();
+
+  /// A gesture of the user's hand on a parameter begins and ends.
+  virtual bool beginEdit(std::int32_t index);
+  virtual bool endEdit(std::int32_t index);
+  virtual bool openFileSelector(void* selection);
+  virtual bool closeFileSelector(void* selection);
+
+ private:
+  std::intptr_t keyEvent(bool down, std::int32_t character, std::intptr_t virtualKey, float modifier);
+};
+
+}  // namespace tesh::bramel::vst
