@@ -5,12 +5,16 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Hosts pass one pointer of the arrangement calls in the number beside the pointer. Null and what cannot be the
-/// address of a pointer, such as the small numbers of a host that tries every opcode, give null.
-void** pointerInNumber(std::intptr_t value) {
+/// What a host gives as a number and means as an address. Null and what cannot be an address, such as the small numbers
+/// of a host that tries every call or answers everything with one number, give null.
+template <class Record>
+Record* addressInNumber(std::intptr_t value) {
   constexpr std::intptr_t kLowestAddress = 65536;
-  constexpr auto kAlignment = static_cast<std::intptr_t>(alignof(void*));
-  return value >= kLowestAddress && value % kAlignment == 0 ? reinterpret_cast<void**>(value) : nullptr;
+  constexpr auto kAlignment = static_cast<std::intptr_t>(alignof(Record));
+  if (value < kLowestAddress || value % kAlignment != 0) {
+    return nullptr;
+  }
+  return reinterpret_cast<Record*>(value);  // NOLINT(performance-no-int-to-ptr): the interface passes it so.
 }
 
 /// A modifier's byte that travels as a float.
@@ -48,7 +52,7 @@ std::intptr_t AudioEffectX::dispatcher(std::int32_t opcode, std::int32_t index, 
     case effProcessVarIo:
       return processVariableIo(ptr) ? 1 : 0;
     case effSetSpeakerArrangement:
-      return setSpeakerArrangement(pointerInNumber(value), ptr) ? 1 : 0;
+      return setSpeakerArrangement(addressInNumber<void*>(value), ptr) ? 1 : 0;
     case effSetBypass:
       return setBypass(value != 0) ? 1 : 0;
     case effGetEffectName:
@@ -90,7 +94,7 @@ std::intptr_t AudioEffectX::dispatcher(std::int32_t opcode, std::int32_t index, 
     case effEndSetProgram:
       return endSetProgram() ? 1 : 0;
     case effGetSpeakerArrangement:
-      return getSpeakerArrangement(pointerInNumber(value), static_cast<void**>(ptr)) ? 1 : 0;
+      return getSpeakerArrangement(addressInNumber<void*>(value), static_cast<void**>(ptr)) ? 1 : 0;
     case effShellGetNextPlugin:
       return getNextShellPlugin(text);
     case effStartProcess:
@@ -139,7 +143,7 @@ std::intptr_t AudioEffectX::keyEvent(bool down, std::int32_t character, std::int
 }
 
 VstTimeInfo* AudioEffectX::getTimeInfo(std::int32_t filter) {
-  return reinterpret_cast<VstTimeInfo*>(callHost(audioMasterGetTime, 0, filter));
+  return addressInNumber<VstTimeInfo>(callHost(audioMasterGetTime, 0, filter));
 }
 
 bool AudioEffectX::sendVstEventsToHost(VstEvents* events) {
@@ -213,7 +217,9 @@ std::int32_t AudioEffectX::canHostDo(const char* text) {
 
 std::int32_t AudioEffectX::getHostLanguage() { return narrowToInt32(callHost(audioMasterGetLanguage)); }
 
-void* AudioEffectX::getDirectory() { return reinterpret_cast<void*>(callHost(audioMasterGetDirectory)); }
+void* AudioEffectX::getDirectory() {
+  return reinterpret_cast<void*>(callHost(audioMasterGetDirectory));  // NOLINT(performance-no-int-to-ptr): as above.
+}
 
 bool AudioEffectX::updateDisplay() { return callHost(audioMasterUpdateDisplay) != 0; }
 
