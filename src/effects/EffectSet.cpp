@@ -11,6 +11,11 @@
 #include "effects/dynamics/SivrayFxDecimator.h"
 #include "effects/dynamics/SivrayFxKilnode.h"
 #include "effects/dynamics/SivrayFxStereoCompressor.h"
+#include "effects/filters/CombFilter.h"
+#include "effects/filters/PeakingEQ.h"
+#include "effects/filters/SivrayFxEqualizer.h"
+#include "effects/filters/SivrayFxTalkingModulator.h"
+#include "effects/filters/SivrayFxTolvanFilter.h"
 #include "effects/interfaces/EffectAdapter2.h"
 #include "effects/interfaces/SivrayFxBypass.h"
 #include "effects/modulation/Q60393Autopan.h"
@@ -22,6 +27,8 @@
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
+#include "effects/rhythmic/SivrayFxGrainShifter.h"
+#include "effects/rhythmic/Slicer.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -49,9 +56,9 @@ constexpr std::array<Maker, kEffectTypeCount> kMakers{
     make<EffectAdapter<Q60393Tremolo>>,                                   // 6
     make<EffectAdapter<Q60393Autopan>>,                                   // 7
     make<EffectAdapter<Pump>>,                                            // 8
-    make<SivrayFxBypass>,                                                 // 9
+    make<EffectAdapter<Slicer>>,                                          // 9
     make<EffectAdapter<Ringmod>>,                                         // 10
-    make<SivrayFxBypass>,                                                 // 11
+    make<SivrayFxGrainShifter>,                                           // 11
     make<SivrayFxShortDelay>,                                             // 12
     make<SivrayFxBpmSyncDelay>,                                           // 13
     make<SivrayFxReverb>,                                                 // 14
@@ -63,13 +70,13 @@ constexpr std::array<Maker, kEffectTypeCount> kMakers{
     make<EffectAdapter<Q60393Distortion>>,                                // 20
     make<SivrayFxKilnode>,                                                // 21
     make<EffectAdapter<SivrayFxDecimator>>,                               // 22
-    make<SivrayFxBypass>,                                                 // 23
-    make<SivrayFxBypass>,                                                 // 24
-    make<SivrayFxBypass>,                                                 // 25
-    make<SivrayFxBypass>,                                                 // 26
-    make<SivrayFxBypass>,                                                 // 27
-    make<SivrayFxBypass>,                                                 // 28
-    make<SivrayFxBypass>,                                                 // 29
+    make<SivrayFxEqualizer>,                                              // 23
+    make<EffectAdapter<PeakingEQ>>,                                       // 24
+    make<SivrayFxTolvanFilter, 0>,                                        // 25
+    make<SivrayFxTolvanFilter, 1>,                                        // 26
+    make<SivrayFxTolvanFilter, 2>,                                        // 27
+    make<EffectAdapter<CombFilter>>,                                      // 28
+    make<SivrayFxTalkingModulator>,                                       // 29
 };
 
 }  // namespace

@@ -97,6 +97,28 @@ TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
   }
 }
 
+TEST(MultiEffector, EveryTypeButTheBypassChangesTheSound) {
+  for (int type = 1; type < kEffectTypeCount; ++type) {
+    SivrayMultiEffector master;
+    SivrayMultiEffector bypassed;
+    for (auto* const m : {&master, &bypassed}) {
+      m->setValue(0, m == &master ? type : 0);
+      m->setValue(2, 100);
+      m->setValue(3, 100);
+      m->reset();
+    }
+    Stereo a(4096);
+    for (std::size_t i = 0; i < 4096; ++i) {
+      a.left[i] = static_cast<std::int16_t>(i * 997);
+      a.right[i] = static_cast<std::int16_t>(i * 503);
+    }
+    Stereo b = a;
+    render(master, a, 0, 4096);
+    render(bypassed, b, 0, 4096);
+    EXPECT_NE(a, b) << effectTypeName(type);
+  }
+}
+
 TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
   SivrayMultiEffector master;
   master.setValue(0, 0);
