@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/resample/CFsConverterWrapper.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace tesh::bramel::vst {
+
+namespace {
+
+constexpr std::int32_t kSmallestBlock = 32;
+constexpr std::size_t kEngineFrames = 16384;  // Of the engine's buffers and the absent input.
+constexpr std::size_t kHostFrames = 16392;    // Of the resampled output.
+constexpr std::int32_t kLongestPart = 16383;
+constexpr std::size_t kRingFrames = 32768;  // A power of two.
+constexpr std::uint32_t kRingMask = kRingFrames - 1;
+constexpr std::uint32_t kRingLead = 8;  // Host frames that the output lags, against parts a few frames short.
+
+constexpr std::int32_t kFilterLength = 384;
+constexpr std::int32_t kCutoffHz = 22000;
+constexpr double kAttenuationDb = 85.0;
+constexpr std::int32_t kUpPhases = 16;
+
+/// Fewer phases at high rates keep the length of the input's filter in time.
+constexpr std::int32_t downPhases(std::int32_t rate) {
+  if (rate <= 48000) {
+    return 16;
+  }
+  return rate <= 96000 ? 8 : 4;
+}
+
+/// The host frames that give at most kEngineFrames engine frames, and these at most kHostFrames host frames again.
+std::int32_t longestPartAt(std::int32_t rate) {
+  const double hostPerEngine = static_cast<double>(rate) / CFsConverterWrapper::kEngineRate;
+  const double inEngine = (static_cast<double>(kEngineFrames) - 2.0) * hostPerEngine;
+  const double inHost = static_cast<double>(kHostFrames) - 2.0 - std::ceil(hostPerEngine);
+  return static_cast<std::int32_t>(std::min({static_cast<double>(kLongestPart), inEngine, inHost}));
+}
+
+/// Towards zero, held at the ends of the numbers.
+std::int32_t engineFrame(std::int32_t hostFrame, float ratio) {
+  constexpr auto kEnd = static_cast<float>(std::numeric_limits<std::int32_t>::max());
+  const float frame = static_cast<float>(hostFrame) * ratio;
+  if (frame >= kEnd) {
+    return std::numeric_limits<std::int32_t>::max();
+  }
+  return frame <= -kEnd ? std::numeric_limits<std::int32_t>::min() : static_cast<std::int32_t>(frame);
+}
+
+}  // namespace
+
+CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
+    : listener(&convListener),
+      downConverter(kChannels),
+      upConverter(kChannels),
+      engineIn(kEngineFrames),
+      engineOut(kEngineFrames),
+      upOut(kHostFrames),
+      zeroIn(kEngineFrames),
+      hostBlockSize(kSmallestBlock) {
+  downConverter.setAttenuation(kAttenuationDb);
+  upConverter.setAttenuation(kAttenuationDb);
+  reset();
+  listener->onBlockSize(kSmallestBlock);
+  listener->onMaxBlockSize(kSmallestBlock);
+}
+
+void CFsConverterWrapper::reset() {
+  ringLeft.assign(kRingFrames, 0.0F);
+  ringRight.assign(kRingFrames, 0.0F);
+  ringWrite = 0;
+  ringRead = (0U - kRingLead) & kRingMask;
+}
+
+void CFsConverterWrapper::setSampleRate(float rate) {
+  if (!(rate >= static_cast<float>(kLowestRate) && rate <= static_cast<float>(kHighestRate))) {
+    return;
+  }
+  const auto wholeRate = static_cast<std::int32_t>(rate);
+  const auto engineRate = static_cast<std::int32_t>(kEngineRate);
+  hostRate = rate;
+  ratio = static_cast<float>(kEngineRate) / rate;
+  longestPart = longestPartAt(wholeRate);
+  listener->onSampleRate(ratio, kEngineRate);
+  upConverter.configure(kFilterLength, engineRate, static_cast<float>(wholeRate), kCutoffHz, kUpPhases, 0.0);
+  downConverter.configure(kFilterLength, wholeRate, static_cast<float>(kEngineRate), kCutoffHz, downPhases(wholeRate),
+                          0.0);
+}
+
+void CFsConverterWrapper::setBlockSize(std::int32_t size) {
+  hostBlockSize = std::max(size, kSmallestBlock);
+  listener->onBlockSize(kSmallestBlock);
+  listener->onMaxBlockSize(hostBlockSize);
+}
+
+void CFsConverterWrapper::process(float** inputs, float** outputs, std::int32_t frames) {
+  if (frames <= 0 || outputs == nullptr || outputs[0] == nullptr || outputs[1] == nullptr) {
+    return;
+  }
+  if (frames > hostBlockSize) {
+    setBlockSize(frames);
+  }
+  listener->onBeginBlock();
+  render(inputs, outputs, frames);
+  listener->onEndBlock();
+}
+
+void CFsConverterWrapper::render(float** inputs, float** outputs, std::int32_t frames) {
+  if (hostRate == static_cast<float>(kEngineRate)) {
+    eventRing.dispatch(frames, *listener);
+    listener->onProcess(inputs, outputs, frames);
+    return;
+  }
+  const bool hasInputs = inputs != nullptr && inputs[0] != nullptr;
+  for (std::int32_t done = 0; done < frames;) {
+    const std::int32_t part = std::min(frames - done, longestPart);
+    Channels source = {zeroIn.data(), zeroIn.data()};
+    for (std::size_t c = 0; hasInputs && c < kChannels; ++c) {
+      source[c] = inputs[c] != nullptr ? inputs[c] + done : zeroIn.data();
+    }
+    renderPart(source, {outputs[0] + done, outputs[1] + done}, part);
+    done += part;
+  }
+}
+
+void CFsConverterWrapper::renderPart(Channels inputs, Channels outputs, std::int32_t frames) {
+  Channels engineInputs = engineIn.channels();
+  Channels engineOutputs = engineOut.channels();
+  const std::size_t count = downConverter.process(inputs.data(), engineInputs.data(), static_cast<std::size_t>(frames));
+  const auto engineFrames = static_cast<std::int32_t>(count);
+  eventRing.dispatch(engineFrames, *listener);
+  listener->onProcess(engineInputs.data(), engineOutputs.data(), engineFrames);
+  writeRings(upConverter.process(engineOutputs.data(), upOut.channels().data(), count));
+  readRings(outputs, static_cast<std::size_t>(frames));
+}
+
+void CFsConverterWrapper::writeRings(std::size_t frames) {
+  const Channels made = upOut.channels();
+  const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringWrite);
+  const auto write = [this, frames, toEnd](const float* samples, std::vector<float>& ring) {
+    std::copy_n(samples, toEnd, ring.data() + ringWrite);
+    std::copy_n(samples + toEnd, frames - toEnd, ring.data());
+  };
+  write(made[0], ringLeft);
+  write(made[1], ringRight);
+  ringWrite = (ringWrite + static_cast<std::uint32_t>(frames)) & kRingMask;
+}
+
+void CFsConverterWrapper::readRings(Channels outputs, std::size_t frames) {
+  const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringRead);
+  const auto read = [this, frames, toEnd](const std::vector<float>& ring, float* samples) {
+    std::copy_n(ring.data() + ringRead, toEnd, samples);
+    std::copy_n(ring.data(), frames - toEnd, samples + toEnd);
+  };
+  read(ringLeft, outputs[0]);
+  read(ringRight, outputs[1]);
+  ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & kRingMask;
+}
+
+void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) {
+  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
+  for (std::int32_t i = 0; i < vstEvents.numEvents; ++i) {
+    const VstEvent* const event = events[i];
+    if (event == nullptr || event->type != kVstMidiType) {
+      continue;
+    }
+    VstMidiEvent midi;
+    std::memcpy(&midi, event, sizeof midi);
+    const auto byteAt = [&midi](std::size_t index) {
+      return std::uint32_t{static_cast<std::uint8_t>(midi.midiData[index])};
+    };
+    const std::uint32_t packed = byteAt(0) << 24 | byteAt(1) << 16 | byteAt(2) << 8;
+    eventRing.enter(packed, engineFrame(midi.deltaFrames, ratio), *listener);
+  }
+}
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/resample/CFsCwInterpolation.h"
+
+#include <algorithm>
+
+namespace tesh::bramel::vst {
+
+namespace {
+
+/// Whether all frames are zero. Sounding frames are mostly found in the first look.
+bool isZero(const float* samples, std::size_t frames) {
+  constexpr std::size_t kLook = 64;
+  while (frames > 0) {
+    const std::size_t count = std::min(frames, kLook);
+    int sounding = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+      sounding |= samples[i] != 0.0F ? 1 : 0;
+    }
+    if (sounding != 0) {
+      return false;
+    }
+    samples += count;
+    frames -= count;
+  }
+  return true;
+}
+
+}  // namespace
+
+CFsCwInterpolation::CFsCwInterpolation(std::size_t channelCount, const ResampleKernel& resampleKernel)
+    : CFscBase(channelCount), run(resampleKernel.run) {}
+
+void CFsCwInterpolation::reset() {
+  CFscBase::reset();
+  position = {};
+}
+
+void CFsCwInterpolation::configure(std::int32_t length, std::int32_t fromRate, float toRate, std::int32_t cutoffHz,
+                                   std::int32_t newPhases, double gainDb) {
+  constexpr double kUnitsPerPhase = 1U << kPhaseFractionBits;
+  buildTables(length, fromRate, cutoffHz, newPhases, 1, gainDb);
+  stride = {};
+  const double exactStep =
+      static_cast<double>(fromRate) * static_cast<double>(phases()) * kUnitsPerPhase / static_cast<double>(toRate);
+  if (!(exactStep >= 1.0 && exactStep < 4294967296.0)) {
+    return;
+  }
+  const auto wholeStep = static_cast<std::uint32_t>(exactStep);
+  stride.unitsPerInput = static_cast<std::uint32_t>(phases()) << kPhaseFractionBits;
+  stride.inputs = wholeStep / stride.unitsPerInput;
+  stride.units = wholeStep % stride.unitsPerInput;
+  stride.fraction = static_cast<float>(exactStep - static_cast<double>(wholeStep));
+}
+
+std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const* outputs, std::size_t frames) {
+  if (channels == 0 || stride.unitsPerInput == 0) {
+    position = {};
+    return 0;
+  }
+  std::size_t made = 0;
+  for (std::size_t done = 0; done < frames;) {
+    const std::size_t part = std::min(frames - done, kPartFrames);
+    const bool hasSilentHistory = silentFrames >= tapsPerPhase - 1;
+    const bool isPartSilent = isSilent(inputs, done, part);
+    silentFrames = isPartSilent ? std::min(silentFrames + part, tapsPerPhase) : 0;
+    if (isPartSilent && hasSilentHistory) {
+      made += rest(outputs, made, part);
+    } else {
+      store(inputs, done, part);
+      made += filter(outputs, made, part);
+    }
+    done += part;
+  }
+  return made;
+}
+
+bool CFsCwInterpolation::isSilent(const float* const* inputs, std::size_t offset, std::size_t frames) const {
+  return std::all_of(inputs, inputs + channels,
+                     [offset, frames](const float* samples) { return isZero(samples + offset, frames); });
+}
+
+/// Runs the kernel over the `frames` frames stored last, two channels at a time; an odd last channel goes as both.
+std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, std::size_t frames) {
+  const ResamplePosition start = position;
+  std::size_t result = 0;
+  for (std::size_t left = 0; left < channels; left += 2) {
+    const std::size_t right = std::min(left + 1, channels - 1);
+    position = start;
+    result = run({tables.data(), tapsPerPhase / 4, stride, window(left, frames), window(right, frames),
+                  outputs[left] + made, outputs[right] + made, frames},
+                 position);
+  }
+  position.input -= frames;
+  return result;
+}
+
+/// Moves the position over `frames` silent frames, and makes the silence that filtering them would make.
+std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
+  std::size_t count = 0;
+  for (; position.input < frames; ++count) {
+    position.advance(stride);
+  }
+  position.input -= frames;
+  for (std::size_t c = 0; c < channels; ++c) {
+    std::fill_n(outputs[c] + made, count, 0.0F);
+  }
+  return count;
+}
+
+}  // namespace tesh::bramel::vst
