@@ -2,6 +2,7 @@
 #include "Options.h"
 
 #include <charconv>
+#include <cstdio>
 #include <functional>
 #include <map>
 
@@ -12,50 +13,99 @@ namespace {
 
 constexpr int kLongestBlockOption = 16384;
 constexpr double kLongestTail = 3600.0;
+constexpr double kLongestScore = 86400.0;
+constexpr double kLowestRate = 1000.0;
+constexpr double kHighestRate = 768000.0;
+constexpr double kLongestSoak = 1000.0;
+
+std::string printed(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", number);
+  return text;
+}
 
 double numberIn(const std::string& option, const std::string& text, double low, double high) {
   double value = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc{} || end != text.data() + text.size() || !(value >= low && value <= high)) {
-    throw RenderError(option + " takes a number from " + std::to_string(static_cast<long>(low)) + " to " +
-                      std::to_string(static_cast<long>(high)) + ", not '" + text + "'");
+    throw RenderError(option + " takes a number from " + printed(low) + " to " + printed(high) + ", not '" + text +
+                      "'");
   }
   return value;
 }
 
-std::pair<std::string, std::string> assignment(const std::string& option, const std::string& text) {
+Assignment assignment(AssignmentTarget target, const std::string& option, const std::string& text) {
   const std::size_t equals = text.find('=');
   if (equals == std::string::npos || equals == 0) {
     throw RenderError(option + " takes NAME=VALUE, not '" + text + "'");
   }
-  return {text.substr(0, equals), text.substr(equals + 1)};
+  return {target, text.substr(0, equals), text.substr(equals + 1)};
+}
+
+/// NAME=VALUE or NAME=VALUE@SECONDS.
+Assignment timedAssignment(AssignmentTarget target, const std::string& option, const std::string& text) {
+  Assignment result = assignment(target, option, text);
+  if (const std::size_t at = result.value.rfind('@'); at != std::string::npos) {
+    result.seconds = numberIn(option, result.value.substr(at + 1), 0.0, kLongestScore);
+    result.value.resize(at);
+  }
+  return result;
+}
+
+Assignment waveAssignment(const std::string& option, const std::string& text) {
+  Assignment result = assignment(AssignmentTarget::engineParameter, option, text);
+  result.name = "pad" + result.name + ".wave";
+  return result;
 }
 
 using ValueAction = std::function<void(Options&, const std::string& option, const std::string& value)>;
 using FlagAction = std::function<void(Options&)>;
 
+/// An option that stands for an engine parameter of its own.
+ValueAction engineOption(const char* parameter) {
+  return [parameter](Options& options, const std::string&, const std::string& value) {
+    options.assignments.push_back({AssignmentTarget::engineParameter, parameter, value});
+  };
+}
+
+ValueAction textOption(std::optional<std::string> Options::*field) {
+  return [field](Options& options, const std::string&, const std::string& value) { options.*field = value; };
+}
+
+ValueAction moveOption(AssignmentTarget target) {
+  return [target](Options& options, const std::string& name, const std::string& value) {
+    options.assignments.push_back(timedAssignment(target, name, value));
+  };
+}
+
 const std::map<std::string, ValueAction>& valueOptions() {
+  using Text = const std::string&;
   static const std::map<std::string, ValueAction> table{
-      {"-o", [](Options& o, const std::string&, const std::string& v) { o.outputPath = v; }},
-      {"--block",
-       [](Options& o, const std::string& n, const std::string& v) {
-         o.settings.blockFrames = static_cast<int>(numberIn(n, v, 1, kLongestBlockOption));
-       }},
-      {"--tail", [](Options& o, const std::string& n,
-                    const std::string& v) { o.settings.tailSeconds = numberIn(n, v, 0, kLongestTail); }},
+      {"-o", [](Options& o, Text, Text v) { o.outputPath = v; }},
+      {"--rate", [](Options& o, Text n, Text v) { o.rate = numberIn(n, v, kLowestRate, kHighestRate); }},
+      {"--block", [](Options& o, Text n,
+                     Text v) { o.settings.blockFrames = static_cast<int>(numberIn(n, v, 1, kLongestBlockOption)); }},
+      {"--tail", [](Options& o, Text n, Text v) { o.settings.tailSeconds = numberIn(n, v, 0, kLongestTail); }},
       {"--bits",
-       [](Options& o, const std::string& n, const std::string& v) {
+       [](Options& o, Text n, Text v) {
          if (v != "16" && v != "24") {
            throw RenderError(n + " takes 16 or 24, not '" + v + "'");
          }
          o.settings.bits = v == "16" ? 16 : 24;
        }},
-      {"--wave", [](Options& o, const std::string& n, const std::string& v) { o.waves.push_back(assignment(n, v)); }},
-      {"--set", [](Options& o, const std::string& n, const std::string& v) { o.sets.push_back(assignment(n, v)); }},
-      {"--fx", [](Options& o, const std::string&, const std::string& v) { o.effect = v; }},
-      {"--edit1", [](Options& o, const std::string&, const std::string& v) { o.edit1 = v; }},
-      {"--edit2", [](Options& o, const std::string&, const std::string& v) { o.edit2 = v; }},
-      {"--fx-tour", [](Options& o, const std::string&, const std::string& v) { o.effectTourFolder = v; }},
+      {"--program", textOption(&Options::program)},
+      {"--macro", moveOption(AssignmentTarget::macro)},
+      {"--param", moveOption(AssignmentTarget::hostParameter)},
+      {"--set", moveOption(AssignmentTarget::engineParameter)},
+      {"--wave", [](Options& o, Text n, Text v) { o.assignments.push_back(waveAssignment(n, v)); }},
+      {"--fx", engineOption("fx.type")},
+      {"--edit1", engineOption("fx.edit1")},
+      {"--edit2", engineOption("fx.edit2")},
+      {"--fx-tour", textOption(&Options::effectTourFolder)},
+      {"--state", textOption(&Options::statePath)},
+      {"--save-state", textOption(&Options::saveStatePath)},
+      {"--library", textOption(&Options::libraryPath)},
+      {"--soak", [](Options& o, Text n, Text v) { o.soakHours = numberIn(n, v, 0, kLongestSoak); }},
   };
   return table;
 }
@@ -63,21 +113,32 @@ const std::map<std::string, ValueAction>& valueOptions() {
 const std::map<std::string, FlagAction>& flagOptions() {
   static const std::map<std::string, FlagAction> table{
       {"--quiet", [](Options& o) { o.settings.quiet = true; }},
-      {"--fx-off", [](Options& o) { o.effectOff = true; }},
+      {"--direct", [](Options& o) { o.direct = true; }},
+      {"--fx-off",
+       [](Options& o) {
+         o.assignments.push_back({AssignmentTarget::engineParameter, "fx.switch", "0"});
+       }},
+      {"--list-programs", [](Options& o) { o.listPrograms = true; }},
+      {"--check", [](Options& o) { o.check = true; }},
+      {"--full", [](Options& o) { o.fullCheck = true; }},
       {"--help", [](Options& o) { o.help = true; }},
       {"-h", [](Options& o) { o.help = true; }},
   };
   return table;
 }
 
-void requirePaths(const Options& options) {
-  if (options.help) {
+void requireSense(const Options& options) {
+  if (options.help || options.listPrograms || options.check) {
     return;
   }
-  if (options.inputPath.empty()) {
+  if (options.direct && options.rate && *options.rate != 44100.0) {
+    throw RenderError("--direct plays at the engine's own 44100 Hz; leave --rate away");
+  }
+  const bool onlySaves = options.saveStatePath && options.inputPath.empty() && options.outputPath.empty();
+  if (options.inputPath.empty() && !onlySaves) {
     throw RenderError("name a MIDI file to play; see --help");
   }
-  if (options.outputPath.empty() && !options.effectTourFolder) {
+  if (options.outputPath.empty() && !options.effectTourFolder && !onlySaves) {
     throw RenderError("name the WAV file to write with -o; see --help");
   }
 }
@@ -86,22 +147,37 @@ void requirePaths(const Options& options) {
 
 std::string helpText() {
   return "Usage: sivray-render IN.mid -o OUT.wav [options]\n"
+         "       sivray-render --list-programs\n"
+         "       sivray-render --check [--full] [--soak HOURS]\n"
          "\n"
-         "Plays a MIDI file through the drum engine into a stereo WAV file at 44100 Hz.\n"
-         "Notes 36 to 43 play pads 0 to 7.\n"
+         "Plays a MIDI file through the Sivray plug-in into a stereo WAV file. Notes 36 to 43 play pads 0 to 7; a "
+         "text\n"
+         "event such as \"pad3.pitch=30\" in the MIDI file moves an engine parameter.\n"
          "\n"
          "  -o FILE               the WAV file to write\n"
+         "  --rate HZ             sample rate of the host (44100)\n"
          "  --block N             frames per block, 1 to 16384 (512)\n"
          "  --tail SECONDS        how long to render after the last event (2)\n"
          "  --bits 16|24          bits per sample of the WAV file (24)\n"
+         "  --program N|NAME      the program to play; see --list-programs\n"
+         "  --list-programs       prints number, name and style of all programs\n"
+         "  --macro N=VALUE[@S]   a macro by number or name to 0 .. 1, from the start or at S seconds\n"
+         "  --param N=VALUE[@S]   the same for a parameter of the host, by its index or name\n"
+         "  --set PARAM=VALUE[@S] an engine parameter by its name (\"003: Punch\", \"pad3.punch\", \"fx.edit1\", "
+         "\"master\")\n"
+         "                        to an integer of its range\n"
          "  --wave PAD=WAVE       the wave of a pad, by name or number\n"
-         "  --set PARAM=VALUE     an engine parameter by its name (\"003: Punch\", \"pad3.punch\", \"master\") and an\n"
-         "                        integer of its range\n"
          "  --fx NAME             the master effect by its long or short name\n"
          "  --edit1 N, --edit2 N  its two edit values, 0 to 127\n"
          "  --fx-off              switches the master effect off\n"
          "  --fx-tour FOLDER      renders all effect types one after the other into FOLDER, with a picture of their\n"
          "                        spectrograms\n"
+         "  --state FILE          loads a state as a host saves it, before everything else\n"
+         "  --save-state FILE     saves the state at the end\n"
+         "  --library FILE        the plug-in to play ($SIVRAY_LIBRARY, else Sivray/Sivray.so near this program)\n"
+         "  --direct              plays the same instrument without the plug-in around it, at 44100 Hz\n"
+         "  --check               checks the plug-in as a strict host would, one line a check; --full takes the full\n"
+         "                        numbers, --soak HOURS adds a long rendering\n"
          "  --quiet               no progress bar and no closing line\n"
          "  -h, --help            this text\n";
 }
@@ -130,7 +206,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
       throw RenderError("one MIDI file at a time: '" + options.inputPath + "' and '" + name + "' were given");
     }
   }
-  requirePaths(options);
+  requireSense(options);
   return options;
 }
 

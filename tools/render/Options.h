@@ -4,25 +4,40 @@
 
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "RenderLoop.h"
 
 namespace sivray::render {
 
+/// What an assignment names.
+enum class AssignmentTarget { macro, hostParameter, engineParameter };
+
+/// NAME=VALUE, at a time where it came with one, else before the first block.
+struct Assignment {
+  AssignmentTarget target = AssignmentTarget::engineParameter;
+  std::string name;
+  std::string value;
+  double seconds = 0.0;
+};
+
 struct Options {
   std::string inputPath;
   std::string outputPath;
   bool help = false;
-  RenderSettings settings;
-  std::vector<std::pair<std::string, std::string>> waves;  ///< PAD, wave name or number.
-  std::vector<std::pair<std::string, std::string>> sets;   ///< Engine parameter, value.
-  std::optional<std::string> effect;
-  std::optional<std::string> edit1;
-  std::optional<std::string> edit2;
-  bool effectOff = false;
+  bool listPrograms = false;
+  bool direct = false;
+  std::optional<double> rate;  ///< Of the host; 44100 Hz where it is not given.
+  std::optional<std::string> libraryPath;
+  std::optional<std::string> program;
+  std::optional<std::string> statePath;
+  std::optional<std::string> saveStatePath;
   std::optional<std::string> effectTourFolder;
+  std::vector<Assignment> assignments;  ///< In the order of the command line.
+  RenderSettings settings;
+  bool check = false;
+  bool fullCheck = false;
+  double soakHours = 0.0;
 };
 
 /// The text of --help.

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <vector>
 
 #include "ProgressBar.h"
 #include "WavFile.h"
@@ -14,54 +13,85 @@
 namespace sivray::render {
 namespace {
 
-/// Walks one list of the score; `due` hands out what falls before a frame.
-template <typename Entry>
-class ScoreCursor {
- public:
-  ScoreCursor(const std::vector<Entry>& list, double sampleRate) : entries(list), rate(sampleRate) {}
+std::int64_t frameAt(double seconds, double rate) { return std::llround(seconds * rate); }
 
-  /// Calls `action(entry, frame)` for every entry before `endFrame`.
+/// Walks through a list in the order of time.
+template <typename Entry>
+class Cursor {
+ public:
+  Cursor(const std::vector<Entry>& list, double sampleRate) : entries(list), rate(sampleRate) {}
+
+  /// Calls `action(entry, frame)` for every entry before `endFrame` that has not been handed out yet.
   template <typename Action>
   void due(std::int64_t endFrame, Action action) {
-    while (next < entries.size() && frameOf(entries[next]) < endFrame) {
-      action(entries[next], frameOf(entries[next]));
+    while (next < entries.size() && frameAt(entries[next].seconds, rate) < endFrame) {
+      action(entries[next], frameAt(entries[next].seconds, rate));
       ++next;
     }
   }
 
  private:
-  std::int64_t frameOf(const Entry& entry) const { return std::llround(entry.seconds * rate); }
-
   const std::vector<Entry>& entries;
   double rate;
   std::size_t next = 0;
 };
 
+/// Controllers and pitch bends may move macros, which take force at the start of a block.
+bool movesMacros(const ScoreMessage& message) {
+  const int status = message.bytes[0] & 0xF0;
+  return status == 0xB0 || status == 0xE0;
+}
+
+/// The frames at which a block has to begin, in ascending order.
+std::vector<std::int64_t> blockStarts(const MidiScore& score, const std::vector<Move>& moves, double rate) {
+  std::vector<std::int64_t> starts;
+  for (const ScoreTempo& tempo : score.tempos) {
+    starts.push_back(frameAt(tempo.seconds, rate));
+  }
+  for (const Move& move : moves) {
+    starts.push_back(frameAt(move.seconds, rate));
+  }
+  for (const ScoreMessage& message : score.messages) {
+    if (movesMacros(message)) {
+      starts.push_back(frameAt(message.seconds, rate));
+    }
+  }
+  std::sort(starts.begin(), starts.end());
+  return starts;
+}
+
+double lengthOf(const MidiScore& score, const std::vector<Move>& moves) {
+  return moves.empty() ? score.lengthSeconds : std::max(score.lengthSeconds, moves.back().seconds);
+}
+
 }  // namespace
 
-RenderResult renderScore(const MidiScore& score, RenderTarget& target, const RenderSettings& settings,
-                         const std::string& outputPath) {
+RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves, RenderTarget& target,
+                         const RenderSettings& settings, const std::string& outputPath, const BlockListener& listener) {
   using Clock = std::chrono::steady_clock;
+  const double rate = target.sampleRate();
   RenderResult result;
-  result.sampleRate = target.sampleRate();
-  WavFile wav(outputPath, result.sampleRate, settings.bits);
+  result.sampleRate = rate;
+  WavFile wav(outputPath, rate, settings.bits);
   ProgressBar progress(settings.quiet);
-  ScoreCursor messages(score.messages, result.sampleRate);
-  ScoreCursor tempos(score.tempos, result.sampleRate);
-  ScoreCursor moves(score.moves, result.sampleRate);
+  Cursor messages(score.messages, rate);
+  Cursor tempos(score.tempos, rate);
+  Cursor dueMoves(moves, rate);
+  const std::vector<std::int64_t> starts = blockStarts(score, moves, rate);
 
-  const int block = std::clamp(settings.blockFrames, 1, target.longestBlock());
+  const int block = std::max(settings.blockFrames, 1);
   std::vector<float> left(static_cast<std::size_t>(block));
   std::vector<float> right(static_cast<std::size_t>(block));
-  const std::int64_t total = std::llround(std::ceil((score.lengthSeconds + settings.tailSeconds) * result.sampleRate));
+  const auto total = static_cast<std::int64_t>(std::ceil((lengthOf(score, moves) + settings.tailSeconds) * rate));
+  target.start(block);
   for (std::int64_t start = 0; start < total;) {
-    const int frames = static_cast<int>(std::min<std::int64_t>(block, total - start));
-    const std::int64_t end = start + frames;
-    const auto inBlock = [start](std::int64_t frame) { return static_cast<int>(std::max(frame - start, INT64_C(0))); };
-    tempos.due(end, [&](const ScoreTempo& tempo, std::int64_t) { target.setTempo(tempo.beatsPerMinute); });
-    moves.due(end, [&](const ScoreMove& move, std::int64_t at) { target.move(move.name, move.value, inBlock(at)); });
-    messages.due(end, [&](const ScoreMessage& message, std::int64_t at) {
-      target.sendMidi({message.bytes.data(), static_cast<std::size_t>(message.size)}, inBlock(at));
+    const auto cut = std::upper_bound(starts.begin(), starts.end(), start);
+    const std::int64_t end = std::min({start + block, total, cut == starts.end() ? total : *cut});
+    const int frames = static_cast<int>(end - start);
+    tempos.due(start + 1, [&](const ScoreTempo& tempo, std::int64_t) { target.setTempo(tempo.beatsPerMinute); });
+    dueMoves.due(start + 1, [&](const Move& move, std::int64_t) { target.move(move); });
+    messages.due(end, [&](const ScoreMessage& message, std::int64_t frame) {
+      target.sendMidi({message.bytes.data(), static_cast<std::size_t>(message.size)}, static_cast<int>(frame - start));
     });
 
     const auto before = Clock::now();
@@ -70,6 +100,9 @@ RenderResult renderScore(const MidiScore& score, RenderTarget& target, const Ren
 
     wav.write(left.data(), right.data(), frames);
     result.levels.add(left.data(), right.data(), frames);
+    if (listener) {
+      listener(left.data(), right.data(), frames);
+    }
     start = end;
     progress.show(static_cast<double>(start) / static_cast<double>(total));
   }

@@ -1,11 +1,14 @@
-// Plays a score through a target, block by block, into a WAV file.
+// Plays a score and its moves through a target, block by block, into a WAV file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "LevelMeter.h"
 #include "MidiScore.h"
+#include "Move.h"
 #include "RenderTarget.h"
 
 namespace sivray::render {
@@ -23,10 +26,15 @@ struct RenderResult {
   double secondsSpent = 0.0;  ///< Wall-clock time inside the target alone.
 };
 
-/// Renders the whole score and its tail. An event's frame is its time in seconds times the rate, rounded to the
-/// nearest. Throws RenderError; then no file is left behind.
-RenderResult renderScore(const MidiScore& score, RenderTarget& target, const RenderSettings& settings,
-                         const std::string& outputPath);
+/// Told of every block: left, right, frames.
+using BlockListener = std::function<void(const float*, const float*, int)>;
+
+/// Renders the score, the moves and the tail. A frame is a time in seconds times the rate, rounded to the nearest; a
+/// block ends early where a move, a tempo or a controller falls, so that each takes force at its frame. Throws
+/// RenderError; then no file is left behind.
+RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves, RenderTarget& target,
+                         const RenderSettings& settings, const std::string& outputPath,
+                         const BlockListener& listener = {});
 
 /// The line that tells a person what was made: length, peak, RMS and real-time factor.
 std::string describe(const RenderResult& result, const std::string& outputPath);

@@ -1,10 +1,14 @@
-// What the renderer drives: something that takes MIDI, a tempo and named moves, and gives blocks of audio.
+// What the renderer drives: an instrument that takes MIDI, a tempo and moves, gives blocks of audio, and keeps a state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
+
+#include "Move.h"
 
 namespace sivray::render {
 
@@ -18,17 +22,27 @@ class RenderTarget {
   /// Frames per second of what `process` gives.
   virtual double sampleRate() const = 0;
 
-  /// The longest block that `process` takes, in frames.
-  virtual int longestBlock() const = 0;
+  /// The state as a host saves it. Before `start`, or after the last block.
+  virtual std::vector<std::uint8_t> state() = 0;
+  virtual void setState(std::span<const std::uint8_t> chunk) = 0;
 
-  /// Puts a message at `frame` of the next block.
-  virtual void sendMidi(std::span<const std::uint8_t> bytes, int frame) = 0;
+  /// Whether hidden macros and engine parameters can move while audio runs, which no host can do.
+  virtual bool reachesEngine() const = 0;
+
+  /// The names of the parameters that hosts are shown, in their order.
+  virtual std::vector<std::string> hostNames() const = 0;
+
+  /// Begins to play; blocks may hold up to `longestBlock` frames.
+  virtual void start(int longestBlock) = 0;
 
   /// Sets the tempo from the next block on.
   virtual void setTempo(double beatsPerMinute) = 0;
 
-  /// Moves a named value at `frame` of the next block. Throws RenderError when the name or the value is unknown.
-  virtual void move(const std::string& name, const std::string& value, int frame) = 0;
+  /// Moves a value at the start of the next block. Only macros that hosts are shown, unless `reachesEngine`.
+  virtual void move(const Move& move) = 0;
+
+  /// Puts a message of at most three bytes at `frame` of the next block.
+  virtual void sendMidi(std::span<const std::uint8_t> bytes, int frame) = 0;
 
   /// Renders a block; both channels hold `frames` samples.
   virtual void process(float* left, float* right, int frames) = 0;

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EngineNames.h"
+
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <cmath>
+
+#include "RenderError.h"
+#include "effects/EffectTable.h"
+#include "effects/interfaces/EditScreenEffects.h"
+
+namespace sivray::render {
+namespace {
+
+constexpr std::uint32_t kPads = 8;
+constexpr std::uint32_t kIdsPerGroup = 16;
+constexpr std::uint32_t kWaveIndex = 0;
+constexpr std::uint32_t kEffectType = 0x100;
+constexpr std::uint32_t kMaster = 0x110;
+constexpr std::array<const char*, 4> kEffectNames{"type", "switch", "edit1", "edit2"};
+
+bool choosesWave(const EngineParameter& parameter) {
+  return parameter.id < kPads * kIdsPerGroup && parameter.id % kIdsPerGroup == kWaveIndex;
+}
+
+/// The name and range of an id; an empty name where the id means nothing.
+EngineParameter describe(const tesh::vimo::Generator<float>& generator, std::uint32_t id) {
+  tesh::vimo::GeneratorParameterInfo info;
+  if (!generator.getParameterInfo(id, info) || !(info.step > 0.0F)) {
+    return {};
+  }
+  return {info.name.data(), id, static_cast<std::int32_t>(std::lround(1.0F / info.step))};
+}
+
+/// What stands behind the group number: "Punch" of "003: Punch".
+std::string rowName(const std::string& engineName) {
+  const std::size_t colon = engineName.find(": ");
+  return colon == std::string::npos ? std::string() : engineName.substr(colon + 2);
+}
+
+}  // namespace
+
+std::int32_t engineInteger(const EngineParameter& parameter, float value) {
+  return static_cast<std::int32_t>(static_cast<float>(parameter.range) * value + 0.5F);
+}
+
+float engineValue(const EngineParameter& parameter, std::int32_t integer) {
+  return parameter.range > 0 ? static_cast<float>(integer) / static_cast<float>(parameter.range) : 0.0F;
+}
+
+std::string plainName(const std::string& text) {
+  std::string plain;
+  for (const char c : text) {
+    if (c != ' ' && c != '-' && c != '_') {
+      plain += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+  }
+  return plain;
+}
+
+EngineNames::EngineNames(const tesh::vimo::Generator<float>& generator, const tesh::vimo::SampleLibrary& library) {
+  for (std::uint32_t id = 0; id < kPads * kIdsPerGroup; ++id) {
+    const EngineParameter parameter = describe(generator, id);
+    if (const std::string row = rowName(parameter.name); !row.empty()) {
+      const std::string shortName = "pad" + std::to_string(id / kIdsPerGroup) + "." + plainName(row);
+      add(parameter.name, {shortName, id, parameter.range});
+      add(shortName, {shortName, id, parameter.range});
+    }
+  }
+  for (std::uint32_t i = 0; i < kEffectNames.size(); ++i) {
+    const std::string shortName = std::string("fx.") + kEffectNames[i];
+    add(shortName, {shortName, kEffectType + i, describe(generator, kEffectType + i).range});
+  }
+  const EngineParameter master = describe(generator, kMaster);
+  add("master", {"master", kMaster, master.range});
+  add(master.name, {"master", kMaster, master.range});
+
+  for (std::int32_t flat = 0; flat < library.waveCount(); ++flat) {
+    waves.emplace(plainName(library.waveName(flat)), library.waveId(flat));
+  }
+  namespace fx = tesh::bramel::plugin::sivray::effects;
+  for (int type = 0; type < fx::kEffectTypeCount; ++type) {
+    effects.emplace(plainName(fx::effectTypeName(type)), type);
+  }
+  for (const fx::EditScreenEffect& effect : fx::kEditScreenEffects) {
+    effects.emplace(plainName(effect.name), effect.typeId);
+  }
+}
+
+void EngineNames::add(const std::string& name, const EngineParameter& parameter) {
+  parameters.emplace(plainName(name), parameter);
+}
+
+const EngineParameter& EngineNames::parameter(const std::string& text) const {
+  const auto found = parameters.find(plainName(text));
+  if (found == parameters.end()) {
+    throw RenderError("there is no engine parameter '" + text + "'; names look like pad3.punch, fx.edit1 or master");
+  }
+  return found->second;
+}
+
+std::int32_t EngineNames::integerOf(const EngineParameter& parameter, const std::string& text) const {
+  const bool isWave = choosesWave(parameter);
+  const bool isEffect = parameter.id == kEffectType;
+  if (isWave || isEffect) {
+    const auto& names = isWave ? waves : effects;
+    if (const auto found = names.find(plainName(text)); found != names.end()) {
+      return found->second;
+    }
+  }
+  std::int32_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  if (error == std::errc{} && rest == end && number >= 0 && number <= parameter.range) {
+    return number;
+  }
+  if (isWave || isEffect) {
+    throw RenderError(std::string("there is no ") + (isWave ? "wave" : "effect") + " '" + text + "'");
+  }
+  throw RenderError(parameter.name + " takes a whole number from 0 to " + std::to_string(parameter.range) + ", not '" +
+                    text + "'");
+}
+
+}  // namespace sivray::render

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginModel.h"
+
+#include <algorithm>
+#include <charconv>
+#include <memory>
+
+#include "RenderError.h"
+#include "core/LittleEndian.h"
+#include "engine/SivrayPlugin.h"
+#include "engine/samples/SivraySampleLibrary.h"
+#include "host/construction/Construction.h"
+#include "storage/paths/Paths.h"
+#include "storage/programs/UserProgramFile.h"
+#include "storage/state/EditBufferRecord.h"
+
+namespace sivray::render {
+namespace {
+
+using tesh::cofu::core::ByteReader;
+using tesh::cofu::core::ByteWriter;
+using tesh::vimo::Bank;
+using tesh::vimo::ProgramDatabase;
+namespace engine = tesh::bramel::plugin::sivray;
+
+/// The engine that the model asks for names never sounds; a frame is all that its pads need to hold.
+constexpr std::size_t kSilentSlotFrames = 1;
+
+/// Steps in which a macro's range is searched for an integer of its parameter.
+constexpr int kSearchSteps = 8192;
+
+std::unique_ptr<tesh::vimo::Generator<float>> makeSilentEngine() {
+  return std::make_unique<engine::SivrayPlugin<engine::VstXSynth>>(engine::kSampleFolder, kSilentSlotFrames);
+}
+
+tesh::vimo::SivraySampleLibrary readLibrary() {
+  using namespace tesh::bramel;
+  tesh::vimo::SivraySampleLibrary library;
+  library.load(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayPCM/drumparam_category.bin"));
+  return library;
+}
+
+std::optional<std::size_t> wholeNumber(const std::string& text) {
+  std::size_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
+}
+
+/// The middle of the first stretch of the set's range that gives the integer; the plain place where that does.
+std::optional<float> placeIn(const tesh::vimo::MacroSetBase& set, const EngineParameter& parameter,
+                             std::int32_t integer) {
+  const auto gives = [&](float x) { return engineInteger(parameter, set.map(x)) == integer; };
+  if (const float plain = engineValue(parameter, integer); gives(plain)) {
+    return plain;
+  }
+  const auto at = [](int step) { return static_cast<float>(step) / static_cast<float>(kSearchSteps); };
+  int first = 0;
+  while (first <= kSearchSteps && !gives(at(first))) {
+    ++first;
+  }
+  if (first > kSearchSteps) {
+    return std::nullopt;
+  }
+  int last = first;
+  while (last < kSearchSteps && gives(at(last + 1))) {
+    ++last;
+  }
+  return (at(first) + at(last)) / 2.0F;
+}
+
+}  // namespace
+
+PluginModel::PluginModel()
+    : processor(std::string(tesh::bramel::vst::kInstrumentName), makeSilentEngine()),
+      engineNames(processor.generator(), readLibrary()) {}
+
+bool PluginModel::takeIn(std::span<const std::uint8_t> state) {
+  const auto record = tesh::bramel::vst::unpackState(state);
+  if (!record || record->name != tesh::bramel::vst::kEditBufferName) {
+    return false;
+  }
+  ByteReader reader(record->content);
+  const std::uint32_t layout = reader.word();
+  const std::uint32_t miscSize = reader.word();
+  const std::uint32_t engineSize = reader.word();
+  const std::uint32_t macroSize = reader.word();
+  const auto misc = reader.take(miscSize);
+  const auto engineState = reader.take(engineSize);
+  const auto macros = reader.take(macroSize);
+  if (layout != 0 || reader.hasFailed() || reader.remaining() != 0) {
+    return false;
+  }
+  miscSection.assign(misc.begin(), misc.end());
+  engineSection.assign(engineState.begin(), engineState.end());
+  processor.controller().readChunk(macros, Controller::ChunkParts::all);
+
+  using namespace tesh::bramel;
+  const auto file = readFile(pathFor(kBramelPath_UserProgram, vst::kInstrumentName));
+  if (const auto bank = tesh::vimo::readUserProgramFile(file)) {
+    processor.controller().loadDatabase(static_cast<std::uint64_t>(Bank::user), bank->image, bank->macroCount,
+                                        ProgramDatabase::Mode::replace);
+  }
+  return true;
+}
+
+std::vector<std::uint8_t> PluginModel::state() const {
+  std::vector<std::uint8_t> macros;
+  processor.controller().writeChunk(macros);
+  tesh::bramel::vst::EditBufferRecord record;
+  ByteWriter writer(record.content);
+  writer.word(0);
+  writer.word(static_cast<std::uint32_t>(miscSection.size()));
+  writer.word(static_cast<std::uint32_t>(engineSection.size()));
+  writer.word(static_cast<std::uint32_t>(macros.size()));
+  writer.bytes(miscSection);
+  writer.bytes(engineSection);
+  writer.bytes(macros);
+  return tesh::bramel::vst::packState(record);
+}
+
+void PluginModel::setHostNames(const std::vector<std::string>& hostNames) {
+  shownMacros.clear();
+  std::size_t macro = 0;
+  for (const std::string& name : hostNames) {
+    while (macro < processor.controller().macroCount() && macroName(macro) != name) {
+      ++macro;
+    }
+    if (macro == processor.controller().macroCount()) {
+      return;
+    }
+    shownMacros.push_back(macro++);
+  }
+}
+
+bool PluginModel::isShown(std::size_t macro) const {
+  return std::find(shownMacros.begin(), shownMacros.end(), macro) != shownMacros.end();
+}
+
+std::string PluginModel::macroName(std::size_t macro) const {
+  const auto* control = processor.controller().macroAt(macro);
+  return control == nullptr ? std::string() : control->name();
+}
+
+std::size_t PluginModel::macroOf(const std::string& text) const {
+  const std::size_t count = processor.controller().macroCount();
+  if (const auto number = wholeNumber(text)) {
+    if (*number < count) {
+      return *number;
+    }
+    throw RenderError("there is no macro " + text + "; they run from 0 to " + std::to_string(count - 1));
+  }
+  for (std::size_t macro = 0; macro < count; ++macro) {
+    if (plainName(macroName(macro)) == plainName(text)) {
+      return macro;
+    }
+  }
+  throw RenderError("there is no macro '" + text + "'");
+}
+
+std::size_t PluginModel::hostMacroOf(const std::string& text) const {
+  if (const auto number = wholeNumber(text)) {
+    if (*number < shownMacros.size()) {
+      return shownMacros[*number];
+    }
+    throw RenderError("there is no parameter " + text + "; they run from 0 to " +
+                      std::to_string(static_cast<long>(shownMacros.size()) - 1));
+  }
+  const auto found = std::find_if(shownMacros.begin(), shownMacros.end(),
+                                  [&](std::size_t macro) { return plainName(macroName(macro)) == plainName(text); });
+  if (found == shownMacros.end()) {
+    throw RenderError("there is no parameter '" + text + "'");
+  }
+  return *found;
+}
+
+std::optional<MacroPlace> PluginModel::placeFor(const EngineParameter& parameter, std::int32_t integer) const {
+  std::optional<MacroPlace> best;
+  for (std::size_t macro = 0; macro < processor.controller().macroCount(); ++macro) {
+    for (const auto& set : processor.controller().macroAt(macro)->sets()) {
+      if (set->targetId() != parameter.id || (best && !isShown(macro))) {
+        continue;
+      }
+      const auto place = placeIn(*set, parameter, integer);
+      if (place && isShown(macro)) {
+        return MacroPlace{macro, *place};
+      }
+      if (place) {
+        best = MacroPlace{macro, *place};
+      }
+    }
+  }
+  return best;
+}
+
+void PluginModel::setMacro(std::size_t macro, float value) {
+  tesh::vimo::ProcessBlock nowhere;
+  processor.controller().setMacroValue(macro, value, 0, nowhere);
+}
+
+std::vector<ListedProgram> PluginModel::programs() const {
+  std::vector<ListedProgram> list;
+  for (const auto& [bank, prefix] : {std::pair(Bank::factory, ""), std::pair(Bank::user, "U")}) {
+    const ProgramDatabase* database = processor.controller().database(static_cast<std::uint64_t>(bank));
+    for (std::size_t i = 0; i < database->programCount(); ++i) {
+      list.push_back({prefix + std::to_string(i), database->name(i), database->comment(i)});
+    }
+  }
+  return list;
+}
+
+void PluginModel::selectProgram(const std::string& text) {
+  const std::vector<ListedProgram> list = programs();
+  auto found = std::find_if(list.begin(), list.end(), [&](const ListedProgram& p) { return p.number == text; });
+  if (found == list.end()) {
+    found = std::find_if(list.begin(), list.end(),
+                         [&](const ListedProgram& p) { return plainName(p.name) == plainName(text); });
+  }
+  if (found == list.end()) {
+    throw RenderError("there is no program '" + text + "'; see --list-programs");
+  }
+  const auto place = static_cast<std::uint64_t>(found - list.begin());
+  const std::uint64_t factoryCount = processor.controller().programCount(static_cast<std::uint64_t>(Bank::factory));
+  const Bank bank = place < factoryCount ? Bank::factory : Bank::user;
+  processor.controller().setSelection(0, static_cast<std::uint64_t>(Bank::ghost));
+  tesh::vimo::ProcessBlock nowhere;
+  processor.controller().selectProgram(bank == Bank::factory ? place : place - factoryCount,
+                                       static_cast<std::uint64_t>(bank), 0, nowhere);
+}
+
+}  // namespace sivray::render

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Session.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "DirectTarget.h"
+#include "RenderError.h"
+#include "storage/paths/Paths.h"
+#include "storage/state/EditBufferRecord.h"
+
+namespace sivray::render {
+namespace {
+
+std::unique_ptr<RenderTarget> makeTarget(const Options&) { return std::make_unique<DirectTarget>(); }
+
+float normalisedValue(const Assignment& assignment) {
+  float value = -1.0F;
+  const char* const end = assignment.value.data() + assignment.value.size();
+  const auto [rest, error] = std::from_chars(assignment.value.data(), end, value);
+  if (error != std::errc{} || rest != end || !(value >= 0.0F && value <= 1.0F)) {
+    throw RenderError("'" + assignment.name + "' takes a number from 0 to 1, not '" + assignment.value + "'");
+  }
+  return value;
+}
+
+}  // namespace
+
+Session::Session(const Options& wanted) : options(wanted), target(makeTarget(wanted)) {
+  if (options.statePath) {
+    loadState(*options.statePath);
+  }
+  if (!plugin.takeIn(target->state())) {
+    throw RenderError("the plug-in gives a state that cannot be read");
+  }
+  plugin.setHostNames(target->hostNames());
+}
+
+void Session::loadState(const std::string& path) {
+  const std::vector<std::uint8_t> bytes = tesh::bramel::readFile(path);
+  const auto record = tesh::bramel::vst::unpackState(bytes);
+  if (!record || record->name != tesh::bramel::vst::kEditBufferName) {
+    throw RenderError("cannot load the state '" + path +
+                      "': " + (bytes.empty() ? "it is missing or empty" : "it is no state of this plug-in"));
+  }
+  target->setState(bytes);
+}
+
+void Session::prepare(const MidiScore& score) {
+  moves.clear();
+  if (options.program) {
+    plugin.selectProgram(*options.program);
+  }
+  for (const ScoreMove& move : score.moves) {
+    assign({AssignmentTarget::engineParameter, move.name, move.value, move.seconds});
+  }
+  for (const Assignment& assignment : options.assignments) {
+    assign(assignment);
+  }
+  std::stable_sort(moves.begin(), moves.end(), [](const Move& a, const Move& b) { return a.seconds < b.seconds; });
+  target->setState(plugin.state());
+}
+
+void Session::assign(const Assignment& assignment) {
+  switch (assignment.target) {
+    case AssignmentTarget::macro:
+      return assignMacro(assignment, plugin.macroOf(assignment.name), normalisedValue(assignment));
+    case AssignmentTarget::hostParameter:
+      return assignMacro(assignment, plugin.hostMacroOf(assignment.name), normalisedValue(assignment));
+    case AssignmentTarget::engineParameter:
+      return assignEngine(assignment);
+  }
+}
+
+void Session::assignMacro(const Assignment& assignment, std::size_t macro, float value) {
+  if (!(assignment.seconds > 0.0)) {
+    plugin.setMacro(macro, value);
+    return;
+  }
+  if (!plugin.isShown(macro) && !target->reachesEngine()) {
+    throw RenderError("'" + assignment.name + "' is hidden from hosts and cannot move while they play; use --direct");
+  }
+  moves.push_back({assignment.seconds, MoveTarget::macro, static_cast<std::uint32_t>(macro), value});
+}
+
+void Session::assignEngine(const Assignment& assignment) {
+  const EngineParameter& parameter = plugin.names().parameter(assignment.name);
+  const std::int32_t integer = plugin.names().integerOf(parameter, assignment.value);
+  if (const auto place = plugin.placeFor(parameter, integer)) {
+    assignMacro(assignment, place->macro, place->value);
+    return;
+  }
+  if (!target->reachesEngine()) {
+    throw RenderError("no macro brings " + parameter.name + " to " + assignment.value + "; use --direct");
+  }
+  moves.push_back({assignment.seconds, MoveTarget::engineParameter, parameter.id, engineValue(parameter, integer)});
+}
+
+RenderResult Session::render(const MidiScore& score, const std::string& outputPath, const BlockListener& listener) {
+  return renderScore(score, moves, *target, options.settings, outputPath, listener);
+}
+
+void Session::saveState(const std::string& path) {
+  const std::vector<std::uint8_t> bytes = target->state();
+  if (!tesh::bramel::writeFile(path, bytes.data(), bytes.size())) {
+    throw RenderError("cannot write the state '" + path + "': check that its folder exists and is writable");
+  }
+}
+
+}  // namespace sivray::render
