@@ -1,0 +1,69 @@
+// The plug-in that a host sees: every call of the host becomes one call on the instrument.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "host/shell/BramelInstrumentBase.h"
+#include "host/vst/AudioEffectX.h"
+
+namespace tesh::bramel::vst {
+
+/// Parameters are those that the host may see. There is no list of programs: a song keeps the whole state, and
+/// programs are chosen in the editor. Null pointers, indices out of range and values out of range change nothing.
+class BramelVstAdapter : public AudioEffectX {
+ public:
+  /// `master` may be null. Asks the host for its vendor and for nothing else. Throws std::invalid_argument when the
+  /// instrument is not a BramelInstrument.
+  BramelVstAdapter(AudioMasterCallback master, const std::shared_ptr<BramelInstrumentBase>& instrument);
+  ~BramelVstAdapter() override;
+
+  void suspend() override;
+
+  /// Does not return before 300 ms have passed: the host family of the key lights needs that long to be ready.
+  void resume() override;
+  void setSampleRate(float rate) override;
+
+  /// Audio thread. Takes tempo and transport from the host first.
+  void processReplacing(float** inputs, float** outputs, std::int32_t frames) override;
+
+  /// MIDI for the next block; always gives 1. Other events are skipped.
+  std::int32_t processEvents(VstEvents* events) override;
+
+  void setParameter(std::int32_t index, float value) override;
+  float getParameter(std::int32_t index) override;
+
+  std::int32_t getProgram() override;
+  void setProgram(std::int32_t index) override;
+
+  /// The product's name, whatever program is selected.
+  void getProgramName(char* text) override;
+  void getParameterLabel(std::int32_t index, char* text) override;
+  void getParameterDisplay(std::int32_t index, char* text) override;
+  void getParameterName(std::int32_t index, char* text) override;
+
+  /// The state is the same for a preset and for a song. What getChunk hands out is good until the next call.
+  std::int32_t getChunk(void** data, bool isPreset) override;
+
+  /// Gives the size back in every case.
+  std::int32_t setChunk(void* data, std::int32_t size, bool isPreset) override;
+
+  bool getEffectName(char* text) override;
+  bool getVendorString(char* text) override;
+  bool getProductString(char* text) override;
+  std::int32_t getVendorVersion() override { return 0; }
+  std::intptr_t vendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
+  std::int32_t canDo(char* text) override;
+  std::int32_t getNumMidiOutputChannels() override { return 1; }
+
+ private:
+  class Impl;
+
+  explicit BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<Impl> newImpl);
+  void takeTimeInfo();
+
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,81 @@
+// The instrument's reports to the host.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/adapter/BramelVstAdapterImpl.h"
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+
+namespace tesh::bramel::vst {
+namespace {
+
+/// The rules of a host of this plug-in interface.
+constexpr int kVstHostKind = 2;
+
+std::shared_ptr<BramelInstrument> instrumentIn(const std::shared_ptr<BramelInstrumentBase>& base) {
+  auto instrument = std::dynamic_pointer_cast<BramelInstrument>(base);
+  if (instrument == nullptr) {
+    throw std::invalid_argument("not an instrument of the family");
+  }
+  return instrument;
+}
+
+std::int32_t hostIndex(std::uint64_t visibleIndex) {
+  constexpr std::uint64_t kLast = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::min(visibleIndex, kLast));
+}
+
+}  // namespace
+
+BramelVstAdapter::Impl::Impl(const std::shared_ptr<BramelInstrumentBase>& base)
+    : callback(std::make_shared<Callback>(*this)), instrument(instrumentIn(base)), keyLights(*instrument) {
+  instrument->setHostKind(kVstHostKind);
+  instrument->setHostCallback(callback);
+}
+
+std::uint64_t BramelVstAdapter::Impl::parameterId(std::int32_t index) const {
+  return index < 0 ? BramelInstrument::kNoParameter : instrument->parameterId(static_cast<std::uint64_t>(index));
+}
+
+BramelVstAdapter::Impl::Callback::Callback(Impl& newOwner) : owner(newOwner) {
+  midiEvent.type = kVstMidiType;
+  midiEvent.byteSize = sizeof(midiEvent);
+  events.numEvents = 1;
+  events.events[0] = reinterpret_cast<VstEvent*>(&midiEvent);
+}
+
+void BramelVstAdapter::Impl::Callback::beginEdit(std::uint64_t visibleIndex) {
+  owner.owner->beginEdit(hostIndex(visibleIndex));
+}
+
+void BramelVstAdapter::Impl::Callback::endEdit(std::uint64_t visibleIndex) {
+  owner.owner->endEdit(hostIndex(visibleIndex));
+}
+
+void BramelVstAdapter::Impl::Callback::automate(std::uint64_t visibleIndex, float value) {
+  owner.owner->setParameterAutomated(hostIndex(visibleIndex), value);
+}
+
+void BramelVstAdapter::Impl::Callback::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+  if (data == nullptr || size == 0 || data[0] < 0x80) {
+    return;
+  }
+  std::uint8_t message[sizeof(midiEvent.midiData)]{};
+  std::copy_n(data, std::min(size, sizeof(message)), message);
+  std::copy_n(message, sizeof(message), midiEvent.midiData);
+  midiEvent.deltaFrames = deltaFrames;
+  owner.owner->sendVstEventsToHost(&events);
+  owner.keyLights.messageSent(message);
+}
+
+void BramelVstAdapter::Impl::Callback::parametersChanged() {
+  const std::shared_ptr<BramelInstrument> held = owner.instrument;
+  const std::uint64_t count = held->parameterCount();
+  for (std::uint64_t index = 0; index < count; ++index) {
+    automate(index, held->parameterValue(held->parameterId(index)));
+  }
+}
+
+void BramelVstAdapter::Impl::Callback::keyStateChanged(int /*note*/) { owner.keyLights.keysChanged(); }
+
+}  // namespace tesh::bramel::vst

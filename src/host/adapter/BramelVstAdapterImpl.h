@@ -1,0 +1,51 @@
+// What the adapter keeps, and the way of the instrument's reports to the host. Of the adapter alone.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "host/adapter/BramelVstAdapter.h"
+#include "host/adapter/KeyLights.h"
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::vst {
+
+class BramelVstAdapter::Impl {
+ public:
+  class Callback;
+
+  /// Becomes the instrument's host side.
+  explicit Impl(const std::shared_ptr<BramelInstrumentBase>& base);
+
+  /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter.
+  std::uint64_t parameterId(std::int32_t index) const;
+
+  BramelVstAdapter* owner = nullptr;
+  std::shared_ptr<Callback> callback;  ///< The instrument holds it weakly.
+  std::shared_ptr<BramelInstrument> instrument;
+  KeyLights keyLights;
+  std::vector<std::uint8_t> latestChunk;  ///< The host reads it until it asks again.
+};
+
+/// Its calls come on any thread, those that send MIDI under the instrument's main lock.
+class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
+ public:
+  explicit Callback(Impl& newOwner);
+
+  void beginEdit(std::uint64_t visibleIndex) override;
+  void endEdit(std::uint64_t visibleIndex) override;
+  void automate(std::uint64_t visibleIndex, float value) override;
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
+  void parametersChanged() override;
+  void programChanged() override {}
+  void keyStateChanged(int note) override;
+
+ private:
+  Impl& owner;
+  VstEvents events{};  ///< Holds `midiEvent`; both serve every message.
+  VstMidiEvent midiEvent{};
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,79 @@
+// The thread that shows key states, and the calls of the host family.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/adapter/KeyLights.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+constexpr const char* kAbility = "NIMKPIVendorSpecificCallbacks";
+
+/// Calls of the family: its mark in the upper half, a number in the lower.
+constexpr std::int32_t kNoteCall = 0x4B490013;      // Note, and whether it is on.
+constexpr std::int32_t kKeyStateCall = 0x4B490014;  // Note, and its state.
+constexpr std::int32_t kKeyResetCall = 0x4B49001B;  // Note, and 0.
+
+constexpr int kNotes = 128;
+
+}  // namespace
+
+void KeyLights::start(AudioEffectX& plugin) {
+  if (thread.joinable()) {
+    return;
+  }
+  host = &plugin;
+  dirty = true;
+  running = true;
+  try {
+    thread = std::thread([this] { run(); });
+  } catch (...) {
+    running = false;
+    throw;
+  }
+}
+
+void KeyLights::stop() {
+  if (!thread.joinable()) {
+    return;
+  }
+  {
+    const std::lock_guard lock(stopMutex);
+    running = false;
+  }
+  stopped.notify_all();
+  thread.join();
+}
+
+void KeyLights::messageSent(const std::uint8_t* data) {
+  const bool on = (data[0] & 0xF0) == 0x90 && data[2] != 0;
+  call(kNoteCall, {data[1], static_cast<std::uint8_t>(on ? 1 : 0)});
+}
+
+void KeyLights::run() {
+  std::unique_lock lock(stopMutex);
+  while (!stopped.wait_for(lock, kRound, [this] { return !running; })) {
+    if (!ready || !dirty) {
+      continue;
+    }
+    lock.unlock();
+    showAllKeys();
+    dirty = false;
+    lock.lock();
+  }
+}
+
+void KeyLights::showAllKeys() {
+  for (int note = 0; note < kNotes; ++note) {
+    const auto key = static_cast<std::uint8_t>(note);
+    call(kKeyResetCall, {key, 0});
+    call(kKeyStateCall, {key, static_cast<std::uint8_t>(instrument.keyState(note) & 0xFF)});
+  }
+}
+
+void KeyLights::call(std::int32_t code, std::array<std::uint8_t, 2> payload) {
+  if (!running || host->canHostDo(kAbility) == 0) {
+    return;
+  }
+  host->hostVendorSpecific(code, static_cast<std::intptr_t>(payload.size()), payload.data(), 0.0F);
+}
+
+}  // namespace tesh::bramel::vst

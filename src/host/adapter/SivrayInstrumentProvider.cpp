@@ -1,0 +1,17 @@
+// Makes the drum module: engine and macros, the shell around them, and the texts of its parameters.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/adapter/SivrayInstrumentProvider.h"
+
+#include "host/construction/Construction.h"
+#include "host/shell/BramelInstrument.h"
+#include "viewmodels/SivrayTooltipProvider.h"
+
+namespace tesh::bramel::vst {
+
+std::shared_ptr<BramelInstrumentBase> SivrayInstrumentProvider::createInstrument() {
+  auto instrument = std::make_shared<BramelInstrument>(makeProcessor());
+  instrument->setTooltipProvider(std::make_unique<tooltip::SivrayTooltipProvider>());
+  return instrument;
+}
+
+}  // namespace tesh::bramel::vst

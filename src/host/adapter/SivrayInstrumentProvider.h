@@ -1,0 +1,14 @@
+// Makes the drum module.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/adapter/BramelInstrumentProvider.h"
+
+namespace tesh::bramel::vst {
+
+class SivrayInstrumentProvider : public BramelInstrumentProvider {
+ public:
+  std::shared_ptr<BramelInstrumentBase> createInstrument() override;
+};
+
+}  // namespace tesh::bramel::vst
