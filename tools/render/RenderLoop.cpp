@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "ProgressBar.h"
 #include "WavFile.h"
+#include "terminal/ProgressBar.h"
 
 namespace sivray::render {
 namespace {

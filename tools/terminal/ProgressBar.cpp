@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ProgressBar.h"
+#include "terminal/ProgressBar.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -11,7 +11,7 @@
 #include <unistd.h>
 #endif
 
-namespace sivray::render {
+namespace sivray {
 namespace {
 
 constexpr int kBarCells = 40;
@@ -28,12 +28,6 @@ bool errorIsTerminal() {
 
 ProgressBar::ProgressBar(bool quiet) : active(!quiet && errorIsTerminal()) {}
 
-ProgressBar::~ProgressBar() {
-  if (active && shownPercent >= 0) {
-    std::fputs("\r\033[K", stderr);
-  }
-}
-
 void ProgressBar::show(double done) {
   const int percent = static_cast<int>(std::clamp(done, 0.0, 1.0) * 100.0);
   if (!active || percent == shownPercent) {
@@ -46,4 +40,11 @@ void ProgressBar::show(double done) {
   std::fflush(stderr);
 }
 
-}  // namespace sivray::render
+void ProgressBar::clear() {
+  if (shownPercent >= 0) {
+    std::fputs("\r\033[K", stderr);
+  }
+  shownPercent = -1;
+}
+
+}  // namespace sivray

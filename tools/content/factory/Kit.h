@@ -20,6 +20,7 @@ enum class ExclusiveGroup { off, a, b };
 /// One pad. Numbers are those of the panel.
 struct KitPad {
   std::string wave;  ///< Name of a wave of the sample library.
+  int line = 0;      ///< Where the pad stands in its file, for errors.
   int level = 100;   ///< 0 to 127.
   int pan = 0;       ///< -63 to 63.
   bool mute = false;
@@ -38,6 +39,7 @@ struct Kit {
   std::string name;               ///< At most 24 characters.
   std::string comment;            ///< The style.
   std::string effect = "Bypass";  ///< Short name on the edit screen.
+  int effectLine = 0;             ///< Where the effect stands in the file, for errors.
   int edit1 = 64;                 ///< 0 to 127.
   int edit2 = 64;
   int master = 100;  ///< 0 to 127.
@@ -50,7 +52,8 @@ class TextError : public std::runtime_error {
   TextError(std::string_view file, int line, std::string_view reason);
 };
 
-/// Reads the text of a kit. `file` names it in errors. Throws TextError; every pad and the name must be there.
+/// Reads the text of a kit. `file` names it in errors. Throws TextError; every pad and the name must be there, and
+/// nothing may stand twice.
 Kit parseKit(std::string_view text, std::string_view file);
 
 }  // namespace sivray::factory

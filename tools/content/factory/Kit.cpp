@@ -7,12 +7,13 @@
 //   pad 36  "Kick Maple" level=110 punch=20
 //
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Kit.h"
+#include "content/factory/Kit.h"
 
 #include <charconv>
 #include <functional>
 #include <map>
-#include <vector>
+#include <set>
+#include <utility>
 
 namespace sivray::factory {
 namespace {
@@ -137,6 +138,7 @@ void readPad(Kit& kit, const Words& words, const Place& place) {
     place.fail("pad " + words[1] + " stands twice");
   }
   pad.wave = words[2];
+  pad.line = place.line;
   for (std::size_t i = 3; i < words.size(); ++i) {
     const auto [name, value] = assignmentOf(words[i], place);
     const auto setting = padSettings().find(name);
@@ -149,6 +151,7 @@ void readPad(Kit& kit, const Words& words, const Place& place) {
 
 void readEffect(Kit& kit, const Words& words, const Place& place) {
   kit.effect = words[1];
+  kit.effectLine = place.line;
   for (std::size_t i = 2; i < words.size(); ++i) {
     const auto [name, value] = assignmentOf(words[i], place);
     if (name != "edit1" && name != "edit2") {
@@ -158,10 +161,16 @@ void readEffect(Kit& kit, const Words& words, const Place& place) {
   }
 }
 
-void readLine(Kit& kit, const Words& words, const Place& place) {
+void readLine(Kit& kit, const Words& words, std::set<std::string>& seen, const Place& place) {
   const std::string& key = words[0];
   if (words.size() < 2) {
     place.fail("'" + key + "' needs a value");
+  }
+  if (key != "pad" && !seen.insert(key).second) {
+    place.fail("'" + key + "' stands twice");
+  }
+  if (key != "pad" && key != "effect" && words.size() > 2) {
+    place.fail("'" + key + "' takes one value; put words with blanks between quotation marks");
   }
   if (key == "pad") {
     readPad(kit, words, place);
@@ -197,13 +206,14 @@ TextError::TextError(std::string_view file, int line, std::string_view reason)
 
 Kit parseKit(std::string_view text, std::string_view file) {
   Kit kit;
+  std::set<std::string> seen;
   Place place{file, 0};
   while (!text.empty()) {
     ++place.line;
     const std::size_t newline = text.find('\n');
     const Words words = wordsOf(text.substr(0, newline), place);
     if (!words.empty()) {
-      readLine(kit, words, place);
+      readLine(kit, words, seen, place);
     }
     text.remove_prefix(newline == std::string_view::npos ? text.size() : newline + 1);
   }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "MacroLayout.h"
+#include "content/factory/MacroLayout.h"
 
 #include <algorithm>
 #include <iterator>
@@ -49,7 +49,7 @@ std::vector<float> effectSteps() {
 
 MacroRow padRow(std::size_t pad, const PadRow& row, bool hidden) {
   MacroRow macro;
-  macro.name = "P" + std::to_string(pad + 1) + " " + row.name;
+  macro.name.append("P").append(std::to_string(pad + 1)).append(" ").append(row.name);
   macro.targetId = padTarget(pad, row.index);
   macro.defaultValue = row.defaultValue;
   macro.hidden = hidden;
@@ -68,10 +68,10 @@ MacroRow plainRow(const char* name, std::uint32_t target, float defaultValue, bo
 /// The place of a whole number in its range, as the engine's own rounding finds it again.
 float placeOf(int value, int low, int high) { return static_cast<float>(value - low) / static_cast<float>(high - low); }
 
-float waveValue(const std::string& wave, const std::vector<std::string>& names, const std::string& file) {
-  const auto found = std::ranges::find(names, wave);
+float waveValue(const KitPad& pad, const std::vector<std::string>& names, const std::string& file) {
+  const auto found = std::ranges::find(names, pad.wave);
   if (found == names.end()) {
-    throw TextError(file, 0, "there is no wave '" + wave + "' in the sample library");
+    throw TextError(file, pad.line, "there is no wave '" + pad.wave + "' in the sample library");
   }
   return placeOf(static_cast<int>(found - names.begin()), 0, std::max(static_cast<int>(names.size()) - 1, 1));
 }
@@ -80,7 +80,7 @@ float effectValue(const Kit& kit, const std::string& file) {
   const auto& list = effects::kEditScreenEffects;
   const auto found = std::ranges::find_if(list, [&](const auto& effect) { return kit.effect == effect.name; });
   if (found == list.end()) {
-    throw TextError(file, 0, "there is no effect '" + kit.effect + "' on the edit screen");
+    throw TextError(file, kit.effectLine, "there is no effect '" + kit.effect + "' on the edit screen");
   }
   return placeOf(static_cast<int>(found - list.begin()), 0, static_cast<int>(list.size()) - 1);
 }
@@ -134,7 +134,7 @@ std::vector<float> macroValuesOf(const Kit& kit, const std::vector<std::string>&
   std::ranges::transform(layout, values.begin(), &MacroRow::defaultValue);
   for (std::size_t pad = 0; pad < kPads; ++pad) {
     putPad(values, pad, kit.pads[pad]);
-    values[pad * kMacrosPerPad + kSample] = waveValue(kit.pads[pad].wave, waveNames, file);
+    values[pad * kMacrosPerPad + kSample] = waveValue(kit.pads[pad], waveNames, file);
   }
   values[kEffectTypeMacro] = effectValue(kit, file);
   values[kEffectEdit1Macro] = placeOf(kit.edit1, 0, 127);

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "Kit.h"
+#include "content/factory/Kit.h"
 
 namespace sivray::factory {
 

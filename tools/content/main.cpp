@@ -1,0 +1,37 @@
+// sivray-content: builds the factory content, packs folders of sound files, and looks into our files.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <exception>
+#include <functional>
+
+#include "content/commands/CommandLine.h"
+#include "content/commands/Commands.h"
+
+namespace {
+
+using Command = void (*)(const juce::ArgumentList&);
+
+/// Every failure becomes one line.
+std::function<void(const juce::ArgumentList&)> speaking(Command command) {
+  return [command](const juce::ArgumentList& list) {
+    try {
+      command(list);
+    } catch (const std::exception& error) {
+      sivray::content::fail(error.what(), sivray::content::kFailed);
+    }
+  };
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  using namespace sivray::content;
+  const juce::ArgumentList words(argc, argv);
+  juce::ConsoleApplication program;
+  program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
+  program.addCommand({"pack", kPackUsage, "Packs a folder of WAV, AIFF and FLAC files into a sample library",
+                      "The folder holds one sub-folder per category.", speaking(runPack)});
+  program.addDefaultCommand({"", "", "", "", [](const juce::ArgumentList&) {
+                               fail("unknown command; sivray-content --help lists them", kWrongUsage);
+                             }});
+  return program.findAndRunCommand(words, true);
+}

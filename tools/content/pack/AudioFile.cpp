@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/pack/AudioFile.h"
+
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <memory>
+#include <stdexcept>
+
+#include "engine/SivrayPlugin.h"
+
+namespace sivray::content {
+namespace {
+
+constexpr int kLongestSeconds = 6;
+
+/// Frames of a pad's sample memory.
+constexpr std::int64_t kMostFrames = tesh::bramel::plugin::sivray::kSlotFrames;
+
+constexpr int kPieceFrames = 16384;
+
+std::unique_ptr<juce::AudioFormatReader> openReader(const juce::File& file) {
+  juce::WavAudioFormat wav;
+  juce::AiffAudioFormat aiff;
+  juce::FlacAudioFormat flac;
+  for (juce::AudioFormat* format : {static_cast<juce::AudioFormat*>(&wav), static_cast<juce::AudioFormat*>(&aiff),
+                                    static_cast<juce::AudioFormat*>(&flac)}) {
+    if (!format->canHandleFile(file)) {
+      continue;
+    }
+    auto stream = file.createInputStream();
+    if (stream == nullptr) {
+      throw std::runtime_error("cannot be read");
+    }
+    std::unique_ptr<juce::AudioFormatReader> reader(format->createReaderFor(stream.release(), true));
+    if (reader == nullptr) {
+      throw std::runtime_error("is no valid " + format->getFormatName().toStdString());
+    }
+    return reader;
+  }
+  throw std::runtime_error("is no WAV, AIFF or FLAC file");
+}
+
+std::int16_t limited(std::int64_t value) {
+  return static_cast<std::int16_t>(std::clamp<std::int64_t>(value, std::numeric_limits<std::int16_t>::min(),
+                                                            std::numeric_limits<std::int16_t>::max()));
+}
+
+/// A sample of a reader, which holds whole numbers in the upper bits of a word, and floats as they are.
+std::int16_t sampleOf(int word, bool isFloat) {
+  constexpr int kSpareBits = 16;
+  constexpr double kFullScale = 32768.0;
+  if (!isFloat) {
+    return limited((std::int64_t{word} + (1 << (kSpareBits - 1))) >> kSpareBits);
+  }
+  float value = 0.0F;
+  static_assert(sizeof value == sizeof word);
+  std::memcpy(&value, &word, sizeof value);
+  return std::isfinite(value) ? limited(std::llround(std::clamp(static_cast<double>(value), -2.0, 2.0) * kFullScale))
+                              : std::int16_t{0};
+}
+
+/// Reads `frames` frames of every channel, a piece at a time. False when the file breaks off before.
+bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames,
+                  const std::vector<std::vector<std::int16_t>*>& channels) {
+  std::vector<std::vector<int>> pieces(channels.size(), std::vector<int>(kPieceFrames));
+  std::vector<int*> places;
+  std::ranges::transform(pieces, std::back_inserter(places), [](auto& piece) { return piece.data(); });
+  for (std::int64_t start = 0; start < frames; start += kPieceFrames) {
+    const int count = static_cast<int>(std::min<std::int64_t>(kPieceFrames, frames - start));
+    if (!reader.read(places.data(), static_cast<int>(places.size()), start, count, false)) {
+      return false;
+    }
+    for (std::size_t channel = 0; channel < channels.size(); ++channel) {
+      std::transform(places[channel], places[channel] + count, std::back_inserter(*channels[channel]),
+                     [&reader](int word) { return sampleOf(word, reader.usesFloatingPointData); });
+    }
+  }
+  return true;
+}
+
+std::string cutNote(std::int64_t kept, std::int64_t all, double rate) {
+  std::array<char, 128> text{};
+  std::snprintf(text.data(), text.size(), "is longer than a pad holds: the first %.2f of %.2f s are used",
+                static_cast<double>(kept) / rate, static_cast<double>(all) / rate);
+  return text.data();
+}
+
+}  // namespace
+
+AudioFile readAudioFile(const std::string& path) {
+  const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  const auto reader = openReader(place);
+  const auto channelCount = static_cast<int>(reader->numChannels);
+  if (channelCount < 1 || channelCount > 2) {
+    throw std::runtime_error("has " + std::to_string(channelCount) + " channels; a wave has one or two");
+  }
+  const double rate = reader->sampleRate;
+  if (!(rate >= 1.0) || rate > static_cast<double>(std::numeric_limits<int>::max())) {
+    throw std::runtime_error("has no usable sample rate");
+  }
+  const std::int64_t all = reader->lengthInSamples;
+  if (all < 1) {
+    throw std::runtime_error("holds no samples");
+  }
+  const std::int64_t kept = std::min({all, kMostFrames, static_cast<std::int64_t>(rate * kLongestSeconds)});
+
+  AudioFile file;
+  file.wave.sampleRate = static_cast<int>(std::lround(rate));
+  std::vector<std::vector<std::int16_t>*> channels{&file.wave.left};
+  if (channelCount == 2) {
+    channels.push_back(&file.wave.right);
+  }
+  if (!readChannels(*reader, kept, channels)) {
+    throw std::runtime_error("breaks off before its end");
+  }
+  if (kept < all) {
+    file.note = cutNote(kept, all, rate);
+  }
+  return file;
+}
+
+}  // namespace sivray::content
