@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Math.h"
 
+#include <array>
 #include <cmath>
 
 namespace sivray::content {
@@ -11,8 +12,32 @@ constexpr double kTwoPi = 6.283185307179586;
 constexpr double kLogTwo = 0.6931471805599453;
 constexpr double kLogTwoOfE = 1.4426950408889634;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
-constexpr int kSineTerms = 9;
-constexpr int kPowerTerms = 13;
+
+/// Coefficients of the sine's series in the square of the angle, from the last to the first.
+constexpr std::array<double, 10> kSineSeries = [] {
+  std::array<double, 10> series{};
+  double factor = 1.0;
+  for (std::size_t k = 0; k < series.size(); ++k) {
+    series[series.size() - 1 - k] = factor;
+    const double order = 2.0 * static_cast<double>(k) + 2.0;
+    factor = -factor / (order * (order + 1.0));
+  }
+  return series;
+}();
+
+/// Coefficients of the exponential's series, from the last to the first.
+constexpr std::array<double, 14> kPowerSeries = [] {
+  std::array<double, 14> series{};
+  double factor = 1.0;
+  for (std::size_t k = 0; k < series.size(); ++k) {
+    series[series.size() - 1 - k] = factor;
+    factor /= static_cast<double>(k) + 1.0;
+  }
+  return series;
+}();
+
+constexpr int kLogarithmTerms = 13;
+constexpr double kRootOfHalf = 0.7071067811865476;
 
 }  // namespace
 
@@ -25,10 +50,9 @@ double sineOfTurns(double turns) {
   }
   const double angle = kTwoPi * x;
   const double square = angle * angle;
-  double sum = 1.0;
-  for (int k = kSineTerms; k >= 1; --k) {
-    const double divisor = static_cast<double>(2 * k) * static_cast<double>(2 * k + 1);
-    sum = 1.0 - square / divisor * sum;
+  double sum = 0.0;
+  for (const double factor : kSineSeries) {
+    sum = sum * square + factor;
   }
   return angle * sum;
 }
@@ -38,12 +62,29 @@ double cosineOfTurns(double turns) { return sineOfTurns(turns - std::floor(turns
 double powerOfTwo(double x) {
   const double whole = std::floor(x + 0.5);
   const double angle = (x - whole) * kLogTwo;
-  double sum = 1.0;
-  for (int k = kPowerTerms; k >= 1; --k) {
-    sum = 1.0 + angle / static_cast<double>(k) * sum;
+  double sum = 0.0;
+  for (const double factor : kPowerSeries) {
+    sum = sum * angle + factor;
   }
   return std::ldexp(sum, static_cast<int>(whole));
 }
+
+double logarithmOfTwo(double x) {
+  int exponent = 0;
+  double fraction = std::frexp(x, &exponent);
+  if (fraction < kRootOfHalf) {
+    fraction *= 2.0;
+    --exponent;
+  }
+  const double s = (fraction - 1.0) / (fraction + 1.0);
+  double sum = 0.0;
+  for (int k = kLogarithmTerms; k >= 0; --k) {
+    sum = sum * s * s + 1.0 / static_cast<double>(2 * k + 1);
+  }
+  return static_cast<double>(exponent) + 2.0 * s * sum * kLogTwoOfE;
+}
+
+double power(double base, double exponent) { return powerOfTwo(exponent * logarithmOfTwo(base)); }
 
 double exponential(double x) { return powerOfTwo(x * kLogTwoOfE); }
 
@@ -56,6 +97,12 @@ double decayPerFrame(double seconds) {
 }
 
 double saturate(double x) { return x / std::sqrt(1.0 + x * x); }
+
+double softClip(double x) {
+  constexpr double kKnee = 0.6;
+  const double over = std::abs(x) - kKnee;
+  return over <= 0.0 ? x : std::copysign(kKnee + (1.0 - kKnee) * saturate(over / (1.0 - kKnee)), x);
+}
 
 std::size_t framesOf(double seconds) {
   return seconds <= 0.0 ? 0 : static_cast<std::size_t>(seconds * kSampleRate + 0.5);

@@ -16,6 +16,12 @@ double cosineOfTurns(double turns);
 /// Two to the power of `x`, from -1000 to 1000.
 double powerOfTwo(double x);
 
+/// The logarithm to the base of two of a positive number.
+double logarithmOfTwo(double x);
+
+/// A positive number to a power.
+double power(double base, double exponent);
+
 /// e to the power of `x`.
 double exponential(double x);
 
@@ -30,6 +36,9 @@ double decayPerFrame(double seconds);
 
 /// A smooth saturation: slope 1 at zero, ±1 at the ends.
 double saturate(double x);
+
+/// A saturation that leaves everything below 0.6 as it is; ±1 at the ends.
+double softClip(double x);
 
 /// Frames in a time, rounded to the nearest; at least 0.
 std::size_t framesOf(double seconds);

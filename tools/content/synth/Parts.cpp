@@ -2,7 +2,9 @@
 #include "content/synth/Parts.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <iterator>
 
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"
@@ -11,27 +13,54 @@ namespace sivray::content {
 namespace {
 
 constexpr double kNyquist = kSampleRate / 2.0;
+constexpr double kHighestMode = 20000.0;
+
+/// Where a falling level is cut to zero, long before its arithmetic would slow down.
+constexpr double kSilence = 1e-9;
 
 /// The factor that falls to 1/e in `seconds`.
 double fallPerFrame(double seconds) { return seconds <= 0.0 ? 0.0 : exponential(-1.0 / (seconds * kSampleRate)); }
 
-/// A sine that turns by rotation, decaying.
-struct Rotor {
-  explicit Rotor(const Mode& mode)
-      : cosine(cosineOfTurns(mode.hertz / kSampleRate) * decayPerFrame(mode.t60)),
-        sine(sineOfTurns(mode.hertz / kSampleRate) * decayPerFrame(mode.t60)),
-        x(cosineOfTurns(mode.phase) * mode.gain),
-        y(sineOfTurns(mode.phase) * mode.gain) {}
+/// Levels below this are no longer turned to sound.
+constexpr double kInaudible = 1e-6;
 
-  double next() {
-    const double out = y;
-    const double turned = x * cosine - y * sine;
-    y = x * sine + y * cosine;
-    x = turned;
-    return out;
+/// Frames in which a mode of this decay sinks below hearing.
+std::size_t audibleFrames(const Mode& mode, std::size_t limit) {
+  const double decades = logarithmOfTwo(std::max(std::abs(mode.gain) / kInaudible, 1.0)) * 0.3010299956639812;
+  return std::min(framesOf(mode.t60 * decades / 3.0 + mode.attack) + 1, limit);
+}
+
+/// Sines that turn by rotation, decaying; several beside each other, so that they keep the processor busy.
+class Rotors {
+ public:
+  static constexpr std::size_t kLanes = 8;
+
+  /// Throws away what a lane held.
+  void set(std::size_t lane, const Mode& mode) {
+    const double turn = mode.hertz / kSampleRate;
+    const double fall = decayPerFrame(mode.t60);
+    cosine[lane] = cosineOfTurns(turn) * fall;
+    sine[lane] = sineOfTurns(turn) * fall;
+    x[lane] = cosineOfTurns(mode.phase) * mode.gain;
+    y[lane] = sineOfTurns(mode.phase) * mode.gain;
+    step[lane] = mode.attack > 0.0 ? 1.0 / (mode.attack * kSampleRate) : 1.0;
+    level[lane] = mode.attack > 0.0 ? 0.0 : 1.0;
   }
 
-  double cosine, sine, x, y;
+  double next() {
+    std::array<double, kLanes> out{};
+    for (std::size_t i = 0; i < kLanes; ++i) {
+      out[i] = y[i] * level[i];
+      level[i] = std::min(level[i] + step[i], 1.0);
+      const double turned = x[i] * cosine[i] - y[i] * sine[i];
+      y[i] = x[i] * sine[i] + y[i] * cosine[i];
+      x[i] = turned;
+    }
+    return ((out[0] + out[1]) + (out[2] + out[3])) + ((out[4] + out[5]) + (out[6] + out[7]));
+  }
+
+ private:
+  std::array<double, kLanes> cosine{}, sine{}, x{}, y{}, step{}, level{};
 };
 
 }  // namespace
@@ -55,6 +84,9 @@ double Envelope::next() {
   }
   const double now = level;
   level *= factor;
+  if (level < kSilence) {
+    level = 0.0;
+  }
   return now;
 }
 
@@ -66,8 +98,8 @@ GlideRatio::GlideRatio(const Glide& glide)
 
 double GlideRatio::next() {
   const double ratio = 1.0 + bend + snap;
-  bend *= bendFactor;
-  snap *= snapFactor;
+  bend = std::abs(bend) < kSilence ? 0.0 : bend * bendFactor;
+  snap = std::abs(snap) < kSilence ? 0.0 : snap * snapFactor;
   return ratio;
 }
 
@@ -86,17 +118,20 @@ void addTone(Signal& signal, const Tone& tone) {
 }
 
 void addModes(Signal& signal, std::span<const Mode> modes) {
-  for (const Mode& mode : modes) {
-    if (mode.hertz >= kNyquist) {
-      continue;
+  std::vector<Mode> heard;
+  std::copy_if(modes.begin(), modes.end(), std::back_inserter(heard),
+               [](const Mode& mode) { return mode.hertz < kHighestMode; });
+  const auto longer = [](const Mode& a, const Mode& b) { return a.t60 > b.t60; };
+  std::stable_sort(heard.begin(), heard.end(), longer);
+  for (std::size_t first = 0; first < heard.size(); first += Rotors::kLanes) {
+    Rotors rotors;
+    std::size_t frames = 0;
+    for (std::size_t lane = 0; lane < std::min(Rotors::kLanes, heard.size() - first); ++lane) {
+      rotors.set(lane, heard[first + lane]);
+      frames = std::max(frames, audibleFrames(heard[first + lane], signal.size()));
     }
-    Rotor rotor(mode);
-    const std::size_t rise = std::min(framesOf(mode.attack), signal.size());
-    for (std::size_t i = 0; i < rise; ++i) {
-      signal[i] += rotor.next() * static_cast<double>(i) / static_cast<double>(rise);
-    }
-    for (std::size_t i = rise; i < signal.size(); ++i) {
-      signal[i] += rotor.next();
+    for (std::size_t i = 0; i < frames; ++i) {
+      signal[i] += rotors.next();
     }
   }
 }

@@ -1,0 +1,92 @@
+// A struck plate of bronze: hats, cymbals, gongs. Hundreds of modes, the high ones waking late and dying first, a wash
+// of noise where they lie too close to be told apart, and the tip of the stick. SPDX-License-Identifier:
+// GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+
+#include "content/models/Models.h"
+#include "content/synth/Math.h"
+#include "content/synth/Parts.h"
+
+namespace sivray::content {
+namespace {
+
+constexpr std::uint64_t kWashLayer = 1;
+constexpr std::uint64_t kTipLayer = 2;
+constexpr std::uint64_t kTopLayer = 3;
+
+/// Where the tilt of the modes turns, in Hz.
+constexpr double kTiltCentre = 3000.0;
+
+/// How a bell's partials stand to its lowest.
+constexpr std::array<double, 6> kBellRatios{1.0, 1.58, 2.24, 2.92, 3.66, 4.57};
+
+std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {
+  std::vector<Mode> modes;
+  const double count = p["modes"];
+  const double scale = 1.0 / power(count, 0.5);
+  for (int i = 0; i < static_cast<int>(count); ++i) {
+    const double place = (static_cast<double>(i) + dice.shared.unit()) / count;
+    const double hertz = p["low"] + (p["high"] - p["low"]) * power(std::max(place, 1e-6), p["density"]);
+    const double tilt = factorOfDecibels(p["tilt"] * logarithmOfTwo(hertz / kTiltCentre));
+    const double sharedGain = dice.shared.normal();
+    const double ownGain = dice.own.normal();
+    const double width = p["width"];
+    const double gain = scale * tilt * ((1.0 - 0.5 * width) * sharedGain + 0.7 * width * ownGain);
+    const double sharedPhase = dice.shared.unit();
+    modes.push_back({.hertz = hertz * (1.0 + 0.0006 * width * dice.own.both()),
+                     .gain = gain,
+                     .t60 = p.seconds("t60") * dice.shared.between(0.6, 1.2) / (1.0 + hertz / p["damphz"]),
+                     .phase = sharedPhase,
+                     .attack = p.seconds("rise") * std::min(hertz / 5000.0, 2.0) + 0.0003});
+  }
+  for (const double ratio : kBellRatios) {
+    const double hertz = p["bellhz"] * ratio;
+    modes.push_back({.hertz = hertz,
+                     .gain = p["bell"] * 0.5 / ratio * dice.shared.between(0.7, 1.0),
+                     .t60 = p.seconds("bellms") / (1.0 + hertz / p["damphz"])});
+  }
+  return modes;
+}
+
+void makePlate(Signal& signal, const Parameters& p, Dice dice) {
+  const double width = p["width"];
+  const Noise wash(dice, kWashLayer, width);
+  const Noise tip(dice, kTipLayer, width * 0.5);
+  const Noise top(dice, kTopLayer, width);
+  addModes(signal, plateModes(p, dice));
+  const Shape slow{p.seconds("rise") + 0.0004, p.seconds("hold"), p.seconds("washms"), 0.0};
+  const Shape fast{p.seconds("rise") * 0.5 + 0.0004, 0.0, p.seconds("washms") * 0.45, 0.0};
+  addNoise(signal, wash, {p["washlow"], p["washhigh"], 2, p["wash"] * 0.22, slow});
+  addNoise(signal, top, {p["washhigh"] * 0.6, 18000, 2, p["wash"] * p["top"] * 0.2, fast});
+  addNoise(signal, tip, {p["tiplow"], 15000, 1, p["tip"] * 0.2, {0.0003, 0.0005, p.seconds("tipms"), 0.0}});
+}
+
+}  // namespace
+
+Model plateModel() {
+  return {"plate",
+          {{"low", {400}, 40, 6000},
+           {"high", {15000}, 1000, 19000},
+           {"modes", {160}, 8, 400},
+           {"density", {1.5}, 0.5, 4},
+           {"tilt", {0}, -18, 18},
+           {"t60", {1500}, 10, 15000},
+           {"damphz", {4000}, 200, 40000},
+           {"rise", {2}, 0, 3000},
+           {"hold", {0}, 0, 2000},
+           {"bell", {0}, 0, 3},
+           {"bellhz", {800}, 100, 4000},
+           {"bellms", {2000}, 10, 15000},
+           {"wash", {1}, 0, 5},
+           {"washlow", {3500}, 100, 14000},
+           {"washhigh", {11000}, 500, 19000},
+           {"washms", {700}, 5, 8000},
+           {"top", {0.5}, 0, 4},
+           {"tip", {0.5}, 0, 5},
+           {"tiplow", {3500}, 200, 12000},
+           {"tipms", {12}, 1, 300}},
+          makePlate};
+}
+
+}  // namespace sivray::content

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/waves/FactoryWaves.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <thread>
+
+#include "content/synth/Math.h"
+#include "content/waves/Finish.h"
+#include "content/waves/Leveller.h"
+
+namespace sivray::content {
+namespace {
+
+struct Table {
+  std::string_view file;
+  double loudness;  ///< What its waves are levelled to, in dB; see Leveller.
+};
+
+/// The tables by category. Short and sharp sounds reach a lower loudness at the same peak than long and dense ones.
+constexpr std::array<Table, kCategoryNames.size()> kTables{{{"kick.txt", -10.0},
+                                                            {"snare.txt", -10.0},
+                                                            {"clap.txt", -11.0},
+                                                            {"close-hh.txt", -14.0},
+                                                            {"open-hh.txt", -11.0},
+                                                            {"tom.txt", -9.0},
+                                                            {"cymbal.txt", -11.0},
+                                                            {"perc.txt", -12.0},
+                                                            {"fx.txt", -10.0},
+                                                            {"hit.txt", -9.0}}};
+
+std::string readText(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  std::ostringstream text;
+  text << stream.rdbuf();
+  if (!stream) {
+    throw TableError(path.string(), 0, "cannot be read");
+  }
+  return text.str();
+}
+
+std::vector<std::int16_t> wordsOf(const Signal& signal) {
+  std::vector<std::int16_t> words;
+  words.reserve(signal.size());
+  for (const double sample : signal) {
+    words.push_back(static_cast<std::int16_t>(std::floor(sample * 32767.0 + 0.5)));
+  }
+  return words;
+}
+
+}  // namespace
+
+std::vector<FactoryRow> readFactoryRows(const std::filesystem::path& folder) {
+  std::vector<FactoryRow> rows;
+  std::map<std::string, std::string_view, std::less<>> files;
+  for (std::size_t category = 0; category < kTables.size(); ++category) {
+    const std::filesystem::path path = folder / kTables[category].file;
+    for (WaveRow& row : parseWaveTable(readText(path), path.string())) {
+      const auto [other, isNew] = files.emplace(row.name, kTables[category].file);
+      if (!isNew) {
+        throw TableError(path.string(), row.line,
+                         "the name '" + row.name + "' stands in " + std::string(other->second) + " already");
+      }
+      rows.push_back({static_cast<int>(category), std::move(row)});
+    }
+  }
+  return rows;
+}
+
+Wave makeWave(const FactoryRow& factoryRow) {
+  const WaveRow& row = factoryRow.row;
+  Sound sound = makeSound(*row.model, row.parameters, seedOf(row.name));
+  level(sound, kTables[static_cast<std::size_t>(factoryRow.category)].loudness + row.parameters["trim"]);
+  Wave wave{row.name, factoryRow.category, static_cast<int>(kSampleRate), wordsOf(sound.front()), {}};
+  if (sound.size() > 1) {
+    wave.right = wordsOf(sound.back());
+  }
+  return wave;
+}
+
+std::vector<Wave> makeFactoryWaves(const std::filesystem::path& folder) {
+  const std::vector<FactoryRow> rows = readFactoryRows(folder);
+  std::vector<Wave> waves(rows.size());
+  std::atomic<std::size_t> next{0};
+  const auto work = [&] {
+    for (std::size_t i = next++; i < rows.size(); i = next++) {
+      waves[i] = makeWave(rows[i]);
+    }
+  };
+  std::vector<std::jthread> threads;
+  for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i) {
+    threads.emplace_back(work);
+  }
+  work();
+  threads.clear();
+  return waves;
+}
+
+}  // namespace sivray::content

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/waves/Finish.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "content/synth/Filters.h"
+#include "content/synth/Hall.h"
+#include "content/synth/Math.h"
+#include "content/synth/Parts.h"
+#include "content/synth/Room.h"
+
+namespace sivray::content {
+namespace {
+
+/// Below this, against the peak, a fall has ended.
+constexpr double kEndDecibels = -66.0;
+
+/// A fade-in that is too short to soften a blow and long enough to begin at zero.
+constexpr std::size_t kFadeInFrames = 12;
+constexpr double kShortestFade = 0.005;
+constexpr double kLongestFade = 0.06;
+
+/// The part of a sound that its last fade may take.
+constexpr double kFadeShare = 0.15;
+
+constexpr std::uint64_t kStrokeSeed = 7919;
+
+/// The blows one after the other, each thrown with its own dice.
+Signal playStrokes(const Model& model, const Parameters& p, std::uint64_t seed, int channel) {
+  const std::vector<double>& strokes = p.list("strokes");
+  const std::vector<double>& gains = p.list("strokegains");
+  Signal signal(framesOf(p.seconds("length")));
+  for (std::size_t i = 0; i < strokes.size(); ++i) {
+    const std::size_t start = framesOf(strokes[i] * 0.001);
+    if (start >= signal.size() || (i > 0 && strokes[i] == 0.0)) {
+      continue;
+    }
+    Signal stroke(signal.size() - start);
+    model.make(stroke, p, Dice(seed + i * kStrokeSeed, channel));
+    const double gain = factorOfDecibels(gains[std::min(i, gains.size() - 1)]);
+    for (std::size_t frame = 0; frame < stroke.size(); ++frame) {
+      signal[start + frame] += stroke[frame] * gain;
+    }
+  }
+  return signal;
+}
+
+double peakOf(const Sound& sound) {
+  double peak = 0.0;
+  for (const Signal& channel : sound) {
+    for (const double sample : channel) {
+      peak = std::max(peak, std::abs(sample));
+    }
+  }
+  return peak;
+}
+
+/// Scales all channels alike, so that the highest sample stands at 1.
+void normaliseTogether(Sound& sound) {
+  const double peak = peakOf(sound);
+  for (Signal& channel : sound) {
+    for (double& sample : channel) {
+      sample = peak > 0.0 ? sample / peak : 0.0;
+    }
+  }
+}
+
+/// A coarse clock and a coarse scale, as early machines had them.
+void crush(Signal& signal, double hertz, double bits) {
+  const double step = hertz / kSampleRate;
+  const double scale = powerOfTwo(bits - 1.0);
+  double clock = 1.0;
+  double held = 0.0;
+  for (double& sample : signal) {
+    if (clock >= 1.0) {
+      clock -= 1.0;
+      held = std::floor(sample * scale + 0.5) / scale;
+    }
+    clock += step;
+    sample = held;
+  }
+}
+
+void filterAndDrive(Signal& signal, const Parameters& p) {
+  if (p["clock"] < kSampleRate || p["bits"] < 16.0) {
+    crush(signal, p["clock"], p["bits"]);
+  }
+  if (p["drive"] > 0.0) {
+    const double gain = factorOfDecibels(p["drive"]);
+    for (double& sample : signal) {
+      sample = saturate(sample * gain);
+    }
+  }
+  for (int i = 0; i < static_cast<int>(p["steep"]); ++i) {
+    Biquad::highPass(p["lowcut"]).run(signal);
+  }
+  if (p["highcut"] < 20000.0) {
+    Biquad::lowPass(p["highcut"]).run(signal);
+  }
+  if (p["shelf"] != 0.0) {
+    Biquad::highShelf(p["shelfhz"], p["shelf"]).run(signal);
+  }
+}
+
+void gate(Signal& signal, const Parameters& p) {
+  Envelope envelope({0.0, p.seconds("gate"), p.seconds("gatems"), 0.0});
+  for (double& sample : signal) {
+    sample *= envelope.next();
+  }
+}
+
+/// Cuts off what lies below hearing, then fades both ends.
+void trim(Sound& sound) {
+  const double quiet = peakOf(sound) * factorOfDecibels(kEndDecibels);
+  std::size_t frames = 2 * kFadeInFrames;
+  for (const Signal& channel : sound) {
+    const auto loud = [quiet](double sample) { return std::abs(sample) > quiet; };
+    const auto last = std::find_if(channel.rbegin(), channel.rend(), loud);
+    frames = std::max(frames, static_cast<std::size_t>(channel.rend() - last));
+  }
+  const double seconds = static_cast<double>(frames) / kSampleRate * kFadeShare;
+  const std::size_t fade = std::min(framesOf(std::clamp(seconds, kShortestFade, kLongestFade)), frames - kFadeInFrames);
+  for (Signal& channel : sound) {
+    channel.resize(std::max(frames, channel.size()));
+    channel.resize(frames);
+    for (std::size_t i = 0; i < kFadeInFrames; ++i) {
+      channel[i] *= static_cast<double>(i) / kFadeInFrames;
+    }
+    for (std::size_t i = 0; i < fade; ++i) {
+      channel[frames - 1 - i] *= 0.5 - 0.5 * cosineOfTurns(static_cast<double>(i) / static_cast<double>(fade) * 0.5);
+    }
+  }
+}
+
+}  // namespace
+
+const std::vector<ParameterRule>& commonRules() {
+  static const std::vector<ParameterRule> rules{
+      {"length", {1500}, 20, 5900},        // The longest that it may last.
+      {"width", {0}, 0, 1},                // 0 makes a mono wave.
+      {"strokes", {0, 0}, 0, 3000},        // When blows fall.
+      {"strokegains", {0, 0}, -40, 6},     // Their levels in dB; the last number holds for the rest.
+      {"bits", {16}, 3, 16},               // Coarse scale.
+      {"clock", {44100}, 2000, 44100},     // Coarse clock in Hz.
+      {"drive", {0}, 0, 48},               // Saturation in dB.
+      {"lowcut", {22}, 10, 12000},         // High-pass in Hz,
+      {"steep", {1}, 1, 4},                // and how often it is run through.
+      {"highcut", {20000}, 100, 20000},    // Low-pass in Hz.
+      {"shelf", {0}, -24, 24},             // High shelf in dB.
+      {"shelfhz", {5000}, 200, 16000},     //
+      {"room", {0}, 0, 2},                 // A small room around it.
+      {"roomms", {250}, 20, 1200},         //
+      {"roombright", {7000}, 300, 18000},  //
+      {"hall", {0}, 0, 2},                 // A hall around it.
+      {"hallms", {1500}, 100, 8000},       //
+      {"hallbright", {6000}, 300, 18000},  //
+      {"gate", {5900}, 1, 5900},           // From when it is choked,
+      {"gatems", {60}, 1, 2000},           // and how long that takes.
+      {"reverse", {0}, 0, 1},              // 1 plays it backwards.
+      {"trim", {0}, -12, 3}};              // Level against its category in dB.
+  return rules;
+}
+
+Sound makeSound(const Model& model, const Parameters& p, std::uint64_t seed) {
+  Sound sound;
+  const int channels = p["width"] > 0.0 ? 2 : 1;
+  for (int channel = 0; channel < channels; ++channel) {
+    sound.push_back(playStrokes(model, p, seed, channel));
+  }
+  normaliseTogether(sound);
+  for (int channel = 0; channel < channels; ++channel) {
+    Signal& signal = sound[static_cast<std::size_t>(channel)];
+    filterAndDrive(signal, p);
+    const Random own = Dice(seed, channel).own;
+    addRoom(signal, own, {p["room"], p.seconds("roomms"), p["roombright"]});
+    addHall(signal, own, {p["hall"], p.seconds("hallms"), p["hallbright"]});
+    Biquad::highPass(20.0).run(signal);
+    gate(signal, p);
+    if (p["reverse"] > 0.5) {
+      std::reverse(signal.begin(), signal.end());
+    }
+  }
+  trim(sound);
+  return sound;
+}
+
+}  // namespace sivray::content
