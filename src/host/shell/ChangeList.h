@@ -44,6 +44,8 @@ class ChangeList {
     }
   }
 
+  bool isEmpty() const { return ids.empty(); }
+
   void clear() {
     for (const std::size_t id : ids) {
       isChanged[id] = 0;

@@ -58,7 +58,7 @@ MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const Controll
       if (data1 == 0 || data1 == 32) {
         break;
       }
-      verdict.parameterId = controllerMap(data1);
+      verdict.parameterId = data1 < 128 ? controllerMap(data1) : std::nullopt;
       verdict.value = controllerValue(data2);
       verdict.toEngine = !verdict.parameterId;
       break;

@@ -1,0 +1,60 @@
+// What host and editor read of the parameters without touching the engine, with the text of the values given last.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "host/shell/ChangeList.h"
+#include "macro/MacroController.h"
+#include "viewmodels/BramelTooltipProvider.h"
+
+namespace tesh::bramel::vst {
+
+struct ParameterInfo {
+  std::string name;
+  std::uint64_t steps = 0;
+  float defaultValue = 0.0F;
+  float value = 0.0F;              ///< Normalised; the last that reached a block.
+  std::uint64_t integerValue = 0;  ///< Of parameters that carry an integer.
+};
+
+/// Any thread; a lock of its own serialises the operations.
+class ParameterCache {
+ public:
+  using Controller = vimo::MacroController<vimo::Generator<float>>;
+
+  /// Takes over all parameters.
+  void fill(const Controller& controller);
+  /// Takes over the values of all parameters, also for their texts.
+  void refresh(const Controller& controller);
+  /// Takes over the values for the texts alone.
+  void refreshTexts(const Controller& controller);
+  /// Stores the values of a block's changes. Audio thread.
+  void store(ChangeList& changes);
+
+  std::uint64_t count() const;
+  /// A field of a parameter; zero or empty out of range.
+  template <typename Field>
+  Field read(std::uint64_t id, Field ParameterInfo::*field) const {
+    const std::lock_guard lock(mutex);
+    return id < parameters.size() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
+  }
+
+  void setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider);
+  /// The text of the value given last; empty without a provider.
+  std::string display(std::uint64_t id) const;
+  /// A value was given: its text is what display gives from now on. Audio thread safe.
+  void noteValue(std::uint64_t id, float value);
+
+ private:
+  mutable std::recursive_mutex mutex;
+  std::vector<ParameterInfo> parameters;
+  std::unique_ptr<tooltip::BramelTooltipProvider> tooltips;  ///< May be null.
+};
+
+}  // namespace tesh::bramel::vst

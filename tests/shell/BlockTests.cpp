@@ -1,0 +1,170 @@
+// What a host block does: its pieces, the MIDI that comes with it, and an instrument without a processor.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ShellScene.h"
+
+namespace shell {
+namespace {
+
+TEST_F(Shell, CutsBlocksAndIgnoresThoseThatCannotBe) {
+  run(5000);
+  EXPECT_EQ(generator->frames, (std::vector<std::int32_t>{2048, 2048, 904}));
+  generator->frames.clear();
+  std::array<float, 8> samples{};
+  std::array<float*, 2> half{samples.data(), nullptr};
+  shell->process(nullptr, half.data(), 8);
+  shell->process(nullptr, nullptr, 8);
+  shell->process(nullptr, nullptr, 0);
+  std::array<float*, 2> outputs{samples.data(), samples.data()};
+  shell->process(nullptr, outputs.data(), -1);
+  EXPECT_TRUE(generator->frames.empty());
+  shell->process(half.data(), outputs.data(), 8);
+  EXPECT_EQ(samples, (std::array<float, 8>{0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F}));
+}
+
+TEST_F(Shell, IsSilentAndEmptyWithoutAProcessor) {
+  BramelInstrument empty(nullptr);
+  std::vector<float> samples(6000, 1.0F);
+  std::array<float*, 2> outputs{samples.data(), samples.data() + 3000};
+  for (const float rate : {44100.0F, 48000.0F}) {
+    empty.setSampleRate(rate);
+    empty.process(outputs.data(), outputs.data(), 3000);
+    EXPECT_EQ(samples, std::vector<float>(6000)) << rate;
+  }
+  const Bytes note{0x90, 36, 100};
+  empty.resume();
+  empty.sendMidi(note.data(), note.size(), 0);
+  empty.sendKeyboardMidi(note.data(), note.size(), 0);
+  empty.setParameter(0, 0.5F);
+  empty.setParameterFromEditor(0, 0.5F);
+  empty.setProgram(3, 0);
+  empty.saveProgramAs(3, "a");
+  empty.overwriteProgram();
+  empty.deleteProgram(0, 0);
+  empty.moveProgram(0, 0, 1);
+  empty.importPrograms("absent");
+  empty.setState("MPck", 4);
+  EXPECT_FALSE(empty.isActive());
+  EXPECT_EQ(empty.productName(), "Error");
+  EXPECT_EQ(empty.parameterCount() + empty.currentProgram() + empty.programCount(0), 0U);
+  EXPECT_EQ(empty.inputCount() + empty.outputCount(), 0);
+  EXPECT_EQ(empty.parameterValue(0), 0.0F);
+  EXPECT_TRUE(empty.getState().empty());
+}
+
+TEST_F(Shell, SendsEachMessageWhereItBelongs) {
+  struct Case {
+    Bytes message;
+    std::string atEngine;
+    float value = 0.25F;  // Of the mapped parameter, afterwards.
+  };
+  const std::vector<Case> cases{
+      {{0x95, 40, 101}, "902865"},
+      {{0x8F, 40, 1}, "802801"},
+      {{0xB3, 7, 127}, "", 1.0F},
+      {{0xB0, 7, 0}, "", 0.0F},
+      {{0xB0, 7, 255}, "", 1.0F},
+      {{0xB2, 74, 5}, "b04a05"},
+      {{0xB0, 0, 9}, ""},
+      {{0xB0, 32, 9}, ""},
+      {{0xB0, 224, 9}, "b0e009"},
+      {{0xE4, 0, 64}, "", 0.5F},
+      {{0xE0, 0, 0}, "", 0.0F},
+      {{0xA0, 36, 9}, ""},
+      {{0xC0, 5, 0}, ""},
+      {{0xD0, 5, 0}, ""},
+      {{0xFA, 0, 0}, "fa0000"},
+      {{0x90}, "900000"},
+      {{0xF0, 1, 2, 3, 4}, "f00102"},
+  };
+  for (const Case& given : cases) {
+    shell->setParameter(1, 0.25F);
+    run();
+    generator->midi.clear();
+    send(given.message, 3);
+    run();
+    EXPECT_EQ(generator->midi, given.atEngine.empty() ? Log{} : Log{given.atEngine + "@3"})
+        << hex(given.message.data(), 2);
+    EXPECT_EQ(shell->parameterValue(1), given.value) << hex(given.message.data(), given.message.size());
+  }
+  EXPECT_EQ(editor->messages, static_cast<int>(cases.size()));
+  controller().ccMap.clear();
+  generator->midi.clear();
+  send({0xE0, 1, 2});
+  run();
+  EXPECT_TRUE(generator->midi.empty());
+}
+
+TEST_F(Shell, LosesNoMessageOfABusyBlockAndBoundsWhatNobodyFetches) {
+  for (const float rate : {44100.0F, 48000.0F}) {
+    shell->setSampleRate(rate);
+    for (int block = 0; block < 4; ++block) {
+      for (int i = 0; i < 2048; ++i) {
+        send({0x90, static_cast<std::uint8_t>(i % 128), 1}, i / 8);
+      }
+      run(256);
+    }
+    run(1024);
+    EXPECT_EQ(generator->midi.size(), 4U * 2048U) << rate;
+    generator->midi.clear();
+  }
+  for (int i = 0; i < 100000; ++i) {
+    send({0x90, 36, 1}, i % 2 == 0 ? -5 : 2147483647);
+  }
+  run();
+  EXPECT_LT(generator->midi.size(), 10000U);
+}
+
+TEST_F(Shell, PlaysTheKeyboardOnlyWhileActiveAndTellsTheHost) {
+  const Bytes note{0x90, 36, 100};
+  shell->sendKeyboardMidi(note.data(), note.size(), 0);
+  run();
+  EXPECT_TRUE(generator->midi.empty());
+  EXPECT_TRUE(host->log.empty());
+  shell->resume();
+  shell->sendKeyboardMidi(note.data(), note.size(), 2);
+  const Bytes bend{0xB0, 7, 127};
+  shell->sendKeyboardMidi(bend.data(), bend.size(), 0);
+  run();
+  EXPECT_EQ(generator->midi, Log{"902464@2"});
+  EXPECT_EQ(host->log, (Log{"midi 902464@2", "begin 1", "automate 1", "end 1", "midi b0077f@0"}));
+  EXPECT_EQ(shell->parameterValue(1), 1.0F);
+  shell->suspend();
+  EXPECT_FALSE(shell->isActive());
+  EXPECT_EQ(generator->log, "ad");
+}
+
+TEST_F(Shell, HandsTheEnginesMidiToTheHostAndTemposToTheEngine) {
+  generator->toHost = {vimo::MidiEvent(Bytes{0x90, 1, 2}, 5), vimo::MidiEvent(Bytes(12, 0xF0), 6)};
+  run();
+  generator->toHost.clear();
+  run();
+  EXPECT_EQ(host->log, Log{"midi 900102@5"});
+  host.reset();
+  run();
+  for (const float bpm : {120.0F, 90.0F, 90.0F, std::numeric_limits<float>::quiet_NaN(), 300.0F}) {
+    shell->setTempo(bpm);
+  }
+  EXPECT_EQ(generator->tempi, (std::vector<double>{120.0, 90.0, 300.0}));
+}
+
+TEST_F(Shell, ComesBackFromSuspendWithoutOldSound) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  shell->setSampleRate(48000.0F);
+  for (const float rate : {0.0F, -1.0F, nan, std::numeric_limits<float>::infinity()}) {
+    shell->setSampleRate(rate);
+  }
+  std::array<std::vector<float>, 2> passes;
+  for (std::vector<float>& samples : passes) {
+    shell->suspend();
+    shell->resume();
+    samples.resize(960);
+    std::array<float*, 2> outputs{samples.data(), samples.data() + 480};
+    shell->process(nullptr, outputs.data(), 480);
+  }
+  EXPECT_EQ(passes[0], passes[1]);
+  EXPECT_EQ(passes[0][0], 0.0F);
+  EXPECT_NEAR(passes[0][479], 0.5F, 0.001F);
+}
+
+}  // namespace
+}  // namespace shell

@@ -1,0 +1,193 @@
+// Programs and their files, and the state that a host keeps.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include "ShellScene.h"
+#include "storage/state/EditBufferRecord.h"
+
+namespace shell {
+namespace {
+
+constexpr std::uint64_t kFactory = 0;
+constexpr std::uint64_t kUser = 3;
+
+class Programs : public Shell {
+ protected:
+  void store(std::uint64_t bank, const std::string& name, float value) {
+    for (std::uint64_t id = 0; id < 4; ++id) {
+      shell->setParameter(id, value);
+    }
+    shell->saveProgramAs(bank, name);
+    run();
+  }
+  Log names(std::uint64_t bank) {
+    Log list;
+    for (std::uint64_t i = 0; i < shell->programCount(bank); ++i) {
+      list.push_back(shell->programName(bank, i));
+    }
+    return list;
+  }
+  /// What the editor was told that begins with `word`.
+  Log told(const std::string& word) const {
+    Log lines;
+    std::copy_if(editor->log.begin(), editor->log.end(), std::back_inserter(lines),
+                 [&word](const std::string& line) { return line.rfind(word, 0) == 0; });
+    return lines;
+  }
+  fs::path userFile() const { return documents / "Tesh Bramel/User Programs/Sivray_User.prog"; }
+  static std::string bytesOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+};
+
+TEST_F(Programs, AreStoredSelectedAndOverwritten) {
+  store(kUser, "low", 0.125F);
+  EXPECT_EQ(told("program"), Log{"program"});
+  EXPECT_EQ(told("saved"), Log{"saved User 0"});
+  EXPECT_EQ(shell->currentBank(), kUser);
+  store(kFactory, "high", 1.0F);
+  EXPECT_EQ(shell->currentProgramName(), "high");
+  EXPECT_EQ(shell->currentBank(), kFactory);
+  shell->saveProgramAs(2, "nowhere");
+  EXPECT_EQ(shell->programCount(2), 0U);
+
+  editor->log.clear();
+  shell->setProgram(kUser + 5, 7);  // The last one of the user bank.
+  EXPECT_EQ(shell->currentProgram(), 0U);
+  EXPECT_EQ(shell->parameterValue(3), 0.125F);
+  EXPECT_EQ(shell->parameterDisplay(2), "0.125000");
+  EXPECT_EQ(host->log, Log{"parameters"});
+  EXPECT_EQ(told("program"), Log{"program"});
+
+  shell->setParameter(3, 0.5F);
+  shell->renameCurrentProgram("lower");
+  shell->overwriteProgram();
+  shell->setProgram(kFactory, 0);
+  shell->setProgram(kUser, 0);
+  EXPECT_EQ(shell->parameterValue(3), 0.5F);
+  EXPECT_EQ(names(kUser), Log{"lower"});
+}
+
+TEST_F(Programs, FollowTheirSelectionWhenTheListChanges) {
+  for (const char* name : {"a", "b", "c", "d"}) {
+    store(kUser, name, 0.5F);
+  }
+  shell->setProgram(kUser, 2);
+  editor->log.clear();
+  shell->moveProgram(kUser, 0, 3);
+  EXPECT_EQ(names(kUser), (Log{"b", "c", "d", "a"}));
+  EXPECT_EQ(shell->currentProgram(), 1U);
+  shell->moveProgram(kUser, 4, 0);
+  shell->moveProgram(kUser, 0, 4);
+  shell->moveProgram(kUser, 1, 1);
+  shell->deleteProgram(kUser, 0);
+  EXPECT_EQ(shell->currentProgram(), 0U);
+  EXPECT_EQ(shell->currentBank(), kUser);
+  shell->deleteProgram(kUser, 0);
+  EXPECT_EQ(shell->currentBank(), 2U);
+  EXPECT_EQ(names(kUser), (Log{"d", "a"}));
+  shell->deleteProgram(kUser, 2);
+  EXPECT_EQ(told("moved"), Log{"moved User 0 3"});
+  EXPECT_EQ(told("deleted"), (Log{"deleted User 0", "deleted User 0"}));
+}
+
+TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
+  store(kUser, "first", 0.5F);
+  EXPECT_EQ(bytesOf(userFile()).size(), 20U + 8U + 224U + 4U * 12U);
+  store(kUser, "second", 0.75F);
+  const std::string exported = (documents / "out.prog").string();
+  shell->exportPrograms(exported);
+  EXPECT_EQ(bytesOf(exported).substr(64), bytesOf(userFile()));
+  editor->log.clear();
+  shell->importPrograms(exported);
+  EXPECT_EQ(names(kUser), (Log{"first", "second", "first", "second"}));
+  EXPECT_EQ(told("saved"), Log{"saved User 2 3"});
+
+  const std::string before = bytesOf(userFile());
+  for (const std::string& bad :
+       {bytesOf(exported).substr(0, 64), bytesOf(exported).substr(0, 100), std::string("nonsense"),
+        bytesOf(exported).replace(4, 6, "Another"), bytesOf(exported).replace(68, 1, 1, '\0')}) {
+    std::ofstream(documents / "bad.prog", std::ios::binary) << bad;
+    shell->importPrograms((documents / "bad.prog").string());
+    EXPECT_EQ(bytesOf(userFile()), before) << bad.size();
+  }
+  shell->importPrograms("absent");
+  EXPECT_EQ(bytesOf(userFile()), before);
+}
+
+using State = Programs;
+
+TEST_F(State, ComesBackToTheByteInANewInstrument) {
+  store(kFactory, "kit", 0.5F);
+  shell->setParameter(0, 0.0625F);
+  shell->setParameterInteger(3, 77);
+  shell->renameCurrentProgram("song");
+  const Bytes saved = shell->getState();
+  ASSERT_GT(saved.size(), 5U);
+  EXPECT_EQ(hex(saved.data(), 5), "4d50636b83");
+
+  store(kFactory, "other", 1.0F);
+  shell->deleteProgram(kFactory, 1);
+  editor->log.clear();
+  generator->log.clear();
+  load(saved);
+  EXPECT_EQ(generator->log, "dppppa");
+  EXPECT_EQ(shell->getState(), saved);
+  EXPECT_EQ(shell->parameterValue(0), 0.0625F);
+  EXPECT_EQ(shell->parameterInteger(3), 77U);
+  EXPECT_EQ(shell->parameterDisplay(0), "0.062500");
+  EXPECT_EQ(shell->currentProgramName(), "song");
+  EXPECT_EQ(told("program"), Log{"program"});
+  EXPECT_TRUE(host->log.empty());
+  run();
+  EXPECT_EQ(shell->getState(), saved);
+}
+
+TEST_F(State, OutranksProgramsAndWritesThatStillWait) {
+  store(kUser, "a", 1.0F);
+  store(kUser, "b", 0.5F);
+  const Bytes saved = shell->getState();
+  shell->saveProgramAs(kUser, "c");
+  shell->setParameter(0, 0.0F);
+  load(saved);
+  run();
+  EXPECT_EQ(shell->currentProgram(), 1U);
+  EXPECT_EQ(shell->parameterValue(0), 0.5F);
+}
+
+TEST_F(State, StaysWhenTheBytesAreBad) {
+  store(kFactory, "kit", 0.5F);
+  const Bytes good = shell->getState();
+  const auto expectUnchanged = [&](const Bytes& bytes, const char* what) {
+    load(bytes);
+    ASSERT_EQ(shell->getState(), good) << what;
+  };
+  shell->setState(nullptr, 100);
+  for (std::size_t size = 0; size < good.size(); ++size) {
+    expectUnchanged({good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size)}, "truncated");
+  }
+  for (std::size_t at = 0; at < 11; ++at) {
+    Bytes flipped = good;
+    flipped[at] ^= 0x40;
+    expectUnchanged(flipped, "head");
+  }
+  const auto content = bramel::vst::unpackState(good)->content;
+  for (const std::size_t word : {0U, 4U, 8U, 12U}) {
+    for (const std::uint8_t top : Bytes{0x01, 0x80, 0xFF}) {
+      bramel::vst::EditBufferRecord record{bramel::vst::kEditBufferName, 1, content};
+      record.content[word + 3] = top;
+      expectUnchanged(bramel::vst::packState(record), "sizes");
+    }
+  }
+  expectUnchanged(bramel::vst::packState({"another", 1, content}), "name");
+  expectUnchanged(bramel::vst::packState({bramel::vst::kEditBufferName, 2, content}), "version");
+  generator->log.clear();
+  expectUnchanged(bramel::vst::packState({bramel::vst::kEditBufferName, 1, {}}), "empty");
+  EXPECT_EQ(generator->log, "da");
+}
+
+}  // namespace
+}  // namespace shell

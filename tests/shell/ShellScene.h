@@ -1,0 +1,182 @@
+// An instrument around a generator that writes down what reaches it, with a host and an editor that do the same, and a
+// documents folder of its own.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/shell/BramelInstrument.h"
+#include "macro/MacroSetLinear.h"
+
+namespace shell {
+
+using namespace tesh;
+using bramel::vst::BramelInstrument;
+using Processor = BramelInstrument::Processor;
+using Bytes = std::vector<std::uint8_t>;
+using Log = std::vector<std::string>;
+namespace fs = std::filesystem;
+
+/// The first macro's engine parameter; the others follow.
+constexpr std::uint32_t kFirstTarget = 100;
+
+inline std::string hex(const std::uint8_t* data, std::size_t size) {
+  std::string text;
+  for (std::size_t i = 0; i < size; ++i) {
+    constexpr const char* kDigits = "0123456789abcdef";
+    text += {kDigits[data[i] >> 4], kDigits[data[i] & 15]};
+  }
+  return text;
+}
+
+/// Sounds as the constant 0.5.
+class NotingGenerator final : public vimo::Generator<float> {
+ public:
+  int outputCount() const override { return 2; }
+  int inputCount() const override { return 0; }
+  void process(vimo::ProcessBlock& block) override {
+    frames.push_back(block.frames);
+    for (const auto& event : *block.midiIn) {
+      midi.push_back(hex(event.data(), event.size()) + "@" + std::to_string(event.frame));
+    }
+    while (const auto entry = block.automationRing->take()) {
+      automation.push_back(*entry);
+    }
+    for (int i = 0; i < block.frames; ++i) {
+      block.outputs[0][i] = block.outputs[1][i] = 0.5F;
+    }
+    *block.midiOut = toHost;
+  }
+  int kind() const override { return 0; }
+  int parameterCount() const override { return 560; }
+  void setParameter(std::uint32_t, float) override { log += "p"; }
+  float getParameter(std::uint32_t) const override { return 0.0F; }
+  bool getParameterInfo(std::uint32_t, vimo::GeneratorParameterInfo& info) const override {
+    info.step = 1.0F / 127.0F;
+    return true;
+  }
+  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
+  void tempoChanged(double bpm) override { tempi.push_back(bpm); }
+  void setSampleRate(double) override {}
+  void activate() override { log += "a"; }
+  void deactivate() override { log += "d"; }
+  std::span<const std::uint8_t> getState() override { return state; }
+  void setState(std::span<const std::uint8_t> bytes) override { state.assign(bytes.begin(), bytes.end()); }
+  int currentProgram() const override { return 0; }
+  int programCount() const override { return 128; }
+
+  std::vector<std::int32_t> frames;
+  std::vector<std::string> midi;
+  std::vector<vimo::TimedValue> automation;
+  std::vector<double> tempi;
+  std::vector<vimo::MidiEvent> toHost;
+  std::string log;
+  Bytes state{1, 2, 3};
+};
+
+/// Writes values back as an adapter does.
+struct NotingHost final : bramel::vst::BramelInstrumentHostCallback {
+  explicit NotingHost(BramelInstrument& shell) : instrument(shell) {}
+  void beginEdit(std::uint64_t index) override { log.push_back("begin " + std::to_string(index)); }
+  void endEdit(std::uint64_t index) override { log.push_back("end " + std::to_string(index)); }
+  void automate(std::uint64_t index, float value) override {
+    instrument.setParameter(instrument.parameterId(index), value);
+    log.push_back("automate " + std::to_string(index));
+  }
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t delta) override {
+    log.push_back("midi " + hex(data, size) + "@" + std::to_string(delta));
+  }
+  void parametersChanged() override { log.emplace_back("parameters"); }
+  void programChanged() override {}
+  void keyStateChanged(int note) override { log.push_back("key " + std::to_string(note)); }
+  BramelInstrument& instrument;
+  Log log;
+};
+
+struct NotingEditor final : bramel::vst::BramelInstrumentUICallback {
+  static std::string list(const std::uint64_t* ids, std::uint64_t count) {
+    std::string text;
+    for (std::uint64_t i = 0; i < count; ++i) {
+      text.append(" ").append(std::to_string(ids[i]));
+    }
+    return text;
+  }
+  void holdUpdates() override { log.emplace_back("hold"); }
+  void releaseUpdates() override { log.emplace_back("release"); }
+  void programSaved(const std::string& bank, const std::uint64_t* ids, std::uint64_t count) override {
+    log.push_back("saved " + bank + list(ids, count));
+  }
+  void programDeleted(const std::string& bank, const std::uint64_t* ids, std::uint64_t count) override {
+    log.push_back("deleted " + bank + list(ids, count));
+  }
+  void programMoved(const std::string& bank, std::uint64_t from, std::uint64_t to) override {
+    log.push_back("moved " + bank + " " + std::to_string(from) + " " + std::to_string(to));
+  }
+  void programChanged() override { log.emplace_back("program"); }
+  void parameterChanged(std::uint64_t id) override { log.push_back("changed " + std::to_string(id)); }
+  void midiReceived(const std::uint8_t*, std::size_t) override { ++messages; }
+  Log log;
+  int messages = 0;
+};
+
+/// Gives the last value as its text.
+struct PlainTexts final : bramel::tooltip::BramelTooltipProvider {
+  std::string getParameterText(std::uint64_t index) override { return std::to_string(getValue(index)); }
+};
+
+class Shell : public testing::Test {
+ protected:
+  /// Four macros; the host does not see the third. Controller 7 and the pitch bend move the second.
+  Shell() : documents(fs::path(testing::TempDir()) / ("shell" + std::to_string(::getpid()))) {
+    ::setenv("BRAMEL_DOCUMENTS", documents.c_str(), 1);
+    auto engine = std::make_unique<NotingGenerator>();
+    generator = engine.get();
+    auto processor = std::make_unique<Processor>("Sivray", std::move(engine));
+    for (std::uint32_t i = 0; i < 4; ++i) {
+      auto set = vimo::makeMacroSet(vimo::MacroSetType::linear);
+      set->setTargetId(kFirstTarget + i);
+      auto& macro = processor->controller().addMacro();
+      macro.addSet(std::move(set));
+      macro.setName("macro" + std::to_string(i));
+      macro.defaultValue = 0.75F;
+      macro.storedValue = 0.25F;
+    }
+    processor->controller().automationBlacklist = {2};
+    processor->controller().ccMap = {{0, 1}, {7, 1}, {vimo::MacroControllerBase::kPitchBendKey, 1}};
+    shell = std::make_unique<BramelInstrument>(std::move(processor));
+    shell->setTooltipProvider(std::make_unique<PlainTexts>());
+    host = std::make_shared<NotingHost>(*shell);
+    editor = std::make_shared<NotingEditor>();
+    shell->setHostCallback(host);
+    shell->setUICallback(editor);
+  }
+  ~Shell() override { fs::remove_all(documents); }
+
+  void run(std::int32_t frames = 64) {
+    std::vector<float> samples(2 * static_cast<std::size_t>(frames));
+    std::array<float*, 2> outputs{samples.data(), samples.data() + frames};
+    shell->process(nullptr, outputs.data(), frames);
+  }
+  void send(std::vector<std::uint8_t> message, std::int32_t delta = 0) {
+    shell->sendMidi(message.data(), message.size(), delta);
+  }
+  vimo::MacroController<vimo::Generator<float>>& controller() { return shell->processorHandle()->controller(); }
+  void load(const Bytes& state) { shell->setState(state.data(), state.size()); }
+
+  fs::path documents;
+  NotingGenerator* generator = nullptr;
+  std::unique_ptr<BramelInstrument> shell;
+  std::shared_ptr<NotingHost> host;
+  std::shared_ptr<NotingEditor> editor;
+};
+
+}  // namespace shell
