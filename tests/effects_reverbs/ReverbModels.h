@@ -33,7 +33,7 @@ struct Network {
     now(1) = sat(mono + ((tap1 * feedback) >> 15));
     int s = sat(now(0) + now(1));
     for (const auto& [k, delay] : {std::pair<std::size_t, unsigned>{2, 969}, {3, 2301}}) {
-      const int d = back(k, delay);
+      const int d = ((back(k, delay) * -32766) >> 15) * -32766 >> 15;
       const int v = sat(s - ((d * 22937) >> 15));
       now(k) = v;
       s = sat(((v * 22937) >> 15) + d);

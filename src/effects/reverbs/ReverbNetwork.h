@@ -63,7 +63,7 @@ class ReverbNetwork {
 
   std::int32_t allpass(unsigned line, unsigned delay, std::int32_t input) {
     using namespace cofu::core;
-    const std::int32_t delayed = at(line, delay);
+    const std::int32_t delayed = leak(leak(at(line, delay)));
     const std::int32_t inner = saturate(input - mul15(delayed, kAllpassGain));
     put(line, inner);
     return saturate(mul15(inner, kAllpassGain) + delayed);
