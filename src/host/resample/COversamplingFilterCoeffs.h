@@ -15,7 +15,7 @@ class COversamplingFilterCoeffs : public CFirLpfCoeffs {
   void setSampleRate(std::int32_t newRate) override;
 
   /// The filter's delay in whole samples of the signal.
-  std::int32_t latency() const override { return static_cast<std::int32_t>((length / 2) / oversampling); }
+  std::int32_t latency() const override { return CFirLpfCoeffs::latency() / static_cast<std::int32_t>(oversampling); }
 
   void setOversampling(std::int32_t times);
 

@@ -1,0 +1,109 @@
+// An engine that sounds by the count of its frames, and a host that plays it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/resample/CFsConverterWrapper.h"
+
+namespace scene {
+
+using namespace tesh::bramel::vst;
+
+/// Plays noise, a sine or its input, and notes down what it is told.
+class Engine : public CFsConvListener {
+ public:
+  void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
+    calls.emplace_back("process");
+    blocks.push_back(frames);
+    lastOutputs = outputs;
+    for (std::int32_t i = 0; i < frames; ++i, ++frame) {
+      for (int channel = 0; channel < 2; ++channel) {
+        outputs[channel][i] = echoesInput ? inputs[channel][i] : sample() * (channel == 0 ? 1.0F : -0.5F);
+      }
+    }
+  }
+
+  void onSampleRate(float ratio, double) override { calls.push_back("rate " + number(ratio)); }
+  void onBlockSize(std::int32_t size) override { calls.push_back("block " + std::to_string(size)); }
+  void onMaxBlockSize(std::int32_t size) override { calls.push_back("longest " + std::to_string(size)); }
+  void onBeginBlock() override { calls.emplace_back("begin"); }
+  void onEndBlock() override { calls.emplace_back("end"); }
+  void onMidi(std::uint32_t packed, std::int32_t at) override { messages.emplace_back(packed, at); }
+
+  bool echoesInput = false;
+  double sineHertz = 0.0;
+  std::vector<std::string> calls;
+  std::vector<std::int32_t> blocks;
+  std::vector<std::pair<std::uint32_t, std::int32_t>> messages;
+  float** lastOutputs = nullptr;
+
+ private:
+  static std::string number(float x) { return std::to_string(x).substr(0, 3); }
+
+  /// A frame's noise depends on its number alone; every third thousand of frames is silent.
+  float sample() const {
+    if (sineHertz > 0.0) {
+      return static_cast<float>(0.5 *
+                                std::sin(2.0 * std::numbers::pi * sineHertz * static_cast<double>(frame) / 44100));
+    }
+    const std::uint32_t mixed = (frame + 1) * 2654435761U;
+    return frame / 1000 % 3 == 2 ? 0.0F : static_cast<float>(mixed >> 8) / 16777216.0F - 0.5F;
+  }
+
+  std::uint32_t frame = 0;
+};
+
+/// Plays `frames` frames without input, in blocks of what `nextBlock` gives, and returns the left channel.
+template <typename NextBlock>
+std::vector<float> play(CFsConverterWrapper& converter, std::size_t frames, NextBlock nextBlock) {
+  std::vector<float> left(frames);
+  std::vector<float> right(frames);
+  for (std::size_t done = 0; done < frames;) {
+    const std::size_t block = std::min<std::size_t>(nextBlock(), frames - done);
+    std::array<float*, 2> outputs{left.data() + done, right.data() + done};
+    converter.process(nullptr, outputs.data(), static_cast<std::int32_t>(block));
+    done += block;
+  }
+  return left;
+}
+
+/// A host's list of events, as long as it likes.
+class Events {
+ public:
+  void add(std::int32_t delta, std::array<std::uint8_t, 3> bytes, std::int32_t type = kVstMidiType) {
+    VstMidiEvent event{};
+    event.type = type;
+    event.byteSize = sizeof event;
+    event.deltaFrames = delta;
+    std::copy(bytes.begin(), bytes.end(), event.midiData);
+    events.push_back(event);
+  }
+
+  void addNull() { nulls += 1; }
+
+  const VstEvents& record() {
+    words.assign(sizeof(VstEvents) / sizeof(std::intptr_t) + events.size() + nulls, 0);
+    auto* const head = reinterpret_cast<VstEvents*>(words.data());
+    head->numEvents = static_cast<std::int32_t>(events.size() + nulls);
+    VstEvent** const list = head->events;
+    for (std::size_t i = 0; i < events.size(); ++i) {
+      list[i] = reinterpret_cast<VstEvent*>(&events[i]);
+    }
+    return *head;
+  }
+
+ private:
+  std::vector<VstMidiEvent> events;
+  std::size_t nulls = 0;
+  std::vector<std::intptr_t> words;
+};
+
+}  // namespace scene

@@ -1,0 +1,124 @@
+// The filter's design against its formulas, and the resampler's kernels against a plain loop.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <cstring>
+#include <numbers>
+#include <random>
+
+#include "PlainResampler.h"
+#include "host/resample/CFsCwInterpolation.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+TEST(KaiserWindow, FollowsTheBesselFunctionAtEveryDepthOfStopBand) {
+  struct Case {
+    double attenuation;
+    double beta;
+  };
+  for (const auto& [attenuation, beta] : {Case{20.0, 0.0}, Case{40.0, 3.39532}, Case{85.0, 8.40826}}) {
+    CKaiserWindowCoeffs window;
+    window.setSeriesTerms(30);
+    window.setAttenuation(attenuation);
+    window.setLength(101);
+    for (const int i : {0, 1, 17, 50, 83, 100}) {
+      const double r = (i - 50) / 50.0;
+      EXPECT_NEAR(window.value(i), std::cyl_bessel_i(0.0, beta * std::sqrt(1.0 - r * r)) / std::cyl_bessel_i(0.0, beta),
+                  1e-5)
+          << attenuation << " dB at " << i;
+    }
+    EXPECT_EQ(window.value(101), 0.0);
+  }
+}
+
+TEST(OversamplingFilter, PassesTheSignalAtUnityAndStopsItsImages) {
+  COversamplingFilterCoeffs filter;
+  filter.setAttenuation(85.0);
+  filter.setSampleRate(44100);
+  filter.setOversampling(16);
+  filter.setLength(384);
+  filter.setCutoff(22000);
+  const auto gainAt = [&filter](double hertz) {
+    std::complex<double> sum;
+    for (int i = 0; i < 384; ++i) {
+      sum += filter.value(i) * std::polar(1.0, -2.0 * std::numbers::pi * hertz * i / (16.0 * 44100.0));
+    }
+    return 20.0 * std::log10(std::abs(sum) / 16.0);
+  };
+  EXPECT_NEAR(gainAt(0.0), 0.0, 0.001);
+  EXPECT_NEAR(gainAt(16000.0), 0.0, 0.01);
+  EXPECT_NEAR(gainAt(22000.0), -6.02, 0.05);
+  for (double hertz = 28000.0; hertz < 350000.0; hertz += 997.0) {
+    EXPECT_LT(gainAt(hertz), -84.0) << hertz;
+  }
+  EXPECT_EQ(filter.latency(), 12);
+}
+
+struct Conversion {
+  std::int32_t from;
+  float to;
+  std::int32_t phases;
+};
+
+std::ostream& operator<<(std::ostream& out, const Conversion& c) { return out << c.from << " Hz to " << c.to << " Hz"; }
+
+constexpr std::array<Conversion, 13> kConversions{{{44100, 22050.0F, 16},
+                                                   {44100, 44100.0F, 16},
+                                                   {44100, 48000.0F, 16},
+                                                   {44100, 45678.0F, 16},
+                                                   {44100, 88200.0F, 16},
+                                                   {44100, 192000.0F, 16},
+                                                   {44100, 100000000.0F, 16},
+                                                   {8000, 44100.0F, 16},
+                                                   {48000, 44100.0F, 16},
+                                                   {45678, 44100.0F, 16},
+                                                   {96000, 44100.0F, 8},
+                                                   {192000, 44100.0F, 4},
+                                                   {10000000, 44100.0F, 4}}};
+
+TEST(Resampler, GivesTheBitsOfThePlainLoopInBlocksOfAnySizeThroughSoundAndSilence) {
+  constexpr std::size_t kChannels = 3;
+  for (const ResampleKernel& kernel : resampleKernels()) {
+    if (!kernel.isSupported) {
+      continue;
+    }
+    for (const Conversion& c : kConversions) {
+      std::mt19937 random(7);
+      std::uniform_real_distribution<float> noise(-1.0F, 1.0F);
+      CFsCwInterpolation resampler(kChannels, kernel);
+      resampler.setAttenuation(85.0);
+      resampler.configure(384, c.from, c.to, 22000, c.phases, 0.0);
+      std::vector<scene::PlainResampler> plain(kChannels, {384, c.from, c.to, 22000, c.phases});
+
+      for (int block = 0; block < 40; ++block) {
+        const bool isLong = block % 8 == 7 && c.to < 1e6F;
+        const std::size_t frames = isLong ? random() % 3000 : (c.to < 1e6F ? random() % 150 : random() % 3);
+        std::array<std::vector<float>, kChannels> in;
+        std::array<std::vector<float>, kChannels> out;
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+          in[channel].resize(frames);
+          if (block % 10 < 5 && (block % 5 != 4 || channel == 2)) {
+            std::generate(in[channel].begin(), in[channel].end(), [&] { return noise(random); });
+          }
+          out[channel].resize(10 + frames * static_cast<std::size_t>(1.0F + c.to / static_cast<float>(c.from)));
+        }
+        const std::array<const float*, kChannels> inputs{in[0].data(), in[1].data(), in[2].data()};
+        const std::array<float*, kChannels> outputs{out[0].data(), out[1].data(), out[2].data()};
+        const std::size_t made = resampler.process(inputs.data(), outputs.data(), frames);
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+          const std::vector<float> expected = plain[channel].process(in[channel].data(), frames);
+          ASSERT_EQ(made, expected.size()) << kernel.name << ", " << c << ", block " << block;
+          ASSERT_EQ(made == 0 ? 0 : std::memcmp(out[channel].data(), expected.data(), made * sizeof(float)), 0)
+              << kernel.name << ", " << c << ", block " << block << ", channel " << channel;
+        }
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tesh::bramel::vst
