@@ -44,7 +44,11 @@ std::string integerText(std::int32_t value) {
 }
 
 std::string levelText(float level) {
-  return level > 0.0F ? floatText(20.0 * std::log10(static_cast<double>(level))) : "-oo";
+  if (!(level > 0.0F)) {
+    return "-oo";
+  }
+  // Rounded to single precision, so that a level of 0.1 reads as 20 decibels and not as a little less.
+  return floatText(static_cast<double>(static_cast<float>(20.0 * std::log10(static_cast<double>(level)))));
 }
 
 void copyText(char* destination, std::string_view text, std::size_t capacity) {
