@@ -50,6 +50,28 @@ function(sivray_room name)
   target_link_libraries(sivray_${name} ${scope} ${ROOM_LINKS} ${ROOM_EXTERNAL})
 endfunction()
 
+# sivray_module(<name> FOLDER <folder below src> LINKS <rooms>...)
+# Makes the library that hosts load, in a folder of its own name that also takes its content. It exports what the
+# folder's exports.map names; everything else stays inside, so that neither a host's symbols nor another plug-in's
+# meet ours, and so that nothing keeps the library in memory when its host lets go of it.
+function(sivray_module name)
+  cmake_parse_arguments(MODULE "" "FOLDER" "LINKS" ${ARGN})
+  set(folder "${PROJECT_SOURCE_DIR}/src/${MODULE_FOLDER}")
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  list(TRANSFORM MODULE_LINKS PREPEND sivray_)
+  add_library(${name} MODULE ${sources})
+  target_link_libraries(${name} PRIVATE sivray_options ${MODULE_LINKS})
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${name}")
+  if(WIN32)
+    target_link_options(${name} PRIVATE -static)
+  else()
+    # A name that nobody defines is an error here, but for what Clang's sanitizers bring into the host's program.
+    target_link_options(${name} PRIVATE "-Wl,--version-script=${folder}/exports.map"
+      $<$<CXX_COMPILER_ID:GNU>:-Wl,-z,defs>)
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS "${folder}/exports.map")
+  endif()
+endfunction()
+
 # sivray_test(<name> [LINKS <libraries>...])
 # Makes the program test_<name> of all sources in the calling folder's <name> sub-folder.
 function(sivray_test name)
