@@ -1,0 +1,171 @@
+// A host that makes calls in any order with any numbers: what it gets stays in the room that it gave, and what it hears
+// is finite. Each call is a kind, an opcode, an index, a value and a payload. SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "host/adapter/BramelVstAdapter.h"
+#include "host/adapter/SivrayInstrumentProvider.h"
+#include "host/shell/BramelInstrument.h"
+#include "support/InstrumentFolder.h"
+
+namespace {
+
+using namespace tesh::bramel::vst;
+
+/// What is left of the input; past its end everything is 0.
+class Input {
+ public:
+  Input(const std::uint8_t* newData, std::size_t newSize) : data(newData), left(newSize) {}
+  bool isEmpty() const { return left == 0; }
+  std::vector<std::uint8_t> bytes(std::size_t most) {
+    const std::size_t count = std::min(most, left);
+    std::vector<std::uint8_t> taken(data, data + count);
+    data += count;
+    left -= count;
+    return taken;
+  }
+  template <class Number>
+  Number number() {
+    Number value{};
+    const auto taken = bytes(sizeof(value));
+    std::copy(taken.begin(), taken.end(), reinterpret_cast<std::uint8_t*>(&value));
+    return value;
+  }
+
+ private:
+  const std::uint8_t* data;
+  std::size_t left;
+};
+
+/// The plug-in, which lives through all inputs and starts each from the same state.
+class Host {
+ public:
+  Host() {
+    void* data = nullptr;
+    const auto size = dispatch(effGetChunk, 0, 0, &data, 0.0F);
+    start.assign(static_cast<std::uint8_t*>(data), static_cast<std::uint8_t*>(data) + size);
+  }
+
+  void restart() {
+    time = {};
+    dispatch(effMainsChanged, 0, 0, nullptr, 0.0F);
+    dispatch(effSetSampleRate, 0, 0, nullptr, 44100.0F);
+    dispatch(effSetChunk, 0, static_cast<std::intptr_t>(start.size()), start.data(), 0.0F);
+  }
+
+  void call(Input& input) {
+    switch (input.number<std::uint8_t>() % 6) {
+      case 0:
+        play(input.number<std::uint16_t>() % 5000);
+        break;
+      case 1: {
+        const auto index = input.number<std::int32_t>();
+        effect->setParameter(effect, index, input.number<float>());
+        effect->getParameter(effect, index);
+        break;
+      }
+      case 2:
+        sendEvents(input);
+        break;
+      case 3:
+        time = input.number<VstTimeInfo>();
+        break;
+      case 4:
+        setChunk(input);
+        break;
+      default:
+        anyOpcode(input);
+    }
+  }
+
+ private:
+  static std::intptr_t SIVRAY_VST_CALL answer(AEffect*, std::int32_t opcode, std::int32_t, std::intptr_t, void*,
+                                              float) {
+    return opcode == audioMasterGetTime ? reinterpret_cast<std::intptr_t>(&time) : 0;
+  }
+
+  std::intptr_t dispatch(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) const {
+    return effect->dispatcher(effect, opcode, index, value, ptr, opt);
+  }
+
+  void play(std::int32_t frames) const {
+    const auto room = static_cast<std::size_t>(frames);
+    std::vector<float> left(room);
+    std::vector<float> right(room);
+    std::array<float*, 2> outputs{left.data(), right.data()};
+    effect->processReplacing(effect, nullptr, outputs.data(), frames);
+    const auto isFinite = [](float sample) { return std::isfinite(sample); };
+    if (!std::all_of(left.begin(), left.end(), isFinite) || !std::all_of(right.begin(), right.end(), isFinite)) {
+      std::abort();
+    }
+  }
+
+  void sendEvents(Input& input) const {
+    std::array<std::array<std::uint8_t, sizeof(VstMidiSysexEvent)>, 2> rooms{};
+    VstEvents events{};
+    events.numEvents = std::min(input.number<std::int32_t>(), 2);
+    for (std::size_t i = 0; i < rooms.size(); ++i) {
+      const auto bytes = input.bytes(sizeof(VstMidiEvent));
+      std::copy(bytes.begin(), bytes.end(), rooms[i].begin());
+      events.events[i] = bytes.empty() ? nullptr : reinterpret_cast<VstEvent*>(rooms[i].data());
+    }
+    dispatch(effProcessEvents, 0, 0, &events, 0.0F);
+  }
+
+  void setChunk(Input& input) const {
+    // A damaged copy of a good state gets further than bytes alone.
+    std::vector<std::uint8_t> state = start;
+    state.resize(std::min<std::size_t>(state.size(), input.number<std::uint32_t>()));
+    const std::size_t offset = state.empty() ? 0 : input.number<std::uint16_t>() % state.size();
+    const auto damage = input.bytes(std::min<std::size_t>(64, state.size() - offset));
+    std::copy(damage.begin(), damage.end(), state.begin() + static_cast<std::ptrdiff_t>(offset));
+    dispatch(effSetChunk, 0, static_cast<std::intptr_t>(state.size()), state.data(), 0.0F);
+  }
+
+  void anyOpcode(Input& input) const {
+    const auto opcode = input.number<std::int16_t>();
+    const auto index = input.number<std::int32_t>();
+    const auto value = static_cast<std::intptr_t>(input.number<std::int32_t>());
+    const auto opt = input.number<float>();
+    // These read as much as their numbers say, end the plug-in, or write through a number.
+    if (opcode == effClose || opcode == effProcessEvents || opcode == effSetChunk ||
+        opcode == effGetSpeakerArrangement) {
+      return;
+    }
+    if (opcode == effMainsChanged) {
+      value != 0 ? instrument->resume() : instrument->suspend();  // Without the wait.
+      return;
+    }
+    constexpr std::size_t kRoom = 64;
+    auto room = std::make_unique<std::array<char, kRoom>>();
+    const auto text = input.bytes(kRoom - 1);
+    std::copy(text.begin(), text.end(), room->begin());
+    room->back() = '\0';
+    dispatch(opcode, index, value, text.empty() ? nullptr : room->data(), opt);
+  }
+
+  static inline VstTimeInfo time;
+  support::InstrumentFolder folder;
+  std::shared_ptr<BramelInstrument> instrument =
+      std::dynamic_pointer_cast<BramelInstrument>(SivrayInstrumentProvider().createInstrument());
+  BramelVstAdapter plugin{answer, instrument};
+  AEffect* effect = plugin.getAeffect();
+  std::vector<std::uint8_t> start;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Host host;
+  host.restart();
+  Input input(data, size);
+  while (!input.isEmpty()) {
+    host.call(input);
+  }
+  return 0;
+}
