@@ -30,6 +30,9 @@ int main(int argc, char* argv[]) {
   program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
   program.addCommand({"pack", kPackUsage, "Packs a folder of WAV, AIFF and FLAC files into a sample library",
                       "The folder holds one sub-folder per category.", speaking(runPack)});
+  program.addCommand({"inspect", kInspectUsage,
+                      "Shows what is in a file of the drum module, and where a broken one breaks", "",
+                      speaking(runInspect)});
   program.addDefaultCommand({"", "", "", "", [](const juce::ArgumentList&) {
                                fail("unknown command; sivray-content --help lists them", kWrongUsage);
                              }});

@@ -9,4 +9,7 @@ namespace sivray::content {
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR";
 void runPack(const juce::ArgumentList& list);
 
+inline constexpr const char* kInspectUsage = "inspect FILE [--json]";
+void runInspect(const juce::ArgumentList& list);
+
 }  // namespace sivray::content
