@@ -17,7 +17,6 @@ namespace {
 using tesh::bramel::vst::EditBufferRecord;
 using tesh::vimo::MacroCommand;
 using tesh::vimo::MacroCommandKind;
-using tesh::vimo::MidiEvent;
 
 constexpr double kEngineRate = 44100.0;
 constexpr int kLongestPiece = 2048;
@@ -117,7 +116,7 @@ void DirectTarget::runBlock(float* left, float* right, int frames) {
   midiOut.clear();
 }
 
-std::vector<std::string> DirectTarget::hostNames() const {
+std::vector<std::string> DirectTarget::hostNames() {
   std::vector<std::string> names;
   const auto& controller = processor->controller();
   for (std::uint64_t macro = 0; macro < controller.macroCount(); ++macro) {

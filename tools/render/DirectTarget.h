@@ -20,7 +20,7 @@ class DirectTarget final : public RenderTarget {
   std::vector<std::uint8_t> state() override;
   void setState(std::span<const std::uint8_t> chunk) override;
   bool reachesEngine() const override { return true; }
-  std::vector<std::string> hostNames() const override;
+  std::vector<std::string> hostNames() override;
   void start(int longestBlock) override;
   void setTempo(double beatsPerMinute) override;
   void move(const Move& move) override;

@@ -42,7 +42,8 @@ std::string rowName(const std::string& engineName) {
 }  // namespace
 
 std::int32_t engineInteger(const EngineParameter& parameter, float value) {
-  return static_cast<std::int32_t>(static_cast<float>(parameter.range) * value + 0.5F);
+  const float steps = static_cast<float>(parameter.range) * value;
+  return static_cast<std::int32_t>(steps + 0.5F);  // NOLINT(bugprone-incorrect-roundings): the engine's own rounding.
 }
 
 float engineValue(const EngineParameter& parameter, std::int32_t integer) {

@@ -14,6 +14,7 @@ struct Move {
   MoveTarget target = MoveTarget::macro;
   std::uint32_t index = 0;  ///< Macro number, or engine parameter id.
   float value = 0.0F;       ///< 0 to 1.
+  int hostIndex = -1;       ///< The macro's number among the host's parameters; -1 for what hosts are not shown.
 };
 
 }  // namespace sivray::render

@@ -133,8 +133,9 @@ void PluginModel::setHostNames(const std::vector<std::string>& hostNames) {
   }
 }
 
-bool PluginModel::isShown(std::size_t macro) const {
-  return std::find(shownMacros.begin(), shownMacros.end(), macro) != shownMacros.end();
+int PluginModel::hostIndexOf(std::size_t macro) const {
+  const auto found = std::find(shownMacros.begin(), shownMacros.end(), macro);
+  return found == shownMacros.end() ? -1 : static_cast<int>(found - shownMacros.begin());
 }
 
 std::string PluginModel::macroName(std::size_t macro) const {
@@ -178,11 +179,11 @@ std::optional<MacroPlace> PluginModel::placeFor(const EngineParameter& parameter
   std::optional<MacroPlace> best;
   for (std::size_t macro = 0; macro < processor.controller().macroCount(); ++macro) {
     for (const auto& set : processor.controller().macroAt(macro)->sets()) {
-      if (set->targetId() != parameter.id || (best && !isShown(macro))) {
+      if (set->targetId() != parameter.id || (best && hostIndexOf(macro) < 0)) {
         continue;
       }
       const auto place = placeIn(*set, parameter, integer);
-      if (place && isShown(macro)) {
+      if (place && hostIndexOf(macro) >= 0) {
         return MacroPlace{macro, *place};
       }
       if (place) {

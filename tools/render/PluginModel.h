@@ -42,8 +42,8 @@ class PluginModel {
 
   /// The macros that hosts are shown, by host index; names are matched in order.
   void setHostNames(const std::vector<std::string>& hostNames);
-  const std::vector<std::size_t>& hostMacros() const { return shownMacros; }
-  bool isShown(std::size_t macro) const;
+  /// The host index of a macro; -1 where hosts are not shown it.
+  int hostIndexOf(std::size_t macro) const;
 
   /// By number or name. Throws RenderError for an unknown one.
   std::size_t macroOf(const std::string& text) const;

@@ -30,7 +30,7 @@ class RenderTarget {
   virtual bool reachesEngine() const = 0;
 
   /// The names of the parameters that hosts are shown, in their order.
-  virtual std::vector<std::string> hostNames() const = 0;
+  virtual std::vector<std::string> hostNames() = 0;
 
   /// Begins to play; blocks may hold up to `longestBlock` frames.
   virtual void start(int longestBlock) = 0;

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "DirectTarget.h"
+#include "LibraryTarget.h"
 #include "RenderError.h"
 #include "storage/paths/Paths.h"
 #include "storage/state/EditBufferRecord.h"
@@ -12,7 +13,24 @@
 namespace sivray::render {
 namespace {
 
-std::unique_ptr<RenderTarget> makeTarget(const Options&) { return std::make_unique<DirectTarget>(); }
+constexpr double kPlainRate = 44100.0;
+
+/// The content that stands beside the library serves the direct path and the names as well.
+std::unique_ptr<RenderTarget> makeTarget(const Options& options) {
+  std::string library;
+  try {
+    library = vsthost::findLibrary(options.libraryPath.value_or(""));
+    vsthost::shareContentOf(library);
+    if (!options.direct) {
+      return std::make_unique<LibraryTarget>(library, options.rate.value_or(kPlainRate));
+    }
+  } catch (const vsthost::HostError& error) {
+    if (!options.direct) {
+      throw RenderError(error.what());
+    }
+  }
+  return std::make_unique<DirectTarget>();
+}
 
 float normalisedValue(const Assignment& assignment) {
   float value = -1.0F;
@@ -77,10 +95,11 @@ void Session::assignMacro(const Assignment& assignment, std::size_t macro, float
     plugin.setMacro(macro, value);
     return;
   }
-  if (!plugin.isShown(macro) && !target->reachesEngine()) {
+  const int hostIndex = plugin.hostIndexOf(macro);
+  if (hostIndex < 0 && !target->reachesEngine()) {
     throw RenderError("'" + assignment.name + "' is hidden from hosts and cannot move while they play; use --direct");
   }
-  moves.push_back({assignment.seconds, MoveTarget::macro, static_cast<std::uint32_t>(macro), value});
+  moves.push_back({assignment.seconds, MoveTarget::macro, static_cast<std::uint32_t>(macro), value, hostIndex});
 }
 
 void Session::assignEngine(const Assignment& assignment) {

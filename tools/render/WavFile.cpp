@@ -42,7 +42,7 @@ WavFile::WavFile(const std::string& path, double sampleRate, int bits) {
     throw RenderError("cannot write '" + path + "' at " + std::to_string(sampleRate) + " Hz and " +
                       std::to_string(bits) + " bits");
   }
-  stream.release();  // The writer owns it now.
+  static_cast<void>(stream.release());  // The writer owns it now.
 }
 
 WavFile::~WavFile() = default;

@@ -1,0 +1,168 @@
+// The renderer from its command line to its files: what it plays, when, and what it says when it cannot.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <juce_audio_basics/juce_audio_basics.h>
+
+#include <algorithm>
+
+#include "render/RenderProgram.h"
+#include "support/KitFolder.h"
+
+namespace sivray::render {
+namespace {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+using Arguments = std::vector<std::string>;
+
+constexpr std::size_t kFrameBytes = 6;
+
+/// The first note comes when the first block, which takes in the program and its effect, is over in any size.
+constexpr double kFirstTick = 200.0;
+
+Bytes bytesOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class Render : public testing::Test {
+ protected:
+  void SetUp() override { writeScore(); }
+
+  std::string at(const std::string& name) const { return (folder.commonFiles() / name).string(); }
+
+  /// Notes on all pads over a second, with a change of tempo and, where asked for, a mapped controller (the master).
+  void writeScore(bool withController = true) const {
+    juce::MidiMessageSequence track;
+    track.addEvent(juce::MidiMessage::tempoMetaEvent(500000), 0.0);
+    track.addEvent(juce::MidiMessage::tempoMetaEvent(400000), 960.0);
+    for (int i = 0; i < 24; ++i) {
+      track.addEvent(juce::MidiMessage::noteOn(10, 36 + i % 8, static_cast<juce::uint8>(60 + 2 * i)),
+                     kFirstTick + i * 80.0);
+      track.addEvent(juce::MidiMessage::noteOff(10, 36 + i % 8), kFirstTick + i * 80.0 + 40.0);
+    }
+    if (withController) {
+      track.addEvent(juce::MidiMessage::controllerEvent(1, 7, 90), 1000.0);
+    }
+    juce::MidiFile midi;
+    midi.setTicksPerQuarterNote(960);
+    midi.addTrack(track);
+    juce::MemoryOutputStream stream;
+    midi.writeTo(stream);
+    std::ofstream(at("in.mid"), std::ios::binary)
+        .write(static_cast<const char*>(stream.getData()), static_cast<std::streamsize>(stream.getDataSize()));
+  }
+
+  /// Renders the score and gives the sample bytes.
+  Bytes play(Arguments arguments) const {
+    arguments.insert(arguments.begin(), {at("in.mid"), "-o", at("out.wav"), "--quiet", "--library", SIVRAY_MODULE});
+    EXPECT_EQ(runProgram(arguments), 0);
+    const Bytes file = bytesOf(at("out.wav"));
+    fs::remove(at("out.wav"));
+    const std::string mark = "data";
+    const auto data = std::search(file.begin(), file.end(), mark.begin(), mark.end());
+    EXPECT_GT(file.end() - data, 8);
+    return {data + std::min<std::ptrdiff_t>(file.end() - data, 8), file.end()};
+  }
+
+  /// Runs what must fail: one line on standard error, status 2, no file. Gives the line.
+  std::string failure(const Arguments& arguments) const {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(runProgram(arguments), 2);
+    std::string line = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << line;
+    EXPECT_FALSE(fs::exists(at("out.wav"))) << line;
+    return line;
+  }
+
+  support::KitFolder folder;
+};
+
+TEST_F(Render, GivesTheSameSoundInBlocksOfEverySize) {
+  writeScore(false);
+  const Bytes expected = play({"--direct", "--block", "512"});
+  ASSERT_NE(expected, Bytes(expected.size()));
+  for (const char* block : {"1", "100", "4096"}) {
+    EXPECT_TRUE(play({"--direct", "--block", block}) == expected) << block;
+  }
+}
+
+TEST_F(Render, MovesTakeForceAtTheirFrames) {
+  const Bytes plain = play({"--direct"});
+  for (const char* move : {"master=10@0.4", "fx.type=Marlo Chorus@0.4"}) {
+    const Bytes moved = play({"--direct", "--set", move});
+    const auto difference = std::mismatch(plain.begin(), plain.end(), moved.begin()).first;
+    const auto frame = static_cast<std::size_t>(difference - plain.begin()) / kFrameBytes;
+    EXPECT_GE(frame, 17640U) << move;
+    EXPECT_LT(frame, 17640U + 64U) << move;
+  }
+}
+
+TEST_F(Render, PlaysTheLibraryToTheBitLikeTheInstrumentItself) {
+  const std::vector<Arguments> scenes{
+      {},
+      {"--block", "100", "--program", "Wet", "--edit1", "20"},
+      {"--block", "5000", "--macro", "P3 Pitch=0.7@0.5", "--param", "P2 Level=0.1@0.61234", "--set", "fx.type=12@0.8"},
+      {"--wave", "4=wave9", "--set", "pad2.pitchfine=150", "--set", "master=127@1"},
+  };
+  for (Arguments scene : scenes) {
+    const Bytes plugin = play(scene);
+    scene.emplace_back("--direct");
+    EXPECT_TRUE(play(scene) == plugin) << scene.front();
+  }
+}
+
+TEST_F(Render, StartsFromProgramsAndStates) {
+  const std::string state = at("wet.state");
+  const Bytes plain = play({"--direct"});
+  const Bytes wet = play({"--direct", "--program", "Wet"});
+  EXPECT_NE(wet, plain);
+  EXPECT_EQ(play({"--direct", "--program", "1"}), wet);
+  EXPECT_EQ(play({"--direct", "--program", "0"}), plain);
+  EXPECT_EQ(play({"--direct", "--fx", "room reverb"}), wet);
+  EXPECT_EQ(play({"--direct", "--macro", "FX Type=1"}), wet);
+  EXPECT_EQ(runProgram({"--direct", "--program", "Wet", "--save-state", state}), 0);
+  EXPECT_EQ(play({"--direct", "--state", state}), wet);
+}
+
+TEST_F(Render, SaysInOneLineWhatItCannotDo) {
+  std::ofstream(at("empty.mid")) << "";
+  std::ofstream(at("broken.mid")) << "MThd and nothing more";
+  std::ofstream(at("broken.state")) << "MPck";
+  const std::string in = at("in.mid");
+  const std::string out = at("out.wav");
+  const std::vector<std::pair<Arguments, const char*>> cases{
+      {{at("none.mid"), "-o", out}, "no such file"},
+      {{at("empty.mid"), "-o", out}, "is empty"},
+      {{at("broken.mid"), "-o", out}, "broken"},
+      {{in, "--direct", "-o", at("none/out.wav")}, "cannot write"},
+      {{in}, "-o"},
+      {{"-o", out}, "name a MIDI file"},
+      {{in, "-o", out, "--blocks", "1"}, "unknown option"},
+      {{in, "-o", out, "--block", "0"}, "takes a number"},
+      {{in, "-o", out, "--block"}, "needs a value"},
+      {{in, "-o", out, "--bits", "20"}, "16 or 24"},
+      {{in, "-o", out, "--direct", "--rate", "48000"}, "44100"},
+      {{in, "-o", out, "--direct", "--wave", "0=Nobody"}, "there is no wave 'Nobody'"},
+      {{in, "-o", out, "--direct", "--wave", "9=wave1"}, "there is no engine parameter"},
+      {{in, "-o", out, "--direct", "--set", "pad0.level=128"}, "from 0 to 127"},
+      {{in, "-o", out, "--direct", "--fx", "Nothing"}, "there is no effect"},
+      {{in, "-o", out, "--direct", "--program", "Nobody"}, "there is no program"},
+      {{in, "-o", out, "--direct", "--program", "2"}, "there is no program"},
+      {{in, "-o", out, "--direct", "--macro", "52=0"}, "there is no macro 52"},
+      {{in, "-o", out, "--direct", "--macro", "0=1.5"}, "from 0 to 1"},
+      {{in, "-o", out, "--direct", "--param", "44=0"}, "there is no parameter 44"},
+      {{in, "-o", out, "--direct", "--param", "P1 Fine=0"}, "there is no parameter"},
+      {{in, "-o", out, "--direct", "--state", at("broken.state")}, "no state"},
+      {{in, "-o", out, "--library", SIVRAY_MODULE, "--fx", "Drive"}, "use --direct"},
+      {{in, "-o", out, "--library", SIVRAY_MODULE, "--macro", "P1 Fine=1@0.5"}, "hidden"},
+      {{in, "-o", out, "--library", at("none.so")}, "no such file"},
+      {{in, "-o", out, "--library", in}, "no library"},
+  };
+  for (const auto& [arguments, words] : cases) {
+    EXPECT_NE(failure(arguments).find(words), std::string::npos) << words;
+  }
+}
+
+}  // namespace
+}  // namespace sivray::render

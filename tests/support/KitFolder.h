@@ -1,0 +1,115 @@
+// A whole instrument on disk for tests: a sample library and a description with a few macros and programs.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engine/Generator.h"
+#include "macro/MacroSetLinear.h"
+#include "macro/MacroSetQuantized.h"
+#include "macro/PluginMacroControllable.h"
+#include "support/SampleFolder.h"
+
+namespace support {
+
+/// Takes values and does nothing with them.
+class DeafGenerator final : public tesh::vimo::Generator<float> {
+ public:
+  int outputCount() const override { return 2; }
+  int inputCount() const override { return 0; }
+  void process(tesh::vimo::ProcessBlock&) override {}
+  int kind() const override { return 0; }
+  int parameterCount() const override { return 0; }
+  void setParameter(std::uint32_t, float) override {}
+  float getParameter(std::uint32_t) const override { return 0.0F; }
+  bool getParameterInfo(std::uint32_t, tesh::vimo::GeneratorParameterInfo&) const override { return true; }
+  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
+  void tempoChanged(double) override {}
+  void setSampleRate(double) override {}
+  void activate() override {}
+  void deactivate() override {}
+  std::span<const std::uint8_t> getState() override { return {}; }
+  void setState(std::span<const std::uint8_t>) override {}
+  int currentProgram() const override { return 0; }
+  int programCount() const override { return 0; }
+};
+
+/// Eight pads with six macros each ("P1 Wave", Level, Pitch, Send, Decay, and Fine, which is hidden), then "FX Type"
+/// (Bypass, Short Delay, Room Reverb), "FX Edit 1", "FX Edit 2" and "Master". Programs "Plain" and "Wet".
+class KitFolder {
+ public:
+  static constexpr std::size_t kMacrosPerPad = 6;
+
+  KitFolder() : samples(assortedWaves(12, 9000)) {
+    buildMacros();
+    const std::filesystem::path folder = commonFiles() / "Tesh/Bramel/Macro/Sivray";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "readme.json") << R"({"controller": {}, "processor": {"plugin_chunk": "",
+        "macro_chunk": "macros.bin", "cc_map": "any", "automation": {"blacklist": [5, 11, 17, 23, 29, 35, 41, 47]}}})";
+    std::ofstream(folder / "Sivray.ccmap") << R"({"cc_map": {"7": 51}})";
+    std::vector<std::uint8_t> chunk;
+    processor.controller().writeChunk(chunk);
+    std::ofstream(folder / "macros.bin", std::ios::binary)
+        .write(reinterpret_cast<const char*>(chunk.data()), static_cast<std::streamsize>(chunk.size()));
+    ::setenv("BRAMEL_DOCUMENTS", (commonFiles() / "documents").c_str(), 1);
+  }
+
+  /// The common-files folder; it goes with this object.
+  std::filesystem::path commonFiles() const { return samples.pathOf("../../../..").lexically_normal(); }
+
+ private:
+  using Controller = tesh::vimo::MacroController<tesh::vimo::Generator<float>>;
+
+  void add(const std::string& name, std::uint32_t target, std::unique_ptr<tesh::vimo::MacroSetBase> set, float value) {
+    auto& macro = processor.controller().addMacro();
+    macro.setName(name);
+    set->setTargetId(target);
+    macro.addSet(std::move(set));
+    macro.storedValue = value;
+  }
+
+  void addLinear(const std::string& name, std::uint32_t target, float value) {
+    add(name, target, std::make_unique<tesh::vimo::MacroSetLinear>(), value);
+  }
+
+  void buildMacros() {
+    for (std::uint32_t pad = 0; pad < 8; ++pad) {
+      const std::string prefix = "P" + std::to_string(pad + 1) + " ";
+      const std::uint32_t group = pad << 4;
+      addLinear(prefix + "Wave", group, static_cast<float>(pad) / 11.0F);
+      addLinear(prefix + "Level", group | 8, 0.8F);
+      addLinear(prefix + "Pitch", group | 4, 0.5F);
+      addLinear(prefix + "Send", group | 13, 1.0F);
+      addLinear(prefix + "Decay", group | 7, 1.0F);
+      addLinear(prefix + "Fine", group | 5, 0.5F);
+    }
+    auto types = std::make_unique<tesh::vimo::MacroSetQuantized>();
+    types->setValues({0.0F, 12.0F / 29.0F, 14.0F / 29.0F});
+    add("FX Type", 0x100, std::move(types), 0.0F);
+    addLinear("FX Edit 1", 0x102, 0.5F);
+    addLinear("FX Edit 2", 0x103, 0.5F);
+    addLinear("Master", 0x110, 0.75F);
+    storeProgram("Plain");
+    processor.controller().macroAt(kMacrosPerPad * 8)->storedValue = 1.0F;
+    storeProgram("Wet");
+  }
+
+  void storeProgram(const char* name) {
+    Controller& controller = processor.controller();
+    controller.setProgramName(name);
+    controller.storeCurrent(0);
+    // The state shows no program as selected, so that the first block selects the first.
+    controller.setSelection(0, static_cast<std::uint64_t>(tesh::vimo::Bank::ghost));
+  }
+
+  SampleFolder samples;
+  tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>> processor{"Sivray",
+                                                                              std::make_unique<DeafGenerator>()};
+};
+
+}  // namespace support

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "RenderProgram.h"
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "EffectTour.h"
+#include "MidiScore.h"
+#include "Options.h"
+#include "RenderError.h"
+#include "Session.h"
+
+namespace sivray::render {
+namespace {
+
+constexpr int kFailed = 2;
+
+void listPrograms(const Session& session) {
+  for (const ListedProgram& program : session.model().programs()) {
+    std::printf("%4s  %-26s %s\n", program.number.c_str(), program.name.c_str(), program.comment.c_str());
+  }
+}
+
+void play(const Options& options) {
+  MidiScore score;
+  if (!options.inputPath.empty()) {
+    score = readMidiScore(options.inputPath);
+  }
+  if (options.effectTourFolder) {
+    renderEffectTour(options, score);
+    return;
+  }
+  Session session(options);
+  session.prepare(score);
+  if (!options.outputPath.empty()) {
+    const RenderResult result = session.render(score, options.outputPath);
+    if (!options.settings.quiet) {
+      std::puts(describe(result, options.outputPath).c_str());
+    }
+  }
+  if (options.saveStatePath) {
+    session.saveState(*options.saveStatePath);
+  }
+}
+
+int run(const std::vector<std::string>& arguments) {
+  const Options options = parseOptions(arguments);
+  if (options.help) {
+    std::fputs(helpText().c_str(), stdout);
+  } else if (options.listPrograms) {
+    listPrograms(Session(options));
+  } else {
+    play(options);
+  }
+  return 0;
+}
+
+}  // namespace
+
+int runProgram(const std::vector<std::string>& arguments) {
+  try {
+    return run(arguments);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "sivray-render: %s\n", error.what());
+    return kFailed;
+  }
+}
+
+}  // namespace sivray::render

@@ -1,0 +1,66 @@
+// The events of one block in the form of the plug-in interface, in memory that is reserved once.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "host/vst/VstRecords.h"
+
+namespace sivray::vsthost {
+
+class EventList {
+ public:
+  static constexpr std::size_t kCapacity = 8192;
+
+  EventList() : records(kCapacity), list(kHeadWords + kCapacity) {}
+
+  /// Adds a message of at most three bytes. Beyond the capacity it is dropped.
+  void add(std::span<const std::uint8_t> bytes, std::int32_t frame) {
+    if (count == kCapacity) {
+      return;
+    }
+    tesh::bramel::vst::VstMidiEvent& event = records[count];
+    event = {};
+    event.type = tesh::bramel::vst::kVstMidiType;
+    event.byteSize = sizeof event;
+    event.deltaFrames = frame;
+    std::copy_n(bytes.begin(), std::min<std::size_t>(bytes.size(), 3), event.midiData);
+    pointers()[count++] = reinterpret_cast<tesh::bramel::vst::VstEvent*>(&event);
+  }
+
+  /// Adds an event of any kind; it must live until the block is over.
+  void addForeign(void* event) {
+    if (count < kCapacity) {
+      pointers()[count++] = static_cast<tesh::bramel::vst::VstEvent*>(event);
+    }
+  }
+
+  bool isEmpty() const { return count == 0; }
+  void clear() { count = 0; }
+
+  /// The list to hand to the plug-in; good until the next `add`.
+  tesh::bramel::vst::VstEvents* head() {
+    auto* events = reinterpret_cast<tesh::bramel::vst::VstEvents*>(list.data());
+    events->numEvents = static_cast<std::int32_t>(count);
+    events->reserved = 0;
+    return events;
+  }
+
+ private:
+  /// Words before the first pointer.
+  static constexpr std::size_t kHeadWords = offsetof(tesh::bramel::vst::VstEvents, events) / sizeof(void*);
+
+  tesh::bramel::vst::VstEvent** pointers() {
+    return reinterpret_cast<tesh::bramel::vst::VstEvent**>(list.data() + kHeadWords);
+  }
+
+  std::vector<tesh::bramel::vst::VstMidiEvent> records;
+  std::vector<void*> list;
+  std::size_t count = 0;
+};
+
+}  // namespace sivray::vsthost

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "vsthost/Host.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace sivray::vsthost {
+namespace {
+
+using namespace tesh::bramel::vst;
+
+/// Calls kept of one instance; a host that writes down more would have to allocate while it plays.
+constexpr std::size_t kMostCalls = 65536;
+constexpr std::int32_t kInterfaceVersion = 2400;
+
+/// The host whose instance is being made: until the entry has returned there is no record to tell it by.
+thread_local Host* opening = nullptr;
+
+template <std::size_t Size>
+std::string textOf(const std::array<char, Size>& buffer) {
+  return {buffer.data(), strnlen(buffer.data(), Size)};
+}
+
+}  // namespace
+
+Host::Host(const PluginLibrary& library, HostManners manners) : ways(std::move(manners)) {
+  calls.reserve(kMostCalls);
+  midiOut.reserve(kMostCalls);
+  opening = this;
+  plugin = library.entry()(&Host::audioMaster);
+  opening = nullptr;
+  if (plugin == nullptr) {
+    throw HostError("the plug-in '" + library.path() + "' gives no instance: is its content beside it?");
+  }
+  plugin->user = this;
+  call(effOpen);
+}
+
+Host::~Host() {
+  stop();
+  call(effClose);
+}
+
+std::intptr_t Host::call(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) {
+  return plugin->dispatcher(plugin, opcode, index, value, ptr, opt);
+}
+
+void Host::start(float sampleRate, int longestBlock) {
+  block = longestBlock;
+  setSampleRate(sampleRate);
+  call(effSetBlockSize, 0, longestBlock);
+  call(effMainsChanged, 0, 1);
+  call(effStartProcess);
+  running = true;
+}
+
+void Host::stop() {
+  if (running) {
+    call(effStopProcess);
+    call(effMainsChanged, 0, 0);
+    running = false;
+  }
+}
+
+void Host::setSampleRate(float sampleRate) {
+  rate = sampleRate;
+  call(effSetSampleRate, 0, 0, nullptr, sampleRate);
+}
+
+std::string Host::parameterName(int index) {
+  std::array<char, 256> text{};
+  call(effGetParamName, index, 0, text.data());
+  return textOf(text);
+}
+
+std::string Host::parameterText(int index) {
+  std::array<char, 256> text{};
+  call(effGetParamDisplay, index, 0, text.data());
+  return textOf(text);
+}
+
+std::vector<std::uint8_t> Host::chunk() {
+  void* data = nullptr;
+  const std::intptr_t size = call(effGetChunk, 0, 0, &data);
+  const auto* bytes = static_cast<const std::uint8_t*>(data);
+  return bytes == nullptr || size <= 0 ? std::vector<std::uint8_t>() : std::vector<std::uint8_t>(bytes, bytes + size);
+}
+
+void Host::setChunk(std::span<const std::uint8_t> bytes) {
+  // The interface takes the bytes as changeable, so that the plug-in gets its own.
+  std::vector<std::uint8_t> copy(bytes.begin(), bytes.end());
+  call(effSetChunk, 0, static_cast<std::intptr_t>(copy.size()), copy.data());
+}
+
+void Host::queueNote(int note, int velocity, int frame) {
+  const std::array<std::uint8_t, 3> bytes{0x90, static_cast<std::uint8_t>(note), static_cast<std::uint8_t>(velocity)};
+  queueMidi(bytes, frame);
+}
+
+void Host::process(float* left, float* right, int frames) {
+  if (!events.isEmpty()) {
+    call(effProcessEvents, 0, 0, events.head());
+  }
+  std::array<float*, 2> outputs{left, right};
+  plugin->processReplacing(plugin, nullptr, outputs.data(), frames);
+  events.clear();
+  wasPlaying = playing;
+  time.samplePos += frames;
+  time.ppqPos += frames / static_cast<double>(rate) * tempo / 60.0;
+}
+
+std::intptr_t Host::audioMaster(AEffect* effect, std::int32_t opcode, std::int32_t index, std::intptr_t value,
+                                void* ptr, float opt) {
+  if (effect != nullptr && effect->user != nullptr) {
+    return static_cast<Host*>(effect->user)->answer(opcode, index, value, ptr, opt);
+  }
+  if (opening == nullptr) {
+    return opcode == audioMasterVersion ? kInterfaceVersion : 0;
+  }
+  if (opcode != audioMasterVersion && opcode != audioMasterGetVendorString) {
+    ++opening->callsBeforeRecord;
+  }
+  return opening->answer(opcode, index, value, ptr, opt);
+}
+
+std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_t, void* ptr, float opt) {
+  if (ways.answersNull) {
+    return 0;
+  }
+  if (ways.answersWild) {
+    if (ptr != nullptr && (opcode == audioMasterGetVendorString || opcode == audioMasterGetProductString)) {
+      std::memset(ptr, 0xFF, kVendorTextBytes);
+    }
+    return opcode == audioMasterGetTime ? 0 : -1;
+  }
+  switch (opcode) {
+    case audioMasterVersion:
+      return kInterfaceVersion;
+    case audioMasterGetTime:
+      time.sampleRate = static_cast<double>(rate);
+      time.tempo = tempo;
+      time.flags = kVstTempoValid | kVstPpqPosValid | (playing ? kVstTransportPlaying : 0) |
+                   (playing != wasPlaying ? kVstTransportChanged : 0);
+      return ways.givesTime ? reinterpret_cast<std::intptr_t>(&time) : 0;
+    case audioMasterProcessEvents:
+      takeMidi(static_cast<const VstEvents*>(ptr));
+      return 1;
+    case audioMasterAutomate:
+    case audioMasterBeginEdit:
+    case audioMasterEndEdit:
+    case audioMasterUpdateDisplay:
+      if (calls.size() < kMostCalls) {
+        calls.push_back({opcode, index, opt});
+      }
+      return 1;
+    case audioMasterGetSampleRate:
+      return static_cast<std::intptr_t>(rate);
+    case audioMasterGetBlockSize:
+      return block;
+    case audioMasterGetVendorString:
+    case audioMasterGetProductString:
+      if (ptr != nullptr) {
+        const std::size_t length = std::min(ways.vendor.size(), kVendorTextBytes - 1);
+        std::memcpy(ptr, ways.vendor.c_str(), length);
+        static_cast<char*>(ptr)[length] = '\0';
+      }
+      return 1;
+    default:
+      return 0;
+  }
+}
+
+void Host::takeMidi(const VstEvents* list) {
+  for (std::int32_t i = 0; list != nullptr && i < list->numEvents; ++i) {
+    if (list->events[i]->type == kVstMidiType && midiOut.size() < kMostCalls) {
+      const auto* event = reinterpret_cast<const VstMidiEvent*>(list->events[i]);
+      std::array<std::uint8_t, 4> bytes{};
+      std::memcpy(bytes.data(), event->midiData, bytes.size());
+      midiOut.push_back(bytes);
+    }
+  }
+}
+
+}  // namespace sivray::vsthost

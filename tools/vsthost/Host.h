@@ -1,0 +1,98 @@
+// A host with one instance of the plug-in: it loads, calls and answers as the plug-in interface says, and writes down
+// what the plug-in tells it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/vst/VstOpcodes.h"
+#include "host/vst/VstRecords.h"
+#include "vsthost/EventList.h"
+#include "vsthost/PluginLibrary.h"
+
+namespace sivray::vsthost {
+
+/// How the host behaves; the defaults are those of a sane one.
+struct HostManners {
+  std::string vendor = "Sivray Render";
+  bool givesTime = true;     ///< Otherwise the plug-in gets no time information.
+  bool answersWild = false;  ///< Every answer is -1, every text 64 bytes long.
+  bool answersNull = false;  ///< Every answer is 0 and no text is written.
+};
+
+/// One call of the plug-in to the host.
+struct HostCall {
+  std::int32_t opcode = 0;
+  std::int32_t index = 0;
+  float value = 0.0F;
+};
+
+/// All operations on one thread, but for `process` and `queueMidi`, which may have another. Neither allocates.
+class Host {
+ public:
+  /// Calls the entry and opens the instance. Throws HostError when the entry gives none.
+  explicit Host(const PluginLibrary& library, HostManners manners = {});
+  /// Suspends where needed and closes.
+  ~Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  tesh::bramel::vst::AEffect& effect() { return *plugin; }
+  std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
+                     float opt = 0.0F);
+
+  /// Tells rate and block size, and resumes. Resuming takes the plug-in 300 ms.
+  void start(float sampleRate, int longestBlock);
+  void stop();
+  bool isRunning() const { return running; }
+
+  /// Changes the rate without a stop.
+  void setSampleRate(float sampleRate);
+
+  int parameterCount() const { return plugin->numParams; }
+  void setParameter(int index, float value) { plugin->setParameter(plugin, index, value); }
+  float parameter(int index) { return plugin->getParameter(plugin, index); }
+  std::string parameterName(int index);
+  std::string parameterText(int index);
+
+  std::vector<std::uint8_t> chunk();
+  void setChunk(std::span<const std::uint8_t> bytes);
+
+  /// Puts an event into the next block.
+  void queueMidi(std::span<const std::uint8_t> bytes, int frame) { events.add(bytes, frame); }
+  void queueNote(int note, int velocity, int frame);
+
+  /// Sends the queued events and renders a block into `left` and `right`.
+  void process(float* left, float* right, int frames);
+
+  double tempo = 120.0;
+  bool playing = true;
+
+  /// What the plug-in told: automation, edits and changes of display. Not filled while `process` runs beyond its room.
+  std::vector<HostCall> calls;
+  std::vector<std::array<std::uint8_t, 4>> midiOut;
+  int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.
+
+ private:
+  static std::intptr_t SIVRAY_VST_CALL audioMaster(tesh::bramel::vst::AEffect* effect, std::int32_t opcode,
+                                                   std::int32_t index, std::intptr_t value, void* ptr, float opt);
+  std::intptr_t answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
+  void takeMidi(const tesh::bramel::vst::VstEvents* list);
+
+  HostManners ways;
+  tesh::bramel::vst::AEffect* plugin = nullptr;
+  tesh::bramel::vst::VstTimeInfo time{};
+  EventList events;
+  float rate = 44100.0F;
+  int block = 512;
+  bool running = false;
+  bool wasPlaying = false;
+};
+
+}  // namespace sivray::vsthost

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "vsthost/PluginLibrary.h"
+
+#include <cstdlib>
+
+#include "platform/SpecialFolders.h"
+
+namespace sivray::vsthost {
+namespace {
+
+constexpr const char* kContentVariable = "BRAMEL_COMMON_FILES";
+
+#ifdef _WIN32
+constexpr const char* kLibraryName = "Sivray/Sivray.dll";
+void setVariable(const char* name, const std::string& value) { _putenv_s(name, value.c_str()); }
+#else
+constexpr const char* kLibraryName = "Sivray/Sivray.so";
+void setVariable(const char* name, const std::string& value) { ::setenv(name, value.c_str(), 0); }
+#endif
+
+juce::File fileAt(const std::string& path) {
+  return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+}
+
+}  // namespace
+
+PluginLibrary::PluginLibrary(const std::string& file) : libraryPath(fileAt(file).getFullPathName().toStdString()) {
+  if (!fileAt(file).existsAsFile()) {
+    throw HostError("cannot load the plug-in '" + file + "': no such file");
+  }
+  if (!library.open(juce::String::fromUTF8(libraryPath.c_str()))) {
+    throw HostError("cannot load the plug-in '" + file + "': it is no library for this system");
+  }
+  entryPoint = reinterpret_cast<Entry>(library.getFunction("VSTPluginMain"));
+  if (entryPoint == nullptr) {
+    throw HostError("'" + file + "' is no plug-in: it has no entry VSTPluginMain");
+  }
+}
+
+std::string findLibrary(const std::string& chosen) {
+  if (!chosen.empty()) {
+    return chosen;
+  }
+  if (const char* named = std::getenv("SIVRAY_LIBRARY"); named != nullptr && *named != '\0') {
+    return named;
+  }
+  const juce::File here(juce::String::fromUTF8(tesh::bramel::platform::moduleFolder().c_str()));
+  for (const juce::File& folder : {here.getParentDirectory(), here}) {
+    if (const juce::File library = folder.getChildFile(kLibraryName); library.existsAsFile()) {
+      return library.getFullPathName().toStdString();
+    }
+  }
+  throw HostError("found no plug-in near this program; name it with --library or SIVRAY_LIBRARY");
+}
+
+void shareContentOf(const std::string& libraryPath) {
+  const juce::File folder = fileAt(libraryPath).getParentDirectory();
+  if (std::getenv(kContentVariable) == nullptr && folder.getChildFile("Tesh/Bramel").isDirectory()) {
+    setVariable(kContentVariable, folder.getFullPathName().toStdString());
+  }
+}
+
+}  // namespace sivray::vsthost
