@@ -44,7 +44,9 @@ class TaggedHead {
   static constexpr std::uint64_t kAddressMask = ((std::uint64_t{1} << kAddressBits) - 1) & ~(kTaggedAlignment - 1);
   static constexpr std::uint64_t kTagMask = ~kAddressMask;
 
-  static Node* nodeOf(std::uint64_t head) { return reinterpret_cast<Node*>(head & kAddressMask); }
+  static Node* nodeOf(std::uint64_t head) {
+    return reinterpret_cast<Node*>(head & kAddressMask);  // NOLINT(performance-no-int-to-ptr): that is the packing.
+  }
 
   /// `node` with the tag that follows the one of `head`. The carry runs over the bits of the address.
   static std::uint64_t pack(Node* node, std::uint64_t head) {
