@@ -28,6 +28,10 @@ int main(int argc, char* argv[]) {
   const juce::ArgumentList words(argc, argv);
   juce::ConsoleApplication program;
   program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
+  program.addCommand(
+      {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});
+  program.addCommand(
+      {"kits", kKitsUsage, "Makes the macro description out of the factory's kits", "", speaking(runKits)});
   program.addCommand({"pack", kPackUsage, "Packs a folder of WAV, AIFF and FLAC files into a sample library",
                       "The folder holds one sub-folder per category.", speaking(runPack)});
   program.addCommand({"inspect", kInspectUsage,

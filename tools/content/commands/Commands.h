@@ -6,6 +6,12 @@
 
 namespace sivray::content {
 
+inline constexpr const char* kWavesUsage = "waves TABLES -o DIR";
+void runWaves(const juce::ArgumentList& list);
+
+inline constexpr const char* kKitsUsage = "kits TABLES KITS -o DIR";
+void runKits(const juce::ArgumentList& list);
+
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR";
 void runPack(const juce::ArgumentList& list);
 

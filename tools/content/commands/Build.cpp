@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+#include "content/Files.h"
+#include "content/commands/CommandLine.h"
+#include "content/commands/Commands.h"
+#include "content/factory/MacroFiles.h"
+#include "content/library/LibraryWriter.h"
+#include "content/waves/FactoryWaves.h"
+
+namespace sivray::content {
+
+void runWaves(const juce::ArgumentList& list) {
+  CommandLine line(list, kWavesUsage);
+  const std::string target = line.takeRequired("-o");
+  const std::string tables = line.takeRest(1).front();
+  const std::vector<Wave> waves = makeFactoryWaves(pathOf(tables));
+  writeLibrary(target, waves);
+  std::cout << "Made " << waves.size() << " waves in " << target << std::endl;
+}
+
+void runKits(const juce::ArgumentList& list) {
+  CommandLine line(list, kKitsUsage);
+  const std::string target = line.takeRequired("-o");
+  const std::vector<std::string> folders = line.takeRest(2);
+  const std::vector<FactoryRow> rows = readFactoryRows(pathOf(folders[0]));
+  std::vector<std::string> names;
+  std::ranges::transform(rows, std::back_inserter(names), [](const FactoryRow& row) { return row.row.name; });
+  const auto bank = factory::makeFactoryBank(factory::readBank(folders[1]), names);
+  factory::writeMacroFiles(target, bank);
+  std::cout << "Made " << bank.programs.size() << " kits in " << target << std::endl;
+}
+
+}  // namespace sivray::content
