@@ -1,5 +1,7 @@
 // Hands: every one is a short burst of noise in its own band, a few of them never quite together, and what comes back
 // from the walls. SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+
 #include "content/models/Models.h"
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"
@@ -11,16 +13,26 @@ namespace {
 constexpr std::uint64_t kTailLayer = 1;
 constexpr std::uint64_t kHandLayer = 10;
 
+/// Falls by 60 dB after which nothing of a burst is left.
+constexpr double kHeardFalls = 1.8;
+
 /// One burst: noise through a resonance of the hollow hand, with some of the bright slap around it.
 void addHand(Signal& signal, Noise noise, double hertz, double at, double gain, const Parameters& p) {
-  Signal burst(signal.size());
-  const Shape shape{0.0004, 0.0, p.seconds("burst"), at};
-  addNoise(burst, noise, {300, 12000, 1, 1.0, shape});
+  const std::size_t start = framesOf(at);
+  if (start >= signal.size()) {
+    return;
+  }
+  Signal burst(std::min(framesOf(p.seconds("burst") * kHeardFalls), signal.size() - start));
+  addNoise(burst, noise, {300, 12000, 1, 1.0, {0.0004, 0.0, p.seconds("burst"), 0.0}});
   Signal hollow = burst;
   Biquad::bandPass(hertz, p["q"]).run(hollow);
-  mixInto(signal, hollow, gain * (0.6 + 0.4 * p["q"]));
+  Signal hand(burst.size());
+  mixInto(hand, hollow, gain * (0.6 + 0.4 * p["q"]));
   Biquad::highPass(p["airhz"]).run(burst);
-  mixInto(signal, burst, gain * p["air"]);
+  mixInto(hand, burst, gain * p["air"]);
+  for (std::size_t i = 0; i < hand.size(); ++i) {
+    signal[start + i] += hand[i];
+  }
 }
 
 void makeClap(Signal& signal, const Parameters& p, Dice dice) {

@@ -25,10 +25,10 @@ void makeElectronicSnare(Signal& signal, const Parameters& p, Dice dice) {
            {p["low"],
             p["high"],
             2,
-            p["noise"] * 0.25,
+            p["noise"] * 0.4,
             {p.seconds("noiseattack"), p.seconds("noisehold"), p.seconds("noisems"), 0.0}});
   addNoise(signal, Noise(dice, kSnapLayer, width),
-           {p["cracklow"], 16000, 1, p["crack"] * 0.25, {0.0003, 0.001, p.seconds("crackms"), 0.0}});
+           {p["cracklow"], 16000, 1, p["crack"] * 0.35, {0.0003, 0.001, p.seconds("crackms"), 0.0}});
   addClick(signal, Noise(dice, kClickLayer, width), {p["clickhz"], p.seconds("clickms"), p["click"], 0.2});
 }
 

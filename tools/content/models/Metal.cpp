@@ -11,6 +11,9 @@ namespace {
 constexpr std::uint64_t kNoiseLayer = 1;
 constexpr double kTickSeconds = 0.012;
 
+/// What the filters take to forget that the squares have begun.
+constexpr std::size_t kSettleFrames = 2048;
+
 /// The cluster. `ring` mixes in the products of neighbours, which fill the gaps between the partials.
 Signal cluster(std::size_t frames, const Parameters& p, Dice& dice) {
   std::vector<BandLimited> oscillators;
@@ -39,7 +42,7 @@ Signal cluster(std::size_t frames, const Parameters& p, Dice& dice) {
 }
 
 void makeMetal(Signal& signal, const Parameters& p, Dice dice) {
-  Signal source = cluster(signal.size(), p, dice);
+  Signal source = cluster(kSettleFrames + signal.size(), p, dice);
   const double noise = p["noise"];
   Noise hiss(dice, kNoiseLayer, p["width"]);
   for (double& sample : source) {
@@ -58,7 +61,7 @@ void makeMetal(Signal& signal, const Parameters& p, Dice dice) {
   const double tickGain = p["tick"];
   for (std::size_t i = 0; i < signal.size(); ++i) {
     const double blow = 1.0 + tickGain * tick.next();
-    signal[i] += blow * (highFall.next() * high[i] + body * midFall.next() * source[i]);
+    signal[i] += blow * (highFall.next() * high[kSettleFrames + i] + body * midFall.next() * source[kSettleFrames + i]);
   }
 }
 

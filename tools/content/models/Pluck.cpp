@@ -17,20 +17,32 @@ constexpr std::uint64_t kSlapLayer = 1;
 /// How the body's resonances stand to its lowest.
 constexpr std::array<double, 3> kBodyRatios{1.0, 1.93, 3.07};
 
-/// The shape that the string is let go with: noise, without the harmonics that have a node under the pick.
-Signal pickShape(Noise noise, std::size_t period, double place, double bright) {
-  Signal shape(period);
-  for (double& sample : shape) {
+/// The shape that the string is let go with: a random line whose harmonics fall as a plucked string's do, some raw
+/// `edge` on it, and without the harmonics that have a node under the pick.
+Signal pickShape(Noise noise, std::size_t period, const Parameters& p) {
+  Signal raw(period);
+  double mean = 0.0;
+  for (double& sample : raw) {
     sample = noise.next();
+    mean += sample / static_cast<double>(period);
   }
-  Biquad::lowPass(bright).run(shape);
-  Signal combed = shape;
-  const auto node = std::max<std::size_t>(1, static_cast<std::size_t>(static_cast<double>(period) * place));
+  Signal shape(period);
+  double sum = 0.0;
   for (std::size_t i = 0; i < period; ++i) {
-    combed[i] -= shape[(i + period - node) % period];
+    sum += raw[i] - mean;
+    shape[i] = sum;
   }
-  normalise(combed, 1.0);
-  return combed;
+  normalise(shape, 1.0);
+  mixInto(shape, raw, p["edge"] * 0.3);
+  Signal picked = shape;
+  const double place = static_cast<double>(period) * p["pick"];
+  const auto node = std::max<std::size_t>(1, static_cast<std::size_t>(place));
+  for (std::size_t i = 0; i < period; ++i) {
+    picked[i] -= shape[(i + period - node) % period];
+  }
+  Biquad::lowPass(p["bright"]).run(picked);
+  normalise(picked, 1.0);
+  return picked;
 }
 
 void addString(Signal& signal, const Parameters& p, Noise noise, double hertz, std::size_t start) {
@@ -40,7 +52,7 @@ void addString(Signal& signal, const Parameters& p, Noise noise, double hertz, s
   const auto whole = static_cast<std::size_t>(period);
   const double rest = period - static_cast<double>(whole);
   const double loss = factorOfDecibels(-60.0 * loopSeconds / p.seconds("t60"));
-  Signal line = pickShape(noise, whole + 1, p["pick"], p["bright"]);
+  Signal line = pickShape(noise, whole + 1, p);
   std::size_t at = 0;
   double dark = 0.0;
   for (std::size_t i = start; i < signal.size(); ++i) {
@@ -83,6 +95,7 @@ Model pluckModel() {
            {"damp", {0.4}, 0, 0.98},
            {"t60", {1500}, 10, 12000},
            {"pick", {0.15}, 0.02, 0.5},
+           {"edge", {0.15}, 0, 1},
            {"bright", {6000}, 200, 20000},
            {"body", {0.5}, 0, 4},
            {"bodyhz", {180}, 50, 2000},

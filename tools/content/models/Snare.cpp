@@ -57,7 +57,7 @@ void makeSnare(Signal& signal, const Parameters& p, Dice dice) {
 
   Signal wires(signal.size());
   const Shape shape{p.seconds("wireattack"), p.seconds("wirehold"), p.seconds("wirems"), kWireDelay};
-  addNoise(wires, wireNoise, {p["wirelow"], p["wirehigh"], 1, 0.25, shape});
+  addNoise(wires, wireNoise, {p["wirelow"], p["wirehigh"], 1, 0.3, shape});
   Signal coloured = wires;
   for (int i = 0; i < kWirePeaks; ++i) {
     const double place = (static_cast<double>(i) + dice.shared.between(0.2, 0.8)) / kWirePeaks;

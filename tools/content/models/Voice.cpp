@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint64_t kBreathLayer = 10;
 constexpr std::size_t kFormants = 4;
-constexpr std::array<double, kFormants> kFormantGains{1.0, 0.6, 0.3, 0.18};
+constexpr std::array<double, kFormants> kFormantGains{1.0, 1.1, 0.9, 0.6};
 constexpr std::array<double, kFormants> kFormantQ{7.0, 9.0, 10.0, 10.0};
 
 double formantOf(const std::vector<double>& list, std::size_t index) { return list[std::min(index, list.size() - 1)]; }

@@ -44,6 +44,8 @@ class SweepFilter {
 
  private:
   double s1 = 0.0, s2 = 0.0;
+  double tunedTo = 0.0;
+  double g = 0.0;
 };
 
 }  // namespace sivray::content

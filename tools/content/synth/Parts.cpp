@@ -110,6 +110,9 @@ void addTone(Signal& signal, const Tone& tone) {
   const double drive = 1.0 + 9.0 * tone.fold;
   const double makeUp = 1.0 / saturate(drive);
   for (double& sample : signal) {
+    if (envelope.isOver()) {
+      return;
+    }
     const double wave = sineOfTurns(phase);
     sample += tone.gain * envelope.next() * (tone.fold > 0.0 ? saturate(wave * drive) * makeUp : wave);
     phase += std::min(tone.hertz * ratio.next(), kNyquist) / kSampleRate;

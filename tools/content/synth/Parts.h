@@ -25,6 +25,9 @@ class Envelope {
   explicit Envelope(const Shape& shape);
   double next();
 
+  /// Whether nothing but zeros will follow.
+  bool isOver() const { return level == 0.0; }
+
  private:
   std::size_t delayFrames, attackFrames, holdFrames;
   std::size_t frame = 0;

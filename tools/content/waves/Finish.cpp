@@ -66,7 +66,7 @@ void normaliseTogether(Sound& sound) {
   }
 }
 
-/// A coarse clock and a coarse scale, as early machines had them.
+/// A coarse clock, and a coarse scale whose steps grow with the level, as early machines had them.
 void crush(Signal& signal, double hertz, double bits) {
   const double step = hertz / kSampleRate;
   const double scale = powerOfTwo(bits - 1.0);
@@ -75,7 +75,8 @@ void crush(Signal& signal, double hertz, double bits) {
   for (double& sample : signal) {
     if (clock >= 1.0) {
       clock -= 1.0;
-      held = std::floor(sample * scale + 0.5) / scale;
+      const double root = std::floor(std::sqrt(std::abs(sample)) * scale + 0.5) / scale;
+      held = std::copysign(root * root, sample);
     }
     clock += step;
     sample = held;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kWindowSeconds = 0.08;
 constexpr double kHighestPeak = -1.0;
-constexpr double kLowestPeak = -3.0;
+constexpr double kLowestPeak = -9.0;
 constexpr double kMostBend = 6.0;
 constexpr int kBendSteps = 12;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
@@ -34,6 +34,20 @@ void scale(Sound& sound, double factor) {
     for (double& sample : channel) {
       sample *= factor;
     }
+  }
+}
+
+/// Takes the constant part out, by a hump over the whole length that leaves both ends as they are.
+void centre(Signal& signal) {
+  const double turn = 1.0 / static_cast<double>(signal.size() - 1);
+  double sum = 0.0;
+  double humps = 0.0;
+  for (std::size_t i = 0; i < signal.size(); ++i) {
+    sum += signal[i];
+    humps += 1.0 - cosineOfTurns(static_cast<double>(i) * turn);
+  }
+  for (std::size_t i = 0; i < signal.size(); ++i) {
+    signal[i] -= sum / humps * (1.0 - cosineOfTurns(static_cast<double>(i) * turn));
   }
 }
 
@@ -91,6 +105,10 @@ void level(Sound& sound, double target) {
     }
     sound = bent(sound, high);
   }
+  for (Signal& channel : sound) {
+    centre(channel);
+  }
+  scale(sound, 1.0 / peakOf(sound));
   scale(sound, factorOfDecibels(std::clamp(target - loudnessOf(sound), kLowestPeak, kHighestPeak)));
 }
 

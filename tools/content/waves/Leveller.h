@@ -9,8 +9,9 @@ namespace sivray::content {
 /// The loudness of the loudest 80 ms, in dB against a full-scale square, weighted as the ear hears it.
 double loudnessOf(const Sound& sound);
 
-/// Scales so that the loudness comes as near to `target` dB as it can with the peak between -3 and -1 dB. Where it is
+/// Scales so that the loudness comes as near to `target` dB as it can with the peak between -9 and -1 dB. Where it is
 /// too quiet at the higher end, its peaks are bent over, by at most 6 dB.
+/// The constant part of each channel goes too.
 void level(Sound& sound, double target);
 
 }  // namespace sivray::content
