@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "host/resample/CFsConvListener.h"
 #include "host/resample/CFsCwInterpolation.h"
 #include "host/resample/HostEventRing.h"
@@ -36,10 +37,10 @@ class CFsConverterWrapper {
   /// A host's block. Messages due in it, and the engine's frames, reach the listener between onBeginBlock and
   /// onEndBlock. Absent inputs (a null array or channel) are silence. Does nothing for null outputs or for 0 frames and
   /// below. Blocks longer than the buffers are rendered in parts: nothing is lost. Audio thread.
-  virtual void process(float** inputs, float** outputs, std::int32_t frames);
+  virtual void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
   /// Enters the MIDI messages among `vstEvents`, with their host frames turned into engine frames. Audio thread.
-  virtual void processEvents(const VstEvents& vstEvents);
+  virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
 
   /// Redesigns both resamplers, which begin again from silence. Rates that are not finite or whose integer part lies
   /// outside kLowestRate .. kHighestRate are ignored.

@@ -1,0 +1,113 @@
+// What the platform layer promises on every system, and how it finds its folders on this one.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/Clock.h"
+#include "platform/DenormalGuard.h"
+#include "platform/Files.h"
+#include "platform/Locale.h"
+#include "platform/SpecialFolders.h"
+
+namespace tesh::bramel::platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Platform : public testing::Test {
+ protected:
+  void SetUp() override {
+    fs::remove_all(home);
+    fs::create_directories(home);
+    for (const char* name : {"BRAMEL_COMMON_FILES", "BRAMEL_DOCUMENTS", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "LC_ALL",
+                             "LC_MESSAGES", "LANG"}) {
+      ::unsetenv(name);
+    }
+    ::setenv("HOME", home.c_str(), 1);
+    ::setenv("XDG_DATA_DIRS", ("/nowhere:" + home + "/shared").c_str(), 1);
+  }
+  void TearDown() override { fs::remove_all(home); }
+
+  const std::string home = fs::path(testing::TempDir()) / ("platform-" + std::to_string(::getpid()));
+};
+
+TEST_F(Platform, LooksForTheCommonFilesInOrder) {
+  EXPECT_EQ(commonFilesFolder(), "");
+  fs::create_directories(home + "/shared/Tesh/Bramel");
+  EXPECT_EQ(commonFilesFolder(), home + "/shared");
+  fs::create_directories(home + "/.local/share/Tesh/Bramel");
+  EXPECT_EQ(commonFilesFolder(), home + "/.local/share");
+  ::setenv("BRAMEL_COMMON_FILES", "/chosen", 1);
+  EXPECT_EQ(commonFilesFolder(), "/chosen");
+  EXPECT_TRUE(fs::exists(moduleFolder()));
+}
+
+TEST_F(Platform, TakesTheDocumentsFolderFromTheDesktop) {
+  EXPECT_EQ(documentsFolder(), home + "/Documents");
+  fs::create_directories(home + "/.config");
+  std::ofstream(home + "/.config/user-dirs.dirs") << "# folders\nXDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n";
+  EXPECT_EQ(documentsFolder(), home + "/Dokumente");
+  std::ofstream(home + "/.config/user-dirs.dirs") << "XDG_DOCUMENTS_DIR=\"\n";
+  EXPECT_EQ(documentsFolder(), home + "/Documents");
+  ::setenv("BRAMEL_DOCUMENTS", "/chosen", 1);
+  EXPECT_EQ(documentsFolder(), "/chosen");
+}
+
+TEST_F(Platform, ReadsJapaneseFromTheFirstSettingThatIsThere) {
+  EXPECT_EQ(userInterfaceLanguage(), kLanguageEnglish);
+  ::setenv("LANG", "ja_JP.UTF-8", 1);
+  EXPECT_EQ(userInterfaceLanguage(), kLanguageJapanese);
+  ::setenv("LC_ALL", "de_DE.UTF-8", 1);
+  EXPECT_EQ(userInterfaceLanguage(), kLanguageEnglish);
+}
+
+TEST_F(Platform, ReadsAndReplacesFilesWhole) {
+  const std::string path = home + "\\deep\\folder\\file";
+  const std::vector<std::uint8_t> bytes{1, 2, 3};
+  EXPECT_FALSE(writeAtomically(path, bytes));
+  EXPECT_TRUE(createFolders(home + "\\deep\\folder"));
+  EXPECT_TRUE(writeAtomically(path, std::vector<std::uint8_t>(5000)));
+  EXPECT_TRUE(writeAtomically(path, bytes));
+  EXPECT_EQ(readWhole(path), bytes);
+  EXPECT_EQ(std::distance(fs::directory_iterator(home + "/deep/folder"), {}), 1);
+  EXPECT_EQ(readWhole(home + "\\deep"), std::nullopt);
+  EXPECT_FALSE(createFolders(path));
+
+  std::optional<InputFile> file = InputFile::open(path);
+  ASSERT_TRUE(file);
+  InputFile moved = std::move(*file);
+  std::array<std::uint8_t, 8> read{};
+  EXPECT_FALSE(moved.seek(-1));
+  EXPECT_TRUE(moved.seek(2));
+  EXPECT_EQ(moved.read(read.data(), read.size()), 1U);
+  EXPECT_EQ(read[0], 3);
+}
+
+TEST_F(Platform, FlushesDenormalsAndGivesTheCallersSettingBack) {
+  volatile float tiny = 1e-30F;
+  {
+    const DenormalGuard guard;
+    const volatile float denormal = tiny * 1e-10F;
+    EXPECT_EQ(denormal, 0.0F);
+  }
+  const volatile float denormal = tiny * 1e-10F;
+  EXPECT_NE(denormal, 0.0F);
+}
+
+TEST_F(Platform, HasAClockThatOnlyGoesForward) {
+  std::int64_t last = monotonicNanoseconds();
+  for (int i = 0; i < 1000; ++i) {
+    const std::int64_t now = monotonicNanoseconds();
+    ASSERT_GE(now, last);
+    last = now;
+  }
+  EXPECT_NEAR(static_cast<double>(monotonicTicks()), static_cast<double>(last) / 100.0, 1e7);
+}
+
+}  // namespace
+}  // namespace tesh::bramel::platform
