@@ -16,7 +16,7 @@ namespace {
 constexpr std::int32_t kUnity24 = 8388607;
 constexpr float kEngineRate = 44100.0F;
 
-float sixDecimals(double ratio) { return static_cast<float>(std::trunc(ratio * 1e6) / 1e6); }
+float sixDecimals(double ratio) { return static_cast<float>(std::round(ratio * 1e6) / 1e6); }
 
 /// Truncates; what lies outside 32 bits becomes the nearest end, which only rates far from any real one reach.
 std::int32_t truncateToInt(float value) {
