@@ -1,0 +1,174 @@
+// Random scenes on every kernel against the plain model: every sample, every meter, every voice count.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <random>
+
+#include "PlainVoices.h"
+#include "engine/voice/DrumCore.h"
+#include "engine/voice/VoiceAllocator.h"
+#include "support/SampleFolder.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+constexpr std::size_t kSlotFrames = 6000;
+constexpr int kPads = 8;
+constexpr std::array<std::int32_t, kPadParameterCount> kMaxima{0,   15,  1, 1, 48, 200, 127, 127, 127,
+                                                               127, 127, 2, 1, 1,  1,   127, 127, 0};
+
+class Scene {
+ public:
+  Scene(support::SampleFolder& folder, unsigned seed, const VoiceKernel& kernel) : random(seed) {
+    makeWaves();
+    folder.write(waves);
+    file = std::make_unique<PcmFile>("SivrayPCM");
+    core = std::make_unique<DrumCore>(*file, kPads, kSlotFrames);
+    allocator = std::make_unique<VoiceAllocator>(*core, kPads);
+    model = std::make_unique<plain::Engine>(waves, pads, kSlotFrames);
+    for (int pad = 0; pad < kPads; ++pad) {
+      allocator->setPad(pad, &pads[static_cast<std::size_t>(pad)]);
+      for (std::size_t parameter = 1; parameter < kPadParameterCount; ++parameter) {
+        setAtRandom(pad, parameter);
+      }
+      changeWave(pad);
+    }
+    core->makeVoices(*allocator, kernel);
+  }
+
+  /// Some events, then a slice of 1 to 2048 frames; true if both sides agree.
+  bool step() {
+    for (int events = pick(0, 5); events > 0; --events) {
+      event();
+    }
+    constexpr std::array<int, 6> kLongest{1, 8, 64, 200, 700, 2048};
+    const int frames = pick(1, kLongest[static_cast<std::size_t>(pick(0, 5))]);
+    std::array<std::int32_t*, 4> channels{};
+    for (std::size_t i = 0; i < 4; ++i) {
+      channels[i] = fast.data() + i;
+    }
+    allocator->render(channels.data(), frames, 4);
+    model->render(slow.data(), frames);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(frames) * 4; ++i) {
+      if (fast[i] != slow[i]) {
+        ADD_FAILURE() << "frame " << i / 4 << " of " << frames << ", channel " << i % 4 << ": " << fast[i] << ", not "
+                      << slow[i];
+        return false;
+      }
+      loudest = std::max(loudest, std::abs(fast[i]));
+    }
+    return metersAgree();
+  }
+
+  std::int32_t loudest = 0;
+
+ private:
+  int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
+
+  void makeWaves() {
+    constexpr std::array<std::uint32_t, 6> kRates{44100, 22050, 48000, 32000, 96000, 11025};
+    waves.resize(6);
+    for (support::Wave& wave : waves) {
+      wave.rate = kRates[static_cast<std::size_t>(pick(0, 5))];
+      const int length = pick(0, 3) == 0 ? pick(1, 20) : pick(1, 7000);
+      const int loudness = pick(0, 2) == 0 ? 32767 : pick(0, 32767);
+      fill(wave.left, length, loudness);
+      if (pick(0, 1) == 1) {
+        fill(wave.right, length, loudness);
+      }
+    }
+  }
+
+  void fill(std::vector<std::int16_t>& side, int length, int loudness) {
+    const int held = pick(1, 60);  // square-like waves drive the low boost, noise drives the interpolation
+    for (int i = 0; i < length; ++i) {
+      side.push_back(i % held == 0 ? static_cast<std::int16_t>(pick(-loudness - 1, loudness)) : side.back());
+    }
+  }
+
+  void setAtRandom(int pad, std::size_t parameter) {
+    const int maximum = kMaxima[parameter];
+    int value = pick(0, maximum);
+    if (pick(0, 3) == 0) {
+      value = pick(0, 1) * maximum;
+    }
+    if (parameter == static_cast<std::size_t>(PadParameter::exAssign) && pick(0, 3) != 0) {
+      value = 0;
+    }
+    if (parameter == static_cast<std::size_t>(PadParameter::egTime) && pick(0, 1) == 0) {
+      value = pick(0, 1) == 0 ? 127 : pick(0, 30);
+    }
+    pads[static_cast<std::size_t>(pad)].set(parameter, value);
+  }
+
+  void changeWave(int pad) {
+    std::int32_t wave = pick(0, static_cast<int>(waves.size()) - 1);
+    core->waveChange().setValue(pad, &wave);
+    model->loadWave(static_cast<std::size_t>(pad), static_cast<std::size_t>(wave));
+    pads[static_cast<std::size_t>(pad)].set(0, wave);
+  }
+
+  void event() {
+    const int pad = pick(0, kPads - 1);
+    const int kind = pick(0, 99);
+    if (kind < 40) {
+      const int velocity = pick(1, 127);
+      allocator->noteOn(36 + pad, velocity);
+      model->noteOn(36 + pad, velocity);
+    } else if (kind < 55) {
+      allocator->noteOff(36 + pad);
+      model->noteOff(36 + pad);
+    } else if (kind < 96) {
+      setAtRandom(pad, static_cast<std::size_t>(pick(1, 17)));
+    } else if (kind < 99) {
+      changeWave(pad);
+    } else {
+      allocator->resetVoices();
+      model->reset();
+    }
+  }
+
+  bool metersAgree() {
+    EXPECT_EQ(allocator->activeVoiceCount(), model->used);
+    for (unsigned pad = 0; pad < kPads; ++pad) {
+      EXPECT_EQ(allocator->padLevel(pad, 0), model->meters[0][pad]) << "pad " << pad;
+      EXPECT_EQ(allocator->padLevel(pad, 1), model->meters[1][pad]) << "pad " << pad;
+    }
+    return !::testing::Test::HasFailure();
+  }
+
+  std::mt19937 random;
+  std::vector<support::Wave> waves;
+  std::array<PadValues, kPads> pads;
+  std::unique_ptr<PcmFile> file;
+  std::unique_ptr<DrumCore> core;
+  std::unique_ptr<VoiceAllocator> allocator;
+  std::unique_ptr<plain::Engine> model;
+  alignas(32) std::array<std::int32_t, 2048 * 4> fast{};
+  std::array<std::int32_t, 2048 * 4> slow{};
+};
+
+TEST(VoiceScenes, EveryKernelPlaysRandomScenesAsThePlainModelDoes) {
+  const char* wanted = std::getenv("SIVRAY_SCENES");  // for longer runs by hand
+  const unsigned scenes = wanted == nullptr ? 40 : static_cast<unsigned>(std::atoi(wanted));
+  support::SampleFolder folder;
+  for (const VoiceKernel& kernel : voiceKernels()) {
+    if (!kernel.isSupported()) {
+      continue;
+    }
+    std::int32_t loudest = 0;
+    for (unsigned seed = 0; seed < scenes; ++seed) {
+      Scene scene(folder, seed, kernel);
+      for (int slice = 0; slice < 60; ++slice) {
+        ASSERT_TRUE(scene.step()) << kernel.name << ", scene " << seed << ", slice " << slice;
+      }
+      loudest = std::max(loudest, scene.loudest);
+    }
+    EXPECT_EQ(loudest, 32767) << kernel.name;
+  }
+}
+
+}  // namespace
+}  // namespace tesh::bramel::plugin::sivray
