@@ -1,0 +1,135 @@
+// What stands in a pad's slot after a change of its wave, from whole and from broken files.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+#include "engine/samples/WaveChange.h"
+#include "support/SampleFolder.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+constexpr std::size_t kSlotFrames = 20;
+
+std::vector<std::int16_t> ramp(int first, int frames) {
+  std::vector<std::int16_t> samples(static_cast<std::size_t>(frames));
+  std::iota(samples.begin(), samples.end(), static_cast<std::int16_t>(first));
+  return samples;
+}
+
+/// Two pads on a library of its own.
+struct Pads {
+  explicit Pads(const std::vector<support::Wave>& waves) : folder(waves), file("SivrayPCM") {}
+
+  void change(int pad, std::int32_t wave) { throughBack.setValue(pad, &wave); }
+  std::uint64_t frames(std::size_t pad) const { return pool.slot(pad).frames; }
+
+  /// Left and right samples of all the slot's memory.
+  std::vector<std::int16_t> side(std::size_t pad, std::size_t channel) {
+    std::vector<std::int16_t> samples;
+    for (std::size_t i = 0; i < kSlotFrames; ++i) {
+      samples.push_back(pool.memoryOf(pad)[2 * i + channel]);
+    }
+    return samples;
+  }
+
+  support::SampleFolder folder;
+  PcmFile file;
+  PcmPool pool{2, kSlotFrames};
+  PrepareWaveChange prepare{pool};
+  PCMLoadTask load{pool, file};
+  PCMLoadAck acknowledge{pool};
+  ThroughBack throughBack{prepare, load, acknowledge};
+};
+
+std::vector<std::int16_t> padded(std::vector<std::int16_t> samples) {
+  samples.resize(kSlotFrames);
+  return samples;
+}
+
+TEST(WaveChange, FillsTheSlotAndClearsWhatTheWaveBeforeHasLeft) {
+  Pads pads({{"mono", ramp(0x1230, 9), {}}, {"stereo", ramp(-7, 5), ramp(300, 8)}});
+  pads.change(0, 0);
+  EXPECT_EQ(pads.frames(0), 9U);
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(0x1230, 9)));
+  EXPECT_EQ(pads.side(0, 1), padded(ramp(0x1230, 9)));
+  pads.change(0, 1);
+  EXPECT_EQ(pads.frames(0), 5U) << "the left side's length";
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(-7, 5)));
+  EXPECT_EQ(pads.side(0, 1), padded(ramp(300, 5)));
+  EXPECT_TRUE(pads.pool.slot(0).ready);
+  EXPECT_EQ(pads.frames(1), 0U) << "the other pad has had no wave";
+  EXPECT_EQ(pads.pool.slot(1).data, pads.pool.silence());
+  for (const int nobody : {-1, 2}) {
+    pads.change(nobody, 0);
+  }
+  EXPECT_EQ(pads.frames(0), 5U);
+}
+
+TEST(WaveChange, KeepsTwoSilentFramesBehindTheLongestWave) {
+  for (const int length : {17, 18, 19, 20, 21, 40}) {
+    Pads pads({{"long", ramp(1, length), ramp(101, length)}});
+    pads.change(1, 0);
+    const int kept = std::min(length, 18);
+    EXPECT_EQ(pads.frames(1), static_cast<std::uint64_t>(kept));
+    EXPECT_EQ(pads.side(1, 0), padded(ramp(1, kept))) << length;
+    EXPECT_EQ(pads.side(1, 1), padded(ramp(101, kept))) << length;
+  }
+}
+
+TEST(WaveChange, PlaysTheFirstSampleOfTheFileForAWaveThatIsNone) {
+  Pads pads({{"only", ramp(50, 9), {}}});
+  for (const std::int32_t none : {-1, 1, 1 << 30}) {
+    pads.change(0, 0);
+    pads.change(0, none);
+    EXPECT_EQ(pads.frames(0), 1U);
+    EXPECT_EQ(pads.side(0, 0), padded({50})) << none;
+  }
+}
+
+TEST(WaveChange, ReadsSilenceBehindTheEndOfTheData) {
+  Pads pads({{"first", ramp(1, 4), {}}, {"cut", ramp(5, 10), {}}, {"gone", ramp(100, 3), ramp(200, 3)}});
+  std::filesystem::resize_file(pads.folder.pathOf("drumdata.bin"), 2 * 9 + 1);  // and half a sample
+  pads.change(0, 1);
+  EXPECT_EQ(pads.frames(0), 10U);
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(5, 5)));
+  pads.change(0, 2);
+  EXPECT_EQ(pads.frames(0), 3U);
+  EXPECT_EQ(pads.side(0, 0), padded({}));
+  EXPECT_EQ(pads.side(0, 1), padded({}));
+}
+
+TEST(WaveChange, EmptiesTheSlotWhenTheDataCannotBeOpened) {
+  Pads pads({{"wave", ramp(1, 4), {}}});
+  pads.change(0, 0);
+  std::filesystem::remove(pads.folder.pathOf("drumdata.bin"));
+  pads.change(0, 0);
+  EXPECT_EQ(pads.frames(0), 0U);
+  EXPECT_EQ(pads.pool.slot(0).data, pads.pool.memoryOf(0));
+}
+
+TEST(WaveChange, StandsStretchesThatEndBeforeTheyBeginOrLieBeyondReach) {
+  Pads pads({{"wave", ramp(1, 12), {}}});
+  const std::array<std::array<std::uint32_t, 2>, 5> stretches{
+      {{5, 4}, {5, 3}, {0, 0xFFFFFFFF}, {0x7FFFFFFF, 0x80000003}, {0xFFFFFFFE, 0xFFFFFFFF}}};
+  const std::array<std::uint64_t, 5> frames{0, 18, 0, 5, 2};
+  for (std::size_t i = 0; i < stretches.size(); ++i) {
+    std::vector<std::uint8_t> samples;
+    for (const std::uint32_t word : {stretches[i][0], stretches[i][1], 44100U}) {
+      for (int shift = 0; shift < 32; shift += 8) {
+        samples.push_back(static_cast<std::uint8_t>(word >> shift));
+      }
+    }
+    std::vector<std::uint8_t> waves(24);
+    waves[0] = 1;
+    pads.file.database().loadFrom(samples, waves);
+    pads.change(0, 0);
+    EXPECT_EQ(pads.frames(0), frames[i]) << i;
+    EXPECT_EQ(pads.side(0, 0)[18], 0);
+    EXPECT_EQ(pads.side(0, 0)[19], 0);
+  }
+}
+
+}  // namespace
+}  // namespace tesh::bramel::plugin::sivray
