@@ -192,6 +192,7 @@ TEST(Frame, CanBeReadAndQueuedToWhileItPlays) {
   Player player;
   openMaster(player);
   std::atomic<bool> playing{true};
+  std::atomic<bool> hasQueued{false};  // a busy machine may let the other thread wait for long
   std::thread other([&] {
     while (playing) {
       for (std::uint32_t id = 0; id < kMeters; ++id) {
@@ -200,9 +201,10 @@ TEST(Frame, CanBeReadAndQueuedToWhileItPlays) {
       }
       player.plugin.setParameter(kPitchOfPad4, 0.3F);
       player.plugin.tempoChanged(130.0);
+      hasQueued = true;
     }
   });
-  for (int block = 0; block < 200; ++block) {
+  for (int block = 0; block < 200 || !hasQueued; ++block) {
     player.automate(3, parameterId(static_cast<std::uint32_t>(block) % 8, 0), static_cast<float>(block % 12) / 11.0F);
     player.automate(5, 0x100, static_cast<float>(block % 30) / 29.0F);
     player.note(7, 36 + block % 8);
@@ -210,6 +212,7 @@ TEST(Frame, CanBeReadAndQueuedToWhileItPlays) {
   }
   playing = false;
   other.join();
+  player.process(64);
   EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), static_cast<float>(14) / 48.0F);
 }
 
