@@ -20,11 +20,6 @@ EventSequencer::EventSequencer(IEventResponder& eventResponder) : responder(even
   active.reserve(kReservedRecords);
 }
 
-void EventSequencer::append(const SequencerEvent& record) {
-  const std::lock_guard lock(mutex);
-  pending.push_back(record);
-}
-
 void EventSequencer::merge() {
   active.clear();
   {

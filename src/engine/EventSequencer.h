@@ -51,16 +51,29 @@ class IEventSequencer {
 };
 
 /// Producers append on any thread; the render loop merges what has been appended when its own list has run out. The
-/// lock is held for one append or one swap, never while anything fires. Nothing is allocated until more than
-/// kReservedRecords wait at once.
+/// lock is held for the appends of one producer or for one swap, never while anything fires. Nothing is allocated until
+/// more than kReservedRecords wait at once.
 class EventSequencer final : public IEventSequencer {
  public:
   static constexpr std::size_t kReservedRecords = 8192;
 
+  /// Appends any number of records under one hold of the lock, which lasts as long as the intake.
+  class Intake {
+   public:
+    explicit Intake(EventSequencer& sequencer) : lock(sequencer.mutex), records(sequencer.pending) {}
+
+    /// A new last record, to be filled in. Good until the next call.
+    SequencerEvent& add() { return records.emplace_back(); }
+
+   private:
+    std::lock_guard<std::recursive_mutex> lock;
+    std::vector<SequencerEvent>& records;
+  };
+
   /// `eventResponder` must outlive the sequencer.
   explicit EventSequencer(IEventResponder& eventResponder);
 
-  void append(const SequencerEvent& record);
+  void append(const SequencerEvent& record) { Intake(*this).add() = record; }
 
   std::int64_t nextEventFrame() override;
   void advance(std::int64_t frames) override;

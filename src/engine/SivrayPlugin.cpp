@@ -28,35 +28,50 @@ SivrayPlugin<Synth>::SivrayPlugin(std::string_view folder, std::size_t slotFrame
     : synth(nullptr, 1, kPadCount, folder, slotFrames), library(std::make_unique<vimo::SivraySampleLibrary>()) {}
 
 template <typename Synth>
-void SivrayPlugin<Synth>::queue(SequencerEvent record) {
+SequencerEvent& SivrayPlugin<Synth>::addRecord(EventSequencer::Intake& intake, SequencerKind kind) {
+  SequencerEvent& record = intake.add();
   record.sequence = nextSequence.fetch_add(1, std::memory_order_relaxed);
-  sequencer.append(record);
+  record.kind = kind;
+  return record;
+}
+
+template <typename Synth>
+void SivrayPlugin<Synth>::queueParameter(SequencerKind kind, std::uint32_t id, float value) {
+  EventSequencer::Intake intake(sequencer);
+  SequencerEvent& record = addRecord(intake, kind);
+  record.id = id;
+  record.value = value;
 }
 
 template <typename Synth>
 bool SivrayPlugin<Synth>::addMidi(const std::vector<vimo::MidiEvent>& events) {
-  for (const vimo::MidiEvent& event : events) {
-    SequencerEvent record;
-    record.frame = event.frame;
-    record.kind = SequencerKind::midi;
-    record.message = shortMessage(event);
-    queue(record);
+  if (events.empty()) {
+    return false;
   }
-  return !events.empty();
+  EventSequencer::Intake intake(sequencer);
+  for (const vimo::MidiEvent& event : events) {
+    SequencerEvent& record = addRecord(intake, SequencerKind::midi);
+    record.frame = event.frame;
+    record.message = shortMessage(event);
+  }
+  return true;
 }
 
 template <typename Synth>
 void SivrayPlugin<Synth>::takeAutomation(vimo::TimedValueRing& ring) {
-  bool any = false;
-  while (const auto entry = ring.take()) {
-    SequencerEvent record;
-    record.frame = entry->frame;
-    record.id = entry->id;
-    record.value = entry->value;
-    queue(record);
-    any = true;
+  if (ring.isEmpty()) {
+    return;
   }
-  if (any && listener != nullptr) {
+  {
+    EventSequencer::Intake intake(sequencer);
+    while (const auto entry = ring.take()) {
+      SequencerEvent& record = addRecord(intake, SequencerKind::parameter);
+      record.frame = entry->frame;
+      record.id = entry->id;
+      record.value = entry->value;
+    }
+  }
+  if (listener != nullptr) {
     listener->parametersArrived();
   }
 }
@@ -89,22 +104,14 @@ void SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames) {
 
 template <typename Synth>
 void SivrayPlugin<Synth>::setParameter(std::uint32_t id, float value) {
-  if (running) {
-    return;
+  if (!running) {
+    queueParameter(SequencerKind::parameter, id, value);
   }
-  SequencerEvent record;
-  record.id = id;
-  record.value = value;
-  queue(record);
 }
 
 template <typename Synth>
 void SivrayPlugin<Synth>::setGlobalParameter(std::uint32_t id, float value) {
-  SequencerEvent record;
-  record.kind = SequencerKind::globalParameter;
-  record.id = id;
-  record.value = value;
-  queue(record);
+  queueParameter(SequencerKind::globalParameter, id, value);
 }
 
 template <typename Synth>

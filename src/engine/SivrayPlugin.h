@@ -83,7 +83,9 @@ class SivrayPlugin final : public vimo::Generator<float> {
     Synth& synth;
   };
 
-  void queue(SequencerEvent record);
+  /// A new record with its place in the order of arrival.
+  SequencerEvent& addRecord(EventSequencer::Intake& intake, SequencerKind kind);
+  void queueParameter(SequencerKind kind, std::uint32_t id, float value);
   void takeAutomation(vimo::TimedValueRing& ring);
 
   vimo::PluginListener* listener = nullptr;
