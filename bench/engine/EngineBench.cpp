@@ -3,9 +3,12 @@
 //   bench_engine                     time (Google Benchmark)
 //   bench_engine count SCENE BLOCKS  runs BLOCKS blocks of 128 frames of a scene and ends: two runs under an
 //                                    instruction counter that differ in BLOCKS give the cost of a frame. Scenes: dry8,
-//                                    dry4, wet8 (through the effect), idle (effect bypassed), rest (default effect)
+//                                    dry4, decay8 (envelopes on the move), wet8 (through the effect), idle (effect
+//                                    bypassed), rest (default effect)
+//   bench_engine count KERNEL BLOCKS the same for eight voices alone on one kernel: SSE2, SSE4.1 or AVX2
 //   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times
 //   bench_engine count build BLOCKS  builds the engine BLOCKS times
+//   bench_engine memory              prints what one more engine adds to the resident memory of this process
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
@@ -15,6 +18,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include <unistd.h>
 
 #include "engine/SivrayPlugin.h"
 #include "support/SampleFolder.h"
@@ -39,10 +44,12 @@ struct Scene {
   int voices;
   int effect;
   float send;
+  float egTime = 1.0F;
 };
 
-constexpr std::array<Scene, 5> kScenes{{{"dry8", 8, kBypass, 0.0F},
+constexpr std::array<Scene, 6> kScenes{{{"dry8", 8, kBypass, 0.0F},
                                         {"dry4", 4, kBypass, 0.0F},
+                                        {"decay8", 8, kBypass, 0.0F, 100.0F / 127.0F},
                                         {"wet8", 8, kDefaultEffect, 1.0F},
                                         {"idle", 0, kBypass, 0.0F},
                                         {"rest", 0, kDefaultEffect, 0.0F}}};
@@ -63,6 +70,7 @@ class Player {
     for (std::uint32_t pad = 0; pad < 8; ++pad) {
       set(parameterId(pad, 1), 0.0F);
       set(parameterId(pad, 4), 23.0F / 48.0F);
+      set(parameterId(pad, 7), scene.egTime);
       set(parameterId(pad, 13), scene.send);
     }
     block.outputs = outputs.data();
@@ -96,6 +104,42 @@ class Player {
   std::array<float*, 2> outputs{left.data(), right.data()};
   std::vector<tesh::vimo::MidiEvent> midi;
   tesh::vimo::ProcessBlock block;
+  int played = 0;
+};
+
+/// Eight voices at rest on one kernel, with nothing around them.
+class Voices {
+ public:
+  explicit Voices(const VoiceKernel& kernel) {
+    constexpr std::array<std::int32_t, kPadParameterCount> kSettings{0,  0,  0, 0, 23, 100, 0,  127, 100,
+                                                                     64, 30, 0, 0, 0,  1,   64, 0,   0};
+    for (int pad = 0; pad < kPadCount; ++pad) {
+      PadValues& values = pads[static_cast<std::size_t>(pad)];
+      for (std::size_t i = 0; i < kSettings.size(); ++i) {
+        values.set(i, kSettings[i]);
+      }
+      std::int32_t wave = pad;
+      core.waveChange().setValue(pad, &wave);
+      allocator.setPad(pad, &values);
+    }
+    core.makeVoices(allocator, kernel);
+  }
+
+  void playBlock() {
+    for (int pad = 0; played % kBlocksPerHit == 0 && pad < kPadCount; ++pad) {
+      allocator.noteOn(VoiceAllocator::kFirstNote + pad, 100);
+    }
+    ++played;
+    const std::array<std::int32_t*, 4> channels{mix.data(), mix.data() + 1, mix.data() + 2, mix.data() + 3};
+    allocator.render(channels.data(), kFrames, 4);
+  }
+
+ private:
+  PcmFile file{kSampleFolder};
+  DrumCore core{file, kPadCount, kSlotFrames};
+  VoiceAllocator allocator{core, kPadCount};
+  std::array<PadValues, static_cast<std::size_t>(kPadCount)> pads;
+  alignas(32) std::array<std::int32_t, static_cast<std::size_t>(kFrames) * 4> mix{};
   int played = 0;
 };
 
@@ -135,6 +179,34 @@ void build(benchmark::State& state, int others) {
   }
 }
 
+int countKernel(const VoiceKernel& kernel, int blocks) {
+  Voices voices(kernel);
+  for (int i = 0; i < blocks; ++i) {
+    voices.playBlock();
+  }
+  return 0;
+}
+
+/// Resident memory of this process.
+long residentKilobytes() {
+  long size = 0;
+  long resident = 0;
+  if (std::FILE* const file = std::fopen("/proc/self/statm", "r")) {
+    if (std::fscanf(file, "%ld %ld", &size, &resident) != 2) {
+      resident = 0;
+    }
+    std::fclose(file);
+  }
+  return resident * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+int printMemory() {
+  const long before = residentKilobytes();
+  const Player player(kScenes.back());
+  std::printf("one engine, every slot filled: %ld KiB\n", residentKilobytes() - before);
+  return 0;
+}
+
 int countOnly(std::string_view name, int blocks) {
   if (name == "wave") {
     WaveChanger changer;
@@ -149,6 +221,11 @@ int countOnly(std::string_view name, int blocks) {
     }
     return 0;
   }
+  for (const VoiceKernel& kernel : voiceKernels()) {
+    if (kernel.name == name && kernel.isSupported()) {
+      return countKernel(kernel, blocks);
+    }
+  }
   for (const Scene& scene : kScenes) {
     if (scene.name == name) {
       Player player(scene);
@@ -158,7 +235,7 @@ int countOnly(std::string_view name, int blocks) {
       return 0;
     }
   }
-  std::fprintf(stderr, "bench_engine: no scene of this name: use dry8, dry4, wet8, idle, rest, wave or build\n");
+  std::fprintf(stderr, "bench_engine: no scene or kernel of this name\n");
   return 1;
 }
 
@@ -168,6 +245,9 @@ int main(int argc, char** argv) {
   const support::SampleFolder folder = makeFolder();
   if (argc == 4 && std::string_view(argv[1]) == "count") {
     return countOnly(argv[2], std::atoi(argv[3]));
+  }
+  if (argc == 2 && std::string_view(argv[1]) == "memory") {
+    return printMemory();
   }
   for (const Scene& scene : kScenes) {
     benchmark::RegisterBenchmark(("play/" + std::string(scene.name)).c_str(), playScene, scene);
