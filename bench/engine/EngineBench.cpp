@@ -171,6 +171,7 @@ void changeWave(benchmark::State& state) {
 /// With `others` engines alive beside the one that is built.
 void build(benchmark::State& state, int others) {
   std::vector<std::unique_ptr<Plugin>> alive;
+  alive.reserve(static_cast<std::size_t>(others));
   for (int i = 0; i < others; ++i) {
     alive.push_back(std::make_unique<Plugin>());
   }
