@@ -32,6 +32,12 @@ int main(int argc, char* argv[]) {
       {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});
   program.addCommand(
       {"kits", kKitsUsage, "Makes the macro description out of the factory's kits", "", speaking(runKits)});
+  program.addCommand({"levels", kLevelsUsage,
+                      "Plays every pad of every installed kit and prints level, length and brightness", "",
+                      speaking(runLevels)});
+  program.addCommand({"balance", kBalanceUsage,
+                      "Sets the levels in the texts of the kits by what they sound like as installed", "",
+                      speaking(runBalance)});
   program.addCommand({"pack", kPackUsage, "Packs a folder of WAV, AIFF and FLAC files into a sample library",
                       "The folder holds one sub-folder per category.", speaking(runPack)});
   program.addCommand({"inspect", kInspectUsage,

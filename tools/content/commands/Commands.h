@@ -12,6 +12,13 @@ void runWaves(const juce::ArgumentList& list);
 inline constexpr const char* kKitsUsage = "kits TABLES KITS -o DIR";
 void runKits(const juce::ArgumentList& list);
 
+// Both play the installed content, or that below $BRAMEL_COMMON_FILES.
+inline constexpr const char* kLevelsUsage = "levels";
+void runLevels(const juce::ArgumentList& list);
+
+inline constexpr const char* kBalanceUsage = "balance KITS";
+void runBalance(const juce::ArgumentList& list);
+
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR";
 void runPack(const juce::ArgumentList& list);
 
