@@ -55,13 +55,19 @@ class Host {
     time = {};
     dispatch(effMainsChanged, 0, 0, nullptr, 0.0F);
     dispatch(effSetSampleRate, 0, 0, nullptr, 44100.0F);
-    dispatch(effSetChunk, 0, static_cast<std::intptr_t>(start.size()), start.data(), 0.0F);
+    for (std::int32_t index = 0; index < effect->numParams; ++index) {
+      effect->setParameter(effect, index, 0.5F);
+    }
+    if (stateWasSet) {  // Reads waves, which takes longer than all else.
+      dispatch(effSetChunk, 0, static_cast<std::intptr_t>(start.size()), start.data(), 0.0F);
+      stateWasSet = false;
+    }
   }
 
   void call(Input& input) {
     switch (input.number<std::uint8_t>() % 6) {
       case 0:
-        play(input.number<std::uint16_t>() % 5000);
+        play(input.number<std::uint16_t>() % 2200);
         break;
       case 1: {
         const auto index = input.number<std::int32_t>();
@@ -117,11 +123,12 @@ class Host {
     dispatch(effProcessEvents, 0, 0, &events, 0.0F);
   }
 
-  void setChunk(Input& input) const {
+  void setChunk(Input& input) {
+    stateWasSet = true;
     // A damaged copy of a good state gets further than bytes alone.
     std::vector<std::uint8_t> state = start;
     state.resize(std::min<std::size_t>(state.size(), input.number<std::uint32_t>()));
-    const std::size_t offset = state.empty() ? 0 : input.number<std::uint16_t>() % state.size();
+    const std::size_t offset = state.empty() ? 0 : input.number<std::uint32_t>() % state.size();
     const auto damage = input.bytes(std::min<std::size_t>(64, state.size() - offset));
     std::copy(damage.begin(), damage.end(), state.begin() + static_cast<std::ptrdiff_t>(offset));
     dispatch(effSetChunk, 0, static_cast<std::intptr_t>(state.size()), state.data(), 0.0F);
@@ -156,6 +163,7 @@ class Host {
   BramelVstAdapter plugin{answer, instrument};
   AEffect* effect = plugin.getAeffect();
   std::vector<std::uint8_t> start;
+  bool stateWasSet = false;
 };
 
 }  // namespace
