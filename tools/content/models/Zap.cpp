@@ -46,7 +46,7 @@ void makeZap(Signal& signal, const Parameters& p, Dice dice) {
   Noise noise(dice, kNoiseLayer, p["width"]);
   const double noiseGain = p["noise"];
   const double wave = p["wave"];
-  const double drift = 1.0 + 0.006 * p["width"] * dice.own.both();
+  const double drift = 1.0 + 0.0015 * p["width"] * dice.own.both();
   const double ringHertz = p["ringhz"] * (1.0 + 0.02 * p["width"] * dice.own.both());
   const double ring = p["ring"];
   const double follow = p["follow"];

@@ -60,8 +60,8 @@ struct Tone {
   double gain = 1.0;
   double phase = 0.0;  ///< In turns.
   double fold = 0.0;
-  Glide glide;
-  Shape shape;
+  Glide glide{};
+  Shape shape{};
 };
 void addTone(Signal& signal, const Tone& tone);
 
@@ -86,7 +86,7 @@ struct NoiseBand {
   double high = 20000.0;
   int poles = 2;  ///< Second-order sections at each edge, 1 to 4.
   double gain = 1.0;
-  Shape shape;
+  Shape shape{};
 };
 void addNoise(Signal& signal, Noise noise, const NoiseBand& band);
 

@@ -14,12 +14,12 @@ namespace sivray::content {
 namespace {
 
 /// Below this, against the peak, a fall has ended.
-constexpr double kEndDecibels = -66.0;
+constexpr double kEndDecibels = -60.0;
 
 /// A fade-in that is too short to soften a blow and long enough to begin at zero.
 constexpr std::size_t kFadeInFrames = 12;
 constexpr double kShortestFade = 0.005;
-constexpr double kLongestFade = 0.06;
+constexpr double kLongestFade = 0.08;
 
 /// The part of a sound that its last fade may take.
 constexpr double kFadeShare = 0.15;

@@ -1,0 +1,143 @@
+// Measures waves as an ear would: by bands, by their course in time, and against each other.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <complex>
+#include <cstdint>
+#include <numbers>
+#include <numeric>
+#include <vector>
+
+namespace support {
+
+inline double decibels(double power) { return 10.0 * std::log10(power + 1e-15); }
+
+/// Power by frequency over the first second and a half.
+class Spectrum {
+ public:
+  explicit Spectrum(const std::vector<std::int16_t>& samples) {
+    const std::size_t frames = std::min<std::size_t>(samples.size(), 65536);
+    std::vector<std::complex<double>> bins(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(frames));
+    const std::size_t size = std::bit_ceil(std::max<std::size_t>(frames, 2));
+    bins.resize(size);
+    transform(bins);
+    for (std::size_t i = 0; i < size / 2; ++i) {
+      power.push_back(std::norm(bins[i]));
+    }
+    binHertz = 44100.0 / static_cast<double>(size);
+  }
+
+  /// Share of the whole power that lies between two frequencies, in dB.
+  double share(double low, double high) const {
+    double inside = 0.0;
+    for (std::size_t i = 0; i < power.size(); ++i) {
+      const double hertz = static_cast<double>(i) * binHertz;
+      inside += hertz >= low && hertz < high ? power[i] : 0.0;
+    }
+    return decibels(inside / std::accumulate(power.begin(), power.end(), 1e-9));
+  }
+
+  double strongestHertz() const {
+    return static_cast<double>(std::max_element(power.begin(), power.end()) - power.begin()) * binHertz;
+  }
+
+ private:
+  /// In place; the size is a power of two.
+  static void transform(std::vector<std::complex<double>>& bins) {
+    const std::size_t size = bins.size();
+    for (std::size_t i = 1, j = 0; i < size; ++i) {
+      std::size_t bit = size / 2;
+      for (; (j & bit) != 0; bit /= 2) {
+        j ^= bit;
+      }
+      j ^= bit;
+      if (i < j) {
+        std::swap(bins[i], bins[j]);
+      }
+    }
+    std::vector<std::complex<double>> turns(size / 2);
+    for (std::size_t i = 0; i < size / 2; ++i) {
+      turns[i] = std::polar(1.0, -2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size));
+    }
+    for (std::size_t half = 1; half < size; half *= 2) {
+      for (std::size_t i = 0; i < size; ++i) {
+        if ((i & half) == 0) {
+          const std::complex<double> turn = turns[(i & (half - 1)) * (size / 2 / half)];
+          const std::complex<double> odd = bins[i + half];
+          const std::complex<double> turned{odd.real() * turn.real() - odd.imag() * turn.imag(),
+                                            odd.real() * turn.imag() + odd.imag() * turn.real()};
+          bins[i + half] = bins[i] - turned;
+          bins[i] += turned;
+        }
+      }
+    }
+  }
+
+  std::vector<double> power;
+  double binHertz = 0.0;
+};
+
+/// Root of the mean square of every stretch of `seconds`.
+inline std::vector<double> courseOf(const std::vector<std::int16_t>& samples, double seconds) {
+  const auto hop = static_cast<std::size_t>(seconds * 44100.0);
+  std::vector<double> course((samples.size() + hop - 1) / hop);
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    course[i / hop] += static_cast<double>(samples[i]) * samples[i] / static_cast<double>(hop);
+  }
+  std::transform(course.begin(), course.end(), course.begin(), [](double x) { return std::sqrt(x); });
+  return course;
+}
+
+/// Time after which nothing is louder than 20 dB below the loudest moment.
+inline double lengthOf(const std::vector<std::int16_t>& samples) {
+  const std::vector<double> course = courseOf(samples, 0.005);
+  const double threshold = 0.1 * *std::max_element(course.begin(), course.end());
+  const auto last = std::find_if(course.rbegin(), course.rend(), [=](double x) { return x > threshold; });
+  return 0.005 * static_cast<double>(course.rend() - last);
+}
+
+/// The correlation of two sounds that begin together, from -1 to 1.
+inline double correlation(const std::vector<std::int16_t>& a, const std::vector<std::int16_t>& b) {
+  double both = 0.0;
+  double first = 1e-9;
+  double second = 1e-9;
+  for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+    both += static_cast<double>(a[i]) * b[i];
+    first += static_cast<double>(a[i]) * a[i];
+    second += static_cast<double>(b[i]) * b[i];
+  }
+  return both / std::sqrt(first * second);
+}
+
+/// How a sound's bands move in time, in dB: what two alike sounds have in common, whatever their noise.
+inline std::vector<double> fingerprintOf(const std::vector<std::int16_t>& samples) {
+  constexpr double kEnds[]{0.01, 0.03, 0.08, 0.2, 0.5, 6.0};
+  std::vector<double> print;
+  std::size_t first = 0;
+  for (const double end : kEnds) {
+    const auto last = std::min(samples.size(), static_cast<std::size_t>(end * 44100.0));
+    const std::vector<std::int16_t> stretch(samples.begin() + static_cast<std::ptrdiff_t>(std::min(first, last)),
+                                            samples.begin() + static_cast<std::ptrdiff_t>(last));
+    const double level = decibels(std::inner_product(stretch.begin(), stretch.end(), stretch.begin(), 0.0) / 1e9 /
+                                  std::max(1.0, static_cast<double>(stretch.size())));
+    const Spectrum spectrum(stretch);
+    for (double hertz = 40.0; hertz < 16000.0; hertz *= 1.6) {
+      print.push_back(std::max(level + spectrum.share(hertz, hertz * 1.6), -65.0));
+    }
+    first = last;
+  }
+  return print;
+}
+
+inline double distance(const std::vector<double>& a, const std::vector<double>& b) {
+  double sum = 0.0;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    sum += (a[i] - b[i]) * (a[i] - b[i]);
+  }
+  return std::sqrt(sum / static_cast<double>(a.size()));
+}
+
+}  // namespace support
