@@ -26,7 +26,7 @@ inline constexpr std::uint32_t kPadValues = 128;
 inline constexpr std::uint32_t kMasterOut = 0x110;
 
 /// Four groups of values behind those of the pads belong to the effect and the output.
-inline std::unique_ptr<BramelInstrument> makeInstrument() {
+inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2) {
   auto processor = std::make_unique<BramelInstrument::Processor>(
       "Sivray", std::make_unique<Plugin>(bramel::plugin::sivray::kSampleFolder, kSlot));
   auto& controller = processor->controller();
@@ -44,8 +44,9 @@ inline std::unique_ptr<BramelInstrument> makeInstrument() {
         processor->generator().getParameter(id < kPadValues ? static_cast<std::uint32_t>(id) : kMasterOut);
   }
   controller.ccMap = {{7, 8}, {vimo::MacroControllerBase::kPitchBendKey, 24}};
-  controller.storeCurrent(0);
-  controller.storeCurrent(0);
+  for (int program = 0; program < programs; ++program) {
+    controller.storeCurrent(0);
+  }
   processor->generator().activate();
   auto shell = std::make_unique<BramelInstrument>(std::move(processor));
   shell->setTooltipProvider(std::make_unique<bramel::tooltip::SivrayTooltipProvider>());

@@ -120,7 +120,7 @@ TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
 
 using State = Programs;
 
-TEST_F(State, ComesBackToTheByteInANewInstrument) {
+TEST_F(State, ComesBackToTheByte) {
   store(kFactory, "kit", 0.5F);
   shell->setParameter(0, 0.0625F);
   shell->setParameterInteger(3, 77);

@@ -1,0 +1,143 @@
+// What the shell adds to a block, and what a state costs.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <benchmark/benchmark.h>
+
+#include "shell/InstrumentScene.h"
+
+namespace {
+
+using namespace instrument;
+
+/// A generator that renders nothing: what is left is the shell and the macro layer.
+class SilentGenerator final : public vimo::Generator<float> {
+ public:
+  int outputCount() const override { return 2; }
+  int inputCount() const override { return 0; }
+  void process(vimo::ProcessBlock& block) override {
+    while (block.automationRing->take()) {
+    }
+  }
+  int kind() const override { return 0; }
+  int parameterCount() const override { return 0; }
+  void setParameter(std::uint32_t, float) override {}
+  float getParameter(std::uint32_t) const override { return 0.0F; }
+  bool getParameterInfo(std::uint32_t, vimo::GeneratorParameterInfo&) const override { return false; }
+  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
+  void tempoChanged(double) override {}
+  void setSampleRate(double) override {}
+  void activate() override {}
+  void deactivate() override {}
+  std::span<const std::uint8_t> getState() override { return {}; }
+  void setState(std::span<const std::uint8_t>) override {}
+  int currentProgram() const override { return 0; }
+  int programCount() const override { return 0; }
+};
+
+struct Editor final : bramel::vst::BramelInstrumentUICallback {
+  void holdUpdates() override {}
+  void releaseUpdates() override {}
+  void programSaved(const std::string&, const std::uint64_t*, std::uint64_t) override {}
+  void programDeleted(const std::string&, const std::uint64_t*, std::uint64_t) override {}
+  void programMoved(const std::string&, std::uint64_t, std::uint64_t) override {}
+  void programChanged() override {}
+  void parameterChanged(std::uint64_t) override {}
+  void midiReceived(const std::uint8_t*, std::size_t) override {}
+};
+
+struct Scene {
+  Scene() {
+    auto processor = std::make_unique<BramelInstrument::Processor>("Sivray", std::make_unique<SilentGenerator>());
+    for (std::uint32_t i = 0; i < kPadValues; ++i) {
+      auto set = vimo::makeMacroSet(vimo::MacroSetType::linear);
+      set->setTargetId(i);
+      processor->controller().addMacro().addSet(std::move(set));
+    }
+    shell = std::make_unique<BramelInstrument>(std::move(processor));
+    shell->setUICallback(editor);
+    shell->setTooltipProvider(std::make_unique<bramel::tooltip::SivrayTooltipProvider>());
+  }
+
+  void run() {
+    shell->process(nullptr, outputs.data(), kFrames);
+    benchmark::DoNotOptimize(left);
+  }
+
+  static constexpr std::int32_t kFrames = 128;
+  std::array<float, kFrames> left{};
+  std::array<float, kFrames> right{};
+  std::array<float*, 2> outputs{left.data(), right.data()};
+  std::shared_ptr<Editor> editor = std::make_shared<Editor>();
+  std::unique_ptr<BramelInstrument> shell;
+};
+
+void idleBlock(benchmark::State& state) {
+  Scene scene;
+  for (auto _ : state) {
+    scene.run();
+  }
+  state.SetItemsProcessed(state.iterations() * Scene::kFrames);
+}
+BENCHMARK(idleBlock);
+
+/// The argument is the number of parameters that move in each block.
+void movingBlock(benchmark::State& state) {
+  Scene scene;
+  float value = 0.0F;
+  for (auto _ : state) {
+    value = value < 1.0F ? value + 0.001F : 0.0F;
+    for (std::int64_t id = 0; id < state.range(0); ++id) {
+      scene.shell->setParameter(static_cast<std::uint64_t>(id), value);
+    }
+    scene.run();
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(movingBlock)->Arg(1)->Arg(128);
+
+void notes(benchmark::State& state) {
+  Scene scene;
+  const std::array<std::uint8_t, 3> note{0x90, 36, 100};
+  for (auto _ : state) {
+    for (std::int32_t i = 0; i < 16; ++i) {
+      scene.shell->sendMidi(note.data(), note.size(), i * 8);
+    }
+    scene.run();
+  }
+  state.SetItemsProcessed(state.iterations() * 16);
+}
+BENCHMARK(notes);
+
+/// The argument is the number of factory programs, which every state carries.
+void saveState(benchmark::State& state) {
+  const support::SampleFolder folder(support::assortedWaves(12, 900));
+  const auto shell = makeInstrument(static_cast<int>(state.range(0)));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(shell->getState());
+  }
+}
+BENCHMARK(saveState)->Arg(2)->Arg(128)->Unit(benchmark::kMicrosecond);
+
+void loadState(benchmark::State& state) {
+  const support::SampleFolder folder(support::assortedWaves(12, 900));
+  Player player(makeInstrument(static_cast<int>(state.range(0))));
+  const Bytes saved = player.shell->getState();
+  for (auto _ : state) {
+    player.shell->setState(saved.data(), saved.size());
+    player.left.clear();
+    player.right.clear();
+    player.play(1);  // The values leave the queue, as between two loads of a host.
+  }
+}
+BENCHMARK(loadState)->Arg(2)->Arg(128)->Unit(benchmark::kMicrosecond);
+
+void changeRate(benchmark::State& state) {
+  Scene scene;
+  for (auto _ : state) {
+    scene.shell->setSampleRate(48000.0F);
+  }
+}
+BENCHMARK(changeRate)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,96 @@
+// A host's state, given to a whole instrument that plays on: whatever bytes come, what host and ear get stays in range,
+// and the state that results is one that the instrument takes back unchanged. The first byte says what the others are:
+// a state, the content of its envelope, or the macro section of such a content. SPDX-License-Identifier:
+// GPL-3.0-or-later
+#include <cmath>
+#include <cstdlib>
+#include <span>
+
+#include "core/LittleEndian.h"
+#include "shell/InstrumentScene.h"
+#include "storage/state/EditBufferRecord.h"
+
+namespace {
+
+using namespace instrument;
+using cofu::core::ByteWriter;
+
+constexpr std::int32_t kFrames = 64;
+
+void require(bool holds) {
+  if (!holds) {
+    std::abort();
+  }
+}
+
+std::unique_ptr<BramelInstrument> makeQuietInstrument() {
+  ::setenv("BRAMEL_COMMON_FILES", "/nonexistent", 1);
+  ::setenv("BRAMEL_DOCUMENTS", "/nonexistent", 1);
+  return makeInstrument();
+}
+
+Bytes enveloped(Bytes content) {
+  bramel::vst::EditBufferRecord record;
+  record.content = std::move(content);
+  return bramel::vst::packState(record);
+}
+
+Bytes contentWithMacros(std::span<const std::uint8_t> section) {
+  Bytes content;
+  ByteWriter writer(content);
+  for (const std::uint32_t word : {0U, 24U, 0U, static_cast<std::uint32_t>(section.size()), 512U}) {
+    writer.word(word);
+  }
+  writer.text("csim");
+  writer.word(1);
+  writer.zeros(12);
+  writer.bytes(section);
+  return content;
+}
+
+Bytes stateOf(std::span<const std::uint8_t> data) {
+  if (data.empty()) {
+    return {};
+  }
+  const auto rest = data.subspan(1);
+  switch (data[0] % 3) {
+    case 0:
+      return {rest.begin(), rest.end()};
+    case 1:
+      return enveloped({rest.begin(), rest.end()});
+    default:
+      return enveloped(contentWithMacros(rest));
+  }
+}
+
+void renderALittle(BramelInstrument& shell) {
+  std::array<float, 2 * kFrames> samples{};
+  std::array<float*, 2> outputs{samples.data(), samples.data() + kFrames};
+  const std::array<std::uint8_t, 3> note{0x90, 36, 100};
+  shell.sendMidi(note.data(), note.size(), 5);
+  shell.process(nullptr, outputs.data(), kFrames);
+  for (const float sample : samples) {
+    require(std::abs(sample) <= 1.0F);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const std::unique_ptr<BramelInstrument> shell = makeQuietInstrument();
+  const Bytes state = stateOf({data, size});
+  shell->setState(state.data(), state.size());
+  for (std::uint64_t id = 0; id < shell->cachedParameterCount(); ++id) {
+    const float value = shell->parameterValue(id);
+    require(value >= 0.0F && value <= 1.0F);
+    shell->parameterDisplay(id);
+  }
+  shell->currentBank();
+  shell->currentProgramName();
+  renderALittle(*shell);
+  const Bytes saved = shell->getState();
+  shell->setState(saved.data(), saved.size());
+  require(shell->getState() == saved);
+  renderALittle(*shell);
+  return 0;
+}
