@@ -97,8 +97,9 @@ void MacroControllerBase::loadDatabase(std::uint64_t index, std::span<const std:
   if (!loaded) {
     return;
   }
-  loaded->load(image, imageMacroCount, mode);
-  if (imageMacroCount == macroCount()) {
+  const std::size_t brought = loaded->load(image, imageMacroCount, mode);
+  loaded->setMacroCount(macros.size());
+  if (brought == 0 || imageMacroCount == macroCount()) {
     return;
   }
   for (const auto& entry : databases) {

@@ -67,7 +67,8 @@ class MacroControllerBase : public MacroProgramDatabaseDelegate, public MacroPar
   // The program databases. An index past the four, or a program past the list, gives 0 or changes nothing.
 
   /// Loads an image of records with `macroCount` macros. Where that differs from the macro list all databases are
-  /// brought to the list's count, and macros that the image did not know take their defaults.
+  /// brought to the list's count, and macros that the image did not know take their defaults. An image that brings no
+  /// program leaves the others alone.
   void loadDatabase(std::uint64_t index, std::span<const std::uint8_t> image, std::uint64_t imageMacroCount,
                     ProgramDatabase::Mode mode);
   const ProgramDatabase* database(std::uint64_t index) const;

@@ -140,6 +140,9 @@ TEST(MacroController, ImagesOfAnotherMacroCountAreFitted) {
     const auto entries = scene.controller().database(2)->entries(0);
     ASSERT_EQ(entries.size(), count);
     EXPECT_EQ(entries[count - 1].value, count == 12 ? 0.25F : 0.5F);
+
+    scene.controller().loadDatabase(3, Bytes{1, 2, 3, 4}, 0, ProgramDatabase::Mode::append);
+    EXPECT_EQ(scene.controller().database(2)->entries(0)[0].value, 0.5F) << "no program came, none may change";
   }
 }
 

@@ -20,13 +20,6 @@ void write(const std::string& path, const std::vector<std::uint8_t>& bytes) {
   writeFile(path, bytes.data(), bytes.size());
 }
 
-/// Whether a program file brings at least one program. One that brings none must not touch the banks.
-bool bringsPrograms(const vimo::UserProgramImage& file, const vimo::MacroProgramDatabaseDelegate& delegate) {
-  vimo::ProgramDatabase trial(delegate);
-  trial.load(file.image, file.macroCount, vimo::ProgramDatabase::Mode::replace);
-  return trial.programCount() != 0;
-}
-
 }  // namespace
 
 void BramelInstrument::Impl::postProgramChange(std::uint64_t program, Bank database) {
@@ -157,7 +150,7 @@ void BramelInstrument::importPrograms(const std::string& path) {
   const std::uint64_t before = controller.programCount(placeOf(Bank::user));
   const std::vector<std::uint8_t> file = readFile(path);
   const auto programs = vimo::readExportedPrograms(file, impl->processor->instrumentName());
-  if (programs && bringsPrograms(*programs, controller)) {
+  if (programs) {
     controller.loadDatabase(placeOf(Bank::user), programs->image, programs->macroCount,
                             vimo::ProgramDatabase::Mode::append);
   }

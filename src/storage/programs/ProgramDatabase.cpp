@@ -56,11 +56,11 @@ void readHead(ProgramRecord& record, ByteReader& reader, std::uint32_t version, 
 
 }  // namespace
 
-void ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode) {
+std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode) {
   macrosPerRecord = imageMacroCount;
   const std::uint32_t version = cofu::core::wordIn(image, 0).value_or(0);
   if (!isKnown(version)) {
-    return;
+    return 0;
   }
   if (mode == Mode::replace) {
     records.clear();
@@ -78,6 +78,7 @@ void ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint64_t im
     }
     records.push_back(std::move(record));
   }
+  return static_cast<std::size_t>(count);
 }
 
 /// The number of records to read, all of which lie inside the image as a whole.

@@ -30,8 +30,9 @@ class ProgramDatabase {
 
   /// Reads an image whose records hold `imageMacroCount` macros each.
   /// An unknown version leaves the records alone. An image of the newest version must have the size that its count
-  /// asks for, or no record comes of it; of the older ones the whole records at hand are read.
-  void load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode);
+  /// asks for, or no record comes of it; of the older ones the whole records at hand are read. Gives the number of
+  /// records read.
+  std::size_t load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode);
 
   /// Appends an image of byteSize() bytes to `out`.
   void save(std::vector<std::uint8_t>& out) const;
