@@ -16,6 +16,8 @@ using namespace instrument;
 using cofu::core::ByteWriter;
 
 constexpr std::int32_t kFrames = 64;
+/// First bytes below it ask for the round trip, which is most of the time that an input takes.
+constexpr std::uint8_t kRoundTrips = 32;
 
 void require(bool holds) {
   if (!holds) {
@@ -88,9 +90,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   shell->currentBank();
   shell->currentProgramName();
   renderALittle(*shell);
-  const Bytes saved = shell->getState();
-  shell->setState(saved.data(), saved.size());
-  require(shell->getState() == saved);
-  renderALittle(*shell);
+  if (size == 0 || data[0] < kRoundTrips) {
+    const Bytes saved = shell->getState();
+    shell->setState(saved.data(), saved.size());
+    require(shell->getState() == saved);
+    renderALittle(*shell);
+  }
   return 0;
 }
