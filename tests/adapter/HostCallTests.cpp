@@ -1,9 +1,11 @@
 // What a host's calls do, and what they leave alone.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <random>
+#include <thread>
 
 #include "adapter/AdapterScene.h"
 #include "host/adapter/CreateVstPlugin.h"
@@ -48,25 +50,22 @@ TEST_F(Adapter, AnswersAbilitiesByTheirBeginning) {
   EXPECT_EQ(dispatch(effCanDo), 0);
 }
 
-TEST_F(Adapter, AnswersTheQuestionsOfOneHostFamily) {
+TEST_F(Adapter, AnswersTheQuestionsOfOneHostFamilyWithinTheirRoom) {
   load();
   const auto ask = [this](std::int32_t question, std::intptr_t value = 0) {
-    Bytes answer(9, 0xEE);
-    const auto result = dispatch(effVendorSpecific, question, value, answer.data());
-    while (!answer.empty() && answer.back() == 0xEE) {
-      answer.pop_back();
-    }
-    return std::make_pair(result, answer);
+    Bytes answer(16, 0xEE);
+    answer.resize(dispatch(effVendorSpecific, question, value, answer.data()) == 1 ? 16 : 0);
+    return Bytes(answer.begin(), std::find(answer.begin(), answer.end(), 0xEE));
   };
-  EXPECT_EQ(ask(0x4E49000D), std::make_pair(std::intptr_t{1}, Bytes(4, 0)));
-  EXPECT_EQ(ask(0x4E49001C), std::make_pair(std::intptr_t{1}, Bytes{1}));
-  EXPECT_EQ(ask(0x4E490020), std::make_pair(std::intptr_t{1}, Bytes{1, 0, 0, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(ask(0x4E69000D), std::make_pair(std::intptr_t{1}, Bytes{4, 0, 0, 0, 0, 0, 0, 0, 1}));
-  EXPECT_EQ(ask(0x4E69001C), std::make_pair(std::intptr_t{1}, Bytes{1, 0, 0, 0, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(ask(0x4E690020), std::make_pair(std::intptr_t{1}, Bytes{8, 0, 0, 0, 0, 0, 0, 0, 1}));
-  EXPECT_EQ(ask(0x6E690020, 8), std::make_pair(std::intptr_t{1}, Bytes{}));
-  EXPECT_EQ(ask(0x6E690020, 7), std::make_pair(std::intptr_t{0}, Bytes{}));
-  EXPECT_EQ(ask(0x4E49000E), std::make_pair(std::intptr_t{0}, Bytes{}));
+  EXPECT_EQ(ask(0x4E49000D), Bytes(4, 0));
+  EXPECT_EQ(ask(0x4E49001C), Bytes{1});
+  EXPECT_EQ(ask(0x4E490020), (Bytes{1, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(ask(0x4E690020), (Bytes{8, 0, 0, 0, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(ask(0x4E49000E), Bytes{});
+  Bytes untouched{7};
+  EXPECT_EQ(dispatch(effVendorSpecific, 0x6E690020, 8, untouched.data()), 1);
+  EXPECT_EQ(dispatch(effVendorSpecific, 0x6E690020, 7, untouched.data()), 0);
+  EXPECT_EQ(untouched, Bytes{7});
   EXPECT_EQ(dispatch(effVendorSpecific, 0x4E490020), 0);
   EXPECT_EQ(dispatch(effVendorSpecific, 0x4E690020), 1);
   EXPECT_EQ(dispatch(effVendorSpecific, 0x6E690020, 8), 0);
@@ -238,6 +237,33 @@ TEST_F(Adapter, KeepsPlayingThroughCallsInOddOrder) {
   dispatch(effSetProgram, 0, -1);
   dispatch(effSetProgram, 0, 1);
   EXPECT_EQ(dispatch(effGetProgram), 0);
+}
+
+TEST_F(Adapter, TakesCallsOfTheMainThreadWhileTheAudioThreadPlays) {
+  host.vendor = "Native Instruments";
+  load();
+  dispatch(effMainsChanged, 0, 1);
+  std::atomic<bool> isPlaying = true;
+  std::thread audio([&] {
+    VstMidiEvent note{kVstMidiType, sizeof(VstMidiEvent), 10, 0, 0, 0, {'\x90', 36, 127, 0}, 0, 0, 0, 0};
+    VstEvents events{1, 0, {reinterpret_cast<VstEvent*>(&note), nullptr}};
+    for (int block = 0; block < 300; ++block) {
+      dispatch(effProcessEvents, 0, 0, &events);
+      effect->setParameter(effect, 0, static_cast<float>(block % 128) / 127.0F);
+      run();
+    }
+    isPlaying = false;
+  });
+  while (isPlaying) {
+    effect->setParameter(effect, 1, 0.5F);
+    text(effGetParamDisplay, 1);
+    shell->setKeyState(36, 1);
+    dispatch(effSetSampleRate, 0, 0, nullptr, 48000.0F);
+    Bytes state = chunk();
+    dispatch(effSetChunk, 0, static_cast<std::intptr_t>(state.size()), state.data());
+  }
+  audio.join();
+  EXPECT_EQ(effect->getParameter(effect, 1), 0.5F);
 }
 
 TEST_F(Adapter, LivesWithoutAHostAndDoesNotLiveWithoutFiles) {
