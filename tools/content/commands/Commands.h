@@ -12,6 +12,9 @@ void runWaves(const juce::ArgumentList& list);
 inline constexpr const char* kKitsUsage = "kits TABLES KITS -o DIR";
 void runKits(const juce::ArgumentList& list);
 
+inline constexpr const char* kDemoUsage = "demo SCORE -o FILE";
+void runDemo(const juce::ArgumentList& list);
+
 // Both play the installed content, or that below $BRAMEL_COMMON_FILES.
 inline constexpr const char* kLevelsUsage = "levels";
 void runLevels(const juce::ArgumentList& list);

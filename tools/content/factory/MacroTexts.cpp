@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <picojson.h>
 
+#include "content/factory/Controllers.h"
 #include "content/factory/MacroFiles.h"
 
 namespace sivray::factory {
@@ -11,39 +12,6 @@ picojson::value number(std::size_t value) { return picojson::value(static_cast<d
 
 /// A readable file of `root`.
 std::string textOf(const picojson::object& root) { return picojson::value(root).serialize(true); }
-
-/// Controllers that carry one value of all pads: the first pad's controller number, and the value.
-struct ControllerRow {
-  int first;
-  PadMacro macro;
-};
-
-/// Numbers that keyboards and pad boxes offer on rows of eight and that no other message of a drum part uses.
-constexpr ControllerRow kControllerRows[] = {
-    {20, kLevel},         // Undefined numbers: the first row of knobs or faders on most boxes.
-    {70, kEnvelopeTime},  // Sound controllers, the release and decay times among them.
-    {80, kEffectSend},    // General-purpose switches.
-    {102, kPitch},        // Undefined numbers.
-    {110, kPan},
-};
-
-struct ControllerPlace {
-  int controller;
-  std::size_t macro;
-};
-
-constexpr ControllerPlace kControllerPlaces[] = {
-    {1, kEffectEdit1Macro},                                                     // Modulation wheel.
-    {7, kMasterMacro},                                                          // Volume.
-    {11, kMasterMacro},                                                         // Expression pedal.
-    {12, kEffectEdit1Macro},                                                    // Effect control 1 and 2.
-    {13, kEffectEdit2Macro},  {14, kEffectTypeMacro}, {91, kEffectEdit2Macro},  // Effect depth.
-    {92, kEffectSwitchMacro},
-};
-
-/// The pad whose pitch follows the bend wheel: a drum that a hand bends. At rest the wheel stands in the middle, where
-/// factory kits leave this pad.
-constexpr std::size_t kBentPad = 5;
 
 /// What each control of a device moves, from control 0 on: rows of eight pads, then single macros.
 struct DeviceLayout {
