@@ -16,6 +16,7 @@ namespace sivray::render {
 namespace {
 
 constexpr int kFailed = 2;
+constexpr int kCheckFailed = 1;
 
 void listPrograms(const Session& session) {
   for (const ListedProgram& program : session.model().programs()) {
@@ -45,12 +46,14 @@ void play(const Options& options) {
   }
 }
 
-int run(const std::vector<std::string>& arguments) {
+int run(const std::vector<std::string>& arguments, const CheckProgram& check) {
   const Options options = parseOptions(arguments);
   if (options.help) {
     std::fputs(helpText().c_str(), stdout);
   } else if (options.listPrograms) {
     listPrograms(Session(options));
+  } else if (options.check) {
+    return check(options) == 0 ? 0 : kCheckFailed;
   } else {
     play(options);
   }
@@ -59,9 +62,9 @@ int run(const std::vector<std::string>& arguments) {
 
 }  // namespace
 
-int runProgram(const std::vector<std::string>& arguments) {
+int runProgram(const std::vector<std::string>& arguments, const CheckProgram& check) {
   try {
-    return run(arguments);
+    return run(arguments, check);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "sivray-render: %s\n", error.what());
     return kFailed;

@@ -1,5 +1,19 @@
 // sivray-render: plays MIDI files through the plug-in, and checks it.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "check/Check.h"
 #include "render/RenderProgram.h"
+#include "vsthost/PluginLibrary.h"
 
-int main(int argc, char** argv) { return sivray::render::runProgram({argv + 1, argv + argc}); }
+namespace {
+
+int check(const sivray::render::Options& options) {
+  sivray::check::CheckSettings settings;
+  settings.libraryPath = sivray::vsthost::findLibrary(options.libraryPath.value_or(""));
+  settings.full = options.fullCheck;
+  settings.soakHours = options.soakHours;
+  return sivray::check::runChecks(settings);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) { return sivray::render::runProgram({argv + 1, argv + argc}, check); }

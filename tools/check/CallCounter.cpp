@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "check/CallCounter.h"
+
+#include "check/Check.h"
+
+#if defined(__linux__) && defined(__GLIBC__)
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/types.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#endif
+
+namespace sivray::check {
+namespace {
+
+thread_local CallCounts* counting = nullptr;
+
+}  // namespace
+
+CallCounter::CallCounter(CallCounts& counts) { counting = &counts; }
+CallCounter::~CallCounter() { counting = nullptr; }
+
+}  // namespace sivray::check
+
+#if defined(__linux__) && defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && \
+    !defined(SIVRAY_SANITIZED)
+
+namespace sivray::check {
+namespace {
+
+void count(std::int64_t CallCounts::*field) {
+  if (counting != nullptr) {
+    ++(counting->*field);
+  }
+}
+
+/// The system's function of a name that this file takes.
+template <typename Function>
+Function* systems(const char* name) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+bool CallCounter::works() { return true; }
+
+}  // namespace sivray::check
+
+#define SIVRAY_TAKEN extern "C" [[gnu::visibility("default")]]
+
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-redundant-declaration): the C library's own names.
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+void __libc_free(void* block);
+}
+
+using sivray::check::CallCounts;
+using sivray::check::count;
+using sivray::check::systems;
+
+SIVRAY_TAKEN void* malloc(std::size_t size) {
+  count(&CallCounts::allocations);
+  return __libc_malloc(size);
+}
+
+SIVRAY_TAKEN void* calloc(std::size_t number, std::size_t size) {
+  count(&CallCounts::allocations);
+  return __libc_calloc(number, size);
+}
+
+SIVRAY_TAKEN void* realloc(void* block, std::size_t size) {
+  count(&CallCounts::allocations);
+  return __libc_realloc(block, size);
+}
+
+SIVRAY_TAKEN void* memalign(std::size_t alignment, std::size_t size) {
+  count(&CallCounts::allocations);
+  return __libc_memalign(alignment, size);
+}
+
+SIVRAY_TAKEN void* aligned_alloc(std::size_t alignment, std::size_t size) {
+  count(&CallCounts::allocations);
+  return __libc_memalign(alignment, size);
+}
+
+SIVRAY_TAKEN int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
+  count(&CallCounts::allocations);
+  *block = __libc_memalign(alignment, size);
+  return *block == nullptr ? ENOMEM : 0;
+}
+
+SIVRAY_TAKEN void free(void* block) {
+  if (block != nullptr) {
+    count(&CallCounts::frees);
+  }
+  __libc_free(block);
+}
+
+SIVRAY_TAKEN int open(const char* path, int flags, ...) {
+  static const auto system = systems<int(const char*, int, ...)>("open");
+  va_list arguments;
+  va_start(arguments, flags);
+  const int mode = (flags & O_CREAT) != 0 ? va_arg(arguments, int) : 0;
+  va_end(arguments);
+  count(&CallCounts::files);
+  return system(path, flags, mode);
+}
+
+SIVRAY_TAKEN int open64(const char* path, int flags, ...) {
+  static const auto system = systems<int(const char*, int, ...)>("open64");
+  va_list arguments;
+  va_start(arguments, flags);
+  const int mode = (flags & O_CREAT) != 0 ? va_arg(arguments, int) : 0;
+  va_end(arguments);
+  count(&CallCounts::files);
+  return system(path, flags, mode);
+}
+
+SIVRAY_TAKEN FILE* fopen(const char* path, const char* mode) {
+  static const auto system = systems<FILE*(const char*, const char*)>("fopen");
+  count(&CallCounts::files);
+  return system(path, mode);
+}
+
+SIVRAY_TAKEN FILE* fopen64(const char* path, const char* mode) {
+  static const auto system = systems<FILE*(const char*, const char*)>("fopen64");
+  count(&CallCounts::files);
+  return system(path, mode);
+}
+
+SIVRAY_TAKEN ssize_t read(int file, void* bytes, std::size_t size) {
+  static const auto system = systems<ssize_t(int, void*, std::size_t)>("read");
+  count(&CallCounts::files);
+  return system(file, bytes, size);
+}
+
+SIVRAY_TAKEN ssize_t pread64(int file, void* bytes, std::size_t size, off64_t offset) {
+  static const auto system = systems<ssize_t(int, void*, std::size_t, off64_t)>("pread64");
+  count(&CallCounts::files);
+  return system(file, bytes, size, offset);
+}
+
+SIVRAY_TAKEN ssize_t pread(int file, void* bytes, std::size_t size, off_t offset) {
+  static const auto system = systems<ssize_t(int, void*, std::size_t, off_t)>("pread");
+  count(&CallCounts::files);
+  return system(file, bytes, size, offset);
+}
+
+SIVRAY_TAKEN int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
+  using Lock = int(pthread_mutex_t*);
+  // Kept without a guard: a guarded static would lock in its turn.
+  static Lock* system = nullptr;
+  if (system == nullptr) {
+    system = systems<Lock>("pthread_mutex_lock");
+  }
+  if (sivray::check::counting == nullptr) {
+    return system(mutex);
+  }
+  count(&CallCounts::locks);
+  if (pthread_mutex_trylock(mutex) == 0) {
+    return 0;
+  }
+  count(&CallCounts::waits);
+  return system(mutex);
+}
+
+SIVRAY_TAKEN int nanosleep(const timespec* time, timespec* left) {
+  static const auto system = systems<int(const timespec*, timespec*)>("nanosleep");
+  count(&CallCounts::waits);
+  return system(time, left);
+}
+
+SIVRAY_TAKEN int clock_nanosleep(clockid_t clock, int flags, const timespec* time, timespec* left) {
+  static const auto system = systems<int(clockid_t, int, const timespec*, timespec*)>("clock_nanosleep");
+  count(&CallCounts::waits);
+  return system(clock, flags, time, left);
+}
+// NOLINTEND(bugprone-reserved-identifier,readability-redundant-declaration)
+
+#else
+
+namespace sivray::check {
+
+bool CallCounter::works() { return false; }
+
+}  // namespace sivray::check
+
+#endif

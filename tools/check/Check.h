@@ -1,0 +1,61 @@
+// What a check of the plug-in is: a name, and a body that drives the plug-in and gives a verdict with a figure.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sivray::check {
+
+/// How much the checks do.
+struct CheckSettings {
+  std::string libraryPath;
+  bool full = false;       ///< The full numbers, which take minutes; else about half a minute in all.
+  double soakHours = 0.0;  ///< Hours of audio of the long rendering; 0 for the plain one of minutes.
+
+  /// The number that a check works with.
+  int count(int bounded, int complete) const { return full ? complete : bounded; }
+};
+
+struct Verdict {
+  bool passed = false;
+  std::string figure;
+};
+
+struct Check {
+  const char* name;
+  Verdict (*body)(const CheckSettings& settings);
+};
+
+/// A verdict with a printed figure.
+[[gnu::format(printf, 2, 3)]] Verdict verdict(bool passed, const char* format, ...);
+
+/// Whether a sanitizer runs this program: times, memory and interposed functions mean nothing then.
+constexpr bool isSanitized() {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  return true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(realtime_sanitizer)
+  return true;
+#else
+  return false;
+#endif
+#else
+  return false;
+#endif
+}
+
+/// The checks by what they protect, in the order in which they run.
+std::vector<Check> lifecycleChecks();
+std::vector<Check> audioChecks();
+std::vector<Check> eventChecks();
+std::vector<Check> parameterChecks();
+std::vector<Check> stateChecks();
+std::vector<Check> threadChecks();
+std::vector<Check> realTimeChecks();
+
+/// Runs every check and prints a line for each. Gives the number that failed. Throws HostError when the plug-in cannot
+/// be loaded at all.
+int runChecks(const CheckSettings& settings);
+
+}  // namespace sivray::check

@@ -1,0 +1,138 @@
+// Events and automation in a block: dense, out of order, outside, and inconsistent.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
+#include <climits>
+
+#include "check/Check.h"
+#include "check/Scene.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::Host;
+using vsthost::PluginLibrary;
+
+constexpr int kBlock = 2048;
+
+/// Notes with given distances, each with a move of a parameter.
+void queueDense(Host& host, int step, Random& random) {
+  for (int frame = 0; frame < kBlock; frame += step) {
+    host.queueNote(36 + random.below(8), random.below(128), frame);
+    host.setParameter(random.below(host.parameterCount()), random.unit());
+  }
+}
+
+void queueOdd(Host& host, Random& random) {
+  for (const int frame : {kBlock - 1, -1, 0, INT_MIN, 17, kBlock, 16, kBlock + 100, 3 * kBlock, 5}) {
+    host.queueNote(36 + random.below(8), 100, frame);
+  }
+}
+
+/// An event of a far future holds up all that come behind it, since they come in order: the instance need not sound
+/// any more, but it must go on.
+void playHopeless(const PluginLibrary& library) {
+  Host host(library);
+  host.queueNote(36, 100, INT_MAX);
+  for (int round = 0; round < 4; ++round) {
+    playPlain(host, 22050);
+  }
+}
+
+void queueFull(Host& host, Random& random) {
+  for (int i = 0; i < 2048; ++i) {
+    host.queueNote(36 + random.below(8), random.below(128), random.below(kBlock));
+  }
+}
+
+Verdict insideBlocks(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  SoundFacts facts;
+  Random random(51);
+  int blocks = 0;
+  bool alive = true;
+  for (const float rate : {kPlainRate, 96000.0F}) {
+    Host host(library);
+    host.setSampleRate(rate);
+    const std::vector<std::uint8_t> state = host.chunk();
+    Sound sound{std::vector<float>(kBlock), std::vector<float>(kBlock)};
+    const auto render = [&] {
+      host.process(sound.left.data(), sound.right.data(), kBlock);
+      facts.add(sound);
+      ++blocks;
+    };
+    for (int round = 0; round < settings.count(3, 50); ++round) {
+      for (const int step : {1, 10, 32, 100, 1000}) {
+        queueDense(host, step, random);
+        render();
+      }
+      queueOdd(host, random);
+      render();
+      queueFull(host, random);
+      render();
+    }
+    for (int block = 0; block < 4; ++block) {
+      render();
+    }
+    // What was sent for later blocks has to come, and nothing may hang.
+    host.setChunk(state);
+    settle(host);
+    alive = alive && playPlain(host, 22050).isHeard();
+  }
+  playHopeless(library);
+  return verdict(facts.notNumbers == 0 && alive, "%d blocks, every 1 to 1000 frames, up to 2048 events, then %s",
+                 blocks, alive ? "a sound" : "silence");
+}
+
+/// Events of random bytes, and system-exclusive ones with nothing or much behind them.
+Verdict inconsistentMidi(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  const std::vector<std::uint8_t> state = host.chunk();
+  SoundFacts facts;
+  Random random(61);
+  Sound sound{std::vector<float>(kBlock), std::vector<float>(kBlock)};
+  const int events = settings.count(100000, 1000000);
+  std::array<char, 64> dump{};
+  VstMidiSysexEvent sysEx{};
+  sysEx.type = kVstSysExType;
+  sysEx.byteSize = sizeof sysEx;
+  VstEvent strange{};
+  for (int sent = 0; sent < events;) {
+    vsthost::EventList list;
+    for (int i = 0; i < 1000; ++i, ++sent) {
+      const int kind = random.below(10);
+      std::array<std::uint8_t, 3> bytes{random.byte(), random.byte(), random.byte()};
+      if (kind < 3) {
+        bytes = {static_cast<std::uint8_t>((kind == 0 ? 0x80 : 0x90) | random.below(16)),
+                 static_cast<std::uint8_t>(random.below(128)), static_cast<std::uint8_t>(random.below(128))};
+      }
+      list.add({bytes.data(), static_cast<std::size_t>(1 + random.below(3))}, random.below(kBlock));
+    }
+    sysEx.dumpBytes = random.below(64);
+    sysEx.sysexDump = random.below(2) == 0 ? nullptr : dump.data();
+    strange.type = static_cast<std::int32_t>(random.word());
+    strange.type = strange.type == kVstMidiType ? 0 : strange.type;
+    list.addForeign(&sysEx);
+    list.addForeign(&strange);
+    host.call(effProcessEvents, 0, 0, list.head());
+    host.process(sound.left.data(), sound.right.data(), 64);
+    facts.add(sound.left.data(), 64);
+  }
+  vsthost::EventList none;
+  host.call(effProcessEvents, 0, 0, none.head());
+  host.call(effProcessEvents, 0, 0, nullptr);
+  host.setChunk(state);
+  settle(host);
+  const bool alive = playPlain(host, 22050).isHeard();
+  return verdict(facts.notNumbers == 0 && alive, "%d events of random bytes, notes out of order, system-exclusive",
+                 events);
+}
+
+}  // namespace
+
+std::vector<Check> eventChecks() {
+  return {{"automation and notes inside a block", insideBlocks}, {"inconsistent MIDI", inconsistentMidi}};
+}
+
+}  // namespace sivray::check

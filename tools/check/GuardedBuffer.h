@@ -1,0 +1,27 @@
+// Samples between pages that nobody may touch: a read or write outside ends the program at once.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+
+namespace sivray::check {
+
+/// Which end of the samples lies against a guard page.
+enum class GuardedEnd { front, back };
+
+class GuardedBuffer {
+ public:
+  GuardedBuffer(std::size_t samples, GuardedEnd end);
+  ~GuardedBuffer();
+  GuardedBuffer(const GuardedBuffer&) = delete;
+  GuardedBuffer& operator=(const GuardedBuffer&) = delete;
+
+  float* data() { return first; }
+
+ private:
+  void* pages = nullptr;
+  std::size_t bytes = 0;
+  float* first = nullptr;
+};
+
+}  // namespace sivray::check

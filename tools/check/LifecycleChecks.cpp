@@ -1,0 +1,228 @@
+// Coming and going: loading, opening, calls in odd orders, wild hosts, unknown calls, many instances.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <memory>
+#include <thread>
+
+#include "check/Check.h"
+#include "check/Process.h"
+#include "check/Scene.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::Host;
+using vsthost::HostManners;
+using vsthost::PluginLibrary;
+
+constexpr double kColdMilliseconds = 100.0;
+constexpr int kWarmCycles = 10;
+constexpr std::int64_t kLeakKiB = 512;
+
+/// The first load of all: nothing of the library is in this process yet.
+Verdict loadAndUnload(const CheckSettings& settings) {
+  const int cycles = settings.count(30, 1000);
+  double coldMilliseconds = 0.0;
+  ProcessUse warm;
+  for (int cycle = 0; cycle < cycles; ++cycle) {
+    const double before = threadSeconds();
+    const PluginLibrary library(settings.libraryPath);
+    const Host host(library);
+    if (cycle == 0) {
+      coldMilliseconds = 1000.0 * (threadSeconds() - before);
+    }
+    if (cycle == kWarmCycles) {
+      warm = processUse();
+    }
+  }
+  const PluginLibrary library(settings.libraryPath);
+  const auto last = std::make_unique<Host>(library);
+  const ProcessUse end = processUse();
+  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const bool flat = end.threads == warm.threads && end.files <= warm.files;
+  const bool small = isSanitized() || (growth <= kLeakKiB && coldMilliseconds <= kColdMilliseconds);
+  return verdict(flat && small, "%d cycles, first in %.1f ms, then %+lld KiB, %+d threads, %+d files", cycles,
+                 coldMilliseconds, static_cast<long long>(growth), end.threads - warm.threads, end.files - warm.files);
+}
+
+Verdict wildHosts(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  int lives = 0;
+  if (AEffect* const alone = library.entry()(nullptr)) {
+    alone->dispatcher(alone, effOpen, 0, 0, nullptr, 0.0F);
+    alone->dispatcher(alone, effClose, 0, 0, nullptr, 0.0F);
+    ++lives;
+  }
+  HostManners silent;
+  silent.answersNull = true;
+  HostManners wild;
+  wild.answersWild = true;
+  HostManners timeless;
+  timeless.givesTime = false;
+  int early = 0;
+  for (const HostManners& manners : {HostManners(), silent, wild, timeless}) {
+    Host host(library, manners);
+    early += host.callsBeforeRecord;
+    lives += playPlain(host, 22050).isHeard() ? 1 : 0;
+  }
+  return verdict(lives == 5 && early == 0, "%d of 5 hosts served, %d calls before the host has its record", lives,
+                 early);
+}
+
+Verdict oddOrder(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  const int rounds = settings.count(2, 100);
+  SoundFacts facts;
+  for (int round = 0; round < rounds; ++round) {
+    Host host(library);
+    facts.add(play(host, hitsOver(2000, 3), 2000, blocksOf(100)));
+    host.call(effOpen);
+    host.call(effMainsChanged, 0, 1);
+    host.call(effMainsChanged, 0, 1);
+    host.call(effOpen);
+    facts.add(play(host, hitsOver(2000, 4), 2000, blocksOf(100)));
+    host.call(effMainsChanged, 0, 0);
+    host.call(effMainsChanged, 0, 0);
+    facts.add(play(host, hitsOver(2000, 5), 2000, blocksOf(100)));
+    host.call(effStopProcess);
+    host.call(effStartProcess);
+    host.call(effStartProcess);
+    host.setSampleRate(48000.0F);
+    host.setSampleRate(kPlainRate);
+    facts.add(play(host, hitsOver(2000, 6), 2000, blocksOf(100)));
+  }
+  return verdict(facts.isSane() && facts.isHeard(), "%d rounds of early process, double open, resume and suspend",
+                 rounds);
+}
+
+/// Calls that this check leaves out: the end of the instance, what needs a screen, and what takes 300 ms or a
+/// structure.
+bool isLeftOut(int opcode) {
+  constexpr std::array<int, 10> kLeftOut{effClose,    effMainsChanged,  effEditGetRect, effEditOpen,    effEditClose,
+                                         effEditIdle, effProcessEvents, effSetChunk,    effEditKeyDown, effEditKeyUp};
+  return std::find(kLeftOut.begin(), kLeftOut.end(), opcode) != kLeftOut.end() || opcode == effSetEditKnobMode;
+}
+
+/// Calls that the interface has no meaning for.
+bool isUnknown(int opcode) {
+  constexpr std::array<int, 14> kHoles{9, 16, 17, 18, 20, 21, 28, 30, 31, 32, 36, 37, 43, 46};
+  constexpr std::array<int, 4> kLateHoles{53, 54, 55, 57};
+  return std::find(kHoles.begin(), kHoles.end(), opcode) != kHoles.end() ||
+         std::find(kLateHoles.begin(), kLateHoles.end(), opcode) != kLateHoles.end() || opcode < 0 || opcode >= 80;
+}
+
+/// One call with room that is looked at afterwards. False when more was written than text can be, or an unknown call
+/// was answered.
+bool callSafely(Host& host, int opcode, int index, std::intptr_t value) {
+  constexpr std::uint8_t kMark = 0xA5;
+  constexpr std::size_t kText = 256;
+  alignas(16) std::array<std::uint8_t, 4096> room{};
+  room.fill(kMark);
+  room.back() = 0;
+  void* first = room.data();
+  void* second = nullptr;
+  if (opcode == effGetSpeakerArrangement) {
+    value = reinterpret_cast<std::intptr_t>(&second);
+  }
+  const std::intptr_t answer = host.call(
+      opcode, index, value, opcode == effGetSpeakerArrangement ? static_cast<void*>(&first) : room.data(), 0.5F);
+  const std::size_t from = isUnknown(opcode) ? 0 : kText;
+  const bool untouched = std::all_of(room.begin() + static_cast<std::ptrdiff_t>(from), room.end() - 1,
+                                     [](std::uint8_t byte) { return byte == kMark; });
+  return untouched && (!isUnknown(opcode) || answer == 0);
+}
+
+Verdict unknownCalls(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  const std::vector<std::uint8_t> before = host.chunk();
+  const std::array<int, 5> indices{0, -1, host.parameterCount(), INT_MAX, INT_MIN};
+  int calls = 0;
+  int wrong = 0;
+  for (int opcode = 0; opcode < 128; ++opcode) {
+    for (const int index : indices) {
+      if (!isLeftOut(opcode)) {
+        ++calls;
+        wrong += callSafely(host, opcode, index, index) ? 0 : 1;
+      }
+    }
+  }
+  Random random(7);
+  for (int i = 0; i < settings.count(10000, 10000); ++i) {
+    const int opcode = i % 2 == 0 ? random.below(128) : static_cast<int>(random.word());
+    if (!isLeftOut(opcode) && opcode != effVendorSpecific) {
+      ++calls;
+      wrong += callSafely(host, opcode, static_cast<int>(random.word()), static_cast<int>(random.word())) ? 0 : 1;
+    }
+  }
+  for (const int index : {-1, host.parameterCount(), INT_MAX, INT_MIN}) {
+    host.setParameter(index, 0.25F);
+    wrong += host.parameter(index) == 0.0F && host.parameterName(index).empty() ? 0 : 1;
+  }
+  host.setSampleRate(kPlainRate);
+  const bool same = host.chunk() == before;
+  const bool heard = playPlain(host, 22050).isHeard();
+  return verdict(wrong == 0 && same && heard, "%d calls, %d wrong answers, state %s", calls, wrong,
+                 same ? "untouched" : "changed");
+}
+
+Verdict manyInstances(const CheckSettings& settings) {
+  constexpr int kInstances = 32;
+  const PluginLibrary library(settings.libraryPath);
+  std::vector<std::unique_ptr<Host>> hosts;
+  for (int i = 0; i < kInstances; ++i) {
+    hosts.push_back(std::make_unique<Host>(library));
+    settle(*hosts.back());
+  }
+  // The first half renders on one thread while the second half goes, in random order, on this one.
+  std::array<SoundFacts, kInstances / 2> facts;
+  std::thread renderer([&] {
+    for (std::size_t i = 0; i < facts.size(); ++i) {
+      facts[i].add(play(*hosts[i], hitsOver(20000, 9), 20000, blocksOf(256)));
+    }
+  });
+  Random random(11);
+  for (int left = kInstances / 2; left > 0; --left) {
+    hosts.erase(hosts.begin() + kInstances / 2 + random.below(left));
+  }
+  renderer.join();
+  const bool equal = std::all_of(facts.begin(), facts.end(), [&](const SoundFacts& f) {
+    return f.isSane() && f.isHeard() && f.hash == facts[0].hash;
+  });
+  return verdict(equal, "%d at once, 16 ended while 16 rendered, %s", kInstances,
+                 equal ? "all alike" : "not all alike");
+}
+
+/// Nothing of what was played before suspend and resume is heard after it.
+Verdict resetIsNew(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host fresh(library);
+  Host used(library);
+  for (Host* const host : {&fresh, &used}) {
+    warm(*host, PadSends::off);
+  }
+  playPlain(used, 60000, 21);
+  const std::vector<Hit> hits = hitsOver(60000, 22);
+  std::array<SoundFacts, 2> facts;
+  std::size_t which = 0;
+  for (Host* const host : {&fresh, &used}) {
+    host->call(effMainsChanged, 0, 0);
+    host->call(effMainsChanged, 0, 1);
+    facts[which++].add(play(*host, hits, 60000, blocksOf(kPlainBlock)));
+  }
+  const bool equal = facts[0].hash == facts[1].hash && facts[0].isHeard();
+  return verdict(equal, "%016llx after suspend and resume, %016llx new", static_cast<unsigned long long>(facts[1].hash),
+                 static_cast<unsigned long long>(facts[0].hash));
+}
+
+}  // namespace
+
+std::vector<Check> lifecycleChecks() {
+  return {{"load and unload", loadAndUnload}, {"wild hosts", wildHosts},    {"calls in odd order", oddOrder},
+          {"unknown calls", unknownCalls},    {"instances", manyInstances}, {"reset", resetIsNew}};
+}
+
+}  // namespace sivray::check

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "check/Process.h"
+
+#ifdef _WIN32
+#include <windows.h>
+// Behind windows.h, which it needs.
+#include <psapi.h>
+#else
+#include <malloc.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#endif
+
+namespace sivray::check {
+
+#ifdef _WIN32
+
+ProcessUse processUse() {
+  ProcessUse use;
+  PROCESS_MEMORY_COUNTERS counters{};
+  if (GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters) != 0) {
+    use.residentKiB = static_cast<std::int64_t>(counters.WorkingSetSize / 1024);
+  }
+  DWORD handles = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &handles);
+  use.files = static_cast<int>(handles);
+  return use;
+}
+
+double threadSeconds() {
+  FILETIME made{}, ended{}, kernel{}, user{};
+  GetThreadTimes(GetCurrentThread(), &made, &ended, &kernel, &user);
+  const auto ticks = (static_cast<std::uint64_t>(user.dwHighDateTime) << 32) | user.dwLowDateTime;
+  return static_cast<double>(ticks) * 1e-7;
+}
+
+#else
+
+namespace {
+
+int entriesOf(const char* folder) {
+  int count = 0;
+  std::error_code error;
+  for (auto entry = std::filesystem::directory_iterator(folder, error); entry != std::filesystem::directory_iterator();
+       entry.increment(error)) {
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+ProcessUse processUse() {
+  ProcessUse use;
+#ifdef __GLIBC__
+  malloc_trim(0);
+#endif
+  std::ifstream statm("/proc/self/statm");
+  std::int64_t pages = 0;
+  statm >> pages >> pages;
+  statm.close();
+  use.residentKiB = pages * (sysconf(_SC_PAGESIZE) / 1024);
+  use.threads = entriesOf("/proc/self/task");
+  use.files = entriesOf("/proc/self/fd");
+  return use;
+}
+
+double threadSeconds() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+#endif
+
+}  // namespace sivray::check

@@ -1,0 +1,146 @@
+// What the audio thread does while it plays, what a crowded block costs, and whether hours leave a trace.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+
+#include "check/CallCounter.h"
+#include "check/Check.h"
+#include "check/Process.h"
+#include "check/Scene.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::Host;
+using vsthost::PluginLibrary;
+
+constexpr int kMacrosPerPad = 12;
+constexpr int kPadParameters = 96;
+
+/// Waves are read from disk when they change; everything else happens in memory.
+bool choosesWave(int index) { return index < kPadParameters && index % kMacrosPerPad == 0; }
+
+/// Everything that moves while a song plays, between two blocks.
+void stir(Host& host, Random& random, int block) {
+  for (int i = 0; i < 6; ++i) {
+    host.queueNote(36 + random.below(8), random.below(128), random.below(256));
+  }
+  const std::array<std::uint8_t, 3> controller{0xB0, static_cast<std::uint8_t>(1 + random.below(119)),
+                                               static_cast<std::uint8_t>(random.below(128))};
+  const std::array<std::uint8_t, 3> bend{0xE0, static_cast<std::uint8_t>(random.below(128)),
+                                         static_cast<std::uint8_t>(random.below(128))};
+  host.queueMidi(controller, random.below(256));
+  host.queueMidi(bend, random.below(256));
+  for (int i = 0; i < 8; ++i) {
+    if (const int index = random.below(host.parameterCount()); !choosesWave(index)) {
+      host.setParameter(index, random.unit());
+    }
+  }
+  host.tempo = 60.0 + random.below(180);
+  host.playing = block / 100 % 2 == 0;
+}
+
+Verdict callsInside(const CheckSettings& settings) {
+  if (!CallCounter::works()) {
+    return verdict(true, "not judged here");
+  }
+  const PluginLibrary library(settings.libraryPath);
+  CallCounts counts;
+  std::int64_t blocks = 0;
+  for (const float rate : {kPlainRate, 48000.0F, 96000.0F}) {
+    Host host(library);
+    host.start(rate, 256);
+    std::vector<float> left(256);
+    std::vector<float> right(256);
+    Random random(131);
+    settle(host);
+    for (int block = 0; block < settings.count(2000, 20000); ++block, ++blocks) {
+      stir(host, random, block);
+      const CallCounter counter(counts);
+      host.process(left.data(), right.data(), 1 + random.below(256));
+    }
+  }
+  const bool clean = counts.allocations == 0 && counts.frees == 0 && counts.files == 0 && counts.waits == 0;
+  return verdict(clean, "%lld blocks: %lld allocations, %lld frees, %lld files, %lld waits, %.1f free locks a block",
+                 static_cast<long long>(blocks), static_cast<long long>(counts.allocations),
+                 static_cast<long long>(counts.frees), static_cast<long long>(counts.files),
+                 static_cast<long long>(counts.waits), static_cast<double>(counts.locks) / static_cast<double>(blocks));
+}
+
+/// Notes on all pads, all values of another program but its waves, and another effect, in one block of 64 frames.
+Verdict worstBlock(const CheckSettings& settings) {
+  constexpr double kBlockSeconds = 64.0 / 44100.0;
+  constexpr double kMostShare = 0.2;
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  settle(host);
+  Random random(141);
+  std::vector<double> costs;
+  std::vector<float> left(64);
+  std::vector<float> right(64);
+  for (int round = 0; round < settings.count(200, 2000); ++round) {
+    for (int index = 0; index < host.parameterCount(); ++index) {
+      if (!choosesWave(index)) {
+        host.setParameter(index, random.unit());
+      }
+    }
+    for (int pad = 0; pad < 8; ++pad) {
+      host.queueNote(36 + pad, 127, 8 * pad);
+    }
+    const double before = threadSeconds();
+    host.process(left.data(), right.data(), 64);
+    costs.push_back(threadSeconds() - before);
+    settle(host);
+  }
+  std::sort(costs.begin(), costs.end());
+  const double median = costs[costs.size() / 2] / kBlockSeconds;
+  const double late = costs[costs.size() * 95 / 100] / kBlockSeconds;
+  return verdict(isSanitized() || median <= kMostShare, "%.1f %% of the block's time, 95 in 100 below %.1f %%",
+                 100.0 * median, 100.0 * late);
+}
+
+Verdict soak(const CheckSettings& settings) {
+  constexpr double kLeastFactor = 100.0;
+  constexpr std::int64_t kLeakKiB = 256;
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  host.start(48000.0F, 256);
+  const double minutes =
+      settings.soakHours > 0.0 ? 60.0 * settings.soakHours : settings.count(isSanitized() ? 1 : 3, 10);
+  const auto blocks = static_cast<std::int64_t>(minutes * 60.0 * 48000.0 / 256.0);
+  Random random(151);
+  SoundFacts facts;
+  std::vector<float> left(256);
+  std::vector<float> right(256);
+  ProcessUse warm;
+  double spent = 0.0;
+  for (std::int64_t block = 0; block < blocks; ++block) {
+    if (block % 16 == 0) {
+      stir(host, random, static_cast<int>(block % 1000000));
+    }
+    const double before = threadSeconds();
+    host.process(left.data(), right.data(), 256);
+    spent += threadSeconds() - before;
+    facts.add(left.data(), 256);
+    facts.add(right.data(), 256);
+    if (block == blocks / 10) {
+      warm = processUse();
+    }
+  }
+  const ProcessUse end = processUse();
+  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const double factor = minutes * 60.0 / spent;
+  const bool fast = isSanitized() || (factor >= kLeastFactor && growth <= kLeakKiB);
+  return verdict(facts.notNumbers == 0 && fast && end.threads == warm.threads,
+                 "%.0f minutes of audio at %.0f times real time, %+lld KiB", minutes, factor,
+                 static_cast<long long>(growth));
+}
+
+}  // namespace
+
+std::vector<Check> realTimeChecks() {
+  return {{"calls inside process", callsInside}, {"worst block", worstBlock}, {"soak", soak}};
+}
+
+}  // namespace sivray::check

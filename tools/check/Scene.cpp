@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "check/Scene.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace sivray::check {
+namespace {
+
+constexpr int kFirstNote = 36;
+constexpr int kPads = 8;
+
+}  // namespace
+
+std::vector<Hit> hitsOver(int frames, std::uint32_t seed, int density) {
+  Random random(seed);
+  std::vector<Hit> hits;
+  const int count = std::max(1, static_cast<int>(static_cast<std::int64_t>(frames) * density / 44100));
+  for (int i = 0; i < count; ++i) {
+    const int note = kFirstNote + random.below(kPads);
+    hits.push_back({random.below(frames), note, i % 4 == 3 ? 0 : 1 + random.below(127)});
+  }
+  std::sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) { return a.frame < b.frame; });
+  hits.front() = {hits.front().frame, kFirstNote, 127};
+  return hits;
+}
+
+Partition blocksOf(int frames) {
+  return [frames] { return frames; };
+}
+
+Partition randomBlocks(std::uint32_t seed, int longest) {
+  return [random = std::make_shared<Random>(seed), longest] { return 1 + random->below(longest); };
+}
+
+Sound play(vsthost::Host& host, const std::vector<Hit>& hits, int frames, const Partition& partition) {
+  Sound sound{std::vector<float>(static_cast<std::size_t>(frames)),
+              std::vector<float>(static_cast<std::size_t>(frames))};
+  auto hit = hits.begin();
+  for (int start = 0; start < frames;) {
+    const int length = std::min(partition(), frames - start);
+    for (; hit != hits.end() && hit->frame < start + length; ++hit) {
+      host.queueNote(hit->note, hit->velocity, hit->frame - start);
+    }
+    host.process(sound.left.data() + start, sound.right.data() + start, length);
+    start += length;
+  }
+  return sound;
+}
+
+SoundFacts playPlain(vsthost::Host& host, int frames, std::uint32_t seed) {
+  SoundFacts facts;
+  facts.add(play(host, hitsOver(frames, seed), frames, blocksOf(kPlainBlock)));
+  return facts;
+}
+
+void settle(vsthost::Host& host) {
+  Sound ignored{std::vector<float>(kPlainBlock), std::vector<float>(kPlainBlock)};
+  host.process(ignored.left.data(), ignored.right.data(), kPlainBlock);
+}
+
+void warm(vsthost::Host& host, PadSends sends) {
+  for (const char* send : {"P1 FX Send", "P2 FX Send", "P3 FX Send", "P4 FX Send", "P5 FX Send", "P6 FX Send",
+                           "P7 FX Send", "P8 FX Send"}) {
+    setNamed(host, send, sends == PadSends::on ? 1.0F : 0.0F);
+  }
+  settle(host);
+  for (int round = 0; round < 2; ++round) {
+    for (int pad = 0; pad < kPads; ++pad) {
+      host.queueNote(kFirstNote + pad, 100, pad);
+    }
+    settle(host);
+  }
+}
+
+int indexOf(vsthost::Host& host, const char* name) {
+  for (int index = 0; index < host.parameterCount(); ++index) {
+    if (host.parameterName(index) == name) {
+      return index;
+    }
+  }
+  return -1;
+}
+
+void setNamed(vsthost::Host& host, const char* name, float value) {
+  if (const int index = indexOf(host, name); index >= 0) {
+    host.setParameter(index, value);
+  }
+}
+
+}  // namespace sivray::check

@@ -1,0 +1,196 @@
+// The state that a host saves: what comes back, and what broken bytes do.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <memory>
+
+#include "check/Check.h"
+#include "check/Scene.h"
+#include "core/LittleEndian.h"
+#include "render/PluginModel.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::Host;
+using vsthost::PluginLibrary;
+using Bytes = std::vector<std::uint8_t>;
+
+/// Where the content begins: behind the tag, the map's head, the key and the length of the bytes.
+constexpr std::size_t kContentAt = 4 + 1 + 8 + 5;
+constexpr std::size_t kSectionSizes = 16;
+
+/// A state with the identities of its programs blanked: every instance gives what it loads new ids, and a time of its
+/// own to what has none.
+Bytes withoutIds(Bytes state) {
+  constexpr std::size_t kListSize = 8;
+  constexpr std::size_t kMacroHead = 48;
+  constexpr std::size_t kImageHead = 8;
+  constexpr std::size_t kTimeAt = 196;
+  constexpr std::size_t kIdentityEnd = 224;
+  constexpr std::size_t kEntryBytes = 12;
+  const auto wordAt = [&](std::size_t at) { return tesh::cofu::core::wordIn(state, at).value_or(0); };
+  // The sections of the content stand behind its head of four words; the third is the macro chunk.
+  const std::size_t macros = kContentAt + kSectionSizes + wordAt(kContentAt + 4) + wordAt(kContentAt + 8);
+  const std::size_t image = macros + kMacroHead + wordAt(macros + kListSize);
+  const std::size_t recordBytes = kIdentityEnd + kEntryBytes * wordAt(macros + 4);
+  const std::size_t count = wordAt(image + 4);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t record = image + kImageHead + i * recordBytes;
+    if (record + kIdentityEnd <= state.size()) {
+      std::fill_n(state.begin() + static_cast<std::ptrdiff_t>(record + kTimeAt), kIdentityEnd - kTimeAt, 0);
+    }
+  }
+  return state;
+}
+
+/// Hosts that come one after the other: each takes in a state and gives it back.
+class RoundTrip {
+ public:
+  explicit RoundTrip(const CheckSettings& settings) : library(settings.libraryPath), full(settings.full) {}
+
+  /// Saves what `state` makes of a plug-in, and compares it with what a new one makes of that. Each plays a block
+  /// first: the engine's own values follow the macros there.
+  void run(const Bytes& state) {
+    first.setChunk(state);
+    settle(first);
+    const Bytes saved = first.chunk();
+    if (full || trips % kFreshEvery == 0) {
+      second = std::make_unique<Host>(library);
+    }
+    second->setChunk(saved);
+    settle(*second);
+    different += withoutIds(second->chunk()) == withoutIds(saved) ? 0 : 1;
+    ++trips;
+  }
+
+  int trips = 0;
+  int different = 0;
+
+ private:
+  static constexpr int kFreshEvery = 10;
+
+  PluginLibrary library;
+  bool full;
+
+ public:
+  Host first{library};
+
+ private:
+  std::unique_ptr<Host> second;
+};
+
+Verdict roundTrips(const CheckSettings& settings) {
+  RoundTrip trip(settings);
+  trip.first.call(effGetProgram);
+  render::PluginModel model;
+  if (!model.takeIn(trip.first.chunk())) {
+    return verdict(false, "the plug-in gives a state that cannot be read");
+  }
+  int programs = 0;
+  for (const render::ListedProgram& program : model.programs()) {
+    model.selectProgram(program.number);
+    trip.run(model.state());
+    ++programs;
+  }
+  Random random(81);
+  const int states = settings.count(60, 1000);
+  for (int i = 0; i < states; ++i) {
+    for (int index = 0; index < trip.first.parameterCount(); ++index) {
+      trip.first.setParameter(index, random.unit());
+    }
+    settle(trip.first);
+    trip.run(trip.first.chunk());
+  }
+  return verdict(trip.different == 0 && programs > 0, "%d programs and %d random states, %d differ, %zu bytes",
+                 programs, states, trip.different, trip.first.chunk().size());
+}
+
+/// Broken states, none of which may change anything.
+class BrokenStates {
+ public:
+  explicit BrokenStates(Host& plugin) : host(plugin), good(plugin.chunk()) {}
+
+  const Bytes& valid() const { return good; }
+
+  void give(const Bytes& bytes) {
+    host.setChunk(bytes);
+    ++given;
+    if (host.chunk() != good) {
+      ++changed;
+      host.setChunk(good);
+    }
+  }
+
+  int given = 0;
+  int changed = 0;
+
+ private:
+  Host& host;
+  Bytes good;
+};
+
+void giveFlipped(BrokenStates& broken) {
+  const Bytes& good = broken.valid();
+  std::vector<std::size_t> places;
+  for (std::size_t at = 0; at < kContentAt + kSectionSizes; ++at) {
+    places.push_back(at);
+  }
+  // The two other entries of the envelope, behind the content.
+  constexpr std::size_t kTail = 5 + 30 + 8 + 1;
+  for (std::size_t at = good.size() - kTail; at < good.size(); ++at) {
+    places.push_back(at);
+  }
+  for (const std::size_t at : places) {
+    for (const std::uint8_t bits : {std::uint8_t{0x01}, std::uint8_t{0x80}, std::uint8_t{0xFF}}) {
+      Bytes flipped = good;
+      flipped[at] = static_cast<std::uint8_t>(flipped[at] ^ bits);
+      broken.give(flipped);
+    }
+  }
+}
+
+void giveWildSizes(BrokenStates& broken) {
+  for (const std::size_t at : {kContentAt - 4, kContentAt + 4, kContentAt + 8, kContentAt + 12}) {
+    for (const std::uint8_t top : {std::uint8_t{0x80}, std::uint8_t{0xFF}}) {
+      Bytes wild = broken.valid();
+      std::fill_n(wild.begin() + static_cast<std::ptrdiff_t>(at), 4, top == 0xFF ? 0xFF : 0x00);
+      wild[at] = top;
+      wild[at + 3] = top;
+      broken.give(wild);
+    }
+  }
+}
+
+Verdict badStates(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  settle(host);
+  BrokenStates broken(host);
+  const Bytes& good = broken.valid();
+  broken.give({});
+  const auto size = static_cast<int>(good.size());
+  const int step = std::max(1, size / settings.count(100, 4000));
+  for (int length = 0; length < size; length += length < 64 ? 1 : step) {
+    broken.give({good.begin(), good.begin() + length});
+  }
+  giveFlipped(broken);
+  giveWildSizes(broken);
+  Random random(91);
+  for (int i = 0; i < 3; ++i) {
+    Bytes noise(1 << 20);
+    std::generate(noise.begin(), noise.end(), [&] { return random.byte(); });
+    if (i == 2) {
+      std::copy_n(good.begin(), kContentAt, noise.begin());
+    }
+    broken.give(noise);
+  }
+  const bool alive = playPlain(host, 22050).isHeard();
+  return verdict(broken.changed == 0 && alive, "%d broken states, %d changed anything", broken.given, broken.changed);
+}
+
+}  // namespace
+
+std::vector<Check> stateChecks() { return {{"state round trip", roundTrips}, {"bad state", badStates}}; }
+
+}  // namespace sivray::check

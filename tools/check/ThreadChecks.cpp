@@ -1,0 +1,133 @@
+// Audio on one thread, everything else on others.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include "check/Check.h"
+#include "check/Scene.h"
+#include "render/PluginModel.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::Host;
+using vsthost::PluginLibrary;
+
+/// Renders blocks until told to stop.
+class AudioThread {
+ public:
+  explicit AudioThread(Host& plugin) : host(plugin), thread([this] { run(); }) {}
+  ~AudioThread() { finish(); }
+
+  void finish() {
+    stopping = true;
+    if (thread.joinable()) {
+      thread.join();
+    }
+  }
+
+  std::atomic<int> blocks{0};
+  SoundFacts facts;  ///< Once finished.
+
+ private:
+  void run() {
+    Random random(101);
+    std::vector<float> left(256);
+    std::vector<float> right(256);
+    while (!stopping) {
+      host.queueNote(36 + random.below(8), random.below(128), random.below(256));
+      host.process(left.data(), right.data(), 256);
+      facts.add(left.data(), 256);
+      facts.add(right.data(), 256);
+      ++blocks;
+    }
+  }
+
+  Host& host;
+  std::atomic<bool> stopping{false};
+  std::thread thread;
+};
+
+Verdict anotherThread(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  host.start(kPlainRate, 256);
+  const int wanted = settings.count(2000, 9999);
+  AudioThread audio(host);
+  while (audio.blocks < wanted) {
+    // What a host does while it plays.
+    host.call(effGetProgram);
+    host.parameterText(0);
+    std::this_thread::yield();
+  }
+  audio.finish();
+  return verdict(audio.facts.isSane() && audio.facts.isHeard(), "%d blocks", audio.blocks.load());
+}
+
+Verdict parametersFromTwoThreads(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  AudioThread audio(host);
+  const int rounds = settings.count(isSanitized() ? 5 : 50, 500);
+  // The waves are left alone: reading them is another check.
+  const auto write = [&](std::uint32_t seed) {
+    Random random(seed);
+    for (int round = 0; round < rounds; ++round) {
+      for (int index = 0; index < host.parameterCount(); ++index) {
+        if (index >= 96 || index % 12 != 0) {
+          host.setParameter(index, random.unit());
+          host.parameter(index);
+        }
+      }
+      // A host's threads sleep too; without that they keep the plug-in's lock to themselves.
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+  };
+  std::thread other(write, 111);
+  write(112);
+  other.join();
+  audio.finish();
+  return verdict(audio.facts.isSane() && audio.blocks > 0, "%d rounds of %d parameters from two threads, %d blocks", rounds,
+                 host.parameterCount(), audio.blocks.load());
+}
+
+Verdict loadsWhilePlaying(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  host.call(effGetProgram);
+  render::PluginModel model;
+  if (!model.takeIn(host.chunk())) {
+    return verdict(false, "the plug-in gives a state that cannot be read");
+  }
+  std::vector<std::vector<std::uint8_t>> programs;
+  for (const render::ListedProgram& program : model.programs()) {
+    model.selectProgram(program.number);
+    programs.push_back(model.state());
+  }
+  AudioThread audio(host);
+  Random random(121);
+  const int loads = settings.count(isSanitized() ? 10 : 100, 1000);
+  for (int load = 0; load < loads; ++load) {
+    host.setChunk(programs[static_cast<std::size_t>(random.below(static_cast<int>(programs.size())))]);
+    host.chunk();
+    const int wavePad = 12 * random.below(8);
+    if (wavePad < host.parameterCount()) {
+      host.setParameter(wavePad, random.unit());
+    }
+  }
+  audio.finish();
+  return verdict(audio.facts.isSane(), "%d programs, states and waves loaded, %d blocks meanwhile", loads,
+                 audio.blocks.load());
+}
+
+}  // namespace
+
+std::vector<Check> threadChecks() {
+  return {{"audio on another thread", anotherThread},
+          {"parameters from two threads", parametersFromTwoThreads},
+          {"loads while playing", loadsWhilePlaying}};
+}
+
+}  // namespace sivray::check
