@@ -89,8 +89,8 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
   write(112);
   other.join();
   audio.finish();
-  return verdict(audio.facts.isSane() && audio.blocks > 0, "%d rounds of %d parameters from two threads, %d blocks", rounds,
-                 host.parameterCount(), audio.blocks.load());
+  return verdict(audio.facts.isSane() && audio.blocks > 0, "%d rounds of %d parameters from two threads, %d blocks",
+                 rounds, host.parameterCount(), audio.blocks.load());
 }
 
 Verdict loadsWhilePlaying(const CheckSettings& settings) {
