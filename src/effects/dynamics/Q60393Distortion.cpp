@@ -31,17 +31,13 @@ constexpr std::int64_t kA2 = -202556144;
 
 std::int64_t clampTop(std::int64_t x) { return std::clamp(x, -kTop, kTop); }
 
-/// Rises to a quarter of full scale at half of it, then folds back, and is flat outside.
+/// Rises to a quarter of full scale at half of it, then folds back to 0.152 at full scale, and is flat outside.
 std::int64_t folded(std::int64_t v) {
-  if (v < -kTop) {
-    return -327155712;
-  }
-  if (v > kTop) {
-    return 327155713;
-  }
-  const std::int64_t u = (v * 26624) >> 15;
+  const std::int64_t u = (clampTop(v) * 26624) >> 15;
   const std::int64_t square = (u * u) >> 31;
-  return clampTop(u < 0 ? u + square : u - square);
+  // Without a branch, which would be taken at random.
+  const std::int64_t sign = u >> 63;
+  return u - ((square ^ sign) - sign);
 }
 
 }  // namespace
