@@ -138,10 +138,23 @@ void SivrayMultiEffector::takeType() {
   }
   next->wake();
   next->reset();
-  next->setParameter(kEdit1, values[kEdit1]);
-  next->setParameter(kEdit2, values[kEdit2]);
-  next->setTempo(tempo);
+  bringUpToDate(*next);
   next->setImmediate(true);
+}
+
+/// Hands the values on to an effect that is current by now. A value that another thread has changed meanwhile is handed
+/// on again, so that the older one is not the last to arrive.
+void SivrayMultiEffector::bringUpToDate(SivrayFx& effect) {
+  const auto send = [](const std::atomic<int>& value, auto&& take) {
+    int sent = 0;
+    do {
+      sent = value;
+      take(sent);
+    } while (value != sent);
+  };
+  send(values[kEdit1], [&](int edit) { effect.setParameter(kEdit1, edit); });
+  send(values[kEdit2], [&](int edit) { effect.setParameter(kEdit2, edit); });
+  send(tempo, [&](int tenths) { effect.setTempo(tenths); });
 }
 
 void SivrayMultiEffector::process(StereoBlock& block, int count) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -10,7 +11,6 @@
 #include "effects/EffectSet.h"
 #include "effects/EffectTable.h"
 #include "effects/MultiEffectorParam.h"
-#include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SivrayFx.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
@@ -73,6 +73,7 @@ class SivrayMultiEffector {
   SivrayFx* effectOf(int type) const;
   void takeSwitch();
   void takeType();
+  void bringUpToDate(SivrayFx& effect);
   void runEffect(StereoBlock block, int count);
   void crossfade(int count);
   void fadeRun(int start, int length);
@@ -86,7 +87,7 @@ class SivrayMultiEffector {
 
   bool fading = false;
   int fadePosition = 0;  ///< 32767 down to 0.
-  Relaxed<SivrayFx*> current{nullptr};
+  std::atomic<SivrayFx*> current{nullptr};
   SivrayFx* previous = nullptr;  ///< The effect that fades out.
 
   PendingSettings<bool> pendingSwitch{true, true};
@@ -97,8 +98,10 @@ class SivrayMultiEffector {
   PendingSettings<int> pendingType{kTypeShortDelay, true};
   int immediateCounter = -1;  ///< Frames since the last load; -1 when the current effect glides as usual.
 
-  std::array<Relaxed<int>, 4> values{kTypeShortDelay, 1, 0, 0};
-  Relaxed<int> tempo{1200};
+  // With `current` in one order that all threads see: a writer stores its value before it looks for the effect to tell,
+  // the audio thread puts the effect in place before it reads the values. One of them meets the other's change.
+  std::array<std::atomic<int>, 4> values{kTypeShortDelay, 1, 0, 0};
+  std::atomic<int> tempo{1200};
 
   MultiEffectorParam parameterGroup{*this};
 };
