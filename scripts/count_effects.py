@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+# Counts what every effect costs, in instructions per stereo frame, and prints the table of docs/benchmarks.md.
+#   scripts/count_effects.py [build directory, build/release when left out]
+# Needs valgrind, and bench_effects built.
+# SPDX-License-Identifier: GPL-3.0-or-later
+import re
+import subprocess
+import sys
+
+FRAMES_PER_BLOCK = 512
+SHORT_RUN, LONG_RUN = 20, 220
+OVERHEAD_BUDGET = 25
+
+# Name and budget by type id.
+EFFECTS = [
+    ("Bypass", 1), ("Marlo Chorus", 290), ("Marlo Phase", 160), ("Marlo Ensemble", 400), ("Chorus/Flanger", 200),
+    ("Phaser", 160), ("Tremolo", 80), ("Auto Pan", 80), ("Pump", 80), ("Slicer", 80), ("Ring Mod", 80),
+    ("Grain Shifter", 110), ("Short Delay", 95), ("BPM Delay", 95), ("Room Reverb", 223), ("Hall Reverb", 320),
+    ("Gate Reverb", 223), ("Compressor", 120), ("Master Compressor", 120), ("Drive", 65), ("Distortion", 150),
+    ("Kiln Force", 350), ("Decimator", 40), ("EQ", 120), ("Peaking EQ", 120), ("LPF", 80), ("HPF", 80), ("BPF", 80),
+    ("Comb Filter", 90), ("Talking Mod", 120)]
+
+
+def instructions(program, effect, blocks, form):
+    command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", program, "count", str(effect),
+               str(blocks), form]
+    report = subprocess.run(command, capture_output=True, text=True, check=True).stderr
+    return int(re.search(r"Collected : (\d+)", report).group(1))
+
+
+def per_frame(program, effect, form):
+    more = instructions(program, effect, LONG_RUN, form) - instructions(program, effect, SHORT_RUN, form)
+    return more / ((LONG_RUN - SHORT_RUN) * FRAMES_PER_BLOCK)
+
+
+def main():
+    program = (sys.argv[1] if len(sys.argv) > 1 else "build/release") + "/bin/bench_effects"
+    over = []
+    print("| Id | Effect | Sound | Silence after it | Budget | In the master effect |")
+    print("|---:|---|---:|---:|---:|---:|")
+    for effect, (name, budget) in enumerate(EFFECTS):
+        alone, quiet, whole = (per_frame(program, effect, form) for form in ("alone", "quiet", "whole"))
+        print(f"| {effect} | {name} | {alone:.1f} | {quiet:.1f} | {budget} | + {whole - alone:.1f} |", flush=True)
+        if alone > budget or quiet > alone * 1.01 or whole - alone > OVERHEAD_BUDGET:
+            over.append(name)
+    if over:
+        sys.exit("count_effects: above budget: " + ", ".join(over))
+
+
+if __name__ == "__main__":
+    main()
