@@ -65,7 +65,7 @@ struct MarloModel : PlainModel {
     }
     const int i = static_cast<int>(pos);
     const float a = line[c][static_cast<std::size_t>(i)];
-    const float b = line[c][static_cast<std::size_t>(i + 1)];
+    const float b = line[c][static_cast<std::size_t>(i) + 1];
     return a + (b - a) * (pos - static_cast<float>(i));
   }
   static float highpass(float& in, float& out, float x, float c) {
