@@ -4,6 +4,15 @@
 
 #include "core/RealTime.h"
 
+// The compiler cannot see that waiting is allowed here.
+#if defined(__clang__) && defined(__has_warning)
+#if __has_warning("-Wfunction-effects")
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wfunction-effects"
+#define SIVRAY_EFFECTS_PUSHED
+#endif
+#endif
+
 namespace tesh::cofu::core {
 
 /// Holds a mutex for as long as it lives. Taking it and giving it back are exempt from the audio thread's rule; what
@@ -11,11 +20,11 @@ namespace tesh::cofu::core {
 template <typename Mutex>
 class RealTimeLock {
  public:
-  explicit RealTimeLock(Mutex& lockedMutex) : mutex(lockedMutex) {
+  explicit RealTimeLock(Mutex& lockedMutex) SIVRAY_NONBLOCKING : mutex(lockedMutex) {
     const MayWait wait;
     mutex.lock();
   }
-  ~RealTimeLock() {
+  ~RealTimeLock() SIVRAY_NONBLOCKING {
     const MayWait wait;
     mutex.unlock();
   }
@@ -27,3 +36,8 @@ class RealTimeLock {
 };
 
 }  // namespace tesh::cofu::core
+
+#if defined(SIVRAY_EFFECTS_PUSHED)
+#pragma clang diagnostic pop
+#undef SIVRAY_EFFECTS_PUSHED
+#endif

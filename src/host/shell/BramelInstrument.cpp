@@ -45,6 +45,7 @@ BramelInstrument::Impl::Impl(BramelInstrument& instrument, std::unique_ptr<Proce
     return;
   }
   processor->editor = this;
+  takesInput = processor->generator().inputCount() != 0;
   processor->sampleRate = kEngineRate;
   processor->generator().setSampleRate(kEngineRate);
   const auto& controller = processor->controller();

@@ -44,8 +44,7 @@ void BramelInstrument::Impl::process(float** inputs, float** outputs, std::int32
   const platform::DenormalGuard guard;
   const cofu::core::RealTimeLock lock(mainMutex);
   ChannelPair absent{};
-  const bool takesInput = inputs != nullptr && processor && processor->generator().inputCount() != 0;
-  float** const given = takesInput ? inputs : absent.data();
+  float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
   if (frames != 0 && !hasNull(given)) {
     copyInputs(given, outputs, frames);
   }

@@ -119,6 +119,7 @@ class BramelInstrument::Impl final : public CFsConvListener, public vimo::MacroE
   vimo::TimedValueRing automationRing{4096};
   vimo::TimedValueRing notificationRing{1024};
   ChangeList latest;
+  bool takesInput = false;   ///< The engine has inputs.
   bool hasSelected = false;  ///< The block has selected a program.
   bool isInBlock = false;
 };
