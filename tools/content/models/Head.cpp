@@ -36,6 +36,7 @@ void makeHead(Signal& signal, const Parameters& p, Dice dice) {
   addModes(signal, membraneModes(membrane, dice, width), glide);
 
   std::vector<Mode> shell;
+  shell.reserve(kShell.size());
   for (const ShellMode& mode : kShell) {
     shell.push_back({.hertz = p["shellhz"] * mode.ratio,
                      .gain = p["shell"] * mode.gain,

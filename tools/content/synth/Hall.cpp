@@ -75,10 +75,12 @@ void addHall(Signal& signal, Random own, const HallSettings& hall) {
     return;
   }
   std::vector<Diffuser> diffusers;
+  diffusers.reserve(kDiffusers);
   for (const double seconds : kDiffuserSeconds) {
     diffusers.emplace_back(seconds * own.between(0.9, 1.1));
   }
   std::vector<Line> lines;
+  lines.reserve(kLines);
   std::array<double, kLines> loss{};
   for (std::size_t i = 0; i < kLines; ++i) {
     const double seconds = kLineSeconds[i] * own.between(0.95, 1.05);

@@ -105,7 +105,7 @@ double softClip(double x) {
 }
 
 std::size_t framesOf(double seconds) {
-  return seconds <= 0.0 ? 0 : static_cast<std::size_t>(seconds * kSampleRate + 0.5);
+  return seconds <= 0.0 ? 0 : static_cast<std::size_t>(std::floor(seconds * kSampleRate + 0.5));
 }
 
 }  // namespace sivray::content
