@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "effects/SivrayMultiEffector.h"
 #include "engine/GlobalParameterDispatcher.h"
 #include "engine/GlobalSaveParameterDispatcher.h"
@@ -36,16 +37,16 @@ class DrumEngine {
 
   /// Renders `frames` frames of stereo. Control values move on a grid of 64 frames from the start of each call. A call
   /// for no frames writes nothing, but takes over a pending change of effect and gives back voices that have ended.
-  void render(float* left, float* right, int frames);
+  void render(float* left, float* right, int frames) SIVRAY_NONBLOCKING;
 
-  void noteOn(int note, int velocity) { allocator.noteOn(note, velocity); }
-  void noteOff(int note) { allocator.noteOff(note); }
+  void noteOn(int note, int velocity) SIVRAY_NONBLOCKING { allocator.noteOn(note, velocity); }
+  void noteOff(int note) SIVRAY_NONBLOCKING { allocator.noteOff(note); }
 
   /// Silences all voices and the effect.
   void resetSound();
 
   /// A transport message for the effect, see SivrayMultiEffector::transport.
-  void transport(int message) { effect.transport(message); }
+  void transport(int message) SIVRAY_NONBLOCKING { effect.transport(message); }
 
   /// Sets a parameter from 0 .. 1 of its range. Unknown ids are ignored, what lies outside is the group's matter.
   void setParameter(std::uint32_t id, float value);
@@ -83,7 +84,7 @@ class DrumEngine {
 
   Place placeOf(std::uint32_t id) const;
   void addPad(std::uint32_t pad);
-  void renderBlock(float* left, float* right, int frames);
+  void renderBlock(float* left, float* right, int frames) SIVRAY_NONBLOCKING;
   ProgramBankGroups bankGroups();
 
   DrumCore core;

@@ -9,6 +9,8 @@
 #include <mutex>
 #include <vector>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 /// What a record is. At one frame the kinds fire in this order.
@@ -33,9 +35,9 @@ struct SequencerEvent {
 class IEventResponder {
  public:
   virtual ~IEventResponder() = default;
-  virtual void onParameter(const SequencerEvent& record) = 0;
-  virtual void onGlobalParameter(const SequencerEvent& record) = 0;
-  virtual void onMidi(const SequencerMessage& message) = 0;
+  virtual void onParameter(const SequencerEvent& record) SIVRAY_NONBLOCKING = 0;
+  virtual void onGlobalParameter(const SequencerEvent& record) SIVRAY_NONBLOCKING = 0;
+  virtual void onMidi(const SequencerMessage& message) SIVRAY_NONBLOCKING = 0;
 };
 
 /// What the render loop asks.
@@ -44,10 +46,10 @@ class IEventSequencer {
   virtual ~IEventSequencer() = default;
 
   /// Frames until the next record is due, 0 when it is due now, -1 when there is none.
-  virtual std::int64_t nextEventFrame() = 0;
+  virtual std::int64_t nextEventFrame() SIVRAY_NONBLOCKING = 0;
 
   /// Tells that `frames` frames have been rendered, and fires every record that has come due.
-  virtual void advance(std::int64_t frames) = 0;
+  virtual void advance(std::int64_t frames) SIVRAY_NONBLOCKING = 0;
 };
 
 /// Producers append on any thread; the render loop merges what has been appended when its own list has run out. The
@@ -75,8 +77,8 @@ class EventSequencer final : public IEventSequencer {
 
   void append(const SequencerEvent& record) { Intake(*this).add() = record; }
 
-  std::int64_t nextEventFrame() override;
-  void advance(std::int64_t frames) override;
+  std::int64_t nextEventFrame() SIVRAY_NONBLOCKING override;
+  void advance(std::int64_t frames) SIVRAY_NONBLOCKING override;
 
  private:
   void merge();

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "core/ProcessBlock.h"
+#include "core/RealTime.h"
 #include "engine/samples/SampleLibrary.h"
 
 namespace tesh::vimo {
@@ -18,7 +19,7 @@ namespace tesh::vimo {
 class PluginListener {
  public:
   virtual ~PluginListener() = default;
-  virtual void parametersArrived() {}
+  virtual void parametersArrived() SIVRAY_NONBLOCKING {}
 };
 
 /// Name and range of one engine parameter in normalised form.
@@ -41,7 +42,7 @@ class Generator {
   virtual int inputCount() const = 0;
 
   /// Takes in the block's MIDI and automation, and renders it. Audio thread.
-  virtual void process(ProcessBlock& block) = 0;
+  virtual void process(ProcessBlock& block) SIVRAY_NONBLOCKING = 0;
 
   /// 0 for a sound generator.
   virtual int kind() const = 0;

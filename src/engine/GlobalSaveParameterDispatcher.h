@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 
+#include "core/RealTime.h"
 #include "engine/OutputStage.h"
 #include "parameters/Q57214DrumGenericParameter.h"
 
@@ -29,10 +30,10 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   int indexOf(std::string_view name) const override { return group.indexOf(name); }
 
   /// The stage on channels 2 and 3 of the interleaved block, in place. The same law as `render`.
-  void processAudio(std::int32_t* block, int frames) override;
+  void processAudio(std::int32_t* block, int frames) SIVRAY_NONBLOCKING override;
 
   /// Sums the buses of a block and renders it to floats. The gain glides from sample to sample, across blocks.
-  void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames);
+  void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) SIVRAY_NONBLOCKING;
 
  private:
   /// Moves the gain by one sample and gives it.

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "core/FixedPoint.h"
+#include "core/RealTime.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -42,12 +43,13 @@ struct BusSamples {
 
 /// Takes four interleaved channels (dry left and right, effect left and right) apart. What does not fit 16 bits is
 /// limited to them. `mix` is 16-byte aligned.
-void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames);
+void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
 /// What splitBuses gives for silence.
-void clearBuses(BusSamples dry, BusSamples wet, int frames);
+void clearBuses(BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
 /// One channel of `frames` samples from both buses to floats, at a gain that rests.
-void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain);
+void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
+                  std::int32_t gain) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::plugin::sivray

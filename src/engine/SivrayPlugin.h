@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "core/RealTime.h"
 #include "engine/EventSequencer.h"
 #include "engine/Generator.h"
 #include "engine/VstXSynth.h"
@@ -28,7 +29,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
 
   int outputCount() const override { return Synth::outputCount(); }
   int inputCount() const override { return Synth::inputCount(); }
-  void process(vimo::ProcessBlock& block) override;
+  void process(vimo::ProcessBlock& block) SIVRAY_NONBLOCKING override;
   int kind() const override { return 0; }
   int parameterCount() const override { return static_cast<int>(kParameterIds); }
   void setParameter(std::uint32_t id, float value) override;
@@ -51,10 +52,10 @@ class SivrayPlugin final : public vimo::Generator<float> {
   vimo::SampleLibrary* sampleLibrary() override { return library.get(); }
 
   /// Renders without taking anything in.
-  void renderOnly(float* const* outputs, int frames);
+  void renderOnly(float* const* outputs, int frames) SIVRAY_NONBLOCKING;
 
   /// Takes in MIDI without rendering. True if there was any.
-  bool addMidi(const std::vector<vimo::MidiEvent>& events);
+  bool addMidi(const std::vector<vimo::MidiEvent>& events) SIVRAY_NONBLOCKING;
 
   /// Queues "BPMx10" (0) or "Trigger" (1) for the start of the next `process`, active or not.
   void setGlobalParameter(std::uint32_t id, float value);
@@ -69,11 +70,13 @@ class SivrayPlugin final : public vimo::Generator<float> {
   class Responder final : public IEventResponder {
    public:
     explicit Responder(Synth& target) : synth(target) {}
-    void onParameter(const SequencerEvent& record) override { synth.engine().setParameter(record.id, record.value); }
-    void onGlobalParameter(const SequencerEvent& record) override {
+    void onParameter(const SequencerEvent& record) SIVRAY_NONBLOCKING override {
+      synth.engine().setParameter(record.id, record.value);
+    }
+    void onGlobalParameter(const SequencerEvent& record) SIVRAY_NONBLOCKING override {
       synth.setGlobalParameterValue(record.id, record.value);
     }
-    void onMidi(const SequencerMessage& message) override {
+    void onMidi(const SequencerMessage& message) SIVRAY_NONBLOCKING override {
       if (message.size > 0) {
         synth.processEvent(message);
       }
@@ -86,7 +89,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
   /// A new record with its place in the order of arrival.
   SequencerEvent& addRecord(EventSequencer::Intake& intake, SequencerKind kind);
   void queueParameter(SequencerKind kind, std::uint32_t id, float value);
-  void takeAutomation(vimo::TimedValueRing& ring);
+  void takeAutomation(vimo::TimedValueRing& ring) SIVRAY_NONBLOCKING;
 
   vimo::PluginListener* listener = nullptr;
   Synth synth;

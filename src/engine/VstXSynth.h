@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/RealTime.h"
 #include "engine/DrumEngine.h"
 #include "engine/EventSequencer.h"
 #include "engine/samples/PcmFile.h"
@@ -25,11 +26,13 @@ class VstXSynth {
   static constexpr const char* typeName() { return "VstXSynth"; }
 
   /// Renders into two channels; there are no inputs.
-  void processReplacing(float* left, float* right, int frames) { drumEngine.render(left, right, frames); }
+  void processReplacing(float* left, float* right, int frames) SIVRAY_NONBLOCKING {
+    drumEngine.render(left, right, frames);
+  }
 
   /// Notes 36 to 43, controllers 123 and 126 (all notes off), program changes and the engine's own transport message
   /// 0xF4; the channel and everything else are ignored.
-  void processEvent(const SequencerMessage& message);
+  void processEvent(const SequencerMessage& message) SIVRAY_NONBLOCKING;
 
   /// Sets "BPMx10" (id 0) or "Trigger" (id 1).
   void setGlobalParameterValue(std::uint32_t id, float value) { drumEngine.setParameter(id | kGlobalIds, value); }

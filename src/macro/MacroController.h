@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/ProcessBlock.h"
+#include "core/RealTime.h"
 #include "engine/Generator.h"
 #include "macro/MacroControllerBase.h"
 #include "macro/MacroNativeModeMap.h"
@@ -35,16 +36,18 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   // Movements, on the audio thread. An index past the list does nothing, a full queue drops what comes.
 
   /// The macro takes a value: stored, in force, reported, and mapped into the engine queue.
-  void setMacroValue(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block);
+  void setMacroValue(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
   /// The same for a non-numeric value.
-  void setMacroObject(std::uint64_t index, std::uint64_t object, std::uint32_t frame, ProcessBlock& block);
+  void setMacroObject(std::uint64_t index, std::uint64_t object, std::uint32_t frame,
+                      ProcessBlock& block) SIVRAY_NONBLOCKING;
   /// The engine follows a value that the macro does not keep.
-  void moveTemporarily(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block);
+  void moveTemporarily(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
   /// Every macro that was moved temporarily returns to its stored value.
-  void endTemporaryMoves(std::uint32_t frame, ProcessBlock& block);
+  void endTemporaryMoves(std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
   /// Sets every macro as the program says, or to its default where the program is shorter than the list. The selected
   /// program, an empty database and a bank past the four do nothing; a program past the list is the last one.
-  void selectProgram(std::uint64_t program, std::uint64_t bank, std::uint32_t frame, ProcessBlock& block);
+  void selectProgram(std::uint64_t program, std::uint64_t bank, std::uint32_t frame,
+                     ProcessBlock& block) SIVRAY_NONBLOCKING;
 
   /// How many positions a control of the macro has: the values of its first set where that is quantized, else the
   /// integers that its engine parameter passes between the set's ends.

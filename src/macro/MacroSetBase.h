@@ -8,6 +8,7 @@
 #include <span>
 
 #include "core/Boxed.h"
+#include "core/RealTime.h"
 #include "macro/MacroTypes.h"
 
 namespace tesh::vimo {
@@ -34,7 +35,7 @@ class MacroSetBase {
   virtual void setTargetId(std::uint32_t id) { target = id; }
 
   /// The curve, for x from 0 to 1. Audio thread.
-  virtual float map(float x) const = 0;
+  virtual float map(float x) const SIVRAY_NONBLOCKING = 0;
 
   /// Editable properties. Past the count: null, and nothing happens. A value of another type than `property` gives
   /// changes nothing.

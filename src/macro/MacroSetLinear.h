@@ -15,7 +15,7 @@ class MacroSetLinear : public MacroSetBase {
   std::uint32_t byteSize() const override { return kRecordBytes; }
   bool deserialize(std::span<const std::uint8_t> record) override;
   void serialize(std::uint8_t* out) const override;
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 1; }
   /// The range as `tmm`, whatever the index.
   BoxedValue property(std::uint32_t index) const override;
@@ -33,7 +33,7 @@ class MacroSetLinearFlipped final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::linearFlipped; }
   const char* typeName() const override { return "Invert"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 /// Rises slowly, then fast.
@@ -41,14 +41,14 @@ class MacroSetSquared final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::squared; }
   const char* typeName() const override { return "EXP"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 class MacroSetSquaredFlipped final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::squaredFlipped; }
   const char* typeName() const override { return "EXP Inv"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 /// Rises fast, then flattens.
@@ -56,14 +56,14 @@ class MacroSetLogCurved final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::logCurved; }
   const char* typeName() const override { return "LOG"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 class MacroSetLogCurvedFlipped final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::logCurvedFlipped; }
   const char* typeName() const override { return "LOG Inv"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 /// An S that is flat around the middle.
@@ -71,14 +71,14 @@ class MacroSetCubicCurve final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::cubicCurve; }
   const char* typeName() const override { return "EXP Mid"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 class MacroSetBiquadCurve final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::biquadCurve; }
   const char* typeName() const override { return "Biquad"; }
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
 };
 
 }  // namespace tesh::vimo

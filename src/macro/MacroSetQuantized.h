@@ -18,7 +18,7 @@ class MacroSetQuantized final : public MacroSetBase {
   bool deserialize(std::span<const std::uint8_t> record) override;
   void serialize(std::uint8_t* out) const override;
   /// The steps are centred on the points k / (n - 1); 0 without values.
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 1; }
   /// The values as an array of floats.
   BoxedValue property(std::uint32_t index) const override;

@@ -23,7 +23,7 @@ class MacroSetTwoBinded final : public MacroSetBase {
   void serialize(std::uint8_t* out) const override;
   void setTargetId(std::uint32_t id) override;
   /// A half that was never made gives 0.
-  float map(float x) const override;
+  float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 6; }
   BoxedValue property(std::uint32_t index) const override;
   void setProperty(std::uint32_t index, BoxedValue value) override;

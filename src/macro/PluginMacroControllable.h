@@ -11,6 +11,7 @@
 #include "core/LockFreeRing.h"
 #include "core/MidiEvent.h"
 #include "core/ProcessBlock.h"
+#include "core/RealTime.h"
 #include "engine/Generator.h"
 #include "macro/MacroController.h"
 
@@ -36,10 +37,10 @@ struct MacroCommand {
 class MacroEchoListener {
  public:
   virtual ~MacroEchoListener() = default;
-  virtual void macroMoved(std::uint32_t index, float value, std::uint32_t frame) = 0;
-  virtual void programSelected() = 0;
+  virtual void macroMoved(std::uint32_t index, float value, std::uint32_t frame) SIVRAY_NONBLOCKING = 0;
+  virtual void programSelected() SIVRAY_NONBLOCKING = 0;
   /// `note` << 8 | velocity, of a note-on or note-off.
-  virtual void noteReceived(std::uint16_t noteAndVelocity) = 0;
+  virtual void noteReceived(std::uint16_t noteAndVelocity) SIVRAY_NONBLOCKING = 0;
   /// The macro list was emptied or read anew. Not on the audio thread.
   virtual void macroListChanged() {}
 };
@@ -63,7 +64,7 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   /// Runs the commands and program changes that fall into the block, then the engine, and reports what moved. A
   /// timestamp falls on frame max(0, (timestamp - hostTime) * speed + offset) * sampleRate / 10^9, in double precision
   /// and cut to an integer. `midiIn` is given room by the caller. Audio thread, under the shell's main lock.
-  void process(ProcessBlock& block, std::uint64_t hostTime, double speed, double offset);
+  void process(ProcessBlock& block, std::uint64_t hostTime, double speed, double offset) SIVRAY_NONBLOCKING;
 
   /// Puts in a command or a program change; a full queue drops it and gives false. Under the shell's main lock.
   LockFreeRing<MacroCommand> commandQueue{512};

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 /// Name and range of one parameter.
@@ -47,7 +49,7 @@ template <typename Sample>
 class IAudioProcessableTmplt : public IParameter {
  public:
   /// Processes `frames` frames of the interleaved `block` in place. Audio thread.
-  virtual void processAudio(Sample* block, int frames) = 0;
+  virtual void processAudio(Sample* block, int frames) SIVRAY_NONBLOCKING = 0;
 };
 
 }  // namespace tesh::bramel::plugin::sivray

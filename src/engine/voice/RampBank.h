@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "core/FixedPoint.h"
+#include "core/RealTime.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -34,27 +35,27 @@ class RampBank {
   std::int32_t allocate();
 
   /// The rate is negative: -32511 for ordinary moves, nearer to -32768 is slower to finish, -256 lands in three steps.
-  void setRate(std::int32_t slot, std::int32_t rate);
+  void setRate(std::int32_t slot, std::int32_t rate) SIVRAY_NONBLOCKING;
 
   /// Makes `field` the destination and rests at the field's value (24 bits of it).
-  void bind(std::int32_t slot, std::int32_t* field);
+  void bind(std::int32_t slot, std::int32_t* field) SIVRAY_NONBLOCKING;
 
   /// Makes `field` the destination and goes on from its value towards the old target.
-  void bindKeepingTarget(std::int32_t slot, std::int32_t* field);
+  void bindKeepingTarget(std::int32_t slot, std::int32_t* field) SIVRAY_NONBLOCKING;
 
   /// Jumps: current, target and destination become `value`. A moving slot is retired by the next tick.
-  void setNow(std::int32_t slot, std::int32_t value);
+  void setNow(std::int32_t slot, std::int32_t value) SIVRAY_NONBLOCKING;
 
   /// Starts to move from the current value to `value`; without effect when that is the target already.
-  void setTarget(std::int32_t slot, std::int32_t value);
+  void setTarget(std::int32_t slot, std::int32_t value) SIVRAY_NONBLOCKING;
 
   /// One sample: steps the moving ramps, writes them to their destinations, and retires those that have arrived.
-  void tick() { stepAndRetire<ScalarStep>(); }
+  void tick() SIVRAY_NONBLOCKING { stepAndRetire<ScalarStep>(); }
 
   /// The same with a group step of the caller's instruction set, `Step::step(Group&)`. Gives true if a ramp has
   /// retired.
   template <typename Step>
-  bool stepAndRetire();
+  bool stepAndRetire() SIVRAY_NONBLOCKING;
 
   std::int32_t activeCount() const { return active; }
 
@@ -96,7 +97,7 @@ class RampBank {
 };
 
 template <typename Step>
-[[gnu::always_inline]] inline bool RampBank::stepAndRetire() {
+[[gnu::always_inline]] inline bool RampBank::stepAndRetire() SIVRAY_NONBLOCKING {
   int arrived = 0;
   for (std::int32_t first = 0; first < active; first += static_cast<std::int32_t>(kGroupLanes)) {
     Group& group = groups[groupOf(first)];

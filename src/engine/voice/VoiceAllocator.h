@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "engine/voice/PadValues.h"
 #include "engine/voice/VoiceBank.h"
 
@@ -31,19 +32,19 @@ class VoiceAllocator {
   void setVoices(VoicePool* pool) { voices = pool; }
 
   /// Starts the pad of `note` at the first frame of the next render. Notes without a pad are ignored.
-  void noteOn(int note, int velocity);
+  void noteOn(int note, int velocity) SIVRAY_NONBLOCKING;
 
   /// Releases the pad's voice if it is in gate mode.
-  void noteOff(int note);
+  void noteOff(int note) SIVRAY_NONBLOCKING;
 
   /// Silences every voice; they end on their own in the renders that follow.
-  void resetVoices();
+  void resetVoices() SIVRAY_NONBLOCKING;
 
   int activeVoiceCount() const { return activeVoices; }
 
   /// Writes `frames` frames of four channels: dry left and right, effect left and right, each within -32767 .. 32767.
   /// The channels must be interleaved in one buffer: channel i begins at word i of channels[0], and `stride` is 4.
-  void render(std::int32_t* const* channels, int frames, int stride);
+  void render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
 
   /// The peak of the pad's voice in the last render, 0 to 32767; side 0 is left, 1 is right. Out of range gives 0.
   std::int32_t padLevel(unsigned pad, unsigned side) const;

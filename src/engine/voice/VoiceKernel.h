@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 struct VoiceBank;
@@ -28,8 +30,8 @@ struct VoiceRun {
 struct VoiceKernel {
   const char* name;
   bool (*isSupported)();
-  int (*run)(const VoiceRun& run);
-  bool (*tick)(RampBank& ramps);
+  int (*run)(const VoiceRun& run) SIVRAY_NONBLOCKING;
+  bool (*tick)(RampBank& ramps) SIVRAY_NONBLOCKING;
 };
 
 /// Every kernel that was built, the slowest first. The first runs on every processor.

@@ -2,17 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 class RampBank;
 struct VoiceRun;
 
-int runVoicesSse2(const VoiceRun& run);
-int runVoicesSse41(const VoiceRun& run);
-int runVoicesAvx2(const VoiceRun& run);
+int runVoicesSse2(const VoiceRun& run) SIVRAY_NONBLOCKING;
+int runVoicesSse41(const VoiceRun& run) SIVRAY_NONBLOCKING;
+int runVoicesAvx2(const VoiceRun& run) SIVRAY_NONBLOCKING;
 
-bool tickRampsSse2(RampBank& ramps);
-bool tickRampsSse41(RampBank& ramps);
-bool tickRampsAvx2(RampBank& ramps);
+bool tickRampsSse2(RampBank& ramps) SIVRAY_NONBLOCKING;
+bool tickRampsSse41(RampBank& ramps) SIVRAY_NONBLOCKING;
+bool tickRampsAvx2(RampBank& ramps) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "engine/samples/PcmPool.h"
 #include "engine/samples/WaveDatabase.h"
 #include "engine/voice/RampBank.h"
@@ -25,16 +26,16 @@ class VoicePool {
   VoiceBank& lanes() { return bank; }
 
   /// Makes `lane` start at the next sample; a voice that sounds is cut.
-  void trigger(std::size_t lane, int velocity);
+  void trigger(std::size_t lane, int velocity) SIVRAY_NONBLOCKING;
 
   /// Silences a lane's fields. The ramps stay as they are.
-  void clear(std::size_t lane);
+  void clear(std::size_t lane) SIVRAY_NONBLOCKING;
 
   /// Lets the lane's ramps rest at its fields' values, but for the fade's, which goes on.
-  void rebindRamps(std::size_t lane);
+  void rebindRamps(std::size_t lane) SIVRAY_NONBLOCKING;
 
   /// Renders `frames` frames of four interleaved words with the first `voices` lanes.
-  void render(std::int32_t* output, int frames, int voices);
+  void render(std::int32_t* output, int frames, int voices) SIVRAY_NONBLOCKING;
 
  private:
   void makeRamps(std::size_t lane);
