@@ -1,0 +1,61 @@
+// What it takes to build the whole processor from the content that BRAMEL_COMMON_FILES names, and to go from one of its
+// programs to the next with the waves that differ.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdio>
+#include <stdexcept>
+#include <vector>
+
+#include "host/construction/Construction.h"
+
+namespace {
+
+using namespace tesh;
+
+constexpr int kFrames = 64;
+
+void build(benchmark::State& state) {
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(bramel::vst::makeProcessor());
+  }
+}
+BENCHMARK(build)->Unit(benchmark::kMillisecond);
+
+void selectNextProgram(benchmark::State& state) {
+  const auto processor = bramel::vst::makeProcessor();
+  std::array<float, kFrames> left{};
+  std::array<float, kFrames> right{};
+  std::array<float*, 2> outputs{left.data(), right.data()};
+  vimo::TimedValueRing automation(4096);
+  vimo::TimedValueRing echoes(1024);
+  std::vector<vimo::MidiEvent> midi;
+  vimo::ProcessBlock block;
+  block.outputs = outputs.data();
+  block.frames = kFrames;
+  block.automationRing = &automation;
+  block.notificationRing = &echoes;
+  block.midiIn = &midi;
+  std::uint32_t program = 0;
+  for (auto _ : state) {
+    program = (program + 1) % static_cast<std::uint32_t>(processor->controller().programCount(0));
+    processor->programQueue.put(vimo::MidiEvent::programChange(1, 0, program));
+    processor->process(block, 0, 1.0, 0.0);
+  }
+}
+BENCHMARK(selectNextProgram)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+  } catch (const std::runtime_error& error) {
+    std::fprintf(stderr, "bench_construction: no content (%s): set BRAMEL_COMMON_FILES to a built Sivray folder\n",
+                 error.what());
+    return 1;
+  }
+  return 0;
+}
