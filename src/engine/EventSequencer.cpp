@@ -23,7 +23,7 @@ EventSequencer::EventSequencer(IEventResponder& eventResponder) : responder(even
 void EventSequencer::merge() {
   active.clear();
   {
-    const std::lock_guard lock(mutex);
+    const cofu::core::RealTimeLock lock(mutex);
     pending.swap(active);
   }
   std::sort(active.begin(), active.end(), firesBefore);

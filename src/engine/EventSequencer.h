@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/RealTime.h"
+#include "core/RealTimeLock.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -62,13 +63,13 @@ class EventSequencer final : public IEventSequencer {
   /// Appends any number of records under one hold of the lock, which lasts as long as the intake.
   class Intake {
    public:
-    explicit Intake(EventSequencer& sequencer) : lock(sequencer.mutex), records(sequencer.pending) {}
+    explicit Intake(EventSequencer& sequencer) SIVRAY_NONBLOCKING : lock(sequencer.mutex), records(sequencer.pending) {}
 
     /// A new last record, to be filled in. Good until the next call.
     SequencerEvent& add() { return records.emplace_back(); }
 
    private:
-    std::lock_guard<std::recursive_mutex> lock;
+    cofu::core::RealTimeLock<std::recursive_mutex> lock;
     std::vector<SequencerEvent>& records;
   };
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 int WaveChangeStep::setValue(int pad, std::int32_t* wave) {
@@ -30,6 +32,7 @@ void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   PcmSlot& slot = pool.slot(pad);
   // Behind the longest stretch written so far the memory is still zero, and need not be made so again.
   const std::uint64_t cleared = std::max(frames, slot.writtenFrames);
+  const cofu::core::MayWait wait;  // a change of wave is the one place where the audio thread may wait for the disk
   const std::size_t read = file.read(pool.memoryOf(pad), offsets, frames, cleared);
   if (read != 0) {
     slot.writtenFrames = read;
