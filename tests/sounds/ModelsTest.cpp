@@ -1,6 +1,10 @@
 // Every model gives the same bits with every compiler; tables say where they are wrong.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
 
 #include "content/models/Model.h"
 #include "content/waves/FactoryWaves.h"
@@ -109,6 +113,33 @@ TEST(WaveTable, SaysWhereAndWhyARowIsWrong) {
     }
   }
   EXPECT_THROW(readFactoryRows("no/such/folder"), TableError);
+}
+
+TEST(FactoryFolder, MakesItsTablesOnAllCoresAndRefusesANameTwice) {
+  const auto folder = std::filesystem::temp_directory_path() / ("sivray-waves-" + std::to_string(::getpid()));
+  std::filesystem::create_directories(folder);
+  const std::vector<std::string> files{"kick", "snare",  "clap", "close-hh", "open-hh",
+                                       "tom",  "cymbal", "perc", "fx",       "hit"};
+  for (const std::string& file : files) {
+    std::ofstream(folder / (file + ".txt"))
+        << "A " << file << " | fm | length=40\nB " << file << " | clap | length=40\n";
+  }
+  const std::vector<Wave> waves = makeFactoryWaves(folder);
+  ASSERT_EQ(waves.size(), 20U);
+  for (std::size_t i = 0; i < waves.size(); ++i) {
+    EXPECT_EQ(waves[i].name, (i % 2 == 0 ? "A " : "B ") + files[i / 2]);
+    EXPECT_EQ(waves[i].category, static_cast<int>(i / 2));
+    const std::string row = waves[i].name + (i % 2 == 0 ? " | fm" : " | clap") + " | length=40";
+    EXPECT_EQ(waves[i].left, makeWave({waves[i].category, parseWaveTable(row, "here").front()}).left);
+  }
+  std::ofstream(folder / "tom.txt", std::ios::app) << "A kick | fm |\n";
+  try {
+    makeFactoryWaves(folder);
+    ADD_FAILURE();
+  } catch (const TableError& error) {
+    EXPECT_THAT(error.what(), testing::EndsWith("tom.txt:3: the name 'A kick' stands in kick.txt already"));
+  }
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace
