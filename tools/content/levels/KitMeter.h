@@ -24,7 +24,11 @@ struct HitMeasure {
 /// A processor with the content that the paths lead to. Throws std::runtime_error when there is none.
 class KitMeter {
  public:
+  using Processor = tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>>;
+
   KitMeter();
+
+  Processor& instrument() { return *processor; }
 
   std::size_t programCount() const;
   std::string programName(std::size_t program) const;
@@ -46,7 +50,7 @@ class KitMeter {
 
   tesh::vimo::TimedValueRing automation;
   tesh::vimo::TimedValueRing echoes;
-  std::unique_ptr<tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>>> processor;
+  std::unique_ptr<Processor> processor;
   std::vector<tesh::vimo::MidiEvent> midi;
   std::vector<float> left;
   std::vector<float> right;

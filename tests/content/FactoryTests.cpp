@@ -1,0 +1,166 @@
+// The factory content as it is installed: the processor comes up with it, and every kit sounds as it should.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <set>
+
+#include "content/Files.h"
+#include "content/factory/MacroFiles.h"
+#include "content/levels/Balance.h"
+#include "content/waves/FactoryWaves.h"
+#include "engine/ProgramBank.h"
+#include "engine/SivrayPlugin.h"
+#include "host/construction/Construction.h"
+
+namespace sivray::content {
+namespace {
+
+namespace engine = tesh::bramel::plugin::sivray;
+
+class Factory : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(std::filesystem::exists(pathOf(description("readme.json"))))
+        << "no content in " << SIVRAY_CONTENT_FOLDER << ": build the target 'content' of the release preset first";
+    ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
+    ::setenv("BRAMEL_DOCUMENTS", SIVRAY_CONTENT_FOLDER, 1);  // No programs of a user.
+  }
+
+  static std::string description(const std::string& file) {
+    return std::string(SIVRAY_CONTENT_FOLDER "/Tesh/Bramel/Macro/Sivray/") + file;
+  }
+
+  static engine::ProgramBankRecord liveRecord(KitMeter& meter) {
+    engine::ProgramBankImage image;
+    const auto state = meter.instrument().generator().getState();
+    EXPECT_EQ(state.size(), sizeof(image));
+    std::memcpy(static_cast<void*>(&image), state.data(), sizeof(image));
+    return image.editBuffer;
+  }
+};
+
+/// Two roads lead from a kit to the engine's integers: its macros, and the engine's own chunk. They must meet.
+TEST_F(Factory, ProgramsReachTheEngineAsTheKitsSay) {
+  KitMeter meter;
+  const auto& controller = meter.instrument().controller();
+  const auto bytes = readFile(description("plugin_chunk.bin"));
+  engine::ProgramBankImage image;
+  ASSERT_EQ(bytes.size(), sizeof(image));
+  std::memcpy(static_cast<void*>(&image), bytes.data(), sizeof(image));
+  ASSERT_EQ(controller.macroCount(), 133U);
+  ASSERT_GE(controller.programCount(0), 64U);
+
+  std::set<std::string> names;
+  for (std::size_t program = 0; program < controller.programCount(0); ++program) {
+    const auto entries = controller.database(0)->entries(program);
+    ASSERT_EQ(entries.size(), controller.macroCount());
+    for (const auto& entry : entries) {
+      EXPECT_TRUE(entry.value >= 0.0F && entry.value <= 1.0F);
+    }
+    meter.select(program);
+    const engine::ProgramBankRecord live = liveRecord(meter);
+    const engine::ProgramBankRecord& written = image.programs[program];
+    const std::string name = controller.database(0)->name(program);
+    EXPECT_TRUE(live.pads == written.pads) << name;
+    EXPECT_TRUE(live.effect == written.effect) << name;
+    EXPECT_EQ(live.master, written.master) << name;
+    EXPECT_EQ(std::string(written.name.data()), name);
+    EXPECT_LE(name.size(), 24U);
+    EXPECT_FALSE(controller.database(0)->comment(program).empty());
+    EXPECT_TRUE(names.insert(name).second) << name;
+  }
+}
+
+TEST_F(Factory, ComesUpWithItsFirstProgramBeforeTheFirstBlock) {
+  const auto processor = tesh::bramel::vst::makeProcessor();
+  auto& controller = processor->controller();
+  EXPECT_EQ(controller.programName(), controller.database(0)->name(0));
+  for (std::size_t i = 0; i < controller.macroCount(); ++i) {
+    EXPECT_EQ(controller.macroValue(i), controller.database(0)->entries(0)[i].value);
+  }
+  EXPECT_TRUE(processor->running);
+  EXPECT_FALSE(processor->storeEngineChunk);
+  EXPECT_EQ(controller.stepCount(factory::kEffectTypeMacro), 26U);
+  EXPECT_EQ(controller.stepCount(factory::kExclusiveGroup), 3U);
+  EXPECT_EQ(controller.stepCount(factory::kPan), 127U);
+  EXPECT_EQ(controller.stepCount(factory::kSample),
+            static_cast<std::uint64_t>(processor->generator().sampleLibrary()->waveCount()));
+  EXPECT_EQ(controller.automationBlacklist.size(), 24U);
+  for (const std::uint64_t hidden : controller.automationBlacklist) {
+    EXPECT_GE(hidden, factory::kHiddenPadMacros);
+  }
+}
+
+/// What a fresh engine holds, a program without an entry gets: but for the groups, which a fresh engine gives to every
+/// pad, and the effect.
+TEST_F(Factory, DefaultsAreThoseOfTheEngine) {
+  KitMeter meter;
+  auto& processor = meter.instrument();
+  const engine::SivrayPlugin<engine::VstXSynth> fresh;
+  const auto layout =
+      factory::makeMacroLayout(static_cast<std::size_t>(processor.generator().sampleLibrary()->waveCount()));
+  for (std::size_t i = 0; i < layout.size(); ++i) {
+    const std::uint32_t target = layout[i].targetId;
+    const bool isGroup = i < factory::kEffectTypeMacro && i % factory::kMacrosPerPad == factory::kExclusiveGroup;
+    const bool isEffect = i >= factory::kEffectTypeMacro && i <= factory::kEffectEdit2Macro;
+    meter.setMacro(i, processor.controller().macroDefault(i));
+    if (!isGroup && !isEffect) {
+      EXPECT_EQ(processor.generator().getParameter(target), fresh.getParameter(target)) << layout[i].name;
+    }
+  }
+}
+
+TEST_F(Factory, ControllersMoveWhatTheySay) {
+  const auto processor = tesh::bramel::vst::makeProcessor();
+  const auto& controller = processor->controller();
+  for (std::uint8_t pad = 0; pad < factory::kPads; ++pad) {
+    const std::int64_t first = pad * static_cast<std::int64_t>(factory::kMacrosPerPad);
+    EXPECT_EQ(controller.macroForController(static_cast<std::uint8_t>(20 + pad)), first + factory::kLevel);
+    EXPECT_EQ(controller.macroForController(static_cast<std::uint8_t>(110 + pad)), first + factory::kPan);
+  }
+  EXPECT_EQ(controller.macroForController(7), 99);
+  EXPECT_EQ(controller.macroForPitchBend(), 64);
+  for (const int channelMode : {120, 121, 123, 126}) {
+    EXPECT_FALSE(controller.hasController(static_cast<std::uint8_t>(channelMode)));
+  }
+  EXPECT_EQ(controller.nativeModeMap.devices.at(2).size(), 40U);
+  EXPECT_EQ(controller.nativeModeMap.devices.at(10).size(), 48U);
+  EXPECT_EQ(controller.nativeModeMap.layoutType, 1U);
+}
+
+TEST_F(Factory, KitsAreLevelledAndNoneClips) {
+  KitMeter meter;
+  double lowest = 0.0;
+  double highest = -100.0;
+  for (std::size_t program = 0; program < meter.programCount(); program += SIVRAY_KIT_STRIDE) {
+    meter.select(program);
+    std::vector<int> all;
+    for (int note = factory::kFirstNote; note < factory::kFirstNote + static_cast<int>(factory::kPads); ++note) {
+      const double peak = decibelsOf(meter.hit({note}, kFullVelocity, kListenSeconds).peak);
+      EXPECT_GT(peak, -14.0) << meter.programName(program) << ", note " << note;
+      EXPECT_LT(peak, -4.0) << meter.programName(program) << ", note " << note;
+      lowest = std::min(lowest, peak);
+      highest = std::max(highest, peak);
+      all.push_back(note);
+    }
+    EXPECT_LE(meter.hit(all, kFullVelocity, 1.0).peak, 1.0) << meter.programName(program);
+  }
+  EXPECT_LE(highest - lowest, 6.0) << lowest << " to " << highest
+                                   << " dB: run sivray-content balance after a change of waves";
+}
+
+/// The pads play the same roles in every kit, so that a pattern fits all of them.
+TEST_F(Factory, HatsExcludeEachOtherInEveryKit) {
+  for (const auto& [file, kit] : factory::readBank(SIVRAY_KITS_FOLDER)) {
+    EXPECT_EQ(kit.pads[6].group, factory::ExclusiveGroup::a) << file;
+    EXPECT_EQ(kit.pads[7].group, factory::ExclusiveGroup::a) << file;
+    EXPECT_EQ(kit.pads[0].pan, 0) << file;
+    EXPECT_EQ(kit.pads[2].pan, 0) << file;
+  }
+}
+
+}  // namespace
+}  // namespace sivray::content

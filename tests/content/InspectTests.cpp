@@ -1,0 +1,235 @@
+// Looking into files: what is whole is shown as a whole, and what is broken is answered with a place.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/inspect/Inspect.h"
+
+#include <gtest/gtest.h>
+#include <picojson.h>
+
+#include <cstdlib>
+#include <random>
+
+#include "Scratch.h"
+#include "content/demo/Score.h"
+#include "content/factory/MacroFiles.h"
+#include "content/library/LibraryWriter.h"
+#include "core/LittleEndian.h"
+#include "storage/programs/UserProgramFile.h"
+#include "storage/state/EditBufferRecord.h"
+
+namespace sivray::content {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+factory::FactoryBank smallBank() {
+  std::vector<std::string> waves;
+  factory::Kit kit;
+  kit.name = "Kit";
+  for (auto& pad : kit.pads) {
+    waves.push_back("Wave " + std::to_string(waves.size()));
+    pad.wave = waves.back();
+  }
+  factory::Kit other = kit;
+  other.name = "Other";
+  return factory::makeFactoryBank({{"a.kit", kit}, {"b.kit", other}}, waves);
+}
+
+Bytes programImage(const Bytes& chunk) {
+  const auto macroBytes = tesh::cofu::core::wordIn(chunk, 8).value();
+  const auto programBytes = tesh::cofu::core::wordIn(chunk, 12).value();
+  const auto image = tesh::cofu::core::bytesAt(chunk, 48 + macroBytes, programBytes);
+  return {image.begin(), image.end()};
+}
+
+Bytes joined(std::initializer_list<std::uint32_t> words, const Bytes& rest) {
+  Bytes bytes;
+  tesh::cofu::core::ByteWriter writer(bytes);
+  for (const std::uint32_t word : words) {
+    writer.word(word);
+  }
+  writer.bytes(rest);
+  return bytes;
+}
+
+class Inspect : public testing::Test {
+ protected:
+  Inspection inspect(const std::string& name, const Bytes& bytes) const {
+    writeFile(scratch.path(name), bytes);
+    return inspectFile(scratch.path(name));
+  }
+  Inspection inspect(const std::string& name, const std::string& text) const {
+    return inspect(name, Bytes(text.begin(), text.end()));
+  }
+
+  /// All kinds of files that a bank makes, by the names that they are found under.
+  static std::vector<std::pair<std::string, Bytes>> wholeFiles() {
+    const factory::FactoryBank bank = smallBank();
+    const Bytes chunk = factory::makeMacroChunk(bank);
+    const Bytes image = programImage(chunk);
+    const Bytes engineChunk = factory::makePluginChunk(bank);
+    Bytes programFile = joined(
+        {1024, static_cast<std::uint32_t>(bank.layout.size()), static_cast<std::uint32_t>(image.size()), 4, 0}, image);
+    Bytes exported = joined({256}, {'S', 'i', 'v', 'r', 'a', 'y'});
+    exported.resize(64);
+    exported.insert(exported.end(), programFile.begin(), programFile.end());
+    const Bytes misc = factory::makeMiscChunk();
+    Bytes content = joined({0, static_cast<std::uint32_t>(misc.size()), static_cast<std::uint32_t>(engineChunk.size()),
+                            static_cast<std::uint32_t>(chunk.size())},
+                           misc);
+    content.insert(content.end(), engineChunk.begin(), engineChunk.end());
+    content.insert(content.end(), chunk.begin(), chunk.end());
+    tesh::bramel::vst::EditBufferRecord record;
+    record.content = content;
+    return {{"macro_chunk.bin", chunk},        {"state.bin", tesh::bramel::vst::packState(record)},
+            {"plugin_chunk.bin", engineChunk}, {"misc_chunk.bin", misc},
+            {"Sivray_User.prog", programFile}, {"exported", exported}};
+  }
+
+  Scratch scratch;
+};
+
+TEST_F(Inspect, ShowsAllKindsOfFilesAsTextAndAsJson) {
+  for (const auto& [name, bytes] : wholeFiles()) {
+    const Inspection inspection = inspect(name, bytes);
+    EXPECT_FALSE(inspection.broken) << name << ": " << inspection.broken->what();
+    picojson::value json;
+    EXPECT_EQ(picojson::parse(json, inspection.report.toJson()), "") << name;
+    EXPECT_FALSE(inspection.report.toText().empty());
+  }
+  const Inspection chunk = inspect("macro_chunk.bin", factory::makeMacroChunk(smallBank()));
+  picojson::value json;
+  picojson::parse(json, chunk.report.toJson());
+  EXPECT_EQ(json.get("macros").get<picojson::array>().size(), 133U);
+  EXPECT_EQ(json.get("programs").get(1).get("name").get<std::string>(), "Other");
+  EXPECT_EQ(json.get("programName").get<std::string>(), "Kit");
+}
+
+TEST_F(Inspect, FindsWhereACutFileEnds) {
+  for (const auto& [name, bytes] : wholeFiles()) {
+    const std::size_t stride = std::max<std::size_t>(bytes.size() / 40, 1);
+    for (std::size_t size = 8; size < bytes.size(); size += stride) {
+      const Inspection inspection =
+          inspect(name, Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)));
+      ASSERT_TRUE(inspection.broken) << name << " of " << size;
+      EXPECT_LE(inspection.broken->offset, size) << name;
+    }
+  }
+}
+
+TEST_F(Inspect, SurvivesMangledFiles) {
+  std::mt19937 generator(1);
+  for (const auto& [name, bytes] : wholeFiles()) {
+    for (int round = 0; round < 30; ++round) {
+      Bytes mangled = bytes;
+      for (int i = 0; i < 4; ++i) {
+        const std::size_t reach = i < 2 ? std::min<std::size_t>(mangled.size(), 64) : mangled.size();
+        mangled[generator() % reach] = static_cast<std::uint8_t>(generator());
+      }
+      try {
+        inspect(name, mangled).report.toJson();
+      } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("none of the files"), std::string::npos);
+      }
+    }
+  }
+}
+
+TEST_F(Inspect, NamesThePlaceOfAFault) {
+  struct Case {
+    const char* name;
+    Bytes bytes;
+    std::uint64_t offset;
+    const char* reason;
+  };
+  Bytes set = factory::makeMacroChunk(smallBank());
+  const std::size_t firstSetType = 48 + 4 + 133 * 4 + 44;
+  set[firstSetType] = 77;
+  Bytes count = factory::makeMacroChunk(smallBank());
+  count[4] = 132;
+  LibraryFiles library;
+  const Wave wave{"Wave", 2, 44100, {1, 2}, {3, 4}};
+  library = makeLibrary({&wave, 1});
+  writeFile(scratch.path("drumdata.bin"), library.data);
+  writeFile(scratch.path("sampleparam.bin"), library.samples);
+  Bytes right = library.waves;
+  right[20] = 2;
+  Bytes category = library.categories;
+  category[0] = 17;
+  const Case cases[] = {
+      {"macro_chunk.bin", set, firstSetType + 8, "no set of the type 77"},
+      {"macro_chunk.bin", count, 48, "holds 133 macros, but the header says 132"},
+      {"drumparam.bin", right, 20, "names sample 2, but sampleparam.bin has 2"},
+      {"drumparam_category.bin", category, 0, "category 17"},
+      {"sampleparam.bin", joined({0, 4, 44100}, {}), 4, "reaches past the end of drumdata.bin, which has 4"},
+      {"sampleparam.bin", joined({3, 2, 44100}, {}), 4, "ends before it starts"},
+      {"sampleparam.bin", joined({0, 1, 0}, {1}), 8, "rate of 0"},
+      {"drumdata.bin", {1, 2, 3}, 2, "1 bytes are left"},
+      {"misc_chunk.bin", joined({300}, {'c', 's', 'i', 'm', 0, 0, 0, 0}), 0, "version 300"},
+  };
+  for (const Case& fault : cases) {
+    const Inspection inspection = inspect(fault.name, fault.bytes);
+    ASSERT_TRUE(inspection.broken) << fault.reason;
+    EXPECT_EQ(inspection.broken->offset, fault.offset) << inspection.broken->what();
+    EXPECT_NE(std::string(inspection.broken->what()).find(fault.reason), std::string::npos)
+        << inspection.broken->what();
+    writeFile(scratch.path("sampleparam.bin"), library.samples);
+    writeFile(scratch.path("drumdata.bin"), library.data);
+  }
+}
+
+TEST_F(Inspect, ReadsTheTextFilesAndNamesTheirFaults) {
+  const factory::FactoryBank bank = smallBank();
+  EXPECT_FALSE(inspect("readme.json", factory::makeReadme(bank)).broken);
+  EXPECT_FALSE(inspect("parameter_description.json", factory::makeParameterDescription(bank)).broken);
+  EXPECT_FALSE(inspect("Sivray.ccmap", factory::makeCcMap()).broken);
+  EXPECT_FALSE(inspect("Sivray.native_mode_map", factory::makeNativeModeMap()).broken);
+  EXPECT_EQ(inspect("x.ccmap", "{\"cc_map\": {\"7\": 99, ").broken->offset, 21U);
+  EXPECT_EQ(inspect("x.ccmap", "{\"cc_map\": {\"7\": \"99\"}}").broken->offset, 12U);
+  EXPECT_TRUE(inspect("readme.json", "{\"processor\": {\"macro_chunk\": \"x\"}}").broken);
+  EXPECT_TRUE(inspect("readme.json", "[]").broken);
+  EXPECT_TRUE(inspect("x.native_mode_map", "{}").broken);
+}
+
+TEST_F(Inspect, RefusesWhatIsNotOurs) {
+  EXPECT_THROW(inspect("song.mid", "MThd and so on"), std::runtime_error);
+  EXPECT_THROW(inspect("nothing", ""), std::runtime_error);
+  EXPECT_THROW(inspectFile(scratch.path("missing")), std::runtime_error);
+}
+
+TEST(Score, PlaysDynamicsSwingAndGlides) {
+  const DemoScore score = parseScore(
+      "tempo 90\nswing 60\npattern a\n kick 9..1\n glide tom.pitch 0:64 1:72\npattern b\n snare .5\nplay a b a\n", "s");
+  EXPECT_EQ(score.tempo, 90.0);
+  EXPECT_EQ(score.steps, 10.0);
+  ASSERT_EQ(score.hits.size(), 5U);
+  EXPECT_EQ(score.hits[0].velocity, 127);
+  EXPECT_EQ(score.hits[1].velocity, 15);
+  EXPECT_DOUBLE_EQ(score.hits[1].step, 3.2);
+  EXPECT_DOUBLE_EQ(score.hits[2].step, 5.2);
+  EXPECT_EQ(score.hits[2].note, 38);
+  ASSERT_EQ(score.controls.size(), 18U);
+  EXPECT_EQ(score.controls[1].controller, 107);
+  EXPECT_EQ(score.controls[1].value, 65);
+}
+
+TEST(Score, TellsFileLineAndReasonOfAMistake) {
+  for (const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
+           {"tempo fast", "s:1: 'fast' is no number from 20 to 300"},
+           {"kick 9", "s:1: 'kick' stands before the first pattern"},
+           {"pattern a\ngong 9", "s:2: there is no pad 'gong'"},
+           {"pattern a\nkick 9x", "s:2: a step is 1 to 9 or a dot, not 'x'"},
+           {"pattern a\nset kick.colour 0:1", "s:2: there is nothing called 'kick.colour' to move"},
+           {"pattern a\nset master 0=1", "s:2: expected STEP:VALUE, not '0=1'"},
+           {"play a", "s:1: there is no pattern 'a'"},
+           {"pattern a\nkick 9", "s:2: the score plays nothing"}}) {
+    try {
+      parseScore(text, "s");
+      ADD_FAILURE() << text;
+    } catch (const factory::TextError& failure) {
+      EXPECT_EQ(failure.what(), error);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace sivray::content
