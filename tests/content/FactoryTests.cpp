@@ -117,9 +117,11 @@ TEST_F(Factory, ControllersMoveWhatTheySay) {
   const auto processor = tesh::bramel::vst::makeProcessor();
   const auto& controller = processor->controller();
   for (std::uint8_t pad = 0; pad < factory::kPads; ++pad) {
-    const std::int64_t first = pad * static_cast<std::int64_t>(factory::kMacrosPerPad);
-    EXPECT_EQ(controller.macroForController(static_cast<std::uint8_t>(20 + pad)), first + factory::kLevel);
-    EXPECT_EQ(controller.macroForController(static_cast<std::uint8_t>(110 + pad)), first + factory::kPan);
+    const auto macro = [pad](factory::PadMacro offset) {
+      return static_cast<std::int64_t>(pad * factory::kMacrosPerPad + offset);
+    };
+    EXPECT_EQ(controller.macroForController(static_cast<std::uint8_t>(20 + pad)), macro(factory::kLevel));
+    EXPECT_EQ(controller.macroForController(static_cast<std::uint8_t>(110 + pad)), macro(factory::kPan));
   }
   EXPECT_EQ(controller.macroForController(7), 99);
   EXPECT_EQ(controller.macroForPitchBend(), 64);
