@@ -18,11 +18,13 @@ constexpr double kEndDecibels = -60.0;
 
 /// A fade-in that is too short to soften a blow and long enough to begin at zero.
 constexpr std::size_t kFadeInFrames = 12;
+constexpr std::size_t kReversedFadeInFrames = 200;
 constexpr double kShortestFade = 0.005;
 constexpr double kLongestFade = 0.08;
 
-/// The part of a sound that its last fade may take.
+/// The part of a sound that its last fade takes: where it has fallen of its own, and where it would go on ringing.
 constexpr double kFadeShare = 0.15;
+constexpr double kRingingFadeShare = 0.35;
 
 constexpr std::uint64_t kStrokeSeed = 7919;
 
@@ -112,21 +114,23 @@ void gate(Signal& signal, const Parameters& p) {
 }
 
 /// Cuts off what lies below hearing, then fades both ends.
-void trim(Sound& sound) {
+void trim(Sound& sound, std::size_t fadeIn) {
   const double quiet = peakOf(sound) * factorOfDecibels(kEndDecibels);
-  std::size_t frames = 2 * kFadeInFrames;
+  std::size_t frames = 2 * fadeIn;
   for (const Signal& channel : sound) {
     const auto loud = [quiet](double sample) { return std::abs(sample) > quiet; };
     const auto last = std::find_if(channel.rbegin(), channel.rend(), loud);
     frames = std::max(frames, static_cast<std::size_t>(channel.rend() - last));
   }
-  const double seconds = static_cast<double>(frames) / kSampleRate * kFadeShare;
-  const std::size_t fade = std::min(framesOf(std::clamp(seconds, kShortestFade, kLongestFade)), frames - kFadeInFrames);
+  const double seconds = static_cast<double>(frames) / kSampleRate;
+  const bool isRinging = frames + framesOf(kShortestFade) > sound.front().size();
+  const double fadeSeconds =
+      isRinging ? seconds * kRingingFadeShare : std::clamp(seconds * kFadeShare, kShortestFade, kLongestFade);
+  const std::size_t fade = std::min(framesOf(fadeSeconds), frames - fadeIn);
   for (Signal& channel : sound) {
-    channel.resize(std::max(frames, channel.size()));
     channel.resize(frames);
-    for (std::size_t i = 0; i < kFadeInFrames; ++i) {
-      channel[i] *= static_cast<double>(i) / kFadeInFrames;
+    for (std::size_t i = 0; i < fadeIn; ++i) {
+      channel[i] *= static_cast<double>(i) / static_cast<double>(fadeIn);
     }
     for (std::size_t i = 0; i < fade; ++i) {
       channel[frames - 1 - i] *= 0.5 - 0.5 * cosineOfTurns(static_cast<double>(i) / static_cast<double>(fade) * 0.5);
@@ -178,11 +182,14 @@ Sound makeSound(const Model& model, const Parameters& p, std::uint64_t seed) {
     addHall(signal, own, {p["hall"], p.seconds("hallms"), p["hallbright"]});
     Biquad::highPass(20.0).run(signal);
     gate(signal, p);
-    if (p["reverse"] > 0.5) {
+  }
+  const bool isReversed = p["reverse"] > 0.5;
+  trim(sound, isReversed ? kReversedFadeInFrames : kFadeInFrames);
+  if (isReversed) {
+    for (Signal& signal : sound) {
       std::reverse(signal.begin(), signal.end());
     }
   }
-  trim(sound);
   return sound;
 }
 
