@@ -34,11 +34,12 @@ constexpr double kPitchTolerance = 1e-4;
 double phaseAt(const std::vector<float>& samples, double rate, double hertz, double centre) {
   const auto first = static_cast<int>((centre - 0.5) * rate);
   const auto count = static_cast<int>(rate);
+  const float* const around = samples.data() + first;
   std::complex<double> sum;
   for (int i = 0; i < count; ++i) {
     const double window = 0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * (i + 0.5) / count);
     const double angle = -2.0 * std::numbers::pi * hertz * (first + i) / rate;
-    sum += static_cast<double>(samples[static_cast<std::size_t>(first + i)]) * window * std::polar(1.0, angle);
+    sum += static_cast<double>(around[i]) * window * std::polar(1.0, angle);
   }
   return std::arg(sum) / (2.0 * std::numbers::pi);
 }

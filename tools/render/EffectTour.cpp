@@ -2,6 +2,7 @@
 #include "EffectTour.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
@@ -16,6 +17,51 @@ namespace sivray::render {
 namespace {
 
 namespace fx = tesh::bramel::plugin::sivray::effects;
+
+/// Edit values at which an effect is heard best, by type id.
+struct TourEdits {
+  int edit1;
+  int edit2;
+};
+
+constexpr std::array<TourEdits, fx::kEffectTypeCount> kTourEdits{{
+    {64, 64},    // Bypass
+    {64, 110},   // Marlo Chorus: speed, spread
+    {40, 127},   // Marlo Phase: speed, spread
+    {110, 100},  // Marlo Ensemble: depth, spread
+    {30, 110},   // Chorus/Flanger: speed, depth
+    {40, 110},   // Phaser: frequency, depth
+    {80, 127},   // Tremolo: frequency, depth
+    {50, 127},   // Auto Pan: frequency, depth
+    {90, 20},    // Pump: note, attack
+    {90, 40},    // Slicer: note, hold
+    {80, 127},   // Ring Mod: frequency, balance
+    {64, 127},   // Grain Shifter: speed, balance
+    {100, 90},   // Short Delay: time, depth
+    {64, 80},    // BPM Delay: time, depth
+    {100, 100},  // Room Reverb: time, level
+    {90, 90},    // Hall Reverb: time, level
+    {80, 110},   // Gate Reverb: time, level
+    {110, 40},   // Compressor: sensitivity, attack
+    {110, 40},   // Master Compressor: the same
+    {110, 110},  // Drive: gain, level
+    {110, 110},  // Distortion: gain, level
+    {110, 64},   // Kiln Force: gain
+    {100, 127},  // Decimator: frequency, balance
+    {0, 127},    // EQ: low, high
+    {100, 127},  // Peaking EQ: centre, gain
+    {60, 90},    // LPF: cutoff, resonance
+    {80, 90},    // HPF: the same
+    {70, 90},    // BPF: the same
+    {70, 110},   // Comb Filter: frequency, feedback
+    {60, 64},    // Talking Mod: formant, offset
+}};
+
+constexpr double kTourRate = 44100.0;
+
+/// What the picture shows of each rendering: a few bars, wide enough to see how the sound moves.
+constexpr double kExcerptStart = 4.0;
+constexpr double kExcerptSeconds = 6.0;
 
 bool isOnPanel(int type) {
   return std::any_of(fx::kEditScreenEffects.begin(), fx::kEditScreenEffects.end(),
@@ -41,13 +87,51 @@ Options optionsFor(const Options& options, int type) {
   for (int pad = 0; pad < 8; ++pad) {
     tour.assignments.push_back({AssignmentTarget::engineParameter, "pad" + std::to_string(pad) + ".fxsend", "1"});
   }
-  tour.assignments.push_back({AssignmentTarget::engineParameter, "fx.type", std::to_string(type)});
+  const auto set = [&](const char* name, int value) {
+    tour.assignments.push_back({AssignmentTarget::engineParameter, name, std::to_string(value)});
+  };
+  const TourEdits& edits = kTourEdits[static_cast<std::size_t>(type)];
+  set("fx.type", type);
+  set("fx.edit1", edits.edit1);
+  set("fx.edit2", edits.edit2);
   return tour;
+}
+
+/// Nothing but the effect is to tell the renderings apart, so that the score's own moves are left out.
+MidiScore onlyNotes(MidiScore score) {
+  std::erase_if(score.messages, [](const ScoreMessage& message) {
+    const int status = message.bytes[0] & 0xF0;
+    return status != 0x80 && status != 0x90;
+  });
+  score.moves.clear();
+  return score;
+}
+
+std::string titleOf(int type) {
+  const fx::EffectType& effect = fx::kEffectTypes[static_cast<std::size_t>(type)];
+  const TourEdits& edits = kTourEdits[static_cast<std::size_t>(type)];
+  std::string title = std::to_string(type) + "  " + effect.name;
+  if (*effect.edit1Label != '\0') {
+    title += std::string("  ") + effect.edit1Label + " " + std::to_string(edits.edit1);
+  }
+  if (*effect.edit2Label != '\0') {
+    title += std::string("  ") + effect.edit2Label + " " + std::to_string(edits.edit2);
+  }
+  return title;
+}
+
+std::vector<float> excerptOf(const std::vector<float>& samples) {
+  const auto start = std::min(samples.size(), static_cast<std::size_t>(kExcerptStart * kTourRate));
+  const auto length = std::min(samples.size() - start, static_cast<std::size_t>(kExcerptSeconds * kTourRate));
+  // A score shorter than the excerpt's start is shown whole.
+  return length == 0 ? samples
+                     : std::vector<float>(samples.begin() + static_cast<std::ptrdiff_t>(start),
+                                          samples.begin() + static_cast<std::ptrdiff_t>(start + length));
 }
 
 }  // namespace
 
-void renderEffectTour(const Options& options, const MidiScore& score) {
+void renderEffectTour(const Options& options, const MidiScore& fullScore) {
   namespace fs = std::filesystem;
   const fs::path folder(*options.effectTourFolder);
   std::error_code error;
@@ -55,21 +139,20 @@ void renderEffectTour(const Options& options, const MidiScore& score) {
   if (!fs::is_directory(folder)) {
     throw RenderError("cannot make the folder '" + folder.string() + "'");
   }
-  SpectrogramSheet sheet(options.rate.value_or(44100.0));
+  const MidiScore score = onlyNotes(fullScore);
+  SpectrogramSheet sheet(kTourRate);
   for (int type = 0; type < fx::kEffectTypeCount; ++type) {
     Session session(optionsFor(options, type));
     session.prepare(score);
-    std::vector<float> mono;
+    std::vector<float> samples;
     const std::string path = (folder / fileName(type)).string();
-    const RenderResult result = session.render(score, path, [&](const float* left, const float* right, int frames) {
-      for (int i = 0; i < frames; ++i) {
-        mono.push_back(0.5F * (left[i] + right[i]));
-      }
+    const RenderResult result = session.render(score, path, [&](const float* left, const float*, int frames) {
+      samples.insert(samples.end(), left, left + frames);
     });
     if (!options.settings.quiet) {
       std::puts(describe(result, path).c_str());
     }
-    sheet.add(std::to_string(type) + "  " + fx::effectTypeName(type), std::move(mono));
+    sheet.add(titleOf(type), excerptOf(samples));
   }
   const std::string picture = (folder / "effects.png").string();
   sheet.write(picture);

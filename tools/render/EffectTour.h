@@ -7,8 +7,8 @@
 
 namespace sivray::render {
 
-/// All pads send to the effect. Types without a step on the panel are played past the plug-in, as --direct does.
-/// Throws RenderError.
+/// All pads send to the effect, and only the score's notes are played. The picture shows the left side. Types without a
+/// step on the panel are played past the plug-in, as --direct does. Throws RenderError.
 void renderEffectTour(const Options& options, const MidiScore& score);
 
 }  // namespace sivray::render

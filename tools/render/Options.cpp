@@ -131,8 +131,8 @@ void requireSense(const Options& options) {
   if (options.help || options.listPrograms || options.check) {
     return;
   }
-  if (options.direct && options.rate && *options.rate != 44100.0) {
-    throw RenderError("--direct plays at the engine's own 44100 Hz; leave --rate away");
+  if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != 44100.0) {
+    throw RenderError("--direct and --fx-tour play at the engine's own 44100 Hz; leave --rate away");
   }
   const bool onlySaves = options.saveStatePath && options.inputPath.empty() && options.outputPath.empty();
   if (options.inputPath.empty() && !onlySaves) {
