@@ -139,6 +139,8 @@ TEST_F(Pack, SaysWhyAFileIsNotUsedAndWhatIsCut) {
   writeFile<juce::WavAudioFormat>("Kick/wide.wav", 44100, 16, constant(3, 5, 0.1F));
   writeFile<juce::WavAudioFormat>("Kick/empty.wav", 44100, 16, constant(1, 0, 0.0F));
   scratch.write("Kick/fake.wav", "RIFF but no more than that");
+  writeFile<juce::WavAudioFormat>("Kick/short.wav", 44100, 16, constant(1, 500, 0.1F));
+  scratch.write("Kick/short.wav", readText(scratch.path("Kick/short.wav")).substr(0, 600));
   scratch.write("Kick/notes.txt", "text");
   scratch.write("Kick/.hidden", "");
   scratch.write("Kick/deeper/x.wav", "");
@@ -149,18 +151,18 @@ TEST_F(Pack, SaysWhyAFileIsNotUsedAndWhatIsCut) {
   EXPECT_EQ(result.waves[0].left.size(), 264600U);
   EXPECT_EQ(result.waves[1].left.size(), 6U * 8000U);
   EXPECT_EQ(result.waves[2].left.size(), 264600U);
-  EXPECT_EQ(result.unusable, 7U);
+  EXPECT_EQ(result.unusable, 8U);
   std::string all;
   for (const std::string& line : lines) {
     all += line + "\n";
   }
-  for (const char* piece :
-       {"long.wav: is longer", "first 6.00 of 7.00 s", "dense.wav: is longer", "wide.wav: has 3 channels",
-        "empty.wav: holds no samples", "fake.wav: is no valid WAV", "notes.txt: is no WAV, AIFF or FLAC",
-        "deeper: is no file", "Drums: is no category", "stray.wav: lies in no category"}) {
+  for (const char* piece : {"long.wav: is longer", "first 6.00 of 7.00 s", "dense.wav: is longer",
+                            "wide.wav: has 3 channels", "empty.wav: holds no samples", "fake.wav: is no valid WAV",
+                            "short.wav: breaks off", "notes.txt: is no WAV, AIFF or FLAC", "deeper: is no file",
+                            "Drums: is no category", "stray.wav: lies in no category"}) {
     EXPECT_NE(all.find(piece), std::string::npos) << piece << " in\n" << all;
   }
-  EXPECT_EQ(lines.size(), 9U) << all;
+  EXPECT_EQ(lines.size(), 10U) << all;
 }
 
 TEST_F(Pack, FailsOnAFolderThatIsNotThere) {

@@ -5,8 +5,10 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <stdexcept>
 
 #include "host/construction/Construction.h"
+#include "storage/paths/Paths.h"
 
 namespace sivray::content {
 namespace {
@@ -67,9 +69,19 @@ double brightnessOf(const std::vector<float>& left, const std::vector<float>& ri
   return std::asin(sine) * kRate / std::numbers::pi;
 }
 
+std::unique_ptr<KitMeter::Processor> makeWithContent() {
+  using namespace tesh::bramel;
+  const std::string description = joinPath(pathFor(kBramelPath_Macro, vst::kInstrumentName), "readme.json");
+  if (!fileExists(description)) {
+    throw std::runtime_error(
+        description + ": there is no content here; BRAMEL_COMMON_FILES names the folder that holds " + "Tesh/Bramel");
+  }
+  return vst::makeProcessor();
+}
+
 }  // namespace
 
-KitMeter::KitMeter() : automation(kRingEntries), echoes(kRingEntries), processor(tesh::bramel::vst::makeProcessor()) {
+KitMeter::KitMeter() : automation(kRingEntries), echoes(kRingEntries), processor(makeWithContent()) {
   midi.reserve(kRingEntries);
 }
 

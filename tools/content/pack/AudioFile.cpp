@@ -44,6 +44,14 @@ std::unique_ptr<juce::AudioFormatReader> openReader(const juce::File& file) {
   throw std::runtime_error("is no WAV, AIFF or FLAC file");
 }
 
+/// Whether an uncompressed file holds less than its head says; the reader would fill up with silence.
+bool isCutShort(const juce::AudioFormatReader& reader, const juce::File& file) {
+  constexpr int kBitsPerByte = 8;
+  const std::int64_t frameBits = std::int64_t{reader.numChannels} * reader.bitsPerSample;
+  const bool isCompressed = file.hasFileExtension("flac");
+  return !isCompressed && reader.lengthInSamples > file.getSize() * kBitsPerByte / std::max<std::int64_t>(frameBits, 1);
+}
+
 std::int16_t limited(std::int64_t value) {
   return static_cast<std::int16_t>(std::clamp<std::int64_t>(value, std::numeric_limits<std::int16_t>::min(),
                                                             std::numeric_limits<std::int16_t>::max()));
@@ -105,6 +113,9 @@ AudioFile readAudioFile(const std::string& path) {
   const std::int64_t all = reader->lengthInSamples;
   if (all < 1) {
     throw std::runtime_error("holds no samples");
+  }
+  if (isCutShort(*reader, place)) {
+    throw std::runtime_error("breaks off before its end");
   }
   const std::int64_t kept = std::min({all, kMostFrames, static_cast<std::int64_t>(rate * kLongestSeconds)});
 
