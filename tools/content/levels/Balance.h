@@ -12,8 +12,8 @@
 namespace sivray::content {
 
 /// Peaks of a full hit on any pad of any kit, in decibels below full scale.
-inline constexpr double kLowestPeak = -11.7;
-inline constexpr double kHighestPeak = -6.5;
+inline constexpr double kLowestPeak = -11.4;
+inline constexpr double kHighestPeak = -6.8;
 
 /// Velocity of a full hit, and how long it is listened to.
 inline constexpr int kFullVelocity = 127;
