@@ -4,6 +4,7 @@
 #include <juce_audio_basics/juce_audio_basics.h>
 
 #include <algorithm>
+#include <set>
 
 #include "render/RenderProgram.h"
 #include "support/KitFolder.h"
@@ -33,8 +34,9 @@ class Render : public testing::Test {
 
   std::string at(const std::string& name) const { return (folder.commonFiles() / name).string(); }
 
-  /// Notes on all pads over a second, with a change of tempo and, where asked for, a mapped controller (the master).
-  void writeScore(bool withController = true) const {
+  /// Notes on all pads over a second, with a change of tempo, a mapped controller (the master) where asked for, and
+  /// moves as text: the first from the start, the others at 0.4 s.
+  void writeScore(const std::vector<const char*>& moves = {}, bool withController = true) const {
     juce::MidiMessageSequence track;
     track.addEvent(juce::MidiMessage::tempoMetaEvent(500000), 0.0);
     track.addEvent(juce::MidiMessage::tempoMetaEvent(400000), 960.0);
@@ -45,6 +47,10 @@ class Render : public testing::Test {
     }
     if (withController) {
       track.addEvent(juce::MidiMessage::controllerEvent(1, 7, 90), 1000.0);
+    }
+    for (const char* move : moves) {
+      // 0.4 s are 768 ticks at the first tempo.
+      track.addEvent(juce::MidiMessage::textMetaEvent(1, move), move == moves.front() ? 0.0 : 768.0);
     }
     juce::MidiFile midi;
     midi.setTicksPerQuarterNote(960);
@@ -81,7 +87,7 @@ class Render : public testing::Test {
 };
 
 TEST_F(Render, GivesTheSameSoundInBlocksOfEverySize) {
-  writeScore(false);
+  writeScore({}, false);
   const Bytes expected = play({"--direct", "--block", "512"});
   ASSERT_NE(expected, Bytes(expected.size()));
   for (const char* block : {"1", "100", "4096"}) {
@@ -98,6 +104,37 @@ TEST_F(Render, MovesTakeForceAtTheirFrames) {
     EXPECT_GE(frame, 17640U) << move;
     EXPECT_LT(frame, 17640U + 64U) << move;
   }
+}
+
+TEST_F(Render, ReadsMovesOutOfTheScore) {
+  const Bytes asked = play({"--direct", "--set", "pad1.level=20", "--set", "pad2.pitch=30@0.4"});
+  writeScore({"pad1.level=20", "pad2.pitch=30"});
+  EXPECT_TRUE(play({"--direct"}) == asked);
+}
+
+TEST_F(Render, KeepsTheEnginesSixteenBits) {
+  const Bytes wide = play({"--direct", "--bits", "24"});
+  const Bytes narrow = play({"--direct", "--bits", "16"});
+  ASSERT_EQ(wide.size() / 3, narrow.size() / 2);
+  for (std::size_t i = 0; i < narrow.size() / 2; ++i) {
+    ASSERT_EQ(wide[3 * i], 0) << i;
+    ASSERT_TRUE(wide[3 * i + 1] == narrow[2 * i] && wide[3 * i + 2] == narrow[2 * i + 1]) << i;
+  }
+}
+
+TEST_F(Render, ToursThroughAllEffects) {
+  ASSERT_EQ(runProgram({at("in.mid"), "--fx-tour", at("tour"), "--direct", "--quiet", "--tail", "0"}, noCheck), 0);
+  std::set<std::string> sounds;
+  for (const auto& entry : fs::directory_iterator(at("tour"))) {
+    if (entry.path().extension() == ".wav") {
+      const Bytes sound = bytesOf(entry.path());
+      sounds.emplace(sound.begin(), sound.end());
+    }
+  }
+  EXPECT_EQ(sounds.size(), 30U);
+  const Bytes picture = bytesOf(at("tour/effects.png"));
+  ASSERT_GT(picture.size(), 10000U);
+  EXPECT_EQ(picture[1], 'P');
 }
 
 TEST_F(Render, PlaysTheLibraryToTheBitLikeTheInstrumentItself) {
@@ -158,6 +195,7 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
       {{in, "-o", out, "--direct", "--state", at("broken.state")}, "no state"},
       {{in, "-o", out, "--library", SIVRAY_MODULE, "--fx", "Drive"}, "use --direct"},
       {{in, "-o", out, "--library", SIVRAY_MODULE, "--macro", "P1 Fine=1@0.5"}, "hidden"},
+      {{"--direct", "--save-state", at("none/state")}, "cannot write the state"},
       {{in, "-o", out, "--library", at("none.so")}, "no such file"},
       {{in, "-o", out, "--library", in}, "no library"},
   };

@@ -156,7 +156,9 @@ void renderEffectTour(const Options& options, const MidiScore& fullScore) {
   }
   const std::string picture = (folder / "effects.png").string();
   sheet.write(picture);
-  std::printf("%s: the spectrograms of all %d effects\n", picture.c_str(), fx::kEffectTypeCount);
+  if (!options.settings.quiet) {
+    std::printf("%s: the spectrograms of all %d effects\n", picture.c_str(), fx::kEffectTypeCount);
+  }
 }
 
 }  // namespace sivray::render

@@ -1,0 +1,88 @@
+// The instruments that the checks measure with: counted calls, guarded buffers, facts of a sound.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <mutex>
+#include <thread>
+
+#include "check/CallCounter.h"
+#include "check/Check.h"
+#include "check/GuardedBuffer.h"
+#include "check/Sound.h"
+
+namespace sivray::check {
+namespace {
+
+TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {
+  if (!CallCounter::works()) {
+    GTEST_SKIP() << "a sanitizer keeps these functions for itself";
+  }
+  CallCounts counts;
+  std::mutex mutex;
+  std::mutex held;
+  {
+    const CallCounter counter(counts);
+    void* volatile block = std::malloc(100);
+    block = std::realloc(block, 200);
+    std::free(block);
+    std::free(nullptr);
+    if (std::FILE* const file = std::fopen("/dev/null", "r")) {
+      std::fclose(file);
+    }
+    mutex.lock();
+    mutex.unlock();
+  }
+  EXPECT_GE(counts.allocations, 2);
+  EXPECT_GE(counts.frees, 1);
+  EXPECT_GE(counts.files, 1);
+  EXPECT_GE(counts.locks, 1);
+  EXPECT_EQ(counts.waits, 0);
+
+  const CallCounts before = counts;
+  std::free(std::malloc(10));
+  EXPECT_EQ(counts.allocations, before.allocations);
+
+  held.lock();
+  std::thread waiter([&] {
+    const CallCounter counter(counts);
+    held.lock();
+    held.unlock();
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  held.unlock();
+  waiter.join();
+  EXPECT_EQ(counts.waits, 1);
+}
+
+TEST(GuardedBuffer, EndsTheProgramAtBothEnds) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  for (const std::size_t samples : {std::size_t{1}, std::size_t{1024}, std::size_t{1500}}) {
+    GuardedBuffer front(samples, GuardedEnd::front);
+    GuardedBuffer back(samples, GuardedEnd::back);
+    front.data()[samples - 1] = 1.0F;
+    back.data()[0] = 1.0F;
+    volatile float* const before = front.data() - 1;
+    volatile float* const behind = back.data() + samples;
+    EXPECT_DEATH(*before = 1.0F, "");
+    EXPECT_DEATH(*behind = 1.0F, "");
+  }
+}
+
+TEST(SoundFacts, TellFaultySamplesFromGoodOnes) {
+  SoundFacts good;
+  const float fine[] = {0.0F, -1.0F, 1.0F, 0.5F};
+  good.add(fine, 4);
+  EXPECT_TRUE(good.isSane() && good.isHeard());
+  for (const float bad : {std::numeric_limits<float>::quiet_NaN(), -std::numeric_limits<float>::infinity(), 1.001F,
+                          std::numeric_limits<float>::denorm_min()}) {
+    SoundFacts facts;
+    facts.add(&bad, 1);
+    EXPECT_FALSE(facts.isSane()) << bad;
+  }
+}
+
+}  // namespace
+}  // namespace sivray::check
