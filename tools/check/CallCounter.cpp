@@ -27,8 +27,7 @@ CallCounter::~CallCounter() { counting = nullptr; }
 
 }  // namespace sivray::check
 
-#if defined(__linux__) && defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && \
-    !defined(SIVRAY_SANITIZED)
+#if defined(__linux__) && defined(__GLIBC__) && !SIVRAY_SANITIZED
 
 namespace sivray::check {
 namespace {

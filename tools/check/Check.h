@@ -5,6 +5,17 @@
 #include <string>
 #include <vector>
 
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define SIVRAY_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(realtime_sanitizer)
+#define SIVRAY_SANITIZED 1
+#endif
+#endif
+#ifndef SIVRAY_SANITIZED
+#define SIVRAY_SANITIZED 0
+#endif
+
 namespace sivray::check {
 
 /// How much the checks do.
@@ -30,20 +41,8 @@ struct Check {
 /// A verdict with a printed figure.
 [[gnu::format(printf, 2, 3)]] Verdict verdict(bool passed, const char* format, ...);
 
-/// Whether a sanitizer runs this program: times, memory and interposed functions mean nothing then.
-constexpr bool isSanitized() {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  return true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(realtime_sanitizer)
-  return true;
-#else
-  return false;
-#endif
-#else
-  return false;
-#endif
-}
+/// Whether a sanitizer runs this program: times, memory and functions of the system mean nothing then.
+constexpr bool isSanitized() { return SIVRAY_SANITIZED != 0; }
 
 /// The checks by what they protect, in the order in which they run.
 std::vector<Check> lifecycleChecks();
