@@ -9,35 +9,13 @@
 #include <utility>
 #include <vector>
 
-#include "engine/Generator.h"
+#include "../../fuzz/QuietGenerator.h"
 #include "macro/MacroSetLinear.h"
 #include "macro/MacroSetQuantized.h"
 #include "macro/PluginMacroControllable.h"
 #include "support/SampleFolder.h"
 
 namespace support {
-
-/// Takes values and does nothing with them.
-class DeafGenerator final : public tesh::vimo::Generator<float> {
- public:
-  int outputCount() const override { return 2; }
-  int inputCount() const override { return 0; }
-  void process(tesh::vimo::ProcessBlock&) override {}
-  int kind() const override { return 0; }
-  int parameterCount() const override { return 0; }
-  void setParameter(std::uint32_t, float) override {}
-  float getParameter(std::uint32_t) const override { return 0.0F; }
-  bool getParameterInfo(std::uint32_t, tesh::vimo::GeneratorParameterInfo&) const override { return true; }
-  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
-  void tempoChanged(double) override {}
-  void setSampleRate(double) override {}
-  void activate() override {}
-  void deactivate() override {}
-  std::span<const std::uint8_t> getState() override { return {}; }
-  void setState(std::span<const std::uint8_t>) override {}
-  int currentProgram() const override { return 0; }
-  int programCount() const override { return 0; }
-};
 
 /// Eight pads with six macros each ("P1 Wave", Level, Pitch, Send, Decay, and Fine, which is hidden), then "FX Type"
 /// (Bypass, Short Delay, Room Reverb), "FX Edit 1", "FX Edit 2" and "Master". Programs "Plain" and "Wet".
@@ -108,8 +86,8 @@ class KitFolder {
   }
 
   SampleFolder samples;
-  tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>> processor{"Sivray",
-                                                                              std::make_unique<DeafGenerator>()};
+  tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>> processor{
+      "Sivray", std::make_unique<tesh::vimo::QuietGenerator>()};
 };
 
 }  // namespace support

@@ -100,6 +100,65 @@ Verdict worstBlock(const CheckSettings& settings) {
                  100.0 * median, 100.0 * late);
 }
 
+/// Eight voices through every effect of the panel at 48 kHz, in blocks of 128 frames.
+Verdict speed(const CheckSettings& settings) {
+  constexpr double kLeastFactor = 120.0;
+  constexpr int kRate = 48000;
+  constexpr int kTypes = 26;
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  host.setSampleRate(static_cast<float>(kRate));
+  warm(host, PadSends::on);
+  const std::vector<Hit> hits = hitsOver(kRate, 161, 80);
+  double slowest = 1e9;
+  int slowestType = 0;
+  for (int type = 0; type < kTypes; ++type) {
+    setNamed(host, "FX Type", static_cast<float>(type) / static_cast<float>(kTypes - 1));
+    settle(host);
+    double least = 1e9;
+    for (int round = 0; round < settings.count(2, 10); ++round) {
+      const double before = threadSeconds();
+      play(host, hits, kRate, blocksOf(128));
+      least = std::min(least, threadSeconds() - before);
+    }
+    if (1.0 / least < slowest) {
+      slowest = 1.0 / least;
+      slowestType = type;
+    }
+  }
+  return verdict(isSanitized() || slowest >= kLeastFactor,
+                 "at least %.0f times real time at 48 kHz and 128 frames (effect step %d)", slowest, slowestType);
+}
+
+/// The median of some runs, in milliseconds.
+template <typename Action>
+double millisecondsOf(int runs, Action action) {
+  std::vector<double> times;
+  for (int run = 0; run < runs; ++run) {
+    const double before = threadSeconds();
+    action();
+    times.push_back(1000.0 * (threadSeconds() - before));
+  }
+  std::sort(times.begin(), times.end());
+  return times[times.size() / 2];
+}
+
+Verdict waitingTimes(const CheckSettings& settings) {
+  constexpr double kMostForState = 5.0;
+  constexpr double kMostForInstance = 80.0;
+  const PluginLibrary library(settings.libraryPath);
+  Host host(library);
+  settle(host);
+  const std::vector<std::uint8_t> state = host.chunk();
+  const int runs = settings.count(20, 200);
+  const double saving = millisecondsOf(runs, [&] { host.chunk(); });
+  const double loading = millisecondsOf(runs, [&] { host.setChunk(state); });
+  const double making = millisecondsOf(runs, [&] { const Host another(library); });
+  const bool fast = saving <= kMostForState && loading <= kMostForState && making <= kMostForInstance;
+  return verdict(isSanitized() || fast, "state saved in %.2f ms and loaded in %.2f ms, an instance made in %.1f ms",
+                 saving, loading, making);
+}
+
 Verdict soak(const CheckSettings& settings) {
   constexpr double kLeastFactor = 100.0;
   constexpr std::int64_t kLeakKiB = 256;
@@ -140,7 +199,11 @@ Verdict soak(const CheckSettings& settings) {
 }  // namespace
 
 std::vector<Check> realTimeChecks() {
-  return {{"calls inside process", callsInside}, {"worst block", worstBlock}, {"soak", soak}};
+  return {{"calls inside process", callsInside},
+          {"worst block", worstBlock},
+          {"speed", speed},
+          {"waiting times", waitingTimes},
+          {"soak", soak}};
 }
 
 }  // namespace sivray::check

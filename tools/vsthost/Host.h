@@ -74,7 +74,7 @@ class Host {
   double tempo = 120.0;
   bool playing = true;
 
-  /// What the plug-in told: automation, edits and changes of display. Not filled while `process` runs beyond its room.
+  /// What the plug-in told: automation, edits and changes of display. What comes beyond its room is not kept.
   std::vector<HostCall> calls;
   std::vector<std::array<std::uint8_t, 4>> midiOut;
   int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.
