@@ -124,12 +124,13 @@ TEST_F(Adapter, TakesMidiOutOfAnyEventsAndSkipsTheRest) {
   EXPECT_EQ(dispatch(effProcessEvents), 1);
   VstMidiEvent note{kVstMidiType, sizeof(VstMidiEvent), 10, 0, 0, 0, {'\x99', 36, 127, 0}, 0, 0, 0, 0};
   VstMidiEvent wild{kVstMidiType, -5, kLowest, -1, -1, -1, {'\xFF', '\xFF', '\xFF', '\xFF'}, -1, -1, -1, -1};
+  VstMidiEvent hopeless{kVstMidiType, sizeof(VstMidiEvent), kHighest, 0, 0, 0, {'\x99', 37, 127, 0}, 0, 0, 0, 0};
   VstMidiSysexEvent sysex{kVstSysExType, sizeof(VstMidiSysexEvent), 0, 0, kHighest, 0, nullptr, 0};
   struct {
     std::int32_t numEvents;
     std::intptr_t reserved;
-    std::array<void*, 5> events;
-  } list{5, 0, {&sysex, nullptr, &note, &wild, &note}};
+    std::array<void*, 6> events;
+  } list{6, 0, {&sysex, nullptr, &hopeless, &note, &wild, &note}};
   EXPECT_EQ(dispatch(effProcessEvents, 0, 0, &list), 1);
   EXPECT_EQ(editor->messages, (std::vector<Bytes>{{0x99, 36, 127}, {0xFF, 0xFF, 0xFF}, {0x99, 36, 127}}));
   list.numEvents = -3;

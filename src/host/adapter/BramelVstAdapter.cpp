@@ -26,6 +26,9 @@ constexpr std::chrono::milliseconds kReadiness{300};
 
 /// MIDI bytes of one event.
 constexpr std::size_t kMessageBytes = 3;
+/// Messages wait for their frame in the order in which they came. One further ahead than any host's block would hold up
+/// all behind it, for hours at worst.
+constexpr std::int32_t kFarthestFrames = 1 << 20;
 constexpr std::uint8_t kTransportStart = 0xFA;
 constexpr std::uint8_t kTransportStop = 0xFC;
 
@@ -112,7 +115,7 @@ std::int32_t BramelVstAdapter::processEvents(VstEvents* events) {
   }
   VstEvent** const list = events->events;
   for (std::int32_t index = 0; index < events->numEvents; ++index) {
-    if (list[index] == nullptr || list[index]->type != kVstMidiType) {
+    if (list[index] == nullptr || list[index]->type != kVstMidiType || list[index]->deltaFrames > kFarthestFrames) {
       continue;
     }
     const auto* const event = reinterpret_cast<const VstMidiEvent*>(list[index]);

@@ -28,7 +28,7 @@ class BramelVstAdapter : public AudioEffectX {
   /// Audio thread. Takes tempo and transport from the host first.
   void processReplacing(float** inputs, float** outputs, std::int32_t frames) override;
 
-  /// MIDI for the next block; always gives 1. Other events are skipped.
+  /// MIDI for the next block; always gives 1. Other events, and those more than 2^20 frames ahead, are skipped.
   std::int32_t processEvents(VstEvents* events) override;
 
   void setParameter(std::int32_t index, float value) override;
