@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "QuietGenerator.h"
 #include "macro/MacroDescription.h"
+#include "support/QuietGenerator.h"
 
 namespace {
 

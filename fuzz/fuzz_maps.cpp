@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "QuietGenerator.h"
 #include "macro/Json.h"
 #include "macro/PluginMacroControllable.h"
+#include "support/QuietGenerator.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tesh::vimo;

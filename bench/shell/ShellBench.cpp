@@ -3,35 +3,11 @@
 #include <benchmark/benchmark.h>
 
 #include "shell/InstrumentScene.h"
+#include "support/QuietGenerator.h"
 
 namespace {
 
 using namespace instrument;
-
-/// A generator that renders nothing: what is left is the shell and the macro layer.
-class SilentGenerator final : public vimo::Generator<float> {
- public:
-  int outputCount() const override { return 2; }
-  int inputCount() const override { return 0; }
-  void process(vimo::ProcessBlock& block) override {
-    while (block.automationRing->take()) {
-    }
-  }
-  int kind() const override { return 0; }
-  int parameterCount() const override { return 0; }
-  void setParameter(std::uint32_t, float) override {}
-  float getParameter(std::uint32_t) const override { return 0.0F; }
-  bool getParameterInfo(std::uint32_t, vimo::GeneratorParameterInfo&) const override { return false; }
-  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
-  void tempoChanged(double) override {}
-  void setSampleRate(double) override {}
-  void activate() override {}
-  void deactivate() override {}
-  std::span<const std::uint8_t> getState() override { return {}; }
-  void setState(std::span<const std::uint8_t>) override {}
-  int currentProgram() const override { return 0; }
-  int programCount() const override { return 0; }
-};
 
 struct Editor final : bramel::vst::BramelInstrumentUICallback {
   void holdUpdates() override {}
@@ -44,9 +20,10 @@ struct Editor final : bramel::vst::BramelInstrumentUICallback {
   void midiReceived(const std::uint8_t*, std::size_t) override {}
 };
 
+/// The shell and the macro layer around a generator that renders nothing.
 struct Scene {
   Scene() {
-    auto processor = std::make_unique<BramelInstrument::Processor>("Sivray", std::make_unique<SilentGenerator>());
+    auto processor = std::make_unique<BramelInstrument::Processor>("Sivray", std::make_unique<vimo::QuietGenerator>());
     for (std::uint32_t i = 0; i < kPadValues; ++i) {
       auto set = vimo::makeMacroSet(vimo::MacroSetType::linear);
       set->setTargetId(i);

@@ -1,37 +1,12 @@
 // A busy block asks for no memory, wave changes included.
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The sanitizers bring their own operators, which cannot be replaced or must not be mixed with ours.
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer) || __has_feature(address_sanitizer)
-#define SIVRAY_FIXED_OPERATORS
-#endif
-#endif
+#include "support/CountedMemory.h"
+
 #if !defined(SIVRAY_FIXED_OPERATORS)
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
 #include "FrameScene.h"
-
-namespace {
-
-std::atomic<int> allocations{0};
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* const memory = std::malloc(size)) {
-    return memory;
-  }
-  throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -54,9 +29,9 @@ TEST(Frame, AllocatesNothingWhilePlaying) {
   Player player;
   openMaster(player);
   playBusily(player);
-  const int before = allocations;
+  const int before = support::memoryCalls();
   playBusily(player);
-  EXPECT_EQ(allocations, before);
+  EXPECT_EQ(support::memoryCalls(), before);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // A busy instrument asks for no memory and gives none back.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "CountedMemory.h"
+#include "support/CountedMemory.h"
 
 #if !defined(SIVRAY_FIXED_OPERATORS)
 
@@ -36,9 +36,9 @@ TEST(AudioThread, AllocatesAndFreesNothing) {
     player.reserve(4096);
     player.shell->setSampleRate(rate);
     playBusily(player, 1);
-    const int before = memoryCalls();
+    const int before = support::memoryCalls();
     playBusily(player, 2);
-    EXPECT_EQ(memoryCalls(), before) << rate;
+    EXPECT_EQ(support::memoryCalls(), before) << rate;
   }
 }
 

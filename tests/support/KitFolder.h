@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "../../fuzz/QuietGenerator.h"
 #include "macro/MacroSetLinear.h"
 #include "macro/MacroSetQuantized.h"
 #include "macro/PluginMacroControllable.h"
+#include "support/QuietGenerator.h"
 #include "support/SampleFolder.h"
 
 namespace support {

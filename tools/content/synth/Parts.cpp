@@ -230,6 +230,16 @@ double rmsOf(const Signal& signal) {
   return signal.empty() ? 0.0 : std::sqrt(sum / static_cast<double>(signal.size()));
 }
 
+double peakOf(const Sound& sound) {
+  double peak = 0.0;
+  for (const Signal& channel : sound) {
+    for (const double sample : channel) {
+      peak = std::max(peak, std::abs(sample));
+    }
+  }
+  return peak;
+}
+
 void normalise(Signal& signal, double peak) {
   double highest = 0.0;
   for (const double sample : signal) {

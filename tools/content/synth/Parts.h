@@ -119,6 +119,9 @@ void mixInto(Signal& to, const Signal& from, double gain);
 /// Root of the mean square; 0 for nothing.
 double rmsOf(const Signal& signal);
 
+/// The highest sample of all channels, regardless of its sign.
+double peakOf(const Sound& sound);
+
 /// Scales so that the highest sample stands at `peak`; silence stays.
 void normalise(Signal& signal, double peak);
 

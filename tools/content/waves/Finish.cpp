@@ -48,16 +48,6 @@ Signal playStrokes(const Model& model, const Parameters& p, std::uint64_t seed, 
   return signal;
 }
 
-double peakOf(const Sound& sound) {
-  double peak = 0.0;
-  for (const Signal& channel : sound) {
-    for (const double sample : channel) {
-      peak = std::max(peak, std::abs(sample));
-    }
-  }
-  return peak;
-}
-
 /// Scales all channels alike, so that the highest sample stands at 1.
 void normaliseTogether(Sound& sound) {
   const double peak = peakOf(sound);

@@ -6,6 +6,7 @@
 
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"
+#include "content/synth/Parts.h"
 
 namespace sivray::content {
 namespace {
@@ -18,16 +19,6 @@ constexpr int kBendSteps = 12;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
 
 double decibelsOf(double factor) { return kDecibelsPerOctave * logarithmOfTwo(std::max(factor, 1e-9)); }
-
-double peakOf(const Sound& sound) {
-  double peak = 0.0;
-  for (const Signal& channel : sound) {
-    for (const double sample : channel) {
-      peak = std::max(peak, std::abs(sample));
-    }
-  }
-  return peak;
-}
 
 void scale(Sound& sound, double factor) {
   for (Signal& channel : sound) {
