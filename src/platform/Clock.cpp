@@ -2,8 +2,7 @@
 #include "platform/Clock.h"
 
 #ifdef _WIN32
-#define NOMINMAX
-#include <windows.h>
+#include "platform/WindowsApi.h"
 #else
 #include <ctime>
 #endif

@@ -57,6 +57,11 @@ class InputFile {
   std::intptr_t handle = kClosed;
 };
 
+/// `base` and `relative`, neither of them empty, with one separator between them; with a backslash where neither brings
+/// one. On Windows that is the system's own way of joining, which takes "." and ".." out and gives the empty string for
+/// what is too long for it.
+std::string combinePath(const std::string& base, const std::string& relative);
+
 /// True for a file or folder that exists.
 bool exists(const std::string& path);
 

@@ -95,6 +95,11 @@ std::size_t InputFile::read(void* destination, std::size_t count) {
   return done;
 }
 
+std::string combinePath(const std::string& base, const std::string& relative) {
+  const bool separated = base.back() == '/' || base.back() == '\\';
+  return base + (separated ? "" : "\\") + relative;
+}
+
 bool exists(const std::string& path) { return ::access(NativePath(path).text(), F_OK) == 0; }
 
 bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
-#define NOMINMAX
+#include "platform/WindowsApi.h"
+
+// What these name stands on the declarations above.
 #include <shlobj.h>
 #include <shlwapi.h>
-#include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/Files.h"
@@ -14,7 +16,46 @@
 namespace tesh::bramel::platform {
 namespace {
 
+/// The most that one call reads or writes: its count has 32 bits.
+constexpr std::size_t kLongestTransfer = 1U << 30U;
+
+// A handle is a number in a pointer's clothes.
+// NOLINTNEXTLINE(performance-no-int-to-ptr)
 HANDLE native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+bool writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kLongestTransfer));
+    DWORD written = 0;
+    if (WriteFile(file, bytes.data(), wanted, &written, nullptr) == 0 || written == 0) {
+      return false;
+    }
+    bytes = bytes.subspan(written);
+  }
+  return FlushFileBuffers(file) != 0;
+}
+
+/// A name beside the target that no other thread of any process takes at the same time.
+std::wstring temporaryBeside(const std::wstring& target) {
+  return target + L'.' + std::to_wstring(GetCurrentProcessId()) + L'.' + std::to_wstring(GetCurrentThreadId());
+}
+
+/// Lets `source` take the name of `target`. Scanners and indexers hold a file open for moments after it was written, so
+/// that a refusal is not taken for an answer at once.
+bool replaceFile(const std::wstring& source, const std::wstring& target) {
+  constexpr int kTries = 20;
+  constexpr DWORD kPauseMilliseconds = 10;
+  for (int i = 0; i < kTries; ++i) {
+    if (MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0) {
+      return true;
+    }
+    if (const DWORD reason = GetLastError(); reason != ERROR_ACCESS_DENIED && reason != ERROR_SHARING_VIOLATION) {
+      return false;
+    }
+    Sleep(kPauseMilliseconds);
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -23,8 +64,8 @@ NativePath::NativePath(const std::string& path) : nativeText(toWide(path)) {
 }
 
 std::optional<InputFile> InputFile::open(const NativePath& path) {
-  const HANDLE file = CreateFileW(path.text(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE file = CreateFileW(path.text(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return std::nullopt;
   }
@@ -61,12 +102,11 @@ bool InputFile::seek(std::int64_t offset) {
 }
 
 std::size_t InputFile::read(void* destination, std::size_t count) {
-  constexpr std::size_t kLongestRead = 1U << 30U;
   auto* out = static_cast<std::uint8_t*>(destination);
   std::size_t done = 0;
   while (done < count) {
     DWORD got = 0;
-    const auto wanted = static_cast<DWORD>(std::min(count - done, kLongestRead));
+    const auto wanted = static_cast<DWORD>(std::min(count - done, kLongestTransfer));
     if (ReadFile(native(handle), out + done, wanted, &got, nullptr) == 0 || got == 0) {
       break;
     }
@@ -75,21 +115,25 @@ std::size_t InputFile::read(void* destination, std::size_t count) {
   return done;
 }
 
+std::string combinePath(const std::string& base, const std::string& relative) {
+  std::array<wchar_t, MAX_PATH> joined{};
+  const wchar_t* const path = PathCombineW(joined.data(), toWide(base).c_str(), toWide(relative).c_str());
+  return path == nullptr ? std::string() : toUtf8(path);
+}
+
 bool exists(const std::string& path) { return PathFileExistsW(NativePath(path).text()) != 0; }
 
 bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {
   const std::wstring target = NativePath(path).text();
-  const std::wstring temporary = target + L".new";
+  const std::wstring temporary = temporaryBeside(target);
   const HANDLE file =
       CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return false;
   }
-  DWORD written = 0;
-  bool good = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0 &&
-              written == bytes.size() && FlushFileBuffers(file) != 0;
-  CloseHandle(file);
-  good = good && MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+  bool good = writeAll(file, bytes);
+  good = CloseHandle(file) != 0 && good;
+  good = good && replaceFile(temporary, target);
   if (!good) {
     DeleteFileW(temporary.c_str());
   }
@@ -97,11 +141,18 @@ bool writeAtomically(const std::string& path, std::span<const std::uint8_t> byte
 }
 
 bool createFolders(const std::string& path) {
-  const int result = SHCreateDirectoryExW(nullptr, NativePath(path).text(), nullptr);
-  return result == ERROR_SUCCESS || result == ERROR_ALREADY_EXISTS || result == ERROR_FILE_EXISTS;
+  const NativePath folder(path);
+  SHCreateDirectoryExW(nullptr, folder.text(), nullptr);
+  return PathIsDirectoryW(folder.text()) != FALSE;
 }
 
-void warmPages(const std::string& path) { readWhole(path); }
+/// Reads the file once: what was read stays in the system's cache.
+void warmPages(const std::string& path) {
+  std::optional<InputFile> file = InputFile::open(path);
+  std::array<std::uint8_t, 1U << 16U> bytes;
+  while (file && file->read(bytes.data(), bytes.size()) == bytes.size()) {
+  }
+}
 
 }  // namespace tesh::bramel::platform
 #endif

@@ -2,8 +2,7 @@
 #include "platform/Locale.h"
 
 #ifdef _WIN32
-#define NOMINMAX
-#include <windows.h>
+#include "platform/WindowsApi.h"
 #else
 #include <cstdlib>
 #include <string>

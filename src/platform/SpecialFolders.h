@@ -6,9 +6,10 @@
 
 namespace tesh::bramel::platform {
 
-/// The folder of shared program files. $BRAMEL_COMMON_FILES where that is set; on Windows the system's common program
-/// files; elsewhere the first that holds "Tesh/Bramel" of the folder beside the loaded library or program,
-/// $XDG_DATA_HOME (~/.local/share) and each of $XDG_DATA_DIRS (/usr/local/share, /usr/share), or the empty string.
+/// The folder of shared program files. $BRAMEL_COMMON_FILES where that is set; else the folder beside the loaded
+/// library or program where that holds "Tesh/Bramel"; else on Windows the system's common program files, elsewhere the
+/// first that holds "Tesh/Bramel" of $XDG_DATA_HOME (~/.local/share) and each of $XDG_DATA_DIRS (/usr/local/share,
+/// /usr/share). Empty where there is none.
 std::string commonFilesFolder();
 
 /// The user's documents. $BRAMEL_DOCUMENTS where that is set; on Windows the system's folder; elsewhere the desktop's

@@ -68,7 +68,7 @@ std::string moduleFolder() {
 }
 
 std::string commonFilesFolder() {
-  const std::string chosen = environment("BRAMEL_COMMON_FILES");
+  std::string chosen = environment("BRAMEL_COMMON_FILES");
   if (!chosen.empty()) {
     return chosen;
   }

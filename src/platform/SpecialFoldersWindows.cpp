@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
-#define NOMINMAX
-#include <shlobj.h>
-#include <windows.h>
+#include "platform/WindowsApi.h"
 
-#include <array>
+// What these name stands on the declarations above.
+#include <shlobj.h>
+#include <shlwapi.h>
 
 #include "platform/SpecialFolders.h"
 #include "platform/WideText.h"
@@ -12,13 +12,21 @@
 namespace tesh::bramel::platform {
 namespace {
 
-std::string specialFolder(const wchar_t* overrideName, int folderId) {
-  std::array<wchar_t, 32768> text{};
-  const DWORD size = GetEnvironmentVariableW(overrideName, text.data(), static_cast<DWORD>(text.size()));
-  if (size > 0 && size < text.size()) {
-    return toUtf8(text.data());
-  }
-  return SHGetSpecialFolderPathW(nullptr, text.data(), folderId, FALSE) == TRUE ? toUtf8(text.data()) : std::string();
+/// The longest path that Windows has anywhere, with its end.
+constexpr DWORD kLongestPath = 32768;
+
+/// An environment variable, or empty where it is not set.
+std::string environment(const wchar_t* name) {
+  std::wstring value(kLongestPath, L'\0');
+  const DWORD size = GetEnvironmentVariableW(name, value.data(), kLongestPath);
+  value.resize(size < kLongestPath ? size : 0);
+  return toUtf8(value);
+}
+
+/// One of the system's folders by its CSIDL number, or empty where the system has none.
+std::string systemFolder(int folder) {
+  std::wstring path(MAX_PATH, L'\0');
+  return SHGetSpecialFolderPathW(nullptr, path.data(), folder, FALSE) == TRUE ? toUtf8(path.data()) : std::string();
 }
 
 }  // namespace
@@ -27,15 +35,26 @@ std::string moduleFolder() {
   HMODULE module = nullptr;
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                      reinterpret_cast<LPCWSTR>(&moduleFolder), &module);
-  std::array<wchar_t, 32768> text{};
-  GetModuleFileNameW(module, text.data(), static_cast<DWORD>(text.size()));
-  const std::string file = toUtf8(text.data());
-  return file.substr(0, file.find_last_of('\\'));
+  std::wstring file(kLongestPath, L'\0');
+  file.resize(GetModuleFileNameW(module, file.data(), kLongestPath));
+  const std::size_t end = file.find_last_of(L'\\');
+  return end == std::wstring::npos ? std::string() : toUtf8(file.substr(0, end));
 }
 
-std::string commonFilesFolder() { return specialFolder(L"BRAMEL_COMMON_FILES", CSIDL_PROGRAM_FILES_COMMON); }
+std::string commonFilesFolder() {
+  std::string chosen = environment(L"BRAMEL_COMMON_FILES");
+  if (!chosen.empty()) {
+    return chosen;
+  }
+  std::string beside = moduleFolder();
+  const bool portable = PathIsDirectoryW(toWide(beside + "\\Tesh\\Bramel").c_str()) != FALSE;
+  return portable ? beside : systemFolder(CSIDL_PROGRAM_FILES_COMMON);
+}
 
-std::string documentsFolder() { return specialFolder(L"BRAMEL_DOCUMENTS", CSIDL_PERSONAL); }
+std::string documentsFolder() {
+  const std::string chosen = environment(L"BRAMEL_DOCUMENTS");
+  return chosen.empty() ? systemFolder(CSIDL_PERSONAL) : chosen;
+}
 
 }  // namespace tesh::bramel::platform
 #endif

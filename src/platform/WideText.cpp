@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
-#define NOMINMAX
 #include "platform/WideText.h"
 
-#include <windows.h>
+#include "platform/WindowsApi.h"
 
 namespace tesh::bramel::platform {
 

@@ -7,8 +7,6 @@
 namespace tesh::bramel {
 namespace {
 
-constexpr char kSeparator = '\\';
-
 bool isSeparator(char c) { return c == '/' || c == '\\'; }
 
 /// `folder` joined with `relative`, or empty where there is no such folder: a path must never become relative to where
@@ -103,11 +101,7 @@ std::string joinPath(std::string_view base, std::string_view relative) {
   if (base.empty() || relative.empty()) {
     return std::string(base.empty() ? relative : base);
   }
-  std::string path(base);
-  if (!isSeparator(path.back())) {
-    path += kSeparator;
-  }
-  return path.append(relative);
+  return platform::combinePath(std::string(base), std::string(relative));
 }
 
 bool fileExists(const std::string& path) { return !path.empty() && platform::exists(path); }
