@@ -1,31 +1,51 @@
-# What the system calls but does not contain. JUCE's modules are compiled once, into one library.
-find_package(JUCE CONFIG REQUIRED)
-find_package(PNG REQUIRED)
-find_package(JPEG REQUIRED)
-find_package(PkgConfig REQUIRED)
-pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
-find_package(msgpackc-cxx CONFIG NAMES msgpackc-cxx msgpack REQUIRED)
-find_path(PICOJSON_INCLUDE_DIR picojson.h REQUIRED)
+# What the system calls but does not contain. The library takes headers alone; the tools take JUCE, whose modules are
+# compiled once, into one library.
 
-add_library(picojson INTERFACE)
-target_include_directories(picojson SYSTEM INTERFACE "${PICOJSON_INCLUDE_DIR}")
+# sivray_headers(<name> <entry> [<header or folder>...])
+# Makes the interface library <name> of headers in the system's include folder. A cross compiler must not see that folder,
+# which is this system's: it gets links to these headers alone.
+function(sivray_headers name entry)
+  find_path(${name}_INCLUDE_DIR ${entry} PATHS /usr/include REQUIRED)
+  set(folder "${${name}_INCLUDE_DIR}")
+  if(CMAKE_CROSSCOMPILING)
+    set(folder "${PROJECT_BINARY_DIR}/headers")
+    file(MAKE_DIRECTORY "${folder}")
+    foreach(header ${entry} ${ARGN})
+      file(CREATE_LINK "${${name}_INCLUDE_DIR}/${header}" "${folder}/${header}" SYMBOLIC)
+    endforeach()
+  endif()
+  add_library(${name} INTERFACE)
+  target_include_directories(${name} SYSTEM INTERFACE "${folder}")
+endfunction()
 
-add_library(sivray_juce STATIC)
-target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_graphics)
-# Debian's JUCE takes images and FLAC from the system's libraries.
-target_link_libraries(sivray_juce PUBLIC PNG::PNG JPEG::JPEG PkgConfig::FLAC)
-target_compile_definitions(sivray_juce
-  PUBLIC
-    JUCE_STANDALONE_APPLICATION=1
-    JUCE_USE_CURL=0
-    JUCE_WEB_BROWSER=0
-    JUCE_USE_MP3AUDIOFORMAT=0
-    JUCE_USE_OGGVORBIS=0
-    $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>
-  INTERFACE
-    $<TARGET_PROPERTY:sivray_juce,COMPILE_DEFINITIONS>)
-target_include_directories(sivray_juce SYSTEM INTERFACE
-  $<TARGET_PROPERTY:sivray_juce,INCLUDE_DIRECTORIES>)
+sivray_headers(picojson picojson.h)
+sivray_headers(msgpack msgpack.hpp msgpack)
+target_compile_definitions(msgpack INTERFACE MSGPACK_DEFAULT_API_VERSION=3 MSGPACK_NO_BOOST)
+
+if(SIVRAY_BUILD_TOOLS)
+  find_package(JUCE CONFIG REQUIRED)
+  find_package(PNG REQUIRED)
+  find_package(JPEG REQUIRED)
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
+
+  add_library(sivray_juce STATIC)
+  target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_graphics)
+  # Debian's JUCE takes images and FLAC from the system's libraries.
+  target_link_libraries(sivray_juce PUBLIC PNG::PNG JPEG::JPEG PkgConfig::FLAC)
+  target_compile_definitions(sivray_juce
+    PUBLIC
+      JUCE_STANDALONE_APPLICATION=1
+      JUCE_USE_CURL=0
+      JUCE_WEB_BROWSER=0
+      JUCE_USE_MP3AUDIOFORMAT=0
+      JUCE_USE_OGGVORBIS=0
+      $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>
+    INTERFACE
+      $<TARGET_PROPERTY:sivray_juce,COMPILE_DEFINITIONS>)
+  target_include_directories(sivray_juce SYSTEM INTERFACE
+    $<TARGET_PROPERTY:sivray_juce,INCLUDE_DIRECTORIES>)
+endif()
 
 if(SIVRAY_BUILD_TESTS)
   find_package(GTest CONFIG REQUIRED)
