@@ -85,6 +85,7 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--rate", [](Options& o, Text n, Text v) { o.rate = numberIn(n, v, kLowestRate, kHighestRate); }},
       {"--block", [](Options& o, Text n,
                      Text v) { o.settings.blockFrames = static_cast<int>(numberIn(n, v, 1, kLongestBlockOption)); }},
+      {"--preroll", [](Options& o, Text n, Text v) { o.settings.prerollSeconds = numberIn(n, v, 0, kLongestTail); }},
       {"--tail", [](Options& o, Text n, Text v) { o.settings.tailSeconds = numberIn(n, v, 0, kLongestTail); }},
       {"--bits",
        [](Options& o, Text n, Text v) {
@@ -157,6 +158,8 @@ std::string helpText() {
          "  -o FILE               the WAV file to write\n"
          "  --rate HZ             sample rate of the host (44100)\n"
          "  --block N             frames per block, 1 to 16384 (512)\n"
+         "  --preroll SECONDS     how long the plug-in runs before the first frame, as in a host that is switched on "
+         "(0)\n"
          "  --tail SECONDS        how long to render after the last event (2)\n"
          "  --bits 16|24          bits per sample of the WAV file (24)\n"
          "  --program N|NAME      the program to play; see --list-programs\n"

@@ -84,6 +84,9 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
   std::vector<float> right(static_cast<std::size_t>(block));
   const auto total = static_cast<std::int64_t>(std::ceil((lengthOf(score, moves) + settings.tailSeconds) * rate));
   target.start(block);
+  for (std::int64_t ahead = frameAt(settings.prerollSeconds, rate); ahead > 0; ahead -= block) {
+    target.process(left.data(), right.data(), static_cast<int>(std::min<std::int64_t>(ahead, block)));
+  }
   for (std::int64_t start = 0; start < total;) {
     const auto cut = std::upper_bound(starts.begin(), starts.end(), start);
     const std::int64_t end = std::min({start + block, total, cut == starts.end() ? total : *cut});

@@ -15,6 +15,7 @@ namespace sivray::render {
 
 struct RenderSettings {
   int blockFrames = 512;
+  double prerollSeconds = 0.0;  ///< What the target plays before the first frame of the file.
   double tailSeconds = 2.0;
   int bits = 24;
   bool quiet = false;
