@@ -123,9 +123,9 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback {
   }
   void programChanged() override { log.emplace_back("program"); }
   void parameterChanged(std::uint64_t id) override { log.push_back("changed " + std::to_string(id)); }
-  void midiReceived(const std::uint8_t*, std::size_t) override { ++messages; }
+  void midiReceived(const std::uint8_t* data, std::size_t size) override { messages.push_back(hex(data, size)); }
   Log log;
-  int messages = 0;
+  Log messages;
 };
 
 /// Gives the last value as its text.

@@ -185,7 +185,9 @@ void BramelInstrument::Impl::sendMidi(const std::uint8_t* data, std::size_t size
   } else if (verdict.toEngine) {
     queueForEngine(verdict.message, deltaFrames);
   }
-  tellEditor([data, size](BramelInstrumentUICallback& editor) { editor.midiReceived(data, size); });
+  const bool isShort = size <= verdict.message.size;
+  const std::uint8_t* const heard = isShort ? verdict.message.bytes.data() : data;
+  tellEditor([heard, size](BramelInstrumentUICallback& editor) { editor.midiReceived(heard, size); });
 }
 
 void BramelInstrument::Impl::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {

@@ -43,6 +43,7 @@ class BramelInstrumentUICallback {
   /// Another program, or another state: all values may have changed.
   virtual void programChanged() = 0;
   virtual void parameterChanged(std::uint64_t parameterId) = 0;
+  /// A message from the host, as the engine gets it: notes, controllers and pitch bend without their channel.
   virtual void midiReceived(const std::uint8_t* data, std::size_t size) = 0;
 };
 

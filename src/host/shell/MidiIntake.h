@@ -21,7 +21,7 @@ struct MidiVerdict {
   std::optional<std::uint64_t> parameterId;  ///< The parameter that it moves, to `value`.
   float value = 0.0F;
   bool toEngine = false;  ///< It goes on as `message`.
-  ShortMessage message;
+  ShortMessage message;   ///< Its first three bytes, without the channel where that is discarded.
 };
 
 /// The value of a controller's data byte.
@@ -35,9 +35,9 @@ inline float pitchBendValue(std::uint8_t lsb, std::uint8_t msb) {
   return std::clamp(static_cast<float>(position) * 6.103888e-5F + 0.5F, 0.0F, 1.0F);  // 1 / 16383.
 }
 
-/// Judges a message. The channel of notes and controllers is discarded; bank select, unmapped pitch bend, aftertouch,
-/// program changes and channel pressure end here. `controllerMap(key)` gives the mapped parameter or nothing, with
-/// 0xE0 as the key of pitch bend.
+/// Judges a message. Notes, controllers and pitch bend lose their channel; bank select, unmapped pitch bend,
+/// aftertouch, program changes and channel pressure end here. `controllerMap(key)` gives the mapped parameter or
+/// nothing, with 0xE0 as the key of pitch bend.
 template <typename ControllerMap>
 MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const ControllerMap& controllerMap) {
   MidiVerdict verdict;
@@ -48,21 +48,24 @@ MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const Controll
     verdict.toEngine = true;
     return verdict;
   }
-  status = static_cast<std::uint8_t>(status & 0xF0);
-  switch (status) {
+  const auto kind = static_cast<std::uint8_t>(status & 0xF0);
+  switch (kind) {
     case 0x80:
     case 0x90:
+      status = kind;
       verdict.toEngine = true;
       break;
     case 0xB0:
+      status = kind;
       if (data1 == 0 || data1 == 32) {
         break;
       }
-      verdict.parameterId = data1 < 128 ? controllerMap(data1) : std::nullopt;
+      verdict.parameterId = controllerMap(data1);
       verdict.value = controllerValue(data2);
       verdict.toEngine = !verdict.parameterId;
       break;
     case 0xE0:
+      status = kind;
       verdict.parameterId = controllerMap(std::uint8_t{0xE0});
       verdict.value = pitchBendValue(data1, data2);
       break;
