@@ -40,7 +40,11 @@ std::optional<UserProgramImage> readUserProgramFile(std::span<const std::uint8_t
     return std::nullopt;
   }
   const std::size_t head = *version < kFirstVersionWithLongHead ? kShortHeadBytes : kLongHeadBytes;
-  return UserProgramImage{*macroCount, cofu::core::bytesAt(file, head, *size)};
+  const auto image = cofu::core::bytesAt(file, head, *size);
+  if (image.size() != *size && cofu::core::wordIn(image, 0) == ProgramDatabase::kImageVersion) {
+    return std::nullopt;
+  }
+  return UserProgramImage{*macroCount, image};
 }
 
 std::optional<UserProgramImage> readExportedPrograms(std::span<const std::uint8_t> file, std::string_view instrument) {

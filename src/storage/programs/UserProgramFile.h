@@ -12,14 +12,15 @@
 
 namespace tesh::vimo {
 
-/// The bank inside a program file. `image` refers to the bytes that were read, and is shorter than the file says where
-/// the file ends before.
+/// The bank inside a program file. `image` refers to the bytes that were read. One of an older version is shorter than
+/// the file says where the file ends before; one of the newest is whole.
 struct UserProgramImage {
   std::uint32_t macroCount = 0;
   std::span<const std::uint8_t> image;
 };
 
-/// Reads the head of a user program file of any version; nothing when the file is shorter than its head.
+/// Reads the head of a user program file of any version; nothing when the file is shorter than its head, or than its
+/// image of the newest version.
 std::optional<UserProgramImage> readUserProgramFile(std::span<const std::uint8_t> file);
 
 /// The same for an exported file; nothing for another kind of file or one of another instrument.
