@@ -73,7 +73,8 @@ function(sivray_module name)
     target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
   else()
     # A name that nobody defines is an error here, but for what Clang's sanitizers bring into the host's program.
-    target_link_options(${name} PRIVATE "-Wl,--version-script=${folder}/exports.map"
+    # Its own calls stay inside, whatever a host exports under the same names.
+    target_link_options(${name} PRIVATE "-Wl,--version-script=${folder}/exports.map" -Wl,-Bsymbolic
       $<$<CXX_COMPILER_ID:GNU>:-Wl,-z,defs>)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS "${folder}/exports.map")
   endif()
