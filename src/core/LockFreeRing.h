@@ -10,11 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/RealTime.h"
-
 namespace tesh::vimo {
 
-/// A ring of `capacity` entries that holds capacity - 1 records, for one writer and one reader at a time.
+/// A ring of `capacity` entries that holds capacity - 1 records, for one writer and one reader at a time. It bears no
+/// mark of the audio thread: whether `put` and `take` keep its rule is up to the record's copies.
 template <typename Record>
 class LockFreeRing {
  public:
@@ -22,7 +21,7 @@ class LockFreeRing {
   explicit LockFreeRing(std::size_t capacity) : entries(capacity < 1 ? 1 : capacity) {}
 
   /// Appends a record. A full ring drops it and gives false. Audio thread safe.
-  bool put(Record record) SIVRAY_NONBLOCKING {
+  bool put(Record record) {
     std::size_t current = writeIndex.load(std::memory_order_relaxed);
     const std::size_t next = following(current);
     if (next == readIndex.load(std::memory_order_acquire)) {
@@ -33,13 +32,13 @@ class LockFreeRing {
   }
 
   /// The oldest record without taking it, or null when the ring is empty. Reader only.
-  const Record* peek() const SIVRAY_NONBLOCKING {
+  const Record* peek() const {
     const std::size_t current = readIndex.load(std::memory_order_relaxed);
     return current == writeIndex.load(std::memory_order_acquire) ? nullptr : &entries[following(current)];
   }
 
   /// Takes the oldest record, or gives nothing when the ring is empty. Audio thread safe.
-  std::optional<Record> take() SIVRAY_NONBLOCKING {
+  std::optional<Record> take() {
     std::size_t current = readIndex.load(std::memory_order_relaxed);
     if (current == writeIndex.load(std::memory_order_acquire)) {
       return std::nullopt;

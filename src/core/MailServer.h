@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "core/TaggedHead.h"
 
 namespace tesh::cofu::core::impl {
@@ -45,8 +46,11 @@ class MailServer {
       node->next.store(nullptr, std::memory_order_relaxed);
       return *node;
     }
-    const std::lock_guard lock(mutex);
-    return makeNode();
+    // More mail waits than ever before, and its sender waits for a place.
+    return cofu::core::mayWait([this]() -> Node& {
+      const std::lock_guard lock(mutex);
+      return makeNode();
+    });
   }
 
   /// Gives a chain from `first` to `last` back in one step. Any thread; audio thread safe.

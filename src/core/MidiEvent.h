@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "core/RealTime.h"
+
 namespace tesh::vimo {
 
 /// One message. Copying a message of at most eight bytes without text allocates nothing.
@@ -30,10 +32,12 @@ class MidiEvent {
   std::uint32_t size() const { return byteCount; }
 
   /// The first byte with the channel masked off, or 0 for an empty message.
-  std::uint8_t status() const;
+  std::uint8_t status() const SIVRAY_NONBLOCKING;
 
   /// The byte at `index`, or 0 past the end.
-  std::uint8_t byteAt(std::uint32_t index) const { return index < byteCount ? data()[index] : std::uint8_t{0}; }
+  std::uint8_t byteAt(std::uint32_t index) const SIVRAY_NONBLOCKING {
+    return index < byteCount ? data()[index] : std::uint8_t{0};
+  }
 
   std::uint32_t frame = 0;      ///< Offset in the block, in frames.
   std::uint64_t timestamp = 0;  ///< Nanoseconds of the host's clock; 0 where the frame rules.

@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "effects/EffectSet.h"
 #include "effects/EffectTable.h"
 #include "effects/MultiEffectorParam.h"
@@ -32,26 +33,26 @@ class SivrayMultiEffector {
 
   /// Processes `count` frames in place. A larger block than kMaxBlock passes untouched; a count of 0 or below takes
   /// over pending changes alone.
-  void process(StereoBlock& block, int count);
+  void process(StereoBlock& block, int count) SIVRAY_NONBLOCKING;
 
   /// Clears the sound of every effect and ends all fades.
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
   /// Sets Type (0), Switch (1), Edit1 (2) or Edit2 (3), unclamped. Gives the value, or 0 for another index, which is
   /// ignored. A type outside the table leaves the sound as it is.
-  int setValue(int index, int value);
+  int setValue(int index, int value) SIVRAY_NONBLOCKING;
 
   /// The value now set; 0 for a bad index.
-  int value(int index) const;
+  int value(int index) const SIVRAY_NONBLOCKING;
 
   /// Tempo in tenths of a beat per minute.
-  void setTempo(int tempoTenths);
+  void setTempo(int tempoTenths) SIVRAY_NONBLOCKING;
 
   /// Hands a transport code (TransportCode) to the current effect.
-  void notify(int code);
+  void notify(int code) SIVRAY_NONBLOCKING;
 
   /// A transport message of the event stream: 2 restarts the rhythmic types, 3 restarts any type.
-  void transport(int message);
+  void transport(int message) SIVRAY_NONBLOCKING;
 
   MultiEffectorParam& parameter() { return parameterGroup; }
 

@@ -43,16 +43,16 @@ class DrumEngine {
   void noteOff(int note) SIVRAY_NONBLOCKING { allocator.noteOff(note); }
 
   /// Silences all voices and the effect.
-  void resetSound();
+  void resetSound() SIVRAY_NONBLOCKING;
 
   /// A transport message for the effect, see SivrayMultiEffector::transport.
   void transport(int message) SIVRAY_NONBLOCKING { effect.transport(message); }
 
   /// Sets a parameter from 0 .. 1 of its range. Unknown ids are ignored, what lies outside is the group's matter.
-  void setParameter(std::uint32_t id, float value);
+  void setParameter(std::uint32_t id, float value) SIVRAY_NONBLOCKING;
 
   /// The normalised value; -1 for an unknown id, 0 for a parameter without a range.
-  float getParameter(std::uint32_t id) const;
+  float getParameter(std::uint32_t id) const SIVRAY_NONBLOCKING;
 
   /// The number of integers that the parameter's range spans, less 1; -1 for an unknown id.
   std::int32_t parameterRange(std::uint32_t id) const;

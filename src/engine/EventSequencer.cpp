@@ -9,9 +9,9 @@ namespace tesh::bramel::plugin::sivray {
 namespace {
 
 /// Frame, then kind, then arrival: a total order, so that no stable sort with its buffer is needed.
-bool firesBefore(const SequencerEvent& a, const SequencerEvent& b) {
+constexpr auto firesBefore = [](const SequencerEvent& a, const SequencerEvent& b) {
   return std::tie(a.frame, a.kind, a.sequence) < std::tie(b.frame, b.kind, b.sequence);
-}
+};
 
 }  // namespace
 

@@ -66,7 +66,10 @@ class EventSequencer final : public IEventSequencer {
     explicit Intake(EventSequencer& sequencer) SIVRAY_NONBLOCKING : lock(sequencer.mutex), records(sequencer.pending) {}
 
     /// A new last record, to be filled in. Good until the next call.
-    SequencerEvent& add() { return records.emplace_back(); }
+    SequencerEvent& add() SIVRAY_NONBLOCKING {
+      // Within the room that is reserved, but where a host sends more in a block or sets parameters without rendering.
+      return cofu::core::mayWait([this]() -> SequencerEvent& { return records.emplace_back(); });
+    }
 
    private:
     cofu::core::RealTimeLock<std::recursive_mutex> lock;

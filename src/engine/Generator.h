@@ -58,12 +58,12 @@ class Generator {
   virtual std::string getParameterDisplay(std::uint32_t id) const = 0;
 
   /// Queues the tempo for the start of the next `process`.
-  virtual void tempoChanged(double bpm) = 0;
+  virtual void tempoChanged(double bpm) SIVRAY_NONBLOCKING = 0;
   virtual void setSampleRate(double rate) = 0;
 
   /// Start and end of playing; both silence everything that sounds.
-  virtual void activate() = 0;
-  virtual void deactivate() = 0;
+  virtual void activate() SIVRAY_NONBLOCKING = 0;
+  virtual void deactivate() SIVRAY_NONBLOCKING = 0;
 
   /// All settings as bytes, which stay good until the next call.
   virtual std::span<const std::uint8_t> getState() = 0;

@@ -26,15 +26,16 @@ class GlobalParameterDispatcher : public IParameter {
   std::string format(int, std::int32_t) const override { return {}; }
 
   const ParameterRow* info(int index) const override {
-    static constexpr ParameterRow kTempo{"BPMx10", 0, 3000, 1200};
-    static constexpr ParameterRow kTrigger{"Trigger", 0, 0, 0};
-    static constexpr ParameterRow kNoRow{"---", 0, 0, 0};
     return index == 0 ? &kTempo : (index == 1 ? &kTrigger : &kNoRow);
   }
 
   int indexOf(std::string_view) const override { return -1; }
 
  private:
+  static constexpr ParameterRow kTempo{"BPMx10", 0, 3000, 1200};
+  static constexpr ParameterRow kTrigger{"Trigger", 0, 0, 0};
+  static constexpr ParameterRow kNoRow{"---", 0, 0, 0};
+
   effects::SivrayMultiEffector& effect;
 };
 

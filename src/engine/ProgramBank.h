@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "parameters/IParameter.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -62,7 +63,7 @@ class ProgramBank {
   int getProgram() const { return currentProgram; }
 
   /// Copies a program (clamped to 0 .. 127) to the edit buffer and applies it. The current program is left alone.
-  void setProgram(int index);
+  void setProgram(int index) SIVRAY_NONBLOCKING;
 
   /// Captures the live values into the edit buffer and program `index`. A bad index stores nothing.
   void storeProgram(int index);

@@ -110,7 +110,7 @@ int Q57214DrumParameterInfo::indexOf(std::string_view name) const {
 }
 
 std::string Q57214DrumParameterInfo::waveText(std::int32_t wave) const {
-  return core.database().lookup(wave).name + " : " + threeDigits(wave);
+  return std::string(core.database().lookup(wave).name) + " : " + threeDigits(wave);
 }
 
 std::string Q57214DrumParameterInfo::format(int index, std::int32_t value) const {

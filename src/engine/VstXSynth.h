@@ -35,10 +35,12 @@ class VstXSynth {
   void processEvent(const SequencerMessage& message) SIVRAY_NONBLOCKING;
 
   /// Sets "BPMx10" (id 0) or "Trigger" (id 1).
-  void setGlobalParameterValue(std::uint32_t id, float value) { drumEngine.setParameter(id | kGlobalIds, value); }
+  void setGlobalParameterValue(std::uint32_t id, float value) SIVRAY_NONBLOCKING {
+    drumEngine.setParameter(id | kGlobalIds, value);
+  }
 
-  void suspend() { drumEngine.resetSound(); }
-  void resume() { drumEngine.resetSound(); }
+  void suspend() SIVRAY_NONBLOCKING { drumEngine.resetSound(); }
+  void resume() SIVRAY_NONBLOCKING { drumEngine.resetSound(); }
 
   DrumEngine& engine() { return drumEngine; }
   const DrumEngine& engine() const { return drumEngine; }

@@ -83,8 +83,11 @@ void Controller::selectProgram(std::uint64_t program, std::uint64_t bank, std::u
   }
   selected = {std::min(program, programCount(bank) - 1), bank};
   const ProgramRecord& record = *database(bank)->record(selected.program);
-  selectedName.assign(ProgramRecord::textOf(record.name));
-  selectedComment.assign(ProgramRecord::textOf(record.comment));
+  // No text of a record is longer than the room that both have from the start.
+  cofu::core::vouchFor([&] {
+    selectedName.assign(ProgramRecord::textOf(record.name));
+    selectedComment.assign(ProgramRecord::textOf(record.comment));
+  });
   selectedTime = record.time;
   for (std::size_t index = 0; index < macros.size(); ++index) {
     if (index >= record.entries.size()) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "macro/MacroParameterControl.h"
 #include "storage/programs/MacroProgramDatabaseDelegate.h"
 #include "storage/programs/ProgramDatabase.h"
@@ -35,25 +36,25 @@ class MacroControllerBase : public MacroProgramDatabaseDelegate, public MacroPar
 
   MacroControllerBase();
 
-  float macroValue(std::uint64_t index) const override;
-  std::uint64_t macroObject(std::uint64_t index) const override;
+  float macroValue(std::uint64_t index) const SIVRAY_NONBLOCKING override;
+  std::uint64_t macroObject(std::uint64_t index) const SIVRAY_NONBLOCKING override;
   const std::string& programName() const override { return selectedName; }
   const std::string& programComment() const override { return selectedComment; }
   std::uint32_t programTime() const override { return selectedTime; }
   void macrosChanged() override {}
 
   /// The value in force, read as macroValue reads the stored one.
-  float liveMacroValue(std::uint64_t index) const;
+  float liveMacroValue(std::uint64_t index) const SIVRAY_NONBLOCKING;
 
   std::uint64_t macroCount() const { return macros.size(); }
   /// Null past the list.
-  MacroParameterControl* macroAt(std::uint64_t index);
-  const MacroParameterControl* macroAt(std::uint64_t index) const;
+  MacroParameterControl* macroAt(std::uint64_t index) SIVRAY_NONBLOCKING;
+  const MacroParameterControl* macroAt(std::uint64_t index) const SIVRAY_NONBLOCKING;
   /// 0 past the list.
   float macroDefault(std::uint64_t index) const;
 
   /// The macro of a MIDI controller or of pitch bend, -1 where there is none.
-  std::int64_t macroForController(std::uint8_t number) const;
+  std::int64_t macroForController(std::uint8_t number) const SIVRAY_NONBLOCKING;
   bool hasController(std::uint8_t number) const { return ccMap.contains(number); }
   bool hasPitchBend() const { return ccMap.contains(kPitchBendKey); }
   std::int64_t macroForPitchBend() const { return macroForController(kPitchBendKey); }
@@ -71,8 +72,8 @@ class MacroControllerBase : public MacroProgramDatabaseDelegate, public MacroPar
   /// program leaves the others alone.
   void loadDatabase(std::uint64_t index, std::span<const std::uint8_t> image, std::uint64_t imageMacroCount,
                     ProgramDatabase::Mode mode);
-  const ProgramDatabase* database(std::uint64_t index) const;
-  std::uint64_t programCount(std::uint64_t index) const;
+  const ProgramDatabase* database(std::uint64_t index) const SIVRAY_NONBLOCKING;
+  std::uint64_t programCount(std::uint64_t index) const SIVRAY_NONBLOCKING;
   void storeCurrent(std::uint64_t index);
   void overwrite(std::uint64_t program, std::uint64_t bank);
   /// Bytes of the image as saveDatabase writes it.

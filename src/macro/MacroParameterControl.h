@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "macro/MacroParameterControlTarget.h"
 #include "macro/MacroSetBase.h"
 
@@ -58,6 +59,6 @@ class MacroParameterControl {
 };
 
 /// A value as a reader outside sees it: what is not a number counts as 0, the rest is limited to 0 .. 1.
-float cleanMacroValue(float value);
+float cleanMacroValue(float value) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::vimo

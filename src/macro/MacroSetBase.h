@@ -31,7 +31,7 @@ class MacroSetBase {
   virtual void serialize(std::uint8_t* out) const = 0;
 
   /// The engine parameter that the set drives.
-  virtual std::uint32_t targetId() const { return target; }
+  virtual std::uint32_t targetId() const SIVRAY_NONBLOCKING { return target; }
   virtual void setTargetId(std::uint32_t id) { target = id; }
 
   /// The curve, for x from 0 to 1. Audio thread.
@@ -43,7 +43,7 @@ class MacroSetBase {
   virtual BoxedValue property(std::uint32_t index) const = 0;
 
   /// What becomes of a macro's non-numeric value.
-  virtual std::uint64_t mapObject(std::uint64_t object) const { return object; }
+  virtual std::uint64_t mapObject(std::uint64_t object) const SIVRAY_NONBLOCKING { return object; }
 
   virtual void setProperty(std::uint32_t index, BoxedValue value) = 0;
 

@@ -25,20 +25,20 @@ class IParameter {
   virtual ~IParameter() = default;
 
   /// The number of parameters in the group.
-  virtual int count() const = 0;
+  virtual int count() const SIVRAY_NONBLOCKING = 0;
 
   /// Stores the integer at `value`; a group that clamps writes the clamped value back. A bad index is ignored.
   /// Gives the value that was taken, or 0.
-  virtual int setValue(int index, std::int32_t* value) = 0;
+  virtual int setValue(int index, std::int32_t* value) SIVRAY_NONBLOCKING = 0;
 
   /// The integer at `index`; what a bad index gives is the group's own matter.
-  virtual std::int32_t value(int index) const = 0;
+  virtual std::int32_t value(int index) const SIVRAY_NONBLOCKING = 0;
 
   /// The display text that `value` has at `index`; empty where there is none.
   virtual std::string format(int index, std::int32_t value) const = 0;
 
   /// The row at `index`, or null where the group has none. Good until the next call.
-  virtual const ParameterRow* info(int index) const = 0;
+  virtual const ParameterRow* info(int index) const SIVRAY_NONBLOCKING = 0;
 
   /// The index of the row named `name`, or -1.
   virtual int indexOf(std::string_view name) const = 0;

@@ -14,7 +14,7 @@ void BramelTooltipProvider::setValue(std::uint64_t index, float value) {
     return;
   }
   if (index >= values.size()) {
-    values.resize(static_cast<std::size_t>(index) + 1);
+    cofu::core::vouchFor([&] { values.resize(static_cast<std::size_t>(index) + 1); });  // Not after `reserve`.
   }
   values[static_cast<std::size_t>(index)] = value;
 }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::tooltip {
 
 /// Not thread-safe: its owner guards it.
@@ -22,7 +24,7 @@ class BramelTooltipProvider {
 
   /// The last value; 0 for a parameter that has had none. Any index below kLongestList is good, others read 0.
   float getValue(std::uint64_t index);
-  void setValue(std::uint64_t index, float value);
+  void setValue(std::uint64_t index, float value) SIVRAY_NONBLOCKING;
 
   /// Makes room for `count` values, so that setting them allocates nothing.
   void reserve(std::size_t count) { values.resize(count); }

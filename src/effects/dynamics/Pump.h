@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
@@ -17,15 +18,15 @@ class Pump {
 
   Pump();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 note value, 1 attack; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
   /// Tempo in tenths of a beat per minute; 0 and below stop the oscillator. Any thread.
-  void setTempo(int tempoTenths);
+  void setTempo(int tempoTenths) SIVRAY_NONBLOCKING;
 
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
  private:
   void updateStep();

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SmoothedValue.h"
@@ -16,12 +17,12 @@ class Q60393Distortion {
  public:
   Q60393Distortion();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 gain, 1 level; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
   bool immediate = false;
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
@@ -16,12 +17,12 @@ class Q60393Drive {
  public:
   Q60393Drive();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 drive, 1 level; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
   bool immediate = false;
 

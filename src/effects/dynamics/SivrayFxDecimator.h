@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/dynamics/DecimatorTables.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/KnobTables.h"
@@ -15,12 +16,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// The core of "Decimator": Edit1 is the rate (44100 down to 1000 Hz), Edit2 the balance.
 class SivrayFxDecimator {
  public:
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 rate, 1 balance; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
  private:
   std::uint16_t step = decimatorSteps[64];

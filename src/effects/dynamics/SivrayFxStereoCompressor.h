@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "effects/dynamics/CompressorGain.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
@@ -15,12 +16,12 @@ struct SivrayFxStereoCompressor {
    public:
     StereoCompressorImpl();
 
-    void process(StereoBlock& block, unsigned count);
+    void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
     /// Index 0 sensitivity, 1 attack; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-    int setEdit(unsigned index, int value);
+    int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
-    void reset();
+    void reset() SIVRAY_NONBLOCKING;
 
     bool immediate = false;
 

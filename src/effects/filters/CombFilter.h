@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/StereoBlock.h"
 
@@ -17,13 +18,13 @@ class CombFilter {
  public:
   CombFilter();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 delay, 1 feedback; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
   /// Silences the feedback; what stands in the lines stays.
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
  private:
   static constexpr std::size_t kLineLength = 2048;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/StereoBlock.h"
 
@@ -14,14 +15,14 @@ class PeakingEQ {
  public:
   PeakingEQ();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 frequency, 1 gain, 2 Q (0.1 to 5.0, 1.0 at 64); the value is masked to 7 bits and given back. Other
   /// indices give 0. Any thread; the coefficients change at once, one after the other.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
   /// Clears the filter memory.
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
  private:
   /// Filter memory of one channel, 9 bits above a sample.

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/filters/TolvanLaw.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/PendingSettings.h"
@@ -26,7 +27,7 @@ class SivrayFxTolvanFilter : public SivrayFx {
   void notify(int code) override;
 
   /// Clears the filter memory and nothing else. Audio thread.
-  virtual void clearFilter();
+  virtual void clearFilter() SIVRAY_NONBLOCKING;
 
  private:
   struct Settings {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/StereoBlock.h"
 
@@ -26,7 +27,7 @@ struct FloatBlock {
 /// What every BasicEffect keeps.
 struct BasicEffectState {
   /// A hook that some effects call once per sample.
-  using TickListener = void (*)(BasicEffect& effect);
+  using TickListener = void (*)(BasicEffect& effect) SIVRAY_NONBLOCKING;
 
   /// Samples per channel of one scratch run.
   static constexpr unsigned kRunSamples = 256;
@@ -58,25 +59,25 @@ class BasicEffect {
   virtual float preferredSampleRate() const { return 44100.0F; }
   virtual bool supportsSampleRate(float rate) const { return rate == 44100.0F; }
 
-  virtual void reset() {}
-  virtual void activate() { state->active = 1; }
-  virtual void deactivate() { state->active = 0; }
-  virtual bool isActive() const { return state->active != 0; }
+  virtual void reset() SIVRAY_NONBLOCKING {}
+  virtual void activate() SIVRAY_NONBLOCKING { state->active = 1; }
+  virtual void deactivate() SIVRAY_NONBLOCKING { state->active = 0; }
+  virtual bool isActive() const SIVRAY_NONBLOCKING { return state->active != 0; }
 
-  virtual unsigned parameterCount() const { return 0; }
+  virtual unsigned parameterCount() const SIVRAY_NONBLOCKING { return 0; }
 
   /// The stored value, 0.0 past the end.
-  virtual float parameter(unsigned index) const;
+  virtual float parameter(unsigned index) const SIVRAY_NONBLOCKING;
 
   /// Stores the value; past the end it stores nothing.
-  virtual void setParameter(unsigned index, float value);
+  virtual void setParameter(unsigned index, float value) SIVRAY_NONBLOCKING;
 
   /// True when sound may follow after the input has ended.
-  virtual bool hasTail() const { return true; }
+  virtual bool hasTail() const SIVRAY_NONBLOCKING { return true; }
 
   /// Process `count` samples per channel; `in` and `out` may be the same block.
-  virtual void processFloat(FloatBlock in, FloatBlock out, unsigned count);
-  virtual void processInt16(Int16Block in, Int16Block out, unsigned count);
+  virtual void processFloat(FloatBlock in, FloatBlock out, unsigned count) SIVRAY_NONBLOCKING;
+  virtual void processInt16(Int16Block in, Int16Block out, unsigned count) SIVRAY_NONBLOCKING;
 
  protected:
   /// Makes room for `parameterCount()` values and sets each to 0.0 through the virtual `setParameter`.
@@ -86,13 +87,15 @@ class BasicEffect {
 };
 
 /// Limited to -1.0 .. 1.0, times 32767, truncated.
-constexpr std::int16_t int16FromFloat(float sample) {
+constexpr std::int16_t int16FromFloat(float sample) SIVRAY_NONBLOCKING {
   const float upper = sample < 1.0F ? sample : 1.0F;
   const float limited = upper > -1.0F ? upper : -1.0F;
   return static_cast<std::int16_t>(limited * 32767.0F);
 }
 
 /// Times 1/32767, so that full scale comes back as 1.0.
-constexpr float floatFromInt16(std::int16_t sample) { return static_cast<float>(sample) * 3.051851e-5F; }
+constexpr float floatFromInt16(std::int16_t sample) SIVRAY_NONBLOCKING {
+  return static_cast<float>(sample) * 3.051851e-5F;
+}
 
 }  // namespace tesh::vimo

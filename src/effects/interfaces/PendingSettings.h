@@ -5,6 +5,8 @@
 #include <atomic>
 #include <mutex>
 
+#include "core/RealTimeLock.h"
+
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// Sample indices in a block at which pending settings are taken: multiples of this.
@@ -21,23 +23,23 @@ class PendingSettings {
 
   /// Puts a complete set in place. Any thread.
   void post(const Settings& settings) {
-    const std::lock_guard lock(mutex);
+    const cofu::core::RealTimeLock lock(mutex);
     pending = settings;
     dirty.store(true, std::memory_order_release);
   }
 
   /// Raises the flag without changing the set.
   void raise() {
-    const std::lock_guard lock(mutex);
+    const cofu::core::RealTimeLock lock(mutex);
     dirty.store(true, std::memory_order_release);
   }
 
   /// Copies the pending set to `live` if one has come. Gives true when it did. Audio thread.
-  bool takeInto(Settings& live) {
+  bool takeInto(Settings& live) SIVRAY_NONBLOCKING {
     if (!dirty.load(std::memory_order_acquire)) {
       return false;
     }
-    const std::lock_guard lock(mutex);
+    const cofu::core::RealTimeLock lock(mutex);
     live = pending;
     dirty.store(false, std::memory_order_relaxed);
     return true;
@@ -45,7 +47,7 @@ class PendingSettings {
 
   /// A copy of the pending set. Any thread.
   Settings peek() const {
-    const std::lock_guard lock(mutex);
+    const cofu::core::RealTimeLock lock(mutex);
     return pending;
   }
 

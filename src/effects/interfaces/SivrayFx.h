@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "effects/interfaces/StereoBlock.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -27,33 +28,33 @@ class SivrayFx {
   virtual ~SivrayFx() = default;
 
   /// Processes `count` samples per channel in place; 0 leaves the block alone.
-  virtual void process(StereoBlock& block, unsigned count) = 0;
+  virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
   /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Gives the value that was taken.
-  virtual int setParameter(unsigned index, int value) = 0;
+  virtual int setParameter(unsigned index, int value) SIVRAY_NONBLOCKING = 0;
 
   /// Tempo in tenths of a beat per minute, 1200 for 120.0.
-  virtual void setTempo(int tempoTenths) { static_cast<void>(tempoTenths); }
+  virtual void setTempo(int tempoTenths) SIVRAY_NONBLOCKING { static_cast<void>(tempoTenths); }
 
   /// Puts a rhythmic clock back to its start at the next sample.
-  virtual void restartPhase() {}
+  virtual void restartPhase() SIVRAY_NONBLOCKING {}
 
   /// Clears the sound state and puts smoothed values on their targets.
-  virtual void reset() = 0;
+  virtual void reset() SIVRAY_NONBLOCKING = 0;
 
   /// The effect is about to be used: claims what it needs.
-  virtual void wake() {}
+  virtual void wake() SIVRAY_NONBLOCKING {}
 
   /// The effect has gone out of use.
-  virtual void sleep() {}
+  virtual void sleep() SIVRAY_NONBLOCKING {}
 
-  virtual bool isAwake() const { return true; }
+  virtual bool isAwake() const SIVRAY_NONBLOCKING { return true; }
 
   /// In immediate mode smoothed values go to their targets within a sample or two.
-  virtual void setImmediate(bool on) = 0;
+  virtual void setImmediate(bool on) SIVRAY_NONBLOCKING = 0;
 
   /// A transport message, see TransportCode.
-  virtual void notify(int code) = 0;
+  virtual void notify(int code) SIVRAY_NONBLOCKING = 0;
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

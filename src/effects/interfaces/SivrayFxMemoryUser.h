@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray::effects {
 
 class SivrayFxMemoryUser;
@@ -16,7 +18,7 @@ class SivrayFxMemoryAssigner {
 
   /// The area for the next effect to start: another one than the last call gave, at least as large as the largest
   /// `requiredSamples` of all users, and not cleared. Audio thread; a user calls it first in its `reset`.
-  virtual std::int16_t* acquire() = 0;
+  virtual std::int16_t* acquire() SIVRAY_NONBLOCKING = 0;
 
   /// Registers a user and makes room for it. Construction only: areas handed out before are void.
   virtual void add(SivrayFxMemoryUser* user) = 0;
@@ -28,7 +30,7 @@ class SivrayFxMemoryUser {
   virtual ~SivrayFxMemoryUser() = default;
 
   /// The number of 16-bit samples that the effect needs.
-  virtual std::size_t requiredSamples() const = 0;
+  virtual std::size_t requiredSamples() const SIVRAY_NONBLOCKING = 0;
 
   SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
 };

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray::effects {
 
 inline constexpr std::size_t kNoteCount = 14;
@@ -35,6 +37,6 @@ constexpr std::size_t lfoNoteIndex(int knob) {
 /// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that `knob` chooses at `bpm`:
 /// 2 / (length / bpm) * 2^31, truncated, in single precision. A tempo of 0 or below gives 0, one
 /// far beyond any music the largest step.
-std::int32_t tempoStep(int knob, float bpm);
+std::int32_t tempoStep(int knob, float bpm) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

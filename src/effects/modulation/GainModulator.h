@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
@@ -13,8 +14,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// The common part of two effect cores, which add how Edit1 makes the oscillator's step.
 class GainModulator {
  public:
-  void process(StereoBlock& block, unsigned count);
-  void reset();
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
+  void reset() SIVRAY_NONBLOCKING;
 
   bool immediate = false;
 
@@ -24,7 +25,7 @@ class GainModulator {
 
   /// Index 1 depth, 2 wave form (limited to 0 .. 4), 3 spread, 4 smoothing (masked to 7 bits). Gives the value that was
   /// taken, 0 for other indices. Any thread.
-  int setShape(unsigned index, int value);
+  int setShape(unsigned index, int value) SIVRAY_NONBLOCKING;
 
   /// Phase step per sample.
   Relaxed<std::int32_t> lfoStep;

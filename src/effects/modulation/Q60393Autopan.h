@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "effects/modulation/GainModulator.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -12,10 +13,10 @@ class Q60393Autopan : public GainModulator {
   Q60393Autopan() : GainModulator(127) { updateStep(); }
 
   /// Index 0 note value, masked to 7 bits; the others as `GainModulator::setShape`. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
   /// Tempo in tenths of a beat per minute; 0 and below stop the oscillator. Any thread.
-  void setTempo(int tempoTenths);
+  void setTempo(int tempoTenths) SIVRAY_NONBLOCKING;
 
  private:
   void updateStep();

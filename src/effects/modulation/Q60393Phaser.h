@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
@@ -17,13 +18,13 @@ class Q60393Phaser {
  public:
   Q60393Phaser();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 speed, 1 depth, 2 manual (masked to 7 bits), 3 resonance, 4 dry/wet (limited to -127 .. 127). Gives the
   /// value that was taken, 0 for other indices. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
   bool immediate = false;
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "effects/modulation/GainModulator.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -12,7 +13,7 @@ class Q60393Tremolo : public GainModulator {
   Q60393Tremolo() : GainModulator(0) { setEdit(0, 72); }
 
   /// Index 0 speed, masked to 7 bits; the others as `GainModulator::setShape`. Any thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SivrayFx.h"
@@ -65,8 +66,8 @@ class SivrayFxIMarloEffects : public SivrayFx {
   void takeSettings();
   void advance();
   float rightPhase() const;
-  float chorus(Channel& channel, float lfoPhase, float x) const;
-  float phaser(Channel& channel, float lfoPhase, float x) const;
+  float chorus(Channel& channel, float lfoPhase, float x) const SIVRAY_NONBLOCKING;
+  float phaser(Channel& channel, float lfoPhase, float x) const SIVRAY_NONBLOCKING;
   float ensemble(const Channel& channel, const Bank& bank) const;
   void advanceEnsemble();
 

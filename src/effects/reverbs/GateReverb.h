@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SmoothedValue.h"
@@ -14,7 +15,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 class ReverbGate {
  public:
   /// Open and in its hold, with the hold time unused.
-  void reset() { *this = ReverbGate(); }
+  void reset() SIVRAY_NONBLOCKING { *this = ReverbGate(); }
 
   /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Gives the gain in Q15.
   std::int32_t step(std::int32_t left, std::int32_t right, std::int32_t holdStep);
@@ -40,13 +41,13 @@ class GateReverb {
 
   GateReverb();
 
-  void setMemory(std::int16_t* memory) { network.setMemory(memory); }
-  void process(StereoBlock& block, unsigned count);
+  void setMemory(std::int16_t* memory) SIVRAY_NONBLOCKING { network.setMemory(memory); }
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Edit1 (index 0) or Edit2 (1), 7 bits; another index is ignored and gives 0.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
   bool immediate = false;
 

@@ -53,8 +53,11 @@ const HallRow& hallDampers() {
 }
 
 const HallRow& hallGains(unsigned knob) {
-  static const std::array<HallRow, kKnobValues> gains = makeGains();
-  return gains[knob & 127];
+  // Made when the first hall is.
+  return cofu::core::vouchFor([knob]() -> const HallRow& {
+    static const std::array<HallRow, kKnobValues> gains = makeGains();
+    return gains[knob & 127];
+  });
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray::effects {
 
 inline constexpr std::size_t kHallLanes = 4;
@@ -39,6 +41,6 @@ inline constexpr HallRow kDiffuserCoefficients{-18251, -16940, -17595, -17661};
 const HallRow& hallDampers();
 
 /// Loop gains of the four combs (Q15, alternating in sign) for a knob value: 0.1 s at 0 up to 10 s at 127.
-const HallRow& hallGains(unsigned knob);
+const HallRow& hallGains(unsigned knob) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -45,7 +45,8 @@ SivrayFxReverbSmoothHall::SivrayFxReverbSmoothHall()
 void SivrayFxReverbSmoothHall::activate() {
   BasicEffect::activate();
   if (memory.empty()) {
-    memory.resize(kMemorySamples);
+    // Whoever makes the effect wakes it before audio runs.
+    cofu::core::mayWait([this] { memory.resize(kMemorySamples); });
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/StereoBlock.h"
@@ -18,18 +19,18 @@ class Slicer {
 
   Slicer();
 
-  void process(StereoBlock& block, unsigned count);
+  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
 
   /// Index 0 note value, 1 hold time, 2 depth, 4 smoothing of the gate; the value is masked to 7 bits and given back.
   /// Index 3 stands for an output level that the hold time decides instead: it changes nothing. Others give 0. Any
   /// thread.
-  int setEdit(unsigned index, int value);
+  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
 
   /// Tempo in tenths of a beat per minute; 0 and below stop the oscillator. Any thread.
-  void setTempo(int tempoTenths);
+  void setTempo(int tempoTenths) SIVRAY_NONBLOCKING;
 
   /// Restarts the cycle at the next sample with the gate shut; the make-up level stays.
-  void reset();
+  void reset() SIVRAY_NONBLOCKING;
 
  private:
   void updateStep();

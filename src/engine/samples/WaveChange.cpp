@@ -32,8 +32,8 @@ void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   PcmSlot& slot = pool.slot(pad);
   // Behind the longest stretch written so far the memory is still zero, and need not be made so again.
   const std::uint64_t cleared = std::max(frames, slot.writtenFrames);
-  const cofu::core::MayWait wait;  // a change of wave is the one place where the audio thread may wait for the disk
-  const std::size_t read = file.read(pool.memoryOf(pad), offsets, frames, cleared);
+  // A change of wave is the one place where the audio thread may wait for the disk.
+  const std::size_t read = cofu::core::mayWait([&] { return file.read(pool.memoryOf(pad), offsets, frames, cleared); });
   if (read != 0) {
     slot.writtenFrames = read;
   }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "engine/samples/PcmFile.h"
 #include "engine/samples/PcmPool.h"
 #include "parameters/IParameter.h"
@@ -22,7 +23,7 @@ class WaveChangeStep : public IParameter {
   int indexOf(std::string_view) const override { return 0; }
 
  protected:
-  virtual void run(std::size_t pad, std::int32_t wave) = 0;
+  virtual void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING = 0;
 
   PcmPool& pool;
 };
@@ -33,7 +34,7 @@ class PrepareWaveChange final : public WaveChangeStep {
   using WaveChangeStep::WaveChangeStep;
 
  protected:
-  void run(std::size_t pad, std::int32_t wave) override;
+  void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
 /// Reads the wave into the pad's memory, in place. Voices on the pad read on meanwhile, on this same thread or under
@@ -43,7 +44,7 @@ class PCMLoadTask final : public WaveChangeStep {
   PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile) : WaveChangeStep(sampleMemory), file(sampleFile) {}
 
  protected:
-  void run(std::size_t pad, std::int32_t wave) override;
+  void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 
  private:
   PcmFile& file;
@@ -55,7 +56,7 @@ class PCMLoadAck final : public WaveChangeStep {
   using WaveChangeStep::WaveChangeStep;
 
  protected:
-  void run(std::size_t pad, std::int32_t wave) override;
+  void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
 /// Runs the three steps at once, on the calling thread.

@@ -54,7 +54,7 @@ const WaveDatabase::SampleRecord* WaveDatabase::sampleAt(std::uint32_t index) co
 }
 
 WaveInfo WaveDatabase::lookup(std::int64_t id) {
-  loadOnce();
+  cofu::core::mayWait([this] { loadOnce(); });  // Whoever makes the pads sets their waves, and so reads the tables.
   if (id < 0 || id >= static_cast<std::int64_t>(waves.size())) {
     return {};
   }

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 /// What a wave number stands for. Positions are sample indices into drumdata.bin, ends inclusive. A wave that cannot be
@@ -20,19 +22,19 @@ struct WaveInfo {
   std::uint32_t leftEnd = 0;
   std::uint32_t rightEnd = 0;
   float sampleRate = 44100.0F;
-  std::string name;
+  std::string_view name;  ///< Of the tables; good until they are read again.
   std::uint32_t type = 0;
 };
 
-/// The tables of sampleparam.bin and drumparam.bin. They are read on first use and kept. Lookups allocate nothing: a
-/// wave's name has at most twelve characters.
+/// The tables of sampleparam.bin and drumparam.bin. They are read on first use and kept.
 class WaveDatabase {
  public:
   /// `folderName` is the folder of the index files inside the resource directory.
   explicit WaveDatabase(std::string_view folderName);
 
-  /// The wave numbered `id`; any number may be asked for. A record with a rate of 0 is answered with 44100.
-  WaveInfo lookup(std::int64_t id);
+  /// The wave numbered `id`; any number may be asked for. A record with a rate of 0 is answered with 44100. Audio
+  /// thread safe once the tables have been read.
+  WaveInfo lookup(std::int64_t id) SIVRAY_NONBLOCKING;
 
   /// The number of waves, 0 when there are no index files.
   std::int32_t waveCount();

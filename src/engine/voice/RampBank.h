@@ -85,7 +85,7 @@ class RampBank {
   std::int32_t*& destination(std::int32_t position) { return destinations[static_cast<std::size_t>(position)]; }
 
   void swapPositions(std::int32_t a, std::int32_t b);
-  void retireArrived();
+  void retireArrived() SIVRAY_NONBLOCKING;
 
   std::array<std::int32_t, kPositions> slotToPosition;
   std::array<std::int32_t, kPositions> positionToSlot;

@@ -47,7 +47,7 @@ class VoiceAllocator {
   void render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
 
   /// The peak of the pad's voice in the last render, 0 to 32767; side 0 is left, 1 is right. Out of range gives 0.
-  std::int32_t padLevel(unsigned pad, unsigned side) const;
+  std::int32_t padLevel(unsigned pad, unsigned side) const SIVRAY_NONBLOCKING;
 
  private:
   const PadValues* padAt(int pad) const;

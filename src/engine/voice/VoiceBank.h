@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 class PadValues;
@@ -36,7 +38,7 @@ struct VoiceBank {
   VoiceBank();
 
   /// Exchanges everything that lane `a` and lane `b` hold.
-  void swapLanes(std::size_t a, std::size_t b);
+  void swapLanes(std::size_t a, std::size_t b) SIVRAY_NONBLOCKING;
 
   // What the kernels work on.
   LaneWords positionQ12;   ///< read position

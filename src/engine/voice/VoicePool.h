@@ -39,19 +39,19 @@ class VoicePool {
 
  private:
   void makeRamps(std::size_t lane);
-  std::int32_t rampOf(std::size_t lane, LaneRamp ramp) const;
+  std::int32_t rampOf(std::size_t lane, LaneRamp ramp) const SIVRAY_NONBLOCKING;
   std::int32_t* fieldOf(std::size_t lane, LaneRamp ramp);
 
-  void startVoice(std::size_t lane);
-  void startPending(std::size_t voices);
+  void startVoice(std::size_t lane) SIVRAY_NONBLOCKING;
+  void startPending(std::size_t voices) SIVRAY_NONBLOCKING;
   void startWave(std::size_t lane);
   void startTone(std::size_t lane);
   void startEnvelope(std::size_t lane);
   void startLevels(std::size_t lane);
-  void sendTo(std::size_t lane, std::int32_t bus);
-  void controlUpdate(std::size_t lane);
-  void updateGains(std::size_t lane);
-  void updatePitch(std::size_t lane);
+  void sendTo(std::size_t lane, std::int32_t bus) SIVRAY_NONBLOCKING;
+  void controlUpdate(std::size_t lane) SIVRAY_NONBLOCKING;
+  void updateGains(std::size_t lane) SIVRAY_NONBLOCKING;
+  void updatePitch(std::size_t lane) SIVRAY_NONBLOCKING;
 
   int planRun(int frames, std::size_t voices);
   int framesToWaveEnd(std::size_t lane, int frames) const;

@@ -45,8 +45,10 @@ VoiceTables::VoiceTables() : velocity{}, lowBoost{}, semitone{}, cent{} {
 }
 
 const VoiceTables& voiceTables() {
-  static const VoiceTables tables;
-  return tables;
+  return cofu::core::vouchFor([]() -> const VoiceTables& {
+    static const VoiceTables tables;
+    return tables;
+  });
 }
 
 std::int32_t levelValue(std::int32_t level, std::int32_t velocity, bool muted) {

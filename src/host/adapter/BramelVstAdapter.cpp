@@ -94,7 +94,8 @@ void BramelVstAdapter::processReplacing(float** inputs, float** outputs, std::in
 }
 
 void BramelVstAdapter::takeTimeInfo() {
-  const VstTimeInfo* const time = getTimeInfo(kWantedTime);
+  // How the host finds its answer is its own matter.
+  const VstTimeInfo* const time = cofu::core::mayWait([this] { return getTimeInfo(kWantedTime); });
   if (time == nullptr) {
     return;
   }

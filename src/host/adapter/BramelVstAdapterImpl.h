@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "host/adapter/BramelVstAdapter.h"
 #include "host/adapter/KeyLights.h"
 #include "host/shell/BramelInstrument.h"
@@ -20,7 +21,7 @@ class BramelVstAdapter::Impl {
   explicit Impl(const std::shared_ptr<BramelInstrumentBase>& base);
 
   /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter.
-  std::uint64_t parameterId(std::int32_t index) const;
+  std::uint64_t parameterId(std::int32_t index) const SIVRAY_NONBLOCKING;
 
   BramelVstAdapter* owner = nullptr;
   std::shared_ptr<Callback> callback;  ///< The instrument holds it weakly.

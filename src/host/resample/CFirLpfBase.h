@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "host/resample/COversamplingFilterCoeffs.h"
 
 namespace tesh::bramel::vst {
@@ -23,10 +24,11 @@ class CFirLpfBase {
   virtual std::int32_t step() const { return 1; }
 
   /// Forgets the signal; the design stays. Audio thread.
-  virtual void reset() = 0;
+  virtual void reset() SIVRAY_NONBLOCKING = 0;
 
   /// Filters `frames` frames of every channel and gives the number of frames made. Audio thread.
-  virtual std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames) = 0;
+  virtual std::size_t process(const float* const* inputs, float* const* outputs,
+                              std::size_t frames) SIVRAY_NONBLOCKING = 0;
 
   /// Describes the prototype: its length in coefficients, the signal's rate and the cut-off in Hz, the gain in dB.
   virtual void design(std::int32_t length, std::int32_t rate, std::int32_t cutoffHz, double gainDb);

@@ -95,7 +95,7 @@ void CFsConverterWrapper::setBlockSize(std::int32_t size) {
   listener->onMaxBlockSize(hostBlockSize);
 }
 
-void CFsConverterWrapper::process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
+void CFsConverterWrapper::process(float** inputs, float** outputs, std::int32_t frames) {
   if (frames <= 0 || outputs == nullptr || outputs[0] == nullptr || outputs[1] == nullptr) {
     return;
   }
@@ -159,7 +159,7 @@ void CFsConverterWrapper::readRings(Channels outputs, std::size_t frames) {
   ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & kRingMask;
 }
 
-void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING {
+void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) {
   VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
   for (std::int32_t i = 0; i < vstEvents.numEvents; ++i) {
     const VstEvent* const event = events[i];

@@ -47,13 +47,13 @@ class CFsConverterWrapper {
   virtual void setSampleRate(float rate);
 
   /// Takes note of the longest block, 32 frames at least, and tells the listener.
-  virtual void setBlockSize(std::int32_t size);
+  virtual void setBlockSize(std::int32_t size) SIVRAY_NONBLOCKING;
 
   virtual float sampleRate() const { return hostRate; }
   virtual std::int32_t blockSize() const { return hostBlockSize; }
 
   /// The block without its brackets: what `process` does between onBeginBlock and onEndBlock.
-  virtual void render(float** inputs, float** outputs, std::int32_t frames);
+  virtual void render(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
   /// Below, one host frame is more engine frames than the buffers hold; above, one engine frame is a noticeable part of
   /// a host block that they hold.

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "core/RealTime.h"
 #include "host/resample/CFirLpfBase.h"
 #include "host/resample/ResampleKernel.h"
 
@@ -32,7 +33,7 @@ class CFscBase : public CFirLpfBase {
   static constexpr std::size_t kPartFrames = 512;
 
   /// Appends up to kPartFrames frames to every channel's history.
-  void store(const float* const* inputs, std::size_t offset, std::size_t frames);
+  void store(const float* const* inputs, std::size_t offset, std::size_t frames) SIVRAY_NONBLOCKING;
 
   /// The window that ends with the newest of the last `frames` frames' first one.
   const float* window(std::size_t channel, std::size_t frames) const {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "host/resample/CFsConvListener.h"
 
 namespace tesh::bramel::vst {
@@ -16,11 +17,11 @@ class HostEventRing {
   static constexpr std::size_t kCapacity = 1024;
 
   /// Appends a message for `frame`. A full ring first delivers its older half at once, with frames unchanged.
-  void enter(std::uint32_t packed, std::int32_t frame, CFsConvListener& listener);
+  void enter(std::uint32_t packed, std::int32_t frame, CFsConvListener& listener) SIVRAY_NONBLOCKING;
 
   /// Delivers the messages of the next `frames` frames up to the first that lies past them, frames below 0 as 0, and
   /// moves those that stay that much nearer.
-  void dispatch(std::int32_t frames, CFsConvListener& listener);
+  void dispatch(std::int32_t frames, CFsConvListener& listener) SIVRAY_NONBLOCKING;
 
   std::size_t size() const { return eventCount; }
 

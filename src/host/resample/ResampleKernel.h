@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <span>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::vst {
 
 /// Four taps of a phase's table, oldest frame first, and the same four of the next phase's.
@@ -61,7 +63,7 @@ struct ResampleRun {
 };
 
 /// Makes all output frames that lie within the run, moves `position` past them and gives their number.
-using ResampleKernelRun = std::size_t (*)(const ResampleRun& run, ResamplePosition& position);
+using ResampleKernelRun = std::size_t (*)(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
 
 struct ResampleKernel {
   const char* name;

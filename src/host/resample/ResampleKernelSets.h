@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "host/resample/ResampleKernel.h"
 
 namespace tesh::bramel::vst {
 
-std::size_t runResampleSse2(const ResampleRun& run, ResamplePosition& position);
-std::size_t runResampleAvx2(const ResampleRun& run, ResamplePosition& position);
+std::size_t runResampleSse2(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
+std::size_t runResampleAvx2(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::vst

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "core/RealTimeLock.h"
 #include "core/Uuid.h"
 #include "host/shell/BramelInstrumentImpl.h"
 
@@ -70,12 +71,12 @@ std::uint64_t BramelInstrument::mapParameterSteps(std::uint64_t, std::uint64_t s
 float BramelInstrument::mapValueToHost(std::uint64_t, float value) const { return value; }
 float BramelInstrument::mapValueFromHost(std::uint64_t, float value) const { return value; }
 
-void BramelInstrument::process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
+void BramelInstrument::process(float** inputs, float** outputs, std::int32_t frames) {
   impl->process(inputs, outputs, frames);
 }
 
 void BramelInstrument::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  const std::lock_guard lock(impl->mainMutex);
+  const cofu::core::RealTimeLock lock(impl->mainMutex);
   impl->sendMidi(data, size, deltaFrames);
 }
 
@@ -94,7 +95,7 @@ void BramelInstrument::setSampleRate(float rate) {
 }
 
 void BramelInstrument::setTempo(float bpm) {
-  const std::lock_guard lock(impl->mainMutex);
+  const cofu::core::RealTimeLock lock(impl->mainMutex);
   if (!std::isfinite(bpm) || bpm == impl->tempo) {
     return;
   }

@@ -38,19 +38,19 @@ class BramelInstrument : public BramelInstrumentBase {
 
   virtual std::uint64_t mapParameterSteps(std::uint64_t index, std::uint64_t steps) const;
   virtual float mapValueToHost(std::uint64_t index, float value) const;
-  virtual float mapValueFromHost(std::uint64_t index, float value) const;
+  virtual float mapValueFromHost(std::uint64_t index, float value) const SIVRAY_NONBLOCKING;
 
   // Audio and time, in frames of the host. The audio thread calls the first two and `setTempo`.
 
   /// One block. Null inputs stand for silence; with a null output nothing happens.
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
   /// A MIDI message for the next block, `deltaFrames` from its start.
-  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
   /// A message of the on-screen keyboard; it goes out to the host as well. Ignored while not active.
   void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
   /// A rate that is not above 0 or not finite is ignored.
   void setSampleRate(float rate);
-  void setTempo(float bpm);
+  void setTempo(float bpm) SIVRAY_NONBLOCKING;
   void resume();
   void suspend();
   bool isActive() const;
@@ -62,7 +62,7 @@ class BramelInstrument : public BramelInstrumentBase {
   /// Of all.
   std::uint64_t cachedParameterCount() const;
   /// kNoParameter out of range.
-  std::uint64_t parameterId(std::uint64_t visibleIndex) const;
+  std::uint64_t parameterId(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING;
   std::string parameterName(std::uint64_t id) const;
   /// The text of the value that was given last.
   std::string parameterDisplay(std::uint64_t id) const;
@@ -72,7 +72,7 @@ class BramelInstrument : public BramelInstrumentBase {
   float parameterValue(std::uint64_t id);
   std::uint64_t parameterInteger(std::uint64_t id);
   /// The host's route. A value outside 0 to 1 is ignored.
-  void setParameter(std::uint64_t id, float value);
+  void setParameter(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   /// The editor's route: by way of the host where the host sees the parameter.
   void setParameterFromEditor(std::uint64_t id, float value);
   void setParameterInteger(std::uint64_t id, std::uint64_t value);

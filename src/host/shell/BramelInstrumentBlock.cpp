@@ -37,7 +37,7 @@ ChannelPair channelsAt(float* const* channels, std::int32_t offset) {
 
 }  // namespace
 
-void BramelInstrument::Impl::process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
+void BramelInstrument::Impl::process(float** inputs, float** outputs, std::int32_t frames) {
   if (frames < 0 || (frames != 0 && hasNull(outputs))) {
     return;
   }
@@ -82,8 +82,10 @@ void BramelInstrument::Impl::runBlock(float** inputs, float** outputs, std::int3
   block.midiOut = &midiOut;
   processor->process(block, 0, 1.0, 0.0);
   sendMidiOut();
-  midiIn.clear();
-  midiOut.clear();
+  cofu::core::vouchFor([this] {  // Short messages, which own nothing.
+    midiIn.clear();
+    midiOut.clear();
+  });
   reportChanges();
   isInBlock = false;
 }
@@ -108,12 +110,14 @@ void BramelInstrument::Impl::sendMidiOut() {
   if (midiOut.empty()) {
     return;
   }
-  tellHost([this](BramelInstrumentHostCallback& host) {
-    for (const vimo::MidiEvent& event : midiOut) {
-      if (event.size() <= kLongestMidiOut) {
-        host.sendMidi(event.data(), event.size(), static_cast<std::int32_t>(event.frame));
+  cofu::core::mayWait([this] {  // What a host does with a message is its own matter.
+    tellHost([this](BramelInstrumentHostCallback& host) {
+      for (const vimo::MidiEvent& event : midiOut) {
+        if (event.size() <= kLongestMidiOut) {
+          host.sendMidi(event.data(), event.size(), static_cast<std::int32_t>(event.frame));
+        }
       }
-    }
+    });
   });
 }
 
@@ -153,7 +157,8 @@ void BramelInstrument::Impl::onMidi(std::uint32_t packed, std::int32_t frame) {
   const std::array<std::uint8_t, 3> bytes{static_cast<std::uint8_t>(packed >> 24),
                                           static_cast<std::uint8_t>(packed >> 16),
                                           static_cast<std::uint8_t>(packed >> 8)};
-  midiIn.emplace_back(bytes, static_cast<std::uint32_t>(std::max(frame, 0)));
+  // Within the room that is reserved; three bytes are kept inline.
+  cofu::core::vouchFor([&] { midiIn.emplace_back(bytes, static_cast<std::uint32_t>(std::max(frame, 0))); });
 }
 
 MidiVerdict BramelInstrument::Impl::judge(const std::uint8_t* data, std::size_t size) const {

@@ -50,7 +50,7 @@ class BramelInstrument::Impl final : public CFsConvListener, public vimo::MacroE
   void flush();
   /// The same where mail waits, else nothing.
   void flushMail();
-  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
   void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
   /// Forgets what the last blocks left behind: messages that came early, and the tails of the resamplers.
   void restart();
@@ -64,7 +64,7 @@ class BramelInstrument::Impl final : public CFsConvListener, public vimo::MacroE
 
   // Parameters (BramelInstrumentParameters.cpp).
 
-  void setParameter(std::uint64_t id, float value);
+  void setParameter(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   void setParameterFromEditor(std::uint64_t id, float value);
 
   /// Sends a program change with the next block.
@@ -74,15 +74,11 @@ class BramelInstrument::Impl final : public CFsConvListener, public vimo::MacroE
   /// Calls `action` on the editor's side, or on the host's, if it is still there.
   template <typename Action>
   void tellEditor(Action action) const {
-    if (const auto callback = uiCallback.lock()) {
-      action(*callback);
-    }
+    tell(uiCallback, action);
   }
   template <typename Action>
   void tellHost(Action action) const {
-    if (const auto callback = hostCallback.lock()) {
-      action(*callback);
-    }
+    tell(hostCallback, action);
   }
 
   BramelInstrument& owner;
@@ -106,6 +102,16 @@ class BramelInstrument::Impl final : public CFsConvListener, public vimo::MacroE
   std::map<std::string, Property> properties;
 
  private:
+  /// On the audio thread too: the other side keeps its own hold of the callback while it uses it.
+  template <typename Callback, typename Action>
+  static void tell(const std::weak_ptr<Callback>& held, Action& action) {
+    cofu::core::vouchFor([&] {
+      if (const auto callback = held.lock()) {
+        action(*callback);
+      }
+    });
+  }
+
   void runBlock(float** inputs, float** outputs, std::int32_t frames);
   void takeMail();
   void sendMidiOut();

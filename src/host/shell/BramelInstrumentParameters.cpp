@@ -1,5 +1,6 @@
 // Parameters: the routes by which values come in, and what is read of them.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/RealTimeLock.h"
 #include "host/shell/BramelInstrumentImpl.h"
 
 namespace tesh::bramel::vst {
@@ -51,7 +52,7 @@ std::uint64_t BramelInstrument::parameterCount() const {
 std::uint64_t BramelInstrument::cachedParameterCount() const { return impl->cache.count(); }
 
 std::uint64_t BramelInstrument::parameterId(std::uint64_t visibleIndex) const {
-  const std::lock_guard lock(impl->mainMutex);
+  const cofu::core::RealTimeLock lock(impl->mainMutex);
   return impl->parameterMap.idOf(visibleIndex).value_or(kNoParameter);
 }
 
@@ -86,7 +87,7 @@ std::uint64_t BramelInstrument::parameterInteger(std::uint64_t id) {
 }
 
 void BramelInstrument::setParameter(std::uint64_t id, float value) {
-  const std::lock_guard lock(impl->mainMutex);
+  const cofu::core::RealTimeLock lock(impl->mainMutex);
   impl->setParameter(id, value);
 }
 

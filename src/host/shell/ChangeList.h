@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "host/shell/ProcessorEvent.h"
 
 namespace tesh::bramel::vst {
@@ -31,7 +32,7 @@ class ChangeList {
     latest[id] = event;
     if (isChanged[id] == 0) {
       isChanged[id] = 1;
-      ids.push_back(id);
+      cofu::core::vouchFor([this, id] { ids.push_back(id); });  // There is room for every parameter.
     }
   }
 

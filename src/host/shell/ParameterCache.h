@@ -32,7 +32,7 @@ class ParameterCache {
   /// Takes over all parameters.
   void fill(const Controller& controller);
   /// Takes over the values of all parameters, also for their texts.
-  void refresh(const Controller& controller);
+  void refresh(const Controller& controller) SIVRAY_NONBLOCKING;
   /// Takes over the values for the texts alone.
   void refreshTexts(const Controller& controller);
   /// Stores the values of a block's changes. Audio thread.
@@ -50,7 +50,7 @@ class ParameterCache {
   /// The text of the value given last; empty without a provider.
   std::string display(std::uint64_t id) const;
   /// A value was given: its text is what display gives from now on. Audio thread safe.
-  void noteValue(std::uint64_t id, float value);
+  void noteValue(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
 
  private:
   mutable std::recursive_mutex mutex;

@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::vst {
 
 class ParameterMap {
@@ -29,7 +31,7 @@ class ParameterMap {
   std::uint64_t visibleCount() const { return visible.size(); }
 
   /// The id at a visible index, or nothing out of range.
-  std::optional<std::uint64_t> idOf(std::uint64_t visibleIndex) const {
+  std::optional<std::uint64_t> idOf(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING {
     return visibleIndex < visible.size() ? std::optional(visible[static_cast<std::size_t>(visibleIndex)])
                                          : std::nullopt;
   }

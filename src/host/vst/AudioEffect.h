@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "core/RealTime.h"
 #include "host/vst/AEffEditor.h"
 #include "host/vst/VstRecords.h"
 
@@ -30,10 +31,10 @@ class AudioEffect {
   virtual void setSampleRate(float rate) { sampleRate = rate; }
   virtual void setBlockSize(std::int32_t frames) { blockSize = frames; }
 
-  virtual void processReplacing(float** /*inputs*/, float** /*outputs*/, std::int32_t /*frames*/) {}
+  virtual void processReplacing(float** /*inputs*/, float** /*outputs*/, std::int32_t /*frames*/) SIVRAY_NONBLOCKING {}
   virtual void processDoubleReplacing(double** /*inputs*/, double** /*outputs*/, std::int32_t /*frames*/) {}
 
-  virtual void setParameter(std::int32_t /*index*/, float /*value*/) {}
+  virtual void setParameter(std::int32_t /*index*/, float /*value*/) SIVRAY_NONBLOCKING {}
   virtual float getParameter(std::int32_t /*index*/) { return 0.0F; }
 
   /// Sets a parameter of this object, then tells the host.

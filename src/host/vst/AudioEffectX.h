@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "host/vst/AudioEffect.h"
 #include "host/vst/VstOpcodes.h"
 
@@ -18,7 +19,7 @@ class AudioEffectX : public AudioEffect {
   std::intptr_t dispatcher(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
 
   // What a host asks. False and 0 mean that it is not supported.
-  virtual std::int32_t processEvents(VstEvents* /*events*/) { return 0; }
+  virtual std::int32_t processEvents(VstEvents* /*events*/) SIVRAY_NONBLOCKING { return 0; }
   virtual bool canParameterBeAutomated(std::int32_t /*index*/) { return true; }
   virtual bool string2parameter(std::int32_t /*index*/, char* /*text*/) { return false; }
   virtual bool getProgramNameIndexed(std::int32_t /*category*/, std::int32_t /*index*/, char* /*text*/) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "storage/programs/MacroProgramDatabaseDelegate.h"
 #include "storage/programs/ProgramRecord.h"
 
@@ -58,7 +59,7 @@ class ProgramDatabase {
   std::size_t programCount() const { return records.size(); }
 
   /// The record, or null out of range.
-  const ProgramRecord* record(std::uint64_t index) const;
+  const ProgramRecord* record(std::uint64_t index) const SIVRAY_NONBLOCKING;
   /// Out of range: empty, or 0.
   std::string name(std::uint64_t index) const;
   std::string comment(std::uint64_t index) const;

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/RealTime.h"
 #include "core/Uuid.h"
 
 namespace tesh::vimo {
@@ -29,7 +30,7 @@ struct ProgramRecord {
 
   /// Copies up to the first zero byte, at most 95 characters, and fills the rest with zeros.
   static void setText(Text& field, std::string_view text);
-  static std::string_view textOf(const Text& field);
+  static std::string_view textOf(const Text& field) SIVRAY_NONBLOCKING;
 
   std::uint32_t marker = kMarkerNew;
   Text name{};
