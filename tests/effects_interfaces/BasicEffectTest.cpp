@@ -18,7 +18,10 @@ namespace {
 /// Passes samples on and notes its calls.
 class Probe : public BasicEffect {
  public:
-  Probe() { initParameters(); }
+  Probe() {
+    initParameters();
+    seen.reserve(131072);
+  }
 
   unsigned parameterCount() const override { return 2; }
   void setParameter(unsigned index, float value) override {

@@ -16,6 +16,7 @@ using testing::IsEmpty;
 /// Notes what fires, and renders like the frame does.
 class Rendering : public IEventResponder {
  public:
+  Rendering() { fired.reserve(64); }
   void onParameter(const SequencerEvent& record) override { note('p', record.id); }
   void onGlobalParameter(const SequencerEvent& record) override { note('g', record.id); }
   void onMidi(const SequencerMessage& message) override { note('m', message.bytes[0]); }

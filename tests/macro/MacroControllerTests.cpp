@@ -233,6 +233,7 @@ TEST(PluginMacroControllable, QueuedMidiJoinsTheBlockAndNotesAreReported) {
   const std::array<std::uint8_t, 3> off{0x80, 37, 0};
   const std::array<std::uint8_t, 3> control{0xB0, 7, 1};
   scene.midi = {MidiEvent(off, 3), MidiEvent(control, 4)};
+  scene.midi.reserve(3);
   scene.processor->programQueue.put(MidiEvent(note, 0));
   scene.run();
   EXPECT_EQ(scene.midi.size(), 3U);

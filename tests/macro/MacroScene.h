@@ -20,6 +20,7 @@ using Parts = Processor::Controller::ChunkParts;
 
 class FakeGenerator final : public Generator<float> {
  public:
+  FakeGenerator() { automation.reserve(4096); }
   int outputCount() const override { return 2; }
   int inputCount() const override { return 0; }
   void process(ProcessBlock& block) override {
@@ -57,6 +58,10 @@ class FakeGenerator final : public Generator<float> {
 };
 
 struct Echo final : MacroEchoListener {
+  Echo() {
+    moves.reserve(4096);
+    notes.reserve(4096);
+  }
   void macroMoved(std::uint32_t index, float value, std::uint32_t frame) override {
     moves.push_back({index, value, frame, 0});
   }

@@ -21,8 +21,8 @@ using namespace tesh::bramel::vst;
 class Engine : public CFsConvListener {
  public:
   void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
-    calls.emplace_back("process");
-    blocks.push_back(frames);
+    note("process");
+    tesh::cofu::core::mayWait([&] { blocks.push_back(frames); });
     lastOutputs = outputs;
     for (std::int32_t i = 0; i < frames; ++i, ++frame) {
       for (int channel = 0; channel < 2; ++channel) {
@@ -31,12 +31,14 @@ class Engine : public CFsConvListener {
     }
   }
 
-  void onSampleRate(float ratio, double) override { calls.push_back("rate " + number(ratio)); }
-  void onBlockSize(std::int32_t size) override { calls.push_back("block " + std::to_string(size)); }
-  void onMaxBlockSize(std::int32_t size) override { calls.push_back("longest " + std::to_string(size)); }
-  void onBeginBlock() override { calls.emplace_back("begin"); }
-  void onEndBlock() override { calls.emplace_back("end"); }
-  void onMidi(std::uint32_t packed, std::int32_t at) override { messages.emplace_back(packed, at); }
+  void onSampleRate(float ratio, double) override { note("rate " + number(ratio)); }
+  void onBlockSize(std::int32_t size) override { note("block " + std::to_string(size)); }
+  void onMaxBlockSize(std::int32_t size) override { note("longest " + std::to_string(size)); }
+  void onBeginBlock() override { note("begin"); }
+  void onEndBlock() override { note("end"); }
+  void onMidi(std::uint32_t packed, std::int32_t at) override {
+    tesh::cofu::core::mayWait([&] { messages.emplace_back(packed, at); });
+  }
 
   bool echoesInput = false;
   double sineHertz = 0.0;
@@ -46,6 +48,11 @@ class Engine : public CFsConvListener {
   float** lastOutputs = nullptr;
 
  private:
+  /// What a test writes down may be allocated.
+  void note(const std::string& call) {
+    tesh::cofu::core::mayWait([&] { calls.push_back(call); });
+  }
+
   static std::string number(float x) { return std::to_string(x).substr(0, 3); }
 
   /// A frame's noise depends on its number alone; every third thousand of frames is silent.

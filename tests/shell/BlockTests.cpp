@@ -125,7 +125,7 @@ TEST_F(Shell, PlaysTheKeyboardOnlyWhileActiveAndTellsTheHost) {
 }
 
 TEST_F(Shell, HandsTheEnginesMidiToTheHostAndTemposToTheEngine) {
-  generator->toHost = {vimo::MidiEvent(Bytes{0x90, 1, 2}, 5), vimo::MidiEvent(Bytes(12, 0xF0), 6)};
+  generator->toHost = {vimo::MidiEvent(Bytes{0x90, 1, 2}, 5), vimo::MidiEvent(Bytes(8, 0xF0), 6)};
   run();
   generator->toHost.clear();
   run();

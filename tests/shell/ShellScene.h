@@ -38,15 +38,21 @@ inline std::string hex(const std::uint8_t* data, std::size_t size) {
   return text;
 }
 
-/// Sounds as the constant 0.5.
+/// Sounds as the constant 0.5. Writing down allocates nothing on the audio thread.
 class NotingGenerator final : public vimo::Generator<float> {
  public:
+  NotingGenerator() {
+    frames.reserve(kRoom);
+    automation.reserve(kRoom);
+    tempi.reserve(kRoom);
+    log.reserve(kRoom);
+  }
   int outputCount() const override { return 2; }
   int inputCount() const override { return 0; }
   void process(vimo::ProcessBlock& block) override {
     frames.push_back(block.frames);
     for (const auto& event : *block.midiIn) {
-      midi.push_back(hex(event.data(), event.size()) + "@" + std::to_string(event.frame));
+      cofu::core::mayWait([&] { midi.push_back(hex(event.data(), event.size()) + "@" + std::to_string(event.frame)); });
     }
     while (const auto entry = block.automationRing->take()) {
       automation.push_back(*entry);
@@ -54,7 +60,7 @@ class NotingGenerator final : public vimo::Generator<float> {
     for (int i = 0; i < block.frames; ++i) {
       block.outputs[0][i] = block.outputs[1][i] = 0.5F;
     }
-    *block.midiOut = toHost;
+    cofu::core::mayWait([&] { *block.midiOut = toHost; });
   }
   int kind() const override { return 0; }
   int parameterCount() const override { return 560; }
@@ -73,6 +79,8 @@ class NotingGenerator final : public vimo::Generator<float> {
   void setState(std::span<const std::uint8_t> bytes) override { state.assign(bytes.begin(), bytes.end()); }
   int currentProgram() const override { return 0; }
   int programCount() const override { return 128; }
+
+  static constexpr std::size_t kRoom = 16384;
 
   std::vector<std::int32_t> frames;
   std::vector<std::string> midi;
@@ -110,8 +118,8 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback {
     }
     return text;
   }
-  void holdUpdates() override { log.emplace_back("hold"); }
-  void releaseUpdates() override { log.emplace_back("release"); }
+  void holdUpdates() override { note("hold"); }
+  void releaseUpdates() override { note("release"); }
   void programSaved(const std::string& bank, const std::uint64_t* ids, std::uint64_t count) override {
     log.push_back("saved " + bank + list(ids, count));
   }
@@ -122,8 +130,14 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback {
     log.push_back("moved " + bank + " " + std::to_string(from) + " " + std::to_string(to));
   }
   void programChanged() override { log.emplace_back("program"); }
-  void parameterChanged(std::uint64_t id) override { log.push_back("changed " + std::to_string(id)); }
-  void midiReceived(const std::uint8_t* data, std::size_t size) override { messages.push_back(hex(data, size)); }
+  void parameterChanged(std::uint64_t id) override { note("changed " + std::to_string(id)); }
+  void midiReceived(const std::uint8_t* data, std::size_t size) override {
+    cofu::core::mayWait([&] { messages.push_back(hex(data, size)); });
+  }
+  /// What a test writes down may be allocated.
+  void note(const std::string& call) {
+    cofu::core::mayWait([&] { log.push_back(call); });
+  }
   Log log;
   Log messages;
 };
