@@ -1,4 +1,4 @@
-# Installs what packages.txt names and this machine lacks. Sourced by ./run and ./test; needs bash.
+# Installs what packages.txt names and this machine lacks, and builds. Sourced by ./run and ./test; needs bash.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # The compiler cache serves every checkout, wherever it lies.
@@ -21,6 +21,11 @@ install_packages() {
   say "Installing packages: ${missing[*]}"
   "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
   "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# install_optional FILE: the same; where that fails it says so in one line and gives false.
+install_optional() {
+  install_packages "$1" 2>/dev/null || { echo "Not to be had here: the packages in $1"; return 1; }
 }
 
 # configure PRESET: only when it has not been done, or its description has changed.
