@@ -171,7 +171,10 @@ float SivrayFxIMarloEffects::ensemble(const Channel& channel, const Bank& bank) 
   const Voices wrapped = lessWhere(position >= kLength, position, kLength);
   const VoiceMasks whole = __builtin_convertvector(wrapped, VoiceMasks);
   const Voices fraction = wrapped - __builtin_convertvector(whole, Voices);
-  const auto at = [&](int voice, int offset) { return channel.line[static_cast<std::size_t>(whole[voice] + offset)]; };
+  const auto at = [&](int voice, int offset) {
+    const std::int32_t index = whole[voice] + offset;
+    return channel.line[static_cast<std::size_t>(index)];
+  };
   const Voices older{at(0, 1), at(1, 1), at(2, 1), 0.0F};
   const Voices newer{at(0, 0), at(1, 0), at(2, 0), 0.0F};
   const Voices y = newer + (older - newer) * fraction;
