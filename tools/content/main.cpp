@@ -44,8 +44,13 @@ int main(int argc, char* argv[]) {
   program.addCommand({"inspect", kInspectUsage,
                       "Shows what is in a file of the drum module, and where a broken one breaks", "",
                       speaking(runInspect)});
-  program.addDefaultCommand({"", "", "", "", [](const juce::ArgumentList&) {
-                               fail("unknown command; sivray-content --help lists them", kWrongUsage);
-                             }});
+  if (program.findCommand(words, true) == nullptr) {
+    return juce::ConsoleApplication::invokeCatchingFailures([&words]() -> int {
+      fail(words.size() == 0
+               ? "name a command; sivray-content --help lists them"
+               : "unknown command '" + words[0].text.toStdString() + "'; sivray-content --help lists them",
+           kWrongUsage);
+    });
+  }
   return program.findAndRunCommand(words, true);
 }
