@@ -15,7 +15,6 @@ namespace tesh::vimo {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-using cofu::core::ByteWriter;
 
 Bytes recordOf(const MacroSetBase& set) {
   Bytes bytes(set.byteSize() + 1, 0xEE);
