@@ -1,5 +1,5 @@
-# What the system calls but does not contain. The library takes headers alone; the tools take JUCE, whose modules are
-# compiled once, into one library.
+# What the system calls but does not contain: headers of msgpack-c and picojson, and JUCE, whose modules are compiled once,
+# into one library that serves the editor and the tools.
 
 # sivray_headers(<name> <entry> [<header or folder>...])
 # Makes the interface library <name> of headers in the system's include folder. A cross compiler must not see that folder,
@@ -22,20 +22,24 @@ sivray_headers(picojson picojson.h)
 sivray_headers(msgpack msgpack.hpp msgpack)
 target_compile_definitions(msgpack INTERFACE MSGPACK_DEFAULT_API_VERSION=3 MSGPACK_NO_BOOST)
 
-if(SIVRAY_BUILD_TOOLS)
+if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   find_package(JUCE CONFIG REQUIRED)
   find_package(PNG REQUIRED)
   find_package(JPEG REQUIRED)
+  find_package(X11 REQUIRED)
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
 
   add_library(sivray_juce STATIC)
-  target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_graphics)
-  # Debian's JUCE takes images and FLAC from the system's libraries.
+  target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_gui_basics)
+  # Debian's JUCE takes images and FLAC from the system's libraries; it loads those of X11 when it opens a window.
   target_link_libraries(sivray_juce PUBLIC PNG::PNG JPEG::JPEG PkgConfig::FLAC)
+  target_include_directories(sivray_juce PRIVATE ${X11_INCLUDE_DIR})
   target_compile_definitions(sivray_juce
     PUBLIC
-      JUCE_STANDALONE_APPLICATION=1
+      JUCE_STANDALONE_APPLICATION=0
+      JUCE_MODAL_LOOPS_PERMITTED=1
+      JUCE_DISPLAY_SPLASH_SCREEN=0
       JUCE_USE_CURL=0
       JUCE_WEB_BROWSER=0
       JUCE_USE_MP3AUDIOFORMAT=0

@@ -4,6 +4,7 @@
 # holds nothing but a link to its own folder, so that an include against the order of the house fails to compile.
 
 option(SIVRAY_BUILD_TOOLS "Build the programs that people run; the tests need them" ON)
+option(SIVRAY_BUILD_EDITOR "Build the editor and link it into the library (needs JUCE)" ON)
 option(SIVRAY_BUILD_TESTS "Build the test programs" ON)
 option(SIVRAY_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
 option(SIVRAY_BUILD_FUZZERS "Build the fuzz targets (Clang only)" OFF)

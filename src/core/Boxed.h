@@ -1,5 +1,6 @@
-// A value of any type behind one pointer, with a deep copy: for property tables, and for results whose type only the
-// far end knows. SPDX-License-Identifier: GPL-3.0-or-later
+// A value of any type behind one pointer, with a deep copy: for property maps, and for results whose type only the
+// receiver knows.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <memory>
@@ -26,5 +27,29 @@ class holder final : public holder_base {
 
   T value;
 };
+
+/// An owned boxed value; null means no value.
+using Box = std::unique_ptr<holder_base>;
+
+template <typename T>
+Box makeBox(T value) {
+  return std::make_unique<holder<T>>(std::move(value));
+}
+
+/// The value in `box`, or null if the box is empty or holds another type.
+template <typename T>
+const T* valueIn(const Box& box) {
+  const auto* const held = dynamic_cast<const holder<T>*>(box.get());
+  return held == nullptr ? nullptr : &held->value;
+}
+
+/// A deep copy; null for null.
+inline Box copyOf(const Box& box) {
+  Box copy;
+  if (box != nullptr) {
+    box->clone(copy);
+  }
+  return copy;
+}
 
 }  // namespace tesh::cofu::core::boxed

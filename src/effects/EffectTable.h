@@ -1,12 +1,10 @@
 // The thirty effect types by id: how they and their two edit values are called. The shorter list of the edit screen
-// stands in EditScreenEffects.h.
+// stands in viewmodels/texts/EditScreenEffects.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
 #include <cstddef>
-
-#include "effects/interfaces/EditScreenEffects.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 

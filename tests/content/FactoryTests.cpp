@@ -140,7 +140,7 @@ TEST_F(Factory, KitsAreLevelledAndNoneClips) {
   for (std::size_t program = 0; program < meter.programCount(); program += SIVRAY_KIT_STRIDE) {
     meter.select(program);
     std::vector<int> all;
-    for (int note = factory::kFirstNote; note < factory::kFirstNote + static_cast<int>(factory::kPads); ++note) {
+    for (int note = factory::kFirstPadNote; note < factory::kFirstPadNote + static_cast<int>(factory::kPads); ++note) {
       const double peak = decibelsOf(meter.hit({note}, kFullVelocity, kListenSeconds).peak);
       EXPECT_GT(peak, -14.0) << meter.programName(program) << ", note " << note;
       EXPECT_LT(peak, -4.0) << meter.programName(program) << ", note " << note;

@@ -13,6 +13,7 @@
 #include "content/levels/Balance.h"
 #include "effects/EffectTable.h"
 #include "macro/MacroSetQuantized.h"
+#include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::factory {
 namespace {
@@ -135,10 +136,10 @@ TEST(MacroLayout, LeadsEveryStepOfTheSelectorToItsEffect) {
   const auto layout = makeMacroLayout(100);
   tesh::vimo::MacroSetQuantized set;
   set.setValues(layout[kEffectTypeMacro].steps);
-  ASSERT_EQ(set.valueCount(), effects::kEditScreenEffectCount);
-  for (std::size_t step = 0; step < effects::kEditScreenEffectCount; ++step) {
-    const float position = static_cast<float>(step) / static_cast<float>(effects::kEditScreenEffectCount - 1);
-    EXPECT_EQ(engineInteger(set.map(position), 0, effects::kEffectTypeCount - 1), effects::editScreenTypeId(step));
+  ASSERT_EQ(set.valueCount(), tesh::bramel::kEditScreenEffectCount);
+  for (std::size_t step = 0; step < tesh::bramel::kEditScreenEffectCount; ++step) {
+    const float position = static_cast<float>(step) / static_cast<float>(tesh::bramel::kEditScreenEffectCount - 1);
+    EXPECT_EQ(engineInteger(set.map(position), 0, effects::kEffectTypeCount - 1), tesh::bramel::editScreenTypeId(step));
   }
 }
 
@@ -151,7 +152,7 @@ TEST(MacroLayout, GivesEveryMacroATargetOfItsOwn) {
     EXPECT_TRUE(targets.insert(row.targetId).second) << row.name;
   }
   EXPECT_EQ(layout[3 * kMacrosPerPad + kLevel].targetId, 0x38U);
-  EXPECT_EQ(layout[kMasterMacro].targetId, 0x110U);
+  EXPECT_EQ(layout[kMasterLevelMacro].targetId, 0x110U);
 }
 
 TEST(Balance, PutsLevelsIntoTheLinesOfTheirPads) {

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <tuple>
 
 #include "effects/EffectTable.h"
@@ -82,22 +81,6 @@ TEST(MultiEffectorParam, NamesFollowTheTypeAndFallBackWhereItHasNone) {
   EXPECT_STREQ(group.info(9)->name, "----");
   EXPECT_EQ(group.indexOf("Switch"), 1);
   EXPECT_EQ(group.indexOf("Effect Switch"), -1);
-}
-
-TEST(EditScreenEffects, EveryStepLeadsToItsOwnTypeAndTheEndReadsInvalid) {
-  std::set<int> types;
-  for (std::size_t step = 0; step < kEditScreenEffectCount; ++step) {
-    types.insert(editScreenTypeId(step));
-  }
-  EXPECT_EQ(types.size(), kEditScreenEffectCount);
-  for (const int without : {1, 2, 18, 19}) {
-    EXPECT_FALSE(types.contains(without));
-  }
-  EXPECT_STREQ(editScreenName(26), "invalid");
-  EXPECT_STREQ(editScreenLabel(26, 0), "invalid");
-  EXPECT_STREQ(editScreenLabel(3, 2), "invalid");
-  EXPECT_STREQ(editScreenLabel(8, 0), "TUBE GAIN");
-  EXPECT_STREQ(editScreenLabel(8, 1), "");
 }
 
 }  // namespace

@@ -12,7 +12,7 @@
 #include "host/shell/BramelInstrument.h"
 #include "macro/MacroSetLinear.h"
 #include "support/SampleFolder.h"
-#include "viewmodels/SivrayTooltipProvider.h"
+#include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace instrument {
 

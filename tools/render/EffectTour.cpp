@@ -11,7 +11,7 @@
 #include "Session.h"
 #include "SpectrogramSheet.h"
 #include "effects/EffectTable.h"
-#include "effects/interfaces/EditScreenEffects.h"
+#include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::render {
 namespace {
@@ -64,8 +64,8 @@ constexpr double kExcerptStart = 4.0;
 constexpr double kExcerptSeconds = 6.0;
 
 bool isOnPanel(int type) {
-  return std::any_of(fx::kEditScreenEffects.begin(), fx::kEditScreenEffects.end(),
-                     [type](const fx::EditScreenEffect& effect) { return effect.typeId == type; });
+  return std::any_of(tesh::bramel::kEditScreenEffects.begin(), tesh::bramel::kEditScreenEffects.end(),
+                     [type](const tesh::bramel::EditScreenEffect& effect) { return effect.typeId == type; });
 }
 
 /// "07-auto-pan.wav".

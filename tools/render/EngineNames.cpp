@@ -8,7 +8,7 @@
 
 #include "RenderError.h"
 #include "effects/EffectTable.h"
-#include "effects/interfaces/EditScreenEffects.h"
+#include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::render {
 namespace {
@@ -84,7 +84,7 @@ EngineNames::EngineNames(const tesh::vimo::Generator<float>& generator, const te
   for (int type = 0; type < fx::kEffectTypeCount; ++type) {
     effects.emplace(plainName(fx::effectTypeName(type)), type);
   }
-  for (const fx::EditScreenEffect& effect : fx::kEditScreenEffects) {
+  for (const tesh::bramel::EditScreenEffect& effect : tesh::bramel::kEditScreenEffects) {
     effects.emplace(plainName(effect.name), effect.typeId);
   }
 }

@@ -4,7 +4,7 @@
 
 #include "host/construction/Construction.h"
 #include "host/shell/BramelInstrument.h"
-#include "viewmodels/SivrayTooltipProvider.h"
+#include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace tesh::bramel::vst {
 

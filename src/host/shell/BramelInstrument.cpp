@@ -20,14 +20,6 @@ constexpr int kOtherSoundGenerator = 5;
 
 bool isKey(int note) { return note >= 0 && note < kKeys; }
 
-BramelInstrument::Property copyOf(const BramelInstrument::Property& value) {
-  BramelInstrument::Property copy;
-  if (value) {
-    value->clone(copy);
-  }
-  return copy;
-}
-
 }  // namespace
 
 BramelInstrument::Impl::Impl(BramelInstrument& instrument, std::unique_ptr<Processor> engine)

@@ -14,7 +14,7 @@
 #include "host/shell/BramelInstrumentBase.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 #include "macro/PluginMacroControllable.h"
-#include "viewmodels/BramelTooltipProvider.h"
+#include "viewmodels/texts/BramelTooltipProvider.h"
 
 namespace tesh::bramel::vst {
 
@@ -24,7 +24,7 @@ namespace tesh::bramel::vst {
 class BramelInstrument : public BramelInstrumentBase {
  public:
   using Processor = vimo::PluginMacroControllable<vimo::Generator<float>>;
-  using Property = std::unique_ptr<cofu::core::boxed::holder_base>;
+  using Property = cofu::core::boxed::Box;
 
   static constexpr std::uint64_t kNoParameter = ~std::uint64_t{0};
 

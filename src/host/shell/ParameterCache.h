@@ -12,7 +12,7 @@
 #include "core/RealTime.h"
 #include "host/shell/ChangeList.h"
 #include "macro/MacroController.h"
-#include "viewmodels/BramelTooltipProvider.h"
+#include "viewmodels/texts/BramelTooltipProvider.h"
 
 namespace tesh::bramel::vst {
 

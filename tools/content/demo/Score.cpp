@@ -37,7 +37,7 @@ constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSingleMoves{
     {{"effect.type", factory::kEffectTypeMacro},
      {"effect.edit1", factory::kEffectEdit1Macro},
      {"effect.edit2", factory::kEffectEdit2Macro},
-     {"master", factory::kMasterMacro}}};
+     {"master", factory::kMasterLevelMacro}}};
 
 std::optional<std::size_t> padOf(std::string_view role) {
   const auto* const found = std::ranges::find(kPadRoles, role);
@@ -141,7 +141,7 @@ class ScoreReader {
     for (std::size_t group = 1; group < words.size(); ++group) {
       for (const char c : words[group]) {
         if (c >= '1' && c <= '9') {
-          current->hits.push_back({step, factory::kFirstNote + static_cast<int>(*pad),
+          current->hits.push_back({step, factory::kFirstPadNote + static_cast<int>(*pad),
                                    std::min((c - '0') * kVelocityPerDigit + 1, kHighestValue)});
         } else if (c != '.') {
           fail(std::string("a step is 1 to 9 or a dot, not '").append(1, c).append("'"));

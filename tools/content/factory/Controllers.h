@@ -31,8 +31,8 @@ struct ControllerPlace {
 
 inline constexpr std::array<ControllerPlace, 8> kControllerPlaces{{
     {1, kEffectEdit1Macro},   // Modulation wheel.
-    {7, kMasterMacro},        // Volume.
-    {11, kMasterMacro},       // Expression pedal.
+    {7, kMasterLevelMacro},   // Volume.
+    {11, kMasterLevelMacro},  // Expression pedal.
     {12, kEffectEdit1Macro},  // Effect control 1 and 2.
     {13, kEffectEdit2Macro},
     {14, kEffectTypeMacro},

@@ -8,12 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "viewmodels/texts/PanelMacros.h"
+
 namespace sivray::factory {
 
-inline constexpr std::size_t kPads = 8;
-
-/// The MIDI note of the first pad.
-inline constexpr int kFirstNote = 36;
+using namespace tesh::bramel::panel;
 
 enum class ExclusiveGroup { off, a, b };
 

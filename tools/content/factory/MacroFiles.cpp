@@ -17,6 +17,7 @@
 #include "macro/MacroSetLinear.h"
 #include "macro/MacroSetQuantized.h"
 #include "storage/programs/ProgramDatabase.h"
+#include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::factory {
 namespace {
@@ -122,7 +123,7 @@ engine::ProgramBankRecord engineRecordOf(const FactoryProgram& program) {
   engine::ProgramBankRecord record;
   const std::size_t nameLength = std::min(program.kit.name.size(), record.name.size() - 1);
   std::copy_n(program.kit.name.begin(), nameLength, record.name.begin());
-  const auto& list = engine::effects::kEditScreenEffects;
+  const auto& list = tesh::bramel::kEditScreenEffects;
   const auto* effect = std::ranges::find_if(list, [&](const auto& row) { return program.kit.effect == row.name; });
   record.effect = {static_cast<std::uint32_t>(effect->typeId), 1, static_cast<std::uint32_t>(program.kit.edit1),
                    static_cast<std::uint32_t>(program.kit.edit2)};

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "effects/EffectTable.h"
+#include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::factory {
 namespace {
@@ -41,7 +42,7 @@ const std::vector<float> kGroupSteps{0.0F, 1.0F / 15.0F, 2.0F / 15.0F};
 
 std::vector<float> effectSteps() {
   std::vector<float> steps;
-  std::ranges::transform(effects::kEditScreenEffects, std::back_inserter(steps), [](const auto& effect) {
+  std::ranges::transform(tesh::bramel::kEditScreenEffects, std::back_inserter(steps), [](const auto& effect) {
     return static_cast<float>(effect.typeId) / static_cast<float>(effects::kEffectTypeCount - 1);
   });
   return steps;
@@ -77,7 +78,7 @@ float waveValue(const KitPad& pad, const std::vector<std::string>& names, const 
 }
 
 float effectValue(const Kit& kit, const std::string& file) {
-  const auto& list = effects::kEditScreenEffects;
+  const auto& list = tesh::bramel::kEditScreenEffects;
   const auto found = std::ranges::find_if(list, [&](const auto& effect) { return kit.effect == effect.name; });
   if (found == list.end()) {
     throw TextError(file, kit.effectLine, "there is no effect '" + kit.effect + "' on the edit screen");
@@ -139,7 +140,7 @@ std::vector<float> macroValuesOf(const Kit& kit, const std::vector<std::string>&
   values[kEffectTypeMacro] = effectValue(kit, file);
   values[kEffectEdit1Macro] = placeOf(kit.edit1, 0, 127);
   values[kEffectEdit2Macro] = placeOf(kit.edit2, 0, 127);
-  values[kMasterMacro] = placeOf(kit.master, 0, 127);
+  values[kMasterLevelMacro] = placeOf(kit.master, 0, 127);
   return values;
 }
 

@@ -12,30 +12,7 @@
 
 namespace sivray::factory {
 
-/// Macro numbers that other parts of the system know.
-inline constexpr std::size_t kMacrosPerPad = 12;
-inline constexpr std::size_t kEffectTypeMacro = 96;
-inline constexpr std::size_t kEffectEdit1Macro = 97;
-inline constexpr std::size_t kEffectEdit2Macro = 98;
-inline constexpr std::size_t kMasterMacro = 99;
-inline constexpr std::size_t kEffectSwitchMacro = 100;
-inline constexpr std::size_t kHiddenPadMacros = 101;  ///< Fine pitch, motion, accent, modulation depth per pad.
-
-/// A macro's offset among the twelve of its pad.
-enum PadMacro : std::size_t {
-  kSample,
-  kLevel,
-  kPan,
-  kMute,
-  kPitch,
-  kExclusiveGroup,
-  kEffectSend,
-  kEnvelopeMode,
-  kEnvelopeTime,
-  kPunch,
-  kReverse,
-  kLowBoost
-};
+using namespace tesh::bramel::panel;
 
 /// One macro with its single set.
 struct MacroRow {

@@ -21,8 +21,8 @@ struct DeviceLayout {
 };
 
 const std::vector<DeviceLayout>& deviceLayouts() {
-  static const std::vector<std::size_t> master{kEffectTypeMacro, kEffectEdit1Macro, kEffectEdit2Macro, kMasterMacro,
-                                               kEffectSwitchMacro};
+  static const std::vector<std::size_t> master{kEffectTypeMacro, kEffectEdit1Macro, kEffectEdit2Macro,
+                                               kMasterLevelMacro, kEffectSwitchMacro};
   static const std::vector<DeviceLayout> layouts{
       {"Ormel Mixer", {kLevel, kPan, kPitch, kEnvelopeTime, kEffectSend}, {}},
       {"Ormel Mixer Room", {kLevel, kPan, kPitch, kEnvelopeTime, kEffectSend, kMute}, {}},

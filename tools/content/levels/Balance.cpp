@@ -28,7 +28,7 @@ int balancedLevel(KitMeter& meter, std::size_t pad, int level) {
   const std::size_t macro = pad * factory::kMacrosPerPad + factory::kLevel;
   for (int round = 0; round < kRounds; ++round) {
     meter.setMacro(macro, static_cast<float>(level) / static_cast<float>(kMostLevel));
-    const HitMeasure hit = meter.hit({factory::kFirstNote + static_cast<int>(pad)}, kFullVelocity, kListenSeconds);
+    const HitMeasure hit = meter.hit({factory::kFirstPadNote + static_cast<int>(pad)}, kFullVelocity, kListenSeconds);
     const double move = moveOf(hit, kLoudness[pad]);
     const double wanted = std::max(level, 1) * std::pow(10.0, move / kDecibelsPerDecadeOfLevel);
     const int next = std::clamp(static_cast<int>(std::lround(wanted)), 1, kMostLevel);

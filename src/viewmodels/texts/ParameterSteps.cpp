@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "viewmodels/ParameterSteps.h"
+#include "viewmodels/texts/ParameterSteps.h"
 
 #include <algorithm>
 #include <cmath>

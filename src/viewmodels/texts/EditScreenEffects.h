@@ -5,7 +5,7 @@
 #include <array>
 #include <cstddef>
 
-namespace tesh::bramel::plugin::sivray::effects {
+namespace tesh::bramel {
 
 /// One step of the edit screen's effect selector.
 struct EditScreenEffect {
@@ -65,4 +65,4 @@ constexpr int editScreenTypeId(std::size_t step) {
   return step < kEditScreenEffectCount ? kEditScreenEffects[step].typeId : -1;
 }
 
-}  // namespace tesh::bramel::plugin::sivray::effects
+}  // namespace tesh::bramel

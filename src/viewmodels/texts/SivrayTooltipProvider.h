@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "viewmodels/BramelTooltipProvider.h"
+#include "viewmodels/texts/BramelTooltipProvider.h"
 
 namespace tesh::bramel::tooltip {
 

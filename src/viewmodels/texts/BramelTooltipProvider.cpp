@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "viewmodels/BramelTooltipProvider.h"
+#include "viewmodels/texts/BramelTooltipProvider.h"
 
 namespace tesh::bramel::tooltip {
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "viewmodels/SivrayTooltipProvider.h"
+#include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace tesh::bramel::tooltip {
 namespace {

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "viewmodels/ParameterFormatter.h"
-#include "viewmodels/ParameterSteps.h"
+#include "viewmodels/texts/ParameterFormatter.h"
+#include "viewmodels/texts/ParameterSteps.h"
 
 namespace tesh::bramel {
 namespace {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "viewmodels/ParameterFormatter.h"
+#include "viewmodels/texts/ParameterFormatter.h"
 
 #include <array>
 #include <cstdio>
 #include <utility>
 
-#include "viewmodels/ParameterSteps.h"
+#include "viewmodels/texts/ParameterSteps.h"
 
 namespace tesh::bramel {
 

@@ -1,0 +1,21 @@
+// Gives out the library's fonts by name.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+
+#include "core/Boxed.h"
+
+namespace tesh::bramel {
+
+/// Message thread only.
+class IBramelFontProvider {
+ public:
+  virtual ~IBramelFontProvider() = default;
+
+  /// A boxed `juce::Font` of the given height (ascent plus descent, panel pixels). An unknown name gives the default
+  /// face.
+  virtual cofu::core::boxed::Box getFont(const std::string& name, double height) = 0;
+};
+
+}  // namespace tesh::bramel

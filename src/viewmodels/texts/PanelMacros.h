@@ -1,0 +1,44 @@
+// The macro numbers that the panel, the host's texts and the factory content know. A number never changes its meaning:
+// songs and programs are saved with it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+
+namespace tesh::bramel::panel {
+
+inline constexpr std::size_t kPads = 8;
+inline constexpr std::size_t kMacrosPerPad = 12;
+
+/// MIDI note of the first pad; the others follow by semitones.
+inline constexpr int kFirstPadNote = 36;
+
+/// A macro's place among the twelve of its pad.
+enum PadMacro : std::size_t {
+  kSample,
+  kLevel,
+  kPan,
+  kMute,
+  kPitch,
+  kExclusiveGroup,
+  kEffectSend,
+  kEnvelopeMode,
+  kEnvelopeTime,
+  kPunch,
+  kReverse,
+  kLowBoost
+};
+
+/// The macro of pad 0 to 7.
+constexpr std::size_t padMacro(std::size_t pad, PadMacro macro) { return pad * kMacrosPerPad + macro; }
+
+inline constexpr std::size_t kEffectTypeMacro = kPads * kMacrosPerPad;
+inline constexpr std::size_t kEffectEdit1Macro = 97;
+inline constexpr std::size_t kEffectEdit2Macro = 98;
+inline constexpr std::size_t kMasterLevelMacro = 99;
+
+/// From here on the panel shows no macro.
+inline constexpr std::size_t kEffectSwitchMacro = 100;
+inline constexpr std::size_t kHiddenPadMacros = 101;  ///< Four per pad: fine pitch, motion, accent, modulation depth.
+
+}  // namespace tesh::bramel::panel
