@@ -160,7 +160,7 @@ class Host {
   support::InstrumentFolder folder;
   std::shared_ptr<BramelInstrument> instrument =
       std::dynamic_pointer_cast<BramelInstrument>(SivrayInstrumentProvider().createInstrument());
-  BramelVstAdapter plugin{answer, instrument};
+  BramelVstAdapter plugin{answer, instrument, nullptr};
   AEffect* effect = plugin.getAeffect();
   std::vector<std::uint8_t> start;
   bool stateWasSet = false;

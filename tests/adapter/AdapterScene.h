@@ -107,7 +107,7 @@ class Adapter : public testing::Test {
   void load() {
     shell = std::dynamic_pointer_cast<BramelInstrument>(SivrayInstrumentProvider().createInstrument());
     shell->setUICallback(editor);
-    plugin = std::make_unique<BramelVstAdapter>(FakeHost::callback, shell);
+    plugin = std::make_unique<BramelVstAdapter>(FakeHost::callback, shell, nullptr);
     effect = plugin->getAeffect();
   }
   std::intptr_t dispatch(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,

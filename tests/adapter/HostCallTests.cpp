@@ -240,6 +240,39 @@ TEST_F(Adapter, KeepsPlayingThroughCallsInOddOrder) {
   EXPECT_EQ(dispatch(effGetProgram), 0);
 }
 
+TEST_F(Adapter, TellsTheHostOfAnEditorAndTheEditorOfTheContentScale) {
+  struct ScaledEditor final : AEffEditor {
+    using AEffEditor::AEffEditor;
+    bool setContentScale(float newScale) override {
+      scale = newScale;
+      return newScale <= 2.0F;
+    }
+    float scale = 0.0F;
+  };
+  load();
+  const auto giveScale = [this](float scale) {
+    return dispatch(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'), fourCharacters('A', 'e', 'C', 's'), nullptr,
+                    scale);
+  };
+  EXPECT_EQ(effect->flags & effFlagsHasEditor, 0);
+  EXPECT_EQ(giveScale(1.5F), 0);
+  auto owned = std::make_unique<ScaledEditor>(plugin.get());
+  const ScaledEditor& window = *owned;
+  plugin->setEditor(std::move(owned));
+  EXPECT_NE(effect->flags & effFlagsHasEditor, 0);
+  EXPECT_EQ(giveScale(1.5F), 1);
+  EXPECT_EQ(giveScale(3.0F), 0) << "the editor does not follow it";
+  for (const float scale : {0.0F, -1.0F, kNaN, INFINITY}) {
+    EXPECT_EQ(giveScale(scale), 0);
+  }
+  EXPECT_EQ(dispatch(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'), fourCharacters('A', 'e', 'C', 't'), nullptr,
+                     2.0F),
+            0);
+  EXPECT_EQ(window.scale, 3.0F);
+  plugin->setEditor(nullptr);
+  EXPECT_EQ(effect->flags & effFlagsHasEditor, 0);
+}
+
 TEST_F(Adapter, TakesCallsOfTheMainThreadWhileTheAudioThreadPlays) {
   host.vendor = "Native Instruments";
   load();

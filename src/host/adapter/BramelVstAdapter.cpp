@@ -10,10 +10,12 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 #include "host/adapter/BramelVstAdapterImpl.h"
 #include "host/adapter/Capabilities.h"
 #include "host/adapter/PluginIds.h"
+#include "host/door/EditorDoor.h"
 #include "host/vst/NumberText.h"
 
 namespace tesh::bramel::vst {
@@ -29,6 +31,11 @@ constexpr std::size_t kMessageBytes = 3;
 /// Messages wait for their frame in the order in which they came. One further ahead than any host's block would hold up
 /// all behind it, for hours at worst.
 constexpr std::int32_t kFarthestFrames = 1 << 20;
+
+/// The call by which hosts tell how large their screen's pixels are, as published for this interface.
+constexpr std::int32_t kContentScaleIndex = fourCharacters('P', 'r', 'e', 'S');
+constexpr std::intptr_t kContentScaleValue = fourCharacters('A', 'e', 'C', 's');
+
 constexpr std::uint8_t kTransportStart = 0xFA;
 constexpr std::uint8_t kTransportStop = 0xFC;
 
@@ -48,8 +55,9 @@ std::int32_t countForHost(std::uint64_t count) {
 
 }  // namespace
 
-BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, const std::shared_ptr<BramelInstrumentBase>& instrument)
-    : BramelVstAdapter(master, std::make_unique<Impl>(instrument)) {}
+BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, const std::shared_ptr<BramelInstrumentBase>& instrument,
+                                   std::shared_ptr<BramelInstrumentEditor> newEditor)
+    : BramelVstAdapter(master, std::make_unique<Impl>(instrument, std::move(newEditor))) {}
 
 BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<Impl> newImpl)
     : AudioEffectX(master, 0, countForHost(newImpl->instrument->parameterCount())), impl(std::move(newImpl)) {
@@ -61,6 +69,9 @@ BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<I
   cEffect.uniqueID = pluginIdOf(instrument.productName());
   setFlag(effFlagsCanReplacing, true);
   setFlag(effFlagsProgramChunks, true);
+  if (impl->editor != nullptr) {
+    setEditor(makeVstEditor(*this, impl->editor));
+  }
 
   // A host may write to the last byte, and beyond what the interface asks for.
   std::array<char, 1024> vendor{};
@@ -199,7 +210,11 @@ bool BramelVstAdapter::getProductString(char* text) {
   return true;
 }
 
-std::intptr_t BramelVstAdapter::vendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float /*opt*/) {
+std::intptr_t BramelVstAdapter::vendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) {
+  if (index == kContentScaleIndex && value == kContentScaleValue) {
+    const bool isScale = std::isfinite(opt) && opt > 0.0F;
+    return isScale && editor != nullptr && editor->setContentScale(opt) ? 1 : 0;
+  }
   return answerVendorQuestion(index, value, ptr);
 }
 

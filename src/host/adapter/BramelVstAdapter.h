@@ -10,13 +10,16 @@
 
 namespace tesh::bramel::vst {
 
+class BramelInstrumentEditor;
+
 /// Parameters are those that the host may see. There is no list of programs: a song keeps the whole state, and
 /// programs are chosen in the editor. Null pointers, indices out of range and values out of range change nothing.
 class BramelVstAdapter : public AudioEffectX {
  public:
-  /// `master` may be null. Asks the host for its vendor and for nothing else. Throws std::invalid_argument when the
-  /// instrument is not a BramelInstrument.
-  BramelVstAdapter(AudioMasterCallback master, const std::shared_ptr<BramelInstrumentBase>& instrument);
+  /// `master` and `newEditor` may be null; without an editor the host sees no window. Asks the host for its vendor and
+  /// for nothing else. Throws std::invalid_argument when the instrument is not a BramelInstrument.
+  BramelVstAdapter(AudioMasterCallback master, const std::shared_ptr<BramelInstrumentBase>& instrument,
+                   std::shared_ptr<BramelInstrumentEditor> newEditor);
   ~BramelVstAdapter() override;
 
   void suspend() override;
@@ -53,6 +56,9 @@ class BramelVstAdapter : public AudioEffectX {
   bool getVendorString(char* text) override;
   bool getProductString(char* text) override;
   std::int32_t getVendorVersion() override { return 0; }
+
+  /// Answers the questions of one host family, and passes the window's content scale to the editor: index 'PreS', value
+  /// 'AeCs', the scale in `opt`.
   std::intptr_t vendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
   std::int32_t canDo(char* text) override;
   std::int32_t getNumMidiOutputChannels() override { return 1; }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace tesh::bramel::vst {
 namespace {
@@ -27,8 +28,12 @@ std::int32_t hostIndex(std::uint64_t visibleIndex) {
 
 }  // namespace
 
-BramelVstAdapter::Impl::Impl(const std::shared_ptr<BramelInstrumentBase>& base)
-    : callback(std::make_shared<Callback>(*this)), instrument(instrumentIn(base)), keyLights(*instrument) {
+BramelVstAdapter::Impl::Impl(const std::shared_ptr<BramelInstrumentBase>& base,
+                             std::shared_ptr<BramelInstrumentEditor> newEditor)
+    : callback(std::make_shared<Callback>(*this)),
+      instrument(instrumentIn(base)),
+      editor(std::move(newEditor)),
+      keyLights(*instrument) {
   instrument->setHostKind(kVstHostKind);
   instrument->setHostCallback(callback);
 }

@@ -18,7 +18,7 @@ class BramelVstAdapter::Impl {
   class Callback;
 
   /// Becomes the instrument's host side.
-  explicit Impl(const std::shared_ptr<BramelInstrumentBase>& base);
+  Impl(const std::shared_ptr<BramelInstrumentBase>& base, std::shared_ptr<BramelInstrumentEditor> newEditor);
 
   /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter.
   std::uint64_t parameterId(std::int32_t index) const SIVRAY_NONBLOCKING;
@@ -26,6 +26,7 @@ class BramelVstAdapter::Impl {
   BramelVstAdapter* owner = nullptr;
   std::shared_ptr<Callback> callback;  ///< The instrument holds it weakly.
   std::shared_ptr<BramelInstrument> instrument;
+  std::shared_ptr<BramelInstrumentEditor> editor;  ///< May be null.
   KeyLights keyLights;
   std::vector<std::uint8_t> latestChunk;  ///< The host reads it until it asks again.
 };

@@ -1,4 +1,4 @@
-// Makes the plug-in from the instrument that the provider gives.
+// Makes the plug-in from the instrument and the editor that the provider gives.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/CreateVstPlugin.h"
 
@@ -9,7 +9,9 @@ namespace tesh::bramel::vst {
 
 AudioEffect* createVstPlugin(AudioMasterCallback audioMaster) {
   try {
-    return new BramelVstAdapter(audioMaster, SivrayInstrumentProvider().createInstrument());
+    SivrayInstrumentProvider provider;
+    const std::shared_ptr<BramelInstrumentBase> instrument = provider.createInstrument();
+    return new BramelVstAdapter(audioMaster, instrument, provider.createEditor(instrument));
   } catch (...) {
     return nullptr;
   }

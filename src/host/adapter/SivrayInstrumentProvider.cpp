@@ -3,6 +3,7 @@
 #include "host/adapter/SivrayInstrumentProvider.h"
 
 #include "host/construction/Construction.h"
+#include "host/door/EditorDoor.h"
 #include "host/shell/BramelInstrument.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"
 
@@ -12,6 +13,18 @@ std::shared_ptr<BramelInstrumentBase> SivrayInstrumentProvider::createInstrument
   auto instrument = std::make_shared<BramelInstrument>(makeProcessor());
   instrument->setTooltipProvider(std::make_unique<tooltip::SivrayTooltipProvider>());
   return instrument;
+}
+
+cofu::core::boxed::Box SivrayInstrumentProvider::createViewModel(
+    const std::shared_ptr<BramelInstrumentBase>& instrument) {
+  const auto shell = std::dynamic_pointer_cast<BramelInstrument>(instrument);
+  return shell == nullptr ? nullptr : makeInstrumentViewModel(shell);
+}
+
+std::shared_ptr<BramelInstrumentEditor> SivrayInstrumentProvider::createEditor(
+    const std::shared_ptr<BramelInstrumentBase>& instrument) {
+  const auto shell = std::dynamic_pointer_cast<BramelInstrument>(instrument);
+  return shell == nullptr ? nullptr : makeInstrumentEditor(shell);
 }
 
 }  // namespace tesh::bramel::vst

@@ -41,6 +41,10 @@ class AEffEditor {
   virtual bool onWheel(float) { return false; }
   virtual bool setKnobMode(std::int32_t) { return false; }
 
+  /// How many pixels the host gives to one of the editor's units, above 0. True where the editor follows it: its
+  /// rectangle has then changed.
+  virtual bool setContentScale(float) { return false; }
+
  protected:
   AudioEffect* effect;
   void* systemWindow = nullptr;  ///< Null while closed.

@@ -1,0 +1,19 @@
+// Takes the editor's place in builds without one: the plug-in then tells its host that it has no window.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/door/EditorDoor.h"
+
+namespace tesh::bramel::vst {
+
+std::shared_ptr<BramelInstrumentEditor> makeInstrumentEditor(const std::shared_ptr<BramelInstrument>& /*instrument*/) {
+  return nullptr;
+}
+
+cofu::core::boxed::Box makeInstrumentViewModel(const std::shared_ptr<BramelInstrument>& /*instrument*/) {
+  return nullptr;
+}
+
+std::unique_ptr<AEffEditor> makeVstEditor(AudioEffect& /*effect*/, std::shared_ptr<BramelInstrumentEditor> /*editor*/) {
+  return nullptr;
+}
+
+}  // namespace tesh::bramel::vst
