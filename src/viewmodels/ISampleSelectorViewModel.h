@@ -1,0 +1,28 @@
+// The sample library as a browser shows it, and the sample that each part plays.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tesh::bramel {
+
+/// Message thread only. Parts, categories and samples of a category count from 0.
+class ISampleSelectorViewModel {
+ public:
+  virtual ~ISampleSelectorViewModel() = default;
+
+  virtual std::int32_t getPartCount() const = 0;
+  /// Where the part's sample is found: its category, -1 with an empty library, and its place in there.
+  virtual std::int64_t getCategoryIndex(std::uint64_t part) const = 0;
+  virtual std::int64_t getSampleIndex(std::uint64_t part) const = 0;
+  /// Gives the part another sample. What does not exist is ignored.
+  virtual void selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) = 0;
+
+  virtual std::int64_t getCategoryCount() const = 0;
+  virtual std::string getCategoryName(std::int64_t category) const = 0;
+  virtual std::int64_t getSampleCount(std::int64_t category) const = 0;
+  virtual std::string getSampleName(std::int64_t category, std::int64_t index) const = 0;
+};
+
+}  // namespace tesh::bramel

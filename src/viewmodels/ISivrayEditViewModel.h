@@ -1,0 +1,22 @@
+// What the drum module's view knows beyond the common edit view model: samples.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "viewmodels/IPluginEditViewModel.h"
+#include "viewmodels/ISampleSelectorViewModel.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+/// Message thread only.
+class ISivrayEditViewModel : public virtual IPluginEditViewModel {
+ public:
+  virtual std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const = 0;
+  /// The name of the sample that a part (0 to 7) plays.
+  virtual std::string getSampleName(std::uint64_t part) const = 0;
+};
+
+}  // namespace tesh::bramel::plugin::sivray
