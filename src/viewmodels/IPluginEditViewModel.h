@@ -1,5 +1,6 @@
-// All that a view knows of an instrument: its parameters as a list of normalised values, its smaller view models, and
-// its fonts and images. SPDX-License-Identifier: GPL-3.0-or-later
+// All that a view knows of an instrument: its parameters as a list of normalised values, its smaller view models, its
+// fonts and its images.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
