@@ -1,0 +1,31 @@
+// Makes what an instrument shows: its view model, and the view that stands on it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "core/Boxed.h"
+#include "host/shell/BramelInstrumentBase.h"
+
+namespace tesh::bramel::vst {
+
+/// A view and its view model. Each box is null if there is none.
+struct InstrumentEditorParts {
+  cofu::core::boxed::Box view;       ///< Holds a `std::shared_ptr<juce::Component>` of 768 by 468.
+  cofu::core::boxed::Box viewModel;  ///< Holds a `std::shared_ptr<IPluginEditViewModelOwner>`.
+};
+
+/// Message thread only. `instrument` is a BramelInstrument; of another kind the boxes are null.
+class BramelInstrumentEditorProvider {
+ public:
+  virtual ~BramelInstrumentEditorProvider() = default;
+
+  /// A view model alone, boxed as above.
+  virtual cofu::core::boxed::Box createViewModel(const std::shared_ptr<BramelInstrumentBase>& instrument) = 0;
+
+  /// `imageScale` says which set of images the view draws: 1 of the panel's own pixels, 2 of twice as many each way.
+  virtual InstrumentEditorParts createEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
+                                             int imageScale) = 0;
+};
+
+}  // namespace tesh::bramel::vst
