@@ -1,0 +1,50 @@
+// A button of two states, latching or momentary; derived classes draw it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <memory>
+
+#include "widgets/ControlCore.h"
+#include "widgets/SpokenControl.h"
+
+namespace tesh::bramel {
+
+/// Acts on the left button alone, and not while it is disabled (`setEnabled`). A press tells begin and change, a
+/// release end; a momentary button is on while it is held and tells change again before the end.
+class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateControl>, public SpokenControl {
+ public:
+  BWButtonBase();
+
+  bool getState() const override { return on; }
+  void setState(bool isOn) override;
+  void setMomentary(bool isMomentary) { momentary = isMomentary; }
+  bool isMomentary() const { return momentary; }
+  bool isPressed() const { return pressed; }
+
+  /// Presses and releases as a hand does. For screen readers.
+  void click();
+
+  void mouseDown(const juce::MouseEvent& event) override;
+  void mouseUp(const juce::MouseEvent& event) override;
+  void enablementChanged() override;
+  std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+
+ protected:
+  /// State to picture.
+  virtual void refresh() {}
+
+ private:
+  class Accessibility;
+
+  void press();
+  void release();
+
+  std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
+  bool on = false;
+  bool momentary = false;
+  bool pressed = false;
+};
+
+}  // namespace tesh::bramel

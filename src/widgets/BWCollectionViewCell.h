@@ -1,0 +1,26 @@
+// A cell of a collection view: a button that knows its index and whether it is the selected one.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include "widgets/BWButtonBase.h"
+
+namespace tesh::bramel {
+
+/// Derived classes draw it.
+class BWCollectionViewCell : public BWButtonBase {
+ public:
+  BWCollectionViewCell() { setMomentary(true); }
+
+  virtual std::uint64_t getIndex() const { return index; }
+  virtual void setIndex(std::uint64_t newIndex) { index = newIndex; }
+  virtual bool isSelected() const { return selected; }
+  virtual void setSelected(bool isSelected) { selected = isSelected; }
+
+ private:
+  std::uint64_t index = 0;
+  bool selected = false;
+};
+
+}  // namespace tesh::bramel

@@ -1,0 +1,41 @@
+// Shows one image of a set, stretched into its own size, whatever the images' pixels.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <cstddef>
+
+#include "widgets/ProvidedResources.h"
+
+namespace tesh::bramel {
+
+/// Takes no clicks.
+class BWImageListView : public juce::Component {
+ public:
+  BWImageListView();
+
+  /// Shows the same index of the new set; null shows nothing.
+  void setImages(ImageSet newImages);
+  std::size_t getImageCount() const { return images == nullptr ? 0 : images->size(); }
+
+  /// Ignored past the end.
+  void setIndex(std::size_t newIndex);
+  std::size_t getIndex() const { return index; }
+  /// The image in front; empty if there is none.
+  juce::Image getImage() const { return view.getImage(); }
+
+  /// How an image fills the view; stretched is the default.
+  void setPlacement(juce::RectanglePlacement placement) { view.setImagePlacement(placement); }
+
+  void resized() override { view.setBounds(getLocalBounds()); }
+
+ private:
+  void show();
+
+  ImageSet images;
+  std::size_t index = 0;
+  juce::ImageComponent view;
+};
+
+}  // namespace tesh::bramel

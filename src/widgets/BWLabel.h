@@ -1,0 +1,15 @@
+// A line of text that fills its component.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/PanelText.h"
+
+namespace tesh::bramel {
+
+/// Left-justified, centred from top to bottom.
+class BWLabel : public PanelText {
+ public:
+  BWLabel() { setJustification(juce::Justification::centredLeft); }
+};
+
+}  // namespace tesh::bramel

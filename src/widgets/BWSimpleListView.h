@@ -1,0 +1,62 @@
+// A scrolling list of texts of which one can be selected, by mouse, arrow and page keys, and by typing first letters.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "viewmodels/resources/IBramelFontProvider.h"
+#include "widgets/IBWSimpleListView.h"
+#include "widgets/TypeAhead.h"
+
+namespace tesh::bramel {
+
+class BWSimpleListView : public juce::Component, public juce::ListBoxModel {
+ public:
+  static constexpr int kRowHeight = 28;
+
+  BWSimpleListView();
+  ~BWSimpleListView() override;
+
+  /// The listener must outlive the list or be taken back with null.
+  void setListener(IBWSimpleListViewListener* newListener) { listener = newListener; }
+  /// Replaces all rows; nothing is selected then. Notifies nobody.
+  void setItems(std::vector<std::string> texts);
+  void setDataSource(std::shared_ptr<const IBWSimpleListViewDataSource> source);
+  /// Null gives the default renderer back.
+  void setRenderer(std::shared_ptr<const IBWSimpleListViewRenderer> newRenderer);
+  /// The default renderer then writes in "Open Sans Regular" at 13.
+  void setFontProvider(IBramelFontProvider& provider);
+
+  /// Selects the row alone and scrolls it into view; -1 selects nothing. Notifies nobody.
+  void selectRow(int row);
+  int getSelectedRow() const { return selectedRow; }
+  /// The list's name for a screen reader.
+  void setListTitle(const juce::String& title) { box.setTitle(title); }
+
+  void resized() override;
+  bool keyPressed(const juce::KeyPress& key) override;
+
+  int getNumRows() override;
+  juce::String getNameForRow(int row) override;
+  void paintListBoxItem(int row, juce::Graphics& graphics, int width, int height, bool selected) override;
+  void selectedRowsChanged(int lastRow) override;
+  void listBoxItemClicked(int row, const juce::MouseEvent& event) override;
+
+ private:
+  void renew();
+
+  IBWSimpleListViewListener* listener = nullptr;
+  std::shared_ptr<const IBWSimpleListViewDataSource> dataSource;
+  std::shared_ptr<BWSimpleListViewDefaultRenderer> defaultRenderer;
+  std::shared_ptr<const IBWSimpleListViewRenderer> renderer;
+  juce::ListBox box;
+  TypeAhead typeAhead;
+  bool muted = false;
+  int selectedRow = -1;
+};
+
+}  // namespace tesh::bramel

@@ -1,0 +1,56 @@
+// A button of images: off, on, and a darker pair while it is pressed.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+
+#include "widgets/BWButtonBase.h"
+#include "widgets/BWImageListView.h"
+#include "widgets/PanelText.h"
+
+namespace tesh::bramel {
+
+/// Without images it is an invisible place to click.
+class BWToggleButton : public BWButtonBase {
+ public:
+  /// A colour set under this id fills the button behind its image.
+  static constexpr int kBackgroundColourId = 0x1006501;
+
+  BWToggleButton();
+
+  void setOffImage(const juce::Image& image) { setImage(off, image); }
+  void setOnImage(const juce::Image& image) { setImage(on, image); }
+  /// Pressed images that are not given are the others, every pixel darker by 0.3.
+  void setPressedOffImage(const juce::Image& image) { setImage(pressedOff, image); }
+  void setPressedOnImage(const juce::Image& image) { setImage(pressedOn, image); }
+  /// Show the pressed images while the button is held; off at first.
+  void setShowPressed(bool show);
+  /// The image in front; empty if there is none.
+  juce::Image getImage() const { return list.getImage(); }
+
+  void setImagePlacement(juce::RectanglePlacement placement) { list.setPlacement(placement); }
+  void setImageBorder(juce::BorderSize<int> border);
+  void setTextBorder(juce::BorderSize<int> border);
+  PanelText& getText() { return text; }
+
+  void resized() override;
+  void paint(juce::Graphics& graphics) override;
+
+ protected:
+  void refresh() override;
+
+ private:
+  enum Slot : std::size_t { off, on, pressedOff, pressedOn };
+
+  void setImage(Slot slot, const juce::Image& image);
+  void giveImages();
+
+  std::array<juce::Image, 4> images;
+  BWImageListView list;
+  PanelText text;
+  juce::BorderSize<int> imageBorder;
+  juce::BorderSize<int> textBorder;
+  bool showPressed = false;
+};
+
+}  // namespace tesh::bramel

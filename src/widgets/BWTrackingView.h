@@ -1,0 +1,63 @@
+// An invisible surface that turns a drag into a value from 0 to 1, the moving part of knobs and faders.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <cstdint>
+#include <memory>
+
+#include "widgets/ControlCore.h"
+#include "widgets/DragLaw.h"
+
+namespace tesh::bramel {
+
+/// Acts on the left button alone. Alt makes a relative drag fine.
+class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
+ public:
+  enum class Mode { relative, absolute };
+  using Clock = std::uint32_t (*)();  ///< Milliseconds.
+
+  BWTrackingView();
+
+  /// Null is ignored.
+  void setQuantizer(std::shared_ptr<IParameterQuantizer> newQuantizer);
+  const std::shared_ptr<IParameterQuantizer>& getQuantizer() const { return quantizer; }
+
+  /// Tracks y (up increases) or x (right increases), the default.
+  void setVertical(bool vertical);
+  bool isVertical() const { return settings.vertical; }
+  void setMode(Mode newMode) { mode = newMode; }
+  void setSensitivity(float sensitivity) { settings.sensitivity = sensitivity; }
+  /// 0 is continuous. The value stays as it is until it is next set.
+  void setStepCount(std::uint64_t count) { stepCount = count; }
+  std::uint64_t getStepCount() const { return stepCount; }
+
+  float getValue() const { return value; }
+  /// Takes the nearest state of `newValue`. Notifies nobody, and a drag under way goes on from where the hand is.
+  void setValueQuietly(float newValue);
+  /// Acts as a whole gesture of the user does: begin, change, end. For screen readers.
+  void moveTo(float newValue);
+
+  /// `juce::Time::getMillisecondCounter` unless a test brings its own.
+  void setClock(Clock newClock) { clock = newClock; }
+
+  void mouseDown(const juce::MouseEvent& event) override;
+  void mouseDrag(const juce::MouseEvent& event) override;
+  void mouseUp(const juce::MouseEvent& event) override;
+
+ private:
+  void take(float newValue);
+  void takePosition(const juce::MouseEvent& event);
+
+  std::shared_ptr<IParameterQuantizer> quantizer = std::make_shared<NormalParameterQuantizer>();
+  drag::Settings settings;
+  drag::State state;
+  Mode mode = Mode::relative;
+  std::uint64_t stepCount = 0;
+  float value = 0.0F;
+  bool dragging = false;
+  Clock clock = &juce::Time::getMillisecondCounter;
+};
+
+}  // namespace tesh::bramel

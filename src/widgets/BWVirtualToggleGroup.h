@@ -1,0 +1,43 @@
+// Makes buttons that stand anywhere a radio group: one of them is on. Not a component.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "widgets/ControlCore.h"
+
+namespace tesh::bramel {
+
+/// The state is the index of the button that is on, 0 at first.
+class BWVirtualToggleGroup : public ControlBase<IBWMultiStateControl>, public IBWControlListener {
+ public:
+  ~BWVirtualToggleGroup() override;
+
+  /// Becomes the listener of each button.
+  void setButtons(std::vector<std::shared_ptr<IBWTwoStateControl>> newButtons);
+
+  std::uint64_t getStateCount() const override { return buttons.size(); }
+  std::uint64_t getState() const override { return current; }
+  /// Ignored if there is no such button, except for 0. Notifies nobody, and counts as told: a press of the same button
+  /// is no change.
+  void setState(std::uint64_t state) override;
+
+  void controlValueChanged(IBWControl& control) override;
+  void controlGestureBegan(IBWControl& control) override;
+  void controlGestureEnded(IBWControl& control) override;
+
+ private:
+  bool choose(const IBWControl& control);
+  void tellIfChanged();
+  void updateButtons();
+  void leaveButtons();
+
+  std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
+  std::vector<std::shared_ptr<IBWTwoStateControl>> buttons;
+  std::uint64_t current = 0;
+  std::uint64_t previous = 0;  ///< The last one that the listener was told.
+};
+
+}  // namespace tesh::bramel

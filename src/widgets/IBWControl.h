@@ -1,0 +1,86 @@
+// What every control of the panel is: a value of one of three kinds, a bag of named properties and one listener.
+// Controls know nothing of parameters. Message thread only. SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "core/Boxed.h"
+#include "viewmodels/texts/ParameterSteps.h"
+
+namespace tesh::bramel {
+
+using cofu::core::boxed::Box;
+using cofu::core::boxed::makeBox;
+
+class IBWControl;
+
+/// Hears a user's hand. Setters never notify. Any of these calls may delete the control.
+class IBWControlListener {
+ public:
+  virtual ~IBWControlListener() = default;
+  virtual void controlValueChanged(IBWControl& /*control*/) {}
+  virtual void controlGestureBegan(IBWControl& /*control*/) {}
+  virtual void controlGestureEnded(IBWControl& /*control*/) {}
+  virtual void controlDoubleClicked(IBWControl& /*control*/) {}
+};
+
+class IBWControl {
+ public:
+  virtual ~IBWControl() = default;
+
+  /// The listener must outlive the control or be taken back with null.
+  virtual void setListener(IBWControlListener* listener) = 0;
+
+  /// An empty box if there is no property of this name. Good until the property is set again. See `property`.
+  virtual const Box& getProperty(const std::string& key) const = 0;
+  virtual void setProperty(const std::string& key, Box value) = 0;
+
+  /// Tell the listener, if there is one.
+  virtual void notifyChanged() = 0;
+  virtual void notifyBegin() = 0;
+  virtual void notifyEnd() = 0;
+  virtual void notifyDoubleClick() = 0;
+};
+
+/// A property's value; nothing if it is missing or of another type.
+template <typename T>
+std::optional<T> property(const IBWControl& control, const std::string& key) {
+  const T* const value = cofu::core::boxed::valueIn<T>(control.getProperty(key));
+  return value == nullptr ? std::nullopt : std::optional<T>(*value);
+}
+
+class IBWTwoStateControl : public IBWControl {
+ public:
+  virtual bool getState() const = 0;
+  virtual void setState(bool on) = 0;
+};
+
+class IBWMultiStateControl : public IBWControl {
+ public:
+  virtual std::uint64_t getStateCount() const = 0;
+  virtual std::uint64_t getState() const = 0;
+  virtual void setState(std::uint64_t state) = 0;
+};
+
+class IBWContinuousStateControl : public IBWControl {
+ public:
+  virtual std::shared_ptr<IParameterQuantizer> getQuantizer() const = 0;
+  virtual void setQuantizer(std::shared_ptr<IParameterQuantizer> quantizer) = 0;
+
+  /// 0 makes the control continuous; otherwise it has this number of states.
+  virtual void setStepCount(std::uint64_t count) = 0;
+
+  virtual float getMinimum() const = 0;
+  virtual void setMinimum(float minimum) = 0;
+  virtual float getMaximum() const = 0;
+  virtual void setMaximum(float maximum) = 0;
+
+  /// From minimum to maximum.
+  virtual float getValue() const = 0;
+  virtual void setValue(float value) = 0;
+};
+
+}  // namespace tesh::bramel

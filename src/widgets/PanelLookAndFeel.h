@@ -1,0 +1,28 @@
+// The look of the JUCE widgets that the views use: scroll bars, text editors, labels and menus.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace tesh::bramel {
+
+/// JUCE asks the process's default look-and-feel for typefaces, so one object must be made the default
+/// (`juce::LookAndFeel::setDefaultLookAndFeel`) before the first text is laid out, and taken back before it goes.
+class PanelLookAndFeel : public juce::LookAndFeel_V4 {
+ public:
+  PanelLookAndFeel();
+
+  /// The face of all fonts that name none. Must be called before any such font is used; null is ignored.
+  void setDefaultFace(const juce::Typeface::Ptr& face);
+
+  int getDefaultScrollbarWidth() override { return 8; }
+  int getMinimumScrollbarThumbSize(juce::ScrollBar& bar) override;
+  bool areScrollbarButtonsVisible() override { return false; }
+  void drawScrollbar(juce::Graphics& graphics, juce::ScrollBar& bar, int x, int y, int width, int height,
+                     bool isVertical, int thumbStart, int thumbSize, bool isMouseOver, bool isMouseDown) override;
+
+  void fillTextEditorBackground(juce::Graphics& graphics, int width, int height, juce::TextEditor& editor) override;
+  void drawTextEditorOutline(juce::Graphics& graphics, int width, int height, juce::TextEditor& editor) override;
+};
+
+}  // namespace tesh::bramel

@@ -1,0 +1,27 @@
+// What a screen reader says of a control: its name is the component's title (`setTitle`), its value a text of the
+// view's. SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <functional>
+#include <utility>
+
+namespace tesh::bramel {
+
+/// Knobs, faders, buttons and switches derive from it. Without a function the value is read as a plain number or state.
+class SpokenControl {
+ public:
+  virtual ~SpokenControl() = default;
+
+  /// Called whenever the value is to be read; the function may look only at what outlives the control.
+  void setValueText(std::function<juce::String()> textOfValue) { valueText = std::move(textOfValue); }
+
+ protected:
+  juce::String speakValue(const juce::String& plain) const { return valueText ? valueText() : plain; }
+
+ private:
+  std::function<juce::String()> valueText;
+};
+
+}  // namespace tesh::bramel
