@@ -1,9 +1,10 @@
-// Single values of the voices' laws, as they stand where the sounds were designed: levels, pans, pitches, decays,
-// ramps. SPDX-License-Identifier: GPL-3.0-or-later
+// Single values of the voices' laws: levels, pans, pitches, decays, ramps. The values come from the sound design.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
 #include <array>
 
+#include "engine/voice/AmpEnvelope.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceTables.h"
 
@@ -13,23 +14,23 @@ namespace {
 /// Cents of a pitch of 0 to 48 and a fine pitch of 0 to 200, as the voices count them.
 constexpr std::int32_t cents(std::int32_t pitch, std::int32_t fine) { return pitch * 100 - 100 + fine; }
 
-TEST(VoiceLaws, LevelsAndPansHaveTheirStatedGains) {
+TEST(VoiceLaws, LevelsPansAndLowBoostsHaveTheirGains) {
   EXPECT_EQ(voiceTables().velocity[0], 0);
   EXPECT_EQ(voiceTables().velocity[1], 460988);
   EXPECT_EQ(voiceTables().velocity[100], 4504948);
   EXPECT_EQ(voiceTables().velocity[127], 8388607);
-  EXPECT_EQ(levelValue(127, 127, false) >> 8, 32194);
-  EXPECT_EQ(levelValue(100, 100, false) >> 8, 10719);
-  EXPECT_EQ(levelValue(127, 127, true), 0);
-  EXPECT_EQ(levelValue(127, 128, false), 0);
-  EXPECT_EQ(panValue(0), 0);
-  EXPECT_EQ(panValue(1), 0);
-  EXPECT_EQ(panValue(64) >> 8, 16384);
-  EXPECT_EQ(panValue(127) >> 8, 32767);
-  EXPECT_EQ(voiceTables().lowBoost[0] >> 8, -16384);
-  EXPECT_EQ(voiceTables().lowBoost[127], 8380221);
-  EXPECT_LT(voiceTables().lowBoost[42], 0);
-  EXPECT_GT(voiceTables().lowBoost[43], 0);
+  EXPECT_EQ(levelGain(127, 127, false), 32194);
+  EXPECT_EQ(levelGain(100, 100, false), 10719);
+  EXPECT_EQ(levelGain(127, 127, true), 0);
+  EXPECT_EQ(levelGain(127, 128, false), 0);
+  EXPECT_EQ(panGain(0), 0);
+  EXPECT_EQ(panGain(1), 0);
+  EXPECT_EQ(panGain(64), 16384);
+  EXPECT_EQ(panGain(127), 32767);
+  EXPECT_EQ(lowBoostGain(0), -16384);
+  EXPECT_EQ(lowBoostGain(127), 32735);
+  EXPECT_LT(lowBoostGain(42), 0);
+  EXPECT_GT(lowBoostGain(43), 0);
 }
 
 TEST(VoiceLaws, PitchesCoverTwoOctavesAndASemitoneToBothSides) {
@@ -44,12 +45,12 @@ TEST(VoiceLaws, PitchesCoverTwoOctavesAndASemitoneToBothSides) {
 }
 
 TEST(VoiceLaws, DecaysScaleWithTheWave) {
-  EXPECT_EQ(lengthAtEngineRate(44100, 44100.0F), 44100);
-  EXPECT_EQ(lengthAtEngineRate(1000, 22050.0F), 2000);
-  EXPECT_EQ(decaySamples(44100, 0), 3);
-  EXPECT_EQ(decaySamples(44100, 126), 65119);
-  EXPECT_EQ(decaySamples(44100, 127), 66150);  // one and a half times the wave
-  EXPECT_EQ(decaySamples(0, 127), 1);
+  EXPECT_EQ(AmpEnvelope::lengthAtEngineRate(44100, 44100.0F), 44100);
+  EXPECT_EQ(AmpEnvelope::lengthAtEngineRate(1000, 22050.0F), 2000);
+  EXPECT_EQ(AmpEnvelope::decaySamples(44100, 0), 3);
+  EXPECT_EQ(AmpEnvelope::decaySamples(44100, 126), 65119);
+  EXPECT_EQ(AmpEnvelope::decaySamples(44100, 127), 66150);  // one and a half times the wave
+  EXPECT_EQ(AmpEnvelope::decaySamples(0, 127), 1);
 }
 
 TEST(RampBank, LandsOnTheTargetAfterTheStepsOfItsRate) {

@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-/// Drops the top eight bits: fields are read on the 24-bit scale.
+/// Sign-extends the lower 24 bits, the range that a bound field may have.
 std::int32_t extendedFrom24(std::int32_t word) { return cofu::core::wrapShiftLeft(word, 8) >> 8; }
 
 }  // namespace

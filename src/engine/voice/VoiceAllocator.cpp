@@ -1,4 +1,4 @@
-// Finding, starting and giving back of voices.
+// Which voice a note takes, the meters, and the release of voices that have ended.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceAllocator.h"
 
@@ -86,7 +86,7 @@ void VoiceAllocator::noteOff(int note) {
 
 void VoiceAllocator::resetVoices() {
   for (std::size_t lane = 0; voices != nullptr && lane < kVoiceCount; ++lane) {
-    voices->clear(lane);
+    voices->lanes().clearLane(lane);
   }
 }
 
@@ -122,7 +122,7 @@ void VoiceAllocator::releaseFinishedVoices() {
     if (bank.state[lane] != VoiceState::free) {
       continue;
     }
-    voices->clear(lane);
+    bank.clearLane(lane);
     voices->rebindRamps(lane);
     const auto last = static_cast<std::size_t>(activeVoices - 1);
     if (lane != last) {
@@ -130,7 +130,7 @@ void VoiceAllocator::releaseFinishedVoices() {
       voices->rebindRamps(lane);
       voices->rebindRamps(last);
     }
-    --activeVoices;  // the voice that has moved here is looked at after the next render
+    --activeVoices;  // the voice that has moved to this lane is looked at after the next render
   }
 }
 

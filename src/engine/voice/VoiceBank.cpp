@@ -1,4 +1,4 @@
-// Start values of the lanes, and the exchange of two of them.
+// Start values of the lanes, the exchange of two of them, and what silence is for one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceBank.h"
 
@@ -7,6 +7,13 @@
 namespace tesh::bramel::plugin::sivray {
 
 namespace {
+
+constexpr std::int32_t kCentrePan = 64;
+
+/// What each ramp writes, in the order of LaneRamp.
+constexpr std::array<LaneWords VoiceBank::*, kRampsPerLane> kDestinations{
+    &VoiceBank::lowBoostGain, &VoiceBank::levelGain, &VoiceBank::rightGain, &VoiceBank::envelopeGain,
+    &VoiceBank::fadeAmp,      &VoiceBank::gainDry,   &VoiceBank::gainEffect};
 
 template <typename... Fields>
 void swapIn(std::size_t a, std::size_t b, Fields&... fields) {
@@ -18,8 +25,7 @@ void swapIn(std::size_t a, std::size_t b, Fields&... fields) {
 VoiceBank::VoiceBank() {
   waveRate.fill(44100.0F);
   padIndex.fill(-1);
-  punchStart.fill(32767);
-  pan.fill(64);
+  pan.fill(kCentrePan);
   envelopeSpeed.fill(1.0F);
   envelopeFinished.fill(true);
 }
@@ -28,11 +34,33 @@ void VoiceBank::swapLanes(std::size_t a, std::size_t b) {
   swapIn(a, b, positionQ12, slotBase, punchCurrent, envelopeGain, lowBoostGain, stateLeft, stateRight, levelGain,
          rightGain, meterEnabled, meterRestart, peakLeft, peakRight, fadeEnabled, fadeAmp, gainDry, gainEffect);
   swapIn(a, b, length, remainingQ12, stepMagnitudeQ12, stepSignedQ12, reversed, waveRate, ratio, padIndex);
-  swapIn(a, b, lowBoost, punchStart, level, velocity, muted, pan, fxSend);
-  swapIn(a, b, egTime, levelIndex, lengthAtEngineRate, envelopeSpeed, envelopeCounter, envelopeFinished, phase,
-         gateMode);
+  swapIn(a, b, lowBoost, level, velocity, muted, pan, fxSend);
+  swapIn(a, b, egTime, levelIndex, envelopeSpeed, envelopeCounter, envelopeFinished, phase, gateMode);
   swapIn(a, b, padGroup, ramps, active, live, triggerPending, triggerVelocity, pitchDirty, pitchIncrementQ16,
          pitchCents, state, pad);
+}
+
+void VoiceBank::clearLane(std::size_t lane) {
+  stepMagnitudeQ12[lane] = 0;
+  stepSignedQ12[lane] = 0;
+  positionQ12[lane] = 0;
+  remainingQ12[lane] = 0;
+  lowBoost[lane] = 0;
+  stateLeft[lane] = 0;
+  stateRight[lane] = 0;
+  punchCurrent[lane] = 0;
+  meterEnabled[lane] = 0;
+  meterRestart[lane] = 0;
+  peakLeft[lane] = 0;
+  peakRight[lane] = 0;
+  levelGain[lane] = 0;  // kernels compute free lanes too; this is what silences them
+  pan[lane] = kCentrePan;
+  fadeAmp[lane] = 0;
+  fadeEnabled[lane] = 0;
+}
+
+std::int32_t* VoiceBank::destinationOf(std::size_t lane, LaneRamp ramp) {
+  return &(this->*kDestinations[static_cast<std::size_t>(ramp)])[lane];
 }
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -20,30 +20,45 @@ inline constexpr int kVoiceCount = kLanesPerQuad * kQuadCount;
 template <typename T>
 using PerLane = std::array<T, kVoiceCount>;
 
-/// Lane values that the kernels load as vectors. They start at 0.
+/// Lane values that the kernels load as vectors, all 0 at the start.
 struct alignas(32) LaneWords : PerLane<std::int32_t> {
   LaneWords() : PerLane<std::int32_t>{} {}
 };
 
-/// The ramps of a lane, in the order in which they are made.
+/// The ramps of a lane.
 enum class LaneRamp : std::uint8_t { lowBoost, level, pan, envelope, fade, dry, effect };
 inline constexpr std::size_t kRampsPerLane = 7;
 
 enum class VoiceState : std::int32_t { free = 0, sounding = 1, retriggered = 2 };
 enum class EnvelopePhase : std::int32_t { idle = 0, running = 1, released = 3 };
 
-/// Plain data; a lane's state may be moved to another lane, so that nothing keeps an address into it but the ramp bank,
-/// which is bound again on a move. Gains are Q15 but for the level's, whose unity is 8192.
+/// A read position in Q12 at the last of `length` frames; 0 for an empty wave.
+constexpr std::int32_t lastFrameQ12(std::uint32_t length) {
+  return length == 0 ? 0 : static_cast<std::int32_t>((length - 1) << 12);
+}
+
+/// Plain data. A lane's state may move to another lane, so nothing may keep an address into it except the ramp bank,
+/// which is bound anew after a move. Gains are Q15, except the level's gain, whose 1.0 is 8192. Flags that the kernels
+/// use as masks are -1 for true.
 struct VoiceBank {
   VoiceBank();
 
-  /// Exchanges everything that lane `a` and lane `b` hold.
+  /// Exchanges the whole state of two lanes.
   void swapLanes(std::size_t a, std::size_t b) SIVRAY_NONBLOCKING;
+
+  /// Silences a lane: its wave, filter, punch, meters and gains. Ramps, settings and the voice's state stay.
+  void clearLane(std::size_t lane) SIVRAY_NONBLOCKING;
+
+  /// The slot in the ramp bank of one of a lane's ramps.
+  std::int32_t rampOf(std::size_t lane, LaneRamp ramp) const { return ramps[lane][static_cast<std::size_t>(ramp)]; }
+
+  /// The field of a lane that a ramp writes.
+  std::int32_t* destinationOf(std::size_t lane, LaneRamp ramp);
 
   // What the kernels work on.
   LaneWords positionQ12;   ///< read position
   LaneWords slotBase;      ///< first frame of the lane's slot, counted from the start of all sample memory
-  LaneWords punchCurrent;  ///< falls from the start value towards 16
+  LaneWords punchCurrent;  ///< Q12 gain added to 1.0; falls to 16
   LaneWords envelopeGain;  ///< ramp destination
   LaneWords lowBoostGain;  ///< ramp destination
   LaneWords stateLeft;     ///< the low boost's last output
@@ -65,13 +80,12 @@ struct VoiceBank {
   PerLane<std::int32_t> stepMagnitudeQ12{};  ///< frames per sample
   PerLane<std::int32_t> stepSignedQ12{};     ///< negative when reversed
   PerLane<bool> reversed{};
-  PerLane<float> waveRate;
-  PerLane<float> ratio{};
+  PerLane<float> waveRate;         ///< Hz
+  PerLane<float> ratio{};          ///< waveRate by the engine's rate
   PerLane<std::int32_t> padIndex;  ///< the slot that the lane reads
 
   // Settings as the stages last took them from the pad.
   PerLane<std::int32_t> lowBoost{};
-  PerLane<std::int32_t> punchStart;
   PerLane<std::int32_t> level{};
   PerLane<std::int32_t> velocity{};
   PerLane<bool> muted{};
@@ -80,10 +94,9 @@ struct VoiceBank {
 
   // The envelope.
   PerLane<std::int32_t> egTime{};
-  PerLane<std::int32_t> levelIndex{};
-  PerLane<std::int32_t> lengthAtEngineRate{};
-  PerLane<float> envelopeSpeed;
-  PerLane<std::int32_t> envelopeCounter{};
+  PerLane<std::int32_t> levelIndex{};       ///< 127 to 0
+  PerLane<float> envelopeSpeed;             ///< level indices per sample of decay
+  PerLane<std::int32_t> envelopeCounter{};  ///< samples of decay so far
   PerLane<bool> envelopeFinished;
   PerLane<EnvelopePhase> phase{};
   PerLane<bool> gateMode{};
@@ -91,11 +104,11 @@ struct VoiceBank {
   // Voice control.
   PerLane<const PadValues*> padGroup{};
   PerLane<std::array<std::int32_t, kRampsPerLane>> ramps{};
-  PerLane<bool> active{};
-  PerLane<bool> live{};
+  PerLane<bool> active{};  ///< wave and envelope run
+  PerLane<bool> live{};    ///< has started once, so that control updates apply
   PerLane<bool> triggerPending{};
   PerLane<std::int32_t> triggerVelocity{};
-  PerLane<bool> pitchDirty{};
+  PerLane<bool> pitchDirty{};  ///< the increment must be computed anew
   PerLane<std::uint32_t> pitchIncrementQ16{};
   PerLane<std::int32_t> pitchCents{};
   PerLane<VoiceState> state{};

@@ -1,10 +1,11 @@
-// The ramps of the lanes, and the division of a render into runs.
+// The ramps of the lanes, and how a render is cut into runs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoicePool.h"
 
 #include <algorithm>
-#include <limits>
+#include <array>
 
+#include "core/FixedPoint.h"
 #include "engine/voice/DrumCore.h"
 #include "engine/voice/VoiceTables.h"
 
@@ -12,34 +13,13 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-constexpr std::int32_t kOrdinaryRate = -32511;
-constexpr std::int32_t kEndFadeRate = -32703;
-constexpr std::int32_t kGateRate = -256;
+constexpr int kControlPeriod = 64;         ///< Samples between two control updates.
+constexpr std::int32_t kFadeClosed = 181;  ///< The fade's gain is the square, which is below 1 / 32768 from here on.
 
-constexpr int kControlPeriod = 64;
-constexpr std::int32_t kFadeClosed = 181;  // its square is below 1.0 / 32768
-constexpr std::int32_t kLastLevelIndex = 127;
-constexpr std::int32_t kEgTimeForever = 127;
-
-/// The envelope's level index after `counter` running samples: single precision, truncated, never below 0.
-std::int32_t levelIndexAt(std::int32_t counter, float speed) {
-  const float steps = static_cast<float>(counter) * speed;
-  return steps >= static_cast<float>(kLastLevelIndex) ? 0 : kLastLevelIndex - static_cast<std::int32_t>(steps);
-}
-
-/// The counter after `frames` more samples; it stops at its end, which is thirteen hours away.
-std::int32_t countedOn(std::int32_t counter, int frames) {
-  return counter > std::numeric_limits<std::int32_t>::max() - frames ? std::numeric_limits<std::int32_t>::max()
-                                                                     : counter + frames;
-}
-
-bool envelopeRuns(const VoiceBank& bank, std::size_t lane) {
-  return bank.gateMode[lane] ? bank.phase[lane] == EnvelopePhase::released : bank.egTime[lane] != kEgTimeForever;
-}
-
-std::int32_t lastFrameQ12(std::uint32_t length) {
-  return length == 0 ? 0 : static_cast<std::int32_t>((length - 1) << 12);
-}
+/// Rates in the order of LaneRamp. The level's ramp gets its rate when the level first changes.
+constexpr std::array<std::int32_t, kRampsPerLane> kRates{
+    RampBank::kMoveRate, 0, RampBank::kMoveRate, RampBank::kMoveRate, RampBank::kEndFadeRate, RampBank::kGateRate,
+    RampBank::kGateRate};
 
 }  // namespace
 
@@ -47,8 +27,9 @@ VoicePool::VoicePool(DrumCore& core, const VoiceKernel& voiceKernel)
     : ramps(core.rampBank()),
       bank(core.voiceBank()),
       pool(core.pool()),
-      database(core.database()),
-      kernel(voiceKernel) {
+      kernel(voiceKernel),
+      envelope(bank, ramps),
+      voiceStart(bank, ramps, pool, core.database(), envelope) {
   voiceTables();
   for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
     bank.slotBase[lane] = pool.frameOf(pool.silence());
@@ -56,39 +37,12 @@ VoicePool::VoicePool(DrumCore& core, const VoiceKernel& voiceKernel)
   }
 }
 
-std::int32_t VoicePool::rampOf(std::size_t lane, LaneRamp ramp) const {
-  return bank.ramps[lane][static_cast<std::size_t>(ramp)];
-}
-
-std::int32_t* VoicePool::fieldOf(std::size_t lane, LaneRamp ramp) {
-  switch (ramp) {
-    case LaneRamp::lowBoost:
-      return &bank.lowBoostGain[lane];
-    case LaneRamp::level:
-      return &bank.levelGain[lane];
-    case LaneRamp::pan:
-      return &bank.rightGain[lane];
-    case LaneRamp::envelope:
-      return &bank.envelopeGain[lane];
-    case LaneRamp::fade:
-      return &bank.fadeAmp[lane];
-    case LaneRamp::dry:
-      return &bank.gainDry[lane];
-    case LaneRamp::effect:
-      break;
-  }
-  return &bank.gainEffect[lane];
-}
-
 void VoicePool::makeRamps(std::size_t lane) {
-  // The level's ramp has no rate until the level is first changed.
-  constexpr std::array<std::int32_t, kRampsPerLane> kRates{kOrdinaryRate, 0,         kOrdinaryRate, kOrdinaryRate,
-                                                           kEndFadeRate,  kGateRate, kGateRate};
   for (std::size_t ramp = 0; ramp < kRampsPerLane; ++ramp) {
     bank.ramps[lane][ramp] = ramps.allocate();
     ramps.setRate(bank.ramps[lane][ramp], kRates[ramp]);
   }
-  ramps.setNow(rampOf(lane, LaneRamp::fade), 32767);
+  ramps.setNow(bank.rampOf(lane, LaneRamp::fade), cofu::core::kFullScale);
   rebindRamps(lane);
 }
 
@@ -96,31 +50,11 @@ void VoicePool::rebindRamps(std::size_t lane) {
   for (std::size_t ramp = 0; ramp < kRampsPerLane; ++ramp) {
     const auto name = static_cast<LaneRamp>(ramp);
     if (name == LaneRamp::fade) {
-      ramps.bindKeepingTarget(rampOf(lane, name), fieldOf(lane, name));
+      ramps.bindKeepingTarget(bank.rampOf(lane, name), bank.destinationOf(lane, name));
     } else {
-      ramps.bind(rampOf(lane, name), fieldOf(lane, name));
+      ramps.bind(bank.rampOf(lane, name), bank.destinationOf(lane, name));
     }
   }
-}
-
-void VoicePool::clear(std::size_t lane) {
-  bank.stepMagnitudeQ12[lane] = 0;
-  bank.stepSignedQ12[lane] = 0;
-  bank.positionQ12[lane] = 0;
-  bank.remainingQ12[lane] = 0;
-  bank.lowBoost[lane] = 0;
-  bank.stateLeft[lane] = 0;
-  bank.stateRight[lane] = 0;
-  bank.punchCurrent[lane] = 0;
-  bank.punchStart[lane] = 32767;
-  bank.meterEnabled[lane] = 0;
-  bank.meterRestart[lane] = 0;
-  bank.peakLeft[lane] = 0;
-  bank.peakRight[lane] = 0;
-  bank.levelGain[lane] = 0;  // this is what silences a free lane
-  bank.pan[lane] = 64;
-  bank.fadeAmp[lane] = 0;
-  bank.fadeEnabled[lane] = 0;
 }
 
 void VoicePool::trigger(std::size_t lane, int velocity) {
@@ -129,13 +63,17 @@ void VoicePool::trigger(std::size_t lane, int velocity) {
   if (bank.state[lane] != VoiceState::sounding) {
     return;
   }
-  const std::int32_t fade = rampOf(lane, LaneRamp::fade);
-  ramps.setRate(fade, kOrdinaryRate);
-  ramps.setNow(fade, 32767);
+  ramps.setRate(bank.rampOf(lane, LaneRamp::fade), RampBank::kMoveRate);
+  fadeOut(lane);
+  bank.state[lane] = VoiceState::retriggered;
+}
+
+void VoicePool::fadeOut(std::size_t lane) {
+  const std::int32_t fade = bank.rampOf(lane, LaneRamp::fade);
+  ramps.setNow(fade, cofu::core::kFullScale);
   ramps.setTarget(fade, 0);
   bank.fadeEnabled[lane] = -1;
   bank.active[lane] = false;
-  bank.state[lane] = VoiceState::retriggered;
 }
 
 void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
@@ -158,7 +96,7 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
     }
     if (frame % kControlPeriod == 0) {
       for (std::size_t lane = 0; lane < voices; ++lane) {
-        controlUpdate(lane);
+        voiceStart.update(lane);
       }
     }
     run.frames = planRun(std::min(frames - frame, kControlPeriod - frame % kControlPeriod), voices);
@@ -180,7 +118,7 @@ void VoicePool::renderSilence(std::int32_t* output, int frames) {
 void VoicePool::startPending(std::size_t voices) {
   for (std::size_t lane = 0; lane < voices; ++lane) {
     if (bank.triggerPending[lane]) {
-      startVoice(lane);
+      voiceStart.start(lane);
       bank.triggerPending[lane] = false;
     }
   }
@@ -197,14 +135,14 @@ int VoicePool::planRun(int frames, std::size_t voices) {
   }
   for (std::size_t lane = 0; lane < voices; ++lane) {
     planned = endsNext(lane) ? 1 : framesToWaveEnd(lane, planned);
-    planned = framesToEnvelopeStep(lane, planned);
+    planned = envelope.framesToStep(lane, planned);
   }
   return planned;
 }
 
 bool VoicePool::endsNext(std::size_t lane) const {
   if (bank.meterRestart[lane] != 0 && bank.meterEnabled[lane] == 0) {
-    return true;  // such a meter takes one sample and then stands
+    return true;  // a meter that is off still takes the first sample after a restart
   }
   if (bank.active[lane]) {
     return bank.envelopeFinished[lane] || bank.remainingQ12[lane] < 1;
@@ -228,35 +166,10 @@ int VoicePool::framesToWaveEnd(std::size_t lane, int frames) const {
   return static_cast<int>(std::min<std::int64_t>(toEnd, frames));
 }
 
-int VoicePool::framesToEnvelopeStep(std::size_t lane, int frames) const {
-  if (!envelopeRuns(bank, lane)) {
-    return frames;
-  }
-  const std::int32_t index = bank.levelIndex[lane];
-  if (!bank.envelopeFinished[lane] && index == 0 && bank.envelopeGain[lane] < 1) {
-    return 1;
-  }
-  const std::int32_t counter = bank.envelopeCounter[lane];
-  const float speed = bank.envelopeSpeed[lane];
-  if (levelIndexAt(countedOn(counter, frames), speed) == index) {
-    return frames;
-  }
-  int first = 1;
-  for (int last = frames; first < last;) {
-    const int middle = (first + last) / 2;
-    if (levelIndexAt(countedOn(counter, middle), speed) == index) {
-      first = middle + 1;
-    } else {
-      last = middle;
-    }
-  }
-  return first;
-}
-
 void VoicePool::finishRun(int frames, std::size_t voices) {
   for (std::size_t lane = 0; lane < voices; ++lane) {
     advanceWave(lane, frames);
-    advanceEnvelope(lane, frames);
+    envelope.advance(lane, frames);
   }
   for (std::size_t lane = 0; lane < voices; ++lane) {
     checkEnd(lane);
@@ -280,21 +193,6 @@ void VoicePool::advanceWave(std::size_t lane, int frames) {
   bank.stepMagnitudeQ12[lane] = 0;
 }
 
-void VoicePool::advanceEnvelope(std::size_t lane, int frames) {
-  if (!envelopeRuns(bank, lane)) {
-    return;
-  }
-  bank.envelopeCounter[lane] = countedOn(bank.envelopeCounter[lane], frames);
-  const std::int32_t index = levelIndexAt(bank.envelopeCounter[lane], bank.envelopeSpeed[lane]);
-  if (index != bank.levelIndex[lane]) {
-    bank.levelIndex[lane] = index;
-    ramps.setTarget(rampOf(lane, LaneRamp::envelope), (index * index * 520) >> 8);
-  }
-  if (!bank.envelopeFinished[lane] && index == 0 && bank.envelopeGain[lane] < 1) {
-    bank.envelopeFinished[lane] = true;
-  }
-}
-
 void VoicePool::checkEnd(std::size_t lane) {
   if (!bank.active[lane]) {
     if (bank.fadeAmp[lane] < kFadeClosed) {
@@ -309,10 +207,7 @@ void VoicePool::checkEnd(std::size_t lane) {
   if (bank.remainingQ12[lane] > 0) {
     return;
   }
-  bank.active[lane] = false;
-  bank.fadeEnabled[lane] = -1;
-  ramps.setNow(rampOf(lane, LaneRamp::fade), 32767);
-  ramps.setTarget(rampOf(lane, LaneRamp::fade), 0);
+  fadeOut(lane);
   bank.pitchIncrementQ16[lane] = 0;
 }
 

@@ -1,47 +1,39 @@
-// What a voice takes from its pad: everything when it starts, some of it again every 64 samples.
+// The start of a voice, stage by stage, and its control update.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/voice/VoiceStart.h"
+
+#include "core/FixedPoint.h"
 #include "engine/voice/PadValues.h"
-#include "engine/voice/VoicePool.h"
 #include "engine/voice/VoiceTables.h"
 
 namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-constexpr std::int32_t kLevelRate = -32511;
-constexpr std::int32_t kUnity = 32767;
-
+/// Cents from 26 semitones below the wave's own pitch, which is Pitch 24 with PitchFine 100.
 std::int32_t centsOf(const PadValues& pad) {
   return pad[PadParameter::pitch] * 100 - 100 + pad[PadParameter::pitchFine];
 }
 
-std::int32_t lowBoostGain(std::int32_t amount) {
-  return voiceTables().lowBoost[static_cast<std::size_t>(amount & 127)] >> 8;
-}
-
-/// The envelope's gain at a level index of 0 to 127.
-constexpr std::int32_t envelopeGain(std::int32_t index) { return (index * index * 520) >> 8; }
-
 }  // namespace
 
-void VoicePool::startVoice(std::size_t lane) {
+void VoiceStart::start(std::size_t lane) {
   const PadValues& pad = *bank.padGroup[lane];
-  startWave(lane);
+  startWave(lane, pad);
   sendTo(lane, pad[PadParameter::fxSend]);
   bank.pitchCents[lane] = centsOf(pad);
+  bank.pitchDirty[lane] = true;
   updatePitch(lane);
-  startTone(lane);
-  startEnvelope(lane);
-  startLevels(lane);
+  startTone(lane, pad);
+  envelope.start(lane, pad);
+  startLevels(lane, pad);
   bank.active[lane] = true;
   bank.state[lane] = VoiceState::sounding;
   bank.live[lane] = true;
   bank.fadeEnabled[lane] = 0;
 }
 
-void VoicePool::startWave(std::size_t lane) {
-  const PadValues& pad = *bank.padGroup[lane];
-  bank.pitchDirty[lane] = true;
+void VoiceStart::startWave(std::size_t lane, const PadValues& pad) {
   bank.reversed[lane] = pad[PadParameter::reverse] != 0;
   bank.waveRate[lane] = database.lookup(pad[PadParameter::wave]).sampleRate;
   bank.ratio[lane] = rateRatio(bank.waveRate[lane]);
@@ -49,62 +41,45 @@ void VoicePool::startWave(std::size_t lane) {
   bank.slotBase[lane] = pool.frameOf(slot.data);
   bank.length[lane] = static_cast<std::uint32_t>(slot.frames);
   bank.remainingQ12[lane] = static_cast<std::int64_t>(slot.frames) << 12;
-  const bool fromEnd = bank.reversed[lane] && slot.frames != 0;
-  bank.positionQ12[lane] = fromEnd ? static_cast<std::int32_t>((slot.frames - 1) << 12) : 0;
+  bank.positionQ12[lane] = bank.reversed[lane] ? lastFrameQ12(bank.length[lane]) : 0;
 }
 
-void VoicePool::sendTo(std::size_t lane, std::int32_t bus) {
+void VoiceStart::sendTo(std::size_t lane, std::int32_t bus) {
+  constexpr std::int32_t kOpen = cofu::core::kFullScale;
   bank.fxSend[lane] = bus;
-  ramps.setTarget(rampOf(lane, LaneRamp::dry), bus == 0 ? kUnity : 0);
-  ramps.setTarget(rampOf(lane, LaneRamp::effect), bus == 1 ? kUnity : 0);
+  ramps.setTarget(bank.rampOf(lane, LaneRamp::dry), bus == 0 ? kOpen : 0);
+  ramps.setTarget(bank.rampOf(lane, LaneRamp::effect), bus == 1 ? kOpen : 0);
 }
 
-void VoicePool::updatePitch(std::size_t lane) {
+void VoiceStart::updatePitch(std::size_t lane) {
   if (bank.pitchDirty[lane]) {
     bank.pitchIncrementQ16[lane] = pitchIncrement(bank.pitchCents[lane], bank.ratio[lane]);
     bank.pitchDirty[lane] = false;
   }
-  const auto step = static_cast<std::int32_t>(bank.pitchIncrementQ16[lane] >> 4);
-  bank.stepMagnitudeQ12[lane] = step;
-  bank.stepSignedQ12[lane] = bank.reversed[lane] ? -step : step;
+  const auto stepQ12 = static_cast<std::int32_t>(bank.pitchIncrementQ16[lane] >> 4);
+  bank.stepMagnitudeQ12[lane] = stepQ12;
+  bank.stepSignedQ12[lane] = bank.reversed[lane] ? -stepQ12 : stepQ12;
 }
 
-void VoicePool::startTone(std::size_t lane) {
-  const PadValues& pad = *bank.padGroup[lane];
+void VoiceStart::startTone(std::size_t lane, const PadValues& pad) {
   bank.lowBoost[lane] = pad[PadParameter::lowBoost];
   bank.stateLeft[lane] = 0;
   bank.stateRight[lane] = 0;
-  ramps.setNow(rampOf(lane, LaneRamp::lowBoost), lowBoostGain(bank.lowBoost[lane]));
-  bank.punchStart[lane] = (pad[PadParameter::punch] * 256) - 1;
-  bank.punchCurrent[lane] = bank.punchStart[lane];
+  ramps.setNow(bank.rampOf(lane, LaneRamp::lowBoost), lowBoostGain(bank.lowBoost[lane]));
+  bank.punchCurrent[lane] = (pad[PadParameter::punch] * 256) - 1;
 }
 
-void VoicePool::startEnvelope(std::size_t lane) {
-  const PadValues& pad = *bank.padGroup[lane];
-  bank.egTime[lane] = pad[PadParameter::egTime];
-  bank.levelIndex[lane] = 127;
-  ramps.setNow(rampOf(lane, LaneRamp::envelope), envelopeGain(127));
-  bank.lengthAtEngineRate[lane] = lengthAtEngineRate(bank.length[lane], bank.waveRate[lane]);
-  const std::int32_t decay = decaySamples(bank.lengthAtEngineRate[lane], bank.egTime[lane]);
-  bank.envelopeSpeed[lane] = 127.0F / static_cast<float>(decay);
-  bank.envelopeCounter[lane] = 0;
-  bank.envelopeFinished[lane] = false;
-  bank.gateMode[lane] = pad[PadParameter::egMode] != 0;
-  bank.phase[lane] = EnvelopePhase::running;
-}
-
-void VoicePool::startLevels(std::size_t lane) {
-  const PadValues& pad = *bank.padGroup[lane];
+void VoiceStart::startLevels(std::size_t lane, const PadValues& pad) {
   bank.velocity[lane] = bank.triggerVelocity[lane];
   bank.muted[lane] = pad[PadParameter::mute] == 1;
   bank.level[lane] = pad[PadParameter::level];
-  ramps.setNow(rampOf(lane, LaneRamp::level), levelValue(bank.level[lane], bank.velocity[lane], bank.muted[lane]) >> 8);
+  ramps.setNow(bank.rampOf(lane, LaneRamp::level), levelGain(bank.level[lane], bank.velocity[lane], bank.muted[lane]));
   bank.pan[lane] = pad[PadParameter::pan];
-  ramps.setNow(rampOf(lane, LaneRamp::pan), panValue(bank.pan[lane]) >> 8);
+  ramps.setNow(bank.rampOf(lane, LaneRamp::pan), panGain(bank.pan[lane]));
   bank.meterEnabled[lane] = -1;
 }
 
-void VoicePool::controlUpdate(std::size_t lane) {
+void VoiceStart::update(std::size_t lane) {
   if (!bank.live[lane] || bank.padGroup[lane] == nullptr || bank.state[lane] == VoiceState::retriggered) {
     return;
   }
@@ -118,23 +93,22 @@ void VoicePool::controlUpdate(std::size_t lane) {
   if (bus != bank.fxSend[lane]) {
     sendTo(lane, bus);
   }
-  updateGains(lane);
+  updateGains(lane, pad);
   updatePitch(lane);
 }
 
-void VoicePool::updateGains(std::size_t lane) {
-  const PadValues& pad = *bank.padGroup[lane];
+void VoiceStart::updateGains(std::size_t lane, const PadValues& pad) {
   const std::int32_t lowBoost = pad[PadParameter::lowBoost];
   if (lowBoost != bank.lowBoost[lane]) {
     bank.lowBoost[lane] = lowBoost;
-    ramps.setTarget(rampOf(lane, LaneRamp::lowBoost), lowBoostGain(lowBoost));
+    ramps.setTarget(bank.rampOf(lane, LaneRamp::lowBoost), lowBoostGain(lowBoost));
   }
   const std::int32_t level = pad[PadParameter::level];
   if (level != bank.level[lane]) {
     bank.level[lane] = level;
-    const std::int32_t ramp = rampOf(lane, LaneRamp::level);
-    ramps.setRate(ramp, kLevelRate);
-    ramps.setTarget(ramp, levelValue(level, bank.velocity[lane], bank.muted[lane]) >> 8);
+    const std::int32_t ramp = bank.rampOf(lane, LaneRamp::level);
+    ramps.setRate(ramp, RampBank::kMoveRate);
+    ramps.setTarget(ramp, levelGain(level, bank.velocity[lane], bank.muted[lane]));
   }
   if (!bank.envelopeFinished[lane]) {
     bank.egTime[lane] = pad[PadParameter::egTime];
@@ -142,7 +116,7 @@ void VoicePool::updateGains(std::size_t lane) {
   const std::int32_t pan = pad[PadParameter::pan];
   if (pan != bank.pan[lane]) {
     bank.pan[lane] = pan;
-    ramps.setTarget(rampOf(lane, LaneRamp::pan), panValue(pan) >> 8);
+    ramps.setTarget(bank.rampOf(lane, LaneRamp::pan), panGain(pan));
   }
 }
 

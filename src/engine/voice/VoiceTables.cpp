@@ -1,11 +1,10 @@
-// The rules behind the tables, and the values that a voice computes when it starts or its settings move.
+// The rules of the tables, and the values that a voice reads from them when it starts or its settings move.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceTables.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 
 #include "core/FixedPoint.h"
 
@@ -13,19 +12,10 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-constexpr std::int32_t kUnity24 = 8388607;
-constexpr float kEngineRate = 44100.0F;
+constexpr std::int32_t kUnity24 = 8388607;  ///< 1.0 on the 24-bit scale.
+constexpr int kGainBits = 8;                ///< From the 24-bit scale of the tables to the 16-bit scale of the gains.
 
 float sixDecimals(double ratio) { return static_cast<float>(std::round(ratio * 1e6) / 1e6); }
-
-/// Truncates; what lies outside 32 bits becomes the nearest end, which only rates far from any real one reach.
-std::int32_t truncateToInt(float value) {
-  constexpr float kLimit = 2147483648.0F;
-  if (!(value < kLimit)) {
-    return std::numeric_limits<std::int32_t>::max();
-  }
-  return value < -kLimit ? std::numeric_limits<std::int32_t>::min() : static_cast<std::int32_t>(value);
-}
 
 }  // namespace
 
@@ -51,17 +41,24 @@ const VoiceTables& voiceTables() {
   });
 }
 
-std::int32_t levelValue(std::int32_t level, std::int32_t velocity, bool muted) {
+std::int32_t levelGain(std::int32_t level, std::int32_t velocity, bool muted) {
   if (muted || velocity < 0 || velocity > 127) {
     return 0;
   }
   const std::int64_t curve = voiceTables().velocity[static_cast<std::size_t>(velocity)];
-  return static_cast<std::int32_t>((curve * (std::int64_t{level} * level * 511)) >> 23);
+  // 511 brings the square of 127 close to 1.0 on the 24-bit scale.
+  return static_cast<std::int32_t>((curve * (std::int64_t{level} * level * 511)) >> 23) >> kGainBits;
 }
 
-std::int32_t panValue(std::int32_t pan) {
+std::int32_t panGain(std::int32_t pan) {
   using namespace cofu::core;
-  return std::clamp(wrapSub(wrapMul(pan, 66577), 66624), 0, kUnity24);
+  constexpr std::int32_t kPerStep = 66577;  // 1.0 in 126 steps, from Pan 1 to 127
+  constexpr std::int32_t kOffset = 66624;   // so that Pan 64 is exactly half
+  return std::clamp(wrapSub(wrapMul(pan, kPerStep), kOffset), 0, kUnity24) >> kGainBits;
+}
+
+std::int32_t lowBoostGain(std::int32_t amount) {
+  return voiceTables().lowBoost[static_cast<std::size_t>(amount & 127)] >> kGainBits;
 }
 
 std::uint32_t pitchIncrement(std::int32_t pitchCents, float ratio) {
@@ -73,31 +70,13 @@ std::uint32_t pitchIncrement(std::int32_t pitchCents, float ratio) {
   increment *= voiceTables().cent[static_cast<std::size_t>(cents)];
   increment *= ratio;
   increment *= 65536.0F;
-  // Only rates far from any real one leave 32 bits; they keep the low word.
+  // Only an absurd rate of a wave gives more than 32 bits; the low word is kept.
   return static_cast<std::uint32_t>(static_cast<std::int64_t>(increment));
 }
 
 float rateRatio(float waveRate) {
   const double octaves = (std::log(static_cast<double>(waveRate)) - std::log(44100.0)) / std::log(2.0);
   return static_cast<float>(std::exp2(octaves));
-}
-
-std::int32_t lengthAtEngineRate(std::uint32_t length, float waveRate) {
-  float samples = static_cast<float>(length);
-  samples *= kEngineRate;
-  samples /= waveRate;
-  return truncateToInt(samples);
-}
-
-std::int32_t decaySamples(std::int32_t lengthInSamples, std::int32_t egTime) {
-  const float t = static_cast<float>(egTime + 1);
-  float value = 2.0F * static_cast<float>(lengthInSamples);
-  value *= 6.1035156e-5F;
-  value *= t;
-  value *= t;
-  const std::int32_t v = truncateToInt(value);
-  const std::int32_t samples = (v >> 2) + (v >> 1);
-  return samples == 0 ? 1 : samples;
 }
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -1,0 +1,51 @@
+// What a voice takes from its pad: everything when it starts, some of it again in each control update.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core/RealTime.h"
+#include "engine/samples/PcmPool.h"
+#include "engine/samples/WaveDatabase.h"
+#include "engine/voice/AmpEnvelope.h"
+#include "engine/voice/RampBank.h"
+#include "engine/voice/VoiceBank.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+class PadValues;
+
+/// Copies a pad's settings into a lane and sets the lane's gains from them. The lane's `padGroup` names the pad's
+/// settings, its `padIndex` the slot with the wave. Audio thread.
+class VoiceStart {
+ public:
+  VoiceStart(VoiceBank& voiceBank, RampBank& rampBank, PcmPool& pcmPool, WaveDatabase& waveDatabase,
+             AmpEnvelope& ampEnvelope)
+      : bank(voiceBank), ramps(rampBank), pool(pcmPool), database(waveDatabase), envelope(ampEnvelope) {}
+
+  /// Starts the voice of `lane` at its trigger velocity. Gains jump to their values; only the two bus gates move there
+  /// from where the lane's last voice left them.
+  void start(std::size_t lane) SIVRAY_NONBLOCKING;
+
+  /// Takes over pitch, send, low boost, level, EGTime and pan, and lets the gains move to their new values. Wave, mode
+  /// of the envelope, direction, punch and mute stay as they were at the start. Does nothing for a lane that has not
+  /// started or waits for its new start.
+  void update(std::size_t lane) SIVRAY_NONBLOCKING;
+
+ private:
+  void startWave(std::size_t lane, const PadValues& pad);
+  void startTone(std::size_t lane, const PadValues& pad);
+  void startLevels(std::size_t lane, const PadValues& pad);
+  void sendTo(std::size_t lane, std::int32_t bus);
+  void updateGains(std::size_t lane, const PadValues& pad);
+  void updatePitch(std::size_t lane);
+
+  VoiceBank& bank;
+  RampBank& ramps;
+  PcmPool& pool;
+  WaveDatabase& database;
+  AmpEnvelope& envelope;
+};
+
+}  // namespace tesh::bramel::plugin::sivray
