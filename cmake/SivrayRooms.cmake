@@ -31,10 +31,11 @@ if(WIN32)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
 
-# sivray_room(<name> FOLDER <folder below src> [LINKS <rooms>...] [SOURCES <files>...])
-# Makes the library sivray_<name> of all sources in the folder itself (not in its sub-folders).
+# sivray_room(<name> FOLDER <folder below src> [LINKS <rooms>...] [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
+# Makes the library sivray_<name> of all sources in the folder itself (not in its sub-folders). LINKS are the rooms that
+# its headers include, PRIVATE those that only its sources include; scripts/check_links.py compares both with the code.
 function(sivray_room name)
-  cmake_parse_arguments(ROOM "" "FOLDER" "LINKS;EXTERNAL" ${ARGN})
+  cmake_parse_arguments(ROOM "" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
   set(root "${PROJECT_BINARY_DIR}/rooms/${name}")
   cmake_path(GET ROOM_FOLDER PARENT_PATH parent)
@@ -44,10 +45,11 @@ function(sivray_room name)
   file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
   file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
   list(TRANSFORM ROOM_LINKS PREPEND sivray_)
+  list(TRANSFORM ROOM_PRIVATE PREPEND sivray_)
   if(sources)
     add_library(sivray_${name} STATIC ${sources} ${headers})
     set(scope PUBLIC)
-    target_link_libraries(sivray_${name} PRIVATE sivray_options)
+    target_link_libraries(sivray_${name} PRIVATE sivray_options ${ROOM_PRIVATE})
     # What bears the audio thread's mark calls nothing that may wait. Tests are free to: their listeners write records.
     target_compile_options(sivray_${name} PRIVATE
       $<$<AND:$<CXX_COMPILER_ID:Clang>,$<VERSION_GREATER_EQUAL:$<CXX_COMPILER_VERSION>,20>>:-Wfunction-effects>)
