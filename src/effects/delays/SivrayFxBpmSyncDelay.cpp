@@ -1,8 +1,6 @@
-// The knobs and the per-sample law of the tempo-locked delay.
+// The settings and the law of the tempo-locked delay.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
-
-#include <algorithm>
 
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/TempoTables.h"
@@ -13,109 +11,75 @@ using namespace cofu::core;
 
 namespace {
 
-/// The most that is fed back: 0.9.
+constexpr unsigned kMask = BpmSyncDelayLaw::kLineLength - 1;
+constexpr int kStartBpm = 120;
+
+/// The most that is fed back: 0.9 in Q15.
 constexpr std::int32_t kFeedbackScale = 29491;
 
-/// What the time moves per sample and unit of distance, in 1/4096.
+/// The time moves by this share of the distance per sample, in 1/4096: a time constant of 1365 samples, 31 ms.
 constexpr std::int32_t kTimeGlide = 3;
 
-/// The index of the longest note shorter than a line of `lineSamples` at `bpm`; the last one when none is.
-unsigned longestNote(int bpm, unsigned lineSamples) {
-  const std::int64_t limit = std::int64_t{bpm} * lineSamples;
+/// The index of the longest note shorter than a line at `bpm`; the last one when none is.
+unsigned longestNote(int bpm) {
+  const std::int64_t limit = std::int64_t{bpm} * BpmSyncDelayLaw::kLineLength;
   const auto fits = [limit](std::int32_t length) { return length < limit; };
   const auto found = std::find_if(kNoteLengths.rbegin(), kNoteLengths.rend(), fits);
   const auto fromTheEnd = found == kNoteLengths.rend() ? 0 : found - kNoteLengths.rbegin();
   return static_cast<unsigned>(kNoteCount - 1) - static_cast<unsigned>(fromTheEnd);
 }
 
-/// Between two samples of a line, 12 bits of fraction.
+std::int32_t timeOf(const Knobs& knobs, int noteKnob) {
+  const bool tempoSet = knobs.tempoTenths != BpmSyncDelayLaw::kNeverSet;
+  if (!tempoSet && knobs.edit1 == BpmSyncDelayLaw::kNeverSet) {
+    return 0;
+  }
+  const int bpm = tempoSet ? std::max(knobs.tempoTenths / 10, 1) : kStartBpm;
+  return kNoteLengths[std::min<std::size_t>(longestNote(bpm), delayNoteIndex(noteKnob))] / bpm;
+}
+
+/// The sample between `near` and `beyond` (one older), 12 bits of fraction.
 inline std::int32_t between(std::int32_t near, std::int32_t beyond, std::int32_t fraction) {
   return mulShift<12>(beyond - near, fraction) + near;
 }
 
-/// The input less what comes back, from 30 bits down to a sample.
+/// The input less the fed-back tap. Both have 30 fractional bits; 7 and then 8 go, so that the sum fits 32 bits.
 inline std::int16_t lessTap(std::int32_t input, std::int32_t gain, std::int32_t tap) {
   return static_cast<std::int16_t>(saturate((mulShift<7>(gain, input) - (tap >> 7)) >> 8));
 }
 
 }  // namespace
 
-int SivrayFxBpmSyncDelay::setParameter(unsigned index, int value) {
-  if (index != kEdit1 && index != kEdit2) {
-    return 0;
-  }
-  const int knob = value & 127;
-  if (index == kEdit1) {
-    edit1 = knob;
-    computeTime();
-  } else {
-    edit2 = knob;
-  }
-  computeFeedback();
-  return knob;
+/// The longer the note, the less feedback (an eighth at most); the more feedback, the less input (a half at most).
+BpmSyncDelayLaw::Settings BpmSyncDelayLaw::settingsOf(const Knobs& knobs) {
+  const int noteKnob = std::max(knobs.edit1, 0);
+  const std::int32_t ceiling = kFullScale - (valueAt(linearTable, noteKnob) >> 3);
+  const std::int32_t feedback = mul15(ceiling, mul15(valueAt(convexTable, knobs.edit2), kFeedbackScale));
+  return {kFullScale - (feedback >> 1), feedback, timeOf(knobs, noteKnob)};
 }
 
-void SivrayFxBpmSyncDelay::setTempo(int tempoTenths) {
-  bpm = std::max(tempoTenths / 10, 1);
-  noteLimit = longestNote(bpm, kLineLength);
-  computeTime();
-}
-
-void SivrayFxBpmSyncDelay::computeTime() {
-  const std::size_t note = std::min<std::size_t>(noteLimit, delayNoteIndex(edit1));
-  timeTarget = kNoteLengths[note] / bpm;
-}
-
-void SivrayFxBpmSyncDelay::computeFeedback() {
-  const std::int32_t ceiling = kFullScale - (linearTable[static_cast<std::size_t>(edit1)] >> 3);
-  const std::int32_t amount = mul15(ceiling, mul15(convexTable[static_cast<std::size_t>(edit2)], kFeedbackScale));
-  feedback = amount;
-  inputGain = kFullScale - (amount >> 1);
-}
-
-void SivrayFxBpmSyncDelay::reset() {
-  lines = assigner->acquire();
-  std::fill_n(lines, requiredSamples(), std::int16_t{0});
+void BpmSyncDelayLaw::reset(const Settings& now) {
   // The right tap stays: the first sample of the right side still hears it.
-  flow.tapLeft = 0;
-  flow.inputGain.setNow(inputGain);
-  flow.feedback.setNow(feedback);
-  flow.time = wrapShiftLeft(timeTarget, 12);
+  tapLeft = 0;
+  time = wrapShiftLeft(now.time, 12);
 }
 
-void SivrayFxBpmSyncDelay::notify(int code) {
-  if (code == kRestart) {
-    reset();
-  }
-}
-
-void SivrayFxBpmSyncDelay::process(StereoBlock& block, unsigned count) {
-  const Targets targets{inputGain, feedback, timeTarget};
-  Flow now = flow;
-  const bool resting = now.inputGain.restsAt(targets.inputGain) && now.feedback.restsAt(targets.feedback);
-  const std::int32_t k = glideFactor(immediate);
+void BpmSyncDelayLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
   std::int16_t* const line1 = lines;
   std::int16_t* const line2 = lines + kLineLength;
-  for (unsigned i = 0; i < count; ++i) {
-    if (!resting) {
-      now.inputGain.glide(targets.inputGain, k);
-      now.feedback.glide(targets.feedback, k);
-    }
-    const std::int16_t right = lessTap(block.right[i], now.inputGain.value(), now.tapRight);
-    const std::int16_t left = lessTap(block.left[i], now.inputGain.value(), now.tapLeft);
-    block.left[i] = left;
-    block.right[i] = right;
-    line1[now.writeIndex] = right;
-    line2[now.writeIndex] = left;
-    now.time = wrapAdd(now.time, wrapMul(wrapSub(targets.time, now.time >> 12), kTimeGlide));
-    const unsigned near = (now.writeIndex - static_cast<unsigned>(now.time >> 12)) & kMask;
-    const unsigned beyond = (near - 1) & kMask;
-    const std::int32_t fraction = now.time & 4095;
-    now.tapLeft = wrapMul(between(line1[near], line1[beyond], fraction), now.feedback.value());
-    now.tapRight = wrapMul(between(line2[near], line2[beyond], fraction), now.feedback.value());
-    now.writeIndex = (now.writeIndex + 1) & kMask;
-  }
-  flow = now;
+  right = lessTap(right, inputGain.value(), tapRight);
+  left = lessTap(left, inputGain.value(), tapLeft);
+  line1[writeIndex] = right;
+  line2[writeIndex] = left;
+  time = wrapAdd(time, wrapMul(wrapSub(to.time, time >> 12), kTimeGlide));
+  const unsigned near = (writeIndex - static_cast<unsigned>(time >> 12)) & kMask;
+  const unsigned beyond = (near - 1) & kMask;
+  const std::int32_t fraction = time & 4095;
+  tapLeft = wrapMul(between(line1[near], line1[beyond], fraction), feedback.value());
+  tapRight = wrapMul(between(line2[near], line2[beyond], fraction), feedback.value());
+  writeIndex = (writeIndex + 1) & kMask;
 }
+
+template class TwoKnobEffect<BpmSyncDelayLaw>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,65 +1,52 @@
-// "BPM Delay": two long lines whose time is a note value, with an inverted feedback from side to side.
+// "BPM Delay": two long delay lines whose time is a note value, with an inverted feedback on each side.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/SivrayFx.h"
-#include "effects/interfaces/SivrayFxMemoryUser.h"
-#include "effects/interfaces/SmoothedValue.h"
+#include <cstdint>
+#include <limits>
+
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 chooses the note, Edit2 the feedback. A note that does not fit the line at the tempo gives way to the longest
-/// that does. Its settings are single words, which the audio thread reads as they come.
-class SivrayFxBpmSyncDelay : public SivrayFx, public SivrayFxMemoryUser {
- public:
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
-
-  /// The fraction of a beat per minute is dropped; below 1 counts as 1.
-  void setTempo(int tempoTenths) override;
-
-  void reset() override;
-  void setImmediate(bool on) override { immediate = on; }
-  void notify(int code) override;
-  std::size_t requiredSamples() const override { return 2 * kLineLength; }
-
- private:
+/// Models a feedback comb a side. A change of time sweeps, and so bends the pitch of the echoes, as a tape does.
+struct BpmSyncDelayLaw {
   static constexpr unsigned kLineLength = 131072;
-  static constexpr unsigned kMask = kLineLength - 1;
+  static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
+  static constexpr bool kFollowsTempo = true;
+  static constexpr bool kResetTakesPending = true;
 
-  /// Where the settings stand during one block.
-  struct Targets {
-    std::int32_t inputGain;
-    std::int32_t feedback;
-    std::int32_t time;
+  /// Marks a note knob or a tempo that no one has set. Until one of them is, the time is 0.
+  static constexpr int kNeverSet = std::numeric_limits<int>::min();
+  static constexpr Knobs kStart{kNeverSet, 0, kNeverSet};
+
+  struct Settings {
+    std::int32_t inputGain;  ///< Q15.
+    std::int32_t feedback;   ///< Q15.
+    std::int32_t time;       ///< Samples.
   };
 
-  /// What one sample hands to the next.
-  struct Flow {
-    SmoothedValue inputGain;
-    SmoothedValue feedback;
-    std::int32_t time = 0;     ///< Samples with 12 fractional bits.
-    std::int32_t tapLeft = 0;  ///< Last delayed sample, times the feedback.
-    std::int32_t tapRight = 0;
-    unsigned writeIndex = 0;
-  };
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings& now);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) {
+    visit(inputGain, to.inputGain);
+    visit(feedback, to.feedback);
+  }
 
-  void computeTime();
-  void computeFeedback();
-
-  Relaxed<int> edit1{0};
-  Relaxed<int> edit2{0};
-  Relaxed<int> bpm{120};
-  Relaxed<unsigned> noteLimit{13};  ///< Longest note index that fits the line.
-
-  Relaxed<std::int32_t> inputGain{32767};  ///< Q15.
-  Relaxed<std::int32_t> feedback{0};       ///< Q15.
-  Relaxed<std::int32_t> timeTarget{0};     ///< Samples.
-
-  Flow flow;
+  SmoothedValue inputGain;
+  SmoothedValue feedback;
+  std::int32_t time = 0;     ///< Samples, 12 fractional bits.
+  std::int32_t tapLeft = 0;  ///< Last delayed sample times the feedback, 30 fractional bits.
+  std::int32_t tapRight = 0;
+  unsigned writeIndex = 0;
   std::int16_t* lines = nullptr;  ///< The line of the right output, then that of the left.
-  bool immediate = false;
 };
+
+extern template class TwoKnobEffect<BpmSyncDelayLaw>;
+
+/// Edit1 chooses the note, Edit2 the feedback. A note that does not fit the line at the tempo gives way to the longest
+/// that does. The tempo's fraction of a beat per minute is dropped; below 1 counts as 1.
+class SivrayFxBpmSyncDelay : public TwoKnobMemoryEffect<BpmSyncDelayLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

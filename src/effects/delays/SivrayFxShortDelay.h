@@ -1,45 +1,42 @@
-// "Short Delay": two lines whose echoes cross from side to side.
+// "Short Delay": two delay lines whose echoes cross from side to side (ping-pong).
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SivrayFx.h"
-#include "effects/interfaces/SivrayFxMemoryUser.h"
-#include "effects/interfaces/SmoothedValue.h"
+#include <cstdint>
+
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the time, 2 to 16382 samples; Edit2 the level of the echoes, which takes the input back by its half.
-class SivrayFxShortDelay : public SivrayFx, public SivrayFxMemoryUser {
- public:
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
-  void reset() override;
-  void setImmediate(bool on) override { immediate = on; }
-  void notify(int code) override;
-  std::size_t requiredSamples() const override { return 2 * kLineLength; }
+/// Models a feedback comb on each side that is fed by the echo of the other side. There is no separate dry path: the
+/// sound that enters a line is also the output.
+struct ShortDelayLaw {
+  static constexpr unsigned kLineLength = 16384;
+  static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
 
- private:
   struct Settings {
     std::int32_t time = 0;   ///< Samples.
-    std::int32_t level = 0;  ///< Q15.
+    std::int32_t level = 0;  ///< Loop gain, Q15.
   };
 
-  static constexpr unsigned kLineLength = 16384;
-  static constexpr unsigned kMask = kLineLength - 1;
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings&) {}
+  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) {
+    visit(level, to.level);
+    visit(time, to.time);
+  }
 
-  void runGrid(StereoBlock block, unsigned start, unsigned end);
-
-  Relaxed<int> edit1{0};
-  Relaxed<int> edit2{0};
-  PendingSettings<Settings> pending;
-  Settings live;
   SmoothedValue level;
   SmoothedValue time;
-  std::int16_t* lines = nullptr;  ///< The line that feeds the right side, then the one that feeds the left.
   unsigned writeIndex = 0;
-  bool immediate = false;
+  std::int16_t* lines = nullptr;  ///< The line that feeds the right side, then the one that feeds the left.
 };
+
+extern template class TwoKnobEffect<ShortDelayLaw>;
+
+/// Edit1 is the time (2 to 16382 samples), Edit2 the level of the echoes; the input is turned down by half of the
+/// level.
+class SivrayFxShortDelay : public TwoKnobMemoryEffect<ShortDelayLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/interfaces/SivrayFx.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -52,5 +52,23 @@ class EffectAdapter : public SivrayFx {
     return false;
   }
 };
+
+/// Answers the multi-effector's own indices, which an effect does not use, with the value given.
+template <typename Effect>
+class AdaptedEffect : public Effect {
+ public:
+  int setParameter(unsigned index, int value) override {
+    return index < kEdit1 ? value : Effect::setParameter(index, value);
+  }
+};
+
+template <typename T>
+concept TwoKnobLaw = requires(const Knobs& knobs) {
+  T::settingsOf(knobs);
+};
+
+/// A core that is a law runs in the frame of the laws.
+template <TwoKnobLaw Core>
+class EffectAdapter<Core> : public AdaptedEffect<TwoKnobEffect<Core>> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

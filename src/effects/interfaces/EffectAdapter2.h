@@ -20,4 +20,7 @@ class EffectAdapter2 : public EffectAdapter<T>, public SivrayFxMemoryUser {
   std::size_t requiredSamples() const override { return T::kRequiredSamples; }
 };
 
+template <TwoKnobLaw Core>
+class EffectAdapter2<Core> : public AdaptedEffect<TwoKnobMemoryEffect<Core>> {};
+
 }  // namespace tesh::bramel::plugin::sivray::effects

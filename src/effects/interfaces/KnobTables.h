@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -33,5 +34,11 @@ inline constexpr KnobTable squareTable = detail::makeKnobTable(detail::squareOfK
 
 /// 32767 * (1 - (1 - i / 127)^2), truncated.
 inline constexpr KnobTable convexTable = detail::makeKnobTable(detail::convexOfKnob);
+
+/// The entry for a knob value of 0 to 127.
+template <typename Table>
+constexpr const auto& valueAt(const Table& table, int knob) {
+  return table[static_cast<std::size_t>(knob)];
+}
 
 }  // namespace tesh::bramel::plugin::sivray::effects

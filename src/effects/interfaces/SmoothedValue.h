@@ -24,6 +24,9 @@ struct SmoothedValue {
   /// The whole part.
   std::int32_t value() const { return state >> 15; }
 
+  /// The part below the point, 15 bits.
+  std::int32_t fraction() const { return state & 32767; }
+
   /// Moves one sample towards `target` with factor `k`.
   void glide(std::int32_t target, std::int32_t k) {
     using namespace cofu::core;

@@ -1,0 +1,189 @@
+// The frame around the law of an effect with two knobs: it takes knob values on any thread, hands the settings that
+// they make to the audio thread, moves the smoothed values and runs the law sample by sample. SPDX-License-Identifier:
+// GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/SivrayFx.h"
+#include "effects/interfaces/SivrayFxMemoryUser.h"
+#include "effects/interfaces/SmoothedValue.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// All that the settings of an effect depend on.
+struct Knobs {
+  int edit1 = 0;           ///< 0 to 127.
+  int edit2 = 0;           ///< 0 to 127.
+  int tempoTenths = 1200;  ///< Tenths of a beat per minute.
+};
+
+/// Runs a `Law`: a struct that holds what one sample hands to the next. A law has
+///   struct Settings;                                 // what the knobs set
+///   static Settings settingsOf(const Knobs&);        // any thread
+///   void reset(const Settings&);                     // clears the sound; smoothed values are on their targets by then
+///   void step(const Settings&, std::int16_t& left, std::int16_t& right);  // one sample of both channels, in place
+/// and, where it needs them,
+///   static constexpr Knobs kStart;                   // knobs at construction; without it, Settings{} counts at first
+///   static constexpr bool kFollowsTempo = true;      // the tempo changes the settings
+///   static constexpr bool kResetTakesPending = true; // a reset starts from settings that no sample has seen yet
+///   static constexpr int kOtherRestart;              // a transport code that resets, beside kRestart
+///   void aim(const Settings&);                       // before every 64 samples
+///   void eachSmoothed(const Settings&, visit);       // calls visit(SmoothedValue&, target) for each smoothed value
+/// or, for smoothing of another kind than SmoothedValue, in place of `eachSmoothed`
+///   bool restsAt(const Settings&) const;             // a further glide would move nothing
+///   void glide(const Settings&, bool immediate);     // one sample towards the settings
+///
+/// The .cpp file of a law instantiates the frame, so that the compiler sees both together; the header declares that
+/// instantiation `extern`.
+template <typename Law>
+class TwoKnobEffect : public SivrayFx {
+ public:
+  using Settings = typename Law::Settings;
+
+  /// Settings land before samples whose index in the block is a multiple of 64.
+  void process(StereoBlock& block, unsigned count) override {
+    for (unsigned start = 0; start < count; start += kControlGrid) {
+      pending.takeInto(live);
+      if constexpr (requires { law.aim(live); }) {
+        law.aim(live);
+      }
+      const unsigned run = std::min(count - start, kControlGrid);
+      if (restsAtSettings()) {
+        play<true>(block.left + start, block.right + start, run);
+      } else {
+        play<false>(block.left + start, block.right + start, run);
+      }
+    }
+  }
+
+  /// Takes Edit1 and Edit2 masked to 7 bits and returns what it took; returns 0 for other indices.
+  int setParameter(unsigned index, int value) override {
+    if (index != kEdit1 && index != kEdit2) {
+      return 0;
+    }
+    const int knob = value & 127;
+    (index == kEdit1 ? edit1 : edit2) = knob;
+    postSettings();
+    return knob;
+  }
+
+  void setTempo(int tempoTenths) override {
+    if constexpr (requires { Law::kFollowsTempo; }) {
+      tempo = tempoTenths;
+      postSettings();
+    }
+  }
+
+  void reset() override {
+    if constexpr (requires { Law::kResetTakesPending; }) {
+      pending.takeInto(live);
+    }
+    const auto setNow = [](SmoothedValue& value, std::int32_t target) { value.setNow(target); };
+    if constexpr (requires { law.eachSmoothed(live, setNow); }) {
+      law.eachSmoothed(live, setNow);
+    }
+    law.reset(live);
+  }
+
+  void setImmediate(bool on) override { immediate = on; }
+
+  void notify(int code) override {
+    bool restarts = code == kRestart;
+    if constexpr (requires { Law::kOtherRestart; }) {
+      restarts = restarts || code == Law::kOtherRestart;
+    }
+    if (restarts) {
+      this->reset();
+    }
+  }
+
+ protected:
+  /// Hands over what the knobs now set. Any thread.
+  void postSettings() { pending.post(Law::settingsOf({edit1, edit2, tempo})); }
+
+  Law law;
+
+ private:
+  /// A law up to this size runs as a copy on the stack, which the compiler keeps in registers.
+  static constexpr std::size_t kLargestCopied = 512;
+  static constexpr bool kCopied = sizeof(Law) <= kLargestCopied;
+
+  static constexpr Knobs startKnobs() {
+    if constexpr (requires { Law::kStart; }) {
+      return Law::kStart;
+    } else {
+      return {};
+    }
+  }
+
+  static Settings startSettings() {
+    if constexpr (requires { Law::kStart; }) {
+      return Law::settingsOf(Law::kStart);
+    } else {
+      return {};
+    }
+  }
+
+  bool restsAtSettings() {
+    bool rests = true;
+    const auto check = [&rests](const SmoothedValue& value, std::int32_t target) {
+      rests = rests && value.restsAt(target);
+    };
+    if constexpr (requires { law.eachSmoothed(live, check); }) {
+      law.eachSmoothed(live, check);
+    } else if constexpr (requires { law.restsAt(live); }) {
+      rests = law.restsAt(live);
+    }
+    return rests;
+  }
+
+  template <bool kResting>
+  [[gnu::flatten]] void play(std::int16_t* left, std::int16_t* right, unsigned count) {
+    std::conditional_t<kCopied, Law, Law&> now = law;
+    const Settings to = live;
+    const bool jumps = immediate;
+    const auto glide = [k = glideFactor(jumps)](SmoothedValue& value, std::int32_t target) { value.glide(target, k); };
+    for (unsigned i = 0; i < count; ++i) {
+      if constexpr (!kResting && requires { law.eachSmoothed(live, glide); }) {
+        now.eachSmoothed(to, glide);
+      } else if constexpr (!kResting && requires { law.glide(live, jumps); }) {
+        now.glide(to, jumps);
+      }
+      now.step(to, left[i], right[i]);
+    }
+    if constexpr (kCopied) {
+      law = now;
+    }
+  }
+
+  Relaxed<int> edit1{startKnobs().edit1};
+  Relaxed<int> edit2{startKnobs().edit2};
+  Relaxed<int> tempo{startKnobs().tempoTenths};
+  Settings live{startSettings()};
+  PendingSettings<Settings> pending{live};
+  bool immediate = false;
+};
+
+/// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. It has also
+///   static constexpr std::size_t kRequiredSamples;
+///   std::int16_t* lines;
+/// Until the first `reset` it has no memory and must not run.
+template <typename Law>
+class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser {
+ public:
+  void reset() override {
+    this->law.lines = assigner->acquire();
+    std::fill_n(this->law.lines, Law::kRequiredSamples, std::int16_t{0});
+    TwoKnobEffect<Law>::reset();
+  }
+
+  std::size_t requiredSamples() const override { return Law::kRequiredSamples; }
+};
+
+}  // namespace tesh::bramel::plugin::sivray::effects
