@@ -1,4 +1,4 @@
-// Merging, asking and firing of the timed records.
+// The waiting list and its bound, and the order in which records fire.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/EventSequencer.h"
 
@@ -8,16 +8,44 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// Frame, then kind, then arrival: a total order, so that no stable sort with its buffer is needed.
+/// Frame, then kind, then arrival. No two records are equal, so a sort without a buffer is enough.
 constexpr auto firesBefore = [](const SequencerEvent& a, const SequencerEvent& b) {
   return std::tie(a.frame, a.kind, a.sequence) < std::tie(b.frame, b.kind, b.sequence);
 };
 
+/// By what a record sets, the newest first.
+constexpr auto isNewerOfSame = [](const SequencerEvent& a, const SequencerEvent& b) {
+  return std::tie(a.frame, a.kind, a.id, b.sequence) < std::tie(b.frame, b.kind, b.id, a.sequence);
+};
+
+/// Whether two records set the same parameter at the same frame.
+bool setsTheSame(const SequencerEvent& a, const SequencerEvent& b) {
+  return a.kind != SequencerKind::midi && a.kind == b.kind && a.frame == b.frame && a.id == b.id;
+}
+
 }  // namespace
 
 EventSequencer::EventSequencer(IEventResponder& eventResponder) : responder(eventResponder) {
-  pending.reserve(kReservedRecords);
-  active.reserve(kReservedRecords);
+  pending.reserve(kCapacity);
+  active.reserve(kCapacity);
+}
+
+SequencerEvent& EventSequencer::addPending() {
+  if (pending.size() == kCapacity && !isCrowded) {
+    keepNewest();
+  }
+  if (pending.size() == kCapacity) {
+    return dropped;
+  }
+  // Within the capacity that the constructor has reserved.
+  return cofu::core::vouchFor([this]() -> SequencerEvent& { return pending.emplace_back(); });
+}
+
+void EventSequencer::keepNewest() {
+  std::sort(pending.begin(), pending.end(), isNewerOfSame);
+  pending.erase(std::unique(pending.begin(), pending.end(), setsTheSame), pending.end());
+  // A list that shrinks by little would be sorted again for every few records.
+  isCrowded = pending.size() > kCapacity / 2;
 }
 
 void EventSequencer::merge() {
@@ -25,6 +53,7 @@ void EventSequencer::merge() {
   {
     const cofu::core::RealTimeLock lock(mutex);
     pending.swap(active);
+    isCrowded = false;
   }
   std::sort(active.begin(), active.end(), firesBefore);
   position = 0;

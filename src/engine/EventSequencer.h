@@ -1,5 +1,5 @@
-// Everything that happens during a block as one list of records in the order of time, so that rendering can run up to a
-// record, apply it, and go on.
+// One list, sorted by time, of everything that happens during a block. Rendering stops at each record, applies it, and
+// continues with the next slice.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,16 +23,17 @@ struct SequencerMessage {
   std::uint32_t size = 0;  ///< 0 for no message; bytes past it are 0.
 };
 
+/// One change: a MIDI message or a parameter's new value.
 struct SequencerEvent {
-  std::int64_t frame = 0;      ///< Frame of the block.
+  std::int64_t frame = 0;      ///< Counted from the start of the block.
   std::uint32_t sequence = 0;  ///< Order of arrival.
   SequencerKind kind = SequencerKind::parameter;
   SequencerMessage message;  ///< Kind midi.
-  std::uint32_t id = 0;      ///< The other kinds: a parameter.
-  float value = 0.0F;        ///< Normalised.
+  std::uint32_t id = 0;      ///< Other kinds: a parameter's id.
+  float value = 0.0F;        ///< Other kinds: 0 to 1 of the parameter's range.
 };
 
-/// Receives records as they come due, on the audio thread.
+/// Receives each record at its frame, on the audio thread.
 class IEventResponder {
  public:
   virtual ~IEventResponder() = default;
@@ -41,54 +42,64 @@ class IEventResponder {
   virtual void onMidi(const SequencerMessage& message) SIVRAY_NONBLOCKING = 0;
 };
 
-/// What the render loop asks.
+/// The render loop's view of the list. Audio thread.
 class IEventSequencer {
  public:
   virtual ~IEventSequencer() = default;
 
-  /// Frames until the next record is due, 0 when it is due now, -1 when there is none.
+  /// Returns the frames until the next record is due: 0 if it is due now, -1 if there is none.
   virtual std::int64_t nextEventFrame() SIVRAY_NONBLOCKING = 0;
 
-  /// Tells that `frames` frames have been rendered, and fires every record that has come due.
+  /// Must be called after each `frames` frames of rendering; fires every record that is due by then.
   virtual void advance(std::int64_t frames) SIVRAY_NONBLOCKING = 0;
 };
 
-/// Producers append on any thread; the render loop merges what has been appended when its own list has run out. The
-/// lock is held for the appends of one producer or for one swap, never while anything fires. Nothing is allocated until
-/// more than kReservedRecords wait at once.
+/// Producers append on any thread. The render loop takes over what they have appended once it has worked through its
+/// own list. The lock is held while one producer appends, or for one swap, and never while a record fires.
+///
+/// Up to kCapacity records wait, more than one block can bring. A host that sets parameters and never renders could
+/// fill any list, so a full list keeps only the newest value of each parameter at each frame: nothing is rendered
+/// between records of the same frame, so the engine ends up with the same values. New records that still find no room
+/// are dropped. Memory is allocated by the constructor alone.
 class EventSequencer final : public IEventSequencer {
  public:
-  static constexpr std::size_t kReservedRecords = 8192;
+  /// Room for 4095 values of automation and 4096 messages, the most that a block brings, behind a value of each of the
+  /// engine's 560 parameter ids.
+  static constexpr std::size_t kCapacity = 10240;
 
-  /// Appends any number of records under one hold of the lock, which lasts as long as the intake.
+  /// Appends any number of records under one hold of the lock, which ends with the intake.
   class Intake {
    public:
-    explicit Intake(EventSequencer& sequencer) SIVRAY_NONBLOCKING : lock(sequencer.mutex), records(sequencer.pending) {}
+    explicit Intake(EventSequencer& eventSequencer) SIVRAY_NONBLOCKING : sequencer(eventSequencer),
+                                                                         lock(eventSequencer.mutex) {}
 
-    /// A new last record, to be filled in. Good until the next call.
-    SequencerEvent& add() SIVRAY_NONBLOCKING {
-      // Within the room that is reserved, but where a host sends more in a block or sets parameters without rendering.
-      return cofu::core::mayWait([this]() -> SequencerEvent& { return records.emplace_back(); });
-    }
+    /// Returns a new record for the caller to fill in, good until the next call. The record is lost if the list is
+    /// full.
+    SequencerEvent& add() SIVRAY_NONBLOCKING { return sequencer.addPending(); }
 
    private:
+    EventSequencer& sequencer;
     cofu::core::RealTimeLock<std::recursive_mutex> lock;
-    std::vector<SequencerEvent>& records;
   };
 
   /// `eventResponder` must outlive the sequencer.
   explicit EventSequencer(IEventResponder& eventResponder);
 
+  /// Appends one record.
   void append(const SequencerEvent& record) { Intake(*this).add() = record; }
 
   std::int64_t nextEventFrame() SIVRAY_NONBLOCKING override;
   void advance(std::int64_t frames) SIVRAY_NONBLOCKING override;
 
  private:
+  SequencerEvent& addPending() SIVRAY_NONBLOCKING;
+  void keepNewest();
   void merge();
   void fire(const SequencerEvent& record);
 
-  std::vector<SequencerEvent> pending;  ///< Guarded by `mutex`.
+  std::vector<SequencerEvent> pending;  ///< Guarded by `mutex`, as the next two.
+  bool isCrowded = false;               ///< Most of a full list is needed: what comes is dropped until the next merge.
+  SequencerEvent dropped;               ///< What a producer fills in when there is no room.
   IEventResponder& responder;
   std::vector<SequencerEvent> active;
   std::int64_t position = 0;  ///< Frames since the last merge.

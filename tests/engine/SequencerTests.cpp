@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 #include "engine/EventSequencer.h"
@@ -16,8 +17,10 @@ using testing::IsEmpty;
 /// Notes what fires, and renders like the frame does.
 class Rendering : public IEventResponder {
  public:
-  Rendering() { fired.reserve(64); }
-  void onParameter(const SequencerEvent& record) override { note('p', record.id); }
+  void onParameter(const SequencerEvent& record) override {
+    note('p', record.id);
+    tesh::cofu::core::mayWait([&] { lastSequences[record.id] = record.sequence; });
+  }
   void onGlobalParameter(const SequencerEvent& record) override { note('g', record.id); }
   void onMidi(const SequencerMessage& message) override { note('m', message.bytes[0]); }
 
@@ -42,10 +45,20 @@ class Rendering : public IEventResponder {
     return slices;
   }
 
+  /// What fires in the next `frames` frames.
+  std::vector<std::string> firedBy(int frames) {
+    fired.clear();
+    slicesOf(frames);
+    return fired;
+  }
+
   std::vector<std::string> fired;
+  std::map<std::uint32_t, std::uint32_t> lastSequences;  ///< Of each parameter that has fired.
 
  private:
-  void note(char kind, std::uint32_t id) { fired.push_back({kind, static_cast<char>('0' + id)}); }
+  void note(char kind, std::uint32_t id) {
+    tesh::cofu::core::mayWait([&] { fired.push_back(kind + std::to_string(id)); });
+  }
 
   EventSequencer sequencer{*this};
   std::uint32_t sequence = 0;
@@ -85,6 +98,33 @@ TEST(EventSequencer, KeepsARecordBeyondTheBlockAndLetsLaterOnesWaitForIt) {
   rendering.queue(10, kMidi, 2);  // counts from the merge, once the first has fired
   EXPECT_THAT(rendering.slicesOf(256), ElementsAre(44, 10, 202));
   EXPECT_THAT(rendering.fired, ElementsAre("m1", "m2"));
+}
+
+TEST(EventSequencer, HoldsABoundedNumberOfRecordsAndTheNewestValues) {
+  constexpr std::uint32_t kParameters = 560;
+  Rendering rendering;
+  for (std::uint32_t i = 0; i < 1000 * kParameters; ++i) {
+    rendering.queue(0, kParameter, i % kParameters);
+  }
+  rendering.queue(0, kGlobal, 7);
+  rendering.queue(0, kMidi, 8);
+  const std::vector<std::string> values = rendering.firedBy(1);
+  EXPECT_LE(values.size(), EventSequencer::kCapacity);
+  EXPECT_EQ(values.back(), "g7");
+  EXPECT_EQ(rendering.lastSequences.size(), kParameters);
+  for (const auto& [id, sequence] : rendering.lastSequences) {
+    ASSERT_EQ(sequence, 999 * kParameters + id) << id;
+  }
+}
+
+TEST(EventSequencer, DropsTheNewestMessagesOfAFloodAndTakesRecordsAgainAfterIt) {
+  Rendering rendering;
+  for (std::size_t i = 0; i < 2 * EventSequencer::kCapacity; ++i) {
+    rendering.queue(static_cast<std::int64_t>(i), kMidi, 1);
+  }
+  EXPECT_EQ(rendering.firedBy(100000).size(), EventSequencer::kCapacity);
+  rendering.queue(0, kParameter, 2);
+  EXPECT_THAT(rendering.firedBy(1), ElementsAre("p2"));
 }
 
 }  // namespace
