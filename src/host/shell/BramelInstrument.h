@@ -71,6 +71,8 @@ class BramelInstrument : public BramelInstrumentBase {
   /// What was written last, also while no audio runs.
   float parameterValue(std::uint64_t id);
   std::uint64_t parameterInteger(std::uint64_t id);
+  /// What the engine has in force, by the engine's own number: -1 for an unknown one, 0 without a processor.
+  float engineParameter(std::uint64_t engineId) const;
   /// The host's route. A value outside 0 to 1 is ignored.
   void setParameter(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   /// The editor's route: by way of the host where the host sees the parameter.

@@ -1,5 +1,7 @@
 // Parameters: the routes by which values come in, and what is read of them.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <limits>
+
 #include "core/RealTimeLock.h"
 #include "host/shell/BramelInstrumentImpl.h"
 
@@ -84,6 +86,15 @@ std::uint64_t BramelInstrument::parameterInteger(std::uint64_t id) {
     impl->flushMail();
   }
   return impl->cache.read(id, &ParameterInfo::integerValue);
+}
+
+float BramelInstrument::engineParameter(std::uint64_t engineId) const {
+  const std::lock_guard lock(impl->mainMutex);
+  if (!impl->processor) {
+    return 0.0F;
+  }
+  const bool isKnown = engineId <= std::numeric_limits<std::uint32_t>::max();
+  return isKnown ? impl->processor->generator().getParameter(static_cast<std::uint32_t>(engineId)) : -1.0F;
 }
 
 void BramelInstrument::setParameter(std::uint64_t id, float value) {

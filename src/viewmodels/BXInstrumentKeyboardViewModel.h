@@ -1,0 +1,66 @@
+// Notes of an instrument's panel, and its scale, which outlives the editor.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "host/shell/BramelInstrument.h"
+#include "scale/ScaleHost.h"
+#include "viewmodels/IPluginEditViewModelOwner.h"
+#include "viewmodels/IPluginKeyboardViewModelOwner.h"
+
+namespace tesh::bramel {
+
+class BXInstrumentKeyboardViewModel : public virtual IPluginKeyboardViewModelOwner {
+ public:
+  /// `editViewModel` makes this object and calls `forgetOwner` before it goes.
+  BXInstrumentKeyboardViewModel(IPluginEditViewModelOwner& editViewModel, std::shared_ptr<vst::BramelInstrument> shell);
+
+  IPluginKeyboardViewModelListener* getListener() const override;
+  void setListener(IPluginKeyboardViewModelListener* newListener) override;
+  bool getInstrumentFlag() const override;
+  std::int32_t getKey() const override;
+  void setKey(std::int32_t key) override;
+  std::int32_t getOctave() const override;
+  void setOctave(std::int32_t octave) override;
+  std::uint64_t getKeyRange() const override;
+  void setKeyRange(std::uint64_t range) override;
+  bool getChordMode() const override;
+  void setChordMode(bool isOn) override;
+  bool getViewFlag() const override;
+  void setViewFlag(bool flag) override;
+  std::int64_t getViewValue() const override;
+  void setViewValue(std::int64_t value) override;
+  std::uint32_t getViewIndex() const override;
+  void setViewIndex(std::uint32_t index) override;
+  bool isKeyboardEnabled() const override;
+  std::int32_t noteForKey(std::int32_t key) const override;
+  std::int32_t chordNote(std::int32_t key, std::uint32_t voice) const override;
+  std::uint64_t getNoteCount() const override;
+  void sendMidi(const std::uint8_t* data, std::size_t size) override;
+
+  void noteOn(std::int32_t note) override;
+  void noteOff(std::int32_t note) override;
+
+  // For the scale selector and the edit view model.
+
+  scale::ScaleHost& scaleHost() const { return *host; }
+  /// Tells the listener that keys play other notes.
+  void notifyKeyboardLayoutChanged();
+  /// The edit view model goes.
+  void forgetOwner();
+
+ private:
+  template <typename Event, typename... Values>
+  void tellListener(Event event, Values... values);
+
+  std::shared_ptr<scale::ScaleHost> host;
+  IPluginEditViewModelOwner* owner;  ///< Null once `forgetOwner` was called.
+  std::weak_ptr<IPluginKeyboardViewModelListener> listener;
+  std::shared_ptr<vst::BramelInstrument> instrument;
+  bool viewFlag = false;
+  std::int64_t viewValue = 0;
+  std::uint32_t viewIndex = 0;
+};
+
+}  // namespace tesh::bramel

@@ -1,0 +1,142 @@
+// Names and numbers of banks, and the relay of the list's changes.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "viewmodels/BXInstrumentProgramListViewModel.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "storage/paths/Paths.h"
+
+namespace tesh::bramel {
+namespace {
+
+/// A bank; its place in the table is the shell's number for it.
+struct BankRow {
+  std::string_view name;
+  bool isListable;
+};
+
+constexpr std::array kBanks{BankRow{"Factory", true}, BankRow{"Factory2", true}, BankRow{"Ghost", false},
+                            BankRow{"User", true}};
+constexpr std::uint64_t kUserBank = 3;
+
+/// Bytes of a file name's stem.
+constexpr std::size_t kLongestStem = 255;
+
+/// 0 for an unknown name.
+std::uint64_t numberOf(const std::string& bank) {
+  const auto found = std::ranges::find(kBanks, bank, &BankRow::name);
+  return found == kBanks.end() ? 0 : static_cast<std::uint64_t>(found - kBanks.begin());
+}
+
+bool isListable(const std::string& bank) {
+  const auto found = std::ranges::find(kBanks, bank, &BankRow::name);
+  return found != kBanks.end() && found->isListable;
+}
+
+/// Of ASCII letters, whatever the process's locale is.
+char toLower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
+
+}  // namespace
+
+BXInstrumentProgramListViewModel::BXInstrumentProgramListViewModel(std::shared_ptr<vst::BramelInstrument> shell)
+    : instrument(std::move(shell)) {}
+
+void BXInstrumentProgramListViewModel::setListener(IProgramListViewModelListener* newListener) {
+  listener = newListener == nullptr ? std::weak_ptr<IProgramListViewModelListener>{} : newListener->getWeakSelf();
+}
+
+std::string BXInstrumentProgramListViewModel::getInstrumentName() const { return instrument->productName(); }
+
+std::string BXInstrumentProgramListViewModel::getExportFileStem() const {
+  std::string stem = getInstrumentName();
+  std::erase(stem, ' ');
+  std::ranges::transform(stem, stem.begin(), toLower);
+  return (stem + "_programs").substr(0, kLongestStem);
+}
+
+std::string BXInstrumentProgramListViewModel::getCurrentBank() const {
+  const std::uint64_t bank = instrument->currentBank();
+  return std::string(kBanks[bank < kBanks.size() ? static_cast<std::size_t>(bank) : 0].name);
+}
+
+std::uint32_t BXInstrumentProgramListViewModel::getCurrentProgramIndex() const {
+  return static_cast<std::uint32_t>(instrument->currentProgram());
+}
+
+std::string BXInstrumentProgramListViewModel::getCurrentProgramName() const { return instrument->currentProgramName(); }
+
+void BXInstrumentProgramListViewModel::renameCurrentProgram(const std::string& name) {
+  instrument->renameCurrentProgram(name);
+}
+
+std::uint64_t BXInstrumentProgramListViewModel::getProgramCount(const std::string& bank) const {
+  return isListable(bank) ? instrument->programCount(numberOf(bank)) : 0;
+}
+
+std::string BXInstrumentProgramListViewModel::getProgramName(std::uint64_t index, const std::string& bank) const {
+  return isListable(bank) ? instrument->programName(numberOf(bank), index) : std::string();
+}
+
+void BXInstrumentProgramListViewModel::selectProgram(std::uint64_t index, const std::string& bank) {
+  instrument->setProgram(numberOf(bank), index);
+}
+
+void BXInstrumentProgramListViewModel::saveProgramAs(const std::string& name) {
+  instrument->saveProgramAs(kUserBank, name);
+}
+
+bool BXInstrumentProgramListViewModel::programExists(const std::string& bank, const std::string& name) const {
+  const std::uint64_t count = getProgramCount(bank);
+  for (std::uint64_t index = 0; index < count; ++index) {
+    if (getProgramName(index, bank) == name) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void BXInstrumentProgramListViewModel::overwriteCurrentProgram() { instrument->overwriteProgram(); }
+
+void BXInstrumentProgramListViewModel::deleteProgram(std::uint64_t index, const std::string& bank) {
+  instrument->deleteProgram(numberOf(bank), index);
+}
+
+void BXInstrumentProgramListViewModel::moveProgram(std::uint64_t from, std::uint64_t to, const std::string& bank) {
+  instrument->moveProgram(numberOf(bank), from, to);
+}
+
+bool BXInstrumentProgramListViewModel::isProgramListEnabled() const { return true; }
+
+void BXInstrumentProgramListViewModel::importPrograms(const std::string& path) {
+  if (fileExists(path)) {
+    instrument->importPrograms(path);
+  }
+}
+
+void BXInstrumentProgramListViewModel::exportPrograms(const std::string& path) { instrument->exportPrograms(path); }
+
+template <typename Event, typename... Values>
+void BXInstrumentProgramListViewModel::tellListener(Event event, const Values&... values) {
+  if (const auto held = listener.lock()) {
+    (*held.*event)(*this, values...);
+  }
+}
+
+void BXInstrumentProgramListViewModel::programSaved(const std::uint64_t* programIds, std::uint64_t count,
+                                                    const std::string& bankName) {
+  tellListener(&IProgramListViewModelListener::onProgramSaved, programIds, count, bankName);
+}
+
+void BXInstrumentProgramListViewModel::programDeleted(const std::uint64_t* programIds, std::uint64_t count,
+                                                      const std::string& bankName) {
+  tellListener(&IProgramListViewModelListener::onProgramDeleted, programIds, count, bankName);
+}
+
+void BXInstrumentProgramListViewModel::programMoved(std::uint64_t from, std::uint64_t to, const std::string& bankName) {
+  tellListener(&IProgramListViewModelListener::onProgramMoved, from, to, bankName);
+}
+
+}  // namespace tesh::bramel

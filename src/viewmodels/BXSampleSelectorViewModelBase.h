@@ -1,0 +1,47 @@
+// Sample parameters against the places of a sample library.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/samples/SampleLibrary.h"
+#include "viewmodels/IPluginEditViewModel.h"
+#include "viewmodels/ISampleSelectorViewModel.h"
+
+namespace tesh::bramel {
+
+/// A sample has three addresses: its id, which a parameter means; its flat index, the place in the library's browsing
+/// order; and its category with its place in there. An instrument says which parameters choose samples.
+class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
+ public:
+  /// The model must outlive this object, as must the library, which may be null: then it counts as empty.
+  BXSampleSelectorViewModelBase(IPluginEditViewModel& editViewModel, const vimo::SampleLibrary* sampleLibrary);
+
+  std::int32_t getPartCount() const override { return 0; }
+  std::int64_t getCategoryIndex(std::uint64_t part) const override;
+  std::int64_t getSampleIndex(std::uint64_t part) const override;
+  void selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) override;
+  std::int64_t getCategoryCount() const override;
+  std::string getCategoryName(std::int64_t) const override { return {}; }
+  std::int64_t getSampleCount(std::int64_t category) const override;
+  std::string getSampleName(std::int64_t category, std::int64_t index) const override;
+
+ protected:
+  static constexpr std::uint64_t kNoParameter = ~std::uint64_t{0};
+
+  /// The parameter that chooses the part's sample; kNoParameter for a part that does not exist.
+  virtual std::uint64_t getParameterIndex(std::uint64_t part) const = 0;
+
+ private:
+  struct Place {
+    std::int64_t category;
+    std::int64_t index;
+  };
+
+  Place placeOf(std::uint64_t part) const;
+  std::int64_t firstOf(std::int64_t category) const;
+  bool exists(std::int64_t category, std::int64_t index) const;
+
+  IPluginEditViewModel& model;
+  const vimo::SampleLibrary* library;
+};
+
+}  // namespace tesh::bramel

@@ -1,0 +1,31 @@
+// The drum module's edit view model: the family's, with samples, and with key states that tell what each pad plays.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include "viewmodels/BXPluginEditViewModelProxy.h"
+#include "viewmodels/ISivrayEditViewModel.h"
+#include "viewmodels/SivraySampleSelectorViewModel.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+class BXSivrayEditViewModel : public BXPluginEditViewModelProxy, public virtual ISivrayEditViewModel {
+ public:
+  /// Sets the key states. `family` is not null.
+  explicit BXSivrayEditViewModel(std::shared_ptr<IPluginEditViewModelOwner> family);
+
+  std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const override;
+  std::string getSampleName(std::uint64_t part) const override;
+
+  // The view is told first, then the key states follow where samples may have changed.
+  void notifyAllParametersChanged() override;
+  void notifyParameterChanged(std::uint64_t index) override;
+
+ private:
+  void updateKeyStates();
+
+  std::shared_ptr<SivraySampleSelectorViewModel> sampleSelector;
+};
+
+}  // namespace tesh::bramel::plugin::sivray
