@@ -18,12 +18,14 @@
 #include "effects/filters/SivrayFxTolvanFilter.h"
 #include "effects/interfaces/EffectAdapter2.h"
 #include "effects/interfaces/SivrayFxBypass.h"
+#include "effects/modulation/MarloChorus.h"
+#include "effects/modulation/MarloEnsemble.h"
+#include "effects/modulation/MarloPhase.h"
 #include "effects/modulation/Q60393Autopan.h"
 #include "effects/modulation/Q60393Phaser.h"
 #include "effects/modulation/Q60393Tremolo.h"
 #include "effects/modulation/Ringmod.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
-#include "effects/modulation/SivrayFxIMarloEffects.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
@@ -48,9 +50,9 @@ std::unique_ptr<SivrayFx> make() {
 /// By type id.
 constexpr std::array<Maker, kEffectTypeCount> kMakers{
     make<SivrayFxBypass>,                                                 // 0
-    make<SivrayFxIMarloEffects, 1>,                                       // 1
-    make<SivrayFxIMarloEffects, 2>,                                       // 2
-    make<SivrayFxIMarloEffects, 3>,                                       // 3
+    make<SivrayFxIMarloEffects<MarloChorus>>,                             // 1
+    make<SivrayFxIMarloEffects<MarloPhase>>,                              // 2
+    make<SivrayFxIMarloEffects<MarloEnsemble>>,                           // 3
     make<SivrayFxChorusFlanger>,                                          // 4
     make<EffectAdapter<Q60393Phaser>>,                                    // 5
     make<EffectAdapter<Q60393Tremolo>>,                                   // 6

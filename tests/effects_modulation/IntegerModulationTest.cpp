@@ -77,9 +77,6 @@ struct PhaserModel : PlainModel {
       step = stepOf(i);
     } else if (index == 1) {
       depth = (linear(i) * 16102) >> 15;
-    } else {
-      const std::int64_t t = (linear(i) * 32767) >> 15;
-      manual = (t * t) >> 15;
     }
   }
   void reset() override {
@@ -135,8 +132,6 @@ struct GainModel : PlainModel {
       knob = i;
     } else if (index == 1) {
       flatness = 32767 - linear(i);
-    } else {
-      type = std::min<std::int64_t>(i, 4);
     }
     update();
   }
@@ -257,7 +252,6 @@ TEST(IntegerModulation, OtherIndicesAreIgnoredAndWrongValuesMasked) {
   EXPECT_EQ(direct.setParameter(3, 128 + 5), 5);
   EXPECT_EQ(adapted.setParameter(1, 55), 55);
   EXPECT_EQ(adapted.setParameter(99, 55), 0);
-  EXPECT_EQ(adapted.setParameter(5, -500), -127);
   EXPECT_EQ(adapted.setParameter(2, -1), 127);
   StereoBlock nothing;
   adapted.process(nothing, 0);

@@ -3,7 +3,9 @@
 #include <array>
 #include <cmath>
 
-#include "effects/modulation/SivrayFxIMarloEffects.h"
+#include "effects/modulation/MarloChorus.h"
+#include "effects/modulation/MarloEnsemble.h"
+#include "effects/modulation/MarloPhase.h"
 #include "effects_modulation/PlainModel.h"
 
 namespace {
@@ -132,19 +134,14 @@ struct MarloModel : PlainModel {
   }
 };
 
-template <int kMode>
-struct Marlo : SivrayFxIMarloEffects {
-  Marlo() : SivrayFxIMarloEffects(kMode) {}
-};
-
 TEST(Marlo, EveryModeMatchesThePlainModelThroughRandomScenes) {
-  playScenes<Marlo<1>>(MarloModel(1), 500);
-  playScenes<Marlo<2>>(MarloModel(2), 500);
-  playScenes<Marlo<3>>(MarloModel(3), 500);
+  playScenes<SivrayFxIMarloEffects<MarloChorus>>(MarloModel(1), 500);
+  playScenes<SivrayFxIMarloEffects<MarloPhase>>(MarloModel(2), 500);
+  playScenes<SivrayFxIMarloEffects<MarloEnsemble>>(MarloModel(3), 500);
 }
 
 TEST(Marlo, ChorusAtSpreadZeroIsTheSameOnBothSidesAndRestartsOnBothCodes) {
-  SivrayFxIMarloEffects effect(1);
+  SivrayFxIMarloEffects<MarloChorus> effect;
   effect.setParameter(2, 60);
   Stereo first = constantSound(1500, 9000);
   process(effect, first);
@@ -158,10 +155,8 @@ TEST(Marlo, ChorusAtSpreadZeroIsTheSameOnBothSidesAndRestartsOnBothCodes) {
 }
 
 TEST(Marlo, KnobsMayTurnWhileTheEffectRuns) {
-  for (int mode = 1; mode <= 3; ++mode) {
-    SivrayFxIMarloEffects effect(mode);
-    turnKnobsWhileItRuns(effect);
-  }
+  SivrayFxIMarloEffects<MarloEnsemble> effect;
+  turnKnobsWhileItRuns(effect);
 }
 
 }  // namespace

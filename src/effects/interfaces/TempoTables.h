@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "core/RealTime.h"
+#include "effects/interfaces/Knobs.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -38,5 +39,10 @@ constexpr std::size_t lfoNoteIndex(int knob) {
 /// 2 / (length / bpm) * 2^31, truncated, in single precision. A tempo of 0 or below gives 0, one
 /// far beyond any music the largest step.
 std::int32_t tempoStep(int knob, float bpm) SIVRAY_NONBLOCKING;
+
+/// The same for the note that Edit1 chooses at the tempo.
+inline std::int32_t tempoStep(const Knobs& knobs) {
+  return tempoStep(knobs.edit1, static_cast<float>(knobs.tempoTenths) / 10.0F);
+}
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -9,19 +9,13 @@
 #include <type_traits>
 
 #include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/Knobs.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SivrayFx.h"
 #include "effects/interfaces/SivrayFxMemoryUser.h"
 #include "effects/interfaces/SmoothedValue.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-/// All that the settings of an effect depend on.
-struct Knobs {
-  int edit1 = 0;           ///< 0 to 127.
-  int edit2 = 0;           ///< 0 to 127.
-  int tempoTenths = 1200;  ///< Tenths of a beat per minute.
-};
 
 /// Runs a `Law`: a struct that holds what one sample hands to the next. A law has
 ///   struct Settings;                                 // what the knobs set
@@ -45,6 +39,8 @@ template <typename Law>
 class TwoKnobEffect : public SivrayFx {
  public:
   using Settings = typename Law::Settings;
+
+  TwoKnobEffect() { resetLaw(); }
 
   /// Settings land before samples whose index in the block is a multiple of 64.
   void process(StereoBlock& block, unsigned count) override {
@@ -84,11 +80,7 @@ class TwoKnobEffect : public SivrayFx {
     if constexpr (requires { Law::kResetTakesPending; }) {
       pending.takeInto(live);
     }
-    const auto setNow = [](SmoothedValue& value, std::int32_t target) { value.setNow(target); };
-    if constexpr (requires { law.eachSmoothed(live, setNow); }) {
-      law.eachSmoothed(live, setNow);
-    }
-    law.reset(live);
+    resetLaw();
   }
 
   void setImmediate(bool on) override { immediate = on; }
@@ -128,6 +120,14 @@ class TwoKnobEffect : public SivrayFx {
     } else {
       return {};
     }
+  }
+
+  void resetLaw() {
+    const auto setNow = [](SmoothedValue& value, std::int32_t target) { value.setNow(target); };
+    if constexpr (requires { law.eachSmoothed(live, setNow); }) {
+      law.eachSmoothed(live, setNow);
+    }
+    law.reset(live);
   }
 
   bool restsAtSettings() {

@@ -1,13 +1,12 @@
-// The oscillator shapes and the gain law of tremolo and auto pan.
+// The gain law of tremolo and auto pan, and how each makes the oscillator's speed and spread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/GainModulator.h"
 
-#include <algorithm>
-#include <limits>
-
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
-#include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/TempoTables.h"
+#include "effects/modulation/Q60393Autopan.h"
+#include "effects/modulation/Q60393Tremolo.h"
 #include "effects/modulation/TriangleLfo.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -16,139 +15,58 @@ using namespace cofu::core;
 
 namespace {
 
-constexpr std::int32_t kTop = std::numeric_limits<std::int32_t>::max();
+/// Share per sample of the one-pole smoother that rounds the triangle, Q15: 0.0675, a time constant of 14 samples. The
+/// square curve at 33.
+constexpr std::int32_t kLfoSmoothing = squareTable[33];
 
-/// Q15 gain of a smoothed oscillator value (31 bits): its cube on 0 .. 65535, mixed with the flat gain.
+/// A phase offset of half a cycle less 2^16, the linear curve at 127.
+constexpr std::int32_t kAutopanSpread = linearTable[127] << 16;
+
+/// Samples of the tremolo's cycle: 3 * (distance of the knob from 127, squared, + 735), from 2205 (20 Hz) up.
+constexpr std::int32_t kCycleScale = 3;
+constexpr std::int32_t kCycleBase = 735;
+
+std::int64_t followed(std::int64_t smooth, std::int32_t phase) {
+  return smooth + ((std::int64_t{phaseMagnitude(phase)} >> 15) - (smooth >> 15)) * kLfoSmoothing;
+}
+
+/// The cube of `smooth` (31 bits) on 0 .. 65535, so up to a gain of 2.0 in Q15, mixed with the constant gain `flat`.
 std::int32_t gainOf(std::int64_t smooth, std::int32_t flat) {
   const auto cubed = static_cast<std::int32_t>((((smooth * smooth) >> 31) * smooth) >> 46);
   return flat + cubed - mul15(cubed, flat);
 }
 
-std::int64_t followed(std::int64_t smooth, std::int64_t shape, std::int32_t coefficient) {
-  return smooth + ((shape >> 15) - (smooth >> 15)) * coefficient;
-}
-
 }  // namespace
 
-GainModulator::GainModulator(int spreadKnob) {
-  setShape(1, 63);
-  setShape(2, kTriangle);
-  setShape(3, spreadKnob);
-  setShape(4, 33);
-  reset();
+std::int32_t GainModulator::flatnessOf(int depthKnob) { return kFullScale - valueAt(linearTable, depthKnob); }
+
+void GainModulator::modulate(const Settings& to, std::int32_t spread, std::int16_t& left, std::int16_t& right) {
+  const std::int32_t x = (left + right) >> 1;
+  phase = wrapAdd(phase, to.lfoStep);
+  smoothLeft = followed(smoothLeft, phase);
+  smoothRight = followed(smoothRight, wrapAdd(phase, spread));
+  const std::int32_t flat = mul15(flatness.value(), flatness.value());
+  left = static_cast<std::int16_t>(saturate(mul15(gainOf(smoothLeft, flat), x)));
+  right = static_cast<std::int16_t>(saturate(mul15(gainOf(smoothRight, flat), x)));
 }
 
-int GainModulator::setShape(unsigned index, int value) {
-  const int knob = index == 2 ? std::clamp(value, 0, 4) : value & 127;
-  const auto i = static_cast<std::size_t>(knob);
-  switch (index) {
-    case 1:
-      flatnessTarget = 32767 - linearTable[i];
-      return knob;
-    case 2:
-      lfoType = knob;
-      return knob;
-    case 3:
-      spread = wrapShiftLeft(linearTable[i], 16);
-      return knob;
-    case 4:
-      lfoCoefficient = squareTable[i];
-      return knob;
-    default:
-      return 0;
-  }
+Q60393Tremolo::Settings Q60393Tremolo::settingsOf(const Knobs& knobs) {
+  const int below = 127 - knobs.edit1;
+  const std::int32_t cycle = kCycleScale * (below * below + kCycleBase);
+  return {2 * (kTop / cycle), flatnessOf(knobs.edit2)};
 }
 
-void GainModulator::reset() {
-  flatness.setNow(flatnessTarget);
-  smoothLeft = 0;
-  smoothRight = 0;
-  restart = true;
+void Q60393Tremolo::step(const Settings& to, std::int16_t& left, std::int16_t& right) { modulate(to, 0, left, right); }
+
+Q60393Autopan::Settings Q60393Autopan::settingsOf(const Knobs& knobs) {
+  return {tempoStep(knobs), flatnessOf(knobs.edit2)};
 }
 
-template <GainModulator::LfoType kType, bool kResting>
-void GainModulator::render(std::int16_t* left, std::int16_t* right, unsigned count) {
-  const auto shape = [](std::int32_t up, std::int32_t down) -> std::int64_t {
-    switch (kType) {
-      case kRisingSaw:
-        return (up >> 1) + 1073741823;
-      case kTriangle:
-        return phaseMagnitude(up);
-      case kSquareUp:
-        return up < 1 ? 0 : kTop;
-      case kFallingSaw:
-        return (down >> 1) + 1073741823;
-      case kSquareDown:
-        return down > 0 ? kTop : 0;
-    }
-  };
-  const std::int32_t k = glideFactor(immediate);
-  const std::int32_t target = flatnessTarget;
-  const std::int32_t step = lfoStep;
-  const std::int32_t offset = spread;
-  const std::int32_t coefficient = lfoCoefficient;
-  SmoothedValue flatNow = flatness;
-  std::int32_t up = phaseUp;
-  std::int32_t down = phaseDown;
-  std::int64_t smoothL = smoothLeft;
-  std::int64_t smoothR = smoothRight;
-  for (unsigned i = 0; i < count; ++i) {
-    if constexpr (!kResting) {
-      flatNow.glide(target, k);
-    }
-    const std::int32_t x = (left[i] + right[i]) >> 1;
-    up = wrapAdd(up, step);
-    down = wrapSub(down, step);
-    smoothL = followed(smoothL, shape(up, down), coefficient);
-    smoothR = followed(smoothR, shape(wrapAdd(up, offset), wrapAdd(down, offset)), coefficient);
-    const std::int32_t flat = mul15(flatNow.value(), flatNow.value());
-    left[i] = static_cast<std::int16_t>(saturate(mul15(gainOf(smoothL, flat), x)));
-    right[i] = static_cast<std::int16_t>(saturate(mul15(gainOf(smoothR, flat), x)));
-  }
-  flatness = flatNow;
-  phaseUp = up;
-  phaseDown = down;
-  smoothLeft = smoothL;
-  smoothRight = smoothR;
+void Q60393Autopan::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  modulate(to, kAutopanSpread, left, right);
 }
 
-template <GainModulator::LfoType kType>
-void GainModulator::renderAs(std::int16_t* left, std::int16_t* right, unsigned count) {
-  if (flatness.restsAt(flatnessTarget)) {
-    render<kType, true>(left, right, count);
-  } else {
-    render<kType, false>(left, right, count);
-  }
-}
-
-void GainModulator::process(StereoBlock& block, unsigned count) {
-  if (restart && count > 0) {
-    restart = false;
-    phaseUp = kTop;
-    phaseDown = kTop;
-  }
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    const unsigned run = std::min(count - start, kControlGrid);
-    std::int16_t* const left = block.left + start;
-    std::int16_t* const right = block.right + start;
-    switch (lfoType) {
-      case kRisingSaw:
-        renderAs<kRisingSaw>(left, right, run);
-        break;
-      case kTriangle:
-        renderAs<kTriangle>(left, right, run);
-        break;
-      case kSquareUp:
-        renderAs<kSquareUp>(left, right, run);
-        break;
-      case kFallingSaw:
-        renderAs<kFallingSaw>(left, right, run);
-        break;
-      default:
-        renderAs<kSquareDown>(left, right, run);
-        break;
-    }
-  }
-}
+template class TwoKnobEffect<Q60393Tremolo>;
+template class TwoKnobEffect<Q60393Autopan>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

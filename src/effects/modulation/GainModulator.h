@@ -1,53 +1,40 @@
-// What tremolo and auto pan share: a mono signal whose two output gains follow a smoothed, cubed oscillator.
+// What tremolo and auto pan share: the gain of a mono signal follows a triangle oscillator.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The common part of two effect cores, which add how Edit1 makes the oscillator's step.
-class GainModulator {
- public:
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
-  void reset() SIVRAY_NONBLOCKING;
+/// Models an amplitude modulator: the cube of a smoothed triangle, mixed with a constant gain.
+struct GainModulator {
+  static constexpr bool kResetTakesPending = true;
+  static constexpr std::int32_t kTop = std::numeric_limits<std::int32_t>::max();
 
-  bool immediate = false;
+  struct Settings {
+    std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.
+    std::int32_t flatness;  ///< Q15: 32767 leaves the gain alone, 0 modulates it in full.
+  };
 
- protected:
-  /// `spreadKnob` sets how far the right oscillator stands ahead: 0 for none, 127 for half a cycle.
-  explicit GainModulator(int spreadKnob);
+  /// The flatness for a Depth knob of 0 to 127.
+  static std::int32_t flatnessOf(int depthKnob);
 
-  /// Index 1 depth, 2 wave form (limited to 0 .. 4), 3 spread, 4 smoothing (masked to 7 bits). Gives the value that was
-  /// taken, 0 for other indices. Any thread.
-  int setShape(unsigned index, int value) SIVRAY_NONBLOCKING;
+  void reset(const Settings&) {
+    phase = kTop;
+    smoothLeft = 0;
+    smoothRight = 0;
+  }
+  void eachSmoothed(const Settings& to, auto&& visit) { visit(flatness, to.flatness); }
 
-  /// Phase step per sample.
-  Relaxed<std::int32_t> lfoStep;
+  /// One sample. The right oscillator runs `spread` ahead of the left one; half a cycle is 2^31.
+  void modulate(const Settings& to, std::int32_t spread, std::int16_t& left, std::int16_t& right);
 
- private:
-  enum LfoType : std::int32_t { kRisingSaw, kTriangle, kSquareUp, kFallingSaw, kSquareDown };
-
-  template <LfoType kType, bool kResting>
-  void render(std::int16_t* left, std::int16_t* right, unsigned count);
-
-  template <LfoType kType>
-  void renderAs(std::int16_t* left, std::int16_t* right, unsigned count);
-
-  Relaxed<std::int32_t> flatnessTarget;
-  Relaxed<std::int32_t> lfoType;
-  Relaxed<std::int32_t> spread;
-  Relaxed<std::int32_t> lfoCoefficient;
   SmoothedValue flatness;
-  std::int32_t phaseUp = 2147483647;
-  std::int32_t phaseDown = 2147483647;
-  bool restart = true;
-  std::int64_t smoothLeft = 0;
+  std::int32_t phase = kTop;
+  std::int64_t smoothLeft = 0;  ///< The smoothed triangle, 31 fractional bits.
   std::int64_t smoothRight = 0;
 };
 

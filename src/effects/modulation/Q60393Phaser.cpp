@@ -1,146 +1,61 @@
-// The all-pass chain of the phaser and its knobs.
+// The all-pass chain of the phaser.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/Q60393Phaser.h"
 
-#include <algorithm>
-
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
-#include "effects/interfaces/PendingSettings.h"
 #include "effects/modulation/LfoTables.h"
-#include "effects/modulation/TriangleLfo.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
+using cofu::core::kFullScale;
+
 namespace {
 
-/// Two-sided knobs read a one-sided table and take their own sign.
-std::int32_t withSignOf(int knob, std::int32_t magnitude) { return knob < 0 ? -magnitude : magnitude; }
+/// Largest depth, Q15: 0.4914.
+constexpr std::int32_t kLargestDepth = 16102;
 
-/// What one sample of both channels needs besides the stages.
-struct Moment {
-  StereoLanes depth;
-  StereoLanes manual;
-  StereoLanes resonance;
-  StereoLanes mix;
-  StereoLanes dryGain;
-};
+/// All-pass coefficient that the oscillator takes its depth from, Q15: 0.8926, the square of the linear curve at 120.
+constexpr std::int32_t kManualRoot = cofu::core::mul15(linearTable[120], kFullScale);
+constexpr std::int32_t kManual = cofu::core::mul15(kManualRoot, kManualRoot);
 
-/// The coefficient of the all-pass stages. It needs no limit: `manual` lies in 0 .. 32767, `depth` in 0 .. 16101.
-StereoLanes coefficientAt(StereoLanes phase, const Moment& now) {
+/// Feedback, Q15: 0.5254, the convex curve at 40 times 0.99.
+constexpr std::int32_t kResonance = cofu::core::mul15(convexTable[40], 32440);
+
+/// Wet gain, Q15: 0.5039, the linear curve at 64. The dry gain is the rest of full scale.
+constexpr std::int32_t kWet = linearTable[64];
+
+/// The coefficient needs no limit: kManual less a depth of 0 to 16101 stays within 0 .. 32767.
+StereoLanes coefficientAt(StereoLanes phase, std::int32_t depth) {
   const StereoLanes triangle = withSign(phase, signOf(phase)).shiftedRightUnsigned<16>();
   const StereoLanes held = triangle - triangle.shiftedRight<15>();
-  return now.manual - mul15(now.depth, held);
-}
-
-/// One sample `x` through the chain; the output is not yet limited.
-template <typename Stages>
-StereoLanes step(Stages& s, const Moment& now, StereoLanes phase, StereoLanes x) {
-  const StereoLanes a = coefficientAt(phase, now);
-  const Stages old{leakTwice(s[0]), leakTwice(s[1]), leakTwice(s[2]), leakTwice(s[3]), leakTwice(s[4])};
-  const auto stage = [&](std::size_t j) { return (mul15(a, old[j]) - mul15(s[j - 1], a) + old[j - 1]).saturated(); };
-  s[0] = (x + leak(mul15(now.resonance, s[2]))).saturated();
-  s[1] = stage(1);
-  s[2] = leakTwice(leakTwice(stage(2)));
-  s[3] = stage(3);
-  s[4] = stage(4);
-  return mul15(s[4], now.mix) + mul15(now.dryGain, x);
+  return StereoLanes::both(kManual) - mul15(StereoLanes::both(depth), held);
 }
 
 }  // namespace
 
-Q60393Phaser::Q60393Phaser() {
-  constexpr std::array<int, 5> kStartKnobs{30, 63, 120, 40, 64};
-  for (unsigned i = 0; i < kStartKnobs.size(); ++i) {
-    setEdit(i, kStartKnobs[i]);
-  }
-  reset();
+Q60393Phaser::Settings Q60393Phaser::settingsOf(const Knobs& knobs) {
+  return {static_cast<std::int32_t>(valueAt(lfoTable, knobs.edit1)),
+          cofu::core::mul15(valueAt(linearTable, knobs.edit2), kLargestDepth)};
 }
 
-int Q60393Phaser::setEdit(unsigned index, int value) {
-  const int knob = index < 3 ? value & 127 : std::clamp(value, -127, 127);
-  const auto i = static_cast<std::size_t>(std::abs(knob));
-  switch (index) {
-    case 0:
-      lfoStep = static_cast<std::int32_t>(lfoTable[i]);
-      return knob;
-    case 1:
-      depthTarget = cofu::core::mul15(linearTable[i], 16102);
-      return knob;
-    case 2: {
-      const std::int32_t t = cofu::core::mul15(linearTable[i], 32767);
-      manualTarget = cofu::core::mul15(t, t);
-      return knob;
-    }
-    case 3:
-      resonanceTarget = withSignOf(knob, cofu::core::mul15(convexTable[i], 32440));
-      return knob;
-    case 4:
-      mixTarget = withSignOf(knob, linearTable[i]);
-      return knob;
-    default:
-      return 0;
-  }
+void Q60393Phaser::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  phase = phase + StereoLanes::both(to.lfoStep);
+  const StereoLanes a = coefficientAt(phase, depth.value());
+  const StereoLanes x = StereoLanes::both((left + right) >> 1);
+  auto& s = stages;
+  const std::array<StereoLanes, 5> old{leakTwice(s[0]), leakTwice(s[1]), leakTwice(s[2]), leakTwice(s[3]),
+                                       leakTwice(s[4])};
+  const auto allPass = [&](std::size_t j) { return (mul15(a, old[j]) - mul15(s[j - 1], a) + old[j - 1]).saturated(); };
+  s[0] = (x + leak(mul15(StereoLanes::both(kResonance), s[2]))).saturated();
+  s[1] = allPass(1);
+  s[2] = leakTwice(leakTwice(allPass(2)));
+  s[3] = allPass(3);
+  s[4] = allPass(4);
+  const StereoLanes out = mul15(s[4], StereoLanes::both(kWet)) + mul15(StereoLanes::both(kFullScale - kWet), x);
+  out.storeSaturated(left, right);
 }
 
-Q60393Phaser::Targets Q60393Phaser::targets() const { return {depthTarget, manualTarget, resonanceTarget, mixTarget}; }
-
-void Q60393Phaser::glide(const Targets& to, std::int32_t k) {
-  depth.glide(to.depth, k);
-  manual.glide(to.manual, k);
-  resonance.glide(to.resonance, k);
-  mix.glide(to.mix, k);
-}
-
-bool Q60393Phaser::restsAt(const Targets& to) const {
-  return depth.restsAt(to.depth) && manual.restsAt(to.manual) && resonance.restsAt(to.resonance) && mix.restsAt(to.mix);
-}
-
-void Q60393Phaser::reset() {
-  const Targets to = targets();
-  depth.setNow(to.depth);
-  manual.setNow(to.manual);
-  resonance.setNow(to.resonance);
-  mix.setNow(to.mix);
-  stages = {};
-  phase = 0;
-}
-
-template <bool kResting>
-void Q60393Phaser::render(std::int16_t* left, std::int16_t* right, unsigned count, const Targets& to) {
-  const auto moment = [&] {
-    return Moment{StereoLanes::both(depth.value()), StereoLanes::both(manual.value()),
-                  StereoLanes::both(resonance.value()), StereoLanes::both(mix.value()),
-                  StereoLanes::both(32767 - std::abs(mix.value()))};
-  };
-  const std::int32_t k = glideFactor(immediate);
-  const StereoLanes increment = StereoLanes::both(lfoStep);
-  StereoLanes phases = StereoLanes::of(phase, cofu::core::wrapAdd(phase, kRightPhaseLead));
-  Stages now = stages;
-  Moment knobs = moment();
-  for (unsigned i = 0; i < count; ++i) {
-    if constexpr (!kResting) {
-      glide(to, k);
-      knobs = moment();
-    }
-    phases = phases + increment;
-    const StereoLanes out = step(now, knobs, phases, StereoLanes::both((left[i] + right[i]) >> 1));
-    out.storeSaturated(left[i], right[i]);
-  }
-  stages = now;
-  phase = phases.left();
-}
-
-void Q60393Phaser::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    const unsigned run = std::min(count - start, kControlGrid);
-    const Targets to = targets();
-    if (restsAt(to)) {
-      render<true>(block.left + start, block.right + start, run, to);
-    } else {
-      render<false>(block.left + start, block.right + start, run, to);
-    }
-  }
-}
+template class TwoKnobEffect<Q60393Phaser>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

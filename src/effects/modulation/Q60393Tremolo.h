@@ -1,19 +1,20 @@
-// Tremolo: both channels' gain follows one oscillator of free speed.
+// "Tremolo": one oscillator of free speed moves the gain of both channels.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/RealTime.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 #include "effects/modulation/GainModulator.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Tremolo": Edit1 is the speed (0.87 to 20 Hz), Edit2 the depth.
-class Q60393Tremolo : public GainModulator {
- public:
-  Q60393Tremolo() : GainModulator(0) { setEdit(0, 72); }
+/// Edit1 is the speed (0.87 to 20 Hz), Edit2 the depth. The output is mono.
+struct Q60393Tremolo : GainModulator {
+  static constexpr Knobs kStart{72, 63};
 
-  /// Index 0 speed, masked to 7 bits; the others as `GainModulator::setShape`. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
+  static Settings settingsOf(const Knobs& knobs);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
 };
+
+extern template class TwoKnobEffect<Q60393Tremolo>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/Ringmod.h"
 
-#include <algorithm>
+#include <cstdlib>
 
 #include "core/FixedPoint.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -12,13 +13,16 @@ using namespace cofu::core;
 
 namespace {
 
+/// Scale of the Frequency knob: 12287 at its end is 12287 * 2^15 of a phase of 2^32 per sample, 4134 Hz.
+constexpr std::int32_t kFrequencyScale = 12288;
+
 /// Largest value of 30 bits: the carrier's 1.0 with its 15 fractional bits.
 constexpr std::int32_t kCarrierOne = 1073741823;
 
-/// Limit before the output is halved back by one bit less than it was scaled.
+/// Limit of the output while it has 14 fractional bits more than a sample.
 constexpr std::int32_t kOutputLimit = 536870911;
 
-/// How much of the carrier is the sine: all of it from a frequency of 128 on.
+/// How much of the carrier is the sine (30 bits): it rises with the frequency and is all of it from 128 on.
 std::int32_t sineShare(const SmoothedValue& frequency) {
   const std::int64_t share = static_cast<std::int64_t>(frequency.state) << 8;
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(share, -kCarrierOne, kCarrierOne));
@@ -28,7 +32,7 @@ std::int32_t sineShare(const SmoothedValue& frequency) {
 std::int32_t parabolicSine(std::int32_t phase) {
   const std::int32_t p = phase >> 15;
   const std::int32_t q = phase >> 16;
-  return mul15(32767 - std::abs(p), q) + q;
+  return mul15(kFullScale - std::abs(p), q) + q;
 }
 
 std::int16_t ring(std::int32_t carrier, std::int32_t in, std::int32_t dry, std::int32_t wet) {
@@ -38,62 +42,20 @@ std::int16_t ring(std::int32_t carrier, std::int32_t in, std::int32_t dry, std::
 
 }  // namespace
 
-int Ringmod::setEdit(unsigned index, int value) {
-  const int knob = value & 127;
-  switch (index) {
-    case 0:
-      frequencyKnob = knob;
-      break;
-    case 1:
-      balanceKnob = knob;
-      break;
-    default:
-      return 0;
-  }
-  pending.post({frequencyOfKnob(frequencyKnob), linearTable[static_cast<std::size_t>(balanceKnob.load())]});
-  return knob;
+Ringmod::Settings Ringmod::settingsOf(const Knobs& knobs) {
+  return {mul15(valueAt(linearTable, knobs.edit1), kFrequencyScale), valueAt(linearTable, knobs.edit2)};
 }
 
-void Ringmod::reset() {
-  frequency.setNow(live.frequency);
-  balance.setNow(live.balance);
-  phase = 0;
+void Ringmod::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  const std::int32_t dry = (kCarrierOne - balance.state) >> 15;
+  const std::int32_t wet = balance.value();
+  phase = wrapAdd(phase, frequency.state);
+  const std::int32_t m = sineShare(frequency);
+  const std::int32_t carrier = saturate(mul15(m >> 15, parabolicSine(phase)) + ((kCarrierOne - m) >> 15));
+  left = ring(carrier, left, dry, wet);
+  right = ring(carrier, right, dry, wet);
 }
 
-template <bool kResting>
-void Ringmod::render(std::int16_t* left, std::int16_t* right, unsigned count) {
-  const std::int32_t k = glideFactor(immediate);
-  SmoothedValue f = frequency;
-  SmoothedValue b = balance;
-  std::int32_t ph = phase;
-  for (unsigned i = 0; i < count; ++i) {
-    if constexpr (!kResting) {
-      b.glide(live.balance, k);
-      f.glide(live.frequency, k);
-    }
-    const std::int32_t dry = (kCarrierOne - b.state) >> 15;
-    const std::int32_t wet = b.value();
-    ph = wrapAdd(ph, f.state);
-    const std::int32_t m = sineShare(f);
-    const std::int32_t carrier = saturate(mul15(m >> 15, parabolicSine(ph)) + ((kCarrierOne - m) >> 15));
-    left[i] = ring(carrier, left[i], dry, wet);
-    right[i] = ring(carrier, right[i], dry, wet);
-  }
-  frequency = f;
-  balance = b;
-  phase = ph;
-}
-
-void Ringmod::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    const unsigned run = std::min(count - start, kControlGrid);
-    if (frequency.restsAt(live.frequency) && balance.restsAt(live.balance)) {
-      render<true>(block.left + start, block.right + start, run);
-    } else {
-      render<false>(block.left + start, block.right + start, run);
-    }
-  }
-}
+template class TwoKnobEffect<Ringmod>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

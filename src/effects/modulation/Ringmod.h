@@ -1,52 +1,36 @@
-// Ring modulator: the input times a sine, which goes over into a constant at the lowest frequencies.
+// "Ring Mod": the input times a sine, which becomes a constant at the lowest frequencies.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/KnobTables.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Ring Mod": Edit1 is the frequency (up to 4134 Hz), Edit2 the balance.
-class Ringmod {
- public:
-  Ringmod() { reset(); }
+/// Edit1 is the frequency (up to 4134 Hz), Edit2 the balance. Models a ring modulator with a carrier made of two
+/// parabolas; its output is twice as loud as the input and then limited.
+struct Ringmod {
+  static constexpr Knobs kStart{64, 64};
 
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
-
-  /// Index 0 frequency, 1 balance; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
-
-  void reset() SIVRAY_NONBLOCKING;
-
-  bool immediate = false;
-
- private:
   struct Settings {
-    std::int32_t frequency;
-    std::int32_t balance;
+    std::int32_t frequency;  ///< Phase step per sample, in 2^-17 of a cycle.
+    std::int32_t balance;    ///< Share of the modulated sound, Q15.
   };
 
-  static constexpr std::int32_t frequencyOfKnob(int knob) {
-    return linearTable[static_cast<std::size_t>(knob)] * 12288 >> 15;
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings&) { phase = 0; }
+  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) {
+    visit(balance, to.balance);
+    visit(frequency, to.frequency);
   }
 
-  template <bool kResting>
-  void render(std::int16_t* left, std::int16_t* right, unsigned count);
-
-  Relaxed<int> frequencyKnob = 64;
-  Relaxed<int> balanceKnob = 64;
-  Settings live{frequencyOfKnob(64), linearTable[64]};
-  PendingSettings<Settings> pending{live};
   SmoothedValue frequency;
   SmoothedValue balance;
   std::int32_t phase = 0;
 };
+
+extern template class TwoKnobEffect<Ringmod>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,10 +1,9 @@
-// The moving tap, its inversion and the feedback of the chorus/flanger.
+// The settings, the moving tap and the feedback of the chorus/flanger.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/SivrayFxChorusFlanger.h"
 
-#include <algorithm>
-
 #include "core/FixedPoint.h"
+#include "effects/interfaces/KnobTables.h"
 #include "effects/modulation/LfoTables.h"
 #include "effects/modulation/TriangleLfo.h"
 
@@ -14,100 +13,49 @@ using namespace cofu::core;
 
 namespace {
 
-/// The first quarter of the knob brings the wet signal in.
-std::int32_t wetOfKnob(int knob) { return std::min(1024 * knob, kFullScale); }
+constexpr std::uint32_t kMask = ChorusFlangerLaw::Channel::kLineLength - 1;
 
-/// The rest of the knob raises the feedback.
-std::int32_t feedbackOfKnob(int knob) { return knob <= 32 ? 0 : (knob - 32) * 32440 / 95; }
+/// The first quarter of the Depth knob brings the wet signal in, 1/32 a step; the rest raises the feedback to 0.99.
+constexpr int kFullWetKnob = 32;
+constexpr std::int32_t kWetPerKnob = 1024;
+constexpr std::int32_t kLargestFeedback = 32440;
 
-/// Delay in samples, 16 fractional bits: 3 to 336.5 samples.
-std::int32_t delayOf(std::int32_t follow) { return follow * 667 + 196608; }
+/// Delay at the foot of the triangle (3 samples) and per unit of the triangle, 16 fractional bits: up to 336.5 samples.
+constexpr std::int32_t kLeastDelay = 3 << 16;
+constexpr std::int32_t kDelayPerTriangle = 667;
 
-/// A one-pole smoothing of 1/256.
+/// A one-pole smoothing of the triangle by 1/256 per sample.
 std::int32_t followed(std::int32_t triangleValue, std::int32_t follow) {
   return saturate((triangleValue + follow * 255) >> 8);
 }
 
 }  // namespace
 
-int SivrayFxChorusFlanger::setParameter(unsigned index, int value) {
-  const int knob = value & 127;
-  switch (index) {
-    case kEdit1:
-      edit1 = knob;
-      break;
-    case kEdit2:
-      edit2 = knob;
-      break;
-    default:
-      return 0;
-  }
-  const auto step = static_cast<std::int32_t>(lfoTable[static_cast<std::size_t>(edit1.load())]);
-  pending.post({step, feedbackOfKnob(edit2), wetOfKnob(edit2)});
-  return knob;
+ChorusFlangerLaw::Settings ChorusFlangerLaw::settingsOf(const Knobs& knobs) {
+  const int above = std::max(knobs.edit2 - kFullWetKnob, 0);
+  return {static_cast<std::int32_t>(valueAt(lfoTable, knobs.edit1)), above * kLargestFeedback / (127 - kFullWetKnob),
+          std::min(kWetPerKnob * knobs.edit2, kFullScale)};
 }
 
-void SivrayFxChorusFlanger::reset() {
-  leftChannel = {};
-  rightChannel = {};
-  feedback.setNow(live.feedback);
-  wet.setNow(live.wet);
-  phase = 0;
+void ChorusFlangerLaw::stepChannel(Channel& channel, std::int32_t channelPhase, std::int16_t& sample) const {
+  channel.follow = followed(triangle(channelPhase), channel.follow);
+  const std::int32_t delay = channel.follow * kDelayPerTriangle + kLeastDelay;
+  const std::uint32_t read = writeIndex - static_cast<std::uint32_t>(delay >> 16);
+  const std::int32_t a = channel.line[read & kMask];
+  const std::int32_t b = channel.line[(read - 1) & kMask];
+  const std::int32_t tap = leak(leak(leak(a + mulShift<16>(b - a, delay & 65535))));
+  const std::int32_t in = sample;
+  channel.line[writeIndex] = static_cast<std::int16_t>(saturate(in + mul15(feedback.value(), tap)));
+  sample = static_cast<std::int16_t>(saturate(in + mul15(wet.value(), tap)));
 }
 
-void SivrayFxChorusFlanger::notify(int code) {
-  if (code == kMarloRestart || code == kRestart) {
-    reset();
-  }
+void ChorusFlangerLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  phase = wrapAdd(phase, to.lfoStep);
+  stepChannel(leftChannel, phase, left);
+  stepChannel(rightChannel, wrapAdd(phase, kRightPhaseLead), right);
+  writeIndex = (writeIndex + 1) & kMask;
 }
 
-template <bool kResting>
-void SivrayFxChorusFlanger::render(std::int16_t* left, std::int16_t* right, unsigned count) {
-  constexpr std::uint32_t kMask = kLineLength - 1;
-  const std::int32_t k = glideFactor(immediate);
-  SmoothedValue feedbackNow = feedback;
-  SmoothedValue wetNow = wet;
-  std::int32_t phaseNow = phase;
-  std::uint32_t write = writeIndex;
-
-  const auto step = [&](Channel& channel, std::int32_t channelPhase, std::int16_t& sample) {
-    channel.follow = followed(triangle(channelPhase), channel.follow);
-    const std::int32_t delay = delayOf(channel.follow);
-    const std::uint32_t read = write - static_cast<std::uint32_t>(delay >> 16);
-    const std::int32_t a = channel.line[read & kMask];
-    const std::int32_t b = channel.line[(read - 1) & kMask];
-    const std::int32_t tap = leak(leak(leak(a + mulShift<16>(b - a, delay & 65535))));
-    const std::int32_t in = sample;
-    channel.line[write] = static_cast<std::int16_t>(saturate(in + mul15(feedbackNow.value(), tap)));
-    sample = static_cast<std::int16_t>(saturate(in + mul15(wetNow.value(), tap)));
-  };
-
-  for (unsigned i = 0; i < count; ++i) {
-    if constexpr (!kResting) {
-      wetNow.glide(live.wet, k);
-      feedbackNow.glide(live.feedback, k);
-    }
-    phaseNow = wrapAdd(phaseNow, live.lfoStep);
-    step(leftChannel, phaseNow, left[i]);
-    step(rightChannel, wrapAdd(phaseNow, kRightPhaseLead), right[i]);
-    write = (write + 1) & kMask;
-  }
-  feedback = feedbackNow;
-  wet = wetNow;
-  phase = phaseNow;
-  writeIndex = write;
-}
-
-void SivrayFxChorusFlanger::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    const unsigned run = std::min(count - start, kControlGrid);
-    if (feedback.restsAt(live.feedback) && wet.restsAt(live.wet)) {
-      render<true>(block.left + start, block.right + start, run);
-    } else {
-      render<false>(block.left + start, block.right + start, run);
-    }
-  }
-}
+template class TwoKnobEffect<ChorusFlangerLaw>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

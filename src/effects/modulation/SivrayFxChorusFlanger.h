@@ -1,54 +1,60 @@
-// Chorus and flanger in one: a short delay that a triangle moves, with feedback on the upper part of its knob.
+// "Chorus/Flanger": a short delay that a triangle moves, with feedback on the upper part of its Depth knob.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
 #include <cstdint>
 
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SivrayFx.h"
-#include "effects/interfaces/SmoothedValue.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// "Chorus/Flanger": Edit1 is the speed, Edit2 the depth.
-class SivrayFxChorusFlanger : public SivrayFx {
- public:
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
-  void reset() override;
-  void setImmediate(bool on) override { immediate = on; }
-  void notify(int code) override;
-
- private:
-  static constexpr unsigned kLineLength = 1024;
+/// Models a flanger: each channel adds an inverted, moving tap of its own line; the right one's triangle runs ahead.
+struct ChorusFlangerLaw {
+  static constexpr Knobs kStart{};
+  static constexpr int kOtherRestart = kMarloRestart;
 
   struct Settings {
-    std::int32_t lfoStep = 0;
-    std::int32_t feedback = 0;
-    std::int32_t wet = 0;
+    std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.
+    std::int32_t feedback;  ///< Q15.
+    std::int32_t wet;       ///< Q15.
   };
 
   struct Channel {
+    static constexpr unsigned kLineLength = 1024;
+
     std::array<std::int16_t, kLineLength> line{};
     std::int32_t follow = 0;  ///< The smoothed triangle, 0 to 32767.
   };
 
-  template <bool kResting>
-  void render(std::int16_t* left, std::int16_t* right, unsigned count);
+  static Settings settingsOf(const Knobs& knobs);
 
-  Relaxed<int> edit1 = 0;
-  Relaxed<int> edit2 = 0;
-  Settings live;
-  PendingSettings<Settings> pending;
+  /// Clears the lines; the write position stays.
+  void reset(const Settings&) {
+    leftChannel = {};
+    rightChannel = {};
+    phase = 0;
+  }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) {
+    visit(wet, to.wet);
+    visit(feedback, to.feedback);
+  }
+
   SmoothedValue feedback;
   SmoothedValue wet;
   std::int32_t phase = 0;
   std::uint32_t writeIndex = 0;
   Channel leftChannel;
   Channel rightChannel;
-  bool immediate = false;
+
+ private:
+  void stepChannel(Channel& channel, std::int32_t channelPhase, std::int16_t& sample) const;
 };
+
+extern template class TwoKnobEffect<ChorusFlangerLaw>;
+
+/// Edit1 is the speed, Edit2 the depth.
+class SivrayFxChorusFlanger : public TwoKnobEffect<ChorusFlangerLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

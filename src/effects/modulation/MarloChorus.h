@@ -1,0 +1,40 @@
+// "Marlo Chorus": a moving tap beside the dry sound, both through a highpass.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/modulation/SivrayFxIMarloEffects.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Models a chorus: one tap a channel, 150 to 226 samples late.
+struct MarloChorus {
+  static constexpr Knobs kStart{};
+  static constexpr int kOtherRestart = kMarloRestart;
+  using Settings = MarloSettings;
+
+  /// A one-pole highpass on an input that is scaled first.
+  struct Highpass {
+    float previousInput = 0.0F;
+    float output = 0.0F;
+
+    float run(float x, float kept, float inputScale);
+  };
+
+  struct Side {
+    Highpass dry;
+    Highpass wet;
+  };
+
+  static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
+  void reset(const Settings&) { *this = {}; }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+
+  MarloLines lines;
+  MarloSweep sweep;
+  Side leftSide;
+  Side rightSide;
+};
+
+extern template class TwoKnobEffect<MarloChorus>;
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,35 @@
+// "Marlo Ensemble": three moving taps a channel and no dry sound.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/modulation/SivrayFxIMarloEffects.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Models a string ensemble: each voice's tap is moved by a fast and a slow sine, a third of a cycle apart from the
+/// next voice. The right voices follow the left ones at a distance that Spread sets.
+struct MarloEnsemble {
+  static constexpr Knobs kStart{};
+  static constexpr int kOtherRestart = kMarloRestart;
+  using Settings = MarloSettings;
+
+  /// One value per voice, and a fourth that copies the last voice and is not heard.
+  using Voices = float __attribute__((vector_size(16)));
+
+  /// Phases on -2 .. 2, which is one cycle.
+  static constexpr Voices kStartPhases{0.6666667F, -0.6666667F, -2.0F, -2.0F};
+
+  static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
+  void reset(const Settings&) { *this = {}; }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+
+  MarloLines lines;
+  float depth = static_cast<float>(0.0016 * kMarloRate);  ///< Samples; starts where Depth 0 rests.
+  float spread = 1.0F;
+  Voices fast = kStartPhases;
+  Voices slow = kStartPhases;
+};
+
+extern template class TwoKnobEffect<MarloEnsemble>;
+
+}  // namespace tesh::bramel::plugin::sivray::effects
