@@ -24,10 +24,9 @@ constexpr std::int32_t kLargestFeedback = 32440;
 constexpr std::int32_t kLeastDelay = 3 << 16;
 constexpr std::int32_t kDelayPerTriangle = 667;
 
-/// A one-pole smoothing of the triangle by 1/256 per sample.
-std::int32_t followed(std::int32_t triangleValue, std::int32_t follow) {
-  return saturate((triangleValue + follow * 255) >> 8);
-}
+/// A one-pole smoothing of the triangle by 1/256 per sample. It needs no limit: of values up to 32768 and 32767 it
+/// makes 32767 at most.
+std::int32_t followed(std::int32_t triangleValue, std::int32_t follow) { return (triangleValue + follow * 255) >> 8; }
 
 }  // namespace
 
