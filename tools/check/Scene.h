@@ -59,8 +59,8 @@ void settle(vsthost::Host& host);
 /// Whether all pads send to the effect, or none.
 enum class PadSends { off, on };
 
-/// Gives all pads the same send and plays every voice twice: until then each has the ramps of a voice that never
-/// sounded, and which voice a note gets depends on where blocks end.
+/// Gives all pads the same send and plays every voice twice. After that all voices' gates and fades are alike, so the
+/// samples no longer depend on which voice a note gets, which in turn depends on where blocks end.
 void warm(vsthost::Host& host, PadSends sends);
 
 /// The host index of a parameter by its name, or -1.
