@@ -1,0 +1,40 @@
+// Night glass: the windows that are read, sunk into the ground, and what is painted on them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Elements.h"
+#include "Palette.h"
+
+namespace sivray::art {
+namespace {
+
+constexpr float kShadeDepth = 4.0F;  // shade under the upper edge
+
+}  // namespace
+
+void drawGlass(Canvas& canvas, Box box, float radius, Ground ground) {
+  const float lip = ground == Ground::bisque ? 0.55F : 0.20F;
+  canvas.innerLine(box.expanded(1.0F), radius + 1.0F,
+                   {{0.0F, black(0.34F)}, {0.5F, black(0.16F)}, {1.0F, white(lip)}});
+  const juce::Path pane = roundBox(box, radius);
+  canvas.fill(pane, {{0.0F, rgb(0x0C0D22)}, {0.25F, rgb(0x12132A)}, {1.0F, rgb(0x191B3A)}});
+  canvas.clipped(pane, [&](Canvas& inside) {
+    juce::Path shade;
+    shade.addRectangle(box.withHeight(kShadeDepth));
+    inside.fill(shade, {{0.0F, black(0.45F)}, {1.0F, black(0.0F)}});
+  });
+}
+
+void drawOpensMark(Canvas& canvas, Point topLeft, int width, juce::Colour colour) {
+  const auto wide = static_cast<float>(width);
+  const float rows = (wide + 1.0F) / 2.0F;
+  canvas.fill(polygon({topLeft, topLeft.translated(wide, 0.0F), topLeft.translated(wide / 2.0F + 0.5F, rows),
+                       topLeft.translated(wide / 2.0F - 0.5F, rows)}),
+              colour);
+}
+
+void drawSampleDisplay(Canvas& canvas) {
+  drawGlass(canvas, {1.0F, 1.0F, 69.0F, 29.0F}, 3.0F, Ground::bisque);
+  canvas.fill(Box{5.0F, 15.0F, 61.0F, 1.0F}, kPeriwinkle.withAlpha(0.16F));
+  drawOpensMark(canvas, {60.0F, 7.0F}, 5, kPeriwinkle.withAlpha(0.65F));
+}
+
+}  // namespace sivray::art

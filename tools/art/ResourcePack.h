@@ -1,0 +1,25 @@
+// The resources in one file of bytes, and the C++ table that says what lies where in it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sivray::art {
+
+struct Resource {
+  std::string type;  ///< "PNG" or "TTF".
+  std::string name;  ///< Upper case.
+  std::vector<std::uint8_t> bytes;
+};
+
+struct ResourcePack {
+  std::vector<std::uint8_t> bytes;
+  std::string table;  ///< Source text that defines tesh::bramel::platform::embeddedResources().
+};
+
+/// Sorts by type and name. The table refers to the bytes by the symbol sivrayResourceBytes.
+ResourcePack pack(std::vector<Resource> resources);
+
+}  // namespace sivray::art

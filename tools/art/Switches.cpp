@@ -1,0 +1,98 @@
+// The switches: small night bodies with a word or a sign; a body that is on lights up.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Elements.h"
+#include "Palette.h"
+
+namespace sivray::art {
+namespace {
+
+constexpr float kRadius = 4.0F;
+constexpr float kShadowDown = 0.8F;
+constexpr float kShadowSoftness = 0.8F;
+constexpr float kShadowInset = 0.35F;
+constexpr TextStyle kWord{7.9F, 0.5F};
+
+enum class Look { off, set, now };
+
+Ramp bodyRamp(Look look) {
+  switch (look) {
+    case Look::set:
+      return {{0.0F, rgb(0xB4C2FA)}, {1.0F, rgb(0x8A9EEA)}};
+    case Look::now:
+      return {{0.0F, rgb(0xFFD24A)}, {1.0F, rgb(0xFFB700)}};
+    case Look::off:
+      break;
+  }
+  return {{0.0F, rgb(0x2C2E4E)}, {1.0F, rgb(0x191A34)}};
+}
+
+juce::Colour signColour(Look look) { return look == Look::off ? kPeriwinkle : kNight; }
+
+void drawBody(Canvas& canvas, Box body, Look look) {
+  canvas.shadow(body.reduced(kShadowInset, 0.0F).translated(0.0F, kShadowDown).withBottom(body.getBottom() + 1.55F),
+                kRadius, kShadowSoftness, kNight.withAlpha(0.42F));
+  canvas.fill(roundBox(body, kRadius), bodyRamp(look));
+  canvas.innerLine(body, kRadius,
+                   {{0.0F, white(look == Look::off ? 0.22F : 0.6F)}, {0.5F, white(0.0F)}, {1.0F, black(0.12F)}});
+}
+
+void drawWordSwitch(Canvas& canvas, const Lettering& lettering, Box body, const char* word, float baseLine, Look look) {
+  drawBody(canvas, body, look);
+  canvas.fill(centredAt(lettering.print(word, kWord), body.getCentreX(), baseLine), signColour(look));
+}
+
+// The signs of the envelope: a decay that runs its course, and a pulse as long as the note. 9 x 7, line 1.4.
+juce::Path envelopeSign(bool gate) {
+  juce::Path line;
+  line.startNewSubPath(4.8F, 12.8F);
+  if (gate) {
+    line.lineTo(4.8F, 5.7F);
+    line.lineTo(13.2F, 5.7F);
+    line.lineTo(13.2F, 12.8F);
+  } else {
+    line.lineTo(4.8F, 5.9F);
+    line.quadraticTo(8.3F, 12.3F, 13.9F, 12.8F);
+  }
+  juce::Path sign;
+  juce::PathStrokeType(1.4F, juce::PathStrokeType::mitered, juce::PathStrokeType::butt).createStrokedPath(sign, line, {}, 8.0F);
+  return sign;
+}
+
+}  // namespace
+
+void drawEnvelopeSwitch(Canvas& canvas, const Lettering& lettering, bool gate) {
+  const Look look = gate ? Look::set : Look::off;
+  drawBody(canvas, {0.0F, 0.0F, 45.0F, 17.0F}, look);
+  canvas.fill(envelopeSign(gate), signColour(look));
+  canvas.fill(leftAt(lettering.print(gate ? "GATE" : "SHOT", kWord), 17.5F, 11.5F), signColour(look));
+}
+
+void drawReverseSwitch(Canvas& canvas, const Lettering& lettering, bool on) {
+  drawWordSwitch(canvas, lettering, {1.0F, 1.0F, 31.0F, 18.0F}, "REV", 13.0F, on ? Look::set : Look::off);
+}
+
+void drawEffectSwitch(Canvas& canvas, const Lettering& lettering, bool on) {
+  drawWordSwitch(canvas, lettering, {3.0F, 1.0F, 31.0F, 18.0F}, "FX", 13.0F, on ? Look::set : Look::off);
+}
+
+void drawMuteSwitch(Canvas& canvas, const Lettering& lettering, bool on) {
+  drawWordSwitch(canvas, lettering, {5.0F, 4.0F, 32.0F, 17.0F}, "MUTE", 15.5F, on ? Look::now : Look::off);
+}
+
+void drawGroupSwitch(Canvas& canvas, const Lettering& lettering, int state) {
+  drawBody(canvas, {0.0F, 0.0F, 32.0F, 17.0F}, Look::off);
+  if (state == 0) {
+    canvas.fill(Box{15.5F, 4.0F, 1.0F, 9.0F}, kPeriwinkle.withAlpha(0.35F));
+  }
+  for (int cell = 1; cell <= 2; ++cell) {
+    const Box box(cell == 1 ? 2.0F : 16.0F, 2.0F, 14.0F, 13.0F);
+    const bool lit = cell == state;
+    if (lit) {
+      canvas.fill(roundBox(box, 3.0F), bodyRamp(Look::set));
+    }
+    canvas.fill(centredAt(lettering.print(cell == 1 ? "A" : "B", kWord), box.getCentreX(), 11.5F),
+                lit ? kNight : kPeriwinkle.withAlpha(0.8F));
+  }
+}
+
+}  // namespace sivray::art

@@ -1,0 +1,96 @@
+// sivray-art: draws the pictures of the panel and packs them with the fonts.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <array>
+#include <iostream>
+#include <stdexcept>
+
+#include "PictureList.h"
+#include "PngFile.h"
+#include "ResourcePack.h"
+
+namespace {
+
+using namespace sivray::art;
+
+constexpr const char* kUsage =
+    "usage: sivray-art pack FONTS DISPLAY-FACE.ttf -o FOLDER\n"
+    "           draws all pictures and packs them with the fonts: resources.bin and ResourceTable.cpp\n"
+    "       sivray-art pictures FONTS DISPLAY-FACE.ttf -o FOLDER\n"
+    "           draws all pictures as files, the double set with _2X in its names\n";
+
+struct EmbeddedFont {
+  const char* name;
+  const char* file;
+};
+constexpr std::array<EmbeddedFont, 5> kFonts{{{"OPEN_SANS_BOLD", "open-sans/OpenSans-Bold.ttf"},
+                                              {"OPEN_SANS_REGULAR", "open-sans/OpenSans-Regular.ttf"},
+                                              {"OPEN_SANS_SEMIBOLD", "open-sans/OpenSans-SemiBold.ttf"},
+                                              {"OSWALD_MEDIUM", "oswald/Oswald-Medium.ttf"},
+                                              {"ROBOTO", "roboto/Roboto-Regular.ttf"}}};
+constexpr const char* kDisplayFace = "PF_ARMA_FIVE";
+
+juce::File fileAt(const std::string& path) { return juce::File::getCurrentWorkingDirectory().getChildFile(path); }
+
+void write(const juce::File& file, const void* data, std::size_t size) {
+  if (!file.replaceWithData(data, size)) {
+    throw std::runtime_error("cannot write " + file.getFullPathName().toStdString());
+  }
+}
+
+std::vector<std::uint8_t> read(const juce::File& file) {
+  juce::MemoryBlock block;
+  if (!file.loadFileAsData(block)) {
+    throw std::runtime_error("cannot read " + file.getFullPathName().toStdString());
+  }
+  const auto* bytes = static_cast<const std::uint8_t*>(block.getData());
+  return {bytes, bytes + block.getSize()};
+}
+
+std::vector<Resource> pictures(const Lettering& lettering) {
+  std::vector<Resource> resources;
+  for (const Picture& picture : allPictures()) {
+    resources.push_back({"PNG", picture.name, pngBytes(render(picture, lettering, 1))});
+    resources.push_back({"PNG", picture.name + "_2X", pngBytes(render(picture, lettering, 2))});
+  }
+  return resources;
+}
+
+void run(const std::string& command, const juce::File& fonts, const juce::File& displayFace, const juce::File& folder) {
+  std::vector<Resource> resources = pictures(Lettering(fonts, displayFace));
+  if (!folder.createDirectory()) {
+    throw std::runtime_error("cannot make the folder " + folder.getFullPathName().toStdString());
+  }
+  if (command == "pictures") {
+    for (const Resource& picture : resources) {
+      write(folder.getChildFile(juce::String(picture.name) + ".png"), picture.bytes.data(), picture.bytes.size());
+    }
+    return;
+  }
+  for (const EmbeddedFont& font : kFonts) {
+    resources.push_back({"TTF", font.name, read(fonts.getChildFile(font.file))});
+  }
+  resources.push_back({"TTF", kDisplayFace, read(displayFace)});
+  const ResourcePack packed = pack(std::move(resources));
+  write(folder.getChildFile("resources.bin"), packed.bytes.data(), packed.bytes.size());
+  write(folder.getChildFile("ResourceTable.cpp"), packed.table.data(), packed.table.size());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  if (words.size() != 5 || (words[0] != "pack" && words[0] != "pictures") || words[3] != "-o") {
+    std::cerr << kUsage;
+    return 2;
+  }
+  const juce::ScopedJuceInitialiser_GUI juceIsUp;
+  try {
+    run(words[0], fileAt(words[1]), fileAt(words[2]), fileAt(words[4]));
+  } catch (const std::exception& error) {
+    std::cerr << "sivray-art: " << error.what() << "\n";
+    return 1;
+  }
+  return 0;
+}
