@@ -14,6 +14,14 @@ void addStops(juce::ColourGradient& gradient, const Ramp& ramp) {
   }
 }
 
+juce::ColourGradient downwards(Box box, const Ramp& ramp) {
+  juce::ColourGradient gradient;
+  gradient.point1 = {0.0F, box.getY()};
+  gradient.point2 = {0.0F, box.getBottom()};
+  addStops(gradient, ramp);
+  return gradient;
+}
+
 }  // namespace
 
 juce::Path roundBox(Box box, float radius) {
@@ -52,17 +60,13 @@ void Canvas::fill(Box box, juce::Colour colour) {
   graphics.fillRect(box);
 }
 
-void Canvas::fill(const juce::Path& shape, const Ramp& ramp) {
-  const Box bounds = shape.getBounds();
-  fill(shape, ramp, bounds.getY(), bounds.getBottom());
+void Canvas::fill(Box box, const Ramp& ramp) {
+  graphics.setGradientFill(downwards(box, ramp));
+  graphics.fillRect(box);
 }
 
-void Canvas::fill(const juce::Path& shape, const Ramp& ramp, float top, float bottom) {
-  juce::ColourGradient gradient;
-  gradient.point1 = {0.0F, top};
-  gradient.point2 = {0.0F, bottom};
-  addStops(gradient, ramp);
-  graphics.setGradientFill(gradient);
+void Canvas::fill(const juce::Path& shape, const Ramp& ramp) {
+  graphics.setGradientFill(downwards(shape.getBounds(), ramp));
   graphics.fillPath(shape);
 }
 

@@ -29,9 +29,10 @@ class Canvas {
 
   void fill(const juce::Path& shape, juce::Colour colour);
   void fill(Box box, juce::Colour colour);
-  /// The ramp runs from the shape's top to its bottom.
+  /// The ramp runs from the shape's top to its bottom. Boxes on whole pixels have whole edges; paths are softened at
+  /// theirs.
+  void fill(Box box, const Ramp& ramp);
   void fill(const juce::Path& shape, const Ramp& ramp);
-  void fill(const juce::Path& shape, const Ramp& ramp, float top, float bottom);
   /// The ramp runs from `centre` outwards; its last colour reaches beyond `radius`.
   void fillRadial(const juce::Path& shape, const Ramp& ramp, Point centre, float radius);
 

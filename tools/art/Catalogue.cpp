@@ -28,11 +28,8 @@ void padAt(Canvas& canvas, Point origin, float factor, bool on) {
 
 void drawSivray(Canvas& canvas, const Lettering& lettering) {
   drawTile(canvas, bisqueGround());
-  canvas.clipped(roundBox(kTile, kTileRadius), [](Canvas& inside) {
-    juce::Path glaze;
-    glaze.addRectangle(kTile.withBottom(84.0F));
-    inside.fill(glaze, cobaltGround());
-  });
+  canvas.clipped(roundBox(kTile, kTileRadius),
+                 [](Canvas& inside) { inside.fill(kTile.withBottom(84.0F), cobaltGround()); });
   canvas.fill(productName(lettering, 41.0F, 201.0F, 62.0F), kChalk);
   for (int pad = 0; pad < 3; ++pad) {
     padAt(canvas, {30.0F + 66.0F * static_cast<float>(pad), 101.0F}, 0.84F, pad == 1);

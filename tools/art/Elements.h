@@ -1,5 +1,5 @@
-// The recipes, one function per element. Each draws at 0, 0 of the canvas, in panel pixels; sizes are the pictures' own.
-// SPDX-License-Identifier: GPL-3.0-or-later
+// The recipes, one function per element. Each draws at 0, 0 of the canvas, in panel pixels; sizes are the pictures'
+// own. SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "Canvas.h"
@@ -60,7 +60,8 @@ const Ramp& cobaltGround();
 const Ramp& bisqueGround();
 
 /// Rows of the guide on the settings page, in its order.
-inline constexpr const char* kCatalogue[] = {"Sivray", "Pads", "Sound", "Character", "Mix", "Effects", "Kits", "Samples"};
+inline constexpr const char* kCatalogue[] = {"Sivray", "Pads",    "Sound", "Character",
+                                             "Mix",    "Effects", "Kits",  "Samples"};
 /// 252 x 181. `row` is an index of kCatalogue.
 void drawCatalogueTile(Canvas& canvas, const Lettering& lettering, int row);
 

@@ -12,14 +12,11 @@ constexpr float kShadeDepth = 4.0F;  // shade under the upper edge
 
 void drawGlass(Canvas& canvas, Box box, float radius, Ground ground) {
   const float lip = ground == Ground::bisque ? 0.55F : 0.20F;
-  canvas.innerLine(box.expanded(1.0F), radius + 1.0F,
-                   {{0.0F, black(0.34F)}, {0.5F, black(0.16F)}, {1.0F, white(lip)}});
+  canvas.innerLine(box.expanded(1.0F), radius + 1.0F, {{0.0F, black(0.34F)}, {0.5F, black(0.16F)}, {1.0F, white(lip)}});
   const juce::Path pane = roundBox(box, radius);
   canvas.fill(pane, {{0.0F, rgb(0x0C0D22)}, {0.25F, rgb(0x12132A)}, {1.0F, rgb(0x191B3A)}});
   canvas.clipped(pane, [&](Canvas& inside) {
-    juce::Path shade;
-    shade.addRectangle(box.withHeight(kShadeDepth));
-    inside.fill(shade, {{0.0F, black(0.45F)}, {1.0F, black(0.0F)}});
+    inside.fill(box.withHeight(kShadeDepth), {{0.0F, black(0.45F)}, {1.0F, black(0.0F)}});
   });
 }
 

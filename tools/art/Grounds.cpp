@@ -1,5 +1,5 @@
-// The two grounds, cobalt above the line and bisque below it, with everything that is printed on them or sunk into them.
-// SPDX-License-Identifier: GPL-3.0-or-later
+// The two grounds, cobalt above the line and bisque below it, with everything that is printed on them or sunk into
+// them. SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 
 #include "Elements.h"
@@ -57,19 +57,13 @@ void scatter(Canvas& canvas, const Specks& specks) {
   }
 }
 
-juce::Path boxPath(Box box) {
-  juce::Path path;
-  path.addRectangle(box);
-  return path;
-}
-
 void drawGlaze(Canvas& canvas) {
-  canvas.fill(boxPath({0.0F, 0.0F, kWidth, kLine}), cobaltGround());
+  canvas.fill(Box{0.0F, 0.0F, kWidth, kLine}, cobaltGround());
   scatter(canvas, {17, 260, {0.0F, 0.0F, kWidth, kLine - 2.0F}, rgb(0x8FA0FF), 0.3F, 0.7F, 0.03F, 0.10F});
-  canvas.fill(boxPath({0.0F, 0.0F, kWidth, 10.0F}), {{0.0F, white(0.10F)}, {1.0F, white(0.0F)}});
+  canvas.fill(Box{0.0F, 0.0F, kWidth, 10.0F}, {{0.0F, white(0.10F)}, {1.0F, white(0.0F)}});
   canvas.fill(Box{0.0F, 0.0F, kWidth, 1.0F}, white(0.16F));
   const juce::Colour pool = rgb(0x14185E);
-  canvas.fill(boxPath({0.0F, 112.0F, kWidth, 18.0F}),
+  canvas.fill(Box{0.0F, 112.0F, kWidth, 18.0F},
               {{0.0F, pool.withAlpha(0.0F)}, {0.6F, pool.withAlpha(0.18F)}, {1.0F, pool.withAlpha(0.50F)}});
   canvas.fill(Box{0.0F, 129.0F, kWidth, 1.0F}, rgb(0x4450C4).withAlpha(0.5F));
   canvas.fill(Box{0.0F, 130.0F, kWidth, 1.0F}, rgb(0x6C78E8).withAlpha(0.75F));
@@ -126,8 +120,8 @@ void drawFaderSlot(Canvas& canvas, float x) {
 }
 
 void drawClay(Canvas& canvas) {
-  canvas.fill(boxPath({0.0F, kLine, kWidth, kHeight - kLine}), bisqueGround());
-  canvas.fill(boxPath({0.0F, kLine, kWidth, 6.0F}),
+  canvas.fill(Box{0.0F, kLine, kWidth, kHeight - kLine}, bisqueGround());
+  canvas.fill(Box{0.0F, kLine, kWidth, 6.0F},
               {{0.0F, kNight.withAlpha(0.32F)}, {0.4F, kNight.withAlpha(0.12F)}, {1.0F, kNight.withAlpha(0.0F)}});
   scatter(canvas, {29, 700, {0.0F, kLine, kWidth, kHeight - kLine}, rgb(0x3A3326), 0.25F, 0.62F, 0.05F, 0.17F});
 }
@@ -164,7 +158,8 @@ juce::Path productName(const Lettering& lettering, float em, float right, float 
   // The A is a V that stands on its head.
   juce::Path turned = lettering.print("V", {em});
   const Box bounds = turned.getBounds();
-  turned.applyTransform(juce::AffineTransform::rotation(juce::MathConstants<float>::pi, bounds.getCentreX(), bounds.getCentreY()));
+  turned.applyTransform(
+      juce::AffineTransform::rotation(juce::MathConstants<float>::pi, bounds.getCentreX(), bounds.getCentreY()));
   name.addPath(leftAt(turned, name.getBounds().getRight() + tracking, 0.0F));
   name.addPath(leftAt(lettering.print("Y", {em}), name.getBounds().getRight() + tracking, 0.0F));
   return rightAt(name, right, baseLine);

@@ -21,8 +21,8 @@ constexpr float kPointerInner = 6.0F;
 constexpr float kPointerOuter = 14.0F;
 constexpr float kPointerWidth = 3.0F;
 
-constexpr float kTurn = 135.0F;         // degrees from the middle to either end
-constexpr float kSweepOverlap = 2.4F;   // the light reaches past the pointer's middle
+constexpr float kTurn = 135.0F;        // degrees from the middle to either end
+constexpr float kSweepOverlap = 2.4F;  // the light reaches past the pointer's middle
 constexpr float kShortestLight = 4.0F;
 constexpr float kMiddleOverlap = 4.0F;
 constexpr int kMiddleFrame = 64;

@@ -8,8 +8,8 @@ namespace sivray::art {
 
 /// Measures in panel pixels.
 struct TextStyle {
-  float em;                ///< Size of the em square.
-  float tracking = 0.0F;   ///< Added between two letters.
+  float em;               ///< Size of the em square.
+  float tracking = 0.0F;  ///< Added between two letters.
 };
 
 class Lettering {

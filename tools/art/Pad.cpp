@@ -36,8 +36,9 @@ void drawGlow(Canvas& canvas) {
 
 void drawFaceOff(Canvas& canvas) {
   canvas.fill(roundBox(kFace, kFaceRadius), {{0.0F, rgb(0x3A43C6)}, {0.55F, rgb(0x2A30A8)}, {1.0F, kCobalt}});
-  canvas.innerLine(kFace, kFaceRadius,
-                   {{0.0F, rgb(0xAEB8FF).withAlpha(0.75F)}, {0.2F, rgb(0x8C98FF).withAlpha(0.18F)}, {1.0F, black(0.25F)}});
+  canvas.innerLine(
+      kFace, kFaceRadius,
+      {{0.0F, rgb(0xAEB8FF).withAlpha(0.75F)}, {0.2F, rgb(0x8C98FF).withAlpha(0.18F)}, {1.0F, black(0.25F)}});
 }
 
 void drawFaceOn(Canvas& canvas) {

@@ -68,10 +68,10 @@ void addIcons(Pictures& list) {
   for (const bool chosen : {false, true}) {
     const juce::Colour colour = chosen ? kAmber : juce::Colours::white;
     const std::string suffix = chosen ? "_ORANGE" : "_WHITE";
-    list.push_back({"FACTORY" + suffix, 30, 30,
-                    [colour](Canvas& canvas, const Lettering&) { drawFactoryIcon(canvas, colour); }});
-    list.push_back({"FOLDER" + suffix, 30, 30,
-                    [colour](Canvas& canvas, const Lettering&) { drawFolderIcon(canvas, colour); }});
+    list.push_back(
+        {"FACTORY" + suffix, 30, 30, [colour](Canvas& canvas, const Lettering&) { drawFactoryIcon(canvas, colour); }});
+    list.push_back(
+        {"FOLDER" + suffix, 30, 30, [colour](Canvas& canvas, const Lettering&) { drawFolderIcon(canvas, colour); }});
   }
 }
 

@@ -34,13 +34,13 @@ constexpr std::size_t kAlignment = 16;
 }  // namespace
 
 ResourcePack pack(std::vector<Resource> resources) {
-  std::sort(resources.begin(), resources.end(), [](const Resource& a, const Resource& b) {
-    return std::tie(a.type, a.name) < std::tie(b.type, b.name);
-  });
+  std::sort(resources.begin(), resources.end(),
+            [](const Resource& a, const Resource& b) { return std::tie(a.type, a.name) < std::tie(b.type, b.name); });
   ResourcePack result{{}, kTableHead};
   for (const Resource& resource : resources) {
-    result.table += "      EmbeddedResource{\"" + resource.type + "\", \"" + resource.name + "\", {sivrayResourceBytes + " +
-                    std::to_string(result.bytes.size()) + ", " + std::to_string(resource.bytes.size()) + "}},\n";
+    result.table += "      EmbeddedResource{\"" + resource.type + "\", \"" + resource.name +
+                    "\", {sivrayResourceBytes + " + std::to_string(result.bytes.size()) + ", " +
+                    std::to_string(resource.bytes.size()) + "}},\n";
     result.bytes.insert(result.bytes.end(), resource.bytes.begin(), resource.bytes.end());
     result.bytes.resize((result.bytes.size() + kAlignment - 1) / kAlignment * kAlignment);
   }

@@ -54,7 +54,8 @@ juce::Path envelopeSign(bool gate) {
     line.quadraticTo(8.3F, 12.3F, 13.9F, 12.8F);
   }
   juce::Path sign;
-  juce::PathStrokeType(1.4F, juce::PathStrokeType::mitered, juce::PathStrokeType::butt).createStrokedPath(sign, line, {}, 8.0F);
+  juce::PathStrokeType(1.4F, juce::PathStrokeType::mitered, juce::PathStrokeType::butt)
+      .createStrokedPath(sign, line, {}, 8.0F);
   return sign;
 }
 
