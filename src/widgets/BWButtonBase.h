@@ -36,7 +36,7 @@ class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateContr
   virtual void refresh() {}
 
  private:
-  class Accessibility;
+  class Handler;
 
   void press();
   void release();

@@ -11,7 +11,10 @@ namespace tesh::bramel {
 /// Derived classes draw it.
 class BWCollectionViewCell : public BWButtonBase {
  public:
-  BWCollectionViewCell() { setMomentary(true); }
+  BWCollectionViewCell() {
+    setMomentary(true);
+    setValueText([this] { return juce::String(isSelected() ? "selected" : ""); });
+  }
 
   virtual std::uint64_t getIndex() const { return index; }
   virtual void setIndex(std::uint64_t newIndex) { index = newIndex; }

@@ -18,7 +18,6 @@ class BWKnobBase : public juce::Component,
                    public SpokenControl {
  public:
   BWKnobBase();
-  ~BWKnobBase() override;
 
   std::shared_ptr<IParameterQuantizer> getQuantizer() const override { return tracking->getQuantizer(); }
   void setQuantizer(std::shared_ptr<IParameterQuantizer> quantizer) override;
@@ -50,13 +49,15 @@ class BWKnobBase : public juce::Component,
   bool isVertical() const { return tracking->isVertical(); }
 
  private:
-  class Accessibility;
+  class SpokenValue;
 
   void controlValueChanged(IBWControl& control) override;
   void controlGestureBegan(IBWControl& control) override;
   void controlGestureEnded(IBWControl& control) override;
   void controlDoubleClicked(IBWControl& control) override;
   bool isOwn(const IBWControl& control) const { return &control == tracking.get(); }
+  /// A value as its part of the way from start to end.
+  float normalise(float value) const;
   float start() const { return inverted ? maximum : minimum; }
   float end() const { return inverted ? minimum : maximum; }
 

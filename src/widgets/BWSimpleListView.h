@@ -23,7 +23,7 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel {
 
   /// The listener must outlive the list or be taken back with null.
   void setListener(IBWSimpleListViewListener* newListener) { listener = newListener; }
-  /// Replaces all rows; nothing is selected then. Notifies nobody.
+  /// Replaces all rows and selects none; the list stays scrolled as far as it can. Notifies nobody.
   void setItems(std::vector<std::string> texts);
   void setDataSource(std::shared_ptr<const IBWSimpleListViewDataSource> source);
   /// Null gives the default renderer back.
@@ -33,6 +33,7 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel {
 
   /// Selects the row alone and scrolls it into view; -1 selects nothing. Notifies nobody.
   void selectRow(int row);
+  void scrollToTop() { box.setVerticalPosition(0.0); }
   int getSelectedRow() const { return selectedRow; }
   /// The list's name for a screen reader.
   void setListTitle(const juce::String& title) { box.setTitle(title); }
@@ -47,8 +48,6 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel {
   void listBoxItemClicked(int row, const juce::MouseEvent& event) override;
 
  private:
-  void renew();
-
   IBWSimpleListViewListener* listener = nullptr;
   std::shared_ptr<const IBWSimpleListViewDataSource> dataSource;
   std::shared_ptr<BWSimpleListViewDefaultRenderer> defaultRenderer;

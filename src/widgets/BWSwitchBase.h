@@ -18,7 +18,6 @@ class BWSwitchBase : public juce::Component,
                      public SpokenControl {
  public:
   BWSwitchBase();
-  ~BWSwitchBase() override;
 
   std::uint64_t getStateCount() const override { return 0; }
   std::uint64_t getState() const override { return state; }
@@ -42,7 +41,7 @@ class BWSwitchBase : public juce::Component,
   const BWTracking2DView& getTracking() const { return *tracking; }
 
  private:
-  class Accessibility;
+  class SpokenValue;
 
   void controlValueChanged(IBWControl& control) override;
   void controlGestureBegan(IBWControl& control) override;

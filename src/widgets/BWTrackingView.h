@@ -45,9 +45,12 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
   void mouseDown(const juce::MouseEvent& event) override;
   void mouseDrag(const juce::MouseEvent& event) override;
   void mouseUp(const juce::MouseEvent& event) override;
+  void enablementChanged() override { updateCursor(); }
 
  private:
   void take(float newValue);
+  void updateCursor();
+  double seconds() const { return static_cast<double>(clock()) / 1000.0; }
   void takePosition(const juce::MouseEvent& event);
 
   std::shared_ptr<IParameterQuantizer> quantizer = std::make_shared<NormalParameterQuantizer>();

@@ -19,6 +19,12 @@ class SpokenControl {
 
  protected:
   juce::String speakValue(const juce::String& plain) const { return valueText ? valueText() : plain; }
+  /// Tells a screen reader that the value of the component changed.
+  static void announce(juce::Component& component) {
+    if (auto* const handler = component.getAccessibilityHandler()) {
+      handler->notifyAccessibilityEvent(juce::AccessibilityEvent::valueChanged);
+    }
+  }
 
  private:
   std::function<juce::String()> valueText;

@@ -1,0 +1,113 @@
+// A scrolling list of texts of which one can be selected.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/BWSimpleListView.h"
+
+#include <utility>
+
+#include "widgets/ProvidedResources.h"
+
+namespace tesh::bramel {
+namespace {
+
+constexpr const char* kRowFace = "Open Sans Regular";
+constexpr double kRowFontHeight = 13.0;
+
+}  // namespace
+
+BWSimpleListView::BWSimpleListView()
+    : dataSource(std::make_shared<BWSimpleListViewInternalDataSource>(std::vector<std::string>())),
+      defaultRenderer(std::make_shared<BWSimpleListViewDefaultRenderer>()),
+      renderer(defaultRenderer) {
+  box.setRowHeight(kRowHeight);
+  box.setColour(juce::ListBox::backgroundColourId, juce::Colours::transparentWhite);
+  box.setModel(this);
+  addAndMakeVisible(box);
+}
+
+BWSimpleListView::~BWSimpleListView() { box.setModel(nullptr); }
+
+void BWSimpleListView::setItems(std::vector<std::string> texts) {
+  setDataSource(std::make_shared<BWSimpleListViewInternalDataSource>(std::move(texts)));
+}
+
+void BWSimpleListView::setDataSource(std::shared_ptr<const IBWSimpleListViewDataSource> source) {
+  dataSource = std::move(source);
+  selectRow(-1);
+  const juce::ScopedValueSetter<bool> mute(muted, true);
+  box.updateContent();
+  box.repaint();
+}
+
+void BWSimpleListView::setRenderer(std::shared_ptr<const IBWSimpleListViewRenderer> newRenderer) {
+  renderer = newRenderer == nullptr ? defaultRenderer : std::move(newRenderer);
+  box.repaint();
+}
+
+void BWSimpleListView::setFontProvider(IBramelFontProvider& provider) {
+  defaultRenderer->setFont(fontNamed(provider, kRowFace, kRowFontHeight));
+  box.repaint();
+}
+
+void BWSimpleListView::selectRow(int row) {
+  const juce::ScopedValueSetter<bool> mute(muted, true);
+  selectedRow = row;
+  if (row < 0) {
+    box.deselectAllRows();
+    return;
+  }
+  box.selectRow(row);
+  box.scrollToEnsureRowIsOnscreen(row);
+}
+
+void BWSimpleListView::resized() {
+  box.setBounds(getLocalBounds());
+  if (selectedRow >= 0 && selectedRow < getNumRows()) {
+    box.scrollToEnsureRowIsOnscreen(selectedRow);
+  }
+}
+
+bool BWSimpleListView::keyPressed(const juce::KeyPress& key) {
+  const juce::juce_wchar letter = key.getTextCharacter();
+  if (key.getModifiers().isAnyModifierKeyDown() && !key.getModifiers().isShiftDown()) {
+    return false;
+  }
+  if (!juce::CharacterFunctions::isLetterOrDigit(letter)) {
+    return false;
+  }
+  const int row = typeAhead.find(letter, juce::Time::getMillisecondCounter(), selectedRow, getNumRows(),
+                                 [this](int i) { return getNameForRow(i); });
+  if (row >= 0) {
+    box.selectRow(row);
+  }
+  return true;
+}
+
+int BWSimpleListView::getNumRows() { return dataSource->getRowCount(); }
+
+juce::String BWSimpleListView::getNameForRow(int row) {
+  return juce::String::fromUTF8(dataSource->getRowText(row).c_str());
+}
+
+void BWSimpleListView::paintListBoxItem(int row, juce::Graphics& graphics, int width, int height, bool selected) {
+  if (row < getNumRows()) {
+    renderer->paintRow(getNameForRow(row), row, graphics, width, height, selected);
+  }
+}
+
+void BWSimpleListView::selectedRowsChanged(int lastRow) {
+  if (muted) {
+    return;
+  }
+  selectedRow = lastRow;
+  if (listener != nullptr) {
+    listener->listRowSelected(*this, lastRow);
+  }
+}
+
+void BWSimpleListView::listBoxItemClicked(int row, const juce::MouseEvent& event) {
+  if (listener != nullptr) {
+    listener->listRowClicked(*this, row, event);
+  }
+}
+
+}  // namespace tesh::bramel
