@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
-#include <numbers>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,7 +15,7 @@ namespace scene {
 
 using namespace tesh::bramel::vst;
 
-/// Plays noise, a sine or its input, and notes down what it is told.
+/// Plays noise, an impulse or its input, and writes down every call.
 class Engine : public CFsConvListener {
  public:
   void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
@@ -41,7 +39,7 @@ class Engine : public CFsConvListener {
   }
 
   bool echoesInput = false;
-  double sineHertz = 0.0;
+  bool playsImpulse = false;
   std::vector<std::string> calls;
   std::vector<std::int32_t> blocks;
   std::vector<std::pair<std::uint32_t, std::int32_t>> messages;
@@ -55,14 +53,12 @@ class Engine : public CFsConvListener {
 
   static std::string number(float x) { return std::to_string(x).substr(0, 3); }
 
-  /// A frame's noise depends on its number alone; every third thousand of frames is silent.
+  /// The noise of a frame depends on the frame's number alone.
   float sample() const {
-    if (sineHertz > 0.0) {
-      return static_cast<float>(0.5 *
-                                std::sin(2.0 * std::numbers::pi * sineHertz * static_cast<double>(frame) / 44100));
+    if (playsImpulse) {
+      return frame == 0 ? 1.0F : 0.0F;
     }
-    const std::uint32_t mixed = (frame + 1) * 2654435761U;
-    return frame / 1000 % 3 == 2 ? 0.0F : static_cast<float>(mixed >> 8) / 16777216.0F - 0.5F;
+    return static_cast<float>(((frame + 1) * 2654435761U) >> 8) / 16777216.0F - 0.5F;
   }
 
   std::uint32_t frame = 0;

@@ -1,31 +1,60 @@
-// The resampler as a plain loop, one sample at a time and without rest.
+// The resampler as a plain loop, one sample at a time, on a filter that is designed here from its own formulas; and the
+// converter that two of them make.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
+#include <deque>
+#include <numbers>
 #include <vector>
 
-#include "host/resample/COversamplingFilterCoeffs.h"
-
 namespace scene {
+
+/// A low-pass of 384 taps, cut off at 22000 Hz, under a Kaiser window for a stop band of 85 dB, at `phases` times the
+/// signal's rate. Louder by the number of phases, since every phase alone filters the signal.
+class Prototype {
+ public:
+  static constexpr int kLength = 384;
+
+  Prototype(std::int32_t rate, std::int32_t phases)
+      : gain(phases), cutoff(2.0 * 22000.0 / (static_cast<double>(phases) * rate)) {}
+
+  float operator[](int i) const {
+    const double d = i - (kLength - 1) / 2.0;
+    const double r = 2.0 * d / (kLength - 1);
+    const double angle = std::numbers::pi * cutoff * d;
+    const double window = besselI0(kBeta * std::sqrt(1.0 - r * r)) / besselI0(kBeta);
+    return i < kLength ? static_cast<float>(std::sin(angle) / angle * cutoff * window * gain) : 0.0F;
+  }
+
+ private:
+  static constexpr double kBeta = 0.1102 * (85.0 - 8.7);
+
+  /// Fifteen terms of the series.
+  static double besselI0(double x) {
+    double sum = 1.0;
+    for (int k = 1; k <= 15; ++k) {
+      sum += std::pow(std::pow(x / 2.0, k) / std::tgamma(k + 1.0), 2.0);
+    }
+    return sum;
+  }
+
+  double gain;
+  double cutoff;  ///< By half of the oversampled rate.
+};
 
 /// One channel.
 class PlainResampler {
  public:
-  PlainResampler(std::int32_t length, std::int32_t fromRate, float toRate, std::int32_t cutoffHz, std::int32_t phases)
-      : phasesQ14(static_cast<std::uint32_t>(phases) << 14),
-        taps(static_cast<std::size_t>(((length - 1 + phases) / phases + 3) & ~3)) {
-    tesh::bramel::vst::COversamplingFilterCoeffs filter;
-    filter.setAttenuation(85.0);
-    filter.setSampleRate(fromRate);
-    filter.setOversampling(phases);
-    filter.setLength(length);
-    filter.setCutoff(cutoffHz);
-    for (std::int32_t phase = 0; phase <= phases; ++phase) {
+  PlainResampler(std::int32_t fromRate, float toRate, std::int32_t phases)
+      : phasesQ14(static_cast<std::uint32_t>(phases) << 14), taps(Prototype::kLength / static_cast<unsigned>(phases)) {
+    const Prototype prototype(fromRate, phases);
+    for (int phase = 0; phase <= phases; ++phase) {
       std::vector<float>& table = tables.emplace_back();
-      for (std::size_t k = 0; k < taps; ++k) {
-        table.push_back(static_cast<float>(filter.value(phase + static_cast<std::int32_t>(k) * phases)));
+      for (int k = 0; k < static_cast<int>(taps); ++k) {
+        table.push_back(prototype[phase + k * phases]);
       }
     }
     const double step = static_cast<double>(fromRate) * phases * 16384.0 / static_cast<double>(toRate);
@@ -87,6 +116,31 @@ class PlainResampler {
   std::uint64_t writeIndex = 0;
   std::uint64_t position = 0;
   float fraction = 0.0F;
+};
+
+/// One channel of the converter around an engine that plays its input.
+class PlainConverter {
+ public:
+  PlainConverter(std::int32_t rate, std::int32_t downPhases)
+      : down(rate, 44100.0F, downPhases), up(44100, static_cast<float>(rate), 16) {}
+
+  /// Returns a block for the host; `engineFrames` becomes the number of frames at the engine's rate.
+  std::vector<float> process(const std::vector<float>& input, std::size_t& engineFrames) {
+    const std::vector<float> engine = down.process(input.data(), input.size());
+    engineFrames = engine.size();
+    for (const float sample : up.process(engine.data(), engine.size())) {
+      waiting.push_back(sample);
+    }
+    const auto end = waiting.begin() + static_cast<std::ptrdiff_t>(input.size());
+    const std::vector<float> block(waiting.begin(), end);
+    waiting.erase(waiting.begin(), end);
+    return block;
+  }
+
+ private:
+  PlainResampler down;
+  PlainResampler up;
+  std::deque<float> waiting = std::deque<float>(8, 0.0F);  ///< The host hears the engine eight frames late.
 };
 
 }  // namespace scene
