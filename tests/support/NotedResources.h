@@ -1,0 +1,58 @@
+// Resources that a test brings, for a store of fonts and images.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_graphics/juce_graphics.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "viewmodels/resources/ResourceStore.h"
+
+namespace support {
+
+/// Found by their names in upper case. Must outlive the lookups that it gives.
+class NotedResources {
+ public:
+  using Bytes = std::vector<std::uint8_t>;
+
+  void add(const std::string& type, const std::string& name, Bytes bytes) {
+    held[type + " " + name] = std::move(bytes);
+  }
+
+  tesh::bramel::ResourceStore::Lookup lookup() {
+    return [this](std::string_view type, std::string_view name) -> std::span<const std::uint8_t> {
+      asked.push_back(std::string(type) + " " + std::string(name));
+      const auto found = held.find(juce::String(asked.back()).toUpperCase().toStdString());
+      return found == held.end() ? std::span<const std::uint8_t>{} : found->second;
+    };
+  }
+
+  /// An image of this size.
+  static Bytes png(int width, int height) {
+    juce::MemoryOutputStream stream;
+    juce::PNGImageFormat().writeImageToStream(juce::Image(juce::Image::ARGB, width, height, true), stream);
+    const auto* const data = static_cast<const std::uint8_t*>(stream.getData());
+    return {data, data + stream.getDataSize()};
+  }
+
+  /// A font file among those of the library.
+  static Bytes face(const std::string& file) {
+    std::ifstream stream(std::filesystem::path(SIVRAY_FONTS_FOLDER) / file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+  std::vector<std::string> asked;  ///< Every question, as "TTF Oswald_Medium".
+
+ private:
+  std::map<std::string, Bytes> held;
+};
+
+}  // namespace support
