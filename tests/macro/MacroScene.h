@@ -11,6 +11,7 @@
 #include "core/LittleEndian.h"
 #include "macro/MacroSetLinear.h"
 #include "macro/PluginMacroControllable.h"
+#include "support/QuietGenerator.h"
 
 namespace tesh::vimo {
 
@@ -18,28 +19,21 @@ using Bytes = std::vector<std::uint8_t>;
 using Processor = PluginMacroControllable<Generator<float>>;
 using Parts = Processor::Controller::ChunkParts;
 
-class FakeGenerator final : public Generator<float> {
+/// Writes down what reaches it.
+class FakeGenerator final : public QuietGenerator {
  public:
   FakeGenerator() { automation.reserve(4096); }
-  int outputCount() const override { return 2; }
-  int inputCount() const override { return 0; }
   void process(ProcessBlock& block) override {
     ++blocks;
     while (const auto entry = block.automationRing->take()) {
       automation.push_back(*entry);
     }
   }
-  int kind() const override { return 0; }
-  int parameterCount() const override { return 560; }
   void setParameter(std::uint32_t id, float value) override { plain[id] = value; }
-  float getParameter(std::uint32_t) const override { return 0.0F; }
   bool getParameterInfo(std::uint32_t id, GeneratorParameterInfo& info) const override {
     info.step = 1.0F / 127.0F;
     return id < 560;
   }
-  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
-  void tempoChanged(double) override {}
-  void setSampleRate(double) override {}
   void activate() override { log += "a"; }
   void deactivate() override { log += "d"; }
   std::span<const std::uint8_t> getState() override { return state; }
@@ -47,8 +41,6 @@ class FakeGenerator final : public Generator<float> {
     log += "s";
     state.assign(bytes.begin(), bytes.end());
   }
-  int currentProgram() const override { return 0; }
-  int programCount() const override { return 128; }
 
   int blocks = 0;
   std::string log;

@@ -16,6 +16,7 @@
 
 #include "host/shell/BramelInstrument.h"
 #include "macro/MacroSetLinear.h"
+#include "support/QuietGenerator.h"
 
 namespace shell {
 
@@ -39,7 +40,7 @@ inline std::string hex(const std::uint8_t* data, std::size_t size) {
 }
 
 /// Sounds as the constant 0.5. Writing down allocates nothing on the audio thread.
-class NotingGenerator final : public vimo::Generator<float> {
+class NotingGenerator final : public vimo::QuietGenerator {
  public:
   NotingGenerator() {
     frames.reserve(kRoom);
@@ -47,8 +48,6 @@ class NotingGenerator final : public vimo::Generator<float> {
     tempi.reserve(kRoom);
     log.reserve(kRoom);
   }
-  int outputCount() const override { return 2; }
-  int inputCount() const override { return 0; }
   void process(vimo::ProcessBlock& block) override {
     frames.push_back(block.frames);
     for (const auto& event : *block.midiIn) {
@@ -62,23 +61,16 @@ class NotingGenerator final : public vimo::Generator<float> {
     }
     cofu::core::mayWait([&] { *block.midiOut = toHost; });
   }
-  int kind() const override { return 0; }
-  int parameterCount() const override { return 560; }
   void setParameter(std::uint32_t, float) override { log += "p"; }
-  float getParameter(std::uint32_t) const override { return 0.0F; }
   bool getParameterInfo(std::uint32_t, vimo::GeneratorParameterInfo& info) const override {
     info.step = 1.0F / 127.0F;
     return true;
   }
-  std::string getParameterDisplay(std::uint32_t) const override { return {}; }
   void tempoChanged(double bpm) override { tempi.push_back(bpm); }
-  void setSampleRate(double) override {}
   void activate() override { log += "a"; }
   void deactivate() override { log += "d"; }
   std::span<const std::uint8_t> getState() override { return state; }
   void setState(std::span<const std::uint8_t> bytes) override { state.assign(bytes.begin(), bytes.end()); }
-  int currentProgram() const override { return 0; }
-  int programCount() const override { return 128; }
 
   static constexpr std::size_t kRoom = 16384;
 

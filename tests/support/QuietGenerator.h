@@ -1,4 +1,4 @@
-// A generator that does nothing: the macro layer's readers need one to send their values to.
+// A generator that makes no sound. Tests of the layers above the engine run on it, or derive from it what they need.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,8 @@
 
 namespace tesh::vimo {
 
-class QuietGenerator final : public Generator<float> {
+/// Takes automation and drops it; has 560 parameters, 128 programs and no state.
+class QuietGenerator : public Generator<float> {
  public:
   int outputCount() const override { return 2; }
   int inputCount() const override { return 0; }
@@ -17,7 +18,7 @@ class QuietGenerator final : public Generator<float> {
     }
   }
   int kind() const override { return 0; }
-  int parameterCount() const override { return 0; }
+  int parameterCount() const override { return 560; }
   void setParameter(std::uint32_t, float) override {}
   float getParameter(std::uint32_t) const override { return 0.0F; }
   bool getParameterInfo(std::uint32_t, GeneratorParameterInfo&) const override { return true; }
@@ -29,7 +30,7 @@ class QuietGenerator final : public Generator<float> {
   std::span<const std::uint8_t> getState() override { return {}; }
   void setState(std::span<const std::uint8_t>) override {}
   int currentProgram() const override { return 0; }
-  int programCount() const override { return 0; }
+  int programCount() const override { return 128; }
 };
 
 }  // namespace tesh::vimo
