@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <random>
 
+#include "effects/interfaces/ShortLeak.h"
+
 namespace {
 
 using namespace tesh::bramel::plugin::sivray::effects;
@@ -46,8 +48,9 @@ TEST(StereoLanes, BothFormsGiveTheSameForEveryOperation) {
 }
 
 TEST(StereoLanes, TheShortLeakIsTheLeakWhereItsProductDoesNotWrap) {
-  for (std::int32_t v = -65535; v <= 65535; ++v) {
-    ASSERT_EQ(leak(PlainLanes::of(v, 0)).left(), tesh::cofu::core::leak(v));
+  for (std::int32_t v = -65536; v <= 65536; ++v) {
+    ASSERT_EQ(shortLeak(v), tesh::cofu::core::leak(v));
+    ASSERT_EQ(leak(PlainLanes::of(v, 0)).left(), shortLeak(v));
   }
 }
 

@@ -23,7 +23,7 @@ struct SlicerModel : PlainModel {
   bool restart = false;
 
   void edit(unsigned index, std::int64_t knob) override {
-    if (index < 5) knobs[index] = knob;
+    if (index < 2) knobs[index] = knob;
   }
   void setTempo(int tenths) override { bpm = static_cast<float>(tenths) / 10.0F; }
   void reset() override {

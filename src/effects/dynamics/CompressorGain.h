@@ -7,21 +7,24 @@
 #include <cstdlib>
 
 #include "core/FixedPoint.h"
+#include "effects/interfaces/ShortLeak.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The state of a compressor's gain law.
+/// Models a compressor by feedback: the gain loses a share that grows with the envelope, gains a constant, and rests
+/// where both balance. One detector serves both channels, so that the stereo image stays.
 struct CompressorGain {
-  /// One channel's DC block; its signal has up to 15 more bits than a sample.
+  /// Takes the mean off one channel, whose samples have up to 15 more bits here.
   struct DcBlock {
-    std::int32_t previousInput = 0;
-    std::int32_t highpass = 0;
+    std::int64_t previousInput = 0;
+    std::int64_t highpass = 0;
 
-    /// Takes the input and gives the blocked signal, -1073741823 to 1073741823.
-    std::int32_t run(std::int32_t x) {
+    /// Returns the blocked signal, -1073741823 to 1073741823.
+    std::int64_t run(std::int64_t x) {
       constexpr std::int64_t kLimit = 1073741823;
-      const std::int64_t decayed = leakTwice((static_cast<std::int64_t>(highpass) * 32512) >> 15);
-      highpass = static_cast<std::int32_t>(std::clamp(decayed - previousInput + x, -kLimit, kLimit));
+      // Keeps 0.9922 per sample: a corner of 55 Hz.
+      const std::int64_t decayed = shortLeakTwice((highpass * 32512) >> 15);
+      highpass = std::clamp(decayed - previousInput + x, -kLimit, kLimit);
       previousInput = x;
       return highpass;
     }
@@ -31,26 +34,30 @@ struct CompressorGain {
   DcBlock right;
   std::int32_t peak = 0;
   std::int32_t envelope = 0;
-  std::int32_t gain = 0;
+  std::int32_t gain = 0;  ///< Q15.
 
-  /// The constant term of the gain recursion, the only one with a division. `sens` is above 0.
-  static std::int32_t riseFor(std::int32_t sens) { return 32768 / std::max(sens, 1) * 16; }
+  std::int32_t rise = 0;  ///< What the gain gains per sample.
 
-  /// Takes one sample of both channels, already shifted up. The outputs of the DC blocks are then in `left.highpass`
-  /// and `right.highpass`, the gain (0 to 32767) in `gain`.
-  void run(std::int32_t leftIn, std::int32_t rightIn, std::int32_t attack, std::int32_t rise) {
+  /// Sets the rise for a sensitivity in Q15: the more sensitive, the lower the gain. The only division.
+  void setSens(std::int32_t sens) { rise = 32768 / std::max(sens, 1) * 16; }
+
+  /// One sample of both channels, already shifted up. The outputs of the DC blocks are then in `left.highpass` and
+  /// `right.highpass`, the gain (0 to 32767) in `gain`. `attack` is the envelope's smoothing per sample, Q15.
+  void run(std::int64_t leftIn, std::int64_t rightIn, std::int32_t attack) {
     using namespace cofu::core;
-    const std::int32_t louder = std::max(std::abs(left.run(leftIn)), std::abs(right.run(rightIn)));
+    // The peak keeps 0.9971 per sample, a time constant of 348 samples (8 ms).
+    const auto louder = static_cast<std::int32_t>(std::max(std::abs(left.run(leftIn)), std::abs(right.run(rightIn))));
     peak = std::max(louder, (peak >> 15) * 32674);
     envelope += ((peak >> 15) - (envelope >> 15)) * attack;
-    gain = saturate(mul15((2147483647 - envelope) >> 16, gain) + rise);
+    gain = std::min(mul15((2147483647 - envelope) >> 16, gain) + rise, kFullScale);
   }
 
- private:
-  /// The leak of 32 bits in 64: v * -32766 / 32768 is v / 16384 - v.
-  static std::int64_t leakTwice(std::int64_t v) {
-    const std::int64_t once = (v >> 14) - v;
-    return (once >> 14) - once;
+  /// The output of one channel times a gain that may need more than 31 bits, down from its `kShift` extra bits.
+  template <int kShift>
+  static std::int32_t scaled(std::int64_t blocked, std::int64_t scale) {
+    using cofu::core::kFullScale;
+    const std::int64_t out = ((blocked * scale) >> 15) >> kShift;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(out, -kFullScale, kFullScale));
   }
 };
 

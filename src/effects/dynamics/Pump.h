@@ -1,46 +1,51 @@
-// Pump: a gain that is held down in the first half of each beat and swells in the second.
+// "Pump": a gain that is held down in the first half of each note and swells in the second, as a compressor does that
+// listens to a bass drum.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/BeatGain.h"
+#include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Pump": Edit1 is the note value, Edit2 the attack. It has no immediate mode.
-class Pump {
- public:
-  static constexpr bool kAnswersRhythmicRestart = true;
+/// Edit1 is the note value, Edit2 the attack. It has no immediate mode. A tempo of 0 or below stops it.
+struct Pump {
+  static constexpr Knobs kStart{72, 0};
+  static constexpr bool kFollowsTempo = true;
+  static constexpr int kOtherRestart = kRhythmicRestart;
 
-  Pump();
+  /// Gain while the sound is held down: 0.109, the square of the linear curve at 42.
+  static constexpr std::int32_t kFloor = cofu::core::mul15(linearTable[42], linearTable[42]);
 
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
+  /// Smoothing of the gain: 0.0105 per sample, the square curve at 13. A time constant of 96 samples (2 ms).
+  static constexpr std::int32_t kSmoothing = squareTable[13];
 
-  /// Index 0 note value, 1 attack; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
+  struct Settings {
+    std::int32_t lfoStep;     ///< Of a 32-bit phase that wraps, per sample.
+    std::int32_t attackGain;  ///< On the parabola, Q15.
+    std::int32_t level;       ///< Make-up, Q15.
+  };
 
-  /// Tempo in tenths of a beat per minute; 0 and below stop the oscillator. Any thread.
-  void setTempo(int tempoTenths) SIVRAY_NONBLOCKING;
+  static Settings settingsOf(const Knobs& knobs);
 
-  void reset() SIVRAY_NONBLOCKING;
+  /// Starts the note afresh; the make-up level stays.
+  void reset(const Settings&) {
+    phaseUp = kPhaseStart;
+    phaseDown = 0;
+    gain.shut();
+  }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
 
- private:
-  void updateStep();
+  static constexpr std::int32_t kPhaseStart = -2147483647;
 
-  Relaxed<int> freqKnob = 72;
-  Relaxed<float> bpm = 120.0F;
-  Relaxed<std::int32_t> lfoStep;
-  Relaxed<std::int32_t> attackGain;
-  Relaxed<std::int32_t> level;
-  std::int32_t phaseUp = -2147483647;
+  std::int32_t phaseUp = kPhaseStart;
   std::int32_t phaseDown = 0;
-  std::int32_t levelState = 0;
-  SmoothedValue envelope;
-  bool restart = false;
+  BeatGain<kFloor, kSmoothing> gain;
 };
+
+extern template class TwoKnobEffect<Pump>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

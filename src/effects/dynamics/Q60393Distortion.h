@@ -1,32 +1,18 @@
-// Distortion: a mono highpass, much gain, a curve that folds the wave back, and a cut around 8 kHz.
+// "Distortion": a mono highpass, much gain, a curve that folds the wave back, and a cut around 8 kHz.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Distortion": Edit1 is the gain, Edit2 the level. The output is mono.
-class Q60393Distortion {
- public:
-  Q60393Distortion();
+/// Edit1 is the gain, Edit2 the level. The output is mono.
+struct Q60393Distortion {
+  static constexpr Knobs kStart{64, 73};
 
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
-
-  /// Index 0 gain, 1 level; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
-
-  void reset() SIVRAY_NONBLOCKING;
-
-  bool immediate = false;
-
- private:
+  /// Q15.
   struct Settings {
     std::int32_t gain;
     std::int32_t level;
@@ -42,20 +28,19 @@ class Q60393Distortion {
     std::int64_t out2 = 0;
   };
 
-  static Settings settingsOf(int gainKnob, int levelKnob);
-  static std::int64_t highpass(Memory& memory, std::int64_t x);
-  static std::int64_t postFilter(Memory& memory, std::int64_t s);
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings&) { memory = {}; }
+  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) {
+    visit(gain, to.gain);
+    visit(level, to.level);
+  }
 
-  template <bool kResting>
-  void render(std::int16_t* left, std::int16_t* right, unsigned count);
-
-  Relaxed<int> gainKnob = 64;
-  Relaxed<int> levelKnob = 73;
-  Settings live;
-  PendingSettings<Settings> pending;
   SmoothedValue gain;
   SmoothedValue level;
   Memory memory;
 };
+
+extern template class TwoKnobEffect<Q60393Distortion>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

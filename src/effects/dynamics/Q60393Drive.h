@@ -1,42 +1,48 @@
-// Drive: bends the wave over above a threshold that sinks as the drive rises, with feedback of the last output.
+// "Drive": bends the wave over above a threshold that falls as the drive rises, with feedback of the last output.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
 #include "effects/interfaces/StereoLanes.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Drive": Edit1 is the drive, Edit2 the output level.
-class Q60393Drive {
- public:
-  Q60393Drive();
+/// Edit1 is the drive, Edit2 the output level. Models an amplifier stage: linear up to the threshold, a parabola above.
+struct Q60393Drive {
+  static constexpr Knobs kStart{63, 100};
+  static constexpr bool kResetTakesPending = true;
 
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
+  /// All Q15.
+  struct Settings {
+    std::int32_t drive;
+    std::int32_t level;
+    std::int32_t threshold;
+  };
 
-  /// Index 0 drive, 1 level; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
+  static Settings settingsOf(const Knobs& knobs);
 
-  void reset() SIVRAY_NONBLOCKING;
+  /// The threshold starts from 0, so that the first samples are bent most.
+  void reset(const Settings&) {
+    threshold.setNow(0);
+    preEmphasis = {};
+    lastOutput = {};
+  }
+  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) {
+    visit(drive, to.drive);
+    visit(level, to.level);
+    visit(threshold, to.threshold);
+  }
 
-  bool immediate = false;
-
- private:
-  template <bool kResting>
-  void render(std::int16_t* left, std::int16_t* right, unsigned count, std::int32_t driveTo, std::int32_t levelTo);
-
-  Relaxed<std::int32_t> driveTarget;
-  Relaxed<std::int32_t> levelTarget;
   SmoothedValue drive;
   SmoothedValue level;
   SmoothedValue threshold;
   StereoLanes preEmphasis;
   StereoLanes lastOutput;
 };
+
+extern template class TwoKnobEffect<Q60393Drive>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,7 +1,9 @@
-// Knobs and output stage of the compressor.
+// The settings and output stages of both compressors.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/dynamics/SivrayFxCompressor.h"
 
+#include "core/FixedPoint.h"
+#include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -10,81 +12,64 @@ using namespace cofu::core;
 
 namespace {
 
-/// Gain times sensitivity times 5, which needs more than 31 bits before it is shifted.
-std::int64_t scaleOf(std::int32_t gain, std::int32_t sens) {
-  return (static_cast<std::int64_t>(gain) * sens * 5) >> 15;
-}
+/// A range along the square curve: the value at knob 0, and what knob 127 adds; Q15.
+struct Range {
+  std::int32_t least;
+  std::int32_t span;
 
-std::int16_t scaled(std::int32_t y, std::int64_t scale) {
-  const std::int64_t out = ((y * scale) >> 15) >> 10;
-  return static_cast<std::int16_t>(std::clamp<std::int64_t>(out, -kFullScale, kFullScale));
+  constexpr std::int32_t at(int knob) const { return mul15(valueAt(squareTable, knob), span) + least; }
+};
+
+// Sensitivity 1/8 to 1.0; attack 0.001 to 0.1 per sample, a time constant of 23 ms to 0.2 ms.
+constexpr Range kSens{4096, 28672};
+constexpr Range kAttack{32, 3245};
+
+// Sensitivity 1/512 to 1/32; attack 0.00024 to 0.1 per sample, a time constant of 93 ms to 0.2 ms.
+constexpr Range kMasterSens{64, 959};
+constexpr Range kMasterAttack{8, 3268};
+
+/// Make-up of the compressor, and the output level of the master compressor (Q15).
+constexpr std::int64_t kMakeUp = 5;
+constexpr std::int32_t kMasterOutput = 32767;
+
+std::int16_t masterOut(std::int64_t blocked, std::int64_t scale) {
+  return static_cast<std::int16_t>(mul15(kMasterOutput, CompressorGain::scaled<9>(blocked, scale)));
 }
 
 }  // namespace
 
-SivrayFxCompressor::Settings SivrayFxCompressor::settingsOf(int sensKnob, int attackKnob) {
-  return {mul15(squareTable[static_cast<std::size_t>(sensKnob)], 28672) + 4096,
-          mul15(squareTable[static_cast<std::size_t>(attackKnob)], 3245) + 32};
+CompressorLaw::Settings CompressorLaw::settingsOf(const Knobs& knobs) {
+  return {kSens.at(knobs.edit1), kAttack.at(knobs.edit2)};
 }
 
-int SivrayFxCompressor::setParameter(unsigned index, int value) {
-  const int knob = value & 127;
-  switch (index) {
-    case kEdit1:
-      edit1 = knob;
-      break;
-    case kEdit2:
-      edit2 = knob;
-      break;
-    default:
-      return 0;
-  }
-  pending.post(settingsOf(edit1, edit2));
-  return knob;
+void CompressorLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  law.run(std::int64_t{left} * 16384, std::int64_t{right} * 16384, to.attack);
+  const std::int64_t scale = (static_cast<std::int64_t>(law.gain) * sens.value() * kMakeUp) >> 15;
+  left = static_cast<std::int16_t>(CompressorGain::scaled<10>(law.left.highpass, scale));
+  right = static_cast<std::int16_t>(CompressorGain::scaled<10>(law.right.highpass, scale));
 }
 
-void SivrayFxCompressor::reset() {
+using MasterLaw = SivrayFxStereoCompressor::StereoCompressorImpl;
+
+MasterLaw::Settings MasterLaw::settingsOf(const Knobs& knobs) {
+  return {kMasterSens.at(knobs.edit1), kMasterAttack.at(knobs.edit2)};
+}
+
+void MasterLaw::reset(const Settings&) {
+  const CompressorGain before = law;
   law = {};
-  sens.setNow(0);
+  law.left.highpass = before.left.highpass;
+  law.right.highpass = before.right.highpass;
 }
 
-void SivrayFxCompressor::notify(int code) {
-  if (code == kRestart) {
-    reset();
-  }
+void MasterLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  law.run(std::int64_t{left} * 32768, std::int64_t{right} * 32768, to.attack);
+  const std::int64_t scale = (sens.value() * law.gain) >> 13;
+  left = masterOut(law.left.highpass, scale);
+  right = masterOut(law.right.highpass, scale);
 }
 
-template <bool kResting>
-void SivrayFxCompressor::render(std::int16_t* left, std::int16_t* right, unsigned count) {
-  const std::int32_t k = glideFactor(immediate);
-  const std::int32_t restingRise = kResting ? CompressorGain::riseFor(sens.value()) : 0;
-  SmoothedValue sensNow = sens;
-  CompressorGain lawNow = law;
-  for (unsigned i = 0; i < count; ++i) {
-    if constexpr (!kResting) {
-      sensNow.glide(live.sens, k);
-    }
-    const std::int32_t s = sensNow.value();
-    const std::int32_t rise = kResting ? restingRise : CompressorGain::riseFor(s);
-    lawNow.run(left[i] * 16384, right[i] * 16384, live.attack, rise);
-    const std::int64_t scale = scaleOf(lawNow.gain, s);
-    left[i] = scaled(lawNow.left.highpass, scale);
-    right[i] = scaled(lawNow.right.highpass, scale);
-  }
-  sens = sensNow;
-  law = lawNow;
-}
-
-void SivrayFxCompressor::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    const unsigned run = std::min(count - start, kControlGrid);
-    if (sens.restsAt(live.sens)) {
-      render<true>(block.left + start, block.right + start, run);
-    } else {
-      render<false>(block.left + start, block.right + start, run);
-    }
-  }
-}
+template class TwoKnobEffect<CompressorLaw>;
+template class TwoKnobEffect<MasterLaw>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,42 +1,35 @@
-// The compressor of the pads' effect list.
+// "Compressor": the compressor for single sounds, with a wide range of sensitivity.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "effects/dynamics/CompressorGain.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SivrayFx.h"
-#include "effects/interfaces/SmoothedValue.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// "Compressor": Edit1 is the sensitivity, Edit2 the attack.
-class SivrayFxCompressor : public SivrayFx {
- public:
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
-  void reset() override;
-  void setImmediate(bool on) override { immediate = on; }
-  void notify(int code) override;
+struct CompressorLaw {
+  static constexpr Knobs kStart{};
 
- private:
   struct Settings {
-    std::int32_t sens;
-    std::int32_t attack;
+    std::int32_t sens;    ///< Q15.
+    std::int32_t attack;  ///< Q15 share per sample.
   };
 
-  static Settings settingsOf(int sensKnob, int attackKnob);
+  static Settings settingsOf(const Knobs& knobs);
 
-  template <bool kResting>
-  void render(std::int16_t* left, std::int16_t* right, unsigned count);
+  /// Starts from silence: the gain comes up, and the sensitivity too.
+  void reset(const Settings&) { *this = {}; }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) { visit(sens, to.sens); }
+  void derive() { law.setSens(sens.value()); }
 
-  Relaxed<int> edit1 = 0;
-  Relaxed<int> edit2 = 0;
-  Settings live = settingsOf(0, 0);
-  PendingSettings<Settings> pending{live, true};
   SmoothedValue sens;
   CompressorGain law;
-  bool immediate = false;
 };
+
+extern template class TwoKnobEffect<CompressorLaw>;
+
+/// Edit1 is the sensitivity, Edit2 the attack.
+class SivrayFxCompressor : public TwoKnobEffect<CompressorLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

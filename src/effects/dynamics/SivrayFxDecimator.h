@@ -1,35 +1,37 @@
-// Decimator: holds samples at a lower rate.
+// "Decimator": holds samples at a lower rate, without a filter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/dynamics/DecimatorTables.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/KnobTables.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Decimator": Edit1 is the rate (44100 down to 1000 Hz), Edit2 the balance.
-class SivrayFxDecimator {
- public:
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
+/// Edit1 is the rate (44100 down to 1000 Hz), Edit2 the balance. Nothing is smoothed.
+struct SivrayFxDecimator {
+  static constexpr Knobs kStart{64, 127};
 
-  /// Index 0 rate, 1 balance; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
+  struct Settings {
+    std::uint32_t step;  ///< Of a 16-bit counter per sample.
+    std::int32_t wet;    ///< Q15.
+  };
 
-  void reset() SIVRAY_NONBLOCKING;
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings& now) {
+    *this = {};
+    aim(now);
+  }
+  void aim(const Settings& to);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
 
- private:
-  std::uint16_t step = decimatorSteps[64];
-  PendingSettings<std::uint16_t> pending{step};
-  Relaxed<std::int32_t> wet = linearTable[127];
   std::uint32_t counter = 0;
   std::int32_t holdLeft = 0;
   std::int32_t holdRight = 0;
+  std::int32_t wetLeft = 0;  ///< The held sample times the balance.
+  std::int32_t wetRight = 0;
 };
+
+extern template class TwoKnobEffect<SivrayFxDecimator>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,40 +1,36 @@
-// The compressor for a whole mix.
+// "Master Compressor": the compressor for a whole mix, with a low and narrow range of sensitivity.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/RealTime.h"
 #include "effects/dynamics/CompressorGain.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 struct SivrayFxStereoCompressor {
-  /// The core of "Master Compressor": Edit1 is the sensitivity, Edit2 the attack.
-  class StereoCompressorImpl {
-   public:
-    StereoCompressorImpl();
+  /// Edit1 is the sensitivity, Edit2 the attack.
+  struct StereoCompressorImpl {
+    static constexpr Knobs kStart{50, 0};
+    static constexpr bool kResetTakesPending = true;
 
-    void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
+    struct Settings {
+      std::int32_t sens;    ///< Q15.
+      std::int32_t attack;  ///< Q15 share per sample.
+    };
 
-    /// Index 0 sensitivity, 1 attack; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-    int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
+    static Settings settingsOf(const Knobs& knobs);
 
-    void reset() SIVRAY_NONBLOCKING;
+    /// Starts from silence. The DC blocks keep their outputs.
+    void reset(const Settings&);
+    void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+    void eachSmoothed(const Settings& to, auto&& visit) { visit(sens, to.sens); }
+    void derive() { law.setSens(sens.value()); }
 
-    bool immediate = false;
-
-   private:
-    template <bool kResting>
-    void render(std::int16_t* left, std::int16_t* right, unsigned count, std::int32_t sensTo);
-
-    Relaxed<std::int32_t> sensTarget;
-    Relaxed<std::int32_t> attack;
     SmoothedValue sens;
-    SmoothedValue output;
     CompressorGain law;
   };
 };
+
+extern template class TwoKnobEffect<SivrayFxStereoCompressor::StereoCompressorImpl>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

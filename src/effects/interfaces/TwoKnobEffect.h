@@ -29,6 +29,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   static constexpr int kOtherRestart;              // a transport code that resets, beside kRestart
 ///   void aim(const Settings&);                       // before every 64 samples
 ///   void eachSmoothed(const Settings&, visit);       // calls visit(SmoothedValue&, target) for each smoothed value
+///   void derive();                                   // after smoothed values have moved: what costs much to make of
+///   them
 /// or, for smoothing of another kind than SmoothedValue, in place of `eachSmoothed`
 ///   bool restsAt(const Settings&) const;             // a further glide would move nothing
 ///   void glide(const Settings&, bool immediate);     // one sample towards the settings
@@ -143,17 +145,26 @@ class TwoKnobEffect : public SivrayFx {
     return rests;
   }
 
+  static void deriveIn(Law& moved) {
+    if constexpr (requires { moved.derive(); }) {
+      moved.derive();
+    }
+  }
+
   template <bool kResting>
   [[gnu::flatten]] void play(std::int16_t* left, std::int16_t* right, unsigned count) {
     std::conditional_t<kCopied, Law, Law&> now = law;
     const Settings to = live;
     const bool jumps = immediate;
     const auto glide = [k = glideFactor(jumps)](SmoothedValue& value, std::int32_t target) { value.glide(target, k); };
+    deriveIn(now);
     for (unsigned i = 0; i < count; ++i) {
       if constexpr (!kResting && requires { law.eachSmoothed(live, glide); }) {
         now.eachSmoothed(to, glide);
+        deriveIn(now);
       } else if constexpr (!kResting && requires { law.glide(live, jumps); }) {
         now.glide(to, jumps);
+        deriveIn(now);
       }
       now.step(to, left[i], right[i]);
     }

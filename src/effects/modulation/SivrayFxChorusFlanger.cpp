@@ -4,6 +4,7 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/ShortLeak.h"
 #include "effects/modulation/LfoTables.h"
 #include "effects/modulation/TriangleLfo.h"
 
@@ -42,7 +43,7 @@ void ChorusFlangerLaw::stepChannel(Channel& channel, std::int32_t channelPhase, 
   const std::uint32_t read = writeIndex - static_cast<std::uint32_t>(delay >> 16);
   const std::int32_t a = channel.line[read & kMask];
   const std::int32_t b = channel.line[(read - 1) & kMask];
-  const std::int32_t tap = leak(leak(leak(a + mulShift<16>(b - a, delay & 65535))));
+  const std::int32_t tap = shortLeak(shortLeakTwice(a + mulShift<16>(b - a, delay & 65535)));
   const std::int32_t in = sample;
   channel.line[writeIndex] = static_cast<std::int16_t>(saturate(in + mul15(feedback.value(), tap)));
   sample = static_cast<std::int16_t>(saturate(in + mul15(wet.value(), tap)));

@@ -4,53 +4,46 @@
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/BeatGain.h"
+#include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Slicer": Edit1 is the note value of a cycle, Edit2 the share of it during which the gate stays shut. It
-/// has no immediate mode.
-class Slicer {
- public:
-  static constexpr bool kAnswersRhythmicRestart = true;
+/// Edit1 is the note value of a cycle, Edit2 the share of it during which the gate stays shut. It has no immediate
+/// mode. A tempo of 0 or below stops it.
+struct Slicer {
+  static constexpr Knobs kStart{72, 64};
+  static constexpr bool kFollowsTempo = true;
+  static constexpr int kOtherRestart = kRhythmicRestart;
 
-  Slicer();
+  static constexpr std::int32_t kPhaseTop = 2147483647;
 
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
+  /// Smoothing of the gate: 0.0075 per sample, the square curve at 11. A time constant of 134 samples (3 ms).
+  static constexpr std::int32_t kSmoothing = squareTable[11];
 
-  /// Index 0 note value, 1 hold time, 2 depth, 4 smoothing of the gate; the value is masked to 7 bits and given back.
-  /// Index 3 stands for an output level that the hold time decides instead: it changes nothing. Others give 0. Any
-  /// thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
+  struct Settings {
+    std::int32_t lfoStep;     ///< Of a 32-bit phase that wraps, per sample.
+    std::int32_t holdOffset;  ///< Phase between the two saws.
+    std::int32_t edge;        ///< What their sum exceeds while the gate is open, 2^-16 of a cycle.
+    std::int32_t level;       ///< Make-up, Q15.
+  };
 
-  /// Tempo in tenths of a beat per minute; 0 and below stop the oscillator. Any thread.
-  void setTempo(int tempoTenths) SIVRAY_NONBLOCKING;
+  static Settings settingsOf(const Knobs& knobs);
 
-  /// Restarts the cycle at the next sample with the gate shut; the make-up level stays.
-  void reset() SIVRAY_NONBLOCKING;
+  /// Starts the cycle afresh with the gate shut; the make-up level stays.
+  void reset(const Settings&) {
+    phaseUp = 0;
+    phaseDown = kPhaseTop;
+    gate.shut();
+  }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
 
- private:
-  void updateStep();
-  void updateHold();
-  void render(StereoBlock block, unsigned start, unsigned end);
-
-  Relaxed<int> freqKnob{72};
-  Relaxed<int> holdKnob{64};
-  Relaxed<float> bpm{120.0F};
-  Relaxed<std::int32_t> lfoStep;
-  Relaxed<std::int32_t> holdOffset;
-  Relaxed<std::int32_t> edge;
-  Relaxed<std::int32_t> level;
-  Relaxed<std::int32_t> floor;  ///< What passes the shut gate, Q15.
-  Relaxed<std::int32_t> lfoCoefficient;
   std::int32_t phaseUp = 0;
-  std::int32_t phaseDown = 2147483647;
-  SmoothedValue envelope;
-  std::int32_t levelState = 0;
-  bool restart = false;
+  std::int32_t phaseDown = kPhaseTop;
+  BeatGain<0, kSmoothing> gate;
 };
+
+extern template class TwoKnobEffect<Slicer>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects
