@@ -1,5 +1,6 @@
 // The top component of an open editor, the one that stands in the host's window. Pop-ups attach themselves to the
-// nearest one above their anchor. SPDX-License-Identifier: GPL-3.0-or-later
+// nearest one above their anchor.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <memory>

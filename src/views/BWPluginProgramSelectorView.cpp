@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/BWPluginProgramSelectorView.h"
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+#include "views/BWProgramListView.h"
+#include "views/Text.h"
+
+namespace tesh::bramel {
+namespace {
+
+constexpr int kListWidth = 280;
+constexpr int kListHeight = 420;
+
+/// The label of the program keeps this far from the ends of its rectangle.
+constexpr int kLabelBorder = 5;
+
+std::shared_ptr<BWStackingPageView> makeProgramList(const std::shared_ptr<IPluginEditViewModel>& model) {
+  auto page = std::make_shared<BWProgramListView>();
+  page->setFontProvider(model);
+  page->setImageProvider(model);
+  page->setProgramList(model->getProgramListViewModel());
+  return page;
+}
+
+}  // namespace
+
+BWPluginProgramSelectorView::BWPluginProgramSelectorView(const ProgramBarLook& look)
+    : popupDirection(look.popupDirection), pageFactory(makeProgramList) {
+  setInterceptsMouseClicks(false, true);
+  addButton(nameButton, look.nameButton, "Kit");
+  nameLabel.setFont(look.font);
+  nameLabel.setColour(look.colour);
+  nameLabel.setBounds(look.label.reduced(kLabelBorder, 0));
+  addAndMakeVisible(nameLabel);
+  nextButton.setOffImage(look.nextImage);
+  nextButton.setOnImage(look.nextImage);
+  previousButton.setOffImage(look.previousImage);
+  previousButton.setOnImage(look.previousImage);
+  addButton(nextButton, look.next, "Next kit");
+  addButton(previousButton, look.previous, "Previous kit");
+}
+
+BWPluginProgramSelectorView::~BWPluginProgramSelectorView() = default;
+
+void BWPluginProgramSelectorView::addButton(BWToggleButton& button, juce::Rectangle<int> bounds, const char* title) {
+  button.setMomentary(true);
+  button.setShowPressed(true);
+  button.setBounds(bounds);
+  button.setTitle(title);
+  button.setListener(this);
+  addAndMakeVisible(button);
+}
+
+void BWPluginProgramSelectorView::setViewModel(std::shared_ptr<IPluginEditViewModel> model) {
+  viewModel = std::move(model);
+  updateText();
+}
+
+void BWPluginProgramSelectorView::updateText() {
+  std::array<char, 256> text{};
+  std::snprintf(text.data(), text.size(), "%02d:%s", static_cast<int>(viewModel->getProgramNumber()),
+                viewModel->getProgramName().c_str());
+  nameLabel.setText(textFrom(text.data()));
+}
+
+void BWPluginProgramSelectorView::controlGestureBegan(IBWControl& control) {
+  if (&control == &nameButton) {
+    openList();
+  } else if (&control == &previousButton) {
+    viewModel->selectPreviousProgram();
+  } else if (&control == &nextButton) {
+    viewModel->selectNextProgram();
+  }
+}
+
+void BWPluginProgramSelectorView::openList() {
+  const auto pages = std::make_shared<BWStackingView>();
+  pages->pushPage(pageFactory(viewModel));
+  stack = pages;
+  popup = std::make_shared<BWPopupView>();
+  popup->setContentSize(kListWidth, kListHeight);
+  popup->setContent(pages);
+  popup->setAnchor(&nameButton);
+  popup->setDirection(popupDirection);
+  popup->show();
+}
+
+}  // namespace tesh::bramel

@@ -1,0 +1,66 @@
+// The program bar: number and name of the current program, the buttons for its neighbours, and the way to the list.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <functional>
+#include <memory>
+
+#include "viewmodels/IPluginEditViewModel.h"
+#include "views/BWPopupView.h"
+#include "widgets/BWStackingPageView.h"
+#include "widgets/BWStackingView.h"
+#include "widgets/BWToggleButton.h"
+#include "widgets/PanelText.h"
+
+namespace tesh::bramel {
+
+/// What the panel gives the bar. Rectangles in the bar's own coordinates, which are those of the panel.
+struct ProgramBarLook {
+  juce::Rectangle<int> label;
+  juce::Rectangle<int> nameButton;
+  juce::Rectangle<int> previous;
+  juce::Rectangle<int> next;
+  juce::Image previousImage;
+  juce::Image nextImage;
+  juce::Font font;
+  juce::Colour colour = juce::Colours::black;
+  UIPopupDirection popupDirection = UIPopupDirection::rightCentre;
+};
+
+/// Covers the panel and lets clicks through, but for its buttons. Message thread only.
+class BWPluginProgramSelectorView : public juce::Component, public IBWControlListener {
+ public:
+  using PageFactory = std::function<std::shared_ptr<BWStackingPageView>(std::shared_ptr<IPluginEditViewModel>)>;
+
+  explicit BWPluginProgramSelectorView(const ProgramBarLook& look);
+  ~BWPluginProgramSelectorView() override;
+
+  /// Shows the model's program.
+  void setViewModel(std::shared_ptr<IPluginEditViewModel> model);
+  void updateText();
+  /// Makes the list's first page; by default the list of programs.
+  void setPageFactory(PageFactory factory) { pageFactory = std::move(factory); }
+
+  void openList();
+  /// The pages of the list that is open; null if none is.
+  std::shared_ptr<BWStackingView> listStack() const { return stack.lock(); }
+
+  void controlGestureBegan(IBWControl& control) override;
+
+ private:
+  void addButton(BWToggleButton& button, juce::Rectangle<int> bounds, const char* title);
+
+  std::shared_ptr<IPluginEditViewModel> viewModel;
+  BWToggleButton nameButton;
+  PanelText nameLabel;
+  BWToggleButton nextButton;
+  BWToggleButton previousButton;
+  std::shared_ptr<BWPopupView> popup;
+  std::weak_ptr<BWStackingView> stack;
+  UIPopupDirection popupDirection;
+  PageFactory pageFactory;
+};
+
+}  // namespace tesh::bramel

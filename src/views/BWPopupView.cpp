@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/BWPopupView.h"
+
+#include "views/BWPopupSlotView.h"
+#include "views/PopupPlacement.h"
+#include "views/RoundedClip.h"
+
+namespace tesh::bramel {
+namespace {
+
+constexpr float kPanelAlpha = 0.9F;
+constexpr float kDimmerAlpha = 0.3F;
+
+/// The shadow of the whole pop-up, darkened panel and box: soft, and a little to the right and below.
+const juce::DropShadow kShadow{juce::Colours::black.withAlpha(0.5F), 3, {2, 4}};
+
+}  // namespace
+
+BWPopupView::BWPopupView() : dimmer(std::make_shared<BWFlatToggleButton>()), panel(std::make_shared<BWView>()) {
+  dimmer->setListener(this);
+  addAndMakeVisible(*dimmer);
+  panel->setFill(juce::Colours::white.withAlpha(kPanelAlpha));
+  panel->setCornerSize(kCornerSize);
+  panel->setCachedComponentImage(new RoundedClip(*panel, kCornerSize));
+  dimmer->addAndMakeVisible(*panel);
+  setModal(true);
+}
+
+BWPopupView::~BWPopupView() {
+  if (auto* const parent = getParentComponent()) {
+    parent->removeChildComponent(this);
+  }
+}
+
+void BWPopupView::setContentSize(int width, int height) {
+  contentSize = {width, height};
+  placePanel();
+}
+
+void BWPopupView::setContent(std::shared_ptr<juce::Component> newContent) {
+  content = std::move(newContent);
+  if (content != nullptr) {
+    panel->addAndMakeVisible(*content);
+  }
+}
+
+void BWPopupView::setAnchor(juce::Component* newAnchor) { anchor = newAnchor; }
+
+void BWPopupView::setModal(bool isModal) {
+  modal = isModal;
+  const juce::Colour fill = isModal ? juce::Colours::black.withAlpha(kDimmerAlpha) : juce::Colours::transparentBlack;
+  dimmer->setInterceptsMouseClicks(isModal, true);
+  dimmer->setOffColours({.fill = fill});
+  dimmer->setOnColours({.fill = fill});
+  refreshShadow();
+}
+
+void BWPopupView::setPanelColour(juce::Colour colour) {
+  panel->setFill(colour);
+  refreshShadow();
+}
+
+void BWPopupView::show() {
+  BWPopupSlotView* const slot = BWPopupSlotView::above(anchor.getComponent());
+  if (slot == nullptr) {
+    return;
+  }
+  closed = false;
+  slot->addAndMakeVisible(this);
+  setBounds(slot->getLocalBounds());
+  placePanel();
+}
+
+void BWPopupView::close() {
+  if (auto* const parent = getParentComponent()) {
+    parent->removeChildComponent(this);
+  }
+  content.reset();
+  closed = true;
+}
+
+void BWPopupView::controlGestureBegan(IBWControl& /*control*/) { close(); }
+
+void BWPopupView::placePanel() {
+  const juce::Component* const slot = getParentComponent();
+  if (slot == nullptr || anchor == nullptr) {
+    return;
+  }
+  const juce::Rectangle<int> from = slot->getLocalArea(anchor, anchor->getLocalBounds());
+  panel->setBounds(placePopup(from, {slot->getWidth(), slot->getHeight()}, contentSize, directions));
+  if (content != nullptr) {
+    content->setBounds(panel->getLocalBounds());
+  }
+  refreshShadow();
+}
+
+/// A shadow effect of the component itself would blur the whole window again whenever a row of a list is painted.
+void BWPopupView::refreshShadow() {
+  if (!modal || getWidth() == 0 || getHeight() == 0) {
+    shadow = {};
+    return;
+  }
+  juce::Image outline(juce::Image::ARGB, getWidth(), getHeight(), true);
+  {
+    juce::Graphics graphics(outline);
+    graphics.fillAll(juce::Colours::black.withAlpha(kDimmerAlpha));
+    graphics.setColour(juce::Colours::white.withAlpha(kPanelAlpha));
+    graphics.fillRoundedRectangle(panel->getBounds().toFloat(), kCornerSize);
+  }
+  shadow = juce::Image(juce::Image::ARGB, getWidth(), getHeight(), true);
+  juce::Graphics graphics(shadow);
+  kShadow.drawForImage(graphics, outline);
+  repaint();
+}
+
+void BWPopupView::paint(juce::Graphics& graphics) {
+  if (shadow.isValid()) {
+    graphics.drawImage(shadow, getLocalBounds().toFloat());
+  }
+}
+
+void BWPopupView::resized() {
+  dimmer->setBounds(getLocalBounds());
+  placePanel();
+}
+
+std::unique_ptr<juce::AccessibilityHandler> BWPopupView::createAccessibilityHandler() {
+  const auto role = modal ? juce::AccessibilityRole::dialogWindow : juce::AccessibilityRole::tooltip;
+  return std::make_unique<juce::AccessibilityHandler>(*this, role);
+}
+
+}  // namespace tesh::bramel

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/BWProgramListSaveAsView.h"
+
+#include <utility>
+
+#include "views/ActionButton.h"
+#include "views/Text.h"
+#include "widgets/BWStackingView.h"
+#include "widgets/ProvidedResources.h"
+
+namespace tesh::bramel {
+namespace {
+
+constexpr double kActionFontHeight = 12.0;
+constexpr double kNameFontHeight = 14.0;
+constexpr int kEditorMargin = 10;
+constexpr int kEditorHeight = 24;
+
+}  // namespace
+
+BWProgramListSaveAsView::BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model,
+                                                 IBramelFontProvider& fonts)
+    : programList(std::move(model)) {
+  const juce::Font actionFont = fontNamed(fonts, "Open Sans Regular", kActionFontHeight);
+  cancelButton = makeActionButton("Cancel", actionFont, *this);
+  saveButton = makeActionButton("Save", actionFont, *this);
+  addLeftItem(cancelButton);
+  addRightItem(saveButton);
+  editor.setTitle("Name");
+  editor.setFont(fontNamed(fonts, "Open Sans Regular", kNameFontHeight));
+  editor.setText(textFrom(programList->getCurrentProgramName()), juce::dontSendNotification);
+  addAndMakeVisible(editor);
+}
+
+void BWProgramListSaveAsView::resized() {
+  BWStackingPageView::resized();
+  editor.setBounds(kEditorMargin, kEditorMargin, getWidth() - 2 * kEditorMargin, kEditorHeight);
+}
+
+void BWProgramListSaveAsView::controlGestureBegan(IBWControl& control) {
+  BWStackingView* const stack = getStackingView();
+  const bool isSave = &control == saveButton.get();
+  if (stack == nullptr || (!isSave && &control != cancelButton.get())) {
+    return;
+  }
+  if (isSave) {
+    programList->saveProgramAs(editor.getText().toStdString());
+  }
+  stack->popPage();  // This page may be gone now.
+}
+
+}  // namespace tesh::bramel

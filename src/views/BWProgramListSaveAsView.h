@@ -1,0 +1,33 @@
+// The page that asks for the name of a new program.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <memory>
+
+#include "viewmodels/IProgramListViewModel.h"
+#include "viewmodels/resources/IBramelFontProvider.h"
+#include "widgets/BWFlatToggleButton.h"
+#include "widgets/BWStackingPageView.h"
+
+namespace tesh::bramel {
+
+/// Starts with the current program's name. Any name is taken. Message thread only.
+class BWProgramListSaveAsView : public BWStackingPageView, public IBWControlListener {
+ public:
+  BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model, IBramelFontProvider& fonts);
+
+  void controlGestureBegan(IBWControl& control) override;
+  void resized() override;
+
+  juce::TextEditor& nameEditor() { return editor; }
+
+ private:
+  std::shared_ptr<IProgramListViewModel> programList;
+  std::shared_ptr<BWFlatToggleButton> cancelButton;
+  std::shared_ptr<BWFlatToggleButton> saveButton;
+  juce::TextEditor editor;
+};
+
+}  // namespace tesh::bramel

@@ -1,0 +1,55 @@
+// The sample browser: a tab for each part, categories on the left, samples on the right. A click on a sample gives it
+// to the part at once.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "viewmodels/ISampleSelectorViewModel.h"
+#include "viewmodels/resources/IBramelFontProvider.h"
+#include "widgets/BWFlatToggleButton.h"
+#include "widgets/BWGradationView.h"
+#include "widgets/BWLabel.h"
+#include "widgets/BWSimpleListView.h"
+#include "widgets/BWVirtualToggleGroup.h"
+
+namespace tesh::bramel {
+
+/// Builds its children when both models are there. Does not follow changes from elsewhere. Message thread only.
+class BWSampleSelectorView : public juce::Component, public IBWControlListener, public IBWSimpleListViewListener {
+ public:
+  void setSelector(std::shared_ptr<ISampleSelectorViewModel> newSelector);
+  void setFontProvider(std::shared_ptr<IBramelFontProvider> provider);
+  /// Shows a part and its sample. Call it after both models are set.
+  void setPart(std::uint64_t newPart);
+
+  void controlValueChanged(IBWControl& control) override;
+  void listRowSelected(BWSimpleListView& list, int row) override;
+  void resized() override;
+
+ private:
+  void build();
+  void buildTabs();
+  std::shared_ptr<BWLabel> addLabel(const char* text);
+  std::shared_ptr<BWSimpleListView> addList(const char* title);
+  void showCategory(std::int64_t newCategory);
+  void layOut();
+
+  std::shared_ptr<ISampleSelectorViewModel> selector;
+  std::shared_ptr<IBramelFontProvider> fontProvider;
+  std::shared_ptr<BWTabGradationView> header;
+  std::shared_ptr<BWVirtualToggleGroup> tabs;
+  std::vector<std::shared_ptr<BWFlatToggleButton>> tabButtons;
+  std::shared_ptr<BWLabel> categoriesLabel;
+  std::shared_ptr<BWLabel> samplesLabel;
+  std::shared_ptr<BWSimpleListView> categoryList;
+  std::shared_ptr<BWSimpleListView> sampleList;
+  std::uint64_t part = 0;
+  std::int64_t category = 0;
+};
+
+}  // namespace tesh::bramel

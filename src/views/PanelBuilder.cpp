@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/PanelBuilder.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "widgets/BWImageKnob.h"
+#include "widgets/BWImageSlider.h"
+#include "widgets/BWStubControl.h"
+#include "widgets/BWToggleButton.h"
+#include "widgets/BWToggleSwitch.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+using panel::ControlKind;
+
+ImageSet stripNamed(IBramelImageProvider& provider, const std::string& name) {
+  std::vector<juce::Image> frames;
+  frames.reserve(panel::kStripFrames);
+  for (int frame = 0; frame < panel::kStripFrames; ++frame) {
+    frames.push_back(imageNamed(provider, name + "_" + std::to_string(frame)));
+  }
+  return makeImageSet(std::move(frames));
+}
+
+std::shared_ptr<IBWControl> makeStub(std::uint64_t stepCount) {
+  auto stub = std::make_shared<BWStubSwitch>();
+  stub->setStateCount(stepCount);
+  return stub;
+}
+
+}  // namespace
+
+PanelBuilder::PanelBuilder(IBramelImageProvider& provider)
+    : images(provider),
+      sweepStrip(stripNamed(provider, panel::kSweepStrip)),
+      centredStrip(stripNamed(provider, panel::kCentredStrip)) {}
+
+std::shared_ptr<IBWControl> PanelBuilder::make(ControlKind kind, std::uint64_t stepCount) const {
+  switch (kind) {
+    case ControlKind::stub:
+      return makeStub(stepCount);
+    case ControlKind::sweepKnob:
+      return makeKnob(sweepStrip);
+    case ControlKind::centredKnob:
+      return makeKnob(centredStrip);
+    case ControlKind::levelFader:
+      return makeFader();
+    default:
+      break;
+  }
+  const auto* const row = std::find_if(panel::kStateImages.begin(), panel::kStateImages.end(),
+                                       [kind](const panel::StateImages& entry) { return entry.kind == kind; });
+  return row->names.back() == nullptr ? makeButton(*row) : makeSwitch(*row);
+}
+
+std::shared_ptr<IBWControl> PanelBuilder::makeKnob(const ImageSet& strip) const {
+  auto knob = std::make_shared<BWImageKnob>();
+  knob->setVertical(true);
+  knob->setSensitivity(panel::kKnobSensitivity);
+  knob->setFrames(strip);
+  return knob;
+}
+
+std::shared_ptr<IBWControl> PanelBuilder::makeFader() const {
+  auto fader = std::make_shared<BWImageSlider>();
+  fader->setVertical(true);
+  fader->setSensitivity(panel::kFaderSensitivity);
+  fader->setHandle(imageNamed(images, panel::kFaderHandle), panel::kFaderHandleSize.width,
+                   panel::kFaderHandleSize.height);
+  return fader;
+}
+
+std::shared_ptr<IBWControl> PanelBuilder::makeButton(const panel::StateImages& row) const {
+  auto button = std::make_shared<BWToggleButton>();
+  button->setOffImage(imageNamed(images, row.names[0]));
+  button->setOnImage(imageNamed(images, row.names[1]));
+  return button;
+}
+
+std::shared_ptr<IBWControl> PanelBuilder::makeSwitch(const panel::StateImages& row) const {
+  auto control = std::make_shared<BWToggleSwitch>();
+  std::vector<juce::Image> states;
+  for (const char* const name : row.names) {
+    states.push_back(imageNamed(images, name));
+  }
+  control->setImages(makeImageSet(std::move(states)));
+  return control;
+}
+
+}  // namespace tesh::bramel::plugin::sivray

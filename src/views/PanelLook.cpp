@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/PanelLook.h"
+
+#include "widgets/ProvidedResources.h"
+
+namespace tesh::bramel {
+namespace {
+
+constexpr const char* kDefaultFace = "Roboto";
+constexpr double kAnyHeight = 14.0;
+
+}  // namespace
+
+std::shared_ptr<PanelLook> PanelLook::acquire(IBramelFontProvider& fonts) {
+  static std::weak_ptr<PanelLook> current;
+  auto look = current.lock();
+  if (look == nullptr) {
+    look = std::make_shared<PanelLook>(fonts);
+    current = look;
+  }
+  return look;
+}
+
+PanelLook::PanelLook(IBramelFontProvider& fonts) {
+  look.setDefaultFace(fontNamed(fonts, kDefaultFace, kAnyHeight).getTypefacePtr());
+  juce::LookAndFeel::setDefaultLookAndFeel(&look);
+}
+
+PanelLook::~PanelLook() { juce::LookAndFeel::setDefaultLookAndFeel(nullptr); }
+
+}  // namespace tesh::bramel

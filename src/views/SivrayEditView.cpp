@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/SivrayEditView.h"
+
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "viewmodels/texts/EditScreenEffects.h"
+#include "views/BWSampleSelectorView.h"
+#include "views/Text.h"
+#include "widgets/PropertyKeys.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+using namespace panel;
+
+namespace {
+
+juce::String twoDigits(std::size_t number) { return juce::String(number).paddedLeft('0', 2); }
+
+juce::Rectangle<int> inColumn(juce::Rectangle<int> bounds, std::size_t pad) {
+  return bounds.translated(static_cast<int>(pad) * kColumnWidth, 0);
+}
+
+}  // namespace
+
+SivrayEditView::SivrayEditView() = default;
+
+SivrayEditView::~SivrayEditView() = default;
+
+void SivrayEditView::setViewModel(std::shared_ptr<IPluginEditViewModel> newModel) {
+  editViewModel = std::dynamic_pointer_cast<ISivrayEditViewModel>(newModel);
+  BWPluginEditView::setViewModel(std::move(newModel));
+}
+
+void SivrayEditView::createControls() {
+  setTooltipColours(juce::Colour(kTooltipFill), juce::Colour(kTooltipOutline), juce::Colour(kTooltipText));
+  builder = std::make_unique<PanelBuilder>(model());
+  createBackground(image(kBackgroundImage));
+  createPages();
+  createPageButtons();
+  createPads();
+  createProgramBar();
+  createDisplays();
+  createPadControls();
+  createMasterSection();
+  createSettingsZone(kSettingsZone1);
+  createSettingsZone(kSettingsZone2);
+  updatePageVisibility();
+}
+
+void SivrayEditView::createPages() {
+  for (const char* const name : kPageImages) {
+    auto page = std::make_unique<juce::ImageComponent>();
+    const juce::Image picture = image(name);
+    page->setImage(picture, juce::RectanglePlacement::stretchToFit);
+    page->setOpaque(picture.isValid());
+    page->setBounds(kPageBounds);
+    addChildComponent(*page);
+    pages.push_back(std::move(page));
+  }
+}
+
+void SivrayEditView::createPageButtons() {
+  static constexpr std::array<const char*, kPageCount> kTitles{"Sound page", "Character page", "Mix page"};
+  pageSelector = std::make_shared<BWVirtualToggleGroup>();
+  pageSelector->setListener(this);
+  for (std::size_t page = 0; page < kPageCount; ++page) {
+    const ButtonRow& row = kPageButtons[page];
+    pageButtons.push_back(addButton(*this, row.bounds, row.off, row.on));
+    pageButtons.back()->setTitle(kTitles[page]);
+  }
+  pageSelector->setButtons({pageButtons.begin(), pageButtons.end()});
+}
+
+void SivrayEditView::createPads() {
+  padContainer = std::make_unique<juce::Component>();
+  padContainer->setInterceptsMouseClicks(false, true);
+  padContainer->setBounds(kPadContainer);
+  addAndMakeVisible(*padContainer);
+  BWVirtualDrumPadGroup::Pads pads;
+  for (std::size_t pad = 0; pad < kPads; ++pad) {
+    const auto button = addButton(*padContainer, {kPadX[pad], 0, kPadSize, kPadSize}, kPadOff, kPadOn);
+    button->setMomentary(true);
+    button->setTitle("Pad " + juce::String(pad + 1));
+    if (model().getEditorKind() == 1) {
+      const auto& border = kPadCaptionBorder;
+      button->setTextBorder({border[0], border[1], border[2], border[3]});
+      button->getText().setFont(font(kCaptionFace, kCaptionHeight));
+      button->getText().setColour(juce::Colour(kPadCaptionColour));
+      button->getText().setText(kPadCaptions[pad]);
+    }
+    pads.emplace(static_cast<std::uint8_t>(kFirstPadNote + static_cast<int>(pad)), button);
+  }
+  padGroup.setKeyboardViewModel(model().getKeyboardViewModel());
+  padGroup.setPads(std::move(pads));
+}
+
+void SivrayEditView::createProgramBar() {
+  createProgramSelector({.label = kProgramLabel,
+                         .nameButton = kProgramButton,
+                         .previous = kPreviousProgram,
+                         .next = kNextProgram,
+                         .previousImage = image(kPreviousImage),
+                         .nextImage = image(kNextImage),
+                         .font = font(kDisplayFace, kDisplayHeight),
+                         .colour = juce::Colour(kDisplayColour)});
+}
+
+void SivrayEditView::createDisplays() {
+  const juce::Font face = font(kDisplayFace, kPadDisplayHeight);
+  for (std::size_t pad = 0; pad < kPads; ++pad) {
+    const auto display = addButton(*this, inColumn(kDisplay, pad), kDisplayImage, kDisplayImage);
+    display->setMomentary(true);
+    display->setTitle("Sample of pad " + juce::String(pad + 1));
+    display->setProperty(keys::kSample, makeBox<std::uint64_t>(pad));
+    display->setListener(this);
+    sampleDisplays.push_back(display);
+    padNumbers.push_back(addText(inColumn(kPadNumber, pad), face, kDisplayColour));
+    padNumbers.back()->setText(twoDigits(pad + 1));
+    sampleNames.push_back(addText(inColumn(kSampleName, pad), face, kDisplayColour));
+  }
+}
+
+void SivrayEditView::createPadControls() {
+  for (std::size_t pad = 0; pad < kPads; ++pad) {
+    for (const PadControl& row : kPadControls) {
+      juce::Component& page = *pages[static_cast<std::size_t>(row.page)];
+      addControl(page, padMacro(pad, row.macro), row.kind, inColumn(row.bounds, pad) - page.getPosition());
+    }
+  }
+}
+
+void SivrayEditView::createMasterSection() {
+  for (const MasterControl& row : kMasterControls) {
+    addControl(*this, row.macro, row.kind, row.bounds);
+  }
+  effectButton = std::make_shared<BWToggleButton>();
+  effectButton->setMomentary(true);
+  effectButton->setTitle("Effect");
+  effectButton->setBounds(kEffectButton);
+  effectButton->setListener(this);
+  effectButton->getText().setFont(font(kDisplayFace, kDisplayHeight));
+  effectButton->getText().setColour(juce::Colour(kDisplayColour));
+  addAndMakeVisible(*effectButton);
+  const juce::Font captions = font(kCaptionFace, kCaptionHeight);
+  firstEditLabel = addText(kFirstEditLabel, captions, kEditLabelColour);
+  secondEditLabel = addText(kSecondEditLabel, captions, kEditLabelColour);
+}
+
+std::shared_ptr<BWToggleButton> SivrayEditView::addButton(juce::Component& parent, juce::Rectangle<int> bounds,
+                                                          const char* off, const char* on) {
+  auto button = std::make_shared<BWToggleButton>();
+  button->setOffImage(image(off));
+  button->setOnImage(image(on));
+  button->setBounds(bounds);
+  parent.addAndMakeVisible(*button);
+  return button;
+}
+
+std::unique_ptr<PanelText> SivrayEditView::addText(juce::Rectangle<int> bounds, const juce::Font& textFont,
+                                                   std::uint32_t colour) {
+  auto text = std::make_unique<PanelText>();
+  text->setFont(textFont);
+  text->setColour(juce::Colour(colour));
+  text->setBounds(bounds);
+  addAndMakeVisible(*text);
+  return text;
+}
+
+void SivrayEditView::addControl(juce::Component& parent, std::size_t macro, ControlKind kind,
+                                juce::Rectangle<int> bounds) {
+  const std::shared_ptr<IBWControl> control = builder->make(kind, stepCount(macro));
+  if (auto* const component = dynamic_cast<juce::Component*>(control.get())) {
+    component->setTitle(textFrom(model().getParameterName(macro)));
+    component->setBounds(bounds);
+    parent.addAndMakeVisible(*component);
+  }
+  if (auto* const spoken = dynamic_cast<SpokenControl*>(control.get())) {
+    spoken->setValueText([this, macro] { return textFrom(getTooltipValue(macro)); });
+  }
+  registerControl(macro, control);
+}
+
+// From the hand.
+
+void SivrayEditView::controlValueChanged(IBWControl& control) {
+  if (&control == pageSelector.get()) {
+    selectedPage = pageSelector->getState();
+    updatePageVisibility();
+  } else if (&control == effectButton.get()) {
+    if (effectButton->getState()) {
+      openEffectList();
+    }
+  } else {
+    BWPluginEditView::controlValueChanged(control);
+  }
+}
+
+void SivrayEditView::controlGestureBegan(IBWControl& control) {
+  if (const auto part = property<std::uint64_t>(control, keys::kSample)) {
+    openSampleSelector(*part);
+  } else {
+    BWPluginEditView::controlGestureBegan(control);
+  }
+}
+
+void SivrayEditView::selectPage(std::uint64_t page) {
+  if (page < kPageCount) {
+    pageSelector->setState(page);
+    selectedPage = page;
+    updatePageVisibility();
+  }
+}
+
+void SivrayEditView::updatePageVisibility() {
+  for (std::size_t page = 0; page < pages.size(); ++page) {
+    pages[page]->setVisible(page == selectedPage);
+  }
+  padContainer->setVisible(selectedPage != mixPage);
+}
+
+void SivrayEditView::openEffectList() {
+  std::vector<std::string> names;
+  for (const EditScreenEffect& row : kEditScreenEffects) {
+    names.emplace_back(row.name);
+  }
+  openParameterList(kEffectTypeMacro, names, *effectButton, UIPopupDirection::rightCentre);
+}
+
+void SivrayEditView::openSampleSelector(std::uint64_t part) {
+  auto selector = std::make_shared<BWSampleSelectorView>();
+  selector->setSelector(editViewModel->getSampleSelectorViewModel());
+  selector->setFontProvider(editViewModel);
+  selector->setPart(part);
+  auto newPopup = std::make_shared<BWPopupView>();
+  newPopup->setAnchor(this);
+  newPopup->setDirection(UIPopupDirection::over);
+  newPopup->setContent(std::move(selector));
+  newPopup->setContentSize(kSampleSelectorSize.width, kSampleSelectorSize.height);
+  showPopup(std::move(newPopup));
+}
+
+// From the model.
+
+void SivrayEditView::onParameterUpdated(std::uint64_t index) {
+  if (index == kEffectTypeMacro) {
+    updateEffect();
+  } else if (index < kEffectTypeMacro && index % kMacrosPerPad == kSample) {
+    const std::uint64_t part = index / kMacrosPerPad;
+    sampleNames[static_cast<std::size_t>(part)]->setText(textFrom(editViewModel->getSampleName(part)));
+  }
+}
+
+void SivrayEditView::updateEffect() {
+  const float value = model().getParameterValue(kEffectTypeMacro);
+  const auto state = model().getParameterQuantizer()->valueToState(value, stepCount(kEffectTypeMacro));
+  const auto step = static_cast<std::size_t>(state);
+  effectButton->getText().setText(editScreenName(step));
+  firstEditLabel->setText(editScreenLabel(step, 0));
+  secondEditLabel->setText(editScreenLabel(step, 1));
+}
+
+}  // namespace tesh::bramel::plugin::sivray
