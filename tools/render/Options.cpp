@@ -17,6 +17,8 @@ constexpr double kLongestScore = 86400.0;
 constexpr double kLowestRate = 1000.0;
 constexpr double kHighestRate = 768000.0;
 constexpr double kLongestSoak = 1000.0;
+constexpr double kLeastScale = 0.5;
+constexpr double kGreatestScale = 4.0;
 
 std::string printed(double number) {
   char text[32];
@@ -105,6 +107,11 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--fx-tour", textOption(&Options::effectTourFolder)},
       {"--state", textOption(&Options::statePath)},
       {"--save-state", textOption(&Options::saveStatePath)},
+      {"--panel", textOption(&Options::panelPath)},
+      {"--page", [](Options& o, Text, Text v) { o.panelPage = v; }},
+      {"--open", [](Options& o, Text, Text v) { o.panelOpen = v; }},
+      {"--scale", [](Options& o, Text n, Text v) { o.panelScale = numberIn(n, v, kLeastScale, kGreatestScale); }},
+      {"--lit", [](Options& o, Text n, Text v) { o.litPads.push_back(static_cast<int>(numberIn(n, v, 1, 8))); }},
       {"--library", textOption(&Options::libraryPath)},
       {"--soak", [](Options& o, Text n, Text v) { o.soakHours = numberIn(n, v, 0, kLongestSoak); }},
   };
@@ -129,7 +136,7 @@ const std::map<std::string, FlagAction>& flagOptions() {
 }
 
 void requireSense(const Options& options) {
-  if (options.help || options.listPrograms || options.check) {
+  if (options.help || options.listPrograms || options.check || options.panelPath) {
     return;
   }
   if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != 44100.0) {
@@ -149,6 +156,7 @@ void requireSense(const Options& options) {
 std::string helpText() {
   return "Usage: sivray-render IN.mid -o OUT.wav [options]\n"
          "       sivray-render --list-programs\n"
+         "       sivray-render --panel FILE.png [--program NAME] [--page NAME] [--open WHAT] [--scale S]\n"
          "       sivray-render --check [--full] [--soak HOURS]\n"
          "\n"
          "Plays a MIDI file through the Sivray plug-in into a stereo WAV file. Notes 36 to 43 play pads 0 to 7; a "
@@ -177,6 +185,11 @@ std::string helpText() {
          "                        spectrograms\n"
          "  --state FILE          loads a state as a host saves it, before everything else\n"
          "  --save-state FILE     saves the state at the end\n"
+         "  --panel FILE.png      draws the plug-in's panel into a picture instead of playing, with:\n"
+         "    --page NAME           the page: sound, character or mix\n"
+         "    --open WHAT           samples=PAD, programs, save-as, effects, settings or tooltip=PARAMETER\n"
+         "    --scale S             0.5 to 4 (1)\n"
+         "    --lit PAD             lights a pad, 1 to 8; may be given several times\n"
          "  --library FILE        the plug-in to play ($SIVRAY_LIBRARY, else Sivray/Sivray.so near this program)\n"
          "  --direct              plays the same instrument without the plug-in around it, at 44100 Hz\n"
          "  --check               checks the plug-in as a strict host would, one line a check; --full takes the full\n"

@@ -35,6 +35,11 @@ struct Options {
   std::optional<std::string> effectTourFolder;
   std::vector<Assignment> assignments;  ///< In the order of the command line.
   RenderSettings settings;
+  std::optional<std::string> panelPath;  ///< The picture of the panel to draw, instead of playing.
+  std::string panelPage = "sound";
+  std::string panelOpen;
+  double panelScale = 1.0;
+  std::vector<int> litPads;  ///< 1 to 8.
   bool check = false;
   bool fullCheck = false;
   double soakHours = 0.0;

@@ -46,7 +46,16 @@ void play(const Options& options) {
   }
 }
 
-int run(const std::vector<std::string>& arguments, const CheckProgram& check) {
+/// The panel shows what the renderer would play.
+void picture(const Options& options, const PanelProgram& drawPanel) {
+  Options direct = options;
+  direct.direct = true;
+  Session session(direct);
+  session.prepare({});
+  drawPanel(options, session.state());
+}
+
+int run(const std::vector<std::string>& arguments, const CheckProgram& check, const PanelProgram& drawPanel) {
   const Options options = parseOptions(arguments);
   if (options.help) {
     std::fputs(helpText().c_str(), stdout);
@@ -54,6 +63,8 @@ int run(const std::vector<std::string>& arguments, const CheckProgram& check) {
     listPrograms(Session(options));
   } else if (options.check) {
     return check(options) == 0 ? 0 : kCheckFailed;
+  } else if (options.panelPath) {
+    picture(options, drawPanel);
   } else {
     play(options);
   }
@@ -62,9 +73,9 @@ int run(const std::vector<std::string>& arguments, const CheckProgram& check) {
 
 }  // namespace
 
-int runProgram(const std::vector<std::string>& arguments, const CheckProgram& check) {
+int runProgram(const std::vector<std::string>& arguments, const CheckProgram& check, const PanelProgram& drawPanel) {
   try {
-    return run(arguments, check);
+    return run(arguments, check, drawPanel);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "sivray-render: %s\n", error.what());
     return kFailed;

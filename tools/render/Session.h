@@ -30,6 +30,7 @@ class Session {
 
   /// Writes the state as it is now. Throws RenderError.
   void saveState(const std::string& path);
+  std::vector<std::uint8_t> state() { return target->state(); }
 
  private:
   void loadState(const std::string& path);

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PanelPicture.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+#include "core/Boxed.h"
+#include "host/construction/Construction.h"
+#include "host/shell/BramelInstrument.h"
+#include "viewmodels/IPluginEditViewModelOwner.h"
+#include "viewmodels/texts/PanelMacros.h"
+#include "viewmodels/texts/SivrayTooltipProvider.h"
+#include "views/BWPopupSlotView.h"
+#include "views/BWProgramListView.h"
+#include "views/SivrayEditView.h"
+#include "views/SivrayEditorProvider.h"
+#include "widgets/BWStackingView.h"
+
+namespace sivray::panel {
+namespace {
+
+using tesh::bramel::vst::BramelInstrument;
+using tesh::cofu::core::boxed::valueIn;
+namespace sivray_plugin = tesh::bramel::plugin::sivray;
+
+std::shared_ptr<BramelInstrument> makeInstrument(std::span<const std::uint8_t> state) {
+  auto instrument = std::make_shared<BramelInstrument>(tesh::bramel::vst::makeProcessor());
+  instrument->setTooltipProvider(std::make_unique<tesh::bramel::tooltip::SivrayTooltipProvider>());
+  instrument->setState(state.data(), state.size());
+  return instrument;
+}
+
+/// An open panel: the view in the component that pop-ups attach to.
+class OpenPanel {
+ public:
+  OpenPanel(const std::shared_ptr<BramelInstrument>& instrument, int imageScale) {
+    sivray_plugin::SivrayEditorProvider provider;
+    const auto parts = provider.createEditor(instrument, imageScale);
+    component = *valueIn<std::shared_ptr<juce::Component>>(parts.view);
+    model = *valueIn<std::shared_ptr<tesh::bramel::IPluginEditViewModelOwner>>(parts.viewModel);
+    slot.setBounds(component->getLocalBounds());
+    slot.addAndMakeVisible(*component);
+  }
+
+  sivray_plugin::SivrayEditView& view() { return dynamic_cast<sivray_plugin::SivrayEditView&>(*component); }
+  tesh::bramel::IPluginEditViewModelOwner& owner() { return *model; }
+
+  juce::Image picture(double scale) {
+    return slot.createComponentSnapshot(slot.getLocalBounds(), true, static_cast<float>(scale));
+  }
+
+ private:
+  std::shared_ptr<tesh::bramel::IPluginEditViewModelOwner> model;
+  std::shared_ptr<juce::Component> component;
+  tesh::bramel::BWPopupSlotView slot;
+};
+
+void showPage(OpenPanel& panel, const std::string& page) {
+  constexpr std::array<const char*, 3> kPages{"sound", "character", "mix"};
+  const auto* const found = std::find(kPages.begin(), kPages.end(), page);
+  if (found == kPages.end()) {
+    throw std::runtime_error("--page takes sound, character or mix, not '" + page + "'");
+  }
+  panel.view().selectPage(static_cast<std::uint64_t>(found - kPages.begin()));
+}
+
+/// The number behind `prefix`, or nothing if `text` has another form.
+std::optional<std::uint64_t> numberBehind(const std::string& text, const std::string& prefix) {
+  std::uint64_t number = 0;
+  if (!text.starts_with(prefix)) {
+    return std::nullopt;
+  }
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data() + prefix.size(), end, number);
+  return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
+}
+
+void openSaveAs(OpenPanel& panel) {
+  auto& bar = panel.view().programBar();
+  bar.openList();
+  if (auto* const list = dynamic_cast<tesh::bramel::BWProgramListView*>(bar.listStack()->getTopPage())) {
+    list->openSaveAs();
+  }
+}
+
+void openOn(OpenPanel& panel, const std::string& what) {
+  const auto pad = numberBehind(what, "samples=");
+  const auto parameter = numberBehind(what, "tooltip=");
+  if (pad && *pad >= 1 && *pad <= tesh::bramel::panel::kPads) {
+    panel.view().openSampleSelector(*pad - 1);
+  } else if (parameter && panel.view().getControl(*parameter) != nullptr) {
+    panel.view().showTooltip(*parameter);
+  } else if (what == "programs") {
+    panel.view().programBar().openList();
+  } else if (what == "save-as") {
+    openSaveAs(panel);
+  } else if (what == "effects") {
+    panel.view().openEffectList();
+  } else if (what == "settings") {
+    panel.view().openSettings();
+  } else if (!what.empty()) {
+    throw std::runtime_error("--open takes " + std::string(kOpenForms) + ", not '" + what + "'");
+  }
+}
+
+void lightPads(OpenPanel& panel, const std::vector<int>& pads) {
+  for (const int pad : pads) {
+    panel.owner().getKeyboardViewModelOwner()->noteOn(tesh::bramel::panel::kFirstPadNote + pad - 1);
+  }
+}
+
+void writePicture(const juce::Image& picture, const std::string& path) {
+  const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  file.deleteFile();
+  juce::FileOutputStream stream(file);
+  if (!stream.openedOk() || !juce::PNGImageFormat().writeImageToStream(picture, stream)) {
+    throw std::runtime_error("cannot write the picture '" + path + "': check that its folder exists and is writable");
+  }
+}
+
+}  // namespace
+
+void drawPanel(std::span<const std::uint8_t> state, const PanelPictureSettings& settings) {
+  const juce::ScopedJuceInitialiser_GUI gui;
+  OpenPanel panel(makeInstrument(state), settings.scale > 1.0 ? 2 : 1);
+  showPage(panel, settings.page);
+  lightPads(panel, settings.litPads);
+  openOn(panel, settings.open);
+  writePicture(panel.picture(settings.scale), settings.outputPath);
+}
+
+}  // namespace sivray::panel

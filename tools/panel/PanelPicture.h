@@ -1,0 +1,28 @@
+// Draws the editor's panel into a picture, without a screen.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace sivray::panel {
+
+/// What the picture shows.
+struct PanelPictureSettings {
+  std::string outputPath;      ///< A PNG file.
+  std::string page = "sound";  ///< "sound", "character" or "mix".
+  std::string open;            ///< See `kOpenForms`; empty for none.
+  double scale = 1.0;          ///< 0.5 to 4. Above 1 the images of the double set are drawn.
+  std::vector<int> litPads;    ///< 1 to 8.
+};
+
+/// What may be open on the panel.
+inline constexpr const char* kOpenForms = "samples=PAD, programs, save-as, effects, settings or tooltip=PARAMETER";
+
+/// Makes an instrument from the installed content, gives it `state` as a host saves it, and draws its panel. Throws
+/// std::runtime_error with one line that says what is wrong.
+void drawPanel(std::span<const std::uint8_t> state, const PanelPictureSettings& settings);
+
+}  // namespace sivray::panel
