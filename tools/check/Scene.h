@@ -1,5 +1,6 @@
 // What the checks play: random numbers that are the same everywhere, a pattern of drum hits, and its rendering in
-// blocks of any sizes. SPDX-License-Identifier: GPL-3.0-or-later
+// blocks of any sizes.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

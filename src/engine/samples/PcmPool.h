@@ -1,5 +1,6 @@
 // The sample memory of all pads, made once: one slot of fixed length per pad, which every wave change rewrites in
-// place. SPDX-License-Identifier: GPL-3.0-or-later
+// place.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// What runs a signal through a windowed-sinc filter, whatever it does with its rate.
+// The base of the classes that filter a signal with a windowed sinc.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,6 +10,7 @@
 
 namespace tesh::bramel::vst {
 
+/// Owns the coefficients of the filter and the parameters of its design. A derived class has the tables and the signal.
 class CFirLpfBase {
  public:
   CFirLpfBase() = default;
@@ -17,24 +18,25 @@ class CFirLpfBase {
   CFirLpfBase(const CFirLpfBase&) = delete;
   CFirLpfBase& operator=(const CFirLpfBase&) = delete;
 
-  /// Coefficients of the prototype per sample of the signal.
+  /// The filter's phases: its rate divided by the signal's rate.
   virtual std::int32_t phases() const { return 1; }
 
-  /// Phases per step where a filter moves by whole ones.
+  /// Phases between two output samples, for a filter that moves by whole phases.
   virtual std::int32_t step() const { return 1; }
 
-  /// Forgets the signal; the design stays. Audio thread.
+  /// Clears the signal's history; the design stays. Audio thread.
   virtual void reset() SIVRAY_NONBLOCKING = 0;
 
-  /// Filters `frames` frames of every channel and gives the number of frames made. Audio thread.
+  /// Filters `frames` frames of every channel and returns the number of output frames. Audio thread.
   virtual std::size_t process(const float* const* inputs, float* const* outputs,
                               std::size_t frames) SIVRAY_NONBLOCKING = 0;
 
-  /// Describes the prototype: its length in coefficients, the signal's rate and the cut-off in Hz, the gain in dB.
+  /// Designs the filter: `length` coefficients, the signal's rate and the cut-off in Hz, the gain in dB.
   virtual void design(std::int32_t length, std::int32_t rate, std::int32_t cutoffHz, double gainDb);
 
-  /// Of the window; they take force with the next design.
+  /// Depth of the stop band in dB. Tables that exist already keep theirs until the next design.
   void setAttenuation(double decibels) { coefficients.setAttenuation(decibels); }
+  /// Precision of the window, see CKaiserWindowCoeffs. Takes effect with the next design too.
   void setSeriesTerms(std::int32_t n) { coefficients.setSeriesTerms(n); }
 
  protected:

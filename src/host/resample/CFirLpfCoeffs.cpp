@@ -1,3 +1,4 @@
+// The coefficients of the windowed sinc, one by one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFirLpfCoeffs.h"
 

@@ -6,20 +6,24 @@
 
 namespace tesh::bramel::vst {
 
-/// The filter's coefficients at one sample rate.
+/// Computes the coefficients of one filter, in double precision. At the start it is a filter for 64 times 44100 Hz, cut
+/// off at 158000 Hz; every use sets its own values.
 class CFirLpfCoeffs : public CKaiserWindowCoeffs {
  public:
   CFirLpfCoeffs();
 
+  /// The coefficient at `i` from 0; 0 at and past the length.
   double value(std::int32_t i) const override;
 
-  /// In Hz; the cut-off stays where it is.
+  /// The rate at which the coefficients lie, in Hz. The cut-off in Hz stays the same.
   virtual void setSampleRate(std::int32_t newRate);
 
-  /// The filter's delay in whole samples of its rate.
+  /// The filter's delay in samples of its rate, rounded down.
   virtual std::int32_t latency() const { return length / 2; }
 
+  /// The frequency at which the gain has fallen by 6 dB.
   void setCutoff(std::int32_t hertz);
+  /// The gain far below the cut-off.
   void setGain(double decibels);
 
  private:

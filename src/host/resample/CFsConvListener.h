@@ -1,4 +1,4 @@
-// What the sample-rate converter calls for every block: the instrument at the engine's own rate.
+// The interface through which the sample-rate converter runs the instrument at the engine's rate.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,23 +8,28 @@
 
 namespace tesh::bramel::vst {
 
-/// The engine's side of the converter. Called on the thread that calls the converter. A plain listener does nothing.
+/// Called on the thread that calls the converter. Each operation does nothing unless it is overridden.
 class CFsConvListener {
  public:
   virtual ~CFsConvListener() = default;
 
-  /// Renders `frames` frames at the engine's rate. `inputs` and `outputs` hold two channels; those of `inputs` are null
-  /// where the host gave none and its rate is the engine's.
+  /// Must render `frames` frames at the engine's rate, 0 or more. `inputs` and `outputs` hold two channels. If the
+  /// host's rate is the engine's, `inputs` is what the host gave, which may be null or hold null channels.
   virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] float** outputs,
                          [[maybe_unused]] std::int32_t frames) SIVRAY_NONBLOCKING {}
 
-  /// The host's rate has changed. `ratio` is the engine's rate by the host's.
+  /// The host's rate has changed. `ratio` is the engine's rate divided by the host's.
   virtual void onSampleRate([[maybe_unused]] float ratio, [[maybe_unused]] double engineRate) {}
+
+  /// The smallest block, 32 host frames.
   virtual void onBlockSize([[maybe_unused]] std::int32_t size) SIVRAY_NONBLOCKING {}
 
-  /// A MIDI message: status in bits 31 to 24, data bytes in 23 to 16 and 15 to 8. `frame` lies in the frames of the
-  /// next onProcess; messages that overflow the converter's queue come early and keep their frames, whatever those are.
+  /// A MIDI message: status in bits 31 to 24, data bytes in bits 23 to 16 and 15 to 8. `frame` counts engine frames
+  /// from the start of the next onProcess and lies below its `frames`. A message that overflows the converter's queue
+  /// comes early instead, and its frame may be of any size.
   virtual void onMidi([[maybe_unused]] std::uint32_t packed, [[maybe_unused]] std::int32_t frame) SIVRAY_NONBLOCKING {}
+
+  /// Before and after all other calls of a host's block.
   virtual void onBeginBlock() SIVRAY_NONBLOCKING {}
   virtual void onEndBlock() SIVRAY_NONBLOCKING {}
 

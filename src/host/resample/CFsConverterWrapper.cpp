@@ -1,3 +1,5 @@
+// A host block on its way to the engine and back, the ring that evens out blocks a frame too short or too long, and the
+// design of both resamplers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFsConverterWrapper.h"
 
@@ -10,20 +12,22 @@ namespace tesh::bramel::vst {
 
 namespace {
 
-constexpr std::int32_t kSmallestBlock = 32;
-constexpr std::size_t kEngineFrames = 16384;  // Of the engine's buffers and the absent input.
-constexpr std::size_t kHostFrames = 16392;    // Of the resampled output.
-constexpr std::int32_t kLongestPart = 16383;
-constexpr std::size_t kRingFrames = 32768;  // A power of two.
+constexpr std::int32_t kSmallestBlock = 32;   ///< Host frames.
+constexpr std::size_t kEngineFrames = 16384;  ///< Of the engine's buffers and the absent input.
+constexpr std::size_t kHostFrames = 16392;    ///< Of the resampled output.
+constexpr std::int32_t kLongestPart = 16383;  ///< Host frames in one piece.
+constexpr std::size_t kRingFrames = 32768;    ///< A power of two, twice the longest piece.
 constexpr std::uint32_t kRingMask = kRingFrames - 1;
-constexpr std::uint32_t kRingLead = 8;  // Host frames that the output lags, against parts a few frames short.
+constexpr std::uint32_t kRingLead = 8;  ///< Host frames that the output lags, for pieces that come out a few short.
 
+// The filter of both resamplers. 384 taps in 16 phases reach 12 engine frames to either side, which leaves the cut-off
+// just below half the engine's rate and makes 85 dB possible from 27 kHz on.
 constexpr std::int32_t kFilterLength = 384;
 constexpr std::int32_t kCutoffHz = 22000;
 constexpr double kAttenuationDb = 85.0;
 constexpr std::int32_t kUpPhases = 16;
 
-/// Fewer phases at high rates keep the length of the input's filter in time.
+/// Phases of the input's filter. Fewer at high host rates make the same taps last as long.
 constexpr std::int32_t downPhases(std::int32_t rate) {
   if (rate <= 48000) {
     return 16;
@@ -31,7 +35,8 @@ constexpr std::int32_t downPhases(std::int32_t rate) {
   return rate <= 96000 ? 8 : 4;
 }
 
-/// The host frames that give at most kEngineFrames engine frames, and these at most kHostFrames host frames again.
+/// The most host frames in one piece at this rate: the engine's frames that they become must fit the engine's buffers,
+/// and what these become must fit the output's. Both conversions may make a frame more than the ratio says.
 std::int32_t longestPartAt(std::int32_t rate) {
   const double hostPerEngine = static_cast<double>(rate) / CFsConverterWrapper::kEngineRate;
   const double inEngine = (static_cast<double>(kEngineFrames) - 2.0) * hostPerEngine;
@@ -39,7 +44,7 @@ std::int32_t longestPartAt(std::int32_t rate) {
   return static_cast<std::int32_t>(std::min({static_cast<double>(kLongestPart), inEngine, inHost}));
 }
 
-/// Towards zero, held at the ends of the numbers.
+/// Rounds towards zero and limits to 32 bits.
 std::int32_t engineFrame(std::int32_t hostFrame, float ratio) {
   constexpr auto kEnd = static_cast<float>(std::numeric_limits<std::int32_t>::max());
   const float frame = static_cast<float>(hostFrame) * ratio;

@@ -1,6 +1,6 @@
-// Stands between the host's block call and an engine that runs at exactly 44100 Hz: resamples the host's input for the
-// engine and the engine's output for the host, and counts MIDI in engine frames. A host at 44100 Hz gets the engine's
-// samples as they are, written straight into its own buffers.
+// The sample-rate converter between the host's block call and the engine, which always runs at 44100 Hz. It resamples
+// the host's input and the engine's output, and turns the times of MIDI messages into engine frames. If the host runs
+// at 44100 Hz too, the engine writes straight into the host's buffers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,45 +18,46 @@
 
 namespace tesh::bramel::vst {
 
-/// The converter of one instrument, two channels wide. The caller serialises all calls. Only construction, `reset` and
-/// `setSampleRate` allocate.
+/// The converter of one instrument, for two channels. Only one call may run at a time. Only the constructor, `reset`
+/// and `setSampleRate` allocate memory.
 class CFsConverterWrapper {
  public:
   static constexpr double kEngineRate = 44100.0;
 
-  /// Tells the listener the smallest block sizes. The listener outlives the converter. The host's rate is the engine's
-  /// until `setSampleRate` says otherwise.
+  /// Tells `convListener`, which must outlive the converter, that blocks have 32 frames. Until the first
+  /// `setSampleRate` the host's rate is 44100 Hz.
   explicit CFsConverterWrapper(CFsConvListener& convListener);
   virtual ~CFsConverterWrapper() = default;
   CFsConverterWrapper(const CFsConverterWrapper&) = delete;
   CFsConverterWrapper& operator=(const CFsConverterWrapper&) = delete;
 
-  /// Silences the output rings and sets their distance. Resamplers and pending messages stay.
+  /// Clears the output ring, whose reader starts 8 host frames behind its writer. Resamplers and waiting messages stay.
   void reset();
 
-  /// A host's block. Messages due in it, and the engine's frames, reach the listener between onBeginBlock and
-  /// onEndBlock. Absent inputs (a null array or channel) are silence. Does nothing for null outputs or for 0 frames and
-  /// below. Blocks longer than the buffers are rendered in parts: nothing is lost. Audio thread.
+  /// Renders a host's block: messages that are due and requests for engine frames go to the listener, between
+  /// onBeginBlock and onEndBlock. Away from 44100 Hz, inputs that are null are silence, and a block longer than the
+  /// buffers is rendered in pieces. Does nothing if an output is null or `frames` is 0 or less. Audio thread.
   virtual void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
-  /// Enters the MIDI messages among `vstEvents`, with their host frames turned into engine frames. Audio thread.
+  /// Queues the MIDI messages of `vstEvents`; other events are ignored. Their frames become engine frames, rounded
+  /// towards zero. A message waits until a block reaches its frame, however long no block comes. Audio thread.
   virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
 
-  /// Redesigns both resamplers, which begin again from silence. Rates that are not finite or whose integer part lies
-  /// outside kLowestRate .. kHighestRate are ignored.
+  /// Designs both resamplers anew; they start from silence, while the output ring and the waiting messages stay.
+  /// Ignores a rate that is not between kLowestRate and kHighestRate, in Hz. Must not run during a block.
   virtual void setSampleRate(float rate);
 
-  /// Takes note of the longest block, 32 frames at least, and tells the listener.
+  /// Stores the longest block in host frames, at least 32, and tells the listener.
   virtual void setBlockSize(std::int32_t size) SIVRAY_NONBLOCKING;
 
   virtual float sampleRate() const { return hostRate; }
   virtual std::int32_t blockSize() const { return hostBlockSize; }
 
-  /// The block without its brackets: what `process` does between onBeginBlock and onEndBlock.
+  /// What `process` does between onBeginBlock and onEndBlock. Needs valid outputs.
   virtual void render(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
-  /// Below, one host frame is more engine frames than the buffers hold; above, one engine frame is a noticeable part of
-  /// a host block that they hold.
+  /// Hz. Below the lowest, one host frame would be more engine frames than the buffers hold; above the highest, one
+  /// engine frame would be thousands of host frames, of which the buffers hold few.
   static constexpr std::int32_t kLowestRate = 3;
   static constexpr std::int32_t kHighestRate = 100'000'000;
 
@@ -91,9 +92,9 @@ class CFsConverterWrapper {
   std::uint32_t ringRead = 0;
   HostEventRing eventRing;
   std::int32_t hostBlockSize = 0;
-  std::int32_t longestPart = 0;  ///< Host frames that the buffers hold at the current rate.
+  std::int32_t longestPart = 0;  ///< Host frames in one piece at the present rate.
   float hostRate = static_cast<float>(kEngineRate);
-  float ratio = 1.0F;  ///< The engine's rate by the host's.
+  float ratio = 1.0F;  ///< The engine's rate divided by the host's.
 };
 
 }  // namespace tesh::bramel::vst

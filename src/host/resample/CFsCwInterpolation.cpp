@@ -1,3 +1,4 @@
+// The step of the resampler, and its runs over sounding and over silent input.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFsCwInterpolation.h"
 
@@ -7,7 +8,7 @@ namespace tesh::bramel::vst {
 
 namespace {
 
-/// Whether all frames are zero. Sounding frames are mostly found in the first look.
+/// Whether all samples are zero. Looks at 64 samples at a time, since sound mostly shows in the first of them.
 bool isZero(const float* samples, std::size_t frames) {
   constexpr std::size_t kLook = 64;
   while (frames > 0) {
@@ -79,7 +80,8 @@ bool CFsCwInterpolation::isSilent(const float* const* inputs, std::size_t offset
                      [offset, frames](const float* samples) { return isZero(samples + offset, frames); });
 }
 
-/// Runs the kernel over the `frames` frames stored last, two channels at a time; an odd last channel goes as both.
+/// Runs the kernel over the newest `frames` frames of the history, two channels at a time. A last channel without a
+/// partner is passed as both.
 std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, std::size_t frames) {
   const ResamplePosition start = position;
   std::size_t result = 0;
@@ -94,7 +96,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
   return result;
 }
 
-/// Moves the position over `frames` silent frames, and makes the silence that filtering them would make.
+/// Moves the position past `frames` silent frames and writes the zeros that the filter would give.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
   std::size_t count = 0;
   for (; position.input < frames; ++count) {

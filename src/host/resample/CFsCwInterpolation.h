@@ -1,4 +1,4 @@
-// The resampler: any rate to any other, by a polyphase filter and a straight line between neighbouring phases.
+// The resampler between any two rates: a polyphase filter with linear interpolation between neighbouring phases.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,20 +6,23 @@
 
 namespace tesh::bramel::vst {
 
-/// The position moves by a fixed step in Q14 phases with a remainder in single precision, the same on all channels. How
-/// a stream is cut into calls changes none of its samples. Where input and history are silent only the position moves.
+/// The read position, common to all channels, moves by a fixed step in Q14 phases whose remainder is kept in single
+/// precision. The samples do not depend on how the input is cut into calls. While input and history are silent, only
+/// the position moves, which saves most of the time.
 class CFsCwInterpolation : public CFscBase {
  public:
+  /// For `channelCount` channels, at most kMaxChannels.
   explicit CFsCwInterpolation(std::size_t channelCount, const ResampleKernel& resampleKernel = bestResampleKernel());
 
   void reset() override;
 
-  /// Resamples `frames` frames and gives the number of output frames, which differs by one from call to call. Makes
-  /// nothing without channels or before `configure`. Audio thread.
+  /// Resamples `frames` frames and returns the number of output frames, which may be one more or one less than in the
+  /// call before. Returns 0 if there are no channels or no design. Audio thread.
   std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames) override;
 
-  /// Designs the filter for `fromRate` in Hz, `length` coefficients in `newPhases` phases, and begins from silence. A
-  /// ratio whose step is below one or above 32 bits of Q14 phases leaves nothing configured. Allocates.
+  /// Designs a filter of `length` coefficients in `newPhases` phases, with the cut-off in Hz, for a signal at
+  /// `fromRate` Hz, and starts from silence. Without effect on later calls of `process`, which then return 0, if the
+  /// step between output frames is below 1 or needs more than 32 bits, in Q14 phases. Allocates.
   void configure(std::int32_t length, std::int32_t fromRate, float toRate, std::int32_t cutoffHz,
                  std::int32_t newPhases, double gainDb);
 

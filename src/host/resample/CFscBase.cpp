@@ -1,3 +1,4 @@
+// The split of the filter into its phases, and the history of the channels.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFscBase.h"
 

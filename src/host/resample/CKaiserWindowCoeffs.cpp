@@ -1,3 +1,4 @@
+// The window's shape for a depth of stop band, and the Bessel function that it is made of.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CKaiserWindowCoeffs.h"
 
@@ -8,7 +9,7 @@ namespace tesh::bramel::vst {
 
 namespace {
 
-/// Kaiser's own fit of the window's shape to the stop band.
+/// The shape of the window for a depth of stop band, by Kaiser's published formula.
 double betaFor(double attenuationDb) {
   if (attenuationDb <= 21.0) {
     return 0.0;

@@ -1,3 +1,4 @@
+// The rates of the oversampled filter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/COversamplingFilterCoeffs.h"
 

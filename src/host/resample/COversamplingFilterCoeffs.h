@@ -1,4 +1,4 @@
-// A low-pass at a multiple of a signal's rate: the prototype whose every n-th coefficient filters the signal itself.
+// A low-pass at a multiple of a signal's rate. Every n-th of its coefficients is one phase, which filters the signal.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::vst {
 
-/// The prototype, louder by the oversampling so that each of its phases passes the signal at unity.
+/// Its coefficients are multiplied by the oversampling, so that each phase passes the signal at a gain of 1.
 class COversamplingFilterCoeffs : public CFirLpfCoeffs {
  public:
   double value(std::int32_t i) const override { return CFirLpfCoeffs::value(i) * oversampling; }
@@ -14,9 +14,10 @@ class COversamplingFilterCoeffs : public CFirLpfCoeffs {
   /// The signal's rate in Hz.
   void setSampleRate(std::int32_t newRate) override;
 
-  /// The filter's delay in whole samples of the signal.
+  /// The filter's delay in samples of the signal, rounded down.
   std::int32_t latency() const override { return CFirLpfCoeffs::latency() / static_cast<std::int32_t>(oversampling); }
 
+  /// The filter's rate divided by the signal's rate, at least 1.
   void setOversampling(std::int32_t times);
 
  private:

@@ -1,3 +1,4 @@
+// Entry and delivery of messages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/HostEventRing.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 constexpr std::size_t following(std::size_t index) { return (index + 1) % HostEventRing::kCapacity; }
 
-/// `frame` - `frames`, held at the end of the numbers.
+/// `frame` - `frames`, limited to 32 bits.
 constexpr std::int32_t earlier(std::int32_t frame, std::int32_t frames) {
   const std::int64_t moved = std::int64_t{frame} - frames;
   return static_cast<std::int32_t>(std::max<std::int64_t>(moved, std::numeric_limits<std::int32_t>::min()));

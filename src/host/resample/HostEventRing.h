@@ -1,4 +1,4 @@
-// The queue of MIDI messages between a host's event call and the block that they fall into.
+// The queue that holds MIDI messages from the host's event call until the block that they belong to.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,16 +11,18 @@
 
 namespace tesh::bramel::vst {
 
-/// Holds up to 1024 messages in order of arrival. Nothing is allocated. Audio thread.
+/// Holds up to 1024 messages in the order of arrival, which should also be the order of their frames: a message behind
+/// a later one waits for it. Never allocates. Audio thread.
 class HostEventRing {
  public:
   static constexpr std::size_t kCapacity = 1024;
 
-  /// Appends a message for `frame`. A full ring first delivers its older half at once, with frames unchanged.
+  /// Appends a message for `frame`, in engine frames from the next block's start. A full ring first delivers its older
+  /// half to `listener` at once, with their frames unchanged.
   void enter(std::uint32_t packed, std::int32_t frame, CFsConvListener& listener) SIVRAY_NONBLOCKING;
 
-  /// Delivers the messages of the next `frames` frames up to the first that lies past them, frames below 0 as 0, and
-  /// moves those that stay that much nearer.
+  /// Delivers messages, oldest first, until one lies at or past `frames`; a negative frame counts as 0. Subtracts
+  /// `frames` from the frames of the messages that stay.
   void dispatch(std::int32_t frames, CFsConvListener& listener) SIVRAY_NONBLOCKING;
 
   std::size_t size() const { return eventCount; }

@@ -1,8 +1,8 @@
-// The inner loop of the resampler: two neighbouring phase tables against a window of both channels, for each output
-// frame. One entry per instruction set; all give the same bits.
-//
-// A dot product is summed in four lanes: lane l takes the taps l, l + 4, l + 8 and so on of the window, oldest first,
-// from +0; then (lane 0 + lane 1) + (lane 2 + lane 3). SPDX-License-Identifier: GPL-3.0-or-later
+// The inner loop of the resampler: each output frame is four dot products, of two neighbouring phases with the history
+// of two channels. There is a kernel per instruction set, and all give the same bits, because the order of the sums is
+// fixed: lane l of four adds the taps l, l + 4, l + 8 and so on, oldest first, and the result is (lane 0 + lane 1) +
+// (lane 2 + lane 3).
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
@@ -14,26 +14,27 @@
 
 namespace tesh::bramel::vst {
 
-/// Four taps of a phase's table, oldest frame first, and the same four of the next phase's.
+/// Four taps of a phase, oldest frame first, and the same four of the next phase.
 struct alignas(32) TablePair {
   std::array<float, 4> phase{};
   std::array<float, 4> next{};
 };
 
-/// How far the read position moves for an output frame, in input frames and Q14 phases.
+/// How far the read position moves per output frame. A unit is a Q14 phase, 1 / 16384 of a phase.
 struct ResampleStep {
-  std::uint32_t unitsPerInput = 0;  ///< Q14 phases of an input frame; 0 where nothing has been configured.
-  std::uint32_t inputs = 0;
-  std::uint32_t units = 0;  ///< Below unitsPerInput.
-  float fraction = 0.0F;    ///< What is left of a Q14 phase, below 1.
+  std::uint32_t unitsPerInput = 0;  ///< Units from one input frame to the next; 0 before the first design.
+  std::uint32_t inputs = 0;         ///< Whole input frames.
+  std::uint32_t units = 0;          ///< And units, below unitsPerInput.
+  float fraction = 0.0F;            ///< And a part of a unit, below 1.
 };
 
-/// Where the next output frame lies.
+/// Where the next output frame lies in the input.
 struct ResamplePosition {
-  std::size_t input = 0;     ///< Input frames from the first that hasn't been consumed.
-  std::uint32_t within = 0;  ///< Q14 phases past that input frame, below unitsPerInput.
-  float fraction = 0.0F;     ///< Accumulated fractions of the step, below 1.
+  std::size_t input = 0;     ///< Whole input frames from the start of the run.
+  std::uint32_t within = 0;  ///< Units past that input frame, below unitsPerInput.
+  float fraction = 0.0F;     ///< Sum of the steps' fractions, below 1.
 
+  /// Moves on by one output frame.
   void advance(const ResampleStep& step) {
     fraction += step.fraction;
     const bool carry = fraction >= 1.0F;
@@ -50,10 +51,10 @@ inline constexpr int kPhaseFractionBits = 14;
 inline constexpr std::uint32_t kPhaseMask = (1U << kPhaseFractionBits) - 1;
 inline constexpr float kPhaseScale = 1.0F / static_cast<float>(1U << kPhaseFractionBits);
 
-/// One run over `frames` input frames of two channels that lie in the history already.
+/// One run over `frames` input frames of two channels, which the history holds already.
 struct ResampleRun {
   const TablePair* tables = nullptr;
-  std::size_t groups = 0;  ///< Taps by four.
+  std::size_t groups = 0;  ///< Taps per phase divided by four.
   ResampleStep step;
   const float* left = nullptr;  ///< The window of the first input frame, oldest frame first.
   const float* right = nullptr;
@@ -62,19 +63,20 @@ struct ResampleRun {
   std::size_t frames = 0;
 };
 
-/// Makes all output frames that lie within the run, moves `position` past them and gives their number.
+/// Computes all output frames that lie within the run, moves `position` past them and returns their number.
 using ResampleKernelRun = std::size_t (*)(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
 
+/// One instruction set.
 struct ResampleKernel {
   const char* name;
   bool isSupported;
   ResampleKernelRun run;
 };
 
-/// From the plainest to the widest.
+/// Every kernel that was built, the slowest first. The first runs on every processor.
 std::span<const ResampleKernel> resampleKernels();
 
-/// The widest that this processor runs.
+/// The fastest kernel that this processor can run.
 const ResampleKernel& bestResampleKernel();
 
 }  // namespace tesh::bramel::vst

@@ -1,10 +1,11 @@
-// The resampler's kernel for AVX2: both phases of a channel side by side in eight lanes.
+// The resampler's kernel for AVX2: eight lanes hold four taps of a phase and the same four of the next.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
 #include "host/resample/ResampleKernelSets.h"
 
-// Only what is defined between these marks is compiled for AVX2: shared inline functions must run everywhere.
+// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
+// have to run on every processor.
 #if defined(__clang__)
 #pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
 #else

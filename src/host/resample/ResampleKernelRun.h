@@ -1,5 +1,5 @@
-// The resampler's loop over a set of dot products; included by the translation units of the kernels, inside their
-// instruction set.
+// The resampler's loop around the dot products of a kernel. Each kernel's source file includes it and compiles it for
+// its own instruction set, so everything here has internal linkage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,8 +8,9 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// `Dots` gives the two channels of an output frame: Dots::frame<Groups>(tables, left, right, groups, alpha, outLeft,
-/// outRight), with the number of groups fixed where it is common and 0 where it is not.
+/// Dots::frame<Groups>(tables, left, right, groups, alpha, outLeft, outRight) computes both channels of an output
+/// frame, `alpha` of the way from a phase to the next. `Groups` is the number of groups if it is known at compile time,
+/// else 0.
 template <typename Dots, std::size_t Groups>
 std::size_t runWith(const ResampleRun& run, ResamplePosition& position) {
   ResamplePosition at = position;
@@ -29,7 +30,7 @@ std::size_t runWith(const ResampleRun& run, ResamplePosition& position) {
 
 template <typename Dots>
 std::size_t runResample(const ResampleRun& run, ResamplePosition& position) {
-  constexpr std::size_t kCommonGroups = 6;  // 24 taps: all of the engine's output, and input up to 48 kHz.
+  constexpr std::size_t kCommonGroups = 6;  // 24 taps: the engine's output at any rate, and input up to 48 kHz
   return run.groups == kCommonGroups ? runWith<Dots, kCommonGroups>(run, position) : runWith<Dots, 0>(run, position);
 }
 

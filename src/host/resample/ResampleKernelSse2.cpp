@@ -1,4 +1,4 @@
-// The resampler's kernel for the baseline instruction set: four lanes for each of four dot products.
+// The resampler's kernel for SSE2, which every 64-bit processor has: four lanes for each of the four dot products.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
