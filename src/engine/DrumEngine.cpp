@@ -1,4 +1,4 @@
-// Construction of the engine in its fixed order, the way of a block through it, and the numbering of parameters.
+// The order in which the engine is built, the path of a block through it, and parameters by their ids.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/DrumEngine.h"
 
@@ -16,8 +16,8 @@ constexpr std::uint32_t kFirstMeterPlace = 19;
 
 constexpr int heldPads(int padCount) { return std::clamp(padCount, 1, kMaxPads); }
 
-/// The integer at a normalised value: rounded to the nearest, in single precision. What no integer can hold is held to
-/// the ends of the type, and NaN reads as the minimum.
+/// The integer at a normalised value, rounded in single precision. NaN gives the minimum; a value far outside 0 to 1 is
+/// limited so that it fits an integer.
 std::int32_t integerAt(const ParameterRow& row, float value) {
   constexpr float kLimit = 1073741824.0F;
   const float steps = static_cast<float>(row.maximum - row.minimum) * value + 0.5F;
@@ -52,7 +52,7 @@ void DrumEngine::addPad(std::uint32_t pad) {
   Q57214DrumParameterInfo& group = *padGroups.back();
   allocator.setPad(static_cast<int>(pad), &group.values());
   groups.set(pad, &group);
-  // Each pad begins with a wave of its own, and alone in its exclusive group.
+  // Each pad begins with its own wave and its own exclusive group; the first pad's group 0 means none.
   for (const PadParameter own : {PadParameter::wave, PadParameter::exAssign}) {
     auto value = static_cast<std::int32_t>(pad);
     group.setValue(static_cast<int>(own), &value);
@@ -68,7 +68,7 @@ ProgramBankGroups DrumEngine::bankGroups() {
 }
 
 void DrumEngine::render(float* left, float* right, int frames) {
-  // The buffers end at kMaxFrames. No block still takes over what is pending, and gives finished voices back.
+  // Even without frames the effect takes over its pending type and finished voices are released.
   int done = 0;
   do {
     renderBlock(left + done, right + done, std::clamp(frames - done, 0, kMaxFrames));

@@ -1,4 +1,4 @@
-// The engine: pads, voices, master effect and output stage, and all their parameters behind one numbering.
+// The engine: pads, voices, master effect and output stage, with all their parameters under one numbering.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -22,43 +22,49 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// The instrument's pads, and the most that the numbering of parameters has places for.
+/// The instrument's pads, and the most pads that the numbering of parameters has room for.
 inline constexpr int kPadCount = 8;
 inline constexpr int kMaxPads = 16;
 
 /// Runs at 44100 Hz. Rendering, notes and `setParameter` belong to the audio thread; reads may come from any thread.
 class DrumEngine {
  public:
-  /// `file` must outlive the engine. Each of the pads (held to 1 .. kMaxPads) gets a slot of `slotFrames` frames, and
-  /// the sample file is read for all of them.
+  /// Builds `padCount` pads (limited to 1 .. kMaxPads), each with a slot of `slotFrames` frames, and reads a wave into
+  /// each. `file` must outlive the engine. Allocates all memory that the engine ever needs.
   DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames);
   DrumEngine(const DrumEngine&) = delete;
   DrumEngine& operator=(const DrumEngine&) = delete;
 
-  /// Renders `frames` frames of stereo. Control values move on a grid of 64 frames from the start of each call. A call
-  /// for no frames writes nothing, but takes over a pending change of effect and gives back voices that have ended.
+  /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
+  /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that
+  /// have ended.
   void render(float* left, float* right, int frames) SIVRAY_NONBLOCKING;
 
+  /// Notes 36 and up play the pads; a velocity is 1 to 127. See VoiceAllocator.
   void noteOn(int note, int velocity) SIVRAY_NONBLOCKING { allocator.noteOn(note, velocity); }
   void noteOff(int note) SIVRAY_NONBLOCKING { allocator.noteOff(note); }
 
   /// Silences all voices and the effect.
   void resetSound() SIVRAY_NONBLOCKING;
 
-  /// A transport message for the effect, see SivrayMultiEffector::transport.
+  /// Passes a transport message to the effect, see SivrayMultiEffector::transport.
   void transport(int message) SIVRAY_NONBLOCKING { effect.transport(message); }
 
-  /// Sets a parameter from 0 .. 1 of its range. Unknown ids are ignored, what lies outside is the group's matter.
+  /// Sets a parameter to `value`, 0 to 1 of its range. Unknown ids are ignored. Outside 0 to 1 a pad's and the effect's
+  /// parameters stop at the ends of their ranges.
   void setParameter(std::uint32_t id, float value) SIVRAY_NONBLOCKING;
 
-  /// The normalised value; -1 for an unknown id, 0 for a parameter without a range.
+  /// Returns the value as 0 to 1 of its range; -1 for an unknown id, 0 for a parameter with one value only.
   float getParameter(std::uint32_t id) const SIVRAY_NONBLOCKING;
 
-  /// The number of integers that the parameter's range spans, less 1; -1 for an unknown id.
+  /// Returns the maximum less the minimum of a parameter's integers; -1 for an unknown id.
   std::int32_t parameterRange(std::uint32_t id) const;
 
-  /// Group number on three digits (000 for the effect), ": " and the name. Empty for an empty place.
+  /// Returns the group's number in three digits (000 for the effect), ": " and the parameter's name, as in "003:
+  /// Punch". Empty if there is no such group.
   std::string parameterName(std::uint32_t id) const;
+
+  /// Returns the text of a value, or of the present one. Empty for an unknown id.
   std::string parameterDisplay(std::uint32_t id, float value) const;
   std::string parameterDisplay(std::uint32_t id) const;
 
@@ -69,13 +75,13 @@ class DrumEngine {
   static constexpr int kMaxFrames = 2048;
   static constexpr int kChannels = 4;
 
-  /// What a block of the largest size needs.
+  /// Memory for the largest block.
   struct Buffers {
     alignas(32) std::array<std::int32_t, static_cast<std::size_t>(kMaxFrames* kChannels)> mix;
     std::array<std::array<std::int16_t, kMaxFrames>, kChannels> buses;
   };
 
-  /// A group and the row of an id in it; both null when the id names nothing.
+  /// What an id names: a parameter of a group. Group and row are null for an unknown id.
   struct Place {
     IParameter* group = nullptr;
     const ParameterRow* row = nullptr;

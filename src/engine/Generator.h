@@ -1,4 +1,4 @@
-// What the shell and the macro layer know of a sound generator.
+// The interface of a sound generator for the shell and the macro layer.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,24 +15,26 @@
 
 namespace tesh::vimo {
 
-/// Told, on the audio thread, that a block brought automation.
+/// The macro layer's side.
 class PluginListener {
  public:
   virtual ~PluginListener() = default;
+
+  /// A block has brought automation. Called once per block, on the audio thread.
   virtual void parametersArrived() SIVRAY_NONBLOCKING {}
 };
 
-/// Name and range of one engine parameter in normalised form.
+/// One engine parameter: its name, and its range on the scale of 0 to 1.
 struct GeneratorParameterInfo {
   std::array<char, 16> name{};  ///< Zero-terminated.
   float minimum = 0.0F;
   float maximum = 1.0F;
-  float value = 0.5F;   ///< Current normalised value.
-  float step = 0.001F;  ///< Distance between neighbouring integers of the parameter.
+  float value = 0.5F;   ///< The present value.
+  float step = 0.001F;  ///< From one integer of the parameter to the next.
 };
 
-/// A sound generator. Its owner serialises `process`, `activate`, `deactivate`, `getState` and `setState`; the
-/// operations that queue may come from any thread.
+/// A sound generator. Of `process`, `activate`, `deactivate`, `getState` and `setState` only one may run at a time;
+/// operations that queue something may be called on any thread.
 template <typename Sample>
 class Generator {
  public:
@@ -41,34 +43,43 @@ class Generator {
   virtual int outputCount() const = 0;
   virtual int inputCount() const = 0;
 
-  /// Takes in the block's MIDI and automation, and renders it. Audio thread.
+  /// Takes the block's MIDI and automation and renders the block. A block of 0 frames only takes them. Audio thread.
   virtual void process(ProcessBlock& block) SIVRAY_NONBLOCKING = 0;
 
   /// 0 for a sound generator.
   virtual int kind() const = 0;
 
+  /// One more than the highest parameter id; some ids below it may name nothing.
   virtual int parameterCount() const = 0;
 
-  /// Queues a parameter for the start of the next `process`. Ignored while active.
+  /// Queues a value of 0 to 1 for the start of the next `process`. Ignored while active: values then come as
+  /// automation.
   virtual void setParameter(std::uint32_t id, Sample value) = 0;
 
-  /// The current normalised value, -1 for an unknown id.
+  /// Returns the present value, 0 to 1; -1 for an unknown id.
   virtual Sample getParameter(std::uint32_t id) const = 0;
+
+  /// Fills `info`. Returns false if there is nothing to tell.
   virtual bool getParameterInfo(std::uint32_t id, GeneratorParameterInfo& info) const = 0;
+
+  /// Returns the text of the present value; empty for an unknown id.
   virtual std::string getParameterDisplay(std::uint32_t id) const = 0;
 
-  /// Queues the tempo for the start of the next `process`.
+  /// Queues the tempo, in beats per minute, for the start of the next `process`.
   virtual void tempoChanged(double bpm) SIVRAY_NONBLOCKING = 0;
+
+  /// The host's rate in Hz. The engine's own rate does not depend on it.
   virtual void setSampleRate(double rate) = 0;
 
   /// Start and end of playing; both silence everything that sounds.
   virtual void activate() SIVRAY_NONBLOCKING = 0;
   virtual void deactivate() SIVRAY_NONBLOCKING = 0;
 
-  /// All settings as bytes, which stay good until the next call.
+  /// All settings as bytes, valid until the next `getState`. `setState` ignores bytes that it does not understand.
   virtual std::span<const std::uint8_t> getState() = 0;
   virtual void setState(std::span<const std::uint8_t> bytes) = 0;
 
+  /// The engine's own programs, numbered from 0. Numbers out of range are ignored or give an empty name.
   virtual int currentProgram() const = 0;
   virtual int programCount() const = 0;
   virtual void storeProgram(int index) { static_cast<void>(index); }
@@ -80,7 +91,7 @@ class Generator {
   }
   virtual void setProgramName(std::string_view name) { static_cast<void>(name); }
 
-  /// The sounds that a browser can show, or null.
+  /// The waves that a browser can show; null if there is no library.
   virtual SampleLibrary* sampleLibrary() { return nullptr; }
 };
 

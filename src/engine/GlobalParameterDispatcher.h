@@ -1,4 +1,4 @@
-// The two parameters that belong to no pad: the tempo, and a trigger without a function. They can only be written.
+// Two parameters that belong to no pad: the tempo, and a trigger that does nothing. They can be set but not read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,6 +7,7 @@
 
 namespace tesh::bramel::plugin::sivray {
 
+/// Passes the tempo to the master effect. Reading any value gives -1.
 class GlobalParameterDispatcher : public IParameter {
  public:
   explicit GlobalParameterDispatcher(effects::SivrayMultiEffector& multiEffector) : effect(multiEffector) {}

@@ -1,4 +1,4 @@
-// The glide of the master gain, and the way of a block through the output stage.
+// The glide of the master gain, and the output stage over a block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/GlobalSaveParameterDispatcher.h"
 
@@ -9,8 +9,8 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-constexpr double kGainScale = 16384.0;
-constexpr int kStride = 4;
+constexpr double kGainScale = 16384.0;  ///< 1.0 of the master gain.
+constexpr int kStride = 4;              ///< Channels of the interleaved block.
 
 }  // namespace
 
@@ -27,7 +27,11 @@ int GlobalSaveParameterDispatcher::setValue(int index, std::int32_t* value) {
 }
 
 std::int32_t GlobalSaveParameterDispatcher::glide(std::int32_t target) {
-  outputGain = (outputGain * 32665 + target * 102) >> 15;
+  // One-pole smoother in Q15: 102 / 32768 of the distance a sample, a time constant of 7 ms. The two factors add up to
+  // 32767, so that the rounding always pulls downwards and a gain settles a little below its target.
+  constexpr std::int32_t kKept = 32665;
+  constexpr std::int32_t kTaken = 102;
+  outputGain = (outputGain * kKept + target * kTaken) >> 15;
   return outputGain;
 }
 
@@ -44,7 +48,7 @@ void GlobalSaveParameterDispatcher::processAudio(std::int32_t* block, int frames
 void GlobalSaveParameterDispatcher::render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) {
   const std::int32_t target = outputTarget.load(std::memory_order_relaxed);
   int i = 0;
-  // A step that moves nothing moves nothing until the target changes.
+  // Once a step leaves the gain unchanged, so do all later ones until the target changes.
   for (std::int32_t before = outputGain; i < frames && glide(target) != before; ++i) {
     before = outputGain;
     out.left[i] = outputSample(dry.left[i], wet.left[i], before);

@@ -1,4 +1,4 @@
-// The master level, and the output stage that it drives.
+// The master level, and the output stage whose gain it sets.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,38 +11,42 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Where a block's samples go.
+/// The two channels that a block is rendered to.
 struct OutputChannels {
   float* left = nullptr;
   float* right = nullptr;
 };
 
-/// The engine is silent until the master level has been set for the first time.
+/// The gain starts at 0 and glides to the level's gain, so the engine is silent until the level is set for the first
+/// time. Values may be set on any thread; the audio belongs to the audio thread.
 class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t> {
  public:
   GlobalSaveParameterDispatcher();
 
   int count() const override { return group.count(); }
+
+  /// Stores the level as it is; its lower seven bits choose the gain.
   int setValue(int index, std::int32_t* value) override;
   std::int32_t value(int index) const override { return group.value(index); }
   std::string format(int index, std::int32_t value) const override { return group.format(index, value); }
   const ParameterRow* info(int index) const override { return group.info(index); }
   int indexOf(std::string_view name) const override { return group.indexOf(name); }
 
-  /// The stage on channels 2 and 3 of the interleaved block, in place. The same law as `render`.
+  /// Runs the output stage on channels 2 and 3 of an interleaved block of four channels, in place. Integer form of
+  /// `render`.
   void processAudio(std::int32_t* block, int frames) SIVRAY_NONBLOCKING override;
 
-  /// Sums the buses of a block and renders it to floats. The gain glides from sample to sample, across blocks.
+  /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block.
   void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) SIVRAY_NONBLOCKING;
 
  private:
-  /// Moves the gain by one sample and gives it.
+  /// Moves the gain on by one sample and returns it.
   std::int32_t glide(std::int32_t target);
 
   static constexpr std::array<ParameterRow, 1> kRows{{{"Master OUT", 0, 127, 100}}};
 
   Q57214DrumGenericParameter group{kRows};
-  std::array<std::int16_t, 128> table{};  ///< Gains with 14 fraction bits.
+  std::array<std::int16_t, 128> table{};  ///< Gains of the levels, Q14.
   std::atomic<std::int32_t> outputTarget{0};
   std::int32_t outputGain = 0;
 };

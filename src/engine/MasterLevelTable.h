@@ -1,4 +1,4 @@
-// The gains of the 128 master levels.
+// The gains of the 128 master levels, as the sound design gives them: they follow no formula.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Linear gains; 1.0 at level 101. The output stage holds them with 14 fraction bits, truncated.
+/// Linear gains: 0 at level 0, 1.0 at level 101, 2.0 (6 dB) at the top. The output stage truncates them to Q14.
 inline constexpr std::array<double, 128> kMasterGains{
     0.000000, 0.000245, 0.000324, 0.000427, 0.000562, 0.000750, 0.000989, 0.001318, 0.001758, 0.002371, 0.003162,
     0.004217, 0.005623, 0.007499, 0.010000, 0.011220, 0.012589, 0.014125, 0.015849, 0.017783, 0.019953, 0.022387,

@@ -1,5 +1,5 @@
-// The block forms of the output stage. Every value of its law fits 16 bits, so that eight samples go side by side, and
-// (a * b) >> 15 is the high word of 2a * b. What is left of a block below eight samples takes the law of one sample.
+// The output stage over a block, eight samples at a time. All its values fit 16 bits, and (a * b) >> 15 is the high
+// word of 2a * b. The last samples of a block, fewer than eight, use the functions for single samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/OutputStage.h"
 
@@ -18,16 +18,16 @@ void store(std::int16_t* to, __m128i words) { _mm_storeu_si128(reinterpret_cast<
 
 __m128i all(std::int32_t word) { return _mm_set1_epi16(static_cast<std::int16_t>(word)); }
 
-/// 16 bits hold one value more than the engine's scale.
+/// Limits -32768, which 16 bits can hold, to the engine's lowest sample value, -32767.
 __m128i withoutLowest(__m128i x) { return _mm_max_epi16(x, all(-cofu::core::kFullScale)); }
 
-/// Frame n and n + 1 with their four channels as eight words.
+/// The four channels of a frame and of the next one, as eight words.
 __m128i twoFrames(const std::int32_t* mix) {
   const auto* const frames = reinterpret_cast<const __m128i*>(mix);
   return _mm_packs_epi32(_mm_load_si128(frames), _mm_load_si128(frames + 1));
 }
 
-/// Four frames, the words of each channel together: two channels in each half.
+/// Four frames with the words of each channel together: left in the lower half of each vector, right in the upper.
 struct FourFrames {
   __m128i dry;
   __m128i wet;

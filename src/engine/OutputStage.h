@@ -1,5 +1,5 @@
-// The arithmetic between the mixed buses and the floats that leave the engine: one law for a sample, and the same law
-// over a block.
+// The output stage: from the mixed buses to the floats that leave the engine. Each step comes as a function of one
+// sample and as one that runs over a block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,17 +10,19 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// The engine's 16-bit scale in floats: 1/32768.
+/// From the engine's 16-bit scale to floats: 1 / 32768.
 inline constexpr float kFloatScale = 3.0517578e-5F;
 
-/// The knee above which the output bends, and the make-up gain of 1.238 (15 fraction bits, less 1).
+/// Where the soft knee begins, -7.5 dB of full scale. Above it the cube of the excess is taken away.
 inline constexpr std::int32_t kOutputKnee = 13848;
+
+/// What the make-up gain adds to 1.0, Q15: 0.238, so that full scale comes out as full scale again.
 inline constexpr std::int32_t kOutputMakeUp = 7808;
 
-/// The sum of the dry and the effect bus: -32767 to 32767.
+/// The sum of the dry and the effect bus, limited to -32767 .. 32767.
 constexpr std::int32_t sumBuses(std::int32_t dry, std::int32_t wet) { return cofu::core::saturate(dry + wet); }
 
-/// Master gain (14 fraction bits, 0 to 32767), limit, soft knee and make-up gain. Full scale at unity gives 32766.
+/// Master gain (Q14, 0 to 32767), limiter, soft knee and make-up gain. Full scale at a gain of 1.0 becomes 32766.
 constexpr std::int32_t shapeOutput(std::int32_t sample, std::int32_t gain) {
   using namespace cofu::core;
   const std::int32_t x = saturate(mulShift<14>(gain, sample));
@@ -30,7 +32,7 @@ constexpr std::int32_t shapeOutput(std::int32_t sample, std::int32_t gain) {
   return bent + mul15(bent, kOutputMakeUp);
 }
 
-/// The law from both buses to the float that leaves the engine.
+/// The whole stage for one sample of both buses.
 constexpr float outputSample(std::int32_t dry, std::int32_t wet, std::int32_t gain) {
   return static_cast<float>(shapeOutput(sumBuses(dry, wet), gain)) * kFloatScale;
 }
@@ -41,14 +43,14 @@ struct BusSamples {
   std::int16_t* right = nullptr;
 };
 
-/// Takes four interleaved channels (dry left and right, effect left and right) apart. What does not fit 16 bits is
-/// limited to them. `mix` is 16-byte aligned.
+/// Separates four interleaved channels: dry left, dry right, effect left, effect right. Limits each sample to 16 bits.
+/// `mix` must be 16-byte aligned.
 void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
-/// What splitBuses gives for silence.
+/// Fills both buses with zeros.
 void clearBuses(BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
-/// One channel of `frames` samples from both buses to floats, at a gain that rests.
+/// The whole stage for `frames` samples of one channel, at a constant gain.
 void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
                   std::int32_t gain) SIVRAY_NONBLOCKING;
 

@@ -1,4 +1,4 @@
-// Capturing, applying and exchanging program records, and reading of both chunk formats.
+// How programs are captured, applied and exchanged, and how both chunk formats are read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/ProgramBank.h"
 

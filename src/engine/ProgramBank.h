@@ -1,5 +1,5 @@
-// The engine's own store of settings: an edit buffer and 128 programs, each a flat record of all values, and the byte
-// format in which they travel.
+// The engine's own store of settings: an edit buffer and 128 programs, each a flat record of all values, and the bytes
+// in which a host's state carries them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,13 +18,13 @@ namespace tesh::bramel::plugin::sivray {
 
 inline constexpr std::size_t kPrograms = 128;
 
-/// One program, word for word as in the chunk. Little-endian, as all machines that this is built for.
+/// One program, word for word as in the chunk. Its words are little-endian, as are all machines that run this.
 struct ProgramBankRecord {
   std::uint32_t version = 1;
-  std::array<char, 32> name{};  ///< Zero-terminated.
-  std::array<std::uint32_t, 10> effect{};
-  std::array<std::array<std::uint32_t, 18>, 16> pads{};
-  std::uint32_t master = 100;
+  std::array<char, 32> name{};                           ///< Zero-terminated.
+  std::array<std::uint32_t, 10> effect{};                ///< Type, switch, two edits; the rest is 0.
+  std::array<std::array<std::uint32_t, 18>, 16> pads{};  ///< Values by pad and index; 0 for pads that do not exist.
+  std::uint32_t master = 100;                            ///< Master level.
 };
 static_assert(sizeof(ProgramBankRecord) == 1232);
 
@@ -37,42 +37,47 @@ struct ProgramBankImage {
 };
 static_assert(sizeof(ProgramBankImage) == 158964);
 
-/// Size of the older chunk, whose records end before the master word.
+/// Bytes of the older chunk, whose records have no master level.
 inline constexpr std::size_t kOlderChunkSize = 158448;
 
-/// The parameter groups that a record holds; not owned. Pads without a group are null.
+/// The parameter groups whose values a record holds, not owned. Null for pads that do not exist.
 struct ProgramBankGroups {
   std::array<IParameter*, 16> pads{};
   IParameter* effect = nullptr;
   IParameter* master = nullptr;
 };
 
-/// Applying a record sets every value, which reads the sample file where a Wave differs, on the calling thread.
+/// Every operation that applies a record sets all values on the calling thread; for each pad whose Wave changes, it
+/// reads the sample file there. Only one operation may run at a time, and none during a block.
 class ProgramBank {
  public:
   /// Captures the groups' values into the edit buffer and all programs.
   explicit ProgramBank(const ProgramBankGroups& parameterGroups);
 
-  /// The chunk with the live values in its edit buffer. The bytes stay good until the next call.
+  /// Captures the live values into the edit buffer and returns the chunk, valid until the next call.
   std::span<const std::uint8_t> getChunk();
 
-  /// Takes over a chunk of the present or the older format and applies its edit buffer. An unknown version only applies
-  /// the present edit buffer again; a chunk too short for its format is ignored altogether.
+  /// Reads a chunk of the present or the older format and applies its edit buffer. A chunk of an unknown version is not
+  /// read, but the present edit buffer is applied again. A chunk too short for its format is ignored.
   void setChunk(std::span<const std::uint8_t> bytes);
 
   int getProgram() const { return currentProgram; }
 
-  /// Copies a program (clamped to 0 .. 127) to the edit buffer and applies it. The current program is left alone.
+  /// Copies a program (limited to 0 .. 127) to the edit buffer and applies it. Does nothing if it is current already.
+  /// May also run on the audio thread, inside a block.
   void setProgram(int index) SIVRAY_NONBLOCKING;
 
-  /// Captures the live values into the edit buffer and program `index`. A bad index stores nothing.
+  /// Captures the live values into the edit buffer, and copies it to program `index` if there is one.
   void storeProgram(int index);
+
+  /// Exchanges two programs. Does nothing if an index is out of range.
   void swapPrograms(int a, int b);
 
+  /// The name in the edit buffer, or of a program; empty for an index out of range.
   std::string programName() const;
   std::string programNameAt(int index) const;
 
-  /// Keeps the first 31 characters.
+  /// Names the edit buffer; keeps the first 31 bytes.
   void setProgramName(std::string_view name);
 
  private:

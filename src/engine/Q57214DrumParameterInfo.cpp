@@ -49,7 +49,7 @@ std::string printed(const char* pattern, int number) {
 
 std::string threeDigits(std::int32_t value) { return printed("%03d", value); }
 
-/// Three zeros at the centre, elsewhere the sign and the distance.
+/// "000" at the centre, else the sign and at least two digits of the distance.
 std::string aroundCentre(std::int32_t value, std::int32_t centre) {
   return value == centre ? "000" : printed("%+03d", cofu::core::wrapSub(value, centre));
 }

@@ -1,4 +1,4 @@
-// The eighteen settings of one pad as a parameter group.
+// The parameter group of one pad: its eighteen settings with names, ranges and texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,25 +9,26 @@ namespace tesh::bramel::plugin::sivray {
 
 class DrumCore;
 
-/// Values are clamped to their range. Setting Wave to another value than the stored one reads the sample file on the
-/// calling thread; so does setting it for the first time.
+/// Values are limited to their ranges. Wave reads the sample file, on the calling thread, whenever it is set to another
+/// value, and the first time it is set. Values may be set and read on any thread.
 class Q57214DrumParameterInfo : public IParameter {
  public:
   /// Sets all values to their defaults, which reads wave 0 into the pad's slot.
   Q57214DrumParameterInfo(DrumCore& core, int pad);
 
+  /// 18, of which ids reach the first 16.
   int count() const override { return static_cast<int>(kPadParameterCount); }
   int setValue(int index, std::int32_t* value) override;
 
-  /// 0 for a bad index.
+  /// 0 for an index out of range.
   std::int32_t value(int index) const override;
   std::string format(int index, std::int32_t value) const override;
 
-  /// Null for a bad index. The maximum of Wave is the number of waves less 1.
+  /// Null for an index out of range. The maximum of Wave is the number of waves less 1.
   const ParameterRow* info(int index) const override;
   int indexOf(std::string_view name) const override;
 
-  /// What the voices read.
+  /// The values that the voices read.
   const PadValues& values() const { return padValues; }
 
  private:
@@ -36,7 +37,7 @@ class Q57214DrumParameterInfo : public IParameter {
   DrumCore& core;
   PadValues padValues;
   int pad;
-  ParameterRow waveRow;  ///< The sample library does not change while the engine lives.
+  ParameterRow waveRow;  ///< Holds the number of waves, which does not change while the engine lives.
   bool waveLoaded = false;
 };
 

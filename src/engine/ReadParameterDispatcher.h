@@ -1,4 +1,4 @@
-// The meters of one pad as parameters that can only be read.
+// The level meters of one pad as a parameter group that can only be read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,6 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray {
 
+/// Setting a value does nothing.
 class ReadParameterDispatcher : public IParameter {
  public:
   ReadParameterDispatcher(const VoiceAllocator& voiceAllocator, unsigned padNumber)
@@ -17,7 +18,7 @@ class ReadParameterDispatcher : public IParameter {
   int count() const override { return group.count(); }
   int setValue(int, std::int32_t*) override { return 0; }
 
-  /// Index 0 is the left peak of the last render, 1 the right one, 0 to 32767; others give 0.
+  /// Index 0 gives the left peak of the last render, index 1 the right one, 0 to 32767. Any other index gives 0.
   std::int32_t value(int index) const override {
     return index == 0 || index == 1 ? allocator.padLevel(pad, static_cast<unsigned>(index)) : 0;
   }

@@ -1,4 +1,4 @@
-// Intake of a block and its rendering in slices.
+// How a block's messages and values become timed records, and how it is rendered in slices between them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/SivrayPlugin.h"
 
@@ -9,7 +9,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// The tempo parameter ends at 300 beats per minute.
+/// The upper end of the tempo parameter, in beats per minute.
 constexpr double kFastestTempo = 300.0;
 
 SequencerMessage shortMessage(const vimo::MidiEvent& event) {

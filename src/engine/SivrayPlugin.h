@@ -1,4 +1,4 @@
-// This instrument's generator: a thin frame around one synth that turns everything which arrives for a block into timed
+// This instrument's generator: a thin frame around one synth. It turns everything that arrives for a block into timed
 // records, and renders the block in slices that end at those records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -18,13 +18,14 @@ namespace tesh::bramel::plugin::sivray {
 /// The folder of the factory sample library inside the resource directory.
 inline constexpr std::string_view kSampleFolder = "SivrayPCM";
 
-/// Six seconds at 44100 Hz.
+/// Length of a pad's slot: six seconds at 44100 Hz.
 inline constexpr std::size_t kSlotFrames = 264600;
 
+/// See Generator for the operations that it overrides.
 template <typename Synth>
 class SivrayPlugin final : public vimo::Generator<float> {
  public:
-  /// Builds the whole engine, which reads sample data.
+  /// Builds the whole engine and reads the waves of its pads.
   explicit SivrayPlugin(std::string_view folder = kSampleFolder, std::size_t slotFrames = kSlotFrames);
 
   int outputCount() const override { return Synth::outputCount(); }
@@ -51,10 +52,10 @@ class SivrayPlugin final : public vimo::Generator<float> {
   void setProgramName(std::string_view name) override { synth.engine().bank().setProgramName(name); }
   vimo::SampleLibrary* sampleLibrary() override { return library.get(); }
 
-  /// Renders without taking anything in.
+  /// Renders `frames` frames into two outputs, without taking in a block's messages and values.
   void renderOnly(float* const* outputs, int frames) SIVRAY_NONBLOCKING;
 
-  /// Takes in MIDI without rendering. True if there was any.
+  /// Queues messages for the next render. Returns whether there was one.
   bool addMidi(const std::vector<vimo::MidiEvent>& events) SIVRAY_NONBLOCKING;
 
   /// Queues "BPMx10" (0) or "Trigger" (1) for the start of the next `process`, active or not.
@@ -62,7 +63,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
 
   static const char* typeName() { return Synth::typeName(); }
 
-  /// Told, on the audio thread, when a block brought automation; null for nobody. Not owned.
+  /// Sets who is told about automation, not owned; null for nobody. Must not be called during a block.
   void setListener(vimo::PluginListener* pluginListener) { listener = pluginListener; }
 
  private:
@@ -86,7 +87,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
     Synth& synth;
   };
 
-  /// A new record with its place in the order of arrival.
+  /// Adds a record with the next number in the order of arrival.
   SequencerEvent& addRecord(EventSequencer::Intake& intake, SequencerKind kind);
   void queueParameter(SequencerKind kind, std::uint32_t id, float value);
   void takeAutomation(vimo::TimedValueRing& ring) SIVRAY_NONBLOCKING;

@@ -1,4 +1,4 @@
-// What each MIDI message does.
+// What the engine does for each MIDI message.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/VstXSynth.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 enum Status : std::uint8_t { kNoteOff = 0x80, kNoteOn = 0x90, kControlChange = 0xB0, kProgramChange = 0xC0 };
 
-/// The system byte that carries the transport, private to this engine.
+/// A system status that MIDI leaves undefined; here it carries messages about the transport.
 constexpr std::uint8_t kTransport = 0xF4;
 
 constexpr bool releasesAll(std::uint8_t controller) { return controller == 123 || controller == 126; }

@@ -1,4 +1,4 @@
-// The inner synth: the engine with its sample file, played by events.
+// The inner synth: the engine with its sample file, played by MIDI messages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,11 +13,11 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// It has the shape of a plug-in, but no host ever talks to it: the frame around it calls what stands here.
+/// Has the shape of a plug-in, but no host talks to it: SivrayPlugin calls its operations.
 class VstXSynth {
  public:
-  /// There is no host, and the count beside it is not used. `folder` is the folder of the sample files inside the
-  /// resource directory, `slotFrames` the length of a pad's slot.
+  /// Host and count are not used. `folder` is the folder of the sample files inside the resource directory,
+  /// `slotFrames` the length of a pad's slot.
   VstXSynth(std::nullptr_t, int, int padCount, std::string_view folder, std::size_t slotFrames)
       : pcmFile(folder), drumEngine(pcmFile, padCount, slotFrames) {}
 
@@ -30,8 +30,8 @@ class VstXSynth {
     drumEngine.render(left, right, frames);
   }
 
-  /// Notes 36 to 43, controllers 123 and 126 (all notes off), program changes and the engine's own transport message
-  /// 0xF4; the channel and everything else are ignored.
+  /// Acts on notes 36 to 43, controllers 123 and 126 (all notes off), program changes and the transport message 0xF4 of
+  /// this engine. Ignores the channel and everything else.
   void processEvent(const SequencerMessage& message) SIVRAY_NONBLOCKING;
 
   /// Sets "BPMx10" (id 0) or "Trigger" (id 1).
