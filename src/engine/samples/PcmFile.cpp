@@ -1,5 +1,5 @@
-// Reading of sample stretches into a slot. Bytes are swapped and channels interleaved in plain loops that the compiler
-// turns into vector code.
+// How stretches of samples are read into a slot. Plain loops swap the bytes and interleave the channels; the compiler
+// turns them into vector code.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/PcmFile.h"
 
@@ -18,7 +18,8 @@ constexpr std::uint16_t swapBytes(std::uint16_t word) { return static_cast<std::
 
 std::int16_t sampleOf(std::uint16_t bigEndian) { return static_cast<std::int16_t>(swapBytes(bigEndian)); }
 
-/// Byte offsets are held in 32 bits and sought as signed: a stretch that begins behind 2 GiB cannot be reached.
+/// Seeks to a sample of the stretch that begins at `offset`. The format's byte offsets are signed 32-bit numbers, so a
+/// stretch that begins beyond 2 GiB cannot be reached; then this returns false.
 bool seekSample(platform::InputFile& file, std::uint32_t offset, std::size_t sample) {
   const std::uint32_t byteOffset = offset * 2U;
   const auto reachable = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());

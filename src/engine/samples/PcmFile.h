@@ -1,4 +1,4 @@
-// The sample file: one raw file of big-endian 16-bit samples with its index, opened afresh for each read.
+// The sample file, drumdata.bin: raw big-endian 16-bit samples, with their index. It is opened anew for each read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,17 +13,18 @@
 
 namespace tesh::bramel::plugin::sivray {
 
+/// Reading belongs to the thread that changes a wave; only one read may run at a time.
 class PcmFile {
  public:
-  /// `folder` is the folder of the four sample files inside the resource directory. Reads the index and asks the system
-  /// to have the samples at hand.
+  /// `folder` is the folder of the sample files inside the resource directory. Reads the index, and asks the system to
+  /// load the samples into its cache.
   explicit PcmFile(std::string_view folder);
 
   WaveDatabase& database() { return waveDatabase; }
 
-  /// Fills a slot: n = min(frames, slotFrames) frames of both channels, whose `offsets` are sample indices into the
-  /// file, interleaved, then zeros up to `slotFrames`. What lies behind the end of the file reads as zero. Gives n, or
-  /// 0 with nothing written when the file cannot be opened. Allocates nothing; runs where a wave is changed.
+  /// Fills a slot with n = min(frames, slotFrames) interleaved frames, then with zeros up to `slotFrames`. `offsets`
+  /// are the positions of both channels in the file, in samples. Samples past the end of the file are 0. Returns n, or
+  /// 0 with nothing written if the file cannot be opened. Allocates nothing.
   std::size_t read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
                    std::size_t slotFrames);
 

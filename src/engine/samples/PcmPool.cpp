@@ -1,4 +1,4 @@
-// The sample memory comes from calloc: zero pages that the system hands out when they are first written.
+// Allocation of the sample memory. It comes from calloc, so the system provides each page when it is first written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/PcmPool.h"
 
@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-constexpr std::size_t kSilentFrames = 2;
+constexpr std::size_t kSilentFrames = 2;  ///< Interpolation reads one frame past the position.
 
 std::int16_t* zeroedSamples(std::size_t count) {
   void* block = std::calloc(count, sizeof(std::int16_t));

@@ -1,4 +1,4 @@
-// The sample memory of all pads, made once: one slot of fixed length per pad, which every wave change rewrites in
+// The sample memory of all pads, allocated once: a slot of fixed length per pad, which every wave change rewrites in
 // place.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -10,21 +10,22 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// What a pad has to play: interleaved stereo frames, followed in memory by at least two silent ones.
+/// The wave of a pad: interleaved stereo frames, followed in memory by at least two silent ones.
 struct PcmSlot {
-  bool ready = false;
-  const std::int16_t* data = nullptr;
-  std::uint64_t frames = 0;
-  std::uint64_t writtenFrames = 0;  ///< frames of the slot's memory that may hold something else than zero
+  bool ready = false;                  ///< False while a wave is being read.
+  const std::int16_t* data = nullptr;  ///< The slot's memory, or the pool's silence.
+  std::uint64_t frames = 0;            ///< Length of the wave.
+  std::uint64_t writtenFrames = 0;     ///< Frames of the memory that may not be zero.
 };
 
+/// Slots are written by the thread that changes a wave, and read by voices without a lock.
 class PcmPool {
  public:
-  /// Positions with twelve fraction bits stay within 32 bits up to this many frames.
+  /// The longest slot in which a Q12 position fits 32 bits.
   static constexpr std::size_t kMaxSlotFrames = (std::size_t{1} << 19) - 1;
 
-  /// Memory for `slotTotal` slots of `framesPerSlot` stereo frames, at least 2 and at most kMaxSlotFrames each. The
-  /// memory is zero, and no page of it is touched before its first use.
+  /// Allocates `slotTotal` slots of `framesPerSlot` stereo frames each (limited to 2 .. kMaxSlotFrames), all zero.
+  /// Throws std::bad_alloc.
   PcmPool(std::size_t slotTotal, std::size_t framesPerSlot);
 
   std::size_t slotCount() const { return slots.size(); }
@@ -34,16 +35,16 @@ class PcmPool {
   PcmSlot& slot(std::size_t index) { return slots[index]; }
   const PcmSlot& slot(std::size_t index) const { return slots[index]; }
 
-  /// Where the memory of slot `index` begins.
+  /// The first sample of the memory of slot `index`.
   std::int16_t* memoryOf(std::size_t index) { return memory.get() + index * framesInSlot * 2; }
 
-  /// The start of all sample memory, which the silent block is part of.
+  /// The first sample of all memory, including the silent frames.
   const std::int16_t* base() const { return memory.get(); }
 
-  /// Where `frame`, a place in the sample memory, lies: counted in frames from base().
+  /// The number of the frame at `frame`, counted from base().
   std::int32_t frameOf(const std::int16_t* frame) const { return static_cast<std::int32_t>((frame - base()) / 2); }
 
-  /// Two silent frames, where an empty slot points.
+  /// Two silent frames, to which an empty slot points.
   const std::int16_t* silence() const { return memory.get() + slots.size() * framesInSlot * 2; }
 
  private:

@@ -1,4 +1,4 @@
-// The browser's question: which waves are there, sorted into categories.
+// The interface through which a browser lists waves by category.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,13 +7,13 @@
 
 namespace tesh::vimo {
 
-/// A library of waves. A flat index is a place in the list sorted by category; an id is the engine's wave number.
+/// A flat index is a position in the list of all waves, sorted by category; an id is the engine's wave number.
 /// Categories count from 0. Anything out of range gives 0 or an empty string. Message thread.
 class SampleLibrary {
  public:
   virtual ~SampleLibrary() = default;
 
-  /// Reads the index file at `path`. Gives true if the file held anything.
+  /// Reads the index file at `path`. Returns whether the file held anything.
   virtual bool load(const std::string& path) = 0;
   /// The number of waves in a category.
   virtual std::int32_t categorySize(std::int32_t category) const = 0;
@@ -23,9 +23,9 @@ class SampleLibrary {
   virtual std::string waveName(std::int32_t flatIndex) const = 0;
   virtual std::int32_t waveCategory(std::int32_t flatIndex) const = 0;
   virtual std::int32_t waveId(std::int32_t flatIndex) const = 0;
-  /// The first place that holds the wave `id`; 0 if there is none.
+  /// The first flat index with this id; 0 if there is none.
   virtual std::int32_t flatIndexOf(std::int32_t id) const = 0;
-  /// A library without names of its own gives an empty string.
+  /// Empty if the library does not name its categories.
   virtual std::string categoryName(std::int32_t) const { return {}; }
 };
 

@@ -1,4 +1,4 @@
-// Reading and sorting of the category file.
+// How the category file is read and sorted.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SivraySampleLibrary.h"
 

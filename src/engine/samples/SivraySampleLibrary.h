@@ -1,4 +1,4 @@
-// The waves of the drum module by category, out of drumparam_category.bin.
+// The waves of the drum module by category, read from drumparam_category.bin.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,13 +13,15 @@
 
 namespace tesh::vimo {
 
+/// See SampleLibrary for the operations.
 class SivraySampleLibrary final : public SampleLibrary {
  public:
   static constexpr std::size_t kMaxCategories = 16;
 
   bool load(const std::string& path) override;
 
-  /// The same from bytes at hand. Records outside the sixteen categories are left out; their number is kept free.
+  /// Reads the records of an index file from memory. Leaves out a record whose category is not 1 to 16; the records
+  /// after it keep their ids. Returns false, and changes nothing, if there are no bytes.
   bool loadFrom(std::span<const std::uint8_t> records);
 
   std::int32_t categorySize(std::int32_t category) const override;

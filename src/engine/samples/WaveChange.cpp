@@ -1,4 +1,4 @@
-// The steps of a wave change.
+// What each step of a wave change does.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveChange.h"
 
@@ -26,13 +26,13 @@ void PrepareWaveChange::run(std::size_t pad, std::int32_t) {
 
 void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   const WaveInfo info = file.database().lookup(wave);
-  const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // wraps at 32 bits
+  const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // 32 bits: a stretch that ends early wraps
   const std::uint64_t frames = std::min<std::uint64_t>(pool.slotFrames() - 2, length);
   const std::array<std::uint32_t, 2> offsets{info.leftStart, info.rightStart};
   PcmSlot& slot = pool.slot(pad);
-  // Behind the longest stretch written so far the memory is still zero, and need not be made so again.
+  // Only frames that an earlier wave has written need clearing.
   const std::uint64_t cleared = std::max(frames, slot.writtenFrames);
-  // A change of wave is the one place where the audio thread may wait for the disk.
+  // Only here may the audio thread wait for the disk.
   const std::size_t read = cofu::core::mayWait([&] { return file.read(pool.memoryOf(pad), offsets, frames, cleared); });
   if (read != 0) {
     slot.writtenFrames = read;

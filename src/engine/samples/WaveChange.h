@@ -1,5 +1,5 @@
-// The change of a pad's wave: three steps behind the parameter interface, and the object that runs them in order. Every
-// group here has one parameter per pad, whose value is a wave number; values are written and never read back.
+// The change of a pad's wave: three steps with the interface of a parameter group, and the object that runs them in
+// order. A group has one parameter per pad, whose value is a wave number. Values can be set but not read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// What the steps share. A pad out of range is ignored by all of them.
+/// The base of the steps. `setValue` runs the step for a pad, and ignores a pad out of range.
 class WaveChangeStep : public IParameter {
  public:
   explicit WaveChangeStep(PcmPool& sampleMemory) : pool(sampleMemory) {}
@@ -28,7 +28,7 @@ class WaveChangeStep : public IParameter {
   PcmPool& pool;
 };
 
-/// Empties the pad's slot: a voice that starts before the load has ended finds length 0.
+/// Empties the pad's slot, so that a voice which starts during the read finds length 0.
 class PrepareWaveChange final : public WaveChangeStep {
  public:
   using WaveChangeStep::WaveChangeStep;
@@ -37,8 +37,9 @@ class PrepareWaveChange final : public WaveChangeStep {
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
-/// Reads the wave into the pad's memory, in place. Voices on the pad read on meanwhile, on this same thread or under
-/// the lock that keeps the audio thread away. A wave that cannot be played reads as the first sample of the file.
+/// Reads the wave into the pad's memory. Voices that play from it do not notice and read the new samples from then on;
+/// no voice runs during the read, since the step runs on the audio thread or under the lock of a block. A wave number
+/// that names nothing playable reads the first sample of the file.
 class PCMLoadTask final : public WaveChangeStep {
  public:
   PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile) : WaveChangeStep(sampleMemory), file(sampleFile) {}
@@ -50,7 +51,7 @@ class PCMLoadTask final : public WaveChangeStep {
   PcmFile& file;
 };
 
-/// Marks the slot as filled. Voices go by its frames alone.
+/// Marks the slot as filled. Voices only look at its length.
 class PCMLoadAck final : public WaveChangeStep {
  public:
   using WaveChangeStep::WaveChangeStep;
@@ -59,7 +60,7 @@ class PCMLoadAck final : public WaveChangeStep {
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
-/// Runs the three steps at once, on the calling thread.
+/// Runs the three steps on the calling thread, one after the other.
 class ThroughBack final : public IParameter {
  public:
   ThroughBack(PrepareWaveChange& first, PCMLoadTask& second, PCMLoadAck& third)

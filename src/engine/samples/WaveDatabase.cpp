@@ -1,4 +1,4 @@
-// Reading of the index files and the lookup of a wave.
+// How the index files are read and a wave is looked up.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveDatabase.h"
 
@@ -13,7 +13,7 @@ constexpr std::uint32_t kMono = 1;
 constexpr std::uint32_t kStereo = 2;
 constexpr float kEngineRate = 44100.0F;
 
-/// A rate of 0 cannot be played; such a record is taken to be at the engine's own rate.
+/// A wave with rate 0 could not be played, so it gets the engine's rate.
 float playableRate(std::uint32_t rate) { return rate == 0 ? kEngineRate : static_cast<float>(rate); }
 
 }  // namespace
@@ -54,7 +54,7 @@ const WaveDatabase::SampleRecord* WaveDatabase::sampleAt(std::uint32_t index) co
 }
 
 WaveInfo WaveDatabase::lookup(std::int64_t id) {
-  cofu::core::mayWait([this] { loadOnce(); });  // Whoever makes the pads sets their waves, and so reads the tables.
+  cofu::core::mayWait([this] { loadOnce(); });  // Loaded before audio runs: each pad gets a wave when it is built.
   if (id < 0 || id >= static_cast<std::int64_t>(waves.size())) {
     return {};
   }

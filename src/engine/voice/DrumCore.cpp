@@ -1,4 +1,4 @@
-// Making of the engine's memory.
+// Construction of the engine's memory and voices.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/DrumCore.h"
 

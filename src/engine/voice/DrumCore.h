@@ -1,4 +1,4 @@
-// The memory of the engine: the sample memory with the steps that refill it, the ramps and the voices.
+// The memory of the engine: the samples of all pads with the steps that load them, the ramps, and the voices.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,23 +17,24 @@ namespace tesh::bramel::plugin::sivray {
 class VoiceAllocator;
 class VoicePool;
 
+/// Owns what pads and voices share. Allocates only in its constructor and in `makeVoices`.
 class DrumCore {
  public:
-  /// Memory for `padCount` pads of `slotFrames` frames each. `file` must outlive the core.
+  /// Memory for `padCount` pads with `slotFrames` frames each. `file` must outlive the core.
   DrumCore(PcmFile& file, int padCount, std::size_t slotFrames);
   ~DrumCore();
   DrumCore(const DrumCore&) = delete;
   DrumCore& operator=(const DrumCore&) = delete;
 
-  /// The group whose parameter n is the wave of pad n: setting it reads the wave into the pad's slot.
+  /// The group whose parameter n is the wave of pad n. Setting it reads the wave into the pad's slot.
   IParameter& waveChange() { return throughBack; }
   WaveDatabase& database() { return pcmFile.database(); }
   PcmPool& pool() { return pcmPool; }
   RampBank& rampBank() { return ramps; }
   VoiceBank& voiceBank() { return bank; }
 
-  /// Makes the voices, all of them free, and hands them to the allocator. Once, after every pad has its settings. The
-  /// kernel is the fastest that the processor can run unless one is given.
+  /// Makes the voices, all free, and hands them to the allocator. Must be called once, after every pad has its
+  /// settings. Without a `kernel` they use the fastest that the processor can run.
   void makeVoices(VoiceAllocator& allocator);
   void makeVoices(VoiceAllocator& allocator, const VoiceKernel& kernel);
 

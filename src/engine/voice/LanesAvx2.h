@@ -1,4 +1,5 @@
-// Eight lanes: both quads at once.
+// The lane operations of the voice kernel for AVX2: eight lanes, which are both quads. See LanesSse2 for what each
+// does.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -43,7 +44,7 @@ struct LanesAvx2 {
   static bool anyLess(Vec a, Vec b, Vec mask) { return _mm256_testz_si256(_mm256_cmpgt_epi32(b, a), mask) == 0; }
 
   static void framePairs(const std::int16_t* samples, Vec index, Vec& left, Vec& right) {
-    // Lanes are fetched in the order in which the shuffles below put them back: 0 1 4 5, then 2 3 6 7.
+    // Fetches lanes 0 1 4 5, then 2 3 6 7: the shuffles below work in each half alone and bring them back into order.
     const Vec ordered = _mm256_permute4x64_epi64(index, _MM_SHUFFLE(3, 1, 2, 0));
     const __m256 low = sortedPairs(samples, _mm256_castsi256_si128(ordered));
     const __m256 high = sortedPairs(samples, _mm256_extracti128_si256(ordered, 1));

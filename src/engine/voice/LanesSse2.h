@@ -1,4 +1,4 @@
-// Four lanes on the baseline instruction set. Every operation takes and gives 32-bit lanes.
+// The lane operations of the voice kernel for SSE2, which every 64-bit processor has: four lanes of 32 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// The eight bytes of the frame `index` and its successor.
+/// The eight bytes of frame `index` and the frame after it.
 inline __m128i loadFramePair(const std::int16_t* samples, std::int32_t index) {
   return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(samples + static_cast<std::ptrdiff_t>(index) * 2));
 }
@@ -36,10 +36,10 @@ struct LanesSse2 {
     return _mm_srai_epi32(v, Bits);
   }
 
-  /// The products of the low words plus the products of the high words, all signed.
+  /// Per lane: the product of the low words plus the product of the high words, all signed.
   static Vec wordProducts(Vec a, Vec b) { return _mm_madd_epi16(a, b); }
 
-  /// The greater one, of values from -32768 to 32767 with the sign in the high word, or with nothing there.
+  /// Per lane the greater of two values that fit 16 bits. The high words hold either the sign or 0 in both.
   static Vec maxOfWords(Vec a, Vec b) { return _mm_max_epi16(a, b); }
 
   static Vec magnitude(Vec v) {
@@ -58,7 +58,8 @@ struct LanesSse2 {
     return _mm_movemask_epi8(_mm_and_si128(_mm_cmplt_epi32(a, b), mask)) != 0;
   }
 
-  /// For each lane the two frames at `index`, as pairs of words: left ones and right ones.
+  /// For each lane, the frame at its `index` and the next frame, as pairs of words: a pair of left samples, the first
+  /// in the low word, and a pair of right ones.
   static void framePairs(const std::int16_t* samples, Vec index, Vec& left, Vec& right) {
     alignas(16) std::int32_t at[kLanes];
     store(at, index);
@@ -73,7 +74,7 @@ struct LanesSse2 {
     right = _mm_or_si128(_mm_srli_epi32(first, 16), _mm_andnot_si128(lowWords, second));
   }
 
-  /// The sums over the lanes of a, b, c and d, side by side.
+  /// Four lanes: the sum over all lanes of a, of b, of c and of d.
   static __m128i laneSums(Vec a, Vec b, Vec c, Vec d) {
     const Vec ab = _mm_add_epi32(_mm_unpacklo_epi32(a, b), _mm_unpackhi_epi32(a, b));
     const Vec cd = _mm_add_epi32(_mm_unpacklo_epi32(c, d), _mm_unpackhi_epi32(c, d));

@@ -1,4 +1,4 @@
-// Four lanes with what later instruction sets add to the baseline.
+// The lane operations of the voice kernel for SSE4.1: four lanes, with the instructions that SSE2 lacks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -35,7 +35,7 @@ struct LanesSse41 : LanesSse2 {
  private:
   static Vec clipOne(Vec v) { return _mm_min_epi32(_mm_max_epi32(v, _mm_set1_epi32(-32767)), _mm_set1_epi32(32767)); }
 
-  /// Two lanes' frames, in each lane the left pair before the right one.
+  /// The frames of two lanes, with each lane's pair of left samples before its pair of right ones.
   static __m128 sortedPairs(__m128i first, __m128i second) {
     const __m128i order = _mm_set_epi8(15, 14, 11, 10, 13, 12, 9, 8, 7, 6, 3, 2, 5, 4, 1, 0);
     return _mm_castsi128_ps(_mm_shuffle_epi8(_mm_unpacklo_epi64(first, second), order));

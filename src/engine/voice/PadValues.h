@@ -1,4 +1,4 @@
-// The eighteen settings of a pad, as the voices read them.
+// The eighteen settings of a pad, in the form that the voices read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -33,13 +33,13 @@ enum class PadParameter : std::uint8_t {
 
 inline constexpr std::size_t kPadParameterCount = 18;
 
-/// The value vector of one pad: single words, written by whoever sets a parameter and read by the audio thread at each
-/// voice start and every 64 samples. No stage needs two of them to agree.
+/// The values of one pad, each a word of its own. Any thread may set one; the audio thread reads them at each voice
+/// start and every 64 samples. Nothing depends on two values changing together.
 class PadValues {
  public:
   std::int32_t operator[](PadParameter parameter) const { return at(static_cast<std::size_t>(parameter)); }
 
-  /// The word at `index`, which must be below kPadParameterCount.
+  /// The value at `index`, which must be below kPadParameterCount.
   std::int32_t at(std::size_t index) const {
     return static_cast<std::int32_t>(words[index].load(std::memory_order_relaxed));
   }

@@ -1,4 +1,4 @@
-// From notes to voices: which voice a hit takes, and the mix of all voices to the two buses.
+// Gives notes to voices, and mixes all voices to the two buses.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,29 +15,30 @@ namespace tesh::bramel::plugin::sivray {
 class DrumCore;
 class VoicePool;
 
-/// The voices in use are always voices 0 to activeVoiceCount() - 1. A pad never has more than one voice. Everything
-/// here belongs to the audio thread, but for construction; before the voices have been made notes are ignored.
+/// The voices in use are always voices 0 to activeVoiceCount() - 1. A pad never has more than one voice, and pads of
+/// the same exclusive group share one. Notes are ignored until there are voices. Audio thread, except construction.
 class VoiceAllocator {
  public:
   static constexpr int kFirstNote = 36;
   static constexpr std::size_t kPadPlaces = 16;
 
-  /// `padTotal` is the number of pads that notes and meters reach, at most 16.
+  /// For `padTotal` pads (limited to 0 .. 16). The core is not used.
   VoiceAllocator(DrumCore& core, int padTotal);
 
-  /// The settings of a pad, not owned; null makes the pad deaf. Pads outside 0 to 15 are ignored.
+  /// The settings of a pad, not owned. Without them a pad ignores its notes. Pads outside 0 to 15 are ignored.
   void setPad(int pad, const PadValues* values);
 
   /// The voices, owned by the core.
   void setVoices(VoicePool* pool) { voices = pool; }
 
-  /// Starts the pad of `note` at the first frame of the next render. Notes without a pad are ignored.
+  /// Starts the pad of `note` at the first frame of the next render. Velocities are 1 to 127; below 1 the pad gets its
+  /// voice, but nothing starts. Notes without a pad are ignored.
   void noteOn(int note, int velocity) SIVRAY_NONBLOCKING;
 
-  /// Releases the pad's voice if it is in gate mode.
+  /// Releases the pad's voice if it plays in gate mode.
   void noteOff(int note) SIVRAY_NONBLOCKING;
 
-  /// Silences every voice; they end on their own in the renders that follow.
+  /// Silences every voice. The voices end by themselves in the renders that follow.
   void resetVoices() SIVRAY_NONBLOCKING;
 
   int activeVoiceCount() const { return activeVoices; }
@@ -46,7 +47,8 @@ class VoiceAllocator {
   /// The channels must be interleaved in one buffer: channel i begins at word i of channels[0], and `stride` is 4.
   void render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
 
-  /// The peak of the pad's voice in the last render, 0 to 32767; side 0 is left, 1 is right. Out of range gives 0.
+  /// The peak of the pad's voice in the last render, 0 to 32767. Side 0 is left, side 1 right; anything else gives 0.
+  /// May be read on any thread.
   std::int32_t padLevel(unsigned pad, unsigned side) const SIVRAY_NONBLOCKING;
 
  private:

@@ -1,4 +1,4 @@
-// The table of kernels and the choice between them.
+// The table of kernels and the choice of one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceKernel.h"
 

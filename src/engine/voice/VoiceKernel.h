@@ -1,4 +1,4 @@
-// The choice of instruction sets for the per-sample work of the voices. All kernels give identical samples.
+// The per-sample work of the voices, with a kernel per instruction set. All kernels give identical samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,7 +12,7 @@ namespace tesh::bramel::plugin::sivray {
 struct VoiceBank;
 class RampBank;
 
-/// A stretch of frames in which nothing happens to the voices but what the kernel computes itself.
+/// A stretch of frames in which no voice starts, ends or changes its envelope's level.
 struct VoiceRun {
   VoiceBank* bank = nullptr;
   RampBank* ramps = nullptr;
@@ -25,8 +25,9 @@ struct VoiceRun {
   bool fading = false;                    ///< a lane is fading or watched
 };
 
-/// One instruction set. `run` gives the frames that it has rendered: all, or fewer when a ramp has retired or a watched
-/// fade has closed in the last of them. The ramps must have been ticked for the first frame.
+/// One instruction set. `run` returns the number of frames rendered: all of them, or fewer if in the last one a ramp
+/// reached its target or a watched fade closed. The ramps must have been ticked for the first frame. `tick` is
+/// RampBank::tick; it returns whether a ramp has reached its target.
 struct VoiceKernel {
   const char* name;
   bool (*isSupported)();

@@ -11,7 +11,8 @@
 #include "engine/voice/VoiceKernel.h"
 #include "engine/voice/VoiceKernelSets.h"
 
-// Only what is defined between these marks is compiled for AVX2: shared inline functions must run everywhere.
+// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
+// have to run on every processor.
 #if defined(__clang__)
 #pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
 #else

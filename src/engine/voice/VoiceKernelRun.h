@@ -1,12 +1,9 @@
-// The voice chain for all lanes of a vector, written once over a lane type. Signals stay within the 16-bit scale
-// between the stages and gains fit 16 bits, so that every product of a sample and a gain is one multiply of words: the
-// gain with nothing in its high word, the sample with its sign there.
+// The voice chain for all lanes of a vector, as templates over the lane operations of an instruction set. Each kernel's
+// source file includes it and compiles it for its own set, so everything here has internal linkage.
 //
-// A gain g from 32768 to 65535 does not fit. There (g * x) >> 15 is computed as x + (((g - 32768) * x) >> 15), which is
-// the same, since the part that is split off is a whole number.
-//
-// Each kernel's translation unit includes this and its lane types with its own target set; nothing of it
-// may be shared with a unit for other processors, so that all of it has internal linkage.
+// Between the stages samples fit 16 bits, and so do gains. A product of both is therefore one multiply of 16-bit words:
+// the gain's high word is 0, so the sample's high word, its sign, adds nothing. A gain g of 32768 to 65535 would not
+// fit; there (g * x) >> 15 is computed as x + (((g - 32768) * x) >> 15), which is equal, because x is a whole number.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,10 +20,10 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// Buses that a run has to feed.
+/// The buses that the lanes of a run send to.
 enum class Buses : std::uint8_t { dry, effect, both };
 
-/// The ramps' step with the four-lane multiply of a lane type.
+/// A step of four ramps, with the 32-bit multiply of the instruction set: the law of RampBank's plain step.
 template <typename L>
 struct RampStep {
   static int step(RampBank::Group& group) {
@@ -40,7 +37,8 @@ struct RampStep {
   }
 };
 
-/// The chain of one vector of lanes.
+/// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`. `Fading` says
+/// whether a lane has a release fade, `Fed` which buses it computes.
 template <typename L, bool Fading, Buses Fed>
 class VoiceChain {
   using Vec = typename L::Vec;
@@ -63,14 +61,15 @@ class VoiceChain {
     loadGains();
   }
 
-  /// Takes the gains as the ramps have left them.
+  /// Loads the gains that the ramps have written.
   void loadGains() {
-    constexpr std::int32_t kBoostCoefficient = 26891;  // 0.79999995^(39062.5 / 44100) in Q15
+    // c of the low boost, Q15: 0.8 at a rate of 39062.5 Hz, brought to 44100 Hz as 0.79999995^(39062.5 / 44100).
+    constexpr std::int32_t kBoostCoefficient = 26891;
     const Vec lowWord = L::all(0xFFFF);
     const Vec boostGain = L::bitAnd(lanes(bank.lowBoostGain), lowWord);
     const Vec boosted = scaled(boostGain, L::all(kBoostCoefficient));
     feedback = boostGain;
-    input = L::bitAnd(L::sub(L::all(-1), boosted), lowWord);  // 32767 - boosted, less the 32768 split off
+    input = L::bitAnd(L::sub(L::all(-1), boosted), lowWord);  // 32767 - boosted - 32768: the gain above 1.0
     envelope = lanes(bank.envelopeGain);
     level = lanes(bank.levelGain);
     right = lanes(bank.rightGain);
@@ -92,7 +91,7 @@ class VoiceChain {
     return false;
   }
 
-  /// One frame: what the lanes add to the four channels.
+  /// Computes one frame: the sums of all lanes on the four channels.
   [[gnu::always_inline]] __m128i frame() {
     Vec l;
     Vec r;
@@ -101,6 +100,7 @@ class VoiceChain {
     l = scaled(l, envelope);
     r = scaled(r, envelope);
     lowBoost(l, r);
+    // Level: its gain has 8192 for 1.0.
     l = L::template shiftRight<13>(L::wordProducts(l, level));
     r = L::template shiftRight<13>(L::wordProducts(r, level));
     L::clip(l, r);
@@ -115,7 +115,7 @@ class VoiceChain {
     return route(l, r);
   }
 
-  /// Puts the moved state back. The position is the caller's to advance.
+  /// Stores the changed state back into the bank, except the read positions, which the caller advances.
   void finish() {
     put(bank.punchCurrent, punch);
     put(bank.stateLeft, stateLeft);
@@ -132,7 +132,8 @@ class VoiceChain {
 
   static Vec scaled(Vec sample, Vec gain) { return L::template shiftRight<15>(L::wordProducts(sample, gain)); }
 
-  /// p + (((q - p) * fraction) >> 12), then two bits less: the products of p and q with 4096 - fraction and fraction.
+  /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
+  /// fraction) >> 12)) >> 2, as one shift of p * (4096 - fraction) + q * fraction.
   void readWave(Vec& l, Vec& r) {
     const Vec fraction = L::bitAnd(position, L::all(0xFFF));
     const Vec weights = L::sub(L::add(L::template shiftLeft<16>(fraction), L::all(4096)), fraction);
@@ -144,6 +145,7 @@ class VoiceChain {
     position = L::add(position, step);
   }
 
+  /// A gain of 1 + punch / 4096. Punch falls by 32696 / 32768 a sample, a time constant of 455 samples (10 ms), to 16.
   void punchStage(Vec& l, Vec& r) {
     punch = L::maxOfWords(scaled(punch, L::all(32696)), L::all(16));
     l = L::add(l, L::template shiftRight<12>(L::wordProducts(l, punch)));
@@ -151,6 +153,7 @@ class VoiceChain {
     L::clip(l, r);
   }
 
+  /// A one-pole low-pass whose input gain shrinks as its feedback grows: y = (1 - c * g) * x + g * y, with c above.
   void lowBoost(Vec& l, Vec& r) {
     l = L::add(L::add(l, scaled(l, input)), scaled(stateLeft, feedback));
     r = L::add(L::add(r, scaled(r, input)), scaled(stateRight, feedback));
@@ -194,14 +197,14 @@ class VoiceChain {
   Vec effect;
 };
 
-/// Limits the channels of a frame to -32767 .. 32767.
+/// A frame with its channels limited to -32767 .. 32767.
 inline __m128i clippedFrame(__m128i channels) {
   const __m128i words = _mm_max_epi16(_mm_packs_epi32(channels, channels), _mm_set1_epi16(-32767));
   return _mm_srai_epi32(_mm_unpacklo_epi16(words, words), 16);
 }
 
-/// Frames with every ramp at rest, for one vector of lanes. Unless it is the first, it adds to what stands in the
-/// output.
+/// Renders all frames of a run for one vector of lanes, with no ramp moving. The first vector writes the output, a
+/// second one adds to it, and the last one limits it.
 template <typename L, bool Fading, Buses Fed>
 void runResting(const VoiceRun& run, int firstLane) {
   VoiceChain<L, Fading, Fed> chain(*run.bank, run, firstLane);
@@ -223,6 +226,7 @@ void runResting(const VoiceRun& run, int firstLane) {
   chain.finish();
 }
 
+/// Renders a run in which no ramp moves, one vector of lanes after the other.
 template <typename L, bool Fading>
 int runAtRest(const VoiceRun& run) {
   const VoiceBank& bank = *run.bank;
@@ -245,7 +249,7 @@ int runAtRest(const VoiceRun& run) {
   return run.frames;
 }
 
-/// Both quads of a lane type with four lanes, behind the face of one chain.
+/// Two chains of four lanes with the interface of one chain.
 template <typename Chain>
 class ChainPair {
  public:
@@ -267,8 +271,8 @@ class ChainPair {
   Chain high;
 };
 
-/// Frames with ramps moving, until one of them has arrived or a watched fade has closed. `Four` has the ramps'
-/// multiply.
+/// Renders frames while ramps move, until one has reached its target or a watched fade has closed. `Four` are the lane
+/// operations for the ramps.
 template <typename Chain, typename Four>
 int runMoving(const VoiceRun& run) {
   Chain chain(*run.bank, run, 0);
@@ -288,7 +292,8 @@ int runMoving(const VoiceRun& run) {
   return done;
 }
 
-/// A run with the lane types of one instruction set: `Four` has four lanes, `Wide` four or eight.
+/// Chooses how to render a run: one or two quads, ramps moving or not. `Four` are the operations on four lanes, `Wide`
+/// those on the widest vector, four or eight lanes.
 template <typename Four, typename Wide, bool Fading>
 int runAny(const VoiceRun& run) {
   using Single = VoiceChain<Four, Fading, Buses::both>;

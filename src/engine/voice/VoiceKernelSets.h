@@ -1,4 +1,4 @@
-// The entries of the kernels, one pair per instruction set, each pair in its own translation unit.
+// The functions of the kernels: a pair per instruction set, each pair in its own source file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The voice kernel for the baseline instruction set.
+// The voice kernel for SSE2, which every 64-bit processor has.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
