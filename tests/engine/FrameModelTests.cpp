@@ -27,7 +27,7 @@ class RandomScene {
   bool playBlock() {
     constexpr std::array<int, 6> kLongest{1, 9, 64, 128, 700, 2048};
     const int frames = pick(0, 6) == 0 ? 128 : pick(1, kLongest[static_cast<std::size_t>(pick(0, 5))]);
-    // As the frame takes them in: messages, then automation. Now and then a record lies beyond the block.
+    // Messages come before automation, as in the frame. Now and then a record lies beyond the block.
     for (int i = pick(0, 4); i > 0; --i) {
       queueMessage(pick(0, frames - 1));
     }
@@ -116,7 +116,7 @@ TEST(OutputStage, GivesTheSameSamplesInBlocksAndOneByOne) {
   }
 }
 
-TEST(OutputStage, HasTheStatedGainBelowTheKneeAndAtFullScale) {
+TEST(OutputStage, AmplifiesBelowTheKneeAndGivesFullScaleForFullScale) {
   EXPECT_EQ(shapeOutput(10000, 16384), 12382);
   EXPECT_EQ(shapeOutput(32767, 16384), 32766);
   EXPECT_EQ(shapeOutput(13848, 16384), 13848 + ((13848 * 7808) >> 15));

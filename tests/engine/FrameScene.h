@@ -1,4 +1,4 @@
-// An engine behind its frame, on a small sample library, with short ways to play it.
+// An engine in its frame, on a small sample library, with helpers to play it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -77,7 +77,7 @@ struct Player {
   std::vector<float> right;
 };
 
-/// Makes the output audible at once: full level, with the glide behind it.
+/// Sets the master level and waits until the gain has reached it.
 inline void openMaster(Player& player) {
   player.automate(0, kMasterOut, 100.0F / 127.0F);
   player.process(2048);

@@ -1,4 +1,4 @@
-// What the frame takes in, when it takes force, and what the engine does before anyone has asked for sound.
+// What the frame takes in and when it takes effect, and what the engine does before a level has been set.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
@@ -22,7 +22,7 @@ constexpr std::uint32_t kMeters = 0x130;
 class OpenCounter {
  public:
   explicit OpenCounter(const std::string& path) : queue(inotify_init1(IN_NONBLOCK)) {
-    // With the closing in between two openings are never taken for one.
+    // Watching the closing too keeps the system from merging two openings into one event.
     inotify_add_watch(queue, path.c_str(), IN_OPEN | IN_CLOSE);
   }
   ~OpenCounter() { ::close(queue); }

@@ -1,4 +1,4 @@
-// A busy block asks for no memory, wave changes included.
+// A busy block allocates nothing, wave changes included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 

@@ -1,5 +1,5 @@
-// The frame, the sequencer and the output stage written as plainly as can be, over voices and effect of its own: what
-// the engine must give to the last bit.
+// A plain model of the frame, the sequencer and the output stage, around voices and an effect of its own. The engine
+// must give the same samples to the last bit.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The chunk and the programs: what survives, what is upgraded, and what is refused.
+// The chunk and the programs: what is kept, what is upgraded, and what is refused.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

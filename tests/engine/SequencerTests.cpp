@@ -1,4 +1,4 @@
-// The order and the timing of records.
+// The order, the timing and the number of records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ using namespace tesh::bramel::plugin::sivray;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Notes what fires, and renders like the frame does.
+/// Writes down what fires, and renders in slices as the frame does.
 class Rendering : public IEventResponder {
  public:
   void onParameter(const SequencerEvent& record) override {

@@ -1,4 +1,4 @@
-// The index files, whole and broken: what can be played is found, the rest is answered as a wave that cannot.
+// Lookups in whole and in broken index files, for the engine and for a browser.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

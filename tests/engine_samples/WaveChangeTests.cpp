@@ -1,4 +1,4 @@
-// What stands in a pad's slot after a change of its wave, from whole and from broken files.
+// What a pad's slot holds after a change of its wave, from whole and from broken files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ std::vector<std::int16_t> padded(std::vector<std::int16_t> samples) {
   return samples;
 }
 
-TEST(WaveChange, FillsTheSlotAndClearsWhatTheWaveBeforeHasLeft) {
+TEST(WaveChange, FillsTheSlotAndClearsTheRestOfTheWaveBefore) {
   Pads pads({{"mono", ramp(0x1230, 9), {}}, {"stereo", ramp(-7, 5), ramp(300, 8)}});
   pads.change(0, 0);
   EXPECT_EQ(pads.frames(0), 9U);
@@ -67,7 +67,7 @@ TEST(WaveChange, FillsTheSlotAndClearsWhatTheWaveBeforeHasLeft) {
   EXPECT_EQ(pads.frames(0), 5U);
 }
 
-TEST(WaveChange, KeepsTwoSilentFramesBehindTheLongestWave) {
+TEST(WaveChange, KeepsTwoSilentFramesAfterTheLongestWave) {
   for (const int length : {17, 18, 19, 20, 21, 40}) {
     Pads pads({{"long", ramp(1, length), ramp(101, length)}});
     pads.change(1, 0);
@@ -78,7 +78,7 @@ TEST(WaveChange, KeepsTwoSilentFramesBehindTheLongestWave) {
   }
 }
 
-TEST(WaveChange, PlaysTheFirstSampleOfTheFileForAWaveThatIsNone) {
+TEST(WaveChange, ReadsTheFirstSampleOfTheFileForAnUnknownWave) {
   Pads pads({{"only", ramp(50, 9), {}}});
   for (const std::int32_t none : {-1, 1, 1 << 30}) {
     pads.change(0, 0);
@@ -88,7 +88,7 @@ TEST(WaveChange, PlaysTheFirstSampleOfTheFileForAWaveThatIsNone) {
   }
 }
 
-TEST(WaveChange, ReadsSilenceBehindTheEndOfTheData) {
+TEST(WaveChange, ReadsSilencePastTheEndOfTheData) {
   Pads pads({{"first", ramp(1, 4), {}}, {"cut", ramp(5, 10), {}}, {"gone", ramp(100, 3), ramp(200, 3)}});
   std::filesystem::resize_file(pads.folder.pathOf("drumdata.bin"), 2 * 9 + 1);  // and half a sample
   pads.change(0, 1);
@@ -109,7 +109,7 @@ TEST(WaveChange, EmptiesTheSlotWhenTheDataCannotBeOpened) {
   EXPECT_EQ(pads.pool.slot(0).data, pads.pool.memoryOf(0));
 }
 
-TEST(WaveChange, StandsStretchesThatEndBeforeTheyBeginOrLieBeyondReach) {
+TEST(WaveChange, SurvivesStretchesThatEndBeforeTheyBeginOrLieBeyondTheFormat) {
   Pads pads({{"wave", ramp(1, 12), {}}});
   const std::array<std::array<std::uint32_t, 2>, 5> stretches{
       {{5, 4}, {5, 3}, {0, 0xFFFFFFFF}, {0x7FFFFFFF, 0x80000003}, {0xFFFFFFFE, 0xFFFFFFFF}}};

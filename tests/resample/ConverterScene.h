@@ -1,4 +1,4 @@
-// An engine that sounds by the count of its frames, and a host that plays it.
+// An engine whose sound depends on the number of its frame, and a host that plays it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -64,7 +64,7 @@ class Engine : public CFsConvListener {
   std::uint32_t frame = 0;
 };
 
-/// Plays `frames` frames without input, in blocks of what `nextBlock` gives, and returns the left channel.
+/// Plays `frames` frames without input, in blocks of `nextBlock()` frames, and returns the left channel.
 template <typename NextBlock>
 std::vector<float> play(CFsConverterWrapper& converter, std::size_t frames, NextBlock nextBlock) {
   std::vector<float> left(frames);
@@ -78,7 +78,7 @@ std::vector<float> play(CFsConverterWrapper& converter, std::size_t frames, Next
   return left;
 }
 
-/// A host's list of events, as long as it likes.
+/// A host's list of events, of any length.
 class Events {
  public:
   void add(std::int32_t delta, std::array<std::uint8_t, 3> bytes, std::int32_t type = kVstMidiType) {

@@ -1,4 +1,4 @@
-// The converter around an engine that counts its frames: what a host hears, and when the engine's messages arrive.
+// The converter around an engine of the tests: what a host hears, and when messages reach the engine.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 

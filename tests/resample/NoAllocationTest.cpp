@@ -1,4 +1,4 @@
-// A running converter asks for no memory.
+// A running converter allocates nothing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 
