@@ -28,7 +28,7 @@ void invertChord(ChordRecord& record, std::int32_t inversion) {
 
 void transposeNotes(ChordRecord& record, std::int32_t semitones) {
   for (std::uint16_t& note : record.notes) {
-    note = static_cast<std::uint16_t>(note + semitones);
+    note = static_cast<std::uint16_t>(note + static_cast<std::uint32_t>(semitones));
   }
 }
 

@@ -89,8 +89,9 @@ void ScaleHost::setChordMode(bool on) {
 std::int32_t ScaleHost::noteForKey(std::int32_t key, std::int32_t octaveOffset) const {
   const auto keys = static_cast<std::int32_t>(keysPerOctave);
   const std::int32_t from = std::max(key, 0);
-  return notes[static_cast<std::size_t>(from % keys)] + 12 * (from / keys + octaveOffset) +
-         static_cast<std::int32_t>(root);
+  // In 64 bits, so that a key or a root past all notes wraps instead of overflowing.
+  const std::int64_t lift = 12 * (std::int64_t{from / keys} + octaveOffset) + root;
+  return static_cast<std::int32_t>(notes[static_cast<std::size_t>(from % keys)] + lift);
 }
 
 ChordRecord ScaleHost::chordForKey(std::int32_t key, std::int32_t octaveOffset) const {
@@ -98,8 +99,8 @@ ChordRecord ScaleHost::chordForKey(std::int32_t key, std::int32_t octaveOffset) 
   const std::int32_t from = std::max(key, 0);
   ChordRecord record = chords[static_cast<std::size_t>(from % keys)];
   transposeNotes(record, static_cast<std::int32_t>(root));
-  const std::int32_t lift = 12 * (octaveOffset + from / keys);
-  record.bass += static_cast<std::int32_t>(root) + lift;
+  const std::int64_t lift = 12 * (std::int64_t{octaveOffset} + from / keys);
+  record.bass = static_cast<std::int32_t>(record.bass + lift + root);
   const OctaveFlags& stays = scaleInForce().octaveFlags();
   for (std::size_t k = 0; k < static_cast<std::size_t>(record.count); ++k) {
     if (stays[k] == 0) {
