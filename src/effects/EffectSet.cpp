@@ -16,7 +16,7 @@
 #include "effects/filters/SivrayFxEqualizer.h"
 #include "effects/filters/SivrayFxTalkingModulator.h"
 #include "effects/filters/SivrayFxTolvanFilter.h"
-#include "effects/interfaces/EffectAdapter2.h"
+#include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/SivrayFxBypass.h"
 #include "effects/modulation/MarloChorus.h"
 #include "effects/modulation/MarloEnsemble.h"
@@ -41,10 +41,9 @@ constexpr std::array<int, kEffectTypeCount> kConstructionOrder{
 
 using Maker = std::unique_ptr<SivrayFx> (*)();
 
-/// Makes an `Effect`, with its mode where it has several.
-template <typename Effect, int... Mode>
+template <typename Effect>
 std::unique_ptr<SivrayFx> make() {
-  return std::make_unique<Effect>(Mode...);
+  return std::make_unique<Effect>();
 }
 
 /// By type id.
@@ -74,9 +73,9 @@ constexpr std::array<Maker, kEffectTypeCount> kMakers{
     make<EffectAdapter<SivrayFxDecimator>>,                               // 22
     make<SivrayFxEqualizer>,                                              // 23
     make<EffectAdapter<PeakingEQ>>,                                       // 24
-    make<SivrayFxTolvanFilter, 0>,                                        // 25
-    make<SivrayFxTolvanFilter, 1>,                                        // 26
-    make<SivrayFxTolvanFilter, 2>,                                        // 27
+    make<SivrayFxTolvanFilter<TolvanMode::kLowpass>>,                     // 25
+    make<SivrayFxTolvanFilter<TolvanMode::kHighpass>>,                    // 26
+    make<SivrayFxTolvanFilter<TolvanMode::kBandpass>>,                    // 27
     make<EffectAdapter<CombFilter>>,                                      // 28
     make<SivrayFxTalkingModulator>,                                       // 29
 };

@@ -57,7 +57,7 @@ struct PeakingModel : PlainModel {
   std::array<std::array<std::int64_t, 4>, 2> memory{};
 
   void edit(unsigned index, std::int64_t knob) override {
-    if (index < 3) knobs[index] = static_cast<float>(knob);
+    if (index < 2) knobs[index] = static_cast<float>(knob);
   }
   void reset() override { memory = {}; }
   static std::int64_t whole(float x) { return static_cast<std::int64_t>(x * 16777216.0F); }

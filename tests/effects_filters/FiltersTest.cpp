@@ -14,10 +14,9 @@ namespace {
 using namespace scene;
 using namespace tesh::bramel::plugin::sivray::effects;
 
-template <int number>
-struct Tolvan : SivrayFxTolvanFilter {
-  Tolvan() : SivrayFxTolvanFilter(number) {}
-};
+using Lowpass = SivrayFxTolvanFilter<TolvanMode::kLowpass>;
+using Highpass = SivrayFxTolvanFilter<TolvanMode::kHighpass>;
+using Bandpass = SivrayFxTolvanFilter<TolvanMode::kBandpass>;
 
 /// Resets by the restart message instead.
 template <typename Effect>
@@ -39,9 +38,9 @@ struct ClearedTolvan : TolvanModel {
 TEST(Filters, EveryEffectMatchesItsPlainModelThroughRandomScenes) {
   playScenes<SivrayFxEqualizer>(EqualizerModel{});
   playScenes<EffectAdapter<PeakingEQ>>(PeakingModel{}, 60);
-  playScenes<Tolvan<0>>(TolvanModel{0});
-  playScenes<Tolvan<1>>(TolvanModel{1});
-  playScenes<Tolvan<2>>(TolvanModel{2});
+  playScenes<Lowpass>(TolvanModel{0});
+  playScenes<Highpass>(TolvanModel{1});
+  playScenes<Bandpass>(TolvanModel{2});
   playScenes<EffectAdapter<CombFilter>>(CombModel{}, 60);
   playScenes<SivrayFxTalkingModulator>(TalkingModel{});
 }
@@ -49,7 +48,7 @@ TEST(Filters, EveryEffectMatchesItsPlainModelThroughRandomScenes) {
 TEST(Filters, TheRestartMessageClearsWhatItsModelClears) {
   playScenes<Notified<SivrayFxEqualizer>>(EqualizerModel{});
   playScenes<Notified<EffectAdapter<PeakingEQ>>>(PeakingModel{}, 40);
-  playScenes<Notified<Tolvan<0>>>(ClearedTolvan{0});
+  playScenes<Notified<Lowpass>>(ClearedTolvan{0});
   playScenes<Notified<EffectAdapter<CombFilter>>>(CombModel{}, 40);
   playScenes<Notified<SivrayFxTalkingModulator>>(TalkingModel{});
 }
@@ -140,10 +139,10 @@ TEST(Filters, SteadyTonesComeOutAtTheLevelOfTheirKnobs) {
   EffectAdapter<PeakingEQ> peaking;  // a bell leaves both ends of the spectrum alone
   EXPECT_NEAR(steadyLevel(peaking, 60, 127, 10000, false), 10000, 30);
   EXPECT_NEAR(steadyLevel(peaking, 60, 0, 10000, true), 10000, 30);
-  Tolvan<0> lowpass;
+  Lowpass lowpass;
   EXPECT_NEAR(steadyLevel(lowpass, 60, 0, 10000, false), 10000, 30);
   EXPECT_NEAR(steadyLevel(lowpass, 20, 0, 10000, true), 0, 10);
-  Tolvan<1> highpass;
+  Highpass highpass;
   EXPECT_NEAR(steadyLevel(highpass, 40, 30, 20000, false), 0, 3);
 }
 
@@ -168,7 +167,7 @@ TEST(Filters, CombWithoutFeedbackPassesTheSoundAndVoicesOfOppositeSignCancel) {
 
 TEST(Filters, OtherIndicesAreIgnoredAndWrongValuesMasked) {
   SivrayFxEqualizer equalizer;
-  Tolvan<2> bandpass;
+  Bandpass bandpass;
   SivrayFxTalkingModulator talking;
   EffectAdapter<PeakingEQ> peaking;
   EffectAdapter<CombFilter> comb;

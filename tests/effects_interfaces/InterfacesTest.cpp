@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <functional>
+#include <initializer_list>
 #include <limits>
 
 #include "effects/interfaces/EffectAdapter.h"
@@ -88,31 +91,88 @@ TEST(PendingSettings, HandsOverOnceAndTheLatest) {
   EXPECT_EQ(pending.peek(), 9);
 }
 
-struct PlainCore {
-  void process(StereoBlock&, unsigned) {}
-  int setEdit(unsigned index, int value) { return static_cast<int>(index) * 1000 + value; }
-  void reset() { ++resets; }
+/// Gives out its smoothed Edit1, and runs `inTheMiddle` at the tenth sample of a block.
+struct ProbeLaw {
+  struct Settings {
+    std::int32_t level = -1;
+  };
+  static Settings settingsOf(const Knobs& knobs) { return {knobs.edit1 + knobs.tempoTenths}; }
+  void reset(const Settings&) { ++resets; }
+  void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+    if (++samples % 1000 == 10 && inTheMiddle) {
+      inTheMiddle();
+    }
+    left = static_cast<std::int16_t>(to.level);
+    right = static_cast<std::int16_t>(level.value());
+  }
+  SmoothedValue level;
+  int samples = 0;
   static inline int resets = 0;
+  static inline std::function<void()> inTheMiddle;
 };
 
-struct RhythmicCore : PlainCore {
-  static constexpr bool kAnswersRhythmicRestart = true;
+struct RhythmicLaw : ProbeLaw {
+  static constexpr Knobs kStart{50, 0, 7};
+  static constexpr bool kFollowsTempo = true;
+  static constexpr bool kResetTakesPending = true;
+  static constexpr int kOtherRestart = kRhythmicRestart;
 };
 
-TEST(EffectAdapter, AnswersParametersAndTransportForItsCore) {
-  EffectAdapter<PlainCore> plain;
-  EffectAdapter<RhythmicCore> rhythmic;
-  EXPECT_EQ(plain.setParameter(1, 55), 55);
-  EXPECT_EQ(plain.setParameter(3, 55), 1055);
-  PlainCore::resets = 0;
-  for (const int code : {2, 5, 6}) {
-    plain.notify(code);
+/// A block of 200 samples.
+template <typename Effect>
+std::array<std::array<std::int16_t, 200>, 2> played(Effect& effect) {
+  std::array<std::array<std::int16_t, 200>, 2> sound{};
+  StereoBlock block{sound[0].data(), sound[1].data()};
+  effect.process(block, 200);
+  return sound;
+}
+
+TEST(TwoKnobEffect, AnswersParametersAndTransportForItsLaw) {
+  TwoKnobEffect<ProbeLaw> direct;
+  EffectAdapter<RhythmicLaw> adapted;
+  EXPECT_EQ(direct.setParameter(1, 55), 0);
+  EXPECT_EQ(adapted.setParameter(1, 55), 55);
+  EXPECT_EQ(adapted.setParameter(kEdit1, -1), 127);
+  EXPECT_EQ(adapted.setParameter(4, 55), 0);
+  for (const auto& [effect, expected] : {std::pair<SivrayFx*, int>{&direct, 1}, {&adapted, 2}}) {
+    ProbeLaw::resets = 0;
+    for (const int code : {2, 5, 6}) {
+      effect->notify(code);
+    }
+    EXPECT_EQ(ProbeLaw::resets, expected);
   }
-  EXPECT_EQ(PlainCore::resets, 1);
-  for (const int code : {2, 5, 6}) {
-    rhythmic.notify(code);
+}
+
+TEST(TwoKnobEffect, ASettingLandsOnTheGridAndGlidesThere) {
+  TwoKnobEffect<ProbeLaw> effect;
+  EXPECT_EQ(played(effect)[0][199], -1) << "no knob set yet";
+  effect.setParameter(kEdit1, 10);
+  const auto glided = played(effect);
+  EXPECT_EQ(glided[0][0], 1210);
+  EXPECT_LT(glided[1][199], 1200);
+  effect.setImmediate(true);
+  EXPECT_GE(played(effect)[1][1], 1209);
+}
+
+TEST(TwoKnobEffect, AChangeWithinABlockWaitsForTheNextMultipleOf64) {
+  TwoKnobEffect<RhythmicLaw> effect;
+  ProbeLaw::inTheMiddle = [&] { effect.setTempo(100); };
+  const auto sound = played(effect);
+  ProbeLaw::inTheMiddle = nullptr;
+  EXPECT_EQ(sound[0][63], 57);
+  EXPECT_EQ(sound[0][64], 150);
+}
+
+TEST(TwoKnobEffect, AResetStartsFromTheNewestSettingsWhereTheLawSaysSo) {
+  TwoKnobEffect<ProbeLaw> later;
+  TwoKnobEffect<RhythmicLaw> newest;
+  for (SivrayFx* effect : std::initializer_list<SivrayFx*>{&later, &newest}) {
+    effect->setParameter(kEdit1, 90);
+    effect->reset();
   }
-  EXPECT_EQ(PlainCore::resets, 3);
+  EXPECT_LT(played(later)[1][0], 100);
+  EXPECT_EQ(played(newest)[1][0], 97);
 }
 
 struct User : SivrayFxMemoryUser {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "effects/interfaces/EffectAdapter2.h"
+#include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/HallTables.h"

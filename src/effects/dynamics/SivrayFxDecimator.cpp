@@ -14,7 +14,7 @@ SivrayFxDecimator::Settings SivrayFxDecimator::settingsOf(const Knobs& knobs) {
   return {valueAt(decimatorSteps, knobs.edit1), valueAt(linearTable, knobs.edit2)};
 }
 
-void SivrayFxDecimator::aim(const Settings& to) {
+void SivrayFxDecimator::aim(const Settings& to, bool) {
   wetLeft = mul15(holdLeft, to.wet);
   wetRight = mul15(holdRight, to.wet);
 }
@@ -25,7 +25,7 @@ void SivrayFxDecimator::step(const Settings& to, std::int16_t& left, std::int16_
     counter &= 65535;
     holdLeft = std::max<std::int32_t>(left, -kFullScale);
     holdRight = std::max<std::int32_t>(right, -kFullScale);
-    aim(to);
+    aim(to, false);
   }
   // The two gains make up 32767, so that the sums keep to -32767 .. 32767 without a limit.
   const std::int32_t dry = kFullScale - to.wet;

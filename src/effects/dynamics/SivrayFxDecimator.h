@@ -20,9 +20,9 @@ struct SivrayFxDecimator {
   static Settings settingsOf(const Knobs& knobs);
   void reset(const Settings& now) {
     *this = {};
-    aim(now);
+    aim(now, false);
   }
-  void aim(const Settings& to);
+  void aim(const Settings& to, bool immediate);
   void step(const Settings& to, std::int16_t& left, std::int16_t& right);
 
   std::uint32_t counter = 0;

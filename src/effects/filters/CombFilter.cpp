@@ -1,12 +1,11 @@
-// The knob curves of the comb filter and its line.
+// The settings and the lines of the comb filter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/CombFilter.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "core/FixedPoint.h"
-#include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -14,111 +13,98 @@ using namespace cofu::core;
 
 namespace {
 
-constexpr unsigned kMask = 2047;
+constexpr std::size_t kMask = CombFilter::kLineLength - 1;
+
+/// Limit of the delayed sample, 30 bits.
 constexpr std::int32_t kOutputLimit = 1073741823;
 
-/// The delay by knob, a semitone a step, samples with 15 fractional bits.
+/// Delay at knob 0, samples with 15 fractional bits: the period of the lowest C, 44100 / 32.7032 samples. Each step of
+/// the knob is a semitone up.
+constexpr double kLongestDelay = 44187388.0;
+
+/// What the feedback takes per round at knobs 0 and 0, in nepers: the sound then falls by 60 dB in 1.08 ms. That time
+/// doubles every 12 steps of the Feedback knob, up to 1.66 s.
+constexpr double kDecayPerRound = 195.11349;
+
+constexpr double k1In31Bits = 2147483648.0;
+
+/// A one-pole smoother's share of the target and of its own value, Q15: the delay goes nearly all the way in a sample,
+/// the feedback 0.99 of it.
+constexpr std::int64_t kDelayTargetShare = 28599;
+constexpr std::int64_t kDelayKept = 4168;
+constexpr std::int64_t kFeedbackTargetShare = 32439;
+constexpr std::int64_t kFeedbackKept = 328;
+
+/// 2 to the power of -steps / 12.
+double semitonesDown(std::size_t steps) { return std::exp2(-static_cast<double>(steps) / 12.0); }
+
 const auto delayTable = [] {
   std::array<std::int32_t, 128> table{};
   for (std::size_t i = 0; i < table.size(); ++i) {
-    table[i] = static_cast<std::int32_t>(44187388.0 * std::exp2(-static_cast<double>(i) / 12.0));
+    table[i] = static_cast<std::int32_t>(kLongestDelay * semitonesDown(i));
   }
   return table;
 }();
 
-/// The feedback by the sum of both knobs, 31 fractional bits.
+/// The feedback by the sum of both knobs.
 const auto feedbackTable = [] {
   std::array<std::int32_t, 255> table{};
   for (std::size_t n = 0; n < table.size(); ++n) {
-    const double decay = 195.11349 * std::exp2(-static_cast<double>(n) / 12.0);
-    table[n] = static_cast<std::int32_t>(2147483648.0 * std::exp(-decay));
+    table[n] = static_cast<std::int32_t>(k1In31Bits * std::exp(-kDecayPerRound * semitonesDown(n)));
   }
   return table;
 }();
 
-/// Weight of an allpass-like interpolation at `fraction` (15 bits).
-std::int32_t etaOf(std::int32_t fraction) { return ((32767 - fraction) * 32768) / (fraction + 32767); }
+std::int64_t nextDelay(std::int64_t delay, std::int64_t target) {
+  return (target * kDelayTargetShare + delay * kDelayKept) >> 15;
+}
 
-std::int64_t followed(std::int64_t target, std::int64_t targetShare, std::int64_t state, std::int64_t stateShare) {
-  return (target * targetShare + state * stateShare) >> 15;
+std::int64_t nextFeedback(std::int64_t feedback, std::int64_t target) {
+  return (target * kFeedbackTargetShare + feedback * kFeedbackKept) >> 15;
 }
 
 }  // namespace
 
-CombFilter::CombFilter() { updateTargets(); }
-
-int CombFilter::setEdit(unsigned index, int value) {
-  if (index > 1) {
-    return 0;
-  }
-  const int knob = value & 127;
-  (index == 0 ? delayKnob : feedbackKnob) = knob;
-  updateTargets();
-  return knob;
+CombFilter::Settings CombFilter::settingsOf(const Knobs& knobs) {
+  return {valueAt(delayTable, knobs.edit1), valueAt(feedbackTable, knobs.edit1 + knobs.edit2)};
 }
 
-void CombFilter::updateTargets() {
-  delayTarget = delayTable[static_cast<std::size_t>(delayKnob)];
-  const int sum = delayKnob + feedbackKnob;
-  feedbackTarget = feedbackTable[static_cast<std::size_t>(sum)];
+bool CombFilter::restsAt(const Settings& to, bool) const {
+  return nextDelay(delay, to.delay) == delay && nextFeedback(feedback, to.feedback) == feedback;
 }
 
-void CombFilter::reset() {
-  left.output = 0;
-  right.output = 0;
+void CombFilter::glide(const Settings& to, bool) {
+  delay = nextDelay(delay, to.delay);
+  feedback = nextFeedback(feedback, to.feedback);
 }
 
-void CombFilter::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    const unsigned end = std::min(count, start + kControlGrid);
-    for (unsigned i = start; i < end;) {
-      const unsigned run = glide() ? 1 : end - i;
-      render(block, i, i + run);
-      i += run;
-    }
-  }
+/// The whole samples of the delay, and the weight of an all-pass interpolation, (1 - fraction) / (1 + fraction).
+void CombFilter::derive() {
+  wholeDelay = static_cast<std::size_t>(delay >> 15);
+  const auto fraction = static_cast<std::int32_t>(delay & 32767);
+  eta = ((32767 - fraction) * 32768) / (fraction + 32767);
 }
 
-/// Moves one sample towards the targets. Gives false when nothing moves any more.
-bool CombFilter::glide() {
-  const std::int64_t delay = followed(delayTarget, 28599, delayState, 4168);
-  const std::int64_t feedback = followed(feedbackTarget, 32439, feedbackState, 328);
-  const bool moved = delay != delayState || feedback != feedbackState;
-  if (delay != delayState) {
-    eta = etaOf(static_cast<std::int32_t>(delay & 32767));
-  }
-  delayState = delay;
-  feedbackState = feedback;
-  return moved;
+void CombFilter::stepChannel(Channel& channel, std::int16_t& sample) const {
+  const auto back = static_cast<std::int32_t>((feedback * channel.output) >> 31);
+  const std::int32_t v = back + sample * 32768;
+  channel.line[write] = v;
+  const std::int32_t a = channel.line[read];
+  const std::int32_t b = channel.line[(read - 1) & kMask];
+  // The correction has the scale of samples and the sound that of the line: it moves the sound a little.
+  const std::int32_t correction =
+      mul15((a >> 15) - static_cast<std::int32_t>(channel.output >> 15), static_cast<std::int32_t>(eta));
+  channel.output = std::clamp(wrapAdd(correction, b), -kOutputLimit, kOutputLimit);
+  sample = static_cast<std::int16_t>(saturate(v >> 15));
 }
 
-void CombFilter::render(StereoBlock block, unsigned start, unsigned end) {
-  const auto delay = static_cast<unsigned>(delayState >> 15);
-  unsigned writeAt = write;
-  unsigned readAt = read;
-  const auto step = [&](std::array<std::int32_t, kLineLength>& line, std::int32_t& output, std::int16_t& sample) {
-    const auto back = static_cast<std::int32_t>((feedbackState * output) >> 31);
-    const std::int32_t v = back + sample * 32768;
-    line[writeAt] = v;
-    const std::int32_t a = line[readAt];
-    const std::int32_t b = line[(readAt - 1) & kMask];
-    // The correction stands on the scale of samples, the sound itself on that of the line.
-    const std::int32_t correction = mul15((a >> 15) - (output >> 15), eta);
-    output = std::clamp(wrapAdd(correction, b), -kOutputLimit, kOutputLimit);
-    sample = static_cast<std::int16_t>(saturate(v >> 15));
-  };
-  std::int32_t outputLeft = left.output;
-  std::int32_t outputRight = right.output;
-  for (unsigned i = start; i < end; ++i) {
-    step(left.line, outputLeft, block.left[i]);
-    step(right.line, outputRight, block.right[i]);
-    writeAt = (writeAt + 1) & kMask;
-    readAt = (writeAt - delay) & kMask;
-  }
-  left.output = outputLeft;
-  right.output = outputRight;
-  write = writeAt;
-  read = readAt;
+void CombFilter::step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) {
+  stepChannel(left, leftSample);
+  stepChannel(right, rightSample);
+  write = (write + 1) & kMask;
+  read = (write - wholeDelay) & kMask;
 }
+
+template class TwoKnobEffect<CombFilter>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,4 +1,4 @@
-// "Comb Filter": a short line with feedback on each channel.
+// "Comb Filter": a short delay line with feedback on each channel.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,49 +6,53 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Comb Filter": Edit1 is the pitch of the delay in semitones above 32.7 Hz, Edit2 the feedback, by which
-/// the sound decays in the same time at every pitch.
-class CombFilter {
- public:
-  CombFilter();
-
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
-
-  /// Index 0 delay, 1 feedback; the value is masked to 7 bits and given back. Other indices give 0. Any thread.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
-
-  /// Silences the feedback; what stands in the lines stays.
-  void reset() SIVRAY_NONBLOCKING;
-
- private:
+/// Edit1 is the pitch of the delay in semitones above 32.7 Hz, Edit2 the feedback. Models a plucked string: the
+/// feedback grows as the delay gets shorter, so that a sound decays in the same time at every pitch. It has no
+/// immediate mode.
+struct CombFilter {
+  static constexpr Knobs kStart{64, 64};
   static constexpr std::size_t kLineLength = 2048;
 
-  struct Channel {
-    std::array<std::int32_t, kLineLength> line{};
-    std::int32_t output = 0;  ///< Delayed sample, 30 fractional bits.
+  struct Settings {
+    std::int32_t delay;     ///< Samples, 15 fractional bits.
+    std::int32_t feedback;  ///< 31 fractional bits.
   };
 
-  void updateTargets();
-  bool glide();
-  void render(StereoBlock block, unsigned start, unsigned end);
+  // All but the lines is 64 bits wide: the compiler knows then that storing a sample in a line changes nothing else.
+  struct Channel {
+    std::array<std::int32_t, kLineLength> line{};  ///< Samples, 15 fractional bits.
+    std::int64_t output = 0;                       ///< The delayed sample, 15 fractional bits.
+  };
 
-  Relaxed<int> delayKnob{64};
-  Relaxed<int> feedbackKnob{64};
-  Relaxed<std::int32_t> delayTarget;     ///< Samples, 15 fractional bits.
-  Relaxed<std::int32_t> feedbackTarget;  ///< 31 fractional bits.
-  std::int64_t delayState = 0;
-  std::int64_t feedbackState = 0;
-  std::int32_t eta = 0;  ///< Weight of the interpolation at the present delay, Q15.
-  unsigned write = 0;
-  unsigned read = 0;
+  static Settings settingsOf(const Knobs& knobs);
+
+  /// Silences the feedback; the lines keep their sound.
+  void reset(const Settings&) {
+    left.output = 0;
+    right.output = 0;
+  }
+  bool restsAt(const Settings& to, bool immediate) const;
+  void glide(const Settings& to, bool immediate);
+  void derive();
+  void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample);
+
+  std::int64_t delay = 0;
+  std::int64_t feedback = 0;
+  std::size_t wholeDelay = 0;  ///< Samples.
+  std::int64_t eta = 0;        ///< Weight of the interpolation at the present delay, Q15.
+  std::size_t write = 0;
+  std::size_t read = 0;
   Channel left;
   Channel right;
+
+ private:
+  void stepChannel(Channel& channel, std::int16_t& sample) const;
 };
+
+extern template class TwoKnobEffect<CombFilter>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

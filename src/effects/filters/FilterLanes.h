@@ -23,12 +23,6 @@ inline PlainLanes limited24(PlainLanes value) {
   return {std::clamp(value.l, -kFull24, kFull24), std::clamp(value.r, -kFull24, kFull24)};
 }
 
-inline void storeSaturated(PlainLanes value, std::int16_t& left, std::int16_t& right) {
-  const PlainLanes saturated = value.saturated();
-  left = static_cast<std::int16_t>(saturated.l);
-  right = static_cast<std::int16_t>(saturated.r);
-}
-
 #if defined(__SSE2__)
 /// The machine multiplies unsigned values: 2^25 is added to make them so, and its share, a whole number, taken off.
 inline StereoLanes mulShift23(StereoLanes value, StereoLanes factor) {
@@ -42,13 +36,6 @@ inline StereoLanes limited24(StereoLanes value) {
   const __m128 limit = _mm_set1_ps(static_cast<float>(kFull24));
   const __m128 lower = _mm_set1_ps(static_cast<float>(-kFull24));
   return {_mm_cvttps_epi32(_mm_max_ps(_mm_min_ps(_mm_cvtepi32_ps(value.v), limit), lower))};
-}
-
-inline void storeSaturated(StereoLanes value, std::int16_t& left, std::int16_t& right) {
-  const __m128i packed = _mm_packs_epi32(value.v, value.v);
-  const __m128i words = _mm_max_epi16(packed, _mm_set1_epi16(-cofu::core::kFullScale));
-  left = static_cast<std::int16_t>(_mm_cvtsi128_si32(words));
-  right = static_cast<std::int16_t>(_mm_extract_epi16(words, 2));
 }
 #endif
 

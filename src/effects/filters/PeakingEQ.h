@@ -1,68 +1,42 @@
-// "Peaking EQ": one bell in integers.
+// "Peaking EQ": one bell-shaped boost or cut, in integers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The core of "Peaking EQ": Edit1 is the frequency in semitones with 440 Hz at 61, Edit2 the gain from -15 to 15 dB.
-class PeakingEQ {
- public:
-  PeakingEQ();
+/// Edit1 is the frequency in semitones with 440 Hz at 61, Edit2 the gain from -15 to 15 dB. Nothing is smoothed. A
+/// change of a knob computes a sine and powers on the calling thread.
+struct PeakingEQ {
+  static constexpr Knobs kStart{61, 70};
 
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
-
-  /// Index 0 frequency, 1 gain, 2 Q (0.1 to 5.0, 1.0 at 64); the value is masked to 7 bits and given back. Other
-  /// indices give 0. Any thread; the coefficients change at once, one after the other.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
-
-  /// Clears the filter memory.
-  void reset() SIVRAY_NONBLOCKING;
-
- private:
-  /// Filter memory of one channel, 9 bits above a sample.
-  struct Memory {
-    std::int32_t x1 = 0;
-    std::int32_t x2 = 0;
-    std::int32_t y1 = 0;
-    std::int32_t y2 = 0;
-  };
-
-  /// The coefficients as the samples' loop needs them.
-  struct Coefficients {
+  /// Coefficients of a second-order section, 24 fractional bits. The first feedback coefficient equals `b1`.
+  struct Settings {
     std::int64_t b0;
     std::int64_t b1;
     std::int64_t b2;
-    std::int64_t a1;
     std::int64_t a2;
   };
 
-  void updateBandwidth();
-  void updateAmplitude();
-  void updateCoefficients();
-  static void renderChannel(const Coefficients& k, Memory& memory, std::int16_t* samples, unsigned count);
+  /// One channel's last two inputs and outputs: 32-bit values, 9 bits above a sample.
+  struct Memory {
+    std::int64_t x1 = 0;
+    std::int64_t x2 = 0;
+    std::int64_t y1 = 0;
+    std::int64_t y2 = 0;
+  };
 
-  Relaxed<int> freqKnob{61};
-  Relaxed<int> gainKnob{70};
-  Relaxed<int> qKnob{64};
-  Relaxed<float> omega;      ///< Centre in radians per sample.
-  Relaxed<float> alpha;      ///< Half the bandwidth in the same measure.
-  Relaxed<float> amplitude;  ///< Square root of the gain.
-
-  /// Whole numbers with 24 fractional bits.
-  Relaxed<float> b0;
-  Relaxed<float> b1;
-  Relaxed<float> b2;
-  Relaxed<float> a1;
-  Relaxed<float> a2;
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings&) { *this = {}; }
+  static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample);
 
   Memory left;
   Memory right;
 };
+
+extern template class TwoKnobEffect<PeakingEQ>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

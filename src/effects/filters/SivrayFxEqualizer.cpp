@@ -1,25 +1,29 @@
-// The glide of the coefficients and the two sections, in single precision one operation after the other.
+// The settings of the equalizer and its two shelves, in single precision one operation after the other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxEqualizer.h"
 
-#include <algorithm>
-
 #include "effects/filters/EqualizerTables.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
+/// 1/32768, the unit of the tables.
 constexpr float kTableScale = 3.0517578e-5F;
+
+/// Share of the distance that the coefficients move per sample: a time constant of 333 samples (7.6 ms).
 constexpr float kGlideShare = 0.003F;
+
+/// Limit of the filter memory, ten times full scale.
 constexpr float kMemoryLimit = 10.0F;
 constexpr float kFullScaleFloat = 32767.0F;
 
-/// What the memory loses per sample.
-constexpr float kLossR = 0.9998779F;
-constexpr float kLossS = 0.99993896F;
+/// What the memory keeps per sample: 1 - 2^-13 and 1 - 2^-14, so that no sound stays for ever.
+constexpr float kKeptR = 0.9998779F;
+constexpr float kKeptS = 0.99993896F;
 
-/// Takes away what is too small to matter, so that no value becomes subnormal.
+/// Takes away what is too small to matter, so that no value becomes subnormal and slow.
 inline float flushed(float x) {
   const float lifted = x + 1.0F;
   return lifted - 1.0F;
@@ -32,75 +36,43 @@ inline float limited(float x, float limit) {
 
 float coefficient(std::int16_t entry) { return static_cast<float>(entry) * kTableScale; }
 
-float glide(float from, float to, float share) {
-  const float way = to - from;
-  return from + way * share;
+std::int16_t filtered(const EqualizerLaw::Settings& k, EqualizerLaw::Memory& m, std::int16_t sample) {
+  const float x = static_cast<float>(sample) / kFullScaleFloat;
+  m.a = flushed(x * k.highGain + k.highFeedback1 * m.a);
+  const float oldB = m.b * kKeptR;
+  m.b = flushed(limited((m.a - oldB * kKeptS * k.highFeedback2) * 4.0F, kMemoryLimit));
+  const float low = m.b * k.lowFeedforward + oldB * k.lowFeedforwardOld - m.c * kKeptS * kKeptR * k.lowFeedback;
+  m.c = flushed(limited(2.0F * low, kMemoryLimit));
+  return static_cast<std::int16_t>(limited(m.c, 1.0F) * kFullScaleFloat);
 }
 
 }  // namespace
 
-int SivrayFxEqualizer::setParameter(unsigned index, int value) {
-  if (index != kEdit1 && index != kEdit2) {
-    return 0;
-  }
-  const int knob = value & 127;
-  (index == kEdit1 ? edit1 : edit2) = knob;
-  const LowShelfRow& low = lowShelfTable[static_cast<std::size_t>(edit1)];
-  const HighShelfRow& high = highShelfTable[static_cast<std::size_t>(edit2)];
-  pending.post({coefficient(low.feedforwardOld), coefficient(low.feedforward), coefficient(low.feedback),
-                coefficient(high.feedback1), coefficient(high.gain), coefficient(high.feedback2)});
-  return knob;
+EqualizerLaw::Settings EqualizerLaw::settingsOf(const Knobs& knobs) {
+  const LowShelfRow& low = valueAt(lowShelfTable, knobs.edit1);
+  const HighShelfRow& high = valueAt(highShelfTable, knobs.edit2);
+  return {coefficient(low.feedforwardOld), coefficient(low.feedforward), coefficient(low.feedback),
+          coefficient(high.feedback1),     coefficient(high.gain),       coefficient(high.feedback2)};
 }
 
-void SivrayFxEqualizer::notify(int code) {
-  if (code == kRestart) {
-    reset();
-  }
+EqualizerLaw::Settings EqualizerLaw::glided(const Settings& to, bool immediate) const {
+  const auto moved = [share = immediate ? 1.0F : kGlideShare](float from, float target) {
+    const float way = target - from;
+    return from + way * share;
+  };
+  return {moved(smoothed.lowFeedforwardOld, to.lowFeedforwardOld),
+          moved(smoothed.lowFeedforward, to.lowFeedforward),
+          moved(smoothed.lowFeedback, to.lowFeedback),
+          moved(smoothed.highFeedback1, to.highFeedback1),
+          moved(smoothed.highGain, to.highGain),
+          moved(smoothed.highFeedback2, to.highFeedback2)};
 }
 
-void SivrayFxEqualizer::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    renderGrid({block.left + start, block.right + start}, std::min(count - start, kControlGrid));
-  }
+void EqualizerLaw::step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) {
+  leftSample = filtered(smoothed, left, leftSample);
+  rightSample = filtered(smoothed, right, rightSample);
 }
 
-SivrayFxEqualizer::Coefficients SivrayFxEqualizer::glided() const {
-  const float share = immediate ? 1.0F : kGlideShare;
-  return {glide(smoothed.lowFeedforwardOld, live.lowFeedforwardOld, share),
-          glide(smoothed.lowFeedforward, live.lowFeedforward, share),
-          glide(smoothed.lowFeedback, live.lowFeedback, share),
-          glide(smoothed.highFeedback1, live.highFeedback1, share),
-          glide(smoothed.highGain, live.highGain, share),
-          glide(smoothed.highFeedback2, live.highFeedback2, share)};
-}
-
-void SivrayFxEqualizer::renderGrid(StereoBlock block, unsigned count) {
-  for (unsigned i = 0; i < count;) {
-    const Coefficients next = glided();
-    // A glide whose step is lost in rounding has come to rest, and stays there for the whole run.
-    const unsigned run = next == smoothed ? count - i : 1;
-    smoothed = next;
-    renderChannel(smoothed, left, block.left + i, run);
-    renderChannel(smoothed, right, block.right + i, run);
-    i += run;
-  }
-}
-
-void SivrayFxEqualizer::renderChannel(const Coefficients& coefficients, Memory& memory, std::int16_t* samples,
-                                      unsigned count) {
-  const Coefficients k = coefficients;
-  Memory m = memory;
-  for (unsigned i = 0; i < count; ++i) {
-    const float x = static_cast<float>(samples[i]) / kFullScaleFloat;
-    m.a = flushed(x * k.highGain + k.highFeedback1 * m.a);
-    const float oldB = m.b * kLossR;
-    m.b = flushed(limited((m.a - oldB * kLossS * k.highFeedback2) * 4.0F, kMemoryLimit));
-    const float low = m.b * k.lowFeedforward + oldB * k.lowFeedforwardOld - m.c * kLossS * kLossR * k.lowFeedback;
-    m.c = flushed(limited(2.0F * low, kMemoryLimit));
-    samples[i] = static_cast<std::int16_t>(limited(m.c, 1.0F) * kFullScaleFloat);
-  }
-  memory = m;
-}
+template class TwoKnobEffect<EqualizerLaw>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

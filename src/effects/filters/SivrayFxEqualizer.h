@@ -4,25 +4,14 @@
 
 #include <cstdint>
 
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SivrayFx.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the low gain, Edit2 the high gain; both change nothing at 62 to 66.
-class SivrayFxEqualizer : public SivrayFx {
- public:
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
-
-  /// Puts the smoothed coefficients on their targets; the filter memory stays.
-  void reset() override { smoothed = live; }
-  void setImmediate(bool on) override { immediate = on; }
-  void notify(int code) override;
-
- private:
-  struct Coefficients {
+/// Models a high shelf (a gain into a pole, then a second pole) before a low shelf (a zero and a pole). The glide of
+/// the six coefficients is their one-pole smoothing.
+struct EqualizerLaw {
+  struct Settings {
     float lowFeedforwardOld = 0.0F;
     float lowFeedforward = 0.0F;
     float lowFeedback = 0.0F;
@@ -30,28 +19,35 @@ class SivrayFxEqualizer : public SivrayFx {
     float highGain = 0.0F;
     float highFeedback2 = 0.0F;
 
-    bool operator==(const Coefficients&) const = default;
+    bool operator==(const Settings&) const = default;
   };
 
-  /// Filter memory of one channel.
+  /// One channel's last values behind the first pole, the high shelf and the low shelf.
   struct Memory {
     float a = 0.0F;
     float b = 0.0F;
     float c = 0.0F;
   };
 
-  Coefficients glided() const;
-  void renderGrid(StereoBlock block, unsigned count);
-  static void renderChannel(const Coefficients& k, Memory& memory, std::int16_t* samples, unsigned count);
+  static Settings settingsOf(const Knobs& knobs);
 
-  Relaxed<int> edit1{0};
-  Relaxed<int> edit2{0};
-  PendingSettings<Coefficients> pending;
-  Coefficients live;
-  Coefficients smoothed;
+  /// Puts the smoothed coefficients on their targets; the filter memory stays.
+  void reset(const Settings& now) { smoothed = now; }
+  bool restsAt(const Settings& to, bool immediate) const { return glided(to, immediate) == smoothed; }
+  void glide(const Settings& to, bool immediate) { smoothed = glided(to, immediate); }
+  void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample);
+
+  Settings smoothed;
   Memory left;
   Memory right;
-  bool immediate = false;
+
+ private:
+  Settings glided(const Settings& to, bool immediate) const;
 };
+
+extern template class TwoKnobEffect<EqualizerLaw>;
+
+/// Edit1 is the low gain, Edit2 the high gain; both change nothing at 62 to 66.
+class SivrayFxEqualizer : public TwoKnobEffect<EqualizerLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,4 +1,4 @@
-// "Talking Mod": four resonators at the frequencies of a voice.
+// "Talking Mod": four resonators at the frequencies of a spoken vowel.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,42 +6,31 @@
 #include <cstdint>
 
 #include "effects/filters/FormantLanes.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SivrayFx.h"
-#include "effects/interfaces/SmoothedValue.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 chooses the vowel, Edit2 moves all bands up by up to a factor of 6. The output is mono.
-class SivrayFxTalkingModulator : public SivrayFx {
- public:
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
-
-  /// Clears the resonators and takes their frequencies back to 0.
-  void reset() override;
-  void setImmediate(bool on) override { immediate = on; }
-  void notify(int code) override;
-
- private:
-  /// Frequency coefficients, 15 fractional bits.
-  struct Targets {
-    std::array<std::int32_t, kFormantBands> band{};
+/// Models a vocal tract by four two-pole resonators side by side, whose band outputs are summed.
+struct TalkingModulatorLaw {
+  struct Settings {
+    std::array<std::int32_t, kFormantBands> band{};  ///< Frequency coefficients, Q15.
   };
 
-  static Targets targetsOf(int formantKnob, int offsetKnob);
-  bool restsAtTargets() const;
-  void glide();
-  void render(StereoBlock block, unsigned start, unsigned end);
+  static Settings settingsOf(const Knobs& knobs);
 
-  Relaxed<int> edit1{0};
-  Relaxed<int> edit2{0};
-  PendingSettings<Targets> pending;
-  Targets live;
+  /// Clears the resonators and takes their frequencies back to 0.
+  void reset(const Settings&) { *this = {}; }
+  bool restsAt(const Settings& to, bool immediate) const;
+  void glide(const Settings& to, bool immediate);
+  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+
   std::array<SmoothedValue, kFormantBands> frequency;
   FormantBank<FormantLanes> bank;
-  bool immediate = false;
 };
+
+extern template class TwoKnobEffect<TalkingModulatorLaw>;
+
+/// Edit1 chooses the vowel, Edit2 moves all bands up by up to a factor of 6. The output is mono.
+class SivrayFxTalkingModulator : public TwoKnobEffect<TalkingModulatorLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

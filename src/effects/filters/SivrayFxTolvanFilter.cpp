@@ -1,10 +1,9 @@
-// The knobs of the state-variable filter and the coefficients that its ramps lead to.
+// The settings, the ramps and the law of the state-variable filter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxTolvanFilter.h"
 
-#include <algorithm>
-
 #include "effects/filters/CutoffTables.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -13,13 +12,16 @@ namespace {
 constexpr std::int64_t kOne24 = 16777216;
 constexpr std::int32_t kHalf24 = 8388608;
 
-/// Above this cutoff the resonance is taken back.
+/// Above this cutoff, 0.637 of the highest, the resonance is taken back, so that the filter stays stable.
 constexpr std::int32_t kResonanceKnee = 1367566549;
 
-/// 2147314568 * (1 - (1 - knob / 127)^2), truncated, exactly, in integers.
+/// Resonance at the knob's end: 0.99992, just short of what would sound for ever.
+constexpr std::int64_t kHighestResonance = 2147314568;
+
+/// Highest resonance times the convex curve, 1 - (1 - knob / 127)^2, truncated, exactly, in integers.
 std::int32_t resonanceOf(int knob) {
   const std::int64_t rest = 127 - knob;
-  return static_cast<std::int32_t>(2147314568 * (127 * 127 - rest * rest) / (127 * 127));
+  return static_cast<std::int32_t>(kHighestResonance * (127 * 127 - rest * rest) / (127 * 127));
 }
 
 /// 1.0 up to a very high resonance, a half at the highest.
@@ -28,67 +30,40 @@ std::int32_t inputGainOf(std::int32_t resonance) {
   return ((room >> 1) + kHalf24) >> 9;
 }
 
-TolvanMode modeOf(int number) {
-  return number == 0 ? TolvanMode::kLowpass : (number == 1 ? TolvanMode::kHighpass : TolvanMode::kBandpass);
-}
+/// v * -8388606 / 2^23 for 24-bit values, as v / 2^22 - v: turns the sign and takes a little off.
+StereoLanes leak23(StereoLanes v) { return v.shiftedRight<22>() - v; }
 
 }  // namespace
 
-SivrayFxTolvanFilter::SivrayFxTolvanFilter(int modeNumber) : mode(modeOf(modeNumber)) {}
-
-SivrayFxTolvanFilter::Settings SivrayFxTolvanFilter::settingsOf(int cutoffKnob, int resonanceKnob) {
-  const std::int32_t resonance = resonanceOf(resonanceKnob);
-  return {cutoffTable[static_cast<std::size_t>(cutoffKnob)], resonance, inputGainOf(resonance)};
+TolvanFilter::Settings TolvanFilter::settingsOf(const Knobs& knobs) {
+  const std::int32_t resonance = resonanceOf(knobs.edit2);
+  return {valueAt(cutoffTable, knobs.edit1), resonance, inputGainOf(resonance)};
 }
 
-int SivrayFxTolvanFilter::setParameter(unsigned index, int value) {
-  if (index != kEdit1 && index != kEdit2) {
-    return 0;
-  }
-  const int knob = value & 127;
-  (index == kEdit1 ? edit1 : edit2) = knob;
-  pending.post(settingsOf(edit1, edit2));
-  return knob;
-}
-
-void SivrayFxTolvanFilter::reset() {
-  pending.raise();
-  clearFilter();
-}
-
-void SivrayFxTolvanFilter::notify(int code) {
-  if (code == kRestart) {
-    clearFilter();
-  }
-}
-
-void SivrayFxTolvanFilter::clearFilter() { state = {}; }
-
-void SivrayFxTolvanFilter::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    aimRamps();
-    renderGrid(block.left + start, block.right + start, std::min(count - start, kControlGrid));
-  }
-}
-
-void SivrayFxTolvanFilter::aimRamps() {
-  const std::int64_t above = std::max(live.cutoff - kResonanceKnee, 0);
+void TolvanFilter::aim(const Settings& to, bool) {
+  const std::int64_t above = std::max(to.cutoff - kResonanceKnee, 0);
   const std::int64_t takenBack = (((above * above) >> 31) >> 7) * 3 >> 1;
-  const std::int64_t d = ((kOne24 - takenBack) * (live.resonance >> 7)) >> 24;
-  damping.aimAt(static_cast<std::int32_t>(((kOne24 - (live.cutoff >> 8)) * (kOne24 - d)) >> 24));
-  frequency.aimAt(static_cast<std::int32_t>((((d >> 1) + kHalf24) * (live.cutoff >> 7)) >> 24));
+  const std::int64_t d = ((kOne24 - takenBack) * (to.resonance >> 7)) >> 24;
+  damping.aimAt(static_cast<std::int32_t>(((kOne24 - (to.cutoff >> 8)) * (kOne24 - d)) >> 24));
+  frequency.aimAt(static_cast<std::int32_t>((((d >> 1) + kHalf24) * (to.cutoff >> 7)) >> 24));
 }
 
-void SivrayFxTolvanFilter::renderGrid(std::int16_t* left, std::int16_t* right, unsigned count) {
-  switch (mode) {
-    case TolvanMode::kLowpass:
-      return renderTolvan<TolvanMode::kLowpass>(state, damping, frequency, live.inputGain, left, right, count);
-    case TolvanMode::kHighpass:
-      return renderTolvan<TolvanMode::kHighpass>(state, damping, frequency, live.inputGain, left, right, count);
-    case TolvanMode::kBandpass:
-      return renderTolvan<TolvanMode::kBandpass>(state, damping, frequency, live.inputGain, left, right, count);
-  }
+template <TolvanMode kMode>
+void TolvanLaw<kMode>::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  const StereoLanes input = (StereoLanes::of(left, right) * StereoLanes::both(to.inputGain)).shiftedRight<6>();
+  const StereoLanes a = leak23(leak23(band));
+  const StereoLanes b = leak23(leak23(low));
+  const StereoLanes high = limited24(input - mulShift23(a, damping.now) - b);
+  band = limited24(mulShift23(high, frequency.now) + a);
+  low = limited24(mulShift23(band, frequency.now) + b);
+  const StereoLanes out = kMode == TolvanMode::kLowpass ? low : (kMode == TolvanMode::kHighpass ? high : band);
+  out.shiftedRight<9>().storeSaturated(left, right);
+  damping.advance();
+  frequency.advance();
 }
+
+template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
+template class TwoKnobEffect<TolvanLaw<TolvanMode::kHighpass>>;
+template class TwoKnobEffect<TolvanLaw<TolvanMode::kBandpass>>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -4,50 +4,63 @@
 
 #include <cstdint>
 
-#include "core/RealTime.h"
-#include "effects/filters/TolvanLaw.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SivrayFx.h"
+#include "effects/filters/FilterLanes.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the cutoff, Edit2 the resonance. It has no immediate mode: changes ramp across 64 samples.
-class SivrayFxTolvanFilter : public SivrayFx {
- public:
-  /// 0 lowpass, 1 highpass, any other bandpass.
-  explicit SivrayFxTolvanFilter(int mode);
+/// Which of its values the filter gives out.
+enum class TolvanMode { kLowpass, kHighpass, kBandpass };
 
-  void process(StereoBlock& block, unsigned count) override;
-  int setParameter(unsigned index, int value) override;
+/// A coefficient on a straight line across 64 samples, 23 fractional bits, never below 0.
+struct TolvanRamp {
+  std::int32_t target = 0;
+  StereoLanes now;
+  StereoLanes step;
 
-  /// Clears the filter and takes the settings afresh; the ramps go on from where they are.
-  void reset() override;
-  void setImmediate(bool) override {}
-  void notify(int code) override;
+  /// Starts at the last target.
+  void aimAt(std::int32_t newTarget) {
+    now = StereoLanes::both(target);
+    step = StereoLanes::both((newTarget - target) >> 6);
+    target = newTarget;
+  }
+  void advance() { now = now + step; }
+};
 
-  /// Clears the filter memory and nothing else. Audio thread.
-  virtual void clearFilter() SIVRAY_NONBLOCKING;
-
- private:
+/// What the three modes share: settings, ramps and state.
+struct TolvanFilter {
   struct Settings {
     std::int32_t cutoff = 0;     ///< 31 fractional bits.
     std::int32_t resonance = 0;  ///< 31 fractional bits.
     std::int32_t inputGain = 0;  ///< Q15.
   };
 
-  static Settings settingsOf(int cutoffKnob, int resonanceKnob);
-  void aimRamps();
-  void renderGrid(std::int16_t* left, std::int16_t* right, unsigned count);
+  static Settings settingsOf(const Knobs& knobs);
 
-  const TolvanMode mode;
-  Relaxed<int> edit1{0};
-  Relaxed<int> edit2{0};
-  PendingSettings<Settings> pending;
-  Settings live;
+  /// Clears the sound; the ramps continue from where they are.
+  void reset(const Settings&) {
+    band = {};
+    low = {};
+  }
+  void aim(const Settings& to, bool immediate);
+
   TolvanRamp frequency;
   TolvanRamp damping;
-  TolvanState<StereoLanes> state;
+  StereoLanes band;  ///< 23 fractional bits.
+  StereoLanes low;
 };
+
+template <TolvanMode kMode>
+struct TolvanLaw : TolvanFilter {
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+};
+
+extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
+extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kHighpass>>;
+extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kBandpass>>;
+
+/// Edit1 is the cutoff, Edit2 the resonance. It has no immediate mode: changes ramp across 64 samples.
+template <TolvanMode kMode>
+class SivrayFxTolvanFilter : public TwoKnobEffect<TolvanLaw<kMode>> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

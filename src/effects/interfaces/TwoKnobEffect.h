@@ -27,12 +27,15 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   static constexpr bool kFollowsTempo = true;      // the tempo changes the settings
 ///   static constexpr bool kResetTakesPending = true; // a reset starts from settings that no sample has seen yet
 ///   static constexpr int kOtherRestart;              // a transport code that resets, beside kRestart
-///   void aim(const Settings&);                       // before every 64 samples
+///   void aim(const Settings&, bool immediate);       // before every 64 samples
 ///   void eachSmoothed(const Settings&, visit);       // calls visit(SmoothedValue&, target) for each smoothed value
 ///   void derive();                                   // after smoothed values have moved: what costs much to make of
 ///   them
+///   void stepSide(const Settings&, Side&, std::int16_t& sample);  // in place of `step` where the channels share
+///   nothing, Side left, right;                                             // so that each may run alone while all
+///   rests
 /// or, for smoothing of another kind than SmoothedValue, in place of `eachSmoothed`
-///   bool restsAt(const Settings&) const;             // a further glide would move nothing
+///   bool restsAt(const Settings&, bool immediate) const;  // a further glide would move nothing
 ///   void glide(const Settings&, bool immediate);     // one sample towards the settings
 ///
 /// The .cpp file of a law instantiates the frame, so that the compiler sees both together; the header declares that
@@ -48,8 +51,8 @@ class TwoKnobEffect : public SivrayFx {
   void process(StereoBlock& block, unsigned count) override {
     for (unsigned start = 0; start < count; start += kControlGrid) {
       pending.takeInto(live);
-      if constexpr (requires { law.aim(live); }) {
-        law.aim(live);
+      if constexpr (requires { law.aim(live, immediate); }) {
+        law.aim(live, immediate);
       }
       const unsigned run = std::min(count - start, kControlGrid);
       if (restsAtSettings()) {
@@ -130,6 +133,7 @@ class TwoKnobEffect : public SivrayFx {
       law.eachSmoothed(live, setNow);
     }
     law.reset(live);
+    deriveIn(law);
   }
 
   bool restsAtSettings() {
@@ -139,8 +143,8 @@ class TwoKnobEffect : public SivrayFx {
     };
     if constexpr (requires { law.eachSmoothed(live, check); }) {
       law.eachSmoothed(live, check);
-    } else if constexpr (requires { law.restsAt(live); }) {
-      rests = law.restsAt(live);
+    } else if constexpr (requires { law.restsAt(live, immediate); }) {
+      rests = law.restsAt(live, immediate);
     }
     return rests;
   }
@@ -151,22 +155,48 @@ class TwoKnobEffect : public SivrayFx {
     }
   }
 
+  static constexpr bool kSidesAreSeparate = requires(Law & l, const Settings& to, std::int16_t& sample) {
+    l.stepSide(to, l.left, sample);
+  };
+
+  static void stepBoth(Law& now, const Settings& to, std::int16_t& left, std::int16_t& right) {
+    if constexpr (kSidesAreSeparate) {
+      now.stepSide(to, now.left, left);
+      now.stepSide(to, now.right, right);
+    } else {
+      now.step(to, left, right);
+    }
+  }
+
+  /// Moves all smoothed values by one sample.
+  static void glide(Law& now, const Settings& to, bool jumps) {
+    const auto glideOne = [k = glideFactor(jumps)](SmoothedValue& value, std::int32_t target) {
+      value.glide(target, k);
+    };
+    if constexpr (requires { now.eachSmoothed(to, glideOne); }) {
+      now.eachSmoothed(to, glideOne);
+    } else if constexpr (requires { now.glide(to, jumps); }) {
+      now.glide(to, jumps);
+    }
+    deriveIn(now);
+  }
+
   template <bool kResting>
   [[gnu::flatten]] void play(std::int16_t* left, std::int16_t* right, unsigned count) {
     std::conditional_t<kCopied, Law, Law&> now = law;
     const Settings to = live;
     const bool jumps = immediate;
-    const auto glide = [k = glideFactor(jumps)](SmoothedValue& value, std::int32_t target) { value.glide(target, k); };
-    deriveIn(now);
-    for (unsigned i = 0; i < count; ++i) {
-      if constexpr (!kResting && requires { law.eachSmoothed(live, glide); }) {
-        now.eachSmoothed(to, glide);
-        deriveIn(now);
-      } else if constexpr (!kResting && requires { law.glide(live, jumps); }) {
-        now.glide(to, jumps);
-        deriveIn(now);
+    if constexpr (kResting && kSidesAreSeparate) {
+      // One side at a time: the state of both does not fit the registers.
+      std::for_each_n(left, count, [&](std::int16_t& sample) { now.stepSide(to, now.left, sample); });
+      std::for_each_n(right, count, [&](std::int16_t& sample) { now.stepSide(to, now.right, sample); });
+    } else {
+      for (unsigned i = 0; i < count; ++i) {
+        if constexpr (!kResting) {
+          glide(now, to, jumps);
+        }
+        stepBoth(now, to, left[i], right[i]);
       }
-      now.step(to, left[i], right[i]);
     }
     if constexpr (kCopied) {
       law = now;

@@ -1,35 +1,36 @@
-// The gate's four rules, and the per-sample law of the gate reverb.
+// The gate's four rules, and the settings and the law of the gate reverb.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/reverbs/GateReverb.h"
-
-#include <algorithm>
 
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-using cofu::core::mul15;
-using cofu::core::saturate;
-using cofu::core::wrapAbs;
+using namespace cofu::core;
 
 namespace {
 
-constexpr int kStartHold = 30;
-constexpr int kStartLevel = 100;
+/// Peak at which the gate opens: a tenth of full scale.
+constexpr std::int32_t kThreshold = 3276;
 
-constexpr std::int32_t kThreshold = 3276;                                 ///< A tenth of full scale.
-constexpr std::int32_t kPeakDecay = 32741;                                ///< Q15 per sample.
-constexpr std::int32_t kInputLevel = squareTable[80] >> 2;                ///< Q15.
-constexpr std::int32_t kFeedback = ((convexTable[63] * 5) >> 4) + 20480;  ///< Q15.
+/// What the peak keeps per sample, Q15: a time constant of 1214 samples (28 ms).
+constexpr std::int32_t kPeakKept = 32741;
 
-/// Shares of the remaining distance per sample, 24-bit fractions.
+/// What enters the network, Q15: a quarter of the square curve at 80.
+constexpr std::int32_t kInputLevel = squareTable[80] >> 2;
+
+/// Loop gain of the combs, Q15: that of the room reverb at Time 63.
+constexpr std::int32_t kFeedback = ((convexTable[63] * 5) >> 4) + 20480;
+
+/// 24-bit fractions per sample: the share of the distance by which the gate opens (0.9265, so within two samples), and
+/// what it keeps while it closes (0.99912, a time constant of 26 ms).
 constexpr std::int64_t kAttack = 15544301;
-constexpr std::int64_t kRelease = 16762526;
+constexpr std::int64_t kReleaseKept = 16762526;
 
-/// The attack aims above full gain, so that it gets there.
+/// The attack aims at 1.2, above full gain, so that it gets there.
 constexpr std::int32_t kAttackAim = 39320;
 
-/// The counter runs from 2^31 - 1 to 0 in 1 ms at knob 0 and in 1 s at 127.
+/// The counter runs from 2^31 - 1 to 0 in 1 ms at knob 0 and in 1 s at 127, at 44.1 samples a millisecond.
 std::int32_t holdStepFor(int knob) {
   const double position = knob / 127.0;
   return static_cast<std::int32_t>(2147483647 / (44.1 * (1 + 999 * (position * position))));
@@ -45,6 +46,7 @@ void ReverbGate::countHold(std::int32_t holdStep) {
   }
 }
 
+/// A loud peak opens a gate that is not in its hold; in the hold the counter starts afresh with each.
 void ReverbGate::moveState(std::int32_t holdStep) {
   if (peak < kThreshold) {
     if (state != State::release) {
@@ -62,63 +64,30 @@ void ReverbGate::moveState(std::int32_t holdStep) {
 }
 
 std::int32_t ReverbGate::step(std::int32_t left, std::int32_t right, std::int32_t holdStep) {
-  peak = std::max({wrapAbs(left), wrapAbs(right), mul15(peak, kPeakDecay)});
+  peak = std::max({wrapAbs(left), wrapAbs(right), mul15(peak, kPeakKept)});
   moveState(holdStep);
   if (state == State::attack) {
     const auto rise = static_cast<std::int32_t>((kAttack * (kAttackAim - gain)) >> 24);
-    gain = std::min(gain + rise, cofu::core::kFullScale);
+    gain = std::min(gain + rise, kFullScale);
   } else if (state == State::release) {
-    gain = static_cast<std::int32_t>((kRelease * gain) >> 24);
+    gain = static_cast<std::int32_t>((kReleaseKept * gain) >> 24);
   }
   return gain;
 }
 
-GateReverb::GateReverb() : hold(kStartHold), wetLevel(kStartLevel), live(settingsFor(kStartHold, kStartLevel)) {}
-
-GateReverb::Settings GateReverb::settingsFor(int hold, int wetLevel) {
-  return {holdStepFor(hold), squareTable[static_cast<std::size_t>(wetLevel)]};
+GateReverb::Settings GateReverb::settingsOf(const Knobs& knobs) {
+  return {holdStepFor(knobs.edit1), valueAt(squareTable, knobs.edit2)};
 }
 
-int GateReverb::setEdit(unsigned index, int value) {
-  if (index > 1) {
-    return 0;
-  }
-  const int knob = value & 127;
-  (index == 0 ? hold : wetLevel) = knob;
-  pending.post(settingsFor(hold, wetLevel));
-  return knob;
+void GateReverb::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  const Output wet = stepNetwork(mul15(left + right, kInputLevel), kFeedback);
+  const std::int32_t gain = gate.step(left, right, to.holdStep);
+  const std::int32_t late = mul15(mul15(gain, wet.late), level.value());
+  const std::int32_t early = mul15(mul15(mul15(gain, wet.early), level.value()), kEarlyGain);
+  right = static_cast<std::int16_t>(saturate(right + late));
+  left = static_cast<std::int16_t>(saturate(left + early));
 }
 
-void GateReverb::reset() {
-  network.clear();
-  level.setNow(live.level);
-  gate.reset();
-}
-
-void GateReverb::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    runGrid(block, start, std::min(count, start + kControlGrid));
-  }
-}
-
-void GateReverb::runGrid(StereoBlock block, unsigned start, unsigned end) {
-  const std::int32_t k = glideFactor(immediate);
-  ReverbNetwork net = network;
-  ReverbGate inputGate = gate;
-  for (unsigned i = start; i < end; ++i) {
-    level.glide(live.level, k);
-    const std::int32_t left = block.left[i];
-    const std::int32_t right = block.right[i];
-    const ReverbNetwork::Output wet = net.step(mul15(left + right, kInputLevel), kFeedback);
-    const std::int32_t gain = inputGate.step(left, right, live.holdStep);
-    const std::int32_t late = mul15(mul15(gain, wet.late), level.value());
-    const std::int32_t early = mul15(mul15(mul15(gain, wet.early), level.value()), kEarlyGain);
-    block.right[i] = static_cast<std::int16_t>(saturate(right + late));
-    block.left[i] = static_cast<std::int16_t>(saturate(left + early));
-  }
-  network = net;
-  gate = inputGate;
-}
+template class TwoKnobEffect<GateReverb>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

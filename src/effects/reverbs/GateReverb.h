@@ -2,11 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/RealTime.h"
-#include "effects/interfaces/AtomicWord.h"
-#include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/interfaces/StereoBlock.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 #include "effects/reverbs/ReverbNetwork.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -14,10 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Opens fast on a peak above the threshold, holds, and closes slowly.
 class ReverbGate {
  public:
-  /// Open and in its hold, with the hold time unused.
-  void reset() SIVRAY_NONBLOCKING { *this = ReverbGate(); }
-
-  /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Gives the gain in Q15.
+  /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Returns the gain in Q15.
   std::int32_t step(std::int32_t left, std::int32_t right, std::int32_t holdStep);
 
  private:
@@ -34,39 +27,26 @@ class ReverbGate {
   std::int32_t peak = 0;
 };
 
-/// The core: Edit1 is the hold time, Edit2 the wet level. Everything else stands still.
-class GateReverb {
- public:
-  static constexpr std::size_t kRequiredSamples = ReverbNetwork::kRequiredSamples;
+/// Edit1 is the hold time (1 ms to 1 s), Edit2 the wet level. Nothing else can be set.
+struct GateReverb : ReverbNetwork {
+  static constexpr Knobs kStart{30, 100};
 
-  GateReverb();
-
-  void setMemory(std::int16_t* memory) SIVRAY_NONBLOCKING { network.setMemory(memory); }
-  void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING;
-
-  /// Edit1 (index 0) or Edit2 (1), 7 bits; another index is ignored and gives 0.
-  int setEdit(unsigned index, int value) SIVRAY_NONBLOCKING;
-
-  void reset() SIVRAY_NONBLOCKING;
-
-  bool immediate = false;
-
- private:
   struct Settings {
-    std::int32_t holdStep = 0;
-    std::int32_t level = 0;  ///< Q15.
+    std::int32_t holdStep;  ///< What the hold counter loses per sample.
+    std::int32_t level;     ///< Q15.
   };
 
-  static Settings settingsFor(int hold, int wetLevel);
-  void runGrid(StereoBlock block, unsigned start, unsigned end);
+  static Settings settingsOf(const Knobs& knobs);
 
-  Relaxed<int> hold;
-  Relaxed<int> wetLevel;
-  PendingSettings<Settings> pending;
-  Settings live;
+  /// The gate starts open, with all of its hold time left.
+  void reset(const Settings&) { gate = {}; }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
+
   SmoothedValue level;
   ReverbGate gate;
-  ReverbNetwork network;
 };
+
+extern template class TwoKnobEffect<GateReverb>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

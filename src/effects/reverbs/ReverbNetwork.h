@@ -1,21 +1,23 @@
-// The small network that the room and the gate reverb share: two combs side by side, two allpasses, an output delay.
+// The small network that the room and the gate reverb share: two combs side by side, two all-passes, an output delay.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 
 #include "core/FixedPoint.h"
+#include "effects/interfaces/ShortLeak.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Five lines in borrowed memory. Audio thread only; `setMemory` comes before everything else.
-class ReverbNetwork {
- public:
+/// Five delay lines in borrowed memory. Audio thread only; `lines` must be set before anything runs. Delays are samples
+/// at 44100 Hz, without common factors, so that their echoes do not coincide.
+struct ReverbNetwork {
   /// Samples of all lines together.
   static constexpr std::size_t kRequiredSamples = 5 * 4096;
+
+  /// The left channel's share of the wet sound in Q15: it hears the network at once, the right one late and in full.
+  static constexpr std::int32_t kEarlyGain = 24823;
 
   /// What the network gives per sample: the diffused sound, and the same 1676 samples later.
   struct Output {
@@ -23,35 +25,34 @@ class ReverbNetwork {
     std::int32_t late;
   };
 
-  void setMemory(std::int16_t* memory) { lines = memory; }
-
-  /// Clears the lines. The write position stays.
-  void clear() { std::fill_n(lines, kRequiredSamples, std::int16_t{0}); }
-
-  /// One sample through the network.
-  Output step(std::int32_t input, std::int32_t feedback) {
+  /// One sample through the network; the combs feed back `feedback` (Q15).
+  Output stepNetwork(std::int32_t input, std::int32_t feedback) {
     using namespace cofu::core;
-    const std::int32_t comb0 = saturate(input + mul15(leak(leak(at(0, kComb0Delay))), feedback));
-    const std::int32_t comb1 = saturate(input + mul15(leak(mul15(at(1, kComb1Delay), 32766)), feedback));
+    const std::int32_t comb0 = saturate(input + mul15(shortLeakTwice(at(0, kComb0Delay)), feedback));
+    // This one turns the sign of its echoes.
+    const std::int32_t comb1 = saturate(input + mul15(shortLeak(mul15(at(1, kComb1Delay), 32766)), feedback));
     put(0, comb0);
     put(1, comb1);
-    const std::int32_t diffused = allpass(2, kAllpass1Delay, saturate(comb0 + comb1));
-    const std::int32_t early = allpass(3, kAllpass2Delay, diffused);
+    const std::int32_t diffused = allPass(2, kAllPass1Delay, saturate(comb0 + comb1));
+    const std::int32_t early = allPass(3, kAllPass2Delay, diffused);
     const std::int32_t late = at(4, kOutputDelay);
     put(4, early);
     writeIndex = (writeIndex + 1) & kMask;
     return {early, late};
   }
 
+  std::int16_t* lines = nullptr;
+  unsigned writeIndex = 0;
+
  private:
   static constexpr unsigned kLineLength = 4096;
   static constexpr unsigned kMask = kLineLength - 1;
   static constexpr unsigned kComb0Delay = 2669;
   static constexpr unsigned kComb1Delay = 2824;
-  static constexpr unsigned kAllpass1Delay = 969;
-  static constexpr unsigned kAllpass2Delay = 2301;
+  static constexpr unsigned kAllPass1Delay = 969;
+  static constexpr unsigned kAllPass2Delay = 2301;
   static constexpr unsigned kOutputDelay = 1676;
-  static constexpr std::int32_t kAllpassGain = 22937;
+  static constexpr std::int32_t kAllPassGain = 22937;  ///< 0.7 in Q15.
 
   std::int32_t at(unsigned line, unsigned delay) const {
     return lines[line * kLineLength + ((writeIndex - delay) & kMask)];
@@ -61,19 +62,13 @@ class ReverbNetwork {
     lines[line * kLineLength + writeIndex] = static_cast<std::int16_t>(sample);
   }
 
-  std::int32_t allpass(unsigned line, unsigned delay, std::int32_t input) {
+  std::int32_t allPass(unsigned line, unsigned delay, std::int32_t input) {
     using namespace cofu::core;
-    const std::int32_t delayed = leak(leak(at(line, delay)));
-    const std::int32_t inner = saturate(input - mul15(delayed, kAllpassGain));
+    const std::int32_t delayed = shortLeakTwice(at(line, delay));
+    const std::int32_t inner = saturate(input - mul15(delayed, kAllPassGain));
     put(line, inner);
-    return saturate(mul15(inner, kAllpassGain) + delayed);
+    return saturate(mul15(inner, kAllPassGain) + delayed);
   }
-
-  std::int16_t* lines = nullptr;
-  unsigned writeIndex = 0;
 };
-
-/// The left channel's share of the wet sound in Q15: it hears the network at once, the right one late and in full.
-inline constexpr std::int32_t kEarlyGain = 24823;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

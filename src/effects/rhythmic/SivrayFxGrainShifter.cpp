@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 
-#include <algorithm>
 #include <array>
 
 #include "effects/interfaces/KnobTables.h"
@@ -11,6 +10,8 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
+
+constexpr unsigned kMask = GrainShifterLaw::kLineLength - 1;
 
 /// One range of the Speed knob.
 struct Speed {
@@ -41,118 +42,87 @@ const Speed& speedOf(int knob) {
   return *std::find_if(kSpeeds.begin(), kSpeeds.end() - 1, [knob](const Speed& s) { return knob <= s.lastKnob; });
 }
 
-/// Samples of a minute, times the 512 that relates the tempo's fraction to the lengths in parts of a beat.
+/// Samples of a minute times 512: a tempo has 7 fractional bits and a beat four quarters of 96 parts.
 constexpr std::int64_t kMinute = std::int64_t{44100} * 60 * 512;
+
+/// A cycle of 2^32 for 24ths of a beat: 2^32 * 24 * 4, as 3 * 2^37.
 constexpr std::int64_t kCycleScale = std::int64_t{3} << 37;
+
+/// 384ths of a beat, times 4.
 constexpr std::int64_t kGrainScale = 1536;
 
 /// Far beyond any music; the products of the grid stay within 64 bits.
 constexpr int kHighestTempoTenths = 100000;
 
+/// Share of the distance that fades and delay move per sample, Q15: a time constant of 100 samples (2 ms).
 constexpr std::int32_t kFadeGlide = 327;
 
-/// What a fade goes to: full scale while the top bit of `phase` is set.
+/// Beats per minute, 7 fractional bits.
+std::int64_t tempoOf(int tempoTenths) {
+  constexpr std::array<std::int32_t, 10> kFractions{0, 13, 26, 38, 51, 64, 77, 90, 102, 115};
+  const int tenths = std::clamp(tempoTenths, 0, kHighestTempoTenths);
+  return ((tenths / 10) << 7) | valueAt(kFractions, tenths % 10);
+}
+
+/// What a fade moves to: full scale while the top bit of `phase` is set.
 constexpr std::int32_t fullWhileNegative(std::uint32_t phase) {
   return (static_cast<std::int32_t>(phase) >> 31) & cofu::core::kFullScale;
 }
 
 }  // namespace
 
-int SivrayFxGrainShifter::setParameter(unsigned index, int value) {
-  if (index != kEdit1 && index != kEdit2) {
-    return 0;
-  }
-  const int knob = value & 127;
-  (index == kEdit1 ? edit1 : edit2) = knob;
-  updateSettings();
-  return knob;
-}
-
-void SivrayFxGrainShifter::setTempo(int tempoTenths) {
-  constexpr std::array<std::int32_t, 10> kTenths{0, 13, 26, 38, 51, 64, 77, 90, 102, 115};
-  const int tenths = std::clamp(tempoTenths, 0, kHighestTempoTenths);
-  tempo = ((tenths / 10) << 7) | kTenths[static_cast<std::size_t>(tenths % 10)];
-  updateSettings();
-}
-
-void SivrayFxGrainShifter::updateSettings() {
-  const Speed& speed = speedOf(edit1);
-  const std::int64_t beats = tempo;
+GrainShifterLaw::Settings GrainShifterLaw::settingsOf(const Knobs& knobs) {
+  const Speed& speed = speedOf(knobs.edit1);
+  const std::int64_t tempo = tempoOf(knobs.tempoTenths);
   Settings settings;
-  settings.mix = linearTable[static_cast<std::size_t>(edit2)];
-  settings.step = static_cast<std::uint32_t>(beats * kCycleScale / (speed.cycle * kMinute));
+  settings.step = static_cast<std::uint32_t>(tempo * kCycleScale / (speed.cycle * kMinute));
+  settings.grainStart = static_cast<std::uint32_t>(-(speed.grain * kCycleScale) / (speed.cycle * kGrainScale));
   settings.delay = kLineLength;
-  if (beats > 0) {
-    settings.delay = std::min(settings.delay, speed.grain * kMinute / (beats * kGrainScale));
+  if (tempo > 0) {
+    settings.delay = std::min(settings.delay, speed.grain * kMinute / (tempo * kGrainScale));
   }
-  grainStart = static_cast<std::uint32_t>(-(speed.grain * kCycleScale) / (speed.cycle * kGrainScale));
-  pending.post(settings);
+  settings.mix = valueAt(linearTable, knobs.edit2);
+  return settings;
 }
 
-void SivrayFxGrainShifter::reset() {
-  lines = assigner->acquire();
-  std::fill_n(lines, requiredSamples(), std::int16_t{0});
-  restartPhase();
-  clock.phase = 0;
-  clock.recordFade.setNow(0);
-  clock.mix.setNow(live.mix);
-  clock.delay = live.delay * 32768;
+void GrainShifterLaw::reset(const Settings& now) {
+  realign = true;
+  recordFade.setNow(0);
+  mix.setNow(now.mix);
+  delay = now.delay * 32768;
 }
 
-void SivrayFxGrainShifter::notify(int code) {
-  if (code == kRestart) {
-    reset();
-  }
-}
-
-void SivrayFxGrainShifter::process(StereoBlock& block, unsigned count) {
-  for (unsigned start = 0; start < count; start += kControlGrid) {
-    pending.takeInto(live);
-    if (realign) {
-      realign = false;
-      clock.phase = grainStart - live.step;
-    }
-    renderGrid(block, start, std::min(count, start + kControlGrid));
+void GrainShifterLaw::aim(const Settings& to, bool immediate) {
+  fadeGlide = immediate ? kGlideImmediate : kFadeGlide;
+  if (realign) {
+    realign = false;
+    phase = to.grainStart - to.step;
   }
 }
 
-void SivrayFxGrainShifter::renderGrid(StereoBlock block, unsigned start, unsigned end) {
-  if (clock.mix.restsAt(live.mix) && (clock.delay >> 15) == live.delay) {
-    render<false>(block, start, end);
-  } else {
-    render<true>(block, start, end);
-  }
+bool GrainShifterLaw::restsAt(const Settings& to, bool) const {
+  return mix.restsAt(to.mix) && (delay >> 15) == to.delay;
 }
 
-/// `kMoving` tells whether mix and delay are on their way.
-template <bool kMoving>
-void SivrayFxGrainShifter::render(StereoBlock block, unsigned start, unsigned end) {
-  const std::int32_t fadeGlide = immediate ? kGlideImmediate : kFadeGlide;
-  const std::uint32_t soundStart = grainStart;
-  const Settings to = live;
-  GrainLanes law(lines, lines + kLineLength);
-  law.setMix(clock.mix.value());
-  law.setFraction(static_cast<std::int32_t>(clock.delay & 32767));
-  Clock now = clock;
-  unsigned write = writeIndex;
-  for (unsigned i = start; i < end; ++i) {
-    now.phase += to.step;
-    now.recordFade.glide(fullWhileNegative(now.phase), fadeGlide);
-    now.outputFade.glide(fullWhileNegative(now.phase - soundStart), fadeGlide);
-    if constexpr (kMoving) {
-      now.mix.glide(to.mix, glideFactor(immediate));
-      now.delay += (to.delay - (now.delay >> 15)) * fadeGlide;
-      law.setMix(now.mix.value());
-      law.setFraction(static_cast<std::int32_t>(now.delay & 32767));
-    }
-    law.setRecord(now.recordFade.value());
-    law.setOutput(now.outputFade.value());
-    const unsigned read = (write - static_cast<unsigned>(now.delay >> 15)) & kMask;
-    law.step({read, (read - 1) & kMask, write}, block.left[i], block.right[i]);
-    write = (write + 1) & kMask;
-  }
-  clock = now;
-  writeIndex = write;
+void GrainShifterLaw::glide(const Settings& to, bool immediate) {
+  mix.glide(to.mix, glideFactor(immediate));
+  delay += (to.delay - (delay >> 15)) * fadeGlide;
 }
+
+void GrainShifterLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  phase += to.step;
+  recordFade.glide(fullWhileNegative(phase), fadeGlide);
+  outputFade.glide(fullWhileNegative(phase - to.grainStart), fadeGlide);
+  GrainLanes lanes(lines, lines + kLineLength);
+  lanes.setMix(mix.value());
+  lanes.setFraction(static_cast<std::int32_t>(delay & 32767));
+  lanes.setRecord(recordFade.value());
+  lanes.setOutput(outputFade.value());
+  const unsigned read = (writeIndex - static_cast<unsigned>(delay >> 15)) & kMask;
+  lanes.step({read, (read - 1) & kMask, writeIndex}, left, right);
+  writeIndex = (writeIndex + 1) & kMask;
+}
+
+template class TwoKnobEffect<GrainShifterLaw>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects
