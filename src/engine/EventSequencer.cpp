@@ -30,22 +30,16 @@ EventSequencer::EventSequencer(IEventResponder& eventResponder) : responder(even
   active.reserve(kCapacity);
 }
 
-SequencerEvent& EventSequencer::addPending() {
-  if (pending.size() == kCapacity && !isCrowded) {
-    keepNewest();
+/// Keeps the newest value of each parameter at each frame. Returns whether the full list has room again.
+bool EventSequencer::makeRoom() {
+  if (isCrowded) {
+    return false;
   }
-  if (pending.size() == kCapacity) {
-    return dropped;
-  }
-  // Within the capacity that the constructor has reserved.
-  return cofu::core::vouchFor([this]() -> SequencerEvent& { return pending.emplace_back(); });
-}
-
-void EventSequencer::keepNewest() {
   std::sort(pending.begin(), pending.end(), isNewerOfSame);
   pending.erase(std::unique(pending.begin(), pending.end(), setsTheSame), pending.end());
   // A list that shrinks by little would be sorted again for every few records.
   isCrowded = pending.size() > kCapacity / 2;
+  return pending.size() < kCapacity;
 }
 
 void EventSequencer::merge() {

@@ -75,7 +75,13 @@ class EventSequencer final : public IEventSequencer {
 
     /// Returns a new record for the caller to fill in, good until the next call. The record is lost if the list is
     /// full.
-    SequencerEvent& add() SIVRAY_NONBLOCKING { return sequencer.addPending(); }
+    SequencerEvent& add() SIVRAY_NONBLOCKING {
+      if (sequencer.pending.size() == kCapacity && !sequencer.makeRoom()) {
+        return sequencer.dropped;
+      }
+      // Within the capacity that the constructor has reserved.
+      return cofu::core::vouchFor([this]() -> SequencerEvent& { return sequencer.pending.emplace_back(); });
+    }
 
    private:
     EventSequencer& sequencer;
@@ -92,8 +98,7 @@ class EventSequencer final : public IEventSequencer {
   void advance(std::int64_t frames) SIVRAY_NONBLOCKING override;
 
  private:
-  SequencerEvent& addPending() SIVRAY_NONBLOCKING;
-  void keepNewest();
+  bool makeRoom() SIVRAY_NONBLOCKING;
   void merge();
   void fire(const SequencerEvent& record);
 
