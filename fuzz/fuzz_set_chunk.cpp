@@ -6,14 +6,13 @@
 #include <cstdlib>
 #include <span>
 
-#include "core/LittleEndian.h"
 #include "shell/InstrumentScene.h"
 #include "storage/state/EditBufferRecord.h"
+#include "storage/state/StateContent.h"
 
 namespace {
 
 using namespace instrument;
-using cofu::core::ByteWriter;
 
 constexpr std::int32_t kFrames = 64;
 /// First bytes below it ask for the round trip, which is most of the time that an input takes.
@@ -38,15 +37,10 @@ Bytes enveloped(Bytes content) {
 }
 
 Bytes contentWithMacros(std::span<const std::uint8_t> section) {
+  Bytes flags;
+  bramel::vst::appendRunFlags(flags, {});
   Bytes content;
-  ByteWriter writer(content);
-  for (const std::uint32_t word : {0U, 24U, 0U, static_cast<std::uint32_t>(section.size()), 512U}) {
-    writer.word(word);
-  }
-  writer.text("csim");
-  writer.word(1);
-  writer.zeros(12);
-  writer.bytes(section);
+  bramel::vst::appendStateContent(content, {flags, {}, section});
   return content;
 }
 

@@ -31,8 +31,8 @@ using Plugin = SivrayPlugin<VstXSynth>;
 
 constexpr int kFrames = 128;
 constexpr int kWaveFrames = 264598;
-constexpr std::uint32_t kEffectType = 0x100;
-constexpr std::uint32_t kMasterOut = 0x110;
+constexpr std::uint32_t kEffectType = parameterId(kEffectGroup, 0);
+constexpr std::uint32_t kMasterOut = parameterId(kMasterGroup, 0);
 constexpr int kBypass = 0;
 constexpr int kDefaultEffect = 12;
 
@@ -223,7 +223,7 @@ int countOnly(std::string_view name, int blocks) {
     return 0;
   }
   for (const VoiceKernel& kernel : voiceKernels()) {
-    if (kernel.name == name && kernel.isSupported()) {
+    if (kernel.name == name && tesh::bramel::platform::supports(kernel.needs)) {
       return countKernel(kernel, blocks);
     }
   }

@@ -1,3 +1,4 @@
+// Growth of the buffer that a writer appends to.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/LittleEndian.h"
 

@@ -1,4 +1,4 @@
-// Little-endian numbers in and out of byte buffers: what the readers and writers of macro and program files share.
+// Little-endian numbers in byte buffers: the reader and the writer of all files and states.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ inline std::span<const std::uint8_t> bytesAt(std::span<const std::uint8_t> bytes
   return size < rest.size() ? rest.first(static_cast<std::size_t>(size)) : rest;
 }
 
-/// Walks through a buffer. A read past the end gives zero and leaves the reader failed, where it stays.
+/// Reads a buffer from front to back. A read past the end gives zero or nothing, and so do all reads after it.
 class ByteReader {
  public:
   explicit ByteReader(std::span<const std::uint8_t> bytes) : rest(bytes) {}
@@ -35,7 +35,7 @@ class ByteReader {
   std::uint64_t longWord() { return number<8>(); }
   float real() { return std::bit_cast<float>(word()); }
 
-  /// The next `size` bytes, or none of them.
+  /// The next `size` bytes; none where fewer are left.
   std::span<const std::uint8_t> take(std::uint64_t size) {
     if (size > rest.size()) {
       failed = true;
@@ -45,6 +45,13 @@ class ByteReader {
     const auto taken = rest.first(static_cast<std::size_t>(size));
     rest = rest.subspan(taken.size());
     return taken;
+  }
+
+  /// A text field of `size` bytes, up to its first zero byte. The characters stay where they are.
+  std::string_view text(std::uint64_t size) {
+    const auto field = take(size);
+    const std::string_view characters(reinterpret_cast<const char*>(field.data()), field.size());
+    return characters.substr(0, characters.find('\0'));
   }
 
  private:

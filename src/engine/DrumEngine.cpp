@@ -6,13 +6,10 @@
 #include <array>
 #include <cstdio>
 
+#include "core/Truncate.h"
+
 namespace tesh::bramel::plugin::sivray {
 namespace {
-
-constexpr std::uint32_t kEffectPlace = 16;
-constexpr std::uint32_t kMasterPlace = 17;
-constexpr std::uint32_t kGlobalPlace = 18;
-constexpr std::uint32_t kFirstMeterPlace = 19;
 
 constexpr int heldPads(int padCount) { return std::clamp(padCount, 1, kMaxPads); }
 
@@ -21,8 +18,7 @@ constexpr int heldPads(int padCount) { return std::clamp(padCount, 1, kMaxPads);
 std::int32_t integerAt(const ParameterRow& row, float value) {
   constexpr float kLimit = 1073741824.0F;
   const float steps = static_cast<float>(row.maximum - row.minimum) * value + 0.5F;
-  return static_cast<std::int32_t>(steps > -kLimit ? std::min(steps, kLimit) : (steps <= -kLimit ? -kLimit : 0.0F)) +
-         row.minimum;
+  return cofu::core::truncateToInt(std::clamp(steps, -kLimit, kLimit)) + row.minimum;
 }
 
 }  // namespace
@@ -36,13 +32,13 @@ DrumEngine::DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames)
   for (std::uint32_t pad = 0; pad < pads; ++pad) {
     addPad(pad);
   }
-  groups.set(kEffectPlace, &effect.parameter());
-  groups.set(kMasterPlace, &masterGroup);
+  groups.set(kEffectGroup, &effect.parameter());
+  groups.set(kMasterGroup, &masterGroup);
   for (std::uint32_t pad = 0; pad < pads; ++pad) {
     meterGroups.push_back(std::make_unique<ReadParameterDispatcher>(allocator, pad));
-    groups.set(kFirstMeterPlace + pad, meterGroups.back().get());
+    groups.set(kFirstMeterGroup + pad, meterGroups.back().get());
   }
-  groups.set(kGlobalPlace, &globalGroup);
+  groups.set(kGlobalGroup, &globalGroup);
   core.makeVoices(allocator);
   programBank = std::make_unique<ProgramBank>(bankGroups());
 }
@@ -100,7 +96,7 @@ void DrumEngine::resetSound() {
 
 DrumEngine::Place DrumEngine::placeOf(std::uint32_t id) const {
   IParameter* const group = groups.groupOf(id);
-  const int index = ParameterGroupTable::indexOf(id);
+  const auto index = static_cast<int>(parameterIndex(id));
   if (group == nullptr || index >= group->count()) {
     return {};
   }
@@ -138,11 +134,11 @@ std::string DrumEngine::parameterName(std::uint32_t id) const {
   if (group == nullptr) {
     return {};
   }
-  std::array<char, 8> number{};
-  const std::uint32_t place = id >> 4;
-  std::snprintf(number.data(), number.size(), "%03u", place == kEffectPlace ? 0U : place);
-  std::string name = std::string(number.data()) + ": ";
-  const int index = ParameterGroupTable::indexOf(id);
+  std::array<char, 8> digits{};
+  const std::uint32_t number = parameterGroup(id);
+  std::snprintf(digits.data(), digits.size(), "%03u", number == kEffectGroup ? 0U : number);
+  std::string name = std::string(digits.data()) + ": ";
+  const auto index = static_cast<int>(parameterIndex(id));
   if (index < group->count()) {
     name += group->info(index)->name;
   }

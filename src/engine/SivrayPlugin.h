@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "core/EngineRate.h"
 #include "core/RealTime.h"
 #include "engine/EventSequencer.h"
 #include "engine/Generator.h"
@@ -98,7 +99,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
   EventSequencer sequencer{responder};
   std::atomic<std::uint32_t> nextSequence{0};
   std::atomic<bool> running{false};
-  double hostRate = 44100.0;
+  double hostRate = cofu::core::kEngineRate;
   std::unique_ptr<vimo::SampleLibrary> library;
 };
 

@@ -36,7 +36,7 @@ class VstXSynth {
 
   /// Sets "BPMx10" (id 0) or "Trigger" (id 1).
   void setGlobalParameterValue(std::uint32_t id, float value) SIVRAY_NONBLOCKING {
-    drumEngine.setParameter(id | kGlobalIds, value);
+    drumEngine.setParameter(parameterId(kGlobalGroup, 0) | id, value);
   }
 
   void suspend() SIVRAY_NONBLOCKING { drumEngine.resetSound(); }
@@ -46,8 +46,6 @@ class VstXSynth {
   const DrumEngine& engine() const { return drumEngine; }
 
  private:
-  static constexpr std::uint32_t kGlobalIds = 0x120;
-
   PcmFile pcmFile;
   DrumEngine drumEngine;
 };

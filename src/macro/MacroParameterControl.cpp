@@ -99,11 +99,9 @@ void MacroParameterControl::writeRecord(std::vector<std::uint8_t>& out) const {
   writer.bytes(header);
   writer.word(static_cast<std::uint32_t>(ownSets.size()));
   for (const auto& set : ownSets) {
-    std::vector<std::uint8_t> bytes(set->byteSize());
-    set->serialize(bytes.data());
     writer.word(static_cast<std::uint32_t>(set->type()));
-    writer.word(static_cast<std::uint32_t>(bytes.size()));
-    writer.bytes(bytes);
+    writer.word(set->byteSize());
+    set->serialize(out);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "core/Boxed.h"
 #include "core/RealTime.h"
@@ -14,7 +15,7 @@
 namespace tesh::vimo {
 
 /// A boxed value in use; null is no value.
-using BoxedValue = std::unique_ptr<cofu::core::boxed::holder_base>;
+using BoxedValue = cofu::core::boxed::Box;
 
 /// One set of a macro. Built and changed while no audio runs; `map` and `targetId` are read on the audio thread.
 class MacroSetBase {
@@ -24,11 +25,12 @@ class MacroSetBase {
   virtual MacroSetType type() const = 0;
   virtual const char* typeName() const = 0;
 
-  /// Bytes that `serialize` writes.
+  /// Bytes that `serialize` appends.
   virtual std::uint32_t byteSize() const = 0;
   /// Reads a record. One that is too short leaves the set as it was and gives false.
   virtual bool deserialize(std::span<const std::uint8_t> record) = 0;
-  virtual void serialize(std::uint8_t* out) const = 0;
+  /// Appends a record to `out`.
+  virtual void serialize(std::vector<std::uint8_t>& out) const = 0;
 
   /// The engine parameter that the set drives.
   virtual std::uint32_t targetId() const SIVRAY_NONBLOCKING { return target; }

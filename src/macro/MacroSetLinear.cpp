@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetLinear.h"
-
-#include "macro/SetRecord.h"
+#include "core/LittleEndian.h"
 
 namespace tesh::vimo {
 
@@ -16,17 +15,17 @@ bool MacroSetLinear::deserialize(std::span<const std::uint8_t> record) {
   return true;
 }
 
-void MacroSetLinear::serialize(std::uint8_t* out) const {
-  SetRecordWriter writer(out);
+void MacroSetLinear::serialize(std::vector<std::uint8_t>& out) const {
+  cofu::core::ByteWriter writer(out);
   writer.word(targetId());
   writer.real(ends.minimum);
   writer.real(ends.maximum);
 }
 
-BoxedValue MacroSetLinear::property(std::uint32_t) const { return box(ends); }
+BoxedValue MacroSetLinear::property(std::uint32_t) const { return cofu::core::boxed::makeBox(ends); }
 
 void MacroSetLinear::setProperty(std::uint32_t, BoxedValue value) {
-  if (const tmm* range = unbox<tmm>(value)) {
+  if (const tmm* range = cofu::core::boxed::valueIn<tmm>(value)) {
     ends = *range;
   }
 }

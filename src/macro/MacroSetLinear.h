@@ -14,7 +14,7 @@ class MacroSetLinear : public MacroSetBase {
   const char* typeName() const override { return "Linear"; }
   std::uint32_t byteSize() const override { return kRecordBytes; }
   bool deserialize(std::span<const std::uint8_t> record) override;
-  void serialize(std::uint8_t* out) const override;
+  void serialize(std::vector<std::uint8_t>& out) const override;
   float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 1; }
   /// The range as `tmm`, whatever the index.

@@ -2,8 +2,7 @@
 #include "macro/MacroSetQuantized.h"
 
 #include <algorithm>
-
-#include "macro/SetRecord.h"
+#include "core/LittleEndian.h"
 
 namespace tesh::vimo {
 
@@ -22,8 +21,8 @@ bool MacroSetQuantized::deserialize(std::span<const std::uint8_t> record) {
   return true;
 }
 
-void MacroSetQuantized::serialize(std::uint8_t* out) const {
-  SetRecordWriter writer(out);
+void MacroSetQuantized::serialize(std::vector<std::uint8_t>& out) const {
+  cofu::core::ByteWriter writer(out);
   writer.word(targetId());
   for (const float value : values) {
     writer.real(value);
@@ -42,10 +41,10 @@ float MacroSetQuantized::map(float x) const {
   return place < last + 1.0F ? values[std::min(static_cast<std::size_t>(place), values.size() - 1)] : values.back();
 }
 
-BoxedValue MacroSetQuantized::property(std::uint32_t) const { return box(values); }
+BoxedValue MacroSetQuantized::property(std::uint32_t) const { return cofu::core::boxed::makeBox(values); }
 
 void MacroSetQuantized::setProperty(std::uint32_t, BoxedValue value) {
-  if (const auto* steps = unbox<std::vector<float>>(value)) {
+  if (const auto* steps = cofu::core::boxed::valueIn<std::vector<float>>(value)) {
     values = *steps;
   }
 }

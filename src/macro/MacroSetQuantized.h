@@ -16,7 +16,7 @@ class MacroSetQuantized final : public MacroSetBase {
   std::uint32_t byteSize() const override;
   /// Appends the record's values to those at hand.
   bool deserialize(std::span<const std::uint8_t> record) override;
-  void serialize(std::uint8_t* out) const override;
+  void serialize(std::vector<std::uint8_t>& out) const override;
   /// The steps are centred on the points k / (n - 1); 0 without values.
   float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 1; }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetTwoBinded.h"
 
+#include "core/LittleEndian.h"
 #include "macro/MacroSetLinear.h"
-#include "macro/SetRecord.h"
 
 namespace tesh::vimo {
 namespace {
@@ -47,8 +47,8 @@ bool MacroSetTwoBinded::deserialize(std::span<const std::uint8_t> record) {
   return true;
 }
 
-void MacroSetTwoBinded::serialize(std::uint8_t* out) const {
-  SetRecordWriter writer(out);
+void MacroSetTwoBinded::serialize(std::vector<std::uint8_t>& out) const {
+  cofu::core::ByteWriter writer(out);
   writer.word(targetId());
   writer.real(points.minimum);
   writer.real(points.middle);
@@ -58,11 +58,9 @@ void MacroSetTwoBinded::serialize(std::uint8_t* out) const {
     writer.word(half ? static_cast<std::uint32_t>(half->type()) : kNoHalf);
     writer.word(sizeOf(half));
   }
-  std::uint8_t* place = writer.place();
   for (const auto& half : halves) {
     if (half) {
-      half->serialize(place);
-      place += half->byteSize();
+      half->serialize(out);
     }
   }
 }
@@ -85,25 +83,25 @@ float MacroSetTwoBinded::map(float x) const {
 
 BoxedValue MacroSetTwoBinded::property(std::uint32_t index) const {
   if (index == kPoints) {
-    return box(points);
+    return cofu::core::boxed::makeBox(points);
   }
   if (index == kSplit) {
-    return box(split);
+    return cofu::core::boxed::makeBox(split);
   }
   const auto& half = halves[index % 2];
   if (index >= kPropertyCount || !half) {
     return nullptr;
   }
-  return index < kFirstHalfType ? half->property(0) : box(half->type());
+  return index < kFirstHalfType ? half->property(0) : cofu::core::boxed::makeBox(half->type());
 }
 
 void MacroSetTwoBinded::setProperty(std::uint32_t index, BoxedValue value) {
   if (index == kPoints) {
-    if (const auto* newPoints = unbox<tmmm>(value)) {
+    if (const auto* newPoints = cofu::core::boxed::valueIn<tmmm>(value)) {
       points = *newPoints;
     }
   } else if (index == kSplit) {
-    if (const auto* newSplit = unbox<float>(value)) {
+    if (const auto* newSplit = cofu::core::boxed::valueIn<float>(value)) {
       setSplit(*newSplit);
     }
   } else if (index >= kFirstHalf && index < kFirstHalfType) {
@@ -111,7 +109,7 @@ void MacroSetTwoBinded::setProperty(std::uint32_t index, BoxedValue value) {
       halves[index % 2]->setProperty(0, std::move(value));
     }
   } else if (index < kPropertyCount) {
-    if (const auto* type = unbox<MacroSetType>(value)) {
+    if (const auto* type = cofu::core::boxed::valueIn<MacroSetType>(value)) {
       setHalf(index % 2, *type);
     }
   }

@@ -20,7 +20,7 @@ class MacroSetTwoBinded final : public MacroSetBase {
   /// A half of a type that does not stand here, or whose record runs past the end, is not made. A split that is not
   /// between 0 and 1 would divide by zero and counts as 0.5.
   bool deserialize(std::span<const std::uint8_t> record) override;
-  void serialize(std::uint8_t* out) const override;
+  void serialize(std::vector<std::uint8_t>& out) const override;
   void setTargetId(std::uint32_t id) override;
   /// A half that was never made gives 0.
   float map(float x) const SIVRAY_NONBLOCKING override;

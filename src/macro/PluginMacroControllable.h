@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/EngineRate.h"
 #include "core/LockFreeRing.h"
 #include "core/MidiEvent.h"
 #include "core/ProcessBlock.h"
@@ -70,9 +71,9 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   LockFreeRing<MacroCommand> commandQueue{512};
   LockFreeRing<MidiEvent> programQueue{8};
 
-  MacroEchoListener* editor = nullptr;  ///< May be null.
-  float sampleRate = 44100.0F;          ///< Of the engine.
-  bool running = true;                  ///< Otherwise the input passes through and the engine rests.
+  MacroEchoListener* editor = nullptr;                             ///< May be null.
+  float sampleRate = static_cast<float>(cofu::core::kEngineRate);  ///< Of the engine.
+  bool running = true;  ///< Otherwise the input passes through and the engine rests.
   bool wasRunning = true;
   bool storeEngineChunk = false;  ///< Whether a host's state sets the engine's own chunk.
 

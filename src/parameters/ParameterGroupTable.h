@@ -1,35 +1,26 @@
-// The places of all parameter groups, and the id that names a parameter across them.
+// The places of all parameter groups, and the way from a parameter's id to its group.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 #include "parameters/IParameter.h"
+#include "parameters/ParameterIds.h"
 
 namespace tesh::bramel::plugin::sivray {
 
-inline constexpr std::uint32_t kGroupPlaces = 35;
-
-/// Ids run from 0 to kParameterIds - 1, with holes.
-inline constexpr std::uint32_t kParameterIds = kGroupPlaces << 4;
-
-constexpr std::uint32_t parameterId(std::uint32_t group, std::uint32_t index) { return (group << 4) | index; }
-
-/// 35 places, each empty or a group that somebody else owns.
+/// A place for each group number. A place is empty, or holds a group that is owned elsewhere.
 class ParameterGroupTable {
  public:
-  void set(std::uint32_t place, IParameter* group) { groups[place] = group; }
+  /// `number` must be below kGroupCount.
+  void set(std::uint32_t number, IParameter* group) { groups[number] = group; }
 
-  /// The group of an id, or null for an empty place and an id past the table.
-  IParameter* groupOf(std::uint32_t id) const { return (id >> 4) < kGroupPlaces ? groups[id >> 4] : nullptr; }
-
-  /// The index of an id in its group.
-  static int indexOf(std::uint32_t id) { return static_cast<int>(id & 15); }
+  /// The group of an id; null for an empty place and for an id past the table.
+  IParameter* groupOf(std::uint32_t id) const { return id < kParameterIds ? groups[parameterGroup(id)] : nullptr; }
 
  private:
-  std::array<IParameter*, kGroupPlaces> groups{};
+  std::array<IParameter*, kGroupCount> groups{};
 };
 
 }  // namespace tesh::bramel::plugin::sivray

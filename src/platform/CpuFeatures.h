@@ -1,13 +1,16 @@
-// What this processor can do that not every one can, for kernels that are chosen at run time.
+// The processor's vector instructions, and the choice between kernels that are compiled for several sets.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 namespace tesh::bramel::platform {
 
-/// Instruction sets in ascending order; each holds those before it.
+/// Instruction sets in ascending order; each includes those before it.
 enum class VectorSet { baseline, sse41, avx2 };
 
-/// The best set of this processor that our kernels know.
+/// The highest set that this processor has and our kernels use.
 inline VectorSet bestVectorSet() {
 #if defined(__x86_64__) || defined(__i386__)
   if (__builtin_cpu_supports("avx2")) {
@@ -18,6 +21,20 @@ inline VectorSet bestVectorSet() {
   }
 #endif
   return VectorSet::baseline;
+}
+
+/// True if this processor can run code that is compiled for `set`.
+inline bool supports(VectorSet set) { return set <= bestVectorSet(); }
+
+/// The last of `kernels` whose member `needs` this processor supports. The kernels stand in ascending order, and the
+/// first needs no more than the baseline.
+template <typename Kernel, std::size_t Count>
+const Kernel& bestKernel(const std::array<Kernel, Count>& kernels) {
+  std::size_t best = Count - 1;
+  while (best > 0 && !supports(kernels[best].needs)) {
+    --best;
+  }
+  return kernels[best];
 }
 
 }  // namespace tesh::bramel::platform

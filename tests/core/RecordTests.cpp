@@ -10,6 +10,7 @@
 #include "core/LittleEndian.h"
 #include "core/LockFreeRing.h"
 #include "core/MidiEvent.h"
+#include "core/Truncate.h"
 #include "core/Uuid.h"
 
 namespace {
@@ -114,6 +115,25 @@ TEST(ByteReader, StaysFailedAfterAReadPastItsEnd) {
   EXPECT_EQ(wordIn(bytes, 3), std::nullopt);
   EXPECT_EQ(wordIn(bytes, ~std::uint64_t{0}), std::nullopt);
   EXPECT_THAT(bytesAt(bytes, 4, ~std::uint64_t{0}), ElementsAre(5, 6));
+}
+
+TEST(LittleEndian, ReadsATextFieldUpToItsFirstZero) {
+  const std::array<std::uint8_t, 9> bytes{'a', 'b', 0, 'c', 'd', 'e', 'f', 'g', 'h'};
+  ByteReader reader(bytes);
+  EXPECT_EQ(reader.text(4), "ab");
+  EXPECT_EQ(reader.text(4), "defg");
+  EXPECT_EQ(reader.text(2), "");
+  EXPECT_TRUE(reader.hasFailed());
+}
+
+TEST(Truncate, IsDefinedForEveryFloat) {
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  EXPECT_EQ(truncateToInt(-1.75F), -1);
+  EXPECT_EQ(truncateToInt(2147483520.0F), 2147483520);  // The last float below 2^31.
+  EXPECT_EQ(truncateToInt(2147483648.0F), 2147483647);
+  EXPECT_EQ(truncateToInt(-2147483648.0F), -2147483647 - 1);
+  EXPECT_EQ(truncateToInt(-kInfinity), -2147483647 - 1);
+  EXPECT_EQ(truncateToInt(std::numeric_limits<float>::quiet_NaN()), 0);
 }
 
 TEST(Uuid, IsOfVersionFourAndNeverTheSame) {

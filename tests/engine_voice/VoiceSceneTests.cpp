@@ -155,7 +155,7 @@ TEST(VoiceScenes, EveryKernelPlaysRandomScenesAsThePlainModelDoes) {
   const unsigned scenes = wanted == nullptr ? 40 : static_cast<unsigned>(std::atoi(wanted));
   support::SampleFolder folder;
   for (const VoiceKernel& kernel : voiceKernels()) {
-    if (!kernel.isSupported()) {
+    if (!platform::supports(kernel.needs)) {
       continue;
     }
     std::int32_t loudest = 0;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "MacroScene.h"
-#include "macro/SetRecord.h"
 
 namespace tesh::vimo {
 namespace {

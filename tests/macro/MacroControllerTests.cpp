@@ -7,10 +7,11 @@
 
 #include "MacroScene.h"
 #include "macro/MacroSetQuantized.h"
-#include "macro/SetRecord.h"
 
 namespace tesh::vimo {
 namespace {
+
+using cofu::core::boxed::makeBox;
 
 using Kind = MacroCommandKind;
 using Moves = std::vector<TimedValue>;
@@ -190,7 +191,7 @@ TEST(MacroController, StepsComeFromTheFirstSet) {
   scene.addMacros(2);
   EXPECT_EQ(scene.controller().stepCount(0), 128U);
   auto half = makeMacroSet(MacroSetType::squaredFlipped);
-  half->setProperty(0, box(tmm{0.0F, 3.0F / 127.0F}));
+  half->setProperty(0, makeBox(tmm{0.0F, 3.0F / 127.0F}));
   scene.controller().addMacro().addSet(std::move(half));
   auto steps = std::make_unique<MacroSetQuantized>();
   steps->setValues({0.0F, 0.5F, 1.0F});

@@ -9,25 +9,26 @@
 #include "macro/MacroSetLinear.h"
 #include "macro/MacroSetQuantized.h"
 #include "macro/MacroSetTwoBinded.h"
-#include "macro/SetRecord.h"
 
 namespace tesh::vimo {
 namespace {
 
+using cofu::core::boxed::makeBox;
+using cofu::core::boxed::valueIn;
+
 using Bytes = std::vector<std::uint8_t>;
 
 Bytes recordOf(const MacroSetBase& set) {
-  Bytes bytes(set.byteSize() + 1, 0xEE);
-  set.serialize(bytes.data());
-  EXPECT_EQ(bytes.back(), 0xEE);
-  bytes.pop_back();
+  Bytes bytes;
+  set.serialize(bytes);
+  EXPECT_EQ(bytes.size(), set.byteSize());
   return bytes;
 }
 
 std::unique_ptr<MacroSetBase> ranged(std::uint32_t type, float a, float b) {
   auto set = makeMacroSet(static_cast<MacroSetType>(type));
   set->setTargetId(5);
-  set->setProperty(0, box(tmm{a, b}));
+  set->setProperty(0, makeBox(tmm{a, b}));
   return set;
 }
 
@@ -116,10 +117,10 @@ TEST(MacroSet, QuantizedStepsAreCentred) {
 std::unique_ptr<MacroSetBase> bound(float split, MacroSetType first, MacroSetType second) {
   auto set = makeMacroSet(MacroSetType::twoBinded);
   set->setTargetId(9);
-  set->setProperty(0, box(tmmm{0.0F, 0.25F, 1.0F}));
-  set->setProperty(1, box(split));
-  set->setProperty(4, box(first));
-  set->setProperty(5, box(second));
+  set->setProperty(0, makeBox(tmmm{0.0F, 0.25F, 1.0F}));
+  set->setProperty(1, makeBox(split));
+  set->setProperty(4, makeBox(first));
+  set->setProperty(5, makeBox(second));
   return set;
 }
 
@@ -134,22 +135,22 @@ TEST(MacroSet, TwoBindedSplitsItsInput) {
 
 TEST(MacroSet, TwoBindedPropertiesReachItsHalves) {
   const auto set = bound(0.5F, MacroSetType::linear, MacroSetType::quantized);
-  EXPECT_EQ(unbox<tmm>(set->property(2))->maximum, 0.25F);
-  EXPECT_TRUE(unbox<std::vector<float>>(set->property(3))->empty());
+  EXPECT_EQ(valueIn<tmm>(set->property(2))->maximum, 0.25F);
+  EXPECT_TRUE(valueIn<std::vector<float>>(set->property(3))->empty());
   EXPECT_EQ(set->property(6), nullptr);
-  set->setProperty(2, box(tmm{0.5F, 0.5F}));
+  set->setProperty(2, makeBox(tmm{0.5F, 0.5F}));
   EXPECT_EQ(set->map(0.1F), 0.5F);
-  set->setProperty(4, box(MacroSetType::twoBinded));
-  EXPECT_EQ(*unbox<MacroSetType>(set->property(4)), MacroSetType::linear);
+  set->setProperty(4, makeBox(MacroSetType::twoBinded));
+  EXPECT_EQ(*valueIn<MacroSetType>(set->property(4)), MacroSetType::linear);
   for (const float split : {0.0F, 1.0F, -1.0F}) {
-    set->setProperty(1, box(split));
-    EXPECT_EQ(*unbox<float>(set->property(1)), 0.5F);
+    set->setProperty(1, makeBox(split));
+    EXPECT_EQ(*valueIn<float>(set->property(1)), 0.5F);
   }
   BoxedValue copy;
   set->property(0)->clone(copy);
-  EXPECT_EQ(unbox<tmmm>(copy)->middle, 0.25F);
-  set->setProperty(0, box(1.0F));
-  EXPECT_EQ(unbox<tmmm>(set->property(0))->middle, 0.25F);
+  EXPECT_EQ(valueIn<tmmm>(copy)->middle, 0.25F);
+  set->setProperty(0, makeBox(1.0F));
+  EXPECT_EQ(valueIn<tmmm>(set->property(0))->middle, 0.25F);
 }
 
 TEST(MacroSet, RecordsComeBackAsTheyWere) {
@@ -158,9 +159,9 @@ TEST(MacroSet, RecordsComeBackAsTheyWere) {
     sets.push_back(ranged(type, 0.2F, 0.9F));
   }
   sets.push_back(makeMacroSet(MacroSetType::quantized));
-  sets.back()->setProperty(0, box(std::vector<float>{0.1F, 0.9F, 0.4F}));
+  sets.back()->setProperty(0, makeBox(std::vector<float>{0.1F, 0.9F, 0.4F}));
   sets.push_back(bound(0.3F, MacroSetType::logCurved, MacroSetType::quantized));
-  sets.back()->setProperty(3, box(std::vector<float>{0.6F, 0.2F}));
+  sets.back()->setProperty(3, makeBox(std::vector<float>{0.6F, 0.2F}));
   for (const auto& set : sets) {
     const Bytes record = recordOf(*set);
     const auto again = makeMacroSet(set->type());

@@ -172,13 +172,6 @@ TEST(ProgramDatabase, MovesAndRemovesRecordsWithoutGaps) {
   EXPECT_TRUE(database.entries(4).empty());
 }
 
-TEST(ProgramDatabase, TakesIdentifiersFromFourDraws) {
-  const auto id = cofu::core::uuidFromDraws({0x87654321, 0xFFFFFFFF, 0, 0x000ABCDE});
-  const cofu::core::Uuid expected{0x21, 0x32, 0x43, 0x54, 0xFF, 0xFF, 0x4F, 0xFF,
-                                  0x80, 0,    0,    0,    0xDE, 0xCD, 0xBC, 0xAB};
-  EXPECT_EQ(id, expected);
-}
-
 TEST(UserProgramFile, SurvivesWritingAndBelongsToItsInstrument) {
   Owner owner;
   ProgramDatabase database(owner);

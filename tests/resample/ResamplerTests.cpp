@@ -58,7 +58,7 @@ constexpr std::array<Conversion, 13> kConversions{{{44100, 22050.0F, 16},
 TEST(Resampler, GivesTheBitsOfThePlainLoopInBlocksOfAnySizeThroughSoundAndSilence) {
   constexpr std::size_t kChannels = 3;
   for (const ResampleKernel& kernel : resampleKernels()) {
-    if (!kernel.isSupported) {
+    if (!platform::supports(kernel.needs)) {
       continue;
     }
     for (const Conversion& c : kConversions) {

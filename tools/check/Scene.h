@@ -9,11 +9,12 @@
 #include <vector>
 
 #include "check/Sound.h"
+#include "core/EngineRate.h"
 #include "vsthost/Host.h"
 
 namespace sivray::check {
 
-inline constexpr float kPlainRate = 44100.0F;
+inline constexpr float kPlainRate = static_cast<float>(tesh::cofu::core::kEngineRate);
 inline constexpr int kPlainBlock = 512;
 
 /// The same numbers on every machine.

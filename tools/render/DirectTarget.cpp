@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "RenderError.h"
+#include "core/EngineRate.h"
 #include "host/construction/Construction.h"
 #include "host/shell/MidiIntake.h"
 #include "storage/state/EditBufferRecord.h"
@@ -18,7 +19,7 @@ using tesh::bramel::vst::EditBufferRecord;
 using tesh::vimo::MacroCommand;
 using tesh::vimo::MacroCommandKind;
 
-constexpr double kEngineRate = 44100.0;
+using tesh::cofu::core::kEngineRate;
 constexpr int kLongestPiece = 2048;
 constexpr std::size_t kAutomationEntries = 4096;
 constexpr std::size_t kEchoEntries = 1024;

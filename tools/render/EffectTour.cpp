@@ -10,6 +10,7 @@
 #include "RenderError.h"
 #include "Session.h"
 #include "SpectrogramSheet.h"
+#include "core/EngineRate.h"
 #include "effects/EffectTable.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
@@ -57,7 +58,7 @@ constexpr std::array<TourEdits, fx::kEffectTypeCount> kTourEdits{{
     {60, 64},    // Talking Mod: formant, offset
 }};
 
-constexpr double kTourRate = 44100.0;
+constexpr double kTourRate = tesh::cofu::core::kEngineRate;
 
 /// What the picture shows of each rendering: a few bars, wide enough to see how the sound moves.
 constexpr double kExcerptStart = 4.0;

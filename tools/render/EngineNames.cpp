@@ -8,20 +8,22 @@
 
 #include "RenderError.h"
 #include "effects/EffectTable.h"
+#include "parameters/ParameterIds.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::render {
 namespace {
 
+namespace engine = tesh::bramel::plugin::sivray;
+
 constexpr std::uint32_t kPads = 8;
-constexpr std::uint32_t kIdsPerGroup = 16;
 constexpr std::uint32_t kWaveIndex = 0;
-constexpr std::uint32_t kEffectType = 0x100;
-constexpr std::uint32_t kMaster = 0x110;
+constexpr std::uint32_t kEffectType = engine::parameterId(engine::kEffectGroup, 0);
+constexpr std::uint32_t kMaster = engine::parameterId(engine::kMasterGroup, 0);
 constexpr std::array<const char*, 4> kEffectNames{"type", "switch", "edit1", "edit2"};
 
 bool choosesWave(const EngineParameter& parameter) {
-  return parameter.id < kPads * kIdsPerGroup && parameter.id % kIdsPerGroup == kWaveIndex;
+  return engine::parameterGroup(parameter.id) < kPads && engine::parameterIndex(parameter.id) == kWaveIndex;
 }
 
 /// The name and range of an id; an empty name where the id means nothing.
@@ -61,10 +63,10 @@ std::string plainName(const std::string& text) {
 }
 
 EngineNames::EngineNames(const tesh::vimo::Generator<float>& generator, const tesh::vimo::SampleLibrary& library) {
-  for (std::uint32_t id = 0; id < kPads * kIdsPerGroup; ++id) {
+  for (std::uint32_t id = 0; id < engine::parameterId(kPads, 0); ++id) {
     const EngineParameter parameter = describe(generator, id);
     if (const std::string row = rowName(parameter.name); !row.empty()) {
-      const std::string shortName = "pad" + std::to_string(id / kIdsPerGroup) + "." + plainName(row);
+      const std::string shortName = "pad" + std::to_string(engine::parameterGroup(id)) + "." + plainName(row);
       add(parameter.name, {shortName, id, parameter.range});
       add(shortName, {shortName, id, parameter.range});
     }

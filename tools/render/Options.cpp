@@ -7,6 +7,7 @@
 #include <map>
 
 #include "RenderError.h"
+#include "core/EngineRate.h"
 
 namespace sivray::render {
 namespace {
@@ -139,7 +140,7 @@ void requireSense(const Options& options) {
   if (options.help || options.listPrograms || options.check || options.panelPath) {
     return;
   }
-  if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != 44100.0) {
+  if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != tesh::cofu::core::kEngineRate) {
     throw RenderError("--direct and --fx-tour play at the engine's own 44100 Hz; leave --rate away");
   }
   const bool onlySaves = options.saveStatePath && options.inputPath.empty() && options.outputPath.empty();

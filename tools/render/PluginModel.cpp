@@ -6,19 +6,17 @@
 #include <memory>
 
 #include "RenderError.h"
-#include "core/LittleEndian.h"
 #include "engine/SivrayPlugin.h"
 #include "engine/samples/SivraySampleLibrary.h"
 #include "host/construction/Construction.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"
+#include "storage/state/StateContent.h"
 
 namespace sivray::render {
 namespace {
 
-using tesh::cofu::core::ByteReader;
-using tesh::cofu::core::ByteWriter;
 using tesh::vimo::Bank;
 using tesh::vimo::ProgramDatabase;
 namespace engine = tesh::bramel::plugin::sivray;
@@ -80,20 +78,13 @@ bool PluginModel::takeIn(std::span<const std::uint8_t> state) {
   if (!record || record->name != tesh::bramel::vst::kEditBufferName) {
     return false;
   }
-  ByteReader reader(record->content);
-  const std::uint32_t layout = reader.word();
-  const std::uint32_t miscSize = reader.word();
-  const std::uint32_t engineSize = reader.word();
-  const std::uint32_t macroSize = reader.word();
-  const auto misc = reader.take(miscSize);
-  const auto engineState = reader.take(engineSize);
-  const auto macros = reader.take(macroSize);
-  if (layout != 0 || reader.hasFailed() || reader.remaining() != 0) {
+  const auto content = tesh::bramel::vst::readStateContent(record->content);
+  if (!content) {
     return false;
   }
-  miscSection.assign(misc.begin(), misc.end());
-  engineSection.assign(engineState.begin(), engineState.end());
-  processor.controller().readChunk(macros, Controller::ChunkParts::all);
+  miscSection.assign(content->runFlags.begin(), content->runFlags.end());
+  engineSection.assign(content->engine.begin(), content->engine.end());
+  processor.controller().readChunk(content->macros, Controller::ChunkParts::all);
 
   using namespace tesh::bramel;
   const auto file = readFile(pathFor(kBramelPath_UserProgram, vst::kInstrumentName));
@@ -108,14 +99,7 @@ std::vector<std::uint8_t> PluginModel::state() const {
   std::vector<std::uint8_t> macros;
   processor.controller().writeChunk(macros);
   tesh::bramel::vst::EditBufferRecord record;
-  ByteWriter writer(record.content);
-  writer.word(0);
-  writer.word(static_cast<std::uint32_t>(miscSection.size()));
-  writer.word(static_cast<std::uint32_t>(engineSection.size()));
-  writer.word(static_cast<std::uint32_t>(macros.size()));
-  writer.bytes(miscSection);
-  writer.bytes(engineSection);
-  writer.bytes(macros);
+  tesh::bramel::vst::appendStateContent(record.content, {miscSection, engineSection, macros});
   return tesh::bramel::vst::packState(record);
 }
 

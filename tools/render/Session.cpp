@@ -7,13 +7,14 @@
 #include "DirectTarget.h"
 #include "LibraryTarget.h"
 #include "RenderError.h"
+#include "core/EngineRate.h"
 #include "storage/paths/Paths.h"
 #include "storage/state/EditBufferRecord.h"
 
 namespace sivray::render {
 namespace {
 
-constexpr double kPlainRate = 44100.0;
+constexpr double kPlainRate = tesh::cofu::core::kEngineRate;
 
 /// The content that stands beside the library serves the direct path and the names as well.
 std::unique_ptr<RenderTarget> makeTarget(const Options& options) {

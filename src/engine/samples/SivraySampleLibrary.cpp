@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/LittleEndian.h"
 #include "engine/samples/IndexRecords.h"
 #include "storage/paths/Paths.h"
 
@@ -21,9 +22,11 @@ bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {
   }
   std::int32_t id = 0;
   for (; records.size() >= sivray::kWaveRecordBytes; records = records.subspan(sivray::kWaveRecordBytes), ++id) {
-    const std::uint32_t category = sivray::wordAt(records, 0);
+    cofu::core::ByteReader reader(records);
+    const std::uint32_t category = reader.word();
     if (category >= 1 && category <= kMaxCategories) {
-      entries.push_back({id, static_cast<std::int32_t>(category) - 1, sivray::nameAt(records, 4)});
+      entries.push_back(
+          {id, static_cast<std::int32_t>(category) - 1, std::string(reader.text(sivray::kWaveNameBytes))});
     }
   }
   std::stable_sort(entries.begin(), entries.end(),

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveDatabase.h"
 
+#include "core/EngineRate.h"
+#include "core/LittleEndian.h"
 #include "engine/samples/IndexRecords.h"
 #include "storage/paths/Paths.h"
 
@@ -9,12 +11,13 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
+using cofu::core::ByteReader;
+
 constexpr std::uint32_t kMono = 1;
 constexpr std::uint32_t kStereo = 2;
-constexpr float kEngineRate = 44100.0F;
 
 /// A wave with rate 0 could not be played, so it gets the engine's rate.
-float playableRate(std::uint32_t rate) { return rate == 0 ? kEngineRate : static_cast<float>(rate); }
+float playableRate(std::uint32_t rate) { return static_cast<float>(rate == 0 ? cofu::core::kEngineRate : rate); }
 
 }  // namespace
 
@@ -34,11 +37,12 @@ void WaveDatabase::loadFrom(std::span<const std::uint8_t> sampleRecords, std::sp
   waves.clear();
   samples.reserve(sampleRecords.size() / kSampleRecordBytes);
   waves.reserve(waveRecords.size() / kWaveRecordBytes);
-  for (; sampleRecords.size() >= kSampleRecordBytes; sampleRecords = sampleRecords.subspan(kSampleRecordBytes)) {
-    samples.push_back({wordAt(sampleRecords, 0), wordAt(sampleRecords, 4), wordAt(sampleRecords, 8)});
+  for (ByteReader reader(sampleRecords); reader.remaining() >= kSampleRecordBytes;) {
+    samples.push_back({reader.word(), reader.word(), reader.word()});
   }
-  for (; waveRecords.size() >= kWaveRecordBytes; waveRecords = waveRecords.subspan(kWaveRecordBytes)) {
-    waves.push_back({nameAt(waveRecords, 4), wordAt(waveRecords, 0), wordAt(waveRecords, 16), wordAt(waveRecords, 20)});
+  for (ByteReader reader(waveRecords); reader.remaining() >= kWaveRecordBytes;) {
+    const std::uint32_t type = reader.word();
+    waves.push_back({std::string(reader.text(kWaveNameBytes)), type, reader.word(), reader.word()});
   }
   loaded = true;
 }

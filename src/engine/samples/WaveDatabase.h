@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/EngineRate.h"
 #include "core/RealTime.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -21,9 +22,9 @@ struct WaveInfo {
   std::uint32_t rightStart = 0;
   std::uint32_t leftEnd = 0;
   std::uint32_t rightEnd = 0;
-  float sampleRate = 44100.0F;  ///< Hz.
-  std::string_view name;        ///< Points into the tables; valid until they are read again.
-  std::uint32_t type = 0;       ///< 1 mono, 2 stereo.
+  float sampleRate = static_cast<float>(cofu::core::kEngineRate);  ///< Hz.
+  std::string_view name;   ///< Points into the tables; valid until they are read again.
+  std::uint32_t type = 0;  ///< 1 mono, 2 stereo.
 };
 
 /// The tables of sampleparam.bin and drumparam.bin, read on first use and kept.

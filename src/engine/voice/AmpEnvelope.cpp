@@ -2,26 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/AmpEnvelope.h"
 
-#include <limits>
-
+#include "core/EngineRate.h"
+#include "core/Truncate.h"
 #include "engine/voice/PadValues.h"
 
 namespace tesh::bramel::plugin::sivray {
 
-namespace {
-
-constexpr float kEngineRate = 44100.0F;
-
-/// Truncates. A value outside 32 bits, which only waves with an absurd rate reach, becomes the nearest end.
-std::int32_t truncateToInt(float value) {
-  constexpr float kLimit = 2147483648.0F;
-  if (!(value < kLimit)) {
-    return std::numeric_limits<std::int32_t>::max();
-  }
-  return value < -kLimit ? std::numeric_limits<std::int32_t>::min() : static_cast<std::int32_t>(value);
-}
-
-}  // namespace
+using cofu::core::kEngineRate;
+using cofu::core::truncateToInt;
 
 void AmpEnvelope::start(std::size_t lane, const PadValues& pad) {
   bank.egTime[lane] = pad[PadParameter::egTime];
@@ -52,7 +40,7 @@ int AmpEnvelope::firstStep(std::size_t lane, int frames) const {
 
 std::int32_t AmpEnvelope::lengthAtEngineRate(std::uint32_t length, float waveRate) {
   float samples = static_cast<float>(length);
-  samples *= kEngineRate;
+  samples *= static_cast<float>(kEngineRate);
   samples /= waveRate;
   return truncateToInt(samples);
 }

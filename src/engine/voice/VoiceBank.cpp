@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "core/EngineRate.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 namespace {
@@ -23,7 +25,7 @@ void swapIn(std::size_t a, std::size_t b, Fields&... fields) {
 }  // namespace
 
 VoiceBank::VoiceBank() {
-  waveRate.fill(44100.0F);
+  waveRate.fill(static_cast<float>(cofu::core::kEngineRate));
   padIndex.fill(-1);
   pan.fill(kCentrePan);
   envelopeSpeed.fill(1.0F);

@@ -10,26 +10,18 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-bool always() { return true; }
-bool hasSse41() { return __builtin_cpu_supports("sse4.1") != 0; }
-bool hasAvx2() { return __builtin_cpu_supports("avx2") != 0; }
+using platform::VectorSet;
 
 constexpr std::array<VoiceKernel, 3> kKernels{{
-    {"SSE2", always, runVoicesSse2, tickRampsSse2},
-    {"SSE4.1", hasSse41, runVoicesSse41, tickRampsSse41},
-    {"AVX2", hasAvx2, runVoicesAvx2, tickRampsAvx2},
+    {"SSE2", VectorSet::baseline, runVoicesSse2, tickRampsSse2},
+    {"SSE4.1", VectorSet::sse41, runVoicesSse41, tickRampsSse41},
+    {"AVX2", VectorSet::avx2, runVoicesAvx2, tickRampsAvx2},
 }};
 
 }  // namespace
 
 std::span<const VoiceKernel> voiceKernels() { return kKernels; }
 
-const VoiceKernel& bestVoiceKernel() {
-  std::size_t best = kKernels.size() - 1;
-  while (!kKernels[best].isSupported()) {
-    --best;
-  }
-  return kKernels[best];
-}
+const VoiceKernel& bestVoiceKernel() { return platform::bestKernel(kKernels); }
 
 }  // namespace tesh::bramel::plugin::sivray

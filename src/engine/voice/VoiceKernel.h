@@ -6,6 +6,7 @@
 #include <span>
 
 #include "core/RealTime.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -30,15 +31,15 @@ struct VoiceRun {
 /// RampBank::tick; it returns whether a ramp has reached its target.
 struct VoiceKernel {
   const char* name;
-  bool (*isSupported)();
+  platform::VectorSet needs;
   int (*run)(const VoiceRun& run) SIVRAY_NONBLOCKING;
   bool (*tick)(RampBank& ramps) SIVRAY_NONBLOCKING;
 };
 
-/// Every kernel that was built, the slowest first. The first runs on every processor.
+/// Every kernel that was built, the slowest first, also those that this processor lacks the instructions for.
 std::span<const VoiceKernel> voiceKernels();
 
-/// The fastest kernel that this processor can run.
+/// The fastest kernel that this processor runs.
 const VoiceKernel& bestVoiceKernel();
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "core/EngineRate.h"
 #include "core/FixedPoint.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -75,7 +76,7 @@ std::uint32_t pitchIncrement(std::int32_t pitchCents, float ratio) {
 }
 
 float rateRatio(float waveRate) {
-  const double octaves = (std::log(static_cast<double>(waveRate)) - std::log(44100.0)) / std::log(2.0);
+  const double octaves = (std::log(static_cast<double>(waveRate)) - std::log(cofu::core::kEngineRate)) / std::log(2.0);
   return static_cast<float>(std::exp2(octaves));
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/EngineRate.h"
 #include "host/resample/CKaiserWindowCoeffs.h"
 
 namespace tesh::bramel::vst {
@@ -31,7 +32,7 @@ class CFirLpfCoeffs : public CKaiserWindowCoeffs {
 
   double normalisedCutoff = 0.0;  ///< 2 cutoff / rate.
   double angularCutoff = 0.0;     ///< 2 pi cutoff / rate.
-  std::int32_t rate = 64 * 44100;
+  std::int32_t rate = 64 * static_cast<std::int32_t>(cofu::core::kEngineRate);
   std::int32_t cutoff = 158000;
   double gain = 1.0;  ///< Linear.
 };

@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/EngineRate.h"
 #include "core/RealTime.h"
 #include "host/resample/CFsConvListener.h"
 #include "host/resample/CFsCwInterpolation.h"
@@ -22,7 +23,7 @@ namespace tesh::bramel::vst {
 /// and `setSampleRate` allocate memory.
 class CFsConverterWrapper {
  public:
-  static constexpr double kEngineRate = 44100.0;
+  static constexpr double kEngineRate = cofu::core::kEngineRate;
 
   /// Tells `convListener`, which must outlive the converter, that blocks have 32 frames. Until the first
   /// `setSampleRate` the host's rate is 44100 Hz.

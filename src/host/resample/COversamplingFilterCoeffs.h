@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/EngineRate.h"
 #include "host/resample/CFirLpfCoeffs.h"
 
 namespace tesh::bramel::vst {
@@ -22,7 +23,7 @@ class COversamplingFilterCoeffs : public CFirLpfCoeffs {
 
  private:
   double oversampling = 1.0;
-  std::int32_t baseRate = 44100;
+  std::int32_t baseRate = static_cast<std::int32_t>(cofu::core::kEngineRate);
 };
 
 }  // namespace tesh::bramel::vst

@@ -3,21 +3,21 @@
 #include "host/resample/ResampleKernel.h"
 
 #include "host/resample/ResampleKernelSets.h"
-#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::vst {
+namespace {
 
-std::span<const ResampleKernel> resampleKernels() {
-  static const std::array<ResampleKernel, 2> kernels{{
-      {"SSE2", true, runResampleSse2},
-      {"AVX2", platform::bestVectorSet() >= platform::VectorSet::avx2, runResampleAvx2},
-  }};
-  return kernels;
-}
+using platform::VectorSet;
 
-const ResampleKernel& bestResampleKernel() {
-  const auto kernels = resampleKernels();
-  return kernels.back().isSupported ? kernels.back() : kernels.front();
-}
+constexpr std::array<ResampleKernel, 2> kKernels{{
+    {"SSE2", VectorSet::baseline, runResampleSse2},
+    {"AVX2", VectorSet::avx2, runResampleAvx2},
+}};
+
+}  // namespace
+
+std::span<const ResampleKernel> resampleKernels() { return kKernels; }
+
+const ResampleKernel& bestResampleKernel() { return platform::bestKernel(kKernels); }
 
 }  // namespace tesh::bramel::vst

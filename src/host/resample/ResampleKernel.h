@@ -11,6 +11,7 @@
 #include <span>
 
 #include "core/RealTime.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::vst {
 
@@ -69,7 +70,7 @@ using ResampleKernelRun = std::size_t (*)(const ResampleRun& run, ResamplePositi
 /// One instruction set.
 struct ResampleKernel {
   const char* name;
-  bool isSupported;
+  platform::VectorSet needs;
   ResampleKernelRun run;
 };
 

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "core/EngineRate.h"
 #include "core/MailServer.h"
 #include "core/RealTime.h"
 #include "host/resample/CFsConvListener.h"
@@ -32,7 +33,7 @@ inline constexpr std::uint32_t kKeyAtRest = 9;
 /// are called under `mainMutex`.
 class BramelInstrument::Impl final : public CFsConvListener, public vimo::MacroEchoListener {
  public:
-  static constexpr float kEngineRate = 44100.0F;
+  static constexpr auto kEngineRate = static_cast<float>(cofu::core::kEngineRate);
   /// Frames of the engine that one run of the block routine may have.
   static constexpr std::int32_t kLongestPiece = 2048;
   /// MIDI messages that one block can bring: what the converter holds back, and twice what a host sends at most.

@@ -36,11 +36,6 @@ bool isKnown(std::uint32_t version) {
   return version == kValuesOnly || version == kNamed || version == kWithId || version == ProgramDatabase::kImageVersion;
 }
 
-void readText(ProgramRecord::Text& field, ByteReader& reader) {
-  const auto bytes = reader.take(ProgramRecord::kTextBytes);
-  ProgramRecord::setText(field, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-}
-
 void readHead(ProgramRecord& record, ByteReader& reader, std::uint32_t version, std::size_t number) {
   if (version == kValuesOnly) {
     ProgramRecord::setText(record.name, std::to_string(number));
@@ -48,8 +43,8 @@ void readHead(ProgramRecord& record, ByteReader& reader, std::uint32_t version, 
     return;
   }
   reader.word();
-  readText(record.name, reader);
-  readText(record.comment, reader);
+  ProgramRecord::setText(record.name, reader.text(ProgramRecord::kTextBytes));
+  ProgramRecord::setText(record.comment, reader.text(ProgramRecord::kTextBytes));
   record.time = reader.word();
   reader.take(headBytes(version) - 200);
 }

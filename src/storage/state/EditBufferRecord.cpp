@@ -1,16 +1,14 @@
+// Packing and unpacking of the envelope with msgpack.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/state/EditBufferRecord.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 #include <msgpack.hpp>
 
 namespace tesh::bramel::vst {
 namespace {
-
-constexpr std::array<std::uint8_t, 4> kTag{'M', 'P', 'c', 'k'};
 
 /// More members or levels than a record of the family ever has; a larger announcement is not believed.
 constexpr std::size_t kMostMembers = 64;
@@ -69,7 +67,7 @@ std::vector<std::uint8_t> packState(const EditBufferRecord& record) {
     throw msgpack::container_size_overflow("container size overflow");
   }
   msgpack::sbuffer buffer(8192);
-  buffer.write(reinterpret_cast<const char*>(kTag.data()), kTag.size());
+  buffer.write(kStateTag.data(), kStateTag.size());
   msgpack::packer<msgpack::sbuffer> packer(buffer);
   packer.pack_map(3);
   packer.pack("content");
@@ -84,10 +82,10 @@ std::vector<std::uint8_t> packState(const EditBufferRecord& record) {
 }
 
 std::optional<EditBufferRecord> unpackState(std::span<const std::uint8_t> bytes) {
-  if (bytes.size() <= kTag.size() || !std::equal(kTag.begin(), kTag.end(), bytes.begin())) {
+  if (bytes.size() <= kStateTag.size() || !std::equal(kStateTag.begin(), kStateTag.end(), bytes.begin())) {
     return std::nullopt;
   }
-  const std::span<const std::uint8_t> packed = bytes.subspan(kTag.size());
+  const std::span<const std::uint8_t> packed = bytes.subspan(kStateTag.size());
   try {
     const msgpack::unpack_limit limit(kMostMembers, kMostMembers, packed.size(), packed.size(), packed.size(),
                                       kDeepestNesting);

@@ -1,11 +1,13 @@
 // The envelope of the state that a host saves in its song: a tag, and a msgpack map with an identifier, a version and
-// the content. SPDX-License-Identifier: GPL-3.0-or-later
+// the content.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tesh::bramel::vst {
@@ -13,6 +15,9 @@ namespace tesh::bramel::vst {
 /// The identifier that every state of the family carries.
 inline constexpr const char* kEditBufferName = "zz.tesh.bramel.vst.editbuffer";
 inline constexpr std::int32_t kEditBufferVersion = 1;
+
+/// The first four bytes of a state.
+inline constexpr std::string_view kStateTag = "MPck";
 
 struct EditBufferRecord {
   std::string name = kEditBufferName;

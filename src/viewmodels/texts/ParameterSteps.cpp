@@ -4,21 +4,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Truncate.h"
+
 namespace tesh::bramel {
-namespace {
 
-/// Truncation towards zero, held to the range of the result.
-std::int32_t truncateToInt(float x) {
-  constexpr float kLimit = 2147483520.0F;  // The largest float below 2^31.
-  return static_cast<std::int32_t>(std::clamp(x, -kLimit, kLimit));
-}
-
-}  // namespace
+using cofu::core::truncateToInt;
 
 std::int32_t quantizeValue(float value, std::int32_t stateCount, std::int32_t offset) {
-  const float x = std::isnan(value) ? 0.0F : value;
   const std::int32_t last = stateCount - 1;
-  const std::int32_t state = truncateToInt(static_cast<float>(last) * x + 0.5F);
+  const std::int32_t state = truncateToInt(static_cast<float>(last) * value + 0.5F);
   return state < 0 ? offset : std::min(state, last) + offset;
 }
 
@@ -31,8 +25,7 @@ float normaliseState(std::int32_t state, std::int32_t stateCount, std::int32_t o
 }
 
 std::int32_t truncateValue(float value, std::int32_t stateCount, std::int32_t offset) {
-  const float x = std::isnan(value) ? 0.0F : value;
-  const std::int32_t state = truncateToInt(static_cast<float>(stateCount) * x);
+  const std::int32_t state = truncateToInt(static_cast<float>(stateCount) * value);
   return state < 0 ? offset : std::min(state, stateCount - 1) + offset;
 }
 
@@ -48,7 +41,7 @@ std::int64_t NormalParameterQuantizer::valueToState(float value, std::uint64_t s
   if (stateCount < 2) {
     return 0;
   }
-  const float x = static_cast<float>(stateCount - 1) * (std::isnan(value) ? 0.0F : value);
+  const float x = static_cast<float>(stateCount - 1) * value;
   const std::int32_t doubled = truncateToInt(std::round(2.0F * x));
   return (static_cast<std::int64_t>(doubled) + 1) >> 1;
 }

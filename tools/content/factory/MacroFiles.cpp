@@ -17,6 +17,7 @@
 #include "macro/MacroSetLinear.h"
 #include "macro/MacroSetQuantized.h"
 #include "storage/programs/ProgramDatabase.h"
+#include "storage/state/StateContent.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::factory {
@@ -30,7 +31,6 @@ using tesh::cofu::core::ByteWriter;
 constexpr std::uint32_t kFactoryTime = 1767225600;
 
 constexpr std::uint32_t kMacroChunkVersion = 1280;
-constexpr std::uint32_t kMiscVersion = 512;
 
 std::unique_ptr<vimo::MacroSetBase> setOf(const MacroRow& row) {
   if (!row.steps.empty()) {
@@ -192,11 +192,7 @@ std::vector<std::uint8_t> makeMacroChunk(const FactoryBank& bank) {
 
 std::vector<std::uint8_t> makeMiscChunk() {
   std::vector<std::uint8_t> chunk;
-  ByteWriter writer(chunk);
-  writer.word(kMiscVersion);
-  writer.text("csim");
-  writer.word(1);  // The engine runs.
-  writer.word(0);  // A host's state does not set the engine's own chunk.
+  tesh::bramel::vst::appendRunFlags(chunk, {.running = true, .storesEngineChunk = false});
   return chunk;
 }
 

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "effects/EffectTable.h"
+#include "parameters/ParameterIds.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::factory {
@@ -12,12 +13,8 @@ namespace {
 
 namespace effects = tesh::bramel::plugin::sivray::effects;
 
-/// Engine parameter ids: (group << 4) | index.
-constexpr std::uint32_t padTarget(std::size_t pad, std::uint32_t index) {
-  return static_cast<std::uint32_t>(pad << 4) | index;
-}
-constexpr std::uint32_t kEffectGroup = 0x100;
-constexpr std::uint32_t kMasterTarget = 0x110;
+namespace engine = tesh::bramel::plugin::sivray;
+using engine::parameterId;
 
 /// A row of the pad macros: offset, name, engine index, the engine's default and range.
 struct PadRow {
@@ -51,7 +48,7 @@ std::vector<float> effectSteps() {
 MacroRow padRow(std::size_t pad, const PadRow& row, bool hidden) {
   MacroRow macro;
   macro.name.append("P").append(std::to_string(pad + 1)).append(" ").append(row.name);
-  macro.targetId = padTarget(pad, row.index);
+  macro.targetId = parameterId(engine::kFirstPadGroup + static_cast<std::uint32_t>(pad), row.index);
   macro.defaultValue = row.defaultValue;
   macro.hidden = hidden;
   return macro;
@@ -115,12 +112,12 @@ std::vector<MacroRow> makeMacroLayout(std::size_t waveCount) {
     macro[kPan].minimum = kLeastPan;
     macro[kExclusiveGroup].steps = kGroupSteps;
   }
-  rows.push_back(plainRow("FX Type", kEffectGroup, 0.0F, false));
+  rows.push_back(plainRow("FX Type", parameterId(engine::kEffectGroup, 0), 0.0F, false));
   rows.back().steps = effectSteps();
-  rows.push_back(plainRow("FX Edit 1", kEffectGroup + 2, 0.5F, false));
-  rows.push_back(plainRow("FX Edit 2", kEffectGroup + 3, 0.5F, false));
-  rows.push_back(plainRow("Master Level", kMasterTarget, 100.0F / 127.0F, false));
-  rows.push_back(plainRow("FX Switch", kEffectGroup + 1, 1.0F, false));
+  rows.push_back(plainRow("FX Edit 1", parameterId(engine::kEffectGroup, 2), 0.5F, false));
+  rows.push_back(plainRow("FX Edit 2", parameterId(engine::kEffectGroup, 3), 0.5F, false));
+  rows.push_back(plainRow("Master Level", parameterId(engine::kMasterGroup, 0), 100.0F / 127.0F, false));
+  rows.push_back(plainRow("FX Switch", parameterId(engine::kEffectGroup, 1), 1.0F, false));
   for (std::size_t pad = 0; pad < kPads; ++pad) {
     for (const PadRow& row : kHiddenRows) {
       rows.push_back(padRow(pad, row, row.index != kHiddenRows[0].index));

@@ -9,7 +9,10 @@
 
 #include "content/Files.h"
 #include "content/inspect/Inspectors.h"
+#include "core/LittleEndian.h"
 #include "engine/ProgramBank.h"
+#include "storage/state/EditBufferRecord.h"
+#include "storage/state/StateContent.h"
 
 namespace sivray::content {
 namespace {
@@ -60,18 +63,21 @@ bool isProgramFile(const CheckedReader& reader, const std::string& name) {
   return name.ends_with(".prog") || (isFilled && reader.peek(3) == kMark);
 }
 
+/// A tag of four characters as the word that its bytes make.
+std::uint32_t wordOf(std::string_view tag) {
+  return tesh::cofu::core::wordIn({reinterpret_cast<const std::uint8_t*>(tag.data()), tag.size()}, 0).value_or(0);
+}
+
 /// The others, by their first bytes.
 Inspector inspectorByContent(const CheckedReader& reader, const std::string& name) {
-  constexpr std::uint32_t kHostStateTag = 0x6B63504D;  // "MPck"
-  constexpr std::uint32_t kRunFlagsTag = 0x6D697363;   // "csim"
   constexpr std::uint32_t kExportVersion = 256;
   constexpr std::array<std::uint32_t, 4> kMacroChunkVersions{512, 768, 1024, 1280};
   namespace engine = tesh::bramel::plugin::sivray;
   const std::uint32_t first = reader.peek(0);
-  if (first == kHostStateTag) {
+  if (first == wordOf(tesh::bramel::vst::kStateTag)) {
     return inspectHostState;
   }
-  if (reader.peek(1) == kRunFlagsTag) {
+  if (reader.peek(1) == wordOf(tesh::bramel::vst::kRunFlagsTag)) {
     return inspectMiscChunk;
   }
   if (isProgramFile(reader, name)) {

@@ -5,6 +5,7 @@
 
 #include "content/inspect/Inspectors.h"
 #include "macro/MacroSetBase.h"
+#include "storage/state/StateContent.h"
 
 namespace sivray::content {
 namespace {
@@ -200,21 +201,20 @@ void inspectMacroChunk(CheckedReader reader, Report& report) {
 }
 
 void inspectMiscChunk(CheckedReader reader, Report& report) {
-  constexpr std::uint32_t kOlderVersion = 256;
-  constexpr std::uint32_t kVersion = 512;
+  namespace vst = tesh::bramel::vst;
   report.addText("kind", "run flags");
   const CheckedReader start = reader;
   const std::uint32_t version = reader.word("the version");
   report.addNumber("version", version);
-  if (version != kOlderVersion && version != kVersion) {
+  if (version != vst::kRunningOnlyVersion && version != vst::kRunFlagsVersion) {
     start.fail("there are no run flags of the version " + std::to_string(version));
   }
   const CheckedReader tagPlace = reader;
-  if (reader.text(4, "the tag") != "csim") {
+  if (reader.text(vst::kRunFlagsTag.size(), "the tag") != vst::kRunFlagsTag) {
     tagPlace.fail("the tag \"csim\" is missing");
   }
   report.addNumber("running", reader.word("the running flag"));
-  if (version == kVersion) {
+  if (version == vst::kRunFlagsVersion) {
     report.addNumber("storeEngineChunk", reader.word("the flag of the engine's chunk"));
   }
 }

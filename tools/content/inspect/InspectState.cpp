@@ -4,6 +4,8 @@
 #include <optional>
 
 #include "content/inspect/Inspectors.h"
+#include "storage/state/EditBufferRecord.h"
+#include "storage/state/StateContent.h"
 
 namespace sivray::content {
 namespace {
@@ -63,7 +65,7 @@ std::string readText(CheckedReader& reader, const char* what) {
 
 void inspectContent(CheckedReader reader, Report& report) {
   const CheckedReader start = reader;
-  if (reader.word("the layout of the content") != 0) {
+  if (reader.word("the layout of the content") != tesh::bramel::vst::kContentLayout) {
     start.fail("the content begins with another word than 0");
   }
   const std::uint32_t miscBytes = reader.word("the size of the run flags");
@@ -117,7 +119,7 @@ CheckedReader inspectEnvelope(CheckedReader& reader, Report& report) {
 void inspectHostState(CheckedReader reader, Report& report) {
   report.addText("kind", "host state");
   const CheckedReader start = reader;
-  if (reader.text(4, "the tag") != "MPck") {
+  if (reader.text(4, "the tag") != tesh::bramel::vst::kStateTag) {
     start.fail("the tag \"MPck\" is missing");
   }
   const CheckedReader content = inspectEnvelope(reader, report);

@@ -7,6 +7,7 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "core/EngineRate.h"
 #include "host/construction/Construction.h"
 #include "storage/paths/Paths.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 namespace vimo = tesh::vimo;
 
-constexpr double kRate = 44100.0;
+constexpr double kRate = tesh::cofu::core::kEngineRate;
 constexpr std::size_t kBlockFrames = 1024;
 constexpr std::size_t kRingEntries = 4096;  // More than all macros of a program.
 constexpr float kSilence = 3.0e-5F;         // One step of a sample.

@@ -5,9 +5,11 @@
 
 #include <cstddef>
 
+#include "core/EngineRate.h"
+
 namespace sivray::content {
 
-inline constexpr double kSampleRate = 44100.0;
+inline constexpr double kSampleRate = tesh::cofu::core::kEngineRate;
 
 /// The sine of an angle given in turns; one turn is a full circle. Good to 1e-13 for angles below a million turns.
 double sineOfTurns(double turns);

@@ -1,0 +1,47 @@
+// The content inside a host's state: a head of four words and three sections, the first of which holds the run flags.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace tesh::bramel::vst {
+
+/// The first word of the head; the sizes of the three sections follow it.
+inline constexpr std::uint32_t kContentLayout = 0;
+inline constexpr std::size_t kContentHeadBytes = 16;
+
+/// The sections in their order. They refer to bytes that are owned elsewhere.
+struct StateContent {
+  std::span<const std::uint8_t> runFlags;
+  std::span<const std::uint8_t> engine;  ///< The engine's own state; may be empty.
+  std::span<const std::uint8_t> macros;  ///< The macro chunk; may be empty.
+};
+
+/// Nothing if the layout is another, or the sizes do not add up to the bytes that are there.
+std::optional<StateContent> readStateContent(std::span<const std::uint8_t> bytes);
+
+/// Appends head and sections to `out`.
+void appendStateContent(std::vector<std::uint8_t>& out, const StateContent& content);
+
+/// Two switches of the processor. The factory's description has them in a file, a state in its first section.
+struct RunFlags {
+  bool running = true;             ///< False: the input passes through and the engine rests.
+  bool storesEngineChunk = false;  ///< True: a host's state also sets the engine's own values.
+};
+
+inline constexpr std::string_view kRunFlagsTag = "csim";
+inline constexpr std::uint32_t kRunFlagsVersion = 512;
+inline constexpr std::uint32_t kRunningOnlyVersion = 256;  ///< Without the second flag, which then reads as false.
+
+/// Nothing if the bytes are too short, or of another tag or version. Bytes behind the flags are ignored.
+std::optional<RunFlags> readRunFlags(std::span<const std::uint8_t> bytes);
+
+/// Appends 16 bytes of the newest version to `out`.
+void appendRunFlags(std::vector<std::uint8_t>& out, RunFlags flags);
+
+}  // namespace tesh::bramel::vst
