@@ -1,3 +1,4 @@
+// The rounds of the task thread, and how it ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/TaskLoop.h"
 
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "platform/Clock.h"
+#include "platform/Module.h"
 
 namespace tesh::cofu::core::impl {
 
@@ -21,7 +23,7 @@ bool isLater(const Task& a, const Task& b) { return a.when > b.when; }
 
 }  // namespace
 
-/// What the thread works with. It keeps its own reference, and so never outlives it.
+/// Everything that the thread uses. The thread holds a reference, so that it may outlive the loop.
 struct TaskLoop::Rounds {
   explicit Rounds(std::shared_ptr<Mailbox<Task>> mailbox) : mail(std::move(mailbox)) {}
 
@@ -32,16 +34,16 @@ struct TaskLoop::Rounds {
     }
   }
 
-  void stop() {
-    {
-      const std::lock_guard lock(mutex);
-      isStopping = true;
-    }
+  /// Lets no further task begin. Returns true if one is running.
+  bool stop() {
+    const std::lock_guard lock(mutex);
+    isStopping = true;
     wakeUp.notify_all();
+    return isRunning;
   }
 
  private:
-  /// Until the next round. Gives false when the loop is to end.
+  /// Waits for the next round. Returns false when the loop is to end.
   bool sleep() {
     const std::int64_t deadline = now() + kRoundNanoseconds;
     std::unique_lock lock(mutex);
@@ -61,25 +63,33 @@ struct TaskLoop::Rounds {
   }
 
   void runDue() {
-    while (!heap.empty() && heap.front().when <= bramel::platform::monotonicTicks() && !shallStop()) {
+    while (!heap.empty() && heap.front().when <= bramel::platform::monotonicTicks() && begin()) {
       heap.front().action();
       std::pop_heap(heap.begin(), heap.end(), isLater);
       heap.pop_back();
+      end();
     }
   }
 
-  bool shallStop() {
+  bool begin() {
     const std::lock_guard lock(mutex);
-    return isStopping;
+    isRunning = !isStopping;
+    return isRunning;
+  }
+
+  void end() {
+    const std::lock_guard lock(mutex);
+    isRunning = false;
   }
 
   static std::int64_t now() { return bramel::platform::monotonicNanoseconds(); }
 
   std::shared_ptr<Mailbox<Task>> mail;
-  std::vector<Task> heap;  ///< The one due first on top.
+  std::vector<Task> heap;  ///< The earliest on top.
   std::mutex mutex;
   std::condition_variable wakeUp;
   bool isStopping = false;
+  bool isRunning = false;  ///< From before a task begins until it has been destroyed.
 };
 
 std::shared_ptr<TaskLoop> TaskLoop::acquire() {
@@ -100,8 +110,8 @@ TaskLoop::TaskLoop()
       thread([own = rounds] { own->run(); }) {}
 
 TaskLoop::~TaskLoop() {
-  rounds->stop();
-  if (thread.get_id() == std::this_thread::get_id()) {
+  if (rounds->stop()) {
+    bramel::platform::keepModuleLoaded();
     thread.detach();
   } else {
     thread.join();

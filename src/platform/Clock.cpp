@@ -1,3 +1,4 @@
+// The monotonic clock of each system.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Clock.h"
 

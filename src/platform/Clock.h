@@ -1,4 +1,4 @@
-// The system's clock that only goes forward.
+// The system's monotonic clock.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,10 +8,10 @@ namespace tesh::bramel::platform {
 
 inline constexpr std::int64_t kNanosecondsPerTick = 100;
 
-/// Nanoseconds from a start that stays the same while the process runs. Any thread.
+/// Nanoseconds since a fixed point in the past, which is the same for the whole process. Any thread.
 std::int64_t monotonicNanoseconds();
 
-/// The same in ticks of 100 nanoseconds.
+/// That time in ticks of 100 nanoseconds.
 inline std::int64_t monotonicTicks() { return monotonicNanoseconds() / kNanosecondsPerTick; }
 
 }  // namespace tesh::bramel::platform

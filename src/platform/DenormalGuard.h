@@ -1,4 +1,4 @@
-// Turns numbers too small to matter into zero for the length of a call, and gives the caller its own setting back.
+// Flushes denormal numbers to zero within a scope, and restores the caller's setting at its end.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

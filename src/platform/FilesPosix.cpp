@@ -1,3 +1,4 @@
+// Files through the calls of POSIX.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifndef _WIN32
 #include <fcntl.h>
@@ -6,10 +7,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <system_error>
 #include <utility>
 
 #include "platform/Files.h"
@@ -17,7 +20,14 @@
 namespace tesh::bramel::platform {
 namespace {
 
-constexpr mode_t kUserFileMode = 0644;
+namespace fs = std::filesystem;
+
+/// Permissions of a new file before the user's mask takes some away.
+constexpr mode_t kNewFileMode = 0666;
+constexpr mode_t kPermissionBits = 07777;
+
+/// Symbolic links that are followed one after the other; more are taken for a circle.
+constexpr int kMostLinks = 40;
 
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
@@ -35,19 +45,51 @@ bool writeAll(int file, std::span<const std::uint8_t> bytes) {
   return ::fsync(file) == 0;
 }
 
+/// The file that `path` leads to through symbolic links, which need not exist; nothing for a circle.
+std::optional<fs::path> linkTarget(fs::path path) {
+  for (int i = 0; i < kMostLinks; ++i) {
+    std::error_code error;
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) {
+      return path;
+    }
+    path = path.parent_path() / next;
+  }
+  return std::nullopt;
+}
+
+/// Makes an empty file of a name beside `target` that no other writer uses at the same time; -1 on failure.
+int createBeside(const std::string& target, std::string& name) {
+  static std::atomic<unsigned> count{0};
+  name = target + '.' + std::to_string(::getpid()) + '.' + std::to_string(count++);
+  return ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+}
+
 }  // namespace
 
 NativePath::NativePath(const std::string& path) : nativeText(path) {
   std::replace(nativeText.begin(), nativeText.end(), '\\', '/');
 }
 
+NativePath NativePath::chosen(const std::string& path) {
+  const NativePath turned(path);
+  std::error_code error;
+  const bool hasFolder = fs::is_directory(fs::path(turned.nativeText).parent_path(), error);
+  if (::access(path.c_str(), F_OK) != 0 && hasFolder) {
+    return turned;
+  }
+  NativePath asWritten;
+  asWritten.nativeText = path;
+  return asWritten;
+}
+
 std::optional<InputFile> InputFile::open(const NativePath& path) {
-  const int file = ::open(path.text(), O_RDONLY | O_CLOEXEC);
+  const int file = ::open(path.text(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (file < 0) {
     return std::nullopt;
   }
   struct stat info {};
-  if (::fstat(file, &info) != 0 || S_ISDIR(info.st_mode)) {
+  if (::fstat(file, &info) != 0 || !S_ISREG(info.st_mode)) {
     ::close(file);
     return std::nullopt;
   }
@@ -102,16 +144,22 @@ std::string combinePath(const std::string& base, const std::string& relative) {
 
 bool exists(const std::string& path) { return ::access(NativePath(path).text(), F_OK) == 0; }
 
-bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {
-  const std::string target = NativePath(path).text();
-  std::string temporary = target + ".XXXXXX";
-  const int file = ::mkstemp(temporary.data());
+bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes) {
+  const std::optional<fs::path> target = linkTarget(path.text());
+  struct stat old {};
+  const bool exists = target && ::stat(target->c_str(), &old) == 0;
+  if (!target || (exists && !S_ISREG(old.st_mode))) {
+    return false;
+  }
+  std::string temporary;
+  const int file = createBeside(target->string(), temporary);
   if (file < 0) {
     return false;
   }
-  bool good = ::fchmod(file, kUserFileMode) == 0 && writeAll(file, bytes);
+  bool good = !exists || ::fchmod(file, old.st_mode & kPermissionBits) == 0;
+  good = good && writeAll(file, bytes);
   good = ::close(file) == 0 && good;
-  good = good && std::rename(temporary.c_str(), target.c_str()) == 0;
+  good = good && std::rename(temporary.c_str(), target->c_str()) == 0;
   if (!good) {
     ::unlink(temporary.c_str());
   }
@@ -119,14 +167,14 @@ bool writeAtomically(const std::string& path, std::span<const std::uint8_t> byte
 }
 
 bool createFolders(const std::string& path) {
-  const std::filesystem::path folder = NativePath(path).text();
+  const fs::path folder = NativePath(path).text();
   std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  return std::filesystem::is_directory(folder, error);
+  fs::create_directories(folder, error);
+  return fs::is_directory(folder, error);
 }
 
 void warmPages(const std::string& path) {
-  const int file = ::open(NativePath(path).text(), O_RDONLY | O_CLOEXEC);
+  const int file = ::open(NativePath(path).text(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (file < 0) {
     return;
   }

@@ -1,8 +1,9 @@
+// Files through the calls of Windows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 #include "platform/WindowsApi.h"
 
-// What these name stands on the declarations above.
+// These headers need the declarations above.
 #include <shlobj.h>
 #include <shlwapi.h>
 
@@ -19,6 +20,9 @@ namespace {
 /// The most that one call reads or writes: its count has 32 bits.
 constexpr std::size_t kLongestTransfer = 1U << 30U;
 
+/// The longest path that Windows has anywhere, with its end.
+constexpr DWORD kLongestPath = 32768;
+
 // A handle is a number in a pointer's clothes.
 // NOLINTNEXTLINE(performance-no-int-to-ptr)
 HANDLE native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
@@ -33,6 +37,20 @@ bool writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
     bytes = bytes.subspan(written);
   }
   return FlushFileBuffers(file) != 0;
+}
+
+/// The file that a symbolic link leads to; `path` itself where there is no file.
+std::wstring linkTarget(const std::wstring& path) {
+  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return path;
+  }
+  std::wstring target(kLongestPath, L'\0');
+  const DWORD size = GetFinalPathNameByHandleW(file, target.data(), kLongestPath, FILE_NAME_NORMALIZED);
+  CloseHandle(file);
+  target.resize(size < kLongestPath ? size : 0);
+  return target.empty() ? path : target;
 }
 
 /// A name beside the target that no other thread of any process takes at the same time.
@@ -63,10 +81,16 @@ NativePath::NativePath(const std::string& path) : nativeText(toWide(path)) {
   std::replace(nativeText.begin(), nativeText.end(), L'/', L'\\');
 }
 
+NativePath NativePath::chosen(const std::string& path) { return NativePath(path); }
+
 std::optional<InputFile> InputFile::open(const NativePath& path) {
   const HANDLE file = CreateFileW(path.text(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
+    return std::nullopt;
+  }
+  if (GetFileType(file) != FILE_TYPE_DISK) {
+    CloseHandle(file);
     return std::nullopt;
   }
   return InputFile(reinterpret_cast<std::intptr_t>(file));
@@ -123,8 +147,8 @@ std::string combinePath(const std::string& base, const std::string& relative) {
 
 bool exists(const std::string& path) { return PathFileExistsW(NativePath(path).text()) != 0; }
 
-bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {
-  const std::wstring target = NativePath(path).text();
+bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes) {
+  const std::wstring target = linkTarget(path.text());
   const std::wstring temporary = temporaryBeside(target);
   const HANDLE file =
       CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);

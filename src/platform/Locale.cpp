@@ -1,3 +1,4 @@
+// The language of the user interface on each system.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Locale.h"
 

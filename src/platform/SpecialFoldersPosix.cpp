@@ -1,19 +1,23 @@
+// Shared data and documents where desktops on POSIX systems keep them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifndef _WIN32
 #include <dlfcn.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <vector>
 
+#include "platform/Files.h"
 #include "platform/SpecialFolders.h"
 
 namespace tesh::bramel::platform {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// More than any desktop writes into its settings of folders.
+constexpr std::uint64_t kLargestSetting = 1U << 16U;
 
 std::string environment(const char* name) {
   const char* value = std::getenv(name);
@@ -37,9 +41,13 @@ std::vector<std::string> sharedDataFolders() {
   return folders;
 }
 
-/// The desktop's setting of the documents folder, from a line such as XDG_DOCUMENTS_DIR="$HOME/Dokumente".
+/// The desktop's setting of the documents folder, from a line like XDG_DOCUMENTS_DIR="$HOME/Dokumente".
 std::string desktopDocuments() {
-  std::ifstream file(environmentOrHome("XDG_CONFIG_HOME", ".config") + "/user-dirs.dirs");
+  const auto bytes = readWhole(environmentOrHome("XDG_CONFIG_HOME", ".config") + "/user-dirs.dirs", kLargestSetting);
+  if (!bytes) {
+    return {};
+  }
+  std::istringstream file(std::string(bytes->begin(), bytes->end()));
   const std::string key = "XDG_DOCUMENTS_DIR=\"";
   for (std::string line; std::getline(file, line);) {
     if (line.rfind(key, 0) != 0 || line.size() <= key.size() || line.back() != '"') {

@@ -1,8 +1,9 @@
+// Shared data and documents where Windows keeps them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 #include "platform/WindowsApi.h"
 
-// What these name stands on the declarations above.
+// These headers need the declarations above.
 #include <shlobj.h>
 #include <shlwapi.h>
 

@@ -1,3 +1,4 @@
+// Conversion between UTF-8 and UTF-16.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 #include "platform/WideText.h"

@@ -1,4 +1,4 @@
-// Text for the calls of Windows, which take UTF-16.
+// Text for the calls of Windows: they take UTF-16.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #ifdef _WIN32

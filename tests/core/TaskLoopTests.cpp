@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <future>
+#include <mutex>
 
 #include "platform/Clock.h"
 
@@ -45,6 +46,25 @@ TEST(TaskLoop, EndsWithItsLastUserAndBeginsAnewWithTheNext) {
     EXPECT_LT(monotonicTicks() - before, 5000 * kTicksPerMillisecond);
     EXPECT_EQ(held.use_count(), 3) << "beyond the two in the list, a task has outlived its loop";
   }
+}
+
+TEST(TaskLoop, EndsWhileOneOfItsTasksWaitsForALockOfItsLastUser) {
+  std::mutex held;
+  std::promise<void> begun;
+  std::promise<void> finished;
+  auto loop = TaskLoop::acquire();
+  {
+    const std::lock_guard lock(held);
+    const std::vector<Task> tasks{{0, [&] {
+                                     begun.set_value();
+                                     const std::lock_guard wanted(held);
+                                     finished.set_value();
+                                   }}};
+    loop->postTasks(tasks.begin(), tasks.end());
+    begun.get_future().get();
+    loop.reset();
+  }
+  finished.get_future().get();
 }
 
 TEST(TaskLoop, MayBeLetGoByItsOwnTask) {

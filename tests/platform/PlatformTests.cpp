@@ -1,9 +1,12 @@
 // What the platform layer promises on every system, and how it finds its folders on this one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -18,6 +21,7 @@ namespace tesh::bramel::platform {
 namespace {
 
 namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
 
 class Platform : public testing::Test {
  protected:
@@ -68,14 +72,15 @@ TEST_F(Platform, ReadsJapaneseFromTheFirstSettingThatIsThere) {
 
 TEST_F(Platform, ReadsAndReplacesFilesWhole) {
   const std::string path = home + "\\deep\\folder\\file";
-  const std::vector<std::uint8_t> bytes{1, 2, 3};
+  const Bytes bytes{1, 2, 3};
   EXPECT_FALSE(writeAtomically(path, bytes));
   EXPECT_TRUE(createFolders(home + "\\deep\\folder"));
-  EXPECT_TRUE(writeAtomically(path, std::vector<std::uint8_t>(5000)));
+  EXPECT_TRUE(writeAtomically(path, Bytes(5000)));
   EXPECT_TRUE(writeAtomically(path, bytes));
   EXPECT_EQ(readWhole(path), bytes);
   EXPECT_EQ(std::distance(fs::directory_iterator(home + "/deep/folder"), {}), 1);
   EXPECT_EQ(readWhole(home + "\\deep"), std::nullopt);
+  EXPECT_EQ(readWhole(path, 2), std::nullopt) << "longer than the caller wants to read";
   EXPECT_FALSE(createFolders(path));
 
   std::optional<InputFile> file = InputFile::open(path);
@@ -86,6 +91,58 @@ TEST_F(Platform, ReadsAndReplacesFilesWhole) {
   EXPECT_TRUE(moved.seek(2));
   EXPECT_EQ(moved.read(read.data(), read.size()), 1U);
   EXPECT_EQ(read[0], 3);
+}
+
+TEST_F(Platform, ReadsAndReplacesRegularFilesOnly) {
+  const std::string pipe = home + "/pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_FALSE(InputFile::open(pipe)) << "and without waiting for a writer";
+  warmPages(pipe);
+  EXPECT_EQ(readWhole(std::string("/dev/zero")), std::nullopt);
+  EXPECT_FALSE(writeAtomically(pipe, Bytes{1}));
+  EXPECT_FALSE(writeAtomically(home, Bytes{1}));
+  EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(Platform, WritesThroughLinksAndKeepsPermissions) {
+  const std::string target = home + "/target";
+  fs::create_symlink("middle", home + "/link");
+  fs::create_symlink(target, home + "/middle");
+  EXPECT_TRUE(writeAtomically(home + "/link", Bytes{1})) << "the target need not exist";
+  ASSERT_EQ(::chmod(target.c_str(), 0640), 0);
+  EXPECT_TRUE(writeAtomically(home + "/link", Bytes{1, 2}));
+  EXPECT_EQ(readWhole(target), (Bytes{1, 2}));
+  EXPECT_TRUE(fs::is_symlink(home + "/link"));
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+  fs::create_symlink("circle", home + "/circle");
+  EXPECT_FALSE(writeAtomically(home + "/circle", Bytes{1}));
+}
+
+TEST_F(Platform, LeavesNothingBesideAFileThatItCannotWrite) {
+  const std::string path = home + "/kept";
+  ASSERT_TRUE(writeAtomically(path, Bytes{7}));
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit tight{16, limit.rlim_max};
+  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tight), 0);
+  const bool written = writeAtomically(path, Bytes(100));
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, previous);
+  EXPECT_FALSE(written);
+  EXPECT_EQ(readWhole(path), Bytes{7});
+  EXPECT_EQ(std::distance(fs::directory_iterator(home), {}), 1);
+}
+
+TEST_F(Platform, TakesABackslashInAChosenPathForPartOfANameWhereItLeadsNowhereElse) {
+  const std::string path = home + "/a\\b";
+  EXPECT_TRUE(writeAtomically(NativePath::chosen(path), Bytes{1}));
+  EXPECT_TRUE(fs::exists(path));
+  fs::create_directory(home + "/a");
+  EXPECT_EQ(readWhole(NativePath::chosen(path)), Bytes{1});
+  fs::remove(path);
+  EXPECT_TRUE(writeAtomically(NativePath::chosen(path), Bytes{2}));
+  EXPECT_EQ(readWhole(home + "/a/b"), Bytes{2});
 }
 
 TEST_F(Platform, FlushesDenormalsAndGivesTheCallersSettingBack) {

@@ -1,3 +1,4 @@
+// The table of keys, and files by path.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/paths/Paths.h"
 
@@ -112,6 +113,14 @@ std::vector<std::uint8_t> readFile(const std::string& path) {
 
 bool writeFile(const std::string& path, const void* data, std::size_t size) {
   return platform::writeAtomically(path, {static_cast<const std::uint8_t*>(data), size});
+}
+
+std::vector<std::uint8_t> readChosenFile(const std::string& path) {
+  return platform::readWhole(platform::NativePath::chosen(path)).value_or(std::vector<std::uint8_t>());
+}
+
+bool writeChosenFile(const std::string& path, const void* data, std::size_t size) {
+  return platform::writeAtomically(platform::NativePath::chosen(path), {static_cast<const std::uint8_t*>(data), size});
 }
 
 }  // namespace tesh::bramel

@@ -48,10 +48,16 @@ std::string joinPath(std::string_view base, std::string_view relative);
 
 bool fileExists(const std::string& path);
 
-/// The whole file; empty when it cannot be read.
+/// The whole file; empty if it cannot be read, is no regular file, or is larger than 64 MiB. Never waits for another
+/// process. Must not be called with a lock held that the audio thread takes.
 std::vector<std::uint8_t> readFile(const std::string& path);
 
-/// Replaces the file as a whole: a failure leaves the old one as it was and gives false.
+/// Replaces the file as a whole, through a symbolic link and with its permissions: a failure leaves the old one as it
+/// was and gives false. Must not be called with a lock held that the audio thread takes.
 bool writeFile(const std::string& path, const void* data, std::size_t size);
+
+/// `readFile` and `writeFile` for a path from a file dialog, where a backslash may belong to a name.
+std::vector<std::uint8_t> readChosenFile(const std::string& path);
+bool writeChosenFile(const std::string& path, const void* data, std::size_t size);
 
 }  // namespace tesh::bramel
