@@ -44,6 +44,8 @@ build() {
   local preset="$1"
   shift
   configure "$preset"
-  say "Building build/$preset${*:+ ($*)}"
-  cmake --build "build/$preset" ${*:+--target "$@"}
+  say "Building build/$preset${*:+ ($*)}: steps done/all, seconds"
+  local begun=$SECONDS
+  NINJA_STATUS='[%f/%t, %e s] ' cmake --build "build/$preset" ${*:+--target "$@"}
+  echo "Built in $((SECONDS - begun)) s"
 }
