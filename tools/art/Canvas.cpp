@@ -5,12 +5,27 @@ namespace sivray::art {
 namespace {
 
 constexpr int kShadowSteps = 8;
+constexpr int kStopsBetween = 16;
 
+juce::Colour between(juce::Colour from, juce::Colour to, float share) {
+  const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+  return juce::Colour::fromFloatRGBA(
+      mix(from.getFloatRed(), to.getFloatRed()), mix(from.getFloatGreen(), to.getFloatGreen()),
+      mix(from.getFloatBlue(), to.getFloatBlue()), mix(from.getFloatAlpha(), to.getFloatAlpha()));
+}
+
+// Colour and transparency change apart from each other: on the way from a faint dark to a strong light there is a grey.
+// JUCE mixes premultiplied colours and rounds down, so it gets stops that lie close together.
 void addStops(juce::ColourGradient& gradient, const Ramp& ramp) {
   gradient.addColour(0.0, ramp.front().colour);
-  gradient.addColour(1.0, ramp.back().colour);
-  for (const Stop& stop : ramp) {
-    gradient.addColour(static_cast<double>(stop.at), stop.colour);
+  for (std::size_t i = 1; i < ramp.size(); ++i) {
+    const Stop& from = ramp[i - 1];
+    const Stop& to = ramp[i];
+    for (int step = 1; step <= kStopsBetween; ++step) {
+      const float share = static_cast<float>(step) / static_cast<float>(kStopsBetween);
+      gradient.addColour(static_cast<double>(from.at + (to.at - from.at) * share),
+                         between(from.colour, to.colour, share));
+    }
   }
 }
 
@@ -25,8 +40,23 @@ juce::ColourGradient downwards(Box box, const Ramp& ramp) {
 }  // namespace
 
 juce::Path roundBox(Box box, float radius) {
+  // How far the control points of a Bezier curve that comes closest to a quarter of a circle lie from its corner.
+  const float control = radius * (1.0F - 0.5523F);
+  const float left = box.getX();
+  const float right = box.getRight();
+  const float top = box.getY();
+  const float bottom = box.getBottom();
   juce::Path path;
-  path.addRoundedRectangle(box, radius);
+  path.startNewSubPath(left + radius, top);
+  path.lineTo(right - radius, top);
+  path.cubicTo(right - control, top, right, top + control, right, top + radius);
+  path.lineTo(right, bottom - radius);
+  path.cubicTo(right, bottom - control, right - control, bottom, right - radius, bottom);
+  path.lineTo(left + radius, bottom);
+  path.cubicTo(left + control, bottom, left, bottom - control, left, bottom - radius);
+  path.lineTo(left, top + radius);
+  path.cubicTo(left, top + control, left + control, top, left + radius, top);
+  path.closeSubPath();
   return path;
 }
 
@@ -38,16 +68,19 @@ juce::Path disc(Point centre, float radius) {
 
 juce::Path polygon(std::initializer_list<Point> corners) {
   juce::Path path;
+  path.startNewSubPath(*corners.begin());
   for (const Point corner : corners) {
-    path.isEmpty() ? path.startNewSubPath(corner) : path.lineTo(corner);
+    path.lineTo(corner);
   }
   path.closeSubPath();
   return path;
 }
 
 Canvas::Canvas(int width, int height, int scale)
-    : picture(juce::Image::ARGB, width * scale, height * scale, true, juce::SoftwareImageType()), graphics(picture) {
-  graphics.addTransform(juce::AffineTransform::scale(static_cast<float>(scale)));
+    : pixels(static_cast<float>(scale)),
+      picture(juce::Image::ARGB, width * scale, height * scale, true, juce::SoftwareImageType()),
+      graphics(picture) {
+  graphics.addTransform(juce::AffineTransform::scale(pixels));
 }
 
 void Canvas::fill(const juce::Path& shape, juce::Colour colour) {
@@ -80,9 +113,21 @@ void Canvas::fillRadial(const juce::Path& shape, const Ramp& ramp, Point centre,
   graphics.fillPath(shape);
 }
 
+void Canvas::print(const Word& word, float x, float baseLine, juce::Colour colour) {
+  for (const Letter& letter : word.letters) {
+    juce::Path path = letter.path;
+    path.applyTransform(juce::AffineTransform::translation(wholePixel(x + letter.x), wholePixel(baseLine)));
+    fill(path, colour);
+  }
+}
+
+void Canvas::printCentred(const Word& word, float x, float baseLine, juce::Colour colour) {
+  print(word, x - (word.width - word.tracking) / 2.0F, baseLine, colour);
+}
+
 void Canvas::innerLine(Box box, float radius, const Ramp& ramp) {
   juce::Path line = roundBox(box, radius);
-  line.addRoundedRectangle(box.reduced(1.0F), radius - 1.0F);
+  line.addPath(roundBox(box.reduced(1.0F), radius - 1.0F));
   line.setUsingNonZeroWinding(false);
   fill(line, ramp);
 }

@@ -4,20 +4,24 @@
 
 #include <juce_graphics/juce_graphics.h>
 
+#include <cmath>
 #include <vector>
+
+#include "Lettering.h"
 
 namespace sivray::art {
 
 using Point = juce::Point<float>;
 using Box = juce::Rectangle<float>;
 
-/// A colour of a ramp and its place on it, 0 to 1.
+/// A colour of a ramp and its place on it, 0 to 1; the first is at 0 and the last at 1.
 struct Stop {
   float at;
   juce::Colour colour;
 };
 using Ramp = std::vector<Stop>;
 
+/// `radius` is at most half of the shorter side.
 juce::Path roundBox(Box box, float radius);
 juce::Path disc(Point centre, float radius);
 juce::Path polygon(std::initializer_list<Point> corners);
@@ -35,6 +39,11 @@ class Canvas {
   void fill(const juce::Path& shape, const Ramp& ramp);
   /// The ramp runs from `centre` outwards; its last colour reaches beyond `radius`.
   void fillRadial(const juce::Path& shape, const Ramp& ramp, Point centre, float radius);
+
+  /// A word that begins at `x`. Base line and letters move to whole device pixels, so that stems and feet are sharp.
+  void print(const Word& word, float x, float baseLine, juce::Colour colour);
+  /// A word with its middle at `x`. The tracking before its first letter counts.
+  void printCentred(const Word& word, float x, float baseLine, juce::Colour colour);
 
   /// A line of one pixel inside the edge of a rounded box.
   void innerLine(Box box, float radius, const Ramp& ramp);
@@ -56,9 +65,14 @@ class Canvas {
     draw(*this);
   }
 
+  /// Device pixels to a panel pixel, where nothing is enlarged.
+  int scale() const { return static_cast<int>(pixels); }
   const juce::Image& image() const { return picture; }
 
  private:
+  float wholePixel(float at) const { return std::floor(at * pixels + 0.5F) / pixels; }
+
+  float pixels;
   juce::Image picture;
   juce::Graphics graphics;
 };

@@ -30,7 +30,7 @@ void drawSivray(Canvas& canvas, const Lettering& lettering) {
   drawTile(canvas, bisqueGround());
   canvas.clipped(roundBox(kTile, kTileRadius),
                  [](Canvas& inside) { inside.fill(kTile.withBottom(84.0F), cobaltGround()); });
-  canvas.fill(productName(lettering, 41.0F, 201.0F, 62.0F), kChalk);
+  canvas.printCentred(productName(lettering, {41.0F, 5.9F}), 123.0F, 62.0F, kChalk);
   for (int pad = 0; pad < 3; ++pad) {
     padAt(canvas, {30.0F + 66.0F * static_cast<float>(pad), 101.0F}, 0.84F, pad == 1);
   }
@@ -42,14 +42,14 @@ void drawPads(Canvas& canvas, const Lettering& lettering) {
   for (int i = 0; i < 2; ++i) {
     canvas.enlarged({26.0F + 103.5F * static_cast<float>(i), 42.0F}, 1.35F, [&](Canvas& pad) {
       drawPad(pad, i == 0);
-      pad.fill(centredAt(lettering.print(notes[static_cast<std::size_t>(i)], kPadCaption), 35.5F, 61.7F), white(0.5F));
+      pad.printCentred(lettering.print(notes[static_cast<std::size_t>(i)], kPadCaption), 35.5F, 61.7F, white(0.5F));
     });
   }
 }
 
 void drawSound(Canvas& canvas) {
   drawTile(canvas, bisqueGround());
-  knobAt(canvas, {129.0F, 88.0F}, 2.5F, Ring::biDirectional, 88);
+  knobAt(canvas, {129.0F, 89.5F}, 2.5F, Ring::biDirectional, 88);
 }
 
 void drawCharacter(Canvas& canvas, const Lettering& lettering) {
@@ -71,22 +71,22 @@ void drawMix(Canvas& canvas) {
 
 void drawEffects(Canvas& canvas) {
   drawTile(canvas, cobaltGround());
-  knobAt(canvas, {82.0F, 90.0F}, 1.5F, Ring::sweep, 45);
-  knobAt(canvas, {174.0F, 90.0F}, 1.5F, Ring::sweep, 92);
+  knobAt(canvas, {82.0F, 90.0F}, 1.53F, Ring::sweep, 45);
+  knobAt(canvas, {173.5F, 90.0F}, 1.53F, Ring::sweep, 92);
 }
 
 void drawKits(Canvas& canvas, const Lettering& lettering) {
   drawTile(canvas, cobaltGround());
   drawGlass(canvas, {24.0F, 60.0F, 204.0F, 60.0F}, 6.0F, Ground::cobalt);
-  canvas.fill(centredAt(lettering.display("45:Deep House", 26.0F), 126.0F, 100.0F), kPeriwinkle);
+  canvas.printCentred(lettering.display("45:Deep House", 30.0F), 126.0F, 101.0F, kPeriwinkle);
 }
 
 void drawSamples(Canvas& canvas, const Lettering& lettering) {
   drawTile(canvas, bisqueGround());
   canvas.enlarged({35.0F, 50.0F}, 2.57F, [&](Canvas& display) {
     drawSampleDisplay(display);
-    display.fill(centredAt(lettering.display("01", 13.0F), 37.0F, 11.0F), kPeriwinkle);
-    display.fill(centredAt(lettering.display("Deep Kick", 13.0F), 35.5F, 26.0F), kPeriwinkle);
+    display.printCentred(lettering.display("01", 13.0F), 37.0F, 11.0F, kPeriwinkle);
+    display.printCentred(lettering.display("Deep Kick", 13.0F), 35.5F, 26.0F, kPeriwinkle);
   });
 }
 

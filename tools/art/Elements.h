@@ -37,7 +37,8 @@ enum class Ground { cobalt, bisque };
 void drawGlass(Canvas& canvas, Box box, float radius, Ground ground);
 /// 71 x 31: a part's display.
 void drawSampleDisplay(Canvas& canvas);
-/// The mark of something that opens: rows of 7, 5, 3 and 1 pixels, or of fewer, from `topLeft`.
+/// The mark of something that opens: rows of whole pixels, each two shorter
+/// than the one above, or a smooth triangle where pixels are finer. `width` is odd.
 void drawOpensMark(Canvas& canvas, Point topLeft, int width, juce::Colour colour);
 
 /// 50 x 43; 8 columns at the left and 8 at the right stay empty.
@@ -54,8 +55,8 @@ void drawFolderIcon(Canvas& canvas, juce::Colour colour);
 void drawBackground(Canvas& canvas, const Lettering& lettering);
 /// 768 x 337. `page` is 0 to 2.
 void drawPage(Canvas& canvas, const Lettering& lettering, int page);
-/// The product's name with its em, right edge and base line.
-juce::Path productName(const Lettering& lettering, float em, float right, float baseLine);
+/// The product's name, with its A as a V that stands on its head.
+Word productName(const Lettering& lettering, TextStyle style);
 const Ramp& cobaltGround();
 const Ramp& bisqueGround();
 

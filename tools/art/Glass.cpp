@@ -22,10 +22,16 @@ void drawGlass(Canvas& canvas, Box box, float radius, Ground ground) {
 
 void drawOpensMark(Canvas& canvas, Point topLeft, int width, juce::Colour colour) {
   const auto wide = static_cast<float>(width);
-  const float rows = (wide + 1.0F) / 2.0F;
-  canvas.fill(polygon({topLeft, topLeft.translated(wide, 0.0F), topLeft.translated(wide / 2.0F + 0.5F, rows),
-                       topLeft.translated(wide / 2.0F - 0.5F, rows)}),
-              colour);
+  if (canvas.scale() > 1) {
+    canvas.fill(polygon({topLeft.translated(-0.25F, 0.0F), topLeft.translated(wide + 0.25F, 0.0F),
+                         topLeft.translated(wide / 2.0F, wide / 2.0F + 0.6F)}),
+                colour);
+    return;
+  }
+  for (int row = 0; 2 * row < width; ++row) {
+    const auto down = static_cast<float>(row);
+    canvas.fill(Box{topLeft.x + down, topLeft.y + down, wide - 2.0F * down, 1.0F}, colour);
+  }
 }
 
 void drawSampleDisplay(Canvas& canvas) {

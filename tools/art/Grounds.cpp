@@ -17,7 +17,7 @@ constexpr float kFirstAxis = 62.5F;  // middle of the first part's column
 
 constexpr TextStyle kCaption{8.7F, 0.6F};
 constexpr TextStyle kWindowCaption{8.7F, 0.8F};
-constexpr TextStyle kKnobCaption{6.75F};  // of the labels that the panel writes below the effect's knobs
+constexpr TextStyle kKnobCaption{6.75F};  // JUCE height 10, as the labels that the panel writes beside it
 constexpr float kUpperCaptions = 258.0F;
 constexpr float kMiddleCaptions = 332.0F;
 constexpr float kLowerCaptions = 462.0F;
@@ -70,14 +70,12 @@ void drawGlaze(Canvas& canvas) {
 }
 
 void drawMakersName(Canvas& canvas, const Lettering& lettering) {
-  juce::Path stamp;
-  stamp.addRoundedRectangle(Box{28.5F, 21.0F, 18.0F, 18.0F}, 4.0F);
   juce::Path line;
-  juce::PathStrokeType(1.4F).createStrokedPath(line, stamp, {}, 8.0F);
+  juce::PathStrokeType(1.4F).createStrokedPath(line, roundBox({28.5F, 21.0F, 18.0F, 18.0F}, 4.0F), {}, 8.0F);
   canvas.fill(line, kChalk);
   canvas.fill(Box{32.5F, 25.9F, 10.0F, 1.6F}, kChalk);
   canvas.fill(Box{36.7F, 25.9F, 1.6F, 9.6F}, kChalk);
-  canvas.fill(leftAt(lettering.print("TESH", {13.0F, 1.6F}), 52.0F, 35.25F), kChalk);
+  canvas.print(lettering.print("TESH", {13.0F, 1.6F}), 52.0F, 35.4F, kChalk);
 }
 
 void drawWindows(Canvas& canvas, const Lettering& lettering) {
@@ -90,20 +88,20 @@ void drawWindows(Canvas& canvas, const Lettering& lettering) {
   for (const float x : {192.0F, 468.0F}) {
     drawOpensMark(canvas, {x, 90.0F}, 7, kPeriwinkle.withAlpha(0.75F));
   }
-  canvas.fill(leftAt(lettering.print("KIT", kWindowCaption), 28.0F, 69.0F), kLabel);
-  canvas.fill(leftAt(lettering.print("EFFECT", kWindowCaption), 304.0F, 69.0F), kLabel);
+  canvas.print(lettering.print("KIT", kWindowCaption), 28.0F, 69.0F, kLabel);
+  canvas.print(lettering.print("EFFECT", kWindowCaption), 304.0F, 69.0F, kLabel);
 }
 
 void drawMaster(Canvas& canvas, const Lettering& lettering) {
-  canvas.fill(centredAt(lettering.print("MASTER", kKnobCaption), 707.5F, 118.0F), kLabel);
+  canvas.printCentred(lettering.print("MASTER", kKnobCaption), 707.5F, 118.0F, kLabel);
   canvas.fill(Box{659.0F, 58.0F, 1.0F, 58.0F}, black(0.2F));
   canvas.fill(Box{660.0F, 58.0F, 1.0F, 58.0F}, white(0.14F));
 }
 
 void drawCaptions(Canvas& canvas, const Lettering& lettering, const char* word, float baseLine) {
-  const juce::Path caption = lettering.print(word, kCaption);
+  const Word caption = lettering.print(word, kCaption);
   for (int part = 0; part < kParts; ++part) {
-    canvas.fill(centredAt(caption, kFirstAxis + kPartStep * static_cast<float>(part), baseLine), kCobalt);
+    canvas.printCentred(caption, kFirstAxis + kPartStep * static_cast<float>(part), baseLine, kCobalt);
   }
 }
 
@@ -152,24 +150,20 @@ const Ramp& bisqueGround() {
   return ramp;
 }
 
-juce::Path productName(const Lettering& lettering, float em, float right, float baseLine) {
-  const float tracking = em * 4.2F / 22.0F;
-  juce::Path name = lettering.print("SIVR", {em, tracking});
-  // The A is a V that stands on its head.
-  juce::Path turned = lettering.print("V", {em});
-  const Box bounds = turned.getBounds();
-  turned.applyTransform(
-      juce::AffineTransform::rotation(juce::MathConstants<float>::pi, bounds.getCentreX(), bounds.getCentreY()));
-  name.addPath(leftAt(turned, name.getBounds().getRight() + tracking, 0.0F));
-  name.addPath(leftAt(lettering.print("Y", {em}), name.getBounds().getRight() + tracking, 0.0F));
-  return rightAt(name, right, baseLine);
+Word productName(const Lettering& lettering, TextStyle style) {
+  Word name = lettering.print("SIVRVY", style);
+  juce::Path& letter = name.letters[4].path;
+  const Point middle = letter.getBounds().getCentre();
+  letter.applyTransform(juce::AffineTransform::rotation(juce::MathConstants<float>::pi, middle.x, middle.y));
+  return name;
 }
 
 void drawBackground(Canvas& canvas, const Lettering& lettering) {
   drawClay(canvas);
   drawGlaze(canvas);
   drawMakersName(canvas, lettering);
-  canvas.fill(productName(lettering, 22.0F, 735.0F, 38.9F), kChalk);
+  const Word name = productName(lettering, {22.0F, 4.2F});
+  canvas.print(name, 735.0F - name.width, 39.0F, kChalk);
   drawWindows(canvas, lettering);
   drawMaster(canvas, lettering);
 }

@@ -6,12 +6,14 @@
 namespace sivray::art {
 
 void drawStepArrow(Canvas& canvas, Direction direction) {
+  // The upright edge lies between two columns of pixels.
   constexpr Point middle{17.5F, 16.5F};
-  constexpr float reach = 3.75F;
+  constexpr float tip = 4.0F;
+  constexpr float foot = 3.5F;
   constexpr float halfHeight = 5.5F;
-  const float ahead = direction == Direction::next ? reach : -reach;
-  canvas.fill(polygon({middle.translated(ahead, 0.0F), middle.translated(-ahead, halfHeight),
-                       middle.translated(-ahead, -halfHeight)}),
+  const float way = direction == Direction::next ? 1.0F : -1.0F;
+  canvas.fill(polygon({middle.translated(tip * way, 0.0F), middle.translated(-foot * way, halfHeight),
+                       middle.translated(-foot * way, -halfHeight)}),
               kPeriwinkle);
 }
 
@@ -30,7 +32,7 @@ void drawFactoryIcon(Canvas& canvas, juce::Colour colour) {
 }
 
 void drawFolderIcon(Canvas& canvas, juce::Colour colour) {
-  canvas.fill(polygon({{7.0F, 22.0F}, {7.0F, 9.5F}, {13.0F, 9.5F}, {15.0F, 11.5F}, {23.0F, 11.5F}, {23.0F, 22.0F}}),
+  canvas.fill(polygon({{7.0F, 22.0F}, {7.0F, 9.5F}, {13.0F, 9.5F}, {14.5F, 11.5F}, {23.0F, 11.5F}, {23.0F, 22.0F}}),
               colour);
 }
 

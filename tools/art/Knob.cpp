@@ -48,8 +48,7 @@ Arc litArc(Ring ring, float angle) {
   if (ring == Ring::sweep) {
     return {-kTurn, std::max(-kTurn + kShortestLight, std::min(kTurn, angle + kSweepOverlap))};
   }
-  return {std::max(-kTurn, std::min(0.0F, angle) - kMiddleOverlap),
-          std::min(kTurn, std::max(0.0F, angle) + kMiddleOverlap)};
+  return {std::min(0.0F, angle) - kMiddleOverlap, std::max(0.0F, angle) + kMiddleOverlap};
 }
 
 juce::Path ringPath(Arc arc) {
@@ -70,7 +69,7 @@ void drawCollar(Canvas& canvas) {
                     kShadowCentre, kShadowRadius);
   canvas.fill(disc(kCentre, kCollarRadius), {{0.0F, rgb(0x0B0C1E)}, {1.0F, rgb(0x1B1C38)}});
   canvas.innerLine(Box(2.0F * kCollarRadius, 2.0F * kCollarRadius).withCentre(kCentre), kCollarRadius,
-                   {{0.0F, black(0.35F)}, {0.6F, black(0.0F)}, {0.6F, white(0.0F)}, {1.0F, white(0.18F)}});
+                   {{0.0F, black(0.35F)}, {0.6F, black(0.0F)}, {1.0F, white(0.18F)}});
 }
 
 void drawCap(Canvas& canvas) {

@@ -17,23 +17,18 @@ juce::Typeface::Ptr load(const juce::File& file) {
 // Ascent plus descent of the panel's print over its em square: JUCE's unit of height.
 constexpr float kPrintHeight = (1193.0F + 289.0F) / 1000.0F;
 
-juce::Path outlines(juce::Typeface& face, const juce::String& text, float height, float tracking) {
+Word setWord(juce::Typeface& face, const juce::String& text, float height, float tracking) {
   juce::Array<int> glyphs;
-  juce::Array<float> positions;
+  juce::Array<float> positions;  // one more than glyphs: where the next would begin
   face.getGlyphPositions(text, glyphs, positions);
-  juce::Path whole;
+  Word word{{}, positions.getLast() * height + tracking * static_cast<float>(glyphs.size() - 1), tracking};
   for (int i = 0; i < glyphs.size(); ++i) {
-    juce::Path letter;
-    face.getOutlineForGlyph(glyphs[i], letter);
-    const float x = positions[i] * height + tracking * static_cast<float>(i);
-    whole.addPath(letter, juce::AffineTransform::scale(height).translated(x, 0.0F));
+    Letter letter{{}, positions[i] * height + tracking * static_cast<float>(i)};
+    face.getOutlineForGlyph(glyphs[i], letter.path);
+    letter.path.applyTransform(juce::AffineTransform::scale(height));
+    word.letters.push_back(std::move(letter));
   }
-  return whole;
-}
-
-juce::Path moved(juce::Path text, float x, float y) {
-  text.applyTransform(juce::AffineTransform::translation(x, y));
-  return text;
+  return word;
 }
 
 }  // namespace
@@ -41,27 +36,12 @@ juce::Path moved(juce::Path text, float x, float y) {
 Lettering::Lettering(const juce::File& fonts, const juce::File& displayFaceFile)
     : printFace(load(fonts.getChildFile("oswald/Oswald-Medium.ttf"))), displayFace(load(displayFaceFile)) {}
 
-juce::Path Lettering::print(const juce::String& text, TextStyle style) const {
-  return outlines(*printFace, text, style.em * kPrintHeight, style.tracking);
+Word Lettering::print(const juce::String& text, TextStyle style) const {
+  return setWord(*printFace, text, style.em * kPrintHeight, style.tracking);
 }
 
-juce::Path Lettering::display(const juce::String& text, float height) const {
-  return outlines(*displayFace, text, height, 0.0F);
-}
-
-juce::Path centredAt(juce::Path text, float x, float y) {
-  const float middle = text.getBounds().getCentreX();
-  return moved(std::move(text), x - middle, y);
-}
-
-juce::Path leftAt(juce::Path text, float x, float y) {
-  const float left = text.getBounds().getX();
-  return moved(std::move(text), x - left, y);
-}
-
-juce::Path rightAt(juce::Path text, float x, float y) {
-  const float right = text.getBounds().getRight();
-  return moved(std::move(text), x - right, y);
+Word Lettering::display(const juce::String& text, float height) const {
+  return setWord(*displayFace, text, height, 0.0F);
 }
 
 }  // namespace sivray::art

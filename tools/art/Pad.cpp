@@ -10,6 +10,7 @@ const Box kBody{1.0F, 0.0F, 69.0F, 70.0F};
 constexpr float kBodyRadius = 8.0F;
 const Box kFace{6.0F, 5.0F, 59.0F, 45.0F};
 constexpr float kFaceRadius = 5.0F;
+constexpr float kLitFaceRadius = 4.5F;
 const Box kShadow{2.0F, 1.5F, 67.0F, 70.0F};
 constexpr float kShadowSoftness = 1.2F;
 
@@ -43,13 +44,13 @@ void drawFaceOff(Canvas& canvas) {
 
 void drawFaceOn(Canvas& canvas) {
   drawGlow(canvas);
-  canvas.fillRadial(roundBox(kFace, kFaceRadius),
+  canvas.fillRadial(roundBox(kFace, kLitFaceRadius),
                     {{0.0F, rgb(0xFFE9A6)},
                      {4.0F / kLightRadius, rgb(0xFFE9A6)},
                      {22.0F / kLightRadius, kAmber},
                      {1.0F, rgb(0xF29A00)}},
                     kFace.getCentre(), kLightRadius);
-  canvas.innerLine(kFace, kFaceRadius, {{0.0F, white(0.65F)}, {0.4F, white(0.0F)}, {1.0F, white(0.1F)}});
+  canvas.innerLine(kFace, kLitFaceRadius, {{0.0F, white(0.65F)}, {0.4F, white(0.0F)}, {1.0F, white(0.1F)}});
 }
 
 }  // namespace

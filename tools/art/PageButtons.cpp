@@ -20,6 +20,7 @@ constexpr float kBodyHeight = 22.0F;
 constexpr float kRadius = 4.0F;
 constexpr float kBaseLine = 33.5F;
 constexpr TextStyle kWord{8.7F, 0.8F};
+constexpr float kWordShift = 0.2F;  // to the left, where whole pixels space the letters best
 const std::array<PageButton, 3> kButtons{
     {{"SOUND", {272.0F, 18.0F}, 273.0F}, {"CHARACTER", {363.0F, 17.0F}, 363.0F}, {"MIX", {453.0F, 17.0F}, 453.0F}}};
 
@@ -34,8 +35,8 @@ void drawPageButton(Canvas& canvas, const Lettering& lettering, int page, bool o
     canvas.fill(roundBox(body, kRadius), {{0.0F, rgb(0xFFD24A)}, {1.0F, rgb(0xFFB700)}});
     canvas.innerLine(body, kRadius, {{0.0F, white(0.6F)}, {0.5F, white(0.0F)}, {1.0F, black(0.12F)}});
   }
-  canvas.fill(centredAt(lettering.print(button.word, kWord), body.getCentreX(), kBaseLine - button.place.y),
-              on ? kNight : kPeriwinkle);
+  canvas.printCentred(lettering.print(button.word, kWord), body.getCentreX() - kWordShift, kBaseLine - button.place.y,
+                      on ? kNight : kPeriwinkle);
 }
 
 }  // namespace sivray::art
