@@ -1,5 +1,6 @@
 // Program images and exported files: any bytes give whole programs or none, and what was read survives saving.
-// The first byte chooses the macro count. SPDX-License-Identifier: GPL-3.0-or-later
+// The first byte chooses the macro count.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -11,6 +12,7 @@ namespace {
 using tesh::vimo::ProgramDatabase;
 
 struct Owner final : tesh::vimo::MacroProgramDatabaseDelegate {
+  std::uint64_t macroCount() const override { return 112; }
   float macroValue(std::uint64_t) const override { return 0.0F; }
   std::uint64_t macroObject(std::uint64_t) const override { return 0; }
   const std::string& programName() const override { return name; }
@@ -25,6 +27,12 @@ void check(std::span<const std::uint8_t> image, std::uint64_t macroCount) {
   database.load(image, macroCount, ProgramDatabase::Mode::replace);
   if (macroCount > 256) {
     database.setMacroCount(256);
+  }
+  if (database.programCount() > ProgramDatabase::kAlwaysRead) {
+    database.setMacroCount(112);
+    if (database.byteSize() > (ProgramDatabase::kMostGrowth + 1) * image.size() + ProgramDatabase::kImageHeadBytes) {
+      std::abort();
+    }
   }
   std::vector<std::uint8_t> saved;
   database.save(saved);

@@ -46,7 +46,7 @@ class MacroControllerBase : public MacroProgramDatabaseDelegate, public MacroPar
   /// The value in force, read as macroValue reads the stored one.
   float liveMacroValue(std::uint64_t index) const SIVRAY_NONBLOCKING;
 
-  std::uint64_t macroCount() const { return macros.size(); }
+  std::uint64_t macroCount() const override { return macros.size(); }
   /// Null past the list.
   MacroParameterControl* macroAt(std::uint64_t index) SIVRAY_NONBLOCKING;
   const MacroParameterControl* macroAt(std::uint64_t index) const SIVRAY_NONBLOCKING;

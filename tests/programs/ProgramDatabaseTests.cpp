@@ -19,6 +19,7 @@ using Bytes = std::vector<std::uint8_t>;
 using Mode = ProgramDatabase::Mode;
 
 struct Owner final : MacroProgramDatabaseDelegate {
+  std::uint64_t macroCount() const override { return macros; }
   float macroValue(std::uint64_t index) const override { return 0.25F * static_cast<float>(index); }
   std::uint64_t macroObject(std::uint64_t index) const override { return index == 1 ? 0x1122334455667788U : 0U; }
   const std::string& programName() const override { return name; }
@@ -26,6 +27,7 @@ struct Owner final : MacroProgramDatabaseDelegate {
   std::uint32_t programTime() const override { return 77; }
   std::string name = "Kit";
   std::string comment = "loud";
+  std::uint64_t macros = 2;
 };
 
 /// An image of `count` records with two macros each; the second macro's value is the record's number.
@@ -92,6 +94,23 @@ TEST(ProgramDatabase, TreatsAWrongCountAsEachVersionDoes) {
     EXPECT_EQ(database.programCount(), held) << claim.first << " claims " << claim.second;
   }
   testing::internal::GetCapturedStderr();
+}
+
+TEST(ProgramDatabase, HoldsTheGrowthOfImagesWithShortRecords) {
+  constexpr std::uint32_t kRecords = 16384;
+  Bytes bytes;
+  ByteWriter writer(bytes);
+  writer.word(256);
+  writer.word(kRecords);
+  writer.zeros(kRecords * sizeof(float));
+  Owner owner;
+  owner.macros = 112;
+  ProgramDatabase database(owner);
+  database.load(bytes, 1, Mode::replace);
+  database.setMacroCount(112);
+  EXPECT_LE(database.byteSize(), 17 * bytes.size());
+  EXPECT_GT(database.programCount(), 400U);
+  EXPECT_EQ(database.load(image(256, 3, 3), 2, Mode::append), 3U) << "a few are always read";
 }
 
 TEST(ProgramDatabase, ReadsOnlyWholeRecordsOfATruncatedImage) {

@@ -11,6 +11,9 @@ class MacroProgramDatabaseDelegate {
  public:
   virtual ~MacroProgramDatabaseDelegate() = default;
 
+  /// The number of macros that a program holds values for today.
+  virtual std::uint64_t macroCount() const = 0;
+
   /// The macro's stored value, 0 to 1; 0 for an index past the list.
   virtual float macroValue(std::uint64_t index) const = 0;
   /// The macro's opaque object, 0 when it carries none or the index lies past the list.

@@ -1,3 +1,4 @@
+// Reading and writing of images, and the operations on the list.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramDatabase.h"
 
@@ -61,7 +62,7 @@ std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint
     records.clear();
   }
   const std::uint64_t recordBytes = headBytes(version) + entryBytes(version) * imageMacroCount;
-  const std::uint64_t count = recordsIn(image, version, recordBytes);
+  const std::uint64_t count = std::min(recordsIn(image, version, recordBytes), mostRecords(image.size()));
   ByteReader reader(cofu::core::bytesAt(image, kImageHeadBytes));
   for (std::size_t i = 0; i < count; ++i) {
     auto record = std::make_unique<ProgramRecord>(macroCount());
@@ -76,7 +77,15 @@ std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint
   return static_cast<std::size_t>(count);
 }
 
-/// The number of records to read, all of which lie inside the image as a whole.
+/// The number of records that kMostGrowth allows. In memory a record takes more than in an image.
+std::uint64_t ProgramDatabase::mostRecords(std::uint64_t imageBytes) const {
+  const std::uint64_t macros = std::max(macrosPerRecord, delegate.macroCount());
+  const std::uint64_t saved = kRecordHeadBytes + kEntryBytes * delegate.macroCount();
+  const std::uint64_t held = sizeof(ProgramRecord) + sizeof(records.front()) + sizeof(ProgramEntry) * macros;
+  return std::max((kMostGrowth * imageBytes + imageBytes / saved * saved) / held, kAlwaysRead);
+}
+
+/// The number of records that lie inside the image as a whole.
 std::uint64_t ProgramDatabase::recordsIn(std::span<const std::uint8_t> image, std::uint32_t version,
                                          std::uint64_t recordBytes) const {
   if (image.size() < kImageHeadBytes || recordBytes == 0) {

@@ -1,4 +1,4 @@
-// An ordered list of programs, and the image that stands for it in files: four versions in, the newest out.
+// An ordered list of programs, and its image in files: four versions are read, the newest is written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,16 +23,22 @@ class ProgramDatabase {
   static constexpr std::size_t kRecordHeadBytes = 224;
   static constexpr std::size_t kEntryBytes = 12;
 
+  /// How many times its own size an image may take, in memory and when it is saved, beside the records of today's size
+  /// that its bytes could hold. The oldest images with all of today's macros take a quarter of that.
+  static constexpr std::uint64_t kMostGrowth = 16;
+  /// Programs that are read from any image, however short its records are.
+  static constexpr std::uint64_t kAlwaysRead = 8;
+
   /// `owner` must outlive the database.
   explicit ProgramDatabase(const MacroProgramDatabaseDelegate& owner) : delegate(owner) {}
 
-  /// Whether an image takes the place of the records at hand or stands behind them.
+  /// Whether an image replaces the present records or follows them.
   enum class Mode { replace, append };
 
-  /// Reads an image whose records hold `imageMacroCount` macros each.
-  /// An unknown version leaves the records alone. An image of the newest version must have the size that its count
-  /// asks for, or no record comes of it; of the older ones the whole records at hand are read. Gives the number of
-  /// records read.
+  /// Reads an image whose records hold `imageMacroCount` macros each, and returns the number of records read. An
+  /// unknown version changes nothing. An image of the newest version must have exactly the size that its count needs,
+  /// or none of its records is read; of an older one all records are read that are there as a whole. Records of a few
+  /// bytes cannot fill the memory: past kMostGrowth times the image's size they are left out.
   std::size_t load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode);
 
   /// Appends an image of byteSize() bytes to `out`.
@@ -48,7 +54,7 @@ class ProgramDatabase {
 
   /// Stores the owner's current state as a new last record.
   void appendFromDelegate();
-  /// The same into a record at hand, which keeps its id and marker.
+  /// Stores the owner's current state into a record, which keeps its id and marker.
   void overwriteFromDelegate(std::uint64_t index);
 
   /// Takes the record out and closes the gap.
@@ -69,6 +75,7 @@ class ProgramDatabase {
  private:
   void storeInto(ProgramRecord& record) const;
   std::uint64_t recordsIn(std::span<const std::uint8_t> image, std::uint32_t version, std::uint64_t recordBytes) const;
+  std::uint64_t mostRecords(std::uint64_t imageBytes) const;
 
   const MacroProgramDatabaseDelegate& delegate;
   std::vector<std::unique_ptr<ProgramRecord>> records;

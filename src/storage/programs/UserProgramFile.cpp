@@ -1,3 +1,4 @@
+// The heads of program files, read and written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/UserProgramFile.h"
 

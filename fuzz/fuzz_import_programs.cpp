@@ -1,0 +1,78 @@
+// Files of exported programs, given to a whole instrument: whatever their bytes, what comes of them stays within its
+// bound, can be selected and played, and is gone once it has been deleted. The input stands behind a good file head.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "core/LittleEndian.h"
+#include "shell/InstrumentScene.h"
+#include "storage/programs/ProgramDatabase.h"
+
+namespace {
+
+using namespace instrument;
+
+constexpr std::uint64_t kUserBank = 3;
+constexpr std::int32_t kFrames = 64;
+
+void require(bool holds) {
+  if (!holds) {
+    std::abort();
+  }
+}
+
+std::unique_ptr<BramelInstrument> makeQuietInstrument() {
+  ::setenv("BRAMEL_COMMON_FILES", "/nonexistent", 1);
+  ::setenv("BRAMEL_DOCUMENTS", "/nonexistent", 1);
+  return makeInstrument();
+}
+
+/// Writes an exported file whose user program file is the input.
+std::string writeExport(const std::uint8_t* data, std::size_t size) {
+  static const std::string path = std::filesystem::temp_directory_path() / ("import." + std::to_string(::getpid()));
+  Bytes file;
+  cofu::core::ByteWriter writer(file);
+  writer.word(256);
+  writer.text("Sivray");
+  writer.zeros(54);
+  writer.bytes({data, size});
+  std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(file.data()), std::ssize(file));
+  return path;
+}
+
+void play(BramelInstrument& shell) {
+  std::array<float, 2 * kFrames> samples{};
+  std::array<float*, 2> outputs{samples.data(), samples.data() + kFrames};
+  shell.process(nullptr, outputs.data(), kFrames);
+  for (const float sample : samples) {
+    require(std::abs(sample) <= 1.0F);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const std::unique_ptr<BramelInstrument> shell = makeQuietInstrument();
+  const std::string path = writeExport(data, size);
+  shell->importPrograms(path);
+  std::filesystem::remove(path);
+
+  using vimo::ProgramDatabase;
+  const std::uint64_t programs = shell->programCount(kUserBank);
+  const std::uint64_t record = ProgramDatabase::kRecordHeadBytes + ProgramDatabase::kEntryBytes * (kPadValues + 1);
+  require(programs <= ProgramDatabase::kAlwaysRead || programs * record <= (ProgramDatabase::kMostGrowth + 1) * size);
+  if (programs > 0) {
+    shell->setProgram(kUserBank, programs - 1);
+    require(shell->programName(kUserBank, programs - 1).size() < 96);
+    play(*shell);
+  }
+  while (shell->programCount(kUserBank) > 0) {
+    shell->deleteProgram(kUserBank, 0);
+  }
+  play(*shell);
+  return 0;
+}
