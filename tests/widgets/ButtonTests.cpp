@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,6 +11,7 @@
 
 #include "support/Hand.h"
 #include "widgets/BWFlatToggleButton.h"
+#include "widgets/BWImageKnob.h"
 #include "widgets/BWStubControl.h"
 #include "widgets/BWToggleButton.h"
 #include "widgets/BWToggleSwitch.h"
@@ -193,6 +195,33 @@ TEST_F(ToggleSwitch, ItsSetterIsSilentAndOtherButtonsDoNothing) {
   bare.setSize(33, 18);
   Hand(bare).click(5, 5);
   EXPECT_EQ(bare.getState(), 0U);
+}
+
+TEST(ScreenReader, ReadsAndMovesControlsAsAHandDoes) {
+  ControlLog log;
+  BWImageKnob knob;
+  log.names[&knob] = "knob";
+  knob.setListener(&log);
+  knob.setTitle("Pitch");
+  knob.setValue(0.25F);
+  const auto handler = knob.createAccessibilityHandler();
+  juce::AccessibilityValueInterface& value = *handler->getValueInterface();
+  EXPECT_EQ(handler->getTitle(), "Pitch");
+  EXPECT_EQ(value.getCurrentValueAsString(), "0.25");
+  knob.setValueText([] { return juce::String("-12"); });
+  EXPECT_EQ(value.getCurrentValueAsString(), "-12");
+  value.setValue(0.75);
+  EXPECT_EQ(knob.getValue(), 0.75F);
+  EXPECT_THAT(log.take(), ElementsAre("knob began", "knob changed", "knob ended"));
+
+  BWToggleButton button;
+  log.names[&button] = "button";
+  button.setListener(&log);
+  const auto toggle = button.createAccessibilityHandler();
+  EXPECT_TRUE(toggle->getActions().invoke(juce::AccessibilityActionType::toggle));
+  EXPECT_TRUE(toggle->getCurrentState().isChecked());
+  EXPECT_EQ(toggle->getValueInterface()->getCurrentValueAsString(), "on");
+  EXPECT_THAT(log.take(), ElementsAre("button began", "button changed", "button ended"));
 }
 
 TEST(Switch, MayBeDeletedByItsListener) {
