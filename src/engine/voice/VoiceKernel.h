@@ -31,7 +31,7 @@ struct VoiceRun {
 /// RampBank::tick; it returns whether a ramp has reached its target.
 struct VoiceKernel {
   const char* name;
-  platform::VectorSet needs;
+  platform::VectorSet needs;  ///< What the processor must have.
   int (*run)(const VoiceRun& run) SIVRAY_NONBLOCKING;
   bool (*tick)(RampBank& ramps) SIVRAY_NONBLOCKING;
 };

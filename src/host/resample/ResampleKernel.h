@@ -70,7 +70,7 @@ using ResampleKernelRun = std::size_t (*)(const ResampleRun& run, ResamplePositi
 /// One instruction set.
 struct ResampleKernel {
   const char* name;
-  platform::VectorSet needs;
+  platform::VectorSet needs;  ///< What the processor must have.
   ResampleKernelRun run;
 };
 
