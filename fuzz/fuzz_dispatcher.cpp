@@ -1,5 +1,6 @@
 // A host that makes calls in any order with any numbers: what it gets stays in the room that it gave, and what it hears
-// is finite. Each call is a kind, an opcode, an index, a value and a payload. SPDX-License-Identifier: GPL-3.0-or-later
+// is finite. Each call is a kind, an opcode, an index, a value and a payload.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 // A host's state, given to a whole instrument that plays on: whatever bytes come, what host and ear get stays in range,
 // and the state that results is one that the instrument takes back unchanged. The first byte says what the others are:
-// a state, the content of its envelope, or the macro section of such a content. SPDX-License-Identifier:
-// GPL-3.0-or-later
+// a state, the content of its envelope, or the macro section of such a content.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 #include <cstdlib>
 #include <span>

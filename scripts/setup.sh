@@ -23,7 +23,7 @@ install_packages() {
   "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# install_optional FILE: the same; where that fails it says so in one line and gives false.
+# install_optional FILE: install_packages, but a failure is one line of text and a false result.
 install_optional() {
   install_packages "$1" 2>/dev/null || { echo "Not to be had here: the packages in $1"; return 1; }
 }

@@ -1,3 +1,4 @@
+// The generator of identifiers, one for the process.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/Uuid.h"
 

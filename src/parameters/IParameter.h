@@ -1,4 +1,4 @@
-// The one interface behind which every group of engine parameters stands: integers by index, each with a name, a range
+// The interface of every group of engine parameters: integers by index, each with a name, a range
 // and a display text. It lies below the effects and the engine, which both implement it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -31,7 +31,7 @@ class IParameter {
   /// Gives the value that was taken, or 0.
   virtual int setValue(int index, std::int32_t* value) SIVRAY_NONBLOCKING = 0;
 
-  /// The integer at `index`; what a bad index gives is the group's own matter.
+  /// The integer at `index`; a bad index gives what the group decides.
   virtual std::int32_t value(int index) const SIVRAY_NONBLOCKING = 0;
 
   /// The display text that `value` has at `index`; empty where there is none.

@@ -1,3 +1,4 @@
+// What all scales share.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleConcept.h"
 

@@ -1,3 +1,4 @@
+// The setters, the tables that follow from them, and the notes and chords of keys.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleHost.h"
 

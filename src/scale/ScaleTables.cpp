@@ -1,3 +1,4 @@
+// The catalogue itself.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleTables.h"
 

@@ -1,3 +1,4 @@
+// How each family of scales makes its chords.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/Scales.h"
 

@@ -4,6 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <map>
+#include <vector>
+
 #include "scale/Scales.h"
 
 namespace scale {
@@ -17,6 +21,22 @@ TEST(ScaleHost, TakesTheMostImportantDegreesOfAScaleInPitchOrder) {
   host.setNoteCount(5);
   EXPECT_THAT(host.noteTable(), ElementsAre(0, 2, 4, 7, 9));
   EXPECT_THAT(host.degreeTable(), ElementsAre(0, 2, 3, 4, 5));
+}
+
+TEST(ScaleHost, AddsChordsInEachScalesOwnOrderAsTheNumberOfNotesGrows) {
+  const std::map<std::int32_t, std::vector<std::int32_t>> orders{
+      {1, {0, 3, 4, 5, 2, 1, 6}}, {2, {0, 3, 4, 6, 2, 1, 5}}, {3, {0, 3, 6, 2, 1, 5, 4}}, {4, {0, 4, 5, 2, 1, 6, 3}},
+      {5, {0, 3, 4, 6, 1, 5, 2}}, {6, {0, 3, 4, 6, 2, 5, 1}}, {7, {0, 3, 2, 4, 6, 1, 5}}, {10, {0, 2, 4, 5, 1, 3}}};
+  for (const auto& [scale, order] : orders) {
+    for (std::size_t count = 1; count <= order.size(); ++count) {
+      ScaleHost host;
+      host.setScale(scale);
+      host.setNoteCount(count);
+      std::vector<std::int32_t> degrees(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(host.noteCount()));
+      std::ranges::sort(degrees);
+      EXPECT_EQ(host.degreeTable(), degrees) << "scale " << scale;
+    }
+  }
 }
 
 TEST(ScaleHost, KeepsTheCeilingThatANoteCountHasSet) {

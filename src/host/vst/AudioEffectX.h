@@ -1,5 +1,6 @@
 // The base of plug-ins that take events and tell about themselves: the opcodes from 25 on, and the calls to the host
-// that came with them. SPDX-License-Identifier: GPL-3.0-or-later
+// that came with them.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // The numbers of the plug-in interface's calls, in both directions. Numbers that are missing here were withdrawn from
-// the interface or are of no use to an instrument; a plug-in answers them with 0. SPDX-License-Identifier:
-// GPL-3.0-or-later
+// the interface or are of no use to an instrument; a plug-in answers them with 0.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

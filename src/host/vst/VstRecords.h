@@ -1,5 +1,6 @@
 // The records that a host and a plug-in share, bit for bit as the plug-in interface publishes them. Nothing here has
-// behaviour. SPDX-License-Identifier: GPL-3.0-or-later
+// behaviour.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>

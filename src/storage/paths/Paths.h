@@ -39,7 +39,7 @@ std::string userBase();
 std::string directoryFor(std::string_view key);
 
 /// The file of a kBramelPath_* key for the instrument `name`; empty for unknown keys. The keys of user files make the
-/// folder that the file stands in.
+/// file's folder.
 std::string pathFor(std::string_view key, std::string_view name);
 
 /// `base` and `relative` with one separator between them; one that `relative` begins with is dropped. An empty part

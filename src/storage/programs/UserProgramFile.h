@@ -1,4 +1,4 @@
-// The file that holds a bank of programs: the user's own, and the same behind a header when it is exported.
+// Files that hold a bank of programs: the user's own file, and exported files, which have a header before its bytes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
