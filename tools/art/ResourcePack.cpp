@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace sivray::art {
 namespace {
@@ -14,15 +15,16 @@ constexpr const char* kTableHead = R"(// Made by sivray-art.
 
 #include "platform/EmbeddedResources.h"
 
-extern "C" const std::uint8_t sivrayResourceBytes[];
+extern "C" const std::uint8_t sivrayResourceBytes[)";
+
+constexpr const char* kTableMiddle = R"(];
 
 namespace tesh::bramel::platform {
 
 std::span<const EmbeddedResource> embeddedResources() {
-  static const std::array table{
-)";
+  static constexpr std::array<EmbeddedResource, )";
 
-constexpr const char* kTableFoot = R"(  };
+constexpr const char* kTableFoot = R"(  }};
   return table;
 }
 
@@ -36,16 +38,17 @@ constexpr std::size_t kAlignment = 16;
 ResourcePack pack(std::vector<Resource> resources) {
   std::sort(resources.begin(), resources.end(),
             [](const Resource& a, const Resource& b) { return std::tie(a.type, a.name) < std::tie(b.type, b.name); });
-  ResourcePack result{{}, kTableHead};
+  std::vector<std::uint8_t> bytes;
+  std::string rows;
   for (const Resource& resource : resources) {
-    result.table += "      EmbeddedResource{\"" + resource.type + "\", \"" + resource.name +
-                    "\", {sivrayResourceBytes + " + std::to_string(result.bytes.size()) + ", " +
-                    std::to_string(resource.bytes.size()) + "}},\n";
-    result.bytes.insert(result.bytes.end(), resource.bytes.begin(), resource.bytes.end());
-    result.bytes.resize((result.bytes.size() + kAlignment - 1) / kAlignment * kAlignment);
+    rows += "      EmbeddedResource{\"" + resource.type + "\", \"" + resource.name + "\", {sivrayResourceBytes + " +
+            std::to_string(bytes.size()) + ", " + std::to_string(resource.bytes.size()) + "}},\n";
+    bytes.insert(bytes.end(), resource.bytes.begin(), resource.bytes.end());
+    bytes.resize((bytes.size() + kAlignment - 1) / kAlignment * kAlignment);
   }
-  result.table += kTableFoot;
-  return result;
+  const std::string table = kTableHead + std::to_string(bytes.size()) + kTableMiddle +
+                            std::to_string(resources.size()) + "> table{{\n" + rows + kTableFoot;
+  return {std::move(bytes), table};
 }
 
 }  // namespace sivray::art
