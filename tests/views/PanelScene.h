@@ -1,0 +1,114 @@
+// The real panel on a whole instrument with a small library, a host that writes down what it is told, and a hand.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "shell/ShellScene.h"
+#include "support/DrumModule.h"
+#include "support/Hand.h"
+#include "viewmodels/IPluginEditViewModelOwner.h"
+#include "viewmodels/texts/PanelMacros.h"
+#include "views/BWPopupSlotView.h"
+#include "views/SivrayEditView.h"
+#include "views/SivrayEditorProvider.h"
+
+namespace views {
+
+using namespace tesh::bramel;
+using namespace tesh::bramel::panel;
+using plugin::sivray::SivrayEditView;
+using shell::Log;
+using sivray::test::Hand;
+using tesh::cofu::core::boxed::valueIn;
+
+class Panel : public testing::Test {
+ protected:
+  Panel() {
+    ::setenv("BRAMEL_DOCUMENTS", folder.pathOf("documents").c_str(), 1);
+    instrument = support::makeInstrument(folder);
+    host = std::make_shared<shell::NotingHost>(*instrument);
+    instrument->setHostCallback(host);
+    plugin::sivray::SivrayEditorProvider provider;
+    const auto parts = provider.createEditor(instrument, 1);
+    owner = *valueIn<std::shared_ptr<IPluginEditViewModelOwner>>(parts.viewModel);
+    component = *valueIn<std::shared_ptr<juce::Component>>(parts.view);
+    slot.setBounds(component->getLocalBounds());
+    slot.addAndMakeVisible(*component);
+    host->log.clear();
+  }
+
+  SivrayEditView& view() { return dynamic_cast<SivrayEditView&>(*component); }
+  Hand hand() { return Hand(slot); }
+
+  juce::Point<int> middleOf(std::uint64_t parameter) {
+    juce::Component& control = *view().getControl(parameter);
+    return slot.getLocalPoint(&control, control.getLocalBounds().getCentre());
+  }
+  void click(std::uint64_t parameter) { hand().click(middleOf(parameter).x, middleOf(parameter).y); }
+
+  /// One block, in which the engine takes what waits for it.
+  void run() {
+    std::array<float, 64> samples{};
+    std::array<float*, 2> outputs{samples.data(), samples.data()};
+    instrument->process(nullptr, outputs.data(), static_cast<std::int32_t>(samples.size()));
+  }
+
+  /// What the host was told since the last call, key lights left out.
+  Log takeHostLog() {
+    Log log = std::exchange(host->log, {});
+    std::erase_if(log, [](const std::string& line) { return line.starts_with("key "); });
+    return log;
+  }
+
+  template <typename Kind>
+  Kind* topPopup() {
+    auto* const popup = dynamic_cast<BWPopupView*>(slot.getChildComponent(slot.getNumChildComponents() - 1));
+    return popup == nullptr ? nullptr : findIn<Kind>(*popup);
+  }
+
+  template <typename Kind>
+  static Kind* findIn(juce::Component& parent) {
+    for (juce::Component* const child : parent.getChildren()) {
+      if (auto* const found = dynamic_cast<Kind*>(child)) {
+        return found;
+      }
+      if (auto* const below = findIn<Kind>(*child)) {
+        return below;
+      }
+    }
+    return nullptr;
+  }
+
+  /// A child of `parent` whose text or title is `name`, at any depth.
+  static juce::Component* named(juce::Component& parent, const juce::String& name) {
+    for (juce::Component* const child : parent.getChildren()) {
+      if (child->isVisible() && child->getTitle() == name) {
+        return child;
+      }
+      if (auto* const below = named(*child, name)) {
+        return below;
+      }
+    }
+    return nullptr;
+  }
+
+  void clickOn(juce::Component& target) {
+    const juce::Point<int> middle = slot.getLocalPoint(&target, target.getLocalBounds().getCentre());
+    hand().click(middle.x, middle.y);
+  }
+
+  const support::SampleFolder folder{support::categorisedWaves()};
+  std::shared_ptr<vst::BramelInstrument> instrument;
+  std::shared_ptr<shell::NotingHost> host;
+  std::shared_ptr<IPluginEditViewModelOwner> owner;
+  std::shared_ptr<juce::Component> component;
+  BWPopupSlotView slot;
+};
+
+}  // namespace views

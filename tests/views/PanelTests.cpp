@@ -1,0 +1,148 @@
+// What a hand does on the panel, and what the host and the engine hear of it; what the engine does, and what the panel
+// shows of it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/BWSampleSelectorView.h"
+#include "views/PanelScene.h"
+#include "widgets/BWSimpleListView.h"
+
+namespace views {
+namespace {
+
+TEST_F(Panel, TellsTheHostOneEditWithAValueForEachMoveOfADrag) {
+  const auto knob = middleOf(kPitch);
+  hand().press(knob.x, knob.y).drag(knob.x, knob.y - 30).drag(knob.x, knob.y - 60).release();
+  Log log = takeHostLog();
+  ASSERT_GE(log.size(), 3U);
+  EXPECT_EQ(log.front(), "begin 4");
+  EXPECT_EQ(log.back(), "end 4");
+  EXPECT_EQ(std::count(log.begin(), log.end(), "automate 4"), static_cast<std::ptrdiff_t>(log.size()) - 2);
+  EXPECT_GT(owner->getParameterValue(kPitch), 0.25F);
+}
+
+TEST_F(Panel, FollowsTheEngineWithoutAnEcho) {
+  for (const std::uint64_t parameter : {std::uint64_t{0}, std::uint64_t{4}, std::uint64_t{96}, kMasterLevelMacro}) {
+    instrument->setParameter(parameter, 1.0F);
+    owner->notifyParameterChanged(parameter);
+  }
+  owner->notifyAllParametersChanged();
+  EXPECT_EQ(takeHostLog(), Log{});
+  auto* const knob = dynamic_cast<IBWContinuousStateControl*>(view().getControl(kPitch));
+  EXPECT_EQ(knob->getValue(), 1.0F);
+  EXPECT_EQ(slot.getNumChildComponents(), 1) << "an update from the engine shows no tooltip";
+}
+
+TEST_F(Panel, HidesThePadsOnTheMixPageAloneAndStartsOnTheFirst) {
+  juce::Component* const pad = named(slot, "Pad 1");
+  ASSERT_NE(pad, nullptr);
+  EXPECT_TRUE(view().getControl(kPitch)->isShowing() || view().getControl(kPitch)->getParentComponent()->isVisible());
+  hand().click(453 + 36, 17 + 12);
+  EXPECT_FALSE(pad->getParentComponent()->isVisible());
+  EXPECT_TRUE(view().getControl(kLevel)->getParentComponent()->isVisible());
+  EXPECT_FALSE(view().getControl(kPitch)->getParentComponent()->isVisible());
+  hand().click(453 + 36, 17 + 12);  // The page in front stays in front.
+  EXPECT_TRUE(view().getControl(kLevel)->getParentComponent()->isVisible());
+  hand().click(363 + 36, 17 + 12);
+  EXPECT_TRUE(pad->getParentComponent()->isVisible());
+  EXPECT_TRUE(view().getControl(kPunch)->getParentComponent()->isVisible());
+  EXPECT_EQ(takeHostLog(), Log{});
+}
+
+TEST_F(Panel, PlaysAPadWhileItIsPressedWithTheLeftButton) {
+  instrument->resume();
+  Hand(slot).rightButton().click(488 + 36, 369 + 20);
+  EXPECT_EQ(takeHostLog(), Log{});
+  hand().press(488 + 36, 369 + 20);
+  EXPECT_EQ(takeHostLog(), (Log{"midi 902964@0"}));
+  hand().click(27 + 36, 369 + 20);
+  EXPECT_EQ(takeHostLog(), (Log{"midi 902464@0", "midi 902400@0"}));
+}
+
+TEST_F(Panel, LightsPadsByIncomingNotesAlsoWhileTheyAreHidden) {
+  auto* const pad = dynamic_cast<IBWTwoStateControl*>(named(slot, "Pad 8"));
+  view().selectPage(2);
+  owner->getKeyboardViewModelOwner()->noteOn(43);
+  owner->getKeyboardViewModelOwner()->noteOn(44);
+  EXPECT_TRUE(pad->getState());
+  owner->getKeyboardViewModelOwner()->noteOff(43);
+  EXPECT_FALSE(pad->getState());
+  EXPECT_EQ(takeHostLog(), Log{});
+}
+
+TEST_F(Panel, StepsTheGroupOnWithEachPressAndFlipsASwitch) {
+  view().selectPage(2);
+  std::vector<int> states;
+  instrument->setParameter(kExclusiveGroup, 0.0F);
+  owner->notifyParameterChanged(kExclusiveGroup);
+  for (int press = 0; press < 4; ++press) {
+    click(kExclusiveGroup);
+    states.push_back(static_cast<int>(owner->getParameterValue(kExclusiveGroup) * 2.0F + 0.5F));
+  }
+  EXPECT_EQ(states, (std::vector<int>{1, 2, 0, 1}));
+  takeHostLog();
+  click(kMute);
+  EXPECT_EQ(takeHostLog(), (Log{"begin 3", "automate 3", "end 3"}));
+  EXPECT_EQ(owner->getParameterValue(kMute), 1.0F);
+}
+
+TEST_F(Panel, ChoosesAnEffectFromItsListAndNamesItsKnobs) {
+  hand().click(317 + 70, 81 + 10);
+  auto* const list = topPopup<BWSimpleListView>();
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->getParentComponent()->getBounds(), juce::Rectangle<int>(481, 12, 200, 360));
+  const juce::Point<int> row = slot.getLocalPoint(list, juce::Point<int>(20, 28 * 2 + 10));
+  list->selectRow(0);
+  hand().click(row.x, row.y);
+  EXPECT_EQ(takeHostLog(), (Log{"begin 96", "automate 96", "end 96"}));
+  EXPECT_EQ(dynamic_cast<BWToggleButton&>(*named(slot, "Effect")).getText().getText(), "2Band EQ");
+  EXPECT_EQ(slot.getNumChildComponents(), 2) << "the list stays open, and a control off the panel has no tooltip";
+  hand().click(10, 460);
+  EXPECT_EQ(slot.getNumChildComponents(), 1);
+}
+
+TEST_F(Panel, GivesASampleFromTheBrowserOfTheClickedDisplay) {
+  hand().click(28 + 92 * 4 + 30, 145 + 15);
+  auto* const browser = topPopup<BWSampleSelectorView>();
+  ASSERT_NE(browser, nullptr);
+  EXPECT_EQ(browser->getParentComponent()->getBounds(), juce::Rectangle<int>(194, 44, 380, 380));
+  EXPECT_EQ(takeHostLog(), Log{}) << "opening and showing a selection gives no sample";
+  hand().click(194 + 20, 44 + 76 + 28 + 10);  // The second category, of two waves.
+  EXPECT_EQ(takeHostLog(), Log{});
+  hand().click(194 + 153 + 20, 44 + 76 + 28 + 10);  // Its second sample.
+  EXPECT_EQ(takeHostLog(), (Log{"begin 48", "automate 48", "end 48"}));
+  const auto model = std::dynamic_pointer_cast<plugin::sivray::ISivrayEditViewModel>(owner);
+  EXPECT_EQ(model->getSampleName(4), "wave6");
+}
+
+TEST_F(Panel, ShowsATooltipForAMoveByHandWhichLetsClicksThrough) {
+  const auto knob = middleOf(kEffectEdit1Macro);
+  hand().press(knob.x, knob.y).drag(knob.x, knob.y - 40).release();
+  ASSERT_EQ(slot.getNumChildComponents(), 2);
+  EXPECT_EQ(slot.getComponentAt(knob), view().getComponentAt(knob));
+  EXPECT_NE(view().getComponentAt(knob), nullptr);
+}
+
+TEST_F(Panel, OpensTheGuideFromBothZonesAndClosesItWithItsButton) {
+  for (const juce::Point<int> zone : {juce::Point<int>(40, 30), juce::Point<int>(700, 30)}) {
+    hand().click(zone.x, zone.y);
+    ASSERT_EQ(slot.getNumChildComponents(), 2);
+    juce::Component* const close = named(slot, "Close");
+    ASSERT_NE(close, nullptr);
+    clickOn(*close);
+    EXPECT_EQ(slot.getNumChildComponents(), 1);
+  }
+}
+
+TEST_F(Panel, SurvivesItsEndWithAPopupOpenAndATooltipUp) {
+  const auto knob = middleOf(kPitch);
+  hand().press(knob.x, knob.y).drag(knob.x, knob.y - 10);
+  view().openSampleSelector(0);
+  const std::weak_ptr<juce::Component> gone = component;
+  component.reset();
+  EXPECT_TRUE(gone.expired());
+  owner->notifyAllParametersChanged();
+  owner->getKeyboardViewModelOwner()->noteOn(36);
+  EXPECT_EQ(slot.getNumChildComponents(), 0);
+}
+
+}  // namespace
+}  // namespace views

@@ -1,0 +1,89 @@
+// The program bar and the list: choosing, saving under a name, overwriting and deleting by hand.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/BWProgramListSaveAsView.h"
+#include "views/BWProgramListView.h"
+#include "views/PanelScene.h"
+#include "widgets/BWStackingView.h"
+
+namespace views {
+namespace {
+
+class ProgramPanel : public Panel {
+ protected:
+  BWProgramListView& openList() {
+    hand().click(41 + 70, 81 + 10);
+    return dynamic_cast<BWProgramListView&>(*view().programBar().listStack()->getTopPage());
+  }
+  bool shows(const char* title) { return named(*view().programBar().listStack(), title) != nullptr; }
+  void choose(const char* title) { clickOn(*named(*view().programBar().listStack(), title)); }
+  std::string program() { return std::to_string(owner->getProgramNumber()) + " " + owner->getProgramName(); }
+
+  /// Saves the current sounds under a name, by the list's own buttons.
+  void saveAs(BWProgramListView& list, const char* name) {
+    list.openSaveAs();
+    auto& page = dynamic_cast<BWProgramListSaveAsView&>(*view().programBar().listStack()->getTopPage());
+    page.nameEditor().setText(juce::String::fromUTF8(name));
+    choose("Save");
+  }
+};
+
+TEST_F(ProgramPanel, StepsThroughTheProgramsAndStopsAtTheEnds) {
+  owner->getProgramListViewModel()->selectProgram(1, "Factory");
+  const auto step = [this](int x) {
+    hand().click(x, 87);
+    return program();
+  };
+  EXPECT_EQ(step(228), "1 first");
+  EXPECT_EQ(step(263), "2 second");
+  EXPECT_EQ(step(263), "3 third");
+  EXPECT_EQ(step(263), "3 third");
+  EXPECT_EQ(step(228), "2 second");
+}
+
+TEST_F(ProgramPanel, SelectsTheClickedRowAndOffersActionsForTheShownBank) {
+  owner->getProgramListViewModel()->selectProgram(0, "Factory");
+  openList();
+  EXPECT_TRUE(shows("Save As"));
+  EXPECT_FALSE(shows("Save"));
+  EXPECT_FALSE(shows("Import"));
+  hand().click(205 + 50, 12 + 40 + 44 + 28 * 2 + 10);
+  EXPECT_EQ(program(), "3 third");
+  choose("User");
+  EXPECT_TRUE(shows("Import"));
+  EXPECT_TRUE(shows("Export"));
+  EXPECT_FALSE(shows("Save"));
+  EXPECT_EQ(program(), "3 third") << "looking at another bank selects nothing";
+}
+
+TEST_F(ProgramPanel, SavesUnderANameIntoTheUserBankShowsItAndDeletesIt) {
+  owner->getProgramListViewModel()->selectProgram(1, "Factory");
+  BWProgramListView& list = openList();
+  saveAs(list, "Mine");
+  run();
+  const std::uint64_t id = 0;
+  owner->notifyProgramSaved(&id, 1, "User");
+  owner->notifyAllParametersChanged();
+  EXPECT_EQ(program(), "1 Mine");
+  EXPECT_TRUE(shows("Save"));
+  EXPECT_TRUE(shows("Import")) << "the tab turns to the user's bank";
+  owner->getProgramListViewModel()->deleteProgram(0, "User");
+  owner->notifyProgramDeleted(&id, 1, "User");
+  EXPECT_FALSE(shows("Save")) << "the current program is gone";
+  EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), 0U);
+}
+
+TEST_F(ProgramPanel, TakesAnyNameAndLeavesOnCancel) {
+  BWProgramListView& list = openList();
+  saveAs(list, "");
+  saveAs(list, "\xc3\xa9t\xc3\xa9");
+  list.openSaveAs();
+  choose("Cancel");
+  const auto programs = owner->getProgramListViewModel();
+  EXPECT_EQ(programs->getProgramCount("User"), 2U);
+  EXPECT_EQ(programs->getProgramName(0, "User"), "");
+  EXPECT_EQ(programs->getProgramName(1, "User"), "\xc3\xa9t\xc3\xa9");
+  EXPECT_EQ(view().programBar().listStack()->getTopPage(), &list);
+}
+
+}  // namespace
+}  // namespace views
