@@ -72,7 +72,7 @@ NativePath::NativePath(const std::string& path) : nativeText(path) {
 }
 
 NativePath NativePath::chosen(const std::string& path) {
-  const NativePath turned(path);
+  NativePath turned(path);
   std::error_code error;
   const bool hasFolder = fs::is_directory(fs::path(turned.nativeText).parent_path(), error);
   if (::access(path.c_str(), F_OK) != 0 && hasFolder) {
