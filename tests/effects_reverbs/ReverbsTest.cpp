@@ -1,12 +1,9 @@
-// The reverbs against their plain models, and what a listener would notice first.
+// The hall against its plain model, its tables, and the gate of the gate reverb.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "effects/interfaces/EffectAdapter.h"
-#include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/HallTables.h"
-#include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
 #include "effects_interfaces/EffectScene.h"
 #include "effects_reverbs/ReverbModels.h"
@@ -14,26 +11,6 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
-
-TEST(Reverbs, RoomSoundsAsItsPlainModel) {
-  for (unsigned seed = 1; seed <= 6; ++seed) {
-    SivrayFxMemoryManager memory;
-    SivrayFxReverb fast;
-    memory.add(&fast);
-    model::Room plain;
-    scene::expectSameSound(fast, plain, seed, 250);
-  }
-}
-
-TEST(Reverbs, GateSoundsAsItsPlainModel) {
-  for (unsigned seed = 1; seed <= 6; ++seed) {
-    SivrayFxMemoryManager memory;
-    EffectAdapter2<GateReverb> fast;
-    memory.add(&fast);
-    model::Gate plain;
-    scene::expectSameSound(fast, plain, seed, 250);
-  }
-}
 
 TEST(Reverbs, HallSoundsAsItsPlainModel) {
   for (unsigned seed = 1; seed <= 4; ++seed) {

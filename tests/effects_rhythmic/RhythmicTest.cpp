@@ -1,10 +1,9 @@
-// The slicer and the grain shifter against plain models, and the grids that tempo and knobs give.
+// The grain shifter against a plain model, and the grids that tempo and knobs give.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
-#include "effects/interfaces/TempoTables.h"
 #include "effects/rhythmic/GrainLanes.h"
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 #include "effects/rhythmic/Slicer.h"
@@ -15,41 +14,6 @@ namespace {
 
 using namespace scene;
 using namespace tesh::bramel::plugin::sivray::effects;
-
-struct SlicerModel : PlainModel {
-  std::array<std::int64_t, 5> knobs{72, 64, 127, 12, 11};
-  float bpm = 120.0F;
-  std::int64_t up = 0, down = 2147483647, envelope = 0, levelState = 0;
-  bool restart = false;
-
-  void edit(unsigned index, std::int64_t knob) override {
-    if (index < 2) knobs[index] = knob;
-  }
-  void setTempo(int tenths) override { bpm = static_cast<float>(tenths) / 10.0F; }
-  void reset() override {
-    restart = true;
-    envelope = 0;
-  }
-  void sample(std::int64_t& l, std::int64_t& r) override {
-    const std::int64_t h = wrap(linear(std::min<std::int64_t>(knobs[1], 126)) * 2 * 2147483647 >> 15);
-    const std::int64_t edge = (h >> 16) >= 0 ? (h >> 16) - 65536 : h >> 16;
-    const std::int64_t step = tempoStep(static_cast<int>(knobs[0]), bpm);
-    const std::int64_t floor = linear(127 - knobs[2]) * linear(127 - knobs[2]) >> 15;
-    levelState = (levelState * 32520 + slicerLevelTable[static_cast<std::size_t>(knobs[1])] * 247L) >> 15;
-    if (restart) {
-      up = 0;
-      down = 2147483647;
-    }
-    restart = false;
-    up = wrap(up + step);
-    down = wrap(down - step);
-    const std::int64_t p = ((down >> 16) + (wrap(h + 2147483647 + up) >> 16) - edge) >> 1;
-    envelope += (p - (envelope >> 15)) * square(knobs[4]);
-    const std::int64_t e = envelope >> 15, g = e - (e * floor >> 15) + floor;
-    l = sat(((g * l >> 15) * levelState) >> 15);
-    r = sat(((g * r >> 15) * levelState) >> 15);
-  }
-};
 
 struct GrainModel : PlainModel {
   std::array<std::int64_t, 2> knobs{};
@@ -149,10 +113,7 @@ struct Played {
   void process(StereoBlock& block, unsigned count) { effect.process(block, count); }
 };
 
-TEST(Rhythmic, BothEffectsMatchTheirPlainModelsThroughRandomScenes) {
-  playScenes<Played<EffectAdapter<Slicer>>>(SlicerModel{});
-  playScenes<Played<EffectAdapter<Slicer>, kRestart>>(SlicerModel{});
-  playScenes<Played<EffectAdapter<Slicer>, kRhythmicRestart>>(SlicerModel{});
+TEST(Rhythmic, GrainShifterMatchesItsPlainModelThroughRandomScenes) {
   playScenes<Played<SivrayFxGrainShifter>>(GrainModel{}, 400);
   playScenes<Played<SivrayFxGrainShifter, kRestart>>(GrainModel{}, 100);
 }

@@ -1,4 +1,4 @@
-// The entries.
+// The decimator's sampling steps, from the finest to the coarsest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/dynamics/DecimatorTables.h"
 

@@ -1,4 +1,4 @@
-// The entries.
+// The pump's two tables, from the slowest attack to the fastest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/dynamics/PumpTables.h"
 

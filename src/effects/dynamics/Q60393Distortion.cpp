@@ -16,13 +16,10 @@ using Memory = Q60393Distortion::Memory;
 
 constexpr std::int64_t kTop = 2147483647;
 
-/// Gain (before kGainShift) and level along the square curve: 0.045 to 1.0 and 0.039 to 1.0, Q15.
-constexpr std::int32_t kLeastGain = 1489;
-constexpr std::int32_t kGainSpan = 31279;
-constexpr std::int32_t kLeastLevel = 1279;
-constexpr std::int32_t kLevelSpan = 31489;
+/// Gain before the shift: 0.045 to 1.0.
+constexpr SquareRange kGain{1489, 31279};
 
-/// How many bits the gain reaches above 1.0: up to 64, 36 dB.
+/// The shift lifts the gain by a factor of 64, 36 dB.
 constexpr int kGainShift = 6;
 
 // The highpass, Q15: a corner of 205 Hz.
@@ -72,8 +69,7 @@ std::int64_t postFilter(Memory& m, std::int64_t s) {
 }  // namespace
 
 Q60393Distortion::Settings Q60393Distortion::settingsOf(const Knobs& knobs) {
-  return {mul15(valueAt(squareTable, knobs.edit1), kGainSpan) + kLeastGain,
-          mul15(valueAt(squareTable, knobs.edit2), kLevelSpan) + kLeastLevel};
+  return {kGain.at(knobs.edit1), kDriveLevel.at(knobs.edit2)};
 }
 
 void Q60393Distortion::step(const Settings&, std::int16_t& left, std::int16_t& right) {

@@ -18,10 +18,6 @@ constexpr std::int32_t kBend = 26213;
 /// Share of the last output that comes back at full drive: 0.73.
 constexpr std::int32_t kFeedback = 23919;
 
-/// Output level, 0.039 to 1.0 along the square curve.
-constexpr std::int32_t kLeastLevel = 1279;
-constexpr std::int32_t kLevelSpan = 31489;
-
 /// Takes what lies above the threshold through a parabola. At z = 0 nothing does, so that its sign does not matter.
 StereoLanes bent(StereoLanes z, StereoLanes threshold) {
   const StereoLanes sign = signOf(z);
@@ -33,8 +29,7 @@ StereoLanes bent(StereoLanes z, StereoLanes threshold) {
 
 Q60393Drive::Settings Q60393Drive::settingsOf(const Knobs& knobs) {
   const std::int32_t drive = valueAt(linearTable, knobs.edit1);
-  return {drive, cofu::core::mul15(valueAt(squareTable, knobs.edit2), kLevelSpan) + kLeastLevel,
-          std::max(kHighestThreshold - drive, 0)};
+  return {drive, kDriveLevel.at(knobs.edit2), std::max(kHighestThreshold - drive, 0)};
 }
 
 void Q60393Drive::step(const Settings&, std::int16_t& left, std::int16_t& right) {

@@ -12,21 +12,13 @@ using namespace cofu::core;
 
 namespace {
 
-/// A range along the square curve: the value at knob 0, and what knob 127 adds; Q15.
-struct Range {
-  std::int32_t least;
-  std::int32_t span;
-
-  constexpr std::int32_t at(int knob) const { return mul15(valueAt(squareTable, knob), span) + least; }
-};
-
 // Sensitivity 1/8 to 1.0; attack 0.001 to 0.1 per sample, a time constant of 23 ms to 0.2 ms.
-constexpr Range kSens{4096, 28672};
-constexpr Range kAttack{32, 3245};
+constexpr SquareRange kSens{4096, 28672};
+constexpr SquareRange kAttack{32, 3245};
 
 // Sensitivity 1/512 to 1/32; attack 0.00024 to 0.1 per sample, a time constant of 93 ms to 0.2 ms.
-constexpr Range kMasterSens{64, 959};
-constexpr Range kMasterAttack{8, 3268};
+constexpr SquareRange kMasterSens{64, 959};
+constexpr SquareRange kMasterAttack{8, 3268};
 
 /// Make-up of the compressor, and the output level of the master compressor (Q15).
 constexpr std::int64_t kMakeUp = 5;

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "effects/dynamics/Kilnode.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -15,7 +16,7 @@ int SivrayFxKilnode::setParameter(unsigned index, int value) {
     return 0;
   }
   const int knob = value & 127;
-  adapter.setParameter(0, static_cast<float>(knob) * 0.007874016F);
+  adapter.setParameter(0, static_cast<float>(knob) * kKnobToUnit);
   return knob;
 }
 

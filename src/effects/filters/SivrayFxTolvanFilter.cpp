@@ -62,8 +62,11 @@ void TolvanLaw<kMode>::step(const Settings& to, std::int16_t& left, std::int16_t
   frequency.advance();
 }
 
+template struct TolvanLaw<TolvanMode::kLowpass>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
+template struct TolvanLaw<TolvanMode::kHighpass>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kHighpass>>;
+template struct TolvanLaw<TolvanMode::kBandpass>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kBandpass>>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,4 +1,4 @@
-// The two conversions by which one process operation stands for the other, in runs of the scratch area's size.
+// The stored parameters, and the conversions that let either process operation serve for the other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/BasicEffect.h"
 
@@ -8,7 +8,23 @@ namespace tesh::vimo {
 
 namespace {
 
-constexpr unsigned kRun = BasicEffectState::kRunSamples;
+/// Runs `process` on copies of the block in its own sample type, as many samples at a time as the scratch area holds.
+template <typename InnerBlock, typename Block, typename Scratch, typename ToInner, typename ToOuter, typename Process>
+void processConverted(Block in, Block out, unsigned count, Scratch& scratch, ToInner toInner, ToOuter toOuter,
+                      Process process) {
+  constexpr unsigned kRun = BasicEffectState::kRunSamples;
+  auto* const area = scratch.data();
+  const InnerBlock runIn{area, area + kRun};
+  const InnerBlock runOut{area + 2 * kRun, area + 3 * kRun};
+  for (unsigned done = 0; done < count; done += kRun) {
+    const unsigned run = std::min(count - done, kRun);
+    std::transform(in.left + done, in.left + done + run, runIn.left, toInner);
+    std::transform(in.right + done, in.right + done + run, runIn.right, toInner);
+    process(runIn, runOut, run);
+    std::transform(runOut.left, runOut.left + run, out.left + done, toOuter);
+    std::transform(runOut.right, runOut.right + run, out.right + done, toOuter);
+  }
+}
 
 }  // namespace
 
@@ -35,31 +51,13 @@ void BasicEffect::initParameters() {
 }
 
 void BasicEffect::processFloat(FloatBlock in, FloatBlock out, unsigned count) {
-  std::int16_t* const scratch = state->int16Scratch.data();
-  const Int16Block runIn{scratch, scratch + kRun};
-  const Int16Block runOut{scratch + 2 * kRun, scratch + 3 * kRun};
-  for (unsigned done = 0; done < count; done += kRun) {
-    const unsigned run = std::min(count - done, kRun);
-    std::transform(in.left + done, in.left + done + run, runIn.left, int16FromFloat);
-    std::transform(in.right + done, in.right + done + run, runIn.right, int16FromFloat);
-    processInt16(runIn, runOut, run);
-    std::transform(runOut.left, runOut.left + run, out.left + done, floatFromInt16);
-    std::transform(runOut.right, runOut.right + run, out.right + done, floatFromInt16);
-  }
+  const auto process = [this](Int16Block from, Int16Block to, unsigned run) { processInt16(from, to, run); };
+  processConverted<Int16Block>(in, out, count, state->int16Scratch, int16FromFloat, floatFromInt16, process);
 }
 
 void BasicEffect::processInt16(Int16Block in, Int16Block out, unsigned count) {
-  float* const scratch = state->floatScratch.data();
-  const FloatBlock runIn{scratch, scratch + kRun};
-  const FloatBlock runOut{scratch + 2 * kRun, scratch + 3 * kRun};
-  for (unsigned done = 0; done < count; done += kRun) {
-    const unsigned run = std::min(count - done, kRun);
-    std::transform(in.left + done, in.left + done + run, runIn.left, floatFromInt16);
-    std::transform(in.right + done, in.right + done + run, runIn.right, floatFromInt16);
-    processFloat(runIn, runOut, run);
-    std::transform(runOut.left, runOut.left + run, out.left + done, int16FromFloat);
-    std::transform(runOut.right, runOut.right + run, out.right + done, int16FromFloat);
-  }
+  const auto process = [this](FloatBlock from, FloatBlock to, unsigned run) { processFloat(from, to, run); };
+  processConverted<FloatBlock>(in, out, count, state->floatScratch, floatFromInt16, int16FromFloat, process);
 }
 
 }  // namespace tesh::vimo

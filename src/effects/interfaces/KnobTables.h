@@ -1,10 +1,12 @@
-// The three curves that turn a knob value (0 to 127) into a Q15 gain.
+// The three curves that turn a knob value (0 to 127) into a Q15 gain, and ranges along them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+
+#include "core/FixedPoint.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -40,5 +42,19 @@ template <typename Table>
 constexpr const auto& valueAt(const Table& table, int knob) {
   return table[static_cast<std::size_t>(knob)];
 }
+
+/// Q15 values along the square curve: `least` at knob 0, `least + span` at knob 127.
+struct SquareRange {
+  std::int32_t least;
+  std::int32_t span;
+
+  constexpr std::int32_t at(int knob) const { return cofu::core::mul15(valueAt(squareTable, knob), span) + least; }
+};
+
+/// Output level of drive and distortion: 0.039 (-28 dB) to 1.0.
+inline constexpr SquareRange kDriveLevel{1279, 31489};
+
+/// 1/127: a knob value on the 0.0 .. 1.0 of the older effect interface.
+inline constexpr float kKnobToUnit = 0.007874016F;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

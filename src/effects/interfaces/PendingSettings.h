@@ -28,13 +28,7 @@ class PendingSettings {
     dirty.store(true, std::memory_order_release);
   }
 
-  /// Raises the flag without changing the set.
-  void raise() {
-    const cofu::core::RealTimeLock lock(mutex);
-    dirty.store(true, std::memory_order_release);
-  }
-
-  /// Copies the pending set to `live` if one has come. Gives true when it did. Audio thread.
+  /// Copies the pending set to `live` if one has come. Returns true when it did. Audio thread.
   bool takeInto(Settings& live) SIVRAY_NONBLOCKING {
     if (!dirty.load(std::memory_order_acquire)) {
       return false;

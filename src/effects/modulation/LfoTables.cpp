@@ -1,4 +1,4 @@
-// The entries.
+// The oscillator speeds by knob value; they follow no single curve.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/LfoTables.h"
 

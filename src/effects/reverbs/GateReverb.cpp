@@ -20,7 +20,7 @@ constexpr std::int32_t kPeakKept = 32741;
 constexpr std::int32_t kInputLevel = squareTable[80] >> 2;
 
 /// Loop gain of the combs, Q15: that of the room reverb at Time 63.
-constexpr std::int32_t kFeedback = ((convexTable[63] * 5) >> 4) + 20480;
+constexpr std::int32_t kFeedback = ReverbNetwork::feedbackOf(63);
 
 /// 24-bit fractions per sample: the share of the distance by which the gate opens (0.9265, so within two samples), and
 /// what it keeps while it closes (0.99912, a time constant of 26 ms).

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "core/FixedPoint.h"
+#include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/ShortLeak.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -18,6 +19,9 @@ struct ReverbNetwork {
 
   /// The left channel's share of the wet sound in Q15: it hears the network at once, the right one late and in full.
   static constexpr std::int32_t kEarlyGain = 24823;
+
+  /// Loop gain of the combs by Time knob, Q15: 0.625 to 0.9375 along the convex curve.
+  static constexpr std::int32_t feedbackOf(int timeKnob) { return ((valueAt(convexTable, timeKnob) * 5) >> 4) + 20480; }
 
   /// What the network gives per sample: the diffused sound, and the same 1676 samples later.
   struct Output {

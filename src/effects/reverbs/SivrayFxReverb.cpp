@@ -10,16 +10,13 @@ using namespace cofu::core;
 
 namespace {
 
-/// Loop gain of the combs at the shortest time, Q15: 0.625. The knob adds up to 5/16, to 0.9375.
-constexpr std::int32_t kLeastFeedback = 20480;
-
 /// The louder the wet sound, the more enters the network: an eighth of full scale at level 0, a quarter at full level.
 constexpr std::int32_t inputGainFor(std::int32_t level) { return (level >> 3) + 4096; }
 
 }  // namespace
 
 RoomReverbLaw::Settings RoomReverbLaw::settingsOf(const Knobs& knobs) {
-  return {((valueAt(convexTable, knobs.edit1) * 5) >> 4) + kLeastFeedback, valueAt(squareTable, knobs.edit2)};
+  return {feedbackOf(knobs.edit1), valueAt(squareTable, knobs.edit2)};
 }
 
 void RoomReverbLaw::step(const Settings&, std::int16_t& left, std::int16_t& right) {

@@ -1,19 +1,13 @@
-// How knob values reach the hall.
+// How knob values and restarts reach the hall.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
 
 #include <memory>
 
+#include "effects/interfaces/KnobTables.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHall.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-namespace {
-
-/// 1/127.
-constexpr float kKnobScale = 0.007874016F;
-
-}  // namespace
 
 SivrayFxReverbSmoothHallAdapter::SivrayFxReverbSmoothHallAdapter()
     : adapter(std::make_unique<SivrayFxReverbSmoothHall>()) {}
@@ -22,7 +16,7 @@ int SivrayFxReverbSmoothHallAdapter::setParameter(unsigned index, int value) {
   if (index != kEdit1 && index != kEdit2) {
     return 0;
   }
-  adapter.setParameter(index - kEdit1, static_cast<float>(value) * kKnobScale);
+  adapter.setParameter(index - kEdit1, static_cast<float>(value) * kKnobToUnit);
   return value;
 }
 
