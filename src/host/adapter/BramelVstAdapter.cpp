@@ -83,7 +83,10 @@ BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<I
   }
 }
 
-BramelVstAdapter::~BramelVstAdapter() { impl->keyLights.stop(); }
+BramelVstAdapter::~BramelVstAdapter() {
+  setEditor(nullptr);  // Waits until the view is closed, and calls the host no more.
+  impl->keyLights.stop();
+}
 
 void BramelVstAdapter::suspend() { impl->instrument->suspend(); }
 

@@ -31,8 +31,8 @@ std::int32_t hostIndex(std::uint64_t visibleIndex) {
 BramelVstAdapter::Impl::Impl(const std::shared_ptr<BramelInstrumentBase>& base,
                              std::shared_ptr<BramelInstrumentEditor> newEditor)
     : callback(std::make_shared<Callback>(*this)),
-      instrument(instrumentIn(base)),
       editor(std::move(newEditor)),
+      instrument(instrumentIn(base)),
       keyLights(*instrument) {
   instrument->setHostKind(kVstHostKind);
   instrument->setHostCallback(callback);

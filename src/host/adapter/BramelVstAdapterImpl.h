@@ -25,8 +25,9 @@ class BramelVstAdapter::Impl {
 
   BramelVstAdapter* owner = nullptr;
   std::shared_ptr<Callback> callback;  ///< The instrument holds it weakly.
+  /// May be null. Goes last of those that hold the instrument: fonts and images in there need JUCE to the end.
+  std::shared_ptr<BramelInstrumentEditor> editor;
   std::shared_ptr<BramelInstrument> instrument;
-  std::shared_ptr<BramelInstrumentEditor> editor;  ///< May be null.
   KeyLights keyLights;
   std::vector<std::uint8_t> latestChunk;  ///< The host reads it until it asks again.
 };

@@ -1,0 +1,65 @@
+// The editor of one instrument, in whatever window it may stand: it owns view and view model while it is open, and
+// carries the instrument's reports to the message thread. SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "core/Boxed.h"
+#include "core/RealTime.h"
+#include "host/shell/BramelInstrumentBase.h"
+#include "host/shell/BramelInstrumentCallbacks.h"
+#include "views/BramelInstrumentEditorProvider.h"
+
+namespace tesh::bramel::vst {
+
+class MessageThread;
+
+/// Lives as long as the plug-in. The instrument's reports come one at a time, on any thread; while no view is open they
+/// are dropped. Those of one block reach the view model together.
+class BramelInstrumentEditor final : public BramelInstrumentUICallback {
+ public:
+  /// Pixels of the panel.
+  struct Size {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+  };
+
+  /// Throws std::invalid_argument when `instrument` is not a BramelInstrument. `provider` is not null.
+  BramelInstrumentEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
+                         std::shared_ptr<BramelInstrumentEditorProvider> provider);
+
+  /// Must not run on the message thread. If a view was ever open, close it there first.
+  ~BramelInstrumentEditor() override;
+
+  static constexpr Size getEditorSize() { return {768, 468}; }
+
+  /// Started by the first call, and kept until this object's end; null if it cannot be started. Any thread but the
+  /// audio thread.
+  std::shared_ptr<MessageThread> messageThread();
+
+  // Message thread only, once `messageThread` was called.
+
+  /// A copy of the box that holds the view's `std::shared_ptr<juce::Component>`; null if the provider gives no view.
+  /// Makes view and view model unless they stand. `imageScale` as the provider has it.
+  cofu::core::boxed::Box createView(int imageScale);
+
+  /// Lets the view go, then delivers what waits, then lets the view model go.
+  void closeView();
+
+  void holdUpdates() SIVRAY_NONBLOCKING override;
+  void releaseUpdates() SIVRAY_NONBLOCKING override;
+  void programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override;
+  void programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override;
+  void programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) override;
+  void programChanged() override;
+  void parameterChanged(std::uint64_t parameterId) SIVRAY_NONBLOCKING override;
+  void midiReceived(const std::uint8_t* data, std::size_t size) SIVRAY_NONBLOCKING override;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,60 @@
+// The instrument's reports on their way to the view model of an open editor.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+#include "core/RealTime.h"
+#include "host/editor/JobStore.h"
+#include "host/editor/MessageThread.h"
+
+namespace tesh::bramel::vst {
+
+/// The message thread holds it weakly: when the editor is gone, so is what was not delivered.
+class Delivery final : public WakeUpListener {
+ public:
+  explicit Delivery(std::uint64_t parameterCount) : jobs(parameterCount) {}
+
+  // One thread at a time.
+
+  /// Has `put` add a job if an editor is open.
+  template <typename Put>
+  void enqueue(Put put) {
+    if (isOpen) {
+      put(jobs);
+      releaseJobs();
+    }
+  }
+  void holdUpdates() SIVRAY_NONBLOCKING { areUpdatesReleased = false; }
+  void releaseUpdates() SIVRAY_NONBLOCKING {
+    areUpdatesReleased = true;
+    releaseJobs();
+  }
+
+  // Message thread.
+
+  /// `thread` outlives this object.
+  void open(std::shared_ptr<IPluginEditViewModelOwner> newViewModel, MessageThread& thread);
+  /// Delivers also what waits for its block.
+  void close();
+  bool isViewModelOpen() const { return viewModel != nullptr; }
+  void wokenUp() override { deliver(JobStore::Extent::released); }
+
+ private:
+  void releaseJobs() SIVRAY_NONBLOCKING {
+    if (areUpdatesReleased && jobs.release()) {
+      messageThread.load()->wakeUp();
+    }
+  }
+  void deliver(JobStore::Extent extent);
+
+  JobStore jobs;
+  std::atomic<bool> isOpen = false;
+  std::atomic<bool> areUpdatesReleased = true;
+  std::atomic<MessageThread*> messageThread = nullptr;   ///< Not null once a job was put.
+  std::shared_ptr<IPluginEditViewModelOwner> viewModel;  ///< Null while closed.
+};
+
+}  // namespace tesh::bramel::vst

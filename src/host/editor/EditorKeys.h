@@ -1,0 +1,27 @@
+// What becomes of the keys that a host passes on.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include "host/vst/VstRecords.h"
+
+namespace tesh::bramel::vst {
+
+/// Message thread only.
+class EditorKeys {
+ public:
+  /// True if the text field that has the focus, anywhere in this process's editors, has used the key.
+  bool keyDown(const VstKeyCode& keyCode);
+  /// True for a character, and where a modifier key was released.
+  bool keyUp(const VstKeyCode& keyCode);
+
+  juce::ModifierKeys modifiersDown() const { return modifiers; }
+
+ private:
+  juce::ModifierKeys modifiers;  ///< Shift, alt and ctrl, as the host told.
+};
+
+}  // namespace tesh::bramel::vst

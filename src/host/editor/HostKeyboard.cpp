@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/editor/HostKeyboard.h"
+
+#include "host/editor/WindowKeys.h"
+
+namespace tesh::bramel::vst {
+
+HostKeyboard::HostKeyboard(juce::Component& newTop, void* newHostWindow) : top(newTop), hostWindow(newHostWindow) {
+  top.addMouseListener(this, true);
+  juce::Desktop::getInstance().addFocusChangeListener(this);
+  handleAsyncUpdate();
+}
+
+HostKeyboard::~HostKeyboard() {
+  juce::Desktop::getInstance().removeFocusChangeListener(this);
+  top.removeMouseListener(this);
+}
+
+void HostKeyboard::handleAsyncUpdate() {
+  juce::ComponentPeer* const peer = top.getPeer();
+  if (peer == nullptr) {
+    return;
+  }
+  if (juce::Component* const modal = juce::Component::getCurrentlyModalComponent()) {
+    lookAgainAfter(*modal);
+    return;
+  }
+  const bool isTyping = isTextFocused();
+  setTakesKeys(peer->getNativeHandle(), isTyping);
+  if (!isTyping && hasKeyboardFocus(peer->getNativeHandle())) {
+    juce::Component::unfocusAllComponents();
+    giveKeyboardFocusTo(hostWindow);
+  }
+}
+
+bool HostKeyboard::isTextFocused() const {
+  juce::Component* const focused = juce::Component::getCurrentlyFocusedComponent();
+  return dynamic_cast<juce::TextEditor*>(focused) != nullptr && top.isParentOf(focused);
+}
+
+void HostKeyboard::lookAgainAfter(juce::Component& modal) {
+  if (watchedModal == &modal) {
+    return;
+  }
+  watchedModal = &modal;
+  const auto lookAgain = [own = juce::WeakReference<HostKeyboard>(this)](int) {
+    if (own != nullptr) {
+      own->triggerAsyncUpdate();
+    }
+  };
+  juce::ModalComponentManager::getInstance()->attachCallback(&modal, juce::ModalCallbackFunction::create(lookAgain));
+}
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#define JUCE_GUI_BASICS_INCLUDE_XHEADERS 1
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include "host/editor/WindowKeys.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+Display* display() { return juce::XWindowSystem::getInstance()->getDisplay(); }
+
+Window handleOf(void* window) { return reinterpret_cast<Window>(window); }
+
+}  // namespace
+
+void setTakesKeys(void* window, bool takesKeys) {
+  constexpr long kKeys = KeyPressMask | KeyReleaseMask;
+  XWindowAttributes attributes{};
+  if (XGetWindowAttributes(display(), handleOf(window), &attributes) == 0) {
+    return;
+  }
+  const long others = attributes.your_event_mask & ~kKeys;
+  XSelectInput(display(), handleOf(window), takesKeys ? others | kKeys : others);
+}
+
+bool hasKeyboardFocus(void* window) {
+  Window focused = None;
+  int revertTo = RevertToNone;
+  XGetInputFocus(display(), &focused, &revertTo);
+  return focused == handleOf(window);
+}
+
+void giveKeyboardFocusTo(void* window) {
+  XSetInputFocus(display(), handleOf(window), RevertToParent, CurrentTime);
+  XFlush(display());
+}
+
+}  // namespace tesh::bramel::vst
+
+#endif

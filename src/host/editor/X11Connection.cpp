@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#define JUCE_GUI_BASICS_INCLUDE_XHEADERS 1
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include "host/editor/X11Connection.h"
+
+#include <array>
+
+#include <X11/Xlibint.h>  // Defines min and max: last.
+
+namespace tesh::bramel::vst {
+namespace {
+
+/// Errors have these codes, those of extensions included.
+constexpr int kFirstError = 1;
+constexpr int kLastError = 255;
+
+// Xlib gives its own reader of errors three pointers that may be written to.
+Bool dropError(Display* /*display*/, XErrorEvent* /*error*/, xError* /*wire*/) { return False; }
+
+}  // namespace
+
+void internWindowManagerAtoms() {
+  Display* const display = XOpenDisplay(nullptr);
+  if (display == nullptr) {
+    return;
+  }
+  std::array<const char*, 9> names{"WM_PROTOCOLS",        "WM_TAKE_FOCUS",   "WM_DELETE_WINDOW",
+                                   "_NET_WM_PING",        "WM_CHANGE_STATE", "WM_STATE",
+                                   "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE",   "_NET_WM_STATE_HIDDEN"};
+  std::array<Atom, names.size()> atoms{};
+  XInternAtoms(display, const_cast<char**>(names.data()), static_cast<int>(names.size()), False, atoms.data());
+  XCloseDisplay(display);
+}
+
+bool openConnection() {
+  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
+  if (display == nullptr) {
+    return false;
+  }
+  for (int code = kFirstError; code <= kLastError; ++code) {
+    XESetWireToError(display, code, dropError);
+  }
+  return true;
+}
+
+}  // namespace tesh::bramel::vst
+
+#endif
