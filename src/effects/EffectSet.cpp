@@ -1,4 +1,4 @@
-// The order of construction, and which class stands behind each type id.
+// The order of construction, and the class of each type id.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/EffectSet.h"
 

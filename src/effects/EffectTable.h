@@ -1,5 +1,5 @@
-// The thirty effect types by id: how they and their two edit values are called. The shorter list of the edit screen
-// stands in viewmodels/texts/EditScreenEffects.h.
+// The thirty effect types by id: the names of each type and of its two edit values. The shorter list of the edit
+// screen is in viewmodels/texts/EditScreenEffects.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,7 +21,7 @@ enum EffectTypeId : int {
   kTypePeakingEq = 24
 };
 
-/// Names of one effect type. An empty label stands for an edit value without a name of its own.
+/// Names of one effect type. A label is empty where an edit value has no name of its own.
 struct EffectType {
   const char* name;
   const char* edit1Label;

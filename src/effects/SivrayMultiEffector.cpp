@@ -126,7 +126,7 @@ void SivrayMultiEffector::takeType() {
   if (!pendingType.takeInto(type)) {
     return;
   }
-  // A fade that still runs is left as it stands: its old effect is dropped without a word.
+  // If a fade still runs, its old effect is dropped without `sleep`.
   SivrayFx* const next = effectOf(type);
   previous = current;
   current = next;
@@ -244,7 +244,7 @@ void SivrayMultiEffector::mix(StereoBlock block, int count) {
   }
 }
 
-/// Mixes until the wet factor has reached its target. Gives the number of frames that took.
+/// Mixes until the wet factor has reached its target. Returns the number of frames that this took.
 int SivrayMultiEffector::glideMix(StereoBlock block, int count) {
   const StereoBlock wet = buffers->work.from(0);
   int i = 0;

@@ -38,7 +38,7 @@ class SivrayMultiEffector {
   /// Clears the sound of every effect and ends all fades.
   void reset() SIVRAY_NONBLOCKING;
 
-  /// Sets Type (0), Switch (1), Edit1 (2) or Edit2 (3), unclamped. Gives the value, or 0 for another index, which is
+  /// Sets Type (0), Switch (1), Edit1 (2) or Edit2 (3), unclamped. Returns the value, or 0 for another index, which is
   /// ignored. A type outside the table leaves the sound as it is.
   int setValue(int index, int value) SIVRAY_NONBLOCKING;
 

@@ -17,7 +17,7 @@ class SivrayFxKilnode : public SivrayFx {
   /// Index 2 is masked to 7 bits and given back; other indices give 0.
   int setParameter(unsigned index, int value) override;
 
-  /// The tube keeps no sound; its smoothed values go on gliding.
+  /// The tube keeps no sound; its smoothed values keep moving to their targets.
   void reset() override {}
 
   /// Immediate mode puts the smoothed values on their targets once.

@@ -24,7 +24,8 @@ inline PlainLanes limited24(PlainLanes value) {
 }
 
 #if defined(__SSE2__)
-/// The machine multiplies unsigned values: 2^25 is added to make them so, and its share, a whole number, taken off.
+/// The instruction multiplies unsigned values: 2^25 is added first, and its share of the product, a whole number,
+/// subtracted afterwards.
 inline StereoLanes mulShift23(StereoLanes value, StereoLanes factor) {
   const __m128i raised = _mm_add_epi32(value.v, _mm_set1_epi32(1 << 25));
   const __m128i product = _mm_srli_epi64(_mm_mul_epu32(raised, factor.v), 23);

@@ -92,7 +92,7 @@ struct FormantBank {
   Lanes band{};
   Lanes low{};
 
-  /// Takes the mono input and the frequency coefficients (0 to 32767), and gives the sum of the band outputs.
+  /// Takes the mono input and the frequency coefficients (0 to 32767), and returns the sum of the band outputs.
   std::int32_t step(std::int32_t x, Lanes frequency) {
     const Lanes leak = Lanes::all(-32766);
     const Lanes damping = Lanes::all(1241);

@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Which of its values the filter gives out.
+/// Which of its values the filter outputs.
 enum class TolvanMode { kLowpass, kHighpass, kBandpass };
 
 /// A coefficient on a straight line across 64 samples, 23 fractional bits, never below 0.

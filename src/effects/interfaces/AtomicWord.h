@@ -6,8 +6,9 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// A value of one machine word with relaxed loads and stores, which cost what a plain variable costs. It orders nothing
-/// around it: two such words may be seen one after the other. Copies take the value at that moment.
+/// A value of one machine word with relaxed loads and stores, which cost what a plain variable costs. It orders
+/// nothing around it: another thread may see the new value of one word and the old value of the next. A copy holds the
+/// value of that moment.
 template <typename T>
 class Relaxed {
  public:

@@ -10,7 +10,7 @@ namespace tesh::vimo {
 
 namespace {
 
-/// Any sample other than 0. All bits are gathered before they are looked at, so that no branch stands in the loop.
+/// True if any sample is not 0. The loop collects all bits and tests them once, so that it has no branch.
 bool sounds(Int16Block block, unsigned count) {
   unsigned bits = 0;
   for (unsigned i = 0; i < count; ++i) {

@@ -24,10 +24,10 @@ class FastEffectAdapter : public BasicEffect {
   void processInt16(Int16Block in, Int16Block out, unsigned count) override;
 
  private:
-  /// Counts the silent samples at the output; `sounding` says that these were not silent.
+  /// Counts the silent samples at the output and falls asleep after enough; `sounding` starts the count again.
   void noteOutput(bool sounding, unsigned count);
 
-  /// Wakes when the input sounds. Gives false while the wrapper goes on sleeping.
+  /// Wakes if the input sounds. Returns false if the wrapper stays asleep.
   bool wakesWith(bool sounding);
 
   static constexpr unsigned kHoldSamples = 48000;

@@ -30,7 +30,7 @@ class SivrayFx {
   /// Processes `count` samples per channel in place; 0 leaves the block alone.
   virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
-  /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Gives the value that was taken.
+  /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Returns the value that it took.
   virtual int setParameter(unsigned index, int value) SIVRAY_NONBLOCKING = 0;
 
   /// Tempo in tenths of a beat per minute, 1200 for 120.0.

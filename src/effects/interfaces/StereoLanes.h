@@ -58,8 +58,8 @@ struct PlainLanes {
 };
 
 #if defined(__SSE2__)
-/// The same in the even lanes of a vector register, where one instruction multiplies 32 by 32 bits. The odd lanes hold
-/// nothing of meaning.
+/// The same arithmetic in the even lanes of a vector register, where one instruction multiplies 32 by 32 bits. The odd
+/// lanes hold rubbish.
 struct StereoLanes {
   __m128i v = _mm_setzero_si128();
 

@@ -8,7 +8,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// How far the right channel's phase stands ahead of the left one's: 17.5 degrees.
+/// Lead of the right channel's phase over the left one's: 17.5 degrees of a cycle of 2^32.
 inline constexpr std::int32_t kRightPhaseLead = 208732160;
 
 /// |phase| as a number that also holds 2^31.

@@ -24,7 +24,7 @@ class PlainGrainLanes {
  public:
   PlainGrainLanes(std::int16_t* lineA, std::int16_t* lineB) : a(lineA), b(lineB) {}
 
-  /// How far a tap lies on its way from the nearer to the farther sample.
+  /// Sets where a tap is read between the nearer sample (0) and the farther one.
   void setFraction(std::int32_t gain) { fraction = gain; }
   /// How much of the input goes into line A; the rest goes into line B.
   void setRecord(std::int32_t gain) { record = gain; }
@@ -60,8 +60,8 @@ class PlainGrainLanes {
 };
 
 #if defined(__SSE2__)
-/// The same in vector registers. A gain stands in the low word of a lane with 0 in the high word, so that the
-/// multiplication of word pairs gives one product a lane, whatever the high word of the other factor holds.
+/// The same law in vector registers. Each lane holds a gain in its low 16 bits and 0 in its high 16, so that the
+/// instruction that multiplies and adds word pairs yields one product per lane, whatever the other factor holds above.
 class GrainLanes {
  public:
   GrainLanes(std::int16_t* lineA, std::int16_t* lineB) : a(lineA), b(lineB) {}
