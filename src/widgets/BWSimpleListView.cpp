@@ -21,7 +21,11 @@ BWSimpleListView::BWSimpleListView()
   box.setRowHeight(kRowHeight);
   box.setColour(juce::ListBox::backgroundColourId, juce::Colours::transparentWhite);
   box.setModel(this);
+  // The wheel and the keys scroll the viewport, whose own bar would take room from the rows.
+  box.getViewport()->setScrollBarsShown(false, false, true, false);
+  scrollBar.addListener(this);
   addAndMakeVisible(box);
+  addAndMakeVisible(scrollBar);
 }
 
 BWSimpleListView::~BWSimpleListView() { box.setModel(nullptr); }
@@ -36,6 +40,7 @@ void BWSimpleListView::setDataSource(std::shared_ptr<const IBWSimpleListViewData
   const juce::ScopedValueSetter<bool> mute(muted, true);
   box.updateContent();
   box.repaint();
+  updateScrollBar();
 }
 
 void BWSimpleListView::setRenderer(std::shared_ptr<const IBWSimpleListViewRenderer> newRenderer) {
@@ -61,9 +66,21 @@ void BWSimpleListView::selectRow(int row) {
 
 void BWSimpleListView::resized() {
   box.setBounds(getLocalBounds());
+  scrollBar.setBounds(getLocalBounds().removeFromRight(getLookAndFeel().getDefaultScrollbarWidth()));
+  updateScrollBar();
   if (selectedRow >= 0 && selectedRow < getNumRows()) {
     box.scrollToEnsureRowIsOnscreen(selectedRow);
   }
+}
+
+void BWSimpleListView::updateScrollBar() {
+  const juce::Viewport& viewport = *box.getViewport();
+  scrollBar.setRangeLimits(0.0, getNumRows() * kRowHeight, juce::dontSendNotification);
+  scrollBar.setCurrentRange(viewport.getViewPositionY(), viewport.getViewHeight(), juce::dontSendNotification);
+}
+
+void BWSimpleListView::scrollBarMoved(juce::ScrollBar* /*bar*/, double start) {
+  box.getViewport()->setViewPosition(0, juce::roundToInt(start));
 }
 
 bool BWSimpleListView::keyPressed(const juce::KeyPress& key) {

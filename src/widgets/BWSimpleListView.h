@@ -14,7 +14,8 @@
 
 namespace tesh::bramel {
 
-class BWSimpleListView : public juce::Component, public juce::ListBoxModel {
+/// The scroll bar lies over the rows, which take the whole width.
+class BWSimpleListView : public juce::Component, public juce::ListBoxModel, private juce::ScrollBar::Listener {
  public:
   static constexpr int kRowHeight = 28;
 
@@ -45,14 +46,19 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel {
   juce::String getNameForRow(int row) override;
   void paintListBoxItem(int row, juce::Graphics& graphics, int width, int height, bool selected) override;
   void selectedRowsChanged(int lastRow) override;
+  void listWasScrolled() override { updateScrollBar(); }
   void listBoxItemClicked(int row, const juce::MouseEvent& event) override;
 
  private:
+  void scrollBarMoved(juce::ScrollBar* bar, double start) override;
+  void updateScrollBar();
+
   IBWSimpleListViewListener* listener = nullptr;
   std::shared_ptr<const IBWSimpleListViewDataSource> dataSource;
   std::shared_ptr<BWSimpleListViewDefaultRenderer> defaultRenderer;
   std::shared_ptr<const IBWSimpleListViewRenderer> renderer;
   juce::ListBox box;
+  juce::ScrollBar scrollBar{true};
   TypeAhead typeAhead;
   bool muted = false;
   int selectedRow = -1;

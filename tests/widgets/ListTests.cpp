@@ -75,6 +75,19 @@ TEST_F(SimpleList, KeepsItsRowInViewWhenItShrinks) {
   EXPECT_EQ(topRow(), 3);
 }
 
+TEST_F(SimpleList, ItsScrollBarLiesOverTheRowsAndShowsOnlyIfNeeded) {
+  auto& box = dynamic_cast<juce::ListBox&>(*list.getChildComponent(0));
+  auto& bar = dynamic_cast<juce::ScrollBar&>(*list.getChildComponent(1));
+  EXPECT_EQ(box.getRowPosition(0, true).getWidth(), 200);
+  EXPECT_TRUE(bar.isVisible());
+  list.selectRow(5);
+  EXPECT_EQ(bar.getCurrentRangeStart(), 2 * BWSimpleListView::kRowHeight);
+  bar.setCurrentRangeStart(BWSimpleListView::kRowHeight, juce::sendNotificationSync);
+  EXPECT_EQ(topRow(), 1);
+  list.setItems({"one", "two"});
+  EXPECT_FALSE(bar.isVisible());
+}
+
 TEST_F(SimpleList, TypedLettersSelectAndTell) {
   EXPECT_TRUE(list.keyPressed(juce::KeyPress('d', juce::ModifierKeys(), 'd')));
   EXPECT_THAT(log.lines, ElementsAre("selected 4"));
