@@ -1,6 +1,7 @@
 // Files of exported programs, given to a whole instrument: whatever their bytes, what comes of them stays within its
 // bound, can be selected and played, and is gone once it has been deleted. The input follows the header of an exported
-// file. SPDX-License-Identifier: GPL-3.0-or-later
+// file.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <unistd.h>
 
 #include <cmath>

@@ -1,5 +1,6 @@
 // The macro chunk: the macro list, the factory programs and the current values, read in four versions and written in
-// the newest. SPDX-License-Identifier: GPL-3.0-or-later
+// the newest.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
 #include <optional>

@@ -1,4 +1,5 @@
-// Movements and program selection; the chunk stands in MacroChunk.cpp. SPDX-License-Identifier: GPL-3.0-or-later
+// Movements and program selection; the chunk stands in MacroChunk.cpp.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroController.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// The one place that knows all kinds of sets. SPDX-License-Identifier: GPL-3.0-or-later
+// The one place that knows all kinds of sets.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetBase.h"
 
 #include "macro/MacroSetLinear.h"

@@ -1,4 +1,5 @@
-// The block loop; the host's state stands in StateContent.cpp. SPDX-License-Identifier: GPL-3.0-or-later
+// The block loop; the host's state stands in StateContent.cpp.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/PluginMacroControllable.h"
 
 #include <algorithm>

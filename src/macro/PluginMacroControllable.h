@@ -1,5 +1,6 @@
 // The shell around a generator and its macros: the command queues between the other threads and the audio thread, and
-// the loop that runs once a block. SPDX-License-Identifier: GPL-3.0-or-later
+// the loop that runs once a block.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // What stands where on the panel: rectangles, image names, colours and fonts. Pixels of the panel at 100 %, from its
-// top left corner. SPDX-License-Identifier: GPL-3.0-or-later
+// top left corner.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>

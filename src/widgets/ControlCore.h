@@ -1,5 +1,6 @@
 // The listener and the property map of a control, and a base that answers for them, so that a widget only has its
-// value. SPDX-License-Identifier: GPL-3.0-or-later
+// value.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <map>

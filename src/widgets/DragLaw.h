@@ -1,5 +1,6 @@
 // How a pointer moves a value: the relative drag of knobs and faders, the absolute position, and the rounding to
-// states. Pure functions. SPDX-License-Identifier: GPL-3.0-or-later
+// states. Pure functions.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // What every control of the panel is: a value of one of three kinds, a bag of named properties and one listener.
-// Controls know nothing of parameters. Message thread only. SPDX-License-Identifier: GPL-3.0-or-later
+// Controls know nothing of parameters. Message thread only.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // What a screen reader says of a control: its name is the component's title (`setTitle`), its value a text of the
-// view's. SPDX-License-Identifier: GPL-3.0-or-later
+// view's.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <juce_gui_basics/juce_gui_basics.h>

@@ -1,5 +1,6 @@
 // The plug-in in a host that notes every call: files in a folder of their own, two parameters that the host sees and
-// one between them that it does not. SPDX-License-Identifier: GPL-3.0-or-later
+// one between them that it does not.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 // The recipes, one function per element. Each draws at 0, 0 of the canvas, in panel pixels; sizes are the pictures'
-// own. SPDX-License-Identifier: GPL-3.0-or-later
+// own.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "Canvas.h"

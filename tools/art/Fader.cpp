@@ -1,5 +1,6 @@
 // The fader's handle: porcelain with a hollow for the finger and a cobalt line. Its place clips the picture to the 34
-// columns in the middle. SPDX-License-Identifier: GPL-3.0-or-later
+// columns in the middle.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Elements.h"
 #include "Palette.h"
 

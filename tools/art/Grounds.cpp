@@ -1,5 +1,6 @@
 // The two grounds, cobalt above the line and bisque below it, with everything that is printed on them or sunk into
-// them. SPDX-License-Identifier: GPL-3.0-or-later
+// them.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 
 #include "Elements.h"

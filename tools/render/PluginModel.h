@@ -1,5 +1,6 @@
 // The instrument's state, taken apart: its macros, programs and names, read out of the bytes that a host saves,
-// changed, and put together again. SPDX-License-Identifier: GPL-3.0-or-later
+// changed, and put together again.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>

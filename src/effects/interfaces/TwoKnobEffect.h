@@ -1,6 +1,6 @@
 // The frame around the law of an effect with two knobs: it takes knob values on any thread, hands the settings that
-// they make to the audio thread, moves the smoothed values and runs the law sample by sample. SPDX-License-Identifier:
-// GPL-3.0-or-later
+// they make to the audio thread, moves the smoothed values and runs the law sample by sample.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // The editor of one instrument, in whatever window it may stand: it owns view and view model while it is open, and
-// carries the instrument's reports to the message thread. SPDX-License-Identifier: GPL-3.0-or-later
+// carries the instrument's reports to the message thread.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

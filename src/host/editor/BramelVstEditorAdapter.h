@@ -1,5 +1,6 @@
 // The editor as a host of this plug-in interface sees it: it opens in the host's window and takes the keys that the
-// host passes on. SPDX-License-Identifier: GPL-3.0-or-later
+// host passes on.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <chrono>

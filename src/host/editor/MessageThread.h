@@ -1,5 +1,6 @@
 // The thread on which all of JUCE happens. On Linux it is one of our own, since no host's idle calls can be relied on;
-// on Windows it is the host's main thread. SPDX-License-Identifier: GPL-3.0-or-later
+// on Windows it is the host's main thread.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <chrono>

@@ -1,5 +1,6 @@
 // What JUCE's connection to the X server needs inside a host: hosts run without a window manager, and destroy windows
-// that are still drawn on. SPDX-License-Identifier: GPL-3.0-or-later
+// that are still drawn on.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 namespace tesh::bramel::vst {

@@ -1,4 +1,5 @@
-// Construction, time, identity, keys and wiring. SPDX-License-Identifier: GPL-3.0-or-later
+// Construction, time, identity, keys and wiring.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/BramelInstrument.h"
 
 #include <cmath>

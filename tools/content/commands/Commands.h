@@ -1,5 +1,6 @@
 // What sivray-content can do. Each command takes the program's words and ends the program with one line on standard
-// error when it fails. SPDX-License-Identifier: GPL-3.0-or-later
+// error when it fails.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <juce_core/juce_core.h>

@@ -1,6 +1,6 @@
 // Brings the pads of a kit to the levels of their roles: as loud as each role asks for, with peaks inside one window
-// for all pads of all kits, so that stepping through the programs never startles. SPDX-License-Identifier:
-// GPL-3.0-or-later
+// for all pads of all kits, so that stepping through the programs never startles.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>

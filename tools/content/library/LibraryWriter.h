@@ -1,5 +1,6 @@
 // The four files of a sample library, made of its waves: the sample data, and the three index files that stand beside
-// it. SPDX-License-Identifier: GPL-3.0-or-later
+// it.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // Hands: every one is a short burst of noise in its own band, a few of them never quite together, and what comes back
-// from the walls. SPDX-License-Identifier: GPL-3.0-or-later
+// from the walls.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
 #include "content/models/Models.h"

@@ -1,5 +1,6 @@
 // Electronic hats, cymbals and cowbells: a cluster of squares whose pitches have no common measure, cut to two bands
-// that fall at their own pace. SPDX-License-Identifier: GPL-3.0-or-later
+// that fall at their own pace.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/models/Models.h"
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"

@@ -1,6 +1,6 @@
 // A struck plate of bronze: hats, cymbals, gongs. Hundreds of modes, the high ones waking late and dying first, a wash
-// of noise where they lie too close to be told apart, and the tip of the stick. SPDX-License-Identifier:
-// GPL-3.0-or-later
+// of noise where they lie too close to be told apart, and the tip of the stick.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
 

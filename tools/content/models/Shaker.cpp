@@ -1,5 +1,6 @@
 // Many small collisions: seeds in a gourd, jingles in a frame, teeth under a stick, dust in a groove. Their rate
-// follows the movement; each one excites the same few resonances. SPDX-License-Identifier: GPL-3.0-or-later
+// follows the movement; each one excites the same few resonances.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
 #include "content/models/Models.h"
