@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "host/adapter/BramelVstAdapter.h"
 #include "host/adapter/SivrayInstrumentProvider.h"
 #include "host/shell/BramelInstrument.h"
@@ -17,31 +18,7 @@
 namespace {
 
 using namespace tesh::bramel::vst;
-
-/// What is left of the input; past its end everything is 0.
-class Input {
- public:
-  Input(const std::uint8_t* newData, std::size_t newSize) : data(newData), left(newSize) {}
-  bool isEmpty() const { return left == 0; }
-  std::vector<std::uint8_t> bytes(std::size_t most) {
-    const std::size_t count = std::min(most, left);
-    std::vector<std::uint8_t> taken(data, data + count);
-    data += count;
-    left -= count;
-    return taken;
-  }
-  template <class Number>
-  Number number() {
-    Number value{};
-    const auto taken = bytes(sizeof(value));
-    std::copy(taken.begin(), taken.end(), reinterpret_cast<std::uint8_t*>(&value));
-    return value;
-  }
-
- private:
-  const std::uint8_t* data;
-  std::size_t left;
-};
+using fuzz::Input;
 
 /// The plug-in, which lives through all inputs and starts each from the same state.
 class Host {

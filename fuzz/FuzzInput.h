@@ -1,0 +1,37 @@
+// The bytes of an input, read as numbers one after the other.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace fuzz {
+
+/// What is left of the input; past its end everything is 0.
+class Input {
+ public:
+  Input(const std::uint8_t* newData, std::size_t newSize) : data(newData), left(newSize) {}
+  bool isEmpty() const { return left == 0; }
+  std::vector<std::uint8_t> bytes(std::size_t most) {
+    const std::size_t count = std::min(most, left);
+    std::vector<std::uint8_t> taken(data, data + count);
+    data += count;
+    left -= count;
+    return taken;
+  }
+  template <class Number>
+  Number number() {
+    Number value{};
+    const auto taken = bytes(sizeof(value));
+    std::copy(taken.begin(), taken.end(), reinterpret_cast<std::uint8_t*>(&value));
+    return value;
+  }
+
+ private:
+  const std::uint8_t* data;
+  std::size_t left;
+};
+
+}  // namespace fuzz
