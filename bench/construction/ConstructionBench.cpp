@@ -39,7 +39,8 @@ void selectNextProgram(benchmark::State& state) {
   block.midiIn = &midi;
   std::uint32_t program = 0;
   for (auto _ : state) {
-    program = (program + 1) % static_cast<std::uint32_t>(processor->controller().programCount(0));
+    program = (program + 1) %
+              static_cast<std::uint32_t>(processor->controller().programs().programCount(vimo::Bank::factory));
     processor->programQueue.put(vimo::MidiEvent::programChange(1, 0, program));
     processor->process(block, 0, 1.0, 0.0);
   }

@@ -34,8 +34,8 @@ struct Scene {
         control.addSet(std::move(curve));
       }
     }
-    processor.controller().storeCurrent(0);
-    processor.controller().storeCurrent(0);
+    processor.controller().programs().storeCurrent(Bank::factory);
+    processor.controller().programs().storeCurrent(Bank::factory);
     processor.generator().activate();
     block.outputs = outputs.data();
     block.automationRing = &automation;

@@ -70,7 +70,7 @@ std::optional<ChunkHeader> readHeader(std::span<const std::uint8_t> chunk) {
   header.nameBytes = texts[0];
   header.commentBytes = texts[1];
   header.time = texts[2];
-  header.selection = {texts[3], texts[4]};
+  header.selection = {texts[3], Bank{texts[4]}};
   return header;
 }
 
@@ -98,8 +98,8 @@ void Controller::readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts
   const std::uint64_t databaseStart = std::uint64_t{header->bytes} + header->macroBytes;
   if (parts == ChunkParts::all) {
     readMacroSection(bytesAt(chunk, header->bytes, header->macroBytes));
-    loadDatabase(static_cast<std::uint64_t>(Bank::factory), bytesAt(chunk, databaseStart, header->databaseBytes),
-                 header->macroCount, ProgramDatabase::Mode::replace);
+    shelf.loadDatabase(Bank::factory, bytesAt(chunk, databaseStart, header->databaseBytes), header->macroCount,
+                       ProgramDatabase::Mode::replace);
   }
   const auto values = bytesAt(chunk, databaseStart + header->databaseBytes);
   readValues(values, header->macroCount, header->version == kVersionWithObjects);
@@ -114,7 +114,7 @@ void Controller::readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts
     selectedComment.assign(*comment);
   }
   selectedTime = header->time;
-  selected = header->selection;
+  shelf.setSelection(header->selection.program, header->selection.bank);
 }
 
 void Controller::readMacroSection(std::span<const std::uint8_t> section) {
@@ -146,13 +146,13 @@ void Controller::readValues(std::span<const std::uint8_t> values, std::uint32_t 
 
 void Controller::writeChunk(std::vector<std::uint8_t>& out) {
   const auto list = macroSection();
-  const auto factory = static_cast<std::uint64_t>(Bank::factory);
+  const ProgramSelection selected = shelf.selection();
   const auto count = static_cast<std::uint32_t>(macros.size());
   ByteWriter writer(out);
   writer.word(kVersionWithObjects);
   writer.word(count);
   writer.word(static_cast<std::uint32_t>(list.size()));
-  writer.word(static_cast<std::uint32_t>(databaseByteSize(factory)));
+  writer.word(static_cast<std::uint32_t>(shelf.databaseByteSize(Bank::factory)));
   writer.word(4);
   writer.word(static_cast<std::uint32_t>(kObjectValueBytes) * count);
   writer.word(0);
@@ -162,7 +162,7 @@ void Controller::writeChunk(std::vector<std::uint8_t>& out) {
   writer.word(static_cast<std::uint32_t>(selected.program));
   writer.word(static_cast<std::uint32_t>(selected.bank));
   writer.bytes(list);
-  saveDatabase(factory, out);
+  shelf.saveDatabase(Bank::factory, out);
   for (const auto& macro : macros) {
     writer.real(macro->storedValue);
     writer.longWord(macro->objectValue);
@@ -191,7 +191,7 @@ void Controller::readPatches(std::span<const std::uint8_t> file) {
     return;
   }
   const auto image = bytesAt(file, std::uint64_t{header->bytes} + header->macroBytes, header->databaseBytes);
-  loadDatabase(static_cast<std::uint64_t>(Bank::factory), image, header->macroCount, ProgramDatabase::Mode::append);
+  shelf.loadDatabase(Bank::factory, image, header->macroCount, ProgramDatabase::Mode::append);
 }
 
 }  // namespace tesh::vimo

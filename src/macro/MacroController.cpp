@@ -1,4 +1,4 @@
-// Movements and program selection; the chunk stands in MacroChunk.cpp.
+// Movements and the selection of programs; MacroChunk.cpp reads and writes the chunk.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroController.h"
 
@@ -78,12 +78,13 @@ void Controller::endTemporaryMoves(std::uint32_t frame, ProcessBlock& block) {
   }
 }
 
-void Controller::selectProgram(std::uint64_t program, std::uint64_t bank, std::uint32_t frame, ProcessBlock& block) {
-  if (selected == ProgramSelection{program, bank} || programCount(bank) == 0) {
+void Controller::selectProgram(std::uint64_t program, Bank bank, std::uint32_t frame, ProcessBlock& block) {
+  const std::uint64_t count = shelf.programCount(bank);
+  if (shelf.selection() == ProgramSelection{program, bank} || count == 0) {
     return;
   }
-  selected = {std::min(program, programCount(bank) - 1), bank};
-  const ProgramRecord& record = *database(bank)->record(selected.program);
+  shelf.setSelection(std::min(program, count - 1), bank);
+  const ProgramRecord& record = *shelf.database(bank)->record(shelf.selection().program);
   // No text of a record is longer than the room that both have from the start.
   cofu::core::vouchFor([&] {
     selectedName.assign(ProgramRecord::textOf(record.name));
@@ -122,8 +123,8 @@ std::uint64_t Controller::stepCount(std::uint64_t index) const {
 
 void Controller::clearMacros() {
   macros.clear();
-  databaseAt(static_cast<std::uint64_t>(Bank::factory))->setMacroCount(0);
-  databaseAt(static_cast<std::uint64_t>(Bank::user))->setMacroCount(0);
+  shelf.fit(Bank::factory);
+  shelf.fit(Bank::user);
   owner.macroListChanged();
 }
 

@@ -46,8 +46,7 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   void endTemporaryMoves(std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
   /// Sets every macro as the program says, or to its default where the program is shorter than the list. The selected
   /// program, an empty database and a bank past the four do nothing; a program past the list is the last one.
-  void selectProgram(std::uint64_t program, std::uint64_t bank, std::uint32_t frame,
-                     ProcessBlock& block) SIVRAY_NONBLOCKING;
+  void selectProgram(std::uint64_t program, Bank bank, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
 
   /// How many positions a control of the macro has: the values of its first set where that is quantized, else the
   /// integers that its engine parameter passes between the set's ends.

@@ -1,4 +1,4 @@
-// The block loop; the host's state stands in StateContent.cpp.
+// The block loop; StateContent.cpp reads and writes the host's state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/PluginMacroControllable.h"
 
@@ -102,7 +102,7 @@ void Controllable::runProgramChanges(ProcessBlock& block, const BlockClock& cloc
     }
     auto event = programQueue.take();
     if (event->status() == kProgramChange) {
-      ownController.selectProgram(event->program, event->byteAt(1), *frame, block);
+      ownController.selectProgram(event->program, Bank{event->byteAt(1)}, *frame, block);
       if (editor) {
         editor->programSelected();
       }

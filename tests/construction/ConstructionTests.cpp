@@ -110,7 +110,7 @@ TEST_F(Construction, ComesUpWithTheFirstProgramInItsFirstBlock) {
   EXPECT_NE(processor->generator().sampleLibrary(), nullptr);
   EXPECT_NE(processor->programQueue.peek(), nullptr);
 
-  controller.setSelection(1, 0);
+  controller.programs().setSelection(1, vimo::Bank::factory);
   runBlock(*processor);
   EXPECT_EQ(processor->programQueue.peek(), nullptr);
   EXPECT_EQ(controller.programName(), "0");
@@ -131,8 +131,8 @@ TEST_F(Construction, ReadsUserProgramsOfBothHeads) {
     }
     write(userFolder / "Sivray_User.prog", file);
     const auto processor = makeProcessor();
-    ASSERT_EQ(processor->controller().programCount(2), 2U) << version;
-    const auto entries = processor->controller().database(2)->entries(1);
+    ASSERT_EQ(processor->controller().programs().programCount(vimo::Bank::user), 2U) << version;
+    const auto entries = processor->controller().programs().database(vimo::Bank::user)->entries(1);
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(entries[0].value, 0.5F);
     EXPECT_EQ(entries[1].value, 0.125F);

@@ -70,7 +70,8 @@ TEST(MacroChunk, ReadsEveryVersion) {
     EXPECT_EQ(scene.controller().programName(), hasTexts ? "KitX" : "");
     EXPECT_EQ(scene.controller().programComment(), hasTexts ? "fun" : "");
     EXPECT_EQ(scene.controller().programTime(), hasTexts ? 99U : 0U);
-    EXPECT_EQ(scene.controller().selection(), hasTexts ? (ProgramSelection{6, 2}) : (ProgramSelection{0, 0}));
+    EXPECT_EQ(scene.controller().programs().selection(),
+              hasTexts ? (ProgramSelection{6, Bank::user}) : (ProgramSelection{0, Bank::factory}));
   }
 }
 
@@ -147,10 +148,10 @@ TEST(MacroChunk, WritesWhatItReads) {
   scene.controller().writeChunk(chunk);
   Scene other;
   other.controller().readChunk(chunk, Parts::all);
-  EXPECT_EQ(other.controller().programCount(0), 2U);
-  EXPECT_EQ(other.controller().database(0)->name(0), "One");
+  EXPECT_EQ(other.controller().programs().programCount(Bank::factory), 2U);
+  EXPECT_EQ(other.controller().programs().database(Bank::factory)->name(0), "One");
   EXPECT_EQ(other.macro(0).name(), "Level");
-  EXPECT_EQ(other.controller().selection(), (ProgramSelection{1, 0}));
+  EXPECT_EQ(other.controller().programs().selection(), (ProgramSelection{1, Bank::factory}));
   Bytes again;
   other.controller().writeChunk(again);
   ASSERT_EQ(again.size(), chunk.size());
@@ -187,7 +188,7 @@ TEST(MacroChunk, PatchesAddToTheFactoryBank) {
   Scene scene;
   fill(scene);
   Bytes image;
-  scene.controller().saveDatabase(0, image);
+  scene.controller().programs().saveDatabase(Bank::factory, image);
   for (const std::uint32_t version : {768U, 1024U}) {
     Bytes file;
     ByteWriter writer(file);
@@ -197,7 +198,7 @@ TEST(MacroChunk, PatchesAddToTheFactoryBank) {
     writer.zeros(28 + 5);
     writer.bytes(image);
     scene.controller().readPatches(file);
-    EXPECT_EQ(scene.controller().programCount(0), 4U) << version;
+    EXPECT_EQ(scene.controller().programs().programCount(Bank::factory), 4U) << version;
   }
 }
 
@@ -212,13 +213,13 @@ TEST(StateContent, ComesBackWithoutTouchingProgramsOrMacros) {
 
   scene.processor->running = true;
   scene.select(0);
-  scene.controller().storeCurrent(0);
+  scene.controller().programs().storeCurrent(Bank::factory);
   scene.processor->setStateContent(content);
   EXPECT_FALSE(scene.processor->running);
   EXPECT_EQ(scene.generator->log, "");
-  EXPECT_EQ(scene.controller().programCount(0), 3U);
+  EXPECT_EQ(scene.controller().programs().programCount(Bank::factory), 3U);
   EXPECT_EQ(scene.controller().programName(), "Two");
-  EXPECT_EQ(scene.controller().selection(), (ProgramSelection{1, 0}));
+  EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{1, Bank::factory}));
   EXPECT_EQ(scene.controller().macroValue(0), 0.75F);
   EXPECT_EQ(scene.controller().macroObject(1), 0x123456789AULL);
   EXPECT_EQ(scene.generator->plain.at(100), 0.75F);

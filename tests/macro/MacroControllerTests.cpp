@@ -116,7 +116,7 @@ TEST(MacroController, SelectingAProgramSetsEveryMacroOnce) {
   scene.macro(2).defaultValue = 0.625F;
   scene.select(9);
   EXPECT_EQ(scene.echo.moves, (Moves{{0, 0.75F, 0, 0}, {1, 1.0F, 0, 0}, {2, 0.625F, 0, 0}}));
-  EXPECT_EQ(scene.controller().selection(), (ProgramSelection{1, 0}));
+  EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{1, Bank::factory}));
   EXPECT_EQ(scene.controller().programName(), "Two");
   scene.command(Kind::setMacro, 0, 0.1F);
   scene.select(1);
@@ -124,7 +124,7 @@ TEST(MacroController, SelectingAProgramSetsEveryMacroOnce) {
   EXPECT_EQ(scene.echo.programs, 2);
   scene.select(0, 1);
   scene.select(0, 4);
-  EXPECT_EQ(scene.controller().selection(), (ProgramSelection{1, 0}));
+  EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{1, Bank::factory}));
 }
 
 TEST(MacroController, ImagesOfAnotherMacroCountAreFitted) {
@@ -132,18 +132,19 @@ TEST(MacroController, ImagesOfAnotherMacroCountAreFitted) {
   writer.addMacros(10);
   writer.store("Old", std::vector<float>(10, 0.5F));
   Bytes image;
-  writer.controller().saveDatabase(0, image);
+  writer.controller().programs().saveDatabase(Bank::factory, image);
   for (const std::size_t count : {8U, 12U}) {
     Scene scene;
     scene.addMacros(count);
     scene.macro(count - 1).defaultValue = 0.25F;
-    scene.controller().loadDatabase(2, image, 10, ProgramDatabase::Mode::replace);
-    const auto entries = scene.controller().database(2)->entries(0);
+    scene.controller().programs().loadDatabase(Bank::user, image, 10, ProgramDatabase::Mode::replace);
+    const auto entries = scene.controller().programs().database(Bank::user)->entries(0);
     ASSERT_EQ(entries.size(), count);
     EXPECT_EQ(entries[count - 1].value, count == 12 ? 0.25F : 0.5F);
 
-    scene.controller().loadDatabase(3, Bytes{1, 2, 3, 4}, 0, ProgramDatabase::Mode::append);
-    EXPECT_EQ(scene.controller().database(2)->entries(0)[0].value, 0.5F) << "no program came, none may change";
+    scene.controller().programs().loadDatabase(Bank::ghost, Bytes{1, 2, 3, 4}, 0, ProgramDatabase::Mode::append);
+    EXPECT_EQ(scene.controller().programs().database(Bank::user)->entries(0)[0].value, 0.5F)
+        << "no program came, none may change";
   }
 }
 
@@ -161,29 +162,29 @@ TEST(MacroController, TheSelectionFollowsItsProgram) {
                                             {2, 9, 4, 4}}) {
     Scene scene;
     for (int i = 0; i < 7; ++i) {
-      scene.controller().storeCurrent(2);
+      scene.controller().programs().storeCurrent(Bank::user);
     }
-    scene.controller().setSelection(move.before, 2);
-    scene.controller().moveProgram(2, move.from, move.to);
-    EXPECT_EQ(scene.controller().selection(), (ProgramSelection{move.after, 2}));
+    scene.controller().programs().setSelection(move.before, Bank::user);
+    scene.controller().programs().moveProgram(Bank::user, move.from, move.to);
+    EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{move.after, Bank::user}));
   }
 }
 
 TEST(MacroController, DeletingTheSelectedNumberLeavesTheGhostBank) {
   Scene scene;
   for (int i = 0; i < 5; ++i) {
-    scene.controller().storeCurrent(2);
+    scene.controller().programs().storeCurrent(Bank::user);
   }
-  scene.controller().setSelection(3, 0);
-  scene.controller().deleteProgram(3, 2);
-  EXPECT_EQ(scene.controller().selection(), (ProgramSelection{3, 3}));
-  scene.controller().setSelection(3, 2);
-  scene.controller().deleteProgram(1, 2);
-  EXPECT_EQ(scene.controller().selection(), (ProgramSelection{2, 2}));
-  scene.controller().deleteProgram(2, 2);
-  scene.controller().deleteProgram(2, 2);
-  EXPECT_EQ(scene.controller().selection(), (ProgramSelection{2, 3}));
-  EXPECT_EQ(scene.controller().programCount(2), 2U);
+  scene.controller().programs().setSelection(3, Bank::factory);
+  scene.controller().programs().deleteProgram(3, Bank::user);
+  EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{3, Bank::ghost}));
+  scene.controller().programs().setSelection(3, Bank::user);
+  scene.controller().programs().deleteProgram(1, Bank::user);
+  EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{2, Bank::user}));
+  scene.controller().programs().deleteProgram(2, Bank::user);
+  scene.controller().programs().deleteProgram(2, Bank::user);
+  EXPECT_EQ(scene.controller().programs().selection(), (ProgramSelection{2, Bank::ghost}));
+  EXPECT_EQ(scene.controller().programs().programCount(Bank::user), 2U);
 }
 
 TEST(MacroController, StepsComeFromTheFirstSet) {

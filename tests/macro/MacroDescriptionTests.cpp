@@ -103,7 +103,7 @@ TEST(MacroDescription, FilesAreReadInTheirOrder) {
   EXPECT_TRUE(scene.controller().automationBlacklist.empty());
   loadDescription(bytesOf(text), source, *scene.processor, Parts::all);
   EXPECT_EQ(scene.controller().macroCount(), 2U);
-  EXPECT_EQ(scene.controller().programCount(0), 1U);
+  EXPECT_EQ(scene.controller().programs().programCount(Bank::factory), 1U);
   EXPECT_TRUE(scene.controller().isHidden(1));
   EXPECT_EQ(scene.generator->state, (Bytes{9, 9}));
   EXPECT_EQ(scene.generator->log, "ss");

@@ -114,7 +114,7 @@ struct Scene {
       macro(i).storedValue = values[i];
     }
     controller().setProgramName(name);
-    controller().storeCurrent(0);
+    controller().programs().storeCurrent(Bank::factory);
   }
 
   void select(std::uint32_t program, std::uint8_t bank = 0) {

@@ -45,7 +45,7 @@ inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2) {
   }
   controller.ccMap = {{7, 8}, {vimo::MacroControllerBase::kPitchBendKey, 24}};
   for (int program = 0; program < programs; ++program) {
-    controller.storeCurrent(0);
+    controller.programs().storeCurrent(vimo::Bank::factory);
   }
   processor->generator().activate();
   auto shell = std::make_unique<BramelInstrument>(std::move(processor));

@@ -59,7 +59,7 @@ inline std::shared_ptr<tesh::bramel::vst::BramelInstrument> makeInstrument(const
   controller.automationBlacklist = {kHidden};
   for (const char* const name : {"first", "second", "third"}) {
     controller.setProgramName(name);
-    controller.storeCurrent(0);
+    controller.programs().storeCurrent(tesh::vimo::Bank::factory);
   }
   processor->generator().activate();
   return std::make_shared<BramelInstrument>(std::move(processor));

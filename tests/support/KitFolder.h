@@ -80,9 +80,9 @@ class KitFolder {
   void storeProgram(const char* name) {
     Controller& controller = processor.controller();
     controller.setProgramName(name);
-    controller.storeCurrent(0);
+    controller.programs().storeCurrent(tesh::vimo::Bank::factory);
     // The state shows no program as selected, so that the first block selects the first.
-    controller.setSelection(0, static_cast<std::uint64_t>(tesh::vimo::Bank::ghost));
+    controller.programs().setSelection(0, tesh::vimo::Bank::ghost);
   }
 
   SampleFolder samples;

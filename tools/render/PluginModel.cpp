@@ -89,8 +89,8 @@ bool PluginModel::takeIn(std::span<const std::uint8_t> state) {
   using namespace tesh::bramel;
   const auto file = readFile(pathFor(kBramelPath_UserProgram, vst::kInstrumentName));
   if (const auto bank = tesh::vimo::readUserProgramFile(file)) {
-    processor.controller().loadDatabase(static_cast<std::uint64_t>(Bank::user), bank->image, bank->macroCount,
-                                        ProgramDatabase::Mode::replace);
+    processor.controller().programs().loadDatabase(Bank::user, bank->image, bank->macroCount,
+                                                   ProgramDatabase::Mode::replace);
   }
   return true;
 }
@@ -186,7 +186,7 @@ void PluginModel::setMacro(std::size_t macro, float value) {
 std::vector<ListedProgram> PluginModel::programs() const {
   std::vector<ListedProgram> list;
   for (const auto& [bank, prefix] : {std::pair(Bank::factory, ""), std::pair(Bank::user, "U")}) {
-    const ProgramDatabase* database = processor.controller().database(static_cast<std::uint64_t>(bank));
+    const ProgramDatabase* database = processor.controller().programs().database(bank);
     for (std::size_t i = 0; i < database->programCount(); ++i) {
       list.push_back({prefix + std::to_string(i), database->name(i), database->comment(i)});
     }
@@ -205,12 +205,11 @@ void PluginModel::selectProgram(const std::string& text) {
     throw RenderError("there is no program '" + text + "'; see --list-programs");
   }
   const auto place = static_cast<std::uint64_t>(found - list.begin());
-  const std::uint64_t factoryCount = processor.controller().programCount(static_cast<std::uint64_t>(Bank::factory));
+  const std::uint64_t factoryCount = processor.controller().programs().programCount(Bank::factory);
   const Bank bank = place < factoryCount ? Bank::factory : Bank::user;
-  processor.controller().setSelection(0, static_cast<std::uint64_t>(Bank::ghost));
+  processor.controller().programs().setSelection(0, Bank::ghost);
   tesh::vimo::ProcessBlock nowhere;
-  processor.controller().selectProgram(bank == Bank::factory ? place : place - factoryCount,
-                                       static_cast<std::uint64_t>(bank), 0, nowhere);
+  processor.controller().selectProgram(bank == Bank::factory ? place : place - factoryCount, bank, 0, nowhere);
 }
 
 }  // namespace sivray::render

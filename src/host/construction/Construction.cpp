@@ -1,3 +1,4 @@
+// The order in which an instrument is built.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/construction/Construction.h"
 
@@ -30,8 +31,8 @@ void readDescription(Processor& processor, const std::string& name) {
 void readUserPrograms(Processor& processor, const std::string& name) {
   const auto file = readFile(pathFor(kBramelPath_UserProgram, name));
   if (const auto bank = vimo::readUserProgramFile(file)) {
-    processor.controller().loadDatabase(static_cast<std::uint64_t>(vimo::Bank::user), bank->image, bank->macroCount,
-                                        vimo::ProgramDatabase::Mode::replace);
+    processor.controller().programs().loadDatabase(vimo::Bank::user, bank->image, bank->macroCount,
+                                                   vimo::ProgramDatabase::Mode::replace);
   }
 }
 

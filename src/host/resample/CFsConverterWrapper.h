@@ -35,6 +35,9 @@ class CFsConverterWrapper {
   /// Clears the output ring, whose reader starts 8 host frames behind its writer. Resamplers and waiting messages stay.
   void reset();
 
+  /// Drops the messages that wait.
+  void dropEvents() { eventRing.clear(); }
+
   /// Renders a host's block: messages that are due and requests for engine frames go to the listener, between
   /// onBeginBlock and onEndBlock. Away from 44100 Hz, inputs that are null are silence, and a block longer than the
   /// buffers is rendered in pieces. Does nothing if an output is null or `frames` is 0 or less. Audio thread.

@@ -25,6 +25,9 @@ class HostEventRing {
   /// `frames` from the frames of the messages that stay.
   void dispatch(std::int32_t frames, CFsConvListener& listener) SIVRAY_NONBLOCKING;
 
+  /// Forgets all messages.
+  void clear() { eventRead = eventWrite = eventCount = 0; }
+
   std::size_t size() const { return eventCount; }
 
  private:

@@ -1,59 +1,20 @@
-// Construction, time, identity, keys and wiring.
+// Hands every operation to the part of the shell that does it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/BramelInstrument.h"
 
-#include <cmath>
+#include <limits>
 
-#include "core/RealTimeLock.h"
-#include "core/Uuid.h"
 #include "host/shell/BramelInstrumentImpl.h"
+#include "host/shell/ProgramBanks.h"
 
 namespace tesh::bramel::vst {
 namespace {
 
-constexpr std::size_t kMailNodes = 256;
-/// Program changes wait in a queue of eight, whose events may join the MIDI of a block.
-constexpr std::size_t kQueuedPrograms = 8;
-constexpr std::size_t kMidiOutRoom = 256;
 /// Kinds of generators that take notes.
 constexpr int kSoundGenerator = 0;
 constexpr int kOtherSoundGenerator = 5;
 
-bool isKey(int note) { return note >= 0 && note < kKeys; }
-
 }  // namespace
-
-BramelInstrument::Impl::Impl(BramelInstrument& instrument, std::unique_ptr<Processor> engine)
-    : owner(instrument),
-      processor(std::move(engine)),
-      mail(std::make_shared<cofu::core::impl::MailServer<vimo::ProcessorEvent>>(kMailNodes)),
-      converter(*this),
-      editorSource(cofu::core::makeUuid()),
-      hostSource(cofu::core::makeUuid()) {
-  midiIn.reserve(kMostMidiIn + kQueuedPrograms);
-  midiOut.reserve(kMidiOutRoom);
-  converter.reset();
-  converter.setSampleRate(kEngineRate);
-  keyStates.fill(kKeyAtRest);
-  if (!processor) {
-    return;
-  }
-  processor->editor = this;
-  takesInput = processor->generator().inputCount() != 0;
-  processor->sampleRate = kEngineRate;
-  processor->generator().setSampleRate(kEngineRate);
-  const auto& controller = processor->controller();
-  parameterMap.build(controller.macroCount(), [&](std::uint64_t id) { return controller.isHidden(id); });
-  latest.resize(static_cast<std::size_t>(controller.macroCount()));
-  processor->generator().tempoChanged(tempo);
-  cache.fill(controller);
-}
-
-void BramelInstrument::Impl::restart() {
-  midiIn.clear();
-  converter.reset();
-  converter.setSampleRate(converter.sampleRate());
-}
 
 BramelInstrument::BramelInstrument(std::unique_ptr<Processor> processor)
     : impl(std::make_unique<Impl>(*this, std::move(processor))) {}
@@ -64,132 +25,186 @@ std::uint64_t BramelInstrument::mapParameterSteps(std::uint64_t, std::uint64_t s
 float BramelInstrument::mapValueToHost(std::uint64_t, float value) const { return value; }
 float BramelInstrument::mapValueFromHost(std::uint64_t, float value) const { return value; }
 
+// Audio and time.
+
 void BramelInstrument::process(float** inputs, float** outputs, std::int32_t frames) {
-  impl->process(inputs, outputs, frames);
+  impl->block.process(inputs, outputs, frames);
 }
 
 void BramelInstrument::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  const cofu::core::RealTimeLock lock(impl->mainMutex);
-  impl->sendMidi(data, size, deltaFrames);
+  impl->block.sendMidi(data, size, deltaFrames);
 }
 
 void BramelInstrument::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  const std::lock_guard lock(impl->mainMutex);
-  impl->sendKeyboardMidi(data, size, deltaFrames);
+  impl->block.sendKeyboardMidi(data, size, deltaFrames);
 }
 
-void BramelInstrument::setSampleRate(float rate) {
-  if (!std::isfinite(rate) || rate <= 0.0F) {
-    return;
-  }
-  const std::lock_guard lock(impl->mainMutex);
-  impl->hostSampleRate = rate;
-  impl->converter.setSampleRate(rate);
+void BramelInstrument::setSampleRate(float rate) { impl->block.setSampleRate(rate); }
+void BramelInstrument::setTempo(float bpm) { impl->block.setTempo(bpm); }
+void BramelInstrument::resume() { impl->block.resume(); }
+void BramelInstrument::suspend() { impl->block.suspend(); }
+bool BramelInstrument::isActive() const { return impl->block.isActive(); }
+
+// Parameters.
+
+std::uint64_t BramelInstrument::parameterCount() const { return impl->parameters.visibleCount(); }
+std::uint64_t BramelInstrument::cachedParameterCount() const { return impl->parameters.cache.count(); }
+
+std::uint64_t BramelInstrument::parameterId(std::uint64_t visibleIndex) const {
+  return impl->parameters.idOf(visibleIndex);
 }
 
-void BramelInstrument::setTempo(float bpm) {
-  const cofu::core::RealTimeLock lock(impl->mainMutex);
-  if (!std::isfinite(bpm) || bpm == impl->tempo) {
-    return;
-  }
-  impl->tempo = bpm;
-  if (impl->processor) {
-    impl->processor->generator().tempoChanged(bpm);
-  }
+std::string BramelInstrument::parameterName(std::uint64_t id) const {
+  return impl->parameters.cache.read(id, &ParameterInfo::name);
 }
 
-void BramelInstrument::resume() {
-  const std::lock_guard lock(impl->mainMutex);
-  if (!impl->processor) {
-    return;
-  }
-  impl->active = true;
-  impl->restart();
-  impl->processor->generator().activate();
+std::string BramelInstrument::parameterDisplay(std::uint64_t id) const { return impl->parameters.cache.display(id); }
+
+std::uint64_t BramelInstrument::parameterSteps(std::uint64_t id) const {
+  return mapParameterSteps(id, impl->parameters.cache.read(id, &ParameterInfo::steps));
 }
 
-void BramelInstrument::suspend() {
-  const std::lock_guard lock(impl->mainMutex);
-  if (!impl->processor) {
-    return;
-  }
-  impl->processor->generator().deactivate();
-  impl->active = false;
+float BramelInstrument::parameterDefault(std::uint64_t id) const {
+  return impl->parameters.cache.read(id, &ParameterInfo::defaultValue);
 }
 
-bool BramelInstrument::isActive() const {
-  const std::lock_guard lock(impl->mainMutex);
-  return impl->active;
+float BramelInstrument::parameterValue(std::uint64_t id) {
+  impl->flushWrites();
+  const ParameterCache& cache = impl->parameters.cache;
+  return id < cache.count() ? mapValueToHost(id, cache.read(id, &ParameterInfo::value)) : 0.0F;
 }
+
+std::uint64_t BramelInstrument::parameterInteger(std::uint64_t id) {
+  impl->flushWrites();
+  return impl->parameters.cache.read(id, &ParameterInfo::integerValue);
+}
+
+float BramelInstrument::engineParameter(std::uint64_t engineId) const {
+  const std::lock_guard lock(impl->core.mainMutex);
+  if (!impl->core.processor) {
+    return 0.0F;
+  }
+  const bool isKnown = engineId <= std::numeric_limits<std::uint32_t>::max();
+  return isKnown ? impl->core.processor->generator().getParameter(static_cast<std::uint32_t>(engineId)) : -1.0F;
+}
+
+void BramelInstrument::setParameter(std::uint64_t id, float value) { impl->parameters.set(id, value); }
+void BramelInstrument::setParameterFromEditor(std::uint64_t id, float value) {
+  impl->parameters.setFromEditor(id, value);
+}
+void BramelInstrument::setParameterInteger(std::uint64_t id, std::uint64_t value) {
+  impl->parameters.setInteger(id, value);
+}
+void BramelInstrument::beginGesture(std::uint64_t id) { impl->parameters.setGesture(id, true); }
+void BramelInstrument::endGesture(std::uint64_t id) { impl->parameters.setGesture(id, false); }
+
+// Identity.
 
 std::string BramelInstrument::productName() const {
-  return impl->processor ? impl->processor->instrumentName() : "Error";
+  return impl->core.processor ? impl->core.processor->instrumentName() : "Error";
 }
 
-int BramelInstrument::inputCount() const { return impl->processor ? impl->processor->generator().inputCount() : 0; }
+int BramelInstrument::inputCount() const {
+  return impl->core.processor ? impl->core.processor->generator().inputCount() : 0;
+}
 
-int BramelInstrument::outputCount() const { return impl->processor ? impl->processor->generator().outputCount() : 0; }
+int BramelInstrument::outputCount() const {
+  return impl->core.processor ? impl->core.processor->generator().outputCount() : 0;
+}
 
 bool BramelInstrument::isSynth() const {
-  const int kind = impl->processor ? impl->processor->generator().kind() : kSoundGenerator;
+  const int kind = impl->core.processor ? impl->core.processor->generator().kind() : kSoundGenerator;
   return kind == kSoundGenerator || kind == kOtherSoundGenerator;
 }
 
-BramelInstrument::Processor* BramelInstrument::processorHandle() const { return impl->processor.get(); }
+BramelInstrument::Processor* BramelInstrument::processorHandle() const { return impl->core.processor.get(); }
 
-std::uint32_t BramelInstrument::keyState(int note) const {
-  const std::lock_guard lock(impl->keyMutex);
-  return isKey(note) ? impl->keyStates[static_cast<std::size_t>(note)] : 0;
-}
+// Keys and properties.
+
+std::uint32_t BramelInstrument::keyState(int note) const { return impl->keys.state(note); }
 
 void BramelInstrument::setKeyState(int note, std::uint32_t state) {
-  const std::lock_guard lock(impl->keyMutex);
-  if (isKey(note)) {
-    impl->keyStates[static_cast<std::size_t>(note)] = state;
-    impl->tellHost([note](BramelInstrumentHostCallback& host) { host.keyStateChanged(note); });
-  }
+  impl->keys.set(note, state, [this](int changed) { impl->reportKey(changed); });
 }
 
 void BramelInstrument::setAllKeyStates(std::uint32_t state) {
-  const std::lock_guard lock(impl->keyMutex);
-  for (int note = 0; note < kKeys; ++note) {
-    setKeyState(note, state);
-  }
+  impl->keys.setAll(state, [this](int changed) { impl->reportKey(changed); });
 }
 
 BramelInstrument::Property BramelInstrument::property(const std::string& name) const {
-  const std::lock_guard lock(impl->mainMutex);
+  const std::lock_guard lock(impl->core.mainMutex);
   const auto found = impl->properties.find(name);
   return found == impl->properties.end() ? nullptr : copyOf(found->second);
 }
 
 void BramelInstrument::setProperty(const std::string& name, const Property& value) {
-  const std::lock_guard lock(impl->mainMutex);
+  const std::lock_guard lock(impl->core.mainMutex);
   impl->properties[name] = copyOf(value);
 }
 
+// Programs and state.
+
+std::uint64_t BramelInstrument::currentProgram() { return impl->programs.currentProgram(); }
+std::uint64_t BramelInstrument::currentBank() const { return numberOf(impl->programs.currentBank()); }
+std::string BramelInstrument::currentProgramName() { return impl->programs.currentProgramName(); }
+
+std::uint64_t BramelInstrument::programCount(std::uint64_t bank) const {
+  return impl->programs.programCount(bankOf(bank));
+}
+
+std::string BramelInstrument::programName(std::uint64_t bank, std::uint64_t index) const {
+  return impl->programs.programName(bankOf(bank), index);
+}
+
+void BramelInstrument::setProgram(std::uint64_t bank, std::uint64_t index) {
+  impl->programs.setProgram(bankOf(bank), index);
+}
+
+void BramelInstrument::saveProgramAs(std::uint64_t bank, const std::string& name) {
+  impl->programs.saveAs(bankOf(bank), name);
+}
+
+void BramelInstrument::overwriteProgram() { impl->programs.overwrite(); }
+
+void BramelInstrument::deleteProgram(std::uint64_t bank, std::uint64_t index) {
+  impl->programs.remove(bankOf(bank), index);
+}
+
+void BramelInstrument::moveProgram(std::uint64_t bank, std::uint64_t from, std::uint64_t to) {
+  impl->programs.move(bankOf(bank), from, to);
+}
+
+void BramelInstrument::renameCurrentProgram(const std::string& name) { impl->programs.rename(name); }
+void BramelInstrument::importPrograms(const std::string& path) { impl->programs.importFrom(path); }
+void BramelInstrument::exportPrograms(const std::string& path) { impl->programs.exportTo(path); }
+
+std::vector<std::uint8_t> BramelInstrument::getState() { return impl->programs.getState(); }
+void BramelInstrument::setState(const void* data, std::size_t size) { impl->programs.setState(data, size); }
+
+// Wiring.
+
 void BramelInstrument::setHostCallback(std::weak_ptr<BramelInstrumentHostCallback> callback) {
-  const std::lock_guard lock(impl->mainMutex);
-  impl->hostCallback = std::move(callback);
+  const std::lock_guard lock(impl->core.mainMutex);
+  impl->core.hostCallback = std::move(callback);
 }
 
 void BramelInstrument::setUICallback(std::weak_ptr<BramelInstrumentUICallback> callback) {
-  const std::lock_guard lock(impl->mainMutex);
-  impl->uiCallback = std::move(callback);
+  const std::lock_guard lock(impl->core.mainMutex);
+  impl->core.uiCallback = std::move(callback);
 }
 
 void BramelInstrument::setHostKind(int kind) {
-  const std::lock_guard lock(impl->mainMutex);
+  const std::lock_guard lock(impl->core.mainMutex);
   impl->hostKind = kind;
 }
 
 void BramelInstrument::setHostVendor(const std::string& vendor) {
-  const std::lock_guard lock(impl->mainMutex);
+  const std::lock_guard lock(impl->core.mainMutex);
   impl->hostVendor = vendor;
 }
 
 void BramelInstrument::setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider) {
-  impl->cache.setTooltipProvider(std::move(provider));
+  impl->parameters.cache.setTooltipProvider(std::move(provider));
 }
 
 }  // namespace tesh::bramel::vst

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "core/RealTime.h"
+
 namespace tesh::bramel::vst {
 
 /// The way out to the host. `visibleIndex` is the host's own parameter number.
@@ -18,7 +20,7 @@ class BramelInstrumentHostCallback {
   /// Sets the parameter by the host's route and tells the host.
   virtual void automate(std::uint64_t visibleIndex, float value) = 0;
 
-  /// A message for the host's MIDI input; audio thread for what a block sends.
+  /// A message for the host's MIDI input. On the audio thread if a block sends it; the host's code may then wait.
   virtual void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) = 0;
 
   /// All parameters may have changed.
@@ -27,13 +29,15 @@ class BramelInstrumentHostCallback {
   virtual void keyStateChanged(int note) = 0;
 };
 
-/// The way to the editor. `parameterChanged`, `releaseUpdates` and `holdUpdates` come on the audio thread: the receiver
-/// queues and returns.
+/// The way to the editor, called with the instrument's main lock held. The marked operations come on the audio thread,
+/// in every block, and on the thread of whoever flushes: the receiver queues and returns.
 class BramelInstrumentUICallback {
  public:
   virtual ~BramelInstrumentUICallback() = default;
-  virtual void holdUpdates() = 0;
-  virtual void releaseUpdates() = 0;
+
+  /// Updates wait until they are released. A block reports its changes, releases, and holds again.
+  virtual void holdUpdates() SIVRAY_NONBLOCKING = 0;
+  virtual void releaseUpdates() SIVRAY_NONBLOCKING = 0;
 
   // `programIds` holds `count` program numbers.
   virtual void programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) = 0;
@@ -42,9 +46,10 @@ class BramelInstrumentUICallback {
 
   /// Another program, or another state: all values may have changed.
   virtual void programChanged() = 0;
-  virtual void parameterChanged(std::uint64_t parameterId) = 0;
+  /// A write or a movement of the engine: once per parameter and block, in ascending order.
+  virtual void parameterChanged(std::uint64_t parameterId) SIVRAY_NONBLOCKING = 0;
   /// A message from the host, as the engine gets it: notes, controllers and pitch bend without their channel.
-  virtual void midiReceived(const std::uint8_t* data, std::size_t size) = 0;
+  virtual void midiReceived(const std::uint8_t* data, std::size_t size) SIVRAY_NONBLOCKING = 0;
 };
 
 }  // namespace tesh::bramel::vst

@@ -1,5 +1,5 @@
-// The changes of one block, the latest per parameter: what a map would hold, in flat arrays that are reused from block
-// to block.
+// The parameters that a block has changed: the latest write of each, and those that the engine moved by itself. Flat
+// arrays that are reused from block to block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,50 +13,74 @@
 
 namespace tesh::bramel::vst {
 
+/// Ids past the list are ignored. Audio thread, but for `resize`.
 class ChangeList {
  public:
   /// Makes room for parameters 0 to count - 1; nothing is allocated afterwards.
   void resize(std::size_t count) {
-    latest.resize(count);
-    isChanged.assign(count, 0);
+    writes.resize(count);
+    states.assign(count, State::unchanged);
     ids.clear();
     ids.reserve(count);
   }
 
-  /// Keeps `event` as the latest of its parameter. Ids past the list are ignored. Audio thread.
+  /// Keeps `event` as the latest write of its parameter.
   void put(const vimo::ProcessorEvent& event) {
-    if (event.parameterId >= latest.size()) {
-      return;
-    }
-    const auto id = static_cast<std::size_t>(event.parameterId);
-    latest[id] = event;
-    if (isChanged[id] == 0) {
-      isChanged[id] = 1;
-      cofu::core::vouchFor([this, id] { ids.push_back(id); });  // There is room for every parameter.
+    if (event.parameterId < writes.size()) {
+      const auto id = static_cast<std::size_t>(event.parameterId);
+      writes[id] = event;
+      list(id);
+      states[id] = State::written;
     }
   }
 
-  /// Calls `action(event)` for every changed parameter in ascending order. Audio thread.
-  template <typename Action>
-  void forEach(Action action) {
-    std::sort(ids.begin(), ids.end());
-    for (const std::size_t id : ids) {
-      action(latest[id]);
+  /// Lists a parameter that has moved without a write.
+  void touch(std::size_t id) {
+    if (id < states.size() && states[id] == State::unchanged) {
+      list(id);
+      states[id] = State::moved;
     }
+  }
+
+  /// Brings the parameters into ascending order, for both loops below.
+  void sort() { std::sort(ids.begin(), ids.end()); }
+
+  /// Calls `action(event)` for the latest write of every parameter.
+  template <typename Action>
+  void forEachWrite(Action action) const {
+    for (const std::size_t id : ids) {
+      if (states[id] == State::written) {
+        action(writes[id]);
+      }
+    }
+  }
+
+  /// Calls `action(id)` for every parameter that was written or has moved.
+  template <typename Action>
+  void forEach(Action action) const {
+    std::for_each(ids.begin(), ids.end(), action);
   }
 
   bool isEmpty() const { return ids.empty(); }
 
   void clear() {
     for (const std::size_t id : ids) {
-      isChanged[id] = 0;
+      states[id] = State::unchanged;
     }
     ids.clear();
   }
 
  private:
-  std::vector<vimo::ProcessorEvent> latest;
-  std::vector<std::uint8_t> isChanged;
+  enum class State : std::uint8_t { unchanged, moved, written };
+
+  void list(std::size_t id) {
+    if (states[id] == State::unchanged) {
+      cofu::core::vouchFor([this, id] { ids.push_back(id); });  // There is room for every parameter.
+    }
+  }
+
+  std::vector<vimo::ProcessorEvent> writes;
+  std::vector<State> states;
   std::vector<std::size_t> ids;
 };
 

@@ -32,9 +32,9 @@ void ParameterCache::refreshTexts(const Controller& controller) {
   }
 }
 
-void ParameterCache::store(ChangeList& changes) {
+void ParameterCache::store(const ChangeList& changes) {
   const cofu::core::RealTimeLock lock(mutex);
-  changes.forEach([this](const vimo::ProcessorEvent& event) {
+  changes.forEachWrite([this](const vimo::ProcessorEvent& event) {
     if (event.parameterId >= parameters.size()) {
       return;
     }

@@ -36,7 +36,7 @@ class ParameterCache {
   /// Takes over the values for the texts alone.
   void refreshTexts(const Controller& controller);
   /// Stores the values of a block's changes. Audio thread.
-  void store(ChangeList& changes) SIVRAY_NONBLOCKING;
+  void store(const ChangeList& changes) SIVRAY_NONBLOCKING;
 
   std::uint64_t count() const;
   /// A field of a parameter; zero or empty out of range.

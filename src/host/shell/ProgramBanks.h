@@ -1,21 +1,20 @@
-// The banks as host and editor number them, against the places of their databases.
+// The numbers by which host and editor know the banks, and the names that listeners get.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 
-#include "macro/MacroControllerBase.h"
+#include "storage/programs/Bank.h"
 
 namespace tesh::bramel::vst {
 
 inline constexpr std::uint64_t kFactoryBank = 0;
 inline constexpr std::uint64_t kFactoryTwoBank = 1;
 inline constexpr std::uint64_t kGhostBank = 2;
-inline constexpr std::uint64_t kUserBank = 3;  ///< Numbers above it name the same bank.
+inline constexpr std::uint64_t kUserBank = 3;  ///< So is every higher number.
 
-/// The database of a bank.
-constexpr vimo::Bank databaseOf(std::uint64_t bank) {
-  switch (bank) {
+constexpr vimo::Bank bankOf(std::uint64_t number) {
+  switch (number) {
     case kFactoryBank:
       return vimo::Bank::factory;
     case kFactoryTwoBank:
@@ -27,9 +26,9 @@ constexpr vimo::Bank databaseOf(std::uint64_t bank) {
   }
 }
 
-/// The bank of a database's place; one that does not exist shows, like the ghost bank, in no list.
-constexpr std::uint64_t bankOf(std::uint64_t database) {
-  switch (static_cast<vimo::Bank>(database)) {
+/// A bank that does not exist has the ghost bank's number: neither shows in a list.
+constexpr std::uint64_t numberOf(vimo::Bank bank) {
+  switch (bank) {
     case vimo::Bank::factory:
       return kFactoryBank;
     case vimo::Bank::factoryTwo:
@@ -41,17 +40,16 @@ constexpr std::uint64_t bankOf(std::uint64_t database) {
   }
 }
 
-/// The name under which listeners know a bank.
-constexpr const char* bankName(std::uint64_t bank) {
+constexpr const char* nameOf(vimo::Bank bank) {
   switch (bank) {
-    case kFactoryBank:
+    case vimo::Bank::factory:
       return "Factory";
-    case kFactoryTwoBank:
+    case vimo::Bank::factoryTwo:
       return "Factory2";
-    case kGhostBank:
-      return "Ghost";
-    default:
+    case vimo::Bank::user:
       return "User";
+    default:
+      return "Ghost";
   }
 }
 

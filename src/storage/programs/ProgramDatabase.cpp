@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "core/LittleEndian.h"
 
@@ -106,10 +107,6 @@ std::uint64_t ProgramDatabase::recordsIn(std::span<const std::uint8_t> image, st
   return std::min(claimed, held);
 }
 
-std::size_t ProgramDatabase::byteSize() const {
-  return records.size() * (kRecordHeadBytes + kEntryBytes * macroCount()) + kImageHeadBytes;
-}
-
 void ProgramDatabase::save(std::vector<std::uint8_t>& out) const {
   out.reserve(out.size() + byteSize());
   ByteWriter writer(out);
@@ -168,6 +165,11 @@ void ProgramDatabase::storeInto(ProgramRecord& record) const {
   for (std::size_t i = 0; i < record.entries.size(); ++i) {
     record.entries[i] = {delegate.macroValue(i), delegate.macroObject(i)};
   }
+}
+
+void ProgramDatabase::takeAll(ProgramDatabase& other) {
+  records.insert(records.end(), std::move_iterator(other.records.begin()), std::move_iterator(other.records.end()));
+  other.records.clear();
 }
 
 void ProgramDatabase::remove(std::uint64_t index) {

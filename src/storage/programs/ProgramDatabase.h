@@ -43,7 +43,11 @@ class ProgramDatabase {
 
   /// Appends an image of byteSize() bytes to `out`.
   void save(std::vector<std::uint8_t>& out) const;
-  std::size_t byteSize() const;
+  std::size_t byteSize() const { return imageBytes(records.size(), macroCount()); }
+  /// Bytes of an image of the newest version.
+  static constexpr std::size_t imageBytes(std::size_t programs, std::size_t macros) {
+    return programs * (kRecordHeadBytes + kEntryBytes * macros) + kImageHeadBytes;
+  }
 
   /// Cuts or zero-extends the entries of all records.
   void setMacroCount(std::size_t count);
@@ -56,6 +60,9 @@ class ProgramDatabase {
   void appendFromDelegate();
   /// Stores the owner's current state into a record, which keeps its id and marker.
   void overwriteFromDelegate(std::uint64_t index);
+
+  /// Moves the records of `other` behind those that are here. The entries keep their number.
+  void takeAll(ProgramDatabase& other);
 
   /// Takes the record out and closes the gap.
   void remove(std::uint64_t index);

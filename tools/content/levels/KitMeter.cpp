@@ -86,10 +86,12 @@ KitMeter::KitMeter() : automation(kRingEntries), echoes(kRingEntries), processor
   midi.reserve(kRingEntries);
 }
 
-std::size_t KitMeter::programCount() const { return static_cast<std::size_t>(processor->controller().programCount(0)); }
+std::size_t KitMeter::programCount() const {
+  return static_cast<std::size_t>(processor->controller().programs().programCount(vimo::Bank::factory));
+}
 
 std::string KitMeter::programName(std::size_t program) const {
-  return processor->controller().database(0)->name(program);
+  return processor->controller().programs().database(vimo::Bank::factory)->name(program);
 }
 
 void KitMeter::select(std::size_t program) {

@@ -1,0 +1,298 @@
+// A block from the host's buffers to the engine and back, its MIDI, and the reports that follow it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/shell/ShellBlock.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "core/RealTimeLock.h"
+#include "host/vst/VstRecords.h"
+#include "platform/DenormalGuard.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+using vimo::ProcessorEvent;
+using vimo::ProcessorEventTag;
+
+constexpr float kEngineRate = 44100.0F;
+/// Frames of the engine that one run of the block routine may have.
+constexpr std::int32_t kLongestPiece = 2048;
+/// MIDI messages that one block can bring: what the converter holds back, and twice what a host sends at most.
+constexpr std::size_t kMostMidiIn = 4096;
+/// Program changes wait in a queue of eight, whose events may join the MIDI of a block.
+constexpr std::size_t kQueuedPrograms = 8;
+constexpr std::size_t kMidiOutRoom = 256;
+/// Bytes of a message that may go out to the host.
+constexpr std::size_t kLongestMidiOut = 4;
+
+constexpr std::size_t kChannels = 2;
+using ChannelPair = std::array<float*, kChannels>;
+
+bool hasNull(float* const* channels) { return channels == nullptr || channels[0] == nullptr || channels[1] == nullptr; }
+
+void copyInputs(float* const* inputs, float* const* outputs, std::int32_t frames) {
+  for (std::size_t channel = 0; channel < kChannels; ++channel) {
+    if (inputs[channel] != outputs[channel]) {
+      std::copy_n(inputs[channel], static_cast<std::size_t>(frames), outputs[channel]);
+    }
+  }
+}
+
+/// The channels from `offset` on; a null channel stays null.
+ChannelPair channelsAt(float* const* channels, std::int32_t offset) {
+  ChannelPair moved{};
+  for (std::size_t channel = 0; channel < kChannels; ++channel) {
+    moved[channel] = channels[channel] == nullptr ? nullptr : channels[channel] + offset;
+  }
+  return moved;
+}
+
+}  // namespace
+
+ShellBlock::ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters)
+    : core(shellCore), parameters(shellParameters), converter(*this) {
+  midiIn.reserve(kMostMidiIn + kQueuedPrograms);
+  midiOut.reserve(kMidiOutRoom);
+  converter.reset();
+  converter.setSampleRate(kEngineRate);
+  if (!core.processor) {
+    return;
+  }
+  BramelInstrument::Processor& processor = *core.processor;
+  processor.editor = this;
+  processor.sampleRate = kEngineRate;
+  processor.generator().setSampleRate(kEngineRate);
+  processor.generator().tempoChanged(tempo);
+  takesInput = processor.generator().inputCount() != 0;
+  latest.resize(static_cast<std::size_t>(processor.controller().macroCount()));
+}
+
+void ShellBlock::setSampleRate(float rate) {
+  if (!std::isfinite(rate) || rate <= 0.0F) {
+    return;
+  }
+  const std::lock_guard lock(core.mainMutex);
+  hostSampleRate = rate;
+  converter.setSampleRate(rate);
+}
+
+void ShellBlock::setTempo(float bpm) {
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  if (!std::isfinite(bpm) || bpm == tempo) {
+    return;
+  }
+  tempo = bpm;
+  if (core.processor) {
+    core.processor->generator().tempoChanged(bpm);
+  }
+}
+
+void ShellBlock::resume() {
+  const std::lock_guard lock(core.mainMutex);
+  if (!core.processor) {
+    return;
+  }
+  active = true;
+  // Nothing from before sounds: neither messages that no block has fetched, nor the tails of the resamplers.
+  midiIn.clear();
+  converter.reset();
+  converter.dropEvents();
+  converter.setSampleRate(converter.sampleRate());
+  core.processor->generator().activate();
+}
+
+void ShellBlock::suspend() {
+  const std::lock_guard lock(core.mainMutex);
+  if (core.processor) {
+    core.processor->generator().deactivate();
+    active = false;
+  }
+}
+
+bool ShellBlock::isActive() const {
+  const std::lock_guard lock(core.mainMutex);
+  return active;
+}
+
+void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
+  if (frames < 0 || (frames != 0 && hasNull(outputs))) {
+    return;
+  }
+  const platform::DenormalGuard guard;
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  ChannelPair absent{};
+  float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
+  if (frames != 0 && !hasNull(given)) {
+    copyInputs(given, outputs, frames);
+  }
+  converter.process(given, outputs, frames);
+}
+
+void ShellBlock::onProcess(float** inputs, float** outputs, std::int32_t frames) {
+  if (frames == 0) {
+    runBlock(nullptr, nullptr, 0);
+  }
+  for (std::int32_t offset = 0; offset < frames; offset += kLongestPiece) {
+    ChannelPair pieceIn = inputs == nullptr ? ChannelPair{} : channelsAt(inputs, offset);
+    ChannelPair pieceOut = channelsAt(outputs, offset);
+    runBlock(inputs == nullptr ? nullptr : pieceIn.data(), pieceOut.data(), std::min(frames - offset, kLongestPiece));
+  }
+}
+
+void ShellBlock::runBlock(float** inputs, float** outputs, std::int32_t frames) {
+  if (!core.processor) {
+    for (std::size_t channel = 0; outputs != nullptr && channel < kChannels; ++channel) {
+      std::fill_n(outputs[channel], static_cast<std::size_t>(frames), 0.0F);
+    }
+    return;
+  }
+  isInBlock = true;
+  takeWrites();
+  vimo::ProcessBlock block;
+  block.inputs = inputs;
+  block.outputs = outputs;
+  block.inputCount = inputs == nullptr ? 0 : static_cast<std::int32_t>(kChannels);
+  block.frames = frames;
+  block.automationRing = &automationRing;
+  block.notificationRing = &notificationRing;
+  block.midiIn = &midiIn;
+  block.midiOut = &midiOut;
+  core.processor->process(block, 0, 1.0, 0.0);
+  sendMidiOut();
+  cofu::core::vouchFor([this] {  // Short messages, which own nothing.
+    midiIn.clear();
+    midiOut.clear();
+  });
+  reportChanges();
+  isInBlock = false;
+}
+
+void ShellBlock::takeWrites() {
+  parameters.waiting.takeAll([this](const ProcessorEvent& event) {
+    latest.put(event);
+    const bool isFloat = event.tag == ProcessorEventTag::floatValue;
+    vimo::MacroCommand command;
+    command.index = static_cast<std::uint32_t>(event.parameterId);
+    command.value = isFloat ? event.value : 0.0F;
+    command.object = isFloat ? 0 : event.integer;
+    core.processor->commandQueue.put(command);
+    auto* const macro = isFloat ? core.processor->controller().macroAt(event.parameterId) : nullptr;
+    if (macro != nullptr) {
+      macro->echoValue = event.value;
+    }
+  });
+}
+
+void ShellBlock::macroMoved(std::uint32_t index, float /*value*/, std::uint32_t /*frame*/) { latest.touch(index); }
+
+void ShellBlock::sendMidiOut() {
+  if (midiOut.empty()) {
+    return;
+  }
+  cofu::core::mayWait([this] {  // The host's code.
+    core.tellHost([this](BramelInstrumentHostCallback& host) {
+      for (const vimo::MidiEvent& event : midiOut) {
+        if (event.size() <= kLongestMidiOut) {
+          host.sendMidi(event.data(), event.size(), static_cast<std::int32_t>(event.frame));
+        }
+      }
+    });
+  });
+}
+
+void ShellBlock::reportChanges() {
+  latest.sort();
+  if (!latest.isEmpty()) {
+    parameters.cache.store(latest);
+  }
+  if (hasSelected) {  // After the writes: the program was selected behind them.
+    hasSelected = false;
+    parameters.cache.refresh(core.processor->controller());
+  }
+  core.tellEditor([this](BramelInstrumentUICallback& editor) {
+    latest.forEach([&editor](std::size_t id) { editor.parameterChanged(id); });
+    editor.releaseUpdates();
+    editor.holdUpdates();
+  });
+  latest.clear();
+}
+
+void ShellBlock::flush() {
+  // A listener that asks for a value inside a block must not start another one.
+  if (!isInBlock) {
+    runBlock(nullptr, nullptr, 0);
+  }
+}
+
+void ShellBlock::flushWrites() {
+  if (!parameters.waiting.isEmpty()) {
+    flush();
+  }
+}
+
+void ShellBlock::onMidi(std::uint32_t packed, std::int32_t frame) {
+  if (midiIn.size() >= kMostMidiIn) {
+    return;
+  }
+  const std::array<std::uint8_t, 3> bytes{static_cast<std::uint8_t>(packed >> 24),
+                                          static_cast<std::uint8_t>(packed >> 16),
+                                          static_cast<std::uint8_t>(packed >> 8)};
+  // Within the room that is reserved; three bytes are kept inline.
+  cofu::core::vouchFor([&] { midiIn.emplace_back(bytes, static_cast<std::uint32_t>(std::max(frame, 0))); });
+}
+
+MidiVerdict ShellBlock::judge(const std::uint8_t* data, std::size_t size) const {
+  return judgeMidi(data, size, [this](std::uint8_t number) -> std::optional<std::uint64_t> {
+    const std::int64_t macro = core.processor ? core.processor->controller().macroForController(number) : -1;
+    return macro < 0 ? std::nullopt : std::optional(static_cast<std::uint64_t>(macro));
+  });
+}
+
+void ShellBlock::queueForEngine(const ShortMessage& message, std::int32_t deltaFrames) {
+  VstMidiEvent event{};
+  event.type = kVstMidiType;
+  event.byteSize = sizeof(event);
+  event.deltaFrames = deltaFrames;
+  std::copy_n(message.bytes.begin(), message.bytes.size(), event.midiData);
+  VstEvents events{};
+  events.numEvents = 1;
+  events.events[0] = reinterpret_cast<VstEvent*>(&event);
+  converter.processEvents(events);
+}
+
+void ShellBlock::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+  if (data == nullptr || size == 0) {
+    return;
+  }
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  const MidiVerdict verdict = judge(data, size);
+  if (verdict.parameterId) {
+    parameters.set(*verdict.parameterId, verdict.value);
+  } else if (verdict.toEngine) {
+    queueForEngine(verdict.message, deltaFrames);
+  }
+  const bool isShort = size <= verdict.message.size;
+  const std::uint8_t* const heard = isShort ? verdict.message.bytes.data() : data;
+  core.tellEditor([heard, size](BramelInstrumentUICallback& editor) { editor.midiReceived(heard, size); });
+}
+
+void ShellBlock::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+  const std::lock_guard lock(core.mainMutex);
+  if (!active || data == nullptr || size == 0) {
+    return;
+  }
+  const MidiVerdict verdict = judge(data, size);
+  if (verdict.parameterId) {
+    parameters.setFromEditor(*verdict.parameterId, verdict.value);
+  } else if (verdict.toEngine) {
+    queueForEngine(verdict.message, deltaFrames);
+  }
+  if (size <= kLongestMidiOut) {
+    core.tellHost([&](BramelInstrumentHostCallback& host) { host.sendMidi(data, size, deltaFrames); });
+  }
+}
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,71 @@
+// The audio side of the shell: the host's blocks and MIDI, their way through the sample-rate converter, and the run of
+// the engine.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "core/RealTime.h"
+#include "host/resample/CFsConvListener.h"
+#include "host/resample/CFsConverterWrapper.h"
+#include "host/shell/ChangeList.h"
+#include "host/shell/MidiIntake.h"
+#include "host/shell/ShellCore.h"
+#include "host/shell/ShellParameters.h"
+
+namespace tesh::bramel::vst {
+
+/// Takes the main lock, but for the flushes.
+class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener {
+ public:
+  ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters);
+
+  void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
+  void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
+  void setSampleRate(float rate);
+  void setTempo(float bpm) SIVRAY_NONBLOCKING;
+  void resume();
+  void suspend();
+  bool isActive() const;
+
+  /// Applies all writes, commands and program changes that wait, without rendering. With the main lock held.
+  void flush();
+  /// The same if writes wait, else nothing. With the main lock held.
+  void flushWrites();
+
+  // Called by the converter and the processor, inside `process` and `flush`.
+
+  void onProcess(float** inputs, float** outputs, std::int32_t frames) override;
+  void onMidi(std::uint32_t packed, std::int32_t frame) override;
+  void macroMoved(std::uint32_t index, float value, std::uint32_t frame) override;
+  void programSelected() override { hasSelected = true; }
+  void noteReceived(std::uint16_t) override {}
+
+ private:
+  void runBlock(float** inputs, float** outputs, std::int32_t frames);
+  void takeWrites();
+  void sendMidiOut();
+  void reportChanges();
+  MidiVerdict judge(const std::uint8_t* data, std::size_t size) const;
+  void queueForEngine(const ShortMessage& message, std::int32_t deltaFrames);
+
+  ShellCore& core;
+  ShellParameters& parameters;
+  CFsConverterWrapper converter;
+  bool active = false;
+  float hostSampleRate = 0.0F;          ///< 0 until the host gives one.
+  float tempo = 120.0F;                 ///< Beats per minute.
+  std::vector<vimo::MidiEvent> midiIn;  ///< In frames of the engine, as `midiOut`.
+  std::vector<vimo::MidiEvent> midiOut;
+  vimo::TimedValueRing automationRing{4096};
+  vimo::TimedValueRing notificationRing{1024};
+  ChangeList latest;
+  bool takesInput = false;   ///< The engine has inputs.
+  bool hasSelected = false;  ///< The block has selected a program.
+  bool isInBlock = false;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,96 @@
+// How a value becomes mail for the block, or a movement that the host records.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/shell/ShellParameters.h"
+
+#include "core/RealTimeLock.h"
+#include "core/Uuid.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+/// False for NaN.
+bool isNormalised(float value) { return value >= 0.0F && value <= 1.0F; }
+
+}  // namespace
+
+ShellParameters::ShellParameters(ShellCore& shellCore)
+    : core(shellCore), editorSource(cofu::core::makeUuid()), hostSource(cofu::core::makeUuid()) {
+  if (!core.processor) {
+    return;
+  }
+  const auto& controller = core.processor->controller();
+  map.build(controller.macroCount(), [&](std::uint64_t id) { return controller.isHidden(id); });
+  waiting.resize(static_cast<std::size_t>(controller.macroCount()));
+  cache.fill(controller);
+}
+
+std::uint64_t ShellParameters::visibleCount() const {
+  const std::lock_guard lock(core.mainMutex);
+  return map.visibleCount();
+}
+
+std::uint64_t ShellParameters::idOf(std::uint64_t visibleIndex) const {
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  return map.idOf(visibleIndex).value_or(BramelInstrument::kNoParameter);
+}
+
+void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& source) {
+  if (id >= map.count() || !isNormalised(value)) {
+    return;
+  }
+  waiting.post({source, vimo::ProcessorEventTag::floatValue, id, value, 0});
+  cache.noteValue(id, value);
+}
+
+void ShellParameters::set(std::uint64_t id, float value) {
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  post(id, core.owner.mapValueFromHost(id, value), hostSource);
+}
+
+void ShellParameters::setFromEditor(std::uint64_t id, float value) {
+  const std::lock_guard lock(core.mainMutex);
+  const auto index = map.visibleIndexOf(id);
+  if (!index) {
+    post(id, value, editorSource);
+    return;
+  }
+  if (!isNormalised(value)) {
+    return;
+  }
+  const bool isInGesture = map.isGestureOpen(*index);
+  core.tellHost([&](BramelInstrumentHostCallback& host) {
+    if (!isInGesture) {
+      host.beginEdit(*index);
+    }
+    host.automate(*index, value);
+    if (!isInGesture) {
+      host.endEdit(*index);
+    }
+  });
+}
+
+void ShellParameters::setInteger(std::uint64_t id, std::uint64_t value) {
+  const std::lock_guard lock(core.mainMutex);
+  if (id < map.count()) {
+    waiting.post({editorSource, vimo::ProcessorEventTag::integerValue, id, 0.0F, value});
+    cache.noteValue(id, static_cast<float>(value));
+  }
+}
+
+void ShellParameters::setGesture(std::uint64_t id, bool isOpen) {
+  const std::lock_guard lock(core.mainMutex);
+  const auto index = map.visibleIndexOf(id);
+  if (!index) {
+    return;
+  }
+  map.setGestureOpen(*index, isOpen);
+  core.tellHost([&](BramelInstrumentHostCallback& host) {
+    if (isOpen) {
+      host.beginEdit(*index);
+    } else {
+      host.endEdit(*index);
+    }
+  });
+}
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,233 @@
+// What each operation on programs changes, in which order the others hear of it, and what goes to disk.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/shell/ShellPrograms.h"
+
+#include <array>
+#include <memory>
+#include <numeric>
+
+#include "host/shell/ProgramBanks.h"
+#include "storage/paths/Paths.h"
+#include "storage/programs/UserProgramFile.h"
+#include "storage/state/EditBufferRecord.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+using vimo::Bank;
+
+void write(const std::string& path, const std::vector<std::uint8_t>& bytes) {
+  writeFile(path, bytes.data(), bytes.size());
+}
+
+}  // namespace
+
+ShellPrograms::ShellPrograms(ShellCore& shellCore, ShellParameters& shellParameters, ShellBlock& shellBlock)
+    : core(shellCore), parameters(shellParameters), block(shellBlock) {}
+
+void ShellPrograms::postProgramChange(const vimo::ProgramSelection& program) {
+  core.processor->programQueue.put(vimo::MidiEvent::programChange(1, static_cast<std::uint8_t>(program.bank),
+                                                                  static_cast<std::uint32_t>(program.program)));
+}
+
+/// Runs `change` with the main lock held; if it gives true, writes the user's program file and then runs `report`,
+/// again with the lock.
+template <typename Change, typename Report>
+void ShellPrograms::changeBanks(Change change, Report report) {
+  if (!core.processor) {
+    return;
+  }
+  const std::lock_guard fileLock(fileMutex);
+  {
+    const std::lock_guard lock(core.mainMutex);
+    if (!change(controller().programs())) {
+      return;
+    }
+    controller().programs().fit(Bank::user);
+  }
+  writeUserPrograms();
+  const std::lock_guard lock(core.mainMutex);
+  core.tellEditor(report);
+}
+
+/// With `fileMutex` held: the records change only under both locks, and a block only reads them.
+void ShellPrograms::writeUserPrograms() const {
+  write(pathFor(kBramelPath_UserProgram, core.processor->instrumentName()),
+        vimo::makeUserProgramFile(*controller().programs().database(Bank::user)));
+}
+
+std::uint64_t ShellPrograms::currentProgram() {
+  const std::lock_guard lock(core.mainMutex);
+  if (!core.processor) {
+    return 0;
+  }
+  block.flush();
+  parameters.cache.refreshTexts(controller());
+  return controller().programs().selection().program;
+}
+
+Bank ShellPrograms::currentBank() const {
+  const std::lock_guard lock(core.mainMutex);
+  return core.processor ? controller().programs().selection().bank : Bank::factory;
+}
+
+std::string ShellPrograms::currentProgramName() {
+  const std::lock_guard lock(core.mainMutex);
+  if (!core.processor) {
+    return {};
+  }
+  block.flush();
+  return controller().programName();
+}
+
+std::uint64_t ShellPrograms::programCount(Bank bank) const {
+  const std::lock_guard lock(core.mainMutex);
+  return core.processor ? controller().programs().programCount(bank) : 0;
+}
+
+std::string ShellPrograms::programName(Bank bank, std::uint64_t index) const {
+  const std::lock_guard lock(core.mainMutex);
+  return core.processor ? controller().programs().database(bank)->name(index) : std::string();
+}
+
+void ShellPrograms::setProgram(Bank bank, std::uint64_t index) {
+  const std::lock_guard lock(core.mainMutex);
+  if (!core.processor) {
+    return;
+  }
+  postProgramChange({index, bank});
+  block.flush();
+  parameters.cache.refresh(controller());
+  core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
+  core.tellHost([](BramelInstrumentHostCallback& host) { host.parametersChanged(); });
+}
+
+void ShellPrograms::saveAs(Bank bank, const std::string& name) {
+  if (bank == Bank::ghost) {
+    return;
+  }
+  std::uint64_t saved = 0;
+  changeBanks(
+      [&](vimo::ProgramShelf& shelf) {
+        block.flushWrites();
+        controller().setProgramName(name);
+        shelf.storeCurrent(bank);
+        saved = shelf.programCount(bank) - 1;
+        postProgramChange({saved, bank});
+        return true;
+      },
+      [&](BramelInstrumentUICallback& editor) {
+        const std::array<std::uint64_t, 2> programAndBank{saved, numberOf(bank)};
+        editor.programChanged();
+        editor.programSaved(nameOf(bank), programAndBank.data(), 1);
+      });
+}
+
+void ShellPrograms::overwrite() {
+  changeBanks(
+      [&](vimo::ProgramShelf& shelf) {
+        block.flushWrites();
+        const vimo::ProgramSelection selected = shelf.selection();
+        shelf.overwrite(selected.program, selected.bank);
+        postProgramChange(selected);
+        return true;
+      },
+      [](BramelInstrumentUICallback&) {});
+}
+
+void ShellPrograms::rename(const std::string& name) {
+  const std::lock_guard lock(core.mainMutex);
+  if (core.processor) {
+    controller().setProgramName(name);
+  }
+}
+
+void ShellPrograms::remove(Bank bank, std::uint64_t index) {
+  changeBanks(
+      [&](vimo::ProgramShelf& shelf) {
+        const bool exists = index < shelf.programCount(bank);
+        shelf.deleteProgram(index, bank);
+        return exists;
+      },
+      [&](BramelInstrumentUICallback& editor) { editor.programDeleted(nameOf(bank), &index, 1); });
+}
+
+void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
+  changeBanks(
+      [&](vimo::ProgramShelf& shelf) {
+        const std::uint64_t count = shelf.programCount(bank);
+        shelf.moveProgram(bank, from, to);
+        return from < count && to < count && from != to;
+      },
+      [&](BramelInstrumentUICallback& editor) { editor.programMoved(nameOf(bank), from, to); });
+}
+
+void ShellPrograms::importFrom(const std::string& path) {
+  if (!core.processor) {
+    return;
+  }
+  const std::vector<std::uint8_t> file = readFile(path);
+  const auto image = vimo::readExportedPrograms(file, core.processor->instrumentName());
+  std::vector<std::uint64_t> added;
+  const auto incoming = image ? controller().programs().readImage(image->image, image->macroCount) : nullptr;
+  changeBanks(
+      [&](vimo::ProgramShelf& shelf) {
+        const std::uint64_t before = shelf.programCount(Bank::user);
+        if (incoming) {
+          shelf.append(Bank::user, *incoming, image->macroCount);
+        }
+        added.resize(static_cast<std::size_t>(shelf.programCount(Bank::user) - before));
+        std::iota(added.begin(), added.end(), before);
+        return true;
+      },
+      [&](BramelInstrumentUICallback& editor) { editor.programSaved(nameOf(Bank::user), added.data(), added.size()); });
+}
+
+void ShellPrograms::exportTo(const std::string& path) {
+  if (!core.processor) {
+    return;
+  }
+  const std::lock_guard fileLock(fileMutex);
+  {
+    const std::lock_guard lock(core.mainMutex);
+    controller().programs().fit(Bank::user);
+  }
+  write(path,
+        vimo::makeExportedPrograms(*controller().programs().database(Bank::user), core.processor->instrumentName()));
+}
+
+std::vector<std::uint8_t> ShellPrograms::getState() {
+  const std::lock_guard lock(core.mainMutex);
+  if (!core.processor) {
+    return {};
+  }
+  block.flushWrites();
+  const auto content = core.processor->getStateContent();
+  EditBufferRecord record;
+  record.content.assign(content.begin(), content.end());
+  return packState(record);
+}
+
+void ShellPrograms::setState(const void* data, std::size_t size) {
+  if (data == nullptr) {
+    return;
+  }
+  const auto record = unpackState({static_cast<const std::uint8_t*>(data), size});
+  if (!record || record->name != kEditBufferName || record->version != kEditBufferVersion) {
+    return;
+  }
+  const std::lock_guard lock(core.mainMutex);
+  if (!core.processor) {
+    return;
+  }
+  BramelInstrument::Processor& processor = *core.processor;
+  block.flush();
+  processor.generator().deactivate();
+  processor.setStateContent(record->content);
+  processor.generator().activate();
+  block.flush();
+  parameters.cache.refresh(processor.controller());
+  core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
+}
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,57 @@
+// The programs of the shell: selection, the operations that change a bank, their files, and the state that a host
+// keeps. SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "host/shell/ShellBlock.h"
+#include "host/shell/ShellCore.h"
+#include "host/shell/ShellParameters.h"
+#include "storage/programs/ProgramShelf.h"
+
+namespace tesh::bramel::vst {
+
+/// BramelInstrument describes the operations. Two locks: `fileMutex`, which lets one change of a bank after the other
+/// reach the disk, and behind it the main lock, which no block waits for while a file is read or written.
+class ShellPrograms {
+ public:
+  ShellPrograms(ShellCore& shellCore, ShellParameters& shellParameters, ShellBlock& shellBlock);
+
+  std::uint64_t currentProgram();
+  vimo::Bank currentBank() const;
+  std::string currentProgramName();
+  std::uint64_t programCount(vimo::Bank bank) const;
+  std::string programName(vimo::Bank bank, std::uint64_t index) const;
+  void setProgram(vimo::Bank bank, std::uint64_t index);
+
+  void saveAs(vimo::Bank bank, const std::string& name);
+  void overwrite();
+  void rename(const std::string& name);
+  void remove(vimo::Bank bank, std::uint64_t index);
+  void move(vimo::Bank bank, std::uint64_t from, std::uint64_t to);
+  void importFrom(const std::string& path);
+  void exportTo(const std::string& path);
+
+  std::vector<std::uint8_t> getState();
+  void setState(const void* data, std::size_t size);
+
+ private:
+  using Controller = BramelInstrument::Processor::Controller;
+
+  Controller& controller() const { return core.processor->controller(); }
+  void postProgramChange(const vimo::ProgramSelection& program);
+  template <typename Change, typename Report>
+  void changeBanks(Change change, Report report);
+  void writeUserPrograms() const;
+
+  ShellCore& core;
+  ShellParameters& parameters;
+  ShellBlock& block;
+  std::recursive_mutex fileMutex;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,70 @@
+// The parameter writes that wait for the next block, however many come before it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "core/MailServer.h"
+#include "core/RealTime.h"
+#include "host/shell/ProcessorEvent.h"
+
+namespace tesh::bramel::vst {
+
+/// Keeps writes in their order. Once kMost wait, the oldest write that a later one to the same parameter has replaced
+/// makes room, so that the latest value of each parameter gets through. With the shell's main lock held; audio thread
+/// safe while the mail's pool has free nodes.
+class WaitingWrites {
+ public:
+  /// As many as the processor's command queue holds.
+  static constexpr std::size_t kMost = 511;
+
+  WaitingWrites();
+
+  /// Makes room for the parameters 0 to count - 1.
+  void resize(std::size_t count);
+
+  /// Ids past the parameters are ignored.
+  void post(const vimo::ProcessorEvent& event);
+
+  bool isEmpty() const { return heldCount + mailCount == 0; }
+
+  /// Calls `take(event)` for every write, oldest first; none waits afterwards.
+  template <typename Take>
+  void takeAll(Take take) {
+    if (heldCount > 0) {
+      for (const std::size_t id : sortHeld()) {
+        slots[id].isHeld = false;
+        take(slots[id].event);
+      }
+      heldCount = 0;
+    }
+    while (const auto event = mail.receive()) {
+      slots[static_cast<std::size_t>(event->parameterId)].inMail = 0;
+      take(*event);
+    }
+    mailCount = 0;
+  }
+
+ private:
+  /// Of one parameter: its writes in the mail, or the latest one that was taken out of it to make room.
+  struct Slot {
+    vimo::ProcessorEvent event;
+    std::uint64_t order = 0;  ///< Of events that are held.
+    std::uint32_t inMail = 0;
+    bool isHeld = false;
+  };
+
+  void holdOldest();
+  const std::vector<std::size_t>& sortHeld();
+
+  cofu::core::impl::Mailbox<vimo::ProcessorEvent> mail;
+  std::vector<Slot> slots;
+  std::vector<std::size_t> heldIds;  ///< Filled by sortHeld.
+  std::size_t heldCount = 0;
+  std::size_t mailCount = 0;
+  std::uint64_t nextOrder = 0;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,22 @@
+// The banks of programs, by the place of their database, and the number of a program in one.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tesh::vimo {
+
+/// The number is the place of the bank's database, as states and program changes carry it. Nothing is ever stored in
+/// the ghost bank: a selection there matches no list. A state may bring any other number, which names no bank.
+enum class Bank : std::uint64_t { factory = 0, factoryTwo = 1, user = 2, ghost = 3 };
+
+inline constexpr std::size_t kBankCount = 4;
+
+struct ProgramSelection {
+  std::uint64_t program = 0;
+  Bank bank = Bank::factory;
+  bool operator==(const ProgramSelection&) const = default;
+};
+
+}  // namespace tesh::vimo

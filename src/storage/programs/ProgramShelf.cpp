@@ -1,0 +1,138 @@
+// The operations on the four databases, and how the selection follows them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/programs/ProgramShelf.h"
+
+namespace tesh::vimo {
+namespace {
+
+constexpr std::size_t placeOf(Bank bank) { return static_cast<std::size_t>(bank); }
+
+/// Fits a database to the macro list; macros past `knownMacros` take their defaults.
+void fitTo(const MacroList& macros, ProgramDatabase& database, std::uint64_t knownMacros) {
+  database.setMacroCount(static_cast<std::size_t>(macros.macroCount()));
+  for (std::uint64_t macro = knownMacros; macro < macros.macroCount(); ++macro) {
+    database.fillMacro(macro, macros.macroDefault(macro));
+  }
+}
+
+}  // namespace
+
+ProgramShelf::ProgramShelf(const MacroList& macroList)
+    : macros(macroList),
+      databases{ProgramDatabase(macroList), ProgramDatabase(macroList), ProgramDatabase(macroList),
+                ProgramDatabase(macroList)} {}
+
+ProgramDatabase* ProgramShelf::databaseAt(Bank bank) {
+  return placeOf(bank) < kBankCount ? &databases[placeOf(bank)] : nullptr;
+}
+
+const ProgramDatabase* ProgramShelf::database(Bank bank) const {
+  return placeOf(bank) < kBankCount ? &databases[placeOf(bank)] : nullptr;
+}
+
+std::uint64_t ProgramShelf::programCount(Bank bank) const {
+  const ProgramDatabase* const found = database(bank);
+  return found != nullptr ? found->programCount() : 0;
+}
+
+void ProgramShelf::fit(Bank bank) {
+  if (ProgramDatabase* const found = databaseAt(bank)) {
+    found->setMacroCount(static_cast<std::size_t>(macros.macroCount()));
+  }
+}
+
+void ProgramShelf::loadDatabase(Bank bank, std::span<const std::uint8_t> image, std::uint64_t imageMacroCount,
+                                ProgramDatabase::Mode mode) {
+  ProgramDatabase* const found = databaseAt(bank);
+  if (found == nullptr) {
+    return;
+  }
+  const std::size_t programsRead = found->load(image, imageMacroCount, mode);
+  fit(bank);
+  fitAll(programsRead, imageMacroCount);
+}
+
+std::unique_ptr<ProgramDatabase> ProgramShelf::readImage(std::span<const std::uint8_t> image,
+                                                         std::uint64_t imageMacroCount) const {
+  auto incoming = std::make_unique<ProgramDatabase>(macros);
+  incoming->load(image, imageMacroCount, ProgramDatabase::Mode::replace);
+  fitTo(macros, *incoming, imageMacroCount);
+  return incoming;
+}
+
+void ProgramShelf::append(Bank bank, ProgramDatabase& incoming, std::uint64_t imageMacroCount) {
+  ProgramDatabase* const found = databaseAt(bank);
+  if (found == nullptr) {
+    return;
+  }
+  fit(bank);
+  fitAll(incoming.programCount(), imageMacroCount);
+  found->takeAll(incoming);
+}
+
+void ProgramShelf::fitAll(std::size_t programsRead, std::uint64_t imageMacroCount) {
+  if (programsRead == 0 || imageMacroCount == macros.macroCount()) {
+    return;
+  }
+  for (ProgramDatabase& database : databases) {
+    fitTo(macros, database, imageMacroCount);
+  }
+}
+
+void ProgramShelf::storeCurrent(Bank bank) {
+  if (ProgramDatabase* const found = databaseAt(bank)) {
+    fit(bank);
+    found->appendFromDelegate();
+  }
+}
+
+void ProgramShelf::overwrite(std::uint64_t program, Bank bank) {
+  if (ProgramDatabase* const found = databaseAt(bank)) {
+    fit(bank);
+    found->overwriteFromDelegate(program);
+  }
+}
+
+std::size_t ProgramShelf::databaseByteSize(Bank bank) const {
+  const auto macroCount = static_cast<std::size_t>(macros.macroCount());
+  return database(bank) != nullptr ? ProgramDatabase::imageBytes(database(bank)->programCount(), macroCount) : 0;
+}
+
+void ProgramShelf::saveDatabase(Bank bank, std::vector<std::uint8_t>& out) {
+  if (const ProgramDatabase* const found = databaseAt(bank)) {
+    fit(bank);
+    found->save(out);
+  }
+}
+
+void ProgramShelf::deleteProgram(std::uint64_t program, Bank bank) {
+  if (program >= programCount(bank)) {
+    return;
+  }
+  if (selected.program == program) {
+    selected.bank = Bank::ghost;
+  }
+  databaseAt(bank)->remove(program);
+  if (selected.bank == bank && program <= selected.program) {
+    --selected.program;
+  }
+}
+
+void ProgramShelf::moveProgram(Bank bank, std::uint64_t from, std::uint64_t to) {
+  if (from == to || from >= programCount(bank) || to >= programCount(bank)) {
+    return;
+  }
+  databaseAt(bank)->move(from, to);
+  if (selected.bank != bank) {
+    return;
+  }
+  if (selected.program == from) {
+    selected.program = to;
+  } else if (selected.program > from && selected.program <= to) {
+    --selected.program;
+  } else if (selected.program >= to && selected.program < from) {
+    ++selected.program;
+  }
+}
+
+}  // namespace tesh::vimo

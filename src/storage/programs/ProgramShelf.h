@@ -1,0 +1,80 @@
+// The four program databases of an instrument, and which program is selected.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "core/RealTime.h"
+#include "storage/programs/Bank.h"
+#include "storage/programs/MacroProgramDatabaseDelegate.h"
+#include "storage/programs/ProgramDatabase.h"
+
+namespace tesh::vimo {
+
+/// The list of macros that the programs hold values for.
+class MacroList : public MacroProgramDatabaseDelegate {
+ public:
+  virtual std::uint64_t macroCount() const = 0;
+  /// The value for programs that have no entry for the macro; 0 past the list.
+  virtual float macroDefault(std::uint64_t index) const = 0;
+};
+
+/// All operations under the shell's main lock, except where noted. A bank that does not exist, or a program past its
+/// list, reads as null or 0 and changes nothing.
+class ProgramShelf {
+ public:
+  /// `macroList` must outlive the shelf.
+  explicit ProgramShelf(const MacroList& macroList);
+
+  const ProgramDatabase* database(Bank bank) const SIVRAY_NONBLOCKING;
+  std::uint64_t programCount(Bank bank) const SIVRAY_NONBLOCKING;
+
+  /// Cuts or extends the records of a bank to the present number of macros.
+  void fit(Bank bank);
+
+  /// Loads an image of records with `imageMacroCount` macros. If the macro list has another number, the records of all
+  /// banks are fitted to it, and macros past `imageMacroCount` take their defaults in all of them. An image that brings
+  /// no program leaves the other banks alone.
+  void loadDatabase(Bank bank, std::span<const std::uint8_t> image, std::uint64_t imageMacroCount,
+                    ProgramDatabase::Mode mode);
+
+  /// The first half of appending an image, which reads no bank and may be called on any thread without the lock: the
+  /// programs of the image, fitted to the macro list.
+  std::unique_ptr<ProgramDatabase> readImage(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount) const;
+  /// The second half: moves the programs of `incoming` to the end of the bank, with the consequences of loadDatabase.
+  void append(Bank bank, ProgramDatabase& incoming, std::uint64_t imageMacroCount);
+
+  /// Stores the current values as the last program of the bank.
+  void storeCurrent(Bank bank);
+  /// Stores the current values into a program.
+  void overwrite(std::uint64_t program, Bank bank);
+
+  /// Bytes of the image that saveDatabase appends.
+  std::size_t databaseByteSize(Bank bank) const;
+  void saveDatabase(Bank bank, std::vector<std::uint8_t>& out);
+
+  /// Removes a program. The selection stays with its program. If the number of the removed one is selected, in whatever
+  /// bank, the selection moves to the ghost bank.
+  void deleteProgram(std::uint64_t program, Bank bank);
+  /// Moves a program to the place `to`. The selection stays with its program.
+  void moveProgram(Bank bank, std::uint64_t from, std::uint64_t to);
+
+  ProgramSelection selection() const SIVRAY_NONBLOCKING { return selected; }
+  /// Shows another program as selected; no macro moves.
+  void setSelection(std::uint64_t program, Bank bank) SIVRAY_NONBLOCKING { selected = {program, bank}; }
+
+ private:
+  ProgramDatabase* databaseAt(Bank bank);
+  void fitAll(std::size_t programsRead, std::uint64_t imageMacroCount);
+
+  const MacroList& macros;
+  std::array<ProgramDatabase, kBankCount> databases;
+  ProgramSelection selected;
+};
+
+}  // namespace tesh::vimo
