@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Processor processor("Sivray", std::make_unique<QuietGenerator>());
   const auto text = pieces.next();
   try {
-    loadDescription(*text, {[&pieces](const std::string&) { return pieces.next(); }, "", ""}, processor,
+    loadDescription(*text, {[&pieces](const std::string&) { return pieces.next(); }, "", "", ""}, processor,
                     Processor::Controller::ChunkParts::all);
   } catch (const std::runtime_error&) {
   }

@@ -1,7 +1,9 @@
+// How each member of a description reaches the engine and the macros.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroDescription.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "macro/Json.h"
 #include "platform/Files.h"
@@ -55,6 +57,14 @@ void readAutomation(const picojson::value& member, Controller& controller) {
   controller.automationBlacklist = std::move(hidden);
 }
 
+void loadActiveCcMap(const DescriptionSource& source, Controller& controller) {
+  try {
+    controller.loadCcMap(source.ccMapPath);
+  } catch (const std::runtime_error&) {
+    controller.loadCcMap(source.factoryCcMapPath);
+  }
+}
+
 /// What hangs on the macro list. A null member is one that is not there.
 void readMacroMembers(const picojson::value& description, const DescriptionSource& source, Controller& controller) {
   const auto present = [&description](const char* key) {
@@ -69,7 +79,7 @@ void readMacroMembers(const picojson::value& description, const DescriptionSourc
   }
   if (const auto* map = present("cc_map")) {
     map->get<std::string>();
-    controller.loadCcMap(source.ccMapPath);
+    loadActiveCcMap(source, controller);
   }
   if (const auto* map = present("native_mode_map")) {
     map->get<std::string>();
@@ -107,6 +117,7 @@ void readMiscAndPatches(const picojson::value& description, const DescriptionSou
 DescriptionSource filesOf(const std::string& directory, const std::string& name) {
   return {[directory](const std::string& file) { return bramel::platform::readWhole(directory + "/" + file); },
           bramel::pathFor(bramel::kBramelPath_ActiveCCMap, name),
+          bramel::pathFor(bramel::kBramelPath_FactoryCCMap, name),
           bramel::pathFor(bramel::kBramelPath_FactoryNativeMap, name)};
 }
 

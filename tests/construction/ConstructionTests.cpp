@@ -6,12 +6,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "core/LittleEndian.h"
-#include "macro/MacroSetLinear.h"
+#include "storage/paths/Paths.h"
 #include "storage/programs/UserProgramFile.h"
 
 namespace tesh::bramel::vst {
@@ -137,6 +138,20 @@ TEST_F(Construction, ReadsUserProgramsOfBothHeads) {
     EXPECT_EQ(entries[0].value, 0.5F);
     EXPECT_EQ(entries[1].value, 0.125F);
   }
+}
+
+TEST_F(Construction, TakesTheUsersControllerMapIfItCanBeReadAndElseTheFactorys) {
+  std::string file = pathFor(kBramelPath_UserCCMap, "Sivray");
+  std::replace(file.begin(), file.end(), '\\', '/');
+  fs::create_directories(fs::path(file).parent_path());
+  for (const auto& [text, macro] : std::vector<std::pair<std::string, std::int64_t>>{
+           {R"({"cc_map": {"7": 0}})", 0}, {"", 1}, {R"({"cc_map": {"7")", 1}, {"[]", 1}, {"{}", 1}}) {
+    write(file, text);
+    ASSERT_TRUE(fileExists(file)) << file;
+    EXPECT_EQ(makeProcessor()->controller().macroForController(7), macro) << text;
+  }
+  write(macroFolder / "Sivray.ccmap", "[]");
+  EXPECT_THROW(makeProcessor(), std::runtime_error) << "an installation that is broken";
 }
 
 TEST_F(Construction, FailsWithoutAReadableDescription) {

@@ -20,7 +20,7 @@ void load(Scene& scene, const std::string& members, const std::map<std::string, 
                                    const auto found = files.find(name);
                                    return found == files.end() ? std::nullopt : std::optional(found->second);
                                  },
-                                 "", ""};
+                                 "", "", ""};
   if (scene.controller().macroCount() == 0) {
     scene.addMacros(3);
   }
@@ -31,7 +31,7 @@ void load(Scene& scene, const std::string& members, const std::map<std::string, 
 std::string failure(const std::string& text) {
   Scene scene;
   try {
-    loadDescription(bytesOf(text), {[](const std::string&) { return std::nullopt; }, "", ""}, *scene.processor,
+    loadDescription(bytesOf(text), {[](const std::string&) { return std::nullopt; }, "", "", ""}, *scene.processor,
                     Parts::all);
   } catch (const std::runtime_error& error) {
     return error.what();
@@ -96,7 +96,8 @@ TEST(MacroDescription, FilesAreReadInTheirOrder) {
   scene.addMacros(3);
   const std::string text = R"({"processor": {"plugin_chunk": "engine", "macro_chunk": "macros",
                                "automation": {"blacklist": [1]}}})";
-  const DescriptionSource source{[&files](const std::string& name) { return std::optional(files.at(name)); }, "", ""};
+  const DescriptionSource source{[&files](const std::string& name) { return std::optional(files.at(name)); }, "", "",
+                                 ""};
   loadDescription(bytesOf(text), source, *scene.processor, Parts::valuesOnly);
   EXPECT_EQ(scene.controller().macroCount(), 3U);
   EXPECT_EQ(scene.controller().macroValue(0), 0.5F);
