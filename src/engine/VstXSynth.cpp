@@ -21,11 +21,10 @@ void VstXSynth::processEvent(const SequencerMessage& message) {
     return;
   }
   const int note = data1 & 127;
-  const int velocity = data2 & 127;
   switch (status & 0xF0) {
     case kNoteOn:
-      if (velocity > 0) {
-        drumEngine.noteOn(note, velocity);
+      if (data2 > 0) {
+        drumEngine.noteOn(note, data2 & 127);
       } else {
         drumEngine.noteOff(note);
       }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <memory>
 #include <mutex>
@@ -29,6 +30,7 @@ struct HostCall {
   std::intptr_t value = 0;
   float opt = 0.0F;
   Bytes payload;  ///< Of vendor calls and of the one message of a MIDI call.
+  std::chrono::steady_clock::time_point at = std::chrono::steady_clock::now();
 };
 
 /// Any thread may call it.
@@ -41,7 +43,7 @@ class FakeHost {
 
   static std::intptr_t SIVRAY_VST_CALL callback(AEffect*, std::int32_t opcode, std::int32_t index, std::intptr_t value,
                                                 void* ptr, float opt) {
-    return current->answer({opcode, index, value, opt, {}}, ptr);
+    return current->answer({.opcode = opcode, .index = index, .value = value, .opt = opt, .payload = {}}, ptr);
   }
 
   std::size_t count(std::int32_t opcode) {

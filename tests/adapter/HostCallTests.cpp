@@ -188,6 +188,22 @@ TEST_F(Adapter, EditsOfTheEditorGoOutAsGesturesAndComeBackAsValues) {
   EXPECT_EQ(effect->getParameter(effect, 1), 0.125F);
 }
 
+TEST_F(Adapter, TellsTheHostAllParametersOfASelectedProgramFromTheFirstOn) {
+  load();
+  run();  // The first block selects the first program.
+  effect->setParameter(effect, 0, 0.125F);
+  host.take();
+  shell->saveProgramAs(3, "quiet");
+  shell->setProgram(0, 0);
+  auto calls = host.take();
+  std::erase_if(calls, [](const HostCall& call) { return call.opcode != audioMasterAutomate; });
+  ASSERT_EQ(calls.size(), 2U);
+  EXPECT_EQ(calls[0].index, 0);
+  EXPECT_EQ(calls[0].opt, 1.0F);
+  EXPECT_EQ(calls[1].index, 1);
+  EXPECT_EQ(calls[1].opt, 0.5F);
+}
+
 TEST_F(Adapter, SurvivesEveryOpcodeWithAnyNumbers) {
   load();
   std::mt19937 random(5);

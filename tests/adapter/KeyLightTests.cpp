@@ -43,6 +43,7 @@ TEST_F(KeyLight, ShowsAllKeysAfterTheFirstResumeAndAfterEachChange) {
   EXPECT_GE(std::chrono::steady_clock::now() - before, 300ms);
   const auto first = settle(kSweep);
   ASSERT_EQ(first.size(), kSweep);
+  EXPECT_GE(first.front().at - before, 300ms) << "the host is not ready earlier";
   for (std::uint8_t note = 0; note < 128; ++note) {
     const HostCall& reset = first[2U * note];
     const HostCall& state = first[2U * note + 1];

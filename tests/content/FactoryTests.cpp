@@ -51,11 +51,11 @@ TEST_F(Factory, ProgramsReachTheEngineAsTheKitsSay) {
   ASSERT_EQ(bytes.size(), sizeof(image));
   std::memcpy(static_cast<void*>(&image), bytes.data(), sizeof(image));
   ASSERT_EQ(controller.macroCount(), 133U);
-  ASSERT_GE(controller.programs().programCount(vimo::Bank::factory), 64U);
+  ASSERT_GE(controller.programs().programCount(tesh::vimo::Bank::factory), 64U);
 
   std::set<std::string> names;
-  for (std::size_t program = 0; program < controller.programs().programCount(vimo::Bank::factory); ++program) {
-    const auto entries = controller.programs().database(vimo::Bank::factory)->entries(program);
+  for (std::size_t program = 0; program < controller.programs().programCount(tesh::vimo::Bank::factory); ++program) {
+    const auto entries = controller.programs().database(tesh::vimo::Bank::factory)->entries(program);
     ASSERT_EQ(entries.size(), controller.macroCount());
     for (const auto& entry : entries) {
       EXPECT_TRUE(entry.value >= 0.0F && entry.value <= 1.0F);
@@ -63,13 +63,13 @@ TEST_F(Factory, ProgramsReachTheEngineAsTheKitsSay) {
     meter.select(program);
     const engine::ProgramBankRecord live = liveRecord(meter);
     const engine::ProgramBankRecord& written = image.programs[program];
-    const std::string name = controller.programs().database(vimo::Bank::factory)->name(program);
+    const std::string name = controller.programs().database(tesh::vimo::Bank::factory)->name(program);
     EXPECT_TRUE(live.pads == written.pads) << name;
     EXPECT_TRUE(live.effect == written.effect) << name;
     EXPECT_EQ(live.master, written.master) << name;
     EXPECT_EQ(std::string(written.name.data()), name);
     EXPECT_LE(name.size(), 24U);
-    EXPECT_FALSE(controller.programs().database(vimo::Bank::factory)->comment(program).empty());
+    EXPECT_FALSE(controller.programs().database(tesh::vimo::Bank::factory)->comment(program).empty());
     EXPECT_TRUE(names.insert(name).second) << name;
   }
 }
@@ -77,9 +77,9 @@ TEST_F(Factory, ProgramsReachTheEngineAsTheKitsSay) {
 TEST_F(Factory, ComesUpWithItsFirstProgramBeforeTheFirstBlock) {
   const auto processor = tesh::bramel::vst::makeProcessor();
   auto& controller = processor->controller();
-  EXPECT_EQ(controller.programName(), controller.programs().database(vimo::Bank::factory)->name(0));
+  EXPECT_EQ(controller.programName(), controller.programs().database(tesh::vimo::Bank::factory)->name(0));
   for (std::size_t i = 0; i < controller.macroCount(); ++i) {
-    EXPECT_EQ(controller.macroValue(i), controller.programs().database(vimo::Bank::factory)->entries(0)[i].value);
+    EXPECT_EQ(controller.macroValue(i), controller.programs().database(tesh::vimo::Bank::factory)->entries(0)[i].value);
   }
   EXPECT_TRUE(processor->running);
   EXPECT_FALSE(processor->storeEngineChunk);

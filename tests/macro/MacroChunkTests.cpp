@@ -75,6 +75,21 @@ TEST(MacroChunk, ReadsEveryVersion) {
   }
 }
 
+TEST(MacroChunk, ASelectedProgramBringsItsCommentAndTime) {
+  Scene scene;
+  scene.addMacros(2);
+  scene.controller().programs().storeCurrent(Bank::factory);
+  scene.controller().readChunk(chunkOf(768), Parts::valuesOnly);
+  scene.controller().programs().storeCurrent(Bank::user);
+  scene.select(0, 0);
+  EXPECT_EQ(scene.controller().programComment(), "");
+  EXPECT_EQ(scene.controller().programTime(), 0U);
+  scene.select(0, 2);
+  EXPECT_EQ(scene.controller().programName(), "KitX");
+  EXPECT_EQ(scene.controller().programComment(), "fun");
+  EXPECT_EQ(scene.controller().programTime(), 99U);
+}
+
 TEST(MacroChunk, AnUnknownVersionOnlyEmptiesTheList) {
   Scene scene;
   scene.addMacros(2);

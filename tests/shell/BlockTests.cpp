@@ -138,6 +138,19 @@ TEST_F(Shell, HandsTheEnginesMidiToTheHostAndTemposToTheEngine) {
   EXPECT_EQ(generator->tempi, (std::vector<double>{120.0, 90.0, 300.0}));
 }
 
+TEST_F(Shell, PlaysNotesWhileSuspendedButNoneThatWaitedForTheResume) {
+  shell->resume();
+  shell->suspend();
+  send({0x90, 36, 100});
+  run();
+  EXPECT_EQ(generator->midi, Log{"902464@0"}) << "a block is served in both states";
+  send({0x90, 37, 100});
+  shell->resume();
+  send({0x90, 38, 100});
+  run();
+  EXPECT_EQ(generator->midi, (Log{"902464@0", "902664@0"}));
+}
+
 TEST_F(Shell, ComesBackFromSuspendWithoutOldSound) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
   shell->setSampleRate(48000.0F);

@@ -42,6 +42,26 @@ TEST(AudioThread, AllocatesAndFreesNothing) {
   }
 }
 
+TEST(AudioThread, MemoryStaysTheSameHoweverLongAHostWritesAndReadsWithoutAudio) {
+  const support::SampleFolder folder(support::assortedWaves(12, 900));
+  Player player(makeInstrument());
+  player.reserve(1024);
+  const auto flood = [&player] {
+    for (std::uint32_t i = 0; i < 30000; ++i) {
+      player.shell->setParameter(i % kPadValues, static_cast<float>(i % 100) / 99.0F);
+    }
+    for (std::uint32_t i = 0; i < 30000; ++i) {
+      player.shell->setParameter(kPadValues, static_cast<float>(i % 100) / 99.0F);
+      player.shell->parameterValue(kPadValues);
+    }
+    player.play(64);
+  };
+  flood();
+  const int before = support::memoryCalls();
+  flood();
+  EXPECT_LT(support::memoryCalls(), before + 100) << "the pool of mail may meet its peak here, but no more";
+}
+
 }  // namespace
 }  // namespace instrument
 

@@ -1,6 +1,8 @@
 // The routes by which values reach the engine, what is read back, and what host and editor are told; keys and
 // properties beside them.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <map>
+
 #include "ShellScene.h"
 
 namespace shell {
@@ -71,14 +73,29 @@ TEST_F(Shell, GivesTheEngineEveryValueAndTheEditorOneChangeEach) {
   EXPECT_EQ(shell->parameterValue(3), 0.0F);
 }
 
-TEST_F(Shell, KeepsTheCachedValueOfWritesThatTheQueueDropped) {
-  for (int i = 0; i < 600; ++i) {
-    shell->setParameter(0, 0.5F);
+TEST_F(Shell, LetsTheLatestValueOfEachParameterThroughHoweverManyWritesCome) {
+  for (const std::uint32_t writes : {600U, 200000U}) {
+    generator->automation.clear();
+    editor->log.clear();
+    shell->setParameter(1, 0.125F);
+    for (std::uint32_t i = 0; i < writes; ++i) {
+      shell->setParameter(i % 2 == 0 ? 0 : 3, static_cast<float>(i) / static_cast<float>(writes));
+    }
+    shell->setParameter(2, 1.0F);
+    run();
+    EXPECT_EQ(generator->automation.size(), 511U) << "as many as the queue holds";
+    EXPECT_EQ(generator->automation.front().id, kFirstTarget + 1) << "the oldest that nothing has replaced";
+    EXPECT_EQ(generator->automation.back().id, kFirstTarget + 2);
+    EXPECT_EQ(editor->log, (Log{"changed 0", "changed 1", "changed 2", "changed 3", "release", "hold"}));
+    std::map<std::uint32_t, float> engine;
+    for (const auto& entry : generator->automation) {
+      engine[entry.id] = entry.value;
+    }
+    for (std::uint32_t id = 0; id < 4; ++id) {
+      EXPECT_EQ(engine[kFirstTarget + id], shell->parameterValue(id)) << id;
+    }
+    EXPECT_EQ(engine[kFirstTarget + 3], static_cast<float>(writes - 1) / static_cast<float>(writes));
   }
-  shell->setParameter(3, 1.0F);
-  run();
-  EXPECT_EQ(generator->automation.size(), 511U);
-  EXPECT_EQ(shell->parameterValue(3), 1.0F);
 }
 
 TEST_F(Shell, TakesTheEditorsWritesByWayOfTheHost) {
@@ -90,6 +107,9 @@ TEST_F(Shell, TakesTheEditorsWritesByWayOfTheHost) {
   shell->setParameterFromEditor(2, 0.0F);
   shell->beginGesture(2);
   EXPECT_EQ(host->log, (Log{"begin 2", "automate 2", "end 2", "begin 0", "automate 0", "automate 0", "end 0"}));
+  host->log.clear();
+  shell->setParameterFromEditor(0, 1.0F);
+  EXPECT_EQ(host->log, (Log{"begin 0", "automate 0", "end 0"})) << "the gesture has ended";
   EXPECT_EQ(shell->parameterValue(0), 1.0F);
   EXPECT_EQ(shell->parameterValue(2), 0.0F);
   EXPECT_EQ(shell->parameterValue(3), 0.5F);

@@ -71,6 +71,51 @@ TEST_F(Programs, AreStoredSelectedAndOverwritten) {
   EXPECT_EQ(names(kUser), Log{"lower"});
 }
 
+TEST_F(Programs, AreToldToTheEditorBeforeTheHostAndByTheBlockThatSelectsThem) {
+  store(kUser, "one", 1.0F);
+  store(kUser, "half", 0.5F);
+  together.clear();
+  shell->setProgram(kUser, 0);
+  shell->saveProgramAs(kUser, "new");
+  const Log changed{"editor: changed 0", "editor: changed 1", "editor: changed 2",
+                    "editor: changed 3", "editor: release",   "editor: hold"};
+  Log expected = changed;
+  expected.insert(expected.end(), {"editor: program", "host: parameters", "editor: program", "editor: saved User 2"});
+  EXPECT_EQ(together, expected);
+
+  together.clear();
+  shell->setParameter(0, 0.25F);
+  shell->processorHandle()->programQueue.put(vimo::MidiEvent::programChange(1, 2, 1));
+  run();
+  EXPECT_EQ(together, changed) << "once each, though one was written and all were moved";
+  EXPECT_EQ(shell->parameterValue(0), 0.5F);
+  EXPECT_EQ(shell->parameterDisplay(0), "0.500000");
+}
+
+TEST_F(Programs, ReachTheDiskWithEveryChangeOfABank) {
+  const auto expectOnDisk = [this](const Log& list) {
+    EXPECT_EQ(names(kUser), list);
+    const std::string exported = (documents / "memory.prog").string();
+    shell->exportPrograms(exported);
+    EXPECT_EQ(bytesOf(userFile()), bytesOf(exported).substr(64)) << list.back();
+  };
+  for (const char* name : {"a", "b", "c"}) {
+    store(kUser, name, 0.5F);
+  }
+  expectOnDisk({"a", "b", "c"});
+  shell->exportPrograms((documents / "three.prog").string());
+  shell->moveProgram(kUser, 0, 2);
+  expectOnDisk({"b", "c", "a"});
+  shell->setParameter(0, 0.125F);
+  shell->renameCurrentProgram("over");
+  shell->overwriteProgram();
+  expectOnDisk({"b", "over", "a"});
+  shell->deleteProgram(kUser, 0);
+  expectOnDisk({"over", "a"});
+  shell->importPrograms((documents / "three.prog").string());
+  expectOnDisk({"over", "a", "a", "b", "c"});
+}
+
 TEST_F(Programs, FollowTheirSelectionWhenTheListChanges) {
   for (const char* name : {"a", "b", "c", "d"}) {
     store(kUser, name, 0.5F);

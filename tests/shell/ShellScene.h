@@ -83,26 +83,45 @@ class NotingGenerator final : public vimo::QuietGenerator {
   Bytes state{1, 2, 3};
 };
 
+/// A log of its own, and a line in the one that both sides share.
+class Noting {
+ protected:
+  Noting(Log& own, Log& shared, const char* name) : ownLog(own), sharedLog(shared), side(name) {}
+  /// What a test writes down may be allocated.
+  void note(const std::string& call) {
+    cofu::core::mayWait([&] {
+      ownLog.push_back(call);
+      sharedLog.push_back(side + call);
+    });
+  }
+
+ private:
+  Log& ownLog;
+  Log& sharedLog;
+  std::string side;
+};
+
 /// Writes values back as an adapter does.
-struct NotingHost final : bramel::vst::BramelInstrumentHostCallback {
-  explicit NotingHost(BramelInstrument& shell) : instrument(shell) {}
-  void beginEdit(std::uint64_t index) override { log.push_back("begin " + std::to_string(index)); }
-  void endEdit(std::uint64_t index) override { log.push_back("end " + std::to_string(index)); }
+struct NotingHost final : bramel::vst::BramelInstrumentHostCallback, Noting {
+  NotingHost(BramelInstrument& shell, Log& shared) : Noting(log, shared, "host: "), instrument(shell) {}
+  void beginEdit(std::uint64_t index) override { note("begin " + std::to_string(index)); }
+  void endEdit(std::uint64_t index) override { note("end " + std::to_string(index)); }
   void automate(std::uint64_t index, float value) override {
     instrument.setParameter(instrument.parameterId(index), value);
-    log.push_back("automate " + std::to_string(index));
+    note("automate " + std::to_string(index));
   }
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t delta) override {
-    log.push_back("midi " + hex(data, size) + "@" + std::to_string(delta));
+    note("midi " + hex(data, size) + "@" + std::to_string(delta));
   }
-  void parametersChanged() override { log.emplace_back("parameters"); }
+  void parametersChanged() override { note("parameters"); }
   void programChanged() override {}
-  void keyStateChanged(int note) override { log.push_back("key " + std::to_string(note)); }
+  void keyStateChanged(int key) override { note("key " + std::to_string(key)); }
   BramelInstrument& instrument;
   Log log;
 };
 
-struct NotingEditor final : bramel::vst::BramelInstrumentUICallback {
+struct NotingEditor final : bramel::vst::BramelInstrumentUICallback, Noting {
+  explicit NotingEditor(Log& shared) : Noting(log, shared, "editor: ") {}
   static std::string list(const std::uint64_t* ids, std::uint64_t count) {
     std::string text;
     for (std::uint64_t i = 0; i < count; ++i) {
@@ -113,22 +132,18 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback {
   void holdUpdates() override { note("hold"); }
   void releaseUpdates() override { note("release"); }
   void programSaved(const std::string& bank, const std::uint64_t* ids, std::uint64_t count) override {
-    log.push_back("saved " + bank + list(ids, count));
+    note("saved " + bank + list(ids, count));
   }
   void programDeleted(const std::string& bank, const std::uint64_t* ids, std::uint64_t count) override {
-    log.push_back("deleted " + bank + list(ids, count));
+    note("deleted " + bank + list(ids, count));
   }
   void programMoved(const std::string& bank, std::uint64_t from, std::uint64_t to) override {
-    log.push_back("moved " + bank + " " + std::to_string(from) + " " + std::to_string(to));
+    note("moved " + bank + " " + std::to_string(from) + " " + std::to_string(to));
   }
-  void programChanged() override { log.emplace_back("program"); }
+  void programChanged() override { note("program"); }
   void parameterChanged(std::uint64_t id) override { note("changed " + std::to_string(id)); }
   void midiReceived(const std::uint8_t* data, std::size_t size) override {
     cofu::core::mayWait([&] { messages.push_back(hex(data, size)); });
-  }
-  /// What a test writes down may be allocated.
-  void note(const std::string& call) {
-    cofu::core::mayWait([&] { log.push_back(call); });
   }
   Log log;
   Log messages;
@@ -160,8 +175,8 @@ class Shell : public testing::Test {
     processor->controller().ccMap = {{0, 1}, {7, 1}, {vimo::MacroControllerBase::kPitchBendKey, 1}};
     shell = std::make_unique<BramelInstrument>(std::move(processor));
     shell->setTooltipProvider(std::make_unique<PlainTexts>());
-    host = std::make_shared<NotingHost>(*shell);
-    editor = std::make_shared<NotingEditor>();
+    host = std::make_shared<NotingHost>(*shell, together);
+    editor = std::make_shared<NotingEditor>(together);
     shell->setHostCallback(host);
     shell->setUICallback(editor);
   }
@@ -179,6 +194,7 @@ class Shell : public testing::Test {
   void load(const Bytes& state) { shell->setState(state.data(), state.size()); }
 
   fs::path documents;
+  Log together;  ///< What host and editor were told, in order.
   NotingGenerator* generator = nullptr;
   std::unique_ptr<BramelInstrument> shell;
   std::shared_ptr<NotingHost> host;

@@ -1,0 +1,76 @@
+// Two threads in the parts of the shell that keep locks of their own, and where a lock alone keeps a list in order. The
+// thread sanitizer sees each lock that is missing.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <thread>
+
+#include "ShellScene.h"
+#include "host/shell/ParameterCache.h"
+
+namespace shell {
+namespace {
+
+constexpr int kRounds = 2000;
+
+template <typename First, typename Second>
+void runBoth(First first, Second second) {
+  const auto repeat = [](auto& action) {
+    for (int round = 0; round < kRounds; ++round) {
+      action(round);
+    }
+  };
+  std::thread other([&] { repeat(first); });
+  repeat(second);
+  other.join();
+}
+
+TEST_F(Shell, LetsThreadsReadTheCacheWhileABlockWritesIt) {
+  bramel::vst::ParameterCache cache;
+  cache.fill(controller());
+  cache.setTooltipProvider(std::make_unique<PlainTexts>());
+  bramel::vst::ChangeList changes;
+  changes.resize(4);
+  runBoth(
+      [&](int round) {
+        const float value = static_cast<float>(round % 2);
+        cache.noteValue(0, value);
+        changes.put({{}, vimo::ProcessorEventTag::floatValue, 0, value, 0});
+        cache.store(changes);
+        changes.clear();
+        cache.refreshTexts(controller());
+        if (round % 100 == 0) {
+          cache.refresh(controller());
+          cache.setTooltipProvider(std::make_unique<PlainTexts>());
+        }
+      },
+      [&](int) {
+        const Log texts{"0.000000", "0.250000", "1.000000"};
+        EXPECT_NE(std::find(texts.begin(), texts.end(), cache.display(0)), texts.end());
+        EXPECT_EQ(cache.read(0, &bramel::vst::ParameterInfo::name), "macro0");
+        EXPECT_LE(cache.read(0, &bramel::vst::ParameterInfo::value), 1.0F);
+        EXPECT_EQ(cache.count(), 4U);
+      });
+}
+
+TEST_F(Shell, TellsTheEngineEachTempoOnceThoughTwoThreadsBringThem) {
+  const auto bring = [this](int round) { shell->setTempo(60.0F + static_cast<float>(round % 7)); };
+  runBoth(bring, bring);
+  EXPECT_EQ(std::adjacent_find(generator->tempi.begin(), generator->tempi.end()), generator->tempi.end());
+}
+
+TEST_F(Shell, KeepsPropertiesThatTwoThreadsSet) {
+  const auto setOf = [this](const std::string& name) {
+    return [this, name](int round) {
+      const std::string key = name + std::to_string(round % 100);
+      shell->setProperty(key, cofu::core::boxed::makeBox(round));
+      EXPECT_NE(shell->property(key), nullptr);
+    };
+  };
+  runBoth(setOf("a"), setOf("b"));
+  const auto last = shell->property("a99");
+  ASSERT_NE(cofu::core::boxed::valueIn<int>(last), nullptr);
+  EXPECT_EQ(*cofu::core::boxed::valueIn<int>(last), kRounds - 1);
+}
+
+}  // namespace
+}  // namespace shell
