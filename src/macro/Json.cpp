@@ -1,3 +1,4 @@
+// JSON through picojson.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/Json.h"
 

@@ -1,4 +1,4 @@
-// The JSON files of the macro layer: parsing, and the few questions that their readers ask.
+// Parsing of the macro layer's JSON files, and access to their members.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,14 +11,15 @@
 
 namespace tesh::vimo {
 
-/// The document, or null when its text has a syntax error: the reader's first question then fails with the library's
-/// own text. Bytes behind the first value are not looked at.
+/// Returns the document, or null if its text has a syntax error; memberOf then throws. Bytes behind the first value are
+/// ignored.
 picojson::value parseJson(std::span<const std::uint8_t> text);
 
-/// The member `key` of an object, null when it is not there. Throws std::runtime_error when `object` is none.
+/// Returns the member `key`, or null if there is none. Throws std::runtime_error with the library's text if `object` is
+/// not an object.
 const picojson::value& memberOf(const picojson::value& object, const std::string& key);
 
-/// The nearest integer, within the range of 64 bits; nothing when the value is no number.
+/// Returns the nearest integer, clamped to +-9e18, or nothing if the value is not a number.
 std::optional<std::int64_t> roundedNumber(const picojson::value& value);
 
 }  // namespace tesh::vimo

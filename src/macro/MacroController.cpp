@@ -85,7 +85,7 @@ void Controller::selectProgram(std::uint64_t program, Bank bank, std::uint32_t f
   }
   shelf.setSelection(std::min(program, count - 1), bank);
   const ProgramRecord& record = *shelf.database(bank)->record(shelf.selection().program);
-  // No text of a record is longer than the room that both have from the start.
+  // Allocates nothing: both strings have room for the longest text of a record.
   cofu::core::vouchFor([&] {
     selectedName.assign(ProgramRecord::textOf(record.name));
     selectedComment.assign(ProgramRecord::textOf(record.comment));

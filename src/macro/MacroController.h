@@ -1,4 +1,4 @@
-// The macro list bound to a generator: movements into its queue, program selection, and the macro chunk.
+// The macros of a generator: movements that reach its queue, program selection, and the macro chunk.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace tesh::vimo {
 
-/// Told when the macro list was emptied or read anew.
+/// Told when the macro list was emptied or read again.
 class MacroListOwner {
  public:
   virtual ~MacroListOwner() = default;
@@ -33,34 +33,34 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   /// Both must outlive the controller.
   MacroController(Generator<float>& engine, MacroListOwner& listOwner) : generator(engine), owner(listOwner) {}
 
-  // Movements, on the audio thread. An index past the list does nothing, a full queue drops what comes.
+  // Movements, on the audio thread. An index past the list does nothing; a full queue drops the entry.
 
-  /// The macro takes a value: stored, in force, reported, and mapped into the engine queue.
+  /// Sets the stored and the live value, reports it, and puts the mapped values into the engine queue.
   void setMacroValue(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
-  /// The same for a non-numeric value.
+  /// The same for a value that is not a number.
   void setMacroObject(std::uint64_t index, std::uint64_t object, std::uint32_t frame,
                       ProcessBlock& block) SIVRAY_NONBLOCKING;
-  /// The engine follows a value that the macro does not keep.
+  /// Sets the live value alone; the engine follows.
   void moveTemporarily(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
-  /// Every macro that was moved temporarily returns to its stored value.
+  /// Returns every macro that was moved temporarily to its stored value.
   void endTemporaryMoves(std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
-  /// Sets every macro as the program says, or to its default where the program is shorter than the list. The selected
-  /// program, an empty database and a bank past the four do nothing; a program past the list is the last one.
+  /// Selects a program and sets every macro to its value, or to the macro's default if the program has none. A program
+  /// past the list is the last one. Does nothing if the program is selected already or the bank is empty or unknown.
   void selectProgram(std::uint64_t program, Bank bank, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
 
-  /// How many positions a control of the macro has: the values of its first set where that is quantized, else the
-  /// integers that its engine parameter passes between the set's ends.
+  /// The number of positions of a control for the macro: the number of values of its first set if that is quantized,
+  /// else the number of integers that its engine parameter passes between the set's ends.
   std::uint64_t stepCount(std::uint64_t index) const;
 
   // Chunks, while no audio runs.
 
-  /// What of a macro chunk is taken: all of it, or the current values, texts and selection.
+  /// The parts of a macro chunk to read: all, or only the current values, texts and selection.
   enum class ChunkParts { all, valuesOnly };
-  /// Reads a chunk of any version. Sizes that reach past the end are cut there.
+  /// Reads a chunk of any version. Sections that reach past the end are cut off there.
   void readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts);
   /// Appends a chunk of the newest version.
   void writeChunk(std::vector<std::uint8_t>& out);
-  /// Adds the programs of a patches file to the factory bank; a file of another version is passed over.
+  /// Appends the programs of a patches file to the factory bank. Ignores a file of another version.
   void readPatches(std::span<const std::uint8_t> file);
 
   /// Destroys all macros.

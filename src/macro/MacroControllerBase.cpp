@@ -15,7 +15,7 @@ constexpr std::uint8_t kLastMappableController = 126;
 }  // namespace
 
 MacroControllerBase::MacroControllerBase() {
-  // Program changes copy texts on the audio thread; room for the longest that a record holds is made here.
+  // Program changes copy texts on the audio thread, which must not allocate.
   selectedName.reserve(ProgramRecord::kTextBytes);
   selectedComment.reserve(ProgramRecord::kTextBytes);
 }

@@ -16,7 +16,7 @@
 
 namespace tesh::vimo {
 
-/// All operations under the shell's main lock. The macro list changes only while no audio runs.
+/// All operations with the shell's main lock held. The macro list changes only while no audio runs.
 class MacroControllerBase : public MacroList, public MacroParameterControlListener {
  public:
   static constexpr std::uint8_t kPitchBendKey = 224;
@@ -30,22 +30,22 @@ class MacroControllerBase : public MacroList, public MacroParameterControlListen
   std::uint32_t programTime() const override { return selectedTime; }
   void macrosChanged() override {}
 
-  /// The value in force, read as macroValue reads the stored one.
+  /// The live value, 0 to 1; 0 past the list.
   float liveMacroValue(std::uint64_t index) const SIVRAY_NONBLOCKING;
 
   std::uint64_t macroCount() const final { return macros.size(); }
-  /// Null past the list.
+  /// Returns null past the list.
   MacroParameterControl* macroAt(std::uint64_t index) SIVRAY_NONBLOCKING;
   const MacroParameterControl* macroAt(std::uint64_t index) const SIVRAY_NONBLOCKING;
   float macroDefault(std::uint64_t index) const final;
 
-  /// The macro of a MIDI controller or of pitch bend, -1 where there is none.
+  /// The macro of a MIDI controller or of pitch bend (kPitchBendKey); -1 if there is none.
   std::int64_t macroForController(std::uint8_t number) const SIVRAY_NONBLOCKING;
   bool hasController(std::uint8_t number) const { return ccMap.contains(number); }
   bool hasPitchBend() const { return ccMap.contains(kPitchBendKey); }
   std::int64_t macroForPitchBend() const { return macroForController(kPitchBendKey); }
-  /// Reads the map from a file; one that cannot be opened leaves it empty. Throws std::runtime_error when the text is
-  /// no JSON object or has no object "cc_map".
+  /// Reads the map from a file. A file that cannot be opened empties the map. Throws std::runtime_error if the text is
+  /// not a JSON object with an object "cc_map"; the map then stays as it was.
   void loadCcMap(const std::string& path);
   void readCcMap(std::span<const std::uint8_t> text);
 
@@ -55,7 +55,7 @@ class MacroControllerBase : public MacroList, public MacroParameterControlListen
   const ProgramShelf& programs() const { return shelf; }
   void setProgramName(std::string_view name) { selectedName.assign(name); }
 
-  std::vector<std::uint64_t> automationBlacklist;  ///< Macros hidden from the host's automation.
+  std::vector<std::uint64_t> automationBlacklist;  ///< Macros that the host does not see.
   std::map<std::uint8_t, std::uint64_t> ccMap;     ///< MIDI controller, or kPitchBendKey, to macro.
 
  protected:

@@ -15,7 +15,7 @@ namespace {
 using Processor = PluginMacroControllable<Generator<float>>;
 using Controller = MacroController<Generator<float>>;
 
-/// The file that a member names; nothing for an empty name or a file that is not there.
+/// The file that a member names; nothing for an empty name or a missing file.
 std::optional<std::vector<std::uint8_t>> namedFile(const picojson::value& name, const DescriptionSource& source) {
   const std::string& text = name.get<std::string>();
   return text.empty() ? std::nullopt : source.file(text);
@@ -65,7 +65,7 @@ void loadActiveCcMap(const DescriptionSource& source, Controller& controller) {
   }
 }
 
-/// What hangs on the macro list. A null member is one that is not there.
+/// The members that refer to macros. A null member counts as missing.
 void readMacroMembers(const picojson::value& description, const DescriptionSource& source, Controller& controller) {
   const auto present = [&description](const char* key) {
     const picojson::value& member = memberOf(description, key);

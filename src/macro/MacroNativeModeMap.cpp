@@ -1,3 +1,4 @@
+// The table of hardware, and reading of the map's file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroNativeModeMap.h"
 

@@ -1,4 +1,4 @@
-// Which macro each control of the family's own hardware moves. Read and kept; nothing in this instrument asks for it.
+// The macros that the controls of the family's own hardware move. Loaded, but not used by this instrument.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace tesh::vimo::midi_controller {
 
-/// What the map knows of one kind of hardware.
+/// One kind of hardware.
 struct Device {
   const char* name;        ///< Its key in the file.
   bool enabled;            ///< Whether the loader looks for it.

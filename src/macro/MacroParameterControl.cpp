@@ -1,3 +1,4 @@
+// Reading and writing of macro records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroParameterControl.h"
 

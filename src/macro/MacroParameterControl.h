@@ -24,15 +24,15 @@ class MacroParameterControl {
   MacroParameterControl(std::unique_ptr<MacroParameterControlTarget> valueTarget,
                         MacroParameterControlListener* changeListener);
 
-  /// Takes in a set and tells the listener. Of two sets for one engine parameter the first stays. Never while audio
+  /// Adds a set and tells the listener, unless the macro has a set for the same engine parameter. Never while audio
   /// runs.
   void addSet(std::unique_ptr<MacroSetBase> set);
   std::span<const std::unique_ptr<MacroSetBase>> sets() const { return ownSets; }
 
-  /// Sends the mapped values to the target, outside of any block.
+  /// Sends the mapped values to the target. Outside of a block.
   void sendToTarget(float value) const;
 
-  /// Reads a record of either form. What cannot be read leaves the macro with the sets before it.
+  /// Adds the sets of a record of either form, up to the first that cannot be read.
   void readRecord(std::span<const std::uint8_t> record);
   /// Appends the record in its current form.
   void writeRecord(std::vector<std::uint8_t>& out) const;
@@ -41,9 +41,9 @@ class MacroParameterControl {
   std::string name() const;
   void setName(std::string_view text);
 
-  std::uint64_t objectValue = 0;  ///< The macro's non-numeric value, when it carries one.
+  std::uint64_t objectValue = 0;  ///< A value that is not a number, or 0.
   float storedValue = 0.0F;       ///< Belongs to the program.
-  float liveValue = 0.0F;         ///< In force now; differs from the stored one during a temporary movement.
+  float liveValue = 0.0F;         ///< Sounds now; differs from the stored one during a temporary movement.
   float echoValue = 0.0F;         ///< Last reported.
   float defaultValue = 0.0F;      ///< For programs that have no entry for this macro.
   std::vector<std::string> expressions;
@@ -58,7 +58,7 @@ class MacroParameterControl {
   std::unique_ptr<MacroParameterControlTarget> target;
 };
 
-/// A value as a reader outside sees it: what is not a number counts as 0, the rest is limited to 0 .. 1.
+/// Clamps a value to 0 .. 1; infinities and NaN become 0.
 float cleanMacroValue(float value) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::vimo

@@ -1,4 +1,4 @@
-// Where a macro's mapped values go outside of a block, and who is told when its sets change.
+// The receiver of a macro's mapped values outside of a block, and the listener to changes of its sets.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@ class MacroParameterControlTarget {
 template <typename Target>
 class MacroParameterControlTargetAny;
 
-/// Hands plain values to a generator, which takes them while it is not active. Generators know no objects.
+/// Passes numbers to a generator, which accepts them while it is not active. Objects are ignored: generators have none.
 template <>
 class MacroParameterControlTargetAny<Generator<float>*> final : public MacroParameterControlTarget {
  public:

@@ -1,4 +1,4 @@
-// The one place that knows all kinds of sets.
+// Makes sets of every type.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetBase.h"
 

@@ -14,7 +14,7 @@
 
 namespace tesh::vimo {
 
-/// A boxed value in use; null is no value.
+/// A boxed value, or null.
 using BoxedValue = cofu::core::boxed::Box;
 
 /// One set of a macro. Built and changed while no audio runs; `map` and `targetId` are read on the audio thread.
@@ -27,7 +27,7 @@ class MacroSetBase {
 
   /// Bytes that `serialize` appends.
   virtual std::uint32_t byteSize() const = 0;
-  /// Reads a record. One that is too short leaves the set as it was and gives false.
+  /// Reads a record. Returns false and leaves the set as it was if the record is too short.
   virtual bool deserialize(std::span<const std::uint8_t> record) = 0;
   /// Appends a record to `out`.
   virtual void serialize(std::vector<std::uint8_t>& out) const = 0;
@@ -39,12 +39,12 @@ class MacroSetBase {
   /// The curve, for x from 0 to 1. Audio thread.
   virtual float map(float x) const SIVRAY_NONBLOCKING = 0;
 
-  /// Editable properties. Past the count: null, and nothing happens. A value of another type than `property` gives
-  /// changes nothing.
+  /// Editable properties. Past the count `property` returns null and `setProperty` does nothing, as it does for a value
+  /// of another type than the property's.
   virtual std::uint32_t propertyCount() const = 0;
   virtual BoxedValue property(std::uint32_t index) const = 0;
 
-  /// What becomes of a macro's non-numeric value.
+  /// Maps a macro's value that is not a number.
   virtual std::uint64_t mapObject(std::uint64_t object) const SIVRAY_NONBLOCKING { return object; }
 
   virtual void setProperty(std::uint32_t index, BoxedValue value) = 0;
@@ -53,7 +53,7 @@ class MacroSetBase {
   std::uint32_t target = 0;
 };
 
-/// A new set of the given type, or null when there is no such type.
+/// Makes a set of the given type; null if there is no such type.
 std::unique_ptr<MacroSetBase> makeMacroSet(MacroSetType type);
 
 }  // namespace tesh::vimo

@@ -1,3 +1,4 @@
+// The curves, each with the ends a (x = 0) and b (x = 1), or the other way round if flipped.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetLinear.h"
 #include "core/LittleEndian.h"

@@ -1,4 +1,4 @@
-// The sets that run between two ends: a straight line and the curves that differ from it only in shape.
+// The sets with two ends: a straight line, and curves between the same ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@ class MacroSetLinear : public MacroSetBase {
   void serialize(std::vector<std::uint8_t>& out) const override;
   float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 1; }
-  /// The range as `tmm`, whatever the index.
+  /// The range as `tmm`, for any index.
   BoxedValue property(std::uint32_t index) const override;
   void setProperty(std::uint32_t index, BoxedValue value) override;
 
@@ -28,7 +28,7 @@ class MacroSetLinear : public MacroSetBase {
   tmm ends;
 };
 
-/// Runs from the maximum down.
+/// The line from the maximum to the minimum.
 class MacroSetLinearFlipped final : public MacroSetLinear {
  public:
   MacroSetType type() const override { return MacroSetType::linearFlipped; }

@@ -1,3 +1,4 @@
+// The values of a stepped set.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetQuantized.h"
 

@@ -1,4 +1,4 @@
-// The set of steps: the macro's range is cut into as many as there are values.
+// The stepped set: the macro's range is divided into as many steps as there are values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@ class MacroSetQuantized final : public MacroSetBase {
   MacroSetType type() const override { return MacroSetType::quantized; }
   const char* typeName() const override { return "Quantized"; }
   std::uint32_t byteSize() const override;
-  /// Appends the record's values to those at hand.
+  /// Appends the values of the record.
   bool deserialize(std::span<const std::uint8_t> record) override;
   void serialize(std::vector<std::uint8_t>& out) const override;
   /// The steps are centred on the points k / (n - 1); 0 without values.

@@ -1,3 +1,4 @@
+// Reading, writing and editing of the two halves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetTwoBinded.h"
 
@@ -7,7 +8,7 @@
 namespace tesh::vimo {
 namespace {
 
-/// Stands in a record for a half that is not there.
+/// The type of a missing half in a record.
 constexpr std::uint32_t kNoHalf = 0xFFFFFFFFU;
 
 constexpr std::uint32_t kPoints = 0;

@@ -1,4 +1,4 @@
-// The set of two halves, each with a curve of its own.
+// The set that divides the macro's range at a point and has a curve for each half.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,12 +17,12 @@ class MacroSetTwoBinded final : public MacroSetBase {
   MacroSetType type() const override { return MacroSetType::twoBinded; }
   const char* typeName() const override { return "TwoBinded"; }
   std::uint32_t byteSize() const override;
-  /// A half of a type that does not stand here, or whose record runs past the end, is not made. A split that is not
-  /// between 0 and 1 would divide by zero and counts as 0.5.
+  /// A half of an unknown type, or with a record that is cut off, stays missing. A split that is not between 0 and 1
+  /// would divide by zero and counts as 0.5.
   bool deserialize(std::span<const std::uint8_t> record) override;
   void serialize(std::vector<std::uint8_t>& out) const override;
   void setTargetId(std::uint32_t id) override;
-  /// A half that was never made gives 0.
+  /// Returns 0 in a missing half.
   float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 6; }
   BoxedValue property(std::uint32_t index) const override;

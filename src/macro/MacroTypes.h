@@ -1,4 +1,4 @@
-// The kinds of macro sets, whose numbers stand in files, and the boxed ranges that generic editors pass around.
+// The types of macro sets, as files number them, and the ranges that are passed as boxed values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -25,7 +25,7 @@ struct tmm {
   float maximum = 1.0F;
 };
 
-/// A range in two halves.
+/// A range with a middle.
 struct tmmm {
   float minimum = 0.0F;
   float middle = 0.5F;

@@ -55,7 +55,7 @@ void Controllable::process(ProcessBlock& block, std::uint64_t hostTime, double s
   const double frames = block.frames == 0 ? 1.0 : block.frames;
   const BlockClock clock{hostTime, speed, offset, sampleRate, frames};
   runCommands(block, clock);
-  // Short messages without text, which allocate nothing on their way.
+  // Short messages without text, whose copies allocate nothing.
   cofu::core::vouchFor([&] { runProgramChanges(block, clock); });
   runEngine(block);
   report(block);

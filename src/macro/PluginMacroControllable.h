@@ -1,6 +1,5 @@
-// The shell around a generator and its macros: the command queues between the other threads and the audio thread, and
-// the loop that runs once a block.
-// SPDX-License-Identifier: GPL-3.0-or-later
+// A generator with its macros: the queues through which other threads give commands, and the loop that runs once a
+// block. SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
@@ -19,11 +18,11 @@
 
 namespace tesh::vimo {
 
-/// What a command does when it comes due.
+/// What a command does when its time has come.
 enum class MacroCommandKind : std::uint32_t {
-  setMacro = 0,         ///< To `object` where that is not 0, else to `value`.
+  setMacro = 0,         ///< To `object` if that is not 0, else to `value`.
   setParameter = 1,     ///< `index` is an engine parameter; no macro is involved.
-  moveTemporarily = 2,  ///< The engine follows, the stored value stays.
+  moveTemporarily = 2,  ///< Sets the live value alone.
   endTemporaryMoves = 3
 };
 
@@ -35,7 +34,7 @@ struct MacroCommand {
   std::uint64_t timestamp = 0;  ///< Nanoseconds of the host's clock.
 };
 
-/// Told of what happened, on the audio thread. Must not wait or allocate. All but the last are told inside `process`.
+/// Told what happened in a block: inside `process` on the audio thread, so that it must not wait or allocate.
 class MacroEchoListener {
  public:
   virtual ~MacroEchoListener() = default;
@@ -43,7 +42,7 @@ class MacroEchoListener {
   virtual void programSelected() SIVRAY_NONBLOCKING = 0;
   /// `note` << 8 | velocity, of a note-on or note-off.
   virtual void noteReceived(std::uint16_t noteAndVelocity) SIVRAY_NONBLOCKING = 0;
-  /// The macro list was emptied or read anew. Not on the audio thread.
+  /// The macro list was emptied or read again. Not on the audio thread.
   virtual void macroListChanged() {}
 };
 
@@ -63,30 +62,32 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   const Controller& controller() const { return ownController; }
   const std::string& instrumentName() const { return name; }
 
-  /// Runs the commands and program changes that fall into the block, then the engine, and reports what moved. A
-  /// timestamp falls on frame max(0, (timestamp - hostTime) * speed + offset) * sampleRate / 10^9, in double precision
-  /// and cut to an integer. `midiIn` is given room by the caller. Audio thread, under the shell's main lock.
+  /// Runs the commands and program changes of the block, then the engine, and reports movements and notes. A timestamp
+  /// becomes the frame max(0, (timestamp - hostTime) * speed + offset) * sampleRate / 10^9, computed in double
+  /// precision and truncated. `midiIn` must have room for eight more messages. Audio thread, with the shell's main lock
+  /// held.
   void process(ProcessBlock& block, std::uint64_t hostTime, double speed, double offset) SIVRAY_NONBLOCKING;
 
-  /// Puts in a command or a program change; a full queue drops it and gives false. Under the shell's main lock.
+  // With the shell's main lock held. A full queue drops the entry.
   LockFreeRing<MacroCommand> commandQueue{512};
   LockFreeRing<MidiEvent> programQueue{8};
 
   MacroEchoListener* editor = nullptr;                             ///< May be null.
   float sampleRate = static_cast<float>(cofu::core::kEngineRate);  ///< Of the engine.
-  bool running = true;  ///< Otherwise the input passes through and the engine rests.
+  bool running = true;  ///< If false, the input passes through and the engine stops.
   bool wasRunning = true;
-  bool storeEngineChunk = false;  ///< Whether a host's state sets the engine's own chunk.
+  bool storeEngineChunk = false;  ///< Whether setStateContent restores the engine's own section.
 
   void macroListChanged() override;
 
   // The host's state, while no audio runs.
 
-  /// The content: run flags, the generator's state and the macro chunk. The bytes stay good until the next call.
+  /// Run flags, the generator's state and the macro chunk. The bytes stay valid until the next call.
   std::span<const std::uint8_t> getStateContent();
-  /// Takes in such a content. One of another shape changes nothing. The generator must not be active.
+  /// Restores such a content. Sizes that do not add up change nothing. The generator must not be active.
   void setStateContent(std::span<const std::uint8_t> content);
-  /// Reads the run flags of a misc file or section; one too short, or of another tag or version, changes nothing.
+  /// Reads the run flags from a misc file or section. One that is too short or has another tag or version changes
+  /// nothing.
   void readMisc(std::span<const std::uint8_t> misc);
   /// Appends a misc section of the newest version.
   void writeMisc(std::vector<std::uint8_t>& out) const;

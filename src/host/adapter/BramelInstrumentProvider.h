@@ -15,17 +15,16 @@ class BramelInstrumentProvider {
  public:
   virtual ~BramelInstrumentProvider() = default;
 
-  /// A complete instrument, ready for its adapter. Throws where the instrument's files are missing or wrong.
+  /// Makes a complete instrument, ready for its adapter. Throws std::runtime_error if its files are missing or broken.
   virtual std::shared_ptr<BramelInstrumentBase> createInstrument() = 0;
 
   /// Reserved; null.
   virtual std::shared_ptr<void> createReserved() { return nullptr; }
 
-  /// The boxed view model of an instrument without a view, as makeInstrumentViewModel gives it; null where there is
-  /// none.
+  /// Makes a view model without a view, boxed as makeInstrumentViewModel says; null in a build without an editor.
   virtual cofu::core::boxed::Box createViewModel(const std::shared_ptr<BramelInstrumentBase>& instrument) = 0;
 
-  /// The editor of an instrument; null where there is none.
+  /// Makes the editor of an instrument; null in a build without an editor.
   virtual std::shared_ptr<BramelInstrumentEditor> createEditor(
       const std::shared_ptr<BramelInstrumentBase>& instrument) = 0;
 };

@@ -28,8 +28,8 @@ constexpr std::chrono::milliseconds kReadiness{300};
 
 /// MIDI bytes of one event.
 constexpr std::size_t kMessageBytes = 3;
-/// Messages wait for their frame in the order in which they came. One further ahead than any host's block would hold up
-/// all behind it, for hours at worst.
+/// Messages are delivered in the order of their arrival, so that one with a frame far ahead would delay all later ones.
+/// No host's block is this long.
 constexpr std::int32_t kFarthestFrames = 1 << 20;
 
 /// The call by which hosts tell how large their screen's pixels are, as published for this interface.
@@ -39,7 +39,7 @@ constexpr std::intptr_t kContentScaleValue = fourCharacters('A', 'e', 'C', 's');
 constexpr std::uint8_t kTransportStart = 0xFA;
 constexpr std::uint8_t kTransportStop = 0xFC;
 
-/// Fills all of a host's kParameterTextBytes: the text, and zeros behind it.
+/// Writes all kParameterTextBytes of the host's buffer: the text, then zeros.
 void fillText(char* destination, std::string_view text) {
   if (destination == nullptr) {
     return;
@@ -73,7 +73,7 @@ BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<I
     setEditor(makeVstEditor(*this, impl->editor));
   }
 
-  // A host may write to the last byte, and beyond what the interface asks for.
+  // Hosts may write more than the 64 bytes of the interface, and forget the final zero.
   std::array<char, 1024> vendor{};
   AudioEffectX::getHostVendorString(vendor.data());
   vendor.back() = '\0';
@@ -108,7 +108,7 @@ void BramelVstAdapter::processReplacing(float** inputs, float** outputs, std::in
 }
 
 void BramelVstAdapter::takeTimeInfo() {
-  // How the host finds its answer is its own matter.
+  // The host's code may wait.
   const VstTimeInfo* const time = cofu::core::mayWait([this] { return getTimeInfo(kWantedTime); });
   if (time == nullptr) {
     return;

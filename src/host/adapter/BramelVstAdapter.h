@@ -28,10 +28,10 @@ class BramelVstAdapter : public AudioEffectX {
   void resume() override;
   void setSampleRate(float rate) override;
 
-  /// Audio thread. Takes tempo and transport from the host first.
+  /// Asks the host for tempo and transport, then renders. Audio thread.
   void processReplacing(float** inputs, float** outputs, std::int32_t frames) override;
 
-  /// MIDI for the next block; always gives 1. Other events, and those more than 2^20 frames ahead, are skipped.
+  /// Queues MIDI for the next block; returns 1. Skips other events, and MIDI more than 2^20 frames ahead.
   std::int32_t processEvents(VstEvents* events) override;
 
   void setParameter(std::int32_t index, float value) override;
@@ -40,16 +40,16 @@ class BramelVstAdapter : public AudioEffectX {
   std::int32_t getProgram() override;
   void setProgram(std::int32_t index) override;
 
-  /// The product's name, whatever program is selected.
+  /// Writes the product's name, not the program's.
   void getProgramName(char* text) override;
   void getParameterLabel(std::int32_t index, char* text) override;
   void getParameterDisplay(std::int32_t index, char* text) override;
   void getParameterName(std::int32_t index, char* text) override;
 
-  /// The state is the same for a preset and for a song. What getChunk hands out is good until the next call.
+  /// The state is the same for a preset and for a song. The bytes stay valid until the next call.
   std::int32_t getChunk(void** data, bool isPreset) override;
 
-  /// Gives the size back in every case.
+  /// Returns `size` in every case.
   std::int32_t setChunk(void* data, std::int32_t size, bool isPreset) override;
 
   bool getEffectName(char* text) override;

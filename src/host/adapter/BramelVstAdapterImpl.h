@@ -1,4 +1,4 @@
-// What the adapter keeps, and the way of the instrument's reports to the host. Of the adapter alone.
+// What the adapter holds, and how the instrument's reports reach the host. Only the adapter's sources see it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@ class BramelVstAdapter::Impl {
  public:
   class Callback;
 
-  /// Becomes the instrument's host side.
+  /// Registers itself as the instrument's host callback. Throws std::invalid_argument for another kind of instrument.
   Impl(const std::shared_ptr<BramelInstrumentBase>& base, std::shared_ptr<BramelInstrumentEditor> newEditor);
 
   /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter.
@@ -29,10 +29,10 @@ class BramelVstAdapter::Impl {
   std::shared_ptr<BramelInstrumentEditor> editor;
   std::shared_ptr<BramelInstrument> instrument;
   KeyLights keyLights;
-  std::vector<std::uint8_t> latestChunk;  ///< The host reads it until it asks again.
+  std::vector<std::uint8_t> latestChunk;  ///< Read by the host until its next getChunk.
 };
 
-/// Its calls come on any thread, those that send MIDI under the instrument's main lock.
+/// Called on any thread; `sendMidi` with the instrument's main lock held.
 class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
  public:
   explicit Callback(Impl& newOwner);
@@ -47,7 +47,7 @@ class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
 
  private:
   Impl& owner;
-  VstEvents events{};  ///< Holds `midiEvent`; both serve every message.
+  VstEvents events{};  ///< Holds `midiEvent`; both are reused for every message.
   VstMidiEvent midiEvent{};
 };
 

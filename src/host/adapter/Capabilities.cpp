@@ -1,4 +1,4 @@
-// The tables of the plug-in's abilities.
+// The tables of abilities and vendor answers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/Capabilities.h"
 
@@ -13,14 +13,14 @@ namespace {
 
 constexpr std::string_view kExactAbility = "NKSCallbacks";
 
-/// A text that begins with one of these is an ability; what follows is not looked at.
+/// A text that begins with one of these is an ability, whatever follows.
 constexpr std::array<std::string_view, 6> kAbilities{"sendVstEvents",    "sendVstMidiEvent",    "sendVstMidiEvents",
                                                      "receiveVstEvents", "receiveVstMidiEvent", "receiveVstTimeInfo"};
 
-/// One row of the family's questions: what is written, little-endian, before the answer 1.
+/// A vendor call that is answered with 1, and the little-endian bytes that are written before.
 struct VendorAnswer {
   std::uint32_t question;
-  bool needsPointer;  ///< Without one the answer is 0.
+  bool needsPointer;  ///< Null is answered with 0; otherwise null is answered with 1 and nothing is written.
   std::size_t size;
   std::array<std::uint8_t, 9> bytes;
 };
@@ -34,7 +34,7 @@ constexpr std::array<VendorAnswer, 6> kVendorAnswers{{
     {0x4E690020, false, 9, {8, 0, 0, 0, 0, 0, 0, 0, 1}},  // "Ni", 32
 }};
 
-/// "ni", 32: asks whether the value is the one that the answer to "Ni", 32 has told.
+/// "ni", 32: asks whether the value is the one that "Ni", 32 was answered with.
 constexpr std::uint32_t kCheckQuestion = 0x6E690020;
 constexpr std::intptr_t kCheckValue = 8;
 

@@ -1,4 +1,4 @@
-// What the plug-in answers when a host asks for its abilities, in the common way and in the way of one host family.
+// The answers to a host that asks what the plug-in can do: by canDo, and by the vendor calls of one host family.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,11 +6,11 @@
 
 namespace tesh::bramel::vst {
 
-/// 1 for what the plug-in can, otherwise 0: don't know. Null is no ability.
+/// Returns 1 for an ability that the plug-in has, otherwise 0 (don't know), also for null.
 std::int32_t answerCanDo(const char* text);
 
-/// A question of the host family: the upper half of `question` is its form, the lower half its number. Writes the
-/// answer to `answer` (up to 9 bytes, any alignment) and gives 1, or gives 0 and writes nothing.
+/// Answers a vendor call of the host family. The upper 16 bits of `question` are its form, the lower 16 its number.
+/// Writes up to 9 bytes to `answer`, at any alignment, and returns 1; or returns 0 and writes nothing.
 std::intptr_t answerVendorQuestion(std::int32_t question, std::intptr_t value, void* answer);
 
 }  // namespace tesh::bramel::vst

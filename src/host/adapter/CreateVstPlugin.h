@@ -1,4 +1,4 @@
-// The library's door.
+// The library's exported function, which makes the plug-in.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,8 +13,8 @@
 
 namespace tesh::bramel::vst {
 
-/// A new drum module for the host behind `audioMaster`, which may be null. The host ends it with effClose, or its
-/// holder with delete. Null when the instrument's files are missing or wrong; nothing is thrown.
+/// Makes a drum module for the host behind `audioMaster`, which may be null. effClose or `delete` destroys it. Returns
+/// null if the instrument's files are missing or broken; throws nothing.
 extern "C" SIVRAY_EXPORT AudioEffect* createVstPlugin(AudioMasterCallback audioMaster);
 
 }  // namespace tesh::bramel::vst

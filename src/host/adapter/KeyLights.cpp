@@ -1,4 +1,4 @@
-// The thread that shows key states, and the calls of the host family.
+// The thread that sends key states, and the codes of the vendor calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/KeyLights.h"
 
@@ -7,10 +7,10 @@ namespace {
 
 constexpr const char* kAbility = "NIMKPIVendorSpecificCallbacks";
 
-/// Calls of the family: its mark in the upper half, a number in the lower.
-constexpr std::int32_t kNoteCall = 0x4B490013;      // Note, and whether it is on.
-constexpr std::int32_t kKeyStateCall = 0x4B490014;  // Note, and its state.
-constexpr std::int32_t kKeyResetCall = 0x4B49001B;  // Note, and 0.
+/// Vendor calls: the family's mark in the upper 16 bits, a number in the lower. The payload is two bytes.
+constexpr std::int32_t kNoteCall = 0x4B490013;      // Note; 1 for a note-on, else 0.
+constexpr std::int32_t kKeyStateCall = 0x4B490014;  // Note; low byte of its state.
+constexpr std::int32_t kKeyResetCall = 0x4B49001B;  // Note; 0.
 
 constexpr int kNotes = 128;
 

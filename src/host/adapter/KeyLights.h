@@ -1,4 +1,4 @@
-// Shows the instrument's key states on the keys of a controller, through the calls of one host family.
+// Shows the instrument's key states on a controller's lit keys, through the vendor calls of one host family.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,8 +16,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Idle until `start`. Then a thread of its own looks every 100 ms whether key states have changed, and if so tells the
-/// host all of them.
+/// Does nothing until `start`. Then a thread checks every 100 ms whether a key state has changed, and if so sends all
+/// of them to the host.
 class KeyLights {
  public:
   /// The vendor string of the host family.
@@ -28,19 +28,19 @@ class KeyLights {
   KeyLights& operator=(const KeyLights&) = delete;
   ~KeyLights() { stop(); }
 
-  /// `plugin` is the way to the host, and must live until `stop`. Throws std::system_error without a thread.
+  /// `plugin` calls the host and must live until `stop`. Throws std::system_error if no thread can be started.
   void start(AudioEffectX& plugin);
 
-  /// Waits for the thread to end; nothing is sent afterwards.
+  /// Waits until the thread has ended. Nothing is sent afterwards.
   void stop();
 
-  /// Nothing is shown before the host has been ready once.
+  /// The host is ready for key states, from now on. None is sent before.
   void hostIsReady() { ready = true; }
 
-  /// Any thread.
+  /// All states are sent with the next check. Any thread.
   void keysChanged() { dirty = true; }
 
-  /// Tells the host of a message of at least three bytes that went out to it. Any thread.
+  /// Tells the host whether a MIDI message that it was sent, of at least three bytes, is a note-on. Any thread.
   void messageSent(const std::uint8_t* data);
 
  private:

@@ -1,4 +1,4 @@
-// The numbers by which hosts know the family's plug-ins. A number never changes: songs are saved with it.
+// The unique ids of the family's plug-ins. An id never changes, since songs refer to the plug-in by it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@ struct PluginId {
 
 inline constexpr std::array kPluginIds{PluginId{"Sivray", fourCharacters('T', 'B', '1', '0')}};
 
-/// 0 for a product that is not in the table.
+/// Returns 0 for a product that is not in the table.
 constexpr std::int32_t pluginIdOf(std::string_view productName) {
   for (const PluginId& row : kPluginIds) {
     if (row.productName == productName) {

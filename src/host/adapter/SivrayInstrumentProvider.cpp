@@ -1,4 +1,4 @@
-// Makes the drum module: engine and macros, the shell around them, and the texts of its parameters.
+// Puts the drum module together: engine and macros, the shell around them, the texts of its parameters, the editor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/SivrayInstrumentProvider.h"
 

@@ -15,7 +15,7 @@ namespace {
 using Processor = vimo::PluginMacroControllable<vimo::Generator<float>>;
 using Plugin = plugin::sivray::SivrayPlugin<plugin::sivray::VstXSynth>;
 
-/// The index of all waves by category, or where there is none the plain one.
+/// The index of all waves by category, or the plain one if there is no such file.
 std::string sampleListFile() {
   const std::string resources = directoryFor(kBramelDirectory_Resource);
   const std::string byCategory = joinPath(resources, "SivrayPCM/drumparam_category.bin");

@@ -11,9 +11,9 @@ namespace tesh::bramel::vst {
 
 inline constexpr std::string_view kInstrumentName = "Sivray";
 
-/// A complete processor: the generator is active and the first program waits for the first block. Reads its files where
-/// the paths put them; sample data and user programs may be missing. Throws std::runtime_error with the JSON library's
-/// text when the description is missing or wrong. On the thread that loads the plug-in.
+/// Builds a complete processor: the generator is active, and the first block selects the first program. Files are read
+/// from the places that storage/paths gives; sample data and user programs may be missing. Throws std::runtime_error
+/// with the JSON library's text if the description is missing or broken. On the thread that loads the plug-in.
 std::unique_ptr<vimo::PluginMacroControllable<vimo::Generator<float>>> makeProcessor();
 
 }  // namespace tesh::bramel::vst

@@ -1,4 +1,4 @@
-// Where a host comes in: it loads the library, calls this, and speaks to the record that it gets.
+// The function that a host calls after loading the library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/CreateVstPlugin.h"
 
@@ -7,8 +7,8 @@ using tesh::bramel::vst::AudioEffect;
 using tesh::bramel::vst::AudioMasterCallback;
 using tesh::bramel::vst::createVstPlugin;
 
-/// A new plug-in, or null when its files are missing or wrong. A scanner may come without a callback of its own: it
-/// gets a plug-in that can be asked everything and never calls back.
+/// Returns a new plug-in's record, or null if its files are missing or broken. `audioMaster` may be null, as some
+/// scanners have none: the plug-in then makes no calls to its host.
 extern "C" SIVRAY_EXPORT AEffect* VSTPluginMain(AudioMasterCallback audioMaster) {
   AudioEffect* const plugin = createVstPlugin(audioMaster);
   return plugin == nullptr ? nullptr : plugin->getAeffect();

@@ -1,4 +1,4 @@
-// Takes the editor's place in builds without one: the plug-in then tells its host that it has no window.
+// Stands in for the editor in builds without one: the host is told that the plug-in has no window.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/door/EditorDoor.h"
 

@@ -1,4 +1,4 @@
-// What a factory of instruments gives out: the caller casts it to the instrument that it knows.
+// The type that factories of instruments return. The caller casts it to the instrument that it expects.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,5 +1,5 @@
-// What the shell asks of the host's side and tells the editor's side. Both are held weakly and may be gone at any time.
-// SPDX-License-Identifier: GPL-3.0-or-later
+// The two interfaces that the shell calls: the host's side and the editor's. It holds both weakly and skips calls to
+// one that is gone. SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace tesh::bramel::vst {
 
-/// The way out to the host. `visibleIndex` is the host's own parameter number.
+/// Calls to the host. `visibleIndex` is the host's number of a parameter.
 class BramelInstrumentHostCallback {
  public:
   virtual ~BramelInstrumentHostCallback() = default;
@@ -29,7 +29,7 @@ class BramelInstrumentHostCallback {
   virtual void keyStateChanged(int note) = 0;
 };
 
-/// The way to the editor, called with the instrument's main lock held. The marked operations come on the audio thread,
+/// Reports to the editor, called with the instrument's main lock held. The marked operations come on the audio thread,
 /// in every block, and on the thread of whoever flushes: the receiver queues and returns.
 class BramelInstrumentUICallback {
  public:

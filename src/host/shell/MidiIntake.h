@@ -1,4 +1,4 @@
-// What becomes of a MIDI message that comes in: it goes on to the engine, moves a parameter, or ends here.
+// What happens to a MIDI message from outside: it goes to the engine, moves a parameter, or is dropped.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,28 +16,27 @@ struct ShortMessage {
   std::size_t size = 0;
 };
 
-/// The verdict on a message.
 struct MidiVerdict {
-  std::optional<std::uint64_t> parameterId;  ///< The parameter that it moves, to `value`.
+  std::optional<std::uint64_t> parameterId;  ///< The parameter that moves to `value`.
   float value = 0.0F;
-  bool toEngine = false;  ///< It goes on as `message`.
-  ShortMessage message;   ///< Its first three bytes, without the channel where that is discarded.
+  bool toEngine = false;  ///< `message` goes to the engine.
+  ShortMessage message;   ///< The first three bytes; notes, controllers and pitch bend are on channel 1.
 };
 
-/// The value of a controller's data byte.
+/// The parameter value for a controller's data byte.
 inline float controllerValue(std::uint8_t data) {
   return std::clamp(static_cast<float>(data) * 0.007874016F, 0.0F, 1.0F);  // 1 / 127.
 }
 
-/// The value of a pitch bend: the centre (lsb 0, msb 64) is 0.5.
+/// The parameter value for a pitch bend. The centre (lsb 0, msb 64) is 0.5.
 inline float pitchBendValue(std::uint8_t lsb, std::uint8_t msb) {
   const int position = ((msb & 127) - 64) * 128 + (lsb & 127);
   return std::clamp(static_cast<float>(position) * 6.103888e-5F + 0.5F, 0.0F, 1.0F);  // 1 / 16383.
 }
 
-/// Judges a message. Notes, controllers and pitch bend lose their channel; bank select, unmapped pitch bend,
-/// aftertouch, program changes and channel pressure end here. `controllerMap(key)` gives the mapped parameter or
-/// nothing, with 0xE0 as the key of pitch bend.
+/// Judges a message. Notes, controllers and pitch bend lose their channel. Bank select, pitch bend that is not mapped,
+/// aftertouch, program changes and channel pressure are dropped. `controllerMap(key)` returns the mapped parameter or
+/// nothing; the key is a controller number, or 0xE0 for pitch bend.
 template <typename ControllerMap>
 MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const ControllerMap& controllerMap) {
   MidiVerdict verdict;

@@ -1,3 +1,4 @@
+// Filling and reading of the copy, each under its lock.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ParameterCache.h"
 

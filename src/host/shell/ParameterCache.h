@@ -1,4 +1,4 @@
-// What host and editor read of the parameters without touching the engine, with the text of the values given last.
+// A copy of all parameters that host and editor read without the engine, with the texts of the latest values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,7 +20,7 @@ struct ParameterInfo {
   std::string name;
   std::uint64_t steps = 0;
   float defaultValue = 0.0F;
-  float value = 0.0F;              ///< Normalised; the last that reached a block.
+  float value = 0.0F;              ///< Normalised; the last one that reached a block.
   std::uint64_t integerValue = 0;  ///< Of parameters that carry an integer.
 };
 
@@ -29,13 +29,13 @@ class ParameterCache {
  public:
   using Controller = vimo::MacroController<vimo::Generator<float>>;
 
-  /// Takes over all parameters.
+  /// Copies all parameters.
   void fill(const Controller& controller);
-  /// Takes over the values of all parameters, also for their texts.
+  /// Copies the values of all parameters, also for their texts.
   void refresh(const Controller& controller) SIVRAY_NONBLOCKING;
-  /// Takes over the values for the texts alone.
+  /// Copies the values for the texts alone.
   void refreshTexts(const Controller& controller);
-  /// Stores the values of a block's changes. Audio thread.
+  /// Stores the writes of a block. Audio thread.
   void store(const ChangeList& changes) SIVRAY_NONBLOCKING;
 
   std::uint64_t count() const;
@@ -47,9 +47,9 @@ class ParameterCache {
   }
 
   void setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider);
-  /// The text of the value given last; empty without a provider.
+  /// The text of the value that was written last; empty without a provider.
   std::string display(std::uint64_t id) const;
-  /// A value was given: its text is what display gives from now on. Audio thread safe.
+  /// Stores a value for its text alone; `read` changes with the next block. Audio thread safe.
   void noteValue(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
 
  private:

@@ -1,4 +1,4 @@
-// Which parameters the host sees, and under what number. Ids count all parameters, visible indices the visible ones.
+// The host's numbers of the parameters that it may see. Ids count all parameters, visible indices the visible ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@ namespace tesh::bramel::vst {
 
 class ParameterMap {
  public:
-  /// Numbers `count` parameters; `isHidden(id)` tells which ones the host does not see.
+  /// Numbers `count` parameters without those for which `isHidden(id)` is true.
   template <typename IsHidden>
   void build(std::uint64_t count, const IsHidden& isHidden) {
     places.assign(static_cast<std::size_t>(count), Place{});
@@ -36,7 +36,7 @@ class ParameterMap {
                                          : std::nullopt;
   }
 
-  /// Nothing for a hidden parameter and out of range.
+  /// Returns nothing for a hidden parameter and out of range.
   std::optional<std::uint64_t> visibleIndexOf(std::uint64_t id) const {
     if (id >= places.size() || !places[static_cast<std::size_t>(id)].isVisible) {
       return std::nullopt;

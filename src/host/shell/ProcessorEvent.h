@@ -1,4 +1,4 @@
-// The mail that carries a parameter's new value to the block routine.
+// A parameter write on its way to the block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,16 +7,16 @@
 
 namespace tesh::vimo {
 
-/// Marks where mail comes from; see BramelInstrument.
+/// A random UUID that tells writes of the host from those of the editor.
 using SourceId = std::array<std::uint8_t, 16>;
 
-/// What the value of an event is.
+/// The type of an event's value.
 enum class ProcessorEventTag : std::uint32_t {
   floatValue = 0x23333266,   ///< "#23f"
   integerValue = 0x23343675  ///< "#46u"
 };
 
-/// One parameter write. Trivially copyable: posting it allocates nothing.
+/// Copying it allocates nothing.
 struct ProcessorEvent {
   SourceId source{};
   ProcessorEventTag tag = ProcessorEventTag::floatValue;

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <optional>
 
+#include "core/EngineRate.h"
 #include "core/RealTimeLock.h"
 #include "host/vst/VstRecords.h"
 #include "platform/DenormalGuard.h"
@@ -17,7 +18,7 @@ namespace {
 using vimo::ProcessorEvent;
 using vimo::ProcessorEventTag;
 
-constexpr float kEngineRate = 44100.0F;
+constexpr auto kEngineRate = static_cast<float>(cofu::core::kEngineRate);
 /// Frames of the engine that one run of the block routine may have.
 constexpr std::int32_t kLongestPiece = 2048;
 /// MIDI messages that one block can bring: what the converter holds back, and twice what a host sends at most.

@@ -1,4 +1,4 @@
-// What a program database asks of its owner when it stores the current state.
+// The values that a program database reads when it stores the current state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ class MacroProgramDatabaseDelegate {
 
   /// The macro's stored value, 0 to 1; 0 for an index past the list.
   virtual float macroValue(std::uint64_t index) const = 0;
-  /// The macro's opaque object, 0 when it carries none or the index lies past the list.
+  /// The macro's object; 0 if it has none, or for an index past the list.
   virtual std::uint64_t macroObject(std::uint64_t index) const = 0;
   virtual const std::string& programName() const = 0;
   virtual const std::string& programComment() const = 0;

@@ -19,7 +19,6 @@ namespace tesh::vimo {
 /// The list of macros that the programs hold values for.
 class MacroList : public MacroProgramDatabaseDelegate {
  public:
-  virtual std::uint64_t macroCount() const = 0;
   /// The value for programs that have no entry for the macro; 0 past the list.
   virtual float macroDefault(std::uint64_t index) const = 0;
 };
