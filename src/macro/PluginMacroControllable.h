@@ -1,5 +1,6 @@
 // A generator with its macros: the queues through which other threads give commands, and the loop that runs once a
-// block. SPDX-License-Identifier: GPL-3.0-or-later
+// block.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>

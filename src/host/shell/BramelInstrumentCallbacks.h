@@ -1,5 +1,6 @@
 // The two interfaces that the shell calls: the host's side and the editor's. It holds both weakly and skips calls to
-// one that is gone. SPDX-License-Identifier: GPL-3.0-or-later
+// one that is gone.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>

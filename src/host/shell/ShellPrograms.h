@@ -1,5 +1,6 @@
 // The programs of the shell: selection, the operations that change a bank, their files, and the state that a host
-// keeps. SPDX-License-Identifier: GPL-3.0-or-later
+// keeps.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>
