@@ -18,6 +18,7 @@ const juce::DropShadow kShadow{juce::Colours::black.withAlpha(0.5F), 3, {2, 4}};
 
 BWPopupView::BWPopupView() : dimmer(std::make_shared<BWFlatToggleButton>()), panel(std::make_shared<BWView>()) {
   dimmer->setListener(this);
+  dimmer->setMouseCursor(juce::MouseCursor::NormalCursor);
   addAndMakeVisible(*dimmer);
   panel->setFill(juce::Colours::white.withAlpha(kPanelAlpha));
   panel->setCornerSize(kCornerSize);

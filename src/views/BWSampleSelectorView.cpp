@@ -97,6 +97,7 @@ void BWSampleSelectorView::showCategory(std::int64_t newCategory) {
     names.push_back(selector->getSampleName(category, i));
   }
   sampleList->setItems(std::move(names));
+  sampleList->scrollToTop();
   if (selector->getCategoryIndex(part) == category) {
     sampleList->selectRow(static_cast<int>(selector->getSampleIndex(part)));
   }

@@ -16,7 +16,7 @@ constexpr float kSelectionAlpha = 0.4F;
 
 }  // namespace
 
-PanelLookAndFeel::PanelLookAndFeel() {
+PanelLookAndFeel::PanelLookAndFeel() : juce::LookAndFeel_V4(getLightColourScheme()) {
   const juce::Colour text(colours::kSlate);
   const juce::Colour selection = juce::Colour(colours::kPeriwinkle).withAlpha(kSelectionAlpha);
   setColour(juce::Label::textColourId, text);
@@ -32,6 +32,9 @@ PanelLookAndFeel::PanelLookAndFeel() {
   setColour(juce::TextEditor::outlineColourId, text.withAlpha(kEditorAlpha));
   setColour(juce::TextEditor::focusedOutlineColourId, juce::Colour(colours::kCobalt));
   setColour(juce::CaretComponent::caretColourId, text);
+
+  setColour(juce::FileBrowserComponent::filenameBoxTextColourId, text);
+  setColour(juce::FileBrowserComponent::currentPathBoxTextColourId, text);
 
   setColour(juce::PopupMenu::backgroundColourId, juce::Colours::white);
   setColour(juce::PopupMenu::textColourId, text);
