@@ -1,4 +1,4 @@
-// Blocks of audio: rates, sizes, partitions, what the samples are, and what silence costs.
+// Checks of the audio: rates, block sizes and partitions, the samples' values, and the cost of silence.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -30,7 +30,7 @@ constexpr std::array<int, 18> kBlocks{0,   1,    10,   16,   17,   32,   64,   1
                                       512, 1024, 1536, 2027, 2048, 2049, 4096, 8192, 16384};
 constexpr double kPitchTolerance = 1e-4;
 
-/// The phase of a tone of `hertz` in the second around `centre` (in seconds), in turns.
+/// Returns the phase in turns of a tone of `hertz`, measured over the second around `centre` (in seconds).
 double phaseAt(const std::vector<float>& samples, double rate, double hertz, double centre) {
   const auto first = static_cast<int>((centre - 0.5) * rate);
   const auto count = static_cast<int>(rate);
@@ -44,7 +44,8 @@ double phaseAt(const std::vector<float>& samples, double rate, double hertz, dou
   return std::arg(sum) / (2.0 * std::numbers::pi);
 }
 
-/// How far a tone lies from `hertz`: from a short stretch of phase first, then from a long one that it makes clear.
+/// Returns a tone's deviation from `hertz`: a rough value from the phase over a short stretch, which makes the phase
+/// over a long one unambiguous.
 double pitchError(const std::vector<float>& samples, double rate, double hertz) {
   const auto turned = [&](double seconds) {
     const double turns = phaseAt(samples, rate, hertz, 1.0 + seconds) - phaseAt(samples, rate, hertz, 1.0);
@@ -55,7 +56,7 @@ double pitchError(const std::vector<float>& samples, double rate, double hertz) 
   return (fine + std::round(rough * 3.0 - fine)) / 3.0 / hertz;
 }
 
-/// Plays the sine at one rate after the other, each change while the last note still sounds.
+/// Plays the sine at one rate after the other, changing the rate while a note sounds.
 Verdict sampleRates(const CheckSettings& settings) {
   const SineContent sine;
   const PluginLibrary library(settings.libraryPath);
@@ -76,7 +77,7 @@ Verdict sampleRates(const CheckSettings& settings) {
     const Sound sound = play(host, hit, static_cast<int>(4.6F * rate), blocksOf(kPlainBlock));
     facts.add(sound);
     const double error = pitchError(sound.left, static_cast<double>(rate), SineContent::kHertz);
-    // The converter counts a rate in whole hertz; that is heard below 10 kHz only.
+    // The converter truncates a rate to whole hertz, which matters only below 10 kHz.
     const double whole = error - (static_cast<double>(rate) / std::floor(static_cast<double>(rate)) - 1.0);
     right = right && std::abs(rate < 10000.0F ? whole : error) <= kPitchTolerance;
     worst = std::max(worst, rate < 10000.0F ? 0.0 : std::abs(error));
@@ -87,7 +88,7 @@ Verdict sampleRates(const CheckSettings& settings) {
                  100.0 * worst, 100.0 * worstWhole);
 }
 
-/// Blocks of all sizes, in buffers that end or begin at a page nobody may touch.
+/// Renders blocks of all sizes in buffers that start or end at a protected page.
 Verdict blockSizes(const CheckSettings& settings) {
   const PluginLibrary library(settings.libraryPath);
   Host host(library);
@@ -167,7 +168,7 @@ SoundFacts playInPlace(Host& host, const std::vector<Hit>& hits, int frames) {
   return facts;
 }
 
-/// All pads at full level with random settings, so that the output stage has to hold.
+/// Plays all pads at full level with random settings, to test the limits of the output stage.
 Verdict output(const CheckSettings& settings) {
   const PluginLibrary library(settings.libraryPath);
   Host host(library);
@@ -211,7 +212,7 @@ Verdict output(const CheckSettings& settings) {
                  static_cast<long long>(all.tooLoud), static_cast<double>(all.peak), different);
 }
 
-/// Seconds of processor time for one second of audio, the least of three.
+/// Returns the CPU seconds per second of audio, the least of three runs.
 double costOf(Host& host, const std::vector<Hit>& hits) {
   double least = 1e9;
   for (int i = 0; i < 3; ++i) {

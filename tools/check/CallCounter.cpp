@@ -1,3 +1,5 @@
+// Interposes the C library's allocation, file and lock functions. A thread's calls are counted while a CallCounter
+// lives on it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/CallCounter.h"
 
@@ -38,7 +40,7 @@ void count(std::int64_t CallCounts::*field) {
   }
 }
 
-/// The system's function of a name that this file takes.
+/// Returns the system's own version of a function that this file replaces.
 template <typename Function>
 Function* systems(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
@@ -155,7 +157,7 @@ SIVRAY_TAKEN ssize_t pread(int file, void* bytes, std::size_t size, off_t offset
 
 SIVRAY_TAKEN int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
   using Lock = int(pthread_mutex_t*);
-  // Kept without a guard: a guarded static would lock in its turn.
+  // A plain static: the guard of a function-local object would itself take a lock.
   static Lock* system = nullptr;
   if (system == nullptr) {
     system = systems<Lock>("pthread_mutex_lock");

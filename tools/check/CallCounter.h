@@ -1,5 +1,5 @@
-// Counts what the audio thread must not do: this program's own malloc, free, open, read and lock stand before the
-// system's, for the plug-in's library too.
+// Counts calls that an audio thread must not make. This program replaces malloc, free, open, read and the mutex
+// functions, also for the plug-in's library, by versions that count and then call the system's.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,19 +12,19 @@ struct CallCounts {
   std::int64_t frees = 0;
   std::int64_t files = 0;  ///< Opened or read.
   std::int64_t locks = 0;  ///< Mutexes taken.
-  std::int64_t waits = 0;  ///< Locks that another thread held, and sleeps.
+  std::int64_t waits = 0;  ///< Waits for a lock that another thread holds, and sleeps.
 };
 
-/// Counts the calls of its thread for as long as it lives. One at a time on a thread.
+/// Counts the calling thread's calls while it exists. At most one at a time on a thread.
 class CallCounter {
  public:
-  /// Adds to `counts`.
+  /// `counts` is increased and must outlive the counter.
   explicit CallCounter(CallCounts& counts);
   ~CallCounter();
   CallCounter(const CallCounter&) = delete;
   CallCounter& operator=(const CallCounter&) = delete;
 
-  /// False where a sanitizer or another system keeps these functions for itself.
+  /// Returns false under a sanitizer and on systems other than Linux with glibc, where nothing is counted.
   static bool works();
 };
 

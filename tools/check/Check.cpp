@@ -1,3 +1,4 @@
+// Runs all checks in order and prints a line for each.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/Check.h"
 

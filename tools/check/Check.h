@@ -1,4 +1,4 @@
-// What a check of the plug-in is: a name, and a body that drives the plug-in and gives a verdict with a figure.
+// A check of the plug-in: a name, and a function that drives the plug-in and returns a verdict with a figure.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,13 +18,13 @@
 
 namespace sivray::check {
 
-/// How much the checks do.
+/// The library to check, and how much to do.
 struct CheckSettings {
   std::string libraryPath;
-  bool full = false;       ///< The full numbers, which take minutes; else about half a minute in all.
-  double soakHours = 0.0;  ///< Hours of audio of the long rendering; 0 for the plain one of minutes.
+  bool full = false;       ///< Full repetitions, which take minutes; otherwise about half a minute in all.
+  double soakHours = 0.0;  ///< Hours of audio in the long rendering; 0 for its default of minutes.
 
-  /// The number that a check works with.
+  /// Returns the number of repetitions: `complete` in a full run, else `bounded`.
   int count(int bounded, int complete) const { return full ? complete : bounded; }
 };
 
@@ -38,13 +38,13 @@ struct Check {
   Verdict (*body)(const CheckSettings& settings);
 };
 
-/// A verdict with a printed figure.
+/// Returns a verdict whose figure is formatted as by printf.
 [[gnu::format(printf, 2, 3)]] Verdict verdict(bool passed, const char* format, ...);
 
-/// Whether a sanitizer runs this program: times, memory and functions of the system mean nothing then.
+/// Whether a sanitizer is built in; times, memory use and replaced system functions are then meaningless.
 constexpr bool isSanitized() { return SIVRAY_SANITIZED != 0; }
 
-/// The checks by what they protect, in the order in which they run.
+/// The checks by subject, in the order in which they run.
 std::vector<Check> lifecycleChecks();
 std::vector<Check> audioChecks();
 std::vector<Check> eventChecks();
@@ -53,8 +53,8 @@ std::vector<Check> stateChecks();
 std::vector<Check> threadChecks();
 std::vector<Check> realTimeChecks();
 
-/// Runs every check and prints a line for each. Gives the number that failed. Throws HostError when the plug-in cannot
-/// be loaded at all.
+/// Runs every check and prints a line for each. Returns the number that failed. Throws HostError when the plug-in
+/// cannot be loaded at all.
 int runChecks(const CheckSettings& settings);
 
 }  // namespace sivray::check

@@ -1,4 +1,4 @@
-// Events and automation in a block: dense, out of order, outside, and inconsistent.
+// Checks of events and automation within a block: dense, unordered, out of range, and malformed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <climits>
@@ -15,7 +15,7 @@ using vsthost::PluginLibrary;
 
 constexpr int kBlock = 2048;
 
-/// Notes with given distances, each with a move of a parameter.
+/// Queues notes `step` frames apart, each with a parameter change.
 void queueDense(Host& host, int step, Random& random) {
   for (int frame = 0; frame < kBlock; frame += step) {
     host.queueNote(36 + random.below(8), random.below(128), frame);
@@ -29,7 +29,7 @@ void queueOdd(Host& host, Random& random) {
   }
 }
 
-/// Whether an event of a far future lets those behind it sound.
+/// Returns whether events queued after one with a far-future frame still sound.
 bool soundsBehindHopeless(const PluginLibrary& library) {
   Host host(library);
   host.queueNote(36, 100, INT_MAX);
@@ -71,7 +71,7 @@ Verdict insideBlocks(const CheckSettings& settings) {
     for (int block = 0; block < 4; ++block) {
       render();
     }
-    // What was sent for later blocks has to come, and nothing may hang.
+    // Events for later blocks must arrive, and no note may hang.
     host.setChunk(state);
     settle(host);
     alive = alive && playPlain(host, 22050).isHeard();
@@ -81,7 +81,7 @@ Verdict insideBlocks(const CheckSettings& settings) {
                  blocks, alive ? "a sound" : "silence");
 }
 
-/// Events of random bytes, and system-exclusive ones with nothing or much behind them.
+/// Sends events of random bytes, and system-exclusive events with little or much data.
 Verdict inconsistentMidi(const CheckSettings& settings) {
   const PluginLibrary library(settings.libraryPath);
   Host host(library);

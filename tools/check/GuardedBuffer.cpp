@@ -1,3 +1,4 @@
+// Pages from the operating system, with a protected page at each end of the samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/GuardedBuffer.h"
 

@@ -1,4 +1,4 @@
-// Samples between pages that nobody may touch: a read or write outside ends the program at once.
+// A sample buffer between protected pages: a read or write outside it ends the program at once.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace sivray::check {
 
-/// Which end of the samples lies against a guard page.
+/// Which end of the samples touches a protected page.
 enum class GuardedEnd { front, back };
 
 class GuardedBuffer {

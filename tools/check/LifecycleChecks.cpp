@@ -1,4 +1,5 @@
-// Loading, opening, calls in odd orders, wild hosts, unknown calls, many instances, suspend and resume.
+// Checks of an instance's life: loading, opening, calls in odd orders, badly behaved hosts, unknown calls, many
+// instances, suspend and resume.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -23,7 +24,7 @@ constexpr double kColdMilliseconds = 100.0;
 constexpr int kWarmCycles = 10;
 constexpr std::int64_t kLeakKiB = 512;
 
-/// The first load of all: nothing of the library is in this process yet.
+/// Must run first, before any of the library is in this process.
 Verdict loadAndUnload(const CheckSettings& settings) {
   const int cycles = settings.count(30, 1000);
   double coldMilliseconds = 0.0;
@@ -99,7 +100,7 @@ Verdict oddOrder(const CheckSettings& settings) {
                  rounds);
 }
 
-/// Calls that this check leaves out: the end of the instance, what needs a screen, and what takes 300 ms or a
+/// Calls that the check skips: closing the instance, calls that need a screen, and calls that take 300 ms or a
 /// structure.
 bool isLeftOut(int opcode) {
   constexpr std::array<int, 10> kLeftOut{effClose,    effMainsChanged,  effEditGetRect, effEditOpen,    effEditClose,
@@ -107,7 +108,7 @@ bool isLeftOut(int opcode) {
   return std::find(kLeftOut.begin(), kLeftOut.end(), opcode) != kLeftOut.end() || opcode == effSetEditKnobMode;
 }
 
-/// Calls that the interface has no meaning for.
+/// Opcodes that the interface does not define.
 bool isUnknown(int opcode) {
   constexpr std::array<int, 14> kHoles{9, 16, 17, 18, 20, 21, 28, 30, 31, 32, 36, 37, 43, 46};
   constexpr std::array<int, 4> kLateHoles{53, 54, 55, 57};
@@ -115,8 +116,8 @@ bool isUnknown(int opcode) {
          std::find(kLateHoles.begin(), kLateHoles.end(), opcode) != kLateHoles.end() || opcode < 0 || opcode >= 80;
 }
 
-/// One call with room that is looked at afterwards. False when more was written than text can be, or an unknown call
-/// was answered.
+/// Makes one call with a buffer that is checked afterwards. Returns false when the call wrote more than text can need,
+/// or an unknown call was answered.
 bool callSafely(Host& host, int opcode, int index, std::intptr_t value) {
   constexpr std::uint8_t kMark = 0xA5;
   constexpr std::size_t kText = 256;
@@ -178,7 +179,7 @@ Verdict manyInstances(const CheckSettings& settings) {
     hosts.push_back(std::make_unique<Host>(library));
     settle(*hosts.back());
   }
-  // The first half renders on one thread while the second half goes, in random order, on this one.
+  // The first half renders on another thread while this one closes the second half in random order.
   std::array<SoundFacts, kInstances / 2> facts;
   std::thread renderer([&] {
     for (std::size_t i = 0; i < facts.size(); ++i) {
@@ -197,7 +198,7 @@ Verdict manyInstances(const CheckSettings& settings) {
                  equal ? "all alike" : "not all alike");
 }
 
-/// The largest difference between two sounds of the same length.
+/// Returns the largest difference between two sounds of the same length.
 float distance(const Sound& a, const Sound& b) {
   float largest = 0.0F;
   for (std::size_t i = 0; i < a.left.size(); ++i) {
@@ -206,10 +207,10 @@ float distance(const Sound& a, const Sound& b) {
   return largest;
 }
 
-/// After suspend and resume, an instance that has played sounds like a new one. Two states of a voice outlast the
-/// reset, so a small difference is right: how far its gates to the dry and the effect bus are open, which the first
-/// three samples of a note show, and how fast it fades out after the end of a wave. Any sound from before would be
-/// louder.
+/// After suspend and resume, an instance that has played sounds like a new one. Two parts of a voice's state survive
+/// the reset, so a small difference is allowed: how far its gates to the dry and the effect bus are open, audible in
+/// the first three samples of a note, and how fast it fades out after the end of a wave. Any remaining sound from
+/// before would be louder.
 Verdict resetIsNew(const CheckSettings& settings) {
   constexpr float kMostFromGates = 0.0005F;  // 0.0002 was measured, over a dozen scenes
   constexpr int kFrames = 60000;

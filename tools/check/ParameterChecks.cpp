@@ -1,4 +1,4 @@
-// The host's parameters: what is written is read, has a text, and never harms the sound.
+// Checks of the host's parameters: values read back as written, every value has a text, and no value harms the sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cmath>

@@ -1,3 +1,4 @@
+// Process figures from Linux's /proc and from the Windows API.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/Process.h"
 

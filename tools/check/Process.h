@@ -1,4 +1,4 @@
-// What this process uses: memory, threads, files, and the time of its thread.
+// This process's memory, threads and open files, and the CPU time of a thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@ struct ProcessUse {
 
 ProcessUse processUse();
 
-/// Seconds that the calling thread has run.
+/// Returns the CPU seconds that the calling thread has used.
 double threadSeconds();
 
 }  // namespace sivray::check

@@ -1,4 +1,4 @@
-// What the audio thread does while it plays, what a crowded block costs, and whether hours leave a trace.
+// Checks of real-time behaviour: the audio thread's system calls, the cost of a crowded block, and leaks over hours.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -18,10 +18,10 @@ using vsthost::PluginLibrary;
 constexpr int kMacrosPerPad = 12;
 constexpr int kPadParameters = 96;
 
-/// Waves are read from disk when they change; everything else happens in memory.
+/// Changing a wave reads the disk; all other parameters work in memory.
 bool choosesWave(int index) { return index < kPadParameters && index % kMacrosPerPad == 0; }
 
-/// Everything that moves while a song plays, between two blocks.
+/// Makes the changes that a song makes between two blocks.
 void stir(Host& host, Random& random, int block) {
   for (int i = 0; i < 6; ++i) {
     host.queueNote(36 + random.below(8), random.below(128), random.below(256));
@@ -68,7 +68,8 @@ Verdict callsInside(const CheckSettings& settings) {
                  static_cast<long long>(counts.waits), static_cast<double>(counts.locks) / static_cast<double>(blocks));
 }
 
-/// Notes on all pads, all values of another program but its waves, and another effect, in one block of 64 frames.
+/// Plays notes on all pads, changes all values of a program but its waves, and changes the effect, in one block of 64
+/// frames.
 Verdict worstBlock(const CheckSettings& settings) {
   constexpr double kBlockSeconds = 64.0 / 44100.0;
   constexpr double kMostShare = 0.2;
@@ -100,7 +101,7 @@ Verdict worstBlock(const CheckSettings& settings) {
                  100.0 * median, 100.0 * late);
 }
 
-/// Eight voices through every effect of the panel at 48 kHz, in blocks of 128 frames.
+/// Plays eight voices through every effect of the panel at 48 kHz, in blocks of 128 frames.
 Verdict speed(const CheckSettings& settings) {
   constexpr double kLeastFactor = 120.0;
   constexpr int kRate = 48000;
@@ -130,7 +131,7 @@ Verdict speed(const CheckSettings& settings) {
                  "at least %.0f times real time at 48 kHz and 128 frames (effect step %d)", slowest, slowestType);
 }
 
-/// The median of some runs, in milliseconds.
+/// Returns the median of several runs in milliseconds.
 template <typename Action>
 double millisecondsOf(int runs, Action action) {
   std::vector<double> times;

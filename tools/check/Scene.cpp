@@ -1,3 +1,4 @@
+// Random drum hits and the loop that renders them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/Scene.h"
 

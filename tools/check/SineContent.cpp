@@ -1,3 +1,4 @@
+// Writes the sine library into a temporary folder and points BRAMEL_COMMON_FILES at it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/SineContent.h"
 

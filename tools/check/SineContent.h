@@ -1,4 +1,4 @@
-// A copy of the plug-in's content whose library holds nothing but one steady sine, for measuring pitch.
+// A copy of the plug-in's content whose sample library holds one steady sine, for measuring pitch.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,7 +12,7 @@ class SineContent {
   static constexpr double kHertz = 300.0;
   static constexpr double kSeconds = 5.5;
 
-  /// Plug-ins that are made while this lives find it in place of their own content.
+  /// Plug-ins created while this object exists load this content instead of their own.
   SineContent();
   ~SineContent();
   SineContent(const SineContent&) = delete;

@@ -1,4 +1,4 @@
-// What is to be known of rendered samples: whether they are numbers, how loud they are, and a hash.
+// Facts about rendered samples: whether they are finite, how loud they are, and a hash.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ struct Sound {
   std::vector<float> right;
 };
 
-/// Gathers facts of blocks, one after the other.
+/// Accumulates facts over consecutive blocks.
 class SoundFacts {
  public:
   void add(const float* samples, int frames) {

@@ -1,4 +1,4 @@
-// The state that a host saves: what comes back, and what broken bytes do.
+// Checks of the host's state: what is restored, and how broken bytes are handled.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <memory>
@@ -16,12 +16,12 @@ using vsthost::Host;
 using vsthost::PluginLibrary;
 using Bytes = std::vector<std::uint8_t>;
 
-/// Where the content begins: behind the tag, the map's head, the key and the length of the bytes.
+/// Offset of the content: after the tag, the map's head, the key and the length of the bytes.
 constexpr std::size_t kContentAt = 4 + 1 + 8 + 5;
 constexpr std::size_t kSectionSizes = 16;
 
-/// A state with the identities of its programs blanked: every instance gives what it loads new ids, and a time of its
-/// own to what has none.
+/// Returns a state with its programs' ids and times zeroed: each instance assigns new ids to the programs that it
+/// loads, and a time to those without one.
 Bytes withoutIds(Bytes state) {
   constexpr std::size_t kListSize = 8;
   constexpr std::size_t kMacroHead = 48;
@@ -30,7 +30,7 @@ Bytes withoutIds(Bytes state) {
   constexpr std::size_t kIdentityEnd = 224;
   constexpr std::size_t kEntryBytes = 12;
   const auto wordAt = [&](std::size_t at) { return tesh::cofu::core::wordIn(state, at).value_or(0); };
-  // The sections of the content stand behind its head of four words; the third is the macro chunk.
+  // The sections follow the content's head of four words; the third is the macro chunk.
   const std::size_t macros = kContentAt + kSectionSizes + wordAt(kContentAt + 4) + wordAt(kContentAt + 8);
   const std::size_t image = macros + kMacroHead + wordAt(macros + kListSize);
   const std::size_t recordBytes = kIdentityEnd + kEntryBytes * wordAt(macros + 4);
@@ -44,13 +44,13 @@ Bytes withoutIds(Bytes state) {
   return state;
 }
 
-/// Hosts that come one after the other: each takes in a state and gives it back.
+/// Passes a state through several hosts in turn; each loads and saves it.
 class RoundTrip {
  public:
   explicit RoundTrip(const CheckSettings& settings) : library(settings.libraryPath), full(settings.full) {}
 
-  /// Saves what `state` makes of a plug-in, and compares it with what a new one makes of that. Each plays a block
-  /// first: the engine's own values follow the macros there.
+  /// Loads `state` into one plug-in, loads what that saves into another, and compares what both save. Each plays a
+  /// block first, since the engine's own values follow the macros only then.
   void run(const Bytes& state) {
     first.setChunk(state);
     settle(first);
@@ -102,13 +102,13 @@ Verdict roundTrips(const CheckSettings& settings) {
     settle(trip.first);
     trip.run(trip.first.chunk());
   }
-  // The host has just given these values: telling it of them would be an echo.
+  // The host has just set these values: notifying it of them would be an echo.
   return verdict(trip.different == 0 && programs > 0 && trip.first.calls.empty(),
                  "%d programs and %d random states, %d differ, %zu bytes", programs, states, trip.different,
                  trip.first.chunk().size());
 }
 
-/// Broken states, none of which may change anything.
+/// Broken states; none of them may change anything.
 class BrokenStates {
  public:
   explicit BrokenStates(Host& plugin) : host(plugin), good(plugin.chunk()) {}
@@ -138,7 +138,7 @@ void giveFlipped(BrokenStates& broken) {
   for (std::size_t at = 0; at < kContentAt + kSectionSizes; ++at) {
     places.push_back(at);
   }
-  // The two other entries of the envelope, behind the content.
+  // The envelope's two other entries, after the content.
   constexpr std::size_t kTail = 5 + 30 + 8 + 1;
   for (std::size_t at = good.size() - kTail; at < good.size(); ++at) {
     places.push_back(at);

@@ -1,4 +1,4 @@
-// Audio on one thread, everything else on others.
+// Checks with audio on one thread and all other calls on others.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <atomic>
 #include <chrono>
@@ -15,7 +15,7 @@ using namespace tesh::bramel::vst;
 using vsthost::Host;
 using vsthost::PluginLibrary;
 
-/// Renders blocks until told to stop.
+/// Renders blocks on its own thread until stopped.
 class AudioThread {
  public:
   explicit AudioThread(Host& plugin) : host(plugin), thread([this] { run(); }) {}
@@ -29,7 +29,7 @@ class AudioThread {
   }
 
   std::atomic<int> blocks{0};
-  SoundFacts facts;  ///< Once finished.
+  SoundFacts facts;  ///< Complete after `finish`.
 
  private:
   void run() {
@@ -57,7 +57,7 @@ Verdict anotherThread(const CheckSettings& settings) {
   const int wanted = settings.count(2000, 9999);
   AudioThread audio(host);
   while (audio.blocks < wanted) {
-    // What a host does while it plays.
+    // Calls that a host makes while it plays.
     host.call(effGetProgram);
     host.parameterText(0);
     std::this_thread::yield();
@@ -71,7 +71,7 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
   Host host(library);
   AudioThread audio(host);
   const int rounds = settings.count(isSanitized() ? 5 : 50, 500);
-  // The waves are left alone: reading them is another check.
+  // Waves are not changed here: another check covers reading them.
   const auto write = [&](std::uint32_t seed) {
     Random random(seed);
     for (int round = 0; round < rounds; ++round) {
@@ -81,7 +81,7 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
           host.parameter(index);
         }
       }
-      // A host's threads sleep too; without that they keep the plug-in's lock to themselves.
+      // As in a host, the threads sleep in between; otherwise they would hold the plug-in's lock almost all the time.
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
   };

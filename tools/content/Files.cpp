@@ -1,3 +1,4 @@
+// Whole files, read and replaced through std::filesystem and the platform's own writer.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/Files.h"
 

@@ -10,7 +10,7 @@ namespace {
 
 using Command = void (*)(const juce::ArgumentList&);
 
-/// Every failure becomes one line.
+/// Wraps a command so that an exception becomes one line on standard error.
 std::function<void(const juce::ArgumentList&)> speaking(Command command) {
   return [command](const juce::ArgumentList& list) {
     try {

@@ -1,3 +1,4 @@
+// Builds the processor from the installed content and feeds it in pieces of at most 2048 frames.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DirectTarget.h"
 
@@ -92,7 +93,7 @@ void DirectTarget::sendMidi(std::span<const std::uint8_t> bytes, int frame) {
     move({.index = static_cast<std::uint32_t>(*verdict.parameterId), .value = verdict.value});
   }
   if (verdict.toEngine) {
-    // Short messages come with three bytes, as a host would send them.
+    // Short messages are padded to three bytes, as hosts do.
     midiIn.emplace_back(verdict.message.bytes, static_cast<std::uint32_t>(frame));
   }
 }

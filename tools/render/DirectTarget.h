@@ -1,5 +1,5 @@
-// The instrument inside this program: the processor with its macros, driven block by block at the engine's own rate the
-// way the plug-in's shell drives it.
+// The instrument inside this program: processor and macros, driven block by block at the engine's own rate as the plug-
+// in's shell drives them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

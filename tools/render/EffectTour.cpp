@@ -1,3 +1,4 @@
+// The edit values of the tour, its thirty renderings, and their picture.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EffectTour.h"
 
@@ -19,7 +20,7 @@ namespace {
 
 namespace fx = tesh::bramel::plugin::sivray::effects;
 
-/// Edit values at which an effect is heard best, by type id.
+/// Edit values that make an effect clearly audible, by type id.
 struct TourEdits {
   int edit1;
   int edit2;
@@ -44,7 +45,7 @@ constexpr std::array<TourEdits, fx::kEffectTypeCount> kTourEdits{{
     {90, 90},    // Hall Reverb: time, level
     {80, 110},   // Gate Reverb: time, level
     {110, 40},   // Compressor: sensitivity, attack
-    {110, 40},   // Master Compressor: the same
+    {110, 40},   // Master Compressor: sensitivity, attack
     {110, 110},  // Drive: gain, level
     {110, 110},  // Distortion: gain, level
     {110, 64},   // Kiln Force: gain
@@ -52,15 +53,15 @@ constexpr std::array<TourEdits, fx::kEffectTypeCount> kTourEdits{{
     {0, 127},    // EQ: low, high
     {100, 127},  // Peaking EQ: centre, gain
     {60, 90},    // LPF: cutoff, resonance
-    {80, 90},    // HPF: the same
-    {70, 90},    // BPF: the same
+    {80, 90},    // HPF: cutoff, resonance
+    {70, 90},    // BPF: cutoff, resonance
     {70, 110},   // Comb Filter: frequency, feedback
     {60, 64},    // Talking Mod: formant, offset
 }};
 
 constexpr double kTourRate = tesh::cofu::core::kEngineRate;
 
-/// What the picture shows of each rendering: a few bars, wide enough to see how the sound moves.
+/// The excerpt that the sheet shows: a few bars, wide enough to see the sound move.
 constexpr double kExcerptStart = 4.0;
 constexpr double kExcerptSeconds = 6.0;
 
@@ -69,7 +70,7 @@ bool isOnPanel(int type) {
                      [type](const tesh::bramel::EditScreenEffect& effect) { return effect.typeId == type; });
 }
 
-/// "07-auto-pan.wav".
+/// Returns a file name such as "07-auto-pan.wav".
 std::string fileName(int type) {
   char number[8];
   std::snprintf(number, sizeof number, "%02d-", type);
@@ -98,7 +99,7 @@ Options optionsFor(const Options& options, int type) {
   return tour;
 }
 
-/// Nothing but the effect is to tell the renderings apart, so that the score's own moves are left out.
+/// Removes the score's own moves, so that the renderings differ by the effect alone.
 MidiScore onlyNotes(MidiScore score) {
   std::erase_if(score.messages, [](const ScoreMessage& message) {
     const int status = message.bytes[0] & 0xF0;
@@ -124,7 +125,7 @@ std::string titleOf(int type) {
 std::vector<float> excerptOf(const std::vector<float>& samples) {
   const auto start = std::min(samples.size(), static_cast<std::size_t>(kExcerptStart * kTourRate));
   const auto length = std::min(samples.size() - start, static_cast<std::size_t>(kExcerptSeconds * kTourRate));
-  // A score shorter than the excerpt's start is shown whole.
+  // A score shorter than the excerpt's start is shown in full.
   return length == 0 ? samples
                      : std::vector<float>(samples.begin() + static_cast<std::ptrdiff_t>(start),
                                           samples.begin() + static_cast<std::ptrdiff_t>(start + length));

@@ -1,4 +1,4 @@
-// Renders a score once through each of the thirty effect types, with one picture of all their spectrograms.
+// Renders a score through each of the thirty effect types, and a sheet of their spectrograms.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,8 +7,9 @@
 
 namespace sivray::render {
 
-/// All pads send to the effect, and only the score's notes are played. The picture shows the left side. Types without a
-/// step on the panel are played past the plug-in, as --direct does. Throws RenderError.
+/// Writes one WAV file per type and the sheet. All pads send to the effect, and only the score's notes are played. The
+/// sheet shows the left channel. Types that the panel does not offer are rendered directly, as with --direct. Throws
+/// RenderError.
 void renderEffectTour(const Options& options, const MidiScore& score);
 
 }  // namespace sivray::render

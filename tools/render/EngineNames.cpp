@@ -1,3 +1,4 @@
+// Builds the short names of the engine's parameters, and looks names up.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EngineNames.h"
 
@@ -26,7 +27,7 @@ bool choosesWave(const EngineParameter& parameter) {
   return engine::parameterGroup(parameter.id) < kPads && engine::parameterIndex(parameter.id) == kWaveIndex;
 }
 
-/// The name and range of an id; an empty name where the id means nothing.
+/// Returns the name and range of an id; the name is empty if the id is not in use.
 EngineParameter describe(const tesh::vimo::Generator<float>& generator, std::uint32_t id) {
   tesh::vimo::GeneratorParameterInfo info;
   if (!generator.getParameterInfo(id, info) || !(info.step > 0.0F)) {
@@ -35,7 +36,7 @@ EngineParameter describe(const tesh::vimo::Generator<float>& generator, std::uin
   return {info.name.data(), id, static_cast<std::int32_t>(std::lround(1.0F / info.step))};
 }
 
-/// What stands behind the group number: "Punch" of "003: Punch".
+/// Returns the name without its group number: "Punch" for "003: Punch".
 std::string rowName(const std::string& engineName) {
   const std::size_t colon = engineName.find(": ");
   return colon == std::string::npos ? std::string() : engineName.substr(colon + 2);

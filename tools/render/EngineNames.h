@@ -1,4 +1,4 @@
-// How people call the engine's parameters, waves and effects on the command line and in MIDI files, and what they mean.
+// Names of the engine's parameters, waves and effects on the command line and in MIDI files, and their values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,23 +18,23 @@ struct EngineParameter {
   std::int32_t range = 0;
 };
 
-/// The integer that a normalised value stands for, as the engine rounds it.
+/// Returns the integer of a normalised value, rounded as the engine does.
 std::int32_t engineInteger(const EngineParameter& parameter, float value);
 
-/// The normalised value of an integer.
+/// Returns the normalised value, 0 to 1, of an integer.
 float engineValue(const EngineParameter& parameter, std::int32_t integer);
 
-/// Case, blanks, dashes and underscores do not count in names.
+/// Looks names up, ignoring case, blanks, dashes and underscores.
 class EngineNames {
  public:
   EngineNames(const tesh::vimo::Generator<float>& generator, const tesh::vimo::SampleLibrary& library);
 
-  /// By a short name ("pad3.punch", "fx.type", "master") or the engine's own ("003: Punch", "017: Master OUT").
-  /// Throws RenderError for an unknown one.
+  /// Returns the parameter with a short name ("pad3.punch", "fx.type", "master") or the engine's name ("003: Punch",
+  /// "017: Master OUT"). Throws RenderError for an unknown name.
   const EngineParameter& parameter(const std::string& text) const;
 
-  /// The integer that `text` means for a parameter: a number, or the name of a wave or of an effect where the parameter
-  /// chooses one. Throws RenderError for an unknown name and for a number out of range.
+  /// Returns the integer for a parameter: `text` is a number, or the name of a wave or effect where the parameter
+  /// chooses one. Throws RenderError for an unknown name and a number out of range.
   std::int32_t integerOf(const EngineParameter& parameter, const std::string& text) const;
 
  private:
@@ -45,7 +45,7 @@ class EngineNames {
   std::map<std::string, std::int32_t> effects;
 };
 
-/// `text` in the form in which names are compared.
+/// Returns `text` in the form in which names are compared.
 std::string plainName(const std::string& text);
 
 }  // namespace sivray::render

@@ -1,4 +1,4 @@
-// Peak and RMS of everything that was rendered.
+// The peak and RMS of a whole rendering.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,10 +21,10 @@ class LevelMeter {
 
   std::int64_t frames() const { return frameCount; }
 
-  /// Largest absolute sample in dB of full scale; -inf for silence.
+  /// Returns the largest absolute sample in dB of full scale; -inf for silence.
   double peakDecibels() const { return 20.0 * std::log10(static_cast<double>(peak)); }
 
-  /// Root mean square over both channels in dB of full scale; -inf for silence.
+  /// Returns the RMS over both channels in dB of full scale; -inf for silence.
   double rmsDecibels() const {
     const double samples = 2.0 * static_cast<double>(std::max<std::int64_t>(frameCount, 1));
     return 10.0 * std::log10(energy / samples);

@@ -1,4 +1,4 @@
-// The plug-in as a host plays it: loaded from its library and driven by nothing but the plug-in interface's calls.
+// The plug-in as a host plays it: loaded from its library and driven through the plug-in interface alone.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@ namespace sivray::render {
 
 class LibraryTarget final : public RenderTarget {
  public:
-  /// Throws HostError when the library cannot be loaded or gives no instance.
+  /// Throws HostError when the library cannot be loaded or creates no instance.
   LibraryTarget(const std::string& libraryPath, double hostRate)
       : library(libraryPath), host(library), rate(hostRate) {}
 

@@ -1,3 +1,4 @@
+// Reads a MIDI file through JUCE and sorts its events into the score's lists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MidiScore.h"
 

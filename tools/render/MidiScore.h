@@ -1,4 +1,4 @@
-// A MIDI file as the renderer plays it: channel messages, tempo changes and written-out moves, each at its time.
+// A MIDI file as the renderer plays it: timed channel messages, tempo changes and moves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ struct ScoreMessage {
   int size = 0;
 };
 
-/// A tempo that holds from its time on.
+/// A tempo change.
 struct ScoreTempo {
   double seconds = 0.0;
   double beatsPerMinute = 120.0;
@@ -29,7 +29,7 @@ struct ScoreMove {
   std::string value;
 };
 
-/// All of a file, each list in the order of time; events of one time keep the order of tracks and bytes.
+/// The contents of a file. Each list is ordered by time; simultaneous events keep the order of tracks and bytes.
 struct MidiScore {
   std::vector<ScoreMessage> messages;
   std::vector<ScoreTempo> tempos;
@@ -37,7 +37,7 @@ struct MidiScore {
   double lengthSeconds = 0.0;  ///< Time of the last event of any kind.
 };
 
-/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken or holds no note.
+/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken or has no note.
 MidiScore readMidiScore(const std::string& path);
 
 }  // namespace sivray::render

@@ -1,4 +1,4 @@
-// A movement of one value while the score plays, with every name already looked up.
+// A timed change of one value while the score plays, with its name already looked up.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace sivray::render {
 
-/// What a move moves: a macro, or an engine parameter that no macro reaches.
+/// The target of a move: a macro, or an engine parameter that no macro controls.
 enum class MoveTarget { macro, engineParameter };
 
 struct Move {
@@ -14,7 +14,7 @@ struct Move {
   MoveTarget target = MoveTarget::macro;
   std::uint32_t index = 0;  ///< Macro number, or engine parameter id.
   float value = 0.0F;       ///< 0 to 1.
-  int hostIndex = -1;       ///< The macro's number among the host's parameters; -1 for what hosts are not shown.
+  int hostIndex = -1;       ///< Index among the host's parameters; -1 if hidden from hosts.
 };
 
 }  // namespace sivray::render

@@ -1,3 +1,4 @@
+// The table of options, their parsing, and the text of --help.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Options.h"
 
@@ -45,7 +46,7 @@ Assignment assignment(AssignmentTarget target, const std::string& option, const 
   return {target, text.substr(0, equals), text.substr(equals + 1)};
 }
 
-/// NAME=VALUE or NAME=VALUE@SECONDS.
+/// Parses NAME=VALUE or NAME=VALUE@SECONDS.
 Assignment timedAssignment(AssignmentTarget target, const std::string& option, const std::string& text) {
   Assignment result = assignment(target, option, text);
   if (const std::size_t at = result.value.rfind('@'); at != std::string::npos) {
@@ -64,7 +65,7 @@ Assignment waveAssignment(const std::string& option, const std::string& text) {
 using ValueAction = std::function<void(Options&, const std::string& option, const std::string& value)>;
 using FlagAction = std::function<void(Options&)>;
 
-/// An option that stands for an engine parameter of its own.
+/// Returns the action of an option that sets one engine parameter.
 ValueAction engineOption(const char* parameter) {
   return [parameter](Options& options, const std::string&, const std::string& value) {
     options.assignments.push_back({AssignmentTarget::engineParameter, parameter, value});

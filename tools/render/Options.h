@@ -1,4 +1,4 @@
-// What the renderer was asked for on its command line.
+// The renderer's options and their parsing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,10 +10,10 @@
 
 namespace sivray::render {
 
-/// What an assignment names.
+/// The kind of value that an assignment sets.
 enum class AssignmentTarget { macro, hostParameter, engineParameter };
 
-/// NAME=VALUE, at a time where it came with one, else before the first block.
+/// NAME=VALUE, with an optional time; without one it applies before the first block.
 struct Assignment {
   AssignmentTarget target = AssignmentTarget::engineParameter;
   std::string name;
@@ -27,7 +27,7 @@ struct Options {
   bool help = false;
   bool listPrograms = false;
   bool direct = false;
-  std::optional<double> rate;  ///< Of the host; 44100 Hz where it is not given.
+  std::optional<double> rate;  ///< The host's rate in Hz; 44100 unless given.
   std::optional<std::string> libraryPath;
   std::optional<std::string> program;
   std::optional<std::string> statePath;
@@ -45,10 +45,10 @@ struct Options {
   double soakHours = 0.0;
 };
 
-/// The text of --help.
+/// Returns the text of --help.
 std::string helpText();
 
-/// Reads the command line. Throws RenderError on an unknown option, a missing value or a number out of range.
+/// Parses the command line. Throws RenderError for an unknown option, a missing value or a number out of range.
 Options parseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace sivray::render

@@ -1,3 +1,4 @@
+// Looks up macros and programs, and finds the macro value that sets an engine parameter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginModel.h"
 
@@ -21,10 +22,10 @@ using tesh::vimo::Bank;
 using tesh::vimo::ProgramDatabase;
 namespace engine = tesh::bramel::plugin::sivray;
 
-/// The engine that the model asks for names never sounds; a frame is all that its pads need to hold.
+/// The model's engine only supplies names and never sounds, so its pads hold a single frame.
 constexpr std::size_t kSilentSlotFrames = 1;
 
-/// Steps in which a macro's range is searched for an integer of its parameter.
+/// Number of steps in the search of a macro's range for an integer.
 constexpr int kSearchSteps = 8192;
 
 std::unique_ptr<tesh::vimo::Generator<float>> makeSilentEngine() {
@@ -45,7 +46,8 @@ std::optional<std::size_t> wholeNumber(const std::string& text) {
   return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
 }
 
-/// The middle of the first stretch of the set's range that gives the integer; the plain place where that does.
+/// Returns the normalised integer itself if the set maps it to the integer, else the middle of the first part of the
+/// range that does.
 std::optional<float> placeIn(const tesh::vimo::MacroSetBase& set, const EngineParameter& parameter,
                              std::int32_t integer) {
   const auto gives = [&](float x) { return engineInteger(parameter, set.map(x)) == integer; };

@@ -1,5 +1,4 @@
-// The instrument's state, taken apart: its macros, programs and names, read out of the bytes that a host saves,
-// changed, and put together again.
+// The instrument's saved state as macros, programs and names that can be read and changed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,14 +14,14 @@
 
 namespace sivray::render {
 
-/// A program as the list shows it.
+/// A program as --list-programs shows it.
 struct ListedProgram {
   std::string number;  ///< "12" in the factory bank, "U3" in the user's.
   std::string name;
   std::string comment;
 };
 
-/// A macro and the place that brings an engine parameter to the wanted integer.
+/// A macro, and the value that sets an engine parameter to the wanted integer.
 struct MacroPlace {
   std::size_t macro = 0;
   float value = 0.0F;
@@ -30,32 +29,33 @@ struct MacroPlace {
 
 class PluginModel {
  public:
-  /// Reads the sample library's names, and the user's programs when a state comes in.
+  /// Reads the sample library's names. The user's programs are read when a state is loaded.
   PluginModel();
 
-  /// Takes in a state as a host saves it. False, and nothing changes, when it is not one.
+  /// Loads a state as a host saves it. Returns false and changes nothing if the bytes are not a state.
   bool takeIn(std::span<const std::uint8_t> state);
 
-  /// The state with all changes.
+  /// Returns the state with all changes.
   std::vector<std::uint8_t> state() const;
 
   const EngineNames& names() const { return engineNames; }
 
-  /// The macros that hosts are shown, by host index; names are matched in order.
+  /// Sets which macros hosts see, by host index; names are matched in order.
   void setHostNames(const std::vector<std::string>& hostNames);
-  /// The host index of a macro; -1 where hosts are not shown it.
+  /// Returns the host index of a macro; -1 if it is hidden from hosts.
   int hostIndexOf(std::size_t macro) const;
 
-  /// By number or name. Throws RenderError for an unknown one.
+  /// Returns a macro by number or name. Throws RenderError for an unknown one.
   std::size_t macroOf(const std::string& text) const;
 
-  /// The same among the host's parameters: a number is a host index.
+  /// As `macroOf`, among the host's parameters: a number is a host index.
   std::size_t hostMacroOf(const std::string& text) const;
 
-  /// The macro's name for messages.
+  /// Returns the macro's name for messages.
   std::string macroName(std::size_t macro) const;
 
-  /// How to bring an engine parameter to an integer by a macro, one that hosts are shown if there is any.
+  /// Returns the macro and value that set an engine parameter to an integer, preferring macros that hosts see; nothing
+  /// if no macro can.
   std::optional<MacroPlace> placeFor(const EngineParameter& parameter, std::int32_t integer) const;
 
   void setMacro(std::size_t macro, float value);

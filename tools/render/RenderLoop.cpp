@@ -1,3 +1,4 @@
+// Cuts the score into blocks and renders them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RenderLoop.h"
 
@@ -15,13 +16,13 @@ namespace {
 
 std::int64_t frameAt(double seconds, double rate) { return std::llround(seconds * rate); }
 
-/// Walks through a list in the order of time.
+/// Iterates over a list ordered by time.
 template <typename Entry>
 class Cursor {
  public:
   Cursor(const std::vector<Entry>& list, double sampleRate) : entries(list), rate(sampleRate) {}
 
-  /// Calls `action(entry, frame)` for every entry before `endFrame` that has not been handed out yet.
+  /// Calls `action(entry, frame)` for every remaining entry before `endFrame`.
   template <typename Action>
   void due(std::int64_t endFrame, Action action) {
     while (next < entries.size() && frameAt(entries[next].seconds, rate) < endFrame) {
@@ -36,13 +37,13 @@ class Cursor {
   std::size_t next = 0;
 };
 
-/// Controllers and pitch bends may move macros, which take force at the start of a block.
+/// Controllers and pitch bends may move macros, which change only at the start of a block.
 bool movesMacros(const ScoreMessage& message) {
   const int status = message.bytes[0] & 0xF0;
   return status == 0xB0 || status == 0xE0;
 }
 
-/// The frames at which a block has to begin, in ascending order.
+/// Returns the frames at which a block must start, in ascending order.
 std::vector<std::int64_t> blockStarts(const MidiScore& score, const std::vector<Move>& moves, double rate) {
   std::vector<std::int64_t> starts;
   for (const ScoreTempo& tempo : score.tempos) {

@@ -15,7 +15,7 @@ namespace sivray::render {
 
 struct RenderSettings {
   int blockFrames = 512;
-  double prerollSeconds = 0.0;  ///< What the target plays before the first frame of the file.
+  double prerollSeconds = 0.0;  ///< Seconds that the target plays before the first frame of the file.
   double tailSeconds = 2.0;
   int bits = 24;
   bool quiet = false;
@@ -27,17 +27,17 @@ struct RenderResult {
   double secondsSpent = 0.0;  ///< Wall-clock time inside the target alone.
 };
 
-/// Told of every block: left, right, frames.
+/// Called after each block with left, right and frames.
 using BlockListener = std::function<void(const float*, const float*, int)>;
 
-/// Renders the score, the moves and the tail. A frame is a time in seconds times the rate, rounded to the nearest; a
-/// block ends early where a move, a tempo or a controller falls, so that each takes force at its frame. Throws
-/// RenderError; then no file is left behind.
+/// Renders the score, the moves and the tail. An event's frame is its time in seconds times the rate, rounded to the
+/// nearest. A block ends early at a move, tempo change or controller, so that each takes effect at its frame. Throws
+/// RenderError and leaves no file.
 RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves, RenderTarget& target,
                          const RenderSettings& settings, const std::string& outputPath,
                          const BlockListener& listener = {});
 
-/// The line that tells a person what was made: length, peak, RMS and real-time factor.
+/// Returns the summary line: length, peak, RMS and real-time factor.
 std::string describe(const RenderResult& result, const std::string& outputPath);
 
 }  // namespace sivray::render

@@ -1,3 +1,4 @@
+// Chooses what to do by the options: list, draw, check, tour or render.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RenderProgram.h"
 
@@ -46,7 +47,7 @@ void play(const Options& options) {
   }
 }
 
-/// The panel shows what the renderer would play.
+/// Draws the panel with the state that the renderer would play.
 void picture(const Options& options, const PanelProgram& drawPanel) {
   Options direct = options;
   direct.direct = true;

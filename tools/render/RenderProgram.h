@@ -12,14 +12,14 @@
 
 namespace sivray::render {
 
-/// Checks the plug-in and gives the number of checks that failed.
+/// Checks the plug-in and returns the number of checks that failed.
 using CheckProgram = std::function<int(const Options&)>;
 
 /// Draws the panel of an instrument with the given state.
 using PanelProgram = std::function<void(const Options&, std::span<const std::uint8_t> state)>;
 
-/// Does what the arguments ask for; `check` does what --check means and `drawPanel` what --panel does. A failure is one
-/// line on standard error and gives 2, a check that did not pass 1.
+/// Runs the renderer. `check` implements --check and `drawPanel` implements --panel. Returns 0; 1 when a check did not
+/// pass; 2 after a failure, with one line on standard error.
 int runProgram(const std::vector<std::string>& arguments, const CheckProgram& check,
                const PanelProgram& drawPanel = {});
 

@@ -1,3 +1,4 @@
+// Opens a target, and turns the options' assignments into starting values and moves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Session.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 constexpr double kPlainRate = tesh::cofu::core::kEngineRate;
 
-/// The content that stands beside the library serves the direct path and the names as well.
+/// The content beside the library also serves the direct target and the name lookups.
 std::unique_ptr<RenderTarget> makeTarget(const Options& options) {
   std::string library;
   try {

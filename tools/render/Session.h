@@ -1,5 +1,5 @@
-// One rendering from the command line to the WAV file: a target, brought to its starting state, with the moves that the
-// score and the options ask for.
+// One rendering from the command line to the WAV file: a target in its starting state, and the moves from score and
+// options.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,19 +16,19 @@ namespace sivray::render {
 
 class Session {
  public:
-  /// Opens the plug-in, or the instrument itself where `options` says so, and loads the state that they name. Throws
+  /// Opens the plug-in, or with --direct the instrument itself, and loads the state that `options` names. Throws
   /// RenderError.
   explicit Session(const Options& options);
 
   const PluginModel& model() const { return plugin; }
 
-  /// Brings the target to the program and values that hold from the start. Throws RenderError for what is unknown, and
-  /// for what only the direct path could do.
+  /// Sets the program and values that apply from the start. Throws RenderError for unknown names, and for moves that
+  /// only --direct can make.
   void prepare(const MidiScore& score);
 
   RenderResult render(const MidiScore& score, const std::string& outputPath, const BlockListener& listener = {});
 
-  /// Writes the state as it is now. Throws RenderError.
+  /// Writes the current state to a file. Throws RenderError.
   void saveState(const std::string& path);
   std::vector<std::uint8_t> state() { return target->state(); }
 

@@ -1,3 +1,4 @@
+// Computes the spectrograms by FFT and draws the grid.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SpectrogramSheet.h"
 
@@ -24,7 +25,7 @@ constexpr double kLowestHertz = 30.0;
 constexpr double kHighestHertz = 20000.0;
 constexpr float kRangeDecibels = 90.0F;
 
-/// From black through violet and orange to a warm white.
+/// Maps 0 to 1 to a colour: black, violet, orange, warm white.
 juce::Colour heat(float level) {
   static const juce::ColourGradient gradient = [] {
     juce::ColourGradient g(juce::Colour(0xff06060c), 0.0F, 0.0F, juce::Colour(0xfffff4d0), 1.0F, 0.0F, false);
@@ -38,7 +39,7 @@ juce::Colour heat(float level) {
 
 class SpectrumColumn {
  public:
-  /// The magnitudes of the window that ends the samples around `centre`.
+  /// Computes the magnitudes of the window around `centre`.
   void analyse(const std::vector<float>& samples, std::ptrdiff_t centre) {
     std::fill(bins.begin(), bins.end(), 0.0F);
     for (int i = 0; i < kFftSize; ++i) {
@@ -51,7 +52,7 @@ class SpectrumColumn {
     fft.performFrequencyOnlyForwardTransform(bins.data());
   }
 
-  /// Loudest bin between two frequencies, from 0 (kRangeDecibels below a full-scale sine) to 1.
+  /// Returns the loudest bin between two frequencies, from 0 (kRangeDecibels below a full-scale sine) to 1.
   float level(double lowHertz, double highHertz, double rate) const {
     const auto first = static_cast<std::size_t>(lowHertz * kFftSize / rate);
     const auto last = std::max(first, static_cast<std::size_t>(highHertz * kFftSize / rate));

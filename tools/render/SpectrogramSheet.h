@@ -1,4 +1,4 @@
-// A picture of many sounds at once: a grid of spectrograms, each under its name.
+// A sheet of spectrograms: a grid of labelled cells, one for each sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@ class SpectrogramSheet {
  public:
   explicit SpectrogramSheet(double sampleRateOfSounds) : sampleRate(sampleRateOfSounds) {}
 
-  /// Adds a cell. Samples are mono, full scale 1.0.
+  /// Adds a cell. Samples are mono with full scale 1.0.
   void add(const std::string& title, std::vector<float> samples);
 
   /// Draws the grid and writes a PNG file: time to the right, 30 Hz to 20 kHz upwards on a logarithmic scale, 90 dB

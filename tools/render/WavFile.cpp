@@ -1,3 +1,4 @@
+// JUCE's WAV writer on a temporary file that replaces the target at the end.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "WavFile.h"
 
@@ -21,7 +22,7 @@ struct WavFile::Impl {
 
   explicit Impl(const juce::File& target, int bitsPerSample) : temporary(target), bits(bitsPerSample) {}
 
-  /// JUCE takes whole samples left-aligned in 32 bits.
+  /// Converts to JUCE's sample format: left-aligned in 32 bits.
   int toWord(float sample) const {
     const double scale = std::ldexp(1.0, bits - 1);
     const double scaled = std::clamp(std::nearbyint(static_cast<double>(sample) * scale), -scale, scale - 1.0);

@@ -1,5 +1,5 @@
-// The WAV file that a rendering becomes. It is written beside its target and takes the target's name only when it is
-// whole, so that a failed rendering leaves nothing behind.
+// Writes a rendering's WAV file. The data goes to a temporary file that replaces the target only when complete, so a
+// failed rendering leaves nothing behind.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,17 +10,17 @@ namespace sivray::render {
 
 class WavFile {
  public:
-  /// Begins a stereo file of `bits` (16 or 24) per sample. Throws RenderError when the place cannot be written.
+  /// Starts a stereo file of `bits` (16 or 24) per sample. Throws RenderError when it cannot be created.
   WavFile(const std::string& path, double sampleRate, int bits);
   ~WavFile();
   WavFile(const WavFile&) = delete;
   WavFile& operator=(const WavFile&) = delete;
 
-  /// Appends frames. Samples are scaled by a power of two and rounded, so that what the engine computes on its 16-bit
-  /// scale comes back exactly. Throws RenderError when the disk is full.
+  /// Appends frames. Samples are scaled by a power of two and rounded, which reproduces the engine's 16-bit values
+  /// exactly. Throws RenderError when the disk is full.
   void write(const float* left, const float* right, int frames);
 
-  /// Completes the file and gives it its name. Throws RenderError on failure.
+  /// Completes the file and moves it to its name. Throws RenderError on failure.
   void finish();
 
  private:

@@ -1,3 +1,4 @@
+// Draws and erases the bar with a carriage return.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "terminal/ProgressBar.h"
 

@@ -1,4 +1,4 @@
-// A progress bar on standard error, drawn only where somebody watches.
+// A progress bar on standard error, drawn only on a terminal.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,16 +6,16 @@ namespace sivray {
 
 class ProgressBar {
  public:
-  /// Silent when `quiet` is set or standard error is not a terminal.
+  /// Draws nothing if `quiet` is set or standard error is not a terminal.
   explicit ProgressBar(bool quiet);
   ~ProgressBar() { clear(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
-  /// Draws the bar when its percentage has changed. `done` from 0 to 1.
+  /// Redraws the bar if its percentage has changed. `done` is 0 to 1.
   void show(double done);
 
-  /// Takes the bar away, so that a line can be printed; the next call of `show` brings it back.
+  /// Erases the bar so that a line can be printed; the next call of `show` redraws it.
   void clear();
 
  private:

@@ -1,4 +1,4 @@
-// The events of one block in the form of the plug-in interface, in memory that is reserved once.
+// The events of one block as the plug-in interface lays them out, in memory reserved once.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@ class EventList {
 
   EventList() : records(kCapacity), list(kHeadWords + kCapacity) {}
 
-  /// Adds a message of at most three bytes. Beyond the capacity it is dropped.
+  /// Adds a message of at most three bytes; dropped if the list is full.
   void add(std::span<const std::uint8_t> bytes, std::int32_t frame) {
     if (count == kCapacity) {
       return;
@@ -32,7 +32,7 @@ class EventList {
     pointers()[count++] = reinterpret_cast<tesh::bramel::vst::VstEvent*>(&event);
   }
 
-  /// Adds an event of any kind; it must live until the block is over.
+  /// Adds an event of any kind, which must stay valid until the block has been rendered.
   void addForeign(void* event) {
     if (count < kCapacity) {
       pointers()[count++] = static_cast<tesh::bramel::vst::VstEvent*>(event);
@@ -42,7 +42,7 @@ class EventList {
   bool isEmpty() const { return count == 0; }
   void clear() { count = 0; }
 
-  /// The list to hand to the plug-in; good until the next `add`.
+  /// Returns the list for the plug-in, valid until the next `add`.
   tesh::bramel::vst::VstEvents* head() {
     auto* events = reinterpret_cast<tesh::bramel::vst::VstEvents*>(list.data());
     events->numEvents = static_cast<std::int32_t>(count);
@@ -51,7 +51,7 @@ class EventList {
   }
 
  private:
-  /// Words before the first pointer.
+  /// Size, in words, of the fields before the first event pointer.
   static constexpr std::size_t kHeadWords = offsetof(tesh::bramel::vst::VstEvents, events) / sizeof(void*);
 
   tesh::bramel::vst::VstEvent** pointers() {

@@ -1,3 +1,4 @@
+// The host's side of the plug-in interface: calls into the plug-in, and the callback that answers it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "vsthost/Host.h"
 
@@ -9,11 +10,11 @@ namespace {
 
 using namespace tesh::bramel::vst;
 
-/// Calls kept of one instance; a host that writes down more would have to allocate while it plays.
+/// Recorded calls per instance; the memory is reserved, so that recording does not allocate while audio runs.
 constexpr std::size_t kMostCalls = 65536;
 constexpr std::int32_t kInterfaceVersion = 2400;
 
-/// The host whose instance is being made: until the entry has returned there is no record to tell it by.
+/// The host that is opening an instance: until the entry returns, its calls carry no record that identifies the host.
 thread_local Host* opening = nullptr;
 
 template <std::size_t Size>
@@ -87,7 +88,7 @@ std::vector<std::uint8_t> Host::chunk() {
 }
 
 void Host::setChunk(std::span<const std::uint8_t> bytes) {
-  // The interface takes the bytes as changeable, so that the plug-in gets its own.
+  // The interface takes a non-const pointer, so pass a copy.
   std::vector<std::uint8_t> copy(bytes.begin(), bytes.end());
   call(effSetChunk, 0, static_cast<std::intptr_t>(copy.size()), copy.data());
 }

@@ -1,5 +1,5 @@
-// A host with one instance of the plug-in: it loads, calls and answers as the plug-in interface says, and writes down
-// what the plug-in tells it.
+// A host with one instance of the plug-in: makes its calls, answers it as the plug-in interface defines, and records
+// its calls to the host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@
 
 namespace sivray::vsthost {
 
-/// How the host behaves; the defaults are those of a sane one.
+/// How the host behaves. By default it behaves well.
 struct HostManners {
   std::string vendor = "Sivray Render";
   bool givesTime = true;     ///< Otherwise the plug-in gets no time information.
@@ -26,19 +26,20 @@ struct HostManners {
   bool answersNull = false;  ///< Every answer is 0 and no text is written.
 };
 
-/// One call of the plug-in to the host.
+/// A recorded call from the plug-in to the host.
 struct HostCall {
   std::int32_t opcode = 0;
   std::int32_t index = 0;
   float value = 0.0F;
 };
 
-/// All operations on one thread, but for `process` and `queueMidi`, which may have another. Neither allocates.
+/// All calls must come from one thread, except `process` and `queueMidi`, which may come from another. Those two do not
+/// allocate.
 class Host {
  public:
-  /// Calls the entry and opens the instance. Throws HostError when the entry gives none.
+  /// Calls the library's entry and opens the instance. Throws HostError when it returns none.
   explicit Host(const PluginLibrary& library, HostManners manners = {});
-  /// Suspends where needed and closes.
+  /// Suspends the plug-in if it runs, and closes it.
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
@@ -47,12 +48,12 @@ class Host {
   std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
                      float opt = 0.0F);
 
-  /// Tells rate and block size, and resumes. Resuming takes the plug-in 300 ms.
+  /// Sets rate (Hz) and block size (frames), and resumes. Resuming takes the plug-in 300 ms.
   void start(float sampleRate, int longestBlock);
   void stop();
   bool isRunning() const { return running; }
 
-  /// Changes the rate without a stop.
+  /// Changes the rate, in Hz, while running.
   void setSampleRate(float sampleRate);
 
   int parameterCount() const { return plugin->numParams; }
@@ -64,7 +65,7 @@ class Host {
   std::vector<std::uint8_t> chunk();
   void setChunk(std::span<const std::uint8_t> bytes);
 
-  /// Puts an event into the next block.
+  /// Queues an event at `frame` of the next block.
   void queueMidi(std::span<const std::uint8_t> bytes, int frame) { events.add(bytes, frame); }
   void queueNote(int note, int velocity, int frame);
 
@@ -74,7 +75,7 @@ class Host {
   double tempo = 120.0;
   bool playing = true;
 
-  /// What the plug-in told: automation, edits and changes of display. What comes beyond its room is not kept.
+  /// Recorded calls: automation, edits and display changes. Calls past the reserved capacity are dropped.
   std::vector<HostCall> calls;
   std::vector<std::array<std::uint8_t, 4>> midiOut;
   int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.

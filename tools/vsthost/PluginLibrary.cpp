@@ -1,3 +1,4 @@
+// Finds and loads the library and looks up its entry.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "vsthost/PluginLibrary.h"
 

@@ -1,4 +1,4 @@
-// The plug-in's dynamic library, loaded for as long as this object lives.
+// The plug-in's dynamic library, loaded while this object exists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace sivray::vsthost {
 
-/// What a host cannot go on without. The text names the file.
+/// Thrown when the plug-in cannot be loaded or opened. The text names the file.
 class HostError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -21,13 +21,13 @@ class PluginLibrary {
  public:
   using Entry = tesh::bramel::vst::AEffect* (*)(tesh::bramel::vst::AudioMasterCallback);
 
-  /// Throws HostError when the file cannot be loaded or has no entry.
+  /// Loads the library. Throws HostError when it cannot be loaded or has no entry.
   explicit PluginLibrary(const std::string& file);
 
   const std::string& path() const { return libraryPath; }
   Entry entry() const { return entryPoint; }
 
-  /// The address of another export, or null.
+  /// Returns the address of another export, or null.
   void* symbol(const char* name) { return library.getFunction(name); }
 
  private:
@@ -36,11 +36,12 @@ class PluginLibrary {
   Entry entryPoint = nullptr;
 };
 
-/// The library to load: `chosen` where it is given, else $SIVRAY_LIBRARY, else Sivray/Sivray.so beside this program's
-/// folder or in it. Throws HostError when there is none.
+/// Returns the path of the library to load: `chosen` if given, else $SIVRAY_LIBRARY, else Sivray/Sivray.so beside this
+/// program's folder or in it. Throws HostError when none exists.
 std::string findLibrary(const std::string& chosen);
 
-/// Lets this process find the content that stands beside the library, as the library itself does.
+/// Sets BRAMEL_COMMON_FILES for this process, unless it is set already, so that it finds the content beside the library
+/// as the library itself does.
 void shareContentOf(const std::string& libraryPath);
 
 }  // namespace sivray::vsthost

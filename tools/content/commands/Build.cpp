@@ -1,3 +1,4 @@
+// The commands that build the factory content: waves and kits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <iostream>

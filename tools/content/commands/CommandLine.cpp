@@ -1,3 +1,4 @@
+// Takes options out of a command's arguments and reports wrong usage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/commands/CommandLine.h"
 

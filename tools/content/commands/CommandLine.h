@@ -1,4 +1,5 @@
-// The words behind a command: options are taken out one by one, what is left must be what the command works on.
+// Parses a command's arguments: options are taken out one by one, and the words that are left name the files to work
+// on.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,24 +12,25 @@ namespace sivray::content {
 
 enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 
-/// Ends the program with one line on standard error.
+/// Prints "sivray-content: " and the line on standard error and ends the program with `status`.
 [[noreturn]] void fail(const std::string& line, ExitStatus status);
 
 class CommandLine {
  public:
-  /// `usage` is shown when the words do not fit.
+  /// `usage` is printed when the arguments are wrong.
   CommandLine(const juce::ArgumentList& list, std::string usage);
 
   bool takeFlag(const char* option);
 
-  /// The word behind a short option, or behind the = of a long one. Wrong usage when the option has none; empty when it
-  /// is not there.
+  /// Returns the word after a short option, or after the "=" of a long one; empty if the option is absent. Ends the
+  /// program with the usage line if the option has no value.
   std::string takeValue(const char* option);
 
-  /// The same for an option that must be there.
+  /// As `takeValue`, but ends the program with the usage line if the option is absent.
   std::string takeRequired(const char* option);
 
-  /// All that is left: exactly `count` words and no option.
+  /// Returns the remaining words. Ends the program with the usage line unless there are exactly `count` and none is an
+  /// option.
   std::vector<std::string> takeRest(std::size_t count);
 
   [[noreturn]] void failUsage() const;

@@ -1,5 +1,5 @@
-// What sivray-content can do. Each command takes the program's words and ends the program with one line on standard
-// error when it fails.
+// The commands of sivray-content. Each takes the program's arguments and, if it fails, ends the program with one line
+// on standard error.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ void runKits(const juce::ArgumentList& list);
 inline constexpr const char* kDemoUsage = "demo SCORE -o FILE";
 void runDemo(const juce::ArgumentList& list);
 
-// Both play the installed content, or that below $BRAMEL_COMMON_FILES.
+// Both commands play the content below $BRAMEL_COMMON_FILES, or else the installed content.
 inline constexpr const char* kLevelsUsage = "levels";
 void runLevels(const juce::ArgumentList& list);
 

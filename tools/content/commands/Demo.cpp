@@ -1,3 +1,4 @@
+// The command that turns a score into a MIDI file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"

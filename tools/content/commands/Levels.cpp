@@ -1,3 +1,4 @@
+// The commands that measure the factory kits' pads and write balanced levels into the kits' texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdio>
 

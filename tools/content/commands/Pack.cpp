@@ -1,3 +1,4 @@
+// The command that packs a folder of sound files into a sample library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <iostream>
 

@@ -1,4 +1,4 @@
-// The score as a MIDI file of one track.
+// Writes a score as a MIDI file of one track.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <juce_audio_basics/juce_audio_basics.h>
 

@@ -1,3 +1,4 @@
+// The parser of the score's text.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/demo/Score.h"
 
@@ -19,14 +20,14 @@ using Words = std::vector<std::string>;
 constexpr double kEvenSwing = 50.0;
 constexpr int kHighestValue = 127;
 
-/// What stands between "pattern" and the next one, at steps from its own start.
+/// The lines of one pattern; steps count from its start.
 struct Pattern {
   double steps = 0.0;
   std::vector<ScoreHit> hits;
   std::vector<ScoreControl> controls;
 };
 
-/// Names of what a pad's controllers move.
+/// The names that a score uses for a pad's macros.
 constexpr std::array<std::pair<std::string_view, factory::PadMacro>, 5> kPadMoves{{{"level", factory::kLevel},
                                                                                    {"decay", factory::kEnvelopeTime},
                                                                                    {"send", factory::kEffectSend},
@@ -47,7 +48,7 @@ std::optional<std::size_t> padOf(std::string_view role) {
   return static_cast<std::size_t>(found - kPadRoles.begin());
 }
 
-/// The controller that moves "tom.pitch" or "master"; nothing for an unknown name.
+/// Returns the MIDI controller of a name such as "tom.pitch" or "master", or nothing if the name is unknown.
 std::optional<int> controllerOf(std::string_view name) {
   for (const auto& [known, macro] : kSingleMoves) {
     if (name == known) {
@@ -130,7 +131,7 @@ class ScoreReader {
     return value;
   }
 
-  /// A pad and its steps, in groups.
+  /// Reads a line that begins with a pad's name: its steps, in groups.
   void readSteps(const Words& words) {
     constexpr int kVelocityPerDigit = 14;  // 9 is a full hit.
     const auto pad = padOf(words[0]);
@@ -152,7 +153,7 @@ class ScoreReader {
     current->steps = std::max(current->steps, step);
   }
 
-  /// A controller and its points.
+  /// Reads a "set" or "glide" line: a controller's name and its step:value points.
   void readMove(const Words& words, bool glides) {
     const auto controller = controllerOf(words[1]);
     if (!controller) {
@@ -174,7 +175,7 @@ class ScoreReader {
     }
   }
 
-  /// What lies between two points, eight times a step.
+  /// Adds linear steps between two points, eight for each sixteenth.
   void addGlide(const ScoreControl& from, const ScoreControl& to) {
     constexpr double kSpacing = 0.125;
     for (double step = from.step + kSpacing; step < to.step; step += kSpacing) {
@@ -200,7 +201,7 @@ class ScoreReader {
     score.steps += found->second.steps;
   }
 
-  /// Every second sixteenth falls later.
+  /// Delays every second sixteenth by the swing.
   double swung(double step) const {
     const bool isSecond = std::fmod(step, 2.0) == 1.0;
     return isSecond ? step + (swing - kEvenSwing) / kEvenSwing : step;

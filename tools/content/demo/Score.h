@@ -19,7 +19,7 @@
 
 namespace sivray::content {
 
-/// The pads' names in a score, which are their roles in every factory kit.
+/// The names of pads 0 to 7 in a score: their roles in every factory kit.
 inline constexpr std::array<std::string_view, factory::kPads> kPadRoles{"kick",   "perc", "snare", "clap",
                                                                         "cymbal", "tom",  "hat",   "open"};
 
@@ -42,10 +42,10 @@ struct DemoScore {
   std::vector<ScoreControl> controls;
 };
 
-/// Reads a score. `file` names it in errors. Throws factory::TextError.
+/// Parses a score. `file` is the name that errors show. Throws factory::TextError.
 DemoScore parseScore(std::string_view text, std::string_view file);
 
-/// Writes it as a MIDI file. Throws std::runtime_error when that fails.
+/// Writes the score as a MIDI file with one track. Throws std::runtime_error when the file cannot be written.
 void writeMidiFile(const std::string& path, const DemoScore& score);
 
 }  // namespace sivray::content

@@ -1,3 +1,4 @@
+// Reads bank.txt and the kits that it lists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/factory/Bank.h"
 
@@ -11,7 +12,7 @@
 namespace sivray::factory {
 namespace {
 
-/// A line of the list without its comment and the blanks at its ends.
+/// Returns a line of the list without comment and surrounding blanks.
 std::string entryOf(const std::string& line) {
   const std::string_view text = std::string_view(line).substr(0, line.find('#'));
   const auto first = text.find_first_not_of(" \t\r");

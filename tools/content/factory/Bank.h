@@ -1,4 +1,4 @@
-// The factory bank as text: a folder of kits, and the list that puts them in order.
+// Reads the factory bank: a folder of kits, and the list that orders them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,9 +15,9 @@ struct BankKit {
   Kit kit;
 };
 
-/// The kits of a folder in the order of its list "bank.txt", which holds a line a kit: its file's name without ".kit".
-/// Throws TextError for a kit that is listed but not there, stands twice, lies in the folder without being listed or
-/// has the name of another, and std::runtime_error for a file that cannot be read.
+/// Returns the kits of a folder in the order of its list "bank.txt", which names one kit per line (its file's name
+/// without ".kit"). Throws TextError for a kit that is listed twice, has no file, is missing from the list, or shares
+/// its name with another kit; std::runtime_error for a file that cannot be read.
 std::vector<BankKit> readBank(const std::string& folder);
 
 }  // namespace sivray::factory

@@ -1,4 +1,4 @@
-// MIDI controllers of the factory's map: rows of eight for what every pad has, and single ones for the rest.
+// The MIDI controllers of the factory map: rows of eight, one controller per pad, and single controllers for the rest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,13 +9,13 @@
 
 namespace sivray::factory {
 
-/// One value of all pads: the first pad's controller, and the value.
+/// A macro that every pad has: pad 0's controller number (the other pads follow), and the macro.
 struct ControllerRow {
   int first;
   PadMacro macro;
 };
 
-/// Numbers that keyboards and pad boxes offer on rows of eight and that no other message of a drum part uses.
+/// Keyboards and pad controllers offer these numbers on rows of eight, and no other message of a drum part uses them.
 inline constexpr std::array<ControllerRow, 5> kControllerRows{{
     {20, kLevel},         // Undefined numbers: the first row of knobs or faders on most boxes.
     {70, kEnvelopeTime},  // Sound controllers, the release and decay times among them.
@@ -40,8 +40,8 @@ inline constexpr std::array<ControllerPlace, 8> kControllerPlaces{{
     {92, kEffectSwitchMacro},
 }};
 
-/// The pad whose pitch follows the bend wheel: a drum that a hand bends. At rest the wheel stands in the middle, where
-/// factory kits leave this pad.
+/// The pad whose pitch follows the bend wheel: the tom. Factory kits leave its pitch at the middle, which is the
+/// wheel's value at rest.
 inline constexpr std::size_t kBentPad = 5;
 
 }  // namespace sivray::factory

@@ -18,7 +18,7 @@
 namespace sivray::factory {
 namespace {
 
-/// Where the reading stands, for errors.
+/// The current file and line, for errors.
 struct Place {
   std::string_view file;
   int line = 0;
@@ -26,7 +26,7 @@ struct Place {
   [[noreturn]] void fail(const std::string& reason) const { throw TextError(file, line, reason); }
 };
 
-/// Splits a line at blanks. Double quotes hold words together; # begins a comment outside them.
+/// Splits a line at blanks. Double quotes keep words together; # outside quotes begins a comment.
 std::vector<std::string> wordsOf(std::string_view line, const Place& place) {
   std::vector<std::string> words;
   std::string word;
@@ -70,7 +70,7 @@ int numberIn(const std::string& name, const std::string& text, int low, int high
   return value;
 }
 
-/// The index of `text` among `words`.
+/// Returns the index of `text` in `words`. Throws TextError, listing them, if it is not there.
 int choiceOf(const std::string& name, const std::string& text, const std::vector<std::string>& words,
              const Place& place) {
   std::string known;

@@ -1,4 +1,4 @@
-// A factory kit as a sound designer writes it, and the reading of its text form.
+// A factory kit with the panel's numbers, and the parser of its text.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,10 +16,10 @@ using namespace tesh::bramel::panel;
 
 enum class ExclusiveGroup { off, a, b };
 
-/// One pad. Numbers are those of the panel.
+/// One pad, in the units that the panel shows.
 struct KitPad {
   std::string wave;  ///< Name of a wave of the sample library.
-  int line = 0;      ///< Where the pad stands in its file, for errors.
+  int line = 0;      ///< Line number in the kit's file, for errors.
   int level = 100;   ///< 0 to 127.
   int pan = 0;       ///< -63 to 63.
   bool mute = false;
@@ -38,7 +38,7 @@ struct Kit {
   std::string name;               ///< At most 24 characters.
   std::string comment;            ///< The style.
   std::string effect = "Bypass";  ///< Short name on the edit screen.
-  int effectLine = 0;             ///< Where the effect stands in the file, for errors.
+  int effectLine = 0;             ///< Line number in the kit's file, for errors.
   int edit1 = 64;                 ///< 0 to 127.
   int edit2 = 64;
   int master = 100;  ///< 0 to 127.
@@ -51,8 +51,8 @@ class TextError : public std::runtime_error {
   TextError(std::string_view file, int line, std::string_view reason);
 };
 
-/// Reads the text of a kit. `file` names it in errors. Throws TextError; every pad and the name must be there, and
-/// nothing may stand twice.
+/// Parses a kit. `file` is the name that errors show. Throws TextError for a syntax error, a number out of range, a
+/// missing name or pad, and a setting or pad that appears twice.
 Kit parseKit(std::string_view text, std::string_view file);
 
 }  // namespace sivray::factory

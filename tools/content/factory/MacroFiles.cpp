@@ -1,3 +1,4 @@
+// The binary files of the macro description: engine chunk, macro chunk and run flags; then all files on disk.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/factory/MacroFiles.h"
 
@@ -27,7 +28,8 @@ namespace vimo = tesh::vimo;
 namespace engine = tesh::bramel::plugin::sivray;
 using tesh::cofu::core::ByteWriter;
 
-/// The time of all factory programs: the first second of 2026, so that the same kits give the same bytes.
+/// The creation time of all factory programs, in Unix seconds: the start of 2026. It is constant so that the same kits
+/// give the same bytes.
 constexpr std::uint32_t kFactoryTime = 1767225600;
 
 constexpr std::uint32_t kMacroChunkVersion = 1280;
@@ -94,7 +96,7 @@ std::vector<std::uint8_t> makeProgramImage(const FactoryBank& bank) {
   return image;
 }
 
-/// The pad as the engine stores it, by parameter index.
+/// Returns a pad's parameters as the engine stores them, by parameter index.
 std::array<std::uint32_t, 18> padWordsOf(const KitPad& pad, std::uint32_t wave) {
   constexpr std::uint32_t kAccentOn = 1;
   constexpr std::uint32_t kModDepthCentre = 64;
@@ -175,7 +177,7 @@ std::vector<std::uint8_t> makeMacroChunk(const FactoryBank& bank) {
   writer.word(static_cast<std::uint32_t>(section.size()));
   writer.word(static_cast<std::uint32_t>(image.size()));
   writer.word(4);
-  writer.word(count * static_cast<std::uint32_t>(vimo::ProgramDatabase::kEntryBytes));  // Where the texts begin.
+  writer.word(count * static_cast<std::uint32_t>(vimo::ProgramDatabase::kEntryBytes));  // Offset of the texts.
   writer.word(0);
   writer.word(static_cast<std::uint32_t>(first.name.size()));
   writer.word(static_cast<std::uint32_t>(first.comment.size()));

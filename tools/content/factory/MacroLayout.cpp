@@ -1,3 +1,4 @@
+// The table of all macros, and the conversion of a kit's settings to macro values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/factory/MacroLayout.h"
 
@@ -31,10 +32,11 @@ constexpr PadRow kPanelRows[kMacrosPerPad] = {
 constexpr PadRow kHiddenRows[] = {
     {"Fine", 5, 0.5F}, {"Motion", 11, 0.0F}, {"Accent", 14, 1.0F}, {"Mod Depth", 15, 64.0F / 127.0F}};
 
-/// Pan 0 and 1 are both hard left, so that the knob's 127 places from -63 to 63 are 1 to 127.
+/// Engine pan 0 and 1 are both hard left. Starting at 1 makes the knob's 127 positions, -63 to 63, the engine's 1 to
+/// 127.
 constexpr float kLeastPan = 1.0F / 127.0F;
 
-/// The three groups of the panel among the engine's sixteen.
+/// The panel offers three of the engine's sixteen exclusive groups: off, A and B.
 const std::vector<float> kGroupSteps{0.0F, 1.0F / 15.0F, 2.0F / 15.0F};
 
 std::vector<float> effectSteps() {
@@ -63,7 +65,7 @@ MacroRow plainRow(const char* name, std::uint32_t target, float defaultValue, bo
   return macro;
 }
 
-/// The place of a whole number in its range, as the engine's own rounding finds it again.
+/// Returns the normalised value of an integer in low to high; the engine's rounding turns it back into the integer.
 float placeOf(int value, int low, int high) { return static_cast<float>(value - low) / static_cast<float>(high - low); }
 
 float waveValue(const KitPad& pad, const std::vector<std::string>& names, const std::string& file) {

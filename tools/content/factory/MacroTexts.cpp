@@ -10,10 +10,10 @@ namespace {
 
 picojson::value number(std::size_t value) { return picojson::value(static_cast<double>(value)); }
 
-/// A readable file of `root`.
+/// Returns the object as indented JSON.
 std::string textOf(const picojson::object& root) { return picojson::value(root).serialize(true); }
 
-/// What each control of a device moves, from control 0 on: rows of eight pads, then single macros.
+/// The macro of each of a device's controls, from control 0 on: rows of eight for the pads, then single macros.
 struct DeviceLayout {
   const char* device;
   std::vector<PadMacro> rows;

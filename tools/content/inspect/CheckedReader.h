@@ -1,4 +1,4 @@
-// Walks through the bytes of a file and knows where it stands, so that a broken file is answered with a place.
+// A reader that knows its offset in the file, so that the error for a broken file can name the place.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace sivray::content {
 
-/// Where a file breaks, and why.
+/// Thrown at the first fault of a file: its offset, and the reason.
 class BrokenFile : public std::runtime_error {
  public:
   BrokenFile(std::uint64_t place, const std::string& reason) : std::runtime_error(reason), offset(place) {}
@@ -24,7 +24,7 @@ class BrokenFile : public std::runtime_error {
 
 class CheckedReader {
  public:
-  /// `start` is the place of `bytes` in the file.
+  /// `start` is the offset of `bytes` in the file.
   explicit CheckedReader(std::span<const std::uint8_t> bytes, std::uint64_t start = 0) : rest(bytes), place(start) {}
 
   std::uint64_t offset() const { return place; }
@@ -32,7 +32,7 @@ class CheckedReader {
 
   [[noreturn]] void fail(const std::string& reason) const { throw BrokenFile(place, reason); }
 
-  /// The next `size` bytes; `what` they are is told when fewer are left.
+  /// Returns the next `size` bytes. Throws BrokenFile, naming `what`, if fewer are left.
   std::span<const std::uint8_t> take(std::uint64_t size, std::string_view what) {
     if (size > rest.size()) {
       fail(std::string(what) + " takes " + std::to_string(size) + " bytes, but " + std::to_string(rest.size()) +
@@ -44,7 +44,7 @@ class CheckedReader {
     return taken;
   }
 
-  /// A reader of the next `size` bytes alone.
+  /// Returns a reader for the next `size` bytes alone. Throws as `take`.
   CheckedReader part(std::uint64_t size, std::string_view what) {
     const std::uint64_t start = place;
     return CheckedReader(take(size, what), start);
@@ -54,14 +54,14 @@ class CheckedReader {
   std::uint64_t longWord(std::string_view what) { return tesh::cofu::core::ByteReader(take(8, what)).longWord(); }
   float real(std::string_view what) { return std::bit_cast<float>(word(what)); }
 
-  /// Text of `size` bytes, up to the first zero byte.
+  /// Reads a field of `size` bytes and returns its text up to the first zero byte. Throws as `take`.
   std::string text(std::uint64_t size, std::string_view what) {
     const auto bytes = take(size, what);
     const std::string words(bytes.begin(), bytes.end());
     return words.substr(0, words.find('\0'));
   }
 
-  /// The word at `index`, counted from here, without moving on; 0 where the file ends before.
+  /// Returns the word at `index` words from here without moving on; 0 past the end of the file.
   std::uint32_t peek(std::size_t index) const { return tesh::cofu::core::wordIn(rest, index * 4).value_or(0); }
 
   void requireEnd(std::string_view what) const {

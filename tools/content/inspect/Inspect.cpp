@@ -1,3 +1,4 @@
+// Chooses the inspection for a file, by its name or its first bytes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/inspect/Inspect.h"
 
@@ -31,7 +32,7 @@ LibraryNeighbours neighboursOf(const std::string& path) {
   return {sizeOf(folder / "drumdata.bin"), sizeOf(folder / "sampleparam.bin") / kSampleRecordBytes};
 }
 
-/// The kinds that have a name or an ending of their own.
+/// Recognises the kinds that have a fixed file name or extension.
 Inspector inspectorByName(const std::string& path) {
   const std::string name = fileNameOf(path);
   const LibraryNeighbours neighbours = neighboursOf(path);
@@ -54,8 +55,8 @@ Inspector inspectorByName(const std::string& path) {
   return name.ends_with(".native_mode_map") ? Inspector(inspectNativeModeMap) : Inspector();
 }
 
-/// The program file and the macro chunk begin with the same numbers. The file says how many bytes its programs take,
-/// which fills it to its end; a fourth word of 4 marks it even where it is cut.
+/// A program file and a macro chunk begin alike. A program file states the byte count of its programs, which extend to
+/// its end; a fourth word of 4 identifies it even if it is cut short.
 bool isProgramFile(const CheckedReader& reader, const std::string& name) {
   constexpr std::uint32_t kMark = 4;
   const std::uint64_t imageBytes = reader.peek(2);
@@ -63,12 +64,12 @@ bool isProgramFile(const CheckedReader& reader, const std::string& name) {
   return name.ends_with(".prog") || (isFilled && reader.peek(3) == kMark);
 }
 
-/// A tag of four characters as the word that its bytes make.
+/// Returns a four-character tag as the little-endian word of its bytes.
 std::uint32_t wordOf(std::string_view tag) {
   return tesh::cofu::core::wordIn({reinterpret_cast<const std::uint8_t*>(tag.data()), tag.size()}, 0).value_or(0);
 }
 
-/// The others, by their first bytes.
+/// Recognises the other kinds by their first bytes.
 Inspector inspectorByContent(const CheckedReader& reader, const std::string& name) {
   constexpr std::uint32_t kExportVersion = 256;
   constexpr std::array<std::uint32_t, 4> kMacroChunkVersions{512, 768, 1024, 1280};

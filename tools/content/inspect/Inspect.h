@@ -1,4 +1,4 @@
-// Finds out what kind of our files a file is, and looks through it.
+// Recognises the kind of a file and inspects it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,14 +10,14 @@
 
 namespace sivray::content {
 
-/// What stands in a file up to its end, or up to where it breaks.
+/// The contents of a file up to its end, or up to its first fault.
 struct Inspection {
   Report report = Report::object();
   std::optional<BrokenFile> broken;
 };
 
-/// A file is known by its name where our names are fixed, and by its first bytes otherwise. Throws std::runtime_error
-/// for a file that cannot be read or is none of ours.
+/// Inspects a file, recognised by its name where our formats fix the name, else by its first bytes. Throws
+/// std::runtime_error for a file that cannot be read or is of no known kind.
 Inspection inspectFile(const std::string& path);
 
 }  // namespace sivray::content

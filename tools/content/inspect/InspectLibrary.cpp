@@ -15,7 +15,7 @@ constexpr std::uint32_t kMostCategories = 16;
 
 std::string recordName(std::uint64_t number) { return "record " + std::to_string(number); }
 
-/// Runs `read(record, reader of its bytes, report)` over all records.
+/// Calls `read(record, reader of its bytes, report)` for each record.
 template <typename Read>
 void forRecords(CheckedReader& reader, std::size_t recordBytes, Report& report, Read read) {
   Report& records = report.add("records", Report::list());

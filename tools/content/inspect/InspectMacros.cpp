@@ -19,7 +19,7 @@ constexpr std::uint32_t kVersionWithObjects = 1280;
 constexpr std::uint32_t kLinearBytes = 12;
 constexpr std::uint32_t kMacroNameBytes = 16;
 
-/// The words that a header of some version has behind its first four, in the order of the newest.
+/// The words that a header of one version has after its first four, in the order of the newest version.
 struct TextPlaces {
   std::uint32_t offset = 0;
   std::uint32_t nameBytes = 0;

@@ -15,7 +15,7 @@ constexpr std::uint32_t kVersionValues = 256;
 constexpr std::uint32_t kVersionTexts = 512;
 constexpr std::uint32_t kVersionIds = 768;
 
-/// What a record of an image version is made of.
+/// How one image version lays out a record.
 struct RecordForm {
   std::uint32_t headBytes = 0;
   bool withObjects = false;

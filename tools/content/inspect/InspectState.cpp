@@ -10,7 +10,7 @@
 namespace sivray::content {
 namespace {
 
-/// The head of a msgpack value: what it is, and its length or number.
+/// The head of a msgpack value: its type, and its length or number.
 struct PackedHead {
   enum class Kind { number, text, bytes, map };
   Kind kind = Kind::number;
@@ -83,7 +83,7 @@ void inspectContent(CheckedReader reader, Report& report) {
   reader.requireEnd("the macro chunk");
 }
 
-/// Reads the map, and gives the place of the content.
+/// Reads the map and returns a reader for the content.
 CheckedReader inspectEnvelope(CheckedReader& reader, Report& report) {
   const CheckedReader start = reader;
   const PackedHead map = readHead(reader);

@@ -25,7 +25,7 @@ picojson::value parse(CheckedReader& reader) {
   return document;
 }
 
-/// The offset of a member's name in the text, for errors; the end of the text when it is not there.
+/// A JSON text whose errors carry the offset of a member's name, or of the text's start if it has no such member.
 class Document {
  public:
   explicit Document(CheckedReader& reader) : start(reader) { root = parse(reader); }
@@ -38,7 +38,7 @@ class Document {
     throw BrokenFile(start.offset() + (found == std::string::npos ? 0 : found), reason);
   }
 
-  /// A member that must be an object.
+  /// Returns a member that must be an object. Throws BrokenFile if it is not.
   const picojson::object& object(const picojson::value& parent, const std::string& key) const {
     if (!parent.is<picojson::object>()) {
       fail(key, "the text is no object");
@@ -56,7 +56,7 @@ class Document {
   CheckedReader start;
 };
 
-/// A JSON value as part of a report.
+/// Converts a JSON value to a report.
 Report reportOf(const picojson::value& value) {
   if (value.is<double>()) {
     return Report::real(value.get<double>());
@@ -78,7 +78,7 @@ Report reportOf(const picojson::value& value) {
   return Report::text(value.to_str());
 }
 
-/// Numbers by decimal member names below `count`, in the order of the numbers.
+/// Reports the members whose names are decimal numbers below `count`, in numeric order.
 void addNumbered(const picojson::object& members, int count, Report& report) {
   for (int number = 0; number < count; ++number) {
     const auto found = members.find(std::to_string(number));

@@ -1,5 +1,5 @@
-// One inspection for each kind of file. Each adds what it finds to the report as it goes on and throws BrokenFile where
-// the file breaks, so that the report then holds what stands before.
+// One inspection for each kind of file. Each adds its findings to the report as it reads and throws BrokenFile at the
+// first fault, so that the report keeps everything before the fault.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,8 +13,8 @@
 
 namespace sivray::content {
 
-/// The files of a sample library. What stands beside the file (empty when it is not there) shows whether its numbers
-/// lead anywhere.
+/// The sizes of the files next to the inspected one in a sample library, to check that its offsets and numbers point
+/// into them.
 struct LibraryNeighbours {
   std::uint64_t dataBytes = 0;      ///< Of drumdata.bin; 0 when unknown.
   std::uint64_t sampleRecords = 0;  ///< Of sampleparam.bin; 0 when unknown.

@@ -1,3 +1,4 @@
+// Prints a report as indented text or as JSON.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/inspect/Report.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr std::size_t kIndent = 2;
 
-/// Texts come out of binary files: bytes that are no UTF-8 and control characters are shown as question marks.
+/// The texts come from binary files: invalid UTF-8 and control characters are replaced by question marks.
 std::string printable(std::string_view characters) {
   std::string text(characters);
   const bool isUtf8 = juce::CharPointer_UTF8::isValidString(text.data(), static_cast<int>(text.size()));

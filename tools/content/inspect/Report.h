@@ -1,4 +1,4 @@
-// What an inspection found, as a tree that prints as text or as JSON.
+// The findings of an inspection, as a tree that prints as text or as JSON.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,11 +19,11 @@ class Report {
   static Report number(std::uint64_t value);
   static Report real(double value);
 
-  /// Adds a member of an object; the reference is good until the next one.
+  /// Adds a member to an object. The reference is valid until the next member is added.
   Report& add(std::string_view name, Report value);
   Report& addText(std::string_view name, std::string_view characters) { return add(name, text(characters)); }
   Report& addNumber(std::string_view name, std::uint64_t value) { return add(name, number(value)); }
-  /// Adds an item of a list; the reference is good until the next one.
+  /// Adds an item to a list. The reference is valid until the next item is added.
   Report& add(Report value) { return add({}, std::move(value)); }
 
   std::string toText() const;

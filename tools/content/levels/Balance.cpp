@@ -1,3 +1,4 @@
+// Target loudness for each pad, and the search for the levels that reach it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/Balance.h"
 
@@ -10,14 +11,15 @@
 namespace sivray::content {
 namespace {
 
-/// Loudness of a full hit by pad, in decibels: kick, percussion, snare, clap, cymbal, tom, closed and open hat.
+/// Target loudness of a full hit by pad, in dB of full scale: kick, percussion, snare, clap, cymbal, tom, closed and
+/// open hat.
 constexpr std::array<double, factory::kPads> kLoudness{-17.0, -22.0, -19.5, -20.5, -22.5, -19.0, -25.5, -24.5};
 
 constexpr int kMostLevel = 127;
 constexpr int kRounds = 6;
 constexpr double kCloseEnough = 0.1;
 
-/// Decibels that a pad has to move: to its loudness, but never out of the window of peaks.
+/// Returns the gain in dB that brings a pad to its loudness, limited so that its peak stays in the window.
 double moveOf(const HitMeasure& hit, double loudness) {
   const double peak = decibelsOf(hit.peak);
   return std::clamp(peak + loudness - decibelsOf(hit.loudness), kLowestPeak, kHighestPeak) - peak;

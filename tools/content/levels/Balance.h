@@ -1,5 +1,5 @@
-// Brings the pads of a kit to the levels of their roles: as loud as each role asks for, with peaks inside one window
-// for all pads of all kits, so that stepping through the programs never startles.
+// Balances the levels of a kit: each pad gets the loudness of its role, and all peaks lie in one window for all pads of
+// all kits, so that no program is much louder than another.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,21 +11,21 @@
 
 namespace sivray::content {
 
-/// Peaks of a full hit on any pad of any kit, in decibels below full scale.
+/// The range of a pad's peak at a full hit, in dB of full scale.
 inline constexpr double kLowestPeak = -11.4;
 inline constexpr double kHighestPeak = -6.8;
 
-/// Velocity of a full hit, and how long it is listened to.
+/// Velocity of a full hit, and the time that it is measured for.
 inline constexpr int kFullVelocity = 127;
 inline constexpr double kListenSeconds = 12.0;
 
 double decibelsOf(double factor);
 
-/// The levels, 1 to 127, that bring each pad of the meter's selected program to where it should be; `kit` is that
-/// program. A pad that cannot reach its place gets the nearest level.
+/// Returns the levels, 1 to 127, that give each pad of the meter's selected program the loudness of its role; `kit`
+/// must be that program. A pad that cannot reach it gets the nearest level.
 std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::Kit& kit);
 
-/// The text of a kit with these levels in its pads' lines.
+/// Returns the kit's text with these levels in the lines of its pads.
 std::string withLevels(const std::string& text, const factory::Kit& kit, const std::array<int, factory::kPads>& levels);
 
 }  // namespace sivray::content

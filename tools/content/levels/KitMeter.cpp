@@ -1,3 +1,4 @@
+// Renders hits through the processor, then computes peak, loudness, length and brightness.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/KitMeter.h"
 
@@ -35,7 +36,7 @@ double energy(float left, float right) {
          static_cast<double>(right) * static_cast<double>(right);
 }
 
-/// Root mean square over both sides of the loudest tenth of a second.
+/// Returns the RMS over both channels of the loudest tenth of a second.
 double loudnessOf(const std::vector<float>& left, const std::vector<float>& right) {
   constexpr auto kWindow = static_cast<std::size_t>(kRate / 10.0);
   double sum = 0.0;
@@ -58,7 +59,7 @@ double secondsUntilQuiet(const std::vector<float>& left, const std::vector<float
   return static_cast<double>(last) / kRate;
 }
 
-/// The energy of the slope against that of the signal tells the frequency that the energy balances around.
+/// Returns the mean frequency in Hz, weighted by energy: the ratio of the slope's energy to the signal's gives it.
 double brightnessOf(const std::vector<float>& left, const std::vector<float>& right) {
   double slope = 0.0;
   double signal = 0.0;

@@ -1,4 +1,4 @@
-// Plays the pads of the factory programs through the whole processor and measures what comes out.
+// Plays the pads of the factory programs through the whole processor and measures the output.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace sivray::content {
 
-/// What a hit sounds like.
+/// The measurements of one hit.
 struct HitMeasure {
   double peak = 0.0;        ///< Largest sample of both sides, 1.0 is full scale.
   double loudness = 0.0;    ///< Root mean square of the loudest tenth of a second.
@@ -21,7 +21,7 @@ struct HitMeasure {
   double brightness = 0.0;  ///< Frequency that its energy balances around, in Hz.
 };
 
-/// A processor with the content that the paths lead to. Throws std::runtime_error when there is none.
+/// A processor with the installed content. Throws std::runtime_error when there is none.
 class KitMeter {
  public:
   using Processor = tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>>;
@@ -33,19 +33,19 @@ class KitMeter {
   std::size_t programCount() const;
   std::string programName(std::size_t program) const;
 
-  /// Selects a factory program; the sound of the one before ends at once.
+  /// Selects a factory program and silences the previous one.
   void select(std::size_t program);
 
-  /// Moves a macro of the selected program.
+  /// Sets a macro of the selected program, 0 to 1.
   void setMacro(std::size_t macro, float value);
 
-  /// Hits notes at once on a silent instrument and listens until it is silent again, or for `seconds`.
+  /// Plays the notes together on a silent instrument and measures until it is silent again, at most for `seconds`.
   HitMeasure hit(const std::vector<int>& notes, int velocity, double seconds);
 
  private:
   void silence();
 
-  /// Renders a block at the end of `left` and `right`, with the messages that wait in `midi`.
+  /// Renders the messages in `midi` and appends one block to `left` and `right`.
   void renderBlock();
 
   tesh::vimo::TimedValueRing automation;

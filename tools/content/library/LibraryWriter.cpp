@@ -1,3 +1,4 @@
+// Lays waves out as sample data and index records, and writes the four files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/library/LibraryWriter.h"
 
@@ -34,7 +35,7 @@ void requireWhole(const Wave& wave) {
   }
 }
 
-/// Appends one channel to the data and its record to the index; gives the record's number.
+/// Appends one channel to the data and its record to the index. Returns the record's number.
 std::uint32_t addStretch(LibraryFiles& files, const std::vector<std::int16_t>& samples, int sampleRate) {
   constexpr std::size_t kRecordBytes = 12;
   const auto number = static_cast<std::uint32_t>(files.samples.size() / kRecordBytes);

@@ -1,4 +1,4 @@
-// One wave of a sample library, from whoever makes it (the synthesis, a packed folder) to the writer of the files.
+// One wave of a sample library, as synthesis and packer make it and the library writer takes it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@ namespace sivray::content {
 inline constexpr std::array<std::string_view, 10> kCategoryNames{"Kick", "Snare",  "Clap", "Close HH", "Open HH",
                                                                  "Tom",  "Cymbal", "Perc", "FX",       "Hit"};
 
-/// Characters of a wave's name that the library keeps.
+/// The longest name, in bytes, that the library can hold.
 inline constexpr std::size_t kLongestWaveName = 12;
 
 struct Wave {

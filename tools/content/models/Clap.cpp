@@ -1,5 +1,5 @@
-// Hands: every one is a short burst of noise in its own band, a few of them never quite together, and what comes back
-// from the walls.
+// Claps: several hands, each a short burst of noise in its own band, not quite together, and their echoes from the
+// walls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
@@ -14,10 +14,10 @@ namespace {
 constexpr std::uint64_t kTailLayer = 1;
 constexpr std::uint64_t kHandLayer = 10;
 
-/// Falls by 60 dB after which nothing of a burst is left.
+/// A burst is rendered for this many t60: about 108 dB down.
 constexpr double kHeardFalls = 1.8;
 
-/// One burst: noise through a resonance of the hollow hand, with some of the bright slap around it.
+/// Adds one burst: noise through the resonance of the hollow hand, with part of the unfiltered bright slap.
 void addHand(Signal& signal, Noise noise, double hertz, double at, double gain, const Parameters& p) {
   const std::size_t start = framesOf(at);
   if (start >= signal.size()) {

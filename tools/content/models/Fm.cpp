@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t kClickLayer = 1;
 
-/// Keeps the highest sidebands of short, bright sounds below half the sample rate.
+/// Highest carrier frequency in Hz: it keeps the sidebands of short, bright sounds below half the sample rate.
 constexpr double kHighestPitch = 18000.0;
 
 void addNote(Signal& signal, const Parameters& p, double hertz, double gain) {

@@ -13,7 +13,7 @@ constexpr std::uint64_t kClickLayer = 1;
 constexpr std::uint64_t kSkinLayer = 2;
 constexpr std::uint64_t kAirLayer = 3;
 
-/// How a wooden shell answers, against its lowest resonance.
+/// A resonance of a wooden shell, relative to the lowest one.
 struct ShellMode {
   double ratio, gain;
 };

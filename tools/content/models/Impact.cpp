@@ -1,4 +1,4 @@
-// Great blows: a low tone that falls, a burst of noise that darkens, and rubble.
+// Big impacts: a low tone that falls, a burst of noise that darkens, and rubble.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
@@ -14,7 +14,7 @@ constexpr std::uint64_t kBurstLayer = 1;
 constexpr std::uint64_t kRubbleLayer = 2;
 constexpr std::uint64_t kCrackLayer = 3;
 
-/// Pieces that fall later: knocks in random places, fewer and fewer.
+/// Adds the rubble: knocks at random times, fewer and fewer.
 void addRubble(Signal& signal, Noise noise, Random random, const Parameters& p) {
   Envelope fall({0.0, p.seconds("hold"), p.seconds("rubblems"), 0.0});
   const double chance = p["rubblerate"] / kSampleRate;

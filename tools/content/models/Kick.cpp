@@ -1,5 +1,5 @@
-// The electronic kick: a sine that falls from far above its pitch, with a click and a breath of noise. Tuned higher it
-// is an electronic tom, and without the fall a bass.
+// The electronic kick: a sine that falls from far above its pitch, with a click and some noise. Tuned higher it is an
+// electronic tom; without the fall, a bass.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/models/Models.h"
 #include "content/synth/Parts.h"

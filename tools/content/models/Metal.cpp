@@ -1,5 +1,5 @@
-// Electronic hats, cymbals and cowbells: a cluster of squares whose pitches have no common measure, cut to two bands
-// that fall at their own pace.
+// Electronic hats, cymbals and cowbells: a cluster of square waves with inharmonic pitches, filtered to two bands that
+// decay separately.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/models/Models.h"
 #include "content/synth/Filters.h"
@@ -12,10 +12,10 @@ namespace {
 constexpr std::uint64_t kNoiseLayer = 1;
 constexpr double kTickSeconds = 0.012;
 
-/// What the filters take to forget that the squares have begun.
+/// The filters run for this many frames before the sound starts, so that the squares' onset has died away.
 constexpr std::size_t kSettleFrames = 2048;
 
-/// The cluster. `ring` mixes in the products of neighbours, which fill the gaps between the partials.
+/// Renders the cluster. `ring` mixes in the products of neighbouring squares, which fill the gaps between the partials.
 Signal cluster(std::size_t frames, const Parameters& p, Dice& dice) {
   std::vector<BandLimited> oscillators;
   std::vector<double> hertz;

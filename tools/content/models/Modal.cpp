@@ -10,7 +10,7 @@ namespace {
 constexpr std::uint64_t kClickLayer = 1;
 constexpr std::uint64_t kNoiseLayer = 2;
 
-/// Partials beyond the end of the list of gains take its last number.
+/// Returns a partial's gain. Partials past the end of the list take its last entry.
 double gainOf(const std::vector<double>& gains, std::size_t partial) {
   return gains[partial < gains.size() ? partial : gains.size() - 1];
 }

@@ -1,3 +1,4 @@
+// The list of all models, and the search by name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/models/Model.h"
 

@@ -1,4 +1,4 @@
-// A model: a kind of drum with its parameters, and the law that turns them into one channel of sound.
+// A model: one kind of drum, its parameters, and the function that renders one channel of its sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,20 +12,21 @@
 
 namespace sivray::content {
 
-/// Times in parameters are in milliseconds, frequencies in Hz; a time that says nothing else is that of a fall by 60
-/// dB.
+/// Parameters give times in milliseconds and frequencies in Hz. A time without further comment is a t60: the time to
+/// fall by 60 dB.
 struct Model {
   std::string name;
   std::vector<ParameterRule> rules;
-  /// Adds one channel to a silent signal. `dice` says which channel; what it throws is all that may differ between two.
-  /// The parameters are those of `rules` and `width`: 0 for mono, up to 1 for channels that have little in common.
+  /// Renders one channel into a silent signal. `dice` identifies the channel; only its `own` numbers may differ between
+  /// two channels. `parameters` holds those of `rules` and `width`: 0 for mono, up to 1 for channels with little in
+  /// common.
   void (*make)(Signal& signal, const Parameters& parameters, Dice dice);
 };
 
-/// The model of a name, or null.
+/// Returns the model with this name, or null.
 const Model* findModel(std::string_view name);
 
-/// All names with commas between them.
+/// Returns all names, separated by commas.
 std::string modelNames();
 
 }  // namespace sivray::content

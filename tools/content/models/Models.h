@@ -1,4 +1,4 @@
-// The models there are; each stands in a file of its own.
+// All models. Each has its own file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@ Model esnareModel();   ///< Electronic snares: two tones and noise.
 Model fmModel();       ///< Frequency modulation: basses, bells, blips, metal.
 Model glitchModel();   ///< Broken machines.
 Model headModel();     ///< Struck skins: kicks, toms, hand drums.
-Model impactModel();   ///< Explosions and other blows of great things.
+Model impactModel();   ///< Explosions and other big impacts.
 Model kickModel();     ///< A falling sine with a click: electronic kicks, toms, basses.
 Model metalModel();    ///< Electronic hats and cymbals: a cluster of squares.
 Model modalModel();    ///< Bars, bells, blocks.
@@ -23,6 +23,6 @@ Model snareModel();    ///< A skin with wires below it.
 Model stabModel();     ///< Chords of oscillators through a moving filter.
 Model sweepModel();    ///< Noise through a moving filter.
 Model voiceModel();    ///< Sung vowels.
-Model zapModel();      ///< Oscillators that run through pitches.
+Model zapModel();      ///< Pitch sweeps.
 
 }  // namespace sivray::content

@@ -1,5 +1,5 @@
-// A struck plate of bronze: hats, cymbals, gongs. Hundreds of modes, the high ones waking late and dying first, a wash
-// of noise where they lie too close to be told apart, and the tip of the stick.
+// A struck bronze plate: hats, cymbals, gongs. Hundreds of modes, of which the high ones start late and decay first,
+// noise where modes lie too close to be told apart, and the click of the stick.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -15,10 +15,10 @@ constexpr std::uint64_t kWashLayer = 1;
 constexpr std::uint64_t kTipLayer = 2;
 constexpr std::uint64_t kTopLayer = 3;
 
-/// Where the tilt of the modes turns, in Hz.
+/// The frequency in Hz around which `tilt` raises or lowers the modes.
 constexpr double kTiltCentre = 3000.0;
 
-/// How a bell's partials stand to its lowest.
+/// A bell's partials relative to its lowest.
 constexpr std::array<double, 6> kBellRatios{1.0, 1.58, 2.24, 2.92, 3.66, 4.57};
 
 std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {

@@ -1,4 +1,4 @@
-// Plucked and slapped strings: a delay line whose loop loses its highs, with the body that it stands on.
+// Plucked and slapped strings: a delay line with a low-pass in its loop, and the resonances of a body.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -14,11 +14,11 @@ namespace {
 constexpr std::uint64_t kPickLayer = 10;
 constexpr std::uint64_t kSlapLayer = 1;
 
-/// How the body's resonances stand to its lowest.
+/// The body's resonances relative to its lowest.
 constexpr std::array<double, 3> kBodyRatios{1.0, 1.93, 3.07};
 
-/// The shape that the string is let go with: a random line whose harmonics fall as a plucked string's do, some raw
-/// `edge` on it, and without the harmonics that have a node under the pick.
+/// Returns the string's shape at its release: random, with harmonics that fall as a plucked string's do, plus some
+/// unfiltered `edge`, and without the harmonics that have a node at the pick.
 Signal pickShape(Noise noise, std::size_t period, const Parameters& p) {
   Signal raw(period);
   double mean = 0.0;

@@ -1,4 +1,4 @@
-// A record under a hand: a second of recorded sound that is pulled past the needle at a speed that the hand draws.
+// Scratching: a second of recorded sound, played at a speed that follows a drawn curve.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint64_t kRecordLayer = 1;
 constexpr std::size_t kRecordFrames = 44100;
 
-/// Vowel-like peaks of what is on the record, in Hz.
+/// Formants of the recorded sound, in Hz.
 constexpr std::array<double, 3> kPeaks{700.0, 1220.0, 2600.0};
 
 Signal pressRecord(const Parameters& p, const Dice& dice) {
@@ -36,7 +36,7 @@ Signal pressRecord(const Parameters& p, const Dice& dice) {
   return record;
 }
 
-/// The hand's speed at a place from 0 to 1, drawn by points with straight lines between them.
+/// Returns the hand's speed at a position from 0 to 1 on the curve: straight lines between the points.
 double speedAt(const std::vector<double>& points, double place) {
   const double position = std::clamp(place, 0.0, 1.0) * static_cast<double>(points.size() - 1);
   const auto index = std::min(static_cast<std::size_t>(position), points.size() - 2);

@@ -1,5 +1,5 @@
 // Many small collisions: seeds in a gourd, jingles in a frame, teeth under a stick, dust in a groove. Their rate
-// follows the movement; each one excites the same few resonances.
+// follows the movement, and each excites the same few resonances.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint64_t kGrainLayer = 1;
 constexpr std::uint64_t kHissLayer = 2;
 
-/// Frames to the next collision: even for teeth, anything for seeds.
+/// Draws the seconds to the next collision: regular for teeth, random for seeds.
 class Gaps {
  public:
   Gaps(const Parameters& p, const Random& random)
@@ -31,7 +31,7 @@ class Gaps {
   double rate, rateEnd, seconds, regular;
 };
 
-/// The collisions as bursts of noise.
+/// Renders the collisions as bursts of noise.
 Signal collisions(std::size_t frames, const Parameters& p, const Dice& dice) {
   Signal signal(frames);
   const bool isWide = p["width"] > 0.0;

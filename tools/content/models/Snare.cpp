@@ -1,4 +1,4 @@
-// The snare drum: a struck skin, and wires below the other one that rattle for as long as it moves.
+// The snare drum: a struck skin, and wires under the other skin that rattle while it moves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cmath>
@@ -15,13 +15,13 @@ constexpr std::uint64_t kCrackLayer = 2;
 constexpr std::uint64_t kClickLayer = 3;
 constexpr std::uint64_t kTailLayer = 4;
 
-/// The blow needs this long to reach the wires through the air in the shell.
+/// Seconds that the blow takes through the air in the shell to the wires.
 constexpr double kWireDelay = 0.0008;
 
-/// Peaks that the wires have where they touch the skin: places in the band on a scale of ratios, from 0 to 1.
+/// The number of resonant peaks in the wires' band, spaced on a logarithmic scale.
 constexpr int kWirePeaks = 4;
 
-/// Noise that swells with the skin's movement. `buzz` 0 leaves it to its own shape.
+/// Shapes the wires' noise by the skin's movement. At `buzz` 0 the noise keeps its own envelope.
 Signal rattle(Signal wires, const Signal& skin, double buzz) {
   double level = 0.0;
   double highest = 1e-9;

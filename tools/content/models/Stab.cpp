@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint64_t kNoiseLayer = 1;
 
-/// One oscillator: a saw, a square or a sine, or what lies between two of them. `wave` 0 is saw, 1 square, 2 sine.
+/// One oscillator. `wave` 0 is a saw, 1 a square, 2 a sine; values in between crossfade.
 class Oscillator {
  public:
   Oscillator(double frequency, double startPhase, double shape)

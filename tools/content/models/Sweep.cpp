@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t kNoiseLayer = 1;
 
-/// `mode` 0 is the low-pass, 1 the band, 2 the high-pass, and between them their mixture.
+/// Returns the filter output for `mode`: 0 low-pass, 1 band-pass, 2 high-pass; values in between crossfade.
 double pick(const SweepFilter::Outputs& out, double mode) {
   return mode < 1.0 ? out.low + mode * (out.band - out.low) : out.band + (mode - 1.0) * (out.high - out.band);
 }

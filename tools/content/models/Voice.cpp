@@ -1,4 +1,4 @@
-// Sung vowels: a train of pulses with some breath, through four resonances that move from one vowel to another.
+// Sung vowels: a pulse train with some breath noise, through four formants that move from one vowel to another.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-// Oscillators that run through pitches: zaps, lasers, sirens, game sounds, the squeak of a rubbed skin.
+// Pitch sweeps: zaps, lasers, sirens, game sounds, the squeak of a rubbed skin.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint64_t kNoiseLayer = 1;
 constexpr double kHighestPitch = 16000.0;
 
-/// The pitch at a time: from one end to the other on a scale of ratios, in steps and with a vibrato.
+/// The pitch over time: from one end to the other on a logarithmic scale, in steps and with a vibrato.
 class Pitch {
  public:
   explicit Pitch(const Parameters& p)

@@ -1,3 +1,4 @@
+// Decodes a sound file through JUCE and converts it to 16 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/AudioFile.h"
 
@@ -17,7 +18,7 @@ namespace {
 
 constexpr int kLongestSeconds = 6;
 
-/// Frames of a pad's sample memory.
+/// The frames that a pad's sample memory holds.
 constexpr std::int64_t kMostFrames = tesh::bramel::plugin::sivray::kSlotFrames;
 
 constexpr int kPieceFrames = 16384;
@@ -44,7 +45,7 @@ std::unique_ptr<juce::AudioFormatReader> openReader(const juce::File& file) {
   throw std::runtime_error("is no WAV, AIFF or FLAC file");
 }
 
-/// Whether an uncompressed file holds less than its head says; the reader would fill up with silence.
+/// Returns whether an uncompressed file is shorter than its header says; the reader would pad it with silence.
 bool isCutShort(const juce::AudioFormatReader& reader, const juce::File& file) {
   constexpr int kBitsPerByte = 8;
   const std::int64_t frameBits = std::int64_t{reader.numChannels} * reader.bitsPerSample;
@@ -57,7 +58,7 @@ std::int16_t limited(std::int64_t value) {
                                                             std::numeric_limits<std::int16_t>::max()));
 }
 
-/// A sample of a reader, which holds whole numbers in the upper bits of a word, and floats as they are.
+/// Converts a sample as JUCE's reader returns it: integers left-aligned in a word, floats as their bits.
 std::int16_t sampleOf(int word, bool isFloat) {
   constexpr int kSpareBits = 16;
   constexpr double kFullScale = 32768.0;
@@ -71,7 +72,7 @@ std::int16_t sampleOf(int word, bool isFloat) {
                               : std::int16_t{0};
 }
 
-/// Reads `frames` frames of every channel, a piece at a time. False when the file breaks off before.
+/// Reads `frames` frames of every channel in pieces. Returns false if the file ends early.
 bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames,
                   const std::vector<std::vector<std::int16_t>*>& channels) {
   std::vector<std::vector<int>> pieces(channels.size(), std::vector<int>(kPieceFrames));

@@ -1,4 +1,4 @@
-// One sound file as a wave.
+// Reads one sound file as a wave.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,15 +8,15 @@
 
 namespace sivray::content {
 
-/// A wave without name and category, and what has to be said about it (empty when there is nothing).
+/// A wave without name and category, and a note for the user (empty if there is nothing to say).
 struct AudioFile {
   Wave wave;
   std::string note;
 };
 
-/// Reads a WAV, AIFF or FLAC file of one or two channels, at its own rate, in 16 bits. What is longer than six seconds,
-/// or than a pad's sample memory, is cut, which the note tells. Throws std::runtime_error with the reason alone for a
-/// file that cannot be used.
+/// Reads a WAV, AIFF or FLAC file of one or two channels, at its own rate, in 16 bits. Anything past six seconds, or
+/// past a pad's sample memory, is cut, and the note says so. Throws std::runtime_error for a file that cannot be used;
+/// its text is the reason alone, without the path.
 AudioFile readAudioFile(const std::string& path);
 
 }  // namespace sivray::content

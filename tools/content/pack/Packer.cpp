@@ -1,3 +1,4 @@
+// Walks through the category folders and turns each usable file into a wave.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Packer.h"
 
@@ -46,7 +47,7 @@ std::string allCategories() {
   return names;
 }
 
-/// What stands in a folder, by name, without hidden files.
+/// Returns a folder's entries sorted by name, without hidden ones.
 std::vector<fs::path> entriesOf(const fs::path& folder) {
   std::error_code error;
   std::vector<fs::path> entries;

@@ -1,3 +1,4 @@
+// Cuts names at whole UTF-8 characters and numbers the ones that are taken.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/WaveNames.h"
 
@@ -8,7 +9,7 @@
 namespace sivray::content {
 namespace {
 
-/// At most `size` bytes of a text, without half a character or a blank at the end.
+/// Returns at most `size` bytes of a text, without a partial character or a blank at the end.
 std::string cut(std::string_view text, std::size_t size) {
   if (text.size() > size) {
     const auto isContinuation = [&](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U; };

@@ -1,4 +1,4 @@
-// Names of packed waves: at most twelve characters, and none twice.
+// Makes the names of packed waves unique, in at most twelve bytes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,8 +9,7 @@ namespace sivray::content {
 
 class WaveNames {
  public:
-  /// The name that a wave takes after `wish`: cut to twelve bytes, at a whole UTF-8 character. Where it is taken
-  /// already, a number takes the place of its end.
+  /// Returns `wish` cut to twelve bytes at a whole UTF-8 character. If that name is taken, a number replaces its end.
   std::string take(const std::string& wish);
 
  private:

@@ -6,7 +6,7 @@
 
 namespace sivray::content {
 
-/// A filter of two poles and two zeros. Frequencies in Hz are held between 5 Hz and 0.49 of the sample rate.
+/// A biquad. Frequencies in Hz are limited to 5 Hz and 0.49 of the sample rate.
 class Biquad {
  public:
   static Biquad lowPass(double hertz, double q = 0.7071067811865476);
@@ -14,7 +14,7 @@ class Biquad {
   /// Peak gain 1 at the centre.
   static Biquad bandPass(double hertz, double q);
   static Biquad highShelf(double hertz, double decibels);
-  /// A ringing pole pair that a unit impulse sets to amplitude 1 and that falls 60 dB in `t60` seconds.
+  /// A resonator: a unit impulse makes it ring with amplitude 1, falling 60 dB in `t60` seconds.
   static Biquad resonator(double hertz, double t60);
 
   double next(double x) {
@@ -39,7 +39,8 @@ class SweepFilter {
     double low, band, high;
   };
 
-  /// `hertz` is held between 10 Hz and 20 kHz; `q` from 0.5 up. The band output peaks at 1.
+  /// Filters one sample. `hertz` is limited to 10 Hz to 20 kHz; `q` is 0.5 or more. The band output has a peak gain of
+  /// 1.
   Outputs next(double x, double hertz, double q);
 
  private:

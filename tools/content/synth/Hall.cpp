@@ -1,3 +1,4 @@
+// A feedback delay network behind all-pass diffusers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Hall.h"
 
@@ -15,14 +16,14 @@ constexpr std::size_t kLines = 8;
 constexpr std::size_t kDiffusers = 4;
 constexpr double kDiffusion = 0.62;
 
-/// Keeps the loop from sinking into numbers that are slow to compute with.
+/// Added in the loop to keep its samples out of the slow subnormal range.
 constexpr double kFloor = 1e-20;
 
-/// Lengths without a common rhythm, in seconds.
+/// Delays in seconds without a common divisor.
 constexpr std::array<double, kLines> kLineSeconds{0.0297, 0.0371, 0.0411, 0.0437, 0.0533, 0.0617, 0.0701, 0.0793};
 constexpr std::array<double, kDiffusers> kDiffuserSeconds{0.0047, 0.0066, 0.0098, 0.0129};
 
-/// A ring of frames; what is put in comes out `size` frames later.
+/// A delay line of `size` frames.
 class Line {
  public:
   explicit Line(double seconds) : frames(framesOf(seconds) + 1) {}
@@ -38,7 +39,7 @@ class Line {
   std::size_t at = 0;
 };
 
-/// Spreads a blow over time without colouring it.
+/// An all-pass that spreads an onset over time without colouring it.
 class Diffuser {
  public:
   explicit Diffuser(double seconds) : line(seconds) {}
@@ -54,7 +55,7 @@ class Diffuser {
   Line line;
 };
 
-/// Mixes all lines into each other without loss.
+/// Mixes the lines by an orthogonal matrix, so that no energy is lost.
 void mixLines(std::array<double, kLines>& lines) {
   for (std::size_t half = 1; half < kLines; half *= 2) {
     for (std::size_t i = 0; i < kLines; ++i) {

@@ -1,3 +1,4 @@
+// The modes of an ideal round membrane, bent towards those of a real drum.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Membrane.h"
 
@@ -8,8 +9,8 @@
 namespace sivray::content {
 namespace {
 
-/// A mode of a round membrane: its frequency against the lowest one, from the zeros of the Bessel functions, and the
-/// number of its nodal diameters. Those without any are struck best in the centre, the others towards the rim.
+/// A mode of a round membrane: its frequency relative to the lowest, from the zeros of the Bessel functions, and its
+/// number of nodal diameters. Modes without a diameter respond most in the centre, the others near the rim.
 struct Ring {
   double ratio;
   int diameters;
@@ -31,7 +32,7 @@ constexpr std::array<Ring, 16> kRings{{{1.0, 0},
                                        {4.832, 2},
                                        {4.903, 0}}};
 
-/// No skin is tuned evenly all around.
+/// Random detuning of the modes: no skin is tuned evenly all around.
 constexpr double kUneven = 0.012;
 
 double strikeGain(const Ring& ring, double place) {

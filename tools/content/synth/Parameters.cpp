@@ -1,3 +1,4 @@
+// Parses parameter values and checks them against their rules.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Parameters.h"
 

@@ -1,4 +1,4 @@
-// The parameters of one wave: what a row of the designers' tables sets, and the defaults of its model for the rest.
+// The parameters of one wave: the values from its row of a table, and the model's defaults for the rest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace sivray::content {
 
-/// A parameter that a model has. A fallback of several numbers marks a list.
+/// A parameter of a model. A default of several numbers makes it a list.
 struct ParameterRule {
   std::string name;
   std::vector<double> fallback;
@@ -22,14 +22,14 @@ class Parameters {
  public:
   explicit Parameters(const std::vector<ParameterRule>& rules);
 
-  /// Takes a value out of a table: a number, or numbers with colons between them for a list. Returns why it cannot be
-  /// taken, or an empty text.
+  /// Sets a value from a table's text: a number, or for a list numbers separated by colons. Returns an empty text, or
+  /// the reason why the value is not valid.
   std::string set(std::string_view name, std::string_view text);
 
-  /// A number; the name must be one of the rules.
+  /// Returns a number; the first one of a list. The name must be in the rules.
   double operator[](std::string_view name) const { return find(name).front(); }
 
-  /// A number given in milliseconds, in seconds.
+  /// Returns a parameter in milliseconds, converted to seconds.
   double seconds(std::string_view name) const { return (*this)[name] * 0.001; }
 
   const std::vector<double>& list(std::string_view name) const { return find(name); }

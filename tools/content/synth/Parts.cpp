@@ -1,3 +1,4 @@
+// The loops behind the parts: envelopes, glides, tones, modes, noise bands, clicks, oscillators.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Parts.h"
 
@@ -15,27 +16,27 @@ namespace {
 constexpr double kNyquist = kSampleRate / 2.0;
 constexpr double kHighestMode = 20000.0;
 
-/// Where a falling level is cut to zero, long before its arithmetic would slow down.
+/// Below this a falling level is set to zero, long before subnormal numbers would slow it down.
 constexpr double kSilence = 1e-9;
 
-/// The factor that falls to 1/e in `seconds`.
+/// Returns the factor per frame that falls to 1/e in `seconds`.
 double fallPerFrame(double seconds) { return seconds <= 0.0 ? 0.0 : exponential(-1.0 / (seconds * kSampleRate)); }
 
-/// Levels below this are no longer turned to sound.
+/// Partials below this level are not rendered.
 constexpr double kInaudible = 1e-6;
 
-/// Frames in which a mode of this decay sinks below hearing.
+/// Returns the frames until a mode has become inaudible, at most `limit`.
 std::size_t audibleFrames(const Mode& mode, std::size_t limit) {
   const double decades = logarithmOfTwo(std::max(std::abs(mode.gain) / kInaudible, 1.0)) * 0.3010299956639812;
   return std::min(framesOf(mode.t60 * decades / 3.0 + mode.attack) + 1, limit);
 }
 
-/// Sines that turn by rotation, decaying; several beside each other, so that they keep the processor busy.
+/// Decaying sines by complex rotation; several run side by side to use the processor's vector lanes.
 class Rotors {
  public:
   static constexpr std::size_t kLanes = 8;
 
-  /// Throws away what a lane held.
+  /// Restarts a lane with a mode.
   void set(std::size_t lane, const Mode& mode) {
     const double turn = mode.hertz / kSampleRate;
     const double fall = decayPerFrame(mode.t60);

@@ -1,5 +1,5 @@
-// The parts that drums are put together from. Each one adds to one channel; times are in seconds, frequencies in Hz,
-// gains are factors, and a `t60` is the time in which a level falls by 60 dB.
+// The components that drums are built from. Each function adds to one channel. Times are in seconds, frequencies in Hz,
+// gains are factors, and `t60` is the time to fall by 60 dB.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace sivray::content {
 
-/// A rise, a time at full level, and an exponential fall.
+/// An envelope: a linear rise, a hold at full level, and an exponential fall.
 struct Shape {
   double attack = 0.0;
   double hold = 0.0;
@@ -19,13 +19,13 @@ struct Shape {
   double delay = 0.0;
 };
 
-/// Gives a shape frame by frame.
+/// Computes a shape frame by frame.
 class Envelope {
  public:
   explicit Envelope(const Shape& shape);
   double next();
 
-  /// Whether nothing but zeros will follow.
+  /// Whether the envelope has ended: all following values are 0.
   bool isOver() const { return level == 0.0; }
 
  private:
@@ -35,8 +35,8 @@ class Envelope {
   double level = 1.0;
 };
 
-/// A pitch that begins too high and falls: by `bend` times the frequency with time constant `bendTime`, and by `snap`
-/// the same way, which is the short one.
+/// A pitch that starts high and falls. `bend` and `snap` are the excess at the start, as multiples of the frequency;
+/// each decays exponentially with its time constant, `snap` faster.
 struct Glide {
   double bend = 0.0;
   double bendTime = 0.03;
@@ -44,7 +44,7 @@ struct Glide {
   double snapTime = 0.004;
 };
 
-/// Gives the factor of a glide frame by frame.
+/// Computes a glide's frequency factor frame by frame.
 class GlideRatio {
  public:
   explicit GlideRatio(const Glide& glide);
@@ -65,22 +65,22 @@ struct Tone {
 };
 void addTone(Signal& signal, const Tone& tone);
 
-/// One way in which a body rings.
+/// One decaying partial of a body.
 struct Mode {
   double hertz = 100.0;
   double gain = 1.0;
   double t60 = 0.5;
   double phase = 0.0;   ///< In turns.
-  double attack = 0.0;  ///< A linear rise, for what is set ringing by its neighbours.
+  double attack = 0.0;  ///< A linear rise, for modes that other modes excite.
 };
 
-/// Adds modes of steady pitch.
+/// Adds modes with constant frequencies.
 void addModes(Signal& signal, std::span<const Mode> modes);
 
-/// Adds modes that all follow one glide, as those of a struck skin do.
+/// Adds modes whose frequencies all follow one glide, as a struck skin's do.
 void addModes(Signal& signal, std::span<const Mode> modes, const Glide& glide);
 
-/// A band of noise. Its level does not depend on how wide the band is.
+/// A band of noise. Its level is independent of its width.
 struct NoiseBand {
   double low = 20.0;
   double high = 20000.0;
@@ -90,7 +90,7 @@ struct NoiseBand {
 };
 void addNoise(Signal& signal, Noise noise, const NoiseBand& band);
 
-/// The blow itself: a burst of one rounded swing of a sine, with noise around it.
+/// The stroke: one rounded cycle of a sine, with noise around it.
 struct Click {
   double hertz = 3000.0;
   double seconds = 0.002;
@@ -99,7 +99,7 @@ struct Click {
 };
 void addClick(Signal& signal, Noise noise, const Click& click);
 
-/// A square or saw without steps between samples.
+/// A band-limited square or saw.
 class BandLimited {
  public:
   explicit BandLimited(double startPhase) : phase(startPhase) {}
@@ -113,16 +113,16 @@ class BandLimited {
   double phase;
 };
 
-/// Adds `from` times `gain` to `to`, as far as both reach.
+/// Adds `from` times `gain` to `to`, up to the shorter length.
 void mixInto(Signal& to, const Signal& from, double gain);
 
-/// Root of the mean square; 0 for nothing.
+/// Returns the RMS; 0 for an empty signal.
 double rmsOf(const Signal& signal);
 
-/// The highest sample of all channels, regardless of its sign.
+/// Returns the largest absolute sample of all channels.
 double peakOf(const Sound& sound);
 
-/// Scales so that the highest sample stands at `peak`; silence stays.
+/// Scales so that the largest absolute sample is `peak`. Silence is left unchanged.
 void normalise(Signal& signal, double peak);
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// Random numbers of our own, the same on every machine, and the dice that one channel of a sound is thrown with.
+// Random numbers that are the same on every machine, and the generators of one channel of a sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace sivray::content {
 
-/// A permuted congruential generator of 32 bits.
+/// A permuted congruential generator (PCG) with 32-bit output.
 class Random {
  public:
   explicit Random(std::uint64_t seed) : state(seed * kMultiplier + kIncrement) { next(); }
@@ -21,16 +21,16 @@ class Random {
     return (mixed >> turn) | (mixed << ((32 - turn) & 31));
   }
 
-  /// From 0 to below 1.
+  /// Returns a number from 0 to below 1.
   double unit() { return static_cast<double>(next()) * 0x1p-32; }
 
-  /// From -1 to below 1.
+  /// Returns a number from -1 to below 1.
   double both() { return unit() * 2.0 - 1.0; }
 
-  /// From `low` to below `high`.
+  /// Returns a number from `low` to below `high`.
   double between(double low, double high) { return low + (high - low) * unit(); }
 
-  /// Roughly normal, mean 0, variance 1, within ±3.5.
+  /// Returns a roughly normal number: mean 0, variance 1, within ±3.5.
   double normal() { return (both() + both() + both() + both()) * 0.8660254037844386; }
 
  private:
@@ -40,7 +40,7 @@ class Random {
   std::uint64_t state;
 };
 
-/// A seed made of a text, the same everywhere.
+/// Returns a seed derived from a text, the same on every machine.
 inline std::uint64_t seedOf(std::string_view text) {
   std::uint64_t hash = 14695981039346656037U;
   for (const char c : text) {
@@ -49,7 +49,7 @@ inline std::uint64_t seedOf(std::string_view text) {
   return hash;
 }
 
-/// What one channel is thrown with: `shared` falls alike on both sides, `own` differs.
+/// The generators of one channel: `shared` yields the same numbers in both channels, `own` different ones.
 struct Dice {
   Dice(std::uint64_t seed, int channel) : shared(seed), own(seed + 1000U + static_cast<unsigned>(channel)) {}
 
@@ -57,7 +57,7 @@ struct Dice {
   Random own;
 };
 
-/// White noise of variance 1. `width` 0 sounds alike on both sides, 1 is independent.
+/// White noise of variance 1. At `width` 0 both channels are the same, at 1 independent.
 class Noise {
  public:
   Noise(const Dice& dice, std::uint64_t layer, double width)

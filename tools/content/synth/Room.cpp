@@ -1,3 +1,4 @@
+// Random echoes in stretches, each darker than the one before.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Room.h"
 
@@ -14,7 +15,8 @@ namespace {
 constexpr double kEchoesPerSecond = 1400.0;
 constexpr double kFirstEcho = 0.003;
 
-/// The stretches of the tail: where each ends, as a share of its time, and how far its low-pass has sunk.
+/// A section of the tail: its end as a share of the tail's length, and its low-pass cut-off as a share of the first
+/// one.
 struct Stretch {
   double end, brightness;
 };
@@ -24,7 +26,7 @@ struct Echo {
   double seconds, gain;
 };
 
-/// Echoes at irregular times in a falling line, of total power 1.
+/// Returns echoes at irregular times with falling levels, of total power 1.
 std::vector<Echo> echoesOf(double seconds, Random& dice) {
   std::vector<Echo> echoes;
   double power = 0.0;

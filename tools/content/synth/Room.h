@@ -8,12 +8,12 @@
 namespace sivray::content {
 
 struct RoomSettings {
-  double amount = 0.0;   ///< Level of the room against the drum, 0 to 1.
+  double amount = 0.0;   ///< Level of the room relative to the drum, 0 to 1.
   double seconds = 0.3;  ///< Time in which it falls by 60 dB.
-  double bright = 7000;  ///< Where the echoes' low-pass begins, in Hz; it sinks with time.
+  double bright = 7000;  ///< Initial cut-off of the echoes' low-pass, in Hz; it falls over time.
 };
 
-/// Adds the room to one channel, in place; the signal keeps its length.
+/// Adds the room to one channel, in place, without making it longer. `own` must differ between channels.
 void addRoom(Signal& signal, Random own, const RoomSettings& room);
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// A stretch of one channel of sound, and the sound of one or two such channels, at 44100 Hz.
+// One channel of sound, and sounds of one or two channels, at 44100 Hz.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,3 +1,4 @@
+// The list of tables, and the threads that render their rows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/waves/FactoryWaves.h"
 
@@ -19,10 +20,10 @@ namespace {
 
 struct Table {
   std::string_view file;
-  double loudness;  ///< What its waves are levelled to, in dB; see Leveller.
+  double loudness;  ///< Target loudness of its waves, in dB; see Leveller.h.
 };
 
-/// The tables by category. Short and sharp sounds reach a lower loudness at the same peak than long and dense ones.
+/// The tables by category. At the same peak, short and sharp sounds reach a lower loudness than long and dense ones.
 constexpr std::array<Table, kCategoryNames.size()> kTables{{{"kick.txt", -10.0},
                                                             {"snare.txt", -10.0},
                                                             {"clap.txt", -11.0},

@@ -1,4 +1,4 @@
-// The factory waves: the tables of a folder, made to sound.
+// Renders the factory waves from a folder of tables.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,20 +11,21 @@
 
 namespace sivray::content {
 
-/// A row with the category it stands in.
+/// A row and its table's category.
 struct FactoryRow {
   int category = 0;  ///< Index into kCategoryNames.
   WaveRow row;
 };
 
-/// Reads all tables of the folder, in the order of the categories. Throws TableError for a mistake in one, also for a
-/// name that another table has, and for a table that cannot be read.
+/// Reads all tables of the folder, in the order of the categories. Throws TableError for a mistake in a table, a name
+/// that appears in two tables, and a table that cannot be read.
 std::vector<FactoryRow> readFactoryRows(const std::filesystem::path& folder);
 
-/// One wave. It hangs on nothing but its row: its neighbours may come and go.
+/// Renders one wave. It depends on its row alone, so other rows may change without changing it.
 Wave makeWave(const FactoryRow& row);
 
-/// All waves of a folder of tables, made on all cores. The same bytes on every machine.
+/// Renders all waves of a folder of tables on all cores. The result is the same on every machine. Throws as
+/// `readFactoryRows`.
 std::vector<Wave> makeFactoryWaves(const std::filesystem::path& folder);
 
 }  // namespace sivray::content

@@ -1,3 +1,4 @@
+// The common parameters, and the processing that they control after the model.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/waves/Finish.h"
 
@@ -13,22 +14,23 @@
 namespace sivray::content {
 namespace {
 
-/// Below this, against the peak, a fall has ended.
+/// The decay ends where it falls below this level relative to the peak.
 constexpr double kEndDecibels = -60.0;
 
-/// A fade-in that is too short to soften a blow and long enough to begin at zero.
+/// Too short to soften an attack, long enough to start at zero.
 constexpr std::size_t kFadeInFrames = 12;
 constexpr std::size_t kReversedFadeInFrames = 200;
 constexpr double kShortestFade = 0.005;
 constexpr double kLongestFade = 0.08;
 
-/// The part of a sound that its last fade takes: where it has fallen of its own, and where it would go on ringing.
+/// The share of a sound that its final fade takes: the first if it has decayed by itself, the second if it would ring
+/// on.
 constexpr double kFadeShare = 0.15;
 constexpr double kRingingFadeShare = 0.35;
 
 constexpr std::uint64_t kStrokeSeed = 7919;
 
-/// The blows one after the other, each thrown with its own dice.
+/// Renders the strokes in sequence, each with its own random numbers.
 Signal playStrokes(const Model& model, const Parameters& p, std::uint64_t seed, int channel) {
   const std::vector<double>& strokes = p.list("strokes");
   const std::vector<double>& gains = p.list("strokegains");
@@ -48,7 +50,7 @@ Signal playStrokes(const Model& model, const Parameters& p, std::uint64_t seed, 
   return signal;
 }
 
-/// Scales all channels alike, so that the highest sample stands at 1.
+/// Scales all channels by one factor, so that the largest absolute sample is 1.
 void normaliseTogether(Sound& sound) {
   const double peak = peakOf(sound);
   for (Signal& channel : sound) {
@@ -58,7 +60,7 @@ void normaliseTogether(Sound& sound) {
   }
 }
 
-/// A coarse clock, and a coarse scale whose steps grow with the level, as early machines had them.
+/// Reduces the sample rate, and the resolution on a scale whose steps grow with the level, as early samplers did.
 void crush(Signal& signal, double hertz, double bits) {
   const double step = hertz / kSampleRate;
   const double scale = powerOfTwo(bits - 1.0);
@@ -103,7 +105,7 @@ void gate(Signal& signal, const Parameters& p) {
   }
 }
 
-/// Cuts off what lies below hearing, then fades both ends.
+/// Cuts the inaudible end off, then fades both ends.
 void trim(Sound& sound, std::size_t fadeIn) {
   const double quiet = peakOf(sound) * factorOfDecibels(kEndDecibels);
   std::size_t frames = 2 * fadeIn;
@@ -132,15 +134,15 @@ void trim(Sound& sound, std::size_t fadeIn) {
 
 const std::vector<ParameterRule>& commonRules() {
   static const std::vector<ParameterRule> rules{
-      {"length", {1500}, 20, 5900},        // The longest that it may last.
+      {"length", {1500}, 20, 5900},        // Longest duration.
       {"width", {0}, 0, 1},                // 0 makes a mono wave.
-      {"strokes", {0, 0}, 0, 3000},        // When blows fall.
-      {"strokegains", {0, 0}, -40, 6},     // Their levels in dB; the last number holds for the rest.
-      {"bits", {16}, 3, 16},               // Coarse scale.
-      {"clock", {44100}, 2000, 44100},     // Coarse clock in Hz.
+      {"strokes", {0, 0}, 0, 3000},        // Times of the strokes.
+      {"strokegains", {0, 0}, -40, 6},     // Their levels in dB; further strokes take the last number.
+      {"bits", {16}, 3, 16},               // Resolution.
+      {"clock", {44100}, 2000, 44100},     // Reduced sample rate in Hz.
       {"drive", {0}, 0, 48},               // Saturation in dB.
       {"lowcut", {22}, 10, 12000},         // High-pass in Hz,
-      {"steep", {1}, 1, 4},                // and how often it is run through.
+      {"steep", {1}, 1, 4},                // and the number of passes.
       {"highcut", {20000}, 100, 20000},    // Low-pass in Hz.
       {"shelf", {0}, -24, 24},             // High shelf in dB.
       {"shelfhz", {5000}, 200, 16000},     //
@@ -150,10 +152,10 @@ const std::vector<ParameterRule>& commonRules() {
       {"hall", {0}, 0, 2},                 // A hall around it.
       {"hallms", {1500}, 100, 8000},       //
       {"hallbright", {6000}, 300, 18000},  //
-      {"gate", {5900}, 1, 5900},           // From when it is choked,
-      {"gatems", {60}, 1, 2000},           // and how long that takes.
+      {"gate", {5900}, 1, 5900},           // Start of a choke,
+      {"gatems", {60}, 1, 2000},           // and its duration.
       {"reverse", {0}, 0, 1},              // 1 plays it backwards.
-      {"trim", {0}, -12, 3}};              // Level against its category in dB.
+      {"trim", {0}, -12, 3}};              // Level relative to its category in dB.
   return rules;
 }
 

@@ -1,4 +1,4 @@
-// What every wave goes through behind its model: channels, strokes, drive, filters, rooms, and clean ends.
+// The processing that every wave gets after its model: channels, strokes, drive, filters, rooms, and clean ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,11 +8,11 @@
 
 namespace sivray::content {
 
-/// The parameters that a row may set whatever its model is.
+/// Returns the parameters that a row of any model may set.
 const std::vector<ParameterRule>& commonRules();
 
-/// The model's sound from its first blow to the end of its fall. One channel, or two where `width` is above 0. It
-/// begins and ends at zero and has no constant part. `seed` is what all chance in it hangs on.
+/// Renders a sound from its first stroke to the end of its decay: one channel, or two if `width` is above 0. It starts
+/// and ends at zero and has no DC offset. `seed` determines every random number in it.
 Sound makeSound(const Model& model, const Parameters& parameters, std::uint64_t seed);
 
 }  // namespace sivray::content

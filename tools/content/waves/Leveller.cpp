@@ -1,3 +1,4 @@
+// Loudness with an ear's weighting, and the gain and soft clipping that reach a target.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/waves/Leveller.h"
 
@@ -28,7 +29,7 @@ void scale(Sound& sound, double factor) {
   }
 }
 
-/// Takes the constant part out, by a hump over the whole length that leaves both ends as they are.
+/// Removes the DC offset by subtracting a raised cosine over the whole length, which leaves both ends unchanged.
 void centre(Signal& signal) {
   const double turn = 1.0 / static_cast<double>(signal.size() - 1);
   double sum = 0.0;
@@ -42,7 +43,7 @@ void centre(Signal& signal) {
   }
 }
 
-/// With its peak at 1, bent by some dB and brought back to 1.
+/// Returns a sound of peak 1, amplified by `decibels` into the soft clipper and scaled back to peak 1.
 Sound bent(const Sound& sound, double decibels) {
   const double gain = factorOfDecibels(decibels);
   Sound out = sound;

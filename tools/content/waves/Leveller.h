@@ -1,4 +1,4 @@
-// Brings waves of one category to one loudness, within what a peak below full scale allows.
+// Scales waves of one category to one loudness, within limits on their peak.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,12 +6,12 @@
 
 namespace sivray::content {
 
-/// The loudness of the loudest 80 ms, in dB against a full-scale square, weighted as the ear hears it.
+/// Returns the loudness of the loudest 80 ms, weighted by frequency as the ear does, in dB relative to a full-scale
+/// square wave.
 double loudnessOf(const Sound& sound);
 
-/// Scales so that the loudness comes as near to `target` dB as it can with the peak between -9 and -1 dB. Where it is
-/// too quiet at the higher end, its peaks are bent over, by at most 6 dB.
-/// The constant part of each channel goes too.
+/// Scales so that the loudness comes as close to `target` dB as a peak between -9 and -1 dB allows. If the sound is too
+/// quiet at -1 dB, its peaks are soft-clipped by at most 6 dB. Also removes each channel's DC offset.
 void level(Sound& sound, double target);
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// The sound designers' tables, one per category, as rows that a wave can be made from.
+// The sound designers' tables, one per category, as rows; each row describes a wave.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,12 +19,12 @@ class TableError : public std::runtime_error {
 
 struct WaveRow {
   std::string name;
-  int line = 0;  ///< Where it stands in its table.
+  int line = 0;  ///< Line number in its table.
   const Model* model = nullptr;
   Parameters parameters;
 };
 
-/// Reads one table. `file` names it in errors. Throws TableError.
+/// Parses one table. `file` is the name that errors show. Throws TableError.
 std::vector<WaveRow> parseWaveTable(std::string_view text, std::string_view file);
 
 }  // namespace sivray::content
