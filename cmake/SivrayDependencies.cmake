@@ -1,9 +1,10 @@
-# What the system calls but does not contain: headers of msgpack-c and picojson, and JUCE, whose modules are compiled once,
-# into one library that serves the editor and the tools.
+# External libraries: the headers of msgpack-c and picojson, and JUCE, whose modules are compiled once into one library for
+# the editor and the tools.
+# SPDX-License-Identifier: GPL-3.0-or-later
 
 # sivray_headers(<name> <entry> [<header or folder>...])
-# Makes the interface library <name> of headers in the system's include folder. A cross compiler must not see that folder,
-# which is this system's: it gets links to these headers alone.
+# Creates the interface library <name> for headers in the system's include folder. A cross compiler must not see that
+# folder, which belongs to the build system, so it gets links to these headers alone.
 function(sivray_headers name entry)
   find_path(${name}_INCLUDE_DIR ${entry} PATHS /usr/include REQUIRED)
   set(folder "${${name}_INCLUDE_DIR}")
@@ -47,7 +48,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>
     INTERFACE
       $<TARGET_PROPERTY:sivray_juce,COMPILE_DEFINITIONS>)
-  # No time is spent in JUCE, and the sanitizers watch our own code: it is compiled plainly and quickly.
+  # JUCE is not performance-critical, and the sanitizers need only our own code: it is compiled without either, to build fast.
   target_compile_options(sivray_juce PRIVATE -O1 -g0 -fno-sanitize=all)
   target_include_directories(sivray_juce SYSTEM INTERFACE
     $<TARGET_PROPERTY:sivray_juce,INCLUDE_DIRECTORIES>)

@@ -1,7 +1,8 @@
-# How a room becomes a library, and the flags that all of our own code is built with.
+# Functions that build a room as a library, and the compiler flags of all our own code.
+# SPDX-License-Identifier: GPL-3.0-or-later
 #
-# A room sees the headers of the rooms that it links and no others: each room exports an include root that
-# holds nothing but a link to its own folder, so that an include against the order of the house fails to compile.
+# A room sees only the headers of the rooms that it links: each room exports an include root that holds nothing but a link
+# to its own folder, so that including any other room fails to compile.
 
 option(SIVRAY_BUILD_TOOLS "Build the programs that people run; the tests need them" ON)
 option(SIVRAY_BUILD_EDITOR "Build the editor and link it into the library (needs JUCE)" ON)
@@ -20,19 +21,19 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
 find_package(Threads REQUIRED)
 
-# Warnings and floating-point rules of our own code. No contraction: single-precision steps round one by one,
-# the same on every machine and compiler.
+# Warnings and floating-point rules of our own code. No contraction: each single-precision step is rounded separately, so
+# that results are the same with every machine and compiler.
 add_library(sivray_options INTERFACE)
 target_compile_options(sivray_options INTERFACE
   -Wall -Wextra -Wshadow -Wconversion -Werror -ffp-contract=off)
 if(WIN32)
-  # On 64-bit Windows GCC aligns the stack to 16 bytes only, whatever its 32-byte vectors ask: they move unaligned.
+  # On 64-bit Windows GCC aligns the stack to 16 bytes only, also for its 32-byte vectors: use unaligned moves.
   target_compile_options(sivray_options INTERFACE -Wa,-muse-unaligned-vector-move)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
 
 # sivray_room(<name> FOLDER <folder below src> [LINKS <rooms>...] [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
-# Makes the library sivray_<name> of all sources in the folder itself (not in its sub-folders). LINKS are the rooms that
+# Builds the library sivray_<name> from all sources in the folder itself (not in its sub-folders). LINKS are the rooms that
 # its headers include, PRIVATE those that only its sources include; scripts/check_links.py compares both with the code.
 function(sivray_room name)
   cmake_parse_arguments(ROOM "" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
@@ -50,7 +51,7 @@ function(sivray_room name)
     add_library(sivray_${name} STATIC ${sources} ${headers})
     set(scope PUBLIC)
     target_link_libraries(sivray_${name} PRIVATE sivray_options ${ROOM_PRIVATE})
-    # What bears the audio thread's mark calls nothing that may wait. Tests are free to: their listeners write records.
+    # Functions marked for the audio thread must not call anything that may block. Tests may, because their listeners record.
     target_compile_options(sivray_${name} PRIVATE
       $<$<AND:$<CXX_COMPILER_ID:Clang>,$<VERSION_GREATER_EQUAL:$<CXX_COMPILER_VERSION>,20>>:-Wfunction-effects>)
   else()
@@ -62,9 +63,9 @@ function(sivray_room name)
 endfunction()
 
 # sivray_module(<name> FOLDER <folder below src> LINKS <rooms>...)
-# Makes the library that hosts load, in a folder of its own name that also takes its content. It exports what the
-# folder's exports.map names; everything else stays inside, so that neither a host's symbols nor another plug-in's
-# meet ours, and so that nothing keeps the library in memory when its host lets go of it.
+# Builds the library that hosts load, in a folder of its own name that also holds its content. It exports only the names in
+# the folder's exports.map, so that its symbols cannot clash with a host's or another plug-in's, and so that nothing keeps
+# the library in memory after the host has unloaded it.
 function(sivray_module name)
   cmake_parse_arguments(MODULE "" "FOLDER" "LINKS" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${MODULE_FOLDER}")
@@ -74,12 +75,12 @@ function(sivray_module name)
   target_link_libraries(${name} PRIVATE sivray_options ${MODULE_LINKS})
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${name}")
   if(WIN32)
-    # The compiler's libraries go in, so that the library needs nothing but what every Windows has. What it exports is
-    # marked in the code. No time goes into its head: the same sources give the same bytes.
+    # The compiler's libraries are linked statically, so that the library needs only what every Windows has. Exports are
+    # marked in the code. Its header has no time stamp: the same sources give the same bytes.
     target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
   else()
-    # A name that nobody defines is an error here, but for what Clang's sanitizers bring into the host's program.
-    # Its own calls stay inside, whatever a host exports under the same names.
+    # An undefined symbol is an error, except with Clang's sanitizers, whose symbols the host's program defines. Calls
+    # between our own functions are bound inside the library, even if a host exports the same names.
     target_link_options(${name} PRIVATE "-Wl,--version-script=${folder}/exports.map" -Wl,-Bsymbolic
       $<$<CXX_COMPILER_ID:GNU>:-Wl,-z,defs>)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS "${folder}/exports.map")
@@ -87,7 +88,7 @@ function(sivray_module name)
 endfunction()
 
 # sivray_test(<name> [LINKS <libraries>...])
-# Makes the program test_<name> of all sources in the calling folder's <name> sub-folder.
+# Builds the program test_<name> from all sources in the calling folder's sub-folder <name>.
 function(sivray_test name)
   cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")

@@ -1,5 +1,6 @@
-# Copies the built content from the folder FROM into the folder TO, or says that there is none. Files that are the same
-# stay as they are.
+# Copies the built content from the folder FROM into the folder TO, or prints a message if there is none. Unchanged
+# files are not written.
+# SPDX-License-Identifier: GPL-3.0-or-later
 if(EXISTS "${FROM}/Tesh/Bramel/Macro/Sivray/readme.json")
   file(COPY "${FROM}/Tesh" DESTINATION "${TO}")
   message(STATUS "${TO} holds the library and its content")

@@ -1,5 +1,5 @@
-// A description with its files. The input is cut at the words "@@@@": the JSON text, then one piece for each file that
-// it names, in the order in which they are asked for. What was read then plays one block and goes through a state.
+// Fuzzes the macro description. The input is split at "@@@@": first the JSON text, then one piece for each file that it
+// names, in the order in which they are requested. The result plays one block and is saved as a state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -17,7 +17,7 @@ using namespace tesh::vimo;
 using Processor = PluginMacroControllable<Generator<float>>;
 using Bytes = std::vector<std::uint8_t>;
 
-/// Gives the pieces of the input one after the other.
+/// Hands out the pieces of the input in order.
 class Pieces {
  public:
   explicit Pieces(std::span<const std::uint8_t> input) : rest(input) {}

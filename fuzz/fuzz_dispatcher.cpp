@@ -1,5 +1,5 @@
-// A host that makes calls in any order with any numbers: what it gets stays in the room that it gave, and what it hears
-// is finite. Each call is a kind, an opcode, an index, a value and a payload.
+// Fuzzes the calls of a host, in any order and with any numbers: answers must stay within the buffers of the host, and
+// all audio must be finite. Each call is a kind, an opcode, an index, a value and a payload.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -20,7 +20,7 @@ namespace {
 using namespace tesh::bramel::vst;
 using fuzz::Input;
 
-/// The plug-in, which lives through all inputs and starts each from the same state.
+/// The plug-in. It exists for all inputs, and each input starts from the same state.
 class Host {
  public:
   Host() {
@@ -36,7 +36,7 @@ class Host {
     for (std::int32_t index = 0; index < effect->numParams; ++index) {
       effect->setParameter(effect, index, 0.5F);
     }
-    if (stateWasSet) {  // Reads waves, which takes longer than all else.
+    if (stateWasSet) {  // Loading waves takes longer than everything else.
       dispatch(effSetChunk, 0, static_cast<std::intptr_t>(start.size()), start.data(), 0.0F);
       stateWasSet = false;
     }
@@ -103,7 +103,7 @@ class Host {
 
   void setChunk(Input& input) {
     stateWasSet = true;
-    // A damaged copy of a good state gets further than bytes alone.
+    // A damaged copy of a valid state reaches deeper code than random bytes.
     std::vector<std::uint8_t> state = start;
     state.resize(std::min<std::size_t>(state.size(), input.number<std::uint32_t>()));
     const std::size_t offset = state.empty() ? 0 : input.number<std::uint32_t>() % state.size();
@@ -117,13 +117,13 @@ class Host {
     const auto index = input.number<std::int32_t>();
     const auto value = static_cast<std::intptr_t>(input.number<std::int32_t>());
     const auto opt = input.number<float>();
-    // These read as much as their numbers say, end the plug-in, or write through a number.
+    // Skipped: they read as many bytes as a number says, end the plug-in, or write through a number.
     if (opcode == effClose || opcode == effProcessEvents || opcode == effSetChunk ||
         opcode == effGetSpeakerArrangement) {
       return;
     }
     if (opcode == effMainsChanged) {
-      value != 0 ? instrument->resume() : instrument->suspend();  // Without the wait.
+      value != 0 ? instrument->resume() : instrument->suspend();  // Without the 300 ms wait of a resume.
       return;
     }
     constexpr std::size_t kRoom = 64;

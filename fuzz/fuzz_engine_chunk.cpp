@@ -1,5 +1,5 @@
-// The engine's chunk: whatever bytes come, every value stays in its range, and what the engine then exports it takes
-// back unchanged. The first byte picks the size, the others lie over the start of a chunk.
+// Fuzzes the engine's chunk: for any bytes every value stays in its range, and the engine accepts its own export
+// unchanged. The first byte chooses the size; the others overwrite the start of a valid chunk.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -14,7 +14,7 @@ namespace {
 
 using namespace tesh::bramel::plugin::sivray;
 
-/// A short slot: building and filling it takes no time.
+/// A short sample slot keeps building and filling the engine fast.
 constexpr std::size_t kSlot = 64;
 
 std::vector<std::uint8_t> chunkOf(const std::uint8_t* data, std::size_t size) {

@@ -1,4 +1,4 @@
-// The envelope of a host's state: any bytes at all are either a record or nothing, and a record survives packing.
+// Fuzzes the envelope of a host's state: any bytes give a record or nothing, and a record survives packing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,5 @@
-// Files of exported programs, given to a whole instrument: whatever their bytes, what comes of them stays within its
-// bound, can be selected and played, and is gone once it has been deleted. The input follows the header of an exported
-// file.
+// Fuzzes the import of programs through a whole instrument: for any file the programs stay within their size limit, can
+// be selected and played, and are gone once deleted. The input follows the header of an exported file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <unistd.h>
 
@@ -32,7 +31,7 @@ std::unique_ptr<BramelInstrument> makeQuietInstrument() {
   return makeInstrument();
 }
 
-/// Writes an exported file whose user program file is the input.
+/// Writes an exported file that contains the input as its program file, and returns the path.
 std::string writeExport(const std::uint8_t* data, std::size_t size) {
   static const std::string path = std::filesystem::temp_directory_path() / ("import." + std::to_string(::getpid()));
   Bytes file;

@@ -1,6 +1,6 @@
-// The index files of the sample library: whatever they say, every wave that they count can be put on a pad and hit,
-// forwards and backwards, and the browser's list stays in itself. The first two bytes are the sizes of the stretch and
-// the wave records, which follow; what is left is the category file.
+// Fuzzes the index files of the sample library: for any contents, every wave that they count can be assigned to a pad
+// and played in both directions, and the browser's list stays within its bounds. The first two bytes are the sizes of
+// the sample and wave index, which follow; the rest is the category file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>

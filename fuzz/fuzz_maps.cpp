@@ -1,4 +1,4 @@
-// Both maps: any text either fails with the library's error or fills the map within its bounds.
+// Fuzzes both controller maps: any text either fails with the library's error or fills the map within its bounds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstddef>
 #include <cstdint>

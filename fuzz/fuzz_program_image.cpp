@@ -1,5 +1,5 @@
-// Program images and exported files: any bytes give whole programs or none, and what was read survives saving.
-// The first byte chooses the macro count.
+// Fuzzes program images and exported files: any bytes give whole programs or none, and accepted programs survive
+// saving. The first byte chooses the macro count.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstddef>
 #include <cstdint>

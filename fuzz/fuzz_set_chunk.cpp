@@ -1,6 +1,6 @@
-// A host's state, given to a whole instrument that plays on: whatever bytes come, what host and ear get stays in range,
-// and the state that results is one that the instrument takes back unchanged. The first byte says what the others are:
-// a state, the content of its envelope, or the macro section of such a content.
+// Fuzzes loading a host's state into a playing instrument: for any bytes, parameters and audio stay in range, and the
+// instrument accepts its own saved state unchanged. The first byte says what follows: a state, the content of its
+// envelope, or the macro section of the content.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 #include <cstdlib>
@@ -15,7 +15,7 @@ namespace {
 using namespace instrument;
 
 constexpr std::int32_t kFrames = 64;
-/// First bytes below it ask for the round trip, which is most of the time that an input takes.
+/// A first byte below this asks for the round trip, which takes most of an input's time.
 constexpr std::uint8_t kRoundTrips = 32;
 
 void require(bool holds) {

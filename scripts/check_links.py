@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Compares what each room links, what its files include, and what docs/architecture.md says that it stands on.
+"""Compares the rooms that each room links, those that its files include, and those that docs/architecture.md lists.
 
 A room's LINKS must be exactly the rooms that its headers include, and its PRIVATE exactly those that only its sources
 include. A room that it reaches through another one must be named as well. The last two columns of the page's table must
@@ -46,7 +46,7 @@ def names(rooms):
 
 
 def check_includes(rooms):
-    """One line for each room whose links are not those that its files need. A room without files is not begun yet."""
+    """One line for each room whose links are not those that its files need. Rooms without files are skipped."""
     room_of = {room.folder: name for name, (_, room) in rooms.items()}
     for name, (kind, room) in rooms.items():
         folder = ROOT / "src" / room.folder
@@ -84,7 +84,7 @@ def check_table(rooms):
         for name in matches:
             room = rooms[name][1]
             if not fnmatch.fnmatch("src/" + room.folder, re.sub("<.*>", "*", folder)):
-                yield f"docs/architecture.md: {name} lies in src/{room.folder}"
+                yield f"docs/architecture.md: {name} is in src/{room.folder}"
             said = [set().union(*(spoken_for(word) or {word} for word in column)) for column in columns]
             if said != [room.links, room.private]:
                 yield f"docs/architecture.md: {name} has LINKS {names(room.links)}, PRIVATE {names(room.private)}"

@@ -1,12 +1,12 @@
-# Installs what packages.txt names and this machine lacks, and builds. Sourced by ./run and ./test; needs bash.
+# Functions that install missing packages and build. Sourced by ./run and ./test; needs bash.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# The compiler cache serves every checkout, wherever it lies.
+# Lets all checkouts share the compiler cache.
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
 
 say() { printf '\n== %s\n' "$*"; }
 
-# install_packages FILE: every missing package of FILE, through apt-get, as root or with sudo.
+# install_packages FILE: installs every missing package that FILE lists, through apt-get, as root or with sudo.
 install_packages() {
   local wanted missing=() package privileged=()
   mapfile -t wanted < <(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "$1")
@@ -23,12 +23,12 @@ install_packages() {
   "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# install_optional FILE: install_packages, but a failure is one line of text and a false result.
+# install_optional FILE: as install_packages, but on failure prints one line and returns false.
 install_optional() {
-  install_packages "$1" 2>/dev/null || { echo "Not to be had here: the packages in $1"; return 1; }
+  install_packages "$1" 2>/dev/null || { echo "Skipped: the packages in $1 cannot be installed here"; return 1; }
 }
 
-# configure PRESET: only when it has not been done, or its description has changed.
+# configure PRESET: configures the build if it is new or its presets or packages have changed.
 configure() {
   local stamp="build/$1/.configured"
   if [ ! -e "build/$1/build.ninja" ] || [ CMakePresets.json -nt "$stamp" ] || [ packages.txt -nt "$stamp" ]; then
@@ -39,7 +39,7 @@ configure() {
   fi
 }
 
-# build PRESET [TARGETS...]: configure and build.
+# build PRESET [TARGETS...]: configures and builds.
 build() {
   local preset="$1"
   shift

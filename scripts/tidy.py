@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over our own translation units of one build folder, several at a time.
 
-A file whose text, headers, flags and configuration have passed before is not looked at again: what passed is
-remembered by hash in $SIVRAY_TIDY_CACHE (default ~/.cache/sivray-tidy).
+A file is skipped if its text, headers, flags and configuration have passed before: the hashes of passed files are kept in
+$SIVRAY_TIDY_CACHE (default ~/.cache/sivray-tidy).
 
 Usage: tidy.py BUILD_FOLDER [PATH_PREFIX...]
 """
@@ -24,7 +24,7 @@ ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "tools" / "content
 
 
 def closure(path, seen):
-    """The texts of `path` and of all our own headers that it reaches, in a stable order."""
+    """Adds to `seen` the texts of `path` and of all our own headers that it includes, directly or not."""
     if path in seen:
         return
     text = path.read_bytes()
@@ -65,7 +65,7 @@ def main():
             stamp = CACHE / fingerprint(path, entry["command"], version)
             if not stamp.exists():
                 todo.append((path, stamp))
-    print(f"clang-tidy: {len(todo)} files to look at", flush=True)
+    print(f"clang-tidy: {len(todo)} files to check", flush=True)
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         jobs = {pool.submit(check, path, build): (path, stamp) for path, stamp in todo}

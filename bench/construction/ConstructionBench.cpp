@@ -1,5 +1,5 @@
-// What it takes to build the whole processor from the content that BRAMEL_COMMON_FILES names, and to go from one of its
-// programs to the next with the waves that differ.
+// The cost of building the whole processor from the content that BRAMEL_COMMON_FILES names, and of changing from one of
+// its programs to the next, including the waves that differ.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 

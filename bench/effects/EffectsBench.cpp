@@ -88,7 +88,7 @@ struct Whole {
   SivrayMultiEffector master;
 };
 
-/// Long enough for the slowest glide.
+/// Renders until the slowest smoothed value has settled.
 template <typename Subject>
 void settle(Subject& subject, Input& input) {
   for (int i = 0; i < 200; ++i) {
@@ -107,7 +107,7 @@ void frames(benchmark::State& state, int type) {
   state.SetItemsProcessed(state.iterations() * kFrames);
 }
 
-/// Fills the caches with something else, as a host with many other plug-ins does.
+/// Evicts the caches, as the other plug-ins of a busy host do.
 void evictCaches() {
   static std::vector<char> other(std::size_t{64} << 20);
   for (std::size_t i = 0; i < other.size(); i += 64) {

@@ -36,7 +36,7 @@ constexpr std::uint32_t kMasterOut = parameterId(kMasterGroup, 0);
 constexpr int kBypass = 0;
 constexpr int kDefaultEffect = 12;
 
-/// Blocks until the shortest sound of a scene nears its end.
+/// Hits are this many blocks apart: the shortest sound of a scene is then almost over.
 constexpr int kBlocksPerHit = 1500;
 
 struct Scene {
@@ -107,7 +107,7 @@ class Player {
   int played = 0;
 };
 
-/// Eight voices at rest on one kernel, with nothing around them.
+/// Eight voices on one kernel, without effect and output stage.
 class Voices {
  public:
   explicit Voices(const VoiceKernel& kernel) {
@@ -168,7 +168,7 @@ void changeWave(benchmark::State& state) {
   }
 }
 
-/// With `others` engines alive beside the one that is built.
+/// Builds an engine while `others` engines exist.
 void build(benchmark::State& state, int others) {
   std::vector<std::unique_ptr<Plugin>> alive;
   alive.reserve(static_cast<std::size_t>(others));
@@ -188,7 +188,7 @@ int countKernel(const VoiceKernel& kernel, int blocks) {
   return 0;
 }
 
-/// Resident memory of this process.
+/// Returns the resident memory of this process in kilobytes.
 long residentKilobytes() {
   long size = 0;
   long resident = 0;

@@ -20,10 +20,10 @@ namespace {
 using namespace tesh::vimo;
 using Plugin = tesh::bramel::plugin::sivray::SivrayPlugin<tesh::bramel::plugin::sivray::VstXSynth>;
 
-/// Movements that fit the room which the engine's list of records has from the start.
+/// The most movements per block that fit the engine's list of records as first reserved, without growing it.
 constexpr int kMovesPerBlock = 400;
 
-/// A processor of the real engine with 128 macros of one number of sets, on the levels and pans of the pads.
+/// A processor with the real engine and 128 macros of `sets` sets each, on the levels and pans of the pads.
 struct Scene {
   explicit Scene(std::size_t setsEach) : processor("Sivray", std::make_unique<Plugin>()) {
     for (std::uint32_t macro = 0; macro < 128; ++macro) {

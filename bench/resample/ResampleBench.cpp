@@ -22,7 +22,7 @@ using namespace tesh::bramel::vst;
 
 constexpr std::int32_t kFrames = 128;
 
-/// Leaves its outputs as they are but for the first sample of each, which keeps the resampler from resting.
+/// Writes only the first sample of each output, which keeps the resampler from skipping silence.
 class Engine : public CFsConvListener {
  public:
   explicit Engine(bool isSounding) : level(isSounding ? 0.5F : 0.0F) {}

@@ -1,4 +1,4 @@
-// What the shell adds to a block, and what a state costs.
+// The cost that the shell adds to a block, and of saving and loading a state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
@@ -56,7 +56,7 @@ void idleBlock(benchmark::State& state) {
 }
 BENCHMARK(idleBlock);
 
-/// The argument is the number of parameters that move in each block.
+/// Measures a block in which several parameters move; the benchmark's argument is their number.
 void movingBlock(benchmark::State& state) {
   Scene scene;
   float value = 0.0F;
@@ -84,7 +84,7 @@ void notes(benchmark::State& state) {
 }
 BENCHMARK(notes);
 
-/// The argument is the number of factory programs, which every state carries.
+/// Measures saving a state; the argument is the number of factory programs, which every state carries.
 void saveState(benchmark::State& state) {
   const support::SampleFolder folder(support::assortedWaves(12, 900));
   const auto shell = makeInstrument(static_cast<int>(state.range(0)));
@@ -102,7 +102,7 @@ void loadState(benchmark::State& state) {
     player.shell->setState(saved.data(), saved.size());
     player.left.clear();
     player.right.clear();
-    player.play(1);  // The values leave the queue, as between two loads of a host.
+    player.play(1);  // Applies the queued values, as a host's blocks between two loads do.
   }
 }
 BENCHMARK(loadState)->Arg(2)->Arg(128)->Unit(benchmark::kMicrosecond);

@@ -1,4 +1,4 @@
-// The instruments that the checks measure with: counted calls, guarded buffers, facts of a sound.
+// The checks' measuring tools: counted calls, guarded buffers, facts about a sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

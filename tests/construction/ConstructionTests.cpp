@@ -1,4 +1,4 @@
-// The whole processor out of files in a folder of its own: order, start state, and what missing files do.
+// Building the whole processor from a folder of files: order, start state, missing files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/construction/Construction.h"
 
@@ -81,7 +81,7 @@ class Construction : public testing::Test {
   fs::path userFolder;
 };
 
-/// One block of nothing, which takes in what waits.
+/// Renders a silent block, which applies pending changes.
 void runBlock(Processor& processor) {
   std::vector<float> samples(64);
   float* outputs[2] = {samples.data(), samples.data()};

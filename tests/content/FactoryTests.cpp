@@ -1,4 +1,4 @@
-// The factory content as it is installed: the processor comes up with it, and every kit sounds as it should.
+// The installed factory content: the processor loads it, and every kit sounds as intended.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ class Factory : public testing::Test {
   }
 };
 
-/// Two roads lead from a kit to the engine's integers: its macros, and the engine's own chunk. They must meet.
+/// A kit reaches the engine's integers in two ways, by its macros and by the engine's own chunk. Both must agree.
 TEST_F(Factory, ProgramsReachTheEngineAsTheKitsSay) {
   KitMeter meter;
   const auto& controller = meter.instrument().controller();
@@ -94,7 +94,7 @@ TEST_F(Factory, ComesUpWithItsFirstProgramBeforeTheFirstBlock) {
   }
 }
 
-/// What a fresh engine holds, a program without an entry gets: but for the groups, which a fresh engine gives to every
+/// A program without an entry gets the engine's own default, except for the groups, which a new engine assigns to every
 /// pad, and the effect.
 TEST_F(Factory, DefaultsAreThoseOfTheEngine) {
   KitMeter meter;
@@ -154,7 +154,7 @@ TEST_F(Factory, KitsAreLevelledAndNoneClips) {
                                    << " dB: run sivray-content balance after a change of waves";
 }
 
-/// The pads play the same roles in every kit, so that a pattern fits all of them.
+/// The pads have the same roles in every kit, so that a pattern fits all of them.
 TEST_F(Factory, HatsExcludeEachOtherInEveryKit) {
   for (const auto& [file, kit] : factory::readBank(SIVRAY_KITS_FOLDER)) {
     EXPECT_EQ(kit.pads[6].group, factory::ExclusiveGroup::a) << file;

@@ -1,4 +1,4 @@
-// Looking into files: what is whole is shown as a whole, and what is broken is answered with a place.
+// Inspections: valid files are shown in full, and broken ones with the place of the fault.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/inspect/Inspect.h"
 
@@ -61,7 +61,7 @@ class Inspect : public testing::Test {
     return inspect(name, Bytes(text.begin(), text.end()));
   }
 
-  /// All kinds of files that a bank makes, by the names that they are found under.
+  /// Returns all kinds of files that a bank makes, with the names by which they are recognised.
   static std::vector<std::pair<std::string, Bytes>> wholeFiles() {
     const factory::FactoryBank bank = smallBank();
     const Bytes chunk = factory::makeMacroChunk(bank);

@@ -1,4 +1,4 @@
-// Sample libraries: what the writer writes, the engine and the browser read; and folders of sound files become one.
+// Sample libraries: engine and browser read what the writer wrote, and folders of sound files become a library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -75,7 +75,7 @@ TEST(WaveNames, AreCutAndNeverTwice) {
   }
 }
 
-/// Sound files of a user, made with the library that reads them.
+/// A user's sound files, written with the library that reads them.
 class Pack : public testing::Test {
  protected:
   template <typename Format>
@@ -126,7 +126,7 @@ TEST_F(Pack, KeepsRatesSidesAndSamplesOfAllThreeFormats) {
     EXPECT_EQ(wave.right, right) << name;
   };
   expect(0, "a", 0, 44100, Samples(7, 8192), Samples(7, -8192));
-  const std::size_t b = result.waves[1].name == "b" ? 1 : 2;  // The folders' order hangs on the case of their names.
+  const std::size_t b = result.waves[1].name == "b" ? 1 : 2;  // The folders' order depends on the case of their names.
   expect(b, "b", 1, 22050, Samples(10, 16384), {});
   expect(3 - b, "loud", 1, 48000, Samples(5, 32767), Samples(5, -32768));
   expect(3, "c", 3, 96000, Samples(9, -4096), {});

@@ -1,4 +1,4 @@
-// A folder of its own for one test, gone when the test is.
+// A temporary folder for one test, removed with the object.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

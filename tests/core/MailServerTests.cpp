@@ -53,7 +53,7 @@ TEST(Mail, GrowsThePoolOnlyWhenAllOfItIsInFlight) {
   EXPECT_EQ(unpooled.receive(), 7);
 }
 
-/// Counts its copies, and refuses the one that it is told to.
+/// Counts its copies, and throws at a chosen one.
 struct Parcel {
   Parcel(std::shared_ptr<int> counted, bool isBad = false) : content(std::move(counted)), refuses(isBad) {}
   Parcel(const Parcel& other) : content(other.content), refuses(other.refuses) {
@@ -89,7 +89,7 @@ TEST(Mail, KeepsNothingOfWhatWasTakenOrCouldNotBePosted) {
     mail.postAll(batch.begin(), batch.end());
     EXPECT_EQ(server->nodeCount(), 3U);
   }
-  EXPECT_EQ(content.use_count(), 3);  // Posted and never received: the pool has them.
+  EXPECT_EQ(content.use_count(), 3);  // Posted and never received: the pool still holds them.
   server.reset();
   EXPECT_EQ(content.use_count(), 1);
 }

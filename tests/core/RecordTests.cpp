@@ -1,4 +1,4 @@
-// The small records and laws that everything above stands on: their ends and their edges.
+// The small records and functions that all rooms use, at the ends of their ranges.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-// A plain model of the master effect, step by step and sample by sample, around effects of its own.
+// A plain model of the master effect, one sample at a time, with its own effects inside.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The audio thread's side of the master effect asks for no memory.
+// The audio thread's calls of the master effect allocate nothing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 

@@ -24,7 +24,7 @@ void render(Subject& subject, Stereo& s, int from, int count) {
   subject.process(block, count);
 }
 
-/// One random act on both; the same dice for both.
+/// Applies one random action to both, with equal random numbers.
 template <typename Act>
 void onBoth(SivrayMultiEffector& fast, model::Master& plain, Act&& act) {
   act(fast);
@@ -82,7 +82,7 @@ TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
   Dice dice(77);
   for (int i = 0; i < 3 * kEffectTypeCount; ++i) {
     onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount](auto& m) { m.setValue(0, type); });
-    // The first three blocks end where the immediate mode does, so that the edit before the fourth must glide.
+    // The first three blocks end with the immediate mode, so the edit before the fourth must glide.
     for (const int count : {1, 20, 23, 1, 64, 700, 2048}) {
       onBoth(fast, plain, [edit = dice.upTo(127)](auto& m) {
         m.setValue(2, edit);
@@ -125,7 +125,7 @@ TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
   master.reset();
   Stereo warm(4096);
   render(master, warm, 0, 4096);
-  // From the bypass to the room reverb at level 0: both give their input, so that the fade's rounding alone is heard.
+  // From the bypass to the room reverb at level 0: both pass their input through, so only the fade's rounding is heard.
   master.setValue(0, 14);
   Stereo s(60);
   std::fill(s.left.begin(), s.left.end(), std::int16_t{1000});
@@ -170,7 +170,7 @@ TEST(MultiEffector, BadCountsAndIndicesChangeNothing) {
   EXPECT_EQ(master.value(-1), 0);
 }
 
-TEST(MultiEffector, WritersOnOtherThreadsMayRunBesideTheAudioThread) {
+TEST(MultiEffector, TakesTheLastValueOfWritersBesideTheAudioThread) {
   SivrayMultiEffector master;
   std::atomic<bool> done{false};
   const auto write = [&](unsigned seed) {
@@ -200,6 +200,11 @@ TEST(MultiEffector, WritersOnOtherThreadsMayRunBesideTheAudioThread) {
   done = true;
   first.join();
   second.join();
+  master.setValue(1, 0);
+  Stereo silence(4096);
+  render(master, silence, 0, 4096);
+  EXPECT_TRUE(std::all_of(silence.left.end() - 100, silence.left.end(), [](int x) { return x == 0; }))
+      << "the value set last switches the effect off";
 }
 
 }  // namespace

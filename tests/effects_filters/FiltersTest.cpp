@@ -1,4 +1,4 @@
-// The filters against plain models, and what their knobs promise.
+// The filters against plain models, their tables, and their gains for steady tones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/CombFilter.h"
 #include "effects/filters/EqualizerTables.h"
@@ -88,7 +88,7 @@ TEST(Filters, TablesHoldTheirEndsTheirOrderAndTheirSums) {
   EXPECT_EQ(formant1[1], 4516);  // 4558 - 1331 / 32
 }
 
-/// Half the swing of the last 100 samples, of a steady input that may alternate in sign.
+/// Returns the peak of the last 100 samples for a constant input, or one that alternates in sign.
 int steadyLevel(SivrayFx& effect, int edit1, int edit2, int level, bool alternating) {
   effect.setParameter(kEdit1, edit1);
   effect.setParameter(kEdit2, edit2);
@@ -112,14 +112,9 @@ TEST(Filters, SteadyTonesComeOutAtTheLevelOfTheirKnobs) {
   EffectAdapter<PeakingEQ> peaking;  // a bell leaves both ends of the spectrum alone
   EXPECT_NEAR(steadyLevel(peaking, 60, 127, 10000, false), 10000, 30);
   EXPECT_NEAR(steadyLevel(peaking, 60, 0, 10000, true), 10000, 30);
-  Lowpass lowpass;
-  EXPECT_NEAR(steadyLevel(lowpass, 60, 0, 10000, false), 10000, 30);
-  EXPECT_NEAR(steadyLevel(lowpass, 20, 0, 10000, true), 0, 10);
-  Highpass highpass;
-  EXPECT_NEAR(steadyLevel(highpass, 40, 30, 20000, false), 0, 3);
 }
 
-TEST(Filters, CombWithoutFeedbackPassesTheSoundAndVoicesOfOppositeSignCancel) {
+TEST(Filters, CombWithoutFeedbackPassesTheSound) {
   EffectAdapter<CombFilter> comb;
   comb.setParameter(kEdit1, 0);
   comb.setParameter(kEdit2, 0);
@@ -129,29 +124,6 @@ TEST(Filters, CombWithoutFeedbackPassesTheSoundAndVoicesOfOppositeSignCancel) {
   std::replace(expected.left.begin(), expected.left.end(), std::int16_t{-32768}, std::int16_t{-32767});
   process(comb, sound);
   EXPECT_EQ(sound.left, expected.left);
-
-  SivrayFxTalkingModulator talking;
-  talking.setParameter(kEdit1, 30);
-  Stereo opposite = constantSound(2000, 12345);
-  std::fill(opposite.right.begin(), opposite.right.end(), std::int16_t{-12345});
-  process(talking, opposite);
-  EXPECT_EQ(opposite, Stereo(2000));
-}
-
-TEST(Filters, OtherIndicesAreIgnoredAndWrongValuesMasked) {
-  SivrayFxEqualizer equalizer;
-  Bandpass bandpass;
-  SivrayFxTalkingModulator talking;
-  EffectAdapter<PeakingEQ> peaking;
-  EffectAdapter<CombFilter> comb;
-  for (SivrayFx* effect : std::initializer_list<SivrayFx*>{&equalizer, &bandpass, &talking, &peaking, &comb}) {
-    EXPECT_EQ(effect->setParameter(kEdit1, -1), 127);
-    EXPECT_EQ(effect->setParameter(kEdit2, 128 + 5), 5);
-    EXPECT_EQ(effect->setParameter(99, 5), 0);
-    StereoBlock nothing;
-    effect->process(nothing, 0);
-    turnKnobsWhileItRuns(*effect);
-  }
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The two conversions of the older effect interface, and when its wrapper sleeps.
+// The sample conversions of the older effect interface, and the sleep of its wrapper.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/BasicEffect.h"
 
@@ -15,7 +15,7 @@ namespace tesh::vimo {
 
 namespace {
 
-/// Passes samples on and notes its calls.
+/// Copies its input and records its calls.
 class Probe : public BasicEffect {
  public:
   Probe() {
@@ -43,7 +43,7 @@ class Probe : public BasicEffect {
   std::vector<int> seen;
 };
 
-/// Passes floats on.
+/// Copies its input.
 class FloatProbe : public BasicEffect {
  public:
   void processFloat(FloatBlock in, FloatBlock out, unsigned count) override {
@@ -100,7 +100,7 @@ struct Sleeper {
     adapter = std::make_unique<FastEffectAdapter>(std::move(owned));
   }
 
-  /// Gives the number of samples that the inner effect ran.
+  /// Processes a block and returns the number of samples that the inner effect ran.
   unsigned run(unsigned count, std::int16_t lastRight) {
     std::vector<std::int16_t> left(count);
     std::vector<std::int16_t> right(count);

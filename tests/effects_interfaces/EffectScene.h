@@ -25,7 +25,7 @@ struct Stereo {
   bool operator==(const Stereo&) const = default;
 };
 
-/// Chance and drum-like input.
+/// Random numbers, and drum-like input.
 class Dice {
  public:
   explicit Dice(unsigned seed) : engine(seed) {}
@@ -33,7 +33,7 @@ class Dice {
   int upTo(int last) { return std::uniform_int_distribution<int>(0, last)(engine); }
   bool oneIn(int n) { return upTo(n - 1) == 0; }
 
-  /// Noise at a level drawn per block, now and then silence or the ends of the range.
+  /// Returns noise of random level; sometimes silence or full scale.
   Stereo input(int frames) {
     Stereo s(static_cast<std::size_t>(frames));
     const int level = oneIn(4) ? 0 : 1 << upTo(15);
@@ -45,7 +45,7 @@ class Dice {
     return s;
   }
 
-  /// 1 to 2048, often small.
+  /// Returns a size from 1 to 2048, usually small.
   int blockSize() { return 1 + upTo((1 << (1 + upTo(10))) - 1); }
 
  private:
@@ -57,8 +57,8 @@ class Dice {
   std::mt19937 engine;
 };
 
-/// `Fast` and `Model` answer setParameter(index, value), setTempo(tenths), setImmediate(on), reset() and
-/// process(block, count).
+/// Plays random scenes through both and compares every sample. `Fast` and `Model` need setParameter(index, value),
+/// setTempo(tenths), setImmediate(on), reset() and process(block, count).
 template <typename Fast, typename Model>
 void expectSameSound(Fast& fast, Model& model, unsigned seed, int blocks) {
   Dice dice(seed);

@@ -91,7 +91,8 @@ TEST(PendingSettings, HandsOverOnceAndTheLatest) {
   EXPECT_EQ(pending.peek(), 9);
 }
 
-/// Gives out its smoothed Edit1, and runs `inTheMiddle` at the tenth sample of a block.
+/// Outputs Edit1 on the left and its smoothed value on the right, and runs `inTheMiddle` at the tenth sample of a
+/// block.
 struct ProbeLaw {
   struct Settings {
     std::int32_t level = -1;
@@ -119,7 +120,7 @@ struct RhythmicLaw : ProbeLaw {
   static constexpr int kOtherRestart = kRhythmicRestart;
 };
 
-/// A block of 200 samples.
+/// Returns the next 200 samples.
 template <typename Effect>
 std::array<std::array<std::int16_t, 200>, 2> played(Effect& effect) {
   std::array<std::array<std::int16_t, 200>, 2> sound{};
@@ -134,7 +135,10 @@ TEST(TwoKnobEffect, AnswersParametersAndTransportForItsLaw) {
   EXPECT_EQ(direct.setParameter(1, 55), 0);
   EXPECT_EQ(adapted.setParameter(1, 55), 55);
   EXPECT_EQ(adapted.setParameter(kEdit1, -1), 127);
+  EXPECT_EQ(adapted.setParameter(kEdit2, 128 + 5), 5);
   EXPECT_EQ(adapted.setParameter(4, 55), 0);
+  StereoBlock nothing;
+  direct.process(nothing, 0);
   for (const auto& [effect, expected] : {std::pair<SivrayFx*, int>{&direct, 1}, {&adapted, 2}}) {
     ProbeLaw::resets = 0;
     for (const int code : {2, 5, 6}) {

@@ -1,4 +1,4 @@
-// The phaser against a plain model of its law, and what the knobs of the integer modulation effects promise.
+// The phaser against a plain model, the table of speeds, and the ends of the knobs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 #include <memory>
@@ -6,9 +6,7 @@
 
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/modulation/LfoTables.h"
-#include "effects/modulation/Q60393Autopan.h"
 #include "effects/modulation/Q60393Phaser.h"
-#include "effects/modulation/Q60393Tremolo.h"
 #include "effects/modulation/Ringmod.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
 #include "effects_modulation/PlainModel.h"
@@ -104,29 +102,6 @@ TEST(IntegerModulation, EndsOfTheKnobsBehaveAsTheirNamesSay) {
   Stereo loud = constantSound(200, 20000);
   process(ring, loud);
   EXPECT_EQ(loud.right.back(), 32767);
-}
-
-TEST(IntegerModulation, OtherIndicesAreIgnoredAndWrongValuesMasked) {
-  SivrayFxChorusFlanger direct;
-  EffectAdapter<Q60393Phaser> adapted;
-  EXPECT_EQ(direct.setParameter(0, 55), 0);
-  EXPECT_EQ(direct.setParameter(3, 128 + 5), 5);
-  EXPECT_EQ(adapted.setParameter(1, 55), 55);
-  EXPECT_EQ(adapted.setParameter(99, 55), 0);
-  EXPECT_EQ(adapted.setParameter(2, -1), 127);
-  StereoBlock nothing;
-  adapted.process(nothing, 0);
-}
-
-TEST(IntegerModulation, KnobsMayTurnWhileTheEffectsRun) {
-  SivrayFxChorusFlanger flanger;
-  EffectAdapter<Q60393Phaser> phaser;
-  EffectAdapter<Q60393Tremolo> tremolo;
-  EffectAdapter<Q60393Autopan> autopan;
-  EffectAdapter<Ringmod> ring;
-  for (SivrayFx* effect : std::initializer_list<SivrayFx*>{&flanger, &phaser, &tremolo, &autopan, &ring}) {
-    turnKnobsWhileItRuns(*effect);
-  }
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
-// The frame of a plain effect model, which takes one sample at a time in 64 bits, and the arithmetic that models share.
+// The base of the plain effect models, which compute one sample at a time in 64 bits, and arithmetic that they share.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdint>
-#include <thread>
 
 #include "effects/interfaces/SivrayFx.h"
 #include "effects_interfaces/EffectScene.h"
@@ -21,7 +19,7 @@ struct PlainModel {
   virtual void edit(unsigned index, std::int64_t knob) = 0;
   virtual void setTempo(int) {}
   virtual void reset() = 0;
-  virtual void grid() {}  ///< Before samples whose index in the block is a multiple of 64.
+  virtual void grid() {}  ///< Called before each sample whose index in the block is a multiple of 64.
   virtual void sample(std::int64_t& left, std::int64_t& right) = 0;
 
   void setParameter(unsigned index, int value) {
@@ -48,7 +46,7 @@ struct PlainModel {
   bool immediate = false;
 };
 
-/// Random scenes of many short blocks, each from a fresh effect and a fresh model on.
+/// Compares effect and model over random scenes of many short blocks; each scene starts with a fresh pair.
 template <typename Effect, typename Model>
 void playScenes(const Model& fresh, int blocks = 150) {
   SCOPED_TRACE(testing::internal::GetTypeName<Effect>());
@@ -59,7 +57,7 @@ void playScenes(const Model& fresh, int blocks = 150) {
   }
 }
 
-/// A constant input.
+/// Returns a constant sound on both channels.
 inline Stereo constantSound(std::size_t frames, std::int16_t value) {
   Stereo sound(frames);
   std::fill(sound.left.begin(), sound.left.end(), value);
@@ -70,25 +68,6 @@ inline Stereo constantSound(std::size_t frames, std::int16_t value) {
 inline void process(SivrayFx& effect, Stereo& sound) {
   StereoBlock block = sound.block();
   effect.process(block, static_cast<unsigned>(sound.left.size()));
-}
-
-/// Turns both knobs and the tempo on one thread while the calling one processes; the thread sanitizer judges.
-inline void turnKnobsWhileItRuns(SivrayFx& effect) {
-  std::atomic<bool> ends{false};
-  std::thread turner([&] {
-    for (int i = 0; !ends; ++i) {
-      effect.setParameter(2, i);
-      effect.setParameter(3, i * 7);
-      effect.setTempo(i % 3000);
-    }
-  });
-  Stereo sound = constantSound(333, 1000);
-  for (int i = 0; i < 40; ++i) {
-    effect.setImmediate(i % 8 == 0);
-    process(effect, sound);
-  }
-  ends = true;
-  turner.join();
 }
 
 inline std::int64_t clampTo(std::int64_t x, std::int64_t limit) { return std::clamp(x, -limit, limit); }

@@ -1,4 +1,4 @@
-// Both forms of the stereo lanes against each other and against the scalar arithmetic that they stand for.
+// The vector form of the stereo lanes against the plain form, and the short leak against the long one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/StereoLanes.h"
 

@@ -1,4 +1,5 @@
-// A slow, plain model of the hall, whose product runs in vector registers: one array per line, one statement per step.
+// A plain model of the hall: one array per delay line and one statement per step, where the product uses vector
+// registers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +17,7 @@ using tesh::bramel::plugin::sivray::effects::StereoBlock;
 inline int sat(long x) { return static_cast<int>(x > 32767 ? 32767 : (x < -32767 ? -32767 : x)); }
 inline int linearKnob(int i) { return i == 127 ? 32767 : 258 * i; }
 
-/// With the sleep of its wrapper.
+/// The hall including its wrapper's sleep.
 class Hall {
  public:
   int decayKnob = 0, levelKnob = 0, decay = 0, level = 0, levelState = 0;

@@ -1,4 +1,4 @@
-// The grain shifter against a plain model, and the grids that tempo and knobs give.
+// The grain shifter against a plain model, and the slicer's table and timing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 
@@ -97,7 +97,7 @@ struct GrainModel : PlainModel {
   }
 };
 
-/// An effect with memory of its own; `code` other than 0 resets it by that message.
+/// An effect with its own delay memory. If `code` is not 0, `reset` sends it as a notification instead.
 template <typename Effect, int code = 0>
 struct Played {
   Played() {
@@ -132,7 +132,7 @@ TEST(Rhythmic, SlicerLevelsHoldTheirEndsTheirOrderAndTheirSums) {
   EXPECT_EQ(weighted, 455294079);
 }
 
-/// The sound of a constant input over one bar at 120 beats per minute, after the make-up level has settled.
+/// Returns one bar at 120 bpm of a constant input, after the make-up gain has settled.
 Stereo slicedConstant(int hold) {
   EffectAdapter<Slicer> slicer;
   slicer.setParameter(kEdit1, 50);
@@ -155,47 +155,6 @@ TEST(Rhythmic, SlicerOpensForItsShareOfTheBeat) {
   for (std::size_t beat = 0; beat < 4; ++beat) {
     EXPECT_GT(half.left[beat * 22050 + 5000], 9000);
     EXPECT_EQ(half.left[beat * 22050 + 20000], 0);
-  }
-}
-
-/// Noise through a grain shifter that has its settings and starts its clock afresh.
-struct GrainScene {
-  GrainScene(int speed, int balance, int frames) : in(static_cast<std::size_t>(frames)), out(in) {
-    played.setParameter(kEdit1, speed);
-    played.setParameter(kEdit2, balance);
-    Stereo settle(64);
-    StereoBlock block = settle.block();
-    played.process(block, 64);
-    played.reset();
-    Dice dice(5);
-    for (std::size_t i = 0; i < in.left.size(); ++i) {
-      in.left[i] = static_cast<std::int16_t>(dice.upTo(20000) - 10000);
-      in.right[i] = static_cast<std::int16_t>(dice.upTo(20000) - 10000);
-    }
-    out = in;
-    block = out.block();
-    played.process(block, static_cast<unsigned>(frames));
-  }
-  Played<SivrayFxGrainShifter> played;
-  Stereo in, out;
-};
-
-TEST(Rhythmic, GrainShifterRepeatsItsGrainForHalfACycle) {
-  for (const auto& [speed, grain, from, to] : {std::tuple{0, 22050U, 2000U, 60000U}, {127, 172U, 2000U, 5000U}}) {
-    const Stereo out = GrainScene(speed, 127, 90000).out;
-    EXPECT_GT(*std::max_element(out.left.begin() + from, out.left.begin() + to), 1000);
-    int difference = 0;
-    for (std::size_t i = from; i < to; ++i) {
-      // The record fade lasts into the repeats.
-      const bool joins = i % grain < 2000 && speed == 0;
-      difference = joins ? difference : std::max(difference, std::abs(out.left[i] - out.left[i + grain]));
-    }
-    EXPECT_LE(difference, 2) << speed;
-    EXPECT_EQ(out.left, out.right);
-  }
-  const GrainScene dry(0, 0, 100000);  // the dry sound alone, times 32767 / 32768
-  for (std::size_t i = 0; i < dry.in.left.size(); ++i) {
-    ASSERT_EQ(dry.out.left[i], dry.in.left[i] * 32767 >> 15);
   }
 }
 
@@ -230,7 +189,7 @@ TEST(Rhythmic, BothLaneFormsOfTheGrainLawGiveTheSame) {
   }
 }
 
-TEST(Rhythmic, AnyTempoIsSafeAndWrongValuesAreMasked) {
+TEST(Rhythmic, AnyTempoIsSafe) {
   Played<SivrayFxGrainShifter> grain;
   EffectAdapter<Slicer> slicer;
   Stereo sound = constantSound(5000, 1000);
@@ -239,12 +198,6 @@ TEST(Rhythmic, AnyTempoIsSafeAndWrongValuesAreMasked) {
       effect->setTempo(tenths);
       process(*effect, sound);
     }
-    EXPECT_EQ(effect->setParameter(kEdit1, -1), 127);
-    EXPECT_EQ(effect->setParameter(kEdit2, 128 + 5), 5);
-    EXPECT_EQ(effect->setParameter(99, 5), 0);
-    StereoBlock nothing;
-    effect->process(nothing, 0);
-    turnKnobsWhileItRuns(*effect);
   }
 }
 

@@ -51,10 +51,10 @@ class RandomScene {
   int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
 
   void queueMessage(int frame) {
-    constexpr std::array<int, 8> kStatus{0x90, 0x90, 0x99, 0x90, 0x80, 0xB0, 0xF4, 0xE0};
+    constexpr std::array<int, 8> kStatus{0x90, 0x90, 0x99, 0x93, 0x80, 0xBF, 0xF4, 0xE0};
     const int status = kStatus[static_cast<std::size_t>(pick(0, 7))];
     int first = pick(34, 45);
-    if (status == 0xB0) {
+    if (status == 0xBF) {
       first = pick(119, 127);
     } else if (status == 0xF4) {
       first = pick(0, 4);

@@ -59,7 +59,7 @@ struct Player {
     process(1);
   }
 
-  /// The first frame of the last block that is not silent, or -1.
+  /// Returns the first non-silent frame of the last block, or -1.
   int firstSound() const {
     for (std::size_t i = 0; i < left.size(); ++i) {
       if (left[i] != 0.0F || right[i] != 0.0F) {

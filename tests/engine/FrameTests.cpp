@@ -1,4 +1,4 @@
-// What the frame takes in and when it takes effect, and what the engine does before a level has been set.
+// The frame's inputs and the time at which they take effect, and the engine before a level has been set.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
@@ -18,11 +18,11 @@ using namespace scene;
 constexpr std::uint32_t kPitchOfPad4 = 0x044;
 constexpr std::uint32_t kMeters = 0x130;
 
-/// Counts how often a file is opened.
+/// Counts the openings of a file.
 class OpenCounter {
  public:
   explicit OpenCounter(const std::string& path) : queue(inotify_init1(IN_NONBLOCK)) {
-    // Watching the closing too keeps the system from merging two openings into one event.
+    // Watching closes too keeps the kernel from merging two opens into one event.
     inotify_add_watch(queue, path.c_str(), IN_OPEN | IN_CLOSE);
   }
   ~OpenCounter() { ::close(queue); }
@@ -121,52 +121,6 @@ TEST(Frame, TellsItsListenerOncePerBurst) {
   EXPECT_EQ(player.plugin.getParameter(kPitchOfPad4), 0.5F) << "an empty block takes in and renders nothing";
   player.process(4);
   EXPECT_NE(player.plugin.getParameter(kPitchOfPad4), 0.5F);
-}
-
-TEST(Frame, AppliesAParameterBeforeANoteOfTheSameFrame) {
-  Player player;
-  openMaster(player);
-  player.note(7, 36);
-  player.automate(7, 0x00C, 1.0F);  // mute
-  player.process(512);
-  EXPECT_EQ(player.firstSound(), -1);
-}
-
-TEST(Frame, ReleasesGatedPadsByNoteOffsAndAllNotesOff) {
-  struct Case {
-    std::initializer_list<int> message;
-    bool releases;
-  };
-  const std::array<Case, 7> cases{{{{0x80, 36, 0}, true},
-                                   {{0x93, 36, 0}, true},
-                                   {{0xB0, 123, 0}, true},
-                                   {{0xBF, 126, 0}, true},
-                                   {{0xB0, 120, 0}, false},
-                                   {{0x80, 37, 0}, false},
-                                   {{0xE0, 36, 0}, false}}};
-  for (const Case& each : cases) {
-    Player player(kWaves, 3000);
-    openMaster(player);
-    player.set(0x002, 1.0F);  // gate
-    player.set(0x007, 0.0F);  // shortest decay
-    player.set(0x00D, 0.0F);  // past the effect
-    player.note(0, 36);
-    player.process(64);
-    player.message(0, each.message);
-    player.process(1000);  // the fall takes 778 frames
-    player.process(300);
-    EXPECT_EQ(player.firstSound() < 0, each.releases) << std::hex << *each.message.begin();
-  }
-}
-
-TEST(Frame, SilencesEverythingWhenActivated) {
-  Player player;
-  openMaster(player);
-  player.note(0, 36);
-  player.process(64);
-  player.plugin.activate();
-  player.process(512);
-  EXPECT_EQ(player.firstSound(), -1);
 }
 
 TEST(Frame, SurvivesWildValuesAndBlocksAboveItsLargest) {

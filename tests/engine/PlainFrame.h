@@ -1,5 +1,5 @@
-// A plain model of the frame, the sequencer and the output stage, around voices and an effect of its own. The engine
-// must give the same samples to the last bit.
+// A plain model of the frame, the sequencer and the output stage, with its own voices and effect. The engine's samples
+// must equal the model's to the last bit.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -48,9 +48,8 @@ class Frame {
     effect.reset();
   }
 
-  /// Renders a block; gives the lengths of its slices.
-  std::vector<int> process(int frames, std::vector<float>& left, std::vector<float>& right) {
-    std::vector<int> slices;
+  /// Renders a block.
+  void process(int frames, std::vector<float>& left, std::vector<float>& right) {
     left.clear();
     right.clear();
     for (int remaining = frames; remaining > 0;) {
@@ -66,7 +65,6 @@ class Frame {
       const std::int64_t wait = active.empty() ? remaining : active.front().frame - position;
       const int slice = wait < 0 || wait > remaining ? remaining : static_cast<int>(wait);
       render(slice, left, right);
-      slices.push_back(slice);
       position += slice;
       while (!active.empty() && active.front().frame <= position) {
         fire(active.front());
@@ -75,7 +73,6 @@ class Frame {
       merged = !active.empty();
       remaining -= slice;
     }
-    return slices;
   }
 
  private:

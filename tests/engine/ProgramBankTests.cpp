@@ -1,4 +1,4 @@
-// The chunk and the programs: what is kept, what is upgraded, and what is refused.
+// The engine's chunk and programs: round trips, older versions, and invalid data.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ std::uint32_t wordAt(const Bytes& bytes, std::size_t at) {
   return word;
 }
 
-/// An older chunk of the given version word, with a level and a name in its edit buffer.
+/// Returns a chunk of an older version, with a level and a name in its edit buffer.
 Bytes olderChunk(std::uint32_t version, std::uint32_t level) {
   Bytes bytes(158448);
   setWord(bytes, 0, version);

@@ -14,7 +14,7 @@ using namespace tesh::bramel::plugin::sivray;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Writes down what fires, and renders in slices as the frame does.
+/// Records what fires, and renders in slices as the frame does.
 class Rendering : public IEventResponder {
  public:
   void onParameter(const SequencerEvent& record) override {
@@ -45,7 +45,7 @@ class Rendering : public IEventResponder {
     return slices;
   }
 
-  /// What fires in the next `frames` frames.
+  /// Returns the records that fire in the next `frames` frames.
   std::vector<std::string> firedBy(int frames) {
     fired.clear();
     slicesOf(frames);

@@ -1,4 +1,4 @@
-// Lookups in whole and in broken index files, for the engine and for a browser.
+// Lookups in valid and broken index files, by the engine and by a browser.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ Bytes sampleRecords(std::initializer_list<std::array<std::uint32_t, 3>> records)
   return bytes;
 }
 
-/// A record of 24 bytes: a word, a name of twelve bytes, two words.
+/// Appends a record of 24 bytes: a word, a name of twelve bytes, two words.
 void addRecord(Bytes& bytes, std::uint32_t first, std::string name, std::uint32_t left = 0, std::uint32_t right = 0) {
   name.resize(12, '\0');
   ByteWriter writer(bytes);
@@ -109,7 +109,7 @@ TEST(SampleLibrary, SortsByCategoryAndKeepsTheOrderWithin) {
   addRecord(records, 1, "a0");
   addRecord(records, 3, "c1");
   addRecord(records, 1, "a1");
-  records.push_back(9);  // the beginning of a record that never came
+  records.push_back(9);  // the first byte of an incomplete record
   SivraySampleLibrary library;
   ASSERT_TRUE(library.loadFrom(records));
   EXPECT_EQ(library.waveCount(), 4);

@@ -1,4 +1,4 @@
-// What a pad's slot holds after a change of its wave, from whole and from broken files.
+// The contents of a pad's slot after a change of its wave, from valid and broken files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -18,14 +18,14 @@ std::vector<std::int16_t> ramp(int first, int frames) {
   return samples;
 }
 
-/// Two pads on a library of its own.
+/// Two pads with their own sample library.
 struct Pads {
   explicit Pads(const std::vector<support::Wave>& waves) : folder(waves), file("SivrayPCM") {}
 
   void change(int pad, std::int32_t wave) { throughBack.setValue(pad, &wave); }
   std::uint64_t frames(std::size_t pad) const { return pool.slot(pad).frames; }
 
-  /// Left and right samples of all the slot's memory.
+  /// Returns one channel of the slot's whole memory.
   std::vector<std::int16_t> side(std::size_t pad, std::size_t channel) {
     std::vector<std::int16_t> samples;
     for (std::size_t i = 0; i < kSlotFrames; ++i) {

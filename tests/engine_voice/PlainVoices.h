@@ -1,5 +1,5 @@
-// A plain model of the voices: one sample and one voice at a time. It shares only the pads' settings with the code
-// under test. The kernels must give the same samples.
+// A plain model of the voices, one sample and one voice at a time. It shares only the pads' settings with the code
+// under test. The kernels' samples must equal the model's.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ inline std::int32_t mul(int bits, std::int32_t a, std::int32_t b) {
 }
 inline std::int32_t clip(std::int32_t x) { return x < -32767 ? -32767 : x > 32767 ? 32767 : x; }
 
-/// A ramp with its destination inside: `field` is the voice's value.
+/// A ramp that holds its own destination: `field` is the voice's value.
 struct Ramp {
   std::int32_t rate = 0, current = 0, target = 0, field = 0;
   bool moving = false;

@@ -1,4 +1,4 @@
-// Single values of the voices' laws: levels, pans, pitches, decays, ramps. The values come from the sound design.
+// Single values of the voices' laws: levels, pans, pitches, decays, ramps. Constants come from the sound design.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// Cents of a pitch of 0 to 48 and a fine pitch of 0 to 200, as the voices count them.
+/// Converts a pitch of 0 to 48 and a fine pitch of 0 to 200 to the voices' cents.
 constexpr std::int32_t cents(std::int32_t pitch, std::int32_t fine) { return pitch * 100 - 100 + fine; }
 
 TEST(VoiceLaws, LevelsPansAndLowBoostsHaveTheirGains) {
@@ -96,9 +96,9 @@ TEST(RampBank, KeepsItsOrderOfMovingRampsThroughJumpsAndRebinding) {
   EXPECT_EQ(bank.activeCount(), 6);
   bank.tick();
   std::int32_t moved = 40;
-  bank.bindKeepingTarget(2, &moved);  // goes on from here
+  bank.bindKeepingTarget(2, &moved);  // continues from the current value
   bank.setNow(4, 77);                 // retired by the next tick
-  bank.bind(5, &fields[5]);           // rests where it is
+  bank.bind(5, &fields[5]);           // stops at the field's value
   const std::int32_t rested = fields[5];
   bank.tick();
   EXPECT_EQ(bank.activeCount(), 4);

@@ -38,7 +38,7 @@ class Scene {
     core->makeVoices(*allocator, kernel);
   }
 
-  /// Some events, then a slice of 1 to 2048 frames; true if both sides agree.
+  /// Plays some events, then a slice of 1 to 2048 frames. Returns whether both sides agree.
   bool step() {
     for (int events = pick(0, 5); events > 0; --events) {
       event();

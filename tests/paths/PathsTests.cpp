@@ -1,4 +1,4 @@
-// Keys against the two trees on disk, and the writing that leaves an old file whole.
+// Path keys and the two folder trees on disk, and atomic writing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/paths/Paths.h"
 

@@ -1,4 +1,4 @@
-// What the platform layer promises on every system, and how it finds its folders on this one.
+// The platform layer's guarantees on every system, and its folders on this one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/resource.h>

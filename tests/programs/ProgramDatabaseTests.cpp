@@ -1,4 +1,4 @@
-// Program images of all versions to the byte, the list's operations, and the files around the image.
+// Program images of all versions, byte for byte, the list's operations, and the files around the image.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramDatabase.h"
 
@@ -30,7 +30,7 @@ struct Owner final : MacroProgramDatabaseDelegate {
   std::uint64_t macros = 2;
 };
 
-/// An image of `count` records with two macros each; the second macro's value is the record's number.
+/// Returns an image of `count` records with two macros each; the second macro's value is the record's number.
 Bytes image(std::uint32_t version, std::uint32_t count, std::uint32_t claimed) {
   Bytes bytes;
   ByteWriter writer(bytes);

@@ -1,4 +1,4 @@
-// The renderer from its command line to its files: what it plays, when, and what it says when it cannot.
+// The renderer from its command line to its files: sound, timing and error messages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_audio_basics/juce_audio_basics.h>
@@ -18,7 +18,8 @@ using Arguments = std::vector<std::string>;
 
 constexpr std::size_t kFrameBytes = 6;
 
-/// The first note comes when the first block, which takes in the program and its effect, is over in any size.
+/// The first note, in ticks: late enough that the first block, which applies program and effect, is over at any block
+/// size.
 constexpr double kFirstTick = 200.0;
 
 int noCheck(const Options&) { return 0; }
@@ -34,8 +35,8 @@ class Render : public testing::Test {
 
   std::string at(const std::string& name) const { return (folder.commonFiles() / name).string(); }
 
-  /// Notes on all pads over a second, with a change of tempo, a mapped controller (the master) where asked for, and
-  /// moves as text: the first from the start, the others at 0.4 s.
+  /// Writes notes on all pads over a second, a tempo change, optionally a mapped controller (the master), and moves as
+  /// text: the first at the start, the others at 0.4 s.
   void writeScore(const std::vector<const char*>& moves = {}, bool withController = true) const {
     juce::MidiMessageSequence track;
     track.addEvent(juce::MidiMessage::tempoMetaEvent(500000), 0.0);
@@ -61,7 +62,7 @@ class Render : public testing::Test {
         .write(static_cast<const char*>(stream.getData()), static_cast<std::streamsize>(stream.getDataSize()));
   }
 
-  /// Renders the score and gives the sample bytes.
+  /// Renders the score and returns the sample bytes.
   Bytes play(Arguments arguments) const {
     arguments.insert(arguments.begin(), {at("in.mid"), "-o", at("out.wav"), "--quiet", "--library", SIVRAY_MODULE});
     EXPECT_EQ(runProgram(arguments, noCheck), 0);
@@ -73,7 +74,7 @@ class Render : public testing::Test {
     return {data + std::min<std::ptrdiff_t>(file.end() - data, 8), file.end()};
   }
 
-  /// Runs what must fail: one line on standard error, status 2, no file. Gives the line.
+  /// Runs arguments that must fail with one line on standard error, status 2 and no file. Returns the line.
   std::string failure(const Arguments& arguments) const {
     testing::internal::CaptureStderr();
     EXPECT_EQ(runProgram(arguments, noCheck), 2);

@@ -1,4 +1,4 @@
-// An engine whose sound depends on the number of its frame, and a host that plays it.
+// A test engine whose sound depends on its frame number, and a host that plays it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@ namespace scene {
 
 using namespace tesh::bramel::vst;
 
-/// Plays noise, an impulse or its input, and writes down every call.
+/// Plays noise, an impulse or its input, and records every call.
 class Engine : public CFsConvListener {
  public:
   void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
@@ -46,14 +46,14 @@ class Engine : public CFsConvListener {
   float** lastOutputs = nullptr;
 
  private:
-  /// What a test writes down may be allocated.
+  /// Recording may allocate: it is not part of the code under test.
   void note(const std::string& call) {
     tesh::cofu::core::mayWait([&] { calls.push_back(call); });
   }
 
   static std::string number(float x) { return std::to_string(x).substr(0, 3); }
 
-  /// The noise of a frame depends on the frame's number alone.
+  /// Returns noise that depends on the frame number alone.
   float sample() const {
     if (playsImpulse) {
       return frame == 0 ? 1.0F : 0.0F;
@@ -78,7 +78,7 @@ std::vector<float> play(CFsConverterWrapper& converter, std::size_t frames, Next
   return left;
 }
 
-/// A host's list of events, of any length.
+/// A host's event list of any length.
 class Events {
  public:
   void add(std::int32_t delta, std::array<std::uint8_t, 3> bytes, std::int32_t type = kVstMidiType) {

@@ -1,4 +1,4 @@
-// The converter around an engine of the tests: what a host hears, and when messages reach the engine.
+// The converter around a test engine: the host's sound, and the time at which messages reach the engine.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
@@ -73,7 +73,7 @@ TEST(Converter, GivesTheBitsOfThePlainConverterInBlocksOfAnySize) {
 }
 
 TEST(Converter, PassesTheEngineAtUnityAndStopsItsImages) {
-  // At sixteen times the engine's rate an impulse of the engine comes out as the whole filter.
+  // At 16 times the engine's rate the engine's impulse comes out as the complete filter.
   constexpr double kRate = 16.0 * 44100.0;
   Engine engine;
   engine.playsImpulse = true;
@@ -106,7 +106,7 @@ TEST(Converter, LetsTheEngineWriteIntoTheHostsBuffersAtItsOwnRate) {
   EXPECT_EQ(engine.lastOutputs, outputs.data());
   EXPECT_THAT(engine.blocks, ElementsAre(21000));
 
-  // The rings have stayed as they were: another rate begins with their lead.
+  // The direct path leaves the rings unchanged: another rate starts with their lead.
   converter.setSampleRate(48000.0F);
   converter.process(nullptr, outputs.data(), 64);
   EXPECT_THAT(std::vector<float>(samples.begin(), samples.begin() + 8), testing::Each(0.0F));

@@ -1,4 +1,4 @@
-// A running converter allocates nothing.
+// The converter allocates nothing while it plays.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 

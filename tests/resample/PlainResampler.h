@@ -1,5 +1,5 @@
-// The resampler as a plain loop, one sample at a time, on a filter that is designed here from its own formulas; and the
-// converter that two of them make.
+// The resampler as a plain loop, one sample at a time, with a filter designed here from its formulas, and a converter
+// made of two of them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,8 +12,8 @@
 
 namespace scene {
 
-/// A low-pass of 384 taps, cut off at 22000 Hz, under a Kaiser window for a stop band of 85 dB, at `phases` times the
-/// signal's rate. Louder by the number of phases, since every phase alone filters the signal.
+/// A low-pass of 384 taps with a cut-off of 22000 Hz, at `phases` times the signal's rate, under a Kaiser window for 85
+/// dB of stop-band attenuation. Its gain is `phases`, since each output uses one phase alone.
 class Prototype {
  public:
   static constexpr int kLength = 384;
@@ -32,7 +32,7 @@ class Prototype {
  private:
   static constexpr double kBeta = 0.1102 * (85.0 - 8.7);
 
-  /// Fifteen terms of the series.
+  /// Fifteen terms of the series of the Bessel function I0.
   static double besselI0(double x) {
     double sum = 1.0;
     for (int k = 1; k <= 15; ++k) {
@@ -42,7 +42,7 @@ class Prototype {
   }
 
   double gain;
-  double cutoff;  ///< By half of the oversampled rate.
+  double cutoff;  ///< Relative to half of the oversampled rate.
 };
 
 /// One channel.
@@ -94,7 +94,7 @@ class PlainResampler {
   }
 
  private:
-  /// In four lanes, oldest tap first.
+  /// Sums in four lanes, oldest tap first, as the kernels do.
   float dot(const std::vector<float>& table) const {
     std::array<float, 4> lanes{};
     for (std::size_t i = 0; i < taps; ++i) {

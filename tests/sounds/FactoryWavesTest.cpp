@@ -1,4 +1,4 @@
-// The factory waves are what their categories promise. All of them are made once; under a sanitizer every ninth.
+// The factory waves have the properties of their categories. All are rendered once; under a sanitizer every ninth.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-// Every model gives the same bits with every compiler; tables say where they are wrong.
+// Every model renders the same bits with every compiler, and table errors name their place.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -25,8 +25,8 @@ std::uint64_t hashOf(const Wave& wave) {
 
 Wave waveOf(const std::string& row) { return makeWave({0, parseWaveTable(row, "here").front()}); }
 
-// A short stereo wave of each model as GCC made it; Clang, and any optimisation, has to agree. A hash changes with its
-// model or with the finish, and then only on purpose.
+// Hashes of a short stereo wave of each model, computed with GCC; Clang and all optimisation levels must agree. A hash
+// may change only with a deliberate change of its model or of the finish.
 TEST(Models, GiveTheSameBitsEverywhere) {
   const std::vector<std::pair<std::string, std::uint64_t>> golden{
       {"clap", 0xcffe4b9dd5a87821U},   {"esnare", 0x5e5bdfe983d67891U}, {"fm", 0x849623dd349ee60aU},

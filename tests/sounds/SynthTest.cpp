@@ -1,4 +1,4 @@
-// The parts that sounds are made of, against what mathematics says of them.
+// The components of the synthesis against their mathematical properties.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 

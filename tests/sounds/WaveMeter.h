@@ -1,4 +1,4 @@
-// Measures waves as an ear would: by bands, by their course in time, and against each other.
+// Measures waves as they are heard: by frequency band, over time, and against each other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@ namespace support {
 
 inline double decibels(double power) { return 10.0 * std::log10(power + 1e-15); }
 
-/// Power by frequency over the first second and a half.
+/// The power spectrum of the first 1.5 seconds.
 class Spectrum {
  public:
   explicit Spectrum(const std::vector<std::int16_t>& samples) {
@@ -30,7 +30,7 @@ class Spectrum {
     binHertz = 44100.0 / static_cast<double>(size);
   }
 
-  /// Share of the whole power that lies between two frequencies, in dB.
+  /// Returns the power between two frequencies relative to the whole, in dB.
   double share(double low, double high) const {
     double inside = 0.0;
     for (std::size_t i = 0; i < power.size(); ++i) {
@@ -45,7 +45,7 @@ class Spectrum {
   }
 
  private:
-  /// In place; the size is a power of two.
+  /// Transforms in place; the size must be a power of two.
   static void transform(std::vector<std::complex<double>>& bins) {
     const std::size_t size = bins.size();
     for (std::size_t i = 1, j = 0; i < size; ++i) {
@@ -80,7 +80,7 @@ class Spectrum {
   double binHertz = 0.0;
 };
 
-/// Root of the mean square of every stretch of `seconds`.
+/// Returns the RMS of each stretch of `seconds`.
 inline std::vector<double> courseOf(const std::vector<std::int16_t>& samples, double seconds) {
   const auto hop = static_cast<std::size_t>(seconds * 44100.0);
   std::vector<double> course((samples.size() + hop - 1) / hop);
@@ -91,7 +91,7 @@ inline std::vector<double> courseOf(const std::vector<std::int16_t>& samples, do
   return course;
 }
 
-/// Time after which nothing is louder than 20 dB below the loudest moment.
+/// Returns the time after which nothing is louder than 20 dB below the loudest moment.
 inline double lengthOf(const std::vector<std::int16_t>& samples) {
   const std::vector<double> course = courseOf(samples, 0.005);
   const double threshold = 0.1 * *std::max_element(course.begin(), course.end());
@@ -99,7 +99,7 @@ inline double lengthOf(const std::vector<std::int16_t>& samples) {
   return 0.005 * static_cast<double>(course.rend() - last);
 }
 
-/// The correlation of two sounds that begin together, from -1 to 1.
+/// Returns the correlation, -1 to 1, of two sounds that start together.
 inline double correlation(const std::vector<std::int16_t>& a, const std::vector<std::int16_t>& b) {
   double both = 0.0;
   double first = 1e-9;
@@ -112,7 +112,7 @@ inline double correlation(const std::vector<std::int16_t>& a, const std::vector<
   return both / std::sqrt(first * second);
 }
 
-/// How a sound's bands move in time, in dB: what two alike sounds have in common, whatever their noise.
+/// Returns the course of a sound's bands over time, in dB; two similar sounds agree in it whatever their noise.
 inline std::vector<double> fingerprintOf(const std::vector<std::int16_t>& samples) {
   constexpr double kEnds[]{0.01, 0.03, 0.08, 0.2, 0.5, 6.0};
   std::vector<double> print;

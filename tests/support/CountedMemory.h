@@ -1,9 +1,9 @@
-// Counts every call for memory of a test program. Replaces the program's operators: one source file of a program may
-// include it, and holds all that counts.
+// Counts every allocation and release of a test program by replacing its operators new and delete. Only one source file
+// of a program may include it, and that file holds all tests that count.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-// The sanitizers bring their own operators, which cannot be replaced or must not be mixed with ours.
+// The sanitizers have operators of their own, which cannot be replaced or must not be mixed with these.
 #if defined(__has_feature)
 #if __has_feature(thread_sanitizer) || __has_feature(address_sanitizer)
 #define SIVRAY_FIXED_OPERATORS
@@ -20,7 +20,7 @@ namespace support {
 
 inline std::atomic<int> memoryCallCount{0};
 
-/// How often memory was asked for or given back.
+/// Returns the number of allocations and releases so far.
 inline int memoryCalls() { return memoryCallCount; }
 
 }  // namespace support
