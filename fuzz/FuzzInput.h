@@ -1,4 +1,4 @@
-// The bytes of an input, read as numbers one after the other.
+// Reads the bytes of a fuzz input as numbers, one after the other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace fuzz {
 
-/// What is left of the input; past its end everything is 0.
+/// The remaining input; past its end every value is 0.
 class Input {
  public:
   Input(const std::uint8_t* newData, std::size_t newSize) : data(newData), left(newSize) {}

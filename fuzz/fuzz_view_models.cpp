@@ -1,5 +1,5 @@
-// A panel whose user does anything in any order: what the view models tell stays in range, no setter is heard by the
-// view, and a chosen sample is read back. Each call is a kind and its numbers.
+// Fuzzes the view models with a user who does anything in any order: reported values stay in range, the view hears
+// nothing of its own setters, and a chosen sample is read back. Each call is a kind and its numbers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cstdlib>
@@ -23,7 +23,7 @@ void require(bool holds) {
   }
 }
 
-/// Hands automation back to the instrument.
+/// Passes automation back to the instrument.
 struct Host final : vst::BramelInstrumentHostCallback {
   explicit Host(vst::BramelInstrument& shell) : instrument(shell) {}
   void beginEdit(std::uint64_t) override {}
@@ -38,7 +38,7 @@ struct Host final : vst::BramelInstrumentHostCallback {
   vst::BramelInstrument& instrument;
 };
 
-/// Asks for the values that it is told of, as views do.
+/// Reads every value that it is notified of, as views do.
 struct View final : IPluginEditViewModelListener {
   void onAllParametersChanged(IPluginEditViewModel& model) override { onParameterChanged(model, 0); }
   void onParameterChanged(IPluginEditViewModel& model, std::uint64_t index) override {
@@ -52,7 +52,7 @@ struct View final : IPluginEditViewModelListener {
   int heard = 0;
 };
 
-/// One instrument for all inputs, with view models and a view of its own for each.
+/// One instrument for all inputs; view models and view are new for each.
 class Panel {
  public:
   Panel() { instrument->setHostCallback(host); }

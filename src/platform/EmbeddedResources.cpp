@@ -1,3 +1,4 @@
+// Finds an embedded resource in the sorted table by binary search.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EmbeddedResources.h"
 

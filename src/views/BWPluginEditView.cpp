@@ -1,3 +1,4 @@
+// Binds controls to the view model, opens the pop-ups and shows the tooltips.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPluginEditView.h"
 

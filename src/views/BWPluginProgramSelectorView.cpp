@@ -1,3 +1,4 @@
+// Builds the program bar, steps through the programs and opens their list.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPluginProgramSelectorView.h"
 

@@ -1,3 +1,4 @@
+// Lays out the guide, the version and the two links.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPluginSettingsView.h"
 

@@ -1,3 +1,4 @@
+// Registers each editor's top component, so that a pop-up finds the nearest one above its anchor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPopupSlotView.h"
 

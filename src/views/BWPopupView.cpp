@@ -1,3 +1,4 @@
+// Attaches a pop-up to its slot, draws box, shadow and dimmed panel, and closes it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPopupView.h"
 

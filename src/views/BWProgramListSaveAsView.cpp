@@ -1,3 +1,4 @@
+// Lays out the page and saves the program under the entered name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWProgramListSaveAsView.h"
 

@@ -1,3 +1,4 @@
+// Builds the tabs and lists of the banks, and runs the actions above them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWProgramListView.h"
 

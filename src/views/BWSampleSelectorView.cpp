@@ -1,3 +1,4 @@
+// Builds the browser's tabs and lists, and follows their selections.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWSampleSelectorView.h"
 

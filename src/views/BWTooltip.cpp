@@ -1,3 +1,4 @@
+// Lays out the tooltip, and shows and hides it by a timed task.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWTooltip.h"
 

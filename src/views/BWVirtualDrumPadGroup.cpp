@@ -1,3 +1,4 @@
+// Sends notes for pressed pads and lights the pads of incoming notes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWVirtualDrumPadGroup.h"
 

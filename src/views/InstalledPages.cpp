@@ -1,3 +1,4 @@
+// Finds the installed pages in the content folder and opens them in the browser.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/InstalledPages.h"
 

@@ -1,3 +1,4 @@
+// Creates knobs, faders, buttons and switches with their pictures.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/PanelBuilder.h"
 

@@ -1,3 +1,4 @@
+// Sets the look-and-feel for the first panel and removes it after the last.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/PanelLook.h"
 

@@ -1,3 +1,4 @@
+// Places a pop-up at its anchor and moves it inside the slot.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/PopupPlacement.h"
 

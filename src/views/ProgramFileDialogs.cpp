@@ -1,3 +1,4 @@
+// Opens the dialogs for import and export and passes the chosen file to the view model.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/ProgramFileDialogs.h"
 

@@ -1,3 +1,4 @@
+// The texts and pictures of the guide.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/SettingsCatalogue.h"
 

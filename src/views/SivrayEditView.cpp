@@ -1,3 +1,4 @@
+// Builds the drum module's panel from the panel's tables.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/SivrayEditView.h"
 

@@ -1,3 +1,4 @@
+// Connects the drum module's view model and view to its instrument.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/SivrayEditorProvider.h"
 

@@ -1,5 +1,6 @@
 // An editor on a whole instrument, with a view that holds a text field, and a view model whose listeners write down
-// what they hear. SPDX-License-Identifier: GPL-3.0-or-later
+// what they hear.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <atomic>

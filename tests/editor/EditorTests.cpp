@@ -1,5 +1,6 @@
 // From the instrument's reports to the view model: on the message thread, a block at a time, and only while a view is
-// open. No screen is needed. SPDX-License-Identifier: GPL-3.0-or-later
+// open. No screen is needed.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <future>
 #include <thread>

@@ -1,3 +1,4 @@
+// Starts an X server if there is none, and creates and inspects the window through Xlib.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editor/HostWindow.h"
 

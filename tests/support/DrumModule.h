@@ -22,7 +22,7 @@ inline constexpr std::array<std::uint32_t, 11> kCategoryOfWave{9, 0, 1, 3, 0, 5,
 inline constexpr std::uint64_t kHidden = 100;  ///< The only macro that the host does not see.
 inline constexpr std::uint64_t kMacros = 101;
 
-/// The engine's number of a macro's value.
+/// Returns the engine parameter that a macro moves.
 constexpr std::uint32_t targetOf(std::uint64_t macro) {
   constexpr std::array<std::uint32_t, 5> kMasterTargets{0x100, 0x102, 0x103, 0x110, 0x101};
   return static_cast<std::uint32_t>(macro < 96 ? macro / 12 << 4 | macro % 12 : kMasterTargets[macro - 96]);
@@ -40,7 +40,7 @@ inline std::vector<Wave> categorisedWaves() {
   return made;
 }
 
-/// On the library of `folder`, with the factory programs "first" to "third".
+/// Returns an instrument on the library of `folder`, with the factory programs "first" to "third".
 inline std::shared_ptr<tesh::bramel::vst::BramelInstrument> makeInstrument(const SampleFolder& folder) {
   namespace sivray = tesh::bramel::plugin::sivray;
   using tesh::bramel::vst::BramelInstrument;

@@ -1,5 +1,5 @@
-// A hand with a mouse: sends made-up mouse events to the component below the pointer, without a screen. Beside it a
-// listener that writes down what controls tell, and a counter of repaints.
+// A simulated mouse: sends mouse events to the component below the pointer, without a screen. Also a listener that
+// records the notifications of controls, and a counter of repaints.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,8 +15,8 @@
 
 namespace sivray::test {
 
-/// Coordinates are the root's. What is pressed gets all events until the release, as with a real mouse; a component
-/// that is deleted meanwhile gets none. Example: `Hand(knob).press(10, 40).drag(10, 20).release()`.
+/// Coordinates are the root's. The pressed component gets all events until the release, as with a real mouse; a
+/// component that is deleted meanwhile gets none. Example: `Hand(knob).press(10, 40).drag(10, 20).release()`.
 class Hand {
  public:
   explicit Hand(juce::Component& rootComponent) : root(&rootComponent) {
@@ -76,7 +76,7 @@ class ControlLog : public tesh::bramel::IBWControlListener {
  public:
   std::map<const tesh::bramel::IBWControl*, std::string> names;
 
-  /// The lines so far; starts anew.
+  /// Returns the lines so far and clears them.
   std::vector<std::string> take() { return std::exchange(lines, {}); }
 
   void controlValueChanged(tesh::bramel::IBWControl& control) override { write(control, "changed"); }
@@ -101,7 +101,7 @@ class RepaintCounter {
     take();
   }
 
-  /// The repaints so far; starts anew.
+  /// Returns the repaints so far and resets the count.
   int take() { return std::exchange(*count, 0); }
 
  private:

@@ -1,5 +1,5 @@
-// All that an instrument reads at its start: a sample library, and a description of three macros of which the host does
-// not see the second.
+// The files that an instrument reads at its start: a sample library, and a description of three macros, the second
+// hidden from the host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace support {
 
-/// The files of this process for as long as it lives; the user's documents stand beside them.
+/// The common files and the user's documents of this process while this object exists.
 class InstrumentFolder : public support::SampleFolder {
  public:
   InstrumentFolder() : SampleFolder(support::assortedWaves(3, 2000)) {
@@ -35,7 +35,7 @@ class InstrumentFolder : public support::SampleFolder {
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   }
 
-  /// Levels of the first three pads, and one program that leaves them at 1, 1 and 0.5.
+  /// Returns a macro chunk: the levels of the first three pads, and one program that sets them to 1, 1 and 0.5.
   static std::vector<std::uint8_t> macroChunk() {
     constexpr std::uint32_t kPadLevel = 8;
     constexpr std::uint32_t kPadIds = 0x20;

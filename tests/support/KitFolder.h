@@ -37,7 +37,7 @@ class KitFolder {
     ::setenv("BRAMEL_DOCUMENTS", (commonFiles() / "documents").c_str(), 1);
   }
 
-  /// The common-files folder; it goes with this object.
+  /// The common-files folder; it is removed with this object.
   std::filesystem::path commonFiles() const { return samples.pathOf("../../../..").lexically_normal(); }
 
  private:
@@ -81,7 +81,7 @@ class KitFolder {
     Controller& controller = processor.controller();
     controller.setProgramName(name);
     controller.programs().storeCurrent(tesh::vimo::Bank::factory);
-    // The state shows no program as selected, so that the first block selects the first.
+    // The state has no selected program, so the first block selects the first.
     controller.programs().setSelection(0, tesh::vimo::Bank::ghost);
   }
 

@@ -1,4 +1,4 @@
-// Resources that a test brings, for a store of fonts and images.
+// Resources that a test supplies to a store of fonts and images.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@
 
 namespace support {
 
-/// Found by their names in upper case. Must outlive the lookups that it gives.
+/// Looked up by name in upper case. Must outlive the lookups that it returns.
 class NotedResources {
  public:
   using Bytes = std::vector<std::uint8_t>;
@@ -35,7 +35,7 @@ class NotedResources {
     };
   }
 
-  /// An image of this size.
+  /// Returns a PNG of this size.
   static Bytes png(int width, int height) {
     juce::MemoryOutputStream stream;
     juce::PNGImageFormat().writeImageToStream(juce::Image(juce::Image::ARGB, width, height, true), stream);
@@ -43,7 +43,7 @@ class NotedResources {
     return {data, data + stream.getDataSize()};
   }
 
-  /// A font file among those of the library.
+  /// Returns a font file of the repository.
   static Bytes face(const std::string& file) {
     std::ifstream stream(std::filesystem::path(SIVRAY_FONTS_FOLDER) / file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};

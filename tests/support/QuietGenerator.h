@@ -1,4 +1,4 @@
-// A generator that makes no sound. Tests of the layers above the engine run on it, or derive from it what they need.
+// A silent generator, for tests of the layers above the engine to use or derive from.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace tesh::vimo {
 
-/// Takes automation and drops it; has 560 parameters, 128 programs and no state.
+/// Ignores automation; has 560 parameters, 128 programs and no state.
 class QuietGenerator : public Generator<float> {
  public:
   int outputCount() const override { return 2; }

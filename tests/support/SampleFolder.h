@@ -1,5 +1,4 @@
-// A sample library on disk for tests: waves go in as samples, the files of the library come out where the path service
-// looks for them.
+// A sample library on disk for tests: it is written from samples to the folder where the path service looks for it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +14,7 @@
 
 namespace support {
 
-/// A wave as the test knows it. Mono waves have an empty right side.
+/// A wave of a test. Mono waves have an empty right side.
 struct Wave {
   std::string name;
   std::vector<std::int16_t> left;
@@ -24,7 +23,7 @@ struct Wave {
   std::uint32_t category = 1;
 };
 
-/// Noise that falls off, the same for the same seed.
+/// Returns decaying noise; a seed always gives the same.
 inline std::vector<std::int16_t> fallingNoise(std::uint32_t seed, int frames, int loudness = 30000) {
   std::vector<std::int16_t> samples;
   for (int i = 0; i < frames; ++i) {
@@ -35,7 +34,7 @@ inline std::vector<std::int16_t> fallingNoise(std::uint32_t seed, int frames, in
   return samples;
 }
 
-/// `count` waves, mono and stereo in turn, of different rates and lengths.
+/// Returns `count` waves, mono and stereo in turn, of different rates and lengths.
 inline std::vector<Wave> assortedWaves(int count, int frames) {
   std::vector<Wave> waves;
   for (int i = 0; i < count; ++i) {
@@ -52,7 +51,7 @@ inline std::vector<Wave> assortedWaves(int count, int frames) {
   return waves;
 }
 
-/// A temporary folder that is the common-files folder of this process for as long as it lives.
+/// A temporary folder that is this process's common-files folder while this object exists.
 class SampleFolder {
  public:
   explicit SampleFolder(const std::vector<Wave>& waves = {}) {

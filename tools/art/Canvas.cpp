@@ -1,3 +1,4 @@
+// Draws shapes, gradients and shadows through JUCE's graphics.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Canvas.h"
 

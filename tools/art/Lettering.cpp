@@ -1,3 +1,4 @@
+// Loads the faces and sets words as outlines.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Lettering.h"
 

@@ -1,3 +1,4 @@
+// The list itself, group by group.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PictureList.h"
 

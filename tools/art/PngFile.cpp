@@ -1,3 +1,4 @@
+// Encodes pictures through libpng.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PngFile.h"
 

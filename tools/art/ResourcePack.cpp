@@ -1,3 +1,4 @@
+// Joins the resources' bytes and writes the source text of their table.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ResourcePack.h"
 

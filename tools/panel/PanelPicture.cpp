@@ -1,3 +1,4 @@
+// Builds instrument and panel, sets the wanted page and pop-up, and saves the picture.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PanelPicture.h"
 

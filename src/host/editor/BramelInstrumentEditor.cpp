@@ -1,3 +1,4 @@
+// Creates and closes view and view model, and posts the instrument's reports to the message thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/BramelInstrumentEditor.h"
 

@@ -1,3 +1,4 @@
+// The editor's calls of the plug-in interface: size, open, close and keys.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/BramelVstEditorAdapter.h"
 

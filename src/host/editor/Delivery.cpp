@@ -1,3 +1,4 @@
+// Runs the stored jobs on the message thread and hands them to the view model.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/Delivery.h"
 

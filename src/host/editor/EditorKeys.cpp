@@ -1,3 +1,4 @@
+// Translates the host's key codes to JUCE's and decides whether the panel takes them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/EditorKeys.h"
 

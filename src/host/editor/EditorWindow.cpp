@@ -1,3 +1,4 @@
+// Sizes the panel to the window's scale and keeps the keyboard focus inside it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/EditorWindow.h"
 

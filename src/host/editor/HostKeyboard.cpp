@@ -1,3 +1,4 @@
+// Follows JUCE's focus changes and moves the window's keyboard focus to match.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/HostKeyboard.h"
 

@@ -1,3 +1,4 @@
+// Queues jobs without allocating and merges repeated ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/JobStore.h"
 

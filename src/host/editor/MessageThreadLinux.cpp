@@ -1,3 +1,4 @@
+// The message thread on Linux: a thread of our own that runs JUCE's message loop while an editor exists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 

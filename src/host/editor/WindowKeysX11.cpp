@@ -1,3 +1,4 @@
+// Keyboard focus of a window, through Xlib.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 

@@ -1,3 +1,4 @@
+// Prepares JUCE's X connection for life inside a host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 

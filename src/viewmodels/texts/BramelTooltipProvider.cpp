@@ -1,3 +1,4 @@
+// Stores the last value of each parameter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/texts/BramelTooltipProvider.h"
 

@@ -1,3 +1,4 @@
+// The three formatters: two words, whole number, table row.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/texts/ParameterFormatter.h"
 

@@ -1,3 +1,4 @@
+// Conversions between normalised values and steps, in single precision.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/texts/ParameterSteps.h"
 

@@ -1,3 +1,4 @@
+// Names and value texts of the drum module's parameters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/texts/SivrayTooltipProvider.h"
 
