@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <memory>
-#include <numbers>
 
 #include "effects/dynamics/DecimatorTables.h"
 #include "effects/dynamics/Exponential.h"
 #include "effects/dynamics/Kilnode.h"
 #include "effects/dynamics/Pump.h"
 #include "effects/dynamics/PumpTables.h"
-#include "effects/dynamics/Q60393Distortion.h"
 #include "effects/dynamics/Q60393Drive.h"
 #include "effects/dynamics/SivrayFxCompressor.h"
 #include "effects/dynamics/SivrayFxKilnode.h"
@@ -105,34 +102,6 @@ TEST(Dynamics, CompressorStartsNearSilenceAndItsGainComesUp) {
   process(compressor, sound);
   EXPECT_LT(sound.left[0], 5);
   EXPECT_GT(sound.left[3910], 400);
-}
-
-/// The filter was designed in single precision, so the formula matches its coefficients to about 24 bits.
-TEST(Dynamics, DistortionEndsInACutOfTwelveDecibelsAtEightKilohertz) {
-  const double w = 2.0 * std::numbers::pi * 8000.0 / 44100.0;
-  const double v = std::pow(10.0, -24.0 / 40.0) - 1.0;
-  const double slope = 2.0 * (v + 1.0) * 4.0;
-  const double d = slope + std::sin(w);
-  const double a2 = -(slope - std::sin(w)) / d;
-  const double t = 2.0 * slope * std::cos(w) / d;
-  const double e = (a2 + 1.0) * v * 0.5;
-  const std::int64_t b0 = 411701568, b1 = -308910432, b2 = 327725504, a1 = 308910432, a2Fixed = -202556144;
-  const auto expectNear = [](std::int64_t fixed, double x) {
-    EXPECT_NEAR(static_cast<double>(fixed), x * 536870912.0, 64.0);
-  };
-  expectNear(b0, 1.0 + e);
-  expectNear(b1, -t);
-  expectNear(b2, -e - a2);
-  expectNear(a1, t);
-  expectNear(a2Fixed, a2);
-}
-
-TEST(Dynamics, DistortionOfOppositeChannelsIsSilent) {
-  EffectAdapter<Q60393Distortion> distortion;
-  Stereo sound = constantSound(300, 12345);
-  std::fill(sound.right.begin(), sound.right.end(), static_cast<std::int16_t>(-12345));
-  process(distortion, sound);
-  EXPECT_EQ(sound, Stereo(300));
 }
 
 /// One sample of the tube stage, with the library's exponential in double precision.

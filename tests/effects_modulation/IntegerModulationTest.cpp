@@ -1,14 +1,9 @@
-// The phaser against a plain model, the table of speeds, and the ends of the knobs.
+// The phaser against a plain model, and the table of speeds.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <cmath>
-#include <memory>
-#include <numeric>
 
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/modulation/LfoTables.h"
 #include "effects/modulation/Q60393Phaser.h"
-#include "effects/modulation/Ringmod.h"
-#include "effects/modulation/SivrayFxChorusFlanger.h"
 #include "effects_modulation/PlainModel.h"
 
 namespace {
@@ -83,25 +78,6 @@ TEST(IntegerModulation, SpeedTableHoldsItsEndsItsOrderAndItsSums) {
   }
   EXPECT_EQ(sum, 548402541U);
   EXPECT_EQ(weighted, 62561943812U);
-}
-
-TEST(IntegerModulation, EndsOfTheKnobsBehaveAsTheirNamesSay) {
-  SivrayFxChorusFlanger flanger;  // depth 0: neither wet nor feedback
-  Stereo sound = constantSound(500, -12345);
-  process(flanger, sound);
-  EXPECT_EQ(sound.left, std::vector<std::int16_t>(500, -12345));
-
-  EffectAdapter<Ringmod> ring;  // balance 0: twice the input, limited
-  ring.setParameter(3, 0);
-  ring.setImmediate(true);
-  Stereo quiet = constantSound(100, 1000);
-  process(ring, quiet);
-  EXPECT_EQ(quiet.left.back(), 1999);
-  ring.setParameter(2, 0);  // frequency 0 and full balance: a constant carrier
-  ring.setParameter(3, 127);
-  Stereo loud = constantSound(200, 20000);
-  process(ring, loud);
-  EXPECT_EQ(loud.right.back(), 32767);
 }
 
 }  // namespace

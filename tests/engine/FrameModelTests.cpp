@@ -116,13 +116,4 @@ TEST(OutputStage, GivesTheSameSamplesInBlocksAndOneByOne) {
   }
 }
 
-TEST(OutputStage, AmplifiesBelowTheKneeAndGivesFullScaleForFullScale) {
-  EXPECT_EQ(shapeOutput(10000, 16384), 12382);
-  EXPECT_EQ(shapeOutput(32767, 16384), 32766);
-  EXPECT_EQ(shapeOutput(13848, 16384), 13848 + ((13848 * 7808) >> 15));
-  EXPECT_EQ(shapeOutput(-32767, 32690), -shapeOutput(32767, 32690) - 1);
-  EXPECT_EQ(sumBuses(32767, 1), 32767);
-  EXPECT_EQ(sumBuses(-32767, -32768), -32767);
-}
-
 }  // namespace

@@ -1,4 +1,4 @@
-// The order, the timing and the number of records.
+// Floods of records: the sequencer keeps a bounded number of them, and the newest values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,6 @@ namespace {
 
 using namespace tesh::bramel::plugin::sivray;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Records what fires, and renders in slices as the frame does.
 class Rendering : public IEventResponder {
@@ -34,21 +33,15 @@ class Rendering : public IEventResponder {
     sequencer.append(record);
   }
 
-  std::vector<int> slicesOf(int frames) {
-    std::vector<int> slices;
-    for (int remaining = frames; remaining > 0;) {
-      const std::int64_t next = sequencer.nextEventFrame();
-      slices.push_back(next < 0 || next > remaining ? remaining : static_cast<int>(next));
-      sequencer.advance(slices.back());
-      remaining -= slices.back();
-    }
-    return slices;
-  }
-
   /// Returns the records that fire in the next `frames` frames.
   std::vector<std::string> firedBy(int frames) {
     fired.clear();
-    slicesOf(frames);
+    for (int remaining = frames; remaining > 0;) {
+      const std::int64_t next = sequencer.nextEventFrame();
+      const int slice = next < 0 || next > remaining ? remaining : static_cast<int>(next);
+      sequencer.advance(slice);
+      remaining -= slice;
+    }
     return fired;
   }
 
@@ -67,38 +60,6 @@ class Rendering : public IEventResponder {
 constexpr auto kParameter = SequencerKind::parameter;
 constexpr auto kMidi = SequencerKind::midi;
 constexpr auto kGlobal = SequencerKind::globalParameter;
-
-TEST(EventSequencer, CutsABlockAtEachRecord) {
-  Rendering rendering;
-  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(256));
-  rendering.queue(150, kParameter, 3);
-  rendering.queue(0, kParameter, 1);
-  rendering.queue(100, kParameter, 2);
-  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(0, 100, 50, 106));
-  EXPECT_THAT(rendering.fired, ElementsAre("p1", "p2", "p3"));
-}
-
-TEST(EventSequencer, FiresByFrameThenKindThenArrival) {
-  Rendering rendering;
-  rendering.queue(5, kGlobal, 1);
-  rendering.queue(5, kMidi, 2);
-  rendering.queue(5, kMidi, 3);
-  rendering.queue(5, kParameter, 4);
-  rendering.queue(2, kGlobal, 5);
-  rendering.queue(5, kParameter, 6);
-  EXPECT_THAT(rendering.slicesOf(8), ElementsAre(2, 3, 3));
-  EXPECT_THAT(rendering.fired, ElementsAre("g5", "p4", "p6", "m2", "m3", "g1"));
-}
-
-TEST(EventSequencer, KeepsARecordBeyondTheBlockAndLetsLaterOnesWaitForIt) {
-  Rendering rendering;
-  rendering.queue(300, kMidi, 1);
-  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(256));
-  EXPECT_THAT(rendering.fired, IsEmpty());
-  rendering.queue(10, kMidi, 2);  // counts from the merge, once the first has fired
-  EXPECT_THAT(rendering.slicesOf(256), ElementsAre(44, 10, 202));
-  EXPECT_THAT(rendering.fired, ElementsAre("m1", "m2"));
-}
 
 TEST(EventSequencer, HoldsABoundedNumberOfRecordsAndTheNewestValues) {
   constexpr std::uint32_t kParameters = 560;

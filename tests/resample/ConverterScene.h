@@ -15,7 +15,7 @@ namespace scene {
 
 using namespace tesh::bramel::vst;
 
-/// Plays noise, an impulse or its input, and records every call.
+/// Plays noise or its input, and records every call.
 class Engine : public CFsConvListener {
  public:
   void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
@@ -39,7 +39,6 @@ class Engine : public CFsConvListener {
   }
 
   bool echoesInput = false;
-  bool playsImpulse = false;
   std::vector<std::string> calls;
   std::vector<std::int32_t> blocks;
   std::vector<std::pair<std::uint32_t, std::int32_t>> messages;
@@ -54,12 +53,7 @@ class Engine : public CFsConvListener {
   static std::string number(float x) { return std::to_string(x).substr(0, 3); }
 
   /// Returns noise that depends on the frame number alone.
-  float sample() const {
-    if (playsImpulse) {
-      return frame == 0 ? 1.0F : 0.0F;
-    }
-    return static_cast<float>(((frame + 1) * 2654435761U) >> 8) / 16777216.0F - 0.5F;
-  }
+  float sample() const { return static_cast<float>(((frame + 1) * 2654435761U) >> 8) / 16777216.0F - 0.5F; }
 
   std::uint32_t frame = 0;
 };
