@@ -7,6 +7,8 @@
 namespace tesh::bramel {
 namespace {
 
+juce::File documents() { return juce::File::getSpecialLocation(juce::File::userDocumentsDirectory); }
+
 std::string wildcardOf(const IProgramListViewModel& model) { return "*." + model.getExportFileStem(); }
 
 }  // namespace
@@ -15,7 +17,7 @@ std::string wildcardOf(const IProgramListViewModel& model) { return "*." + model
 // a nested loop of a view that it deletes.
 
 void ProgramFileDialogs::openImport(const std::shared_ptr<IProgramListViewModel>& model) {
-  chooser = std::make_unique<juce::FileChooser>("Import User Programs", juce::File(), wildcardOf(*model));
+  chooser = std::make_unique<juce::FileChooser>("Import User Programs", documents(), wildcardOf(*model));
   constexpr int kMode = juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles;
   chooser->launchAsync(kMode, [model](const juce::FileChooser& done) {
     if (done.getResult() != juce::File()) {
@@ -26,8 +28,7 @@ void ProgramFileDialogs::openImport(const std::shared_ptr<IProgramListViewModel>
 
 void ProgramFileDialogs::openExport(const std::shared_ptr<IProgramListViewModel>& model) {
   // The suggested name carries the ending by which the import dialog finds the file.
-  const juce::File suggestion = juce::File::getSpecialLocation(juce::File::userDocumentsDirectory)
-                                    .getChildFile("My Kits." + model->getExportFileStem());
+  const juce::File suggestion = documents().getChildFile("My Kits." + model->getExportFileStem());
   chooser = std::make_unique<juce::FileChooser>("Export User Programs", suggestion, wildcardOf(*model));
   constexpr int kMode = juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::canSelectFiles |
                         juce::FileBrowserComponent::warnAboutOverwriting;
