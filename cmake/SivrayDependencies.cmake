@@ -31,6 +31,9 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
 
+  include(PatchedJuce)
+  sivray_rest_when_idle()
+
   add_library(sivray_juce STATIC)
   target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_gui_basics)
   # Debian's JUCE takes images and FLAC from the system's libraries; it loads those of X11 when it opens a window.
