@@ -47,8 +47,10 @@ void ShellParameters::set(std::uint64_t id, float value) {
   post(id, core.owner.mapValueFromHost(id, value), hostSource);
 }
 
+// The host is called without our lock: a host may wait in here for a thread of its own that asks us for a value.
+
 void ShellParameters::setFromEditor(std::uint64_t id, float value) {
-  const std::lock_guard lock(core.mainMutex);
+  std::unique_lock lock(core.mainMutex);
   const auto index = map.visibleIndexOf(id);
   if (!index) {
     post(id, value, editorSource);
@@ -58,6 +60,7 @@ void ShellParameters::setFromEditor(std::uint64_t id, float value) {
     return;
   }
   const bool isInGesture = map.isGestureOpen(*index);
+  lock.unlock();
   core.tellHost([&](BramelInstrumentHostCallback& host) {
     if (!isInGesture) {
       host.beginEdit(*index);
@@ -78,12 +81,13 @@ void ShellParameters::setInteger(std::uint64_t id, std::uint64_t value) {
 }
 
 void ShellParameters::setGesture(std::uint64_t id, bool isOpen) {
-  const std::lock_guard lock(core.mainMutex);
+  std::unique_lock lock(core.mainMutex);
   const auto index = map.visibleIndexOf(id);
   if (!index) {
     return;
   }
   map.setGestureOpen(*index, isOpen);
+  lock.unlock();
   core.tellHost([&](BramelInstrumentHostCallback& host) {
     if (isOpen) {
       host.beginEdit(*index);

@@ -91,7 +91,7 @@ std::string ShellPrograms::programName(Bank bank, std::uint64_t index) const {
 }
 
 void ShellPrograms::setProgram(Bank bank, std::uint64_t index) {
-  const std::lock_guard lock(core.mainMutex);
+  std::unique_lock lock(core.mainMutex);
   if (!core.processor) {
     return;
   }
@@ -99,6 +99,7 @@ void ShellPrograms::setProgram(Bank bank, std::uint64_t index) {
   block.flush();
   parameters.cache.refresh(controller());
   core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
+  lock.unlock();  // The host hears of every parameter, which may take long.
   core.tellHost([](BramelInstrumentHostCallback& host) { host.parametersChanged(); });
 }
 
