@@ -9,12 +9,12 @@
 
 namespace tesh::cofu::core::boxed {
 
-/// What every boxed value is. The reader casts down to `holder<T>` and treats a wrong type as no value.
+/// The base of every boxed value. Readers cast it to `holder<T>`; a value of another type counts as no value.
 class holder_base {
  public:
   virtual ~holder_base() = default;
 
-  /// Writes a copy into `out`, or null when there is no memory for it.
+  /// Stores a deep copy in `out`, or null if there is no memory for it.
   virtual void clone(std::unique_ptr<holder_base>& out) const = 0;
 };
 

@@ -4,7 +4,7 @@
 
 namespace tesh::cofu::core {
 
-/// Hertz. The sample-rate converter stands between this and the host's rate; single precision holds it exactly.
+/// Hertz. The sample-rate converter translates between it and the host's rate. A float represents it exactly.
 inline constexpr double kEngineRate = 44100.0;
 
 }  // namespace tesh::cofu::core

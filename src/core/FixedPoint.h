@@ -8,7 +8,7 @@
 
 namespace tesh::cofu::core {
 
-/// Full scale of a sample and 1.0 of a Q15 gain.
+/// The largest sample value; as a Q15 gain it stands for 1.0.
 inline constexpr std::int32_t kFullScale = 32767;
 
 constexpr std::int32_t wrapAdd(std::int32_t a, std::int32_t b) {
@@ -25,7 +25,7 @@ constexpr std::int32_t wrapMul(std::int32_t a, std::int32_t b) {
 
 constexpr std::int32_t wrapNegate(std::int32_t a) { return wrapSub(0, a); }
 
-/// |a|, with the one value that has no positive counterpart left as it is.
+/// |a|. The lowest value, -2^31, has no positive counterpart and stays as it is.
 constexpr std::int32_t wrapAbs(std::int32_t a) { return a < 0 ? wrapNegate(a) : a; }
 
 constexpr std::int32_t wrapShiftLeft(std::int32_t a, int bits) {
@@ -41,10 +41,10 @@ constexpr std::int32_t mulShift(std::int32_t a, std::int32_t b) {
 /// The product of a sample and a Q15 gain.
 constexpr std::int32_t mul15(std::int32_t a, std::int32_t b) { return mulShift<15>(a, b); }
 
-/// Limits to -32767 .. 32767; -32768 is not a sample value of this engine.
+/// Limits to -32767 .. 32767: the engine's samples never take the value -32768.
 constexpr std::int32_t saturate(std::int32_t x) { return std::clamp(x, -kFullScale, kFullScale); }
 
-/// (v * -32766) >> 15: turns the sign and takes a little off, so that what goes round a loop dies out.
+/// (v * -32766) >> 15: inverts the sign and scales by 1 - 2 / 32768, so that a signal in a feedback loop decays.
 constexpr std::int32_t leak(std::int32_t v) { return mul15(v, -32766); }
 
 }  // namespace tesh::cofu::core

@@ -1,4 +1,4 @@
-// Growth of the buffer that a writer appends to.
+// How a writer's buffer grows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/LittleEndian.h"
 

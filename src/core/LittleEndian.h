@@ -13,7 +13,7 @@
 
 namespace tesh::cofu::core {
 
-/// The bytes from `offset` on, at most `size` of them; fewer, or none, where the buffer ends before.
+/// The bytes from `offset` on, at most `size` of them; fewer or none if the buffer ends earlier.
 inline std::span<const std::uint8_t> bytesAt(std::span<const std::uint8_t> bytes, std::uint64_t offset,
                                              std::uint64_t size = ~std::uint64_t{0}) {
   if (offset >= bytes.size()) {
@@ -23,7 +23,7 @@ inline std::span<const std::uint8_t> bytesAt(std::span<const std::uint8_t> bytes
   return size < rest.size() ? rest.first(static_cast<std::size_t>(size)) : rest;
 }
 
-/// Reads a buffer from front to back. A read past the end gives zero or nothing, and so do all reads after it.
+/// Reads a buffer from front to back. A read past the end returns zero or no bytes, and so do all later reads.
 class ByteReader {
  public:
   explicit ByteReader(std::span<const std::uint8_t> bytes) : rest(bytes) {}
@@ -35,7 +35,7 @@ class ByteReader {
   std::uint64_t longWord() { return number<8>(); }
   float real() { return std::bit_cast<float>(word()); }
 
-  /// The next `size` bytes; none where fewer are left.
+  /// The next `size` bytes; none if fewer are left.
   std::span<const std::uint8_t> take(std::uint64_t size) {
     if (size > rest.size()) {
       failed = true;
@@ -47,7 +47,7 @@ class ByteReader {
     return taken;
   }
 
-  /// A text field of `size` bytes, up to its first zero byte. The characters stay where they are.
+  /// The text of a field of `size` bytes, up to its first zero byte. The result refers to the buffer.
   std::string_view text(std::uint64_t size) {
     const auto field = take(size);
     const std::string_view characters(reinterpret_cast<const char*>(field.data()), field.size());
@@ -70,7 +70,7 @@ class ByteReader {
   bool failed = false;
 };
 
-/// The little-endian word at `offset`, or nothing when it does not lie inside `bytes` as a whole.
+/// The word at `offset`, or nothing if `bytes` does not hold all four of its bytes.
 inline std::optional<std::uint32_t> wordIn(std::span<const std::uint8_t> bytes, std::uint64_t offset) {
   ByteReader reader(bytesAt(bytes, offset));
   const std::uint32_t word = reader.word();
@@ -98,7 +98,7 @@ class ByteWriter {
     }
   }
 
-  /// Makes room for `count` zero bytes and gives their start.
+  /// Appends `count` zero bytes and returns an iterator to the first of them.
   std::vector<std::uint8_t>::iterator extend(std::size_t count);
 
   std::vector<std::uint8_t>& out;

@@ -1,5 +1,5 @@
-// The fixed ring through which one thread hands records to another without a lock: automation, echoes, commands and
-// program changes all travel in one of these.
+// The ring buffer through which one thread passes records to another without a lock. Automation, movements of macros,
+// commands and program changes each have one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,15 +12,16 @@
 
 namespace tesh::vimo {
 
-/// A ring of `capacity` entries that holds capacity - 1 records, for one writer and one reader at a time. It bears no
-/// mark of the audio thread: whether `put` and `take` keep its rule is up to the record's copies.
+/// A ring of `capacity` entries that holds capacity - 1 records, for one writer and one reader at a time. `put` and
+/// `take` may be called on the audio thread if a Record copies without allocating; because that depends on the type,
+/// they do not bear the audio thread's mark.
 template <typename Record>
 class LockFreeRing {
  public:
   /// Allocates all entries; nothing is allocated afterwards. A capacity below 2 holds no record.
   explicit LockFreeRing(std::size_t capacity) : entries(capacity < 1 ? 1 : capacity) {}
 
-  /// Appends a record. A full ring drops it and gives false. Audio thread safe.
+  /// Appends a record. Returns false, and drops the record, if the ring is full. Writer only.
   bool put(Record record) {
     std::size_t current = writeIndex.load(std::memory_order_relaxed);
     const std::size_t next = following(current);
@@ -31,13 +32,13 @@ class LockFreeRing {
     return writeIndex.compare_exchange_strong(current, next, std::memory_order_release, std::memory_order_relaxed);
   }
 
-  /// The oldest record without taking it, or null when the ring is empty. Reader only.
+  /// The oldest record, which stays in the ring; null if the ring is empty. Reader only.
   const Record* peek() const {
     const std::size_t current = readIndex.load(std::memory_order_relaxed);
     return current == writeIndex.load(std::memory_order_acquire) ? nullptr : &entries[following(current)];
   }
 
-  /// Takes the oldest record, or gives nothing when the ring is empty. Audio thread safe.
+  /// Removes and returns the oldest record; nothing if the ring is empty. Reader only.
   std::optional<Record> take() {
     std::size_t current = readIndex.load(std::memory_order_relaxed);
     if (current == writeIndex.load(std::memory_order_acquire)) {
@@ -60,12 +61,12 @@ class LockFreeRing {
   std::atomic<std::size_t> readIndex{0};
 };
 
-/// A value with the frame at which it takes force: an engine parameter on its way to the generator, or a macro's
-/// movement on its way back to the editor.
+/// A value and the frame at which it takes effect: an engine parameter on its way to the generator, or a macro's
+/// movement on its way to the editor.
 struct TimedValue {
-  std::uint32_t id = 0;
+  std::uint32_t id = 0;  ///< Of the engine parameter, or the macro's number.
   float value = 0.0F;
-  std::uint32_t frame = 0;
+  std::uint32_t frame = 0;   ///< From the start of the block, at the engine's rate.
   std::uint64_t object = 0;  ///< 0 for a plain value.
 };
 

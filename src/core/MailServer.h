@@ -1,5 +1,5 @@
-// Mail from any thread to one receiver, through a pool of nodes that are used again and again. While the pool has free
-// nodes, neither end locks or allocates.
+// A queue with many senders and one receiver. Its nodes come from a pool and return to it: while the pool has free
+// nodes, neither senders nor the receiver lock or allocate.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,14 +17,14 @@
 
 namespace tesh::cofu::core::impl {
 
-/// A node of the pool. Between taking it and posting it a sender owns it alone.
+/// A node of the pool. A sender is its only owner from `take` until it is posted.
 template <typename T>
 struct alignas(kTaggedAlignment) MailNode {
-  std::atomic<MailNode*> next{nullptr};  ///< Read by senders that come too late to take the node, hence atomic.
+  std::atomic<MailNode*> next{nullptr};  ///< Atomic: a sender that loses the race for the node still reads it.
   std::optional<T> payload;
 };
 
-/// The pool. It owns every node ever made, and destroys what was posted and never received.
+/// The pool of nodes. It owns all of them, and destroys mail that was posted but never received.
 template <typename T>
 class MailServer {
  public:
@@ -39,24 +39,24 @@ class MailServer {
     }
   }
 
-  /// A node for the caller alone, with `next` cleared. An empty pool grows by one node, under a lock. Any thread; audio
-  /// thread safe while there are free nodes.
+  /// Removes a node from the pool, with `next` cleared. An empty pool grows by one node, under a lock. Any thread;
+  /// audio thread safe while there are free nodes.
   Node& take() {
     if (Node* const node = freeList.pop()) {
       node->next.store(nullptr, std::memory_order_relaxed);
       return *node;
     }
-    // More mail waits than ever before, and its sender waits for a place.
+    // More mail is waiting than ever before: this sender allocates, under a lock.
     return cofu::core::mayWait([this]() -> Node& {
       const std::lock_guard lock(mutex);
       return makeNode();
     });
   }
 
-  /// Gives a chain from `first` to `last` back in one step. Any thread; audio thread safe.
+  /// Returns the chain from `first` to `last` to the pool in one step. Any thread; audio thread safe.
   void giveBack(Node& first, Node& last) { freeList.push(first, last); }
 
-  /// Nodes that were ever made. Any thread.
+  /// The number of nodes, in the pool or in use. Any thread.
   std::size_t nodeCount() const {
     const std::lock_guard lock(mutex);
     return nodes.size();
@@ -73,7 +73,7 @@ class MailServer {
   TaggedHead<Node> freeList;
 };
 
-/// The two ends of the mail of one receiver. First in, first out.
+/// The queue of one receiver, first in, first out. Many queues may share a pool.
 template <typename T>
 class Mailbox {
  public:
@@ -87,7 +87,7 @@ class Mailbox {
     deliver(node, node);
   }
 
-  /// Posts first to last in one step: no other mail comes between them. Any thread.
+  /// Posts copies of `first` to `last` in one step: no other mail comes between them. Any thread.
   template <typename Iterator>
   void postAll(Iterator first, Iterator last) {
     Chain chain(*server);
@@ -119,7 +119,7 @@ class Mailbox {
  private:
   using Node = MailNode<T>;
 
-  /// Nodes linked from the newest to the oldest, on their way to the inbox. What isn't posted goes back to the pool.
+  /// Filled nodes, linked from the newest to the oldest. Those that are not posted return to the pool.
   struct Chain {
     explicit Chain(MailServer<T>& mailServer) : pool(mailServer) {}
     Chain(const Chain&) = delete;
@@ -144,7 +144,7 @@ class Mailbox {
     Node* oldest = nullptr;
   };
 
-  /// A node with a copy of `value`. A copy that throws leaves the pool as it was.
+  /// A node with a copy of `value`. If copying throws, the node returns to the pool.
   Node& fill(const T& value) {
     Node& node = server->take();
     if constexpr (std::is_nothrow_copy_constructible_v<T>) {
@@ -168,7 +168,7 @@ class Mailbox {
     } while (!inbox.compare_exchange_weak(head, &newest));
   }
 
-  /// Takes all that has been posted and turns it round, so that the oldest comes first. Gives false when there is none.
+  /// Takes all mail that has been posted and reverses it, so that the oldest comes first. False if there is none.
   bool fetchBatch() {
     Node* node = inbox.load();
     while (node != nullptr && !inbox.compare_exchange_weak(node, nullptr)) {

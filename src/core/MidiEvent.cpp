@@ -1,4 +1,4 @@
-// Making of messages, and the status byte.
+// Constructors of messages, and the status byte.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MidiEvent.h"
 

@@ -1,5 +1,5 @@
-// The message record that travels with a block: a MIDI message with its frame, or a program change of the family's
-// own two-part form (bank and program).
+// A message that belongs to a block of audio: a MIDI message with its frame, or a program change in the family's own
+// form, with a bank and a program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -40,9 +40,9 @@ class MidiEvent {
   }
 
   std::uint32_t frame = 0;      ///< Offset in the block, in frames.
-  std::uint64_t timestamp = 0;  ///< Nanoseconds of the host's clock; 0 where the frame rules.
+  std::uint64_t timestamp = 0;  ///< Nanoseconds of the host's clock; 0 if `frame` gives the time.
   std::uint32_t program = 0;    ///< Program index of a program change.
-  std::string text;             ///< Text payload of messages that carry one.
+  std::string text;             ///< Of messages that carry text.
 
  private:
   std::array<std::uint8_t, 8> inlineData{};

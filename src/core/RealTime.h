@@ -1,6 +1,6 @@
-// The mark of operations that run on the audio thread, and the two ways out of it. Compilers that know the mark check
-// that what bears it never allocates, waits or calls what may; they look into unmarked functions that they can see. The
-// RealtimeSanitizer build watches while it runs.
+// The mark of functions that may run on the audio thread, and the two ways to exempt a call. A compiler that knows the
+// mark checks that a marked function never allocates, waits, or calls a function that may; an unmarked function passes
+// if the compiler sees its body and finds nothing of that kind in it. The RealtimeSanitizer build checks while it runs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,8 +11,8 @@
 #endif
 
 #ifndef SIVRAY_NONBLOCKING
-/// Stands behind the parameter list of a declaration: void process(...) SIVRAY_NONBLOCKING; Definitions elsewhere and
-/// overriding functions take it over.
+/// Goes behind the parameter list of a declaration: void process(...) SIVRAY_NONBLOCKING; Definitions elsewhere and
+/// overriding functions inherit it.
 #define SIVRAY_NONBLOCKING
 #endif
 
@@ -24,7 +24,7 @@ extern "C" void __rtsan_enable() SIVRAY_NONBLOCKING;   // NOLINT(bugprone-reserv
 #endif
 #endif
 
-// Here alone the compiler does not look into what marked functions call.
+// The two functions below are the only ones whose calls the compiler does not check.
 #if defined(__clang__) && defined(__has_warning)
 #if __has_warning("-Wfunction-effects")
 #pragma clang diagnostic push
@@ -35,15 +35,15 @@ extern "C" void __rtsan_enable() SIVRAY_NONBLOCKING;   // NOLINT(bugprone-reserv
 
 namespace tesh::cofu::core {
 
-/// Runs `call`, of which the compiler cannot see that it keeps the rule: a container within its capacity, a
-/// count of owners that does not reach zero. The RealtimeSanitizer goes on watching. Each use says why it is safe.
+/// Runs `call`, which is safe although the compiler cannot see it: a container that stays within its capacity, a
+/// reference count that does not reach zero. The RealtimeSanitizer still checks it. Each use says why it is safe.
 template <typename Call>
 [[gnu::always_inline]] inline decltype(auto) vouchFor(Call&& call) SIVRAY_NONBLOCKING {
   return call();
 }
 
-/// Runs `call`, which may wait: a lock that others hold for a few stores, the main lock of a block, the reading of a
-/// wave, code of the host. The RealtimeSanitizer looks away. Each use says which.
+/// Runs `call`, which may wait: for a lock that others hold for a few stores, for the main lock of a block, for a wave
+/// to be read, for code of the host. The RealtimeSanitizer does not check it. Each use says which of these it is.
 template <typename Call>
 [[gnu::always_inline]] inline decltype(auto) mayWait(Call&& call) SIVRAY_NONBLOCKING {
 #if defined(SIVRAY_REALTIME_SANITIZER)

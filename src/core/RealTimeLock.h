@@ -1,4 +1,4 @@
-// A lock that the audio thread may take.
+// The lock guard of the audio thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace tesh::cofu::core {
 
-/// Holds a mutex for as long as it lives. Taking it and giving it back are exempt from the audio thread's rule; what
-/// happens in between is not.
+/// Locks a mutex when it is made and unlocks it when it is destroyed. Only these two calls are exempt from the audio
+/// thread's check; code that runs in between is not.
 template <typename Mutex>
 class RealTimeLock {
  public:

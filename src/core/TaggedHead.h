@@ -1,5 +1,5 @@
-// The head of a lock-free stack that many threads push to and pop from. A tag beside the pointer changes with every
-// swing, so that a node that left and came back meanwhile is not mistaken for one that stayed.
+// The head of a lock-free stack that many threads push to and pop from. It packs a pointer with a tag that changes with
+// every exchange, so that a thread notices if its node was popped and pushed again in the meantime (the ABA problem).
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,15 +9,15 @@
 
 namespace tesh::cofu::core::impl {
 
-/// What a node is aligned to at least: its address leaves the low four bits to the tag.
+/// The least alignment of a node in bytes. The low four bits of its address are then 0 and free for the tag.
 inline constexpr std::size_t kTaggedAlignment = 16;
 
-/// A stack of nodes that are linked by an atomic `next`. The owner of the nodes keeps them alive as long as the stack:
-/// a late reader may still look at a node that another thread has popped.
+/// A stack of nodes that are linked by an atomic `next`. The nodes must live as long as the stack, because a thread may
+/// still read a node that another thread has popped. Any thread.
 template <typename Node>
 class TaggedHead {
  public:
-  /// Puts a chain of nodes, linked from `first` to `last`, on top in one step.
+  /// Pushes a chain of nodes, linked from `first` to `last`, in one step.
   void push(Node& first, Node& last) {
     std::uint64_t head = word.load();
     do {
@@ -25,7 +25,7 @@ class TaggedHead {
     } while (!word.compare_exchange_weak(head, pack(&first, head)));
   }
 
-  /// Takes the top node, or gives null when there is none.
+  /// Pops the top node; null if the stack is empty.
   Node* pop() {
     std::uint64_t head = word.load();
     while (Node* const node = nodeOf(head)) {
@@ -39,7 +39,8 @@ class TaggedHead {
  private:
   static_assert(sizeof(void*) == sizeof(std::uint64_t));
 
-  // Addresses of a process lie below 2^48. Four bits are spare below and sixteen above: a tag of twenty bits.
+  // Addresses of a process lie below 2^48, so that sixteen bits above and four bits below are free: a tag of twenty
+  // bits.
   static constexpr int kAddressBits = 48;
   static constexpr std::uint64_t kAddressMask = ((std::uint64_t{1} << kAddressBits) - 1) & ~(kTaggedAlignment - 1);
   static constexpr std::uint64_t kTagMask = ~kAddressMask;
@@ -48,7 +49,8 @@ class TaggedHead {
     return reinterpret_cast<Node*>(head & kAddressMask);  // NOLINT(performance-no-int-to-ptr): that is the packing.
   }
 
-  /// `node` with the tag that follows the one of `head`. The carry runs over the bits of the address.
+  /// `node` with the tag that follows that of `head`. All bits of the address are set before 1 is added, so that the
+  /// carry passes from the tag's low part to its high part.
   static std::uint64_t pack(Node* node, std::uint64_t head) {
     const std::uint64_t nextTag = ((head | kAddressMask) + 1) & kTagMask;
     const auto address = reinterpret_cast<std::uintptr_t>(node);

@@ -17,6 +17,7 @@ namespace tesh::cofu::core::impl {
 
 namespace {
 
+/// Between two rounds.
 constexpr std::int64_t kRoundNanoseconds = 100'000'000;
 
 bool isLater(const Task& a, const Task& b) { return a.when > b.when; }
@@ -34,7 +35,7 @@ struct TaskLoop::Rounds {
     }
   }
 
-  /// Lets no further task begin. Returns true if one is running.
+  /// Prevents further tasks from beginning. Returns true if one is running.
   bool stop() {
     const std::lock_guard lock(mutex);
     isStopping = true;
@@ -43,7 +44,7 @@ struct TaskLoop::Rounds {
   }
 
  private:
-  /// Waits for the next round. Returns false when the loop is to end.
+  /// Waits for the next round. Returns false if the loop must end.
   bool sleep() {
     const std::int64_t deadline = now() + kRoundNanoseconds;
     std::unique_lock lock(mutex);

@@ -1,4 +1,4 @@
-// A timer thread: one per process. It wakes every 100 ms and runs the tasks that are due.
+// The timer thread, one per process. It wakes every 100 ms and runs the tasks that are due.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,13 +16,13 @@ struct Task {
   std::function<void()> action;  ///< Runs on the task thread. Must not throw. An empty one does nothing.
 };
 
-/// The loop lives as long as a reference to it. When the last one goes, tasks that have not begun are dropped. If none
-/// is running, the destructor waits for the thread's end. If one is running, it may be waiting for a lock that the
-/// caller holds: then the destructor does not wait. The thread ends by itself after that task, and the library stays in
-/// memory for it.
+/// Its users share the loop. When the last of them releases it, tasks that have not begun are dropped. If no task is
+/// running, the destructor waits for the thread to end. If one is running, it may be waiting for a lock that the caller
+/// holds, so the destructor does not wait: the thread ends by itself after that task, and the library stays in memory
+/// for it.
 class TaskLoop {
  public:
-  static constexpr std::size_t kCapacity = 256;  ///< Tasks that can wait before posting allocates nodes.
+  static constexpr std::size_t kCapacity = 256;  ///< Waiting tasks; posting more allocates nodes.
 
   /// The loop of this process, made by its first user. Any thread.
   static std::shared_ptr<TaskLoop> acquire();
@@ -31,8 +31,8 @@ class TaskLoop {
   TaskLoop(const TaskLoop&) = delete;
   TaskLoop& operator=(const TaskLoop&) = delete;
 
-  /// Posts copies of the tasks from `first` to `last` in one step. They run up to about 100 ms late. Not for the audio
-  /// thread.
+  /// Posts copies of the tasks from `first` to `last` in one step. They run up to about 100 ms late. Any thread but the
+  /// audio thread.
   template <typename Iterator>
   void postTasks(Iterator first, Iterator last) {
     mail->postAll(first, last);

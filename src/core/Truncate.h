@@ -1,4 +1,4 @@
-// Conversion of a float to an integer that is defined for every float.
+// A conversion from float to integer that is defined for every value.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The generator of identifiers, one for the process.
+// The random generator that all identifiers of the process come from.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/Uuid.h"
 

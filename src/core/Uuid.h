@@ -1,4 +1,4 @@
-// Random identifiers of sixteen bytes: of program records, and of the places that mail comes from.
+// Random identifiers of sixteen bytes, for programs and for the senders of parameter changes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,14 +7,14 @@
 
 namespace tesh::cofu::core {
 
-/// The bytes of a UUID, comparable and free to copy.
+/// The bytes of a UUID in the order in which they are written.
 using Uuid = std::array<std::uint8_t, 16>;
 
-/// A new version-4 UUID. Any thread; may wait for another that makes one.
+/// A new UUID of version 4. Any thread but the audio thread: it takes a lock.
 Uuid makeUuid();
 
-/// The UUID that four draws of a random generator give. Of each draw the bits 0 to 7, 4 to 11, 8 to 15 and 12 to 19
-/// make four bytes; then version and variant are put in.
+/// The UUID of version 4 that four 32-bit draws of a random generator make. Each draw gives four bytes: its bits 0 to
+/// 7, 4 to 11, 8 to 15 and 12 to 19. Version and variant then replace six bits (RFC 4122).
 Uuid uuidFromDraws(const std::array<std::uint32_t, 4>& draws);
 
 }  // namespace tesh::cofu::core

@@ -1,5 +1,5 @@
-// The interface of every group of engine parameters: integers by index, each with a name, a range
-// and a display text. It lies below the effects and the engine, which both implement it.
+// The interface of a group of engine parameters: integers by index, each with a name, a range and a display text. The
+// effects and the engine implement it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +19,7 @@ struct ParameterRow {
   std::int32_t defaultValue = 0;
 };
 
-/// A group of integer parameters. Values are single words: they may be read on any thread while the audio thread runs.
+/// A group of integer parameters. Each value is one word, so any thread may read it while the audio thread runs.
 class IParameter {
  public:
   virtual ~IParameter() = default;
@@ -27,24 +27,24 @@ class IParameter {
   /// The number of parameters in the group.
   virtual int count() const SIVRAY_NONBLOCKING = 0;
 
-  /// Stores the integer at `value`; a group that clamps writes the clamped value back. A bad index is ignored.
-  /// Gives the value that was taken, or 0.
+  /// Stores `*value`; a group that clamps writes the clamped value back to it. Returns the stored value, or 0 if the
+  /// index is out of range, which is ignored.
   virtual int setValue(int index, std::int32_t* value) SIVRAY_NONBLOCKING = 0;
 
-  /// The integer at `index`; a bad index gives what the group decides.
+  /// The integer at `index`. What an index out of range returns depends on the group.
   virtual std::int32_t value(int index) const SIVRAY_NONBLOCKING = 0;
 
-  /// The display text that `value` has at `index`; empty where there is none.
+  /// The display text of `value` for the parameter at `index`; empty if it has none.
   virtual std::string format(int index, std::int32_t value) const = 0;
 
-  /// The row at `index`, or null where the group has none. Good until the next call.
+  /// The row at `index`, or null if the group has none. Valid until the next call.
   virtual const ParameterRow* info(int index) const SIVRAY_NONBLOCKING = 0;
 
-  /// The index of the row named `name`, or -1.
+  /// The index of the parameter `name`, or -1.
   virtual int indexOf(std::string_view name) const = 0;
 };
 
-/// A parameter group that also works on the mixed block.
+/// A parameter group that also processes audio.
 template <typename Sample>
 class IAudioProcessableTmplt : public IParameter {
  public:

@@ -1,4 +1,4 @@
-// The places of all parameter groups, and the way from a parameter's id to its group.
+// The table of all parameter groups, and the search for a parameter's group by its id.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,13 +10,13 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// A place for each group number. A place is empty, or holds a group that is owned elsewhere.
+/// One entry per group number: null, or a group that is owned elsewhere.
 class ParameterGroupTable {
  public:
   /// `number` must be below kGroupCount.
   void set(std::uint32_t number, IParameter* group) { groups[number] = group; }
 
-  /// The group of an id; null for an empty place and for an id past the table.
+  /// The group of an id; null if there is none, or if the id is past the table. Any thread.
   IParameter* groupOf(std::uint32_t id) const { return id < kParameterIds ? groups[parameterGroup(id)] : nullptr; }
 
  private:

@@ -1,4 +1,4 @@
-// Storing and naming of table parameters.
+// The rows and values of a group.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameters/Q57214DrumGenericParameter.h"
 

@@ -1,4 +1,4 @@
-// A parameter group that is nothing but a table: rows with names and ranges, and a value for each.
+// A parameter group that only stores values: a table of names and ranges, and a value per row.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Values start at the defaults. They are stored as given, without clamping; a bad index is ignored, reads as 0, and
-/// has the row {"----", 0, 0, 0}.
+/// Values begin at their defaults and are stored without clamping. An index out of range is ignored by `setValue`, has
+/// the value 0 and the row {"----", 0, 0, 0}.
 class Q57214DrumGenericParameter : public IParameter {
  public:
   /// Copies the rows and their names.

@@ -1,4 +1,4 @@
-// The monotonic clock of each system.
+// The monotonic clock of each operating system.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Clock.h"
 
@@ -18,7 +18,7 @@ constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 
 #ifdef _WIN32
 
-/// Seconds and the rest apart: the product of a whole count with 10^9 would overflow within hours.
+/// Converts seconds and the rest separately: the product of a whole count with 10^9 would overflow within hours.
 std::int64_t monotonicNanoseconds() {
   LARGE_INTEGER frequency;
   LARGE_INTEGER counter;

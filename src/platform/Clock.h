@@ -1,4 +1,4 @@
-// The system's monotonic clock.
+// The operating system's monotonic clock.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,10 +8,10 @@ namespace tesh::bramel::platform {
 
 inline constexpr std::int64_t kNanosecondsPerTick = 100;
 
-/// Nanoseconds since a fixed point in the past, which is the same for the whole process. Any thread.
+/// Nanoseconds since a moment in the past that is fixed for the whole process. Any thread.
 std::int64_t monotonicNanoseconds();
 
-/// That time in ticks of 100 nanoseconds.
+/// The same clock in ticks of 100 nanoseconds. Any thread.
 inline std::int64_t monotonicTicks() { return monotonicNanoseconds() / kNanosecondsPerTick; }
 
 }  // namespace tesh::bramel::platform

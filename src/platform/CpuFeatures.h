@@ -10,7 +10,7 @@ namespace tesh::bramel::platform {
 /// Instruction sets in ascending order; each includes those before it.
 enum class VectorSet { baseline, sse41, avx2 };
 
-/// The highest set that this processor has and our kernels use.
+/// The highest of these sets that this processor has. Any thread.
 inline VectorSet bestVectorSet() {
 #if defined(__x86_64__) || defined(__i386__)
   if (__builtin_cpu_supports("avx2")) {
@@ -26,8 +26,8 @@ inline VectorSet bestVectorSet() {
 /// True if this processor can run code that is compiled for `set`.
 inline bool supports(VectorSet set) { return set <= bestVectorSet(); }
 
-/// The last of `kernels` whose member `needs` this processor supports. The kernels stand in ascending order, and the
-/// first needs no more than the baseline.
+/// The last of `kernels` whose member `needs` this processor supports. The kernels must be in ascending order of
+/// `needs`, and the first must need only the baseline.
 template <typename Kernel, std::size_t Count>
 const Kernel& bestKernel(const std::array<Kernel, Count>& kernels) {
   std::size_t best = Count - 1;

@@ -8,7 +8,8 @@
 
 namespace tesh::bramel::platform {
 
-/// For the audio thread: sets flush-to-zero and denormals-are-zero, and restores the control register at its end.
+/// Changes the calling thread's control register, so it must be destroyed on the thread that made it. Audio thread.
+/// Does nothing on other processors than x86.
 class DenormalGuard {
  public:
   DenormalGuard(const DenormalGuard&) = delete;
@@ -18,7 +19,7 @@ class DenormalGuard {
   ~DenormalGuard() { _mm_setcsr(saved); }
 
  private:
-  static constexpr unsigned kFlushBits = 0x8040;
+  static constexpr unsigned kFlushBits = 0x8040;  ///< Flush-to-zero and denormals-are-zero, bits 15 and 6 of MXCSR.
   unsigned saved;
 #else
   DenormalGuard() = default;

@@ -1,6 +1,6 @@
 // Finds an embedded resource in the sorted table by binary search.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "EmbeddedResources.h"
+#include "platform/EmbeddedResources.h"
 
 #include <algorithm>
 #include <string>
@@ -9,7 +9,7 @@
 namespace tesh::bramel::platform {
 
 std::span<const std::uint8_t> findEmbeddedResource(std::string_view type, std::string_view name) {
-  // Names are ASCII: a locale must not decide about their case.
+  // Names are ASCII, and their case must not depend on the locale, as it would with std::toupper.
   std::string upper(name);
   std::transform(upper.begin(), upper.end(), upper.begin(),
                  [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });

@@ -1,8 +1,22 @@
-// Reading a file whole, the same on every system.
+// What is the same on every system: who owns an open file, and reading a file as a whole.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Files.h"
 
+#include <utility>
+
 namespace tesh::bramel::platform {
+
+InputFile::InputFile(InputFile&& other) noexcept : handle(std::exchange(other.handle, kClosed)) {}
+
+InputFile& InputFile::operator=(InputFile&& other) noexcept {
+  if (this != &other) {
+    close();
+    handle = std::exchange(other.handle, kClosed);
+  }
+  return *this;
+}
+
+InputFile::~InputFile() { close(); }
 
 std::optional<std::vector<std::uint8_t>> readWhole(const NativePath& path, std::uint64_t mostBytes) {
   std::optional<InputFile> file = InputFile::open(path);

@@ -1,5 +1,5 @@
-// Files by UTF-8 path. The rest of the system writes paths with a backslash as separator; only this layer turns it into
-// the system's own. No call waits for another process: pipes, devices and sockets are refused.
+// Files by UTF-8 path. The rest of our code separates folders with a backslash; only this layer turns it into the
+// separator of the operating system. No call waits for another process: pipes, devices and sockets are refused.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace tesh::bramel::platform {
 
-/// A path in the system's own form, made once so that opening the file later allocates nothing.
+/// A path in the operating system's form. It is made once, so that opening the file later allocates nothing.
 class NativePath {
  public:
 #ifdef _WIN32
@@ -24,8 +24,8 @@ class NativePath {
   /// From UTF-8 with either separator.
   explicit NativePath(const std::string& path);
 
-  /// From a path that the user has chosen. A name may contain a backslash where the system's own separator is another:
-  /// the backslash stays if a file is found that way, or if the folder that it would lead to does not exist.
+  /// From a path that the user has chosen in a dialog. Outside Windows a file name may contain a backslash: it stays
+  /// one if that file exists, or if the folder that it would name as a separator does not.
   static NativePath chosen(const std::string& path);
 
   const Text::value_type* text() const { return nativeText.c_str(); }
@@ -36,11 +36,11 @@ class NativePath {
   Text nativeText;
 };
 
-/// A regular file open for binary reading. Nothing is buffered and nothing allocated between open and close, so that
-/// the audio thread may use it to change a wave.
+/// A regular file, open for binary reading. It has no buffer and never allocates, because the audio thread reads waves
+/// through it. One thread at a time.
 class InputFile {
  public:
-  /// Nothing if the file cannot be opened or is no regular file. Does not wait for a writer at a pipe's other end.
+  /// Nothing if the file cannot be opened or is not a regular file.
   static std::optional<InputFile> open(const NativePath& path);
   static std::optional<InputFile> open(const std::string& path) { return open(NativePath(path)); }
 
@@ -48,13 +48,13 @@ class InputFile {
   InputFile& operator=(InputFile&& other) noexcept;
   ~InputFile();
 
-  /// Bytes in the file, or 0 when that cannot be told.
+  /// The file's size in bytes; 0 if the system cannot tell.
   std::int64_t size() const;
 
-  /// Moves to `offset` bytes from the start.
+  /// Sets the position to `offset` bytes from the start. False if it is negative or the system refuses.
   bool seek(std::int64_t offset);
 
-  /// Reads up to `count` bytes and gives how many came: fewer only at the end of the file or on an error.
+  /// Reads up to `count` bytes and returns their number, which is smaller only at the end of the file or on an error.
   std::size_t read(void* destination, std::size_t count);
 
  private:
@@ -65,36 +65,36 @@ class InputFile {
   std::intptr_t handle = kClosed;
 };
 
-/// `base` and `relative`, neither of them empty, with one separator between them; with a backslash where neither brings
-/// one. On Windows that is the system's own way of joining, which takes "." and ".." out and gives the empty string for
-/// what is too long for it.
+/// Joins two paths, neither of them empty, with a backslash unless `base` ends with a separator. Windows joins them by
+/// its own rules: it resolves "." and "..", and a result of MAX_PATH characters or more is the empty string.
 std::string combinePath(const std::string& base, const std::string& relative);
 
-/// True for a file or folder that exists.
+/// True if there is a file or folder at `path`.
 bool exists(const std::string& path);
 
-/// The most that is read into memory at once. Larger than any file of the system that is read whole.
+/// 64 MiB, more than any of our files that are read as a whole.
 inline constexpr std::uint64_t kLargestFile = std::uint64_t{64} << 20U;
 
-/// The whole file; nothing if it cannot be opened, is no regular file, or has more than `mostBytes`.
+/// The whole file; nothing if it cannot be opened, is not a regular file, or has more than `mostBytes`.
 std::optional<std::vector<std::uint8_t>> readWhole(const NativePath& path, std::uint64_t mostBytes = kLargestFile);
 inline std::optional<std::vector<std::uint8_t>> readWhole(const std::string& path,
                                                           std::uint64_t mostBytes = kLargestFile) {
   return readWhole(NativePath(path), mostBytes);
 }
 
-/// Writes a file beside its target, flushes it and gives it the target's name: the old file stays as it was unless all
-/// of that succeeds. A symbolic link stays, and the file that it names is replaced. The new file has the permissions of
-/// the old one. False on failure, and if the target exists and is no regular file.
+/// Replaces a file in one step, or creates it: writes a new file beside it, flushes that to the disk and renames it. On
+/// failure the old file is unchanged. Follows a symbolic link, and keeps the permissions of the old file. False on
+/// failure, and if the target exists and is not a regular file.
 bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes);
 inline bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {
   return writeAtomically(NativePath(path), bytes);
 }
 
-/// Makes a folder and its parents. True when the folder exists afterwards.
+/// Creates a folder and its parents. True if the folder exists afterwards.
 bool createFolders(const std::string& path);
 
-/// Asks the system to bring a file's pages into memory. It returns when they are there or the system has refused.
+/// Asks the system to read a file into its cache, so that later reads are fast. May wait for the disk; errors are
+/// ignored.
 void warmPages(const std::string& path);
 
 }  // namespace tesh::bramel::platform

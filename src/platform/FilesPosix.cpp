@@ -13,7 +13,6 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
-#include <utility>
 
 #include "platform/Files.h"
 
@@ -22,11 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Permissions of a new file before the user's mask takes some away.
+/// Permissions of a new file, from which the process' mask removes some.
 constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kPermissionBits = 07777;
 
-/// Symbolic links that are followed one after the other; more are taken for a circle.
+/// The longest chain of symbolic links that is followed, as on Linux; a longer one counts as a loop.
 constexpr int kMostLinks = 40;
 
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
@@ -45,7 +44,7 @@ bool writeAll(int file, std::span<const std::uint8_t> bytes) {
   return ::fsync(file) == 0;
 }
 
-/// The file that `path` leads to through symbolic links, which need not exist; nothing for a circle.
+/// The file that `path` leads to through symbolic links, whether it exists or not; nothing for a loop.
 std::optional<fs::path> linkTarget(fs::path path) {
   for (int i = 0; i < kMostLinks; ++i) {
     std::error_code error;
@@ -58,7 +57,7 @@ std::optional<fs::path> linkTarget(fs::path path) {
   return std::nullopt;
 }
 
-/// Makes an empty file of a name beside `target` that no other writer uses at the same time; -1 on failure.
+/// Creates an empty file beside `target`, under a `name` that no other writer uses. Returns its descriptor, or -1.
 int createBeside(const std::string& target, std::string& name) {
   static std::atomic<unsigned> count{0};
   name = target + '.' + std::to_string(::getpid()) + '.' + std::to_string(count++);
@@ -95,18 +94,6 @@ std::optional<InputFile> InputFile::open(const NativePath& path) {
   }
   return InputFile(file);
 }
-
-InputFile::InputFile(InputFile&& other) noexcept : handle(std::exchange(other.handle, kClosed)) {}
-
-InputFile& InputFile::operator=(InputFile&& other) noexcept {
-  if (this != &other) {
-    close();
-    handle = std::exchange(other.handle, kClosed);
-  }
-  return *this;
-}
-
-InputFile::~InputFile() { close(); }
 
 void InputFile::close() {
   if (handle != kClosed) {

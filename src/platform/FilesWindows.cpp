@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "platform/Files.h"
 #include "platform/WideText.h"
@@ -17,13 +16,10 @@
 namespace tesh::bramel::platform {
 namespace {
 
-/// The most that one call reads or writes: its count has 32 bits.
+/// Bytes that one call reads or writes at most: its count has 32 bits.
 constexpr std::size_t kLongestTransfer = 1U << 30U;
 
-/// The longest path that Windows has anywhere, with its end.
-constexpr DWORD kLongestPath = 32768;
-
-// A handle is a number in a pointer's clothes.
+// A Windows handle is a number of pointer type.
 // NOLINTNEXTLINE(performance-no-int-to-ptr)
 HANDLE native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
@@ -39,7 +35,7 @@ bool writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
   return FlushFileBuffers(file) != 0;
 }
 
-/// The file that a symbolic link leads to; `path` itself where there is no file.
+/// The file that a symbolic link leads to; `path` itself if there is no file.
 std::wstring linkTarget(const std::wstring& path) {
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -53,13 +49,13 @@ std::wstring linkTarget(const std::wstring& path) {
   return target.empty() ? path : target;
 }
 
-/// A name beside the target that no other thread of any process takes at the same time.
+/// A name beside the target that no other thread of any process uses.
 std::wstring temporaryBeside(const std::wstring& target) {
   return target + L'.' + std::to_wstring(GetCurrentProcessId()) + L'.' + std::to_wstring(GetCurrentThreadId());
 }
 
-/// Lets `source` take the name of `target`. Scanners and indexers hold a file open for moments after it was written, so
-/// that a refusal is not taken for an answer at once.
+/// Renames `source` to `target` and replaces what is there. Virus scanners and indexers may hold a new file open for a
+/// moment, so it tries for 200 ms before it fails.
 bool replaceFile(const std::wstring& source, const std::wstring& target) {
   constexpr int kTries = 20;
   constexpr DWORD kPauseMilliseconds = 10;
@@ -95,18 +91,6 @@ std::optional<InputFile> InputFile::open(const NativePath& path) {
   }
   return InputFile(reinterpret_cast<std::intptr_t>(file));
 }
-
-InputFile::InputFile(InputFile&& other) noexcept : handle(std::exchange(other.handle, kClosed)) {}
-
-InputFile& InputFile::operator=(InputFile&& other) noexcept {
-  if (this != &other) {
-    close();
-    handle = std::exchange(other.handle, kClosed);
-  }
-  return *this;
-}
-
-InputFile::~InputFile() { close(); }
 
 void InputFile::close() {
   if (handle != kClosed) {
@@ -170,7 +154,7 @@ bool createFolders(const std::string& path) {
   return PathIsDirectoryW(folder.text()) != FALSE;
 }
 
-/// Reads the file once: what was read stays in the system's cache.
+/// Reads the file once, which leaves it in the system's cache.
 void warmPages(const std::string& path) {
   std::optional<InputFile> file = InputFile::open(path);
   std::array<std::uint8_t, 1U << 16U> bytes;

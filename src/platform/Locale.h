@@ -1,4 +1,4 @@
-// The language that the user reads.
+// The language of the user interface.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,10 +6,12 @@
 
 namespace tesh::bramel::platform {
 
+/// Language ids as Windows numbers them.
 inline constexpr std::uint16_t kLanguageJapanese = 0x411;
 inline constexpr std::uint16_t kLanguageEnglish = 0x409;
 
-/// The default language of the user interface as a language id; everything but Japanese reads as English.
+/// The user's language as a language id. Outside Windows it is Japanese or English: English for any other language of
+/// $LC_ALL, $LC_MESSAGES or $LANG. Any thread.
 std::uint16_t userInterfaceLanguage();
 
 }  // namespace tesh::bramel::platform

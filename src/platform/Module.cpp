@@ -1,4 +1,4 @@
-// One more reference to the library, which is never given back.
+// Takes a reference to the library that is never released.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Module.h"
 

@@ -4,8 +4,8 @@
 
 namespace tesh::bramel::platform {
 
-/// Keeps the library in memory until the process ends, even if its host unloads it: for code that still runs on a
-/// thread which nobody may wait for.
+/// Keeps the library in memory until the process ends, even if its host unloads it. For code that may still run on a
+/// thread that cannot be joined. Any thread.
 void keepModuleLoaded();
 
 }  // namespace tesh::bramel::platform

@@ -1,4 +1,4 @@
-// The folders that a system keeps for shared program data and for a user's documents.
+// The operating system's folders for shared program data and for the user's documents.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,17 +6,18 @@
 
 namespace tesh::bramel::platform {
 
-/// The folder of shared program files. $BRAMEL_COMMON_FILES where that is set; else the folder beside the loaded
-/// library or program where that holds "Tesh/Bramel"; else on Windows the system's common program files, elsewhere the
-/// first that holds "Tesh/Bramel" of $XDG_DATA_HOME (~/.local/share) and each of $XDG_DATA_DIRS (/usr/local/share,
-/// /usr/share). Empty where there is none.
+/// The folder of shared program files; empty if there is none. The first of these:
+/// 1. $BRAMEL_COMMON_FILES, if it is set;
+/// 2. moduleFolder(), if it holds "Tesh/Bramel";
+/// 3. on Windows the folder of common program files; elsewhere the first that holds "Tesh/Bramel" of $XDG_DATA_HOME (or
+///    ~/.local/share) and the folders in $XDG_DATA_DIRS (or /usr/local/share and /usr/share).
 std::string commonFilesFolder();
 
-/// The user's documents. $BRAMEL_DOCUMENTS where that is set; on Windows the system's folder; elsewhere the desktop's
-/// documents folder, else ~/Documents. Empty when there is no home folder.
+/// The user's documents: $BRAMEL_DOCUMENTS if it is set, else the system's documents folder. Outside Windows that is
+/// the desktop's setting (user-dirs.dirs), or ~/Documents without one; empty if there is no home folder.
 std::string documentsFolder();
 
-/// The folder that holds the library or program that this code was linked into.
+/// The folder of the library or program that this code was linked into; empty if the system cannot tell.
 std::string moduleFolder();
 
 }  // namespace tesh::bramel::platform

@@ -1,4 +1,4 @@
-// Shared data and documents where desktops on POSIX systems keep them.
+// Shared data and documents where POSIX desktops keep them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifndef _WIN32
 #include <dlfcn.h>
@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// More than any desktop writes into its settings of folders.
+/// Bytes; more than any desktop writes into user-dirs.dirs.
 constexpr std::uint64_t kLargestSetting = 1U << 16U;
 
 std::string environment(const char* name) {
@@ -24,7 +24,7 @@ std::string environment(const char* name) {
   return value == nullptr ? std::string() : std::string(value);
 }
 
-/// The value of `name`, or what `fallback` below the home folder is.
+/// The value of the variable `name`; if it is not set, the path `fallback` below the home folder, empty without one.
 std::string environmentOrHome(const char* name, const char* fallback) {
   const std::string value = environment(name);
   const std::string home = environment("HOME");
@@ -41,7 +41,8 @@ std::vector<std::string> sharedDataFolders() {
   return folders;
 }
 
-/// The desktop's setting of the documents folder, from a line like XDG_DOCUMENTS_DIR="$HOME/Dokumente".
+/// The documents folder from the desktop's settings, in a line like XDG_DOCUMENTS_DIR="$HOME/Dokumente"; empty if there
+/// is none.
 std::string desktopDocuments() {
   const auto bytes = readWhole(environmentOrHome("XDG_CONFIG_HOME", ".config") + "/user-dirs.dirs", kLargestSetting);
   if (!bytes) {

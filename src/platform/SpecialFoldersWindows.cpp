@@ -13,10 +13,7 @@
 namespace tesh::bramel::platform {
 namespace {
 
-/// The longest path that Windows has anywhere, with its end.
-constexpr DWORD kLongestPath = 32768;
-
-/// An environment variable, or empty where it is not set.
+/// An environment variable; empty if it is not set.
 std::string environment(const wchar_t* name) {
   std::wstring value(kLongestPath, L'\0');
   const DWORD size = GetEnvironmentVariableW(name, value.data(), kLongestPath);
@@ -24,7 +21,7 @@ std::string environment(const wchar_t* name) {
   return toUtf8(value);
 }
 
-/// One of the system's folders by its CSIDL number, or empty where the system has none.
+/// A folder of the system by its CSIDL number; empty if the system has none.
 std::string systemFolder(int folder) {
   std::wstring path(MAX_PATH, L'\0');
   return SHGetSpecialFolderPathW(nullptr, path.data(), folder, FALSE) == TRUE ? toUtf8(path.data()) : std::string();

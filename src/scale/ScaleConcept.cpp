@@ -1,4 +1,4 @@
-// What all scales share.
+// Inversion and transposition of chords, and the octave flags of most scales.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleConcept.h"
 

@@ -1,4 +1,4 @@
-// The setters, the tables that follow from them, and the notes and chords of keys.
+// The setters, the tables that they rebuild, and the notes and chords of keys.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleHost.h"
 
@@ -52,7 +52,7 @@ void ScaleHost::setScale(std::int32_t index) {
     return;
   }
   currentScale = index;
-  keysPerOctave = std::min<std::uint64_t>(scaleInForce().noteCount(), ceiling);
+  keysPerOctave = std::min<std::uint64_t>(currentConcept().noteCount(), ceiling);
   rebuild();
   tell(&ScaleHostListener::scaleChanged);
 }
@@ -76,7 +76,7 @@ void ScaleHost::setNoteCount(std::uint64_t count) {
   if (count < 1) {
     return;
   }
-  ceiling = std::min<std::uint64_t>(count, scaleInForce().noteCount());
+  ceiling = std::min<std::uint64_t>(count, currentConcept().noteCount());
   keysPerOctave = ceiling;
   rebuild();
   tell(&ScaleHostListener::noteCountChanged);
@@ -90,7 +90,7 @@ void ScaleHost::setChordMode(bool on) {
 std::int32_t ScaleHost::noteForKey(std::int32_t key, std::int32_t octaveOffset) const {
   const auto keys = static_cast<std::int32_t>(keysPerOctave);
   const std::int32_t from = std::max(key, 0);
-  // In 64 bits, so that a key or a root past all notes wraps instead of overflowing.
+  // In 64 bits: a key or a root past all notes wraps, and signed overflow would be undefined.
   const std::int64_t lift = 12 * (std::int64_t{from / keys} + octaveOffset) + root;
   return static_cast<std::int32_t>(notes[static_cast<std::size_t>(from % keys)] + lift);
 }
@@ -102,7 +102,7 @@ ChordRecord ScaleHost::chordForKey(std::int32_t key, std::int32_t octaveOffset) 
   transposeNotes(record, static_cast<std::int32_t>(root));
   const std::int64_t lift = 12 * (std::int64_t{octaveOffset} + from / keys);
   record.bass = static_cast<std::int32_t>(record.bass + lift + root);
-  const OctaveFlags& stays = scaleInForce().octaveFlags();
+  const OctaveFlags& stays = currentConcept().octaveFlags();
   for (std::size_t k = 0; k < static_cast<std::size_t>(record.count); ++k) {
     if (stays[k] == 0) {
       record.notes[k] = static_cast<std::uint16_t>(record.notes[k] + lift);
@@ -116,7 +116,7 @@ ChordRecord ScaleHost::chordForKey(std::int32_t key, std::int32_t octaveOffset) 
 }
 
 void ScaleHost::rebuild() {
-  const ScaleConcept& now = scaleInForce();
+  const ScaleConcept& now = currentConcept();
   const auto size = static_cast<std::size_t>(keysPerOctave);
   degrees.assign(now.chordOrder(), now.chordOrder() + size);
   notes.resize(size);

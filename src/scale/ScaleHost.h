@@ -1,4 +1,4 @@
-// Keeps the current scale of an instrument and turns key numbers into notes and chords of it.
+// The scale of an on-screen keyboard. It translates the numbers of keys to notes and chords of the current scale.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,10 +12,10 @@
 
 namespace scale {
 
-/// The display name of a scale; indices outside the catalogue are held to its ends.
+/// The display name of a scale; an index out of range gives the name of the first or the last one. Any thread.
 const char* scaleName(std::int32_t index);
 
-/// Told at the end of each setter.
+/// Each setter ends with the call that belongs to it.
 class ScaleHostListener {
  public:
   virtual ~ScaleHostListener() = default;
@@ -27,16 +27,21 @@ class ScaleHostListener {
   virtual void chordModeChanged() = 0;
 };
 
-/// Starts with the chromatic scale, root 0 and 12 keys. Message thread only. Scale indices outside 0 to 34, a note
-/// count below 1 and negative keys change nothing or read as key 0.
+/// Starts with the chromatic scale, root 0 and 12 notes per octave. Message thread only. Setters ignore a scale outside
+/// 0 to 34 and a note count below 1; other values are stored as they are.
 class ScaleHost {
  public:
   explicit ScaleHost(ScaleHostListener* hostListener = nullptr);
 
+  /// Chooses a scale. It uses as many notes per octave as it has, but at most maxNotes().
   void setScale(std::int32_t index);
+
+  /// The root, in semitones.
   void setKey(std::uint32_t key);
   void setOctave(std::int32_t newOctave);
   void setKeyRange(std::uint64_t range);
+
+  /// Limits the scale to its `count` most important notes, also for scales that are chosen later.
   void setNoteCount(std::uint64_t count);
   void setChordMode(bool on);
 
@@ -44,20 +49,25 @@ class ScaleHost {
   std::uint32_t rootKey() const { return root; }
   std::int32_t octave() const { return viewOctave; }
   std::uint64_t keyRange() const { return viewKeyRange; }
+
+  /// Notes per octave that are in use, and the limit to their number.
   std::uint64_t noteCount() const { return keysPerOctave; }
   std::uint64_t maxNotes() const { return ceiling; }
   bool chordMode() const { return viewChordMode; }
+
+  /// The degrees that carry chords, and the notes in semitones above the root: noteCount() of each, in ascending order.
   const std::vector<std::int32_t>& degreeTable() const { return degrees; }
   const std::vector<std::int32_t>& noteTable() const { return notes; }
 
-  /// The note of a key, counted upward in notes of the scale, `octaveOffset` octaves up.
+  /// The note of a key in semitones, raised by `octaveOffset` octaves. Keys count the notes of the scale upwards from
+  /// the root; a negative key counts as 0.
   std::int32_t noteForKey(std::int32_t key, std::int32_t octaveOffset) const;
 
-  /// The chord of a key, `octaveOffset` octaves up, its notes ascending and without doubles.
+  /// The chord of a key, raised by `octaveOffset` octaves, with its notes in ascending order and each only once.
   ChordRecord chordForKey(std::int32_t key, std::int32_t octaveOffset) const;
 
  private:
-  const ScaleConcept& scaleInForce() const { return *scales[static_cast<std::size_t>(currentScale)]; }
+  const ScaleConcept& currentConcept() const { return *scales[static_cast<std::size_t>(currentScale)]; }
   void rebuild();
   void tell(void (ScaleHostListener::*event)());
 

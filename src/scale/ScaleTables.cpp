@@ -1,4 +1,4 @@
-// The catalogue itself.
+// The tables of the scales, in the order of their numbers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleTables.h"
 

@@ -7,7 +7,7 @@
 namespace scale {
 namespace {
 
-/// The drone under a raga's note, by inversion.
+/// The three notes of a raga's drone in semitones above the root, by inversion: a major triad in open position.
 constexpr std::array<std::array<std::uint16_t, 3>, 5> kDrones{
     {{36, 43, 52}, {40, 48, 55}, {43, 52, 60}, {48, 55, 64}, {52, 60, 67}}};
 
@@ -19,14 +19,14 @@ ChordRecord singleNote(std::int32_t note) {
   return record;
 }
 
-/// All four notes of `row`, set on `root`, with the root as bass.
+/// All four notes of `row` above `root`, with the root as bass.
 ChordRecord chordOn(const ChordRow& row, std::int32_t root) {
   ChordRecord record{row, static_cast<std::int32_t>(kChordNotes), root};
   transposeNotes(record, root);
   return record;
 }
 
-/// The first `count` notes of a close `row` on `root`, inverted.
+/// The first `count` notes of the close chord `row` above `root`, inverted.
 ChordRecord voicingOn(const ChordRow& row, std::int32_t root, std::int32_t inversion, std::int32_t count) {
   ChordRecord record = chordOn(row, root);
   record.count = std::min(count, static_cast<std::int32_t>(kChordNotes));

@@ -1,4 +1,4 @@
-// The 35 scales of the catalogue: three families that read tables, and three scales that stand alone.
+// The 35 scales. Each is a row of the tables, read by one of four families that make their chords in different ways.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace scale {
 
-/// A scale whose notes and orders stand in a table. The table outlives it.
+/// A scale whose notes and orders come from a table, which must outlive it.
 class TabledScale : public ScaleConcept {
  public:
   explicit TabledScale(const ScaleTable& scaleTable) : table(scaleTable) {}
@@ -21,7 +21,7 @@ class TabledScale : public ScaleConcept {
   const ScaleTable& table;
 };
 
-/// Chords tabled per degree.
+/// The table names a chord for each degree, and the note that it is built on.
 class ChordScale : public TabledScale {
  public:
   using TabledScale::TabledScale;
@@ -32,7 +32,8 @@ class ChordScale : public TabledScale {
   const ChordRow& closedChordRow(std::int32_t degree) const;
 };
 
-/// Close chords of stacked degrees.
+/// Close chords are made of degrees of the scale, such as every second one. Open chords come from the table: one for
+/// all degrees (the pattern), or one per degree.
 class DiatonicScale : public TabledScale {
  public:
   using TabledScale::TabledScale;
@@ -41,7 +42,7 @@ class DiatonicScale : public TabledScale {
   const ChordRow& chordRow(std::int32_t degree) const;
 };
 
-/// Played over a drone, whose three notes keep their octave.
+/// A degree is played over a drone of three notes, which stay when the octave changes.
 class RagaScale : public TabledScale {
  public:
   using TabledScale::TabledScale;
@@ -50,7 +51,7 @@ class RagaScale : public TabledScale {
   const OctaveFlags& octaveFlags() const override;
 };
 
-/// One chord form for all degrees, set on the degree's interval.
+/// The same form of chord on every degree.
 class UniformChordScale : public TabledScale {
  public:
   using TabledScale::TabledScale;

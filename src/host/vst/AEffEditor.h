@@ -1,4 +1,4 @@
-// The base of an editor that lives in a host's window.
+// The base class of an editor in a host's window.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@ namespace tesh::bramel::vst {
 
 class AudioEffect;
 
-/// The message thread's; an AudioEffect owns it.
+/// Owned by an AudioEffect. Called on the thread of the host's window.
 class AEffEditor {
  public:
   explicit AEffEditor(AudioEffect* owner) : effect(owner) {}
@@ -18,7 +18,7 @@ class AEffEditor {
 
   virtual AudioEffect* getEffect() { return effect; }
 
-  /// Gives the editor's rectangle, which stays the editor's; null and false where there is none.
+  /// Points `*rect` at the editor's rectangle, which the editor keeps. Null and false if there is none.
   virtual bool getRect(ERect** rect) {
     if (rect != nullptr) {
       *rect = nullptr;
@@ -26,7 +26,7 @@ class AEffEditor {
     return false;
   }
 
-  /// Opens in the host's window `window`.
+  /// Opens the editor inside the host's window `window`, in the system's own type. False on failure.
   virtual bool open(void* window) {
     systemWindow = window;
     return false;
@@ -35,14 +35,14 @@ class AEffEditor {
   virtual bool isOpen() { return systemWindow != nullptr; }
   virtual void idle() {}
 
-  /// True where the editor has used the key, the wheel or the mode.
+  /// Return true if the editor has used the key, the wheel or the knob mode.
   virtual bool onKeyDown(VstKeyCode&) { return false; }
   virtual bool onKeyUp(VstKeyCode&) { return false; }
   virtual bool onWheel(float) { return false; }
   virtual bool setKnobMode(std::int32_t) { return false; }
 
-  /// How many pixels the host gives to one of the editor's units, above 0. True where the editor follows it: its
-  /// rectangle has then changed.
+  /// Sets the number of pixels per unit of the editor, above 0. Returns true if the editor follows; its rectangle has
+  /// then changed.
   virtual bool setContentScale(float) { return false; }
 
  protected:

@@ -1,5 +1,5 @@
-// The base of every plug-in: it carries the record that the host sees, turns the host's first opcodes into virtual
-// operations, and holds the way back to the host.
+// The base class of a plug-in. It owns the record through which the host calls it, turns the opcodes up to 24 into
+// virtual functions, and calls the host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,46 +12,52 @@
 
 namespace tesh::bramel::vst {
 
-/// What a plug-in does not override answers with nothing. Nothing that is thrown reaches the host.
+/// Functions that a plug-in does not override do nothing and return 0 or an empty text. No exception reaches the host.
 class AudioEffect {
  public:
-  /// `master` is the host's callback and may be null: then all calls to the host are inert.
+  /// `master` is the host's callback. If it is null, calls to the host do nothing and return 0.
   AudioEffect(AudioMasterCallback master, std::int32_t programCount, std::int32_t parameterCount);
   AudioEffect(const AudioEffect&) = delete;
   AudioEffect& operator=(const AudioEffect&) = delete;
   virtual ~AudioEffect();
 
-  /// Opcodes up to 24; everything else gives 0.
+  /// Handles the opcodes up to 24; all others return 0. The meaning of the arguments depends on the opcode.
   virtual std::intptr_t dispatcher(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
 
   virtual void open() {}
   virtual void close() {}
   virtual void suspend() {}
   virtual void resume() {}
+
+  /// Hertz, and the longest block in frames. Hosts call them while processing is suspended.
   virtual void setSampleRate(float rate) { sampleRate = rate; }
   virtual void setBlockSize(std::int32_t frames) { blockSize = frames; }
 
+  /// Renders `frames` frames, one pointer per channel. Audio thread.
   virtual void processReplacing(float** /*inputs*/, float** /*outputs*/, std::int32_t /*frames*/) SIVRAY_NONBLOCKING {}
   virtual void processDoubleReplacing(double** /*inputs*/, double** /*outputs*/, std::int32_t /*frames*/) {}
 
+  /// Values are from 0 to 1. Hosts call both on any thread, the audio thread included.
   virtual void setParameter(std::int32_t /*index*/, float /*value*/) SIVRAY_NONBLOCKING {}
   virtual float getParameter(std::int32_t /*index*/) { return 0.0F; }
 
-  /// Sets a parameter of this object, then tells the host.
+  /// Sets a parameter, then tells the host, which may record it.
   virtual void setParameterAutomated(std::int32_t index, float value);
 
   virtual std::int32_t getProgram() { return curProgram; }
   virtual void setProgram(std::int32_t index) { curProgram = index; }
   virtual void setProgramName(char* /*name*/) {}
 
-  /// Texts go into kParameterTextBytes; a null pointer takes nothing.
+  /// `text` has kParameterTextBytes; null is ignored.
   virtual void getProgramName(char* text);
   virtual void getParameterLabel(std::int32_t index, char* text);
   virtual void getParameterDisplay(std::int32_t index, char* text);
   virtual void getParameterName(std::int32_t index, char* text);
 
-  /// Hands out the plug-in's state, which stays the plug-in's, and gives its size.
+  /// Points `*data` at the state, which the plug-in keeps, and returns its size in bytes.
   virtual std::int32_t getChunk(void** /*data*/, bool /*isPreset*/) { return 0; }
+
+  /// Restores a state of `size` bytes. What it returns is for the host, and has no fixed meaning.
   virtual std::int32_t setChunk(void* /*data*/, std::int32_t /*size*/, bool /*isPreset*/) { return 0; }
 
   virtual void setUniqueID(std::int32_t id) { cEffect.uniqueID = id; }
@@ -62,7 +68,7 @@ class AudioEffect {
   virtual void programsAreChunks(bool state) { setFlag(effFlagsProgramChunks, state); }
   virtual void setInitialDelay(std::int32_t frames) { cEffect.initialDelay = frames; }
 
-  /// Takes the editor over.
+  /// Takes ownership of the editor and tells the host, by a flag, whether there is one.
   void setEditor(std::unique_ptr<AEffEditor> newEditor);
   virtual AEffEditor* getEditor() { return editor.get(); }
 
@@ -70,19 +76,20 @@ class AudioEffect {
   virtual float getSampleRate() { return sampleRate; }
   virtual std::int32_t getBlockSize() { return blockSize; }
 
-  /// The version of the interface that the host speaks; 1 without an answer.
+  /// The version of the interface that the host uses; 1 if it does not answer.
   virtual std::int32_t getMasterVersion();
   virtual std::int32_t getCurrentUniqueId();
   virtual void masterIdle();
 
-  /// Numbers as text in at most `capacity` bytes. Frames are read at this object's sample rate.
+  /// Write a number as text of at most `capacity` bytes, terminating zero included: a linear level in decibels, a
+  /// period in frames as a frequency, a number of frames in milliseconds, a plain number.
   virtual void dB2string(float level, char* text, std::int32_t capacity);
   virtual void Hz2string(float frames, char* text, std::int32_t capacity);
   virtual void ms2string(float frames, char* text, std::int32_t capacity);
   virtual void float2string(float value, char* text, std::int32_t capacity);
   virtual void int2string(std::int32_t value, char* text, std::int32_t capacity);
 
-  /// Deprecated parts of the interface, which old hosts may still look for.
+  /// Deprecated parts of the interface that old hosts may still use.
   virtual void process(float** /*inputs*/, float** /*outputs*/, std::int32_t /*frames*/) {}
   virtual void hasVu(bool state) { setFlag(effFlagsHasVu, state); }
   virtual void hasClip(bool state) { setFlag(effFlagsHasClip, state); }
@@ -93,7 +100,7 @@ class AudioEffect {
   virtual bool isOutputConnected(std::int32_t pin);
 
  protected:
-  /// Calls the host; gives 0 where there is none.
+  /// Calls the host; returns 0 if there is none.
   std::intptr_t callHost(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
                          float opt = 0.0F);
   void setFlag(std::int32_t flag, bool state);
@@ -108,7 +115,7 @@ class AudioEffect {
   AEffect cEffect{};
 };
 
-/// A host's pointer-sized value as the 32-bit number it stands for; what does not fit reads as the nearest end.
+/// The 32-bit number that a host passes in a pointer-sized value; a value out of range gives the nearer end.
 std::int32_t narrowToInt32(std::intptr_t value);
 
 }  // namespace tesh::bramel::vst

@@ -5,11 +5,11 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// What a host gives as a number and means as an address. Null and what cannot be an address, such as the small numbers
-/// of a host that tries every call or answers everything with one number, give null.
+/// An address that a host passes as a number. Returns null for what cannot be an address, such as the small numbers of
+/// a host that tries every call or that answers all of them with the same number.
 template <class Record>
 Record* addressInNumber(std::intptr_t value) {
-  constexpr std::intptr_t kLowestAddress = 65536;
+  constexpr std::intptr_t kLowestAddress = 65536;  // Linux and Windows map nothing below.
   constexpr auto kAlignment = static_cast<std::intptr_t>(alignof(Record));
   if (value < kLowestAddress || value % kAlignment != 0) {
     return nullptr;
@@ -17,7 +17,7 @@ Record* addressInNumber(std::intptr_t value) {
   return reinterpret_cast<Record*>(value);  // NOLINT(performance-no-int-to-ptr): the interface passes it so.
 }
 
-/// A modifier's byte that travels as a float.
+/// The modifier keys' byte, which the interface passes as a float.
 std::uint8_t byteInFloat(float value) {
   return value >= 0.0F && value < 256.0F ? static_cast<std::uint8_t>(value) : std::uint8_t{0};
 }

@@ -1,5 +1,4 @@
-// The base of plug-ins that take events and tell about themselves: the opcodes from 25 on, and the calls to the host
-// that came with them.
+// The base class of a plug-in that receives MIDI: the opcodes from 25 on, and the newer calls to the host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,15 +10,15 @@
 
 namespace tesh::bramel::vst {
 
-/// Records of families that nothing here serves travel as `void*`.
+/// Records of the interface that no plug-in here uses are passed as `void*`.
 class AudioEffectX : public AudioEffect {
  public:
   using AudioEffect::AudioEffect;
 
-  /// Opcodes from 25 on; everything else goes to the base class.
+  /// Handles the opcodes from 25 on and passes all others to the base class.
   std::intptr_t dispatcher(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
 
-  // What a host asks. False and 0 mean that it is not supported.
+  // What a host asks. False and 0 mean: not supported.
   virtual std::int32_t processEvents(VstEvents* /*events*/) SIVRAY_NONBLOCKING { return 0; }
   virtual bool canParameterBeAutomated(std::int32_t /*index*/) { return true; }
   virtual bool string2parameter(std::int32_t /*index*/, char* /*text*/) { return false; }
@@ -35,11 +34,11 @@ class AudioEffectX : public AudioEffect {
   virtual bool processVariableIo(void* /*io*/) { return false; }
   virtual bool setSpeakerArrangement(void* /*input*/, void* /*output*/) { return false; }
 
-  /// Sets both to null where arrangements are not supported.
+  /// Sets both to null if speaker arrangements are not supported.
   virtual bool getSpeakerArrangement(void** input, void** output);
   virtual bool setBypass(bool /*on*/) { return false; }
 
-  /// Texts of kEffectNameBytes, kVendorTextBytes and kVendorTextBytes.
+  /// `text` has kEffectNameBytes, kVendorTextBytes and kVendorTextBytes.
   virtual bool getEffectName(char* /*text*/) { return false; }
   virtual bool getVendorString(char* /*text*/) { return false; }
   virtual bool getProductString(char* /*text*/) { return false; }
@@ -48,7 +47,7 @@ class AudioEffectX : public AudioEffect {
     return 0;
   }
 
-  /// 1 yes, -1 no, 0 don't know.
+  /// 1 for yes, -1 for no, 0 for unknown.
   virtual std::int32_t canDo(char* /*text*/) { return 0; }
   virtual std::int32_t getGetTailSize() { return 0; }
   virtual bool getParameterProperties(std::int32_t /*index*/, void* /*properties*/) { return false; }
@@ -71,14 +70,16 @@ class AudioEffectX : public AudioEffect {
   virtual std::int32_t getNumMidiInputChannels() { return 0; }
   virtual std::int32_t getNumMidiOutputChannels() { return 0; }
 
-  // What a plug-in declares.
+  // What a plug-in tells about itself.
   virtual void isSynth(bool state) { setFlag(effFlagsIsSynth, state); }
   virtual void noTail(bool state) { setFlag(effFlagsNoSoundInStop, state); }
   virtual void wantAsyncOperation(bool state) { setFlag(effFlagsExtIsAsync, state); }   ///< Deprecated.
   virtual void hasExternalBuffer(bool state) { setFlag(effFlagsExtHasBuffer, state); }  ///< Deprecated.
 
-  // What a plug-in asks of its host. Without a host, and without an answer: null, false, 0.
-  /// The host's; good until the end of the block. `filter` holds the VstTimeInfoFlags that are wanted.
+  // What a plug-in asks its host. Null, false or 0 if there is no host or no answer.
+
+  /// The host's transport. Valid until the end of the block. `filter` holds the VstTimeInfoFlags that are wanted. Audio
+  /// thread.
   virtual VstTimeInfo* getTimeInfo(std::int32_t filter);
   virtual bool sendVstEventsToHost(VstEvents* events);
   virtual bool ioChanged();
@@ -95,19 +96,19 @@ class AudioEffectX : public AudioEffect {
   virtual std::int32_t offlineGetCurrentPass();
   virtual std::int32_t offlineGetCurrentMetaPass();
 
-  /// `text` takes kVendorTextBytes, and more from hosts that do not count.
+  /// `text` should have more than kVendorTextBytes, because some hosts write more.
   virtual bool getHostVendorString(char* text);
   virtual bool getHostProductString(char* text);
   virtual std::int32_t getHostVendorVersion();
   virtual std::intptr_t hostVendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt);
 
-  /// Nonzero when the host says yes.
+  /// Nonzero if the host says yes.
   virtual std::int32_t canHostDo(const char* text);
   virtual std::int32_t getHostLanguage();
   virtual void* getDirectory();
   virtual bool updateDisplay();
 
-  /// A gesture of the user's hand on a parameter begins and ends.
+  /// Tell the host that the user begins and ends a gesture on a parameter, so that it records one movement.
   virtual bool beginEdit(std::int32_t index);
   virtual bool endEdit(std::int32_t index);
   virtual bool openFileSelector(void* selection);

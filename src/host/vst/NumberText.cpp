@@ -1,4 +1,4 @@
-// Numbers as text for hosts.
+// The digits of numbers, cut to eight characters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/vst/NumberText.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kNumberCharacters = 8;
 constexpr const char* kTooLong = "Huge!";
-/// Whole numbers below these leave room for nothing but themselves and, when negative, the sign.
+/// Between these a number's whole part, with its sign, has at most eight characters.
 constexpr double kLongestPositive = 99999999.0;
 constexpr double kLongestNegative = -9999999.0;
 
@@ -47,7 +47,7 @@ std::string levelText(float level) {
   if (!(level > 0.0F)) {
     return "-oo";
   }
-  // Rounded to single precision, so that a level of 0.1 reads as 20 decibels and not as a little less.
+  // Rounded to single precision: a level of 0.1 must give -20 decibels, and not slightly less with its digits cut off.
   return floatText(static_cast<double>(static_cast<float>(20.0 * std::log10(static_cast<double>(level)))));
 }
 

@@ -1,4 +1,4 @@
-// Numbers as text of at most eight characters, the way hosts have always shown them.
+// Numbers as text of at most eight characters, as hosts expect them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,16 +9,17 @@
 
 namespace tesh::bramel::vst {
 
-/// A point, and as many decimals as make eight characters, cut and not rounded. "Huge!" for what does not fit.
+/// Eight characters with a decimal point; further digits are cut off, not rounded. Eight digits need no point. "Huge!"
+/// for a number that does not fit, and for NaN.
 std::string floatText(double value);
 
-/// "Huge!" for what does not fit.
+/// "Huge!" for a number that does not fit.
 std::string integerText(std::int32_t value);
 
-/// A linear level in decibels; "-oo" from 0 down.
+/// A linear level in decibels; "-oo" for 0 and less, and for NaN.
 std::string levelText(float level);
 
-/// Copies as much of `text` as `capacity` bytes hold and ends it with a zero. Nothing happens to a null destination.
+/// Copies as much of `text` as fits into `capacity` bytes with a terminating zero. Ignores a null destination.
 void copyText(char* destination, std::string_view text, std::size_t capacity);
 
 }  // namespace tesh::bramel::vst

@@ -1,5 +1,5 @@
-// The numbers of the plug-in interface's calls, in both directions. Numbers that are missing here were withdrawn from
-// the interface or are of no use to an instrument; a plug-in answers them with 0.
+// The numbers of the plug-in interface's calls, in both directions. Numbers that are missing were withdrawn from the
+// interface or are of no use to an instrument; a plug-in returns 0 for them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -109,10 +109,10 @@ enum AudioMasterOpcodes : std::int32_t {
   audioMasterCloseFileSelector = 46,
 };
 
-/// Answers to effGetPlugCategory that an instrument or an effect gives.
+/// Answers to effGetPlugCategory: an unknown kind of plug-in, an instrument.
 enum VstPlugCategory : std::int32_t { kPlugCategUnknown = 0, kPlugCategSynth = 2 };
 
-/// The version of the interface that effGetVstVersion tells.
+/// The answer to effGetVstVersion: version 2.4 of the interface.
 inline constexpr std::int32_t kVstVersion = 2400;
 
 }  // namespace tesh::bramel::vst

@@ -1,5 +1,4 @@
-// The records that a host and a plug-in share, bit for bit as the plug-in interface publishes them. Nothing here has
-// behaviour.
+// The records that a host and a plug-in share. Their layout is that of the published plug-in interface.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -52,11 +51,11 @@ enum AEffectFlags : std::int32_t {
   effFlagsCanDoubleReplacing = 1 << 12,
 };
 
-/// What a host knows of a plug-in.
+/// The record by which a host knows a plug-in.
 struct AEffect {
   std::int32_t magic;  ///< kEffectMagic.
   AEffectDispatcherProc dispatcher;
-  AEffectProcessProc process;  ///< Deprecated: adds to its outputs.
+  AEffectProcessProc process;  ///< Deprecated: adds to the outputs.
   AEffectSetParameterProc setParameter;
   AEffectGetParameterProc getParameter;
   std::int32_t numPrograms;
@@ -64,14 +63,14 @@ struct AEffect {
   std::int32_t numInputs;
   std::int32_t numOutputs;
   std::int32_t flags;
-  std::intptr_t resvd1;        ///< The host's.
-  std::intptr_t resvd2;        ///< The host's.
+  std::intptr_t resvd1;        ///< For the host.
+  std::intptr_t resvd2;        ///< For the host.
   std::int32_t initialDelay;   ///< Latency in frames.
   std::int32_t realQualities;  ///< Deprecated.
   std::int32_t offQualities;   ///< Deprecated.
   float ioRatio;               ///< Deprecated.
   void* object;                ///< The AudioEffect.
-  void* user;                  ///< The host's.
+  void* user;                  ///< For the host.
   std::int32_t uniqueID;
   std::int32_t version;
   AEffectProcessProc processReplacing;
@@ -79,10 +78,10 @@ struct AEffect {
   char future[56];
 };
 
-/// Types of events; all others are deprecated.
+/// Types of events that are not deprecated.
 enum VstEventTypes : std::int32_t { kVstMidiType = 1, kVstSysExType = 6 };
 
-/// The head that events of every type share.
+/// The first members of an event of any type.
 struct VstEvent {
   std::int32_t type;
   std::int32_t byteSize;
@@ -123,7 +122,7 @@ struct VstMidiSysexEvent {
   std::intptr_t resvd2;
 };
 
-/// Bits of VstTimeInfo::flags, and of the filter that asks for it.
+/// Bits of VstTimeInfo::flags, and of the filter of audioMasterGetTime.
 enum VstTimeInfoFlags : std::int32_t {
   kVstTransportChanged = 1 << 0,
   kVstTransportPlaying = 1 << 1,
@@ -141,6 +140,7 @@ enum VstTimeInfoFlags : std::int32_t {
   kVstClockValid = 1 << 15,
 };
 
+/// The host's transport. Positions are in frames (samplePos), nanoseconds, or quarter notes (the others).
 struct VstTimeInfo {
   double samplePos;
   double sampleRate;
@@ -172,8 +172,8 @@ struct ERect {
   std::int16_t right;
 };
 
-/// Room that a host gives for text, the terminating zero included. Hosts give more than the interface asks of them for
-/// programs and parameters: 24 bytes is what everybody has.
+/// Bytes that a host provides for a text, including the terminating zero. For names and values of parameters the
+/// interface promises fewer than 24, but every host provides at least that many.
 inline constexpr std::size_t kParameterTextBytes = 24;
 inline constexpr std::size_t kEffectNameBytes = 32;
 inline constexpr std::size_t kVendorTextBytes = 64;

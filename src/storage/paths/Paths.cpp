@@ -1,4 +1,4 @@
-// The table of keys, and files by path.
+// The folder or file of each key, and files by path.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/paths/Paths.h"
 
@@ -10,8 +10,8 @@ namespace {
 
 bool isSeparator(char c) { return c == '/' || c == '\\'; }
 
-/// `folder` joined with `relative`, or empty where there is no such folder: a path must never become relative to where
-/// the host happens to run.
+/// Joins `folder` and `relative`; empty if there is no such folder, because the result would be a path relative to the
+/// host's working folder.
 std::string below(const std::string& folder, std::string_view relative) {
   return folder.empty() ? std::string() : joinPath(folder, relative);
 }
@@ -21,8 +21,7 @@ std::string macroFolder(std::string_view name) { return below(below(sharedBase()
 /// A file of the instrument's macro folder.
 std::string macroFile(std::string_view name, std::string_view file) { return below(macroFolder(name), file); }
 
-/// The user's program file in `folder`, which is made first. What is wrong with the folder shows when the file is
-/// written.
+/// The user's file in `folder`. Creates `madeFolder`; if that fails, so will writing the file, which is reported then.
 std::string userFile(const std::string& folder, const std::string& madeFolder, std::string_view name) {
   if (folder.empty()) {
     return {};

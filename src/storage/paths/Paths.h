@@ -1,5 +1,6 @@
-// Where every file lies that the instrument reads or writes: string keys in, paths out. Paths are UTF-8 and their
-// separator is a backslash on every system; the platform layer turns it into the system's own.
+// The paths of all files that the instrument reads or writes, by string keys. Paths are UTF-8 with a backslash as
+// separator on every operating system; the platform layer replaces it by the system's own. Any thread but the audio
+// thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -29,34 +30,35 @@ inline constexpr std::string_view kBramelPath_UserProgram = "kBramelPath_UserPro
 inline constexpr std::string_view kBramelPath_UserCCMap = "kBramelPath_UserCCMap";
 inline constexpr std::string_view kBramelPath_ActiveCCMap = "kBramelPath_ActiveCCMap";
 
-/// The read-only tree that is installed with the product; empty when the system has no place for it.
+/// The read-only folder that is installed with the product; empty if the system has no place for it.
 std::string sharedBase();
 
-/// The user's own tree below the documents.
+/// The user's folder in the documents; empty if there is no documents folder.
 std::string userBase();
 
-/// The folder of a kBramelDirectory_* key; empty for keys without a folder and unknown keys.
+/// The folder of a kBramelDirectory_* key; empty for an unknown key, and for Library, Projects and EditBuffer, which
+/// have no folder.
 std::string directoryFor(std::string_view key);
 
-/// The file of a kBramelPath_* key for the instrument `name`; empty for unknown keys. The keys of user files make the
-/// file's folder.
+/// The file of a kBramelPath_* key for the instrument `name`; empty for an unknown key. Keys of user files also create
+/// the folder of the file.
 std::string pathFor(std::string_view key, std::string_view name);
 
-/// `base` and `relative` with one separator between them; one that `relative` begins with is dropped. An empty part
-/// gives the other.
+/// Joins two paths with one separator. A separator at the start of `relative` is dropped. If one path is empty, the
+/// result is the other.
 std::string joinPath(std::string_view base, std::string_view relative);
 
 bool fileExists(const std::string& path);
 
-/// The whole file; empty if it cannot be read, is no regular file, or is larger than 64 MiB. Never waits for another
-/// process. Must not be called with a lock held that the audio thread takes.
+/// The whole file; empty if it cannot be read, is not a regular file, or is larger than 64 MiB. Never waits for another
+/// process. The caller must not hold a lock that the audio thread takes.
 std::vector<std::uint8_t> readFile(const std::string& path);
 
-/// Replaces the file as a whole, through a symbolic link and with its permissions: a failure leaves the old one as it
-/// was and gives false. Must not be called with a lock held that the audio thread takes.
+/// Replaces the file in one step, or creates it. Follows a symbolic link and keeps the old file's permissions. False on
+/// failure, which leaves the old file unchanged. The caller must not hold a lock that the audio thread takes.
 bool writeFile(const std::string& path, const void* data, std::size_t size);
 
-/// `readFile` and `writeFile` for a path from a file dialog, where a backslash may belong to a name.
+/// `readFile` and `writeFile` for a path from a file dialog, in which a backslash may be part of a name.
 std::vector<std::uint8_t> readChosenFile(const std::string& path);
 bool writeChosenFile(const std::string& path, const void* data, std::size_t size);
 

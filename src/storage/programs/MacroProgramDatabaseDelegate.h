@@ -1,4 +1,4 @@
-// The values that a program database reads when it stores the current state.
+// What a program database asks its owner when it stores the current state as a program. Called under the owner's lock.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,12 +11,12 @@ class MacroProgramDatabaseDelegate {
  public:
   virtual ~MacroProgramDatabaseDelegate() = default;
 
-  /// The number of macros that a program holds values for today.
+  /// The number of macros.
   virtual std::uint64_t macroCount() const = 0;
 
-  /// The macro's stored value, 0 to 1; 0 for an index past the list.
+  /// The macro's value, 0 to 1; 0 for an index out of range.
   virtual float macroValue(std::uint64_t index) const = 0;
-  /// The macro's object; 0 if it has none, or for an index past the list.
+  /// The macro's object, an opaque number; 0 if it has none, or for an index out of range.
   virtual std::uint64_t macroObject(std::uint64_t index) const = 0;
   virtual const std::string& programName() const = 0;
   virtual const std::string& programComment() const = 0;

@@ -14,11 +14,11 @@ namespace {
 using cofu::core::ByteReader;
 using cofu::core::ByteWriter;
 
-constexpr std::uint32_t kValuesOnly = 256;  // Floats and nothing else.
-constexpr std::uint32_t kNamed = 512;       // Names and times, no ids.
-constexpr std::uint32_t kWithId = 768;      // As the newest, but the entries are floats.
+constexpr std::uint32_t kValuesOnly = 256;  // Values as floats, nothing else.
+constexpr std::uint32_t kNamed = 512;       // With name, comment and time, but without an id.
+constexpr std::uint32_t kWithId = 768;      // Like the newest version, but without objects.
 
-/// Bytes of a record before its entries.
+/// Bytes of a record before its entries. Those of kNamed: marker, two texts, time, and 8 that are ignored.
 std::uint64_t headBytes(std::uint32_t version) {
   switch (version) {
     case kValuesOnly:
@@ -78,7 +78,7 @@ std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint
   return static_cast<std::size_t>(count);
 }
 
-/// The number of records that kMostGrowth allows. In memory a record takes more than in an image.
+/// The number of records that kMostGrowth allows for, judged by their size in memory, which is larger than when saved.
 std::uint64_t ProgramDatabase::mostRecords(std::uint64_t imageBytes) const {
   const std::uint64_t macros = std::max(macrosPerRecord, delegate.macroCount());
   const std::uint64_t saved = kRecordHeadBytes + kEntryBytes * delegate.macroCount();
@@ -86,7 +86,7 @@ std::uint64_t ProgramDatabase::mostRecords(std::uint64_t imageBytes) const {
   return std::max((kMostGrowth * imageBytes + imageBytes / saved * saved) / held, kAlwaysRead);
 }
 
-/// The number of records that lie inside the image as a whole.
+/// The number of whole records in the image; for the newest version 0, unless it is exactly what the image claims.
 std::uint64_t ProgramDatabase::recordsIn(std::span<const std::uint8_t> image, std::uint32_t version,
                                          std::uint64_t recordBytes) const {
   if (image.size() < kImageHeadBytes || recordBytes == 0) {

@@ -1,4 +1,5 @@
-// An ordered list of programs, and its image in files: four versions are read, the newest is written.
+// An ordered list of programs, and its image, the form in which files and states store it. Four versions of the image
+// are read; the newest is written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +16,8 @@
 
 namespace tesh::vimo {
 
-/// All operations under the lock of the owner. A record's place in the list is its program number.
+/// A record's place in the list is its program number. All calls need the owner's lock. Programs out of range are
+/// ignored.
 class ProgramDatabase {
  public:
   static constexpr std::uint32_t kImageVersion = 1024;
@@ -23,10 +25,11 @@ class ProgramDatabase {
   static constexpr std::size_t kRecordHeadBytes = 224;
   static constexpr std::size_t kEntryBytes = 12;
 
-  /// How many times its own size an image may take, in memory and when it is saved, beside the records of today's size
-  /// that its bytes could hold. The oldest images with all of today's macros take a quarter of that.
+  /// An image may grow to this many times its own size, in memory and when it is saved, plus the records of today's
+  /// size that its bytes could hold. An image of the oldest version with all of today's macros grows to a quarter of
+  /// that.
   static constexpr std::uint64_t kMostGrowth = 16;
-  /// Programs that are read from any image, however short its records are.
+  /// So many records are read from any image, however short they are.
   static constexpr std::uint64_t kAlwaysRead = 8;
 
   /// `owner` must outlive the database.
@@ -35,13 +38,13 @@ class ProgramDatabase {
   /// Whether an image replaces the present records or follows them.
   enum class Mode { replace, append };
 
-  /// Reads an image whose records hold `imageMacroCount` macros each, and returns the number of records read. An
-  /// unknown version changes nothing. An image of the newest version must have exactly the size that its count needs,
-  /// or none of its records is read; of an older one all records are read that are there as a whole. Records of a few
-  /// bytes cannot fill the memory: past kMostGrowth times the image's size they are left out.
+  /// Reads an image whose records hold `imageMacroCount` macros each, and returns the number of records read. An image
+  /// of an unknown version changes no record. If an image of the newest version has not exactly the size that its count
+  /// needs, no record is read; of older versions every complete record is read. Records past the limit of kMostGrowth
+  /// are left out, so that a file of very short records cannot fill the memory.
   std::size_t load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode);
 
-  /// Appends an image of byteSize() bytes to `out`.
+  /// Appends an image of the newest version, of byteSize() bytes, to `out`.
   void save(std::vector<std::uint8_t>& out) const;
   std::size_t byteSize() const { return imageBytes(records.size(), macroCount()); }
   /// Bytes of an image of the newest version.
@@ -49,31 +52,31 @@ class ProgramDatabase {
     return programs * (kRecordHeadBytes + kEntryBytes * macros) + kImageHeadBytes;
   }
 
-  /// Cuts or zero-extends the entries of all records.
+  /// Sets the number of entries of all records; new ones are zero.
   void setMacroCount(std::size_t count);
   std::size_t macroCount() const { return static_cast<std::size_t>(macrosPerRecord); }
 
-  /// Gives every record this value for a macro; nothing when `macro` lies past the macro count.
+  /// Sets the value of a macro in all records. Does nothing if `macro` is out of range.
   void fillMacro(std::uint64_t macro, float value);
 
   /// Stores the owner's current state as a new last record.
   void appendFromDelegate();
-  /// Stores the owner's current state into a record, which keeps its id and marker.
+  /// Replaces a record by the owner's current state; its id and marker stay.
   void overwriteFromDelegate(std::uint64_t index);
 
-  /// Moves the records of `other` behind those that are here. The entries keep their number.
+  /// Moves all records of `other` behind the present ones. Their entries keep their number.
   void takeAll(ProgramDatabase& other);
 
-  /// Takes the record out and closes the gap.
+  /// Removes a record; those behind it move up by one.
   void remove(std::uint64_t index);
-  /// Puts the record at `to`; those in between shift by one.
+  /// Moves a record to the place `to`; those in between move by one.
   void move(std::uint64_t from, std::uint64_t to);
 
   std::size_t programCount() const { return records.size(); }
 
-  /// The record, or null out of range.
+  /// The record, or null if the index is out of range.
   const ProgramRecord* record(std::uint64_t index) const SIVRAY_NONBLOCKING;
-  /// Out of range: empty, or 0.
+  /// Empty or 0 if the index is out of range.
   std::string name(std::uint64_t index) const;
   std::string comment(std::uint64_t index) const;
   std::uint32_t time(std::uint64_t index) const;

@@ -1,4 +1,4 @@
-// A new program, and the text fields of fixed size.
+// New programs, and texts of fixed size.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramRecord.h"
 

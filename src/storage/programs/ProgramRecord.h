@@ -13,22 +13,24 @@
 
 namespace tesh::vimo {
 
-/// The value of one macro in a program. An object other than 0 takes the place of the value.
+/// The value of one macro in a program, 0 to 1. If the object is not 0, it counts instead of the value.
 struct ProgramEntry {
   float value = 0.0F;
   std::uint64_t object = 0;
 };
 
 struct ProgramRecord {
+  /// `marker` tells programs that were stored in this session from those that were read from
+  /// an image. It is written to images but not read back.
   static constexpr std::uint32_t kMarkerNew = 1024;
   static constexpr std::uint32_t kMarkerLoaded = 2;
   static constexpr std::size_t kTextBytes = 96;
   using Text = std::array<char, kTextBytes>;
 
-  /// An empty program of the present time, with a fresh id and `macroCount` zero entries.
+  /// A program without name, with the current time, a new id and `macroCount` entries of zero.
   explicit ProgramRecord(std::size_t macroCount);
 
-  /// Copies up to the first zero byte, at most 95 characters, and fills the rest with zeros.
+  /// Copies `text` up to its first zero byte, at most 95 bytes, and fills the rest of the field with zeros.
   static void setText(Text& field, std::string_view text);
   static std::string_view textOf(const Text& field) SIVRAY_NONBLOCKING;
 

@@ -1,4 +1,4 @@
-// The heads of program files, read and written.
+// Reads and writes the heads of program files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/UserProgramFile.h"
 

@@ -1,4 +1,4 @@
-// Files that hold a bank of programs: the user's own file, and exported files, which have a header before its bytes.
+// Files of programs: the user's own file, and exported files, which are the same behind another head.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,18 +12,19 @@
 
 namespace tesh::vimo {
 
-/// The bank inside a program file. `image` refers to the bytes that were read. One of an older version is shorter than
-/// the file says where the file ends before; one of the newest is whole.
+/// The image inside a program file. `image` refers to the file's bytes. If the file ends too early, an image of an
+/// older version is cut there; one of the newest version is refused.
 struct UserProgramImage {
   std::uint32_t macroCount = 0;
   std::span<const std::uint8_t> image;
 };
 
-/// Reads the head of a user program file of any version; nothing when the file is shorter than its head, or than its
-/// image of the newest version.
+/// Reads a user program file of any version. Nothing if the file has less than 12 bytes, or ends inside an image of the
+/// newest version.
 std::optional<UserProgramImage> readUserProgramFile(std::span<const std::uint8_t> file);
 
-/// The same for an exported file; nothing for another kind of file or one of another instrument.
+/// Reads an exported file. Nothing if it is of another kind or of another instrument, or if the file behind its head
+/// is refused as above.
 std::optional<UserProgramImage> readExportedPrograms(std::span<const std::uint8_t> file, std::string_view instrument);
 
 std::vector<std::uint8_t> makeUserProgramFile(const ProgramDatabase& database);

@@ -1,4 +1,4 @@
-// Packing and unpacking of the envelope with msgpack.
+// Packs and unpacks the envelope with msgpack.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/state/EditBufferRecord.h"
 
@@ -10,11 +10,11 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// More members or levels than a record of the family ever has; a larger announcement is not believed.
+/// Limits for what a state may announce: more members of a map or an array, and more levels, than any state has.
 constexpr std::size_t kMostMembers = 64;
 constexpr std::size_t kDeepestNesting = 8;
 
-/// Lets bin and str payloads stay where they are in the input.
+/// Tells msgpack to refer to texts and binaries in the input instead of copying them.
 bool referInput(msgpack::type::object_type, std::size_t, void*) { return true; }
 
 bool hasKey(const msgpack::object_kv& member, const char* key) {
@@ -94,7 +94,7 @@ std::optional<EditBufferRecord> unpackState(std::span<const std::uint8_t> bytes)
                                                           offset, referInput, nullptr, limit);
     return recordOf(handle.get());
   } catch (const std::exception&) {
-    // msgpack reports malformed bytes by exception; to a caller they are no state at all.
+    // msgpack throws on malformed bytes; for the caller they are not a state.
     return std::nullopt;
   }
 }

@@ -12,7 +12,7 @@
 
 namespace tesh::bramel::vst {
 
-/// The identifier that every state of the family carries.
+/// The identifier in every state of the family.
 inline constexpr const char* kEditBufferName = "zz.tesh.bramel.vst.editbuffer";
 inline constexpr std::int32_t kEditBufferVersion = 1;
 
@@ -25,12 +25,13 @@ struct EditBufferRecord {
   std::vector<std::uint8_t> content;
 };
 
-/// The bytes "MPck" and the record as a msgpack map of smallest encodings, sorted by key.
-/// Throws msgpack's overflow error for a content above 2^32 - 1 bytes.
+/// The tag and the record as a msgpack map, sorted by key, each value in its shortest encoding. Throws msgpack's
+/// container_size_overflow if the content has more than 2^32 - 1 bytes.
 std::vector<std::uint8_t> packState(const EditBufferRecord& record);
 
-/// Reads what packState wrote, with the content as bin or str, keys in any order and unknown keys passed over. Gives
-/// nothing when the tag is missing, the bytes are no msgpack map, or a key is missing or of another type.
+/// Reads what `packState` wrote. The content may be a msgpack binary or text; the order of keys is free, and unknown
+/// keys are ignored. Nothing if the tag or a key is missing, a key has another type, or the bytes are not a msgpack
+/// map.
 std::optional<EditBufferRecord> unpackState(std::span<const std::uint8_t> bytes);
 
 }  // namespace tesh::bramel::vst

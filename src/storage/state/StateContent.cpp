@@ -1,4 +1,4 @@
-// Reading and writing of the content and of the run flags.
+// Reads and writes the content and the run flags.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/state/StateContent.h"
 

@@ -1,4 +1,5 @@
-// The content inside a host's state: a head of four words and three sections, the first of which holds the run flags.
+// The content of a state that a host saves: a head of four words and three sections. The first section is the run
+// flags.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -22,15 +23,16 @@ struct StateContent {
   std::span<const std::uint8_t> macros;  ///< The macro chunk; may be empty.
 };
 
-/// Nothing if the layout is another, or the sizes do not add up to the bytes that are there.
+/// Nothing if the layout is unknown, or the sections do not fill the bytes exactly.
 std::optional<StateContent> readStateContent(std::span<const std::uint8_t> bytes);
 
 /// Appends head and sections to `out`.
 void appendStateContent(std::vector<std::uint8_t>& out, const StateContent& content);
 
-/// Two switches of the processor. The factory's description has them in a file, a state in its first section.
+/// Two switches of the processor. The factory's description has them in a file of their own, a state in its first
+/// section.
 struct RunFlags {
-  bool running = true;             ///< False: the input passes through and the engine rests.
+  bool running = true;             ///< False: the input passes through and the engine does not run.
   bool storesEngineChunk = false;  ///< True: a host's state also sets the engine's own values.
 };
 
@@ -38,7 +40,7 @@ inline constexpr std::string_view kRunFlagsTag = "csim";
 inline constexpr std::uint32_t kRunFlagsVersion = 512;
 inline constexpr std::uint32_t kRunningOnlyVersion = 256;  ///< Without the second flag, which then reads as false.
 
-/// Nothing if the bytes are too short, or of another tag or version. Bytes behind the flags are ignored.
+/// Nothing if the bytes are too short, or tag or version are unknown. Bytes behind the flags are ignored.
 std::optional<RunFlags> readRunFlags(std::span<const std::uint8_t> bytes);
 
 /// Appends 16 bytes of the newest version to `out`.

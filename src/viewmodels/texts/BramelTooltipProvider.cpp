@@ -15,7 +15,8 @@ void BramelTooltipProvider::setValue(std::uint64_t index, float value) {
     return;
   }
   if (index >= values.size()) {
-    cofu::core::vouchFor([&] { values.resize(static_cast<std::size_t>(index) + 1); });  // Not after `reserve`.
+    cofu::core::vouchFor(
+        [&] { values.resize(static_cast<std::size_t>(index) + 1); });  // Never, once `reserve` was called.
   }
   values[static_cast<std::size_t>(index)] = value;
 }

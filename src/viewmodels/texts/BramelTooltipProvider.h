@@ -1,4 +1,5 @@
-// The text of parameters and their values, for hosts and tooltips: the family's base keeps the last value of each.
+// The texts of parameters and their values, for hosts and tooltips. This base class keeps the last value of each
+// parameter; an instrument derives from it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,18 +12,18 @@
 
 namespace tesh::bramel::tooltip {
 
-/// Not thread-safe: its owner guards it.
+/// Every call needs the owner's lock.
 class BramelTooltipProvider {
  public:
   virtual ~BramelTooltipProvider() = default;
 
-  /// A name that replaces the parameter's own, or the empty string.
+  /// A name to show instead of the parameter's own; empty for none.
   virtual std::string getParameterName(std::uint64_t index);
 
   /// The text of the last value of a parameter.
   virtual std::string getParameterText(std::uint64_t index) = 0;
 
-  /// The last value; 0 for a parameter that has had none. Any index below kLongestList is good, others read 0.
+  /// The last value that was set, 0 to 1; 0 before that, and for indices from kLongestList on.
   float getValue(std::uint64_t index);
   void setValue(std::uint64_t index, float value) SIVRAY_NONBLOCKING;
 

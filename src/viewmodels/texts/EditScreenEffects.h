@@ -1,4 +1,4 @@
-// The shorter list of effects that the edit screen offers, with its knob labels and the way back to a type id.
+// The effects that the panel's selector offers, with the labels of their knobs. It offers fewer than the engine has.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,17 +7,17 @@
 
 namespace tesh::bramel {
 
-/// One step of the edit screen's effect selector.
+/// One step of the panel's effect selector.
 struct EditScreenEffect {
   const char* name;    ///< At most 11 characters.
-  const char* label1;  ///< Upper-case label of the first knob, empty where it does nothing.
+  const char* label1;  ///< Upper-case label of the first knob; empty if the knob does nothing.
   const char* label2;
-  int typeId;  ///< Value of the parameter Type.
+  int typeId;  ///< The effect's number in the engine, the value of its parameter Type.
 };
 
 inline constexpr std::size_t kEditScreenEffectCount = 26;
 
-/// The steps in the order of the selector. The types 1, 2, 18 and 19 have no step of their own.
+/// The steps in the order of the selector. The types 1, 2, 18 and 19 are not among them.
 inline constexpr std::array<EditScreenEffect, kEditScreenEffectCount> kEditScreenEffects{{
     {"Bypass", "", "", 0},
     {"Peak EQ", "FREQ", "GAIN", 24},
@@ -52,7 +52,7 @@ constexpr const char* editScreenName(std::size_t step) {
   return step < kEditScreenEffectCount ? kEditScreenEffects[step].name : "invalid";
 }
 
-/// The label of knob 0 or 1 at a step; "invalid" past either end.
+/// The label of knob 0 or 1 at a step; "invalid" if step or knob is out of range.
 constexpr const char* editScreenLabel(std::size_t step, std::size_t knob) {
   if (step >= kEditScreenEffectCount || knob > 1) {
     return "invalid";

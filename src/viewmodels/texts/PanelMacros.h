@@ -1,5 +1,5 @@
-// The macro numbers that the panel, the host's texts and the factory content know. A number never changes its meaning:
-// songs and programs are saved with it.
+// The numbers of the macros that the panel, the host's texts and the factory content use. A number must never change
+// its meaning, because songs and programs are saved with it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -37,7 +37,7 @@ inline constexpr std::size_t kEffectEdit1Macro = 97;
 inline constexpr std::size_t kEffectEdit2Macro = 98;
 inline constexpr std::size_t kMasterLevelMacro = 99;
 
-/// From here on the panel shows no macro.
+/// The panel shows no macro from here on.
 inline constexpr std::size_t kEffectSwitchMacro = 100;
 inline constexpr std::size_t kHiddenPadMacros = 101;  ///< Four per pad: fine pitch, motion, accent, modulation depth.
 

@@ -1,4 +1,4 @@
-// How a normalised parameter value reads: as one of two words, as a whole number, or as a row of a table.
+// The text of a normalised parameter value: one of two words, a whole number, or a row of a table.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,11 +11,11 @@ class ParameterFormatter {
  public:
   virtual ~ParameterFormatter() = default;
 
-  /// The text of a value from 0 to 1; values outside and NaN read as the nearest end.
+  /// The text of a value from 0 to 1. A value outside counts as the nearer end, NaN as 0. Any thread; allocates.
   virtual std::string format(float value) const = 0;
 };
 
-/// Two words: the first below 0.5, the second from 0.5 on.
+/// One of two words: the first below 0.5, the second from 0.5 on.
 class BinaryParameterFormatter : public ParameterFormatter {
  public:
   BinaryParameterFormatter(std::string low, std::string high);
@@ -26,8 +26,8 @@ class BinaryParameterFormatter : public ParameterFormatter {
   std::string highText;
 };
 
-/// A whole number from `minimum` to `maximum` in steps of `step` (above 0). A range that begins below 0 prints a sign
-/// on all but 0.
+/// A whole number from `minimum` to `maximum` in steps of `step` (above 0). If `minimum` is negative, all numbers but 0
+/// have a sign.
 class IntegerParameterFormatter : public ParameterFormatter {
  public:
   IntegerParameterFormatter(std::int32_t minimum, std::int32_t maximum, std::int32_t step);
@@ -39,7 +39,7 @@ class IntegerParameterFormatter : public ParameterFormatter {
   std::int32_t increment;
 };
 
-/// A row of a table of `rowCount` strings, which the caller keeps alive.
+/// A row of a table of `rowCount` strings, which must outlive the formatter.
 class TableParameterFormatter : public ParameterFormatter {
  public:
   TableParameterFormatter(const char* const* table, std::int32_t rowCount);

@@ -1,5 +1,4 @@
-// The step functions between a normalised value and the whole-numbered state of a stepped control. Pure functions,
-// callable on any thread.
+// Conversions between a normalised value and the state of a stepped control, a whole number. Any thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,17 +6,18 @@
 
 namespace tesh::bramel {
 
-/// The state nearest to `value` (0 to 1) of `stateCount` states, counted from `offset`. NaN counts as 0; values outside
-/// 0 to 1 give the first or the last state.
+/// The state that is nearest to `value`, of `stateCount` (at least 1) states from `offset` on. NaN counts as 0; a value
+/// outside 0 to 1 gives the first or the last state.
 std::int32_t quantizeValue(float value, std::int32_t stateCount, std::int32_t offset);
 
-/// The normalised value of a state; states outside the range are held to it. One state alone gives 0.
+/// The normalised value of a state. A state out of range counts as the first or the last. 0 if there is only one state.
 float normaliseState(std::int32_t state, std::int32_t stateCount, std::int32_t offset);
 
-/// The index of the region that `value` falls into when 0 to 1 is cut into `stateCount` regions of equal width.
+/// The region that `value` lies in, of `stateCount` regions of equal width between 0 and 1, counted from `offset`.
+/// Values outside as in `quantizeValue`.
 std::int32_t truncateValue(float value, std::int32_t stateCount, std::int32_t offset);
 
-/// What a stepped control asks.
+/// The conversions that a stepped control uses. States count from 0.
 class IParameterQuantizer {
  public:
   virtual ~IParameterQuantizer() = default;
@@ -32,8 +32,8 @@ class CParameterQuantizer : public IParameterQuantizer {
   float stateToValue(std::int64_t state, std::uint64_t stateCount) const override;
 };
 
-/// The quantizer of a control that no parameter is bound to. It rounds otherwise: the boundary between the states k and
-/// k + 1 lies at k + 0.25 of the last state.
+/// The quantizer of a control that no parameter is bound to. It rounds up earlier: of n states, the boundary between
+/// the states k and k + 1 is at the value (k + 0.25) / (n - 1).
 class NormalParameterQuantizer : public IParameterQuantizer {
  public:
   std::int64_t valueToState(float value, std::uint64_t stateCount) const override;

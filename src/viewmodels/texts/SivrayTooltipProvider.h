@@ -1,4 +1,4 @@
-// What this instrument's parameters read as.
+// The texts of this instrument's parameters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,8 +8,8 @@ namespace tesh::bramel::tooltip {
 
 class SivrayTooltipProvider : public BramelTooltipProvider {
  public:
-  /// For the two edit knobs of the master effect, the label that the chosen effect gives them, "----" where it gives
-  /// none; otherwise the empty string.
+  /// For the two edit knobs of the master effect, the label that they have for the current effect, or "----" if they
+  /// have none; empty for all other parameters.
   std::string getParameterName(std::uint64_t index) override;
   std::string getParameterText(std::uint64_t index) override;
 };
