@@ -1,13 +1,21 @@
-// Reads the bytes of a fuzz input as numbers, one after the other.
+// What the fuzz targets share: an input whose bytes are read as numbers, and the check of a result.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 namespace fuzz {
+
+/// Ends the program, which the fuzzer reports as a finding, unless `holds`.
+inline void require(bool holds) {
+  if (!holds) {
+    std::abort();
+  }
+}
 
 /// The remaining input; past its end every value is 0.
 class Input {

@@ -5,14 +5,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <vector>
 
+#include "FuzzInput.h"
 #include "engine/SivrayPlugin.h"
 
 namespace {
 
 using namespace tesh::bramel::plugin::sivray;
+using fuzz::require;
 
 /// A short sample slot keeps building and filling the engine fast.
 constexpr std::size_t kSlot = 64;
@@ -24,12 +25,6 @@ std::vector<std::uint8_t> chunkOf(const std::uint8_t* data, std::size_t size) {
   std::vector<std::uint8_t> chunk(whole == 0 ? given : whole);
   std::copy_n(data + (size == 0 ? 0 : 1), std::min(given, chunk.size()), chunk.begin());
   return chunk;
-}
-
-void require(bool holds) {
-  if (!holds) {
-    std::abort();
-  }
 }
 
 void playBlock(SivrayPlugin<VstXSynth>& plugin) {

@@ -3,33 +3,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <unistd.h>
 
-#include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "QuietInstrument.h"
 #include "core/LittleEndian.h"
-#include "shell/InstrumentScene.h"
 #include "storage/programs/ProgramDatabase.h"
 
 namespace {
 
+using namespace fuzz;
 using namespace instrument;
 
 constexpr std::uint64_t kUserBank = 3;
-constexpr std::int32_t kFrames = 64;
-
-void require(bool holds) {
-  if (!holds) {
-    std::abort();
-  }
-}
-
-std::unique_ptr<BramelInstrument> makeQuietInstrument() {
-  ::setenv("BRAMEL_COMMON_FILES", "/nonexistent", 1);
-  ::setenv("BRAMEL_DOCUMENTS", "/nonexistent", 1);
-  return makeInstrument();
-}
 
 /// Writes an exported file that contains the input as its program file, and returns the path.
 std::string writeExport(const std::uint8_t* data, std::size_t size) {
@@ -42,15 +28,6 @@ std::string writeExport(const std::uint8_t* data, std::size_t size) {
   writer.bytes({data, size});
   std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(file.data()), std::ssize(file));
   return path;
-}
-
-void play(BramelInstrument& shell) {
-  std::array<float, 2 * kFrames> samples{};
-  std::array<float*, 2> outputs{samples.data(), samples.data() + kFrames};
-  shell.process(nullptr, outputs.data(), kFrames);
-  for (const float sample : samples) {
-    require(std::abs(sample) <= 1.0F);
-  }
 }
 
 }  // namespace

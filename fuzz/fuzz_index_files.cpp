@@ -6,8 +6,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
+#include "FuzzInput.h"
 #include "engine/samples/SivraySampleLibrary.h"
 #include "engine/voice/DrumCore.h"
 #include "engine/voice/VoiceAllocator.h"
@@ -16,17 +16,12 @@
 namespace {
 
 using namespace tesh::bramel::plugin::sivray;
+using fuzz::require;
 using Bytes = std::span<const std::uint8_t>;
 
 constexpr int kPads = 8;
 constexpr std::size_t kSlotFrames = 500;
 constexpr int kFrames = 192;
-
-void require(bool holds) {
-  if (!holds) {
-    std::abort();
-  }
-}
 
 Bytes takeSized(Bytes& data) {
   const std::size_t size = std::min<std::size_t>(data.empty() ? 0 : data[0], data.size() - (data.empty() ? 0 : 1));

@@ -16,12 +16,7 @@ namespace {
 
 using namespace tesh::bramel;
 using fuzz::Input;
-
-void require(bool holds) {
-  if (!holds) {
-    std::abort();
-  }
-}
+using fuzz::require;
 
 /// Passes automation back to the instrument.
 struct Host final : vst::BramelInstrumentHostCallback {

@@ -6,22 +6,19 @@
 #include <optional>
 
 #include "core/LittleEndian.h"
+#include "macro/MacroChunkFormat.h"
 #include "macro/MacroController.h"
 
 namespace tesh::vimo {
 namespace {
 
+using namespace chunk;
 using cofu::core::ByteReader;
 using cofu::core::bytesAt;
 using cofu::core::ByteWriter;
 
-constexpr std::uint32_t kVersionValues = 512;  // Values, no texts.
-constexpr std::uint32_t kVersionTexts = 768;   // Texts, time and selection behind the values.
-constexpr std::uint32_t kVersionMoved = 1024;  // The same with these words moved up by one.
-constexpr std::uint32_t kVersionWithObjects = 1280;
 constexpr std::size_t kPlainValueBytes = 4;
 constexpr std::size_t kObjectValueBytes = 12;
-constexpr std::size_t kLongestHeaderWords = 12;
 
 /// The header of a chunk, with its words at their places of the newest version.
 struct ChunkHeader {
@@ -37,25 +34,10 @@ struct ChunkHeader {
   ProgramSelection selection;
 };
 
-/// Bytes of the header of a version, 0 for an unknown one.
-std::uint32_t headerBytes(std::uint32_t version) {
-  switch (version) {
-    case kVersionValues:
-      return 24;
-    case kVersionTexts:
-      return 44;
-    case kVersionMoved:
-    case kVersionWithObjects:
-      return 48;
-    default:
-      return 0;
-  }
-}
-
 std::optional<ChunkHeader> readHeader(std::span<const std::uint8_t> chunk) {
   ChunkHeader header;
   header.version = cofu::core::wordIn(chunk, 0).value_or(0);
-  header.bytes = headerBytes(header.version);
+  header.bytes = 4 * headerWords(header.version);
   if (header.bytes == 0 || chunk.size() < header.bytes) {
     return std::nullopt;
   }

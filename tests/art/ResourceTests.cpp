@@ -60,17 +60,6 @@ juce::Image decode(std::span<const std::uint8_t> bytes) {
   return juce::ImageFileFormat::loadFrom(bytes.data(), bytes.size());
 }
 
-bool isOpaque(const juce::Image& image) {
-  for (int y = 0; y < image.getHeight(); ++y) {
-    for (int x = 0; x < image.getWidth(); ++x) {
-      if (image.getPixelAt(x, y).getAlpha() != 0xff) {
-        return false;
-      }
-    }
-  }
-  return true;
-}
-
 TEST(EmbeddedResources, HoldEveryPictureOfThePanelInBothSetsAndNoOther) {
   for (const Row& row : inventory()) {
     for (const int scale : {1, 2}) {

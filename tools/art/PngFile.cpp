@@ -22,17 +22,6 @@ void append(png_structp writer, png_bytep data, png_size_t size) {
 
 void flush(png_structp) {}
 
-bool isOpaque(const juce::Image& image) {
-  for (int y = 0; y < image.getHeight(); ++y) {
-    for (int x = 0; x < image.getWidth(); ++x) {
-      if (image.getPixelAt(x, y).getAlpha() != 0xff) {
-        return false;
-      }
-    }
-  }
-  return true;
-}
-
 std::vector<std::uint8_t> row(const juce::Image& image, int y, bool opaque) {
   std::vector<std::uint8_t> channels;
   for (int x = 0; x < image.getWidth(); ++x) {
@@ -46,6 +35,17 @@ std::vector<std::uint8_t> row(const juce::Image& image, int y, bool opaque) {
 }
 
 }  // namespace
+
+bool isOpaque(const juce::Image& image) {
+  for (int y = 0; y < image.getHeight(); ++y) {
+    for (int x = 0; x < image.getWidth(); ++x) {
+      if (image.getPixelAt(x, y).getAlpha() != 0xff) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
 
 std::vector<std::uint8_t> pngBytes(const juce::Image& image) {
   std::vector<std::uint8_t> bytes;

@@ -9,6 +9,9 @@
 
 namespace sivray::art {
 
+/// True if every pixel of `image` has full alpha.
+bool isOpaque(const juce::Image& image);
+
 /// Without transparency the file holds three channels, else four. Throws std::runtime_error if it cannot be written.
 std::vector<std::uint8_t> pngBytes(const juce::Image& image);
 

@@ -5,13 +5,14 @@
 #include <cmath>
 #include <numbers>
 
+#include "core/EngineRate.h"
 #include "core/FixedPoint.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-constexpr float kSampleRate = 44100.0F;
+constexpr auto kSampleRate = static_cast<float>(cofu::core::kEngineRate);
 constexpr int kInputShift = 9;
 constexpr int kFractionBits = 24;
 

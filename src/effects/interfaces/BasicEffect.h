@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/EngineRate.h"
 #include "core/RealTime.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/StereoBlock.h"
@@ -56,8 +57,8 @@ class BasicEffect {
   BasicEffect& operator=(const BasicEffect&) = delete;
   virtual ~BasicEffect();
 
-  virtual float preferredSampleRate() const { return 44100.0F; }
-  virtual bool supportsSampleRate(float rate) const { return rate == 44100.0F; }
+  virtual float preferredSampleRate() const { return static_cast<float>(cofu::core::kEngineRate); }
+  virtual bool supportsSampleRate(float rate) const { return rate == preferredSampleRate(); }
 
   virtual void reset() SIVRAY_NONBLOCKING {}
   virtual void activate() SIVRAY_NONBLOCKING { state->active = 1; }

@@ -10,8 +10,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 /// How far the triangle moves the tap to each side (37.6 samples), and where it rests (188.2 samples, 4.27 ms).
-constexpr auto kDepth = static_cast<float>(kMarloRate * 0.004267 * 0.2);
-constexpr auto kBase = static_cast<float>(kMarloRate * 0.0042666);
+constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004267 * 0.2);
+constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.0042666);
 
 /// The wet sound's share, and the gain of the sum that keeps it within full scale.
 constexpr float kWetGain = 0.66666F;
@@ -19,7 +19,7 @@ constexpr float kSumGain = 0.75F;
 
 /// What a one-pole highpass with a corner of `hertz` keeps of its output per sample.
 float highpassKeeps(double hertz) {
-  const double v = -2.0 * std::cos(2.0 * std::numbers::pi * hertz / kMarloRate);
+  const double v = -2.0 * std::cos(2.0 * std::numbers::pi * hertz / cofu::core::kEngineRate);
   return static_cast<float>((std::sqrt(16.0 - 4.0 * v * v) - 4.0) / (2.0 * v));
 }
 

@@ -12,8 +12,8 @@ using Voices = MarloEnsemble::Voices;
 using VoiceMasks = std::int32_t __attribute__((vector_size(16)));
 
 /// Phase steps per sample of the two sines: 5.2 Hz and 0.27 Hz, four units a cycle.
-constexpr auto kFastStep = static_cast<float>(20.8 / kMarloRate);
-constexpr auto kSlowStep = static_cast<float>(1.08 / kMarloRate);
+constexpr auto kFastStep = static_cast<float>(20.8 / cofu::core::kEngineRate);
+constexpr auto kSlowStep = static_cast<float>(1.08 / cofu::core::kEngineRate);
 
 /// How much each sine moves the tap, in depths: both are lifted to 0 .. 2, and the fast one counts a twelfth.
 constexpr float kSineScale = 0.499966F;

@@ -24,7 +24,7 @@ struct MarloEnsemble {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right);
 
   MarloLines lines;
-  float depth = static_cast<float>(0.0016 * kMarloRate);  ///< Samples; starts where Depth 0 rests.
+  float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts where Depth 0 rests.
   float spread = 1.0F;
   Voices fast = kStartPhases;
   Voices slow = kStartPhases;

@@ -9,11 +9,11 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-constexpr auto kRate = static_cast<float>(kMarloRate);
+constexpr auto kRate = static_cast<float>(cofu::core::kEngineRate);
 
 /// What a one-pole smoother with a corner of `hertz` keeps per sample.
 float smootherKeeps(double hertz) {
-  const double x = 4.0 - 2.0 * std::cos(2.0 * std::numbers::pi * hertz / kMarloRate);
+  const double x = 4.0 - 2.0 * std::cos(2.0 * std::numbers::pi * hertz / cofu::core::kEngineRate);
   return static_cast<float>((std::sqrt(x * x - 4.0) - x) * -0.5);
 }
 

@@ -1,5 +1,6 @@
 // What the three effects of the Marlo family share: settings, delay lines, smoothing and the moving tap. All arithmetic
-// is single precision, one operation after the other as written.
+// is single precision, one operation after the other as written. Only numbers that depend on nothing but the sample
+// rate are computed in double precision and then kept as single.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,12 +9,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/EngineRate.h"
 #include "effects/interfaces/Knobs.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-/// What depends on the sample rate alone is computed in double precision and then kept as single.
-inline constexpr double kMarloRate = 44100.0;
 
 /// Rounds what is too small to matter to 0: adding 1.0 keeps 24 bits below 1.0, taking it off leaves the rest.
 inline float flushed(float x) {

@@ -7,8 +7,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 /// How far the triangle moves the tap to each side (36.1 samples), and where it rests (45.2 samples, 1.02 ms).
-constexpr auto kDepth = static_cast<float>(kMarloRate * 0.004096 * 0.2);
-constexpr auto kBase = static_cast<float>(kMarloRate * 0.001024);
+constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004096 * 0.2);
+constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.001024);
 
 constexpr float kSumGain = 0.75F;
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "core/EngineRate.h"
 #include "core/RealTime.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -15,7 +16,7 @@ inline constexpr std::size_t kHallLanes = 4;
 using HallRow = std::array<std::int16_t, kHallLanes>;
 using HallDelays = std::array<unsigned, kHallLanes>;
 
-inline constexpr float kHallSampleRate = 44100.0F;
+inline constexpr auto kHallSampleRate = static_cast<float>(cofu::core::kEngineRate);
 
 namespace detail {
 /// Delays in samples, laid out for 48 kHz, brought to the running rate and truncated.

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "core/EngineRate.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/rhythmic/GrainLanes.h"
 
@@ -43,7 +44,7 @@ const Speed& speedOf(int knob) {
 }
 
 /// Samples of a minute times 512: a tempo has 7 fractional bits and a beat four quarters of 96 parts.
-constexpr std::int64_t kMinute = std::int64_t{44100} * 60 * 512;
+constexpr std::int64_t kMinute = static_cast<std::int64_t>(cofu::core::kEngineRate) * 60 * 512;
 
 /// A cycle of 2^32 for 24ths of a beat: 2^32 * 24 * 4, as 3 * 2^37.
 constexpr std::int64_t kCycleScale = std::int64_t{3} << 37;

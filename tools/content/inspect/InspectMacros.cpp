@@ -4,18 +4,16 @@
 #include <array>
 
 #include "content/inspect/Inspectors.h"
+#include "macro/MacroChunkFormat.h"
 #include "macro/MacroSetBase.h"
 #include "storage/state/StateContent.h"
 
 namespace sivray::content {
 namespace {
 
+using namespace tesh::vimo::chunk;
 using tesh::vimo::MacroSetType;
 
-constexpr std::uint32_t kVersionValues = 512;
-constexpr std::uint32_t kVersionTexts = 768;
-constexpr std::uint32_t kVersionMoved = 1024;
-constexpr std::uint32_t kVersionWithObjects = 1280;
 constexpr std::uint32_t kLinearBytes = 12;
 constexpr std::uint32_t kMacroNameBytes = 16;
 
@@ -25,20 +23,6 @@ struct TextPlaces {
   std::uint32_t nameBytes = 0;
   std::uint32_t commentBytes = 0;
 };
-
-std::uint32_t headerWords(std::uint32_t version) {
-  switch (version) {
-    case kVersionValues:
-      return 6;
-    case kVersionTexts:
-      return 11;
-    case kVersionMoved:
-    case kVersionWithObjects:
-      return 12;
-    default:
-      return 0;
-  }
-}
 
 void inspectSet(std::uint32_t type, CheckedReader reader, Report& report, bool mayNest);
 
