@@ -23,6 +23,7 @@ inline std::shared_ptr<BWFlatToggleButton> makeActionButton(const char* text, co
   constexpr float kCornerSize = 2.0F;
   auto button = std::make_shared<BWFlatToggleButton>();
   button->setMomentary(true);
+  button->setOutlineThickness(0.0F);
   button->setCornerSize(kCornerSize);
   button->setOffColours(actionColours(colours::kActionFill, colours::kActionText));
   button->setOnColours(actionColours(colours::kActionText, colours::kActionFill));

@@ -32,10 +32,12 @@ BWPluginProgramSelectorView::BWPluginProgramSelectorView(const ProgramBarLook& l
     : popupDirection(look.popupDirection), pageFactory(makeProgramList) {
   setInterceptsMouseClicks(false, true);
   addButton(nameButton, look.nameButton, "Kit");
-  nameLabel.setFont(look.font);
+  nameLabel.setDisplayFont(look.font);
   nameLabel.setColour(look.colour);
   nameLabel.setBounds(look.label.reduced(kLabelBorder, 0));
   addAndMakeVisible(nameLabel);
+  // The image is a pixel wider than its place: cut there instead of squeezed into it, it stays sharp.
+  nextButton.setImageBorder({0, 0, 0, -1});
   nextButton.setOffImage(look.nextImage);
   nextButton.setOnImage(look.nextImage);
   previousButton.setOffImage(look.previousImage);

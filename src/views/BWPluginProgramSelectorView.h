@@ -24,7 +24,7 @@ struct ProgramBarLook {
   juce::Rectangle<int> next;
   juce::Image previousImage;
   juce::Image nextImage;
-  juce::Font font;
+  juce::Font font;  ///< Of the display face.
   juce::Colour colour = juce::Colours::black;
   UIPopupDirection popupDirection = UIPopupDirection::rightCentre;
 };

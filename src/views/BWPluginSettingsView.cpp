@@ -34,6 +34,20 @@ constexpr double kNameHeight = 16.0;
 constexpr double kBodyHeight = 12.0;
 constexpr float kQuietAlpha = 0.8F;
 
+/// A label whose lines stand apart, as a text to be read needs.
+class Paragraph : public juce::Label {
+ public:
+  void paint(juce::Graphics& graphics) override {
+    constexpr float kExtraSpacing = 2.5F;
+    juce::AttributedString text(getText());
+    text.setFont(getFont());
+    text.setColour(findColour(textColourId));
+    text.setJustification(getJustificationType());
+    text.setLineSpacing(kExtraSpacing);
+    text.draw(graphics, getLocalBounds().toFloat());
+  }
+};
+
 int gridRight() {
   return kGrid.x + kGrid.width + juce::LookAndFeel::getDefaultLookAndFeel().getDefaultScrollbarWidth();
 }
@@ -67,7 +81,7 @@ juce::Font BWPluginSettingsView::bodyFont(double height) const {
 
 std::unique_ptr<juce::Label> BWPluginSettingsView::addLabel(juce::Rectangle<int> bounds, const juce::Font& labelFont,
                                                             juce::Justification justification) {
-  auto label = std::make_unique<juce::Label>();
+  auto label = std::make_unique<Paragraph>();
   label->setFont(labelFont);
   label->setJustificationType(justification);
   label->setBorderSize({});

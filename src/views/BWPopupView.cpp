@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPopupView.h"
 
+#include <algorithm>
+
 #include "views/BWPopupSlotView.h"
 #include "views/PopupPlacement.h"
 #include "views/RoundedClip.h"
@@ -20,6 +22,7 @@ const juce::DropShadow kShadow{juce::Colours::black.withAlpha(0.5F), 3, {2, 4}};
 BWPopupView::BWPopupView() : dimmer(std::make_shared<BWFlatToggleButton>()), panel(std::make_shared<BWView>()) {
   dimmer->setListener(this);
   dimmer->setMouseCursor(juce::MouseCursor::NormalCursor);
+  dimmer->setOutlineThickness(0.0F);
   addAndMakeVisible(*dimmer);
   panel->setFill(juce::Colours::white.withAlpha(kPanelAlpha));
   panel->setCornerSize(kCornerSize);
@@ -96,21 +99,28 @@ void BWPopupView::placePanel() {
   refreshShadow();
 }
 
-/// A shadow effect of the component itself would blur the whole window again whenever a row of a list is painted.
+/// A shadow effect of the component itself would blur the whole window again whenever a row of a list is painted. The
+/// dimmer counts as endless, so that its shadow is even up to the panel's edges.
 void BWPopupView::refreshShadow() {
   if (!modal || getWidth() == 0 || getHeight() == 0) {
     shadow = {};
     return;
   }
-  juce::Image outline(juce::Image::ARGB, getWidth(), getHeight(), true);
+  if (shadow.getBounds() == getLocalBounds() && shadowed == panel->getBounds()) {
+    return;
+  }
+  shadowed = panel->getBounds();
+  const int margin = 2 * (kShadow.radius + std::max(kShadow.offset.x, kShadow.offset.y));
+  juce::Image outline(juce::Image::ARGB, getWidth() + 2 * margin, getHeight() + 2 * margin, true);
   {
     juce::Graphics graphics(outline);
     graphics.fillAll(juce::Colours::black.withAlpha(kDimmerAlpha));
     graphics.setColour(juce::Colours::white.withAlpha(kPanelAlpha));
-    graphics.fillRoundedRectangle(panel->getBounds().toFloat(), kCornerSize);
+    graphics.fillRoundedRectangle(panel->getBounds().translated(margin, margin).toFloat(), kCornerSize);
   }
   shadow = juce::Image(juce::Image::ARGB, getWidth(), getHeight(), true);
   juce::Graphics graphics(shadow);
+  graphics.setOrigin(-margin, -margin);
   kShadow.drawForImage(graphics, outline);
   repaint();
 }

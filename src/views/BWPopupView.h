@@ -51,7 +51,8 @@ class BWPopupView : public juce::Component, public IBWControlListener {
   std::shared_ptr<BWFlatToggleButton> dimmer;
   std::shared_ptr<BWView> panel;
   std::shared_ptr<juce::Component> content;
-  juce::Image shadow;  ///< Alpha alone, at 100 %; null while the pop-up casts none.
+  juce::Image shadow;             ///< Alpha alone, at 100 %; null while the pop-up casts none.
+  juce::Rectangle<int> shadowed;  ///< The panel that `shadow` was drawn for.
   juce::Component::SafePointer<juce::Component> anchor;
   juce::Point<int> contentSize;
   std::vector<UIPopupDirection> directions{UIPopupDirection::rightCentre};

@@ -13,7 +13,8 @@ namespace tesh::bramel {
 namespace {
 
 constexpr double kActionFontHeight = 12.0;
-constexpr double kNameFontHeight = 14.0;
+constexpr float kNameFontHeight = 14.0F;
+constexpr int kNameIndent = 7;
 constexpr int kEditorMargin = 10;
 constexpr int kEditorHeight = 24;
 
@@ -28,7 +29,8 @@ BWProgramListSaveAsView::BWProgramListSaveAsView(std::shared_ptr<IProgramListVie
   addLeftItem(cancelButton);
   addRightItem(saveButton);
   editor.setTitle("Name");
-  editor.setFont(fontNamed(fonts, "Open Sans Regular", kNameFontHeight));
+  editor.setFont(juce::Font(kNameFontHeight));
+  editor.setIndents(kNameIndent, editor.getTopIndent());
   editor.setText(textFrom(programList->getCurrentProgramName()), juce::dontSendNotification);
   addAndMakeVisible(editor);
 }

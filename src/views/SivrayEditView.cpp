@@ -117,9 +117,11 @@ void SivrayEditView::createDisplays() {
     display->setProperty(keys::kSample, makeBox<std::uint64_t>(pad));
     display->setListener(this);
     sampleDisplays.push_back(display);
-    padNumbers.push_back(addText(inColumn(kPadNumber, pad), face, kDisplayColour));
+    padNumbers.push_back(addText(inColumn(kPadNumber, pad), kDisplayColour));
+    padNumbers.back()->setDisplayFont(face);
     padNumbers.back()->setText(twoDigits(pad + 1));
-    sampleNames.push_back(addText(inColumn(kSampleName, pad), face, kDisplayColour));
+    sampleNames.push_back(addText(inColumn(kSampleName, pad), kDisplayColour));
+    sampleNames.back()->setDisplayFont(face);
   }
 }
 
@@ -141,12 +143,14 @@ void SivrayEditView::createMasterSection() {
   effectButton->setTitle("Effect");
   effectButton->setBounds(kEffectButton);
   effectButton->setListener(this);
-  effectButton->getText().setFont(font(kDisplayFace, kDisplayHeight));
+  effectButton->getText().setDisplayFont(font(kDisplayFace, kDisplayHeight));
   effectButton->getText().setColour(juce::Colour(kDisplayColour));
   addAndMakeVisible(*effectButton);
   const juce::Font captions = font(kCaptionFace, kCaptionHeight);
-  firstEditLabel = addText(kFirstEditLabel, captions, kEditLabelColour);
-  secondEditLabel = addText(kSecondEditLabel, captions, kEditLabelColour);
+  firstEditLabel = addText(kFirstEditLabel, kEditLabelColour);
+  firstEditLabel->setFont(captions);
+  secondEditLabel = addText(kSecondEditLabel, kEditLabelColour);
+  secondEditLabel->setFont(captions);
 }
 
 std::shared_ptr<BWToggleButton> SivrayEditView::addButton(juce::Component& parent, juce::Rectangle<int> bounds,
@@ -159,10 +163,8 @@ std::shared_ptr<BWToggleButton> SivrayEditView::addButton(juce::Component& paren
   return button;
 }
 
-std::unique_ptr<PanelText> SivrayEditView::addText(juce::Rectangle<int> bounds, const juce::Font& textFont,
-                                                   std::uint32_t colour) {
+std::unique_ptr<PanelText> SivrayEditView::addText(juce::Rectangle<int> bounds, std::uint32_t colour) {
   auto text = std::make_unique<PanelText>();
-  text->setFont(textFont);
   text->setColour(juce::Colour(colour));
   text->setBounds(bounds);
   addAndMakeVisible(*text);

@@ -50,7 +50,7 @@ class SivrayEditView : public BWPluginEditView {
   void createMasterSection();
   std::shared_ptr<BWToggleButton> addButton(juce::Component& parent, juce::Rectangle<int> bounds, const char* off,
                                             const char* on);
-  std::unique_ptr<PanelText> addText(juce::Rectangle<int> bounds, const juce::Font& textFont, std::uint32_t colour);
+  std::unique_ptr<PanelText> addText(juce::Rectangle<int> bounds, std::uint32_t colour);
   void addControl(juce::Component& parent, std::size_t macro, panel::ControlKind kind, juce::Rectangle<int> bounds);
   void updatePageVisibility();
   void updateEffect();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWSimpleListView.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "widgets/ProvidedResources.h"
@@ -60,8 +61,21 @@ void BWSimpleListView::selectRow(int row) {
     box.deselectAllRows();
     return;
   }
-  box.selectRow(row);
-  box.scrollToEnsureRowIsOnscreen(row);
+  constexpr bool kStay = true;
+  box.selectRow(row, kStay);
+  bringIntoView(row);
+}
+
+/// A row off the screen comes to its middle, so that its neighbours show too, and the top row is a whole one.
+void BWSimpleListView::bringIntoView(int row) {
+  juce::Viewport& viewport = *box.getViewport();
+  const int height = viewport.getViewHeight();
+  const int top = row * kRowHeight;
+  if (height <= 0 || (top >= viewport.getViewPositionY() && top + kRowHeight <= viewport.getViewPositionY() + height)) {
+    return;
+  }
+  const int rowsAbove = height / kRowHeight / 2;
+  viewport.setViewPosition(0, std::max(row - rowsAbove, 0) * kRowHeight);
 }
 
 void BWSimpleListView::resized() {
@@ -69,7 +83,7 @@ void BWSimpleListView::resized() {
   scrollBar.setBounds(getLocalBounds().removeFromRight(getLookAndFeel().getDefaultScrollbarWidth()));
   updateScrollBar();
   if (selectedRow >= 0 && selectedRow < getNumRows()) {
-    box.scrollToEnsureRowIsOnscreen(selectedRow);
+    bringIntoView(selectedRow);
   }
 }
 

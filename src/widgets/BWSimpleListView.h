@@ -52,6 +52,7 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
  private:
   void scrollBarMoved(juce::ScrollBar* bar, double start) override;
   void updateScrollBar();
+  void bringIntoView(int row);
 
   IBWSimpleListViewListener* listener = nullptr;
   std::shared_ptr<const IBWSimpleListViewDataSource> dataSource;

@@ -9,6 +9,15 @@ namespace tesh::bramel {
 namespace {
 
 constexpr float kNarrowest = 0.7F;
+constexpr juce::juce_wchar kLastLatin1 = 0xff;
+/// Of the display face: its squares, of which one is the blank column, in its height.
+constexpr float kSquaresOfHeight = 13.0F;
+
+/// The nearest whole pixel. Halves go to the right, also those that the widths of a font miss by their rounding.
+float wholePixel(float x) {
+  constexpr float kNoise = 0.01F;
+  return std::floor(x + 0.5F + kNoise);
+}
 
 class Handler : public juce::AccessibilityHandler {
  public:
@@ -31,11 +40,28 @@ void PanelText::setText(const juce::String& newText) {
   }
 }
 
-void PanelText::setFont(const juce::Font& newFont) {
-  if (newFont != font) {
+void PanelText::setFont(const juce::Font& newFont) { takeFont(newFont, false); }
+
+void PanelText::setDisplayFont(const juce::Font& newFont) { takeFont(newFont, true); }
+
+void PanelText::takeFont(const juce::Font& newFont, bool isDisplayFont) {
+  if (newFont != font || isDisplayFont != displayFace) {
     font = newFont;
+    displayFace = isDisplayFont;
     layOut();
   }
+}
+
+bool PanelText::usesDisplayFace() const {
+  if (!displayFace) {
+    return false;
+  }
+  for (auto letter = text.getCharPointer(); !letter.isEmpty();) {
+    if (letter.getAndAdvance() > kLastLatin1) {
+      return false;
+    }
+  }
+  return true;
 }
 
 void PanelText::setColour(juce::Colour newColour) {
@@ -60,19 +86,22 @@ void PanelText::paint(juce::Graphics& graphics) {
 void PanelText::layOut() {
   repaint();
   glyphs.clear();
+  const bool isPixelText = usesDisplayFace();
+  const juce::Font face = displayFace && !isPixelText ? juce::Font(font.getHeight()) : font;
   const auto width = static_cast<float>(getWidth());
-  const float natural = font.getStringWidthFloat(text);
+  const float natural = face.getStringWidthFloat(text);
   if (natural <= 0.0F || width <= 0.0F) {
     return;
   }
   const float squeeze = std::clamp(width / natural, kNarrowest, 1.0F);
   // A text that just fits must not lose its end to rounding.
   constexpr float kSlack = 0.5F;
-  glyphs.addCurtailedLineOfText(font.withHorizontalScale(font.getHorizontalScale() * squeeze), text, 0.0F, 0.0F,
+  glyphs.addCurtailedLineOfText(face.withHorizontalScale(face.getHorizontalScale() * squeeze), text, 0.0F, 0.0F,
                                 width + kSlack, true);
+  const float blank = isPixelText ? face.getHeight() / kSquaresOfHeight * squeeze : 0.0F;
   const auto place = justification.appliedToRectangle(
-      juce::Rectangle<float>(std::min(natural * squeeze, width), font.getHeight()), getLocalBounds().toFloat());
-  glyphs.moveRangeOfGlyphs(0, -1, std::round(place.getX()), place.getY() + font.getAscent());
+      juce::Rectangle<float>(std::min(natural * squeeze, width) - blank, face.getHeight()), getLocalBounds().toFloat());
+  glyphs.moveRangeOfGlyphs(0, -1, wholePixel(place.getX()), place.getY() + face.getAscent());
 }
 
 std::unique_ptr<juce::AccessibilityHandler> PanelText::createAccessibilityHandler() {

@@ -15,6 +15,9 @@ class PanelText : public juce::Component {
   void setText(const juce::String& newText);
   const juce::String& getText() const { return text; }
   void setFont(const juce::Font& newFont);
+  /// A font of the display face: it holds Latin-1 alone, so any other text is drawn in the default face, and each of
+  /// its glyphs ends in a blank column, the last of which does not count when a line is centred.
+  void setDisplayFont(const juce::Font& newFont);
   void setColour(juce::Colour newColour);
   juce::Colour getColour() const { return colour; }
   /// Centred unless set.
@@ -26,9 +29,13 @@ class PanelText : public juce::Component {
 
  private:
   void layOut();
+  void takeFont(const juce::Font& newFont, bool isDisplayFont);
+  /// False if the display face lacks one of the text's characters.
+  bool usesDisplayFace() const;
 
   juce::String text;
   juce::Font font;
+  bool displayFace = false;
   juce::Colour colour = juce::Colours::black;
   juce::Justification justification = juce::Justification::centred;
   juce::GlyphArrangement glyphs;

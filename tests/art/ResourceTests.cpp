@@ -4,6 +4,7 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -127,6 +128,28 @@ TEST(EmbeddedResources, DrawTheDisplayFaceWithOnePixelToAStrokeAtHeightThirteen)
   EXPECT_NEAR(face->getAscent() * 13.0F, 10.0F, 1e-4F);
   EXPECT_NEAR(places[1] * 13.0F, 4.0F, 1e-3F);  // three columns and one of air
   EXPECT_NEAR((places[3] - places[2]) * 13.0F, 4.0F, 1e-3F);
+}
+
+TEST(EmbeddedResources, DrawEachLetterOfLatin1InSquaresOfTheDisplayFace) {
+  const auto bytes = findEmbeddedResource("TTF", "PF_ARMA_FIVE");
+  const juce::Typeface::Ptr face = juce::Typeface::createSystemTypefaceFor(bytes.data(), bytes.size());
+  for (std::uint32_t code = 0x21; code <= 0xff; ++code) {
+    if (code == 0x7f) {
+      code = 0xa1;  // behind the controls and the no-break space
+    }
+    juce::Array<int> glyphs;
+    juce::Array<float> places;
+    face->getGlyphPositions(juce::String::charToString(static_cast<juce::juce_wchar>(code)), glyphs, places);
+    juce::Path outline;
+    face->getOutlineForGlyph(glyphs[0], outline);
+    const juce::Rectangle<float> ink = outline.getBounds() * 13.0F;
+    EXPECT_FALSE(ink.isEmpty()) << code;
+    for (const float edge : {ink.getX(), ink.getY(), ink.getRight(), ink.getBottom()}) {
+      EXPECT_NEAR(edge, std::round(edge), 1e-3F) << code;
+    }
+    EXPECT_GE(ink.getY(), -10.001F) << code;
+    EXPECT_LE(ink.getBottom(), 3.001F) << code;
+  }
 }
 
 TEST(Pictures, ComeOutWithTheBytesThatTheBuildEmbedded) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/Hand.h"
+#include "viewmodels/resources/ResourceStore.h"
 #include "widgets/BWCollectionView.h"
 #include "widgets/BWGradationView.h"
 #include "widgets/BWSimpleListView.h"
@@ -67,6 +68,16 @@ TEST_F(SimpleList, AProgramSelectsInSilenceAndScrollsToTheRow) {
   EXPECT_THAT(log.lines, IsEmpty());
   Hand(list).click(50, 5);
   EXPECT_EQ(log.lines.front(), "selected 0");
+}
+
+TEST_F(SimpleList, BringsARowOffTheScreenToItsMiddle) {
+  list.setSize(200, 3 * BWSimpleListView::kRowHeight);
+  list.selectRow(2);
+  EXPECT_EQ(topRow(), 0);
+  list.selectRow(4);
+  EXPECT_EQ(topRow(), 3);
+  list.selectRow(1);
+  EXPECT_EQ(topRow(), 0);
 }
 
 TEST_F(SimpleList, KeepsItsRowInViewWhenItShrinks) {
@@ -162,6 +173,28 @@ TEST(Text, KeepsItsHeightAndMovesByWholePixels) {
     EXPECT_EQ(even.getPixelAt(x, area.getCentreY()), odd.getPixelAt(x + shift, area.getCentreY()));
   }
   EXPECT_EQ(ink(draw(100, 14, 16.0F)).getWidth(), area.getWidth());
+}
+
+TEST(Text, CentresTheInkOfTheDisplayFaceAndLeavesWordsThatTheFaceLacksToTheDefaultFace) {
+  ResourceStore store;
+  store.addFont("PF Arma Five");
+  const auto box = store.getFont("PF Arma Five", 13.0);
+  const juce::Font face = *tesh::cofu::core::boxed::valueIn<juce::Font>(box);
+  const auto draw = [](const juce::String& words, auto setFont) {
+    PanelText text;
+    setFont(text);
+    text.setText(words);
+    text.setSize(100, 20);
+    return ink(text.createComponentSnapshot(text.getLocalBounds()));
+  };
+  const auto display = [&face](PanelText& text) { text.setDisplayFont(face); };
+  const auto inDefaultFace = [](PanelText& text) { text.setFont(juce::Font(13.0F)); };
+  // Four columns of ink, one blank, four of ink: 9 of 100.
+  EXPECT_EQ(draw("HH", display).getX(), 46);
+  EXPECT_EQ(draw("HH", display).getWidth(), 9);
+  const juce::String omega = juce::String::charToString(0x3a9);
+  EXPECT_EQ(draw("H" + omega, display), draw("H" + omega, inDefaultFace));
+  EXPECT_NE(draw(juce::String::fromUTF8("H\u00e4"), display), draw(juce::String::fromUTF8("H\u00e4"), inDefaultFace));
 }
 
 TEST(Text, RepaintsOnlyForAChange) {

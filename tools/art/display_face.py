@@ -16,19 +16,40 @@ BLANK_WIDTH = 3
 RIGHT, DOWN, LEFT, UP = (1, 0), (0, 1), (-1, 0), (0, -1)
 
 
+def set_above(base, mark):
+    """The drawing of a mark over a base. A drawing is its first row's number, 0 being the highest of a capital, and its rows."""
+    top, rows = base
+    marks = mark[1]
+    highest = next(y for y, row in enumerate(rows) if "#" in row) + top
+    first = max(highest - 1 - len(marks), ROWS_ABOVE_BASE - ASCENT // UNIT)
+    width = max(len(rows[0]), len(marks[0]))
+    lines = {}
+    for start, part in ((top, rows), (first, marks)):
+        left = (width - len(part[0])) // 2
+        for y, row in enumerate(part):
+            lines.setdefault(start + y, set()).update(left + x for x, cell in enumerate(row) if cell == "#")
+    return first, ["".join(".#"[x in lines.get(y, ())] for x in range(width)) for y in range(first, max(lines) + 1)]
+
+
 def read_glyphs(path):
-    """Maps each character to its rows; a comment begins with ';' and a blank."""
-    glyphs = {" ": ["." * BLANK_WIDTH]}
+    """Maps each character to its drawing; a comment begins with ';' and a blank, and words name parts of other glyphs."""
+    drawings = {" ": (0, ["." * BLANK_WIDTH])}
     for line in open(path, encoding="utf-8"):
-        fields = line.split()
-        if fields and not line.startswith("; "):
-            glyphs[fields[0]] = fields[1:]
-    return glyphs
+        fields = line.rstrip("\n").split(" ")
+        if len(fields) < 2 or (fields[0] == ";" and fields[1][0] not in ".#"):
+            continue
+        if fields[1] == "=" and len(fields) == 4:
+            drawings[fields[0]] = set_above(drawings[fields[2]], drawings[fields[3]])
+        else:
+            drawings[fields[0]] = (0, fields[1:])
+    drawings["\N{NO-BREAK SPACE}"] = drawings[" "]
+    return {name: drawing for name, drawing in drawings.items() if len(name) == 1}
 
 
-def outlines(rows):
+def outlines(drawing):
     """The closed lines round the ink, which lies to their right, as corner points in font units, y upwards."""
-    ink = {(x, y) for y, row in enumerate(rows) for x, cell in enumerate(row) if cell == "#"}
+    top, rows = drawing
+    ink = {(x, top + y) for y, row in enumerate(rows) for x, cell in enumerate(row) if cell == "#"}
     edges = {}
     for x, y in sorted(ink, key=lambda cell: (cell[1], cell[0])):
         for beside, start, way in (((x, y - 1), (x, y), RIGHT), ((x + 1, y), (x + 1, y), DOWN),
@@ -98,8 +119,8 @@ def checksum(data):
 
 def font(glyphs):
     characters = sorted(glyphs)
-    drawings = [outlines(["####"] * ROWS_ABOVE_BASE)] + [outlines(glyphs[c]) for c in characters]
-    advances = [5 * UNIT] + [(len(glyphs[c][0]) + 1) * UNIT for c in characters]
+    drawings = [outlines((0, ["####"] * ROWS_ABOVE_BASE))] + [outlines(glyphs[c]) for c in characters]
+    advances = [5 * UNIT] + [(len(glyphs[c][1][0]) + 1) * UNIT for c in characters]
     bearings = [min((x for contour in d for x, _ in contour), default=0) for d in drawings]
     records = [glyph_record(d) for d in drawings]
     offsets = [sum(len(r) for r in records[:i]) for i in range(len(records) + 1)]
@@ -109,7 +130,7 @@ def font(glyphs):
     codes, em, count = [ord(c) for c in characters], ASCENT + DESCENT, len(records)
     tables = {
         b"OS/2": struct.pack(">HhHHH11h10s4L4s3H3h2H2L2h3H", 3, sum(advances) // count, 400, 5, 0, *([0] * 11),
-                             bytes([2, 0, 5, 9, 0, 0, 0, 0, 0, 0]), 1, 0, 0, 0, b"TESH", 0x40, codes[0], codes[-1],
+                             bytes([2, 0, 5, 9, 0, 0, 0, 0, 0, 0]), 3, 0, 0, 0, b"TESH", 0x40, codes[0], codes[-1],
                              ASCENT, -DESCENT, 0, ASCENT, DESCENT, 1, 0, 5 * UNIT, ROWS_ABOVE_BASE * UNIT, 0, 32, 0),
         b"cmap": character_map(codes),
         b"glyf": b"".join(records),
