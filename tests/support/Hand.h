@@ -97,27 +97,38 @@ class RepaintCounter {
  public:
   explicit RepaintCounter(juce::Component& component) {
     component.setVisible(true);
-    component.setCachedComponentImage(new Sink(count));
+    component.setCachedComponentImage(new Sink(component, asked));
     take();
   }
 
   /// Returns the repaints so far and resets the count.
-  int take() { return std::exchange(*count, 0); }
+  int take() { return std::exchange(*asked, {}).count; }
+  /// Returns the rectangle around all that was to be painted and resets it.
+  juce::Rectangle<int> takeArea() { return std::exchange(*asked, {}).area; }
 
  private:
+  struct Asked {
+    int count = 0;
+    juce::Rectangle<int> area;
+  };
+
   class Sink : public juce::CachedComponentImage {
    public:
-    explicit Sink(std::shared_ptr<int> counted) : count(std::move(counted)) {}
+    Sink(juce::Component& painted, std::shared_ptr<Asked> noted) : component(painted), asked(std::move(noted)) {}
     void paint(juce::Graphics& /*graphics*/) override {}
-    bool invalidateAll() override { return ++*count > 0; }
-    bool invalidate(const juce::Rectangle<int>& /*area*/) override { return ++*count > 0; }
+    bool invalidateAll() override { return invalidate(component.getLocalBounds()); }
+    bool invalidate(const juce::Rectangle<int>& area) override {
+      asked->area = asked->area.getUnion(area);
+      return ++asked->count > 0;
+    }
     void releaseResources() override {}
 
    private:
-    std::shared_ptr<int> count;
+    juce::Component& component;
+    std::shared_ptr<Asked> asked;
   };
 
-  std::shared_ptr<int> count = std::make_shared<int>(0);
+  std::shared_ptr<Asked> asked = std::make_shared<Asked>();
 };
 
 }  // namespace sivray::test

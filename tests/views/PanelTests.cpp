@@ -31,6 +31,18 @@ TEST_F(Panel, FollowsTheEngineWithoutAnEcho) {
   EXPECT_EQ(slot.getNumChildComponents(), 1) << "an update from the engine shows no tooltip";
 }
 
+TEST_F(Panel, PaintsOneControlForAChangeAndNothingForNone) {
+  owner->notifyAllParametersChanged();
+  sivray::test::RepaintCounter repaints(slot);
+  owner->notifyAllParametersChanged();
+  EXPECT_EQ(repaints.take(), 0);
+  instrument->setParameter(kPitch, 1.0F);
+  owner->notifyParameterChanged(kPitch);
+  EXPECT_EQ(repaints.takeArea(), juce::Rectangle<int>(34, 193, 55, 55));
+  owner->getKeyboardViewModelOwner()->noteOn(36);
+  EXPECT_EQ(repaints.takeArea(), juce::Rectangle<int>(27, 369, 72, 72));
+}
+
 TEST_F(Panel, HidesThePadsOnTheMixPageAloneAndStartsOnTheFirst) {
   juce::Component* const pad = named(slot, "Pad 1");
   ASSERT_NE(pad, nullptr);
