@@ -4,7 +4,9 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -12,8 +14,6 @@
 #include "render/Session.h"
 
 namespace {
-
-using sivray::panel::PanelPictureSettings;
 
 struct Shot {
   const char* name;
@@ -45,7 +45,7 @@ const std::vector<std::uint8_t>& state() {
 juce::File drawn(const Shot& shot, double scale) {
   const juce::File folder(SIVRAY_PICTURES);
   folder.createDirectory();
-  const juce::File file = folder.getChildFile(juce::String(shot.name) + (scale > 1.0 ? "-200.png" : ".png"));
+  juce::File file = folder.getChildFile(juce::String(shot.name) + (scale > 1.0 ? "-200.png" : ".png"));
   sivray::panel::drawPanel(state(), {.outputPath = file.getFullPathName().toStdString(),
                                      .page = shot.page,
                                      .open = shot.open,
