@@ -143,7 +143,7 @@ TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
   store(kUser, "first", 0.5F);
   EXPECT_EQ(bytesOf(userFile()).size(), 20U + 8U + 224U + 4U * 12U);
   store(kUser, "second", 0.75F);
-  const std::string exported = (documents / "out.prog").string();
+  const std::string exported = (documents / "out\\of here.prog").string();
   shell->exportPrograms(exported);
   EXPECT_EQ(bytesOf(exported).substr(64), bytesOf(userFile()));
   editor->log.clear();

@@ -172,6 +172,9 @@ void ShellBlock::runBlock(float** inputs, float** outputs, std::int32_t frames) 
 }
 
 void ShellBlock::takeWrites() {
+  if (parameters.waiting.isEmpty()) {
+    return;
+  }
   parameters.waiting.takeAll([this](const ProcessorEvent& event) {
     latest.put(event);
     const bool isFloat = event.tag == ProcessorEventTag::floatValue;
@@ -205,8 +208,8 @@ void ShellBlock::sendMidiOut() {
 }
 
 void ShellBlock::reportChanges() {
-  latest.sort();
   if (!latest.isEmpty()) {
+    latest.sort();
     parameters.cache.store(latest);
   }
   if (hasSelected) {  // After the writes: the program was selected behind them.

@@ -12,15 +12,8 @@
 #include "storage/state/EditBufferRecord.h"
 
 namespace tesh::bramel::vst {
-namespace {
 
 using vimo::Bank;
-
-void write(const std::string& path, const std::vector<std::uint8_t>& bytes) {
-  writeFile(path, bytes.data(), bytes.size());
-}
-
-}  // namespace
 
 ShellPrograms::ShellPrograms(ShellCore& shellCore, ShellParameters& shellParameters, ShellBlock& shellBlock)
     : core(shellCore), parameters(shellParameters), block(shellBlock) {}
@@ -52,8 +45,8 @@ void ShellPrograms::changeBanks(Change change, Report report) {
 
 /// With `fileMutex` held: the records change only under both locks, and a block only reads them.
 void ShellPrograms::writeUserPrograms() const {
-  write(pathFor(kBramelPath_UserProgram, core.processor->instrumentName()),
-        vimo::makeUserProgramFile(*controller().programs().database(Bank::user)));
+  const auto file = vimo::makeUserProgramFile(*controller().programs().database(Bank::user));
+  writeFile(pathFor(kBramelPath_UserProgram, core.processor->instrumentName()), file.data(), file.size());
 }
 
 std::uint64_t ShellPrograms::currentProgram() {
@@ -167,7 +160,7 @@ void ShellPrograms::importFrom(const std::string& path) {
   if (!core.processor) {
     return;
   }
-  const std::vector<std::uint8_t> file = readFile(path);
+  const std::vector<std::uint8_t> file = readChosenFile(path);
   const auto image = vimo::readExportedPrograms(file, core.processor->instrumentName());
   std::vector<std::uint64_t> added;
   const auto incoming = image ? controller().programs().readImage(image->image, image->macroCount) : nullptr;
@@ -193,8 +186,9 @@ void ShellPrograms::exportTo(const std::string& path) {
     const std::lock_guard lock(core.mainMutex);
     controller().programs().fit(Bank::user);
   }
-  write(path,
-        vimo::makeExportedPrograms(*controller().programs().database(Bank::user), core.processor->instrumentName()));
+  const auto file =
+      vimo::makeExportedPrograms(*controller().programs().database(Bank::user), core.processor->instrumentName());
+  writeChosenFile(path, file.data(), file.size());
 }
 
 std::vector<std::uint8_t> ShellPrograms::getState() {

@@ -134,13 +134,10 @@ void ProgramDatabase::setMacroCount(std::size_t count) {
   }
 }
 
-void ProgramDatabase::fillMacro(std::uint64_t macro, float value) {
-  if (macro >= macrosPerRecord) {
-    return;
-  }
+void ProgramDatabase::fillMacros(std::uint64_t first, std::span<const float> values) {
   for (const auto& record : records) {
-    if (macro < record->entries.size()) {
-      record->entries[static_cast<std::size_t>(macro)] = {value, 0};
+    for (std::size_t i = 0; i < values.size() && first + i < record->entries.size(); ++i) {
+      record->entries[static_cast<std::size_t>(first) + i] = {values[i], 0};
     }
   }
 }

@@ -56,8 +56,8 @@ class ProgramDatabase {
   void setMacroCount(std::size_t count);
   std::size_t macroCount() const { return static_cast<std::size_t>(macrosPerRecord); }
 
-  /// Sets the value of a macro in all records. Does nothing if `macro` is out of range.
-  void fillMacro(std::uint64_t macro, float value);
+  /// Gives every record these values for the macros from `first` on; those past the macro count are ignored.
+  void fillMacros(std::uint64_t first, std::span<const float> values);
 
   /// Stores the owner's current state as a new last record.
   void appendFromDelegate();

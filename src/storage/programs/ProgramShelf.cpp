@@ -7,11 +7,15 @@ namespace {
 
 constexpr std::size_t placeOf(Bank bank) { return static_cast<std::size_t>(bank); }
 
-/// Fits a database to the macro list; macros past `knownMacros` take their defaults.
-void fitTo(const MacroList& macros, ProgramDatabase& database, std::uint64_t knownMacros) {
-  database.setMacroCount(static_cast<std::size_t>(macros.macroCount()));
+/// Fits databases to the macro list; macros past `knownMacros` take their defaults.
+void fitTo(const MacroList& macros, std::span<ProgramDatabase> databases, std::uint64_t knownMacros) {
+  std::vector<float> defaults;
   for (std::uint64_t macro = knownMacros; macro < macros.macroCount(); ++macro) {
-    database.fillMacro(macro, macros.macroDefault(macro));
+    defaults.push_back(macros.macroDefault(macro));
+  }
+  for (ProgramDatabase& database : databases) {
+    database.setMacroCount(static_cast<std::size_t>(macros.macroCount()));
+    database.fillMacros(knownMacros, defaults);
   }
 }
 
@@ -56,7 +60,7 @@ std::unique_ptr<ProgramDatabase> ProgramShelf::readImage(std::span<const std::ui
                                                          std::uint64_t imageMacroCount) const {
   auto incoming = std::make_unique<ProgramDatabase>(macros);
   incoming->load(image, imageMacroCount, ProgramDatabase::Mode::replace);
-  fitTo(macros, *incoming, imageMacroCount);
+  fitTo(macros, {incoming.get(), 1}, imageMacroCount);
   return incoming;
 }
 
@@ -74,9 +78,7 @@ void ProgramShelf::fitAll(std::size_t programsRead, std::uint64_t imageMacroCoun
   if (programsRead == 0 || imageMacroCount == macros.macroCount()) {
     return;
   }
-  for (ProgramDatabase& database : databases) {
-    fitTo(macros, database, imageMacroCount);
-  }
+  fitTo(macros, databases, imageMacroCount);
 }
 
 void ProgramShelf::storeCurrent(Bank bank) {
