@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "host/editor/WindowKeys.h"
+
 namespace tesh::bramel::vst {
 
 int scaledLength(int length, float scale) {
@@ -22,10 +24,16 @@ EditorWindow::EditorWindow(void* hostWindow, std::shared_ptr<juce::Component> ne
   setVisible(true);
   addToDesktop(0, hostWindow);
   keyboard = std::make_unique<HostKeyboard>(*this, hostWindow);
+  frames = std::make_unique<juce::VBlankAttachment>(this, [this] {
+    if (juce::ComponentPeer* const peer = getPeer()) {
+      awakenForQueuedEvents(peer->getNativeHandle());
+    }
+  });
 }
 
 EditorWindow::~EditorWindow() {
   juce::PopupMenu::dismissAllActiveMenus();  // Their windows are their own, and would stay.
+  frames.reset();
   keyboard.reset();
   slotView->removeChildComponent(view.get());
 }

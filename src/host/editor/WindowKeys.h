@@ -13,4 +13,8 @@ bool hasKeyboardFocus(void* window);
 
 void giveKeyboardFocusTo(void* window);
 
+/// Sees to it that the message loop takes the window's events that were read from the system together with an answer,
+/// while nobody looked for events: the loop would sleep until the next one comes.
+void awakenForQueuedEvents(void* window);
+
 }  // namespace tesh::bramel::vst

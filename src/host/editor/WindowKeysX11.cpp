@@ -38,6 +38,18 @@ void giveKeyboardFocusTo(void* window) {
   XFlush(display());
 }
 
+void awakenForQueuedEvents(void* window) {
+  if (XEventsQueued(display(), QueuedAlready) == 0) {
+    return;
+  }
+  XEvent nothing{};  // A message of no type, which the server sends back: the loop finds something to read.
+  nothing.xclient.type = ClientMessage;
+  nothing.xclient.window = handleOf(window);
+  nothing.xclient.format = 32;
+  XSendEvent(display(), handleOf(window), False, NoEventMask, &nothing);
+  XFlush(display());
+}
+
 }  // namespace tesh::bramel::vst
 
 #endif
