@@ -48,8 +48,8 @@ class MessageThread {
   /// Listens until it is gone. Message thread.
   void addListener(std::weak_ptr<WakeUpListener> listener);
 
-  /// Wakes all listeners. Audio thread too: it takes no memory and no lock, and calls the system only if no wake-up is
-  /// under way.
+  /// Wakes all listeners: at once when they are at rest, and every few milliseconds while wake-ups keep coming. Audio
+  /// thread too: it takes no memory and no lock, and calls the system only for the first of a row.
   void wakeUp() SIVRAY_NONBLOCKING;
 
  private:

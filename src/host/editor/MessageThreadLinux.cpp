@@ -3,6 +3,7 @@
 #ifdef __linux__
 
 #include <sys/eventfd.h>
+#include <sys/timerfd.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -23,13 +24,42 @@
 
 namespace tesh::bramel::vst {
 
-struct MessageThread::Loop {
-  Loop() : wakeUpFile(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
-    if (wakeUpFile < 0) {
+namespace {
+
+/// Between two looks of the listeners while wake-ups keep coming: more often than a screen shows a picture. The audio
+/// thread need not call the system for each of its blocks then.
+constexpr long kRestNanoseconds = 8'000'000;
+
+/// A file of the system that this object closes.
+class OwnedFile {
+ public:
+  /// Throws std::system_error for a number below 0, with what errno says.
+  explicit OwnedFile(int file) : number(file) {
+    if (number < 0) {
       throw std::system_error(errno, std::generic_category());
     }
   }
-  ~Loop() { ::close(wakeUpFile); }
+  ~OwnedFile() { ::close(number); }
+  OwnedFile(const OwnedFile&) = delete;
+  OwnedFile& operator=(const OwnedFile&) = delete;
+  operator int() const { return number; }
+
+  /// Takes the count that waits in the file.
+  void takeCount() const {
+    std::uint64_t count = 0;
+    [[maybe_unused]] const ssize_t bytes = ::read(number, &count, sizeof(count));
+  }
+
+ private:
+  const int number;
+};
+
+}  // namespace
+
+struct MessageThread::Loop {
+  Loop()
+      : wakeUpFile(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
+        restFile(::timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)) {}
   Loop(const Loop&) = delete;
   Loop& operator=(const Loop&) = delete;
 
@@ -39,17 +69,32 @@ struct MessageThread::Loop {
     openConnection();
     juce::MessageManager* const manager = juce::MessageManager::getInstance();
     juce::LinuxEventLoop::registerFdCallback(wakeUpFile, [this](int) { takeWakeUp(); });
+    juce::LinuxEventLoop::registerFdCallback(restFile, [this](int) { endRest(); });
     isReady.set_value();
     manager->runDispatchLoop();
     mayEnd.get_future().wait();
+    juce::LinuxEventLoop::unregisterFdCallback(restFile);
     juce::LinuxEventLoop::unregisterFdCallback(wakeUpFile);
     juce::shutdownJuce_GUI();
   }
 
   void takeWakeUp() {
-    std::uint64_t count = 0;
-    [[maybe_unused]] const ssize_t bytes = ::read(wakeUpFile, &count, sizeof(count));
-    isPending = false;  // Before the listeners look: what comes after their look wakes them again.
+    wakeUpFile.takeCount();
+    tellAndRest();
+  }
+
+  void endRest() {
+    restFile.takeCount();
+    State resting = State::resting;
+    if (!state.compare_exchange_strong(resting, State::idle)) {
+      tellAndRest();
+    }
+  }
+
+  void tellAndRest() {
+    state = State::resting;  // Before the listeners look: what comes after their look wakes them again.
+    const itimerspec rest{{0, 0}, {0, kRestNanoseconds}};
+    ::timerfd_settime(restFile, 0, &rest, nullptr);
     std::erase_if(listeners, [](const auto& held) { return held.expired(); });
     for (std::size_t i = 0; i < listeners.size(); ++i) {
       if (const auto listener = listeners[i].lock()) {
@@ -58,8 +103,15 @@ struct MessageThread::Loop {
     }
   }
 
-  const int wakeUpFile;
-  std::atomic<bool> isPending = false;                   ///< A wake-up is under way.
+  enum class State : std::uint8_t {
+    idle,     ///< A wake-up has to call the system.
+    resting,  ///< The listeners have just looked.
+    wanted    ///< They look at the end of the rest, or as soon as the thread is awake.
+  };
+
+  const OwnedFile wakeUpFile;
+  const OwnedFile restFile;
+  std::atomic<State> state = State::idle;
   std::vector<std::weak_ptr<WakeUpListener>> listeners;  ///< The message thread's.
   std::promise<void> isReady;
   std::promise<void> mayEnd;  ///< To stop the dispatch loop uses JUCE's manager also when the loop has ended.
@@ -153,7 +205,7 @@ void MessageThread::addListener(std::weak_ptr<WakeUpListener> listener) {
 }
 
 void MessageThread::wakeUp() {
-  if (loop->isPending.exchange(true)) {
+  if (loop->state.exchange(Loop::State::wanted) != Loop::State::idle) {
     return;
   }
   cofu::core::mayWait([this] {  // The one call of the system that the audio thread makes. It does not wait.
