@@ -1,6 +1,7 @@
 // The checks' measuring tools: counted calls, guarded buffers, facts about a sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,7 +30,8 @@ TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {
     block = std::realloc(block, 200);
     std::free(block);
     std::free(nullptr);
-    if (std::FILE* const file = std::fopen("/dev/null", "r")) {
+    if (std::FILE* const file = std::fopen("/dev/null", "w")) {
+      EXPECT_EQ(::write(::fileno(file), "x", 1), 1);
       std::fclose(file);
     }
     mutex.lock();
@@ -38,6 +40,7 @@ TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {
   EXPECT_GE(counts.allocations, 2);
   EXPECT_GE(counts.frees, 1);
   EXPECT_GE(counts.files, 1);
+  EXPECT_EQ(counts.writes, 1);
   EXPECT_GE(counts.locks, 1);
   EXPECT_EQ(counts.waits, 0);
 

@@ -143,6 +143,17 @@ SIVRAY_TAKEN ssize_t read(int file, void* bytes, std::size_t size) {
   return system(file, bytes, size);
 }
 
+SIVRAY_TAKEN ssize_t write(int file, const void* bytes, std::size_t size) {
+  using Write = ssize_t(int, const void*, std::size_t);
+  // Kept without a guard, as below.
+  static Write* system = nullptr;
+  if (system == nullptr) {
+    system = systems<Write>("write");
+  }
+  count(&CallCounts::writes);
+  return system(file, bytes, size);
+}
+
 SIVRAY_TAKEN ssize_t pread64(int file, void* bytes, std::size_t size, off64_t offset) {
   static const auto system = systems<ssize_t(int, void*, std::size_t, off64_t)>("pread64");
   count(&CallCounts::files);

@@ -1,5 +1,5 @@
-// Counts calls that an audio thread must not make. This program replaces malloc, free, open, read and the mutex
-// functions, also for the plug-in's library, by versions that count and then call the system's.
+// Counts calls that an audio thread must not make. This program replaces malloc, free, open, read, write and the
+// mutex functions, also for the plug-in's library, by versions that count and then call the system's.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,8 +11,14 @@ struct CallCounts {
   std::int64_t allocations = 0;
   std::int64_t frees = 0;
   std::int64_t files = 0;  ///< Opened or read.
+  std::int64_t writes = 0;
   std::int64_t locks = 0;  ///< Mutexes taken.
   std::int64_t waits = 0;  ///< Waits for a lock that another thread holds, and sleeps.
+
+  CallCounts operator+(const CallCounts& other) const {
+    return {allocations + other.allocations, frees + other.frees, files + other.files,
+            writes + other.writes,           locks + other.locks, waits + other.waits};
+  }
 };
 
 /// Counts the calling thread's calls while it exists. At most one at a time on a thread.

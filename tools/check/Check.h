@@ -31,6 +31,7 @@ struct CheckSettings {
 struct Verdict {
   bool passed = false;
   std::string figure;
+  bool wasRun = true;  ///< Otherwise `figure` says what is lacking here.
 };
 
 struct Check {
@@ -52,9 +53,11 @@ std::vector<Check> parameterChecks();
 std::vector<Check> stateChecks();
 std::vector<Check> threadChecks();
 std::vector<Check> realTimeChecks();
+/// Not run where there is no X server, and none can be started.
+std::vector<Check> editorChecks();
 
-/// Runs every check and prints a line for each. Returns the number that failed. Throws HostError when the plug-in
-/// cannot be loaded at all.
+/// Runs every check and prints a line for each. Returns the number that failed; one that cannot run here has not
+/// failed. Throws HostError when the plug-in cannot be loaded at all.
 int runChecks(const CheckSettings& settings);
 
 }  // namespace sivray::check

@@ -122,7 +122,7 @@ Verdict inconsistentMidi(const CheckSettings& settings) {
   host.setChunk(state);
   settle(host);
   const bool alive = playPlain(host, 22050).isHeard();
-  return verdict(facts.notNumbers == 0 && alive && host.midiOut.empty(),
+  return verdict(facts.notNumbers == 0 && alive && host.takeMidi().empty(),
                  "%d events of random bytes, notes out of order, system-exclusive", events);
 }
 

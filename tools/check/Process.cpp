@@ -10,6 +10,7 @@
 #include <malloc.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -38,9 +39,21 @@ double threadSeconds() {
   return static_cast<double>(ticks) * 1e-7;
 }
 
+double processSeconds() { return 0.0; }
+
+std::vector<int> threadsOfProcess() { return {}; }
+
+double secondsOf(const std::vector<int>&) { return 0.0; }
+
 #else
 
 namespace {
+
+double secondsOn(clockid_t clock) {
+  timespec time{};
+  return clock_gettime(clock, &time) == 0 ? static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec)
+                                          : 0.0;
+}
 
 int entriesOf(const char* folder) {
   int count = 0;
@@ -69,10 +82,26 @@ ProcessUse processUse() {
   return use;
 }
 
-double threadSeconds() {
-  timespec time{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+double threadSeconds() { return secondsOn(CLOCK_THREAD_CPUTIME_ID); }
+
+double processSeconds() { return secondsOn(CLOCK_PROCESS_CPUTIME_ID); }
+
+std::vector<int> threadsOfProcess() {
+  std::vector<int> threads;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/task")) {
+    threads.push_back(std::stoi(entry.path().filename().string()));
+  }
+  std::sort(threads.begin(), threads.end());
+  return threads;
+}
+
+double secondsOf(const std::vector<int>& threads) {
+  constexpr unsigned int kOfOneThread = 6;  // The kernel's encoding of a thread's processor time, beside its number.
+  double seconds = 0.0;
+  for (const int thread : threads) {
+    seconds += secondsOn(static_cast<clockid_t>((~static_cast<unsigned int>(thread) << 3U) | kOfOneThread));
+  }
+  return seconds;
 }
 
 #endif

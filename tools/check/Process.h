@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace sivray::check {
 
@@ -16,5 +17,14 @@ ProcessUse processUse();
 
 /// Returns the CPU seconds that the calling thread has used.
 double threadSeconds();
+
+/// Seconds that all threads of this process have run, those that have ended included.
+double processSeconds();
+
+/// The system's numbers of this process's threads, in rising order; empty on Windows.
+std::vector<int> threadsOfProcess();
+
+/// Seconds that some threads have run together. One that has ended counts as 0.
+double secondsOf(const std::vector<int>& threads);
 
 }  // namespace sivray::check

@@ -103,7 +103,7 @@ Verdict roundTrips(const CheckSettings& settings) {
     trip.run(trip.first.chunk());
   }
   // The host has just set these values: notifying it of them would be an echo.
-  return verdict(trip.different == 0 && programs > 0 && trip.first.calls.empty(),
+  return verdict(trip.different == 0 && programs > 0 && trip.first.takeCalls().empty(),
                  "%d programs and %d random states, %d differ, %zu bytes", programs, states, trip.different,
                  trip.first.chunk().size());
 }

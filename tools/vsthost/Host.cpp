@@ -124,7 +124,7 @@ std::intptr_t Host::audioMaster(AEffect* effect, std::int32_t opcode, std::int32
   return opening->answer(opcode, index, value, ptr, opt);
 }
 
-std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_t, void* ptr, float opt) {
+std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) {
   if (ways.answersNull) {
     return 0;
   }
@@ -144,15 +144,14 @@ std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_
                    (playing != wasPlaying ? kVstTransportChanged : 0);
       return ways.givesTime ? reinterpret_cast<std::intptr_t>(&time) : 0;
     case audioMasterProcessEvents:
-      takeMidi(static_cast<const VstEvents*>(ptr));
+      keepMidi(static_cast<const VstEvents*>(ptr));
       return 1;
     case audioMasterAutomate:
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
     case audioMasterUpdateDisplay:
-      if (calls.size() < kMostCalls) {
-        calls.push_back({opcode, index, opt});
-      }
+    case audioMasterSizeWindow:
+      keep({opcode, index, opt, value});
       return 1;
     case audioMasterGetSampleRate:
       return static_cast<std::intptr_t>(rate);
@@ -171,7 +170,29 @@ std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_
   }
 }
 
-void Host::takeMidi(const VstEvents* list) {
+void Host::keep(const HostCall& call) {
+  const std::lock_guard lock(keptMutex);
+  if (calls.size() < kMostCalls) {
+    calls.push_back(call);
+  }
+}
+
+std::vector<HostCall> Host::takeCalls() {
+  const std::lock_guard lock(keptMutex);
+  std::vector<HostCall> taken(calls);
+  calls.clear();
+  return taken;
+}
+
+std::vector<std::array<std::uint8_t, 4>> Host::takeMidi() {
+  const std::lock_guard lock(keptMutex);
+  std::vector<std::array<std::uint8_t, 4>> taken(midiOut);
+  midiOut.clear();
+  return taken;
+}
+
+void Host::keepMidi(const VstEvents* list) {
+  const std::lock_guard lock(keptMutex);
   for (std::int32_t i = 0; list != nullptr && i < list->numEvents; ++i) {
     if (list->events[i]->type == kVstMidiType && midiOut.size() < kMostCalls) {
       const auto* event = reinterpret_cast<const VstMidiEvent*>(list->events[i]);

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <span>
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ struct HostCall {
   std::int32_t opcode = 0;
   std::int32_t index = 0;
   float value = 0.0F;
+  std::intptr_t number = 0;
 };
 
 /// All calls must come from one thread, except `process` and `queueMidi`, which may come from another. Those two do not
@@ -75,18 +77,25 @@ class Host {
   double tempo = 120.0;
   bool playing = true;
 
-  /// Recorded calls: automation, edits and display changes. Calls past the reserved capacity are dropped.
-  std::vector<HostCall> calls;
-  std::vector<std::array<std::uint8_t, 4>> midiOut;
+  /// Returns the calls recorded since the last time, on any thread: automation, edits, display changes and sizes of the
+  /// window. Calls past the reserved capacity are dropped.
+  std::vector<HostCall> takeCalls();
+  /// The MIDI messages recorded since the last time, likewise.
+  std::vector<std::array<std::uint8_t, 4>> takeMidi();
   int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.
 
  private:
   static std::intptr_t SIVRAY_VST_CALL audioMaster(tesh::bramel::vst::AEffect* effect, std::int32_t opcode,
                                                    std::int32_t index, std::intptr_t value, void* ptr, float opt);
   std::intptr_t answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
-  void takeMidi(const tesh::bramel::vst::VstEvents* list);
+  void keepMidi(const tesh::bramel::vst::VstEvents* list);
+
+  void keep(const HostCall& call);
 
   HostManners ways;
+  std::mutex keptMutex;
+  std::vector<HostCall> calls;
+  std::vector<std::array<std::uint8_t, 4>> midiOut;
   tesh::bramel::vst::AEffect* plugin = nullptr;
   tesh::bramel::vst::VstTimeInfo time{};
   EventList events;

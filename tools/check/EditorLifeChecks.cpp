@@ -1,0 +1,227 @@
+// The editor opened and closed: often, in odd moments, by two instances, before the library goes, and at every scale.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "check/EditorScene.h"
+#include "check/Process.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::PluginLibrary;
+
+constexpr int kWarmCycles = 10;
+constexpr std::int64_t kLeakKiB = 512;
+
+/// Milliseconds that all threads of this process run for an action: other programs do not count.
+template <typename Action>
+double millisecondsFor(Action action) {
+  const double before = processSeconds();
+  action();
+  return 1000.0 * (processSeconds() - before);
+}
+
+double medianOf(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+  return values[values.size() / 2];
+}
+
+/// The first opening of all: nothing of the editor is in this process yet.
+Verdict openAndClose(const CheckSettings& settings) {
+  constexpr double kMostForFirst = 200.0;
+  constexpr double kMostForLater = 30.0;
+  constexpr double kMostForClosing = 5.0;
+  constexpr std::int64_t kMostKiB = 40 * 1024;
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  const ProcessUse before = processUse();
+  const double first = millisecondsFor([&] { scene.open(); });
+  const std::int64_t panelKiB = processUse().residentKiB - before.residentKiB;
+  bool isShown = scene.window.childSize() == kPanelSize;
+  scene.close();
+  std::vector<double> openings;
+  std::vector<double> closings;
+  ProcessUse warm;
+  constexpr int kCycles = 100;
+  for (int cycle = 1; cycle < kCycles; ++cycle) {
+    openings.push_back(millisecondsFor([&] { scene.open(); }));
+    isShown = isShown && scene.window.childSize() == kPanelSize;
+    closings.push_back(millisecondsFor([&] { scene.close(); }));
+    isShown = isShown && scene.window.childSize() == vsthost::WindowSize{};
+    if (cycle == kWarmCycles) {
+      warm = processUse();
+    }
+  }
+  const ProcessUse end = processUse();
+  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const bool flat = end.threads == warm.threads && end.files <= warm.files;
+  const bool quick = isSanitized() || (first <= kMostForFirst && medianOf(openings) <= kMostForLater &&
+                                       medianOf(closings) <= kMostForClosing);
+  const bool small = isSanitized() || (growth <= kLeakKiB && panelKiB <= kMostKiB);
+  return verdict(
+      isShown && flat && quick && small,
+      "%d cycles, first in %.0f ms and %lld KiB, then in %.1f ms, closed in %.1f ms, %+lld KiB, %+d threads, "
+      "%+d files",
+      kCycles, first, static_cast<long long>(panelKiB), medianOf(openings), medianOf(closings),
+      static_cast<long long>(growth), end.threads - warm.threads, end.files - warm.files);
+}
+
+/// What hosts do out of turn. Each scene ends with its editor as it is, and effClose has to cope.
+Verdict oddMoments(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  SoundFacts facts;
+  int moments = 0;
+  const auto tryOut = [&](const std::function<void(EditorScene&)>& moment) {
+    EditorScene scene(library);
+    moment(scene);
+    facts.add(play(scene.host, hitsOver(5000, 3), 5000, blocksOf(100)));
+    ++moments;
+  };
+  const auto openAtRate = [](float rate) {
+    return [rate](EditorScene& scene) {
+      scene.host.setSampleRate(rate);
+      scene.open();
+      scene.host.setParameter(1, 0.25F);
+      scene.letSettle();
+      scene.host.setSampleRate(kPlainRate);
+    };
+  };
+  tryOut(openAtRate(0.0F));
+  tryOut(openAtRate(-1.0F));
+  tryOut([](EditorScene& scene) {  // Before resume, which the first block brings.
+    scene.open();
+    scene.open();
+    scene.letSettle();
+  });
+  tryOut([](EditorScene& scene) {
+    scene.close();
+    scene.open();
+    scene.window.destroy();
+    scene.host.setParameter(1, 0.25F);
+    scene.render();
+    scene.letSettle();
+    scene.close();
+  });
+  tryOut([](EditorScene& scene) {
+    scene.open();
+    scene.window.destroy();
+    scene.render();
+  });
+  tryOut([](EditorScene& scene) {
+    scene.host.call(effEditOpen);
+    scene.render();
+    scene.close();
+    scene.close();
+    scene.open();
+    scene.host.call(effMainsChanged, 0, 0);
+    scene.host.call(effMainsChanged, 0, 1);
+  });
+  return verdict(facts.isSane() && facts.isHeard(),
+                 "%d moments: rates of 0, before resume, without and after its window, twice", moments);
+}
+
+Verdict twoEditors(const CheckSettings& settings) {
+  constexpr std::int64_t kMostKiB = 8 * 1024;
+  const PluginLibrary library(settings.libraryPath);
+  bool isShown = true;
+  std::int64_t furtherKiB = 0;
+  for (const bool isFirstEndedFirst : {true, false}) {
+    auto first = std::make_unique<EditorScene>(library);
+    auto second = std::make_unique<EditorScene>(library);
+    first->open();
+    const ProcessUse before = processUse();
+    second->open();
+    furtherKiB = std::max(furtherKiB, processUse().residentKiB - before.residentKiB);
+    auto& ended = isFirstEndedFirst ? first : second;
+    const auto& kept = isFirstEndedFirst ? second : first;
+    isShown = isShown && ended->window.childSize() == kPanelSize;
+    ended.reset();
+    kept->render();
+    kept->letSettle();
+    isShown = isShown && kept->window.childSize() == kPanelSize;
+    kept->close();
+    kept->open();
+    isShown = isShown && kept->window.childSize() == kPanelSize;
+  }
+  return verdict(isShown && (isSanitized() || furtherKiB <= kMostKiB),
+                 "ended in both orders, a second panel takes %lld KiB", static_cast<long long>(furtherKiB));
+}
+
+bool isMapped(const std::string& file) {
+  std::ifstream maps("/proc/self/maps");
+  const std::string all((std::istreambuf_iterator<char>(maps)), std::istreambuf_iterator<char>());
+  return all.find(file) != std::string::npos;
+}
+
+Verdict unloading(const CheckSettings& settings) {
+  // 128 and 1752 were measured in 90 cycles: each has threads of its own, and the allocator rooms of theirs.
+  constexpr std::int64_t kMostKiB = 2048;
+  const int cycles = settings.count(isSanitized() ? kWarmCycles + 2 : 100, 1000);
+  int leftBehind = 0;
+  ProcessUse warm;
+  for (int cycle = 0; cycle < cycles; ++cycle) {
+    {
+      const PluginLibrary library(settings.libraryPath);
+      EditorScene scene(library);
+      scene.open();
+      scene.close();
+    }
+    leftBehind += isMapped("/Sivray.so") ? 1 : 0;
+    if (cycle == kWarmCycles) {
+      warm = processUse();
+    }
+  }
+  const ProcessUse end = processUse();
+  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const bool gone = isSanitized() || (leftBehind == 0 && growth <= kMostKiB);
+  return verdict(gone && end.threads == warm.threads && end.files <= warm.files,
+                 "%d cycles of load, open, close and unload: %d stayed mapped, %+lld KiB, %+d threads, %+d files",
+                 cycles, leftBehind, static_cast<long long>(growth), end.threads - warm.threads,
+                 end.files - warm.files);
+}
+
+vsthost::WindowSize rectangleOf(vsthost::Host& host) {
+  ERect* rectangle = nullptr;
+  host.call(effEditGetRect, 0, 0, &rectangle);
+  return rectangle == nullptr ? vsthost::WindowSize{} : vsthost::WindowSize{rectangle->right, rectangle->bottom};
+}
+
+Verdict sizes(const CheckSettings& settings) {
+  constexpr std::int32_t kVendor = 0x50726553;         // 'PreS'
+  constexpr std::intptr_t kContentScale = 0x41654373;  // 'AeCs'
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  bool isRight = rectangleOf(scene.host) == kPanelSize;
+  scene.open();
+  isRight = isRight && scene.window.childSize() == kPanelSize;
+  for (const float scale : {2.0F, 1.25F, 1.5F, 1.0F}) {
+    scene.host.takeCalls();
+    const vsthost::WindowSize expected{static_cast<int>(768.0F * scale), static_cast<int>(468.0F * scale)};
+    isRight = isRight && scene.host.call(effVendorSpecific, kVendor, kContentScale, nullptr, scale) == 1;
+    const auto calls = scene.host.takeCalls();
+    isRight = isRight && rectangleOf(scene.host) == expected && scene.window.childSize() == expected &&
+              calls.size() == 1 && calls[0].opcode == audioMasterSizeWindow && calls[0].index == expected.width &&
+              calls[0].number == expected.height;
+  }
+  return verdict(isRight, "768 x 468, and 125, 150 and 200 %% of it: rectangle, window and what the host is told");
+}
+
+}  // namespace
+
+std::vector<Check> editorLifeChecks() {
+  return {{"editor opened and closed", openAndClose},
+          {"editor in odd moments", oddMoments},
+          {"two editors", twoEditors},
+          {"editor and unloading", unloading},
+          {"editor's size", sizes}};
+}
+
+}  // namespace sivray::check
+
+#endif

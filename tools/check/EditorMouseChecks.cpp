@@ -1,0 +1,278 @@
+// The editor under real pointer events: every control with what the host hears of it, pads, pop-ups, and a user who
+// clicks at random.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "check/EditorScene.h"
+#include "views/PanelTable.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using namespace tesh::bramel::panel;
+using tesh::bramel::PanelRect;
+using vsthost::HostCall;
+using vsthost::PluginLibrary;
+using vsthost::WindowPoint;
+
+/// Beside every control, and outside the box of every pop-up.
+constexpr WindowPoint kNowhere{4, 464};
+
+WindowPoint centreOf(const PanelRect& bounds, int column = 0) {
+  return {bounds.x + bounds.width / 2 + column * kColumnWidth, bounds.y + bounds.height / 2};
+}
+
+bool isDragged(ControlKind kind) {
+  return kind == ControlKind::sweepKnob || kind == ControlKind::centredKnob || kind == ControlKind::levelFader;
+}
+
+/// Begins, changes and ends of one parameter, in that order and once or more; a click changes it once. A switch tells
+/// its change in a gesture before that of the press.
+bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool isClick) {
+  int depth = 0;
+  int changes = 0;
+  for (const HostCall& call : calls) {
+    depth += call.opcode == audioMasterBeginEdit ? 1 : 0;
+    depth -= call.opcode == audioMasterEndEdit ? 1 : 0;
+    changes += call.opcode == audioMasterAutomate && depth == 1 ? 1 : 0;
+    if (call.index != static_cast<std::int32_t>(index) || depth < 0 || depth > 1) {
+      return false;
+    }
+  }
+  return depth == 0 && (isClick ? changes == 1 : changes >= 1);
+}
+
+/// Moves a control by hand. False unless the host heard that gesture, has its last value, and nothing else.
+bool moveControl(EditorScene& scene, ControlKind kind, std::size_t index, WindowPoint centre) {
+  std::vector<HostCall> calls;
+  const auto hear = [&] {
+    for (const HostCall& call : scene.host.takeCalls()) {
+      if (call.opcode != audioMasterUpdateDisplay) {
+        calls.push_back(call);
+      }
+    }
+    return !calls.empty() && calls.back().opcode == audioMasterEndEdit;
+  };
+  if (isDragged(kind)) {
+    scene.window.drag(centre, {0, -32});
+  } else {
+    scene.window.click(centre);
+  }
+  comesTrue(hear);
+  scene.letSettle();
+  scene.render();  // Takes the changes from the queue, which holds so many.
+  hear();
+  const auto last = std::find_if(calls.rbegin(), calls.rend(),
+                                 [](const HostCall& call) { return call.opcode == audioMasterAutomate; });
+  return isOneGesture(calls, index, !isDragged(kind)) && scene.host.parameter(static_cast<int>(index)) == last->value;
+}
+
+Verdict everyControl(const CheckSettings& settings) {
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  for (int index = 0; index < static_cast<int>(kEffectSwitchMacro); ++index) {
+    scene.host.setParameter(index, 0.4F);
+  }
+  scene.render();
+  scene.settledCalls();
+  int moved = 0;
+  std::string wrong;
+  const auto move = [&](ControlKind kind, std::size_t index, WindowPoint centre) {
+    ++moved;
+    if (!moveControl(scene, kind, index, centre)) {
+      wrong += (wrong.empty() ? ", wrong: " : ", ") + scene.host.parameterName(static_cast<int>(index));
+    }
+  };
+  for (std::size_t page = 0; page < kPageCount; ++page) {
+    scene.showPage(page);
+    for (const PadControl& row : kPadControls) {
+      for (int pad = 0; row.kind != ControlKind::stub && row.page == page && pad < static_cast<int>(kPads); ++pad) {
+        move(row.kind, padMacro(static_cast<std::size_t>(pad), row.macro), centreOf(row.bounds, pad));
+      }
+    }
+  }
+  for (const MasterControl& row : kMasterControls) {
+    if (row.kind != ControlKind::stub) {
+      move(row.kind, row.macro, centreOf(row.bounds));
+    }
+  }
+  wrong.resize(std::min<std::size_t>(wrong.size(), 200));
+  return verdict(wrong.empty(), "%d controls on 3 pages: begin, automation and end of the right parameter%s", moved,
+                 wrong.c_str());
+}
+
+Verdict pads(const CheckSettings& settings) {
+  using Message = std::array<std::uint8_t, 4>;
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  scene.host.start(kPlainRate, kPlainBlock);
+  scene.render();
+  int right = 0;
+  for (std::size_t pad = 0; pad < kPads; ++pad) {
+    const auto note = static_cast<std::uint8_t>(kFirstPadNote + static_cast<int>(pad));
+    const auto hears = [&](std::uint8_t velocity) {
+      return comesTrue([&] {
+        scene.render();
+        const std::vector<Message> sent = scene.host.takeMidi();
+        return std::any_of(sent.begin(), sent.end(), [&](const Message& message) {
+          return message[0] == 0x90 && message[1] == note && message[2] == velocity;
+        });
+      });
+    };
+    scene.window.moveTo({kPadX[pad] + kPadSize / 2, kPadContainer.y + kPadSize / 3});
+    scene.window.press();
+    const bool isStruck = hears(100);
+    scene.window.release();
+    right += hears(0) && isStruck ? 1 : 0;
+  }
+  return verdict(right == static_cast<int>(kPads), "%d of 8 pads send their note on and off", right);
+}
+
+/// Opens a pop-up by a click, and closes it by one beside it. Whether the panel showed it, and looks as before.
+bool opensAndCloses(EditorScene& scene, WindowPoint opener) {
+  scene.window.moveTo(kNowhere);
+  const std::uint64_t before = scene.settledPicture();
+  scene.window.click(opener);
+  const bool opened = comesTrue([&] { return scene.window.picture() != before; });
+  scene.settledPicture();
+  scene.window.click(kNowhere);
+  return opened && scene.settledPicture() == before;
+}
+
+/// Opens a list and clicks into it: the host hears of a change of `index`, and of no other.
+bool choosesFrom(EditorScene& scene, WindowPoint opener, WindowPoint row, std::size_t index) {
+  scene.host.setParameter(static_cast<int>(index), 0.0F);
+  scene.render();
+  scene.settledCalls();
+  scene.window.click(opener);
+  scene.settledPicture();
+  scene.window.click(row);
+  scene.settledPicture();
+  scene.window.click(kNowhere);
+  std::vector<HostCall> calls = scene.settledCalls();
+  std::erase_if(calls, [](const HostCall& call) { return call.opcode != audioMasterAutomate; });
+  return !calls.empty() && std::all_of(calls.begin(), calls.end(), [index](const HostCall& call) {
+    return call.index == static_cast<std::int32_t>(index);
+  });
+}
+
+Verdict popUps(const CheckSettings& settings) {
+  struct PopUp {
+    const char* name;
+    PanelRect opener;
+  };
+  constexpr std::array<PopUp, 5> kPopUps{{{"samples", kDisplay},
+                                          {"programs", kProgramButton},
+                                          {"effects", kEffectButton},
+                                          {"settings", kSettingsZone1},
+                                          {"settings by the name", kSettingsZone2}}};
+  constexpr WindowPoint kEffectRow{620, 220};
+  constexpr WindowPoint kSampleRow{450, 220};
+  const Sandbox sandbox;
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  scene.render();
+  std::string wrong;
+  const auto judge = [&wrong](bool isRight, const char* what) {
+    if (!isRight) {
+      wrong += (wrong.empty() ? ", wrong: " : ", ") + std::string(what);
+    }
+  };
+  for (const PopUp& popUp : kPopUps) {
+    judge(opensAndCloses(scene, centreOf(popUp.opener)), popUp.name);
+  }
+  judge(choosesFrom(scene, centreOf(kEffectButton), kEffectRow, kEffectTypeMacro), "choice of an effect");
+  judge(choosesFrom(scene, centreOf(kDisplay), kSampleRow, kSample), "choice of a sample");
+  return verdict(wrong.empty(), "%zu opened and closed, an effect and a sample chosen%s", kPopUps.size(),
+                 wrong.c_str());
+}
+
+/// One thing that a user does in no time: mostly clicks and drags, some wheel, keys and second buttons.
+void doSomething(EditorScene& scene, Random& random) {
+  const WindowPoint point{random.below(kPanelSize.width), random.below(kPanelSize.height)};
+  switch (random.below(10)) {
+    case 0:
+      scene.window.drag(point, {random.below(121) - 60, random.below(121) - 60});
+      break;
+    case 1:
+      scene.window.moveTo(point);
+      scene.window.press(static_cast<unsigned int>(4 + random.below(2)));
+      break;
+    case 2:
+      scene.window.click(point, 3);
+      break;
+    case 3:
+      scene.window.strike(static_cast<unsigned long>('a' + random.below(26)));
+      break;
+    case 4:
+      scene.window.moveTo(point);
+      break;
+    default:
+      scene.window.click(point);
+      break;
+  }
+  for (const unsigned int wheel : {4U, 5U}) {
+    scene.window.release(wheel);
+  }
+}
+
+/// Every begin has its end, for each parameter by itself.
+bool isBalanced(const std::vector<HostCall>& calls) {
+  std::map<std::int32_t, int> depth;
+  for (const HostCall& call : calls) {
+    depth[call.index] += call.opcode == audioMasterBeginEdit ? 1 : 0;
+    depth[call.index] -= call.opcode == audioMasterEndEdit ? 1 : 0;
+  }
+  return std::all_of(depth.begin(), depth.end(), [](const auto& entry) { return entry.second == 0; });
+}
+
+Verdict randomClicks(const CheckSettings& settings) {
+  constexpr std::uint32_t kSeed = 20'000;
+  constexpr int kEventsABlock = 20;
+  const int events = settings.count(isSanitized() ? 400 : 2000, 20'000);
+  const Sandbox sandbox;
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  Random random(kSeed);
+  SoundFacts facts;
+  for (int event = 0; event < events; ++event) {
+    doSomething(scene, random);
+    if (event % kEventsABlock == 0) {
+      facts.add(play(scene.host, hitsOver(1000, 5), 1000, blocksOf(250)));
+      scene.host.setParameter(random.below(scene.host.parameterCount()), random.unit());
+      scene.host.call(effGetChunk, 0, 0, nullptr);
+      scene.letSettle();
+    }
+  }
+  scene.settledPicture();
+  scene.close();
+  const std::vector<HostCall> calls = scene.settledCalls();
+  const bool balanced = isBalanced(calls);
+  scene.open();
+  scene.letSettle();
+  const bool isShown = scene.window.childSize() == kPanelSize;
+  return verdict(balanced && isShown && facts.isSane(), "%d events with seed %u, %zu calls to the host, %s", events,
+                 kSeed, calls.size(), balanced ? "every begin with its end" : "a begin without its end");
+}
+
+}  // namespace
+
+std::vector<Check> editorMouseChecks() {
+  return {{"editor's controls", everyControl},
+          {"editor's pads", pads},
+          {"editor's pop-ups", popUps},
+          {"random clicks", randomClicks}};
+}
+
+}  // namespace sivray::check
+
+#endif

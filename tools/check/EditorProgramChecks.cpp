@@ -1,0 +1,152 @@
+// Programs by the mouse: a long list, a folder that cannot be written, and a menu or a file dialog left open at close.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include <filesystem>
+#include <fstream>
+
+#include "check/EditorScene.h"
+#include "check/Process.h"
+#include "storage/paths/Paths.h"
+#include "storage/programs/UserProgramFile.h"
+#include "views/PanelTable.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+using vsthost::PluginLibrary;
+using vsthost::WindowPoint;
+
+constexpr WindowPoint kNowhere{4, 464};
+constexpr WindowPoint kProgramName{117, 92};
+// On the program list.
+constexpr WindowPoint kUserTab{415, 72};
+constexpr WindowPoint kImport{311, 32};     ///< While the current program is the factory's.
+constexpr WindowPoint kRightmost{447, 32};  ///< "Save As" of the factory's tab, and "Save" of the page that it opens.
+constexpr WindowPoint kFirstRow{340, 110};
+
+/// A bank of alike programs.
+struct Bank final : tesh::vimo::MacroProgramDatabaseDelegate {
+  std::uint64_t macroCount() const override { return 133; }
+  float macroValue(std::uint64_t /*index*/) const override { return 0.5F; }
+  std::uint64_t macroObject(std::uint64_t /*index*/) const override { return 0; }
+  const std::string& programName() const override { return name; }
+  const std::string& programComment() const override { return comment; }
+  std::uint32_t programTime() const override { return 0; }
+
+  std::string name = "Long List";
+  std::string comment;
+};
+
+void writeUserPrograms(int count) {
+  using namespace tesh::bramel;
+  const Bank bank;
+  tesh::vimo::ProgramDatabase database(bank);
+  database.setMacroCount(static_cast<std::size_t>(bank.macroCount()));
+  for (int i = 0; i < count; ++i) {
+    database.appendFromDelegate();
+  }
+  const auto file = tesh::vimo::makeUserProgramFile(database);
+  writeFile(pathFor(kBramelPath_UserProgram, "Sivray"), file.data(), file.size());
+}
+
+Verdict longList(const CheckSettings& settings) {
+  constexpr int kPrograms = 2000;
+  constexpr double kMostMilliseconds = 100.0;
+  const Sandbox sandbox;
+  writeUserPrograms(kPrograms);
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  scene.render();
+  scene.window.moveTo(kNowhere);
+  const std::uint64_t plain = scene.settledPicture();
+  const double before = processSeconds();
+  scene.window.click(kProgramName);
+  const bool isShown = comesTrue([&] { return scene.window.picture() != plain; });
+  scene.letSettle();
+  const double milliseconds = 1000.0 * (processSeconds() - before);
+  const std::uint64_t factory = scene.settledPicture();
+  scene.window.click(kUserTab);
+  const bool hasTab = comesTrue([&] { return scene.window.picture() != factory; });
+  const std::vector<std::uint8_t> state = scene.host.chunk();
+  scene.window.click(kFirstRow);
+  const bool isChosen = comesTrue([&] {
+    scene.render();
+    return scene.host.chunk() != state;
+  });
+  return verdict(isShown && hasTab && isChosen && (isSanitized() || milliseconds <= kMostMilliseconds),
+                 "%d user programs: the list opens in %.1f ms%s", kPrograms, milliseconds,
+                 isChosen ? ", the first one chosen" : ", none could be chosen");
+}
+
+/// Save As where the documents folder cannot be made: a file stands in its place, which holds for any user.
+Verdict unwritableFolder(const CheckSettings& settings) {
+  const Sandbox sandbox;
+  const std::string blocked = sandbox.documents() + "/blocked";
+  std::ofstream(blocked) << "no folder";
+  const ScopedVariable documents("BRAMEL_DOCUMENTS", blocked);
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  scene.render();
+  scene.window.moveTo(kNowhere);
+  const std::uint64_t plain = scene.settledPicture();
+  scene.window.click(kProgramName);
+  const std::uint64_t list = scene.settledPicture();
+  scene.window.click(kRightmost);
+  scene.settledPicture();
+  scene.window.click(kRightmost);
+  const std::uint64_t saved = scene.settledPicture();
+  scene.window.click(kNowhere);
+  const bool isClosed = comesTrue([&] { return scene.window.picture() != saved; });
+  const bool isHeard = playPlain(scene.host, 22050).isHeard();
+  const bool untouched = std::filesystem::is_regular_file(blocked);
+  return verdict(list != plain && saved != list && isClosed && isHeard && untouched,
+                 "Save As into a folder that cannot be: the panel %s, the plug-in %s",
+                 isClosed ? "goes on" : "is stuck", isHeard ? "plays" : "is silent");
+}
+
+/// The delete menu and the file dialog, each open when the editor closes and when the instance ends.
+Verdict openAtClose(const CheckSettings& settings) {
+  const Sandbox sandbox;
+  writeUserPrograms(3);
+  const PluginLibrary library(settings.libraryPath);
+  int opened = 0;
+  int gone = 0;
+  for (const bool isMenu : {true, false}) {
+    for (const bool endsAtOnce : {false, true}) {
+      EditorScene scene(library);
+      scene.open();
+      scene.render();
+      for (const WindowPoint point : {kProgramName, kUserTab}) {
+        scene.window.click(point);
+        scene.settledPicture();
+      }
+      const int before = scene.window.otherWindows();
+      scene.window.click(isMenu ? kFirstRow : kImport, isMenu ? 3 : 1);
+      opened += comesTrue([&] { return scene.window.otherWindows() > before; }) ? 1 : 0;
+      if (!endsAtOnce) {
+        scene.close();
+        gone += comesTrue([&] { return scene.window.otherWindows() == before; }) ? 1 : 0;
+        scene.open();
+        scene.letSettle();
+      }
+    }
+  }
+  return verdict(opened == 4 && gone == 2, "menu and file dialog: %d of 4 opened, %d of 2 gone with the editor", opened,
+                 gone);
+}
+
+}  // namespace
+
+std::vector<Check> editorProgramChecks() {
+  return {{"long program list", longList},
+          {"unwritable documents", unwritableFolder},
+          {"menu and dialog at close", openAtClose}};
+}
+
+}  // namespace sivray::check
+
+#endif

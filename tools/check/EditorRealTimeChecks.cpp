@@ -1,0 +1,186 @@
+// What an open editor costs: the audio thread while everything moves, the message thread then, and both at rest.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <thread>
+
+#include "check/CallCounter.h"
+#include "check/EditorScene.h"
+#include "check/Process.h"
+#include "viewmodels/texts/PanelMacros.h"
+
+namespace sivray::check {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using vsthost::PluginLibrary;
+
+constexpr int kRate = 48000;
+constexpr int kBlock = 64;
+constexpr int kBlocksOfRound = kRate / kBlock / 2;
+constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kBlock / kRate};
+
+/// A value for every parameter, which differs from one block to the next. A sample moves within its step, since to read
+/// another one is no matter of the editor.
+void moveAll(vsthost::Host& host, int block) {
+  const float value = static_cast<float>(block % 97) / 97.0F;
+  for (int index = 0; index < host.parameterCount(); ++index) {
+    const bool isSample = index < static_cast<int>(tesh::bramel::panel::kEffectTypeMacro) &&
+                          index % static_cast<int>(tesh::bramel::panel::kMacrosPerPad) == 0;
+    const bool isEffect = index == static_cast<int>(tesh::bramel::panel::kEffectTypeMacro);
+    host.setParameter(index, isSample || isEffect ? value * 1e-4F : value);
+  }
+}
+
+struct RoundCost {
+  double audioBlock = 0.0;  ///< Seconds of the median block on the audio thread, moves included.
+  double others = 0.0;      ///< Seconds of the threads that the panel brought, as a share of the time.
+  std::int64_t mostWrites = 0;
+  CallCounts counts;
+};
+
+/// Half a second in real time, as the message thread lives by the clock.
+RoundCost playRound(EditorScene& scene, const std::vector<int>& panelThreads) {
+  RoundCost cost;
+  std::vector<double> times;
+  const auto start = Clock::now();
+  const double before = secondsOf(panelThreads);
+  for (int block = 0; block < kBlocksOfRound; ++block) {
+    const std::int64_t writes = cost.counts.writes;
+    const double blockStart = threadSeconds();
+    {
+      const CallCounter counter(cost.counts);
+      moveAll(scene.host, block);
+      scene.render(kBlock);
+    }
+    times.push_back(threadSeconds() - blockStart);
+    cost.mostWrites = std::max(cost.mostWrites, cost.counts.writes - writes);
+    std::this_thread::sleep_until(start + (block + 1) * kBlockTime);
+  }
+  cost.others = (secondsOf(panelThreads) - before) / std::chrono::duration<double>(Clock::now() - start).count();
+  std::nth_element(times.begin(), times.begin() + kBlocksOfRound / 2, times.end());
+  cost.audioBlock = times[kBlocksOfRound / 2];
+  return cost;
+}
+
+/// The threads that run now and did not before.
+std::vector<int> newThreads(const std::vector<int>& before) {
+  const std::vector<int> now = threadsOfProcess();
+  std::vector<int> added;
+  std::set_difference(now.begin(), now.end(), before.begin(), before.end(), std::back_inserter(added));
+  return added;
+}
+
+Verdict whilePlaying(const CheckSettings& settings) {
+  constexpr double kMostMore = 1.5;  // 1.02 to 1.22 was measured, as other programs let the caches be.
+  // A change takes the instrument's lock for a few stores, and so does the panel when it reads a value.
+  constexpr std::int64_t kLocksToAWait = 1000;
+  constexpr double kMostOfACore = 0.25;
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  const std::vector<int> before = threadsOfProcess();
+  scene.open();
+  const std::vector<int> panelThreads = newThreads(before);
+  scene.host.start(static_cast<float>(kRate), kBlock);
+  playRound(scene, panelThreads);
+  // The least of several rounds each: what else the machine does only ever adds.
+  RoundCost open{1e9, 1e9, 0, {}};
+  double closedBlock = 1e9;
+  for (int round = 0; round < settings.count(4, 20); ++round) {
+    const RoundCost cost = playRound(scene, panelThreads);
+    open = {std::min(open.audioBlock, cost.audioBlock), std::min(open.others, cost.others),
+            std::max(open.mostWrites, cost.mostWrites), open.counts + cost.counts};
+    scene.close();
+    closedBlock = std::min(closedBlock, playRound(scene, panelThreads).audioBlock);
+    scene.open();
+    scene.letSettle();
+  }
+  const CallCounts& counts = open.counts;
+  const bool clean = counts.allocations == 0 && counts.frees == 0 && counts.files == 0 &&
+                     counts.waits * kLocksToAWait <= counts.locks && open.mostWrites <= 1;
+  const double more = open.audioBlock / closedBlock;
+  const bool cheap = isSanitized() || (more <= kMostMore && open.others <= kMostOfACore);
+  return verdict(
+      clean && cheap,
+      "%lld allocations, %lld frees, %lld files, %lld waits in %lld locks, at most %lld writes a block; %.2f "
+      "times the cost with it closed (%.1f us), %.1f %% of a core on the panel's threads",
+      static_cast<long long>(counts.allocations), static_cast<long long>(counts.frees),
+      static_cast<long long>(counts.files), static_cast<long long>(counts.waits), static_cast<long long>(counts.locks),
+      static_cast<long long>(open.mostWrites), more, 1e6 * closedBlock, 100.0 * open.others);
+}
+
+/// Share of a core that the whole process takes over some time in which nothing happens.
+double restingShare(std::chrono::milliseconds time) {
+  const double before = processSeconds();
+  std::this_thread::sleep_for(time);
+  return (processSeconds() - before) / std::chrono::duration<double>(time).count();
+}
+
+Verdict atRest(const CheckSettings& settings) {
+  // While a window is there, JUCE looks at the rate of the screen for something to draw, which takes 0.4 to 0.9 %; its
+  // timer's thread looks ten times a second for as long as it lives.
+  constexpr double kMostOpen = 0.015;
+  constexpr double kMostClosed = 0.001;
+  constexpr std::chrono::milliseconds kPictureKept{3500};  // JUCE lets go of the last picture after three seconds.
+  const std::chrono::milliseconds time(settings.count(1500, 10000));
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  scene.render();
+  const std::uint64_t picture = scene.settledPicture();
+  std::this_thread::sleep_for(kPictureKept);
+  const double open = restingShare(time);
+  const bool isStill = scene.window.picture() == picture;
+  scene.close();
+  scene.letSettle();
+  const double closed = restingShare(time);
+  return verdict(isStill && (isSanitized() || (open <= kMostOpen && closed <= kMostClosed)),
+                 "%.3f %% of a core open, %.3f %% closed", 100.0 * open, 100.0 * closed);
+}
+
+/// The panel shows the last values, whatever came before, on every page.
+Verdict afterAutomation(const CheckSettings& settings) {
+  const int rounds = settings.count(100, 1000);
+  const PluginLibrary library(settings.libraryPath);
+  EditorScene scene(library);
+  scene.open();
+  const auto setAll = [&](float value) {
+    for (int index = 0; index < scene.host.parameterCount(); ++index) {
+      scene.host.setParameter(index, value);
+    }
+    for (int block = 0; block < 4; ++block) {
+      scene.render();
+    }
+  };
+  int right = 0;
+  for (std::size_t page = 0; page < 3; ++page) {
+    scene.showPage(page);
+    scene.window.moveTo({4, 464});
+    setAll(0.25F);
+    const std::uint64_t low = scene.settledPicture();
+    setAll(0.75F);
+    const std::uint64_t high = scene.settledPicture();
+    Random random(201);
+    for (int round = 0; round < rounds / 3; ++round) {
+      setAll(random.unit());
+    }
+    setAll(0.25F);
+    const bool isLow = scene.settledPicture() == low;
+    right += isLow && low != high ? 1 : 0;
+  }
+  return verdict(right == 3, "%d rounds of all parameters, then %d of 3 pages show the last values", rounds, right);
+}
+
+}  // namespace
+
+std::vector<Check> editorRealTimeChecks() {
+  return {
+      {"editor while playing", whilePlaying}, {"editor at rest", atRest}, {"editor after automation", afterAutomation}};
+}
+
+}  // namespace sivray::check
+
+#endif

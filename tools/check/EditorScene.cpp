@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include "check/EditorScene.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "views/PanelTable.h"
+
+namespace sivray::check {
+namespace {
+
+using namespace tesh::bramel::vst;
+
+constexpr std::chrono::milliseconds kBetweenLooks{2};
+
+std::string newFolder() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "sivray-check-XXXXXX").string();
+  return ::mkdtemp(pattern.data()) == nullptr ? std::string("/nowhere") : pattern;
+}
+
+}  // namespace
+
+bool comesTrue(const std::function<bool()>& condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(isSanitized() ? 50 : 5);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) {
+      return condition();
+    }
+    std::this_thread::sleep_for(kBetweenLooks);
+  }
+  return true;
+}
+
+void EditorScene::render(int frames) { host.process(left.data(), right.data(), frames); }
+
+void EditorScene::letSettle() {
+  // A key that no text field wants waits for the message thread. The first call may overtake events of the server.
+  for (int round = 0; round < 3; ++round) {
+    std::this_thread::sleep_for(kBetweenLooks);
+    host.call(effEditKeyUp);
+  }
+}
+
+std::uint64_t EditorScene::settledPicture() {
+  constexpr int kEqualLooks = 5;
+  constexpr std::chrono::milliseconds kBetweenPictures{20};
+  letSettle();
+  std::uint64_t picture = window.picture();
+  int equal = 0;
+  comesTrue([&] {
+    std::this_thread::sleep_for(kBetweenPictures);
+    const std::uint64_t before = picture;
+    picture = window.picture();
+    equal = picture == before ? equal + 1 : 0;
+    return equal == kEqualLooks;
+  });
+  return picture;
+}
+
+void EditorScene::showPage(std::size_t page) {
+  const auto& bounds = tesh::bramel::panel::kPageButtons[page].bounds;
+  window.click({bounds.x + bounds.width / 2, bounds.y + bounds.height / 2});
+  letSettle();
+}
+
+std::vector<vsthost::HostCall> EditorScene::settledCalls() {
+  letSettle();
+  return host.takeCalls();
+}
+
+ScopedVariable::ScopedVariable(const char* variable, const std::string& value)
+    : name(variable), wasSet(std::getenv(variable) != nullptr), before(wasSet ? std::getenv(variable) : std::string()) {
+  ::setenv(name, value.c_str(), 1);
+}
+
+ScopedVariable::~ScopedVariable() { wasSet ? ::setenv(name, before.c_str(), 1) : ::unsetenv(name); }
+
+Sandbox::Sandbox()
+    : folder(newFolder()), documentsVariable("BRAMEL_DOCUMENTS", folder), pathVariable("PATH", "/nowhere") {}
+
+Sandbox::~Sandbox() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder, ignored);
+}
+
+}  // namespace sivray::check
+
+#endif

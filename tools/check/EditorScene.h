@@ -1,0 +1,88 @@
+// An instance of the plug-in with its panel in a host's window on a real X server, and what a user does there.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "check/Check.h"
+#include "check/Scene.h"
+#include "vsthost/Host.h"
+#include "vsthost/HostWindow.h"
+
+namespace sivray::check {
+
+inline constexpr vsthost::WindowSize kPanelSize{768, 468};
+
+/// The checks of the editor by what they protect. Only where HostWindow::findServer gives true.
+std::vector<Check> editorLifeChecks();
+std::vector<Check> editorRealTimeChecks();
+std::vector<Check> editorMouseChecks();
+std::vector<Check> editorProgramChecks();
+
+/// Waits for what another thread brings about, 5 s at most and ten times that under a sanitizer. Whether it came true.
+bool comesTrue(const std::function<bool()>& condition);
+
+class EditorScene {
+ public:
+  explicit EditorScene(const vsthost::PluginLibrary& library) : host(library) {}
+
+  void open() { host.call(tesh::bramel::vst::effEditOpen, 0, 0, window.handle()); }
+  void close() { host.call(tesh::bramel::vst::effEditClose); }
+
+  /// Renders a block of silence or of what sounds, without an event.
+  void render(int frames = kPlainBlock);
+
+  /// Waits until the message thread has nothing more to do for what the host and the user did.
+  void letSettle();
+  /// The picture of the panel once it no longer changes.
+  std::uint64_t settledPicture();
+  /// Clicks on the control that shows a page: 0 sound, 1 character, 2 mix.
+  void showPage(std::size_t page);
+
+  /// The calls to the host since the last time, after all that was done has had its effect.
+  std::vector<vsthost::HostCall> settledCalls();
+
+  vsthost::Host host;
+  vsthost::HostWindow window;
+
+ private:
+  std::vector<float> left = std::vector<float>(kLongestBlock);
+  std::vector<float> right = std::vector<float>(kLongestBlock);
+  static constexpr std::size_t kLongestBlock = 16384;
+};
+
+/// An environment variable of this process that has another value for as long as this object lives.
+class ScopedVariable {
+ public:
+  ScopedVariable(const char* name, const std::string& value);
+  ~ScopedVariable();
+  ScopedVariable(const ScopedVariable&) = delete;
+  ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+ private:
+  const char* name;
+  bool wasSet;
+  std::string before;
+};
+
+/// What keeps the user's world out of reach of clicks: a documents folder of their own, which goes with this object,
+/// and no program to be found that could open a browser or a file dialog.
+class Sandbox {
+ public:
+  Sandbox();
+  ~Sandbox();
+  Sandbox(const Sandbox&) = delete;
+  Sandbox& operator=(const Sandbox&) = delete;
+
+  const std::string& documents() const { return folder; }
+
+ private:
+  std::string folder;
+  ScopedVariable documentsVariable;
+  ScopedVariable pathVariable;
+};
+
+}  // namespace sivray::check

@@ -1,0 +1,68 @@
+// A host's window on a real X server, with a mouse and a keyboard of its own, as a host and its user see it: by a
+// connection of its own.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+namespace sivray::vsthost {
+
+struct WindowSize {
+  int width = 0;
+  int height = 0;
+  bool operator==(const WindowSize&) const = default;
+};
+
+struct WindowPoint {
+  int x = 0;
+  int y = 0;
+};
+
+/// 1600 by 960 pixels in the screen's top left corner, so that its points are the screen's too. One thread at a time.
+class HostWindow {
+ public:
+  /// Whether there is an X server to play on. The first call starts Xvfb and lets DISPLAY name it for this process: a
+  /// user's own pointer is never taken. Xvfb ends with this process. False where it is not installed, and on systems
+  /// without X.
+  static bool findServer();
+
+  /// `findServer` must have given true.
+  HostWindow();
+  ~HostWindow();
+  HostWindow(const HostWindow&) = delete;
+  HostWindow& operator=(const HostWindow&) = delete;
+
+  /// What a host hands to effEditOpen; null after `destroy`.
+  void* handle() const;
+  void destroy();
+
+  /// Of the editor's window inside this one; 0 by 0 while there is none.
+  WindowSize childSize() const;
+  bool doesChildTakeKeys() const;
+  bool hasFocus() const;
+
+  /// Windows on the screen beside this one: menus and dialogs, which have their own.
+  int otherWindows() const;
+
+  /// A number that differs when anything on the part of the screen that a panel of 768 by 468 takes differs.
+  std::uint64_t picture() const;
+
+  // Real events of the server's own mouse and keyboard.
+
+  void moveTo(WindowPoint point);
+  /// Buttons: 1 left, 2 middle, 3 right; 4 and 5 are the wheel.
+  void press(unsigned int button = 1);
+  void release(unsigned int button = 1);
+  void click(WindowPoint point, unsigned int button = 1);
+  /// Presses the left button at a point, moves in steps by `way`, and releases.
+  void drag(WindowPoint point, WindowPoint way);
+  /// Strikes the key of a keysym of X11, which is the character for Latin letters.
+  void strike(unsigned long keysym);
+
+ private:
+  struct Connection;
+  std::unique_ptr<Connection> connection;
+};
+
+}  // namespace sivray::vsthost

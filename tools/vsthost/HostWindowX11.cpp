@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "vsthost/HostWindow.h"
+#include "vsthost/XServer.h"
+
+namespace sivray::vsthost {
+namespace {
+
+constexpr WindowSize kWindow{1600, 960};
+constexpr WindowSize kPanel{768, 468};
+constexpr int kDragSteps = 8;
+
+/// Keeps the server for this connection: a window that was found is still there when it is asked about, and an error
+/// would end the process.
+class ServerGrab {
+ public:
+  explicit ServerGrab(Display* grabbed) : display(grabbed) { XGrabServer(display); }
+  ~ServerGrab() {
+    XUngrabServer(display);
+    XFlush(display);
+  }
+  ServerGrab(const ServerGrab&) = delete;
+  ServerGrab& operator=(const ServerGrab&) = delete;
+
+ private:
+  Display* display;
+};
+
+}  // namespace
+
+struct HostWindow::Connection {
+  Connection() = default;
+  ~Connection() { XCloseDisplay(display); }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// The windows right inside another, from the lowest up.
+  std::vector<Window> insideOf(Window outer) const {
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    if (outer == 0 || XQueryTree(display, outer, &root, &parent, &children, &count) == 0 || children == nullptr) {
+      return {};
+    }
+    std::vector<Window> windows(children, children + count);
+    XFree(children);
+    return windows;
+  }
+
+  Window child() const {
+    const std::vector<Window> windows = insideOf(window);
+    return windows.empty() ? 0 : windows.front();
+  }
+
+  XWindowAttributes attributesOfChild() const {
+    const ServerGrab grab(display);
+    XWindowAttributes attributes{};
+    if (const Window inside = child(); inside != 0) {
+      XGetWindowAttributes(display, inside, &attributes);
+    }
+    return attributes;
+  }
+
+  Display* const display = XOpenDisplay(nullptr);
+  Window window = 0;
+};
+
+bool HostWindow::findServer() {
+  static const XServer server;
+  static const bool isThere = [] {
+    if (server.display().empty()) {
+      return false;
+    }
+    ::setenv("DISPLAY", server.display().c_str(), 1);
+    Display* const display = XOpenDisplay(nullptr);
+    if (display != nullptr) {
+      XCloseDisplay(display);
+    }
+    return display != nullptr;
+  }();
+  return isThere;
+}
+
+HostWindow::HostWindow() : connection(std::make_unique<Connection>()) {
+  Display* const display = connection->display;
+  connection->window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, kWindow.width, kWindow.height, 0,
+                                           0, WhitePixel(display, 0));
+  XMapWindow(display, connection->window);
+  XSync(display, False);
+}
+
+HostWindow::~HostWindow() { destroy(); }
+
+void* HostWindow::handle() const { return reinterpret_cast<void*>(connection->window); }
+
+void HostWindow::destroy() {
+  if (connection->window != 0) {
+    XDestroyWindow(connection->display, connection->window);
+    XSync(connection->display, False);
+    connection->window = 0;
+  }
+}
+
+WindowSize HostWindow::childSize() const {
+  const XWindowAttributes attributes = connection->attributesOfChild();
+  return {attributes.width, attributes.height};
+}
+
+bool HostWindow::doesChildTakeKeys() const {
+  return (connection->attributesOfChild().all_event_masks & KeyPressMask) != 0;
+}
+
+bool HostWindow::hasFocus() const {
+  Window focused = 0;
+  int revertTo = 0;
+  XGetInputFocus(connection->display, &focused, &revertTo);
+  return focused == connection->window;
+}
+
+int HostWindow::otherWindows() const {
+  const ServerGrab grab(connection->display);
+  int others = 0;
+  for (const Window window : connection->insideOf(DefaultRootWindow(connection->display))) {
+    XWindowAttributes attributes{};
+    const bool isThere = XGetWindowAttributes(connection->display, window, &attributes) != 0;
+    others += isThere && window != connection->window && attributes.map_state == IsViewable ? 1 : 0;
+  }
+  return others;
+}
+
+std::uint64_t HostWindow::picture() const {
+  constexpr std::uint64_t kPrime = 1099511628211U;
+  std::uint64_t hash = 14695981039346656037U;
+  XImage* const image = XGetImage(connection->display, DefaultRootWindow(connection->display), 0, 0, kPanel.width,
+                                  kPanel.height, AllPlanes, ZPixmap);
+  if (image == nullptr) {
+    return hash;
+  }
+  const int bytes = image->bytes_per_line * image->height;
+  for (int i = 0; i < bytes; ++i) {
+    hash = (hash ^ static_cast<std::uint8_t>(image->data[i])) * kPrime;
+  }
+  XDestroyImage(image);
+  return hash;
+}
+
+void HostWindow::moveTo(WindowPoint point) {
+  XTestFakeMotionEvent(connection->display, -1, point.x, point.y, 0);
+  XSync(connection->display, False);
+}
+
+void HostWindow::press(unsigned int button) {
+  XTestFakeButtonEvent(connection->display, button, True, 0);
+  XSync(connection->display, False);
+}
+
+void HostWindow::release(unsigned int button) {
+  XTestFakeButtonEvent(connection->display, button, False, 0);
+  XSync(connection->display, False);
+}
+
+void HostWindow::click(WindowPoint point, unsigned int button) {
+  moveTo(point);
+  press(button);
+  release(button);
+}
+
+void HostWindow::drag(WindowPoint point, WindowPoint way) {
+  moveTo(point);
+  press();
+  for (int step = 1; step <= kDragSteps; ++step) {
+    moveTo({point.x + way.x * step / kDragSteps, point.y + way.y * step / kDragSteps});
+  }
+  release();
+}
+
+void HostWindow::strike(unsigned long keysym) {
+  const KeyCode code = XKeysymToKeycode(connection->display, keysym);
+  if (code != 0) {
+    XTestFakeKeyEvent(connection->display, code, True, 0);
+    XTestFakeKeyEvent(connection->display, code, False, 0);
+    XSync(connection->display, False);
+  }
+}
+
+}  // namespace sivray::vsthost
+
+#endif
