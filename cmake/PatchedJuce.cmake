@@ -1,6 +1,6 @@
 # JUCE's window for X11 runs a timer of 60 to 100 Hz for as long as a window is open, painted or not: most of a percent of a
-# core for a panel that nobody touches. Ours rests while nothing waits to be painted. The module's files stay where the
-# system has them: a folder of links in the build takes their place, with one patched copy among them.
+# core for a panel that nobody touches. Ours rests while nothing waits to be painted, and its listeners with it. The module's
+# files stay where the system has them: a folder of links in the build takes their place, with one patched copy among them.
 
 # sivray_rest_when_idle(): replaces the source of juce_gui_basics. Fails if the file to patch has another form than that of
 # JUCE 7.0.5.
@@ -26,7 +26,7 @@ function(sivray_rest_when_idle)
     "        bool isIdle() const\n        {\n            return regionsNeedingRepaint.isEmpty() && image.isNull()\n                && XWindowSystem::getInstance()->getNumPaintsPendingForWindow (peer.windowH) == 0;\n        }\n\n        void performAnyPendingRepaintsNow()\n        {")
   sivray_replace_once(text
     "            repainter->dispatchDeferredRepaints();"
-    "            repainter->dispatchDeferredRepaints();\n\n        if (vBlankListeners.isEmpty() && (repainter == nullptr || repainter->isIdle()))\n            vBlankManager.stopTimer();")
+    "            repainter->dispatchDeferredRepaints();\n\n        if (repainter == nullptr || repainter->isIdle())\n            vBlankManager.stopTimer();")
   set(before "")
   if(EXISTS "${folder}/${patched}")
     file(READ "${folder}/${patched}" before)
