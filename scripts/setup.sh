@@ -3,6 +3,8 @@
 
 # Lets all checkouts share the compiler cache.
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+# Without it the cache leaves out what reads a precompiled header.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
 
 say() { printf '\n== %s\n' "$*"; }
 

@@ -53,13 +53,23 @@ def check(path, build):
     return result.returncode, result.stdout + (result.stderr if result.returncode else "")
 
 
+def plain_commands(build):
+    """The folder's compile commands without GCC's precompiled headers, which clang-tidy cannot read, and where they lie."""
+    text = re.sub(r" -Winvalid-pch -include \S+?cmake_pch\.hxx", "", (build / "compile_commands.json").read_text())
+    folder = build / "tidy"
+    folder.mkdir(exist_ok=True)
+    (folder / "compile_commands.json").write_text(text)
+    return folder, json.loads(text)
+
+
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     prefixes = tuple(str(ROOT / prefix) for prefix in (sys.argv[2:] or ["src", "tools"]))
     version = subprocess.run([TIDY, "--version"], capture_output=True, check=True).stdout
     CACHE.mkdir(parents=True, exist_ok=True)
     todo = []
-    for entry in json.loads((build / "compile_commands.json").read_text()):
+    folder, commands = plain_commands(build)
+    for entry in commands:
         path = pathlib.Path(entry["file"])
         if str(path).startswith(prefixes):
             stamp = CACHE / fingerprint(path, entry["command"], version)
@@ -68,7 +78,7 @@ def main():
     print(f"clang-tidy: {len(todo)} files to check", flush=True)
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        jobs = {pool.submit(check, path, build): (path, stamp) for path, stamp in todo}
+        jobs = {pool.submit(check, path, folder): (path, stamp) for path, stamp in todo}
         for job in concurrent.futures.as_completed(jobs):
             path, stamp = jobs[job]
             code, output = job.result()
