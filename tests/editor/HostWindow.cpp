@@ -26,7 +26,8 @@ std::string startServer() {
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     ::close(pipe[0]);
     const std::string file = std::to_string(pipe[1]);
-    ::execlp("Xvfb", "Xvfb", "-displayfd", file.c_str(), "-screen", "0", "1700x1000x24", "-nolisten", "tcp", nullptr);
+    ::execlp("Xvfb", "Xvfb", "-displayfd", file.c_str(), "-screen", "0", "1700x1000x24", "-nolisten", "tcp", "-noreset",
+             nullptr);
     ::_exit(1);
   }
   ::close(pipe[1]);
@@ -64,8 +65,16 @@ struct HostWindow::Connection {
     return attributes;
   }
 
+  Window focused() const {
+    Window found = 0;
+    int revertTo = 0;
+    XGetInputFocus(display, &found, &revertTo);
+    return found;
+  }
+
   Display* display = XOpenDisplay(nullptr);
   Window window = 0;
+  Window ownChild = 0;
 };
 
 bool HostWindow::findServer() {
@@ -118,11 +127,21 @@ bool HostWindow::doesChildTakeKeys() const {
   return (connection->attributesOfChild().all_event_masks & KeyPressMask) != 0;
 }
 
-bool HostWindow::hasFocus() const {
-  Window focused = 0;
-  int revertTo = 0;
-  XGetInputFocus(connection->display, &focused, &revertTo);
-  return focused == connection->window;
+void HostWindow::focusOwnChild() {
+  Display* const display = connection->display;
+  connection->ownChild = XCreateSimpleWindow(display, connection->window, 1590, 950, 1, 1, 0, 0, 0);
+  XMapWindow(display, connection->ownChild);
+  XSetInputFocus(display, connection->ownChild, RevertToParent, CurrentTime);
+  XSync(display, False);
+}
+
+bool HostWindow::hasFocus() const { return connection->focused() == connection->window; }
+
+bool HostWindow::hasOwnChildFocus() const { return connection->focused() == connection->ownChild; }
+
+void HostWindow::movePointerTo(int x, int y) {
+  XWarpPointer(connection->display, None, connection->window, 0, 0, 0, 0, x, y);
+  XSync(connection->display, False);
 }
 
 }  // namespace editor

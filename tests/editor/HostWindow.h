@@ -25,7 +25,12 @@ class HostWindow {
   /// Of the editor's window inside this one; 0 by 0 while there is none.
   WindowSize childSize() const;
   bool doesChildTakeKeys() const;
+  /// Gives the focus to a window of the host's own, as toolkits keep one beside the editor's.
+  void focusOwnChild();
   bool hasFocus() const;
+  bool hasOwnChildFocus() const;
+  /// Over the editor, from wherever the pointer is.
+  void movePointerTo(int x, int y);
 
  private:
   struct Connection;

@@ -127,6 +127,22 @@ TEST_F(EditorWindowTest, LeavesTheKeysToTheHostUnlessATextFieldHasTheFocus) {
   EXPECT_TRUE(comesTrue([this] { return !window->doesChildTakeKeys() && window->hasFocus(); }));
 }
 
+TEST_F(EditorWindowTest, GivesTheFocusBackToTheHostsWindowThatHadIt) {
+  adapter->open(window->handle());
+  letSettle();
+  window->focusOwnChild();
+  window->movePointerTo(20, 20);
+  EXPECT_TRUE(comesTrue([this] {
+    bool isOver = false;
+    onMessageThread([&] { isOver = provider->view.lock()->isMouseOver(); });
+    return isOver;
+  }));
+  onMessageThread([this] { provider->view.lock()->text.grabKeyboardFocus(); });
+  EXPECT_TRUE(comesTrue([this] { return window->doesChildTakeKeys() && !window->hasOwnChildFocus(); }));
+  onMessageThread([] { juce::Component::unfocusAllComponents(); });
+  EXPECT_TRUE(comesTrue([this] { return window->hasOwnChildFocus(); }));
+}
+
 TEST_F(EditorWindowTest, ClosesLaterWhileTheMessageThreadWaitsForTheHost) {
   std::mutex hostsLock;
   std::promise<void> isWaiting;

@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::vst {
 
-HostKeyboard::HostKeyboard(juce::Component& newTop, void* newHostWindow) : top(newTop), hostWindow(newHostWindow) {
+HostKeyboard::HostKeyboard(juce::Component& newTop, void* newHostWindow) : top(newTop), lastFocused(newHostWindow) {
   top.addMouseListener(this, true);
   juce::Desktop::getInstance().addFocusChangeListener(this);
   handleAsyncUpdate();
@@ -30,7 +30,14 @@ void HostKeyboard::handleAsyncUpdate() {
   setTakesKeys(peer->getNativeHandle(), isTyping);
   if (!isTyping && hasKeyboardFocus(peer->getNativeHandle())) {
     juce::Component::unfocusAllComponents();
-    giveKeyboardFocusTo(hostWindow);
+    giveKeyboardFocusTo(lastFocused);
+  }
+}
+
+void HostKeyboard::rememberHostsFocus() {
+  juce::ComponentPeer* const peer = top.getPeer();
+  if (void* const focused = peer == nullptr ? nullptr : focusedBeside(peer->getNativeHandle())) {
+    lastFocused = focused;
   }
 }
 

@@ -11,6 +11,9 @@ void setTakesKeys(void* window, bool takesKeys);
 
 bool hasKeyboardFocus(void* window);
 
+/// The window with the focus, if it shares the top-level window with `window` and does not lie inside it; else null.
+void* focusedBeside(void* window);
+
 void giveKeyboardFocusTo(void* window);
 
 /// Sees to it that the message loop takes the window's events that were read from the system together with an answer,

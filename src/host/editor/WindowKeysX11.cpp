@@ -14,6 +14,41 @@ Display* display() { return juce::XWindowSystem::getInstance()->getDisplay(); }
 
 Window handleOf(void* window) { return reinterpret_cast<Window>(window); }
 
+/// What XQueryTree says of a window; nothing of one that is gone.
+struct Ancestry {
+  explicit Ancestry(Window window) {
+    Window* children = nullptr;
+    unsigned int count = 0;
+    if (XQueryTree(display(), window, &root, &parent, &children, &count) != 0 && children != nullptr) {
+      XFree(children);
+    }
+  }
+  Window root = None;
+  Window parent = None;
+};
+
+/// The ancestor below the root, or a frame of the window manager around it.
+Window topLevelOf(Window window) {
+  for (Ancestry above(window); above.parent != above.root; above = Ancestry(window)) {
+    window = above.parent;
+  }
+  return window;
+}
+
+bool isInside(Window window, Window outer) {
+  while (window != None && window != outer) {
+    window = Ancestry(window).parent;
+  }
+  return window == outer;
+}
+
+Window focusedWindow() {
+  Window focused = None;
+  int revertTo = RevertToNone;
+  XGetInputFocus(display(), &focused, &revertTo);
+  return focused;
+}
+
 }  // namespace
 
 void setTakesKeys(void* window, bool takesKeys) {
@@ -26,11 +61,14 @@ void setTakesKeys(void* window, bool takesKeys) {
   XSelectInput(display(), handleOf(window), takesKeys ? others | kKeys : others);
 }
 
-bool hasKeyboardFocus(void* window) {
-  Window focused = None;
-  int revertTo = RevertToNone;
-  XGetInputFocus(display(), &focused, &revertTo);
-  return focused == handleOf(window);
+bool hasKeyboardFocus(void* window) { return focusedWindow() == handleOf(window); }
+
+void* focusedBeside(void* window) {
+  const Window focused = focusedWindow();
+  const Window own = handleOf(window);
+  const bool isWindow = focused != None && focused != PointerRoot;
+  const bool isHosts = isWindow && topLevelOf(focused) == topLevelOf(own) && !isInside(focused, own);
+  return isHosts ? reinterpret_cast<void*>(focused) : nullptr;
 }
 
 void giveKeyboardFocusTo(void* window) {
