@@ -17,6 +17,11 @@ HostKeyboard::~HostKeyboard() {
   top.removeMouseListener(this);
 }
 
+void HostKeyboard::mouseEnter(const juce::MouseEvent&) {
+  rememberHostsFocus();
+  triggerAsyncUpdate();  // A pop-up that a click has put away hears no mouseUp; the mouse then enters what was below.
+}
+
 void HostKeyboard::handleAsyncUpdate() {
   juce::ComponentPeer* const peer = top.getPeer();
   if (peer == nullptr) {

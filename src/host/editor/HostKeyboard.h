@@ -15,7 +15,7 @@ class HostKeyboard final : private juce::MouseListener, private juce::FocusChang
   ~HostKeyboard() override;
 
  private:
-  void mouseEnter(const juce::MouseEvent&) override { rememberHostsFocus(); }
+  void mouseEnter(const juce::MouseEvent&) override;
   void mouseUp(const juce::MouseEvent&) override { triggerAsyncUpdate(); }
   void globalFocusChanged(juce::Component*) override { triggerAsyncUpdate(); }
   void handleAsyncUpdate() override;
