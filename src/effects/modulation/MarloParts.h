@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "core/EngineRate.h"
+#include "core/RealTime.h"
 #include "effects/interfaces/Knobs.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -29,7 +30,8 @@ struct MarloSettings {
   float spreadStep = 0.0F;  ///< Of the spread, which rests at 1 to 2.
 };
 
-MarloSettings marloSettingsOf(const Knobs& knobs);
+/// Any thread.
+MarloSettings marloSettingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
 /// A one-pole smoother with a time constant of 500 samples (11 ms).
 inline float marloSmoothed(float value, float step) { return value * 0.998F + step; }
