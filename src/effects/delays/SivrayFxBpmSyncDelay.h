@@ -26,9 +26,9 @@ struct BpmSyncDelayLaw {
     std::int32_t time;       ///< Samples.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
-  void reset(const Settings& now);
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+  void reset(const Settings& now) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(inputGain, to.inputGain);
     visit(feedback, to.feedback);

@@ -29,7 +29,7 @@ struct Pump {
     std::int32_t level;       ///< Make-up, Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Starts the note afresh; the make-up level stays.
   void reset(const Settings&) {
@@ -37,7 +37,7 @@ struct Pump {
     phaseDown = 0;
     gain.shut();
   }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   static constexpr std::int32_t kPhaseStart = -2147483647;
 

@@ -28,9 +28,9 @@ struct Q60393Distortion {
     std::int64_t out2 = 0;
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { memory = {}; }
-  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(gain, to.gain);
     visit(level, to.level);

@@ -21,7 +21,7 @@ struct Q60393Drive {
     std::int32_t threshold;
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// The threshold starts from 0, so that the first samples are bent most.
   void reset(const Settings&) {
@@ -29,7 +29,7 @@ struct Q60393Drive {
     preEmphasis = {};
     lastOutput = {};
   }
-  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(drive, to.drive);
     visit(level, to.level);

@@ -15,11 +15,11 @@ struct CompressorLaw {
     std::int32_t attack;  ///< Q15 share per sample.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Starts from silence: the gain comes up, and the sensitivity too.
   void reset(const Settings&) { *this = {}; }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(sens, to.sens); }
   void derive() { law.setSens(sens.value()); }
 

@@ -17,13 +17,13 @@ struct SivrayFxDecimator {
     std::int32_t wet;    ///< Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings& now) {
     *this = {};
     aim(now, false);
   }
-  void aim(const Settings& to, bool immediate);
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   std::uint32_t counter = 0;
   std::int32_t holdLeft = 0;

@@ -18,11 +18,11 @@ struct SivrayFxStereoCompressor {
       std::int32_t attack;  ///< Q15 share per sample.
     };
 
-    static Settings settingsOf(const Knobs& knobs);
+    static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
     /// Starts from silence. The DC blocks keep their outputs.
-    void reset(const Settings&);
-    void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+    void reset(const Settings&) SIVRAY_NONBLOCKING;
+    void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
     void eachSmoothed(const Settings& to, auto&& visit) { visit(sens, to.sens); }
     void derive() { law.setSens(sens.value()); }
 

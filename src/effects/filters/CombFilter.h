@@ -28,17 +28,17 @@ struct CombFilter {
     std::int64_t output = 0;                       ///< The delayed sample, 15 fractional bits.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Silences the feedback; the lines keep their sound.
   void reset(const Settings&) {
     left.output = 0;
     right.output = 0;
   }
-  bool restsAt(const Settings& to, bool immediate) const;
-  void glide(const Settings& to, bool immediate);
-  void derive();
-  void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample);
+  bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
+  void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
+  void derive() SIVRAY_NONBLOCKING;
+  void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
 
   std::int64_t delay = 0;
   std::int64_t feedback = 0;

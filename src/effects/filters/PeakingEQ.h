@@ -29,9 +29,9 @@ struct PeakingEQ {
     std::int64_t y2 = 0;
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { *this = {}; }
-  static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample);
+  static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample) SIVRAY_NONBLOCKING;
 
   Memory left;
   Memory right;

@@ -29,20 +29,20 @@ struct EqualizerLaw {
     float c = 0.0F;
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Puts the smoothed coefficients on their targets; the filter memory stays.
   void reset(const Settings& now) { smoothed = now; }
   bool restsAt(const Settings& to, bool immediate) const { return glided(to, immediate) == smoothed; }
   void glide(const Settings& to, bool immediate) { smoothed = glided(to, immediate); }
-  void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample);
+  void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
 
   Settings smoothed;
   Memory left;
   Memory right;
 
  private:
-  Settings glided(const Settings& to, bool immediate) const;
+  Settings glided(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
 };
 
 extern template class TwoKnobEffect<EqualizerLaw>;

@@ -16,13 +16,13 @@ struct TalkingModulatorLaw {
     std::array<std::int32_t, kFormantBands> band{};  ///< Frequency coefficients, Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Clears the resonators and takes their frequencies back to 0.
   void reset(const Settings&) { *this = {}; }
-  bool restsAt(const Settings& to, bool immediate) const;
-  void glide(const Settings& to, bool immediate);
-  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
+  void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   std::array<SmoothedValue, kFormantBands> frequency;
   FormantBank<FormantLanes> bank;

@@ -35,14 +35,14 @@ struct TolvanFilter {
     std::int32_t inputGain = 0;  ///< Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Clears the sound; the ramps continue from where they are.
   void reset(const Settings&) {
     band = {};
     low = {};
   }
-  void aim(const Settings& to, bool immediate);
+  void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
 
   TolvanRamp frequency;
   TolvanRamp damping;
@@ -52,7 +52,7 @@ struct TolvanFilter {
 
 template <TolvanMode kMode>
 struct TolvanLaw : TolvanFilter {
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 };
 
 extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;

@@ -27,7 +27,7 @@ struct MarloChorus {
 
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) { *this = {}; }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   MarloLines lines;
   MarloSweep sweep;

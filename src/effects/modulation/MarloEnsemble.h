@@ -21,7 +21,7 @@ struct MarloEnsemble {
 
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) { *this = {}; }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   MarloLines lines;
   float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts where Depth 0 rests.

@@ -12,8 +12,8 @@ struct Q60393Autopan : GainModulator {
   static constexpr Knobs kStart{72, 63};
   static constexpr bool kFollowsTempo = true;
 
-  static Settings settingsOf(const Knobs& knobs);
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 };
 
 extern template class TwoKnobEffect<Q60393Autopan>;

@@ -22,12 +22,12 @@ struct Q60393Phaser {
     std::int32_t depth;    ///< How far the oscillator moves the coefficient, Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) {
     phase = StereoLanes::of(0, kRightPhaseLead);
     stages = {};
   }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(depth, to.depth); }
 
   SmoothedValue depth;

@@ -11,8 +11,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 struct Q60393Tremolo : GainModulator {
   static constexpr Knobs kStart{72, 63};
 
-  static Settings settingsOf(const Knobs& knobs);
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 };
 
 extern template class TwoKnobEffect<Q60393Tremolo>;

@@ -18,9 +18,9 @@ struct Ringmod {
     std::int32_t balance;    ///< Share of the modulated sound, Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { phase = 0; }
-  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(balance, to.balance);
     visit(frequency, to.frequency);

@@ -27,7 +27,7 @@ struct ChorusFlangerLaw {
     std::int32_t follow = 0;  ///< The smoothed triangle, 0 to 32767.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Clears the lines; the write position stays.
   void reset(const Settings&) {
@@ -35,7 +35,7 @@ struct ChorusFlangerLaw {
     rightChannel = {};
     phase = 0;
   }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(wet, to.wet);
     visit(feedback, to.feedback);

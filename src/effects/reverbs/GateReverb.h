@@ -36,11 +36,11 @@ struct GateReverb : ReverbNetwork {
     std::int32_t level;     ///< Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// The gate starts open, with all of its hold time left.
   void reset(const Settings&) { gate = {}; }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
 
   SmoothedValue level;

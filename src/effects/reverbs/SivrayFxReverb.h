@@ -14,9 +14,9 @@ struct RoomReverbLaw : ReverbNetwork {
     std::int32_t level = 0;
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) {}
-  void step(const Settings&, std::int16_t& left, std::int16_t& right);
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);
     visit(feedback, to.feedback);

@@ -21,14 +21,14 @@ struct GrainShifterLaw {
     std::int32_t mix = 0;          ///< Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// The lines are empty; the clock restarts at the next sample. The output fade stays.
-  void reset(const Settings& now);
-  void aim(const Settings& to, bool immediate);
-  bool restsAt(const Settings& to, bool immediate) const;
-  void glide(const Settings& to, bool immediate);
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void reset(const Settings& now) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
+  bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
+  void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   std::uint32_t phase = 0;
   SmoothedValue recordFade;  ///< 1.0 while line A records.

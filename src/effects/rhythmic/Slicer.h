@@ -29,7 +29,7 @@ struct Slicer {
     std::int32_t level;       ///< Make-up, Q15.
   };
 
-  static Settings settingsOf(const Knobs& knobs);
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// Starts the cycle afresh with the gate shut; the make-up level stays.
   void reset(const Settings&) {
@@ -37,7 +37,7 @@ struct Slicer {
     phaseDown = kPhaseTop;
     gate.shut();
   }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   std::int32_t phaseUp = 0;
   std::int32_t phaseDown = kPhaseTop;
