@@ -53,7 +53,7 @@ struct VoiceBank {
   std::int32_t rampOf(std::size_t lane, LaneRamp ramp) const { return ramps[lane][static_cast<std::size_t>(ramp)]; }
 
   /// The field of a lane that a ramp writes.
-  std::int32_t* destinationOf(std::size_t lane, LaneRamp ramp);
+  std::int32_t* destinationOf(std::size_t lane, LaneRamp ramp) SIVRAY_NONBLOCKING;
 
   // What the kernels work on.
   LaneWords positionQ12;   ///< read position
