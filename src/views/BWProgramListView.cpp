@@ -130,8 +130,8 @@ void BWProgramListView::build() {
   titleGroup->setButtons(std::move(titles));
   titleGroup->setState(position);
   layOut();
-  updateActions();
   fillLists();
+  updateActions();
 }
 
 BWProgramListView::Tab BWProgramListView::makeTab(const std::string& bank) {
@@ -177,6 +177,7 @@ void BWProgramListView::layOut() {
 }
 
 void BWProgramListView::fillLists() {
+  const auto currentRow = static_cast<int>(programList->getCurrentProgramIndex());  // Takes in a selection that waits.
   const std::string current = programList->getCurrentBank();
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     const Tab& tab = tabs[i];
@@ -191,7 +192,7 @@ void BWProgramListView::fillLists() {
     tab.list->setItems(std::move(rows));
     tab.list->setVisible(i == shownTab());
     if (i == shownTab() && tab.bank == current) {
-      tab.list->selectRow(static_cast<int>(programList->getCurrentProgramIndex()));
+      tab.list->selectRow(currentRow);
     }
   }
 }

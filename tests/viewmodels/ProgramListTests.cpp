@@ -17,7 +17,8 @@ class ProgramList : public ViewModels {
     return names;
   }
   std::string selected() const {
-    return programs->getCurrentBank() + " " + std::to_string(programs->getCurrentProgramIndex());
+    const std::uint32_t index = programs->getCurrentProgramIndex();  // First: it takes in a selection that waits.
+    return programs->getCurrentBank() + " " + std::to_string(index);
   }
 
   std::shared_ptr<IProgramListViewModel> programs = model->getProgramListViewModel();
