@@ -116,7 +116,9 @@ bool BWSimpleListView::keyPressed(const juce::KeyPress& key) {
 int BWSimpleListView::getNumRows() { return dataSource->getRowCount(); }
 
 juce::String BWSimpleListView::getNameForRow(int row) {
-  return juce::String::fromUTF8(dataSource->getRowText(row).c_str());
+  // Names of programs and samples may hold any bytes: what is not UTF-8 is read as Latin-1.
+  const std::string text = dataSource->getRowText(row);
+  return juce::String::createStringFromData(text.data(), static_cast<int>(text.size()));
 }
 
 void BWSimpleListView::paintListBoxItem(int row, juce::Graphics& graphics, int width, int height, bool selected) {

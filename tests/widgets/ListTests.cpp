@@ -70,6 +70,13 @@ TEST_F(SimpleList, AProgramSelectsInSilenceAndScrollsToTheRow) {
   EXPECT_EQ(log.lines.front(), "selected 0");
 }
 
+TEST_F(SimpleList, ReadsRowsThatAreNotUtf8AsLatin1) {
+  list.setItems({"001 : \xc3\xa9", "002 : \xe9", ""});
+  EXPECT_EQ(list.getNameForRow(0), list.getNameForRow(1).replace("002", "001"));
+  EXPECT_EQ(list.getNameForRow(1).length(), 7);
+  EXPECT_TRUE(list.getNameForRow(2).isEmpty());
+}
+
 TEST_F(SimpleList, BringsARowOffTheScreenToItsMiddle) {
   list.setSize(200, 3 * BWSimpleListView::kRowHeight);
   list.selectRow(2);
