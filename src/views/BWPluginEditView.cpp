@@ -25,7 +25,11 @@ BWPluginEditView::BWPluginEditView() {
   setSize(kWidth, kHeight);
 }
 
-BWPluginEditView::~BWPluginEditView() = default;
+BWPluginEditView::~BWPluginEditView() {
+  for (const std::uint64_t index : openGestures) {
+    viewModel->endParameterGesture(index);  // Closed under the hand: nobody else would end the edit.
+  }
+}
 
 void BWPluginEditView::setViewModel(std::shared_ptr<IPluginEditViewModel> model) {
   viewModel = std::move(model);
@@ -109,6 +113,7 @@ void BWPluginEditView::takeMove(std::uint64_t index, float value) {
 void BWPluginEditView::controlGestureBegan(IBWControl& control) {
   if (const auto index = parameterOf(control)) {
     showTooltip(*index);
+    openGestures.insert(*index);
     viewModel->beginParameterGesture(*index);
     return;
   }
@@ -121,6 +126,7 @@ void BWPluginEditView::controlGestureBegan(IBWControl& control) {
 
 void BWPluginEditView::controlGestureEnded(IBWControl& control) {
   if (const auto index = parameterOf(control)) {
+    openGestures.erase(*index);
     viewModel->endParameterGesture(*index);
   }
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,7 @@ class BWPluginEditView : public juce::Component,
   static constexpr int kHeight = 468;
 
   BWPluginEditView();
+  /// Ends the edits that a hand has begun.
   ~BWPluginEditView() override;
 
   /// Builds the controls. Call it once.
@@ -102,6 +104,7 @@ class BWPluginEditView : public juce::Component,
   std::shared_ptr<PanelLook> panelLook;  ///< Outlives the children, which were laid out with it.
   std::shared_ptr<IPluginEditViewModel> viewModel;
   ControlTable controls;
+  std::set<std::uint64_t> openGestures;              ///< Parameters that a hand holds.
   std::vector<std::shared_ptr<BWTooltip>> tooltips;  ///< By parameter; null until first shown.
   std::unique_ptr<juce::ImageComponent> background;
   std::unique_ptr<BWPluginProgramSelectorView> programSelector;

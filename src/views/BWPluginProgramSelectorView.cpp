@@ -80,6 +80,7 @@ void BWPluginProgramSelectorView::controlGestureBegan(IBWControl& control) {
 }
 
 void BWPluginProgramSelectorView::openList() {
+  popup.reset();  // A page that goes takes the list's listener along: before the new one becomes it.
   const auto pages = std::make_shared<BWStackingView>();
   pages->pushPage(pageFactory(viewModel));
   stack = pages;

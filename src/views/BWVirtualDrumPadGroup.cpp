@@ -16,8 +16,14 @@ constexpr std::int32_t kLastNote = 127;
 }  // namespace
 
 BWVirtualDrumPadGroup::~BWVirtualDrumPadGroup() {
-  if (model != nullptr) {
-    model->setListener(nullptr);
+  if (model == nullptr) {
+    return;
+  }
+  model->setListener(nullptr);
+  for (const auto& [note, pad] : pads) {
+    if (pad->isPressed()) {
+      send(note, 0);  // Closed under the hand: nobody else would end the note.
+    }
   }
 }
 
@@ -40,8 +46,11 @@ void BWVirtualDrumPadGroup::controlValueChanged(IBWControl& control) {
   if (found == pads.end() || model == nullptr) {
     return;
   }
-  const std::uint8_t velocity = found->second->getState() ? kPressVelocity : 0;
-  const std::array<std::uint8_t, 3> message{kNoteOn, found->first, velocity};
+  send(found->first, found->second->getState() ? kPressVelocity : 0);
+}
+
+void BWVirtualDrumPadGroup::send(std::uint8_t note, std::uint8_t velocity) {
+  const std::array<std::uint8_t, 3> message{kNoteOn, note, velocity};
   model->sendMidi(message.data(), message.size());
 }
 

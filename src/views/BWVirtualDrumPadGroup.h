@@ -17,6 +17,7 @@ class BWVirtualDrumPadGroup : public IBWControlListener, public IPluginKeyboardV
  public:
   using Pads = std::map<std::uint8_t, std::shared_ptr<BWToggleButton>>;  ///< By note.
 
+  /// Ends the notes of pads that are still pressed.
   ~BWVirtualDrumPadGroup() override;
 
   /// Becomes the model's listener.
@@ -32,6 +33,7 @@ class BWVirtualDrumPadGroup : public IBWControlListener, public IPluginKeyboardV
   void onNoteOff(IPluginKeyboardViewModel& from, std::int32_t note) override;
 
  private:
+  void send(std::uint8_t note, std::uint8_t velocity);
   void light(std::int32_t note, bool isOn);
 
   std::shared_ptr<char> liveness = std::make_shared<char>();

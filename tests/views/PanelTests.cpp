@@ -69,6 +69,17 @@ TEST_F(Panel, PlaysAPadWhileItIsPressedWithTheLeftButton) {
   EXPECT_EQ(takeHostLog(), (Log{"midi 902464@0", "midi 902400@0"}));
 }
 
+TEST_F(Panel, EndsEditsAndNotesThatAHandHoldsWhenItCloses) {
+  instrument->resume();
+  const auto knob = middleOf(kPitch);
+  hand().press(knob.x, knob.y);
+  hand().press(488 + 36, 369 + 20);
+  hand().click(27 + 36, 369 + 20);
+  takeHostLog();
+  component.reset();
+  EXPECT_EQ(takeHostLog(), (Log{"midi 902900@0", "end 4"}));
+}
+
 TEST_F(Panel, LightsPadsByIncomingNotesAlsoWhileTheyAreHidden) {
   auto* const pad = dynamic_cast<IBWTwoStateControl*>(named(slot, "Pad 8"));
   view().selectPage(2);

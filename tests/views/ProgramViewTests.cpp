@@ -72,6 +72,16 @@ TEST_F(ProgramPanel, SavesUnderANameIntoTheUserBankShowsItAndDeletesIt) {
   EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), 0U);
 }
 
+TEST_F(ProgramPanel, FollowsItsBanksWhenItIsOpenedOverAnOpenOne) {
+  owner->getProgramListViewModel()->selectProgram(0, "Factory");
+  openList();
+  view().programBar().openList();
+  EXPECT_FALSE(shows("Import"));
+  const std::uint64_t id = 0;
+  owner->notifyProgramSaved(&id, 1, "User");
+  EXPECT_TRUE(shows("Import"));
+}
+
 TEST_F(ProgramPanel, TakesAnyNameAndLeavesOnCancel) {
   BWProgramListView& list = openList();
   saveAs(list, "");
