@@ -1,5 +1,6 @@
 // The editor in a host's window: opening, closing in every order, scales, and whose the keys are.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <future>
@@ -70,6 +71,15 @@ TEST_F(EditorWindowTest, OpensOnceAndComesAgainAfterEachClose) {
     EXPECT_EQ(window->childSize(), WindowSize{});
     EXPECT_TRUE(provider->view.expired());
   }
+}
+
+TEST_F(EditorWindowTest, HearsNothingWithoutAView) {
+  provider->givesView = false;
+  adapter->open(window->handle());
+  editor->midiReceived(std::array<std::uint8_t, 3>{0x90, 36, 100}.data(), 3);
+  editor->programChanged();
+  EXPECT_EQ(heard(), models::Log{});
+  adapter->close();
 }
 
 TEST_F(EditorWindowTest, OutlivesTheHostsWindowAndClosesWithTheAdapter) {

@@ -51,14 +51,18 @@ struct BramelVstEditorAdapter::Shown {
   }
 
   void open(void* wanted, float scale, int imageScale) {
+    if (juce::Desktop::getInstance().getDisplays().getPrimaryDisplay() == nullptr) {
+      return;
+    }
     const auto box = editor.createView(imageScale);
     const auto* const view = valueIn<std::shared_ptr<juce::Component>>(box);
-    if (view != nullptr && *view != nullptr &&
-        juce::Desktop::getInstance().getDisplays().getPrimaryDisplay() != nullptr) {
-      hostWindow = wanted;
-      shownImageScale = imageScale;
-      window = std::make_unique<EditorWindow>(wanted, *view, scale);
+    if (view == nullptr || *view == nullptr) {
+      editor.closeView();  // A model without a view would hear of everything, and nothing would close it.
+      return;
     }
+    hostWindow = wanted;
+    shownImageScale = imageScale;
+    window = std::make_unique<EditorWindow>(wanted, *view, scale);
   }
 
   BramelInstrumentEditor& editor;
