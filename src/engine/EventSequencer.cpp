@@ -36,7 +36,9 @@ bool EventSequencer::makeRoom() {
     return false;
   }
   std::sort(pending.begin(), pending.end(), isNewerOfSame);
-  pending.erase(std::unique(pending.begin(), pending.end(), setsTheSame), pending.end());
+  // Moves and destroys plain records in place.
+  cofu::core::vouchFor(
+      [this] { pending.erase(std::unique(pending.begin(), pending.end(), setsTheSame), pending.end()); });
   // A list that shrinks by little would be sorted again for every few records.
   isCrowded = pending.size() > kCapacity / 2;
   return pending.size() < kCapacity;
