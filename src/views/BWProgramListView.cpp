@@ -258,11 +258,12 @@ void BWProgramListView::openDeleteMenu(int row) {
   juce::PopupMenu menu;
   menu.addItem(kDeleteItem, "Delete");
   const auto model = programList;
-  menu.showMenuAsync(juce::PopupMenu::Options().withMousePosition(), [model, row](int chosen) {
-    if (chosen == kDeleteItem) {
-      model->deleteProgram(static_cast<std::uint64_t>(row), kUser);
-    }
-  });
+  menu.showMenuAsync(juce::PopupMenu::Options().withTargetComponent(this).withMousePosition(),
+                     [model, row](int chosen) {
+                       if (chosen == kDeleteItem) {
+                         model->deleteProgram(static_cast<std::uint64_t>(row), kUser);
+                       }
+                     });
 }
 
 // From the model.

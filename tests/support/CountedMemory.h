@@ -1,5 +1,5 @@
-// Counts every allocation and release of a test program by replacing its operators new and delete. Only one source file
-// of a program may include it, and that file holds all tests that count.
+// Counts the allocations and releases of each thread of a test program by replacing its operators new and delete. Only
+// one source file of a program may include it, and that file holds all tests that count.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,15 +12,14 @@
 
 #if !defined(SIVRAY_FIXED_OPERATORS)
 
-#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace support {
 
-inline std::atomic<int> memoryCallCount{0};
+inline thread_local int memoryCallCount = 0;
 
-/// Returns the number of allocations and releases so far.
+/// Returns the number of allocations and releases of the calling thread so far.
 inline int memoryCalls() { return memoryCallCount; }
 
 }  // namespace support

@@ -19,7 +19,7 @@ using cofu::core::boxed::valueIn;
 /// How long a call of the host waits for the message thread, which may itself wait for the host.
 constexpr std::chrono::milliseconds kClosing{500};
 constexpr std::chrono::milliseconds kOpening{5000};
-constexpr std::chrono::milliseconds kKey{100};
+constexpr std::chrono::milliseconds kKey{250};
 
 constexpr float kSmallestScale = 0.5F;
 constexpr float kLargestScale = 8.0F;

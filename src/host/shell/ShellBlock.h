@@ -45,10 +45,10 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void noteReceived(std::uint16_t) override {}
 
  private:
-  void runBlock(float** inputs, float** outputs, std::int32_t frames);
-  void takeWrites();
-  void sendMidiOut();
-  void reportChanges();
+  void runBlock(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  void takeWrites() SIVRAY_NONBLOCKING;
+  void sendMidiOut() SIVRAY_NONBLOCKING;
+  void reportChanges() SIVRAY_NONBLOCKING;
   MidiVerdict judge(const std::uint8_t* data, std::size_t size) const;
   void queueForEngine(const ShortMessage& message, std::int32_t deltaFrames);
 

@@ -35,7 +35,7 @@ class ShellParameters {
   WaitingWrites waiting;  ///< With the main lock held.
 
  private:
-  void post(std::uint64_t id, float value, const vimo::SourceId& source);
+  void post(std::uint64_t id, float value, const vimo::SourceId& source) SIVRAY_NONBLOCKING;
 
   ShellCore& core;
   ParameterMap map;

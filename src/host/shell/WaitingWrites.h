@@ -26,13 +26,13 @@ class WaitingWrites {
   void resize(std::size_t count);
 
   /// Ids past the parameters are ignored.
-  void post(const vimo::ProcessorEvent& event);
+  void post(const vimo::ProcessorEvent& event) SIVRAY_NONBLOCKING;
 
   bool isEmpty() const { return heldCount + mailCount == 0; }
 
   /// Calls `take(event)` for every write, oldest first; none waits afterwards.
   template <typename Take>
-  void takeAll(Take take) {
+  void takeAll(Take take) SIVRAY_NONBLOCKING {
     if (heldCount > 0) {
       for (const std::size_t id : sortHeld()) {
         slots[id].isHeld = false;
@@ -56,8 +56,8 @@ class WaitingWrites {
     bool isHeld = false;
   };
 
-  void holdOldest();
-  const std::vector<std::size_t>& sortHeld();
+  void holdOldest() SIVRAY_NONBLOCKING;
+  const std::vector<std::size_t>& sortHeld() SIVRAY_NONBLOCKING;
 
   cofu::core::impl::Mailbox<vimo::ProcessorEvent> mail;
   std::vector<Slot> slots;
