@@ -225,6 +225,7 @@ void SivrayEditView::updatePageVisibility() {
 
 void SivrayEditView::openEffectList() {
   std::vector<std::string> names;
+  names.reserve(kEditScreenEffects.size());
   for (const EditScreenEffect& row : kEditScreenEffects) {
     names.emplace_back(row.name);
   }

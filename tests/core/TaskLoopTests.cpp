@@ -49,22 +49,25 @@ TEST(TaskLoop, EndsWithItsLastUserAndBeginsAnewWithTheNext) {
 }
 
 TEST(TaskLoop, EndsWhileOneOfItsTasksWaitsForALockOfItsLastUser) {
-  std::mutex held;
-  std::promise<void> begun;
-  std::promise<void> finished;
+  struct Meeting {
+    std::mutex held;
+    std::promise<void> begun;
+    std::promise<void> finished;
+  };
+  const auto meeting = std::make_shared<Meeting>();  // The task may still be in it when the test has heard of its end.
   auto loop = TaskLoop::acquire();
   {
-    const std::lock_guard lock(held);
-    const std::vector<Task> tasks{{0, [&] {
-                                     begun.set_value();
-                                     const std::lock_guard wanted(held);
-                                     finished.set_value();
+    const std::lock_guard lock(meeting->held);
+    const std::vector<Task> tasks{{0, [meeting] {
+                                     meeting->begun.set_value();
+                                     const std::lock_guard wanted(meeting->held);
+                                     meeting->finished.set_value();
                                    }}};
     loop->postTasks(tasks.begin(), tasks.end());
-    begun.get_future().get();
+    meeting->begun.get_future().get();
     loop.reset();
   }
-  finished.get_future().get();
+  meeting->finished.get_future().get();
 }
 
 TEST(TaskLoop, MayBeLetGoByItsOwnTask) {

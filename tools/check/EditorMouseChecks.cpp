@@ -210,7 +210,7 @@ void doSomething(EditorScene& scene, Random& random) {
       scene.window.click(point, 3);
       break;
     case 3:
-      scene.window.strike(static_cast<unsigned long>('a' + random.below(26)));
+      scene.window.strike('a' + static_cast<unsigned long>(random.below(26)));
       break;
     case 4:
       scene.window.moveTo(point);

@@ -100,7 +100,9 @@ HostWindow::HostWindow() : connection(std::make_unique<Connection>()) {
 
 HostWindow::~HostWindow() { destroy(); }
 
-void* HostWindow::handle() const { return reinterpret_cast<void*>(connection->window); }
+void* HostWindow::handle() const {
+  return reinterpret_cast<void*>(connection->window);  // NOLINT(performance-no-int-to-ptr): the interface's form of it.
+}
 
 void HostWindow::destroy() {
   if (connection->window != 0) {

@@ -68,7 +68,7 @@ void* focusedBeside(void* window) {
   const Window own = handleOf(window);
   const bool isWindow = focused != None && focused != PointerRoot;
   const bool isHosts = isWindow && topLevelOf(focused) == topLevelOf(own) && !isInside(focused, own);
-  return isHosts ? reinterpret_cast<void*>(focused) : nullptr;
+  return isHosts ? reinterpret_cast<void*>(focused) : nullptr;  // NOLINT(performance-no-int-to-ptr): an id.
 }
 
 void giveKeyboardFocusTo(void* window) {

@@ -12,7 +12,8 @@ cofu::core::boxed::Box makeInstrumentViewModel(const std::shared_ptr<BramelInstr
   return nullptr;
 }
 
-std::unique_ptr<AEffEditor> makeVstEditor(AudioEffect& /*effect*/, std::shared_ptr<BramelInstrumentEditor> /*editor*/) {
+std::unique_ptr<AEffEditor> makeVstEditor(AudioEffect& /*effect*/, std::shared_ptr<BramelInstrumentEditor> editor) {
+  editor.reset();
   return nullptr;
 }
 
