@@ -27,19 +27,19 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   find_package(JUCE CONFIG REQUIRED)
   find_package(PNG REQUIRED)
   find_package(JPEG REQUIRED)
+  find_package(Freetype REQUIRED)
   find_package(X11 REQUIRED)
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
 
   include(PatchedJuce)
-  sivray_rest_when_idle()
+  sivray_patch_juce()
 
-  add_library(sivray_juce STATIC)
-  target_link_libraries(sivray_juce PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_gui_basics)
-  # Debian's JUCE takes images and FLAC from the system's libraries; it loads those of X11 when it opens a window.
-  target_link_libraries(sivray_juce PUBLIC PNG::PNG JPEG::JPEG PkgConfig::FLAC)
-  target_include_directories(sivray_juce PRIVATE ${X11_INCLUDE_DIR})
-  target_compile_definitions(sivray_juce
+  add_library(sivray_juce_modules STATIC)
+  set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce)
+  target_link_libraries(sivray_juce_modules PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_gui_basics)
+  target_include_directories(sivray_juce_modules PRIVATE ${X11_INCLUDE_DIR})
+  target_compile_definitions(sivray_juce_modules
     PUBLIC
       JUCE_STANDALONE_APPLICATION=0
       JUCE_MODAL_LOOPS_PERMITTED=1
@@ -48,13 +48,24 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       JUCE_WEB_BROWSER=0
       JUCE_USE_MP3AUDIOFORMAT=0
       JUCE_USE_OGGVORBIS=0
-      $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>
-    INTERFACE
-      $<TARGET_PROPERTY:sivray_juce,COMPILE_DEFINITIONS>)
-  # JUCE is not performance-critical, and the sanitizers need only our own code: it is compiled without either, to build fast.
-  target_compile_options(sivray_juce PRIVATE -O1 -g0 -fno-sanitize=all)
-  target_include_directories(sivray_juce SYSTEM INTERFACE
-    $<TARGET_PROPERTY:sivray_juce,INCLUDE_DIRECTORIES>)
+      $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>)
+  # JUCE is not performance-critical: it is compiled to build fast.
+  target_compile_options(sivray_juce_modules PRIVATE -O1 -g0)
+
+  # What our own code links: the compiled modules, with their headers and definitions. A build under a sanitizer links those of
+  # the release build, since only our own code is watched.
+  add_library(sivray_juce INTERFACE)
+  target_compile_definitions(sivray_juce INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,COMPILE_DEFINITIONS>)
+  target_include_directories(sivray_juce SYSTEM INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,INCLUDE_DIRECTORIES>)
+  # Debian's JUCE takes images, fonts and FLAC from the system's libraries; it loads those of X11 when it opens a window.
+  set(juce_libraries PNG::PNG JPEG::JPEG Freetype::Freetype PkgConfig::FLAC ${CMAKE_DL_LIBS} Threads::Threads rt
+    $<$<CXX_COMPILER_ID:Clang>:atomic>)
+  if(SIVRAY_FROM_RELEASE AND NOT CMAKE_CROSSCOMPILING)
+    set_target_properties(sivray_juce_modules PROPERTIES EXCLUDE_FROM_ALL ON)
+    target_link_libraries(sivray_juce INTERFACE "${SIVRAY_RELEASE_BUILD}/libsivray_juce.a" ${juce_libraries})
+  else()
+    target_link_libraries(sivray_juce INTERFACE sivray_juce_modules ${juce_libraries})
+  endif()
 endif()
 
 # sivray_precompile_juce(<target>)

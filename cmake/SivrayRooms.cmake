@@ -8,6 +8,8 @@ option(SIVRAY_BUILD_TOOLS "Build the programs that people run; the tests need th
 option(SIVRAY_BUILD_EDITOR "Build the editor and link it into the library (needs JUCE)" ON)
 option(SIVRAY_BUILD_TESTS "Build the test programs" ON)
 option(SIVRAY_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
+option(SIVRAY_FROM_RELEASE
+  "Use the pictures, the content and, in a build for this system, the compiled JUCE of build/release, which must be built" OFF)
 option(SIVRAY_BUILD_FUZZERS "Build the fuzz targets (Clang only)" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
@@ -18,6 +20,11 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+set(SIVRAY_RELEASE_BUILD "${PROJECT_SOURCE_DIR}/build/release")
+if(SIVRAY_FROM_RELEASE AND NOT EXISTS "${SIVRAY_RELEASE_BUILD}/libsivray_juce.a")
+  message(FATAL_ERROR "This build uses parts of build/release: build that first")
+endif()
 
 find_package(Threads REQUIRED)
 

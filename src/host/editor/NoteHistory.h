@@ -1,4 +1,4 @@
-// The last that happened to a note, short enough to lie in one atomic byte.
+// The last that happened to a note, short enough for one atomic access.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
