@@ -68,6 +68,19 @@ double mean(const std::vector<double>& values) {
   return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
 }
 
+/// The numbers that songs of every release hold.
+TEST(FactoryWaves, KeepTheirNumbers) {
+  const std::vector<FactoryRow> rows = readFactoryRows(SIVRAY_WAVE_TABLES);
+  ASSERT_GE(rows.size(), 354U);
+  std::uint64_t hash = 14695981039346656037U;
+  for (std::size_t i = 0; i < 354; ++i) {
+    for (const char letter : rows[i].row.name + "\n") {
+      hash = (hash ^ static_cast<std::uint8_t>(letter)) * 1099511628211U;
+    }
+  }
+  EXPECT_EQ(hash, 0x89682b755f1e0a67U) << "a wave that songs know has another number";
+}
+
 TEST(FactoryWaves, FillTenCategories) {
   std::map<int, int> counts;
   for (const FactoryRow& row : readFactoryRows(SIVRAY_WAVE_TABLES)) {

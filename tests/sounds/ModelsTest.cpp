@@ -115,7 +115,7 @@ TEST(WaveTable, SaysWhereAndWhyARowIsWrong) {
   EXPECT_THROW(readFactoryRows("no/such/folder"), TableError);
 }
 
-TEST(FactoryFolder, MakesItsTablesOnAllCoresAndRefusesANameTwice) {
+TEST(FactoryFolder, MakesItsTablesOnAllCoresByNumberAndRefusesANameTwice) {
   const auto folder = std::filesystem::temp_directory_path() / ("sivray-waves-" + std::to_string(::getpid()));
   std::filesystem::create_directories(folder);
   const std::vector<std::string> files{"kick", "snare",  "clap", "close-hh", "open-hh",
@@ -124,21 +124,37 @@ TEST(FactoryFolder, MakesItsTablesOnAllCoresAndRefusesANameTwice) {
     std::ofstream(folder / (file + ".txt"))
         << "A " << file << " | fm | length=40\nB " << file << " | clap | length=40\n";
   }
+  std::ofstream numbers(folder / "numbers.txt");
+  numbers << "# by number\n\n";
+  for (const std::string& file : files) {
+    numbers << "A " << file << "\n";
+  }
+  const auto reasonFor = [&folder] {
+    try {
+      makeFactoryWaves(folder);
+    } catch (const TableError& error) {
+      return std::string(error.what());
+    }
+    return std::string();
+  };
+  numbers.flush();
+  EXPECT_THAT(reasonFor(), testing::HasSubstr("clap.txt:2: 'B clap' has no number"));
+  for (const std::string& file : files) {
+    numbers << "B " << file << "\n";
+  }
+  numbers.flush();
   const std::vector<Wave> waves = makeFactoryWaves(folder);
   ASSERT_EQ(waves.size(), 20U);
   for (std::size_t i = 0; i < waves.size(); ++i) {
-    EXPECT_EQ(waves[i].name, (i % 2 == 0 ? "A " : "B ") + files[i / 2]);
-    EXPECT_EQ(waves[i].category, static_cast<int>(i / 2));
-    const std::string row = waves[i].name + (i % 2 == 0 ? " | fm" : " | clap") + " | length=40";
+    EXPECT_EQ(waves[i].name, (i < 10 ? "A " : "B ") + files[i % 10]);
+    EXPECT_EQ(waves[i].category, static_cast<int>(i % 10));
+    const std::string row = waves[i].name + (i < 10 ? " | fm" : " | clap") + " | length=40";
     EXPECT_EQ(waves[i].left, makeWave({waves[i].category, parseWaveTable(row, "here").front()}).left);
   }
+  numbers << "A kick\n" << std::flush;
+  EXPECT_THAT(reasonFor(), testing::HasSubstr("numbers.txt:23: no table has a wave 'A kick', or it has a number"));
   std::ofstream(folder / "tom.txt", std::ios::app) << "A kick | fm |\n";
-  try {
-    makeFactoryWaves(folder);
-    ADD_FAILURE();
-  } catch (const TableError& error) {
-    EXPECT_THAT(error.what(), testing::EndsWith("tom.txt:3: the name 'A kick' stands in kick.txt already"));
-  }
+  EXPECT_THAT(reasonFor(), testing::EndsWith("tom.txt:3: the name 'A kick' stands in kick.txt already"));
   std::filesystem::remove_all(folder);
 }
 

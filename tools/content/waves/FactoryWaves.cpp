@@ -1,4 +1,4 @@
-// The list of tables, and the threads that render their rows.
+// The list of tables, the numbers of their waves, and the threads that render the rows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/waves/FactoryWaves.h"
 
@@ -35,6 +35,8 @@ constexpr std::array<Table, kCategoryNames.size()> kTables{{{"kick.txt", -10.0},
                                                             {"fx.txt", -10.0},
                                                             {"hit.txt", -9.0}}};
 
+constexpr std::string_view kNumbersFile = "numbers.txt";
+
 std::string readText(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
   std::ostringstream text;
@@ -54,21 +56,46 @@ std::vector<std::int16_t> wordsOf(const Signal& signal) {
   return words;
 }
 
-}  // namespace
-
-std::vector<FactoryRow> readFactoryRows(const std::filesystem::path& folder) {
-  std::vector<FactoryRow> rows;
-  std::map<std::string, std::string_view, std::less<>> files;
+/// The rows of all tables by name. Throws TableError.
+std::map<std::string, FactoryRow> readTables(const std::filesystem::path& folder) {
+  std::map<std::string, FactoryRow> rows;
   for (std::size_t category = 0; category < kTables.size(); ++category) {
     const std::filesystem::path path = folder / kTables[category].file;
     for (WaveRow& row : parseWaveTable(readText(path), path.string())) {
-      const auto [other, isNew] = files.emplace(row.name, kTables[category].file);
+      const auto [other, isNew] = rows.try_emplace(row.name, FactoryRow{static_cast<int>(category), row});
       if (!isNew) {
+        const std::string_view file = kTables[static_cast<std::size_t>(other->second.category)].file;
         throw TableError(path.string(), row.line,
-                         "the name '" + row.name + "' stands in " + std::string(other->second) + " already");
+                         "the name '" + row.name + "' stands in " + std::string(file) + " already");
       }
-      rows.push_back({static_cast<int>(category), std::move(row)});
     }
+  }
+  return rows;
+}
+
+}  // namespace
+
+std::vector<FactoryRow> readFactoryRows(const std::filesystem::path& folder) {
+  std::map<std::string, FactoryRow> named = readTables(folder);
+  std::vector<FactoryRow> rows;
+  const std::filesystem::path path = folder / kNumbersFile;
+  std::istringstream lines(readText(path));
+  int number = 0;
+  for (std::string name; std::getline(lines, name);) {
+    ++number;
+    if (name.empty() || name.front() == '#') {
+      continue;
+    }
+    auto row = named.extract(name);
+    if (row.empty()) {
+      throw TableError(path.string(), number, "no table has a wave '" + name + "', or it has a number already");
+    }
+    rows.push_back(std::move(row.mapped()));
+  }
+  if (!named.empty()) {
+    const auto& [name, row] = *named.begin();
+    throw TableError((folder / kTables[static_cast<std::size_t>(row.category)].file).string(), row.row.line,
+                     "'" + name + "' has no number: " + std::string(kNumbersFile) + " names the waves in their order");
   }
   return rows;
 }

@@ -17,8 +17,9 @@ struct FactoryRow {
   WaveRow row;
 };
 
-/// Reads all tables of the folder, in the order of the categories. Throws TableError for a mistake in a table, a name
-/// that appears in two tables, and a table that cannot be read.
+/// Reads all tables of the folder. A wave's number is the row's place here, and that of its name in numbers.txt. Throws
+/// TableError for a mistake in a table, a name that appears in two tables, a name without a number or a number without
+/// a wave, and a file that cannot be read.
 std::vector<FactoryRow> readFactoryRows(const std::filesystem::path& folder);
 
 /// Renders one wave. It depends on its row alone, so other rows may change without changing it.
