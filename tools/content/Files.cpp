@@ -23,6 +23,8 @@ std::string textOf(const fs::path& path) {
   return {utf8.begin(), utf8.end()};
 }
 
+std::string systemPathOf(const std::string& path) { return textOf(fs::path(platform::NativePath(path).text())); }
+
 std::vector<std::uint8_t> readFile(const std::string& path) {
   auto bytes = platform::readWhole(path);
   if (!bytes) {

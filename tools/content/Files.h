@@ -30,6 +30,9 @@ std::vector<std::string> filesIn(const std::string& folder, std::string_view ext
 std::filesystem::path pathOf(std::string_view utf8);
 std::string textOf(const std::filesystem::path& path);
 
+/// Returns the system's form of a path that storage/paths gives.
+std::string systemPathOf(const std::string& path);
+
 /// Returns the last part of a path.
 std::string fileNameOf(const std::string& path);
 

@@ -23,7 +23,7 @@ void runLevels(const juce::ArgumentList& list);
 inline constexpr const char* kBalanceUsage = "balance KITS";
 void runBalance(const juce::ArgumentList& list);
 
-inline constexpr const char* kPackUsage = "pack FOLDER -o DIR";
+inline constexpr const char* kPackUsage = "pack FOLDER -o DIR [--with-factory]";
 void runPack(const juce::ArgumentList& list);
 
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";

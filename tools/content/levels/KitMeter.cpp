@@ -1,6 +1,7 @@
 // Renders hits through the processor, then computes peak, loudness, length and brightness.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/KitMeter.h"
+#include "content/Files.h"
 
 #include <algorithm>
 #include <array>
@@ -8,6 +9,7 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "content/Files.h"
 #include "core/EngineRate.h"
 #include "host/construction/Construction.h"
 #include "storage/paths/Paths.h"
@@ -75,8 +77,8 @@ std::unique_ptr<KitMeter::Processor> makeWithContent() {
   using namespace tesh::bramel;
   const std::string description = joinPath(pathFor(kBramelPath_Macro, vst::kInstrumentName), "readme.json");
   if (!fileExists(description)) {
-    throw std::runtime_error(
-        description + ": there is no content here; BRAMEL_COMMON_FILES names the folder that holds " + "Tesh/Bramel");
+    throw std::runtime_error(systemPathOf(description) +
+                             ": there is no content here; BRAMEL_COMMON_FILES names the folder that holds Tesh/Bramel");
   }
   return vst::makeProcessor();
 }

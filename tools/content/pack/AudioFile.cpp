@@ -1,12 +1,14 @@
-// Decodes a sound file through JUCE and converts it to 16 bits.
+// Decodes a sound file through JUCE, brings high rates down through libsamplerate, and converts to 16 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/AudioFile.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
+#include <samplerate.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -53,28 +55,35 @@ bool isCutShort(const juce::AudioFormatReader& reader, const juce::File& file) {
   return !isCompressed && reader.lengthInSamples > file.getSize() * kBitsPerByte / std::max<std::int64_t>(frameBits, 1);
 }
 
-std::int16_t limited(std::int64_t value) {
-  return static_cast<std::int16_t>(std::clamp<std::int64_t>(value, std::numeric_limits<std::int16_t>::min(),
-                                                            std::numeric_limits<std::int16_t>::max()));
+using Channel = std::vector<float>;
+
+/// Rounds to 16 bits, with the ends as limits. What is no number becomes 0.
+std::vector<std::int16_t> wordsOf(const Channel& channel) {
+  constexpr double kFullScale = 32768.0;
+  constexpr double kHighest = 32767.0;
+  std::vector<std::int16_t> words;
+  words.reserve(channel.size());
+  for (const float sample : channel) {
+    const double word = std::isfinite(sample) ? std::floor(static_cast<double>(sample) * kFullScale + 0.5) : 0.0;
+    words.push_back(static_cast<std::int16_t>(std::clamp(word, -kFullScale, kHighest)));
+  }
+  return words;
 }
 
-/// Converts a sample as JUCE's reader returns it: integers left-aligned in a word, floats as their bits.
-std::int16_t sampleOf(int word, bool isFloat) {
-  constexpr int kSpareBits = 16;
-  constexpr double kFullScale = 32768.0;
+/// A sample as JUCE's reader returns it: integers left-aligned in a word, floats as their bits.
+float sampleOf(int word, bool isFloat) {
+  constexpr double kFullScale = 2147483648.0;
   if (!isFloat) {
-    return limited((std::int64_t{word} + (1 << (kSpareBits - 1))) >> kSpareBits);
+    return static_cast<float>(word / kFullScale);
   }
   float value = 0.0F;
   static_assert(sizeof value == sizeof word);
   std::memcpy(&value, &word, sizeof value);
-  return std::isfinite(value) ? limited(std::llround(std::clamp(static_cast<double>(value), -2.0, 2.0) * kFullScale))
-                              : std::int16_t{0};
+  return value;
 }
 
 /// Reads `frames` frames of every channel in pieces. Returns false if the file ends early.
-bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames,
-                  const std::vector<std::vector<std::int16_t>*>& channels) {
+bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames, std::vector<Channel>& channels) {
   std::vector<std::vector<int>> pieces(channels.size(), std::vector<int>(kPieceFrames));
   std::vector<int*> places;
   std::ranges::transform(pieces, std::back_inserter(places), [](auto& piece) { return piece.data(); });
@@ -84,11 +93,37 @@ bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames,
       return false;
     }
     for (std::size_t channel = 0; channel < channels.size(); ++channel) {
-      std::transform(places[channel], places[channel] + count, std::back_inserter(*channels[channel]),
+      std::transform(places[channel], places[channel] + count, std::back_inserter(channels[channel]),
                      [&reader](int word) { return sampleOf(word, reader.usesFloatingPointData); });
     }
   }
   return true;
+}
+
+/// A wave keeps rates up to 48000 Hz. Multiples of 44100 Hz come down to that, others to 48000 Hz, so that six seconds
+/// fit into a pad.
+double keptRate(double rate) {
+  constexpr double kHighestRate = 48000.0;
+  constexpr double kEngineRate = 44100.0;
+  if (rate <= kHighestRate) {
+    return rate;
+  }
+  return std::fmod(rate, kEngineRate) == 0.0 ? kEngineRate : kHighestRate;
+}
+
+Channel converted(const Channel& channel, double ratio) {
+  Channel result(static_cast<std::size_t>(std::ceil(static_cast<double>(channel.size()) * ratio)));
+  SRC_DATA job{};
+  job.data_in = channel.data();
+  job.input_frames = static_cast<long>(channel.size());
+  job.data_out = result.data();
+  job.output_frames = static_cast<long>(result.size());
+  job.src_ratio = ratio;
+  if (const int error = src_simple(&job, SRC_SINC_BEST_QUALITY, 1); error != 0) {
+    throw std::runtime_error(std::string("could not be converted: ") + src_strerror(error));
+  }
+  result.resize(std::max<std::size_t>(static_cast<std::size_t>(job.output_frames_gen), 1));
+  return result;
 }
 
 std::string cutNote(std::int64_t kept, std::int64_t all, double rate) {
@@ -118,16 +153,23 @@ AudioFile readAudioFile(const std::string& path) {
   if (isCutShort(*reader, place)) {
     throw std::runtime_error("breaks off before its end");
   }
-  const std::int64_t kept = std::min({all, kMostFrames, static_cast<std::int64_t>(rate * kLongestSeconds)});
+  const double outRate = keptRate(rate);
+  const auto most = static_cast<std::int64_t>(static_cast<double>(kMostFrames) * rate / outRate);
+  const std::int64_t kept = std::min({all, most, static_cast<std::int64_t>(rate * kLongestSeconds)});
 
-  AudioFile file;
-  file.wave.sampleRate = static_cast<int>(std::lround(rate));
-  std::vector<std::vector<std::int16_t>*> channels{&file.wave.left};
-  if (channelCount == 2) {
-    channels.push_back(&file.wave.right);
-  }
+  std::vector<Channel> channels(static_cast<std::size_t>(channelCount));
   if (!readChannels(*reader, kept, channels)) {
     throw std::runtime_error("breaks off before its end");
+  }
+  if (outRate != rate) {
+    std::ranges::transform(channels, channels.begin(),
+                           [&](const Channel& channel) { return converted(channel, outRate / rate); });
+  }
+  AudioFile file;
+  file.wave.sampleRate = static_cast<int>(std::lround(outRate));
+  file.wave.left = wordsOf(channels.front());
+  if (channelCount == 2) {
+    file.wave.right = wordsOf(channels.back());
   }
   if (kept < all) {
     file.note = cutNote(kept, all, rate);

@@ -1,11 +1,11 @@
-// Walks through the category folders and turns each usable file into a wave.
+// Walks through the folders, tells each file's category, and turns each usable file into a wave.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Packer.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -13,7 +13,7 @@
 #include "content/Files.h"
 #include "content/library/LibraryWriter.h"
 #include "content/pack/AudioFile.h"
-#include "content/pack/WaveNames.h"
+#include "content/pack/Categories.h"
 
 namespace sivray::content {
 namespace {
@@ -24,28 +24,11 @@ namespace fs = std::filesystem;
 struct Candidate {
   fs::path path;
   int category = 0;
+  bool isGuess = false;  ///< No name told the category.
 };
 
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
-
-std::optional<int> categoryOf(const std::string& folderName) {
-  const auto* const found =
-      std::ranges::find_if(kCategoryNames, [&](std::string_view name) { return equalsIgnoringCase(name, folderName); });
-  if (found == kCategoryNames.end()) {
-    return std::nullopt;
-  }
-  return static_cast<int>(found - kCategoryNames.begin());
-}
-
-std::string allCategories() {
-  std::string names;
-  for (const std::string_view name : kCategoryNames) {
-    names += (names.empty() ? "" : ", ") + std::string(name);
-  }
-  return names;
-}
+constexpr int kPercussion = 7;
+static_assert(kCategoryNames[kPercussion] == "Perc");
 
 /// Returns a folder's entries sorted by name, without hidden ones.
 std::vector<fs::path> entriesOf(const fs::path& folder) {
@@ -65,10 +48,11 @@ std::vector<fs::path> entriesOf(const fs::path& folder) {
 
 class Packer {
  public:
-  explicit Packer(const PackReport& target) : report(target) {}
+  Packer(PackRoom newRoom, const PackReport& target) : report(target), room(std::move(newRoom)) {}
 
   PackResult run(const fs::path& folder) {
-    const std::vector<Candidate> candidates = candidatesIn(folder);
+    addCandidates(folder, std::nullopt);
+    std::ranges::stable_sort(candidates, {}, &Candidate::category);
     std::size_t done = 0;
     for (const Candidate& candidate : candidates) {
       report.progress(static_cast<double>(done++) / static_cast<double>(candidates.size()));
@@ -79,46 +63,70 @@ class Packer {
   }
 
  private:
-  std::vector<Candidate> candidatesIn(const fs::path& folder) {
-    std::vector<Candidate> candidates;
+  /// `above` is what the nearest folder with a category says.
+  void addCandidates(const fs::path& folder, std::optional<CategoryMatch> above) {
+    std::vector<fs::path> files;
+    std::vector<fs::path> folders;
     for (const fs::path& entry : entriesOf(folder)) {
-      const auto category = categoryOf(textOf(entry.filename()));
-      if (!fs::is_directory(entry)) {
-        reject(entry, "lies in no category's folder");
-      } else if (!category) {
-        reject(entry, "is no category; the categories are " + allCategories());
+      std::error_code error;
+      if (fs::is_directory(entry, error)) {
+        if (!fs::is_symlink(entry, error)) {  // A link may lead back to where it lies.
+          folders.push_back(entry);
+        }
+      } else if (fs::is_regular_file(entry, error)) {
+        files.push_back(entry);
       } else {
-        addCandidates(candidates, entry, *category);
+        reject(entry, "is no file");
       }
     }
-    std::ranges::stable_sort(candidates, {}, &Candidate::category);
-    return candidates;
+    const bool isMixed = holdsAKit(files);
+    for (const fs::path& file : files) {
+      addCandidate(file, isMixed ? std::nullopt : above);
+    }
+    for (const fs::path& inner : folders) {
+      const auto own = categoryIn(textOf(inner.filename()));
+      addCandidates(inner, own ? own : above);
+    }
   }
 
-  void addCandidates(std::vector<Candidate>& candidates, const fs::path& folder, int category) {
-    for (const fs::path& path : entriesOf(folder)) {
-      if (fs::is_regular_file(path)) {
-        candidates.push_back({path, category});
-      } else {
-        reject(path, "is no file");
+  /// Files of three categories side by side: their names tell more than the folder's.
+  static bool holdsAKit(const std::vector<fs::path>& files) {
+    constexpr std::size_t kCategoriesOfAKit = 3;
+    std::set<int> categories;
+    for (const fs::path& file : files) {
+      if (const auto match = categoryIn(textOf(file.stem()))) {
+        categories.insert(match->category);
       }
     }
+    return categories.size() >= kCategoriesOfAKit;
+  }
+
+  void addCandidate(const fs::path& file, std::optional<CategoryMatch> folder) {
+    const std::string name = textOf(file.stem());
+    auto match = folder;
+    if (!folder) {
+      match = categoryIn(name);
+    } else if (!folder->isSure) {  // The file may tell whether the folder's hat is open.
+      match = categoryIn("hat " + name);
+    }
+    candidates.push_back({file, match ? match->category : kPercussion, !match});
   }
 
   void add(const Candidate& candidate) {
     try {
       AudioFile file = readAudioFile(textOf(candidate.path));
       const std::uint64_t bytes = sampleBytesOf(file.wave);
-      if (packedBytes + bytes > kMostSampleData) {
+      if (room.bytes + bytes > kMostSampleData) {
         throw std::runtime_error("is one too many: a sample library holds 2 GiB");
       }
-      if (!file.note.empty()) {
-        report.say(textOf(candidate.path) + ": " + file.note);
-      }
-      packedBytes += bytes;
+      room.bytes += bytes;
       file.wave.category = candidate.category;
-      file.wave.name = names.take(textOf(candidate.path.stem()));
-      result.waves.push_back(std::move(file.wave));
+      file.wave.name = room.names.take(textOf(candidate.path.stem()));
+      report.say(textOf(candidate.path) + ": " +
+                 std::string(kCategoryNames[static_cast<std::size_t>(candidate.category)]) + " \"" + file.wave.name +
+                 "\"" + (candidate.isGuess ? ", since neither its name nor its folder's names a category" : "") +
+                 (file.note.empty() ? "" : "; it " + file.note));
+      result.waves.push_back({std::move(file.wave), candidate.path.parent_path()});
     } catch (const std::runtime_error& error) {
       reject(candidate.path, error.what());
     }
@@ -126,19 +134,19 @@ class Packer {
 
   void reject(const fs::path& path, const std::string& reason) {
     ++result.unusable;
-    report.say(textOf(path) + ": " + reason);
+    report.say(textOf(path) + ": not used: it " + reason);
   }
 
   const PackReport& report;
+  PackRoom room;
+  std::vector<Candidate> candidates;
   PackResult result;
-  WaveNames names;
-  std::uint64_t packedBytes = 0;
 };
 
 }  // namespace
 
-PackResult packFolder(const std::string& folder, const PackReport& report) {
-  return Packer(report).run(pathOf(folder));
+PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report) {
+  return Packer(std::move(room), report).run(pathOf(folder));
 }
 
 }  // namespace sivray::content

@@ -1,28 +1,45 @@
-// Makes waves from a user's folder of sound files. It holds a sub-folder for each category, named as in the browser.
+// Makes waves from a user's folder of sound files, of any depth.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "content/library/Wave.h"
+#include "content/pack/WaveNames.h"
 
 namespace sivray::content {
 
 /// Receives the packer's messages and progress; both are called on the thread that called `packFolder`.
 struct PackReport {
-  std::function<void(const std::string& line)> say;  ///< One line about a file: why it was skipped, or what was cut.
-  std::function<void(double done)> progress;         ///< 0 to 1.
+  std::function<void(const std::string& line)>
+      say;                                    ///< One line about a file: what became of it, or why it was skipped.
+  std::function<void(double done)> progress;  ///< 0 to 1.
+};
+
+/// A wave and the folder that its file lies in.
+struct PackedWave {
+  Wave wave;
+  std::filesystem::path folder;
 };
 
 struct PackResult {
-  std::vector<Wave> waves;   ///< In the order of categories, then of file names.
-  std::size_t unusable = 0;  ///< Files and folders without a usable sound.
+  std::vector<PackedWave> waves;  ///< In the order of categories, then of folders and file names.
+  std::size_t unusable = 0;       ///< Files without a usable sound.
 };
 
-/// Reads the whole folder and ignores hidden files. Throws std::runtime_error when the folder cannot be read.
-PackResult packFolder(const std::string& folder, const PackReport& report);
+/// The bytes of a library and the names in it, to which packed waves come.
+struct PackRoom {
+  WaveNames names;
+  std::uint64_t bytes = 0;
+};
+
+/// Reads the whole folder and ignores hidden files. A file's category is that of the nearest folder that names one, or
+/// what its own name says where a folder holds several; else it is a percussion. Throws std::runtime_error when the
+/// folder cannot be read.
+PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report);
 
 }  // namespace sivray::content

@@ -1,7 +1,8 @@
-// Cuts names at whole UTF-8 characters and numbers the ones that are taken.
+// Cuts names in their middle, at whole UTF-8 characters, and numbers the ones that are taken.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/WaveNames.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "content/library/Wave.h"
@@ -9,11 +10,12 @@
 namespace sivray::content {
 namespace {
 
+bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
 /// Returns at most `size` bytes of a text, without a partial character or a blank at the end.
 std::string cut(std::string_view text, std::size_t size) {
   if (text.size() > size) {
-    const auto isContinuation = [&](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U; };
-    while (size > 0 && isContinuation(size)) {
+    while (size > 0 && isContinuation(text[size])) {
       --size;
     }
     text = text.substr(0, size);
@@ -22,13 +24,45 @@ std::string cut(std::string_view text, std::size_t size) {
   return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
+/// The last words of a name, at most `size` bytes: they tell apart what begins alike.
+std::string_view lastWords(std::string_view text, std::size_t size) {
+  constexpr std::string_view kGaps = " _-";
+  std::size_t begin = text.size();
+  while (begin > 0) {
+    const std::size_t gap = text.find_last_of(kGaps, begin - 1);
+    const std::size_t word = gap == std::string_view::npos ? 0 : gap + 1;
+    if (word == 0 || text.size() - word > size) {
+      break;
+    }
+    begin = gap;
+  }
+  if (begin < text.size()) {
+    return text.substr(begin + 1);
+  }
+  begin = text.size() - std::min(text.size(), size - 2);  // One long word.
+  while (begin < text.size() && isContinuation(text[begin])) {
+    ++begin;
+  }
+  return text.substr(begin);
+}
+
+/// A name of at most `size` bytes, cut in its middle.
+std::string shortened(std::string_view text, std::size_t size) {
+  constexpr std::size_t kTail = 7;
+  if (text.size() <= size) {
+    return cut(text, size);
+  }
+  const std::string_view tail = lastWords(text, kTail);
+  return cut(text, size - 1 - tail.size()) + " " + std::string(tail);
+}
+
 }  // namespace
 
 std::string WaveNames::take(const std::string& wish) {
-  std::string name = cut(wish, kLongestWaveName);
+  std::string name = shortened(wish, kLongestWaveName);
   for (int number = 2; name.empty() || taken.contains(name); ++number) {
     const std::string suffix = std::string(" ").append(std::to_string(number));
-    name = cut(wish, kLongestWaveName - suffix.size()) + suffix;
+    name = shortened(wish, kLongestWaveName - suffix.size()) + suffix;
   }
   taken.insert(name);
   return name;

@@ -9,8 +9,12 @@ namespace sivray::content {
 
 class WaveNames {
  public:
-  /// Returns `wish` cut to twelve bytes at a whole UTF-8 character. If that name is taken, a number replaces its end.
+  /// Returns `wish` in at most twelve bytes: its begin and its last words, at whole UTF-8 characters. If that name is
+  /// taken, a number follows it.
   std::string take(const std::string& wish);
+
+  /// Leaves a name to others.
+  void reserve(const std::string& name) { taken.insert(name); }
 
  private:
   std::set<std::string> taken;
