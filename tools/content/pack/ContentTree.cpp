@@ -41,7 +41,7 @@ void writeKits(const std::string& folder, const std::vector<factory::BankKit>& k
   std::string list = "# The kits in the order of the bank, a kit a line.\n\n";
   for (const auto& [file, kit] : kits) {
     const std::string name = fileNameOf(file);
-    list += name.substr(0, name.find_last_of('.')) + "\n";
+    list.append(name, 0, name.find_last_of('.')).append("\n");
     writeText(folder + "/" + name, fs::exists(pathOf(file)) ? readText(file) : textOf(kit));
   }
   writeText(folder + "/bank.txt", list);

@@ -158,6 +158,7 @@ std::vector<factory::Kit> makeKits(const std::vector<PackedWave>& waves, const f
     }
   }
   std::vector<factory::Kit> kits;
+  kits.reserve(found.size());
   for (const auto& [folder, pads] : found) {
     kits.push_back(kitOf(nameFor(folder, taken), pads));
   }
