@@ -42,7 +42,7 @@ void writeKits(const std::string& folder, const std::vector<factory::BankKit>& k
   for (const auto& [file, kit] : kits) {
     const std::string name = fileNameOf(file);
     list.append(name, 0, name.find_last_of('.')).append("\n");
-    writeText(folder + "/" + name, fs::exists(pathOf(file)) ? readText(file) : textOf(kit));
+    writeText(std::string(folder).append("/").append(name), fs::exists(pathOf(file)) ? readText(file) : textOf(kit));
   }
   writeText(folder + "/bank.txt", list);
 }
