@@ -89,7 +89,8 @@ class Editor : public models::ViewModels {
 
   std::shared_ptr<PanelProvider> provider = std::make_shared<PanelProvider>(model);
   std::shared_ptr<WakeUpCounter> counter;
-  std::shared_ptr<BramelInstrumentEditor> editor = std::make_shared<BramelInstrumentEditor>(instrument, provider);
+  std::shared_ptr<BramelInstrumentEditor> editor =
+      std::make_shared<BramelInstrumentEditor>(instrument, provider, MessageThread::Kind::own);
 };
 
 }  // namespace editor

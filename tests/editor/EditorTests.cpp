@@ -63,7 +63,7 @@ TEST_F(Editor, HearsNotesAndNothingElseOfMidi) {
 }
 
 TEST_F(Editor, IsForgottenByAThreadThatWasWokenForIt) {
-  const auto thread = MessageThread::acquire();
+  const auto thread = MessageThread::acquire(MessageThread::Kind::own);
   provider->givesView = false;
   openView();
   std::promise<void> isBusy;
@@ -85,12 +85,12 @@ TEST(MessageThreadOfTheProcess, StartsAndEndsWithItsUsersInWhateverOrder) {
   for (std::thread& user : users) {
     user = std::thread([] {
       for (int round = 0; round < 10; ++round) {
-        const auto held = MessageThread::acquire();
+        const auto held = MessageThread::acquire(MessageThread::Kind::own);
         ASSERT_NE(held, nullptr);
         bool isThere = false;
-        held->callAndWait([&] { held->callAndWait([&] { isThere = held->isCurrent(); }); });
+        held->callAndWait([&] { held->callAndWait([&] { isThere = MessageThread::isCurrent(); }); });
         EXPECT_TRUE(isThere);
-        EXPECT_FALSE(held->isCurrent());
+        EXPECT_FALSE(MessageThread::isCurrent());
       }
     });
   }
@@ -99,8 +99,25 @@ TEST(MessageThreadOfTheProcess, StartsAndEndsWithItsUsersInWhateverOrder) {
   }
 }
 
+TEST(MessageThreadOfTheProcess, WakesListenersWhereJuceRunsAlready) {
+  const juce::ScopedJuceInitialiser_GUI juce;
+  auto thread = MessageThread::acquire(MessageThread::Kind::running);
+  ASSERT_NE(thread, nullptr);
+  EXPECT_TRUE(MessageThread::isCurrent());
+  const auto counter = std::make_shared<WakeUpCounter>();
+  thread->addListener(counter);
+  std::thread([thread] { thread->wakeUp(); }).join();
+  for (int round = 0; round < 1000 && counter->count == 0; ++round) {
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
+  }
+  EXPECT_EQ(counter->count, 1);
+  std::thread([own = std::move(thread)] { own->wakeUp(); }).join();  // The last user may be on any thread.
+  juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+  EXPECT_EQ(counter->count, 1);
+}
+
 TEST(MessageThreadOfTheProcess, LetsACallerGoThatWillNotWait) {
-  const auto thread = MessageThread::acquire();
+  const auto thread = MessageThread::acquire(MessageThread::Kind::own);
   std::promise<void> mayGoOn;
   thread->callLater([&] { mayGoOn.get_future().wait(); });
   const auto isDone = std::make_shared<std::atomic<bool>>(false);

@@ -16,14 +16,16 @@ using cofu::core::boxed::Box;
 
 class BramelInstrumentEditor::Impl {
  public:
-  Impl(const std::shared_ptr<BramelInstrumentBase>& base, std::shared_ptr<BramelInstrumentEditorProvider> newProvider)
-      : instrument(std::dynamic_pointer_cast<BramelInstrument>(base)), provider(std::move(newProvider)) {
+  Impl(const std::shared_ptr<BramelInstrumentBase>& base, std::shared_ptr<BramelInstrumentEditorProvider> newProvider,
+       MessageThread::Kind newKind)
+      : kind(newKind), instrument(std::dynamic_pointer_cast<BramelInstrument>(base)), provider(std::move(newProvider)) {
     if (instrument == nullptr) {
       throw std::invalid_argument("not an instrument of the family");
     }
     delivery = std::make_shared<Delivery>(instrument->cachedParameterCount());
   }
 
+  const MessageThread::Kind kind;
   std::mutex threadMutex;                 ///< For the making of `thread`.
   std::shared_ptr<MessageThread> thread;  ///< The last to go: all else may hold what was made on it.
   std::shared_ptr<BramelInstrument> instrument;
@@ -33,15 +35,16 @@ class BramelInstrumentEditor::Impl {
 };
 
 BramelInstrumentEditor::BramelInstrumentEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
-                                               std::shared_ptr<BramelInstrumentEditorProvider> provider)
-    : impl(std::make_unique<Impl>(instrument, std::move(provider))) {}
+                                               std::shared_ptr<BramelInstrumentEditorProvider> provider,
+                                               MessageThread::Kind kind)
+    : impl(std::make_unique<Impl>(instrument, std::move(provider), kind)) {}
 
 BramelInstrumentEditor::~BramelInstrumentEditor() = default;
 
 std::shared_ptr<MessageThread> BramelInstrumentEditor::messageThread() {
   const std::lock_guard lock(impl->threadMutex);
   if (impl->thread == nullptr) {
-    impl->thread = MessageThread::acquire();
+    impl->thread = MessageThread::acquire(impl->kind);
     if (impl->thread != nullptr) {
       impl->thread->callAndWait([this] { impl->thread->addListener(impl->delivery); });
     }

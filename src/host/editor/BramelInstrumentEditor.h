@@ -9,13 +9,12 @@
 
 #include "core/Boxed.h"
 #include "core/RealTime.h"
+#include "host/editor/MessageThread.h"
 #include "host/shell/BramelInstrumentBase.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 #include "views/BramelInstrumentEditorProvider.h"
 
 namespace tesh::bramel::vst {
-
-class MessageThread;
 
 /// Lives as long as the plug-in. The instrument's reports come one at a time, on any thread; while no view is open they
 /// are dropped. Those of one block reach the view model together.
@@ -27,17 +26,18 @@ class BramelInstrumentEditor final : public BramelInstrumentUICallback {
     std::int32_t height = 0;
   };
 
-  /// Throws std::invalid_argument when `instrument` is not a BramelInstrument. `provider` is not null.
+  /// Throws std::invalid_argument when `instrument` is not a BramelInstrument. `provider` is not null. `kind` says who
+  /// runs JUCE.
   BramelInstrumentEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
-                         std::shared_ptr<BramelInstrumentEditorProvider> provider);
+                         std::shared_ptr<BramelInstrumentEditorProvider> provider, MessageThread::Kind kind);
 
-  /// Must not run on the message thread. If a view was ever open, close it there first.
+  /// Must not run on a message thread of our own. If a view was ever open, close it on the message thread first.
   ~BramelInstrumentEditor() override;
 
   static constexpr Size getEditorSize() { return {768, 468}; }
 
-  /// Started by the first call, and kept until this object's end; null if it cannot be started. Any thread but the
-  /// audio thread.
+  /// Acquired by the first call, and kept until this object's end; null if it cannot be started. Any thread but the
+  /// audio thread; where JUCE runs already, the first call must come on its thread.
   std::shared_ptr<MessageThread> messageThread();
 
   // Message thread only, once `messageThread` was called.

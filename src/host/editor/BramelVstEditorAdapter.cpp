@@ -124,7 +124,7 @@ void BramelVstEditorAdapter::settle(std::chrono::milliseconds longest) {
   if (thread == nullptr) {
     return;
   }
-  if (thread->isCurrent()) {  // Perhaps in a call out of the view's own mouse handler.
+  if (MessageThread::isCurrent()) {  // Perhaps in a call out of the view's own mouse handler.
     thread->callLater([own = shown] { own->settle(); });
   } else {
     thread->callAndWait([own = shown] { own->settle(); }, longest);

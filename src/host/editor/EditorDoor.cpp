@@ -13,7 +13,8 @@ namespace tesh::bramel::vst {
 using plugin::sivray::SivrayEditorProvider;
 
 std::shared_ptr<BramelInstrumentEditor> makeInstrumentEditor(const std::shared_ptr<BramelInstrument>& instrument) {
-  auto editor = std::make_shared<BramelInstrumentEditor>(instrument, std::make_shared<SivrayEditorProvider>());
+  auto editor = std::make_shared<BramelInstrumentEditor>(instrument, std::make_shared<SivrayEditorProvider>(),
+                                                         MessageThread::Kind::own);
   instrument->setUICallback(editor);
   return editor;
 }

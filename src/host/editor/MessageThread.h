@@ -1,40 +1,39 @@
-// The thread on which all of JUCE happens. On Linux it is one of our own, since no host's idle calls can be relied on;
-// on Windows it is the host's main thread.
+// The thread on which all of JUCE happens, as an editor sees it: one that this library starts for itself, or the one on
+// which a program or a plug-in wrapper runs JUCE already.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 
 #include "core/RealTime.h"
+#include "host/editor/MessageLoop.h"
+#include "host/editor/WakeUps.h"
 
 namespace tesh::bramel::vst {
 
-/// Has something to do when the message thread was woken.
-class WakeUpListener {
- public:
-  virtual ~WakeUpListener() = default;
-
-  /// Message thread, once for any number of wake-ups that came in between. Others' wake-ups count too.
-  virtual void wokenUp() = 0;
-};
-
-/// One per process: the first user starts it, and the last one to let go waits for its end. Nothing made on it may
-/// outlive it. Any thread may call any operation, but for the audio thread, which may only call `wakeUp`.
+/// One of each kind per process: the first user makes it, and the last one to let go ends it. Nothing made on a thread
+/// of its own may outlive it. Any thread may call any operation, except the audio thread, which may only call `wakeUp`.
 class MessageThread {
  public:
   using Work = std::function<void()>;
 
-  /// Null if the thread cannot be started.
-  static std::shared_ptr<MessageThread> acquire();
+  enum class Kind : std::uint8_t {
+    own,     ///< This library starts and ends JUCE (MessageLoop): in hosts that know nothing of it.
+    running  ///< JUCE runs before the first user comes and after the last one has gone.
+  };
 
-  /// Waits for the thread's end. Not on the message thread itself.
+  /// Null if the thread cannot be started. The kind `running` must be acquired on the thread that runs JUCE.
+  static std::shared_ptr<MessageThread> acquire(Kind kind);
+
+  /// With a thread of its own, waits for its end; must not run there then.
   ~MessageThread();
   MessageThread(const MessageThread&) = delete;
   MessageThread& operator=(const MessageThread&) = delete;
 
-  bool isCurrent() const;
+  static bool isCurrent();
 
   /// Runs `work` on the message thread, and returns when it has run.
   void callAndWait(const Work& work);
@@ -45,19 +44,17 @@ class MessageThread {
   /// Runs `work` on the message thread, never before this returns if called there. It must own what it uses.
   void callLater(Work work);
 
-  /// Listens until it is gone. Message thread.
-  void addListener(std::weak_ptr<WakeUpListener> listener);
+  /// The listener is held weakly. Message thread.
+  void addListener(std::weak_ptr<WakeUpListener> listener) { wakeUps->addListener(std::move(listener)); }
 
-  /// Wakes all listeners: at once when they are at rest, and every few milliseconds while wake-ups keep coming. Audio
-  /// thread too: it takes no memory and no lock, and calls the system only for the first of a row.
-  void wakeUp() SIVRAY_NONBLOCKING;
+  /// Wakes all listeners, as WakeUps::wake does. Audio thread too.
+  void wakeUp() SIVRAY_NONBLOCKING { wakeUps->wake(); }
 
  private:
-  struct Loop;
+  explicit MessageThread(Kind kind);
 
-  explicit MessageThread(std::unique_ptr<Loop> newLoop);
-
-  std::unique_ptr<Loop> loop;
+  const std::shared_ptr<WakeUps> wakeUps;
+  std::unique_ptr<MessageLoop> loop;  ///< Null where JUCE runs already.
 };
 
 }  // namespace tesh::bramel::vst

@@ -1,0 +1,48 @@
+// Rings the bell for the first wake-up of a row, and has the listeners look again when a rest ends.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/editor/WakeUps.h"
+
+#include <cstddef>
+
+namespace tesh::bramel::vst {
+
+void WakeUps::start() {
+  const std::weak_ptr<WakeUps> own = weak_from_this();
+  bell.start(
+      [own] {
+        if (const auto held = own.lock()) {
+          held->tellAndRest();
+        }
+      },
+      [own] {
+        if (const auto held = own.lock()) {
+          held->endRest();
+        }
+      });
+}
+
+void WakeUps::wake() {
+  if (state.exchange(State::wanted) == State::idle) {
+    bell.ring();
+  }
+}
+
+void WakeUps::endRest() {
+  State resting = State::resting;
+  if (!state.compare_exchange_strong(resting, State::idle)) {
+    tellAndRest();
+  }
+}
+
+void WakeUps::tellAndRest() {
+  state = State::resting;  // Before the listeners look: what comes after their look wakes them again.
+  bell.startRest();
+  std::erase_if(listeners, [](const auto& held) { return held.expired(); });
+  for (std::size_t i = 0; i < listeners.size(); ++i) {
+    if (const auto listener = listeners[i].lock()) {
+      listener->wokenUp();
+    }
+  }
+}
+
+}  // namespace tesh::bramel::vst
