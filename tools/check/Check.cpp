@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <exception>
+#include <string_view>
 
 #include "vsthost/PluginLibrary.h"
 
@@ -21,7 +22,18 @@ Verdict verdict(bool passed, const char* format, ...) {
   return {passed, text.data()};
 }
 
+std::unique_ptr<hosting::PluginFile> CheckSettings::load() const {
+  return std::make_unique<vsthost::PluginLibrary>(formPath);
+}
+
 namespace {
+
+bool isFor(const Check& check, const CheckSettings& settings) {
+  if (std::string_view(check.name).find(settings.only) == std::string_view::npos) {
+    return false;
+  }
+  return check.forms == CheckedForms::all || (check.forms == CheckedForms::vst2) == settings.isVst2();
+}
 
 Verdict run(const Check& check, const CheckSettings& settings) {
   try {
@@ -53,6 +65,9 @@ int runChecks(const CheckSettings& settings) {
   for (const auto& group : {lifecycleChecks(), audioChecks(), eventChecks(), parameterChecks(), stateChecks(),
                             threadChecks(), realTimeChecks(), editorChecks()}) {
     for (const Check& check : group) {
+      if (!isFor(check, settings)) {
+        continue;
+      }
       const Verdict result = run(check, settings);
       std::printf("%s %s: %s\n", markOf(result), check.name, result.figure.c_str());
       std::fflush(stdout);

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "hosting/HostedPlugin.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define SIVRAY_SANITIZED 1
@@ -18,14 +21,25 @@
 
 namespace sivray::check {
 
-/// The library to check, and how much to do.
+/// What to check, and how much to do.
 struct CheckSettings {
-  std::string libraryPath;
-  bool full = false;       ///< Full repetitions, which take minutes; otherwise about half a minute in all.
-  double soakHours = 0.0;  ///< Hours of audio in the long rendering; 0 for its default of minutes.
+  hosting::Form form = hosting::Form::vst2;
+  std::string formPath;     ///< The library, or the bundle of another form.
+  std::string libraryPath;  ///< The VST 2 form, which the others are compared with.
+  bool full = false;        ///< Full repetitions, which take minutes; otherwise about half a minute in all.
+  std::string only;         ///< Runs only the checks whose names hold this text.
+  double soakHours = 0.0;   ///< Hours of audio in the long rendering; 0 for its default of minutes.
 
   /// Returns the number of repetitions: `complete` in a full run, else `bounded`.
   int count(int bounded, int complete) const { return full ? complete : bounded; }
+
+  /// The end of the path of the code that `load` brings into this process.
+  const char* moduleName() const { return "/Sivray.so"; }
+
+  bool isVst2() const { return form == hosting::Form::vst2; }
+
+  /// Loads the form that is checked. Throws HostError.
+  std::unique_ptr<hosting::PluginFile> load() const;
 };
 
 struct Verdict {
@@ -34,9 +48,17 @@ struct Verdict {
   bool wasRun = true;  ///< Otherwise `figure` says what is lacking here.
 };
 
+/// The forms that a check is for.
+enum class CheckedForms {
+  all,
+  vst2,   ///< Laws of the VST 2 interface.
+  others  ///< What the other forms must have in common with VST 2.
+};
+
 struct Check {
   const char* name;
   Verdict (*body)(const CheckSettings& settings);
+  CheckedForms forms = CheckedForms::all;
 };
 
 /// Returns a verdict whose figure is formatted as by printf.

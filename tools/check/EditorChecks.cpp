@@ -10,7 +10,7 @@ namespace sivray::check {
 #ifdef __linux__
 
 std::vector<Check> editorChecks() {
-  const bool isThere = vsthost::HostWindow::findServer();
+  const bool isThere = hosting::HostWindow::findServer();
   std::vector<Check> all;
   for (const auto& group : {editorLifeChecks(), editorRealTimeChecks(), editorMouseChecks(), editorProgramChecks()}) {
     for (Check check : group) {

@@ -3,8 +3,6 @@
 #ifdef __linux__
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "check/EditorScene.h"
@@ -13,8 +11,7 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
-using vsthost::PluginLibrary;
+using hosting::HostCallKind;
 
 constexpr int kWarmCycles = 10;
 constexpr std::int64_t kLeakKiB = 512;
@@ -38,8 +35,8 @@ Verdict openAndClose(const CheckSettings& settings) {
   constexpr double kMostForLater = 30.0;
   constexpr double kMostForClosing = 5.0;
   constexpr std::int64_t kMostKiB = 40 * 1024;
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   const ProcessUse before = processUse();
   const double first = millisecondsFor([&] { scene.open(); });
   const std::int64_t panelKiB = processUse().residentKiB - before.residentKiB;
@@ -53,13 +50,13 @@ Verdict openAndClose(const CheckSettings& settings) {
     openings.push_back(millisecondsFor([&] { scene.open(); }));
     isShown = isShown && scene.window.childSize() == kPanelSize;
     closings.push_back(millisecondsFor([&] { scene.close(); }));
-    isShown = isShown && scene.window.childSize() == vsthost::WindowSize{};
+    isShown = isShown && scene.window.childSize() == hosting::WindowSize{};
     if (cycle == kWarmCycles) {
       warm = processUse();
     }
   }
   const ProcessUse end = processUse();
-  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const std::int64_t growth = end.ownKiB - warm.ownKiB;
   const bool flat = end.threads == warm.threads && end.files <= warm.files;
   const bool quick = isSanitized() || (first <= kMostForFirst && medianOf(openings) <= kMostForLater &&
                                        medianOf(closings) <= kMostForClosing);
@@ -74,11 +71,11 @@ Verdict openAndClose(const CheckSettings& settings) {
 
 /// What hosts do out of turn. Each scene ends with its editor as it is, and effClose has to cope.
 Verdict oddMoments(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
+  const auto library = settings.load();
   SoundFacts facts;
   int moments = 0;
   const auto tryOut = [&](const std::function<void(EditorScene&)>& moment) {
-    EditorScene scene(library);
+    EditorScene scene(*library);
     moment(scene);
     facts.add(play(scene.host, hitsOver(5000, 3), 5000, blocksOf(100)));
     ++moments;
@@ -114,13 +111,12 @@ Verdict oddMoments(const CheckSettings& settings) {
     scene.render();
   });
   tryOut([](EditorScene& scene) {
-    scene.host.call(effEditOpen);
+    scene.host.openEditor(nullptr);
     scene.render();
     scene.close();
     scene.close();
     scene.open();
-    scene.host.call(effMainsChanged, 0, 0);
-    scene.host.call(effMainsChanged, 0, 1);
+    scene.host.restart();
   });
   return verdict(facts.isSane() && facts.isHeard(),
                  "%d moments: rates of 0, before resume, without and after its window, twice", moments);
@@ -128,12 +124,12 @@ Verdict oddMoments(const CheckSettings& settings) {
 
 Verdict twoEditors(const CheckSettings& settings) {
   constexpr std::int64_t kMostKiB = 8 * 1024;
-  const PluginLibrary library(settings.libraryPath);
+  const auto library = settings.load();
   bool isShown = true;
   std::int64_t furtherKiB = 0;
   for (const bool isFirstEndedFirst : {true, false}) {
-    auto first = std::make_unique<EditorScene>(library);
-    auto second = std::make_unique<EditorScene>(library);
+    auto first = std::make_unique<EditorScene>(*library);
+    auto second = std::make_unique<EditorScene>(*library);
     first->open();
     const ProcessUse before = processUse();
     second->open();
@@ -153,12 +149,6 @@ Verdict twoEditors(const CheckSettings& settings) {
                  "ended in both orders, a second panel takes %lld KiB", static_cast<long long>(furtherKiB));
 }
 
-bool isMapped(const std::string& file) {
-  std::ifstream maps("/proc/self/maps");
-  const std::string all((std::istreambuf_iterator<char>(maps)), std::istreambuf_iterator<char>());
-  return all.find(file) != std::string::npos;
-}
-
 Verdict unloading(const CheckSettings& settings) {
   // 128 and 1752 were measured in 90 cycles: each has threads of its own, and the allocator rooms of theirs.
   constexpr std::int64_t kMostKiB = 2048;
@@ -167,18 +157,18 @@ Verdict unloading(const CheckSettings& settings) {
   ProcessUse warm;
   for (int cycle = 0; cycle < cycles; ++cycle) {
     {
-      const PluginLibrary library(settings.libraryPath);
-      EditorScene scene(library);
+      const auto library = settings.load();
+      EditorScene scene(*library);
       scene.open();
       scene.close();
     }
-    leftBehind += isMapped("/Sivray.so") ? 1 : 0;
+    leftBehind += isMapped(settings.moduleName()) ? 1 : 0;
     if (cycle == kWarmCycles) {
       warm = processUse();
     }
   }
   const ProcessUse end = processUse();
-  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const std::int64_t growth = end.ownKiB - warm.ownKiB;
   const bool gone = isSanitized() || (leftBehind == 0 && growth <= kMostKiB);
   return verdict(gone && end.threads == warm.threads && end.files <= warm.files,
                  "%d cycles of load, open, close and unload: %d stayed mapped, %+lld KiB, %+d threads, %+d files",
@@ -186,28 +176,19 @@ Verdict unloading(const CheckSettings& settings) {
                  end.files - warm.files);
 }
 
-vsthost::WindowSize rectangleOf(vsthost::Host& host) {
-  ERect* rectangle = nullptr;
-  host.call(effEditGetRect, 0, 0, &rectangle);
-  return rectangle == nullptr ? vsthost::WindowSize{} : vsthost::WindowSize{rectangle->right, rectangle->bottom};
-}
-
 Verdict sizes(const CheckSettings& settings) {
-  constexpr std::int32_t kVendor = 0x50726553;         // 'PreS'
-  constexpr std::intptr_t kContentScale = 0x41654373;  // 'AeCs'
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
-  bool isRight = rectangleOf(scene.host) == kPanelSize;
+  const auto library = settings.load();
+  EditorScene scene(*library);
+  bool isRight = scene.host.editorSize() == kPanelSize;
   scene.open();
   isRight = isRight && scene.window.childSize() == kPanelSize;
   for (const float scale : {2.0F, 1.25F, 1.5F, 1.0F}) {
     scene.host.takeCalls();
-    const vsthost::WindowSize expected{static_cast<int>(768.0F * scale), static_cast<int>(468.0F * scale)};
-    isRight = isRight && scene.host.call(effVendorSpecific, kVendor, kContentScale, nullptr, scale) == 1;
+    const hosting::WindowSize expected{static_cast<int>(768.0F * scale), static_cast<int>(468.0F * scale)};
+    isRight = isRight && scene.host.setEditorScale(scale);
     const auto calls = scene.host.takeCalls();
-    isRight = isRight && rectangleOf(scene.host) == expected && scene.window.childSize() == expected &&
-              calls.size() == 1 && calls[0].opcode == audioMasterSizeWindow && calls[0].index == expected.width &&
-              calls[0].number == expected.height;
+    isRight = isRight && scene.host.editorSize() == expected && scene.window.childSize() == expected &&
+              calls.size() == 1 && calls[0].kind == HostCallKind::sizeWindow && calls[0].size == expected;
   }
   return verdict(isRight, "768 x 468, and 125, 150 and 200 %% of it: rectangle, window and what the host is told");
 }
@@ -216,7 +197,7 @@ Verdict sizes(const CheckSettings& settings) {
 
 std::vector<Check> editorLifeChecks() {
   return {{"editor opened and closed", openAndClose},
-          {"editor in odd moments", oddMoments},
+          {"editor in odd moments", oddMoments, CheckedForms::vst2},
           {"two editors", twoEditors},
           {"editor and unloading", unloading},
           {"editor's size", sizes}};

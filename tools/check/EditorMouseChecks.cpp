@@ -13,12 +13,11 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
 using namespace tesh::bramel::panel;
+using hosting::HostCall;
+using hosting::HostCallKind;
+using hosting::WindowPoint;
 using tesh::bramel::PanelRect;
-using vsthost::HostCall;
-using vsthost::PluginLibrary;
-using vsthost::WindowPoint;
 
 /// Beside every control, and outside the box of every pop-up.
 constexpr WindowPoint kNowhere{4, 464};
@@ -37,9 +36,9 @@ bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool is
   int depth = 0;
   int changes = 0;
   for (const HostCall& call : calls) {
-    depth += call.opcode == audioMasterBeginEdit ? 1 : 0;
-    depth -= call.opcode == audioMasterEndEdit ? 1 : 0;
-    changes += call.opcode == audioMasterAutomate && depth == 1 ? 1 : 0;
+    depth += call.kind == HostCallKind::beginEdit ? 1 : 0;
+    depth -= call.kind == HostCallKind::endEdit ? 1 : 0;
+    changes += call.kind == HostCallKind::automate && depth == 1 ? 1 : 0;
     if (call.index != static_cast<std::int32_t>(index) || depth < 0 || depth > 1) {
       return false;
     }
@@ -52,11 +51,11 @@ bool moveControl(EditorScene& scene, ControlKind kind, std::size_t index, Window
   std::vector<HostCall> calls;
   const auto hear = [&] {
     for (const HostCall& call : scene.host.takeCalls()) {
-      if (call.opcode != audioMasterUpdateDisplay) {
+      if (call.kind != HostCallKind::updateDisplay) {
         calls.push_back(call);
       }
     }
-    return !calls.empty() && calls.back().opcode == audioMasterEndEdit;
+    return !calls.empty() && calls.back().kind == HostCallKind::endEdit;
   };
   if (isDragged(kind)) {
     scene.window.drag(centre, {0, -32});
@@ -68,13 +67,13 @@ bool moveControl(EditorScene& scene, ControlKind kind, std::size_t index, Window
   scene.render();  // Takes the changes from the queue, which holds so many.
   hear();
   const auto last = std::find_if(calls.rbegin(), calls.rend(),
-                                 [](const HostCall& call) { return call.opcode == audioMasterAutomate; });
+                                 [](const HostCall& call) { return call.kind == HostCallKind::automate; });
   return isOneGesture(calls, index, !isDragged(kind)) && scene.host.parameter(static_cast<int>(index)) == last->value;
 }
 
 Verdict everyControl(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   for (int index = 0; index < static_cast<int>(kEffectSwitchMacro); ++index) {
     scene.host.setParameter(index, 0.4F);
@@ -109,8 +108,8 @@ Verdict everyControl(const CheckSettings& settings) {
 
 Verdict pads(const CheckSettings& settings) {
   using Message = std::array<std::uint8_t, 4>;
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   scene.host.start(kPlainRate, kPlainBlock);
   scene.render();
@@ -157,7 +156,7 @@ bool choosesFrom(EditorScene& scene, WindowPoint opener, WindowPoint row, std::s
   scene.settledPicture();
   scene.window.click(kNowhere);
   std::vector<HostCall> calls = scene.settledCalls();
-  std::erase_if(calls, [](const HostCall& call) { return call.opcode != audioMasterAutomate; });
+  std::erase_if(calls, [](const HostCall& call) { return call.kind != HostCallKind::automate; });
   return !calls.empty() && std::all_of(calls.begin(), calls.end(), [index](const HostCall& call) {
     return call.index == static_cast<std::int32_t>(index);
   });
@@ -176,8 +175,8 @@ Verdict popUps(const CheckSettings& settings) {
   constexpr WindowPoint kEffectRow{620, 220};
   constexpr WindowPoint kSampleRow{450, 220};
   const Sandbox sandbox;
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   scene.render();
   std::string wrong;
@@ -228,8 +227,8 @@ void doSomething(EditorScene& scene, Random& random) {
 bool isBalanced(const std::vector<HostCall>& calls) {
   std::map<std::int32_t, int> depth;
   for (const HostCall& call : calls) {
-    depth[call.index] += call.opcode == audioMasterBeginEdit ? 1 : 0;
-    depth[call.index] -= call.opcode == audioMasterEndEdit ? 1 : 0;
+    depth[call.index] += call.kind == HostCallKind::beginEdit ? 1 : 0;
+    depth[call.index] -= call.kind == HostCallKind::endEdit ? 1 : 0;
   }
   return std::all_of(depth.begin(), depth.end(), [](const auto& entry) { return entry.second == 0; });
 }
@@ -239,8 +238,8 @@ Verdict randomClicks(const CheckSettings& settings) {
   constexpr int kEventsABlock = 20;
   const int events = settings.count(isSanitized() ? 400 : 2000, 20'000);
   const Sandbox sandbox;
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   Random random(kSeed);
   SoundFacts facts;
@@ -249,7 +248,7 @@ Verdict randomClicks(const CheckSettings& settings) {
     if (event % kEventsABlock == 0) {
       facts.add(play(scene.host, hitsOver(1000, 5), 1000, blocksOf(250)));
       scene.host.setParameter(random.below(scene.host.parameterCount()), random.unit());
-      scene.host.call(effGetChunk, 0, 0, nullptr);
+      scene.host.chunk();
       scene.letSettle();
     }
   }

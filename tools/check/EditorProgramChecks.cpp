@@ -14,9 +14,7 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
-using vsthost::PluginLibrary;
-using vsthost::WindowPoint;
+using hosting::WindowPoint;
 
 constexpr WindowPoint kNowhere{4, 464};
 constexpr WindowPoint kProgramName{117, 92};
@@ -56,8 +54,8 @@ Verdict longList(const CheckSettings& settings) {
   constexpr double kMostMilliseconds = 100.0;
   const Sandbox sandbox;
   writeUserPrograms(kPrograms);
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   scene.render();
   scene.window.moveTo(kNowhere);
@@ -87,8 +85,8 @@ Verdict unwritableFolder(const CheckSettings& settings) {
   const std::string blocked = sandbox.documents() + "/blocked";
   std::ofstream(blocked) << "no folder";
   const ScopedVariable documents("BRAMEL_DOCUMENTS", blocked);
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   scene.render();
   scene.window.moveTo(kNowhere);
@@ -112,12 +110,12 @@ Verdict unwritableFolder(const CheckSettings& settings) {
 Verdict openAtClose(const CheckSettings& settings) {
   const Sandbox sandbox;
   writeUserPrograms(3);
-  const PluginLibrary library(settings.libraryPath);
+  const auto library = settings.load();
   int opened = 0;
   int gone = 0;
   for (const bool isMenu : {true, false}) {
     for (const bool endsAtOnce : {false, true}) {
-      EditorScene scene(library);
+      EditorScene scene(*library);
       scene.open();
       scene.render();
       for (const WindowPoint point : {kProgramName, kUserTab}) {

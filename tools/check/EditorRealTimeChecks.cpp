@@ -16,7 +16,6 @@ namespace sivray::check {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using vsthost::PluginLibrary;
 
 constexpr int kRate = 48000;
 constexpr int kBlock = 64;
@@ -25,7 +24,7 @@ constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kBlock / kRate};
 
 /// A value for every parameter, which differs from one block to the next. A sample moves within its step, since to read
 /// another one is no matter of the editor.
-void moveAll(vsthost::Host& host, int block) {
+void moveAll(hosting::HostedPlugin& host, int block) {
   const float value = static_cast<float>(block % 97) / 97.0F;
   for (int index = 0; index < host.parameterCount(); ++index) {
     const bool isSample = index < static_cast<int>(tesh::bramel::panel::kEffectTypeMacro) &&
@@ -79,8 +78,8 @@ Verdict whilePlaying(const CheckSettings& settings) {
   // A change takes the instrument's lock for a few stores, and so does the panel when it reads a value.
   constexpr std::int64_t kLocksToAWait = 1000;
   constexpr double kMostOfACore = 0.25;
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   const std::vector<int> before = threadsOfProcess();
   scene.open();
   const std::vector<int> panelThreads = newThreads(before);
@@ -126,8 +125,8 @@ Verdict atRest(const CheckSettings& settings) {
   constexpr double kMostClosed = 0.001;
   constexpr std::chrono::milliseconds kPictureKept{3500};  // JUCE lets go of the last picture after three seconds.
   const std::chrono::milliseconds time(settings.count(1500, 10000));
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   scene.render();
   const std::uint64_t picture = scene.settledPicture();
@@ -144,8 +143,8 @@ Verdict atRest(const CheckSettings& settings) {
 /// The panel shows the last values, whatever came before, on every page.
 Verdict afterAutomation(const CheckSettings& settings) {
   const int rounds = settings.count(100, 1000);
-  const PluginLibrary library(settings.libraryPath);
-  EditorScene scene(library);
+  const auto library = settings.load();
+  EditorScene scene(*library);
   scene.open();
   const auto setAll = [&](float value) {
     for (int index = 0; index < scene.host.parameterCount(); ++index) {

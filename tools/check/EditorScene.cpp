@@ -13,8 +13,6 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
-
 constexpr std::chrono::milliseconds kBetweenLooks{2};
 
 std::string newFolder() {
@@ -41,7 +39,7 @@ void EditorScene::letSettle() {
   // A key that no text field wants waits for the message thread. The first call may overtake events of the server.
   for (int round = 0; round < 3; ++round) {
     std::this_thread::sleep_for(kBetweenLooks);
-    host.call(effEditKeyUp);
+    host.settleEditor();
   }
 }
 
@@ -67,7 +65,7 @@ void EditorScene::showPage(std::size_t page) {
   letSettle();
 }
 
-std::vector<vsthost::HostCall> EditorScene::settledCalls() {
+std::vector<hosting::HostCall> EditorScene::settledCalls() {
   letSettle();
   return host.takeCalls();
 }

@@ -4,17 +4,18 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "check/Check.h"
 #include "check/Scene.h"
-#include "vsthost/Host.h"
-#include "vsthost/HostWindow.h"
+#include "hosting/HostWindow.h"
+#include "hosting/HostedPlugin.h"
 
 namespace sivray::check {
 
-inline constexpr vsthost::WindowSize kPanelSize{768, 468};
+inline constexpr hosting::WindowSize kPanelSize{768, 468};
 
 /// The checks of the editor by what they protect. Only where HostWindow::findServer gives true.
 std::vector<Check> editorLifeChecks();
@@ -26,11 +27,13 @@ std::vector<Check> editorProgramChecks();
 bool comesTrue(const std::function<bool()>& condition);
 
 class EditorScene {
- public:
-  explicit EditorScene(const vsthost::PluginLibrary& library) : host(library) {}
+  std::unique_ptr<hosting::HostedPlugin> instance;
 
-  void open() { host.call(tesh::bramel::vst::effEditOpen, 0, 0, window.handle()); }
-  void close() { host.call(tesh::bramel::vst::effEditClose); }
+ public:
+  explicit EditorScene(const hosting::PluginFile& file) : instance(file.makeInstance()) {}
+
+  void open() { host.openEditor(window.handle()); }
+  void close() { host.closeEditor(); }
 
   /// Renders a block of silence or of what sounds, without an event.
   void render(int frames = kPlainBlock);
@@ -43,10 +46,10 @@ class EditorScene {
   void showPage(std::size_t page);
 
   /// The calls to the host since the last time, after all that was done has had its effect.
-  std::vector<vsthost::HostCall> settledCalls();
+  std::vector<hosting::HostCall> settledCalls();
 
-  vsthost::Host host;
-  vsthost::HostWindow window;
+  hosting::HostedPlugin& host = *instance;
+  hosting::HostWindow window;
 
  private:
   std::vector<float> left = std::vector<float>(kLongestBlock);

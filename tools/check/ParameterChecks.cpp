@@ -10,10 +10,9 @@
 namespace sivray::check {
 namespace {
 
-using vsthost::Host;
-using vsthost::PluginLibrary;
+using hosting::HostedPlugin;
 
-int wrongEnds(Host& host, int index) {
+int wrongEnds(HostedPlugin& host, int index) {
   const float start = host.parameter(index);
   int wrong = start >= 0.0F && start <= 1.0F ? 0 : 1;
   for (const float value : {0.0F, 1.0F, 0.5F, start}) {
@@ -30,34 +29,35 @@ int wrongEnds(Host& host, int index) {
 }
 
 Verdict endsAndTexts(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  settle(host);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  settle(*host);
   int wrong = 0;
-  for (int index = 0; index < host.parameterCount(); ++index) {
-    wrong += wrongEnds(host, index);
+  for (int index = 0; index < host->parameterCount(); ++index) {
+    wrong += wrongEnds(*host, index);
   }
-  return verdict(wrong == 0 && host.parameterCount() > 0, "%d parameters, %d faults", host.parameterCount(), wrong);
+  return verdict(wrong == 0 && host->parameterCount() > 0, "%d parameters, %d faults", host->parameterCount(), wrong);
 }
 
 Verdict randomSets(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
   Random random(71);
   SoundFacts facts;
   int lost = 0;
   const int sets = settings.count(10, 50);
-  std::vector<float> values(static_cast<std::size_t>(host.parameterCount()));
+  std::vector<float> values(static_cast<std::size_t>(host->parameterCount()));
   for (int set = 0; set < 2 * sets; ++set) {
-    for (int index = 0; index < host.parameterCount(); ++index) {
+    for (int index = 0; index < host->parameterCount(); ++index) {
       float& value = values[static_cast<std::size_t>(index)];
       value = set % 2 == 0 ? random.unit() : static_cast<float>(random.below(2));
-      host.setParameter(index, value);
+      host->setParameter(index, value);
     }
     const int frames = 5 * kPlainBlock;
-    facts.add(play(host, hitsOver(frames, 300U + static_cast<std::uint32_t>(set), 400), frames, blocksOf(kPlainBlock)));
-    for (int index = 0; index < host.parameterCount(); ++index) {
-      lost += host.parameter(index) == values[static_cast<std::size_t>(index)] ? 0 : 1;
+    facts.add(
+        play(*host, hitsOver(frames, 300U + static_cast<std::uint32_t>(set), 400), frames, blocksOf(kPlainBlock)));
+    for (int index = 0; index < host->parameterCount(); ++index) {
+      lost += host->parameter(index) == values[static_cast<std::size_t>(index)] ? 0 : 1;
     }
   }
   return verdict(facts.isSane() && lost == 0, "%d random sets and %d at the ends, 5 blocks each, %d values lost", sets,

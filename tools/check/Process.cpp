@@ -14,6 +14,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #endif
 
 namespace sivray::check {
@@ -25,6 +26,7 @@ ProcessUse processUse() {
   PROCESS_MEMORY_COUNTERS counters{};
   if (GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters) != 0) {
     use.residentKiB = static_cast<std::int64_t>(counters.WorkingSetSize / 1024);
+    use.ownKiB = static_cast<std::int64_t>(counters.PagefileUsage / 1024);
   }
   DWORD handles = 0;
   GetProcessHandleCount(GetCurrentProcess(), &handles);
@@ -44,6 +46,8 @@ double processSeconds() { return 0.0; }
 std::vector<int> threadsOfProcess() { return {}; }
 
 double secondsOf(const std::vector<int>&) { return 0.0; }
+
+bool isMapped(const std::string&) { return false; }
 
 #else
 
@@ -74,12 +78,21 @@ ProcessUse processUse() {
 #endif
   std::ifstream statm("/proc/self/statm");
   std::int64_t pages = 0;
-  statm >> pages >> pages;
+  std::int64_t sharedPages = 0;
+  statm >> pages >> pages >> sharedPages;
   statm.close();
-  use.residentKiB = pages * (sysconf(_SC_PAGESIZE) / 1024);
+  const std::int64_t pageKiB = sysconf(_SC_PAGESIZE) / 1024;
+  use.residentKiB = pages * pageKiB;
+  use.ownKiB = (pages - sharedPages) * pageKiB;
   use.threads = entriesOf("/proc/self/task");
   use.files = entriesOf("/proc/self/fd");
   return use;
+}
+
+bool isMapped(const std::string& file) {
+  std::ifstream maps("/proc/self/maps");
+  const std::string all((std::istreambuf_iterator<char>(maps)), std::istreambuf_iterator<char>());
+  return all.find(file) != std::string::npos;
 }
 
 double threadSeconds() { return secondsOn(CLOCK_THREAD_CPUTIME_ID); }

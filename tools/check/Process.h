@@ -3,17 +3,22 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace sivray::check {
 
 struct ProcessUse {
   std::int64_t residentKiB = 0;
+  std::int64_t ownKiB = 0;  ///< Without the pages of mapped files, which come and go with the system's cache.
   int threads = 0;
   int files = 0;
 };
 
 ProcessUse processUse();
+
+/// Whether a file whose path ends thus is mapped into this process, as libraries are. False on Windows.
+bool isMapped(const std::string& file);
 
 /// Returns the CPU seconds that the calling thread has used.
 double threadSeconds();

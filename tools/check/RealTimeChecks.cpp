@@ -11,9 +11,7 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
-using vsthost::Host;
-using vsthost::PluginLibrary;
+using hosting::HostedPlugin;
 
 constexpr int kMacrosPerPad = 12;
 constexpr int kPadParameters = 96;
@@ -22,7 +20,7 @@ constexpr int kPadParameters = 96;
 bool choosesWave(int index) { return index < kPadParameters && index % kMacrosPerPad == 0; }
 
 /// Makes the changes that a song makes between two blocks.
-void stir(Host& host, Random& random, int block) {
+void stir(HostedPlugin& host, Random& random, int block) {
   for (int i = 0; i < 6; ++i) {
     host.queueNote(36 + random.below(8), random.below(128), random.below(256));
   }
@@ -45,20 +43,20 @@ Verdict callsInside(const CheckSettings& settings) {
   if (!CallCounter::works()) {
     return verdict(true, "not judged here");
   }
-  const PluginLibrary library(settings.libraryPath);
+  const auto library = settings.load();
   CallCounts counts;
   std::int64_t blocks = 0;
   for (const float rate : {kPlainRate, 48000.0F, 96000.0F}) {
-    Host host(library);
-    host.start(rate, 256);
+    const auto host = library->makeInstance();
+    host->start(rate, 256);
     std::vector<float> left(256);
     std::vector<float> right(256);
     Random random(131);
-    settle(host);
+    settle(*host);
     for (int block = 0; block < settings.count(2000, 20000); ++block, ++blocks) {
-      stir(host, random, block);
+      stir(*host, random, block);
       const CallCounter counter(counts);
-      host.process(left.data(), right.data(), 1 + random.below(256));
+      host->process(left.data(), right.data(), 1 + random.below(256));
     }
   }
   const bool clean = counts.allocations == 0 && counts.frees == 0 && counts.files == 0 && counts.waits == 0;
@@ -73,26 +71,26 @@ Verdict callsInside(const CheckSettings& settings) {
 Verdict worstBlock(const CheckSettings& settings) {
   constexpr double kBlockSeconds = 64.0 / 44100.0;
   constexpr double kMostShare = 0.2;
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  settle(host);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  settle(*host);
   Random random(141);
   std::vector<double> costs;
   std::vector<float> left(64);
   std::vector<float> right(64);
   for (int round = 0; round < settings.count(200, 2000); ++round) {
-    for (int index = 0; index < host.parameterCount(); ++index) {
+    for (int index = 0; index < host->parameterCount(); ++index) {
       if (!choosesWave(index)) {
-        host.setParameter(index, random.unit());
+        host->setParameter(index, random.unit());
       }
     }
     for (int pad = 0; pad < 8; ++pad) {
-      host.queueNote(36 + pad, 127, 8 * pad);
+      host->queueNote(36 + pad, 127, 8 * pad);
     }
     const double before = threadSeconds();
-    host.process(left.data(), right.data(), 64);
+    host->process(left.data(), right.data(), 64);
     costs.push_back(threadSeconds() - before);
-    settle(host);
+    settle(*host);
   }
   std::sort(costs.begin(), costs.end());
   const double median = costs[costs.size() / 2] / kBlockSeconds;
@@ -106,20 +104,20 @@ Verdict speed(const CheckSettings& settings) {
   constexpr double kLeastFactor = 120.0;
   constexpr int kRate = 48000;
   constexpr int kTypes = 26;
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  host.setSampleRate(static_cast<float>(kRate));
-  warm(host, PadSends::on);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  host->setSampleRate(static_cast<float>(kRate));
+  warm(*host, PadSends::on);
   const std::vector<Hit> hits = hitsOver(kRate, 161, 80);
   double slowest = 1e9;
   int slowestType = 0;
   for (int type = 0; type < kTypes; ++type) {
-    setNamed(host, "FX Type", static_cast<float>(type) / static_cast<float>(kTypes - 1));
-    settle(host);
+    setNamed(*host, "FX Type", static_cast<float>(type) / static_cast<float>(kTypes - 1));
+    settle(*host);
     double least = 1e9;
     for (int round = 0; round < settings.count(2, 10); ++round) {
       const double before = threadSeconds();
-      play(host, hits, kRate, blocksOf(128));
+      play(*host, hits, kRate, blocksOf(128));
       least = std::min(least, threadSeconds() - before);
     }
     if (1.0 / least < slowest) {
@@ -147,14 +145,14 @@ double millisecondsOf(int runs, Action action) {
 Verdict waitingTimes(const CheckSettings& settings) {
   constexpr double kMostForState = 5.0;
   constexpr double kMostForInstance = 80.0;
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  settle(host);
-  const std::vector<std::uint8_t> state = host.chunk();
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  settle(*host);
+  const std::vector<std::uint8_t> state = host->chunk();
   const int runs = settings.count(20, 200);
-  const double saving = millisecondsOf(runs, [&] { host.chunk(); });
-  const double loading = millisecondsOf(runs, [&] { host.setChunk(state); });
-  const double making = millisecondsOf(runs, [&] { const Host another(library); });
+  const double saving = millisecondsOf(runs, [&] { host->chunk(); });
+  const double loading = millisecondsOf(runs, [&] { host->setChunk(state); });
+  const double making = millisecondsOf(runs, [&] { const auto another = library->makeInstance(); });
   const bool fast = saving <= kMostForState && loading <= kMostForState && making <= kMostForInstance;
   return verdict(isSanitized() || fast, "state saved in %.2f ms and loaded in %.2f ms, an instance made in %.1f ms",
                  saving, loading, making);
@@ -163,9 +161,9 @@ Verdict waitingTimes(const CheckSettings& settings) {
 Verdict soak(const CheckSettings& settings) {
   constexpr double kLeastFactor = 100.0;
   constexpr std::int64_t kLeakKiB = 256;
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  host.start(48000.0F, 256);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  host->start(48000.0F, 256);
   const double minutes =
       settings.soakHours > 0.0 ? 60.0 * settings.soakHours : settings.count(isSanitized() ? 1 : 3, 10);
   const auto blocks = static_cast<std::int64_t>(minutes * 60.0 * 48000.0 / 256.0);
@@ -177,10 +175,10 @@ Verdict soak(const CheckSettings& settings) {
   double spent = 0.0;
   for (std::int64_t block = 0; block < blocks; ++block) {
     if (block % 16 == 0) {
-      stir(host, random, static_cast<int>(block % 1000000));
+      stir(*host, random, static_cast<int>(block % 1000000));
     }
     const double before = threadSeconds();
-    host.process(left.data(), right.data(), 256);
+    host->process(left.data(), right.data(), 256);
     spent += threadSeconds() - before;
     facts.add(left.data(), 256);
     facts.add(right.data(), 256);
@@ -189,7 +187,7 @@ Verdict soak(const CheckSettings& settings) {
     }
   }
   const ProcessUse end = processUse();
-  const std::int64_t growth = end.residentKiB - warm.residentKiB;
+  const std::int64_t growth = end.ownKiB - warm.ownKiB;
   const double factor = minutes * 60.0 / spent;
   const bool fast = isSanitized() || (factor >= kLeastFactor && growth <= kLeakKiB);
   return verdict(facts.notNumbers == 0 && fast && end.threads == warm.threads,

@@ -34,7 +34,7 @@ Partition randomBlocks(std::uint32_t seed, int longest) {
   return [random = std::make_shared<Random>(seed), longest] { return 1 + random->below(longest); };
 }
 
-Sound play(vsthost::Host& host, const std::vector<Hit>& hits, int frames, const Partition& partition) {
+Sound play(hosting::HostedPlugin& host, const std::vector<Hit>& hits, int frames, const Partition& partition) {
   Sound sound{std::vector<float>(static_cast<std::size_t>(frames)),
               std::vector<float>(static_cast<std::size_t>(frames))};
   auto hit = hits.begin();
@@ -49,18 +49,18 @@ Sound play(vsthost::Host& host, const std::vector<Hit>& hits, int frames, const 
   return sound;
 }
 
-SoundFacts playPlain(vsthost::Host& host, int frames, std::uint32_t seed) {
+SoundFacts playPlain(hosting::HostedPlugin& host, int frames, std::uint32_t seed) {
   SoundFacts facts;
   facts.add(play(host, hitsOver(frames, seed), frames, blocksOf(kPlainBlock)));
   return facts;
 }
 
-void settle(vsthost::Host& host) {
+void settle(hosting::HostedPlugin& host) {
   Sound ignored{std::vector<float>(kPlainBlock), std::vector<float>(kPlainBlock)};
   host.process(ignored.left.data(), ignored.right.data(), kPlainBlock);
 }
 
-void warm(vsthost::Host& host, PadSends sends) {
+void warm(hosting::HostedPlugin& host, PadSends sends) {
   for (const char* send : {"P1 FX Send", "P2 FX Send", "P3 FX Send", "P4 FX Send", "P5 FX Send", "P6 FX Send",
                            "P7 FX Send", "P8 FX Send"}) {
     setNamed(host, send, sends == PadSends::on ? 1.0F : 0.0F);
@@ -74,7 +74,7 @@ void warm(vsthost::Host& host, PadSends sends) {
   }
 }
 
-int indexOf(vsthost::Host& host, const char* name) {
+int indexOf(hosting::HostedPlugin& host, const char* name) {
   for (int index = 0; index < host.parameterCount(); ++index) {
     if (host.parameterName(index) == name) {
       return index;
@@ -83,7 +83,7 @@ int indexOf(vsthost::Host& host, const char* name) {
   return -1;
 }
 
-void setNamed(vsthost::Host& host, const char* name, float value) {
+void setNamed(hosting::HostedPlugin& host, const char* name, float value) {
   if (const int index = indexOf(host, name); index >= 0) {
     host.setParameter(index, value);
   }

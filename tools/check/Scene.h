@@ -9,7 +9,7 @@
 
 #include "check/Sound.h"
 #include "core/EngineRate.h"
-#include "vsthost/Host.h"
+#include "hosting/HostedPlugin.h"
 
 namespace sivray::check {
 
@@ -48,26 +48,26 @@ Partition blocksOf(int frames);
 Partition randomBlocks(std::uint32_t seed, int longest);
 
 /// Renders hits in blocks whose lengths the partition chooses.
-Sound play(vsthost::Host& host, const std::vector<Hit>& hits, int frames, const Partition& partition);
+Sound play(hosting::HostedPlugin& host, const std::vector<Hit>& hits, int frames, const Partition& partition);
 
 /// Plays the hits of `seed` in blocks of kPlainBlock frames, to hear whether the plug-in still works.
-SoundFacts playPlain(vsthost::Host& host, int frames, std::uint32_t seed = 1);
+SoundFacts playPlain(hosting::HostedPlugin& host, int frames, std::uint32_t seed = 1);
 
 /// Renders a block, so that the plug-in applies a new state or program; a change of effect has its crossfade in this
 /// block.
-void settle(vsthost::Host& host);
+void settle(hosting::HostedPlugin& host);
 
 /// Whether all pads send to the effect, or none.
 enum class PadSends { off, on };
 
 /// Gives all pads the same send and plays every voice twice. Afterwards all voices have equal gates and fades, so the
 /// samples no longer depend on which voice a note gets, which in turn depends on the block boundaries.
-void warm(vsthost::Host& host, PadSends sends);
+void warm(hosting::HostedPlugin& host, PadSends sends);
 
 /// Returns the host index of a parameter by its name, or -1.
-int indexOf(vsthost::Host& host, const char* name);
+int indexOf(hosting::HostedPlugin& host, const char* name);
 
 /// Sets a parameter by its name; does nothing if there is none.
-void setNamed(vsthost::Host& host, const char* name, float value);
+void setNamed(hosting::HostedPlugin& host, const char* name, float value);
 
 }  // namespace sivray::check

@@ -11,9 +11,7 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
-using vsthost::Host;
-using vsthost::PluginLibrary;
+using hosting::HostedPlugin;
 using Bytes = std::vector<std::uint8_t>;
 
 /// Offset of the content: after the tag, the map's head, the key and the length of the bytes.
@@ -47,7 +45,8 @@ Bytes withoutIds(Bytes state) {
 /// Passes a state through several hosts in turn; each loads and saves it.
 class RoundTrip {
  public:
-  explicit RoundTrip(const CheckSettings& settings) : library(settings.libraryPath), full(settings.full) {}
+  explicit RoundTrip(const CheckSettings& settings)
+      : library(settings.load()), full(settings.full), firstInstance(library->makeInstance()) {}
 
   /// Loads `state` into one plug-in, loads what that saves into another, and compares what both save. Each plays a
   /// block first, since the engine's own values follow the macros only then.
@@ -56,7 +55,7 @@ class RoundTrip {
     settle(first);
     const Bytes saved = first.chunk();
     if (full || trips % kFreshEvery == 0) {
-      second = std::make_unique<Host>(library);
+      second = library->makeInstance();
     }
     second->setChunk(saved);
     settle(*second);
@@ -70,19 +69,18 @@ class RoundTrip {
  private:
   static constexpr int kFreshEvery = 10;
 
-  PluginLibrary library;
+  std::unique_ptr<hosting::PluginFile> library;
   bool full;
+  std::unique_ptr<HostedPlugin> firstInstance;
+  std::unique_ptr<HostedPlugin> second;
 
  public:
-  Host first{library};
-
- private:
-  std::unique_ptr<Host> second;
+  HostedPlugin& first = *firstInstance;
 };
 
 Verdict roundTrips(const CheckSettings& settings) {
   RoundTrip trip(settings);
-  trip.first.call(effGetProgram);
+  trip.first.currentProgram();
   render::PluginModel model;
   if (!model.takeIn(trip.first.chunk())) {
     return verdict(false, "the plug-in gives a state that cannot be read");
@@ -111,7 +109,7 @@ Verdict roundTrips(const CheckSettings& settings) {
 /// Broken states; none of them may change anything.
 class BrokenStates {
  public:
-  explicit BrokenStates(Host& plugin) : host(plugin), good(plugin.chunk()) {}
+  explicit BrokenStates(HostedPlugin& plugin) : host(plugin), good(plugin.chunk()) {}
 
   const Bytes& valid() const { return good; }
 
@@ -128,7 +126,7 @@ class BrokenStates {
   int changed = 0;
 
  private:
-  Host& host;
+  HostedPlugin& host;
   Bytes good;
 };
 
@@ -165,10 +163,10 @@ void giveWildSizes(BrokenStates& broken) {
 }
 
 Verdict badStates(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  settle(host);
-  BrokenStates broken(host);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  settle(*host);
+  BrokenStates broken(*host);
   const Bytes& good = broken.valid();
   broken.give({});
   const auto size = static_cast<int>(good.size());
@@ -187,7 +185,7 @@ Verdict badStates(const CheckSettings& settings) {
     }
     broken.give(noise);
   }
-  const bool alive = playPlain(host, 22050).isHeard();
+  const bool alive = playPlain(*host, 22050).isHeard();
   return verdict(broken.changed == 0 && alive, "%d broken states, %d changed anything", broken.given, broken.changed);
 }
 

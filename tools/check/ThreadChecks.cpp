@@ -11,14 +11,12 @@
 namespace sivray::check {
 namespace {
 
-using namespace tesh::bramel::vst;
-using vsthost::Host;
-using vsthost::PluginLibrary;
+using hosting::HostedPlugin;
 
 /// Renders blocks on its own thread until stopped.
 class AudioThread {
  public:
-  explicit AudioThread(Host& plugin) : host(plugin), thread([this] { run(); }) {}
+  explicit AudioThread(HostedPlugin& plugin) : host(plugin), thread([this] { run(); }) {}
   ~AudioThread() { finish(); }
 
   void finish() {
@@ -45,21 +43,21 @@ class AudioThread {
     }
   }
 
-  Host& host;
+  HostedPlugin& host;
   std::atomic<bool> stopping{false};
   std::thread thread;
 };
 
 Verdict anotherThread(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  host.start(kPlainRate, 256);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  host->start(kPlainRate, 256);
   const int wanted = settings.count(2000, 9999);
-  AudioThread audio(host);
+  AudioThread audio(*host);
   while (audio.blocks < wanted) {
     // Calls that a host makes while it plays.
-    host.call(effGetProgram);
-    host.parameterText(0);
+    host->currentProgram();
+    host->parameterText(0);
     std::this_thread::yield();
   }
   audio.finish();
@@ -67,18 +65,18 @@ Verdict anotherThread(const CheckSettings& settings) {
 }
 
 Verdict parametersFromTwoThreads(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  AudioThread audio(host);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  AudioThread audio(*host);
   const int rounds = settings.count(isSanitized() ? 5 : 50, 500);
   // Waves are not changed here: another check covers reading them.
   const auto write = [&](std::uint32_t seed) {
     Random random(seed);
     for (int round = 0; round < rounds; ++round) {
-      for (int index = 0; index < host.parameterCount(); ++index) {
+      for (int index = 0; index < host->parameterCount(); ++index) {
         if (index >= 96 || index % 12 != 0) {
-          host.setParameter(index, random.unit());
-          host.parameter(index);
+          host->setParameter(index, random.unit());
+          host->parameter(index);
         }
       }
       // As in a host, the threads sleep in between; otherwise they would hold the plug-in's lock almost all the time.
@@ -90,15 +88,15 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
   other.join();
   audio.finish();
   return verdict(audio.facts.isSane() && audio.blocks > 0, "%d rounds of %d parameters from two threads, %d blocks",
-                 rounds, host.parameterCount(), audio.blocks.load());
+                 rounds, host->parameterCount(), audio.blocks.load());
 }
 
 Verdict loadsWhilePlaying(const CheckSettings& settings) {
-  const PluginLibrary library(settings.libraryPath);
-  Host host(library);
-  host.call(effGetProgram);
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  host->currentProgram();
   render::PluginModel model;
-  if (!model.takeIn(host.chunk())) {
+  if (!model.takeIn(host->chunk())) {
     return verdict(false, "the plug-in gives a state that cannot be read");
   }
   std::vector<std::vector<std::uint8_t>> programs;
@@ -106,15 +104,15 @@ Verdict loadsWhilePlaying(const CheckSettings& settings) {
     model.selectProgram(program.number);
     programs.push_back(model.state());
   }
-  AudioThread audio(host);
+  AudioThread audio(*host);
   Random random(121);
   const int loads = settings.count(isSanitized() ? 10 : 100, 1000);
   for (int load = 0; load < loads; ++load) {
-    host.setChunk(programs[static_cast<std::size_t>(random.below(static_cast<int>(programs.size())))]);
-    host.chunk();
+    host->setChunk(programs[static_cast<std::size_t>(random.below(static_cast<int>(programs.size())))]);
+    host->chunk();
     const int wavePad = 12 * random.below(8);
-    if (wavePad < host.parameterCount()) {
-      host.setParameter(wavePad, random.unit());
+    if (wavePad < host->parameterCount()) {
+      host->setParameter(wavePad, random.unit());
     }
   }
   audio.finish();

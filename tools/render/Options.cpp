@@ -115,6 +115,7 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--scale", [](Options& o, Text n, Text v) { o.panelScale = numberIn(n, v, kLeastScale, kGreatestScale); }},
       {"--lit", [](Options& o, Text n, Text v) { o.litPads.push_back(static_cast<int>(numberIn(n, v, 1, 8))); }},
       {"--library", textOption(&Options::libraryPath)},
+      {"--only", [](Options& o, Text, Text v) { o.checkOnly = v; }},
       {"--soak", [](Options& o, Text n, Text v) { o.soakHours = numberIn(n, v, 0, kLongestSoak); }},
   };
   return table;
@@ -159,7 +160,7 @@ std::string helpText() {
   return "Usage: sivray-render IN.mid -o OUT.wav [options]\n"
          "       sivray-render --list-programs\n"
          "       sivray-render --panel FILE.png [--program NAME] [--page NAME] [--open WHAT] [--scale S]\n"
-         "       sivray-render --check [--full] [--soak HOURS]\n"
+         "       sivray-render --check [--only TEXT] [--full] [--soak HOURS]\n"
          "\n"
          "Plays a MIDI file through the Sivray plug-in into a stereo WAV file. Notes 36 to 43 play pads 0 to 7; a "
          "text\n"
@@ -195,7 +196,8 @@ std::string helpText() {
          "  --library FILE        the plug-in to play ($SIVRAY_LIBRARY, else Sivray/Sivray.so near this program)\n"
          "  --direct              plays the same instrument without the plug-in around it, at 44100 Hz\n"
          "  --check               checks the plug-in as a strict host would, one line a check; --full takes the full\n"
-         "                        numbers, --soak HOURS adds a long rendering\n"
+         "                        numbers, --soak HOURS adds a long rendering, --only TEXT runs the checks\n"
+         "                        with that text in their names\n"
          "  --quiet               no progress bar and no closing line\n"
          "  -h, --help            this text\n";
 }

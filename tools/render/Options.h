@@ -42,6 +42,7 @@ struct Options {
   std::vector<int> litPads;  ///< 1 to 8.
   bool check = false;
   bool fullCheck = false;
+  std::string checkOnly;  ///< Runs only the checks whose names hold this text.
   double soakHours = 0.0;
 };
 

@@ -10,6 +10,8 @@ namespace {
 int check(const sivray::render::Options& options) {
   sivray::check::CheckSettings settings;
   settings.libraryPath = sivray::vsthost::findLibrary(options.libraryPath.value_or(""));
+  settings.formPath = settings.libraryPath;
+  settings.only = options.checkOnly;
   settings.full = options.fullCheck;
   settings.soakHours = options.soakHours;
   return sivray::check::runChecks(settings);

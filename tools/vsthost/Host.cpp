@@ -68,6 +68,11 @@ void Host::setSampleRate(float sampleRate) {
   call(effSetSampleRate, 0, 0, nullptr, sampleRate);
 }
 
+void Host::restart() {
+  call(effMainsChanged, 0, 0);
+  call(effMainsChanged, 0, 1);
+}
+
 std::string Host::parameterName(int index) {
   std::array<char, 256> text{};
   call(effGetParamName, index, 0, text.data());
@@ -93,9 +98,33 @@ void Host::setChunk(std::span<const std::uint8_t> bytes) {
   call(effSetChunk, 0, static_cast<std::intptr_t>(copy.size()), copy.data());
 }
 
-void Host::queueNote(int note, int velocity, int frame) {
-  const std::array<std::uint8_t, 3> bytes{0x90, static_cast<std::uint8_t>(note), static_cast<std::uint8_t>(velocity)};
-  queueMidi(bytes, frame);
+std::string Host::programName(int index) {
+  std::array<char, 256> text{};
+  call(effGetProgramNameIndexed, index, 0, text.data());
+  return textOf(text);
+}
+
+void Host::selectProgram(int index) { call(effSetProgram, 0, index); }
+
+void Host::openEditor(void* window) { call(effEditOpen, 0, 0, window); }
+
+void Host::closeEditor() { call(effEditClose); }
+
+hosting::WindowSize Host::editorSize() {
+  ERect* rectangle = nullptr;
+  call(effEditGetRect, 0, 0, &rectangle);
+  return rectangle == nullptr ? hosting::WindowSize{} : hosting::WindowSize{rectangle->right, rectangle->bottom};
+}
+
+bool Host::setEditorScale(float scale) {
+  constexpr std::int32_t kVendor = 0x50726553;         // 'PreS'
+  constexpr std::intptr_t kContentScale = 0x41654373;  // 'AeCs'
+  return call(effVendorSpecific, kVendor, kContentScale, nullptr, scale) == 1;
+}
+
+void Host::settleEditor() {
+  // A key that no text field wants waits for the message thread.
+  call(effEditKeyUp);
 }
 
 void Host::process(float* left, float* right, int frames) {
@@ -146,13 +175,6 @@ std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_
     case audioMasterProcessEvents:
       keepMidi(static_cast<const VstEvents*>(ptr));
       return 1;
-    case audioMasterAutomate:
-    case audioMasterBeginEdit:
-    case audioMasterEndEdit:
-    case audioMasterUpdateDisplay:
-    case audioMasterSizeWindow:
-      keep({opcode, index, opt, value});
-      return 1;
     case audioMasterGetSampleRate:
       return static_cast<std::intptr_t>(rate);
     case audioMasterGetBlockSize:
@@ -166,20 +188,43 @@ std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_
       }
       return 1;
     default:
-      return 0;
+      return keepCall(opcode, index, value, opt) ? 1 : 0;
   }
 }
 
-void Host::keep(const HostCall& call) {
+bool Host::keepCall(std::int32_t opcode, std::int32_t index, std::intptr_t value, float opt) {
+  using Kind = hosting::HostCallKind;
+  switch (opcode) {
+    case audioMasterAutomate:
+      keep({Kind::automate, index, opt, {}});
+      return true;
+    case audioMasterBeginEdit:
+      keep({Kind::beginEdit, index, 0.0F, {}});
+      return true;
+    case audioMasterEndEdit:
+      keep({Kind::endEdit, index, 0.0F, {}});
+      return true;
+    case audioMasterUpdateDisplay:
+      keep({Kind::updateDisplay, 0, 0.0F, {}});
+      return true;
+    case audioMasterSizeWindow:
+      keep({Kind::sizeWindow, 0, 0.0F, {index, static_cast<int>(value)}});
+      return true;
+    default:
+      return false;
+  }
+}
+
+void Host::keep(const hosting::HostCall& call) {
   const std::lock_guard lock(keptMutex);
   if (calls.size() < kMostCalls) {
     calls.push_back(call);
   }
 }
 
-std::vector<HostCall> Host::takeCalls() {
+std::vector<hosting::HostCall> Host::takeCalls() {
   const std::lock_guard lock(keptMutex);
-  std::vector<HostCall> taken(calls);
+  std::vector<hosting::HostCall> taken(calls);
   calls.clear();
   return taken;
 }

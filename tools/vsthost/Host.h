@@ -14,6 +14,7 @@
 
 #include "host/vst/VstOpcodes.h"
 #include "host/vst/VstRecords.h"
+#include "hosting/HostedPlugin.h"
 #include "vsthost/EventList.h"
 #include "vsthost/PluginLibrary.h"
 
@@ -27,74 +28,66 @@ struct HostManners {
   bool answersNull = false;  ///< Every answer is 0 and no text is written.
 };
 
-/// A recorded call from the plug-in to the host.
-struct HostCall {
-  std::int32_t opcode = 0;
-  std::int32_t index = 0;
-  float value = 0.0F;
-  std::intptr_t number = 0;
-};
-
-/// All calls must come from one thread, except `process` and `queueMidi`, which may come from another. Those two do not
-/// allocate.
-class Host {
+class Host final : public hosting::HostedPlugin {
  public:
   /// Calls the library's entry and opens the instance. Throws HostError when it returns none.
   explicit Host(const PluginLibrary& library, HostManners manners = {});
   /// Suspends the plug-in if it runs, and closes it.
-  ~Host();
-  Host(const Host&) = delete;
-  Host& operator=(const Host&) = delete;
+  ~Host() override;
 
   tesh::bramel::vst::AEffect& effect() { return *plugin; }
   std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
                      float opt = 0.0F);
 
-  /// Sets rate (Hz) and block size (frames), and resumes. Resuming takes the plug-in 300 ms.
-  void start(float sampleRate, int longestBlock);
+  /// Resuming takes the plug-in 300 ms.
+  void start(float sampleRate, int longestBlock) override;
   void stop();
-  bool isRunning() const { return running; }
+  void setSampleRate(float sampleRate) override;
+  void restart() override;
 
-  /// Changes the rate, in Hz, while running.
-  void setSampleRate(float sampleRate);
+  int parameterCount() const override { return plugin->numParams; }
+  void setParameter(int index, float value) override { plugin->setParameter(plugin, index, value); }
+  float parameter(int index) override { return plugin->getParameter(plugin, index); }
+  std::string parameterName(int index) override;
+  std::string parameterText(int index) override;
 
-  int parameterCount() const { return plugin->numParams; }
-  void setParameter(int index, float value) { plugin->setParameter(plugin, index, value); }
-  float parameter(int index) { return plugin->getParameter(plugin, index); }
-  std::string parameterName(int index);
-  std::string parameterText(int index);
+  std::vector<std::uint8_t> chunk() override;
+  void setChunk(std::span<const std::uint8_t> bytes) override;
 
-  std::vector<std::uint8_t> chunk();
-  void setChunk(std::span<const std::uint8_t> bytes);
+  int currentProgram() override { return static_cast<int>(call(tesh::bramel::vst::effGetProgram)); }
+  int programCount() override { return plugin->numPrograms; }
+  std::string programName(int index) override;
+  void selectProgram(int index) override;
+  int latencyFrames() override { return plugin->initialDelay; }
 
-  /// Queues an event at `frame` of the next block.
-  void queueMidi(std::span<const std::uint8_t> bytes, int frame) { events.add(bytes, frame); }
-  void queueNote(int note, int velocity, int frame);
+  void queueMidi(std::span<const std::uint8_t> bytes, int frame) override { events.add(bytes, frame); }
+  /// Queues an event of any kind, which must stay valid until the block has been rendered.
+  void queueForeign(void* event) { events.addForeign(event); }
+  void process(float* left, float* right, int frames) override;
 
-  /// Sends the queued events and renders a block into `left` and `right`.
-  void process(float* left, float* right, int frames);
+  void openEditor(void* window) override;
+  void closeEditor() override;
+  hosting::WindowSize editorSize() override;
+  bool setEditorScale(float scale) override;
+  void settleEditor() override;
 
-  double tempo = 120.0;
-  bool playing = true;
+  std::vector<hosting::HostCall> takeCalls() override;
+  std::vector<std::array<std::uint8_t, 4>> takeMidi() override;
 
-  /// Returns the calls recorded since the last time, on any thread: automation, edits, display changes and sizes of the
-  /// window. Calls past the reserved capacity are dropped.
-  std::vector<HostCall> takeCalls();
-  /// The MIDI messages recorded since the last time, likewise.
-  std::vector<std::array<std::uint8_t, 4>> takeMidi();
   int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.
 
  private:
   static std::intptr_t SIVRAY_VST_CALL audioMaster(tesh::bramel::vst::AEffect* effect, std::int32_t opcode,
                                                    std::int32_t index, std::intptr_t value, void* ptr, float opt);
   std::intptr_t answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
+  bool keepCall(std::int32_t opcode, std::int32_t index, std::intptr_t value, float opt);
   void keepMidi(const tesh::bramel::vst::VstEvents* list);
 
-  void keep(const HostCall& call);
+  void keep(const hosting::HostCall& call);
 
   HostManners ways;
   std::mutex keptMutex;
-  std::vector<HostCall> calls;
+  std::vector<hosting::HostCall> calls;
   std::vector<std::array<std::uint8_t, 4>> midiOut;
   tesh::bramel::vst::AEffect* plugin = nullptr;
   tesh::bramel::vst::VstTimeInfo time{};

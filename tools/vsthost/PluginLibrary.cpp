@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "platform/SpecialFolders.h"
+#include "vsthost/Host.h"
 
 namespace sivray::vsthost {
 namespace {
@@ -37,6 +38,8 @@ PluginLibrary::PluginLibrary(const std::string& file) : libraryPath(fileAt(file)
     throw HostError("'" + file + "' is no plug-in: it has no entry VSTPluginMain");
   }
 }
+
+std::unique_ptr<hosting::HostedPlugin> PluginLibrary::makeInstance() const { return std::make_unique<Host>(*this); }
 
 std::string findLibrary(const std::string& chosen) {
   if (!chosen.empty()) {

@@ -4,25 +4,24 @@
 
 #include <juce_core/juce_core.h>
 
-#include <stdexcept>
+#include <memory>
 #include <string>
 
 #include "host/vst/VstRecords.h"
+#include "hosting/HostedPlugin.h"
 
 namespace sivray::vsthost {
 
-/// Thrown when the plug-in cannot be loaded or opened. The text names the file.
-class HostError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+using hosting::HostError;
 
-class PluginLibrary {
+class PluginLibrary final : public hosting::PluginFile {
  public:
   using Entry = tesh::bramel::vst::AEffect* (*)(tesh::bramel::vst::AudioMasterCallback);
 
   /// Loads the library. Throws HostError when it cannot be loaded or has no entry.
   explicit PluginLibrary(const std::string& file);
+
+  std::unique_ptr<hosting::HostedPlugin> makeInstance() const override;
 
   const std::string& path() const { return libraryPath; }
   Entry entry() const { return entryPoint; }

@@ -6,7 +6,7 @@
 
 #include <sys/types.h>
 
-namespace sivray::vsthost {
+namespace sivray::hosting {
 
 class XServer {
  public:
@@ -25,4 +25,4 @@ class XServer {
   pid_t process = -1;
 };
 
-}  // namespace sivray::vsthost
+}  // namespace sivray::hosting

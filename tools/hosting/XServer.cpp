@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
-#include "vsthost/XServer.h"
+#include "hosting/XServer.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -11,7 +11,7 @@
 
 #include <array>
 
-namespace sivray::vsthost {
+namespace sivray::hosting {
 namespace {
 
 /// What the new process runs. Xvfb writes the number of its display into `file`.
@@ -55,6 +55,6 @@ XServer::~XServer() {
   }
 }
 
-}  // namespace sivray::vsthost
+}  // namespace sivray::hosting
 
 #endif

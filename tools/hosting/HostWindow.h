@@ -6,13 +6,9 @@
 #include <cstdint>
 #include <memory>
 
-namespace sivray::vsthost {
+#include "hosting/HostedPlugin.h"
 
-struct WindowSize {
-  int width = 0;
-  int height = 0;
-  bool operator==(const WindowSize&) const = default;
-};
+namespace sivray::hosting {
 
 struct WindowPoint {
   int x = 0;
@@ -65,4 +61,4 @@ class HostWindow {
   std::unique_ptr<Connection> connection;
 };
 
-}  // namespace sivray::vsthost
+}  // namespace sivray::hosting

@@ -8,10 +8,10 @@
 #include <cstdlib>
 #include <vector>
 
-#include "vsthost/HostWindow.h"
-#include "vsthost/XServer.h"
+#include "hosting/HostWindow.h"
+#include "hosting/XServer.h"
 
-namespace sivray::vsthost {
+namespace sivray::hosting {
 namespace {
 
 constexpr WindowSize kWindow{1600, 960};
@@ -194,6 +194,6 @@ void HostWindow::strike(unsigned long keysym) {
   }
 }
 
-}  // namespace sivray::vsthost
+}  // namespace sivray::hosting
 
 #endif
