@@ -66,6 +66,30 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   else()
     target_link_libraries(sivray_juce INTERFACE sivray_juce_modules ${juce_libraries})
   endif()
+
+  # The modules that all forms but VST 2 need on top, compiled once for all of them. Whoever uses sound devices links ALSA.
+  add_library(sivray_juce_client_modules STATIC EXCLUDE_FROM_ALL)
+  set_target_properties(sivray_juce_client_modules PROPERTIES OUTPUT_NAME sivray_juce_client)
+  foreach(module juce_gui_extra juce_audio_processors juce_audio_devices juce_audio_utils)
+    get_target_property(sources juce::${module} INTERFACE_SOURCES)
+    list(FILTER sources INCLUDE REGEX "/${module}/[a-z0-9_]*\\.cpp$")
+    target_sources(sivray_juce_client_modules PRIVATE ${sources})
+    list(APPEND client_modules JUCE_MODULE_AVAILABLE_${module}=1)
+  endforeach()
+  target_link_libraries(sivray_juce_client_modules PRIVATE sivray_juce)
+  target_include_directories(sivray_juce_client_modules PRIVATE ${X11_INCLUDE_DIR})
+  target_compile_definitions(sivray_juce_client_modules PUBLIC ${client_modules}
+    JUCE_ALSA=1 JUCE_JACK=1 JUCE_JACK_CLIENT_NAME="Sivray" JUCE_PLUGINHOST_VST=0 JUCE_VST3_CAN_REPLACE_VST2=0)
+  target_compile_options(sivray_juce_client_modules PRIVATE -O1 -g0)
+
+  add_library(sivray_juce_client INTERFACE)
+  target_compile_definitions(sivray_juce_client INTERFACE
+    $<TARGET_PROPERTY:sivray_juce_client_modules,INTERFACE_COMPILE_DEFINITIONS>)
+  if(SIVRAY_FROM_RELEASE AND NOT CMAKE_CROSSCOMPILING)
+    target_link_libraries(sivray_juce_client INTERFACE "${SIVRAY_RELEASE_BUILD}/libsivray_juce_client.a" sivray_juce)
+  else()
+    target_link_libraries(sivray_juce_client INTERFACE sivray_juce_client_modules sivray_juce)
+  endif()
 endif()
 
 # sivray_precompile_juce(<target>)

@@ -23,7 +23,7 @@ class KitFolder {
  public:
   static constexpr std::size_t kMacrosPerPad = 6;
 
-  KitFolder() : samples(assortedWaves(12, 9000)) {
+  explicit KitFolder(const std::vector<Wave>& waves = assortedWaves(12, 9000)) : samples(waves) {
     buildMacros();
     const std::filesystem::path folder = commonFiles() / "Tesh/Bramel/Macro/Sivray";
     std::filesystem::create_directories(folder);

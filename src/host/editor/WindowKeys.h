@@ -14,6 +14,9 @@ bool hasKeyboardFocus(void* window);
 /// The window with the focus, if it shares the top-level window with `window` and does not lie inside it; else null.
 void* focusedBeside(void* window);
 
+/// The window that `window` stands in; null if there is none.
+void* parentOf(void* window);
+
 void giveKeyboardFocusTo(void* window);
 
 /// Sees to it that the message loop takes the window's events that were read from the system together with an answer,

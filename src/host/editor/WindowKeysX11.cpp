@@ -71,6 +71,10 @@ void* focusedBeside(void* window) {
   return isHosts ? reinterpret_cast<void*>(focused) : nullptr;  // NOLINT(performance-no-int-to-ptr): an id.
 }
 
+void* parentOf(void* window) {
+  return reinterpret_cast<void*>(Ancestry(handleOf(window)).parent);  // NOLINT(performance-no-int-to-ptr): an id.
+}
+
 void giveKeyboardFocusTo(void* window) {
   XSetInputFocus(display(), handleOf(window), RevertToParent, CurrentTime);
   XFlush(display());

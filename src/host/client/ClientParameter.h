@@ -1,0 +1,48 @@
+// A parameter as JUCE's wrappers see it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::vst {
+
+/// Wrappers read values on the audio thread, even inside a block of their own, so that the value is kept here: the
+/// shell would have to be locked. Values are normalised, 0 to 1. Any thread, unless it says otherwise.
+class ClientParameter final : public juce::AudioProcessorParameterWithID {
+ public:
+  /// `id` is the shell's number of a macro, which never changes its meaning: hosts know the parameter by it.
+  ClientParameter(std::shared_ptr<BramelInstrument> instrument, std::uint64_t id);
+
+  float getValue() const override { return value; }
+
+  /// A write of the host. A value outside 0 to 1 is ignored. Audio thread too.
+  void setValue(float newValue) override;
+
+  /// Takes over the value that the shell has. Audio thread too.
+  void refresh();
+
+  float getDefaultValue() const override;
+  int getNumSteps() const override { return steps; }
+  /// True for few values, which hosts show as a list.
+  bool isDiscrete() const override;
+
+  // Texts. Not on the audio thread.
+
+  juce::String getText(float ofValue, int maximumLength) const override;
+  /// The value that has this text, or the number nearest to it in the text; the present value if there is none.
+  float getValueForText(const juce::String& text) const override;
+
+ private:
+  const std::shared_ptr<BramelInstrument> instrument;
+  const std::uint64_t id;
+  const int steps;
+  std::atomic<float> value;
+};
+
+}  // namespace tesh::bramel::vst

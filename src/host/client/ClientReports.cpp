@@ -1,0 +1,105 @@
+// Passes reports on, to the host by the parameters' own calls.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/client/ClientReports.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tesh::bramel::vst {
+
+HostReports::HostReports(std::vector<ClientParameter*> shownParameters) : parameters(std::move(shownParameters)) {}
+
+ClientParameter* HostReports::at(std::uint64_t visibleIndex) const {
+  return visibleIndex < parameters.size() ? parameters[static_cast<std::size_t>(visibleIndex)] : nullptr;
+}
+
+void HostReports::beginEdit(std::uint64_t visibleIndex) {
+  if (ClientParameter* const parameter = at(visibleIndex)) {
+    parameter->beginChangeGesture();
+  }
+}
+
+void HostReports::endEdit(std::uint64_t visibleIndex) {
+  if (ClientParameter* const parameter = at(visibleIndex)) {
+    parameter->endChangeGesture();
+  }
+}
+
+void HostReports::automate(std::uint64_t visibleIndex, float value) {
+  if (ClientParameter* const parameter = at(visibleIndex)) {
+    parameter->setValueNotifyingHost(value);
+  }
+}
+
+void HostReports::parametersChanged() {
+  for (ClientParameter* const parameter : parameters) {
+    parameter->setValueNotifyingHost(parameter->getValue());
+  }
+}
+
+void HostReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+  constexpr std::uint8_t kFirstStatus = 0x80;
+  if (data == nullptr || size == 0 || data[0] < kFirstStatus) {
+    return;
+  }
+  Message message;
+  message.frame = deltaFrames;
+  std::copy_n(data, std::min(size, message.bytes.size()), message.bytes.begin());
+  messages.put(message);
+}
+
+void HostReports::takeMidi(juce::MidiBuffer& midi, int frames) {
+  // Wrappers reserve 2048 bytes, and a message takes ten. A cleared buffer keeps its memory.
+  constexpr int kMostInBlock = 200;
+  cofu::core::vouchFor([&] {
+    for (int count = 0; count < kMostInBlock; ++count) {
+      const auto message = messages.take();
+      if (!message) {
+        return;
+      }
+      const int size = juce::MidiMessage::getMessageLengthFromFirstByte(message->bytes[0]);
+      midi.addEvent(message->bytes.data(), std::min(size, static_cast<int>(message->bytes.size())),
+                    std::clamp(message->frame, 0, std::max(frames - 1, 0)));
+    }
+  });
+}
+
+EditorReports::EditorReports(std::vector<ClientParameter*> parameterOfId,
+                             std::shared_ptr<BramelInstrumentUICallback> newPanel)
+    : parameters(std::move(parameterOfId)), panel(std::move(newPanel)) {}
+
+void EditorReports::holdUpdates() { panel->holdUpdates(); }
+
+void EditorReports::releaseUpdates() { panel->releaseUpdates(); }
+
+void EditorReports::programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) {
+  panel->programSaved(bankName, programIds, count);
+}
+
+void EditorReports::programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) {
+  panel->programDeleted(bankName, programIds, count);
+}
+
+void EditorReports::programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) {
+  panel->programMoved(bankName, fromIndex, toIndex);
+}
+
+void EditorReports::programChanged() {
+  for (ClientParameter* const parameter : parameters) {
+    if (parameter != nullptr) {
+      parameter->refresh();
+    }
+  }
+  panel->programChanged();
+}
+
+void EditorReports::parameterChanged(std::uint64_t parameterId) {
+  if (parameterId < parameters.size() && parameters[static_cast<std::size_t>(parameterId)] != nullptr) {
+    parameters[static_cast<std::size_t>(parameterId)]->refresh();
+  }
+  panel->parameterChanged(parameterId);
+}
+
+void EditorReports::midiReceived(const std::uint8_t* data, std::size_t size) { panel->midiReceived(data, size); }
+
+}  // namespace tesh::bramel::vst

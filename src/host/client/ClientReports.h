@@ -1,0 +1,74 @@
+// The shell's reports on their way to JUCE's host and to the parameters' values.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <juce_audio_basics/juce_audio_basics.h>
+
+#include "core/LockFreeRing.h"
+#include "core/RealTime.h"
+#include "host/client/ClientParameter.h"
+#include "host/shell/BramelInstrumentCallbacks.h"
+
+namespace tesh::bramel::vst {
+
+/// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object.
+class HostReports final : public BramelInstrumentHostCallback {
+ public:
+  explicit HostReports(std::vector<ClientParameter*> shownParameters);
+
+  void beginEdit(std::uint64_t visibleIndex) override;
+  void endEdit(std::uint64_t visibleIndex) override;
+  void automate(std::uint64_t visibleIndex, float value) override;
+
+  /// Keeps the message for the next block, which takes it to the host; drops it when 511 wait. With the shell's main
+  /// lock held, by which all senders come one at a time.
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
+  void parametersChanged() override;
+  void programChanged() override {}
+  void keyStateChanged(int /*note*/) override {}
+
+  /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
+  /// Audio thread.
+  void takeMidi(juce::MidiBuffer& midi, int frames) SIVRAY_NONBLOCKING;
+
+ private:
+  struct Message {
+    std::array<std::uint8_t, 3> bytes{};
+    std::int32_t frame = 0;
+  };
+  static constexpr std::size_t kMessages = 512;
+
+  ClientParameter* at(std::uint64_t visibleIndex) const;
+
+  const std::vector<ClientParameter*> parameters;
+  vimo::LockFreeRing<Message> messages{kMessages};
+};
+
+/// What the shell tells the editor: the parameters' values follow it, then it goes on to the panel.
+class EditorReports final : public BramelInstrumentUICallback {
+ public:
+  /// `parameterOfId` holds null for hidden parameters; what it points to outlives this object. `panel` is not null.
+  EditorReports(std::vector<ClientParameter*> parameterOfId, std::shared_ptr<BramelInstrumentUICallback> panel);
+
+  void holdUpdates() SIVRAY_NONBLOCKING override;
+  void releaseUpdates() SIVRAY_NONBLOCKING override;
+  void programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override;
+  void programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override;
+  void programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) override;
+  void programChanged() override;
+  void parameterChanged(std::uint64_t parameterId) SIVRAY_NONBLOCKING override;
+  void midiReceived(const std::uint8_t* data, std::size_t size) SIVRAY_NONBLOCKING override;
+
+ private:
+  const std::vector<ClientParameter*> parameters;
+  const std::shared_ptr<BramelInstrumentUICallback> panel;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,219 @@
+// The calls of JUCE's wrappers, each turned into one on the instrument.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/client/SivrayProcessor.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <exception>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "core/EngineRate.h"
+#include "host/adapter/SivrayInstrumentProvider.h"
+#include "host/client/ClientParameter.h"
+#include "host/client/ClientReports.h"
+#include "host/client/SivrayProcessorEditor.h"
+#include "host/editor/BramelInstrumentEditor.h"
+#include "host/editor/MessageThread.h"
+#include "storage/paths/Paths.h"
+#include "views/SivrayEditorProvider.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+constexpr std::size_t kMessageBytes = 3;
+constexpr std::array<std::uint8_t, kMessageBytes> kTransportStart{0xFA, 0, 0};
+constexpr std::array<std::uint8_t, kMessageBytes> kTransportStop{0xFC, 0, 0};
+constexpr std::uint64_t kFactoryBank = 0;
+
+}  // namespace
+
+class SivrayProcessor::Impl {
+ public:
+  Impl();
+
+  std::string fault;
+  std::shared_ptr<BramelInstrument> instrument;
+  std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing.
+  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds these weakly.
+  std::shared_ptr<EditorReports> editorReports;
+  std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
+  bool isMoving = false;               ///< The host's transport, as the last block found it.
+  juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
+};
+
+SivrayProcessor::Impl::Impl() {
+  try {
+    instrument = std::dynamic_pointer_cast<BramelInstrument>(SivrayInstrumentProvider().createInstrument());
+    panel = std::make_shared<BramelInstrumentEditor>(
+        instrument, std::make_shared<plugin::sivray::SivrayEditorProvider>(), MessageThread::Kind::running);
+  } catch (const std::exception&) {
+    const std::string base = sharedBase();
+    fault = base.empty() ? "Sivray's sounds are not installed: no folder Tesh/Bramel beside the plug-in, or in "
+                           "$XDG_DATA_HOME or $XDG_DATA_DIRS."
+                         : "Sivray's files are missing or damaged: " + pathFor(kBramelPath_Macro, "Sivray");
+    instrument = std::make_shared<BramelInstrument>(nullptr);
+  }
+}
+
+SivrayProcessor::SivrayProcessor()
+    : AudioProcessor(BusesProperties().withOutput("Output", juce::AudioChannelSet::stereo())),
+      impl(std::make_unique<Impl>()) {
+  if (impl->panel == nullptr) {
+    return;
+  }
+  getCurrentProgram();  // Takes in the first program, so that the parameters begin with its values.
+  BramelInstrument& shell = *impl->instrument;
+  std::vector<ClientParameter*> shown;
+  std::vector<ClientParameter*> ofId(static_cast<std::size_t>(shell.cachedParameterCount()));
+  for (std::uint64_t index = 0; index < shell.parameterCount(); ++index) {
+    const std::uint64_t id = shell.parameterId(index);
+    auto parameter = std::make_unique<ClientParameter>(impl->instrument, id);
+    shown.push_back(parameter.get());
+    ofId[static_cast<std::size_t>(id)] = parameter.get();
+    addParameter(parameter.release());
+  }
+  impl->hostReports = std::make_shared<HostReports>(std::move(shown));
+  impl->editorReports = std::make_shared<EditorReports>(std::move(ofId), impl->panel);
+  shell.setHostCallback(impl->hostReports);
+  shell.setUICallback(impl->editorReports);
+}
+
+SivrayProcessor::~SivrayProcessor() = default;
+
+const std::shared_ptr<BramelInstrument>& SivrayProcessor::instrument() const { return impl->instrument; }
+const std::shared_ptr<BramelInstrumentEditor>& SivrayProcessor::panel() const { return impl->panel; }
+const std::string& SivrayProcessor::fault() const { return impl->fault; }
+
+const juce::String SivrayProcessor::getName() const { return "Sivray"; }
+
+// Audio.
+
+void SivrayProcessor::prepareToPlay(double sampleRate, int /*maximumExpectedSamplesPerBlock*/) {
+  if (impl->instrument->isActive()) {
+    impl->instrument->suspend();
+  }
+  impl->instrument->setSampleRate(static_cast<float>(sampleRate));
+  impl->instrument->resume();
+  setLatencySamples(latencyAt(sampleRate));
+}
+
+void SivrayProcessor::releaseResources() { impl->instrument->suspend(); }
+
+bool SivrayProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const {
+  return layouts.inputBuses.isEmpty() && layouts.outputBuses.size() == 1 &&
+         layouts.getMainOutputChannelSet() == juce::AudioChannelSet::stereo();
+}
+
+void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
+  BramelInstrument& shell = *impl->instrument;
+  for (const juce::MidiMessageMetadata event : midi) {
+    if (event.numBytes > 0 && event.numBytes <= static_cast<int>(kMessageBytes)) {
+      std::array<std::uint8_t, kMessageBytes> message{};
+      std::copy_n(event.data, event.numBytes, message.begin());
+      shell.sendMidi(message.data(), message.size(), event.samplePosition);
+    }
+  }
+  midi.clear();
+  takePosition();
+  if (buffer.getNumChannels() >= 2) {
+    std::array<float*, 2> outputs{buffer.getWritePointer(0), buffer.getWritePointer(1)};
+    shell.process(nullptr, outputs.data(), buffer.getNumSamples());
+  } else {
+    buffer.clear();
+  }
+  if (impl->hostReports != nullptr) {
+    impl->hostReports->takeMidi(midi, buffer.getNumSamples());
+  }
+}
+
+void SivrayProcessor::takePosition() {
+  juce::AudioPlayHead* const host = getPlayHead();
+  if (host == nullptr) {
+    return;
+  }
+  const auto position = cofu::core::mayWait([host] { return host->getPosition(); });  // The host's code.
+  if (!position) {
+    return;
+  }
+  constexpr auto kFastest = static_cast<double>(std::numeric_limits<float>::max());
+  if (const auto bpm = position->getBpm(); bpm && std::fabs(*bpm) <= kFastest) {
+    impl->instrument->setTempo(static_cast<float>(*bpm));
+  }
+  const bool moves = position->getIsPlaying() || position->getIsRecording();
+  if (moves != impl->isMoving) {
+    impl->isMoving = moves;
+    const auto& message = moves ? kTransportStart : kTransportStop;
+    impl->instrument->sendMidi(message.data(), message.size(), 0);
+  }
+}
+
+double SivrayProcessor::getTailLengthSeconds() const { return std::numeric_limits<double>::infinity(); }
+
+int SivrayProcessor::latencyAt(double sampleRate) {
+  if (static_cast<float>(sampleRate) == static_cast<float>(cofu::core::kEngineRate)) {
+    return 0;
+  }
+  // The output lags by 8 frames of the host, and the resampler's filter by 12 of the engine.
+  constexpr double kRing = 8.0;
+  constexpr double kFilter = 12.0;
+  return static_cast<int>(std::lround(kRing + kFilter * sampleRate / cofu::core::kEngineRate));
+}
+
+// Programs.
+
+int SivrayProcessor::getNumPrograms() {
+  constexpr std::uint64_t kMost = std::numeric_limits<int>::max();
+  return std::max(1, static_cast<int>(std::min(impl->instrument->programCount(kFactoryBank), kMost)));
+}
+
+int SivrayProcessor::getCurrentProgram() {
+  const auto count = static_cast<std::uint64_t>(getNumPrograms());
+  const std::uint64_t program = impl->instrument->currentProgram();
+  if (impl->instrument->currentBank() == kFactoryBank && program < count) {
+    impl->latestProgram = static_cast<int>(program);
+  }
+  return impl->latestProgram;
+}
+
+void SivrayProcessor::setCurrentProgram(int index) {
+  if (index >= 0 && static_cast<std::uint64_t>(index) < impl->instrument->programCount(kFactoryBank)) {
+    impl->latestProgram = index;
+    impl->instrument->setProgram(kFactoryBank, static_cast<std::uint64_t>(index));
+  }
+}
+
+const juce::String SivrayProcessor::getProgramName(int index) {
+  return index < 0 ? juce::String()
+                   : juce::String::fromUTF8(
+                         impl->instrument->programName(kFactoryBank, static_cast<std::uint64_t>(index)).c_str());
+}
+
+// State.
+
+void SivrayProcessor::getStateInformation(juce::MemoryBlock& destination) {
+  if (impl->panel == nullptr) {
+    destination = impl->unreadState;
+    return;
+  }
+  const std::vector<std::uint8_t> state = impl->instrument->getState();
+  destination.replaceAll(state.data(), state.size());
+}
+
+void SivrayProcessor::setStateInformation(const void* data, int sizeInBytes) {
+  if (data == nullptr || sizeInBytes < 0) {
+    return;
+  }
+  if (impl->panel == nullptr) {
+    impl->unreadState.replaceAll(data, static_cast<std::size_t>(sizeInBytes));
+    return;
+  }
+  impl->instrument->setState(data, static_cast<std::size_t>(sizeInBytes));
+}
+
+juce::AudioProcessorEditor* SivrayProcessor::createEditor() { return new SivrayProcessorEditor(*this); }
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,97 @@
+// The instrument as JUCE's plug-in wrappers and the standalone program see it: each call becomes one on the shell, as
+// the VST 2 adapter does for its hosts.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include "core/RealTime.h"
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::vst {
+
+class BramelInstrumentEditor;
+
+/// Parameters are those that the VST 2 host sees, in the same order; host programs are the first factory bank; the
+/// state is the same bytes as the VST 2 chunk. One stereo output, no input. The same blocks give the same samples as
+/// VST 2. Where the instrument's files are missing, it is silent, has no parameters and programs, and keeps a state for
+/// the host unread.
+class SivrayProcessor final : public juce::AudioProcessor {
+ public:
+  /// Builds the instrument from its files; JUCE must be running. Throws nothing that a host could cause.
+  SivrayProcessor();
+
+  /// The editor must be gone. Not during a block.
+  ~SivrayProcessor() override;
+
+  /// Never null.
+  const std::shared_ptr<BramelInstrument>& instrument() const;
+
+  /// Null where the instrument's files are missing.
+  const std::shared_ptr<BramelInstrumentEditor>& panel() const;
+
+  /// Empty, or one sentence for the user: which file is missing and where it was looked for.
+  const std::string& fault() const;
+
+  const juce::String getName() const override;
+
+  // Audio.
+
+  /// Sets the rate in Hz and drops old sound and messages. The longest block is of no account.
+  void prepareToPlay(double sampleRate, int maximumExpectedSamplesPerBlock) override;
+  void releaseResources() override;
+  bool isBusesLayoutSupported(const BusesLayout& layouts) const override;
+
+  /// Renders a block with its messages, at the tempo of the play head, and gives the messages for the host back in
+  /// `midi`. Audio thread.
+  void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
+  using juce::AudioProcessor::processBlock;
+
+  bool acceptsMidi() const override { return true; }
+  bool producesMidi() const override { return true; }
+
+  /// Infinite: a delay with full feedback never ends.
+  double getTailLengthSeconds() const override;
+
+  /// Frames at `sampleRate` Hz from a note's frame to that of its sound: the resampler's delay, 0 at the engine's rate.
+  static int latencyAt(double sampleRate);
+
+  // Programs of the first factory bank. Any thread but the audio thread.
+
+  /// At least 1, as wrappers want it.
+  int getNumPrograms() override;
+
+  /// The selected program, or the one that was selected last while one of another bank is.
+  int getCurrentProgram() override;
+
+  /// Selects it at once, also while no audio runs, and tells the host all parameters. Ignores what is out of range.
+  void setCurrentProgram(int index) override;
+  const juce::String getProgramName(int index) override;
+
+  /// Factory programs keep their names.
+  void changeProgramName(int /*index*/, const juce::String& /*newName*/) override {}
+
+  // State. Any thread but the audio thread.
+
+  void getStateInformation(juce::MemoryBlock& destination) override;
+  /// Other bytes than those of a state change nothing.
+  void setStateInformation(const void* data, int sizeInBytes) override;
+
+  // The panel. Message thread.
+
+  bool hasEditor() const override { return true; }
+  juce::AudioProcessorEditor* createEditor() override;
+
+ private:
+  class Impl;
+
+  void takePosition();
+
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,49 @@
+// The panel as the editor of JUCE's wrappers, or one sentence where the instrument's files are missing.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include "host/client/SivrayProcessor.h"
+#include "host/editor/HostKeyboard.h"
+#include "views/BWPopupSlotView.h"
+
+namespace tesh::bramel::vst {
+
+/// 768 by 468 pixels, which the wrapper's scale stretches. One per processor at a time, as JUCE sees to. Message thread
+/// only.
+class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
+ public:
+  explicit SivrayProcessorEditor(SivrayProcessor& ownProcessor);
+
+  /// Shuts the menus that are open, and lets the view go.
+  ~SivrayProcessorEditor() override;
+
+  /// A pixel of the panel is shown as `newScale` pixels each way; above 1, from the larger set of pictures.
+  void setScaleFactor(float newScale) override;
+
+  /// Whether hosts get the keys that no text field of the panel has asked for; true until the first call. The
+  /// standalone program, which has no host, takes all.
+  void leaveKeysToHost(bool leavesKeys);
+
+  void paint(juce::Graphics& graphics) override;
+  void parentHierarchyChanged() override;
+  std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
+
+ private:
+  void showPanel(int imageScale);
+  void hidePanel();
+
+  SivrayProcessor& owner;
+  std::shared_ptr<juce::Component> view;  ///< Null where there is none.
+  BWPopupSlotView slotView;
+  int shownImageScale = 0;
+  bool leavesKeysToHost = true;
+  void* keyboardWindow = nullptr;          ///< That `keyboard` was made for.
+  std::unique_ptr<HostKeyboard> keyboard;  ///< While this stands in a window of the host.
+  std::unique_ptr<juce::VBlankAttachment> frames;
+};
+
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,207 @@
+// What hosts of the other forms hear and see is what VST 2 hosts do.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cmath>
+
+#include "client/ClientScene.h"
+#include "host/editor/BramelInstrumentEditor.h"
+
+namespace client {
+namespace {
+
+/// Writes down what a host is told.
+struct NotingHost final : juce::AudioProcessorListener {
+  void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override {
+    told.push_back("set " + line(index, value));
+  }
+  void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&) override {}
+  void audioProcessorParameterChangeGestureBegin(juce::AudioProcessor* processor, int index) override {
+    told.push_back("begin " + line(index, valueOf(*processor, index)));
+  }
+  void audioProcessorParameterChangeGestureEnd(juce::AudioProcessor* processor, int index) override {
+    told.push_back("end " + line(index, valueOf(*processor, index)));
+  }
+  static float valueOf(juce::AudioProcessor& processor, int index) {
+    return processor.getParameters()[index]->getValue();
+  }
+  static std::string line(int index, float value) {
+    return std::to_string(index) + " " + juce::String(value, 2).toStdString();
+  }
+  std::vector<std::string> told;
+};
+
+class ClientAt : public Client, public testing::WithParamInterface<float> {};
+
+TEST_P(ClientAt, GivesTheSamplesOfTheVst2PluginInTheSameBlocks) {
+  const float rate = GetParam();
+  const Plugin plugin(rate);
+  SivrayProcessor processor;
+  processor.prepareToPlay(static_cast<double>(rate), 512);
+  Samples left;
+  Samples right;
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  float loudest = 0.0F;
+  for (const Block& block : randomBlocks(300, plugin.effect->numParams)) {
+    plugin.render(block, left, right);
+    render(processor, block, buffer, midi);
+    const auto size = left.size() * sizeof(float);
+    ASSERT_EQ(std::memcmp(buffer.getReadPointer(0), left.data(), size), 0);
+    ASSERT_EQ(std::memcmp(buffer.getReadPointer(1), right.data(), size), 0);
+    loudest = std::max(loudest, buffer.getMagnitude(0, block.frames));
+    for (int index = 0; index < plugin.effect->numParams; ++index) {
+      ASSERT_EQ(processor.getParameters()[index]->getValue(), plugin.effect->getParameter(plugin.effect, index));
+    }
+  }
+  EXPECT_GT(loudest, 0.1F);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rates, ClientAt, testing::Values(44100.0F, 48000.0F, 96000.0F));
+
+TEST_F(Client, ShowsTheParametersOfTheVst2PluginUnderNamesThatStay) {
+  const Plugin plugin(44100.0F);
+  SivrayProcessor processor;
+  ASSERT_EQ(processor.getParameters().size(), plugin.effect->numParams);
+  for (int index = 0; index < plugin.effect->numParams; ++index) {
+    auto* const parameter = dynamic_cast<juce::AudioProcessorParameterWithID*>(processor.getParameters()[index]);
+    const int macro = index < 40 ? index / 5 * 6 + index % 5 : index + 8;  // The sixth of each pad is hidden.
+    EXPECT_EQ(parameter->paramID, "macro" + juce::String(macro));
+    EXPECT_EQ(parameter->getName(100).toStdString(), plugin.text(effGetParamName, index));
+    for (const float value : {0.0F, 0.3F, 1.0F}) {
+      plugin.effect->setParameter(plugin.effect, index, value);
+      const juce::String text = parameter->getText(value, 100);
+      EXPECT_EQ(text.toStdString(), plugin.text(effGetParamDisplay, index));
+      EXPECT_EQ(parameter->getText(parameter->getValueForText(text), 100), text);
+    }
+  }
+}
+
+TEST_F(Client, TellsTheHostOfGesturesAndOfAllParametersWithAProgram) {
+  SivrayProcessor processor;
+  NotingHost host;
+  processor.addListener(&host);
+  using Told = std::vector<std::string>;
+  const auto instrument = processor.instrument();
+  instrument->setParameterFromEditor(7, 0.25F);
+  EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.80", "set 6 0.25", "end 6 0.25"}));
+  instrument->beginGesture(7);
+  instrument->setParameterFromEditor(7, 0.5F);
+  instrument->endGesture(7);
+  EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.25", "set 6 0.50", "end 6 0.50"}));
+
+  processor.setCurrentProgram(1);  // No audio has run.
+  ASSERT_EQ(host.told.size(), static_cast<std::size_t>(processor.getParameters().size()));
+  EXPECT_EQ(host.told[6], "set 6 0.80");
+  EXPECT_EQ(processor.getParameters()[kEffectType]->getValue(), 1.0F);
+  EXPECT_EQ(processor.getCurrentProgram(), 1);
+  EXPECT_EQ(processor.getProgramName(1), "Wet");
+  host.told.clear();
+  processor.setCurrentProgram(processor.getNumPrograms());
+  processor.setCurrentProgram(-1);
+  EXPECT_EQ(host.told, Told{});
+  EXPECT_EQ(processor.getCurrentProgram(), 1);
+  processor.removeListener(&host);
+}
+
+TEST_F(Client, TakesStatesOfAllFormsAndNothingElse) {
+  const Plugin plugin(44100.0F);
+  SivrayProcessor processor;
+  processor.setCurrentProgram(1);
+  plugin.effect->setParameter(plugin.effect, 1, 0.75F);
+  const Bytes chunk = plugin.chunk();
+  processor.setStateInformation(chunk.data(), static_cast<int>(chunk.size()));
+  const std::vector<float> values = valuesOf(processor);
+  EXPECT_EQ(values, valuesOf(plugin));
+  EXPECT_EQ(values[1], 0.75F);
+
+  for (std::size_t size = 0; size < chunk.size(); size += 997) {
+    processor.setStateInformation(chunk.data(), static_cast<int>(size));
+  }
+  const Bytes foreign(5000, 0x81);
+  processor.setStateInformation(foreign.data(), static_cast<int>(foreign.size()));
+  processor.setStateInformation(nullptr, 10);
+  EXPECT_EQ(valuesOf(processor), values);
+
+  processor.getParameters()[1]->setValue(0.25F);
+  Bytes state = stateOf(processor);
+  plugin.dispatch(effSetChunk, 0, static_cast<std::intptr_t>(state.size()), state.data());
+  EXPECT_EQ(valuesOf(plugin), valuesOf(processor));
+}
+
+TEST_F(Client, FollowsParametersThatAControllerMoves) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(44100.0, 64);
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  render(processor, {64, {{kMaster, 0.25F}}, {}}, buffer, midi);
+  EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 0.25F);
+  render(processor, {64, {}, {{0, {0xB0, 7, 127}}}}, buffer, midi);
+  EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 1.0F);
+}
+
+/// The frame of the largest sample of a note's first thousand frames.
+double peakOf(double rate, int noteFrame) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(rate, 4096);
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  Block block{4096, {}, {}};
+  render(processor, block, buffer, midi);  // Takes in the program.
+  block.messages.push_back({noteFrame, {0x90, 36, 127}});
+  render(processor, block, buffer, midi);
+  int peak = 0;
+  for (int frame = 0; frame < block.frames; ++frame) {
+    if (std::fabs(buffer.getSample(0, frame)) > std::fabs(buffer.getSample(0, peak))) {
+      peak = frame;
+    }
+  }
+  return static_cast<double>(peak) - noteFrame;
+}
+
+TEST(ClientOfAClick, ReportsTheLatencyThatItHas) {
+  const juce::ScopedJuceInitialiser_GUI juce;
+  support::Wave click;
+  click.name = "click";
+  click.left.assign(400, 0);
+  std::fill_n(click.left.begin(), 2, std::int16_t{20000});
+  const support::KitFolder folder({click, click, click});
+  for (const double rate : {44100.0, 48000.0, 88200.0, 96000.0, 192000.0, 22050.0}) {
+    const double reference = peakOf(44100.0, 1000) * rate / 44100.0;
+    // The note begins with a frame of the engine, and the peak lies between two frames.
+    EXPECT_NEAR(peakOf(rate, 1000) - reference, SivrayProcessor::latencyAt(rate), 1.5 * std::max(1.0, rate / 44100.0));
+  }
+}
+
+TEST_F(Client, StaysSilentAndKeepsTheStateWhereItsFilesAreMissing) {
+  const support::SampleFolder empty;  // Without a description.
+  SivrayProcessor processor;
+  EXPECT_NE(processor.fault(), "");
+  EXPECT_EQ(processor.getParameters().size(), 0);
+  EXPECT_EQ(processor.getNumPrograms(), 1);
+  const Bytes state{1, 2, 3};
+  processor.setStateInformation(state.data(), 3);
+  EXPECT_EQ(stateOf(processor), state);
+  processor.prepareToPlay(48000.0, 64);
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  render(processor, {64, {}, {{0, {0x90, 36, 127}}}}, buffer, midi);
+  EXPECT_EQ(buffer.getMagnitude(0, 64), 0.0F);
+  const std::unique_ptr<juce::AudioProcessorEditor> editor(processor.createEditorIfNeeded());
+  EXPECT_EQ(editor->getWidth(), 768);
+}
+
+TEST_F(Client, GivesThePanelsKeysToTheHost) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(44100.0, 64);
+  const std::array<std::uint8_t, 3> note{0x90, 40, 100};
+  processor.instrument()->sendKeyboardMidi(note.data(), note.size(), 70);
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  render(processor, {64, {}, {{0, {0xB0, 1, 1}}}}, buffer, midi);
+  ASSERT_EQ(midi.getNumEvents(), 1);
+  const juce::MidiMessageMetadata told = *midi.begin();
+  EXPECT_EQ(told.samplePosition, 63);
+  EXPECT_EQ((Bytes{told.data, told.data + told.numBytes}), (Bytes{0x90, 40, 100}));
+}
+
+}  // namespace
+}  // namespace client
