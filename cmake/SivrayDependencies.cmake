@@ -83,6 +83,8 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   target_compile_options(sivray_juce_client_modules PRIVATE -O1 -g0)
 
   add_library(sivray_juce_client INTERFACE)
+  set(sdks "${JUCE_MODULES_DIR}/juce_audio_processors/format_types")
+  target_include_directories(sivray_juce_client SYSTEM INTERFACE "${sdks}/VST3_SDK" "${sdks}/LV2_SDK" "${sdks}/LV2_SDK/lv2")
   target_compile_definitions(sivray_juce_client INTERFACE
     $<TARGET_PROPERTY:sivray_juce_client_modules,INTERFACE_COMPILE_DEFINITIONS>)
   if(SIVRAY_FROM_RELEASE AND NOT CMAKE_CROSSCOMPILING)

@@ -10,6 +10,12 @@ option(SIVRAY_BUILD_TESTS "Build the test programs" ON)
 option(SIVRAY_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
 option(SIVRAY_FROM_RELEASE
   "Use the pictures, the content and, in a build for this system, the compiled JUCE of build/release, which must be built" OFF)
+# JUCE's wrappers, which are most of a form, are not ours to watch.
+if(SIVRAY_FROM_RELEASE)
+  set(SIVRAY_BUILD_FORMS OFF CACHE BOOL "Build the VST 3 and LV2 plug-ins")
+else()
+  option(SIVRAY_BUILD_FORMS "Build the VST 3 and LV2 plug-ins" ON)
+endif()
 option(SIVRAY_BUILD_FUZZERS "Build the fuzz targets (Clang only)" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
@@ -72,18 +78,22 @@ function(sivray_room name)
   endif()
 endfunction()
 
-# sivray_module(<name> FOLDER <folder below src> LINKS <rooms>...)
-# Builds the library that hosts load, in a folder of its own name that also holds its content. It exports only the names in
-# the folder's exports.map, so that its symbols cannot clash with a host's or another plug-in's, and so that nothing keeps
-# the library in memory after the host has unloaded it.
+# sivray_module(<name> FOLDER <folder below src> LINKS <rooms>... [BUNDLE <folder>])
+# Builds the library that hosts load, in a folder of its own name that also holds its content, or in the folder BUNDLE of the
+# build. It exports only the names in the folder's exports.map, so that its symbols cannot clash with a host's or another
+# plug-in's, and so that nothing keeps the library in memory after the host has unloaded it.
 function(sivray_module name)
-  cmake_parse_arguments(MODULE "" "FOLDER" "LINKS" ${ARGN})
+  cmake_parse_arguments(MODULE "" "FOLDER;BUNDLE" "LINKS" ${ARGN})
+  if(NOT MODULE_BUNDLE)
+    set(MODULE_BUNDLE "${name}")
+  endif()
   set(folder "${PROJECT_SOURCE_DIR}/src/${MODULE_FOLDER}")
   file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
   list(TRANSFORM MODULE_LINKS PREPEND sivray_)
   add_library(${name} MODULE ${sources})
   target_link_libraries(${name} PRIVATE sivray_options ${MODULE_LINKS})
-  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${name}")
+  set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME Sivray
+    LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${MODULE_BUNDLE}")
   if(WIN32)
     # The compiler's libraries are linked statically, so that the library needs only what every Windows has. Exports are
     # marked in the code. Its header has no time stamp: the same sources give the same bytes.

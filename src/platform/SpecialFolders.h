@@ -8,7 +8,8 @@ namespace tesh::bramel::platform {
 
 /// The folder of shared program files; empty if there is none. The first of these:
 /// 1. $BRAMEL_COMMON_FILES, if it is set;
-/// 2. moduleFolder(), if it holds "Tesh/Bramel";
+/// 2. moduleFolder(), if it holds "Tesh/Bramel"; outside Windows also the folder around the plug-in bundle that it lies
+///    in (PluginBundle.h);
 /// 3. on Windows the folder of common program files; elsewhere the first that holds "Tesh/Bramel" of $XDG_DATA_HOME (or
 ///    ~/.local/share) and the folders in $XDG_DATA_DIRS (or /usr/local/share and /usr/share).
 std::string commonFilesFolder();

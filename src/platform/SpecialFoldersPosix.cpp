@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Files.h"
+#include "platform/PluginBundle.h"
 #include "platform/SpecialFolders.h"
 
 namespace tesh::bramel::platform {
@@ -32,7 +33,9 @@ std::string environmentOrHome(const char* name, const char* fallback) {
 }
 
 std::vector<std::string> sharedDataFolders() {
-  std::vector<std::string> folders{moduleFolder(), environmentOrHome("XDG_DATA_HOME", ".local/share")};
+  const std::string beside = moduleFolder();
+  std::vector<std::string> folders{beside, folderAroundBundle(beside),
+                                   environmentOrHome("XDG_DATA_HOME", ".local/share")};
   const std::string list = environment("XDG_DATA_DIRS");
   std::stringstream stream(list.empty() ? "/usr/local/share:/usr/share" : list);
   for (std::string folder; std::getline(stream, folder, ':');) {

@@ -15,6 +15,7 @@
 #include "platform/DenormalGuard.h"
 #include "platform/Files.h"
 #include "platform/Locale.h"
+#include "platform/PluginBundle.h"
 #include "platform/SpecialFolders.h"
 
 namespace tesh::bramel::platform {
@@ -49,6 +50,14 @@ TEST_F(Platform, LooksForTheCommonFilesInOrder) {
   ::setenv("BRAMEL_COMMON_FILES", "/chosen", 1);
   EXPECT_EQ(commonFilesFolder(), "/chosen");
   EXPECT_TRUE(fs::exists(moduleFolder()));
+}
+
+TEST(PluginBundle, IsKnownByItsNameFromTheLibrarysFolder) {
+  EXPECT_EQ(folderAroundBundle("/plug-ins/Sivray.vst3/Contents/x86_64-linux"), "/plug-ins");
+  EXPECT_EQ(folderAroundBundle("/plug-ins/Sivray.lv2"), "/plug-ins");
+  EXPECT_EQ(folderAroundBundle("/a.lv2/b/c/d"), "");
+  EXPECT_EQ(folderAroundBundle("/usr/lib/vst"), "");
+  EXPECT_EQ(folderAroundBundle(""), "");
 }
 
 TEST_F(Platform, TakesTheDocumentsFolderFromTheDesktop) {

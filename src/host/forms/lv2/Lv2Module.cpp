@@ -1,0 +1,7 @@
+// The LV2 plug-in: JUCE's wrapper around the processor.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#define JucePlugin_Build_LV2 1
+#include "JuceLV2Defines.h"
+#include "host/forms/FormSettings.h"
+
+#include <juce_audio_plugin_client/juce_audio_plugin_client_LV2.cpp>  // NOLINT(bugprone-suspicious-include)

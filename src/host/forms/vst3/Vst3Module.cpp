@@ -1,0 +1,6 @@
+// The VST 3 plug-in: JUCE's wrapper around the processor.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#define JucePlugin_Build_VST3 1
+#include "host/forms/FormSettings.h"
+
+#include <juce_audio_plugin_client/juce_audio_plugin_client_VST3.cpp>  // NOLINT(bugprone-suspicious-include)
