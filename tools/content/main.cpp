@@ -39,6 +39,8 @@ int main(int argc, char* argv[]) {
   program.addCommand({"balance", kBalanceUsage,
                       "Sets the levels in the texts of the kits by what they sound like as installed", "",
                       speaking(runBalance)});
+  program.addCommand(
+      {"measure", kMeasureUsage, "Measures the factory's waves, beside recorded drums", "", speaking(runMeasure)});
   program.addCommand({"pack", kPackUsage, "Packs a folder of WAV, AIFF and FLAC files into a sample library",
                       "The folder holds one sub-folder per category.", speaking(runPack)});
   program.addCommand({"inspect", kInspectUsage,

@@ -26,6 +26,9 @@ void runBalance(const juce::ArgumentList& list);
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR [--with-factory]";
 void runPack(const juce::ArgumentList& list);
 
+inline constexpr const char* kMeasureUsage = "measure TABLES [--against=FOLDER] [--half=tune|judge] [--wave=NAME]";
+void runMeasure(const juce::ArgumentList& list);
+
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";
 void runInspect(const juce::ArgumentList& list);
 

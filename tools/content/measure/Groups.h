@@ -1,0 +1,60 @@
+// The groups that waves and recordings are compared in: one drum, acoustic or machine.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "content/waves/FactoryWaves.h"
+
+namespace sivray::content {
+
+enum class Group : std::size_t {
+  kick,
+  snare,
+  stick,
+  closedHat,
+  openHat,
+  tom,
+  crash,
+  ride,
+  clap,  ///< Of hands and of machines: recorded sets hold both.
+  machineKick,
+  machineSnare,
+  machineClosedHat,
+  machineOpenHat,
+  machineTom,
+};
+
+inline constexpr std::array<std::string_view, 14> kGroupNames{"Kick, acoustic",
+                                                              "Snare, acoustic",
+                                                              "Side stick, rim",
+                                                              "Closed hat, acoustic",
+                                                              "Open hat, acoustic",
+                                                              "Tom, acoustic",
+                                                              "Crash",
+                                                              "Ride",
+                                                              "Clap",
+                                                              "Kick, machine",
+                                                              "Snare, machine",
+                                                              "Closed hat, machine",
+                                                              "Open hat, machine",
+                                                              "Tom, machine"};
+
+inline constexpr std::size_t kGroups = kGroupNames.size();
+
+enum class SoundSource : unsigned char { acoustic, machine };
+
+/// Returns the group of a sound by its category (an index into kCategoryNames) and name. Nothing for sounds that a
+/// group would not stand for, such as rolls, brushes, half-open hats or bells of rides.
+std::optional<Group> groupOf(int category, std::string_view name, SoundSource source);
+
+/// Returns the group of a factory wave. Its model tells acoustic sounds from those of machines.
+std::optional<Group> groupOf(const FactoryRow& row);
+
+/// Returns the group of the same drum from the other source, if it has one.
+std::optional<Group> otherSourceOf(Group group);
+
+}  // namespace sivray::content

@@ -1,0 +1,163 @@
+// Finds the hits of drum sets, by their descriptions or by the names of their files, and reads them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/measure/References.h"
+
+#include <juce_core/juce_core.h>
+
+#include <algorithm>
+#include <cctype>
+#include <stdexcept>
+
+#include "content/Files.h"
+#include "content/pack/AudioFile.h"
+#include "content/pack/Categories.h"
+
+namespace sivray::content {
+namespace {
+
+struct HitFile {
+  std::string drum;
+  juce::File file;
+  double hardest = 1.0;  ///< The highest velocity of its layer, 0 to 1.
+};
+
+std::string textOf(const juce::String& text) { return text.toStdString(); }
+
+/// Sets of machines and electronic sounds, by words in their names.
+SoundSource sourceOf(const std::string& set) {
+  std::string small(set);
+  std::ranges::transform(small, small.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  constexpr std::string_view kWords[]{"electr", "emulation", "machine", "synth",     "808",
+                                      "909",    "beat",      "break",   "audiophob", "rumpf"};
+  const bool isMachine =
+      std::ranges::any_of(kWords, [&](std::string_view word) { return small.find(word) != std::string::npos; });
+  return isMachine ? SoundSource::machine : SoundSource::acoustic;
+}
+
+/// Appends the files below an instrument or one of its components.
+void addLayers(const juce::XmlElement& element, const std::string& drum, const juce::File& folder,
+               std::vector<HitFile>& files) {
+  const juce::String name = element.getChildElementAllSubText("filename", {});
+  if (name.isNotEmpty()) {
+    files.push_back({drum, folder.getChildFile(name), element.getChildElementAllSubText("max", "1").getDoubleValue()});
+  }
+  for (const auto* child : element.getChildIterator()) {
+    if (child->hasTagName("layer") || child->hasTagName("instrumentComponent")) {
+      addLayers(*child, drum, folder, files);
+    }
+  }
+}
+
+/// Keeps the harder half of a drum's layers, at least one.
+void keepHard(std::vector<HitFile>& layers) {
+  std::ranges::stable_sort(layers, std::greater{}, &HitFile::hardest);
+  layers.resize((layers.size() + 1) / 2);
+}
+
+std::vector<HitFile> filesOfDescription(const juce::File& description) {
+  std::vector<HitFile> files;
+  const auto root = juce::parseXML(description);
+  const auto* list = root == nullptr ? nullptr : root->getChildByName("instrumentList");
+  if (list == nullptr) {
+    return files;
+  }
+  for (const auto* instrument : list->getChildWithTagNameIterator("instrument")) {
+    std::vector<HitFile> layers;
+    addLayers(*instrument, textOf(instrument->getChildElementAllSubText("name", {})), description.getParentDirectory(),
+              layers);
+    keepHard(layers);
+    files.insert(files.end(), layers.begin(), layers.end());
+  }
+  return files;
+}
+
+/// Without a description, each file is a drum of its own; the name of its folder helps to tell which.
+std::vector<HitFile> filesOfNames(const juce::File& folder) {
+  std::vector<HitFile> files;
+  for (const auto& file : folder.findChildFiles(juce::File::findFiles, true, "*.wav;*.aif;*.aiff;*.flac")) {
+    files.push_back({textOf(file.getParentDirectory().getFileName()), file, 1.0});
+  }
+  std::ranges::sort(files, {}, [](const HitFile& hit) { return textOf(hit.file.getFullPathName()); });
+  return files;
+}
+
+/// The group that both names, of the drum and of the file, allow.
+std::optional<Group> groupOf(const HitFile& hit, SoundSource source) {
+  const std::string file = textOf(hit.file.getFileNameWithoutExtension());
+  auto match = categoryIn(hit.drum);
+  if (!match) {
+    match = categoryIn(file);
+  }
+  return match && match->isSure ? groupOf(match->category, hit.drum + " " + file, source) : std::nullopt;
+}
+
+class Reader {
+ public:
+  void readSet(const juce::File& folder, Half half) {
+    const std::string set = textOf(folder.getFileName());
+    const SoundSource source = sourceOf(set);
+    const juce::File description = folder.getChildFile("drumkit.xml");
+    for (const HitFile& file : description.existsAsFile() ? filesOfDescription(description) : filesOfNames(folder)) {
+      if (const auto group = groupOf(file, source)) {
+        add(file, {set, textOf(file.file.getFileName()), file.drum, *group, half, {}, {}});
+      }
+    }
+  }
+
+  std::vector<Reference> references;
+
+ private:
+  void add(const HitFile& file, Reference reference) {
+    try {
+      reference.hit = hitOf(readAudioFile(textOf(file.file.getFullPathName())).wave);
+    } catch (const std::runtime_error&) {
+      return;
+    }
+    if (reference.hit.empty()) {
+      return;
+    }
+    reference.picture = pictures.pictureOf(reference.hit);
+    if (!isDouble(reference)) {
+      references.push_back(std::move(reference));
+    }
+  }
+
+  bool isDouble(const Reference& reference) const {
+    constexpr float kSameRecording = 0.5F;
+    return std::ranges::any_of(references, [&](const Reference& other) {
+      return other.group == reference.group && distance(other.picture, reference.picture) < kSameRecording;
+    });
+  }
+
+  PictureMaker pictures;
+};
+
+}  // namespace
+
+std::vector<Reference> readReferences(const std::string& folder) {
+  const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(folder.c_str()));
+  auto sets = place.findChildFiles(juce::File::findDirectories, false);
+  std::ranges::sort(sets, {}, [](const juce::File& set) { return textOf(set.getFileName().toLowerCase()); });
+  Reader reader;
+  Half half = Half::tune;
+  for (const auto& set : sets) {
+    reader.readSet(set, half);
+    half = half == Half::tune ? Half::judge : Half::tune;
+  }
+  if (reader.references.empty()) {
+    throw std::runtime_error(folder + ": there is no drum set in it; each has a folder of its own here");
+  }
+  return std::move(reader.references);
+}
+
+std::vector<const Reference*> referencesOf(std::span<const Reference> references, Group group, Half half) {
+  std::vector<const Reference*> chosen;
+  for (const Reference& reference : references) {
+    if (reference.group == group && (half == Half::both || reference.half == half)) {
+      chosen.push_back(&reference);
+    }
+  }
+  return chosen;
+}
+
+}  // namespace sivray::content

@@ -1,0 +1,53 @@
+// What the command measure prints: each wave's figures and nearest recording, and a table by group.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "content/measure/References.h"
+#include "content/measure/Targets.h"
+
+namespace sivray::content {
+
+struct MeasuredWave {
+  std::string name;
+  std::optional<Group> group;
+  Hit hit;
+  Picture picture;
+  Figures figures{};
+};
+
+/// Measures waves on all cores. `groups` holds a group for each wave.
+std::vector<MeasuredWave> measureWaves(std::span<const Wave> waves, std::span<const std::optional<Group>> groups);
+
+struct Nearest {
+  const Reference* reference = nullptr;
+  float distance = 0.0F;
+};
+
+/// Returns the nearest of these recordings, leaving out those of the set `without`.
+Nearest nearestOf(const Picture& picture, std::span<const Reference* const> references,
+                  const std::string& without = {});
+
+/// Prints every figure of a wave beside its group's range, with a mark where it lies outside.
+void printWave(std::ostream& out, const MeasuredWave& wave, std::span<const Reference> references, Half half);
+
+/// Prints a line for each group: D of the recordings to the nearest of another set, D of the waves (middle and best),
+/// and the share of the waves with many figures outside.
+void printGroups(std::ostream& out, std::span<const MeasuredWave> waves, std::span<const Reference> references,
+                 Half half);
+
+/// Two waves closer than this sound alike.
+inline constexpr float kTwins = 3.5F;
+
+/// Prints the pairs of waves that are closer than kTwins.
+void printTwins(std::ostream& out, std::span<const MeasuredWave> waves);
+
+/// Prints the recordings' ranges as the rows of TargetTable.cpp.
+void printTargets(std::ostream& out, std::span<const Reference> references);
+
+}  // namespace sivray::content
