@@ -29,6 +29,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   find_package(JPEG REQUIRED)
   find_package(Freetype REQUIRED)
   find_package(X11 REQUIRED)
+  find_package(ALSA REQUIRED)
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
 
@@ -79,7 +80,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   target_link_libraries(sivray_juce_client_modules PRIVATE sivray_juce)
   target_include_directories(sivray_juce_client_modules PRIVATE ${X11_INCLUDE_DIR})
   target_compile_definitions(sivray_juce_client_modules PUBLIC ${client_modules}
-    JUCE_ALSA=1 JUCE_JACK=1 JUCE_JACK_CLIENT_NAME="Sivray" JUCE_PLUGINHOST_VST=0 JUCE_VST3_CAN_REPLACE_VST2=0)
+    JUCE_ALSA=1 JUCE_JACK=1 JUCE_JACK_CLIENT_NAME="Sivray" JUCE_ALSA_MIDI_NAME="Sivray" JUCE_PLUGINHOST_VST=0 JUCE_VST3_CAN_REPLACE_VST2=0)
   target_compile_options(sivray_juce_client_modules PRIVATE -O1 -g0)
 
   add_library(sivray_juce_client INTERFACE)

@@ -107,6 +107,20 @@ function(sivray_module name)
   endif()
 endfunction()
 
+# sivray_program(<name> FOLDER <folder below src> LINKS <rooms>...)
+# Builds the program that people start, in the folder of the library that hosts load, beside the content of both.
+function(sivray_program name)
+  cmake_parse_arguments(PROGRAM "" "FOLDER" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/src/${PROGRAM_FOLDER}/*.cpp")
+  list(TRANSFORM PROGRAM_LINKS PREPEND sivray_)
+  add_executable(${name} WIN32 ${sources})
+  target_link_libraries(${name} PRIVATE sivray_options ${PROGRAM_LINKS})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/Sivray")
+  if(WIN32)
+    target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
+  endif()
+endfunction()
+
 # sivray_test(<name> [LINKS <libraries>...])
 # Builds the program test_<name> from all sources in the calling folder's sub-folder <name>.
 function(sivray_test name)

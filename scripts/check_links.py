@@ -18,7 +18,7 @@ KEYWORDS = ("FOLDER", "BUNDLE", "LINKS", "PRIVATE", "EXTERNAL")
 
 
 class Room:
-    """One sivray_room or sivray_module: its folder below src and the rooms that it links."""
+    """One sivray_room, sivray_module or sivray_program: its folder below src and the rooms that it links."""
 
     def __init__(self, name, words):
         parts, key = {keyword: [] for keyword in KEYWORDS}, None
@@ -33,7 +33,7 @@ class Room:
 
 def read_rooms():
     text = re.sub(r"#.*", "", (ROOT / "src/CMakeLists.txt").read_text())
-    calls = re.findall(r"sivray_(room|module)\((\w+)\s([^()]*)\)", text)
+    calls = re.findall(r"sivray_(room|module|program)\((\w+)\s([^()]*)\)", text)
     return {name: (kind, Room(name, words.split())) for kind, name, words in calls}
 
 

@@ -30,6 +30,9 @@ class NativePath {
 
   const Text::value_type* text() const { return nativeText.c_str(); }
 
+  /// UTF-8, for a message to the user.
+  std::string shown() const;
+
  private:
   NativePath() = default;
 

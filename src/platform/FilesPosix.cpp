@@ -70,6 +70,8 @@ NativePath::NativePath(const std::string& path) : nativeText(path) {
   std::replace(nativeText.begin(), nativeText.end(), '\\', '/');
 }
 
+std::string NativePath::shown() const { return nativeText; }
+
 NativePath NativePath::chosen(const std::string& path) {
   NativePath turned(path);
   std::error_code error;

@@ -77,6 +77,8 @@ NativePath::NativePath(const std::string& path) : nativeText(toWide(path)) {
   std::replace(nativeText.begin(), nativeText.end(), L'/', L'\\');
 }
 
+std::string NativePath::shown() const { return toUtf8(nativeText); }
+
 NativePath NativePath::chosen(const std::string& path) { return NativePath(path); }
 
 std::optional<InputFile> InputFile::open(const NativePath& path) {

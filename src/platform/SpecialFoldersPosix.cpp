@@ -74,8 +74,10 @@ std::string moduleFolder() {
   if (dladdr(reinterpret_cast<const void*>(&moduleFolder), &info) == 0 || info.dli_fname == nullptr) {
     return {};
   }
+  // Of a program that was found along $PATH the loader knows the bare name.
+  const std::string name = info.dli_fname;
   std::error_code error;
-  const fs::path file = fs::canonical(info.dli_fname, error);
+  const fs::path file = fs::canonical(name.find('/') == std::string::npos ? "/proc/self/exe" : name, error);
   return error ? std::string() : file.parent_path().string();
 }
 

@@ -18,6 +18,7 @@
 #include "host/client/SivrayProcessorEditor.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/MessageThread.h"
+#include "platform/Files.h"
 #include "storage/paths/Paths.h"
 #include "views/SivrayEditorProvider.h"
 
@@ -54,7 +55,8 @@ SivrayProcessor::Impl::Impl() {
     const std::string base = sharedBase();
     fault = base.empty() ? "Sivray's sounds are not installed: no folder Tesh/Bramel beside the plug-in, or in "
                            "$XDG_DATA_HOME or $XDG_DATA_DIRS."
-                         : "Sivray's files are missing or damaged: " + pathFor(kBramelPath_Macro, "Sivray");
+                         : "Sivray's files are missing or damaged: " +
+                               platform::NativePath(pathFor(kBramelPath_Macro, "Sivray")).shown();
     instrument = std::make_shared<BramelInstrument>(nullptr);
   }
 }

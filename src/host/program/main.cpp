@@ -1,0 +1,57 @@
+// The program `sivray`: starts JUCE, shows the window, and says in one line why it cannot.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string_view>
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include "host/standalone/Desktop.h"
+#include "host/standalone/Standalone.h"
+
+namespace {
+
+namespace standalone = tesh::bramel::standalone;
+
+constexpr const char* kHelp =
+    "sivray: the drum module as a program of its own, on JACK or ALSA.\n"
+    "The keys A S D F G H J K play the pads, the space bar starts and stops the demo.\n"
+    "It takes no options but --help.\n";
+
+/// On the standard error, and in a window where nobody reads that.
+int fail(const char* reason) {
+  std::fprintf(stderr, "sivray: %s\n", reason);
+  if (!standalone::desktop::hasTerminal() && standalone::desktop::hasScreen()) {
+    juce::AlertWindow::showMessageBox(juce::MessageBoxIconType::WarningIcon, "Sivray", juce::String::fromUTF8(reason));
+  }
+  return EXIT_FAILURE;
+}
+
+int run() {
+  standalone::desktop::prepare();
+  const juce::ScopedJuceInitialiser_GUI juceRuns;
+  if (!standalone::desktop::hasScreen()) {
+    return fail(standalone::desktop::screenAdvice());
+  }
+  const auto end = [] { juce::MessageManager::getInstance()->stopDispatchLoop(); };
+  try {
+    const standalone::Standalone program(standalone::desktop::settingsFolder(), end);
+    const standalone::desktop::EndRequests requests(end);
+    juce::MessageManager::getInstance()->runDispatchLoop();
+    return EXIT_SUCCESS;
+  } catch (const std::exception& error) {
+    return fail(error.what());
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc > 1) {
+    const bool wantsHelp = std::string_view(argv[1]) == "--help";
+    std::fputs(kHelp, wantsHelp ? stdout : stderr);
+    return wantsHelp ? EXIT_SUCCESS : EXIT_FAILURE;
+  }
+  return run();
+}

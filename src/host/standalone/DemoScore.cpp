@@ -1,0 +1,66 @@
+// Reads the demo through JUCE.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/standalone/DemoScore.h"
+
+#include <juce_audio_basics/juce_audio_basics.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tesh::bramel::standalone {
+namespace {
+
+constexpr int kStatus = 0xF0;
+constexpr int kController = 0xB0;
+constexpr int kPitchBend = 0xE0;
+constexpr double kSecondsPerMinute = 60.0;
+constexpr double kBeatsPerBar = 4.0;
+constexpr double kLongestSeconds = 3600.0;
+
+void addMessage(DemoScore& score, const juce::MidiMessage& message) {
+  if (message.isTempoMetaEvent() && message.getTempoSecondsPerQuarterNote() > 0.0) {
+    score.beatsPerMinute = kSecondsPerMinute / message.getTempoSecondsPerQuarterNote();
+  }
+  const int size = message.getRawDataSize();
+  DemoScore::Event event{.seconds = message.getTimeStamp(), .size = size};
+  if (message.isMetaEvent() || message.isSysEx() || size < 1 || size > static_cast<int>(event.bytes.size())) {
+    return;
+  }
+  std::copy_n(message.getRawData(), size, event.bytes.begin());
+  score.events.push_back(event);
+}
+
+}  // namespace
+
+bool DemoScore::Event::needsBlockStart() const {
+  const int status = bytes[0] & kStatus;
+  return status == kController || status == kPitchBend;
+}
+
+DemoScore readDemoScore(std::span<const std::uint8_t> file) {
+  juce::MemoryInputStream stream(file.data(), file.size(), false);
+  juce::MidiFile midi;
+  if (file.empty() || !midi.readFrom(stream)) {
+    return {};
+  }
+  midi.convertTimestampTicksToSeconds();
+  DemoScore score;
+  for (int track = 0; track < midi.getNumTracks(); ++track) {
+    for (const auto* const holder : *midi.getTrack(track)) {
+      addMessage(score, holder->message);
+    }
+  }
+  std::stable_sort(score.events.begin(), score.events.end(),
+                   [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
+  const double end = midi.getLastTimestamp();
+  if (score.isEmpty() || !(end > 0.0 && end < kLongestSeconds)) {
+    return {};
+  }
+  // A bar that is full but for the rounding of its ticks is not followed by an empty one.
+  constexpr double kRounding = 1e-3;
+  const double bar = kBeatsPerBar * kSecondsPerMinute / score.beatsPerMinute;
+  score.seconds = std::max(1.0, std::ceil(end / bar - kRounding)) * bar;
+  return score;
+}
+
+}  // namespace tesh::bramel::standalone

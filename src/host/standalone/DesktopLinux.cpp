@@ -1,0 +1,135 @@
+// The program on X11 desktops.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifdef __linux__
+
+#include <dlfcn.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <utility>
+
+#define JUCE_GUI_BASICS_INCLUDE_XHEADERS 1
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include "host/editor/X11Connection.h"
+#include "host/standalone/Desktop.h"
+
+namespace tesh::bramel::standalone::desktop {
+namespace {
+
+constexpr float kPlainDots = 96.0F;  ///< An inch, where the desktop does not scale.
+constexpr float kLargestScale = 4.0F;
+
+/// libjack tells the standard error each time that no server runs. The program says it in its window.
+void silenceJack() {
+  using Say = void (*)(const char*);
+  using SetSay = void (*)(Say);
+  void* const library = ::dlopen("libjack.so.0", RTLD_LAZY);
+  if (library == nullptr) {
+    return;
+  }
+  for (const char* const name : {"jack_set_error_function", "jack_set_info_function"}) {
+    if (const auto set = reinterpret_cast<SetSay>(::dlsym(library, name))) {
+      set([](const char*) {});
+    }
+  }
+}
+
+/// The desktop's dots an inch among the X server's resources; 0 if it has set none.
+float desktopDots() {
+  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
+  const char* const text = display == nullptr ? nullptr : XResourceManagerString(display);
+  std::istringstream resources(text == nullptr ? "" : text);
+  const std::string key = "Xft.dpi:";
+  for (std::string line; std::getline(resources, line);) {
+    if (line.starts_with(key)) {
+      return std::strtof(line.c_str() + key.size(), nullptr);
+    }
+  }
+  return 0.0F;
+}
+
+/// Written to by the handler of signals; -1 while nobody listens.
+volatile std::sig_atomic_t endFile = -1;
+
+void askToEnd(int /*signal*/) {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const ssize_t bytes = ::write(endFile, &one, sizeof(one));
+}
+
+}  // namespace
+
+void prepare() {
+  silenceJack();
+  vst::internWindowManagerAtoms();
+}
+
+bool hasScreen() { return vst::openConnection(); }
+
+const char* screenAdvice() { return "there is no screen: DISPLAY names no X server that answers"; }
+
+float scale() {
+  const float dots = desktopDots();
+  return dots > 0.0F && std::isfinite(dots) ? std::clamp(dots / kPlainDots, 1.0F, kLargestScale) : 1.0F;
+}
+
+void nameWindow(void* nativeWindow) {
+  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
+  std::string instance = "sivray";
+  std::string name = "Sivray";
+  XClassHint hint{instance.data(), name.data()};
+  XSetClassHint(display, reinterpret_cast<Window>(nativeWindow), &hint);
+}
+
+juce::File settingsFolder() {
+  const char* const configuration = std::getenv("XDG_CONFIG_HOME");
+  const juce::String path = juce::String::fromUTF8(configuration == nullptr ? "" : configuration);
+  return juce::File(juce::File::isAbsolutePath(path) ? path : "~/.config").getChildFile("sivray");
+}
+
+bool hasTerminal() { return ::isatty(STDERR_FILENO) == 1; }
+
+struct EndRequests::Impl {
+  std::function<void()> tell;
+};
+
+EndRequests::EndRequests(std::function<void()> onRequest) : impl(std::make_unique<Impl>()) {
+  impl->tell = std::move(onRequest);
+  const int file = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+  if (file < 0) {
+    return;  // The system's own way of ending a program stays.
+  }
+  juce::LinuxEventLoop::registerFdCallback(file, [this](int readable) {
+    std::uint64_t count = 0;
+    if (::read(readable, &count, sizeof(count)) > 0) {
+      impl->tell();
+    }
+  });
+  endFile = file;
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    std::signal(signal, askToEnd);
+  }
+}
+
+EndRequests::~EndRequests() {
+  if (endFile < 0) {
+    return;
+  }
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    std::signal(signal, SIG_DFL);
+  }
+  juce::LinuxEventLoop::unregisterFdCallback(endFile);
+  ::close(endFile);
+  endFile = -1;
+}
+
+}  // namespace tesh::bramel::standalone::desktop
+
+#endif

@@ -1,0 +1,48 @@
+// The computer's keys as pads: A S D F G H J K strike the eight pads from left to right.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <utility>
+
+namespace tesh::bramel::standalone {
+
+/// The note of the first pad; the others follow.
+inline constexpr int kFirstPadNote = 36;
+
+/// Turns keys that are down into notes: one note-on when a key goes down, however long it repeats, and one note-off
+/// when it comes up. Message thread only.
+class PadKeys {
+ public:
+  static constexpr std::array<int, 8> kKeys{'a', 's', 'd', 'f', 'g', 'h', 'j', 'k'};
+
+  /// Hears of a note, kFirstPadNote to kFirstPadNote + 7, and whether it begins.
+  using Strike = std::function<void(int note, bool isOn)>;
+
+  explicit PadKeys(Strike newStrike) : strike(std::move(newStrike)) {}
+
+  /// True for the letter of a pad, upper or lower case.
+  static bool isPadKey(int key);
+
+  /// To be called after any key has moved. `isDown` tells whether a key of kKeys is down. While `mayStrike` is false,
+  /// as in a text field, keys that go down are ignored until they have come up; keys that sound still end their notes.
+  void keysMoved(const std::function<bool(int key)>& isDown, bool mayStrike);
+
+  /// Ends all notes, as when the window has lost the keyboard.
+  void releaseAll();
+
+ private:
+  struct Key {
+    bool isDown = false;
+    bool isSounding = false;
+  };
+
+  void end(std::size_t pad);
+
+  Strike strike;
+  std::array<Key, kKeys.size()> keys{};
+};
+
+}  // namespace tesh::bramel::standalone

@@ -1,0 +1,140 @@
+// Cuts the device's blocks into those of the instrument, and gives each its events.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/standalone/Playback.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace tesh::bramel::standalone {
+namespace {
+
+constexpr int kChannels = 2;
+constexpr std::size_t kEventBytes = 65536;  ///< More than any block brings, so that no block takes memory.
+constexpr juce::uint8 kPadVelocity = 100;   ///< As the panel's own pads strike.
+
+constexpr double kToneHertz = 440.0;
+constexpr double kToneSeconds = 0.5;
+constexpr double kToneFadeSeconds = 0.01;
+constexpr double kToneLevel = 0.125;  ///< -18 dB.
+
+}  // namespace
+
+Playback::Playback(juce::AudioProcessor& instrument, DemoScore score)
+    : processor(instrument), demoPlayer(std::move(score)) {
+  live.ensureSize(kEventBytes);
+  events.ensureSize(kEventBytes);
+  collector.ensureStorageAllocated(kEventBytes);
+  processor.setPlayHead(this);
+}
+
+Playback::~Playback() { processor.setPlayHead(nullptr); }
+
+void Playback::playNote(int note, bool isOn) {
+  if (sampleRate <= 0.0) {
+    return;
+  }
+  auto message = isOn ? juce::MidiMessage::noteOn(1, note, kPadVelocity) : juce::MidiMessage::noteOff(1, note);
+  message.setTimeStamp(juce::Time::getMillisecondCounterHiRes() * 0.001);
+  collector.addMessageToQueue(message);
+}
+
+void Playback::playTestTone() { isToneWanted = true; }
+
+void Playback::audioDeviceAboutToStart(juce::AudioIODevice* device) {
+  prepare(device->getCurrentSampleRate(), device->getCurrentBufferSizeSamples());
+}
+
+void Playback::prepare(double rate, int frames) {
+  sampleRate = rate;
+  longestBlock = std::max(frames, 1);
+  sound.setSize(kChannels, longestBlock);
+  collector.reset(rate);
+  demoPlayer.setSampleRate(rate);
+  toneFrames = static_cast<int>(kToneSeconds * rate);
+  toneFrame = toneFrames;
+  processor.setRateAndBufferSizeDetails(rate, longestBlock);
+  processor.prepareToPlay(rate, longestBlock);
+}
+
+void Playback::audioDeviceStopped() { processor.releaseResources(); }
+
+void Playback::handleIncomingMidiMessage(juce::MidiInput* /*source*/, const juce::MidiMessage& message) {
+  if (sampleRate > 0.0) {
+    collector.addMessageToQueue(message);
+  }
+}
+
+void Playback::audioDeviceIOCallbackWithContext(const float* const* /*inputs*/, int /*inputCount*/,
+                                                float* const* outputs, int outputCount, int frames,
+                                                const juce::AudioIODeviceCallbackContext& /*context*/) {
+  const juce::ScopedNoDenormals noDenormals;
+  ++blocks;
+  live.clear();
+  collector.removeNextBlockOfMessages(live, frames);
+  for (int from = 0; from < frames;) {
+    const int part = demoPlayer.beginBlock(std::min(frames - from, longestBlock));
+    events.clear();
+    events.addEvents(live, from, part, -from);
+    render(part);
+    copyTo(outputs, outputCount, from, part);
+    from += part;
+  }
+}
+
+void Playback::render(int frames) {
+  juce::AudioBuffer<float> block(sound.getArrayOfWritePointers(), kChannels, frames);
+  block.clear();
+  demoPlayer.addEvents(events, frames);
+  {
+    const juce::ScopedLock lock(processor.getCallbackLock());
+    if (!processor.isSuspended()) {
+      processor.processBlock(block, events);
+    }
+  }
+  demoPlayer.endBlock(frames);
+  addTestTone(frames);
+}
+
+void Playback::addTestTone(int frames) {
+  if (isToneWanted.exchange(false)) {
+    toneFrame = 0;
+  }
+  const double fade = kToneFadeSeconds * sampleRate;
+  for (int frame = 0; frame < frames && toneFrame < toneFrames; ++frame, ++toneFrame) {
+    const double edge = std::min({1.0, toneFrame / fade, (toneFrames - toneFrame) / fade});
+    const double phase = 2.0 * std::numbers::pi * kToneHertz * toneFrame / sampleRate;
+    const auto value = static_cast<float>(kToneLevel * edge * std::sin(phase));
+    sound.addSample(0, frame, value);
+    sound.addSample(1, frame, value);
+  }
+}
+
+void Playback::copyTo(float* const* outputs, int outputCount, int from, int frames) const {
+  using Vectors = juce::FloatVectorOperations;
+  for (int channel = 0; channel < outputCount; ++channel) {
+    if (channel < kChannels) {
+      Vectors::copy(outputs[channel] + from, sound.getReadPointer(channel), frames);
+    } else {
+      Vectors::clear(outputs[channel] + from, frames);
+    }
+  }
+  if (outputCount == 1) {
+    Vectors::add(outputs[0] + from, sound.getReadPointer(1), frames);
+    Vectors::multiply(outputs[0] + from, 0.5F, frames);
+  }
+}
+
+juce::Optional<juce::AudioPlayHead::PositionInfo> Playback::getPosition() const {
+  PositionInfo position;
+  position.setBpm(demoPlayer.beatsPerMinute());
+  position.setTimeSignature(juce::AudioPlayHead::TimeSignature{4, 4});
+  position.setIsPlaying(demoPlayer.isMoving());
+  position.setTimeInSamples(demoPlayer.frame());
+  position.setTimeInSeconds(static_cast<double>(demoPlayer.frame()) / sampleRate);
+  position.setPpqPosition(demoPlayer.beat());
+  return position;
+}
+
+}  // namespace tesh::bramel::standalone

@@ -1,0 +1,66 @@
+// What the sound device plays: the instrument, struck by keys, MIDI devices and the demo.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_audio_devices/juce_audio_devices.h>
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include <atomic>
+#include <cstdint>
+
+#include "host/standalone/DemoPlayer.h"
+
+namespace tesh::bramel::standalone {
+
+/// Copes with blocks of any size and devices of any number of channels: a device of one channel plays the middle of
+/// both, and what a device has beyond two stays silent. The processor plays while a device runs.
+class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInputCallback, private juce::AudioPlayHead {
+ public:
+  /// `instrument` outlives this object, and has no inputs and two outputs.
+  Playback(juce::AudioProcessor& instrument, DemoScore score);
+  ~Playback() override;
+
+  DemoPlayer& demo() { return demoPlayer; }
+
+  /// Strikes or releases a pad. Message thread.
+  void playNote(int note, bool isOn);
+
+  /// Plays half a second of 440 Hz, past the instrument. Any thread.
+  void playTestTone();
+
+  /// The number of the device's blocks so far. Any thread.
+  std::uint64_t blockCount() const { return blocks; }
+
+  // The device's side.
+
+  void audioDeviceAboutToStart(juce::AudioIODevice* device) override;
+  void audioDeviceStopped() override;
+  void audioDeviceIOCallbackWithContext(const float* const* inputs, int inputCount, float* const* outputs,
+                                        int outputCount, int frames,
+                                        const juce::AudioIODeviceCallbackContext& context) override;
+  void handleIncomingMidiMessage(juce::MidiInput* source, const juce::MidiMessage& message) override;
+
+  /// Without a device: for `rate` in Hz and blocks of up to `frames`.
+  void prepare(double rate, int frames);
+
+ private:
+  juce::Optional<PositionInfo> getPosition() const override;
+  void render(int frames);
+  void addTestTone(int frames);
+  void copyTo(float* const* outputs, int outputCount, int from, int frames) const;
+
+  juce::AudioProcessor& processor;
+  DemoPlayer demoPlayer;
+  juce::MidiMessageCollector collector;
+  juce::MidiBuffer live;    ///< Of the device's whole block.
+  juce::MidiBuffer events;  ///< Of the part that is rendered.
+  juce::AudioBuffer<float> sound;
+  double sampleRate = 0.0;
+  int longestBlock = 0;
+  std::atomic<std::uint64_t> blocks = 0;
+  std::atomic<bool> isToneWanted = false;
+  int toneFrame = 0;  ///< Of the test tone; at its end while none sounds.
+  int toneFrames = 0;
+};
+
+}  // namespace tesh::bramel::standalone

@@ -1,0 +1,81 @@
+// The settings as named values of one XML file.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/standalone/Settings.h"
+
+#include <cmath>
+
+namespace tesh::bramel::standalone {
+namespace {
+
+constexpr const char* kDeviceType = "soundType";
+constexpr const char* kDeviceName = "soundDevice";
+constexpr const char* kRate = "soundRate";
+constexpr const char* kBlock = "soundBlock";
+constexpr const char* kMidiOff = "midiInputsOff";
+constexpr const char* kX = "windowX";
+constexpr const char* kY = "windowY";
+
+constexpr double kHighestRate = 1e6;
+constexpr int kLongestBlock = 1 << 16;
+constexpr juce::int64 kLargestState = juce::int64{64} << 20;
+
+juce::PropertiesFile::Options options() {
+  constexpr int kMillisecondsUntilSaved = 500;
+  juce::PropertiesFile::Options result;
+  result.storageFormat = juce::PropertiesFile::storeAsXML;
+  result.millisecondsBeforeSaving = kMillisecondsUntilSaved;
+  return result;
+}
+
+}  // namespace
+
+Settings::Settings(const juce::File& newFolder)
+    : stateFile(newFolder.getChildFile("sound.state")), file(newFolder.getChildFile("settings.xml"), options()) {}
+
+DeviceChoice Settings::device() const {
+  DeviceChoice choice{.type = file.getValue(kDeviceType), .name = file.getValue(kDeviceName)};
+  const double rate = file.getDoubleValue(kRate);
+  const int block = file.getIntValue(kBlock);
+  choice.rate = rate > 0.0 && rate < kHighestRate ? rate : 0.0;
+  choice.block = block > 0 && block <= kLongestBlock ? block : 0;
+  return choice;
+}
+
+void Settings::setDevice(const DeviceChoice& choice) {
+  file.setValue(kDeviceType, choice.type);
+  file.setValue(kDeviceName, choice.name);
+  file.setValue(kRate, choice.rate);
+  file.setValue(kBlock, choice.block);
+}
+
+juce::StringArray Settings::midiNamesOff() const { return juce::StringArray::fromLines(file.getValue(kMidiOff)); }
+
+void Settings::setMidiNamesOff(const juce::StringArray& names) { file.setValue(kMidiOff, names.joinIntoString("\n")); }
+
+std::optional<juce::Point<int>> Settings::position() const {
+  if (!file.containsKey(kX) || !file.containsKey(kY)) {
+    return std::nullopt;
+  }
+  return juce::Point<int>(file.getIntValue(kX), file.getIntValue(kY));
+}
+
+void Settings::setPosition(juce::Point<int> topLeft) {
+  file.setValue(kX, topLeft.x);
+  file.setValue(kY, topLeft.y);
+}
+
+juce::MemoryBlock Settings::state() const {
+  juce::MemoryBlock bytes;
+  if (stateFile.getSize() <= kLargestState) {
+    stateFile.loadFileAsData(bytes);
+  }
+  return bytes;
+}
+
+bool Settings::saveState(const juce::MemoryBlock& bytes) {
+  const bool isSaved = file.saveIfNeeded();
+  return stateFile.getParentDirectory().createDirectory().wasOk() &&
+         stateFile.replaceWithData(bytes.getData(), bytes.getSize()) && isSaved;
+}
+
+}  // namespace tesh::bramel::standalone

@@ -1,0 +1,41 @@
+// What the program remembers from one start to the next: the setup and the sound, two files in one folder.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_data_structures/juce_data_structures.h>
+
+#include <optional>
+
+#include "host/standalone/SoundDevice.h"
+
+namespace tesh::bramel::standalone {
+
+/// The setup is saved soon after each change. Files are replaced in one step, and one that is broken counts as empty.
+/// Message thread only.
+class Settings {
+ public:
+  /// `newFolder` is made when something is saved.
+  explicit Settings(const juce::File& newFolder);
+
+  DeviceChoice device() const;
+  void setDevice(const DeviceChoice& choice);
+
+  juce::StringArray midiNamesOff() const;
+  void setMidiNamesOff(const juce::StringArray& names);
+
+  /// Of the window's content, in the screen's pixels. Nothing before the first move.
+  std::optional<juce::Point<int>> position() const;
+  void setPosition(juce::Point<int> topLeft);
+
+  /// The instrument's state, the bytes that a song keeps; empty before the first end.
+  juce::MemoryBlock state() const;
+
+  /// Writes at once, also what else has changed; false if the folder cannot be written to.
+  bool saveState(const juce::MemoryBlock& bytes);
+
+ private:
+  juce::File stateFile;
+  juce::PropertiesFile file;
+};
+
+}  // namespace tesh::bramel::standalone

@@ -1,0 +1,230 @@
+// Opens, watches and replaces the device. Devices of a sound server may vanish or change their rate without a word, so
+// they are looked at once a second.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/standalone/SoundDevice.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tesh::bramel::standalone {
+namespace {
+
+constexpr int kLookMilliseconds = 1000;
+constexpr int kSearchMilliseconds = 3000;  ///< To ask all systems of sound takes some milliseconds.
+/// A device that has stopped may still be on its way out of its last callback at the first look.
+constexpr int kLooksUntilLost = 2;
+constexpr int kLooksUntilSilent = 3;
+/// For a device that leaves it to us: short enough to play, long enough for a plain desktop.
+constexpr int kBlock = 256;
+constexpr std::array<int, 9> kBlocks{32, 48, 64, 96, 128, 256, 512, 1024, 2048};
+constexpr int kChannels = 2;
+
+/// The first that is not below the engine's own rate, which most devices have.
+double rateFor(juce::AudioIODevice& device, double wanted) {
+  constexpr double kEngineRate = 44100.0;
+  const auto rates = device.getAvailableSampleRates();
+  if (rates.contains(wanted) || rates.isEmpty()) {
+    return wanted;
+  }
+  const auto* const found = std::find_if(rates.begin(), rates.end(), [](double rate) { return rate >= kEngineRate; });
+  return found == rates.end() ? rates.getLast() : *found;
+}
+
+juce::String hertz(double rate) { return juce::String(juce::roundToInt(rate)) + " Hz"; }
+
+}  // namespace
+
+SoundDevice::Types SoundDevice::systemTypes() {
+  Types types;
+  for (juce::AudioIODeviceType* const type : {
+           juce::AudioIODeviceType::createAudioIODeviceType_JACK(),
+           juce::AudioIODeviceType::createAudioIODeviceType_ALSA(),
+           juce::AudioIODeviceType::createAudioIODeviceType_WASAPI(juce::WASAPIDeviceMode::shared),
+           juce::AudioIODeviceType::createAudioIODeviceType_WASAPI(juce::WASAPIDeviceMode::sharedLowLatency),
+           juce::AudioIODeviceType::createAudioIODeviceType_DirectSound(),
+       }) {
+    if (type != nullptr) {
+      types.emplace_back(type);
+    }
+  }
+  return types;
+}
+
+SoundDevice::SoundDevice(juce::AudioIODeviceCallback& player, std::function<std::uint64_t()> countBlocks,
+                         MakeTypes makeTypes)
+    : callback(player), blockCount(std::move(countBlocks)), typeMaker(std::move(makeTypes)) {}
+
+SoundDevice::~SoundDevice() {
+  onChange = nullptr;
+  close();
+}
+
+void SoundDevice::open(const DeviceChoice& wanted) {
+  wantedChoice = wanted;
+  wasLost = false;
+  close();
+  openAny();
+}
+
+void SoundDevice::openAny() {
+  available();
+  lastError.clear();
+  const bool isOpened = openWanted() || openDefault();
+  startTimer(isOpened ? kLookMilliseconds : kSearchMilliseconds);
+  tell();
+}
+
+bool SoundDevice::openWanted() {
+  return std::any_of(types.begin(), types.end(), [this](const auto& type) {
+    return type->getTypeName() == wantedChoice.type && tryToOpen(*type, wantedChoice);
+  });
+}
+
+bool SoundDevice::openDefault() {
+  return std::any_of(types.begin(), types.end(), [this](const auto& type) {
+    const auto names = type->getDeviceNames(false);
+    const int index = type->getDefaultDeviceIndex(false);
+    return juce::isPositiveAndBelow(index, names.size()) &&
+           tryToOpen(*type, {.type = type->getTypeName(), .name = names[index]});
+  });
+}
+
+bool SoundDevice::tryToOpen(juce::AudioIODeviceType& type, const DeviceChoice& choice) {
+  if (!type.getDeviceNames(false).contains(choice.name)) {
+    return false;
+  }
+  std::unique_ptr<juce::AudioIODevice> opened(type.createDevice(choice.name, {}));
+  if (opened == nullptr) {
+    return false;
+  }
+  juce::BigInteger channels;
+  channels.setRange(0, std::min(kChannels, opened->getOutputChannelNames().size()), true);
+  const int block = choice.block > 0 ? choice.block : kBlock;
+  const juce::String error = opened->open({}, channels, rateFor(*opened, choice.rate), block);
+  if (error.isNotEmpty() || !opened->isOpen()) {
+    lastError = choice.name + " (" + choice.type + "): " + (error.isEmpty() ? "it does not open" : error);
+    return false;
+  }
+  device = std::move(opened);
+  isAnswering = true;
+  looksWithoutBlocks = 0;
+  looksWithoutPlaying = 0;
+  seenBlocks = blockCount();
+  wasLost = false;
+  device->start(&callback);
+  openChoice = {.type = choice.type,
+                .name = choice.name,
+                .rate = device->getCurrentSampleRate(),
+                .block = device->getCurrentBufferSizeSamples()};
+  return true;
+}
+
+void SoundDevice::close() {
+  if (device != nullptr) {
+    device->stop();
+    device->close();
+    device.reset();
+  }
+  openChoice = {};
+}
+
+DeviceChoice SoundDevice::current() const { return openChoice; }
+
+juce::String SoundDevice::describe() const {
+  if (device != nullptr && isAnswering) {
+    return openChoice.type + ": " + openChoice.name + ", " + hertz(openChoice.rate) + ", " +
+           juce::String(openChoice.block) + " frames";
+  }
+  if (device != nullptr) {
+    return "No sound: " + openChoice.type + " does not answer";
+  }
+  if (wasLost) {
+    return "The sound device is gone. Looking for another";
+  }
+  return lastError.isEmpty() ? "No sound device found. Still looking" : "No sound: " + lastError;
+}
+
+std::vector<DeviceChoice> SoundDevice::available() {
+  // The old ones go first: ALSA's type silences the library's complaints, and takes that back at its end.
+  if (device != nullptr) {
+    std::move(types.begin(), types.end(), std::back_inserter(olderTypes));
+  } else {
+    olderTypes.clear();
+  }
+  types.clear();
+  types = typeMaker();
+  std::vector<DeviceChoice> choices;
+  for (const auto& type : types) {
+    type->scanForDevices();
+    for (const auto& name : type->getDeviceNames(false)) {
+      choices.push_back({.type = type->getTypeName(), .name = name});
+    }
+  }
+  return choices;
+}
+
+std::vector<double> SoundDevice::rates() const {
+  std::vector<double> result;
+  if (device != nullptr) {
+    const auto rates = device->getAvailableSampleRates();
+    result.assign(rates.begin(), rates.end());
+  }
+  return result;
+}
+
+std::vector<int> SoundDevice::blocks() const {
+  std::vector<int> result;
+  if (device != nullptr) {
+    const auto sizes = device->getAvailableBufferSizes();
+    std::copy_if(sizes.begin(), sizes.end(), std::back_inserter(result), [&](int size) {
+      return size == openChoice.block || std::find(kBlocks.begin(), kBlocks.end(), size) != kBlocks.end();
+    });
+  }
+  return result;
+}
+
+void SoundDevice::look() {
+  if (device == nullptr) {
+    openAny();
+  } else {
+    watch();
+  }
+}
+
+void SoundDevice::watch() {
+  looksWithoutPlaying = device->isPlaying() ? 0 : looksWithoutPlaying + 1;
+  if (looksWithoutPlaying >= kLooksUntilLost) {
+    close();
+    wasLost = true;
+    openAny();
+    return;
+  }
+  const std::uint64_t count = blockCount();
+  looksWithoutBlocks = count == std::exchange(seenBlocks, count) ? looksWithoutBlocks + 1 : 0;
+  if (std::exchange(isAnswering, looksWithoutBlocks < kLooksUntilSilent) != isAnswering) {
+    tell();
+  }
+  followServer();
+}
+
+void SoundDevice::followServer() {
+  const double rate = device->getCurrentSampleRate();
+  const int block = device->getCurrentBufferSizeSamples();
+  if ((rate == openChoice.rate && block == openChoice.block) || rate <= 0.0 || block <= 0) {
+    return;
+  }
+  openChoice.rate = rate;
+  openChoice.block = block;
+  device->stop();
+  device->start(&callback);
+  tell();
+}
+
+void SoundDevice::tell() {
+  if (onChange) {
+    onChange();
+  }
+}
+
+}  // namespace tesh::bramel::standalone

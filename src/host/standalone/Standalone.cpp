@@ -1,0 +1,164 @@
+// Connects devices, keys, demo, strip and setup.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/standalone/Standalone.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "host/client/SivrayProcessor.h"
+#include "host/client/SivrayProcessorEditor.h"
+#include "host/standalone/Desktop.h"
+#include "host/standalone/MidiInputs.h"
+#include "host/standalone/PadKeyboard.h"
+#include "host/standalone/Playback.h"
+#include "host/standalone/ProgramFonts.h"
+#include "host/standalone/ProgramWindow.h"
+#include "host/standalone/Settings.h"
+#include "host/standalone/SetupView.h"
+#include "host/standalone/SoundDevice.h"
+#include "storage/paths/Paths.h"
+#include "views/BWPopupView.h"
+
+namespace tesh::bramel::standalone {
+namespace {
+
+DemoScore installedDemo() {
+  return readDemoScore(readFile(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayDemo\\demo.mid")));
+}
+
+}  // namespace
+
+class Standalone::Impl : public IBWControlListener {
+ public:
+  Impl(const juce::File& settingsFolder, std::function<void()> onClosed)
+      : settings(settingsFolder), playback(processor, installedDemo()) {
+    if (!processor.fault().empty()) {
+      throw std::runtime_error(processor.fault());
+    }
+    const juce::MemoryBlock state = settings.state();
+    if (!state.isEmpty()) {
+      processor.setStateInformation(state.getData(), static_cast<int>(state.getSize()));
+    }
+    makeWindow(std::move(onClosed));
+    sound.onChange = [this] { showDevices(); };
+    midi.onChange = [this] { showDevices(); };
+    sound.open(settings.device());
+    midi.start(settings.midiNamesOff());
+  }
+
+  ~Impl() override {
+    juce::MemoryBlock state;
+    processor.getStateInformation(state);
+    settings.saveState(state);
+  }
+
+ private:
+  void makeWindow(std::function<void()> onClosed) {
+    auto strip = std::make_unique<TransportStrip>(fonts, *this);
+    strip->demoButton().setEnabled(playback.demo().hasScore());
+    auto editor = std::make_unique<vst::SivrayProcessorEditor>(processor);
+    editor->leaveKeysToHost(false);
+    window = std::make_unique<ProgramWindow>(
+        std::move(strip), std::move(editor), desktop::scale(),
+        ProgramWindow::Events{.closed = std::move(onClosed),
+                              .moved = [this](juce::Point<int> position) { settings.setPosition(position); },
+                              .deactivated =
+                                  [this] {
+                                    if (keyboard != nullptr) {
+                                      keyboard->releaseAll();
+                                    }
+                                  }});
+    keyboard = std::make_unique<PadKeyboard>(
+        *window, [this](int note, bool isOn) { playback.playNote(note, isOn); }, [this] { toggleDemo(); });
+    window->open(settings.position());
+    desktop::nameWindow(window->getPeer()->getNativeHandle());
+  }
+
+  void toggleDemo() {
+    if (playback.demo().isPlaying()) {
+      playback.demo().stop();
+    } else {
+      playback.demo().play();
+    }
+    window->strip().demoButton().setState(playback.demo().isPlaying());
+  }
+
+  void controlGestureBegan(IBWControl& control) override {
+    if (&control == static_cast<IBWControl*>(&window->strip().demoButton())) {
+      toggleDemo();
+    } else {
+      openSetup();
+    }
+  }
+
+  void openSetup() {
+    const auto page = std::make_shared<SetupView>(
+        sound, midi, fonts,
+        SetupView::Wishes{.device = [this](const DeviceChoice& choice) { openDevice(choice); },
+                          .midi = [this](const juce::String& name, bool isOn) { switchMidi(name, isOn); },
+                          .testTone = [this] { playback.playTestTone(); }});
+    setup = page;
+    popup = std::make_shared<BWPopupView>();
+    popup->setContentSize(SetupView::kWidth, SetupView::kHeight);
+    popup->setContent(page);
+    popup->setAnchor(&window->strip().deviceButton());
+    popup->setDirection(UIPopupDirection::belowRight);
+    popup->show();
+  }
+
+  /// Later, because it is asked for by a list that will show the answer.
+  void openDevice(const DeviceChoice& choice) {
+    later([this, choice] {
+      settings.setDevice(choice);
+      sound.open(choice);
+    });
+  }
+
+  void switchMidi(const juce::String& name, bool isOn) {
+    later([this, name, isOn] {
+      midi.setOn(name, isOn);
+      settings.setMidiNamesOff(midi.namesOff());
+    });
+  }
+
+  void later(std::function<void()> work) {
+    juce::MessageManager::callAsync([token = std::weak_ptr<const bool>(alive), own = std::move(work)] {
+      if (!token.expired()) {
+        own();
+      }
+    });
+  }
+
+  void showDevices() {
+    const juce::String state = sound.describe();
+    window->strip().showDevice(state, !sound.isOpen());
+    if (std::exchange(shownState, state) != state) {
+      std::fprintf(stderr, "sivray: %s\n", state.toRawUTF8());
+    }
+    if (const auto page = setup.lock()) {
+      page->refresh();
+    }
+  }
+
+  const std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
+  Settings settings;
+  ProgramFonts fonts;
+  vst::SivrayProcessor processor;
+  Playback playback;
+  std::unique_ptr<ProgramWindow> window;
+  std::unique_ptr<PadKeyboard> keyboard;
+  std::shared_ptr<BWPopupView> popup;
+  std::weak_ptr<SetupView> setup;  ///< In `popup` while that is open.
+  juce::String shownState;
+  SoundDevice sound{playback, [this] { return playback.blockCount(); }};
+  MidiInputs midi{playback};
+};
+
+Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> onClosed)
+    : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed))) {}
+
+Standalone::~Standalone() = default;
+
+}  // namespace tesh::bramel::standalone

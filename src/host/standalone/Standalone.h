@@ -1,0 +1,29 @@
+// The program as a whole: the instrument, what plays it, and the window that shows it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <juce_core/juce_core.h>
+
+namespace tesh::bramel::standalone {
+
+/// Shows the window and plays until it goes. JUCE must be running with a screen; on the message thread.
+class Standalone {
+ public:
+  /// Takes up setup and sound of the last time from `settingsFolder`. `onClosed` hears that the user wants to end the
+  /// program. Throws std::runtime_error with one line that says what is missing.
+  Standalone(const juce::File& settingsFolder, std::function<void()> onClosed);
+
+  /// Remembers the setup and the sound.
+  ~Standalone();
+  Standalone(const Standalone&) = delete;
+  Standalone& operator=(const Standalone&) = delete;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl;
+};
+
+}  // namespace tesh::bramel::standalone

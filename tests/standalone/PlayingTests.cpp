@@ -1,0 +1,216 @@
+// Keys, demo and the device's blocks: which events reach the instrument, and when.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/standalone/PadKeys.h"
+#include "host/standalone/Playback.h"
+
+namespace {
+
+using namespace tesh::bramel::standalone;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(PadKeys, StrikeOnceWhileAKeyRepeatsAndReleaseWhenItComesUp) {
+  std::vector<std::string> log;
+  PadKeys keys([&](int note, bool isOn) { log.push_back(std::to_string(note) + (isOn ? " on" : " off")); });
+  std::set<int> down;
+  const auto move = [&](std::set<int> now, bool mayStrike = true) {
+    down = std::move(now);
+    keys.keysMoved([&](int key) { return down.contains(key); }, mayStrike);
+    return std::exchange(log, {});
+  };
+  EXPECT_THAT(move({'a'}), ElementsAre("36 on"));
+  EXPECT_THAT(move({'a'}), IsEmpty());
+  EXPECT_THAT(move({'a', 'k', 'q'}), ElementsAre("43 on"));
+  EXPECT_THAT(move({'k'}, false), ElementsAre("36 off")) << "a note ends also once a text field has the focus";
+  EXPECT_THAT(move({'k', 'd'}, false), IsEmpty());
+  EXPECT_THAT(move({'k', 'd'}), IsEmpty()) << "a key held since it was typed is no strike";
+  EXPECT_THAT(move({'d'}), ElementsAre("43 off"));
+  move({'s'});
+  keys.releaseAll();
+  EXPECT_THAT(log, ElementsAre("37 off"));
+  EXPECT_TRUE(PadKeys::isPadKey('H') && PadKeys::isPadKey('g') && !PadKeys::isPadKey('l'));
+}
+
+/// A demo of one bar at 120 beats a minute: a note at 0 and at 0.5 s, and a controller at 0.75 s.
+DemoScore oneBar() {
+  DemoScore score;
+  score.seconds = 2.0;
+  score.events = {{.seconds = 0.0, .bytes = {0x99, 36, 100}, .size = 3},
+                  {.seconds = 0.5, .bytes = {0x99, 38, 90}, .size = 3},
+                  {.seconds = 0.75, .bytes = {0xB9, 20, 64}, .size = 3}};
+  return score;
+}
+
+/// Writes down its blocks, and gives a constant.
+class NotingProcessor final : public juce::AudioProcessor {
+ public:
+  NotingProcessor() : AudioProcessor(BusesProperties().withOutput("Output", juce::AudioChannelSet::stereo())) {}
+
+  void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override {
+    longest = std::max(longest, buffer.getNumSamples());
+    for (const auto event : midi) {
+      const auto message = event.getMessage();
+      const auto* const bytes = message.getRawData();
+      log.push_back(std::to_string(frame + event.samplePosition) + ": " + std::to_string(bytes[0] >> 4) + " " +
+                    std::to_string(bytes[1]));
+    }
+    if (const auto position = getPlayHead()->getPosition()) {
+      tempo = position->getBpm().orFallback(0.0);
+      isMoving = position->getIsPlaying();
+      beat = position->getPpqPosition().orFallback(-1.0);
+    }
+    frame += buffer.getNumSamples();
+    buffer.clear();
+    for (int i = 0; i < buffer.getNumSamples(); ++i) {
+      buffer.setSample(0, i, 0.5F);
+      buffer.setSample(1, i, 0.25F);
+    }
+  }
+  using AudioProcessor::processBlock;
+  const juce::String getName() const override { return {}; }
+  void prepareToPlay(double /*rate*/, int /*frames*/) override {}
+  void releaseResources() override {}
+  double getTailLengthSeconds() const override { return 0.0; }
+  bool acceptsMidi() const override { return true; }
+  bool producesMidi() const override { return false; }
+  juce::AudioProcessorEditor* createEditor() override { return nullptr; }
+  bool hasEditor() const override { return false; }
+  int getNumPrograms() override { return 1; }
+  int getCurrentProgram() override { return 0; }
+  void setCurrentProgram(int /*index*/) override {}
+  const juce::String getProgramName(int /*index*/) override { return {}; }
+  void changeProgramName(int /*index*/, const juce::String& /*name*/) override {}
+  void getStateInformation(juce::MemoryBlock& /*state*/) override {}
+  void setStateInformation(const void* /*data*/, int /*size*/) override {}
+
+  std::vector<std::string> log;
+  int frame = 0;
+  int longest = 0;
+  double tempo = 0.0;
+  double beat = 0.0;
+  bool isMoving = false;
+};
+
+class PlaybackTest : public testing::Test {
+ protected:
+  /// One block of a device of so many channels; returns them.
+  std::vector<std::vector<float>> block(int frames, int channelCount = 2) {
+    std::vector<std::vector<float>> channels(static_cast<std::size_t>(channelCount),
+                                             std::vector<float>(static_cast<std::size_t>(frames), 9.0F));
+    std::vector<float*> outputs;
+    for (auto& channel : channels) {
+      outputs.push_back(channel.data());
+    }
+    playback.audioDeviceIOCallbackWithContext(nullptr, 0, outputs.data(), channelCount, frames, {});
+    return channels;
+  }
+
+  NotingProcessor processor;
+  Playback playback{processor, oneBar()};
+};
+
+TEST_F(PlaybackTest, PlaysTheDemoInALoopHoweverTheDeviceCutsItsBlocks) {
+  for (const int frames : {100, 256, 7000}) {
+    playback.prepare(1000.0, 256);  // 1000 Hz: a frame is a millisecond.
+    playback.demo().play();
+    processor.log.clear();
+    processor.frame = 0;
+    processor.longest = 0;
+    for (int done = 0; done < 3500; done += frames) {
+      block(frames);
+    }
+    processor.log.resize(5);
+    EXPECT_THAT(processor.log, ElementsAre("0: 9 36", "500: 9 38", "750: 11 20", "2000: 9 36", "2500: 9 38")) << frames;
+    EXPECT_LE(processor.longest, 256) << "no block is longer than announced";
+    playback.demo().stop();
+    block(1);
+  }
+}
+
+TEST_F(PlaybackTest, AStopEndsTheNotesThatSoundAndAStartBeginsAtTheFirstBeat) {
+  playback.prepare(1000.0, 600);
+  block(10);
+  EXPECT_THAT(processor.log, IsEmpty());
+  EXPECT_EQ(processor.tempo, 120.0) << "also at rest";
+  EXPECT_FALSE(processor.isMoving);
+  playback.demo().play();
+  block(600);
+  block(50);
+  EXPECT_TRUE(processor.isMoving);
+  EXPECT_DOUBLE_EQ(processor.beat, 1.2);
+  playback.demo().stop();
+  block(10);
+  playback.demo().play();
+  block(10);
+  EXPECT_THAT(processor.log, ElementsAre("10: 9 36", "510: 9 38", "660: 8 36", "660: 8 38", "670: 9 36"));
+}
+
+TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
+  playback.prepare(44100.0, 64);
+  EXPECT_FLOAT_EQ(block(64, 1)[0][63], 0.375F);
+  const auto four = block(100, 4);
+  EXPECT_THAT((std::vector{four[0][99], four[1][99], four[2][99], four[3][99]}), ElementsAre(0.5F, 0.25F, 0.0F, 0.0F));
+  EXPECT_TRUE(block(16, 0).empty());
+}
+
+TEST_F(PlaybackTest, KeysStrikeOnceAndTheToneFadesInAndOut) {
+  playback.playNote(36, true);  // Before any device: nobody hears it.
+  playback.prepare(48000.0, 512);
+  playback.playNote(40, true);
+  playback.playNote(40, false);
+  for (int i = 0; i < 4; ++i) {
+    block(512);
+  }
+  ASSERT_EQ(processor.log.size(), 2U);
+  EXPECT_THAT(processor.log[0], testing::EndsWith("9 40"));
+
+  playback.playTestTone();
+  std::vector<float> tone;
+  for (int i = 0; i < 50; ++i) {
+    const auto part = block(512)[0];
+    tone.insert(tone.end(), part.begin(), part.end());
+  }
+  float peak = 0.0F;
+  float steepest = 0.0F;
+  for (std::size_t i = 1; i < tone.size(); ++i) {
+    peak = std::max(peak, std::abs(tone[i] - 0.5F));
+    steepest = std::max(steepest, std::abs(tone[i] - tone[i - 1]));
+  }
+  EXPECT_NEAR(peak, 0.125F, 0.001F);
+  EXPECT_LT(steepest, 0.0075F) << "no click: a sine of 440 Hz at this level moves by 0.0072 a frame";
+  EXPECT_EQ(tone.back(), 0.5F) << "half a second";
+}
+
+TEST(DemoScore, IsReadFromAMidiFileAndEmptyForAnythingElse) {
+  juce::MidiMessageSequence track;
+  track.addEvent(juce::MidiMessage::tempoMetaEvent(500000 / 2), 0.0);  // 240 beats a minute.
+  track.addEvent(juce::MidiMessage::noteOn(10, 36, juce::uint8{100}), 96.0);
+  track.addEvent(juce::MidiMessage::noteOff(10, 36), 5 * 96.0);
+  juce::MidiFile midi;
+  midi.setTicksPerQuarterNote(96);
+  midi.addTrack(track);
+  juce::MemoryOutputStream stream;
+  midi.writeTo(stream);
+  const std::span bytes(static_cast<const std::uint8_t*>(stream.getData()), stream.getDataSize());
+
+  const DemoScore score = readDemoScore(bytes);
+  ASSERT_EQ(score.events.size(), 2U);
+  EXPECT_DOUBLE_EQ(score.events[0].seconds, 0.25);
+  EXPECT_DOUBLE_EQ(score.beatsPerMinute, 240.0);
+  EXPECT_DOUBLE_EQ(score.seconds, 2.0) << "two bars: five beats do not fit into one";
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    EXPECT_LE(readDemoScore(bytes.first(size)).events.size(), 2U);
+  }
+  EXPECT_TRUE(readDemoScore({}).isEmpty());
+  EXPECT_TRUE(readDemoScore(bytes.first(20)).isEmpty());
+}
+
+}  // namespace
