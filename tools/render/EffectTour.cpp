@@ -10,9 +10,9 @@
 
 #include "RenderError.h"
 #include "Session.h"
-#include "SpectrogramSheet.h"
 #include "core/EngineRate.h"
 #include "effects/EffectTable.h"
+#include "sheet/SpectrogramSheet.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::render {

@@ -21,7 +21,16 @@ std::string CommandLine::takeValue(const char* option) {
   if (!words.containsOption(option)) {
     return {};
   }
-  std::string value = words.removeValueForOption(option).toStdString();
+  std::string value;
+  const int place = words.indexOfOption(option);
+  if (words[place].isLongOption() && !words[place].text.containsChar('=')) {
+    if (place + 1 < words.size() && !words[place + 1].isOption()) {
+      value = words[place + 1].text.toStdString();
+      words.arguments.removeRange(place, 2);
+    }
+  } else {
+    value = words.removeValueForOption(option).toStdString();
+  }
   if (value.empty()) {
     failUsage();
   }
@@ -37,6 +46,14 @@ std::string CommandLine::takeRequired(const char* option) {
 }
 
 std::vector<std::string> CommandLine::takeRest(std::size_t count) {
+  std::vector<std::string> rest = takeRestUpTo(count);
+  if (rest.size() != count) {
+    failUsage();
+  }
+  return rest;
+}
+
+std::vector<std::string> CommandLine::takeRestUpTo(std::size_t count) {
   std::vector<std::string> rest;
   for (const auto& word : words.arguments) {
     if (word.isOption()) {
@@ -44,7 +61,7 @@ std::vector<std::string> CommandLine::takeRest(std::size_t count) {
     }
     rest.push_back(word.text.toStdString());
   }
-  if (rest.size() != count) {
+  if (rest.size() > count) {
     failUsage();
   }
   return rest;

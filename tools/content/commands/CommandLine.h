@@ -22,7 +22,7 @@ class CommandLine {
 
   bool takeFlag(const char* option);
 
-  /// Returns the word after a short option, or after the "=" of a long one; empty if the option is absent. Ends the
+  /// Returns the word after an option, or after the "=" of a long one; empty if the option is absent. Ends the
   /// program with the usage line if the option has no value.
   std::string takeValue(const char* option);
 
@@ -32,6 +32,9 @@ class CommandLine {
   /// Returns the remaining words. Ends the program with the usage line unless there are exactly `count` and none is an
   /// option.
   std::vector<std::string> takeRest(std::size_t count);
+
+  /// As `takeRest`, for at most `count` words.
+  std::vector<std::string> takeRestUpTo(std::size_t count);
 
   [[noreturn]] void failUsage() const;
 

@@ -26,7 +26,8 @@ void runBalance(const juce::ArgumentList& list);
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR [--with-factory]";
 void runPack(const juce::ArgumentList& list);
 
-inline constexpr const char* kMeasureUsage = "measure TABLES [--against=FOLDER] [--half=tune|judge] [--wave=NAME]";
+inline constexpr const char* kMeasureUsage =
+    "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER] [--targets]";
 void runMeasure(const juce::ArgumentList& list);
 
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";

@@ -1,11 +1,14 @@
-// The command that measures waves against recorded drums.
+// The command that measures waves against recorded drums and draws them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <iostream>
 
+#include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
 #include "content/measure/Report.h"
+#include "sheet/SpectrogramSheet.h"
+#include "storage/paths/Paths.h"
 
 namespace sivray::content {
 namespace {
@@ -20,12 +23,24 @@ Half halfOf(const CommandLine& line, const std::string& name) {
   return name == "tune" ? Half::tune : Half::judge;
 }
 
-std::vector<MeasuredWave> measureTables(const std::string& folder) {
-  std::vector<Wave> waves = makeFactoryWaves(folder);
-  std::vector<std::optional<Group>> groups;
-  std::ranges::transform(readFactoryRows(folder), std::back_inserter(groups),
-                         [](const FactoryRow& row) { return groupOf(row); });
-  return measureWaves(waves, groups);
+std::string installedLibrary() {
+  return systemPathOf(tesh::bramel::directoryFor(tesh::bramel::kBramelDirectory_Resource)) + "/SivrayPCM";
+}
+
+/// Draws a sheet for each category, named after it: "close-hh.png".
+void writeSheets(const std::string& folder, const std::vector<MeasuredWave>& waves) {
+  std::filesystem::create_directories(pathOf(folder));
+  for (std::size_t category = 0; category < kCategoryNames.size(); ++category) {
+    SpectrogramSheet sheet(kMeasureRate);
+    for (const MeasuredWave& wave : waves) {
+      if (wave.category == static_cast<int>(category)) {
+        sheet.add(wave.name, wave.hit);
+      }
+    }
+    const juce::String name =
+        juce::String(std::string(kCategoryNames[category])).toLowerCase().replaceCharacter(' ', '-');
+    sheet.write(folder + "/" + name.toStdString() + ".png");
+  }
 }
 
 }  // namespace
@@ -34,9 +49,11 @@ void runMeasure(const juce::ArgumentList& list) {
   CommandLine line(list, kMeasureUsage);
   const std::string against = line.takeValue("--against");
   const Half half = halfOf(line, line.takeValue("--half"));
-  const std::string name = line.takeValue("--wave");
+  const std::string only = line.takeValue("--wave");
+  const std::string sheets = line.takeValue("--sheets");
   const bool isTargets = line.takeFlag("--targets");
-  const std::string folder = line.takeRest(1).front();
+  const bool isBrief = line.takeFlag("--brief");
+  const std::vector<std::string> folders = line.takeRestUpTo(1);
 
   std::vector<Reference> references;
   if (!against.empty()) {
@@ -46,14 +63,20 @@ void runMeasure(const juce::ArgumentList& list) {
     printTargets(std::cout, references);
     return;
   }
-  const std::vector<MeasuredWave> waves = measureTables(folder);
+  const std::vector<MeasuredWave> waves =
+      measureWaves(readSourceWaves(folders.empty() ? installedLibrary() : folders.front(), only));
   for (const MeasuredWave& wave : waves) {
-    if (name.empty() ? wave.group.has_value() : wave.name == name) {
+    if (!isBrief && (wave.group || !only.empty())) {
       printWave(std::cout, wave, references, half);
     }
   }
-  printGroups(std::cout, waves, references, half);
-  printTwins(std::cout, waves);
+  if (only.empty()) {
+    printGroups(std::cout, waves, references, half);
+    printTwins(std::cout, waves);
+  }
+  if (!sheets.empty()) {
+    writeSheets(sheets, waves);
+  }
 }
 
 }  // namespace sivray::content

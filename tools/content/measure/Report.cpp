@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <limits>
-#include <thread>
+
+#include "content/Parallel.h"
 
 namespace sivray::content {
 namespace {
@@ -66,27 +66,19 @@ std::vector<double> valuesOf(const std::vector<Figures>& hits, std::size_t figur
 
 }  // namespace
 
-std::vector<MeasuredWave> measureWaves(std::span<const Wave> waves, std::span<const std::optional<Group>> groups) {
+std::vector<MeasuredWave> measureWaves(std::span<const SourceWave> waves) {
   std::vector<MeasuredWave> measured(waves.size());
-  std::atomic<std::size_t> next{0};
-  const auto work = [&] {
-    PictureMaker pictures;
-    FigureMeter meter;
-    for (std::size_t i = next++; i < waves.size(); i = next++) {
+  onAllCores(waves.size(), [&] {
+    return [&, pictures = PictureMaker(), meter = FigureMeter()](std::size_t i) mutable {
       MeasuredWave& wave = measured[i];
-      wave.name = waves[i].name;
-      wave.group = groups[i];
-      wave.hit = hitOf(waves[i]);
+      wave.name = waves[i].wave.name;
+      wave.category = waves[i].wave.category;
+      wave.group = waves[i].group;
+      wave.hit = hitOf(waves[i].wave);
       wave.picture = pictures.pictureOf(wave.hit);
       wave.figures = meter.figuresOf(wave.hit);
-    }
-  };
-  std::vector<std::jthread> threads;
-  for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i) {
-    threads.emplace_back(work);
-  }
-  work();
-  threads.clear();
+    };
+  });
   return measured;
 }
 

@@ -9,20 +9,22 @@
 #include <vector>
 
 #include "content/measure/References.h"
+#include "content/measure/Sources.h"
 #include "content/measure/Targets.h"
 
 namespace sivray::content {
 
 struct MeasuredWave {
   std::string name;
+  int category = 0;  ///< Index into kCategoryNames.
   std::optional<Group> group;
   Hit hit;
   Picture picture;
   Figures figures{};
 };
 
-/// Measures waves on all cores. `groups` holds a group for each wave.
-std::vector<MeasuredWave> measureWaves(std::span<const Wave> waves, std::span<const std::optional<Group>> groups);
+/// Measures waves on all cores.
+std::vector<MeasuredWave> measureWaves(std::span<const SourceWave> waves);
 
 struct Nearest {
   const Reference* reference = nullptr;

@@ -4,13 +4,12 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cmath>
 #include <fstream>
 #include <map>
 #include <sstream>
-#include <thread>
 
+#include "content/Parallel.h"
 #include "content/synth/Math.h"
 #include "content/waves/Finish.h"
 #include "content/waves/Leveller.h"
@@ -114,18 +113,7 @@ Wave makeWave(const FactoryRow& factoryRow) {
 std::vector<Wave> makeFactoryWaves(const std::filesystem::path& folder) {
   const std::vector<FactoryRow> rows = readFactoryRows(folder);
   std::vector<Wave> waves(rows.size());
-  std::atomic<std::size_t> next{0};
-  const auto work = [&] {
-    for (std::size_t i = next++; i < rows.size(); i = next++) {
-      waves[i] = makeWave(rows[i]);
-    }
-  };
-  std::vector<std::jthread> threads;
-  for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i) {
-    threads.emplace_back(work);
-  }
-  work();
-  threads.clear();
+  onAllCores(rows.size(), [&] { return [&](std::size_t i) { waves[i] = makeWave(rows[i]); }; });
   return waves;
 }
 

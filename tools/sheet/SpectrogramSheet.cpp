@@ -1,17 +1,16 @@
 // Computes the spectrograms by FFT and draws the grid.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "SpectrogramSheet.h"
+#include "sheet/SpectrogramSheet.h"
 
 #include <juce_dsp/juce_dsp.h>
 #include <juce_graphics/juce_graphics.h>
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 #include <utility>
 
-#include "RenderError.h"
-
-namespace sivray::render {
+namespace sivray {
 namespace {
 
 constexpr int kColumns = 5;
@@ -112,8 +111,8 @@ void SpectrogramSheet::write(const std::string& path) const {
   const bool written = stream.openedOk() && juce::PNGImageFormat().writeImageToStream(image, stream);
   stream.flush();
   if (!written || !temporary.overwriteTargetFileWithTemporary()) {
-    throw RenderError("cannot write the picture '" + path + "'");
+    throw std::runtime_error("cannot write the picture '" + path + "'");
   }
 }
 
-}  // namespace sivray::render
+}  // namespace sivray

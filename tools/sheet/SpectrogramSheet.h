@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace sivray::render {
+namespace sivray {
 
 class SpectrogramSheet {
  public:
@@ -15,7 +15,7 @@ class SpectrogramSheet {
   void add(const std::string& title, std::vector<float> samples);
 
   /// Draws the grid and writes a PNG file: time to the right, 30 Hz to 20 kHz upwards on a logarithmic scale, 90 dB
-  /// from dark to bright. Throws RenderError when the file cannot be written.
+  /// from dark to bright. Throws std::runtime_error when the file cannot be written.
   void write(const std::string& path) const;
 
  private:
@@ -28,4 +28,4 @@ class SpectrogramSheet {
   std::vector<Cell> cells;
 };
 
-}  // namespace sivray::render
+}  // namespace sivray

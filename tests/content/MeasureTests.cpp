@@ -1,0 +1,203 @@
+// The measure: figures of made-up hits whose values are known, distances, groups, and recordings read from a folder.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <cmath>
+#include <numbers>
+#include <random>
+
+#include "Scratch.h"
+#include "content/measure/References.h"
+#include "content/measure/Targets.h"
+
+namespace sivray::content {
+namespace {
+
+double figureOf(const Figures& figures, Figure figure) { return figures[static_cast<std::size_t>(figure)]; }
+
+/// A sine that falls 60 dB in `t60` seconds.
+Hit sine(double hertz, double t60, double seconds = 2.0, double rate = kMeasureRate) {
+  Hit hit(static_cast<std::size_t>(seconds * rate));
+  for (std::size_t i = 0; i < hit.size(); ++i) {
+    const double time = static_cast<double>(i) / rate;
+    hit[i] = static_cast<float>(std::pow(10.0, -3.0 * time / t60) * std::cos(2.0 * std::numbers::pi * hertz * time));
+  }
+  return hit;
+}
+
+Hit noise(double t60, unsigned seed) {
+  std::mt19937 dice(seed);
+  Hit hit(88200);
+  for (std::size_t i = 0; i < hit.size(); ++i) {
+    const double level = std::pow(10.0, -3.0 * static_cast<double>(i) / kMeasureRate / t60);
+    hit[i] = static_cast<float>(level * (static_cast<double>(dice()) / 2147483648.0 - 1.0));
+  }
+  return hit;
+}
+
+Hit sum(const Hit& a, const Hit& b, float gain) {
+  Hit both(a);
+  for (std::size_t i = 0; i < both.size(); ++i) {
+    both[i] += gain * b[i];
+  }
+  return both;
+}
+
+Wave waveOf(const Hit& hit, int rate, double gain) {
+  Wave wave{"Wave", 0, rate, {}, {}};
+  for (const float sample : hit) {
+    wave.left.push_back(static_cast<std::int16_t>(std::lround(static_cast<double>(sample) * gain * 32000.0)));
+  }
+  return wave;
+}
+
+TEST(Measure, KnowsTheDecayAndThePlaceOfASine) {
+  FigureMeter meter;
+  const Figures figures = meter.figuresOf(sine(1000.0, 0.6));
+  EXPECT_NEAR(figureOf(figures, Figure::fall20), 200.0, 5.0);
+  EXPECT_NEAR(figureOf(figures, Figure::fall60), 600.0, 5.0);
+  EXPECT_NEAR(figureOf(figures, Figure::midFall20), 200.0, 5.0);
+  EXPECT_NEAR(figureOf(figures, Figure::toneFall60), 600.0, 30.0);
+  EXPECT_NEAR(figureOf(figures, Figure::tail), -32.4, 0.2);  // The mean from 25 to 50 dB down.
+  EXPECT_NEAR(figureOf(figures, Figure::peakHertz), 1000.0, 6.0);
+  EXPECT_NEAR(figureOf(figures, Figure::centroid), 1000.0, 60.0);
+  EXPECT_GT(figureOf(figures, Figure::energyMid), -0.1);
+  EXPECT_LT(figureOf(figures, Figure::energyBright), -25.0);
+  EXPECT_EQ(figureOf(figures, Figure::peaks), 1.0);
+}
+
+TEST(Measure, FindsTheSecondModeAndTheHeightOfPeaks) {
+  FigureMeter meter;
+  const Figures two = meter.figuresOf(sum(sine(400.0, 1.0), sine(800.0, 1.0), 0.1F));
+  EXPECT_NEAR(figureOf(two, Figure::secondMode), -20.0, 1.0);
+  EXPECT_EQ(figureOf(two, Figure::peaks), 2.0);
+  const Figures bare = meter.figuresOf(noise(1.0, 1));
+  const Figures ringing = meter.figuresOf(sum(noise(1.0, 1), sine(5000.0, 1.0), 0.5F));
+  EXPECT_NEAR(figureOf(bare, Figure::ringingHigh), 10.0, 2.0);
+  EXPECT_GT(figureOf(ringing, Figure::ringingHigh), 20.0);
+  EXPECT_LT(figureOf(ringing, Figure::ringing), 13.0);
+}
+
+TEST(Measure, TimesAnAttackAndCountsEchoes) {
+  Hit ramp(22050, 1.0F);
+  for (std::size_t i = 0; i < 882; ++i) {
+    ramp[i] = static_cast<float>(i) / 882.0F;
+  }
+  Hit echoes = noise(0.02, 3);
+  for (const std::size_t at : {441U, 882U}) {
+    echoes = sum(
+        echoes,
+        [&] {
+          Hit late(at, 0.0F);
+          const Hit again = noise(0.02, static_cast<unsigned>(at));
+          late.insert(late.end(), again.begin(), again.end());
+          return late;
+        }(),
+        0.7F);
+  }
+  FigureMeter meter;
+  EXPECT_NEAR(figureOf(meter.figuresOf(ramp), Figure::attack), 16.0, 0.5);  // 10 to 90 % of 20 ms.
+  EXPECT_EQ(figureOf(meter.figuresOf(echoes), Figure::echoes), 2.0);
+  EXPECT_EQ(meter.figuresOf({}), Figures{});
+}
+
+TEST(Measure, DistanceIgnoresLevelDelayAndRate) {
+  PictureMaker maker;
+  const Hit tone = sine(1000.0, 0.3);
+  const auto pictureOf = [&](const Wave& wave) { return maker.pictureOf(hitOf(wave)); };
+  const Picture loud = pictureOf(waveOf(tone, 44100, 1.0));
+  EXPECT_EQ(distance(loud, loud), 0.0F);
+  EXPECT_NEAR(distance(loud, pictureOf(waveOf(tone, 44100, 0.1))), 0.0F, 0.1F);
+  Hit late(5000, 0.0F);
+  late.insert(late.end(), tone.begin(), tone.end());
+  EXPECT_NEAR(distance(loud, pictureOf(waveOf(late, 44100, 1.0))), 0.0F, 0.1F);
+  EXPECT_LT(distance(loud, pictureOf(waveOf(sine(1000.0, 0.3, 2.0, 48000.0), 48000, 1.0))), 2.0F);
+  EXPECT_TRUE(hitOf(waveOf(Hit(100), 44100, 1.0)).empty());
+}
+
+TEST(Measure, DistanceGrowsWithTheDifference) {
+  PictureMaker maker;
+  const Picture one = maker.pictureOf(noise(1.0, 1));
+  const float again = distance(one, maker.pictureOf(noise(1.0, 2)));
+  const float shorter = distance(one, maker.pictureOf(noise(0.5, 2)));
+  const float other = distance(one, maker.pictureOf(sine(200.0, 1.0)));
+  EXPECT_LT(again, 3.5F);
+  EXPECT_GT(shorter, 2.0F * again);
+  EXPECT_GT(other, 2.0F * shorter);
+  EXPECT_EQ(other, distance(maker.pictureOf(sine(200.0, 1.0)), one));
+}
+
+TEST(Measure, NamesTellGroups) {
+  constexpr int kSnare = 1, kOpen = 4, kCymbal = 6, kPerc = 7, kFx = 8;
+  const auto acoustic = [](int category, const char* name) { return groupOf(category, name, SoundSource::acoustic); };
+  EXPECT_EQ(acoustic(kSnare, "Maple Snare"), Group::snare);
+  EXPECT_EQ(groupOf(kSnare, "Club Snare", SoundSource::machine), Group::machineSnare);
+  EXPECT_EQ(acoustic(kCymbal, "Crash Large"), Group::crash);
+  EXPECT_EQ(acoustic(kCymbal, "Ride Tip"), Group::ride);
+  EXPECT_EQ(acoustic(kPerc, "Rim Click"), Group::stick);
+  for (const auto& [category, name] : {std::pair{kSnare, "Snare Roll"},
+                                       {kOpen, "Hat Semi-Open"},
+                                       {kCymbal, "Ride Bell"},
+                                       {kCymbal, "Crash/Ride"},
+                                       {kPerc, "Cowbell"},
+                                       {kFx, "Kick"}}) {
+    EXPECT_EQ(acoustic(category, name), std::nullopt) << name;
+  }
+}
+
+TEST(Measure, RangesAreInOrder) {
+  for (const Targets& targets : kTargets) {
+    for (const Range& range : targets) {
+      EXPECT_LE(range.quarter, range.middle);
+      EXPECT_LE(range.middle, range.threeQuarters);
+      EXPECT_LT(range.lowest, range.highest);
+    }
+  }
+  Figures figures{};
+  for (std::size_t i = 0; i < kFigures; ++i) {
+    figures[i] = kTargets[static_cast<std::size_t>(Group::tom)][i].middle;
+  }
+  EXPECT_EQ(countOutside(figures, Group::tom), 0U);
+  figures[0] = 1.0e6;
+  figures[7] = 1.0e6;
+  EXPECT_EQ(countOutside(figures, Group::tom), 2U);
+}
+
+void writeWav(const Scratch& scratch, const std::string& name, const Hit& hit) {
+  const juce::File file(scratch.path(name));
+  file.getParentDirectory().createDirectory();
+  std::unique_ptr<juce::AudioFormatWriter> writer(juce::WavAudioFormat().createWriterFor(
+      file.createOutputStream().release(), kMeasureRate, 1, 24, juce::StringPairArray(), 0));
+  const float* channel = hit.data();
+  writer->writeFromFloatArrays(&channel, 1, static_cast<int>(hit.size()));
+}
+
+TEST(Measure, ReadsTheHardHitsOfDrumSets) {
+  const Scratch scratch;
+  const Hit kick = sine(60.0, 0.4);
+  writeWav(scratch, "A/soft.wav", sine(50.0, 0.2));
+  writeWav(scratch, "A/hard.wav", kick);
+  writeWav(scratch, "A/bell.wav", sine(900.0, 1.0));
+  scratch.write("A/drumkit.xml",
+                "<drumkit_info><instrumentList><instrument><name>Kick</name>"
+                "<layer><filename>soft.wav</filename><max>0.5</max></layer>"
+                "<layer><filename>hard.wav</filename><max>1</max></layer></instrument>"
+                "<instrument><name>Ride Bell</name><filename>bell.wav</filename></instrument>"
+                "</instrumentList></drumkit_info>");
+  writeWav(scratch, "B/Kicks/copy.wav", kick);
+  writeWav(scratch, "B/Kicks/own.wav", sine(80.0, 0.3));
+  writeWav(scratch, "Electro C/Kick 1.wav", sine(45.0, 0.9));
+  const std::vector<Reference> references = readReferences(scratch.path());
+  std::string all;
+  for (const Reference& one : references) {
+    all += one.set + "/" + one.file + (one.half == Half::tune ? " tune" : " judge") +
+           (one.group == Group::kick ? "\n" : " machine\n");
+  }
+  EXPECT_EQ(all, "A/hard.wav tune\nB/own.wav judge\nElectro C/Kick 1.wav tune machine\n");
+  EXPECT_EQ(referencesOf(references, Group::kick, Half::judge).size(), 1U);
+  EXPECT_THROW(readReferences(scratch.path("A")), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace sivray::content
