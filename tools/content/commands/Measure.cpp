@@ -6,9 +6,11 @@
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
+#include "content/measure/KitSound.h"
 #include "content/measure/Report.h"
 #include "sheet/SpectrogramSheet.h"
 #include "storage/paths/Paths.h"
+#include "terminal/ProgressBar.h"
 
 namespace sivray::content {
 namespace {
@@ -24,7 +26,12 @@ Half halfOf(const CommandLine& line, const std::string& name) {
 }
 
 std::string installedLibrary() {
-  return systemPathOf(tesh::bramel::directoryFor(tesh::bramel::kBramelDirectory_Resource)) + "/SivrayPCM";
+  const std::string folder =
+      systemPathOf(tesh::bramel::directoryFor(tesh::bramel::kBramelDirectory_Resource)) + "/SivrayPCM";
+  if (!std::filesystem::exists(pathOf(folder))) {
+    throw std::runtime_error("no content is installed, so name a folder of waves, such as content/waves");
+  }
+  return folder;
 }
 
 /// Draws a sheet for each category, named after it: "close-hh.png".
@@ -43,10 +50,27 @@ void writeSheets(const std::string& folder, const std::vector<MeasuredWave>& wav
   }
 }
 
+void measureKits() {
+  KitMeter meter;
+  std::vector<KitSound> kits;
+  ProgressBar bar(false);
+  for (std::size_t program = 0; program < meter.programCount(); ++program) {
+    bar.show(static_cast<double>(program) / static_cast<double>(meter.programCount()));
+    kits.push_back(soundOf(meter, program));
+  }
+  bar.clear();
+  printKits(std::cout, kits);
+}
+
 }  // namespace
 
 void runMeasure(const juce::ArgumentList& list) {
   CommandLine line(list, kMeasureUsage);
+  if (line.takeFlag("--kits")) {
+    line.takeRest(0);
+    measureKits();
+    return;
+  }
   const std::string against = line.takeValue("--against");
   const Half half = halfOf(line, line.takeValue("--half"));
   const std::string only = line.takeValue("--wave");

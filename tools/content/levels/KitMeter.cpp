@@ -1,7 +1,6 @@
 // Renders hits through the processor, then computes peak, loudness, length and brightness.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/KitMeter.h"
-#include "content/Files.h"
 
 #include <algorithm>
 #include <array>
@@ -135,6 +134,24 @@ HitMeasure KitMeter::hit(const std::vector<int>& notes, int velocity, double sec
   measure.seconds = secondsUntilQuiet(left, right, measure.peak);
   measure.brightness = brightnessOf(left, right);
   return measure;
+}
+
+StereoSound KitMeter::play(std::span<const Stroke> strokes, double seconds) {
+  silence();
+  auto next = strokes.begin();
+  while (static_cast<double>(left.size()) < seconds * kRate) {
+    for (; next != strokes.end(); ++next) {
+      const auto frame = static_cast<std::size_t>(next->seconds * kRate) - left.size();
+      if (frame >= kBlockFrames) {
+        break;
+      }
+      const std::array<std::uint8_t, 3> bytes{0x90, static_cast<std::uint8_t>(next->note),
+                                              static_cast<std::uint8_t>(next->velocity)};
+      midi.emplace_back(bytes, static_cast<std::uint32_t>(frame));
+    }
+    renderBlock();
+  }
+  return {left, right};
 }
 
 void KitMeter::renderBlock() {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,19 @@ struct HitMeasure {
   double loudness = 0.0;    ///< Root mean square of the loudest tenth of a second.
   double seconds = 0.0;     ///< Until it has fallen 60 dB below its peak for good.
   double brightness = 0.0;  ///< Frequency that its energy balances around, in Hz.
+};
+
+/// A note of a piece.
+struct Stroke {
+  double seconds = 0.0;
+  int note = 0;
+  int velocity = 0;
+};
+
+/// Two sides of equal length at the engine's rate; full scale is 1.0.
+struct StereoSound {
+  std::vector<float> left;
+  std::vector<float> right;
 };
 
 /// A processor with the installed content. Throws std::runtime_error when there is none.
@@ -41,6 +55,9 @@ class KitMeter {
 
   /// Plays the notes together on a silent instrument and measures until it is silent again, at most for `seconds`.
   HitMeasure hit(const std::vector<int>& notes, int velocity, double seconds);
+
+  /// Plays strokes, in the order of their times, on a silent instrument for `seconds`.
+  StereoSound play(std::span<const Stroke> strokes, double seconds);
 
  private:
   void silence();

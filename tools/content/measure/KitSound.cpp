@@ -1,0 +1,154 @@
+// Plays kits and measures them, loudness and true peak through libebur128.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "content/measure/KitSound.h"
+
+#include <ebur128.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <numeric>
+#include <stdexcept>
+
+#include "content/levels/Balance.h"
+#include "core/EngineRate.h"
+
+namespace sivray::content {
+namespace {
+
+constexpr double kStep = 60.0 / 110.0 / 4.0;  ///< A sixteenth at 110 beats a minute, in seconds.
+constexpr int kStepsPerBar = 16;
+constexpr int kBars = 4;
+constexpr double kTail = 2.0;
+
+/// Kick, snare, closed and open hat.
+constexpr std::array<std::size_t, 4> kMainPads{0, 2, 6, 7};
+
+/// A bar of the groove: pad, step, velocity. The cymbal plays in the first bar only, the tom in the last.
+struct Beat {
+  int pad, step, velocity;
+};
+constexpr int kCymbal = 4;
+constexpr int kTom = 5;
+constexpr Beat kBar[]{{0, 0, 120},  {4, 0, 110}, {6, 0, 100},  {6, 2, 75},   {6, 4, 100}, {2, 4, 120},  {1, 6, 90},
+                      {6, 6, 75},   {0, 7, 90},  {6, 8, 100},  {0, 10, 115}, {6, 10, 75}, {2, 12, 120}, {3, 12, 100},
+                      {6, 12, 100}, {5, 13, 90}, {7, 14, 100}, {5, 14, 100}, {5, 15, 110}};
+
+std::vector<Stroke> groove() {
+  std::vector<Stroke> strokes;
+  for (int bar = 0; bar < kBars; ++bar) {
+    for (const auto& [pad, step, velocity] : kBar) {
+      if ((pad != kCymbal || bar == 0) && (pad != kTom || bar == kBars - 1)) {
+        strokes.push_back({kStep * (bar * kStepsPerBar + step), factory::kFirstPadNote + pad, velocity});
+      }
+    }
+  }
+  return strokes;
+}
+
+class LoudnessMeter {
+ public:
+  /// `modes` are libebur128's: what is not among them must not be asked for.
+  LoudnessMeter(const StereoSound& sound, int modes)
+      : frames(2 * sound.left.size()), state(ebur128_init(2, kRate, modes)) {
+    if (state == nullptr) {
+      throw std::runtime_error("libebur128 cannot measure here");
+    }
+    for (std::size_t i = 0; i < sound.left.size(); ++i) {
+      frames[2 * i] = sound.left[i];
+      frames[2 * i + 1] = sound.right[i];
+    }
+    // In steps of 100 ms, for the loudest 400 ms.
+    for (std::size_t i = 0; i < sound.left.size(); i += kPiece) {
+      ebur128_add_frames_float(state.get(), &frames[2 * i], std::min<std::size_t>(kPiece, sound.left.size() - i));
+      double loudness = 0.0;
+      ebur128_loudness_momentary(state.get(), &loudness);
+      loudest = std::max(loudest, loudness);
+    }
+  }
+
+  /// Of the loudest 400 ms, in LUFS.
+  double momentary() const { return loudest; }
+
+  double integrated() const {
+    double loudness = 0.0;
+    ebur128_loudness_global(state.get(), &loudness);
+    return loudness;
+  }
+
+  double truePeak() const {
+    double left = 0.0;
+    double right = 0.0;
+    ebur128_true_peak(state.get(), 0, &left);
+    ebur128_true_peak(state.get(), 1, &right);
+    return decibelsOf(std::max(left, right));
+  }
+
+ private:
+  static constexpr auto kRate = static_cast<unsigned long>(tesh::cofu::core::kEngineRate);
+  static constexpr std::size_t kPiece = kRate / 10;
+
+  struct Close {
+    void operator()(ebur128_state* closed) const { ebur128_destroy(&closed); }
+  };
+
+  std::vector<float> frames;
+  std::unique_ptr<ebur128_state, Close> state;
+  double loudest = -100.0;
+};
+
+double energyOf(const StereoSound& sound) {
+  return std::inner_product(sound.left.begin(), sound.left.end(), sound.left.begin(), 0.0) +
+         std::inner_product(sound.right.begin(), sound.right.end(), sound.right.begin(), 0.0);
+}
+
+StereoSound difference(StereoSound a, const StereoSound& b) {
+  std::ranges::transform(a.left, b.left, a.left.begin(), std::minus{});
+  std::ranges::transform(a.right, b.right, a.right.begin(), std::minus{});
+  return a;
+}
+
+Picture pictureOf(PictureMaker& maker, StereoSound sound) {
+  std::ranges::transform(sound.left, sound.right, sound.left.begin(), [](float l, float r) { return 0.5F * (l + r); });
+  return maker.pictureOf(hitFrom(sound.left));
+}
+
+}  // namespace
+
+KitSound soundOf(KitMeter& meter, std::size_t program) {
+  constexpr double kSeconds = kStep * kStepsPerBar * kBars + kTail;
+  constexpr double kHitSeconds = 4.0;  // Reversed sounds are loudest at their end.
+  meter.select(program);
+  KitSound kit;
+  kit.name = meter.programName(program);
+  PictureMaker maker;
+  for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
+    const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
+    StereoSound sound = meter.play({&stroke, 1}, kHitSeconds);
+    kit.pads[pad] = LoudnessMeter(sound, EBUR128_MODE_M).momentary();
+    if (const auto main = std::ranges::find(kMainPads, pad); main != kMainPads.end()) {
+      kit.pictures[static_cast<std::size_t>(main - kMainPads.begin())] = pictureOf(maker, std::move(sound));
+    }
+  }
+
+  const std::vector<Stroke> strokes = groove();
+  const StereoSound with = meter.play(strokes, kSeconds);
+  meter.setMacro(factory::kEffectSwitchMacro, 0.0F);
+  const StereoSound without = meter.play(strokes, kSeconds);
+  const LoudnessMeter loudness(with, EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK);
+  kit.loudness = loudness.integrated();
+  kit.truePeak = loudness.truePeak();
+  kit.effectChange = kit.loudness - LoudnessMeter(without, EBUR128_MODE_I).integrated();
+  kit.wet = 0.5 * (decibelsOf(energyOf(difference(with, without))) - decibelsOf(energyOf(with)));
+  return kit;
+}
+
+float distance(const KitSound& a, const KitSound& b) {
+  float sum = 0.0F;
+  for (std::size_t i = 0; i < a.pictures.size(); ++i) {
+    sum += distance(a.pictures[i], b.pictures[i]);
+  }
+  return sum / static_cast<float>(a.pictures.size());
+}
+
+}  // namespace sivray::content

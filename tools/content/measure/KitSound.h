@@ -1,0 +1,40 @@
+// What a kit sounds like: its loudness in one groove that all kits play, with and without its effect, the balance of
+// its pads, and the pictures of its main drums.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "content/factory/Kit.h"
+#include "content/levels/KitMeter.h"
+#include "content/measure/Picture.h"
+
+namespace sivray::content {
+
+struct KitSound {
+  std::string name;
+  double loudness = 0.0;                      ///< Integrated loudness of the groove by EBU R 128, in LUFS.
+  double effectChange = 0.0;                  ///< Loudness with the effect on over that with it off, in dB.
+  double wet = 0.0;                           ///< What the effect adds or takes away, relative to the whole, in dB.
+  double truePeak = 0.0;                      ///< In dB of full scale, by EBU R 128.
+  std::array<double, factory::kPads> pads{};  ///< Loudness of the loudest 400 ms of a full hit, in LUFS.
+  std::array<Picture, 4> pictures;            ///< Of kick, snare, closed and open hat.
+};
+
+/// Plays the groove and the pads of the meter's program `program`.
+KitSound soundOf(KitMeter& meter, std::size_t program);
+
+/// Returns the mean distance of the two kits' kicks, snares and hats.
+float distance(const KitSound& a, const KitSound& b);
+
+/// Prints a line for each kit, with marks where it breaks a rule, then the medians and the pairs of kits that sound
+/// alike. The rules: loudness within 1.5 dB of the median, the effect changes it by at most 3 dB, true peak at most
+/// -0.5 dB, pads
+/// within 6 dB of their role, which is the median of that pad over all kits, relative to their grooves, no two kits
+/// closer than D 4.
+void printKits(std::ostream& out, const std::vector<KitSound>& kits);
+
+}  // namespace sivray::content
