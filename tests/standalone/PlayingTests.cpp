@@ -161,16 +161,17 @@ TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
   EXPECT_TRUE(block(16, 0).empty());
 }
 
-TEST_F(PlaybackTest, KeysStrikeOnceAndTheToneFadesInAndOut) {
+TEST_F(PlaybackTest, KeysAndMidiInputsStrikeAndTheToneFadesInAndOut) {
   playback.playNote(36, true);  // Before any device: nobody hears it.
   playback.prepare(48000.0, 512);
   playback.playNote(40, true);
   playback.playNote(40, false);
+  playback.handleIncomingMidiMessage(nullptr, juce::MidiMessage::noteOn(3, 41, juce::uint8{9}).withTimeStamp(0.001));
   for (int i = 0; i < 4; ++i) {
     block(512);
   }
-  ASSERT_EQ(processor.log.size(), 2U);
-  EXPECT_THAT(processor.log[0], testing::EndsWith("9 40"));
+  EXPECT_THAT(processor.log, testing::UnorderedElementsAre(testing::EndsWith("9 40"), testing::EndsWith("8 40"),
+                                                           testing::EndsWith("9 41")));
 
   playback.playTestTone();
   std::vector<float> tone;

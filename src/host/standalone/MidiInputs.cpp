@@ -14,7 +14,7 @@ constexpr int kLookMilliseconds = 3000;
 
 void MidiInputs::start(const juce::StringArray& newNamesOff) {
   off = newNamesOff;
-  refresh();
+  look();
   startTimer(kLookMilliseconds);
 }
 
@@ -23,13 +23,13 @@ void MidiInputs::setOn(const juce::String& name, bool isOn) {
   if (!isOn) {
     off.add(name);
   }
-  refresh();
+  look();
 }
 
-void MidiInputs::refresh() {
+void MidiInputs::look() {
   std::vector<Device> found;
   std::set<juce::String> wanted;
-  for (const auto& info : juce::MidiInput::getAvailableDevices()) {
+  for (const auto& info : machineInputs()) {
     const bool isOn = !off.contains(info.name);
     found.push_back({.name = info.name, .isOn = isOn});
     if (!isOn) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tesh::bramel::standalone {
@@ -20,8 +21,12 @@ class MidiInputs : private juce::Timer {
     bool operator==(const Device&) const = default;
   };
 
+  /// Tells which inputs the machine has.
+  using ListInputs = std::function<juce::Array<juce::MidiDeviceInfo>()>;
+
   /// `player` outlives this object. Nothing is open until `start`.
-  explicit MidiInputs(juce::MidiInputCallback& player) : callback(player) {}
+  explicit MidiInputs(juce::MidiInputCallback& player, ListInputs listInputs = juce::MidiInput::getAvailableDevices)
+      : callback(player), machineInputs(std::move(listInputs)) {}
 
   /// After each change of `devices`.
   std::function<void()> onChange;
@@ -35,11 +40,14 @@ class MidiInputs : private juce::Timer {
   /// Also those of devices that are not there now.
   const juce::StringArray& namesOff() const { return off; }
 
+  /// Looks for inputs that have come or gone. The timer's work; for tests.
+  void look();
+
  private:
-  void timerCallback() override { refresh(); }
-  void refresh();
+  void timerCallback() override { look(); }
 
   juce::MidiInputCallback& callback;
+  ListInputs machineInputs;
   juce::StringArray off;
   std::vector<Device> list;
   std::map<juce::String, std::unique_ptr<juce::MidiInput>> open;  ///< By identifier.

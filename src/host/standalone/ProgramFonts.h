@@ -1,8 +1,10 @@
-// The faces of the panel, for what the program shows around it.
+// The panel's faces and one of its pictures, for what the program shows around it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <string>
+
+#include <juce_graphics/juce_graphics.h>
 
 #include "viewmodels/resources/IBramelFontProvider.h"
 #include "viewmodels/resources/ResourceStore.h"
@@ -25,6 +27,14 @@ class ProgramFonts final : public IBramelFontProvider {
 
   cofu::core::boxed::Box getFont(const std::string& name, double height) override {
     return store.getFont(name, height);
+  }
+
+  /// A lit pad; empty if there is none.
+  juce::Image getIcon() {
+    constexpr int kDoubleSet = 2;
+    const auto box = store.getImage("Sivray_Pad_On", kDoubleSet);
+    const auto* const image = cofu::core::boxed::valueIn<juce::Image>(box);
+    return image == nullptr ? juce::Image() : *image;
   }
 
  private:

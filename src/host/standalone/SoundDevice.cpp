@@ -84,7 +84,8 @@ bool SoundDevice::openWanted() {
 bool SoundDevice::openDefault() {
   return std::any_of(types.begin(), types.end(), [this](const auto& type) {
     const auto names = type->getDeviceNames(false);
-    const int index = type->getDefaultDeviceIndex(false);
+    // JACK lists its clients in the order of their coming, and its sound card, under this name, among them.
+    const int index = names.contains("system") ? names.indexOf("system") : type->getDefaultDeviceIndex(false);
     return juce::isPositiveAndBelow(index, names.size()) &&
            tryToOpen(*type, {.type = type->getTypeName(), .name = names[index]});
   });

@@ -72,6 +72,7 @@ class Standalone::Impl : public IBWControlListener {
                                   }});
     keyboard = std::make_unique<PadKeyboard>(
         *window, [this](int note, bool isOn) { playback.playNote(note, isOn); }, [this] { toggleDemo(); });
+    window->setIcon(fonts.getIcon());
     window->open(settings.position());
     desktop::nameWindow(window->getPeer()->getNativeHandle());
   }

@@ -1,0 +1,93 @@
+// The strip and the setup under a hand, without a screen.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "ScriptedSound.h"
+#include "host/standalone/ProgramFonts.h"
+#include "host/standalone/SetupView.h"
+#include "host/standalone/TransportStrip.h"
+#include "support/Hand.h"
+#include "widgets/PanelColours.h"
+
+namespace {
+
+using namespace tesh::bramel::standalone;
+using sivray::test::Hand;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ViewTest : public sivray::test::SoundTest {
+ protected:
+  ProgramFonts fonts;
+};
+
+TEST_F(ViewTest, TheStripTellsOfItsButtonsAndShowsAFaultInAmber) {
+  sivray::test::ControlLog log;
+  TransportStrip strip(fonts, log);
+  strip.setSize(768, TransportStrip::kHeight);
+  log.names = {{&strip.demoButton(), "demo"}, {&strip.deviceButton(), "device"}};
+  Hand(strip).click(60, 20).click(500, 20).click(200, 20);
+  EXPECT_THAT(log.take(), ElementsAre("demo began", "demo changed", "demo ended", "device began", "device changed",
+                                      "device changed", "device ended"));
+  EXPECT_TRUE(strip.demoButton().getState());
+
+  strip.demoButton().setState(false);
+  const auto countAmber = [&] {
+    const juce::Image picture = strip.createComponentSnapshot(strip.getLocalBounds());
+    int count = 0;
+    for (int x = 0; x < picture.getWidth(); ++x) {
+      for (int y = 0; y < picture.getHeight(); ++y) {
+        count += picture.getPixelAt(x, y) == juce::Colour(tesh::bramel::colours::kAmber) ? 1 : 0;
+      }
+    }
+    return count;
+  };
+  strip.showDevice("JACK: system", false);
+  EXPECT_EQ(countAmber(), 0);
+  strip.showDevice("No sound device found", true);
+  EXPECT_GT(countAmber(), 50);
+}
+
+TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
+  machine["JACK"]["system"] = {};
+  machine["ALSA"]["card"] = {};
+  sound.open({});
+  std::vector<std::string> wishes;
+  MidiInputs midi(player,
+                  [] { return juce::Array(juce::MidiDeviceInfo("Keys", "1"), juce::MidiDeviceInfo("Pads", "2")); });
+  midi.start({"Pads"});
+  SetupView* shown = nullptr;
+  SetupView view(sound, midi, fonts,
+                 {.device =
+                      [&](const DeviceChoice& choice) {
+                        wishes.push_back((choice.type + " " + choice.name + " " + juce::String(choice.rate, 0) + " " +
+                                          juce::String(choice.block))
+                                             .toStdString());
+                        sound.open(choice);
+                        shown->refresh();
+                      },
+                  .midi = [&](const juce::String& name,
+                              bool isOn) { wishes.push_back((isOn ? "on " : "off ") + name.toStdString()); },
+                  .testTone = [&] { wishes.emplace_back("tone"); }});
+  shown = &view;
+  view.setSize(SetupView::kWidth, SetupView::kHeight);
+  const auto click = [&](int x, int y) {
+    Hand(view).click(x, y);
+    return std::exchange(wishes, {});
+  };
+  constexpr int kFirstRow = 40 + 28 + 14;
+  EXPECT_THAT(click(100, kFirstRow), IsEmpty()) << "it is open already";
+  EXPECT_THAT(click(100, kFirstRow + 28), ElementsAre("ALSA card 0 0"));
+  EXPECT_THAT(click(300, kFirstRow + 56), ElementsAre("ALSA card 48000 256"));
+  EXPECT_THAT(click(400, kFirstRow), ElementsAre("ALSA card 48000 64"));
+  EXPECT_THAT(click(600, 20), ElementsAre("tone"));
+  EXPECT_THAT(click(600, kFirstRow), ElementsAre("off Keys"));
+  EXPECT_THAT(click(600, kFirstRow + 28), ElementsAre("on Pads"));
+  EXPECT_THAT(click(600, kFirstRow + 56), IsEmpty());
+}
+
+}  // namespace
