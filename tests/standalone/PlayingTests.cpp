@@ -106,6 +106,7 @@ class PlaybackTest : public testing::Test {
     std::vector<std::vector<float>> channels(static_cast<std::size_t>(channelCount),
                                              std::vector<float>(static_cast<std::size_t>(frames), 9.0F));
     std::vector<float*> outputs;
+    outputs.reserve(channels.size());
     for (auto& channel : channels) {
       outputs.push_back(channel.data());
     }

@@ -17,6 +17,7 @@ using tesh::bramel::standalone::SoundDevice;
 
 /// What a device of the machine does; shared by all that open it.
 struct Script {
+  bool isThere = true;
   bool opens = true;
   bool plays = true;
   double rate = 48000.0;
@@ -80,7 +81,9 @@ class ScriptedType final : public juce::AudioIODeviceType {
   juce::StringArray getDeviceNames(bool wantInputs) const override {
     juce::StringArray names;
     for (const auto& [name, script] : devices) {
-      names.add(name);
+      if (script.isThere) {
+        names.add(name);
+      }
     }
     return wantInputs ? juce::StringArray() : names;
   }

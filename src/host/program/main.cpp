@@ -23,7 +23,7 @@ constexpr const char* kHelp =
 int fail(const char* reason) {
   std::fprintf(stderr, "sivray: %s\n", reason);
   if (!standalone::desktop::hasTerminal() && standalone::desktop::hasScreen()) {
-    juce::AlertWindow::showMessageBox(juce::MessageBoxIconType::WarningIcon, "Sivray", juce::String::fromUTF8(reason));
+    standalone::showFault(juce::String::fromUTF8(reason));
   }
   return EXIT_FAILURE;
 }

@@ -15,12 +15,13 @@ inline constexpr const char* kCaptionFace = "Oswald Medium";
 inline constexpr const char* kDisplayFace = "PF Arma Five";
 inline constexpr const char* kListFace = "Open Sans Regular";
 inline constexpr const char* kHeadingFace = "Open Sans SemiBold";
+inline constexpr const char* kDefaultFace = "Roboto";
 
 /// Must be destroyed before JUCE is shut down.
 class ProgramFonts final : public IBramelFontProvider {
  public:
   ProgramFonts() {
-    for (const char* const face : {kCaptionFace, kDisplayFace, kListFace, kHeadingFace}) {
+    for (const char* const face : {kCaptionFace, kDisplayFace, kListFace, kHeadingFace, kDefaultFace}) {
       store.addFont(face);
     }
   }

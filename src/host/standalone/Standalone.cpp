@@ -20,6 +20,7 @@
 #include "host/standalone/SoundDevice.h"
 #include "storage/paths/Paths.h"
 #include "views/BWPopupView.h"
+#include "views/PanelLook.h"
 
 namespace tesh::bramel::standalone {
 namespace {
@@ -161,5 +162,12 @@ Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> o
     : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed))) {}
 
 Standalone::~Standalone() = default;
+
+void showFault(const juce::String& text) {
+  ProgramFonts fonts;
+  const auto look = PanelLook::acquire(fonts);
+  juce::Desktop::getInstance().setGlobalScaleFactor(desktop::scale());
+  juce::AlertWindow::showMessageBox(juce::MessageBoxIconType::NoIcon, "Sivray", text);
+}
 
 }  // namespace tesh::bramel::standalone

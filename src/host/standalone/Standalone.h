@@ -26,4 +26,8 @@ class Standalone {
   std::unique_ptr<Impl> impl;
 };
 
+/// Shows a line in a window, and returns when the user has read it. For a program that then ends. On the message
+/// thread.
+void showFault(const juce::String& text);
+
 }  // namespace tesh::bramel::standalone
