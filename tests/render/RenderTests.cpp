@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <set>
 
+#include "render/PresetFile.h"
 #include "render/RenderProgram.h"
 #include "support/KitFolder.h"
+#include "vsthost/Host.h"
 
 namespace sivray::render {
 namespace {
@@ -165,6 +167,63 @@ TEST_F(Render, StartsFromProgramsAndStates) {
   EXPECT_EQ(play({"--direct", "--state", state}), wet);
 }
 
+TEST_F(Render, WritesPresetFilesThatPlayLikeTheirKits) {
+  ASSERT_EQ(runProgram({"--direct", "--quiet", "--save-kits", at("Presets")}, noCheck), 0);
+  ASSERT_EQ(runProgram({"--library", SIVRAY_MODULE, "--program", "Wet", "--save-state", at("wet.FXP")}, noCheck), 0);
+  const Bytes preset = bytesOf(at("Presets/Wet.fxp"));
+  EXPECT_TRUE(bytesOf(at("wet.FXP")) == preset);
+  for (const char* kit : {"Plain", "Wet"}) {
+    const Bytes wanted = play({"--program", kit});
+    EXPECT_TRUE(play({"--state", at("Presets/" + std::string(kit) + ".fxp")}) == wanted) << kit;
+  }
+
+  // The head as hosts read it, with the numbers that they compare with the plug-in's record.
+  const vsthost::PluginLibrary library(SIVRAY_MODULE);
+  vsthost::Host host(library);
+  const auto number = [&](std::size_t at) {
+    return static_cast<std::int32_t>(preset[at] << 24 | preset[at + 1] << 16 | preset[at + 2] << 8 | preset[at + 3]);
+  };
+  EXPECT_EQ(std::string(preset.begin(), preset.begin() + 4), "CcnK");
+  EXPECT_EQ(number(4), static_cast<std::int32_t>(preset.size()) - 8);
+  EXPECT_EQ(std::string(preset.begin() + 8, preset.begin() + 12), "FPCh");
+  EXPECT_EQ(number(16), host.effect().uniqueID);
+  EXPECT_EQ(number(20), host.effect().version);
+  EXPECT_EQ(number(24), host.parameterCount());
+  EXPECT_EQ(std::string(preset.begin() + 28, preset.begin() + 56), "Wet" + std::string(25, '\0'));
+  EXPECT_EQ(number(56), static_cast<std::int32_t>(preset.size()) - 60);
+}
+
+TEST_F(Render, KeepsWholeCharactersOfLongPresetNames) {
+  const std::string name = std::string(26, 'a') + "\xC3\xA9";
+  const Bytes preset = packPreset(name, 0, {});
+  EXPECT_EQ(std::string(preset.begin() + 28, preset.begin() + 56), std::string(26, 'a') + std::string(2, '\0'));
+  EXPECT_EQ(presetFileName("A/B: \xC3\xA9"), "A-B- \xC3\xA9.fxp");
+}
+
+TEST_F(Render, RefusesDamagedPresetFiles) {
+  ASSERT_EQ(runProgram({"--direct", "--save-state", at("good.fxp")}, noCheck), 0);
+  const Bytes good = bytesOf(at("good.fxp"));
+  struct Damage {
+    std::size_t place;  ///< Of a byte that becomes 'x'.
+    std::size_t length;
+    const char* words;
+  };
+  const std::vector<Damage> cases{
+      {0, good.size(), "no preset file"},   {0, 59, "no preset file"},
+      {0, 0, "missing or empty"},           {8, good.size(), "parameters or a bank"},
+      {16, good.size(), "another plug-in"}, {56, good.size(), "cut short"},
+      {40, good.size() - 1, "cut short"},   {60, good.size(), "no state of this plug-in"},
+  };
+  for (const Damage& damage : cases) {
+    Bytes bad = good;
+    bad[damage.place] = 'x';
+    std::ofstream(at("bad.fxp"), std::ios::binary)
+        .write(reinterpret_cast<const char*>(bad.data()), static_cast<std::streamsize>(damage.length));
+    const std::string line = failure({at("in.mid"), "-o", at("out.wav"), "--direct", "--state", at("bad.fxp")});
+    EXPECT_NE(line.find(damage.words), std::string::npos) << line;
+  }
+}
+
 TEST_F(Render, SaysInOneLineWhatItCannotDo) {
   std::ofstream(at("empty.mid")) << "";
   std::ofstream(at("broken.mid")) << "MThd and nothing more";
@@ -197,6 +256,7 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
       {{in, "-o", out, "--library", SIVRAY_MODULE, "--fx", "Drive"}, "use --direct"},
       {{in, "-o", out, "--library", SIVRAY_MODULE, "--macro", "P1 Fine=1@0.5"}, "hidden"},
       {{"--direct", "--save-state", at("none/state")}, "cannot write the state"},
+      {{"--direct", "--save-kits", at("in.mid/kits")}, "cannot make the folder"},
       {{in, "-o", out, "--library", at("none.so")}, "no such file"},
       {{in, "-o", out, "--library", in}, "no library"},
   };

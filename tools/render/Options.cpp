@@ -109,6 +109,7 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--fx-tour", textOption(&Options::effectTourFolder)},
       {"--state", textOption(&Options::statePath)},
       {"--save-state", textOption(&Options::saveStatePath)},
+      {"--save-kits", textOption(&Options::kitFolder)},
       {"--panel", textOption(&Options::panelPath)},
       {"--page", [](Options& o, Text, Text v) { o.panelPage = v; }},
       {"--open", [](Options& o, Text, Text v) { o.panelOpen = v; }},
@@ -139,7 +140,7 @@ const std::map<std::string, FlagAction>& flagOptions() {
 }
 
 void requireSense(const Options& options) {
-  if (options.help || options.listPrograms || options.check || options.panelPath) {
+  if (options.help || options.listPrograms || options.check || options.panelPath || options.kitFolder) {
     return;
   }
   if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != tesh::cofu::core::kEngineRate) {
@@ -159,6 +160,7 @@ void requireSense(const Options& options) {
 std::string helpText() {
   return "Usage: sivray-render IN.mid -o OUT.wav [options]\n"
          "       sivray-render --list-programs\n"
+         "       sivray-render --save-kits FOLDER\n"
          "       sivray-render --panel FILE.png [--program NAME] [--page NAME] [--open WHAT] [--scale S]\n"
          "       sivray-render --check [--only TEXT] [--full] [--soak HOURS]\n"
          "\n"
@@ -186,8 +188,11 @@ std::string helpText() {
          "  --fx-off              switches the master effect off\n"
          "  --fx-tour FOLDER      renders all effect types one after the other into FOLDER, with a picture of their\n"
          "                        spectrograms\n"
-         "  --state FILE          loads a state as a host saves it, before everything else\n"
-         "  --save-state FILE     saves the state at the end\n"
+         "  --state FILE          loads a state as a host saves it, before everything else; of a name that ends with "
+         ".fxp,\n"
+         "                        the one in a preset file of VST 2 hosts\n"
+         "  --save-state FILE     saves the state at the end, in either form\n"
+         "  --save-kits FOLDER    writes each factory kit as a preset file\n"
          "  --panel FILE.png      draws the plug-in's panel into a picture instead of playing, with:\n"
          "    --page NAME           the page: sound, character or mix\n"
          "    --open WHAT           samples=PAD, programs, save-as, effects, settings or tooltip=PARAMETER\n"

@@ -32,6 +32,7 @@ struct Options {
   std::optional<std::string> program;
   std::optional<std::string> statePath;
   std::optional<std::string> saveStatePath;
+  std::optional<std::string> kitFolder;  ///< Where to write the factory kits as preset files, instead of playing.
   std::optional<std::string> effectTourFolder;
   std::vector<Assignment> assignments;  ///< In the order of the command line.
   RenderSettings settings;

@@ -196,7 +196,11 @@ std::vector<ListedProgram> PluginModel::programs() const {
   return list;
 }
 
-void PluginModel::selectProgram(const std::string& text) {
+std::size_t PluginModel::factoryCount() const {
+  return static_cast<std::size_t>(processor.controller().programs().programCount(Bank::factory));
+}
+
+std::string PluginModel::selectProgram(const std::string& text) {
   const std::vector<ListedProgram> list = programs();
   auto found = std::find_if(list.begin(), list.end(), [&](const ListedProgram& p) { return p.number == text; });
   if (found == list.end()) {
@@ -207,11 +211,11 @@ void PluginModel::selectProgram(const std::string& text) {
     throw RenderError("there is no program '" + text + "'; see --list-programs");
   }
   const auto place = static_cast<std::uint64_t>(found - list.begin());
-  const std::uint64_t factoryCount = processor.controller().programs().programCount(Bank::factory);
-  const Bank bank = place < factoryCount ? Bank::factory : Bank::user;
+  const Bank bank = place < factoryCount() ? Bank::factory : Bank::user;
   processor.controller().programs().setSelection(0, Bank::ghost);
   tesh::vimo::ProcessBlock nowhere;
-  processor.controller().selectProgram(bank == Bank::factory ? place : place - factoryCount, bank, 0, nowhere);
+  processor.controller().selectProgram(bank == Bank::factory ? place : place - factoryCount(), bank, 0, nowhere);
+  return found->name;
 }
 
 }  // namespace sivray::render

@@ -62,8 +62,10 @@ class PluginModel {
 
   std::vector<ListedProgram> programs() const;
 
-  /// Selects a program by number or name. Throws RenderError for an unknown one.
-  void selectProgram(const std::string& text);
+  std::size_t factoryCount() const;
+
+  /// Selects a program by number or name, and returns its name. Throws RenderError for an unknown one.
+  std::string selectProgram(const std::string& text);
 
  private:
   using Processor = tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>>;

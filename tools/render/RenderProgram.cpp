@@ -25,6 +25,13 @@ void listPrograms(const Session& session) {
   }
 }
 
+void saveKits(Session session, const std::string& folder, bool quiet) {
+  const std::size_t kits = session.saveKits(folder);
+  if (!quiet) {
+    std::printf("%s: %zu kits as preset files\n", folder.c_str(), kits);
+  }
+}
+
 void play(const Options& options) {
   MidiScore score;
   if (!options.inputPath.empty()) {
@@ -62,6 +69,8 @@ int run(const std::vector<std::string>& arguments, const CheckProgram& check, co
     std::fputs(helpText().c_str(), stdout);
   } else if (options.listPrograms) {
     listPrograms(Session(options));
+  } else if (options.kitFolder) {
+    saveKits(Session(options), *options.kitFolder, options.settings.quiet);
   } else if (options.check) {
     return check(options) == 0 ? 0 : kCheckFailed;
   } else if (options.panelPath) {

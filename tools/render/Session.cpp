@@ -4,16 +4,23 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 
+#include "CompactState.h"
 #include "DirectTarget.h"
 #include "LibraryTarget.h"
+#include "PresetFile.h"
 #include "RenderError.h"
 #include "core/EngineRate.h"
+#include "host/construction/Construction.h"
 #include "storage/paths/Paths.h"
 #include "storage/state/EditBufferRecord.h"
+#include "storage/state/StateContent.h"
 
 namespace sivray::render {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr double kPlainRate = tesh::cofu::core::kEngineRate;
 
@@ -46,7 +53,8 @@ float normalisedValue(const Assignment& assignment) {
 
 }  // namespace
 
-Session::Session(const Options& wanted) : options(wanted), target(makeTarget(wanted)) {
+Session::Session(const Options& wanted)
+    : options(wanted), target(makeTarget(wanted)), programName(tesh::bramel::vst::kInstrumentName) {
   if (options.statePath) {
     loadState(*options.statePath);
   }
@@ -57,9 +65,13 @@ Session::Session(const Options& wanted) : options(wanted), target(makeTarget(wan
 }
 
 void Session::loadState(const std::string& path) {
-  const std::vector<std::uint8_t> bytes = tesh::bramel::readFile(path);
+  std::vector<std::uint8_t> bytes = tesh::bramel::readFile(path);
+  if (isPresetPath(path)) {
+    bytes = stateInPreset(bytes, path);
+  }
   const auto record = tesh::bramel::vst::unpackState(bytes);
-  if (!record || record->name != tesh::bramel::vst::kEditBufferName) {
+  if (!record || record->name != tesh::bramel::vst::kEditBufferName ||
+      !tesh::bramel::vst::readStateContent(record->content)) {
     throw RenderError("cannot load the state '" + path +
                       "': " + (bytes.empty() ? "it is missing or empty" : "it is no state of this plug-in"));
   }
@@ -69,7 +81,7 @@ void Session::loadState(const std::string& path) {
 void Session::prepare(const MidiScore& score) {
   moves.clear();
   if (options.program) {
-    plugin.selectProgram(*options.program);
+    programName = plugin.selectProgram(*options.program);
   }
   for (const ScoreMove& move : score.moves) {
     assign({AssignmentTarget::engineParameter, move.name, move.value, move.seconds});
@@ -122,10 +134,26 @@ RenderResult Session::render(const MidiScore& score, const std::string& outputPa
 }
 
 void Session::saveState(const std::string& path) {
-  const std::vector<std::uint8_t> bytes = target->state();
+  std::vector<std::uint8_t> bytes = target->state();
+  if (isPresetPath(path)) {
+    bytes = packPreset(programName, target->hostNames().size(), compactState(bytes));
+  }
   if (!tesh::bramel::writeFile(path, bytes.data(), bytes.size())) {
     throw RenderError("cannot write the state '" + path + "': check that its folder exists and is writable");
   }
+}
+
+std::size_t Session::saveKits(const std::string& folder) {
+  if (std::error_code error; !fs::is_directory(folder) && !fs::create_directories(folder, error)) {
+    throw RenderError("cannot make the folder '" + folder + "'");
+  }
+  const std::size_t kits = plugin.factoryCount();
+  for (std::size_t kit = 0; kit < kits; ++kit) {
+    programName = plugin.selectProgram(std::to_string(kit));
+    target->setState(plugin.state());
+    saveState((fs::path(folder) / presetFileName(programName)).string());
+  }
+  return kits;
 }
 
 }  // namespace sivray::render

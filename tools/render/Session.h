@@ -28,8 +28,11 @@ class Session {
 
   RenderResult render(const MidiScore& score, const std::string& outputPath, const BlockListener& listener = {});
 
-  /// Writes the current state to a file. Throws RenderError.
+  /// Writes the current state to a file, as a preset if the path ends with ".fxp". Throws RenderError.
   void saveState(const std::string& path);
+  /// Writes every program of the factory bank as a preset file into `folder`, which is made if it is missing. Returns
+  /// how many. Throws RenderError.
+  std::size_t saveKits(const std::string& folder);
   std::vector<std::uint8_t> state() { return target->state(); }
 
  private:
@@ -42,6 +45,7 @@ class Session {
   std::unique_ptr<RenderTarget> target;
   PluginModel plugin;
   std::vector<Move> moves;
+  std::string programName;  ///< For presets: of the program that was selected last, else the instrument's.
 };
 
 }  // namespace sivray::render

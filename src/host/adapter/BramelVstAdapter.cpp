@@ -14,9 +14,9 @@
 
 #include "host/adapter/BramelVstAdapterImpl.h"
 #include "host/adapter/Capabilities.h"
-#include "host/adapter/PluginIds.h"
 #include "host/door/EditorDoor.h"
 #include "host/vst/NumberText.h"
+#include "host/vst/PluginIds.h"
 
 namespace tesh::bramel::vst {
 namespace {
