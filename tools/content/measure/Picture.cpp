@@ -84,7 +84,7 @@ float distance(const Picture& a, const Picture& b) {
   float sum = 0.0F;
   float places = 0.0F;
   for (std::size_t i = 0; i < a.levels.size(); ++i) {
-    const bool counts = (a.levels[i] > a.floor) | (b.levels[i] > b.floor);
+    const bool counts = a.levels[i] > a.floor || b.levels[i] > b.floor;
     sum += counts ? std::abs(a.levels[i] - b.levels[i]) : 0.0F;
     places += counts ? 1.0F : 0.0F;
   }

@@ -5,6 +5,7 @@
 #include <juce_core/juce_core.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <stdexcept>
 
@@ -93,14 +94,19 @@ std::optional<Group> groupOf(const HitFile& hit, SoundSource source) {
 
 class Reader {
  public:
-  void readSet(const juce::File& folder, Half half) {
+  void readSet(const juce::File& folder) {
     const std::string set = textOf(folder.getFileName());
     const SoundSource source = sourceOf(set);
     const juce::File description = folder.getChildFile("drumkit.xml");
+    Half& half = halves[static_cast<std::size_t>(source)];
+    const std::size_t before = references.size();
     for (const HitFile& file : description.existsAsFile() ? filesOfDescription(description) : filesOfNames(folder)) {
       if (const auto group = groupOf(file, source)) {
         add(file, {set, textOf(file.file.getFileName()), file.drum, *group, half, {}, {}});
       }
+    }
+    if (references.size() > before) {
+      half = half == Half::tune ? Half::judge : Half::tune;
     }
   }
 
@@ -130,6 +136,7 @@ class Reader {
   }
 
   PictureMaker pictures;
+  std::array<Half, 2> halves{Half::tune, Half::tune};  ///< Of the next set, by source.
 };
 
 }  // namespace
@@ -139,10 +146,8 @@ std::vector<Reference> readReferences(const std::string& folder) {
   auto sets = place.findChildFiles(juce::File::findDirectories, false);
   std::ranges::sort(sets, {}, [](const juce::File& set) { return textOf(set.getFileName().toLowerCase()); });
   Reader reader;
-  Half half = Half::tune;
   for (const auto& set : sets) {
-    reader.readSet(set, half);
-    half = half == Half::tune ? Half::judge : Half::tune;
+    reader.readSet(set);
   }
   if (reader.references.empty()) {
     throw std::runtime_error(folder + ": there is no drum set in it; each has a folder of its own here");

@@ -13,7 +13,8 @@
 
 namespace sivray::content {
 
-/// The sets in the order of their names belong to the two halves in turn, so that waves can be tuned by one half and
+/// The sets that hold a drum of a group belong to the two halves in turn, in the order of their names, acoustic ones
+/// and those of machines each for themselves, so that waves can be tuned by one half and
 /// judged by the other.
 enum class Half : unsigned char { tune, judge, both };
 
