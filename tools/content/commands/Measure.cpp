@@ -26,8 +26,7 @@ Half halfOf(const CommandLine& line, const std::string& name) {
 }
 
 std::string installedLibrary() {
-  std::string folder =
-      systemPathOf(tesh::bramel::directoryFor(tesh::bramel::kBramelDirectory_Resource)) + "/SivrayPCM";
+  std::string folder = systemPathOf(tesh::bramel::directoryFor(tesh::bramel::kBramelDirectory_Resource)) + "/SivrayPCM";
   if (!std::filesystem::exists(pathOf(folder))) {
     throw std::runtime_error("no content is installed, so name a folder of waves, such as content/waves");
   }
