@@ -75,15 +75,16 @@ std::optional<Group> groupOf(const FactoryRow& row) {
   return groupOf(row.category, row.row.name, isMachine ? SoundSource::machine : SoundSource::acoustic);
 }
 
-std::optional<Group> otherSourceOf(Group group) {
-  constexpr std::pair<Group, Group> kDrums[]{{Group::kick, Group::machineKick},
-                                             {Group::snare, Group::machineSnare},
-                                             {Group::closedHat, Group::machineClosedHat},
-                                             {Group::openHat, Group::machineOpenHat},
-                                             {Group::tom, Group::machineTom}};
-  for (const auto& [acoustic, machine] : kDrums) {
-    if (group == acoustic || group == machine) {
-      return group == acoustic ? machine : acoustic;
+std::optional<Group> kinOf(Group group) {
+  constexpr std::pair<Group, Group> kKin[]{{Group::kick, Group::machineKick},
+                                           {Group::snare, Group::machineSnare},
+                                           {Group::closedHat, Group::machineClosedHat},
+                                           {Group::openHat, Group::machineOpenHat},
+                                           {Group::tom, Group::machineTom},
+                                           {Group::crash, Group::ride}};
+  for (const auto& [one, other] : kKin) {
+    if (group == one || group == other) {
+      return group == one ? other : one;
     }
   }
   return std::nullopt;

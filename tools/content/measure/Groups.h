@@ -54,7 +54,8 @@ std::optional<Group> groupOf(int category, std::string_view name, SoundSource so
 /// Returns the group of a factory wave. Its model tells acoustic sounds from those of machines.
 std::optional<Group> groupOf(const FactoryRow& row);
 
-/// Returns the group of the same drum from the other source, if it has one.
-std::optional<Group> otherSourceOf(Group group);
+/// Returns the group whose recordings widen the range of this one: the same drum of the other source, or the other kind
+/// of cymbal. Nothing if it has none.
+std::optional<Group> kinOf(Group group);
 
 }  // namespace sivray::content

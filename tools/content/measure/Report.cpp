@@ -176,7 +176,7 @@ void printTargets(std::ostream& out, std::span<const Reference> references) {
   for (std::size_t index = 0; index < kGroups; ++index) {
     const std::vector<Figures>& own = figures[index];
     std::vector<Figures> drum = own;
-    if (const auto other = otherSourceOf(static_cast<Group>(index))) {
+    if (const auto other = kinOf(static_cast<Group>(index))) {
       const std::vector<Figures>& more = figures[static_cast<std::size_t>(*other)];
       drum.insert(drum.end(), more.begin(), more.end());
     }
