@@ -46,6 +46,9 @@ TEST_F(SoundDeviceTest, OpensWhatIsRememberedElseARunningServerElseACard) {
   sound.open({.type = "ALSA", .name = "other", .rate = 96000.0});
   EXPECT_EQ(text(), "ALSA: other, 44100 Hz, 256 frames") << "of a rate that the device lacks";
   EXPECT_EQ(sound.available().size(), 3U);
+  sound.open({.type = "JACK", .name = "system"});
+  EXPECT_EQ(sound.current().type, "ALSA");
+  EXPECT_EQ(sound.problem(), juce::String("system (JACK): it is busy"));
 }
 
 TEST_F(SoundDeviceTest, TakesAnotherDeviceWhenItsOwnIsLostAndComesBackToItLater) {

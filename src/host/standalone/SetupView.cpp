@@ -156,8 +156,14 @@ void SetupView::refreshLists() {
   }
   blocks->show(std::move(blockTexts), indexOf(soundDevice.blocks(), current.block));
   inputs->showSwitches(midiInputs.devices());
-  state.setText(midiInputs.devices().empty() ? soundDevice.describe() + ".  No MIDI input found"
-                                             : soundDevice.describe());
+  juce::String text = soundDevice.describe();
+  if (soundDevice.isOpen() && soundDevice.problem().isNotEmpty()) {
+    text << ".  Not opened: " << soundDevice.problem();
+  }
+  if (midiInputs.devices().empty()) {
+    text << ".  No MIDI input found";
+  }
+  state.setText(text);
 }
 
 void SetupView::listRowSelected(BWSimpleListView& list, int row) {

@@ -51,6 +51,9 @@ class SoundDevice : private juce::Timer {
   /// The open device, or why there is no sound: one line for the user.
   juce::String describe() const;
 
+  /// The last device that was tried in vain before the open one, and why; empty if there was none.
+  const juce::String& problem() const { return lastError; }
+
   /// The devices to choose from, looked up anew.
   std::vector<DeviceChoice> available();
 
