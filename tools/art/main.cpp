@@ -6,6 +6,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "Icon.h"
 #include "PictureList.h"
 #include "PngFile.h"
 #include "ResourcePack.h"
@@ -18,7 +19,9 @@ constexpr const char* kUsage =
     "usage: sivray-art pack FONTS DISPLAY-FACE.ttf -o FOLDER\n"
     "           draws all pictures and packs them with the fonts: resources.bin and ResourceTable.cpp\n"
     "       sivray-art pictures FONTS DISPLAY-FACE.ttf -o FOLDER\n"
-    "           draws all pictures as files, the double set with _2X in its names\n";
+    "           draws all pictures as files, the double set with _2X in its names\n"
+    "       sivray-art icons -o FOLDER\n"
+    "           draws the program's icon in all sizes as FOLDER/<side>x<side>/apps/sivray.png\n";
 
 struct EmbeddedFont {
   const char* name;
@@ -77,16 +80,33 @@ void run(const std::string& command, const juce::File& fonts, const juce::File& 
   write(folder.getChildFile("ResourceTable.cpp"), packed.table.data(), packed.table.size());
 }
 
+void drawIcons(const juce::File& folder) {
+  for (const int side : kIconSides) {
+    const juce::String size(side);
+    const juce::File file = folder.getChildFile(size + "x" + size + "/apps/sivray.png");
+    if (!file.getParentDirectory().createDirectory()) {
+      throw std::runtime_error("cannot make the folder " + file.getParentDirectory().getFullPathName().toStdString());
+    }
+    const auto bytes = pngBytes(drawIcon(side));
+    write(file, bytes.data(), bytes.size());
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
-  if (words.size() != 5 || (words[0] != "pack" && words[0] != "pictures") || words[3] != "-o") {
+  const bool icons = words.size() == 3 && words[0] == "icons" && words[1] == "-o";
+  if (!icons && (words.size() != 5 || (words[0] != "pack" && words[0] != "pictures") || words[3] != "-o")) {
     std::cerr << kUsage;
     return 2;
   }
   const juce::ScopedJuceInitialiser_GUI juceIsUp;
   try {
+    if (icons) {
+      drawIcons(fileAt(words[2]));
+      return 0;
+    }
     run(words[0], fileAt(words[1]), fileAt(words[2]), fileAt(words[4]));
   } catch (const std::exception& error) {
     std::cerr << "sivray-art: " << error.what() << "\n";

@@ -1,0 +1,119 @@
+#!/usr/bin/env bash
+# Installs the built files below a folder of its own, compares what is there with the list, and uninstalls; then looks at
+# each error with a few small files in place of ours. Argument: the build's folder.
+# SPDX-License-Identifier: GPL-3.0-or-later
+set -euo pipefail
+build="$(readlink -f "$1")"
+here="$(dirname "$(readlink -f "$0")")"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+unset XDG_DATA_HOME XDG_DATA_DIRS
+
+wrong() { echo "WRONG: $*"; exit 1; }
+# The state of a folder: names, kinds, links and contents.
+picture() { (cd "$1" && find . -printf '%p %y %l\n' | sort && find . -type f -print0 | sort -z | xargs -0r md5sum); }
+new_home() { rm -rf "$work/home"; mkdir -p "$work/home/Documents"; echo kit >"$work/home/Documents/mine"; }
+run() { HOME="$work/home" "$here/../../install" --from "${files:-$work/files}" "$@"; }
+
+# refuses WORDS [OPTIONS...]: the command fails with one line that holds WORDS, and changes nothing below home.
+refuses() {
+  local words="$1" before line
+  shift
+  before="$(picture "$work/home")"
+  if line="$(run "$@" 2>&1 >/dev/null)"; then wrong "no failure with '$words'"; fi
+  [[ "$line" = *"$words"* && "$line" != *$'\n'* ]] || wrong "'$line' instead of '$words'"
+  [ "$(picture "$work/home")" = "$before" ] || wrong "'$words' left changes: $(diff <(echo "$before") <(picture "$work/home"))"
+}
+
+# --- Our own files
+files="$work/built"
+cmake --install "$build" --prefix "$files" >/dev/null
+new_home
+before="$(picture "$work/home")"
+(umask 077; run >/dev/null)
+list="$work/home/.local/share/sivray/installed-files"
+diff <(sed -n 's/^f //p' "$list" | sort) <(find "$work/home" \( -type f -o -type l \) ! -path "$list" ! -name mine | sort) ||
+  wrong "the list differs from what is there"
+[ "$(grep -c '^f ' "$list")" -eq "$(find "$files" -type f -o -type l | wc -l)" ] || wrong "some of the files are missing"
+[ -e "$work/home/.local/share/doc/sivray/manual/manual.html" ] || wrong "the manual's link leads nowhere"
+grep -qx "Exec=$work/home/.local/bin/sivray" "$work/home/.local/share/applications/sivray.desktop" || wrong "the menu entry"
+if command -v desktop-file-validate >/dev/null; then
+  desktop-file-validate "$work/home/.local/share/applications/sivray.desktop"
+fi
+[[ "$(run)" = "Nothing to do"* ]] || wrong "a second run has something to do"
+# The installed library finds its content from there, and plays a kit from the installed preset as it plays the kit.
+sound() { HOME="$work/home" BRAMEL_DOCUMENTS="$work" "$build/bin/sivray-render" "$build/demo.mid" -o "$work/$1.wav" --quiet --tail 0 \
+  --library "$work/home/.vst/Sivray.so" "${@:2}"; }
+sound kit --program "Dub Echo"
+sound preset --state "$work/home/.local/share/sivray/presets/Dub Echo.fxp"
+cmp "$work/kit.wav" "$work/preset.wav" || wrong "the preset sounds otherwise"
+run --uninstall >/dev/null
+[ "$(picture "$work/home")" = "$before" ] || wrong "something is left: $(find "$work/home")"
+[[ "$(run --uninstall)" = "Nothing to do"* ]] || wrong "a second uninstallation has something to do"
+
+# --- A few small files: versions, errors
+unset files
+small() {
+  local file
+  rm -rf "$work/files"
+  for file in "$@"; do
+    mkdir -p "$(dirname "$work/files/$file")"
+    echo "$file $version" >"$work/files/$file"
+  done
+}
+one=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so bin/sivray share/Tesh/a/old share/Tesh/b)
+two=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so bin/sivray share/Tesh/c/new share/Tesh/b)
+new_home
+version=1 small "${one[@]}"
+run --prefix "$work/home/all users" >/dev/null
+[ -e "$work/home/all users/lib/vst/Sivray.so" ] || wrong "--prefix"
+run --prefix "$work/home/all users" --uninstall >/dev/null
+[ "$(picture "$work/home")" = "$before" ] || wrong "something is left below a prefix"
+run >/dev/null
+version=2 small "${two[@]}"
+
+# A tool that fails: $1 does what $2 says at its call number $3.
+shim() {
+  mkdir -p "$work/shims"
+  rm -f "$work/shims"/*
+  printf '#!/bin/sh\necho x >>%q\n[ "$(wc -l <%q)" -lt %d ] && exec /usr/bin/env PATH=/usr/bin:/bin %s "$@"\n%s\n' \
+    "$work/shims/count" "$work/shims/count" "$3" "$1" "$2" >"$work/shims/$1"
+  chmod +x "$work/shims/$1"
+}
+shim df 'printf "Avail\n3\n"' 1
+PATH="$work/shims:$PATH" refuses "not enough room"
+shim cp 'exit 1' 3
+PATH="$work/shims:$PATH" refuses "cannot write"
+echo other >"$work/home/.local/share/Tesh/c"
+refuses "Tesh/c is no folder"
+rm "$work/home/.local/share/Tesh/c"
+mkdir -p "$work/home/.local/share/Tesh/c/new"
+refuses "Tesh/c/new is a folder"
+rmdir "$work/home/.local/share/Tesh/c/new"
+echo other >"$work/home/.local/share/Tesh/c/new"
+refuses "not put there by ./install"
+rm -r "$work/home/.local/share/Tesh/c"
+mkdir "$work/elsewhere"
+ln -s "$work/elsewhere" "$work/home/.local/share/Tesh/c"
+refuses "is a symbolic link"
+rm "$work/home/.local/share/Tesh/c"
+sed -i '1s/1/9/' "$list"
+refuses "another version"
+refuses "another version" --uninstall
+sed -i '1s/9/1/' "$list"
+shim mkdir 'exit 1' 3
+PATH="$work/shims:$PATH" refuses "cannot make the folder" --prefix "$work/home/new"
+refuses "unknown option" --everything
+files="$work/none" refuses "holds no lib/vst"
+
+# After all of these the old version is still whole; a run that is killed in between can be repeated or taken back.
+[ "$(cat "$work/home/.vst/Sivray.so")" = "lib/vst/Sivray.so 1" ] || wrong "the old version is damaged"
+shim mv 'kill -9 $PPID' 4
+PATH="$work/shims:$PATH" run >/dev/null 2>&1 || true
+run >/dev/null
+[ "$(cat "$work/home/.vst/Sivray.so")" = "lib/vst/Sivray.so 2" ] || wrong "the new version is not there"
+[ ! -e "$work/home/.local/share/Tesh/a" ] || wrong "a file of the old version is left"
+echo mine >"$work/home/.local/share/Tesh/mine"
+run --uninstall >/dev/null
+[ "$(cd "$work/home" && find . -type f | sort | xargs)" = "./.local/share/Tesh/mine ./Documents/mine" ] || wrong "uninstalling took or left too much"
+echo "Installing works"
