@@ -40,8 +40,8 @@ std::vector<Row> inventory() {
     rows.push_back({"Sivray_Reverse" + state, 35, 21});
     rows.push_back({"Sivray_MFX" + state, 35, 21});
     rows.push_back({"Sivray_Mute" + state, 39, 24});
-    for (const std::string page : {"0", "1", "2"}) {
-      rows.push_back({"Sivray_Select_" + page + state, 72, 25});
+    for (const char* const page : {"Sivray_Select_0", "Sivray_Select_1", "Sivray_Select_2"}) {
+      rows.push_back({page + state, 72, 25});
     }
   }
   for (int frame = 0; frame < 128; ++frame) {

@@ -12,7 +12,7 @@ unset XDG_DATA_HOME XDG_DATA_DIRS
 wrong() { echo "WRONG: $*"; exit 1; }
 # The state of a folder: names, kinds, links and contents.
 picture() { (cd "$1" && find . -printf '%p %y %l\n' | sort && find . -type f -print0 | sort -z | xargs -0r md5sum); }
-new_home() { rm -rf "$work/home"; mkdir -p "$work/home/Documents"; echo kit >"$work/home/Documents/mine"; }
+new_home() { rm -rf "${work:?}/home"; mkdir -p "$work/home/Documents"; echo kit >"$work/home/Documents/mine"; }
 run() { HOME="$work/home" "$here/../../install" --from "${files:-$work/files}" "$@"; }
 
 # refuses WORDS [OPTIONS...]: the command fails with one line that holds WORDS, and changes nothing below home.
