@@ -88,17 +88,38 @@ TEST_F(Client, TellsTheHostOfGesturesAndOfAllParametersWithAProgram) {
   instrument->endGesture(7);
   EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.25", "set 6 0.50", "end 6 0.50"}));
 
-  processor.setCurrentProgram(1);  // No audio has run.
+  instrument->setProgram(0, 1);  // As the panel does.
   ASSERT_EQ(host.told.size(), static_cast<std::size_t>(processor.getParameters().size()));
   EXPECT_EQ(host.told[6], "set 6 0.80");
+  EXPECT_EQ(host.told[kEffectType], "set 40 1.00");
+  EXPECT_EQ(processor.getCurrentProgram(), 1);
+  processor.removeListener(&host);
+}
+
+TEST_F(Client, SelectsTheHostsProgramAtOnceAndTellsItTheValuesLater) {
+  SivrayProcessor processor;
+  NotingHost host;
+  processor.addListener(&host);
+  using Told = std::vector<std::string>;
+  processor.setCurrentProgram(1);
   EXPECT_EQ(processor.getParameters()[kEffectType]->getValue(), 1.0F);
   EXPECT_EQ(processor.getCurrentProgram(), 1);
   EXPECT_EQ(processor.getProgramName(1), "Wet");
-  host.told.clear();
   processor.setCurrentProgram(processor.getNumPrograms());
   processor.setCurrentProgram(-1);
-  EXPECT_EQ(host.told, Told{});
   EXPECT_EQ(processor.getCurrentProgram(), 1);
+
+  // A host that chooses a program while it restores a song must not hear the program's values.
+  SivrayProcessor other;
+  other.getParameters()[6]->setValue(0.25F);
+  const Bytes state = stateOf(other);
+  processor.setStateInformation(state.data(), static_cast<int>(state.size()));
+  juce::MessageManager::getInstance()->runDispatchLoopUntil(150);
+  EXPECT_EQ(host.told, Told{});
+  processor.setCurrentProgram(1);
+  juce::MessageManager::getInstance()->runDispatchLoopUntil(150);
+  ASSERT_EQ(host.told.size(), static_cast<std::size_t>(processor.getParameters().size()));
+  EXPECT_EQ(host.told[kEffectType], "set 40 1.00");
   processor.removeListener(&host);
 }
 

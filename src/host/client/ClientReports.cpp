@@ -32,8 +32,19 @@ void HostReports::automate(std::uint64_t visibleIndex, float value) {
 }
 
 void HostReports::parametersChanged() {
+  if (areValuesHeld) {
+    startTimer(kSettling);
+    return;
+  }
   for (ClientParameter* const parameter : parameters) {
     parameter->setValueNotifyingHost(parameter->getValue());
+  }
+}
+
+void HostReports::timerCallback() {
+  stopTimer();
+  for (ClientParameter* const parameter : parameters) {
+    parameter->sendValueChangedMessageToListeners(parameter->getValue());
   }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include <juce_audio_basics/juce_audio_basics.h>
+#include <juce_events/juce_events.h>
 
 #include "core/LockFreeRing.h"
 #include "core/RealTime.h"
@@ -19,7 +21,7 @@
 namespace tesh::bramel::vst {
 
 /// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object.
-class HostReports final : public BramelInstrumentHostCallback {
+class HostReports final : public BramelInstrumentHostCallback, private juce::Timer {
  public:
   explicit HostReports(std::vector<ClientParameter*> shownParameters);
 
@@ -30,9 +32,18 @@ class HostReports final : public BramelInstrumentHostCallback {
   /// Keeps the message for the next block, which takes it to the host; drops it when 511 wait. With the shell's main
   /// lock held, by which all senders come one at a time.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
+  /// Tells the host all values, at once or, after `holdValues`, a little later.
   void parametersChanged() override;
   void programChanged() override {}
   void keyStateChanged(int /*note*/) override {}
+
+  /// For as long as the host itself chooses a program: values wait for kSettling. A host that restores a song may
+  /// choose the song's program first and its state then, and would send what it hears in between back as edits of the
+  /// state.
+  void holdValues(bool areHeld) { areValuesHeld = areHeld; }
+
+  /// A state has come: the host asks for the values itself.
+  void dropHeldValues() { stopTimer(); }
 
   /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
   /// Audio thread.
@@ -44,11 +55,14 @@ class HostReports final : public BramelInstrumentHostCallback {
     std::int32_t frame = 0;
   };
   static constexpr std::size_t kMessages = 512;
+  static constexpr int kSettling = 100;  ///< Milliseconds.
 
+  void timerCallback() override;
   ClientParameter* at(std::uint64_t visibleIndex) const;
 
   const std::vector<ClientParameter*> parameters;
   vimo::LockFreeRing<Message> messages{kMessages};
+  std::atomic<bool> areValuesHeld = false;
 };
 
 /// What the shell tells the editor: the parameters' values follow it, then it goes on to the panel.

@@ -184,7 +184,9 @@ int SivrayProcessor::getCurrentProgram() {
 void SivrayProcessor::setCurrentProgram(int index) {
   if (index >= 0 && static_cast<std::uint64_t>(index) < impl->instrument->programCount(kFactoryBank)) {
     impl->latestProgram = index;
+    impl->hostReports->holdValues(true);
     impl->instrument->setProgram(kFactoryBank, static_cast<std::uint64_t>(index));
+    impl->hostReports->holdValues(false);
   }
 }
 
@@ -213,6 +215,7 @@ void SivrayProcessor::setStateInformation(const void* data, int sizeInBytes) {
     impl->unreadState.replaceAll(data, static_cast<std::size_t>(sizeInBytes));
     return;
   }
+  impl->hostReports->dropHeldValues();
   impl->instrument->setState(data, static_cast<std::size_t>(sizeInBytes));
 }
 

@@ -68,7 +68,8 @@ class SivrayProcessor final : public juce::AudioProcessor {
   /// The selected program, or the one that was selected last while one of another bank is.
   int getCurrentProgram() override;
 
-  /// Selects it at once, also while no audio runs, and tells the host all parameters. Ignores what is out of range.
+  /// Selects it at once, also while no audio runs; soon the message thread tells the host all parameters. Ignores what
+  /// is out of range.
   void setCurrentProgram(int index) override;
   const juce::String getProgramName(int index) override;
 
