@@ -1,0 +1,94 @@
+// The panel in a wrapper's window: whose the keys are, scales, and closing while others stay open.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "client/ClientScene.h"
+#include "editor/HostWindow.h"
+#include "host/editor/BramelInstrumentEditor.h"
+#include "views/SivrayEditView.h"
+
+namespace client {
+namespace {
+
+using editor::HostWindow;
+using editor::WindowSize;
+using tesh::bramel::plugin::sivray::SivrayEditView;
+
+/// An editor as wrappers show it: in a component of theirs, which stands in the host's window.
+struct Wrapper final : juce::Component {
+  Wrapper(SivrayProcessor& processor, const HostWindow& window) : shown(processor.createEditorIfNeeded()) {
+    addAndMakeVisible(*shown);
+    fit();
+    setVisible(true);
+    addToDesktop(0, window.handle());
+  }
+  void setScale(float scale) {
+    shown->setScaleFactor(scale);
+    fit();
+  }
+  void fit() { setSize(shown->getBoundsInParent().getWidth(), shown->getBoundsInParent().getHeight()); }
+
+  std::unique_ptr<juce::AudioProcessorEditor> shown;
+};
+
+/// The panel's view somewhere below `component`, or null.
+SivrayEditView* viewBelow(juce::Component& component) {
+  for (juce::Component* const child : component.getChildren()) {
+    auto* const view = dynamic_cast<SivrayEditView*>(child);
+    if (SivrayEditView* const found = view != nullptr ? view : viewBelow(*child)) {
+      return found;
+    }
+  }
+  return nullptr;
+}
+
+template <typename Condition>
+bool comesTrue(Condition condition) {
+  for (int round = 0; round < 200 && !condition(); ++round) {
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(10);
+  }
+  return condition();
+}
+
+class ClientEditor : public Client {
+ protected:
+  void SetUp() override {
+    if (!HostWindow::findServer()) {
+      GTEST_SKIP() << "no X server, and Xvfb cannot be started";
+    }
+  }
+};
+
+TEST_F(ClientEditor, ShowsThePanelAtTheHostsScaleAndLeavesItTheKeys) {
+  SivrayProcessor processor;
+  const HostWindow window;
+  Wrapper wrapper(processor, window);
+  ASSERT_NE(viewBelow(wrapper), nullptr);
+  EXPECT_TRUE(comesTrue([&] { return window.childSize() == WindowSize{768, 468} && !window.doesChildTakeKeys(); }));
+  wrapper.setScale(1.5F);
+  EXPECT_TRUE(comesTrue([&] { return window.childSize() == WindowSize{1152, 702}; }));
+  EXPECT_NE(viewBelow(wrapper), nullptr);
+  EXPECT_FALSE(window.doesChildTakeKeys());
+}
+
+TEST_F(ClientEditor, ClosesWithAMenuOpenAndLeavesTheOtherInstancesPanel) {
+  SivrayProcessor first;
+  SivrayProcessor second;
+  const HostWindow firstWindow;
+  const HostWindow secondWindow;
+  auto closing = std::make_unique<Wrapper>(first, firstWindow);
+  Wrapper staying(second, secondWindow);
+  juce::PopupMenu menu;
+  menu.addItem(1, "one");
+  menu.showMenuAsync(juce::PopupMenu::Options().withTargetComponent(closing->shown.get()));
+  EXPECT_EQ(juce::Component::getNumCurrentlyModalComponents(), 1);
+  closing.reset();
+  EXPECT_TRUE(comesTrue([] { return juce::Component::getNumCurrentlyModalComponents() == 0; }));
+  EXPECT_EQ(firstWindow.childSize(), WindowSize{});
+  second.instrument()->setProgram(0, 1);
+  juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+  EXPECT_NE(viewBelow(staying), nullptr);
+  Wrapper again(first, firstWindow);
+  EXPECT_TRUE(comesTrue([&] { return firstWindow.childSize() == WindowSize{768, 468}; }));
+}
+
+}  // namespace
+}  // namespace client
