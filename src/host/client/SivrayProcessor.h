@@ -54,7 +54,7 @@ class SivrayProcessor final : public juce::AudioProcessor {
   bool acceptsMidi() const override { return true; }
   bool producesMidi() const override { return true; }
 
-  /// Infinite: a delay with full feedback never ends.
+  /// Infinite, so that no host cuts a delay with much feedback off.
   double getTailLengthSeconds() const override;
 
   /// Frames at `sampleRate` Hz from a note's frame to that of its sound: the resampler's delay, 0 at the engine's rate.
