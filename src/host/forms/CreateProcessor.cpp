@@ -2,6 +2,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/client/SivrayProcessor.h"
 
-juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter();  // Wrappers declare it for themselves.
-
 juce::AudioProcessor* JUCE_CALLTYPE createPluginFilter() { return new tesh::bramel::vst::SivrayProcessor(); }
