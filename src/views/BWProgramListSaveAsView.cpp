@@ -32,6 +32,8 @@ BWProgramListSaveAsView::BWProgramListSaveAsView(std::shared_ptr<IProgramListVie
   editor.setFont(juce::Font(kNameFontHeight));
   editor.setIndents(kNameIndent, editor.getTopIndent());
   editor.setText(textFrom(programList->getCurrentProgramName()), juce::dontSendNotification);
+  editor.onReturnKey = [this] { afterTheKey(&BWProgramListSaveAsView::save); };
+  editor.onEscapeKey = [this] { afterTheKey(&BWProgramListSaveAsView::leave); };
   addAndMakeVisible(editor);
 }
 
@@ -41,15 +43,33 @@ void BWProgramListSaveAsView::resized() {
 }
 
 void BWProgramListSaveAsView::controlGestureBegan(IBWControl& control) {
-  BWStackingView* const stack = getStackingView();
-  const bool isSave = &control == saveButton.get();
-  if (stack == nullptr || (!isSave && &control != cancelButton.get())) {
-    return;
+  if (&control == saveButton.get()) {
+    save();
+  } else if (&control == cancelButton.get()) {
+    leave();
   }
-  if (isSave) {
+}
+
+/// The page may go with its text field, which still uses itself after it has reported a key.
+void BWProgramListSaveAsView::afterTheKey(void (BWProgramListSaveAsView::*action)()) {
+  juce::MessageManager::callAsync([page = juce::Component::SafePointer<BWProgramListSaveAsView>(this), action] {
+    if (page != nullptr) {
+      (page.getComponent()->*action)();
+    }
+  });
+}
+
+void BWProgramListSaveAsView::save() {
+  if (getStackingView() != nullptr) {
     programList->saveProgramAs(editor.getText().toStdString());
+    leave();
   }
-  stack->popPage();  // This page may be gone now.
+}
+
+void BWProgramListSaveAsView::leave() {
+  if (BWStackingView* const stack = getStackingView()) {
+    stack->popPage();  // This page may be gone now.
+  }
 }
 
 }  // namespace tesh::bramel

@@ -13,7 +13,8 @@
 
 namespace tesh::bramel {
 
-/// Starts with the current program's name. Any name is taken. Message thread only.
+/// Starts with the current program's name. Any name is taken. Return saves and Escape cancels, as the buttons do.
+/// Message thread only.
 class BWProgramListSaveAsView : public BWStackingPageView, public IBWControlListener {
  public:
   BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model, IBramelFontProvider& fonts);
@@ -24,6 +25,10 @@ class BWProgramListSaveAsView : public BWStackingPageView, public IBWControlList
   juce::TextEditor& nameEditor() { return editor; }
 
  private:
+  void afterTheKey(void (BWProgramListSaveAsView::*action)());
+  void save();
+  void leave();
+
   std::shared_ptr<IProgramListViewModel> programList;
   std::shared_ptr<BWFlatToggleButton> cancelButton;
   std::shared_ptr<BWFlatToggleButton> saveButton;

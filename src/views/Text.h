@@ -8,9 +8,19 @@
 
 namespace tesh::bramel {
 
-/// A program's name may hold any bytes: a text that is not UTF-8 is read byte by byte as Latin-1.
+/// A program's name may hold any bytes: a text that is not UTF-8 is read byte by byte as Latin-1. A text as long as the
+/// longest name may end within a character, which is then left out.
 inline juce::String textFrom(const std::string& text) {
-  return juce::String::createStringFromData(text.data(), static_cast<int>(text.size()));
+  constexpr int kLongestName = 95;  // Bytes that a program keeps.
+  constexpr int kLongestRest = 3;   // Bytes of a character that lacks its last one.
+  const auto size = static_cast<int>(text.size());
+  const int shortest = size < kLongestName ? size : size - kLongestRest;
+  for (int bytes = size; bytes >= shortest; --bytes) {
+    if (juce::CharPointer_UTF8::isValidString(text.data(), bytes)) {
+      return juce::String::fromUTF8(text.data(), bytes);
+    }
+  }
+  return juce::String::createStringFromData(text.data(), size);
 }
 
 }  // namespace tesh::bramel

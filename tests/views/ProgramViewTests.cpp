@@ -3,6 +3,7 @@
 #include "views/BWProgramListSaveAsView.h"
 #include "views/BWProgramListView.h"
 #include "views/PanelScene.h"
+#include "views/Text.h"
 #include "widgets/BWStackingView.h"
 
 namespace views {
@@ -93,6 +94,29 @@ TEST_F(ProgramPanel, TakesAnyNameAndLeavesOnCancel) {
   EXPECT_EQ(programs->getProgramName(0, "User"), "");
   EXPECT_EQ(programs->getProgramName(1, "User"), "\xc3\xa9t\xc3\xa9");
   EXPECT_EQ(view().programBar().listStack()->getTopPage(), &list);
+}
+
+TEST_F(ProgramPanel, TakesReturnAsSaveAndEscapeAsCancel) {
+  BWProgramListView& list = openList();
+  for (const int key : {juce::KeyPress::escapeKey, juce::KeyPress::returnKey}) {
+    list.openSaveAs();
+    auto& page = dynamic_cast<BWProgramListSaveAsView&>(*view().programBar().listStack()->getTopPage());
+    page.nameEditor().setText("by key");
+    page.nameEditor().keyPressed(juce::KeyPress(key));
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
+    EXPECT_EQ(view().programBar().listStack()->getTopPage(), &list);
+    const bool isSaved = key == juce::KeyPress::returnKey;
+    EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), isSaved ? 1U : 0U);
+  }
+}
+
+TEST(Text, LeavesOutACharacterThatTheLengthOfANameHasCut) {
+  const std::string plain(94, 'a');
+  EXPECT_EQ(textFrom(plain + "\xc3"), juce::String(plain.c_str()));
+  EXPECT_EQ(textFrom("01:" + plain.substr(3) + "\xe3\x83").length(), 94);
+  EXPECT_EQ(textFrom(plain + "\xc3\xa9").length(), 95);
+  EXPECT_EQ(textFrom("Caf\xe9"), juce::String::fromUTF8("Caf\xc3\xa9")) << "Latin-1";
+  EXPECT_EQ(textFrom("\xe9" + plain + "\xe9").length(), 96);
 }
 
 }  // namespace
