@@ -90,6 +90,10 @@ TEST_F(Programs, AreToldToTheEditorBeforeTheHostAndByTheBlockThatSelectsThem) {
   EXPECT_EQ(together, changed) << "once each, though one was written and all were moved";
   EXPECT_EQ(shell->parameterValue(0), 0.5F);
   EXPECT_EQ(shell->parameterDisplay(0), "0.500000");
+
+  shell->processorHandle()->commandQueue.put({vimo::MacroCommandKind::setMacro, 0, 0.125F, 0, 0});
+  EXPECT_EQ(shell->currentProgram(), 1U);
+  EXPECT_EQ(shell->parameterDisplay(0), "0.125000") << "who asks for the program wants the texts of its values too";
 }
 
 TEST_F(Programs, ReachTheDiskWithEveryChangeOfABank) {
@@ -139,6 +143,21 @@ TEST_F(Programs, FollowTheirSelectionWhenTheListChanges) {
   EXPECT_EQ(told("deleted"), (Log{"deleted User 0", "deleted User 0"}));
 }
 
+TEST_F(Programs, KeepTheirSelectionInAListThatChangesBeforeABlockSelectsThem) {
+  for (const char* name : {"a", "b", "c"}) {
+    store(kUser, name, 0.5F);
+  }
+  shell->setProgram(kUser, 1);
+  shell->overwriteProgram();
+  shell->moveProgram(kUser, 0, 2);
+  shell->overwriteProgram();
+  shell->deleteProgram(kUser, 0);
+  run();
+  EXPECT_EQ(names(kUser), (Log{"c", "a"}));
+  EXPECT_EQ(shell->currentBank(), 2U) << "the selected program is gone, and no other takes its place";
+  EXPECT_EQ(shell->currentProgramName(), "b");
+}
+
 TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
   store(kUser, "first", 0.5F);
   EXPECT_EQ(bytesOf(userFile()).size(), 20U + 8U + 224U + 4U * 12U);
@@ -156,8 +175,10 @@ TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
        {bytesOf(exported).substr(0, 64), bytesOf(exported).substr(0, 100), std::string("nonsense"),
         bytesOf(exported).replace(4, 6, "Another"), bytesOf(exported).replace(68, 1, 1, '\0')}) {
     std::ofstream(documents / "bad.prog", std::ios::binary) << bad;
+    editor->log.clear();
     shell->importPrograms((documents / "bad.prog").string());
     EXPECT_EQ(bytesOf(userFile()), before) << bad.size();
+    EXPECT_EQ(told("saved"), Log{"saved User"}) << "no program";
   }
   shell->importPrograms("absent");
   EXPECT_EQ(bytesOf(userFile()), before);
@@ -178,8 +199,10 @@ TEST_F(State, ComesBackToTheByte) {
   shell->deleteProgram(kFactory, 1);
   editor->log.clear();
   generator->log.clear();
+  generator->frames.clear();
   load(saved);
   EXPECT_EQ(generator->log, "dppppa");
+  EXPECT_EQ(generator->frames, (std::vector<std::int32_t>{0, 0})) << "what waited before, and what the state brings";
   EXPECT_EQ(shell->getState(), saved);
   EXPECT_EQ(shell->parameterValue(0), 0.0625F);
   EXPECT_EQ(shell->parameterInteger(3), 77U);

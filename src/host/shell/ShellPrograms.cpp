@@ -139,6 +139,7 @@ void ShellPrograms::rename(const std::string& name) {
 void ShellPrograms::remove(Bank bank, std::uint64_t index) {
   changeBanks(
       [&](vimo::ProgramShelf& shelf) {
+        block.flush();  // A selection that waits means the programs as they are now.
         const bool exists = index < shelf.programCount(bank);
         shelf.deleteProgram(index, bank);
         return exists;
@@ -149,6 +150,7 @@ void ShellPrograms::remove(Bank bank, std::uint64_t index) {
 void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
   changeBanks(
       [&](vimo::ProgramShelf& shelf) {
+        block.flush();  // As in `remove`.
         const std::uint64_t count = shelf.programCount(bank);
         shelf.moveProgram(bank, from, to);
         return from < count && to < count && from != to;
