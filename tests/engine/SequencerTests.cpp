@@ -63,18 +63,20 @@ constexpr auto kGlobal = SequencerKind::globalParameter;
 
 TEST(EventSequencer, HoldsABoundedNumberOfRecordsAndTheNewestValues) {
   constexpr std::uint32_t kParameters = 560;
-  Rendering rendering;
-  for (std::uint32_t i = 0; i < 1000 * kParameters; ++i) {
-    rendering.queue(0, kParameter, i % kParameters);
-  }
-  rendering.queue(0, kGlobal, 7);
-  rendering.queue(0, kMidi, 8);
-  const std::vector<std::string> values = rendering.firedBy(1);
-  EXPECT_LE(values.size(), EventSequencer::kCapacity);
-  EXPECT_EQ(values.back(), "g7");
-  EXPECT_EQ(rendering.lastSequences.size(), kParameters);
-  for (const auto& [id, sequence] : rendering.lastSequences) {
-    ASSERT_EQ(sequence, 999 * kParameters + id) << id;
+  for (const std::uint32_t last : {1000 * kParameters, static_cast<std::uint32_t>(EventSequencer::kCapacity)}) {
+    Rendering rendering;
+    for (std::uint32_t i = 0; i <= last; ++i) {
+      rendering.queue(0, kParameter, i % kParameters);
+    }
+    rendering.queue(0, kGlobal, 7);
+    rendering.queue(0, kMidi, 8);
+    const std::vector<std::string> values = rendering.firedBy(1);
+    EXPECT_LE(values.size(), EventSequencer::kCapacity);
+    EXPECT_EQ(values.back(), "g7");
+    EXPECT_EQ(rendering.lastSequences.size(), kParameters);
+    for (const auto& [id, sequence] : rendering.lastSequences) {
+      ASSERT_EQ(sequence, last - (last - id) % kParameters) << id;
+    }
   }
 }
 
