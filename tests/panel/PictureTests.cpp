@@ -1,5 +1,5 @@
-// The pages and pop-ups of the panel as pictures, laid beside those of the manual, which scripts/pictures.sh draws
-// anew. SPDX-License-Identifier: GPL-3.0-or-later
+// The pages and pop-ups of the panel as pictures, compared with those of the manual, which scripts/pictures.sh draws.
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
 
