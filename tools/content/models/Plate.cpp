@@ -34,11 +34,19 @@ std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {
     const double width = p["width"];
     const double gain = scale * tilt * ((1.0 - 0.5 * width) * sharedGain + 0.7 * width * ownGain);
     const double sharedPhase = dice.shared.unit();
-    modes.push_back({.hertz = hertz * (1.0 + 0.0006 * width * dice.own.both()),
-                     .gain = gain,
-                     .t60 = p.seconds("t60") * dice.shared.between(0.6, 1.2) / (1.0 + hertz / p["damphz"]),
-                     .phase = sharedPhase,
-                     .attack = p.seconds("rise") * std::min(hertz / 5000.0, 2.0) + 0.0003});
+    const Mode mode{.hertz = hertz * (1.0 + 0.0006 * width * dice.own.both()),
+                    .gain = gain,
+                    .t60 = p.seconds("t60") * dice.shared.between(0.6, 1.2) / (1.0 + hertz / p["damphz"]),
+                    .phase = sharedPhase,
+                    .attack = p.seconds("rise") * std::min(hertz / 5000.0, 2.0) + 0.0003};
+    modes.push_back(mode);
+    if (p["split"] > 0.0) {  // A plate that is not quite round has each mode twice; the two beat.
+      Mode twin = mode;
+      twin.hertz += p["split"] * dice.shared.between(0.3, 1.7);
+      twin.phase = dice.shared.unit();
+      twin.gain *= dice.shared.between(0.5, 1.0);
+      modes.push_back(twin);
+    }
   }
   for (const double ratio : kBellRatios) {
     const double hertz = p["bellhz"] * ratio;
@@ -68,7 +76,8 @@ Model plateModel() {
   return {"plate",
           {{"low", {400}, 40, 6000},
            {"high", {15000}, 1000, 19000},
-           {"modes", {160}, 8, 400},
+           {"modes", {160}, 8, 1600},
+           {"split", {0}, 0, 60},
            {"density", {1.5}, 0.5, 4},
            {"tilt", {0}, -18, 18},
            {"t60", {1500}, 10, 15000},
