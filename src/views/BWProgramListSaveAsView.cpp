@@ -21,8 +21,8 @@ constexpr int kEditorHeight = 24;
 }  // namespace
 
 BWProgramListSaveAsView::BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model,
-                                                 IBramelFontProvider& fonts)
-    : programList(std::move(model)) {
+                                                 IBramelFontProvider& fonts, std::function<void()> whenSaved)
+    : programList(std::move(model)), saved(std::move(whenSaved)) {
   const juce::Font actionFont = fontNamed(fonts, "Open Sans Regular", kActionFontHeight);
   cancelButton = makeActionButton("Cancel", actionFont, *this);
   saveButton = makeActionButton("Save", actionFont, *this);
@@ -40,6 +40,13 @@ BWProgramListSaveAsView::BWProgramListSaveAsView(std::shared_ptr<IProgramListVie
 void BWProgramListSaveAsView::resized() {
   BWStackingPageView::resized();
   editor.setBounds(kEditorMargin, kEditorMargin, getWidth() - 2 * kEditorMargin, kEditorHeight);
+}
+
+void BWProgramListSaveAsView::parentHierarchyChanged() {
+  if (isShowing()) {
+    editor.grabKeyboardFocus();
+    editor.selectAll();
+  }
 }
 
 void BWProgramListSaveAsView::controlGestureBegan(IBWControl& control) {
@@ -62,7 +69,9 @@ void BWProgramListSaveAsView::afterTheKey(void (BWProgramListSaveAsView::*action
 void BWProgramListSaveAsView::save() {
   if (getStackingView() != nullptr) {
     programList->saveProgramAs(editor.getText().toStdString());
+    const std::function<void()> tell = saved;
     leave();
+    tell();
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <functional>
 #include <memory>
 
 #include "viewmodels/IProgramListViewModel.h"
@@ -13,14 +14,17 @@
 
 namespace tesh::bramel {
 
-/// Starts with the current program's name. Any name is taken. Return saves and Escape cancels, as the buttons do.
-/// Message thread only.
+/// Starts with the current program's name, selected, so that typing replaces it. Any name is taken. Return saves and
+/// Escape cancels, as the buttons do. Message thread only.
 class BWProgramListSaveAsView : public BWStackingPageView, public IBWControlListener {
  public:
-  BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model, IBramelFontProvider& fonts);
+  /// Calls `whenSaved` once the program is saved and this page is gone from its stack.
+  BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model, IBramelFontProvider& fonts,
+                          std::function<void()> whenSaved);
 
   void controlGestureBegan(IBWControl& control) override;
   void resized() override;
+  void parentHierarchyChanged() override;
 
   juce::TextEditor& nameEditor() { return editor; }
 
@@ -30,6 +34,7 @@ class BWProgramListSaveAsView : public BWStackingPageView, public IBWControlList
   void leave();
 
   std::shared_ptr<IProgramListViewModel> programList;
+  std::function<void()> saved;
   std::shared_ptr<BWFlatToggleButton> cancelButton;
   std::shared_ptr<BWFlatToggleButton> saveButton;
   juce::TextEditor editor;

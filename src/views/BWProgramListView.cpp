@@ -130,8 +130,7 @@ void BWProgramListView::build() {
   titleGroup->setButtons(std::move(titles));
   titleGroup->setState(position);
   layOut();
-  fillLists();
-  updateActions();
+  refresh();
 }
 
 BWProgramListView::Tab BWProgramListView::makeTab(const std::string& bank) {
@@ -211,6 +210,16 @@ void BWProgramListView::updateActions() {
   }
 }
 
+/// What to call after a change by hand, if this view still exists then. The model reports the change too, but only with
+/// the next block, and none may come; to ask for the current program lets waiting reports through.
+std::function<void()> BWProgramListView::refreshLater() {
+  return [view = juce::Component::SafePointer<BWProgramListView>(this)] {
+    if (view != nullptr) {
+      view->refresh();
+    }
+  };
+}
+
 // From the hand.
 
 void BWProgramListView::controlValueChanged(IBWControl& control) {
@@ -219,8 +228,7 @@ void BWProgramListView::controlValueChanged(IBWControl& control) {
   }
   shownBank = tabs[shownTab()].bank;
   titleGroup->setState(tabGroup->getState());
-  fillLists();
-  updateActions();
+  refresh();
 }
 
 void BWProgramListView::controlGestureBegan(IBWControl& control) {
@@ -229,7 +237,7 @@ void BWProgramListView::controlGestureBegan(IBWControl& control) {
   } else if (&control == saveAsButton.get()) {
     openSaveAs();
   } else if (&control == importButton.get()) {
-    dialogs.openImport(programList);
+    dialogs.openImport(programList, refreshLater());
   } else if (&control == exportButton.get()) {
     dialogs.openExport(programList);
   }
@@ -237,7 +245,7 @@ void BWProgramListView::controlGestureBegan(IBWControl& control) {
 
 void BWProgramListView::openSaveAs() {
   if (BWStackingView* const stack = getStackingView()) {
-    stack->pushPage(std::make_shared<BWProgramListSaveAsView>(programList, *fontProvider));
+    stack->pushPage(std::make_shared<BWProgramListSaveAsView>(programList, *fontProvider, refreshLater()));
   }
 }
 
@@ -259,9 +267,10 @@ void BWProgramListView::openDeleteMenu(int row) {
   menu.addItem(kDeleteItem, "Delete");
   const auto model = programList;
   menu.showMenuAsync(juce::PopupMenu::Options().withTargetComponent(this).withMousePosition(),
-                     [model, row](int chosen) {
+                     [model, row, tell = refreshLater()](int chosen) {
                        if (chosen == kDeleteItem) {
                          model->deleteProgram(static_cast<std::uint64_t>(row), kUser);
+                         tell();
                        }
                      });
 }
@@ -284,8 +293,7 @@ void BWProgramListView::onProgramSaved(IProgramListViewModel& /*model*/, const s
 
 void BWProgramListView::onProgramDeleted(IProgramListViewModel& /*model*/, const std::uint64_t* /*programIds*/,
                                          std::uint64_t /*count*/, const std::string& /*bankName*/) {
-  fillLists();
-  updateActions();  // The program that went may have been the current one, which Save would overwrite.
+  refresh();  // The program that went may have been the current one, which Save would overwrite.
 }
 
 }  // namespace tesh::bramel

@@ -4,6 +4,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -72,6 +73,11 @@ class BWProgramListView : public BWStackingPageView,
   Tab makeTab(const std::string& bank);
   void fillLists();
   void updateActions();
+  void refresh() {
+    fillLists();
+    updateActions();
+  }
+  std::function<void()> refreshLater();
   void layOut();
   std::size_t shownTab() const { return static_cast<std::size_t>(tabGroup->getState()); }
 

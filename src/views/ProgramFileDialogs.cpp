@@ -3,6 +3,7 @@
 #include "views/ProgramFileDialogs.h"
 
 #include <string>
+#include <utility>
 
 namespace tesh::bramel {
 namespace {
@@ -16,12 +17,14 @@ std::string wildcardOf(const IProgramListViewModel& model) { return "*." + model
 // The dialogs do not block: a host that closes the editor under an open dialog must not find the message thread inside
 // a nested loop of a view that it deletes.
 
-void ProgramFileDialogs::openImport(const std::shared_ptr<IProgramListViewModel>& model) {
+void ProgramFileDialogs::openImport(const std::shared_ptr<IProgramListViewModel>& model,
+                                    std::function<void()> whenImported) {
   chooser = std::make_unique<juce::FileChooser>("Import User Programs", documents(), wildcardOf(*model));
   constexpr int kMode = juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles;
-  chooser->launchAsync(kMode, [model](const juce::FileChooser& done) {
+  chooser->launchAsync(kMode, [model, tell = std::move(whenImported)](const juce::FileChooser& done) {
     if (done.getResult() != juce::File()) {
       model->importPrograms(done.getResult().getFullPathName().toStdString());
+      tell();
     }
   });
 }

@@ -4,6 +4,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <functional>
 #include <memory>
 
 #include "viewmodels/IProgramListViewModel.h"
@@ -13,7 +14,8 @@ namespace tesh::bramel {
 /// One dialog at a time. It is closed when this object goes, and a cancelled one changes nothing. Message thread only.
 class ProgramFileDialogs {
  public:
-  void openImport(const std::shared_ptr<IProgramListViewModel>& model);
+  /// Calls `whenImported` after the import.
+  void openImport(const std::shared_ptr<IProgramListViewModel>& model, std::function<void()> whenImported);
   /// Asks before it overwrites a file.
   void openExport(const std::shared_ptr<IProgramListViewModel>& model);
 

@@ -107,6 +107,7 @@ TEST_F(ProgramPanel, TakesReturnAsSaveAndEscapeAsCancel) {
     EXPECT_EQ(view().programBar().listStack()->getTopPage(), &list);
     const bool isSaved = key == juce::KeyPress::returnKey;
     EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), isSaved ? 1U : 0U);
+    EXPECT_EQ(shows("Save"), isSaved) << "at once, though no block runs";
   }
 }
 

@@ -23,6 +23,13 @@ void ShellPrograms::postProgramChange(const vimo::ProgramSelection& program) {
                                                                   static_cast<std::uint32_t>(program.program)));
 }
 
+/// Before programs change their places: a selection that waits means the list as it is now. With the main lock held.
+void ShellPrograms::takeWaitingSelection() {
+  if (!core.processor->programQueue.isEmpty()) {
+    block.flush();
+  }
+}
+
 /// Runs `change` with the main lock held; if it gives true, writes the user's program file and then runs `report`,
 /// again with the lock.
 template <typename Change, typename Report>
@@ -139,7 +146,7 @@ void ShellPrograms::rename(const std::string& name) {
 void ShellPrograms::remove(Bank bank, std::uint64_t index) {
   changeBanks(
       [&](vimo::ProgramShelf& shelf) {
-        block.flush();  // A selection that waits means the programs as they are now.
+        takeWaitingSelection();
         const bool exists = index < shelf.programCount(bank);
         shelf.deleteProgram(index, bank);
         return exists;
@@ -150,7 +157,7 @@ void ShellPrograms::remove(Bank bank, std::uint64_t index) {
 void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
   changeBanks(
       [&](vimo::ProgramShelf& shelf) {
-        block.flush();  // As in `remove`.
+        takeWaitingSelection();
         const std::uint64_t count = shelf.programCount(bank);
         shelf.moveProgram(bank, from, to);
         return from < count && to < count && from != to;

@@ -45,6 +45,7 @@ class ShellPrograms {
 
   Controller& controller() const { return core.processor->controller(); }
   void postProgramChange(const vimo::ProgramSelection& program);
+  void takeWaitingSelection();
   template <typename Change, typename Report>
   void changeBanks(Change change, Report report);
   void writeUserPrograms() const;
