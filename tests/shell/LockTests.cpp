@@ -58,15 +58,14 @@ TEST_F(Shell, TellsTheEngineEachTempoOnceThoughTwoThreadsBringThem) {
   EXPECT_EQ(std::adjacent_find(generator->tempi.begin(), generator->tempi.end()), generator->tempi.end());
 }
 
-TEST_F(Shell, KeepsPropertiesThatTwoThreadsSet) {
-  const auto setOf = [this](const std::string& name) {
-    return [this, name](int round) {
-      const std::string key = name + std::to_string(round % 100);
-      shell->setProperty(key, cofu::core::boxed::makeBox(round));
-      EXPECT_NE(shell->property(key), nullptr);
-    };
+TEST_F(Shell, KeepsPropertiesThatTwoThreadsSetOrOneReads) {
+  // No thread does both: the lock of the one would hide from the sanitizer that the other has none.
+  const auto nameOf = [](std::string letter, int round) { return letter.append(std::to_string(round % 100)); };
+  const auto setOf = [&](const char* letter) {
+    return [&, letter](int round) { shell->setProperty(nameOf(letter, round), cofu::core::boxed::makeBox(round)); };
   };
   runBoth(setOf("a"), setOf("b"));
+  runBoth(setOf("a"), [&](int round) { EXPECT_NE(shell->property(nameOf("a", round)), nullptr); });
   const auto last = shell->property("a99");
   ASSERT_NE(cofu::core::boxed::valueIn<int>(last), nullptr);
   EXPECT_EQ(*cofu::core::boxed::valueIn<int>(last), kRounds - 1);

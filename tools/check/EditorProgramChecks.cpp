@@ -118,6 +118,7 @@ Verdict openAtClose(const CheckSettings& settings) {
       EditorScene scene(*library);
       scene.open();
       scene.render();
+      scene.settledPicture();  // A click before the panel is shown would go to the host's window.
       for (const WindowPoint point : {kProgramName, kUserTab}) {
         scene.window.click(point);
         scene.settledPicture();
