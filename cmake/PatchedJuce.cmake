@@ -1,12 +1,30 @@
-# Two faults of JUCE 7.0.5, cured at build time. The modules stay where the system has them: in the build stands a folder of
+# Faults of JUCE 7.0.5, cured at build time. The modules stay where the system has them: in the build stands a folder of
 # links to each one's files, with the patched copy in its place.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # sivray_patch_juce(): replaces the sources of the patched modules. Fails if a file to patch has another form than that of
 # JUCE 7.0.5.
 function(sivray_patch_juce)
-  # The window for X11 runs a timer of 60 to 100 Hz for as long as it is open, painted or not: most of a percent of a core for
-  # a panel that nobody touches. Ours rests while nothing waits to be painted, and its listeners with it.
+  if(WIN32)
+    sivray_patch_windows_windowing()
+    # Debian's modules come without their own code for these, and its Windows compiler without the libraries.
+    foreach(format PNG JPEG)
+      file(READ "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/windows/juce_${format}Loader.cpp" text)
+      sivray_replace_file(juce_graphics image_formats juce_${format}Loader.cpp "${text}")
+    endforeach()
+  else()
+    sivray_patch_x11_windowing()
+  endif()
+
+  # Clipping one line of a shape copies its edges to a place that may overlap them.
+  file(READ "${JUCE_MODULES_DIR}/juce_graphics/geometry/juce_EdgeTable.cpp" text)
+  sivray_replace_once(text "memcpy (temp, src1," "memmove (temp, src1,")
+  sivray_replace_file(juce_graphics geometry juce_EdgeTable.cpp "${text}")
+endfunction()
+
+# The window for X11 runs a timer of 60 to 100 Hz for as long as it is open, painted or not: most of a percent of a core for
+# a panel that nobody touches. Ours rests while nothing waits to be painted, and its listeners with it.
+function(sivray_patch_x11_windowing)
   file(READ "${JUCE_MODULES_DIR}/juce_gui_basics/native/juce_linux_Windowing.cpp" text)
   sivray_replace_once(text
     "regionsNeedingRepaint.add (area * peer.currentScaleFactor);"
@@ -18,23 +36,46 @@ function(sivray_patch_juce)
     "            repainter->dispatchDeferredRepaints();"
     "            repainter->dispatchDeferredRepaints();\n\n        if (repainter == nullptr || repainter->isIdle())\n            vBlankManager.stopTimer();")
   sivray_replace_file(juce_gui_basics native juce_linux_Windowing.cpp "${text}")
-
-  # Clipping one line of a shape copies its edges to a place that may overlap them.
-  file(READ "${JUCE_MODULES_DIR}/juce_graphics/geometry/juce_EdgeTable.cpp" text)
-  sivray_replace_once(text "memcpy (temp, src1," "memmove (temp, src1,")
-  sivray_replace_file(juce_graphics geometry juce_EdgeTable.cpp "${text}")
 endfunction()
 
-# sivray_replace_file(<module> <folder> <file> <text>): compiles the module with `text` in place of the file.
+# The window for Windows paints when a thread that waits for the screen says so, 60 times a second, painted or not. Where the
+# screen cannot be waited for, under Wine, in remote desktops and in virtual machines, it never paints again after the first
+# time. Ours paints by a timer, which rests while nothing waits to be painted.
+function(sivray_patch_windows_windowing)
+  file(READ "${JUCE_MODULES_DIR}/juce_gui_basics/native/juce_win32_Windowing.cpp" text)
+  sivray_replace_once(text
+    "deferredRepaints.add ((area.toDouble() * getPlatformScaleFactor()).getSmallestIntegerContainer());"
+    "deferredRepaints.add ((area.toDouble() * getPlatformScaleFactor()).getSmallestIntegerContainer());\n\n        if (! repaintTimer.isTimerRunning())\n            repaintTimer.startTimerHz (60);")
+  sivray_replace_once(text
+    "    RectangleList<int> deferredRepaints;"
+    "    RectangleList<int> deferredRepaints;\n\n    struct RepaintTimer : public Timer\n    {\n        explicit RepaintTimer (HWNDComponentPeer& p) : peer (p) {}\n\n        void timerCallback() override\n        {\n            stopTimer();\n            peer.onVBlank();\n            peer.performAnyPendingRepaintsNow();  // May delete the peer.\n        }\n\n        HWNDComponentPeer& peer;\n    };\n\n    RepaintTimer repaintTimer { *this };")
+  # Nobody waits for the screen.
+  sivray_replace_once(text "            VBlankDispatcher::getInstance()->updateDisplay (*this, currentMonitor);" "            {}")
+  sivray_replace_once(text "        VBlankDispatcher::getInstance()->removeListener (*this);" "")
+  sivray_replace_once(text
+    "        auto* dispatcher = VBlankDispatcher::getInstance();\n        dispatcher->reconfigureDisplays();" "")
+  sivray_replace_file(juce_gui_basics native juce_win32_Windowing.cpp "${text}")
+endfunction()
+
+# sivray_replace_file(<module> <folder> <file> <text>): compiles the module with `text` in place of the file. A module may have
+# several files replaced.
 function(sivray_replace_file module folder file text)
   set(from "${JUCE_MODULES_DIR}/${module}")
   set(to "${PROJECT_BINARY_DIR}/juce/${module}")
+  if(IS_SYMLINK "${to}/${folder}")  # From a file replaced in another folder.
+    file(REMOVE "${to}/${folder}")
+  endif()
   file(MAKE_DIRECTORY "${to}/${folder}")
   file(GLOB entries RELATIVE "${from}" "${from}/*" "${from}/${folder}/*")
   list(REMOVE_ITEM entries "${folder}" "${folder}/${file}")
   foreach(entry ${entries})
-    file(CREATE_LINK "${from}/${entry}" "${to}/${entry}" SYMBOLIC)
+    if(NOT EXISTS "${to}/${entry}" OR IS_SYMLINK "${to}/${entry}")  # Else it holds what was replaced before.
+      file(CREATE_LINK "${from}/${entry}" "${to}/${entry}" SYMBOLIC)
+    endif()
   endforeach()
+  if(IS_SYMLINK "${to}/${folder}/${file}")
+    file(REMOVE "${to}/${folder}/${file}")
+  endif()
   set(before "")
   if(EXISTS "${to}/${folder}/${file}")
     file(READ "${to}/${folder}/${file}" before)

@@ -12,6 +12,8 @@ function(sivray_headers name entry)
     set(folder "${PROJECT_BINARY_DIR}/headers")
     file(MAKE_DIRECTORY "${folder}")
     foreach(header ${entry} ${ARGN})
+      cmake_path(GET header PARENT_PATH parent)
+      file(MAKE_DIRECTORY "${folder}/${parent}")
       file(CREATE_LINK "${${name}_INCLUDE_DIR}/${header}" "${folder}/${header}" SYMBOLIC)
     endforeach()
   endif()
@@ -24,14 +26,19 @@ sivray_headers(msgpack msgpack.hpp msgpack)
 target_compile_definitions(msgpack INTERFACE MSGPACK_DEFAULT_API_VERSION=3 MSGPACK_NO_BOOST)
 
 if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
-  find_package(JUCE CONFIG REQUIRED)
-  find_package(PNG REQUIRED)
-  find_package(JPEG REQUIRED)
-  find_package(Freetype REQUIRED)
-  find_package(X11 REQUIRED)
-  find_package(ALSA REQUIRED)
-  find_package(PkgConfig REQUIRED)
-  pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
+  # Modules are sources, the same for all systems; a cross compiler does not look where Debian keeps them.
+  find_package(JUCE CONFIG REQUIRED PATHS /usr/lib/x86_64-linux-gnu/cmake)
+  if(WIN32)
+    sivray_headers(stb_image stb/stb_image.h)
+  else()
+    find_package(PNG REQUIRED)
+    find_package(JPEG REQUIRED)
+    find_package(Freetype REQUIRED)
+    find_package(X11 REQUIRED)
+    find_package(ALSA REQUIRED)
+    find_package(PkgConfig REQUIRED)
+    pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
+  endif()
 
   include(PatchedJuce)
   sivray_patch_juce()
@@ -39,7 +46,11 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   add_library(sivray_juce_modules STATIC)
   set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce)
   target_link_libraries(sivray_juce_modules PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_gui_basics)
-  target_include_directories(sivray_juce_modules PRIVATE ${X11_INCLUDE_DIR})
+  if(WIN32)
+    target_link_libraries(sivray_juce_modules PRIVATE stb_image)
+  else()
+    target_include_directories(sivray_juce_modules PRIVATE ${X11_INCLUDE_DIR})
+  endif()
   target_compile_definitions(sivray_juce_modules
     PUBLIC
       JUCE_STANDALONE_APPLICATION=0
@@ -49,6 +60,8 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       JUCE_WEB_BROWSER=0
       JUCE_USE_MP3AUDIOFORMAT=0
       JUCE_USE_OGGVORBIS=0
+      $<$<PLATFORM_ID:Windows>:JUCE_USE_FLAC=0>
+      $<$<PLATFORM_ID:Windows>:JUCE_USE_WINDOWS_MEDIA_FORMAT=0>
       $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>)
   # JUCE is not performance-critical: it is compiled to build fast.
   target_compile_options(sivray_juce_modules PRIVATE -O1 -g0)
@@ -59,8 +72,12 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   target_compile_definitions(sivray_juce INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,COMPILE_DEFINITIONS>)
   target_include_directories(sivray_juce SYSTEM INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,INCLUDE_DIRECTORIES>)
   # Debian's JUCE takes images, fonts and FLAC from the system's libraries; it loads those of X11 when it opens a window.
+  # On Windows it takes those of the system, and its zlib.
   set(juce_libraries PNG::PNG JPEG::JPEG Freetype::Freetype PkgConfig::FLAC ${CMAKE_DL_LIBS} Threads::Threads rt
     $<$<CXX_COMPILER_ID:Clang>:atomic>)
+  if(WIN32)
+    set(juce_libraries uuid wsock32 wininet version ole32 ws2_32 oleaut32 imm32 comdlg32 shlwapi rpcrt4 winmm z)
+  endif()
   if(SIVRAY_FROM_RELEASE AND NOT CMAKE_CROSSCOMPILING)
     set_target_properties(sivray_juce_modules PROPERTIES EXCLUDE_FROM_ALL ON)
     target_link_libraries(sivray_juce INTERFACE "${SIVRAY_RELEASE_BUILD}/libsivray_juce.a" ${juce_libraries})
@@ -78,7 +95,9 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
     list(APPEND client_modules JUCE_MODULE_AVAILABLE_${module}=1)
   endforeach()
   target_link_libraries(sivray_juce_client_modules PRIVATE sivray_juce)
-  target_include_directories(sivray_juce_client_modules PRIVATE ${X11_INCLUDE_DIR})
+  if(NOT WIN32)
+    target_include_directories(sivray_juce_client_modules PRIVATE ${X11_INCLUDE_DIR})
+  endif()
   target_compile_definitions(sivray_juce_client_modules PUBLIC ${client_modules}
     JUCE_ALSA=1 JUCE_JACK=1 JUCE_JACK_CLIENT_NAME="Sivray" JUCE_ALSA_MIDI_NAME="Sivray" JUCE_PLUGINHOST_VST=0 JUCE_VST3_CAN_REPLACE_VST2=0)
   target_compile_options(sivray_juce_client_modules PRIVATE -O1 -g0)

@@ -1,10 +1,6 @@
 // The packed resources, as constant bytes of the library.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifdef _WIN32
-        .section .rdata, "dr"
-#else
         .section .rodata
-#endif
         .balign 16
         .globl sivrayResourceBytes
 #ifdef __ELF__

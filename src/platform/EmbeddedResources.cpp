@@ -1,5 +1,7 @@
 // Finds an embedded resource in the sorted table by binary search.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef _WIN32
+
 #include "platform/EmbeddedResources.h"
 
 #include <algorithm>
@@ -24,3 +26,5 @@ std::span<const std::uint8_t> findEmbeddedResource(std::string_view type, std::s
 }
 
 }  // namespace tesh::bramel::platform
+
+#endif

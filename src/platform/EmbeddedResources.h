@@ -1,4 +1,4 @@
-// The images and fonts that are linked into the library. They are found by type and name, like resources on Windows.
+// The images and fonts that are linked into the library, on Windows as true resources. They are found by type and name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,8 @@ struct EmbeddedResource {
   std::span<const std::uint8_t> bytes;
 };
 
-/// All resources, sorted by type and then by name. The source file that defines it is made by the build.
+/// All resources, sorted by type and then by name. The source file that defines it is made by the build; not on
+/// Windows.
 std::span<const EmbeddedResource> embeddedResources();
 
 /// The bytes of a resource, which stay valid while the library is loaded; empty if there is none. The case of `name`

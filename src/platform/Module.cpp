@@ -23,4 +23,13 @@ void keepModuleLoaded() {
 #endif
 }
 
+#ifdef _WIN32
+void* moduleHandle() {
+  HMODULE module = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     reinterpret_cast<LPCWSTR>(&moduleHandle), &module);
+  return module;
+}
+#endif
+
 }  // namespace tesh::bramel::platform

@@ -8,4 +8,9 @@ namespace tesh::bramel::platform {
 /// thread that cannot be joined. Any thread.
 void keepModuleLoaded();
 
+#ifdef _WIN32
+/// The handle (HINSTANCE) of this library or program, which need not be the process's.
+void* moduleHandle();
+#endif
+
 }  // namespace tesh::bramel::platform

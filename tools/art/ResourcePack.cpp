@@ -36,6 +36,16 @@ constexpr std::size_t kAlignment = 16;
 
 }  // namespace
 
+std::string resourceFile(const Resource& resource) { return "files/" + resource.name + "." + resource.type; }
+
+std::string windowsScript(const std::vector<Resource>& resources) {
+  std::string script = "// Made by sivray-art.\n";
+  for (const Resource& resource : resources) {
+    script += resource.name + " " + resource.type + " \"" + resourceFile(resource) + "\"\n";
+  }
+  return script;
+}
+
 ResourcePack pack(std::vector<Resource> resources) {
   std::sort(resources.begin(), resources.end(),
             [](const Resource& a, const Resource& b) { return std::tie(a.type, a.name) < std::tie(b.type, b.name); });

@@ -19,6 +19,11 @@ struct ResourcePack {
   std::string table;  ///< Source text that defines tesh::bramel::platform::embeddedResources().
 };
 
+/// Source text for a Windows resource compiler: each resource in the file that `resourceFile` names, below the text's
+/// folder.
+std::string windowsScript(const std::vector<Resource>& resources);
+std::string resourceFile(const Resource& resource);
+
 /// Sorts by type and name. The table refers to the bytes by the symbol sivrayResourceBytes.
 ResourcePack pack(std::vector<Resource> resources);
 

@@ -18,6 +18,8 @@ using namespace sivray::art;
 constexpr const char* kUsage =
     "usage: sivray-art pack FONTS DISPLAY-FACE.ttf -o FOLDER\n"
     "           draws all pictures and packs them with the fonts: resources.bin and ResourceTable.cpp\n"
+    "       sivray-art windows FONTS DISPLAY-FACE.ttf -o FOLDER\n"
+    "           the same as files, and Resources.rc that names them to a Windows resource compiler\n"
     "       sivray-art pictures FONTS DISPLAY-FACE.ttf -o FOLDER\n"
     "           draws all pictures as files, the double set with _2X in its names\n"
     "       sivray-art icons -o FOLDER\n"
@@ -60,6 +62,16 @@ std::vector<Resource> pictures(const Lettering& lettering) {
   return resources;
 }
 
+void writeForWindows(const std::vector<Resource>& resources, const juce::File& folder) {
+  for (const Resource& resource : resources) {
+    const juce::File file = folder.getChildFile(juce::String(resourceFile(resource)));
+    file.create();
+    write(file, resource.bytes.data(), resource.bytes.size());
+  }
+  const std::string script = windowsScript(resources);
+  write(folder.getChildFile("Resources.rc"), script.data(), script.size());
+}
+
 void run(const std::string& command, const juce::File& fonts, const juce::File& displayFace, const juce::File& folder) {
   std::vector<Resource> resources = pictures(Lettering(fonts, displayFace));
   if (!folder.createDirectory()) {
@@ -75,6 +87,10 @@ void run(const std::string& command, const juce::File& fonts, const juce::File& 
     resources.push_back({"TTF", font.name, read(fonts.getChildFile(font.file))});
   }
   resources.push_back({"TTF", kDisplayFace, read(displayFace)});
+  if (command == "windows") {
+    writeForWindows(resources, folder);
+    return;
+  }
   const ResourcePack packed = pack(std::move(resources));
   write(folder.getChildFile("resources.bin"), packed.bytes.data(), packed.bytes.size());
   write(folder.getChildFile("ResourceTable.cpp"), packed.table.data(), packed.table.size());
@@ -92,12 +108,15 @@ void drawIcons(const juce::File& folder) {
   }
 }
 
+bool isPanelCommand(const std::string& word) { return word == "pack" || word == "pictures" || word == "windows"; }
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
   const bool icons = words.size() == 3 && words[0] == "icons" && words[1] == "-o";
-  if (!icons && (words.size() != 5 || (words[0] != "pack" && words[0] != "pictures") || words[3] != "-o")) {
+  const bool panel = words.size() == 5 && isPanelCommand(words[0]) && words[3] == "-o";
+  if (!icons && !panel) {
     std::cerr << kUsage;
     return 2;
   }
