@@ -9,6 +9,7 @@
 
 #include "platform/Locale.h"
 #include "views/ActionButton.h"
+#include "views/BWPopupSlotView.h"
 #include "views/BWProgramListSaveAsView.h"
 #include "widgets/BWGradationView.h"
 #include "widgets/BWStackingView.h"
@@ -27,6 +28,16 @@ constexpr int kTitleHeight = 14;
 constexpr float kTitleFontHeight = 14.0F;
 constexpr double kActionFontHeight = 12.0;
 constexpr int kDeleteItem = 1;
+
+/// On Windows inside the panel: a menu in a window of its own is shut at once where the host keeps the focus.
+juce::PopupMenu::Options menuPlaceIn(juce::Component& target) {
+  const auto options = juce::PopupMenu::Options().withTargetComponent(&target);
+#ifdef _WIN32
+  return options.withParentComponent(BWPopupSlotView::above(&target));
+#else
+  return options;
+#endif
+}
 
 struct BankRow {
   const char* bank;
@@ -266,13 +277,12 @@ void BWProgramListView::openDeleteMenu(int row) {
   juce::PopupMenu menu;
   menu.addItem(kDeleteItem, "Delete");
   const auto model = programList;
-  menu.showMenuAsync(juce::PopupMenu::Options().withTargetComponent(this).withMousePosition(),
-                     [model, row, tell = refreshLater()](int chosen) {
-                       if (chosen == kDeleteItem) {
-                         model->deleteProgram(static_cast<std::uint64_t>(row), kUser);
-                         tell();
-                       }
-                     });
+  menu.showMenuAsync(menuPlaceIn(*this).withMousePosition(), [model, row, tell = refreshLater()](int chosen) {
+    if (chosen == kDeleteItem) {
+      model->deleteProgram(static_cast<std::uint64_t>(row), kUser);
+      tell();
+    }
+  });
 }
 
 // From the model.

@@ -31,7 +31,8 @@ class BramelInstrumentEditor::Impl {
   std::shared_ptr<BramelInstrument> instrument;
   std::shared_ptr<BramelInstrumentEditorProvider> provider;
   std::shared_ptr<Delivery> delivery;
-  Box view;  ///< Holds a shared pointer to the component, empty while closed.
+  bool isListening = false;  ///< `delivery` is woken by `thread`. The message thread's.
+  Box view;                  ///< Holds a shared pointer to the component, empty while closed.
 };
 
 BramelInstrumentEditor::BramelInstrumentEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
@@ -45,14 +46,15 @@ std::shared_ptr<MessageThread> BramelInstrumentEditor::messageThread() {
   const std::lock_guard lock(impl->threadMutex);
   if (impl->thread == nullptr) {
     impl->thread = MessageThread::acquire(impl->kind);
-    if (impl->thread != nullptr) {
-      impl->thread->callAndWait([this] { impl->thread->addListener(impl->delivery); });
-    }
   }
   return impl->thread;
 }
 
 Box BramelInstrumentEditor::createView(int imageScale) {
+  if (!impl->isListening) {
+    impl->thread->addListener(impl->delivery);
+    impl->isListening = true;
+  }
   if (!impl->delivery->isViewModelOpen()) {
     InstrumentEditorParts parts = impl->provider->createEditor(impl->instrument, imageScale);
     if (parts.view != nullptr) {

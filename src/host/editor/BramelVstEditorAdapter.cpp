@@ -24,6 +24,8 @@ constexpr std::chrono::milliseconds kKey{250};
 constexpr float kSmallestScale = 0.5F;
 constexpr float kLargestScale = 8.0F;
 
+bool isMouseDown() { return juce::Desktop::getInstance().getNumDraggingMouseSources() > 0; }
+
 /// Above the panel's own size every picture is drawn from the larger set.
 int imageScaleFor(float scale) { return scale > 1.0F ? 2 : 1; }
 
@@ -47,6 +49,8 @@ struct BramelVstEditorAdapter::Shown {
       window->setScale(scale);
     } else if (wanted != nullptr) {
       open(wanted, scale, imageScale);
+    } else if (hasEntered.exchange(false)) {
+      thread->leave();
     }
   }
 
@@ -66,6 +70,8 @@ struct BramelVstEditorAdapter::Shown {
   }
 
   BramelInstrumentEditor& editor;
+  MessageThread* thread = nullptr;            ///< Owned by the adapter; null until the first opening.
+  std::atomic<bool> hasEntered = false;       ///< `thread`, from an opening until it is closed.
   std::atomic<void*> wantedWindow = nullptr;  ///< Null for closed.
   std::atomic<float> wantedScale = 1.0F;
 
@@ -81,9 +87,13 @@ BramelVstEditorAdapter::BramelVstEditorAdapter(AudioEffect* owner, std::shared_p
 
 BramelVstEditorAdapter::~BramelVstEditorAdapter() {
   shown->wantedWindow = nullptr;
-  if (thread != nullptr) {
-    thread->callAndWait([this] { shown->settle(); });
+  // What closed long ago must not wait for the host's thread, which may wait for this one.
+  if (thread == nullptr || (MessageLoop::kIsOnHostsThread && !shown->hasEntered)) {
+    return;
   }
+  void* const hostWindow = lastWindow;
+  thread->callAndWait([this] { shown->settle(); });
+  MessageLoop::awaitReturn(hostWindow);
 }
 
 bool BramelVstEditorAdapter::getRect(ERect** rect) {
@@ -106,6 +116,11 @@ bool BramelVstEditorAdapter::open(void* window) {
     thread = editor->messageThread();
   }
   AEffEditor::open(window);
+  if (thread != nullptr && !shown->hasEntered.exchange(true)) {
+    shown->thread = thread.get();
+    thread->enter();
+  }
+  lastWindow = window;
   shown->wantedWindow = window;
   settle(kOpening);
   return true;
@@ -124,7 +139,8 @@ void BramelVstEditorAdapter::settle(std::chrono::milliseconds longest) {
   if (thread == nullptr) {
     return;
   }
-  if (MessageThread::isCurrent()) {  // Perhaps in a call out of the view's own mouse handler.
+  // Our own thread comes here from the view's own mouse handler; the host's may, while a button of the mouse is down.
+  if (MessageThread::isCurrent() && (!MessageLoop::kIsOnHostsThread || isMouseDown())) {
     thread->callLater([own = shown] { own->settle(); });
   } else {
     thread->callAndWait([own = shown] { own->settle(); }, longest);

@@ -21,7 +21,7 @@ class BramelVstEditorAdapter final : public AEffEditor {
   /// `owner` outlives this object; `editor` is not null.
   BramelVstEditorAdapter(AudioEffect* owner, std::shared_ptr<BramelInstrumentEditor> editor);
 
-  /// Closes the editor, and waits until it is closed. Not on the message thread.
+  /// Closes the editor, and waits until it is closed. Not on a message thread of our own.
   ~BramelVstEditorAdapter() override;
 
   /// 768 by 468 pixels of the panel at the scale of the screen, also while closed.
@@ -48,6 +48,7 @@ class BramelVstEditorAdapter final : public AEffEditor {
 
   std::shared_ptr<BramelInstrumentEditor> editor;
   std::shared_ptr<MessageThread> thread;  ///< Null until the first opening.
+  void* lastWindow = nullptr;             ///< Of the host, that an editor stood in.
   std::shared_ptr<Shown> shown;
   ERect rectangle{};
 };

@@ -47,6 +47,12 @@ MessageLoop::~MessageLoop() {
   impl->thread.join();
 }
 
+void MessageLoop::enter() {}
+
+void MessageLoop::leave() {}
+
+void MessageLoop::awaitReturn(void* /*hostWindow*/) {}
+
 }  // namespace tesh::bramel::vst
 
 #endif

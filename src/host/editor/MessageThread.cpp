@@ -70,6 +70,18 @@ MessageThread::~MessageThread() {
 
 bool MessageThread::isCurrent() { return juce::MessageManager::existsAndIsCurrentThread(); }
 
+void MessageThread::enter() {
+  if (loop != nullptr) {
+    loop->enter();
+  }
+}
+
+void MessageThread::leave() {
+  if (loop != nullptr) {
+    loop->leave();
+  }
+}
+
 void MessageThread::callAndWait(const Work& work) {
   if (isCurrent()) {
     work();

@@ -15,7 +15,8 @@
 namespace tesh::bramel::vst {
 
 /// One of each kind per process: the first user makes it, and the last one to let go ends it. Nothing made on a thread
-/// of its own may outlive it. Any thread may call any operation, except the audio thread, which may only call `wakeUp`.
+/// of its own may outlive it. While JUCE does not run, work for its thread is dropped. Any thread may call any
+/// operation, except the audio thread, which may only call `wakeUp`.
 class MessageThread {
  public:
   using Work = std::function<void()>;
@@ -34,6 +35,11 @@ class MessageThread {
   MessageThread& operator=(const MessageThread&) = delete;
 
   static bool isCurrent();
+
+  /// Before an editor opens; see MessageLoop::enter. Nothing where JUCE runs already.
+  void enter();
+  /// After it has closed. Message thread.
+  void leave();
 
   /// Runs `work` on the message thread, and returns when it has run.
   void callAndWait(const Work& work);

@@ -24,8 +24,8 @@ class WakeUpBell {
   WakeUpBell(const WakeUpBell&) = delete;
   WakeUpBell& operator=(const WakeUpBell&) = delete;
 
-  /// From now on the message thread calls `rung` after each ring, earlier ones included, and `rested` at the end of
-  /// each rest. Message thread.
+  /// From now on the message thread calls `rung` after each ring, and `rested` at the end of each rest. Earlier rings
+  /// may be lost. Message thread.
   void start(Call rung, Call rested);
 
   /// Ends what `start` began; a call that is under way ends in its own time. Message thread, or another one while JUCE

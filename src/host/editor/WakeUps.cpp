@@ -19,6 +19,9 @@ void WakeUps::start() {
           held->endRest();
         }
       });
+  if (state != State::idle) {  // Woken before, or stopped in a rest.
+    bell.ring();
+  }
 }
 
 void WakeUps::wake() {

@@ -24,7 +24,7 @@ class WakeUpListener {
 /// Held by shared pointers: a call of the bell that is under way on the message thread keeps it alive.
 class WakeUps : public std::enable_shared_from_this<WakeUps> {
  public:
-  /// Message thread. Wake-ups before it wait for it.
+  /// Message thread. Wake-ups before it wait for it. May follow a `stop`.
   void start();
 
   /// Listeners hear nothing afterwards. Message thread; another one only where JUCE keeps running.
