@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PluginUnderTrial.h"
+
+#include <atomic>
+#include <utility>
+
+#include "host/vst/VstOpcodes.h"
+#ifdef _WIN32
+#include "platform/WideText.h"
+#include "platform/WindowsApi.h"
+#else
+#include <dlfcn.h>
+#endif
+
+namespace sivray::trial {
+namespace {
+
+using namespace tesh::bramel::vst;
+
+constexpr int kBlock = 512;
+constexpr float kSeconds = 4.0F;
+constexpr std::int32_t kInterfaceVersion = 2400;
+constexpr int kFirstNote = 36;
+constexpr int kPads = 8;
+
+using Entry = AEffect*(SIVRAY_VST_CALL*)(AudioMasterCallback);
+
+float rate = 44100.0F;
+VstTimeInfo timeInfo{};
+std::atomic<int> moves = 0;
+
+#ifdef _WIN32
+void* loadLibrary(const std::string& path) { return LoadLibraryW(tesh::bramel::platform::toWide(path).c_str()); }
+void unloadLibrary(void* library) { FreeLibrary(static_cast<HMODULE>(library)); }
+Entry entryOf(void* library) {
+  return reinterpret_cast<Entry>(
+      reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), "VSTPluginMain")));
+}
+#else
+void* loadLibrary(const std::string& path) { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); }
+void unloadLibrary(void* library) { dlclose(library); }
+Entry entryOf(void* library) { return reinterpret_cast<Entry>(dlsym(library, "VSTPluginMain")); }
+#endif
+
+}  // namespace
+
+PluginUnderTrial::PluginUnderTrial(const std::string& path) : library(loadLibrary(path)) {
+  if (Entry entry = library == nullptr ? nullptr : entryOf(library)) {
+    effect = entry(&answer);
+  }
+  if (effect != nullptr) {
+    call(effOpen);
+  }
+}
+
+PluginUnderTrial::~PluginUnderTrial() {
+  closeInstance();
+  if (library != nullptr) {
+    unloadLibrary(library);
+  }
+}
+
+void PluginUnderTrial::closeInstance() {
+  if (effect != nullptr) {
+    call(effClose);
+    effect = nullptr;
+  }
+}
+
+std::intptr_t PluginUnderTrial::call(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
+                                     float opt) {
+  return effect->dispatcher(effect, opcode, index, value, ptr, opt);
+}
+
+void PluginUnderTrial::setState(std::vector<char> bytes) {
+  call(effSetChunk, 0, static_cast<std::intptr_t>(bytes.size()), bytes.data());
+}
+
+std::vector<float> PluginUnderTrial::render(float sampleRate) {
+  rate = sampleRate;
+  call(effSetSampleRate, 0, 0, nullptr, rate);
+  call(effSetBlockSize, 0, kBlock);
+  call(effMainsChanged, 0, 1);
+  const int blocks = static_cast<int>(kSeconds * rate) / kBlock;
+  std::vector<float> samples;
+  std::array<std::array<float, kBlock>, 2> sides{};
+  for (int block = 0; block < blocks; ++block) {
+    VstMidiEvent note{kVstMidiType, sizeof(VstMidiEvent), block % kBlock, 0, 0, 0, {}, 0, 0, 0, 0};
+    note.midiData[0] = static_cast<char>(0x90);
+    note.midiData[1] = static_cast<char>(kFirstNote + block % kPads);
+    note.midiData[2] = static_cast<char>(1 + block * 13 % 127);
+    VstEvents events{1, 0, {reinterpret_cast<VstEvent*>(&note), nullptr}};
+    if (block % 3 == 0) {
+      call(effProcessEvents, 0, 0, &events);
+    }
+    effect->setParameter(effect, block % effect->numParams, static_cast<float>(block % 11) / 10.0F);
+    std::array<float*, 2> outputs{sides[0].data(), sides[1].data()};
+    effect->processReplacing(effect, nullptr, outputs.data(), kBlock);
+    timeInfo.samplePos += kBlock;
+    for (std::size_t frame = 0; frame < kBlock; ++frame) {
+      samples.push_back(sides[0][frame]);
+      samples.push_back(sides[1][frame]);
+    }
+  }
+  call(effMainsChanged, 0, 0);
+  return samples;
+}
+
+int PluginUnderTrial::takeMoves() { return moves.exchange(0); }
+
+bool PluginUnderTrial::isLoaded(const std::string& path) {
+#ifdef _WIN32
+  return GetModuleHandleW(tesh::bramel::platform::toWide(path).c_str()) != nullptr;
+#else
+  void* const found = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+  if (found != nullptr) {
+    dlclose(found);
+  }
+  return found != nullptr;
+#endif
+}
+
+std::intptr_t SIVRAY_VST_CALL PluginUnderTrial::answer(AEffect* /*effect*/, std::int32_t opcode, std::int32_t /*index*/,
+                                                       std::intptr_t /*value*/, void* /*ptr*/, float /*opt*/) {
+  switch (opcode) {
+    case audioMasterVersion:
+      return kInterfaceVersion;
+    case audioMasterGetSampleRate:
+      return static_cast<std::intptr_t>(rate);
+    case audioMasterGetTime:
+      timeInfo.sampleRate = static_cast<double>(rate);
+      timeInfo.tempo = 120.0;
+      timeInfo.flags = kVstTempoValid | kVstTransportPlaying;
+      return reinterpret_cast<std::intptr_t>(&timeInfo);
+    case audioMasterAutomate:
+      ++moves;
+      return 1;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace sivray::trial

@@ -1,0 +1,49 @@
+// A VST 2 library as the smallest host loads it, on Linux and on Windows from the same source.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/vst/VstRecords.h"
+
+namespace sivray::trial {
+
+/// One instance. The host answers its version, the rate and the time, and counts what the plug-in reports.
+class PluginUnderTrial {
+ public:
+  /// Loads the library, by its path in UTF-8, and makes an instance if it gives one.
+  explicit PluginUnderTrial(const std::string& path);
+  /// Closes the instance and unloads the library.
+  ~PluginUnderTrial();
+  PluginUnderTrial(const PluginUnderTrial&) = delete;
+  PluginUnderTrial& operator=(const PluginUnderTrial&) = delete;
+
+  bool isThere() const { return effect != nullptr; }
+  /// Closes the instance; the library stays.
+  void closeInstance();
+
+  std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
+                     float opt = 0.0F);
+  void setState(std::vector<char> bytes);
+
+  /// Four seconds of notes and moving parameters in blocks of 512 frames: left and right in turn.
+  std::vector<float> render(float sampleRate);
+
+  /// Since the last time: parameters that the panel moved.
+  int takeMoves();
+
+  /// Whether a library of this path is in the process.
+  static bool isLoaded(const std::string& path);
+
+ private:
+  static std::intptr_t SIVRAY_VST_CALL answer(tesh::bramel::vst::AEffect* effect, std::int32_t opcode,
+                                              std::int32_t index, std::intptr_t value, void* ptr, float opt);
+
+  void* library = nullptr;
+  tesh::bramel::vst::AEffect* effect = nullptr;
+};
+
+}  // namespace sivray::trial

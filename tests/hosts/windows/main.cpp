@@ -1,0 +1,203 @@
+// try-plugin: a host that does what the lines of its standard input say, and answers each with one line. On Linux it
+// has no window. tests/hosts/try_windows.py drives it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <atomic>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "PluginUnderTrial.h"
+#include "TrialWindow.h"
+#include "host/vst/VstOpcodes.h"
+#include "platform/Files.h"
+
+namespace {
+
+using namespace sivray::trial;
+using namespace tesh::bramel::vst;
+using tesh::bramel::platform::NativePath;
+
+/// What the lines act on.
+class Trial {
+ public:
+  explicit Trial(std::string libraryPath) : path(std::move(libraryPath)) {}
+
+  /// Does what `line` says, and gives the answer.
+  std::string run(const std::string& line) {
+    std::istringstream words(line);
+    std::string name;
+    words >> name;
+    const auto found = commands.find(name);
+    return found == commands.end() ? "unknown" : found->second(words);
+  }
+
+ private:
+  using Command = std::function<std::string(std::istream&)>;
+
+  static std::string rest(std::istream& words) {
+    std::string text;
+    std::getline(words >> std::ws, text);
+    return text;
+  }
+
+  static int number(std::istream& words) {
+    int value = 0;
+    words >> value;
+    return value;
+  }
+
+  std::string load() {
+    plugin = std::make_unique<PluginUnderTrial>(path);
+    return plugin->isThere() ? "ok" : "none";
+  }
+
+  std::string unload() {
+    plugin.reset();
+    return PluginUnderTrial::isLoaded(path) ? "loaded" : "ok";
+  }
+
+  std::string setState(std::istream& words) {
+    std::ifstream file(NativePath(rest(words)).text(), std::ios::binary);
+    plugin->setState({std::istreambuf_iterator<char>(file), {}});
+    return "ok";
+  }
+
+  std::string render(std::istream& words) {
+    const auto rate = static_cast<float>(number(words));
+    const auto samples = plugin->render(rate);
+    std::ofstream file(NativePath(rest(words)).text(), std::ios::binary);
+    file.write(reinterpret_cast<const char*>(samples.data()),
+               static_cast<std::streamsize>(samples.size() * sizeof(float)));
+    return file ? "ok" : "failed";
+  }
+
+#ifdef _WIN32
+  std::string open() {
+    if (window.handle() == nullptr) {
+      return "no window";
+    }
+    plugin->call(effEditOpen, 0, 0, window.handle());
+    TrialWindow::pump(kSettling);
+    RECT size{};
+    GetClientRect(window.child(), &size);
+    return std::to_string(size.right) + "x" + std::to_string(size.bottom);
+  }
+
+  std::string close() {
+    plugin->call(effEditClose);
+    return window.child() == nullptr ? "ok" : "child";
+  }
+
+  /// As a host does that closes plug-ins on a thread of its own, while its window's thread goes on.
+  std::string closeElsewhere() {
+    std::atomic<bool> isDone = false;
+    std::thread other([&] {
+      plugin->call(effEditClose);
+      plugin->closeInstance();
+      isDone = true;
+    });
+    while (!isDone) {
+      TrialWindow::pump(1);
+    }
+    other.join();
+    return window.child() == nullptr ? "ok" : "child";
+  }
+
+  /// So often: load, open, click in the middle of the first pad, close, unload.
+  std::string live(int times) {
+    constexpr int kPadX = 56;
+    constexpr int kPadY = 420;
+    for (int i = 0; i < times; ++i) {
+      const std::string loaded = load();
+      const std::string opened = open();
+      TrialWindow::moveTo(kPadX, kPadY);
+      TrialWindow::press();
+      TrialWindow::release();
+      const std::string closed = close();
+      const std::string unloaded = unload();
+      if (loaded != "ok" || opened != "768x468" || closed != "ok" || unloaded != "ok") {
+        return std::to_string(i) + ": " + loaded + " " + opened + " " + closed + " " + unloaded;
+      }
+    }
+    return "ok";
+  }
+
+  static constexpr unsigned int kSettling = 150;  ///< Milliseconds until an editor has painted.
+  TrialWindow window;
+#endif
+
+  template <typename Work>
+  static Command plain(Work work) {
+    return [work](std::istream&) {
+      work();
+      return std::string("ok");
+    };
+  }
+
+  const std::string path;
+  std::unique_ptr<PluginUnderTrial> plugin;
+  const std::map<std::string, Command> commands{
+      {"load", [this](std::istream&) { return load(); }},
+      {"unload", [this](std::istream&) { return unload(); }},
+      {"state", [this](std::istream& words) { return setState(words); }},
+      {"render", [this](std::istream& words) { return render(words); }},
+      {"moves", [this](std::istream&) { return std::to_string(plugin->takeMoves()); }},
+#ifdef _WIN32
+      {"open", [this](std::istream&) { return open(); }},
+      {"close", [this](std::istream&) { return close(); }},
+      {"close-elsewhere", [this](std::istream&) { return closeElsewhere(); }},
+      {"destroy-window", plain([this] { window.destroy(); })},
+      {"live", [this](std::istream& words) { return live(number(words)); }},
+      {"characters", [this](std::istream&) { return std::to_string(window.takeCharacters()); }},
+      {"scale",
+       [this](std::istream& words) {
+         float scale = 1.0F;
+         words >> scale;
+         return std::to_string(plugin->call(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'),
+                                            fourCharacters('A', 'e', 'C', 's'), nullptr, scale));
+       }},
+      {"pump",
+       [](std::istream& words) {
+         TrialWindow::pump(static_cast<unsigned int>(number(words)));
+         return std::string("ok");
+       }},
+      {"move",
+       [](std::istream& words) {
+         const int x = number(words);
+         TrialWindow::moveTo(x, number(words));
+         return std::string("ok");
+       }},
+      {"press", plain([] { TrialWindow::press(); })},
+      {"release", plain([] { TrialWindow::release(); })},
+      {"right-click", plain([] { TrialWindow::rightClick(); })},
+      {"strike",
+       [](std::istream& words) {
+         TrialWindow::strike(static_cast<unsigned short>(number(words)));
+         return std::string("ok");
+       }},
+#endif
+  };
+};
+
+/// The library's path comes as the first line: arguments of a program do not take every letter on Windows.
+int run() {
+  std::string line;
+  std::getline(std::cin, line);
+  Trial trial(line);
+  while (std::getline(std::cin, line)) {
+    std::cout << trial.run(line) << std::endl;
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main() { return run(); }
