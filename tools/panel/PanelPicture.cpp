@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -128,6 +129,10 @@ void writePicture(const juce::Image& picture, const std::string& path) {
 }  // namespace
 
 void drawPanel(std::span<const std::uint8_t> state, const PanelPictureSettings& settings) {
+#ifdef __linux__
+  // Pictures need no X server. One that JUCE found, and that went away, would end the program.
+  ::setenv("DISPLAY", "none", 1);
+#endif
   const juce::ScopedJuceInitialiser_GUI gui;
   OpenPanel panel(makeInstrument(state), settings.scale > 1.0 ? 2 : 1);
   showPage(panel, settings.page);
