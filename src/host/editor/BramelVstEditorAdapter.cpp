@@ -24,7 +24,11 @@ constexpr std::chrono::milliseconds kKey{250};
 constexpr float kSmallestScale = 0.5F;
 constexpr float kLargestScale = 8.0F;
 
-bool isMouseDown() { return juce::Desktop::getInstance().getNumDraggingMouseSources() > 0; }
+/// Whether the view may be in a handler of its own. JUCE does not notice a release once the pressed view has gone.
+bool isMouseDown() {
+  return juce::Desktop::getInstance().getNumDraggingMouseSources() > 0 &&
+         juce::ModifierKeys::getCurrentModifiersRealtime().isAnyMouseButtonDown();
+}
 
 /// Above the panel's own size every picture is drawn from the larger set.
 int imageScaleFor(float scale) { return scale > 1.0F ? 2 : 1; }

@@ -108,6 +108,36 @@ std::vector<float> PluginUnderTrial::render(float sampleRate) {
 
 int PluginUnderTrial::takeMoves() { return moves.exchange(0); }
 
+int PluginUnderTrial::countVst3Classes(const std::string& path) {
+#ifdef _WIN32
+  // The first functions of the published interface, in its order.
+  struct Factory {
+    virtual std::int32_t queryInterface(const char* id, void** found) = 0;
+    virtual std::uint32_t addRef() = 0;
+    virtual std::uint32_t release() = 0;
+    virtual std::int32_t getFactoryInfo(void* info) = 0;
+    virtual std::int32_t countClasses() = 0;
+  };
+  HMODULE module = LoadLibraryW(tesh::bramel::platform::toWide(path).c_str());
+  if (module == nullptr) {
+    return -1;
+  }
+  const auto function = [module](const char* name) { return reinterpret_cast<void*>(GetProcAddress(module, name)); };
+  int count = -1;
+  if (reinterpret_cast<bool (*)()>(function("InitDll"))()) {
+    Factory* const factory = reinterpret_cast<Factory* (*)()>(function("GetPluginFactory"))();
+    count = factory->countClasses();
+    factory->release();
+    reinterpret_cast<bool (*)()>(function("ExitDll"))();
+  }
+  FreeLibrary(module);
+  return count;
+#else
+  static_cast<void>(path);
+  return -1;
+#endif
+}
+
 bool PluginUnderTrial::isLoaded(const std::string& path) {
 #ifdef _WIN32
   return GetModuleHandleW(tesh::bramel::platform::toWide(path).c_str()) != nullptr;

@@ -35,6 +35,9 @@ class PluginUnderTrial {
   /// Since the last time: parameters that the panel moved.
   int takeMoves();
 
+  /// Classes in the factory of a VST 3 library, which is loaded for as long as this takes; -1 if it has none.
+  static int countVst3Classes(const std::string& path);
+
   /// Whether a library of this path is in the process.
   static bool isLoaded(const std::string& path);
 

@@ -25,10 +25,21 @@ using namespace sivray::trial;
 using namespace tesh::bramel::vst;
 using tesh::bramel::platform::NativePath;
 
+/// A library with its instance and, on Windows, the window for its panel.
+struct Stage {
+  explicit Stage(std::string libraryPath) : path(std::move(libraryPath)) {}
+
+  const std::string path;
+  std::unique_ptr<PluginUnderTrial> plugin;
+#ifdef _WIN32
+  TrialWindow window;
+#endif
+};
+
 /// What the lines act on.
 class Trial {
  public:
-  explicit Trial(std::string libraryPath) : path(std::move(libraryPath)) {}
+  explicit Trial(std::string libraryPath) { use(std::move(libraryPath)); }
 
   /// Does what `line` says, and gives the answer.
   std::string run(const std::string& line) {
@@ -54,25 +65,35 @@ class Trial {
     return value;
   }
 
+  /// All lines from now on are for the stage of this library.
+  std::string use(std::string libraryPath) {
+    std::unique_ptr<Stage>& found = stages[libraryPath];
+    if (found == nullptr) {
+      found = std::make_unique<Stage>(std::move(libraryPath));
+    }
+    stage = found.get();
+    return "ok";
+  }
+
   std::string load() {
-    plugin = std::make_unique<PluginUnderTrial>(path);
-    return plugin->isThere() ? "ok" : "none";
+    stage->plugin = std::make_unique<PluginUnderTrial>(stage->path);
+    return stage->plugin->isThere() ? "ok" : "none";
   }
 
   std::string unload() {
-    plugin.reset();
-    return PluginUnderTrial::isLoaded(path) ? "loaded" : "ok";
+    stage->plugin.reset();
+    return PluginUnderTrial::isLoaded(stage->path) ? "loaded" : "ok";
   }
 
   std::string setState(std::istream& words) {
     std::ifstream file(NativePath(rest(words)).text(), std::ios::binary);
-    plugin->setState({std::istreambuf_iterator<char>(file), {}});
+    stage->plugin->setState({std::istreambuf_iterator<char>(file), {}});
     return "ok";
   }
 
   std::string render(std::istream& words) {
     const auto rate = static_cast<float>(number(words));
-    const auto samples = plugin->render(rate);
+    const auto samples = stage->plugin->render(rate);
     std::ofstream file(NativePath(rest(words)).text(), std::ios::binary);
     file.write(reinterpret_cast<const char*>(samples.data()),
                static_cast<std::streamsize>(samples.size() * sizeof(float)));
@@ -81,34 +102,34 @@ class Trial {
 
 #ifdef _WIN32
   std::string open() {
-    if (window.handle() == nullptr) {
+    if (stage->window.handle() == nullptr) {
       return "no window";
     }
-    plugin->call(effEditOpen, 0, 0, window.handle());
+    stage->plugin->call(effEditOpen, 0, 0, stage->window.handle());
     TrialWindow::pump(kSettling);
     RECT size{};
-    GetClientRect(window.child(), &size);
+    GetClientRect(stage->window.child(), &size);
     return std::to_string(size.right) + "x" + std::to_string(size.bottom);
   }
 
   std::string close() {
-    plugin->call(effEditClose);
-    return window.child() == nullptr ? "ok" : "child";
+    stage->plugin->call(effEditClose);
+    return stage->window.child() == nullptr ? "ok" : "child";
   }
 
   /// As a host does that closes plug-ins on a thread of its own, while its window's thread goes on.
   std::string closeElsewhere() {
     std::atomic<bool> isDone = false;
     std::thread other([&] {
-      plugin->call(effEditClose);
-      plugin->closeInstance();
+      stage->plugin->call(effEditClose);
+      stage->plugin->closeInstance();
       isDone = true;
     });
     while (!isDone) {
       TrialWindow::pump(1);
     }
     other.join();
-    return window.child() == nullptr ? "ok" : "child";
+    return stage->window.child() == nullptr ? "ok" : "child";
   }
 
   /// So often: load, open, click in the middle of the first pad, close, unload.
@@ -131,7 +152,6 @@ class Trial {
   }
 
   static constexpr unsigned int kSettling = 150;  ///< Milliseconds until an editor has painted.
-  TrialWindow window;
 #endif
 
   template <typename Work>
@@ -142,27 +162,33 @@ class Trial {
     };
   }
 
-  const std::string path;
-  std::unique_ptr<PluginUnderTrial> plugin;
+  std::map<std::string, std::unique_ptr<Stage>> stages;  ///< By the library's path.
+  Stage* stage = nullptr;
   const std::map<std::string, Command> commands{
+      {"use", [this](std::istream& words) { return use(rest(words)); }},
       {"load", [this](std::istream&) { return load(); }},
       {"unload", [this](std::istream&) { return unload(); }},
       {"state", [this](std::istream& words) { return setState(words); }},
       {"render", [this](std::istream& words) { return render(words); }},
-      {"moves", [this](std::istream&) { return std::to_string(plugin->takeMoves()); }},
+      {"moves", [this](std::istream&) { return std::to_string(stage->plugin->takeMoves()); }},
 #ifdef _WIN32
+      {"vst3-classes",
+       [this](std::istream&) {
+         const int count = PluginUnderTrial::countVst3Classes(stage->path);
+         return PluginUnderTrial::isLoaded(stage->path) ? "loaded" : std::to_string(count);
+       }},
       {"open", [this](std::istream&) { return open(); }},
       {"close", [this](std::istream&) { return close(); }},
       {"close-elsewhere", [this](std::istream&) { return closeElsewhere(); }},
-      {"destroy-window", plain([this] { window.destroy(); })},
+      {"destroy-window", plain([this] { stage->window.destroy(); })},
       {"live", [this](std::istream& words) { return live(number(words)); }},
-      {"characters", [this](std::istream&) { return std::to_string(window.takeCharacters()); }},
+      {"characters", [this](std::istream&) { return std::to_string(stage->window.takeCharacters()); }},
       {"scale",
        [this](std::istream& words) {
          float scale = 1.0F;
          words >> scale;
-         return std::to_string(plugin->call(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'),
-                                            fourCharacters('A', 'e', 'C', 's'), nullptr, scale));
+         return std::to_string(stage->plugin->call(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'),
+                                                   fourCharacters('A', 'e', 'C', 's'), nullptr, scale));
        }},
       {"pump",
        [](std::istream& words) {

@@ -1,0 +1,274 @@
+#!/usr/bin/env python3
+"""Tries the Windows plug-in under Wine, in a window on a screen of its own, and compares it with the one for this system.
+
+Samples must be equal to the bit, and the panel equal but for the rendering of its texts. Pictures of what was seen stay in
+build/windows/trial. Needs ./run windows before, and the packages wine, wine64, xvfb and imagemagick. Not part of ./test: it
+tries Wine as much as the plug-in.
+
+SPDX-License-Identifier: GPL-3.0-or-later
+"""
+import contextlib
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+RELEASE = ROOT / "build" / "release"
+WINDOWS = ROOT / "build" / "windows"
+PICTURES = WINDOWS / "trial"
+CYCLES = 100
+MOST_DIFFERENT = 0.02  # Of the panel's pixels: the texts.
+FUZZ = "6%"  # Of the colours' range: rounding is no difference.
+PAD, KNOB, KIT, KIT_ROW = (62, 395), (62, 220), (110, 90), (300, 300)
+SAVE_AS, IMPORT, FIRST_ROW = (448, 34), (245, 31), (300, 110)  # In the list of kits.
+RETURN, ESCAPE = 13, 27  # Codes of Windows.
+
+failures = []
+
+
+def expect(what, got, wanted=True):
+    right = got == wanted
+    print(f"{'ok  ' if right else 'BAD '} {what}" + ("" if right else f": {got!r}, not {wanted!r}"), flush=True)
+    if not right:
+        failures.append(what)
+
+
+class Host:
+    """The small host with one library, which takes lines and answers each."""
+
+    def __init__(self, command, library, environment):
+        self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
+                                        encoding="utf-8", env=environment, stderr=subprocess.DEVNULL)
+        self.process.stdin.write(f"{library}\n")
+
+    def say(self, line):
+        self.process.stdin.write(line + "\n")
+        self.process.stdin.flush()
+        return self.process.stdout.readline().strip()
+
+    def click(self, point):
+        for line in (f"move {point[0]} {point[1]}", "press", "release", "pump 300"):
+            self.say(line)
+
+    def drag(self, point, way):
+        self.say(f"move {point[0]} {point[1]}")
+        self.say("press")
+        for step in range(1, 9):
+            self.say(f"move {point[0]} {point[1] + way * step // 8}")
+        self.say("release")
+
+    def end(self):
+        self.process.stdin.close()
+        try:
+            return self.process.wait(timeout=60)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            return None
+
+
+@contextlib.contextmanager
+def screen():
+    """An X server whose display is named in the environment."""
+    reader, writer = os.pipe()
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1700x1000x24", "-nolisten", "tcp"],
+                              pass_fds=[writer], stderr=subprocess.DEVNULL)
+    os.close(writer)
+    with os.fdopen(reader) as numbers:
+        os.environ["DISPLAY"] = ":" + numbers.readline().strip()
+    try:
+        yield
+    finally:
+        server.terminate()
+        server.wait()
+
+
+def picture(name, size="768x468"):
+    file = PICTURES / f"{name}.png"
+    subprocess.run(["import", "-window", "root", "-crop", f"{size}+0+0", "+repage", file], check=True)
+    return file
+
+
+def difference(a, b):
+    """The share of the pixels that differ."""
+    result = subprocess.run(["compare", "-metric", "AE", "-fuzz", FUZZ, a, b, "null:"], capture_output=True, text=True)
+    width, height = subprocess.run(["identify", "-format", "%w %h", a], capture_output=True, text=True,
+                                   check=True).stdout.split()
+    return float(re.match(r"[0-9.e+]+", result.stderr)[0]) / (int(width) * int(height))
+
+
+class Trial:
+    def __init__(self, folder):
+        self.folder = folder
+        self.home = folder / "Sivray \u592a\u9f13 \u30c9\u30e9\u30e0"
+        shutil.unpack_archive(WINDOWS / "Sivray-windows.zip", folder)
+        (folder / "Sivray").rename(self.home)
+        self.environment = dict(os.environ, WINEPREFIX=str(folder / "prefix"), WINEDEBUG="-all",
+                                BRAMEL_DOCUMENTS=self.windows_path(folder / "documents"))
+        self.environment.pop("BRAMEL_COMMON_FILES", None)
+        subprocess.run(["wineboot", "-i"], env=self.environment, check=True, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
+
+    @staticmethod
+    def windows_path(path):
+        return "Z:" + str(path).replace("/", "\\")
+
+    def host(self, library=None, **environment):
+        return Host(["wine", WINDOWS / "bin" / "try-plugin.exe"], self.windows_path(library or self.home / "Sivray.dll"),
+                    dict(self.environment, **environment))
+
+    def samples(self):
+        state = self.folder / "dub.state"
+        subprocess.run([RELEASE / "bin" / "sivray-render", "--program", "Dub Echo", "--save-state", state], check=True,
+                       stdout=subprocess.DEVNULL)
+        linux = Host([RELEASE / "bin" / "try-plugin"], RELEASE / "Sivray" / "Sivray.so", self.environment)
+        windows = self.host()
+        linux.say("load")
+        windows.say("load")
+        linux.say(f"state {state}")
+        windows.say(f"state {self.windows_path(state)}")
+        for rate in (44100, 48000):
+            linux.say(f"render {rate} {self.folder / 'linux'}")
+            windows.say(f"render {rate} {self.windows_path(self.folder / 'windows')}")
+            here, there = (self.folder / "linux").read_bytes(), (self.folder / "windows").read_bytes()
+            expect(f"{len(here) // 8} frames at {rate} Hz are equal to the bit, and not silent",
+                   here == there and any(here))
+        linux.end()
+        windows.end()
+
+    def content(self):
+        lone = self.folder / "lone" / "Sivray.dll"
+        lone.parent.mkdir()
+        shutil.copy(self.home / "Sivray.dll", lone)
+        host = self.host(lone)
+        expect("without content there is no plug-in", host.say("load"), "none")
+        host.end()
+        host = self.host(lone, BRAMEL_COMMON_FILES=self.windows_path(self.home))
+        expect("content is found in %BRAMEL_COMMON_FILES%", host.say("load"), "ok")
+        host.end()
+        common = self.folder / "prefix" / "drive_c" / "Program Files" / "Common Files"
+        (common / "Tesh").symlink_to(self.home / "Tesh")
+        host = self.host(lone)
+        expect("content is found in the common program files", host.say("load"), "ok")
+        host.end()
+        (common / "Tesh").unlink()
+
+    def panel(self):
+        host = self.host()
+        expect("content is found beside the library, in a folder with blanks and Japanese letters", host.say("load"), "ok")
+        expect("the panel opens", host.say("open"), "768x468")
+        still = picture("panel")
+        drawn = PICTURES / "panel-here.png"
+        subprocess.run([RELEASE / "bin" / "sivray-render", "--panel", drawn], check=True, stdout=subprocess.DEVNULL)
+        share = difference(still, drawn)
+        expect(f"{share:.2%} of the pixels differ from the panel drawn here", share < MOST_DIFFERENT)
+
+        host.say(f"move {PAD[0]} {PAD[1]}")
+        host.say("press")
+        host.say("pump 200")
+        expect("a pad lights", difference(still, picture("pad")) > 0.005)
+        host.say("release")
+        host.say("moves")
+        host.drag(KNOB, -40)
+        expect("a knob moves a parameter", int(host.say("moves")) > 0)
+        host.say("strike 65")
+        expect("keys go to the host after clicks", host.say("characters"), "1")
+        host.click(KIT)
+        opened = picture("kits")
+        host.click(KIT_ROW)
+        expect("the list of kits opens, and a kit is chosen", difference(opened, picture("kit-chosen")) > 0.005)
+        host.say("close")
+        self.close_and_open(host)
+        self.names(host)
+        expect("the library is unloaded", host.say("unload"), "ok")
+        expect("the host ends", host.end(), 0)
+
+    def close_and_open(self, host):
+        expect("the panel opens again", host.say("open"), "768x468")
+        expect("it takes a scale", host.say("scale 2"), "1")
+        host.say("pump 400")
+        picture("doubled", "1536x936")
+        host.say("scale 1")
+        expect("it closes on another thread, with its plug-in", host.say("close-elsewhere"), "ok")
+        host.say("pump 100")
+
+    @staticmethod
+    def names(host):
+        host.say("load")
+        host.say("open")
+        host.click(KIT)
+        host.click(SAVE_AS)
+        host.say("characters")
+        for key in b"ABCD":
+            host.say(f"strike {key}")
+        picture("name")
+        expect("a text field keeps its keys", host.say("characters"), "0")
+        host.say(f"strike {RETURN}")
+        host.say("pump 500")
+        still = picture("saved")
+        host.say(f"move {FIRST_ROW[0]} {FIRST_ROW[1]}")
+        host.say("right-click")
+        host.say("pump 300")
+        expect("a menu opens inside the panel", 0.0005 < difference(still, picture("menu")) < 0.01)
+        host.say(f"strike {ESCAPE}")
+        host.say("pump 200")
+        host.click(IMPORT)
+        host.say("pump 1500")
+        picture("dialog", "1536x936")
+        expect("the panel closes below a file dialog", host.say("close"), "ok")
+        host.say("pump 500")
+
+    def two(self):
+        """Two copies of the library, which know nothing of each other, each with an open panel."""
+        copy = self.home / "Copy.dll"
+        shutil.copy(self.home / "Sivray.dll", copy)
+        host = self.host()
+        first, second = self.windows_path(self.home / "Sivray.dll"), self.windows_path(copy)
+        for library in (first, second):
+            host.say(f"use {library}")
+            host.say("load")
+            expect("one of two panels opens", host.say("open"), "768x468")
+        for library in (first, second):
+            host.say(f"use {library}")
+            expect("it closes, and its library is unloaded", (host.say("close"), host.say("unload")), ("ok", "ok"))
+        host.say(f"use {self.windows_path(self.home / 'Sivray.vst3')}")
+        expect("the VST 3 library gives its classes, and is unloaded", host.say("vst3-classes") in ("1", "2", "3"))
+        expect("the host ends", host.end(), 0)
+
+    def life(self):
+        host = self.host()
+        expect(f"loaded, opened, clicked, closed and unloaded {CYCLES} times", host.say(f"live {CYCLES}"), "ok")
+        host.say("load")
+        host.say("open")
+        host.say("destroy-window")
+        host.say("pump 200")
+        host.say("close")
+        expect("the host's window goes first", host.say("unload"), "ok")
+        expect("the host ends", host.end(), 0)
+        host = self.host()
+        host.say("load")
+        host.say("open")
+        expect("the host ends with the panel open", host.end(), 0)
+
+
+def main():
+    if not (WINDOWS / "Sivray-windows.zip").exists():
+        sys.exit("try_windows: build/windows/Sivray-windows.zip is missing: ./run windows makes it")
+    for preset, targets in (("release", ["Sivray", "sivray-render", "content", "try-plugin"]), ("windows", ["try-plugin"])):
+        subprocess.run(["cmake", "--build", ROOT / "build" / preset, "--target", *targets], check=True,
+                       stdout=subprocess.DEVNULL)
+    PICTURES.mkdir(exist_ok=True)
+    with tempfile.TemporaryDirectory(prefix="sivray-") as folder, screen():
+        trial = Trial(pathlib.Path(folder))
+        for part in (trial.samples, trial.content, trial.panel, trial.two, trial.life):
+            part()
+        subprocess.run(["wineserver", "-k"], env=trial.environment, check=False)
+    print(f"{len(failures)} faults; pictures in {PICTURES}")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
