@@ -15,12 +15,14 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 RELEASE = ROOT / "build" / "release"
 WINDOWS = ROOT / "build" / "windows"
 PICTURES = WINDOWS / "trial"
 CYCLES = 100
+LONGEST_SECONDS = 200  # For an answer.
 MOST_DIFFERENT = 0.02  # Of the panel's pixels: the texts.
 FUZZ = "6%"  # Of the colours' range: rounding is no difference.
 PAD, KNOB, KIT, KIT_ROW = (62, 395), (62, 220), (110, 90), (300, 300)
@@ -46,9 +48,17 @@ class Host:
         self.process.stdin.write(f"{library}\n")
 
     def say(self, line):
-        self.process.stdin.write(line + "\n")
-        self.process.stdin.flush()
-        return self.process.stdout.readline().strip()
+        """The answer; an empty one from a host that has crashed or hangs."""
+        watch = threading.Timer(LONGEST_SECONDS, self.process.kill)
+        watch.start()
+        try:
+            self.process.stdin.write(line + "\n")
+            self.process.stdin.flush()
+            return self.process.stdout.readline().strip()
+        except BrokenPipeError:
+            return ""
+        finally:
+            watch.cancel()
 
     def click(self, point):
         for line in (f"move {point[0]} {point[1]}", "press", "release", "pump 300"):
@@ -62,7 +72,8 @@ class Host:
         self.say("release")
 
     def end(self):
-        self.process.stdin.close()
+        with contextlib.suppress(BrokenPipeError):
+            self.process.stdin.close()
         try:
             return self.process.wait(timeout=60)
         except subprocess.TimeoutExpired:
@@ -235,7 +246,7 @@ class Trial:
             host.say(f"use {library}")
             expect("it closes, and its library is unloaded", (host.say("close"), host.say("unload")), ("ok", "ok"))
         host.say(f"use {self.windows_path(self.home / 'Sivray.vst3')}")
-        expect("the VST 3 library gives its classes, and is unloaded", host.say("vst3-classes") in ("1", "2", "3"))
+        expect("the VST 3 library gives its classes, and is unloaded", host.say("vst3-classes"), "2")
         expect("the host ends", host.end(), 0)
 
     def life(self):

@@ -13,6 +13,20 @@
 #endif
 
 namespace sivray::trial {
+
+/// The first functions of a VST 3 library's factory, in the order of the published interface. Not in a nameless
+/// namespace: the compiler would take it for a class that nobody implements.
+struct Vst3Factory {
+  virtual std::int32_t queryInterface(const char* id, void** found) = 0;
+  virtual std::uint32_t addRef() = 0;
+  virtual std::uint32_t release() = 0;
+  virtual std::int32_t getFactoryInfo(void* info) = 0;
+  virtual std::int32_t countClasses() = 0;
+
+ protected:
+  ~Vst3Factory() = default;
+};
+
 namespace {
 
 using namespace tesh::bramel::vst;
@@ -110,14 +124,6 @@ int PluginUnderTrial::takeMoves() { return moves.exchange(0); }
 
 int PluginUnderTrial::countVst3Classes(const std::string& path) {
 #ifdef _WIN32
-  // The first functions of the published interface, in its order.
-  struct Factory {
-    virtual std::int32_t queryInterface(const char* id, void** found) = 0;
-    virtual std::uint32_t addRef() = 0;
-    virtual std::uint32_t release() = 0;
-    virtual std::int32_t getFactoryInfo(void* info) = 0;
-    virtual std::int32_t countClasses() = 0;
-  };
   HMODULE module = LoadLibraryW(tesh::bramel::platform::toWide(path).c_str());
   if (module == nullptr) {
     return -1;
@@ -125,7 +131,7 @@ int PluginUnderTrial::countVst3Classes(const std::string& path) {
   const auto function = [module](const char* name) { return reinterpret_cast<void*>(GetProcAddress(module, name)); };
   int count = -1;
   if (reinterpret_cast<bool (*)()>(function("InitDll"))()) {
-    Factory* const factory = reinterpret_cast<Factory* (*)()>(function("GetPluginFactory"))();
+    Vst3Factory* const factory = reinterpret_cast<Vst3Factory* (*)()>(function("GetPluginFactory"))();
     count = factory->countClasses();
     factory->release();
     reinterpret_cast<bool (*)()>(function("ExitDll"))();
