@@ -65,6 +65,11 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>)
   # JUCE is not performance-critical: it is compiled to build fast.
   target_compile_options(sivray_juce_modules PRIVATE -O1 -g0)
+  if(WIN32)
+    # It can tell the day on which it was compiled, which would end up in what users get.
+    target_compile_options(sivray_juce_modules PRIVATE -Wno-builtin-macro-redefined
+      "-D__DATE__=\"Jan 1 2020\"" "-D__TIME__=\"00:00:00\"")
+  endif()
 
   # What our own code links: the compiled modules, with their headers and definitions. A build under a sanitizer links those of
   # the release build, since only our own code is watched.
