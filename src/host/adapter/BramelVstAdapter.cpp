@@ -28,9 +28,6 @@ constexpr std::chrono::milliseconds kReadiness{300};
 
 /// MIDI bytes of one event.
 constexpr std::size_t kMessageBytes = 3;
-/// Messages are delivered in the order of their arrival, so that one with a frame far ahead would delay all later ones.
-/// No host's block is this long.
-constexpr std::int32_t kFarthestFrames = 1 << 20;
 
 /// The call by which hosts tell how large their screen's pixels are, as published for this interface.
 constexpr std::int32_t kContentScaleIndex = fourCharacters('P', 'r', 'e', 'S');
@@ -130,7 +127,8 @@ std::int32_t BramelVstAdapter::processEvents(VstEvents* events) {
   }
   VstEvent** const list = events->events;
   for (std::int32_t index = 0; index < events->numEvents; ++index) {
-    if (list[index] == nullptr || list[index]->type != kVstMidiType || list[index]->deltaFrames > kFarthestFrames) {
+    if (list[index] == nullptr || list[index]->type != kVstMidiType ||
+        list[index]->deltaFrames > BramelInstrument::kFarthestFrames) {
       continue;
     }
     const auto* const event = reinterpret_cast<const VstMidiEvent*>(list[index]);

@@ -113,7 +113,8 @@ bool SivrayProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const {
 void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
   BramelInstrument& shell = *impl->instrument;
   for (const juce::MidiMessageMetadata event : midi) {
-    if (event.numBytes > 0 && event.numBytes <= static_cast<int>(kMessageBytes)) {
+    if (event.numBytes > 0 && event.numBytes <= static_cast<int>(kMessageBytes) &&
+        event.samplePosition <= BramelInstrument::kFarthestFrames) {
       std::array<std::uint8_t, kMessageBytes> message{};
       std::copy_n(event.data, event.numBytes, message.begin());
       shell.sendMidi(message.data(), message.size(), event.samplePosition);

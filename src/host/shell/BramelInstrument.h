@@ -44,6 +44,9 @@ class BramelInstrument : public BramelInstrumentBase {
 
   /// Renders one block. Null inputs are silence; does nothing if an output is null.
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  /// Messages are delivered in the order of their arrival, so that one with a frame far ahead would delay all later
+  /// ones: callers drop those beyond this. No host's block is as long.
+  static constexpr std::int32_t kFarthestFrames = 1 << 20;
   /// Queues a MIDI message for the next block, `deltaFrames` from its start. `resume` drops messages that no block has
   /// fetched.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
