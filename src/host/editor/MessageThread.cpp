@@ -68,7 +68,7 @@ MessageThread::~MessageThread() {
   }
 }
 
-bool MessageThread::isCurrent() { return juce::MessageManager::existsAndIsCurrentThread(); }
+bool MessageThread::isCurrent() { return juce::MessageManager::existsAndIsLockedByCurrentThread(); }
 
 void MessageThread::enter() {
   if (loop != nullptr) {

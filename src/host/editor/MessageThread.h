@@ -34,6 +34,8 @@ class MessageThread {
   MessageThread(const MessageThread&) = delete;
   MessageThread& operator=(const MessageThread&) = delete;
 
+  /// Whether this is the message thread, or one that holds its lock, while the message thread waits: JUCE's VST 3
+  /// wrapper makes editors so.
   static bool isCurrent();
 
   /// Before an editor opens; see MessageLoop::enter. Nothing where JUCE runs already.
