@@ -119,6 +119,38 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   endif()
 endif()
 
+if(SIVRAY_BUILD_TOOLS)
+  # JUCE's hosts of VST 3 and LV2, for the tools: a library of their own, so that the plug-in holds none of them. It stands
+  # before the plug-in's modules when it is linked, and its build of the processors' module takes the place of any there.
+  set(lv2 "${JUCE_MODULES_DIR}/juce_audio_processors/format_types/LV2_SDK")
+  add_library(sivray_juce_hosts_modules STATIC
+    "${JUCE_MODULES_DIR}/juce_audio_processors/juce_audio_processors.cpp"
+    "${JUCE_MODULES_DIR}/juce_audio_processors/juce_audio_processors_lv2_libs.cpp"
+    "${JUCE_MODULES_DIR}/juce_gui_extra/juce_gui_extra.cpp")
+  set_target_properties(sivray_juce_hosts_modules PROPERTIES OUTPUT_NAME sivray_juce_hosts)
+  target_link_libraries(sivray_juce_hosts_modules PUBLIC sivray_juce)
+  target_include_directories(sivray_juce_hosts_modules
+    PRIVATE ${X11_INCLUDE_DIR} "${lv2}/../VST3_SDK" "${lv2}" "${lv2}/lv2" "${lv2}/serd" "${lv2}/sord" "${lv2}/sord/src" "${lv2}/sratom" "${lv2}/lilv"
+      "${lv2}/lilv/src")
+  target_compile_definitions(sivray_juce_hosts_modules
+    PUBLIC
+      JUCE_PLUGINHOST_VST3=1
+      JUCE_PLUGINHOST_LV2=1
+      JUCE_MODULE_AVAILABLE_juce_audio_processors=1
+      JUCE_MODULE_AVAILABLE_juce_gui_extra=1)
+  target_compile_options(sivray_juce_hosts_modules PRIVATE -O1 -g0 -w)
+
+  add_library(sivray_juce_hosts INTERFACE)
+  target_compile_definitions(sivray_juce_hosts
+    INTERFACE $<TARGET_PROPERTY:sivray_juce_hosts_modules,INTERFACE_COMPILE_DEFINITIONS>)
+  if(SIVRAY_FROM_RELEASE)
+    set_target_properties(sivray_juce_hosts_modules PROPERTIES EXCLUDE_FROM_ALL ON)
+    target_link_libraries(sivray_juce_hosts INTERFACE "${SIVRAY_RELEASE_BUILD}/libsivray_juce_hosts.a" sivray_juce)
+  else()
+    target_link_libraries(sivray_juce_hosts INTERFACE sivray_juce_hosts_modules)
+  endif()
+endif()
+
 # sivray_precompile_juce(<target>)
 # Lets a library of our own read JUCE's headers precompiled, which saves two thirds of the time that their files take. All
 # share one precompiled header, so they must have the same flags. For GCC alone: where only its build is timed.

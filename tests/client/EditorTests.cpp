@@ -1,15 +1,15 @@
 // The panel in a wrapper's window: whose the keys are, scales, and closing while others stay open.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "client/ClientScene.h"
-#include "editor/HostWindow.h"
 #include "host/editor/BramelInstrumentEditor.h"
+#include "hosting/HostWindow.h"
 #include "views/SivrayEditView.h"
 
 namespace client {
 namespace {
 
-using editor::HostWindow;
-using editor::WindowSize;
+using sivray::hosting::HostWindow;
+using sivray::hosting::WindowSize;
 using tesh::bramel::plugin::sivray::SivrayEditView;
 
 /// An editor as wrappers show it: in a component of theirs, which stands in the host's window.

@@ -7,12 +7,15 @@
 #include <mutex>
 
 #include "editor/EditorScene.h"
-#include "editor/HostWindow.h"
 #include "host/editor/BramelVstEditorAdapter.h"
 #include "host/vst/AudioEffectX.h"
+#include "hosting/HostWindow.h"
 
 namespace editor {
 namespace {
+
+using sivray::hosting::HostWindow;
+using sivray::hosting::WindowSize;
 
 constexpr WindowSize kPanel{768, 468};
 
@@ -141,7 +144,7 @@ TEST_F(EditorWindowTest, GivesTheFocusBackToTheHostsWindowThatHadIt) {
   adapter->open(window->handle());
   letSettle();
   window->focusOwnChild();
-  window->movePointerTo(20, 20);
+  window->moveTo({20, 20});
   EXPECT_TRUE(comesTrue([this] {
     bool isOver = false;
     onMessageThread([&] { isOver = provider->view.lock()->isMouseOver(); });

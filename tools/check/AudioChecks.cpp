@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <complex>
-#include <numbers>
 
 #if defined(__x86_64__)
 #include <xmmintrin.h>
@@ -29,20 +27,6 @@ constexpr std::array<int, 18> kBlocks{0,   1,    10,   16,   17,   32,   64,   1
                                       512, 1024, 1536, 2027, 2048, 2049, 4096, 8192, 16384};
 constexpr double kPitchTolerance = 1e-4;
 
-/// Returns the phase in turns of a tone of `hertz`, measured over the second around `centre` (in seconds).
-double phaseAt(const std::vector<float>& samples, double rate, double hertz, double centre) {
-  const auto first = static_cast<int>((centre - 0.5) * rate);
-  const auto count = static_cast<int>(rate);
-  const float* const around = samples.data() + first;
-  std::complex<double> sum;
-  for (int i = 0; i < count; ++i) {
-    const double window = 0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * (i + 0.5) / count);
-    const double angle = -2.0 * std::numbers::pi * hertz * (first + i) / rate;
-    sum += static_cast<double>(around[i]) * window * std::polar(1.0, angle);
-  }
-  return std::arg(sum) / (2.0 * std::numbers::pi);
-}
-
 /// Returns a tone's deviation from `hertz`: a rough value from the phase over a short stretch, which makes the phase
 /// over a long one unambiguous.
 double pitchError(const std::vector<float>& samples, double rate, double hertz) {
@@ -60,12 +44,7 @@ Verdict sampleRates(const CheckSettings& settings) {
   const SineContent sine;
   const auto library = settings.load();
   const auto host = library->makeInstance();
-  for (const auto& [name, value] :
-       {std::pair("P1 Pitch", 0.5F), std::pair("P1 Fine", 0.5F), std::pair("P1 Sample", 0.0F),
-        std::pair("P1 EG Mode", 0.0F), std::pair("P1 EG Time", 1.0F), std::pair("P1 FX Send", 0.0F),
-        std::pair("P1 Reverse", 0.0F)}) {
-    setNamed(*host, name, value);
-  }
+  playSineOn(*host);
   SoundFacts facts;
   double worst = 0.0;
   double worstWhole = 0.0;

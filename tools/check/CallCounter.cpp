@@ -7,14 +7,19 @@
 
 #if defined(__linux__) && defined(__GLIBC__)
 #include <dlfcn.h>
+#include <execinfo.h>
 #include <fcntl.h>
+#include <link.h>
 #include <pthread.h>
 #include <sys/types.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
+#include <string_view>
 #endif
 
 namespace sivray::check {
@@ -34,10 +39,75 @@ CallCounter::~CallCounter() { counting = nullptr; }
 namespace sivray::check {
 namespace {
 
-void count(std::int64_t CallCounts::*field) {
-  if (counting != nullptr) {
-    ++(counting->*field);
+/// The addresses that a library or program takes.
+struct Range {
+  std::uintptr_t from = 0;
+  std::uintptr_t to = 0;
+  bool holds(const void* address) const {
+    const auto at = reinterpret_cast<std::uintptr_t>(address);
+    return at >= from && at < to;
   }
+};
+
+Range countedModule;
+Range thisProgram;
+
+struct Search {
+  std::string_view text;  ///< Empty for this program, which the list of libraries has without a name.
+  Range found;
+};
+
+int compareModule(dl_phdr_info* info, std::size_t /*size*/, void* data) {
+  auto& search = *static_cast<Search*>(data);
+  const std::string_view name(info->dlpi_name);
+  if (search.text.empty() ? !name.empty() : name.find(search.text) == std::string_view::npos) {
+    return 0;
+  }
+  search.found.from = ~std::uintptr_t{0};
+  for (int i = 0; i < info->dlpi_phnum; ++i) {
+    const auto& segment = info->dlpi_phdr[i];
+    if (segment.p_type == PT_LOAD) {
+      search.found.from = std::min<std::uintptr_t>(search.found.from, info->dlpi_addr + segment.p_vaddr);
+      search.found.to = std::max<std::uintptr_t>(search.found.to, info->dlpi_addr + segment.p_vaddr + segment.p_memsz);
+    }
+  }
+  return 1;
+}
+
+Range rangeOf(std::string_view text) {
+  Search search{text, {}};
+  dl_iterate_phdr(&compareModule, &search);
+  return search.found;
+}
+
+/// Looks for the innermost caller that is in the module or in this program, beyond the system's libraries.
+bool comesFromModule(const void* caller) {
+  constexpr int kDeepest = 48;
+  std::array<void*, kDeepest> frames{};
+  const int depth = backtrace(frames.data(), kDeepest);
+  const auto end = frames.begin() + depth;
+  for (auto frame = std::find(frames.begin(), end, caller); frame != end; ++frame) {
+    if (countedModule.holds(*frame)) {
+      return true;
+    }
+    if (thisProgram.holds(*frame)) {
+      return false;
+    }
+  }
+  return false;
+}
+
+/// `caller` is the return address of the replaced function.
+void count(std::int64_t CallCounts::*field, const void* caller) {
+  if (counting == nullptr) {
+    return;
+  }
+  CallCounts* const counts = counting;
+  counting = nullptr;  // The look at the stack is not the library's doing.
+  if (countedModule.to == 0 || field == &CallCounts::locks || comesFromModule(caller)) {
+    ++(counts->*field);
+  }
+  counting = counts;
 }
 
 /// Returns the system's own version of a function that this file replaces.
@@ -49,6 +119,15 @@ Function* systems(const char* name) {
 }  // namespace
 
 bool CallCounter::works() { return true; }
+
+CountedModule::CountedModule(const std::string& text) {
+  std::array<void*, 1> warmed{};
+  backtrace(warmed.data(), 1);  // The first one loads the unwinder.
+  thisProgram = rangeOf({});
+  countedModule = rangeOf(text);
+}
+
+CountedModule::~CountedModule() { countedModule = {}; }
 
 }  // namespace sivray::check
 
@@ -68,39 +147,39 @@ using sivray::check::count;
 using sivray::check::systems;
 
 SIVRAY_TAKEN void* malloc(std::size_t size) {
-  count(&CallCounts::allocations);
+  count(&CallCounts::allocations, __builtin_return_address(0));
   return __libc_malloc(size);
 }
 
 SIVRAY_TAKEN void* calloc(std::size_t number, std::size_t size) {
-  count(&CallCounts::allocations);
+  count(&CallCounts::allocations, __builtin_return_address(0));
   return __libc_calloc(number, size);
 }
 
 SIVRAY_TAKEN void* realloc(void* block, std::size_t size) {
-  count(&CallCounts::allocations);
+  count(&CallCounts::allocations, __builtin_return_address(0));
   return __libc_realloc(block, size);
 }
 
 SIVRAY_TAKEN void* memalign(std::size_t alignment, std::size_t size) {
-  count(&CallCounts::allocations);
+  count(&CallCounts::allocations, __builtin_return_address(0));
   return __libc_memalign(alignment, size);
 }
 
 SIVRAY_TAKEN void* aligned_alloc(std::size_t alignment, std::size_t size) {
-  count(&CallCounts::allocations);
+  count(&CallCounts::allocations, __builtin_return_address(0));
   return __libc_memalign(alignment, size);
 }
 
 SIVRAY_TAKEN int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
-  count(&CallCounts::allocations);
+  count(&CallCounts::allocations, __builtin_return_address(0));
   *block = __libc_memalign(alignment, size);
   return *block == nullptr ? ENOMEM : 0;
 }
 
 SIVRAY_TAKEN void free(void* block) {
   if (block != nullptr) {
-    count(&CallCounts::frees);
+    count(&CallCounts::frees, __builtin_return_address(0));
   }
   __libc_free(block);
 }
@@ -111,7 +190,7 @@ SIVRAY_TAKEN int open(const char* path, int flags, ...) {
   va_start(arguments, flags);
   const int mode = (flags & O_CREAT) != 0 ? va_arg(arguments, int) : 0;
   va_end(arguments);
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(path, flags, mode);
 }
 
@@ -121,25 +200,25 @@ SIVRAY_TAKEN int open64(const char* path, int flags, ...) {
   va_start(arguments, flags);
   const int mode = (flags & O_CREAT) != 0 ? va_arg(arguments, int) : 0;
   va_end(arguments);
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(path, flags, mode);
 }
 
 SIVRAY_TAKEN FILE* fopen(const char* path, const char* mode) {
   static const auto system = systems<FILE*(const char*, const char*)>("fopen");
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(path, mode);
 }
 
 SIVRAY_TAKEN FILE* fopen64(const char* path, const char* mode) {
   static const auto system = systems<FILE*(const char*, const char*)>("fopen64");
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(path, mode);
 }
 
 SIVRAY_TAKEN ssize_t read(int file, void* bytes, std::size_t size) {
   static const auto system = systems<ssize_t(int, void*, std::size_t)>("read");
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(file, bytes, size);
 }
 
@@ -150,19 +229,19 @@ SIVRAY_TAKEN ssize_t write(int file, const void* bytes, std::size_t size) {
   if (system == nullptr) {
     system = systems<Write>("write");
   }
-  count(&CallCounts::writes);
+  count(&CallCounts::writes, __builtin_return_address(0));
   return system(file, bytes, size);
 }
 
 SIVRAY_TAKEN ssize_t pread64(int file, void* bytes, std::size_t size, off64_t offset) {
   static const auto system = systems<ssize_t(int, void*, std::size_t, off64_t)>("pread64");
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(file, bytes, size, offset);
 }
 
 SIVRAY_TAKEN ssize_t pread(int file, void* bytes, std::size_t size, off_t offset) {
   static const auto system = systems<ssize_t(int, void*, std::size_t, off_t)>("pread");
-  count(&CallCounts::files);
+  count(&CallCounts::files, __builtin_return_address(0));
   return system(file, bytes, size, offset);
 }
 
@@ -176,23 +255,23 @@ SIVRAY_TAKEN int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
   if (sivray::check::counting == nullptr) {
     return system(mutex);
   }
-  count(&CallCounts::locks);
+  count(&CallCounts::locks, __builtin_return_address(0));
   if (pthread_mutex_trylock(mutex) == 0) {
     return 0;
   }
-  count(&CallCounts::waits);
+  count(&CallCounts::waits, __builtin_return_address(0));
   return system(mutex);
 }
 
 SIVRAY_TAKEN int nanosleep(const timespec* time, timespec* left) {
   static const auto system = systems<int(const timespec*, timespec*)>("nanosleep");
-  count(&CallCounts::waits);
+  count(&CallCounts::waits, __builtin_return_address(0));
   return system(time, left);
 }
 
 SIVRAY_TAKEN int clock_nanosleep(clockid_t clock, int flags, const timespec* time, timespec* left) {
   static const auto system = systems<int(clockid_t, int, const timespec*, timespec*)>("clock_nanosleep");
-  count(&CallCounts::waits);
+  count(&CallCounts::waits, __builtin_return_address(0));
   return system(clock, flags, time, left);
 }
 // NOLINTEND(bugprone-reserved-identifier,readability-redundant-declaration)
@@ -202,6 +281,10 @@ SIVRAY_TAKEN int clock_nanosleep(clockid_t clock, int flags, const timespec* tim
 namespace sivray::check {
 
 bool CallCounter::works() { return false; }
+
+CountedModule::CountedModule(const std::string&) {}
+
+CountedModule::~CountedModule() = default;
 
 }  // namespace sivray::check
 

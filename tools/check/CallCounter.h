@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace sivray::check {
 
@@ -32,6 +33,17 @@ class CallCounter {
 
   /// Returns false under a sanitizer and on systems other than Linux with glibc, where nothing is counted.
   static bool works();
+};
+
+/// While it exists, calls that do not come out of one library are not counted, locks excepted: neither the host's own,
+/// nor those that it makes when the library calls it back. What the library calls in the system's libraries counts.
+class CountedModule {
+ public:
+  /// `text` is part of the library's path and of no other. The library must be loaded. One at a time.
+  explicit CountedModule(const std::string& text);
+  ~CountedModule();
+  CountedModule(const CountedModule&) = delete;
+  CountedModule& operator=(const CountedModule&) = delete;
 };
 
 }  // namespace sivray::check

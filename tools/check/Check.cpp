@@ -7,8 +7,10 @@
 #include <cstdarg>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <string_view>
 
+#include "formhost/FormFile.h"
 #include "vsthost/PluginLibrary.h"
 
 namespace sivray::check {
@@ -23,7 +25,21 @@ Verdict verdict(bool passed, const char* format, ...) {
 }
 
 std::unique_ptr<hosting::PluginFile> CheckSettings::load() const {
-  return std::make_unique<vsthost::PluginLibrary>(formPath);
+  if (isVst2()) {
+    return std::make_unique<vsthost::PluginLibrary>(formPath);
+  }
+  return std::make_unique<formhost::FormFile>(form, formPath, parameterNames);
+}
+
+std::unique_ptr<hosting::PluginFile> CheckSettings::loadVst2() const {
+  return std::make_unique<vsthost::PluginLibrary>(libraryPath);
+}
+
+std::string CheckSettings::moduleName() const {
+  const std::filesystem::path path(formPath);
+  std::string name = (path.has_filename() ? path : path.parent_path()).filename().string();
+  name.insert(name.begin(), '/');
+  return name;
 }
 
 namespace {
@@ -52,24 +68,33 @@ const char* markOf(const Verdict& verdict) {
 
 }  // namespace
 
-int runChecks(const CheckSettings& settings) {
+int runChecks(CheckSettings settings) {
   using Clock = std::chrono::steady_clock;
   vsthost::shareContentOf(settings.libraryPath);
   if (isSanitized()) {
     std::puts("note: a sanitizer runs this program, so that times, memory and calls of the system are not judged");
+  }
+  if (!settings.isVst2()) {
+    const auto library = settings.loadVst2();
+    const auto plugin = library->makeInstance();
+    for (int index = 0; index < plugin->parameterCount(); ++index) {
+      settings.parameterNames.push_back(plugin->parameterName(index));
+    }
   }
   const auto start = Clock::now();
   int failed = 0;
   int notRun = 0;
   int count = 0;
   for (const auto& group : {lifecycleChecks(), audioChecks(), eventChecks(), parameterChecks(), stateChecks(),
-                            threadChecks(), realTimeChecks(), editorChecks()}) {
+                            threadChecks(), realTimeChecks(), formChecks(), editorChecks()}) {
     for (const Check& check : group) {
       if (!isFor(check, settings)) {
         continue;
       }
+      const auto before = Clock::now();
       const Verdict result = run(check, settings);
-      std::printf("%s %s: %s\n", markOf(result), check.name, result.figure.c_str());
+      std::printf("%s %s: %s (%.1f s)\n", markOf(result), check.name, result.figure.c_str(),
+                  std::chrono::duration<double>(Clock::now() - before).count());
       std::fflush(stdout);
       failed += result.passed || !result.wasRun ? 0 : 1;
       notRun += result.wasRun ? 0 : 1;

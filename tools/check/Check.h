@@ -27,19 +27,28 @@ struct CheckSettings {
   std::string formPath;     ///< The library, or the bundle of another form.
   std::string libraryPath;  ///< The VST 2 form, which the others are compared with.
   bool full = false;        ///< Full repetitions, which take minutes; otherwise about half a minute in all.
-  std::string only;         ///< Runs only the checks whose names hold this text.
-  double soakHours = 0.0;   ///< Hours of audio in the long rendering; 0 for its default of minutes.
+  std::vector<std::string> parameterNames;  ///< Of the VST 2 form, in its order.
+  std::string only;                         ///< Runs only the checks whose names hold this text.
+  double soakHours = 0.0;                   ///< Hours of audio in the long rendering; 0 for its default of minutes.
 
-  /// Returns the number of repetitions: `complete` in a full run, else `bounded`.
-  int count(int bounded, int complete) const { return full ? complete : bounded; }
+  /// Returns the number of repetitions: `complete` in a full run, else `bounded`, or a third of it in the other forms,
+  /// which share all but a thin layer with VST 2.
+  int count(int bounded, int complete) const {
+    if (full) {
+      return complete;
+    }
+    return isVst2() || bounded < 3 ? bounded : bounded / 3;
+  }
 
-  /// The end of the path of the code that `load` brings into this process.
-  const char* moduleName() const { return "/Sivray.so"; }
+  /// A text in the path of the code that `load` brings into this process, and in no other path.
+  std::string moduleName() const;
 
   bool isVst2() const { return form == hosting::Form::vst2; }
 
   /// Loads the form that is checked. Throws HostError.
   std::unique_ptr<hosting::PluginFile> load() const;
+  /// Loads the VST 2 form.
+  std::unique_ptr<hosting::PluginFile> loadVst2() const;
 };
 
 struct Verdict {
@@ -75,11 +84,13 @@ std::vector<Check> parameterChecks();
 std::vector<Check> stateChecks();
 std::vector<Check> threadChecks();
 std::vector<Check> realTimeChecks();
+/// What a form has in common with VST 2.
+std::vector<Check> formChecks();
 /// Not run where there is no X server, and none can be started.
 std::vector<Check> editorChecks();
 
 /// Runs every check and prints a line for each. Returns the number that failed; one that cannot run here has not
 /// failed. Throws HostError when the plug-in cannot be loaded at all.
-int runChecks(const CheckSettings& settings);
+int runChecks(CheckSettings settings);
 
 }  // namespace sivray::check

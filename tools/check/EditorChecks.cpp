@@ -12,7 +12,8 @@ namespace sivray::check {
 std::vector<Check> editorChecks() {
   const bool isThere = hosting::HostWindow::findServer();
   std::vector<Check> all;
-  for (const auto& group : {editorLifeChecks(), editorRealTimeChecks(), editorMouseChecks(), editorProgramChecks()}) {
+  for (const auto& group : {editorLifeChecks(), editorRealTimeChecks(), editorMouseChecks(), editorProgramChecks(),
+                            editorResourceChecks()}) {
     for (Check check : group) {
       if (!isThere) {
         check.body = [](const CheckSettings&) { return Verdict{false, "not run: there is no X server (Xvfb)", false}; };

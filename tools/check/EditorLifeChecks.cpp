@@ -45,8 +45,8 @@ Verdict openAndClose(const CheckSettings& settings) {
   std::vector<double> openings;
   std::vector<double> closings;
   ProcessUse warm;
-  constexpr int kCycles = 100;
-  for (int cycle = 1; cycle < kCycles; ++cycle) {
+  const int cycles = settings.count(100, 100);
+  for (int cycle = 1; cycle < cycles; ++cycle) {
     openings.push_back(millisecondsFor([&] { scene.open(); }));
     isShown = isShown && scene.window.childSize() == kPanelSize;
     closings.push_back(millisecondsFor([&] { scene.close(); }));
@@ -65,7 +65,7 @@ Verdict openAndClose(const CheckSettings& settings) {
       isShown && flat && quick && small,
       "%d cycles, first in %.0f ms and %lld KiB, then in %.1f ms, closed in %.1f ms, %+lld KiB, %+d threads, "
       "%+d files",
-      kCycles, first, static_cast<long long>(panelKiB), medianOf(openings), medianOf(closings),
+      cycles, first, static_cast<long long>(panelKiB), medianOf(openings), medianOf(closings),
       static_cast<long long>(growth), end.threads - warm.threads, end.files - warm.files);
 }
 
@@ -179,18 +179,30 @@ Verdict unloading(const CheckSettings& settings) {
 Verdict sizes(const CheckSettings& settings) {
   const auto library = settings.load();
   EditorScene scene(*library);
-  bool isRight = scene.host.editorSize() == kPanelSize;
+  bool isRight = !settings.isVst2() || scene.host.editorSize() == kPanelSize;
   scene.open();
   isRight = isRight && scene.window.childSize() == kPanelSize;
+  std::string wrong;
   for (const float scale : {2.0F, 1.25F, 1.5F, 1.0F}) {
     scene.host.takeCalls();
     const hosting::WindowSize expected{static_cast<int>(768.0F * scale), static_cast<int>(468.0F * scale)};
     isRight = isRight && scene.host.setEditorScale(scale);
+    comesTrue([&] { return scene.window.childSize() == expected; });
     const auto calls = scene.host.takeCalls();
-    isRight = isRight && scene.host.editorSize() == expected && scene.window.childSize() == expected &&
-              calls.size() == 1 && calls[0].kind == HostCallKind::sizeWindow && calls[0].size == expected;
+    const hosting::WindowSize told = calls.empty() ? hosting::WindowSize{} : calls.back().size;
+    const hosting::WindowSize shown = scene.window.childSize();
+    // JUCE's host hears each change of its own editor.
+    const bool isTold = told == expected && (calls.size() == 1 || !settings.isVst2());
+    if (!isTold || scene.host.editorSize() != expected || shown != expected) {
+      isRight = false;
+      for (const auto& text : {std::string("; at "), std::to_string(scale), std::string(" told "),
+                               std::to_string(told.width), std::string(", shown "), std::to_string(shown.width)}) {
+        wrong += text;
+      }
+    }
   }
-  return verdict(isRight, "768 x 468, and 125, 150 and 200 %% of it: rectangle, window and what the host is told");
+  return verdict(isRight, "768 x 468, and 125, 150 and 200 %% of it: rectangle, window and what the host is told%s",
+                 wrong.c_str());
 }
 
 }  // namespace

@@ -31,8 +31,13 @@ bool isDragged(ControlKind kind) {
 }
 
 /// Begins, changes and ends of one parameter, in that order and once or more; a click changes it once. A switch tells
-/// its change in a gesture before that of the press.
-bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool isClick) {
+/// its change in a gesture before that of the press. LV2 tells its hosts of changes alone.
+bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool isClick, hosting::Form form) {
+  if (form == hosting::Form::lv2) {
+    return !calls.empty() && std::all_of(calls.begin(), calls.end(), [index](const HostCall& call) {
+      return call.kind == HostCallKind::automate && call.index == static_cast<int>(index);
+    });
+  }
   int depth = 0;
   int changes = 0;
   for (const HostCall& call : calls) {
@@ -47,15 +52,18 @@ bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool is
 }
 
 /// Moves a control by hand. False unless the host heard that gesture, has its last value, and nothing else.
-bool moveControl(EditorScene& scene, ControlKind kind, std::size_t index, WindowPoint centre) {
+bool moveControl(EditorScene& scene, hosting::Form form, ControlKind kind, std::size_t index, WindowPoint centre) {
   std::vector<HostCall> calls;
   const auto hear = [&] {
+    if (form == hosting::Form::lv2) {
+      scene.render();  // Hears of changes with the blocks.
+    }
     for (const HostCall& call : scene.host.takeCalls()) {
       if (call.kind != HostCallKind::updateDisplay) {
         calls.push_back(call);
       }
     }
-    return !calls.empty() && calls.back().kind == HostCallKind::endEdit;
+    return !calls.empty() && (calls.back().kind == HostCallKind::endEdit || form == hosting::Form::lv2);
   };
   if (isDragged(kind)) {
     scene.window.drag(centre, {0, -32});
@@ -68,7 +76,8 @@ bool moveControl(EditorScene& scene, ControlKind kind, std::size_t index, Window
   hear();
   const auto last = std::find_if(calls.rbegin(), calls.rend(),
                                  [](const HostCall& call) { return call.kind == HostCallKind::automate; });
-  return isOneGesture(calls, index, !isDragged(kind)) && scene.host.parameter(static_cast<int>(index)) == last->value;
+  return isOneGesture(calls, index, !isDragged(kind), form) &&
+         scene.host.parameter(static_cast<int>(index)) == last->value;
 }
 
 Verdict everyControl(const CheckSettings& settings) {
@@ -84,7 +93,7 @@ Verdict everyControl(const CheckSettings& settings) {
   std::string wrong;
   const auto move = [&](ControlKind kind, std::size_t index, WindowPoint centre) {
     ++moved;
-    if (!moveControl(scene, kind, index, centre)) {
+    if (!moveControl(scene, settings.form, kind, index, centre)) {
       wrong += (wrong.empty() ? ", wrong: " : ", ") + scene.host.parameterName(static_cast<int>(index));
     }
   };
@@ -112,7 +121,9 @@ Verdict pads(const CheckSettings& settings) {
   EditorScene scene(*library);
   scene.open();
   scene.host.start(kPlainRate, kPlainBlock);
+  scene.letSettle();  // A new rate gives an LV2 a new instance, and its editor a new view.
   scene.render();
+  std::string wrong;
   int right = 0;
   for (std::size_t pad = 0; pad < kPads; ++pad) {
     const auto note = static_cast<std::uint8_t>(kFirstPadNote + static_cast<int>(pad));
@@ -121,7 +132,9 @@ Verdict pads(const CheckSettings& settings) {
         scene.render();
         const std::vector<Message> sent = scene.host.takeMidi();
         return std::any_of(sent.begin(), sent.end(), [&](const Message& message) {
-          return message[0] == 0x90 && message[1] == note && message[2] == velocity;
+          // VST 3 has no notes of velocity 0 but note-offs.
+          const bool isOff = velocity == 0 && message[0] == 0x80;
+          return message[1] == note && (isOff || (message[0] == 0x90 && message[2] == velocity));
         });
       });
     };
@@ -129,9 +142,13 @@ Verdict pads(const CheckSettings& settings) {
     scene.window.press();
     const bool isStruck = hears(100);
     scene.window.release();
-    right += hears(0) && isStruck ? 1 : 0;
+    const bool isReleased = hears(0);
+    right += isReleased && isStruck ? 1 : 0;
+    if (!isReleased || !isStruck) {
+      wrong.append(isStruck ? ", no note-off of " : ", no note-on of ").append(std::to_string(pad + 1));
+    }
   }
-  return verdict(right == static_cast<int>(kPads), "%d of 8 pads send their note on and off", right);
+  return verdict(right == static_cast<int>(kPads), "%d of 8 pads send their note on and off%s", right, wrong.c_str());
 }
 
 /// Opens a pop-up by a click, and closes it by one beside it. Whether the panel showed it, and looks as before.
@@ -155,6 +172,8 @@ bool choosesFrom(EditorScene& scene, WindowPoint opener, WindowPoint row, std::s
   scene.window.click(row);
   scene.settledPicture();
   scene.window.click(kNowhere);
+  scene.letSettle();
+  scene.render();  // An LV2 tells of changes with the blocks.
   std::vector<HostCall> calls = scene.settledCalls();
   std::erase_if(calls, [](const HostCall& call) { return call.kind != HostCallKind::automate; });
   return !calls.empty() && std::all_of(calls.begin(), calls.end(), [index](const HostCall& call) {

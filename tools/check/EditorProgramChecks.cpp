@@ -120,7 +120,9 @@ Verdict openAtClose(const CheckSettings& settings) {
       scene.render();
       scene.settledPicture();  // A click before the panel is shown would go to the host's window.
       for (const WindowPoint point : {kProgramName, kUserTab}) {
+        const std::uint64_t picture = scene.window.picture();
         scene.window.click(point);
+        comesTrue([&] { return scene.window.picture() != picture; });
         scene.settledPicture();
       }
       const int before = scene.window.otherWindows();

@@ -6,8 +6,8 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
 
+#include "formhost/FormFile.h"
 #include "views/PanelTable.h"
 
 namespace sivray::check {
@@ -28,7 +28,7 @@ bool comesTrue(const std::function<bool()>& condition) {
     if (std::chrono::steady_clock::now() > end) {
       return condition();
     }
-    std::this_thread::sleep_for(kBetweenLooks);
+    formhost::rest(kBetweenLooks);
   }
   return true;
 }
@@ -38,7 +38,7 @@ void EditorScene::render(int frames) { host.process(left.data(), right.data(), f
 void EditorScene::letSettle() {
   // A key that no text field wants waits for the message thread. The first call may overtake events of the server.
   for (int round = 0; round < 3; ++round) {
-    std::this_thread::sleep_for(kBetweenLooks);
+    formhost::rest(kBetweenLooks);
     host.settleEditor();
   }
 }
@@ -50,7 +50,7 @@ std::uint64_t EditorScene::settledPicture() {
   std::uint64_t picture = window.picture();
   int equal = 0;
   comesTrue([&] {
-    std::this_thread::sleep_for(kBetweenPictures);
+    formhost::rest(kBetweenPictures);
     const std::uint64_t before = picture;
     picture = window.picture();
     equal = picture == before ? equal + 1 : 0;

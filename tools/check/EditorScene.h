@@ -22,6 +22,7 @@ std::vector<Check> editorLifeChecks();
 std::vector<Check> editorRealTimeChecks();
 std::vector<Check> editorMouseChecks();
 std::vector<Check> editorProgramChecks();
+std::vector<Check> editorResourceChecks();
 
 /// Waits for what another thread brings about, 5 s at most and ten times that under a sanitizer. Whether it came true.
 bool comesTrue(const std::function<bool()>& condition);
@@ -31,6 +32,9 @@ class EditorScene {
 
  public:
   explicit EditorScene(const hosting::PluginFile& file) : instance(file.makeInstance()) {}
+  ~EditorScene() { host.leaveWindow(); }
+  EditorScene(const EditorScene&) = delete;
+  EditorScene& operator=(const EditorScene&) = delete;
 
   void open() { host.openEditor(window.handle()); }
   void close() { host.closeEditor(); }

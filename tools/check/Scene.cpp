@@ -3,7 +3,11 @@
 #include "check/Scene.h"
 
 #include <algorithm>
+#include <cmath>
+#include <complex>
 #include <memory>
+#include <numbers>
+#include <utility>
 
 namespace sivray::check {
 namespace {
@@ -72,6 +76,28 @@ void warm(hosting::HostedPlugin& host, PadSends sends) {
     }
     settle(host);
   }
+}
+
+void playSineOn(hosting::HostedPlugin& host) {
+  for (const auto& [name, value] :
+       {std::pair("P1 Pitch", 0.5F), std::pair("P1 Fine", 0.5F), std::pair("P1 Sample", 0.0F),
+        std::pair("P1 EG Mode", 0.0F), std::pair("P1 EG Time", 1.0F), std::pair("P1 FX Send", 0.0F),
+        std::pair("P1 Reverse", 0.0F)}) {
+    setNamed(host, name, value);
+  }
+}
+
+double phaseAt(const std::vector<float>& samples, double rate, double hertz, double centre) {
+  const auto first = static_cast<int>((centre - 0.5) * rate);
+  const auto count = static_cast<int>(rate);
+  const float* const around = samples.data() + first;
+  std::complex<double> sum;
+  for (int i = 0; i < count; ++i) {
+    const double window = 0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * (i + 0.5) / count);
+    const double angle = -2.0 * std::numbers::pi * hertz * (first + i) / rate;
+    sum += static_cast<double>(around[i]) * window * std::polar(1.0, angle);
+  }
+  return std::arg(sum) / (2.0 * std::numbers::pi);
 }
 
 int indexOf(hosting::HostedPlugin& host, const char* name) {

@@ -64,6 +64,12 @@ enum class PadSends { off, on };
 /// samples no longer depend on which voice a note gets, which in turn depends on the block boundaries.
 void warm(hosting::HostedPlugin& host, PadSends sends);
 
+/// Lets the first pad play the sine of SineContent as it is.
+void playSineOn(hosting::HostedPlugin& host);
+
+/// Returns the phase in turns of a tone of `hertz`, measured over the second around `centre` (in seconds).
+double phaseAt(const std::vector<float>& samples, double rate, double hertz, double centre);
+
 /// Returns the host index of a parameter by its name, or -1.
 int indexOf(hosting::HostedPlugin& host, const char* name);
 

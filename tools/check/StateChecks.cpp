@@ -85,8 +85,14 @@ Verdict roundTrips(const CheckSettings& settings) {
   if (!model.takeIn(trip.first.chunk())) {
     return verdict(false, "the plug-in gives a state that cannot be read");
   }
+  // JUCE's host takes 30 ms to wrap a state and to unwrap it.
+  const int step = settings.isVst2() || settings.full ? 1 : 4;
+  int listed = 0;
   int programs = 0;
   for (const render::ListedProgram& program : model.programs()) {
+    if (listed++ % step != 0) {
+      continue;
+    }
     model.selectProgram(program.number);
     trip.run(model.state());
     ++programs;
@@ -100,8 +106,9 @@ Verdict roundTrips(const CheckSettings& settings) {
     settle(trip.first);
     trip.run(trip.first.chunk());
   }
-  // The host has just set these values: notifying it of them would be an echo.
-  return verdict(trip.different == 0 && programs > 0 && trip.first.takeCalls().empty(),
+  // The host has just set these values: notifying it of them would be an echo. JUCE's host asks for them itself.
+  const bool isSilent = !settings.isVst2() || trip.first.takeCalls().empty();
+  return verdict(trip.different == 0 && programs > 0 && isSilent,
                  "%d programs and %d random states, %d differ, %zu bytes", programs, states, trip.different,
                  trip.first.chunk().size());
 }
@@ -130,7 +137,7 @@ class BrokenStates {
   Bytes good;
 };
 
-void giveFlipped(BrokenStates& broken) {
+void giveFlipped(BrokenStates& broken, bool givesAll) {
   const Bytes& good = broken.valid();
   std::vector<std::size_t> places;
   for (std::size_t at = 0; at < kContentAt + kSectionSizes; ++at) {
@@ -142,7 +149,10 @@ void giveFlipped(BrokenStates& broken) {
     places.push_back(at);
   }
   for (const std::size_t at : places) {
-    for (const std::uint8_t bits : {std::uint8_t{0x01}, std::uint8_t{0x80}, std::uint8_t{0xFF}}) {
+    for (const std::uint8_t bits : {std::uint8_t{0xFF}, std::uint8_t{0x01}, std::uint8_t{0x80}}) {
+      if (bits != 0xFF && !givesAll) {
+        continue;
+      }
       Bytes flipped = good;
       flipped[at] = static_cast<std::uint8_t>(flipped[at] ^ bits);
       broken.give(flipped);
@@ -174,7 +184,7 @@ Verdict badStates(const CheckSettings& settings) {
   for (int length = 0; length < size; length += length < 64 ? 1 : step) {
     broken.give({good.begin(), good.begin() + length});
   }
-  giveFlipped(broken);
+  giveFlipped(broken, settings.isVst2() || settings.full);
   giveWildSizes(broken);
   Random random(91);
   for (int i = 0; i < 3; ++i) {

@@ -23,6 +23,10 @@ class HostWindow {
   /// without X.
   static bool findServer();
 
+  /// Makes the atoms that a window manager makes: a host built on JUCE opens no window without them. `findServer` must
+  /// have given true.
+  static void beWindowManager();
+
   /// `findServer` must have given true.
   HostWindow();
   ~HostWindow();
@@ -37,6 +41,9 @@ class HostWindow {
   WindowSize childSize() const;
   bool doesChildTakeKeys() const;
   bool hasFocus() const;
+  /// Gives the focus to a window of the host's own, as toolkits keep one beside the editor's.
+  void focusOwnChild();
+  bool hasOwnChildFocus() const;
 
   /// Windows on the screen beside this one: menus and dialogs, which have their own.
   int otherWindows() const;

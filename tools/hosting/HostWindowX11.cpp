@@ -5,7 +5,9 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 #include <vector>
 
 #include "hosting/HostWindow.h"
@@ -33,6 +35,18 @@ class ServerGrab {
  private:
   Display* display;
 };
+
+/// Connects to the server; null if there is none. It refuses for a moment when its last client has just gone.
+Display* connect() {
+  constexpr int kTries = 200;
+  constexpr std::chrono::milliseconds kBetween{10};
+  Display* display = XOpenDisplay(nullptr);
+  for (int i = 1; i < kTries && display == nullptr; ++i) {
+    std::this_thread::sleep_for(kBetween);
+    display = XOpenDisplay(nullptr);
+  }
+  return display;
+}
 
 }  // namespace
 
@@ -70,8 +84,16 @@ struct HostWindow::Connection {
     return attributes;
   }
 
-  Display* const display = XOpenDisplay(nullptr);
+  Window focused() const {
+    Window found = 0;
+    int revertTo = 0;
+    XGetInputFocus(display, &found, &revertTo);
+    return found;
+  }
+
+  Display* const display = connect();
   Window window = 0;
+  Window ownChild = 0;
 };
 
 bool HostWindow::findServer() {
@@ -81,13 +103,23 @@ bool HostWindow::findServer() {
       return false;
     }
     ::setenv("DISPLAY", server.display().c_str(), 1);
-    Display* const display = XOpenDisplay(nullptr);
+    Display* const display = connect();
     if (display != nullptr) {
       XCloseDisplay(display);
     }
     return display != nullptr;
   }();
   return isThere;
+}
+
+void HostWindow::beWindowManager() {
+  // The server forgets atoms with its last client: this one stays.
+  static Display* const display = connect();
+  for (const char* const name : {"WM_PROTOCOLS", "WM_TAKE_FOCUS", "WM_DELETE_WINDOW", "_NET_WM_PING", "WM_CHANGE_STATE",
+                                 "WM_STATE", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN"}) {
+    XInternAtom(display, name, False);
+  }
+  XSync(display, False);
 }
 
 HostWindow::HostWindow() : connection(std::make_unique<Connection>()) {
@@ -121,12 +153,18 @@ bool HostWindow::doesChildTakeKeys() const {
   return (connection->attributesOfChild().all_event_masks & KeyPressMask) != 0;
 }
 
-bool HostWindow::hasFocus() const {
-  Window focused = 0;
-  int revertTo = 0;
-  XGetInputFocus(connection->display, &focused, &revertTo);
-  return focused == connection->window;
+bool HostWindow::hasFocus() const { return connection->focused() == connection->window; }
+
+void HostWindow::focusOwnChild() {
+  Display* const display = connection->display;
+  connection->ownChild =
+      XCreateSimpleWindow(display, connection->window, kWindow.width - 10, kWindow.height - 10, 1, 1, 0, 0, 0);
+  XMapWindow(display, connection->ownChild);
+  XSetInputFocus(display, connection->ownChild, RevertToParent, CurrentTime);
+  XSync(display, False);
 }
+
+bool HostWindow::hasOwnChildFocus() const { return connection->focused() == connection->ownChild; }
 
 int HostWindow::otherWindows() const {
   const ServerGrab grab(connection->display);

@@ -94,6 +94,8 @@ class HostedPlugin {
   /// Opens the editor inside a window of the system's.
   virtual void openEditor(void* window) = 0;
   virtual void closeEditor() = 0;
+  /// What the host does before its window goes, if the editor is still open. Hosts may forget it in VST 2.
+  virtual void leaveWindow() {}
   /// What the editor says it takes; 0 by 0 where it cannot be asked.
   virtual WindowSize editorSize() = 0;
   /// Tells the editor the content's scale. Whether it takes scales.

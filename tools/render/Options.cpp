@@ -116,6 +116,14 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--scale", [](Options& o, Text n, Text v) { o.panelScale = numberIn(n, v, kLeastScale, kGreatestScale); }},
       {"--lit", [](Options& o, Text n, Text v) { o.litPads.push_back(static_cast<int>(numberIn(n, v, 1, 8))); }},
       {"--library", textOption(&Options::libraryPath)},
+      {"--form",
+       [](Options& o, Text n, Text v) {
+         if (v != "vst2" && v != "vst3" && v != "lv2") {
+           throw RenderError(n + " takes vst2, vst3 or lv2, not '" + v + "'");
+         }
+         o.checkForm = v;
+       }},
+      {"--bundle", textOption(&Options::bundlePath)},
       {"--only", [](Options& o, Text, Text v) { o.checkOnly = v; }},
       {"--soak", [](Options& o, Text n, Text v) { o.soakHours = numberIn(n, v, 0, kLongestSoak); }},
   };
@@ -162,7 +170,7 @@ std::string helpText() {
          "       sivray-render --list-programs\n"
          "       sivray-render --save-kits FOLDER\n"
          "       sivray-render --panel FILE.png [--program NAME] [--page NAME] [--open WHAT] [--scale S]\n"
-         "       sivray-render --check [--only TEXT] [--full] [--soak HOURS]\n"
+         "       sivray-render --check [--form FORM] [--only TEXT] [--full] [--soak HOURS]\n"
          "\n"
          "Plays a MIDI file through the Sivray plug-in into a stereo WAV file. Notes 36 to 43 play pads 0 to 7; a "
          "text\n"
@@ -203,6 +211,8 @@ std::string helpText() {
          "  --check               checks the plug-in as a strict host would, one line a check; --full takes the full\n"
          "                        numbers, --soak HOURS adds a long rendering, --only TEXT runs the checks\n"
          "                        with that text in their names\n"
+         "    --form FORM           vst2, vst3 or lv2 (vst2); the others are also compared with VST 2\n"
+         "    --bundle FOLDER       the form's bundle (near this program)\n"
          "  --quiet               no progress bar and no closing line\n"
          "  -h, --help            this text\n";
 }

@@ -7,10 +7,18 @@
 
 namespace {
 
+sivray::hosting::Form formNamed(const std::string& name) {
+  using sivray::hosting::Form;
+  return name == "vst3" ? Form::vst3 : name == "lv2" ? Form::lv2 : Form::vst2;
+}
+
 int check(const sivray::render::Options& options) {
   sivray::check::CheckSettings settings;
   settings.libraryPath = sivray::vsthost::findLibrary(options.libraryPath.value_or(""));
-  settings.formPath = settings.libraryPath;
+  settings.form = formNamed(options.checkForm);
+  settings.formPath = settings.isVst2() ? settings.libraryPath
+                                        : sivray::vsthost::findBundle(settings.libraryPath, options.checkForm,
+                                                                      options.bundlePath.value_or(""));
   settings.only = options.checkOnly;
   settings.full = options.fullCheck;
   settings.soakHours = options.soakHours;

@@ -57,6 +57,20 @@ std::string findLibrary(const std::string& chosen) {
   throw HostError("found no plug-in near this program; name it with --library or SIVRAY_LIBRARY");
 }
 
+std::string findBundle(const std::string& libraryPath, const std::string& form, const std::string& chosen) {
+  if (!chosen.empty()) {
+    return chosen;
+  }
+  const juce::File folder = fileAt(libraryPath).getParentDirectory();
+  const juce::String name = "Sivray." + juce::String(form);
+  for (const juce::File& place : {folder, folder.getParentDirectory(), folder.getSiblingFile("forms")}) {
+    if (const juce::File bundle = place.getChildFile(name); bundle.isDirectory()) {
+      return bundle.getFullPathName().toStdString();
+    }
+  }
+  throw HostError("found no " + name.toStdString() + " near the plug-in; name it with --bundle");
+}
+
 void shareContentOf(const std::string& libraryPath) {
   const juce::File folder = fileAt(libraryPath).getParentDirectory();
   if (std::getenv(kContentVariable) == nullptr && folder.getChildFile("Tesh/Bramel").isDirectory()) {

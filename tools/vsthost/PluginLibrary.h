@@ -39,6 +39,10 @@ class PluginLibrary final : public hosting::PluginFile {
 /// program's folder or in it. Throws HostError when none exists.
 std::string findLibrary(const std::string& chosen);
 
+/// Returns the path of a form's bundle: `chosen` if given, else Sivray.vst3 or Sivray.lv2 (`form` is vst3 or lv2) in
+/// the VST 2 library's folder, the one above or its folder forms. Throws HostError when none exists.
+std::string findBundle(const std::string& libraryPath, const std::string& form, const std::string& chosen);
+
 /// Sets BRAMEL_COMMON_FILES for this process, unless it is set already, so that it finds the content beside the library
 /// as the library itself does.
 void shareContentOf(const std::string& libraryPath);

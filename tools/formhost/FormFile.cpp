@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formhost/FormFile.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include <map>
+#include <thread>
+
+#include "formhost/FormInstance.h"
+#include "hosting/HostWindow.h"
+
+namespace sivray::formhost {
+namespace {
+
+using hosting::HostError;
+
+juce::File fileAt(const std::string& path) {
+  return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+}
+
+/// JUCE looks for the window manager's atoms once, when it first needs the screen. Returns whether there is one.
+bool prepareScreen() {
+#ifdef __linux__
+  const bool hasScreen = hosting::HostWindow::findServer();
+  if (hasScreen) {
+    hosting::HostWindow::beWindowManager();
+  }
+  return hasScreen;
+#else
+  return false;
+#endif
+}
+
+/// A folder with nothing but a link to the bundle, which LV2 hosts search. They load from it later, too.
+class FolderOfOne {
+ public:
+  explicit FolderOfOne(const juce::File& bundle) {
+    path().createDirectory();
+    bundle.createSymbolicLink(path().getChildFile(bundle.getFileName()), true);
+  }
+  ~FolderOfOne() { path().deleteRecursively(); }
+  FolderOfOne(const FolderOfOne&) = delete;
+  FolderOfOne& operator=(const FolderOfOne&) = delete;
+
+  juce::File path() const { return temporary.getFile(); }
+
+ private:
+  juce::TemporaryFile temporary;
+};
+
+/// JUCE's world of LV2 bundles, with one bundle and those of the system. It loses some memory each time that it is made
+/// or searched, so that a process keeps it.
+class Lv2World {
+ public:
+  static Lv2World& of(const juce::File& bundle) {
+    static std::map<juce::String, std::unique_ptr<Lv2World>> worlds;
+    auto& world = worlds[bundle.getFullPathName()];
+    if (world == nullptr) {
+      world = std::make_unique<Lv2World>(bundle);
+    }
+    return *world;
+  }
+
+  explicit Lv2World(const juce::File& bundle) : folder(bundle) {
+    // LV2 plug-ins are known by an address.
+    const juce::String manifest = bundle.getChildFile("manifest.ttl").loadFileAsString();
+    for (const juce::String& found : format.searchPathsForPlugins(folder.path().getFullPathName(), false, false)) {
+      if (manifest.contains("<" + found + ">")) {
+        address = found;
+      }
+    }
+  }
+
+  juce::LV2PluginFormat format;
+  juce::String address;
+
+ private:
+  FolderOfOne folder;
+};
+
+}  // namespace
+
+/// In this order, so that JUCE ends last.
+struct FormFile::Loaded {
+  bool hasScreen = prepareScreen();
+  juce::ScopedJuceInitialiser_GUI juce;
+  hosting::Form form = hosting::Form::vst3;
+  std::vector<std::string> names;
+  juce::VST3PluginFormat vst3;
+  juce::AudioPluginFormat* format = &vst3;
+  juce::OwnedArray<juce::PluginDescription> found;
+};
+
+FormFile::FormFile(hosting::Form form, const std::string& bundle, std::vector<std::string> parameterNames)
+    : loaded(std::make_unique<Loaded>()) {
+  loaded->form = form;
+  loaded->names = std::move(parameterNames);
+  const juce::File file = fileAt(bundle);
+  if (!file.isDirectory()) {
+    throw HostError("cannot load the plug-in '" + bundle + "': no such bundle");
+  }
+  juce::String name = file.getFullPathName();
+  if (form == hosting::Form::lv2) {
+    Lv2World& world = Lv2World::of(file);
+    loaded->format = &world.format;
+    name = world.address;
+  }
+  loaded->format->findAllTypesForFile(loaded->found, name);
+  if (loaded->found.isEmpty()) {
+    throw HostError("'" + bundle + "' holds no plug-in that a host would take");
+  }
+}
+
+FormFile::~FormFile() = default;
+
+std::unique_ptr<hosting::HostedPlugin> FormFile::makeInstance() const {
+  const juce::PluginDescription& description = *loaded->found.getFirst();
+  juce::String error;
+  auto plugin = loaded->format->createInstanceFromDescription(description, 44100.0, kLongestBlock, error);
+  if (plugin == nullptr) {
+    throw HostError("the plug-in '" + description.fileOrIdentifier.toStdString() +
+                    "' gives no instance: " + error.toStdString());
+  }
+  return std::make_unique<FormInstance>(loaded->form, std::move(plugin), loaded->names);
+}
+
+bool isMessageThread() { return juce::MessageManager::existsAndIsCurrentThread(); }
+
+void rest(std::chrono::milliseconds time) {
+  if (isMessageThread()) {
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(static_cast<int>(time.count()));
+  } else {
+    std::this_thread::sleep_for(time);
+  }
+}
+
+}  // namespace sivray::formhost

@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "formhost/FormInstance.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "formhost/FormFile.h"
+#include "formhost/StateText.h"
+
+namespace sivray::formhost {
+namespace {
+
+using hosting::HostCallKind;
+
+/// Recorded calls; the memory is reserved, so that recording does not allocate while audio runs.
+constexpr std::size_t kMostCalls = 65536;
+/// Room for the events of a block, with their heads.
+constexpr std::size_t kMidiBytes = 8192 * 16;
+/// Rounds of the message loop in which a window, its host's and the X server have told one another everything.
+constexpr std::chrono::milliseconds kSettled{12};
+
+}  // namespace
+
+FormInstance::FormInstance(hosting::Form ownForm, std::unique_ptr<juce::AudioPluginInstance> instance,
+                           const std::vector<std::string>& names)
+    : form(ownForm), plugin(std::move(instance)), block(FormFile::kLongestBlock) {
+  calls.reserve(kMostCalls);
+  midiOut.reserve(kMostCalls);
+  midi.ensureSize(kMidiBytes);
+  std::map<std::string, juce::AudioProcessorParameter*> byName;
+  for (auto* const parameter : plugin->getParameters()) {
+    byName.emplace(parameter->getName(256).toStdString(), parameter);
+  }
+  for (const std::string& name : names) {
+    const auto found = byName.find(name);
+    if (found != byName.end()) {
+      ownIndices[found->second->getParameterIndex()] = static_cast<int>(parameters.size());
+    }
+    parameters.push_back(found == byName.end() ? nullptr : found->second);
+  }
+  plugin->setPlayHead(this);
+  plugin->addListener(this);
+  start(44100.0F, FormFile::kLongestBlock);
+}
+
+FormInstance::~FormInstance() {
+  closeEditor();
+  plugin->removeListener(this);
+  plugin->releaseResources();
+}
+
+void FormInstance::start(float sampleRate, int longestBlock) {
+  // These forms forbid longer blocks than were announced, and checks also play some.
+  block = std::max(longestBlock, FormFile::kLongestBlock);
+  plugin->releaseResources();
+  plugin->setRateAndBufferSizeDetails(static_cast<double>(sampleRate), block);
+  plugin->prepareToPlay(static_cast<double>(sampleRate), block);
+}
+
+void FormInstance::restart() {
+  const double rate = plugin->getSampleRate();
+  plugin->releaseResources();
+  plugin->prepareToPlay(rate, block);
+}
+
+juce::AudioProcessorParameter* FormInstance::at(int index) {
+  return index >= 0 && index < parameterCount() ? parameters[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void FormInstance::setParameter(int index, float value) {
+  if (auto* const parameter = at(index)) {
+    parameter->setValue(value);
+  }
+}
+
+float FormInstance::parameter(int index) {
+  auto* const parameter = at(index);
+  return parameter == nullptr ? 0.0F : parameter->getValue();
+}
+
+std::string FormInstance::parameterName(int index) {
+  auto* const parameter = at(index);
+  return parameter == nullptr ? std::string() : parameter->getName(256).toStdString();
+}
+
+std::string FormInstance::parameterText(int index) {
+  auto* const parameter = at(index);
+  return parameter == nullptr ? std::string() : parameter->getCurrentValueAsText().toStdString();
+}
+
+std::vector<std::uint8_t> FormInstance::chunk() {
+  juce::MemoryBlock state;
+  plugin->getStateInformation(state);
+  return unwrapState(form, {static_cast<const std::uint8_t*>(state.getData()), state.getSize()});
+}
+
+void FormInstance::setChunk(std::span<const std::uint8_t> bytes) {
+  juce::MemoryBlock state;
+  if (form == hosting::Form::lv2) {
+    plugin->getStateInformation(state);
+  }
+  const auto wrapped = rewrapState(form, {static_cast<const std::uint8_t*>(state.getData()), state.getSize()}, bytes);
+  plugin->setStateInformation(wrapped.data(), static_cast<int>(wrapped.size()));
+}
+
+int FormInstance::latencyFrames() {
+  rest(kSettled);  // A VST 3 tells its host through the message thread.
+  return plugin->getLatencySamples();
+}
+
+void FormInstance::queueMidi(std::span<const std::uint8_t> bytes, int atFrame) {
+  constexpr std::uint8_t kSystemExclusive = 0xF0;
+  if (bytes.size() < 2 && !bytes.empty() && bytes.front() == kSystemExclusive) {
+    return;  // JUCE's host would make one of -1 bytes of it.
+  }
+  midi.addEvent(bytes.data(), static_cast<int>(bytes.size()), atFrame);
+}
+
+void FormInstance::process(float* left, float* right, int frames) {
+  std::array<float*, 2> channels{left, right};
+  juce::AudioBuffer<float> audio(channels.data(), static_cast<int>(channels.size()), frames);
+  plugin->processBlock(audio, midi);
+  {
+    const std::lock_guard lock(keptMutex);
+    for (const auto& event : midi) {
+      if (midiOut.size() < kMostCalls) {
+        std::array<std::uint8_t, 4> bytes{};
+        std::memcpy(bytes.data(), event.data, std::min(bytes.size(), static_cast<std::size_t>(event.numBytes)));
+        midiOut.push_back(bytes);
+      }
+    }
+  }
+  midi.clear();
+  frame += frames;
+  quarters += frames / plugin->getSampleRate() * tempo / 60.0;
+}
+
+juce::Optional<juce::AudioPlayHead::PositionInfo> FormInstance::getPosition() const {
+  PositionInfo info;
+  info.setTimeInSamples(frame);
+  info.setTimeInSeconds(static_cast<double>(frame) / plugin->getSampleRate());
+  info.setPpqPosition(quarters);
+  info.setBpm(tempo);
+  info.setIsPlaying(playing);
+  return info;
+}
+
+void FormInstance::openEditor(void* window) {
+  if (editor != nullptr || window == nullptr) {
+    return;
+  }
+  editor.reset(plugin->createEditorIfNeeded());
+  if (editor != nullptr) {
+    editor->setOpaque(true);
+    editor->setVisible(true);
+    editor->setTopLeftPosition(0, 0);
+    editor->addToDesktop(0, window);
+    editor->addComponentListener(this);
+    settleEditor();
+  }
+}
+
+void FormInstance::closeEditor() {
+  if (editor != nullptr) {
+    editor->removeComponentListener(this);
+    editor.reset();
+    settleEditor();
+  }
+}
+
+hosting::WindowSize FormInstance::editorSize() {
+  return editor == nullptr ? hosting::WindowSize{} : hosting::WindowSize{editor->getWidth(), editor->getHeight()};
+}
+
+bool FormInstance::setEditorScale(float scale) {
+  if (editor == nullptr) {
+    return false;
+  }
+  editor->setScaleFactor(scale);
+  settleEditor();
+  return true;
+}
+
+void FormInstance::settleEditor() { rest(kSettled); }
+
+void FormInstance::audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) {
+  keep(HostCallKind::automate, index, value);
+}
+
+void FormInstance::audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&) {
+  keep(HostCallKind::updateDisplay, -1, 0.0F);
+}
+
+void FormInstance::audioProcessorParameterChangeGestureBegin(juce::AudioProcessor*, int index) {
+  keep(HostCallKind::beginEdit, index, 0.0F);
+}
+
+void FormInstance::audioProcessorParameterChangeGestureEnd(juce::AudioProcessor*, int index) {
+  keep(HostCallKind::endEdit, index, 0.0F);
+}
+
+void FormInstance::componentMovedOrResized(juce::Component&, bool, bool wasResized) {
+  if (wasResized) {
+    const std::lock_guard lock(keptMutex);
+    calls.push_back({HostCallKind::sizeWindow, 0, 0.0F, editorSize()});
+  }
+}
+
+void FormInstance::keep(HostCallKind kind, int hostIndex, float value) {
+  const auto own = ownIndices.find(hostIndex);
+  if (hostIndex >= 0 && own == ownIndices.end()) {
+    return;
+  }
+  const std::lock_guard lock(keptMutex);
+  if (calls.size() < kMostCalls) {
+    calls.push_back({kind, hostIndex < 0 ? 0 : own->second, value, {}});
+  }
+}
+
+std::vector<hosting::HostCall> FormInstance::takeCalls() {
+  const std::lock_guard lock(keptMutex);
+  std::vector<hosting::HostCall> taken(calls);
+  calls.clear();
+  return taken;
+}
+
+std::vector<std::array<std::uint8_t, 4>> FormInstance::takeMidi() {
+  const std::lock_guard lock(keptMutex);
+  std::vector<std::array<std::uint8_t, 4>> taken(midiOut);
+  midiOut.clear();
+  return taken;
+}
+
+}  // namespace sivray::formhost
