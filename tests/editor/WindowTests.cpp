@@ -8,6 +8,7 @@
 
 #include "editor/EditorScene.h"
 #include "host/editor/BramelVstEditorAdapter.h"
+#include "host/editor/WindowKeys.h"
 #include "host/vst/AudioEffectX.h"
 #include "hosting/HostWindow.h"
 
@@ -154,6 +155,24 @@ TEST_F(EditorWindowTest, GivesTheFocusBackToTheHostsWindowThatHadIt) {
   EXPECT_TRUE(comesTrue([this] { return window->doesChildTakeKeys() && !window->hasOwnChildFocus(); }));
   onMessageThread([] { juce::Component::unfocusAllComponents(); });
   EXPECT_TRUE(comesTrue([this] { return window->hasOwnChildFocus(); }));
+}
+
+TEST_F(EditorWindowTest, TakesEventsThatCameAlongWithAnAnswerOfTheServer) {
+  window->movePointerTo(kPanel.width + 9, 20);
+  adapter->open(window->handle());
+  letSettle();
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));  // All is painted, and no timer runs.
+  const auto isOver = [this] { return provider->view.lock()->isMouseOver(); };
+  onMessageThread([&] {
+    EXPECT_FALSE(isOver());
+    window->movePointerTo(20, 20);
+    tesh::bramel::vst::hasKeyboardFocus(window->handle());
+  });
+  EXPECT_TRUE(comesTrue([&] {
+    bool result = false;
+    onMessageThread([&] { result = isOver(); });
+    return result;
+  }));
 }
 
 TEST_F(EditorWindowTest, ClosesLaterWhileTheMessageThreadWaitsForTheHost) {

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <utility>
 
-#include "host/editor/WindowKeys.h"
-
 namespace tesh::bramel::vst {
 
 int scaledLength(int length, float scale) {
@@ -24,16 +22,10 @@ EditorWindow::EditorWindow(void* hostWindow, std::shared_ptr<juce::Component> ne
   setVisible(true);
   addToDesktop(0, hostWindow);
   keyboard = std::make_unique<HostKeyboard>(*this, hostWindow);
-  frames = std::make_unique<juce::VBlankAttachment>(this, [this] {
-    if (juce::ComponentPeer* const peer = getPeer()) {
-      awakenForQueuedEvents(peer->getNativeHandle());
-    }
-  });
 }
 
 EditorWindow::~EditorWindow() {
   juce::PopupMenu::dismissAllActiveMenus();  // Their windows are their own, and would stay.
-  frames.reset();
   keyboard.reset();
   slotView->removeChildComponent(view.get());
 }

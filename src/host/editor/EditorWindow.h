@@ -28,7 +28,6 @@ class EditorWindow final : public juce::Component {
   std::shared_ptr<juce::Component> view;
   std::unique_ptr<BWPopupSlotView> slotView;
   std::unique_ptr<HostKeyboard> keyboard;
-  std::unique_ptr<juce::VBlankAttachment> frames;  ///< Looks for events that nobody would take.
 };
 
 /// Pixels of the screen that `length` pixels of the panel take at a scale.

@@ -9,6 +9,8 @@
 
 #include <array>
 
+#include <juce_events/native/juce_linux_EventLoopInternal.h>
+
 #include <X11/Xlibint.h>  // Defines min and max: last.
 
 namespace tesh::bramel::vst {
@@ -44,6 +46,15 @@ bool openConnection() {
   for (int code = kFirstError; code <= kLastError; ++code) {
     XESetWireToError(display, code, dropError);
   }
+  return true;
+}
+
+bool takeQueuedEvents() {
+  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
+  if (display == nullptr || XEventsQueued(display, QueuedAlready) == 0) {
+    return false;
+  }
+  juce::LinuxEventLoopInternal::invokeEventLoopCallbackForFd(ConnectionNumber(display));
   return true;
 }
 

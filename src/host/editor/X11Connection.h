@@ -13,4 +13,8 @@ void internWindowManagerAtoms();
 /// host's own error handler stays as it is. Message thread; false without an X server.
 bool openConnection();
 
+/// Passes on the events that were read from the server together with an answer: JUCE looks for events only when there
+/// is something to read. Returns whether there were any. Message thread.
+bool takeQueuedEvents();
+
 }  // namespace tesh::bramel::vst
