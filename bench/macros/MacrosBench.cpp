@@ -4,6 +4,7 @@
 //   bench_macros                       time (Google Benchmark)
 //   bench_macros count SETS MOVES      moves a macro of SETS sets MOVES times: two runs under an instruction counter
 //                                      that differ in MOVES give the cost of a movement
+//                                      (no block takes the records: SETS times MOVES must stay below 10240)
 //   bench_macros count program CHANGES selects CHANGES programs of 128 macros, and fires what they move
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
