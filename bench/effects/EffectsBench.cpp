@@ -1,8 +1,8 @@
 // The cost of every effect alone, of the master effect around it, and of a type change.
 //
 //   bench_effects                         time per frame, and of a type change that finds nothing in the cache
-//   bench_effects count TYPE BLOCKS FORM  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames: two runs under
-//                                         an instruction counter that differ in BLOCKS give the cost of a frame. FORM
+//   bench_effects count TYPE BLOCKS FORM  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. The
+//                                         instructions of two runs with different BLOCKS give the cost of a frame. FORM
 //                                         is `alone`, `quiet` (alone, silence after sound) or `whole` (inside the
 //                                         master effect). scripts/count_effects.py does this for all of them.
 // SPDX-License-Identifier: GPL-3.0-or-later

@@ -158,14 +158,14 @@ TEST_F(EditorWindowTest, GivesTheFocusBackToTheHostsWindowThatHadIt) {
 }
 
 TEST_F(EditorWindowTest, TakesEventsThatCameAlongWithAnAnswerOfTheServer) {
-  window->movePointerTo(kPanel.width + 9, 20);
+  window->moveTo({kPanel.width + 9, 20});
   adapter->open(window->handle());
   letSettle();
   std::this_thread::sleep_for(std::chrono::milliseconds(200));  // All is painted, and no timer runs.
   const auto isOver = [this] { return provider->view.lock()->isMouseOver(); };
   onMessageThread([&] {
     EXPECT_FALSE(isOver());
-    window->movePointerTo(20, 20);
+    window->moveTo({20, 20});
     tesh::bramel::vst::hasKeyboardFocus(window->handle());
   });
   EXPECT_TRUE(comesTrue([&] {

@@ -86,14 +86,24 @@ def samples_of(path: pathlib.Path) -> array.array:
                              for i in range(0, len(body), 3)))
 
 
+class Checklist:
+    """Prints one line for each check, and counts what fails."""
+
+    def __init__(self) -> None:
+        self.failures = 0
+
+    def check(self, what: str, good: bool) -> None:
+        self.failures += not good
+        print(f"{'ok    ' if good else 'FAILED'} {what}", flush=True)
+
+    def status(self) -> int:
+        return 1 if self.failures else 0
+
+
 def main() -> int:
     folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else RELEASE / "Sivray").resolve()
-    failures = 0
-
-    def check(what: str, good: bool) -> None:
-        nonlocal failures
-        failures += not good
-        print(f"{'ok    ' if good else 'FAILED'} {what}", flush=True)
+    checklist = Checklist()
+    check = checklist.check
 
     with tempfile.TemporaryDirectory() as scratch_name:
         scratch = pathlib.Path(scratch_name)
@@ -145,7 +155,7 @@ def main() -> int:
             run("ardour7-lua", HERE / "resave_session.lua", session)
             check(f"{name}: a moved level changes the sound and is kept",
                   moved != first and export_equals(session, moved))
-    return 1 if failures else 0
+    return checklist.status()
 
 
 if __name__ == "__main__":

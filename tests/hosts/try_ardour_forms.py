@@ -16,7 +16,7 @@ import subprocess
 import sys
 import tempfile
 
-from try_ardour import HERE, RELEASE, put_hits_into, samples_of
+from try_ardour import HERE, RELEASE, Checklist, put_hits_into, samples_of
 
 KIT = "Dub Techno"
 RATE = 44100
@@ -54,12 +54,8 @@ def put_into_vst3(session: pathlib.Path, state: bytes) -> None:
 
 
 def main() -> int:
-    failures = 0
-
-    def check(what: str, good: bool) -> None:
-        nonlocal failures
-        failures += not good
-        print(f"{'ok    ' if good else 'FAILED'} {what}", flush=True)
+    checklist = Checklist()
+    check = checklist.check
 
     with tempfile.TemporaryDirectory() as scratch_name:
         scratch = pathlib.Path(scratch_name)
@@ -131,7 +127,7 @@ def main() -> int:
         changed = export(session)
         resave(session)
         check("VST 3: a moved level changes the sound and is kept", changed != sound and export(session) == changed)
-    return 1 if failures else 0
+    return checklist.status()
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-// Values by way of the shell, texts by the instrument's formatters.
+// Reads and writes values through the shell; makes texts with the instrument's formatters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/client/ClientParameter.h"
 

@@ -65,7 +65,7 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   std::atomic<bool> areValuesHeld = false;
 };
 
-/// What the shell tells the editor: the parameters' values follow it, then it goes on to the panel.
+/// Receives what the shell tells the editor: updates the parameters' values, then passes the report on to the panel.
 class EditorReports final : public BramelInstrumentUICallback {
  public:
   /// `parameterOfId` holds null for hidden parameters; what it points to outlives this object. `panel` is not null.

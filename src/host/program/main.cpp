@@ -15,7 +15,7 @@ namespace {
 namespace standalone = tesh::bramel::standalone;
 
 constexpr const char* kHelp =
-    "sivray: the drum module as a program of its own, on JACK or ALSA.\n"
+    "sivray: the drum module without a host, on JACK or ALSA.\n"
     "The keys A S D F G H J K play the pads, the space bar starts and stops the demo.\n"
     "It takes no options but --help.\n";
 

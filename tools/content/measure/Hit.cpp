@@ -1,12 +1,12 @@
-// Averages channels, converts rates through libsamplerate, and finds where a hit begins.
+// Averages channels, converts rates, and finds where a hit begins.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/measure/Hit.h"
 
-#include <samplerate.h>
-
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
+#include <vector>
+
+#include "content/RateConverter.h"
 
 namespace sivray::content {
 namespace {
@@ -19,22 +19,6 @@ std::vector<float> monoOf(const Wave& wave) {
     mono[i] = (wave.right.empty() ? left : 0.5F * (left + static_cast<float>(wave.right[i]))) / kFullScale;
   }
   return mono;
-}
-
-std::vector<float> atMeasureRate(const std::vector<float>& mono, int rate) {
-  const double ratio = kMeasureRate / rate;
-  std::vector<float> result(static_cast<std::size_t>(std::ceil(static_cast<double>(mono.size()) * ratio)));
-  SRC_DATA job{};
-  job.data_in = mono.data();
-  job.input_frames = static_cast<long>(mono.size());
-  job.data_out = result.data();
-  job.output_frames = static_cast<long>(result.size());
-  job.src_ratio = ratio;
-  if (const int error = src_simple(&job, SRC_SINC_FASTEST, 1); error != 0) {
-    throw std::runtime_error(std::string("could not be converted: ") + src_strerror(error));
-  }
-  result.resize(static_cast<std::size_t>(job.output_frames_gen));
-  return result;
 }
 
 }  // namespace
@@ -54,7 +38,9 @@ Hit hitFrom(std::span<const float> mono) {
 
 Hit hitOf(const Wave& wave) {
   const std::vector<float> mono = monoOf(wave);
-  return hitFrom(wave.sampleRate == static_cast<int>(kMeasureRate) ? mono : atMeasureRate(mono, wave.sampleRate));
+  return hitFrom(wave.sampleRate == static_cast<int>(kMeasureRate)
+                     ? mono
+                     : atRate(mono, kMeasureRate / wave.sampleRate, RateQuality::fast));
 }
 
 }  // namespace sivray::content

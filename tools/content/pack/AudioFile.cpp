@@ -1,9 +1,8 @@
-// Decodes a sound file through JUCE, brings high rates down through libsamplerate, and converts to 16 bits.
+// Decodes a sound file through JUCE, brings high rates down, and converts to 16 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/AudioFile.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
-#include <samplerate.h>
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +12,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "content/RateConverter.h"
 #include "engine/SivrayPlugin.h"
 
 namespace sivray::content {
@@ -111,21 +111,6 @@ double keptRate(double rate) {
   return std::fmod(rate, kEngineRate) == 0.0 ? kEngineRate : kHighestRate;
 }
 
-Channel converted(const Channel& channel, double ratio) {
-  Channel result(static_cast<std::size_t>(std::ceil(static_cast<double>(channel.size()) * ratio)));
-  SRC_DATA job{};
-  job.data_in = channel.data();
-  job.input_frames = static_cast<long>(channel.size());
-  job.data_out = result.data();
-  job.output_frames = static_cast<long>(result.size());
-  job.src_ratio = ratio;
-  if (const int error = src_simple(&job, SRC_SINC_BEST_QUALITY, 1); error != 0) {
-    throw std::runtime_error(std::string("could not be converted: ") + src_strerror(error));
-  }
-  result.resize(std::max<std::size_t>(static_cast<std::size_t>(job.output_frames_gen), 1));
-  return result;
-}
-
 std::string cutNote(std::int64_t kept, std::int64_t all, double rate) {
   std::array<char, 128> text{};
   std::snprintf(text.data(), text.size(), "is longer than a pad holds: the first %.2f of %.2f s are used",
@@ -163,7 +148,7 @@ AudioFile readAudioFile(const std::string& path) {
   }
   if (outRate != rate) {
     std::ranges::transform(channels, channels.begin(),
-                           [&](const Channel& channel) { return converted(channel, outRate / rate); });
+                           [&](const Channel& channel) { return atRate(channel, outRate / rate, RateQuality::best); });
   }
   AudioFile file;
   file.wave.sampleRate = static_cast<int>(std::lround(outRate));
