@@ -159,6 +159,21 @@ TEST_F(Client, FollowsParametersThatAControllerMoves) {
   EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 1.0F);
 }
 
+TEST_F(Client, IsSilentWhileBypassedAndGivesTheHostNothingBack) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(44100.0, 512);
+  juce::AudioBuffer<float> buffer(2, 512);
+  juce::MidiBuffer midi;
+  render(processor, {512, {}, {}}, buffer, midi);  // Takes in the program.
+  midi.addEvent(juce::MidiMessage::noteOn(1, 36, 1.0F), 0);
+  buffer.setSample(0, 0, 1.0F);
+  processor.processBlockBypassed(buffer, midi);
+  EXPECT_EQ(buffer.getMagnitude(0, 512), 0.0F);
+  EXPECT_TRUE(midi.isEmpty());
+  render(processor, {512, {}, {}}, buffer, midi);
+  EXPECT_GT(buffer.getMagnitude(0, 512), 0.01F) << "the note goes on";
+}
+
 /// The frame of the largest sample of a note's first thousand frames.
 double peakOf(double rate, int noteFrame) {
   SivrayProcessor processor;

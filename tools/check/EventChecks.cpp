@@ -147,10 +147,13 @@ Verdict inconsistentMidi(const CheckSettings& settings) {
   host->setChunk(state);
   settle(*host);
   const bool alive = playPlain(*host, 22050).isHeard();
-  const std::size_t sent = host->takeMidi().size();
-  return verdict(facts.notNumbers == 0 && alive && sent == 0,
-                 "%d events of random bytes, notes out of order, system-exclusive, then %s%s", events,
-                 alive ? "a sound" : "silence", sent == 0 ? "" : ", and messages to the host");
+  const auto sent = host->takeMidi();
+  const auto first = sent.empty() ? std::array<std::uint8_t, 4>{} : sent.front();
+  return verdict(
+      facts.notNumbers == 0 && alive && sent.empty(),
+      "%d events of random bytes, notes out of order, system-exclusive, then %s; %zu messages to the host, the "
+      "first %02x %02x %02x",
+      events, alive ? "a sound" : "silence", sent.size(), first[0], first[1], first[2]);
 }
 
 }  // namespace

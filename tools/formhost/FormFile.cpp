@@ -1,3 +1,4 @@
+// Finds a bundle's plug-in with JUCE's hosting classes, and makes instances of it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formhost/FormFile.h"
 

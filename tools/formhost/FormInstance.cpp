@@ -1,3 +1,4 @@
+// Passes the calls of a host on to JUCE's hosting classes, and records what comes back.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formhost/FormInstance.h"
 
@@ -18,6 +19,19 @@ constexpr std::size_t kMostCalls = 65536;
 constexpr std::size_t kMidiBytes = 8192 * 16;
 /// Rounds of the message loop in which a window, its host's and the X server have told one another everything.
 constexpr std::chrono::milliseconds kSettled{12};
+
+/// Whether a message has the bytes that its status tells, with data of seven bits.
+bool isWhole(std::span<const std::uint8_t> bytes) {
+  constexpr std::uint8_t kStatus = 0x80;
+  constexpr std::uint8_t kSystemExclusive = 0xF0;
+  if (bytes.empty() || bytes.front() < kStatus) {
+    return false;
+  }
+  const auto length = static_cast<std::size_t>(juce::MidiMessage::getMessageLengthFromFirstByte(bytes.front()));
+  const bool isLong = bytes.front() == kSystemExclusive && bytes.size() >= 2;
+  return isLong || (bytes.front() != kSystemExclusive && bytes.size() == length &&
+                    std::ranges::all_of(bytes.subspan(1), [](std::uint8_t byte) { return byte < kStatus; }));
+}
 
 }  // namespace
 
@@ -109,9 +123,8 @@ int FormInstance::latencyFrames() {
 }
 
 void FormInstance::queueMidi(std::span<const std::uint8_t> bytes, int atFrame) {
-  constexpr std::uint8_t kSystemExclusive = 0xF0;
-  if (bytes.size() < 2 && !bytes.empty() && bytes.front() == kSystemExclusive) {
-    return;  // JUCE's host would make one of -1 bytes of it.
+  if (!isWhole(bytes)) {
+    return;  // JUCE's host reads past the end of what is cut short, and outside its tables for data above 127.
   }
   midi.addEvent(bytes.data(), static_cast<int>(bytes.size()), atFrame);
 }

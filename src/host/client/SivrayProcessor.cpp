@@ -133,6 +133,11 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   }
 }
 
+void SivrayProcessor::processBlockBypassed(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
+  processBlock(buffer, midi);
+  buffer.clear();
+}
+
 void SivrayProcessor::takePosition() {
   juce::AudioPlayHead* const host = getPlayHead();
   if (host == nullptr) {

@@ -50,6 +50,9 @@ class SivrayProcessor final : public juce::AudioProcessor {
   /// `midi`. Audio thread.
   void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlock;
+  /// The same, but silent: while a host has switched the plug-in off by its bypass.
+  void processBlockBypassed(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
+  using juce::AudioProcessor::processBlockBypassed;
 
   bool acceptsMidi() const override { return true; }
   bool producesMidi() const override { return true; }

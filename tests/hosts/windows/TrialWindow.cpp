@@ -1,3 +1,4 @@
+// A window of the system, its messages, and a mouse that the program moves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 
