@@ -11,8 +11,6 @@
 namespace sivray::check {
 namespace {
 
-using hosting::HostCallKind;
-
 constexpr int kWarmCycles = 10;
 constexpr std::int64_t kLeakKiB = 512;
 
