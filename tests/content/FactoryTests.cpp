@@ -8,6 +8,7 @@
 #include <map>
 #include <set>
 
+#include "Scratch.h"
 #include "content/Files.h"
 #include "content/factory/MacroFiles.h"
 #include "content/levels/Balance.h"
@@ -27,8 +28,10 @@ class Factory : public testing::Test {
     ASSERT_TRUE(std::filesystem::exists(pathOf(description("readme.json"))))
         << "no content in " << SIVRAY_CONTENT_FOLDER << ": build the target 'content' of the release preset first";
     ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
-    ::setenv("BRAMEL_DOCUMENTS", SIVRAY_CONTENT_FOLDER, 1);  // No programs of a user.
+    ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);  // No programs of a user.
   }
+
+  const Scratch scratch;
 
   static std::string description(const std::string& file) {
     return std::string(SIVRAY_CONTENT_FOLDER "/Tesh/Bramel/Macro/Sivray/") + file;
