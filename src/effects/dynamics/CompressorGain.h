@@ -22,8 +22,9 @@ struct CompressorGain {
     /// Returns the blocked signal, -1073741823 to 1073741823.
     std::int64_t run(std::int64_t x) {
       constexpr std::int64_t kLimit = 1073741823;
-      // Keeps 0.9922 per sample: a corner of 55 Hz.
-      const std::int64_t decayed = shortLeakTwice((highpass * 32512) >> 15);
+      /// What the output keeps per sample, Q15: 0.9922, a corner of 55 Hz.
+      constexpr std::int64_t kKept = 32512;
+      const std::int64_t decayed = shortLeakTwice((highpass * kKept) >> 15);
       highpass = std::clamp(decayed - previousInput + x, -kLimit, kLimit);
       previousInput = x;
       return highpass;
@@ -39,17 +40,21 @@ struct CompressorGain {
   std::int32_t rise = 0;  ///< What the gain gains per sample.
 
   /// Sets the rise for a sensitivity in Q15: the more sensitive, the lower the gain. The only division.
-  void setSens(std::int32_t sens) { rise = 32768 / std::max(sens, 1) * 16; }
+  void setSens(std::int32_t sens) {
+    constexpr std::int32_t kRiseAtFullSens = 16;
+    rise = 32768 / std::max(sens, 1) * kRiseAtFullSens;
+  }
 
   /// One sample of both channels, already shifted up. The outputs of the DC blocks are then in `left.highpass` and
   /// `right.highpass`, the gain (0 to 32767) in `gain`. `attack` is the envelope's smoothing per sample, Q15.
   void run(std::int64_t leftIn, std::int64_t rightIn, std::int32_t attack) {
     using namespace cofu::core;
-    // The peak keeps 0.9971 per sample, a time constant of 348 samples (8 ms).
+    constexpr std::int32_t kPeakKept = 32674;  // Q15: 0.9971 per sample, a time constant of 348 samples (8 ms).
+    constexpr std::int32_t kEnvelopeTop = 2147483647;
     const auto louder = static_cast<std::int32_t>(std::max(std::abs(left.run(leftIn)), std::abs(right.run(rightIn))));
-    peak = std::max(louder, (peak >> 15) * 32674);
+    peak = std::max(louder, (peak >> 15) * kPeakKept);
     envelope += ((peak >> 15) - (envelope >> 15)) * attack;
-    gain = std::min(mul15((2147483647 - envelope) >> 16, gain) + rise, kFullScale);
+    gain = std::min(mul15((kEnvelopeTop - envelope) >> 16, gain) + rise, kFullScale);
   }
 
   /// The output of one channel times a gain that may need more than 31 bits, down from its `kShift` extra bits.

@@ -11,19 +11,27 @@ namespace tesh::bramel::plugin::fxkit {
 
 namespace {
 
+/// Share of the distance that drive and mix move per sample: a time constant of 333 samples (7.6 ms).
 constexpr float kGlide = 0.003F;
+
+/// Drive at full gain, and what the input is multiplied by at a drive of 1.0.
+constexpr float kDrivePerGain = 0.25F;
+constexpr float kInputScale = 12.0F;
+
+/// How fast the curve nears its height: it has come within 0.25 % of it at an input of 1.0.
+constexpr float kSteepness = 6.0F;
 
 /// The two halves of the wave saturate at slightly different heights.
 constexpr float kUpperHeight = 0.755F;
 constexpr float kLowerHeight = 0.765F;
 
 float bent(float x) {
-  const float rise = 1.0F - exponentialOfNegative(-6.0F * std::fabs(x));
+  const float rise = 1.0F - exponentialOfNegative(-kSteepness * std::fabs(x));
   return x >= 0.0F ? rise * kUpperHeight : -rise * kLowerHeight;
 }
 
 float tube(float in, float drive, float mix) {
-  const float y = bent(drive * in * 12.0F);
+  const float y = bent(drive * in * kInputScale);
   return std::clamp((1.0F - mix) * in + mix * y, -1.0F, 1.0F);
 }
 
@@ -45,7 +53,7 @@ void Kilnode::reset() {
 void Kilnode::setParameter(unsigned index, float value) {
   BasicEffect::setParameter(index, value);
   if (index == 0) {
-    driveTarget = value * 0.25F;
+    driveTarget = value * kDrivePerGain;
     mixTarget = value;
   }
 }

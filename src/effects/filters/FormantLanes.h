@@ -89,13 +89,18 @@ using FormantLanes = PlainFormantLanes;
 /// The four resonators. `band` and `low` hold 16-bit values: nothing below the point is ever read.
 template <typename Lanes>
 struct FormantBank {
+  /// Turns the sign and takes a little off, so that a sound dies out; Q15.
+  static constexpr std::int32_t kLeak = -32766;
+  /// The reciprocal of the resonators' Q of 26; Q15.
+  static constexpr std::int32_t kDamping = 1241;
+
   Lanes band{};
   Lanes low{};
 
   /// Takes the mono input and the frequency coefficients (0 to 32767), and returns the sum of the band outputs.
   std::int32_t step(std::int32_t x, Lanes frequency) {
-    const Lanes leak = Lanes::all(-32766);
-    const Lanes damping = Lanes::all(1241);
+    const Lanes leak = Lanes::all(kLeak);
+    const Lanes damping = Lanes::all(kDamping);
     const Lanes a = (band * leak).shiftedRight15() * leak;
     const Lanes b = (low * leak).shiftedRight15() * leak;
     const Lanes high = (Lanes::all(x * 16384) - a.shiftedRight15() * damping - b).shiftedRight15().limited16();

@@ -15,6 +15,7 @@ namespace {
 constexpr auto kSampleRate = static_cast<float>(cofu::core::kEngineRate);
 constexpr int kInputShift = 9;
 constexpr int kFractionBits = 24;
+constexpr float kOne = 1 << kFractionBits;
 
 /// Decibels per step of the Gain knob (30 / 127), and at its start.
 constexpr float kDecibelsPerStep = 0.23622048F;
@@ -39,7 +40,7 @@ float amplitudeOf(int knob) {
   return std::sqrt(power(10.0F, decibels / 20.0F));
 }
 
-std::int64_t fixedPoint(float x) { return static_cast<std::int64_t>(x * 16777216.0F); }
+std::int64_t fixedPoint(float x) { return static_cast<std::int64_t>(x * kOne); }
 
 }  // namespace
 

@@ -12,6 +12,10 @@ namespace {
 /// 1/32768, the unit of the tables.
 constexpr float kTableScale = 3.0517578e-5F;
 
+/// The tables hold the high shelf at a quarter and the low shelf at half of its size, so that rows fit 16 bits.
+constexpr float kHighShelfScale = 4.0F;
+constexpr float kLowShelfScale = 2.0F;
+
 /// Share of the distance that the coefficients move per sample: a time constant of 333 samples (7.6 ms).
 constexpr float kGlideShare = 0.003F;
 
@@ -40,9 +44,9 @@ std::int16_t filtered(const EqualizerLaw::Settings& k, EqualizerLaw::Memory& m, 
   const float x = static_cast<float>(sample) / kFullScaleFloat;
   m.a = flushed(x * k.highGain + k.highFeedback1 * m.a);
   const float oldB = m.b * kKeptR;
-  m.b = flushed(limited((m.a - oldB * kKeptS * k.highFeedback2) * 4.0F, kMemoryLimit));
+  m.b = flushed(limited((m.a - oldB * kKeptS * k.highFeedback2) * kHighShelfScale, kMemoryLimit));
   const float low = m.b * k.lowFeedforward + oldB * k.lowFeedforwardOld - m.c * kKeptS * kKeptR * k.lowFeedback;
-  m.c = flushed(limited(2.0F * low, kMemoryLimit));
+  m.c = flushed(limited(kLowShelfScale * low, kMemoryLimit));
   return static_cast<std::int16_t>(limited(m.c, 1.0F) * kFullScaleFloat);
 }
 

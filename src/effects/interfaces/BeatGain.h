@@ -23,8 +23,7 @@ struct BeatGain {
   /// One sample of both channels. `opening` (Q15) is where the gain goes.
   void step(std::int32_t opening, std::int32_t levelTo, std::int16_t& left, std::int16_t& right) {
     using namespace cofu::core;
-    // Keeps 0.9925 per sample, a time constant of 132 samples (3 ms).
-    const std::int64_t sum = static_cast<std::int64_t>(level) * 32520 + static_cast<std::int64_t>(levelTo) * 247;
+    const std::int64_t sum = level * kLevelKept + levelTo * kLevelTargetShare;
     level = static_cast<std::int32_t>(sum >> 15);
     envelope.glide(opening, kSmoothing);
     const std::int32_t e = envelope.value();
@@ -34,6 +33,11 @@ struct BeatGain {
   }
 
  private:
+  /// The level keeps 0.9925 of itself per sample, a time constant of 132 samples (3 ms), and takes the rest from its
+  /// target; Q15.
+  static constexpr std::int64_t kLevelKept = 32520;
+  static constexpr std::int64_t kLevelTargetShare = 247;
+
   std::int16_t scaled(std::int32_t gain, std::int32_t in) const {
     using namespace cofu::core;
     const std::int64_t out = (static_cast<std::int64_t>(mul15(gain, in)) * level) >> 15;

@@ -29,12 +29,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   static constexpr int kOtherRestart;              // a transport code that resets, beside kRestart
 ///   void aim(const Settings&, bool immediate);       // before every 64 samples
 ///   void eachSmoothed(const Settings&, visit);       // calls visit(SmoothedValue&, target) for each smoothed value
-///   void derive();                                   // after smoothed values have moved: what costs much to make of
-///   them
-///   void stepSide(const Settings&, Side&, std::int16_t& sample);  // in place of `step` where the channels share
-///   nothing, Side left, right;                                             // so that each may run alone while all
-///   rests
-/// or, for smoothing of another kind than SmoothedValue, in place of `eachSmoothed`
+///   void derive();                                   // computes what is costly, after smoothed values have moved
+/// A law whose channels share nothing has, in place of `step`, a state for each, so that each may run alone while no
+/// value moves:
+///   Side left, right;
+///   void stepSide(const Settings&, Side&, std::int16_t& sample);  // one sample of one channel
+/// A law that smooths otherwise than by SmoothedValue has, in place of `eachSmoothed`,
 ///   bool restsAt(const Settings&, bool immediate) const;  // a further glide would move nothing
 ///   void glide(const Settings&, bool immediate);     // one sample towards the settings
 ///

@@ -25,15 +25,21 @@ constexpr float kSpreadScale = 0.666667F;
 /// Gain of the sum of three voices.
 constexpr float kSumGain = 0.66666F;
 
-/// A sine of w * pi / 2 for w in -1 .. 1, lifted to 0 .. 2: an odd polynomial of the fifth degree.
+// The sine of w * pi / 2 for w in -1 .. 1 as an odd polynomial, within 0.0001, and what lifts it to 0 .. 2.
+constexpr float kSineLinear = 1.5703204F;
+constexpr float kSineCubic = 0.6421143F;
+constexpr float kSineFifth = 0.07186159F;
+constexpr float kSineLift = 1.0000676F;
+
+/// One cycle over phases of -2 .. 2: 2 at both ends, 0 in the middle.
 Voices liftedSine(Voices phase) {
   const auto magnitude = std::bit_cast<Voices>(std::bit_cast<VoiceMasks>(phase) & 0x7FFFFFFF);
   const Voices w = magnitude - 1.0F;
   const Voices square = w * w;
-  const Voices linear = w * 1.5703204F;
-  const Voices cubic = square * 0.6421143F * w;
-  const Voices fifth = square * square * w * 0.07186159F;
-  return linear - cubic + fifth + 1.0000676F;
+  const Voices linear = w * kSineLinear;
+  const Voices cubic = square * kSineCubic * w;
+  const Voices fifth = square * square * w * kSineFifth;
+  return linear - cubic + fifth + kSineLift;
 }
 
 /// `value` less `amount` in the lanes of `mask`.

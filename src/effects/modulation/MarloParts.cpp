@@ -11,6 +11,15 @@ namespace {
 
 constexpr auto kRate = static_cast<float>(cofu::core::kEngineRate);
 
+/// The triangle's rate at Speed 0, and what it grows by up to 127; Hz.
+constexpr float kLeastRate = 0.125F;
+constexpr float kRateSpan = 6.875F;
+
+/// The ensemble's depth at Depth 0, and what it grows by up to 127; shares of the full depth.
+constexpr float kLeastDepth = 0.125F;
+constexpr float kDepthSpan = 0.375F;
+constexpr float kFullDepthSeconds = 0.0128F;
+
 /// What a one-pole smoother with a corner of `hertz` keeps per sample.
 float smootherKeeps(double hertz) {
   const double x = 4.0 - 2.0 * std::cos(2.0 * std::numbers::pi * hertz / cofu::core::kEngineRate);
@@ -24,8 +33,9 @@ const float kMarloLfoKept = smootherKeeps(3.3865754);
 MarloSettings marloSettingsOf(const Knobs& knobs) {
   const float speed = static_cast<float>(knobs.edit1) / 127.0F;
   const float wide = static_cast<float>(knobs.edit2) / 127.0F;
-  return {(speed * 6.875F + 0.125F) / kRate, (speed * 0.375F + 0.125F) * 0.0128F * kRate * 0.002F,
-          (wide * wide + 1.0F) * 0.002F};
+  return {(speed * kRateSpan + kLeastRate) / kRate,
+          (speed * kDepthSpan + kLeastDepth) * kFullDepthSeconds * kRate * kMarloGained,
+          (wide * wide + 1.0F) * kMarloGained};
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -21,9 +21,12 @@ inline float flushed(float x) {
   return lifted - 1.0F;
 }
 
+/// The sample that 1.0 stands for.
+inline constexpr float kMarloFullScale = 32767.0F;
+
 inline float limited(float x) { return std::clamp(flushed(x), -1.0F, 1.0F); }
 
-/// What the knobs set. Steps are what a smoother that keeps 0.998 of its value gains per sample.
+/// What the knobs set. Steps are what `marloSmoothed` gains per sample.
 struct MarloSettings {
   float rate = 0.0F;        ///< Of the triangle, cycles per sample: 0.125 to 7 Hz.
   float depthStep = 0.0F;   ///< Of the ensemble's depth, which rests at 70.56 to 282.24 samples.
@@ -33,8 +36,12 @@ struct MarloSettings {
 /// Any thread.
 MarloSettings marloSettingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-/// A one-pole smoother with a time constant of 500 samples (11 ms).
-inline float marloSmoothed(float value, float step) { return value * 0.998F + step; }
+/// What a one-pole smoother with a time constant of 500 samples (11 ms) keeps of its value per sample, and what it
+/// gains of its target.
+inline constexpr float kMarloKept = 0.998F;
+inline constexpr float kMarloGained = 0.002F;
+
+inline float marloSmoothed(float value, float step) { return value * kMarloKept + step; }
 
 /// One channel's delay line. It is written downwards, so that a larger position is an older sample.
 struct MarloLine {
@@ -63,15 +70,15 @@ struct MarloLine {
 struct MarloLines {
   template <typename Sound>
   void step(std::int16_t& left, std::int16_t& right, Sound&& sound) {
-    const float inLeft = flushed(static_cast<float>(left) / 32767.0F);
-    const float inRight = flushed(static_cast<float>(right) / 32767.0F);
+    const float inLeft = flushed(static_cast<float>(left) / kMarloFullScale);
+    const float inRight = flushed(static_cast<float>(right) / kMarloFullScale);
     leftLine.write(writeIndex, inLeft);
     rightLine.write(writeIndex, inRight);
     float outLeft = 0.0F;
     float outRight = 0.0F;
     sound(inLeft, inRight, outLeft, outRight);
-    left = static_cast<std::int16_t>(outLeft * 32767.0F);
-    right = static_cast<std::int16_t>(outRight * 32767.0F);
+    left = static_cast<std::int16_t>(outLeft * kMarloFullScale);
+    right = static_cast<std::int16_t>(outRight * kMarloFullScale);
     writeIndex = (writeIndex - 1) & (MarloLine::kLength - 1);
   }
 

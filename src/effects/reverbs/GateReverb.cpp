@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/reverbs/GateReverb.h"
 
+#include "core/EngineRate.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -30,10 +31,17 @@ constexpr std::int64_t kReleaseKept = 16762526;
 /// The attack aims at 1.2, above full gain, so that it gets there.
 constexpr std::int32_t kAttackAim = 39320;
 
-/// The counter runs from 2^31 - 1 to 0 in 1 ms at knob 0 and in 1 s at 127, at 44.1 samples a millisecond.
+/// The hold at knob 0, and what it grows by up to knob 127, along a square curve; milliseconds.
+constexpr double kLeastHold = 1;
+constexpr double kHoldSpan = 999;
+
+constexpr double kSamplesPerMillisecond = kEngineRate / 1000.0;
+
+/// The step at which the counter runs from its start to 0 within the hold.
 std::int32_t holdStepFor(int knob) {
   const double position = knob / 127.0;
-  return static_cast<std::int32_t>(2147483647 / (44.1 * (1 + 999 * (position * position))));
+  const double hold = kLeastHold + kHoldSpan * (position * position);
+  return static_cast<std::int32_t>(ReverbGate::kHoldStart / (kSamplesPerMillisecond * hold));
 }
 
 }  // namespace

@@ -10,6 +10,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Opens fast on a peak above the threshold, holds, and closes slowly.
 class ReverbGate {
  public:
+  /// Where the hold counter starts.
+  static constexpr std::int32_t kHoldStart = 2147483647;
+
   /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Returns the gain in Q15.
   std::int32_t step(std::int32_t left, std::int32_t right, std::int32_t holdStep);
 
@@ -18,8 +21,6 @@ class ReverbGate {
 
   void countHold(std::int32_t holdStep);
   void moveState(std::int32_t holdStep);
-
-  static constexpr std::int32_t kHoldStart = 2147483647;
 
   State state = State::hold;
   std::int32_t gain = 32767;

@@ -15,14 +15,24 @@ constexpr std::size_t kKnobValues = 128;
 constexpr std::array<float, kHallLanes> kCombSeconds{0.14795834F, 0.13795833F, 0.123958334F, 0.11495833F};
 constexpr std::array<float, kHallLanes> kCombSigns{32767.0F, -32767.0F, 32767.0F, -32767.0F};
 
-/// Decay by 60 dB in the time that the knob asks for. The exponent is rounded to single precision, the power is not.
+/// The reverberation time at knob 0, and what it grows by up to knob 127; seconds.
+constexpr float kLeastSeconds = 0.1F;
+constexpr float kSpanOfSeconds = 9.9F;
+
+/// What is left of a sound after the reverberation time: -60 dB.
+constexpr double kDecayed = 0.001;
+
+/// Corner of the longest comb's damper in radians per second: 7080 Hz times 2 pi.
+constexpr double kDamperCorner = 44484.953;
+
+/// The exponent is rounded to single precision, the power is not.
 std::int16_t combGain(std::size_t lane, std::size_t knob) {
   const float position = static_cast<float>(knob) / 127.0F;
-  const float span = position * 9.9F;
-  const float seconds = span + 0.1F;
+  const float span = position * kSpanOfSeconds;
+  const float seconds = span + kLeastSeconds;
   const float rate = 1.0F / seconds;
   const float exponent = rate * kCombSeconds[lane];
-  const auto gain = static_cast<float>(std::pow(0.001, static_cast<double>(exponent)));
+  const auto gain = static_cast<float>(std::pow(kDecayed, static_cast<double>(exponent)));
   return static_cast<std::int16_t>(std::max(static_cast<int>(gain * kCombSigns[lane]), -32767));
 }
 
@@ -37,7 +47,7 @@ std::array<HallRow, kKnobValues> makeGains() {
 }
 
 HallRow makeDampers() {
-  const double first = std::exp(-44484.953 / static_cast<double>(kHallSampleRate));
+  const double first = std::exp(-kDamperCorner / static_cast<double>(kHallSampleRate));
   HallRow dampers{};
   for (std::size_t lane = 0; lane < kHallLanes; ++lane) {
     dampers[lane] = static_cast<std::int16_t>(kTankDelays[lane] * first / kTankDelays[0] * 32767);

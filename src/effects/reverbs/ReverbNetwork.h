@@ -34,7 +34,7 @@ struct ReverbNetwork {
     using namespace cofu::core;
     const std::int32_t comb0 = saturate(input + mul15(shortLeakTwice(at(0, kComb0Delay)), feedback));
     // This one turns the sign of its echoes.
-    const std::int32_t comb1 = saturate(input + mul15(shortLeak(mul15(at(1, kComb1Delay), 32766)), feedback));
+    const std::int32_t comb1 = saturate(input + mul15(shortLeak(mul15(at(1, kComb1Delay), kComb1Kept)), feedback));
     put(0, comb0);
     put(1, comb1);
     const std::int32_t diffused = allPass(2, kAllPass1Delay, saturate(comb0 + comb1));
@@ -56,6 +56,7 @@ struct ReverbNetwork {
   static constexpr unsigned kAllPass1Delay = 969;
   static constexpr unsigned kAllPass2Delay = 2301;
   static constexpr unsigned kOutputDelay = 1676;
+  static constexpr std::int32_t kComb1Kept = 32766;    ///< Q15: takes a little off, so that the echoes die out.
   static constexpr std::int32_t kAllPassGain = 22937;  ///< 0.7 in Q15.
 
   std::int32_t at(unsigned line, unsigned delay) const {
