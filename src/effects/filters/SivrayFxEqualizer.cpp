@@ -3,6 +3,7 @@
 #include "effects/filters/SivrayFxEqualizer.h"
 
 #include "effects/filters/EqualizerTables.h"
+#include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -26,12 +27,6 @@ constexpr float kFullScaleFloat = 32767.0F;
 /// What the memory keeps per sample: 1 - 2^-13 and 1 - 2^-14, so that no sound stays for ever.
 constexpr float kKeptR = 0.9998779F;
 constexpr float kKeptS = 0.99993896F;
-
-/// Takes away what is too small to matter, so that no value becomes subnormal and slow.
-inline float flushed(float x) {
-  const float lifted = x + 1.0F;
-  return lifted - 1.0F;
-}
 
 inline float limited(float x, float limit) {
   const float upper = x < limit ? x : limit;

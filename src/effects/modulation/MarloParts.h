@@ -11,15 +11,10 @@
 
 #include "core/EngineRate.h"
 #include "core/RealTime.h"
+#include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/Knobs.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-/// Rounds what is too small to matter to 0: adding 1.0 keeps 24 bits below 1.0, taking it off leaves the rest.
-inline float flushed(float x) {
-  const float lifted = x + 1.0F;
-  return lifted - 1.0F;
-}
 
 /// The sample that 1.0 stands for.
 inline constexpr float kMarloFullScale = 32767.0F;
