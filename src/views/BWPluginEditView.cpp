@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "views/BWPluginSettingsView.h"
-#include "views/Text.h"
 #include "widgets/PropertyKeys.h"
 #include "widgets/ProvidedResources.h"
+#include "widgets/Text.h"
 
 namespace tesh::bramel {
 namespace {

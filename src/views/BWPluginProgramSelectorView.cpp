@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "views/BWProgramListView.h"
-#include "views/Text.h"
+#include "widgets/Text.h"
 
 namespace tesh::bramel {
 namespace {

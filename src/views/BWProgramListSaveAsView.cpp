@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "views/ActionButton.h"
-#include "views/Text.h"
 #include "widgets/BWStackingView.h"
 #include "widgets/ProvidedResources.h"
+#include "widgets/Text.h"
 
 namespace tesh::bramel {
 namespace {

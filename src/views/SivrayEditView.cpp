@@ -8,8 +8,8 @@
 
 #include "viewmodels/texts/EditScreenEffects.h"
 #include "views/BWSampleSelectorView.h"
-#include "views/Text.h"
 #include "widgets/PropertyKeys.h"
+#include "widgets/Text.h"
 
 namespace tesh::bramel::plugin::sivray {
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "widgets/ProvidedResources.h"
+#include "widgets/Text.h"
 
 namespace tesh::bramel {
 namespace {
@@ -115,11 +116,7 @@ bool BWSimpleListView::keyPressed(const juce::KeyPress& key) {
 
 int BWSimpleListView::getNumRows() { return dataSource->getRowCount(); }
 
-juce::String BWSimpleListView::getNameForRow(int row) {
-  // Names of programs and samples may hold any bytes: what is not UTF-8 is read as Latin-1.
-  const std::string text = dataSource->getRowText(row);
-  return juce::String::createStringFromData(text.data(), static_cast<int>(text.size()));
-}
+juce::String BWSimpleListView::getNameForRow(int row) { return textFrom(dataSource->getRowText(row)); }
 
 void BWSimpleListView::paintListBoxItem(int row, juce::Graphics& graphics, int width, int height, bool selected) {
   if (row < getNumRows()) {

@@ -27,7 +27,7 @@ void BWSimpleListViewDefaultRenderer::paintRow(const juce::String& text, int row
                                                int height, bool selected) const {
   if (row > 0) {
     graphics.setColour(separator);
-    graphics.drawLine(0.0F, 0.0F, static_cast<float>(width), 0.0F, kSeparatorThickness);
+    graphics.fillRect(0.0F, 0.0F, static_cast<float>(width), kSeparatorThickness);
   }
   graphics.fillAll(selected ? selectedFill : unselectedFill);
   graphics.setColour(selected ? selectedText : unselectedText);

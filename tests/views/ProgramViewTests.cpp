@@ -3,7 +3,6 @@
 #include "views/BWProgramListSaveAsView.h"
 #include "views/BWProgramListView.h"
 #include "views/PanelScene.h"
-#include "views/Text.h"
 #include "widgets/BWStackingView.h"
 
 namespace views {
@@ -109,15 +108,6 @@ TEST_F(ProgramPanel, TakesReturnAsSaveAndEscapeAsCancel) {
     EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), isSaved ? 1U : 0U);
     EXPECT_EQ(shows("Save"), isSaved) << "at once, though no block runs";
   }
-}
-
-TEST(Text, LeavesOutACharacterThatTheLengthOfANameHasCut) {
-  const std::string plain(94, 'a');
-  EXPECT_EQ(textFrom(plain + "\xc3"), juce::String(plain.c_str()));
-  EXPECT_EQ(textFrom("01:" + plain.substr(3) + "\xe3\x83").length(), 94);
-  EXPECT_EQ(textFrom(plain + "\xc3\xa9").length(), 95);
-  EXPECT_EQ(textFrom("Caf\xe9"), juce::String::fromUTF8("Caf\xc3\xa9")) << "Latin-1";
-  EXPECT_EQ(textFrom("\xe9" + plain + "\xe9").length(), 96);
 }
 
 }  // namespace

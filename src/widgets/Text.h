@@ -8,8 +8,8 @@
 
 namespace tesh::bramel {
 
-/// A program's name may hold any bytes: a text that is not UTF-8 is read byte by byte as Latin-1. A text as long as the
-/// longest name may end within a character, which is then left out.
+/// Names of programs and samples may hold any bytes: a text that is not UTF-8 is read byte by byte as Latin-1. A text
+/// as long as the longest name may end within a character, which is then left out.
 inline juce::String textFrom(const std::string& text) {
   constexpr int kLongestName = 95;  // Bytes that a program keeps.
   constexpr int kLongestRest = 3;   // Bytes of a character that lacks its last one.
