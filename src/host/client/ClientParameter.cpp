@@ -16,7 +16,7 @@ namespace {
 /// words (the types of effect are most), and leaves numbers to a slider.
 constexpr int kMostListed = 40;
 
-/// Steps in which values are tried for a text: each of the up to 354 texts that a parameter has lies on some.
+/// Steps in which values are tried for a text: each of the up to 512 texts that a parameter has lies on some.
 constexpr int kTried = 2000;
 
 juce::String idOf(std::uint64_t macro) { return "macro" + juce::String(macro); }
