@@ -4,36 +4,34 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string_view>
 #include <utility>
 
+#include "host/shell/ProgramBanks.h"
 #include "storage/paths/Paths.h"
 
 namespace tesh::bramel {
 namespace {
 
-/// A bank; its place in the table is the shell's number for it.
-struct BankRow {
-  std::string_view name;
-  bool isListable;
-};
-
-constexpr std::array kBanks{BankRow{"Factory", true}, BankRow{"Factory2", true}, BankRow{"Ghost", false},
-                            BankRow{"User", true}};
-constexpr std::uint64_t kUserBank = 3;
+constexpr std::array kBanks{vst::kFactoryBank, vst::kFactoryTwoBank, vst::kGhostBank, vst::kUserBank};
 
 /// Bytes of a file name's stem.
 constexpr std::size_t kLongestStem = 255;
 
-/// 0 for an unknown name.
-std::uint64_t numberOf(const std::string& bank) {
-  const auto found = std::ranges::find(kBanks, bank, &BankRow::name);
-  return found == kBanks.end() ? 0 : static_cast<std::uint64_t>(found - kBanks.begin());
+/// The shell's number of a bank; nothing for an unknown name.
+std::optional<std::uint64_t> knownNumber(std::string_view bank) {
+  const auto* const found = std::ranges::find(
+      kBanks, bank, [](std::uint64_t number) -> std::string_view { return vst::nameOf(vst::bankOf(number)); });
+  return found == kBanks.end() ? std::nullopt : std::optional(*found);
 }
 
-bool isListable(const std::string& bank) {
-  const auto found = std::ranges::find(kBanks, bank, &BankRow::name);
-  return found != kBanks.end() && found->isListable;
+/// An unknown name counts as the factory's.
+std::uint64_t numberOf(std::string_view bank) { return knownNumber(bank).value_or(vst::kFactoryBank); }
+
+bool isListable(std::string_view bank) {
+  const auto number = knownNumber(bank);
+  return number && *number != vst::kGhostBank;
 }
 
 /// Of ASCII letters, whatever the process's locale is.
@@ -58,8 +56,7 @@ std::string BXInstrumentProgramListViewModel::getExportFileStem() const {
 }
 
 std::string BXInstrumentProgramListViewModel::getCurrentBank() const {
-  const std::uint64_t bank = instrument->currentBank();
-  return std::string(kBanks[bank < kBanks.size() ? static_cast<std::size_t>(bank) : 0].name);
+  return vst::nameOf(vst::bankOf(instrument->currentBank()));
 }
 
 std::uint32_t BXInstrumentProgramListViewModel::getCurrentProgramIndex() const {
@@ -85,7 +82,7 @@ void BXInstrumentProgramListViewModel::selectProgram(std::uint64_t index, const 
 }
 
 void BXInstrumentProgramListViewModel::saveProgramAs(const std::string& name) {
-  instrument->saveProgramAs(kUserBank, name);
+  instrument->saveProgramAs(vst::kUserBank, name);
 }
 
 bool BXInstrumentProgramListViewModel::programExists(const std::string& bank, const std::string& name) const {

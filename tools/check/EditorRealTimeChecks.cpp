@@ -10,6 +10,7 @@
 #include "check/CallCounter.h"
 #include "check/EditorScene.h"
 #include "check/Process.h"
+#include "check/Scene.h"
 #include "formhost/FormFile.h"
 #include "viewmodels/texts/PanelMacros.h"
 
@@ -28,10 +29,8 @@ constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kBlock / kRate};
 void moveAll(hosting::HostedPlugin& host, int block) {
   const float value = static_cast<float>(block % 97) / 97.0F;
   for (int index = 0; index < host.parameterCount(); ++index) {
-    const bool isSample = index < static_cast<int>(tesh::bramel::panel::kEffectTypeMacro) &&
-                          index % static_cast<int>(tesh::bramel::panel::kMacrosPerPad) == 0;
     const bool isEffect = index == static_cast<int>(tesh::bramel::panel::kEffectTypeMacro);
-    host.setParameter(index, isSample || isEffect ? value * 1e-4F : value);
+    host.setParameter(index, choosesWave(index) || isEffect ? value * 1e-4F : value);
   }
 }
 

@@ -14,12 +14,6 @@ namespace {
 
 using hosting::HostedPlugin;
 
-constexpr int kMacrosPerPad = 12;
-constexpr int kPadParameters = 96;
-
-/// Changing a wave reads the disk; all other parameters work in memory.
-bool choosesWave(int index) { return index < kPadParameters && index % kMacrosPerPad == 0; }
-
 /// Makes the changes that a song makes between two blocks.
 void stir(HostedPlugin& host, Random& random, int block) {
   for (int i = 0; i < 6; ++i) {

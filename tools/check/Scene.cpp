@@ -9,6 +9,8 @@
 #include <numbers>
 #include <utility>
 
+#include "viewmodels/texts/PanelMacros.h"
+
 namespace sivray::check {
 namespace {
 
@@ -98,6 +100,12 @@ double phaseAt(const std::vector<float>& samples, double rate, double hertz, dou
     sum += static_cast<double>(around[i]) * window * std::polar(1.0, angle);
   }
   return std::arg(sum) / (2.0 * std::numbers::pi);
+}
+
+bool choosesWave(int index) {
+  using namespace tesh::bramel::panel;
+  const auto macro = static_cast<std::size_t>(index);
+  return macro < kEffectTypeMacro && macro % kMacrosPerPad == kSample;
 }
 
 int indexOf(hosting::HostedPlugin& host, const char* name) {

@@ -70,6 +70,9 @@ void playSineOn(hosting::HostedPlugin& host);
 /// Returns the phase in turns of a tone of `hertz`, measured over the second around `centre` (in seconds).
 double phaseAt(const std::vector<float>& samples, double rate, double hertz, double centre);
 
+/// Whether the parameter chooses a pad's wave. Changing a wave reads the disk; all other parameters work in memory.
+bool choosesWave(int index);
+
 /// Returns the host index of a parameter by its name, or -1.
 int indexOf(hosting::HostedPlugin& host, const char* name);
 

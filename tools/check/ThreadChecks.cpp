@@ -74,7 +74,7 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
     Random random(seed);
     for (int round = 0; round < rounds; ++round) {
       for (int index = 0; index < host->parameterCount(); ++index) {
-        if (index >= 96 || index % 12 != 0) {
+        if (!choosesWave(index)) {
           host->setParameter(index, random.unit());
           host->parameter(index);
         }

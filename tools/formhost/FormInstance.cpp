@@ -13,8 +13,6 @@ namespace {
 
 using hosting::HostCallKind;
 
-/// Recorded calls; the memory is reserved, so that recording does not allocate while audio runs.
-constexpr std::size_t kMostCalls = 65536;
 /// Room for the events of a block, with their heads.
 constexpr std::size_t kMidiBytes = 8192 * 16;
 /// Rounds of the message loop in which a window, its host's and the X server have told one another everything.
@@ -38,8 +36,6 @@ bool isWhole(std::span<const std::uint8_t> bytes) {
 FormInstance::FormInstance(hosting::Form ownForm, std::unique_ptr<juce::AudioPluginInstance> instance,
                            const std::vector<std::string>& names)
     : form(ownForm), plugin(std::move(instance)), block(FormFile::kLongestBlock) {
-  calls.reserve(kMostCalls);
-  midiOut.reserve(kMostCalls);
   midi.ensureSize(kMidiBytes);
   std::map<std::string, juce::AudioProcessorParameter*> byName;
   for (auto* const parameter : plugin->getParameters()) {
@@ -133,15 +129,8 @@ void FormInstance::process(float* left, float* right, int frames) {
   std::array<float*, 2> channels{left, right};
   juce::AudioBuffer<float> audio(channels.data(), static_cast<int>(channels.size()), frames);
   plugin->processBlock(audio, midi);
-  {
-    const std::lock_guard lock(keptMutex);
-    for (const auto& event : midi) {
-      if (midiOut.size() < kMostCalls) {
-        std::array<std::uint8_t, 4> bytes{};
-        std::memcpy(bytes.data(), event.data, std::min(bytes.size(), static_cast<std::size_t>(event.numBytes)));
-        midiOut.push_back(bytes);
-      }
-    }
+  for (const auto& event : midi) {
+    recordMidi({event.data, static_cast<std::size_t>(event.numBytes)});
   }
   midi.clear();
   frame += frames;
@@ -197,51 +186,33 @@ bool FormInstance::setEditorScale(float scale) {
 void FormInstance::settleEditor() { rest(kSettled); }
 
 void FormInstance::audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) {
-  keep(HostCallKind::automate, index, value);
+  recordAt(HostCallKind::automate, index, value);
 }
 
 void FormInstance::audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&) {
-  keep(HostCallKind::updateDisplay, -1, 0.0F);
+  recordAt(HostCallKind::updateDisplay, -1, 0.0F);
 }
 
 void FormInstance::audioProcessorParameterChangeGestureBegin(juce::AudioProcessor*, int index) {
-  keep(HostCallKind::beginEdit, index, 0.0F);
+  recordAt(HostCallKind::beginEdit, index, 0.0F);
 }
 
 void FormInstance::audioProcessorParameterChangeGestureEnd(juce::AudioProcessor*, int index) {
-  keep(HostCallKind::endEdit, index, 0.0F);
+  recordAt(HostCallKind::endEdit, index, 0.0F);
 }
 
 void FormInstance::componentMovedOrResized(juce::Component&, bool, bool wasResized) {
   if (wasResized) {
-    const std::lock_guard lock(keptMutex);
-    calls.push_back({HostCallKind::sizeWindow, 0, 0.0F, editorSize()});
+    record({HostCallKind::sizeWindow, 0, 0.0F, editorSize()});
   }
 }
 
-void FormInstance::keep(HostCallKind kind, int hostIndex, float value) {
+void FormInstance::recordAt(HostCallKind kind, int hostIndex, float value) {
   const auto own = ownIndices.find(hostIndex);
   if (hostIndex >= 0 && own == ownIndices.end()) {
     return;
   }
-  const std::lock_guard lock(keptMutex);
-  if (calls.size() < kMostCalls) {
-    calls.push_back({kind, hostIndex < 0 ? 0 : own->second, value, {}});
-  }
-}
-
-std::vector<hosting::HostCall> FormInstance::takeCalls() {
-  const std::lock_guard lock(keptMutex);
-  std::vector<hosting::HostCall> taken(calls);
-  calls.clear();
-  return taken;
-}
-
-std::vector<std::array<std::uint8_t, 4>> FormInstance::takeMidi() {
-  const std::lock_guard lock(keptMutex);
-  std::vector<std::array<std::uint8_t, 4>> taken(midiOut);
-  midiOut.clear();
-  return taken;
+  record({kind, hostIndex < 0 ? 0 : own->second, value, {}});
 }
 
 }  // namespace sivray::formhost

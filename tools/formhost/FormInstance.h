@@ -6,7 +6,6 @@
 
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -52,9 +51,6 @@ class FormInstance final : public hosting::HostedPlugin,
   bool setEditorScale(float scale) override;
   void settleEditor() override;
 
-  std::vector<hosting::HostCall> takeCalls() override;
-  std::vector<std::array<std::uint8_t, 4>> takeMidi() override;
-
  private:
   juce::Optional<PositionInfo> getPosition() const override;
   void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override;
@@ -64,7 +60,7 @@ class FormInstance final : public hosting::HostedPlugin,
   void componentMovedOrResized(juce::Component& component, bool wasMoved, bool wasResized) override;
 
   juce::AudioProcessorParameter* at(int index);
-  void keep(hosting::HostCallKind kind, int hostIndex, float value);
+  void recordAt(hosting::HostCallKind kind, int hostIndex, float value);
 
   hosting::Form form;
   std::unique_ptr<juce::AudioPluginInstance> plugin;
@@ -76,9 +72,6 @@ class FormInstance final : public hosting::HostedPlugin,
   std::int64_t frame = 0;
   double quarters = 0.0;
   int block;
-  std::mutex keptMutex;
-  std::vector<hosting::HostCall> calls;
-  std::vector<std::array<std::uint8_t, 4>> midiOut;
 };
 
 }  // namespace sivray::formhost

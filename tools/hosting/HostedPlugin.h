@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -45,11 +46,14 @@ struct HostCall {
   WindowSize size;     ///< What the window is to become.
 };
 
+/// The bytes of a message, and zeros behind a short one.
+using MidiBytes = std::array<std::uint8_t, 4>;
+
 /// One instance. All calls must come from the thread that made it, except `process` and the queues, which may come from
 /// another. Those do not allocate in the host.
 class HostedPlugin {
  public:
-  HostedPlugin() = default;
+  HostedPlugin();
   HostedPlugin(const HostedPlugin&) = delete;
   HostedPlugin& operator=(const HostedPlugin&) = delete;
   virtual ~HostedPlugin() = default;
@@ -103,13 +107,25 @@ class HostedPlugin {
   /// Waits until the plug-in's message thread has done what was asked of it before.
   virtual void settleEditor() = 0;
 
-  /// Returns the calls recorded since the last time, on any thread. Calls past the reserved capacity are dropped.
-  virtual std::vector<HostCall> takeCalls() = 0;
+  /// Returns the calls recorded since the last time. Any thread.
+  std::vector<HostCall> takeCalls();
   /// The MIDI messages recorded since the last time, likewise.
-  virtual std::vector<std::array<std::uint8_t, 4>> takeMidi() = 0;
+  std::vector<MidiBytes> takeMidi();
 
   double tempo = 120.0;
   bool playing = true;
+
+ protected:
+  /// Records a call of the plug-in, or drops it if the reserved memory is full, so that recording does not allocate
+  /// while audio runs. Any thread.
+  void record(const HostCall& call);
+  /// The same for a message, of which it keeps four bytes.
+  void recordMidi(std::span<const std::uint8_t> message);
+
+ private:
+  std::mutex recordMutex;
+  std::vector<HostCall> calls;
+  std::vector<MidiBytes> midiOut;
 };
 
 /// A form's file, loaded while this object exists, which must outlive the instances.

@@ -10,8 +10,6 @@ namespace {
 
 using namespace tesh::bramel::vst;
 
-/// Recorded calls per instance; the memory is reserved, so that recording does not allocate while audio runs.
-constexpr std::size_t kMostCalls = 65536;
 constexpr std::int32_t kInterfaceVersion = 2400;
 
 /// The host that is opening an instance: until the entry returns, its calls carry no record that identifies the host.
@@ -25,8 +23,6 @@ std::string textOf(const std::array<char, Size>& buffer) {
 }  // namespace
 
 Host::Host(const PluginLibrary& library, HostManners manners) : ways(std::move(manners)) {
-  calls.reserve(kMostCalls);
-  midiOut.reserve(kMostCalls);
   opening = this;
   plugin = library.entry()(&Host::audioMaster);
   opening = nullptr;
@@ -173,7 +169,7 @@ std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_
                    (playing != wasPlaying ? kVstTransportChanged : 0);
       return ways.givesTime ? reinterpret_cast<std::intptr_t>(&time) : 0;
     case audioMasterProcessEvents:
-      keepMidi(static_cast<const VstEvents*>(ptr));
+      recordEvents(static_cast<const VstEvents*>(ptr));
       return 1;
     case audioMasterGetSampleRate:
       return static_cast<std::intptr_t>(rate);
@@ -188,62 +184,38 @@ std::intptr_t Host::answer(std::int32_t opcode, std::int32_t index, std::intptr_
       }
       return 1;
     default:
-      return keepCall(opcode, index, value, opt) ? 1 : 0;
+      return recordCall(opcode, index, value, opt) ? 1 : 0;
   }
 }
 
-bool Host::keepCall(std::int32_t opcode, std::int32_t index, std::intptr_t value, float opt) {
+bool Host::recordCall(std::int32_t opcode, std::int32_t index, std::intptr_t value, float opt) {
   using Kind = hosting::HostCallKind;
   switch (opcode) {
     case audioMasterAutomate:
-      keep({Kind::automate, index, opt, {}});
+      record({Kind::automate, index, opt, {}});
       return true;
     case audioMasterBeginEdit:
-      keep({Kind::beginEdit, index, 0.0F, {}});
+      record({Kind::beginEdit, index, 0.0F, {}});
       return true;
     case audioMasterEndEdit:
-      keep({Kind::endEdit, index, 0.0F, {}});
+      record({Kind::endEdit, index, 0.0F, {}});
       return true;
     case audioMasterUpdateDisplay:
-      keep({Kind::updateDisplay, 0, 0.0F, {}});
+      record({Kind::updateDisplay, 0, 0.0F, {}});
       return true;
     case audioMasterSizeWindow:
-      keep({Kind::sizeWindow, 0, 0.0F, {index, static_cast<int>(value)}});
+      record({Kind::sizeWindow, 0, 0.0F, {index, static_cast<int>(value)}});
       return true;
     default:
       return false;
   }
 }
 
-void Host::keep(const hosting::HostCall& call) {
-  const std::lock_guard lock(keptMutex);
-  if (calls.size() < kMostCalls) {
-    calls.push_back(call);
-  }
-}
-
-std::vector<hosting::HostCall> Host::takeCalls() {
-  const std::lock_guard lock(keptMutex);
-  std::vector<hosting::HostCall> taken(calls);
-  calls.clear();
-  return taken;
-}
-
-std::vector<std::array<std::uint8_t, 4>> Host::takeMidi() {
-  const std::lock_guard lock(keptMutex);
-  std::vector<std::array<std::uint8_t, 4>> taken(midiOut);
-  midiOut.clear();
-  return taken;
-}
-
-void Host::keepMidi(const VstEvents* list) {
-  const std::lock_guard lock(keptMutex);
+void Host::recordEvents(const VstEvents* list) {
   for (std::int32_t i = 0; list != nullptr && i < list->numEvents; ++i) {
-    if (list->events[i]->type == kVstMidiType && midiOut.size() < kMostCalls) {
-      const auto* event = reinterpret_cast<const VstMidiEvent*>(list->events[i]);
-      std::array<std::uint8_t, 4> bytes{};
-      std::memcpy(bytes.data(), event->midiData, bytes.size());
-      midiOut.push_back(bytes);
+    if (list->events[i]->type == kVstMidiType) {
+      const auto& bytes = reinterpret_cast<const VstMidiEvent*>(list->events[i])->midiData;
+      recordMidi({reinterpret_cast<const std::uint8_t*>(bytes), std::size(bytes)});
     }
   }
 }

@@ -3,11 +3,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <span>
 #include <string>
 #include <vector>
@@ -71,24 +68,16 @@ class Host final : public hosting::HostedPlugin {
   bool setEditorScale(float scale) override;
   void settleEditor() override;
 
-  std::vector<hosting::HostCall> takeCalls() override;
-  std::vector<std::array<std::uint8_t, 4>> takeMidi() override;
-
   int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.
 
  private:
   static std::intptr_t SIVRAY_VST_CALL audioMaster(tesh::bramel::vst::AEffect* effect, std::int32_t opcode,
                                                    std::int32_t index, std::intptr_t value, void* ptr, float opt);
   std::intptr_t answer(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt);
-  bool keepCall(std::int32_t opcode, std::int32_t index, std::intptr_t value, float opt);
-  void keepMidi(const tesh::bramel::vst::VstEvents* list);
-
-  void keep(const hosting::HostCall& call);
+  bool recordCall(std::int32_t opcode, std::int32_t index, std::intptr_t value, float opt);
+  void recordEvents(const tesh::bramel::vst::VstEvents* list);
 
   HostManners ways;
-  std::mutex keptMutex;
-  std::vector<hosting::HostCall> calls;
-  std::vector<std::array<std::uint8_t, 4>> midiOut;
   tesh::bramel::vst::AEffect* plugin = nullptr;
   tesh::bramel::vst::VstTimeInfo time{};
   EventList events;

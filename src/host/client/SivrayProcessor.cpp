@@ -18,6 +18,7 @@
 #include "host/client/SivrayProcessorEditor.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/MessageThread.h"
+#include "host/shell/ProgramBanks.h"
 #include "platform/Files.h"
 #include "storage/paths/Paths.h"
 #include "views/SivrayEditorProvider.h"
@@ -28,7 +29,6 @@ namespace {
 constexpr std::size_t kMessageBytes = 3;
 constexpr std::array<std::uint8_t, kMessageBytes> kTransportStart{0xFA, 0, 0};
 constexpr std::array<std::uint8_t, kMessageBytes> kTransportStop{0xFC, 0, 0};
-constexpr std::uint64_t kFactoryBank = 0;
 
 }  // namespace
 

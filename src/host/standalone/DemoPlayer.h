@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/EngineRate.h"
 #include "host/standalone/DemoScore.h"
 
 namespace tesh::bramel::standalone {
@@ -50,7 +51,7 @@ class DemoPlayer {
   void endNotes(juce::MidiBuffer& midi);
 
   const DemoScore score;
-  double rate = 44100.0;
+  double rate = cofu::core::kEngineRate;
   std::atomic<bool> isWanted = false;
 
   // The audio thread's.

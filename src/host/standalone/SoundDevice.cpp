@@ -7,6 +7,8 @@
 #include <array>
 #include <utility>
 
+#include "core/EngineRate.h"
+
 namespace tesh::bramel::standalone {
 namespace {
 
@@ -22,7 +24,7 @@ constexpr int kChannels = 2;
 
 /// The first that is not below the engine's own rate, which most devices have.
 double rateFor(juce::AudioIODevice& device, double wanted) {
-  constexpr double kEngineRate = 44100.0;
+  using cofu::core::kEngineRate;
   const auto rates = device.getAvailableSampleRates();
   if (rates.contains(wanted) || rates.isEmpty()) {
     return wanted;

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "content/library/Wave.h"
+#include "core/EngineRate.h"
 
 namespace sivray::content {
 
 /// The rate that everything here measures at, in Hz. Hits of other rates are converted.
-inline constexpr double kMeasureRate = 44100.0;
+inline constexpr double kMeasureRate = tesh::cofu::core::kEngineRate;
 
 /// Full scale is 1.0. Empty if the sound is silent.
 using Hit = std::vector<float>;

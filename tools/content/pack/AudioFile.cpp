@@ -104,7 +104,7 @@ bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames, std::vec
 /// fit into a pad.
 double keptRate(double rate) {
   constexpr double kHighestRate = 48000.0;
-  constexpr double kEngineRate = 44100.0;
+  using tesh::cofu::core::kEngineRate;
   if (rate <= kHighestRate) {
     return rate;
   }
