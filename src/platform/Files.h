@@ -73,7 +73,8 @@ class InputFile {
 std::string combinePath(const std::string& base, const std::string& relative);
 
 /// True if there is a file or folder at `path`.
-bool exists(const std::string& path);
+bool exists(const NativePath& path);
+inline bool exists(const std::string& path) { return exists(NativePath(path)); }
 
 /// 64 MiB, more than any of our files that are read as a whole.
 inline constexpr std::uint64_t kLargestFile = std::uint64_t{64} << 20U;

@@ -131,7 +131,7 @@ std::string combinePath(const std::string& base, const std::string& relative) {
   return base + (separated ? "" : "\\") + relative;
 }
 
-bool exists(const std::string& path) { return ::access(NativePath(path).text(), F_OK) == 0; }
+bool exists(const NativePath& path) { return ::access(path.text(), F_OK) == 0; }
 
 bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes) {
   const std::optional<fs::path> target = linkTarget(path.text());

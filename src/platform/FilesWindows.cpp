@@ -131,7 +131,7 @@ std::string combinePath(const std::string& base, const std::string& relative) {
   return path == nullptr ? std::string() : toUtf8(path);
 }
 
-bool exists(const std::string& path) { return PathFileExistsW(NativePath(path).text()) != 0; }
+bool exists(const NativePath& path) { return PathFileExistsW(path.text()) != 0; }
 
 bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes) {
   const std::wstring target = linkTarget(path.text());

@@ -108,7 +108,7 @@ void BXInstrumentProgramListViewModel::moveProgram(std::uint64_t from, std::uint
 bool BXInstrumentProgramListViewModel::isProgramListEnabled() const { return true; }
 
 void BXInstrumentProgramListViewModel::importPrograms(const std::string& path) {
-  if (fileExists(path)) {
+  if (chosenFileExists(path)) {
     instrument->importPrograms(path);
   }
 }

@@ -64,7 +64,7 @@ TEST_F(ProgramList, StoresMovesAndDeletes) {
 TEST_F(ProgramList, ExportsAndImportsItsOwnFile) {
   EXPECT_EQ(programs->getExportFileStem(), "sivray_programs");
   programs->saveProgramAs("mine");
-  const std::string path = folder.pathOf("exported.sivray_programs").string();
+  const std::string path = folder.pathOf("a name with \\.sivray_programs").string();
   programs->importPrograms(path);
   EXPECT_EQ(namesOf("User"), Log{"mine"});
   programs->exportPrograms(path);

@@ -114,6 +114,10 @@ bool writeFile(const std::string& path, const void* data, std::size_t size) {
   return platform::writeAtomically(path, {static_cast<const std::uint8_t*>(data), size});
 }
 
+bool chosenFileExists(const std::string& path) {
+  return !path.empty() && platform::exists(platform::NativePath::chosen(path));
+}
+
 std::vector<std::uint8_t> readChosenFile(const std::string& path) {
   return platform::readWhole(platform::NativePath::chosen(path)).value_or(std::vector<std::uint8_t>());
 }

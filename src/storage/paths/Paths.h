@@ -58,7 +58,8 @@ std::vector<std::uint8_t> readFile(const std::string& path);
 /// failure, which leaves the old file unchanged. The caller must not hold a lock that the audio thread takes.
 bool writeFile(const std::string& path, const void* data, std::size_t size);
 
-/// `readFile` and `writeFile` for a path from a file dialog, in which a backslash may be part of a name.
+/// The same for a path from a file dialog, in which a backslash may be part of a name.
+bool chosenFileExists(const std::string& path);
 std::vector<std::uint8_t> readChosenFile(const std::string& path);
 bool writeChosenFile(const std::string& path, const void* data, std::size_t size);
 
