@@ -20,6 +20,39 @@ function(sivray_patch_juce)
   file(READ "${JUCE_MODULES_DIR}/juce_graphics/geometry/juce_EdgeTable.cpp" text)
   sivray_replace_once(text "memcpy (temp, src1," "memmove (temp, src1,")
   sivray_replace_file(juce_graphics geometry juce_EdgeTable.cpp "${text}")
+
+  sivray_patch_wrappers()
+endfunction()
+
+# The wrappers of VST 3 and LV2 spend more on a block than they must. What includes them must include
+# <build>/juce before JUCE's own modules.
+function(sivray_patch_wrappers)
+  # In each block they look at every parameter's flags, and VST 3 hosts at those of 2190.
+  file(READ "${JUCE_MODULES_DIR}/juce_audio_processors/utilities/juce_FlagCache.h" text)
+  sivray_replace_once(text
+    "            const auto prevFlags = flags[flagIndex].exchange (0, std::memory_order_acq_rel);"
+    "            if (flags[flagIndex].load (std::memory_order_relaxed) == 0)\n                continue;\n\n            const auto prevFlags = flags[flagIndex].exchange (0, std::memory_order_acq_rel);")
+  sivray_replace_file(juce_audio_processors utilities juce_FlagCache.h "${text}")
+
+  # A value from the host is told to listeners, all of which know that it came from the host.
+  file(READ "${JUCE_MODULES_DIR}/juce_audio_plugin_client/VST3/juce_VST3_Wrapper.cpp" text)
+  sivray_replace_once(text
+    "    const InParameterChangedCallbackSetter scopedSetter { inParameterChangedCallback };\n    param.setValueNotifyingHost (newValue);"
+    "    param.setValue (newValue);")
+  sivray_replace_file(juce_audio_plugin_client VST3 juce_VST3_Wrapper.cpp "${text}")
+
+  # The same, and the search of each parameter for a range that none of ours has. Also, the buffer must keep its memory, but
+  # not its content, when a block is longer than the last.
+  file(READ "${JUCE_MODULES_DIR}/juce_audio_plugin_client/LV2/juce_LV2_Client.cpp" text)
+  sivray_replace_once(text
+    "                ScopedValueSetter<bool> scope (ignoreCallbacks, true);\n                param->setValueNotifyingHost (scaledValue);"
+    "                param->setValue (scaledValue);")
+  sivray_replace_once(text
+    "                if (auto* rangedParam = dynamic_cast<RangedAudioParameter*> (param))\n                    return rangedParam->convertTo0to1 (value);\n" "")
+  sivray_replace_once(text
+    "static_cast<int> (numSteps), true, false, true);"
+    "static_cast<int> (numSteps), false, false, true);")
+  sivray_replace_file(juce_audio_plugin_client LV2 juce_LV2_Client.cpp "${text}")
 endfunction()
 
 # The window for X11 runs a timer of 60 to 100 Hz for as long as it is open, painted or not: most of a percent of a core for
@@ -85,6 +118,9 @@ function(sivray_replace_file module folder file text)
   endif()
 
   get_target_property(sources ${module} INTERFACE_SOURCES)
+  if(NOT sources)
+    return()
+  endif()
   list(TRANSFORM sources REPLACE "^${from}/${module}.cpp$" "${to}/${module}.cpp")
   set_target_properties(${module} PROPERTIES INTERFACE_SOURCES "${sources}")
 endfunction()

@@ -124,7 +124,7 @@ if(SIVRAY_BUILD_TOOLS)
   # before the plug-in's modules when it is linked, and its build of the processors' module takes the place of any there.
   set(lv2 "${JUCE_MODULES_DIR}/juce_audio_processors/format_types/LV2_SDK")
   add_library(sivray_juce_hosts_modules STATIC
-    "${JUCE_MODULES_DIR}/juce_audio_processors/juce_audio_processors.cpp"
+    "${PROJECT_BINARY_DIR}/juce/juce_audio_processors/juce_audio_processors.cpp"
     "${JUCE_MODULES_DIR}/juce_audio_processors/juce_audio_processors_lv2_libs.cpp"
     "${JUCE_MODULES_DIR}/juce_gui_extra/juce_gui_extra.cpp")
   set_target_properties(sivray_juce_hosts_modules PROPERTIES OUTPUT_NAME sivray_juce_hosts)

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <utility>
 
-#include "core/RealTime.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace tesh::bramel::vst {
@@ -41,11 +40,6 @@ void ClientParameter::setValue(float newValue) {
     value = newValue;
     instrument->setParameter(id, newValue);
   }
-}
-
-void ClientParameter::refresh() {
-  // Inside a block, whose lock this thread holds, nothing waits: the shell only reads.
-  value = cofu::core::mayWait([this] { return instrument->parameterValue(id); });
 }
 
 float ClientParameter::getDefaultValue() const { return instrument->parameterDefault(id); }

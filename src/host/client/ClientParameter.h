@@ -24,8 +24,8 @@ class ClientParameter final : public juce::AudioProcessorParameterWithID {
   /// A write of the host. A value outside 0 to 1 is ignored. Audio thread too.
   void setValue(float newValue) override;
 
-  /// Takes over the value that the shell has. Audio thread too.
-  void refresh();
+  /// Takes over a value that the shell has. Audio thread too.
+  void keepValue(float shellValue) { value = shellValue; }
 
   float getDefaultValue() const override;
   int getNumSteps() const override { return steps; }

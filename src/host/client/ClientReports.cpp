@@ -3,6 +3,7 @@
 #include "host/client/ClientReports.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace tesh::bramel::vst {
@@ -75,13 +76,42 @@ void HostReports::takeMidi(juce::MidiBuffer& midi, int frames) {
   });
 }
 
-EditorReports::EditorReports(std::vector<ClientParameter*> parameterOfId,
+EditorReports::EditorReports(std::shared_ptr<BramelInstrument> ofInstrument,
+                             std::vector<ClientParameter*> parameterOfId,
                              std::shared_ptr<BramelInstrumentUICallback> newPanel)
-    : parameters(std::move(parameterOfId)), panel(std::move(newPanel)) {}
+    : instrument(std::move(ofInstrument)),
+      parameters(std::move(parameterOfId)),
+      panel(std::move(newPanel)),
+      changed(parameters.size()),
+      values(parameters.size()) {}
+
+void EditorReports::list(std::uint64_t parameterId) {
+  if (parameterId >= parameters.size() || parameters[static_cast<std::size_t>(parameterId)] == nullptr) {
+    return;
+  }
+  if (changedCount == changed.size()) {
+    takeValues();
+  }
+  changed[changedCount++] = parameterId;
+}
+
+void EditorReports::takeValues() {
+  const std::span ids(changed.data(), changedCount);
+  instrument->parameterValues(ids, values);
+  for (std::size_t index = 0; index < changedCount; ++index) {
+    parameters[static_cast<std::size_t>(ids[index])]->keepValue(values[index]);
+  }
+  changedCount = 0;
+}
 
 void EditorReports::holdUpdates() { panel->holdUpdates(); }
 
-void EditorReports::releaseUpdates() { panel->releaseUpdates(); }
+void EditorReports::releaseUpdates() {
+  if (changedCount > 0) {
+    takeValues();
+  }
+  panel->releaseUpdates();
+}
 
 void EditorReports::programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) {
   panel->programSaved(bankName, programIds, count);
@@ -96,18 +126,15 @@ void EditorReports::programMoved(const std::string& bankName, std::uint64_t from
 }
 
 void EditorReports::programChanged() {
-  for (ClientParameter* const parameter : parameters) {
-    if (parameter != nullptr) {
-      parameter->refresh();
-    }
+  for (std::uint64_t id = 0; id < parameters.size(); ++id) {
+    list(id);
   }
+  takeValues();
   panel->programChanged();
 }
 
 void EditorReports::parameterChanged(std::uint64_t parameterId) {
-  if (parameterId < parameters.size() && parameters[static_cast<std::size_t>(parameterId)] != nullptr) {
-    parameters[static_cast<std::size_t>(parameterId)]->refresh();
-  }
+  list(parameterId);
   panel->parameterChanged(parameterId);
 }
 

@@ -65,11 +65,13 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   std::atomic<bool> areValuesHeld = false;
 };
 
-/// Receives what the shell tells the editor: updates the parameters' values, then passes the report on to the panel.
+/// Receives what the shell tells the editor: updates the parameters' values, those of a block together at its end, and
+/// passes the reports on to the panel.
 class EditorReports final : public BramelInstrumentUICallback {
  public:
   /// `parameterOfId` holds null for hidden parameters; what it points to outlives this object. `panel` is not null.
-  EditorReports(std::vector<ClientParameter*> parameterOfId, std::shared_ptr<BramelInstrumentUICallback> panel);
+  EditorReports(std::shared_ptr<BramelInstrument> instrument, std::vector<ClientParameter*> parameterOfId,
+                std::shared_ptr<BramelInstrumentUICallback> panel);
 
   void holdUpdates() SIVRAY_NONBLOCKING override;
   void releaseUpdates() SIVRAY_NONBLOCKING override;
@@ -81,8 +83,16 @@ class EditorReports final : public BramelInstrumentUICallback {
   void midiReceived(const std::uint8_t* data, std::size_t size) SIVRAY_NONBLOCKING override;
 
  private:
+  void list(std::uint64_t parameterId) SIVRAY_NONBLOCKING;
+  void takeValues() SIVRAY_NONBLOCKING;
+
+  const std::shared_ptr<BramelInstrument> instrument;
   const std::vector<ClientParameter*> parameters;
   const std::shared_ptr<BramelInstrumentUICallback> panel;
+  // With the shell's main lock held.
+  std::vector<std::uint64_t> changed;  ///< The first `changedCount` have changed since the values were taken.
+  std::vector<float> values;           ///< As long as `changed`.
+  std::size_t changedCount = 0;
 };
 
 }  // namespace tesh::bramel::vst

@@ -79,7 +79,7 @@ SivrayProcessor::SivrayProcessor()
     addParameter(parameter.release());
   }
   impl->hostReports = std::make_shared<HostReports>(std::move(shown));
-  impl->editorReports = std::make_shared<EditorReports>(std::move(ofId), impl->panel);
+  impl->editorReports = std::make_shared<EditorReports>(impl->instrument, std::move(ofId), impl->panel);
   shell.setHostCallback(impl->hostReports);
   shell.setUICallback(impl->editorReports);
 }

@@ -74,6 +74,13 @@ float BramelInstrument::parameterValue(std::uint64_t id) {
   return id < cache.count() ? mapValueToHost(id, cache.read(id, &ParameterInfo::value)) : 0.0F;
 }
 
+void BramelInstrument::parameterValues(std::span<const std::uint64_t> ids, std::span<float> values) const {
+  impl->parameters.cache.readValues(ids, values);
+  for (std::size_t index = 0; index < ids.size(); ++index) {
+    values[index] = mapValueToHost(ids[index], values[index]);
+  }
+}
+
 std::uint64_t BramelInstrument::parameterInteger(std::uint64_t id) {
   impl->flushWrites();
   return impl->parameters.cache.read(id, &ParameterInfo::integerValue);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,7 @@ class BramelInstrument : public BramelInstrumentBase {
   // Hooks for instruments whose host sees other steps or values than the engine. Here they return their argument.
 
   virtual std::uint64_t mapParameterSteps(std::uint64_t index, std::uint64_t steps) const;
-  virtual float mapValueToHost(std::uint64_t index, float value) const;
+  virtual float mapValueToHost(std::uint64_t index, float value) const SIVRAY_NONBLOCKING;
   virtual float mapValueFromHost(std::uint64_t index, float value) const SIVRAY_NONBLOCKING;
 
   // Audio and time, in frames of the host. The audio thread calls the first two and `setTempo`.
@@ -74,6 +75,9 @@ class BramelInstrument : public BramelInstrumentBase {
   float parameterDefault(std::uint64_t id) const;
   /// The value that was written last, also while no audio runs.
   float parameterValue(std::uint64_t id);
+  /// The values of several as the last block left them, in their order; `values` is at least as long as `ids`. Does not
+  /// wait for a block, and may be called inside one.
+  void parameterValues(std::span<const std::uint64_t> ids, std::span<float> values) const SIVRAY_NONBLOCKING;
   std::uint64_t parameterInteger(std::uint64_t id);
   /// What the engine has in force, by the engine's own number: -1 for an unknown one, 0 without a processor.
   float engineParameter(std::uint64_t engineId) const;

@@ -53,6 +53,14 @@ std::uint64_t ParameterCache::count() const {
   return parameters.size();
 }
 
+void ParameterCache::readValues(std::span<const std::uint64_t> ids, std::span<float> values) const {
+  const cofu::core::RealTimeLock lock(mutex);
+  for (std::size_t index = 0; index < ids.size(); ++index) {
+    const bool isKnown = ids[index] < parameters.size();
+    values[index] = isKnown ? parameters[static_cast<std::size_t>(ids[index])].value : 0.0F;
+  }
+}
+
 void ParameterCache::setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider) {
   const std::lock_guard lock(mutex);
   tooltips = std::move(provider);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,9 @@ class ParameterCache {
     const std::lock_guard lock(mutex);
     return id < parameters.size() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
   }
+
+  /// The values of several parameters, 0 for an id out of range. Audio thread safe.
+  void readValues(std::span<const std::uint64_t> ids, std::span<float> values) const SIVRAY_NONBLOCKING;
 
   void setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider);
   /// The text of the value that was written last; empty without a provider.
