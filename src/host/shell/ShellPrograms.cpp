@@ -3,8 +3,10 @@
 #include "host/shell/ShellPrograms.h"
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <numeric>
+#include <thread>
 
 #include "host/shell/ProgramBanks.h"
 #include "storage/paths/Paths.h"
@@ -165,6 +167,20 @@ void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
       [&](BramelInstrumentUICallback& editor) { editor.programMoved(nameOf(bank), from, to); });
 }
 
+/// With `fileMutex` held. Releases the main lock after each step, for long enough that a block which waits can take it.
+void ShellPrograms::fitBanks(std::uint64_t imageMacroCount) {
+  constexpr std::chrono::milliseconds kPause{1};
+  for (std::size_t record = 0;; record += vimo::ProgramShelf::kFitStep) {
+    {
+      const std::lock_guard lock(core.mainMutex);
+      if (!controller().programs().fitSome(record, imageMacroCount)) {
+        return;
+      }
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
 void ShellPrograms::importFrom(const std::string& path) {
   if (!core.processor) {
     return;
@@ -173,11 +189,15 @@ void ShellPrograms::importFrom(const std::string& path) {
   const auto image = vimo::readExportedPrograms(file, core.processor->instrumentName());
   std::vector<std::uint64_t> added;
   const auto incoming = image ? controller().programs().readImage(image->image, image->macroCount) : nullptr;
+  const std::lock_guard fileLock(fileMutex);
+  if (incoming && incoming->programCount() != 0) {
+    fitBanks(image->macroCount);
+  }
   changeBanks(
       [&](vimo::ProgramShelf& shelf) {
         const std::uint64_t before = shelf.programCount(Bank::user);
         if (incoming) {
-          shelf.append(Bank::user, *incoming, image->macroCount);
+          shelf.append(Bank::user, *incoming);
         }
         added.resize(static_cast<std::size_t>(shelf.programCount(Bank::user) - before));
         std::iota(added.begin(), added.end(), before);

@@ -49,6 +49,7 @@ class ShellPrograms {
   template <typename Change, typename Report>
   void changeBanks(Change change, Report report);
   void writeUserPrograms() const;
+  void fitBanks(std::uint64_t imageMacroCount);
 
   ShellCore& core;
   ShellParameters& parameters;

@@ -54,6 +54,7 @@ void readHead(ProgramRecord& record, ByteReader& reader, std::uint32_t version, 
 }  // namespace
 
 std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount, Mode mode) {
+  isEven = isEven && (records.empty() || imageMacroCount == macrosPerRecord);
   macrosPerRecord = imageMacroCount;
   const std::uint32_t version = cofu::core::wordIn(image, 0).value_or(0);
   if (!isKnown(version)) {
@@ -61,6 +62,7 @@ std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint
   }
   if (mode == Mode::replace) {
     records.clear();
+    isEven = true;
   }
   const std::uint64_t recordBytes = headBytes(version) + entryBytes(version) * imageMacroCount;
   const std::uint64_t count = std::min(recordsIn(image, version, recordBytes), mostRecords(image.size()));
@@ -128,14 +130,20 @@ void ProgramDatabase::save(std::vector<std::uint8_t>& out) const {
 }
 
 void ProgramDatabase::setMacroCount(std::size_t count) {
+  if (isEven && count == macrosPerRecord) {
+    return;
+  }
+  isEven = true;
   macrosPerRecord = count;
   for (const auto& record : records) {
     record->entries.resize(count);
   }
 }
 
-void ProgramDatabase::fillMacros(std::uint64_t first, std::span<const float> values) {
-  for (const auto& record : records) {
+void ProgramDatabase::fillMacros(std::uint64_t first, std::span<const float> values, std::size_t fromRecord,
+                                 std::size_t count) {
+  const std::size_t from = std::min(fromRecord, records.size());
+  for (const auto& record : std::span(records).subspan(from, std::min(count, records.size() - from))) {
     for (std::size_t i = 0; i < values.size() && first + i < record->entries.size(); ++i) {
       record->entries[static_cast<std::size_t>(first) + i] = {values[i], 0};
     }
@@ -165,6 +173,7 @@ void ProgramDatabase::storeInto(ProgramRecord& record) const {
 }
 
 void ProgramDatabase::takeAll(ProgramDatabase& other) {
+  isEven = isEven && other.isEven && macrosPerRecord == other.macrosPerRecord;
   records.insert(records.end(), std::move_iterator(other.records.begin()), std::move_iterator(other.records.end()));
   other.records.clear();
 }

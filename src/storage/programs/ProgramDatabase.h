@@ -52,12 +52,13 @@ class ProgramDatabase {
     return programs * (kRecordHeadBytes + kEntryBytes * macros) + kImageHeadBytes;
   }
 
-  /// Sets the number of entries of all records; new ones are zero.
+  /// Sets the number of entries of all records; new ones are zero. Fast if no record has another number.
   void setMacroCount(std::size_t count);
   std::size_t macroCount() const { return static_cast<std::size_t>(macrosPerRecord); }
 
-  /// Gives every record these values for the macros from `first` on; those past the macro count are ignored.
-  void fillMacros(std::uint64_t first, std::span<const float> values);
+  /// Gives up to `count` records from `fromRecord` on these values for the macros from `first` on; those past the macro
+  /// count are ignored.
+  void fillMacros(std::uint64_t first, std::span<const float> values, std::size_t fromRecord, std::size_t count);
 
   /// Stores the owner's current state as a new last record.
   void appendFromDelegate();
@@ -90,6 +91,7 @@ class ProgramDatabase {
   const MacroProgramDatabaseDelegate& delegate;
   std::vector<std::unique_ptr<ProgramRecord>> records;
   std::uint64_t macrosPerRecord = 0;
+  bool isEven = true;  ///< Every record has `macrosPerRecord` entries.
 };
 
 }  // namespace tesh::vimo

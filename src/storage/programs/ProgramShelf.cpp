@@ -2,20 +2,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramShelf.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace tesh::vimo {
 namespace {
 
 constexpr std::size_t placeOf(Bank bank) { return static_cast<std::size_t>(bank); }
 
-/// Fits databases to the macro list; macros past `knownMacros` take their defaults.
-void fitTo(const MacroList& macros, std::span<ProgramDatabase> databases, std::uint64_t knownMacros) {
+constexpr std::size_t kAllRecords = std::numeric_limits<std::size_t>::max();
+
+/// Fits databases to the macro list. In `count` records of each, from `fromRecord` on, macros past `knownMacros` take
+/// their defaults.
+void fitTo(const MacroList& macros, std::span<ProgramDatabase> databases, std::uint64_t knownMacros,
+           std::size_t fromRecord, std::size_t count) {
   std::vector<float> defaults;
   for (std::uint64_t macro = knownMacros; macro < macros.macroCount(); ++macro) {
     defaults.push_back(macros.macroDefault(macro));
   }
   for (ProgramDatabase& database : databases) {
     database.setMacroCount(static_cast<std::size_t>(macros.macroCount()));
-    database.fillMacros(knownMacros, defaults);
+    database.fillMacros(knownMacros, defaults, fromRecord, count);
   }
 }
 
@@ -53,32 +60,34 @@ void ProgramShelf::loadDatabase(Bank bank, std::span<const std::uint8_t> image, 
   }
   const std::size_t programsRead = found->load(image, imageMacroCount, mode);
   fit(bank);
-  fitAll(programsRead, imageMacroCount);
+  if (programsRead != 0 && imageMacroCount != macros.macroCount()) {
+    fitTo(macros, databases, imageMacroCount, 0, kAllRecords);
+  }
 }
 
 std::unique_ptr<ProgramDatabase> ProgramShelf::readImage(std::span<const std::uint8_t> image,
                                                          std::uint64_t imageMacroCount) const {
   auto incoming = std::make_unique<ProgramDatabase>(macros);
   incoming->load(image, imageMacroCount, ProgramDatabase::Mode::replace);
-  fitTo(macros, {incoming.get(), 1}, imageMacroCount);
+  fitTo(macros, {incoming.get(), 1}, imageMacroCount, 0, kAllRecords);
   return incoming;
 }
 
-void ProgramShelf::append(Bank bank, ProgramDatabase& incoming, std::uint64_t imageMacroCount) {
-  ProgramDatabase* const found = databaseAt(bank);
-  if (found == nullptr) {
-    return;
+bool ProgramShelf::fitSome(std::size_t fromRecord, std::uint64_t imageMacroCount) {
+  if (imageMacroCount == macros.macroCount()) {
+    return false;
   }
-  fit(bank);
-  fitAll(incoming.programCount(), imageMacroCount);
-  found->takeAll(incoming);
+  fitTo(macros, databases, imageMacroCount, fromRecord, kFitStep);
+  return std::ranges::any_of(databases, [end = fromRecord + kFitStep](const ProgramDatabase& database) {
+    return database.programCount() > end;
+  });
 }
 
-void ProgramShelf::fitAll(std::size_t programsRead, std::uint64_t imageMacroCount) {
-  if (programsRead == 0 || imageMacroCount == macros.macroCount()) {
-    return;
+void ProgramShelf::append(Bank bank, ProgramDatabase& incoming) {
+  if (ProgramDatabase* const found = databaseAt(bank)) {
+    fit(bank);
+    found->takeAll(incoming);
   }
-  fitTo(macros, databases, imageMacroCount);
 }
 
 void ProgramShelf::storeCurrent(Bank bank) {

@@ -45,8 +45,13 @@ class ProgramShelf {
   /// The first half of appending an image, which reads no bank and may be called on any thread without the lock: the
   /// programs of the image, fitted to the macro list.
   std::unique_ptr<ProgramDatabase> readImage(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount) const;
-  /// The second half: moves the programs of `incoming` to the end of the bank, with the consequences of loadDatabase.
-  void append(Bank bank, ProgramDatabase& incoming, std::uint64_t imageMacroCount);
+  /// The second half, if the image brings programs: first the consequences of loadDatabase for the present records, in
+  /// steps that take little time each. A step fits kFitStep records of every bank from `fromRecord` on, and returns
+  /// true if more follow.
+  bool fitSome(std::size_t fromRecord, std::uint64_t imageMacroCount);
+  static constexpr std::size_t kFitStep = 2048;
+  /// Then moves the programs of `incoming` to the end of the bank.
+  void append(Bank bank, ProgramDatabase& incoming);
 
   /// Stores the current values as the last program of the bank.
   void storeCurrent(Bank bank);
@@ -69,7 +74,6 @@ class ProgramShelf {
 
  private:
   ProgramDatabase* databaseAt(Bank bank);
-  void fitAll(std::size_t programsRead, std::uint64_t imageMacroCount);
 
   const MacroList& macros;
   std::array<ProgramDatabase, kBankCount> databases;
