@@ -113,6 +113,27 @@ TEST(ProgramDatabase, HoldsTheGrowthOfImagesWithShortRecords) {
   EXPECT_EQ(database.load(image(256, 3, 3), 2, Mode::append), 3U) << "a few are always read";
 }
 
+TEST(ProgramDatabase, FitsRecordsOfEveryOriginToOneNumberOfMacros) {
+  Owner owner;
+  ProgramDatabase database(owner);
+  ProgramDatabase other(owner);
+  database.load(image(256, 2, 2), 2, Mode::replace);
+  database.load(image(256, 2, 2), 4, Mode::append);
+  other.load(image(256, 2, 2), 1, Mode::replace);
+  const auto sizes = [&database] {
+    std::vector<std::size_t> all;
+    for (std::size_t i = 0; i < database.programCount(); ++i) {
+      all.push_back(database.entries(i).size());
+    }
+    return all;
+  };
+  database.setMacroCount(4);
+  EXPECT_EQ(sizes(), (std::vector<std::size_t>{4, 4, 4}));
+  database.takeAll(other);
+  database.setMacroCount(4);
+  EXPECT_EQ(sizes(), (std::vector<std::size_t>{4, 4, 4, 4, 4}));
+}
+
 TEST(ProgramDatabase, ReadsOnlyWholeRecordsOfATruncatedImage) {
   testing::internal::CaptureStderr();
   for (const std::uint32_t version : {256U, 512U, 768U, 1024U}) {

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "ShellScene.h"
+#include "core/LittleEndian.h"
 #include "storage/state/EditBufferRecord.h"
 
 namespace shell {
@@ -182,6 +183,39 @@ TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
   }
   shell->importPrograms("absent");
   EXPECT_EQ(bytesOf(userFile()), before);
+}
+
+TEST_F(Programs, TakeDefaultsForMacrosThatAnImportedFileDoesNotKnow) {
+  const auto import = [this](std::uint32_t macros, std::uint32_t programs) {
+    const std::size_t values = std::size_t{programs} * macros;
+    Bytes file;
+    cofu::core::ByteWriter writer(file);
+    writer.word(256);
+    writer.text("Sivray");
+    writer.zeros(54);
+    for (const auto word :
+         {1024U, macros, static_cast<std::uint32_t>(8 + values * sizeof(float)), 4U, 0U, 256U, programs}) {
+      writer.word(word);
+    }
+    for (std::size_t i = 0; i < values; ++i) {
+      writer.real(0.125F);
+    }
+    const fs::path path = documents / "older.prog";
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(file.data()), static_cast<std::streamsize>(file.size()));
+    shell->importPrograms(path.string());
+  };
+  store(kUser, "own", 0.125F);
+  import(4, 4000);
+  const std::uint64_t count = shell->programCount(kUser);
+  ASSERT_GT(count, 3000U);
+  import(2, 1);
+  ASSERT_EQ(shell->programCount(kUser), count + 1);
+  for (const std::uint64_t program : {count, count - 1, std::uint64_t{0}}) {
+    shell->setProgram(kUser, program);
+    EXPECT_EQ(shell->parameterValue(1), 0.125F) << program;
+    EXPECT_EQ(shell->parameterValue(3), 0.75F) << program << ": no program keeps a value for a macro that came later";
+  }
 }
 
 using State = Programs;
