@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-# Counts what every effect costs, in instructions per stereo frame, and prints the table of docs/benchmarks.md.
+# Counts what every effect costs, in instructions per stereo frame, and what a change to it costs, in thousands of
+# instructions. Prints the table of docs/benchmarks.md.
 #   scripts/count_effects.py [build directory, build/release when left out]
 # Needs valgrind, and bench_effects built.
 # SPDX-License-Identifier: GPL-3.0-or-later
@@ -9,7 +10,9 @@ import sys
 
 FRAMES_PER_BLOCK = 512
 SHORT_RUN, LONG_RUN = 20, 220
+CHANGES = 10
 OVERHEAD_BUDGET = 25
+CHANGE_BUDGET = 600  # Thousands of instructions. Clearing memory counts as one a byte.
 
 # Name and budget by type id.
 EFFECTS = [
@@ -21,9 +24,9 @@ EFFECTS = [
     ("Comb Filter", 90), ("Talking Mod", 120)]
 
 
-def instructions(program, effect, blocks, form):
-    command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", program, "count", str(effect),
-               str(blocks), form]
+def instructions(program, effect, blocks, form, *options):
+    command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *options, program, "count",
+               str(effect), str(blocks), form]
     report = subprocess.run(command, capture_output=True, text=True, check=True).stderr
     return int(re.search(r"Collected : (\d+)", report).group(1))
 
@@ -33,15 +36,21 @@ def per_frame(program, effect, form):
     return more / ((LONG_RUN - SHORT_RUN) * FRAMES_PER_BLOCK)
 
 
+def per_change(program, effect):
+    return instructions(program, effect, CHANGES, "change", "--toggle-collect=*takeChange*") / CHANGES / 1000
+
+
 def main():
     program = (sys.argv[1] if len(sys.argv) > 1 else "build/release") + "/bin/bench_effects"
     over = []
-    print("| Id | Effect | Sound | Silence after it | Budget | In the master effect |")
-    print("|---:|---|---:|---:|---:|---:|")
+    print("| Id | Effect | Sound | Silence after it | Budget | In the master effect | Change to it |")
+    print("|---:|---|---:|---:|---:|---:|---:|")
     for effect, (name, budget) in enumerate(EFFECTS):
         alone, quiet, whole = (per_frame(program, effect, form) for form in ("alone", "quiet", "whole"))
-        print(f"| {effect} | {name} | {alone:.1f} | {quiet:.1f} | {budget} | + {whole - alone:.1f} |", flush=True)
-        if alone > budget or quiet > alone * 1.01 or whole - alone > OVERHEAD_BUDGET:
+        change = per_change(program, effect)
+        print(f"| {effect} | {name} | {alone:.1f} | {quiet:.1f} | {budget} | + {whole - alone:.1f} | {change:.1f} |",
+              flush=True)
+        if (alone > budget or quiet > alone * 1.01 or whole - alone > OVERHEAD_BUDGET or change > CHANGE_BUDGET):
             over.append(name)
     if over:
         sys.exit("count_effects: above budget: " + ", ".join(over))

@@ -3,8 +3,10 @@
 //   bench_effects                         time per frame, and of a type change that finds nothing in the cache
 //   bench_effects count TYPE BLOCKS FORM  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. The
 //                                         instructions of two runs with different BLOCKS give the cost of a frame. FORM
-//                                         is `alone`, `quiet` (alone, silence after sound) or `whole` (inside the
-//                                         master effect). scripts/count_effects.py does this for all of them.
+//                                         is `alone`, `quiet` (alone, silence after sound), `whole` (inside the
+//                                         master effect) or `change`: then it changes BLOCKS times from bypass to TYPE,
+//                                         and the counter must collect inside `takeChange` only.
+//                                         scripts/count_effects.py does this for all of them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
@@ -114,18 +116,26 @@ void evictCaches() {
   }
 }
 
+/// A function of its own for the instruction counter.
+[[gnu::noinline]] void takeChange(SivrayMultiEffector& master, StereoBlock block) { master.process(block, 0); }
+
+/// Goes back to bypass, lets a block run and makes the change to `type` wait.
+void prepareChange(Whole& subject, Input& input, int type) {
+  subject.master.setValue(0, 0);
+  subject.run(input.copy());
+  subject.master.setValue(0, type);
+}
+
 void changeType(benchmark::State& state, int type) {
   Whole subject(0);
   Input input;
   for (auto _ : state) {
     state.PauseTiming();
-    subject.master.setValue(0, 0);
-    subject.run(input.copy());
-    subject.master.setValue(0, type);
+    prepareChange(subject, input, type);
     evictCaches();
-    StereoBlock block = input.copy();
+    const StereoBlock block = input.copy();
     state.ResumeTiming();
-    subject.master.process(block, 0);
+    takeChange(subject.master, block);
   }
 }
 
@@ -143,6 +153,15 @@ void count(int type, int blocks, bool quiet) {
   }
 }
 
+void countChanges(int type, int changes) {
+  Whole subject(0);
+  Input input;
+  for (int i = 0; i < changes; ++i) {
+    prepareChange(subject, input, type);
+    takeChange(subject.master, input.copy());
+  }
+}
+
 int countOnly(char** arguments) {
   const int type = std::atoi(arguments[0]);
   const int blocks = std::atoi(arguments[1]);
@@ -152,6 +171,8 @@ int countOnly(char** arguments) {
   }
   if (std::strcmp(arguments[2], "whole") == 0) {
     count<Whole>(type, blocks, false);
+  } else if (std::strcmp(arguments[2], "change") == 0) {
+    countChanges(type, blocks);
   } else {
     count<Alone>(type, blocks, std::strcmp(arguments[2], "quiet") == 0);
   }
