@@ -4,11 +4,10 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <cstdio>
-#include <stdexcept>
 #include <vector>
 
 #include "host/construction/Construction.h"
+#include "support/ContentMain.h"
 
 namespace {
 
@@ -49,14 +48,4 @@ BENCHMARK(selectNextProgram)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  try {
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-  } catch (const std::runtime_error& error) {
-    std::fprintf(stderr, "bench_construction: no content (%s): set BRAMEL_COMMON_FILES to a built Sivray folder\n",
-                 error.what());
-    return 1;
-  }
-  return 0;
-}
+int main(int argc, char** argv) { return support::runOnContent("bench_construction", argc, argv); }

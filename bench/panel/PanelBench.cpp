@@ -5,12 +5,11 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 #include <malloc.h>
 
-#include <cstdio>
 #include <memory>
-#include <stdexcept>
 
 #include "host/construction/Construction.h"
 #include "host/shell/BramelInstrument.h"
+#include "support/ContentMain.h"
 #include "viewmodels/IPluginEditViewModelOwner.h"
 #include "viewmodels/texts/PanelMacros.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"
@@ -144,13 +143,5 @@ BENCHMARK(turnKnob)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv) {
   const juce::ScopedJuceInitialiser_GUI juce;
-  try {
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-  } catch (const std::runtime_error& error) {
-    std::fprintf(stderr, "bench_panel: no content (%s): set BRAMEL_COMMON_FILES to a built Sivray folder\n",
-                 error.what());
-    return 1;
-  }
-  return 0;
+  return support::runOnContent("bench_panel", argc, argv);
 }

@@ -49,6 +49,14 @@ void writeUserPrograms(int count) {
   writeFile(pathFor(kBramelPath_UserProgram, "Sivray"), file.data(), file.size());
 }
 
+/// Opens the editor with the mouse away from its controls, and returns its picture once that no longer changes.
+std::uint64_t openPlain(EditorScene& scene) {
+  scene.open();
+  scene.render();
+  scene.window.moveTo(kNowhere);
+  return scene.settledPicture();
+}
+
 Verdict longList(const CheckSettings& settings) {
   constexpr int kPrograms = 2000;
   constexpr double kMostMilliseconds = 100.0;
@@ -56,10 +64,7 @@ Verdict longList(const CheckSettings& settings) {
   writeUserPrograms(kPrograms);
   const auto library = settings.load();
   EditorScene scene(*library);
-  scene.open();
-  scene.render();
-  scene.window.moveTo(kNowhere);
-  const std::uint64_t plain = scene.settledPicture();
+  const std::uint64_t plain = openPlain(scene);
   const double before = processSeconds();
   scene.window.click(kProgramName);
   const bool isShown = comesTrue([&] { return scene.window.picture() != plain; });
@@ -87,10 +92,7 @@ Verdict unwritableFolder(const CheckSettings& settings) {
   const ScopedVariable documents("BRAMEL_DOCUMENTS", blocked);
   const auto library = settings.load();
   EditorScene scene(*library);
-  scene.open();
-  scene.render();
-  scene.window.moveTo(kNowhere);
-  const std::uint64_t plain = scene.settledPicture();
+  const std::uint64_t plain = openPlain(scene);
   scene.window.click(kProgramName);
   const std::uint64_t list = scene.settledPicture();
   scene.window.click(kRightmost);
