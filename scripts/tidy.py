@@ -20,7 +20,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 TIDY = "clang-tidy-14"
 CACHE = pathlib.Path(os.environ.get("SIVRAY_TIDY_CACHE", pathlib.Path.home() / ".cache" / "sivray-tidy"))
 INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
-ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "tools" / "content", ROOT / "tools" / "render"]
+ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "bench", ROOT / "tools" / "content", ROOT / "tools" / "render"]
 
 
 def closure(path, seen):
