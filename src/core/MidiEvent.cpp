@@ -4,11 +4,13 @@
 
 #include <algorithm>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::vimo {
 
 MidiEvent::MidiEvent() {
-  inlineData[0] = 0xF0;
-  inlineData[1] = 0xF7;
+  inlineData[0] = cofu::core::kMidiExclusive;
+  inlineData[1] = cofu::core::kMidiEndOfExclusive;
   byteCount = 2;
 }
 
@@ -23,7 +25,7 @@ MidiEvent::MidiEvent(std::span<const std::uint8_t> bytes, std::uint32_t atFrame)
 
 MidiEvent MidiEvent::programChange(int channel, std::uint8_t bank, std::uint32_t program) {
   const int index = std::clamp(channel - 1, 0, 15);
-  const std::array<std::uint8_t, 2> bytes{static_cast<std::uint8_t>(0xC0 | index),
+  const std::array<std::uint8_t, 2> bytes{static_cast<std::uint8_t>(cofu::core::kMidiProgramChange | index),
                                           static_cast<std::uint8_t>(bank & 127)};
   MidiEvent event(bytes, 0);
   event.program = program;
@@ -32,7 +34,7 @@ MidiEvent MidiEvent::programChange(int channel, std::uint8_t bank, std::uint32_t
 
 std::uint8_t MidiEvent::status() const {
   const std::uint8_t first = byteAt(0);
-  return first >= 0xF0 ? first : static_cast<std::uint8_t>(first & 0xF0);
+  return first >= cofu::core::kMidiFirstSystem ? first : static_cast<std::uint8_t>(first & cofu::core::kMidiKindBits);
 }
 
 }  // namespace tesh::vimo

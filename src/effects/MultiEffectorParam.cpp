@@ -17,7 +17,6 @@ constexpr std::size_t kRowCount = 4;
 using Rows = std::array<ParameterRow, kRowCount>;
 
 constexpr Rows kTemplate{{{"Type", 0, 29, 0}, {"Switch", 0, 1, 1}, {"Edit1", 0, 127, 100}, {"Edit2", 0, 127, 100}}};
-constexpr ParameterRow kNoRow{"----", 0, 0, 0};
 
 constexpr const char* labelOr(const char* label, const char* fallback) { return *label == '\0' ? fallback : label; }
 
@@ -106,7 +105,7 @@ std::string MultiEffectorParam::format(int index, std::int32_t value) const {
 
 const ParameterRow* MultiEffectorParam::info(int index) const {
   if (!isRow(index)) {
-    return &kNoRow;
+    return &kNoParameterRow;
   }
   const int type = owner.value(0);
   const int known = type >= 0 && type < kEffectTypeCount ? type : kEffectTypeCount;

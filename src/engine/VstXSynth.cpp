@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/VstXSynth.h"
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::plugin::sivray {
 namespace {
-
-enum Status : std::uint8_t { kNoteOff = 0x80, kNoteOn = 0x90, kControlChange = 0xB0, kProgramChange = 0xC0 };
 
 /// A system status that MIDI leaves undefined; here it carries messages about the transport.
 constexpr std::uint8_t kTransport = 0xF4;
@@ -21,23 +21,23 @@ void VstXSynth::processEvent(const SequencerMessage& message) {
     return;
   }
   const int note = data1 & 127;
-  switch (status & 0xF0) {
-    case kNoteOn:
+  switch (status & cofu::core::kMidiKindBits) {
+    case cofu::core::kMidiNoteOn:
       if (data2 > 0) {
         drumEngine.noteOn(note, data2 & 127);
       } else {
         drumEngine.noteOff(note);
       }
       break;
-    case kNoteOff:
+    case cofu::core::kMidiNoteOff:
       drumEngine.noteOff(note);
       break;
-    case kControlChange:
+    case cofu::core::kMidiController:
       for (int any = 0; releasesAll(data1) && any < 127; ++any) {
         drumEngine.noteOff(any);
       }
       break;
-    case kProgramChange:
+    case cofu::core::kMidiProgramChange:
       drumEngine.bank().setProgram(data1);
       break;
     default:

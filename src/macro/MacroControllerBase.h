@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "core/MidiStatus.h"
 #include "core/RealTime.h"
 #include "macro/MacroParameterControl.h"
 #include "storage/programs/ProgramShelf.h"
@@ -19,7 +20,7 @@ namespace tesh::vimo {
 /// All operations with the shell's main lock held. The macro list changes only while no audio runs.
 class MacroControllerBase : public MacroList, public MacroParameterControlListener {
  public:
-  static constexpr std::uint8_t kPitchBendKey = 224;
+  static constexpr std::uint8_t kPitchBendKey = cofu::core::kMidiPitchBend;
 
   MacroControllerBase();
 

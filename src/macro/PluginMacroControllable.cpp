@@ -6,13 +6,12 @@
 #include <optional>
 #include <utility>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::vimo {
 namespace {
 
 constexpr double kNanosecondsPerSecond = 1.0e9;
-constexpr std::uint8_t kNoteOff = 0x80;
-constexpr std::uint8_t kNoteOn = 0x90;
-constexpr std::uint8_t kProgramChange = 0xC0;
 
 void passThrough(ProcessBlock& block) {
   const auto frames = static_cast<std::size_t>(std::max(block.frames, 0));
@@ -101,7 +100,7 @@ void Controllable::runProgramChanges(ProcessBlock& block, const BlockClock& cloc
       return;
     }
     auto event = programQueue.take();
-    if (event->status() == kProgramChange) {
+    if (event->status() == cofu::core::kMidiProgramChange) {
       ownController.selectProgram(event->program, Bank{event->byteAt(1)}, *frame, block);
       if (editor) {
         editor->programSelected();
@@ -143,7 +142,7 @@ void Controllable::report(ProcessBlock& block) {
     return;
   }
   for (const MidiEvent& event : *block.midiIn) {
-    if (event.status() == kNoteOn || event.status() == kNoteOff) {
+    if (event.status() == cofu::core::kMidiNoteOn || event.status() == cofu::core::kMidiNoteOff) {
       editor->noteReceived(static_cast<std::uint16_t>((event.byteAt(1) & 127) << 8 | (event.byteAt(2) & 127)));
     }
   }

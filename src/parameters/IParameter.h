@@ -19,6 +19,9 @@ struct ParameterRow {
   std::int32_t defaultValue = 0;
 };
 
+/// What some groups give for an index out of range.
+inline constexpr ParameterRow kNoParameterRow{"----", 0, 0, 0};
+
 /// A group of integer parameters. Each value is one word, so any thread may read it while the audio thread runs.
 class IParameter {
  public:

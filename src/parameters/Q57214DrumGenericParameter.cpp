@@ -3,11 +3,6 @@
 #include "parameters/Q57214DrumGenericParameter.h"
 
 namespace tesh::bramel::plugin::sivray {
-namespace {
-
-constexpr ParameterRow kNoRow{"----", 0, 0, 0};
-
-}  // namespace
 
 Q57214DrumGenericParameter::Q57214DrumGenericParameter(std::span<const ParameterRow> rowTable)
     : rows(rowTable.begin(), rowTable.end()), values(rowTable.size()) {
@@ -37,7 +32,7 @@ std::int32_t Q57214DrumGenericParameter::value(int index) const {
 std::string Q57214DrumGenericParameter::format(int, std::int32_t value) const { return std::to_string(value); }
 
 const ParameterRow* Q57214DrumGenericParameter::info(int index) const {
-  return has(index) ? &rows[static_cast<std::size_t>(index)] : &kNoRow;
+  return has(index) ? &rows[static_cast<std::size_t>(index)] : &kNoParameterRow;
 }
 
 int Q57214DrumGenericParameter::indexOf(std::string_view name) const {

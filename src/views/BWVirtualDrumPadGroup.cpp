@@ -6,10 +6,11 @@
 #include <array>
 #include <utility>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel {
 namespace {
 
-constexpr std::uint8_t kNoteOn = 0x90;
 constexpr std::uint8_t kPressVelocity = 100;
 constexpr std::int32_t kLastNote = 127;
 
@@ -50,7 +51,7 @@ void BWVirtualDrumPadGroup::controlValueChanged(IBWControl& control) {
 }
 
 void BWVirtualDrumPadGroup::send(std::uint8_t note, std::uint8_t velocity) {
-  const std::array<std::uint8_t, 3> message{kNoteOn, note, velocity};
+  const std::array<std::uint8_t, 3> message{cofu::core::kMidiNoteOn, note, velocity};
   model->sendMidi(message.data(), message.size());
 }
 

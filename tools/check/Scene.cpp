@@ -14,8 +14,8 @@
 namespace sivray::check {
 namespace {
 
-constexpr int kFirstNote = 36;
-constexpr int kPads = 8;
+constexpr int kFirstNote = tesh::bramel::panel::kFirstPadNote;
+constexpr auto kPads = static_cast<int>(tesh::bramel::panel::kPads);
 
 }  // namespace
 

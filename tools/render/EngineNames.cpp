@@ -11,13 +11,14 @@
 #include "effects/EffectTable.h"
 #include "parameters/ParameterIds.h"
 #include "viewmodels/texts/EditScreenEffects.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
 namespace {
 
 namespace engine = tesh::bramel::plugin::sivray;
 
-constexpr std::uint32_t kPads = 8;
+constexpr auto kPads = static_cast<std::uint32_t>(tesh::bramel::panel::kPads);
 constexpr std::uint32_t kWaveIndex = 0;
 constexpr std::uint32_t kEffectType = engine::parameterId(engine::kEffectGroup, 0);
 constexpr std::uint32_t kMaster = engine::parameterId(engine::kMasterGroup, 0);

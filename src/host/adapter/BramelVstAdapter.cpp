@@ -33,9 +33,6 @@ constexpr std::size_t kMessageBytes = 3;
 constexpr std::int32_t kContentScaleIndex = fourCharacters('P', 'r', 'e', 'S');
 constexpr std::intptr_t kContentScaleValue = fourCharacters('A', 'e', 'C', 's');
 
-constexpr std::uint8_t kTransportStart = 0xFA;
-constexpr std::uint8_t kTransportStop = 0xFC;
-
 /// Writes all kParameterTextBytes of the host's buffer: the text, then zeros.
 void fillText(char* destination, std::string_view text) {
   if (destination == nullptr) {
@@ -110,14 +107,11 @@ void BramelVstAdapter::takeTimeInfo() {
   if (time == nullptr) {
     return;
   }
-  constexpr auto kFastest = static_cast<double>(std::numeric_limits<float>::max());
-  if ((time->flags & kVstTempoValid) != 0 && std::fabs(time->tempo) <= kFastest) {
-    impl->instrument->setTempo(static_cast<float>(time->tempo));
+  if ((time->flags & kVstTempoValid) != 0) {
+    impl->instrument->setHostTempo(time->tempo);
   }
   if ((time->flags & kVstTransportChanged) != 0) {
-    const bool moving = (time->flags & (kVstTransportPlaying | kVstTransportRecording)) != 0;
-    const std::array<std::uint8_t, kMessageBytes> message{moving ? kTransportStart : kTransportStop, 0, 0};
-    impl->instrument->sendMidi(message.data(), message.size(), 0);
+    impl->instrument->setTransport((time->flags & (kVstTransportPlaying | kVstTransportRecording)) != 0);
   }
 }
 

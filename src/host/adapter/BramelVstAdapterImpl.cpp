@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::vst {
 namespace {
 
@@ -62,7 +64,7 @@ void BramelVstAdapter::Impl::Callback::automate(std::uint64_t visibleIndex, floa
 }
 
 void BramelVstAdapter::Impl::Callback::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  if (data == nullptr || size == 0 || data[0] < 0x80) {
+  if (data == nullptr || size == 0 || data[0] < cofu::core::kMidiFirstStatus) {
     return;
   }
   std::uint8_t message[sizeof(midiEvent.midiData)]{};

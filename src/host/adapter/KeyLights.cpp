@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/KeyLights.h"
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::vst {
 namespace {
 
@@ -44,7 +46,7 @@ void KeyLights::stop() {
 }
 
 void KeyLights::messageSent(const std::uint8_t* data) {
-  const bool on = (data[0] & 0xF0) == 0x90 && data[2] != 0;
+  const bool on = (data[0] & cofu::core::kMidiKindBits) == cofu::core::kMidiNoteOn && data[2] != 0;
   call(kNoteCall, {data[1], static_cast<std::uint8_t>(on ? 1 : 0)});
 }
 

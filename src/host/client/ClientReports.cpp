@@ -6,6 +6,8 @@
 #include <span>
 #include <utility>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::vst {
 
 HostReports::HostReports(std::vector<ClientParameter*> shownParameters) : parameters(std::move(shownParameters)) {}
@@ -50,8 +52,7 @@ void HostReports::timerCallback() {
 }
 
 void HostReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  constexpr std::uint8_t kFirstStatus = 0x80;
-  if (data == nullptr || size == 0 || data[0] < kFirstStatus) {
+  if (data == nullptr || size == 0 || data[0] < cofu::core::kMidiFirstStatus) {
     return;
   }
   Message message;

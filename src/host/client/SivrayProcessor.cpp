@@ -27,8 +27,6 @@ namespace tesh::bramel::vst {
 namespace {
 
 constexpr std::size_t kMessageBytes = 3;
-constexpr std::array<std::uint8_t, kMessageBytes> kTransportStart{0xFA, 0, 0};
-constexpr std::array<std::uint8_t, kMessageBytes> kTransportStop{0xFC, 0, 0};
 
 }  // namespace
 
@@ -147,15 +145,13 @@ void SivrayProcessor::takePosition() {
   if (!position) {
     return;
   }
-  constexpr auto kFastest = static_cast<double>(std::numeric_limits<float>::max());
-  if (const auto bpm = position->getBpm(); bpm && std::fabs(*bpm) <= kFastest) {
-    impl->instrument->setTempo(static_cast<float>(*bpm));
+  if (const auto bpm = position->getBpm()) {
+    impl->instrument->setHostTempo(*bpm);
   }
   const bool moves = position->getIsPlaying() || position->getIsRecording();
   if (moves != impl->isMoving) {
     impl->isMoving = moves;
-    const auto& message = moves ? kTransportStart : kTransportStop;
-    impl->instrument->sendMidi(message.data(), message.size(), 0);
+    impl->instrument->setTransport(moves);
   }
 }
 

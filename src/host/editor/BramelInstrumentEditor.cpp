@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/MidiStatus.h"
 #include "host/editor/Delivery.h"
 #include "host/shell/BramelInstrument.h"
 
@@ -113,16 +114,14 @@ void BramelInstrumentEditor::parameterChanged(std::uint64_t parameterId) {
 }
 
 void BramelInstrumentEditor::midiReceived(const std::uint8_t* data, std::size_t size) {
-  constexpr std::uint8_t kStatus = 0xF0;
-  constexpr std::uint8_t kNoteOff = 0x80;
-  constexpr std::uint8_t kNoteOn = 0x90;
+  using namespace cofu::core;
   constexpr std::size_t kNoteBytes = 3;
   if (data == nullptr || size < kNoteBytes) {
     return;
   }
-  const int status = data[0] & kStatus;
-  if (status == kNoteOn || status == kNoteOff) {
-    const bool isOn = status == kNoteOn && data[2] != 0;
+  const int status = data[0] & kMidiKindBits;
+  if (status == kMidiNoteOn || status == kMidiNoteOff) {
+    const bool isOn = status == kMidiNoteOn && data[2] != 0;
     impl->delivery->enqueue([data, isOn](JobStore& jobs) { jobs.putNote(data[1], isOn); });
   }
 }

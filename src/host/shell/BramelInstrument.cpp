@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/BramelInstrument.h"
 
+#include <array>
+#include <cmath>
 #include <limits>
 
+#include "core/MidiStatus.h"
 #include "host/shell/BramelInstrumentImpl.h"
 #include "host/shell/ProgramBanks.h"
 
@@ -41,6 +44,19 @@ void BramelInstrument::sendKeyboardMidi(const std::uint8_t* data, std::size_t si
 
 void BramelInstrument::setSampleRate(float rate) { impl->block.setSampleRate(rate); }
 void BramelInstrument::setTempo(float bpm) { impl->block.setTempo(bpm); }
+
+void BramelInstrument::setHostTempo(double bpm) {
+  constexpr auto kFastest = static_cast<double>(std::numeric_limits<float>::max());
+  if (std::fabs(bpm) <= kFastest) {
+    setTempo(static_cast<float>(bpm));
+  }
+}
+
+void BramelInstrument::setTransport(bool moves) {
+  const std::array<std::uint8_t, 3> message{moves ? cofu::core::kMidiStart : cofu::core::kMidiStop, 0, 0};
+  sendMidi(message.data(), message.size(), 0);
+}
+
 void BramelInstrument::resume() { impl->block.resume(); }
 void BramelInstrument::suspend() { impl->block.suspend(); }
 bool BramelInstrument::isActive() const { return impl->block.isActive(); }

@@ -41,7 +41,7 @@ class BramelInstrument : public BramelInstrumentBase {
   virtual float mapValueToHost(std::uint64_t index, float value) const SIVRAY_NONBLOCKING;
   virtual float mapValueFromHost(std::uint64_t index, float value) const SIVRAY_NONBLOCKING;
 
-  // Audio and time, in frames of the host. The audio thread calls the first two and `setTempo`.
+  // Audio and time, in frames of the host. The audio thread calls the first two, and tells tempo and transport.
 
   /// Renders one block. Null inputs are silence; does nothing if an output is null.
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
@@ -56,6 +56,10 @@ class BramelInstrument : public BramelInstrumentBase {
   /// A rate that is not above 0 or not finite is ignored.
   void setSampleRate(float rate);
   void setTempo(float bpm) SIVRAY_NONBLOCKING;
+  /// The same for a host's number. One that no float can hold is ignored.
+  void setHostTempo(double bpm) SIVRAY_NONBLOCKING;
+  /// The host's transport has started or stopped: sends the MIDI message for it, at the start of the next block.
+  void setTransport(bool moves) SIVRAY_NONBLOCKING;
   void resume();
   void suspend();
   bool isActive() const;

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::vst {
 
 /// A message of up to three bytes.
@@ -36,25 +38,26 @@ inline float pitchBendValue(std::uint8_t lsb, std::uint8_t msb) {
 
 /// Judges a message. Notes, controllers and pitch bend lose their channel. Bank select, pitch bend that is not mapped,
 /// aftertouch, program changes and channel pressure are dropped. `controllerMap(key)` returns the mapped parameter or
-/// nothing; the key is a controller number, or 0xE0 for pitch bend.
+/// nothing; the key is a controller number, or kMidiPitchBend.
 template <typename ControllerMap>
 MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const ControllerMap& controllerMap) {
   MidiVerdict verdict;
   verdict.message.size = std::min(size, verdict.message.bytes.size());
   std::copy_n(data, verdict.message.size, verdict.message.bytes.begin());
+  using namespace cofu::core;
   auto& [status, data1, data2] = verdict.message.bytes;
-  if (status >= 0xF0) {
+  if (status >= kMidiFirstSystem) {
     verdict.toEngine = true;
     return verdict;
   }
-  const auto kind = static_cast<std::uint8_t>(status & 0xF0);
+  const auto kind = static_cast<std::uint8_t>(status & kMidiKindBits);
   switch (kind) {
-    case 0x80:
-    case 0x90:
+    case kMidiNoteOff:
+    case kMidiNoteOn:
       status = kind;
       verdict.toEngine = true;
       break;
-    case 0xB0:
+    case kMidiController:
       status = kind;
       if (data1 == 0 || data1 == 32) {
         break;
@@ -63,9 +66,9 @@ MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const Controll
       verdict.value = controllerValue(data2);
       verdict.toEngine = !verdict.parameterId;
       break;
-    case 0xE0:
+    case kMidiPitchBend:
       status = kind;
-      verdict.parameterId = controllerMap(std::uint8_t{0xE0});
+      verdict.parameterId = controllerMap(kMidiPitchBend);
       verdict.value = pitchBendValue(data1, data2);
       break;
     default:

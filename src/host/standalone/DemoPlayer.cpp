@@ -6,12 +6,15 @@
 #include <cmath>
 #include <utility>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::standalone {
 namespace {
 
-constexpr std::uint8_t kStatus = 0xF0;
-constexpr std::uint8_t kNoteOff = 0x80;
-constexpr std::uint8_t kNoteOn = 0x90;
+using cofu::core::kMidiKindBits;
+using cofu::core::kMidiNoteOff;
+using cofu::core::kMidiNoteOn;
+
 constexpr double kSecondsPerMinute = 60.0;
 
 }  // namespace
@@ -70,9 +73,9 @@ void DemoPlayer::addEvents(juce::MidiBuffer& midi, int frames) {
 std::int64_t DemoPlayer::frameOf(const DemoScore::Event& event) const { return std::llround(event.seconds * rate); }
 
 void DemoPlayer::add(juce::MidiBuffer& midi, const DemoScore::Event& event, int offset) {
-  const int status = event.bytes[0] & kStatus;
-  if (status == kNoteOn || status == kNoteOff) {
-    isSounding[event.bytes[1] % kNotes] = status == kNoteOn && event.bytes[2] != 0;
+  const int status = event.bytes[0] & kMidiKindBits;
+  if (status == kMidiNoteOn || status == kMidiNoteOff) {
+    isSounding[event.bytes[1] % kNotes] = status == kMidiNoteOn && event.bytes[2] != 0;
   }
   midi.addEvent(event.bytes.data(), event.size, offset);
 }
@@ -80,7 +83,7 @@ void DemoPlayer::add(juce::MidiBuffer& midi, const DemoScore::Event& event, int 
 void DemoPlayer::endNotes(juce::MidiBuffer& midi) {
   for (std::size_t note = 0; note < kNotes; ++note) {
     if (std::exchange(isSounding[note], false)) {
-      const std::array<std::uint8_t, 3> off{kNoteOff, static_cast<std::uint8_t>(note), 0};
+      const std::array<std::uint8_t, 3> off{kMidiNoteOff, static_cast<std::uint8_t>(note), 0};
       midi.addEvent(off.data(), static_cast<int>(off.size()), 0);
     }
   }

@@ -7,12 +7,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/MidiStatus.h"
+
 namespace tesh::bramel::standalone {
 namespace {
 
-constexpr int kStatus = 0xF0;
-constexpr int kController = 0xB0;
-constexpr int kPitchBend = 0xE0;
 constexpr double kSecondsPerMinute = 60.0;
 constexpr double kBeatsPerBar = 4.0;
 constexpr double kLongestSeconds = 3600.0;
@@ -33,8 +32,8 @@ void addMessage(DemoScore& score, const juce::MidiMessage& message) {
 }  // namespace
 
 bool DemoScore::Event::needsBlockStart() const {
-  const int status = bytes[0] & kStatus;
-  return status == kController || status == kPitchBend;
+  const int status = bytes[0] & cofu::core::kMidiKindBits;
+  return status == cofu::core::kMidiController || status == cofu::core::kMidiPitchBend;
 }
 
 DemoScore readDemoScore(std::span<const std::uint8_t> file) {

@@ -7,18 +7,17 @@
 #include <functional>
 #include <utility>
 
-namespace tesh::bramel::standalone {
+#include "viewmodels/texts/PanelMacros.h"
 
-/// The note of the first pad; the others follow.
-inline constexpr int kFirstPadNote = 36;
+namespace tesh::bramel::standalone {
 
 /// Turns keys that are down into notes: one note-on when a key goes down, however long it repeats, and one note-off
 /// when it comes up. Message thread only.
 class PadKeys {
  public:
-  static constexpr std::array<int, 8> kKeys{'a', 's', 'd', 'f', 'g', 'h', 'j', 'k'};
+  static constexpr std::array<int, panel::kPads> kKeys{'a', 's', 'd', 'f', 'g', 'h', 'j', 'k'};
 
-  /// Hears of a note, kFirstPadNote to kFirstPadNote + 7, and whether it begins.
+  /// Hears of a pad's note, and whether it begins.
   using Strike = std::function<void(int note, bool isOn)>;
 
   explicit PadKeys(Strike newStrike) : strike(std::move(newStrike)) {}
