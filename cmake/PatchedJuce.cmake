@@ -41,14 +41,21 @@ function(sivray_patch_wrappers)
     "    param.setValue (newValue);")
   sivray_replace_file(juce_audio_plugin_client VST3 juce_VST3_Wrapper.cpp "${text}")
 
-  # The same, and the search of each parameter for a range that none of ours has. Also, the buffer must keep its memory, but
+  # The same, but the values of a block are told to the processor as its own, which it takes in together; and no search of
+  # each parameter for a range that none of ours has. Also, the buffer must keep its memory, but
   # not its content, when a block is longer than the last.
   file(READ "${JUCE_MODULES_DIR}/juce_audio_plugin_client/LV2/juce_LV2_Client.cpp" text)
   sivray_replace_once(text
     "                ScopedValueSetter<bool> scope (ignoreCallbacks, true);\n                param->setValueNotifyingHost (scaledValue);"
-    "                param->setValue (scaledValue);")
+    "                processor.setParameter (param->getParameterIndex(), scaledValue);")
   sivray_replace_once(text
     "                if (auto* rangedParam = dynamic_cast<RangedAudioParameter*> (param))\n                    return rangedParam->convertTo0to1 (value);\n" "")
+  sivray_replace_once(text
+    "        const auto it = uridToIndexMap.find (urid);\n\n        if (it == uridToIndexMap.end())"
+    "        // Hosts count the names that they are asked for one after another.\n        const auto guess = (size_t) (urid - (indexToUridMap.empty() ? 0 : indexToUridMap.front()));\n        const auto isGuessed = guess < indexToUridMap.size() && indexToUridMap[guess] == urid;\n        const auto it = isGuessed ? uridToIndexMap.end() : uridToIndexMap.find (urid);\n\n        if (! isGuessed && it == uridToIndexMap.end())")
+  sivray_replace_once(text
+    "legacyParameters.getParamForIndex ((int) it->second))\n        {\n            const auto scaledValue"
+    "legacyParameters.getParamForIndex ((int) (isGuessed ? guess : it->second)))\n        {\n            const auto scaledValue")
   sivray_replace_once(text
     "static_cast<int> (numSteps), true, false, true);"
     "static_cast<int> (numSteps), false, false, true);")

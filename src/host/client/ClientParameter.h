@@ -19,6 +19,8 @@ class ClientParameter final : public juce::AudioProcessorParameterWithID {
   /// `id` is the shell's number of a macro, which never changes its meaning: hosts know the parameter by it.
   ClientParameter(std::shared_ptr<BramelInstrument> instrument, std::uint64_t id);
 
+  std::uint64_t shellId() const { return id; }
+
   float getValue() const override { return value; }
 
   /// A write of the host. A value outside 0 to 1 is ignored. Audio thread too.

@@ -15,6 +15,7 @@
 #include "host/adapter/SivrayInstrumentProvider.h"
 #include "host/client/ClientParameter.h"
 #include "host/client/ClientReports.h"
+#include "host/client/HostWrites.h"
 #include "host/client/SivrayProcessorEditor.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/MessageThread.h"
@@ -39,6 +40,7 @@ class SivrayProcessor::Impl {
   std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing.
   std::shared_ptr<HostReports> hostReports;       ///< The instrument holds these weakly.
   std::shared_ptr<EditorReports> editorReports;
+  HostWrites hostWrites{instrument};
   std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
   bool isMoving = false;               ///< The host's transport, as the last block found it.
   juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
@@ -110,6 +112,7 @@ bool SivrayProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const {
 
 void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
   BramelInstrument& shell = *impl->instrument;
+  impl->hostWrites.handOver();
   for (const juce::MidiMessageMetadata event : midi) {
     if (event.numBytes > 0 && event.numBytes <= static_cast<int>(kMessageBytes) &&
         event.samplePosition <= BramelInstrument::kFarthestFrames) {
@@ -128,6 +131,15 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   }
   if (impl->hostReports != nullptr) {
     impl->hostReports->takeMidi(midi, buffer.getNumSamples());
+  }
+}
+
+void SivrayProcessor::setParameter(int parameterIndex, float newValue) {
+  const auto& parameters = getParameters();
+  if (parameterIndex >= 0 && parameterIndex < parameters.size() && newValue >= 0.0F && newValue <= 1.0F) {
+    auto* const parameter = static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex));
+    parameter->keepValue(newValue);
+    impl->hostWrites.put(parameter->shellId(), newValue);
   }
 }
 

@@ -54,6 +54,10 @@ class SivrayProcessor final : public juce::AudioProcessor {
   void processBlockBypassed(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlockBypassed;
 
+  /// A write by the host that the next block takes in together with the others before it. An index that is none and a
+  /// value outside 0 to 1 are ignored. Audio thread, for wrappers that know that a block follows.
+  void setParameter(int parameterIndex, float newValue) override;
+
   bool acceptsMidi() const override { return true; }
   bool producesMidi() const override { return true; }
 

@@ -112,6 +112,9 @@ float BramelInstrument::engineParameter(std::uint64_t engineId) const {
 }
 
 void BramelInstrument::setParameter(std::uint64_t id, float value) { impl->parameters.set(id, value); }
+void BramelInstrument::setParameters(std::span<const std::uint64_t> ids, std::span<const float> values) {
+  impl->parameters.setAll(ids, values);
+}
 void BramelInstrument::setParameterFromEditor(std::uint64_t id, float value) {
   impl->parameters.setFromEditor(id, value);
 }

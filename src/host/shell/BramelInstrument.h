@@ -88,6 +88,8 @@ class BramelInstrument : public BramelInstrumentBase {
   /// A write by the host, which takes force with the next block. A value outside 0 to 1 is ignored. Of more than 511
   /// writes between two blocks, older ones are dropped in favour of newer ones to the same parameter.
   void setParameter(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+  /// The same for several writes, in their order. `values` is at least as long as `ids`.
+  void setParameters(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
   /// A write by the editor. The host is told to automate a visible parameter, and writes it in turn.
   void setParameterFromEditor(std::uint64_t id, float value);
   void setParameterInteger(std::uint64_t id, std::uint64_t value);

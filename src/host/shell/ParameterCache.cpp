@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ParameterCache.h"
 
-#include "core/RealTimeLock.h"
-
 namespace tesh::bramel::vst {
 
 void ParameterCache::fill(const Controller& controller) {
@@ -80,6 +78,10 @@ std::string ParameterCache::display(std::uint64_t id) const {
 
 void ParameterCache::noteValue(std::uint64_t id, float value) {
   const cofu::core::RealTimeLock lock(mutex);
+  noteText(id, value);
+}
+
+void ParameterCache::noteText(std::uint64_t id, float value) {
   if (tooltips && id < parameters.size()) {
     tooltips->setValue(id, value);
   }

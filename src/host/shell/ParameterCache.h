@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/RealTime.h"
+#include "core/RealTimeLock.h"
 #include "host/shell/ChangeList.h"
 #include "macro/MacroController.h"
 #include "viewmodels/texts/BramelTooltipProvider.h"
@@ -55,8 +56,16 @@ class ParameterCache {
   std::string display(std::uint64_t id) const;
   /// Stores a value for its text alone; `read` changes with the next block. Audio thread safe.
   void noteValue(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+  /// Calls `noteEach(note)`, in which `note(id, value)` is noteValue with the lock taken once.
+  template <typename NoteEach>
+  void noteAll(NoteEach noteEach) SIVRAY_NONBLOCKING {
+    const cofu::core::RealTimeLock lock(mutex);
+    noteEach([this](std::uint64_t id, float value) { noteText(id, value); });
+  }
 
  private:
+  void noteText(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+
   mutable std::recursive_mutex mutex;
   std::vector<ParameterInfo> parameters;
   std::unique_ptr<tooltip::BramelTooltipProvider> tooltips;  ///< May be null.

@@ -47,6 +47,19 @@ void ShellParameters::set(std::uint64_t id, float value) {
   post(id, core.owner.mapValueFromHost(id, value), hostSource);
 }
 
+void ShellParameters::setAll(std::span<const std::uint64_t> ids, std::span<const float> values) {
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  cache.noteAll([&](auto note) {
+    for (std::size_t index = 0; index < ids.size(); ++index) {
+      const float value = core.owner.mapValueFromHost(ids[index], values[index]);
+      if (ids[index] < map.count() && isNormalised(value)) {
+        waiting.post({hostSource, vimo::ProcessorEventTag::floatValue, ids[index], value, 0});
+        note(ids[index], value);
+      }
+    }
+  });
+}
+
 // The host is called without our lock: a host may wait in here for a thread of its own that asks us for a value.
 
 void ShellParameters::setFromEditor(std::uint64_t id, float value) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "core/RealTime.h"
 #include "host/shell/ParameterCache.h"
@@ -25,6 +26,7 @@ class ShellParameters {
 
   /// The host's route.
   void set(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+  void setAll(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
   /// The editor's route: through the host if the host sees the parameter.
   void setFromEditor(std::uint64_t id, float value);
   void setInteger(std::uint64_t id, std::uint64_t value);

@@ -1,0 +1,47 @@
+// The host's writes that a wrapper makes right before a block, on their way into the shell.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+#include "core/RealTime.h"
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::vst {
+
+/// Hands the writes of a block to the shell together, in their order, so that they take its locks once. Audio thread.
+class HostWrites {
+ public:
+  /// `ofInstrument` outlives this object, and is not null when values are handed over.
+  explicit HostWrites(const std::shared_ptr<BramelInstrument>& ofInstrument) : instrument(ofInstrument) {}
+
+  void put(std::uint64_t id, float value) SIVRAY_NONBLOCKING {
+    if (count == kMost) {
+      handOver();
+    }
+    ids[count] = id;
+    values[count] = value;
+    ++count;
+  }
+
+  void handOver() SIVRAY_NONBLOCKING {
+    if (count > 0) {
+      instrument->setParameters(std::span(ids).first(count), values);
+      count = 0;
+    }
+  }
+
+ private:
+  static constexpr std::size_t kMost = 256;
+
+  const std::shared_ptr<BramelInstrument>& instrument;
+  std::array<std::uint64_t, kMost> ids{};
+  std::array<float, kMost> values{};
+  std::size_t count = 0;
+};
+
+}  // namespace tesh::bramel::vst
