@@ -12,10 +12,34 @@
 #include "check/CallCounter.h"
 #include "check/Check.h"
 #include "check/GuardedBuffer.h"
+#include "check/InstructionCounter.h"
 #include "check/Sound.h"
 
 namespace sivray::check {
 namespace {
+
+TEST(InstructionCounter, CountsEachInstructionOnceAndForItsOwner) {
+  if (!InstructionCounter::works()) {
+    GTEST_SKIP() << "nothing is counted here";
+  }
+  constexpr std::int64_t kLoop = 3000;  // A thousand rounds of three instructions.
+  constexpr std::int64_t kAround = 100;
+  InstructionCounts counts;
+  {
+    const InstructionCounter counter(counts, {});
+    asm volatile("mov $1000, %%ecx; 1: add $1, %%eax; dec %%ecx; jnz 1b" ::: "eax", "ecx", "cc");
+  }
+  EXPECT_NEAR(static_cast<double>(counts.program - kLoop), 0.0, kAround);
+  EXPECT_EQ(counts.library, 0);
+
+  const ModuleRange libraryC = ModuleRange::of("/libc.so");
+  {
+    const InstructionCounter counter(counts, libraryC);
+    void* volatile block = std::malloc(100);
+    std::free(block);
+  }
+  EXPECT_GT(counts.library, 10);
+}
 
 TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {
   if (!CallCounter::works()) {

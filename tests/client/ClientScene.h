@@ -119,7 +119,11 @@ class Plugin {
 inline void render(SivrayProcessor& processor, const Block& block, juce::AudioBuffer<float>& buffer,
                    juce::MidiBuffer& midi) {
   for (const Write& write : block.writes) {
-    processor.getParameters()[write.parameter]->setValue(write.value);
+    if (write.parameter % 2 == 0) {
+      processor.getParameters()[write.parameter]->setValue(write.value);
+    } else {
+      processor.setParameter(write.parameter, write.value);
+    }
   }
   midi.clear();
   for (const Message& message : block.messages) {

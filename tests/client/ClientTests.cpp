@@ -123,6 +123,35 @@ TEST_F(Client, SelectsTheHostsProgramAtOnceAndTellsItTheValuesLater) {
   processor.removeListener(&host);
 }
 
+TEST_F(Client, KeepsAProgramFromValuesThatTheHostSendsBackOfTheOneBefore) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(44100.0, 64);
+  const Block nothing{64, {}, {}};
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  const auto sendBack = [&](const std::vector<float>& values) {
+    for (int index = 0; index < processor.getParameters().size(); ++index) {
+      processor.getParameters()[index]->setValue(values[static_cast<std::size_t>(index)]);
+      processor.setParameter(index, values[static_cast<std::size_t>(index)]);
+    }
+    render(processor, nothing, buffer, midi);
+  };
+  const std::vector<float> first = valuesOf(processor);
+  processor.setCurrentProgram(1);
+  const std::vector<float> second = valuesOf(processor);
+  ASSERT_NE(first, second);
+  juce::MessageManager::getInstance()->runDispatchLoopUntil(150);
+  processor.setCurrentProgram(0);
+  sendBack(second);
+  EXPECT_EQ(valuesOf(processor), first);
+  const Block write{64, {{kMaster, 0.25F}}, {}};
+  render(processor, write, buffer, midi);
+  EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 0.25F);
+
+  sendBack(second);  // Later they are values like any.
+  EXPECT_EQ(valuesOf(processor), second);
+}
+
 TEST_F(Client, TakesStatesOfAllFormsAndNothingElse) {
   const Plugin plugin(44100.0F);
   SivrayProcessor processor;

@@ -9,7 +9,6 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
-#include <link.h>
 #include <pthread.h>
 #include <sys/types.h>
 
@@ -36,49 +35,15 @@ CallCounter::~CallCounter() { counting = nullptr; }
 
 #if defined(__linux__) && defined(__GLIBC__) && !SIVRAY_SANITIZED
 
+// The linker's names for the ends of the section that holds the replaced functions.
+extern "C" const char __start_sivray_taken[];  // NOLINT
+extern "C" const char __stop_sivray_taken[];   // NOLINT
+
 namespace sivray::check {
 namespace {
 
-/// The addresses that a library or program takes.
-struct Range {
-  std::uintptr_t from = 0;
-  std::uintptr_t to = 0;
-  bool holds(const void* address) const {
-    const auto at = reinterpret_cast<std::uintptr_t>(address);
-    return at >= from && at < to;
-  }
-};
-
-Range countedModule;
-Range thisProgram;
-
-struct Search {
-  std::string_view text;  ///< Empty for this program, which the list of libraries has without a name.
-  Range found;
-};
-
-int compareModule(dl_phdr_info* info, std::size_t /*size*/, void* data) {
-  auto& search = *static_cast<Search*>(data);
-  const std::string_view name(info->dlpi_name);
-  if (search.text.empty() ? !name.empty() : name.find(search.text) == std::string_view::npos) {
-    return 0;
-  }
-  search.found.from = ~std::uintptr_t{0};
-  for (int i = 0; i < info->dlpi_phnum; ++i) {
-    const auto& segment = info->dlpi_phdr[i];
-    if (segment.p_type == PT_LOAD) {
-      search.found.from = std::min<std::uintptr_t>(search.found.from, info->dlpi_addr + segment.p_vaddr);
-      search.found.to = std::max<std::uintptr_t>(search.found.to, info->dlpi_addr + segment.p_vaddr + segment.p_memsz);
-    }
-  }
-  return 1;
-}
-
-Range rangeOf(std::string_view text) {
-  Search search{text, {}};
-  dl_iterate_phdr(&compareModule, &search);
-  return search.found;
-}
+ModuleRange countedModule;
+ModuleRange thisProgram;
 
 /// Looks for the innermost caller that is in the module or in this program, beyond the system's libraries.
 bool comesFromModule(const void* caller) {
@@ -120,18 +85,23 @@ Function* systems(const char* name) {
 
 bool CallCounter::works() { return true; }
 
+ModuleRange CallCounter::replacements() {
+  return {reinterpret_cast<std::uintptr_t>(__start_sivray_taken),
+          reinterpret_cast<std::uintptr_t>(__stop_sivray_taken)};
+}
+
 CountedModule::CountedModule(const std::string& text) {
   std::array<void*, 1> warmed{};
   backtrace(warmed.data(), 1);  // The first one loads the unwinder.
-  thisProgram = rangeOf({});
-  countedModule = rangeOf(text);
+  thisProgram = ModuleRange::of({});
+  countedModule = ModuleRange::of(text);
 }
 
 CountedModule::~CountedModule() { countedModule = {}; }
 
 }  // namespace sivray::check
 
-#define SIVRAY_TAKEN extern "C" [[gnu::visibility("default")]]
+#define SIVRAY_TAKEN extern "C" [[gnu::visibility("default"), gnu::section("sivray_taken")]]
 
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-redundant-declaration): the C library's own names.
 extern "C" {
@@ -281,6 +251,8 @@ SIVRAY_TAKEN int clock_nanosleep(clockid_t clock, int flags, const timespec* tim
 namespace sivray::check {
 
 bool CallCounter::works() { return false; }
+
+ModuleRange CallCounter::replacements() { return {}; }
 
 CountedModule::CountedModule(const std::string&) {}
 

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "check/ModuleRange.h"
+
 namespace sivray::check {
 
 struct CallCounts {
@@ -30,6 +32,9 @@ class CallCounter {
   ~CallCounter();
   CallCounter(const CallCounter&) = delete;
   CallCounter& operator=(const CallCounter&) = delete;
+
+  /// Where this program's versions of the system's functions lie; nowhere if there are none.
+  static ModuleRange replacements();
 
   /// Returns false under a sanitizer and on systems other than Linux with glibc, where nothing is counted.
   static bool works();

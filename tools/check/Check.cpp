@@ -86,7 +86,7 @@ int runChecks(CheckSettings settings) {
   int notRun = 0;
   int count = 0;
   for (const auto& group : {lifecycleChecks(), audioChecks(), eventChecks(), parameterChecks(), stateChecks(),
-                            threadChecks(), realTimeChecks(), formChecks(), editorChecks()}) {
+                            threadChecks(), realTimeChecks(), formChecks(), costChecks(), editorChecks()}) {
     for (const Check& check : group) {
       if (!isFor(check, settings)) {
         continue;

@@ -86,6 +86,8 @@ std::vector<Check> threadChecks();
 std::vector<Check> realTimeChecks();
 /// What a form has in common with VST 2.
 std::vector<Check> formChecks();
+/// What a form costs more than VST 2.
+std::vector<Check> costChecks();
 /// Not run where there is no X server, and none can be started.
 std::vector<Check> editorChecks();
 

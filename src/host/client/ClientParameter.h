@@ -8,6 +8,8 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include "core/RealTime.h"
+#include "host/client/HostEchoes.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::vst {
@@ -17,14 +19,22 @@ namespace tesh::bramel::vst {
 class ClientParameter final : public juce::AudioProcessorParameterWithID {
  public:
   /// `id` is the shell's number of a macro, which never changes its meaning: hosts know the parameter by it.
-  ClientParameter(std::shared_ptr<BramelInstrument> instrument, std::uint64_t id);
+  ClientParameter(std::shared_ptr<BramelInstrument> instrument, std::shared_ptr<HostEchoes> hostEchoes,
+                  std::uint64_t id);
 
   std::uint64_t shellId() const { return id; }
 
   float getValue() const override { return value; }
 
-  /// A write of the host. A value outside 0 to 1 is ignored. Audio thread too.
+  /// A write of the host. Ignores what `takes` refuses. Audio thread too.
   void setValue(float newValue) override;
+
+  /// Whether a write of the host counts: its value is from 0 to 1, and the host does not only send back what it was
+  /// told of an earlier program. Audio thread too.
+  bool takes(float newValue) const SIVRAY_NONBLOCKING;
+
+  /// The host is told the present value.
+  void noteTold() { toldValue = value.load(); }
 
   /// Takes over a value that the shell has. Audio thread too.
   void keepValue(float shellValue) { value = shellValue; }
@@ -45,6 +55,8 @@ class ClientParameter final : public juce::AudioProcessorParameterWithID {
   const std::uint64_t id;
   const int steps;
   std::atomic<float> value;
+  std::atomic<float> toldValue;  ///< What the host was told last.
+  const std::shared_ptr<HostEchoes> echoes;
 };
 
 }  // namespace tesh::bramel::vst

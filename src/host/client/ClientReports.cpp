@@ -10,7 +10,8 @@
 
 namespace tesh::bramel::vst {
 
-HostReports::HostReports(std::vector<ClientParameter*> shownParameters) : parameters(std::move(shownParameters)) {}
+HostReports::HostReports(std::vector<ClientParameter*> shownParameters, std::shared_ptr<HostEchoes> hostEchoes)
+    : parameters(std::move(shownParameters)), echoes(std::move(hostEchoes)) {}
 
 ClientParameter* HostReports::at(std::uint64_t visibleIndex) const {
   return visibleIndex < parameters.size() ? parameters[static_cast<std::size_t>(visibleIndex)] : nullptr;
@@ -31,22 +32,33 @@ void HostReports::endEdit(std::uint64_t visibleIndex) {
 void HostReports::automate(std::uint64_t visibleIndex, float value) {
   if (ClientParameter* const parameter = at(visibleIndex)) {
     parameter->setValueNotifyingHost(value);
+    parameter->noteTold();
+    echoes->valuesTold();
   }
 }
 
 void HostReports::parametersChanged() {
   if (areValuesHeld) {
+    echoes->programChosen();
     startTimer(kSettling);
     return;
   }
   for (ClientParameter* const parameter : parameters) {
-    parameter->setValueNotifyingHost(parameter->getValue());
+    parameter->setValue(parameter->getValue());
   }
+  tellValues();
 }
 
 void HostReports::timerCallback() {
   stopTimer();
+  tellValues();
+}
+
+void HostReports::tellValues() {
+  echoes->allKnown();
+  echoes->valuesTold();
   for (ClientParameter* const parameter : parameters) {
+    parameter->noteTold();
     parameter->sendValueChangedMessageToListeners(parameter->getValue());
   }
 }

@@ -16,6 +16,7 @@
 #include "core/LockFreeRing.h"
 #include "core/RealTime.h"
 #include "host/client/ClientParameter.h"
+#include "host/client/HostEchoes.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 
 namespace tesh::bramel::vst {
@@ -23,7 +24,7 @@ namespace tesh::bramel::vst {
 /// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object.
 class HostReports final : public BramelInstrumentHostCallback, private juce::Timer {
  public:
-  explicit HostReports(std::vector<ClientParameter*> shownParameters);
+  HostReports(std::vector<ClientParameter*> shownParameters, std::shared_ptr<HostEchoes> hostEchoes);
 
   void beginEdit(std::uint64_t visibleIndex) override;
   void endEdit(std::uint64_t visibleIndex) override;
@@ -43,7 +44,10 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   void holdValues(bool areHeld) { areValuesHeld = areHeld; }
 
   /// A state has come: the host asks for the values itself.
-  void dropHeldValues() { stopTimer(); }
+  void dropHeldValues() {
+    stopTimer();
+    echoes->allKnown();
+  }
 
   /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
   /// Audio thread.
@@ -57,10 +61,12 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   static constexpr std::size_t kMessages = 512;
   static constexpr int kSettling = 100;  ///< Milliseconds.
 
+  void tellValues();
   void timerCallback() override;
   ClientParameter* at(std::uint64_t visibleIndex) const;
 
   const std::vector<ClientParameter*> parameters;
+  const std::shared_ptr<HostEchoes> echoes;
   vimo::LockFreeRing<Message> messages{kMessages};
   std::atomic<bool> areValuesHeld = false;
 };

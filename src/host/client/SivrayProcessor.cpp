@@ -41,6 +41,7 @@ class SivrayProcessor::Impl {
   std::shared_ptr<HostReports> hostReports;       ///< The instrument holds these weakly.
   std::shared_ptr<EditorReports> editorReports;
   HostWrites hostWrites{instrument};
+  std::shared_ptr<HostEchoes> echoes = std::make_shared<HostEchoes>();
   std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
   bool isMoving = false;               ///< The host's transport, as the last block found it.
   juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
@@ -73,12 +74,12 @@ SivrayProcessor::SivrayProcessor()
   std::vector<ClientParameter*> ofId(static_cast<std::size_t>(shell.cachedParameterCount()));
   for (std::uint64_t index = 0; index < shell.parameterCount(); ++index) {
     const std::uint64_t id = shell.parameterId(index);
-    auto parameter = std::make_unique<ClientParameter>(impl->instrument, id);
+    auto parameter = std::make_unique<ClientParameter>(impl->instrument, impl->echoes, id);
     shown.push_back(parameter.get());
     ofId[static_cast<std::size_t>(id)] = parameter.get();
     addParameter(parameter.release());
   }
-  impl->hostReports = std::make_shared<HostReports>(std::move(shown));
+  impl->hostReports = std::make_shared<HostReports>(std::move(shown), impl->echoes);
   impl->editorReports = std::make_shared<EditorReports>(impl->instrument, std::move(ofId), impl->panel);
   shell.setHostCallback(impl->hostReports);
   shell.setUICallback(impl->editorReports);
@@ -113,6 +114,7 @@ bool SivrayProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const {
 void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
   BramelInstrument& shell = *impl->instrument;
   impl->hostWrites.handOver();
+  impl->echoes->blockBegins();
   for (const juce::MidiMessageMetadata event : midi) {
     if (event.numBytes > 0 && event.numBytes <= static_cast<int>(kMessageBytes) &&
         event.samplePosition <= BramelInstrument::kFarthestFrames) {
@@ -136,8 +138,11 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
 
 void SivrayProcessor::setParameter(int parameterIndex, float newValue) {
   const auto& parameters = getParameters();
-  if (parameterIndex >= 0 && parameterIndex < parameters.size() && newValue >= 0.0F && newValue <= 1.0F) {
-    auto* const parameter = static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex));
+  if (parameterIndex < 0 || parameterIndex >= parameters.size()) {
+    return;
+  }
+  auto* const parameter = static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex));
+  if (parameter->takes(newValue)) {
     parameter->keepValue(newValue);
     impl->hostWrites.put(parameter->shellId(), newValue);
   }
