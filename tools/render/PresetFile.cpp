@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "RenderError.h"
+#include "core/Utf8.h"
 #include "host/construction/Construction.h"
 #include "host/vst/PluginIds.h"
 #include "host/vst/VstRecords.h"
@@ -44,21 +45,9 @@ std::int32_t numberAt(std::span<const std::uint8_t> bytes, std::size_t offset) {
   return static_cast<std::int32_t>(number);
 }
 
-/// The first bytes of a UTF-8 text, at most `most`, without a part of a character at their end.
-std::string_view shortened(std::string_view text, std::size_t most) {
-  if (text.size() <= most) {
-    return text;
-  }
-  const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
-  while (most > 0 && continues(text[most])) {
-    --most;
-  }
-  return text.substr(0, most);
-}
-
 void appendName(std::vector<std::uint8_t>& out, std::string_view name) {
   const std::size_t end = out.size() + kNameBytes;
-  const std::string_view kept = shortened(name, kNameBytes - 1);
+  const std::string_view kept = tesh::cofu::core::utf8Start(name, kNameBytes - 1);
   out.insert(out.end(), kept.begin(), kept.end());
   out.resize(end);
 }

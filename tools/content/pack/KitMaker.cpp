@@ -8,6 +8,7 @@
 #include <map>
 
 #include "content/Files.h"
+#include "content/pack/WaveNames.h"
 
 namespace sivray::content {
 namespace {
@@ -94,22 +95,10 @@ void fill(PadWaves& pads, const Waves& waves) {
 std::string nameFor(const fs::path& folder, std::set<std::string>& taken) {
   std::string name = textOf(folder.filename());
   std::erase_if(name, [](char letter) { return letter == '"' || static_cast<unsigned char>(letter) < 0x20; });
-  const auto cut = [](std::string text, std::size_t size) {
-    while (text.size() > size || (!text.empty() && text.back() == ' ')) {
-      do {
-        const bool isRest = (static_cast<unsigned char>(text.back()) & 0xC0U) == 0x80U;
-        text.pop_back();
-        if (!isRest) {
-          break;
-        }
-      } while (!text.empty());
-    }
-    return text;
-  };
-  std::string result = cut(name, kLongestKitName);
+  std::string result = nameWithin(name, kLongestKitName);
   for (int number = 2; result.empty() || taken.contains(result); ++number) {
     const std::string suffix = std::string(" ").append(std::to_string(number));
-    result = cut(name.empty() ? "Kit" : name, kLongestKitName - suffix.size()) + suffix;
+    result = nameWithin(name.empty() ? "Kit" : name, kLongestKitName - suffix.size()) + suffix;
   }
   taken.insert(result);
   return result;

@@ -3,26 +3,12 @@
 #include "content/pack/WaveNames.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "content/library/Wave.h"
+#include "core/Utf8.h"
 
 namespace sivray::content {
 namespace {
-
-bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
-
-/// Returns at most `size` bytes of a text, without a partial character or a blank at the end.
-std::string cut(std::string_view text, std::size_t size) {
-  if (text.size() > size) {
-    while (size > 0 && isContinuation(text[size])) {
-      --size;
-    }
-    text = text.substr(0, size);
-  }
-  const std::size_t last = text.find_last_not_of(' ');
-  return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
-}
 
 /// The last words of a name, at most `size` bytes: they tell apart what begins alike.
 std::string_view lastWords(std::string_view text, std::size_t size) {
@@ -40,7 +26,7 @@ std::string_view lastWords(std::string_view text, std::size_t size) {
     return text.substr(begin + 1);
   }
   begin = text.size() - std::min(text.size(), size - 2);  // One long word.
-  while (begin < text.size() && isContinuation(text[begin])) {
+  while (begin < text.size() && tesh::cofu::core::isUtf8Continuation(text[begin])) {
     ++begin;
   }
   return text.substr(begin);
@@ -50,13 +36,19 @@ std::string_view lastWords(std::string_view text, std::size_t size) {
 std::string shortened(std::string_view text, std::size_t size) {
   constexpr std::size_t kTail = 7;
   if (text.size() <= size) {
-    return cut(text, size);
+    return nameWithin(text, size);
   }
   const std::string_view tail = lastWords(text, kTail);
-  return cut(text, size - 1 - tail.size()) + " " + std::string(tail);
+  return nameWithin(text, size - 1 - tail.size()) + " " + std::string(tail);
 }
 
 }  // namespace
+
+std::string nameWithin(std::string_view text, std::size_t size) {
+  text = tesh::cofu::core::utf8Start(text, size);
+  const std::size_t last = text.find_last_not_of(' ');
+  return std::string(text.substr(0, last == std::string_view::npos ? 0 : last + 1));
+}
 
 std::string WaveNames::take(const std::string& wish) {
   std::string name = shortened(wish, kLongestWaveName);

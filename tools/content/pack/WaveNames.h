@@ -1,11 +1,16 @@
-// Makes the names of packed waves unique, in at most twelve bytes.
+// Names of packed waves and kits that fit their bytes; those of waves, which have twelve, are made unique.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace sivray::content {
+
+/// At most `size` bytes of a name, at whole UTF-8 characters and without blanks at the end.
+std::string nameWithin(std::string_view text, std::size_t size);
 
 class WaveNames {
  public:
