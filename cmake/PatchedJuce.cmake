@@ -59,6 +59,17 @@ function(sivray_patch_wrappers)
   sivray_replace_once(text
     "static_cast<int> (numSteps), true, false, true);"
     "static_cast<int> (numSteps), false, false, true);")
+
+  # Hosts that show the parameters ask for their values, and got no answer.
+  sivray_replace_once(text
+    "            patchSetHelper.processPatchSet (event, Callback { *this });"
+    "            patchSetHelper.processPatchSet (event, Callback { *this });\n\n            if (event->body.type == mLV2_ATOM__Object\n                && reinterpret_cast<const LV2_Atom_Object*> (&event->body)->body.otype == mLV2_PATCH__Get)\n                parameters.tellAll();")
+  sivray_replace_once(text
+    "    struct Options\n    {"
+    "    void tellAll()\n    {\n        for (int i = 0; i < legacyParameters.getNumParameters(); ++i)\n            stateCache.setBits ((size_t) i, newClientValue);\n    }\n\n    struct Options\n    {")
+  sivray_replace_once(text
+    "    X (LV2_PATCH__Set)\n    X (LV2_STATE__StateChanged)"
+    "    X (LV2_ATOM__Object)\n    X (LV2_PATCH__Get)\n    X (LV2_PATCH__Set)\n    X (LV2_STATE__StateChanged)")
   sivray_replace_file(juce_audio_plugin_client LV2 juce_LV2_Client.cpp "${text}")
 endfunction()
 

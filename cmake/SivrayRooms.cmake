@@ -10,7 +10,7 @@ option(SIVRAY_BUILD_TESTS "Build the test programs" ON)
 option(SIVRAY_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
 option(SIVRAY_FROM_RELEASE
   "Use the pictures, the content and, in a build for this system, the compiled JUCE of build/release, which must be built" OFF)
-# JUCE's wrappers, which are most of a form, are not ours to watch.
+# Of the builds that watch, one that builds the forms is enough.
 if(SIVRAY_FROM_RELEASE)
   set(SIVRAY_BUILD_FORMS OFF CACHE BOOL "Build the VST 3 and LV2 plug-ins")
 else()

@@ -150,7 +150,7 @@ Verdict twoEditors(const CheckSettings& settings) {
 Verdict unloading(const CheckSettings& settings) {
   // 128 and 1752 were measured in 90 cycles: each has threads of its own, and the allocator rooms of theirs.
   constexpr std::int64_t kMostKiB = 2048;
-  const int cycles = settings.count(isSanitized() ? kWarmCycles + 2 : 100, 1000);
+  const int cycles = isSanitized() ? kWarmCycles + 2 : settings.count(100, 1000);
   int leftBehind = 0;
   ProcessUse warm;
   for (int cycle = 0; cycle < cycles; ++cycle) {
