@@ -57,6 +57,7 @@ void BWPopupView::setModal(bool isModal) {
   dimmer->setInterceptsMouseClicks(isModal, true);
   dimmer->setOffColours({.fill = fill});
   dimmer->setOnColours({.fill = fill});
+  placePanel();
   refreshShadow();
 }
 
@@ -72,7 +73,6 @@ void BWPopupView::show() {
   }
   closed = false;
   slot->addAndMakeVisible(this);
-  setBounds(slot->getLocalBounds());
   placePanel();
 }
 
@@ -92,7 +92,9 @@ void BWPopupView::placePanel() {
     return;
   }
   const juce::Rectangle<int> from = slot->getLocalArea(anchor, anchor->getLocalBounds());
-  panel->setBounds(placePopup(from, {slot->getWidth(), slot->getHeight()}, contentSize, directions));
+  const juce::Rectangle<int> box = placePopup(from, {slot->getWidth(), slot->getHeight()}, contentSize, directions);
+  setBounds(modal ? slot->getLocalBounds() : box);
+  panel->setBounds(box - getPosition());
   if (content != nullptr) {
     content->setBounds(panel->getLocalBounds());
   }

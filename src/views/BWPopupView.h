@@ -13,7 +13,8 @@
 
 namespace tesh::bramel {
 
-/// Covers the whole editor while it is open. Message thread only.
+/// Covers the whole editor while it is open; a pop-up that is not modal covers its box alone, so that to show and hide
+/// it repaints no more. Message thread only.
 class BWPopupView : public juce::Component, public IBWControlListener {
  public:
   static constexpr float kCornerSize = 6.0F;

@@ -138,8 +138,13 @@ TEST_F(Panel, GivesASampleFromTheBrowserOfTheClickedDisplay) {
 
 TEST_F(Panel, ShowsATooltipForAMoveByHandWhichLetsClicksThrough) {
   const auto knob = middleOf(kEffectEdit1Macro);
+  sivray::test::RepaintCounter repaints(slot);
   hand().press(knob.x, knob.y).drag(knob.x, knob.y - 40).release();
   ASSERT_EQ(slot.getNumChildComponents(), 2);
+  const juce::Rectangle<int> place(496, 54, 55, 55);
+  EXPECT_EQ(repaints.takeArea(), place.getUnion(slot.getChildComponent(1)->getBounds()));
+  slot.getChildComponent(1)->setVisible(false);
+  EXPECT_LT(repaints.takeArea().getHeight(), 50) << "nor is the panel painted when the tooltip goes";
   EXPECT_EQ(slot.getComponentAt(knob), view().getComponentAt(knob));
   EXPECT_NE(view().getComponentAt(knob), nullptr);
 }
