@@ -78,7 +78,12 @@ ScopedVariable::ScopedVariable(const char* variable, const std::string& value)
 ScopedVariable::~ScopedVariable() { wasSet ? ::setenv(name, before.c_str(), 1) : ::unsetenv(name); }
 
 Sandbox::Sandbox()
-    : folder(newFolder()), documentsVariable("BRAMEL_DOCUMENTS", folder), pathVariable("PATH", "/nowhere") {}
+    : folder(newFolder()), documentsVariable("BRAMEL_DOCUMENTS", folder), pathVariable("PATH", folder + "/programs") {
+  // JUCE tries one browser after the other until one succeeds; this comes first.
+  std::error_code ignored;
+  std::filesystem::create_directory(folder + "/programs", ignored);
+  std::filesystem::create_symlink("/bin/true", folder + "/programs/xdg-open", ignored);
+}
 
 Sandbox::~Sandbox() {
   std::error_code ignored;

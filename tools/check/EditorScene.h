@@ -75,8 +75,8 @@ class ScopedVariable {
   std::string before;
 };
 
-/// What keeps the user's world out of reach of clicks: a documents folder of their own, which goes with this object,
-/// and no program to be found that could open a browser or a file dialog.
+/// What keeps the user's world out of reach of clicks: a documents folder of their own, which goes with this object, a
+/// browser that shows nothing, and no other program to be found that could open a page or a file dialog.
 class Sandbox {
  public:
   Sandbox();
