@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Starts the program on an X server and a sound server of its own, plays it by the keyboard, and takes the sound server away.
+"""Starts the program on an X server and a sound server of its own, plays it by the keyboard and a MIDI device, and takes the sound
+server away.
 
 Usage: try_program.py BUILD_FOLDER. Needs Xvfb and jackd; without them it ends with status 77, which counts as skipped. The
 program plays a demo of notes alone, whose sound must be that of sivray-render to the sample: where controllers glide, the
@@ -119,6 +120,8 @@ class Scene:
         os.environ.update(
             XDG_CONFIG_HOME=str(folder / "config"), BRAMEL_DOCUMENTS=str(folder / "documents"), JACK_DEFAULT_SERVER=SERVER,
             JACK_NO_AUDIO_RESERVATION="1")
+        self.keys = folder / "keys"  # Of the only MIDI device.
+        os.mkfifo(self.keys)
         os.environ["BRAMEL_COMMON_FILES"] = str(content_with_demo(folder / "content", folder / "demo.mid"))
         self.children = []
         read_end, write_end = os.pipe()
@@ -137,7 +140,14 @@ class Scene:
 
     def start_program(self):
         self.log.write_text("")
-        return self.start(str(PROGRAM), stderr=self.log.open("a"))
+        with_device = {"LD_PRELOAD": str(BUILD / "bin/test_sequencer.so"), "SIVRAY_TEST_KEYS": str(self.keys)}
+        return self.start(str(PROGRAM), stderr=self.log.open("a"), env={**os.environ, **with_device})
+
+    def send_note(self, note):
+        """From the MIDI device. Fails if the program has not opened it."""
+        keys = os.open(self.keys, os.O_WRONLY | os.O_NONBLOCK)
+        os.write(keys, bytes([0x90, note, 120]))
+        os.close(keys)
 
     def said(self, text, seconds=15.0):
         """Waits until the program has said the text."""
@@ -180,6 +190,18 @@ def compare(recorded, rendered, seconds):
     return None
 
 
+def check_heard(action, name):
+    time.sleep(3.0)  # Until what came before is silent.
+    recorder = Recorder()
+    time.sleep(0.3)
+    before = len(b"".join(recorder.blocks[0])) // 4
+    action()
+    time.sleep(0.3)
+    recorder.stop()
+    silence, peak = (max(map(abs, part)) for part in (recorder.left[:before], recorder.left[before:]))
+    check(peak > 0.05 > 5 * silence, f"{name} sounds (peak {peak:.2f}, before {silence:.4f})")
+
+
 def play(scene, folder):
     state = folder / "config/sivray/sound.state"
     state.parent.mkdir(parents=True, exist_ok=True)
@@ -201,15 +223,8 @@ def play(scene, folder):
     differs = [compare(recorder.left, left, 5.0), compare(recorder.right, right, 5.0)]
     check(differs == [None, None], f"the demo sounds as sivray-render plays it, for 5 s (differs at {differs})")
 
-    time.sleep(3.0)
-    recorder = Recorder()
-    time.sleep(0.3)
-    before = len(b"".join(recorder.blocks[0])) // 4
-    keyboard.tap("a")
-    time.sleep(0.3)
-    recorder.stop()
-    peak = max(abs(value) for value in recorder.left[before:])
-    check(peak > 0.05, f"the key A sounds (peak {peak:.2f})")
+    check_heard(lambda: keyboard.tap("a"), "the key A")
+    check_heard(lambda: scene.send_note(38), "a note of a MIDI device")
 
     keyboard.tap(" ")
     time.sleep(0.5)
