@@ -7,9 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/Locale.h"
 #include "views/ActionButton.h"
 #include "views/InstalledPages.h"
+#include "views/JapaneseText.h"
 #include "views/PanelRect.h"
 #include "views/SettingsCatalogue.h"
 #include "views/SettingsCell.h"
@@ -54,8 +54,7 @@ int gridRight() {
 
 }  // namespace
 
-BWPluginSettingsView::BWPluginSettingsView()
-    : japanese(platform::userInterfaceLanguage() == platform::kLanguageJapanese) {}
+BWPluginSettingsView::BWPluginSettingsView() : face(japaneseFace("Meiryo")), japanese(face.isNotEmpty()) {}
 
 BWPluginSettingsView::~BWPluginSettingsView() = default;
 
@@ -75,7 +74,7 @@ void BWPluginSettingsView::setImageProvider(std::shared_ptr<IBramelImageProvider
 }
 
 juce::Font BWPluginSettingsView::bodyFont(double height) const {
-  return japanese ? juce::Font("Meiryo", static_cast<float>(height), juce::Font::plain)
+  return japanese ? juce::Font(face, static_cast<float>(height), juce::Font::plain)
                   : fontNamed(*fontProvider, "Open Sans Regular", height);
 }
 
@@ -139,7 +138,10 @@ void BWPluginSettingsView::showRow(int row) {
   titleLabel->setText(shown.name, juce::dontSendNotification);
   tagLabel->setText(juce::String::fromUTF8(shown.tagLine), juce::dontSendNotification);
   const juce::String description =
-      japanese ? juce::String::fromUTF8(shown.japaneseDescription) + "\n" : juce::String::fromUTF8(shown.description);
+      japanese ? inLines(juce::String::fromUTF8(shown.japaneseDescription), descriptionLabel->getFont(),
+                         static_cast<float>(descriptionLabel->getWidth())) +
+                     "\n"
+               : juce::String::fromUTF8(shown.description);
   descriptionLabel->setText(description, juce::dontSendNotification);
 }
 

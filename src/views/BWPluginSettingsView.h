@@ -56,7 +56,8 @@ class BWPluginSettingsView : public juce::Component, public IBWControlListener, 
   std::shared_ptr<BWFlatToggleButton> productButton;
   std::shared_ptr<BWFlatToggleButton> acknowledgementsButton;
   std::shared_ptr<BWFlatToggleButton> closeButton;
-  bool japanese;
+  const juce::String face;  ///< Of Japanese texts; empty where texts are English.
+  const bool japanese;
 };
 
 }  // namespace tesh::bramel

@@ -7,10 +7,10 @@
 #include <cstdio>
 #include <utility>
 
-#include "platform/Locale.h"
 #include "views/ActionButton.h"
 #include "views/BWPopupSlotView.h"
 #include "views/BWProgramListSaveAsView.h"
+#include "views/JapaneseText.h"
 #include "widgets/BWGradationView.h"
 #include "widgets/BWStackingView.h"
 #include "widgets/ProvidedResources.h"
@@ -61,7 +61,7 @@ const BankRow* rowOf(const std::string& bank) {
 
 }  // namespace
 
-BWProgramListView::BWProgramListView() : japanese(platform::userInterfaceLanguage() == platform::kLanguageJapanese) {}
+BWProgramListView::BWProgramListView() : face(japaneseFace("Meiryo UI")), japanese(face.isNotEmpty()) {}
 
 BWProgramListView::~BWProgramListView() {
   if (programList != nullptr) {
@@ -157,7 +157,7 @@ BWProgramListView::Tab BWProgramListView::makeTab(const std::string& bank) {
   tab.title->setOffColours({.text = juce::Colours::white});
   tab.title->setOnColours({.text = juce::Colour(colours::kAmber)});
   tab.title->setText(getBankTitle(bank));
-  tab.title->setFont(japanese ? juce::Font("Meiryo UI", kTitleFontHeight, juce::Font::plain)
+  tab.title->setFont(japanese ? juce::Font(face, kTitleFontHeight, juce::Font::plain)
                               : fontNamed(*fontProvider, "Open Sans Regular", kTitleFontHeight));
   header->addAndMakeVisible(*tab.title);
   tab.list->setListener(this);

@@ -95,7 +95,8 @@ class BWProgramListView : public BWStackingPageView,
   std::shared_ptr<BWFlatToggleButton> saveAsButton;
   ProgramFileDialogs dialogs;
   std::string shownBank;
-  bool japanese;
+  const juce::String face;  ///< Of Japanese texts; empty where texts are English.
+  const bool japanese;
 };
 
 }  // namespace tesh::bramel
