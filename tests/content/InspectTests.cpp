@@ -9,7 +9,6 @@
 #include <random>
 
 #include "Scratch.h"
-#include "content/demo/Score.h"
 #include "content/factory/MacroFiles.h"
 #include "content/library/LibraryWriter.h"
 #include "core/LittleEndian.h"
@@ -194,41 +193,6 @@ TEST_F(Inspect, RefusesWhatIsNotOurs) {
   EXPECT_THROW(inspect("song.mid", "MThd and so on"), std::runtime_error);
   EXPECT_THROW(inspect("nothing", ""), std::runtime_error);
   EXPECT_THROW(inspectFile(scratch.path("missing")), std::runtime_error);
-}
-
-TEST(Score, PlaysDynamicsSwingAndGlides) {
-  const DemoScore score = parseScore(
-      "tempo 90\nswing 60\npattern a\n kick 9..1\n glide tom.pitch 0:64 1:72\npattern b\n snare .5\nplay a b a\n", "s");
-  EXPECT_EQ(score.tempo, 90.0);
-  EXPECT_EQ(score.steps, 10.0);
-  ASSERT_EQ(score.hits.size(), 5U);
-  EXPECT_EQ(score.hits[0].velocity, 127);
-  EXPECT_EQ(score.hits[1].velocity, 15);
-  EXPECT_DOUBLE_EQ(score.hits[1].step, 3.2);
-  EXPECT_DOUBLE_EQ(score.hits[2].step, 5.2);
-  EXPECT_EQ(score.hits[2].note, 38);
-  ASSERT_EQ(score.controls.size(), 18U);
-  EXPECT_EQ(score.controls[1].controller, 107);
-  EXPECT_EQ(score.controls[1].value, 65);
-}
-
-TEST(Score, TellsFileLineAndReasonOfAMistake) {
-  for (const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
-           {"tempo fast", "s:1: 'fast' is no number from 20 to 300"},
-           {"kick 9", "s:1: 'kick' stands before the first pattern"},
-           {"pattern a\ngong 9", "s:2: there is no pad 'gong'"},
-           {"pattern a\nkick 9x", "s:2: a step is 1 to 9 or a dot, not 'x'"},
-           {"pattern a\nset kick.colour 0:1", "s:2: there is nothing called 'kick.colour' to move"},
-           {"pattern a\nset master 0=1", "s:2: expected STEP:VALUE, not '0=1'"},
-           {"play a", "s:1: there is no pattern 'a'"},
-           {"pattern a\nkick 9", "s:2: the score plays nothing"}}) {
-    try {
-      parseScore(text, "s");
-      ADD_FAILURE() << text;
-    } catch (const factory::TextError& failure) {
-      EXPECT_EQ(failure.what(), error);
-    }
-  }
 }
 
 }  // namespace

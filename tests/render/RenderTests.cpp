@@ -224,6 +224,24 @@ TEST_F(Render, RefusesDamagedPresetFiles) {
   }
 }
 
+TEST_F(Render, AProgramInTheScorePlaysFromItsTimeOnUnlessAnotherIsAskedFor) {
+  writeScore({}, false);
+  const Bytes first = play({});
+  const Bytes wet = play({"--program", "Wet"});
+  writeScore({"program=Wet"}, false);
+  EXPECT_EQ(play({}), wet);
+  EXPECT_EQ(play({"--program", "0"}), first);
+  writeScore({"program=Plain", "program=Wet"}, false);
+  for (const Arguments& extra : {Arguments{}, Arguments{"--direct"}}) {
+    const Bytes later = play(extra);
+    const auto difference = std::mismatch(first.begin(), first.end(), later.begin()).first;
+    EXPECT_GE(static_cast<std::size_t>(difference - first.begin()) / kFrameBytes, 17640U);
+    EXPECT_NE(later, first);
+  }
+  writeScore({"program=Plain", "program=Nobody"}, false);
+  EXPECT_NE(failure({at("in.mid"), "-o", at("out.wav"), "--direct"}).find("there is no program"), std::string::npos);
+}
+
 TEST_F(Render, SaysInOneLineWhatItCannotDo) {
   std::ofstream(at("empty.mid")) << "";
   std::ofstream(at("broken.mid")) << "MThd and nothing more";

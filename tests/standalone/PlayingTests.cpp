@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "host/standalone/DemoKits.h"
 #include "host/standalone/PadKeys.h"
 #include "host/standalone/Playback.h"
 
@@ -83,15 +85,20 @@ class NotingProcessor final : public juce::AudioProcessor {
   bool producesMidi() const override { return false; }
   juce::AudioProcessorEditor* createEditor() override { return nullptr; }
   bool hasEditor() const override { return false; }
-  int getNumPrograms() override { return 1; }
-  int getCurrentProgram() override { return 0; }
-  void setCurrentProgram(int /*index*/) override {}
-  const juce::String getProgramName(int /*index*/) override { return {}; }
+  int getNumPrograms() override { return 3; }
+  int getCurrentProgram() override { return program; }
+  void setCurrentProgram(int index) override { programs.push_back(program = index); }
+  const juce::String getProgramName(int index) override { return "Kit " + juce::String(index); }
   void changeProgramName(int /*index*/, const juce::String& /*name*/) override {}
-  void getStateInformation(juce::MemoryBlock& /*state*/) override {}
-  void setStateInformation(const void* /*data*/, int /*size*/) override {}
+  void getStateInformation(juce::MemoryBlock& state) override { state.append(&program, sizeof(program)); }
+  void setStateInformation(const void* data, int size) override {
+    programs.push_back(size == sizeof(program) ? -1 : -2);
+    std::memcpy(&program, data, sizeof(program));
+  }
 
   std::vector<std::string> log;
+  std::vector<int> programs;  ///< That were selected; -1 for a state.
+  int program = 1;
   int frame = 0;
   int longest = 0;
   double tempo = 0.0;
@@ -154,6 +161,49 @@ TEST_F(PlaybackTest, AStopEndsTheNotesThatSoundAndAStartBeginsAtTheFirstBeat) {
   EXPECT_THAT(processor.log, ElementsAre("10: 9 36", "510: 9 38", "660: 8 36", "660: 8 38", "670: 9 36"));
 }
 
+/// Two bars: one at 120 beats a minute on kit 1, one at 240 on kit 2.
+DemoScore twoKits() {
+  DemoScore score = oneBar();
+  score.events.pop_back();  // A controller would cut a block.
+  score.seconds = 3.0;
+  score.tempos = {{0.0, 120.0, 0.0}, {2.0, 240.0, 4.0}};
+  score.kits = {{0.0, "Kit 1"}, {2.0, "Kit 2"}};
+  return score;
+}
+
+TEST(DemoKits, FollowTheDemoAndBringTheUsersSoundBack) {
+  NotingProcessor processor;
+  Playback playback(processor, twoKits());
+  playback.prepare(1000.0, 500);
+  std::vector<float> left(500);
+  float* const outputs[]{left.data()};
+  const auto play = [&](int frames) {
+    playback.audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, frames, {});
+    juce::Timer::callPendingTimersSynchronously();
+  };
+  {
+    DemoKits kits(processor, playback.demo());
+    kits.stop();
+    EXPECT_THAT(processor.programs, IsEmpty());
+    kits.play();
+    EXPECT_THAT(processor.programs, ElementsAre(0, 1)) << "chosen anew, as the user may have edited it";
+    for (int time = 0; time < 3000; time += 500) {
+      play(500);
+      EXPECT_EQ(playback.demo().kit(), time < 1900 ? "Kit 1" : "Kit 2") << time;
+      EXPECT_DOUBLE_EQ(processor.tempo, time < 2000 ? 120.0 : 240.0);
+      EXPECT_DOUBLE_EQ(processor.beat, time <= 2000 ? time / 500.0 : 4.0 + (time - 2000) / 250.0);
+    }
+    processor.program = 2;
+    processor.programs.clear();
+    play(450);
+    play(1);
+    EXPECT_EQ(playback.demo().kit(), "Kit 1");
+  }
+  EXPECT_EQ(processor.programs.back(), -1);
+  EXPECT_EQ(processor.program, 1);
+  EXPECT_FALSE(playback.demo().isPlaying());
+}
+
 TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
   playback.prepare(44100.0, 64);
   EXPECT_FLOAT_EQ(block(64, 1)[0][63], 0.375F);
@@ -206,7 +256,7 @@ TEST(DemoScore, IsReadFromAMidiFileAndEmptyForAnythingElse) {
   const DemoScore score = readDemoScore(bytes);
   ASSERT_EQ(score.events.size(), 2U);
   EXPECT_DOUBLE_EQ(score.events[0].seconds, 0.25);
-  EXPECT_DOUBLE_EQ(score.beatsPerMinute, 240.0);
+  EXPECT_DOUBLE_EQ(score.tempoAt(0.1).beatsPerMinute, 240.0);
   EXPECT_DOUBLE_EQ(score.seconds, 2.0) << "two bars: five beats do not fit into one";
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     EXPECT_LE(readDemoScore(bytes.first(size)).events.size(), 2U);

@@ -32,7 +32,7 @@ int main(int argc, char* argv[]) {
       {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});
   program.addCommand(
       {"kits", kKitsUsage, "Makes the macro description out of the factory's kits", "", speaking(runKits)});
-  program.addCommand({"demo", kDemoUsage, "Makes a MIDI file out of a score", "", speaking(runDemo)});
+  program.addCommand({"demo", kDemoUsage, "Makes a MIDI file out of a folder of grooves", "", speaking(runDemo)});
   program.addCommand({"levels", kLevelsUsage,
                       "Plays every pad of every installed kit and prints level, length and brightness", "",
                       speaking(runLevels)});

@@ -22,7 +22,8 @@ struct ScoreTempo {
   double beatsPerMinute = 120.0;
 };
 
-/// A move written into the file as a text event "NAME=VALUE", such as "pad3.pitch=30" or "master=100".
+/// A move written into the file as a text event "NAME=VALUE", such as "pad3.pitch=30", "master=100" or
+/// "program=Dub Echo".
 struct ScoreMove {
   double seconds = 0.0;
   std::string name;

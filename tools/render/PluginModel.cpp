@@ -200,7 +200,7 @@ std::size_t PluginModel::factoryCount() const {
   return static_cast<std::size_t>(processor.controller().programs().programCount(Bank::factory));
 }
 
-std::string PluginModel::selectProgram(const std::string& text) {
+std::pair<Bank, std::uint64_t> PluginModel::placeOf(const std::string& text) const {
   const std::vector<ListedProgram> list = programs();
   auto found = std::find_if(list.begin(), list.end(), [&](const ListedProgram& p) { return p.number == text; });
   if (found == list.end()) {
@@ -211,11 +211,25 @@ std::string PluginModel::selectProgram(const std::string& text) {
     throw RenderError("there is no program '" + text + "'; see --list-programs");
   }
   const auto place = static_cast<std::uint64_t>(found - list.begin());
-  const Bank bank = place < factoryCount() ? Bank::factory : Bank::user;
+  return place < factoryCount() ? std::pair(Bank::factory, place) : std::pair(Bank::user, place - factoryCount());
+}
+
+std::string PluginModel::selectProgram(const std::string& text) {
+  const auto [bank, place] = placeOf(text);
   processor.controller().programs().setSelection(0, Bank::ghost);
   tesh::vimo::ProcessBlock nowhere;
-  processor.controller().selectProgram(bank == Bank::factory ? place : place - factoryCount(), bank, 0, nowhere);
-  return found->name;
+  processor.controller().selectProgram(place, bank, 0, nowhere);
+  return processor.controller().programs().database(bank)->name(place);
+}
+
+std::vector<float> PluginModel::programValues(const std::string& text) const {
+  const auto [bank, place] = placeOf(text);
+  const auto entries = processor.controller().programs().database(bank)->entries(place);
+  std::vector<float> values;
+  for (std::uint64_t macro = 0; macro < processor.controller().macroCount(); ++macro) {
+    values.push_back(macro < entries.size() ? entries[macro].value : processor.controller().macroDefault(macro));
+  }
+  return values;
 }
 
 }  // namespace sivray::render

@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "EngineNames.h"
@@ -67,9 +68,14 @@ class PluginModel {
   /// Selects a program by number or name, and returns its name. Throws RenderError for an unknown one.
   std::string selectProgram(const std::string& text);
 
+  /// Returns the values of a program's macros. Throws RenderError for an unknown one.
+  std::vector<float> programValues(const std::string& text) const;
+
  private:
   using Processor = tesh::vimo::PluginMacroControllable<tesh::vimo::Generator<float>>;
   using Controller = Processor::Controller;
+
+  std::pair<tesh::vimo::Bank, std::uint64_t> placeOf(const std::string& text) const;
 
   mutable Processor processor;
   EngineNames engineNames;

@@ -22,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kProgramMove = "program";
 constexpr double kPlainRate = tesh::cofu::core::kEngineRate;
 
 /// The content beside the library also serves the direct target and the name lookups.
@@ -84,13 +85,35 @@ void Session::prepare(const MidiScore& score) {
     programName = plugin.selectProgram(*options.program);
   }
   for (const ScoreMove& move : score.moves) {
-    assign({AssignmentTarget::engineParameter, move.name, move.value, move.seconds});
+    if (move.name == kProgramMove) {
+      selectAt(move);
+    } else {
+      assign({AssignmentTarget::engineParameter, move.name, move.value, move.seconds});
+    }
   }
   for (const Assignment& assignment : options.assignments) {
     assign(assignment);
   }
   std::stable_sort(moves.begin(), moves.end(), [](const Move& a, const Move& b) { return a.seconds < b.seconds; });
   target->setState(plugin.state());
+}
+
+/// A program that the command line names, or its state, plays the whole score.
+void Session::selectAt(const ScoreMove& move) {
+  if (options.program || options.statePath) {
+    return;
+  }
+  if (!(move.seconds > 0.0)) {
+    programName = plugin.selectProgram(move.value);
+    return;
+  }
+  const std::vector<float> values = plugin.programValues(move.value);
+  for (std::size_t macro = 0; macro < values.size(); ++macro) {
+    const int hostIndex = plugin.hostIndexOf(macro);
+    if (hostIndex >= 0 || target->reachesEngine()) {
+      moves.push_back({move.seconds, MoveTarget::macro, static_cast<std::uint32_t>(macro), values[macro], hostIndex});
+    }
+  }
 }
 
 void Session::assign(const Assignment& assignment) {

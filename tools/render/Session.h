@@ -37,6 +37,7 @@ class Session {
 
  private:
   void loadState(const std::string& path);
+  void selectAt(const ScoreMove& move);
   void assign(const Assignment& assignment);
   void assignMacro(const Assignment& assignment, std::size_t macro, float value);
   void assignEngine(const Assignment& assignment);

@@ -25,7 +25,7 @@ void DemoPlayer::setSampleRate(double newRate) {
   position = std::llround(static_cast<double>(position) * newRate / rate);
   rate = newRate;
   next = 0;
-  while (next < score.events.size() && frameOf(score.events[next]) < position) {
+  while (next < score.events.size() && frameOf(score.events[next].seconds) < position) {
     ++next;
   }
 }
@@ -46,17 +46,51 @@ int DemoPlayer::beginBlock(int frames) {
     position = 0;
     next = 0;
   }
-  std::int64_t end = std::min(position + frames, length);
-  for (std::size_t i = next; i < score.events.size() && frameOf(score.events[i]) < end; ++i) {
-    if (score.events[i].needsBlockStart() && frameOf(score.events[i]) > position) {
-      end = frameOf(score.events[i]);
+  chooseKit(length);
+  return static_cast<int>(endOfBlock(std::min(position + frames, length)) - position);
+}
+
+std::int64_t DemoPlayer::endOfBlock(std::int64_t latest) const {
+  std::int64_t end = latest;
+  const auto stopAt = [&](double time) {
+    if (const std::int64_t frame = frameOf(time); frame > position) {
+      end = std::min(end, frame);
+    }
+  };
+  for (std::size_t i = next; i < score.events.size() && frameOf(score.events[i].seconds) < end; ++i) {
+    if (score.events[i].needsBlockStart()) {
+      stopAt(score.events[i].seconds);
     }
   }
-  return static_cast<int>(end - position);
+  for (const DemoScore::Tempo& tempo : score.tempos) {
+    stopAt(tempo.seconds);
+  }
+  return end;
+}
+
+void DemoPlayer::chooseKit(std::int64_t length) {
+  constexpr double kAhead = 0.1;  ///< Seconds, in which the message thread selects it.
+  std::int64_t place = position + frameOf(kAhead);
+  place = place < length ? place : 0;
+  std::size_t index = 0;
+  while (index + 1 < score.kits.size() && frameOf(score.kits[index + 1].seconds) <= place) {
+    ++index;
+  }
+  kitIndex = index;
+}
+
+const std::string& DemoPlayer::kit() const { return kitAt(kitIndex); }
+
+const std::string& DemoPlayer::firstKit() const { return kitAt(0); }
+
+const std::string& DemoPlayer::kitAt(std::size_t index) const {
+  static const std::string kNone;
+  return index < score.kits.size() ? score.kits[index].name : kNone;
 }
 
 double DemoPlayer::beat() const {
-  return static_cast<double>(position) / rate * score.beatsPerMinute / kSecondsPerMinute;
+  const DemoScore::Tempo& tempo = score.tempoAt(seconds());
+  return tempo.beat + (seconds() - tempo.seconds) * tempo.beatsPerMinute / kSecondsPerMinute;
 }
 
 void DemoPlayer::addEvents(juce::MidiBuffer& midi, int frames) {
@@ -65,12 +99,12 @@ void DemoPlayer::addEvents(juce::MidiBuffer& midi, int frames) {
     return;
   }
   const std::int64_t end = position + frames;
-  for (; next < score.events.size() && frameOf(score.events[next]) < end; ++next) {
-    add(midi, score.events[next], static_cast<int>(frameOf(score.events[next]) - position));
+  for (; next < score.events.size() && frameOf(score.events[next].seconds) < end; ++next) {
+    add(midi, score.events[next], static_cast<int>(frameOf(score.events[next].seconds) - position));
   }
 }
 
-std::int64_t DemoPlayer::frameOf(const DemoScore::Event& event) const { return std::llround(event.seconds * rate); }
+std::int64_t DemoPlayer::frameOf(double time) const { return std::llround(time * rate); }
 
 void DemoPlayer::add(juce::MidiBuffer& midi, const DemoScore::Event& event, int offset) {
   const int status = event.bytes[0] & kMidiKindBits;

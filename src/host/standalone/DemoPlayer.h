@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "core/EngineRate.h"
 #include "host/standalone/DemoScore.h"
@@ -26,16 +27,20 @@ class DemoPlayer {
   bool isPlaying() const { return isWanted; }
   bool hasScore() const { return !score.isEmpty(); }
 
+  /// The kit's name of the score that plays or comes soon: a kit takes a moment to load. Empty if the score has none.
+  const std::string& kit() const;
+  const std::string& firstKit() const;
+
   /// While no block is played. Keeps the place in the piece.
   void setSampleRate(double newRate);
 
   // Audio thread, in this order for each block.
 
   /// Takes in what is wanted, and returns the length of the next block in frames: 1 to `frames`. It ends where the demo
-  /// moves a controller or begins anew.
+  /// moves a controller, changes its tempo or begins anew.
   int beginBlock(int frames);
   /// Of the block that was begun. The tempo is the demo's also at rest, so that effects in time keep theirs.
-  double beatsPerMinute() const { return score.beatsPerMinute; }
+  double beatsPerMinute() const { return score.tempoAt(seconds()).beatsPerMinute; }
   bool isMoving() const { return moving; }
   std::int64_t frame() const { return position; }
   double beat() const;
@@ -46,13 +51,18 @@ class DemoPlayer {
  private:
   static constexpr std::size_t kNotes = 128;
 
-  std::int64_t frameOf(const DemoScore::Event& event) const;
+  std::int64_t frameOf(double time) const;
+  double seconds() const { return static_cast<double>(position) / rate; }
+  std::int64_t endOfBlock(std::int64_t latest) const;
+  void chooseKit(std::int64_t length);
+  const std::string& kitAt(std::size_t index) const;
   void add(juce::MidiBuffer& midi, const DemoScore::Event& event, int offset);
   void endNotes(juce::MidiBuffer& midi);
 
   const DemoScore score;
   double rate = cofu::core::kEngineRate;
   std::atomic<bool> isWanted = false;
+  std::atomic<std::size_t> kitIndex = 0;  ///< Of the score's kits.
 
   // The audio thread's.
   bool moving = false;

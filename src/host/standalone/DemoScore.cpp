@@ -12,13 +12,33 @@
 namespace tesh::bramel::standalone {
 namespace {
 
+constexpr const char* kKitMark = "program=";
 constexpr double kSecondsPerMinute = 60.0;
 constexpr double kBeatsPerBar = 4.0;
 constexpr double kLongestSeconds = 3600.0;
 
+void addTempo(DemoScore& score, const juce::MidiMessage& message) {
+  const DemoScore::Tempo& last = score.tempos.back();
+  const double seconds = message.getTimeStamp();
+  const double beat = last.beat + (seconds - last.seconds) * last.beatsPerMinute / kSecondsPerMinute;
+  if (seconds <= last.seconds) {
+    score.tempos.pop_back();
+  }
+  score.tempos.push_back({seconds, kSecondsPerMinute / message.getTempoSecondsPerQuarterNote(), beat});
+}
+
+void addText(DemoScore& score, const juce::MidiMessage& message) {
+  const juce::String text = message.getTextFromTextMetaEvent();
+  if (text.startsWith(kKitMark)) {
+    score.kits.push_back({message.getTimeStamp(), text.fromFirstOccurrenceOf(kKitMark, false, false).toStdString()});
+  }
+}
+
 void addMessage(DemoScore& score, const juce::MidiMessage& message) {
   if (message.isTempoMetaEvent() && message.getTempoSecondsPerQuarterNote() > 0.0) {
-    score.beatsPerMinute = kSecondsPerMinute / message.getTempoSecondsPerQuarterNote();
+    addTempo(score, message);
+  } else if (message.isTextMetaEvent()) {
+    addText(score, message);
   }
   const int size = message.getRawDataSize();
   DemoScore::Event event{.seconds = message.getTimeStamp(), .size = size};
@@ -34,6 +54,12 @@ void addMessage(DemoScore& score, const juce::MidiMessage& message) {
 bool DemoScore::Event::needsBlockStart() const {
   const int status = bytes[0] & cofu::core::kMidiKindBits;
   return status == cofu::core::kMidiController || status == cofu::core::kMidiPitchBend;
+}
+
+const DemoScore::Tempo& DemoScore::tempoAt(double time) const {
+  const auto next = std::upper_bound(tempos.begin() + 1, tempos.end(), time,
+                                     [](double wanted, const Tempo& tempo) { return wanted < tempo.seconds; });
+  return *(next - 1);
 }
 
 DemoScore readDemoScore(std::span<const std::uint8_t> file) {
@@ -57,8 +83,9 @@ DemoScore readDemoScore(std::span<const std::uint8_t> file) {
   }
   // A bar that is full but for the rounding of its ticks is not followed by an empty one.
   constexpr double kRounding = 1e-3;
-  const double bar = kBeatsPerBar * kSecondsPerMinute / score.beatsPerMinute;
-  score.seconds = std::max(1.0, std::ceil(end / bar - kRounding)) * bar;
+  const DemoScore::Tempo& tempo = score.tempos.back();
+  const double bar = kBeatsPerBar * kSecondsPerMinute / tempo.beatsPerMinute;
+  score.seconds = tempo.seconds + std::max(1.0, std::ceil((end - tempo.seconds) / bar - kRounding)) * bar;
   return score;
 }
 

@@ -9,6 +9,7 @@
 
 #include "host/client/SivrayProcessor.h"
 #include "host/client/SivrayProcessorEditor.h"
+#include "host/standalone/DemoKits.h"
 #include "host/standalone/Desktop.h"
 #include "host/standalone/MidiInputs.h"
 #include "host/standalone/PadKeyboard.h"
@@ -50,6 +51,7 @@ class Standalone::Impl : public IBWControlListener {
   }
 
   ~Impl() override {
+    demoKits.stop();
     juce::MemoryBlock state;
     processor.getStateInformation(state);
     settings.saveState(state);
@@ -80,9 +82,9 @@ class Standalone::Impl : public IBWControlListener {
 
   void toggleDemo() {
     if (playback.demo().isPlaying()) {
-      playback.demo().stop();
+      demoKits.stop();
     } else {
-      playback.demo().play();
+      demoKits.play();
     }
     window->strip().demoButton().setState(playback.demo().isPlaying());
   }
@@ -149,6 +151,7 @@ class Standalone::Impl : public IBWControlListener {
   ProgramFonts fonts;
   vst::SivrayProcessor processor;
   Playback playback;
+  DemoKits demoKits{processor, playback.demo()};
   std::unique_ptr<ProgramWindow> window;
   std::unique_ptr<PadKeyboard> keyboard;
   std::shared_ptr<BWPopupView> popup;

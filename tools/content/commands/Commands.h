@@ -13,7 +13,7 @@ void runWaves(const juce::ArgumentList& list);
 inline constexpr const char* kKitsUsage = "kits TABLES KITS -o DIR";
 void runKits(const juce::ArgumentList& list);
 
-inline constexpr const char* kDemoUsage = "demo SCORE -o FILE";
+inline constexpr const char* kDemoUsage = "demo GROOVES -o FILE";
 void runDemo(const juce::ArgumentList& list);
 
 // Both commands play the content below $BRAMEL_COMMON_FILES, or else the installed content.
@@ -28,7 +28,7 @@ void runPack(const juce::ArgumentList& list);
 
 inline constexpr const char* kMeasureUsage =
     "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER] [--targets] | "
-    "--kits";
+    "--kits | --grooves FOLDER";
 void runMeasure(const juce::ArgumentList& list);
 
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";

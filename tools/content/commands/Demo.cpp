@@ -1,17 +1,16 @@
-// The command that turns a score into a MIDI file.
+// The command that turns a suite of grooves into a MIDI file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
-#include "content/demo/Score.h"
+#include "content/demo/Groove.h"
 
 namespace sivray::content {
 
 void runDemo(const juce::ArgumentList& list) {
   CommandLine line(list, kDemoUsage);
   const std::string target = line.takeRequired("-o");
-  const std::string score = line.takeRest(1).front();
-  writeMidiFile(target, parseScore(readText(score), score));
+  writeMidiFile(target, readSuite(line.takeRest(1).front()));
 }
 
 }  // namespace sivray::content

@@ -6,6 +6,7 @@
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
+#include "content/measure/GrooveSound.h"
 #include "content/measure/KitSound.h"
 #include "content/measure/Report.h"
 #include "sheet/SpectrogramSheet.h"
@@ -68,6 +69,12 @@ void runMeasure(const juce::ArgumentList& list) {
   if (line.takeFlag("--kits")) {
     line.takeRest(0);
     measureKits();
+    return;
+  }
+  if (const std::string grooves = line.takeValue("--grooves"); !grooves.empty()) {
+    line.takeRest(0);
+    KitMeter meter;
+    printGrooves(std::cout, soundsOf(meter, readSuite(grooves)));
     return;
   }
   const std::string against = line.takeValue("--against");

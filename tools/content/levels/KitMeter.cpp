@@ -103,9 +103,15 @@ void KitMeter::select(std::size_t program) {
 }
 
 void KitMeter::setMacro(std::size_t macro, float value) {
-  processor->commandQueue.put({vimo::MacroCommandKind::setMacro, static_cast<std::uint32_t>(macro), value, 0, 0});
+  putMacro(macro, value);
   renderBlock();
 }
+
+void KitMeter::putMacro(std::size_t macro, float value) {
+  processor->commandQueue.put({vimo::MacroCommandKind::setMacro, static_cast<std::uint32_t>(macro), value, 0, 0});
+}
+
+void KitMeter::setTempo(double tempo) { processor->generator().tempoChanged(tempo); }
 
 void KitMeter::silence() {
   processor->generator().deactivate();
@@ -136,10 +142,15 @@ HitMeasure KitMeter::hit(const std::vector<int>& notes, int velocity, double sec
   return measure;
 }
 
-StereoSound KitMeter::play(std::span<const Stroke> strokes, double seconds) {
+StereoSound KitMeter::play(std::span<const Stroke> strokes, double seconds, std::span<const MacroMove> moves) {
   silence();
   auto next = strokes.begin();
+  auto move = moves.begin();
   while (static_cast<double>(left.size()) < seconds * kRate) {
+    const double end = static_cast<double>(left.size() + kBlockFrames) / kRate;
+    for (; move != moves.end() && move->seconds < end; ++move) {
+      putMacro(move->macro, move->value);
+    }
     for (; next != strokes.end(); ++next) {
       const auto frame = static_cast<std::size_t>(next->seconds * kRate) - left.size();
       if (frame >= kBlockFrames) {

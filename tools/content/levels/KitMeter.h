@@ -29,6 +29,13 @@ struct Stroke {
   int velocity = 0;
 };
 
+/// A macro's move while a piece plays.
+struct MacroMove {
+  double seconds = 0.0;
+  std::size_t macro = 0;
+  float value = 0.0F;  ///< 0 to 1.
+};
+
 /// Two sides of equal length at the engine's rate; full scale is 1.0.
 struct StereoSound {
   std::vector<float> left;
@@ -56,11 +63,18 @@ class KitMeter {
   /// Plays the notes together on a silent instrument and measures until it is silent again, at most for `seconds`.
   HitMeasure hit(const std::vector<int>& notes, int velocity, double seconds);
 
-  /// Plays strokes, in the order of their times, on a silent instrument for `seconds`.
-  StereoSound play(std::span<const Stroke> strokes, double seconds);
+  /// Sets the tempo of the effects, in beats a minute.
+  void setTempo(double tempo);
+
+  /// Plays strokes, in the order of their times, on a silent instrument for `seconds`. Moves, in order as well, come up
+  /// to 23 ms early, at the start of their block.
+  StereoSound play(std::span<const Stroke> strokes, double seconds, std::span<const MacroMove> moves = {});
 
  private:
   void silence();
+
+  /// Moves a macro with the next block.
+  void putMacro(std::size_t macro, float value);
 
   /// Renders the messages in `midi` and appends one block to `left` and `right`.
   void renderBlock();

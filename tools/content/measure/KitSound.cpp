@@ -1,17 +1,13 @@
-// Plays kits and measures them, loudness and true peak through libebur128.
+// Plays kits and measures them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/measure/KitSound.h"
 
-#include <ebur128.h>
-
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <numeric>
-#include <stdexcept>
 
 #include "content/levels/Balance.h"
-#include "core/EngineRate.h"
+#include "content/measure/Loudness.h"
 
 namespace sivray::content {
 namespace {
@@ -46,57 +42,6 @@ std::vector<Stroke> groove() {
   return strokes;
 }
 
-class LoudnessMeter {
- public:
-  /// `modes` are libebur128's: what is not among them must not be asked for.
-  LoudnessMeter(const StereoSound& sound, int modes)
-      : frames(2 * sound.left.size()), state(ebur128_init(2, kRate, modes)) {
-    if (state == nullptr) {
-      throw std::runtime_error("libebur128 cannot measure here");
-    }
-    for (std::size_t i = 0; i < sound.left.size(); ++i) {
-      frames[2 * i] = sound.left[i];
-      frames[2 * i + 1] = sound.right[i];
-    }
-    // In steps of 100 ms, for the loudest 400 ms.
-    for (std::size_t i = 0; i < sound.left.size(); i += kPiece) {
-      ebur128_add_frames_float(state.get(), &frames[2 * i], std::min<std::size_t>(kPiece, sound.left.size() - i));
-      double loudness = 0.0;
-      ebur128_loudness_momentary(state.get(), &loudness);
-      loudest = std::max(loudest, loudness);
-    }
-  }
-
-  /// Of the loudest 400 ms, in LUFS.
-  double momentary() const { return loudest; }
-
-  double integrated() const {
-    double loudness = 0.0;
-    ebur128_loudness_global(state.get(), &loudness);
-    return loudness;
-  }
-
-  double truePeak() const {
-    double left = 0.0;
-    double right = 0.0;
-    ebur128_true_peak(state.get(), 0, &left);
-    ebur128_true_peak(state.get(), 1, &right);
-    return decibelsOf(std::max(left, right));
-  }
-
- private:
-  static constexpr auto kRate = static_cast<unsigned long>(tesh::cofu::core::kEngineRate);
-  static constexpr std::size_t kPiece = kRate / 10;
-
-  struct Close {
-    void operator()(ebur128_state* closed) const { ebur128_destroy(&closed); }
-  };
-
-  std::vector<float> frames;
-  std::unique_ptr<ebur128_state, Close> state;
-  double loudest = -100.0;
-};
-
 double energyOf(const StereoSound& sound) {
   return std::inner_product(sound.left.begin(), sound.left.end(), sound.left.begin(), 0.0) +
          std::inner_product(sound.right.begin(), sound.right.end(), sound.right.begin(), 0.0);
@@ -125,7 +70,7 @@ KitSound soundOf(KitMeter& meter, std::size_t program) {
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
     const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
     StereoSound sound = meter.play({&stroke, 1}, kHitSeconds);
-    kit.pads[pad] = LoudnessMeter(sound, EBUR128_MODE_M).momentary();
+    kit.pads[pad] = loudnessOf(sound).momentary;
     if (const auto main = std::ranges::find(kMainPads, pad); main != kMainPads.end()) {
       kit.pictures[static_cast<std::size_t>(main - kMainPads.begin())] = pictureOf(maker, std::move(sound));
     }
@@ -135,10 +80,10 @@ KitSound soundOf(KitMeter& meter, std::size_t program) {
   const StereoSound with = meter.play(strokes, kSeconds);
   meter.setMacro(factory::kEffectSwitchMacro, 0.0F);
   const StereoSound without = meter.play(strokes, kSeconds);
-  const LoudnessMeter loudness(with, EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK);
-  kit.loudness = loudness.integrated();
-  kit.truePeak = loudness.truePeak();
-  kit.effectChange = kit.loudness - LoudnessMeter(without, EBUR128_MODE_I).integrated();
+  const Loudness loudness = loudnessOf(with);
+  kit.loudness = loudness.integrated;
+  kit.truePeak = loudness.truePeak;
+  kit.effectChange = kit.loudness - loudnessOf(without).integrated;
   kit.wet = 0.5 * (decibelsOf(energyOf(difference(with, without))) - decibelsOf(energyOf(with)));
   return kit;
 }

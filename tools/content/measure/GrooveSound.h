@@ -1,0 +1,31 @@
+// What the demo's grooves sound like, each played on its kit.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "content/demo/Groove.h"
+#include "content/levels/KitMeter.h"
+#include "content/measure/Loudness.h"
+
+namespace sivray::content {
+
+struct GrooveSound {
+  std::string kit;
+  StereoSound sound;
+  Loudness loudness;
+  double rest = 0.0;  ///< Peak of the last 50 ms before the next groove, in dB of full scale.
+};
+
+/// Plays a groove with what follows its last bar. Throws std::runtime_error when the content has no such kit.
+GrooveSound soundOf(KitMeter& meter, const Groove& groove);
+
+/// Plays all grooves and returns them one after the other; the first item is the whole suite, without a kit's name.
+std::vector<GrooveSound> soundsOf(KitMeter& meter, const std::vector<Groove>& suite);
+
+/// Prints a line for each groove, then for the suite.
+void printGrooves(std::ostream& out, const std::vector<GrooveSound>& sounds);
+
+}  // namespace sivray::content
