@@ -28,7 +28,7 @@ void runPack(const juce::ArgumentList& list);
 
 inline constexpr const char* kMeasureUsage =
     "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER] [--targets] | "
-    "--kits | --grooves FOLDER";
+    "--kits [--sheets FOLDER] | --grooves FOLDER";
 void runMeasure(const juce::ArgumentList& list);
 
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";

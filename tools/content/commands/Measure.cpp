@@ -9,6 +9,7 @@
 #include "content/measure/GrooveSound.h"
 #include "content/measure/KitSound.h"
 #include "content/measure/Report.h"
+#include "core/EngineRate.h"
 #include "sheet/SpectrogramSheet.h"
 #include "storage/paths/Paths.h"
 #include "terminal/ProgressBar.h"
@@ -50,7 +51,20 @@ void writeSheets(const std::string& folder, const std::vector<MeasuredWave>& wav
   }
 }
 
-void measureKits() {
+/// Draws the groove on all kits, so many a sheet that the pictures can be looked at.
+void writeKitSheets(const std::string& folder, const std::vector<KitSound>& kits) {
+  constexpr std::size_t kKitsPerSheet = 25;
+  std::filesystem::create_directories(pathOf(folder));
+  for (std::size_t first = 0; first < kits.size(); first += kKitsPerSheet) {
+    SpectrogramSheet sheet(tesh::cofu::core::kEngineRate);
+    for (std::size_t i = first; i < std::min(first + kKitsPerSheet, kits.size()); ++i) {
+      sheet.add(kits[i].name, kits[i].groove);
+    }
+    sheet.write(folder + "/kits-" + std::to_string(first / kKitsPerSheet + 1) + ".png");
+  }
+}
+
+void measureKits(const std::string& sheets) {
   KitMeter meter;
   std::vector<KitSound> kits;
   ProgressBar bar(false);
@@ -60,6 +74,9 @@ void measureKits() {
   }
   bar.clear();
   printKits(std::cout, kits);
+  if (!sheets.empty()) {
+    writeKitSheets(sheets, kits);
+  }
 }
 
 }  // namespace
@@ -67,8 +84,9 @@ void measureKits() {
 void runMeasure(const juce::ArgumentList& list) {
   CommandLine line(list, kMeasureUsage);
   if (line.takeFlag("--kits")) {
+    const std::string sheets = line.takeValue("--sheets");
     line.takeRest(0);
-    measureKits();
+    measureKits(sheets);
     return;
   }
   if (const std::string grooves = line.takeValue("--grooves"); !grooves.empty()) {

@@ -1,4 +1,4 @@
-// Target loudness for each pad, and the search for the levels that reach it.
+// The loudness of each pad and of the whole kit, and the search for the levels that reach it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/Balance.h"
 
@@ -7,39 +7,36 @@
 #include <sstream>
 
 #include "content/factory/MacroLayout.h"
+#include "content/measure/KitSound.h"
+#include "content/measure/Loudness.h"
 
 namespace sivray::content {
 namespace {
 
-/// Target loudness of a full hit by pad, in dB of full scale: kick, percussion, snare, clap, cymbal, tom, closed and
-/// open hat.
-constexpr std::array<double, factory::kPads> kLoudness{-17.0, -22.0, -19.5, -20.5, -22.5, -19.0, -25.5, -24.5};
+/// How loud a full hit of each pad is beside the groove of its kit, in dB: kick, percussion, snare, clap, cymbal, tom,
+/// closed and open hat. These are the middle of the kits that were balanced by ear.
+constexpr std::array<double, factory::kPads> kRoles{1.0, -1.0, 0.8, 0.3, 1.8, 0.2, -3.3, -0.2};
 
+constexpr double kGrooveLoudness = -22.5;  ///< Of every kit, in LUFS.
+constexpr double kHalfOfCompressor = 1.3;  ///< In dB.
 constexpr int kMostLevel = 127;
-constexpr int kRounds = 6;
-constexpr double kCloseEnough = 0.1;
+constexpr int kRounds = 5;
+constexpr double kHitSeconds = 4.0;                 // Reversed sounds are loudest at their end.
+constexpr double kDecibelsPerDecadeOfLevel = 40.0;  // The engine squares the level.
 
-/// Returns the gain in dB that brings a pad to its loudness, limited so that its peak stays in the window.
-double moveOf(const HitMeasure& hit, double loudness) {
-  const double peak = decibelsOf(hit.peak);
-  return std::clamp(peak + loudness - decibelsOf(hit.loudness), kLowestPeak, kHighestPeak) - peak;
+int movedLevel(int level, double decibels) {
+  const double wanted = std::max(level, 1) * std::pow(10.0, decibels / kDecibelsPerDecadeOfLevel);
+  return std::clamp(static_cast<int>(std::lround(wanted)), 1, kMostLevel);
 }
 
-int balancedLevel(KitMeter& meter, std::size_t pad, int level) {
-  constexpr double kDecibelsPerDecadeOfLevel = 40.0;  // The engine squares the level.
-  const std::size_t macro = pad * factory::kMacrosPerPad + factory::kLevel;
-  for (int round = 0; round < kRounds; ++round) {
-    meter.setMacro(macro, static_cast<float>(level) / static_cast<float>(kMostLevel));
-    const HitMeasure hit = meter.hit({factory::kFirstPadNote + static_cast<int>(pad)}, kFullVelocity, kListenSeconds);
-    const double move = moveOf(hit, kLoudness[pad]);
-    const double wanted = std::max(level, 1) * std::pow(10.0, move / kDecibelsPerDecadeOfLevel);
-    const int next = std::clamp(static_cast<int>(std::lround(wanted)), 1, kMostLevel);
-    if (std::abs(move) < kCloseEnough || next == level) {
-      break;
-    }
-    level = next;
+/// Returns the gain in dB that brings a hit to its loudness, unless its peak would leave the window.
+double moveOf(const StereoSound& hit, double loudness) {
+  float top = 0.0F;
+  for (std::size_t i = 0; i < hit.left.size(); ++i) {
+    top = std::max({top, std::abs(hit.left[i]), std::abs(hit.right[i])});
   }
-  return level;
+  const double peak = decibelsOf(static_cast<double>(top));
+  return std::clamp(peak + loudness - momentaryLoudness(hit), kLowestPeak, kHighestPeak) - peak;
 }
 
 }  // namespace
@@ -48,8 +45,21 @@ double decibelsOf(double factor) { return 20.0 * std::log10(std::max(factor, 1.0
 
 std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::Kit& kit) {
   std::array<int, factory::kPads> levels{};
-  for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
-    levels[pad] = balancedLevel(meter, pad, kit.pads[pad].level);
+  std::ranges::transform(kit.pads, levels.begin(), &factory::KitPad::level);
+  // A compressor would take back each move. Its kit is balanced with the effect off, softer by half of what it adds.
+  const bool isCompressed = kit.effect == "Compressor";
+  meter.setMacro(factory::kEffectSwitchMacro, isCompressed ? 0.0F : 1.0F);
+  const double goal = kGrooveLoudness - (isCompressed ? kHalfOfCompressor : 0.0);
+  double aim = goal;
+  for (int round = 0; round < kRounds; ++round) {
+    for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
+      const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
+      levels[pad] = movedLevel(levels[pad], moveOf(meter.play({&stroke, 1}, kHitSeconds), aim + kRoles[pad]));
+      meter.setMacro(pad * factory::kMacrosPerPad + factory::kLevel,
+                     static_cast<float>(levels[pad]) / static_cast<float>(kMostLevel));
+    }
+    // What sounds longer than its loudest moment makes the groove louder than its hits.
+    aim += goal - grooveLoudness(meter);
   }
   return levels;
 }

@@ -1,5 +1,4 @@
-// Balances the levels of a kit: each pad gets the loudness of its role, and all peaks lie in one window for all pads of
-// all kits, so that no program is much louder than another.
+// Balances the levels of a kit: one groove is as loud on all kits, and in it each pad has the loudness of its role.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,8 +11,8 @@
 namespace sivray::content {
 
 /// The range of a pad's peak at a full hit, in dB of full scale.
-inline constexpr double kLowestPeak = -11.4;
-inline constexpr double kHighestPeak = -6.8;
+inline constexpr double kLowestPeak = -18.0;
+inline constexpr double kHighestPeak = -5.5;
 
 /// Velocity of a full hit, and the time that it is measured for.
 inline constexpr int kFullVelocity = 127;

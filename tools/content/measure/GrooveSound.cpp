@@ -68,7 +68,8 @@ GrooveSound soundOf(KitMeter& meter, const Groove& groove) {
   const auto frames = static_cast<std::size_t>(groove.seconds() * tesh::cofu::core::kEngineRate);
   result.sound.left.resize(frames);
   result.sound.right.resize(frames);
-  result.loudness = loudnessOf(result.sound);
+  result.loudness = integratedLoudness(result.sound);
+  result.truePeak = truePeak(result.sound);
   result.rest = peakAtEnd(result.sound);
   return result;
 }
@@ -82,7 +83,8 @@ std::vector<GrooveSound> soundsOf(KitMeter& meter, const std::vector<Groove>& su
     whole.left.insert(whole.left.end(), part.left.begin(), part.left.end());
     whole.right.insert(whole.right.end(), part.right.begin(), part.right.end());
   }
-  sounds[0].loudness = loudnessOf(whole);
+  sounds[0].loudness = integratedLoudness(whole);
+  sounds[0].truePeak = truePeak(whole);
   sounds[0].rest = peakAtEnd(whole);
   sounds[0].sound = std::move(whole);
   return sounds;
@@ -93,9 +95,8 @@ void printGrooves(std::ostream& out, const std::vector<GrooveSound>& sounds) {
   for (const GrooveSound& groove : sounds) {
     std::array<char, 96> line{};
     std::snprintf(line.data(), line.size(), "%-24s%6.1f%9.1f%11.0f%15.1f\n",
-                  groove.kit.empty() ? "The whole suite" : groove.kit.c_str(), groove.loudness.integrated,
-                  groove.loudness.truePeak, groove.rest,
-                  static_cast<double>(groove.sound.left.size()) / tesh::cofu::core::kEngineRate);
+                  groove.kit.empty() ? "The whole suite" : groove.kit.c_str(), groove.loudness, groove.truePeak,
+                  groove.rest, static_cast<double>(groove.sound.left.size()) / tesh::cofu::core::kEngineRate);
     out << line.data();
   }
 }

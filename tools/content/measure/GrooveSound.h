@@ -15,8 +15,9 @@ namespace sivray::content {
 struct GrooveSound {
   std::string kit;
   StereoSound sound;
-  Loudness loudness;
-  double rest = 0.0;  ///< Peak of the last 50 ms before the next groove, in dB of full scale.
+  double loudness = 0.0;  ///< Integrated, in LUFS.
+  double truePeak = 0.0;  ///< In dB of full scale.
+  double rest = 0.0;      ///< Peak of the last 50 ms before the next groove, in dB of full scale.
 };
 
 /// Plays a groove with what follows its last bar. Throws std::runtime_error when the content has no such kit.

@@ -65,7 +65,7 @@ void printKit(std::ostream& out, const KitSound& kit, double middle, const std::
   out << '\n';
 }
 
-void printTwins(std::ostream& out, const std::vector<KitSound>& kits) {
+int printTwins(std::ostream& out, const std::vector<KitSound>& kits) {
   int pairs = 0;
   for (std::size_t a = 0; a < kits.size(); ++a) {
     for (std::size_t b = 0; b < a; ++b) {
@@ -77,16 +77,22 @@ void printTwins(std::ostream& out, const std::vector<KitSound>& kits) {
     }
   }
   out << pairs << " pairs of kits are closer than D" << number(static_cast<double>(kKitTwins), false) << '\n';
+  return pairs;
 }
 
 }  // namespace
 
-void printKits(std::ostream& out, const std::vector<KitSound>& kits) {
+int printKits(std::ostream& out, const std::vector<KitSound>& kits) {
   std::vector<double> loudness;
   std::ranges::transform(kits, std::back_inserter(loudness), &KitSound::loudness);
   const double middle = medianOf(std::move(loudness));
   const auto roles = rolesOf(kits);
   out << "kit                       LUFS   effect   wet dB    dBTP    pads 36 to 43 over their roles, dB\n";
+  out << "the roles, dB over the groove" << std::string(27, ' ');
+  for (const double role : roles) {
+    out << number(role, false);
+  }
+  out << '\n';
   Sum sum;
   for (const KitSound& kit : kits) {
     printKit(out, kit, middle, roles, sum);
@@ -94,7 +100,7 @@ void printKits(std::ostream& out, const std::vector<KitSound>& kits) {
   out << kits.size() << " kits, middle " << number(middle, false) << "LUFS; breaking a rule: " << sum.unlike
       << " in loudness, " << sum.effects << " by their effect, " << sum.peaks << " in true peak; " << sum.balance
       << " pads off their roles\n";
-  printTwins(out, kits);
+  return sum.unlike + sum.effects + sum.peaks + sum.balance + printTwins(out, kits);
 }
 
 }  // namespace sivray::content

@@ -16,6 +16,7 @@ constexpr double kStep = 60.0 / 110.0 / 4.0;  ///< A sixteenth at 110 beats a mi
 constexpr int kStepsPerBar = 16;
 constexpr int kBars = 4;
 constexpr double kTail = 2.0;
+constexpr double kSeconds = kStep * kStepsPerBar * kBars + kTail;
 
 /// Kick, snare, closed and open hat.
 constexpr std::array<std::size_t, 4> kMainPads{0, 2, 6, 7};
@@ -53,15 +54,16 @@ StereoSound difference(StereoSound a, const StereoSound& b) {
   return a;
 }
 
-Picture pictureOf(PictureMaker& maker, StereoSound sound) {
+std::vector<float> middleOf(StereoSound sound) {
   std::ranges::transform(sound.left, sound.right, sound.left.begin(), [](float l, float r) { return 0.5F * (l + r); });
-  return maker.pictureOf(hitFrom(sound.left));
+  return std::move(sound.left);
 }
 
 }  // namespace
 
+double grooveLoudness(KitMeter& meter) { return integratedLoudness(meter.play(groove(), kSeconds)); }
+
 KitSound soundOf(KitMeter& meter, std::size_t program) {
-  constexpr double kSeconds = kStep * kStepsPerBar * kBars + kTail;
   constexpr double kHitSeconds = 4.0;  // Reversed sounds are loudest at their end.
   meter.select(program);
   KitSound kit;
@@ -70,9 +72,10 @@ KitSound soundOf(KitMeter& meter, std::size_t program) {
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
     const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
     StereoSound sound = meter.play({&stroke, 1}, kHitSeconds);
-    kit.pads[pad] = loudnessOf(sound).momentary;
+    kit.pads[pad] = momentaryLoudness(sound);
     if (const auto main = std::ranges::find(kMainPads, pad); main != kMainPads.end()) {
-      kit.pictures[static_cast<std::size_t>(main - kMainPads.begin())] = pictureOf(maker, std::move(sound));
+      kit.pictures[static_cast<std::size_t>(main - kMainPads.begin())] =
+          maker.pictureOf(hitFrom(middleOf(std::move(sound))));
     }
   }
 
@@ -80,11 +83,11 @@ KitSound soundOf(KitMeter& meter, std::size_t program) {
   const StereoSound with = meter.play(strokes, kSeconds);
   meter.setMacro(factory::kEffectSwitchMacro, 0.0F);
   const StereoSound without = meter.play(strokes, kSeconds);
-  const Loudness loudness = loudnessOf(with);
-  kit.loudness = loudness.integrated;
-  kit.truePeak = loudness.truePeak;
-  kit.effectChange = kit.loudness - loudnessOf(without).integrated;
+  kit.loudness = integratedLoudness(with);
+  kit.truePeak = truePeak(with);
+  kit.effectChange = kit.loudness - integratedLoudness(without);
   kit.wet = 0.5 * (decibelsOf(energyOf(difference(with, without))) - decibelsOf(energyOf(with)));
+  kit.groove = middleOf(with);
   return kit;
 }
 

@@ -21,6 +21,7 @@ struct KitSound {
   double wet = 0.0;                           ///< What the effect adds or takes away, relative to the whole, in dB.
   double truePeak = 0.0;                      ///< In dB of full scale, by EBU R 128.
   std::array<double, factory::kPads> pads{};  ///< Loudness of the loudest 400 ms of a full hit, in LUFS.
+  std::vector<float> groove;                  ///< The middle of both sides.
   std::array<Picture, 4> pictures;            ///< Of kick, snare, closed and open hat.
 };
 
@@ -30,11 +31,13 @@ KitSound soundOf(KitMeter& meter, std::size_t program);
 /// Returns the mean distance of the two kits' kicks, snares and hats.
 float distance(const KitSound& a, const KitSound& b);
 
+/// Plays the groove alone and returns its integrated loudness in LUFS. The meter's program is selected.
+double grooveLoudness(KitMeter& meter);
+
 /// Prints a line for each kit, with marks where it breaks a rule, then the medians and the pairs of kits that sound
-/// alike. The rules: loudness within 1.5 dB of the median, the effect changes it by at most 3 dB, true peak at most
-/// -0.5 dB, pads
-/// within 6 dB of their role, which is the median of that pad over all kits, relative to their grooves, no two kits
-/// closer than D 4.
-void printKits(std::ostream& out, const std::vector<KitSound>& kits);
+/// alike. Returns how often a rule is broken. The rules: loudness within 1.5 dB of the median, the effect changes it by
+/// at most 3 dB, true peak at most -0.5 dB, pads within 6 dB of their role, which is the median of that pad over all
+/// kits, relative to their grooves, no two kits closer than D 4.
+int printKits(std::ostream& out, const std::vector<KitSound>& kits);
 
 }  // namespace sivray::content

@@ -17,20 +17,20 @@ namespace {
 
 constexpr auto kRate = static_cast<unsigned long>(tesh::cofu::core::kEngineRate);
 constexpr std::size_t kPiece = kRate / 10;  ///< Steps of the search for the loudest 400 ms.
+constexpr double kSilence = -100.0;
 
 struct Close {
   void operator()(ebur128_state* closed) const { ebur128_destroy(&closed); }
 };
+using State = std::unique_ptr<ebur128_state, Close>;
 
-}  // namespace
-
-Loudness loudnessOf(const StereoSound& sound) {
-  const std::unique_ptr<ebur128_state, Close> state(
-      ebur128_init(2, kRate, EBUR128_MODE_M | EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK));
+/// Measures a sound by `mode` and calls `afterPiece` at every step.
+template <typename AfterPiece>
+State measure(const StereoSound& sound, int mode, AfterPiece afterPiece) {
+  State state(ebur128_init(2, kRate, mode));
   if (state == nullptr) {
     throw std::runtime_error("libebur128 cannot measure here");
   }
-  Loudness result{.integrated = -100.0, .momentary = -100.0, .truePeak = -100.0};
   std::vector<float> frames(2 * sound.left.size());
   for (std::size_t i = 0; i < sound.left.size(); ++i) {
     frames[2 * i] = sound.left[i];
@@ -38,17 +38,36 @@ Loudness loudnessOf(const StereoSound& sound) {
   }
   for (std::size_t i = 0; i < sound.left.size(); i += kPiece) {
     ebur128_add_frames_float(state.get(), &frames[2 * i], std::min<std::size_t>(kPiece, sound.left.size() - i));
-    double loudness = 0.0;
-    ebur128_loudness_momentary(state.get(), &loudness);
-    result.momentary = std::max(result.momentary, loudness);
+    afterPiece(state.get());
   }
-  ebur128_loudness_global(state.get(), &result.integrated);
+  return state;
+}
+
+}  // namespace
+
+double integratedLoudness(const StereoSound& sound) {
+  double loudness = kSilence;
+  ebur128_loudness_global(measure(sound, EBUR128_MODE_I, [](ebur128_state*) {}).get(), &loudness);
+  return std::max(loudness, kSilence);
+}
+
+double momentaryLoudness(const StereoSound& sound) {
+  double loudest = kSilence;
+  measure(sound, EBUR128_MODE_M, [&](ebur128_state* state) {
+    double loudness = kSilence;
+    ebur128_loudness_momentary(state, &loudness);
+    loudest = std::max(loudest, loudness);
+  });
+  return loudest;
+}
+
+double truePeak(const StereoSound& sound) {
+  const State state = measure(sound, EBUR128_MODE_TRUE_PEAK, [](ebur128_state*) {});
   double left = 0.0;
   double right = 0.0;
   ebur128_true_peak(state.get(), 0, &left);
   ebur128_true_peak(state.get(), 1, &right);
-  result.truePeak = decibelsOf(std::max(left, right));
-  return result;
+  return decibelsOf(std::max(left, right));
 }
 
 }  // namespace sivray::content

@@ -6,13 +6,15 @@
 
 namespace sivray::content {
 
-struct Loudness {
-  double integrated = 0.0;  ///< Of the whole, in LUFS.
-  double momentary = 0.0;   ///< Of the loudest 400 ms, in LUFS.
-  double truePeak = 0.0;    ///< In dB of full scale.
-};
+// Each throws std::runtime_error when libebur128 has no memory.
 
-/// Throws std::runtime_error when libebur128 has no memory.
-Loudness loudnessOf(const StereoSound& sound);
+/// Of the whole, in LUFS.
+double integratedLoudness(const StereoSound& sound);
+
+/// Of the loudest 400 ms, in LUFS.
+double momentaryLoudness(const StereoSound& sound);
+
+/// In dB of full scale. Slow: it looks between the samples.
+double truePeak(const StereoSound& sound);
 
 }  // namespace sivray::content
