@@ -168,7 +168,9 @@ TEST_F(Factory, HatsOfOneKitExcludeEachOtherAndNothingElseDoes) {
   for (const FactoryRow& row : readFactoryRows(SIVRAY_WAVE_TABLES)) {
     categories[row.row.name] = kCategoryNames[static_cast<std::size_t>(row.category)];
   }
-  for (const auto& [file, kit] : factory::readBank(SIVRAY_KITS_FOLDER)) {
+  for (const factory::BankKit& entry : factory::readBank(SIVRAY_KITS_FOLDER)) {
+    const std::string& file = entry.file;
+    const factory::Kit& kit = entry.kit;
     const auto count = [&](std::string_view category) {
       return std::ranges::count_if(kit.pads,
                                    [&](const factory::KitPad& pad) { return categories[pad.wave] == category; });
