@@ -13,8 +13,8 @@
 namespace sivray::content {
 namespace {
 
-/// How loud a full hit of each pad is beside the groove of its kit, in dB: kick, percussion, snare, clap, cymbal, tom,
-/// closed and open hat. These are the middle of the kits that were balanced by ear.
+/// How loud the loudest 400 ms of a full hit are beside the whole groove, in dB: kick, percussion, snare, clap, cymbal,
+/// tom, closed and open hat. The medians of the first 83 kits, whose pads were set one by one.
 constexpr std::array<double, factory::kPads> kRoles{1.0, -1.0, 0.8, 0.3, 1.8, 0.2, -3.3, -0.2};
 
 constexpr double kGrooveLoudness = -22.5;  ///< Of every kit, in LUFS.
