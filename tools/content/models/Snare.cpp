@@ -48,7 +48,8 @@ void makeSnare(Signal& signal, const Parameters& p, Dice dice) {
                                   .hard = p["hard"],
                                   .place = p["place"],
                                   .second = p["second"],
-                                  .interval = p["interval"]};
+                                  .interval = p["interval"],
+                                  .contact = p.seconds("contact")};
   addModes(skin, membraneModes(membrane, dice, width * 0.5), {p["bend"], p.seconds("bendms"), 0.0, 0.004});
   const double ring = p["ring"];
   const std::vector<Mode> rings{{.hertz = p["ringhz"], .gain = ring, .t60 = p.seconds("ringms")},
@@ -88,6 +89,7 @@ Model snareModel() {
            {"place", {0.35}, 0, 1},
            {"second", {0.5}, 0, 1.5},
            {"interval", {1.7}, 1, 4},
+           {"contact", {0}, 0, 20},
            {"bend", {0.12}, -0.5, 3},
            {"bendms", {25}, 1, 500},
            {"tone", {0.8}, 0, 3},

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Membrane.h"
 
+#include <algorithm>
 #include <array>
 
 #include "content/synth/Math.h"
@@ -35,6 +36,9 @@ constexpr std::array<Ring, 16> kRings{{{1.0, 0},
 /// Random detuning of the modes: no skin is tuned evenly all around.
 constexpr double kUneven = 0.012;
 
+/// Seconds that the air takes to carry the blow to the second skin.
+constexpr double kCrossing = 0.004;
+
 double strikeGain(const Ring& ring, double place) {
   double gain = ring.diameters == 0 ? 1.0 - 0.6 * place : 1.2;
   for (int i = 0; i < ring.diameters; ++i) {
@@ -53,13 +57,14 @@ std::vector<Mode> membraneModes(const MembraneSettings& settings, Dice& dice, do
     const double soft = hertz / settings.hard;
     const double gain = strikeGain(ring, settings.place) / (1.0 + soft * soft) * (1.0 + 0.35 * dice.shared.both()) *
                         (1.0 + 0.5 * width * dice.own.both());
-    modes.push_back({.hertz = hertz, .gain = gain, .t60 = settings.t60 * power(ratio, -settings.damp)});
+    modes.push_back(
+        {.hertz = hertz, .gain = gain, .t60 = settings.t60 * power(ratio, -settings.damp), .attack = settings.contact});
   }
   if (settings.second > 0.0) {
     modes.push_back({.hertz = settings.hertz * settings.interval,
                      .gain = settings.second * modes.front().gain,
                      .t60 = settings.t60 * 0.8,
-                     .attack = 0.004});
+                     .attack = std::max(kCrossing, settings.contact)});
   }
   return modes;
 }

@@ -18,6 +18,7 @@ struct MembraneSettings {
   double spread = 1.0;    ///< Exponent of the ratios; below 1 they lie closer together.
   double second = 0.0;    ///< Level of the second skin's mode.
   double interval = 1.3;  ///< Its ratio to the first.
+  double contact = 0.0;   ///< Time for which the beater pushes the skin, in seconds: the modes rise as long.
 };
 
 /// Returns the modes. A `width` above 0 makes their levels differ between the channels.

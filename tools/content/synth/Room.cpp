@@ -41,9 +41,32 @@ std::vector<Echo> echoesOf(double seconds, Random& dice) {
   return echoes;
 }
 
+/// The first reflections: where they come, in seconds, and how much each is below the one before, in dB.
+constexpr double kEarlyFrom = 0.005;
+constexpr double kEarlyTo = 0.03;
+constexpr int kReflections = 6;
+constexpr double kReflectionFall = 1.5;
+
+void addEarly(Signal& signal, Random own, const RoomSettings& room) {
+  Signal source = signal;
+  Biquad::highPass(120.0).run(source);
+  Biquad::lowPass(room.bright).run(source);
+  constexpr double kApart = (kEarlyTo - kEarlyFrom) / kReflections;
+  for (int i = 0; i < kReflections; ++i) {
+    const std::size_t offset = framesOf(kEarlyFrom + (i + own.unit()) * kApart);
+    const double gain = room.early * factorOfDecibels(-kReflectionFall * i);
+    for (std::size_t frame = offset; frame < signal.size(); ++frame) {
+      signal[frame] += source[frame - offset] * gain;
+    }
+  }
+}
+
 }  // namespace
 
 void addRoom(Signal& signal, Random own, const RoomSettings& room) {
+  if (room.early > 0.0) {
+    addEarly(signal, own, room);
+  }
   if (room.amount <= 0.0) {
     return;
   }

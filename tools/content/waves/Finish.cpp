@@ -149,6 +149,7 @@ const std::vector<ParameterRule>& commonRules() {
       {"room", {0}, 0, 2},                 // A small room around it.
       {"roomms", {250}, 20, 1200},         //
       {"roombright", {7000}, 300, 18000},  //
+      {"early", {0}, 0, 2},                // Its first reflections, within 30 ms.
       {"hall", {0}, 0, 2},                 // A hall around it.
       {"hallms", {1500}, 100, 8000},       //
       {"hallbright", {6000}, 300, 18000},  //
@@ -170,7 +171,7 @@ Sound makeSound(const Model& model, const Parameters& p, std::uint64_t seed) {
     Signal& signal = sound[static_cast<std::size_t>(channel)];
     filterAndDrive(signal, p);
     const Random own = Dice(seed, channel).own;
-    addRoom(signal, own, {p["room"], p.seconds("roomms"), p["roombright"]});
+    addRoom(signal, own, {p["room"], p.seconds("roomms"), p["roombright"], p["early"]});
     addHall(signal, own, {p["hall"], p.seconds("hallms"), p["hallbright"]});
     Biquad::highPass(20.0).run(signal);
     gate(signal, p);
