@@ -141,6 +141,7 @@ TEST(Measure, NamesTellGroups) {
                                        {kCymbal, "Ride Bell"},
                                        {kCymbal, "Crash/Ride"},
                                        {kPerc, "Cowbell"},
+                                       {kPerc, "Tamborim"},
                                        {kFx, "Kick"}}) {
     EXPECT_EQ(acoustic(category, name), std::nullopt) << name;
   }

@@ -31,15 +31,16 @@ std::optional<Group> cymbalIn(const std::string& name) {
 }
 
 bool isSideStick(const std::string& name) {
-  return hasAny(name, {"rim", "rs_", "sidestick"}) || (hasAny(name, {"side"}) && hasAny(name, {"stick"}));
+  return (hasAny(name, {"rim", "rs_", "sidestick"}) && !hasAny(name, {"tamborim"})) ||
+         (hasAny(name, {"side"}) && hasAny(name, {"stick"}));
 }
 
 }  // namespace
 
 std::optional<Group> groupOf(int category, std::string_view name, SoundSource source) {
   const std::string small = inSmallLetters(name);
-  if (hasAny(small, {"roll", "flink", "swish", "chok", "semi", "half", "foot", "pedal", "brush", "splash", "china",
-                     "rev", "flam", "off", "gated", "sweep", "empty"})) {
+  if (hasAny(small, {"roll",  "flink", "swish", "chok", "semi",  "half",  "foot",  "pedal",   "brush", "splash",
+                     "china", "rev",   "flam",  "off",  "gated", "sweep", "empty", "timpani", "taiko", "surdo"})) {
     return std::nullopt;
   }
   const bool isMachine = source == SoundSource::machine;
@@ -69,7 +70,7 @@ std::optional<Group> groupOf(const FactoryRow& row) {
   constexpr std::string_view kMachineModels[]{"kick",  "esnare", "metal", "fm",    "zap",
                                               "sweep", "glitch", "stab",  "impact"};
   const bool isMachine = std::ranges::find(kMachineModels, row.row.model->name) != std::end(kMachineModels);
-  if (row.category == kPerc && row.row.name.starts_with("Analog ")) {
+  if (row.category == kPerc && (row.row.name.starts_with("Analog ") || row.row.name.starts_with("Boom "))) {
     return std::nullopt;
   }
   return groupOf(row.category, row.row.name, isMachine ? SoundSource::machine : SoundSource::acoustic);
