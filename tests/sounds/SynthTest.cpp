@@ -109,6 +109,13 @@ TEST(Rooms, FallSixtyDecibelsInTheirTimeAndDifferBySide) {
   EXPECT_NEAR(fallOf(left, 0.2, 0.95), -30.0, 5.0);
   EXPECT_NEAR(fallOf(close, 0.1, 0.4), -30.0, 8.0);
   EXPECT_NE(left, right);
+
+  Signal click(4410);
+  click[0] = 1.0;
+  addRoom(click, Random(3), {.bright = 18000, .early = 0.5});
+  EXPECT_EQ(*std::max_element(click.begin() + 1, click.begin() + 220), 0.0);
+  EXPECT_GT(*std::max_element(click.begin() + 220, click.begin() + 1323), 0.1);
+  EXPECT_LT(*std::max_element(click.begin() + 1700, click.end()), 0.01);
 }
 
 TEST(Leveller, MeetsItsTargetBetweenTwoPeaks) {

@@ -11,7 +11,7 @@ struct RoomSettings {
   double amount = 0.0;   ///< Level of the room relative to the drum, 0 to 1.
   double seconds = 0.3;  ///< Time in which it falls by 60 dB.
   double bright = 7000;  ///< Initial cut-off of the echoes' low-pass, in Hz; it falls over time.
-  double early = 0.0;    ///< Level of the first reflections, of floor and near walls within 30 ms, relative to the drum.
+  double early = 0.0;  ///< Level of the first reflections, of floor and near walls within 30 ms, relative to the drum.
 };
 
 /// Adds the room to one channel, in place, without making it longer. `own` must differ between channels.
