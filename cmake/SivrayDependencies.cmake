@@ -45,7 +45,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
 
   add_library(sivray_juce_modules STATIC)
   set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce)
-  target_link_libraries(sivray_juce_modules PRIVATE juce::juce_audio_formats juce::juce_dsp juce::juce_gui_basics)
+  target_link_libraries(sivray_juce_modules PRIVATE juce::juce_audio_formats juce::juce_gui_basics)
   if(WIN32)
     target_link_libraries(sivray_juce_modules PRIVATE stb_image)
   else()

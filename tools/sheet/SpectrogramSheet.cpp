@@ -1,14 +1,16 @@
-// Computes the spectrograms by FFT and draws the grid.
+// Draws the spectrograms and their grid.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sheet/SpectrogramSheet.h"
 
-#include <juce_dsp/juce_dsp.h>
 #include <juce_graphics/juce_graphics.h>
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <stdexcept>
 #include <utility>
+
+#include "sheet/Spectrum.h"
 
 namespace sivray {
 namespace {
@@ -19,7 +21,9 @@ constexpr int kCellHeight = 150;
 constexpr int kTitleHeight = 20;
 constexpr int kGap = 6;
 constexpr int kFftOrder = 12;
-constexpr int kFftSize = 1 << kFftOrder;
+/// The power of a sine of full scale in the middle of a bin: half of its amplitude lies at its negative frequency, and
+/// a Hann window has a mean of one half.
+constexpr float kPowerOfFullScale = float{1 << (kFftOrder - 2)} * float{1 << (kFftOrder - 2)};
 constexpr double kLowestHertz = 30.0;
 constexpr double kHighestHertz = 20000.0;
 constexpr float kRangeDecibels = 90.0F;
@@ -36,50 +40,32 @@ juce::Colour heat(float level) {
   return gradient.getColourAtPosition(std::clamp(level, 0.0F, 1.0F));
 }
 
-class SpectrumColumn {
- public:
-  /// Computes the magnitudes of the window around `centre`.
-  void analyse(const std::vector<float>& samples, std::ptrdiff_t centre) {
-    std::fill(bins.begin(), bins.end(), 0.0F);
-    for (int i = 0; i < kFftSize; ++i) {
-      const std::ptrdiff_t at = centre - kFftSize / 2 + i;
-      if (at >= 0 && at < static_cast<std::ptrdiff_t>(samples.size())) {
-        bins[static_cast<std::size_t>(i)] = samples[static_cast<std::size_t>(at)];
-      }
-    }
-    window.multiplyWithWindowingTable(bins.data(), kFftSize);
-    fft.performFrequencyOnlyForwardTransform(bins.data());
+/// Returns the loudest bin between two frequencies, from 0 (kRangeDecibels below a full-scale sine) to 1.
+float level(std::span<const float> powers, double lowHertz, double highHertz, double rate) {
+  const double size = 2.0 * static_cast<double>(powers.size() - 1);
+  const auto first = static_cast<std::size_t>(lowHertz * size / rate);
+  const auto last = std::max(first, static_cast<std::size_t>(highHertz * size / rate));
+  float peak = 0.0F;
+  for (std::size_t bin = first; bin <= std::min(last, powers.size() - 1); ++bin) {
+    peak = std::max(peak, powers[bin]);
   }
-
-  /// Returns the loudest bin between two frequencies, from 0 (kRangeDecibels below a full-scale sine) to 1.
-  float level(double lowHertz, double highHertz, double rate) const {
-    const auto first = static_cast<std::size_t>(lowHertz * kFftSize / rate);
-    const auto last = std::max(first, static_cast<std::size_t>(highHertz * kFftSize / rate));
-    float peak = 0.0F;
-    for (std::size_t bin = first; bin <= std::min<std::size_t>(last, kFftSize / 2); ++bin) {
-      peak = std::max(peak, bins[bin]);
-    }
-    const float decibels = 20.0F * std::log10(peak * 4.0F / kFftSize + 1e-9F);
-    return decibels / kRangeDecibels + 1.0F;
-  }
-
- private:
-  juce::dsp::FFT fft{kFftOrder};
-  juce::dsp::WindowingFunction<float> window{kFftSize, juce::dsp::WindowingFunction<float>::hann};
-  std::vector<float> bins = std::vector<float>(2 * kFftSize);
-};
+  return 10.0F * std::log10(peak / kPowerOfFullScale + 1e-18F) / kRangeDecibels + 1.0F;
+}
 
 double hertzAt(double height) { return kLowestHertz * std::pow(kHighestHertz / kLowestHertz, height); }
 
 void drawSpectrogram(juce::Image& image, int left, int top, const std::vector<float>& samples, double rate) {
-  SpectrumColumn column;
+  Spectrum spectrum(kFftOrder, Spectrum::Window::hann);
+  // Silence before the sound, so that the window around each centre begins at the centre's own index.
+  std::vector<float> padded(spectrum.size() / 2);
+  padded.insert(padded.end(), samples.begin(), samples.end());
   for (int x = 0; x < kCellWidth; ++x) {
-    const auto centre = static_cast<std::ptrdiff_t>(static_cast<double>(samples.size()) * (x + 0.5) / kCellWidth);
-    column.analyse(samples, centre);
+    const auto centre = static_cast<std::size_t>(static_cast<double>(samples.size()) * (x + 0.5) / kCellWidth);
+    const std::span<const float> powers = spectrum.of(std::span(padded).subspan(centre));
     for (int y = 0; y < kCellHeight; ++y) {
       const double low = hertzAt(static_cast<double>(y) / kCellHeight);
       const double high = hertzAt(static_cast<double>(y + 1) / kCellHeight);
-      image.setPixelAt(left + x, top + kCellHeight - 1 - y, heat(column.level(low, high, rate)));
+      image.setPixelAt(left + x, top + kCellHeight - 1 - y, heat(level(powers, low, high, rate)));
     }
   }
 }

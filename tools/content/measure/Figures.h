@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "content/measure/Hit.h"
-#include "content/measure/Spectrum.h"
+#include "sheet/Spectrum.h"
 
 namespace sivray::content {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 
 #include "content/measure/Hit.h"
-#include "content/measure/Spectrum.h"
+#include "sheet/Spectrum.h"
 
 namespace sivray::content {
 

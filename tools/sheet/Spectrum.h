@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <juce_dsp/juce_dsp.h>
-
+#include <complex>
 #include <cstddef>
 #include <span>
 #include <vector>
 
-namespace sivray::content {
+namespace sivray {
 
 /// A transform of 2 to the power of `order` samples, to be used again and again by one thread.
 class Spectrum {
@@ -21,16 +20,18 @@ class Spectrum {
 
   Spectrum(int order, Window window);
 
-  /// Returns the power of each bin from 0 Hz to half the rate, valid until the next call. Missing samples count as
-  /// zero; surplus ones are ignored.
+  /// Returns the power of each bin from 0 Hz to half the rate, valid until the next call: the squared length of the
+  /// transform's sum, whose highest is that of a sine, half its amplitude times the sum of the window. Missing samples
+  /// count as zero; surplus ones are ignored.
   std::span<const float> of(std::span<const float> samples);
 
   std::size_t size() const { return weights.size(); }
 
  private:
-  juce::dsp::FFT fft;
   std::vector<float> weights;
-  std::vector<float> bins;  ///< The transform works in place and needs twice its size.
+  std::vector<std::complex<float>> turns;  ///< e to the power of -2 pi i k / size, for k below size / 2.
+  std::vector<std::complex<float>> sums;
+  std::vector<float> powers;
 };
 
-}  // namespace sivray::content
+}  // namespace sivray
