@@ -44,7 +44,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   sivray_patch_juce()
 
   add_library(sivray_juce_modules STATIC)
-  set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce)
+  set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce UNITY_BUILD OFF)
   target_link_libraries(sivray_juce_modules PRIVATE juce::juce_audio_formats juce::juce_gui_basics)
   if(WIN32)
     target_link_libraries(sivray_juce_modules PRIVATE stb_image)
@@ -92,7 +92,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
 
   # The modules that all forms but VST 2 need on top, compiled once for all of them. Whoever uses sound devices links ALSA.
   add_library(sivray_juce_client_modules STATIC EXCLUDE_FROM_ALL)
-  set_target_properties(sivray_juce_client_modules PROPERTIES OUTPUT_NAME sivray_juce_client)
+  set_target_properties(sivray_juce_client_modules PROPERTIES OUTPUT_NAME sivray_juce_client UNITY_BUILD OFF)
   foreach(module juce_gui_extra juce_audio_processors juce_audio_devices juce_audio_utils)
     get_target_property(sources juce::${module} INTERFACE_SOURCES)
     list(FILTER sources INCLUDE REGEX "/${module}/[a-z0-9_]*\\.cpp$")

@@ -45,11 +45,13 @@ if(WIN32)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
 
-# sivray_room(<name> FOLDER <folder below src> [LINKS <rooms>...] [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
+# sivray_room(<name> FOLDER <folder below src> [FILE_BY_FILE] [LINKS <rooms>...] [PRIVATE <rooms>...]
+#   [EXTERNAL <libraries>...])
 # Builds the library sivray_<name> from all sources in the folder itself (not in its sub-folders). LINKS are the rooms that
 # its headers include, PRIVATE those that only its sources include; scripts/check_links.py compares both with the code.
+# FILE_BY_FILE: no source is merged with others in a unity build.
 function(sivray_room name)
-  cmake_parse_arguments(ROOM "" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
+  cmake_parse_arguments(ROOM "FILE_BY_FILE" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
   set(root "${PROJECT_BINARY_DIR}/rooms/${name}")
   cmake_path(GET ROOM_FOLDER PARENT_PATH parent)
@@ -73,6 +75,9 @@ function(sivray_room name)
   endif()
   target_include_directories(sivray_${name} ${scope} "${root}")
   target_link_libraries(sivray_${name} ${scope} ${ROOM_LINKS} ${ROOM_EXTERNAL})
+  if(ROOM_FILE_BY_FILE)
+    set_target_properties(sivray_${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
   if(sources AND sivray_juce IN_LIST ROOM_EXTERNAL)
     sivray_precompile_juce(sivray_${name})
   endif()

@@ -14,7 +14,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)/[^"/]+"', re.MULTILINE)
-KEYWORDS = ("FOLDER", "BUNDLE", "LINKS", "PRIVATE", "EXTERNAL")
+KEYWORDS = ("FOLDER", "FILE_BY_FILE", "BUNDLE", "LINKS", "PRIVATE", "EXTERNAL")
 
 
 class Room:

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over our own translation units of one build folder, several at a time.
+"""Runs clang-tidy over our own source files, several at a time, with the commands of one build folder.
+
+The folder must be configured for Clang and without unity builds, as the preset `lint` does; it need not be built.
 
 A file is skipped if its text, headers, flags and configuration have passed before: the hashes of passed files are kept in
 $SIVRAY_TIDY_CACHE (default ~/.cache/sivray-tidy).
@@ -53,22 +55,15 @@ def check(path, build):
     return result.returncode, result.stdout + (result.stderr if result.returncode else "")
 
 
-def plain_commands(build):
-    """The folder's compile commands without GCC's precompiled headers, which clang-tidy cannot read, and where they lie."""
-    text = re.sub(r" -Winvalid-pch -include \S+?cmake_pch\.hxx", "", (build / "compile_commands.json").read_text())
-    folder = build / "tidy"
-    folder.mkdir(exist_ok=True)
-    (folder / "compile_commands.json").write_text(text)
-    return folder, json.loads(text)
-
-
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     prefixes = tuple(str(ROOT / prefix) for prefix in (sys.argv[2:] or ["src", "tools"]))
     version = subprocess.run([TIDY, "--version"], capture_output=True, check=True).stdout
     CACHE.mkdir(parents=True, exist_ok=True)
     todo = []
-    folder, commands = plain_commands(build)
+    commands = json.loads((build / "compile_commands.json").read_text())
+    if any("/Unity/" in entry["file"] for entry in commands):
+        sys.exit(f"{build} merges sources: configure the preset lint and name build/lint")
     for entry in commands:
         path = pathlib.Path(entry["file"])
         if str(path).startswith(prefixes):
@@ -78,7 +73,7 @@ def main():
     print(f"clang-tidy: {len(todo)} files to check", flush=True)
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        jobs = {pool.submit(check, path, folder): (path, stamp) for path, stamp in todo}
+        jobs = {pool.submit(check, path, build): (path, stamp) for path, stamp in todo}
         for job in concurrent.futures.as_completed(jobs):
             path, stamp = jobs[job]
             code, output = job.result()

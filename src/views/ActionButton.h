@@ -11,6 +11,7 @@ namespace tesh::bramel {
 
 inline constexpr int kActionButtonWidth = 60;
 inline constexpr int kActionButtonHeight = 24;
+inline constexpr double kActionFontHeight = 12.0;
 
 /// Fill and text of an action button, and the other way round.
 inline BWFlatToggleButton::Colours actionColours(std::uint32_t fill, std::uint32_t text) {

@@ -13,8 +13,8 @@
 namespace tesh::bramel {
 namespace {
 
-constexpr int kListWidth = 200;
-constexpr int kListHeight = 360;
+constexpr int kWaveListWidth = 200;
+constexpr int kWaveListHeight = 360;
 constexpr int kSettingsWidth = 736;
 constexpr int kSettingsHeight = 436;
 
@@ -182,7 +182,7 @@ void BWPluginEditView::openParameterList(std::uint64_t index, const std::vector<
   newPopup->setAnchor(&anchor);
   newPopup->setDirection(direction);
   newPopup->setContent(list);
-  newPopup->setContentSize(kListWidth, kListHeight);
+  newPopup->setContentSize(kWaveListWidth, kWaveListHeight);
   showPopup(std::move(newPopup));
 }
 

@@ -12,8 +12,8 @@
 namespace tesh::bramel {
 namespace {
 
-constexpr int kListWidth = 280;
-constexpr int kListHeight = 420;
+constexpr int kProgramListWidth = 280;
+constexpr int kProgramListHeight = 420;
 
 /// The label of the program keeps this far from the ends of its rectangle.
 constexpr int kLabelBorder = 5;
@@ -85,7 +85,7 @@ void BWPluginProgramSelectorView::openList() {
   pages->pushPage(pageFactory(viewModel));
   stack = pages;
   popup = std::make_shared<BWPopupView>();
-  popup->setContentSize(kListWidth, kListHeight);
+  popup->setContentSize(kProgramListWidth, kProgramListHeight);
   popup->setContent(pages);
   popup->setAnchor(&nameButton);
   popup->setDirection(popupDirection);

@@ -29,9 +29,9 @@ constexpr int kButtonGap = 8;
 constexpr int kButtonHeight = 24;
 constexpr int kLinksTop = 364;
 constexpr int kCloseTop = 396;
-constexpr double kTitleHeight = 20.0;
-constexpr double kNameHeight = 16.0;
-constexpr double kBodyHeight = 12.0;
+constexpr double kTitleFontHeight = 20.0;
+constexpr double kProductFontHeight = 16.0;
+constexpr double kBodyFontHeight = 12.0;
 constexpr float kQuietAlpha = 0.8F;
 
 /// A label whose lines stand apart, as a text to be read needs.
@@ -93,7 +93,7 @@ std::unique_ptr<juce::Label> BWPluginSettingsView::addLabel(juce::Rectangle<int>
 }
 
 std::shared_ptr<BWFlatToggleButton> BWPluginSettingsView::addButton(juce::Rectangle<int> bounds, const char* text) {
-  auto button = makeActionButton(text, fontNamed(*fontProvider, "Open Sans Regular", kBodyHeight), *this);
+  auto button = makeActionButton(text, fontNamed(*fontProvider, "Open Sans Regular", kBodyFontHeight), *this);
   button->setOnColours(actionColours(colours::kActionFill, colours::kActionText));
   button->setBounds(bounds);
   addAndMakeVisible(*button);
@@ -108,17 +108,17 @@ void BWPluginSettingsView::build() {
   const int right = kTextRight - left;
   const int half = (kButtonsRight - left) / 2;
   labels.clear();
-  labels.push_back(addLabel(kCollectionTitle, fontNamed(*fontProvider, "Open Sans SemiBold", kTitleHeight),
+  labels.push_back(addLabel(kCollectionTitle, fontNamed(*fontProvider, "Open Sans SemiBold", kTitleFontHeight),
                             juce::Justification::topRight));
   labels.back()->setText("Tesh Bramel 2 Plugins", juce::dontSendNotification);
-  labels.push_back(addLabel(kVersion, bodyFont(kBodyHeight), juce::Justification::topRight));
+  labels.push_back(addLabel(kVersion, bodyFont(kBodyFontHeight), juce::Justification::topRight));
   labels.back()->setText("Version 2.9.0", juce::dontSendNotification);
   labels.back()->setAlpha(kQuietAlpha);
-  titleLabel = addLabel({left, 100, right, 40}, fontNamed(*fontProvider, "Open Sans SemiBold", kNameHeight),
+  titleLabel = addLabel({left, 100, right, 40}, fontNamed(*fontProvider, "Open Sans SemiBold", kProductFontHeight),
                         juce::Justification::topLeft);
-  tagLabel = addLabel({left, 120, right, 40}, bodyFont(kBodyHeight), juce::Justification::topLeft);
+  tagLabel = addLabel({left, 120, right, 40}, bodyFont(kBodyFontHeight), juce::Justification::topLeft);
   tagLabel->setAlpha(kQuietAlpha);
-  descriptionLabel = addLabel({left, 156, right, 300}, bodyFont(kBodyHeight), juce::Justification::topLeft);
+  descriptionLabel = addLabel({left, 156, right, 300}, bodyFont(kBodyFontHeight), juce::Justification::topLeft);
   productButton = addButton({left, kLinksTop, half, kButtonHeight}, "Product Page");
   acknowledgementsButton = addButton({left + kButtonGap + half, kLinksTop, half, kButtonHeight}, "Acknowledgements");
   closeButton = addButton({left, kCloseTop, right, kButtonHeight}, "Close");
@@ -152,7 +152,7 @@ int BWPluginSettingsView::getCellCount(BWCollectionView& /*view*/) {
 juce::Point<int> BWPluginSettingsView::getCellSize(BWCollectionView& /*view*/) { return {101, 101}; }
 
 std::shared_ptr<BWCollectionViewCell> BWPluginSettingsView::makeCell(BWCollectionView& /*view*/) {
-  return std::make_shared<BramelCellView>(fontNamed(*fontProvider, "Open Sans SemiBold", kBodyHeight));
+  return std::make_shared<BramelCellView>(fontNamed(*fontProvider, "Open Sans SemiBold", kBodyFontHeight));
 }
 
 void BWPluginSettingsView::fillCell(BWCollectionView& /*view*/, BWCollectionViewCell& cell, int index) {

@@ -12,7 +12,6 @@
 namespace tesh::bramel {
 namespace {
 
-constexpr double kActionFontHeight = 12.0;
 constexpr float kNameFontHeight = 14.0F;
 constexpr int kNameIndent = 7;
 constexpr int kEditorMargin = 10;

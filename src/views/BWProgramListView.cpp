@@ -22,11 +22,10 @@ constexpr const char* kUser = "User";
 constexpr int kHeaderHeight = 44;
 constexpr int kIconTop = 1;
 constexpr int kIconHeight = 30;
-constexpr int kTitleTop = 29;
-constexpr int kTitleHeight = 14;
+constexpr int kBankTitleTop = 29;
+constexpr int kBankTitleHeight = 14;
 /// The title's rectangle holds a font of its own height.
-constexpr float kTitleFontHeight = 14.0F;
-constexpr double kActionFontHeight = 12.0;
+constexpr float kBankFontHeight = 14.0F;
 constexpr int kDeleteItem = 1;
 
 /// On Windows inside the panel: a menu in a window of its own is shut at once where the host keeps the focus.
@@ -157,8 +156,8 @@ BWProgramListView::Tab BWProgramListView::makeTab(const std::string& bank) {
   tab.title->setOffColours({.text = juce::Colours::white});
   tab.title->setOnColours({.text = juce::Colour(colours::kAmber)});
   tab.title->setText(getBankTitle(bank));
-  tab.title->setFont(japanese ? juce::Font(face, kTitleFontHeight, juce::Font::plain)
-                              : fontNamed(*fontProvider, "Open Sans Regular", kTitleFontHeight));
+  tab.title->setFont(japanese ? juce::Font(face, kBankFontHeight, juce::Font::plain)
+                              : fontNamed(*fontProvider, "Open Sans Regular", kBankFontHeight));
   header->addAndMakeVisible(*tab.title);
   tab.list->setListener(this);
   tab.list->setListTitle(getBankTitle(bank));
@@ -180,7 +179,7 @@ void BWProgramListView::layOut() {
   int x = 0;
   for (const Tab& tab : tabs) {
     tab.icon->setBounds(x, kIconTop, width, kIconHeight);
-    tab.title->setBounds(x, kTitleTop, width, kTitleHeight);
+    tab.title->setBounds(x, kBankTitleTop, width, kBankTitleHeight);
     tab.list->setBounds(0, kHeaderHeight, getWidth(), std::max(getHeight() - kHeaderHeight, 0));
     x += width;
   }

@@ -11,8 +11,8 @@
 namespace sivray::check {
 namespace {
 
-constexpr int kWarmCycles = 10;
-constexpr std::int64_t kLeakKiB = 512;
+constexpr int kWarmPanels = 10;
+constexpr std::int64_t kLeakOfPanelsKiB = 512;
 
 /// Milliseconds that all threads of this process run for an action: other programs do not count.
 template <typename Action>
@@ -49,7 +49,7 @@ Verdict openAndClose(const CheckSettings& settings) {
     isShown = isShown && scene.window.childSize() == kPanelSize;
     closings.push_back(millisecondsFor([&] { scene.close(); }));
     isShown = isShown && scene.window.childSize() == hosting::WindowSize{};
-    if (cycle == kWarmCycles) {
+    if (cycle == kWarmPanels) {
       warm = processUse();
     }
   }
@@ -58,7 +58,7 @@ Verdict openAndClose(const CheckSettings& settings) {
   const bool flat = end.threads == warm.threads && end.files <= warm.files;
   const bool quick = isSanitized() || (first <= kMostForFirst && medianOf(openings) <= kMostForLater &&
                                        medianOf(closings) <= kMostForClosing);
-  const bool small = isSanitized() || (growth <= kLeakKiB && panelKiB <= kMostKiB);
+  const bool small = isSanitized() || (growth <= kLeakOfPanelsKiB && panelKiB <= kMostKiB);
   return verdict(
       isShown && flat && quick && small,
       "%d cycles, first in %.0f ms and %lld KiB, then in %.1f ms, closed in %.1f ms, %+lld KiB, %+d threads, "
@@ -150,7 +150,7 @@ Verdict twoEditors(const CheckSettings& settings) {
 Verdict unloading(const CheckSettings& settings) {
   // 128 and 1752 were measured in 90 cycles: each has threads of its own, and the allocator rooms of theirs.
   constexpr std::int64_t kMostKiB = 2048;
-  const int cycles = isSanitized() ? kWarmCycles + 2 : settings.count(100, 1000);
+  const int cycles = isSanitized() ? kWarmPanels + 2 : settings.count(100, 1000);
   int leftBehind = 0;
   ProcessUse warm;
   for (int cycle = 0; cycle < cycles; ++cycle) {
@@ -161,7 +161,7 @@ Verdict unloading(const CheckSettings& settings) {
       scene.close();
     }
     leftBehind += isMapped(settings.moduleName()) ? 1 : 0;
-    if (cycle == kWarmCycles) {
+    if (cycle == kWarmPanels) {
       warm = processUse();
     }
   }

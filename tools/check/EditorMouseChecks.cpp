@@ -19,9 +19,6 @@ using hosting::HostCallKind;
 using hosting::WindowPoint;
 using tesh::bramel::PanelRect;
 
-/// Beside every control, and outside the box of every pop-up.
-constexpr WindowPoint kNowhere{4, 464};
-
 WindowPoint centreOf(const PanelRect& bounds, int column = 0) {
   return {bounds.x + bounds.width / 2 + column * kColumnWidth, bounds.y + bounds.height / 2};
 }

@@ -16,7 +16,6 @@ namespace {
 
 using hosting::WindowPoint;
 
-constexpr WindowPoint kNowhere{4, 464};
 constexpr WindowPoint kProgramName{117, 92};
 // On the program list.
 constexpr WindowPoint kUserTab{415, 72};

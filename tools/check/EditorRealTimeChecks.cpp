@@ -19,10 +19,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kRate = 48000;
-constexpr int kBlock = 64;
-constexpr int kBlocksOfRound = kRate / kBlock / 2;
-constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kBlock / kRate};
+constexpr int kRoundRate = 48000;
+constexpr int kRoundBlock = 64;
+constexpr int kBlocksOfRound = kRoundRate / kRoundBlock / 2;
+constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kRoundBlock / kRoundRate};
 
 /// A value for every parameter, which differs from one block to the next. A sample moves within its step, since to read
 /// another one is no matter of the editor.
@@ -62,7 +62,7 @@ RoundCost playRound(EditorScene& scene, const std::vector<int>& panelThreads) {
     {
       const CallCounter counter(cost.counts);
       moveAll(scene.host, block);
-      scene.render(kBlock);
+      scene.render(kRoundBlock);
     }
     times.push_back(threadSeconds() - blockStart);
     cost.mostWrites = std::max(cost.mostWrites, cost.counts.writes - writes);
@@ -92,7 +92,7 @@ Verdict whilePlaying(const CheckSettings& settings) {
   const std::vector<int> before = threadsOfProcess();
   scene.open();
   const std::vector<int> panelThreads = newThreads(before);
-  scene.host.start(static_cast<float>(kRate), kBlock);
+  scene.host.start(static_cast<float>(kRoundRate), kRoundBlock);
   playRound(scene, panelThreads);
   // The least of several rounds each: what else the machine does only ever adds.
   RoundCost open{1e9, 1e9, 0, {}};

@@ -16,6 +16,8 @@
 namespace sivray::check {
 
 inline constexpr hosting::WindowSize kPanelSize{768, 468};
+/// Beside every control, and outside the box of every pop-up.
+inline constexpr hosting::WindowPoint kNowhere{4, 464};
 
 /// The checks of the editor by what they protect. Only where HostWindow::findServer gives true.
 std::vector<Check> editorLifeChecks();

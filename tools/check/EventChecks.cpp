@@ -14,18 +14,19 @@ using namespace tesh::bramel::vst;
 using hosting::HostedPlugin;
 using hosting::PluginFile;
 
-constexpr int kBlock = 2048;
+constexpr int kEventBlock = 2048;
 
 /// Queues notes `step` frames apart, each with a parameter change.
 void queueDense(HostedPlugin& host, int step, Random& random) {
-  for (int frame = 0; frame < kBlock; frame += step) {
+  for (int frame = 0; frame < kEventBlock; frame += step) {
     host.queueNote(36 + random.below(8), random.below(128), frame);
     host.setParameter(random.below(host.parameterCount()), random.unit());
   }
 }
 
 void queueOdd(HostedPlugin& host, Random& random) {
-  for (const int frame : {kBlock - 1, -1, 0, INT_MIN, 17, kBlock, 16, kBlock + 100, 3 * kBlock, 5}) {
+  for (const int frame :
+       {kEventBlock - 1, -1, 0, INT_MIN, 17, kEventBlock, 16, kEventBlock + 100, 3 * kEventBlock, 5}) {
     host.queueNote(36 + random.below(8), 100, frame);
   }
 }
@@ -39,7 +40,7 @@ bool soundsBehindHopeless(const PluginFile& library) {
 
 void queueFull(HostedPlugin& host, Random& random) {
   for (int i = 0; i < 2048; ++i) {
-    host.queueNote(36 + random.below(8), random.below(128), random.below(kBlock));
+    host.queueNote(36 + random.below(8), random.below(128), random.below(kEventBlock));
   }
 }
 
@@ -53,9 +54,9 @@ Verdict insideBlocks(const CheckSettings& settings) {
     const auto host = library->makeInstance();
     host->setSampleRate(rate);
     const std::vector<std::uint8_t> state = host->chunk();
-    Sound sound{std::vector<float>(kBlock), std::vector<float>(kBlock)};
+    Sound sound{std::vector<float>(kEventBlock), std::vector<float>(kEventBlock)};
     const auto render = [&] {
-      host->process(sound.left.data(), sound.right.data(), kBlock);
+      host->process(sound.left.data(), sound.right.data(), kEventBlock);
       facts.add(sound);
       ++blocks;
     };
@@ -126,7 +127,7 @@ Verdict inconsistentMidi(const CheckSettings& settings) {
   const std::vector<std::uint8_t> state = host->chunk();
   SoundFacts facts;
   Random random(61);
-  Sound sound{std::vector<float>(kBlock), std::vector<float>(kBlock)};
+  Sound sound{std::vector<float>(kEventBlock), std::vector<float>(kEventBlock)};
   ForeignEvents foreign(*host);
   const int events = settings.count(100000, 1000000);
   for (int given = 0; given < events;) {
@@ -137,7 +138,7 @@ Verdict inconsistentMidi(const CheckSettings& settings) {
         bytes = {static_cast<std::uint8_t>((kind == 0 ? 0x80 : 0x90) | random.below(16)),
                  static_cast<std::uint8_t>(random.below(128)), static_cast<std::uint8_t>(random.below(128))};
       }
-      host->queueMidi({bytes.data(), static_cast<std::size_t>(1 + random.below(3))}, random.below(kBlock));
+      host->queueMidi({bytes.data(), static_cast<std::size_t>(1 + random.below(3))}, random.below(kEventBlock));
     }
     foreign.queue(random);
     host->process(sound.left.data(), sound.right.data(), 64);

@@ -23,15 +23,15 @@ using vsthost::HostManners;
 using vsthost::PluginLibrary;
 
 constexpr double kColdMilliseconds = 100.0;
-constexpr int kWarmCycles = 10;
-constexpr std::int64_t kLeakKiB = 512;
+constexpr int kWarmInstances = 10;
+constexpr std::int64_t kLeakOfInstancesKiB = 512;
 /// JUCE's wrapper and host start threads with each load, and the allocator has rooms for each; -704 to 580 was
 /// measured.
 constexpr std::int64_t kLeakWithThreadsKiB = 2048;
 
 /// Must run first, before any of the library is in this process.
 Verdict loadAndUnload(const CheckSettings& settings) {
-  const int cycles = settings.full ? 1000 : 3 * kWarmCycles;
+  const int cycles = settings.full ? 1000 : 3 * kWarmInstances;
   double coldMilliseconds = 0.0;
   ProcessUse warm;
   int leftBehind = 0;
@@ -43,7 +43,7 @@ Verdict loadAndUnload(const CheckSettings& settings) {
       if (cycle == 0) {
         coldMilliseconds = 1000.0 * (threadSeconds() - before);
       }
-      if (cycle == kWarmCycles) {
+      if (cycle == kWarmInstances) {
         warm = processUse();
       }
     }
@@ -53,7 +53,7 @@ Verdict loadAndUnload(const CheckSettings& settings) {
   const auto last = library->makeInstance();
   const ProcessUse end = processUse();
   const std::int64_t growth = end.ownKiB - warm.ownKiB;
-  const std::int64_t mostGrowth = settings.isVst2() ? kLeakKiB : kLeakWithThreadsKiB;
+  const std::int64_t mostGrowth = settings.isVst2() ? kLeakOfInstancesKiB : kLeakWithThreadsKiB;
   const bool flat = end.threads == warm.threads && end.files <= warm.files;
   const bool small =
       isSanitized() || (leftBehind == 0 && growth <= mostGrowth && coldMilliseconds <= kColdMilliseconds);

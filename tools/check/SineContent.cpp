@@ -15,7 +15,7 @@ namespace sivray::check {
 namespace {
 
 constexpr const char* kVariable = "BRAMEL_COMMON_FILES";
-constexpr int kRate = 44100;
+constexpr int kSineRate = 44100;
 constexpr double kLoudness = 20000.0;
 
 void setVariable(const std::string& value) {
@@ -33,8 +33,8 @@ void setVariable(const std::string& value) {
 content::Wave sine() {
   content::Wave wave;
   wave.name = "Sine";
-  for (int i = 0; i < static_cast<int>(SineContent::kSeconds * kRate); ++i) {
-    const double phase = 2.0 * std::numbers::pi * SineContent::kHertz * i / kRate;
+  for (int i = 0; i < static_cast<int>(SineContent::kSeconds * kSineRate); ++i) {
+    const double phase = 2.0 * std::numbers::pi * SineContent::kHertz * i / kSineRate;
     wave.left.push_back(static_cast<std::int16_t>(std::lround(kLoudness * std::sin(phase))));
   }
   return wave;

@@ -18,24 +18,6 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// A file of the system that this object closes.
-class OwnedFile {
- public:
-  /// Throws std::system_error for a number below 0, with what errno says.
-  explicit OwnedFile(int file) : number(file) {
-    if (number < 0) {
-      throw std::system_error(errno, std::generic_category());
-    }
-  }
-  ~OwnedFile() { ::close(number); }
-  OwnedFile(const OwnedFile&) = delete;
-  OwnedFile& operator=(const OwnedFile&) = delete;
-  operator int() const { return number; }
-
- private:
-  const int number;
-};
-
 /// Has the message loop call `call` each time that the file counts up.
 void listenTo(int file, WakeUpBell::Call call) {
   juce::LinuxEventLoop::registerFdCallback(file, [own = std::move(call)](int counted) {
@@ -48,6 +30,24 @@ void listenTo(int file, WakeUpBell::Call call) {
 }  // namespace
 
 struct WakeUpBell::Impl {
+  /// A file of the system that this object closes.
+  class OwnedFile {
+   public:
+    /// Throws std::system_error for a number below 0, with what errno says.
+    explicit OwnedFile(int file) : number(file) {
+      if (number < 0) {
+        throw std::system_error(errno, std::generic_category());
+      }
+    }
+    ~OwnedFile() { ::close(number); }
+    OwnedFile(const OwnedFile&) = delete;
+    OwnedFile& operator=(const OwnedFile&) = delete;
+    operator int() const { return number; }
+
+   private:
+    const int number;
+  };
+
   const OwnedFile rings{::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)};
   const OwnedFile rests{::timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)};
 };

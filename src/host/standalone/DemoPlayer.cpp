@@ -15,7 +15,6 @@ using cofu::core::kMidiKindBits;
 using cofu::core::kMidiNoteOff;
 using cofu::core::kMidiNoteOn;
 
-constexpr double kSecondsPerMinute = 60.0;
 
 }  // namespace
 

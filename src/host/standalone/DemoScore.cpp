@@ -13,7 +13,6 @@ namespace tesh::bramel::standalone {
 namespace {
 
 constexpr const char* kKitMark = "program=";
-constexpr double kSecondsPerMinute = 60.0;
 constexpr double kBeatsPerBar = 4.0;
 constexpr double kLongestSeconds = 3600.0;
 

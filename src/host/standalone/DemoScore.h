@@ -11,6 +11,8 @@
 
 namespace tesh::bramel::standalone {
 
+inline constexpr double kSecondsPerMinute = 60.0;
+
 /// A piece that is repeated from its start. Empty if there is nothing to play.
 struct DemoScore {
   struct Event {

@@ -10,7 +10,7 @@ namespace {
 constexpr const char* kDeviceType = "soundType";
 constexpr const char* kDeviceName = "soundDevice";
 constexpr const char* kRate = "soundRate";
-constexpr const char* kBlock = "soundBlock";
+constexpr const char* kBlockKey = "soundBlock";
 constexpr const char* kMidiOff = "midiInputsOff";
 constexpr const char* kX = "windowX";
 constexpr const char* kY = "windowY";
@@ -35,7 +35,7 @@ Settings::Settings(const juce::File& newFolder)
 DeviceChoice Settings::device() const {
   DeviceChoice choice{.type = file.getValue(kDeviceType), .name = file.getValue(kDeviceName)};
   const double rate = file.getDoubleValue(kRate);
-  const int block = file.getIntValue(kBlock);
+  const int block = file.getIntValue(kBlockKey);
   choice.rate = rate > 0.0 && rate < kHighestRate ? rate : 0.0;
   choice.block = block > 0 && block <= kLongestBlock ? block : 0;
   return choice;
@@ -45,7 +45,7 @@ void Settings::setDevice(const DeviceChoice& choice) {
   file.setValue(kDeviceType, choice.type);
   file.setValue(kDeviceName, choice.name);
   file.setValue(kRate, choice.rate);
-  file.setValue(kBlock, choice.block);
+  file.setValue(kBlockKey, choice.block);
 }
 
 juce::StringArray Settings::midiNamesOff() const { return juce::StringArray::fromLines(file.getValue(kMidiOff)); }

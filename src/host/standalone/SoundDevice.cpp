@@ -18,7 +18,7 @@ constexpr int kSearchMilliseconds = 3000;  ///< To ask all systems of sound take
 constexpr int kLooksUntilLost = 2;
 constexpr int kLooksUntilSilent = 3;
 /// For a device that leaves it to us: short enough to play, long enough for a plain desktop.
-constexpr int kBlock = 256;
+constexpr int kUsualBlock = 256;
 constexpr std::array<int, 9> kBlocks{32, 48, 64, 96, 128, 256, 512, 1024, 2048};
 constexpr int kChannels = 2;
 
@@ -103,7 +103,7 @@ bool SoundDevice::tryToOpen(juce::AudioIODeviceType& type, const DeviceChoice& c
   }
   juce::BigInteger channels;
   channels.setRange(0, std::min(kChannels, opened->getOutputChannelNames().size()), true);
-  const int block = choice.block > 0 ? choice.block : kBlock;
+  const int block = choice.block > 0 ? choice.block : kUsualBlock;
   const juce::String error = opened->open({}, channels, rateFor(*opened, choice.rate), block);
   if (error.isNotEmpty() || !opened->isOpen()) {
     lastError = choice.name + " (" + choice.type + "): " + (error.isEmpty() ? "it does not open" : error);

@@ -25,8 +25,8 @@ constexpr std::array<std::size_t, 4> kMainPads{0, 2, 6, 7};
 struct Beat {
   int pad, step, velocity;
 };
-constexpr int kCymbal = 4;
-constexpr int kTom = 5;
+constexpr int kCymbalPad = 4;
+constexpr int kTomPad = 5;
 constexpr Beat kBar[]{{0, 0, 120},  {4, 0, 110}, {6, 0, 100},  {6, 2, 75},   {6, 4, 100}, {2, 4, 120},  {1, 6, 90},
                       {6, 6, 75},   {0, 7, 90},  {6, 8, 100},  {0, 10, 115}, {6, 10, 75}, {2, 12, 120}, {3, 12, 100},
                       {6, 12, 100}, {5, 13, 90}, {7, 14, 100}, {5, 14, 100}, {5, 15, 110}};
@@ -35,7 +35,7 @@ std::vector<Stroke> groove() {
   std::vector<Stroke> strokes;
   for (int bar = 0; bar < kBars; ++bar) {
     for (const auto& [pad, step, velocity] : kBar) {
-      if ((pad != kCymbal || bar == 0) && (pad != kTom || bar == kBars - 1)) {
+      if ((pad != kCymbalPad || bar == 0) && (pad != kTomPad || bar == kBars - 1)) {
         strokes.push_back({kStep * (bar * kStepsPerBar + step), factory::kFirstPadNote + pad, velocity});
       }
     }

@@ -22,7 +22,7 @@ struct HitFile {
   double hardest = 1.0;  ///< The highest velocity of its layer, 0 to 1.
 };
 
-std::string textOf(const juce::String& text) { return text.toStdString(); }
+std::string standardText(const juce::String& text) { return text.toStdString(); }
 
 /// Sets of machines and electronic sounds, by words in their names.
 SoundSource sourceOf(const std::string& set) {
@@ -64,8 +64,8 @@ std::vector<HitFile> filesOfDescription(const juce::File& description) {
   }
   for (const auto* instrument : list->getChildWithTagNameIterator("instrument")) {
     std::vector<HitFile> layers;
-    addLayers(*instrument, textOf(instrument->getChildElementAllSubText("name", {})), description.getParentDirectory(),
-              layers);
+    addLayers(*instrument, standardText(instrument->getChildElementAllSubText("name", {})),
+              description.getParentDirectory(), layers);
     keepHard(layers);
     files.insert(files.end(), layers.begin(), layers.end());
   }
@@ -76,15 +76,15 @@ std::vector<HitFile> filesOfDescription(const juce::File& description) {
 std::vector<HitFile> filesOfNames(const juce::File& folder) {
   std::vector<HitFile> files;
   for (const auto& file : folder.findChildFiles(juce::File::findFiles, true, "*.wav;*.aif;*.aiff;*.flac")) {
-    files.push_back({textOf(file.getParentDirectory().getFileName()), file, 1.0});
+    files.push_back({standardText(file.getParentDirectory().getFileName()), file, 1.0});
   }
-  std::ranges::sort(files, {}, [](const HitFile& hit) { return textOf(hit.file.getFullPathName()); });
+  std::ranges::sort(files, {}, [](const HitFile& hit) { return standardText(hit.file.getFullPathName()); });
   return files;
 }
 
 /// The group that both names, of the drum and of the file, allow.
 std::optional<Group> groupOf(const HitFile& hit, SoundSource source) {
-  const std::string file = textOf(hit.file.getFileNameWithoutExtension());
+  const std::string file = standardText(hit.file.getFileNameWithoutExtension());
   auto match = categoryIn(hit.drum);
   if (!match) {
     match = categoryIn(file);
@@ -95,14 +95,14 @@ std::optional<Group> groupOf(const HitFile& hit, SoundSource source) {
 class Reader {
  public:
   void readSet(const juce::File& folder) {
-    const std::string set = textOf(folder.getFileName());
+    const std::string set = standardText(folder.getFileName());
     const SoundSource source = sourceOf(set);
     const juce::File description = folder.getChildFile("drumkit.xml");
     Half& half = halves[static_cast<std::size_t>(source)];
     const std::size_t before = references.size();
     for (const HitFile& file : description.existsAsFile() ? filesOfDescription(description) : filesOfNames(folder)) {
       if (const auto group = groupOf(file, source)) {
-        add(file, {set, textOf(file.file.getFileName()), file.drum, *group, half, {}, {}});
+        add(file, {set, standardText(file.file.getFileName()), file.drum, *group, half, {}, {}});
       }
     }
     if (references.size() > before) {
@@ -115,7 +115,7 @@ class Reader {
  private:
   void add(const HitFile& file, Reference reference) {
     try {
-      reference.hit = hitOf(readAudioFile(textOf(file.file.getFullPathName())).wave);
+      reference.hit = hitOf(readAudioFile(standardText(file.file.getFullPathName())).wave);
     } catch (const std::runtime_error&) {
       return;
     }
@@ -144,7 +144,7 @@ class Reader {
 std::vector<Reference> readReferences(const std::string& folder) {
   const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(folder.c_str()));
   auto sets = place.findChildFiles(juce::File::findDirectories, false);
-  std::ranges::sort(sets, {}, [](const juce::File& set) { return textOf(set.getFileName().toLowerCase()); });
+  std::ranges::sort(sets, {}, [](const juce::File& set) { return standardText(set.getFileName().toLowerCase()); });
   Reader reader;
   for (const auto& set : sets) {
     reader.readSet(set);
