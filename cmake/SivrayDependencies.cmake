@@ -93,7 +93,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   # The modules that all forms but VST 2 need on top, compiled once for all of them. Whoever uses sound devices links ALSA.
   add_library(sivray_juce_client_modules STATIC EXCLUDE_FROM_ALL)
   set_target_properties(sivray_juce_client_modules PROPERTIES OUTPUT_NAME sivray_juce_client UNITY_BUILD OFF)
-  foreach(module juce_gui_extra juce_audio_processors juce_audio_devices juce_audio_utils)
+  foreach(module juce_audio_processors juce_audio_devices)
     get_target_property(sources juce::${module} INTERFACE_SOURCES)
     list(FILTER sources INCLUDE REGEX "/${module}/[a-z0-9_]*\\.cpp$")
     target_sources(sivray_juce_client_modules PRIVATE ${sources})
@@ -127,7 +127,7 @@ if(SIVRAY_BUILD_TOOLS)
     "${PROJECT_BINARY_DIR}/juce/juce_audio_processors/juce_audio_processors.cpp"
     "${JUCE_MODULES_DIR}/juce_audio_processors/juce_audio_processors_lv2_libs.cpp"
     "${JUCE_MODULES_DIR}/juce_gui_extra/juce_gui_extra.cpp")
-  set_target_properties(sivray_juce_hosts_modules PROPERTIES OUTPUT_NAME sivray_juce_hosts)
+  set_target_properties(sivray_juce_hosts_modules PROPERTIES OUTPUT_NAME sivray_juce_hosts UNITY_BUILD OFF)
   target_link_libraries(sivray_juce_hosts_modules PUBLIC sivray_juce)
   target_include_directories(sivray_juce_hosts_modules
     PRIVATE ${X11_INCLUDE_DIR} "${lv2}/../VST3_SDK" "${lv2}" "${lv2}/lv2" "${lv2}/serd" "${lv2}/sord" "${lv2}/sord/src" "${lv2}/sratom" "${lv2}/lilv"
@@ -150,22 +150,6 @@ if(SIVRAY_BUILD_TOOLS)
     target_link_libraries(sivray_juce_hosts INTERFACE sivray_juce_hosts_modules)
   endif()
 endif()
-
-# sivray_precompile_juce(<target>)
-# Lets a library of our own read JUCE's headers precompiled, which saves two thirds of the time that their files take. All
-# share one precompiled header, so they must have the same flags. For GCC alone: where only its build is timed.
-function(sivray_precompile_juce target)
-  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU" OR CMAKE_CROSSCOMPILING)
-    return()
-  endif()
-  if(NOT TARGET sivray_juce_headers)
-    file(WRITE "${PROJECT_BINARY_DIR}/juce_headers.cpp" "")
-    add_library(sivray_juce_headers OBJECT "${PROJECT_BINARY_DIR}/juce_headers.cpp")
-    target_link_libraries(sivray_juce_headers PRIVATE sivray_options sivray_juce)
-    target_precompile_headers(sivray_juce_headers PRIVATE <juce_gui_basics/juce_gui_basics.h>)
-  endif()
-  target_precompile_headers(${target} REUSE_FROM sivray_juce_headers)
-endfunction()
 
 if(SIVRAY_BUILD_TESTS)
   find_package(GTest CONFIG REQUIRED)

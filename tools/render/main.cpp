@@ -1,28 +1,24 @@
-// sivray-render: plays MIDI files through the plug-in, draws its panel, and checks it.
+// sivray-render: plays MIDI files through the plug-in, draws its panel, and has it checked.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "check/Check.h"
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
 #include "panel/PanelPicture.h"
+#include "render/RenderError.h"
 #include "render/RenderProgram.h"
-#include "vsthost/PluginLibrary.h"
 
 namespace {
 
-sivray::hosting::Form formNamed(const std::string& name) {
-  using sivray::hosting::Form;
-  return name == "vst3" ? Form::vst3 : name == "lv2" ? Form::lv2 : Form::vst2;
-}
-
-int check(const sivray::render::Options& options) {
-  sivray::check::CheckSettings settings;
-  settings.libraryPath = sivray::vsthost::findLibrary(options.libraryPath.value_or(""));
-  settings.form = formNamed(options.checkForm);
-  settings.formPath = settings.isVst2() ? settings.libraryPath
-                                        : sivray::vsthost::findBundle(settings.libraryPath, options.checkForm,
-                                                                      options.bundlePath.value_or(""));
-  settings.only = options.checkOnly;
-  settings.full = options.fullCheck;
-  settings.soakHours = options.soakHours;
-  return sivray::check::runChecks(settings);
+/// Becomes the checker, a program of its own beside this one: it hosts every form and stands before the system's
+/// functions, which who plays and draws need not build. Throws RenderError when it cannot be started.
+int becomeChecker(char** arguments) {
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
+  const std::string checker = self.parent_path() / "sivray-check";
+  execv(checker.c_str(), arguments);
+  throw sivray::render::RenderError("cannot start '" + checker + "', which ./test builds: " + std::strerror(errno));
 }
 
 void drawPanel(const sivray::render::Options& options, std::span<const std::uint8_t> state) {
@@ -35,4 +31,7 @@ void drawPanel(const sivray::render::Options& options, std::span<const std::uint
 
 }  // namespace
 
-int main(int argc, char** argv) { return sivray::render::runProgram({argv + 1, argv + argc}, check, drawPanel); }
+int main(int argc, char** argv) {
+  const auto check = [argv](const sivray::render::Options&) { return becomeChecker(argv); };
+  return sivray::render::runProgram({argv + 1, argv + argc}, check, drawPanel);
+}

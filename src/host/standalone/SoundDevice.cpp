@@ -12,7 +12,7 @@
 namespace tesh::bramel::standalone {
 namespace {
 
-constexpr int kLookMilliseconds = 1000;
+constexpr int kWatchMilliseconds = 1000;
 constexpr int kSearchMilliseconds = 3000;  ///< To ask all systems of sound takes some milliseconds.
 /// A device that has stopped may still be on its way out of its last callback at the first look.
 constexpr int kLooksUntilLost = 2;
@@ -20,7 +20,7 @@ constexpr int kLooksUntilSilent = 3;
 /// For a device that leaves it to us: short enough to play, long enough for a plain desktop.
 constexpr int kUsualBlock = 256;
 constexpr std::array<int, 9> kBlocks{32, 48, 64, 96, 128, 256, 512, 1024, 2048};
-constexpr int kChannels = 2;
+constexpr int kDeviceChannels = 2;
 
 /// The first that is not below the engine's own rate, which most devices have.
 double rateFor(juce::AudioIODevice& device, double wanted) {
@@ -73,7 +73,7 @@ void SoundDevice::openAny() {
   available();
   lastError.clear();
   const bool isOpened = openWanted() || openDefault();
-  startTimer(isOpened ? kLookMilliseconds : kSearchMilliseconds);
+  startTimer(isOpened ? kWatchMilliseconds : kSearchMilliseconds);
   tell();
 }
 
@@ -102,7 +102,7 @@ bool SoundDevice::tryToOpen(juce::AudioIODeviceType& type, const DeviceChoice& c
     return false;
   }
   juce::BigInteger channels;
-  channels.setRange(0, std::min(kChannels, opened->getOutputChannelNames().size()), true);
+  channels.setRange(0, std::min(kDeviceChannels, opened->getOutputChannelNames().size()), true);
   const int block = choice.block > 0 ? choice.block : kUsualBlock;
   const juce::String error = opened->open({}, channels, rateFor(*opened, choice.rate), block);
   if (error.isNotEmpty() || !opened->isOpen()) {

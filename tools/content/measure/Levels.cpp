@@ -17,7 +17,7 @@ std::size_t framesAt(double milliseconds) {
 
 double millisecondsOf(std::ptrdiff_t frames) { return static_cast<double>(frames) * 1000.0 / kMeasureRate; }
 
-double decibelsOf(double power) { return 10.0 * std::log10(power + 1e-12); }
+double powerDecibels(double power) { return 10.0 * std::log10(power + 1e-12); }
 
 /// A fourth-order Butterworth filter is two of second order with these qualities.
 constexpr double kQualities[]{0.54119610, 1.30656296};
@@ -98,7 +98,7 @@ double rippleOf(std::span<const float> samples) {
   constexpr double kLast = 200.0;
   std::vector<double> levels;
   for (double at = kFirst; at < kLast; at += kStep) {
-    levels.push_back(decibelsOf(meanPower(samples, at, at + kStep)));
+    levels.push_back(powerDecibels(meanPower(samples, at, at + kStep)));
   }
   double sum = 0.0;
   for (std::size_t i = 1; i + 1 < levels.size(); ++i) {
@@ -118,7 +118,7 @@ double echoesOf(std::span<const float> samples) {
   bool isRising = false;
   int count = 0;
   for (int at = kFirst; at < kLast; ++at) {
-    const double level = decibelsOf(meanPower(samples, at, at + 1.0));
+    const double level = powerDecibels(meanPower(samples, at, at + 1.0));
     lowest = std::min(lowest, level);
     highest = std::max(highest, level);
     if (!isRising && level >= lowest + kRise) {
