@@ -15,7 +15,6 @@ using cofu::core::kMidiKindBits;
 using cofu::core::kMidiNoteOff;
 using cofu::core::kMidiNoteOn;
 
-
 }  // namespace
 
 DemoPlayer::DemoPlayer(DemoScore newScore) : score(std::move(newScore)) {}
