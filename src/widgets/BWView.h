@@ -1,4 +1,4 @@
-// A filled and outlined rectangle with round corners that other things stand on.
+// A filled and outlined rectangle with round corners, the background of other components.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// Makes buttons that stand anywhere a radio group.
+// Makes a radio group of buttons, wherever they lie.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWVirtualToggleGroup.h"
 

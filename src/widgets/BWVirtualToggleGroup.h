@@ -1,4 +1,4 @@
-// Makes buttons that stand anywhere a radio group: one of them is on. Not a component.
+// Makes a radio group of buttons, wherever they lie: one of them is on. Not a component.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The last that happened to a note, short enough for one atomic access.
+// The last one or two events of a note, in a form short enough for one atomic access.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace tesh::bramel::vst {
 
-/// None, one, or the last two of alternating ons and offs: the end decides what is lit, and a stroke that has ended
-/// already is still seen.
+/// Holds no event, one, or two: ons and offs in turn. The last one decides whether the key is lit; the one before it
+/// lets the editor also show a stroke that ended before it looked.
 struct NoteHistory {
   std::uint8_t length = 0;  ///< 0 to 2.
   bool isLastOn = false;

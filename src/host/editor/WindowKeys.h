@@ -14,13 +14,13 @@ bool hasKeyboardFocus(void* window);
 /// The window with the focus, if it shares the top-level window with `window` and does not lie inside it; else null.
 void* focusedBeside(void* window);
 
-/// The window that `window` stands in; null if there is none.
+/// The parent of `window`; null if there is none.
 void* parentOf(void* window);
 
 void giveKeyboardFocusTo(void* window);
 
-/// Sees to it that the message loop takes the window's events that were read from the system together with an answer,
-/// while nobody looked for events: the loop would sleep until the next one comes.
+/// Wakes the message loop if events of the window are waiting inside the system's library, which read them together
+/// with an answer: otherwise the loop would sleep until the next event comes.
 void awakenForQueuedEvents(void* window);
 
 }  // namespace tesh::bramel::vst

@@ -29,7 +29,7 @@ class ProgramDatabase {
   /// size that its bytes could hold. An image of the oldest version with all of today's macros grows to a quarter of
   /// that.
   static constexpr std::uint64_t kMostGrowth = 16;
-  /// So many records are read from any image, however short they are.
+  /// This number of records is read from any image, however short they are.
   static constexpr std::uint64_t kAlwaysRead = 8;
 
   /// `owner` must outlive the database.
