@@ -12,11 +12,11 @@
 namespace sivray::content {
 namespace {
 
-constexpr double kStep = 60.0 / 110.0 / 4.0;  ///< A sixteenth at 110 beats a minute, in seconds.
+constexpr double kSixteenth = 60.0 / 110.0 / 4.0;  ///< A sixteenth at 110 beats a minute, in seconds.
 constexpr int kStepsPerBar = 16;
 constexpr int kBars = 4;
 constexpr double kTail = 2.0;
-constexpr double kSeconds = kStep * kStepsPerBar * kBars + kTail;
+constexpr double kSeconds = kSixteenth * kStepsPerBar * kBars + kTail;
 
 /// Kick, snare, closed and open hat.
 constexpr std::array<std::size_t, 4> kMainPads{0, 2, 6, 7};
@@ -36,7 +36,7 @@ std::vector<Stroke> groove() {
   for (int bar = 0; bar < kBars; ++bar) {
     for (const auto& [pad, step, velocity] : kBar) {
       if ((pad != kCymbalPad || bar == 0) && (pad != kTomPad || bar == kBars - 1)) {
-        strokes.push_back({kStep * (bar * kStepsPerBar + step), factory::kFirstPadNote + pad, velocity});
+        strokes.push_back({kSixteenth * (bar * kStepsPerBar + step), factory::kFirstPadNote + pad, velocity});
       }
     }
   }
