@@ -1,4 +1,4 @@
-// Whether values that come from the host may be those that it was told of an earlier program.
+// Tells whether a host may be sending back values of a program that is no longer selected.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Some hosts send the values that they are told back with a later block. Where the host has chosen another program in
-/// between, they would overwrite it. Any thread.
+/// Some hosts send every value that they are told back to the plug-in with a later block (an echo). If the host has
+/// chosen another program in between, these values would overwrite that program. Any thread.
 class HostEchoes {
  public:
   /// The host is told values.
@@ -30,11 +30,11 @@ class HostEchoes {
     }
   }
 
-  /// Whether a value that equals what the host was told last is such a one.
+  /// True if a value from the host is an echo when it equals what the host was told last.
   bool mayCome() const { return areExpected; }
 
  private:
-  /// Blocks after the telling with whose values they come at the latest.
+  /// Echoes come with at most this many blocks after the host was told.
   static constexpr int kLatest = 2;
 
   std::atomic<int> blocks = kLatest;  ///< Since the host was told values, up to kLatest.
