@@ -13,13 +13,21 @@
 namespace {
 
 /// Becomes the checker, a program of its own beside this one: it hosts every form and stands before the system's
-/// functions, which who plays and draws need not build. Throws RenderError when it cannot be started.
-int becomeChecker(char** arguments) {
-  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
-  const std::string checker = self.parent_path() / "sivray-check";
-  execv(checker.c_str(), arguments);
-  throw sivray::render::RenderError("cannot start '" + checker + "', which ./test builds: " + std::strerror(errno));
-}
+/// functions. Whoever only plays and draws need not build it. Throws RenderError when it cannot be started.
+class Checker {
+ public:
+  explicit Checker(char** newArguments) : arguments(newArguments) {}
+
+  int operator()(const sivray::render::Options& /*options*/) const {
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
+    const std::string checker = self.parent_path() / "sivray-check";
+    execv(checker.c_str(), arguments);
+    throw sivray::render::RenderError("cannot start '" + checker + "', which ./test builds: " + std::strerror(errno));
+  }
+
+ private:
+  char** arguments;
+};
 
 void drawPanel(const sivray::render::Options& options, std::span<const std::uint8_t> state) {
   sivray::panel::drawPanel(state, {.outputPath = *options.panelPath,
@@ -32,6 +40,5 @@ void drawPanel(const sivray::render::Options& options, std::span<const std::uint
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto check = [argv](const sivray::render::Options&) { return becomeChecker(argv); };
-  return sivray::render::runProgram({argv + 1, argv + argc}, check, drawPanel);
+  return sivray::render::runProgram({argv + 1, argv + argc}, Checker(argv), drawPanel);
 }
