@@ -1,12 +1,13 @@
 // The cost of every effect alone, of the master effect around it, and of a type change.
 //
 //   bench_effects                         time per frame, and of a type change that finds nothing in the cache
-//   bench_effects count TYPE BLOCKS FORM  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. The
-//                                         instructions of two runs with different BLOCKS give the cost of a frame. FORM
-//                                         is `alone`, `quiet` (alone, silence after sound), `whole` (inside the
-//                                         master effect) or `change`: then it changes BLOCKS times from bypass to TYPE,
-//                                         and the counter must collect inside `takeChange` only.
-//                                         scripts/count_effects.py does this for all of them.
+//   bench_effects count TYPE BLOCKS FORM  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. FORM is `alone`,
+//                                         `quiet` (alone, silence after sound) or `whole` (inside the master effect).
+//                                         Count the instructions of two runs with different numbers of blocks; their
+//                                         difference, divided by the additional frames, is the cost of a frame.
+//   bench_effects count TYPE TIMES change changes TIMES times from bypass to TYPE. Count inside `takeChange` only.
+//
+// scripts/count_effects.py does both for all effects.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
@@ -116,7 +117,7 @@ void evictCaches() {
   }
 }
 
-/// A function of its own for the instruction counter.
+/// Must not be inlined: the instruction counter finds the change of type by this function's name.
 [[gnu::noinline]] void takeChange(SivrayMultiEffector& master, StereoBlock block) { master.process(block, 0); }
 
 /// Goes back to bypass, lets a block run and makes the change to `type` wait.

@@ -1,10 +1,11 @@
 // The cost of the whole engine behind its frame: voices, idling, wave changes and construction.
 //
 //   bench_engine                     time (Google Benchmark)
-//   bench_engine count SCENE BLOCKS  runs BLOCKS blocks of 128 frames of a scene and ends: two runs under an
-//                                    instruction counter that differ in BLOCKS give the cost of a frame. Scenes: dry8,
-//                                    dry4, decay8 (envelopes on the move), wet8 (through the effect), idle (effect
-//                                    bypassed), rest (default effect)
+//   bench_engine count SCENE BLOCKS  runs BLOCKS blocks of 128 frames of a scene and ends. Count the instructions of
+//                                    two runs with different numbers of blocks; their difference, divided by the
+//                                    additional frames, is the cost of a frame. Scenes: dry8, dry4, decay8 (envelopes
+//                                    on the move), wet8 (through the effect), idle (effect bypassed), rest (default
+//                                    effect)
 //   bench_engine count KERNEL BLOCKS the same for eight voices alone on one kernel: SSE2, SSE4.1 or AVX2
 //   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times
 //   bench_engine count build BLOCKS  builds the engine BLOCKS times

@@ -1,9 +1,10 @@
 // The cost of the sample-rate converter around an engine that does nothing.
 //
 //   bench_resample                     time per host frame (Google Benchmark)
-//   bench_resample count RATE BLOCKS   plays BLOCKS blocks of 128 frames at RATE Hz and ends: two runs under an
-//     output|input|silence             instruction counter that differ in BLOCKS give the cost of a frame. With the
-//                                      engine sounding alone, with the host's input sounding too, or all silent.
+//   bench_resample count RATE BLOCKS   plays BLOCKS blocks of 128 frames at RATE Hz and ends: with the engine sounding
+//     output|input|silence             alone, with the host's input sounding too, or all silent. Count the instructions
+//                                      of two runs with different numbers of blocks; their difference, divided by the
+//                                      additional frames, is the cost of a frame.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 

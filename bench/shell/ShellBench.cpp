@@ -1,8 +1,9 @@
 // The cost that the shell adds to a block, and of saving and loading a state.
 //
 //   bench_shell               time (Google Benchmark)
-//   bench_shell count BLOCKS  runs BLOCKS blocks in which nothing happens: two runs under an instruction counter that
-//                             differ in BLOCKS give the cost of a block
+//   bench_shell count BLOCKS  runs BLOCKS blocks in which nothing happens. Count the instructions of two runs with
+//                             different numbers of blocks; their difference, divided by the additional blocks, is the
+//                             cost of a block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
