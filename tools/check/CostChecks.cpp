@@ -43,7 +43,8 @@ void playBlock(HostedPlugin& plugin, const CountedScene& scene, int number, std:
   plugin.process(left.data(), right.data(), scene.frames);
 }
 
-/// On a thread of its own, as in hosts: JUCE's tells the message thread of values that are set there.
+/// Counts on a thread other than the message thread, as hosts render: on the message thread, JUCE's VST 3 host would
+/// notify its listeners of each value at once.
 InstructionCounts countScene(const hosting::PluginFile& file, const std::string& module, const CountedScene& scene,
                              int blocks) {
   constexpr int kUncounted = 16;  // All voices sound, and nothing is called for the first time.

@@ -189,7 +189,7 @@ Verdict sizes(const CheckSettings& settings) {
     const auto calls = scene.host.takeCalls();
     const hosting::WindowSize told = calls.empty() ? hosting::WindowSize{} : calls.back().size;
     const hosting::WindowSize shown = scene.window.childSize();
-    // JUCE's host hears each change of its own editor.
+    // VST 2 tells its host once. JUCE's host may hear of one change several times.
     const bool isTold = told == expected && (calls.size() == 1 || !settings.isVst2());
     if (!isTold || scene.host.editorSize() != expected || shown != expected) {
       isRight = false;

@@ -16,7 +16,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The sample that 1.0 stands for.
+/// The sample value that is 1.0 inside the Marlo effects.
 inline constexpr float kMarloFullScale = 32767.0F;
 
 inline float limited(float x) { return std::clamp(flushed(x), -1.0F, 1.0F); }

@@ -24,7 +24,8 @@ constexpr std::chrono::milliseconds kKey{250};
 constexpr float kSmallestScale = 0.5F;
 constexpr float kLargestScale = 8.0F;
 
-/// Whether the view may be in a handler of its own. JUCE does not notice a release once the pressed view has gone.
+/// True while a mouse button is held: one of the view's own handlers may then be running. JUCE alone keeps saying so if
+/// the pressed view was destroyed before the release, so the system is asked too.
 bool isMouseDown() {
   return juce::Desktop::getInstance().getNumDraggingMouseSources() > 0 &&
          juce::ModifierKeys::getCurrentModifiersRealtime().isAnyMouseButtonDown();
