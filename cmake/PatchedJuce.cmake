@@ -136,7 +136,7 @@ function(sivray_replace_file module folder file text)
   endif()
 
   get_target_property(sources ${module} INTERFACE_SOURCES)
-  if(NOT sources)
+  if(NOT sources)  # Headers and wrappers, which are found by the include path alone.
     return()
   endif()
   list(TRANSFORM sources REPLACE "^${from}/${module}.cpp$" "${to}/${module}.cpp")
