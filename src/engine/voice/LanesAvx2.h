@@ -44,10 +44,11 @@ struct LanesAvx2 {
   static bool anyLess(Vec a, Vec b, Vec mask) { return _mm256_testz_si256(_mm256_cmpgt_epi32(b, a), mask) == 0; }
 
   static void framePairs(const std::int16_t* samples, Vec index, Vec& left, Vec& right) {
-    // Fetches lanes 0 1 4 5, then 2 3 6 7: the shuffles below work in each half alone and bring them back into order.
-    const Vec ordered = _mm256_permute4x64_epi64(index, _MM_SHUFFLE(3, 1, 2, 0));
-    const __m256 low = sortedPairs(samples, _mm256_castsi256_si128(ordered));
-    const __m256 high = sortedPairs(samples, _mm256_extracti128_si256(ordered, 1));
+    alignas(32) std::int32_t at[kLanes];
+    store(at, index);
+    // The shuffles work in each half alone, so the first vector takes lanes 0 1 4 5 and the second 2 3 6 7.
+    const __m256 low = sortedPairs(samples, at[0], at[1], at[4], at[5]);
+    const __m256 high = sortedPairs(samples, at[2], at[3], at[6], at[7]);
     left = _mm256_castps_si256(_mm256_shuffle_ps(low, high, _MM_SHUFFLE(2, 0, 2, 0)));
     right = _mm256_castps_si256(_mm256_shuffle_ps(low, high, _MM_SHUFFLE(3, 1, 3, 1)));
   }
@@ -62,11 +63,19 @@ struct LanesAvx2 {
     return _mm256_min_epi32(_mm256_max_epi32(v, _mm256_set1_epi32(-32767)), _mm256_set1_epi32(32767));
   }
 
-  static __m256 sortedPairs(const std::int16_t* samples, __m128i index) {
+  /// The frame pairs at four indices, with each lane's pair of left samples before its pair of right ones. Loads that
+  /// fill a vector and are then blended are faster than gathers, and spare the one unit that moves data across lanes.
+  static __m256 sortedPairs(const std::int16_t* samples, std::int32_t a, std::int32_t b, std::int32_t c,
+                            std::int32_t d) {
     const Vec order = _mm256_broadcastsi128_si256(_mm_set_epi8(15, 14, 11, 10, 13, 12, 9, 8, 7, 6, 3, 2, 5, 4, 1, 0));
-    const auto* base = reinterpret_cast<const long long*>(samples);
-    const Vec frames = _mm256_i32gather_epi64(base, index, 4);
-    return _mm256_castsi256_ps(_mm256_shuffle_epi8(frames, order));
+    const Vec first = _mm256_blend_epi32(filledPair(samples, a), filledPair(samples, b), 0b00001100);
+    const Vec second = _mm256_blend_epi32(filledPair(samples, c), filledPair(samples, d), 0b11000000);
+    return _mm256_castsi256_ps(_mm256_shuffle_epi8(_mm256_blend_epi32(first, second, 0b11110000), order));
+  }
+
+  /// The frame at `index` and the frame after it, in all four places.
+  static Vec filledPair(const std::int16_t* samples, std::int32_t index) {
+    return _mm256_broadcastq_epi64(loadFramePair(samples, index));
   }
 };
 
