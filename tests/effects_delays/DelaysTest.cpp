@@ -1,4 +1,4 @@
-// The delay times that the delays' knobs set.
+// The delay times that the delays' knobs set, and the delays in sample lanes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 #include "effects/delays/SivrayFxShortDelay.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
-#include "effects_interfaces/EffectScene.h"
+#include "effects_interfaces/LaneScene.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -51,6 +51,12 @@ TEST(Delays, BpmDelayKeepsToNotesThatFitItsLine) {
     delay.setParameter(kEdit1, knob);
     delay.setParameter(kEdit2, 127);
     EXPECT_NEAR(firstEcho(delay), samples + 1, 1) << tempo << " " << knob;
+  }
+}
+
+TEST(Delays, EveryFormSoundsAsThePlainOne) {
+  for (unsigned seed = 1; seed <= 8; ++seed) {
+    scene::expectFormsToAgree<SivrayFxShortDelay>(seed, 600);
   }
 }
 

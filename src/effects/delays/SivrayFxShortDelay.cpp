@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/delays/SivrayFxShortDelay.h"
 
+#include "effects/delays/ShortDelayStep.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -9,8 +10,6 @@ namespace tesh::bramel::plugin::sivray::effects {
 using namespace cofu::core;
 
 namespace {
-
-constexpr unsigned kMask = ShortDelayLaw::kLineLength - 1;
 
 /// Samples: the longest delay that a line can hold.
 constexpr std::int32_t kMaxTime = 16383;
@@ -25,16 +24,6 @@ constexpr KnobTable levelScale = detail::makeKnobTable([](int i) {
   return (30720 * 8 - 9 * above * above) / 8;
 });
 
-constexpr std::int32_t stepToZero(std::int32_t x) { return x - ((x > 0) - (x < 0)); }
-
-/// One echo, read between the samples `near` and `beyond` (one older) at `fraction` (Q15).
-inline std::int32_t echoOf(std::int32_t near, std::int32_t beyond, std::int32_t fraction, std::int32_t level) {
-  const std::int32_t tap = mul15(mul15(beyond - near, fraction) + near, kFullScale);
-  const std::int32_t echo = mul15(level, tap);
-  // Where rounding keeps the gain from making a sample smaller, one step towards zero does: the loop always dies out.
-  return echo == tap ? stepToZero(echo) : echo;
-}
-
 }  // namespace
 
 ShortDelayLaw::Settings ShortDelayLaw::settingsOf(const Knobs& knobs) {
@@ -43,19 +32,11 @@ ShortDelayLaw::Settings ShortDelayLaw::settingsOf(const Knobs& knobs) {
 }
 
 void ShortDelayLaw::step(const Settings&, std::int16_t& left, std::int16_t& right) {
-  std::int16_t* const line1 = lines;
-  std::int16_t* const line2 = lines + kLineLength;
-  const unsigned near = (writeIndex - static_cast<unsigned>(time.value())) & kMask;
-  const unsigned beyond = (near - 1) & kMask;
-  const std::int32_t fraction = time.fraction();
-  const std::int32_t echo1 = echoOf(line1[near], line1[beyond], fraction, level.value());
-  const std::int32_t echo2 = echoOf(line2[near], line2[beyond], fraction, level.value());
-  const std::int32_t inputGain = kFullScale - (level.state >> 16);
-  left = static_cast<std::int16_t>(saturate(mul15(left, inputGain) + echo2));
-  right = static_cast<std::int16_t>(saturate(mul15(right, inputGain) + echo1));
-  line1[writeIndex] = left;
-  line2[writeIndex] = right;
-  writeIndex = (writeIndex + 1) & kMask;
+  stepAs<OneSample>(*this, &left, &right);
+}
+
+unsigned ShortDelayLaw::runSse2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runLanes<SamplesSse2>(law, left, right, count);
 }
 
 template class TwoKnobEffect<ShortDelayLaw>;

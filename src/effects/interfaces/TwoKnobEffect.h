@@ -10,6 +10,7 @@
 
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/Knobs.h"
+#include "effects/interfaces/LaneForm.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SivrayFx.h"
 #include "effects/interfaces/SivrayFxMemoryUser.h"
@@ -37,6 +38,11 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// A law that smooths otherwise than by SmoothedValue has, in place of `eachSmoothed`,
 ///   bool restsAt(const Settings&, bool immediate) const;  // a further glide would move nothing
 ///   void glide(const Settings&, bool immediate);     // one sample towards the settings
+/// A law that can run in sample lanes (SampleLanes.h) while its values rest has
+///   bool fitsLanes(const Settings&) const;           // no feedback is shorter than 16 samples, all else rests too
+///   static unsigned runSse2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
+///   static unsigned runAvx2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
+/// Both run as many of the samples as fill whole registers, in place, and return their number. `step` runs the rest.
 ///
 /// The .cpp file of a law instantiates the frame, so that the compiler sees both together; the header declares that
 /// instantiation `extern`.
@@ -56,12 +62,15 @@ class TwoKnobEffect : public SivrayFx {
       }
       const unsigned run = std::min(count - start, kControlGrid);
       if (restsAtSettings()) {
-        play<true>(block.left + start, block.right + start, run);
+        playResting(block.left + start, block.right + start, run);
       } else {
         play<false>(block.left + start, block.right + start, run);
       }
     }
   }
+
+  /// Changes the form of a law that can run in lanes; the processor must have it. At first it is the fastest one.
+  void useLanes(LaneForm form) { laneForm = form; }
 
   /// Takes Edit1 and Edit2 masked to 7 bits and returns what it took; returns 0 for other indices.
   int setParameter(unsigned index, int value) override {
@@ -181,6 +190,18 @@ class TwoKnobEffect : public SivrayFx {
     deriveIn(now);
   }
 
+  void playResting(std::int16_t* left, std::int16_t* right, unsigned count) {
+    unsigned done = 0;
+    if constexpr (requires { law.fitsLanes(live); }) {
+      if (laneForm != LaneForm::plain && law.fitsLanes(live)) {
+        done = (laneForm == LaneForm::avx2 ? Law::runAvx2 : Law::runSse2)(law, left, right, count);
+      }
+    }
+    if (done < count) {
+      play<true>(left + done, right + done, count - done);
+    }
+  }
+
   template <bool kResting>
   [[gnu::flatten]] void play(std::int16_t* left, std::int16_t* right, unsigned count) {
     std::conditional_t<kCopied, Law, Law&> now = law;
@@ -209,6 +230,7 @@ class TwoKnobEffect : public SivrayFx {
   Settings live{startSettings()};
   PendingSettings<Settings> pending{live};
   bool immediate = false;
+  LaneForm laneForm = bestLaneForm();
 };
 
 /// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. It has also

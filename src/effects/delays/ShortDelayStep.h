@@ -1,0 +1,43 @@
+// The law of the short delay, sample by sample or in lanes.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/delays/SivrayFxShortDelay.h"
+#include "effects/interfaces/LaneRun.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// One echo, read between the samples `near` and `beyond` (one older).
+template <typename Samples>
+Samples echoOf(Samples near, Samples beyond, typename Samples::template Fraction<15> fraction,
+               typename Samples::Gain level) {
+  const Samples tap = mul15(between(near, beyond, fraction), typename Samples::Gain(cofu::core::kFullScale));
+  // Where rounding keeps the gain from making a sample smaller, one step towards zero does: the loop always dies out.
+  return nearerZeroWhereEqual(mul15(tap, level), tap);
+}
+
+/// The next samples of both channels, in place. Values of one register must not move, and the time must be at least
+/// `Samples::kCount`.
+template <typename Samples>
+void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
+  constexpr unsigned kLength = ShortDelayLaw::kLineLength;
+  std::int16_t* const line1 = law.lines;
+  std::int16_t* const line2 = law.lines + kLength;
+  const unsigned near = law.writeIndex - static_cast<unsigned>(law.time.value());
+  const typename Samples::template Fraction<15> fraction(law.time.fraction());
+  const typename Samples::Gain level(law.level.value());
+  const typename Samples::Gain inputGain(cofu::core::kFullScale - (law.level.state >> 16));
+  const auto echo1 = echoOf(loadFromRing<Samples, kLength>(line1, near),
+                            loadFromRing<Samples, kLength>(line1, near - 1), fraction, level);
+  const auto echo2 = echoOf(loadFromRing<Samples, kLength>(line2, near),
+                            loadFromRing<Samples, kLength>(line2, near - 1), fraction, level);
+  const auto outLeft = sum(mul15(Samples::load(left), inputGain), echo2);
+  const auto outRight = sum(mul15(Samples::load(right), inputGain), echo1);
+  outLeft.store(left);
+  outRight.store(right);
+  storeToRing<kLength>(line1, law.writeIndex, outLeft);
+  storeToRing<kLength>(line2, law.writeIndex, outRight);
+  law.writeIndex = (law.writeIndex + Samples::kCount) & (kLength - 1);
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,55 @@
+// What the laws in sample lanes share: access to a ring, and the loop over a run. Templates over the forms of
+// SampleLanes.h, which tells where this header may be included.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include "effects/interfaces/SampleLanes.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// Samples from `position` on in a ring of `kLength`, a power of two. The position may lie anywhere; the samples go on
+/// at the ring's start.
+template <typename Samples, unsigned kLength>
+inline Samples loadFromRing(const std::int16_t* ring, unsigned position) {
+  const unsigned start = position & (kLength - 1);
+  if (start <= kLength - Samples::kCount) [[likely]] {
+    return Samples::load(ring + start);
+  }
+  std::int16_t joined[Samples::kCount];
+  for (unsigned i = 0; i < Samples::kCount; ++i) {
+    joined[i] = ring[(start + i) & (kLength - 1)];
+  }
+  return Samples::load(joined);
+}
+
+/// Writes samples from `position` on, as loadFromRing reads them.
+template <unsigned kLength, typename Samples>
+inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) {
+  const unsigned start = position & (kLength - 1);
+  if (start <= kLength - Samples::kCount) [[likely]] {
+    samples.store(ring + start);
+    return;
+  }
+  std::int16_t joined[Samples::kCount];
+  samples.store(joined);
+  for (unsigned i = 0; i < Samples::kCount; ++i) {
+    ring[(start + i) & (kLength - 1)] = joined[i];
+  }
+}
+
+/// Moves the law on by as many samples as fill whole registers, in place, with `stepAs<Samples>(law, left, right)`.
+/// Returns their number. Works on a copy of the law, so that the compiler keeps gains and positions in registers.
+template <typename Samples, typename Law>
+[[gnu::flatten]] unsigned runLanes(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  Law now = law;
+  unsigned done = 0;
+  for (; done + Samples::kCount <= count; done += Samples::kCount) {
+    stepAs<Samples>(now, left + done, right + done);
+  }
+  law = now;
+  return done;
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,35 @@
+// The comparison of SampleLanesCheck.h for AVX2.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <immintrin.h>
+
+#include <array>
+#include <cstdint>
+
+#include "effects/interfaces/SampleLanes.h"
+
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx2")
+#endif
+
+#include "effects/interfaces/SampleLanesAvx2.h"
+
+#include "effects_interfaces/SampleLanesCheck.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results) {
+  operate<SamplesAvx2>(a, b, numbers, results);
+}
+
+bool comesRoundTheRingAvx2(const std::int16_t* samples) { return comesRoundTheRing<SamplesAvx2>(samples); }
+
+}  // namespace tesh::bramel::plugin::sivray::effects
+
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif

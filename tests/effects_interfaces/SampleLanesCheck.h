@@ -1,0 +1,60 @@
+// Compares the operations of a form of sample lanes with those of OneSample. A template, for the test to compile with
+// the instructions of each form.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "effects/interfaces/LaneRun.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+using SampleRow = std::array<std::int16_t, 16>;
+using LaneResults = std::array<SampleRow, 9>;
+
+/// The templates below for AVX2.
+void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results);
+bool comesRoundTheRingAvx2(const std::int16_t* samples);
+
+/// What the operations make of samples `a` and `b` with a gain, two weights and a fraction, one result a row.
+template <typename Samples>
+void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results) {
+  const auto [gain, first, second, fraction] = numbers;
+  const typename Samples::Weights weights(first, second);
+  for (unsigned i = 0; i < a.size(); i += Samples::kCount) {
+    const auto x = Samples::load(&a[i]);
+    const auto y = Samples::load(&b[i]);
+    const auto wide = weightedSum(x, y, weights);
+    std::size_t row = 0;
+    for (const Samples& result :
+         {sum(x, y), difference(x, y), mul15(x, typename Samples::Gain(gain)), mul15(x, y), leak(x),
+          (wide.template shiftedRight<3>() - (wide + wide).template shiftedRight<7>())
+              .template shiftedRight<9>()
+              .saturated(),
+          between(x, y, typename Samples::template Fraction<15>(fraction)),
+          between(x, y, typename Samples::template Fraction<12>(fraction >> 3)), nearerZeroWhereEqual(x, y)}) {
+      result.store(&results[row++][i]);
+    }
+  }
+}
+
+/// Writes and reads `samples` at every position of a small ring. Returns false if one does not come back.
+template <typename Samples>
+bool comesRoundTheRing(const std::int16_t* samples) {
+  constexpr unsigned kLength = 32;
+  for (unsigned position = 0; position < 3 * kLength; ++position) {
+    std::array<std::int16_t, kLength> ring{};
+    storeToRing<kLength>(ring.data(), position, Samples::load(samples));
+    std::array<std::int16_t, Samples::kCount> read{};
+    loadFromRing<Samples, kLength>(ring.data(), position - 4 * kLength).store(read.data());
+    for (unsigned i = 0; i < Samples::kCount; ++i) {
+      if (ring[(position + i) % kLength] != samples[i] || read[i] != samples[i]) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
