@@ -8,6 +8,7 @@
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
 #include "content/factory/MacroFiles.h"
+#include "content/factory/WaveBuild.h"
 #include "content/library/LibraryWriter.h"
 #include "content/waves/FactoryWaves.h"
 
@@ -16,10 +17,22 @@ namespace sivray::content {
 void runWaves(const juce::ArgumentList& list) {
   CommandLine line(list, kWavesUsage);
   const std::string target = line.takeRequired("-o");
+  const std::string notes = line.takeValue("--notes");
+  const std::string code = line.takeValue("--code");
+  if (notes.empty() != code.empty()) {
+    line.failUsage();
+  }
   const std::string tables = line.takeRest(1).front();
-  const std::vector<Wave> waves = makeFactoryWaves(pathOf(tables));
-  writeLibrary(target, waves);
-  std::cout << "Made " << waves.size() << " waves in " << target << std::endl;
+  if (notes.empty()) {
+    const std::vector<Wave> waves = makeFactoryWaves(pathOf(tables));
+    writeLibrary(target, waves);
+    std::cout << "Made " << waves.size() << " waves in " << target << std::endl;
+    return;
+  }
+  const WaveBuild build = buildWaves(tables, {target, notes, code});
+  writeLibrary(target, build.waves);
+  writeText(notes, build.notes);
+  std::cout << "Made " << build.rendered << " of " << build.waves.size() << " waves anew in " << target << std::endl;
 }
 
 void runKits(const juce::ArgumentList& list) {

@@ -7,7 +7,7 @@
 
 namespace sivray::content {
 
-inline constexpr const char* kWavesUsage = "waves TABLES -o DIR";
+inline constexpr const char* kWavesUsage = "waves TABLES -o DIR [--notes FILE --code FILE]";
 void runWaves(const juce::ArgumentList& list);
 
 inline constexpr const char* kKitsUsage = "kits TABLES KITS -o DIR";

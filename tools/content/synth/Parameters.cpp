@@ -66,6 +66,19 @@ std::string Parameters::set(std::string_view name, std::string_view text) {
   return {};
 }
 
+std::string Parameters::text() const {
+  std::ostringstream all;
+  all << std::hexfloat;
+  for (const auto& [name, slot] : slots) {
+    all << name;
+    for (const double value : slot.values) {
+      all << ':' << value;
+    }
+    all << ' ';
+  }
+  return all.str();
+}
+
 const std::vector<double>& Parameters::find(std::string_view name) const {
   const auto slot = slots.find(name);
   if (slot == slots.end()) {

@@ -34,6 +34,9 @@ class Parameters {
 
   const std::vector<double>& list(std::string_view name) const { return find(name); }
 
+  /// Returns all values as a text that two sets of parameters share only if they are equal.
+  std::string text() const;
+
  private:
   struct Slot {
     ParameterRule rule;
