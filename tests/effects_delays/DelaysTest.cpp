@@ -57,6 +57,7 @@ TEST(Delays, BpmDelayKeepsToNotesThatFitItsLine) {
 TEST(Delays, EveryFormSoundsAsThePlainOne) {
   for (unsigned seed = 1; seed <= 8; ++seed) {
     scene::expectFormsToAgree<SivrayFxShortDelay>(seed, 600);
+    scene::expectFormsToAgree<SivrayFxBpmSyncDelay>(seed, 1200);
   }
 }
 

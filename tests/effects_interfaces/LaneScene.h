@@ -44,7 +44,7 @@ void turn(Dice& dice, Effect& effect) {
       effect.setParameter(kEdit2, dice.oneIn(2) ? 127 : value);
       break;
     case 4:
-      effect.setTempo(dice.oneIn(2) ? dice.upTo(30) : dice.upTo(3000));
+      effect.setTempo(dice.upTo(dice.oneIn(2) ? 30 : 3000) * (dice.oneIn(3) ? 100 : 1));
       break;
     default:
       effect.setImmediate(dice.oneIn(2));

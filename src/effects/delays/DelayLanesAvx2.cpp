@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
+#include "effects/delays/SivrayFxBpmSyncDelay.h"
 #include "effects/delays/SivrayFxShortDelay.h"
 #include "effects/interfaces/SampleLanes.h"
 
@@ -16,12 +17,17 @@
 
 #include "effects/interfaces/SampleLanesAvx2.h"
 
+#include "effects/delays/BpmDelayStep.h"
 #include "effects/delays/ShortDelayStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 unsigned ShortDelayLaw::runAvx2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runLanes<SamplesAvx2>(law, left, right, count);
+}
+
+unsigned BpmSyncDelayLaw::runAvx2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runDelay<SamplesAvx2>(law, left, right, count);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

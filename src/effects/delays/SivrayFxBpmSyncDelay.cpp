@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 
+#include "effects/delays/BpmDelayStep.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/TempoTables.h"
 
@@ -11,7 +12,6 @@ using namespace cofu::core;
 
 namespace {
 
-constexpr unsigned kMask = BpmSyncDelayLaw::kLineLength - 1;
 constexpr int kStartBpm = 120;
 
 /// The most that is fed back: 0.9 in Q15.
@@ -38,16 +38,6 @@ std::int32_t timeOf(const Knobs& knobs, int noteKnob) {
   return kNoteLengths[std::min<std::size_t>(longestNote(bpm), delayNoteIndex(noteKnob))] / bpm;
 }
 
-/// The sample between `near` and `beyond` (one older), 12 bits of fraction.
-inline std::int32_t between(std::int32_t near, std::int32_t beyond, std::int32_t fraction) {
-  return mulShift<12>(beyond - near, fraction) + near;
-}
-
-/// The input less the fed-back tap. Both have 30 fractional bits; 7 and then 8 go, so that the sum fits 32 bits.
-inline std::int16_t lessTap(std::int32_t input, std::int32_t gain, std::int32_t tap) {
-  return static_cast<std::int16_t>(saturate((mulShift<7>(gain, input) - (tap >> 7)) >> 8));
-}
-
 }  // namespace
 
 /// The longer the note, the less feedback (an eighth at most); the more feedback, the less input (a half at most).
@@ -60,24 +50,37 @@ BpmSyncDelayLaw::Settings BpmSyncDelayLaw::settingsOf(const Knobs& knobs) {
 
 void BpmSyncDelayLaw::reset(const Settings& now) {
   // The right tap stays: the first sample of the right side still hears it.
-  tapLeft = 0;
+  taps.left = 0;
   time = wrapShiftLeft(now.time, 12);
 }
 
+BpmSyncDelayLaw::Taps BpmSyncDelayLaw::lastTaps() const {
+  const unsigned position = writeIndex - 1;
+  return {tapAt<OneSample>(*this, lines, position).v, tapAt<OneSample>(*this, lines + kLineLength, position).v,
+          feedback.value()};
+}
+
 void BpmSyncDelayLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  std::int16_t* const line1 = lines;
-  std::int16_t* const line2 = lines + kLineLength;
-  right = lessTap(right, inputGain.value(), tapRight);
-  left = lessTap(left, inputGain.value(), tapLeft);
-  line1[writeIndex] = right;
-  line2[writeIndex] = left;
+  const auto outRight = lessTap<OneSample>({right}, inputGain.value(), {taps.right}, taps.feedback);
+  const auto outLeft = lessTap<OneSample>({left}, inputGain.value(), {taps.left}, taps.feedback);
+  outRight.store(&right);
+  outLeft.store(&left);
+  outRight.store(lines + writeIndex);
+  outLeft.store(lines + kLineLength + writeIndex);
+  writeIndex = (writeIndex + 1) & (kLineLength - 1);
   time = wrapAdd(time, wrapMul(wrapSub(to.time, time >> 12), kTimeGlide));
-  const unsigned near = (writeIndex - static_cast<unsigned>(time >> 12)) & kMask;
-  const unsigned beyond = (near - 1) & kMask;
-  const std::int32_t fraction = time & 4095;
-  tapLeft = wrapMul(between(line1[near], line1[beyond], fraction), feedback.value());
-  tapRight = wrapMul(between(line2[near], line2[beyond], fraction), feedback.value());
-  writeIndex = (writeIndex + 1) & kMask;
+  taps = lastTaps();
+}
+
+/// The time must rest too, and the last taps must be those that lanes read. The sample just written and the oldest one
+/// are no use to lanes: one lies in the same register, the other is overwritten by it.
+bool BpmSyncDelayLaw::fitsLanes(const Settings& now) const {
+  const unsigned age = static_cast<unsigned>(now.time) & (kLineLength - 1);
+  return time >> 12 == now.time && age >= kMostLanes && age < kLineLength - 1 && taps == lastTaps();
+}
+
+unsigned BpmSyncDelayLaw::runSse2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runDelay<SamplesSse2>(law, left, right, count);
 }
 
 template class TwoKnobEffect<BpmSyncDelayLaw>;

@@ -26,9 +26,26 @@ struct BpmSyncDelayLaw {
     std::int32_t time;       ///< Samples.
   };
 
+  /// The delayed samples that the next sample hears, and the Q15 gain with which it does.
+  struct Taps {
+    std::int32_t left = 0;
+    std::int32_t right = 0;
+    std::int32_t feedback = 0;
+    bool operator==(const Taps&) const = default;
+  };
+
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings& now) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  bool fitsLanes(const Settings& now) const SIVRAY_NONBLOCKING;
+  static unsigned runSse2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+
+  /// The taps as they were read after the last sample, if time and feedback rest since then.
+  Taps lastTaps() const SIVRAY_NONBLOCKING;
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(inputGain, to.inputGain);
     visit(feedback, to.feedback);
@@ -36,9 +53,8 @@ struct BpmSyncDelayLaw {
 
   SmoothedValue inputGain;
   SmoothedValue feedback;
-  std::int32_t time = 0;     ///< Samples, 12 fractional bits.
-  std::int32_t tapLeft = 0;  ///< Last delayed sample times the feedback, 30 fractional bits.
-  std::int32_t tapRight = 0;
+  std::int32_t time = 0;  ///< Samples, 12 fractional bits.
+  Taps taps;
   unsigned writeIndex = 0;
   std::int16_t* lines = nullptr;  ///< The line of the right output, then that of the left.
 };

@@ -1,0 +1,55 @@
+// The law of the tempo-locked delay in lanes, and what it shares with the one that goes sample by sample.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/delays/SivrayFxBpmSyncDelay.h"
+#include "effects/interfaces/LaneRun.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// The sound `time` ahead of `position` in a line, between two samples (12 bits of fraction).
+template <typename Samples>
+Samples tapAt(const BpmSyncDelayLaw& law, const std::int16_t* line, unsigned position) {
+  constexpr unsigned kLength = BpmSyncDelayLaw::kLineLength;
+  const unsigned near = position - static_cast<unsigned>(law.time >> 12);
+  const typename Samples::template Fraction<12> fraction(law.time & 4095);
+  return between(loadFromRing<Samples, kLength>(line, near), loadFromRing<Samples, kLength>(line, near - 1), fraction);
+}
+
+/// The input less the fed-back tap, each with its own Q15 gain. Both have 30 fractional bits; 7 and then 8 go, so that
+/// the difference fits 32 bits.
+template <typename Samples>
+Samples lessTap(Samples input, std::int32_t inputGain, Samples tap, std::int32_t feedback) {
+  const auto direct = weightedSum(input, tap, typename Samples::Weights(inputGain, 0)).template shiftedRight<7>();
+  const auto fedBack = weightedSum(input, tap, typename Samples::Weights(0, feedback)).template shiftedRight<7>();
+  return (direct - fedBack).template shiftedRight<8>().saturated();
+}
+
+/// The next samples of both channels, in place. What follows the last sample's tap is the caller's.
+template <typename Samples>
+void stepAs(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right) {
+  constexpr unsigned kLength = BpmSyncDelayLaw::kLineLength;
+  std::int16_t* const line1 = law.lines;
+  std::int16_t* const line2 = law.lines + kLength;
+  // A sample hears the tap that was read when the sample before it was written.
+  const unsigned position = law.writeIndex - 1;
+  const auto tapLeft = tapAt<Samples>(law, line1, position);
+  const auto tapRight = tapAt<Samples>(law, line2, position);
+  const auto outRight = lessTap(Samples::load(right), law.inputGain.value(), tapRight, law.feedback.value());
+  const auto outLeft = lessTap(Samples::load(left), law.inputGain.value(), tapLeft, law.feedback.value());
+  outRight.store(right);
+  outLeft.store(left);
+  storeToRing<kLength>(line1, law.writeIndex, outRight);
+  storeToRing<kLength>(line2, law.writeIndex, outLeft);
+  law.writeIndex = (law.writeIndex + Samples::kCount) & (kLength - 1);
+}
+
+/// A run in lanes, after which the taps are those of its last sample.
+template <typename Samples>
+unsigned runDelay(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  const unsigned done = runLanes<Samples>(law, left, right, count);
+  law.taps = law.lastTaps();
+  return done;
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
