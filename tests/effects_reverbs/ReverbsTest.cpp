@@ -1,11 +1,13 @@
-// The hall against its plain model, its tables, and the gate of the gate reverb.
+// The hall against its plain model, its tables, the gate of the gate reverb, and the reverbs in sample lanes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include "effects/interfaces/EffectAdapter.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/HallTables.h"
+#include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
-#include "effects_interfaces/EffectScene.h"
+#include "effects_interfaces/LaneScene.h"
 #include "effects_reverbs/ReverbModels.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -71,6 +73,13 @@ TEST(Reverbs, GateHoldsForTheTimeOfItsKnobAndThenCloses) {
   }
   EXPECT_LT(gain, 5700);
   EXPECT_GT(gate.step(3276, 0, kHoldStep), gain) << "a peak at the threshold opens it";
+}
+
+TEST(Reverbs, EveryFormSoundsAsThePlainOne) {
+  for (unsigned seed = 1; seed <= 4; ++seed) {
+    scene::expectFormsToAgree<SivrayFxReverb>(seed, 600);
+    scene::expectFormsToAgree<EffectAdapter2<GateReverb>>(seed, 600);
+  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "core/EngineRate.h"
 #include "effects/interfaces/KnobTables.h"
+#include "effects/reverbs/NetworkStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -16,12 +17,6 @@ constexpr std::int32_t kThreshold = 3276;
 
 /// What the peak keeps per sample, Q15: a time constant of 1214 samples (28 ms).
 constexpr std::int32_t kPeakKept = 32741;
-
-/// What enters the network, Q15: a quarter of the square curve at 80.
-constexpr std::int32_t kInputLevel = squareTable[80] >> 2;
-
-/// Loop gain of the combs, Q15: that of the room reverb at Time 63.
-constexpr std::int32_t kFeedback = ReverbNetwork::feedbackOf(63);
 
 /// 24-bit fractions per sample: the share of the distance by which the gate opens (0.9265, so within two samples), and
 /// what it keeps while it closes (0.99912, a time constant of 26 ms).
@@ -87,13 +82,12 @@ GateReverb::Settings GateReverb::settingsOf(const Knobs& knobs) {
   return {holdStepFor(knobs.edit1), valueAt(squareTable, knobs.edit2)};
 }
 
-void GateReverb::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  const Output wet = stepNetwork(mul15(left + right, kInputLevel), kFeedback);
-  const std::int32_t gain = gate.step(left, right, to.holdStep);
-  const std::int32_t late = mul15(mul15(gain, wet.late), level.value());
-  const std::int32_t early = mul15(mul15(mul15(gain, wet.early), level.value()), kEarlyGain);
-  right = static_cast<std::int16_t>(saturate(right + late));
-  left = static_cast<std::int16_t>(saturate(left + early));
+void GateReverb::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  stepAs<OneSample>(*this, &left, &right);
+}
+
+unsigned GateReverb::runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runLanes<SamplesSse2>(law, left, right, count);
 }
 
 template class TwoKnobEffect<GateReverb>;

@@ -37,15 +37,26 @@ struct GateReverb : ReverbNetwork {
     std::int32_t level;     ///< Q15.
   };
 
+  /// What enters the network, Q15: a quarter of the square curve at 80.
+  static constexpr std::int32_t kInputLevel = squareTable[80] >> 2;
+
+  /// Loop gain of the combs, Q15: that of the room reverb at Time 63.
+  static constexpr std::int32_t kFeedback = feedbackOf(63);
+
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// The gate starts open, with all of its hold time left.
   void reset(const Settings&) { gate = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool) { holdStep = to.holdStep; }
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
 
   SmoothedValue level;
   ReverbGate gate;
+  std::int32_t holdStep = 0;
 };
 
 extern template class TwoKnobEffect<GateReverb>;

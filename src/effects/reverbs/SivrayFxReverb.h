@@ -14,9 +14,18 @@ struct RoomReverbLaw : ReverbNetwork {
     std::int32_t level = 0;
   };
 
+  /// What enters the network, Q15. The louder the wet sound, the more: an eighth of full scale at level 0, a quarter at
+  /// full level.
+  static constexpr std::int32_t inputGainFor(std::int32_t level) { return (level >> 3) + 4096; }
+
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runSse2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);
     visit(feedback, to.feedback);
