@@ -181,6 +181,15 @@ void SivrayMultiEffector::process(StereoBlock& block, int count) {
   countImmediate(count);
 }
 
+bool SivrayMultiEffector::skip(int count) {
+  const bool changes = pendingSwitch.waits() || pendingType.waits() || immediateCounter >= 0;
+  if (changes || fading || (wetState >> 15) != wetTarget) {
+    return false;
+  }
+  SivrayFx* const effect = current;
+  return effect == nullptr || effect->skip(static_cast<unsigned>(count));
+}
+
 void SivrayMultiEffector::runEffect(StereoBlock block, int count) {
   if (SivrayFx* const effect = current) {
     effect->process(block, static_cast<unsigned>(count));

@@ -35,6 +35,10 @@ class SivrayMultiEffector {
   /// over pending changes alone.
   void process(StereoBlock& block, int count) SIVRAY_NONBLOCKING;
 
+  /// Moves on by `count` frames of silence if they give silence, with no change or fade on its way. Returns false if it
+  /// cannot say so: then nothing has changed, and `process` must run.
+  bool skip(int count) SIVRAY_NONBLOCKING;
+
   /// Clears the sound of every effect and ends all fades.
   void reset() SIVRAY_NONBLOCKING;
 

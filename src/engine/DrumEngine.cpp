@@ -73,6 +73,13 @@ void DrumEngine::render(float* left, float* right, int frames) {
 }
 
 void DrumEngine::renderBlock(float* left, float* right, int frames) {
+  if (allocator.activeVoiceCount() == 0 && effect.skip(frames)) {
+    allocator.skip(frames);
+    masterGroup.skip(frames);
+    std::fill_n(left, frames, 0.0F);
+    std::fill_n(right, frames, 0.0F);
+    return;
+  }
   std::int32_t* const mix = buffers->mix.data();
   const std::array<std::int32_t*, kChannels> channels{mix, mix + 1, mix + 2, mix + 3};
   const bool isSounding = allocator.activeVoiceCount() > 0;

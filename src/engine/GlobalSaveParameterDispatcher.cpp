@@ -45,6 +45,14 @@ void GlobalSaveParameterDispatcher::processAudio(std::int32_t* block, int frames
   }
 }
 
+void GlobalSaveParameterDispatcher::skip(int frames) {
+  const std::int32_t target = outputTarget.load(std::memory_order_relaxed);
+  std::int32_t before = outputGain;
+  for (int i = 0; i < frames && glide(target) != before; ++i) {
+    before = outputGain;
+  }
+}
+
 void GlobalSaveParameterDispatcher::render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) {
   const std::int32_t target = outputTarget.load(std::memory_order_relaxed);
   int i = 0;

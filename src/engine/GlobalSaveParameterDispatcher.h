@@ -39,6 +39,9 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block.
   void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) SIVRAY_NONBLOCKING;
 
+  /// Moves the gain on by `frames` frames of silence, which stay silence.
+  void skip(int frames) SIVRAY_NONBLOCKING;
+
  private:
   /// Moves the gain on by one sample and returns it.
   std::int32_t glide(std::int32_t target);

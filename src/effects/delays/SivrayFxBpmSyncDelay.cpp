@@ -38,6 +38,11 @@ std::int32_t timeOf(const Knobs& knobs, int noteKnob) {
   return kNoteLengths[std::min<std::size_t>(longestNote(bpm), delayNoteIndex(noteKnob))] / bpm;
 }
 
+/// A time of 12 fractional bits, a sample later on its way to the whole samples of `target`.
+inline std::int32_t nextTime(std::int32_t time, std::int32_t target) {
+  return wrapAdd(time, wrapMul(wrapSub(target, time >> 12), kTimeGlide));
+}
+
 }  // namespace
 
 /// The longer the note, the less feedback (an eighth at most); the more feedback, the less input (a half at most).
@@ -68,7 +73,7 @@ void BpmSyncDelayLaw::step(const Settings& to, std::int16_t& left, std::int16_t&
   outRight.store(lines + writeIndex);
   outLeft.store(lines + kLineLength + writeIndex);
   writeIndex = (writeIndex + 1) & (kLineLength - 1);
-  time = wrapAdd(time, wrapMul(wrapSub(to.time, time >> 12), kTimeGlide));
+  time = nextTime(time, to.time);
   taps = lastTaps();
 }
 
@@ -81,6 +86,12 @@ bool BpmSyncDelayLaw::fitsLanes(const Settings& now) const {
 
 unsigned BpmSyncDelayLaw::runSse2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runDelay<SamplesSse2>(law, left, right, count);
+}
+
+void BpmSyncDelayLaw::skip(const Settings& to, unsigned count) {
+  moveToRest(time, count, [&to](std::int32_t& moved) { moved = nextTime(moved, to.time); });
+  taps = {0, 0, feedback.value()};
+  writeIndex = (writeIndex + count) & (kLineLength - 1);
 }
 
 template class TwoKnobEffect<BpmSyncDelayLaw>;

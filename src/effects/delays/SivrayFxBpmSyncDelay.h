@@ -46,6 +46,13 @@ struct BpmSyncDelayLaw {
   /// The taps as they were read after the last sample, if time and feedback rest since then.
   Taps lastTaps() const SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = kLineLength;
+  bool isSilent(unsigned count) const {
+    return taps.left == 0 && taps.right == 0 && isZeroBefore(lines, kLineLength, writeIndex, count) &&
+           isZeroBefore(lines + kLineLength, kLineLength, writeIndex, count);
+  }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(inputGain, to.inputGain);
     visit(feedback, to.feedback);

@@ -27,6 +27,14 @@ struct ShortDelayLaw {
                           unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = kLineLength;
+  bool isSilent(unsigned count) const {
+    return isZeroBefore(lines, kLineLength, writeIndex, count) &&
+           isZeroBefore(lines + kLineLength, kLineLength, writeIndex, count);
+  }
+  void skip(const Settings&, unsigned count) { writeIndex = (writeIndex + count) & (kLineLength - 1); }
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);
     visit(time, to.time);

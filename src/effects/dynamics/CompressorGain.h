@@ -8,6 +8,7 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/ShortLeak.h"
+#include "effects/interfaces/Silence.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -29,6 +30,9 @@ struct CompressorGain {
       previousInput = x;
       return highpass;
     }
+
+    bool isSilent() const { return previousInput == 0 && highpass == 0; }
+    bool operator==(const DcBlock&) const = default;
   };
 
   DcBlock left;
@@ -56,6 +60,16 @@ struct CompressorGain {
     envelope += ((peak >> 15) - (envelope >> 15)) * attack;
     gain = std::min(mul15((kEnvelopeTop - envelope) >> 16, gain) + rise, kFullScale);
   }
+
+  /// Whether both channels are silent. Envelope and gain may still move.
+  bool isSilent() const { return left.isSilent() && right.isSilent(); }
+
+  /// `count` samples of silence after silence.
+  void skip(unsigned count, std::int32_t attack) {
+    moveToRest(*this, count, [attack](CompressorGain& moved) { moved.run(0, 0, attack); });
+  }
+
+  bool operator==(const CompressorGain&) const = default;
 
   /// The output of one channel times a gain that may need more than 31 bits, down from its `kShift` extra bits.
   template <int kShift>

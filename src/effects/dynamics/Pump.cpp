@@ -27,11 +27,21 @@ Pump::Settings Pump::settingsOf(const Knobs& knobs) {
   return {tempoStep(knobs), valueAt(pumpAttackTable, shape), valueAt(pumpLevelTable, shape)};
 }
 
-void Pump::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+/// Moves the phases by one sample and returns where the gain goes.
+std::int32_t Pump::nextOpening(const Settings& to) {
   phaseUp = wrapAdd(phaseUp, to.lfoStep);
   phaseDown = wrapSub(phaseDown, to.lfoStep);
-  const std::int32_t opening = std::min(parabola(phaseUp, to.attackGain), secondHalf(phaseUp, phaseDown));
-  gain.step(opening, to.level, left, right);
+  return std::min(parabola(phaseUp, to.attackGain), secondHalf(phaseUp, phaseDown));
+}
+
+void Pump::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  gain.step(nextOpening(to), to.level, left, right);
+}
+
+void Pump::skip(const Settings& to, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    gain.advance(nextOpening(to), to.level);
+  }
 }
 
 template class TwoKnobEffect<Pump>;

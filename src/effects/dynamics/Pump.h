@@ -39,11 +39,18 @@ struct Pump {
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return true; }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   static constexpr std::int32_t kPhaseStart = -2147483647;
 
   std::int32_t phaseUp = kPhaseStart;
   std::int32_t phaseDown = 0;
   BeatGain<kFloor, kSmoothing> gain;
+
+ private:
+  std::int32_t nextOpening(const Settings& to);
 };
 
 extern template class TwoKnobEffect<Pump>;

@@ -80,6 +80,14 @@ void Q60393Distortion::step(const Settings&, std::int16_t& left, std::int16_t& r
   right = left;
 }
 
+bool Q60393Distortion::isSilent(unsigned) const {
+  Q60393Distortion next = *this;
+  std::int16_t left = 0;
+  std::int16_t right = 0;
+  next.step({}, left, right);
+  return left == 0 && next.memory == memory;
+}
+
 template class TwoKnobEffect<Q60393Distortion>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -26,11 +26,19 @@ struct Q60393Distortion {
     std::int64_t in2 = 0;
     std::int64_t out1 = 0;
     std::int64_t out2 = 0;
+
+    bool operator==(const Memory&) const = default;
   };
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { memory = {}; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  /// Whether silence gives silence and changes nothing: rounding may hold the filters next to 0.
+  bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
+  void skip(const Settings&, unsigned) {}
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(gain, to.gain);
     visit(level, to.level);

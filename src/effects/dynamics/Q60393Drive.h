@@ -30,6 +30,11 @@ struct Q60393Drive {
     lastOutput = {};
   }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return isZero(preEmphasis) && isZero(lastOutput); }
+  void skip(const Settings&, unsigned) {}
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(drive, to.drive);
     visit(level, to.level);

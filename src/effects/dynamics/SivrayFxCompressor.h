@@ -20,6 +20,11 @@ struct CompressorLaw {
   /// Starts from silence: the gain comes up, and the sensitivity too.
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return law.isSilent(); }
+  void skip(const Settings& to, unsigned count) { law.skip(count, to.attack); }
+
   void eachSmoothed(const Settings& to, auto&& visit) { visit(sens, to.sens); }
   void derive() { law.setSens(sens.value()); }
 

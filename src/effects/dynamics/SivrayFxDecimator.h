@@ -25,6 +25,10 @@ struct SivrayFxDecimator {
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return (holdLeft | holdRight | wetLeft | wetRight) == 0; }
+  void skip(const Settings& to, unsigned count) { counter = (counter + to.step * count) & 65535; }
+
   std::uint32_t counter = 0;
   std::int32_t holdLeft = 0;
   std::int32_t holdRight = 0;

@@ -13,6 +13,7 @@ class SivrayFxKilnode : public SivrayFx {
   SivrayFxKilnode();
 
   void process(StereoBlock& block, unsigned count) override { adapter.processInt16(block, block, count); }
+  bool skip(unsigned) override { return adapter.isAsleep(); }
 
   /// Index 2 is masked to 7 bits and given back; other indices give 0.
   int setParameter(unsigned index, int value) override;

@@ -101,8 +101,7 @@ void CombFilter::stepChannel(Channel& channel, std::int16_t& sample) const {
 void CombFilter::step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) {
   stepChannel(left, leftSample);
   stepChannel(right, rightSample);
-  write = (write + 1) & kMask;
-  read = (write - wholeDelay) & kMask;
+  moveIndices(1);
 }
 
 template class TwoKnobEffect<CombFilter>;

@@ -40,6 +40,13 @@ struct CombFilter {
   void derive() SIVRAY_NONBLOCKING;
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = kLineLength;
+  bool isSilent(unsigned count) const {
+    return left.output == 0 && right.output == 0 && isZeroBefore(left.line.data(), kLineLength, write, count) &&
+           isZeroBefore(right.line.data(), kLineLength, write, count);
+  }
+  void skip(const Settings&, unsigned count) { moveIndices(count); }
+
   std::int64_t delay = 0;
   std::int64_t feedback = 0;
   std::size_t wholeDelay = 0;  ///< Samples.
@@ -50,6 +57,10 @@ struct CombFilter {
   Channel right;
 
  private:
+  void moveIndices(std::size_t count) {
+    write = (write + count) & (kLineLength - 1);
+    read = (write - wholeDelay) & (kLineLength - 1);
+  }
   void stepChannel(Channel& channel, std::int16_t& sample) const;
 };
 

@@ -41,6 +41,7 @@ struct PlainFormantLanes {
   PlainFormantLanes limited16() const {
     return each(*this, *this, [](std::int32_t a, std::int32_t) { return std::clamp(a, -32768, 32767); });
   }
+  bool isZero() const { return v == decltype(v){}; }
   /// The sum of lanes that hold 16-bit values.
   std::int32_t sum() const { return v[0] + v[1] + v[2] + v[3]; }
 
@@ -77,6 +78,7 @@ struct FormantLanes {
     const __m128i words = _mm_packs_epi32(v, v);
     return {_mm_srai_epi32(_mm_unpacklo_epi16(words, words), 16)};
   }
+  bool isZero() const { return _mm_movemask_epi8(_mm_cmpeq_epi8(v, _mm_setzero_si128())) == 0xFFFF; }
   std::int32_t sum() const {
     const __m128i pairs = _mm_add_epi32(v, _mm_shuffle_epi32(v, _MM_SHUFFLE(1, 0, 3, 2)));
     return _mm_cvtsi128_si32(_mm_add_epi32(pairs, _mm_shuffle_epi32(pairs, _MM_SHUFFLE(2, 3, 0, 1))));

@@ -27,11 +27,17 @@ struct PeakingEQ {
     std::int64_t x2 = 0;
     std::int64_t y1 = 0;
     std::int64_t y2 = 0;
+
+    bool operator==(const Memory&) const = default;
   };
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { *this = {}; }
   static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return left == Memory{} && right == Memory{}; }
+  void skip(const Settings&, unsigned) {}
 
   Memory left;
   Memory right;

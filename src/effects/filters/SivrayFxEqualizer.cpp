@@ -67,6 +67,14 @@ EqualizerLaw::Settings EqualizerLaw::glided(const Settings& to, bool immediate) 
           moved(smoothed.highFeedback2, to.highFeedback2)};
 }
 
+bool EqualizerLaw::isSilent(unsigned) const {
+  const auto stays = [this](const Memory& memory) {
+    Memory next = memory;
+    return filtered(smoothed, next, 0) == 0 && next == memory;
+  };
+  return stays(left) && stays(right);
+}
+
 void EqualizerLaw::step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) {
   leftSample = filtered(smoothed, left, leftSample);
   rightSample = filtered(smoothed, right, rightSample);

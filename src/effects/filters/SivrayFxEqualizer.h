@@ -27,6 +27,8 @@ struct EqualizerLaw {
     float a = 0.0F;
     float b = 0.0F;
     float c = 0.0F;
+
+    bool operator==(const Memory&) const = default;
   };
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
@@ -36,6 +38,11 @@ struct EqualizerLaw {
   bool restsAt(const Settings& to, bool immediate) const { return glided(to, immediate) == smoothed; }
   void glide(const Settings& to, bool immediate) { smoothed = glided(to, immediate); }
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  /// Whether silence gives silence and changes nothing: rounding may hold the memory next to 0.
+  bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
+  void skip(const Settings&, unsigned) {}
 
   Settings smoothed;
   Memory left;

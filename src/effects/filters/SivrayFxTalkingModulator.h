@@ -24,6 +24,10 @@ struct TalkingModulatorLaw {
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return bank.band.isZero() && bank.low.isZero(); }
+  void skip(const Settings&, unsigned) {}
+
   std::array<SmoothedValue, kFormantBands> frequency;
   FormantBank<FormantLanes> bank;
 };

@@ -44,6 +44,11 @@ struct TolvanFilter {
   }
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return isZero(band) && isZero(low); }
+  /// The ramps start at their targets in the next `aim`, wherever they are now.
+  void skip(const Settings&, unsigned) {}
+
   TolvanRamp frequency;
   TolvanRamp damping;
   StereoLanes band;  ///< 23 fractional bits.

@@ -20,12 +20,17 @@ struct BeatGain {
   /// Shuts the gain; the level stays.
   void shut() { envelope.setNow(0); }
 
-  /// One sample of both channels. `opening` (Q15) is where the gain goes.
-  void step(std::int32_t opening, std::int32_t levelTo, std::int16_t& left, std::int16_t& right) {
-    using namespace cofu::core;
+  /// Moves gain and level by one sample. `opening` (Q15) is where the gain goes.
+  void advance(std::int32_t opening, std::int32_t levelTo) {
     const std::int64_t sum = level * kLevelKept + levelTo * kLevelTargetShare;
     level = static_cast<std::int32_t>(sum >> 15);
     envelope.glide(opening, kSmoothing);
+  }
+
+  /// One sample of both channels.
+  void step(std::int32_t opening, std::int32_t levelTo, std::int16_t& left, std::int16_t& right) {
+    using namespace cofu::core;
+    advance(opening, levelTo);
     const std::int32_t e = envelope.value();
     const std::int32_t gain = e - mul15(e, kFloor) + kFloor;
     left = scaled(gain, left);

@@ -20,6 +20,9 @@ class FastEffectAdapter : public BasicEffect {
   unsigned parameterCount() const override { return inner->parameterCount(); }
   void setParameter(unsigned index, float value) override;
   bool hasTail() const override { return inner->hasTail(); }
+
+  /// Asleep, nothing of it moves.
+  bool isAsleep() const SIVRAY_NONBLOCKING { return sleeping != 0; }
   void processFloat(FloatBlock in, FloatBlock out, unsigned count) override;
   void processInt16(Int16Block in, Int16Block out, unsigned count) override;
 

@@ -39,6 +39,9 @@ class PendingSettings {
     return true;
   }
 
+  /// Whether a set waits to be taken. Any thread.
+  bool waits() const SIVRAY_NONBLOCKING { return dirty.load(std::memory_order_acquire); }
+
   /// A copy of the pending set. Any thread.
   Settings peek() const {
     const cofu::core::RealTimeLock lock(mutex);

@@ -30,6 +30,13 @@ class SivrayFx {
   /// Processes `count` samples per channel in place; 0 leaves the block alone.
   virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
+  /// Moves on by `count` silent samples if the effect has nothing left to sound and answers them with silence. Returns
+  /// false if it cannot say so: then nothing has changed, and `process` must run.
+  virtual bool skip(unsigned count) SIVRAY_NONBLOCKING {
+    static_cast<void>(count);
+    return false;
+  }
+
   /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Returns the value that it took.
   virtual int setParameter(unsigned index, int value) SIVRAY_NONBLOCKING = 0;
 

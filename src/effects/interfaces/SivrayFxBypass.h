@@ -10,6 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 class SivrayFxBypass : public SivrayFx {
  public:
   void process(StereoBlock&, unsigned) override {}
+  bool skip(unsigned) override { return true; }
   int setParameter(unsigned index, int value) override { return index == kEdit1 || index == kEdit2 ? value & 127 : 0; }
   void reset() override {}
   void setImmediate(bool) override {}

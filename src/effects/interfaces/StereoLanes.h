@@ -108,6 +108,12 @@ concept LanePair = requires(T lanes) {
   lanes.notBelowZero();
 };
 
+/// Whether both lanes are zero.
+template <LanePair Lanes>
+bool isZero(Lanes v) {
+  return (v.left() | v.right()) == 0;
+}
+
 /// (a * b) >> 15 with a product that wraps at 32 bits.
 template <LanePair Lanes>
 Lanes mul15(Lanes a, Lanes b) {

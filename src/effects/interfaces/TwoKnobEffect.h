@@ -12,6 +12,7 @@
 #include "effects/interfaces/Knobs.h"
 #include "effects/interfaces/LaneForm.h"
 #include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/Silence.h"
 #include "effects/interfaces/SivrayFx.h"
 #include "effects/interfaces/SivrayFxMemoryUser.h"
 #include "effects/interfaces/SmoothedValue.h"
@@ -43,6 +44,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   static unsigned runSse2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
 ///   static unsigned runAvx2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
 /// Both run as many of the samples as fill whole registers, in place, and return their number. `step` runs the rest.
+/// A law that answers silence with silence once its memory is zero has
+///   static constexpr unsigned kMemory;               // samples that its longest line holds; 0 without lines
+///   bool isSilent(unsigned count) const;             // all that sounds is zero in the state, and in what the last
+///                                                    // `count` samples (at most 64) have put into the lines
+///   void skip(const Settings&, unsigned count);      // `count` silent samples: moves indices, clocks and followers
+/// Then the frame skips silent blocks while the settings rest.
 ///
 /// The .cpp file of a law instantiates the frame, so that the compiler sees both together; the header declares that
 /// instantiation `extern`.
@@ -55,6 +62,9 @@ class TwoKnobEffect : public SivrayFx {
 
   /// Settings land before samples whose index in the block is a multiple of 64.
   void process(StereoBlock& block, unsigned count) override {
+    if (kKnowsSilence && isZero(block, count) && this->skip(count)) {
+      return;
+    }
     for (unsigned start = 0; start < count; start += kControlGrid) {
       pending.takeInto(live);
       if constexpr (requires { law.aim(live, immediate); }) {
@@ -66,6 +76,23 @@ class TwoKnobEffect : public SivrayFx {
       } else {
         play<false>(block.left + start, block.right + start, run);
       }
+      countSilence(run);
+    }
+  }
+
+  bool skip(unsigned count) override {
+    if constexpr (kKnowsSilence) {
+      pending.takeInto(live);
+      if (silentSamples < Law::kMemory || !law.isSilent(0) || !restsAtSettings()) {
+        return false;
+      }
+      if constexpr (requires { law.aim(live, immediate); }) {
+        law.aim(live, immediate);
+      }
+      law.skip(live, count);
+      return true;
+    } else {
+      return false;
     }
   }
 
@@ -113,9 +140,24 @@ class TwoKnobEffect : public SivrayFx {
   /// Hands over what the knobs now set. Any thread.
   void postSettings() { pending.post(Law::settingsOf({edit1, edit2, tempo})); }
 
+  /// Must be called when all lines have been cleared.
+  void noteClearedLines() {
+    if constexpr (kKnowsSilence) {
+      silentSamples = Law::kMemory;
+    }
+  }
+
   Law law;
 
  private:
+  static constexpr bool kKnowsSilence = requires(Law & l, const Settings& to) { l.skip(to, 0U); };
+  static constexpr bool kHasMemory = [] {
+    if constexpr (kKnowsSilence) {
+      return Law::kMemory > 0;
+    }
+    return false;
+  }();
+
   /// A law up to this size runs as a copy on the stack, which the compiler keeps in registers.
   static constexpr std::size_t kLargestCopied = 512;
   static constexpr bool kCopied = sizeof(Law) <= kLargestCopied;
@@ -156,6 +198,13 @@ class TwoKnobEffect : public SivrayFx {
       rests = law.restsAt(live, immediate);
     }
     return rests;
+  }
+
+  /// Counts the silence that the last `run` samples have put into the lines.
+  void countSilence([[maybe_unused]] unsigned run) {
+    if constexpr (kHasMemory) {
+      silentSamples = law.isSilent(run) ? std::min(silentSamples + run, Law::kMemory) : 0;
+    }
   }
 
   static void deriveIn(Law& moved) {
@@ -231,6 +280,7 @@ class TwoKnobEffect : public SivrayFx {
   PendingSettings<Settings> pending{live};
   bool immediate = false;
   LaneForm laneForm = bestLaneForm();
+  unsigned silentSamples = 0;  ///< Zeros that went into the lines since the last sound, up to all that they hold.
 };
 
 /// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. It has also
@@ -243,6 +293,7 @@ class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser
   void reset() override {
     this->law.lines = assigner->acquire();
     std::fill_n(this->law.lines, Law::kRequiredSamples, std::int16_t{0});
+    this->noteClearedLines();
     TwoKnobEffect<Law>::reset();
   }
 

@@ -40,11 +40,17 @@ std::int32_t gainOf(std::int64_t smooth, std::int32_t flat) {
 
 std::int32_t GainModulator::flatnessOf(int depthKnob) { return kFullScale - valueAt(linearTable, depthKnob); }
 
+void GainModulator::advance(const Settings& to, std::int32_t spread, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    phase = wrapAdd(phase, to.lfoStep);
+    smoothLeft = followed(smoothLeft, phase);
+    smoothRight = followed(smoothRight, wrapAdd(phase, spread));
+  }
+}
+
 void GainModulator::modulate(const Settings& to, std::int32_t spread, std::int16_t& left, std::int16_t& right) {
   const std::int32_t x = (left + right) >> 1;
-  phase = wrapAdd(phase, to.lfoStep);
-  smoothLeft = followed(smoothLeft, phase);
-  smoothRight = followed(smoothRight, wrapAdd(phase, spread));
+  advance(to, spread);
   const std::int32_t flat = mul15(flatness.value(), flatness.value());
   left = static_cast<std::int16_t>(saturate(mul15(gainOf(smoothLeft, flat), x)));
   right = static_cast<std::int16_t>(saturate(mul15(gainOf(smoothRight, flat), x)));
@@ -58,6 +64,8 @@ Q60393Tremolo::Settings Q60393Tremolo::settingsOf(const Knobs& knobs) {
 
 void Q60393Tremolo::step(const Settings& to, std::int16_t& left, std::int16_t& right) { modulate(to, 0, left, right); }
 
+void Q60393Tremolo::skip(const Settings& to, unsigned count) { advance(to, 0, count); }
+
 Q60393Autopan::Settings Q60393Autopan::settingsOf(const Knobs& knobs) {
   return {tempoStep(knobs), flatnessOf(knobs.edit2)};
 }
@@ -65,6 +73,8 @@ Q60393Autopan::Settings Q60393Autopan::settingsOf(const Knobs& knobs) {
 void Q60393Autopan::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
   modulate(to, kAutopanSpread, left, right);
 }
+
+void Q60393Autopan::skip(const Settings& to, unsigned count) { advance(to, kAutopanSpread, count); }
 
 template class TwoKnobEffect<Q60393Tremolo>;
 template class TwoKnobEffect<Q60393Autopan>;

@@ -27,10 +27,17 @@ struct GainModulator {
     smoothLeft = 0;
     smoothRight = 0;
   }
+
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return true; }
+
   void eachSmoothed(const Settings& to, auto&& visit) { visit(flatness, to.flatness); }
 
   /// One sample. The right oscillator runs `spread` ahead of the left one; half a cycle is 2^31.
   void modulate(const Settings& to, std::int32_t spread, std::int16_t& left, std::int16_t& right);
+
+  /// Moves both oscillators by `count` samples.
+  void advance(const Settings& to, std::int32_t spread, unsigned count = 1);
 
   SmoothedValue flatness;
   std::int32_t phase = kTop;

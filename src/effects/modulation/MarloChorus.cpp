@@ -45,6 +45,11 @@ float MarloChorus::Highpass::run(float x, float kept, float inputScale) {
   return output;
 }
 
+bool MarloChorus::Side::isSilent() const {
+  Side next = *this;
+  return marloSample(chorus(next, 0.0F, 0.0F)) == 0 && next == *this;
+}
+
 void MarloChorus::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
   sweep.advance(to);
   lines.step(left, right, [this](float inLeft, float inRight, float& outLeft, float& outRight) {

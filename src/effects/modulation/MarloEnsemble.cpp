@@ -70,11 +70,23 @@ float ensemble(const MarloLine& line, float at, Voices fastPhase, Voices slowPha
 
 }  // namespace
 
-void MarloEnsemble::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+/// Moves the sines, their depth and their spread by one sample.
+void MarloEnsemble::advance(const Settings& to) {
   depth = marloSmoothed(depth, to.depthStep);
   spread = marloSmoothed(spread, to.spreadStep);
   fast = wrappedPhase(fast + kFastStep);
   slow = wrappedPhase(slow + kSlowStep);
+}
+
+void MarloEnsemble::skip(const Settings& to, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    advance(to);
+  }
+  lines.skip(count);
+}
+
+void MarloEnsemble::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  advance(to);
   lines.step(left, right, [this](float, float, float& outLeft, float& outRight) {
     const float distance = (spread - 1.0F) * kSpreadScale;
     const float at = lines.writePosition();

@@ -23,11 +23,18 @@ struct MarloEnsemble {
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = MarloLines::kMemory;
+  bool isSilent(unsigned count) const { return lines.isSilent(count); }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   MarloLines lines;
   float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts where Depth 0 rests.
   float spread = 1.0F;
   Voices fast = kStartPhases;
   Voices slow = kStartPhases;
+
+ private:
+  void advance(const Settings& to);
 };
 
 extern template class TwoKnobEffect<MarloEnsemble>;

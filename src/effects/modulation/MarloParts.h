@@ -13,6 +13,7 @@
 #include "core/RealTime.h"
 #include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/Knobs.h"
+#include "effects/interfaces/Silence.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -20,6 +21,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 inline constexpr float kMarloFullScale = 32767.0F;
 
 inline float limited(float x) { return std::clamp(flushed(x), -1.0F, 1.0F); }
+
+/// The sample of a value that is `limited`.
+inline std::int16_t marloSample(float x) { return static_cast<std::int16_t>(x * kMarloFullScale); }
 
 /// What the knobs set. Steps are what `marloSmoothed` gains per sample.
 struct MarloSettings {
@@ -72,10 +76,22 @@ struct MarloLines {
     float outLeft = 0.0F;
     float outRight = 0.0F;
     sound(inLeft, inRight, outLeft, outRight);
-    left = static_cast<std::int16_t>(outLeft * kMarloFullScale);
-    right = static_cast<std::int16_t>(outRight * kMarloFullScale);
+    left = marloSample(outLeft);
+    right = marloSample(outRight);
     writeIndex = (writeIndex - 1) & (MarloLine::kLength - 1);
   }
+
+  static constexpr unsigned kMemory = MarloLine::kLength;
+
+  /// Whether the last `count` samples written to both lines are zero.
+  bool isSilent(unsigned count) const {
+    const std::size_t end = writeIndex + 1 + count;
+    return isZeroBefore(leftLine.samples.data(), MarloLine::kLength, end, count) &&
+           isZeroBefore(rightLine.samples.data(), MarloLine::kLength, end, count);
+  }
+
+  /// Moves on by `count` samples of silence over silence.
+  void skip(unsigned count) { writeIndex = (writeIndex - count) & (MarloLine::kLength - 1); }
 
   float writePosition() const { return static_cast<float>(writeIndex); }
 
@@ -90,6 +106,15 @@ struct MarloSweep {
     spread = marloSmoothed(spread, to.spreadStep);
     phase -= to.rate;
     phase = phase < 0.0F ? phase + 1.0F : phase;
+  }
+
+  /// Moves on by `count` samples.
+  void skip(const MarloSettings& to, unsigned count) {
+    for (unsigned i = 0; i < count; ++i) {
+      advance(to);
+      left();
+      right();
+    }
   }
 
   /// The smoothed triangles, -1.0 to 1.0.

@@ -16,6 +16,13 @@ struct MarloPhase {
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = MarloLines::kMemory;
+  bool isSilent(unsigned count) const { return lines.isSilent(count); }
+  void skip(const Settings& to, unsigned count) {
+    sweep.skip(to, count);
+    lines.skip(count);
+  }
+
   MarloLines lines;
   MarloSweep sweep;
 };

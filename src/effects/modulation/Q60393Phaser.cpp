@@ -56,6 +56,14 @@ void Q60393Phaser::step(const Settings& to, std::int16_t& left, std::int16_t& ri
   out.storeSaturated(left, right);
 }
 
+bool Q60393Phaser::isSilent(unsigned) const {
+  return std::all_of(stages.begin(), stages.end(), [](StereoLanes stage) { return isZero(stage); });
+}
+
+void Q60393Phaser::skip(const Settings& to, unsigned count) {
+  phase = phase + StereoLanes::both(cofu::core::wrapMul(to.lfoStep, static_cast<std::int32_t>(count)));
+}
+
 template class TwoKnobEffect<Q60393Phaser>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

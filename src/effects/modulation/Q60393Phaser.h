@@ -28,6 +28,11 @@ struct Q60393Phaser {
     stages = {};
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   void eachSmoothed(const Settings& to, auto&& visit) { visit(depth, to.depth); }
 
   SmoothedValue depth;

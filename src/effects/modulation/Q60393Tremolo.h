@@ -13,6 +13,7 @@ struct Q60393Tremolo : GainModulator {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 };
 
 extern template class TwoKnobEffect<Q60393Tremolo>;

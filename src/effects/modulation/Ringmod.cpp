@@ -56,6 +56,10 @@ void Ringmod::step(const Settings&, std::int16_t& left, std::int16_t& right) {
   right = ring(carrier, right, dry, wet);
 }
 
+void Ringmod::skip(const Settings&, unsigned count) {
+  phase = wrapAdd(phase, wrapMul(frequency.state, static_cast<std::int32_t>(count)));
+}
+
 template class TwoKnobEffect<Ringmod>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

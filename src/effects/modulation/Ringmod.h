@@ -21,6 +21,11 @@ struct Ringmod {
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { phase = 0; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return true; }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(balance, to.balance);
     visit(frequency, to.frequency);

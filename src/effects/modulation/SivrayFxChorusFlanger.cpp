@@ -25,9 +25,9 @@ constexpr std::int32_t kLargestFeedback = 32440;
 constexpr std::int32_t kLeastDelay = 3 << 16;
 constexpr std::int32_t kDelayPerTriangle = 667;
 
-/// A one-pole smoothing of the triangle by 1/256 per sample. It needs no limit: of values up to 32768 and 32767 it
-/// makes 32767 at most.
-std::int32_t followed(std::int32_t triangleValue, std::int32_t follow) { return (triangleValue + follow * 255) >> 8; }
+/// A one-pole smoothing of the triangle at `phase` by 1/256 per sample. It needs no limit: of values up to 32768 and
+/// 32767 it makes 32767 at most.
+std::int32_t followed(std::int32_t phase, std::int32_t follow) { return (triangle(phase) + follow * 255) >> 8; }
 
 }  // namespace
 
@@ -38,7 +38,7 @@ ChorusFlangerLaw::Settings ChorusFlangerLaw::settingsOf(const Knobs& knobs) {
 }
 
 void ChorusFlangerLaw::stepChannel(Channel& channel, std::int32_t channelPhase, std::int16_t& sample) const {
-  channel.follow = followed(triangle(channelPhase), channel.follow);
+  channel.follow = followed(channelPhase, channel.follow);
   const std::int32_t delay = channel.follow * kDelayPerTriangle + kLeastDelay;
   const std::uint32_t read = writeIndex - static_cast<std::uint32_t>(delay >> 16);
   const std::int32_t a = channel.line[read & kMask];
@@ -54,6 +54,15 @@ void ChorusFlangerLaw::step(const Settings& to, std::int16_t& left, std::int16_t
   stepChannel(leftChannel, phase, left);
   stepChannel(rightChannel, wrapAdd(phase, kRightPhaseLead), right);
   writeIndex = (writeIndex + 1) & kMask;
+}
+
+void ChorusFlangerLaw::skip(const Settings& to, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    phase = wrapAdd(phase, to.lfoStep);
+    leftChannel.follow = followed(phase, leftChannel.follow);
+    rightChannel.follow = followed(wrapAdd(phase, kRightPhaseLead), rightChannel.follow);
+  }
+  writeIndex = (writeIndex + count) & kMask;
 }
 
 template class TwoKnobEffect<ChorusFlangerLaw>;

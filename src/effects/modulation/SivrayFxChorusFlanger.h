@@ -36,6 +36,14 @@ struct ChorusFlangerLaw {
     phase = 0;
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static constexpr unsigned kMemory = Channel::kLineLength;
+  bool isSilent(unsigned count) const {
+    return isZeroBefore(leftChannel.line.data(), kMemory, writeIndex, count) &&
+           isZeroBefore(rightChannel.line.data(), kMemory, writeIndex, count);
+  }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(wet, to.wet);
     visit(feedback, to.feedback);

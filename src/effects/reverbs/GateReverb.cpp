@@ -90,6 +90,11 @@ unsigned GateReverb::runSse2(GateReverb& law, std::int16_t* left, std::int16_t* 
   return runLanes<SamplesSse2>(law, left, right, count);
 }
 
+void GateReverb::skip(const Settings& to, unsigned count) {
+  moveToRest(gate, count, [&to](ReverbGate& moved) { moved.step(0, 0, to.holdStep); });
+  skipNetwork(count);
+}
+
 template class TwoKnobEffect<GateReverb>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

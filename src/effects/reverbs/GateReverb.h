@@ -16,6 +16,8 @@ class ReverbGate {
   /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Returns the gain in Q15.
   std::int32_t step(std::int32_t left, std::int32_t right, std::int32_t holdStep);
 
+  bool operator==(const ReverbGate&) const = default;
+
  private:
   enum class State { attack, hold, release };
 
@@ -52,6 +54,7 @@ struct GateReverb : ReverbNetwork {
   static bool fitsLanes(const Settings&) { return true; }
   static unsigned runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
 
   SmoothedValue level;

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/Silence.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -31,6 +32,16 @@ struct ReverbNetwork {
 
   /// Loop gain of the combs by Time knob, Q15: 0.625 to 0.9375 along the convex curve.
   static constexpr std::int32_t feedbackOf(int timeKnob) { return ((valueAt(convexTable, timeKnob) * 5) >> 4) + 20480; }
+
+  static constexpr unsigned kMemory = kLineLength;
+  bool isSilent(unsigned count) const {
+    bool silent = true;
+    for (std::size_t line = 0; silent && line < kRequiredSamples; line += kLineLength) {
+      silent = isZeroBefore(lines + line, kLineLength, writeIndex, count);
+    }
+    return silent;
+  }
+  void skipNetwork(unsigned count) { writeIndex = (writeIndex + count) & (kLineLength - 1); }
 
   std::int16_t* lines = nullptr;
   unsigned writeIndex = 0;

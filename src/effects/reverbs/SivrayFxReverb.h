@@ -26,6 +26,7 @@ struct RoomReverbLaw : ReverbNetwork {
                           unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
+  void skip(const Settings&, unsigned count) { skipNetwork(count); }
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);
     visit(feedback, to.feedback);

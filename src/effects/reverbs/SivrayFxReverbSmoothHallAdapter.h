@@ -13,6 +13,7 @@ class SivrayFxReverbSmoothHallAdapter : public SivrayFx {
   SivrayFxReverbSmoothHallAdapter();
 
   void process(StereoBlock& block, unsigned count) override { adapter.processInt16(block, block, count); }
+  bool skip(unsigned) override { return adapter.isAsleep(); }
   int setParameter(unsigned index, int value) override;
   void reset() override { adapter.reset(); }
   void wake() override { adapter.activate(); }

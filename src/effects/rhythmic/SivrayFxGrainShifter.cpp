@@ -110,10 +110,22 @@ void GrainShifterLaw::glide(const Settings& to, bool immediate) {
   delay += (to.delay - (delay >> 15)) * fadeGlide;
 }
 
-void GrainShifterLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+/// Moves the clock and the fades that it drives by one sample.
+void GrainShifterLaw::advance(const Settings& to) {
   phase += to.step;
   recordFade.glide(fullWhileNegative(phase), fadeGlide);
   outputFade.glide(fullWhileNegative(phase - to.grainStart), fadeGlide);
+}
+
+void GrainShifterLaw::skip(const Settings& to, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    advance(to);
+  }
+  writeIndex = (writeIndex + count) & kMask;
+}
+
+void GrainShifterLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  advance(to);
   GrainLanes lanes(lines, lines + kLineLength);
   lanes.setMix(mix.value());
   lanes.setFraction(static_cast<std::int32_t>(delay & 32767));

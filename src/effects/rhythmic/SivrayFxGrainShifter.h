@@ -30,6 +30,13 @@ struct GrainShifterLaw {
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = kLineLength;
+  bool isSilent(unsigned count) const {
+    return isZeroBefore(lines, kLineLength, writeIndex, count) &&
+           isZeroBefore(lines + kLineLength, kLineLength, writeIndex, count);
+  }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   std::uint32_t phase = 0;
   SmoothedValue recordFade;  ///< 1.0 while line A records.
   SmoothedValue outputFade;  ///< 1.0 while line B sounds.
@@ -39,6 +46,9 @@ struct GrainShifterLaw {
   unsigned writeIndex = 0;
   bool realign = false;           ///< The clock goes to the grain's start at the next sample.
   std::int16_t* lines = nullptr;  ///< Line A, then line B.
+
+ private:
+  void advance(const Settings& to);
 };
 
 extern template class TwoKnobEffect<GrainShifterLaw>;

@@ -27,11 +27,20 @@ Slicer::Settings Slicer::settingsOf(const Knobs& knobs) {
 }
 
 /// Two saws run against each other. Their sum is close to 1.0 while the gate is open and close to 0 while it is shut.
-void Slicer::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+std::int32_t Slicer::nextOpening(const Settings& to) {
   phaseUp = wrapAdd(phaseUp, to.lfoStep);
   phaseDown = wrapSub(phaseDown, to.lfoStep);
-  const std::int32_t opening = ((phaseDown >> 16) + (wrapAdd(to.holdOffset, phaseUp) >> 16) - to.edge) >> 1;
-  gate.step(opening, to.level, left, right);
+  return ((phaseDown >> 16) + (wrapAdd(to.holdOffset, phaseUp) >> 16) - to.edge) >> 1;
+}
+
+void Slicer::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
+  gate.step(nextOpening(to), to.level, left, right);
+}
+
+void Slicer::skip(const Settings& to, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    gate.advance(nextOpening(to), to.level);
+  }
 }
 
 template class TwoKnobEffect<Slicer>;

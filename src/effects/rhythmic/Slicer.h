@@ -39,9 +39,16 @@ struct Slicer {
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
+  static constexpr unsigned kMemory = 0;
+  bool isSilent(unsigned) const { return true; }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+
   std::int32_t phaseUp = 0;
   std::int32_t phaseDown = kPhaseTop;
   BeatGain<0, kSmoothing> gate;
+
+ private:
+  std::int32_t nextOpening(const Settings& to);
 };
 
 extern template class TwoKnobEffect<Slicer>;

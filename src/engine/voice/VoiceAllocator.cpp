@@ -100,6 +100,14 @@ void VoiceAllocator::render(std::int32_t* const* channels, int frames, int) {
   releaseFinishedVoices();
 }
 
+void VoiceAllocator::skip(int frames) {
+  if (voices == nullptr) {
+    return;
+  }
+  voices->skip(frames);
+  meters = {};
+}
+
 void VoiceAllocator::readMeters() {
   VoiceBank& bank = voices->lanes();
   for (int pad = 0; pad < padCount; ++pad) {

@@ -47,6 +47,9 @@ class VoiceAllocator {
   /// The channels must be interleaved in one buffer: channel i begins at word i of channels[0], and `stride` is 4.
   void render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
 
+  /// Moves on by `frames` frames in which no voice sounds: there must be none.
+  void skip(int frames) SIVRAY_NONBLOCKING;
+
   /// The peak of the pad's voice in the last render, 0 to 32767. Side 0 is left, side 1 right; anything else gives 0.
   /// May be read on any thread.
   std::int32_t padLevel(unsigned pad, unsigned side) const SIVRAY_NONBLOCKING;

@@ -78,7 +78,8 @@ void VoicePool::fadeOut(std::size_t lane) {
 
 void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   if (voiceCount == 0) {
-    renderSilence(output, frames);
+    std::fill_n(output, static_cast<std::size_t>(frames) * 4, 0);
+    skip(frames);
     return;
   }
   const auto voices = static_cast<std::size_t>(voiceCount);
@@ -108,8 +109,7 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   }
 }
 
-void VoicePool::renderSilence(std::int32_t* output, int frames) {
-  std::fill_n(output, static_cast<std::size_t>(frames) * 4, 0);
+void VoicePool::skip(int frames) {
   for (int frame = 0; frame < frames && ramps.activeCount() > 0; ++frame) {
     kernel.tick(ramps);
   }

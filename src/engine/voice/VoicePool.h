@@ -36,6 +36,9 @@ class VoicePool {
   /// Renders `frames` frames of four interleaved words with the first `voices` lanes. `output` is 16-byte aligned.
   void render(std::int32_t* output, int frames, int voices) SIVRAY_NONBLOCKING;
 
+  /// As `render` without lanes, for a caller that knows the output: only ramps that still move are stepped.
+  void skip(int frames) SIVRAY_NONBLOCKING;
+
  private:
   void makeRamps(std::size_t lane);
   void fadeOut(std::size_t lane) SIVRAY_NONBLOCKING;
@@ -47,7 +50,6 @@ class VoicePool {
   void finishRun(int frames, std::size_t voices);
   void advanceWave(std::size_t lane, int frames);
   void checkEnd(std::size_t lane);
-  void renderSilence(std::int32_t* output, int frames);
 
   RampBank& ramps;
   VoiceBank& bank;
