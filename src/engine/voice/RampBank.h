@@ -65,6 +65,9 @@ class RampBank {
 
   std::int32_t activeCount() const { return active; }
 
+  /// The slot of a moving ramp; `position` is 0 to activeCount() - 1.
+  std::int32_t movingSlot(std::int32_t position) const { return positionToSlot[static_cast<std::size_t>(position)]; }
+
  private:
   struct ScalarStep {
     static int step(Group& group) {

@@ -33,8 +33,8 @@ VoiceBank::VoiceBank() {
 }
 
 void VoiceBank::swapLanes(std::size_t a, std::size_t b) {
-  swapIn(a, b, positionQ12, slotBase, punchCurrent, envelopeGain, lowBoostGain, stateLeft, stateRight, levelGain,
-         rightGain, meterEnabled, meterRestart, peakLeft, peakRight, fadeEnabled, fadeAmp, gainDry, gainEffect);
+  swapIn(a, b, positionQ12, slotBase, punchCurrent, envelopeGain, lowBoostGain, boostState, levelGain, rightGain,
+         meterEnabled, meterRestart, peakLeft, peakRight, fadeEnabled, fadeAmp, gainDry, gainEffect);
   swapIn(a, b, length, remainingQ12, stepMagnitudeQ12, stepSignedQ12, reversed, waveRate, ratio, padIndex);
   swapIn(a, b, lowBoost, level, velocity, muted, pan, fxSend);
   swapIn(a, b, egTime, levelIndex, envelopeSpeed, envelopeCounter, envelopeFinished, phase, gateMode);
@@ -48,8 +48,7 @@ void VoiceBank::clearLane(std::size_t lane) {
   positionQ12[lane] = 0;
   remainingQ12[lane] = 0;
   lowBoost[lane] = 0;
-  stateLeft[lane] = 0;
-  stateRight[lane] = 0;
+  boostState[lane] = 0;
   punchCurrent[lane] = 0;
   meterEnabled[lane] = 0;
   meterRestart[lane] = 0;

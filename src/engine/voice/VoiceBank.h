@@ -29,8 +29,14 @@ struct alignas(32) LaneWords : PerLane<std::int32_t> {
 enum class LaneRamp : std::uint8_t { lowBoost, level, pan, envelope, fade, dry, effect };
 inline constexpr std::size_t kRampsPerLane = 7;
 
+/// The bit of a ramp in a set of ramps of any lane.
+constexpr unsigned rampBit(LaneRamp ramp) { return 1U << static_cast<unsigned>(ramp); }
+
 enum class VoiceState : std::int32_t { free = 0, sounding = 1, retriggered = 2 };
 enum class EnvelopePhase : std::int32_t { idle = 0, running = 1, released = 3 };
+
+/// The fade's gain is the square of its amp, which is below 1 / 32768 from this amp on.
+inline constexpr std::int32_t kFadeClosed = 181;
 
 /// A read position in Q12 at the last of `length` frames; 0 for an empty wave.
 constexpr std::int32_t lastFrameQ12(std::uint32_t length) {
@@ -61,8 +67,7 @@ struct VoiceBank {
   LaneWords punchCurrent;  ///< Q12 gain added to 1.0; falls to 16
   LaneWords envelopeGain;  ///< ramp destination
   LaneWords lowBoostGain;  ///< ramp destination
-  LaneWords stateLeft;     ///< the low boost's last output
-  LaneWords stateRight;
+  LaneWords boostState;    ///< the low boost's last output: left in the low word, right in the high one
   LaneWords levelGain;     ///< ramp destination
   LaneWords rightGain;     ///< ramp destination
   LaneWords meterEnabled;  ///< -1 or 0

@@ -22,7 +22,8 @@ struct VoiceRun {
   const std::int32_t* watched = nullptr;  ///< per lane, -1 where the run must stop when the fade has closed; aligned
   std::int32_t* output = nullptr;         ///< frames of four words, 16-byte aligned
   int frames = 0;                         ///< at least 1
-  int quads = 0;                          ///< 1 or 2
+  int voices = 0;                         ///< 1 to 8: the lanes that sound
+  unsigned moving = 0;                    ///< rampBit of each ramp that moves
   bool fading = false;                    ///< a lane is fading or watched
 };
 

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <type_traits>
 
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"

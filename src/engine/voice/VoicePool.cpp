@@ -13,8 +13,7 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-constexpr int kControlPeriod = 64;         ///< Samples between two control updates.
-constexpr std::int32_t kFadeClosed = 181;  ///< The fade's gain is the square, which is below 1 / 32768 from here on.
+constexpr int kControlPeriod = 64;  ///< Samples between two control updates.
 
 /// Rates in the order of LaneRamp. The level's ramp gets its rate when the level first changes.
 constexpr std::array<std::int32_t, kRampsPerLane> kRates{
@@ -89,7 +88,7 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   run.samples = pool.base();
   run.step = runStep.data();
   run.watched = runWatched.data();
-  run.quads = (voiceCount + kLanesPerQuad - 1) / kLanesPerQuad;
+  run.voices = voiceCount;
   for (int frame = 0; frame < frames;) {
     kernel.tick(ramps);
     if (frame == 0) {
@@ -102,11 +101,20 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
     }
     run.frames = planRun(std::min(frames - frame, kControlPeriod - frame % kControlPeriod), voices);
     run.fading = runFading;
+    run.moving = movingRamps();
     run.output = output + static_cast<std::ptrdiff_t>(frame) * 4;
     const int done = kernel.run(run);
     finishRun(done, voices);
     frame += done;
   }
+}
+
+unsigned VoicePool::movingRamps() const {
+  unsigned moving = 0;
+  for (std::int32_t position = 0; position < ramps.activeCount(); ++position) {
+    moving |= 1U << (static_cast<unsigned>(ramps.movingSlot(position)) % kRampsPerLane);  // as makeRamps numbers them
+  }
+  return moving;
 }
 
 void VoicePool::skip(int frames) {

@@ -44,6 +44,7 @@ class VoicePool {
   void fadeOut(std::size_t lane) SIVRAY_NONBLOCKING;
   void startPending(std::size_t voices) SIVRAY_NONBLOCKING;
 
+  unsigned movingRamps() const;
   int planRun(int frames, std::size_t voices);
   int framesToWaveEnd(std::size_t lane, int frames) const;
   bool endsNext(std::size_t lane) const;

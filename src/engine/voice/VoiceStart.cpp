@@ -63,8 +63,7 @@ void VoiceStart::updatePitch(std::size_t lane) {
 
 void VoiceStart::startTone(std::size_t lane, const PadValues& pad) {
   bank.lowBoost[lane] = pad[PadParameter::lowBoost];
-  bank.stateLeft[lane] = 0;
-  bank.stateRight[lane] = 0;
+  bank.boostState[lane] = 0;
   ramps.setNow(bank.rampOf(lane, LaneRamp::lowBoost), lowBoostGain(bank.lowBoost[lane]));
   bank.punchCurrent[lane] = (pad[PadParameter::punch] * 256) - 1;
 }

@@ -1,0 +1,297 @@
+// The chain of stages that every voice passes for every frame, as a template over the lane operations of an instruction
+// set. Included by VoiceKernelRun, so everything here has internal linkage and is compiled once per instruction set.
+//
+// Samples and gains are words of 16 bits, the left and right samples of all lanes in one vector. A word operation gives
+// the high half of a product, and (g * x) >> 15 is the high half of 2g * x. Where 2g does not fit a word, the word
+// holds 2g - 65536, whose product is short of exactly x: see WordGain.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/voice/VoiceBank.h"
+#include "engine/voice/VoiceKernel.h"
+
+namespace tesh::bramel::plugin::sivray {
+namespace {
+
+/// The buses that the lanes of a run send to.
+enum class Buses : std::uint8_t { dry, effect, both };
+
+/// What a run needs of the chain. A punch at rest has fallen to its last value in all lanes.
+struct ChainNeeds {
+  bool fade = true;
+  bool punch = true;
+  Buses fed = Buses::both;
+};
+
+/// Q15 gains of 0 to 32767 for words: (g * x) >> 15 is the high half of `factor` * x, plus x where `kept` is -1.
+template <typename L>
+struct WordGain {
+  using Vec = typename L::Vec;
+
+  Vec factor;
+  Vec kept;
+
+  static WordGain of(Vec gain) {
+    const Vec factor = L::addWords(gain, gain);
+    return {factor, L::template shiftWordsRight<15>(factor)};
+  }
+  Vec operator()(Vec x) const { return L::addWords(L::highProducts(x, factor), L::bitAnd(x, kept)); }
+};
+
+/// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`.
+template <typename L, ChainNeeds Needs>
+class VoiceChain {
+ public:
+  using Lanes = L;
+  using Vec = typename L::Vec;
+
+  VoiceChain(VoiceBank& voiceBank, const VoiceRun& run, int firstLane)
+      : bank(voiceBank),
+        first(static_cast<std::size_t>(firstLane)),
+        samples(run.samples),
+        watched(L::load(run.watched + firstLane)),
+        step(L::load(run.step + firstLane)),
+        base(lanes(voiceBank.slotBase)),
+        position(lanes(voiceBank.positionQ12)),
+        weights(weightsOf(position)),
+        weightStep(L::bitOr(L::template shiftLeft<20>(step),
+                            L::bitAnd(L::sub(L::all(0), L::template shiftLeft<4>(step)), L::all(0xFFFF)))),
+        punch(lanes(voiceBank.punchCurrent)),
+        boostState(lanes(voiceBank.boostState)) {
+    const Vec restart = lanes(bank.meterRestart);
+    peaks = L::splitWords(L::andNot(restart, lanes(bank.peakLeft)), L::andNot(restart, lanes(bank.peakRight)));
+    loadGains();
+  }
+
+  /// Whether the punch of all lanes is at rest, so that it stays there.
+  static bool punchRests(const VoiceBank& bank, int firstLane) {
+    return !L::anyLess(L::all(kPunchEnd), L::load(bank.punchCurrent.data() + firstLane), L::all(-1));
+  }
+
+  /// Loads all gains that ramps write.
+  void loadGains() {
+    loadEnvelope();
+    loadFade();
+    loadOtherGains();
+  }
+
+  /// Loads the gains that moving ramps have written; `moving` as in VoiceRun.
+  void loadMovedGains(unsigned moving) {
+    if ((moving & rampBit(LaneRamp::envelope)) != 0) {
+      loadEnvelope();
+    }
+    if ((moving & rampBit(LaneRamp::fade)) != 0) {
+      loadFade();
+    }
+    if ((moving & ~(rampBit(LaneRamp::envelope) | rampBit(LaneRamp::fade))) != 0) {
+      loadOtherGains();
+    }
+  }
+
+  /// Whether a watched fade has closed.
+  bool fadeClosed() const {
+    if constexpr (Needs.fade) {
+      return L::anyLess(amp, L::all(kFadeClosed), watched);
+    }
+    return false;
+  }
+
+  /// Computes one frame: per lane pair, sums of left and of right words. See L::channelSums.
+  [[gnu::always_inline]] void frame(Vec& toDry, Vec& toEffect) {
+    const Vec x = pan(level(lowBoost(envelope(punchedWave()))));
+    peaks = L::maxOfWords(peaks, L::magnitudes(x));
+    const Vec faded = Needs.fade ? fade(x) : x;
+    if constexpr (Needs.fed != Buses::effect) {
+      toDry = L::wordProducts(dry(faded), L::allWords(1));
+    }
+    if constexpr (Needs.fed != Buses::dry) {
+      toEffect = L::wordProducts(effect(faded), L::allWords(1));
+    }
+  }
+
+  /// Stores the changed state back into the bank, except the read positions, which the caller advances.
+  void finish() {
+    put(bank.punchCurrent, Needs.punch ? punch : L::all(kPunchEnd));
+    put(bank.boostState, boostState);
+    const Vec metered = L::bitOr(lanes(bank.meterEnabled), lanes(bank.meterRestart));
+    putWhere(metered, bank.peakLeft, L::leftLanes(peaks));
+    putWhere(metered, bank.peakRight, L::rightLanes(peaks));
+    put(bank.meterRestart, L::all(0));
+  }
+
+ private:
+  static constexpr std::int32_t kPunchEnd = 16;
+
+  Vec lanes(const LaneWords& words) const { return L::load(words.data() + first); }
+  void put(LaneWords& words, Vec v) { L::store(words.data() + first, v); }
+  void putWhere(Vec mask, LaneWords& words, Vec v) {
+    put(words, L::bitOr(L::bitAnd(mask, v), L::andNot(mask, lanes(words))));
+  }
+
+  /// Per lane (g * x) >> 15 of low words; the high word of `gain` must be 0.
+  static Vec scaledLanes(Vec x, Vec gain) { return L::template shiftRight<15>(L::wordProducts(x, gain)); }
+
+  /// The low word of each lane in both words.
+  static Vec inBothWords(Vec v) { return L::bitOr(L::bitAnd(v, L::all(0xFFFF)), L::template shiftLeft<16>(v)); }
+
+  static Vec limitedLow(Vec words) { return L::maxOfWords(words, L::allWords(-32767)); }
+
+  /// The weights of the interpolation, 4 bits above their Q12: 4095 less the fraction in the low word, the fraction in
+  /// the high one. A step adds to both words, which wrap as the fraction does.
+  static Vec weightsOf(Vec position) {
+    return L::bitOr(L::template shiftLeft<20>(position), L::andNot(L::template shiftLeft<4>(position), L::all(0xFFF0)));
+  }
+
+  void loadEnvelope() {
+    const Vec gain = lanes(bank.envelopeGain);
+    envelope = WordGain<L>::of(L::bitOr(gain, L::template shiftLeft<16>(gain)));
+  }
+
+  void loadFade() {
+    if constexpr (Needs.fade) {
+      amp = lanes(bank.fadeAmp);
+      const Vec square = scaledLanes(amp, amp);
+      const Vec enabled = lanes(bank.fadeEnabled);
+      const Vec fades = L::splitWords(enabled, enabled);
+      fade = WordGain<L>::of(L::splitWords(square, square));
+      fade.factor = L::bitAnd(fade.factor, fades);
+      fade.kept = L::bitOr(fade.kept, L::andNot(fades, L::all(-1)));
+    }
+  }
+
+  void loadOtherGains() {
+    loadBoost();
+    levelLeft = lanes(bank.levelGain);
+    levelRight = L::template shiftLeft<16>(levelLeft);
+    const Vec right = lanes(bank.rightGain);
+    pan = WordGain<L>::of(L::splitWords(L::sub(L::all(32767), right), right));
+    dry = WordGain<L>::of(L::splitWords(lanes(bank.gainDry), lanes(bank.gainDry)));
+    effect = WordGain<L>::of(L::splitWords(lanes(bank.gainEffect), lanes(bank.gainEffect)));
+  }
+
+  /// The low boost's gains: g of its last output, -16384 to 32735, and h = 32767 - c * g of its input, 5904 to 46213.
+  void loadBoost() {
+    // c, Q15: 0.8 at a rate of 39062.5 Hz, brought to 44100 Hz as 0.79999995^(39062.5 / 44100).
+    constexpr std::int32_t kBoostCoefficient = 26891;
+    const Vec g = inBothWords(lanes(bank.lowBoostGain));
+    const Vec low = L::bitAnd(g, L::all(0xFFFF));
+    const Vec h = inBothWords(L::sub(L::all(32767), scaledLanes(low, L::all(kBoostCoefficient))));
+    boostInput = WordGain<L>::of(h);
+    boostInputAbove = L::template shiftWordsRight<15>(h);
+    boostFeedback = WordGain<L>::of(g);
+    boostFeedback.kept = L::andNot(L::template shiftWordsRight<15>(g), boostFeedback.kept);
+  }
+
+  /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
+  /// fraction) >> 12)) >> 2, as the high word of (p * (4096 - fraction) + q * fraction) * 4. Then a gain of
+  /// 1 + punch / 4096. Punch falls by 32696 / 32768 a sample, a time constant of 455 samples (10 ms), to 16.
+  Vec punchedWave() {
+    const Vec scaled = L::addWords(L::template shiftUnsignedWordsRight<2>(weights), L::all(4));
+    Vec left;
+    Vec right;
+    L::framePairs(samples, L::add(L::template shiftRight<12>(position), base), left, right);
+    left = L::wordProducts(left, scaled);
+    right = L::wordProducts(right, scaled);
+    position = L::add(position, step);
+    weights = L::addWords(weights, weightStep);
+    if constexpr (Needs.punch) {
+      punch = L::maxOfWords(scaledLanes(punch, L::all(32696)), L::all(kPunchEnd));
+      return L::interleaved(limitedLow(L::splitWords(punched(left), punched(right))));
+    }
+    const Vec x = L::highWords(left, right);
+    return L::addWords(x, L::template shiftWordsRight<8>(x));  // 16 / 4096
+  }
+
+  Vec punched(Vec products) const {
+    const Vec x = L::template shiftRight<16>(products);
+    return L::add(x, L::template shiftRight<12>(L::wordProducts(x, punch)));
+  }
+
+  /// A one-pole low-pass whose input gain shrinks as its feedback grows: y = h * x + g * y. Where h is below 1.0, its
+  /// product and the feedback's fit words and only their sum is limited. Where h is 1.0 or more, g is at most 0, the
+  /// part of the product above x and the feedback's add up within a word, and x comes last.
+  Vec lowBoost(Vec x) {
+    const Vec sum = L::addLimited(boostInput(x), boostFeedback(boostState));
+    boostState = limitedLow(L::addLimited(sum, L::bitAnd(x, boostInputAbove)));
+    return boostState;
+  }
+
+  /// The level's gain has 8192 for 1.0. From here on words are in the split order.
+  Vec level(Vec x) const {
+    return limitedLow(L::splitWords(L::template shiftRight<13>(L::wordProducts(x, levelLeft)),
+                                    L::template shiftRight<13>(L::wordProducts(x, levelRight))));
+  }
+
+  VoiceBank& bank;
+  std::size_t first;
+  const std::int16_t* samples;
+  Vec watched;
+  Vec step;
+  Vec base;
+  Vec position;
+  Vec weights;
+  Vec weightStep;
+  Vec punch;
+  Vec boostState;
+  Vec peaks;
+  WordGain<L> envelope;
+  WordGain<L> boostInput;
+  Vec boostInputAbove;  ///< -1 where the input's gain is 1.0 or more
+  WordGain<L> boostFeedback;
+  Vec levelLeft;   ///< in the low words
+  Vec levelRight;  ///< in the high words
+  WordGain<L> pan;
+  Vec amp;
+  WordGain<L> fade;
+  WordGain<L> dry;
+  WordGain<L> effect;
+};
+
+/// Two chains of four lanes with the interface of one chain.
+template <typename Four, ChainNeeds Needs>
+class ChainPair {
+  using Chain = VoiceChain<Four, Needs>;
+
+ public:
+  using Lanes = Four;
+  using Vec = typename Four::Vec;
+
+  ChainPair(VoiceBank& bank, const VoiceRun& run, int) : low(bank, run, 0), high(bank, run, kLanesPerQuad) {}
+
+  static bool punchRests(const VoiceBank& bank, int) {
+    return Chain::punchRests(bank, 0) && Chain::punchRests(bank, kLanesPerQuad);
+  }
+  void loadMovedGains(unsigned moving) {
+    low.loadMovedGains(moving);
+    high.loadMovedGains(moving);
+  }
+  bool fadeClosed() const { return low.fadeClosed() || high.fadeClosed(); }
+
+  [[gnu::always_inline]] void frame(Vec& toDry, Vec& toEffect) {
+    Vec highDry;
+    Vec highEffect;
+    low.frame(toDry, toEffect);
+    high.frame(highDry, highEffect);
+    if constexpr (Needs.fed != Buses::effect) {
+      toDry = Four::add(toDry, highDry);
+    }
+    if constexpr (Needs.fed != Buses::dry) {
+      toEffect = Four::add(toEffect, highEffect);
+    }
+  }
+
+  void finish() {
+    low.finish();
+    high.finish();
+  }
+
+ private:
+  Chain low;
+  Chain high;
+};
+
+}  // namespace
+}  // namespace tesh::bramel::plugin::sivray
