@@ -23,7 +23,7 @@ std::int32_t integerAt(const ParameterRow& row, float value) {
 
 }  // namespace
 
-DrumEngine::DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames)
+DrumEngine::DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames, WaveLoading loading)
     : core(file, heldPads(padCount), slotFrames),
       allocator(core, heldPads(padCount)),
       buffers(new Buffers),
@@ -31,6 +31,9 @@ DrumEngine::DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames)
   const auto pads = static_cast<std::uint32_t>(heldPads(padCount));
   for (std::uint32_t pad = 0; pad < pads; ++pad) {
     addPad(pad);
+  }
+  if (loading == WaveLoading::atOnce) {
+    loadWaves();
   }
   groups.set(kEffectGroup, &effect.parameter());
   groups.set(kMasterGroup, &masterGroup);
@@ -49,9 +52,14 @@ void DrumEngine::addPad(std::uint32_t pad) {
   allocator.setPad(static_cast<int>(pad), &group.values());
   groups.set(pad, &group);
   // Each pad begins with its own wave and its own exclusive group; the first pad's group 0 means none.
-  for (const PadParameter own : {PadParameter::wave, PadParameter::exAssign}) {
-    auto value = static_cast<std::int32_t>(pad);
-    group.setValue(static_cast<int>(own), &value);
+  auto own = static_cast<std::int32_t>(pad);
+  group.nameWave(own);
+  group.setValue(static_cast<int>(PadParameter::exAssign), &own);
+}
+
+void DrumEngine::loadWaves() {
+  for (const auto& group : padGroups) {
+    group->loadWave();
   }
 }
 

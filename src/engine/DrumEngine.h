@@ -26,14 +26,23 @@ namespace tesh::bramel::plugin::sivray {
 inline constexpr int kPadCount = 8;
 inline constexpr int kMaxPads = 16;
 
+/// When an engine reads the waves of its pads.
+enum class WaveLoading : std::uint8_t {
+  atOnce,
+  later  ///< In `loadWaves`: a state that is set before then names other waves, and these would be read for nothing.
+};
+
 /// Runs at 44100 Hz. Rendering, notes and `setParameter` belong to the audio thread; reads may come from any thread.
 class DrumEngine {
  public:
-  /// Builds `padCount` pads (limited to 1 .. kMaxPads), each with a slot of `slotFrames` frames, and reads a wave into
-  /// each. `file` must outlive the engine. Allocates all memory that the engine ever needs.
-  DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames);
+  /// Builds `padCount` pads (limited to 1 .. kMaxPads), each with a slot of `slotFrames` frames, and gives each a wave.
+  /// `file` must outlive the engine. Allocates all memory that the engine ever needs.
+  DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames, WaveLoading loading = WaveLoading::atOnce);
   DrumEngine(const DrumEngine&) = delete;
   DrumEngine& operator=(const DrumEngine&) = delete;
+
+  /// Reads the waves that no pad has read yet. Must not run during a block.
+  void loadWaves();
 
   /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
   /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that

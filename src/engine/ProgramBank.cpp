@@ -33,7 +33,7 @@ void setWord(IParameter& group, int index, std::uint32_t word) {
 
 }  // namespace
 
-ProgramBank::ProgramBank(const ProgramBankGroups& parameterGroups) : groups(parameterGroups), exported(sizeof(image)) {
+ProgramBank::ProgramBank(const ProgramBankGroups& parameterGroups) : groups(parameterGroups) {
   capture(image.editBuffer);
   image.programs.fill(image.editBuffer);
 }
@@ -65,6 +65,7 @@ void ProgramBank::apply(const ProgramBankRecord& record) {
 
 std::span<const std::uint8_t> ProgramBank::getChunk() {
   capture(image.editBuffer);
+  exported.resize(sizeof(image));
   std::memcpy(exported.data(), &image, sizeof(image));
   return exported;
 }

@@ -86,7 +86,7 @@ class ProgramBank {
   void upgrade(std::span<const std::uint8_t> bytes);
 
   ProgramBankGroups groups;
-  std::vector<std::uint8_t> exported;
+  std::vector<std::uint8_t> exported;  ///< Empty until a chunk is asked for.
   int currentProgram = 0;
   ProgramBankImage image;
 };

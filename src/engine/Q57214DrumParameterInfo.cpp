@@ -73,7 +73,21 @@ Q57214DrumParameterInfo::Q57214DrumParameterInfo(DrumCore& drumCore, int padNumb
   waveRow.maximum = core.database().waveCount() - 1;
   for (int index = 0; index < count(); ++index) {
     std::int32_t value = kRows[static_cast<std::size_t>(index)].defaultValue;
-    setValue(index, &value);
+    if (index != kWave) {
+      setValue(index, &value);
+    }
+  }
+  nameWave(waveRow.defaultValue);
+}
+
+void Q57214DrumParameterInfo::nameWave(std::int32_t wave) {
+  padValues.set(kWave, std::min(std::max(wave, waveRow.minimum), waveRow.maximum));
+}
+
+void Q57214DrumParameterInfo::loadWave() {
+  std::int32_t wave = padValues[PadParameter::wave];
+  if (!waveLoaded) {
+    setValue(kWave, &wave);
   }
 }
 

@@ -13,7 +13,7 @@ class DrumCore;
 /// value, and the first time it is set. Values may be set and read on any thread.
 class Q57214DrumParameterInfo : public IParameter {
  public:
-  /// Sets all values to their defaults, which reads wave 0 into the pad's slot.
+  /// Sets all values to their defaults. The wave of that name is not read yet.
   Q57214DrumParameterInfo(DrumCore& core, int pad);
 
   /// 18, of which ids reach the first 16.
@@ -27,6 +27,12 @@ class Q57214DrumParameterInfo : public IParameter {
   /// Null for an index out of range. The maximum of Wave is the number of waves less 1.
   const ParameterRow* info(int index) const override;
   int indexOf(std::string_view name) const override;
+
+  /// Sets the wave of a pad that has had none yet, but leaves the reading of it to `loadWave`. Before audio runs.
+  void nameWave(std::int32_t wave);
+
+  /// Reads the pad's wave, unless it has been read already. Never on the audio thread.
+  void loadWave();
 
   /// The values that the voices read.
   const PadValues& values() const { return padValues; }

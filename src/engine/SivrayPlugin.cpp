@@ -24,8 +24,9 @@ SequencerMessage shortMessage(const vimo::MidiEvent& event) {
 }  // namespace
 
 template <typename Synth>
-SivrayPlugin<Synth>::SivrayPlugin(std::string_view folder, std::size_t slotFrames)
-    : synth(nullptr, 1, kPadCount, folder, slotFrames), library(std::make_unique<vimo::SivraySampleLibrary>()) {}
+SivrayPlugin<Synth>::SivrayPlugin(std::string_view folder, std::size_t slotFrames, WaveLoading loading)
+    : synth(nullptr, 1, kPadCount, folder, slotFrames, loading),
+      library(std::make_unique<vimo::SivraySampleLibrary>()) {}
 
 template <typename Synth>
 SequencerEvent& SivrayPlugin<Synth>::addRecord(EventSequencer::Intake& intake, SequencerKind kind) {
@@ -134,6 +135,7 @@ bool SivrayPlugin<Synth>::getParameterInfo(std::uint32_t id, vimo::GeneratorPara
 template <typename Synth>
 void SivrayPlugin<Synth>::activate() {
   running = true;
+  synth.engine().loadWaves();
   synth.resume();
 }
 

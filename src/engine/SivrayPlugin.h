@@ -26,8 +26,9 @@ inline constexpr std::size_t kSlotFrames = 264600;
 template <typename Synth>
 class SivrayPlugin final : public vimo::Generator<float> {
  public:
-  /// Builds the whole engine and reads the waves of its pads.
-  explicit SivrayPlugin(std::string_view folder = kSampleFolder, std::size_t slotFrames = kSlotFrames);
+  /// Builds the whole engine. Waves that are not read at once are read by `activate`.
+  explicit SivrayPlugin(std::string_view folder = kSampleFolder, std::size_t slotFrames = kSlotFrames,
+                        WaveLoading loading = WaveLoading::atOnce);
 
   int outputCount() const override { return Synth::outputCount(); }
   int inputCount() const override { return Synth::inputCount(); }

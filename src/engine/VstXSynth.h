@@ -18,8 +18,8 @@ class VstXSynth {
  public:
   /// Host and count are not used. `folder` is the folder of the sample files inside the resource directory,
   /// `slotFrames` the length of a pad's slot.
-  VstXSynth(std::nullptr_t, int, int padCount, std::string_view folder, std::size_t slotFrames)
-      : pcmFile(folder), drumEngine(pcmFile, padCount, slotFrames) {}
+  VstXSynth(std::nullptr_t, int, int padCount, std::string_view folder, std::size_t slotFrames, WaveLoading loading)
+      : pcmFile(folder), drumEngine(pcmFile, padCount, slotFrames, loading) {}
 
   static constexpr int inputCount() { return 0; }
   static constexpr int outputCount() { return 2; }

@@ -15,6 +15,7 @@
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/TempoTables.h"
+#include "effects_interfaces/EffectScene.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -194,11 +195,32 @@ TEST(SivrayFxMemoryManager, GivesTwoDisjointBanksInTurn) {
     memory.add(user);
     EXPECT_EQ(user->assigner, &memory);
   }
-  std::int16_t* const first = memory.acquire();
-  std::int16_t* const second = memory.acquire();
+  std::int16_t* const first = memory.acquire(small);
+  std::int16_t* const second = memory.acquire(large);
   EXPECT_EQ(first - second, 5000) << "the first request takes the upper bank";
-  EXPECT_EQ(memory.acquire(), first);
+  EXPECT_EQ(memory.acquire(middle), first);
   EXPECT_TRUE(std::all_of(second, second + 10000, [](int x) { return x == 0; }));
+}
+
+TEST(SivrayFxMemoryManager, HandsOutZerosWhoeverHasWritten) {
+  SivrayFxMemoryManager memory;
+  std::array<User, 3> users{User(100), User(5000), User(200)};
+  std::array<std::int16_t*, 3> areas{};
+  for (User& user : users) {
+    memory.add(&user);
+  }
+  scene::Dice chance(7);
+  for (int round = 0; round < 3000; ++round) {
+    const auto who = static_cast<std::size_t>(chance.upTo(2));
+    if (chance.upTo(2) == 0) {
+      areas[who] = memory.acquire(users[who]);
+      ASSERT_TRUE(std::all_of(areas[who], areas[who] + 5000, [](int x) { return x == 0; })) << round;
+    } else if (areas[who] != nullptr) {  // Perhaps in an area that another one has got since.
+      users[who].hasWritten = true;
+      areas[who][users[who].size - 1] = 1;
+      areas[who][0] = 1;
+    }
+  }
 }
 
 }  // namespace

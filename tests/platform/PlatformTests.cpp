@@ -1,10 +1,12 @@
 // The platform layer's guarantees on every system, and its folders on this one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -17,6 +19,7 @@
 #include "platform/Locale.h"
 #include "platform/PluginBundle.h"
 #include "platform/SpecialFolders.h"
+#include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::platform {
 namespace {
@@ -50,6 +53,30 @@ TEST_F(Platform, LooksForTheCommonFilesInOrder) {
   ::setenv("BRAMEL_COMMON_FILES", "/chosen", 1);
   EXPECT_EQ(commonFilesFolder(), "/chosen");
   EXPECT_TRUE(fs::exists(moduleFolder()));
+}
+
+/// The number of the array's pages that the system has provided.
+template <typename Element>
+std::ptrdiff_t presentPages(const ZeroedArray<Element>& array) {
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  std::vector<unsigned char> present((array.size() * sizeof(Element) + page - 1) / page);
+  EXPECT_EQ(::mincore(array.data(), array.size() * sizeof(Element), present.data()), 0);
+  return std::count_if(present.begin(), present.end(), [](unsigned char bits) { return (bits & 1U) != 0; });
+}
+
+TEST(ZeroedPages, AreProvidedWhereTheyAreWrittenOrAskedFor) {
+  constexpr std::size_t kPage = 4096 / sizeof(std::int16_t);
+  ZeroedArray<std::int16_t> array(100 * kPage);
+  EXPECT_EQ(presentPages(array), 0);
+  array.data()[50 * kPage] = 7;
+  EXPECT_EQ(presentPages(array), 1);
+  array.makePresent(50 * kPage + 1, 2 * kPage);
+  EXPECT_EQ(presentPages(array), 3);
+  array.makePresent(99 * kPage, 50 * kPage);
+  array.makePresent(200 * kPage, 1);
+  EXPECT_EQ(presentPages(array), 4) << "what lies past the end is left out";
+  EXPECT_EQ(std::count(array.data(), array.data() + array.size(), 0), 100 * static_cast<std::ptrdiff_t>(kPage) - 1);
+  EXPECT_EQ(array.data()[50 * kPage], 7);
 }
 
 TEST(PluginBundle, IsKnownByItsNameFromTheLibrarysFolder) {

@@ -99,11 +99,16 @@ Verdict worstBlock(const CheckSettings& settings) {
                  100.0 * median, 100.0 * late);
 }
 
+constexpr int kEffectSteps = 26;
+
+void chooseEffect(HostedPlugin& host, int step) {
+  setNamed(host, "FX Type", static_cast<float>(step) / static_cast<float>(kEffectSteps - 1));
+}
+
 /// Plays eight voices through every effect of the panel at 48 kHz, in blocks of 128 frames.
 Verdict speed(const CheckSettings& settings) {
   constexpr double kLeastFactor = 120.0;
   constexpr int kRate = 48000;
-  constexpr int kTypes = 26;
   const auto library = settings.load();
   const auto host = library->makeInstance();
   host->setSampleRate(static_cast<float>(kRate));
@@ -111,8 +116,8 @@ Verdict speed(const CheckSettings& settings) {
   const std::vector<Hit> hits = hitsOver(kRate, 161, 80);
   double slowest = 1e9;
   int slowestType = 0;
-  for (int type = 0; type < kTypes; ++type) {
-    setNamed(*host, "FX Type", static_cast<float>(type) / static_cast<float>(kTypes - 1));
+  for (int type = 0; type < kEffectSteps; ++type) {
+    chooseEffect(*host, type);
     settle(*host);
     double least = 1e9;
     for (int round = 0; round < settings.count(2, 10); ++round) {
@@ -159,6 +164,35 @@ Verdict waitingTimes(const CheckSettings& settings) {
                  saving, loading, making);
 }
 
+/// Makes instances and keeps them, as a song with many tracks does. Returns the cost of one.
+Verdict furtherInstances(const CheckSettings& settings) {
+  constexpr int kCount = 8;
+  constexpr std::int64_t kMostKiB = 2560;
+  constexpr std::int64_t kMostWrapperKiB = 1024;  // JUCE's host and wrapper, in the other forms.
+  const auto library = settings.load();
+  std::vector<std::unique_ptr<HostedPlugin>> kept;
+  const auto makeOne = [&] {
+    kept.push_back(library->makeInstance());
+    settle(*kept.back());
+  };
+  makeOne();
+  const std::int64_t before = processUse().ownKiB;
+  const double milliseconds = millisecondsOf(kCount, makeOne);
+  const std::int64_t each = (processUse().ownKiB - before) / kCount;
+  const std::int64_t most = settings.isVst2() ? kMostKiB : kMostKiB + kMostWrapperKiB;
+  return verdict(isSanitized() || each <= most, "%lld KiB and %.1f ms each", static_cast<long long>(each),
+                 milliseconds);
+}
+
+/// Plays through every effect for as long as the longest delay line, so that all have had their memory.
+void fillDelayLines(HostedPlugin& host) {
+  constexpr int kLongestLine = 131072;
+  for (int type = 0; type < kEffectSteps; ++type) {
+    chooseEffect(host, type);
+    playPlain(host, kLongestLine, 152);
+  }
+}
+
 Verdict soak(const CheckSettings& settings) {
   constexpr double kLeastFactor = 100.0;
   constexpr std::int64_t kLeakKiB = 256;
@@ -172,6 +206,7 @@ Verdict soak(const CheckSettings& settings) {
   SoundFacts facts;
   std::vector<float> left(256);
   std::vector<float> right(256);
+  fillDelayLines(*host);
   ProcessUse warm;
   double spent = 0.0;
   for (std::int64_t block = 0; block < blocks; ++block) {
@@ -203,6 +238,7 @@ std::vector<Check> realTimeChecks() {
           {"worst block", worstBlock},
           {"speed", speed},
           {"waiting times", waitingTimes},
+          {"further instances", furtherInstances},
           {"soak", soak}};
 }
 

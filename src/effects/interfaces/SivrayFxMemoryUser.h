@@ -16,9 +16,9 @@ class SivrayFxMemoryAssigner {
  public:
   virtual ~SivrayFxMemoryAssigner() = default;
 
-  /// The area for the next effect to start: another one than the last call gave, at least as large as the largest
-  /// `requiredSamples` of all users, and not cleared. Audio thread; a user calls it first in its `reset`.
-  virtual std::int16_t* acquire() SIVRAY_NONBLOCKING = 0;
+  /// The area for `user`, which is about to start: another one than the last call gave, at least as large as the
+  /// largest `requiredSamples` of all users, all zero. Audio thread; a user calls it first in its `reset`.
+  virtual std::int16_t* acquire(SivrayFxMemoryUser& user) SIVRAY_NONBLOCKING = 0;
 
   /// Registers a user and makes room for it. Construction only: areas handed out before are void.
   virtual void add(SivrayFxMemoryUser* user) = 0;
@@ -33,6 +33,8 @@ class SivrayFxMemoryUser {
   virtual std::size_t requiredSamples() const SIVRAY_NONBLOCKING = 0;
 
   SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
+  std::uint32_t bank = 0;                      ///< Which of its areas the assigner has given; the assigner's own.
+  bool hasWritten = false;                     ///< The user sets it when it runs; `acquire` clears it.
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

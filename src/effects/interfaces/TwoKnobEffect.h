@@ -291,10 +291,14 @@ template <typename Law>
 class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser {
  public:
   void reset() override {
-    this->law.lines = assigner->acquire();
-    std::fill_n(this->law.lines, Law::kRequiredSamples, std::int16_t{0});
+    this->law.lines = assigner->acquire(*this);
     this->noteClearedLines();
     TwoKnobEffect<Law>::reset();
+  }
+
+  void process(StereoBlock& block, unsigned count) override {
+    hasWritten = true;
+    TwoKnobEffect<Law>::process(block, count);
   }
 
   std::size_t requiredSamples() const override { return Law::kRequiredSamples; }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
@@ -46,7 +47,7 @@ void SivrayFxReverbSmoothHall::activate() {
   BasicEffect::activate();
   if (memory.empty()) {
     // Whoever makes the effect wakes it before audio runs.
-    cofu::core::mayWait([this] { memory.resize(kMemorySamples); });
+    cofu::core::mayWait([this] { memory = platform::ZeroedArray<std::int16_t>(kMemorySamples); });
   }
 }
 
@@ -56,7 +57,9 @@ void SivrayFxReverbSmoothHall::reset() {
   flow.diffuserOutput = Lanes{};
   flow.damper = Lanes{};
   level.setNow(pending.peek().level);
-  std::fill(memory.begin(), memory.end(), std::int16_t{0});
+  if (std::exchange(hasWritten, false)) {
+    std::fill_n(memory.data(), memory.size(), std::int16_t{0});
+  }
 }
 
 void SivrayFxReverbSmoothHall::setParameter(unsigned index, float value) {
@@ -76,6 +79,7 @@ void SivrayFxReverbSmoothHall::takeSettings() {
 }
 
 void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) {
+  hasWritten = true;
   for (unsigned start = 0; start < count; start += kControlGrid) {
     takeSettings();
     runGrid(in, out, start, std::min(count, start + kControlGrid));
@@ -84,8 +88,9 @@ void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Bloc
 
 /// The early sound on top of the predelayed one.
 std::int32_t SivrayFxReverbSmoothHall::diffusedInput(const Flow& now, std::int32_t mono) {
-  memory[now.position & kPredelayMask] = static_cast<std::int16_t>(mono);
-  const std::int32_t delayed = memory[(kPredelay + now.position) & kPredelayMask];
+  std::int16_t* const predelay = memory.data();
+  predelay[now.position & kPredelayMask] = static_cast<std::int16_t>(mono);
+  const std::int32_t delayed = predelay[(kPredelay + now.position) & kPredelayMask];
   return cofu::core::saturate(delayed + cofu::core::mul15(mono, kEarlyGain));
 }
 

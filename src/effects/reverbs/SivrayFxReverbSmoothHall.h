@@ -4,13 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "effects/interfaces/BasicEffect.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/reverbs/HallLanes.h"
 #include "effects/reverbs/HallTables.h"
+#include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -55,7 +55,8 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   Lanes dampers{};
   Lanes coefficients{};
   Flow flow;
-  std::vector<std::int16_t> memory;
+  platform::ZeroedArray<std::int16_t> memory;
+  bool hasWritten = false;  ///< Since the memory was zero.
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

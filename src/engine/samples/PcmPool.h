@@ -1,12 +1,14 @@
 // The sample memory of all pads, allocated once: a slot of fixed length per pad, which every wave change rewrites in
-// place.
+// place. The system provides each page when it is first written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
+
+#include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -36,24 +38,25 @@ class PcmPool {
   const PcmSlot& slot(std::size_t index) const { return slots[index]; }
 
   /// The first sample of the memory of slot `index`.
-  std::int16_t* memoryOf(std::size_t index) { return memory.get() + index * framesInSlot * 2; }
+  std::int16_t* memoryOf(std::size_t index) { return memory.data() + index * framesInSlot * 2; }
+
+  /// Provides the memory of the first `frames` frames of slot `index`, see ZeroedPages. Any thread.
+  void makePresent(std::size_t index, std::size_t frames) const {
+    memory.makePresent(index * framesInSlot * 2, std::min(frames, framesInSlot) * 2);
+  }
 
   /// The first sample of all memory, including the silent frames.
-  const std::int16_t* base() const { return memory.get(); }
+  const std::int16_t* base() const { return memory.data(); }
 
   /// The number of the frame at `frame`, counted from base().
   std::int32_t frameOf(const std::int16_t* frame) const { return static_cast<std::int32_t>((frame - base()) / 2); }
 
   /// Two silent frames, to which an empty slot points.
-  const std::int16_t* silence() const { return memory.get() + slots.size() * framesInSlot * 2; }
+  const std::int16_t* silence() const { return memory.data() + slots.size() * framesInSlot * 2; }
 
  private:
-  struct Free {
-    void operator()(std::int16_t* block) const;
-  };
-
   std::size_t framesInSlot;
-  std::unique_ptr<std::int16_t[], Free> memory;
+  platform::ZeroedArray<std::int16_t> memory;
   std::vector<PcmSlot> slots;
 };
 

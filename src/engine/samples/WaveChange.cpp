@@ -32,8 +32,14 @@ void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   PcmSlot& slot = pool.slot(pad);
   // Only frames that an earlier wave has written need clearing.
   const std::uint64_t cleared = std::max(frames, slot.writtenFrames);
-  // Only here may the audio thread wait for the disk.
-  const std::size_t read = cofu::core::mayWait([&] { return file.read(pool.memoryOf(pad), offsets, frames, cleared); });
+  // Only here may the audio thread wait for the disk. Pages that are missing come at once, not one by one as they are
+  // written.
+  const std::size_t read = cofu::core::mayWait([&] {
+    if (frames > slot.writtenFrames) {
+      pool.makePresent(pad, frames);
+    }
+    return file.read(pool.memoryOf(pad), offsets, frames, cleared);
+  });
   if (read != 0) {
     slot.writtenFrames = read;
   }

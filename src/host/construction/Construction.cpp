@@ -41,7 +41,9 @@ void readUserPrograms(Processor& processor, const std::string& name) {
 std::unique_ptr<Processor> makeProcessor() {
   const std::string name(kInstrumentName);
   const std::string sampleList = sampleListFile();
-  auto plugin = std::make_unique<Plugin>();
+  // The description's engine state names the waves of the pads.
+  auto plugin = std::make_unique<Plugin>(plugin::sivray::kSampleFolder, plugin::sivray::kSlotFrames,
+                                         plugin::sivray::WaveLoading::later);
   Plugin& frame = *plugin;
   auto processor = std::make_unique<Processor>(name, std::move(plugin));
   frame.setListener(processor.get());

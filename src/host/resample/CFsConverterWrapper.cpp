@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace tesh::bramel::vst {
 
@@ -15,6 +16,7 @@ namespace {
 constexpr std::int32_t kSmallestBlock = 32;   ///< Host frames.
 constexpr std::size_t kEngineFrames = 16384;  ///< Of the engine's buffers and the absent input.
 constexpr std::size_t kHostFrames = 16392;    ///< Of the resampled output.
+constexpr std::size_t kUsualFrames = 2048;    ///< Of a block, at most: hosts rarely send longer ones.
 constexpr std::int32_t kLongestPart = 16383;  ///< Host frames in one piece.
 constexpr std::size_t kRingFrames = 32768;    ///< A power of two, twice the longest piece.
 constexpr std::uint32_t kRingMask = kRingFrames - 1;
@@ -64,6 +66,7 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
       engineOut(kEngineFrames),
       upOut(kHostFrames),
       zeroIn(kEngineFrames),
+      ring(kRingFrames),
       hostBlockSize(kSmallestBlock) {
   downConverter.setAttenuation(kAttenuationDb);
   upConverter.setAttenuation(kAttenuationDb);
@@ -73,8 +76,9 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
 }
 
 void CFsConverterWrapper::reset() {
-  ringLeft.assign(kRingFrames, 0.0F);
-  ringRight.assign(kRingFrames, 0.0F);
+  if (std::exchange(isRingWritten, false)) {
+    ring.clear();
+  }
   ringWrite = 0;
   ringRead = (0U - kRingLead) & kRingMask;
 }
@@ -89,6 +93,12 @@ void CFsConverterWrapper::setSampleRate(float rate) {
   ratio = static_cast<float>(kEngineRate) / rate;
   longestPart = longestPartAt(wholeRate);
   listener->onSampleRate(ratio, kEngineRate);
+  if (isDirect()) {
+    return;
+  }
+  engineOut.makePresent(kUsualFrames);
+  upOut.makePresent(kUsualFrames);
+  ring.makePresent(kRingFrames);
   upConverter.configure(kFilterLength, engineRate, static_cast<float>(wholeRate), kCutoffHz, kUpPhases, 0.0);
   downConverter.configure(kFilterLength, wholeRate, static_cast<float>(kEngineRate), kCutoffHz, downPhases(wholeRate),
                           0.0);
@@ -113,7 +123,7 @@ void CFsConverterWrapper::process(float** inputs, float** outputs, std::int32_t 
 }
 
 void CFsConverterWrapper::render(float** inputs, float** outputs, std::int32_t frames) {
-  if (hostRate == static_cast<float>(kEngineRate)) {
+  if (isDirect()) {
     eventRing.dispatch(frames, *listener);
     listener->onProcess(inputs, outputs, frames);
     return;
@@ -143,24 +153,23 @@ void CFsConverterWrapper::renderPart(Channels inputs, Channels outputs, std::int
 
 void CFsConverterWrapper::writeRings(std::size_t frames) {
   const Channels made = upOut.channels();
+  const Channels kept = ring.channels();
   const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringWrite);
-  const auto write = [this, frames, toEnd](const float* samples, std::vector<float>& ring) {
-    std::copy_n(samples, toEnd, ring.data() + ringWrite);
-    std::copy_n(samples + toEnd, frames - toEnd, ring.data());
-  };
-  write(made[0], ringLeft);
-  write(made[1], ringRight);
+  for (std::size_t c = 0; c < kChannels; ++c) {
+    std::copy_n(made[c], toEnd, kept[c] + ringWrite);
+    std::copy_n(made[c] + toEnd, frames - toEnd, kept[c]);
+  }
+  isRingWritten = true;
   ringWrite = (ringWrite + static_cast<std::uint32_t>(frames)) & kRingMask;
 }
 
 void CFsConverterWrapper::readRings(Channels outputs, std::size_t frames) {
+  const Channels kept = ring.channels();
   const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringRead);
-  const auto read = [this, frames, toEnd](const std::vector<float>& ring, float* samples) {
-    std::copy_n(ring.data() + ringRead, toEnd, samples);
-    std::copy_n(ring.data(), frames - toEnd, samples + toEnd);
-  };
-  read(ringLeft, outputs[0]);
-  read(ringRight, outputs[1]);
+  for (std::size_t c = 0; c < kChannels; ++c) {
+    std::copy_n(kept[c] + ringRead, toEnd, outputs[c]);
+    std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
+  }
   ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & kRingMask;
 }
 

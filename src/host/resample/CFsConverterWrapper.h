@@ -4,11 +4,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "core/EngineRate.h"
 #include "core/RealTime.h"
@@ -16,6 +16,7 @@
 #include "host/resample/CFsCwInterpolation.h"
 #include "host/resample/HostEventRing.h"
 #include "host/vst/VstRecords.h"
+#include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::vst {
 
@@ -47,8 +48,9 @@ class CFsConverterWrapper {
   /// towards zero. A message waits until a block reaches its frame, however long no block comes. Audio thread.
   virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
 
-  /// Designs both resamplers anew; they start from silence, while the output ring and the waiting messages stay.
-  /// Ignores a rate that is not between kLowestRate and kHighestRate, in Hz. Must not run during a block.
+  /// Designs both resamplers anew, unless the rate is the engine's, at which they never run; they start from silence,
+  /// while the output ring and the waiting messages stay. Ignores a rate that is not between kLowestRate and
+  /// kHighestRate, in Hz. Must not run during a block.
   virtual void setSampleRate(float rate);
 
   /// Stores the longest block in host frames, at least 32, and tells the listener.
@@ -69,16 +71,24 @@ class CFsConverterWrapper {
   static constexpr std::size_t kChannels = 2;
   using Channels = std::array<float*, kChannels>;
 
-  /// Both channels of a work buffer in one piece.
+  /// Both channels of a work buffer in one piece. At the engine's own rate nobody writes to it, so that it takes no
+  /// memory.
   class StereoBuffer {
    public:
     explicit StereoBuffer(std::size_t frames) : samples(kChannels * frames) {}
-    Channels channels() { return {samples.data(), samples.data() + samples.size() / kChannels}; }
+    Channels channels() const { return {samples.data(), samples.data() + samples.size() / kChannels}; }
+    void clear() const { std::fill_n(samples.data(), samples.size(), 0.0F); }
+    /// The first `frames` frames of each channel.
+    void makePresent(std::size_t frames) const {
+      samples.makePresent(0, frames);
+      samples.makePresent(samples.size() / kChannels, frames);
+    }
 
    private:
-    std::vector<float> samples;
+    platform::ZeroedArray<float> samples;
   };
 
+  bool isDirect() const { return hostRate == static_cast<float>(kEngineRate); }
   void renderPart(Channels inputs, Channels outputs, std::int32_t frames);
   void writeRings(std::size_t frames);
   void readRings(Channels outputs, std::size_t frames);
@@ -89,9 +99,9 @@ class CFsConverterWrapper {
   StereoBuffer engineIn;
   StereoBuffer engineOut;
   StereoBuffer upOut;
-  std::vector<float> zeroIn;  ///< What absent input channels read.
-  std::vector<float> ringLeft;
-  std::vector<float> ringRight;
+  platform::ZeroedArray<float> zeroIn;  ///< What absent input channels read.
+  StereoBuffer ring;
+  bool isRingWritten = false;
   std::uint32_t ringWrite = 0;
   std::uint32_t ringRead = 0;
   HostEventRing eventRing;

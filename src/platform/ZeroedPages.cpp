@@ -1,0 +1,95 @@
+// Pages straight from the system, because the allocator of the C library clears memory that it has had before, and
+// thereby takes it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ZeroedPages.h"
+
+#include <cstdint>
+#include <new>
+#include <utility>
+
+#ifdef _WIN32
+#include "platform/WindowsApi.h"
+#else
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
+namespace tesh::bramel::platform {
+namespace {
+
+#ifdef _WIN32
+
+void* takePages(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE); }
+
+void returnPages(void* start, std::size_t) { VirtualFree(start, 0, MEM_RELEASE); }
+
+/// Windows has no shared page of zeros, so that a read is enough.
+void touchPages(std::uintptr_t first, std::uintptr_t end) {
+  constexpr std::uintptr_t kPage = 4096;
+  for (std::uintptr_t page = first & ~(kPage - 1); page < end; page += kPage) {
+    static_cast<void>(*reinterpret_cast<const volatile std::uint8_t*>(page));
+  }
+}
+
+#else
+
+/// Huge pages would be provided whole, 2 MiB for the first byte.
+void* takePages(std::size_t bytes) {
+  void* const start = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (start == MAP_FAILED) {
+    return nullptr;
+  }
+#ifdef MADV_NOHUGEPAGE
+  ::madvise(start, bytes, MADV_NOHUGEPAGE);
+#endif
+  return start;
+}
+
+void returnPages(void* start, std::size_t bytes) { ::munmap(start, bytes); }
+
+void touchPages(std::uintptr_t first, std::uintptr_t end) {
+#ifdef MADV_POPULATE_WRITE
+  const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
+  const std::uintptr_t start = first & ~(page - 1);
+  ::madvise(reinterpret_cast<void*>(start), end - start, MADV_POPULATE_WRITE);  // NOLINT(performance-no-int-to-ptr)
+#else
+  static_cast<void>(first);
+  static_cast<void>(end);
+#endif
+}
+
+#endif
+
+}  // namespace
+
+ZeroedPages::ZeroedPages(std::size_t byteCount)
+    : start(byteCount == 0 ? nullptr : takePages(byteCount)), size(byteCount) {
+  if (start == nullptr && size != 0) {
+    throw std::bad_alloc();
+  }
+}
+
+ZeroedPages::~ZeroedPages() {
+  if (start != nullptr) {
+    returnPages(start, size);
+  }
+}
+
+ZeroedPages::ZeroedPages(ZeroedPages&& other) noexcept
+    : start(std::exchange(other.start, nullptr)), size(std::exchange(other.size, 0)) {}
+
+ZeroedPages& ZeroedPages::operator=(ZeroedPages&& other) noexcept {
+  std::swap(start, other.start);
+  std::swap(size, other.size);
+  return *this;
+}
+
+void ZeroedPages::makePresent(std::size_t firstByte, std::size_t byteCount) const {
+  if (firstByte >= size || byteCount == 0) {
+    return;
+  }
+  const auto base = reinterpret_cast<std::uintptr_t>(start);
+  touchPages(base + firstByte, base + (byteCount < size - firstByte ? firstByte + byteCount : size));
+}
+
+}  // namespace tesh::bramel::platform

@@ -1,0 +1,53 @@
+// Large memory that starts as zeros and whose pages the system provides one by one, when they are first written. What
+// an instance never uses takes no memory and no time.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+
+namespace tesh::bramel::platform {
+
+/// A stretch of zeroed pages.
+class ZeroedPages {
+ public:
+  /// Throws std::bad_alloc. No bytes give a null pointer.
+  explicit ZeroedPages(std::size_t byteCount);
+  ~ZeroedPages();
+  ZeroedPages(ZeroedPages&& other) noexcept;
+  ZeroedPages& operator=(ZeroedPages&& other) noexcept;
+
+  void* data() const { return start; }
+
+  /// Provides the pages of a stretch in one call, so that whoever writes them later does not enter the system for each.
+  /// Changes no byte; any thread, also while others use the memory. A system that cannot do this provides them later,
+  /// as usual.
+  void makePresent(std::size_t firstByte, std::size_t byteCount) const;
+
+ private:
+  void* start = nullptr;
+  std::size_t size = 0;
+};
+
+/// An array on such pages. `Element` must be a plain number.
+template <typename Element>
+class ZeroedArray {
+ public:
+  ZeroedArray() : pages(0) {}
+  /// Throws std::bad_alloc.
+  explicit ZeroedArray(std::size_t elementCount) : pages(elementCount * sizeof(Element)), count(elementCount) {}
+
+  Element* data() const { return static_cast<Element*>(pages.data()); }
+  std::size_t size() const { return count; }
+  bool empty() const { return count == 0; }
+
+  /// See ZeroedPages; for elements instead of bytes.
+  void makePresent(std::size_t first, std::size_t elementCount) const {
+    pages.makePresent(first * sizeof(Element), elementCount * sizeof(Element));
+  }
+
+ private:
+  ZeroedPages pages;
+  std::size_t count = 0;
+};
+
+}  // namespace tesh::bramel::platform
