@@ -26,6 +26,57 @@ bool isZero(const float* samples, std::size_t frames) {
   return true;
 }
 
+/// Adds a step to `fraction` so many times, and returns the whole units that it carries.
+std::uint32_t addSteps(float& fraction, float step, std::uint32_t times) {
+  std::uint32_t carried = 0;
+  const auto add = [&] {
+    fraction += step;
+    if (fraction >= 1.0F) {
+      fraction -= 1.0F;
+      ++carried;
+    }
+  };
+  // At common rates, 48 kHz among them, the fraction soon returns to where it was. All that remains is then the part of
+  // the last cycle.
+  constexpr std::uint32_t kShortCycle = 8;
+  const float start = fraction;
+  std::uint32_t left = times;
+  for (std::uint32_t cycle = 1; cycle <= kShortCycle && left > 0; ++cycle) {
+    add();
+    --left;
+    if (fraction == start) {
+      carried += carried * (left / cycle);
+      left %= cycle;
+      break;
+    }
+  }
+  for (; left > 0; --left) {
+    add();
+  }
+  return carried;
+}
+
+/// Moves on until input frame `end` is reached, as that many calls of `advance`, whose number it returns.
+std::size_t advanceTo(ResamplePosition& position, std::size_t end, const ResampleStep& step) {
+  ResamplePosition at = position;
+  std::size_t steps = 0;
+  if (at.input < end) {
+    // No step is longer than this, so that as many as fit the way are taken without a look at each.
+    const std::uint64_t longest = std::uint64_t{step.inputs} * step.unitsPerInput + step.units + 1;
+    const std::uint64_t way = std::uint64_t{end - at.input} * step.unitsPerInput - at.within;
+    steps = way / longest;
+    const std::uint64_t carried = addSteps(at.fraction, step.fraction, static_cast<std::uint32_t>(steps));
+    const std::uint64_t units = at.within + steps * (longest - 1) + carried;
+    at.input += units / step.unitsPerInput;
+    at.within = static_cast<std::uint32_t>(units % step.unitsPerInput);
+  }
+  for (; at.input < end; ++steps) {
+    at.advance(step);
+  }
+  position = at;
+  return steps;
+}
+
 }  // namespace
 
 CFsCwInterpolation::CFsCwInterpolation(std::size_t channelCount, const ResampleKernel& resampleKernel)
@@ -98,10 +149,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
 
 /// Moves the position past `frames` silent frames and writes the zeros that the filter would give.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
-  std::size_t count = 0;
-  for (; position.input < frames; ++count) {
-    position.advance(stride);
-  }
+  const std::size_t count = advanceTo(position, frames, stride);
   position.input -= frames;
   for (std::size_t c = 0; c < channels; ++c) {
     std::fill_n(outputs[c] + made, count, 0.0F);
