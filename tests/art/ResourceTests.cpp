@@ -44,10 +44,8 @@ std::vector<Row> inventory() {
       rows.push_back({page + state, 72, 25});
     }
   }
-  for (int frame = 0; frame < 128; ++frame) {
-    rows.push_back({"Sivray_Knob_Index_32_sweep_" + std::to_string(frame), 55, 55});
-    rows.push_back({"Sivray_Knob_BiDirectional_" + std::to_string(frame), 55, 55});
-  }
+  rows.push_back({"Sivray_Knob_Index_32_sweep_strip", 128 * 55, 55});
+  rows.push_back({"Sivray_Knob_BiDirectional_strip", 128 * 55, 55});
   for (const std::string icon : {"factory_white", "factory_orange", "folder_white", "folder_orange"}) {
     rows.push_back({icon, 30, 30});
   }
@@ -152,16 +150,35 @@ TEST(EmbeddedResources, DrawEachLetterOfLatin1InSquaresOfTheDisplayFace) {
   }
 }
 
+TEST(Pictures, KeepEachFramesPixelsInAStrip) {
+  for (const Strip& strip : allStrips()) {
+    const juce::Image all = decode(findEmbeddedResource("PNG", strip.name));
+    for (const int number : {0, 64, 100, 127}) {
+      Canvas canvas(strip.side, strip.side, 1);
+      strip.draw(canvas, number);
+      const juce::Image alone = decode(pngBytes(canvas.image()));
+      const juce::Point<int> origin(strip.side * number, 0);
+      for (int at = 0; at < strip.side * strip.side; ++at) {
+        const juce::Point<int> pixel(at % strip.side, at / strip.side);
+        const juce::Point<int> inStrip = origin + pixel;
+        ASSERT_EQ(all.getPixelAt(inStrip.x, inStrip.y), alone.getPixelAt(pixel.x, pixel.y)) << strip.name << number;
+      }
+    }
+  }
+}
+
 TEST(Pictures, ComeOutWithTheBytesThatTheBuildEmbedded) {
   const juce::File fonts(SIVRAY_FONTS_FOLDER);
   const Lettering lettering(fonts, juce::File(SIVRAY_DISPLAY_FACE));
+  const auto expectEmbedded = [](const std::string& name, const std::vector<std::uint8_t>& bytes) {
+    const auto embedded = findEmbeddedResource("PNG", name);
+    EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), embedded.begin(), embedded.end())) << name;
+  };
   for (const Picture& picture : allPictures()) {
-    if (picture.width == 55 && picture.name.back() != '7') {
-      continue;  // of the knobs, one frame in ten
-    }
-    const std::vector<std::uint8_t> bytes = pngBytes(render(picture, lettering, 2));
-    const auto embedded = findEmbeddedResource("PNG", picture.name + "_2X");
-    EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), embedded.begin(), embedded.end())) << picture.name;
+    expectEmbedded(picture.name + "_2X", pngBytes(render(picture, lettering, 2)));
+  }
+  for (const Strip& strip : allStrips()) {
+    expectEmbedded(strip.name + "_2X", pngBytes(render(strip, 2)));
   }
 }
 

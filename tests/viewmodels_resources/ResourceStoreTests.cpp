@@ -40,6 +40,19 @@ TEST_F(Resources, TakesTheLargerSetByItsOwnNames) {
   EXPECT_EQ(resources.asked, (std::vector<std::string>{"PNG Pad_2X", "PNG Pad"}));
 }
 
+TEST_F(Resources, CutsAFilmStripIntoFramesOnce) {
+  resources.add("PNG", "A_KNOB_STRIP_2X", NotedResources::png(21, 7));
+  const Box last = store.getImage("A knob_2", 2);
+  EXPECT_EQ(image(last).getBounds(), juce::Rectangle<int>(0, 0, 7, 7));
+  EXPECT_EQ(image(last).getPixelData(), image(store.getImage("A knob_2", 2)).getPixelData());
+  EXPECT_NE(image(last).getPixelData(), image(store.getImage("A knob_0", 2)).getPixelData());
+  EXPECT_EQ(resources.asked, (std::vector<std::string>{"PNG A_knob_2_2X", "PNG A_knob_STRIP_2X"}));
+  for (const char* const absent : {"A knob_3", "A knob_00", "A knob_", "A knob2", "_2", "2", "A knob_2_"}) {
+    EXPECT_EQ(store.getImage(absent, 2), nullptr) << absent;
+  }
+  EXPECT_EQ(store.getImage("A knob_0", 1), nullptr);
+}
+
 TEST_F(Resources, TriesAMissingImageAgain) {
   EXPECT_EQ(store.getImage("Late", 1), nullptr);
   resources.add("PNG", "LATE", {1, 2, 3});  // Not an image either.

@@ -20,11 +20,8 @@ void addGrounds(Pictures& list) {
   }
 }
 
-void addKnobs(Pictures& list, const std::string& strip, Ring ring) {
-  for (int frame = 0; frame < kKnobFrames; ++frame) {
-    list.push_back({strip + std::to_string(frame), 55, 55,
-                    [ring, frame](Canvas& canvas, const Lettering&) { drawKnob(canvas, ring, frame); }});
-  }
+Strip knobStrip(const std::string& name, Ring ring) {
+  return {name, 55, kKnobFrames, [ring](Canvas& canvas, int frame) { drawKnob(canvas, ring, frame); }};
 }
 
 /// The pair NAME_OFF and NAME_ON.
@@ -89,8 +86,6 @@ void addCatalogue(Pictures& list) {
 std::vector<Picture> allPictures() {
   Pictures list;
   addGrounds(list);
-  addKnobs(list, "SIVRAY_KNOB_INDEX_32_SWEEP_", Ring::sweep);
-  addKnobs(list, "SIVRAY_KNOB_BIDIRECTIONAL_", Ring::biDirectional);
   addSwitches(list);
   addButtons(list);
   addIcons(list);
@@ -102,6 +97,23 @@ juce::Image render(const Picture& picture, const Lettering& lettering, int scale
   Canvas canvas(picture.width, picture.height, scale);
   picture.draw(canvas, lettering);
   return canvas.image();
+}
+
+std::vector<Strip> allStrips() {
+  return {knobStrip("SIVRAY_KNOB_INDEX_32_SWEEP_STRIP", Ring::sweep),
+          knobStrip("SIVRAY_KNOB_BIDIRECTIONAL_STRIP", Ring::biDirectional)};
+}
+
+juce::Image render(const Strip& strip, int scale) {
+  const int side = strip.side * scale;
+  juce::Image picture(juce::Image::ARGB, side * strip.frames, side, true, juce::SoftwareImageType());
+  juce::Graphics graphics(picture);
+  for (int frame = 0; frame < strip.frames; ++frame) {
+    Canvas canvas(strip.side, strip.side, scale);
+    strip.draw(canvas, frame);
+    graphics.drawImageAt(canvas.image(), side * frame, 0);
+  }
+  return picture;
 }
 
 }  // namespace sivray::art

@@ -23,4 +23,18 @@ std::vector<Picture> allPictures();
 /// The picture at `scale` device pixels for each panel pixel.
 juce::Image render(const Picture& picture, const Lettering& lettering, int scale);
 
+/// The frames of a control that turns or moves, side by side in one picture: neighbours are alike in most of each row,
+/// so that the picture takes a fifteenth of the bytes of single frames.
+struct Strip {
+  std::string name;  ///< As a resource; the panel asks for its frames by this name without _STRIP, and _0, _1, ...
+  int side;          ///< Of one frame, which is square; panel pixels.
+  int frames;
+  std::function<void(Canvas&, int frame)> draw;
+};
+
+std::vector<Strip> allStrips();
+
+/// Each frame is drawn on a canvas of its own, so that its place in the strip changes no pixel.
+juce::Image render(const Strip& strip, int scale);
+
 }  // namespace sivray::art

@@ -59,6 +59,10 @@ std::vector<Resource> pictures(const Lettering& lettering) {
     resources.push_back({"PNG", picture.name, pngBytes(render(picture, lettering, 1))});
     resources.push_back({"PNG", picture.name + "_2X", pngBytes(render(picture, lettering, 2))});
   }
+  for (const Strip& strip : allStrips()) {
+    resources.push_back({"PNG", strip.name, pngBytes(render(strip, 1))});
+    resources.push_back({"PNG", strip.name + "_2X", pngBytes(render(strip, 2))});
+  }
   return resources;
 }
 

@@ -19,6 +19,16 @@ std::string resourceName(std::string name) {
   return name;
 }
 
+juce::Image decode(std::span<const std::uint8_t> png) {
+  return png.empty() ? juce::Image() : juce::ImageFileFormat::loadFrom(png.data(), png.size());
+}
+
+// "KNOB" of "KNOB_5"; empty if the name does not end in a number.
+std::string baseOfFrame(const std::string& name) {
+  const auto end = name.find_last_not_of("0123456789");
+  return end == std::string::npos || end + 1 == name.size() || name[end] != '_' ? "" : name.substr(0, end);
+}
+
 }  // namespace
 
 void ResourceStore::addFont(const std::string& name) {
@@ -40,17 +50,29 @@ Box ResourceStore::getFont(const std::string& name, double height) const {
   return makeBox(face.withHeight(static_cast<float>(height)));
 }
 
+// Each frame gets pixels of its own: those of a strip's frame lie in rows far apart, which is slower to paint.
+void ResourceStore::addFramesOf(const std::string& base, const std::string& set) {
+  const juce::Image strip = decode(lookup("PNG", base + "_STRIP" + set));
+  const int side = strip.getHeight();
+  for (int left = 0; left + side <= strip.getWidth() && side > 0; left += side) {
+    const juce::Image frame = strip.getClippedImage({left, 0, side, side}).createCopy();
+    images[base + "_" + std::to_string(left / side) + set] = makeBox(frame);
+  }
+}
+
 Box ResourceStore::getImage(const std::string& name, int scale) {
-  const std::string key = resourceName(name) + (scale > 1 ? "_2X" : "");
-  if (const auto found = images.find(key); found != images.end()) {
-    return copyOf(found->second);
+  const std::string resource = resourceName(name);
+  const std::string set = scale > 1 ? "_2X" : "";
+  const std::string key = resource + set;
+  if (!images.contains(key)) {
+    if (const juce::Image image = decode(lookup("PNG", key)); image.isValid()) {
+      images[key] = makeBox(image);
+    } else if (const std::string base = baseOfFrame(resource); !base.empty()) {
+      addFramesOf(base, set);
+    }
   }
-  const auto bytes = lookup("PNG", key);
-  const juce::Image image = bytes.empty() ? juce::Image() : juce::ImageFileFormat::loadFrom(bytes.data(), bytes.size());
-  if (image.isNull()) {
-    return nullptr;
-  }
-  return copyOf(images[key] = makeBox(image));
+  const auto found = images.find(key);
+  return found == images.end() ? nullptr : copyOf(found->second);
 }
 
 }  // namespace tesh::bramel

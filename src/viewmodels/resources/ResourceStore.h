@@ -33,10 +33,13 @@ class ResourceStore {
   /// A boxed `juce::Font`: of the face added under `name`, else of the default face.
   cofu::core::boxed::Box getFont(const std::string& name, double height) const;
 
-  /// A boxed `juce::Image` of the set for `scale` (1 or 2); null if that set has no such image.
+  /// A boxed `juce::Image` of the set for `scale` (1 or 2); null if that set has no such image. "NAME_5" may also be
+  /// the sixth frame of the resource NAME_STRIP, in which square frames lie side by side.
   cofu::core::boxed::Box getImage(const std::string& name, int scale);
 
  private:
+  void addFramesOf(const std::string& base, const std::string& set);
+
   Lookup lookup;
   std::map<std::string, cofu::core::boxed::Box> fonts;   ///< By their names as given; boxed `juce::Font`.
   std::map<std::string, cofu::core::boxed::Box> images;  ///< By the names of their resources; boxed `juce::Image`.
