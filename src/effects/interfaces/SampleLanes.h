@@ -64,6 +64,9 @@ struct OneSample {
 
   std::int32_t v;
 
+  /// The same sample in all lanes.
+  static OneSample all(std::int16_t sample) { return {sample}; }
+
   /// Reads or writes `kCount` samples from `samples` on.
   static OneSample load(const std::int16_t* samples) { return {*samples}; }
   void store(std::int16_t* samples) const { *samples = static_cast<std::int16_t>(v); }
@@ -72,6 +75,13 @@ struct OneSample {
 inline OneSample::Wide operator+(OneSample::Wide a, OneSample::Wide b) { return {cofu::core::wrapAdd(a.v, b.v)}; }
 
 inline OneSample::Wide operator-(OneSample::Wide a, OneSample::Wide b) { return {cofu::core::wrapSub(a.v, b.v)}; }
+
+/// The samples one later: `previous`, then all of `a` but the last, which becomes the new `previous`.
+inline OneSample oneLater(OneSample a, std::int16_t& previous) {
+  const OneSample later{previous};
+  a.store(&previous);
+  return later;
+}
 
 /// a + b and a - b, limited to -32767 .. 32767.
 inline OneSample sum(OneSample a, OneSample b) { return {cofu::core::saturate(a.v + b.v)}; }
@@ -169,6 +179,7 @@ struct SamplesSse2 {
 
   __m128i v;
 
+  static SamplesSse2 all(std::int16_t sample) { return {_mm_set1_epi16(sample)}; }
   static SamplesSse2 load(const std::int16_t* samples) {
     return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(samples))};
   }
@@ -181,6 +192,12 @@ inline SamplesSse2::Wide operator+(SamplesSse2::Wide a, SamplesSse2::Wide b) {
 
 inline SamplesSse2::Wide operator-(SamplesSse2::Wide a, SamplesSse2::Wide b) {
   return {_mm_sub_epi32(a.low, b.low), _mm_sub_epi32(a.high, b.high)};
+}
+
+inline SamplesSse2 oneLater(SamplesSse2 a, std::int16_t& previous) {
+  const __m128i later = _mm_insert_epi16(_mm_slli_si128(a.v, 2), previous, 0);
+  previous = static_cast<std::int16_t>(_mm_extract_epi16(a.v, 7));
+  return {later};
 }
 
 inline SamplesSse2 sum(SamplesSse2 a, SamplesSse2 b) { return {limited(_mm_adds_epi16(a.v, b.v))}; }

@@ -52,6 +52,11 @@ struct SamplesAvx2 {
 
   __m256i v;
 
+  static SamplesAvx2 all(std::int16_t sample) { return {_mm256_set1_epi16(sample)}; }
+  static SamplesAvx2 of(SamplesSse2 lower, SamplesSse2 upper) { return {_mm256_set_m128i(upper.v, lower.v)}; }
+  SamplesSse2 lower() const { return {_mm256_castsi256_si128(v)}; }
+  SamplesSse2 upper() const { return {_mm256_extracti128_si256(v, 1)}; }
+
   static SamplesAvx2 load(const std::int16_t* samples) {
     return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(samples))};
   }
@@ -64,6 +69,13 @@ inline SamplesAvx2::Wide operator+(SamplesAvx2::Wide a, SamplesAvx2::Wide b) {
 
 inline SamplesAvx2::Wide operator-(SamplesAvx2::Wide a, SamplesAvx2::Wide b) {
   return {_mm256_sub_epi32(a.low, b.low), _mm256_sub_epi32(a.high, b.high)};
+}
+
+inline SamplesAvx2 oneLater(SamplesAvx2 a, std::int16_t& previous) {
+  const __m256i lowerHalfAbove = _mm256_permute2x128_si256(a.v, a.v, 0x08);
+  const __m256i later = _mm256_insert_epi16(_mm256_alignr_epi8(a.v, lowerHalfAbove, 14), previous, 0);
+  previous = static_cast<std::int16_t>(_mm256_extract_epi16(a.v, 15));
+  return {later};
 }
 
 inline SamplesAvx2 sum(SamplesAvx2 a, SamplesAvx2 b) { return {limited(_mm256_adds_epi16(a.v, b.v))}; }

@@ -43,7 +43,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   bool fitsLanes(const Settings&) const;           // no feedback is shorter than 16 samples, all else rests too
 ///   static unsigned runSse2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
 ///   static unsigned runAvx2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
-/// Both run as many of the samples as fill whole registers, in place, and return their number. `step` runs the rest.
+/// Both run as many of the samples as fill whole registers, in place, and return their number. Shorter registers run
+/// the rest of longer ones, `step` the rest of all.
 /// A law that answers silence with silence once its memory is zero has
 ///   static constexpr unsigned kMemory;               // samples that its longest line holds; 0 without lines
 ///   bool isSilent(unsigned count) const;             // all that sounds is zero in the state, and in what the last
@@ -243,7 +244,8 @@ class TwoKnobEffect : public SivrayFx {
     unsigned done = 0;
     if constexpr (requires { law.fitsLanes(live); }) {
       if (laneForm != LaneForm::plain && law.fitsLanes(live)) {
-        done = (laneForm == LaneForm::avx2 ? Law::runAvx2 : Law::runSse2)(law, left, right, count);
+        done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
+        done += done < count ? Law::runSse2(law, left + done, right + done, count - done) : 0;
       }
     }
     if (done < count) {

@@ -34,6 +34,14 @@ inline constexpr HallDelays kTankDelays = detail::hallDelays({7103, 6623, 5951, 
 inline constexpr HallDelays kTapsA = detail::hallDelays({3594, 1674, 1434, 714});
 inline constexpr HallDelays kTapsB = detail::hallDelays({2778, 2634, 1914, 1194});
 
+/// 10 ms, and one sample.
+inline constexpr unsigned kPredelay = 442;
+
+/// Samples of a ring: powers of two that hold the longest delay and a register of sample lanes.
+inline constexpr unsigned kPredelayLength = 512;
+inline constexpr unsigned kTankLength = 8192;
+inline constexpr unsigned kDiffuserLength = 4096;
+
 /// Allpass coefficients of the diffuser, Q15.
 inline constexpr HallRow kDiffuserCoefficients{-18251, -16940, -17595, -17661};
 

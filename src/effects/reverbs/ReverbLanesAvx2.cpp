@@ -5,6 +5,7 @@
 #include "effects/interfaces/SampleLanes.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/SivrayFxReverb.h"
+#include "effects/reverbs/SivrayFxReverbSmoothHall.h"
 
 // Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
 // have to run on every processor.
@@ -17,9 +18,14 @@
 
 #include "effects/interfaces/SampleLanesAvx2.h"
 
+#include "effects/reverbs/HallStep.h"
 #include "effects/reverbs/NetworkStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
+
+unsigned SivrayFxReverbSmoothHall::runAvx2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runLanes<SamplesAvx2>(flow, left, right, count);
+}
 
 unsigned RoomReverbLaw::runAvx2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runLanes<SamplesAvx2>(law, left, right, count);

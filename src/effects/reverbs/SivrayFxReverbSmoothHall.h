@@ -6,10 +6,9 @@
 #include <cstdint>
 
 #include "effects/interfaces/BasicEffect.h"
+#include "effects/interfaces/LaneForm.h"
 #include "effects/interfaces/PendingSettings.h"
-#include "effects/interfaces/SmoothedValue.h"
-#include "effects/reverbs/HallLanes.h"
-#include "effects/reverbs/HallTables.h"
+#include "effects/reverbs/HallFlow.h"
 #include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -27,34 +26,27 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   bool hasTail() const override { return false; }
   void processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) override;
 
+  /// Changes the form; the processor must have it. At first it is the fastest one.
+  void useLanes(LaneForm form) { laneForm = form; }
+
  private:
   struct Settings {
     unsigned decayKnob = 0;
     std::int32_t level = 0;  ///< Q15.
   };
 
-  /// What one sample hands to the next.
-  struct Flow {
-    Lanes diffuserInput{};
-    Lanes diffuserOutput{};
-    Lanes damper{};
-    std::uint32_t position = 0;  ///< Runs downwards.
-  };
-
   void takeSettings();
-  std::int32_t diffusedInput(const Flow& flow, std::int32_t mono);
-  void step(Flow& flow, std::int32_t mono);
-  void runGrid(vimo::Int16Block in, vimo::Int16Block out, unsigned start, unsigned end);
+  void runGrid(std::int16_t* left, std::int16_t* right, unsigned count);
+
+  static unsigned runSse2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   Relaxed<unsigned> decayKnob{0};
   Relaxed<unsigned> levelKnob{0};
   PendingSettings<Settings> pending{Settings{}, true};
   Settings live;
-  SmoothedValue level;
-  Lanes gains{};
-  Lanes dampers{};
-  Lanes coefficients{};
-  Flow flow;
+  HallFlow flow;
+  LaneForm laneForm = bestLaneForm();
   platform::ZeroedArray<std::int16_t> memory;
   bool hasWritten = false;  ///< Since the memory was zero.
 };
