@@ -60,8 +60,8 @@ class Host {
   std::vector<float> right = std::vector<float>(kFrames);
 };
 
-void frames(benchmark::State& state, float rate, bool hasInput) {
-  Host host(rate, true, hasInput);
+void frames(benchmark::State& state, float rate, bool hasOutput, bool hasInput) {
+  Host host(rate, hasOutput, hasInput);
   for (auto _ : state) {
     host.play();
   }
@@ -88,8 +88,9 @@ int countOnly(char** arguments) {
 void registerAll() {
   for (const float rate : {44100.0F, 48000.0F, 96000.0F, 192000.0F}) {
     const std::string name = std::to_string(static_cast<int>(rate));
-    benchmark::RegisterBenchmark(("output/" + name).c_str(), frames, rate, false);
-    benchmark::RegisterBenchmark(("input/" + name).c_str(), frames, rate, true);
+    benchmark::RegisterBenchmark(("output/" + name).c_str(), frames, rate, true, false);
+    benchmark::RegisterBenchmark(("input/" + name).c_str(), frames, rate, true, true);
+    benchmark::RegisterBenchmark(("silence/" + name).c_str(), frames, rate, false, false);
   }
   benchmark::RegisterBenchmark("redesign", redesign);
 }

@@ -3,6 +3,7 @@
 #include "host/resample/CFsCwInterpolation.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace tesh::bramel::vst {
 
@@ -11,13 +12,14 @@ namespace {
 /// Whether all samples are zero. Looks at 64 samples at a time, since sound mostly shows in the first of them.
 bool isZero(const float* samples, std::size_t frames) {
   constexpr std::size_t kLook = 64;
+  constexpr std::uint32_t kSign = 1U << 31;
   while (frames > 0) {
     const std::size_t count = std::min(frames, kLook);
-    int sounding = 0;
+    std::uint32_t bits = 0;
     for (std::size_t i = 0; i < count; ++i) {
-      sounding |= samples[i] != 0.0F ? 1 : 0;
+      bits |= std::bit_cast<std::uint32_t>(samples[i]);
     }
-    if (sounding != 0) {
+    if ((bits & ~kSign) != 0) {
       return false;
     }
     samples += count;
