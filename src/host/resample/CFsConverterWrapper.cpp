@@ -67,8 +67,10 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
       upOut(kHostFrames),
       zeroIn(kEngineFrames),
       ring(kRingFrames),
+      silentInRing(kRingFrames),
       hostBlockSize(kSmallestBlock) {
   downConverter.setAttenuation(kAttenuationDb);
+  downConverter.setKnownSilence(zeroIn.data());
   upConverter.setAttenuation(kAttenuationDb);
   reset();
   listener->onBlockSize(kSmallestBlock);
@@ -76,7 +78,7 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
 }
 
 void CFsConverterWrapper::reset() {
-  if (std::exchange(isRingWritten, false)) {
+  if (std::exchange(silentInRing, kRingFrames) < kRingFrames) {
     ring.clear();
   }
   ringWrite = 0;
@@ -151,15 +153,18 @@ void CFsConverterWrapper::renderPart(Channels inputs, Channels outputs, std::int
   readRings(outputs, static_cast<std::size_t>(frames));
 }
 
+/// Writes what the up-converter has made. Zeros over a ring of zeros change nothing.
 void CFsConverterWrapper::writeRings(std::size_t frames) {
-  const Channels made = upOut.channels();
-  const Channels kept = ring.channels();
-  const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringWrite);
-  for (std::size_t c = 0; c < kChannels; ++c) {
-    std::copy_n(made[c], toEnd, kept[c] + ringWrite);
-    std::copy_n(made[c] + toEnd, frames - toEnd, kept[c]);
+  silentInRing = upConverter.isResting() ? std::min(silentInRing + frames, kRingFrames) : 0;
+  if (silentInRing < kRingFrames) {
+    const Channels made = upOut.channels();
+    const Channels kept = ring.channels();
+    const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringWrite);
+    for (std::size_t c = 0; c < kChannels; ++c) {
+      std::copy_n(made[c], toEnd, kept[c] + ringWrite);
+      std::copy_n(made[c] + toEnd, frames - toEnd, kept[c]);
+    }
   }
-  isRingWritten = true;
   ringWrite = (ringWrite + static_cast<std::uint32_t>(frames)) & kRingMask;
 }
 
@@ -167,8 +172,12 @@ void CFsConverterWrapper::readRings(Channels outputs, std::size_t frames) {
   const Channels kept = ring.channels();
   const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringRead);
   for (std::size_t c = 0; c < kChannels; ++c) {
-    std::copy_n(kept[c] + ringRead, toEnd, outputs[c]);
-    std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
+    if (silentInRing == kRingFrames) {
+      std::fill_n(outputs[c], frames, 0.0F);
+    } else {
+      std::copy_n(kept[c] + ringRead, toEnd, outputs[c]);
+      std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
+    }
   }
   ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & kRingMask;
 }

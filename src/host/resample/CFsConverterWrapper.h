@@ -101,7 +101,7 @@ class CFsConverterWrapper {
   StereoBuffer upOut;
   platform::ZeroedArray<float> zeroIn;  ///< What absent input channels read.
   StereoBuffer ring;
-  bool isRingWritten = false;
+  std::size_t silentInRing;  ///< Zeros written to the ring since the last sound, up to its length.
   std::uint32_t ringWrite = 0;
   std::uint32_t ringRead = 0;
   HostEventRing eventRing;

@@ -20,6 +20,12 @@ class CFsCwInterpolation : public CFscBase {
   /// call before. Returns 0 if there are no channels or no design. Audio thread.
   std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames) override;
 
+  /// Whether the last call of `process` gave nothing but the zeros of silent input and history.
+  bool isResting() const { return resting; }
+
+  /// An input channel of `process` that begins here is known to be silent, and not looked at.
+  void setKnownSilence(const float* zeros) { knownSilence = zeros; }
+
   /// Designs a filter of `length` coefficients in `newPhases` phases, with the cut-off in Hz, for a signal at
   /// `fromRate` Hz, and starts from silence. Without effect on later calls of `process`, which then return 0, if the
   /// step between output frames is below 1 or needs more than 32 bits, in Q14 phases. Allocates.
@@ -34,6 +40,8 @@ class CFsCwInterpolation : public CFscBase {
   ResampleKernelRun run;
   ResampleStep stride;
   ResamplePosition position;
+  const float* knownSilence = nullptr;
+  bool resting = false;
 };
 
 }  // namespace tesh::bramel::vst
