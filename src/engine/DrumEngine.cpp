@@ -127,6 +127,16 @@ void DrumEngine::setParameter(std::uint32_t id, float value) {
   }
 }
 
+bool DrumEngine::readsFile(std::uint32_t id) const {
+  return parameterGroup(id) < padGroups.size() && parameterIndex(id) == static_cast<std::uint32_t>(PadParameter::wave);
+}
+
+void DrumEngine::prepare(std::uint32_t id, float value) {
+  if (readsFile(id)) {
+    padGroups[parameterGroup(id)]->prepareWave(integerAt(*placeOf(id).row, value));
+  }
+}
+
 float DrumEngine::getParameter(std::uint32_t id) const {
   const Place place = placeOf(id);
   if (place.group == nullptr) {

@@ -63,6 +63,10 @@ class DrumEngine {
   /// parameters stop at the ends of their ranges.
   void setParameter(std::uint32_t id, float value) SIVRAY_NONBLOCKING;
 
+  /// See Generator::readsFile and Generator::prepare.
+  bool readsFile(std::uint32_t id) const;
+  void prepare(std::uint32_t id, float value);
+
   /// Returns the value as 0 to 1 of its range; -1 for an unknown id, 0 for a parameter with one value only.
   float getParameter(std::uint32_t id) const SIVRAY_NONBLOCKING;
 

@@ -56,6 +56,19 @@ class Generator {
   /// automation.
   virtual void setParameter(std::uint32_t id, Sample value) = 0;
 
+  /// Whether a new value of the parameter may read a file.
+  virtual bool readsFile(std::uint32_t id) const {
+    static_cast<void>(id);
+    return false;
+  }
+
+  /// Reads from the disk what the parameter will need at `value`, so that the audio thread finds it in the system's
+  /// cache. Any thread but the audio thread, also during a block; waits for the disk.
+  virtual void prepare(std::uint32_t id, Sample value) {
+    static_cast<void>(id);
+    static_cast<void>(value);
+  }
+
   /// Returns the present value, 0 to 1; -1 for an unknown id.
   virtual Sample getParameter(std::uint32_t id) const = 0;
 

@@ -80,15 +80,25 @@ Q57214DrumParameterInfo::Q57214DrumParameterInfo(DrumCore& drumCore, int padNumb
   nameWave(waveRow.defaultValue);
 }
 
-void Q57214DrumParameterInfo::nameWave(std::int32_t wave) {
-  padValues.set(kWave, std::min(std::max(wave, waveRow.minimum), waveRow.maximum));
-}
+void Q57214DrumParameterInfo::nameWave(std::int32_t wave) { padValues.set(kWave, clampedWave(wave)); }
 
 void Q57214DrumParameterInfo::loadWave() {
   std::int32_t wave = padValues[PadParameter::wave];
   if (!waveLoaded) {
     setValue(kWave, &wave);
   }
+}
+
+void Q57214DrumParameterInfo::prepareWave(std::int32_t wave) const {
+  const std::int32_t clamped = clampedWave(wave);
+  if (padValues[PadParameter::wave] != clamped) {
+    core.prepareWave(static_cast<std::size_t>(pad), clamped);
+  }
+}
+
+/// Without waves the maximum is -1, and so is the result.
+std::int32_t Q57214DrumParameterInfo::clampedWave(std::int32_t wave) const {
+  return std::min(std::max(wave, waveRow.minimum), waveRow.maximum);
 }
 
 int Q57214DrumParameterInfo::setValue(int index, std::int32_t* value) {

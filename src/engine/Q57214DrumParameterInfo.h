@@ -34,10 +34,14 @@ class Q57214DrumParameterInfo : public IParameter {
   /// Reads the pad's wave, unless it has been read already. Never on the audio thread.
   void loadWave();
 
+  /// Reads a wave into the system's cache, if it is another one than the pad's. Any thread but the audio thread.
+  void prepareWave(std::int32_t wave) const;
+
   /// The values that the voices read.
   const PadValues& values() const { return padValues; }
 
  private:
+  std::int32_t clampedWave(std::int32_t wave) const;
   std::string waveText(std::int32_t wave) const;
 
   DrumCore& core;

@@ -36,6 +36,8 @@ class SivrayPlugin final : public vimo::Generator<float> {
   int kind() const override { return 0; }
   int parameterCount() const override { return static_cast<int>(kParameterIds); }
   void setParameter(std::uint32_t id, float value) override;
+  bool readsFile(std::uint32_t id) const override { return synth.engine().readsFile(id); }
+  void prepare(std::uint32_t id, float value) override { synth.engine().prepare(id, value); }
   float getParameter(std::uint32_t id) const override { return synth.engine().getParameter(id); }
   bool getParameterInfo(std::uint32_t id, vimo::GeneratorParameterInfo& info) const override;
   std::string getParameterDisplay(std::uint32_t id) const override { return synth.engine().parameterDisplay(id); }

@@ -32,6 +32,9 @@ struct ChunkHeader {
   std::uint32_t commentBytes = 0;
   std::uint32_t time = 0;
   ProgramSelection selection;
+
+  std::uint64_t databaseStart() const { return std::uint64_t{bytes} + macroBytes; }
+  std::uint64_t valuesStart() const { return databaseStart() + databaseBytes; }
 };
 
 std::optional<ChunkHeader> readHeader(std::span<const std::uint8_t> chunk) {
@@ -56,6 +59,19 @@ std::optional<ChunkHeader> readHeader(std::span<const std::uint8_t> chunk) {
   return header;
 }
 
+/// Calls `take(index, value, object)` for every whole entry of the values, object 0 where the version has none.
+template <typename Take>
+void forEachValue(const ChunkHeader& header, std::span<const std::uint8_t> values, Take take) {
+  const bool withObjects = header.version == kVersionWithObjects;
+  const std::size_t held =
+      std::min(std::size_t{header.macroCount}, values.size() / (withObjects ? kObjectValueBytes : kPlainValueBytes));
+  ByteReader reader(values);
+  for (std::size_t index = 0; index < held; ++index) {
+    const float value = reader.real();
+    take(index, value, withObjects ? reader.longWord() : 0);
+  }
+}
+
 /// The text of `size` bytes, or nothing when it does not lie inside `bytes` as a whole.
 std::optional<std::string_view> textIn(std::span<const std::uint8_t> bytes, std::uint64_t offset, std::uint32_t size) {
   const auto found = bytesAt(bytes, offset, size);
@@ -77,14 +93,21 @@ void Controller::readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts
   if (!header) {
     return;
   }
-  const std::uint64_t databaseStart = std::uint64_t{header->bytes} + header->macroBytes;
   if (parts == ChunkParts::all) {
     readMacroSection(bytesAt(chunk, header->bytes, header->macroBytes));
-    shelf.loadDatabase(Bank::factory, bytesAt(chunk, databaseStart, header->databaseBytes), header->macroCount,
-                       ProgramDatabase::Mode::replace);
+    shelf.loadDatabase(Bank::factory, bytesAt(chunk, header->databaseStart(), header->databaseBytes),
+                       header->macroCount, ProgramDatabase::Mode::replace);
   }
-  const auto values = bytesAt(chunk, databaseStart + header->databaseBytes);
-  readValues(values, header->macroCount, header->version == kVersionWithObjects);
+  const auto values = bytesAt(chunk, header->valuesStart());
+  forEachValue(*header, values, [this](std::uint64_t index, float value, std::uint64_t object) {
+    if (MacroParameterControl* const macro = macroAt(index)) {
+      macro->objectValue = object;
+      macro->storedValue = value;
+      macro->liveValue = value;
+      macro->echoValue = value;
+      macro->sendToTarget(value);
+    }
+  });
   if (header->version == kVersionValues) {
     return;
   }
@@ -99,6 +122,13 @@ void Controller::readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts
   shelf.setSelection(header->selection.program, header->selection.bank);
 }
 
+void Controller::addReadsOfChunk(std::span<const std::uint8_t> chunk, ComingValues& coming) const {
+  if (const auto header = readHeader(chunk)) {
+    forEachValue(*header, bytesAt(chunk, header->valuesStart()),
+                 [&](std::uint64_t index, float value, std::uint64_t) { addReadsOfMacro(index, value, coming); });
+  }
+}
+
 void Controller::readMacroSection(std::span<const std::uint8_t> section) {
   ByteReader reader(section);
   const std::uint32_t count = reader.word();
@@ -108,21 +138,6 @@ void Controller::readMacroSection(std::span<const std::uint8_t> section) {
     if (!reader.hasFailed()) {
       addMacro().readRecord(record);
     }
-  }
-}
-
-void Controller::readValues(std::span<const std::uint8_t> values, std::uint32_t count, bool withObjects) {
-  const std::size_t entryBytes = withObjects ? kObjectValueBytes : kPlainValueBytes;
-  const std::size_t held = std::min({std::size_t{count}, macros.size(), values.size() / entryBytes});
-  ByteReader reader(values);
-  for (std::size_t i = 0; i < held; ++i) {
-    MacroParameterControl& macro = *macros[i];
-    const float value = reader.real();
-    macro.objectValue = withObjects ? reader.longWord() : 0;
-    macro.storedValue = value;
-    macro.liveValue = value;
-    macro.echoValue = value;
-    macro.sendToTarget(value);
   }
 }
 

@@ -102,6 +102,29 @@ void Controller::selectProgram(std::uint64_t program, Bank bank, std::uint32_t f
   }
 }
 
+void Controller::addReadsOfMacro(std::uint64_t index, float value, ComingValues& coming) const {
+  const MacroParameterControl* const macro = macroAt(index);
+  if (macro == nullptr) {
+    return;
+  }
+  for (const auto& set : macro->sets()) {
+    if (generator.readsFile(set->targetId())) {
+      coming.push_back({set->targetId(), set->map(value)});
+    }
+  }
+}
+
+void Controller::addReadsOfProgram(std::uint64_t program, Bank bank, ComingValues& coming) const {
+  const std::uint64_t count = shelf.programCount(bank);
+  if (count == 0) {
+    return;
+  }
+  const auto& entries = shelf.database(bank)->record(std::min(program, count - 1))->entries;
+  for (std::size_t index = 0; index < macros.size(); ++index) {
+    addReadsOfMacro(index, index < entries.size() ? entries[index].value : macros[index]->defaultValue, coming);
+  }
+}
+
 std::uint64_t Controller::stepCount(std::uint64_t index) const {
   const MacroParameterControl* macro = macroAt(index);
   if (!macro || macro->sets().empty()) {

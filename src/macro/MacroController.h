@@ -21,6 +21,13 @@ class MacroListOwner {
   virtual void macroListChanged() = 0;
 };
 
+/// An engine parameter and the value that it is about to take.
+struct ComingValue {
+  std::uint32_t id = 0;
+  float value = 0.0F;
+};
+using ComingValues = std::vector<ComingValue>;
+
 template <typename Engine>
 class MacroController;
 
@@ -52,6 +59,13 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   /// else the number of integers that its engine parameter passes between the set's ends.
   std::uint64_t stepCount(std::uint64_t index) const;
 
+  // Of changes that are about to come, the values of those engine parameters that read a file, for Generator::prepare.
+  // They are appended to `coming`.
+
+  void addReadsOfMacro(std::uint64_t index, float value, ComingValues& coming) const;
+  void addReadsOfProgram(std::uint64_t program, Bank bank, ComingValues& coming) const;
+  void addReadsOfChunk(std::span<const std::uint8_t> chunk, ComingValues& coming) const;
+
   // Chunks, while no audio runs.
 
   /// The parts of a macro chunk to read: all, or only the current values, texts and selection.
@@ -74,7 +88,6 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   void sendMapped(const MacroParameterControl& macro, float value, std::uint32_t frame, ProcessBlock& block) const;
   void readMacroSection(std::span<const std::uint8_t> section);
   std::vector<std::uint8_t> macroSection() const;
-  void readValues(std::span<const std::uint8_t> values, std::uint32_t count, bool withObjects);
 
   Generator<float>& generator;
   MacroListOwner& owner;

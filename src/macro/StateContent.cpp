@@ -40,6 +40,12 @@ void Controllable::setStateContent(std::span<const std::uint8_t> bytes) {
   }
 }
 
+void Controllable::addReadsOfState(std::span<const std::uint8_t> bytes, ComingValues& coming) const {
+  if (const auto content = vst::readStateContent(bytes)) {
+    ownController.addReadsOfChunk(content->macros, coming);
+  }
+}
+
 void Controllable::readMisc(std::span<const std::uint8_t> misc) {
   if (const auto flags = vst::readRunFlags(misc)) {
     running = flags->running;

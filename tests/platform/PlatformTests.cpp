@@ -1,5 +1,6 @@
 // The platform layer's guarantees on every system, and its folders on this one.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -55,13 +56,34 @@ TEST_F(Platform, LooksForTheCommonFilesInOrder) {
   EXPECT_TRUE(fs::exists(moduleFolder()));
 }
 
-/// The number of the array's pages that the system has provided.
+/// The number of pages that are in memory.
+std::ptrdiff_t presentPages(void* start, std::size_t bytes) {
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  std::vector<unsigned char> present((bytes + page - 1) / page);
+  EXPECT_EQ(::mincore(start, bytes, present.data()), 0);
+  return std::count_if(present.begin(), present.end(), [](unsigned char bits) { return (bits & 1U) != 0; });
+}
+
 template <typename Element>
 std::ptrdiff_t presentPages(const ZeroedArray<Element>& array) {
-  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-  std::vector<unsigned char> present((array.size() * sizeof(Element) + page - 1) / page);
-  EXPECT_EQ(::mincore(array.data(), array.size() * sizeof(Element), present.data()), 0);
-  return std::count_if(present.begin(), present.end(), [](unsigned char bits) { return (bits & 1U) != 0; });
+  return presentPages(array.data(), array.size() * sizeof(Element));
+}
+
+TEST_F(Platform, WarmsALargeFileToItsEnd) {
+  constexpr std::size_t kBytes = std::size_t{32} << 20U;
+  const std::string path = home + "/large";
+  std::ofstream(path).put('x');
+  fs::resize_file(path, kBytes);  // The rest is a hole, which takes no time to read.
+  warmPages(path);
+  const int file = ::open(path.c_str(), O_RDONLY);
+  void* const mapped = ::mmap(nullptr, kBytes, PROT_READ, MAP_SHARED, file, 0);
+  const std::ptrdiff_t present = presentPages(mapped, kBytes);
+  ::munmap(mapped, kBytes);
+  ::close(file);
+  if (present <= 1) {
+    GTEST_SKIP() << "this file system reads nothing ahead";
+  }
+  EXPECT_EQ(present, static_cast<std::ptrdiff_t>(kBytes) / ::sysconf(_SC_PAGESIZE));
 }
 
 TEST(ZeroedPages, AreProvidedWhereTheyAreWrittenOrAskedFor) {

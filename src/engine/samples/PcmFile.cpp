@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <mutex>
 #include <string>
+#include <utility>
 
 #include "platform/Files.h"
 #include "storage/paths/Paths.h"
@@ -30,11 +32,22 @@ std::string dataPath(std::string_view folder) {
   return joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin");
 }
 
+/// Once a process for each file in turn: a further instance finds the file in the system's cache, or what has left it
+/// since is read when somebody asks for a wave.
+void warmOnce(const std::string& file) {
+  static std::mutex mutex;
+  static std::string warmed;
+  const std::lock_guard lock(mutex);
+  if (std::exchange(warmed, file) != file) {
+    platform::warmPages(file);
+  }
+}
+
 }  // namespace
 
 PcmFile::PcmFile(std::string_view folder) : path(dataPath(folder)), waveDatabase(folder) {
   waveDatabase.load();
-  platform::warmPages(dataPath(folder));
+  warmOnce(dataPath(folder));
 }
 
 std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
@@ -51,6 +64,16 @@ std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32
   }
   std::fill(destination + count * 2, destination + slotFrames * 2, std::int16_t{0});
   return count;
+}
+
+void PcmFile::warm(std::span<const std::uint32_t, 2> offsets, std::size_t frames) const {
+  std::optional<platform::InputFile> file = platform::InputFile::open(path);
+  std::array<std::uint16_t, kReadSamples> dropped;
+  for (const std::uint32_t offset : offsets.first(offsets[0] == offsets[1] ? 1 : 2)) {
+    for (std::size_t done = 0; file && done < frames && seekSample(*file, offset, done); done += kReadSamples) {
+      file->read(dropped.data(), std::min(kReadSamples, frames - done) * sizeof(std::uint16_t));
+    }
+  }
 }
 
 void PcmFile::readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample,

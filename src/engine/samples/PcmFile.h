@@ -16,8 +16,8 @@ namespace tesh::bramel::plugin::sivray {
 /// Reading belongs to the thread that changes a wave; only one read may run at a time.
 class PcmFile {
  public:
-  /// `folder` is the folder of the sample files inside the resource directory. Reads the index, and asks the system to
-  /// load the samples into its cache.
+  /// `folder` is the folder of the sample files inside the resource directory. Reads the index. The first one of a
+  /// process also asks the system to load the samples into its cache.
   explicit PcmFile(std::string_view folder);
 
   WaveDatabase& database() { return waveDatabase; }
@@ -27,6 +27,10 @@ class PcmFile {
   /// 0 with nothing written if the file cannot be opened. Allocates nothing.
   std::size_t read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
                    std::size_t slotFrames);
+
+  /// Reads the stretches that `read` would read, for the system to keep them in its cache. Any thread but the audio
+  /// thread, also during `read`.
+  void warm(std::span<const std::uint32_t, 2> offsets, std::size_t frames) const;
 
  private:
   static constexpr std::size_t kReadSamples = 8192;

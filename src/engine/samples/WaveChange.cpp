@@ -3,7 +3,6 @@
 #include "engine/samples/WaveChange.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core/RealTime.h"
 
@@ -24,21 +23,31 @@ void PrepareWaveChange::run(std::size_t pad, std::int32_t) {
   slot.frames = 0;
 }
 
-void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
+PCMLoadTask::Stretch PCMLoadTask::stretchOf(std::int32_t wave) const {
   const WaveInfo info = file.database().lookup(wave);
   const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // 32 bits: a stretch that ends early wraps
-  const std::uint64_t frames = std::min<std::uint64_t>(pool.slotFrames() - 2, length);
-  const std::array<std::uint32_t, 2> offsets{info.leftStart, info.rightStart};
+  return {{info.leftStart, info.rightStart}, std::min<std::uint64_t>(pool.slotFrames() - 2, length)};
+}
+
+void PCMLoadTask::prepare(std::size_t pad, std::int32_t wave) const {
+  const auto [offsets, frames] = stretchOf(wave);
+  pool.makePresent(pad, frames);
+  file.warm(offsets, frames);
+}
+
+void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
+  const Stretch stretch = stretchOf(wave);
+  const std::size_t frames = stretch.frames;
   PcmSlot& slot = pool.slot(pad);
   // Only frames that an earlier wave has written need clearing.
-  const std::uint64_t cleared = std::max(frames, slot.writtenFrames);
+  const std::size_t cleared = std::max<std::size_t>(frames, slot.writtenFrames);
   // Only here may the audio thread wait for the disk. Pages that are missing come at once, not one by one as they are
   // written.
   const std::size_t read = cofu::core::mayWait([&] {
     if (frames > slot.writtenFrames) {
       pool.makePresent(pad, frames);
     }
-    return file.read(pool.memoryOf(pad), offsets, frames, cleared);
+    return file.read(pool.memoryOf(pad), stretch.offsets, frames, cleared);
   });
   if (read != 0) {
     slot.writtenFrames = read;

@@ -3,6 +3,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
 #include "core/RealTime.h"
 #include "engine/samples/PcmFile.h"
 #include "engine/samples/PcmPool.h"
@@ -44,10 +48,22 @@ class PCMLoadTask final : public WaveChangeStep {
  public:
   PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile) : WaveChangeStep(sampleMemory), file(sampleFile) {}
 
+  /// Brings what the step will need into memory: the samples into the system's cache, and the pages of the slot. Any
+  /// thread but the audio thread, also during the step. `pad` must exist.
+  void prepare(std::size_t pad, std::int32_t wave) const;
+
  protected:
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 
  private:
+  /// Where a wave lies in the file.
+  struct Stretch {
+    std::array<std::uint32_t, 2> offsets{};  ///< Of both channels, in samples.
+    std::size_t frames = 0;                  ///< As many as a slot holds.
+  };
+
+  Stretch stretchOf(std::int32_t wave) const SIVRAY_NONBLOCKING;
+
   PcmFile& file;
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 #include "engine/samples/PcmFile.h"
@@ -28,6 +29,8 @@ class DrumCore {
 
   /// The group whose parameter n is the wave of pad n. Setting it reads the wave into the pad's slot.
   IParameter& waveChange() { return throughBack; }
+  /// Reads a wave into the system's cache, and provides the pad's memory for it. Any thread but the audio thread.
+  void prepareWave(std::size_t pad, std::int32_t wave) { loadTask.prepare(pad, wave); }
   WaveDatabase& database() { return pcmFile.database(); }
   PcmPool& pool() { return pcmPool; }
   RampBank& rampBank() { return ramps; }

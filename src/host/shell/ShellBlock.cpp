@@ -124,6 +124,7 @@ void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
   }
   const platform::DenormalGuard guard;
   const cofu::core::RealTimeLock lock(core.mainMutex);
+  core.audioThreads.note();
   ChannelPair absent{};
   float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
   if (frames != 0 && !hasNull(given)) {
@@ -274,7 +275,7 @@ void ShellBlock::sendMidi(const std::uint8_t* data, std::size_t size, std::int32
   const cofu::core::RealTimeLock lock(core.mainMutex);
   const MidiVerdict verdict = judge(data, size);
   if (verdict.parameterId) {
-    parameters.set(*verdict.parameterId, verdict.value);
+    parameters.setUnprepared(*verdict.parameterId, verdict.value);
   } else if (verdict.toEngine) {
     queueForEngine(verdict.message, deltaFrames);
   }

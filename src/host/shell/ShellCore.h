@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/RealTime.h"
+#include "host/shell/AudioThreads.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::vst {
@@ -26,6 +27,24 @@ struct ShellCore {
     tell(hostCallback, action);
   }
 
+  /// Reads from the disk what a change that is about to come needs, so that the block which takes it finds everything
+  /// in memory. `collect(processor, coming)` tells what that is, with the main lock held; the reading is done without
+  /// it. Does nothing on the audio thread, which must not wait.
+  template <typename Collect>
+  void readAhead(Collect collect) const {
+    if (!processor || audioThreads.include()) {
+      return;
+    }
+    vimo::ComingValues coming;
+    {
+      const std::lock_guard lock(mainMutex);
+      collect(*processor, coming);
+    }
+    for (const vimo::ComingValue& next : coming) {
+      processor->generator().prepare(next.id, next.value);
+    }
+  }
+
   const BramelInstrument& owner;
 
   /// Guards everything below, and the parts of the shell. A block holds it from begin to end.
@@ -33,6 +52,7 @@ struct ShellCore {
   const std::unique_ptr<BramelInstrument::Processor> processor;  ///< May be null.
   std::weak_ptr<BramelInstrumentHostCallback> hostCallback;
   std::weak_ptr<BramelInstrumentUICallback> uiCallback;
+  AudioThreads audioThreads;
 
  private:
   template <typename Callback, typename Action>

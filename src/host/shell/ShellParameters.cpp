@@ -43,6 +43,17 @@ void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& 
 }
 
 void ShellParameters::set(std::uint64_t id, float value) {
+  cofu::core::mayWait([&] {  // For the disk, but not on the audio thread.
+    core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
+      if (isNormalised(value)) {
+        processor.controller().addReadsOfMacro(id, core.owner.mapValueFromHost(id, value), coming);
+      }
+    });
+  });
+  setUnprepared(id, value);
+}
+
+void ShellParameters::setUnprepared(std::uint64_t id, float value) {
   const cofu::core::RealTimeLock lock(core.mainMutex);
   post(id, core.owner.mapValueFromHost(id, value), hostSource);
 }

@@ -24,8 +24,9 @@ class ShellParameters {
   /// BramelInstrument::kNoParameter out of range.
   std::uint64_t idOf(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING;
 
-  /// The host's route.
+  /// The host's route. On another thread than that of the blocks, `set` first reads from the disk what the value needs.
   void set(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+  void setUnprepared(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   void setAll(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
   /// The editor's route: through the host if the host sees the parameter.
   void setFromEditor(std::uint64_t id, float value);

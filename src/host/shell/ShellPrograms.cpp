@@ -93,6 +93,9 @@ std::string ShellPrograms::programName(Bank bank, std::uint64_t index) const {
 }
 
 void ShellPrograms::setProgram(Bank bank, std::uint64_t index) {
+  core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
+    processor.controller().addReadsOfProgram(index, bank, coming);
+  });
   std::unique_lock lock(core.mainMutex);
   if (!core.processor) {
     return;
@@ -240,6 +243,9 @@ void ShellPrograms::setState(const void* data, std::size_t size) {
   if (!record || record->name != kEditBufferName || record->version != kEditBufferVersion) {
     return;
   }
+  core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
+    processor.addReadsOfState(record->content, coming);
+  });
   const std::lock_guard lock(core.mainMutex);
   if (!core.processor) {
     return;
