@@ -9,19 +9,33 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Samples from `position` on in a ring of `kLength`, a power of two. The position may lie anywhere; the samples go on
-/// at the ring's start.
+/// Samples that begin before a ring's end and go on at its start. Kept apart from the usual case, as it is rare.
+template <typename Samples, unsigned kLength>
+[[gnu::noinline]] Samples loadAcrossEnd(const std::int16_t* ring, unsigned start) {
+  std::int16_t joined[Samples::kCount];
+  for (unsigned i = 0; i < Samples::kCount; ++i) {
+    joined[i] = ring[(start + i) & (kLength - 1)];
+  }
+  return Samples::load(joined);
+}
+
+template <typename Samples, unsigned kLength>
+[[gnu::noinline]] void storeAcrossEnd(std::int16_t* ring, unsigned start, Samples samples) {
+  std::int16_t joined[Samples::kCount];
+  samples.store(joined);
+  for (unsigned i = 0; i < Samples::kCount; ++i) {
+    ring[(start + i) & (kLength - 1)] = joined[i];
+  }
+}
+
+/// Samples from `position` on in a ring of `kLength`, a power of two. The position may lie anywhere.
 template <typename Samples, unsigned kLength>
 inline Samples loadFromRing(const std::int16_t* ring, unsigned position) {
   const unsigned start = position & (kLength - 1);
   if (start <= kLength - Samples::kCount) [[likely]] {
     return Samples::load(ring + start);
   }
-  std::int16_t joined[Samples::kCount];
-  for (unsigned i = 0; i < Samples::kCount; ++i) {
-    joined[i] = ring[(start + i) & (kLength - 1)];
-  }
-  return Samples::load(joined);
+  return loadAcrossEnd<Samples, kLength>(ring, start);
 }
 
 /// Writes samples from `position` on, as loadFromRing reads them.
@@ -30,12 +44,8 @@ inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) 
   const unsigned start = position & (kLength - 1);
   if (start <= kLength - Samples::kCount) [[likely]] {
     samples.store(ring + start);
-    return;
-  }
-  std::int16_t joined[Samples::kCount];
-  samples.store(joined);
-  for (unsigned i = 0; i < Samples::kCount; ++i) {
-    ring[(start + i) & (kLength - 1)] = joined[i];
+  } else {
+    storeAcrossEnd<Samples, kLength>(ring, start, samples);
   }
 }
 

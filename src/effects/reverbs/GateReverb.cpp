@@ -78,16 +78,25 @@ std::int32_t ReverbGate::step(std::int32_t left, std::int32_t right, std::int32_
   return gain;
 }
 
+void ReverbGate::follow(const std::int16_t* left, const std::int16_t* right, std::int16_t* gains, unsigned count,
+                        std::int32_t holdStep) {
+  ReverbGate now = *this;  // The compiler keeps a copy in registers.
+  for (unsigned i = 0; i < count; ++i) {
+    gains[i] = static_cast<std::int16_t>(now.step(left[i], right[i], holdStep));
+  }
+  *this = now;
+}
+
 GateReverb::Settings GateReverb::settingsOf(const Knobs& knobs) {
   return {holdStepFor(knobs.edit1), valueAt(squareTable, knobs.edit2)};
 }
 
 void GateReverb::step(const Settings&, std::int16_t& left, std::int16_t& right) {
-  stepAs<OneSample>(*this, &left, &right);
+  runGated<OneSample>(*this, &left, &right, 1);
 }
 
 unsigned GateReverb::runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<SamplesSse2>(law, left, right, count);
+  return runGated<SamplesSse2>(law, left, right, count);
 }
 
 void GateReverb::skip(const Settings& to, unsigned count) {

@@ -16,6 +16,10 @@ class ReverbGate {
   /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Returns the gain in Q15.
   std::int32_t step(std::int32_t left, std::int32_t right, std::int32_t holdStep);
 
+  /// The next `count` samples; `gains` receives as many.
+  void follow(const std::int16_t* left, const std::int16_t* right, std::int16_t* gains, unsigned count,
+              std::int32_t holdStep) SIVRAY_NONBLOCKING;
+
   bool operator==(const ReverbGate&) const = default;
 
  private:
@@ -60,6 +64,7 @@ struct GateReverb : ReverbNetwork {
   SmoothedValue level;
   ReverbGate gate;
   std::int32_t holdStep = 0;
+  const std::int16_t* gains = nullptr;  ///< Those of the gate for the samples to come.
 };
 
 extern template class TwoKnobEffect<GateReverb>;

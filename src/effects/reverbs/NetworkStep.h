@@ -79,27 +79,27 @@ void stepAs(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right) {
   sum(dryLeft, mul15(mul15(wet.early, level), earlyGain)).store(left);
 }
 
-/// The gains of the gate for the next samples. They depend on each other: the gate follows the input sample by sample.
-template <typename Samples>
-Samples followedBy(ReverbGate& gate, const std::int16_t* left, const std::int16_t* right, std::int32_t holdStep) {
-  std::int16_t gains[Samples::kCount];
-  for (unsigned i = 0; i < Samples::kCount; ++i) {
-    gains[i] = static_cast<std::int16_t>(gate.step(left[i], right[i], holdStep));
-  }
-  return Samples::load(gains);
-}
-
-/// The next samples of both channels of the gate reverb, in place.
+/// The next samples of both channels of the gate reverb, in place. The gate has gone ahead.
 template <typename Samples>
 void stepAs(GateReverb& law, std::int16_t* left, std::int16_t* right) {
   const Samples dryLeft = Samples::load(left);
   const Samples dryRight = Samples::load(right);
   const auto wet = stepNetwork(law, monoOf(dryLeft, dryRight, GateReverb::kInputLevel), GateReverb::kFeedback);
-  const Samples gate = followedBy<Samples>(law.gate, left, right, law.holdStep);
+  const Samples gate = Samples::load(law.gains);
+  law.gains += Samples::kCount;
   const typename Samples::Gain level(law.level.value());
   const typename Samples::Gain earlyGain(ReverbNetwork::kEarlyGain);
   sum(dryRight, mul15(mul15(wet.late, gate), level)).store(right);
   sum(dryLeft, mul15(mul15(mul15(wet.early, gate), level), earlyGain)).store(left);
+}
+
+/// A run of at most `kControlGrid` samples. First the gate, which can only go sample by sample, then the rest.
+template <typename Samples>
+unsigned runGated(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  std::int16_t gains[kControlGrid];
+  law.gate.follow(left, right, gains, count - count % Samples::kCount, law.holdStep);
+  law.gains = gains;
+  return runLanes<Samples>(law, left, right, count);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

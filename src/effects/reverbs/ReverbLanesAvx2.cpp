@@ -32,7 +32,7 @@ unsigned RoomReverbLaw::runAvx2(RoomReverbLaw& law, std::int16_t* left, std::int
 }
 
 unsigned GateReverb::runAvx2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<SamplesAvx2>(law, left, right, count);
+  return runGated<SamplesAvx2>(law, left, right, count);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -65,15 +65,16 @@ void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Bloc
 
 void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, unsigned count) {
   unsigned done = 0;
-  if (state->tickListener == nullptr && laneForm != LaneForm::plain) {
+  const bool ticks = state->tickListener != nullptr;
+  if (!ticks && laneForm != LaneForm::plain) {
     done = laneForm == LaneForm::avx2 ? runAvx2(flow, left, right, count) : 0;
     done += done < count ? runSse2(flow, left + done, right + done, count - done) : 0;
   }
-  for (; done < count; ++done) {
-    if (state->tickListener != nullptr) {
+  while (done < count) {
+    if (ticks) {
       state->tickListener(*this);
     }
-    stepAs<OneSample>(flow, left + done, right + done);
+    done += runLanes<OneSample>(flow, left + done, right + done, ticks ? 1 : count - done);
   }
 }
 
