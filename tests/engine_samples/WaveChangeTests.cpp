@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <numeric>
+#include <random>
+#include <thread>
 
 #include "engine/samples/WaveChange.h"
 #include "support/SampleFolder.h"
@@ -107,6 +110,48 @@ TEST(WaveChange, EmptiesTheSlotWhenTheDataCannotBeOpened) {
   pads.change(0, 0);
   EXPECT_EQ(pads.frames(0), 0U);
   EXPECT_EQ(pads.pool.slot(0).data, pads.pool.memoryOf(0));
+}
+
+TEST(WaveChange, GivesTheSameSlotsWhetherAWaveWasReadAheadOrNot) {
+  std::vector<support::Wave> waves;
+  for (int length = 1; length <= 18; ++length) {
+    waves.push_back({"wave", ramp(100 * length, length), ramp(-100 * length, length)});
+  }
+  Pads pads(waves);
+  std::atomic<bool> isOver{false};
+  std::thread asker([&] {
+    for (std::uint32_t i = 0; !isOver; ++i) {
+      pads.load.prepare(i % 2, static_cast<std::int32_t>(i * 7 % 18));
+    }
+  });
+  std::mt19937 random(3);
+  for (int round = 0; round < 3000 && !HasFailure(); ++round) {
+    const std::size_t pad = random() % 2;
+    const auto wave = static_cast<std::int32_t>(random() % 18);
+    if (random() % 3 == 0) {
+      pads.load.prepare(pad, wave);
+    }
+    pads.change(static_cast<int>(pad), wave);
+    ASSERT_EQ(pads.frames(pad), static_cast<std::uint64_t>(wave) + 1);
+    ASSERT_EQ(pads.pool.slot(pad).data, pads.pool.memoryOf(pad));
+    ASSERT_EQ(pads.side(pad, 0), padded(ramp(100 * (wave + 1), wave + 1))) << round;
+    ASSERT_EQ(pads.side(pad, 1), padded(ramp(-100 * (wave + 1), wave + 1))) << round;
+  }
+  isOver = true;
+  asker.join();
+}
+
+TEST(WaveChange, NeedsNoFileForAWaveThatWasReadAhead) {
+  Pads pads({{"first", ramp(1, 4), {}}, {"second", ramp(5, 10), {}}});
+  pads.change(0, 0);
+  pads.load.prepare(0, 1);
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(1, 4)));
+  std::filesystem::remove(pads.folder.pathOf("drumdata.bin"));
+  pads.change(0, 1);
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(5, 10)));
+  pads.load.prepare(0, 0);  // Nothing can be read any more.
+  pads.change(0, 0);
+  EXPECT_EQ(pads.frames(0), 0U);
 }
 
 TEST(WaveChange, SurvivesStretchesThatEndBeforeTheyBeginOrLieBeyondTheFormat) {

@@ -4,8 +4,10 @@
 #include "engine/samples/PcmFile.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,6 +28,46 @@ bool seekSample(platform::InputFile& file, std::uint32_t offset, std::size_t sam
   const std::uint32_t byteOffset = offset * 2U;
   const auto reachable = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());
   return byteOffset <= reachable && file.seek(byteOffset + static_cast<std::int64_t>(sample) * 2);
+}
+
+/// Samples of the file as they lie there, on the stack of the reader.
+constexpr std::size_t kReadSamples = 8192;
+using ReadBuffer = std::array<std::uint16_t, kReadSamples>;
+
+void readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample, std::span<std::uint16_t> piece) {
+  const std::size_t bytes = seekSample(file, offset, sample) ? file.read(piece.data(), piece.size_bytes()) : 0;
+  std::fill(piece.begin() + static_cast<std::ptrdiff_t>(bytes / 2), piece.end(), std::uint16_t{0});
+}
+
+void readMono(platform::InputFile& file, std::int16_t* destination, std::uint32_t offset, std::size_t frames) {
+  ReadBuffer buffer;
+  for (std::size_t done = 0; done < frames; done += kReadSamples) {
+    const auto piece = std::span(buffer).first(std::min(kReadSamples, frames - done));
+    readPiece(file, offset, done, piece);
+    std::int16_t* frame = destination + done * 2;
+    for (std::size_t i = 0; i < piece.size(); ++i) {
+      frame[2 * i] = sampleOf(piece[i]);
+      frame[2 * i + 1] = sampleOf(piece[i]);
+    }
+  }
+}
+
+void readStereo(platform::InputFile& file, std::int16_t* destination, std::span<const std::uint32_t, 2> offsets,
+                std::size_t frames) {
+  constexpr std::size_t kHalf = kReadSamples / 2;
+  ReadBuffer buffer;
+  for (std::size_t done = 0; done < frames; done += kHalf) {
+    const std::size_t count = std::min(kHalf, frames - done);
+    const auto left = std::span(buffer).first(count);
+    const auto right = std::span(buffer).subspan(kHalf, count);
+    readPiece(file, offsets[0], done, left);
+    readPiece(file, offsets[1], done, right);
+    std::int16_t* frame = destination + done * 2;
+    for (std::size_t i = 0; i < count; ++i) {
+      frame[2 * i] = sampleOf(left[i]);
+      frame[2 * i + 1] = sampleOf(right[i]);
+    }
+  }
 }
 
 std::string dataPath(std::string_view folder) {
@@ -51,7 +93,7 @@ PcmFile::PcmFile(std::string_view folder) : path(dataPath(folder)), waveDatabase
 }
 
 std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
-                          std::size_t slotFrames) {
+                          std::size_t slotFrames) const {
   std::optional<platform::InputFile> file = platform::InputFile::open(path);
   if (!file) {
     return 0;
@@ -64,51 +106,6 @@ std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32
   }
   std::fill(destination + count * 2, destination + slotFrames * 2, std::int16_t{0});
   return count;
-}
-
-void PcmFile::warm(std::span<const std::uint32_t, 2> offsets, std::size_t frames) const {
-  std::optional<platform::InputFile> file = platform::InputFile::open(path);
-  std::array<std::uint16_t, kReadSamples> dropped;
-  for (const std::uint32_t offset : offsets.first(offsets[0] == offsets[1] ? 1 : 2)) {
-    for (std::size_t done = 0; file && done < frames && seekSample(*file, offset, done); done += kReadSamples) {
-      file->read(dropped.data(), std::min(kReadSamples, frames - done) * sizeof(std::uint16_t));
-    }
-  }
-}
-
-void PcmFile::readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample,
-                        std::span<std::uint16_t> piece) {
-  const std::size_t bytes = seekSample(file, offset, sample) ? file.read(piece.data(), piece.size_bytes()) : 0;
-  std::fill(piece.begin() + static_cast<std::ptrdiff_t>(bytes / 2), piece.end(), std::uint16_t{0});
-}
-
-void PcmFile::readMono(platform::InputFile& file, std::int16_t* destination, std::uint32_t offset, std::size_t frames) {
-  for (std::size_t done = 0; done < frames; done += kReadSamples) {
-    const auto piece = std::span(readBuffer).first(std::min(kReadSamples, frames - done));
-    readPiece(file, offset, done, piece);
-    std::int16_t* frame = destination + done * 2;
-    for (std::size_t i = 0; i < piece.size(); ++i) {
-      frame[2 * i] = sampleOf(piece[i]);
-      frame[2 * i + 1] = sampleOf(piece[i]);
-    }
-  }
-}
-
-void PcmFile::readStereo(platform::InputFile& file, std::int16_t* destination,
-                         std::span<const std::uint32_t, 2> offsets, std::size_t frames) {
-  constexpr std::size_t kHalf = kReadSamples / 2;
-  for (std::size_t done = 0; done < frames; done += kHalf) {
-    const std::size_t count = std::min(kHalf, frames - done);
-    const auto left = std::span(readBuffer).first(count);
-    const auto right = std::span(readBuffer).subspan(kHalf, count);
-    readPiece(file, offsets[0], done, left);
-    readPiece(file, offsets[1], done, right);
-    std::int16_t* frame = destination + done * 2;
-    for (std::size_t i = 0; i < count; ++i) {
-      frame[2 * i] = sampleOf(left[i]);
-      frame[2 * i + 1] = sampleOf(right[i]);
-    }
-  }
 }
 
 }  // namespace tesh::bramel::plugin::sivray

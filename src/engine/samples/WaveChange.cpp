@@ -29,31 +29,42 @@ PCMLoadTask::Stretch PCMLoadTask::stretchOf(std::int32_t wave) const {
   return {{info.leftStart, info.rightStart}, std::min<std::uint64_t>(pool.slotFrames() - 2, length)};
 }
 
-void PCMLoadTask::prepare(std::size_t pad, std::int32_t wave) const {
+void PCMLoadTask::prepare(std::size_t pad, std::int32_t wave) {
+  const std::lock_guard lock(prepareMutex);
   const auto [offsets, frames] = stretchOf(wave);
-  pool.makePresent(pad, frames);
-  file.warm(offsets, frames);
+  const auto [memory, writtenFrames] = pool.claimSpare(pad);
+  pool.makeSparePresent(pad, frames);
+  pool.offerSpare(pad, wave, file.read(memory, offsets, frames, std::max(frames, writtenFrames)));
 }
 
 void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
+  const std::int32_t before = pool.frameOf(pool.memoryOf(pad));
+  if (!pool.takeSpare(pad, wave)) {
+    read(pad, wave);
+  } else if (listener != nullptr) {
+    listener->slotMoved(before, pool.frameOf(pool.memoryOf(pad)));
+  }
+}
+
+void PCMLoadTask::read(std::size_t pad, std::int32_t wave) {
   const Stretch stretch = stretchOf(wave);
   const std::size_t frames = stretch.frames;
   PcmSlot& slot = pool.slot(pad);
   // Only frames that an earlier wave has written need clearing.
-  const std::size_t cleared = std::max<std::size_t>(frames, slot.writtenFrames);
+  const std::size_t cleared = std::max(frames, slot.writtenFrames);
   // Only here may the audio thread wait for the disk. Pages that are missing come at once, not one by one as they are
   // written.
-  const std::size_t read = cofu::core::mayWait([&] {
+  const std::size_t kept = cofu::core::mayWait([&] {
     if (frames > slot.writtenFrames) {
       pool.makePresent(pad, frames);
     }
     return file.read(pool.memoryOf(pad), stretch.offsets, frames, cleared);
   });
-  if (read != 0) {
-    slot.writtenFrames = read;
+  if (kept != 0) {
+    slot.writtenFrames = kept;
   }
   slot.data = pool.memoryOf(pad);
-  slot.frames = read;
+  slot.frames = kept;
 }
 
 void PCMLoadAck::run(std::size_t pad, std::int32_t) { pool.slot(pad).ready = true; }

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
 
 #include "core/RealTime.h"
 #include "engine/samples/PcmFile.h"
@@ -41,16 +42,26 @@ class PrepareWaveChange final : public WaveChangeStep {
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
-/// Reads the wave into the pad's memory. Voices that play from it do not notice and read the new samples from then on;
-/// no voice runs during the read, since the step runs on the audio thread or under the lock of a block. A wave number
-/// that names nothing playable reads the first sample of the file.
+/// Told when a slot's memory lies elsewhere from now on; `from` and `to` are the places of its first frame, see
+/// PcmPool::frameOf.
+class SlotMoveListener {
+ public:
+  virtual ~SlotMoveListener() = default;
+  virtual void slotMoved(std::int32_t from, std::int32_t to) SIVRAY_NONBLOCKING = 0;
+};
+
+/// Reads the wave into the pad's memory, or takes the memory into which `prepare` has read it. Voices that play from it
+/// do not notice and read the new samples from then on; no voice runs during the step, since it runs on the audio
+/// thread or under the lock of a block. A wave number that names nothing playable reads the first sample of the file.
 class PCMLoadTask final : public WaveChangeStep {
  public:
-  PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile) : WaveChangeStep(sampleMemory), file(sampleFile) {}
+  /// `moveListener`, null for nobody, must outlive the step.
+  PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile, SlotMoveListener* moveListener = nullptr)
+      : WaveChangeStep(sampleMemory), file(sampleFile), listener(moveListener) {}
 
-  /// Brings what the step will need into memory: the samples into the system's cache, and the pages of the slot. Any
-  /// thread but the audio thread, also during the step. `pad` must exist.
-  void prepare(std::size_t pad, std::int32_t wave) const;
+  /// Reads the wave into the pad's spare memory, so that the step only has to exchange both. Any thread but the audio
+  /// thread, also during the step. `pad` must exist.
+  void prepare(std::size_t pad, std::int32_t wave);
 
  protected:
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
@@ -63,8 +74,11 @@ class PCMLoadTask final : public WaveChangeStep {
   };
 
   Stretch stretchOf(std::int32_t wave) const SIVRAY_NONBLOCKING;
+  void read(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING;
 
   PcmFile& file;
+  SlotMoveListener* listener;
+  std::mutex prepareMutex;  ///< One `prepare` at a time.
 };
 
 /// Marks the slot as filled. Voices only look at its length.

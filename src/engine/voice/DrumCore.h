@@ -19,17 +19,17 @@ class VoiceAllocator;
 class VoicePool;
 
 /// Owns what pads and voices share. Allocates only in its constructor and in `makeVoices`.
-class DrumCore {
+class DrumCore : private SlotMoveListener {
  public:
   /// Memory for `padCount` pads with `slotFrames` frames each. `file` must outlive the core.
   DrumCore(PcmFile& file, int padCount, std::size_t slotFrames);
-  ~DrumCore();
+  ~DrumCore() override;
   DrumCore(const DrumCore&) = delete;
   DrumCore& operator=(const DrumCore&) = delete;
 
   /// The group whose parameter n is the wave of pad n. Setting it reads the wave into the pad's slot.
   IParameter& waveChange() { return throughBack; }
-  /// Reads a wave into the system's cache, and provides the pad's memory for it. Any thread but the audio thread.
+  /// Reads a wave ahead, see PCMLoadTask::prepare.
   void prepareWave(std::size_t pad, std::int32_t wave) { loadTask.prepare(pad, wave); }
   WaveDatabase& database() { return pcmFile.database(); }
   PcmPool& pool() { return pcmPool; }
@@ -42,6 +42,8 @@ class DrumCore {
   void makeVoices(VoiceAllocator& allocator, const VoiceKernel& kernel);
 
  private:
+  void slotMoved(std::int32_t from, std::int32_t to) SIVRAY_NONBLOCKING override;
+
   PcmFile& pcmFile;
   PcmPool pcmPool;
   PrepareWaveChange prepareWaveChange;
