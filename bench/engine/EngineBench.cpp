@@ -3,9 +3,9 @@
 //   bench_engine                     time (Google Benchmark)
 //   bench_engine count SCENE BLOCKS  runs BLOCKS blocks of 128 frames of a scene and ends. Count the instructions of
 //                                    two runs with different numbers of blocks; their difference, divided by the
-//                                    additional frames, is the cost of a frame. Scenes: dry8, dry4, decay8 (envelopes
-//                                    on the move), wet8 (through the effect), idle (effect bypassed), rest (default
-//                                    effect)
+//                                    additional frames, is the cost of a frame. Scenes: dry8, dry4, dry1, decay8 and
+//                                    decay1 (envelopes on the move), dry8short (blocks of 64), wet8 (through the
+//                                    effect), idle (effect bypassed), rest (default effect)
 //   bench_engine count KERNEL BLOCKS the same for eight voices alone on one kernel: SSE2, SSE4.1 or AVX2
 //   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times
 //   bench_engine count build BLOCKS  builds the engine BLOCKS times
@@ -46,11 +46,15 @@ struct Scene {
   int effect;
   float send;
   float egTime = 1.0F;
+  int frames = kFrames;
 };
 
-constexpr std::array<Scene, 6> kScenes{{{"dry8", 8, kBypass, 0.0F},
+constexpr std::array<Scene, 9> kScenes{{{"dry8", 8, kBypass, 0.0F},
+                                        {"dry8short", 8, kBypass, 0.0F, 1.0F, kFrames / 2},
                                         {"dry4", 4, kBypass, 0.0F},
+                                        {"dry1", 1, kBypass, 0.0F},
                                         {"decay8", 8, kBypass, 0.0F, 100.0F / 127.0F},
+                                        {"decay1", 1, kBypass, 0.0F, 100.0F / 127.0F},
                                         {"wet8", 8, kDefaultEffect, 1.0F},
                                         {"idle", 0, kBypass, 0.0F},
                                         {"rest", 0, kDefaultEffect, 0.0F}}};
@@ -76,7 +80,7 @@ class Player {
     }
     block.outputs = outputs.data();
     block.midiIn = &midi;
-    block.frames = kFrames;
+    block.frames = scene.frames;
     plugin.process(block);
     plugin.activate();
     for (int i = 0; i < 20; ++i) {
@@ -159,7 +163,7 @@ void playScene(benchmark::State& state, const Scene& scene) {
   for (auto _ : state) {
     player.playBlock();
   }
-  state.SetItemsProcessed(state.iterations() * kFrames);
+  state.SetItemsProcessed(state.iterations() * scene.frames);
 }
 
 void changeWave(benchmark::State& state) {

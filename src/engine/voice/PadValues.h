@@ -34,7 +34,7 @@ enum class PadParameter : std::uint8_t {
 inline constexpr std::size_t kPadParameterCount = 18;
 
 /// The values of one pad, each a word of its own. Any thread may set one; the audio thread reads them at each voice
-/// start and every 64 samples. Nothing depends on two values changing together.
+/// start, and every 64 samples if one was set. Nothing depends on two values changing together.
 class PadValues {
  public:
   std::int32_t operator[](PadParameter parameter) const { return at(static_cast<std::size_t>(parameter)); }
@@ -46,10 +46,15 @@ class PadValues {
 
   void set(std::size_t index, std::int32_t value) {
     words[index].store(static_cast<std::uint32_t>(value), std::memory_order_relaxed);
+    edition.fetch_add(2, std::memory_order_release);
   }
+
+  /// A number that is different after each `set`, and never 0. Values that are read after it are as new as it, or newer.
+  std::uint32_t version() const { return edition.load(std::memory_order_acquire); }
 
  private:
   std::array<std::atomic<std::uint32_t>, kPadParameterCount> words{};
+  std::atomic<std::uint32_t> edition{1};  ///< odd
 };
 
 }  // namespace tesh::bramel::plugin::sivray

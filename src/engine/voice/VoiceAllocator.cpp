@@ -63,6 +63,8 @@ void VoiceAllocator::noteOn(int note, int velocity) {
   bank.pad[lane] = pad;
   bank.padIndex[lane] = pad;
   bank.padGroup[lane] = group;
+  bank.settingsSeen[lane] = 0;
+  voices->replan();
   if (velocity >= 1) {
     voices->trigger(lane, velocity);
   }
@@ -81,13 +83,18 @@ void VoiceAllocator::noteOff(int note) {
   VoiceBank& bank = voices->lanes();
   if (bank.gateMode[lane] && bank.phase[lane] == EnvelopePhase::running) {
     bank.phase[lane] = EnvelopePhase::released;
+    voices->replan();
   }
 }
 
 void VoiceAllocator::resetVoices() {
-  for (std::size_t lane = 0; voices != nullptr && lane < kVoiceCount; ++lane) {
+  if (voices == nullptr) {
+    return;
+  }
+  for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
     voices->lanes().clearLane(lane);
   }
+  voices->replan();
 }
 
 void VoiceAllocator::render(std::int32_t* const* channels, int frames, int) {
@@ -110,17 +117,18 @@ void VoiceAllocator::skip(int frames) {
 
 void VoiceAllocator::readMeters() {
   VoiceBank& bank = voices->lanes();
-  for (int pad = 0; pad < padCount; ++pad) {
-    const int voice = voiceOfPad(pad);
-    const bool sounding = voice < activeVoices;
-    const auto lane = static_cast<std::size_t>(voice);
-    const auto meter = static_cast<std::size_t>(pad);
-    meters[0][meter] = sounding ? bank.peakLeft[lane] : 0;
-    meters[1][meter] = sounding ? bank.peakRight[lane] : 0;
-    if (sounding) {
+  std::array<std::array<std::int32_t, kPadPlaces>, 2> peaks{};
+  unsigned seen = 0;  // of two voices of a pad, which a change of its exclusive group can make, the first is metered
+  for (std::size_t lane = 0; lane < static_cast<std::size_t>(activeVoices); ++lane) {
+    const auto pad = static_cast<std::size_t>(bank.pad[lane]);
+    if ((seen >> pad & 1) == 0) {
+      seen |= 1U << pad;
+      peaks[0][pad] = bank.peakLeft[lane];
+      peaks[1][pad] = bank.peakRight[lane];
       bank.meterRestart[lane] = -1;
     }
   }
+  meters = peaks;
 }
 
 void VoiceAllocator::releaseFinishedVoices() {
@@ -130,6 +138,7 @@ void VoiceAllocator::releaseFinishedVoices() {
     if (bank.state[lane] != VoiceState::free) {
       continue;
     }
+    voices->replan();
     bank.clearLane(lane);
     voices->rebindRamps(lane);
     const auto last = static_cast<std::size_t>(activeVoices - 1);

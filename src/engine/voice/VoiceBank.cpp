@@ -36,7 +36,7 @@ void VoiceBank::swapLanes(std::size_t a, std::size_t b) {
   swapIn(a, b, positionQ12, slotBase, punchCurrent, envelopeGain, lowBoostGain, boostState, levelGain, rightGain,
          meterEnabled, meterRestart, peakLeft, peakRight, fadeEnabled, fadeAmp, gainDry, gainEffect);
   swapIn(a, b, length, remainingQ12, stepMagnitudeQ12, stepSignedQ12, reversed, waveRate, ratio, padIndex);
-  swapIn(a, b, lowBoost, level, velocity, muted, pan, fxSend);
+  swapIn(a, b, settingsSeen, lowBoost, level, velocity, muted, pan, fxSend);
   swapIn(a, b, egTime, levelIndex, envelopeSpeed, envelopeCounter, envelopeFinished, phase, gateMode);
   swapIn(a, b, padGroup, ramps, active, live, triggerPending, triggerVelocity, pitchDirty, pitchIncrementQ16,
          pitchCents, state, pad);

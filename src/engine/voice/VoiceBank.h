@@ -90,6 +90,7 @@ struct VoiceBank {
   PerLane<std::int32_t> padIndex;  ///< the slot that the lane reads
 
   // Settings as the stages last took them from the pad.
+  PerLane<std::uint32_t> settingsSeen{};  ///< the version of PadValues that they are from; 0 for none
   PerLane<std::int32_t> lowBoost{};
   PerLane<std::int32_t> level{};
   PerLane<std::int32_t> velocity{};

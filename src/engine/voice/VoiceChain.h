@@ -112,8 +112,9 @@ class VoiceChain {
     }
   }
 
-  /// Stores the changed state back into the bank, except the read positions, which the caller advances.
+  /// Stores the changed state back into the bank.
   void finish() {
+    put(bank.positionQ12, position);
     put(bank.punchCurrent, Needs.punch ? punch : L::all(kPunchEnd));
     put(bank.boostState, boostState);
     const Vec metered = L::bitOr(lanes(bank.meterEnabled), lanes(bank.meterRestart));

@@ -14,6 +14,7 @@ namespace tesh::bramel::plugin::sivray {
 namespace {
 
 constexpr int kControlPeriod = 64;  ///< Samples between two control updates.
+constexpr int kLongestPlan = 4096;  ///< Frames that a plan looks ahead.
 
 /// Rates in the order of LaneRamp. The level's ramp gets its rate when the level first changes.
 constexpr std::array<std::int32_t, kRampsPerLane> kRates{
@@ -59,6 +60,8 @@ void VoicePool::rebindRamps(std::size_t lane) {
 void VoicePool::trigger(std::size_t lane, int velocity) {
   bank.triggerVelocity[lane] = velocity;
   bank.triggerPending[lane] = true;
+  triggered = true;
+  replan();
   if (bank.state[lane] != VoiceState::sounding) {
     return;
   }
@@ -90,22 +93,53 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   run.watched = runWatched.data();
   run.voices = voiceCount;
   for (int frame = 0; frame < frames;) {
-    kernel.tick(ramps);
-    if (frame == 0) {
-      startPending(voices);
+    if (ramps.activeCount() > 0) {
+      kernel.tick(ramps);
     }
-    if (frame % kControlPeriod == 0) {
-      for (std::size_t lane = 0; lane < voices; ++lane) {
-        voiceStart.update(lane);
-      }
+    const int period = kControlPeriod - frame % kControlPeriod;
+    if (period == kControlPeriod) {
+      takeSettings(frame == 0, voices);
     }
-    run.frames = planRun(std::min(frames - frame, kControlPeriod - frame % kControlPeriod), voices);
+    const int most = std::min(frames - frame, period);
+    if (planned == 0) {
+      planRun(most, voices);
+    }
+    run.frames = std::min(most, planned);
     run.fading = runFading;
     run.moving = movingRamps();
     run.output = output + static_cast<std::ptrdiff_t>(frame) * 4;
     const int done = kernel.run(run);
-    finishRun(done, voices);
+    unsettled += done;
     frame += done;
+    planned = planLasts ? planned - done : 0;
+    if (planned == 0 || frame == frames) {
+      settle(voices);  // before the next tick, because it may start a ramp
+    }
+  }
+}
+
+void VoicePool::takeSettings(bool startsToo, std::size_t voices) {
+  bool changes = startsToo && triggered;
+  for (std::size_t lane = 0; lane < voices; ++lane) {
+    changes |= voiceStart.needsUpdate(lane);
+  }
+  if (!changes) {
+    return;
+  }
+  settle(voices);
+  planned = 0;
+  if (startsToo) {
+    startPending(voices);
+  }
+  for (std::size_t lane = 0; lane < voices; ++lane) {
+    voiceStart.update(lane);
+  }
+}
+
+void VoicePool::settle(std::size_t voices) {
+  if (unsettled > 0) {
+    finishRun(unsettled, voices);
+    unsettled = 0;
   }
 }
 
@@ -130,22 +164,25 @@ void VoicePool::startPending(std::size_t voices) {
       bank.triggerPending[lane] = false;
     }
   }
+  triggered = std::find(bank.triggerPending.begin(), bank.triggerPending.end(), true) != bank.triggerPending.end();
 }
 
-int VoicePool::planRun(int frames, std::size_t voices) {
+void VoicePool::planRun(int frames, std::size_t voices) {
   runFading = false;
-  int planned = frames;
+  bool metered = true;
   for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
     runStep[lane] = bank.remainingQ12[lane] > 0 ? bank.stepSignedQ12[lane] : 0;
     const bool closing = lane < voices && !bank.active[lane] && bank.state[lane] != VoiceState::free;
     runWatched[lane] = closing ? -1 : 0;
     runFading |= closing || bank.fadeEnabled[lane] != 0;
+    metered &= lane >= voices || bank.meterEnabled[lane] != 0;
   }
+  planLasts = ramps.activeCount() == 0 && !runFading && metered;
+  planned = planLasts ? kLongestPlan : frames;
   for (std::size_t lane = 0; lane < voices; ++lane) {
     planned = endsNext(lane) ? 1 : framesToWaveEnd(lane, planned);
     planned = envelope.framesToStep(lane, planned);
   }
-  return planned;
 }
 
 bool VoicePool::endsNext(std::size_t lane) const {
@@ -188,11 +225,8 @@ void VoicePool::advanceWave(std::size_t lane, int frames) {
   if (bank.remainingQ12[lane] < 1) {
     return;
   }
-  const std::int64_t position = bank.positionQ12[lane] + std::int64_t{bank.stepSignedQ12[lane]} * frames;
-  const std::int64_t remaining = bank.remainingQ12[lane] - std::int64_t{bank.stepMagnitudeQ12[lane]} * frames;
-  if (remaining >= 1 && position >= 0) {
-    bank.positionQ12[lane] = static_cast<std::int32_t>(position);
-    bank.remainingQ12[lane] = remaining;
+  bank.remainingQ12[lane] -= std::int64_t{bank.stepMagnitudeQ12[lane]} * frames;
+  if (bank.remainingQ12[lane] >= 1 && bank.positionQ12[lane] >= 0) {
     return;
   }
   bank.remainingQ12[lane] = 0;

@@ -27,6 +27,9 @@ class VoicePool {
 
   VoiceBank& lanes() { return bank; }
 
+  /// Must be called after any change to a lane between two renders that may end a voice, start one or move one.
+  void replan() { planned = 0; }
+
   /// Makes the lane's voice start at the next sample. The sound that it plays now ends there.
   void trigger(std::size_t lane, int velocity) SIVRAY_NONBLOCKING;
 
@@ -43,9 +46,11 @@ class VoicePool {
   void makeRamps(std::size_t lane);
   void fadeOut(std::size_t lane) SIVRAY_NONBLOCKING;
   void startPending(std::size_t voices) SIVRAY_NONBLOCKING;
+  void takeSettings(bool startsToo, std::size_t voices) SIVRAY_NONBLOCKING;
 
   unsigned movingRamps() const;
-  int planRun(int frames, std::size_t voices);
+  void planRun(int frames, std::size_t voices);
+  void settle(std::size_t voices);
   int framesToWaveEnd(std::size_t lane, int frames) const;
   bool endsNext(std::size_t lane) const;
   void finishRun(int frames, std::size_t voices);
@@ -61,6 +66,10 @@ class VoicePool {
   LaneWords runStep{};     ///< For the kernel, see VoiceRun.
   LaneWords runWatched{};  ///< For the kernel, see VoiceRun.
   bool runFading = false;
+  bool triggered = false;  ///< A voice waits for its start.
+  int planned = 0;         ///< Frames until an event, as far as the present plan is known to hold; 0 without a plan.
+  bool planLasts = false;  ///< The plan holds over several runs: nothing moves or fades.
+  int unsettled = 0;       ///< Frames that are rendered, but not yet counted by waves and envelopes.
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -19,6 +19,7 @@ std::int32_t centsOf(const PadValues& pad) {
 
 void VoiceStart::start(std::size_t lane) {
   const PadValues& pad = *bank.padGroup[lane];
+  bank.settingsSeen[lane] = pad.version();
   startWave(lane, pad);
   sendTo(lane, pad[PadParameter::fxSend]);
   bank.pitchCents[lane] = centsOf(pad);
@@ -79,10 +80,11 @@ void VoiceStart::startLevels(std::size_t lane, const PadValues& pad) {
 }
 
 void VoiceStart::update(std::size_t lane) {
-  if (!bank.live[lane] || bank.padGroup[lane] == nullptr || bank.state[lane] == VoiceState::retriggered) {
+  if (!needsUpdate(lane)) {
     return;
   }
   const PadValues& pad = *bank.padGroup[lane];
+  bank.settingsSeen[lane] = pad.version();
   const std::int32_t cents = centsOf(pad);
   if (cents != bank.pitchCents[lane]) {
     bank.pitchCents[lane] = cents;

@@ -9,12 +9,11 @@
 #include "engine/samples/PcmPool.h"
 #include "engine/samples/WaveDatabase.h"
 #include "engine/voice/AmpEnvelope.h"
+#include "engine/voice/PadValues.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
 
 namespace tesh::bramel::plugin::sivray {
-
-class PadValues;
 
 /// Copies a pad's settings into a lane and sets the lane's gains from them. The lane's `padGroup` names the pad's
 /// settings, its `padIndex` the slot with the wave. Audio thread.
@@ -32,6 +31,12 @@ class VoiceStart {
   /// of the envelope, direction, punch and mute stay as they were at the start. Does nothing for a lane that has not
   /// started or waits for its new start.
   void update(std::size_t lane) SIVRAY_NONBLOCKING;
+
+  /// Whether `update` would do anything: the pad's settings have been set since the lane last took them over.
+  bool needsUpdate(std::size_t lane) const SIVRAY_NONBLOCKING {
+    return bank.live[lane] && bank.padGroup[lane] != nullptr && bank.state[lane] != VoiceState::retriggered &&
+           bank.padGroup[lane]->version() != bank.settingsSeen[lane];
+  }
 
  private:
   void startWave(std::size_t lane, const PadValues& pad);
