@@ -49,7 +49,8 @@ class PadValues {
     edition.fetch_add(2, std::memory_order_release);
   }
 
-  /// A number that is different after each `set`, and never 0. Values that are read after it are as new as it, or newer.
+  /// A number that is different after each `set`, and never 0. Values that are read after it are as new as it, or
+  /// newer.
   std::uint32_t version() const { return edition.load(std::memory_order_acquire); }
 
  private:

@@ -64,7 +64,6 @@ void VoiceAllocator::noteOn(int note, int velocity) {
   bank.padIndex[lane] = pad;
   bank.padGroup[lane] = group;
   bank.settingsSeen[lane] = 0;
-  voices->replan();
   if (velocity >= 1) {
     voices->trigger(lane, velocity);
   }

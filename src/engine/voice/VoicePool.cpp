@@ -61,7 +61,6 @@ void VoicePool::trigger(std::size_t lane, int velocity) {
   bank.triggerVelocity[lane] = velocity;
   bank.triggerPending[lane] = true;
   triggered = true;
-  replan();
   if (bank.state[lane] != VoiceState::sounding) {
     return;
   }
@@ -169,15 +168,13 @@ void VoicePool::startPending(std::size_t voices) {
 
 void VoicePool::planRun(int frames, std::size_t voices) {
   runFading = false;
-  bool metered = true;
   for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
     runStep[lane] = bank.remainingQ12[lane] > 0 ? bank.stepSignedQ12[lane] : 0;
     const bool closing = lane < voices && !bank.active[lane] && bank.state[lane] != VoiceState::free;
     runWatched[lane] = closing ? -1 : 0;
     runFading |= closing || bank.fadeEnabled[lane] != 0;
-    metered &= lane >= voices || bank.meterEnabled[lane] != 0;
   }
-  planLasts = ramps.activeCount() == 0 && !runFading && metered;
+  planLasts = ramps.activeCount() == 0 && !runFading;
   planned = planLasts ? kLongestPlan : frames;
   for (std::size_t lane = 0; lane < voices; ++lane) {
     planned = endsNext(lane) ? 1 : framesToWaveEnd(lane, planned);

@@ -19,7 +19,6 @@ std::int32_t centsOf(const PadValues& pad) {
 
 void VoiceStart::start(std::size_t lane) {
   const PadValues& pad = *bank.padGroup[lane];
-  bank.settingsSeen[lane] = pad.version();
   startWave(lane, pad);
   sendTo(lane, pad[PadParameter::fxSend]);
   bank.pitchCents[lane] = centsOf(pad);
