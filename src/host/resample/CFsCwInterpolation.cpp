@@ -136,16 +136,14 @@ bool CFsCwInterpolation::isSilent(const float* const* inputs, std::size_t offset
   });
 }
 
-/// Runs the kernel over the newest `frames` frames of the history, two channels at a time. A last channel without a
-/// partner is passed as both.
+/// Runs the kernel over the newest `frames` frames of the history, two channels at a time.
 std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, std::size_t frames) {
   const ResamplePosition start = position;
   std::size_t result = 0;
-  for (std::size_t left = 0; left < channels; left += 2) {
-    const std::size_t right = std::min(left + 1, channels - 1);
+  for (std::size_t pair = 0; 2 * pair < channels; ++pair) {
     position = start;
-    result = run({tables.data(), tapsPerPhase / 4, stride, window(left, frames), window(right, frames),
-                  outputs[left] + made, outputs[right] + made, frames},
+    result = run({tables.data(), tapsPerPhase / 4, stride, window(pair, frames), outputs[2 * pair] + made,
+                  outputs[rightOf(pair)] + made, frames},
                  position);
   }
   position.input -= frames;

@@ -6,7 +6,8 @@
 
 namespace tesh::bramel::vst {
 
-CFscBase::CFscBase(std::size_t channelCount) : channels(std::min(channelCount, kMaxChannels)), history(channels) {}
+CFscBase::CFscBase(std::size_t channelCount)
+    : channels(std::min(channelCount, kMaxChannels)), history((channels + 1) / 2) {}
 
 void CFscBase::reset() {
   for (std::vector<float>& samples : history) {
@@ -28,15 +29,17 @@ void CFscBase::buildTables(std::int32_t length, std::int32_t rate, std::int32_t 
   const std::size_t groups = tapsPerPhase / 4;
   tables.assign(static_cast<std::size_t>(phaseCount) * groups, {});
   for (std::int32_t phase = 0; phase < phaseCount; ++phase) {
-    TablePair* const pairs = tables.data() + static_cast<std::size_t>(phase) * groups;
+    TapGroup* const ofPhase = tables.data() + static_cast<std::size_t>(phase) * groups;
     for (std::size_t i = 0; i < tapsPerPhase; ++i) {
       const std::size_t index = tapsPerPhase - 1 - i;
-      pairs[i / 4].phase[i % 4] = tap(phase, index);
-      pairs[i / 4].next[i % 4] = tap(phase + 1, index);
+      const std::size_t lane = 2 * (i % 4);
+      TapGroup& group = ofPhase[i / 4];
+      group.phase[lane] = group.phase[lane + 1] = tap(phase, index);
+      group.next[lane] = group.next[lane + 1] = tap(phase + 1, index);
     }
   }
   for (std::vector<float>& samples : history) {
-    samples.resize(tapsPerPhase - 1 + 2 * kPartFrames);
+    samples.resize(2 * (tapsPerPhase - 1 + 2 * kPartFrames));
   }
   reset();
 }
@@ -48,12 +51,18 @@ float CFscBase::tap(std::int32_t phase, std::size_t index) const {
 void CFscBase::store(const float* const* inputs, std::size_t offset, std::size_t frames) {
   const std::size_t past = tapsPerPhase - 1;
   const bool isFull = writeIndex + frames > past + 2 * kPartFrames;
-  for (std::size_t c = 0; c < channels; ++c) {
-    float* const samples = history[c].data();
+  for (std::size_t pair = 0; pair < history.size(); ++pair) {
+    float* const samples = history[pair].data();
     if (isFull) {
-      std::copy_n(samples + writeIndex - past, past, samples);
+      std::copy_n(samples + 2 * (writeIndex - past), 2 * past, samples);
     }
-    std::copy_n(inputs[c] + offset, frames, samples + (isFull ? past : writeIndex));
+    const float* const left = inputs[2 * pair] + offset;
+    const float* const right = inputs[rightOf(pair)] + offset;
+    float* const newest = samples + 2 * (isFull ? past : writeIndex);
+    for (std::size_t i = 0; i < frames; ++i) {
+      newest[2 * i] = left[i];
+      newest[2 * i + 1] = right[i];
+    }
   }
   writeIndex = (isFull ? past : writeIndex) + frames;
 }

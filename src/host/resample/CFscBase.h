@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "core/RealTime.h"
@@ -10,8 +13,9 @@
 
 namespace tesh::bramel::vst {
 
-/// The tables of a phase and of the next one are interleaved, because an output frame needs both. A channel's history
-/// is linear, so every window of it is one piece of memory; when it is full, its newest frames are copied to the front.
+/// The tables of a phase and of the next one are interleaved, because an output frame needs both. So are two channels
+/// in a history, which is linear, so that every window of it is one piece of memory; when it is full, its newest frames
+/// are copied to the front. A last channel without a partner stands twice.
 class CFscBase : public CFirLpfBase {
  public:
   static constexpr std::size_t kMaxChannels = 8;
@@ -37,20 +41,24 @@ class CFscBase : public CFirLpfBase {
   void store(const float* const* inputs, std::size_t offset, std::size_t frames) SIVRAY_NONBLOCKING;
 
   /// The `tapsPerPhase` newest frames as they were when the first of the last `frames` frames had come.
-  const float* window(std::size_t channel, std::size_t frames) const {
-    return history[channel].data() + writeIndex - frames - (tapsPerPhase - 1);
+  /// Of channels 2 * `pair` and the next one, in turn.
+  const float* window(std::size_t pair, std::size_t frames) const {
+    return history[pair].data() + 2 * (writeIndex - frames - (tapsPerPhase - 1));
   }
 
+  /// The second channel of a pair.
+  std::size_t rightOf(std::size_t pair) const { return std::min(2 * pair + 1, channels - 1); }
+
   const std::size_t channels;
-  std::vector<TablePair> tables;  ///< Phases 0 and 1, 1 and 2, and so on. Past the last comes phase 0, a frame later.
-  std::size_t tapsPerPhase = 4;   ///< A multiple of 4.
-  std::size_t silentFrames = 0;   ///< Silent frames at the end of the history, counted up to tapsPerPhase.
+  std::vector<TapGroup> tables;  ///< Phases 0 and 1, 1 and 2, and so on. Past the last comes phase 0, a frame later.
+  std::size_t tapsPerPhase = 4;  ///< A multiple of 4.
+  std::size_t silentFrames = 0;  ///< Silent frames at the end of the history, counted up to tapsPerPhase.
 
  private:
   float tap(std::int32_t phase, std::size_t index) const;
 
-  std::vector<std::vector<float>> history;
-  std::size_t writeIndex = 0;  ///< Where the next frame goes; common to all channels.
+  std::vector<std::vector<float>> history;  ///< By pairs of channels.
+  std::size_t writeIndex = 0;               ///< Where the next frame goes; common to all channels.
   std::int32_t phaseCount = 0;
   std::int32_t phaseStep = 1;
   std::int32_t prototypeLength = 0;

@@ -15,10 +15,11 @@
 
 namespace tesh::bramel::vst {
 
-/// Four taps of a phase, oldest frame first, and the same four of the next phase.
-struct alignas(32) TablePair {
-  std::array<float, 4> phase{};
-  std::array<float, 4> next{};
+/// Four taps of a phase, oldest frame first, and the same four of the next phase. Each tap stands twice, for left and
+/// right.
+struct alignas(32) TapGroup {
+  std::array<float, 8> phase{};
+  std::array<float, 8> next{};
 };
 
 /// How far the read position moves per output frame. A unit is a Q14 phase, 1 / 16384 of a phase.
@@ -54,11 +55,10 @@ inline constexpr float kPhaseScale = 1.0F / static_cast<float>(1U << kPhaseFract
 
 /// One run over `frames` input frames of two channels, which the history holds already.
 struct ResampleRun {
-  const TablePair* tables = nullptr;
+  const TapGroup* tables = nullptr;
   std::size_t groups = 0;  ///< Taps per phase divided by four.
   ResampleStep step;
-  const float* left = nullptr;  ///< The window of the first input frame, oldest frame first.
-  const float* right = nullptr;
+  const float* window = nullptr;  ///< Of the first input frame: oldest frame first, left and right in turn.
   float* outLeft = nullptr;
   float* outRight = nullptr;
   std::size_t frames = 0;

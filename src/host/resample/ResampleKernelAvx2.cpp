@@ -1,4 +1,4 @@
-// The resampler's kernel for AVX2: eight lanes hold four taps of a phase and the same four of the next.
+// The resampler's kernel for AVX2: eight lanes hold four frames of two channels.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
@@ -21,25 +21,28 @@ namespace {
 
 struct DotsAvx2 {
   template <std::size_t Groups>
-  static void frame(const TablePair* tables, const float* left, const float* right, std::size_t groups, float alpha,
-                    float* outLeft, float* outRight) {
-    __m256 leftSums = _mm256_setzero_ps();
-    __m256 rightSums = _mm256_setzero_ps();
+  static void frame(const TapGroup* tables, const float* window, std::size_t groups, std::int32_t units, float* outLeft,
+                    float* outRight) {
+    __m256 phase = _mm256_setzero_ps();
+    __m256 next = _mm256_setzero_ps();
     for (std::size_t i = 0; i < (Groups != 0 ? Groups : groups); ++i) {
-      const __m256 pair = _mm256_load_ps(tables[i].phase.data());
-      leftSums = _mm256_add_ps(leftSums, _mm256_mul_ps(pair, bothHalves(left + 4 * i)));
-      rightSums = _mm256_add_ps(rightSums, _mm256_mul_ps(pair, bothHalves(right + 4 * i)));
+      const __m256 frames = _mm256_loadu_ps(window + 8 * i);
+      phase = _mm256_add_ps(phase, _mm256_mul_ps(frames, _mm256_load_ps(tables[i].phase.data())));
+      next = _mm256_add_ps(next, _mm256_mul_ps(frames, _mm256_load_ps(tables[i].next.data())));
     }
-    const __m256 halfSums = _mm256_hadd_ps(leftSums, rightSums);
-    const __m256 sums = _mm256_hadd_ps(halfSums, halfSums);  // Left, right of the phase below; of the next above.
-    const __m128 phase = _mm_mul_ps(_mm256_castps256_ps128(sums), _mm_set1_ps(1.0F - alpha));
-    const __m128 next = _mm_mul_ps(_mm256_extractf128_ps(sums, 1), _mm_set1_ps(alpha));
-    const __m128 made = _mm_add_ps(phase, next);
+    // Lanes 0 and 2, then 1 and 3: left and right of the phase below, left and right of the next above.
+    const __m256d even = _mm256_unpacklo_pd(_mm256_castps_pd(phase), _mm256_castps_pd(next));
+    const __m256d odd = _mm256_unpackhi_pd(_mm256_castps_pd(phase), _mm256_castps_pd(next));
+    const __m256 halfSums = _mm256_add_ps(_mm256_castpd_ps(even), _mm256_castpd_ps(odd));
+    const __m128 sums = _mm_add_ps(_mm256_castps256_ps128(halfSums), _mm256_extractf128_ps(halfSums, 1));
+    const __m128 weights = _mm_add_ps(_mm_setr_ps(1.0F, 1.0F, 0.0F, 0.0F),
+                                      _mm_mul_ps(_mm_setr_ps(-kPhaseScale, -kPhaseScale, kPhaseScale, kPhaseScale),
+                                                 _mm_cvtepi32_ps(_mm_set1_epi32(units))));
+    const __m128 weighted = _mm_mul_ps(sums, weights);
+    const __m128 made = _mm_add_ps(weighted, _mm_movehl_ps(weighted, weighted));
     _mm_store_ss(outLeft, made);
     _mm_store_ss(outRight, _mm_movehdup_ps(made));
   }
-
-  static __m256 bothHalves(const float* four) { return _mm256_broadcast_ps(reinterpret_cast<const __m128*>(four)); }
 };
 
 }  // namespace

@@ -8,9 +8,9 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Dots::frame<Groups>(tables, left, right, groups, alpha, outLeft, outRight) computes both channels of an output
-/// frame, `alpha` of the way from a phase to the next. `Groups` is the number of groups if it is known at compile time,
-/// else 0.
+/// Dots::frame<Groups>(tables, window, groups, units, outLeft, outRight) computes both channels of an output frame that
+/// lies `units`, below 2^14, past a phase: with a = units / 2^14 it is (1 - a) times the phase's sum plus a times the
+/// next one's. `Groups` is the number of groups if it is known at compile time, else 0.
 template <typename Dots, std::size_t Groups>
 std::size_t runWith(const ResampleRun& run, ResamplePosition& position) {
   ResamplePosition at = position;
@@ -18,9 +18,9 @@ std::size_t runWith(const ResampleRun& run, ResamplePosition& position) {
   const std::size_t groups = Groups != 0 ? Groups : run.groups;
   std::size_t made = 0;
   for (; at.input < run.frames; ++made) {
-    const float alpha = static_cast<float>(static_cast<std::int32_t>(at.within & kPhaseMask)) * kPhaseScale;
-    const TablePair* const tables = run.tables + (at.within >> kPhaseFractionBits) * groups;
-    Dots::template frame<Groups>(tables, run.left + at.input, run.right + at.input, groups, alpha, run.outLeft + made,
+    const auto units = static_cast<std::int32_t>(at.within & kPhaseMask);
+    const TapGroup* const tables = run.tables + (at.within >> kPhaseFractionBits) * groups;
+    Dots::template frame<Groups>(tables, run.window + 2 * at.input, groups, units, run.outLeft + made,
                                  run.outRight + made);
     at.advance(step);
   }
