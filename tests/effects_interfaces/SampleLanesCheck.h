@@ -11,7 +11,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 using SampleRow = std::array<std::int16_t, 16>;
-using LaneResults = std::array<SampleRow, 9>;
+using LaneResults = std::array<SampleRow, 10>;
 
 /// The templates below for AVX2.
 void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results);
@@ -22,6 +22,7 @@ template <typename Samples>
 void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results) {
   const auto [gain, first, second, fraction] = numbers;
   const typename Samples::Weights weights(first, second);
+  std::int16_t previous = 77;
   for (unsigned i = 0; i < a.size(); i += Samples::kCount) {
     const auto x = Samples::load(&a[i]);
     const auto y = Samples::load(&b[i]);
@@ -33,7 +34,8 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
               .template shiftedRight<9>()
               .saturated(),
           between(x, y, typename Samples::template Fraction<15>(fraction)),
-          between(x, y, typename Samples::template Fraction<12>(fraction >> 3)), nearerZeroWhereEqual(x, y)}) {
+          between(x, y, typename Samples::template Fraction<12>(fraction >> 3)), nearerZeroWhereEqual(x, y),
+          oneLater(x, previous)}) {
       result.store(&results[row++][i]);
     }
   }

@@ -99,7 +99,9 @@ unsigned runGated(GateReverb& law, std::int16_t* left, std::int16_t* right, unsi
   std::int16_t gains[kControlGrid];
   law.gate.follow(left, right, gains, count - count % Samples::kCount, law.holdStep);
   law.gains = gains;
-  return runLanes<Samples>(law, left, right, count);
+  const unsigned done = runLanes<Samples>(law, left, right, count);
+  law.gains = nullptr;
+  return done;
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects
