@@ -5,17 +5,11 @@
 #include <cmath>
 #include <numbers>
 
+#include "effects/modulation/MarloLanes.h"
+
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
-
-/// How far the triangle moves the tap to each side (37.6 samples), and where it rests (188.2 samples, 4.27 ms).
-constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004267 * 0.2);
-constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.0042666);
-
-/// The wet sound's share, and the gain of the sum that keeps it within full scale.
-constexpr float kWetGain = 0.66666F;
-constexpr float kSumGain = 0.75F;
 
 /// What a one-pole highpass with a corner of `hertz` keeps of its output per sample.
 float highpassKeeps(double hertz) {
@@ -25,18 +19,18 @@ float highpassKeeps(double hertz) {
 
 float inputScaleOf(float kept) { return (kept + 1.0F) * 0.5F; }
 
-const float kDryKept = highpassKeeps(48.228771);
-const float kWetKept = highpassKeeps(32.152514);
-const float kDryScale = inputScaleOf(kDryKept);
-const float kWetScale = inputScaleOf(kWetKept);
-
 float chorus(MarloChorus::Side& side, float in, float tap) {
-  const float dry = side.dry.run(in, kDryKept, kDryScale);
-  const float wet = side.wet.run(tap, kWetKept, kWetScale);
-  return limited((wet * kWetGain + dry) * kSumGain);
+  const float dry = side.dry.run(in, MarloChorus::kDryKept, MarloChorus::kDryScale);
+  const float wet = side.wet.run(tap, MarloChorus::kWetKept, MarloChorus::kWetScale);
+  return limited((wet * MarloChorus::kWetGain + dry) * MarloChorus::kSumGain);
 }
 
 }  // namespace
+
+const float MarloChorus::kDryKept = highpassKeeps(48.228771);
+const float MarloChorus::kWetKept = highpassKeeps(32.152514);
+const float MarloChorus::kDryScale = inputScaleOf(kDryKept);
+const float MarloChorus::kWetScale = inputScaleOf(kWetKept);
 
 float MarloChorus::Highpass::run(float x, float kept, float inputScale) {
   const float scaled = inputScale * x;
@@ -57,6 +51,10 @@ void MarloChorus::step(const Settings& to, std::int16_t& left, std::int16_t& rig
     outLeft = chorus(leftSide, inLeft, lines.leftLine.read(sweep.left() * kDepth + at + kBase));
     outRight = chorus(rightSide, inRight, lines.rightLine.read(sweep.right() * kDepth + at + kBase));
   });
+}
+
+unsigned MarloChorus::runSse2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runMarloChorus<MarloFour>(law, left, right, count);
 }
 
 template class TwoKnobEffect<MarloChorus>;

@@ -12,6 +12,20 @@ struct MarloChorus {
   static constexpr int kOtherRestart = kMarloRestart;
   using Settings = MarloSettings;
 
+  /// How far the triangle moves the tap to each side (37.6 samples), and where it rests (188.2 samples, 4.27 ms).
+  static constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004267 * 0.2);
+  static constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.0042666);
+
+  /// The wet sound's share, and the gain of the sum that keeps it within full scale.
+  static constexpr float kWetGain = 0.66666F;
+  static constexpr float kSumGain = 0.75F;
+
+  /// What the highpasses keep of their outputs per sample (corners of 48.2 and 32.2 Hz), and take of their inputs.
+  static const float kDryKept;
+  static const float kWetKept;
+  static const float kDryScale;
+  static const float kWetScale;
+
   /// A one-pole highpass on an input that is scaled first.
   struct Highpass {
     float previousInput = 0.0F;
@@ -33,6 +47,11 @@ struct MarloChorus {
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool) { settings = to; }
+
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runSse2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = MarloLines::kMemory;
   bool isSilent(unsigned count) const { return leftSide.isSilent() && rightSide.isSilent() && lines.isSilent(count); }
@@ -42,6 +61,7 @@ struct MarloChorus {
   }
 
   MarloLines lines;
+  MarloSettings settings;  ///< Of the lanes.
   MarloSweep sweep;
   Side leftSide;
   Side rightSide;

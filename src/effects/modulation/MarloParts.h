@@ -103,9 +103,15 @@ struct MarloLines {
 /// The triangle that moves the taps of chorus and phase, on both sides: the right one lags by up to half a cycle.
 struct MarloSweep {
   void advance(const MarloSettings& to) {
-    spread = marloSmoothed(spread, to.spreadStep);
+    nextSpread(to);
+    nextPhase(to);
+  }
+
+  /// Move by one sample.
+  float nextSpread(const MarloSettings& to) { return spread = marloSmoothed(spread, to.spreadStep); }
+  float nextPhase(const MarloSettings& to) {
     phase -= to.rate;
-    phase = phase < 0.0F ? phase + 1.0F : phase;
+    return phase = phase < 0.0F ? phase + 1.0F : phase;
   }
 
   /// Moves on by `count` samples.
@@ -129,6 +135,9 @@ struct MarloSweep {
   float leftLfo = 0.0F;
   float rightLfo = 0.0F;
 
+  /// Moves a smoothed triangle by one sample towards `target`, and returns it.
+  static float smoothed(float& lfo, float target);
+
  private:
   static float followed(float& lfo, float phase);
 };
@@ -136,11 +145,14 @@ struct MarloSweep {
 /// Share that the triangle's smoother keeps per sample: a corner of 3.3865754 Hz.
 extern const float kMarloLfoKept;
 
+inline float MarloSweep::smoothed(float& lfo, float target) {
+  lfo = target + (lfo - target) * kMarloLfoKept;
+  return lfo;
+}
+
 inline float MarloSweep::followed(float& lfo, float phase) {
   const float twice = 2.0F * phase;
-  const float t = phase >= 0.5F ? twice - 1.0F : 1.0F - twice;
-  lfo = t + (lfo - t) * kMarloLfoKept;
-  return lfo;
+  return smoothed(lfo, phase >= 0.5F ? twice - 1.0F : 1.0F - twice);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,72 @@
+// The Marlo effects' runs in lanes for AVX2.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/modulation/MarloChorus.h"
+#include "effects/modulation/MarloPhase.h"
+
+// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
+// have to run on every processor.
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx2")
+#endif
+
+#include "effects/modulation/MarloLanes.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+namespace {
+
+/// Eight consecutive samples.
+struct MarloEight {
+  static constexpr unsigned kCount = 8;
+  using Floats = float __attribute__((vector_size(32)));
+  using Integers = std::int32_t __attribute__((vector_size(32)));
+  using Samples = std::int16_t __attribute__((vector_size(16)));
+  static constexpr Integers kAscending{0, 1, 2, 3, 4, 5, 6, 7};
+  using FourPairs = std::int64_t __attribute__((vector_size(32)));
+  using Quad = float __attribute__((vector_size(16)));
+
+  template <typename Make>
+  static Floats made(Make&& make) {
+    const Floats values{make(0), make(1), make(2), make(3), make(4), make(5), make(6), make(7)};
+    return values;
+  }
+  static constexpr unsigned kQuads = 2;
+  static void split(Floats x, Quad* quads) {
+    quads[0] = __builtin_shufflevector(x, x, 0, 1, 2, 3);
+    quads[1] = __builtin_shufflevector(x, x, 4, 5, 6, 7);
+  }
+  static Floats joined(const Quad* quads) {
+    return __builtin_shufflevector(quads[0], quads[1], 0, 1, 2, 3, 4, 5, 6, 7);
+  }
+  /// In the order in which the shuffles below take them.
+  static void readPairs(const float* from, Integers at, Floats& first, Floats& second) {
+    const FourPairs even{pairAt(from, at[0]), pairAt(from, at[1]), pairAt(from, at[4]), pairAt(from, at[5])};
+    const FourPairs odd{pairAt(from, at[2]), pairAt(from, at[3]), pairAt(from, at[6]), pairAt(from, at[7])};
+    const auto a = reinterpret_cast<Floats>(even);
+    const auto b = reinterpret_cast<Floats>(odd);
+    first = __builtin_shufflevector(a, b, 0, 2, 8, 10, 4, 6, 12, 14);
+    second = __builtin_shufflevector(a, b, 1, 3, 9, 11, 5, 7, 13, 15);
+  }
+  static Floats reversed(Floats x) { return __builtin_shufflevector(x, x, 7, 6, 5, 4, 3, 2, 1, 0); }
+};
+
+}  // namespace
+
+unsigned MarloChorus::runAvx2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runMarloChorus<MarloEight>(law, left, right, count);
+}
+
+unsigned MarloPhase::runAvx2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runMarloPhase<MarloEight>(law, left, right, count);
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
+
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
