@@ -44,7 +44,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   static unsigned runSse2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
 ///   static unsigned runAvx2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
 /// Both run as many of the samples as fill whole registers, in place, and return their number. Shorter registers run
-/// the rest of longer ones, `step` the rest of all.
+/// the rest of longer ones, `step` the rest of all. A law may do without `runSse2`.
 /// A law that answers silence with silence once its memory is zero has
 ///   static constexpr unsigned kMemory;               // samples that its longest line holds; 0 without lines
 ///   bool isSilent(unsigned count) const;             // all that sounds is zero in the state, and in what the last
@@ -246,7 +246,9 @@ class TwoKnobEffect : public SivrayFx {
     if constexpr (requires { law.fitsLanes(live); }) {
       if (laneForm != LaneForm::plain && law.fitsLanes(live)) {
         done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
-        done += done < count ? Law::runSse2(law, left + done, right + done, count - done) : 0;
+        if constexpr (requires { Law::runSse2(law, left, right, count); }) {
+          done += done < count ? Law::runSse2(law, left + done, right + done, count - done) : 0;
+        }
       }
     }
     if (done < count) {

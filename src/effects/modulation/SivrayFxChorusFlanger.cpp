@@ -21,10 +21,6 @@ constexpr int kFullWetKnob = 32;
 constexpr std::int32_t kWetPerKnob = 1024;
 constexpr std::int32_t kLargestFeedback = 32440;
 
-/// Delay at the foot of the triangle (3 samples) and per unit of the triangle, 16 fractional bits: up to 336.5 samples.
-constexpr std::int32_t kLeastDelay = 3 << 16;
-constexpr std::int32_t kDelayPerTriangle = 667;
-
 /// A one-pole smoothing of the triangle at `phase` by 1/256 per sample. It needs no limit: of values up to 32768 and
 /// 32767 it makes 32767 at most.
 std::int32_t followed(std::int32_t phase, std::int32_t follow) { return (triangle(phase) + follow * 255) >> 8; }
@@ -46,6 +42,7 @@ void ChorusFlangerLaw::stepChannel(Channel& channel, std::int32_t channelPhase, 
   const std::int32_t tap = shortLeak(shortLeakTwice(a + mulShift<16>(b - a, delay & 65535)));
   const std::int32_t in = sample;
   channel.line[writeIndex] = static_cast<std::int16_t>(saturate(in + mul15(feedback.value(), tap)));
+  channel.line[Channel::kLineLength] = channel.line[0];
   sample = static_cast<std::int16_t>(saturate(in + mul15(wet.value(), tap)));
 }
 

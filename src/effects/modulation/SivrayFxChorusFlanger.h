@@ -23,9 +23,15 @@ struct ChorusFlangerLaw {
   struct Channel {
     static constexpr unsigned kLineLength = 1024;
 
-    std::array<std::int16_t, kLineLength> line{};
+    /// The last entry always copies entry 0, so that a sample and the next one lie side by side everywhere.
+    std::array<std::int16_t, kLineLength + 1> line{};
     std::int32_t follow = 0;  ///< The smoothed triangle, 0 to 32767.
   };
+
+  /// Delay at the foot of the triangle (3 samples) and per unit of the triangle, 16 fractional bits: up to 336.5
+  /// samples.
+  static constexpr std::int32_t kLeastDelay = 3 << 16;
+  static constexpr std::int32_t kDelayPerTriangle = 667;
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
@@ -36,6 +42,10 @@ struct ChorusFlangerLaw {
     phase = 0;
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runAvx2(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = Channel::kLineLength;
   bool isSilent(unsigned count) const {
@@ -52,6 +62,7 @@ struct ChorusFlangerLaw {
   SmoothedValue feedback;
   SmoothedValue wet;
   std::int32_t phase = 0;
+  std::int32_t lfoStep = 0;  ///< Of the lanes.
   std::uint32_t writeIndex = 0;
   Channel leftChannel;
   Channel rightChannel;
