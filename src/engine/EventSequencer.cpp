@@ -25,31 +25,46 @@ bool setsTheSame(const SequencerEvent& a, const SequencerEvent& b) {
 
 }  // namespace
 
-EventSequencer::EventSequencer(IEventResponder& eventResponder) : responder(eventResponder) {
-  pending.reserve(kCapacity);
-  active.reserve(kCapacity);
-}
-
 /// Keeps the newest value of each parameter at each frame. Returns whether the full list has room again.
-bool EventSequencer::makeRoom() {
+bool WaitingRecords::makeRoom() {
   if (isCrowded) {
     return false;
   }
-  std::sort(pending.begin(), pending.end(), isNewerOfSame);
+  std::sort(records.begin(), records.end(), isNewerOfSame);
   // Moves and destroys plain records in place.
   cofu::core::vouchFor(
-      [this] { pending.erase(std::unique(pending.begin(), pending.end(), setsTheSame), pending.end()); });
+      [this] { records.erase(std::unique(records.begin(), records.end(), setsTheSame), records.end()); });
   // A list that shrinks by little would be sorted again for every few records.
-  isCrowded = pending.size() > kCapacity / 2;
-  return pending.size() < kCapacity;
+  isCrowded = records.size() > kCapacity / 2;
+  return records.size() < kCapacity;
+}
+
+void WaitingRecords::moveTo(std::vector<SequencerEvent>& list) {
+  // Plain records, for which the list has room.
+  cofu::core::vouchFor([&] { list.insert(list.end(), records.begin(), records.end()); });
+  records.clear();
+  isCrowded = false;
+}
+
+EventSequencer::EventSequencer(IEventResponder& eventResponder) : responder(eventResponder) {
+  active.reserve(2 * kCapacity);
+}
+
+void EventSequencer::append(const SequencerEvent& record) {
+  const cofu::core::RealTimeLock lock(mutex);
+  pending.add() = record;
+  hasPending.store(true, std::memory_order_release);
 }
 
 void EventSequencer::merge() {
   active.clear();
-  {
+  if (!ofBlock.isEmpty()) {
+    ofBlock.moveTo(active);
+  }
+  if (hasPending.load(std::memory_order_acquire)) {
     const cofu::core::RealTimeLock lock(mutex);
-    pending.swap(active);
-    isCrowded = false;
+    pending.moveTo(active);
+    hasPending.store(false, std::memory_order_relaxed);
   }
   std::sort(active.begin(), active.end(), firesBefore);
   position = 0;

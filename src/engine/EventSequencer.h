@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -54,57 +55,66 @@ class IEventSequencer {
   virtual void advance(std::int64_t frames) SIVRAY_NONBLOCKING = 0;
 };
 
-/// Producers append on any thread. The render loop takes over what they have appended once it has worked through its
-/// own list. The lock is held while one producer appends, or for one swap, and never while a record fires.
-///
-/// Up to kCapacity records wait, more than one block can bring. A host that sets parameters and never renders could
-/// fill any list, so a full list keeps only the newest value of each parameter at each frame: nothing is rendered
+/// Records that wait, at most kCapacity, more than one block can bring. A host that sets parameters and never renders
+/// could fill any list, so a full list keeps only the newest value of each parameter at each frame: nothing is rendered
 /// between records of the same frame, so the engine ends up with the same values. New records that still find no room
 /// are dropped. Memory is allocated by the constructor alone.
-class EventSequencer final : public IEventSequencer {
+class WaitingRecords {
  public:
   /// Room for 4095 values of automation and 4096 messages, the most that a block brings, behind a value of each of the
   /// engine's 560 parameter ids.
   static constexpr std::size_t kCapacity = 10240;
 
-  /// Appends any number of records under one hold of the lock, which ends with the intake.
-  class Intake {
-   public:
-    explicit Intake(EventSequencer& eventSequencer) SIVRAY_NONBLOCKING : sequencer(eventSequencer),
-                                                                         lock(eventSequencer.mutex) {}
+  WaitingRecords() { records.reserve(kCapacity); }
 
-    /// Returns a new record for the caller to fill in, good until the next call. The record is lost if the list is
-    /// full.
-    SequencerEvent& add() SIVRAY_NONBLOCKING {
-      if (sequencer.pending.size() == kCapacity && !sequencer.makeRoom()) {
-        return sequencer.dropped;
-      }
-      // Within the capacity that the constructor has reserved.
-      return cofu::core::vouchFor([this]() -> SequencerEvent& { return sequencer.pending.emplace_back(); });
+  bool isEmpty() const { return records.empty(); }
+
+  /// Returns a new record for the caller to fill in, good until the next call. The record is lost if the list is full.
+  SequencerEvent& add() SIVRAY_NONBLOCKING {
+    if (records.size() == kCapacity && !makeRoom()) {
+      return dropped;
     }
+    // Within the capacity that the constructor has reserved.
+    return cofu::core::vouchFor([this]() -> SequencerEvent& { return records.emplace_back(); });
+  }
 
-   private:
-    EventSequencer& sequencer;
-    cofu::core::RealTimeLock<std::recursive_mutex> lock;
-  };
+  /// Moves all records to the end of `list`, which has room for them.
+  void moveTo(std::vector<SequencerEvent>& list) SIVRAY_NONBLOCKING;
+
+ private:
+  bool makeRoom() SIVRAY_NONBLOCKING;
+
+  std::vector<SequencerEvent> records;
+  bool isCrowded = false;  ///< Most of a full list is needed: what comes is dropped until the list has been taken.
+  SequencerEvent dropped;  ///< What a producer fills in when there is no room.
+};
+
+/// What a block brings is added without a lock, by whoever runs the block. Other producers append on any thread, under
+/// a lock that is held while one of them appends, or while the render loop takes what there is, and never while a
+/// record fires. The render loop takes over both once it has worked through its own list.
+class EventSequencer final : public IEventSequencer {
+ public:
+  static constexpr std::size_t kCapacity = WaitingRecords::kCapacity;
 
   /// `eventResponder` must outlive the sequencer.
   explicit EventSequencer(IEventResponder& eventResponder);
 
-  /// Appends one record.
-  void append(const SequencerEvent& record) { Intake(*this).add() = record; }
+  /// As WaitingRecords::add. Must not run at the same time as another `add`, `nextEventFrame` or `advance`.
+  SequencerEvent& add() SIVRAY_NONBLOCKING { return ofBlock.add(); }
+
+  /// Appends one record. Any thread.
+  void append(const SequencerEvent& record) SIVRAY_NONBLOCKING;
 
   std::int64_t nextEventFrame() SIVRAY_NONBLOCKING override;
   void advance(std::int64_t frames) SIVRAY_NONBLOCKING override;
 
  private:
-  bool makeRoom() SIVRAY_NONBLOCKING;
   void merge();
   void fire(const SequencerEvent& record);
 
-  std::vector<SequencerEvent> pending;  ///< Guarded by `mutex`, as the next two.
-  bool isCrowded = false;               ///< Most of a full list is needed: what comes is dropped until the next merge.
-  SequencerEvent dropped;               ///< What a producer fills in when there is no room.
+  WaitingRecords pending;               ///< Guarded by `mutex`.
+  std::atomic<bool> hasPending{false};  ///< Set under the lock; read without it, so that an empty list costs no lock.
+  WaitingRecords ofBlock;
   IEventResponder& responder;
   std::vector<SequencerEvent> active;
   std::int64_t position = 0;  ///< Frames since the last merge.

@@ -29,33 +29,29 @@ SivrayPlugin<Synth>::SivrayPlugin(std::string_view folder, std::size_t slotFrame
       library(std::make_unique<vimo::SivraySampleLibrary>()) {}
 
 template <typename Synth>
-SequencerEvent& SivrayPlugin<Synth>::addRecord(EventSequencer::Intake& intake, SequencerKind kind) {
-  SequencerEvent& record = intake.add();
+void SivrayPlugin<Synth>::number(SequencerEvent& record, SequencerKind kind) {
   record.sequence = nextSequence.fetch_add(1, std::memory_order_relaxed);
   record.kind = kind;
-  return record;
 }
 
 template <typename Synth>
 void SivrayPlugin<Synth>::queueParameter(SequencerKind kind, std::uint32_t id, float value) {
-  EventSequencer::Intake intake(sequencer);
-  SequencerEvent& record = addRecord(intake, kind);
+  SequencerEvent record;
+  number(record, kind);
   record.id = id;
   record.value = value;
+  sequencer.append(record);
 }
 
 template <typename Synth>
 bool SivrayPlugin<Synth>::addMidi(const std::vector<vimo::MidiEvent>& events) {
-  if (events.empty()) {
-    return false;
-  }
-  EventSequencer::Intake intake(sequencer);
   for (const vimo::MidiEvent& event : events) {
-    SequencerEvent& record = addRecord(intake, SequencerKind::midi);
+    SequencerEvent& record = sequencer.add();
+    number(record, SequencerKind::midi);
     record.frame = event.frame;
     record.message = shortMessage(event);
   }
-  return true;
+  return !events.empty();
 }
 
 template <typename Synth>
@@ -63,14 +59,12 @@ void SivrayPlugin<Synth>::takeAutomation(vimo::TimedValueRing& ring) {
   if (ring.isEmpty()) {
     return;
   }
-  {
-    EventSequencer::Intake intake(sequencer);
-    while (const auto entry = ring.take()) {
-      SequencerEvent& record = addRecord(intake, SequencerKind::parameter);
-      record.frame = entry->frame;
-      record.id = entry->id;
-      record.value = entry->value;
-    }
+  while (const auto entry = ring.take()) {
+    SequencerEvent& record = sequencer.add();
+    number(record, SequencerKind::parameter);
+    record.frame = entry->frame;
+    record.id = entry->id;
+    record.value = entry->value;
   }
   if (listener != nullptr) {
     listener->parametersArrived();

@@ -59,7 +59,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
   /// Renders `frames` frames into two outputs, without taking in a block's messages and values.
   void renderOnly(float* const* outputs, int frames) SIVRAY_NONBLOCKING;
 
-  /// Queues messages for the next render. Returns whether there was one.
+  /// Queues messages for the next render. Returns whether there was one. Audio thread.
   bool addMidi(const std::vector<vimo::MidiEvent>& events) SIVRAY_NONBLOCKING;
 
   /// Queues "BPMx10" (0) or "Trigger" (1) for the start of the next `process`, active or not.
@@ -91,8 +91,8 @@ class SivrayPlugin final : public vimo::Generator<float> {
     Synth& synth;
   };
 
-  /// Adds a record with the next number in the order of arrival.
-  SequencerEvent& addRecord(EventSequencer::Intake& intake, SequencerKind kind);
+  /// Names a record's kind and gives it the next number in the order of arrival.
+  void number(SequencerEvent& record, SequencerKind kind) SIVRAY_NONBLOCKING;
   void queueParameter(SequencerKind kind, std::uint32_t id, float value);
   void takeAutomation(vimo::TimedValueRing& ring) SIVRAY_NONBLOCKING;
 

@@ -23,14 +23,9 @@ class Rendering : public IEventResponder {
   void onGlobalParameter(const SequencerEvent& record) override { note('g', record.id); }
   void onMidi(const SequencerMessage& message) override { note('m', message.bytes[0]); }
 
-  void queue(std::int64_t frame, SequencerKind kind, std::uint32_t id) {
-    SequencerEvent record;
-    record.frame = frame;
-    record.kind = kind;
-    record.sequence = sequence++;
-    record.id = id;
-    record.message.bytes[0] = static_cast<std::uint8_t>(id);
-    sequencer.append(record);
+  void queue(std::int64_t frame, SequencerKind kind, std::uint32_t id) { sequencer.append(record(frame, kind, id)); }
+  void queueInBlock(std::int64_t frame, SequencerKind kind, std::uint32_t id) {
+    sequencer.add() = record(frame, kind, id);
   }
 
   /// Returns the records that fire in the next `frames` frames.
@@ -49,6 +44,16 @@ class Rendering : public IEventResponder {
   std::map<std::uint32_t, std::uint32_t> lastSequences;  ///< Of each parameter that has fired.
 
  private:
+  SequencerEvent record(std::int64_t frame, SequencerKind kind, std::uint32_t id) {
+    SequencerEvent made;
+    made.frame = frame;
+    made.kind = kind;
+    made.sequence = sequence++;
+    made.id = id;
+    made.message.bytes[0] = static_cast<std::uint8_t>(id);
+    return made;
+  }
+
   void note(char kind, std::uint32_t id) {
     tesh::cofu::core::mayWait([&] { fired.push_back(kind + std::to_string(id)); });
   }
@@ -78,6 +83,20 @@ TEST(EventSequencer, HoldsABoundedNumberOfRecordsAndTheNewestValues) {
       ASSERT_EQ(sequence, last - (last - id) % kParameters) << id;
     }
   }
+}
+
+TEST(EventSequencer, FiresWhatTheBlockAndOthersHaveQueuedAsOneList) {
+  Rendering rendering;
+  rendering.queue(5, kParameter, 1);
+  rendering.queueInBlock(5, kMidi, 2);
+  rendering.queueInBlock(5, kParameter, 3);
+  rendering.queue(4, kGlobal, 4);
+  rendering.queue(5, kParameter, 5);
+  EXPECT_THAT(rendering.firedBy(20), ElementsAre("g4", "p1", "p3", "p5", "m2"));
+  rendering.queueInBlock(0, kParameter, 6);
+  EXPECT_THAT(rendering.firedBy(20), ElementsAre("p6"));
+  rendering.queue(0, kParameter, 7);
+  EXPECT_THAT(rendering.firedBy(20), ElementsAre("p7"));
 }
 
 TEST(EventSequencer, DropsTheNewestMessagesOfAFloodAndTakesRecordsAgainAfterIt) {

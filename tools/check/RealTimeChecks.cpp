@@ -67,6 +67,29 @@ Verdict callsInside(const CheckSettings& settings) {
                  static_cast<long long>(counts.waits), static_cast<double>(counts.locks) / static_cast<double>(blocks));
 }
 
+/// Plays notes in every second block: VST 2 takes the shell's lock for the block, and again for each note.
+Verdict locksInside(const CheckSettings& settings) {
+  if (!CallCounter::works() || !settings.isVst2()) {
+    return verdict(true, "not judged here");
+  }
+  constexpr int kBlocks = 1000;
+  const auto library = settings.load();
+  const auto host = library->makeInstance();
+  settle(*host);
+  CallCounts counts;
+  std::vector<float> left(64);
+  std::vector<float> right(64);
+  for (int block = 0; block < kBlocks; ++block) {
+    if (block % 2 == 0) {
+      host->queueNote(36 + block % 8, 1 + block % 127, block % 64);
+    }
+    const CallCounter counter(counts);
+    host->process(left.data(), right.data(), 64);
+  }
+  return verdict(counts.locks == kBlocks + kBlocks / 2, "%.2f a block, every second with a note",
+                 static_cast<double>(counts.locks) / kBlocks);
+}
+
 /// Plays notes on all pads and changes all values of a program, the effect among them, in one block of 64 frames. A
 /// thread of its own sets the values, as a host's window does; JUCE's host hands them on with the block, and the waves
 /// would be read there.
@@ -239,6 +262,7 @@ Verdict soak(const CheckSettings& settings) {
 
 std::vector<Check> realTimeChecks() {
   return {{"calls inside process", callsInside},
+          {"locks inside process", locksInside},
           {"worst block", worstBlock},
           {"speed", speed},
           {"waiting times", waitingTimes},

@@ -66,7 +66,7 @@ ShellBlock::ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters)
   processor.editor = this;
   processor.sampleRate = kEngineRate;
   processor.generator().setSampleRate(kEngineRate);
-  processor.generator().tempoChanged(tempo);
+  processor.generator().tempoChanged(tempo.load());
   takesInput = processor.generator().inputCount() != 0;
   latest.resize(static_cast<std::size_t>(processor.controller().macroCount()));
 }
@@ -81,8 +81,11 @@ void ShellBlock::setSampleRate(float rate) {
 }
 
 void ShellBlock::setTempo(float bpm) {
+  if (bpm == tempo.load(std::memory_order_relaxed)) {
+    return;  // As with nearly every block, which then takes one lock less.
+  }
   const cofu::core::RealTimeLock lock(core.mainMutex);
-  if (!std::isfinite(bpm) || bpm == tempo) {
+  if (!std::isfinite(bpm)) {
     return;
   }
   tempo = bpm;

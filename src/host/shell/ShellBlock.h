@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -57,7 +58,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   CFsConverterWrapper converter;
   bool active = false;
   float hostSampleRate = 0.0F;          ///< 0 until the host gives one.
-  float tempo = 120.0F;                 ///< Beats per minute.
+  std::atomic<float> tempo = 120.0F;    ///< Beats per minute. Written with the main lock held.
   std::vector<vimo::MidiEvent> midiIn;  ///< In frames of the engine, as `midiOut`.
   std::vector<vimo::MidiEvent> midiOut;
   vimo::TimedValueRing automationRing{4096};
