@@ -22,12 +22,20 @@ struct MarloEnsemble {
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool) { settings = to; }
+
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runSse2(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = MarloLines::kMemory;
   bool isSilent(unsigned count) const { return lines.isSilent(count); }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
   MarloLines lines;
+  MarloSettings settings;                                              ///< Of the lanes.
   float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts where Depth 0 rests.
   float spread = 1.0F;
   Voices fast = kStartPhases;

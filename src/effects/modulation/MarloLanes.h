@@ -21,6 +21,7 @@ inline std::int64_t pairAt(const float* from, std::int32_t index) {
   std::memcpy(&pair, from + static_cast<std::uint32_t>(index), sizeof(pair));
   return pair;
 }
+using MarloQuad = float __attribute__((vector_size(16)));
 using MarloTwoPairs = std::int64_t __attribute__((vector_size(16)));
 
 /// Four consecutive samples.
@@ -192,9 +193,21 @@ template <typename Form>
   return runMarlo<Form>(law, left, right, count, sound);
 }
 
+/// Turns four registers with the values of one sample each into registers with one value of each sample, and back.
+inline void transpose(MarloQuad& a, MarloQuad& b, MarloQuad& c, MarloQuad& d) {
+  const MarloQuad lowAb = __builtin_shufflevector(a, b, 0, 4, 1, 5);
+  const MarloQuad highAb = __builtin_shufflevector(a, b, 2, 6, 3, 7);
+  const MarloQuad lowCd = __builtin_shufflevector(c, d, 0, 4, 1, 5);
+  const MarloQuad highCd = __builtin_shufflevector(c, d, 2, 6, 3, 7);
+  a = __builtin_shufflevector(lowAb, lowCd, 0, 1, 4, 5);
+  b = __builtin_shufflevector(lowAb, lowCd, 2, 3, 6, 7);
+  c = __builtin_shufflevector(highAb, highCd, 0, 1, 4, 5);
+  d = __builtin_shufflevector(highAb, highCd, 2, 3, 6, 7);
+}
+
 /// The four highpasses of the chorus: dry left, dry right, wet left, wet right.
 struct MarloHighpasses {
-  using Quad = float __attribute__((vector_size(16)));
+  using Quad = MarloQuad;
 
   explicit MarloHighpasses(const MarloChorus& law)
       : previousInput{law.leftSide.dry.previousInput, law.rightSide.dry.previousInput, law.leftSide.wet.previousInput,
@@ -222,17 +235,6 @@ struct MarloHighpasses {
     run(wetLeft);
     run(wetRight);
     transpose(dryLeft, dryRight, wetLeft, wetRight);
-  }
-
-  static void transpose(Quad& a, Quad& b, Quad& c, Quad& d) {
-    const Quad lowAb = __builtin_shufflevector(a, b, 0, 4, 1, 5);
-    const Quad highAb = __builtin_shufflevector(a, b, 2, 6, 3, 7);
-    const Quad lowCd = __builtin_shufflevector(c, d, 0, 4, 1, 5);
-    const Quad highCd = __builtin_shufflevector(c, d, 2, 6, 3, 7);
-    a = __builtin_shufflevector(lowAb, lowCd, 0, 1, 4, 5);
-    b = __builtin_shufflevector(lowAb, lowCd, 2, 3, 6, 7);
-    c = __builtin_shufflevector(highAb, highCd, 0, 1, 4, 5);
-    d = __builtin_shufflevector(highAb, highCd, 2, 3, 6, 7);
   }
 
   Quad previousInput;

@@ -1,6 +1,7 @@
 // The Marlo effects' runs in lanes for AVX2.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/MarloChorus.h"
+#include "effects/modulation/MarloEnsemble.h"
 #include "effects/modulation/MarloPhase.h"
 
 // Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
@@ -12,7 +13,7 @@
 #pragma GCC target("avx2")
 #endif
 
-#include "effects/modulation/MarloLanes.h"
+#include "effects/modulation/EnsembleLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -26,7 +27,6 @@ struct MarloEight {
   using Samples = std::int16_t __attribute__((vector_size(16)));
   static constexpr Integers kAscending{0, 1, 2, 3, 4, 5, 6, 7};
   using FourPairs = std::int64_t __attribute__((vector_size(32)));
-  using Quad = float __attribute__((vector_size(16)));
 
   template <typename Make>
   static Floats made(Make&& make) {
@@ -34,11 +34,11 @@ struct MarloEight {
     return values;
   }
   static constexpr unsigned kQuads = 2;
-  static void split(Floats x, Quad* quads) {
+  static void split(Floats x, MarloQuad* quads) {
     quads[0] = __builtin_shufflevector(x, x, 0, 1, 2, 3);
     quads[1] = __builtin_shufflevector(x, x, 4, 5, 6, 7);
   }
-  static Floats joined(const Quad* quads) {
+  static Floats joined(const MarloQuad* quads) {
     return __builtin_shufflevector(quads[0], quads[1], 0, 1, 2, 3, 4, 5, 6, 7);
   }
   /// In the order in which the shuffles below take them.
@@ -57,6 +57,10 @@ struct MarloEight {
 
 unsigned MarloChorus::runAvx2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runMarloChorus<MarloEight>(law, left, right, count);
+}
+
+unsigned MarloEnsemble::runAvx2(MarloEnsemble& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runEnsemble<MarloEight>(law, left, right, count);
 }
 
 unsigned MarloPhase::runAvx2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
