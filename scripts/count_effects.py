@@ -20,7 +20,7 @@ EFFECTS = [
     ("Phaser", 160), ("Tremolo", 80), ("Auto Pan", 80), ("Pump", 80), ("Slicer", 80), ("Ring Mod", 80),
     ("Grain Shifter", 110), ("Short Delay", 10), ("BPM Delay", 12), ("Room Reverb", 14), ("Hall Reverb", 40),
     ("Gate Reverb", 42), ("Compressor", 120), ("Master Compressor", 120), ("Drive", 65), ("Distortion", 150),
-    ("Kiln Force", 350), ("Decimator", 40), ("EQ", 120), ("Peaking EQ", 120), ("LPF", 80), ("HPF", 80), ("BPF", 80),
+    ("Kiln Force", 58), ("Decimator", 40), ("EQ", 120), ("Peaking EQ", 120), ("LPF", 80), ("HPF", 80), ("BPF", 80),
     ("Comb Filter", 90), ("Talking Mod", 120)]
 
 

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
+#include <limits>
+#include <utility>
+#include <vector>
 
 #include "effects/dynamics/DecimatorTables.h"
 #include "effects/dynamics/Exponential.h"
@@ -138,6 +142,34 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
       const float right = static_cast<float>(input.right[i]) * 3.051851e-5F;
       ASSERT_EQ(sound.left[i], static_cast<std::int16_t>(tubeModel(left, drive, mix) * 32767.0F)) << round << " " << i;
       ASSERT_EQ(sound.right[i], static_cast<std::int16_t>(tubeModel(right, drive, mix) * 32767.0F));
+    }
+  }
+}
+
+TEST(TubeStage, EveryFormGivesTheSameBitsAsThePlainOne) {
+  using tesh::bramel::plugin::fxkit::Kilnode;
+  using namespace tesh::bramel::plugin::sivray::effects;
+  constexpr float kEdges[]{0.0F, -0.0F, 1.0F, -1.0F, 1e-40F, -3e37F, std::numeric_limits<float>::infinity()};
+  for (const LaneForm form : {LaneForm::sse2, LaneForm::avx2}) {
+    Kilnode plain;
+    Kilnode fast;
+    plain.useLanes(LaneForm::plain);
+    fast.useLanes(std::min(form, bestLaneForm()));
+    Dice dice(4);
+    for (int round = 0; round < 400; ++round) {
+      const float gain = dice.oneIn(3) ? static_cast<float>(dice.upTo(127)) / 127.0F : plain.parameter(0);
+      std::vector<float> expected(static_cast<std::size_t>(2 * dice.blockSize()));
+      for (float& sample : expected) {
+        sample = dice.oneIn(20) ? kEdges[dice.upTo(6)] : static_cast<float>(dice.upTo(40000) - 20000) / 20000.0F;
+      }
+      std::vector<float> sound = expected;
+      const auto count = static_cast<unsigned>(sound.size() / 2);
+      for (const auto& [tube, samples] : {std::pair{&plain, &expected}, {&fast, &sound}}) {
+        const tesh::vimo::FloatBlock block{samples->data(), samples->data() + count};
+        tube->setParameter(0, gain);
+        tube->processFloat(block, block, count);
+      }
+      ASSERT_EQ(std::memcmp(sound.data(), expected.data(), sound.size() * sizeof(float)), 0) << round;
     }
   }
 }

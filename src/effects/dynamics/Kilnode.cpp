@@ -1,38 +1,50 @@
-// The tube stage's curve. Every step is single precision but for the exponential itself.
+// How the tube stage's drive and mix glide, and its runs of samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/dynamics/Kilnode.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include "effects/dynamics/Exponential.h"
+#include "effects/dynamics/TubeCurve.h"
 
 namespace tesh::bramel::plugin::fxkit {
+
+using sivray::effects::LaneForm;
 
 namespace {
 
 /// Share of the distance that drive and mix move per sample: a time constant of 333 samples (7.6 ms).
 constexpr float kGlide = 0.003F;
 
-/// Drive at full gain, and what the input is multiplied by at a drive of 1.0.
+/// Drive at full gain.
 constexpr float kDrivePerGain = 0.25F;
-constexpr float kInputScale = 12.0F;
 
-/// How fast the curve nears its height: it has come within 0.25 % of it at an input of 1.0.
-constexpr float kSteepness = 6.0F;
+/// Samples per run.
+constexpr unsigned kRun = 64;
 
-/// The two halves of the wave saturate at slightly different heights.
-constexpr float kUpperHeight = 0.755F;
-constexpr float kLowerHeight = 0.765F;
-
-float bent(float x) {
-  const float rise = 1.0F - exponentialOfNegative(-kSteepness * std::fabs(x));
-  return x >= 0.0F ? rise * kUpperHeight : -rise * kLowerHeight;
+/// Fills `values` with the next samples of the glide from `value` to `target`, and leaves `value` at the last one.
+void glide(float& value, float target, float* values, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    const float before = value;
+    value += (target - value) * kGlide;
+    if (value == before) {
+      // Rounding holds it here from now on.
+      std::fill(values + i, values + count, value);
+      return;
+    }
+    values[i] = value;
+  }
 }
 
-float tube(float in, float drive, float mix) {
-  const float y = bent(drive * in * kInputScale);
-  return std::clamp((1.0F - mix) * in + mix * y, -1.0F, 1.0F);
+void throughTube(float* samples, const float* drives, const float* mixes, unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    samples[i] = tube(samples[i], drives[i], mixes[i]);
+  }
+}
+
+auto* tubeFor(LaneForm form) {
+  return form == LaneForm::avx2 ? throughTubeAvx2 : (form == LaneForm::sse2 ? throughTubeSse2 : throughTube);
 }
 
 /// A value on its way to 0 ends there before its arithmetic becomes slow: below this it changes no 16-bit sample.
@@ -63,14 +75,25 @@ void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned c
   const float mixTo = mixTarget;
   drive = ended(drive, driveTo);
   mix = ended(mix, mixTo);
-  for (unsigned i = 0; i < count; ++i) {
-    if (state->tickListener != nullptr) {
+  const bool ticks = state->tickListener != nullptr;
+  const unsigned longest = ticks ? 1 : kRun;
+  auto* const process = tubeFor(laneForm);
+  float samples[kRun]{};
+  float drives[kRun]{};
+  float mixes[kRun]{};
+  for (unsigned start = 0; start < count; start += longest) {
+    if (ticks) {
       state->tickListener(*this);
     }
-    drive += (driveTo - drive) * kGlide;
-    mix += (mixTo - mix) * kGlide;
-    out.left[i] = tube(in.left[i], drive, mix);
-    out.right[i] = tube(in.right[i], drive, mix);
+    const unsigned run = std::min(count - start, longest);
+    glide(drive, driveTo, drives, run);
+    glide(mix, mixTo, mixes, run);
+    for (const auto& [from, to] :
+         {std::pair{in.left + start, out.left + start}, {in.right + start, out.right + start}}) {
+      std::copy_n(from, run, samples);
+      process(samples, drives, mixes, (run + 3) & ~3U);
+      std::copy_n(samples, run, to);
+    }
   }
 }
 

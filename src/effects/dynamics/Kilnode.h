@@ -4,6 +4,7 @@
 
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/BasicEffect.h"
+#include "effects/interfaces/LaneForm.h"
 
 namespace tesh::bramel::plugin::fxkit {
 
@@ -19,11 +20,15 @@ class Kilnode : public vimo::BasicEffect {
   void setParameter(unsigned index, float value) override;
   void processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned count) override;
 
+  /// Changes the form in which it computes; the processor must have it. At first it is the fastest one.
+  void useLanes(sivray::effects::LaneForm form) { laneForm = form; }
+
  private:
   sivray::effects::Relaxed<float> driveTarget = 0.0F;
   sivray::effects::Relaxed<float> mixTarget = 0.0F;
   float drive = 0.0F;
   float mix = 0.0F;
+  sivray::effects::LaneForm laneForm = sivray::effects::bestLaneForm();
 };
 
 }  // namespace tesh::bramel::plugin::fxkit
