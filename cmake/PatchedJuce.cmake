@@ -27,11 +27,16 @@ endfunction()
 # The wrappers of VST 3 and LV2 spend more on a block than they must. What includes them must include
 # <build>/juce before JUCE's own modules.
 function(sivray_patch_wrappers)
-  # In each block they look at every parameter's flags, and VST 3 hosts at those of 2190.
+  # In each block they look at every parameter's flags, of which VST 3 has 2190. One word more, the last, now tells whether
+  # any flag is set.
   file(READ "${JUCE_MODULES_DIR}/juce_audio_processors/utilities/juce_FlagCache.h" text)
+  sivray_replace_once(text ": flags (divCeil (items, groupsPerWord))" ": flags (divCeil (items, groupsPerWord) + 1)")
   sivray_replace_once(text
-    "            const auto prevFlags = flags[flagIndex].exchange (0, std::memory_order_acq_rel);"
-    "            if (flags[flagIndex].load (std::memory_order_relaxed) == 0)\n                continue;\n\n            const auto prevFlags = flags[flagIndex].exchange (0, std::memory_order_acq_rel);")
+    "        flags[flagIndex].fetch_or (moveToGroupPosition (bits, groupIndex), std::memory_order_acq_rel);"
+    "        flags[flagIndex].fetch_or (moveToGroupPosition (bits, groupIndex), std::memory_order_acq_rel);\n        flags.back().store (1, std::memory_order_release);")
+  sivray_replace_once(text
+    "        for (size_t flagIndex = 0; flagIndex < flags.size(); ++flagIndex)\n        {\n            const auto prevFlags"
+    "        if (flags.empty() || flags.back().load (std::memory_order_relaxed) == 0)\n            return;\n\n        flags.back().exchange (0, std::memory_order_acq_rel);\n\n        for (size_t flagIndex = 0; flagIndex + 1 < flags.size(); ++flagIndex)\n        {\n            if (flags[flagIndex].load (std::memory_order_relaxed) == 0)\n                continue;\n\n            const auto prevFlags")
   sivray_replace_file(juce_audio_processors utilities juce_FlagCache.h "${text}")
 
   # A value from the host is told to listeners, all of which know that it came from the host.
@@ -39,11 +44,49 @@ function(sivray_patch_wrappers)
   sivray_replace_once(text
     "    const InParameterChangedCallbackSetter scopedSetter { inParameterChangedCallback };\n    param.setValueNotifyingHost (newValue);"
     "    param.setValue (newValue);")
+
+  # The processor renders into memory of the wrapper's, which is then copied. Where the host has just the stereo bus that all
+  # of ours have, it now renders into the host's memory.
+  sivray_replace_once(text
+    "        ClientRemappedBuffer<FloatType> remappedBuffer { bufferMapper, data };\n        auto& buffer = remappedBuffer.buffer;\n"
+    [[        std::optional<ClientRemappedBuffer<FloatType>> remappedBuffer;
+        AudioBuffer<FloatType> inPlace;
+        const auto rendersInPlace = hasStereoOutputAlone<FloatType> (data);
+
+        if (rendersInPlace)
+            inPlace.setDataToReferTo (getAudioBusPointer (detail::Tag<FloatType>{}, data.outputs[0]), 2, data.numSamples);
+        else
+            remappedBuffer.emplace (bufferMapper, data);
+
+        auto& buffer = rendersInPlace ? inPlace : remappedBuffer->buffer;
+]])
+  sivray_replace_once(text
+    "    template <typename FloatType>\n    void processAudio (Vst::ProcessData& data)\n"
+    [[    template <typename FloatType>
+    bool hasStereoOutputAlone (const Vst::ProcessData& data) const
+    {
+        const auto& outputs = bufferMapper.getOutputMap();
+
+        if (! bufferMapper.getInputMap().empty() || outputs.size() != 1 || outputs[0].size() != 2
+            || ! outputs[0].isHostActive() || ! outputs[0].isClientActive()
+            || data.numOutputs != 1 || data.outputs == nullptr || data.outputs[0].numChannels != 2)
+            return false;
+
+        auto* const* channels = getAudioBusPointer (detail::Tag<FloatType>{}, data.outputs[0]);
+        return channels != nullptr && channels[0] != nullptr && channels[1] != nullptr;
+    }
+
+    template <typename FloatType>
+    void processAudio (Vst::ProcessData& data)
+]])
+  sivray_replace_once(text
+    "#include <juce_audio_processors/utilities/juce_FlagCache.h>"
+    "#include <juce_audio_processors/utilities/juce_FlagCache.h>\n#include <optional>")
   sivray_replace_file(juce_audio_plugin_client VST3 juce_VST3_Wrapper.cpp "${text}")
 
   # The same, but the values of a block are told to the processor as its own, which it takes in together; and no search of
-  # each parameter for a range that none of ours has. Also, the buffer must keep its memory, but
-  # not its content, when a block is longer than the last.
+  # each parameter for a range that none of ours has. Here too the processor renders into the host's memory. Where it can't,
+  # the wrapper's buffer must keep its memory, but not its content, when a block is longer than the last.
   file(READ "${JUCE_MODULES_DIR}/juce_audio_plugin_client/LV2/juce_LV2_Client.cpp" text)
   sivray_replace_once(text
     "                ScopedValueSetter<bool> scope (ignoreCallbacks, true);\n                param->setValueNotifyingHost (scaledValue);"
@@ -57,8 +100,32 @@ function(sivray_patch_wrappers)
     "legacyParameters.getParamForIndex ((int) it->second))\n        {\n            const auto scaledValue"
     "legacyParameters.getParamForIndex ((int) (isGuessed ? guess : it->second)))\n        {\n            const auto scaledValue")
   sivray_replace_once(text
-    "static_cast<int> (numSteps), true, false, true);"
-    "static_cast<int> (numSteps), false, false, true);")
+    "        audio.setSize (audio.getNumChannels(), static_cast<int> (numSteps), true, false, true);\n"
+    [[        AudioBuffer<float> inPlace;
+        const auto rendersInPlace = processor->getTotalNumInputChannels() == 0 && processor->getTotalNumOutputChannels() == 2
+                                     && ports.getBufferForAudioOutput (0) != nullptr
+                                     && ports.getBufferForAudioOutput (1) != nullptr;
+        auto& audio = rendersInPlace ? inPlace : this->audio;
+
+        if (rendersInPlace)
+        {
+            float* const outputs[] { ports.getBufferForAudioOutput (0), ports.getBufferForAudioOutput (1) };
+            audio.setDataToReferTo (outputs, 2, static_cast<int> (numSteps));
+        }
+        else
+        {
+            audio.setSize (audio.getNumChannels(), static_cast<int> (numSteps), false, false, true);
+        }
+]])
+  sivray_replace_once(text
+    "            if (dst != nullptr)\n                std::copy (src, src + numSteps, dst);"
+    "            if (dst != nullptr && dst != src)\n                std::copy (src, src + numSteps, dst);")
+
+  # Of the host's position, which comes with each block, the processor asks for tempo and transport alone.
+  foreach(unused frame bar beat beatUnit beatsPerBar)
+    string(REGEX MATCH "{ mLV2_TIME__${unused}, *&atom[A-Za-z]* },[ \n]*" entry "${text}")
+    sivray_replace_once(text "${entry}" "")
+  endforeach()
 
   # Hosts that show the parameters ask for their values, and got no answer.
   sivray_replace_once(text

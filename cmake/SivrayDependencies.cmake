@@ -63,8 +63,10 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       $<$<PLATFORM_ID:Windows>:JUCE_USE_FLAC=0>
       $<$<PLATFORM_ID:Windows>:JUCE_USE_WINDOWS_MEDIA_FORMAT=0>
       $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>)
-  # JUCE is not performance-critical: it is compiled to build fast.
-  target_compile_options(sivray_juce_modules PRIVATE -O1 -g0)
+  # JUCE is not performance-critical: it is compiled to build fast, and so that the linker can leave out each function that
+  # is not used.
+  set(juce_options -O1 -g0 "$<$<PLATFORM_ID:Linux>:-ffunction-sections;-fdata-sections>")
+  target_compile_options(sivray_juce_modules PRIVATE ${juce_options})
   if(WIN32)
     # It can tell the day on which it was compiled, which would end up in what users get.
     target_compile_options(sivray_juce_modules PRIVATE -Wno-builtin-macro-redefined
@@ -105,7 +107,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   endif()
   target_compile_definitions(sivray_juce_client_modules PUBLIC ${client_modules}
     JUCE_ALSA=1 JUCE_JACK=1 JUCE_JACK_CLIENT_NAME="Sivray" JUCE_ALSA_MIDI_NAME="Sivray" JUCE_PLUGINHOST_VST=0 JUCE_VST3_CAN_REPLACE_VST2=0)
-  target_compile_options(sivray_juce_client_modules PRIVATE -O1 -g0)
+  target_compile_options(sivray_juce_client_modules PRIVATE ${juce_options})
 
   add_library(sivray_juce_client INTERFACE)
   set(sdks "${JUCE_MODULES_DIR}/juce_audio_processors/format_types")
