@@ -1,6 +1,5 @@
 // The check of what a form costs: the instructions of its library for the same blocks as those of VST 2.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -69,7 +68,10 @@ InstructionCounts countScene(const hosting::PluginFile& file, const std::string&
 }
 
 Verdict cost(const CheckSettings& settings) {
+  // Short blocks in which nothing moves are judged by instructions a frame: there every gain of speed in the engine,
+  // which all forms share, would look like a loss of the form's.
   constexpr double kMostMore = 0.02;
+  constexpr double kMostMoreAtRest = 10.0;
   constexpr std::array<CountedScene, 3> kScenes{{{512, false}, {128, true}, {128, false}}};
   if (!InstructionCounter::works()) {
     return verdict(true, "not judged here");
@@ -80,6 +82,7 @@ Verdict cost(const CheckSettings& settings) {
   const int blocks = settings.full ? 8 : 1;
   std::array<double, kScenes.size()> more{};
   std::array<double, kScenes.size()> moreWithHost{};
+  double moreAtRest = 0.0;
   for (std::size_t scene = 0; scene < kScenes.size(); ++scene) {
     const InstructionCounts ours = countScene(*form, settings.moduleName(), kScenes[scene], blocks);
     const InstructionCounts base = countScene(*vst2, vst2Module, kScenes[scene], blocks);
@@ -89,12 +92,13 @@ Verdict cost(const CheckSettings& settings) {
     const auto ratio = [](std::int64_t a, std::int64_t b) { return static_cast<double>(a) / static_cast<double>(b); };
     more[scene] = ratio(ours.library, base.library) - 1.0;
     moreWithHost[scene] = ratio(ours.library + ours.program, base.library + base.program) - 1.0;
+    moreAtRest = ratio(ours.library - base.library, std::int64_t{blocks} * kScenes[scene].frames);
   }
   return verdict(
-      std::ranges::max(more) <= kMostMore,
+      more[0] <= kMostMore && more[1] <= kMostMore && moreAtRest <= kMostMoreAtRest,
       "%+.2f %% instructions over VST 2 in 512 frames, %+.2f %% in 128 in which all parameters move, %+.2f %% "
-      "in 128 in which none moves (with the host's own %+.1f %%, %+.1f %% and %+.1f %%)",
-      100.0 * more[0], 100.0 * more[1], 100.0 * more[2], 100.0 * moreWithHost[0], 100.0 * moreWithHost[1],
+      "in 128 in which none moves, %.1f a frame (with the host's own %+.1f %%, %+.1f %% and %+.1f %%)",
+      100.0 * more[0], 100.0 * more[1], 100.0 * more[2], moreAtRest, 100.0 * moreWithHost[0], 100.0 * moreWithHost[1],
       100.0 * moreWithHost[2]);
 }
 
