@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ZeroedPages.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <new>
 #include <utility>
@@ -23,15 +24,23 @@ void* takePages(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RES
 
 void returnPages(void* start, std::size_t) { VirtualFree(start, 0, MEM_RELEASE); }
 
+std::uintptr_t pageSize() { return 4096; }
+
 /// Windows has no shared page of zeros, so that a read is enough.
 void touchPages(std::uintptr_t first, std::uintptr_t end) {
-  constexpr std::uintptr_t kPage = 4096;
-  for (std::uintptr_t page = first & ~(kPage - 1); page < end; page += kPage) {
+  for (std::uintptr_t page = first & ~(pageSize() - 1); page < end; page += pageSize()) {
     static_cast<void>(*reinterpret_cast<const volatile std::uint8_t*>(page));
   }
 }
 
+bool exchangePages(void* start, std::size_t bytes) {
+  return VirtualFree(start, bytes, MEM_DECOMMIT) != FALSE &&
+         VirtualAlloc(start, bytes, MEM_COMMIT, PAGE_READWRITE) != nullptr;
+}
+
 #else
+
+std::uintptr_t pageSize() { return static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE)); }
 
 /// Huge pages would be provided whole, 2 MiB for the first byte.
 void* takePages(std::size_t bytes) {
@@ -49,14 +58,15 @@ void returnPages(void* start, std::size_t bytes) { ::munmap(start, bytes); }
 
 void touchPages(std::uintptr_t first, std::uintptr_t end) {
 #ifdef MADV_POPULATE_WRITE
-  const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-  const std::uintptr_t start = first & ~(page - 1);
+  const std::uintptr_t start = first & ~(pageSize() - 1);
   ::madvise(reinterpret_cast<void*>(start), end - start, MADV_POPULATE_WRITE);  // NOLINT(performance-no-int-to-ptr)
 #else
   static_cast<void>(first);
   static_cast<void>(end);
 #endif
 }
+
+bool exchangePages(void* start, std::size_t bytes) { return ::madvise(start, bytes, MADV_DONTNEED) == 0; }
 
 #endif
 
@@ -90,6 +100,21 @@ void ZeroedPages::makePresent(std::size_t firstByte, std::size_t byteCount) cons
   }
   const auto base = reinterpret_cast<std::uintptr_t>(start);
   touchPages(base + firstByte, base + (byteCount < size - firstByte ? firstByte + byteCount : size));
+}
+
+void ZeroedPages::clear(std::size_t firstByte, std::size_t byteCount) const {
+  const std::size_t end = std::min(firstByte + byteCount, size);
+  if (firstByte >= end) {
+    return;
+  }
+  // Pages that lie in the stretch as a whole are exchanged for new ones.
+  auto* const bytes = static_cast<std::uint8_t*>(start);
+  const std::size_t page = pageSize();
+  const std::size_t firstPage = std::min((firstByte + page - 1) / page * page, end);
+  const std::size_t lastPage = std::max(end / page * page, firstPage);
+  const bool isExchanged = firstPage < lastPage && exchangePages(bytes + firstPage, lastPage - firstPage);
+  std::fill(bytes + firstByte, bytes + firstPage, std::uint8_t{0});
+  std::fill(bytes + (isExchanged ? lastPage : firstPage), bytes + end, std::uint8_t{0});
 }
 
 }  // namespace tesh::bramel::platform

@@ -1,7 +1,9 @@
 // The contents of a pad's slot after a change of its wave, from valid and broken files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
+#include <algorithm>
 #include <atomic>
 #include <numeric>
 #include <random>
@@ -139,6 +141,26 @@ TEST(WaveChange, GivesTheSameSlotsWhetherAWaveWasReadAheadOrNot) {
   }
   isOver = true;
   asker.join();
+}
+
+TEST(WaveChange, KeepsTheFormerWaveInMemoryOnlyUntilTheNextIsReadAhead) {
+  constexpr std::size_t kFrames = 40960;  // 40 pages.
+  const support::SampleFolder folder({{"long", ramp(1, kFrames), {}}, {"short", ramp(1, 10), {}}});
+  PcmFile file("SivrayPCM");
+  PcmPool pool(1, kFrames + 2);
+  PCMLoadTask load(pool, file);
+  const auto change = [&load](std::int32_t wave) { load.setValue(0, &wave); };
+  const auto presentPages = [&pool] {
+    std::vector<unsigned char> present(2 * 41);
+    ::mincore(const_cast<std::int16_t*>(pool.base()), present.size() * 4096, present.data());
+    return std::count_if(present.begin(), present.end(), [](unsigned char bits) { return (bits & 1U) != 0; });
+  };
+  change(0);
+  const auto ofOne = presentPages();
+  load.prepare(0, 1);
+  change(1);
+  load.prepare(0, 1);
+  EXPECT_LE(presentPages(), ofOne / 10);
 }
 
 TEST(WaveChange, NeedsNoFileForAWaveThatWasReadAhead) {

@@ -101,6 +101,19 @@ TEST(ZeroedPages, AreProvidedWhereTheyAreWrittenOrAskedFor) {
   EXPECT_EQ(array.data()[50 * kPage], 7);
 }
 
+TEST(ZeroedPages, GiveBackWholePagesWhereTheyAreCleared) {
+  constexpr std::size_t kPage = 4096 / sizeof(std::int16_t);
+  ZeroedArray<std::int16_t> array(30 * kPage);
+  std::fill_n(array.data() + 10 * kPage, 10 * kPage, std::int16_t{5});
+  array.clear(11 * kPage + 1, 2 * kPage);
+  EXPECT_EQ(presentPages(array), 10 - 1);
+  EXPECT_EQ(std::count(array.data(), array.data() + array.size(), 5), 8 * static_cast<std::ptrdiff_t>(kPage));
+  EXPECT_EQ(array.data()[11 * kPage], 5);
+  EXPECT_EQ(array.data()[13 * kPage + 1], 5);
+  array.clear(0, 1000 * kPage);
+  EXPECT_EQ(presentPages(array), 0);
+}
+
 TEST(PluginBundle, IsKnownByItsNameFromTheLibrarysFolder) {
   EXPECT_EQ(folderAroundBundle("/plug-ins/Sivray.vst3/Contents/x86_64-linux"), "/plug-ins");
   EXPECT_EQ(folderAroundBundle("/plug-ins/Sivray.lv2"), "/plug-ins");

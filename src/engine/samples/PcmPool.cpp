@@ -27,6 +27,16 @@ PcmPool::PcmPool(std::size_t slotTotal, std::size_t framesPerSlot)
   }
 }
 
+void PcmPool::clearUselessSpares() {
+  for (Spare& spare : spares) {
+    SpareState expected = SpareState::useless;
+    if (spare.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
+      memory.clear(spare.area * framesInSlot * 2, std::exchange(spare.writtenFrames, 0) * 2);
+      spare.state.store(SpareState::useless, std::memory_order_release);
+    }
+  }
+}
+
 std::pair<std::int16_t*, std::size_t> PcmPool::claimSpare(std::size_t index) {
   Spare& spare = spares[index];
   while (spare.state.exchange(SpareState::busy, std::memory_order_acquire) == SpareState::busy) {

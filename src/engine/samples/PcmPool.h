@@ -51,6 +51,8 @@ class PcmPool {
 
   // The spare memory of slot `index`. One thread at a time fills it, never the audio thread:
 
+  /// Gives the memory of all spare waves that nobody can use any more back to the system.
+  void clearUselessSpares();
   /// Takes the spare memory away from `takeSpare`, and returns it with the number of its frames that may not be zero.
   /// May wait for the end of a `takeSpare`.
   std::pair<std::int16_t*, std::size_t> claimSpare(std::size_t index);
