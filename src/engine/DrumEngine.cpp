@@ -91,9 +91,14 @@ void DrumEngine::renderBlock(float* left, float* right, int frames) {
   std::int32_t* const mix = buffers->mix.data();
   const std::array<std::int32_t*, kChannels> channels{mix, mix + 1, mix + 2, mix + 3};
   const bool isSounding = allocator.activeVoiceCount() > 0;
-  allocator.render(channels.data(), frames, kChannels);
+  const bool feedsEffect = allocator.render(channels.data(), frames, kChannels);
   const BusSamples dry{buffers->buses[0].data(), buffers->buses[1].data()};
   const BusSamples wet{buffers->buses[2].data(), buffers->buses[3].data()};
+  if (isSounding && !feedsEffect && effect.skip(frames)) {
+    splitDry(mix, dry, frames);
+    masterGroup.render(dry, {}, {left, right}, frames);
+    return;
+  }
   if (isSounding) {
     splitBuses(mix, dry, wet, frames);
   } else {

@@ -36,7 +36,8 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   /// `render`.
   void processAudio(std::int32_t* block, int frames) SIVRAY_NONBLOCKING override;
 
-  /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block.
+  /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block. An
+  /// effect bus of null pointers is silent.
   void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) SIVRAY_NONBLOCKING;
 
   /// Moves the gain on by `frames` frames of silence, which stay silence.

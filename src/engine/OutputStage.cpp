@@ -27,6 +27,15 @@ __m128i twoFrames(const std::int32_t* mix) {
   return _mm_packs_epi32(_mm_load_si128(frames), _mm_load_si128(frames + 1));
 }
 
+/// The dry channels of four frames, left in the lower half and right in the upper.
+__m128i fourDryFrames(const std::int32_t* mix) {
+  const auto* const frames = reinterpret_cast<const __m128i*>(mix);
+  const __m128i first = _mm_unpacklo_epi32(_mm_load_si128(frames), _mm_load_si128(frames + 1));
+  const __m128i second = _mm_unpacklo_epi32(_mm_load_si128(frames + 2), _mm_load_si128(frames + 3));
+  const __m128i left = _mm_unpacklo_epi64(first, second);
+  return _mm_packs_epi32(left, _mm_unpackhi_epi64(first, second));
+}
+
 /// Four frames with the words of each channel together: left in the lower half of each vector, right in the upper.
 struct FourFrames {
   __m128i dry;
@@ -58,9 +67,16 @@ __m128i shape(__m128i sample, __m128i gain) {
   return _mm_add_epi16(bent, _mm_mulhi_epi16(bent, all(2 * kOutputMakeUp)));
 }
 
-void storeFloats(float* to, __m128i doubledWords) {
-  const __m128i samples = _mm_srai_epi32(doubledWords, 16);
-  _mm_storeu_ps(to, _mm_mul_ps(_mm_cvtepi32_ps(samples), _mm_set1_ps(kFloatScale)));
+/// Stores samples that lie in the high words of the lanes. All steps are exact, so the lanes need no shift.
+void storeFloats(float* to, __m128i lanes) {
+  _mm_storeu_ps(to, _mm_mul_ps(_mm_cvtepi32_ps(lanes), _mm_set1_ps(kFloatScale / 65536.0F)));
+}
+
+/// The whole stage for eight samples of both buses' sum.
+void storeShaped(float* to, __m128i sum, __m128i gain) {
+  const __m128i shaped = shape(withoutLowest(sum), gain);
+  storeFloats(to, _mm_unpacklo_epi16(_mm_setzero_si128(), shaped));
+  storeFloats(to + 4, _mm_unpackhi_epi16(_mm_setzero_si128(), shaped));
 }
 
 }  // namespace
@@ -83,6 +99,20 @@ void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int fra
   }
 }
 
+void splitDry(const std::int32_t* mix, BusSamples dry, int frames) {
+  int i = 0;
+  for (; i + kLanes <= frames; i += kLanes) {
+    const __m128i first = fourDryFrames(mix + 4 * i);
+    const __m128i second = fourDryFrames(mix + 4 * i + 16);
+    store(dry.left + i, _mm_unpacklo_epi64(first, second));
+    store(dry.right + i, _mm_unpackhi_epi64(first, second));
+  }
+  for (; i < frames; ++i) {
+    dry.left[i] = wordOf(mix[4 * i]);
+    dry.right[i] = wordOf(mix[4 * i + 1]);
+  }
+}
+
 void clearBuses(BusSamples dry, BusSamples wet, int frames) {
   for (std::int16_t* const channel : {dry.left, dry.right, wet.left, wet.right}) {
     std::fill_n(channel, frames, std::int16_t{0});
@@ -92,13 +122,11 @@ void clearBuses(BusSamples dry, BusSamples wet, int frames) {
 void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
   int i = 0;
   for (; i + kLanes <= frames; i += kLanes) {
-    const __m128i sum = withoutLowest(_mm_adds_epi16(load(dry + i), load(wet + i)));
-    const __m128i shaped = shape(sum, all(gain));
-    storeFloats(out + i, _mm_unpacklo_epi16(shaped, shaped));
-    storeFloats(out + i + 4, _mm_unpackhi_epi16(shaped, shaped));
+    const __m128i sum = wet == nullptr ? load(dry + i) : _mm_adds_epi16(load(dry + i), load(wet + i));
+    storeShaped(out + i, sum, all(gain));
   }
   for (; i < frames; ++i) {
-    out[i] = outputSample(dry[i], wet[i], gain);
+    out[i] = outputSample(dry[i], wet == nullptr ? 0 : wet[i], gain);
   }
 }
 

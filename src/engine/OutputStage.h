@@ -47,10 +47,13 @@ struct BusSamples {
 /// `mix` must be 16-byte aligned.
 void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
+/// The same for the dry bus alone.
+void splitDry(const std::int32_t* mix, BusSamples dry, int frames) SIVRAY_NONBLOCKING;
+
 /// Fills both buses with zeros.
 void clearBuses(BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
-/// The whole stage for `frames` samples of one channel, at a constant gain.
+/// The whole stage for `frames` samples of one channel, at a constant gain. Without `wet` the effect bus is silent.
 void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
                   std::int32_t gain) SIVRAY_NONBLOCKING;
 

@@ -112,6 +112,10 @@ TEST(OutputStage, GivesTheSameSamplesInBlocksAndOneByOne) {
       for (std::size_t i = 0; i < kFrames; ++i) {
         ASSERT_EQ(out[i], outputSample(dry[i], wet[i], gain)) << dry[i] << " + " << wet[i] << ", gain " << gain;
       }
+      renderOutput(dry.data(), nullptr, out.data(), kFrames, gain);
+      for (std::size_t i = 0; i < kFrames; ++i) {
+        ASSERT_EQ(out[i], outputSample(dry[i], 0, gain)) << dry[i] << " alone, gain " << gain;
+      }
     }
   }
 }

@@ -96,14 +96,15 @@ void VoiceAllocator::resetVoices() {
   voices->replan();
 }
 
-void VoiceAllocator::render(std::int32_t* const* channels, int frames, int) {
+bool VoiceAllocator::render(std::int32_t* const* channels, int frames, int) {
   if (voices == nullptr) {
     std::fill_n(channels[0], static_cast<std::size_t>(frames) * 4, 0);
-    return;
+    return false;
   }
-  voices->render(channels[0], frames, activeVoices);
+  const bool feedsEffect = voices->render(channels[0], frames, activeVoices);
   readMeters();
   releaseFinishedVoices();
+  return feedsEffect;
 }
 
 void VoiceAllocator::skip(int frames) {

@@ -45,7 +45,8 @@ class VoiceAllocator {
 
   /// Writes `frames` frames of four channels: dry left and right, effect left and right, each within -32767 .. 32767.
   /// The channels must be interleaved in one buffer: channel i begins at word i of channels[0], and `stride` is 4.
-  void render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
+  /// Returns false if the effect's channels are zeros.
+  bool render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
 
   /// Moves on by `frames` frames in which no voice sounds: there must be none.
   void skip(int frames) SIVRAY_NONBLOCKING;

@@ -16,9 +16,6 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// The buses that the lanes of a run send to.
-enum class Buses : std::uint8_t { dry, effect, both };
-
 /// What a run needs of the chain. A punch at rest has fallen to its last value in all lanes.
 struct ChainNeeds {
   bool fade = true;

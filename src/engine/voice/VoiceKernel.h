@@ -13,6 +13,9 @@ namespace tesh::bramel::plugin::sivray {
 struct VoiceBank;
 class RampBank;
 
+/// The buses that the lanes of a run send to. A bus that is not fed gets zeros.
+enum class Buses : std::uint8_t { dry, effect, both };
+
 /// A stretch of frames in which no voice starts, ends or changes its envelope's level.
 struct VoiceRun {
   VoiceBank* bank = nullptr;
@@ -24,7 +27,8 @@ struct VoiceRun {
   int frames = 0;                         ///< at least 1
   int voices = 0;                         ///< 1 to 8: the lanes that sound
   unsigned moving = 0;                    ///< rampBit of each ramp that moves
-  bool fading = false;                    ///< a lane is fading or watched
+  Buses fed = Buses::both;
+  bool fading = false;  ///< a lane is fading or watched
 };
 
 /// One instruction set. `run` returns the number of frames rendered: all of them, or fewer if in the last one a ramp

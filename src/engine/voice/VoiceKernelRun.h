@@ -61,10 +61,11 @@ template <typename Chain, Buses Bus>
   return Bus == Buses::dry ? dry : effect;
 }
 
+/// All four channels of a frame.
 template <typename Chain>
-[[gnu::always_inline]] inline __m128i bothBuses(Chain& chain) {
-  typename Chain::Vec dry;
-  typename Chain::Vec effect;
+[[gnu::always_inline]] inline __m128i channelsOf(Chain& chain) {
+  typename Chain::Vec dry = Chain::Lanes::all(0);
+  typename Chain::Vec effect = Chain::Lanes::all(0);
   chain.frame(dry, effect);
   return Chain::Lanes::channelSums(dry, effect);
 }
@@ -77,7 +78,7 @@ void runResting(const VoiceRun& run) {
   FrameWriter<L> out(run);
   if constexpr (Fed == Buses::both) {
     for (int frame = 0; frame < run.frames; ++frame) {
-      out.put(bothBuses(chain));
+      out.put(channelsOf(chain));
     }
   } else {
     for (int pair = run.frames / 2; pair > 0; --pair) {
@@ -86,9 +87,7 @@ void runResting(const VoiceRun& run) {
       out.template putPair<Fed>(L::channelSums(even, odd));
     }
     if (run.frames % 2 != 0) {
-      const auto last = frameOf<Chain, Fed>(chain);
-      const auto none = L::all(0);
-      out.put(Fed == Buses::dry ? L::channelSums(last, none) : L::channelSums(none, last));
+      out.put(channelsOf(chain));
     }
   }
   chain.finish();
@@ -103,7 +102,7 @@ int runMoving(const VoiceRun& run) {
   bool arrived = false;
   int done = 0;
   for (;;) {
-    out.put(bothBuses(chain));
+    out.put(channelsOf(chain));
     ++done;
     if (arrived || done == run.frames || chain.fadeClosed()) {
       break;
@@ -115,54 +114,38 @@ int runMoving(const VoiceRun& run) {
   return done;
 }
 
-/// The buses that an audible lane sends to.
-inline Buses fedBuses(const VoiceBank& bank) {
-  std::int32_t dry = 0;
-  std::int32_t effect = 0;
-  for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
-    const std::int32_t audible = bank.levelGain[lane] != 0 ? -1 : 0;
-    dry |= audible & bank.gainDry[lane];
-    effect |= audible & bank.gainEffect[lane];
-  }
-  return effect == 0 ? Buses::dry : dry == 0 ? Buses::effect : Buses::both;
-}
-
-/// Renders a run at rest without fades for the buses that it feeds.
-template <template <typename, ChainNeeds> typename Chain, typename L, bool Punch>
-void runFed(const VoiceRun& run, Buses fed) {
+/// Renders a run without fades. Moving ramps come with the dry bus alone or with both.
+template <template <typename, ChainNeeds> typename Chain, typename L, typename Four, bool Punch>
+int runUnfaded(const VoiceRun& run) {
   constexpr ChainNeeds kDry{.fade = false, .punch = Punch, .fed = Buses::dry};
   constexpr ChainNeeds kEffect{.fade = false, .punch = Punch, .fed = Buses::effect};
   constexpr ChainNeeds kBoth{.fade = false, .punch = Punch, .fed = Buses::both};
-  if (fed == Buses::dry) {
+  if (run.ramps->activeCount() > 0) {
+    return run.fed == Buses::dry ? runMoving<Chain<L, kDry>, Four>(run) : runMoving<Chain<L, kBoth>, Four>(run);
+  }
+  if (run.fed == Buses::dry) {
     runResting<Chain<L, kDry>, Buses::dry>(run);
-  } else if (fed == Buses::effect) {
+  } else if (run.fed == Buses::effect) {
     runResting<Chain<L, kEffect>, Buses::effect>(run);
   } else {
     runResting<Chain<L, kBoth>, Buses::both>(run);
   }
+  return run.frames;
 }
 
 /// Chooses how to render a run with chains of the template `Chain`.
 template <template <typename, ChainNeeds> typename Chain, typename L, typename Four>
 int runWith(const VoiceRun& run) {
   constexpr ChainNeeds kAll{.fade = true, .punch = true, .fed = Buses::both};
-  constexpr ChainNeeds kPunch{.fade = false};
-  constexpr ChainNeeds kLeast{.fade = false, .punch = false};
-  const bool punch = !Chain<L, kAll>::punchRests(*run.bank, 0);
-  if (run.ramps->activeCount() > 0) {
-    return run.fading ? runMoving<Chain<L, kAll>, Four>(run)
-           : punch    ? runMoving<Chain<L, kPunch>, Four>(run)
-                      : runMoving<Chain<L, kLeast>, Four>(run);
+  if (run.fading && run.ramps->activeCount() > 0) {
+    return runMoving<Chain<L, kAll>, Four>(run);
   }
-  const Buses fed = fedBuses(*run.bank);
   if (run.fading) {
     runResting<Chain<L, kAll>, Buses::both>(run);
-  } else if (punch) {
-    runFed<Chain, L, true>(run, fed);
-  } else {
-    runFed<Chain, L, false>(run, fed);
+    return run.frames;
   }
-  return run.frames;
+  return Chain<L, kAll>::punchRests(*run.bank, 0) ? runUnfaded<Chain, L, Four, false>(run)
+                                                  : runUnfaded<Chain, L, Four, true>(run);
 }
 
 /// Renders a run of one voice, of one quad or of two. `Four` are the operations on four lanes, `Wide` those on the

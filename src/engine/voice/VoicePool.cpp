@@ -77,12 +77,13 @@ void VoicePool::fadeOut(std::size_t lane) {
   bank.active[lane] = false;
 }
 
-void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
+bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   if (voiceCount == 0) {
     std::fill_n(output, static_cast<std::size_t>(frames) * 4, 0);
     skip(frames);
-    return;
+    return false;
   }
+  bool feedsEffect = false;
   const auto voices = static_cast<std::size_t>(voiceCount);
   VoiceRun run;
   run.bank = &bank;
@@ -105,7 +106,9 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
     }
     run.frames = std::min(most, planned);
     run.fading = runFading;
-    run.moving = movingRamps();
+    run.moving = runMoving;
+    run.fed = runFed;
+    feedsEffect |= runFed != Buses::dry;
     run.output = output + static_cast<std::ptrdiff_t>(frame) * 4;
     const int done = kernel.run(run);
     unsettled += done;
@@ -115,6 +118,7 @@ void VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
       settle(voices);  // before the next tick, because it may start a ramp
     }
   }
+  return feedsEffect;
 }
 
 void VoicePool::takeSettings(bool startsToo, std::size_t voices) {
@@ -150,6 +154,19 @@ unsigned VoicePool::movingRamps() const {
   return moving;
 }
 
+/// The buses that lanes send to, or may send to while ramps open them.
+Buses VoicePool::fedBuses() const {
+  std::int32_t dry = (runMoving & rampBit(LaneRamp::dry)) != 0 ? -1 : 0;
+  std::int32_t effect = (runMoving & rampBit(LaneRamp::effect)) != 0 ? -1 : 0;
+  const std::int32_t levelMoves = (runMoving & rampBit(LaneRamp::level)) != 0 ? -1 : 0;
+  for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
+    const std::int32_t audible = bank.levelGain[lane] != 0 ? -1 : levelMoves;
+    dry |= audible & bank.gainDry[lane];
+    effect |= audible & bank.gainEffect[lane];
+  }
+  return effect == 0 ? Buses::dry : dry == 0 ? Buses::effect : Buses::both;
+}
+
 void VoicePool::skip(int frames) {
   for (int frame = 0; frame < frames && ramps.activeCount() > 0; ++frame) {
     kernel.tick(ramps);
@@ -174,6 +191,8 @@ void VoicePool::planRun(int frames, std::size_t voices) {
     runWatched[lane] = closing ? -1 : 0;
     runFading |= closing || bank.fadeEnabled[lane] != 0;
   }
+  runMoving = movingRamps();
+  runFed = fedBuses();
   planLasts = ramps.activeCount() == 0 && !runFading;
   planned = planLasts ? kLongestPlan : frames;
   for (std::size_t lane = 0; lane < voices; ++lane) {

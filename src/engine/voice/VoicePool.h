@@ -37,7 +37,8 @@ class VoicePool {
   void rebindRamps(std::size_t lane) SIVRAY_NONBLOCKING;
 
   /// Renders `frames` frames of four interleaved words with the first `voices` lanes. `output` is 16-byte aligned.
-  void render(std::int32_t* output, int frames, int voices) SIVRAY_NONBLOCKING;
+  /// Returns false if the effect's two channels are zeros.
+  bool render(std::int32_t* output, int frames, int voices) SIVRAY_NONBLOCKING;
 
   /// As `render` without lanes, for a caller that knows the output: only ramps that still move are stepped.
   void skip(int frames) SIVRAY_NONBLOCKING;
@@ -49,6 +50,7 @@ class VoicePool {
   void takeSettings(bool startsToo, std::size_t voices) SIVRAY_NONBLOCKING;
 
   unsigned movingRamps() const;
+  Buses fedBuses() const;
   void planRun(int frames, std::size_t voices);
   void settle(std::size_t voices);
   int framesToWaveEnd(std::size_t lane, int frames) const;
@@ -65,6 +67,8 @@ class VoicePool {
   VoiceStart voiceStart;
   LaneWords runStep{};     ///< For the kernel, see VoiceRun.
   LaneWords runWatched{};  ///< For the kernel, see VoiceRun.
+  unsigned runMoving = 0;  ///< For the kernel, see VoiceRun.
+  Buses runFed = Buses::both;
   bool runFading = false;
   bool triggered = false;  ///< A voice waits for its start.
   int planned = 0;         ///< Frames until an event, as far as the present plan is known to hold; 0 without a plan.
