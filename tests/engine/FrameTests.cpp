@@ -83,6 +83,13 @@ TEST(Frame, ReadsAWaveOnceWhereItIsNeeded) {
   const auto chunk = engine.bank().getChunk();
   engine.bank().setChunk(chunk);
   EXPECT_EQ(counter.take(), 0) << "no wave has changed";
+  for (const int reads : {1, 0}) {
+    engine.prepare(0x050, third);
+    EXPECT_EQ(counter.take(), reads);
+  }
+  engine.setParameter(0x050, third);
+  engine.prepare(0x050, third);
+  EXPECT_EQ(counter.take(), 0) << "pad 5 has it by now";
 
   SivrayPlugin<VstXSynth> waiting(kSampleFolder, kSlot, WaveLoading::later);
   EXPECT_EQ(counter.take(), 0) << "not even the whole file, for the system's cache: it is there already";

@@ -26,7 +26,8 @@ inline constexpr std::uint32_t kPadValues = 128;
 inline constexpr std::uint32_t kMasterOut = 0x110;
 
 /// Four groups of values behind those of the pads belong to the effect and the output.
-inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2) {
+inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2,
+                                                        const std::vector<std::uint64_t>& hidden = {}) {
   auto processor = std::make_unique<BramelInstrument::Processor>(
       "Sivray", std::make_unique<Plugin>(bramel::plugin::sivray::kSampleFolder, kSlot));
   auto& controller = processor->controller();
@@ -43,6 +44,7 @@ inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2) {
     controller.macroAt(id)->storedValue =
         processor->generator().getParameter(id < kPadValues ? static_cast<std::uint32_t>(id) : kMasterOut);
   }
+  controller.automationBlacklist = hidden;
   controller.ccMap = {{7, 8}, {vimo::MacroControllerBase::kPitchBendKey, 24}};
   for (int program = 0; program < programs; ++program) {
     controller.programs().storeCurrent(vimo::Bank::factory);

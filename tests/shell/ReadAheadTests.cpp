@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kWaves = 9;
 constexpr std::uint64_t kWaveOfPad3 = 3 * 16;
+constexpr std::uint64_t kHiddenWave = 4 * 16;  ///< The host does not see it.
 
 /// Takes the file out of the system's cache.
 void forget(const std::string& path) {
@@ -66,7 +67,7 @@ class ReadAhead : public testing::Test {
   }
 
   const support::SampleFolder folder{support::assortedWaves(kWaves, 3000)};
-  Player player{makeInstrument()};
+  Player player{makeInstrument(2, {kHiddenWave})};
 };
 
 TEST_F(ReadAhead, AWaveIsInMemoryWhoeverAsksForIt) {
@@ -76,6 +77,8 @@ TEST_F(ReadAhead, AWaveIsInMemoryWhoeverAsksForIt) {
   EXPECT_EQ(shell.engineParameter(kWaveOfPad3), 0.25F);
   EXPECT_EQ(readsInBlockAfter([&] { shell.setState(state.data(), state.size()); }), 0);
   EXPECT_EQ(shell.engineParameter(kWaveOfPad3), 1.0F);
+  EXPECT_EQ(readsInBlockAfter([&] { shell.setParameterFromEditor(kHiddenWave, 1.0F); }), 0);
+  EXPECT_EQ(shell.engineParameter(kHiddenWave), 1.0F);
   EXPECT_EQ(readsInBlockAfter([&] { shell.setProgram(0, 1); }), 0);
   EXPECT_EQ(shell.engineParameter(kWaveOfPad3), 3.0F / (kWaves - 1));
 }

@@ -37,6 +37,11 @@ void PcmPool::clearUselessSpares() {
   }
 }
 
+bool PcmPool::holdsSpare(std::size_t index, std::int32_t wave) const {
+  const Spare& spare = spares[index];
+  return spare.state.load(std::memory_order_acquire) == SpareState::filled && spare.wave == wave;
+}
+
 std::pair<std::int16_t*, std::size_t> PcmPool::claimSpare(std::size_t index) {
   Spare& spare = spares[index];
   while (spare.state.exchange(SpareState::busy, std::memory_order_acquire) == SpareState::busy) {

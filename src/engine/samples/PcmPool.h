@@ -53,6 +53,8 @@ class PcmPool {
 
   /// Gives the memory of all spare waves that nobody can use any more back to the system.
   void clearUselessSpares();
+  /// Whether the spare memory holds a wave already.
+  bool holdsSpare(std::size_t index, std::int32_t wave) const;
   /// Takes the spare memory away from `takeSpare`, and returns it with the number of its frames that may not be zero.
   /// May wait for the end of a `takeSpare`.
   std::pair<std::int16_t*, std::size_t> claimSpare(std::size_t index);

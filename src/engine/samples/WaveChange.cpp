@@ -31,6 +31,9 @@ PCMLoadTask::Stretch PCMLoadTask::stretchOf(std::int32_t wave) const {
 
 void PCMLoadTask::prepare(std::size_t pad, std::int32_t wave) {
   const std::lock_guard lock(prepareMutex);
+  if (pool.holdsSpare(pad, wave)) {
+    return;
+  }
   pool.clearUselessSpares();  // What pads have exchanged since.
   const auto [offsets, frames] = stretchOf(wave);
   const auto [memory, writtenFrames] = pool.claimSpare(pad);

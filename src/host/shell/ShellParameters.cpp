@@ -34,6 +34,14 @@ std::uint64_t ShellParameters::idOf(std::uint64_t visibleIndex) const {
   return map.idOf(visibleIndex).value_or(BramelInstrument::kNoParameter);
 }
 
+void ShellParameters::readAhead(std::uint64_t id, float value) const {
+  if (isNormalised(value)) {
+    core.readAhead([id, value](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
+      processor.controller().addReadsOfMacro(id, value, coming);
+    });
+  }
+}
+
 void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& source) {
   if (id >= map.count() || !isNormalised(value)) {
     return;
@@ -43,13 +51,8 @@ void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& 
 }
 
 void ShellParameters::set(std::uint64_t id, float value) {
-  cofu::core::mayWait([&] {  // For the disk, but not on the audio thread.
-    core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
-      if (isNormalised(value)) {
-        processor.controller().addReadsOfMacro(id, core.owner.mapValueFromHost(id, value), coming);
-      }
-    });
-  });
+  // It waits for the disk, but not on the audio thread.
+  cofu::core::mayWait([&] { readAhead(id, core.owner.mapValueFromHost(id, value)); });
   setUnprepared(id, value);
 }
 
@@ -74,6 +77,7 @@ void ShellParameters::setAll(std::span<const std::uint64_t> ids, std::span<const
 // The host is called without our lock: a host may wait in here for a thread of its own that asks us for a value.
 
 void ShellParameters::setFromEditor(std::uint64_t id, float value) {
+  readAhead(id, value);
   std::unique_lock lock(core.mainMutex);
   const auto index = map.visibleIndexOf(id);
   if (!index) {

@@ -24,7 +24,8 @@ class ShellParameters {
   /// BramelInstrument::kNoParameter out of range.
   std::uint64_t idOf(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING;
 
-  /// The host's route. On another thread than that of the blocks, `set` first reads from the disk what the value needs.
+  /// The host's route. On another thread than those of the blocks, `set` first reads from the disk what the value
+  /// needs, as the editor's route does.
   void set(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   void setUnprepared(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   void setAll(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
@@ -38,6 +39,7 @@ class ShellParameters {
   WaitingWrites waiting;  ///< With the main lock held.
 
  private:
+  void readAhead(std::uint64_t id, float value) const;
   void post(std::uint64_t id, float value, const vimo::SourceId& source) SIVRAY_NONBLOCKING;
 
   ShellCore& core;
