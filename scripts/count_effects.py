@@ -20,8 +20,8 @@ EFFECTS = [
     ("Phaser", 160), ("Tremolo", 80), ("Auto Pan", 80), ("Pump", 80), ("Slicer", 80), ("Ring Mod", 80),
     ("Grain Shifter", 110), ("Short Delay", 10), ("BPM Delay", 12), ("Room Reverb", 14), ("Hall Reverb", 40),
     ("Gate Reverb", 42), ("Compressor", 120), ("Master Compressor", 120), ("Drive", 65), ("Distortion", 150),
-    ("Kiln Force", 58), ("Decimator", 40), ("EQ", 120), ("Peaking EQ", 120), ("LPF", 80), ("HPF", 80), ("BPF", 80),
-    ("Comb Filter", 90), ("Talking Mod", 120)]
+    ("Kiln Force", 58), ("Decimator", 40), ("EQ", 120), ("Peaking EQ", 120), ("LPF", 56), ("HPF", 56), ("BPF", 56),
+    ("Comb Filter", 90), ("Talking Mod", 62)]
 
 
 def instructions(program, effect, blocks, form, *options):

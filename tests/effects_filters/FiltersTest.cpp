@@ -9,6 +9,7 @@
 #include "effects/filters/SivrayFxTolvanFilter.h"
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects_filters/FilterModels.h"
+#include "effects_interfaces/LaneScene.h"
 
 namespace {
 
@@ -24,6 +25,14 @@ TEST(Filters, VectorFormsMatchTheirPlainModelsThroughRandomScenes) {
   playScenes<Highpass>(TolvanModel{1});
   playScenes<Bandpass>(TolvanModel{2});
   playScenes<SivrayFxTalkingModulator>(TalkingModel{});
+}
+
+TEST(Filters, EveryFormSoundsAsThePlainOne) {
+  for (unsigned seed = 1; seed <= 4; ++seed) {
+    expectFormsToAgree<Lowpass>(seed, 400);
+    expectFormsToAgree<Highpass>(seed, 400);
+    expectFormsToAgree<Bandpass>(seed, 400);
+  }
 }
 
 TEST(Filters, BothLaneFormsOfTheLawsGiveTheSame) {

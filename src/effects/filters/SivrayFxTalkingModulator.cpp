@@ -40,13 +40,6 @@ void TalkingModulatorLaw::glide(const Settings& to, bool immediate) {
   }
 }
 
-void TalkingModulatorLaw::step(const Settings&, std::int16_t& left, std::int16_t& right) {
-  const FormantLanes f =
-      FormantLanes::of({frequency[0].value(), frequency[1].value(), frequency[2].value(), frequency[3].value()});
-  left = static_cast<std::int16_t>(cofu::core::saturate(bank.step((left + right) >> 1, f)));
-  right = left;
-}
-
 template class TwoKnobEffect<TalkingModulatorLaw>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

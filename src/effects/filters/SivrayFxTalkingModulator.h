@@ -22,7 +22,18 @@ struct TalkingModulatorLaw {
   void reset(const Settings&) { *this = {}; }
   bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
-  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) {
+    const FormantLanes f =
+        FormantLanes::of({frequency[0].value(), frequency[1].value(), frequency[2].value(), frequency[3].value()});
+    left = static_cast<std::int16_t>(cofu::core::saturate(bank.step((left + right) >> 1, f)));
+    right = left;
+  }
+
+  static bool fitsLanes(const Settings&) { return true; }
+  /// With SSE2, `step` does as well.
+  static unsigned runSse2(TalkingModulatorLaw&, std::int16_t*, std::int16_t*, unsigned) { return 0; }
+  static unsigned runAvx2(TalkingModulatorLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return bank.band.isZero() && bank.low.isZero(); }

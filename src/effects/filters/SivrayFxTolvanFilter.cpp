@@ -3,6 +3,7 @@
 #include "effects/filters/SivrayFxTolvanFilter.h"
 
 #include "effects/filters/CutoffTables.h"
+#include "effects/filters/TolvanStep.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -30,8 +31,10 @@ std::int32_t inputGainOf(std::int32_t resonance) {
   return ((room >> 1) + kHalf24) >> 9;
 }
 
-/// v * -8388606 / 2^23 for 24-bit values, as v / 2^22 - v: turns the sign and takes a little off.
-StereoLanes leak23(StereoLanes v) { return v.shiftedRight<22>() - v; }
+struct BaselineArithmetic {
+  static StereoLanes mulShift23(StereoLanes value, StereoLanes factor) { return lanes::mulShift23(value, factor); }
+  static StereoLanes limited24(StereoLanes value) { return lanes::limited24(value); }
+};
 
 }  // namespace
 
@@ -41,6 +44,7 @@ TolvanFilter::Settings TolvanFilter::settingsOf(const Knobs& knobs) {
 }
 
 void TolvanFilter::aim(const Settings& to, bool) {
+  inputGain = StereoLanes::both(to.inputGain);
   const std::int64_t above = std::max(to.cutoff - kResonanceKnee, 0);
   const std::int64_t takenBack = (((above * above) >> 31) >> 7) * 3 >> 1;
   const std::int64_t d = ((kOne24 - takenBack) * (to.resonance >> 7)) >> 24;
@@ -49,24 +53,12 @@ void TolvanFilter::aim(const Settings& to, bool) {
 }
 
 template <TolvanMode kMode>
-void TolvanLaw<kMode>::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  const StereoLanes input = (StereoLanes::of(left, right) * StereoLanes::both(to.inputGain)).shiftedRight<6>();
-  const StereoLanes a = leak23(leak23(band));
-  const StereoLanes b = leak23(leak23(low));
-  const StereoLanes high = limited24(input - mulShift23(a, damping.now) - b);
-  band = limited24(mulShift23(high, frequency.now) + a);
-  low = limited24(mulShift23(band, frequency.now) + b);
-  const StereoLanes out = kMode == TolvanMode::kLowpass ? low : (kMode == TolvanMode::kHighpass ? high : band);
-  out.shiftedRight<9>().storeSaturated(left, right);
-  damping.advance();
-  frequency.advance();
+void TolvanLaw<kMode>::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  stepFilter<BaselineArithmetic, kMode>(*this, left, right);
 }
 
-template struct TolvanLaw<TolvanMode::kLowpass>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
-template struct TolvanLaw<TolvanMode::kHighpass>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kHighpass>>;
-template struct TolvanLaw<TolvanMode::kBandpass>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kBandpass>>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

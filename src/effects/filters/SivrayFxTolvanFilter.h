@@ -49,8 +49,11 @@ struct TolvanFilter {
   /// The ramps start at their targets in the next `aim`, wherever they are now.
   void skip(const Settings&, unsigned) {}
 
+  static bool fitsLanes(const Settings&) { return true; }
+
   TolvanRamp frequency;
   TolvanRamp damping;
+  StereoLanes inputGain;
   StereoLanes band;  ///< 23 fractional bits.
   StereoLanes low;
 };
@@ -58,6 +61,10 @@ struct TolvanFilter {
 template <TolvanMode kMode>
 struct TolvanLaw : TolvanFilter {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  /// With SSE2, `step` does as well.
+  static unsigned runSse2(TolvanLaw&, std::int16_t*, std::int16_t*, unsigned) { return 0; }
+  static unsigned runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 };
 
 extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
