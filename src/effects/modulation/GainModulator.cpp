@@ -44,7 +44,7 @@ void GainModulator::advance(const Settings& to, std::int32_t spread, unsigned co
   for (unsigned i = 0; i < count; ++i) {
     phase = wrapAdd(phase, to.lfoStep);
     smoothLeft = followed(smoothLeft, phase);
-    smoothRight = followed(smoothRight, wrapAdd(phase, spread));
+    smoothRight = spread == 0 ? smoothLeft : followed(smoothRight, wrapAdd(phase, spread));
   }
 }
 

@@ -36,7 +36,7 @@ struct GainModulator {
   /// One sample. The right oscillator runs `spread` ahead of the left one; half a cycle is 2^31.
   void modulate(const Settings& to, std::int32_t spread, std::int16_t& left, std::int16_t& right);
 
-  /// Moves both oscillators by `count` samples.
+  /// Moves both oscillators by `count` samples. Without a spread they are always equal.
   void advance(const Settings& to, std::int32_t spread, unsigned count = 1);
 
   SmoothedValue flatness;
