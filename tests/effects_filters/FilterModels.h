@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "effects/filters/CutoffTables.h"
+#include "effects/filters/EqualizerTables.h"
 #include "effects_modulation/PlainModel.h"
 
 namespace scene {
@@ -118,6 +119,40 @@ struct TalkingModel : PlainModel {
       low = clampTo((band >> 15) * f + b, 1073741823);
     }
     l = r = sat(sum);
+  }
+};
+
+struct EqualizerModel : PlainModel {
+  std::array<std::size_t, 2> knobs{};
+  std::array<float, 6> pending{}, live{}, now{};
+  std::array<std::array<float, 3>, 2> memories{};
+
+  void edit(unsigned index, std::int64_t knob) override {
+    if (index > 1) return;
+    knobs[index] = static_cast<std::size_t>(knob);
+    const auto& low = fx::lowShelfTable[knobs[0]];
+    const auto& high = fx::highShelfTable[knobs[1]];
+    const std::array<int, 6> entries{low.feedforwardOld, low.feedforward, low.feedback,
+                                     high.feedback1,     high.gain,       high.feedback2};
+    for (std::size_t i = 0; i < 6; ++i) pending[i] = static_cast<float>(entries[i]) / 32768.0F;
+  }
+  void reset() override { now = live; }
+  void grid() override { live = pending; }
+  static float limited(float x, float limit) { return std::max(std::min(x, limit), -limit); }
+  static float flushed(float x) { return (x + 1.0F) - 1.0F; }
+  std::int64_t filtered(std::array<float, 3>& m, std::int64_t in) const {
+    const auto& [forwardOld, forward, feedback, feedback1, gain, feedback2] = now;
+    m[0] = flushed(static_cast<float>(in) / 32767.0F * gain + feedback1 * m[0]);
+    const float old = m[1] * 0.9998779F;
+    m[1] = flushed(limited((m[0] - old * 0.99993896F * feedback2) * 4.0F, 10.0F));
+    const float kept = m[2] * 0.99993896F * 0.9998779F;
+    m[2] = flushed(limited(2.0F * (m[1] * forward + old * forwardOld - kept * feedback), 10.0F));
+    return static_cast<std::int64_t>(limited(m[2], 1.0F) * 32767.0F);
+  }
+  void sample(std::int64_t& l, std::int64_t& r) override {
+    for (std::size_t i = 0; i < 6; ++i) now[i] += (live[i] - now[i]) * (immediate ? 1.0F : 0.003F);
+    l = filtered(memories[0], l);
+    r = filtered(memories[1], r);
   }
 };
 

@@ -25,6 +25,7 @@ TEST(Filters, VectorFormsMatchTheirPlainModelsThroughRandomScenes) {
   playScenes<Highpass>(TolvanModel{1});
   playScenes<Bandpass>(TolvanModel{2});
   playScenes<SivrayFxTalkingModulator>(TalkingModel{});
+  playScenes<SivrayFxEqualizer>(EqualizerModel{});
 }
 
 TEST(Filters, EveryFormSoundsAsThePlainOne) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxEqualizer.h"
 
+#include <emmintrin.h>
+
 #include "effects/filters/EqualizerTables.h"
 #include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/KnobTables.h"
@@ -28,22 +30,26 @@ constexpr float kFullScaleFloat = 32767.0F;
 constexpr float kKeptR = 0.9998779F;
 constexpr float kKeptS = 0.99993896F;
 
-inline float limited(float x, float limit) {
-  const float upper = x < limit ? x : limit;
-  return upper > -limit ? upper : -limit;
+using StereoFloats = EqualizerLaw::StereoFloats;
+
+StereoFloats limited(StereoFloats x, float limit) {
+  return _mm_max_ps(_mm_min_ps(x, _mm_set1_ps(limit)), _mm_set1_ps(-limit));
 }
 
 float coefficient(std::int16_t entry) { return static_cast<float>(entry) * kTableScale; }
 
-std::int16_t filtered(const EqualizerLaw::Settings& k, EqualizerLaw::Memory& m, std::int16_t sample) {
-  const float x = static_cast<float>(sample) / kFullScaleFloat;
+/// Returns the samples before they are truncated.
+StereoFloats filtered(const EqualizerLaw::Settings& k, EqualizerLaw::Memory& m, std::int16_t left, std::int16_t right) {
+  const StereoFloats x = StereoFloats{static_cast<float>(left), static_cast<float>(right)} / kFullScaleFloat;
   m.a = flushed(x * k.highGain + k.highFeedback1 * m.a);
-  const float oldB = m.b * kKeptR;
+  const StereoFloats oldB = m.b * kKeptR;
   m.b = flushed(limited((m.a - oldB * kKeptS * k.highFeedback2) * kHighShelfScale, kMemoryLimit));
-  const float low = m.b * k.lowFeedforward + oldB * k.lowFeedforwardOld - m.c * kKeptS * kKeptR * k.lowFeedback;
+  const StereoFloats low = m.b * k.lowFeedforward + oldB * k.lowFeedforwardOld - m.c * kKeptS * kKeptR * k.lowFeedback;
   m.c = flushed(limited(kLowShelfScale * low, kMemoryLimit));
-  return static_cast<std::int16_t>(limited(m.c, 1.0F) * kFullScaleFloat);
+  return limited(m.c, 1.0F) * kFullScaleFloat;
 }
+
+bool areEqual(StereoFloats a, StereoFloats b) { return a[0] == b[0] && a[1] == b[1]; }
 
 }  // namespace
 
@@ -68,16 +74,16 @@ EqualizerLaw::Settings EqualizerLaw::glided(const Settings& to, bool immediate) 
 }
 
 bool EqualizerLaw::isSilent(unsigned) const {
-  const auto stays = [this](const Memory& memory) {
-    Memory next = memory;
-    return filtered(smoothed, next, 0) == 0 && next == memory;
-  };
-  return stays(left) && stays(right);
+  Memory next = memory;
+  const StereoFloats out = filtered(smoothed, next, 0, 0);
+  const bool isHeard = static_cast<int>(out[0]) != 0 || static_cast<int>(out[1]) != 0;
+  return !isHeard && areEqual(next.a, memory.a) && areEqual(next.b, memory.b) && areEqual(next.c, memory.c);
 }
 
 void EqualizerLaw::step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) {
-  leftSample = filtered(smoothed, left, leftSample);
-  rightSample = filtered(smoothed, right, rightSample);
+  const StereoFloats out = filtered(smoothed, memory, leftSample, rightSample);
+  leftSample = static_cast<std::int16_t>(out[0]);
+  rightSample = static_cast<std::int16_t>(out[1]);
 }
 
 template class TwoKnobEffect<EqualizerLaw>;

@@ -22,13 +22,14 @@ struct EqualizerLaw {
     bool operator==(const Settings&) const = default;
   };
 
-  /// One channel's last values behind the first pole, the high shelf and the low shelf.
-  struct Memory {
-    float a = 0.0F;
-    float b = 0.0F;
-    float c = 0.0F;
+  /// Left and right side by side; the other two lanes stay 0.
+  using StereoFloats = float __attribute__((vector_size(16)));
 
-    bool operator==(const Memory&) const = default;
+  /// The last values behind the first pole, the high shelf and the low shelf.
+  struct Memory {
+    StereoFloats a{};
+    StereoFloats b{};
+    StereoFloats c{};
   };
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
@@ -45,8 +46,7 @@ struct EqualizerLaw {
   void skip(const Settings&, unsigned) {}
 
   Settings smoothed;
-  Memory left;
-  Memory right;
+  Memory memory;
 
  private:
   Settings glided(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
