@@ -9,14 +9,13 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-constexpr double kGainScale = 16384.0;  ///< 1.0 of the master gain.
-constexpr int kStride = 4;              ///< Channels of the interleaved block.
+constexpr int kStride = 4;  ///< Channels of the interleaved block.
 
 }  // namespace
 
 GlobalSaveParameterDispatcher::GlobalSaveParameterDispatcher() {
   std::transform(kMasterGains.begin(), kMasterGains.end(), table.begin(),
-                 [](double gain) { return static_cast<std::int16_t>(gain * kGainScale); });
+                 [](double gain) { return static_cast<std::int16_t>(gain * kUnityGain); });
 }
 
 int GlobalSaveParameterDispatcher::setValue(int index, std::int32_t* value) {
@@ -63,8 +62,8 @@ void GlobalSaveParameterDispatcher::render(BusSamples dry, BusSamples wet, Outpu
     out.left[i] = outputSample(dry.left[i], isWet ? wet.left[i] : 0, before);
     out.right[i] = outputSample(dry.right[i], isWet ? wet.right[i] : 0, before);
   }
-  renderOutput(dry.left + i, isWet ? wet.left + i : nullptr, out.left + i, frames - i, outputGain);
-  renderOutput(dry.right + i, isWet ? wet.right + i : nullptr, out.right + i, frames - i, outputGain);
+  kernel.render(dry.left + i, isWet ? wet.left + i : nullptr, out.left + i, frames - i, outputGain);
+  kernel.render(dry.right + i, isWet ? wet.right + i : nullptr, out.right + i, frames - i, outputGain);
 }
 
 }  // namespace tesh::bramel::plugin::sivray

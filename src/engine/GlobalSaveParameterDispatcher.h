@@ -53,6 +53,7 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   std::array<std::int16_t, 128> table{};  ///< Gains of the levels, Q14.
   std::atomic<std::int32_t> outputTarget{0};
   std::int32_t outputGain = 0;
+  const OutputKernel& kernel = bestOutputKernel();
 };
 
 }  // namespace tesh::bramel::plugin::sivray

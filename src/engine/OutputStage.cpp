@@ -1,25 +1,23 @@
-// The output stage over a block, eight samples at a time. All its values fit 16 bits, and (a * b) >> 15 is the high
-// word of 2a * b. The last samples of a block, fewer than eight, use the functions for single samples.
+// The buses of a block, separated eight frames at a time, and the choice of a kernel for the output stage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/OutputStage.h"
 
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <array>
 
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
+using platform::VectorSet;
+
+constexpr std::array<OutputKernel, 2> kKernels{
+    {{"SSE2", VectorSet::baseline, renderOutputSse2}, {"AVX2", VectorSet::avx2, renderOutputAvx2}}};
+
 constexpr int kLanes = 8;
 
-__m128i load(const std::int16_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); }
-
 void store(std::int16_t* to, __m128i words) { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), words); }
-
-__m128i all(std::int32_t word) { return _mm_set1_epi16(static_cast<std::int16_t>(word)); }
-
-/// Limits -32768, which 16 bits can hold, to the engine's lowest sample value, -32767.
-__m128i withoutLowest(__m128i x) { return _mm_max_epi16(x, all(-cofu::core::kFullScale)); }
 
 /// The four channels of a frame and of the next one, as eight words.
 __m128i twoFrames(const std::int32_t* mix) {
@@ -52,32 +50,6 @@ struct FourFrames {
 };
 
 std::int16_t wordOf(std::int32_t x) { return static_cast<std::int16_t>(std::clamp(x, -32768, 32767)); }
-
-__m128i shape(__m128i sample, __m128i gain) {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i low = _mm_srai_epi32(_mm_madd_epi16(_mm_unpacklo_epi16(sample, zero), gain), 14);
-  const __m128i high = _mm_srai_epi32(_mm_madd_epi16(_mm_unpackhi_epi16(sample, zero), gain), 14);
-  const __m128i x = withoutLowest(_mm_packs_epi32(low, high));
-  const __m128i magnitude = _mm_max_epi16(x, _mm_sub_epi16(zero, x));
-  const __m128i k = _mm_subs_epu16(magnitude, all(kOutputKnee));
-  const __m128i square = _mm_mulhi_epu16(_mm_add_epi16(k, k), k);
-  const __m128i y = _mm_mulhi_epu16(_mm_add_epi16(square, square), k);
-  const __m128i sign = _mm_srai_epi16(x, 15);
-  const __m128i bent = _mm_sub_epi16(_mm_xor_si128(_mm_sub_epi16(magnitude, y), sign), sign);
-  return _mm_add_epi16(bent, _mm_mulhi_epi16(bent, all(2 * kOutputMakeUp)));
-}
-
-/// Stores samples that lie in the high words of the lanes. All steps are exact, so the lanes need no shift.
-void storeFloats(float* to, __m128i lanes) {
-  _mm_storeu_ps(to, _mm_mul_ps(_mm_cvtepi32_ps(lanes), _mm_set1_ps(kFloatScale / 65536.0F)));
-}
-
-/// The whole stage for eight samples of both buses' sum.
-void storeShaped(float* to, __m128i sum, __m128i gain) {
-  const __m128i shaped = shape(withoutLowest(sum), gain);
-  storeFloats(to, _mm_unpacklo_epi16(_mm_setzero_si128(), shaped));
-  storeFloats(to + 4, _mm_unpackhi_epi16(_mm_setzero_si128(), shaped));
-}
 
 }  // namespace
 
@@ -119,15 +91,8 @@ void clearBuses(BusSamples dry, BusSamples wet, int frames) {
   }
 }
 
-void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
-  int i = 0;
-  for (; i + kLanes <= frames; i += kLanes) {
-    const __m128i sum = wet == nullptr ? load(dry + i) : _mm_adds_epi16(load(dry + i), load(wet + i));
-    storeShaped(out + i, sum, all(gain));
-  }
-  for (; i < frames; ++i) {
-    out[i] = outputSample(dry[i], wet == nullptr ? 0 : wet[i], gain);
-  }
-}
+std::span<const OutputKernel> outputKernels() { return kKernels; }
+
+const OutputKernel& bestOutputKernel() { return platform::bestKernel(kKernels); }
 
 }  // namespace tesh::bramel::plugin::sivray

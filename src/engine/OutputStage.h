@@ -1,17 +1,22 @@
 // The output stage: from the mixed buses to the floats that leave the engine. Each step comes as a function of one
-// sample and as one that runs over a block.
+// sample and as one that runs over a block, the latter with a kernel per instruction set. All give identical samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "core/FixedPoint.h"
 #include "core/RealTime.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray {
 
 /// From the engine's 16-bit scale to floats: 1 / 32768.
 inline constexpr float kFloatScale = 3.0517578e-5F;
+
+/// 1.0 of the master gain.
+inline constexpr std::int32_t kUnityGain = 16384;
 
 /// Where the soft knee begins, -7.5 dB of full scale. Above it the cube of the excess is taken away.
 inline constexpr std::int32_t kOutputKnee = 13848;
@@ -53,8 +58,24 @@ void splitDry(const std::int32_t* mix, BusSamples dry, int frames) SIVRAY_NONBLO
 /// Fills both buses with zeros.
 void clearBuses(BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 
-/// The whole stage for `frames` samples of one channel, at a constant gain. Without `wet` the effect bus is silent.
-void renderOutput(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
-                  std::int32_t gain) SIVRAY_NONBLOCKING;
+/// The whole stage for `frames` samples of one channel, at a constant gain of 0 to 32767. Without `wet` the effect bus
+/// is silent.
+using RenderOutput = void(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
+                          std::int32_t gain) SIVRAY_NONBLOCKING;
+
+RenderOutput renderOutputSse2;
+RenderOutput renderOutputAvx2;
+
+struct OutputKernel {
+  const char* name;
+  platform::VectorSet needs;  ///< What the processor must have.
+  RenderOutput* render;
+};
+
+/// Every kernel that was built, the slowest first, also those that this processor lacks the instructions for.
+std::span<const OutputKernel> outputKernels();
+
+/// The fastest kernel that this processor runs.
+const OutputKernel& bestOutputKernel();
 
 }  // namespace tesh::bramel::plugin::sivray
