@@ -19,6 +19,7 @@ PcmPool::PcmPool(std::size_t slotTotal, std::size_t framesPerSlot)
       memory((2 * slotTotal * framesInSlot + kSilentFrames) * 2),
       slots(slotTotal),
       slotAreas(slotTotal),
+      presentFrames(2 * slotTotal),
       spares(slotTotal) {
   std::iota(slotAreas.begin(), slotAreas.end(), std::size_t{0});
   for (std::size_t index = 0; index < slotTotal; ++index) {
@@ -27,10 +28,19 @@ PcmPool::PcmPool(std::size_t slotTotal, std::size_t framesPerSlot)
   }
 }
 
+void PcmPool::provide(std::size_t area, std::size_t frames) {
+  std::size_t& present = presentFrames[area];
+  if (frames > present) {
+    memory.makePresent((area * framesInSlot + present) * 2, (std::min(frames, framesInSlot) - present) * 2);
+    present = std::min(frames, framesInSlot);
+  }
+}
+
 void PcmPool::clearUselessSpares() {
   for (Spare& spare : spares) {
     SpareState expected = SpareState::useless;
     if (spare.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
+      presentFrames[spare.area] = 0;
       memory.clear(spare.area * framesInSlot * 2, std::exchange(spare.writtenFrames, 0) * 2);
       spare.state.store(SpareState::useless, std::memory_order_release);
     }

@@ -46,8 +46,8 @@ class PcmPool {
   std::int16_t* memoryOf(std::size_t index) { return areaAt(slotAreas[index]); }
 
   /// Provides the pages of the first `frames` frames of slot `index`, or of its spare memory, see ZeroedPages.
-  void makePresent(std::size_t index, std::size_t frames) const { provide(slotAreas[index], frames); }
-  void makeSparePresent(std::size_t index, std::size_t frames) const { provide(spares[index].area, frames); }
+  void makePresent(std::size_t index, std::size_t frames) { provide(slotAreas[index], frames); }
+  void makeSparePresent(std::size_t index, std::size_t frames) { provide(spares[index].area, frames); }
 
   // The spare memory of slot `index`. One thread at a time fills it, never the audio thread:
 
@@ -87,14 +87,13 @@ class PcmPool {
   };
 
   std::int16_t* areaAt(std::size_t area) const { return memory.data() + area * framesInSlot * 2; }
-  void provide(std::size_t area, std::size_t frames) const {
-    memory.makePresent(area * framesInSlot * 2, std::min(frames, framesInSlot) * 2);
-  }
+  void provide(std::size_t area, std::size_t frames);
 
   std::size_t framesInSlot;
   platform::ZeroedArray<std::int16_t> memory;  ///< Twice as many areas as slots, then silent frames.
   std::vector<PcmSlot> slots;
   std::vector<std::size_t> slotAreas;
+  std::vector<std::size_t> presentFrames;  ///< Of each area, whose pages need not be asked for again.
   std::vector<Spare> spares;
 };
 

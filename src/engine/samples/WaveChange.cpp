@@ -59,9 +59,7 @@ void PCMLoadTask::read(std::size_t pad, std::int32_t wave) {
   // Only here may the audio thread wait for the disk. Pages that are missing come at once, not one by one as they are
   // written.
   const std::size_t kept = cofu::core::mayWait([&] {
-    if (frames > slot.writtenFrames) {
-      pool.makePresent(pad, frames);
-    }
+    pool.makePresent(pad, frames);
     return file.read(pool.memoryOf(pad), stretch.offsets, frames, cleared);
   });
   if (kept != 0) {
