@@ -39,16 +39,19 @@ void readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t samp
   std::fill(piece.begin() + static_cast<std::ptrdiff_t>(bytes / 2), piece.end(), std::uint16_t{0});
 }
 
+void interleave(const std::uint16_t* left, const std::uint16_t* right, std::size_t count, std::int16_t* frames) {
+  for (std::size_t i = 0; i < count; ++i) {
+    frames[2 * i] = sampleOf(left[i]);
+    frames[2 * i + 1] = sampleOf(right[i]);
+  }
+}
+
 void readMono(platform::InputFile& file, std::int16_t* destination, std::uint32_t offset, std::size_t frames) {
   ReadBuffer buffer;
   for (std::size_t done = 0; done < frames; done += kReadSamples) {
     const auto piece = std::span(buffer).first(std::min(kReadSamples, frames - done));
     readPiece(file, offset, done, piece);
-    std::int16_t* frame = destination + done * 2;
-    for (std::size_t i = 0; i < piece.size(); ++i) {
-      frame[2 * i] = sampleOf(piece[i]);
-      frame[2 * i + 1] = sampleOf(piece[i]);
-    }
+    interleave(piece.data(), piece.data(), piece.size(), destination + done * 2);
   }
 }
 
@@ -62,11 +65,7 @@ void readStereo(platform::InputFile& file, std::int16_t* destination, std::span<
     const auto right = std::span(buffer).subspan(kHalf, count);
     readPiece(file, offsets[0], done, left);
     readPiece(file, offsets[1], done, right);
-    std::int16_t* frame = destination + done * 2;
-    for (std::size_t i = 0; i < count; ++i) {
-      frame[2 * i] = sampleOf(left[i]);
-      frame[2 * i + 1] = sampleOf(right[i]);
-    }
+    interleave(left.data(), right.data(), count, destination + done * 2);
   }
 }
 
