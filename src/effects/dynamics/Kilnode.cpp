@@ -37,14 +37,18 @@ void glide(float& value, float target, float* values, unsigned count) {
   }
 }
 
-void throughTube(float* samples, const float* drives, const float* mixes, unsigned count) {
-  for (unsigned i = 0; i < count; ++i) {
-    samples[i] = tube(samples[i], drives[i], mixes[i]);
+/// Sends samples through the tube in the form given; the arrays may be read up to the next multiple of 4.
+void throughTube(LaneForm form, float* samples, const float* drives, const float* mixes, unsigned count) {
+  const unsigned padded = (count + 3) & ~3U;
+  if (form == LaneForm::avx2) {
+    throughTubeAvx2(samples, drives, mixes, padded);
+  } else if (form == LaneForm::sse2) {
+    throughTubeSse2(samples, drives, mixes, padded);
+  } else {
+    for (unsigned i = 0; i < count; ++i) {
+      samples[i] = tube(samples[i], drives[i], mixes[i]);
+    }
   }
-}
-
-auto* tubeFor(LaneForm form) {
-  return form == LaneForm::avx2 ? throughTubeAvx2 : (form == LaneForm::sse2 ? throughTubeSse2 : throughTube);
 }
 
 /// A value on its way to 0 ends there before its arithmetic becomes slow: below this it changes no 16-bit sample.
@@ -77,7 +81,6 @@ void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned c
   mix = ended(mix, mixTo);
   const bool ticks = state->tickListener != nullptr;
   const unsigned longest = ticks ? 1 : kRun;
-  auto* const process = tubeFor(laneForm);
   float samples[kRun]{};
   float drives[kRun]{};
   float mixes[kRun]{};
@@ -91,7 +94,7 @@ void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned c
     for (const auto& [from, to] :
          {std::pair{in.left + start, out.left + start}, {in.right + start, out.right + start}}) {
       std::copy_n(from, run, samples);
-      process(samples, drives, mixes, (run + 3) & ~3U);
+      throughTube(laneForm, samples, drives, mixes, run);
       std::copy_n(samples, run, to);
     }
   }

@@ -44,9 +44,12 @@ template <TolvanMode kMode>
   return count;
 }
 
-template unsigned TolvanLaw<TolvanMode::kLowpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*, unsigned);
-template unsigned TolvanLaw<TolvanMode::kHighpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*, unsigned);
-template unsigned TolvanLaw<TolvanMode::kBandpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*, unsigned);
+template unsigned TolvanLaw<TolvanMode::kLowpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
+                                                           unsigned) SIVRAY_NONBLOCKING;
+template unsigned TolvanLaw<TolvanMode::kHighpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
+                                                            unsigned) SIVRAY_NONBLOCKING;
+template unsigned TolvanLaw<TolvanMode::kBandpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
+                                                            unsigned) SIVRAY_NONBLOCKING;
 
 [[gnu::flatten]] unsigned TalkingModulatorLaw::runAvx2(TalkingModulatorLaw& law, std::int16_t* left,
                                                        std::int16_t* right, unsigned count) {

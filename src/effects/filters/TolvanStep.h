@@ -15,14 +15,12 @@ StereoLanes leak23(StereoLanes v) {
 /// One sample of both channels. `Arithmetic` has the product and the limit of FilterLanes.h.
 template <typename Arithmetic, TolvanMode kMode>
 void stepFilter(TolvanFilter& filter, std::int16_t& left, std::int16_t& right) {
-  const auto limited = Arithmetic::limited24;
-  const auto product = Arithmetic::mulShift23;
   const StereoLanes input = (StereoLanes::of(left, right) * filter.inputGain).shiftedRight<6>();
   const StereoLanes a = leak23<Arithmetic>(leak23<Arithmetic>(filter.band));
   const StereoLanes b = leak23<Arithmetic>(leak23<Arithmetic>(filter.low));
-  const StereoLanes high = limited(input - product(a, filter.damping.now) - b);
-  filter.band = limited(product(high, filter.frequency.now) + a);
-  filter.low = limited(product(filter.band, filter.frequency.now) + b);
+  const StereoLanes high = Arithmetic::limited24(input - Arithmetic::mulShift23(a, filter.damping.now) - b);
+  filter.band = Arithmetic::limited24(Arithmetic::mulShift23(high, filter.frequency.now) + a);
+  filter.low = Arithmetic::limited24(Arithmetic::mulShift23(filter.band, filter.frequency.now) + b);
   const StereoLanes out =
       kMode == TolvanMode::kLowpass ? filter.low : (kMode == TolvanMode::kHighpass ? high : filter.band);
   out.shiftedRight<9>().storeSaturated(left, right);
