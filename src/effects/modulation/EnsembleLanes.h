@@ -10,24 +10,24 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 /// Phase steps per sample of the two sines: 5.2 Hz and 0.27 Hz, four units a cycle.
-constexpr auto kFastStep = static_cast<float>(20.8 / cofu::core::kEngineRate);
-constexpr auto kSlowStep = static_cast<float>(1.08 / cofu::core::kEngineRate);
+inline constexpr auto kFastStep = static_cast<float>(20.8 / cofu::core::kEngineRate);
+inline constexpr auto kSlowStep = static_cast<float>(1.08 / cofu::core::kEngineRate);
 
 /// How much each sine moves the tap, in depths: both are lifted to 0 .. 2, and the fast one counts a twelfth.
-constexpr float kSineScale = 0.499966F;
-constexpr float kFastShare = 0.0833333F;
+inline constexpr float kSineScale = 0.499966F;
+inline constexpr float kFastShare = 0.0833333F;
 
 /// Phase between the sides at full spread: a sixth of a cycle.
-constexpr float kSpreadScale = 0.666667F;
+inline constexpr float kSpreadScale = 0.666667F;
 
 /// Gain of the sum of three voices.
-constexpr float kEnsembleGain = 0.66666F;
+inline constexpr float kEnsembleGain = 0.66666F;
 
 // The sine of w * pi / 2 for w in -1 .. 1 as an odd polynomial, within 0.0001, and what lifts it to 0 .. 2.
-constexpr float kSineLinear = 1.5703204F;
-constexpr float kSineCubic = 0.6421143F;
-constexpr float kSineFifth = 0.07186159F;
-constexpr float kSineLift = 1.0000676F;
+inline constexpr float kSineLinear = 1.5703204F;
+inline constexpr float kSineCubic = 0.6421143F;
+inline constexpr float kSineFifth = 0.07186159F;
+inline constexpr float kSineLift = 1.0000676F;
 
 template <typename Floats>
 using MasksOf = decltype(Floats{} > Floats{});
