@@ -12,16 +12,20 @@ FRAMES_PER_BLOCK = 512
 SHORT_RUN, LONG_RUN = 20, 220
 CHANGES = 10
 OVERHEAD_BUDGET = 25
+SILENCE_BUDGET = 40
 CHANGE_BUDGET = 600  # Thousands of instructions. Clearing memory counts as one a byte.
 
 # Name and budget by type id.
 EFFECTS = [
-    ("Bypass", 1), ("Marlo Chorus", 290), ("Marlo Phase", 160), ("Marlo Ensemble", 400), ("Chorus/Flanger", 200),
+    ("Bypass", 1), ("Marlo Chorus", 65), ("Marlo Phase", 50), ("Marlo Ensemble", 100), ("Chorus/Flanger", 36),
     ("Phaser", 160), ("Tremolo", 45), ("Auto Pan", 80), ("Pump", 80), ("Slicer", 80), ("Ring Mod", 80),
     ("Grain Shifter", 110), ("Short Delay", 10), ("BPM Delay", 12), ("Room Reverb", 14), ("Hall Reverb", 40),
     ("Gate Reverb", 42), ("Compressor", 120), ("Master Compressor", 120), ("Drive", 65), ("Distortion", 150),
     ("Kiln Force", 58), ("Decimator", 40), ("EQ", 62), ("Peaking EQ", 120), ("LPF", 56), ("HPF", 56), ("BPF", 56),
     ("Comb Filter", 90), ("Talking Mod", 62)]
+
+# The hall's tail outlasts the wait, and rounding keeps the peaking equalizer's output at -1.
+NEVER_SILENT = {"Hall Reverb", "Peaking EQ"}
 
 
 def instructions(program, effect, blocks, form, *options):
@@ -43,14 +47,15 @@ def per_change(program, effect):
 def main():
     program = (sys.argv[1] if len(sys.argv) > 1 else "build/release") + "/bin/bench_effects"
     over = []
-    print("| Id | Effect | Sound | Silence after it | Budget | In the master effect | Change to it |")
+    print("| Id | Effect | Sound | Silence after its tail | Budget | In the master effect | Change to it |")
     print("|---:|---|---:|---:|---:|---:|---:|")
     for effect, (name, budget) in enumerate(EFFECTS):
         alone, quiet, whole = (per_frame(program, effect, form) for form in ("alone", "quiet", "whole"))
         change = per_change(program, effect)
         print(f"| {effect} | {name} | {alone:.1f} | {quiet:.1f} | {budget} | + {whole - alone:.1f} | {change:.1f} |",
               flush=True)
-        if (alone > budget or quiet > alone * 1.01 or whole - alone > OVERHEAD_BUDGET or change > CHANGE_BUDGET):
+        silence_budget = alone * 1.01 if name in NEVER_SILENT else SILENCE_BUDGET
+        if (alone > budget or quiet > silence_budget or whole - alone > OVERHEAD_BUDGET or change > CHANGE_BUDGET):
             over.append(name)
     if over:
         sys.exit("count_effects: above budget: " + ", ".join(over))

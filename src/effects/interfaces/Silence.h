@@ -35,6 +35,9 @@ inline bool isZero(StereoBlock block, std::size_t count) {
 /// Whether the `count` samples of a ring before index `end` are zero. `length` is a power of two, at least `count`.
 template <typename Sample>
 bool isZeroBefore(const Sample* ring, std::size_t length, std::size_t end, std::size_t count) {
+  if (count == 0) {
+    return true;
+  }
   const std::size_t start = (end - count) & (length - 1);
   const std::size_t toEnd = std::min(count, length - start);
   return isZero(ring + start, toEnd) && isZero(ring, count - toEnd);

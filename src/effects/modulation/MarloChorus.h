@@ -45,7 +45,12 @@ struct MarloChorus {
   };
 
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
-  void reset(const Settings&) { *this = {}; }
+  void reset(const Settings&) {
+    lines.clear();
+    sweep = {};
+    leftSide = {};
+    rightSide = {};
+  }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { settings = to; }
 

@@ -93,6 +93,12 @@ struct MarloLines {
   /// Moves on by `count` samples of silence over silence.
   void skip(unsigned count) { writeIndex = (writeIndex - count) & (MarloLine::kLength - 1); }
 
+  void clear() {
+    leftLine.samples.fill(0.0F);
+    rightLine.samples.fill(0.0F);
+    writeIndex = 0;
+  }
+
   float writePosition() const { return static_cast<float>(writeIndex); }
 
   MarloLine leftLine;

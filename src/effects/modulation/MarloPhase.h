@@ -19,7 +19,10 @@ struct MarloPhase {
   static constexpr float kSumGain = 0.75F;
 
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
-  void reset(const Settings&) { *this = {}; }
+  void reset(const Settings&) {
+    lines.clear();
+    sweep = {};
+  }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { settings = to; }
 

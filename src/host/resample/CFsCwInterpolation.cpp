@@ -19,13 +19,15 @@ bool isZero(const float* samples, std::size_t frames) {
     }
     return bits << 1 == 0;  // -0.0 is zero too
   };
-  std::size_t i = 0;
-  for (; i + kLook <= frames; i += kLook) {
+  if (frames < kLook) {
+    return isZeroUpTo(0, frames);
+  }
+  for (std::size_t i = 0; i + kLook < frames; i += kLook) {
     if (!isZeroUpTo(i, i + kLook)) {
       return false;
     }
   }
-  return isZeroUpTo(i, frames);
+  return isZeroUpTo(frames - kLook, frames);
 }
 
 /// Adds a step to `fraction` so many times, and returns the whole units that it carries.
@@ -52,6 +54,7 @@ std::uint32_t addSteps(float& fraction, float step, std::uint32_t times) {
       break;
     }
   }
+#pragma GCC unroll 8
   for (; left > 0; --left) {
     add();
   }
