@@ -38,14 +38,15 @@ struct WordGain {
   Vec operator()(Vec x) const { return L::addWords(L::highProducts(x, factor), L::bitAnd(x, kept)); }
 };
 
-/// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`.
+/// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`; a constructor
+/// that is called rather than inlined would leave it in memory.
 template <typename L, ChainNeeds Needs>
 class VoiceChain {
  public:
   using Lanes = L;
   using Vec = typename L::Vec;
 
-  VoiceChain(VoiceBank& voiceBank, const VoiceRun& run, int firstLane)
+  [[gnu::always_inline]] VoiceChain(VoiceBank& voiceBank, const VoiceRun& run, int firstLane)
       : bank(voiceBank),
         first(static_cast<std::size_t>(firstLane)),
         samples(run.samples),
@@ -69,14 +70,14 @@ class VoiceChain {
   }
 
   /// Loads all gains that ramps write.
-  void loadGains() {
+  [[gnu::always_inline]] void loadGains() {
     loadEnvelope();
     loadFade();
     loadOtherGains();
   }
 
   /// Loads the gains that moving ramps have written; `moving` as in VoiceRun.
-  void loadMovedGains(unsigned moving) {
+  [[gnu::always_inline]] void loadMovedGains(unsigned moving) {
     if ((moving & rampBit(LaneRamp::envelope)) != 0) {
       loadEnvelope();
     }
@@ -110,7 +111,7 @@ class VoiceChain {
   }
 
   /// Stores the changed state back into the bank.
-  void finish() {
+  [[gnu::always_inline]] void finish() {
     put(bank.positionQ12, position);
     put(bank.punchCurrent, Needs.punch ? punch : L::all(kPunchEnd));
     put(bank.boostState, boostState);
@@ -143,12 +144,12 @@ class VoiceChain {
     return L::bitOr(L::template shiftLeft<20>(position), L::andNot(L::template shiftLeft<4>(position), L::all(0xFFF0)));
   }
 
-  void loadEnvelope() {
+  [[gnu::always_inline]] void loadEnvelope() {
     const Vec gain = lanes(bank.envelopeGain);
     envelope = WordGain<L>::of(L::bitOr(gain, L::template shiftLeft<16>(gain)));
   }
 
-  void loadFade() {
+  [[gnu::always_inline]] void loadFade() {
     if constexpr (Needs.fade) {
       amp = lanes(bank.fadeAmp);
       const Vec square = scaledLanes(amp, amp);
@@ -160,7 +161,7 @@ class VoiceChain {
     }
   }
 
-  void loadOtherGains() {
+  [[gnu::always_inline]] void loadOtherGains() {
     loadBoost();
     levelLeft = lanes(bank.levelGain);
     levelRight = L::template shiftLeft<16>(levelLeft);
@@ -171,7 +172,7 @@ class VoiceChain {
   }
 
   /// The low boost's gains: g of its last output, -16384 to 32735, and h = 32767 - c * g of its input, 5904 to 46213.
-  void loadBoost() {
+  [[gnu::always_inline]] void loadBoost() {
     // c, Q15: 0.8 at a rate of 39062.5 Hz, brought to 44100 Hz as 0.79999995^(39062.5 / 44100).
     constexpr std::int32_t kBoostCoefficient = 26891;
     const Vec g = inBothWords(lanes(bank.lowBoostGain));
@@ -257,7 +258,8 @@ class ChainPair {
   using Lanes = Four;
   using Vec = typename Four::Vec;
 
-  ChainPair(VoiceBank& bank, const VoiceRun& run, int) : low(bank, run, 0), high(bank, run, kLanesPerQuad) {}
+  [[gnu::always_inline]] ChainPair(VoiceBank& bank, const VoiceRun& run, int)
+      : low(bank, run, 0), high(bank, run, kLanesPerQuad) {}
 
   static bool punchRests(const VoiceBank& bank, int) {
     return Chain::punchRests(bank, 0) && Chain::punchRests(bank, kLanesPerQuad);
