@@ -17,7 +17,7 @@ CHANGE_BUDGET = 600  # Thousands of instructions. Clearing memory counts as one 
 
 # Name and budget by type id.
 EFFECTS = [
-    ("Bypass", 1), ("Marlo Chorus", 65), ("Marlo Phase", 50), ("Marlo Ensemble", 100), ("Chorus/Flanger", 36),
+    ("Bypass", 1), ("Marlo Chorus", 60), ("Marlo Phase", 44), ("Marlo Ensemble", 100), ("Chorus/Flanger", 36),
     ("Phaser", 160), ("Tremolo", 45), ("Auto Pan", 80), ("Pump", 80), ("Slicer", 80), ("Ring Mod", 80),
     ("Grain Shifter", 110), ("Short Delay", 10), ("BPM Delay", 12), ("Room Reverb", 14), ("Hall Reverb", 40),
     ("Gate Reverb", 42), ("Compressor", 120), ("Master Compressor", 120), ("Drive", 65), ("Distortion", 150),

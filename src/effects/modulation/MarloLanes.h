@@ -42,6 +42,15 @@ struct MarloFour {
   static constexpr unsigned kQuads = 1;
   static void split(Floats x, Floats* quads) { quads[0] = x; }
   static Floats joined(const Floats* quads) { return quads[0]; }
+  /// Both channels of two samples a quad, in turn, and back.
+  static void interleave(Floats left, Floats right, MarloQuad* quads) {
+    quads[0] = __builtin_shufflevector(left, right, 0, 4, 1, 5);
+    quads[1] = __builtin_shufflevector(left, right, 2, 6, 3, 7);
+  }
+  static void separate(const MarloQuad* quads, Floats& left, Floats& right) {
+    left = __builtin_shufflevector(quads[0], quads[1], 0, 2, 4, 6);
+    right = __builtin_shufflevector(quads[0], quads[1], 1, 3, 5, 7);
+  }
   static void readPairs(const float* from, Integers at, Floats& first, Floats& second) {
     const MarloTwoPairs early{pairAt(from, at[0]), pairAt(from, at[1])};
     const MarloTwoPairs late{pairAt(from, at[2]), pairAt(from, at[3])};
@@ -132,6 +141,9 @@ Floats triangleLanes(Floats phase) {
   return phase >= 0.5F ? twice - 1.0F : 1.0F - twice;
 }
 
+/// As MarloSweep smooths its triangle, in the lower two lanes left and right.
+inline MarloQuad smoothedLanes(MarloQuad lfo, MarloQuad target) { return target + (lfo - target) * kMarloLfoKept; }
+
 /// The next samples of the smoothed triangles. Phase, spread and smoothing move sample by sample.
 template <typename Form>
 MarloPair<Form> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
@@ -142,10 +154,20 @@ MarloPair<Form> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
   const Floats lagging = phase - (spread - 1.0F) * 0.5F;
   const Floats left = triangleLanes(phase);
   const Floats right = triangleLanes<Floats>(lagging < 0.0F ? lagging + 1.0F : lagging);
-  const MarloPair<Form> lfo{Form::made([&](int i) { return MarloSweep::smoothed(now.leftLfo, left[i]); }),
-                            Form::made([&](int i) { return MarloSweep::smoothed(now.rightLfo, right[i]); })};
+  MarloQuad quads[Form::kCount / 2];
+  Form::interleave(left, right, quads);
+  MarloQuad lfo{now.leftLfo, now.rightLfo, 0.0F, 0.0F};
+  for (MarloQuad& quad : quads) {
+    const MarloQuad first = smoothedLanes(lfo, quad);
+    lfo = smoothedLanes(first, __builtin_shufflevector(quad, quad, 2, 3, 2, 3));
+    quad = __builtin_shufflevector(first, lfo, 0, 1, 4, 5);
+  }
+  now.leftLfo = lfo[0];
+  now.rightLfo = lfo[1];
   sweep = now;
-  return lfo;
+  MarloPair<Form> smoothed;
+  Form::separate(quads, smoothed.left, smoothed.right);
+  return smoothed;
 }
 
 /// Takes a register of samples in, reads the taps `depth` times the triangle `lfo` and `base` behind them, and lets

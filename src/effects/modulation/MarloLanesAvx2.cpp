@@ -41,6 +41,20 @@ struct MarloEight {
   static Floats joined(const MarloQuad* quads) {
     return __builtin_shufflevector(quads[0], quads[1], 0, 1, 2, 3, 4, 5, 6, 7);
   }
+  static void interleave(Floats left, Floats right, MarloQuad* quads) {
+    const Floats outer = __builtin_shufflevector(left, right, 0, 8, 1, 9, 4, 12, 5, 13);
+    const Floats inner = __builtin_shufflevector(left, right, 2, 10, 3, 11, 6, 14, 7, 15);
+    quads[0] = __builtin_shufflevector(outer, outer, 0, 1, 2, 3);
+    quads[1] = __builtin_shufflevector(inner, inner, 0, 1, 2, 3);
+    quads[2] = __builtin_shufflevector(outer, outer, 4, 5, 6, 7);
+    quads[3] = __builtin_shufflevector(inner, inner, 4, 5, 6, 7);
+  }
+  static void separate(const MarloQuad* quads, Floats& left, Floats& right) {
+    const Floats outer = __builtin_shufflevector(quads[0], quads[2], 0, 1, 2, 3, 4, 5, 6, 7);
+    const Floats inner = __builtin_shufflevector(quads[1], quads[3], 0, 1, 2, 3, 4, 5, 6, 7);
+    left = __builtin_shufflevector(outer, inner, 0, 2, 8, 10, 4, 6, 12, 14);
+    right = __builtin_shufflevector(outer, inner, 1, 3, 9, 11, 5, 7, 13, 15);
+  }
   /// In the order in which the shuffles below take them.
   static void readPairs(const float* from, Integers at, Floats& first, Floats& second) {
     const FourPairs even{pairAt(from, at[0]), pairAt(from, at[1]), pairAt(from, at[4]), pairAt(from, at[5])};

@@ -141,9 +141,6 @@ struct MarloSweep {
   float leftLfo = 0.0F;
   float rightLfo = 0.0F;
 
-  /// Moves a smoothed triangle by one sample towards `target`, and returns it.
-  static float smoothed(float& lfo, float target);
-
  private:
   static float followed(float& lfo, float phase);
 };
@@ -151,14 +148,11 @@ struct MarloSweep {
 /// Share that the triangle's smoother keeps per sample: a corner of 3.3865754 Hz.
 extern const float kMarloLfoKept;
 
-inline float MarloSweep::smoothed(float& lfo, float target) {
-  lfo = target + (lfo - target) * kMarloLfoKept;
-  return lfo;
-}
-
 inline float MarloSweep::followed(float& lfo, float phase) {
   const float twice = 2.0F * phase;
-  return smoothed(lfo, phase >= 0.5F ? twice - 1.0F : 1.0F - twice);
+  const float t = phase >= 0.5F ? twice - 1.0F : 1.0F - twice;
+  lfo = t + (lfo - t) * kMarloLfoKept;
+  return lfo;
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects
