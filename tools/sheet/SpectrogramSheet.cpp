@@ -10,16 +10,20 @@
 #include <stdexcept>
 #include <utility>
 
+#include "sheet/PalettePng.h"
 #include "sheet/Spectrum.h"
 
 namespace sivray {
 namespace {
 
-constexpr int kColumns = 5;
-constexpr int kCellWidth = 300;
-constexpr int kCellHeight = 150;
-constexpr int kTitleHeight = 20;
-constexpr int kGap = 6;
+/// Sizes in pixels.
+struct Layout {
+  int columns, cellWidth, cellHeight, titleHeight, gap;
+  float fontHeight;
+};
+
+constexpr Layout kLarge{5, 300, 150, 20, 6, 15.0F};
+constexpr Layout kSmall{6, 180, 90, 14, 4, 12.0F};
 constexpr int kFftOrder = 12;
 /// The power of a sine of full scale in the middle of a bin: half of its amplitude lies at its negative frequency, and
 /// a Hann window has a mean of one half.
@@ -27,6 +31,9 @@ constexpr float kPowerOfFullScale = float{1 << (kFftOrder - 2)} * float{1 << (kF
 constexpr double kLowestHertz = 30.0;
 constexpr double kHighestHertz = 20000.0;
 constexpr float kRangeDecibels = 90.0F;
+constexpr int kShades = 16;  ///< Of small sheets.
+
+const juce::Colour kBackground(0xff1c1c22);
 
 /// Maps 0 to 1 to a colour: black, violet, orange, warm white.
 juce::Colour heat(float level) {
@@ -54,20 +61,53 @@ float level(std::span<const float> powers, double lowHertz, double highHertz, do
 
 double hertzAt(double height) { return kLowestHertz * std::pow(kHighestHertz / kLowestHertz, height); }
 
-void drawSpectrogram(juce::Image& image, int left, int top, const std::vector<float>& samples, double rate) {
+/// The colours of a small sheet: shades of heat, and those of the titles.
+std::vector<juce::Colour> paletteOfSmall() {
+  std::vector<juce::Colour> colours(kShades);
+  for (int shade = 0; shade < kShades; ++shade) {
+    colours[static_cast<std::size_t>(shade)] = heat(static_cast<float>(shade) / (kShades - 1));
+  }
+  for (const float part : {0.0F, 0.35F, 0.7F, 1.0F}) {
+    colours.push_back(kBackground.interpolatedWith(juce::Colours::white, part));
+  }
+  return colours;
+}
+
+void drawSpectrogram(juce::Image& image, juce::Point<int> at, const Layout& layout, const std::vector<float>& samples,
+                     double rate) {
   Spectrum spectrum(kFftOrder, Spectrum::Window::hann);
   // Silence before the sound, so that the window around each centre begins at the centre's own index.
   std::vector<float> padded(spectrum.size() / 2);
   padded.insert(padded.end(), samples.begin(), samples.end());
-  for (int x = 0; x < kCellWidth; ++x) {
-    const auto centre = static_cast<std::size_t>(static_cast<double>(samples.size()) * (x + 0.5) / kCellWidth);
+  for (int x = 0; x < layout.cellWidth; ++x) {
+    const auto centre = static_cast<std::size_t>(static_cast<double>(samples.size()) * (x + 0.5) / layout.cellWidth);
     const std::span<const float> powers = spectrum.of(std::span(padded).subspan(centre));
-    for (int y = 0; y < kCellHeight; ++y) {
-      const double low = hertzAt(static_cast<double>(y) / kCellHeight);
-      const double high = hertzAt(static_cast<double>(y + 1) / kCellHeight);
-      image.setPixelAt(left + x, top + kCellHeight - 1 - y, heat(level(powers, low, high, rate)));
+    for (int y = 0; y < layout.cellHeight; ++y) {
+      const double low = hertzAt(static_cast<double>(y) / layout.cellHeight);
+      const double high = hertzAt(static_cast<double>(y + 1) / layout.cellHeight);
+      image.setPixelAt(at.x + x, at.y + layout.cellHeight - 1 - y, heat(level(powers, low, high, rate)));
     }
   }
+}
+
+/// Replaces the file by these bytes. Returns whether that worked.
+bool writeFile(const std::string& path, const juce::MemoryBlock& bytes) {
+  const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  juce::TemporaryFile temporary(file);
+  return temporary.getFile().replaceWithData(bytes.getData(), bytes.getSize()) &&
+         temporary.overwriteTargetFileWithTemporary();
+}
+
+juce::MemoryBlock pngOf(const juce::Image& image, SheetSize size) {
+  juce::MemoryBlock bytes;
+  if (size == SheetSize::small) {
+    const auto png = palettePngOf(image, paletteOfSmall());
+    bytes.append(png.data(), png.size());
+  } else {
+    juce::MemoryOutputStream stream(bytes, false);
+    juce::PNGImageFormat().writeImageToStream(image, stream);
+  }
+  return bytes;
 }
 
 }  // namespace
@@ -77,26 +117,24 @@ void SpectrogramSheet::add(const std::string& title, std::vector<float> samples)
 }
 
 void SpectrogramSheet::write(const std::string& path) const {
-  const int rows = (static_cast<int>(cells.size()) + kColumns - 1) / kColumns;
-  const int stepX = kCellWidth + kGap;
-  const int stepY = kCellHeight + kTitleHeight + kGap;
-  juce::Image image(juce::Image::RGB, kGap + kColumns * stepX, kGap + rows * stepY, true, juce::SoftwareImageType());
+  const Layout& layout = size == SheetSize::small ? kSmall : kLarge;
+  const int rows = (static_cast<int>(cells.size()) + layout.columns - 1) / layout.columns;
+  const int stepX = layout.cellWidth + layout.gap;
+  const int stepY = layout.cellHeight + layout.titleHeight + layout.gap;
+  juce::Image image(juce::Image::RGB, layout.gap + layout.columns * stepX, layout.gap + rows * stepY, true,
+                    juce::SoftwareImageType());
   juce::Graphics graphics(image);
-  graphics.fillAll(juce::Colour(0xff1c1c22));
+  graphics.fillAll(kBackground);
   graphics.setColour(juce::Colours::white);
-  graphics.setFont(15.0F);
+  graphics.setFont(layout.fontHeight);
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    const int left = kGap + static_cast<int>(i) % kColumns * stepX;
-    const int top = kGap + static_cast<int>(i) / kColumns * stepY;
-    graphics.drawText(cells[i].title, left, top, kCellWidth, kTitleHeight, juce::Justification::centredLeft);
-    drawSpectrogram(image, left, top + kTitleHeight, cells[i].samples, sampleRate);
+    const int left = layout.gap + static_cast<int>(i) % layout.columns * stepX;
+    const int top = layout.gap + static_cast<int>(i) / layout.columns * stepY;
+    graphics.drawText(cells[i].title, left, top, layout.cellWidth, layout.titleHeight,
+                      juce::Justification::centredLeft);
+    drawSpectrogram(image, {left, top + layout.titleHeight}, layout, cells[i].samples, sampleRate);
   }
-  const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-  juce::TemporaryFile temporary(file);
-  juce::FileOutputStream stream(temporary.getFile());
-  const bool written = stream.openedOk() && juce::PNGImageFormat().writeImageToStream(image, stream);
-  stream.flush();
-  if (!written || !temporary.overwriteTargetFileWithTemporary()) {
+  if (!writeFile(path, pngOf(image, size))) {
     throw std::runtime_error("cannot write the picture '" + path + "'");
   }
 }

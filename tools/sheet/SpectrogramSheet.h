@@ -7,9 +7,15 @@
 
 namespace sivray {
 
+enum class SheetSize {
+  large,  ///< To look at closely: cells of 300 x 150 pixels in all colours.
+  small,  ///< To keep: cells of 180 x 90 pixels in 16 shades, about 2 kB each.
+};
+
 class SpectrogramSheet {
  public:
-  explicit SpectrogramSheet(double sampleRateOfSounds) : sampleRate(sampleRateOfSounds) {}
+  explicit SpectrogramSheet(double sampleRateOfSounds, SheetSize sizeOfCells = SheetSize::large)
+      : sampleRate(sampleRateOfSounds), size(sizeOfCells) {}
 
   /// Adds a cell. Samples are mono with full scale 1.0.
   void add(const std::string& title, std::vector<float> samples);
@@ -25,6 +31,7 @@ class SpectrogramSheet {
   };
 
   double sampleRate;
+  SheetSize size;
   std::vector<Cell> cells;
 };
 

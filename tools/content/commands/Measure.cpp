@@ -36,10 +36,10 @@ std::string installedLibrary() {
 }
 
 /// Draws a sheet for each category, named after it: "close-hh.png".
-void writeSheets(const std::string& folder, const std::vector<MeasuredWave>& waves) {
+void writeSheets(const std::string& folder, const std::vector<MeasuredWave>& waves, SheetSize size) {
   std::filesystem::create_directories(pathOf(folder));
   for (std::size_t category = 0; category < kCategoryNames.size(); ++category) {
-    SpectrogramSheet sheet(kMeasureRate);
+    SpectrogramSheet sheet(kMeasureRate, size);
     for (const MeasuredWave& wave : waves) {
       if (wave.category == static_cast<int>(category)) {
         sheet.add(wave.name, wave.hit);
@@ -99,6 +99,7 @@ void runMeasure(const juce::ArgumentList& list) {
   const Half half = halfOf(line, line.takeValue("--half"));
   const std::string only = line.takeValue("--wave");
   const std::string sheets = line.takeValue("--sheets");
+  const SheetSize sizeOfSheets = line.takeFlag("--small") ? SheetSize::small : SheetSize::large;
   const bool isTargets = line.takeFlag("--targets");
   const bool isBrief = line.takeFlag("--brief");
   const std::vector<std::string> folders = line.takeRestUpTo(1);
@@ -123,7 +124,7 @@ void runMeasure(const juce::ArgumentList& list) {
     printTwins(std::cout, waves);
   }
   if (!sheets.empty()) {
-    writeSheets(sheets, waves);
+    writeSheets(sheets, waves, sizeOfSheets);
   }
 }
 

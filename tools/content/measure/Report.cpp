@@ -32,16 +32,25 @@ double quantile(std::vector<double> values, double part) {
   return values[below] + (place - std::floor(place)) * (values[above] - values[below]);
 }
 
-/// The distances of recordings to the nearest one of another set.
-std::vector<double> distancesBetweenSets(std::span<const Reference* const> all) {
+/// The distances of some recordings to the nearest of `others` that is of another set.
+std::vector<double> distancesBetween(std::span<const Reference* const> some, std::span<const Reference* const> others) {
   std::vector<double> distances;
-  for (const Reference* reference : all) {
-    const Nearest nearest = nearestOf(reference->picture, all, reference->set);
+  for (const Reference* reference : some) {
+    const Nearest nearest = nearestOf(reference->picture, others, reference->set);
     if (nearest.reference != nullptr) {
       distances.push_back(static_cast<double>(nearest.distance));
     }
   }
   return distances;
+}
+
+/// The distances of the recordings of the other half to those of this one. None for both halves.
+std::vector<double> distancesAcross(std::span<const Reference> references, Group group, Half half) {
+  if (half == Half::both) {
+    return {};
+  }
+  const Half other = half == Half::tune ? Half::judge : Half::tune;
+  return distancesBetween(referencesOf(references, group, other), referencesOf(references, group, half));
 }
 
 std::string distanceText(const std::vector<double>& distances, double part) {
@@ -132,7 +141,7 @@ void printWave(std::ostream& out, const MeasuredWave& wave, std::span<const Refe
 
 void printGroups(std::ostream& out, std::span<const MeasuredWave> waves, std::span<const Reference> references,
                  Half half) {
-  out << "group                  hits  real  goal  waves  D middle  best  six or more outside\n";
+  out << "group                  hits  real  goal  across  waves  D middle  best  six or more outside\n";
   for (std::size_t index = 0; index < kGroups; ++index) {
     const auto group = static_cast<Group>(index);
     const auto judged = referencesOf(references, group, half);
@@ -149,9 +158,11 @@ void printGroups(std::ostream& out, std::span<const MeasuredWave> waves, std::sp
         distances.push_back(static_cast<double>(nearestOf(wave.picture, judged).distance));
       }
     }
-    const auto between = distancesBetweenSets(referencesOf(references, group, Half::both));
-    out << formatted("%-23s%4zu  %s  %s  %5d      %s  %s  %3.0f %%\n", std::string(kGroupNames[index]).c_str(),
-                     judged.size(), distanceText(between, 0.5).c_str(), goalText(group, between).c_str(), count,
+    const auto all = referencesOf(references, group, Half::both);
+    const auto between = distancesBetween(all, all);
+    out << formatted("%-23s%4zu  %s  %s    %s  %5d      %s  %s  %3.0f %%\n", std::string(kGroupNames[index]).c_str(),
+                     judged.size(), distanceText(between, 0.5).c_str(), goalText(group, between).c_str(),
+                     distanceText(distancesAcross(references, group, half), 0.5).c_str(), count,
                      distanceText(distances, 0.5).c_str(), distanceText(distances, 0.0).c_str(),
                      count == 0 ? 0.0 : 100.0 * many / count);
   }

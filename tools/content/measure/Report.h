@@ -39,7 +39,8 @@ Nearest nearestOf(const Picture& picture, std::span<const Reference* const> refe
 void printWave(std::ostream& out, const MeasuredWave& wave, std::span<const Reference> references, Half half);
 
 /// Prints a line for each group: D of all recordings to the nearest of another set, the goal for the middle D of the
-/// waves, that D and the best one to the recordings of `half`, and the share of the waves with many figures outside.
+/// waves, D of the other half's recordings to those of `half`, the middle D of the waves and the best one to the
+/// recordings of `half`, and the share of the waves with many figures outside.
 void printGroups(std::ostream& out, std::span<const MeasuredWave> waves, std::span<const Reference> references,
                  Half half);
 
