@@ -27,7 +27,8 @@ inline constexpr const char* kPackUsage = "pack FOLDER -o DIR [--with-factory]";
 void runPack(const juce::ArgumentList& list);
 
 inline constexpr const char* kMeasureUsage =
-    "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER [--small]] [--targets] | "
+    "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER [--small]] "
+    "[--targets] | "
     "--kits [--sheets FOLDER] | --grooves FOLDER";
 void runMeasure(const juce::ArgumentList& list);
 
