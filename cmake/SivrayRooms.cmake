@@ -45,13 +45,13 @@ if(WIN32)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
 
-# sivray_room(<name> FOLDER <folder below src> [FILE_BY_FILE] [LINKS <rooms>...] [PRIVATE <rooms>...]
+# sivray_room(<name> FOLDER <folder below src> [FILE_BY_FILE] [COLD] [LINKS <rooms>...] [PRIVATE <rooms>...]
 #   [EXTERNAL <libraries>...])
 # Builds the library sivray_<name> from all sources in the folder itself (not in its sub-folders). LINKS are the rooms that
 # its headers include, PRIVATE those that only its sources include; scripts/check_links.py compares both with the code.
-# FILE_BY_FILE: no source is merged with others in a unity build.
+# FILE_BY_FILE: no source is merged with others in a unity build. COLD: nothing in it runs often.
 function(sivray_room name)
-  cmake_parse_arguments(ROOM "FILE_BY_FILE" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
+  cmake_parse_arguments(ROOM "FILE_BY_FILE;COLD" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
   set(root "${PROJECT_BINARY_DIR}/rooms/${name}")
   cmake_path(GET ROOM_FOLDER PARENT_PATH parent)
@@ -77,6 +77,9 @@ function(sivray_room name)
   target_link_libraries(sivray_${name} ${scope} ${ROOM_LINKS} ${ROOM_EXTERNAL})
   if(ROOM_FILE_BY_FILE)
     set_target_properties(sivray_${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
+  if(sources AND ROOM_COLD)
+    sivray_build_fast(sivray_${name})
   endif()
   if(sources AND ROOM_EXTERNAL MATCHES sivray_juce)
     sivray_precompile(sivray_${name} juce)
@@ -124,6 +127,7 @@ function(sivray_program name)
   add_executable(${name} WIN32 ${sources})
   target_link_libraries(${name} PRIVATE sivray_options ${PROGRAM_LINKS})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/Sivray")
+  sivray_precompile(${name} juce)
   if(WIN32)
     target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
   else()
