@@ -39,11 +39,8 @@ void glide(float& value, float target, float* values, unsigned count) {
 
 /// Sends samples through the tube in the form given; the arrays may be read up to the next multiple of 4.
 void throughTube(LaneForm form, float* samples, const float* drives, const float* mixes, unsigned count) {
-  const unsigned padded = (count + 3) & ~3U;
   if (form == LaneForm::avx2) {
-    throughTubeAvx2(samples, drives, mixes, padded);
-  } else if (form == LaneForm::sse2) {
-    throughTubeSse2(samples, drives, mixes, padded);
+    throughTubeAvx2(samples, drives, mixes, (count + 3) & ~3U);
   } else {
     for (unsigned i = 0; i < count; ++i) {
       samples[i] = tube(samples[i], drives[i], mixes[i]);

@@ -14,6 +14,12 @@ struct Q60393Drive {
   static constexpr Knobs kStart{63, 100};
   static constexpr bool kResetTakesPending = true;
 
+  /// How strongly what lies above the threshold is bent: 0.8 in Q15.
+  static constexpr std::int32_t kBend = 26213;
+
+  /// Share of the last output that comes back at full drive: 0.73 in Q15.
+  static constexpr std::int32_t kFeedback = 23919;
+
   /// All Q15.
   struct Settings {
     std::int32_t drive;
@@ -30,6 +36,11 @@ struct Q60393Drive {
     lastOutput = {};
   }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  static bool fitsLanes(const Settings&) { return true; }
+  /// With SSE2, `step` does as well.
+  static unsigned runSse2(Q60393Drive&, std::int16_t*, std::int16_t*, unsigned) { return 0; }
+  static unsigned runAvx2(Q60393Drive& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return isZero(preEmphasis) && isZero(lastOutput); }

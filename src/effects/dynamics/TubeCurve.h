@@ -28,9 +28,8 @@ inline float tube(float in, float drive, float mix) {
   return notBelow > 1.0F ? 1.0F : notBelow;
 }
 
-/// Samples through the tube, in place, each with its own drive and mix. `count` is a multiple of 4. The forms give the
-/// same bits.
-void throughTubeSse2(float* samples, const float* drives, const float* mixes, unsigned count) SIVRAY_NONBLOCKING;
+/// Samples through the tube, in place, each with its own drive and mix, for AVX2. `count` is a multiple of 4. Gives the
+/// bits of `tube`. There is no such form for SSE2: two exponentials at once take as long as two in turn.
 void throughTubeAvx2(float* samples, const float* drives, const float* mixes, unsigned count) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::plugin::fxkit

@@ -1,5 +1,5 @@
 // The curve of the tube stage for four samples at once, operation by operation as in TubeCurve.h and Exponential.h.
-// Each source file compiles it for its own instructions, so everything here has internal linkage.
+// It belongs to a source file that is compiled for AVX2, so everything here has internal linkage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
