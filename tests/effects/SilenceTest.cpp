@@ -107,10 +107,15 @@ void expectSameSoundAfterSilence(int type) {
   onBoth([](SivrayFx& fx) { fx.reset(); });
   Dice dice(static_cast<unsigned>(type) + 1);
   for (int stretch = 0; stretch < 24; ++stretch) {
-    // Knobs that let the sound end at once, every other time: a low level or feedback.
+    // A low level or feedback lets the sound end soon.
     onBoth([low = dice.upTo(10)](SivrayFx& fx) { fx.setParameter(kEdit2, low); });
     int silence = dice.oneIn(4) ? 160000 : dice.upTo(8000);
-    for (int blocks = dice.upTo(12); blocks > 0 || silence > 0; --blocks) {
+    // A silence right after a reset finds empty lines and followers that still move.
+    const bool isAfterReset = dice.oneIn(3);
+    if (isAfterReset) {
+      onBoth([](SivrayFx& fx) { fx.reset(); });
+    }
+    for (int blocks = isAfterReset ? 0 : dice.upTo(12); blocks > 0 || silence > 0; --blocks) {
       if (dice.oneIn(blocks > 0 ? 2 : 20)) {
         actAtRandom(dice, onBoth);
       }
