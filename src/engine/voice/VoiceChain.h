@@ -99,7 +99,7 @@ class VoiceChain {
 
   /// Computes one frame: per lane pair, sums of left and of right words. See L::channelSums.
   [[gnu::always_inline]] void frame(Vec& toDry, Vec& toEffect) {
-    const Vec x = pan(level(lowBoost(envelope(punchedWave()))));
+    const Vec x = pan(level(lowBoost(enveloped(punchedWave()))));
     peaks = L::maxOfWords(peaks, L::magnitudes(x));
     const Vec faded = Needs.fade ? fade(x) : x;
     if constexpr (Needs.fed != Buses::effect) {
@@ -146,7 +146,8 @@ class VoiceChain {
 
   [[gnu::always_inline]] void loadEnvelope() {
     const Vec gain = lanes(bank.envelopeGain);
-    envelope = WordGain<L>::of(L::bitOr(gain, L::template shiftLeft<16>(gain)));
+    envelope = L::bitOr(gain, L::template shiftLeft<16>(gain));
+    wideEnvelope = WordGain<L>::of(envelope);
   }
 
   [[gnu::always_inline]] void loadFade() {
@@ -180,6 +181,9 @@ class VoiceChain {
     const Vec h = inBothWords(L::sub(L::all(32767), scaledLanes(low, L::all(kBoostCoefficient))));
     boostInput = WordGain<L>::of(h);
     boostInputAbove = L::template shiftWordsRight<15>(h);
+    if constexpr (!Needs.punch) {
+      boostInput.kept = L::bitOr(boostInput.kept, boostInputAbove);
+    }
     boostFeedback = WordGain<L>::of(g);
     boostFeedback.kept = L::andNot(L::template shiftWordsRight<15>(g), boostFeedback.kept);
   }
@@ -209,12 +213,24 @@ class VoiceChain {
     return L::add(x, L::template shiftRight<12>(L::wordProducts(x, punch)));
   }
 
+  /// At most 8224 comes out of a punch at rest, so that twice of it fits a word.
+  Vec enveloped(Vec x) const {
+    if constexpr (Needs.punch) {
+      return wideEnvelope(x);
+    }
+    return L::highProducts(L::addWords(x, x), envelope);
+  }
+
   /// A one-pole low-pass whose input gain shrinks as its feedback grows: y = h * x + g * y. Where h is below 1.0, its
   /// product and the feedback's fit words and only their sum is limited. Where h is 1.0 or more, g is at most 0, the
-  /// part of the product above x and the feedback's add up within a word, and x comes last.
+  /// part of the product above x and the feedback's add up within a word, and x comes last. Behind a punch at rest the
+  /// whole product of the input fits a word.
   Vec lowBoost(Vec x) {
-    const Vec sum = L::addLimited(boostInput(x), boostFeedback(boostState));
-    boostState = limitedLow(L::addLimited(sum, L::bitAnd(x, boostInputAbove)));
+    Vec sum = L::addLimited(boostInput(x), boostFeedback(boostState));
+    if constexpr (Needs.punch) {
+      sum = L::addLimited(sum, L::bitAnd(x, boostInputAbove));
+    }
+    boostState = limitedLow(sum);
     return boostState;
   }
 
@@ -236,7 +252,8 @@ class VoiceChain {
   Vec punch;
   Vec boostState;
   Vec peaks;
-  WordGain<L> envelope;
+  Vec envelope;
+  WordGain<L> wideEnvelope;
   WordGain<L> boostInput;
   Vec boostInputAbove;  ///< -1 where the input's gain is 1.0 or more
   WordGain<L> boostFeedback;
