@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Samples that begin before a ring's end and go on at its start. Kept apart from the usual case, as it is rare.
+/// Samples that begin before a ring's end and continue at its start. Kept apart from the usual case, as it is rare.
 template <typename Samples, unsigned kLength>
 [[gnu::noinline]] Samples loadAcrossEnd(const std::int16_t* ring, unsigned start) {
   std::int16_t joined[Samples::kCount];
