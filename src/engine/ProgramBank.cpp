@@ -4,12 +4,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-constexpr std::size_t kHeaderSize = offsetof(ProgramBankImage, editBuffer);
+constexpr std::size_t kHeaderSize = offsetof(ProgramBankHead, editBuffer);
 constexpr std::size_t kOlderRecordSize = offsetof(ProgramBankRecord, master);
 static_assert(kHeaderSize + (kPrograms + 1) * kOlderRecordSize == kOlderChunkSize);
 
@@ -26,6 +27,24 @@ ProgramBankRecord readOlderRecord(const std::uint8_t* bytes) {
   return record;
 }
 
+/// The records in `bytes`, which are those of all programs: the same copy for all who ask while one of them holds it.
+std::shared_ptr<const ProgramBankRecords> sharedPrograms(const void* bytes) {
+  static std::mutex mutex;
+  static std::vector<std::weak_ptr<const ProgramBankRecords>> known;
+  const std::lock_guard lock(mutex);
+  std::erase_if(known, [](const auto& copy) { return copy.expired(); });
+  for (const auto& copy : known) {
+    const auto held = copy.lock();
+    if (held && std::memcmp(held.get(), bytes, sizeof(ProgramBankRecords)) == 0) {
+      return held;
+    }
+  }
+  const auto made = std::make_shared<ProgramBankRecords>();
+  std::memcpy(static_cast<void*>(made.get()), bytes, sizeof(ProgramBankRecords));
+  known.push_back(made);
+  return made;
+}
+
 void setWord(IParameter& group, int index, std::uint32_t word) {
   auto value = static_cast<std::int32_t>(word);
   group.setValue(index, &value);
@@ -34,8 +53,17 @@ void setWord(IParameter& group, int index, std::uint32_t word) {
 }  // namespace
 
 ProgramBank::ProgramBank(const ProgramBankGroups& parameterGroups) : groups(parameterGroups) {
-  capture(image.editBuffer);
-  image.programs.fill(image.editBuffer);
+  capture(head.editBuffer);
+  const auto alike = std::make_unique<ProgramBankRecords>();
+  alike->fill(head.editBuffer);
+  programs = sharedPrograms(alike.get());
+}
+
+/// The programs for a change, copied if other banks have them too.
+ProgramBankRecords& ProgramBank::ownPrograms() {
+  const auto own = std::make_shared<ProgramBankRecords>(*programs);
+  programs = own;
+  return *own;
 }
 
 void ProgramBank::capture(ProgramBankRecord& record) const {
@@ -64,9 +92,10 @@ void ProgramBank::apply(const ProgramBankRecord& record) {
 }
 
 std::span<const std::uint8_t> ProgramBank::getChunk() {
-  capture(image.editBuffer);
-  exported.resize(sizeof(image));
-  std::memcpy(exported.data(), &image, sizeof(image));
+  capture(head.editBuffer);
+  exported.resize(sizeof(ProgramBankImage));
+  std::memcpy(exported.data(), &head, sizeof(head));
+  std::memcpy(exported.data() + sizeof(head), programs.get(), sizeof(*programs));
   return exported;
 }
 
@@ -83,20 +112,21 @@ void ProgramBank::setChunk(std::span<const std::uint8_t> bytes) {
     }
     upgrade(bytes);
   } else if (version == 1) {
-    if (bytes.size() < sizeof(image)) {
+    if (bytes.size() < sizeof(ProgramBankImage)) {
       return;
     }
-    std::memcpy(static_cast<void*>(&image), bytes.data(), sizeof(image));
+    std::memcpy(static_cast<void*>(&head), bytes.data(), sizeof(head));
+    programs = sharedPrograms(bytes.data() + sizeof(head));
   }
-  apply(image.editBuffer);
+  apply(head.editBuffer);
 }
 
 void ProgramBank::upgrade(std::span<const std::uint8_t> bytes) {
-  image.version = 1;
-  std::memcpy(image.bankName.data(), bytes.data() + offsetof(ProgramBankImage, bankName), image.bankName.size());
+  head.version = 1;
+  std::memcpy(head.bankName.data(), bytes.data() + offsetof(ProgramBankHead, bankName), head.bankName.size());
   const std::uint8_t* next = bytes.data() + kHeaderSize;
-  image.editBuffer = readOlderRecord(next);
-  for (ProgramBankRecord& program : image.programs) {
+  head.editBuffer = readOlderRecord(next);
+  for (ProgramBankRecord& program : ownPrograms()) {
     next += kOlderRecordSize;
     program = readOlderRecord(next);
   }
@@ -107,33 +137,34 @@ void ProgramBank::setProgram(int index) {
     return;
   }
   currentProgram = std::clamp(index, 0, static_cast<int>(kPrograms) - 1);
-  image.editBuffer = image.programs[static_cast<std::size_t>(currentProgram)];
-  apply(image.editBuffer);
+  head.editBuffer = (*programs)[static_cast<std::size_t>(currentProgram)];
+  apply(head.editBuffer);
 }
 
 void ProgramBank::storeProgram(int index) {
-  capture(image.editBuffer);
+  capture(head.editBuffer);
   if (isProgram(index)) {
-    image.programs[static_cast<std::size_t>(index)] = image.editBuffer;
+    ownPrograms()[static_cast<std::size_t>(index)] = head.editBuffer;
   }
 }
 
 void ProgramBank::swapPrograms(int a, int b) {
   if (isProgram(a) && isProgram(b)) {
-    std::swap(image.programs[static_cast<std::size_t>(a)], image.programs[static_cast<std::size_t>(b)]);
+    ProgramBankRecords& own = ownPrograms();
+    std::swap(own[static_cast<std::size_t>(a)], own[static_cast<std::size_t>(b)]);
   }
 }
 
-std::string ProgramBank::programName() const { return textOf(image.editBuffer.name); }
+std::string ProgramBank::programName() const { return textOf(head.editBuffer.name); }
 
 std::string ProgramBank::programNameAt(int index) const {
-  return isProgram(index) ? textOf(image.programs[static_cast<std::size_t>(index)].name) : std::string();
+  return isProgram(index) ? textOf((*programs)[static_cast<std::size_t>(index)].name) : std::string();
 }
 
 void ProgramBank::setProgramName(std::string_view name) {
-  image.editBuffer.name.fill('\0');
-  const std::size_t kept = std::min(name.size(), image.editBuffer.name.size() - 1);
-  std::copy_n(name.begin(), kept, image.editBuffer.name.begin());
+  head.editBuffer.name.fill('\0');
+  const std::size_t kept = std::min(name.size(), head.editBuffer.name.size() - 1);
+  std::copy_n(name.begin(), kept, head.editBuffer.name.begin());
 }
 
 }  // namespace tesh::bramel::plugin::sivray

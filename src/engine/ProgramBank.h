@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -28,12 +29,18 @@ struct ProgramBankRecord {
 };
 static_assert(sizeof(ProgramBankRecord) == 1232);
 
-/// The whole chunk.
-struct ProgramBankImage {
+using ProgramBankRecords = std::array<ProgramBankRecord, kPrograms>;
+
+/// What the chunk begins with; the records of all programs follow it.
+struct ProgramBankHead {
   std::uint32_t version = 1;
   std::array<char, 32> bankName{};
   ProgramBankRecord editBuffer;
-  std::array<ProgramBankRecord, kPrograms> programs{};
+};
+
+/// The whole chunk.
+struct ProgramBankImage : ProgramBankHead {
+  ProgramBankRecords programs{};
 };
 static_assert(sizeof(ProgramBankImage) == 158964);
 
@@ -84,11 +91,14 @@ class ProgramBank {
   void capture(ProgramBankRecord& record) const;
   void apply(const ProgramBankRecord& record);
   void upgrade(std::span<const std::uint8_t> bytes);
+  ProgramBankRecords& ownPrograms();
 
   ProgramBankGroups groups;
   std::vector<std::uint8_t> exported;  ///< Empty until a chunk is asked for.
   int currentProgram = 0;
-  ProgramBankImage image;
+  ProgramBankHead head;
+  /// Shared by all banks with the same programs, as those of the factory are, until a bank changes its own.
+  std::shared_ptr<const ProgramBankRecords> programs;
 };
 
 }  // namespace tesh::bramel::plugin::sivray

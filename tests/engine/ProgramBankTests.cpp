@@ -78,6 +78,11 @@ TEST(ProgramBank, RestoresEveryValueInAnotherEngine) {
   }
   EXPECT_EQ(other.state(), chunk);
   EXPECT_EQ(other.plugin.programNameAt(5), "A name");
+  bank.plugin.swapPrograms(5, 6);
+  bank.plugin.storeProgram(7);
+  EXPECT_EQ(other.state(), chunk) << "each has its own programs";
+  bank.plugin.setState(chunk);
+  EXPECT_EQ(bank.state(), chunk);
 }
 
 TEST(ProgramBank, UpgradesTheOlderChunkByItsSizeOrItsVersion) {
