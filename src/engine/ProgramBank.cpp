@@ -34,12 +34,12 @@ std::shared_ptr<const ProgramBankRecords> sharedPrograms(const void* bytes) {
   const std::lock_guard lock(mutex);
   std::erase_if(known, [](const auto& copy) { return copy.expired(); });
   for (const auto& copy : known) {
-    const auto held = copy.lock();
+    auto held = copy.lock();
     if (held && std::memcmp(held.get(), bytes, sizeof(ProgramBankRecords)) == 0) {
       return held;
     }
   }
-  const auto made = std::make_shared<ProgramBankRecords>();
+  auto made = std::make_shared<ProgramBankRecords>();
   std::memcpy(static_cast<void*>(made.get()), bytes, sizeof(ProgramBankRecords));
   known.push_back(made);
   return made;
