@@ -55,8 +55,10 @@ void ResourceStore::addFramesOf(const std::string& base, const std::string& set)
   const juce::Image strip = decode(lookup("PNG", base + "_STRIP" + set));
   const int side = strip.getHeight();
   for (int left = 0; left + side <= strip.getWidth() && side > 0; left += side) {
-    const juce::Image frame = strip.getClippedImage({left, 0, side, side}).createCopy();
-    images[base + "_" + std::to_string(left / side) + set] = makeBox(frame);
+    std::string name = base + "_";
+    name += std::to_string(left / side);
+    name += set;
+    images[name] = makeBox(strip.getClippedImage({left, 0, side, side}).createCopy());
   }
 }
 
