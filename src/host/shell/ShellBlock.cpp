@@ -85,8 +85,8 @@ void ShellBlock::setTempo(float bpm) {
     return;  // As with nearly every block, which then takes one lock less.
   }
   const cofu::core::RealTimeLock lock(core.mainMutex);
-  if (!std::isfinite(bpm)) {
-    return;
+  if (!std::isfinite(bpm) || bpm == tempo) {
+    return;  // Another thread may have brought the same tempo meanwhile.
   }
   tempo = bpm;
   if (core.processor) {
