@@ -6,11 +6,11 @@
 namespace sivray::art {
 namespace {
 
-constexpr float kRadius = 4.0F;
+constexpr float kSwitchRadius = 4.0F;
 constexpr float kShadowDown = 0.8F;
-constexpr float kShadowSoftness = 0.8F;
+constexpr float kSwitchShadowSoftness = 0.8F;
 constexpr float kShadowInset = 0.5F;
-constexpr TextStyle kWord{7.9F, 0.35F};
+constexpr TextStyle kSwitchWord{7.9F, 0.35F};
 constexpr TextStyle kEnvelopeWord{7.65F, 0.3F};
 constexpr TextStyle kGroupWord{7.75F, 0.3F};
 
@@ -32,15 +32,15 @@ juce::Colour signColour(Look look) { return look == Look::off ? kPeriwinkle : kN
 
 void drawBody(Canvas& canvas, Box body, Look look) {
   canvas.shadow(body.reduced(kShadowInset, 0.0F).translated(0.0F, kShadowDown).withBottom(body.getBottom() + 1.55F),
-                kRadius, kShadowSoftness, kNight.withAlpha(0.42F));
-  canvas.fill(roundBox(body, kRadius), bodyRamp(look));
-  canvas.innerLine(body, kRadius,
+                kSwitchRadius, kSwitchShadowSoftness, kNight.withAlpha(0.42F));
+  canvas.fill(roundBox(body, kSwitchRadius), bodyRamp(look));
+  canvas.innerLine(body, kSwitchRadius,
                    {{0.0F, white(look == Look::off ? 0.22F : 0.6F)}, {0.5F, white(0.0F)}, {1.0F, black(0.12F)}});
 }
 
 void drawWordSwitch(Canvas& canvas, const Lettering& lettering, Box body, const char* word, Point middle, Look look) {
   drawBody(canvas, body, look);
-  canvas.printCentred(lettering.print(word, kWord), middle.x, middle.y, signColour(look));
+  canvas.printCentred(lettering.print(word, kSwitchWord), middle.x, middle.y, signColour(look));
 }
 
 // The signs of the envelope: a decay that runs its course, and a pulse as long as the note. 9 x 7, line 1.4.
