@@ -1,4 +1,5 @@
-// The events of one block as the plug-in interface lays them out, in memory reserved once.
+// The events of one block as the plug-in interface lays them out, in memory that is reserved once and takes pages only
+// for the events that there have been.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,36 +17,42 @@ class EventList {
  public:
   static constexpr std::size_t kCapacity = 8192;
 
-  EventList() : records(kCapacity), list(kHeadWords + kCapacity) {}
+  EventList() {
+    records.reserve(kCapacity);
+    list.reserve(kHeadWords + kCapacity);
+    clear();
+  }
 
   /// Adds a message of at most three bytes; dropped if the list is full.
   void add(std::span<const std::uint8_t> bytes, std::int32_t frame) {
-    if (count == kCapacity) {
+    if (count() == kCapacity) {
       return;
     }
-    tesh::bramel::vst::VstMidiEvent& event = records[count];
-    event = {};
+    tesh::bramel::vst::VstMidiEvent& event = records.emplace_back();
     event.type = tesh::bramel::vst::kVstMidiType;
     event.byteSize = sizeof event;
     event.deltaFrames = frame;
     std::copy_n(bytes.begin(), std::min<std::size_t>(bytes.size(), 3), event.midiData);
-    pointers()[count++] = reinterpret_cast<tesh::bramel::vst::VstEvent*>(&event);
+    list.push_back(&event);
   }
 
   /// Adds an event of any kind, which must stay valid until the block has been rendered.
   void addForeign(void* event) {
-    if (count < kCapacity) {
-      pointers()[count++] = static_cast<tesh::bramel::vst::VstEvent*>(event);
+    if (count() < kCapacity) {
+      list.push_back(event);
     }
   }
 
-  bool isEmpty() const { return count == 0; }
-  void clear() { count = 0; }
+  bool isEmpty() const { return count() == 0; }
+  void clear() {
+    records.clear();
+    list.assign(kHeadWords, nullptr);
+  }
 
   /// Returns the list for the plug-in, valid until the next `add`.
   tesh::bramel::vst::VstEvents* head() {
     auto* events = reinterpret_cast<tesh::bramel::vst::VstEvents*>(list.data());
-    events->numEvents = static_cast<std::int32_t>(count);
+    events->numEvents = static_cast<std::int32_t>(count());
     events->reserved = 0;
     return events;
   }
@@ -54,13 +61,10 @@ class EventList {
   /// Size, in words, of the fields before the first event pointer.
   static constexpr std::size_t kHeadWords = offsetof(tesh::bramel::vst::VstEvents, events) / sizeof(void*);
 
-  tesh::bramel::vst::VstEvent** pointers() {
-    return reinterpret_cast<tesh::bramel::vst::VstEvent**>(list.data() + kHeadWords);
-  }
+  std::size_t count() const { return list.size() - kHeadWords; }
 
   std::vector<tesh::bramel::vst::VstMidiEvent> records;
-  std::vector<void*> list;
-  std::size_t count = 0;
+  std::vector<void*> list;  ///< The head, then a pointer to each event.
 };
 
 }  // namespace sivray::vsthost
