@@ -11,8 +11,8 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kTailLayer = 1;
-constexpr std::uint64_t kHandLayer = 10;
+constexpr std::uint64_t kClapTailLayer = 1;
+constexpr std::uint64_t kClapHandLayer = 10;
 
 /// A burst is rendered for this many t60: about 108 dB down.
 constexpr double kHeardFalls = 1.8;
@@ -40,12 +40,12 @@ void makeClap(Signal& signal, const Parameters& p, Dice dice) {
   const double width = p["width"];
   const std::vector<double>& bursts = p.list("bursts");
   const auto hands = static_cast<int>(p["hands"]);
-  std::uint64_t layer = kHandLayer;
+  std::uint64_t layer = kClapHandLayer;
   const double tune = p["tune"];
   for (const double burst : bursts) {
     for (int hand = 0; hand < hands; ++hand) {
       const Noise noise(dice, layer++, width);
-      const bool isFirst = layer == kHandLayer + 1;
+      const bool isFirst = layer == kClapHandLayer + 1;
       const double late = isFirst ? 0.0 : p["spread"] * (dice.shared.unit() + width * dice.own.unit() * 0.5);
       const double hertz = p["hz"] * ratioOfSemitones(tune * dice.shared.both());
       const double gain = (isFirst ? 1.0 : dice.shared.between(0.6, 1.0)) * (1.0 + 0.4 * width * dice.own.both());
@@ -54,7 +54,7 @@ void makeClap(Signal& signal, const Parameters& p, Dice dice) {
   }
   Signal tail(signal.size());
   addNoise(
-      tail, Noise(dice, kTailLayer, width),
+      tail, Noise(dice, kClapTailLayer, width),
       {p["hz"] * 0.6, p["tailhigh"], 1, p["tail"] * 0.35, {0.001, 0.0, p.seconds("tailms"), bursts.back() * 0.001}});
   Signal hollow = tail;
   Biquad::bandPass(p["hz"], p["q"] * 0.7).run(hollow);

@@ -6,9 +6,9 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kNoiseLayer = 1;
-constexpr std::uint64_t kSnapLayer = 2;
-constexpr std::uint64_t kClickLayer = 3;
+constexpr std::uint64_t kElectronicSnareNoiseLayer = 1;
+constexpr std::uint64_t kElectronicSnareSnapLayer = 2;
+constexpr std::uint64_t kElectronicSnareClickLayer = 3;
 
 void makeElectronicSnare(Signal& signal, const Parameters& p, Dice dice) {
   const double width = p["width"];
@@ -21,15 +21,16 @@ void makeElectronicSnare(Signal& signal, const Parameters& p, Dice dice) {
                    .fold = p["fold"],
                    .glide = glide,
                    .shape = upper});
-  addNoise(signal, Noise(dice, kNoiseLayer, width),
+  addNoise(signal, Noise(dice, kElectronicSnareNoiseLayer, width),
            {p["low"],
             p["high"],
             2,
             p["noise"] * 0.4,
             {p.seconds("noiseattack"), p.seconds("noisehold"), p.seconds("noisems"), 0.0}});
-  addNoise(signal, Noise(dice, kSnapLayer, width),
+  addNoise(signal, Noise(dice, kElectronicSnareSnapLayer, width),
            {p["cracklow"], 16000, 1, p["crack"] * 0.35, {0.0003, 0.001, p.seconds("crackms"), 0.0}});
-  addClick(signal, Noise(dice, kClickLayer, width), {p["clickhz"], p.seconds("clickms"), p["click"], 0.2});
+  addClick(signal, Noise(dice, kElectronicSnareClickLayer, width),
+           {p["clickhz"], p.seconds("clickms"), p["click"], 0.2});
 }
 
 }  // namespace

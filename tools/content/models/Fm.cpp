@@ -10,7 +10,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kClickLayer = 1;
+constexpr std::uint64_t kFmClickLayer = 1;
 
 /// Highest carrier frequency in Hz: it keeps the sidebands of short, bright sounds below half the sample rate.
 constexpr double kHighestPitch = 18000.0;
@@ -38,7 +38,7 @@ void addNote(Signal& signal, const Parameters& p, double hertz, double gain) {
 }
 
 void makeFm(Signal& signal, const Parameters& p, Dice dice) {
-  const Noise click(dice, kClickLayer, p["width"]);
+  const Noise click(dice, kFmClickLayer, p["width"]);
   const std::vector<double>& notes = p.list("notes");
   const double gain = 1.0 / static_cast<double>(notes.size());
   const double detune = p["detune"] * 0.01;

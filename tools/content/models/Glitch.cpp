@@ -9,7 +9,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kNoiseLayer = 1;
+constexpr std::uint64_t kGlitchNoiseLayer = 1;
 
 /// One piece. All its numbers are drawn when it starts.
 struct Piece {
@@ -39,7 +39,7 @@ Piece throwPiece(const Parameters& p, Random& dice, double octaves) {
 void makeGlitch(Signal& signal, const Parameters& p, Dice dice) {
   Random& random = p["width"] > 0.5 ? dice.own : dice.shared;
   const double octaves = logarithmOfTwo(p["high"] / p["low"]);
-  Noise noise(dice, kNoiseLayer, p["width"]);
+  Noise noise(dice, kGlitchNoiseLayer, p["width"]);
   Envelope level({0.0, p.seconds("hold"), p.seconds("t60"), 0.0});
   const double square = p["square"];
   Piece piece;

@@ -9,9 +9,9 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kClickLayer = 1;
-constexpr std::uint64_t kSkinLayer = 2;
-constexpr std::uint64_t kAirLayer = 3;
+constexpr std::uint64_t kHeadClickLayer = 1;
+constexpr std::uint64_t kHeadSkinLayer = 2;
+constexpr std::uint64_t kHeadAirLayer = 3;
 
 /// A resonance of a wooden shell, relative to the lowest one.
 struct ShellMode {
@@ -21,9 +21,9 @@ constexpr std::array<ShellMode, 4> kShell{{{1.0, 1.0}, {1.87, 0.6}, {2.71, 0.4},
 
 void makeHead(Signal& signal, const Parameters& p, Dice dice) {
   const double width = p["width"];
-  const Noise click(dice, kClickLayer, width);
-  const Noise skin(dice, kSkinLayer, width);
-  const Noise air(dice, kAirLayer, width);
+  const Noise click(dice, kHeadClickLayer, width);
+  const Noise skin(dice, kHeadSkinLayer, width);
+  const Noise air(dice, kHeadAirLayer, width);
   const MembraneSettings membrane{.hertz = p["hz"],
                                   .t60 = p.seconds("t60"),
                                   .damp = p["damp"],

@@ -10,9 +10,9 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kBurstLayer = 1;
-constexpr std::uint64_t kRubbleLayer = 2;
-constexpr std::uint64_t kCrackLayer = 3;
+constexpr std::uint64_t kImpactBurstLayer = 1;
+constexpr std::uint64_t kImpactRubbleLayer = 2;
+constexpr std::uint64_t kImpactCrackLayer = 3;
 
 /// Adds the rubble: knocks at random times, fewer and fewer.
 void addRubble(Signal& signal, Noise noise, Random random, const Parameters& p) {
@@ -39,7 +39,7 @@ void makeImpact(Signal& signal, const Parameters& p, Dice dice) {
                    .fold = p["fold"],
                    .glide = {p["bend"], p.seconds("bendms"), 0.0, 0.004},
                    .shape = {p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0}});
-  Noise noise(dice, kBurstLayer, width);
+  Noise noise(dice, kImpactBurstLayer, width);
   Envelope burst({p.seconds("attack"), p.seconds("hold"), p.seconds("burstms"), 0.0});
   const double octaves = logarithmOfTwo(p["to"] / p["from"]);
   const double seconds = p.seconds("darkms");
@@ -54,8 +54,9 @@ void makeImpact(Signal& signal, const Parameters& p, Dice dice) {
     sample += gain * burst.next() * second.next(once, hertz, 0.7).low;
     time += 1.0 / kSampleRate;
   }
-  addRubble(signal, Noise(dice, kRubbleLayer, width), width > 0.0 ? dice.own : dice.shared, p);
-  addNoise(signal, Noise(dice, kCrackLayer, width), {1500, 14000, 1, p["crack"] * 0.3, {0.0005, 0.002, 0.03, 0.0}});
+  addRubble(signal, Noise(dice, kImpactRubbleLayer, width), width > 0.0 ? dice.own : dice.shared, p);
+  addNoise(signal, Noise(dice, kImpactCrackLayer, width),
+           {1500, 14000, 1, p["crack"] * 0.3, {0.0005, 0.002, 0.03, 0.0}});
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kClickLayer = 1;
-constexpr std::uint64_t kNoiseLayer = 2;
+constexpr std::uint64_t kKickClickLayer = 1;
+constexpr std::uint64_t kKickNoiseLayer = 2;
 
 void makeKick(Signal& signal, const Parameters& p, Dice dice) {
   const Glide glide{p["bend"], p.seconds("bendms"), p["snap"], p.seconds("snapms")};
@@ -16,9 +16,9 @@ void makeKick(Signal& signal, const Parameters& p, Dice dice) {
   addTone(signal, {.hertz = p["hz"], .fold = p["fold"], .glide = glide, .shape = shape});
   const Shape upper{p.seconds("attack"), 0.0, p.seconds("upperms"), 0.0};
   addTone(signal, {.hertz = p["hz"] * p["ratio"], .gain = p["upper"], .glide = glide, .shape = upper});
-  addClick(signal, Noise(dice, kClickLayer, p["width"]),
+  addClick(signal, Noise(dice, kKickClickLayer, p["width"]),
            {p["clickhz"], p.seconds("clickms"), p["click"], p["clicknoise"]});
-  addNoise(signal, Noise(dice, kNoiseLayer, p["width"]),
+  addNoise(signal, Noise(dice, kKickNoiseLayer, p["width"]),
            {p["noiselow"], p["noisehigh"], 1, p["noise"] * 0.2, {0.0, 0.0, p.seconds("noisems"), 0.0}});
 }
 

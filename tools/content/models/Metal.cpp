@@ -9,7 +9,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kNoiseLayer = 1;
+constexpr std::uint64_t kMetalNoiseLayer = 1;
 constexpr double kTickSeconds = 0.012;
 
 /// The filters run for this many frames before the sound starts, so that the squares' onset has died away.
@@ -45,7 +45,7 @@ Signal cluster(std::size_t frames, const Parameters& p, Dice& dice) {
 void makeMetal(Signal& signal, const Parameters& p, Dice dice) {
   Signal source = cluster(kSettleFrames + signal.size(), p, dice);
   const double noise = p["noise"];
-  Noise hiss(dice, kNoiseLayer, p["width"]);
+  Noise hiss(dice, kMetalNoiseLayer, p["width"]);
   for (double& sample : source) {
     sample += noise * (hiss.next() * 0.5 - sample);
   }

@@ -7,8 +7,8 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kClickLayer = 1;
-constexpr std::uint64_t kNoiseLayer = 2;
+constexpr std::uint64_t kModalClickLayer = 1;
+constexpr std::uint64_t kModalNoiseLayer = 2;
 
 /// Returns a partial's gain. Partials past the end of the list take its last entry.
 double gainOf(const std::vector<double>& gains, std::size_t partial) {
@@ -36,8 +36,8 @@ std::vector<Mode> partials(const Parameters& p, Dice& dice) {
 }
 
 void makeModal(Signal& signal, const Parameters& p, Dice dice) {
-  const Noise click(dice, kClickLayer, p["width"]);
-  const Noise noise(dice, kNoiseLayer, p["width"]);
+  const Noise click(dice, kModalClickLayer, p["width"]);
+  const Noise noise(dice, kModalNoiseLayer, p["width"]);
   const std::vector<Mode> modes = partials(p, dice);
   if (p["bend"] != 0.0) {
     addModes(signal, modes, {p["bend"], p.seconds("bendms"), 0.0, 0.004});

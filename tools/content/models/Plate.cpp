@@ -11,9 +11,9 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kWashLayer = 1;
-constexpr std::uint64_t kTipLayer = 2;
-constexpr std::uint64_t kTopLayer = 3;
+constexpr std::uint64_t kPlateWashLayer = 1;
+constexpr std::uint64_t kPlateTipLayer = 2;
+constexpr std::uint64_t kPlateTopLayer = 3;
 
 /// The frequency in Hz around which `tilt` raises or lowers the modes.
 constexpr double kTiltCentre = 3000.0;
@@ -59,9 +59,9 @@ std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {
 
 void makePlate(Signal& signal, const Parameters& p, Dice dice) {
   const double width = p["width"];
-  const Noise wash(dice, kWashLayer, width);
-  const Noise tip(dice, kTipLayer, width * 0.5);
-  const Noise top(dice, kTopLayer, width);
+  const Noise wash(dice, kPlateWashLayer, width);
+  const Noise tip(dice, kPlateTipLayer, width * 0.5);
+  const Noise top(dice, kPlateTopLayer, width);
   addModes(signal, plateModes(p, dice));
   const Shape slow{p.seconds("rise") + 0.0004, p.seconds("hold"), p.seconds("washms"), 0.0};
   const Shape fast{p.seconds("rise") * 0.5 + 0.0004, 0.0, p.seconds("washms") * 0.45, 0.0};

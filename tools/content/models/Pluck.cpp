@@ -11,8 +11,8 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kPickLayer = 10;
-constexpr std::uint64_t kSlapLayer = 1;
+constexpr std::uint64_t kPluckPickLayer = 10;
+constexpr std::uint64_t kPluckSlapLayer = 1;
 
 /// The body's resonances relative to its lowest.
 constexpr std::array<double, 3> kBodyRatios{1.0, 1.93, 3.07};
@@ -67,7 +67,7 @@ void addString(Signal& signal, const Parameters& p, Noise noise, double hertz, s
 }
 
 void makePluck(Signal& signal, const Parameters& p, Dice dice) {
-  std::uint64_t layer = kPickLayer;
+  std::uint64_t layer = kPluckPickLayer;
   double start = 0.0;
   const double strum = p.seconds("strum");
   for (const double note : p.list("notes")) {
@@ -81,7 +81,7 @@ void makePluck(Signal& signal, const Parameters& p, Dice dice) {
     Biquad::bandPass(p["bodyhz"] * ratio, 4.0).run(body);
     mixInto(signal, body, p["body"] / ratio);
   }
-  addNoise(signal, Noise(dice, kSlapLayer, p["width"]),
+  addNoise(signal, Noise(dice, kPluckSlapLayer, p["width"]),
            {p["slaplow"], 9000, 1, p["slap"] * 0.3, {0.0004, 0.0, p.seconds("slapms"), 0.0}});
 }
 

@@ -12,7 +12,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kRecordLayer = 1;
+constexpr std::uint64_t kScratchRecordLayer = 1;
 constexpr std::size_t kRecordFrames = 44100;
 
 /// Formants of the recorded sound, in Hz.
@@ -21,7 +21,7 @@ constexpr std::array<double, 3> kPeaks{700.0, 1220.0, 2600.0};
 Signal pressRecord(const Parameters& p, const Dice& dice) {
   Signal source(kRecordFrames);
   BandLimited saw(0.0);
-  Noise noise(dice, kRecordLayer, p["width"]);
+  Noise noise(dice, kScratchRecordLayer, p["width"]);
   const double breath = p["breath"];
   for (double& sample : source) {
     sample = saw.saw(p["hz"]) * (1.0 - breath) + noise.next() * breath;

@@ -11,8 +11,8 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kGrainLayer = 1;
-constexpr std::uint64_t kHissLayer = 2;
+constexpr std::uint64_t kShakerGrainLayer = 1;
+constexpr std::uint64_t kShakerHissLayer = 2;
 
 /// Draws the seconds to the next collision: regular for teeth, random for seeds.
 class Gaps {
@@ -38,7 +38,7 @@ Signal collisions(std::size_t frames, const Parameters& p, const Dice& dice) {
   Random random(isWide ? dice.own : dice.shared);
   Gaps gaps(p, random);
   random.next();
-  Noise grain(dice, kGrainLayer, p["width"]);
+  Noise grain(dice, kShakerGrainLayer, p["width"]);
   Envelope movement({p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0});
   const double fall = decayPerFrame(p.seconds("grainms"));
   const double loudest = p["uneven"];
@@ -73,7 +73,7 @@ void makeShaker(Signal& signal, const Parameters& p, Dice dice) {
   Biquad::highPass(p["low"]).run(direct);
   Biquad::lowPass(p["high"]).run(direct);
   mixInto(signal, direct, p["direct"]);
-  addNoise(signal, Noise(dice, kHissLayer, p["width"]),
+  addNoise(signal, Noise(dice, kShakerHissLayer, p["width"]),
            {p["low"], p["high"], 1, p["hiss"] * 0.25, {p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0}});
 }
 

@@ -10,10 +10,10 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kWireLayer = 1;
-constexpr std::uint64_t kCrackLayer = 2;
-constexpr std::uint64_t kClickLayer = 3;
-constexpr std::uint64_t kTailLayer = 4;
+constexpr std::uint64_t kSnareWireLayer = 1;
+constexpr std::uint64_t kSnareCrackLayer = 2;
+constexpr std::uint64_t kSnareClickLayer = 3;
+constexpr std::uint64_t kSnareTailLayer = 4;
 
 /// Seconds that the blow takes through the air in the shell to the wires.
 constexpr double kWireDelay = 0.0008;
@@ -36,10 +36,10 @@ Signal rattle(Signal wires, const Signal& skin, double buzz) {
 
 void makeSnare(Signal& signal, const Parameters& p, Dice dice) {
   const double width = p["width"];
-  const Noise wireNoise(dice, kWireLayer, width);
-  const Noise crackNoise(dice, kCrackLayer, width);
-  const Noise clickNoise(dice, kClickLayer, width);
-  const Noise tailNoise(dice, kTailLayer, width);
+  const Noise wireNoise(dice, kSnareWireLayer, width);
+  const Noise crackNoise(dice, kSnareCrackLayer, width);
+  const Noise clickNoise(dice, kSnareClickLayer, width);
+  const Noise tailNoise(dice, kSnareTailLayer, width);
 
   Signal skin(signal.size());
   const MembraneSettings membrane{.hertz = p["hz"],

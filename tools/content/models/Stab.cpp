@@ -11,7 +11,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kNoiseLayer = 1;
+constexpr std::uint64_t kStabNoiseLayer = 1;
 
 /// One oscillator. `wave` 0 is a saw, 1 a square, 2 a sine; values in between crossfade.
 class Oscillator {
@@ -66,7 +66,7 @@ void makeStab(Signal& signal, const Parameters& p, Dice dice) {
   GlideRatio glide({p["bend"], p.seconds("bendms"), 0.0, 0.004});
   Envelope level({p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0});
   Envelope opening({p.seconds("openms"), p.seconds("filterhold"), p.seconds("filterms"), 0.0});
-  Noise noise(dice, kNoiseLayer, p["width"]);
+  Noise noise(dice, kStabNoiseLayer, p["width"]);
   Envelope puff({0.0005, 0.0, p.seconds("noisems"), 0.0});
   SweepFilter first;
   SweepFilter second;

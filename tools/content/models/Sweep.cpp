@@ -10,7 +10,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kNoiseLayer = 1;
+constexpr std::uint64_t kSweepNoiseLayer = 1;
 
 /// Returns the filter output for `mode`: 0 low-pass, 1 band-pass, 2 high-pass; values in between crossfade.
 double pick(const SweepFilter::Outputs& out, double mode) {
@@ -18,7 +18,7 @@ double pick(const SweepFilter::Outputs& out, double mode) {
 }
 
 void makeSweep(Signal& signal, const Parameters& p, Dice dice) {
-  Noise noise(dice, kNoiseLayer, p["width"]);
+  Noise noise(dice, kSweepNoiseLayer, p["width"]);
   Envelope fall({0.0, p.seconds("swell") + p.seconds("hold"), p.seconds("t60"), 0.0});
   const double swell = std::max(p.seconds("swell"), 1.0 / kSampleRate);
   const double swellDecibels = p["swelldb"];

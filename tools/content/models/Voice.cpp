@@ -12,7 +12,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kBreathLayer = 10;
+constexpr std::uint64_t kVoiceBreathLayer = 10;
 constexpr std::size_t kFormants = 4;
 constexpr std::array<double, kFormants> kFormantGains{1.0, 1.1, 0.9, 0.6};
 constexpr std::array<double, kFormants> kFormantQ{7.0, 9.0, 10.0, 10.0};
@@ -49,7 +49,7 @@ void addSinger(Signal& signal, const Parameters& p, Noise breath, double hertz, 
 }
 
 void makeVoice(Signal& signal, const Parameters& p, Dice dice) {
-  std::uint64_t layer = kBreathLayer;
+  std::uint64_t layer = kVoiceBreathLayer;
   const auto singers = static_cast<int>(p["singers"]);
   for (const double note : p.list("notes")) {
     for (int i = 0; i < singers; ++i) {

@@ -11,7 +11,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::uint64_t kNoiseLayer = 1;
+constexpr std::uint64_t kZapNoiseLayer = 1;
 constexpr double kHighestPitch = 16000.0;
 
 /// The pitch over time: from one end to the other on a logarithmic scale, in steps and with a vibrato.
@@ -43,7 +43,7 @@ class Pitch {
 void makeZap(Signal& signal, const Parameters& p, Dice dice) {
   const Pitch pitch(p);
   Envelope level({p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0});
-  Noise noise(dice, kNoiseLayer, p["width"]);
+  Noise noise(dice, kZapNoiseLayer, p["width"]);
   const double noiseGain = p["noise"];
   const double wave = p["wave"];
   const double drift = 1.0 + 0.0015 * p["width"] * dice.own.both();
