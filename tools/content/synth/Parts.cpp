@@ -31,7 +31,7 @@ std::size_t audibleFrames(const Mode& mode, std::size_t limit) {
   return std::min(framesOf(mode.t60 * decades / 3.0 + mode.attack) + 1, limit);
 }
 
-/// Decaying sines by complex rotation; several run side by side to use the processor's vector lanes.
+/// Decaying sines by complex rotation; several run side by side in vectors.
 class Rotors {
  public:
   static constexpr std::size_t kLanes = 8;
@@ -40,29 +40,50 @@ class Rotors {
   void set(std::size_t lane, const Mode& mode) {
     const double turn = mode.hertz / kSampleRate;
     const double fall = decayPerFrame(mode.t60);
-    cosine[lane] = cosineOfTurns(turn) * fall;
-    sine[lane] = sineOfTurns(turn) * fall;
-    x[lane] = cosineOfTurns(mode.phase) * mode.gain;
-    y[lane] = sineOfTurns(mode.phase) * mode.gain;
-    step[lane] = mode.attack > 0.0 ? 1.0 / (mode.attack * kSampleRate) : 1.0;
-    level[lane] = mode.attack > 0.0 ? 0.0 : 1.0;
+    Four& four = fours[lane / kInFour];
+    const std::size_t i = lane % kInFour;
+    four.cosine[i] = cosineOfTurns(turn) * fall;
+    four.sine[i] = sineOfTurns(turn) * fall;
+    four.x[i] = cosineOfTurns(mode.phase) * mode.gain;
+    four.y[i] = sineOfTurns(mode.phase) * mode.gain;
+    four.step[i] = mode.attack > 0.0 ? 1.0 / (mode.attack * kSampleRate) : 1.0;
+    four.level[i] = mode.attack > 0.0 ? 0.0 : 1.0;
   }
 
-  double next() {
-    std::array<double, kLanes> out{};
-    for (std::size_t i = 0; i < kLanes; ++i) {
-      out[i] = y[i] * level[i];
-      level[i] = std::min(level[i] + step[i], 1.0);
-      const double turned = x[i] * cosine[i] - y[i] * sine[i];
-      y[i] = x[i] * sine[i] + y[i] * cosine[i];
-      x[i] = turned;
-    }
-    return ((out[0] + out[1]) + (out[2] + out[3])) + ((out[4] + out[5]) + (out[6] + out[7]));
-  }
+  double next() { return fours[0].next() + fours[1].next(); }
 
  private:
-  std::array<double, kLanes> cosine{}, sine{}, x{}, y{}, step{}, level{};
+  static constexpr std::size_t kInFour = kLanes / 2;
+
+  struct Four {
+    using Doubles = double __attribute__((vector_size(kInFour * sizeof(double))));
+
+    double next() {
+      const Doubles out = y * level;
+      const Doubles risen = level + step;
+      const Doubles full = Doubles{} + 1.0;
+      level = risen > full ? full : risen;
+      const Doubles turned = x * cosine - y * sine;
+      y = x * sine + y * cosine;
+      x = turned;
+      return (out[0] + out[1]) + (out[2] + out[3]);
+    }
+
+    Doubles cosine{}, sine{}, x{}, y{}, step{}, level{};
+  };
+
+  std::array<Four, 2> fours{};
 };
+
+// Half of the time that the factory sounds take is spent here. With AVX2 the rotors stay in registers; the sums are the
+// same.
+#if defined(__linux__) && defined(__x86_64__) && !defined(__clang__)
+[[gnu::target_clones("avx2", "default"), gnu::flatten]]
+#endif
+void addRotors(double* samples, std::size_t frames, const Rotors& start) {
+  Rotors rotors = start;
+  std::for_each_n(samples, frames, [&rotors](double& sample) { sample += rotors.next(); });
+}
 
 }  // namespace
 
@@ -134,9 +155,7 @@ void addModes(Signal& signal, std::span<const Mode> modes) {
       rotors.set(lane, heard[first + lane]);
       frames = std::max(frames, audibleFrames(heard[first + lane], signal.size()));
     }
-    for (std::size_t i = 0; i < frames; ++i) {
-      signal[i] += rotors.next();
-    }
+    addRotors(signal.data(), frames, rotors);
   }
 }
 
