@@ -62,8 +62,8 @@ class Generator {
     return false;
   }
 
-  /// Reads from the disk what the parameter will need at `value`, so that the audio thread finds it in the system's
-  /// cache. Any thread but the audio thread, also during a block; waits for the disk.
+  /// Reads from the disk what the parameter will need at `value`, so that the audio thread finds it in
+  /// memory. Any thread but the audio thread, also during a block; waits for the disk.
   virtual void prepare(std::uint32_t id, Sample value) {
     static_cast<void>(id);
     static_cast<void>(value);

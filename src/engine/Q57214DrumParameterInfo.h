@@ -34,7 +34,7 @@ class Q57214DrumParameterInfo : public IParameter {
   /// Reads the pad's wave, unless it has been read already. Never on the audio thread.
   void loadWave();
 
-  /// Reads a wave into the system's cache, if it is another one than the pad's. Any thread but the audio thread.
+  /// Reads a wave ahead, if it is another one than the pad's. Any thread but the audio thread.
   void prepareWave(std::int32_t wave) const;
 
   /// The values that the voices read.
