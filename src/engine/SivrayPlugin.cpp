@@ -129,7 +129,8 @@ bool SivrayPlugin<Synth>::getParameterInfo(std::uint32_t id, vimo::GeneratorPara
 template <typename Synth>
 void SivrayPlugin<Synth>::activate() {
   running = true;
-  synth.engine().loadWaves();
+  // Reads the pads' waves when the engine starts for the first time, which is before any block.
+  cofu::core::mayWait([this] { synth.engine().loadWaves(); });
   synth.resume();
 }
 

@@ -22,7 +22,7 @@ class AudioThreads {
   /// The calling thread renders a block. With the shell's main lock held.
   void note() SIVRAY_NONBLOCKING {
     const std::uint32_t block = blocks.load(std::memory_order_relaxed) + 1;
-    const std::thread::id self = std::this_thread::get_id();
+    const std::thread::id self = callingThread();
     const auto known = std::find_if(threads.begin(), threads.end(), [self](const Thread& thread) {
       return thread.id.load(std::memory_order_relaxed) == self;
     });
@@ -35,7 +35,7 @@ class AudioThreads {
   /// Whether the calling thread has rendered one of the latest blocks. Any thread.
   bool include() const SIVRAY_NONBLOCKING {
     const std::uint32_t block = blocks.load(std::memory_order_relaxed);
-    const std::thread::id self = std::this_thread::get_id();
+    const std::thread::id self = callingThread();
     return std::any_of(threads.begin(), threads.end(), [block, self](const Thread& thread) {
       return thread.id.load(std::memory_order_relaxed) == self &&
              block - thread.lastBlock.load(std::memory_order_relaxed) < kRemembered;
@@ -47,6 +47,11 @@ class AudioThreads {
     std::atomic<std::thread::id> id;
     std::atomic<std::uint32_t> lastBlock{0};
   };
+
+  /// The system keeps the number of a thread at hand; nothing waits for it.
+  static std::thread::id callingThread() SIVRAY_NONBLOCKING {
+    return cofu::core::vouchFor([] { return std::this_thread::get_id(); });
+  }
 
   Thread& oldest(std::uint32_t block) {
     return *std::max_element(threads.begin(), threads.end(), [block](const Thread& a, const Thread& b) {
