@@ -59,7 +59,8 @@ ProgramBank::ProgramBank(const ProgramBankGroups& parameterGroups) : groups(para
   programs = sharedPrograms(alike.get());
 }
 
-/// The programs for a change, copied if other banks have them too.
+/// A copy of the programs for this bank alone, to be changed. Even a bank that has them alone needs the copy: another
+/// one may find them in sharedPrograms at any time.
 ProgramBankRecords& ProgramBank::ownPrograms() {
   const auto own = std::make_shared<ProgramBankRecords>(*programs);
   programs = own;

@@ -14,7 +14,7 @@ void convert(const std::int16_t* from, float* to, unsigned count) {
   std::transform(from, from + count, to, floatFromInt16);
 }
 
-/// As int16FromFloat, eight samples at a time: the compiler does not find out that its comparisons are these.
+/// As int16FromFloat, eight samples at a time: the compiler does not turn its comparisons into minimum and maximum.
 void convert(const float* from, std::int16_t* to, unsigned count) {
   const auto wholeOf = [](const float* samples) {
     const __m128 limited = _mm_max_ps(_mm_min_ps(_mm_loadu_ps(samples), _mm_set1_ps(1.0F)), _mm_set1_ps(-1.0F));

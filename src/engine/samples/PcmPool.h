@@ -51,14 +51,15 @@ class PcmPool {
 
   // The spare memory of slot `index`. One thread at a time fills it, never the audio thread:
 
-  /// Gives the memory of all spare waves that nobody can use any more back to the system.
+  /// Clears the spare memories that hold no wave for `takeSpare`, and gives their pages back to the system.
   void clearUselessSpares();
   /// Whether the spare memory holds a wave already.
   bool holdsSpare(std::size_t index, std::int32_t wave) const;
   /// Takes the spare memory away from `takeSpare`, and returns it with the number of its frames that may not be zero.
   /// May wait for the end of a `takeSpare`.
   std::pair<std::int16_t*, std::size_t> claimSpare(std::size_t index);
-  /// Gives it back with `frames` frames of a wave and zeros behind them; no frames give back what cannot be used.
+  /// Ends a claim: the memory now holds `frames` frames of the wave, then zeros. With 0 frames it holds no wave, and
+  /// `takeSpare` refuses it.
   void offerSpare(std::size_t index, std::int32_t wave, std::size_t frames);
 
   /// Makes the spare memory the slot's memory, with the wave in it, and the other way round. Returns false, and changes
@@ -75,7 +76,8 @@ class PcmPool {
   const std::int16_t* silence() const { return areaAt(2 * slots.size()); }
 
  private:
-  /// Who may touch a spare memory and what is said of it: nobody, who has set `busy`, or whoever sets `busy` next.
+  /// What a spare memory holds: no wave, or the wave that `Spare` names. `busy` is a lock: whoever sets it may alone
+  /// touch the memory and the fields of `Spare`, until it sets another state.
   enum class SpareState : std::uint8_t { useless, busy, filled };
 
   struct Spare {
