@@ -33,10 +33,8 @@ void touchPages(std::uintptr_t first, std::uintptr_t end) {
   }
 }
 
-bool exchangePages(void* start, std::size_t bytes) {
-  return VirtualFree(start, bytes, MEM_DECOMMIT) != FALSE &&
-         VirtualAlloc(start, bytes, MEM_COMMIT, PAGE_READWRITE) != nullptr;
-}
+/// Pages that were given up might not come back if the system runs out of memory, so all stay and are filled.
+bool exchangePages(void*, std::size_t) { return false; }
 
 #else
 

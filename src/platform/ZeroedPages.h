@@ -23,7 +23,8 @@ class ZeroedPages {
   /// as usual.
   void makePresent(std::size_t firstByte, std::size_t byteCount) const;
 
-  /// Makes a stretch zero again and gives its pages back to the system. Nobody else may use it meanwhile.
+  /// Makes a stretch zero again and, but for Windows, gives its pages back to the system. Nobody else may use it
+  /// meanwhile.
   void clear(std::size_t firstByte, std::size_t byteCount) const;
 
  private:
