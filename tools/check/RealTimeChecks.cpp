@@ -67,7 +67,7 @@ Verdict callsInside(const CheckSettings& settings) {
                  static_cast<long long>(counts.waits), static_cast<double>(counts.locks) / static_cast<double>(blocks));
 }
 
-/// Plays notes in every second block: VST 2 takes the shell's lock for the block, and again for each note.
+/// Plays two notes in every second block: VST 2 takes the shell's lock for the block, and once more for its notes.
 Verdict locksInside(const CheckSettings& settings) {
   if (!CallCounter::works() || !settings.isVst2()) {
     return verdict(true, "not judged here");
@@ -82,11 +82,12 @@ Verdict locksInside(const CheckSettings& settings) {
   for (int block = 0; block < kBlocks; ++block) {
     if (block % 2 == 0) {
       host->queueNote(36 + block % 8, 1 + block % 127, block % 64);
+      host->queueNote(36 + (block + 1) % 8, 1 + block % 127, block % 64);
     }
     const CallCounter counter(counts);
     host->process(left.data(), right.data(), 64);
   }
-  return verdict(counts.locks == kBlocks + kBlocks / 2, "%.2f a block, every second with a note",
+  return verdict(counts.locks == kBlocks + kBlocks / 2, "%.2f a block, every second with two notes",
                  static_cast<double>(counts.locks) / kBlocks);
 }
 

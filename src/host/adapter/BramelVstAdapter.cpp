@@ -26,9 +26,6 @@ constexpr std::int32_t kWantedTime =
     kVstTempoValid | kVstTransportRecording | kVstTransportPlaying | kVstTransportChanged;
 constexpr std::chrono::milliseconds kReadiness{300};
 
-/// MIDI bytes of one event.
-constexpr std::size_t kMessageBytes = 3;
-
 /// The call by which hosts tell how large their screen's pixels are, as published for this interface.
 constexpr std::int32_t kContentScaleIndex = fourCharacters('P', 'r', 'e', 'S');
 constexpr std::intptr_t kContentScaleValue = fourCharacters('A', 'e', 'C', 's');
@@ -116,18 +113,8 @@ void BramelVstAdapter::takeTimeInfo() {
 }
 
 std::int32_t BramelVstAdapter::processEvents(VstEvents* events) {
-  if (events == nullptr) {
-    return 1;
-  }
-  VstEvent** const list = events->events;
-  for (std::int32_t index = 0; index < events->numEvents; ++index) {
-    if (list[index] == nullptr || list[index]->type != kVstMidiType ||
-        list[index]->deltaFrames > BramelInstrument::kFarthestFrames) {
-      continue;
-    }
-    const auto* const event = reinterpret_cast<const VstMidiEvent*>(list[index]);
-    impl->instrument->sendMidi(reinterpret_cast<const std::uint8_t*>(event->midiData), kMessageBytes,
-                               event->deltaFrames);
+  if (events != nullptr) {
+    impl->instrument->sendEvents(*events);
   }
   return 1;
 }

@@ -38,6 +38,8 @@ void BramelInstrument::sendMidi(const std::uint8_t* data, std::size_t size, std:
   impl->block.sendMidi(data, size, deltaFrames);
 }
 
+void BramelInstrument::sendEvents(const VstEvents& events) { impl->block.sendEvents(events); }
+
 void BramelInstrument::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
   impl->block.sendKeyboardMidi(data, size, deltaFrames);
 }

@@ -19,6 +19,8 @@
 
 namespace tesh::bramel::vst {
 
+struct VstEvents;
+
 /// Any thread may call any operation; a lock serialises them, and `process` holds it for a whole block. A parameter has
 /// two numbers: its id, which counts all parameters, and its visible index, which counts those that the host sees. An
 /// id or index out of range reads as 0 or the empty string and changes nothing.
@@ -51,6 +53,9 @@ class BramelInstrument : public BramelInstrumentBase {
   /// Queues a MIDI message for the next block, `deltaFrames` from its start. `resume` drops messages that no block has
   /// fetched.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
+  /// The same for the MIDI messages of a host's list, in their order; takes the lock once. Skips other events, null
+  /// ones and those beyond kFarthestFrames.
+  void sendEvents(const VstEvents& events) SIVRAY_NONBLOCKING;
   /// Queues a message of the on-screen keyboard and sends it to the host as well. Ignored while not active.
   void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
   /// A rate that is not above 0 or not finite is ignored.

@@ -28,6 +28,8 @@ constexpr std::size_t kQueuedPrograms = 8;
 constexpr std::size_t kMidiOutRoom = 256;
 /// Bytes of a message that may go out to the host.
 constexpr std::size_t kLongestMidiOut = 4;
+/// MIDI bytes of one of the host's events.
+constexpr std::size_t kEventBytes = 3;
 
 constexpr std::size_t kChannels = 2;
 using ChannelPair = std::array<float*, kChannels>;
@@ -276,6 +278,26 @@ void ShellBlock::sendMidi(const std::uint8_t* data, std::size_t size, std::int32
     return;
   }
   const cofu::core::RealTimeLock lock(core.mainMutex);
+  takeMidi(data, size, deltaFrames);
+}
+
+void ShellBlock::sendEvents(const VstEvents& vstEvents) {
+  if (vstEvents.numEvents <= 0) {
+    return;
+  }
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
+  for (std::int32_t i = 0; i < vstEvents.numEvents; ++i) {
+    const VstEvent* const event = events[i];
+    if (event == nullptr || event->type != kVstMidiType || event->deltaFrames > BramelInstrument::kFarthestFrames) {
+      continue;
+    }
+    const auto* const midi = reinterpret_cast<const VstMidiEvent*>(event);
+    takeMidi(reinterpret_cast<const std::uint8_t*>(midi->midiData), kEventBytes, midi->deltaFrames);
+  }
+}
+
+void ShellBlock::takeMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
   const MidiVerdict verdict = judge(data, size);
   if (verdict.parameterId) {
     parameters.setUnprepared(*verdict.parameterId, verdict.value);

@@ -25,6 +25,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
 
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
+  void sendEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
   void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
   void setSampleRate(float rate);
   void setTempo(float bpm) SIVRAY_NONBLOCKING;
@@ -51,6 +52,8 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void sendMidiOut() SIVRAY_NONBLOCKING;
   void reportChanges() SIVRAY_NONBLOCKING;
   MidiVerdict judge(const std::uint8_t* data, std::size_t size) const;
+  /// With the main lock held.
+  void takeMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
   void queueForEngine(const ShortMessage& message, std::int32_t deltaFrames);
 
   ShellCore& core;
