@@ -58,9 +58,9 @@ void TolvanLaw<kMode>::step(const Settings&, std::int16_t& left, std::int16_t& r
 }
 
 // Not every compiler inlines each use of these into the frames below.
-template void TolvanLaw<TolvanMode::kLowpass>::step(const Settings&, std::int16_t&, std::int16_t&);
-template void TolvanLaw<TolvanMode::kHighpass>::step(const Settings&, std::int16_t&, std::int16_t&);
-template void TolvanLaw<TolvanMode::kBandpass>::step(const Settings&, std::int16_t&, std::int16_t&);
+template void TolvanLaw<TolvanMode::kLowpass>::step(const Settings&, std::int16_t&, std::int16_t&) SIVRAY_NONBLOCKING;
+template void TolvanLaw<TolvanMode::kHighpass>::step(const Settings&, std::int16_t&, std::int16_t&) SIVRAY_NONBLOCKING;
+template void TolvanLaw<TolvanMode::kBandpass>::step(const Settings&, std::int16_t&, std::int16_t&) SIVRAY_NONBLOCKING;
 
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
 template class TwoKnobEffect<TolvanLaw<TolvanMode::kHighpass>>;
