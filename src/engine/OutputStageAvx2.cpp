@@ -4,16 +4,10 @@
 
 #include <cstdint>
 
+#include "core/VectorCode.h"
 #include "engine/OutputStage.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "engine/OutputRun.h"
 
@@ -61,8 +55,4 @@ void renderOutputAvx2(const std::int16_t* dry, const std::int16_t* wet, float* o
 
 }  // namespace tesh::bramel::plugin::sivray
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

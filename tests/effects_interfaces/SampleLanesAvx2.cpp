@@ -5,14 +5,10 @@
 #include <array>
 #include <cstdint>
 
+#include "core/VectorCode.h"
 #include "effects/interfaces/SampleLanes.h"
 
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/interfaces/SampleLanesAvx2.h"
 
@@ -28,8 +24,4 @@ bool comesRoundTheRingAvx2(const std::int16_t* samples) { return comesRoundTheRi
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

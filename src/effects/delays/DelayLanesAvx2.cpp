@@ -2,18 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
+#include "core/VectorCode.h"
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 #include "effects/delays/SivrayFxShortDelay.h"
 #include "effects/interfaces/SampleLanes.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/interfaces/SampleLanesAvx2.h"
 
@@ -32,8 +26,4 @@ unsigned BpmSyncDelayLaw::runAvx2(BpmSyncDelayLaw& law, std::int16_t* left, std:
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

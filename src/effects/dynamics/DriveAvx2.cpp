@@ -2,18 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
+#include "core/VectorCode.h"
 #include "effects/dynamics/Q60393Drive.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/dynamics/DriveStep.h"
+#include "effects/interfaces/SerialRun.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -31,20 +26,12 @@ struct DriveArithmeticAvx2 {
 
 }  // namespace
 
-[[gnu::flatten]] unsigned Q60393Drive::runAvx2(Q60393Drive& law, std::int16_t* left, std::int16_t* right,
-                                               unsigned count) {
-  Q60393Drive now = law;
-  for (unsigned i = 0; i < count; ++i) {
-    stepDrive<DriveArithmeticAvx2>(now, left[i], right[i]);
-  }
-  law = now;
-  return count;
+unsigned Q60393Drive::runAvx2(Q60393Drive& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runSerially(law, left, right, count, [](Q60393Drive& now, std::int16_t& l, std::int16_t& r) {
+    stepDrive<DriveArithmeticAvx2>(now, l, r);
+  });
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

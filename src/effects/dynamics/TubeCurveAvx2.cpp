@@ -3,16 +3,10 @@
 #include <cstdint>
 #include <cstring>
 
+#include "core/VectorCode.h"
 #include "effects/dynamics/TubeCurve.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/dynamics/TubeLanes.h"
 
@@ -24,8 +18,4 @@ void throughTubeAvx2(float* samples, const float* drives, const float* mixes, un
 
 }  // namespace tesh::bramel::plugin::fxkit
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

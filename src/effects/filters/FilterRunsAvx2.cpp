@@ -3,19 +3,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
+#include "core/VectorCode.h"
 #include "effects/filters/SivrayFxTalkingModulator.h"
 #include "effects/filters/SivrayFxTolvanFilter.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/filters/TolvanStep.h"
+#include "effects/interfaces/SerialRun.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -34,14 +29,10 @@ struct ArithmeticAvx2 {
 }  // namespace
 
 template <TolvanMode kMode>
-[[gnu::flatten]] unsigned TolvanLaw<kMode>::runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right,
-                                                    unsigned count) {
-  TolvanLaw now = law;
-  for (unsigned i = 0; i < count; ++i) {
-    stepFilter<ArithmeticAvx2, kMode>(now, left[i], right[i]);
-  }
-  law = now;
-  return count;
+unsigned TolvanLaw<kMode>::runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runSerially(law, left, right, count, [](TolvanLaw& now, std::int16_t& l, std::int16_t& r) {
+    stepFilter<ArithmeticAvx2, kMode>(now, l, r);
+  });
 }
 
 template unsigned TolvanLaw<TolvanMode::kLowpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
@@ -51,20 +42,12 @@ template unsigned TolvanLaw<TolvanMode::kHighpass>::runAvx2(TolvanLaw&, std::int
 template unsigned TolvanLaw<TolvanMode::kBandpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
                                                             unsigned) SIVRAY_NONBLOCKING;
 
-[[gnu::flatten]] unsigned TalkingModulatorLaw::runAvx2(TalkingModulatorLaw& law, std::int16_t* left,
-                                                       std::int16_t* right, unsigned count) {
-  TalkingModulatorLaw now = law;
-  for (unsigned i = 0; i < count; ++i) {
-    now.step({}, left[i], right[i]);
-  }
-  law = now;
-  return count;
+unsigned TalkingModulatorLaw::runAvx2(TalkingModulatorLaw& law, std::int16_t* left, std::int16_t* right,
+                                      unsigned count) {
+  return runSerially(law, left, right, count,
+                     [](TalkingModulatorLaw& now, std::int16_t& l, std::int16_t& r) { now.step({}, l, r); });
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

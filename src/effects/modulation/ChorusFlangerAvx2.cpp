@@ -5,17 +5,11 @@
 #include <cstring>
 
 #include "core/FixedPoint.h"
+#include "core/VectorCode.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
 #include "effects/modulation/TriangleLfo.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
@@ -160,8 +154,4 @@ void runChannel(const ChorusFlangerLaw& law, std::int16_t* line, __m256i delays,
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

@@ -1,17 +1,11 @@
 // The Marlo effects' runs in lanes for AVX2.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/VectorCode.h"
 #include "effects/modulation/MarloChorus.h"
 #include "effects/modulation/MarloEnsemble.h"
 #include "effects/modulation/MarloPhase.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/modulation/EnsembleLanes.h"
 
@@ -83,8 +77,4 @@ unsigned MarloPhase::runAvx2(MarloPhase& law, std::int16_t* left, std::int16_t* 
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

@@ -5,21 +5,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/VectorCode.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceKernel.h"
 #include "engine/voice/VoiceKernelSets.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
 // When it builds for Windows, GCC takes the chain's inlined constructor for code without AVX2, and warns. It is not.
 #pragma GCC diagnostic ignored "-Wpsabi"
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "engine/voice/LanesAvx2.h"
 #include "engine/voice/VoiceKernelRun.h"
@@ -32,8 +26,4 @@ bool tickRampsAvx2(RampBank& ramps) { return tickRamps<LanesSse41>(ramps); }
 
 }  // namespace tesh::bramel::plugin::sivray
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

@@ -5,19 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/VectorCode.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceKernel.h"
 #include "engine/voice/VoiceKernelSets.h"
 
-// Code between these marks is compiled for SSE4.1. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("sse4.1"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("sse4.1")
-#endif
+SIVRAY_COMPILE_FOR("sse4.1")
 
 #include "engine/voice/LanesSse41.h"
 #include "engine/voice/VoiceKernelRun.h"
@@ -30,8 +24,4 @@ bool tickRampsSse41(RampBank& ramps) { return tickRamps<LanesSse41>(ramps); }
 
 }  // namespace tesh::bramel::plugin::sivray
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

@@ -2,16 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <immintrin.h>
 
+#include "core/VectorCode.h"
 #include "host/resample/ResampleKernelSets.h"
 
-// Code between these marks is compiled for AVX2. Inline functions that other files share must stay outside, as they
-// have to run on every processor.
-#if defined(__clang__)
-#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
-#else
-#pragma GCC push_options
-#pragma GCC target("avx2")
-#endif
+SIVRAY_COMPILE_FOR("avx2")
 
 #include "host/resample/ResampleKernelRun.h"
 
@@ -53,8 +47,4 @@ std::size_t runResampleAvx2(const ResampleRun& run, ResamplePosition& position) 
 
 }  // namespace tesh::bramel::vst
 
-#if defined(__clang__)
-#pragma clang attribute pop
-#else
-#pragma GCC pop_options
-#endif
+SIVRAY_COMPILE_FOR_ALL

@@ -1,0 +1,16 @@
+// Marks around code that is compiled for an instruction set which not every processor has, in a source file of its own.
+// Whoever calls such code asks platform/CpuFeatures.h first.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+/// SIVRAY_COMPILE_FOR("avx2") and SIVRAY_COMPILE_FOR_ALL enclose the code. Templates over vectors and lanes are
+/// included between them. Headers whose inline functions other source files share must be included before them, because
+/// those functions have to run on every processor.
+#define SIVRAY_PRAGMA(text) _Pragma(#text)
+#if defined(__clang__)
+#define SIVRAY_COMPILE_FOR(set) SIVRAY_PRAGMA(clang attribute push(__attribute__((target(set))), apply_to = function))
+#define SIVRAY_COMPILE_FOR_ALL SIVRAY_PRAGMA(clang attribute pop)
+#else
+#define SIVRAY_COMPILE_FOR(set) SIVRAY_PRAGMA(GCC push_options) SIVRAY_PRAGMA(GCC target(set))
+#define SIVRAY_COMPILE_FOR_ALL SIVRAY_PRAGMA(GCC pop_options)
+#endif
