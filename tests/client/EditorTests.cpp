@@ -52,7 +52,7 @@ class ClientEditor : public Client {
  protected:
   void SetUp() override {
     if (!HostWindow::findServer()) {
-      GTEST_SKIP() << "no X server, and Xvfb cannot be started";
+      FAIL() << "no X server, and Xvfb cannot be started: is it installed?";
     }
   }
 };

@@ -24,7 +24,7 @@ class EditorWindowTest : public Editor {
  protected:
   void SetUp() override {
     if (!HostWindow::findServer()) {
-      GTEST_SKIP() << "no X server, and Xvfb cannot be started";
+      FAIL() << "no X server, and Xvfb cannot be started: is it installed?";
     }
     window = std::make_unique<HostWindow>();
     adapter = std::make_unique<BramelVstEditorAdapter>(&effect, editor);
