@@ -59,8 +59,9 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   /// else the number of integers that its engine parameter passes between the set's ends.
   std::uint64_t stepCount(std::uint64_t index) const;
 
-  // Of changes that are about to come, the values of those engine parameters that read a file, for Generator::prepare.
-  // They are appended to `coming`.
+  // Append to `coming`, for Generator::prepare, the values that a change will give to engine parameters that read a
+  // file. A macro, program or chunk that does not exist appends nothing. May allocate: never on the audio thread. Must
+  // be called with the lock held that guards the controller.
 
   void addReadsOfMacro(std::uint64_t index, float value, ComingValues& coming) const;
   void addReadsOfProgram(std::uint64_t program, Bank bank, ComingValues& coming) const;

@@ -10,7 +10,7 @@ namespace tesh::bramel::platform {
 /// A stretch of zeroed pages.
 class ZeroedPages {
  public:
-  /// Throws std::bad_alloc. No bytes give a null pointer.
+  /// Throws std::bad_alloc. With 0 bytes, `data` returns null.
   explicit ZeroedPages(std::size_t byteCount);
   ~ZeroedPages();
   ZeroedPages(ZeroedPages&& other) noexcept;

@@ -10,7 +10,7 @@ namespace scene {
 
 using tesh::bramel::plugin::sivray::effects::LaneForm;
 
-/// An effect that runs in one form, with delay memory of its own if it wants some.
+/// An effect fixed to one form. Provides delay memory to an effect that needs it.
 template <typename Effect>
 struct InForm : Effect {
   explicit InForm(LaneForm form) {

@@ -46,7 +46,7 @@ TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
   }
 }
 
-TEST(SampleLanes, ARingGoesOnAtItsStart) {
+TEST(SampleLanes, ARingContinuesAtItsStart) {
   const SampleRow samples{1, -2, 3, -4, 5, -6, 7, -8, 9, -10, 11, -12, 13, -14, 15, -16};
   EXPECT_TRUE(comesRoundTheRing<OneSample>(samples.data()));
   EXPECT_TRUE(comesRoundTheRing<SamplesSse2>(samples.data()));

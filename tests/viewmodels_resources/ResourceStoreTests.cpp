@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "support/NotedResources.h"
 
 namespace tesh::bramel {
@@ -50,6 +54,7 @@ TEST_F(Resources, CutsAFilmStripIntoFramesOnce) {
   for (const char* const absent : {"A knob_3", "A knob_00", "A knob_", "A knob2", "_2", "2", "A knob_2_"}) {
     EXPECT_EQ(store.getImage(absent, 2), nullptr) << absent;
   }
+  EXPECT_EQ(std::count(resources.asked.begin(), resources.asked.end(), "PNG A_knob_STRIP_2X"), 1);
   EXPECT_EQ(store.getImage("A knob_0", 1), nullptr);
 }
 

@@ -34,7 +34,7 @@ struct Strip {
 
 std::vector<Strip> allStrips();
 
-/// Each frame is drawn on a canvas of its own, so that its place in the strip changes no pixel.
+/// Draws each frame on a separate canvas, so that its place in the strip changes no pixel.
 juce::Image render(const Strip& strip, int scale);
 
 }  // namespace sivray::art

@@ -91,9 +91,9 @@ Verdict locksInside(const CheckSettings& settings) {
                  static_cast<double>(counts.locks) / kBlocks);
 }
 
-/// Plays notes on all pads and changes all values of a program, the effect among them, in one block of 64 frames. A
-/// thread of its own sets the values, as a host's window does; JUCE's host hands them on with the block, and the waves
-/// would be read there.
+/// Plays notes on all pads and changes all values of a program, the effect among them, in one block of 64 frames.
+/// Another thread sets the values, as a host's window does, so that it reads the waves ahead. In the other forms the
+/// waves stay: JUCE's host passes values on with the block, which would read the waves itself.
 Verdict worstBlock(const CheckSettings& settings) {
   constexpr double kBlockSeconds = 64.0 / 44100.0;
   constexpr double kMostShare = 0.08;

@@ -8,7 +8,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// All forms give the same bits. SampleLanes.h describes them.
+/// How a law is computed. Every form returns the same bits; SampleLanes.h describes the forms.
 enum class LaneForm : std::uint8_t {
   plain,  ///< Sample by sample.
   sse2,   ///< Eight samples at a time; every 64-bit processor has it.

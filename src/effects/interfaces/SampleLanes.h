@@ -8,8 +8,9 @@
 //   - the law's `step`, with OneSample: it serves while a value glides, where feedback is too short, and for the rest
 //     of a block;
 //   - the law's `runSse2`, in the law's source file;
-//   - the law's `runAvx2`, in a source file of its own, where that header is included between the marks that choose
-//     AVX2. The law's class must not include it, nor LaneRun.h: the template would be compiled without AVX2.
+//   - the law's `runAvx2`, in a source file for AVX2 that includes the template between the marks of core/VectorCode.h.
+//     The header of the law's class must include neither the template nor LaneRun.h: both would be compiled without
+//     AVX2.
 // TwoKnobEffect.h tells when it runs which.
 //
 // Lanes hold -32768 .. 32767. A result must fit them too, except where an operation is said to limit it.

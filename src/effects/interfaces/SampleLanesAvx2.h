@@ -1,4 +1,4 @@
-// The lanes of SampleLanes.h for AVX2. To be included only between the marks that choose AVX2.
+// The lanes of SampleLanes.h for AVX2. Must be included between the marks of core/VectorCode.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

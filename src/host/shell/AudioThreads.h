@@ -48,7 +48,7 @@ class AudioThreads {
     std::atomic<std::uint32_t> lastBlock{0};
   };
 
-  /// The system keeps the number of a thread at hand; nothing waits for it.
+  /// Waits for nothing: the C library stores the number in the thread's own memory.
   static std::thread::id callingThread() SIVRAY_NONBLOCKING {
     return cofu::core::vouchFor([] { return std::this_thread::get_id(); });
   }
