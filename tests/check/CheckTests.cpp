@@ -8,11 +8,13 @@
 #include <limits>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 #include "check/CallCounter.h"
 #include "check/Check.h"
 #include "check/GuardedBuffer.h"
 #include "check/InstructionCounter.h"
+#include "check/Process.h"
 #include "check/Sound.h"
 
 namespace sivray::check {
@@ -40,6 +42,28 @@ TEST(InstructionCounter, CountsEachInstructionOnceAndForItsOwner) {
     std::free(block);
   }
   EXPECT_GT(counts.library, 10);
+}
+
+TEST(GrowthWatch, SeesAFewKilobytesOfEachCycleButNoneThatAreReturned) {
+  if (isSanitized()) {
+    return;  // Its allocator tells nothing.
+  }
+  constexpr std::size_t kLeak = 4096;
+  constexpr int kCycles = 3 * GrowthWatch::kWarmCycles;
+  GrowthWatch returned;
+  for (int cycle = 0; cycle < kCycles; ++cycle) {
+    const std::vector<char> block(static_cast<std::size_t>(1 + cycle % 7) << 20U);
+    returned.look();
+  }
+  EXPECT_LE(returned.pagesKiB(), 0);
+  GrowthWatch kept;
+  std::vector<std::vector<char>> blocks(kCycles);
+  for (std::vector<char>& block : blocks) {
+    block.resize(kLeak);
+    kept.look();
+  }
+  EXPECT_GE(kept.heapKiB(), 2 * GrowthWatch::kWarmCycles * static_cast<int>(kLeak) / 1024);
+  EXPECT_EQ(kept.threads(), 0);
 }
 
 TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {

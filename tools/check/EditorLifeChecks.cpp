@@ -11,8 +11,8 @@
 namespace sivray::check {
 namespace {
 
-constexpr int kWarmPanels = 10;
-constexpr std::int64_t kLeakOfPanelsKiB = 512;
+constexpr std::int64_t kLeakKiB = 256;
+constexpr std::int64_t kLeakOfPagesKiB = 512;
 
 /// Milliseconds that all threads of this process run for an action: other programs do not count.
 template <typename Action>
@@ -42,29 +42,27 @@ Verdict openAndClose(const CheckSettings& settings) {
   scene.close();
   std::vector<double> openings;
   std::vector<double> closings;
-  ProcessUse warm;
+  GrowthWatch growth;
   const int cycles = settings.count(100, 100);
   for (int cycle = 1; cycle < cycles; ++cycle) {
     openings.push_back(millisecondsFor([&] { scene.open(); }));
     isShown = isShown && scene.window.childSize() == kPanelSize;
     closings.push_back(millisecondsFor([&] { scene.close(); }));
     isShown = isShown && scene.window.childSize() == hosting::WindowSize{};
-    if (cycle == kWarmPanels) {
-      warm = processUse();
-    }
+    growth.look();
   }
-  const ProcessUse end = processUse();
-  const std::int64_t growth = end.ownKiB - warm.ownKiB;
-  const bool flat = end.threads == warm.threads && end.files <= warm.files;
+  const bool flat = growth.threads() == 0 && growth.files() <= 0;
   const bool quick = isSanitized() || (first <= kMostForFirst && medianOf(openings) <= kMostForLater &&
                                        medianOf(closings) <= kMostForClosing);
-  const bool small = isSanitized() || (growth <= kLeakOfPanelsKiB && panelKiB <= kMostKiB);
-  return verdict(
-      isShown && flat && quick && small,
-      "%d cycles, first in %.0f ms and %lld KiB, then in %.1f ms, closed in %.1f ms, %+lld KiB, %+d threads, "
-      "%+d files",
-      cycles, first, static_cast<long long>(panelKiB), medianOf(openings), medianOf(closings),
-      static_cast<long long>(growth), end.threads - warm.threads, end.files - warm.files);
+  const bool small =
+      isSanitized() || (growth.heapKiB() <= kLeakKiB && growth.pagesKiB() <= kLeakOfPagesKiB && panelKiB <= kMostKiB);
+  return verdict(isShown && flat && quick && small,
+                 "%d cycles, first in %.0f ms and %lld KiB, then in %.1f ms, closed in %.1f ms, %+lld KiB of heap, "
+                 "%+lld of pages, "
+                 "%+d threads, %+d files",
+                 cycles, first, static_cast<long long>(panelKiB), medianOf(openings), medianOf(closings),
+                 static_cast<long long>(growth.heapKiB()), static_cast<long long>(growth.pagesKiB()), growth.threads(),
+                 growth.files());
 }
 
 /// What hosts do out of turn. Each scene ends with its editor as it is, and effClose has to cope.
@@ -148,11 +146,9 @@ Verdict twoEditors(const CheckSettings& settings) {
 }
 
 Verdict unloading(const CheckSettings& settings) {
-  // 128 and 1752 were measured in 90 cycles: each has threads of its own, and the allocator rooms of theirs.
-  constexpr std::int64_t kMostKiB = 2048;
-  const int cycles = isSanitized() ? kWarmPanels + 2 : settings.count(100, 1000);
+  const int cycles = isSanitized() ? GrowthWatch::kWarmCycles + 2 : settings.count(100, 1000);
   int leftBehind = 0;
-  ProcessUse warm;
+  GrowthWatch growth;
   for (int cycle = 0; cycle < cycles; ++cycle) {
     {
       const auto library = settings.load();
@@ -161,17 +157,15 @@ Verdict unloading(const CheckSettings& settings) {
       scene.close();
     }
     leftBehind += isMapped(settings.moduleName()) ? 1 : 0;
-    if (cycle == kWarmPanels) {
-      warm = processUse();
-    }
+    growth.look();
   }
-  const ProcessUse end = processUse();
-  const std::int64_t growth = end.ownKiB - warm.ownKiB;
-  const bool gone = isSanitized() || (leftBehind == 0 && growth <= kMostKiB);
-  return verdict(gone && end.threads == warm.threads && end.files <= warm.files,
-                 "%d cycles of load, open, close and unload: %d stayed mapped, %+lld KiB, %+d threads, %+d files",
-                 cycles, leftBehind, static_cast<long long>(growth), end.threads - warm.threads,
-                 end.files - warm.files);
+  const bool gone =
+      isSanitized() || (leftBehind == 0 && growth.heapKiB() <= kLeakKiB && growth.pagesKiB() <= kLeakOfPagesKiB);
+  return verdict(gone && growth.threads() == 0 && growth.files() <= 0,
+                 "%d cycles of load, open, close and unload: %d stayed mapped, %+lld KiB of heap, %+lld of pages, "
+                 "%+d threads, %+d files",
+                 cycles, leftBehind, static_cast<long long>(growth.heapKiB()),
+                 static_cast<long long>(growth.pagesKiB()), growth.threads(), growth.files());
 }
 
 Verdict sizes(const CheckSettings& settings) {

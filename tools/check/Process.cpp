@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/Process.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #ifdef _WIN32
 #include <windows.h>
 // Behind windows.h, which it needs.
@@ -10,7 +13,6 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -19,6 +21,23 @@
 #endif
 
 namespace sivray::check {
+
+void GrowthWatch::look() { uses.push_back(processUse()); }
+
+const ProcessUse& GrowthWatch::warm() const { return uses[std::min<std::size_t>(kWarmCycles, uses.size()) - 1]; }
+
+std::int64_t GrowthWatch::heapKiB() const { return uses.back().heapKiB - warm().heapKiB; }
+
+std::int64_t GrowthWatch::pagesKiB() const {
+  constexpr auto kLess = [](const ProcessUse& a, const ProcessUse& b) { return a.ownKiB < b.ownKiB; };
+  const auto cycles = std::min<std::ptrdiff_t>(kWarmCycles, static_cast<std::ptrdiff_t>(uses.size()));
+  return std::min_element(uses.end() - cycles, uses.end(), kLess)->ownKiB -
+         std::max_element(uses.begin(), uses.begin() + cycles, kLess)->ownKiB;
+}
+
+int GrowthWatch::threads() const { return uses.back().threads - warm().threads; }
+
+int GrowthWatch::files() const { return uses.back().files - warm().files; }
 
 #ifdef _WIN32
 
@@ -89,6 +108,10 @@ ProcessUse processUse() {
   const std::int64_t pageKiB = sysconf(_SC_PAGESIZE) / 1024;
   use.residentKiB = pages * pageKiB;
   use.ownKiB = (pages - sharedPages) * pageKiB;
+#ifdef __GLIBC__
+  const struct mallinfo2 heap = mallinfo2();
+  use.heapKiB = static_cast<std::int64_t>((heap.uordblks + heap.hblkhd) / 1024);
+#endif
   use.threads = entriesOf("/proc/self/task");
   use.files = entriesOf("/proc/self/fd");
   return use;

@@ -10,12 +10,34 @@ namespace sivray::check {
 
 struct ProcessUse {
   std::int64_t residentKiB = 0;
-  std::int64_t ownKiB = 0;  ///< Without the pages of mapped files, which come and go with the system's cache.
+  std::int64_t ownKiB = 0;   ///< Without the pages of mapped files, which come and go with the system's cache.
+  std::int64_t heapKiB = 0;  ///< What the allocator has handed out; 0 where it does not tell.
   int threads = 0;
   int files = 0;
 };
 
 ProcessUse processUse();
+
+/// What repeated cycles leave behind, from the end of the tenth on. The allocator takes and returns pages by where its
+/// free blocks happen to lie, up to a MiB in either direction, so that pages count only if the last cycles all have
+/// more than each of the first.
+class GrowthWatch {
+ public:
+  static constexpr int kWarmCycles = 10;
+
+  /// Must be called in each cycle, at the same point.
+  void look();
+
+  std::int64_t heapKiB() const;
+  std::int64_t pagesKiB() const;
+  int threads() const;
+  int files() const;
+
+ private:
+  const ProcessUse& warm() const;
+
+  std::vector<ProcessUse> uses;
+};
 
 /// Whether a file with this text in its path is mapped into this process, as libraries are. False on Windows.
 bool isMapped(const std::string& text);

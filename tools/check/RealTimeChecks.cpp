@@ -230,7 +230,7 @@ void fillDelayLines(HostedPlugin& host) {
 
 Verdict soak(const CheckSettings& settings) {
   constexpr double kLeastFactor = 100.0;
-  constexpr std::int64_t kLeakKiB = 256;
+  constexpr std::int64_t kLeakKiB = 64;
   const auto library = settings.load();
   const auto host = library->makeInstance();
   host->start(48000.0F, 256);
@@ -258,7 +258,7 @@ Verdict soak(const CheckSettings& settings) {
     }
   }
   const ProcessUse end = processUse();
-  const std::int64_t growth = end.ownKiB - warm.ownKiB;
+  const std::int64_t growth = end.heapKiB - warm.heapKiB;
   const double factor = minutes * 60.0 / spent;
   const bool fast = isSanitized() || (factor >= kLeastFactor && growth <= kLeakKiB);
   return verdict(facts.notNumbers == 0 && fast && end.threads == warm.threads,
