@@ -132,11 +132,10 @@ TEST_F(Adapter, TakesMidiOutOfAnyEventsAndSkipsTheRest) {
     std::array<void*, 6> events;
   } list{6, 0, {&sysex, nullptr, &hopeless, &note, &wild, &note}};
   EXPECT_EQ(dispatch(effProcessEvents, 0, 0, &list), 1);
-  EXPECT_EQ(editor->messages, (std::vector<Bytes>{{0x90, 36, 127}, {0xFF, 0xFF, 0xFF}, {0x90, 36, 127}}));
   list.numEvents = -3;
   EXPECT_EQ(dispatch(effProcessEvents, 0, 0, &list), 1);
-  EXPECT_EQ(editor->messages.size(), 3U);
   run();
+  EXPECT_EQ(editor->messages, (std::vector<Bytes>{{0x90, 36, 127}, {0xFF, 0xFF, 0xFF}, {0x90, 36, 127}}));
 }
 
 /// Each instance gives its one factory program a time and an id of its own, side by side; all else is the state's.

@@ -105,6 +105,24 @@ TEST_F(Shell, LosesNoMessageOfABusyBlockAndBoundsWhatNobodyFetches) {
   EXPECT_LT(generator->midi.size(), 10000U);
 }
 
+TEST_F(Shell, KeepsTheOrderAndTheTimesOfMessagesHoweverTheyAreTaken) {
+  send({0x90, 36, 1});
+  shell->resume();
+  send({0x90, 38, 1}, 5);
+  shell->sendKeyboardMidi(Bytes{0x90, 39, 1}.data(), 3, 5);
+  run(512);
+  EXPECT_EQ(generator->midi, (Log{"902601@5", "902701@5"})) << "those before the resume are dropped";
+  generator->midi.clear();
+  shell->setSampleRate(48000.0F);
+  send({0x90, 36, 1}, 480);
+  shell->setSampleRate(44100.0F);
+  send({0x90, 37, 1}, 441);
+  send({0xB0, 74, 5}, 441);
+  send({0x80, 37, 0}, 442);
+  run(512);
+  EXPECT_EQ(generator->midi, (Log{"902401@441", "902501@441", "b04a05@441", "802500@442"}));
+}
+
 TEST_F(Shell, PlaysTheKeyboardOnlyWhileActiveAndTellsTheHost) {
   const Bytes note{0x90, 36, 100};
   shell->sendKeyboardMidi(note.data(), note.size(), 0);

@@ -2,6 +2,9 @@
 // thread sanitizer sees each lock that is missing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <chrono>
+#include <functional>
+#include <future>
 #include <thread>
 
 #include "ShellScene.h"
@@ -56,6 +59,55 @@ TEST_F(Shell, TellsTheEngineEachTempoOnceThoughTwoThreadsBringThem) {
   const auto bring = [this](int round) { shell->setTempo(60.0F + static_cast<float>(round % 7)); };
   runBoth(bring, bring);
   EXPECT_EQ(std::adjacent_find(generator->tempi.begin(), generator->tempi.end()), generator->tempi.end());
+}
+
+TEST_F(Shell, TakesTheNotesOfTwoThreadsInTheOrderOfEachWhileBlocksRun) {
+  const auto note = [](std::uint8_t key, int round) {
+    return Bytes{0x90, key, static_cast<std::uint8_t>(1 + round % 100)};
+  };
+  runBoth([&](int round) { send(note(1, round)); },
+          [&](int round) {
+            send(note(2, round));
+            run(1);
+          });
+  run(1);
+  EXPECT_EQ(generator->midi.size(), 2U * kRounds);
+  for (const std::uint8_t key : Bytes{1, 2}) {
+    int round = 0;
+    for (const std::string& message : generator->midi) {
+      if (const Bytes next = note(key, round); message == hex(next.data(), next.size()) + "@0") {
+        ++round;
+      }
+    }
+    EXPECT_EQ(round, kRounds);
+  }
+}
+
+TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
+  struct Waiting final : bramel::vst::BramelInstrumentHostCallback {
+    void beginEdit(std::uint64_t) override {}
+    void endEdit(std::uint64_t) override {}
+    void automate(std::uint64_t, float) override {}
+    void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {
+      sent = std::async(std::launch::async, play);
+      isSent = sent.wait_for(std::chrono::seconds(2)) == std::future_status::ready;
+    }
+    void parametersChanged() override {}
+    void programChanged() override {}
+    void keyStateChanged(int) override {}
+    std::function<void()> play;
+    std::future<void> sent;
+    bool isSent = false;
+  };
+  const auto waiting = std::make_shared<Waiting>();
+  waiting->play = [this] { send({0x90, 37, 1}); };
+  shell->setHostCallback(waiting);
+  shell->resume();
+  const Bytes key{0x90, 36, 1};
+  shell->sendKeyboardMidi(key.data(), key.size(), 0);  // Calls the host with the lock held.
+  EXPECT_TRUE(waiting->isSent);
+  run();
+  EXPECT_EQ(generator->midi, (Log{"902401@0", "902501@0"}));
 }
 
 TEST_F(Shell, KeepsPropertiesThatTwoThreadsSetOrOneReads) {

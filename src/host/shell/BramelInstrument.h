@@ -51,10 +51,10 @@ class BramelInstrument : public BramelInstrumentBase {
   /// ones: callers drop those beyond this. No host's block is as long.
   static constexpr std::int32_t kFarthestFrames = 1 << 20;
   /// Queues a MIDI message for the next block, `deltaFrames` from its start. `resume` drops messages that no block has
-  /// fetched.
+  /// fetched. Takes the lock only for controllers, pitch bends and exclusive messages, and when very many wait.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
-  /// The same for the MIDI messages of a host's list, in their order; takes the lock once. Skips other events, null
-  /// ones and those beyond kFarthestFrames.
+  /// The same for the MIDI messages of a host's list, in their order; takes the lock at most once. Skips other events,
+  /// null ones and those beyond kFarthestFrames.
   void sendEvents(const VstEvents& events) SIVRAY_NONBLOCKING;
   /// Queues a message of the on-screen keyboard and sends it to the host as well. Ignored while not active.
   void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);

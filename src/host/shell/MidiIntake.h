@@ -36,6 +36,12 @@ inline float pitchBendValue(std::uint8_t lsb, std::uint8_t msb) {
   return std::clamp(static_cast<float>(position) * 6.103888e-5F + 0.5F, 0.0F, 1.0F);  // 1 / 16383.
 }
 
+/// Whether a message with this status byte can reach a parameter by the controller map.
+constexpr bool mayMoveParameter(std::uint8_t status) {
+  const auto kind = static_cast<std::uint8_t>(status & cofu::core::kMidiKindBits);
+  return kind == cofu::core::kMidiController || kind == cofu::core::kMidiPitchBend;
+}
+
 /// Judges a message. Notes, controllers and pitch bend lose their channel. Bank select, pitch bend that is not mapped,
 /// aftertouch, program changes and channel pressure are dropped. `controllerMap(key)` returns the mapped parameter or
 /// nothing; the key is a controller number, or kMidiPitchBend.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <span>
 
 #include "core/EngineRate.h"
 #include "core/RealTimeLock.h"
@@ -53,6 +54,16 @@ ChannelPair channelsAt(float* const* channels, std::int32_t offset) {
   return moved;
 }
 
+/// Returns `take(bytes, deltaFrames)` for an event that holds a message in reach; true for any other.
+template <typename Take>
+bool forMidi(const VstEvent* event, Take take) {
+  if (event == nullptr || event->type != kVstMidiType || event->deltaFrames > BramelInstrument::kFarthestFrames) {
+    return true;
+  }
+  const auto* const midi = reinterpret_cast<const VstMidiEvent*>(event);
+  return take(std::span(reinterpret_cast<const std::uint8_t*>(midi->midiData), kEventBytes), midi->deltaFrames);
+}
+
 }  // namespace
 
 ShellBlock::ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters)
@@ -78,6 +89,7 @@ void ShellBlock::setSampleRate(float rate) {
     return;
   }
   const std::lock_guard lock(core.mainMutex);
+  emptyInbox();  // By the rate at which they came.
   hostSampleRate = rate;
   converter.setSampleRate(rate);
 }
@@ -105,6 +117,7 @@ void ShellBlock::resume() {
   // Nothing from before sounds: neither messages that no block has fetched, nor the tails of the resamplers.
   midiIn.clear();
   converter.reset();
+  emptyInbox();
   converter.dropEvents();
   converter.setSampleRate(converter.sampleRate());
   core.processor->generator().activate();
@@ -130,6 +143,7 @@ void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
   const platform::DenormalGuard guard;
   const cofu::core::RealTimeLock lock(core.mainMutex);
   core.audioThreads.note();
+  emptyInbox();
   ChannelPair absent{};
   float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
   if (frames != 0 && !hasNull(given)) {
@@ -274,27 +288,39 @@ void ShellBlock::queueForEngine(const ShortMessage& message, std::int32_t deltaF
 }
 
 void ShellBlock::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  if (data == nullptr || size == 0) {
+  if (data == nullptr || size == 0 || inbox.put({data, size}, deltaFrames)) {
     return;
   }
   const cofu::core::RealTimeLock lock(core.mainMutex);
+  emptyInbox();
   takeMidi(data, size, deltaFrames);
 }
 
 void ShellBlock::sendEvents(const VstEvents& vstEvents) {
-  if (vstEvents.numEvents <= 0) {
+  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
+  std::int32_t next = 0;
+  while (next < vstEvents.numEvents &&
+         forMidi(events[next],
+                 [this](std::span<const std::uint8_t> bytes, std::int32_t delta) { return inbox.put(bytes, delta); })) {
+    ++next;
+  }
+  if (next >= vstEvents.numEvents) {
     return;
   }
   const cofu::core::RealTimeLock lock(core.mainMutex);
-  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
-  for (std::int32_t i = 0; i < vstEvents.numEvents; ++i) {
-    const VstEvent* const event = events[i];
-    if (event == nullptr || event->type != kVstMidiType || event->deltaFrames > BramelInstrument::kFarthestFrames) {
-      continue;
-    }
-    const auto* const midi = reinterpret_cast<const VstMidiEvent*>(event);
-    takeMidi(reinterpret_cast<const std::uint8_t*>(midi->midiData), kEventBytes, midi->deltaFrames);
+  emptyInbox();
+  for (; next < vstEvents.numEvents; ++next) {
+    forMidi(events[next], [this](std::span<const std::uint8_t> bytes, std::int32_t delta) {
+      takeMidi(bytes.data(), bytes.size(), delta);
+      return true;
+    });
   }
+}
+
+void ShellBlock::emptyInbox() {
+  inbox.takeAll([this](const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+    takeMidi(data, size, deltaFrames);
+  });
 }
 
 void ShellBlock::takeMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
@@ -314,6 +340,7 @@ void ShellBlock::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, st
   if (!active || data == nullptr || size == 0) {
     return;
   }
+  emptyInbox();
   const MidiVerdict verdict = judge(data, size);
   if (verdict.parameterId) {
     parameters.setFromEditor(*verdict.parameterId, verdict.value);

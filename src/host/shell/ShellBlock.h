@@ -12,13 +12,14 @@
 #include "host/resample/CFsConvListener.h"
 #include "host/resample/CFsConverterWrapper.h"
 #include "host/shell/ChangeList.h"
+#include "host/shell/MidiInbox.h"
 #include "host/shell/MidiIntake.h"
 #include "host/shell/ShellCore.h"
 #include "host/shell/ShellParameters.h"
 
 namespace tesh::bramel::vst {
 
-/// Takes the main lock, but for the flushes.
+/// Takes the main lock, but for the flushes, and for messages that fit into the inbox.
 class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener {
  public:
   ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters);
@@ -52,13 +53,15 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void sendMidiOut() SIVRAY_NONBLOCKING;
   void reportChanges() SIVRAY_NONBLOCKING;
   MidiVerdict judge(const std::uint8_t* data, std::size_t size) const;
-  /// With the main lock held.
+  /// These with the main lock held. What changes how messages are taken, or takes one itself, first empties the inbox.
+  void emptyInbox() SIVRAY_NONBLOCKING;
   void takeMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
   void queueForEngine(const ShortMessage& message, std::int32_t deltaFrames);
 
   ShellCore& core;
   ShellParameters& parameters;
   CFsConverterWrapper converter;
+  MidiInbox inbox;
   bool active = false;
   float hostSampleRate = 0.0F;          ///< 0 until the host gives one.
   std::atomic<float> tempo = 120.0F;    ///< Beats per minute. Written with the main lock held.
