@@ -63,6 +63,8 @@ TEST(Dynamics, DriveMatchesItsPlainModelThroughRandomScenes) {
   expectFormsToAgree<EffectAdapter<Q60393Drive>>(1, 400);
 }
 
+TEST(Dynamics, PumpInLanesSoundsAsSampleBySample) { expectFormsToAgree<EffectAdapter<Pump>>(1, 400); }
+
 template <typename Table>
 void expectSums(const Table& table, std::uint64_t expectedSum, std::uint64_t expectedWeighted) {
   std::uint64_t sum = 0;

@@ -20,6 +20,10 @@ void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4
   operate<SamplesAvx2>(a, b, numbers, results);
 }
 
+void operateOnWordsAvx2(const WordRow& a, const WordRow& b, std::int16_t factor, WordResults& results) {
+  operateOnWords<lanes::WordsAvx2>(a, b, factor, results);
+}
+
 bool comesRoundTheRingAvx2(const std::int16_t* samples) { return comesRoundTheRing<SamplesAvx2>(samples); }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -11,10 +11,13 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 using SampleRow = std::array<std::int16_t, 16>;
-using LaneResults = std::array<SampleRow, 10>;
+using LaneResults = std::array<SampleRow, 14>;
+using WordRow = std::array<std::int32_t, 8>;
+using WordResults = std::array<WordRow, 9>;
 
 /// The templates below for AVX2.
 void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results);
+void operateOnWordsAvx2(const WordRow& a, const WordRow& b, std::int16_t factor, WordResults& results);
 bool comesRoundTheRingAvx2(const std::int16_t* samples);
 
 /// What the operations make of samples `a` and `b` with a gain, two weights and a fraction, one result a row.
@@ -22,6 +25,8 @@ template <typename Samples>
 void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results) {
   const auto [gain, first, second, fraction] = numbers;
   const typename Samples::Weights weights(first, second);
+  const typename Samples::Boost boost((std::abs(gain) * 4) | (fraction & 3));
+  const typename Samples::Gain half(16383);
   std::int16_t previous = 77;
   for (unsigned i = 0; i < a.size(); i += Samples::kCount) {
     const auto x = Samples::load(&a[i]);
@@ -35,7 +40,26 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
               .saturated(),
           between(x, y, typename Samples::template Fraction<15>(fraction)),
           between(x, y, typename Samples::template Fraction<12>(fraction >> 3)), nearerZeroWhereEqual(x, y),
-          oneLater(x, previous)}) {
+          oneLater(x, previous), weightedSum(x, y, y, x).template shiftedRight<16>().packed(), boosted(x, boost),
+          mul15(x, half) + mul15(y, half), mul15(x, half) - mul15(y, half)}) {
+      result.store(&results[row++][i]);
+    }
+  }
+}
+
+/// The same for 32-bit words; products are of bits without a sign.
+template <typename Words>
+void operateOnWords(const WordRow& a, const WordRow& b, std::int16_t factor, WordResults& results) {
+  using namespace cofu::core;
+  for (unsigned i = 0; i < a.size(); i += Words::kCount) {
+    const auto x = Words::load(&a[i]);
+    const auto y = Words::load(&b[i]);
+    const std::int32_t phase = wrapAdd(a[0], wrapMul(b[0], static_cast<std::int32_t>(i)));
+    const Words distance = magnitude(x);
+    std::size_t row = 0;
+    for (const Words& result : {Words::after(phase, b[0]), x + y, x - y, distance, smaller(x, y), product<32>(x, y),
+                                product<47>(x, y), product<15>(product<47>(distance, distance), magnitude(y)),
+                                timesShort(x.template shiftedRight<16>(), factor)}) {
       result.store(&results[row++][i]);
     }
   }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "effects/interfaces/LaneForm.h"
@@ -41,6 +42,31 @@ TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
     if (bestLaneForm() == LaneForm::avx2) {
       results = {};
       operateAvx2(a, b, numbers, results);
+      ASSERT_EQ(results, expected) << "AVX2, round " << round;
+    }
+  }
+}
+
+TEST(SampleLanes, EveryFormComputesWordsAsOneWordDoes) {
+  std::mt19937 random(2);
+  const auto word = [&random] {
+    constexpr int kEdges[]{-2147483647 - 1, 2147483647, 0, -1, 65536, -65536};
+    return random() % 4 == 0 ? kEdges[random() % 6] : static_cast<int>(random());
+  };
+  for (int round = 0; round < 5000; ++round) {
+    WordRow a{};
+    WordRow b{};
+    std::generate(a.begin(), a.end(), word);
+    std::generate(b.begin(), b.end(), word);
+    const auto factor = static_cast<std::int16_t>(edgy(random, 32767));
+    WordResults expected{};
+    WordResults results{};
+    operateOnWords<lanes::OneWord>(a, b, factor, expected);
+    operateOnWords<lanes::WordsSse2>(a, b, factor, results);
+    ASSERT_EQ(results, expected) << "SSE2, round " << round;
+    if (bestLaneForm() == LaneForm::avx2) {
+      results = {};
+      operateOnWordsAvx2(a, b, factor, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
     }
   }

@@ -8,6 +8,7 @@
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 #include "effects/rhythmic/Slicer.h"
 #include "effects/rhythmic/SlicerTables.h"
+#include "effects_interfaces/LaneScene.h"
 #include "effects_modulation/PlainModel.h"
 
 namespace {
@@ -116,6 +117,12 @@ struct Played {
 TEST(Rhythmic, GrainShifterMatchesItsPlainModelThroughRandomScenes) {
   playScenes<Played<SivrayFxGrainShifter>>(GrainModel{}, 400);
   playScenes<Played<SivrayFxGrainShifter, kRestart>>(GrainModel{}, 100);
+}
+
+TEST(Rhythmic, SlicerInLanesSoundsAsSampleBySample) {
+  for (const unsigned seed : {1U, 2U}) {
+    expectFormsToAgree<EffectAdapter<Slicer>>(seed, 400);
+  }
 }
 
 TEST(Rhythmic, SlicerLevelsHoldTheirEndsTheirOrderAndTheirSums) {

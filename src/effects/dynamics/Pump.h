@@ -33,11 +33,14 @@ struct Pump {
 
   /// Starts the note afresh; the make-up level stays.
   void reset(const Settings&) {
-    phaseUp = kPhaseStart;
-    phaseDown = 0;
+    phase = kPhaseStart;
     gain.shut();
   }
+  void aim(const Settings& to, bool) { now = to; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  bool fitsLanes(const Settings& to) const { return gain.fitsLanes(to.level); }
+  static unsigned runSse2(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }
@@ -45,12 +48,32 @@ struct Pump {
 
   static constexpr std::int32_t kPhaseStart = -2147483647;
 
-  std::int32_t phaseUp = kPhaseStart;
-  std::int32_t phaseDown = 0;
-  BeatGain<kFloor, kSmoothing> gain;
+  /// Where the gain goes at a phase, Q15: along the parabola, but not above the second half.
+  template <typename Words>
+  Words openingAt(Words at) const {
+    return smaller(parabola(at), secondHalf(at));
+  }
+
+  Settings now{};
+  std::int32_t phase = kPhaseStart;
+  BeatGain gain;
 
  private:
-  std::int32_t nextOpening(const Settings& to);
+  /// Falls from 1.0 at both ends of the phase to 0 at mid-cycle, times the gain of the attack.
+  template <typename Words>
+  Words parabola(Words at) const {
+    const Words distance = magnitude(at);
+    return product<15>(product<47>(distance, distance), Words::all(now.attackGain));
+  }
+
+  /// Close to 0 in the first half of the cycle and close to 1.0 in the second: the sum of two saws that run against
+  /// each other.
+  template <typename Words>
+  static Words secondHalf(Words up) {
+    const Words down = Words::all(kPhaseStart) - up;
+    const Words sum = down.template shiftedRight<16>() + Words::all(32768) + up.template shiftedRight<16>();
+    return sum.template shiftedRight<1>();
+  }
 };
 
 extern template class TwoKnobEffect<Pump>;

@@ -19,10 +19,12 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <cstdint>
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/ShortLeak.h"
+#include "effects/interfaces/WordLanes.h"
 
 // In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
 namespace tesh::bramel::plugin::sivray::effects::lanes {
@@ -30,6 +32,7 @@ namespace tesh::bramel::plugin::sivray::effects::lanes {
 /// The plain form: one sample in 32-bit arithmetic. The comments here hold for the other forms too.
 struct OneSample {
   static constexpr unsigned kCount = 1;
+  using Words = OneWord;
 
   /// A Q15 gain for `mul15`, -32767 .. 32767.
   struct Gain {
@@ -61,6 +64,14 @@ struct OneSample {
     }
     /// Limits to -32767 .. 32767.
     OneSample saturated() const { return {cofu::core::saturate(v)}; }
+    /// Must fit a lane.
+    OneSample packed() const { return {v}; }
+  };
+
+  /// A Q15 gain for `boosted`, 0 .. 131071: up to four.
+  struct Boost {
+    explicit Boost(std::int32_t gainQ15) : factor(gainQ15) {}
+    std::int32_t factor;
   };
 
   std::int32_t v;
@@ -84,6 +95,10 @@ inline OneSample oneLater(OneSample a, std::int16_t& previous) {
   return later;
 }
 
+inline OneSample operator+(OneSample a, OneSample b) { return {a.v + b.v}; }
+
+inline OneSample operator-(OneSample a, OneSample b) { return {a.v - b.v}; }
+
 /// a + b and a - b, limited to -32767 .. 32767.
 inline OneSample sum(OneSample a, OneSample b) { return {cofu::core::saturate(a.v + b.v)}; }
 
@@ -100,6 +115,18 @@ inline OneSample leak(OneSample a) { return {shortLeak(a.v)}; }
 /// a * first + b * second.
 inline OneSample::Wide weightedSum(OneSample a, OneSample b, OneSample::Weights weights) {
   return {cofu::core::wrapAdd(cofu::core::wrapMul(a.v, weights.ofFirst), cofu::core::wrapMul(b.v, weights.ofSecond))};
+}
+
+/// The same with weights of each lane's own, -32768 .. 32767.
+inline OneSample::Wide weightedSum(OneSample a, OneSample b, OneSample ofA, OneSample ofB) {
+  return weightedSum(a, b, OneSample::Weights(ofA.v, ofB.v));
+}
+
+/// (a * boost) >> 15, limited to -32767 .. 32767.
+inline OneSample boosted(OneSample a, OneSample::Boost boost) {
+  constexpr std::int64_t kLimit = cofu::core::kFullScale;
+  const std::int64_t product = std::int64_t{a.v} * boost.factor;
+  return {static_cast<std::int32_t>(std::clamp(product >> 15, -kLimit, kLimit))};
 }
 
 /// The sample at `place` on the line from `near` to `beyond`, rounded down.
@@ -121,6 +148,18 @@ struct SplitGain {
         carried(static_cast<std::int16_t>((2 * gainQ15 - doubled) / 65536)) {}
   std::int16_t doubled;
   std::int16_t carried;
+};
+
+/// A gain of up to four as a part below one and the rest, one and two, each as a mask. All have the sample's sign, so
+/// that sums which stop at the ends of a lane may add them one by one.
+struct SplitBoost {
+  explicit SplitBoost(std::int32_t gainQ15)
+      : part(gainQ15 & 32767),
+        once(static_cast<std::int16_t>(-((gainQ15 >> 15) & 1))),
+        twice(static_cast<std::int16_t>(-((gainQ15 >> 16) & 1))) {}
+  std::int32_t part;
+  std::int16_t once;
+  std::int16_t twice;
 };
 
 /// The two weights of a place between neighbours. Weights of 15 bits that put all on one neighbour would not fit a
@@ -145,6 +184,7 @@ inline __m128i limited(__m128i words) { return _mm_max_epi16(words, _mm_set1_epi
 /// Eight samples.
 struct SamplesSse2 {
   static constexpr unsigned kCount = 8;
+  using Words = WordsSse2;
 
   struct Gain {
     explicit Gain(std::int32_t gainQ15) : Gain(SplitGain(gainQ15)) {}
@@ -176,6 +216,16 @@ struct SamplesSse2 {
       return {_mm_srai_epi32(low, kBits), _mm_srai_epi32(high, kBits)};
     }
     SamplesSse2 saturated() const { return {limited(_mm_packs_epi32(low, high))}; }
+    SamplesSse2 packed() const { return {_mm_packs_epi32(low, high)}; }
+  };
+
+  struct Boost {
+    explicit Boost(std::int32_t gainQ15) : Boost(SplitBoost(gainQ15)) {}
+    explicit Boost(SplitBoost split)
+        : part(split.part), once(_mm_set1_epi16(split.once)), twice(_mm_set1_epi16(split.twice)) {}
+    Gain part;
+    __m128i once;
+    __m128i twice;
   };
 
   __m128i v;
@@ -201,6 +251,10 @@ inline SamplesSse2 oneLater(SamplesSse2 a, std::int16_t& previous) {
   return {later};
 }
 
+inline SamplesSse2 operator+(SamplesSse2 a, SamplesSse2 b) { return {_mm_add_epi16(a.v, b.v)}; }
+
+inline SamplesSse2 operator-(SamplesSse2 a, SamplesSse2 b) { return {_mm_sub_epi16(a.v, b.v)}; }
+
 inline SamplesSse2 sum(SamplesSse2 a, SamplesSse2 b) { return {limited(_mm_adds_epi16(a.v, b.v))}; }
 
 inline SamplesSse2 difference(SamplesSse2 a, SamplesSse2 b) { return {limited(_mm_subs_epi16(a.v, b.v))}; }
@@ -219,6 +273,16 @@ inline SamplesSse2 leak(SamplesSse2 a) { return {_mm_sub_epi16(_mm_srai_epi16(a.
 inline SamplesSse2::Wide weightedSum(SamplesSse2 a, SamplesSse2 b, const SamplesSse2::Weights& weights) {
   return {_mm_madd_epi16(_mm_unpacklo_epi16(a.v, b.v), weights.pairs),
           _mm_madd_epi16(_mm_unpackhi_epi16(a.v, b.v), weights.pairs)};
+}
+
+inline SamplesSse2::Wide weightedSum(SamplesSse2 a, SamplesSse2 b, SamplesSse2 ofA, SamplesSse2 ofB) {
+  return {_mm_madd_epi16(_mm_unpacklo_epi16(a.v, b.v), _mm_unpacklo_epi16(ofA.v, ofB.v)),
+          _mm_madd_epi16(_mm_unpackhi_epi16(a.v, b.v), _mm_unpackhi_epi16(ofA.v, ofB.v))};
+}
+
+inline SamplesSse2 boosted(SamplesSse2 a, const SamplesSse2::Boost& boost) {
+  const __m128i single = _mm_adds_epi16(mul15(a, boost.part).v, _mm_and_si128(a.v, boost.once));
+  return {limited(_mm_adds_epi16(single, _mm_and_si128(_mm_adds_epi16(a.v, a.v), boost.twice)))};
 }
 
 template <int kBits>

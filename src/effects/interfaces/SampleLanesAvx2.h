@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "effects/interfaces/SampleLanes.h"
+#include "effects/interfaces/WordLanesAvx2.h"
 
 namespace tesh::bramel::plugin::sivray::effects::lanes {
 namespace {
@@ -16,6 +17,7 @@ inline __m256i limited(__m256i words) { return _mm256_max_epi16(words, _mm256_se
 /// Sixteen samples. OneSample describes the operations.
 struct SamplesAvx2 {
   static constexpr unsigned kCount = 16;
+  using Words = WordsAvx2;
 
   struct Gain {
     explicit Gain(std::int32_t gainQ15) : Gain(SplitGain(gainQ15)) {}
@@ -48,6 +50,16 @@ struct SamplesAvx2 {
       return {_mm256_srai_epi32(low, kBits), _mm256_srai_epi32(high, kBits)};
     }
     SamplesAvx2 saturated() const { return {limited(_mm256_packs_epi32(low, high))}; }
+    SamplesAvx2 packed() const { return {_mm256_packs_epi32(low, high)}; }
+  };
+
+  struct Boost {
+    explicit Boost(std::int32_t gainQ15) : Boost(SplitBoost(gainQ15)) {}
+    explicit Boost(SplitBoost split)
+        : part(split.part), once(_mm256_set1_epi16(split.once)), twice(_mm256_set1_epi16(split.twice)) {}
+    Gain part;
+    __m256i once;
+    __m256i twice;
   };
 
   __m256i v;
@@ -78,6 +90,10 @@ inline SamplesAvx2 oneLater(SamplesAvx2 a, std::int16_t& previous) {
   return {later};
 }
 
+inline SamplesAvx2 operator+(SamplesAvx2 a, SamplesAvx2 b) { return {_mm256_add_epi16(a.v, b.v)}; }
+
+inline SamplesAvx2 operator-(SamplesAvx2 a, SamplesAvx2 b) { return {_mm256_sub_epi16(a.v, b.v)}; }
+
 inline SamplesAvx2 sum(SamplesAvx2 a, SamplesAvx2 b) { return {limited(_mm256_adds_epi16(a.v, b.v))}; }
 
 inline SamplesAvx2 difference(SamplesAvx2 a, SamplesAvx2 b) { return {limited(_mm256_subs_epi16(a.v, b.v))}; }
@@ -96,6 +112,16 @@ inline SamplesAvx2 leak(SamplesAvx2 a) { return {_mm256_sub_epi16(_mm256_srai_ep
 inline SamplesAvx2::Wide weightedSum(SamplesAvx2 a, SamplesAvx2 b, const SamplesAvx2::Weights& weights) {
   return {_mm256_madd_epi16(_mm256_unpacklo_epi16(a.v, b.v), weights.pairs),
           _mm256_madd_epi16(_mm256_unpackhi_epi16(a.v, b.v), weights.pairs)};
+}
+
+inline SamplesAvx2::Wide weightedSum(SamplesAvx2 a, SamplesAvx2 b, SamplesAvx2 ofA, SamplesAvx2 ofB) {
+  return {_mm256_madd_epi16(_mm256_unpacklo_epi16(a.v, b.v), _mm256_unpacklo_epi16(ofA.v, ofB.v)),
+          _mm256_madd_epi16(_mm256_unpackhi_epi16(a.v, b.v), _mm256_unpackhi_epi16(ofA.v, ofB.v))};
+}
+
+inline SamplesAvx2 boosted(SamplesAvx2 a, const SamplesAvx2::Boost& boost) {
+  const __m256i single = _mm256_adds_epi16(mul15(a, boost.part).v, _mm256_and_si256(a.v, boost.once));
+  return {limited(_mm256_adds_epi16(single, _mm256_and_si256(_mm256_adds_epi16(a.v, a.v), boost.twice)))};
 }
 
 template <int kBits>

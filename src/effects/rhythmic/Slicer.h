@@ -19,6 +19,12 @@ struct Slicer {
 
   static constexpr std::int32_t kPhaseTop = 2147483647;
 
+  /// The edge at knob 0.
+  static constexpr std::int32_t kEdgeWithoutHold = -65536;
+
+  /// Gain while the gate is shut.
+  static constexpr std::int32_t kFloor = 0;
+
   /// Smoothing of the gate: 0.0075 per sample, the square curve at 11. A time constant of 134 samples (3 ms).
   static constexpr std::int32_t kSmoothing = squareTable[11];
 
@@ -33,22 +39,34 @@ struct Slicer {
 
   /// Starts the cycle afresh with the gate shut; the make-up level stays.
   void reset(const Settings&) {
-    phaseUp = 0;
-    phaseDown = kPhaseTop;
-    gate.shut();
+    phase = 0;
+    gain.shut();
   }
+  void aim(const Settings& to, bool) { now = to; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  /// Without a hold the two saws may meet at their tops, where they sum to 2.0.
+  bool fitsLanes(const Settings& to) const { return to.edge != kEdgeWithoutHold && gain.fitsLanes(to.level); }
+  static unsigned runSse2(Slicer& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(Slicer& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
-  std::int32_t phaseUp = 0;
-  std::int32_t phaseDown = kPhaseTop;
-  BeatGain<0, kSmoothing> gate;
+  /// Where the gain goes at a phase, Q15: the sum of two saws that run against each other. It is close to 1.0 while the
+  /// gate is open and close to 0 while it is shut.
+  template <typename Words>
+  Words openingAt(Words up) const {
+    const Words down = Words::all(kPhaseTop) - up;
+    const Words later = Words::all(now.holdOffset) + up;
+    const Words sum = down.template shiftedRight<16>() + later.template shiftedRight<16>() - Words::all(now.edge);
+    return sum.template shiftedRight<1>();
+  }
 
- private:
-  std::int32_t nextOpening(const Settings& to);
+  Settings now{};
+  std::int32_t phase = 0;
+  BeatGain gain;
 };
 
 extern template class TwoKnobEffect<Slicer>;
