@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
-#define JUCE_GUI_BASICS_INCLUDE_XHEADERS 1
-#include <juce_gui_basics/juce_gui_basics.h>
-
+#include "host/editor/JuceX11.h"
 #include "host/editor/WindowKeys.h"
 
 namespace tesh::bramel::vst {

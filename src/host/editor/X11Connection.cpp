@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
-#define JUCE_GUI_BASICS_INCLUDE_XHEADERS 1
-#include <juce_gui_basics/juce_gui_basics.h>
-
 #include "host/editor/X11Connection.h"
 
 #include <array>
+
+#include "host/editor/JuceX11.h"
 
 #include <juce_events/native/juce_linux_EventLoopInternal.h>
 

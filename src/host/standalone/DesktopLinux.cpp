@@ -15,9 +15,7 @@
 #include <string>
 #include <utility>
 
-#define JUCE_GUI_BASICS_INCLUDE_XHEADERS 1
-#include <juce_gui_basics/juce_gui_basics.h>
-
+#include "host/editor/JuceX11.h"
 #include "host/editor/X11Connection.h"
 #include "host/standalone/Desktop.h"
 
