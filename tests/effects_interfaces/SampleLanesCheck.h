@@ -11,9 +11,9 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 using SampleRow = std::array<std::int16_t, 16>;
-using LaneResults = std::array<SampleRow, 14>;
+using LaneResults = std::array<SampleRow, 15>;
 using WordRow = std::array<std::int32_t, 8>;
-using WordResults = std::array<WordRow, 9>;
+using WordResults = std::array<WordRow, 10>;
 
 /// The templates below for AVX2.
 void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results);
@@ -32,6 +32,11 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
     const auto x = Samples::load(&a[i]);
     const auto y = Samples::load(&b[i]);
     const auto wide = weightedSum(x, y, weights);
+    using Words = typename Samples::Words;
+    Words words[Samples::kWords];
+    for (unsigned w = 0; w < Samples::kWords; ++w) {
+      words[w] = Words::after(static_cast<std::int32_t>(i + w * Words::kCount) * (gain / 16), gain / 16);
+    }
     std::size_t row = 0;
     for (const Samples& result :
          {sum(x, y), difference(x, y), mul15(x, typename Samples::Gain(gain)), mul15(x, y), leak(x),
@@ -41,7 +46,7 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
           between(x, y, typename Samples::template Fraction<15>(fraction)),
           between(x, y, typename Samples::template Fraction<12>(fraction >> 3)), nearerZeroWhereEqual(x, y),
           oneLater(x, previous), weightedSum(x, y, y, x).template shiftedRight<16>().packed(), boosted(x, boost),
-          mul15(x, half) + mul15(y, half), mul15(x, half) - mul15(y, half)}) {
+          mul15(x, half) + mul15(y, half), mul15(x, half) - mul15(y, half), Samples::of(words)}) {
       result.store(&results[row++][i]);
     }
   }
@@ -57,9 +62,10 @@ void operateOnWords(const WordRow& a, const WordRow& b, std::int16_t factor, Wor
     const std::int32_t phase = wrapAdd(a[0], wrapMul(b[0], static_cast<std::int32_t>(i)));
     const Words distance = magnitude(x);
     std::size_t row = 0;
-    for (const Words& result : {Words::after(phase, b[0]), x + y, x - y, distance, smaller(x, y), product<32>(x, y),
-                                product<47>(x, y), product<15>(product<47>(distance, distance), magnitude(y)),
-                                timesShort(x.template shiftedRight<16>(), factor)}) {
+    for (const Words& result :
+         {Words::after(phase, b[0]), x + y, x - y, distance, smaller(x, y), product<32>(x, y), product<47>(x, y),
+          product<15>(product<47>(distance, distance), magnitude(y)), timesShort(x.template shiftedRight<16>(), factor),
+          x.template shiftedRightUnsigned<9>()}) {
       result.store(&results[row++][i]);
     }
   }

@@ -32,7 +32,10 @@ namespace tesh::bramel::plugin::sivray::effects::lanes {
 /// The plain form: one sample in 32-bit arithmetic. The comments here hold for the other forms too.
 struct OneSample {
   static constexpr unsigned kCount = 1;
+
+  /// The form of 32-bit lanes that goes with this one, and how many of its registers hold as many samples.
   using Words = OneWord;
+  static constexpr unsigned kWords = kCount / Words::kCount;
 
   /// A Q15 gain for `mul15`, -32767 .. 32767.
   struct Gain {
@@ -79,6 +82,9 @@ struct OneSample {
   /// The same sample in all lanes.
   static OneSample all(std::int16_t sample) { return {sample}; }
 
+  /// Samples from `kWords` registers of words, which must fit a lane.
+  static OneSample of(const OneWord* words) { return {words->v}; }
+
   /// Reads or writes `kCount` samples from `samples` on.
   static OneSample load(const std::int16_t* samples) { return {*samples}; }
   void store(std::int16_t* samples) const { *samples = static_cast<std::int16_t>(v); }
@@ -104,7 +110,7 @@ inline OneSample sum(OneSample a, OneSample b) { return {cofu::core::saturate(a.
 
 inline OneSample difference(OneSample a, OneSample b) { return {cofu::core::saturate(a.v - b.v)}; }
 
-/// (a * gain) >> 15. In the second form each lane has its own gain, -32767 .. 32767.
+/// (a * gain) >> 15. In the second form each lane has its own gain, -32768 .. 32767; not both may be -32768.
 inline OneSample mul15(OneSample a, OneSample::Gain gain) { return {cofu::core::mul15(a.v, gain.factor)}; }
 
 inline OneSample mul15(OneSample a, OneSample gain) { return {cofu::core::mul15(a.v, gain.v)}; }
@@ -185,6 +191,7 @@ inline __m128i limited(__m128i words) { return _mm_max_epi16(words, _mm_set1_epi
 struct SamplesSse2 {
   static constexpr unsigned kCount = 8;
   using Words = WordsSse2;
+  static constexpr unsigned kWords = kCount / Words::kCount;
 
   struct Gain {
     explicit Gain(std::int32_t gainQ15) : Gain(SplitGain(gainQ15)) {}
@@ -231,6 +238,7 @@ struct SamplesSse2 {
   __m128i v;
 
   static SamplesSse2 all(std::int16_t sample) { return {_mm_set1_epi16(sample)}; }
+  static SamplesSse2 of(const WordsSse2* words) { return {_mm_packs_epi32(words[0].v, words[1].v)}; }
   static SamplesSse2 load(const std::int16_t* samples) {
     return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(samples))};
   }

@@ -18,6 +18,7 @@ inline __m256i limited(__m256i words) { return _mm256_max_epi16(words, _mm256_se
 struct SamplesAvx2 {
   static constexpr unsigned kCount = 16;
   using Words = WordsAvx2;
+  static constexpr unsigned kWords = kCount / Words::kCount;
 
   struct Gain {
     explicit Gain(std::int32_t gainQ15) : Gain(SplitGain(gainQ15)) {}
@@ -65,6 +66,9 @@ struct SamplesAvx2 {
   __m256i v;
 
   static SamplesAvx2 all(std::int16_t sample) { return {_mm256_set1_epi16(sample)}; }
+  static SamplesAvx2 of(const WordsAvx2* words) {
+    return {_mm256_permute4x64_epi64(_mm256_packs_epi32(words[0].v, words[1].v), _MM_SHUFFLE(3, 1, 2, 0))};
+  }
   static SamplesAvx2 of(SamplesSse2 lower, SamplesSse2 upper) { return {_mm256_set_m128i(upper.v, lower.v)}; }
   SamplesSse2 lower() const { return {_mm256_castsi256_si128(v)}; }
   SamplesSse2 upper() const { return {_mm256_extracti128_si256(v, 1)}; }

@@ -31,6 +31,11 @@ struct OneWord {
   OneWord shiftedRight() const {
     return {v >> kBits};
   }
+  /// Shifts in zeros.
+  template <int kBits>
+  OneWord shiftedRightUnsigned() const {
+    return {static_cast<std::int32_t>(static_cast<std::uint32_t>(v) >> kBits)};
+  }
 };
 
 inline OneWord operator+(OneWord a, OneWord b) { return {cofu::core::wrapAdd(a.v, b.v)}; }
@@ -38,6 +43,8 @@ inline OneWord operator-(OneWord a, OneWord b) { return {cofu::core::wrapSub(a.v
 
 /// |a|, which stays -2^31 for -2^31.
 inline OneWord magnitude(OneWord a) { return {cofu::core::wrapAbs(a.v)}; }
+
+inline bool isAnyNegative(OneWord a) { return a.v < 0; }
 
 inline OneWord smaller(OneWord a, OneWord b) { return {std::min(a.v, b.v)}; }
 
@@ -72,6 +79,10 @@ struct WordsSse2 {
   WordsSse2 shiftedRight() const {
     return {_mm_srai_epi32(v, kBits)};
   }
+  template <int kBits>
+  WordsSse2 shiftedRightUnsigned() const {
+    return {_mm_srli_epi32(v, kBits)};
+  }
 };
 
 inline WordsSse2 operator+(WordsSse2 a, WordsSse2 b) { return {_mm_add_epi32(a.v, b.v)}; }
@@ -81,6 +92,8 @@ inline WordsSse2 magnitude(WordsSse2 a) {
   const __m128i sign = _mm_srai_epi32(a.v, 31);
   return {_mm_sub_epi32(_mm_xor_si128(a.v, sign), sign)};
 }
+
+inline bool isAnyNegative(WordsSse2 a) { return _mm_movemask_ps(_mm_castsi128_ps(a.v)) != 0; }
 
 inline WordsSse2 smaller(WordsSse2 a, WordsSse2 b) {
   const __m128i isGreater = _mm_cmpgt_epi32(a.v, b.v);

@@ -31,11 +31,16 @@ struct WordsAvx2 {
   WordsAvx2 shiftedRight() const {
     return {_mm256_srai_epi32(v, kBits)};
   }
+  template <int kBits>
+  WordsAvx2 shiftedRightUnsigned() const {
+    return {_mm256_srli_epi32(v, kBits)};
+  }
 };
 
 inline WordsAvx2 operator+(WordsAvx2 a, WordsAvx2 b) { return {_mm256_add_epi32(a.v, b.v)}; }
 inline WordsAvx2 operator-(WordsAvx2 a, WordsAvx2 b) { return {_mm256_sub_epi32(a.v, b.v)}; }
 inline WordsAvx2 magnitude(WordsAvx2 a) { return {_mm256_abs_epi32(a.v)}; }
+inline bool isAnyNegative(WordsAvx2 a) { return _mm256_movemask_ps(_mm256_castsi256_ps(a.v)) != 0; }
 inline WordsAvx2 smaller(WordsAvx2 a, WordsAvx2 b) { return {_mm256_min_epi32(a.v, b.v)}; }
 
 template <int kBits>

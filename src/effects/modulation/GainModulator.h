@@ -9,10 +9,15 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models an amplitude modulator: the cube of a smoothed triangle, mixed with a constant gain.
+/// Models an amplitude modulator: the cube of a smoothed triangle, mixed with a constant gain. Each effect adds
+///   static constexpr std::int32_t kSpread;  // how far the right oscillator runs ahead; half a cycle is 2^31
+/// GainModulatorStep.h has the law.
 struct GainModulator {
   static constexpr bool kResetTakesPending = true;
   static constexpr std::int32_t kTop = std::numeric_limits<std::int32_t>::max();
+
+  /// A half of the triangle's top, 31 fractional bits.
+  static constexpr std::int32_t kHalf = 1 << 30;
 
   struct Settings {
     std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.
@@ -24,25 +29,24 @@ struct GainModulator {
 
   void reset(const Settings&) {
     phase = kTop;
-    smoothLeft = 0;
-    smoothRight = 0;
+    smoothLeft = -kHalf;
+    smoothRight = -kHalf;
   }
+  void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
+
+  /// A triangle that stands still at its very top takes a smoothed one there too; its gain does not fit a lane.
+  bool fitsLanes(const Settings&) const { return smoothLeft < kHalf && smoothRight < kHalf; }
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }
 
   void eachSmoothed(const Settings& to, auto&& visit) { visit(flatness, to.flatness); }
 
-  /// One sample. The right oscillator runs `spread` ahead of the left one; half a cycle is 2^31.
-  void modulate(const Settings& to, std::int32_t spread, std::int16_t& left, std::int16_t& right);
-
-  /// Moves both oscillators by `count` samples. Without a spread they are always equal.
-  void advance(const Settings& to, std::int32_t spread, unsigned count = 1);
-
   SmoothedValue flatness;
+  std::int32_t lfoStep = 0;
   std::int32_t phase = kTop;
-  std::int64_t smoothLeft = 0;  ///< The smoothed triangle, 31 fractional bits.
-  std::int64_t smoothRight = 0;
+  std::int32_t smoothLeft = -kHalf;  ///< The smoothed triangle, 31 fractional bits, less a half.
+  std::int32_t smoothRight = -kHalf;
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 #include "effects/modulation/GainModulator.h"
 
@@ -12,8 +13,14 @@ struct Q60393Autopan : GainModulator {
   static constexpr Knobs kStart{72, 63};
   static constexpr bool kFollowsTempo = true;
 
+  static constexpr std::int32_t kSpread = linearTable[127] << 16;  ///< Half a cycle less 2^16.
+
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static unsigned runSse2(Q60393Autopan& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(Q60393Autopan& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 };
 
