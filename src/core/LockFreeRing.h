@@ -7,8 +7,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "platform/ZeroedPages.h"
 
 namespace tesh::vimo {
 
@@ -18,7 +21,7 @@ namespace tesh::vimo {
 template <typename Record>
 class LockFreeRing {
  public:
-  /// Allocates all entries; nothing is allocated afterwards. A capacity below 2 holds no record.
+  /// Allocates room for all entries; nothing is allocated afterwards. A capacity below 2 holds no record.
   explicit LockFreeRing(std::size_t capacity) : entries(capacity < 1 ? 1 : capacity) {}
 
   /// Appends a record. Returns false, and drops the record, if the ring is full. Writer only.
@@ -28,14 +31,14 @@ class LockFreeRing {
     if (next == readIndex.load(std::memory_order_acquire)) {
       return false;
     }
-    entries[next] = std::move(record);
+    entries.data()[next] = std::move(record);
     return writeIndex.compare_exchange_strong(current, next, std::memory_order_release, std::memory_order_relaxed);
   }
 
   /// The oldest record, which stays in the ring; null if the ring is empty. Reader only.
   const Record* peek() const {
     const std::size_t current = readIndex.load(std::memory_order_relaxed);
-    return current == writeIndex.load(std::memory_order_acquire) ? nullptr : &entries[following(current)];
+    return current == writeIndex.load(std::memory_order_acquire) ? nullptr : &entries.data()[following(current)];
   }
 
   /// Removes and returns the oldest record; nothing if the ring is empty. Reader only.
@@ -45,7 +48,7 @@ class LockFreeRing {
       return std::nullopt;
     }
     const std::size_t next = following(current);
-    std::optional<Record> record(entries[next]);
+    std::optional<Record> record(entries.data()[next]);
     readIndex.compare_exchange_strong(current, next, std::memory_order_release, std::memory_order_relaxed);
     return record;
   }
@@ -56,7 +59,11 @@ class LockFreeRing {
  private:
   std::size_t following(std::size_t index) const { return index + 1 == entries.size() ? 0 : index + 1; }
 
-  std::vector<Record> entries;
+  /// Plain records that have never been written take no memory.
+  using Entries = std::conditional_t<std::is_trivially_copyable_v<Record>, bramel::platform::ZeroedArray<Record>,
+                                     std::vector<Record>>;
+
+  Entries entries;
   std::atomic<std::size_t> writeIndex{0};
   std::atomic<std::size_t> readIndex{0};
 };

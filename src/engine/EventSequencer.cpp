@@ -39,7 +39,7 @@ bool WaitingRecords::makeRoom() {
   return records.size() < kCapacity;
 }
 
-void WaitingRecords::moveTo(std::vector<SequencerEvent>& list) {
+void WaitingRecords::moveTo(RecordList& list) {
   // Plain records, for which the list has room.
   cofu::core::vouchFor([&] { list.insert(list.end(), records.begin(), records.end()); });
   records.clear();

@@ -12,6 +12,7 @@
 
 #include "core/RealTime.h"
 #include "core/RealTimeLock.h"
+#include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -55,6 +56,9 @@ class IEventSequencer {
   virtual void advance(std::int64_t frames) SIVRAY_NONBLOCKING = 0;
 };
 
+/// Has room for far more records than most blocks bring.
+using RecordList = std::vector<SequencerEvent, platform::PageAllocator<SequencerEvent>>;
+
 /// Records that wait, at most kCapacity, more than one block can bring. A host that sets parameters and never renders
 /// could fill any list, so a full list keeps only the newest value of each parameter at each frame: nothing is rendered
 /// between records of the same frame, so the engine ends up with the same values. New records that still find no room
@@ -79,12 +83,12 @@ class WaitingRecords {
   }
 
   /// Moves all records to the end of `list`, which has room for them.
-  void moveTo(std::vector<SequencerEvent>& list) SIVRAY_NONBLOCKING;
+  void moveTo(RecordList& list) SIVRAY_NONBLOCKING;
 
  private:
   bool makeRoom() SIVRAY_NONBLOCKING;
 
-  std::vector<SequencerEvent> records;
+  RecordList records;
   bool isCrowded = false;  ///< Most of a full list is needed: what comes is dropped until the list has been taken.
   SequencerEvent dropped;  ///< What a producer fills in when there is no room.
 };
@@ -116,7 +120,7 @@ class EventSequencer final : public IEventSequencer {
   std::atomic<bool> hasPending{false};  ///< Set under the lock; read without it, so that an empty list costs no lock.
   WaitingRecords ofBlock;
   IEventResponder& responder;
-  std::vector<SequencerEvent> active;
+  RecordList active;
   std::int64_t position = 0;  ///< Frames since the last merge.
   std::size_t cursor = 0;
   bool merged = false;

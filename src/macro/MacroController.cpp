@@ -91,13 +91,14 @@ void Controller::selectProgram(std::uint64_t program, Bank bank, std::uint32_t f
     selectedComment.assign(ProgramRecord::textOf(record.comment));
   });
   selectedTime = record.time;
+  const auto entries = record.entries.all();
   for (std::size_t index = 0; index < macros.size(); ++index) {
-    if (index >= record.entries.size()) {
+    if (index >= entries.size()) {
       setMacroValue(index, macros[index]->defaultValue, frame, block);
-    } else if (record.entries[index].object == 0) {
-      setMacroValue(index, record.entries[index].value, frame, block);
+    } else if (entries[index].object == 0) {
+      setMacroValue(index, entries[index].value, frame, block);
     } else {
-      setMacroObject(index, record.entries[index].object, frame, block);
+      setMacroObject(index, entries[index].object, frame, block);
     }
   }
 }
@@ -119,7 +120,7 @@ void Controller::addReadsOfProgram(std::uint64_t program, Bank bank, ComingValue
   if (count == 0) {
     return;
   }
-  const auto& entries = shelf.database(bank)->record(std::min(program, count - 1))->entries;
+  const auto entries = shelf.database(bank)->entries(std::min(program, count - 1));
   for (std::size_t index = 0; index < macros.size(); ++index) {
     addReadsOfMacro(index, index < entries.size() ? entries[index].value : macros[index]->defaultValue, coming);
   }

@@ -20,9 +20,9 @@ namespace {
 
 #ifdef _WIN32
 
-void* takePages(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE); }
+void* newPages(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE); }
 
-void returnPages(void* start, std::size_t) { VirtualFree(start, 0, MEM_RELEASE); }
+void freePages(void* start, std::size_t) { VirtualFree(start, 0, MEM_RELEASE); }
 
 std::uintptr_t pageSize() { return 4096; }
 
@@ -41,7 +41,7 @@ bool exchangePages(void*, std::size_t) { return false; }
 std::uintptr_t pageSize() { return static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE)); }
 
 /// Huge pages would be provided whole, 2 MiB for the first byte.
-void* takePages(std::size_t bytes) {
+void* newPages(std::size_t bytes) {
   void* const start = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (start == MAP_FAILED) {
     return nullptr;
@@ -52,7 +52,7 @@ void* takePages(std::size_t bytes) {
   return start;
 }
 
-void returnPages(void* start, std::size_t bytes) { ::munmap(start, bytes); }
+void freePages(void* start, std::size_t bytes) { ::munmap(start, bytes); }
 
 void touchPages(std::uintptr_t first, std::uintptr_t end) {
 #ifdef MADV_POPULATE_WRITE
@@ -70,12 +70,18 @@ bool exchangePages(void* start, std::size_t bytes) { return ::madvise(start, byt
 
 }  // namespace
 
-ZeroedPages::ZeroedPages(std::size_t byteCount)
-    : start(byteCount == 0 ? nullptr : takePages(byteCount)), size(byteCount) {
-  if (start == nullptr && size != 0) {
+void* takePages(std::size_t byteCount) {
+  void* const start = newPages(byteCount);
+  if (start == nullptr) {
     throw std::bad_alloc();
   }
+  return start;
 }
+
+void returnPages(void* start, std::size_t byteCount) { freePages(start, byteCount); }
+
+ZeroedPages::ZeroedPages(std::size_t byteCount)
+    : start(byteCount == 0 ? nullptr : takePages(byteCount)), size(byteCount) {}
 
 ZeroedPages::~ZeroedPages() {
   if (start != nullptr) {

@@ -4,8 +4,30 @@
 #pragma once
 
 #include <cstddef>
+#include <type_traits>
 
 namespace tesh::bramel::platform {
+
+/// Takes zeroed pages from the system. Throws std::bad_alloc.
+void* takePages(std::size_t byteCount);
+/// Gives back what takePages has returned for this number of bytes.
+void returnPages(void* start, std::size_t byteCount);
+
+/// Takes the memory of a container from the system, for one that reserves far more than it usually fills. The C
+/// library's allocator may hand out pages that it has used before, all of which count.
+template <typename Element>
+struct PageAllocator {
+  using value_type = Element;
+
+  PageAllocator() = default;
+  template <typename Other>
+  PageAllocator(const PageAllocator<Other>&) {}  // NOLINT(google-explicit-constructor): containers rebind allocators.
+
+  Element* allocate(std::size_t count) { return static_cast<Element*>(takePages(count * sizeof(Element))); }
+  void deallocate(Element* start, std::size_t count) { returnPages(start, count * sizeof(Element)); }
+
+  friend bool operator==(const PageAllocator&, const PageAllocator&) { return true; }
+};
 
 /// A stretch of zeroed pages.
 class ZeroedPages {
@@ -32,9 +54,11 @@ class ZeroedPages {
   std::size_t size = 0;
 };
 
-/// An array on such pages. `Element` must be a plain number.
+/// An array on such pages, of plain numbers or records of such.
 template <typename Element>
 class ZeroedArray {
+  static_assert(std::is_trivially_copyable_v<Element>);
+
  public:
   ZeroedArray() : pages(0) {}
   /// Throws std::bad_alloc.

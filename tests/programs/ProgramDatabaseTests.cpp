@@ -65,6 +65,38 @@ std::string names(const ProgramDatabase& database) {
   return all;
 }
 
+TEST(ProgramDatabase, SharesTheEntriesOfEqualImagesUntilTheyChange) {
+  Owner owner;
+  const Bytes bytes = image(1024, 3, 3);
+  ProgramDatabase first(owner);
+  first.load(bytes, 2, Mode::replace);
+  {
+    ProgramDatabase second(owner);
+    second.load(bytes, 2, Mode::replace);
+    EXPECT_EQ(second.entries(1).data(), first.entries(1).data());
+    second.overwriteFromDelegate(1);
+    second.fillMacros(0, std::vector{0.125F}, 2, 1);
+    EXPECT_EQ(second.entries(0).data(), first.entries(0).data());
+    EXPECT_EQ(second.entries(1)[0].object, 0U);
+    EXPECT_EQ(second.entries(2)[0].value, 0.125F);
+    EXPECT_EQ(second.entries(2)[1].value, 2.0F);
+    EXPECT_NE(second.record(0)->id, first.record(0)->id);
+  }
+  EXPECT_EQ(first.entries(1)[0].object, 7U);
+  EXPECT_EQ(first.entries(2)[0].value, 0.5F);
+
+  // The sign of a zero, and the last object.
+  const std::size_t sign =
+      ProgramDatabase::kImageHeadBytes + ProgramDatabase::kRecordHeadBytes + ProgramDatabase::kEntryBytes + 3;
+  for (const std::size_t place : {sign, bytes.size() - 1}) {
+    Bytes other = bytes;
+    other[place] ^= 0x80U;
+    ProgramDatabase changed(owner);
+    changed.load(other, 2, Mode::replace);
+    EXPECT_NE(changed.entries(0).data(), first.entries(0).data()) << place;
+  }
+}
+
 TEST(ProgramDatabase, ReadsEveryImageVersion) {
   for (const std::uint32_t version : {256U, 512U, 768U, 1024U}) {
     Owner owner;

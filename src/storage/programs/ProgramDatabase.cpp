@@ -66,15 +66,15 @@ std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint
   }
   const std::uint64_t recordBytes = headBytes(version) + entryBytes(version) * imageMacroCount;
   const std::uint64_t count = std::min(recordsIn(image, version, recordBytes), mostRecords(image.size()));
-  ByteReader reader(cofu::core::bytesAt(image, kImageHeadBytes));
+  const auto bytes = cofu::core::bytesAt(image, kImageHeadBytes);
+  const auto table = sharedTable(bytes, {static_cast<std::size_t>(count), static_cast<std::size_t>(headBytes(version)),
+                                         macroCount(), version == kImageVersion});
+  ByteReader reader(bytes);
   for (std::size_t i = 0; i < count; ++i) {
-    auto record = std::make_unique<ProgramRecord>(macroCount());
+    auto record = std::make_unique<ProgramRecord>(ProgramEntries(table, i * macroCount(), macroCount()));
     record->marker = ProgramRecord::kMarkerLoaded;
     readHead(*record, reader, version, i);
-    for (ProgramEntry& entry : record->entries) {
-      entry.value = reader.real();
-      entry.object = version == kImageVersion ? reader.longWord() : 0;
-    }
+    reader.take(entryBytes(version) * macroCount());
     records.push_back(std::move(record));
   }
   return static_cast<std::size_t>(count);
@@ -121,8 +121,9 @@ void ProgramDatabase::save(std::vector<std::uint8_t>& out) const {
     writer.word(record->time);
     writer.longWord(0);
     writer.bytes(record->id);
+    const auto held = record->entries.all();
     for (std::size_t i = 0; i < macroCount(); ++i) {
-      const ProgramEntry entry = i < record->entries.size() ? record->entries[i] : ProgramEntry{};
+      const ProgramEntry entry = i < held.size() ? held[i] : ProgramEntry{};
       writer.real(entry.value);
       writer.longWord(entry.object);
     }
@@ -136,22 +137,26 @@ void ProgramDatabase::setMacroCount(std::size_t count) {
   isEven = true;
   macrosPerRecord = count;
   for (const auto& record : records) {
-    record->entries.resize(count);
+    record->entries.changeable().resize(count);
   }
 }
 
 void ProgramDatabase::fillMacros(std::uint64_t first, std::span<const float> values, std::size_t fromRecord,
                                  std::size_t count) {
+  if (values.empty()) {
+    return;
+  }
   const std::size_t from = std::min(fromRecord, records.size());
   for (const auto& record : std::span(records).subspan(from, std::min(count, records.size() - from))) {
-    for (std::size_t i = 0; i < values.size() && first + i < record->entries.size(); ++i) {
-      record->entries[static_cast<std::size_t>(first) + i] = {values[i], 0};
+    auto& entries = record->entries.changeable();
+    for (std::size_t i = 0; i < values.size() && first + i < entries.size(); ++i) {
+      entries[static_cast<std::size_t>(first) + i] = {values[i], 0};
     }
   }
 }
 
 void ProgramDatabase::appendFromDelegate() {
-  auto record = std::make_unique<ProgramRecord>(macroCount());
+  auto record = std::make_unique<ProgramRecord>(ProgramEntries(macroCount()));
   storeInto(*record);
   records.push_back(std::move(record));
 }
@@ -166,9 +171,10 @@ void ProgramDatabase::storeInto(ProgramRecord& record) const {
   ProgramRecord::setText(record.name, delegate.programName());
   ProgramRecord::setText(record.comment, delegate.programComment());
   record.time = delegate.programTime();
-  record.entries.resize(macroCount());
-  for (std::size_t i = 0; i < record.entries.size(); ++i) {
-    record.entries[i] = {delegate.macroValue(i), delegate.macroObject(i)};
+  auto& entries = record.entries.changeable();
+  entries.resize(macroCount());
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    entries[i] = {delegate.macroValue(i), delegate.macroObject(i)};
   }
 }
 
@@ -218,7 +224,7 @@ std::uint32_t ProgramDatabase::time(std::uint64_t index) const {
 
 std::span<const ProgramEntry> ProgramDatabase::entries(std::uint64_t index) const {
   const ProgramRecord* found = record(index);
-  return found ? std::span<const ProgramEntry>(found->entries) : std::span<const ProgramEntry>();
+  return found ? found->entries.all() : std::span<const ProgramEntry>();
 }
 
 }  // namespace tesh::vimo

@@ -4,11 +4,14 @@
 
 #include <algorithm>
 #include <ctime>
+#include <utility>
 
 namespace tesh::vimo {
 
-ProgramRecord::ProgramRecord(std::size_t macroCount)
-    : time(static_cast<std::uint32_t>(std::time(nullptr))), id(cofu::core::makeUuid()), entries(macroCount) {}
+ProgramRecord::ProgramRecord(ProgramEntries programEntries)
+    : time(static_cast<std::uint32_t>(std::time(nullptr))),
+      id(cofu::core::makeUuid()),
+      entries(std::move(programEntries)) {}
 
 void ProgramRecord::setText(Text& field, std::string_view text) {
   const auto length = std::min(text.substr(0, text.find('\0')).size(), kTextBytes - 1);

@@ -6,18 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "core/RealTime.h"
 #include "core/Uuid.h"
+#include "storage/programs/ProgramEntries.h"
 
 namespace tesh::vimo {
-
-/// The value of one macro in a program, 0 to 1. If the object is not 0, it counts instead of the value.
-struct ProgramEntry {
-  float value = 0.0F;
-  std::uint64_t object = 0;
-};
 
 struct ProgramRecord {
   /// `marker` tells programs that were stored in this session from those that were read from
@@ -27,8 +21,8 @@ struct ProgramRecord {
   static constexpr std::size_t kTextBytes = 96;
   using Text = std::array<char, kTextBytes>;
 
-  /// A program without name, with the current time, a new id and `macroCount` entries of zero.
-  explicit ProgramRecord(std::size_t macroCount);
+  /// A program without name, with the current time and a new id.
+  explicit ProgramRecord(ProgramEntries programEntries);
 
   /// Copies `text` up to its first zero byte, at most 95 bytes, and fills the rest of the field with zeros.
   static void setText(Text& field, std::string_view text);
@@ -39,7 +33,7 @@ struct ProgramRecord {
   Text comment{};
   std::uint32_t time = 0;  ///< Seconds since 1970.
   cofu::core::Uuid id{};
-  std::vector<ProgramEntry> entries;
+  ProgramEntries entries;
 };
 
 }  // namespace tesh::vimo
