@@ -57,11 +57,12 @@ class ByteReader {
  private:
   template <std::size_t Count>
   std::uint64_t number() {
+    const auto bytes = take(Count);
     std::uint64_t result = 0;
-    int shift = 0;
-    for (const std::uint8_t byte : take(Count)) {
-      result |= static_cast<std::uint64_t>(byte) << shift;
-      shift += 8;
+    if (!bytes.empty()) {
+      for (std::size_t i = 0; i < Count; ++i) {  // Of a fixed length, so that it becomes one load.
+        result |= static_cast<std::uint64_t>(bytes[i]) << (8 * i);
+      }
     }
     return result;
   }

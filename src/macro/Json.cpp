@@ -18,7 +18,10 @@ picojson::value parseJson(std::span<const std::uint8_t> text) {
   std::string error;
   const auto* begin = reinterpret_cast<const char*>(text.data());
   picojson::parse(document, begin, begin + text.size(), &error);
-  return error.empty() ? document : picojson::value();
+  if (!error.empty()) {
+    return picojson::value();
+  }
+  return document;
 }
 
 const picojson::value& memberOf(const picojson::value& object, const std::string& key) {
