@@ -15,19 +15,6 @@
 
 namespace sivray::trial {
 
-/// The first functions of a VST 3 library's factory, in the order of the published interface. Not in a nameless
-/// namespace: the compiler would take it for a class that nobody implements.
-struct Vst3Factory {
-  virtual std::int32_t queryInterface(const char* id, void** found) = 0;
-  virtual std::uint32_t addRef() = 0;
-  virtual std::uint32_t release() = 0;
-  virtual std::int32_t getFactoryInfo(void* info) = 0;
-  virtual std::int32_t countClasses() = 0;
-
- protected:
-  ~Vst3Factory() = default;
-};
-
 namespace {
 
 using namespace tesh::bramel::vst;
@@ -87,6 +74,15 @@ std::intptr_t PluginUnderTrial::call(std::int32_t opcode, std::int32_t index, st
   return effect->dispatcher(effect, opcode, index, value, ptr, opt);
 }
 
+void PluginUnderTrial::openEditor(void* window) { call(effEditOpen, 0, 0, window); }
+
+void PluginUnderTrial::closeEditor() { call(effEditClose); }
+
+bool PluginUnderTrial::setScale(float scale) {
+  return call(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'), fourCharacters('A', 'e', 'C', 's'), nullptr,
+              scale) == 1;
+}
+
 void PluginUnderTrial::setState(std::vector<char> bytes) {
   call(effSetChunk, 0, static_cast<std::intptr_t>(bytes.size()), bytes.data());
 }
@@ -122,28 +118,6 @@ std::vector<float> PluginUnderTrial::render(float sampleRate) {
 }
 
 int PluginUnderTrial::takeMoves() { return moves.exchange(0); }
-
-int PluginUnderTrial::countVst3Classes(const std::string& path) {
-#ifdef _WIN32
-  HMODULE module = LoadLibraryW(tesh::bramel::platform::toWide(path).c_str());
-  if (module == nullptr) {
-    return -1;
-  }
-  const auto function = [module](const char* name) { return reinterpret_cast<void*>(GetProcAddress(module, name)); };
-  int count = -1;
-  if (reinterpret_cast<bool (*)()>(function("InitDll"))()) {
-    Vst3Factory* const factory = reinterpret_cast<Vst3Factory* (*)()>(function("GetPluginFactory"))();
-    count = factory->countClasses();
-    factory->release();
-    reinterpret_cast<bool (*)()>(function("ExitDll"))();
-  }
-  FreeLibrary(module);
-  return count;
-#else
-  static_cast<void>(path);
-  return -1;
-#endif
-}
 
 bool PluginUnderTrial::isLoaded(const std::string& path) {
 #ifdef _WIN32

@@ -7,23 +7,25 @@
 #include <string>
 #include <vector>
 
+#include "EditorUnderTrial.h"
 #include "host/vst/VstRecords.h"
 
 namespace sivray::trial {
 
 /// One instance. The host answers its version, the rate and the time, and counts what the plug-in reports.
-class PluginUnderTrial {
+class PluginUnderTrial final : public EditorUnderTrial {
  public:
   /// Loads the library, by its path in UTF-8, and makes an instance if it gives one.
   explicit PluginUnderTrial(const std::string& path);
   /// Closes the instance and unloads the library.
-  ~PluginUnderTrial();
-  PluginUnderTrial(const PluginUnderTrial&) = delete;
-  PluginUnderTrial& operator=(const PluginUnderTrial&) = delete;
+  ~PluginUnderTrial() override;
 
-  bool isThere() const { return effect != nullptr; }
-  /// Closes the instance; the library stays.
-  void closeInstance();
+  bool isThere() const override { return effect != nullptr; }
+  void closeInstance() override;
+  void openEditor(void* window) override;
+  void closeEditor() override;
+  bool setScale(float scale) override;
+  int takeMoves() override;
 
   std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
                      float opt = 0.0F);
@@ -31,12 +33,6 @@ class PluginUnderTrial {
 
   /// Four seconds of notes and moving parameters in blocks of 512 frames: left and right in turn.
   std::vector<float> render(float sampleRate);
-
-  /// Since the last time: parameters that the panel moved.
-  int takeMoves();
-
-  /// Classes in the factory of a VST 3 library, which is loaded for as long as this takes; -1 if it has none.
-  static int countVst3Classes(const std::string& path);
 
   /// Whether a library of this path is in the process.
   static bool isLoaded(const std::string& path);

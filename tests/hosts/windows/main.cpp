@@ -14,15 +14,14 @@
 #include <utility>
 #include <vector>
 
+#include "EditorUnderTrial.h"
 #include "PluginUnderTrial.h"
 #include "TrialWindow.h"
-#include "host/vst/VstOpcodes.h"
 #include "platform/Files.h"
 
 namespace {
 
 using namespace sivray::trial;
-using namespace tesh::bramel::vst;
 using tesh::bramel::platform::NativePath;
 
 /// A library with its instance and, on Windows, the window for its panel.
@@ -30,7 +29,8 @@ struct Stage {
   explicit Stage(std::string libraryPath) : path(std::move(libraryPath)) {}
 
   const std::string path;
-  std::unique_ptr<PluginUnderTrial> plugin;
+  std::unique_ptr<EditorUnderTrial> plugin;
+  PluginUnderTrial* vst2 = nullptr;  ///< The same, if it is of this form.
 #ifdef _WIN32
   TrialWindow window;
 #endif
@@ -76,7 +76,18 @@ class Trial {
   }
 
   std::string load() {
-    stage->plugin = std::make_unique<PluginUnderTrial>(stage->path);
+    stage->plugin.reset();
+    stage->vst2 = nullptr;
+#ifdef _WIN32
+    if (stage->path.ends_with(".vst3")) {
+      stage->plugin = loadVst3(stage->path);
+    }
+#endif
+    if (stage->plugin == nullptr) {
+      auto loaded = std::make_unique<PluginUnderTrial>(stage->path);
+      stage->vst2 = loaded.get();
+      stage->plugin = std::move(loaded);
+    }
     return stage->plugin->isThere() ? "ok" : "none";
   }
 
@@ -87,13 +98,13 @@ class Trial {
 
   std::string setState(std::istream& words) {
     std::ifstream file(NativePath(rest(words)).text(), std::ios::binary);
-    stage->plugin->setState({std::istreambuf_iterator<char>(file), {}});
+    stage->vst2->setState({std::istreambuf_iterator<char>(file), {}});
     return "ok";
   }
 
   std::string render(std::istream& words) {
     const auto rate = static_cast<float>(number(words));
-    const auto samples = stage->plugin->render(rate);
+    const auto samples = stage->vst2->render(rate);
     std::ofstream file(NativePath(rest(words)).text(), std::ios::binary);
     file.write(reinterpret_cast<const char*>(samples.data()),
                static_cast<std::streamsize>(samples.size() * sizeof(float)));
@@ -105,7 +116,7 @@ class Trial {
     if (stage->window.handle() == nullptr) {
       return "no window";
     }
-    stage->plugin->call(effEditOpen, 0, 0, stage->window.handle());
+    stage->plugin->openEditor(stage->window.handle());
     TrialWindow::pump(kSettling);
     RECT size{};
     GetClientRect(stage->window.child(), &size);
@@ -113,7 +124,7 @@ class Trial {
   }
 
   std::string close() {
-    stage->plugin->call(effEditClose);
+    stage->plugin->closeEditor();
     return stage->window.child() == nullptr ? "ok" : "child";
   }
 
@@ -121,7 +132,7 @@ class Trial {
   std::string closeElsewhere() {
     std::atomic<bool> isDone = false;
     std::thread other([&] {
-      stage->plugin->call(effEditClose);
+      stage->plugin->closeEditor();
       stage->plugin->closeInstance();
       isDone = true;
     });
@@ -172,11 +183,6 @@ class Trial {
       {"render", [this](std::istream& words) { return render(words); }},
       {"moves", [this](std::istream&) { return std::to_string(stage->plugin->takeMoves()); }},
 #ifdef _WIN32
-      {"vst3-classes",
-       [this](std::istream&) {
-         const int count = PluginUnderTrial::countVst3Classes(stage->path);
-         return PluginUnderTrial::isLoaded(stage->path) ? "loaded" : std::to_string(count);
-       }},
       {"open", [this](std::istream&) { return open(); }},
       {"close", [this](std::istream&) { return close(); }},
       {"close-elsewhere", [this](std::istream&) { return closeElsewhere(); }},
@@ -187,8 +193,7 @@ class Trial {
        [this](std::istream& words) {
          float scale = 1.0F;
          words >> scale;
-         return std::to_string(stage->plugin->call(effVendorSpecific, fourCharacters('P', 'r', 'e', 'S'),
-                                                   fourCharacters('A', 'e', 'C', 's'), nullptr, scale));
+         return std::string(stage->plugin->setScale(scale) ? "ok" : "refused");
        }},
       {"pump",
        [](std::istream& words) {
