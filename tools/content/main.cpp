@@ -21,11 +21,20 @@ std::function<void(const juce::ArgumentList&)> speaking(Command command) {
   };
 }
 
+/// JUCE's own list takes bytes for letters, so that it would lose the path of a folder with an umlaut.
+juce::StringArray textsOf(int argc, char** argv) {
+  juce::StringArray texts;
+  for (int i = 1; i < argc; ++i) {
+    texts.add(juce::String::fromUTF8(argv[i]));
+  }
+  return texts;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
   using namespace sivray::content;
-  const juce::ArgumentList words(argc, argv);
+  const juce::ArgumentList words("sivray-content", textsOf(argc, argv));
   juce::ConsoleApplication program;
   program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
   program.addCommand(
