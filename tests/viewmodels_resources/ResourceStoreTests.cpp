@@ -4,6 +4,7 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -87,6 +88,63 @@ TEST_F(Resources, GivesTheDefaultFaceForAnUnknownName) {
     EXPECT_EQ(font(name, 21).getHeight(), 21.0F);
   }
 }
+
+#ifdef __linux__
+
+/// Makes the faces that come with the library the only installed ones.
+class OwnFacesInstalled {
+ public:
+  OwnFacesInstalled() {
+    folder.createDirectory();
+    settings.replaceWithText("<fontconfig><dir>" SIVRAY_FONTS_FOLDER "</dir><cachedir>" + folder.getFullPathName() +
+                             "</cachedir></fontconfig>");
+    ::setenv("FONTCONFIG_FILE", settings.getFullPathName().toRawUTF8(), 1);
+  }
+  ~OwnFacesInstalled() {
+    ::unsetenv("FONTCONFIG_FILE");
+    folder.deleteRecursively();
+  }
+  OwnFacesInstalled(const OwnFacesInstalled&) = delete;
+  OwnFacesInstalled& operator=(const OwnFacesInstalled&) = delete;
+
+ private:
+  const juce::File folder = juce::File::createTempFile("fonts");
+  const juce::File settings = folder.getChildFile("fonts.conf");
+};
+
+juce::Rectangle<float> boundsOf(const juce::Font& font, const char* letter) {
+  juce::Array<int> glyphs;
+  juce::Array<float> offsets;
+  font.getGlyphPositions(juce::String::fromUTF8(letter), glyphs, offsets);
+  juce::Path path;
+  font.getTypefacePtr()->getOutlineForGlyph(glyphs[0], path);
+  return path.getBounds();
+}
+
+TEST_F(Resources, BorrowsLettersThatAFaceLacksFromInstalledOnes) {
+  const OwnFacesInstalled installed;
+  resources.add("TTF", "OSWALD", NotedResources::face("oswald/Oswald-Medium.ttf"));
+  resources.add("TTF", "ROBOTO", NotedResources::face("roboto/Roboto-Regular.ttf"));
+  store.addFont("Oswald");
+  store.addFont("Roboto");
+  const juce::Font narrow = font("Oswald", 100.0);
+  constexpr const char* kTau = "\u03a4";      // Not in Oswald.
+  constexpr const char* kNowhere = "\u592a";  // In no face.
+  const auto borrowed = boundsOf(narrow, kTau);
+  const auto own = boundsOf(font("Roboto", 100.0), kTau);
+  EXPECT_NEAR(borrowed.getWidth() / borrowed.getHeight(), own.getWidth() / own.getHeight(), 0.2F);
+  EXPECT_FLOAT_EQ(borrowed.getBottom(), 0.0F) << "upon the line";
+  EXPECT_NE(borrowed, boundsOf(narrow, kNowhere));
+  EXPECT_EQ(boundsOf(narrow, kNowhere), boundsOf(narrow, "\u9f13")) << "the face's own box";
+  EXPECT_FLOAT_EQ(narrow.getStringWidthFloat(juce::String::fromUTF8("AV\u03a4AV")),
+                  2.0F * narrow.getStringWidthFloat("AV") + narrow.getStringWidthFloat(juce::String::fromUTF8(kTau)));
+
+  const juce::Typeface::Ptr plain = juce::Typeface::createSystemTypefaceFor(
+      NotedResources::face("oswald/Oswald-Medium.ttf").data(), NotedResources::face("oswald/Oswald-Medium.ttf").size());
+  EXPECT_EQ(boundsOf(narrow, "\u0141"), boundsOf(juce::Font(plain), "\u0141")) << "its own letters stay its own";
+}
+
+#endif
 
 }  // namespace
 }  // namespace tesh::bramel

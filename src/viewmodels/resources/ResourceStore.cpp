@@ -40,7 +40,8 @@ void ResourceStore::addFont(const std::string& name) {
     bytes = lookup("OTF", resourceName(name));
   }
   if (!bytes.empty()) {
-    fonts[name] = makeBox(juce::Font(juce::Typeface::createSystemTypefaceFor(bytes.data(), bytes.size())));
+    auto face = juce::Typeface::createSystemTypefaceFor(bytes.data(), bytes.size());
+    fonts[name] = makeBox(juce::Font(withFallback(std::move(face), bytes, installed)));
   }
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,6 +13,7 @@
 
 #include "core/Boxed.h"
 #include "platform/EmbeddedResources.h"
+#include "viewmodels/resources/FallbackTypeface.h"
 
 namespace tesh::bramel {
 
@@ -20,6 +22,7 @@ class ResourceStore {
  public:
   /// Gives the bytes of a resource of type "PNG", "TTF" or "OTF"; none if there is no such resource. Letter case of the
   /// name does not matter.
+  /// Bytes of fonts must outlive these.
   using Lookup = std::function<std::span<const std::uint8_t>(std::string_view type, std::string_view name)>;
 
   /// The resources that the library carries.
@@ -41,6 +44,7 @@ class ResourceStore {
   void addFramesOf(const std::string& base, const std::string& set);
 
   Lookup lookup;
+  std::shared_ptr<InstalledGlyphs> installed = makeInstalledGlyphs();
   std::map<std::string, cofu::core::boxed::Box> fonts;   ///< By their names as given; boxed `juce::Font`.
   std::map<std::string, cofu::core::boxed::Box> images;  ///< By the names of their resources; boxed `juce::Image`.
 };
