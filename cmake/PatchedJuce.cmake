@@ -176,7 +176,7 @@ function(sivray_patch_windows_windowing)
 endfunction()
 
 # sivray_replace_file(<module> <folder> <file> <text>): compiles the module with `text` in place of the file. A module may have
-# several files replaced.
+# several files replaced. The module's own folder is `.`.
 function(sivray_replace_file module folder file text)
   set(from "${JUCE_MODULES_DIR}/${module}")
   set(to "${PROJECT_BINARY_DIR}/juce/${module}")
@@ -184,8 +184,15 @@ function(sivray_replace_file module folder file text)
     file(REMOVE "${to}/${folder}")
   endif()
   file(MAKE_DIRECTORY "${to}/${folder}")
-  file(GLOB entries RELATIVE "${from}" "${from}/*" "${from}/${folder}/*")
-  list(REMOVE_ITEM entries "${folder}" "${folder}/${file}")
+  file(GLOB entries RELATIVE "${from}" "${from}/*")
+  if(folder STREQUAL .)
+    list(REMOVE_ITEM entries "${file}")
+  else()
+    list(REMOVE_ITEM entries "${folder}")
+    file(GLOB neighbours RELATIVE "${from}" "${from}/${folder}/*")
+    list(APPEND entries ${neighbours})
+    list(REMOVE_ITEM entries "${folder}/${file}")
+  endif()
   foreach(entry ${entries})
     if(NOT EXISTS "${to}/${entry}" OR IS_SYMLINK "${to}/${entry}")  # Else it holds what was replaced before.
       file(CREATE_LINK "${from}/${entry}" "${to}/${entry}" SYMBOLIC)

@@ -41,7 +41,11 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   endif()
 
   include(PatchedJuce)
+  include(TrimmedJuce)
   sivray_patch_juce()
+  if(NOT WIN32)
+    sivray_trim_juce()
+  endif()
 
   add_library(sivray_juce_modules STATIC)
   set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce UNITY_BUILD OFF)
@@ -128,7 +132,7 @@ if(SIVRAY_BUILD_TOOLS)
   add_library(sivray_juce_hosts_modules STATIC
     "${PROJECT_BINARY_DIR}/juce/juce_audio_processors/juce_audio_processors.cpp"
     "${JUCE_MODULES_DIR}/juce_audio_processors/juce_audio_processors_lv2_libs.cpp"
-    "${JUCE_MODULES_DIR}/juce_gui_extra/juce_gui_extra.cpp")
+    "${PROJECT_BINARY_DIR}/juce/juce_gui_extra/juce_gui_extra.cpp")
   set_target_properties(sivray_juce_hosts_modules PROPERTIES OUTPUT_NAME sivray_juce_hosts UNITY_BUILD OFF)
   target_link_libraries(sivray_juce_hosts_modules PUBLIC sivray_juce)
   target_include_directories(sivray_juce_hosts_modules
