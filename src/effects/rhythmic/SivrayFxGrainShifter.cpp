@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/EngineRate.h"
 #include "effects/interfaces/KnobTables.h"
-#include "effects/rhythmic/GrainLanes.h"
+#include "effects/rhythmic/GrainStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -86,14 +87,15 @@ GrainShifterLaw::Settings GrainShifterLaw::settingsOf(const Knobs& knobs) {
   return settings;
 }
 
-void GrainShifterLaw::reset(const Settings& now) {
+void GrainShifterLaw::reset(const Settings& to) {
   realign = true;
   recordFade.setNow(0);
-  mix.setNow(now.mix);
-  delay = now.delay * 32768;
+  mix.setNow(to.mix);
+  delay = to.delay * 32768;
 }
 
 void GrainShifterLaw::aim(const Settings& to, bool immediate) {
+  now = to;
   fadeGlide = immediate ? kGlideImmediate : kFadeGlide;
   if (realign) {
     realign = false;
@@ -110,30 +112,50 @@ void GrainShifterLaw::glide(const Settings& to, bool immediate) {
   delay += (to.delay - (delay >> 15)) * fadeGlide;
 }
 
-/// Moves the clock and the fades that it drives by one sample.
-void GrainShifterLaw::advance(const Settings& to) {
-  phase += to.step;
-  recordFade.glide(fullWhileNegative(phase), fadeGlide);
-  outputFade.glide(fullWhileNegative(phase - to.grainStart), fadeGlide);
+void GrainShifterLaw::moveFade(SmoothedValue& fade, std::uint32_t at) const {
+  fade.glide(fullWhileNegative(at), fadeGlide);
 }
 
-void GrainShifterLaw::skip(const Settings& to, unsigned count) {
-  for (unsigned i = 0; i < count; ++i) {
-    advance(to);
+/// `from` is the phase before the run. A fade rests most of the time.
+void GrainShifterLaw::followFade(SmoothedValue& fade, std::uint32_t from, std::int16_t* gains, unsigned count) const {
+  constexpr std::uint32_t kHalfCycle = std::uint32_t{1} << 31;
+  const std::int32_t target = fullWhileNegative(from + now.step);
+  const bool turns = now.step > kHalfCycle / kControlGrid || fullWhileNegative(from + now.step * count) != target;
+  if (!turns && fade.restsAt(target)) {
+    std::fill_n(gains, count, static_cast<std::int16_t>(target));
+    return;
   }
-  writeIndex = (writeIndex + count) & kMask;
+  for (unsigned i = 0; i < count; ++i) {
+    from += now.step;
+    moveFade(fade, from);
+    gains[i] = static_cast<std::int16_t>(fade.value());
+  }
 }
 
-void GrainShifterLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  advance(to);
-  GrainLanes lanes(lines, lines + kLineLength);
-  lanes.setMix(mix.value());
-  lanes.setFraction(static_cast<std::int32_t>(delay & 32767));
-  lanes.setRecord(recordFade.value());
-  lanes.setOutput(outputFade.value());
-  const unsigned read = (writeIndex - static_cast<unsigned>(delay >> 15)) & kMask;
-  lanes.step({read, (read - 1) & kMask, writeIndex}, left, right);
-  writeIndex = (writeIndex + 1) & kMask;
+void GrainShifterLaw::followFades(GrainFades& fades, unsigned count) {
+  followFade(recordFade, phase, fades.record, count);
+  followFade(outputFade, phase - now.grainStart, fades.output, count);
+  phase += now.step * count;
+}
+
+void GrainShifterLaw::skip(const Settings&, unsigned count) {
+  writeIndex = (writeIndex + count) & kMask;
+  GrainFades fades;
+  for (; count > kControlGrid; count -= kControlGrid) {
+    followFades(fades, kControlGrid);
+  }
+  followFades(fades, count);
+}
+
+void GrainShifterLaw::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  phase += now.step;
+  moveFade(recordFade, phase);
+  moveFade(outputFade, phase - now.grainStart);
+  stepGrains(*this, OneSample{recordFade.value()}, OneSample{outputFade.value()}, &left, &right);
+}
+
+unsigned GrainShifterLaw::runSse2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runGrains<SamplesSse2>(law, left, right, count);
 }
 
 template class TwoKnobEffect<GrainShifterLaw>;

@@ -4,9 +4,17 @@
 
 #include <cstdint>
 
+#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
+
+/// The gains of both fades over a run, Q15.
+struct GrainFades {
+  std::int16_t record[kControlGrid];
+  std::int16_t output[kControlGrid];
+};
 
 /// Models a beat repeater: two lines take turns. One records for half a cycle while the other repeats its last grain.
 struct GrainShifterLaw {
@@ -24,11 +32,21 @@ struct GrainShifterLaw {
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
   /// The lines are empty; the clock restarts at the next sample. The output fade stays.
-  void reset(const Settings& now) SIVRAY_NONBLOCKING;
+  void reset(const Settings& to) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+
+  /// The longest grain is read where it is being written.
+  bool fitsLanes(const Settings& to) const { return to.delay >= kMostLanes && to.delay < kLineLength; }
+  static unsigned runSse2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+
+  /// Moves the clock and the fades that it drives by `count` samples, at most `kControlGrid`.
+  void followFades(GrainFades& fades, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {
@@ -37,6 +55,7 @@ struct GrainShifterLaw {
   }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
+  Settings now;
   std::uint32_t phase = 0;
   SmoothedValue recordFade;  ///< 1.0 while line A records.
   SmoothedValue outputFade;  ///< 1.0 while line B sounds.
@@ -48,7 +67,8 @@ struct GrainShifterLaw {
   std::int16_t* lines = nullptr;  ///< Line A, then line B.
 
  private:
-  void advance(const Settings& to);
+  void moveFade(SmoothedValue& fade, std::uint32_t at) const;
+  void followFade(SmoothedValue& fade, std::uint32_t from, std::int16_t* gains, unsigned count) const;
 };
 
 extern template class TwoKnobEffect<GrainShifterLaw>;

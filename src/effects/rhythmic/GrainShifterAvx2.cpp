@@ -1,0 +1,23 @@
+// The grain shifter's run in sample lanes for AVX2.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <immintrin.h>
+
+#include "core/VectorCode.h"
+#include "effects/interfaces/SampleLanes.h"
+#include "effects/rhythmic/SivrayFxGrainShifter.h"
+
+SIVRAY_COMPILE_FOR("avx2")
+
+#include "effects/interfaces/SampleLanesAvx2.h"
+
+#include "effects/rhythmic/GrainStep.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+unsigned GrainShifterLaw::runAvx2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runGrains<SamplesAvx2>(law, left, right, count);
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
+
+SIVRAY_COMPILE_FOR_ALL

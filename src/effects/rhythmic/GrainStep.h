@@ -1,0 +1,63 @@
+// The law of the grain shifter, sample by sample or in lanes: two lines that are read, refilled and mixed. LaneRun.h
+// tells where this may be included.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/FixedPoint.h"
+#include "effects/interfaces/LaneRun.h"
+#include "effects/rhythmic/SivrayFxGrainShifter.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// A line's grain, one delay ago.
+template <typename Samples>
+Samples grainOf(const GrainShifterLaw& law, const std::int16_t* line) {
+  constexpr unsigned kLength = GrainShifterLaw::kLineLength;
+  const unsigned near = law.writeIndex - static_cast<unsigned>(law.delay >> 15);
+  const typename Samples::template Fraction<15> fraction(static_cast<std::int32_t>(law.delay & 32767));
+  return between(loadFromRing<Samples, kLength>(line, near), loadFromRing<Samples, kLength>(line, near - 1), fraction);
+}
+
+/// The next samples of both channels, in place. `record` tells how much of the input goes into line A, the rest going
+/// into line B, and `output` how much of line B sounds, the rest being line A. The delay must be at least
+/// `Samples::kCount`.
+template <typename Samples>
+void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16_t* left, std::int16_t* right) {
+  constexpr unsigned kLength = GrainShifterLaw::kLineLength;
+  const Samples full = Samples::all(cofu::core::kFullScale);
+  const Samples dryLeft = Samples::load(left);
+  const Samples dryRight = Samples::load(right);
+  // Limited to -32767, of which a gain below 1.0 makes the same as of -32768.
+  const Samples in =
+      weightedSum(dryLeft, dryRight, typename Samples::Weights(1, 1)).template shiftedRight<1>().saturated();
+  std::int16_t* const lineA = law.lines;
+  std::int16_t* const lineB = law.lines + kLength;
+  const Samples intoA = sum(mul15(grainOf<Samples>(law, lineA), full - record), mul15(in, record));
+  const Samples intoB = sum(mul15(grainOf<Samples>(law, lineB), record), mul15(in, full - record));
+  storeToRing<kLength>(lineA, law.writeIndex, intoA);
+  storeToRing<kLength>(lineB, law.writeIndex, intoB);
+  law.writeIndex = (law.writeIndex + Samples::kCount) & (kLength - 1);
+  const Samples grain = sum(mul15(intoA, full - output), mul15(intoB, output));
+  const std::int32_t mix = law.mix.value();
+  const Samples wet = mul15(grain, typename Samples::Gain(mix));
+  const typename Samples::Gain dry(cofu::core::kFullScale - mix);
+  sum(mul15(dryLeft, dry), wet).store(left);
+  sum(mul15(dryRight, dry), wet).store(right);
+}
+
+/// A run of at most `kControlGrid` samples, in place. First the fades, which can only go sample by sample, then the
+/// rest.
+template <typename Samples>
+[[gnu::flatten]] unsigned runGrains(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  const unsigned whole = count - count % Samples::kCount;
+  GrainFades fades;
+  law.followFades(fades, whole);
+  GrainShifterLaw now = law;
+  for (unsigned done = 0; done < whole; done += Samples::kCount) {
+    stepGrains(now, Samples::load(fades.record + done), Samples::load(fades.output + done), left + done, right + done);
+  }
+  law = now;
+  return whole;
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
