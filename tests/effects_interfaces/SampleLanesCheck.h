@@ -11,7 +11,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 using SampleRow = std::array<std::int16_t, 16>;
-using LaneResults = std::array<SampleRow, 15>;
+using LaneResults = std::array<SampleRow, 17>;
 using WordRow = std::array<std::int32_t, 8>;
 using WordResults = std::array<WordRow, 10>;
 
@@ -34,8 +34,12 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
     const auto wide = weightedSum(x, y, weights);
     using Words = typename Samples::Words;
     Words words[Samples::kWords];
+    Words distances[Samples::kWords];
+    Words beyond[Samples::kWords];
     for (unsigned w = 0; w < Samples::kWords; ++w) {
       words[w] = Words::after(static_cast<std::int32_t>(i + w * Words::kCount) * (gain / 16), gain / 16);
+      distances[w] = Words::all(40000);
+      beyond[w] = words[w] + distances[w];
     }
     std::size_t row = 0;
     for (const Samples& result :
@@ -46,7 +50,9 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
           between(x, y, typename Samples::template Fraction<15>(fraction)),
           between(x, y, typename Samples::template Fraction<12>(fraction >> 3)), nearerZeroWhereEqual(x, y),
           oneLater(x, previous), weightedSum(x, y, y, x).template shiftedRight<16>().packed(), boosted(x, boost),
-          mul15(x, half) + mul15(y, half), mul15(x, half) - mul15(y, half), Samples::of(words)}) {
+          mul15(x, half) + mul15(y, half), mul15(x, half) - mul15(y, half), Samples::of(words),
+          Samples::lowerHalvesOf(beyond) - Samples::lowerHalvesOf(distances),
+          wide.template shiftedRight<9>().narrowed()}) {
       result.store(&results[row++][i]);
     }
   }

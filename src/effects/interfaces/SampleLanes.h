@@ -13,7 +13,8 @@
 //     AVX2.
 // TwoKnobEffect.h tells when it runs which.
 //
-// Lanes hold -32768 .. 32767. A result must fit them too, except where an operation is said to limit it.
+// Lanes hold -32768 .. 32767. A result must fit them too, except where an operation is said to limit it. +, - and mul15
+// of samples wrap in lanes: a result that fits is right even if one on the way does not.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -69,6 +70,8 @@ struct OneSample {
     OneSample saturated() const { return {cofu::core::saturate(v)}; }
     /// Must fit a lane.
     OneSample packed() const { return {v}; }
+    /// Limits to all that a lane holds.
+    OneSample narrowed() const { return {std::clamp(v, -32768, 32767)}; }
   };
 
   /// A Q15 gain for `boosted`, 0 .. 131071: up to four.
@@ -84,6 +87,9 @@ struct OneSample {
 
   /// Samples from `kWords` registers of words, which must fit a lane.
   static OneSample of(const OneWord* words) { return {words->v}; }
+
+  /// The same for words that need not fit: lanes keep their lower 16 bits.
+  static OneSample lowerHalvesOf(const OneWord* words) { return of(words); }
 
   /// Reads or writes `kCount` samples from `samples` on.
   static OneSample load(const std::int16_t* samples) { return {*samples}; }
@@ -224,6 +230,7 @@ struct SamplesSse2 {
     }
     SamplesSse2 saturated() const { return {limited(_mm_packs_epi32(low, high))}; }
     SamplesSse2 packed() const { return {_mm_packs_epi32(low, high)}; }
+    SamplesSse2 narrowed() const { return packed(); }
   };
 
   struct Boost {
@@ -239,6 +246,10 @@ struct SamplesSse2 {
 
   static SamplesSse2 all(std::int16_t sample) { return {_mm_set1_epi16(sample)}; }
   static SamplesSse2 of(const WordsSse2* words) { return {_mm_packs_epi32(words[0].v, words[1].v)}; }
+  static SamplesSse2 lowerHalvesOf(const WordsSse2* words) {
+    return {_mm_packs_epi32(_mm_srai_epi32(_mm_slli_epi32(words[0].v, 16), 16),
+                            _mm_srai_epi32(_mm_slli_epi32(words[1].v, 16), 16))};
+  }
   static SamplesSse2 load(const std::int16_t* samples) {
     return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(samples))};
   }

@@ -52,6 +52,7 @@ struct SamplesAvx2 {
     }
     SamplesAvx2 saturated() const { return {limited(_mm256_packs_epi32(low, high))}; }
     SamplesAvx2 packed() const { return {_mm256_packs_epi32(low, high)}; }
+    SamplesAvx2 narrowed() const { return packed(); }
   };
 
   struct Boost {
@@ -68,6 +69,11 @@ struct SamplesAvx2 {
   static SamplesAvx2 all(std::int16_t sample) { return {_mm256_set1_epi16(sample)}; }
   static SamplesAvx2 of(const WordsAvx2* words) {
     return {_mm256_permute4x64_epi64(_mm256_packs_epi32(words[0].v, words[1].v), _MM_SHUFFLE(3, 1, 2, 0))};
+  }
+  static SamplesAvx2 lowerHalvesOf(const WordsAvx2* words) {
+    const WordsAvx2 halves[]{{_mm256_srai_epi32(_mm256_slli_epi32(words[0].v, 16), 16)},
+                             {_mm256_srai_epi32(_mm256_slli_epi32(words[1].v, 16), 16)}};
+    return of(halves);
   }
   static SamplesAvx2 of(SamplesSse2 lower, SamplesSse2 upper) { return {_mm256_set_m128i(upper.v, lower.v)}; }
   SamplesSse2 lower() const { return {_mm256_castsi256_si128(v)}; }

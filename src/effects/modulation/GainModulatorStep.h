@@ -36,7 +36,11 @@ struct SharpTriangles {
 
   /// Whether one is 2^31, which lanes do not hold.
   bool areAtTop() const {
-    return std::any_of(words, words + Samples::kWords, [](Words magnitudes) { return isAnyNegative(magnitudes); });
+    bool isOne = false;
+    for (const Words& magnitudes : words) {
+      isOne = isOne || isAnyNegative(magnitudes);
+    }
+    return isOne;
   }
 
   /// Each smoothed triangle waits for the one before it; its target does not.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "effects/interfaces/TwoKnobEffect.h"
@@ -21,6 +22,9 @@ struct Ringmod {
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { phase = 0; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runSse2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }
@@ -29,6 +33,15 @@ struct Ringmod {
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(balance, to.balance);
     visit(frequency, to.frequency);
+  }
+
+  /// Largest value of 30 bits: the carrier's 1.0 with its 15 fractional bits.
+  static constexpr std::int32_t kCarrierOne = 1073741823;
+
+  /// How much of the carrier is the sine (30 bits): it rises with the frequency and is all of it from 128 on.
+  std::int32_t sineShare() const {
+    const std::int64_t share = static_cast<std::int64_t>(frequency.state) << 8;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(share, -kCarrierOne, kCarrierOne));
   }
 
   SmoothedValue frequency;
