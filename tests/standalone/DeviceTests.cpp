@@ -22,7 +22,7 @@ TEST_F(SoundDeviceTest, SaysThatThereIsNoDeviceUntilOneComes) {
   EXPECT_EQ(text(), "No sound device found. Still looking");
   machine["ALSA"]["card"].opens = false;
   wait(1);
-  EXPECT_EQ(text(), "No sound: card (ALSA): it is busy");
+  EXPECT_EQ(text(), "No sound: card (ALSA) does not open: it is busy");
   machine["ALSA"]["card"].opens = true;
   int told = 0;
   sound.onChange = [&] { ++told; };
@@ -48,7 +48,7 @@ TEST_F(SoundDeviceTest, OpensWhatIsRememberedElseARunningServerElseACard) {
   EXPECT_EQ(sound.available().size(), 3U);
   sound.open({.type = "JACK", .name = "system"});
   EXPECT_EQ(sound.current().type, "ALSA");
-  EXPECT_EQ(sound.problem(), juce::String("system (JACK): it is busy"));
+  EXPECT_EQ(sound.problem(), juce::String("system (JACK) does not open: it is busy"));
 }
 
 TEST_F(SoundDeviceTest, TakesAnotherDeviceWhenItsOwnIsLostAndComesBackToItLater) {

@@ -106,7 +106,7 @@ bool SoundDevice::tryToOpen(juce::AudioIODeviceType& type, const DeviceChoice& c
   const int block = choice.block > 0 ? choice.block : kUsualBlock;
   const juce::String error = opened->open({}, channels, rateFor(*opened, choice.rate), block);
   if (error.isNotEmpty() || !opened->isOpen()) {
-    lastError = choice.name + " (" + choice.type + "): " + (error.isEmpty() ? "it does not open" : error);
+    lastError = choice.name + " (" + choice.type + ") does not open" + (error.isEmpty() ? "" : ": " + error);
     return false;
   }
   device = std::move(opened);
