@@ -1,5 +1,6 @@
 // The targets: quantiles of the figures over recorded drums, printed by `sivray-content measure --targets` from the
-// sets of Debian's package hydrogen-drumkits (2017.09.19~dfsg-1), as numbers over all hits of a group.
+// sets of Debian's packages hydrogen-drumkits (2017.09.19~dfsg-1) and hydrogen-data (1.2.0~beta1+dfsg-1), as numbers
+// over all hits of a group.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/measure/Targets.h"
 
