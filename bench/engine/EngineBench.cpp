@@ -7,7 +7,8 @@
 //                                    decay1 (envelopes on the move), dry8short (blocks of 64), wet8 (through the
 //                                    effect), idle (effect bypassed), rest (default effect)
 //   bench_engine count KERNEL BLOCKS the same for eight voices alone on one kernel: SSE2, SSE4.1 or AVX2
-//   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times
+//   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times, each in a block of 64 with its note
+//   bench_engine count whole BLOCKS  the same without notes, with all of the wave read each time
 //   bench_engine count build BLOCKS  builds the engine BLOCKS times
 //   bench_engine memory              prints what one more engine adds to the resident memory of this process
 // SPDX-License-Identifier: GPL-3.0-or-later
@@ -150,11 +151,26 @@ class Voices {
 
 class WaveChanger {
  public:
-  void change() { engine.setParameter(parameterId(0, 0), static_cast<float>(++wave % 2) / 8.0F); }
+  /// In a block with the first note of the wave.
+  void change() {
+    choose();
+    engine.noteOn(VoiceAllocator::kFirstNote, 100);
+    engine.render(left.data(), right.data(), static_cast<int>(left.size()));
+    engine.readOn();
+  }
+
+  void changeWhole() {
+    choose();
+    engine.loadWaves();
+  }
 
  private:
+  void choose() { engine.setParameter(parameterId(0, 0), static_cast<float>(++wave % 2) / 8.0F); }
+
   PcmFile file{kSampleFolder};
   DrumEngine engine{file, kPadCount, kSlotFrames};
+  std::array<float, 64> left{};
+  std::array<float, 64> right{};
   int wave = 0;
 };
 
@@ -166,10 +182,10 @@ void playScene(benchmark::State& state, const Scene& scene) {
   state.SetItemsProcessed(state.iterations() * scene.frames);
 }
 
-void changeWave(benchmark::State& state) {
+void changeWave(benchmark::State& state, void (WaveChanger::*change)()) {
   WaveChanger changer;
   for (auto _ : state) {
-    changer.change();
+    (changer.*change)();
   }
 }
 
@@ -214,10 +230,10 @@ int printMemory() {
 }
 
 int countOnly(std::string_view name, int blocks) {
-  if (name == "wave") {
+  if (name == "wave" || name == "whole") {
     WaveChanger changer;
     for (int i = 0; i < blocks; ++i) {
-      changer.change();
+      name == "wave" ? changer.change() : changer.changeWhole();
     }
     return 0;
   }
@@ -258,7 +274,10 @@ int main(int argc, char** argv) {
   for (const Scene& scene : kScenes) {
     benchmark::RegisterBenchmark(("play/" + std::string(scene.name)).c_str(), playScene, scene);
   }
-  benchmark::RegisterBenchmark("wave change", changeWave)->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("wave change/its block", changeWave, &WaveChanger::change)
+      ->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("wave change/whole", changeWave, &WaveChanger::changeWhole)
+      ->Unit(benchmark::kMicrosecond);
   benchmark::RegisterBenchmark("build/first", build, 0)->Unit(benchmark::kMicrosecond);
   benchmark::RegisterBenchmark("build/second", build, 1)->Unit(benchmark::kMicrosecond);
   benchmark::Initialize(&argc, argv);

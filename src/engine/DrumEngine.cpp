@@ -61,6 +61,7 @@ void DrumEngine::loadWaves() {
   for (const auto& group : padGroups) {
     group->loadWave();
   }
+  core.waveReadings().finish();
 }
 
 ProgramBankGroups DrumEngine::bankGroups() {

@@ -41,8 +41,11 @@ class DrumEngine {
   DrumEngine(const DrumEngine&) = delete;
   DrumEngine& operator=(const DrumEngine&) = delete;
 
-  /// Reads the waves that no pad has read yet. Must not run during a block.
+  /// Reads the waves that no pad has read yet, as a whole. Must not run during a block.
   void loadWaves();
+
+  /// Reads one more piece of the waves that blocks have changed. Once a block, on its thread.
+  void readOn() SIVRAY_NONBLOCKING { core.waveReadings().readOn(); }
 
   /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
   /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that

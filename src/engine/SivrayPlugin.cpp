@@ -81,6 +81,7 @@ void SivrayPlugin<Synth>::process(vimo::ProcessBlock& block) {
   }
   if (block.frames > 0) {
     renderOnly(block.outputs, block.frames);
+    synth.engine().readOn();
   }
 }
 

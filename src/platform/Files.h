@@ -60,6 +60,14 @@ class InputFile {
   /// Reads up to `count` bytes and returns their number, which is smaller only at the end of the file or on an error.
   std::size_t read(void* destination, std::size_t count);
 
+  /// As `read`, but from the system's cache alone: nothing, with part of `destination` written, if it would have to
+  /// wait for the disk. A system that cannot tell reads and waits.
+  std::optional<std::size_t> readCached(void* destination, std::size_t count);
+
+  /// Asks the system to read a stretch into its cache and does not wait for it; a system that cannot do this does
+  /// nothing.
+  void expect(std::int64_t offset, std::int64_t count) const;
+
  private:
   explicit InputFile(std::intptr_t nativeHandle) : handle(nativeHandle) {}
   void close();

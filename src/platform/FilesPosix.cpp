@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifndef _WIN32
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -42,6 +42,28 @@ bool writeAll(int file, std::span<const std::uint8_t> bytes) {
     bytes = bytes.subspan(static_cast<std::size_t>(written));
   }
   return ::fsync(file) == 0;
+}
+
+/// Calls `read(destination, count)` until `count` bytes have come, the file ends, or an error. Returns the number of
+/// bytes, or nothing where the call would have to wait.
+template <typename Read>
+std::optional<std::size_t> readAll(void* destination, std::size_t count, Read read) {
+  auto* out = static_cast<std::uint8_t*>(destination);
+  std::size_t done = 0;
+  while (done < count) {
+    const ssize_t got = read(out + done, count - done);
+    if (got < 0 && errno == EINTR) {
+      continue;
+    }
+    if (got < 0 && errno == EAGAIN) {
+      return std::nullopt;
+    }
+    if (got <= 0) {
+      break;
+    }
+    done += static_cast<std::size_t>(got);
+  }
+  return done;
 }
 
 /// The file that `path` leads to through symbolic links, whether it exists or not; nothing for a loop.
@@ -111,19 +133,30 @@ std::int64_t InputFile::size() const {
 bool InputFile::seek(std::int64_t offset) { return offset >= 0 && ::lseek(descriptor(handle), offset, SEEK_SET) >= 0; }
 
 std::size_t InputFile::read(void* destination, std::size_t count) {
-  auto* out = static_cast<std::uint8_t*>(destination);
-  std::size_t done = 0;
-  while (done < count) {
-    const ssize_t got = ::read(descriptor(handle), out + done, count - done);
-    if (got < 0 && errno == EINTR) {
-      continue;
-    }
-    if (got <= 0) {
-      break;
-    }
-    done += static_cast<std::size_t>(got);
+  const auto system = [this](void* to, std::size_t most) { return ::read(descriptor(handle), to, most); };
+  return readAll(destination, count, system).value_or(0);
+}
+
+std::optional<std::size_t> InputFile::readCached(void* destination, std::size_t count) {
+#ifdef RWF_NOWAIT
+  return readAll(destination, count, [this](void* to, std::size_t most) {
+    constexpr off_t kHere = -1;
+    const iovec piece{to, most};
+    const ssize_t got = ::preadv2(descriptor(handle), &piece, 1, kHere, RWF_NOWAIT);
+    const bool isUnknown = got < 0 && (errno == EOPNOTSUPP || errno == ENOSYS);
+    return isUnknown ? ::read(descriptor(handle), to, most) : got;
+  });
+#else
+  return read(destination, count);
+#endif
+}
+
+void InputFile::expect(std::int64_t offset, std::int64_t count) const {
+  // Linux reads no more for one request than a device's read-ahead, whatever the request says; this is the usual one.
+  constexpr std::int64_t kStep = 128 << 10;
+  for (std::int64_t done = 0; done < count; done += kStep) {
+    ::posix_fadvise(descriptor(handle), offset + done, std::min(kStep, count - done), POSIX_FADV_WILLNEED);
   }
-  return done;
 }
 
 std::string combinePath(const std::string& base, const std::string& relative) {
@@ -163,18 +196,9 @@ bool createFolders(const std::string& path) {
 }
 
 void warmPages(const std::string& path) {
-  // Linux reads no more for one request than a device's read-ahead, whatever the request says; this is the usual one.
-  constexpr off_t kStep = 128 << 10;
-  const int file = ::open(NativePath(path).text(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (file < 0) {
-    return;
+  if (const std::optional<InputFile> file = InputFile::open(path)) {
+    file->expect(0, file->size());
   }
-  struct stat info {};
-  const off_t size = ::fstat(file, &info) == 0 ? info.st_size : 0;
-  for (off_t start = 0; start < size; start += kStep) {
-    ::posix_fadvise(file, start, kStep, POSIX_FADV_WILLNEED);
-  }
-  ::close(file);
 }
 
 }  // namespace tesh::bramel::platform

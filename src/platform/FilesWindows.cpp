@@ -125,6 +125,12 @@ std::size_t InputFile::read(void* destination, std::size_t count) {
   return done;
 }
 
+std::optional<std::size_t> InputFile::readCached(void* destination, std::size_t count) {
+  return read(destination, count);
+}
+
+void InputFile::expect(std::int64_t, std::int64_t) const {}
+
 std::string combinePath(const std::string& base, const std::string& relative) {
   std::array<wchar_t, MAX_PATH> joined{};
   const wchar_t* const path = PathCombineW(joined.data(), toWide(base).c_str(), toWide(relative).c_str());

@@ -27,7 +27,10 @@ std::vector<std::int16_t> ramp(int first, int frames) {
 struct Pads {
   explicit Pads(const std::vector<support::Wave>& waves) : folder(waves), file("SivrayPCM") {}
 
-  void change(int pad, std::int32_t wave) { throughBack.setValue(pad, &wave); }
+  void change(int pad, std::int32_t wave) {
+    throughBack.setValue(pad, &wave);
+    load.finish();
+  }
   std::uint64_t frames(std::size_t pad) const { return pool.slot(pad).frames; }
 
   /// Returns one channel of the slot's whole memory.
@@ -149,7 +152,10 @@ TEST(WaveChange, KeepsTheFormerWaveInMemoryOnlyUntilTheNextIsReadAhead) {
   PcmFile file("SivrayPCM");
   PcmPool pool(1, kFrames + 2);
   PCMLoadTask load(pool, file);
-  const auto change = [&load](std::int32_t wave) { load.setValue(0, &wave); };
+  const auto change = [&load](std::int32_t wave) {
+    load.setValue(0, &wave);
+    load.finish();
+  };
   const auto presentPages = [&pool] {
     std::vector<unsigned char> present(2 * 41);
     ::mincore(const_cast<std::int16_t*>(pool.base()), present.size() * 4096, present.data());

@@ -173,6 +173,10 @@ TEST_F(Platform, ReadsAndReplacesFilesWhole) {
   EXPECT_TRUE(moved.seek(2));
   EXPECT_EQ(moved.read(read.data(), read.size()), 1U);
   EXPECT_EQ(read[0], 3);
+  moved.expect(0, 3);
+  EXPECT_TRUE(moved.seek(1));
+  EXPECT_EQ(moved.readCached(read.data(), read.size()), 2U) << "what was written a moment ago is in the cache";
+  EXPECT_EQ(read[0], 2);
 }
 
 TEST_F(Platform, ReadsAndReplacesRegularFilesOnly) {

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/types.h>
+#include <sys/uio.h>
 
 #include <algorithm>
 #include <array>
@@ -213,6 +214,12 @@ SIVRAY_TAKEN ssize_t pread(int file, void* bytes, std::size_t size, off_t offset
   static const auto system = systems<ssize_t(int, void*, std::size_t, off_t)>("pread");
   count(&CallCounts::files, __builtin_return_address(0));
   return system(file, bytes, size, offset);
+}
+
+SIVRAY_TAKEN ssize_t preadv2(int file, const iovec* pieces, int count, off_t offset, int flags) {
+  static const auto system = systems<ssize_t(int, const iovec*, int, off_t, int)>("preadv2");
+  sivray::check::count(&CallCounts::files, __builtin_return_address(0));
+  return system(file, pieces, count, offset, flags);
 }
 
 SIVRAY_TAKEN int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {

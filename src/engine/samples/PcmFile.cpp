@@ -31,12 +31,22 @@ bool seekSample(platform::InputFile& file, std::uint32_t offset, std::size_t sam
 }
 
 /// Samples of the file as they lie there, on the stack of the reader.
-constexpr std::size_t kReadSamples = 8192;
+constexpr std::size_t kReadSamples = 16384;
 using ReadBuffer = std::array<std::uint16_t, kReadSamples>;
 
-void readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample, std::span<std::uint16_t> piece) {
-  const std::size_t bytes = seekSample(file, offset, sample) ? file.read(piece.data(), piece.size_bytes()) : 0;
-  std::fill(piece.begin() + static_cast<std::ptrdiff_t>(bytes / 2), piece.end(), std::uint16_t{0});
+/// Returns false where the reader would have to wait, but must not.
+bool readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample, std::span<std::uint16_t> piece,
+               Reading reading) {
+  std::optional<std::size_t> bytes = 0;
+  if (seekSample(file, offset, sample)) {
+    bytes = reading == Reading::waits ? file.read(piece.data(), piece.size_bytes())
+                                      : file.readCached(piece.data(), piece.size_bytes());
+  }
+  if (!bytes) {
+    return false;
+  }
+  std::fill(piece.begin() + static_cast<std::ptrdiff_t>(*bytes / 2), piece.end(), std::uint16_t{0});
+  return true;
 }
 
 void interleave(const std::uint16_t* left, const std::uint16_t* right, std::size_t count, std::int16_t* frames) {
@@ -46,26 +56,46 @@ void interleave(const std::uint16_t* left, const std::uint16_t* right, std::size
   }
 }
 
-void readMono(platform::InputFile& file, std::int16_t* destination, std::uint32_t offset, std::size_t frames) {
+bool readMono(platform::InputFile& file, const WaveStretch& wave, std::int16_t* slot, std::size_t first,
+              std::size_t end, Reading reading) {
   ReadBuffer buffer;
-  for (std::size_t done = 0; done < frames; done += kReadSamples) {
-    const auto piece = std::span(buffer).first(std::min(kReadSamples, frames - done));
-    readPiece(file, offset, done, piece);
-    interleave(piece.data(), piece.data(), piece.size(), destination + done * 2);
+  for (std::size_t done = first; done < end; done += kReadSamples) {
+    const auto piece = std::span(buffer).first(std::min(kReadSamples, end - done));
+    if (!readPiece(file, wave.offsets[0], done, piece, reading)) {
+      return false;
+    }
+    interleave(piece.data(), piece.data(), piece.size(), slot + done * 2);
   }
+  return true;
 }
 
-void readStereo(platform::InputFile& file, std::int16_t* destination, std::span<const std::uint32_t, 2> offsets,
-                std::size_t frames) {
+bool readStereo(platform::InputFile& file, const WaveStretch& wave, std::int16_t* slot, std::size_t first,
+                std::size_t end, Reading reading) {
   constexpr std::size_t kHalf = kReadSamples / 2;
   ReadBuffer buffer;
-  for (std::size_t done = 0; done < frames; done += kHalf) {
-    const std::size_t count = std::min(kHalf, frames - done);
+  for (std::size_t done = first; done < end; done += kHalf) {
+    const std::size_t count = std::min(kHalf, end - done);
     const auto left = std::span(buffer).first(count);
     const auto right = std::span(buffer).subspan(kHalf, count);
-    readPiece(file, offsets[0], done, left);
-    readPiece(file, offsets[1], done, right);
-    interleave(left.data(), right.data(), count, destination + done * 2);
+    if (!readPiece(file, wave.offsets[0], done, left, reading) ||
+        !readPiece(file, wave.offsets[1], done, right, reading)) {
+      return false;
+    }
+    interleave(left.data(), right.data(), count, slot + done * 2);
+  }
+  return true;
+}
+
+/// Asks for the next 1.5 seconds of a wave, which come while the first of them are played.
+void expectFrom(const platform::InputFile& file, const WaveStretch& wave, std::size_t first) {
+  constexpr std::int64_t kBytes = 128 << 10;
+  const auto [left, right] = wave.offsets;
+  const auto byteOf = [first](std::uint32_t offset) {
+    return (std::int64_t{offset} + static_cast<std::int64_t>(first)) * 2;
+  };
+  file.expect(byteOf(left), kBytes);
+  if (right != left) {
+    file.expect(byteOf(right), kBytes);
   }
 }
 
@@ -91,20 +121,25 @@ PcmFile::PcmFile(std::string_view folder) : path(dataPath(folder)), waveDatabase
   warmOnce(dataPath(folder));
 }
 
-std::size_t PcmFile::read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
-                          std::size_t slotFrames) const {
-  std::optional<platform::InputFile> file = platform::InputFile::open(path);
+bool PcmFile::readPart(platform::InputFile& file, const WaveStretch& wave, std::int16_t* slot, std::size_t first,
+                       std::size_t count, Reading reading) {
+  const std::size_t end = std::clamp(wave.frames, first, first + count);
+  const auto read = wave.offsets[0] == wave.offsets[1] ? readMono : readStereo;
+  if (!read(file, wave, slot, first, end, reading)) {
+    expectFrom(file, wave, first);
+    return false;
+  }
+  std::fill(slot + end * 2, slot + (first + count) * 2, std::int16_t{0});
+  return true;
+}
+
+std::size_t PcmFile::read(std::int16_t* slot, const WaveStretch& wave, std::size_t slotFrames) const {
+  std::optional<platform::InputFile> file = open();
   if (!file) {
     return 0;
   }
-  const std::size_t count = std::min(frames, slotFrames);
-  if (offsets[0] == offsets[1]) {
-    readMono(*file, destination, offsets[0], count);
-  } else {
-    readStereo(*file, destination, offsets, count);
-  }
-  std::fill(destination + count * 2, destination + slotFrames * 2, std::int16_t{0});
-  return count;
+  readPart(*file, wave, slot, 0, slotFrames, Reading::waits);
+  return wave.frames;
 }
 
 }  // namespace tesh::bramel::plugin::sivray

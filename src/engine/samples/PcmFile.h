@@ -1,9 +1,11 @@
-// The sample file, drumdata.bin: raw big-endian 16-bit samples, with their index. It is opened anew for each read.
+// The sample file, drumdata.bin: raw big-endian 16-bit samples, with their index. It is opened anew for each wave.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -11,6 +13,15 @@
 #include "platform/Files.h"
 
 namespace tesh::bramel::plugin::sivray {
+
+/// Where a wave lies in the file.
+struct WaveStretch {
+  std::array<std::uint32_t, 2> offsets{};  ///< Of both channels, in samples.
+  std::size_t frames = 0;                  ///< As many as a slot holds.
+};
+
+/// Whether a reader waits for the disk.
+enum class Reading : std::uint8_t { waits, cachedOnly };
 
 /// The samples do not change while the file is in use.
 class PcmFile {
@@ -21,11 +32,18 @@ class PcmFile {
 
   WaveDatabase& database() { return waveDatabase; }
 
-  /// Fills a slot with n = min(frames, slotFrames) interleaved frames, then with zeros up to `slotFrames`. `offsets`
-  /// are the positions of both channels in the file, in samples. Samples past the end of the file are 0. Returns n, or
-  /// 0 with nothing written if the file cannot be opened. Allocates nothing. Any thread.
-  std::size_t read(std::int16_t* destination, std::span<const std::uint32_t, 2> offsets, std::size_t frames,
-                   std::size_t slotFrames) const;
+  /// Nothing if the file cannot be opened. Allocates nothing. Any thread.
+  std::optional<platform::InputFile> open() const { return platform::InputFile::open(path); }
+
+  /// Fills the interleaved frames `first` to `first` + `count` - 1 of a slot. Frames past the wave's, and samples past
+  /// the end of the file, are 0. Returns false if samples are not at hand in the system's cache and `reading` does not
+  /// allow to wait for them; then it has asked the system to read on from there. Allocates nothing. Any thread.
+  static bool readPart(platform::InputFile& file, const WaveStretch& wave, std::int16_t* slot, std::size_t first,
+                       std::size_t count, Reading reading);
+
+  /// Reads the first `slotFrames` frames of a slot, at least as many as the wave has, as above. Returns the wave's
+  /// frames, or 0 with nothing written if the file cannot be opened.
+  std::size_t read(std::int16_t* slot, const WaveStretch& wave, std::size_t slotFrames) const;
 
  private:
   platform::NativePath path;

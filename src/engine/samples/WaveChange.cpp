@@ -3,6 +3,7 @@
 #include "engine/samples/WaveChange.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/RealTime.h"
 
@@ -23,7 +24,7 @@ void PrepareWaveChange::run(std::size_t pad, std::int32_t) {
   slot.frames = 0;
 }
 
-PCMLoadTask::Stretch PCMLoadTask::stretchOf(std::int32_t wave) const {
+WaveStretch PCMLoadTask::stretchOf(std::int32_t wave) const {
   const WaveInfo info = file.database().lookup(wave);
   const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // 32 bits: a stretch that ends early wraps
   return {{info.leftStart, info.rightStart}, std::min<std::uint64_t>(pool.slotFrames() - 2, length)};
@@ -35,38 +36,82 @@ void PCMLoadTask::prepare(std::size_t pad, std::int32_t wave) {
     return;
   }
   pool.clearUselessSpares();  // What pads have exchanged since.
-  const auto [offsets, frames] = stretchOf(wave);
+  const WaveStretch stretch = stretchOf(wave);
   const auto [memory, writtenFrames] = pool.claimSpare(pad);
-  pool.makeSparePresent(pad, frames);
-  pool.offerSpare(pad, wave, file.read(memory, offsets, frames, std::max(frames, writtenFrames)));
+  pool.makeSparePresent(pad, stretch.frames);
+  pool.offerSpare(pad, wave, file.read(memory, stretch, std::max(stretch.frames, writtenFrames)));
 }
 
 void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   const std::int32_t before = pool.frameOf(pool.memoryOf(pad));
   if (!pool.takeSpare(pad, wave)) {
-    read(pad, wave);
-  } else if (listener != nullptr) {
+    // Only here, and where pieces are read, may the audio thread wait for the disk.
+    cofu::core::mayWait([&] { begin(pad, wave); });
+    return;
+  }
+  cofu::core::mayWait([&] { readings[pad].stop(); });  // Closes the file.
+  countReadings();
+  if (listener != nullptr) {
     listener->slotMoved(before, pool.frameOf(pool.memoryOf(pad)));
   }
 }
 
-void PCMLoadTask::read(std::size_t pad, std::int32_t wave) {
-  const Stretch stretch = stretchOf(wave);
-  const std::size_t frames = stretch.frames;
+/// Without the file the memory keeps the wave before, for voices that play it.
+void PCMLoadTask::begin(std::size_t pad, std::int32_t wave) {
   PcmSlot& slot = pool.slot(pad);
-  // Only frames that an earlier wave has written need clearing.
-  const std::size_t cleared = std::max(frames, slot.writtenFrames);
-  // Only here may the audio thread wait for the disk. Pages that are missing come at once, not one by one as they are
-  // written.
-  const std::size_t kept = cofu::core::mayWait([&] {
-    pool.makePresent(pad, frames);
-    return file.read(pool.memoryOf(pad), stretch.offsets, frames, cleared);
-  });
-  if (kept != 0) {
-    slot.writtenFrames = kept;
-  }
   slot.data = pool.memoryOf(pad);
-  slot.frames = kept;
+  auto opened = file.open();
+  if (!opened) {
+    slot.frames = 0;
+    return;
+  }
+  const WaveStretch stretch = stretchOf(wave);
+  slot.frames = stretch.frames;
+  readings[pad].begin(std::move(*opened), stretch, pool.memoryOf(pad), slot.writtenFrames);
+  slot.writtenFrames = std::max(slot.writtenFrames, stretch.frames);
+  settle(pad);
+}
+
+void PCMLoadTask::countReadings() {
+  openReadings = static_cast<std::size_t>(
+      std::count_if(readings.begin(), readings.end(), [](const WaveReading& reading) { return reading.isOpen(); }));
+}
+
+void PCMLoadTask::need(std::int32_t base, std::size_t first, std::size_t last) {
+  for (std::size_t pad = 0; pad < readings.size(); ++pad) {
+    if (readings[pad].isOpen() && pool.frameOf(pool.memoryOf(pad)) == base) {
+      cofu::core::mayWait([&] { readings[pad].need(first, last); });
+    }
+  }
+}
+
+void PCMLoadTask::readOn() {
+  if (!isReading()) {
+    return;
+  }
+  do {
+    latestPad = (latestPad + 1) % readings.size();
+  } while (!readings[latestPad].isOpen());
+  cofu::core::mayWait([this] { readings[latestPad].readNext(); });
+  settle(latestPad);
+}
+
+void PCMLoadTask::finish() {
+  for (std::size_t pad = 0; pad < readings.size(); ++pad) {
+    if (readings[pad].isOpen()) {
+      pool.makePresent(pad, readings[pad].waveFrames());  // At once, not one by one as they are written.
+      readings[pad].finish();
+      settle(pad);
+    }
+  }
+}
+
+/// Takes over how far the reading has come. What lies behind a complete wave is zero.
+void PCMLoadTask::settle(std::size_t pad) {
+  if (!readings[pad].isOpen()) {
+    pool.slot(pad).writtenFrames = readings[pad].waveFrames();
+  }
+  countReadings();
 }
 
 void PCMLoadAck::run(std::size_t pad, std::int32_t) { pool.slot(pad).ready = true; }

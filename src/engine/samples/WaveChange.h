@@ -7,10 +7,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <vector>
 
 #include "core/RealTime.h"
 #include "engine/samples/PcmFile.h"
 #include "engine/samples/PcmPool.h"
+#include "engine/samples/WaveReading.h"
 #include "parameters/IParameter.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -50,35 +52,47 @@ class SlotMoveListener {
   virtual void slotMoved(std::int32_t from, std::int32_t to) SIVRAY_NONBLOCKING = 0;
 };
 
-/// Reads the wave into the pad's memory, or takes the memory into which `prepare` has read it. Voices that play from it
-/// do not notice and read the new samples from then on; no voice runs during the step, since it runs on the audio
-/// thread or under the lock of a block. A wave number that names nothing playable reads the first sample of the file.
+/// Takes the memory into which `prepare` has read the wave, or begins to read it into the pad's own. Then the pieces
+/// that voices are about to play are read when they need them, the others one by one between the blocks. Voices that
+/// play from the memory do not notice and read the new samples from then on; no voice runs during the step, since it
+/// runs on the audio thread or under the lock of a block. A wave number that names nothing playable reads the first
+/// sample of the file.
 class PCMLoadTask final : public WaveChangeStep {
  public:
   /// `moveListener`, null for nobody, must outlive the step.
   PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile, SlotMoveListener* moveListener = nullptr)
-      : WaveChangeStep(sampleMemory), file(sampleFile), listener(moveListener) {}
+      : WaveChangeStep(sampleMemory), file(sampleFile), listener(moveListener), readings(sampleMemory.slotCount()) {}
 
   /// Reads the wave into the pad's spare memory, so that the step only has to exchange both. Any thread but the audio
   /// thread, also during the step. `pad` must exist.
   void prepare(std::size_t pad, std::int32_t wave);
 
+  // On the thread that changes waves and plays them, like the step:
+
+  /// Whether the memory of a pad lacks pieces.
+  bool isReading() const { return openReadings != 0; }
+  /// Reads what the memory that begins at the frame `base`, see PcmPool::frameOf, lacks of `first` to `last`.
+  void need(std::int32_t base, std::size_t first, std::size_t last) SIVRAY_NONBLOCKING;
+  /// Reads one missing piece.
+  void readOn() SIVRAY_NONBLOCKING;
+  /// Reads all missing pieces.
+  void finish();
+
  protected:
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 
  private:
-  /// Where a wave lies in the file.
-  struct Stretch {
-    std::array<std::uint32_t, 2> offsets{};  ///< Of both channels, in samples.
-    std::size_t frames = 0;                  ///< As many as a slot holds.
-  };
-
-  Stretch stretchOf(std::int32_t wave) const SIVRAY_NONBLOCKING;
-  void read(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING;
+  WaveStretch stretchOf(std::int32_t wave) const SIVRAY_NONBLOCKING;
+  void begin(std::size_t pad, std::int32_t wave);
+  void settle(std::size_t pad) SIVRAY_NONBLOCKING;
+  void countReadings() SIVRAY_NONBLOCKING;
 
   PcmFile& file;
   SlotMoveListener* listener;
-  std::mutex prepareMutex;  ///< One `prepare` at a time.
+  std::vector<WaveReading> readings;  ///< Of each pad.
+  std::size_t openReadings = 0;
+  std::size_t latestPad = 0;  ///< Whose turn it was in `readOn`.
+  std::mutex prepareMutex;    ///< One `prepare` at a time.
 };
 
 /// Marks the slot as filled. Voices only look at its length.

@@ -27,10 +27,12 @@ class DrumCore : private SlotMoveListener {
   DrumCore(const DrumCore&) = delete;
   DrumCore& operator=(const DrumCore&) = delete;
 
-  /// The group whose parameter n is the wave of pad n. Setting it reads the wave into the pad's slot.
+  /// The group whose parameter n is the wave of pad n. Setting it begins to read the wave into the pad's slot.
   IParameter& waveChange() { return throughBack; }
   /// Reads a wave ahead, see PCMLoadTask::prepare.
   void prepareWave(std::size_t pad, std::int32_t wave) { loadTask.prepare(pad, wave); }
+  /// What has not been read yet of the waves.
+  PCMLoadTask& waveReadings() { return loadTask; }
   WaveDatabase& database() { return pcmFile.database(); }
   PcmPool& pool() { return pcmPool; }
   RampBank& rampBank() { return ramps; }

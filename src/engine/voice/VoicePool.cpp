@@ -27,6 +27,7 @@ VoicePool::VoicePool(DrumCore& core, const VoiceKernel& voiceKernel)
     : ramps(core.rampBank()),
       bank(core.voiceBank()),
       pool(core.pool()),
+      waveReadings(core.waveReadings()),
       kernel(voiceKernel),
       envelope(bank, ramps),
       voiceStart(bank, ramps, pool, core.database(), envelope) {
@@ -105,6 +106,9 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
       planRun(most, voices);
     }
     run.frames = std::min(most, planned);
+    if (waveReadings.isReading()) {
+      readSamples(run.frames, voices);
+    }
     run.fading = runFading;
     run.moving = runMoving;
     run.fed = runFed;
@@ -198,6 +202,18 @@ void VoicePool::planRun(int frames, std::size_t voices) {
   for (std::size_t lane = 0; lane < voices; ++lane) {
     planned = endsNext(lane) ? 1 : framesToWaveEnd(lane, planned);
     planned = envelope.framesToStep(lane, planned);
+  }
+}
+
+/// Reads what the lanes are about to play of waves that are not complete: from the position of the run's first frame to
+/// that of its last one, and the next frame, towards which the wave is interpolated.
+void VoicePool::readSamples(int frames, std::size_t voices) {
+  for (std::size_t lane = 0; lane < voices; ++lane) {
+    const std::int64_t start = bank.positionQ12[lane];
+    const std::int64_t end = start + std::int64_t{runStep[lane]} * (frames - 1);
+    const auto [first, last] = std::minmax(start, end);
+    waveReadings.need(bank.slotBase[lane], static_cast<std::size_t>(std::max<std::int64_t>(first, 0) >> 12),
+                      static_cast<std::size_t>(std::max<std::int64_t>(last, 0) >> 12) + 1);
   }
 }
 

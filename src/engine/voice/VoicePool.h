@@ -7,6 +7,7 @@
 
 #include "core/RealTime.h"
 #include "engine/samples/PcmPool.h"
+#include "engine/samples/WaveChange.h"
 #include "engine/voice/AmpEnvelope.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
@@ -52,6 +53,7 @@ class VoicePool {
   unsigned movingRamps() const;
   Buses fedBuses() const;
   void planRun(int frames, std::size_t voices);
+  void readSamples(int frames, std::size_t voices);
   void settle(std::size_t voices);
   int framesToWaveEnd(std::size_t lane, int frames) const;
   bool endsNext(std::size_t lane) const;
@@ -62,6 +64,7 @@ class VoicePool {
   RampBank& ramps;
   VoiceBank& bank;
   PcmPool& pool;
+  PCMLoadTask& waveReadings;
   const VoiceKernel& kernel;
   AmpEnvelope envelope;
   VoiceStart voiceStart;

@@ -1,0 +1,68 @@
+// Which pieces of a wave are still missing.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/samples/WaveReading.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tesh::bramel::plugin::sivray {
+
+void WaveReading::begin(platform::InputFile opened, const WaveStretch& wave, std::int16_t* slotMemory,
+                        std::size_t usedFrames) {
+  stretch = wave;
+  memory = slotMemory;
+  frameCount = std::max(usedFrames, wave.frames);
+  pieceCount = (frameCount + kPieceFrames - 1) / kPieceFrames;
+  nextPiece = 0;
+  refusals = 0;
+  isRead.reset();
+  file = std::move(opened);
+  if (pieceCount <= 1) {
+    finish();
+  }
+}
+
+void WaveReading::need(std::size_t first, std::size_t last) {
+  const std::size_t end = std::min(last / kPieceFrames + 1, pieceCount);
+  for (std::size_t piece = first / kPieceFrames; piece < end; ++piece) {
+    if (!isRead[piece]) {
+      waitForPiece(piece);
+    }
+  }
+}
+
+void WaveReading::readNext() {
+  // Some file systems never say that they have a piece at hand.
+  constexpr int kPatience = 200;
+  while (nextPiece < pieceCount && isRead[nextPiece]) {
+    ++nextPiece;
+  }
+  if (nextPiece == pieceCount) {
+    stop();
+    return;
+  }
+  if (refusals == kPatience) {
+    waitForPiece(nextPiece);
+  }
+  refusals = isRead[nextPiece] || readPiece(nextPiece, Reading::cachedOnly) ? 0 : refusals + 1;
+}
+
+void WaveReading::finish() {
+  PcmFile::readPart(*file, stretch, memory, 0, frameCount, Reading::waits);
+  stop();
+}
+
+/// Asks for what follows before it waits, so that one wait serves for more than the piece.
+void WaveReading::waitForPiece(std::size_t piece) {
+  if (!readPiece(piece, Reading::cachedOnly)) {
+    readPiece(piece, Reading::waits);
+  }
+}
+
+bool WaveReading::readPiece(std::size_t piece, Reading reading) {
+  const std::size_t first = piece * kPieceFrames;
+  isRead[piece] = PcmFile::readPart(*file, stretch, memory, first, std::min(kPieceFrames, frameCount - first), reading);
+  return isRead[piece];
+}
+
+}  // namespace tesh::bramel::plugin::sivray

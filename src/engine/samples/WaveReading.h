@@ -1,0 +1,61 @@
+// The reading of a wave piece by piece: a voice waits only for the samples that it is about to play.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "engine/samples/PcmFile.h"
+#include "engine/samples/PcmPool.h"
+#include "platform/Files.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+/// Fills the memory of a slot in any order of pieces, to the same samples as PcmFile::read. On the thread that changes
+/// waves and plays them. Waits for the disk where that is not said otherwise.
+class WaveReading {
+ public:
+  /// 93 ms of a wave at its own pitch, which takes about 3 us to read from the system's cache.
+  static constexpr std::size_t kPieceFrames = 4096;
+
+  /// Begins, in place of whatever was being read before. A wave of one piece is read at once, of others nothing.
+  /// `usedFrames` frames of the memory may not be zero; those beyond the wave become zero with their pieces.
+  void begin(platform::InputFile opened, const WaveStretch& wave, std::int16_t* slotMemory, std::size_t usedFrames);
+
+  /// Whether pieces are missing.
+  bool isOpen() const { return file.has_value(); }
+
+  std::size_t waveFrames() const { return stretch.frames; }
+
+  /// Leaves the memory as it is.
+  void stop() { file.reset(); }
+
+  /// Reads the pieces that hold the frames from `first` to `last`. Frames past the memory's used ones are zero anyway.
+  void need(std::size_t first, std::size_t last);
+
+  /// Reads the first of the missing pieces, if the system has it at hand, and asks it for the next ones otherwise. The
+  /// last piece ends the reading.
+  void readNext();
+
+  /// Reads the wave as a whole.
+  void finish();
+
+ private:
+  static constexpr std::size_t kMostPieces = PcmPool::kMaxSlotFrames / kPieceFrames + 1;
+
+  bool readPiece(std::size_t piece, Reading reading);
+  void waitForPiece(std::size_t piece);
+
+  std::optional<platform::InputFile> file;
+  WaveStretch stretch;
+  std::int16_t* memory = nullptr;
+  std::size_t frameCount = 0;
+  std::size_t pieceCount = 0;
+  std::size_t nextPiece = 0;  ///< All before it are read.
+  int refusals = 0;           ///< Times in a row that the next piece was not at hand.
+  std::bitset<kMostPieces> isRead;
+};
+
+}  // namespace tesh::bramel::plugin::sivray
