@@ -1,23 +1,18 @@
-// Looks for an installed face, and breaks lines between characters.
+// Looks for an installed font with Japanese letters, and breaks lines between characters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/JapaneseText.h"
 
 #include "platform/Locale.h"
+#include "viewmodels/resources/InstalledFonts.h"
 
 namespace tesh::bramel {
 namespace {
 
 #ifndef _WIN32
-/// One of those that Linux distributions install for Japanese. JUCE finds none in a collection (.ttc).
+/// The panel's default face, which borrows Japanese letters where an installed font has them.
 juce::String installedFace() {
-  const juce::StringArray installed = juce::Font::findAllTypefaceNames();
-  for (const char* const face :
-       {"Noto Sans CJK JP", "Noto Sans JP", "IPAexGothic", "IPAGothic", "TakaoPGothic", "VL PGothic"}) {
-    if (installed.contains(face)) {
-      return face;
-    }
-  }
-  return {};
+  constexpr std::uint32_t kHiraganaA = 0x3042;
+  return InstalledFonts().find(kHiraganaA).path.empty() ? juce::String() : juce::Font::getDefaultSansSerifFontName();
 }
 #endif
 

@@ -6,8 +6,9 @@
 
 namespace tesh::bramel {
 
-/// The face for Japanese texts: `windowsFace` on Windows, elsewhere one that is installed. Empty if the user's language
-/// is another one, or if no such face is installed: the texts are then English.
+/// The face for Japanese texts: `windowsFace` on Windows, elsewhere the panel's default one with letters of an
+/// installed font. Empty if the user's language is another one, or if no font has Japanese letters: the texts are then
+/// English.
 juce::String japaneseFace(const char* windowsFace);
 
 /// `text` with line feeds, so that each line fits `width` in `font`. Japanese has no blanks between words, so that JUCE
