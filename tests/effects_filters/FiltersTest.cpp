@@ -1,5 +1,8 @@
 // The filters against plain models, their tables, and their gains for steady tones.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <utility>
+
 #include "effects/filters/CombFilter.h"
 #include "effects/filters/EqualizerTables.h"
 #include "effects/filters/FormantTables.h"
@@ -33,6 +36,25 @@ TEST(Filters, EveryFormSoundsAsThePlainOne) {
     expectFormsToAgree<Lowpass>(seed, 400);
     expectFormsToAgree<Highpass>(seed, 400);
     expectFormsToAgree<Bandpass>(seed, 400);
+    expectFormsToAgree<EffectAdapter<CombFilter>>(seed, 200);
+  }
+}
+
+TEST(Filters, CombSoundsTheSameInLanesAtEveryDelay) {
+  Dice dice(8);
+  InForm<EffectAdapter<CombFilter>> plain(LaneForm::plain);
+  InForm<EffectAdapter<CombFilter>> fast(bestLaneForm());
+  Stereo in(3001);
+  std::generate(in.left.begin(), in.left.end(), [&] { return static_cast<std::int16_t>(dice.upTo(65535) - 32768); });
+  Stereo expected;
+  Stereo sound;
+  for (int knob = 0; knob < 128; ++knob) {
+    for (const auto& [comb, out] : {std::pair{&plain, &expected}, {&fast, &sound}}) {
+      comb->setParameter(kEdit1, knob);
+      comb->setParameter(kEdit2, 127);
+      comb->render(in, *out);
+    }
+    ASSERT_EQ(sound, expected) << knob;
   }
 }
 

@@ -15,9 +15,6 @@ namespace {
 
 constexpr std::size_t kMask = CombFilter::kLineLength - 1;
 
-/// Limit of the delayed sample, 30 bits.
-constexpr std::int32_t kOutputLimit = 1073741823;
-
 /// Delay at knob 0, samples with 15 fractional bits: the period of the lowest C, 44100 / 32.7032 samples. Each step of
 /// the knob is a semitone up.
 constexpr double kLongestDelay = 44187388.0;

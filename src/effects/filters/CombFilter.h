@@ -17,6 +17,12 @@ struct CombFilter {
   static constexpr Knobs kStart{64, 64};
   static constexpr std::size_t kLineLength = 2048;
 
+  /// Samples that lanes compute at once.
+  static constexpr unsigned kLanes = 8;
+
+  /// Limit of the delayed sample, 30 bits.
+  static constexpr std::int32_t kOutputLimit = 1073741823;
+
   struct Settings {
     std::int32_t delay;     ///< Samples, 15 fractional bits.
     std::int32_t feedback;  ///< 31 fractional bits.
@@ -39,6 +45,9 @@ struct CombFilter {
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   void derive() SIVRAY_NONBLOCKING;
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
+  bool fitsLanes(const Settings&) const { return wholeDelay >= kLanes; }
+  static unsigned runAvx2(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {

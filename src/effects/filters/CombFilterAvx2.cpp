@@ -1,0 +1,137 @@
+// The comb filter on eight consecutive samples at once, for AVX2.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <immintrin.h>
+
+#include <cstdint>
+#include <cstring>
+
+#include "core/FixedPoint.h"
+#include "core/VectorCode.h"
+#include "effects/filters/CombFilter.h"
+
+SIVRAY_COMPILE_FOR("avx2")
+
+namespace tesh::bramel::plugin::sivray::effects {
+namespace {
+
+constexpr unsigned kLanes = CombFilter::kLanes;
+constexpr std::size_t kMask = CombFilter::kLineLength - 1;
+
+/// Eight 32-bit values of each channel, one a sample.
+struct BothChannels {
+  __m256i left;
+  __m256i right;
+};
+
+/// The eight values of a line from `at` on.
+__m256i load(const std::int32_t* line, std::size_t at) {
+  if (at <= CombFilter::kLineLength - kLanes) [[likely]] {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(line + at));
+  }
+  std::int32_t joined[kLanes];
+  for (unsigned i = 0; i < kLanes; ++i) {
+    joined[i] = line[(at + i) & kMask];
+  }
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(joined));
+}
+
+void store(std::int32_t* line, std::size_t at, __m256i values) {
+  if (at <= CombFilter::kLineLength - kLanes) [[likely]] {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(line + at), values);
+    return;
+  }
+  std::int32_t separate[kLanes];
+  std::memcpy(separate, &values, sizeof(values));
+  for (unsigned i = 0; i < kLanes; ++i) {
+    line[(at + i) & kMask] = separate[i];
+  }
+}
+
+/// Samples as registers with the left channel in lane 0 and the right one in lane 2. Odd lanes hold rubbish.
+struct SamplePairs {
+  explicit SamplePairs(const BothChannels& channels) {
+    const __m256i outer = _mm256_unpacklo_epi64(channels.left, channels.right);
+    const __m256i inner = _mm256_unpackhi_epi64(channels.left, channels.right);
+    const __m128i twos[]{_mm256_castsi256_si128(outer), _mm256_castsi256_si128(inner),
+                         _mm256_extracti128_si256(outer, 1), _mm256_extracti128_si256(inner, 1)};
+    for (unsigned i = 0; i < kLanes / 2; ++i) {
+      pairs[2 * i] = twos[i];
+      pairs[2 * i + 1] = _mm_srli_epi64(twos[i], 32);
+    }
+  }
+
+  BothChannels channels() const {
+    __m128i twos[kLanes / 2];
+    for (unsigned i = 0; i < kLanes / 2; ++i) {
+      twos[i] = _mm_blend_epi32(pairs[2 * i], _mm_slli_epi64(pairs[2 * i + 1], 32), 0b1010);
+    }
+    const __m256i outer = _mm256_set_m128i(twos[2], twos[0]);
+    const __m256i inner = _mm256_set_m128i(twos[3], twos[1]);
+    return {_mm256_unpacklo_epi64(outer, inner), _mm256_unpackhi_epi64(outer, inner)};
+  }
+
+  __m128i pairs[kLanes];
+};
+
+/// The delayed samples before each of the next eight, of which each waits for the one before it. Moves `output` to the
+/// last one.
+BothChannels interpolate(const BothChannels& near, const BothChannels& older, std::int32_t eta, __m128i& output) {
+  const SamplePairs nearWhole({_mm256_srai_epi32(near.left, 15), _mm256_srai_epi32(near.right, 15)});
+  SamplePairs delayed(older);
+  const __m128i weight = _mm_set1_epi32(eta);
+  const __m128i limit = _mm_set1_epi32(CombFilter::kOutputLimit);
+  const __m128i lowest = _mm_set1_epi32(-CombFilter::kOutputLimit);
+  for (unsigned i = 0; i < kLanes; ++i) {
+    const __m128i before = output;
+    const __m128i distance = _mm_sub_epi32(nearWhole.pairs[i], _mm_srai_epi32(before, 15));
+    const __m128i correction = _mm_srai_epi32(_mm_mul_epu32(distance, weight), 15);
+    output = _mm_max_epi32(_mm_min_epi32(_mm_add_epi32(correction, delayed.pairs[i]), limit), lowest);
+    delayed.pairs[i] = before;
+  }
+  return delayed.channels();
+}
+
+/// (a * factor) >> 31.
+__m256i scaled(__m256i a, __m256i factor) {
+  const __m256i even = _mm256_srli_epi64(_mm256_mul_epi32(a, factor), 31);
+  const __m256i odd = _mm256_mul_epi32(_mm256_srli_epi64(a, 32), factor);
+  return _mm256_blend_epi32(even, _mm256_add_epi64(odd, odd), 0b10101010);
+}
+
+/// Puts the next samples of a channel into its line and out.
+void feed(std::int32_t* line, std::size_t write, __m256i back, std::int16_t* samples) {
+  auto* const words = reinterpret_cast<__m128i*>(samples);
+  const __m256i in = _mm256_slli_epi32(_mm256_cvtepi16_epi32(_mm_loadu_si128(words)), 15);
+  const __m256i sound = _mm256_add_epi32(back, in);
+  store(line, write, sound);
+  const __m256i out = _mm256_srai_epi32(sound, 15);
+  const __m128i packed = _mm_packs_epi32(_mm256_castsi256_si128(out), _mm256_extracti128_si256(out, 1));
+  _mm_storeu_si128(words, _mm_max_epi16(packed, _mm_set1_epi16(-cofu::core::kFullScale)));
+}
+
+}  // namespace
+
+[[gnu::flatten]] unsigned CombFilter::runAvx2(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                              unsigned count) {
+  std::int32_t* const leftLine = law.left.line.data();
+  std::int32_t* const rightLine = law.right.line.data();
+  const __m256i feedback = _mm256_set1_epi32(static_cast<std::int32_t>(law.feedback));
+  const auto eta = static_cast<std::int32_t>(law.eta);
+  __m128i output = _mm_set_epi64x(law.right.output, law.left.output);
+  unsigned done = 0;
+  for (; done + kLanes <= count; done += kLanes) {
+    const std::size_t older = (law.read - 1) & kMask;
+    const BothChannels delayed = interpolate({load(leftLine, law.read), load(rightLine, law.read)},
+                                             {load(leftLine, older), load(rightLine, older)}, eta, output);
+    feed(leftLine, law.write, scaled(delayed.left, feedback), leftSamples + done);
+    feed(rightLine, law.write, scaled(delayed.right, feedback), rightSamples + done);
+    law.moveIndices(kLanes);
+  }
+  law.left.output = _mm_cvtsi128_si32(output);
+  law.right.output = _mm_extract_epi32(output, 2);
+  return done;
+}
+
+}  // namespace tesh::bramel::plugin::sivray::effects
+
+SIVRAY_COMPILE_FOR_ALL
