@@ -143,7 +143,8 @@ std::optional<std::size_t> InputFile::readCached(void* destination, std::size_t 
     constexpr off_t kHere = -1;
     const iovec piece{to, most};
     const ssize_t got = ::preadv2(descriptor(handle), &piece, 1, kHere, RWF_NOWAIT);
-    const bool isUnknown = got < 0 && (errno == EOPNOTSUPP || errno == ENOSYS);
+    // Kernels and file systems that do not know the flag have different errors for it.
+    const bool isUnknown = got < 0 && errno != EAGAIN && errno != EINTR;
     return isUnknown ? ::read(descriptor(handle), to, most) : got;
   });
 #else
