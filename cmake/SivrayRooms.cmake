@@ -27,6 +27,10 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
+# GCC looks for garbage in its memory whenever that has doubled, from 128 MB on, which files with JUCE's headers exceed at once.
+# From 512 MB on it compiles them by a tenth faster.
+add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:--param=ggc-min-heapsize=524288>)
+
 set(SIVRAY_RELEASE_BUILD "${PROJECT_SOURCE_DIR}/build/release")
 if(SIVRAY_FROM_RELEASE AND NOT EXISTS "${SIVRAY_RELEASE_BUILD}/libsivray_juce.a")
   message(FATAL_ERROR "This build uses parts of build/release: build that first")
