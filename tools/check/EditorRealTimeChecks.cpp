@@ -166,12 +166,12 @@ Verdict atRest(const CheckSettings& settings) {
   const std::vector<int> before = threadsOfProcess();
   scene.open();
   std::vector<int> panelThreads = newThreads(before);
-  // JUCE's timer thread looks ten times a second for as long as it lives.
-  std::erase_if(panelThreads, [](int thread) { return nameOf(thread) == "JUCE Timer"; });
   scene.render();
   scene.window.moveTo({4, 464});  // Beside every control, so that no tooltip comes.
   const std::uint64_t picture = scene.settledPicture();
   formhost::rest(kPictureKept);
+  // JUCE's timer thread looks ten times a second for as long as it lives. By now it has given itself its name.
+  std::erase_if(panelThreads, [](int thread) { return nameOf(thread) == "JUCE Timer"; });
   const std::int64_t wakeUpsBefore = wakeUpsOf(panelThreads);
   const Rest open = restingUse(time, kMostOpen);
   const double wakeUps = static_cast<double>(wakeUpsOf(panelThreads) - wakeUpsBefore) / open.seconds;
