@@ -200,6 +200,9 @@ Verdict latency(const CheckSettings& settings) {
   const auto file = settings.load();
   const auto plugin = file->makeInstance();
   const double period = 1.0 / SineContent::kHertz;
+  constexpr double kMostApart = 1.0;
+  constexpr int kMostLooks =
+      400;  // The host hears of a new latency through two message threads, late on a busy machine.
   double engineDelay = 0.0;
   double worst = 0.0;  // In frames of the host, or of the engine where those are longer.
   float worstRate = 0.0F;
@@ -212,16 +215,21 @@ Verdict latency(const CheckSettings& settings) {
     if (rates++ == 0) {
       engineDelay = delay;
     }
-    const double told = plugin->latencyFrames() / static_cast<double>(rate);
-    const double apart =
-        std::remainder(delay - engineDelay - told, period) * static_cast<double>(std::min(rate, kPlainRate));
+    const auto look = [&] {
+      const double told = plugin->latencyFrames() / static_cast<double>(rate);
+      return std::remainder(delay - engineDelay - told, period) * static_cast<double>(std::min(rate, kPlainRate));
+    };
+    double apart = look();
+    for (int looks = 1; looks < kMostLooks && std::abs(apart) > kMostApart; ++looks) {
+      apart = look();
+    }
     if (std::abs(apart) > std::abs(worst)) {
       worst = apart;
       worstRate = rate;
     }
   }
-  return verdict(std::abs(worst) <= 1.0, "%d rates: what is told is at most %.2f frames off (at %.0f Hz)", rates, worst,
-                 static_cast<double>(worstRate));
+  return verdict(std::abs(worst) <= kMostApart, "%d rates: what is told is at most %.2f frames off (at %.0f Hz)", rates,
+                 worst, static_cast<double>(worstRate));
 }
 
 /// Both forms at once, each on its own thread, sound as alone.
