@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 
 #include "content/synth/Filters.h"
@@ -50,39 +51,111 @@ class Rotors {
     four.level[i] = mode.attack > 0.0 ? 0.0 : 1.0;
   }
 
-  double next() { return fours[0].next() + fours[1].next(); }
+  /// Whether all lanes have reached their full level.
+  bool haveRisen() const { return fours[0].hasRisen() && fours[1].hasRisen(); }
 
- private:
+  double nextWhileRising() { return fours[0].nextWhileRising() + fours[1].nextWhileRising(); }
+
+  /// Adds as many frames as a vector has lanes. All lanes must have risen.
+  void addNext(double* samples) {
+    Doubles first, second, sums;
+    fours[0].next(first);
+    fours[1].next(second);
+    std::memcpy(&sums, samples, sizeof(sums));
+    sums += first + second;
+    std::memcpy(samples, &sums, sizeof(sums));
+  }
+
   static constexpr std::size_t kInFour = kLanes / 2;
 
-  struct Four {
-    using Doubles = double __attribute__((vector_size(kInFour * sizeof(double))));
+ private:
+  using Doubles = double __attribute__((vector_size(kInFour * sizeof(double))));
 
-    double next() {
+  struct Four {
+    bool hasRisen() const { return level[0] == 1.0 && level[1] == 1.0 && level[2] == 1.0 && level[3] == 1.0; }
+
+    void turn() {
+      const Doubles turned = x * cosine - y * sine;
+      y = x * sine + y * cosine;
+      x = turned;
+    }
+
+    double nextWhileRising() {
       const Doubles out = y * level;
       const Doubles risen = level + step;
       const Doubles full = Doubles{} + 1.0;
       level = risen > full ? full : risen;
-      const Doubles turned = x * cosine - y * sine;
-      y = x * sine + y * cosine;
-      x = turned;
+      turn();
       return (out[0] + out[1]) + (out[2] + out[3]);
     }
 
-    Doubles cosine{}, sine{}, x{}, y{}, step{}, level{};
+    /// Gives the sums of the next four frames, each added up as above.
+    void next(Doubles& sums) {
+      Doubles early, late;
+      nextPair(early);
+      nextPair(late);
+      sums = __builtin_shufflevector(early, late, 0, 1, 4, 5) + __builtin_shufflevector(early, late, 2, 3, 6, 7);
+    }
+
+    /// Gives the sums of the first two lanes in two frames, then those of the others.
+    void nextPair(Doubles& sums) {
+      const Doubles first = y;
+      turn();
+      const Doubles second = y;
+      turn();
+      sums = __builtin_shufflevector(first, second, 0, 4, 2, 6) + __builtin_shufflevector(first, second, 1, 5, 3, 7);
+    }
+
+    Doubles cosine{}, sine{}, x{}, y{}, step{};
+    Doubles level = Doubles{} + 1.0;  // Lanes that nobody sets are silent, and must not seem to rise.
   };
 
   std::array<Four, 2> fours{};
 };
 
-// Half of the time that the factory sounds take is spent here. With AVX2 the rotors stay in registers; the sums are the
-// same.
+/// Rotors, and the frames for which they are heard.
+struct RotorGroup {
+  Rotors rotors;
+  std::size_t frames = 0;
+};
+
+// A fifth of the time that the factory sounds take is spent here. Two groups run at once, because each frame waits for
+// the one before; a sample takes up the first before the second. With AVX2 the rotors stay in registers; the sums are
+// the same.
 #if defined(__linux__) && defined(__x86_64__) && !defined(__clang__)
 [[gnu::target_clones("avx2", "default"), gnu::flatten]]
 #endif
-void addRotors(double* samples, std::size_t frames, const Rotors& start) {
-  Rotors rotors = start;
-  std::for_each_n(samples, frames, [&rotors](double& sample) { sample += rotors.next(); });
+void addRotors(double* samples, const RotorGroup& first, const RotorGroup& second) {
+  Rotors a = first.rotors;
+  Rotors b = second.rotors;
+  const std::size_t both = std::min(first.frames, second.frames);
+  std::size_t frame = 0;
+  const auto addOne = [&] {
+    samples[frame] += a.nextWhileRising();
+    samples[frame] += b.nextWhileRising();
+    ++frame;
+  };
+  while (frame < both && !(a.haveRisen() && b.haveRisen())) {
+    addOne();
+  }
+  for (; frame + Rotors::kInFour <= both; frame += Rotors::kInFour) {
+    a.addNext(samples + frame);
+    b.addNext(samples + frame);
+  }
+  while (frame < both) {
+    addOne();
+  }
+  Rotors& longer = first.frames > both ? a : b;
+  const std::size_t end = std::max(first.frames, second.frames);
+  for (; frame < end && !longer.haveRisen(); ++frame) {
+    samples[frame] += longer.nextWhileRising();
+  }
+  for (; frame + Rotors::kInFour <= end; frame += Rotors::kInFour) {
+    longer.addNext(samples + frame);
+  }
+  for (; frame < end; ++frame) {
+    samples[frame] += longer.nextWhileRising();
+  }
 }
 
 }  // namespace
@@ -148,14 +221,14 @@ void addModes(Signal& signal, std::span<const Mode> modes) {
                [](const Mode& mode) { return mode.hertz < kHighestMode; });
   const auto longer = [](const Mode& a, const Mode& b) { return a.t60 > b.t60; };
   std::stable_sort(heard.begin(), heard.end(), longer);
-  for (std::size_t first = 0; first < heard.size(); first += Rotors::kLanes) {
-    Rotors rotors;
-    std::size_t frames = 0;
-    for (std::size_t lane = 0; lane < std::min(Rotors::kLanes, heard.size() - first); ++lane) {
-      rotors.set(lane, heard[first + lane]);
-      frames = std::max(frames, audibleFrames(heard[first + lane], signal.size()));
-    }
-    addRotors(signal.data(), frames, rotors);
+  std::vector<RotorGroup> groups((heard.size() + Rotors::kLanes - 1) / Rotors::kLanes);
+  for (std::size_t i = 0; i < heard.size(); ++i) {
+    RotorGroup& group = groups[i / Rotors::kLanes];
+    group.rotors.set(i % Rotors::kLanes, heard[i]);
+    group.frames = std::max(group.frames, audibleFrames(heard[i], signal.size()));
+  }
+  for (std::size_t i = 0; i < groups.size(); i += 2) {
+    addRotors(signal.data(), groups[i], i + 1 < groups.size() ? groups[i + 1] : RotorGroup{});
   }
 }
 
