@@ -16,6 +16,7 @@
 #include "effects/dynamics/Q60393Drive.h"
 #include "effects/dynamics/SivrayFxCompressor.h"
 #include "effects/dynamics/SivrayFxKilnode.h"
+#include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects_interfaces/LaneScene.h"
 #include "effects_modulation/PlainModel.h"
@@ -63,7 +64,13 @@ TEST(Dynamics, DriveMatchesItsPlainModelThroughRandomScenes) {
   expectFormsToAgree<EffectAdapter<Q60393Drive>>(1, 400);
 }
 
-TEST(Dynamics, PumpInLanesSoundsAsSampleBySample) { expectFormsToAgree<EffectAdapter<Pump>>(1, 400); }
+TEST(Dynamics, EveryFormInLanesSoundsAsTheFormSampleBySample) {
+  for (const unsigned seed : {1U, 2U}) {
+    expectFormsToAgree<EffectAdapter<Pump>>(seed, 400);
+    expectFormsToAgree<SivrayFxCompressor>(seed, 400);
+    expectFormsToAgree<EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>>(seed, 400);
+  }
+}
 
 template <typename Table>
 void expectSums(const Table& table, std::uint64_t expectedSum, std::uint64_t expectedWeighted) {

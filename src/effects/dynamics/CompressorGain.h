@@ -20,13 +20,15 @@ struct CompressorGain {
     std::int64_t previousInput = 0;
     std::int64_t highpass = 0;
 
-    /// Returns the blocked signal, -1073741823 to 1073741823.
+    static constexpr std::int32_t kLimit = 1073741823;
+
+    /// What the output keeps per sample, Q15: 0.9922, a corner of 55 Hz.
+    static constexpr std::int32_t kKept = 32512;
+
+    /// Returns the blocked signal, -kLimit to kLimit.
     std::int64_t run(std::int64_t x) {
-      constexpr std::int64_t kLimit = 1073741823;
-      /// What the output keeps per sample, Q15: 0.9922, a corner of 55 Hz.
-      constexpr std::int64_t kKept = 32512;
       const std::int64_t decayed = shortLeakTwice((highpass * kKept) >> 15);
-      highpass = std::clamp(decayed - previousInput + x, -kLimit, kLimit);
+      highpass = std::clamp<std::int64_t>(decayed - previousInput + x, -kLimit, kLimit);
       previousInput = x;
       return highpass;
     }
@@ -52,10 +54,14 @@ struct CompressorGain {
   /// One sample of both channels, already shifted up. The outputs of the DC blocks are then in `left.highpass` and
   /// `right.highpass`, the gain (0 to 32767) in `gain`. `attack` is the envelope's smoothing per sample, Q15.
   void run(std::int64_t leftIn, std::int64_t rightIn, std::int32_t attack) {
+    follow(static_cast<std::int32_t>(std::max(std::abs(left.run(leftIn)), std::abs(right.run(rightIn)))), attack);
+  }
+
+  /// The same behind the DC blocks: moves the gain by a sample whose louder channel has this magnitude.
+  void follow(std::int32_t louder, std::int32_t attack) {
     using namespace cofu::core;
     constexpr std::int32_t kPeakKept = 32674;  // Q15: 0.9971 per sample, a time constant of 348 samples (8 ms).
     constexpr std::int32_t kEnvelopeTop = 2147483647;
-    const auto louder = static_cast<std::int32_t>(std::max(std::abs(left.run(leftIn)), std::abs(right.run(rightIn))));
     peak = std::max(louder, (peak >> 15) * kPeakKept);
     envelope += ((peak >> 15) - (envelope >> 15)) * attack;
     gain = std::min(mul15((kEnvelopeTop - envelope) >> 16, gain) + rise, kFullScale);

@@ -20,12 +20,9 @@ constexpr SquareRange kAttack{32, 3245};
 constexpr SquareRange kMasterSens{64, 959};
 constexpr SquareRange kMasterAttack{8, 3268};
 
-/// Make-up of the compressor, and the output level of the master compressor (Q15).
-constexpr std::int64_t kMakeUp = 5;
-constexpr std::int32_t kMasterOutput = 32767;
-
 std::int16_t masterOut(std::int64_t blocked, std::int64_t scale) {
-  return static_cast<std::int16_t>(mul15(kMasterOutput, CompressorGain::scaled<9>(blocked, scale)));
+  constexpr std::int32_t kOutput = SivrayFxStereoCompressor::StereoCompressorImpl::kOutput;
+  return static_cast<std::int16_t>(mul15(kOutput, CompressorGain::scaled<9>(blocked, scale)));
 }
 
 }  // namespace

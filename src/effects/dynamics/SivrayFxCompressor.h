@@ -9,6 +9,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 struct CompressorLaw {
   static constexpr Knobs kStart{};
+  static constexpr std::int64_t kMakeUp = 5;
 
   struct Settings {
     std::int32_t sens;    ///< Q15.
@@ -20,6 +21,10 @@ struct CompressorLaw {
   /// Starts from silence: the gain comes up, and the sensitivity too.
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool) { attack = to.attack; }
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runAvx2(CompressorLaw& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return law.isSilent(); }
@@ -29,6 +34,7 @@ struct CompressorLaw {
   void derive() { law.setSens(sens.value()); }
 
   SmoothedValue sens;
+  std::int32_t attack = 0;  ///< Of the lanes.
   CompressorGain law;
 };
 

@@ -12,6 +12,7 @@ struct SivrayFxStereoCompressor {
   struct StereoCompressorImpl {
     static constexpr Knobs kStart{50, 0};
     static constexpr bool kResetTakesPending = true;
+    static constexpr std::int32_t kOutput = 32767;  ///< Output level, Q15.
 
     struct Settings {
       std::int32_t sens;    ///< Q15.
@@ -23,6 +24,10 @@ struct SivrayFxStereoCompressor {
     /// Starts from silence. The DC blocks keep their outputs.
     void reset(const Settings&) SIVRAY_NONBLOCKING;
     void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+    void aim(const Settings& to, bool) { attack = to.attack; }
+    static bool fitsLanes(const Settings&) { return true; }
+    static unsigned runAvx2(StereoCompressorImpl& law, std::int16_t* left, std::int16_t* right,
+                            unsigned count) SIVRAY_NONBLOCKING;
 
     static constexpr unsigned kMemory = 0;
     bool isSilent(unsigned) const { return law.isSilent(); }
@@ -32,6 +37,7 @@ struct SivrayFxStereoCompressor {
     void derive() { law.setSens(sens.value()); }
 
     SmoothedValue sens;
+    std::int32_t attack = 0;  ///< Of the lanes.
     CompressorGain law;
   };
 };

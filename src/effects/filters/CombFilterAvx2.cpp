@@ -5,23 +5,18 @@
 #include <cstdint>
 #include <cstring>
 
-#include "core/FixedPoint.h"
 #include "core/VectorCode.h"
 #include "effects/filters/CombFilter.h"
 
 SIVRAY_COMPILE_FOR("avx2")
+
+#include "effects/interfaces/ChannelPairsAvx2.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 constexpr unsigned kLanes = CombFilter::kLanes;
 constexpr std::size_t kMask = CombFilter::kLineLength - 1;
-
-/// Eight 32-bit values of each channel, one a sample.
-struct BothChannels {
-  __m256i left;
-  __m256i right;
-};
 
 /// The eight values of a line from `at` on.
 __m256i load(const std::int32_t* line, std::size_t at) {
@@ -47,32 +42,6 @@ void store(std::int32_t* line, std::size_t at, __m256i values) {
   }
 }
 
-/// Samples as registers with the left channel in lane 0 and the right one in lane 2. Odd lanes hold rubbish.
-struct SamplePairs {
-  explicit SamplePairs(const BothChannels& channels) {
-    const __m256i outer = _mm256_unpacklo_epi64(channels.left, channels.right);
-    const __m256i inner = _mm256_unpackhi_epi64(channels.left, channels.right);
-    const __m128i twos[]{_mm256_castsi256_si128(outer), _mm256_castsi256_si128(inner),
-                         _mm256_extracti128_si256(outer, 1), _mm256_extracti128_si256(inner, 1)};
-    for (unsigned i = 0; i < kLanes / 2; ++i) {
-      pairs[2 * i] = twos[i];
-      pairs[2 * i + 1] = _mm_srli_epi64(twos[i], 32);
-    }
-  }
-
-  BothChannels channels() const {
-    __m128i twos[kLanes / 2];
-    for (unsigned i = 0; i < kLanes / 2; ++i) {
-      twos[i] = _mm_blend_epi32(pairs[2 * i], _mm_slli_epi64(pairs[2 * i + 1], 32), 0b1010);
-    }
-    const __m256i outer = _mm256_set_m128i(twos[2], twos[0]);
-    const __m256i inner = _mm256_set_m128i(twos[3], twos[1]);
-    return {_mm256_unpacklo_epi64(outer, inner), _mm256_unpackhi_epi64(outer, inner)};
-  }
-
-  __m128i pairs[kLanes];
-};
-
 /// The delayed samples before each of the next eight, of which each waits for the one before it. Moves `output` to the
 /// last one.
 BothChannels interpolate(const BothChannels& near, const BothChannels& older, std::int32_t eta, __m128i& output) {
@@ -91,22 +60,13 @@ BothChannels interpolate(const BothChannels& near, const BothChannels& older, st
   return delayed.channels();
 }
 
-/// (a * factor) >> 31.
-__m256i scaled(__m256i a, __m256i factor) {
-  const __m256i even = _mm256_srli_epi64(_mm256_mul_epi32(a, factor), 31);
-  const __m256i odd = _mm256_mul_epi32(_mm256_srli_epi64(a, 32), factor);
-  return _mm256_blend_epi32(even, _mm256_add_epi64(odd, odd), 0b10101010);
-}
-
 /// Puts the next samples of a channel into its line and out.
 void feed(std::int32_t* line, std::size_t write, __m256i back, std::int16_t* samples) {
   auto* const words = reinterpret_cast<__m128i*>(samples);
   const __m256i in = _mm256_slli_epi32(_mm256_cvtepi16_epi32(_mm_loadu_si128(words)), 15);
   const __m256i sound = _mm256_add_epi32(back, in);
   store(line, write, sound);
-  const __m256i out = _mm256_srai_epi32(sound, 15);
-  const __m128i packed = _mm_packs_epi32(_mm256_castsi256_si128(out), _mm256_extracti128_si256(out, 1));
-  _mm_storeu_si128(words, _mm_max_epi16(packed, _mm_set1_epi16(-cofu::core::kFullScale)));
+  _mm_storeu_si128(words, limitedSamples(_mm256_srai_epi32(sound, 15)));
 }
 
 }  // namespace
@@ -123,8 +83,8 @@ void feed(std::int32_t* line, std::size_t write, __m256i back, std::int16_t* sam
     const std::size_t older = (law.read - 1) & kMask;
     const BothChannels delayed = interpolate({load(leftLine, law.read), load(rightLine, law.read)},
                                              {load(leftLine, older), load(rightLine, older)}, eta, output);
-    feed(leftLine, law.write, scaled(delayed.left, feedback), leftSamples + done);
-    feed(rightLine, law.write, scaled(delayed.right, feedback), rightSamples + done);
+    feed(leftLine, law.write, timesShifted<31>(delayed.left, feedback), leftSamples + done);
+    feed(rightLine, law.write, timesShifted<31>(delayed.right, feedback), rightSamples + done);
     law.moveIndices(kLanes);
   }
   law.left.output = _mm_cvtsi128_si32(output);
