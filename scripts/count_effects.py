@@ -21,7 +21,7 @@ EFFECTS = [
     ("Phaser", 160), ("Tremolo", 17), ("Auto Pan", 31), ("Pump", 22), ("Slicer", 20), ("Ring Mod", 8),
     ("Grain Shifter", 21), ("Short Delay", 10), ("BPM Delay", 12), ("Room Reverb", 14), ("Hall Reverb", 40),
     ("Gate Reverb", 42), ("Compressor", 55), ("Master Compressor", 55), ("Drive", 48), ("Distortion", 150),
-    ("Kiln Force", 58), ("Decimator", 40), ("EQ", 62), ("Peaking EQ", 120), ("LPF", 56), ("HPF", 56), ("BPF", 56),
+    ("Kiln Force", 58), ("Decimator", 40), ("EQ", 62), ("Peaking EQ", 23), ("LPF", 56), ("HPF", 56), ("BPF", 56),
     ("Comb Filter", 27), ("Talking Mod", 62)]
 
 # The hall's tail outlasts the wait, and rounding keeps the peaking equalizer's output at -1.

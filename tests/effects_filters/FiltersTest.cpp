@@ -37,6 +37,7 @@ TEST(Filters, EveryFormSoundsAsThePlainOne) {
     expectFormsToAgree<Highpass>(seed, 400);
     expectFormsToAgree<Bandpass>(seed, 400);
     expectFormsToAgree<EffectAdapter<CombFilter>>(seed, 200);
+    expectFormsToAgree<EffectAdapter<PeakingEQ>>(seed, 400);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "core/FixedPoint.h"
 #include "core/VectorCode.h"
 #include "effects/filters/CombFilter.h"
 
@@ -16,6 +17,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 constexpr unsigned kLanes = CombFilter::kLanes;
+static_assert(kLanes == kPairs);
 constexpr std::size_t kMask = CombFilter::kLineLength - 1;
 
 /// The eight values of a line from `at` on.

@@ -13,9 +13,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 constexpr auto kSampleRate = static_cast<float>(cofu::core::kEngineRate);
-constexpr int kInputShift = 9;
-constexpr int kFractionBits = 24;
-constexpr float kOne = 1 << kFractionBits;
+constexpr float kOne = 1 << PeakingEQ::kFractionBits;
 
 /// Decibels per step of the Gain knob (30 / 127), and at its start.
 constexpr float kDecibelsPerStep = 0.23622048F;

@@ -13,6 +13,10 @@ namespace tesh::bramel::plugin::sivray::effects {
 struct PeakingEQ {
   static constexpr Knobs kStart{61, 70};
 
+  /// Bits of the memory above a sample, and fractional bits of the coefficients.
+  static constexpr int kInputShift = 9;
+  static constexpr int kFractionBits = 24;
+
   /// Coefficients of a second-order section, 24 fractional bits. The first feedback coefficient equals `b1`.
   struct Settings {
     std::int64_t b0;
@@ -34,11 +38,16 @@ struct PeakingEQ {
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) { *this = {}; }
   static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample) SIVRAY_NONBLOCKING;
+  void aim(const Settings& to, bool) { now = to; }
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runAvx2(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return left == Memory{} && right == Memory{}; }
   void skip(const Settings&, unsigned) {}
 
+  Settings now{};
   Memory left;
   Memory right;
 };
