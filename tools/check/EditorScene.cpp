@@ -23,7 +23,7 @@ std::string newFolder() {
 }  // namespace
 
 bool comesTrue(const std::function<bool()>& condition) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(isSanitized() ? 50 : 5);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(isSanitized() ? 100 : 30);
   while (!condition()) {
     if (std::chrono::steady_clock::now() > end) {
       return condition();

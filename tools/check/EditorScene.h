@@ -26,7 +26,8 @@ std::vector<Check> editorMouseChecks();
 std::vector<Check> editorProgramChecks();
 std::vector<Check> editorResourceChecks();
 
-/// Waits for what another thread brings about, 5 s at most and ten times that under a sanitizer. Whether it came true.
+/// Waits for what another thread brings about, 30 s at most and 100 s under a sanitizer: it takes milliseconds, unless
+/// other programs have the cores. Whether it came true.
 bool comesTrue(const std::function<bool()>& condition);
 
 class EditorScene {

@@ -24,9 +24,11 @@ using vsthost::PluginLibrary;
 
 constexpr double kColdMilliseconds = 100.0;
 constexpr std::int64_t kLeakKiB = 64;  // 2 was measured in 20 cycles, 8 in 990.
-/// JUCE's host keeps a little of each load: 13 was measured in 20 cycles.
-constexpr std::int64_t kLeakWithHostKiB = 256;
 constexpr std::int64_t kLeakOfPagesKiB = 512;
+/// JUCE's host keeps a little of each load: 13 was measured in 20 cycles, 185 in 990. Its threads have rooms of the
+/// allocator's, so that pages grow by more: 636.
+constexpr std::int64_t kLeakWithHostKiB = 256;
+constexpr std::int64_t kLeakOfPagesWithHostKiB = 2048;
 
 /// Must run first, before any of the library is in this process.
 Verdict loadAndUnload(const CheckSettings& settings) {
@@ -50,9 +52,10 @@ Verdict loadAndUnload(const CheckSettings& settings) {
     leftBehind += isMapped(settings.moduleName()) ? 1 : 0;
   }
   const std::int64_t mostHeap = settings.isVst2() ? kLeakKiB : kLeakWithHostKiB;
+  const std::int64_t mostPages = settings.isVst2() ? kLeakOfPagesKiB : kLeakOfPagesWithHostKiB;
   const bool flat = growth.threads() == 0 && growth.files() <= 0;
   const bool small = isSanitized() || (leftBehind == 0 && growth.heapKiB() <= mostHeap &&
-                                       growth.pagesKiB() <= kLeakOfPagesKiB && coldMilliseconds <= kColdMilliseconds);
+                                       growth.pagesKiB() <= mostPages && coldMilliseconds <= kColdMilliseconds);
   return verdict(flat && small,
                  "%d cycles, first in %.1f ms, %d stayed mapped, %+lld KiB of heap, %+lld of pages, %+d threads, "
                  "%+d files",
