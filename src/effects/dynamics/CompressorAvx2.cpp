@@ -22,7 +22,7 @@ namespace {
 template <int kShift>
 __m256i differences(const std::int16_t* samples, std::int64_t& previous) {
   const __m128i now = _mm_loadu_si128(reinterpret_cast<const __m128i*>(samples));
-  const __m128i before = _mm_insert_epi16(_mm_slli_si128(now, 2), static_cast<int>(previous >> kShift), 0);
+  const __m128i before = _mm_insert_epi16(_mm_slli_si128(now, 2), static_cast<std::int16_t>(previous >> kShift), 0);
   previous = std::int64_t{samples[kPairs - 1]} * (1 << kShift);
   return _mm256_slli_epi32(_mm256_sub_epi32(_mm256_cvtepi16_epi32(now), _mm256_cvtepi16_epi32(before)), kShift);
 }

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/dynamics/Pump.h"
 
+#include "effects/dynamics/PumpStep.h"
 #include "effects/dynamics/PumpTables.h"
-#include "effects/interfaces/BeatGainStep.h"
 #include "effects/interfaces/TempoTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {

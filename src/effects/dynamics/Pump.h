@@ -48,32 +48,9 @@ struct Pump {
 
   static constexpr std::int32_t kPhaseStart = -2147483647;
 
-  /// Where the gain goes at a phase, Q15: along the parabola, but not above the second half.
-  template <typename Words>
-  Words openingAt(Words at) const {
-    return smaller(parabola(at), secondHalf(at));
-  }
-
   Settings now{};
   std::int32_t phase = kPhaseStart;
   BeatGain gain;
-
- private:
-  /// Falls from 1.0 at both ends of the phase to 0 at mid-cycle, times the gain of the attack.
-  template <typename Words>
-  Words parabola(Words at) const {
-    const Words distance = magnitude(at);
-    return product<15>(product<47>(distance, distance), Words::all(now.attackGain));
-  }
-
-  /// Close to 0 in the first half of the cycle and close to 1.0 in the second: the sum of two saws that run against
-  /// each other.
-  template <typename Words>
-  static Words secondHalf(Words up) {
-    const Words down = Words::all(kPhaseStart) - up;
-    const Words sum = down.template shiftedRight<16>() + Words::all(32768) + up.template shiftedRight<16>();
-    return sum.template shiftedRight<1>();
-  }
 };
 
 extern template class TwoKnobEffect<Pump>;

@@ -10,7 +10,7 @@ SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/interfaces/SampleLanesAvx2.h"
 
-#include "effects/interfaces/BeatGainStep.h"
+#include "effects/dynamics/PumpStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 

@@ -2,7 +2,8 @@
 // oscillator of `phase` and `now.lfoStep`, a BeatGain `gain`, and
 //   static constexpr std::int32_t kFloor;      // gain that is left while it is shut, Q15
 //   static constexpr std::int32_t kSmoothing;  // share per sample by which the gain follows its target, Q15
-//   Words openingAt(Words phase) const;        // where the gain goes, Q15
+// and beside them, in a header like this one,
+//   Words openingAt(const Law&, Words phase);  // where the gain goes, Q15
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -26,7 +27,7 @@ void followBeat(Law& law, Opening* openings, unsigned count) {
   using Words = typename Samples::Words;
   std::int32_t state = law.gain.envelope.state - (kHalfOpen << 15);
   for (unsigned done = 0; done < count; done += Words::kCount) {
-    const Words targets = law.openingAt(Words::after(law.phase, law.now.lfoStep)) - Words::all(kHalfOpen);
+    const Words targets = openingAt(law, Words::after(law.phase, law.now.lfoStep)) - Words::all(kHalfOpen);
     std::int32_t pulls[Words::kCount];
     timesShort(targets, Law::kSmoothing).store(pulls);
     for (unsigned i = 0; i < Words::kCount; ++i) {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/rhythmic/Slicer.h"
 
-#include "effects/interfaces/BeatGainStep.h"
 #include "effects/interfaces/TempoTables.h"
+#include "effects/rhythmic/SlicerStep.h"
 #include "effects/rhythmic/SlicerTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {

@@ -54,16 +54,6 @@ struct Slicer {
   bool isSilent(unsigned) const { return true; }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
-  /// Where the gain goes at a phase, Q15: the sum of two saws that run against each other. It is close to 1.0 while the
-  /// gate is open and close to 0 while it is shut.
-  template <typename Words>
-  Words openingAt(Words up) const {
-    const Words down = Words::all(kPhaseTop) - up;
-    const Words later = Words::all(now.holdOffset) + up;
-    const Words sum = down.template shiftedRight<16>() + later.template shiftedRight<16>() - Words::all(now.edge);
-    return sum.template shiftedRight<1>();
-  }
-
   Settings now{};
   std::int32_t phase = 0;
   BeatGain gain;

@@ -10,7 +10,7 @@ SIVRAY_COMPILE_FOR("avx2")
 
 #include "effects/interfaces/SampleLanesAvx2.h"
 
-#include "effects/interfaces/BeatGainStep.h"
+#include "effects/rhythmic/SlicerStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
