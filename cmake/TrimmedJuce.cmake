@@ -31,6 +31,7 @@ function(sivray_trim_juce)
     filebrowser/juce_ContentSharer.cpp
     filebrowser/juce_FilenameComponent.cpp
     filebrowser/juce_FileSearchPathListComponent.cpp
+    filebrowser/juce_FileTreeComponent.cpp
     filebrowser/juce_ImagePreviewComponent.cpp
     layout/juce_ComponentBuilder.cpp
     layout/juce_FlexBox.cpp
@@ -65,6 +66,7 @@ function(sivray_trim_juce)
     widgets/juce_Toolbar.cpp
     widgets/juce_ToolbarItemComponent.cpp
     widgets/juce_ToolbarItemPalette.cpp
+    widgets/juce_TreeView.cpp
     windows/juce_CallOutBox.cpp
     windows/juce_DialogWindow.cpp
     windows/juce_ThreadWithProgressWindow.cpp
@@ -73,6 +75,15 @@ function(sivray_trim_juce)
   file(READ "${JUCE_MODULES_DIR}/juce_gui_basics/lookandfeel/juce_LookAndFeel_V4.cpp" text)
   sivray_replace_once(text "box.findParentComponentOfClass<ChoicePropertyComponent>() != nullptr ? 0.0f : 3.0f" "3.0f")
   sivray_replace_file(juce_gui_basics lookandfeel juce_LookAndFeel_V4.cpp "${text}")
+  # Its file browser shows a tree to those who ask for one; they get the list.
+  file(READ "${JUCE_MODULES_DIR}/juce_gui_basics/filebrowser/juce_FileBrowserComponent.cpp" text)
+  sivray_replace_once(text
+    "    if ((flags & useTreeView) != 0)\n    {\n        auto tree = new FileTreeComponent (*fileList);\n        fileListComponent.reset (tree);\n\n        if ((flags & canSelectMultipleItems) != 0)\n            tree->setMultiSelectEnabled (true);\n\n        addAndMakeVisible (tree);\n    }\n    else\n"
+    "")
+  sivray_replace_once(text
+    "    if (auto* tree = dynamic_cast<FileTreeComponent*> (fileListComponent.get()))\n        tree->refresh();\n" "")
+  sivray_replace_file(juce_gui_basics filebrowser juce_FileBrowserComponent.cpp "${text}")
+
   sivray_leave_out(juce_audio_basics
     buffers/juce_AudioDataConverters.cpp
     buffers/juce_AudioProcessLoadMeasurer.cpp
