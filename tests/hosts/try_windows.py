@@ -135,7 +135,9 @@ class Trial:
         state = self.folder / "dub.state"
         subprocess.run([RELEASE / "bin" / "sivray-render", "--program", "Dub Echo", "--save-state", state], check=True,
                        stdout=subprocess.DEVNULL)
-        linux = Host([RELEASE / "bin" / "try-plugin"], RELEASE / "Sivray" / "Sivray.so", self.environment)
+        # With the archive's content: the one that was built here may be newer.
+        linux = Host([RELEASE / "bin" / "try-plugin"], RELEASE / "Sivray" / "Sivray.so",
+                     dict(self.environment, BRAMEL_COMMON_FILES=str(self.home)))
         windows = self.host()
         linux.say("load")
         windows.say("load")
