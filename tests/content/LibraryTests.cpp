@@ -40,8 +40,7 @@ TEST(Library, IsReadBackByTheEngineAndTheBrowser) {
     EXPECT_EQ(info.sampleRate, static_cast<float>(wave.sampleRate));
     ASSERT_EQ(info.leftEnd - info.leftStart + 1, wave.left.size());
     Samples frames(2 * wave.left.size());
-    const std::array<std::uint32_t, 2> offsets{info.leftStart, info.rightStart};
-    file.read(frames.data(), offsets, wave.left.size(), wave.left.size());
+    file.read(frames.data(), {{info.leftStart, info.rightStart}, wave.left.size()}, wave.left.size());
     for (std::size_t frame = 0; frame < wave.left.size(); ++frame) {
       EXPECT_EQ(frames[2 * frame], wave.left[frame]);
       EXPECT_EQ(frames[2 * frame + 1], wave.right.empty() ? wave.left[frame] : wave.right[frame]);
