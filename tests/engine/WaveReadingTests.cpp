@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kWaves = 9;
 constexpr int kShortestWave = 14000;
-constexpr std::size_t kLongSlot = 20000;
+constexpr std::size_t kLongSlot = 14200;  ///< Shorter than the longest waves, and no whole number of pieces.
 static_assert(kShortestWave > 3 * WaveReading::kPieceFrames);
 
 /// Two engines that get the same changes: one reads each wave as a whole, the other piece by piece.

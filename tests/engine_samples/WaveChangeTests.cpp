@@ -169,6 +169,20 @@ TEST(WaveChange, KeepsTheFormerWaveInMemoryOnlyUntilTheNextIsReadAhead) {
   EXPECT_LE(presentPages(), ofOne / 10);
 }
 
+TEST(WaveChange, ReadsOnNoLongerOnceAWaveThatWasReadAheadTakesOver) {
+  constexpr std::size_t kFrames = 3 * WaveReading::kPieceFrames;
+  const support::SampleFolder folder({{"long", ramp(1, kFrames), {}}});
+  PcmFile file("SivrayPCM");
+  PcmPool pool(1, kFrames + 2);
+  PCMLoadTask load(pool, file);
+  std::int32_t wave = 0;
+  load.setValue(0, &wave);
+  EXPECT_TRUE(load.isReading());
+  load.prepare(0, wave);
+  load.setValue(0, &wave);
+  EXPECT_FALSE(load.isReading()) << "the next block would look for a pad that reads, without end";
+}
+
 TEST(WaveChange, NeedsNoFileForAWaveThatWasReadAhead) {
   Pads pads({{"first", ramp(1, 4), {}}, {"second", ramp(5, 10), {}}});
   pads.change(0, 0);

@@ -1,6 +1,9 @@
 // What a host block does: its pieces, the MIDI that comes with it, and an instrument without a processor.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+
 #include "ShellScene.h"
+#include "host/vst/VstRecords.h"
 
 namespace shell {
 namespace {
@@ -121,6 +124,32 @@ TEST_F(Shell, KeepsTheOrderAndTheTimesOfMessagesHoweverTheyAreTaken) {
   send({0x80, 37, 0}, 442);
   run(512);
   EXPECT_EQ(generator->midi, (Log{"902401@441", "902501@441", "b04a05@441", "802500@442"}));
+
+  // A list of a note, which needs no lock, and a controller, which does.
+  generator->midi.clear();
+  std::array<bramel::vst::VstMidiEvent, 2> list{};
+  for (auto& event : list) {
+    event.type = bramel::vst::kVstMidiType;
+  }
+  std::copy_n("\x90\x24\x01", 3, list[0].midiData);
+  std::copy_n("\xB0\x4A\x05", 3, list[1].midiData);
+  const auto record = [](auto& event) { return reinterpret_cast<bramel::vst::VstEvent*>(&event); };
+  shell->sendEvents({2, 0, {record(list[0]), record(list[1])}});
+  run();
+  EXPECT_EQ(generator->midi, (Log{"902401@0", "b04a05@0"}));
+}
+
+TEST_F(Shell, SetsAParameterToTheLatestOfMessagesAndWrites) {
+  for (const Bytes& message : {Bytes{0xB0, 7, 0}, Bytes{0xE0, 0, 0}}) {
+    send(message);
+    shell->setParameter(1, 0.25F);
+    run();
+    EXPECT_EQ(shell->parameterValue(1), 0.25F);
+    shell->setParameter(1, 0.5F);
+    send(message);
+    run();
+    EXPECT_EQ(shell->parameterValue(1), 0.0F);
+  }
 }
 
 TEST_F(Shell, PlaysTheKeyboardOnlyWhileActiveAndTellsTheHost) {
