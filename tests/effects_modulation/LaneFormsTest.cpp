@@ -35,7 +35,7 @@ TEST(Modulation, LanesStopWhereATriangleIsAtItsVeryTop) {
     for (const int spread : {0, Q60393Autopan::kSpread}) {
       Q60393Autopan plain;
       plain.lfoStep = step;
-      plain.phase = tesh::cofu::core::wrapSub(wrapSub(kTop, spread), 21 * step);
+      plain.phase = tesh::cofu::core::wrapSub(tesh::cofu::core::wrapSub(kTop, spread), 21 * step);
       plain.smoothLeft = plain.smoothRight = GainModulator::kHalf - 1;
       Q60393Autopan fast = plain;
       scene::Stereo expected(64);
