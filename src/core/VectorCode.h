@@ -1,5 +1,5 @@
-// Marks around code that is compiled for an instruction set which not every processor has, in a source file of its own.
-// Whoever calls such code asks platform/CpuFeatures.h first.
+// Marks around code for an instruction set that some processors lack. Such code has source files of its own.
+// Callers must ask platform/CpuFeatures.h first.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -146,7 +146,7 @@ Verdict twoEditors(const CheckSettings& settings) {
 }
 
 Verdict unloading(const CheckSettings& settings) {
-  // Each load has threads of its own, and the allocator rooms of theirs.
+  // Each load starts threads, and the allocator keeps an arena for each thread.
   constexpr std::int64_t kLeakOfThreadsPagesKiB = 2048;
   const std::int64_t mostHeap = settings.full ? 8 * kLeakKiB : kLeakKiB;  // In ten times as many cycles.
   const int cycles = isSanitized() ? GrowthWatch::kWarmCycles + 2 : settings.count(100, 1000);

@@ -1,5 +1,5 @@
-// Consecutive values of an oscillator side by side in the 32-bit lanes of a vector register: phases, and what a law
-// makes of them before it goes on with samples. To each form of SampleLanes.h belongs one here, with the same results:
+// Consecutive values of an oscillator in the 32-bit lanes of a vector register: phases, and what a law computes from
+// them before it turns to samples. Each form of SampleLanes.h has its counterpart here, and all give the same results:
 // OneWord, WordsSse2 and WordsAvx2 (in WordLanesAvx2.h).
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once

@@ -36,8 +36,8 @@ class PcmFile {
   std::optional<platform::InputFile> open() const { return platform::InputFile::open(path); }
 
   /// Fills the interleaved frames `first` to `first` + `count` - 1 of a slot. Frames past the wave's, and samples past
-  /// the end of the file, are 0. Returns false if samples are not at hand in the system's cache and `reading` does not
-  /// allow to wait for them; then it has asked the system to read on from there. Allocates nothing. Any thread.
+  /// the end of the file, are 0. Returns false if `reading` is cachedOnly and samples are missing from the system's
+  /// cache; the system has then been asked to read them. Allocates nothing. Any thread.
   static bool readPart(platform::InputFile& file, const WaveStretch& wave, std::int16_t* slot, std::size_t first,
                        std::size_t count, Reading reading);
 

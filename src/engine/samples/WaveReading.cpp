@@ -32,7 +32,7 @@ void WaveReading::need(std::size_t first, std::size_t last) {
 }
 
 void WaveReading::readNext() {
-  // Some file systems never say that they have a piece at hand.
+  // Some file systems never read from their cache alone.
   constexpr int kPatience = 200;
   while (nextPiece < pieceCount && isRead[nextPiece]) {
     ++nextPiece;

@@ -35,7 +35,7 @@ class WaveReading {
   /// Reads the pieces that hold the frames from `first` to `last`. Frames past the memory's used ones are zero anyway.
   void need(std::size_t first, std::size_t last);
 
-  /// Reads the first of the missing pieces, if the system has it at hand, and asks it for the next ones otherwise. The
+  /// Reads the first missing piece if it is in the system's cache. Otherwise asks the system to read it ahead. The
   /// last piece ends the reading.
   void readNext();
 
@@ -54,7 +54,7 @@ class WaveReading {
   std::size_t frameCount = 0;
   std::size_t pieceCount = 0;
   std::size_t nextPiece = 0;  ///< All before it are read.
-  int refusals = 0;           ///< Times in a row that the next piece was not at hand.
+  int refusals = 0;           ///< How often in a row the next piece was not in the cache.
   std::bitset<kMostPieces> isRead;
 };
 
