@@ -3,6 +3,7 @@
 #include "host/adapter/BramelVstAdapterImpl.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <stdexcept>
 #include <utility>
@@ -44,13 +45,6 @@ std::uint64_t BramelVstAdapter::Impl::parameterId(std::int32_t index) const {
   return index < 0 ? BramelInstrument::kNoParameter : instrument->parameterId(static_cast<std::uint64_t>(index));
 }
 
-BramelVstAdapter::Impl::Callback::Callback(Impl& newOwner) : owner(newOwner) {
-  midiEvent.type = kVstMidiType;
-  midiEvent.byteSize = sizeof(midiEvent);
-  events.numEvents = 1;
-  events.events[0] = reinterpret_cast<VstEvent*>(&midiEvent);
-}
-
 void BramelVstAdapter::Impl::Callback::beginEdit(std::uint64_t visibleIndex) {
   owner.owner->beginEdit(hostIndex(visibleIndex));
 }
@@ -67,12 +61,18 @@ void BramelVstAdapter::Impl::Callback::sendMidi(const std::uint8_t* data, std::s
   if (data == nullptr || size == 0 || data[0] < cofu::core::kMidiFirstStatus) {
     return;
   }
-  std::uint8_t message[sizeof(midiEvent.midiData)]{};
-  std::copy_n(data, std::min(size, sizeof(message)), message);
-  std::copy_n(message, sizeof(message), midiEvent.midiData);
-  midiEvent.deltaFrames = deltaFrames;
+  VstMidiEvent event{};
+  event.type = kVstMidiType;
+  event.byteSize = sizeof(event);
+  event.deltaFrames = deltaFrames;
+  std::array<std::uint8_t, sizeof(event.midiData)> message{};
+  std::copy_n(data, std::min(size, message.size()), message.begin());
+  std::copy_n(message.begin(), message.size(), event.midiData);
+  VstEvents events{};
+  events.numEvents = 1;
+  events.events[0] = reinterpret_cast<VstEvent*>(&event);
   owner.owner->sendVstEventsToHost(&events);
-  owner.keyLights.messageSent(message);
+  owner.keyLights.messageSent(message.data());
 }
 
 void BramelVstAdapter::Impl::Callback::parametersChanged() {

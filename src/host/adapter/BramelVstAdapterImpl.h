@@ -32,10 +32,10 @@ class BramelVstAdapter::Impl {
   std::vector<std::uint8_t> latestChunk;  ///< Read by the host until its next getChunk.
 };
 
-/// Called on any thread; `sendMidi` with the instrument's main lock held.
+/// Called on any thread, on several at once too.
 class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
  public:
-  explicit Callback(Impl& newOwner);
+  explicit Callback(Impl& newOwner) : owner(newOwner) {}
 
   void beginEdit(std::uint64_t visibleIndex) override;
   void endEdit(std::uint64_t visibleIndex) override;
@@ -47,8 +47,6 @@ class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
 
  private:
   Impl& owner;
-  VstEvents events{};  ///< Holds `midiEvent`; both are reused for every message.
-  VstMidiEvent midiEvent{};
 };
 
 }  // namespace tesh::bramel::vst

@@ -70,6 +70,7 @@ void HostReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int3
   Message message;
   message.frame = deltaFrames;
   std::copy_n(data, std::min(size, message.bytes.size()), message.bytes.begin());
+  const std::lock_guard lock(sendersMutex);
   messages.put(message);
 }
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,7 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   void endEdit(std::uint64_t visibleIndex) override;
   void automate(std::uint64_t visibleIndex, float value) override;
 
-  /// Keeps the message for the next block, which takes it to the host; drops it when 511 wait. With the shell's main
-  /// lock held, by which all senders come one at a time.
+  /// Keeps the message for the next block, which takes it to the host; drops it when 511 wait. Any thread.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
   /// Tells the host all values, at once or, after `holdValues`, a little later.
   void parametersChanged() override;
@@ -67,6 +67,7 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
 
   const std::vector<ClientParameter*> parameters;
   const std::shared_ptr<HostEchoes> echoes;
+  std::mutex sendersMutex;  ///< Lets senders put one message at a time.
   vimo::LockFreeRing<Message> messages{kMessages};
   std::atomic<bool> areValuesHeld = false;
 };

@@ -11,7 +11,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Calls to the host. `visibleIndex` is the host's number of a parameter.
+/// Calls to the host, with no lock of the instrument held but in two places: a block holds the main lock while it sends
+/// MIDI, and key states are reported under a lock of their own. `visibleIndex` is the host's number of a parameter.
 class BramelInstrumentHostCallback {
  public:
   virtual ~BramelInstrumentHostCallback() = default;

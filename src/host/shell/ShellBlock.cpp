@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <mutex>
 #include <optional>
 #include <span>
 
@@ -336,16 +337,21 @@ void ShellBlock::takeMidi(const std::uint8_t* data, std::size_t size, std::int32
 }
 
 void ShellBlock::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  const std::lock_guard lock(core.mainMutex);
-  if (!active || data == nullptr || size == 0) {
+  if (data == nullptr || size == 0) {
+    return;
+  }
+  std::unique_lock lock(core.mainMutex);
+  if (!active) {
     return;
   }
   emptyInbox();
   const MidiVerdict verdict = judge(data, size);
+  if (verdict.toEngine) {
+    queueForEngine(verdict.message, deltaFrames);
+  }
+  lock.unlock();  // The host may wait in its answer for a block.
   if (verdict.parameterId) {
     parameters.setFromEditor(*verdict.parameterId, verdict.value);
-  } else if (verdict.toEngine) {
-    queueForEngine(verdict.message, deltaFrames);
   }
   if (size <= kLongestMidiOut) {
     core.tellHost([&](BramelInstrumentHostCallback& host) { host.sendMidi(data, size, deltaFrames); });
