@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include "ShellScene.h"
 #include "core/LittleEndian.h"
+#include "storage/programs/ProgramFileCopies.h"
 #include "storage/state/EditBufferRecord.h"
 
 namespace shell {
@@ -119,6 +121,40 @@ TEST_F(Programs, ReachTheDiskWithEveryChangeOfABank) {
   expectOnDisk({"over", "a"});
   shell->importPrograms((documents / "three.prog").string());
   expectOnDisk({"over", "a", "a", "b", "c"});
+}
+
+TEST_F(Programs, KeepACopyOfTheirFileBeforeTheyAreDeletedOverwrittenOrImported) {
+  const std::string exported = (documents / "one.prog").string();
+  std::string before;
+  const auto expectCopy = [&](const std::function<void()>& change) {
+    before = bytesOf(userFile());
+    const auto copies = vimo::programFileCopies(userFile().string());
+    change();
+    const auto after = vimo::programFileCopies(userFile().string());
+    ASSERT_EQ(after.size(), copies.size() + 1);
+    EXPECT_EQ(bytesOf(after.front().path), before);
+  };
+  store(kUser, "a", 0.5F);
+  store(kUser, "b", 0.5F);
+  shell->exportPrograms(exported);
+  shell->moveProgram(kUser, 0, 1);
+  EXPECT_TRUE(vimo::programFileCopies(userFile().string()).empty()) << "nothing was taken away";
+  shell->renameCurrentProgram("c");
+  expectCopy([this] { shell->overwriteProgram(); });
+  expectCopy([&] { shell->importPrograms(exported); });
+  expectCopy([this] { shell->deleteProgram(kUser, 0); });
+}
+
+TEST_F(Programs, SayWhetherTheyReachedTheDisk) {
+  EXPECT_TRUE(shell->areProgramsWritten());
+  fs::create_directories(userFile());  // A folder in the file's place.
+  store(kUser, "a", 0.5F);
+  EXPECT_FALSE(shell->areProgramsWritten());
+  EXPECT_FALSE(shell->exportPrograms(userFile().string()));
+  fs::remove(userFile());
+  store(kUser, "b", 0.5F);
+  EXPECT_TRUE(shell->areProgramsWritten());
+  EXPECT_TRUE(shell->exportPrograms((documents / "out.prog").string()));
 }
 
 TEST_F(Programs, FollowTheirSelectionWhenTheListChanges) {

@@ -204,7 +204,8 @@ void BramelInstrument::moveProgram(std::uint64_t bank, std::uint64_t from, std::
 
 void BramelInstrument::renameCurrentProgram(const std::string& name) { impl->programs.rename(name); }
 void BramelInstrument::importPrograms(const std::string& path) { impl->programs.importFrom(path); }
-void BramelInstrument::exportPrograms(const std::string& path) { impl->programs.exportTo(path); }
+bool BramelInstrument::exportPrograms(const std::string& path) { return impl->programs.exportTo(path); }
+bool BramelInstrument::areProgramsWritten() const { return impl->programs.areWritten(); }
 
 std::vector<std::uint8_t> BramelInstrument::getState() { return impl->programs.getState(); }
 void BramelInstrument::setState(const void* data, std::size_t size) { impl->programs.setState(data, size); }

@@ -124,7 +124,8 @@ class BramelInstrument : public BramelInstrumentBase {
   void setProperty(const std::string& name, const Property& value);
 
   // Programs. Banks: 0 factory, 1 second factory, 2 ghost, 3 and above user. Every change of a bank writes the user's
-  // program file before the editor is told; blocks do not wait for the disk.
+  // program file before the editor is told; blocks do not wait for the disk. Deleting, overwriting and importing first
+  // keep a dated copy of that file.
 
   std::uint64_t currentProgram();
   std::uint64_t currentBank() const;
@@ -142,7 +143,10 @@ class BramelInstrument : public BramelInstrumentBase {
   void renameCurrentProgram(const std::string& name);
   /// Appends the programs of an exported file to the user bank. Another file adds nothing.
   void importPrograms(const std::string& path);
-  void exportPrograms(const std::string& path);
+  /// False if the file could not be written.
+  bool exportPrograms(const std::string& path);
+  /// False from a change of a bank that did not reach the disk until the next one that does. Any thread.
+  bool areProgramsWritten() const;
 
   // State.
 

@@ -10,6 +10,7 @@
 
 #include "host/shell/ProgramBanks.h"
 #include "storage/paths/Paths.h"
+#include "storage/programs/ProgramFileCopies.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"
 
@@ -35,7 +36,7 @@ void ShellPrograms::takeWaitingSelection() {
 /// Runs `change` with the main lock held; if it gives true, writes the user's program file and then runs `report`,
 /// again with the lock.
 template <typename Change, typename Report>
-void ShellPrograms::changeBanks(Change change, Report report) {
+void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
   if (!core.processor) {
     return;
   }
@@ -47,15 +48,19 @@ void ShellPrograms::changeBanks(Change change, Report report) {
     }
     controller().programs().fit(Bank::user);
   }
-  writeUserPrograms();
+  writeUserPrograms(effect);
   const std::lock_guard lock(core.mainMutex);
   core.tellEditor(report);
 }
 
 /// With `fileMutex` held: the records change only under both locks, and a block only reads them.
-void ShellPrograms::writeUserPrograms() const {
+void ShellPrograms::writeUserPrograms(Effect effect) {
+  const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
+  if (effect == Effect::takesAway) {
+    vimo::keepProgramFileCopy(path, vimo::copyTimeNow());  // Without one the user's wish is still done.
+  }
   const auto file = vimo::makeUserProgramFile(*controller().programs().database(Bank::user));
-  writeFile(pathFor(kBramelPath_UserProgram, core.processor->instrumentName()), file.data(), file.size());
+  isFileWritten = writeFile(path, file.data(), file.size());
 }
 
 std::uint64_t ShellPrograms::currentProgram() {
@@ -114,6 +119,7 @@ void ShellPrograms::saveAs(Bank bank, const std::string& name) {
   }
   std::uint64_t saved = 0;
   changeBanks(
+      Effect::adds,
       [&](vimo::ProgramShelf& shelf) {
         block.flushWrites();
         controller().setProgramName(name);
@@ -131,6 +137,7 @@ void ShellPrograms::saveAs(Bank bank, const std::string& name) {
 
 void ShellPrograms::overwrite() {
   changeBanks(
+      Effect::takesAway,
       [&](vimo::ProgramShelf& shelf) {
         block.flushWrites();
         const vimo::ProgramSelection selected = shelf.selection();
@@ -150,6 +157,7 @@ void ShellPrograms::rename(const std::string& name) {
 
 void ShellPrograms::remove(Bank bank, std::uint64_t index) {
   changeBanks(
+      Effect::takesAway,
       [&](vimo::ProgramShelf& shelf) {
         takeWaitingSelection();
         const bool exists = index < shelf.programCount(bank);
@@ -161,6 +169,7 @@ void ShellPrograms::remove(Bank bank, std::uint64_t index) {
 
 void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
   changeBanks(
+      Effect::adds,
       [&](vimo::ProgramShelf& shelf) {
         takeWaitingSelection();
         const std::uint64_t count = shelf.programCount(bank);
@@ -197,6 +206,7 @@ void ShellPrograms::importFrom(const std::string& path) {
     fitBanks(image->macroCount);
   }
   changeBanks(
+      Effect::takesAway,
       [&](vimo::ProgramShelf& shelf) {
         const std::uint64_t before = shelf.programCount(Bank::user);
         if (incoming) {
@@ -209,9 +219,9 @@ void ShellPrograms::importFrom(const std::string& path) {
       [&](BramelInstrumentUICallback& editor) { editor.programSaved(nameOf(Bank::user), added.data(), added.size()); });
 }
 
-void ShellPrograms::exportTo(const std::string& path) {
+bool ShellPrograms::exportTo(const std::string& path) {
   if (!core.processor) {
-    return;
+    return false;
   }
   const std::lock_guard fileLock(fileMutex);
   {
@@ -220,7 +230,7 @@ void ShellPrograms::exportTo(const std::string& path) {
   }
   const auto file =
       vimo::makeExportedPrograms(*controller().programs().database(Bank::user), core.processor->instrumentName());
-  writeChosenFile(path, file.data(), file.size());
+  return writeChosenFile(path, file.data(), file.size());
 }
 
 std::vector<std::uint8_t> ShellPrograms::getState() {

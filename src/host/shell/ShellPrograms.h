@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -35,7 +36,8 @@ class ShellPrograms {
   void remove(vimo::Bank bank, std::uint64_t index);
   void move(vimo::Bank bank, std::uint64_t from, std::uint64_t to);
   void importFrom(const std::string& path);
-  void exportTo(const std::string& path);
+  bool exportTo(const std::string& path);
+  bool areWritten() const { return isFileWritten; }
 
   std::vector<std::uint8_t> getState();
   void setState(const void* data, std::size_t size);
@@ -46,15 +48,18 @@ class ShellPrograms {
   Controller& controller() const { return core.processor->controller(); }
   void postProgramChange(const vimo::ProgramSelection& program);
   void takeWaitingSelection();
+  /// What a change of a bank does to the user's program file.
+  enum class Effect { adds, takesAway };
   template <typename Change, typename Report>
-  void changeBanks(Change change, Report report);
-  void writeUserPrograms() const;
+  void changeBanks(Effect effect, Change change, Report report);
+  void writeUserPrograms(Effect effect);
   void fitBanks(std::uint64_t imageMacroCount);
 
   ShellCore& core;
   ShellParameters& parameters;
   ShellBlock& block;
   std::recursive_mutex fileMutex;
+  std::atomic<bool> isFileWritten = true;  ///< The user's file holds what the user's bank holds.
 };
 
 }  // namespace tesh::bramel::vst
