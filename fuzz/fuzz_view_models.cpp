@@ -28,7 +28,7 @@ struct Host final : vst::BramelInstrumentHostCallback {
   }
   void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {}
   void parametersChanged() override {}
-  void programChanged() override {}
+  void programChanged(vst::Origin) override {}
   void keyStateChanged(int) override {}
   vst::BramelInstrument& instrument;
 };

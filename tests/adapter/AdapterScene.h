@@ -89,10 +89,10 @@ class FakeHost {
   std::vector<HostCall> calls;
 };
 
-/// Notes the MIDI that the shell has taken in.
+/// Notes the MIDI that the shell has taken in, and counts its blocks.
 struct NotingEditor final : BramelInstrumentUICallback {
   void holdUpdates() override {}
-  void releaseUpdates() override {}
+  void releaseUpdates() override { ++blocks; }
   void programSaved(const std::string&, const std::uint64_t*, std::uint64_t) override {}
   void programDeleted(const std::string&, const std::uint64_t*, std::uint64_t) override {}
   void programMoved(const std::string&, std::uint64_t, std::uint64_t) override {}
@@ -103,6 +103,7 @@ struct NotingEditor final : BramelInstrumentUICallback {
     tesh::cofu::core::mayWait([&] { messages.emplace_back(data, data + size); });
   }
   std::vector<Bytes> messages;
+  int blocks = 0;  ///< Of no frames too.
 };
 
 class Adapter : public testing::Test {

@@ -193,7 +193,9 @@ TEST_F(Adapter, TellsTheHostAllParametersOfASelectedProgramFromTheFirstOn) {
   effect->setParameter(effect, 0, 0.125F);
   host.take();
   shell->saveProgramAs(3, "quiet");
+  const int blocks = editor->blocks;
   shell->setProgram(0, 0);
+  EXPECT_EQ(editor->blocks - blocks, 1) << "which selects it";
   auto calls = host.take();
   std::erase_if(calls, [](const HostCall& call) { return call.opcode != audioMasterAutomate; });
   ASSERT_EQ(calls.size(), 2U);

@@ -26,7 +26,7 @@ struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
     });
   }
   void parametersChanged() override { waitForAnotherThread(); }
-  void programChanged() override {}
+  void programChanged(bramel::vst::Origin /*origin*/) override {}
   void keyStateChanged(int /*note*/) override {}
 
   void waitForAnotherThread() {

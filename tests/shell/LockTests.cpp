@@ -93,7 +93,7 @@ TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
       isSent = sent.wait_for(std::chrono::seconds(2)) == std::future_status::ready;
     }
     void parametersChanged() override {}
-    void programChanged() override {}
+    void programChanged(bramel::vst::Origin) override {}
     void keyStateChanged(int) override {}
     std::function<void()> play;
     std::future<void> sent;

@@ -126,7 +126,7 @@ TEST_F(Shell, AnswersAListenerThatAsksInsideABlock) {
       seen = instrument.parameterValue(0);
     }
     void parametersChanged() override {}
-    void programChanged() override {}
+    void programChanged(bramel::vst::Origin) override {}
     void keyStateChanged(int) override {}
     BramelInstrument& instrument;
     float seen = -1.0F;

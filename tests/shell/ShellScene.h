@@ -116,8 +116,10 @@ struct NotingHost final : bramel::vst::BramelInstrumentHostCallback, Noting {
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t delta) override {
     note("midi " + hex(data, size) + "@" + std::to_string(delta));
   }
+  void programChanged(bramel::vst::Origin origin) override {
+    note(origin == bramel::vst::Origin::panel ? "program" : "own program");
+  }
   void parametersChanged() override { note("parameters"); }
-  void programChanged() override {}
   void keyStateChanged(int key) override { note("key " + std::to_string(key)); }
   BramelInstrument& instrument;
   Log log;

@@ -135,7 +135,7 @@ std::int32_t BramelVstAdapter::getProgram() { return countForHost(impl->instrume
 
 void BramelVstAdapter::setProgram(std::int32_t index) {
   if (index >= 0) {
-    impl->instrument->setProgram(0, static_cast<std::uint64_t>(index));
+    impl->instrument->setProgram(0, static_cast<std::uint64_t>(index), Origin::host);
   }
 }
 

@@ -41,8 +41,8 @@ class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
   void endEdit(std::uint64_t visibleIndex) override;
   void automate(std::uint64_t visibleIndex, float value) override;
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
+  void programChanged(Origin /*origin*/) override {}
   void parametersChanged() override;
-  void programChanged() override {}
   void keyStateChanged(int note) override;
 
  private:

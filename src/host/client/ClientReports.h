@@ -35,7 +35,7 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
   /// Tells the host all values, at once or, after `holdValues`, a little later.
   void parametersChanged() override;
-  void programChanged() override {}
+  void programChanged(Origin /*origin*/) override {}
   void keyStateChanged(int /*note*/) override {}
 
   /// For as long as the host itself chooses a program: values wait for kSettling. A host that restores a song may

@@ -204,7 +204,7 @@ void SivrayProcessor::setCurrentProgram(int index) {
   if (index >= 0 && static_cast<std::uint64_t>(index) < impl->instrument->programCount(kFactoryBank)) {
     impl->latestProgram = index;
     impl->hostReports->holdValues(true);
-    impl->instrument->setProgram(kFactoryBank, static_cast<std::uint64_t>(index));
+    impl->instrument->setProgram(kFactoryBank, static_cast<std::uint64_t>(index), Origin::host);
     impl->hostReports->holdValues(false);
   }
 }

@@ -184,8 +184,8 @@ std::string BramelInstrument::programName(std::uint64_t bank, std::uint64_t inde
   return impl->programs.programName(bankOf(bank), index);
 }
 
-void BramelInstrument::setProgram(std::uint64_t bank, std::uint64_t index) {
-  impl->programs.setProgram(bankOf(bank), index);
+void BramelInstrument::setProgram(std::uint64_t bank, std::uint64_t index, Origin origin) {
+  impl->programs.setProgram(bankOf(bank), index, origin);
 }
 
 void BramelInstrument::saveProgramAs(std::uint64_t bank, const std::string& name) {

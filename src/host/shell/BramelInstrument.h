@@ -132,7 +132,8 @@ class BramelInstrument : public BramelInstrumentBase {
   std::string currentProgramName();
   std::uint64_t programCount(std::uint64_t bank) const;
   std::string programName(std::uint64_t bank, std::uint64_t index) const;
-  void setProgram(std::uint64_t bank, std::uint64_t index);
+  /// Selects a program at once, also while no audio runs, and tells the editor and then the host.
+  void setProgram(std::uint64_t bank, std::uint64_t index, Origin origin = Origin::panel);
   /// Stores the current values as the last program of the bank; the next block selects it.
   void saveProgramAs(std::uint64_t bank, const std::string& name);
   /// Stores the current values into the selected program.

@@ -11,6 +11,9 @@
 
 namespace tesh::bramel::vst {
 
+/// Who has chosen a program: the host by a call of its own, or the user on the panel.
+enum class Origin { host, panel };
+
 /// Calls to the host, with no lock of the instrument held but in two places: a block holds the main lock while it sends
 /// MIDI, and key states are reported under a lock of their own. `visibleIndex` is the host's number of a parameter.
 class BramelInstrumentHostCallback {
@@ -25,9 +28,10 @@ class BramelInstrumentHostCallback {
   /// A message for the host's MIDI input. On the audio thread if a block sends it; the host's code may then wait.
   virtual void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) = 0;
 
-  /// All parameters may have changed.
+  /// Another program is selected and all parameters may have changed: `programChanged`, then `parametersChanged`, for
+  /// hosts that take the one and hosts that take the other.
+  virtual void programChanged(Origin origin) = 0;
   virtual void parametersChanged() = 0;
-  virtual void programChanged() = 0;
   virtual void keyStateChanged(int note) = 0;
 };
 

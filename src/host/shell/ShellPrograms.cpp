@@ -97,7 +97,7 @@ std::string ShellPrograms::programName(Bank bank, std::uint64_t index) const {
   return core.processor ? controller().programs().database(bank)->name(index) : std::string();
 }
 
-void ShellPrograms::setProgram(Bank bank, std::uint64_t index) {
+void ShellPrograms::setProgram(Bank bank, std::uint64_t index, Origin origin) {
   core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
     processor.controller().addReadsOfProgram(index, bank, coming);
   });
@@ -110,7 +110,10 @@ void ShellPrograms::setProgram(Bank bank, std::uint64_t index) {
   parameters.cache.refresh(controller());
   core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
   lock.unlock();  // The host hears of every parameter, which may take long.
-  core.tellHost([](BramelInstrumentHostCallback& host) { host.parametersChanged(); });
+  core.tellHost([origin](BramelInstrumentHostCallback& host) {
+    host.programChanged(origin);
+    host.parametersChanged();
+  });
 }
 
 void ShellPrograms::saveAs(Bank bank, const std::string& name) {

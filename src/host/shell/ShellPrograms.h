@@ -28,7 +28,7 @@ class ShellPrograms {
   std::string currentProgramName();
   std::uint64_t programCount(vimo::Bank bank) const;
   std::string programName(vimo::Bank bank, std::uint64_t index) const;
-  void setProgram(vimo::Bank bank, std::uint64_t index);
+  void setProgram(vimo::Bank bank, std::uint64_t index, Origin origin);
 
   void saveAs(vimo::Bank bank, const std::string& name);
   void overwrite();
