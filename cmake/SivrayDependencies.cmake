@@ -46,6 +46,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   if(NOT WIN32)
     sivray_trim_juce()
   endif()
+  sivray_compile_changed_juce()
 
   add_library(sivray_juce_modules STATIC)
   set_target_properties(sivray_juce_modules PROPERTIES OUTPUT_NAME sivray_juce UNITY_BUILD OFF)

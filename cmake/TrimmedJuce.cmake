@@ -2,10 +2,9 @@
 # leave them out as well. Whoever comes to use one meets an undefined symbol, and takes its file out of these lists.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# sivray_trim_juce(): leaves the sources out. To be called after the last file of a module has been replaced. Windows' own
-# code uses others, and is not built as often.
+# sivray_trim_juce(): leaves the sources out. Windows' own code uses others, and is not built as often.
 function(sivray_trim_juce)
-  sivray_leave_out(juce_core
+  sivray_leave_out_of_juce(juce_core
     logging/juce_FileLogger.cpp
     maths/juce_Expression.cpp
     text/juce_TextDiff.cpp
@@ -13,16 +12,16 @@ function(sivray_trim_juce)
     javascript/juce_Javascript.cpp
     zip/juce_ZipFile.cpp
     native/juce_android_AndroidDocument.cpp)  # Of all systems, in spite of its name.
-  sivray_leave_out(juce_events
+  sivray_leave_out_of_juce(juce_events
     interprocess/juce_InterprocessConnection.cpp
     interprocess/juce_InterprocessConnectionServer.cpp
     interprocess/juce_ConnectedChildProcess.cpp
     interprocess/juce_NetworkServiceDiscovery.cpp)
-  sivray_leave_out(juce_graphics
+  sivray_leave_out_of_juce(juce_graphics
     contexts/juce_LowLevelGraphicsPostScriptRenderer.cpp
     images/juce_ImageConvolutionKernel.cpp
     effects/juce_GlowEffect.cpp)
-  sivray_leave_out(juce_gui_basics
+  sivray_leave_out_of_juce(juce_gui_basics
     buttons/juce_ArrowButton.cpp
     buttons/juce_HyperlinkButton.cpp
     buttons/juce_ImageButton.cpp
@@ -71,20 +70,7 @@ function(sivray_trim_juce)
     windows/juce_DialogWindow.cpp
     windows/juce_ThreadWithProgressWindow.cpp
     windows/juce_TooltipWindow.cpp)
-  # The look of a combo box asks whether it stands among properties.
-  file(READ "${JUCE_MODULES_DIR}/juce_gui_basics/lookandfeel/juce_LookAndFeel_V4.cpp" text)
-  sivray_replace_once(text "box.findParentComponentOfClass<ChoicePropertyComponent>() != nullptr ? 0.0f : 3.0f" "3.0f")
-  sivray_replace_file(juce_gui_basics lookandfeel juce_LookAndFeel_V4.cpp "${text}")
-  # Its file browser shows a tree to those who ask for one; they get the list.
-  file(READ "${JUCE_MODULES_DIR}/juce_gui_basics/filebrowser/juce_FileBrowserComponent.cpp" text)
-  sivray_replace_once(text
-    "    if ((flags & useTreeView) != 0)\n    {\n        auto tree = new FileTreeComponent (*fileList);\n        fileListComponent.reset (tree);\n\n        if ((flags & canSelectMultipleItems) != 0)\n            tree->setMultiSelectEnabled (true);\n\n        addAndMakeVisible (tree);\n    }\n    else\n"
-    "")
-  sivray_replace_once(text
-    "    if (auto* tree = dynamic_cast<FileTreeComponent*> (fileListComponent.get()))\n        tree->refresh();\n" "")
-  sivray_replace_file(juce_gui_basics filebrowser juce_FileBrowserComponent.cpp "${text}")
-
-  sivray_leave_out(juce_audio_basics
+  sivray_leave_out_of_juce(juce_audio_basics
     buffers/juce_AudioDataConverters.cpp
     buffers/juce_AudioProcessLoadMeasurer.cpp
     midi/juce_MidiKeyboardState.cpp
@@ -112,15 +98,15 @@ function(sivray_trim_juce)
     utilities/juce_LagrangeInterpolator.cpp
     utilities/juce_SmoothedValue.cpp
     utilities/juce_WindowedSincInterpolator.cpp)
-  sivray_leave_out(juce_audio_formats
+  sivray_leave_out_of_juce(juce_audio_formats
     format/juce_AudioFormatReaderSource.cpp
     format/juce_BufferingAudioFormatReader.cpp
     sampler/juce_Sampler.cpp)
-  sivray_leave_out(juce_audio_devices
+  sivray_leave_out_of_juce(juce_audio_devices
     audio_io/juce_AudioDeviceManager.cpp
     sources/juce_AudioSourcePlayer.cpp
     sources/juce_AudioTransportSource.cpp)
-  sivray_leave_out(juce_audio_processors
+  sivray_leave_out_of_juce(juce_audio_processors
     processors/juce_AudioProcessorGraph.cpp
     processors/juce_GenericAudioProcessorEditor.cpp
     scanning/juce_KnownPluginList.cpp
@@ -128,7 +114,7 @@ function(sivray_trim_juce)
     scanning/juce_PluginListComponent.cpp
     utilities/juce_AudioProcessorValueTreeState.cpp
     utilities/juce_ParameterAttachments.cpp)
-  sivray_leave_out(juce_gui_extra
+  sivray_leave_out_of_juce(juce_gui_extra
     documents/juce_FileBasedDocument.cpp
     code_editor/juce_CodeDocument.cpp
     code_editor/juce_CodeEditorComponent.cpp
@@ -147,13 +133,4 @@ function(sivray_trim_juce)
     misc/juce_SystemTrayIconComponent.cpp
     misc/juce_WebBrowserComponent.cpp
     native/juce_linux_X11_SystemTrayIcon.cpp)
-endfunction()
-
-# sivray_leave_out(<module> <file>...): compiles the module without these sources of it.
-function(sivray_leave_out module)
-  file(READ "${JUCE_MODULES_DIR}/${module}/${module}.cpp" text)
-  foreach(file ${ARGN})
-    sivray_replace_once(text "#include \"${file}\"" "")
-  endforeach()
-  sivray_replace_file(${module} . ${module}.cpp "${text}")
 endfunction()

@@ -5,3 +5,7 @@
 #include "host/forms/FormSettings.h"
 
 #include <juce_audio_plugin_client/juce_audio_plugin_client_LV2.cpp>  // NOLINT(bugprone-suspicious-include)
+
+#if !defined(SIVRAY_CHANGED_juce_LV2_Client) || !defined(SIVRAY_CHANGED_juce_FlagCache)
+#error "JUCE's own wrapper, not that of <build>/juce, which cmake/PatchedJuce.cmake makes"
+#endif
