@@ -3,8 +3,15 @@
 #include <gtest/gtest.h>
 #include <juce_audio_basics/juce_audio_basics.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <set>
+#include <thread>
 
 #include "render/PresetFile.h"
 #include "render/RenderProgram.h"
@@ -19,6 +26,8 @@ using Bytes = std::vector<std::uint8_t>;
 using Arguments = std::vector<std::string>;
 
 constexpr std::size_t kFrameBytes = 6;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
 
 /// The first note, in ticks: late enough that the first block, which applies program and effect, is over at any block
 /// size.
@@ -76,10 +85,10 @@ class Render : public testing::Test {
     return {data + std::min<std::ptrdiff_t>(file.end() - data, 8), file.end()};
   }
 
-  /// Runs arguments that must fail with one line on standard error, status 2 and no file. Returns the line.
-  std::string failure(const Arguments& arguments) const {
+  /// Runs arguments that must fail with one line on standard error, this status and no file. Returns the line.
+  std::string failure(const Arguments& arguments, int status = kFailed) const {
     testing::internal::CaptureStderr();
-    EXPECT_EQ(runProgram(arguments, noCheck), 2);
+    EXPECT_EQ(runProgram(arguments, noCheck), status);
     std::string line = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << line;
     EXPECT_FALSE(fs::exists(at("out.wav"))) << line;
@@ -110,8 +119,8 @@ TEST_F(Render, MovesTakeForceAtTheirFrames) {
 }
 
 TEST_F(Render, ReadsMovesOutOfTheScore) {
-  const Bytes asked = play({"--direct", "--set", "pad1.level=20", "--set", "pad2.pitch=30@0.4"});
-  writeScore({"pad1.level=20", "pad2.pitch=30"});
+  const Bytes asked = play({"--direct", "--set", "pad2.level=20", "--set", "pad3.pitch=30@0.4"});
+  writeScore({"pad2.level=20", "pad3.pitch=30"});
   EXPECT_TRUE(play({"--direct"}) == asked);
 }
 
@@ -145,7 +154,7 @@ TEST_F(Render, PlaysTheLibraryToTheBitLikeTheInstrumentItself) {
       {},
       {"--block", "100", "--program", "Wet", "--edit1", "20"},
       {"--block", "5000", "--macro", "P3 Pitch=0.7@0.5", "--param", "P2 Level=0.1@0.61234", "--set", "fx.type=12@0.8"},
-      {"--wave", "4=wave9", "--set", "pad2.pitchfine=150", "--set", "master=127@1"},
+      {"--wave", "5=wave9", "--set", "pad3.pitchfine=150", "--set", "master=127@1"},
   };
   for (Arguments scene : scenes) {
     const Bytes plugin = play(scene);
@@ -248,11 +257,19 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
   std::ofstream(at("broken.state")) << "MPck";
   const std::string in = at("in.mid");
   const std::string out = at("out.wav");
-  const std::vector<std::pair<Arguments, const char*>> cases{
+  const std::vector<std::pair<Arguments, const char*>> faults{
       {{at("none.mid"), "-o", out}, "no such file"},
       {{at("empty.mid"), "-o", out}, "is empty"},
       {{at("broken.mid"), "-o", out}, "broken"},
       {{in, "--direct", "-o", at("none/out.wav")}, "cannot write"},
+      {{in, "-o", out, "--longest", "0.5"}, "and at most 0.5 s are played"},
+      {{in, "-o", out, "--direct", "--state", at("broken.state")}, "no state"},
+      {{"--direct", "--save-state", at("none/state")}, "cannot write the state"},
+      {{"--direct", "--save-kits", at("in.mid/kits")}, "cannot make the folder"},
+      {{in, "-o", out, "--library", at("none.so")}, "no such file"},
+      {{in, "-o", out, "--library", in}, "no library"},
+  };
+  const std::vector<std::pair<Arguments, const char*>> wrongUsage{
       {{in}, "-o"},
       {{"-o", out}, "name a MIDI file"},
       {{in, "-o", out, "--blocks", "1"}, "unknown option"},
@@ -260,9 +277,10 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
       {{in, "-o", out, "--block"}, "needs a value"},
       {{in, "-o", out, "--bits", "20"}, "16 or 24"},
       {{in, "-o", out, "--direct", "--rate", "48000"}, "44100"},
-      {{in, "-o", out, "--direct", "--wave", "0=Nobody"}, "there is no wave 'Nobody'"},
-      {{in, "-o", out, "--direct", "--wave", "9=wave1"}, "there is no engine parameter"},
-      {{in, "-o", out, "--direct", "--set", "pad0.level=128"}, "from 0 to 127"},
+      {{in, "-o", out, "--direct", "--wave", "1=Nobody"}, "there is no wave 'Nobody'"},
+      {{in, "-o", out, "--direct", "--wave", "0=wave1"}, "from 1 to 8"},
+      {{in, "-o", out, "--direct", "--set", "pad0.level=1"}, "there is no engine parameter"},
+      {{in, "-o", out, "--direct", "--set", "pad8.level=128"}, "from 0 to 127"},
       {{in, "-o", out, "--direct", "--fx", "Nothing"}, "there is no effect"},
       {{in, "-o", out, "--direct", "--program", "Nobody"}, "there is no program"},
       {{in, "-o", out, "--direct", "--program", "2"}, "there is no program"},
@@ -270,16 +288,90 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
       {{in, "-o", out, "--direct", "--macro", "0=1.5"}, "from 0 to 1"},
       {{in, "-o", out, "--direct", "--param", "44=0"}, "there is no parameter 44"},
       {{in, "-o", out, "--direct", "--param", "P1 Fine=0"}, "there is no parameter"},
-      {{in, "-o", out, "--direct", "--state", at("broken.state")}, "no state"},
+      {{"--panel", at("panel.jpg")}, "ends with .png"},
       {{in, "-o", out, "--library", SIVRAY_MODULE, "--fx", "Drive"}, "use --direct"},
       {{in, "-o", out, "--library", SIVRAY_MODULE, "--macro", "P1 Fine=1@0.5"}, "hidden"},
-      {{"--direct", "--save-state", at("none/state")}, "cannot write the state"},
-      {{"--direct", "--save-kits", at("in.mid/kits")}, "cannot make the folder"},
-      {{in, "-o", out, "--library", at("none.so")}, "no such file"},
-      {{in, "-o", out, "--library", in}, "no library"},
   };
-  for (const auto& [arguments, words] : cases) {
+  for (const auto& [arguments, words] : faults) {
     EXPECT_NE(failure(arguments).find(words), std::string::npos) << words;
+  }
+  for (const auto& [arguments, words] : wrongUsage) {
+    EXPECT_NE(failure(arguments, kWrongUsage).find(words), std::string::npos) << words;
+  }
+}
+
+/// A MIDI file of one track: notes 36 and 35, and the texts of another program.
+std::string rawScore(char type, int division) {
+  const std::string track = std::string("\x00\x90\x24\x64", 4) + std::string("\x60\x90\x23\x64", 4) +
+                            std::string("\x00\xFF\x01\x09tempo=\x1B[1", 13) +
+                            std::string("\x00\xFF\x01\x0BVoice = two", 15) + std::string("\x60\xFF\x2F\x00", 4);
+  return std::string("MThd\0\0\0\6\0", 9) + type + std::string("\0\1", 2) + static_cast<char>(division >> 8) +
+         static_cast<char>(division & 0xFF) + std::string("MTrk\0\0\0", 7) + static_cast<char>(track.size()) + track;
+}
+
+TEST_F(Render, PlaysMidiFilesOfOthersAndSaysWhatItLeavesOut) {
+  const auto write = [&](char type, int division) {
+    std::ofstream(at("raw.mid"), std::ios::binary) << rawScore(type, division);
+  };
+  const Arguments arguments{at("raw.mid"), "-o", at("raw.wav"), "--direct", "--tail", "0"};
+  struct Case {
+    int division;
+    const char* seconds;
+  };
+  // 192 ticks at 96 a quarter of half a second; at 25 and at 29.97 frames a second, 40 ticks each.
+  for (const Case& scene :
+       {Case{96, ": 1.000 s"}, Case{(256 - 25) << 8 | 40, ": 0.192 s"}, Case{(256 - 29) << 8 | 40, ": 0.160 s"}}) {
+    write(0, scene.division);
+    testing::internal::CaptureStderr();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(runProgram(arguments, noCheck), 0);
+    const std::string warning = testing::internal::GetCapturedStderr();
+    const std::string line = testing::internal::GetCapturedStdout();
+    EXPECT_NE(warning.find("2 texts in the MIDI file name no engine parameter and set nothing, first 'tempo=?[1'"),
+              std::string::npos)
+        << warning;
+    EXPECT_NE(line.find(scene.seconds), std::string::npos) << line;
+    EXPECT_NE(line.find("1 notes have no pad"), std::string::npos) << line;
+  }
+  for (const int division : {0, (256 - 25) << 8, (256 - 26) << 8 | 40}) {
+    write(0, division);
+    EXPECT_NE(failure(arguments).find("how long a tick is"), std::string::npos) << division;
+  }
+  write(2, 96);
+  EXPECT_NE(failure(arguments).find("type 2"), std::string::npos);
+}
+
+TEST_F(Render, LeavesNoFileAfterASignal) {
+  const auto hasFile = [&] {
+    return std::any_of(fs::directory_iterator(folder.commonFiles()), fs::directory_iterator(),
+                       [](const auto& entry) { return entry.path().filename().string().starts_with("out"); });
+  };
+  const pid_t child = ::fork();
+  if (child == 0) {
+    std::signal(SIGHUP, SIG_IGN);
+    runProgram({at("in.mid"), "-o", at("out.wav"), "--direct", "--quiet", "--tail", "3600"}, noCheck);
+    std::_Exit(0);
+  }
+  for (int wait = 0; !hasFile() && wait < 3000; ++wait) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  ASSERT_TRUE(hasFile()) << "no temporary file";
+  ::kill(child, SIGHUP);  // Ignored, as under nohup.
+  ::kill(child, SIGTERM);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM) << status;
+  EXPECT_FALSE(hasFile());
+}
+
+TEST_F(Render, ListsWhatItsOptionsTake) {
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(runProgram({"--direct", "--list-effects", "--list-waves", "--list-parameters"}, noCheck), 0);
+  const std::string text = testing::internal::GetCapturedStdout();
+  for (const char* line :
+       {"  23  EQ                 2Band EQ     Low Gain   High Gain", "   3  Marlo Ensemble", "   9  wave9",
+        "pad8.level       0 .. 127  43      P8 Level           36", "fx.edit2         0 .. 127"}) {
+    EXPECT_NE(text.find(line), std::string::npos) << line << " in\n" << text;
   }
 }
 

@@ -1,5 +1,9 @@
 // sivray-check: checks the plug-in. `sivray-render --check` starts it with its own options.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <cstdio>
+
+#include "SivrayVersion.h"
 #include "check/Check.h"
 #include "render/RenderProgram.h"
 #include "vsthost/PluginLibrary.h"
@@ -28,6 +32,10 @@ int check(const sivray::render::Options& options) {
 
 int main(int argc, char** argv) {
   std::vector<std::string> arguments{argv + 1, argv + argc};
+  if (std::ranges::find(arguments, "--version") != arguments.end()) {
+    std::puts("sivray-check " SIVRAY_VERSION);
+    return 0;
+  }
   arguments.emplace_back("--check");
   return sivray::render::runProgram(arguments, check);
 }

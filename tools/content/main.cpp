@@ -3,6 +3,7 @@
 #include <exception>
 #include <functional>
 
+#include "SivrayVersion.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
 
@@ -36,6 +37,7 @@ int main(int argc, char* argv[]) {
   using namespace sivray::content;
   const juce::ArgumentList words("sivray-content", textsOf(argc, argv));
   juce::ConsoleApplication program;
+  program.addVersionCommand("--version", "sivray-content " SIVRAY_VERSION);
   program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
   program.addCommand(
       {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});

@@ -67,7 +67,7 @@ void showPage(OpenPanel& panel, const std::string& page) {
   constexpr std::array<const char*, 3> kPages{"sound", "character", "mix"};
   const auto* const found = std::find(kPages.begin(), kPages.end(), page);
   if (found == kPages.end()) {
-    throw std::runtime_error("--page takes sound, character or mix, not '" + page + "'");
+    throw std::invalid_argument("--page takes sound, character or mix, not '" + page + "'");
   }
   panel.view().selectPage(static_cast<std::uint64_t>(found - kPages.begin()));
 }
@@ -107,7 +107,7 @@ void openOn(OpenPanel& panel, const std::string& what) {
   } else if (what == "settings") {
     panel.view().openSettings();
   } else if (!what.empty()) {
-    throw std::runtime_error("--open takes " + std::string(kOpenForms) + ", not '" + what + "'");
+    throw std::invalid_argument("--open takes " + std::string(kOpenForms) + ", not '" + what + "'");
   }
 }
 

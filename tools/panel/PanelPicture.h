@@ -22,7 +22,7 @@ struct PanelPictureSettings {
 inline constexpr const char* kOpenForms = "samples=PAD, programs, save-as, effects, settings or tooltip=PARAMETER";
 
 /// Makes an instrument from the installed content, gives it `state` as a host saves it, and draws its panel. Throws
-/// std::runtime_error with one line that says what is wrong.
+/// std::runtime_error with one line that says what is wrong, std::invalid_argument for a wrong page or pop-up.
 void drawPanel(std::span<const std::uint8_t> state, const PanelPictureSettings& settings);
 
 }  // namespace sivray::panel

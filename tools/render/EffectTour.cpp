@@ -86,7 +86,7 @@ std::string fileName(int type) {
 Options optionsFor(const Options& options, int type) {
   Options tour = options;
   tour.direct = options.direct || !isOnPanel(type);
-  for (int pad = 0; pad < 8; ++pad) {
+  for (int pad = 1; pad <= 8; ++pad) {
     tour.assignments.push_back({AssignmentTarget::engineParameter, "pad" + std::to_string(pad) + ".fxsend", "1"});
   }
   const auto set = [&](const char* name, int value) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EngineNames.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
@@ -68,21 +69,19 @@ EngineNames::EngineNames(const tesh::vimo::Generator<float>& generator, const te
   for (std::uint32_t id = 0; id < engine::parameterId(kPads, 0); ++id) {
     const EngineParameter parameter = describe(generator, id);
     if (const std::string row = rowName(parameter.name); !row.empty()) {
-      const std::string shortName = "pad" + std::to_string(engine::parameterGroup(id)) + "." + plainName(row);
-      add(parameter.name, {shortName, id, parameter.range});
-      add(shortName, {shortName, id, parameter.range});
+      const std::uint32_t pad = engine::parameterGroup(id) + 1;
+      parameters.push_back({"pad" + std::to_string(pad) + "." + plainName(row), id, parameter.range});
     }
   }
   for (std::uint32_t i = 0; i < kEffectNames.size(); ++i) {
-    const std::string shortName = std::string("fx.") + kEffectNames[i];
-    add(shortName, {shortName, kEffectType + i, describe(generator, kEffectType + i).range});
+    parameters.push_back(
+        {std::string("fx.") + kEffectNames[i], kEffectType + i, describe(generator, kEffectType + i).range});
   }
-  const EngineParameter master = describe(generator, kMaster);
-  add("master", {"master", kMaster, master.range});
-  add(master.name, {"master", kMaster, master.range});
+  parameters.push_back({"master", kMaster, describe(generator, kMaster).range});
 
   for (std::int32_t flat = 0; flat < library.waveCount(); ++flat) {
-    waves.emplace(plainName(library.waveName(flat)), library.waveId(flat));
+    allWaves.push_back({library.waveId(flat), library.waveName(flat), library.waveCategory(flat)});
+    waves.emplace(plainName(allWaves.back().name), allWaves.back().number);
   }
   namespace fx = tesh::bramel::plugin::sivray::effects;
   for (int type = 0; type < fx::kEffectTypeCount; ++type) {
@@ -93,16 +92,19 @@ EngineNames::EngineNames(const tesh::vimo::Generator<float>& generator, const te
   }
 }
 
-void EngineNames::add(const std::string& name, const EngineParameter& parameter) {
-  parameters.emplace(plainName(name), parameter);
+const EngineParameter* EngineNames::find(const std::string& text) const {
+  const auto found = std::ranges::find(parameters, plainName(text), &EngineParameter::name);
+  return found == parameters.end() ? nullptr : &*found;
 }
 
 const EngineParameter& EngineNames::parameter(const std::string& text) const {
-  const auto found = parameters.find(plainName(text));
-  if (found == parameters.end()) {
-    throw RenderError("there is no engine parameter '" + text + "'; names look like pad3.punch, fx.edit1 or master");
+  const EngineParameter* const found = find(text);
+  if (found == nullptr) {
+    throw RenderError("there is no engine parameter '" + text +
+                      "'; names look like pad3.punch, with pads from 1 to 8, fx.edit1 or master: see "
+                      "--list-parameters");
   }
-  return found->second;
+  return *found;
 }
 
 std::int32_t EngineNames::integerOf(const EngineParameter& parameter, const std::string& text) const {
@@ -121,7 +123,8 @@ std::int32_t EngineNames::integerOf(const EngineParameter& parameter, const std:
     return number;
   }
   if (isWave || isEffect) {
-    throw RenderError(std::string("there is no ") + (isWave ? "wave" : "effect") + " '" + text + "'");
+    throw RenderError(std::string("there is no ") + (isWave ? "wave" : "effect") + " '" + text + "'; see --list-" +
+                      (isWave ? "waves" : "effects"));
   }
   throw RenderError(parameter.name + " takes a whole number from 0 to " + std::to_string(parameter.range) + ", not '" +
                     text + "'");

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "engine/Generator.h"
 #include "engine/samples/SampleLibrary.h"
@@ -13,9 +14,16 @@ namespace sivray::render {
 
 /// One engine parameter: its integers run from 0 to `range`.
 struct EngineParameter {
-  std::string name;  ///< As in "pad3.punch".
+  std::string name;  ///< As in "pad3.punch"; pads count from 1.
   std::uint32_t id = 0;
   std::int32_t range = 0;
+};
+
+/// A wave of the installed library.
+struct ListedWave {
+  std::int32_t number = 0;
+  std::string name;
+  std::int32_t category = 0;  ///< From 0, in the order of the panel's browser.
 };
 
 /// Returns the integer of a normalised value, rounded as the engine does.
@@ -29,8 +37,17 @@ class EngineNames {
  public:
   EngineNames(const tesh::vimo::Generator<float>& generator, const tesh::vimo::SampleLibrary& library);
 
-  /// Returns the parameter with a short name ("pad3.punch", "fx.type", "master") or the engine's name ("003: Punch",
-  /// "017: Master OUT"). Throws RenderError for an unknown name.
+  /// All parameters that have a name here: those of the pads, then of the effect, then the master.
+  const std::vector<EngineParameter>& all() const { return parameters; }
+
+  /// All waves, by category.
+  const std::vector<ListedWave>& waveList() const { return allWaves; }
+
+  /// Whether there is such a parameter.
+  bool knows(const std::string& text) const { return find(text) != nullptr; }
+
+  /// Returns the parameter of a name such as "pad3.punch", "fx.type" or "master". Throws RenderError for an unknown
+  /// one.
   const EngineParameter& parameter(const std::string& text) const;
 
   /// Returns the integer for a parameter: `text` is a number, or the name of a wave or effect where the parameter
@@ -38,10 +55,11 @@ class EngineNames {
   std::int32_t integerOf(const EngineParameter& parameter, const std::string& text) const;
 
  private:
-  void add(const std::string& name, const EngineParameter& parameter);
+  const EngineParameter* find(const std::string& text) const;
 
-  std::map<std::string, EngineParameter> parameters;
-  std::map<std::string, std::int32_t> waves;
+  std::vector<EngineParameter> parameters;
+  std::vector<ListedWave> allWaves;
+  std::map<std::string, std::int32_t> waves;  ///< Numbers by plain name.
   std::map<std::string, std::int32_t> effects;
 };
 

@@ -11,6 +11,22 @@
 namespace sivray::render {
 namespace {
 
+constexpr int kPatternsOfTheirOwn = 2;  ///< The type of a file whose tracks share no time.
+
+/// Returns how much longer a second is than JUCE takes it for. A division is ticks per quarter note if it is positive,
+/// else the negative number of frames per second above the ticks per frame, where 29 stands for 30000 / 1001. Throws
+/// RenderError for one that gives no time.
+double secondsPerJuceSecond(int division, const std::string& path) {
+  constexpr double kDropFrameRate = 30000.0 / 1001.0;
+  const int frames = -(division >> 8);
+  const bool isSmpte = frames == 24 || frames == 25 || frames == 29 || frames == 30;
+  if (division == 0 || (division < 0 && (!isSmpte || (division & 0xFF) == 0))) {
+    throw RenderError("the MIDI file '" + path + "' does not say how long a tick is: its division is " +
+                      std::to_string(static_cast<std::uint16_t>(division)));
+  }
+  return division < 0 && frames == 29 ? 29.0 / kDropFrameRate : 1.0;
+}
+
 juce::MidiFile openMidiFile(const std::string& path) {
   const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
   if (!file.existsAsFile()) {
@@ -24,11 +40,28 @@ juce::MidiFile openMidiFile(const std::string& path) {
     throw RenderError("the MIDI file '" + path + "' is empty");
   }
   juce::MidiFile midi;
-  if (!midi.readFrom(stream) || midi.getNumTracks() == 0) {
+  int type = 0;
+  if (!midi.readFrom(stream, true, &type) || midi.getNumTracks() == 0) {
     throw RenderError("'" + path + "' is not a standard MIDI file, or it is broken");
   }
+  if (type == kPatternsOfTheirOwn) {
+    throw RenderError("the MIDI file '" + path +
+                      "' is of type 2, patterns without a common time: save it as type 0 or 1");
+  }
+  const double longer = secondsPerJuceSecond(midi.getTimeFormat(), path);
   midi.convertTimestampTicksToSeconds();
-  return midi;
+  if (longer == 1.0) {
+    return midi;
+  }
+  juce::MidiFile stretched;
+  for (int track = 0; track < midi.getNumTracks(); ++track) {
+    juce::MidiMessageSequence events(*midi.getTrack(track));
+    for (auto* const event : events) {
+      event->message.setTimeStamp(event->message.getTimeStamp() * longer);
+    }
+    stretched.addTrack(events);
+  }
+  return stretched;
 }
 
 void addText(MidiScore& score, const juce::MidiMessage& message) {

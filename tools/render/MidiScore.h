@@ -38,7 +38,8 @@ struct MidiScore {
   double lengthSeconds = 0.0;  ///< Time of the last event of any kind.
 };
 
-/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken or has no note.
+/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken, has no note, or says of no event
+/// when it comes.
 MidiScore readMidiScore(const std::string& path);
 
 }  // namespace sivray::render

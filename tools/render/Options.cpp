@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Options.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstdio>
 #include <functional>
@@ -9,6 +11,7 @@
 
 #include "RenderError.h"
 #include "core/EngineRate.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
 namespace {
@@ -21,6 +24,7 @@ constexpr double kHighestRate = 768000.0;
 constexpr double kLongestSoak = 1000.0;
 constexpr double kLeastScale = 0.5;
 constexpr double kGreatestScale = 4.0;
+constexpr int kPads = tesh::bramel::panel::kPads;
 
 std::string printed(double number) {
   char text[32];
@@ -32,8 +36,7 @@ double numberIn(const std::string& option, const std::string& text, double low, 
   double value = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc{} || end != text.data() + text.size() || !(value >= low && value <= high)) {
-    throw RenderError(option + " takes a number from " + printed(low) + " to " + printed(high) + ", not '" + text +
-                      "'");
+    throw UsageError(option + " takes a number from " + printed(low) + " to " + printed(high) + ", not '" + text + "'");
   }
   return value;
 }
@@ -41,7 +44,7 @@ double numberIn(const std::string& option, const std::string& text, double low, 
 Assignment assignment(AssignmentTarget target, const std::string& option, const std::string& text) {
   const std::size_t equals = text.find('=');
   if (equals == std::string::npos || equals == 0) {
-    throw RenderError(option + " takes NAME=VALUE, not '" + text + "'");
+    throw UsageError(option + " takes NAME=VALUE, not '" + text + "'");
   }
   return {target, text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -58,7 +61,8 @@ Assignment timedAssignment(AssignmentTarget target, const std::string& option, c
 
 Assignment waveAssignment(const std::string& option, const std::string& text) {
   Assignment result = assignment(AssignmentTarget::engineParameter, option, text);
-  result.name = "pad" + result.name + ".wave";
+  const auto pad = static_cast<int>(numberIn(option + "'s pad", result.name, 1, kPads));
+  result.name = "pad" + std::to_string(pad) + ".wave";
   return result;
 }
 
@@ -76,6 +80,19 @@ ValueAction textOption(std::optional<std::string> Options::*field) {
   return [field](Options& options, const std::string&, const std::string& value) { options.*field = value; };
 }
 
+bool isPng(std::string path) {
+  std::ranges::transform(path, path.begin(),
+                         [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return path.ends_with(".png");
+}
+
+void setPicture(Options& options, const std::string& option, const std::string& path) {
+  if (!isPng(path)) {
+    throw UsageError(option + " draws PNG pictures: name a file that ends with .png, not '" + path + "'");
+  }
+  options.panelPath = path;
+}
+
 ValueAction moveOption(AssignmentTarget target) {
   return [target](Options& options, const std::string& name, const std::string& value) {
     options.assignments.push_back(timedAssignment(target, name, value));
@@ -91,10 +108,11 @@ const std::map<std::string, ValueAction>& valueOptions() {
                      Text v) { o.settings.blockFrames = static_cast<int>(numberIn(n, v, 1, kLongestBlockOption)); }},
       {"--preroll", [](Options& o, Text n, Text v) { o.settings.prerollSeconds = numberIn(n, v, 0, kLongestTail); }},
       {"--tail", [](Options& o, Text n, Text v) { o.settings.tailSeconds = numberIn(n, v, 0, kLongestTail); }},
+      {"--longest", [](Options& o, Text n, Text v) { o.longestScore = numberIn(n, v, 0, kLongestScore); }},
       {"--bits",
        [](Options& o, Text n, Text v) {
          if (v != "16" && v != "24") {
-           throw RenderError(n + " takes 16 or 24, not '" + v + "'");
+           throw UsageError(n + " takes 16 or 24, not '" + v + "'");
          }
          o.settings.bits = v == "16" ? 16 : 24;
        }},
@@ -110,16 +128,16 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--state", textOption(&Options::statePath)},
       {"--save-state", textOption(&Options::saveStatePath)},
       {"--save-kits", textOption(&Options::kitFolder)},
-      {"--panel", textOption(&Options::panelPath)},
+      {"--panel", setPicture},
       {"--page", [](Options& o, Text, Text v) { o.panelPage = v; }},
       {"--open", [](Options& o, Text, Text v) { o.panelOpen = v; }},
       {"--scale", [](Options& o, Text n, Text v) { o.panelScale = numberIn(n, v, kLeastScale, kGreatestScale); }},
-      {"--lit", [](Options& o, Text n, Text v) { o.litPads.push_back(static_cast<int>(numberIn(n, v, 1, 8))); }},
+      {"--lit", [](Options& o, Text n, Text v) { o.litPads.push_back(static_cast<int>(numberIn(n, v, 1, kPads))); }},
       {"--library", textOption(&Options::libraryPath)},
       {"--form",
        [](Options& o, Text n, Text v) {
          if (v != "vst2" && v != "vst3" && v != "lv2") {
-           throw RenderError(n + " takes vst2, vst3 or lv2, not '" + v + "'");
+           throw UsageError(n + " takes vst2, vst3 or lv2, not '" + v + "'");
          }
          o.checkForm = v;
        }},
@@ -139,27 +157,31 @@ const std::map<std::string, FlagAction>& flagOptions() {
          o.assignments.push_back({AssignmentTarget::engineParameter, "fx.switch", "0"});
        }},
       {"--list-programs", [](Options& o) { o.listPrograms = true; }},
+      {"--list-effects", [](Options& o) { o.listEffects = true; }},
+      {"--list-waves", [](Options& o) { o.listWaves = true; }},
+      {"--list-parameters", [](Options& o) { o.listParameters = true; }},
       {"--check", [](Options& o) { o.check = true; }},
       {"--full", [](Options& o) { o.fullCheck = true; }},
       {"--help", [](Options& o) { o.help = true; }},
       {"-h", [](Options& o) { o.help = true; }},
+      {"--version", [](Options& o) { o.version = true; }},
   };
   return table;
 }
 
 void requireSense(const Options& options) {
-  if (options.help || options.listPrograms || options.check || options.panelPath || options.kitFolder) {
+  if (options.help || options.version || options.lists() || options.check || options.panelPath || options.kitFolder) {
     return;
   }
   if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != tesh::cofu::core::kEngineRate) {
-    throw RenderError("--direct and --fx-tour play at the engine's own 44100 Hz; leave --rate away");
+    throw UsageError("--direct and --fx-tour play at the engine's own 44100 Hz; leave --rate away");
   }
   const bool onlySaves = options.saveStatePath && options.inputPath.empty() && options.outputPath.empty();
   if (options.inputPath.empty() && !onlySaves) {
-    throw RenderError("name a MIDI file to play; see --help");
+    throw UsageError("name a MIDI file to play; see --help");
   }
   if (options.outputPath.empty() && !options.effectTourFolder && !onlySaves) {
-    throw RenderError("name the WAV file to write with -o; see --help");
+    throw UsageError("name the WAV file to write with -o; see --help");
   }
 }
 
@@ -167,14 +189,14 @@ void requireSense(const Options& options) {
 
 std::string helpText() {
   return "Usage: sivray-render IN.mid -o OUT.wav [options]\n"
-         "       sivray-render --list-programs\n"
+         "       sivray-render --list-programs | --list-effects | --list-waves | --list-parameters\n"
          "       sivray-render --save-kits FOLDER\n"
          "       sivray-render --panel FILE.png [--program NAME] [--page NAME] [--open WHAT] [--scale S]\n"
          "       sivray-render --check [--form FORM] [--only TEXT] [--full] [--soak HOURS]\n"
          "\n"
-         "Plays a MIDI file through the Sivray plug-in into a stereo WAV file. Notes 36 to 43 play pads 0 to 7; a "
+         "Plays a MIDI file through the Sivray plug-in into a stereo WAV file. Notes 36 to 43 play pads 1 to 8; a "
          "text\n"
-         "event such as \"pad3.pitch=30\" in the MIDI file moves an engine parameter.\n"
+         "event such as \"pad3.pitch=30\" in the MIDI file moves an engine parameter, \"program=NAME\" chooses a kit.\n"
          "\n"
          "  -o FILE               the WAV file to write\n"
          "  --rate HZ             sample rate of the host (44100)\n"
@@ -182,16 +204,22 @@ std::string helpText() {
          "  --preroll SECONDS     how long the plug-in runs before the first frame, as in a host that is switched on "
          "(0)\n"
          "  --tail SECONDS        how long to render after the last event (2)\n"
+         "  --longest SECONDS     the longest MIDI file to play, up to 86400 (3600)\n"
          "  --bits 16|24          bits per sample of the WAV file (24)\n"
          "  --program N|NAME      the program to play; see --list-programs\n"
          "  --list-programs       prints number, name and style of all programs\n"
+         "  --list-effects        prints number, long and short name of all effects, and what their edit values are\n"
+         "  --list-waves          prints number, name and category of all waves\n"
+         "  --list-parameters     prints name and range of all engine parameters, with the macros that move them and "
+         "the\n"
+         "                        parameters of the host\n"
          "  --macro N=VALUE[@S]   a macro by number or name to 0 .. 1, from the start or at S seconds\n"
          "  --param N=VALUE[@S]   the same for a parameter of the host, by its index or name\n"
-         "  --set PARAM=VALUE[@S] an engine parameter by its name (\"003: Punch\", \"pad3.punch\", \"fx.edit1\", "
-         "\"master\")\n"
-         "                        to an integer of its range\n"
-         "  --wave PAD=WAVE       the wave of a pad, by name or number\n"
-         "  --fx NAME             the master effect by its long or short name\n"
+         "  --set PARAM=VALUE[@S] an engine parameter by its name (\"pad3.punch\", \"fx.edit1\", \"master\") to an "
+         "integer of\n"
+         "                        its range; see --list-parameters\n"
+         "  --wave PAD=WAVE       the wave of a pad, 1 to 8, by name or number; see --list-waves\n"
+         "  --fx NAME             the master effect by its long or short name or its number; see --list-effects\n"
          "  --edit1 N, --edit2 N  its two edit values, 0 to 127\n"
          "  --fx-off              switches the master effect off\n"
          "  --fx-tour FOLDER      renders all effect types one after the other into FOLDER, with a picture of their\n"
@@ -214,7 +242,12 @@ std::string helpText() {
          "    --form FORM           vst2, vst3 or lv2 (vst2); the others are also compared with VST 2\n"
          "    --bundle FOLDER       the form's bundle (near this program)\n"
          "  --quiet               no progress bar and no closing line\n"
-         "  -h, --help            this text\n";
+         "  -h, --help            this text\n"
+         "  --version             the version\n"
+         "\n"
+         "The exit status is 0; 2 for a command line that asks for what does not exist; 1 for all else that went "
+         "wrong, or a\n"
+         "check that did not pass.\n";
 }
 
 Options parseOptions(const std::vector<std::string>& arguments) {
@@ -230,15 +263,15 @@ Options parseOptions(const std::vector<std::string>& arguments) {
       flag->second(options);
     } else if (const auto entry = valueOptions().find(name); entry != valueOptions().end()) {
       if (!value && i + 1 == arguments.size()) {
-        throw RenderError(name + " needs a value; see --help");
+        throw UsageError(name + " needs a value; see --help");
       }
       entry->second(options, name, value ? *value : arguments[++i]);
     } else if (name.starts_with("-") && name.size() > 1) {
-      throw RenderError("unknown option '" + arguments[i] + "'; see --help");
+      throw UsageError("unknown option '" + arguments[i] + "'; see --help");
     } else if (options.inputPath.empty()) {
       options.inputPath = name;
     } else {
-      throw RenderError("one MIDI file at a time: '" + options.inputPath + "' and '" + name + "' were given");
+      throw UsageError("one MIDI file at a time: '" + options.inputPath + "' and '" + name + "' were given");
     }
   }
   requireSense(options);

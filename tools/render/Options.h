@@ -25,7 +25,11 @@ struct Options {
   std::string inputPath;
   std::string outputPath;
   bool help = false;
+  bool version = false;
   bool listPrograms = false;
+  bool listEffects = false;
+  bool listWaves = false;
+  bool listParameters = false;
   bool direct = false;
   std::optional<double> rate;  ///< The host's rate in Hz; 44100 unless given.
   std::optional<std::string> libraryPath;
@@ -36,6 +40,7 @@ struct Options {
   std::optional<std::string> effectTourFolder;
   std::vector<Assignment> assignments;  ///< In the order of the command line.
   RenderSettings settings;
+  double longestScore = 3600.0;          ///< Seconds that a MIDI file may last.
   std::optional<std::string> panelPath;  ///< The picture of the panel to draw, instead of playing.
   std::string panelPage = "sound";
   std::string panelOpen;
@@ -47,12 +52,14 @@ struct Options {
   std::optional<std::string> bundlePath;  ///< Of the form to check, other than VST 2.
   std::string checkOnly;                  ///< Runs only the checks whose names hold this text.
   double soakHours = 0.0;
+
+  bool lists() const { return listPrograms || listEffects || listWaves || listParameters; }
 };
 
 /// Returns the text of --help.
 std::string helpText();
 
-/// Parses the command line. Throws RenderError for an unknown option, a missing value or a number out of range.
+/// Parses the command line. Throws UsageError for an unknown option, a missing value or a number out of range.
 Options parseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace sivray::render

@@ -180,6 +180,16 @@ std::optional<MacroPlace> PluginModel::placeFor(const EngineParameter& parameter
   return best;
 }
 
+std::optional<std::size_t> PluginModel::macroOn(const EngineParameter& parameter) const {
+  for (std::size_t macro = 0; macro < processor.controller().macroCount(); ++macro) {
+    const auto& sets = processor.controller().macroAt(macro)->sets();
+    if (std::ranges::any_of(sets, [&](const auto& set) { return set->targetId() == parameter.id; })) {
+      return macro;
+    }
+  }
+  return std::nullopt;
+}
+
 void PluginModel::setMacro(std::size_t macro, float value) {
   tesh::vimo::ProcessBlock nowhere;
   processor.controller().setMacroValue(macro, value, 0, nowhere);

@@ -59,6 +59,9 @@ class PluginModel {
   /// if no macro can.
   std::optional<MacroPlace> placeFor(const EngineParameter& parameter, std::int32_t integer) const;
 
+  /// Returns the first macro that moves an engine parameter; nothing if none does.
+  std::optional<std::size_t> macroOn(const EngineParameter& parameter) const;
+
   void setMacro(std::size_t macro, float value);
 
   std::vector<ListedProgram> programs() const;

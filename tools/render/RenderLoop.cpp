@@ -8,8 +8,10 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "Interrupt.h"
 #include "WavFile.h"
 #include "terminal/ProgressBar.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
 namespace {
@@ -61,6 +63,13 @@ std::vector<std::int64_t> blockStarts(const MidiScore& score, const std::vector<
   return starts;
 }
 
+bool strikesNoPad(const ScoreMessage& message) {
+  namespace panel = tesh::bramel::panel;
+  const int pad = message.bytes[1] - panel::kFirstPadNote;
+  const bool isNoteOn = (message.bytes[0] & 0xF0) == 0x90 && message.bytes[2] > 0;
+  return isNoteOn && (pad < 0 || pad >= static_cast<int>(panel::kPads));
+}
+
 double lengthOf(const MidiScore& score, const std::vector<Move>& moves) {
   return moves.empty() ? score.lengthSeconds : std::max(score.lengthSeconds, moves.back().seconds);
 }
@@ -73,6 +82,7 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
   const double rate = target.sampleRate();
   RenderResult result;
   result.sampleRate = rate;
+  result.notesWithoutPad = std::ranges::count_if(score.messages, strikesNoPad);
   WavFile wav(outputPath, rate, settings.bits);
   ProgressBar progress(settings.quiet);
   Cursor messages(score.messages, rate);
@@ -86,9 +96,11 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
   const auto total = static_cast<std::int64_t>(std::ceil((lengthOf(score, moves) + settings.tailSeconds) * rate));
   target.start(block);
   for (std::int64_t ahead = frameAt(settings.prerollSeconds, rate); ahead > 0; ahead -= block) {
+    InterruptWatch::check();
     target.process(left.data(), right.data(), static_cast<int>(std::min<std::int64_t>(ahead, block)));
   }
   for (std::int64_t start = 0; start < total;) {
+    InterruptWatch::check();
     const auto cut = std::upper_bound(starts.begin(), starts.end(), start);
     const std::int64_t end = std::min({start + block, total, cut == starts.end() ? total : *cut});
     const int frames = static_cast<int>(end - start);
@@ -121,7 +133,11 @@ std::string describe(const RenderResult& result, const std::string& outputPath) 
   std::snprintf(line.data(), line.size(), "%s: %.3f s at %.0f Hz, peak %.2f dBFS, RMS %.2f dBFS, %.0f times real time",
                 outputPath.c_str(), seconds, result.sampleRate, result.levels.peakDecibels(),
                 result.levels.rmsDecibels(), factor);
-  return line.data();
+  std::string text = line.data();
+  if (result.notesWithoutPad > 0) {
+    text += ", " + std::to_string(result.notesWithoutPad) + " notes have no pad: those have 36 to 43";
+  }
+  return text;
 }
 
 }  // namespace sivray::render

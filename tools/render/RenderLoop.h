@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ struct RenderResult {
   LevelMeter levels;
   double sampleRate = 0.0;
   double secondsSpent = 0.0;  ///< Wall-clock time inside the target alone.
+  std::ptrdiff_t notesWithoutPad = 0;
 };
 
 /// Called after each block with left, right and frames.
@@ -32,12 +34,12 @@ using BlockListener = std::function<void(const float*, const float*, int)>;
 
 /// Renders the score, the moves and the tail. An event's frame is its time in seconds times the rate, rounded to the
 /// nearest. A block ends early at a move, tempo change or controller, so that each takes effect at its frame. Throws
-/// RenderError and leaves no file.
+/// RenderError, or Interrupted after a signal, and leaves no file.
 RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves, RenderTarget& target,
                          const RenderSettings& settings, const std::string& outputPath,
                          const BlockListener& listener = {});
 
-/// Returns the summary line: length, peak, RMS and real-time factor.
+/// Returns the summary line: length, peak, RMS, real-time factor, and how many notes sounded nowhere.
 std::string describe(const RenderResult& result, const std::string& outputPath);
 
 }  // namespace sivray::render

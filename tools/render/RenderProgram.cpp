@@ -2,27 +2,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RenderProgram.h"
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "EffectTour.h"
+#include "Interrupt.h"
+#include "Lists.h"
 #include "MidiScore.h"
 #include "Options.h"
 #include "RenderError.h"
 #include "Session.h"
+#include "SivrayVersion.h"
+#include "terminal/Printable.h"
 
 namespace sivray::render {
 namespace {
 
-constexpr int kFailed = 2;
-constexpr int kCheckFailed = 1;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
 
-void listPrograms(const Session& session) {
-  for (const ListedProgram& program : session.model().programs()) {
-    std::printf("%4s  %-26s %s\n", program.number.c_str(), program.name.c_str(), program.comment.c_str());
-  }
+int complain(const char* reason, int status) {
+  std::fprintf(stderr, "sivray-render: %s\n", printable(reason).c_str());
+  return status;
 }
 
 void saveKits(Session session, const std::string& folder, bool quiet) {
@@ -32,10 +37,21 @@ void saveKits(Session session, const std::string& folder, bool quiet) {
   }
 }
 
+/// A few bytes of a MIDI file may ask for days of sound.
+void requireLength(const MidiScore& score, const Options& options) {
+  if (score.lengthSeconds > options.longestScore) {
+    char text[128];
+    std::snprintf(text, sizeof text, "' lasts %.6g s, and at most %.6g s are played: --longest raises that",
+                  score.lengthSeconds, options.longestScore);
+    throw RenderError("the MIDI file '" + options.inputPath + text);
+  }
+}
+
 void play(const Options& options) {
   MidiScore score;
   if (!options.inputPath.empty()) {
     score = readMidiScore(options.inputPath);
+    requireLength(score, options);
   }
   if (options.effectTourFolder) {
     renderEffectTour(options, score);
@@ -43,10 +59,13 @@ void play(const Options& options) {
   }
   Session session(options);
   session.prepare(score);
+  if (!session.warning().empty()) {
+    complain(("warning: " + session.warning()).c_str(), 0);
+  }
   if (!options.outputPath.empty()) {
     const RenderResult result = session.render(score, options.outputPath);
     if (!options.settings.quiet) {
-      std::puts(describe(result, options.outputPath).c_str());
+      std::puts(printable(describe(result, options.outputPath)).c_str());
     }
   }
   if (options.saveStatePath) {
@@ -60,22 +79,29 @@ void picture(const Options& options, const PanelProgram& drawPanel) {
   direct.direct = true;
   Session session(direct);
   session.prepare({});
-  drawPanel(options, session.state());
+  try {
+    drawPanel(options, session.state());
+  } catch (const std::invalid_argument& error) {
+    throw UsageError(error.what());
+  }
 }
 
 int run(const std::vector<std::string>& arguments, const CheckProgram& check, const PanelProgram& drawPanel) {
   const Options options = parseOptions(arguments);
   if (options.help) {
     std::fputs(helpText().c_str(), stdout);
-  } else if (options.listPrograms) {
-    listPrograms(Session(options));
+  } else if (options.version) {
+    std::puts("sivray-render " SIVRAY_VERSION);
+  } else if (options.lists()) {
+    printLists(options, Session(options).model());
   } else if (options.kitFolder) {
     saveKits(Session(options), *options.kitFolder, options.settings.quiet);
   } else if (options.check) {
-    return check(options) == 0 ? 0 : kCheckFailed;
+    return check(options) == 0 ? 0 : kFailed;
   } else if (options.panelPath) {
     picture(options, drawPanel);
   } else {
+    const InterruptWatch watch;
     play(options);
   }
   return 0;
@@ -86,8 +112,12 @@ int run(const std::vector<std::string>& arguments, const CheckProgram& check, co
 int runProgram(const std::vector<std::string>& arguments, const CheckProgram& check, const PanelProgram& drawPanel) {
   try {
     return run(arguments, check, drawPanel);
+  } catch (const UsageError& error) {
+    return complain(error.what(), kWrongUsage);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "sivray-render: %s\n", error.what());
+    return complain(error.what(), kFailed);
+  } catch (const Interrupted& interrupted) {
+    std::raise(interrupted.signal);  // Who started it sees that a signal ended it.
     return kFailed;
   }
 }

@@ -52,6 +52,16 @@ float normalisedValue(const Assignment& assignment) {
   return value;
 }
 
+/// Runs `action`, whose faults are those of the command line.
+template <typename Action>
+void asCommandLine(Action action) {
+  try {
+    action();
+  } catch (const RenderError& error) {
+    throw UsageError(error.what());
+  }
+}
+
 }  // namespace
 
 Session::Session(const Options& wanted)
@@ -82,20 +92,36 @@ void Session::loadState(const std::string& path) {
 void Session::prepare(const MidiScore& score) {
   moves.clear();
   if (options.program) {
-    programName = plugin.selectProgram(*options.program);
+    asCommandLine([this] { programName = plugin.selectProgram(*options.program); });
   }
-  for (const ScoreMove& move : score.moves) {
-    if (move.name == kProgramMove) {
-      selectAt(move);
-    } else {
-      assign({AssignmentTarget::engineParameter, move.name, move.value, move.seconds});
+  takeScoreMoves(score.moves);
+  asCommandLine([this] {
+    for (const Assignment& assignment : options.assignments) {
+      assign(assignment);
     }
-  }
-  for (const Assignment& assignment : options.assignments) {
-    assign(assignment);
-  }
+  });
   std::stable_sort(moves.begin(), moves.end(), [](const Move& a, const Move& b) { return a.seconds < b.seconds; });
   target->setState(plugin.state());
+}
+
+/// Other programs write texts with "=" too.
+void Session::takeScoreMoves(const std::vector<ScoreMove>& scoreMoves) {
+  std::vector<const ScoreMove*> unknown;
+  for (const ScoreMove& move : scoreMoves) {
+    if (move.name == kProgramMove) {
+      selectAt(move);
+    } else if (plugin.names().knows(move.name)) {
+      assign({AssignmentTarget::engineParameter, move.name, move.value, move.seconds});
+    } else {
+      unknown.push_back(&move);
+    }
+  }
+  unknownTexts.clear();
+  if (!unknown.empty()) {
+    unknownTexts = std::to_string(unknown.size()) +
+                   " texts in the MIDI file name no engine parameter and set nothing, first '" + unknown.front()->name +
+                   "=" + unknown.front()->value + "' at " + std::to_string(unknown.front()->seconds) + " s";
+  }
 }
 
 /// A program that the command line names, or its state, plays the whole score.

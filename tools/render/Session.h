@@ -22,9 +22,13 @@ class Session {
 
   const PluginModel& model() const { return plugin; }
 
-  /// Sets the program and values that apply from the start. Throws RenderError for unknown names, and for moves that
-  /// only --direct can make.
+  /// Sets the program and values that apply from the start, and leaves out texts of the score whose names nothing here
+  /// has. Throws RenderError for a value or program that does not exist, and for moves that only --direct can make;
+  /// UsageError where the command line asks for them.
   void prepare(const MidiScore& score);
+
+  /// What in the score sets nothing here, in one line; empty if all does.
+  const std::string& warning() const { return unknownTexts; }
 
   RenderResult render(const MidiScore& score, const std::string& outputPath, const BlockListener& listener = {});
 
@@ -37,6 +41,7 @@ class Session {
 
  private:
   void loadState(const std::string& path);
+  void takeScoreMoves(const std::vector<ScoreMove>& scoreMoves);
   void selectAt(const ScoreMove& move);
   void assign(const Assignment& assignment);
   void assignMacro(const Assignment& assignment, std::size_t macro, float value);
@@ -46,6 +51,7 @@ class Session {
   std::unique_ptr<RenderTarget> target;
   PluginModel plugin;
   std::vector<Move> moves;
+  std::string unknownTexts;
   std::string programName;  ///< For presets: of the program that was selected last, else the instrument's.
 };
 

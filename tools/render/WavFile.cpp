@@ -17,16 +17,19 @@ struct WavFile::Impl {
   std::string path;
   juce::TemporaryFile temporary;
   std::unique_ptr<juce::AudioFormatWriter> writer;
-  int bits;
   std::array<std::vector<int>, 2> words;
 
-  explicit Impl(const juce::File& target, int bitsPerSample) : temporary(target), bits(bitsPerSample) {}
+  double scale;  ///< A whole sample in units of the last bit.
+  int lastBit;   ///< The same unit in JUCE's sample format, left-aligned in 32 bits.
 
-  /// Converts to JUCE's sample format: left-aligned in 32 bits.
+  explicit Impl(const juce::File& target, int bitsPerSample)
+      : temporary(target), scale(std::ldexp(1.0, bitsPerSample - 1)), lastBit(1 << (32 - bitsPerSample)) {}
+
   int toWord(float sample) const {
-    const double scale = std::ldexp(1.0, bits - 1);
-    const double scaled = std::clamp(std::nearbyint(static_cast<double>(sample) * scale), -scale, scale - 1.0);
-    return static_cast<int>(scaled) * (1 << (32 - bits));
+    // In a sum with this number the last bit counts whole units, so that the addition rounds, halves to even.
+    constexpr double kRoundsToUnits = 6755399441055744.0;  // 1.5 * 2^52
+    const double limited = std::min(std::max(-scale, static_cast<double>(sample) * scale), scale - 1.0);
+    return static_cast<int>((limited + kRoundsToUnits) - kRoundsToUnits) * lastBit;
   }
 };
 

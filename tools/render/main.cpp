@@ -22,7 +22,8 @@ class Checker {
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
     const std::string checker = self.parent_path() / "sivray-check";
     execv(checker.c_str(), arguments);
-    throw sivray::render::RenderError("cannot start '" + checker + "', which ./test builds: " + std::strerror(errno));
+    throw sivray::render::RenderError("cannot start '" + checker +
+                                      "', which ./run check builds in the sources: " + std::strerror(errno));
   }
 
  private:

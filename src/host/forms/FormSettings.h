@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "SivrayVersion.h"
+
 // NOLINTBEGIN(cppcoreguidelines-macro-usage): the wrappers read macros.
 
 #define JucePlugin_Name "Sivray"
@@ -13,9 +15,9 @@
 #define JucePlugin_ManufacturerCode 0x54657368  // "Tesh"
 #define JucePlugin_PluginCode 0x54423130        // "TB10", the VST 2 plug-in's id.
 
-#define JucePlugin_Version 1.0.0
-#define JucePlugin_VersionCode 0x10000
-#define JucePlugin_VersionString "1.0.0"
+#define JucePlugin_Version SIVRAY_VERSION_NUMBER
+#define JucePlugin_VersionCode SIVRAY_VERSION_CODE
+#define JucePlugin_VersionString SIVRAY_VERSION
 
 #define JucePlugin_Vst3Category "Instrument|Drum"
 #define JucePlugin_IsSynth 1

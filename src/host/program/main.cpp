@@ -7,6 +7,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include "SivrayVersion.h"
 #include "host/standalone/Desktop.h"
 #include "host/standalone/Standalone.h"
 
@@ -17,7 +18,9 @@ namespace standalone = tesh::bramel::standalone;
 constexpr const char* kHelp =
     "sivray: the drum module without a host, on JACK or ALSA.\n"
     "The keys A S D F G H J K play the pads, the space bar starts and stops the demo.\n"
-    "It takes no options but --help.\n";
+    "It takes no options but --help and --version.\n";
+
+constexpr int kWrongUsage = 2;
 
 /// On the standard error, and in a window where nobody reads that.
 int fail(const char* reason) {
@@ -45,13 +48,22 @@ int run() {
   }
 }
 
+/// To an option, without a window.
+int answer(std::string_view option) {
+  if (option == "--version") {
+    std::puts("sivray " SIVRAY_VERSION);
+    return EXIT_SUCCESS;
+  }
+  const bool wantsHelp = option == "--help" || option == "-h";
+  std::fputs(kHelp, wantsHelp ? stdout : stderr);
+  return wantsHelp ? EXIT_SUCCESS : kWrongUsage;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc > 1) {
-    const bool wantsHelp = std::string_view(argv[1]) == "--help";
-    std::fputs(kHelp, wantsHelp ? stdout : stderr);
-    return wantsHelp ? EXIT_SUCCESS : EXIT_FAILURE;
+    return answer(argv[1]);
   }
   return run();
 }

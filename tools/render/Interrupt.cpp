@@ -1,0 +1,39 @@
+// The handler only notes the signal.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Interrupt.h"
+
+namespace sivray::render {
+namespace {
+
+volatile std::sig_atomic_t arrived = 0;
+
+void note(int signal) { arrived = signal; }
+
+}  // namespace
+
+InterruptWatch::InterruptWatch() {
+  arrived = 0;
+  struct sigaction noting {};
+  noting.sa_handler = note;
+  noting.sa_flags = SA_RESTART;
+  for (std::size_t i = 0; i < kSignals.size(); ++i) {
+    sigaction(kSignals[i], nullptr, &before[i]);
+    if (before[i].sa_handler != SIG_IGN) {
+      sigaction(kSignals[i], &noting, nullptr);
+    }
+  }
+}
+
+InterruptWatch::~InterruptWatch() {
+  for (std::size_t i = 0; i < kSignals.size(); ++i) {
+    sigaction(kSignals[i], &before[i], nullptr);
+  }
+}
+
+void InterruptWatch::check() {
+  if (arrived != 0) {
+    throw Interrupted{arrived};
+  }
+}
+
+}  // namespace sivray::render

@@ -1,0 +1,32 @@
+// Ends a rendering on an interrupt, a hang-up or a request to terminate, so that its temporary file goes.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <csignal>
+
+namespace sivray::render {
+
+/// Thrown by `InterruptWatch::check` after a signal.
+struct Interrupted {
+  int signal = 0;
+};
+
+/// While it exists the three signals are noted instead of ending the program. One that the program was started to
+/// ignore stays ignored. One at a time, on the main thread.
+class InterruptWatch {
+ public:
+  InterruptWatch();
+  ~InterruptWatch();
+  InterruptWatch(const InterruptWatch&) = delete;
+  InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+  /// Throws Interrupted if one came. Does nothing without a watch.
+  static void check();
+
+ private:
+  static constexpr std::array<int, 3> kSignals{SIGINT, SIGTERM, SIGHUP};
+  std::array<struct sigaction, kSignals.size()> before{};
+};
+
+}  // namespace sivray::render
