@@ -2,43 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
-#include <poll.h>
-
 #include <future>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include <juce_gui_basics/juce_gui_basics.h>
-
-// After the module, whose parts these headers are.
-#include <juce_events/native/juce_linux_EventLoopInternal.h>
 
 #include "host/editor/MessageLoop.h"
 #include "host/editor/X11Connection.h"
 
-namespace juce {
-
-// Defined by JUCE, which declares it in no header. Calls back for every file that can be read; false if there was none.
-bool dispatchNextMessageOnSystemQueue(bool returnIfNoPendingMessages);
-
-}  // namespace juce
-
 namespace tesh::bramel::vst {
-namespace {
-
-/// Waits until one of the files that JUCE listens to can be read.
-void waitForFiles() {
-  constexpr int kWithoutLimit = -1;
-  std::vector<pollfd> files;
-  for (const int file : juce::LinuxEventLoopInternal::getRegisteredFds()) {
-    files.push_back({file, POLLIN, 0});
-  }
-  ::poll(files.data(), files.size(), kWithoutLimit);
-}
-
-}  // namespace
-
 struct MessageLoop::Impl {
   void run() {
     internWindowManagerAtoms();
@@ -47,9 +20,7 @@ struct MessageLoop::Impl {
     begin();
     isReady.set_value();
     while (!hasEnded) {
-      if (!juce::dispatchNextMessageOnSystemQueue(true) && !takeQueuedEvents()) {
-        waitForFiles();
-      }
+      serveMessages();
     }
     mayEnd.get_future().wait();
     end();

@@ -4,13 +4,23 @@
 
 #include "host/editor/X11Connection.h"
 
+#include <poll.h>
+
 #include <array>
+#include <vector>
 
 #include "host/editor/JuceX11.h"
 
 #include <juce_events/native/juce_linux_EventLoopInternal.h>
 
 #include <X11/Xlibint.h>  // Defines min and max: last.
+
+namespace juce {
+
+// Defined by JUCE, which declares it in no header. Calls back for every file that can be read; false if there was none.
+bool dispatchNextMessageOnSystemQueue(bool returnIfNoPendingMessages);
+
+}  // namespace juce
 
 namespace tesh::bramel::vst {
 namespace {
@@ -21,6 +31,26 @@ constexpr int kLastError = 255;
 
 // Xlib gives its own reader of errors three pointers that may be written to.
 Bool dropError(Display* /*display*/, XErrorEvent* /*error*/, xError* /*wire*/) { return False; }
+
+/// Passes on the events that are in memory; false if there were none.
+bool takeQueuedEvents() {
+  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
+  if (display == nullptr || XEventsQueued(display, QueuedAlready) == 0) {
+    return false;
+  }
+  juce::LinuxEventLoopInternal::invokeEventLoopCallbackForFd(ConnectionNumber(display));
+  return true;
+}
+
+/// Waits until one of the files that JUCE listens to can be read.
+void waitForFiles() {
+  constexpr int kWithoutLimit = -1;
+  std::vector<pollfd> files;
+  for (const int file : juce::LinuxEventLoopInternal::getRegisteredFds()) {
+    files.push_back({file, POLLIN, 0});
+  }
+  ::poll(files.data(), files.size(), kWithoutLimit);
+}
 
 }  // namespace
 
@@ -48,13 +78,10 @@ bool openConnection() {
   return true;
 }
 
-bool takeQueuedEvents() {
-  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
-  if (display == nullptr || XEventsQueued(display, QueuedAlready) == 0) {
-    return false;
+void serveMessages() {
+  if (!juce::dispatchNextMessageOnSystemQueue(true) && !takeQueuedEvents()) {
+    waitForFiles();
   }
-  juce::LinuxEventLoopInternal::invokeEventLoopCallbackForFd(ConnectionNumber(display));
-  return true;
 }
 
 }  // namespace tesh::bramel::vst

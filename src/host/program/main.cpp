@@ -41,7 +41,7 @@ int run() {
   try {
     const standalone::Standalone program(standalone::desktop::settingsFolder(), end);
     const standalone::desktop::EndRequests requests(end);
-    juce::MessageManager::getInstance()->runDispatchLoop();
+    standalone::desktop::runMessages();
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {
     return fail(error.what());

@@ -21,6 +21,9 @@ const char* screenAdvice();
 /// The size that the desktop wants programs to have, 1 to 4.
 float scale();
 
+/// Serves messages until the message manager is told to stop.
+void runMessages();
+
 /// Lets the desktop know which program's the window is. `nativeWindow` is that of its peer.
 void nameWindow(void* nativeWindow);
 

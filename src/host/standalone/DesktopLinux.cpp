@@ -78,6 +78,12 @@ float scale() {
   return dots > 0.0F && std::isfinite(dots) ? std::clamp(dots / kPlainDots, 1.0F, kLargestScale) : 1.0F;
 }
 
+void runMessages() {
+  while (!juce::MessageManager::getInstance()->hasStopMessageBeenSent()) {
+    vst::serveMessages();
+  }
+}
+
 void nameWindow(void* nativeWindow) {
   Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
   std::string instance = "sivray";

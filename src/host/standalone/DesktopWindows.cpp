@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include <juce_events/juce_events.h>
+
 #include "host/standalone/Desktop.h"
 #include "platform/WindowsApi.h"
 
@@ -27,6 +29,8 @@ float scale() {
   ReleaseDC(nullptr, screen);
   return std::clamp(dots / kPlainDots, 1.0F, kLargestScale);
 }
+
+void runMessages() { juce::MessageManager::getInstance()->runDispatchLoop(); }
 
 void nameWindow(void* /*nativeWindow*/) {}  // Windows goes by the program's file.
 
