@@ -247,9 +247,9 @@ void BWProgramListView::controlGestureBegan(IBWControl& control) {
   } else if (&control == saveAsButton.get()) {
     openSaveAs();
   } else if (&control == importButton.get()) {
-    dialogs.openImport(programList, refreshLater());
+    dialogs.openImport(*this, programList, refreshLater());
   } else if (&control == exportButton.get()) {
-    dialogs.openExport(programList);
+    dialogs.openExport(*this, programList);
   }
 }
 

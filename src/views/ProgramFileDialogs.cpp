@@ -2,44 +2,163 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/ProgramFileDialogs.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
+
+#include "views/BWPopupSlotView.h"
+#include "widgets/BWLabel.h"
+#include "widgets/PanelColours.h"
 
 namespace tesh::bramel {
 namespace {
 
-juce::File documents() { return juce::File::getSpecialLocation(juce::File::userDocumentsDirectory); }
+#ifdef _WIN32
+constexpr bool kSystemsDialogs = true;
+#else
+/// The programs that other desktops offer for it are started as processes, and would not belong to a host's window.
+constexpr bool kSystemsDialogs = false;
+#endif
 
-std::string wildcardOf(const IProgramListViewModel& model) { return "*." + model.getExportFileStem(); }
+constexpr const char* kUser = "User";
+
+/// Where the panel's pop-ups stand, or the top of a component without such.
+juce::Component* frontOf(juce::Component& component) {
+  auto* const slot = BWPopupSlotView::above(&component);
+  return slot == nullptr ? component.getTopLevelComponent() : slot;
+}
+
+juce::File documents() {
+  const auto folder = juce::File::getSpecialLocation(juce::File::userDocumentsDirectory);
+  return folder.isDirectory() ? folder : juce::File::getSpecialLocation(juce::File::userHomeDirectory);
+}
+
+/// The first component of the kind below `parent` that `isWanted`.
+template <typename Kind, typename IsWanted>
+Kind* findBelow(juce::Component& parent, const IsWanted& isWanted) {
+  for (juce::Component* const child : parent.getChildren()) {
+    if (auto* const found = dynamic_cast<Kind*>(child); found != nullptr && isWanted(*found)) {
+      return found;
+    }
+    if (auto* const found = findBelow<Kind>(*child, isWanted)) {
+      return found;
+    }
+  }
+  return nullptr;
+}
+
+/// Takes a question that has just been asked into the panel: in a window of its own it may fall behind a host's.
+void takeQuestionInto(juce::Component* front) {
+  auto* const question = dynamic_cast<juce::AlertWindow*>(juce::Component::getCurrentlyModalComponent());
+  if (question != nullptr && question->isOnDesktop() && front != nullptr) {
+    front->addAndMakeVisible(question);
+    question->setCentrePosition(front->getLocalBounds().getCentre());
+    auto* const field = findBelow<juce::TextEditor>(*question, [](auto&) { return true; });
+    (field == nullptr ? static_cast<juce::Component*>(question) : field)->grabKeyboardFocus();
+  }
+}
+
+/// Lets a button of the dialog add the ending to the name where there is one to add, and keep its questions in `front`.
+void extend(juce::TextButton& button, juce::TextEditor* name, const juce::String& ending, juce::Component& front) {
+  button.onClick = [act = button.onClick, name, ending, top = juce::Component::SafePointer(&front)] {
+    if (name != nullptr && name->getText().isNotEmpty() && !name->getText().endsWithIgnoreCase(ending)) {
+      name->setText(name->getText() + ending);
+    }
+    act();
+    takeQuestionInto(top);
+  };
+}
+
+/// Makes JUCE's dialog, just opened in `front`, one of the panel: whole in it, and ready to be typed in.
+void fitInto(juce::Component& front, juce::FileChooserDialogBox& dialog, const juce::String& ending) {
+  constexpr int kWidth = 600;
+  constexpr int kHeight = 420;
+  constexpr int kMargin = 12;
+  const auto area = front.getLocalBounds().reduced(kMargin);
+  dialog.setResizable(false, false);
+  dialog.setDraggable(false);
+  dialog.setBounds(area.withSizeKeepingCentre(std::min(kWidth, area.getWidth()), std::min(kHeight, area.getHeight())));
+  auto& browser = *findBelow<juce::FileBrowserComponent>(dialog, [](auto&) { return true; });
+  auto* const name =
+      findBelow<juce::TextEditor>(browser, [&](auto& field) { return field.getParentComponent() == &browser; });
+  const auto buttonNamed = [&](const juce::String& text) {
+    return findBelow<juce::TextButton>(dialog, [&](auto& button) { return button.getButtonText() == text; });
+  };
+  if (browser.isSaveMode()) {
+    extend(*buttonNamed(browser.getActionVerb()), name, ending, front);
+    extend(*buttonNamed("New Folder"), nullptr, ending, front);
+  }
+  name->grabKeyboardFocus();
+}
+
+/// The content of a pop-up: one line.
+std::shared_ptr<juce::Component> makeLine(const juce::String& text) {
+  constexpr float kFontHeight = 14.0F;
+  auto line = std::make_shared<BWLabel>();
+  line->setFont(juce::Font(kFontHeight));
+  line->setColour(juce::Colour(colours::kSlate));
+  line->setJustification(juce::Justification::centred);
+  line->setText(text);
+  return line;
+}
 
 }  // namespace
 
 // The dialogs do not block: a host that closes the editor under an open dialog must not find the message thread inside
 // a nested loop of a view that it deletes.
 
-void ProgramFileDialogs::openImport(const std::shared_ptr<IProgramListViewModel>& model,
-                                    std::function<void()> whenImported) {
-  chooser = std::make_unique<juce::FileChooser>("Import User Programs", documents(), wildcardOf(*model));
-  constexpr int kMode = juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles;
-  chooser->launchAsync(kMode, [model, tell = std::move(whenImported)](const juce::FileChooser& done) {
-    if (done.getResult() != juce::File()) {
-      model->importPrograms(done.getResult().getFullPathName().toStdString());
-      tell();
+void ProgramFileDialogs::open(juce::Component& opener, int mode, const juce::String& title, const juce::File& start,
+                              const juce::String& ending, const std::function<bool(const juce::File&)>& use,
+                              const char* fault) {
+  juce::Component* const front = frontOf(opener);
+  chooser = std::make_unique<juce::FileChooser>(title, start, "*" + ending, kSystemsDialogs, false, front);
+  const auto take = [this, use, fault, anchor = juce::Component::SafePointer(&opener)](const juce::FileChooser& done) {
+    const juce::File file = done.getResult();
+    if (file != juce::File() && !use(file)) {
+      say(anchor, file.getFileName() + fault);
     }
-  });
+  };
+  chooser->launchAsync(mode | juce::FileBrowserComponent::canSelectFiles, take);
+  if (auto* const dialog = findBelow<juce::FileChooserDialogBox>(*front, [](auto&) { return true; })) {
+    fitInto(*front, *dialog, ending);
+  }
 }
 
-void ProgramFileDialogs::openExport(const std::shared_ptr<IProgramListViewModel>& model) {
-  // The suggested name carries the ending by which the import dialog finds the file.
-  const juce::File suggestion = documents().getChildFile("My Kits." + model->getExportFileStem());
-  chooser = std::make_unique<juce::FileChooser>("Export User Programs", suggestion, wildcardOf(*model));
-  constexpr int kMode = juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::canSelectFiles |
-                        juce::FileBrowserComponent::warnAboutOverwriting;
-  chooser->launchAsync(kMode, [model](const juce::FileChooser& done) {
-    if (done.getResult() != juce::File()) {
-      model->exportPrograms(done.getResult().getFullPathName().toStdString());
-    }
-  });
+void ProgramFileDialogs::say(juce::Component* anchor, const juce::String& line) {
+  constexpr int kWidth = 440;
+  constexpr int kHeight = 56;
+  notice = std::make_shared<BWPopupView>();
+  notice->setContentSize(kWidth, kHeight);
+  notice->setContent(makeLine(line));
+  notice->setAnchor(anchor);
+  notice->setDirection(UIPopupDirection::over);
+  notice->show();
+}
+
+void ProgramFileDialogs::openImport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model,
+                                    std::function<void()> whenImported) {
+  const auto use = [model, tell = std::move(whenImported)](const juce::File& file) {
+    const std::uint64_t before = model->getProgramCount(kUser);
+    model->importPrograms(file.getFullPathName().toStdString());
+    const bool hasMore = model->getProgramCount(kUser) > before;
+    tell();
+    return hasMore;
+  };
+  open(opener, juce::FileBrowserComponent::openMode, "Import User Programs", documents(),
+       "." + model->getExportFileStem(), use, " holds no kits that can be read.");
+}
+
+void ProgramFileDialogs::openExport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model) {
+  const juce::String ending = "." + model->getExportFileStem();
+  const auto use = [model](const juce::File& file) {
+    // A file that is written is a new one.
+    const auto identity = [&file] { return std::pair(file.getFileIdentifier(), file.getLastModificationTime()); };
+    const auto before = identity();
+    model->exportPrograms(file.getFullPathName().toStdString());
+    return file.existsAsFile() && identity() != before;
+  };
+  open(opener, juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::warnAboutOverwriting,
+       "Export User Programs", documents().getChildFile("My Kits" + ending), ending, use, " could not be written.");
 }
 
 }  // namespace tesh::bramel

@@ -79,4 +79,29 @@ void PanelLookAndFeel::drawTextEditorOutline(juce::Graphics& graphics, int width
                                 thickness);
 }
 
+void PanelLookAndFeel::drawAlertBox(juce::Graphics& graphics, juce::AlertWindow& alert,
+                                    const juce::Rectangle<int>& /*textArea*/, juce::TextLayout& layout) {
+  constexpr int kSignSpace = 80;  // That the window leaves beside its text.
+  constexpr float kSign = 48.0F;
+  constexpr float kSignCorner = 4.0F;
+  constexpr int kTextTop = 30;
+  const auto box = alert.getLocalBounds();
+  graphics.fillAll(juce::Colours::white);
+  graphics.setColour(alert.findColour(juce::TextEditor::outlineColourId));
+  graphics.drawRect(box);
+  const bool hasSign = alert.getAlertType() != juce::MessageBoxIconType::NoIcon;
+  if (hasSign) {
+    const auto sign = juce::Rectangle<float>(kSign, kSign).withCentre({kSignSpace / 2.0F, kTextTop + kSign / 2.0F});
+    juce::Path triangle;
+    triangle.addTriangle(sign.getBottomLeft(), sign.getBottomRight(), {sign.getCentreX(), sign.getY()});
+    graphics.setColour(juce::Colour(colours::kAmber));
+    graphics.fillPath(triangle.createPathWithRoundedCorners(kSignCorner));
+    graphics.setColour(juce::Colour(colours::kSlate));
+    graphics.setFont(juce::Font(kSign / 2.0F, juce::Font::bold));
+    graphics.drawText("!", sign.withTrimmedTop(kSign / 4.0F), juce::Justification::centred);
+  }
+  const int left = hasSign ? kSignSpace : 0;
+  layout.draw(graphics, box.withTrimmedLeft(left).withTrimmedTop(kTextTop).toFloat());
+}
+
 }  // namespace tesh::bramel

@@ -22,6 +22,9 @@ class PanelLookAndFeel : public juce::LookAndFeel_V4 {
                      bool isVertical, int thumbStart, int thumbSize, bool isMouseOver, bool isMouseDown) override;
 
   void fillTextEditorBackground(juce::Graphics& graphics, int width, int height, juce::TextEditor& editor) override;
+  /// A warning's sign is whole beside the text.
+  void drawAlertBox(juce::Graphics& graphics, juce::AlertWindow& alert, const juce::Rectangle<int>& textArea,
+                    juce::TextLayout& layout) override;
   void drawTextEditorOutline(juce::Graphics& graphics, int width, int height, juce::TextEditor& editor) override;
 };
 

@@ -118,6 +118,17 @@ TEST_F(EditorWindowTest, FollowsTheScreensScaleAndTakesTheLargerPicturesAboveThe
   EXPECT_EQ(window->childSize(), kPanel);
 }
 
+TEST_F(EditorWindowTest, TakesTheKeysForADialogInsideThePanelToo) {
+  adapter->open(window->handle());
+  letSettle();
+  onMessageThread([this] {
+    provider->view.lock()->enterModalState(false);
+    provider->view.lock()->text.grabKeyboardFocus();
+  });
+  EXPECT_TRUE(comesTrue([this] { return window->doesChildTakeKeys(); }));
+  onMessageThread([this] { provider->view.lock()->exitModalState(0); });
+}
+
 TEST_F(EditorWindowTest, LeavesTheKeysToTheHostUnlessATextFieldHasTheFocus) {
   VstKeyCode letter{'a', 0, 0};
   VstKeyCode shift{0, 0, 1};

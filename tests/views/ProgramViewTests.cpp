@@ -3,6 +3,7 @@
 #include "views/BWProgramListSaveAsView.h"
 #include "views/BWProgramListView.h"
 #include "views/PanelScene.h"
+#include "widgets/BWLabel.h"
 #include "widgets/BWStackingView.h"
 
 namespace views {
@@ -17,6 +18,17 @@ class ProgramPanel : public Panel {
   bool shows(const char* title) { return named(*view().programBar().listStack(), title) != nullptr; }
   void choose(const char* title) { clickOn(*named(*view().programBar().listStack(), title)); }
   std::string program() { return std::to_string(owner->getProgramNumber()) + " " + owner->getProgramName(); }
+
+  static juce::TextButton* buttonOf(juce::Component& parent, const juce::String& text) {
+    for (juce::Component* const child : parent.getChildren()) {
+      auto* const button = dynamic_cast<juce::TextButton*>(child);
+      auto* const found = button != nullptr && button->getButtonText() == text ? button : buttonOf(*child, text);
+      if (found != nullptr) {
+        return found;
+      }
+    }
+    return nullptr;
+  }
 
   /// Saves the current sounds under a name, by the list's own buttons.
   void saveAs(BWProgramListView& list, const char* name) {
@@ -108,6 +120,48 @@ TEST_F(ProgramPanel, TakesReturnAsSaveAndEscapeAsCancel) {
     EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), isSaved ? 1U : 0U);
     EXPECT_EQ(shows("Save"), isSaved) << "at once, though no block runs";
   }
+}
+
+TEST_F(ProgramPanel, ExportsAndImportsByDialogsInsideThePanel) {
+  const juce::File home = juce::File(folder.pathOf("home").string());
+  home.createDirectory();
+  const juce::File file = home.getChildFile("Mine.sivray_programs");
+  BWProgramListView& list = openList();
+  saveAs(list, "Mine");
+  choose("User");
+  const auto answer = [&](const char* action, const juce::String& name, const char* button) {
+    choose(action);
+    auto* const dialog =
+        dynamic_cast<juce::FileChooserDialogBox*>(slot.getChildComponent(slot.getNumChildComponents() - 1));
+    ASSERT_NE(dialog, nullptr) << action;
+    EXPECT_TRUE(slot.getLocalBounds().contains(dialog->getBounds()));
+    auto* const browser = findIn<juce::FileBrowserComponent>(*dialog);
+    browser->setRoot(home);
+    for (juce::Component* const child : browser->getChildren()) {
+      if (auto* const field = dynamic_cast<juce::TextEditor*>(child)) {
+        field->setText(name);
+      }
+    }
+    auto* const pressed = buttonOf(*dialog, button);
+    ASSERT_NE(pressed, nullptr) << button;
+    pressed->onClick();
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+  };
+  const auto programs = owner->getProgramListViewModel();
+  answer("Export", "Mine", "Save");
+  EXPECT_TRUE(file.existsAsFile()) << "its ending is added";
+  answer("Import", file.getFileName(), "Open");
+  EXPECT_EQ(programs->getProgramCount("User"), 2U);
+  answer("Export", "Mine", "Cancel");
+  file.replaceWithText("something else");
+  answer("Import", file.getFileName(), "Open");
+  EXPECT_EQ(programs->getProgramCount("User"), 2U);
+  ASSERT_NE(topPopup<BWLabel>(), nullptr) << "a file that cannot be read is answered";
+  EXPECT_EQ(topPopup<BWLabel>()->getText(), file.getFileName() + " holds no kits that can be read.");
+  hand().click(5, 5);
+  answer("Export", "no folder/Mine", "Save");
+  ASSERT_NE(topPopup<BWLabel>(), nullptr);
+  EXPECT_EQ(topPopup<BWLabel>()->getText(), "Mine.sivray_programs could not be written.");
 }
 
 }  // namespace

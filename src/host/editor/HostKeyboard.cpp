@@ -29,7 +29,9 @@ void HostKeyboard::handleAsyncUpdate() {
   }
   if (juce::Component* const modal = juce::Component::getCurrentlyModalComponent()) {
     lookAgainAfter(*modal);
-    return;
+    if (!top.isParentOf(modal)) {
+      return;
+    }
   }
   const bool isTyping = isTextFocused();
   setTakesKeys(peer->getNativeHandle(), isTyping);

@@ -13,9 +13,9 @@ void internWindowManagerAtoms();
 /// host's own error handler stays as it is. Message thread; false without an X server.
 bool openConnection();
 
-/// One step of a message loop: serves what waits, messages, timers and events, or waits until there is something. JUCE's
-/// own loop leaves the events that were read from the server together with an answer until something else comes, such as
-/// a movement of the mouse. Message thread.
+/// One step of a message loop: serves what waits, messages, timers and events, or waits until there is something.
+/// JUCE's own loop leaves the events that were read from the server together with an answer until something else comes,
+/// such as a movement of the mouse. Message thread.
 void serveMessages();
 
 }  // namespace tesh::bramel::vst

@@ -7,7 +7,11 @@
 namespace tesh::bramel::standalone {
 namespace {
 
-bool isTyping() { return dynamic_cast<juce::TextEditor*>(juce::Component::getCurrentlyFocusedComponent()) != nullptr; }
+/// In a text field, or while a dialog asks something.
+bool isTyping() {
+  return dynamic_cast<juce::TextEditor*>(juce::Component::getCurrentlyFocusedComponent()) != nullptr ||
+         juce::Component::getCurrentlyModalComponent() != nullptr;
+}
 
 bool isCommand(juce::ModifierKeys modifiers) {
   return modifiers.isCtrlDown() || modifiers.isAltDown() || modifiers.isCommandDown();
