@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <juce_audio_formats/juce_audio_formats.h>
+#include <sndfile.h>
+#include <unistd.h>
 
 #include <cstdlib>
 
@@ -19,6 +21,7 @@
 namespace sivray::content {
 namespace {
 
+namespace fs = std::filesystem;
 using Samples = std::vector<std::int16_t>;
 
 TEST(Library, IsReadBackByTheEngineAndTheBrowser) {
@@ -96,6 +99,21 @@ class Pack : public testing::Test {
     ASSERT_TRUE(writer->writeFromAudioSampleBuffer(sound, 0, sound.getNumSamples()));
   }
 
+  /// Writes 2000 frames at 44100 Hz through libsndfile, with a constant on each channel.
+  void writeSound(const std::string& folder, const std::string& name, int format, const std::vector<float>& values) {
+    fs::create_directories(scratch.path(folder));
+    SF_INFO info{};
+    info.samplerate = 44100;
+    info.channels = static_cast<int>(values.size());
+    info.format = format;
+    SNDFILE* const file = sf_open(scratch.path(folder + "/" + name).c_str(), SFM_WRITE, &info);
+    ASSERT_NE(file, nullptr) << sf_strerror(nullptr);
+    for (int frame = 0; frame < 2000; ++frame) {
+      ASSERT_EQ(sf_writef_float(file, values.data(), 1), 1);
+    }
+    sf_close(file);
+  }
+
   static juce::AudioBuffer<float> constant(int channels, int frames, float value) {
     juce::AudioBuffer<float> sound(channels, frames);
     for (int channel = 0; channel < channels; ++channel) {
@@ -107,7 +125,8 @@ class Pack : public testing::Test {
   PackResult pack() {
     return packFolder(
         scratch.path(), {},
-        {[this](const std::string& line) { lines.push_back(line); }, [this](double done) { lastProgress = done; }});
+        {[this](const std::string& line) { lines.push_back(line); }, [this](double done) { lastProgress = done; }},
+        scratch.path("out/Tesh"));
   }
 
   Scratch scratch;
@@ -115,7 +134,7 @@ class Pack : public testing::Test {
   double lastProgress = 0.0;
 };
 
-TEST_F(Pack, KeepsRatesSidesAndSamplesOfAllThreeFormats) {
+TEST_F(Pack, KeepsRatesSidesAndSamplesOfPlainFormats) {
   writeFile<juce::WavAudioFormat>("snare/b.wav", 22050, 24, constant(1, 10, 0.5F));
   writeFile<juce::WavAudioFormat>("Snare/loud.wav", 48000, 32, constant(2, 5, 1.5F));  // Floats beyond full scale.
   writeFile<juce::AiffAudioFormat>("Kick/a.aiff", 44100, 16, constant(2, 7, 0.25F));
@@ -146,7 +165,7 @@ TEST_F(Pack, SaysWhyAFileIsNotUsedAndWhatIsCut) {
   writeFile<juce::WavAudioFormat>("Kick/six.wav", 44100, 16, constant(1, 6 * 44100, 0.1F));
   writeFile<juce::WavAudioFormat>("Kick/dense.wav", 96000, 16, constant(1, 5 * 96000, 0.1F));
   writeFile<juce::WavAudioFormat>("Kick/high.wav", 88200, 24, constant(2, 7 * 88200, 0.1F));
-  writeFile<juce::WavAudioFormat>("Kick/wide.wav", 44100, 16, constant(3, 5, 0.1F));
+  writeFile<juce::WavAudioFormat>("Kick/wide.wav", 44100, 16, constant(9, 5, 0.1F));
   writeFile<juce::WavAudioFormat>("Kick/empty.wav", 44100, 16, constant(1, 0, 0.0F));
   scratch.write("Kick/fake.wav", "RIFF but no more than that");
   writeFile<juce::WavAudioFormat>("Kick/short.wav", 44100, 16, constant(1, 500, 0.1F));
@@ -168,12 +187,78 @@ TEST_F(Pack, SaysWhyAFileIsNotUsedAndWhatIsCut) {
     all += line + "\n";
   }
   for (const char* piece : {"long.wav: Kick \"long\"; it is longer", "first 6.00 of 7.00 s",
-                            "dense.wav: Kick \"dense\"\n", "wide.wav: not used: it has 3 channels",
-                            "empty.wav: not used: it holds no samples", "fake.wav: not used: it is no valid WAV",
-                            "short.wav: not used: it breaks off", "notes.txt: not used: it is no WAV, AIFF or FLAC"}) {
+                            "dense.wav: Kick \"dense\"\n", "wide.wav: not used: it has 9 channels without",
+                            "empty.wav: not used: it holds no samples", "fake.wav: not used: it is no sound file",
+                            "short.wav: not used: it breaks off", "notes.txt: not used: it is no sound file"}) {
     EXPECT_NE(all.find(piece), std::string::npos) << piece << " in\n" << all;
   }
   EXPECT_EQ(lines.size(), 9U) << all;
+}
+
+TEST_F(Pack, TakesOtherFormatsAndMixesChannelsDown) {
+  struct Case {
+    const char* name;
+    int format;
+    float tolerance;  ///< Of full scale.
+  };
+  for (const Case& scene : {Case{"double.wav", SF_FORMAT_WAV | SF_FORMAT_DOUBLE, 0.0F},
+                            Case{"law.wav", SF_FORMAT_WAV | SF_FORMAT_ULAW, 0.01F},
+                            Case{"swapped.aifc", SF_FORMAT_AIFF | SF_FORMAT_PCM_16 | SF_ENDIAN_LITTLE, 0.0F},
+                            Case{"float.aif", SF_FORMAT_AIFF | SF_FORMAT_FLOAT, 0.0F},
+                            Case{"coded.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.02F}}) {
+    writeSound("Kick", scene.name, scene.format, {0.25F});
+    const PackResult result = pack();
+    ASSERT_EQ(result.waves.size(), 1U) << scene.name << ": " << lines.back();
+    EXPECT_EQ(result.waves.front().wave.left.size(), 2000U) << scene.name;
+    EXPECT_NEAR(result.waves.front().wave.left[1000], 8192, 32768 * scene.tolerance) << scene.name;
+    fs::remove(scratch.path("Kick/" + std::string(scene.name)));
+  }
+  // Left, right, centre, effects, left and right behind: 0.2 + (0.1 + 0.3) / sqrt 2, and 0.4 + (0.1 + 0.5) / sqrt 2.
+  writeSound("Kick", "six.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, {0.2F, 0.4F, 0.1F, 1.0F, 0.3F, 0.5F});
+  const Wave six = pack().waves.at(0).wave;
+  EXPECT_NEAR(six.left[9], 15822, 1);
+  EXPECT_NEAR(six.right[9], 27009, 1);
+  EXPECT_THAT(lines.back(), testing::HasSubstr("it has 6 channels, which are mixed down to two"));
+}
+
+TEST_F(Pack, TakesWhatWasWrittenToAPipe) {
+  writeSound("Kick", "whole.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, {0.25F});
+  const std::string whole = readText(scratch.path("Kick/whole.wav"));
+  fs::remove(scratch.path("Kick/whole.wav"));
+  const std::size_t sizePlace = whole.find("data") + 4;
+  const auto withSizes = [&](const std::string& all, const std::string& sound) {
+    std::string text = whole;
+    scratch.write("Kick/piped.wav", text.replace(4, 4, all).replace(sizePlace, 4, sound));
+    return pack();
+  };
+  const std::string none(4, '\0');
+  const std::string most(4, '\xFF');
+  const std::string half("\xFF\xFF\xFF\x7F");
+  for (const auto& [all, sound] : {std::pair{none, none}, {most, most}, {half, half}, {most, none}}) {
+    const PackResult result = withSizes(all, sound);
+    ASSERT_EQ(result.waves.size(), 1U) << lines.back();
+    EXPECT_EQ(result.waves.front().wave.left, Samples(2000, 8192));
+  }
+  EXPECT_EQ(withSizes(whole.substr(4, 4), none).waves.size(), 0U) << "an empty sound is no pipe's";
+  EXPECT_EQ(withSizes(none, std::string("\xA1\x0F\0\0", 4)).waves.size(), 0U);
+  EXPECT_THAT(lines.back(), testing::HasSubstr("breaks off"));
+}
+
+TEST_F(Pack, PassesOverClosedFoldersAndItsOwnOutputAndNamesThatMoveTheCursor) {
+  writeSound("Kick", "one.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, {0.25F});
+  writeSound("Kick", "\x1B[2J.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, {0.25F});
+  writeSound("out/Tesh/Bramel", "ours.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, {0.25F});
+  scratch.write("Closed/two.wav", "");
+  fs::permissions(scratch.path("Closed"), fs::perms::none);
+  const bool isClosedToUs = ::geteuid() != 0;
+  const PackResult result = pack();
+  fs::permissions(scratch.path("Closed"), fs::perms::owner_all);
+  ASSERT_EQ(result.waves.size(), 2U);
+  EXPECT_EQ(result.waves[0].wave.name, "?[2J");
+  EXPECT_EQ(result.unusable, 1U);
+  EXPECT_THAT(lines,
+              testing::Contains(testing::HasSubstr(isClosedToUs ? "Closed: not used: it cannot be read: Permission"
+                                                                : "two.wav: not used: it is no sound file")));
 }
 
 TEST_F(Pack, FailsOnAFolderThatIsNotThere) {

@@ -42,7 +42,7 @@ int main(int argc, char* argv[]) {
   program.addCommand(
       {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});
   program.addCommand(
-      {"kits", kKitsUsage, "Makes the macro description out of the factory's kits", "", speaking(runKits)});
+      {"bank", kBankUsage, "Makes the macro description out of the factory's kits", "", speaking(runBank)});
   program.addCommand({"demo", kDemoUsage, "Makes a MIDI file out of a folder of grooves", "", speaking(runDemo)});
   program.addCommand({"levels", kLevelsUsage,
                       "Plays every pad of every installed kit and prints level, length and brightness", "",
@@ -52,8 +52,13 @@ int main(int argc, char* argv[]) {
                       speaking(runBalance)});
   program.addCommand(
       {"measure", kMeasureUsage, "Measures the factory's waves, beside recorded drums", "", speaking(runMeasure)});
-  program.addCommand({"pack", kPackUsage, "Packs a folder of WAV, AIFF and FLAC files into a sample library",
-                      "The folder holds one sub-folder per category.", speaking(runPack)});
+  program.addCommand(
+      {"pack", kPackUsage, "Packs a folder of sound files into a sample library with kits",
+       "WAV, AIFF, FLAC, OGG and what else libsndfile reads; the names of files and folders tell what they are.",
+       speaking(runPack)});
+  program.addCommand({"kits", kKitsUsage, "Lists the copies of your own kits, and brings one back",
+                      "The plug-in keeps the last ten, from before each Delete, Import, and Save over a kit.",
+                      speaking(runKits)});
   program.addCommand({"inspect", kInspectUsage,
                       "Shows what is in a file of the drum module, and where a broken one breaks", "",
                       speaking(runInspect)});

@@ -35,8 +35,8 @@ void runWaves(const juce::ArgumentList& list) {
   std::cout << "Made " << build.rendered << " of " << build.waves.size() << " waves anew in " << target << std::endl;
 }
 
-void runKits(const juce::ArgumentList& list) {
-  CommandLine line(list, kKitsUsage);
+void runBank(const juce::ArgumentList& list) {
+  CommandLine line(list, kBankUsage);
   const std::string target = line.takeRequired("-o");
   const std::vector<std::string> folders = line.takeRest(2);
   const std::vector<FactoryRow> rows = readFactoryRows(pathOf(folders[0]));

@@ -4,10 +4,12 @@
 
 #include <utility>
 
+#include "terminal/Printable.h"
+
 namespace sivray::content {
 
 void fail(const std::string& line, ExitStatus status) {
-  juce::ConsoleApplication::fail(juce::String::fromUTF8(("sivray-content: " + line).c_str()), status);
+  juce::ConsoleApplication::fail(juce::String::fromUTF8(("sivray-content: " + printable(line)).c_str()), status);
   std::abort();  // Not reached: the line above throws.
 }
 

@@ -10,8 +10,8 @@ namespace sivray::content {
 inline constexpr const char* kWavesUsage = "waves TABLES -o DIR [--notes FILE --code FILE]";
 void runWaves(const juce::ArgumentList& list);
 
-inline constexpr const char* kKitsUsage = "kits TABLES KITS -o DIR";
-void runKits(const juce::ArgumentList& list);
+inline constexpr const char* kBankUsage = "bank TABLES KITS -o DIR";
+void runBank(const juce::ArgumentList& list);
 
 inline constexpr const char* kDemoUsage = "demo GROOVES -o FILE";
 void runDemo(const juce::ArgumentList& list);
@@ -31,6 +31,9 @@ inline constexpr const char* kMeasureUsage =
     "[--targets] | "
     "--kits [--sheets FOLDER] | --grooves FOLDER";
 void runMeasure(const juce::ArgumentList& list);
+
+inline constexpr const char* kKitsUsage = "kits [--restore NUMBER]";
+void runKits(const juce::ArgumentList& list);
 
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";
 void runInspect(const juce::ArgumentList& list);

@@ -12,10 +12,14 @@
 #include "content/pack/ContentTree.h"
 #include "content/pack/KitMaker.h"
 #include "content/pack/Packer.h"
+#include "terminal/Printable.h"
 #include "terminal/ProgressBar.h"
 
 namespace sivray::content {
 namespace {
+
+/// How much of the work is reading the sound files; then the kits' levels are measured.
+constexpr double kReadingShare = 0.7;
 
 /// The room that the waves of `tree` leave.
 PackRoom roomBeside(const ContentTree& tree) {
@@ -56,21 +60,24 @@ void runPack(const juce::ArgumentList& list) {
   ProgressBar bar(false);
   const PackReport report{[&bar](const std::string& words) {
                             bar.clear();
-                            std::cout << words << std::endl;
+                            std::cout << printable(words) << std::endl;
                           },
-                          [&bar](double done) { bar.show(done); }};
-  const PackResult result = packFolder(folder, roomBeside(tree), report);
-  bar.clear();
+                          [&bar](double done) { bar.show(kReadingShare * done); }};
+  // What an earlier run wrote is no sound of the user's.
+  const PackResult result = packFolder(folder, roomBeside(tree), report, target + "/Tesh");
   if (result.waves.empty()) {
+    bar.clear();
     fail(folder + ": there is no sound file in it that could be used", kFailed);
   }
   addKits(tree, result.waves, folder);
   std::ranges::transform(result.waves, std::back_inserter(tree.waves), &PackedWave::wave);
   const std::size_t waves = tree.waves.size();
   const std::size_t kits = tree.kits.size() - factoryKits;
-  writeTree(target, std::move(tree), factoryKits);
+  writeTree(target, std::move(tree), factoryKits,
+            [&bar](double done) { bar.show(kReadingShare + (1.0 - kReadingShare) * done); });
+  bar.clear();
 
-  std::cout << "\nPacked " << result.waves.size() << " waves and " << kits << " kits into " << target;
+  std::cout << "\nPacked " << result.waves.size() << " waves and " << kits << " kits into " << printable(target);
   if (result.unusable > 0) {
     std::cout << "; " << result.unusable << " files could not be used";
   }

@@ -1,18 +1,17 @@
-// Decodes a sound file through JUCE, brings high rates down, and converts to 16 bits.
+// Decodes a sound file through libsndfile, mixes it down, brings high rates down, and converts to 16 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/AudioFile.h"
 
-#include <juce_audio_formats/juce_audio_formats.h>
-
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
-#include <limits>
-#include <memory>
 #include <stdexcept>
+#include <vector>
 
 #include "content/RateConverter.h"
+#include "content/pack/Downmix.h"
+#include "content/pack/SoundStream.h"
 #include "engine/SivrayPlugin.h"
 
 namespace sivray::content {
@@ -23,39 +22,9 @@ constexpr int kLongestSeconds = 6;
 /// The frames that a pad's sample memory holds.
 constexpr std::int64_t kMostFrames = tesh::bramel::plugin::sivray::kSlotFrames;
 
-constexpr int kPieceFrames = 16384;
+constexpr std::int64_t kPieceFrames = 16384;
 
-std::unique_ptr<juce::AudioFormatReader> openReader(const juce::File& file) {
-  juce::WavAudioFormat wav;
-  juce::AiffAudioFormat aiff;
-  juce::FlacAudioFormat flac;
-  for (juce::AudioFormat* format : {static_cast<juce::AudioFormat*>(&wav), static_cast<juce::AudioFormat*>(&aiff),
-                                    static_cast<juce::AudioFormat*>(&flac)}) {
-    if (!format->canHandleFile(file)) {
-      continue;
-    }
-    auto stream = file.createInputStream();
-    if (stream == nullptr) {
-      throw std::runtime_error("cannot be read");
-    }
-    std::unique_ptr<juce::AudioFormatReader> reader(format->createReaderFor(stream.release(), true));
-    if (reader == nullptr) {
-      throw std::runtime_error("is no valid " + format->getFormatName().toStdString());
-    }
-    return reader;
-  }
-  throw std::runtime_error("is no WAV, AIFF or FLAC file");
-}
-
-/// Returns whether an uncompressed file is shorter than its header says; the reader would pad it with silence.
-bool isCutShort(const juce::AudioFormatReader& reader, const juce::File& file) {
-  constexpr int kBitsPerByte = 8;
-  const std::int64_t frameBits = std::int64_t{reader.numChannels} * reader.bitsPerSample;
-  const bool isCompressed = file.hasFileExtension("flac");
-  return !isCompressed && reader.lengthInSamples > file.getSize() * kBitsPerByte / std::max<std::int64_t>(frameBits, 1);
-}
-
-using Channel = std::vector<float>;
+constexpr const char* kBreaksOff = "breaks off before its end";
 
 /// Rounds to 16 bits, with the ends as limits. What is no number becomes 0.
 std::vector<std::int16_t> wordsOf(const Channel& channel) {
@@ -70,34 +39,30 @@ std::vector<std::int16_t> wordsOf(const Channel& channel) {
   return words;
 }
 
-/// A sample as JUCE's reader returns it: integers left-aligned in a word, floats as their bits.
-float sampleOf(int word, bool isFloat) {
-  constexpr double kFullScale = 2147483648.0;
-  if (!isFloat) {
-    return static_cast<float>(word / kFullScale);
+/// Reads the first frames of every channel, at most `most`, in pieces.
+std::vector<Channel> readChannels(const SoundStream& stream, std::int64_t most) {
+  const auto count = static_cast<std::size_t>(stream.info().channels);
+  std::vector<Channel> channels(count);
+  std::vector<float> piece(count * static_cast<std::size_t>(kPieceFrames));
+  for (std::int64_t done = 0; done < most;) {
+    const sf_count_t read = sf_readf_float(stream.sound(), piece.data(), std::min(kPieceFrames, most - done));
+    if (read <= 0) {
+      break;
+    }
+    for (std::size_t i = 0; i < static_cast<std::size_t>(read) * count; ++i) {
+      channels[i % count].push_back(piece[i]);
+    }
+    done += read;
   }
-  float value = 0.0F;
-  static_assert(sizeof value == sizeof word);
-  std::memcpy(&value, &word, sizeof value);
-  return value;
+  return channels;
 }
 
-/// Reads `frames` frames of every channel in pieces. Returns false if the file ends early.
-bool readChannels(juce::AudioFormatReader& reader, std::int64_t frames, std::vector<Channel>& channels) {
-  std::vector<std::vector<int>> pieces(channels.size(), std::vector<int>(kPieceFrames));
-  std::vector<int*> places;
-  std::ranges::transform(pieces, std::back_inserter(places), [](auto& piece) { return piece.data(); });
-  for (std::int64_t start = 0; start < frames; start += kPieceFrames) {
-    const int count = static_cast<int>(std::min<std::int64_t>(kPieceFrames, frames - start));
-    if (!reader.read(places.data(), static_cast<int>(places.size()), start, count, false)) {
-      return false;
-    }
-    for (std::size_t channel = 0; channel < channels.size(); ++channel) {
-      std::transform(places[channel], places[channel] + count, std::back_inserter(channels[channel]),
-                     [&reader](int word) { return sampleOf(word, reader.usesFloatingPointData); });
-    }
-  }
-  return true;
+/// Empty if the file does not tell.
+std::vector<int> speakersOf(const SoundStream& stream) {
+  std::vector<int> speakers(static_cast<std::size_t>(stream.info().channels));
+  const auto bytes = static_cast<int>(speakers.size() * sizeof(int));
+  const bool isTold = sf_command(stream.sound(), SFC_GET_CHANNEL_MAP_INFO, speakers.data(), bytes) == SF_TRUE;
+  return isTold ? speakers : std::vector<int>();
 }
 
 /// A wave keeps rates up to 48000 Hz. Multiples of 44100 Hz come down to that, others to 48000 Hz, so that six seconds
@@ -121,43 +86,51 @@ std::string cutNote(std::int64_t kept, std::int64_t all, double rate) {
 }  // namespace
 
 AudioFile readAudioFile(const std::string& path) {
-  const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-  const auto reader = openReader(place);
-  const auto channelCount = static_cast<int>(reader->numChannels);
-  if (channelCount < 1 || channelCount > 2) {
-    throw std::runtime_error("has " + std::to_string(channelCount) + " channels; a wave has one or two");
+  const SoundStream stream(path);
+  const SF_INFO& info = stream.info();
+  const auto channelCount = static_cast<std::size_t>(info.channels);
+  const std::vector<int> speakers = speakersOf(stream);
+  if (channelCount > kMostMixedChannels && speakers.empty()) {
+    throw std::runtime_error("has " + std::to_string(channelCount) +
+                             " channels without a word where they belong; up to " + std::to_string(kMostMixedChannels) +
+                             " are mixed down");
   }
-  const double rate = reader->sampleRate;
-  if (!(rate >= 1.0) || rate > static_cast<double>(std::numeric_limits<int>::max())) {
+  if (stream.isCutShort()) {
+    throw std::runtime_error(kBreaksOff);
+  }
+  const double rate = info.samplerate;
+  if (!(rate >= 1.0)) {
     throw std::runtime_error("has no usable sample rate");
   }
-  const std::int64_t all = reader->lengthInSamples;
-  if (all < 1) {
+  const double outRate = keptRate(rate);
+  const std::int64_t most = std::min(static_cast<std::int64_t>(static_cast<double>(kMostFrames) * rate / outRate),
+                                     static_cast<std::int64_t>(rate * kLongestSeconds));
+  std::vector<Channel> channels = readChannels(stream, most);
+  const auto kept = static_cast<std::int64_t>(channels.front().size());
+  if (kept < 1) {
     throw std::runtime_error("holds no samples");
   }
-  if (isCutShort(*reader, place)) {
-    throw std::runtime_error("breaks off before its end");
+  // A FLAC file that was written to a pipe does not tell its length.
+  const std::int64_t all = info.frames < 1 || info.frames == SF_COUNT_MAX ? kept : info.frames;
+  if (kept < std::min(all, most)) {
+    throw std::runtime_error(kBreaksOff);
   }
-  const double outRate = keptRate(rate);
-  const auto most = static_cast<std::int64_t>(static_cast<double>(kMostFrames) * rate / outRate);
-  const std::int64_t kept = std::min({all, most, static_cast<std::int64_t>(rate * kLongestSeconds)});
-
-  std::vector<Channel> channels(static_cast<std::size_t>(channelCount));
-  if (!readChannels(*reader, kept, channels)) {
-    throw std::runtime_error("breaks off before its end");
+  AudioFile file;
+  if (channelCount > 2) {
+    channels = mixedDown(channels, speakers);
+    file.note = "has " + std::to_string(channelCount) + " channels, which are mixed down to two";
   }
   if (outRate != rate) {
     std::ranges::transform(channels, channels.begin(),
                            [&](const Channel& channel) { return atRate(channel, outRate / rate, RateQuality::best); });
   }
-  AudioFile file;
   file.wave.sampleRate = static_cast<int>(std::lround(outRate));
   file.wave.left = wordsOf(channels.front());
-  if (channelCount == 2) {
+  if (channels.size() == 2) {
     file.wave.right = wordsOf(channels.back());
   }
   if (kept < all) {
-    file.note = cutNote(kept, all, rate);
+    file.note += (file.note.empty() ? "" : ", and ") + cutNote(kept, all, rate);
   }
   return file;
 }

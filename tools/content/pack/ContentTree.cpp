@@ -47,9 +47,10 @@ void writeKits(const std::string& folder, const std::vector<factory::BankKit>& k
   writeText(folder + "/bank.txt", list);
 }
 
-void balance(std::vector<factory::BankKit>& kits, std::size_t firstNew) {
+void balance(std::vector<factory::BankKit>& kits, std::size_t firstNew, const std::function<void(double)>& progress) {
   KitMeter meter;
   for (std::size_t program = firstNew; program < kits.size(); ++program) {
+    progress(static_cast<double>(program - firstNew) / static_cast<double>(kits.size() - firstNew));
     meter.select(program);
     factory::Kit& kit = kits[program].kit;
     const auto levels = balancedLevels(meter, kit);
@@ -69,7 +70,8 @@ ContentTree readInstalledTree() {
   return {readLibrary(resources + kWaves), factory::readBank(resources + kKits)};
 }
 
-void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew) {
+void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew,
+               const std::function<void(double)>& progress) {
   const std::string resources = target + "/Tesh/Bramel/Resource";
   const std::string macros = target + "/Tesh/Bramel/Macro/Sivray";
   const std::string manual = installedResources() + kManual;
@@ -83,7 +85,7 @@ void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew
   writeMacros(macros, tree);
   // The meter plays what is installed.
   ::setenv("BRAMEL_COMMON_FILES", target.c_str(), 1);
-  balance(tree.kits, firstNew);
+  balance(tree.kits, firstNew, progress);
   writeMacros(macros, tree);
   writeKits(resources + kKits, tree.kits);
 }

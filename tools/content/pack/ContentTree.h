@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ ContentTree readInstalledTree();
 /// Writes the tree below `target`, which may then be $BRAMEL_COMMON_FILES, and sets the levels of its kits from
 /// `firstNew` on by what they sound like. The manual's pages are copied from the installed content if it has them.
 /// `tree` has at least one wave and one kit. Throws std::runtime_error naming the file that could not be written.
-void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew);
+/// `progress` hears from 0 to 1 how much is done.
+void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew,
+               const std::function<void(double)>& progress);
 
 }  // namespace sivray::content

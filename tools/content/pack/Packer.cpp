@@ -14,6 +14,7 @@
 #include "content/library/LibraryWriter.h"
 #include "content/pack/AudioFile.h"
 #include "content/pack/Categories.h"
+#include "terminal/Printable.h"
 
 namespace sivray::content {
 namespace {
@@ -40,7 +41,7 @@ std::vector<fs::path> entriesOf(const fs::path& folder) {
     }
   }
   if (error) {
-    throw std::runtime_error(textOf(folder) + ": " + error.message());
+    throw fs::filesystem_error("cannot be read", folder, error);
   }
   std::ranges::sort(entries, {}, [](const fs::path& path) { return textOf(path); });
   return entries;
@@ -48,10 +49,11 @@ std::vector<fs::path> entriesOf(const fs::path& folder) {
 
 class Packer {
  public:
-  Packer(PackRoom newRoom, const PackReport& target) : report(target), room(std::move(newRoom)) {}
+  Packer(PackRoom newRoom, const PackReport& target, fs::path leftOut)
+      : report(target), room(std::move(newRoom)), outside(std::move(leftOut)) {}
 
   PackResult run(const fs::path& folder) {
-    addCandidates(folder, std::nullopt);
+    addCandidates(entriesOf(folder), std::nullopt);
     std::ranges::stable_sort(candidates, {}, &Candidate::category);
     std::size_t done = 0;
     for (const Candidate& candidate : candidates) {
@@ -64,13 +66,14 @@ class Packer {
 
  private:
   /// `above` is what the nearest folder with a category says.
-  void addCandidates(const fs::path& folder, std::optional<CategoryMatch> above) {
+  void addCandidates(const std::vector<fs::path>& entries, std::optional<CategoryMatch> above) {
     std::vector<fs::path> files;
     std::vector<fs::path> folders;
-    for (const fs::path& entry : entriesOf(folder)) {
+    for (const fs::path& entry : entries) {
       std::error_code error;
       if (fs::is_directory(entry, error)) {
-        if (!fs::is_symlink(entry, error)) {  // A link may lead back to where it lies.
+        // A link may lead back to where it lies.
+        if (!fs::is_symlink(entry, error) && !fs::equivalent(entry, outside, error)) {
           folders.push_back(entry);
         }
       } else if (fs::is_regular_file(entry, error)) {
@@ -85,8 +88,19 @@ class Packer {
     }
     for (const fs::path& inner : folders) {
       const auto own = categoryIn(textOf(inner.filename()));
-      addCandidates(inner, own ? own : above);
+      addFolder(inner, own ? own : above);
     }
+  }
+
+  void addFolder(const fs::path& folder, std::optional<CategoryMatch> above) {
+    std::vector<fs::path> entries;
+    try {
+      entries = entriesOf(folder);
+    } catch (const fs::filesystem_error& error) {
+      reject(folder, "cannot be read: " + error.code().message());
+      return;
+    }
+    addCandidates(entries, above);
   }
 
   /// Files of three categories side by side: their names tell more than the folder's.
@@ -121,7 +135,7 @@ class Packer {
       }
       room.bytes += bytes;
       file.wave.category = candidate.category;
-      file.wave.name = room.names.take(textOf(candidate.path.stem()));
+      file.wave.name = room.names.take(printable(textOf(candidate.path.stem())));
       report.say(textOf(candidate.path) + ": " +
                  std::string(kCategoryNames[static_cast<std::size_t>(candidate.category)]) + " \"" + file.wave.name +
                  "\"" + (candidate.isGuess ? ", since neither its name nor its folder's names a category" : "") +
@@ -139,14 +153,19 @@ class Packer {
 
   const PackReport& report;
   PackRoom room;
+  fs::path outside;
   std::vector<Candidate> candidates;
   PackResult result;
 };
 
 }  // namespace
 
-PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report) {
-  return Packer(std::move(room), report).run(pathOf(folder));
+PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report, const std::string& leftOut) {
+  try {
+    return Packer(std::move(room), report, pathOf(leftOut)).run(pathOf(folder));
+  } catch (const fs::filesystem_error& error) {
+    throw std::runtime_error(folder + ": " + error.code().message());
+  }
 }
 
 }  // namespace sivray::content

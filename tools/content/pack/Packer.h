@@ -38,8 +38,9 @@ struct PackRoom {
 };
 
 /// Reads the whole folder and ignores hidden files. A file's category is that of the nearest folder that names one, or
-/// what its own name says where a folder holds several; else it is a percussion. Throws std::runtime_error when the
-/// folder cannot be read.
-PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report);
+/// what its own name says where a folder holds several; else it is a percussion. The folder `leftOut`, if there is one,
+/// is passed over. Throws std::runtime_error when `folder` cannot be read; one below it is reported.
+PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report,
+                      const std::string& leftOut = {});
 
 }  // namespace sivray::content
