@@ -3,26 +3,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <chrono>
 #include <memory>
 
-#include "host/editor/BramelInstrumentEditor.h"
+#include "host/editor/EditorSession.h"
 #include "host/vst/AEffEditor.h"
 
 namespace tesh::bramel::vst {
 
-class MessageThread;
-
-/// Any thread of the host may call, one at a time; all that is shown happens on the message thread. A host may hold a
-/// lock in these calls that the message thread waits for in a call to the host: none but the destructor waits for long.
-/// What has not happened by then happens as soon as it can.
+/// Which threads may call, and how long a call waits, EditorSession says.
 class BramelVstEditorAdapter final : public AEffEditor {
  public:
   /// `owner` outlives this object; `editor` is not null.
   BramelVstEditorAdapter(AudioEffect* owner, std::shared_ptr<BramelInstrumentEditor> editor);
-
-  /// Closes the editor, and waits until it is closed. Not on a message thread of our own.
-  ~BramelVstEditorAdapter() override;
 
   /// 768 by 468 pixels of the panel at the scale of the screen, also while closed.
   bool getRect(ERect** rect) override;
@@ -40,16 +32,7 @@ class BramelVstEditorAdapter final : public AEffEditor {
   bool setContentScale(float scale) override;
 
  private:
-  struct Shown;
-
-  void settle(std::chrono::milliseconds longest);
-  template <typename Use>
-  bool passOn(const VstKeyCode& keyCode, Use use);
-
-  std::shared_ptr<BramelInstrumentEditor> editor;
-  std::shared_ptr<MessageThread> thread;  ///< Null until the first opening.
-  void* lastWindow = nullptr;             ///< Of the host, that an editor stood in.
-  std::shared_ptr<Shown> shown;
+  EditorSession session;
   ERect rectangle{};
 };
 

@@ -1,0 +1,170 @@
+// Opening, closing, scale and keys, carried to the message thread.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/editor/EditorSession.h"
+
+#include <atomic>
+#include <utility>
+
+#include "host/editor/EditorKeys.h"
+#include "host/editor/EditorWindow.h"
+#include "host/editor/MessageThread.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+using cofu::core::boxed::valueIn;
+
+/// How long a call of the host waits for the message thread, which may itself wait for the host.
+constexpr std::chrono::milliseconds kClosing{500};
+constexpr std::chrono::milliseconds kOpening{5000};
+constexpr std::chrono::milliseconds kKey{250};
+
+constexpr float kSmallestScale = 0.5F;
+constexpr float kLargestScale = 8.0F;
+
+/// True while a mouse button is held: one of the view's own handlers may then be running. JUCE alone keeps saying so if
+/// the pressed view was destroyed before the release, so the system is asked too.
+bool isMouseDown() {
+  return juce::Desktop::getInstance().getNumDraggingMouseSources() > 0 &&
+         juce::ModifierKeys::getCurrentModifiersRealtime().isAnyMouseButtonDown();
+}
+
+/// Above the panel's own size every picture is drawn from the larger set.
+int imageScaleFor(float scale) { return scale > 1.0F ? 2 : 1; }
+
+}  // namespace
+
+/// What is shown, and what the host wants shown. Work on the message thread holds it: it may outlast the call of the
+/// host that asked for it, but never the session.
+struct EditorSession::Shown {
+  explicit Shown(BramelInstrumentEditor& shownEditor) : editor(shownEditor) {}
+
+  /// Brings the screen in line with the host's wishes. Message thread.
+  void settle() {
+    void* const wanted = wantedWindow;
+    const float scale = wantedScale;
+    const int imageScale = imageScaleFor(scale);
+    if (window != nullptr && (wanted != hostWindow || imageScale != shownImageScale)) {
+      window.reset();
+      editor.closeView();
+    }
+    if (window != nullptr) {
+      window->setScale(scale);
+    } else if (wanted != nullptr) {
+      open(wanted, scale, imageScale);
+    } else if (hasEntered.exchange(false)) {
+      thread->leave();
+    }
+  }
+
+  void open(void* wanted, float scale, int imageScale) {
+    if (juce::Desktop::getInstance().getDisplays().getPrimaryDisplay() == nullptr) {
+      return;
+    }
+    const auto box = editor.createView(imageScale);
+    const auto* const view = valueIn<std::shared_ptr<juce::Component>>(box);
+    if (view == nullptr || *view == nullptr) {
+      editor.closeView();  // A model without a view would hear of everything, and nothing would close it.
+      return;
+    }
+    hostWindow = wanted;
+    shownImageScale = imageScale;
+    window = std::make_unique<EditorWindow>(wanted, *view, scale);
+  }
+
+  BramelInstrumentEditor& editor;
+  MessageThread* thread = nullptr;            ///< Owned by the session; null until the first opening.
+  std::atomic<bool> hasEntered = false;       ///< `thread`, from an opening until it is closed.
+  std::atomic<void*> wantedWindow = nullptr;  ///< Null for closed.
+  std::atomic<float> wantedScale = 1.0F;
+
+  // The message thread's.
+  std::unique_ptr<EditorWindow> window;
+  void* hostWindow = nullptr;  ///< That `window` stands in.
+  int shownImageScale = 1;
+  EditorKeys keys;
+};
+
+EditorSession::EditorSession(std::shared_ptr<BramelInstrumentEditor> newEditor)
+    : editor(std::move(newEditor)), shown(std::make_shared<Shown>(*editor)) {}
+
+EditorSession::~EditorSession() {
+  shown->wantedWindow = nullptr;
+  // What closed long ago must not wait for the host's thread, which may wait for this one.
+  if (thread == nullptr || (MessageLoop::kIsOnHostsThread && !shown->hasEntered)) {
+    return;
+  }
+  void* const hostWindow = lastWindow;
+  thread->callAndWait([this] { shown->settle(); });
+  MessageLoop::awaitReturn(hostWindow);
+}
+
+bool EditorSession::isOpen() const { return shown->wantedWindow != nullptr; }
+
+void EditorSession::open(void* window) {
+  if (isOpen() || window == nullptr) {
+    return;
+  }
+  if (thread == nullptr) {
+    thread = editor->messageThread();
+  }
+  if (thread != nullptr && !shown->hasEntered.exchange(true)) {
+    shown->thread = thread.get();
+    thread->enter();
+  }
+  lastWindow = window;
+  shown->wantedWindow = window;
+  settle(kOpening);
+}
+
+void EditorSession::close() {
+  if (shown->wantedWindow.exchange(nullptr) != nullptr) {
+    settle(kClosing);
+  }
+}
+
+BramelInstrumentEditor::Size EditorSession::size() const {
+  constexpr auto kSize = BramelInstrumentEditor::getEditorSize();
+  const float scale = shown->wantedScale;
+  return {scaledLength(kSize.width, scale), scaledLength(kSize.height, scale)};
+}
+
+float EditorSession::scale() const { return shown->wantedScale; }
+
+bool EditorSession::setScale(float scale) {
+  if (!(scale >= kSmallestScale && scale <= kLargestScale)) {
+    return false;
+  }
+  if (shown->wantedScale.exchange(scale) != scale && isOpen()) {
+    settle(kOpening);
+  }
+  return true;
+}
+
+void EditorSession::settle(std::chrono::milliseconds longest) {
+  if (thread == nullptr) {
+    return;
+  }
+  // Our own thread comes here from the view's own mouse handler; the host's may, while a button of the mouse is down.
+  if (MessageThread::isCurrent() && (!MessageLoop::kIsOnHostsThread || isMouseDown())) {
+    thread->callLater([own = shown] { own->settle(); });
+  } else {
+    thread->callAndWait([own = shown] { own->settle(); }, longest);
+  }
+}
+
+bool EditorSession::keyDown(const VstKeyCode& keyCode) { return passOn(keyCode, &EditorKeys::keyDown); }
+
+bool EditorSession::keyUp(const VstKeyCode& keyCode) { return passOn(keyCode, &EditorKeys::keyUp); }
+
+template <typename Use>
+bool EditorSession::passOn(const VstKeyCode& keyCode, Use use) {
+  if (!isOpen() || thread == nullptr) {
+    return false;
+  }
+  const auto isUsed = std::make_shared<std::atomic<bool>>(false);
+  thread->callAndWait([own = shown, isUsed, keyCode, use] { *isUsed = (own->keys.*use)(keyCode); }, kKey);
+  return *isUsed;
+}
+
+}  // namespace tesh::bramel::vst
