@@ -1,4 +1,5 @@
-// A plain model of the master effect, one sample at a time, with its own effects inside.
+// A plain model of the master effect, one sample at a time. Its effects compute everything, in memory of their own
+// kind.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,8 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "effects/EffectSet.h"
-#include "effects/interfaces/SivrayFxMemoryManager.h"
+#include "effects/PlainEffects.h"
+#include "effects_interfaces/PlainMemory.h"
 
 namespace model {
 
@@ -16,7 +17,7 @@ namespace fx = tesh::bramel::plugin::sivray::effects;
 
 class Master {
  public:
-  Master() : effects(fx::makeEffects(memory)) {
+  Master() : effects(scene::makePlainEffects(memory)) {
     current = effects[12].get();
     current->wake();
     current->setParameter(2, 0);
@@ -136,7 +137,7 @@ class Master {
     }
   }
 
-  fx::SivrayFxMemoryManager memory;
+  scene::PlainMemory memory;
   fx::EffectSet effects;
   fx::SivrayFx* current = nullptr;
   fx::SivrayFx* previous = nullptr;

@@ -6,37 +6,8 @@
 #include <type_traits>
 
 #include "effects/EffectTable.h"
-#include "effects/SivrayMultiEffector.h"
-#include "effects/delays/SivrayFxBpmSyncDelay.h"
-#include "effects/delays/SivrayFxShortDelay.h"
-#include "effects/dynamics/Pump.h"
-#include "effects/dynamics/Q60393Distortion.h"
-#include "effects/dynamics/Q60393Drive.h"
-#include "effects/dynamics/SivrayFxCompressor.h"
-#include "effects/dynamics/SivrayFxDecimator.h"
-#include "effects/dynamics/SivrayFxKilnode.h"
-#include "effects/dynamics/SivrayFxStereoCompressor.h"
-#include "effects/filters/CombFilter.h"
-#include "effects/filters/PeakingEQ.h"
-#include "effects/filters/SivrayFxEqualizer.h"
-#include "effects/filters/SivrayFxTalkingModulator.h"
-#include "effects/filters/SivrayFxTolvanFilter.h"
-#include "effects/interfaces/EffectAdapter.h"
-#include "effects/interfaces/SivrayFxBypass.h"
+#include "effects/PlainEffects.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
-#include "effects/modulation/MarloChorus.h"
-#include "effects/modulation/MarloEnsemble.h"
-#include "effects/modulation/MarloPhase.h"
-#include "effects/modulation/Q60393Autopan.h"
-#include "effects/modulation/Q60393Phaser.h"
-#include "effects/modulation/Q60393Tremolo.h"
-#include "effects/modulation/Ringmod.h"
-#include "effects/modulation/SivrayFxChorusFlanger.h"
-#include "effects/reverbs/GateReverb.h"
-#include "effects/reverbs/SivrayFxReverb.h"
-#include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
-#include "effects/rhythmic/SivrayFxGrainShifter.h"
-#include "effects/rhythmic/Slicer.h"
 #include "effects_interfaces/EffectScene.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -44,6 +15,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 using scene::Dice;
+using scene::Plain;
 using scene::Stereo;
 
 /// Counts the samples that it skips.
@@ -55,11 +27,6 @@ struct Skipping : Effect {
     return skips;
   }
   unsigned skipped = 0;
-};
-
-template <typename Effect>
-struct Plain : Effect {
-  bool skip(unsigned) override { return false; }
 };
 
 template <typename Effect>
@@ -135,24 +102,9 @@ void expectSameSoundAfterSilence(int type) {
   EXPECT_GT(fast.skipped, 20000U);
 }
 
-/// By type id.
-template <typename... Effects>
-void expectAll() {
-  int type = 0;
-  (expectSameSoundAfterSilence<Effects>(type++), ...);
-}
-
 TEST(Silence, EveryEffectSoundsAfterSkippedSilenceAsAfterComputedSilence) {
-  expectAll<SivrayFxBypass, SivrayFxIMarloEffects<MarloChorus>, SivrayFxIMarloEffects<MarloPhase>,
-            SivrayFxIMarloEffects<MarloEnsemble>, SivrayFxChorusFlanger, EffectAdapter<Q60393Phaser>,
-            EffectAdapter<Q60393Tremolo>, EffectAdapter<Q60393Autopan>, EffectAdapter<Pump>, EffectAdapter<Slicer>,
-            EffectAdapter<Ringmod>, SivrayFxGrainShifter, SivrayFxShortDelay, SivrayFxBpmSyncDelay, SivrayFxReverb,
-            SivrayFxReverbSmoothHallAdapter, EffectAdapter2<GateReverb>, SivrayFxCompressor,
-            EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>, EffectAdapter<Q60393Drive>,
-            EffectAdapter<Q60393Distortion>, SivrayFxKilnode, EffectAdapter<SivrayFxDecimator>, SivrayFxEqualizer,
-            EffectAdapter<PeakingEQ>, SivrayFxTolvanFilter<TolvanMode::kLowpass>,
-            SivrayFxTolvanFilter<TolvanMode::kHighpass>, SivrayFxTolvanFilter<TolvanMode::kBandpass>,
-            EffectAdapter<CombFilter>, SivrayFxTalkingModulator>();
+  int type = 0;
+  scene::forEachEffect([&type]<typename Effect>() { expectSameSoundAfterSilence<Effect>(type++); });
 }
 
 }  // namespace

@@ -33,6 +33,15 @@ bool renderOrSkip(SivrayMultiEffector& fast, Stereo& s, int count) {
   return skips;
 }
 
+/// A run of no frames, in which the fast one is asked first whether it can skip them.
+void runEmpty(SivrayMultiEffector& fast, model::Master& plain) {
+  Stereo none(1);
+  if (!fast.skip(0)) {
+    render(fast, none, 0, 0);
+  }
+  render(plain, none, 0, 0);
+}
+
 /// Applies one random action to both, with equal random numbers.
 template <typename Act>
 void onBoth(SivrayMultiEffector& fast, model::Master& plain, Act&& act) {
@@ -75,6 +84,9 @@ TEST(MultiEffector, SoundsAsItsPlainModelThroughAnyEdits) {
     model::Master plain;
     for (int b = 0; b < 400; ++b) {
       actAtRandom(dice, fast, plain);
+      if (dice.oneIn(3)) {
+        runEmpty(fast, plain);
+      }
       actAtRandom(dice, fast, plain);
       const int count = dice.oneIn(30) ? dice.upTo(6000) : (dice.oneIn(5) ? dice.upTo(2) : dice.blockSize());
       Stereo a = dice.input(std::max(count, 1));
@@ -104,6 +116,66 @@ TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
       render(fast, a, 0, count);
       render(plain, c, 0, count);
       ASSERT_EQ(a, c) << effectTypeName((i * 7) % kEffectTypeCount);
+    }
+  }
+}
+
+TEST(MultiEffector, ARunOfNoFramesTakesNoEdits) {
+  for (int type = 0; type < kEffectTypeCount; ++type) {
+    SivrayMultiEffector fast;
+    model::Master plain;
+    onBoth(fast, plain, [type](auto& m) { m.setValue(0, type); });
+    Dice dice(static_cast<unsigned>(type));
+    for (int round = 0; round < 4; ++round) {
+      // In silence, so that the effect skips; the longest line runs empty.
+      for (int done = 0; done < 160000; done += 4000) {
+        Stereo a(4000);
+        Stereo c(4000);
+        renderOrSkip(fast, a, 4000);
+        render(plain, c, 0, 4000);
+        ASSERT_EQ(a, c) << effectTypeName(type) << " round " << round;
+      }
+      for (const int index : {2, 3}) {
+        onBoth(fast, plain, [index, edit = dice.upTo(127)](auto& m) { m.setValue(index, edit); });
+        runEmpty(fast, plain);
+      }
+      onBoth(fast, plain, [round](auto& m) { m.transport(round % 2 == 0 ? 3 : 0); });
+      Stereo a = dice.input(3000);
+      a.left[0] = 20000;
+      Stereo c = a;
+      render(fast, a, 0, 3000);
+      render(plain, c, 0, 3000);
+      ASSERT_EQ(a, c) << effectTypeName(type) << " round " << round;
+    }
+  }
+}
+
+TEST(MultiEffector, EffectsThatMeetInOneBankAfterAResetSoundAsThePlainModels) {
+  constexpr std::array<int, 5> kUsers{11, 12, 13, 14, 16};
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    Dice dice(seed);
+    SivrayMultiEffector fast;
+    model::Master plain;
+    const auto play = [&](int blocks, int longest, bool isSilent) {
+      for (int b = 0; b < blocks; ++b) {
+        const int count = 1 + dice.upTo(longest - 1);
+        Stereo a = isSilent ? Stereo(static_cast<std::size_t>(count)) : dice.input(count);
+        Stereo c = a;
+        renderOrSkip(fast, a, count);
+        render(plain, c, 0, count);
+        ASSERT_EQ(a, c) << "seed " << seed;
+      }
+    };
+    for (int change = 0; change < 12; ++change) {
+      if (dice.oneIn(2)) {
+        onBoth(fast, plain, [](auto& m) { m.reset(); });
+        play(dice.upTo(12), 2048, dice.oneIn(4));
+      }
+      const auto next = static_cast<std::size_t>(dice.upTo(4));
+      onBoth(fast, plain, [&](auto& m) { m.setValue(0, kUsers[next]); });
+      play(dice.upTo(40), 3, dice.oneIn(2));
+      play(dice.upTo(4), 2048, dice.oneIn(2));
+      onBoth(fast, plain, [edit = dice.upTo(127)](auto& m) { m.setValue(2 + edit % 2, edit); });
     }
   }
 }

@@ -16,6 +16,7 @@
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/TempoTables.h"
 #include "effects_interfaces/EffectScene.h"
+#include "effects_interfaces/PlainMemory.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -202,24 +203,34 @@ TEST(SivrayFxMemoryManager, GivesTwoDisjointBanksInTurn) {
   EXPECT_TRUE(std::all_of(second, second + 10000, [](int x) { return x == 0; }));
 }
 
-TEST(SivrayFxMemoryManager, HandsOutZerosWhoeverHasWritten) {
+TEST(SivrayFxMemoryManager, HoldsWhatAPlainPoolHoldsWhoeverHasWritten) {
   SivrayFxMemoryManager memory;
+  scene::PlainMemory plain;
   std::array<User, 3> users{User(100), User(5000), User(200)};
-  std::array<std::int16_t*, 3> areas{};
-  for (User& user : users) {
-    memory.add(&user);
+  std::array<User, 3> plainUsers = users;
+  std::array<std::array<std::int16_t*, 2>, 3> areas{};
+  for (std::size_t i = 0; i < users.size(); ++i) {
+    memory.add(&users[i]);
+    plain.add(&plainUsers[i]);
   }
+  std::array<std::size_t, 2> lastIn{9, 9};
   scene::Dice chance(7);
   for (int round = 0; round < 3000; ++round) {
     const auto who = static_cast<std::size_t>(chance.upTo(2));
     if (chance.upTo(2) == 0) {
-      areas[who] = memory.acquire(users[who]);
-      ASSERT_TRUE(std::all_of(areas[who], areas[who] + 5000, [](int x) { return x == 0; })) << round;
-    } else if (areas[who] != nullptr) {  // Perhaps in an area that another one has got since.
-      users[who].hasWritten = true;
-      areas[who][users[who].size - 1] = 1;
-      areas[who][0] = 1;
+      areas[who] = {memory.acquire(users[who]), plain.acquire(plainUsers[who])};
+    } else if (areas[who][0] == nullptr) {
+      continue;
+    } else {  // Perhaps in an area that another one has got since.
+      EXPECT_EQ(memory.noteRun(users[who]), lastIn[users[who].bank] == who) << round;
+      for (std::int16_t* const area : areas[who]) {
+        area[users[who].size - 1] = 1;
+        area[0] = 1;
+      }
     }
+    lastIn[users[who].bank] = who;
+    const auto [area, expected] = areas[who];
+    ASSERT_TRUE(std::equal(area, area + 5000, expected)) << round;
   }
 }
 

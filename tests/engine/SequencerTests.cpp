@@ -85,6 +85,22 @@ TEST(EventSequencer, HoldsABoundedNumberOfRecordsAndTheNewestValues) {
   }
 }
 
+TEST(EventSequencer, AFullListLosesOnlyOlderValuesOfAParameterAtAFrame) {
+  Rendering rendering;
+  for (int i = 0; i < 3; ++i) {
+    rendering.queue(0, kMidi, 5);
+  }
+  for (const std::int64_t frame : {1, 2, 3}) {
+    rendering.queue(frame, kParameter, 9);
+  }
+  rendering.queue(3, kGlobal, 9);
+  for (std::size_t i = 0; i < EventSequencer::kCapacity; ++i) {
+    rendering.queue(0, kParameter, 4);
+  }
+  EXPECT_THAT(rendering.firedBy(10), testing::Contains("m5").Times(3));
+  EXPECT_THAT(std::vector(rendering.fired.end() - 4, rendering.fired.end()), ElementsAre("p9", "p9", "p9", "g9"));
+}
+
 TEST(EventSequencer, FiresWhatTheBlockAndOthersHaveQueuedAsOneList) {
   Rendering rendering;
   rendering.queue(5, kParameter, 1);
@@ -105,8 +121,11 @@ TEST(EventSequencer, DropsTheNewestMessagesOfAFloodAndTakesRecordsAgainAfterIt) 
     rendering.queue(static_cast<std::int64_t>(i), kMidi, 1);
   }
   EXPECT_EQ(rendering.firedBy(100000).size(), EventSequencer::kCapacity);
-  rendering.queue(0, kParameter, 2);
-  EXPECT_THAT(rendering.firedBy(1), ElementsAre("p2"));
+  for (std::size_t i = 0; i < EventSequencer::kCapacity; ++i) {
+    rendering.queue(0, kParameter, 2);
+  }
+  rendering.queue(0, kParameter, 3);
+  EXPECT_EQ(rendering.firedBy(1).back(), "p3") << "older values make room for it";
 }
 
 }  // namespace

@@ -117,6 +117,28 @@ TEST(WaveChange, EmptiesTheSlotWhenTheDataCannotBeOpened) {
   EXPECT_EQ(pads.pool.slot(0).data, pads.pool.memoryOf(0));
 }
 
+TEST(WaveChange, ReadsWavesAgainWhenTheDataComesBack) {
+  Pads pads({{"long", ramp(1, 15), {}}, {"short", ramp(50, 4), {}}});
+  const std::string data = pads.folder.pathOf("drumdata.bin");
+  pads.change(0, 0);
+  pads.load.prepare(0, 0);
+  std::filesystem::rename(data, data + ".away");
+  pads.load.prepare(0, 1);
+  pads.change(0, 1);
+  EXPECT_EQ(pads.frames(0), 0U);
+  pads.load.prepare(1, 0);
+  std::filesystem::rename(data + ".away", data);
+  pads.change(1, 0);
+  EXPECT_EQ(pads.side(1, 0), padded(ramp(1, 15)));
+  pads.load.prepare(0, 1);
+  pads.change(0, 1);
+  EXPECT_EQ(pads.frames(0), 4U);
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(50, 4)));
+  pads.change(0, 0);
+  pads.change(0, 1);
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(50, 4)));
+}
+
 TEST(WaveChange, GivesTheSameSlotsWhetherAWaveWasReadAheadOrNot) {
   std::vector<support::Wave> waves;
   for (int length = 1; length <= 18; ++length) {

@@ -45,6 +45,9 @@ class Scene {
     for (int events = calm ? pick(0, 5) / 5 : pick(0, 5); events > 0; --events) {
       event();
     }
+    if (--turnBackIn == 0) {
+      turnBack();
+    }
     constexpr std::array<int, 6> kLongest{1, 8, 64, 200, 700, 2048};
     const int frames = pick(0, kLongest[static_cast<std::size_t>(pick(0, calm ? 4 : 5))]);
     std::array<std::int32_t*, 4> channels{};
@@ -135,6 +138,16 @@ class Scene {
     } else {
       allocator->resetVoices();
       model->reset();
+      turnBackIn = pick(1, 3);
+    }
+  }
+
+  /// After a reset: a level that is heard again, with low boost and pan as a cleared voice has them.
+  void turnBack() {
+    for (int pad = 0; pad < playedPads; ++pad) {
+      setAtRandom(pad, static_cast<std::size_t>(PadParameter::level));
+      pads[static_cast<std::size_t>(pad)].set(static_cast<std::size_t>(PadParameter::lowBoost), 0);
+      pads[static_cast<std::size_t>(pad)].set(static_cast<std::size_t>(PadParameter::pan), 64);
     }
   }
 
@@ -150,6 +163,7 @@ class Scene {
   std::mt19937 random;
   bool calm;
   int playedPads;
+  int turnBackIn = 0;  ///< Steps until `turnBack`; none at 0 or below.
   std::vector<support::Wave> waves;
   std::array<PadValues, kPads> pads;
   std::unique_ptr<PcmFile> file;

@@ -27,11 +27,12 @@ class SivrayFx {
   SivrayFx& operator=(const SivrayFx&) = delete;
   virtual ~SivrayFx() = default;
 
-  /// Processes `count` samples per channel in place; 0 leaves the block alone.
+  /// Processes `count` samples per channel in place; 0 changes nothing, neither the block nor the effect.
   virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
   /// Moves on by `count` silent samples if the effect has nothing left to sound and answers them with silence. Returns
-  /// false if it cannot say so: then nothing has changed, and `process` must run.
+  /// false if it cannot say so: then nothing has changed, and `process` must run. Only the effect that ran last may
+  /// skip.
   virtual bool skip(unsigned count) SIVRAY_NONBLOCKING {
     static_cast<void>(count);
     return false;

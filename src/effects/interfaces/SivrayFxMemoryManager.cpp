@@ -8,26 +8,28 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 std::int16_t* SivrayFxMemoryManager::acquire(SivrayFxMemoryUser& user) {
-  noteWritten();
-  bank = (bank - 1) & 1;
-  std::int16_t* const area = pool.data() + bank * bankSamples;
-  std::fill_n(area, std::exchange(writtenSamples[bank], 0), std::int16_t{0});
-  user.bank = bank;
+  turn = (turn - 1) & 1;
+  std::int16_t* const area = pool.data() + turn * bankSamples;
+  Bank& bank = banks[turn];
+  const std::size_t required = user.requiredSamples();
+  if (bank.writtenFrom < required) {
+    std::fill(area + bank.writtenFrom, area + std::min(required, bank.writtenEnd), std::int16_t{0});
+    bank.writtenFrom = std::min(required, bank.writtenEnd);
+  }
+  bank.last = &user;
+  user.bank = turn;
   return area;
 }
 
-/// An effect that runs on in an area that another one has got since tells so again with its next block.
-void SivrayFxMemoryManager::noteWritten() {
-  for (SivrayFxMemoryUser* const user : users) {
-    if (std::exchange(user->hasWritten, false)) {
-      writtenSamples[user->bank] = std::max(writtenSamples[user->bank], user->requiredSamples());
-    }
-  }
+bool SivrayFxMemoryManager::noteRun(const SivrayFxMemoryUser& user) {
+  Bank& bank = banks[user.bank];
+  bank.writtenFrom = 0;
+  bank.writtenEnd = std::max(bank.writtenEnd, user.requiredSamples());
+  return std::exchange(bank.last, &user) == &user;
 }
 
 void SivrayFxMemoryManager::add(SivrayFxMemoryUser* user) {
   user->assigner = this;
-  users.push_back(user);
   const std::size_t required = user->requiredSamples();
   if (required > bankSamples) {
     bankSamples = required;

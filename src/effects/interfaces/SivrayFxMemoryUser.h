@@ -16,9 +16,13 @@ class SivrayFxMemoryAssigner {
  public:
   virtual ~SivrayFxMemoryAssigner() = default;
 
-  /// The area for `user`, which is about to start: another one than the last call gave, at least as large as the
-  /// largest `requiredSamples` of all users, all zero. Audio thread; a user calls it first in its `reset`.
+  /// The area for `user`, which is about to start: another one than the last call gave. Its first `requiredSamples` are
+  /// zero; what lies behind may be the lines of another user. Audio thread; a user calls it first in its `reset`.
   virtual std::int16_t* acquire(SivrayFxMemoryUser& user) SIVRAY_NONBLOCKING = 0;
+
+  /// Must be called before `user` writes to its area. Returns false if another user has got or written to the area
+  /// since this one did, so that it may hold anything. Audio thread.
+  virtual bool noteRun(const SivrayFxMemoryUser& user) SIVRAY_NONBLOCKING = 0;
 
   /// Registers a user and makes room for it. Construction only: areas handed out before are void.
   virtual void add(SivrayFxMemoryUser* user) = 0;
@@ -34,7 +38,6 @@ class SivrayFxMemoryUser {
 
   SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
   std::uint32_t bank = 0;                      ///< Which of its areas the assigner has given; the assigner's own.
-  bool hasWritten = false;                     ///< The user sets it when it runs; `acquire` clears it.
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

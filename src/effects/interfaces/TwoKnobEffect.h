@@ -83,6 +83,9 @@ class TwoKnobEffect : public SivrayFx {
   }
 
   bool skip(unsigned count) override {
+    if (count == 0) {
+      return true;  // without a sample, settings are not taken either
+    }
     if constexpr (kKnowsSilence) {
       pending.takeInto(live);
       if (silentSamples < Law::kMemory || !law.isSilent(0) || !restsAtSettings()) {
@@ -148,6 +151,9 @@ class TwoKnobEffect : public SivrayFx {
       silentSamples = Law::kMemory;
     }
   }
+
+  /// Must be called when others have written to the lines.
+  void forgetSilence() { silentSamples = 0; }
 
   Law law;
 
@@ -302,7 +308,9 @@ class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser
   }
 
   void process(StereoBlock& block, unsigned count) override {
-    hasWritten = true;
+    if (!assigner->noteRun(*this)) {
+      this->forgetSilence();
+    }
     TwoKnobEffect<Law>::process(block, count);
   }
 

@@ -47,6 +47,7 @@ void VoiceBank::clearLane(std::size_t lane) {
   stepSignedQ12[lane] = 0;
   positionQ12[lane] = 0;
   remainingQ12[lane] = 0;
+  settingsSeen[lane] = 0;  // so that a voice which lives on takes low boost and pan anew
   lowBoost[lane] = 0;
   boostState[lane] = 0;
   punchCurrent[lane] = 0;

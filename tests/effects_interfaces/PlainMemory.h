@@ -1,0 +1,32 @@
+// Delay memory as simple as can be: each request clears what its user needs, and nobody is asked who wrote where.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "effects/interfaces/SivrayFxMemoryUser.h"
+
+namespace scene {
+
+namespace fx = tesh::bramel::plugin::sivray::effects;
+
+struct PlainMemory : fx::SivrayFxMemoryAssigner {
+  std::int16_t* acquire(fx::SivrayFxMemoryUser& user) override {
+    bank = 1 - bank;
+    std::fill_n(banks[bank].begin(), user.requiredSamples(), std::int16_t{0});
+    return banks[bank].data();
+  }
+  bool noteRun(const fx::SivrayFxMemoryUser&) override { return false; }
+  void add(fx::SivrayFxMemoryUser* user) override {
+    user->assigner = this;
+    for (auto& samples : banks) samples.resize(std::max(samples.size(), user->requiredSamples()));
+  }
+
+  std::array<std::vector<std::int16_t>, 2> banks;
+  std::size_t bank = 0;
+};
+
+}  // namespace scene
