@@ -4,6 +4,7 @@
 
 #include "client/ClientScene.h"
 #include "host/editor/BramelInstrumentEditor.h"
+#include "host/resample/CFsConverterWrapper.h"
 
 namespace client {
 namespace {
@@ -232,7 +233,8 @@ TEST(ClientOfAClick, ReportsTheLatencyThatItHas) {
   for (const double rate : {44100.0, 48000.0, 88200.0, 96000.0, 192000.0, 22050.0}) {
     const double reference = peakOf(44100.0, 1000) * rate / 44100.0;
     // The note begins with a frame of the engine, and the peak lies between two frames.
-    EXPECT_NEAR(peakOf(rate, 1000) - reference, SivrayProcessor::latencyAt(rate), 1.5 * std::max(1.0, rate / 44100.0));
+    EXPECT_NEAR(peakOf(rate, 1000) - reference, CFsConverterWrapper::latency(rate),
+                1.5 * std::max(1.0, rate / 44100.0));
   }
 }
 

@@ -11,13 +11,13 @@
 #include <utility>
 #include <vector>
 
-#include "core/EngineRate.h"
 #include "host/adapter/SivrayInstrumentProvider.h"
 #include "host/client/ClientParameter.h"
 #include "host/client/ClientReports.h"
 #include "host/client/SivrayProcessorEditor.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/MessageThread.h"
+#include "host/resample/CFsConverterWrapper.h"
 #include "host/shell/HostWrites.h"
 #include "host/shell/ProgramBanks.h"
 #include "platform/Files.h"
@@ -101,7 +101,7 @@ void SivrayProcessor::prepareToPlay(double sampleRate, int /*maximumExpectedSamp
   }
   impl->instrument->setSampleRate(static_cast<float>(sampleRate));
   impl->instrument->resume();
-  setLatencySamples(latencyAt(sampleRate));
+  setLatencySamples(CFsConverterWrapper::latency(sampleRate));
 }
 
 void SivrayProcessor::releaseResources() { impl->instrument->suspend(); }
@@ -173,16 +173,6 @@ void SivrayProcessor::takePosition() {
 }
 
 double SivrayProcessor::getTailLengthSeconds() const { return std::numeric_limits<double>::infinity(); }
-
-int SivrayProcessor::latencyAt(double sampleRate) {
-  if (static_cast<float>(sampleRate) == static_cast<float>(cofu::core::kEngineRate)) {
-    return 0;
-  }
-  // The output lags by 8 frames of the host, and the resampler's filter by 12 of the engine.
-  constexpr double kRing = 8.0;
-  constexpr double kFilter = 12.0;
-  return static_cast<int>(std::lround(kRing + kFilter * sampleRate / cofu::core::kEngineRate));
-}
 
 // Programs.
 

@@ -64,9 +64,6 @@ class SivrayProcessor final : public juce::AudioProcessor {
   /// Infinite, so that no host cuts a delay with much feedback off.
   double getTailLengthSeconds() const override;
 
-  /// Frames at `sampleRate` Hz from a note's frame to that of its sound: the resampler's delay, 0 at the engine's rate.
-  static int latencyAt(double sampleRate);
-
   // Programs of the first factory bank. Any thread but the audio thread.
 
   /// At least 1, as wrappers want it.

@@ -28,6 +28,7 @@ constexpr std::int32_t kFilterLength = 384;
 constexpr std::int32_t kCutoffHz = 22000;
 constexpr double kAttenuationDb = 85.0;
 constexpr std::int32_t kUpPhases = 16;
+constexpr double kFilterReach = kFilterLength / (2.0 * kUpPhases);  ///< Engine frames by which the filter delays.
 
 /// Phases of the input's filter. Fewer at high host rates make the same taps last as long.
 constexpr std::int32_t downPhases(std::int32_t rate) {
@@ -75,6 +76,13 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
   reset();
   listener->onBlockSize(kSmallestBlock);
   listener->onMaxBlockSize(kSmallestBlock);
+}
+
+int CFsConverterWrapper::latency(double rate) {
+  if (static_cast<float>(rate) == static_cast<float>(kEngineRate)) {
+    return 0;
+  }
+  return static_cast<int>(std::lround(kRingLead + kFilterReach * rate / kEngineRate));
 }
 
 void CFsConverterWrapper::reset() {

@@ -56,6 +56,9 @@ class CFsConverterWrapper {
   /// Stores the longest block in host frames, at least 32, and tells the listener.
   virtual void setBlockSize(std::int32_t size) SIVRAY_NONBLOCKING;
 
+  /// Host frames at `rate` Hz from a message's frame to that of its sound: 0 at the engine's rate.
+  static int latency(double rate);
+
   virtual float sampleRate() const { return hostRate; }
   virtual std::int32_t blockSize() const { return hostBlockSize; }
 
