@@ -65,12 +65,6 @@ one=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so bin/sivray share/Tesh/a/old 
 two=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so bin/sivray share/Tesh/c/new share/Tesh/b)
 new_home
 version=1 small "${one[@]}"
-run --prefix "$work/home/all users" >/dev/null
-[ -e "$work/home/all users/lib/vst/Sivray.so" ] || wrong "--prefix"
-run --prefix "$work/home/all users" --uninstall >/dev/null
-[ "$(picture "$work/home")" = "$before" ] || wrong "something is left below a prefix"
-run >/dev/null
-version=2 small "${two[@]}"
 
 # A tool that fails: $1 does what $2 says at its call number $3.
 shim() {
@@ -80,6 +74,27 @@ shim() {
     "$work/shims/count" "$work/shims/count" "$3" "$1" "$2" >"$work/shims/$1"
   chmod +x "$work/shims/$1"
 }
+
+# killed SHIM-ARGUMENTS...: installs with a tool that ends the whole run.
+killed() {
+  shim "$@"
+  PATH="$work/shims:$PATH" run >/dev/null 2>&1 || true
+}
+for signal in 9 15; do
+  killed cp "kill -$signal \$PPID" 3
+  [ "$signal" = 15 ] || [ -n "$(find "$work/home" -name '*.sivray-new')" ] || wrong "the run was not killed while it copied"
+  run --uninstall >/dev/null
+  [ "$(picture "$work/home")" = "$before" ] || wrong "killed by $signal, it left: $(find "$work/home")"
+done
+chmod 600 "$work/files/share/Tesh/b"
+run --prefix "$work/home/all users" >/dev/null
+[ -z "$(find "$work/home/all users" ! -perm -a=r)" ] || wrong "others cannot read what is installed for all"
+[ -e "$work/home/all users/lib/vst/Sivray.so" ] || wrong "--prefix"
+run --prefix "$work/home/all users" --uninstall >/dev/null
+[ "$(picture "$work/home")" = "$before" ] || wrong "something is left below a prefix"
+run >/dev/null
+version=2 small "${two[@]}"
+
 shim df 'printf "Avail\n3\n"' 1
 PATH="$work/shims:$PATH" refuses "not enough room"
 shim cp 'exit 1' 3
@@ -108,12 +123,17 @@ files="$work/none" refuses "holds no lib/vst"
 
 # After all of these the old version is still whole; a run that is killed in between can be repeated or taken back.
 [ "$(cat "$work/home/.vst/Sivray.so")" = "lib/vst/Sivray.so 1" ] || wrong "the old version is damaged"
-shim mv 'kill -9 $PPID' 4
-PATH="$work/shims:$PATH" run >/dev/null 2>&1 || true
+killed mv 'kill -9 $PPID' 4
 run >/dev/null
 [ "$(cat "$work/home/.vst/Sivray.so")" = "lib/vst/Sivray.so 2" ] || wrong "the new version is not there"
 [ ! -e "$work/home/.local/share/Tesh/a" ] || wrong "a file of the old version is left"
 echo mine >"$work/home/.local/share/Tesh/mine"
 run --uninstall >/dev/null
 [ "$(cd "$work/home" && find . -type f | sort | xargs)" = "./.local/share/Tesh/mine ./Documents/mine" ] || wrong "uninstalling took or left too much"
+# --- The archive, packed by somebody whose files are private
+(umask 077; cpack -G TGZ --config "$build/CPackConfig.cmake" -B "$work/packages" >/dev/null)
+tar tvf "$work"/packages/*.tar.gz >"$work/packed"
+grep -q ' sivray-[^/]*/install$' "$work/packed" || wrong "the archive does not hold ./install"
+others="$(grep -v '^l' "$work/packed" | grep -Ev '^(d......r-x|-......r-[x-]) ' || true)"
+[ -z "$others" ] || wrong "others cannot read in the archive: $others"
 echo "Installing works"

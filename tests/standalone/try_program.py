@@ -241,9 +241,14 @@ def play(scene, folder):
 
 
 def refuse(scene):
+    signal.signal(signal.SIGHUP, signal.SIG_IGN)  # As nohup does; the program inherits it.
     program = scene.start_program()
+    signal.signal(signal.SIGHUP, signal.SIG_DFL)
     check(scene.said("No sound"), "without sound server and card it says so, and shows its window")
     check(program.poll() is None, "and waits for a device")
+    program.send_signal(signal.SIGHUP)
+    time.sleep(0.5)
+    check(program.poll() is None, "and outlives a hang-up under nohup")
     program.send_signal(signal.SIGINT)
     check(program.wait(20) == 0, "and ends when asked")
 

@@ -118,7 +118,10 @@ EndRequests::EndRequests(std::function<void()> onRequest) : impl(std::make_uniqu
   });
   endFile = file;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    std::signal(signal, askToEnd);
+    // Who starts it by nohup wants it to outlive a hang-up.
+    if (std::signal(signal, askToEnd) == SIG_IGN) {
+      std::signal(signal, SIG_IGN);
+    }
   }
 }
 
@@ -127,7 +130,9 @@ EndRequests::~EndRequests() {
     return;
   }
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    std::signal(signal, SIG_DFL);
+    if (std::signal(signal, SIG_DFL) == SIG_IGN) {
+      std::signal(signal, SIG_IGN);
+    }
   }
   juce::LinuxEventLoop::unregisterFdCallback(endFile);
   ::close(endFile);
