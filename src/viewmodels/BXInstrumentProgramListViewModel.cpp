@@ -113,7 +113,9 @@ void BXInstrumentProgramListViewModel::importPrograms(const std::string& path) {
   }
 }
 
-void BXInstrumentProgramListViewModel::exportPrograms(const std::string& path) { instrument->exportPrograms(path); }
+bool BXInstrumentProgramListViewModel::exportPrograms(const std::string& path) {
+  return instrument->exportPrograms(path);
+}
 
 template <typename Event, typename... Values>
 void BXInstrumentProgramListViewModel::tellListener(Event event, const Values&... values) {

@@ -31,7 +31,7 @@ class BXInstrumentProgramListViewModel : public virtual IProgramListViewModelOwn
   void moveProgram(std::uint64_t from, std::uint64_t to, const std::string& bank) override;
   bool isProgramListEnabled() const override;
   void importPrograms(const std::string& path) override;
-  void exportPrograms(const std::string& path) override;
+  bool exportPrograms(const std::string& path) override;
 
   void programSaved(const std::uint64_t* programIds, std::uint64_t count, const std::string& bankName) override;
   void programDeleted(const std::uint64_t* programIds, std::uint64_t count, const std::string& bankName) override;

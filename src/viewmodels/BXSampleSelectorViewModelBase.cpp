@@ -64,7 +64,9 @@ void BXSampleSelectorViewModelBase::selectSample(std::uint64_t part, std::int64_
   }
   const std::int32_t id = library->waveId(static_cast<std::int32_t>(firstOf(category) + index));
   const auto waves = static_cast<std::uint64_t>(library->waveCount());
-  model.setParameterValue(getParameterIndex(part), model.getParameterQuantizer()->stateToValue(id, waves));
+  const std::uint64_t parameter = getParameterIndex(part);
+  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(id, waves));
+  model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
 }
 
 }  // namespace tesh::bramel

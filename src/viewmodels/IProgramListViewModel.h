@@ -44,7 +44,8 @@ class IProgramListViewModel {
   virtual bool isProgramListEnabled() const = 0;
   /// A file that does not exist changes nothing.
   virtual void importPrograms(const std::string& path) = 0;
-  virtual void exportPrograms(const std::string& path) = 0;
+  /// False if the file could not be written.
+  virtual bool exportPrograms(const std::string& path) = 0;
 };
 
 }  // namespace tesh::bramel

@@ -249,6 +249,27 @@ std::string BWPluginEditView::getTooltipValue(std::uint64_t index) {
   return texts != nullptr ? texts->getText(index) : std::string();
 }
 
+std::optional<float> BWPluginEditView::valueOfText(std::uint64_t index, const juce::String& text) {
+  constexpr std::uint64_t kStatesOfContinuous = 128;
+  const std::uint64_t steps = stepCount(index);
+  const std::uint64_t states = steps > 1 ? steps : kStatesOfContinuous;
+  const juce::String wanted = text.trim();
+  const bool isNumber = wanted.isNotEmpty() && wanted.containsOnly("+-0123456789");
+  std::optional<float> found;
+  for (std::uint64_t state = 0; state < states && !found; ++state) {
+    const float value = viewModel->getParameterQuantizer()->stateToValue(static_cast<std::int64_t>(state), states);
+    tellTooltip(index, value);  // The texts are those of the values that were told.
+    const juce::String shown = textFrom(getTooltipValue(index));
+    const bool isSameNumber =
+        isNumber && shown.containsAnyOf("0123456789") && shown.getIntValue() == wanted.getIntValue();
+    if (shown.equalsIgnoreCase(wanted) || isSameNumber) {
+      found = value;
+    }
+  }
+  tellTooltip(index, viewModel->getParameterValue(index));
+  return found;
+}
+
 void BWPluginEditView::tellTooltip(std::uint64_t index, float value) {
   if (const auto texts = viewModel->getTooltipViewModel()) {
     texts->onValueChanged(index, value);

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -54,6 +55,8 @@ class BWPluginEditView : public juce::Component,
   virtual std::string getTooltipName(std::uint64_t index);
   virtual std::string getTooltipValue(std::uint64_t index);
   virtual void showTooltip(std::uint64_t index);
+  /// The value whose text in the tooltip is `text` or the same number; nothing if there is none.
+  std::optional<float> valueOfText(std::uint64_t index, const juce::String& text);
 
   /// Opens the settings page over the middle of the panel.
   void openSettings();

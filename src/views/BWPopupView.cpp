@@ -32,6 +32,7 @@ BWPopupView::BWPopupView() : dimmer(std::make_shared<BWFlatToggleButton>()), pan
 }
 
 BWPopupView::~BWPopupView() {
+  listenToKeysOf(nullptr);
   if (auto* const parent = getParentComponent()) {
     parent->removeChildComponent(this);
   }
@@ -74,9 +75,35 @@ void BWPopupView::show() {
   closed = false;
   slot->addAndMakeVisible(this);
   placePanel();
+  if (modal) {
+    addChildComponent(shield);
+    shield.setBounds(getLocalBounds());
+    shield.raise();
+    listenToKeysOf(getTopLevelComponent());
+  }
+}
+
+void BWPopupView::listenToKeysOf(juce::Component* window) {
+  if (keyWindow != nullptr) {
+    keyWindow->removeKeyListener(this);
+  }
+  keyWindow = window;
+  if (window != nullptr) {
+    window->addKeyListener(this);
+  }
+}
+
+/// Heard by the window: last of all, and also while nothing has the focus.
+bool BWPopupView::keyPressed(const juce::KeyPress& key, juce::Component* /*origin*/) {
+  if (!key.isKeyCode(juce::KeyPress::escapeKey) || juce::Component::getCurrentlyModalComponent() != nullptr) {
+    return false;
+  }
+  close();
+  return true;
 }
 
 void BWPopupView::close() {
+  listenToKeysOf(nullptr);
   if (auto* const parent = getParentComponent()) {
     parent->removeChildComponent(this);
   }
@@ -135,6 +162,7 @@ void BWPopupView::paint(juce::Graphics& graphics) {
 
 void BWPopupView::resized() {
   dimmer->setBounds(getLocalBounds());
+  shield.setBounds(getLocalBounds());
   placePanel();
 }
 

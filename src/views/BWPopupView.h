@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "views/DoubleClickShield.h"
 #include "views/UIPopupDirection.h"
 #include "widgets/BWFlatToggleButton.h"
 #include "widgets/BWView.h"
@@ -15,7 +16,7 @@ namespace tesh::bramel {
 
 /// Covers the whole editor while it is open; a pop-up that is not modal covers its box alone, so that to show and hide
 /// it repaints no more. Message thread only.
-class BWPopupView : public juce::Component, public IBWControlListener {
+class BWPopupView : public juce::Component, public IBWControlListener, public juce::KeyListener {
  public:
   static constexpr float kCornerSize = 6.0F;
 
@@ -34,24 +35,30 @@ class BWPopupView : public juce::Component, public IBWControlListener {
   void setModal(bool isModal);
   void setPanelColour(juce::Colour colour);
 
-  /// Opens over the nearest BWPopupSlotView above the anchor. Without an anchor or a slot nothing happens.
+  /// Opens over the nearest BWPopupSlotView above the anchor. Without an anchor or a slot nothing happens. If it is
+  /// modal, the second press of a double click does not reach it, and Escape closes it where the window gets keys.
   void show();
   /// Takes the pop-up off the editor and lets its content go.
   void close();
   bool isClosed() const { return closed; }
 
   void controlGestureBegan(IBWControl& control) override;
+  using juce::Component::keyPressed;
+  bool keyPressed(const juce::KeyPress& key, juce::Component* origin) override;
   void paint(juce::Graphics& graphics) override;
   void resized() override;
   std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
  private:
+  void listenToKeysOf(juce::Component* window);
   void placePanel();
   void refreshShadow();
 
   std::shared_ptr<BWFlatToggleButton> dimmer;
   std::shared_ptr<BWView> panel;
   std::shared_ptr<juce::Component> content;
+  DoubleClickShield shield;
+  juce::Component::SafePointer<juce::Component> keyWindow;  ///< Whose keys this hears; null while it is closed.
   juce::Image shadow;             ///< Alpha alone, at 100 %; null while the pop-up casts none.
   juce::Rectangle<int> shadowed;  ///< The panel that `shadow` was drawn for.
   juce::Component::SafePointer<juce::Component> anchor;

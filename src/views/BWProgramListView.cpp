@@ -24,8 +24,7 @@ constexpr int kIconTop = 1;
 constexpr int kIconHeight = 30;
 constexpr int kBankTitleTop = 29;
 constexpr int kBankTitleHeight = 14;
-/// The title's rectangle holds a font of its own height.
-constexpr float kBankFontHeight = 14.0F;
+constexpr float kBankFontHeight = 16.0F;
 constexpr int kDeleteItem = 1;
 
 /// On Windows inside the panel: a menu in a window of its own is shut at once where the host keeps the focus.

@@ -151,11 +151,7 @@ void ProgramFileDialogs::openImport(juce::Component& opener, const std::shared_p
 void ProgramFileDialogs::openExport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model) {
   const juce::String ending = "." + model->getExportFileStem();
   const auto use = [model](const juce::File& file) {
-    // A file that is written is a new one.
-    const auto identity = [&file] { return std::pair(file.getFileIdentifier(), file.getLastModificationTime()); };
-    const auto before = identity();
-    model->exportPrograms(file.getFullPathName().toStdString());
-    return file.existsAsFile() && identity() != before;
+    return model->exportPrograms(file.getFullPathName().toStdString());
   };
   open(opener, juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::warnAboutOverwriting,
        "Export User Programs", documents().getChildFile("My Kits" + ending), ending, use, " could not be written.");

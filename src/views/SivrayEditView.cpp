@@ -181,6 +181,7 @@ void SivrayEditView::addControl(juce::Component& parent, std::size_t macro, Cont
   }
   if (auto* const spoken = dynamic_cast<SpokenControl*>(control.get())) {
     spoken->setValueText([this, macro] { return textFrom(getTooltipValue(macro)); });
+    spoken->setValueOfText([this, macro](const juce::String& text) { return valueOfText(macro, text); });
   }
   registerControl(macro, control);
 }

@@ -63,7 +63,7 @@ void BWButtonBase::setState(bool isOn) {
 
 void BWButtonBase::click() {
   const std::weak_ptr<const bool> token = alive;
-  if (!isEnabled()) {
+  if (!isEnabled() || pressed) {
     return;
   }
   press();
@@ -73,14 +73,14 @@ void BWButtonBase::click() {
 }
 
 void BWButtonBase::mouseDown(const juce::MouseEvent& event) {
-  if (event.mods.isLeftButtonDown() && isEnabled()) {
+  if (event.mods.isLeftButtonDown() && isEnabled() && !pressed && hand.begin(event)) {
     press();
   }
 }
 
 // A gesture that began ends, whatever buttons are down by then.
-void BWButtonBase::mouseUp(const juce::MouseEvent& /*event*/) {
-  if (pressed) {
+void BWButtonBase::mouseUp(const juce::MouseEvent& event) {
+  if (hand.end(event)) {
     release();
   }
 }

@@ -7,12 +7,13 @@
 #include <memory>
 
 #include "widgets/ControlCore.h"
+#include "widgets/HeldPress.h"
 #include "widgets/SpokenControl.h"
 
 namespace tesh::bramel {
 
-/// Acts on the left button alone, and not while it is disabled (`setEnabled`). A press tells begin and change, a
-/// release end; a momentary button is on while it is held and tells change again before the end.
+/// Acts on the left button alone, on one press at a time, and not while it is disabled (`setEnabled`). A press tells
+/// begin and change, a release end; a momentary button is on while it is held and tells change again before the end.
 class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateControl>, public SpokenControl {
  public:
   BWButtonBase();
@@ -45,6 +46,7 @@ class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateContr
   bool on = false;
   bool momentary = false;
   bool pressed = false;
+  HeldPress hand;
 };
 
 }  // namespace tesh::bramel

@@ -17,7 +17,11 @@ class BWKnobBase::SpokenValue : public juce::AccessibilityValueInterface {
   double getCurrentValue() const override { return static_cast<double>(knob.getValue()); }
   juce::String getCurrentValueAsString() const override { return knob.speakValue(juce::String(knob.getValue(), 2)); }
   void setValue(double value) override { knob.tracking->moveTo(knob.normalise(static_cast<float>(value))); }
-  void setValueAsString(const juce::String& text) override { setValue(text.getDoubleValue()); }
+  void setValueAsString(const juce::String& text) override {
+    if (const auto value = knob.valueSpokenAs(text)) {
+      setValue(static_cast<double>(*value));
+    }
+  }
 
   AccessibleValueRange getRange() const override {
     const std::uint64_t steps = knob.tracking->getStepCount();

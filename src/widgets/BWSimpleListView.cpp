@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "widgets/PanelColours.h"
 #include "widgets/ProvidedResources.h"
 #include "widgets/Text.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr const char* kRowFace = "Open Sans Regular";
 constexpr double kRowFontHeight = 13.0;
+constexpr float kUnderMouseAlpha = 0.08F;
 
 }  // namespace
 
@@ -23,6 +25,7 @@ BWSimpleListView::BWSimpleListView()
   box.setRowHeight(kRowHeight);
   box.setColour(juce::ListBox::backgroundColourId, juce::Colours::transparentWhite);
   box.setModel(this);
+  box.addMouseListener(this, true);
   // The wheel and the keys scroll the viewport, whose own bar would take room from the rows.
   box.getViewport()->setScrollBarsShown(false, false, true, false);
   scrollBar.addListener(this);
@@ -30,7 +33,10 @@ BWSimpleListView::BWSimpleListView()
   addAndMakeVisible(scrollBar);
 }
 
-BWSimpleListView::~BWSimpleListView() { box.setModel(nullptr); }
+BWSimpleListView::~BWSimpleListView() {
+  box.removeMouseListener(this);
+  box.setModel(nullptr);
+}
 
 void BWSimpleListView::setItems(std::vector<std::string> texts) {
   setDataSource(std::make_shared<BWSimpleListViewInternalDataSource>(std::move(texts)));
@@ -110,8 +116,29 @@ bool BWSimpleListView::keyPressed(const juce::KeyPress& key) {
                                  [this](int i) { return getNameForRow(i); });
   if (row >= 0) {
     box.selectRow(row);
+    toldRow = -1;
   }
   return true;
+}
+
+bool BWSimpleListView::Rows::keyPressed(const juce::KeyPress& key) {
+  const bool isUsed = ListBox::keyPressed(key);
+  list.toldRow = -1;
+  return isUsed;
+}
+
+void BWSimpleListView::mouseMove(const juce::MouseEvent& event) {
+  const juce::Point<int> place = event.getEventRelativeTo(&box).getPosition();
+  setRowUnderMouse(scrollBar.isMouseOverOrDragging() ? -1 : box.getRowContainingPosition(place.x, place.y));
+}
+
+void BWSimpleListView::mouseExit(const juce::MouseEvent& /*event*/) { setRowUnderMouse(-1); }
+
+void BWSimpleListView::setRowUnderMouse(int row) {
+  if (row != rowUnderMouse) {
+    box.repaintRow(std::exchange(rowUnderMouse, row));
+    box.repaintRow(row);
+  }
 }
 
 int BWSimpleListView::getNumRows() { return dataSource->getRowCount(); }
@@ -120,6 +147,10 @@ juce::String BWSimpleListView::getNameForRow(int row) { return textFrom(dataSour
 
 void BWSimpleListView::paintListBoxItem(int row, juce::Graphics& graphics, int width, int height, bool selected) {
   if (row < getNumRows()) {
+    if (row == rowUnderMouse && !selected) {
+      graphics.setColour(juce::Colour(colours::kSlate).withAlpha(kUnderMouseAlpha));
+      graphics.fillRect(0, 0, width, height);
+    }
     renderer->paintRow(getNameForRow(row), row, graphics, width, height, selected);
   }
 }
@@ -129,12 +160,19 @@ void BWSimpleListView::selectedRowsChanged(int lastRow) {
     return;
   }
   selectedRow = lastRow;
+  toldRow = lastRow;
   if (listener != nullptr) {
     listener->listRowSelected(*this, lastRow);
   }
 }
 
+/// What the list shows as selected may have changed elsewhere since: the click gives it again.
 void BWSimpleListView::listBoxItemClicked(int row, const juce::MouseEvent& event) {
+  const bool isTold = std::exchange(toldRow, -1) == row;
+  const bool isPlainClick = event.mods.isLeftButtonDown() && event.getNumberOfClicks() == 1;
+  if (!isTold && row == selectedRow && isPlainClick && listener != nullptr) {
+    listener->listRowSelected(*this, row);
+  }
   if (listener != nullptr) {
     listener->listRowClicked(*this, row, event);
   }

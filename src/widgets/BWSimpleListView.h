@@ -14,7 +14,7 @@
 
 namespace tesh::bramel {
 
-/// The scroll bar lies over the rows, which take the whole width.
+/// The scroll bar lies over the rows, which take the whole width. The row under the mouse is tinted.
 class BWSimpleListView : public juce::Component, public juce::ListBoxModel, private juce::ScrollBar::Listener {
  public:
   static constexpr int kRowHeight = 28;
@@ -49,20 +49,37 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
   void listWasScrolled() override { updateScrollBar(); }
   void listBoxItemClicked(int row, const juce::MouseEvent& event) override;
 
+  // Of the rows too.
+  void mouseMove(const juce::MouseEvent& event) override;
+  void mouseExit(const juce::MouseEvent& event) override;
+
  private:
+  /// What a key selects is told by then: a click on that row is news.
+  class Rows final : public juce::ListBox {
+   public:
+    explicit Rows(BWSimpleListView& ownList) : list(ownList) {}
+    bool keyPressed(const juce::KeyPress& key) override;
+
+   private:
+    BWSimpleListView& list;
+  };
+
   void scrollBarMoved(juce::ScrollBar* bar, double start) override;
   void updateScrollBar();
   void bringIntoView(int row);
+  void setRowUnderMouse(int row);
 
   IBWSimpleListViewListener* listener = nullptr;
   std::shared_ptr<const IBWSimpleListViewDataSource> dataSource;
   std::shared_ptr<BWSimpleListViewDefaultRenderer> defaultRenderer;
   std::shared_ptr<const IBWSimpleListViewRenderer> renderer;
-  juce::ListBox box;
+  Rows box{*this};
   juce::ScrollBar scrollBar{true};
   TypeAhead typeAhead;
   bool muted = false;
   int selectedRow = -1;
+  int toldRow = -1;        ///< That the click under way has told the listener.
+  int rowUnderMouse = -1;  ///< -1 for none.
 };
 
 }  // namespace tesh::bramel

@@ -41,7 +41,7 @@ void BWSwitchBase::notifyChanged() {
 
 void BWSwitchBase::click() {
   const std::weak_ptr<const bool> token = alive;
-  if (!isEnabled()) {
+  if (!isEnabled() || tracking->isHeld()) {
     return;
   }
   controlGestureBegan(*tracking);

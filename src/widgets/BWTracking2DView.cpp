@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWTracking2DView.h"
 
-#include <utility>
-
 #include "widgets/DragLaw.h"
 
 namespace tesh::bramel {
@@ -27,11 +25,10 @@ void BWTracking2DView::setSteps(std::uint64_t ofX, std::uint64_t ofY) {
 }
 
 void BWTracking2DView::mouseDown(const juce::MouseEvent& event) {
-  if (!event.mods.isLeftButtonDown() || !isEnabled()) {
+  if (!event.mods.isLeftButtonDown() || !isEnabled() || !hand.begin(event)) {
     return;
   }
   const juce::Component::SafePointer<BWTracking2DView> self(this);
-  pressed = true;
   takePosition(event);
   if (self != nullptr) {
     notifyBegin();
@@ -39,14 +36,14 @@ void BWTracking2DView::mouseDown(const juce::MouseEvent& event) {
 }
 
 void BWTracking2DView::mouseDrag(const juce::MouseEvent& event) {
-  if (event.mods.isLeftButtonDown() && pressed) {
+  if (event.mods.isLeftButtonDown() && hand.isOf(event)) {
     takePosition(event);
   }
 }
 
 // A gesture that began ends, whatever buttons are down by then.
-void BWTracking2DView::mouseUp(const juce::MouseEvent& /*event*/) {
-  if (std::exchange(pressed, false)) {
+void BWTracking2DView::mouseUp(const juce::MouseEvent& event) {
+  if (hand.end(event)) {
     notifyEnd();
   }
 }

@@ -7,16 +7,18 @@
 #include <cstdint>
 
 #include "widgets/ControlCore.h"
+#include "widgets/HeldPress.h"
 
 namespace tesh::bramel {
 
-/// Acts on the left button alone.
+/// Acts on the left button alone, and on one press at a time.
 class BWTracking2DView : public juce::Component, public ControlBase<IBWControl> {
  public:
   BWTracking2DView();
 
   float getValueX() const { return valueX; }
   float getValueY() const { return valueY; }
+  bool isHeld() const { return hand.isHeld(); }
   /// States of either axis; 0 is continuous.
   void setSteps(std::uint64_t ofX, std::uint64_t ofY);
   /// Pixels on each side that count as the nearest end.
@@ -35,7 +37,7 @@ class BWTracking2DView : public juce::Component, public ControlBase<IBWControl> 
   std::uint64_t stepsX = 0;
   std::uint64_t stepsY = 0;
   juce::BorderSize<int> border;
-  bool pressed = false;
+  HeldPress hand;
 };
 
 }  // namespace tesh::bramel

@@ -41,6 +41,10 @@ void BWTrackingView::updateCursor() {
 void BWTrackingView::setValueQuietly(float newValue) { value = drag::quantize(newValue, stepCount, *quantizer); }
 
 void BWTrackingView::moveTo(float newValue) {
+  if (hand.isHeld()) {
+    take(newValue);
+    return;
+  }
   const Guard self(this);
   notifyBegin();
   if (self != nullptr) {
@@ -52,11 +56,10 @@ void BWTrackingView::moveTo(float newValue) {
 }
 
 void BWTrackingView::mouseDown(const juce::MouseEvent& event) {
-  if (!event.mods.isLeftButtonDown() || !isEnabled()) {
+  if (!event.mods.isLeftButtonDown() || !isEnabled() || !hand.begin(event)) {
     return;
   }
   const Guard self(this);
-  dragging = true;
   if (mode == Mode::relative) {
     state = {pointerOf(event), seconds(), value};
   } else {
@@ -71,7 +74,7 @@ void BWTrackingView::mouseDown(const juce::MouseEvent& event) {
 }
 
 void BWTrackingView::mouseDrag(const juce::MouseEvent& event) {
-  if (!event.mods.isLeftButtonDown() || !dragging) {
+  if (!event.mods.isLeftButtonDown() || !hand.isOf(event)) {
     return;
   }
   if (mode == Mode::absolute) {
@@ -83,8 +86,8 @@ void BWTrackingView::mouseDrag(const juce::MouseEvent& event) {
 }
 
 // A gesture that began ends, whatever buttons are down by then.
-void BWTrackingView::mouseUp(const juce::MouseEvent& /*event*/) {
-  if (std::exchange(dragging, false)) {
+void BWTrackingView::mouseUp(const juce::MouseEvent& event) {
+  if (hand.end(event)) {
     notifyEnd();
   }
 }

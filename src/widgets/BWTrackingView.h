@@ -9,10 +9,11 @@
 
 #include "widgets/ControlCore.h"
 #include "widgets/DragLaw.h"
+#include "widgets/HeldPress.h"
 
 namespace tesh::bramel {
 
-/// Acts on the left button alone. Alt makes a relative drag fine.
+/// Acts on the left button alone, and on one press at a time. Alt makes a relative drag fine.
 class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
  public:
   enum class Mode { relative, absolute };
@@ -36,7 +37,8 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
   float getValue() const { return value; }
   /// Takes the nearest state of `newValue`. Notifies nobody, and a drag under way goes on from where the hand is.
   void setValueQuietly(float newValue);
-  /// Acts as a whole gesture of the user does: begin, change, end. For screen readers.
+  /// Acts as a whole gesture of the user does: begin, change, end; within the gesture of a hand that holds it, as a
+  /// change. For screen readers.
   void moveTo(float newValue);
 
   /// `juce::Time::getMillisecondCounter` unless a test brings its own.
@@ -59,7 +61,7 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
   Mode mode = Mode::relative;
   std::uint64_t stepCount = 0;
   float value = 0.0F;
-  bool dragging = false;
+  HeldPress hand;
   Clock clock = &juce::Time::getMillisecondCounter;
 };
 

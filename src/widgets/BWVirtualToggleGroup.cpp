@@ -23,7 +23,7 @@ void BWVirtualToggleGroup::setState(std::uint64_t state) {
     return;
   }
   current = state;
-  previous = state;
+  reported.reset();
   updateButtons();
 }
 
@@ -59,7 +59,7 @@ bool BWVirtualToggleGroup::choose(const IBWControl& control) {
 }
 
 void BWVirtualToggleGroup::tellIfChanged() {
-  if (std::exchange(previous, current) != current) {
+  if (std::exchange(reported, current) != current) {
     notifyChanged();
   }
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "widgets/ControlCore.h"
@@ -20,8 +21,8 @@ class BWVirtualToggleGroup : public ControlBase<IBWMultiStateControl>, public IB
 
   std::uint64_t getStateCount() const override { return buttons.size(); }
   std::uint64_t getState() const override { return current; }
-  /// Ignored if there is no such button, except for 0. Notifies nobody, and counts as told: a press of the same button
-  /// is no change.
+  /// Ignored if there is no such button, except for 0. Notifies nobody, so that the next press of any button is news,
+  /// also of the one that is on, as is the first press of all.
   void setState(std::uint64_t state) override;
 
   void controlValueChanged(IBWControl& control) override;
@@ -37,7 +38,7 @@ class BWVirtualToggleGroup : public ControlBase<IBWMultiStateControl>, public IB
   std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
   std::vector<std::shared_ptr<IBWTwoStateControl>> buttons;
   std::uint64_t current = 0;
-  std::uint64_t previous = 0;  ///< The last one that the listener was told.
+  std::optional<std::uint64_t> reported;  ///< The last one that a press told the listener; none since `setState`.
 };
 
 }  // namespace tesh::bramel

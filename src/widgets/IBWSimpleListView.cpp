@@ -29,7 +29,8 @@ void BWSimpleListViewDefaultRenderer::paintRow(const juce::String& text, int row
     graphics.setColour(separator);
     graphics.fillRect(0.0F, 0.0F, static_cast<float>(width), kSeparatorThickness);
   }
-  graphics.fillAll(selected ? selectedFill : unselectedFill);
+  graphics.setColour(selected ? selectedFill : unselectedFill);
+  graphics.fillRect(0, 0, width, height);
   graphics.setColour(selected ? selectedText : unselectedText);
   graphics.setFont(font);
   graphics.drawText(text, kTextMargin, 0, width - 2 * kTextMargin, height, juce::Justification::centredLeft);

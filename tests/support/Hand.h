@@ -28,6 +28,14 @@ class Hand {
   Hand& rightButton() { return button(juce::ModifierKeys::rightButtonModifier); }
   Hand& alt() { return button(juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::altModifier); }
 
+  /// Without a button. The root hears of it too, as one that listens to its children does.
+  Hand& move(int x, int y) {
+    here = down = juce::Point<int>(x, y).toFloat();
+    target = root == nullptr ? nullptr : root->getComponentAt(here);
+    return send(&juce::Component::mouseMove, toRootToo);
+  }
+  Hand& leave() { return send(&juce::Component::mouseExit, toRootToo); }
+
   /// `clicks` is 2 for the second press of a double click.
   Hand& press(int x, int y, int clicks = 1) {
     clickCount = clicks;
@@ -51,7 +59,9 @@ class Hand {
     return *this;
   }
 
-  Hand& send(void (juce::Component::*handler)(const juce::MouseEvent&)) {
+  enum Receivers { toTarget, toRootToo };
+
+  Hand& send(void (juce::Component::*handler)(const juce::MouseEvent&), Receivers receivers = toTarget) {
     if (root == nullptr || target == nullptr) {
       return *this;
     }
@@ -60,6 +70,9 @@ class Hand {
                                  modifiers, juce::MouseInputSource::defaultPressure, 0.0F, 0.0F, 0.0F, 0.0F, target,
                                  target, now, target->getLocalPoint(root, down), now, clickCount, here != down);
     (target->*handler)(event);
+    if (receivers == toRootToo && root != nullptr) {
+      (root->*handler)(event);
+    }
     return *this;
   }
 

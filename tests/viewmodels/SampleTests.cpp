@@ -35,6 +35,13 @@ TEST_F(Samples, ReachTheEngineAsWaveNumbers) {
   EXPECT_FLOAT_EQ(model->getEngineParameterValue(targetOf(84)), 0.8F);
 }
 
+TEST_F(Samples, AreToldThoughNoBlockRuns) {
+  const auto editor = std::make_shared<shell::NotingEditor>();
+  instrument->setUICallback(editor);
+  model->getSampleSelectorViewModel()->selectSample(4, 0, 1);
+  EXPECT_EQ(std::count(editor->log.begin(), editor->log.end(), "changed 48"), 1);
+}
+
 TEST_F(Samples, IgnoreWhatDoesNotExist) {
   const auto samples = model->getSampleSelectorViewModel();
   samples->selectSample(8, 0, 0);

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "shell/ShellScene.h"
 #include "support/DrumModule.h"
@@ -17,6 +18,7 @@
 #include "views/BWPopupSlotView.h"
 #include "views/SivrayEditView.h"
 #include "views/SivrayEditorProvider.h"
+#include "widgets/PanelText.h"
 
 namespace views {
 
@@ -29,7 +31,7 @@ using tesh::cofu::core::boxed::valueIn;
 
 class Panel : public testing::Test {
  protected:
-  Panel() {
+  explicit Panel(const std::vector<support::Wave>& waves = support::categorisedWaves()) : folder(waves) {
     ::setenv("BRAMEL_DOCUMENTS", folder.pathOf("documents").c_str(), 1);
     instrument = support::makeInstrument(folder);
     host = std::make_shared<shell::NotingHost>(*instrument);
@@ -85,6 +87,35 @@ class Panel : public testing::Test {
     return nullptr;
   }
 
+  /// The newest tooltip that is up, as "name: value"; empty for none.
+  juce::String tooltip() {
+    juce::String texts;
+    for (juce::Component* const child : slot.getChildren()) {
+      bool takesClicks = true;
+      bool childrenDo = true;
+      child->getInterceptsMouseClicks(takesClicks, childrenDo);
+      if (child->isVisible() && !takesClicks) {
+        texts.clear();
+        addTexts(*child, texts);
+      }
+    }
+    return texts;
+  }
+  static void addTexts(juce::Component& parent, juce::String& texts) {
+    for (juce::Component* const child : parent.getChildren()) {
+      if (const auto* const text = dynamic_cast<PanelText*>(child)) {
+        texts << (texts.isEmpty() ? "" : ": ") << text->getText();
+      }
+      addTexts(*child, texts);
+    }
+  }
+
+  /// Lets the host move a parameter.
+  void automate(std::uint64_t parameter, float value) {
+    instrument->setParameter(parameter, value);
+    owner->notifyParameterChanged(parameter);
+  }
+
   /// A child of `parent` whose text or title is `name`, at any depth.
   static juce::Component* named(juce::Component& parent, const juce::String& name) {
     for (juce::Component* const child : parent.getChildren()) {
@@ -103,7 +134,7 @@ class Panel : public testing::Test {
     hand().click(middle.x, middle.y);
   }
 
-  const support::SampleFolder folder{support::categorisedWaves()};
+  const support::SampleFolder folder;
   std::shared_ptr<vst::BramelInstrument> instrument;
   std::shared_ptr<shell::NotingHost> host;
   std::shared_ptr<IPluginEditViewModelOwner> owner;

@@ -1,9 +1,10 @@
 // What a hand does on the panel, and what the host and the engine hear of it; what the engine does, and what the panel
 // shows of it.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/BWSampleSelectorView.h"
 #include "views/PanelScene.h"
+#include "widgets/BWImageKnob.h"
 #include "widgets/BWSimpleListView.h"
+#include "widgets/BWTrackingView.h"
 
 namespace views {
 namespace {
@@ -17,6 +18,59 @@ TEST_F(Panel, TellsTheHostOneEditWithAValueForEachMoveOfADrag) {
   EXPECT_EQ(log.back(), "end 4");
   EXPECT_EQ(std::count(log.begin(), log.end(), "automate 4"), static_cast<std::ptrdiff_t>(log.size()) - 2);
   EXPECT_GT(owner->getParameterValue(kPitch), 0.25F);
+}
+
+TEST_F(Panel, StepsAKnobAndAFaderByTheHandsSpeed) {
+  static std::uint32_t now = 0;
+  const auto draggedBy = [this](std::uint64_t parameter, int pixels) {
+    automate(parameter, 0.0F);
+    findIn<BWTrackingView>(*view().getControl(parameter))->setClock([] { return now += 10; });
+    const juce::Point<int> start = middleOf(parameter);
+    hand().press(start.x, start.y).drag(start.x, start.y - pixels).release();
+    return dynamic_cast<IBWContinuousStateControl&>(*view().getControl(parameter)).getValue();
+  };
+  EXPECT_EQ(draggedBy(kEnvelopeTime, 10), 13.0F / 127.0F);  // 1000 pixels a second: 0.106.
+  view().selectPage(2);
+  EXPECT_EQ(draggedBy(kLevel, 10), 4.0F / 60.0F);  // 0.0604: a fader moves by 0.6 to the power 1.1 of that.
+  view().selectPage(0);
+  draggedBy(kPitch, 4);  // 0.0386 of the way.
+  EXPECT_EQ(owner->getParameterValue(kPitch), 2.0F / 48.0F);
+  EXPECT_EQ(dynamic_cast<BWImageKnob&>(*view().getControl(kPitch)).getFrame(), 5U);
+  EXPECT_EQ(tooltip(), "macro4: -22");
+}
+
+TEST_F(Panel, ShowsWhatTheHostSetsRoundedToTheStatesOfEachControl) {
+  automate(kPitch, 14.4F / 48.0F);
+  EXPECT_EQ(dynamic_cast<IBWContinuousStateControl&>(*view().getControl(kPitch)).getValue(), 14.0F / 48.0F);
+  EXPECT_EQ(view().getTooltipValue(kPitch), "-10");
+  EXPECT_EQ(tooltip(), "") << "nobody's hand";
+  auto& mute = dynamic_cast<IBWTwoStateControl&>(*view().getControl(kMute));
+  automate(kMute, 0.5F);
+  EXPECT_TRUE(mute.getState());
+  automate(kMute, 0.49F);
+  EXPECT_FALSE(mute.getState());
+  owner->getProgramListViewModel()->selectProgram(2, "Factory");
+  owner->notifyAllParametersChanged();
+  const auto bar = view().programBar().getChildren();
+  EXPECT_TRUE(std::any_of(bar.begin(), bar.end(), [](juce::Component* child) {
+    const auto* const text = dynamic_cast<PanelText*>(child);
+    return text != nullptr && text->getText() == "03:third";
+  }));
+}
+
+TEST_F(Panel, TellsAScreenReaderNamesAndTextsAndTakesTheTextsThatItReads) {
+  automate(kPitch, 0.75F);
+  auto& knob = dynamic_cast<BWImageKnob&>(*view().getControl(kPitch));
+  EXPECT_EQ(knob.getTitle(), "macro4");
+  const auto handler = knob.createAccessibilityHandler();
+  juce::AccessibilityValueInterface& value = *handler->getValueInterface();
+  EXPECT_EQ(value.getCurrentValueAsString(), "+12");
+  for (const auto& [text, state] : {std::pair("-7", 17), std::pair(" 7", 31), std::pair("0", 24), std::pair("+25", 24),
+                                    std::pair("loud", 24), std::pair("", 24)}) {
+    value.setValueAsString(text);
+    EXPECT_EQ(owner->getParameterValue(kPitch), static_cast<float>(state) / 48.0F) << text;
+    EXPECT_EQ(value.getCurrentValueAsString().getIntValue(), state - 24);
+  }
 }
 
 TEST_F(Panel, FollowsTheEngineWithoutAnEcho) {
@@ -85,7 +139,9 @@ TEST_F(Panel, LightsPadsByIncomingNotesAlsoWhileTheyAreHidden) {
   view().selectPage(2);
   owner->getKeyboardViewModelOwner()->noteOn(43);
   owner->getKeyboardViewModelOwner()->noteOn(44);
+  owner->getKeyboardViewModelOwner()->noteOn(36 + 256);
   EXPECT_TRUE(pad->getState());
+  EXPECT_FALSE(dynamic_cast<IBWTwoStateControl*>(named(slot, "Pad 1"))->getState());
   owner->getKeyboardViewModelOwner()->noteOff(43);
   EXPECT_FALSE(pad->getState());
   EXPECT_EQ(takeHostLog(), Log{});
@@ -118,28 +174,24 @@ TEST_F(Panel, ChoosesAnEffectFromItsListAndNamesItsKnobs) {
   EXPECT_EQ(takeHostLog(), (Log{"begin 96", "automate 96", "end 96"}));
   EXPECT_EQ(dynamic_cast<BWToggleButton&>(*named(slot, "Effect")).getText().getText(), "2Band EQ");
   EXPECT_EQ(slot.getNumChildComponents(), 2) << "the list stays open, and a control off the panel has no tooltip";
+  automate(kEffectTypeMacro, 0.0F);
+  hand().click(row.x, row.y);
+  EXPECT_EQ(owner->getParameterValue(kEffectTypeMacro), 2.0F / 29.0F) << "the marked row, after a change elsewhere";
+  list->selectRow(20);
+  const auto place = slot.getLocalPoint(list, juce::Point<int>(20, 360 - 28 * (26 - 20) + 10));
+  hand().click(place.x, place.y);
+  EXPECT_EQ(owner->getParameterValue(kEffectTypeMacro), 20.0F / 29.0F);
   hand().click(10, 460);
   EXPECT_EQ(slot.getNumChildComponents(), 1);
-}
-
-TEST_F(Panel, GivesASampleFromTheBrowserOfTheClickedDisplay) {
-  hand().click(28 + 92 * 4 + 30, 145 + 15);
-  auto* const browser = topPopup<BWSampleSelectorView>();
-  ASSERT_NE(browser, nullptr);
-  EXPECT_EQ(browser->getParentComponent()->getBounds(), juce::Rectangle<int>(194, 44, 380, 380));
-  EXPECT_EQ(takeHostLog(), Log{}) << "opening and showing a selection gives no sample";
-  hand().click(194 + 20, 44 + 76 + 28 + 10);  // The second category, of two waves.
-  EXPECT_EQ(takeHostLog(), Log{});
-  hand().click(194 + 153 + 20, 44 + 76 + 28 + 10);  // Its second sample.
-  EXPECT_EQ(takeHostLog(), (Log{"begin 48", "automate 48", "end 48"}));
-  const auto model = std::dynamic_pointer_cast<plugin::sivray::ISivrayEditViewModel>(owner);
-  EXPECT_EQ(model->getSampleName(4), "wave6");
 }
 
 TEST_F(Panel, ShowsATooltipForAMoveByHandWhichLetsClicksThrough) {
   const auto knob = middleOf(kEffectEdit1Macro);
   sivray::test::RepaintCounter repaints(slot);
-  hand().press(knob.x, knob.y).drag(knob.x, knob.y - 40).release();
+  Hand held(slot);
+  held.press(knob.x, knob.y);
+  EXPECT_EQ(tooltip(), "----: 0") << "at once";
+  held.drag(knob.x, knob.y - 40).release();
   ASSERT_EQ(slot.getNumChildComponents(), 2);
   const juce::Rectangle<int> place(496, 54, 55, 55);
   EXPECT_EQ(repaints.takeArea(), place.getUnion(slot.getChildComponent(1)->getBounds()));

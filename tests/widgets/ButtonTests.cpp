@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <memory>
@@ -100,6 +101,20 @@ TEST_F(ToggleButton, SettersOtherButtonsAndDisabledOnesTellNothing) {
   Hand(button).click(5, 5);
   button.click();
   EXPECT_TRUE(button.getState());
+  EXPECT_THAT(log.take(), IsEmpty());
+}
+
+TEST_F(ToggleButton, OneHandAtATimeHoldsIt) {
+  button.setMomentary(true);
+  Hand first(button);
+  first.press(5, 5);
+  log.take();
+  Hand(button).press(5, 5);
+  button.click();
+  EXPECT_THAT(log.take(), IsEmpty());
+  first.release();
+  EXPECT_THAT(log.take(), ElementsAre("changed", "ended"));
+  first.release();
   EXPECT_THAT(log.take(), IsEmpty());
 }
 
@@ -213,6 +228,14 @@ TEST(ScreenReader, ReadsAndMovesControlsAsAHandDoes) {
   value.setValue(0.75);
   EXPECT_EQ(knob.getValue(), 0.75F);
   EXPECT_THAT(log.take(), ElementsAre("knob began", "knob changed", "knob ended"));
+  value.setValueAsString("0.5");
+  EXPECT_EQ(knob.getValue(), 0.5F) << "a number, as long as nobody reads texts";
+  knob.setValueOfText([](const juce::String& text) { return text == "+12" ? std::optional(0.75F) : std::nullopt; });
+  value.setValueAsString("+12");
+  EXPECT_EQ(knob.getValue(), 0.75F);
+  value.setValueAsString("0.5");
+  EXPECT_EQ(knob.getValue(), 0.75F);
+  log.take();
 
   BWToggleButton button;
   log.names[&button] = "button";
@@ -269,14 +292,23 @@ TEST_F(ToggleGroup, OneButtonIsOnAndItsChangeIsToldOnce) {
   EXPECT_THAT(log.take(), ElementsAre("began", "ended"));
 }
 
-TEST_F(ToggleGroup, ASetStateIsSilentAndCountsAsTold) {
+TEST_F(ToggleGroup, ASetStateIsSilentAndLeavesTheNextPressToBeTold) {
   group->setState(1);
   EXPECT_EQ(states(), "010");
   group->setState(3);
   EXPECT_EQ(group->getState(), 1U);
   EXPECT_THAT(log.take(), IsEmpty());
-  Hand(*buttons[0]).click(5, 5);
-  EXPECT_THAT(log.take(), ElementsAre("began", "changed", "ended"));
+  const auto expectTold = [this](std::size_t button, bool isNews) {
+    Hand(*buttons[button]).click(5, 5);
+    const auto told = log.take();
+    EXPECT_EQ(std::count(told.begin(), told.end(), "changed"), isNews ? 1 : 0);
+  };
+  expectTold(1, true);  // It was on, but nobody was told.
+  expectTold(1, false);
+  group->setState(2);
+  expectTold(1, true);
+  group->setState(0);
+  expectTold(1, true);
 }
 
 TEST_F(ToggleGroup, MayBeDeletedInACallAndLeavesItsButtons) {

@@ -142,6 +142,19 @@ TEST_F(Tracking, AGestureEndsThoughAnotherButtonTookOver) {
   EXPECT_THAT(log.take(), ElementsAre("began", "ended"));
 }
 
+TEST_F(Tracking, OneHandAtATimeHoldsIt) {
+  Hand first(view);
+  first.press(10, 50);
+  Hand second(view);
+  second.press(10, 90);
+  EXPECT_THAT(log.take(), ElementsAre("began"));
+  view.moveTo(0.25F);
+  EXPECT_THAT(log.take(), ElementsAre("changed")) << "within the hand's gesture";
+  first.release();
+  second.release();
+  EXPECT_THAT(log.take(), ElementsAre("ended"));
+}
+
 TEST_F(Tracking, AbsoluteModeFollowsThePointer) {
   view.setMode(BWTrackingView::Mode::absolute);
   Hand(view).press(10, 25).drag(10, 25).drag(10, 60).release();

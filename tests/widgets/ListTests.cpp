@@ -57,6 +57,40 @@ TEST_F(SimpleList, AHandSelectsAndTells) {
   EXPECT_EQ(log.lines.back(), "right click 2");
 }
 
+TEST_F(SimpleList, AClickTellsTheSelectedRowAgainButNotASecondTime) {
+  list.selectRow(1);
+  const auto told = [this](int clicks) {
+    log.lines.clear();
+    Hand(list).press(50, 30, clicks).release();
+    return log.lines;
+  };
+  EXPECT_THAT(told(1), ElementsAre("selected 1", "click 1"));
+  EXPECT_THAT(told(2), ElementsAre("click 1")) << "the second half of a double click";
+  Hand(list).click(50, 2);
+  auto& box = dynamic_cast<juce::ListBox&>(*list.getChildComponent(0));
+  box.keyPressed(juce::KeyPress(juce::KeyPress::downKey));
+  EXPECT_THAT(told(1), ElementsAre("selected 1", "click 1")) << "what a key has selected is told by then";
+  log.lines.clear();
+  Hand(list).rightButton().click(50, 30);
+  EXPECT_THAT(log.lines, ElementsAre("right click 1"));
+}
+
+TEST_F(SimpleList, TintsTheRowUnderTheMouse) {
+  const auto pixel = [this](int y) { return list.createComponentSnapshot(list.getLocalBounds()).getPixelAt(150, y); };
+  const juce::Colour plain = pixel(40);
+  Hand(list).move(50, 30);
+  EXPECT_NE(pixel(40), plain);
+  EXPECT_EQ(pixel(70), plain);
+  RepaintCounter repaints(list);
+  Hand(list).move(60, 35);
+  EXPECT_EQ(repaints.take(), 0);
+  Hand(list).move(50, 60);
+  EXPECT_EQ(repaints.takeArea(), juce::Rectangle<int>(0, 28, 200, 56));
+  list.setCachedComponentImage(nullptr);
+  Hand(list).move(50, 60).leave();
+  EXPECT_EQ(pixel(70), plain);
+}
+
 TEST_F(SimpleList, AProgramSelectsInSilenceAndScrollsToTheRow) {
   list.selectRow(5);
   EXPECT_EQ(list.getSelectedRow(), 5);
@@ -115,6 +149,17 @@ TEST_F(SimpleList, ItsScrollBarLiesOverTheRowsAndShowsOnlyIfNeeded) {
   EXPECT_EQ(topRow(), 1);
   list.setItems({"one", "two"});
   EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(SimpleList, LeavesLettersWithAModifierOtherThanShiftToOthers) {
+  const auto press = [this](int modifiers) {
+    return list.keyPressed(juce::KeyPress('b', juce::ModifierKeys(modifiers), 'b'));
+  };
+  EXPECT_FALSE(press(juce::ModifierKeys::ctrlModifier));
+  EXPECT_FALSE(press(juce::ModifierKeys::altModifier));
+  EXPECT_EQ(list.getSelectedRow(), -1);
+  EXPECT_TRUE(press(juce::ModifierKeys::shiftModifier));
+  EXPECT_EQ(list.getSelectedRow(), 1);
 }
 
 TEST_F(SimpleList, TypedLettersSelectAndTell) {
@@ -191,6 +236,8 @@ TEST(Text, KeepsItsHeightAndMovesByWholePixels) {
     EXPECT_EQ(even.getPixelAt(x, area.getCentreY()), odd.getPixelAt(x + shift, area.getCentreY()));
   }
   EXPECT_EQ(ink(draw(100, 14, 16.0F)).getWidth(), area.getWidth());
+  const int squeezed = area.getWidth() * 9 / 10;
+  EXPECT_NEAR(ink(draw(squeezed, 40, 16.0F)).getWidth(), squeezed, 2) << "and no letter is lost";
 }
 
 TEST(Text, CentresTheInkOfTheDisplayFaceAndLeavesWordsThatTheFaceLacksToTheDefaultFace) {

@@ -26,28 +26,16 @@
 namespace tesh::bramel::standalone {
 namespace {
 
-constexpr int kKitsMilliseconds = 1000;  ///< Between two looks whether the user's kits are on the disk.
-
-juce::String kitsFault() {
-  const std::string folder = directoryFor(kBramelDirectory_UserPrograms);
-  return "Your kits cannot be saved in " +
-         juce::String::fromUTF8(folder.c_str()).replaceCharacter('\\', juce::File::getSeparatorChar());
-}
-
 DemoScore installedDemo() {
   return readDemoScore(readFile(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayDemo\\demo.mid")));
 }
 
 }  // namespace
 
-class Standalone::Impl : public IBWControlListener, private juce::Timer {
+class Standalone::Impl : public IBWControlListener {
  public:
-  Impl(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices)
-      : settings(settingsFolder),
-        playback(processor, installedDemo()),
-        sound(
-            playback, [this] { return playback.blockCount(); }, devices.sound),
-        midi(playback, devices.midi) {
+  Impl(const juce::File& settingsFolder, std::function<void()> onClosed)
+      : settings(settingsFolder), playback(processor, installedDemo()) {
     if (!processor.fault().empty()) {
       throw std::runtime_error(processor.fault());
     }
@@ -60,7 +48,6 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     midi.onChange = [this] { showDevices(); };
     sound.open(settings.device());
     midi.start(settings.midiNamesOff());
-    startTimer(kKitsMilliseconds);
   }
 
   ~Impl() override {
@@ -148,17 +135,9 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     });
   }
 
-  void timerCallback() override {
-    if (processor.instrument()->areProgramsWritten() != areKitsWritten) {
-      showDevices();
-    }
-  }
-
-  /// The sound device, or what is worse: kits that would be gone with the program.
   void showDevices() {
-    areKitsWritten = processor.instrument()->areProgramsWritten();
-    const juce::String state = areKitsWritten ? sound.describe() : kitsFault();
-    window->strip().showDevice(state, !areKitsWritten || !sound.isOpen());
+    const juce::String state = sound.describe();
+    window->strip().showDevice(state, !sound.isOpen());
     if (std::exchange(shownState, state) != state) {
       std::fprintf(stderr, "sivray: %s\n", state.toRawUTF8());
     }
@@ -178,13 +157,12 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   std::shared_ptr<BWPopupView> popup;
   std::weak_ptr<SetupView> setup;  ///< In `popup` while that is open.
   juce::String shownState;
-  bool areKitsWritten = true;  ///< As the strip tells.
-  SoundDevice sound;
-  MidiInputs midi;
+  SoundDevice sound{playback, [this] { return playback.blockCount(); }};
+  MidiInputs midi{playback};
 };
 
-Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices)
-    : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed), devices)) {}
+Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> onClosed)
+    : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed))) {}
 
 Standalone::~Standalone() = default;
 

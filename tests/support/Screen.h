@@ -1,0 +1,83 @@
+// A screen that paints only what a component asks to have painted, as a window does.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace sivray::test {
+
+/// Of the root and all below it. Without a window JUCE asks for nothing where a component is removed.
+class Screen {
+ public:
+  explicit Screen(juce::Component& shown, float pixelsOfOne = 1.0F) : root(shown), scale(pixelsOfOne) {
+    root.setVisible(true);
+    root.setCachedComponentImage(new Asked(root, *dirty));
+    picture = paintedWhole();
+    dirty->clear();
+  }
+  ~Screen() { root.setCachedComponentImage(nullptr); }
+
+  /// Paints what was asked for since the last call, and returns the number of pixels that differ from a root that is
+  /// painted as a whole.
+  int update() {
+    juce::Graphics graphics(picture);
+    graphics.addTransform(juce::AffineTransform::scale(scale));
+    graphics.reduceClipRegion(*dirty);
+    root.paintEntireComponent(graphics, true);
+    dirty->clear();
+    return differences(paintedWhole());
+  }
+
+ private:
+  class Asked : public juce::CachedComponentImage {
+   public:
+    Asked(juce::Component& ofComponent, juce::RectangleList<int>& askedFor) : component(ofComponent), asked(askedFor) {}
+    void paint(juce::Graphics& /*graphics*/) override {}
+    bool invalidateAll() override { return invalidate(component.getLocalBounds()); }
+    bool invalidate(const juce::Rectangle<int>& area) override {
+      asked.add(area);
+      return true;
+    }
+    void releaseResources() override {}
+
+   private:
+    juce::Component& component;
+    juce::RectangleList<int>& asked;
+  };
+
+  juce::Image paintedWhole() const {
+    juce::Image whole(juce::Image::RGB, juce::roundToInt(scale * static_cast<float>(root.getWidth())),
+                      juce::roundToInt(scale * static_cast<float>(root.getHeight())), true);
+    juce::Graphics graphics(whole);
+    graphics.addTransform(juce::AffineTransform::scale(scale));
+    root.paintEntireComponent(graphics, true);
+    return whole;
+  }
+
+  /// The edge of a rounded clip may be rounded otherwise in a part than in the whole.
+  static bool isAlike(juce::Colour a, juce::Colour b) {
+    constexpr int kRounding = 4;
+    return std::abs(a.getRed() - b.getRed()) <= kRounding && std::abs(a.getGreen() - b.getGreen()) <= kRounding &&
+           std::abs(a.getBlue() - b.getBlue()) <= kRounding;
+  }
+
+  int differences(const juce::Image& whole) const {
+    int count = 0;
+    for (int y = 0; y < whole.getHeight(); ++y) {
+      for (int x = 0; x < whole.getWidth(); ++x) {
+        count += isAlike(picture.getPixelAt(x, y), whole.getPixelAt(x, y)) ? 0 : 1;
+      }
+    }
+    return count;
+  }
+
+  juce::Component& root;
+  const float scale;
+  std::unique_ptr<juce::RectangleList<int>> dirty = std::make_unique<juce::RectangleList<int>>();
+  juce::Image picture;
+};
+
+}  // namespace sivray::test
