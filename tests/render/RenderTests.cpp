@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <set>
@@ -15,6 +16,7 @@
 
 #include "render/PresetFile.h"
 #include "render/RenderProgram.h"
+#include "render/SampleWords.h"
 #include "support/KitFolder.h"
 #include "vsthost/Host.h"
 
@@ -131,6 +133,37 @@ TEST_F(Render, KeepsTheEnginesSixteenBits) {
   for (std::size_t i = 0; i < narrow.size() / 2; ++i) {
     ASSERT_EQ(wide[3 * i], 0) << i;
     ASSERT_TRUE(wide[3 * i + 1] == narrow[2 * i] && wide[3 * i + 2] == narrow[2 * i + 1]) << i;
+  }
+}
+
+TEST(SampleWords, AreTheNearestNumbersWithinTheirBits) {
+  for (const int bits : {16, 24}) {
+    const float unit = std::ldexp(1.0F, 1 - bits);
+    const int lowest = -(1 << (bits - 1));
+    const std::vector<std::pair<float, int>> cases{{0.0F, 0},
+                                                   {unit, 1},
+                                                   {0.5F * unit, 0},
+                                                   {1.5F * unit, 2},
+                                                   {2.5F * unit, 2},
+                                                   {-0.5F * unit, 0},
+                                                   {-1.5F * unit, -2},
+                                                   {0.75F * unit, 1},
+                                                   {1.0F, -lowest - 1},
+                                                   {-1.0F, lowest},
+                                                   {100.0F, -lowest - 1},
+                                                   {-100.0F, lowest},
+                                                   {HUGE_VALF, -lowest - 1},
+                                                   {NAN, lowest},
+                                                   {0.25F, -lowest / 4}};
+    std::vector<float> samples;
+    for (const auto& [sample, word] : cases) {
+      samples.push_back(sample);
+    }
+    std::vector<int> words(cases.size());
+    toWords(samples.data(), static_cast<int>(samples.size()), bits, words.data());
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+      EXPECT_EQ(words[i], cases[i].second * (1 << (32 - bits))) << cases[i].first << " in " << bits;
+    }
   }
 }
 

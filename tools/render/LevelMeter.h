@@ -10,14 +10,7 @@ namespace sivray::render {
 
 class LevelMeter {
  public:
-  void add(const float* left, const float* right, int frames) {
-    for (int i = 0; i < frames; ++i) {
-      peak = std::max({peak, std::abs(left[i]), std::abs(right[i])});
-      energy += static_cast<double>(left[i]) * static_cast<double>(left[i]) +
-                static_cast<double>(right[i]) * static_cast<double>(right[i]);
-    }
-    frameCount += frames;
-  }
+  void add(const float* left, const float* right, int frames);
 
   std::int64_t frames() const { return frameCount; }
 

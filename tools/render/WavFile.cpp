@@ -4,12 +4,11 @@
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <vector>
 
 #include "RenderError.h"
+#include "SampleWords.h"
 
 namespace sivray::render {
 
@@ -17,20 +16,10 @@ struct WavFile::Impl {
   std::string path;
   juce::TemporaryFile temporary;
   std::unique_ptr<juce::AudioFormatWriter> writer;
+  int bits;
   std::array<std::vector<int>, 2> words;
 
-  double scale;  ///< A whole sample in units of the last bit.
-  int lastBit;   ///< The same unit in JUCE's sample format, left-aligned in 32 bits.
-
-  explicit Impl(const juce::File& target, int bitsPerSample)
-      : temporary(target), scale(std::ldexp(1.0, bitsPerSample - 1)), lastBit(1 << (32 - bitsPerSample)) {}
-
-  int toWord(float sample) const {
-    // In a sum with this number the last bit counts whole units, so that the addition rounds, halves to even.
-    constexpr double kRoundsToUnits = 6755399441055744.0;  // 1.5 * 2^52
-    const double limited = std::min(std::max(-scale, static_cast<double>(sample) * scale), scale - 1.0);
-    return static_cast<int>((limited + kRoundsToUnits) - kRoundsToUnits) * lastBit;
-  }
+  explicit Impl(const juce::File& target, int bitsPerSample) : temporary(target), bits(bitsPerSample) {}
 };
 
 WavFile::WavFile(const std::string& path, double sampleRate, int bits) {
@@ -55,8 +44,7 @@ void WavFile::write(const float* left, const float* right, int frames) {
   const std::array<const float*, 2> channels{left, right};
   for (std::size_t channel = 0; channel < channels.size(); ++channel) {
     impl->words[channel].resize(static_cast<std::size_t>(frames));
-    std::transform(channels[channel], channels[channel] + frames, impl->words[channel].begin(),
-                   [this](float sample) { return impl->toWord(sample); });
+    toWords(channels[channel], frames, impl->bits, impl->words[channel].data());
   }
   std::array<const int*, 2> words{impl->words[0].data(), impl->words[1].data()};
   if (!impl->writer->write(words.data(), frames)) {

@@ -1,0 +1,20 @@
+// One loop that compilers turn into vectors.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SampleWords.h"
+
+#include <algorithm>
+
+namespace sivray::render {
+
+void toWords(const float* samples, int frames, int bits, int* words) {
+  // In a sum with this number the last bit counts whole units, so that the addition rounds.
+  constexpr double kRoundsToUnits = 6755399441055744.0;  // 1.5 * 2^52
+  const auto scale = static_cast<double>(1U << (bits - 1));
+  const int lastBit = 1 << (32 - bits);
+  for (int i = 0; i < frames; ++i) {
+    const double limited = std::min(std::max(-scale, static_cast<double>(samples[i]) * scale), scale - 1.0);
+    words[i] = static_cast<int>((limited + kRoundsToUnits) - kRoundsToUnits) * lastBit;
+  }
+}
+
+}  // namespace sivray::render
