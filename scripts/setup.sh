@@ -41,13 +41,13 @@ configure() {
   fi
 }
 
-# build PRESET [TARGETS...]: configures and builds.
+# build PRESET [TARGETS...]: configures and builds. Returns whether both went well, also in a condition.
 build() {
   local preset="$1"
   shift
-  configure "$preset"
+  configure "$preset" || return
   say "Building build/$preset${*:+ ($*)}: steps done/all, seconds"
   local begun=$SECONDS
-  NINJA_STATUS='[%f/%t, %e s] ' cmake --build "build/$preset" ${*:+--target "$@"}
+  NINJA_STATUS='[%f/%t, %e s] ' cmake --build "build/$preset" ${*:+--target "$@"} || return
   echo "Built in $((SECONDS - begun)) s"
 }

@@ -3,10 +3,14 @@
 
 The folder must be configured for Clang and without unity builds, as the preset `lint` does; it need not be built.
 
-A file is skipped if its text, headers, flags and configuration have passed before: the hashes of passed files are kept in
-$SIVRAY_TIDY_CACHE (default ~/.cache/sivray-tidy).
+clang-tidy spends most of its time on the headers of libraries. Sources of one folder with equal flags are therefore joined
+into one text and checked together, so that each header is read once. A finding counts if a source has it when it is checked
+alone. With --each, every source is checked alone; only this shows that each one includes what it uses.
 
-Usage: tidy.py BUILD_FOLDER [PATH_PREFIX...]
+A source is skipped if its text, headers, flags and configuration have passed before: the hashes of passed sources are kept in
+$SIVRAY_TIDY_CACHE (default ~/.cache/sivray-tidy), until they have not been used for 60 days.
+
+Usage: tidy.py BUILD_FOLDER [--each] [PATH_PREFIX...]
 """
 # SPDX-License-Identifier: GPL-3.0-or-later
 import concurrent.futures
@@ -15,14 +19,24 @@ import json
 import os
 import pathlib
 import re
+import shlex
 import subprocess
 import sys
+import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TIDY = "clang-tidy-14"
 CACHE = pathlib.Path(os.environ.get("SIVRAY_TIDY_CACHE", pathlib.Path.home() / ".cache" / "sivray-tidy"))
+CACHE_DAYS = 60
 INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
 ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "bench", ROOT / "tools" / "content", ROOT / "tools" / "render"]
+# The longest unit bounds the time that several processors need.
+UNIT_SOURCES = 24
+# Their names, or those of headers that they include, clash with their neighbours'.
+ALONE = {"CallCounter.cpp", "CombFilterAvx2.cpp", "Fm.cpp", "InstructionCounter.cpp", "LifecycleChecks.cpp", "RealTimeChecks.cpp",
+         "SivrayFxChorusFlanger.cpp", "WindowKeysX11.cpp", "X11Connection.cpp"}
+# An include that another source of the unit has too is no duplicate: the check forgets the includes before a macro.
+SEPARATOR = b"\n#define SIVRAY_NEXT_SOURCE\n#undef SIVRAY_NEXT_SOURCE\n"
 
 
 def closure(path, seen):
@@ -39,51 +53,101 @@ def closure(path, seen):
                 break
 
 
-def fingerprint(path, command, version):
+def fingerprint(path, flags, version):
     seen = {}
     closure(path, seen)
     digest = hashlib.sha256(version + (ROOT / ".clang-tidy").read_bytes())
-    flags = re.sub(r"\S*" + re.escape(str(ROOT)) + r"\S*", "", command)
-    digest.update(re.sub(r" -o \S+", "", flags).encode())
+    digest.update(re.sub(r"\S*" + re.escape(str(ROOT)) + r"\S*", "", shlex.join(flags)).encode())
     for header in sorted(seen):
         digest.update(str(header.relative_to(ROOT)).encode() + seen[header])
     return digest.hexdigest()
 
 
-def check(path, build):
-    result = subprocess.run([TIDY, "--quiet", "-p", str(build), str(path)], capture_output=True, text=True)
+def compiler_flags(entry):
+    """The flags of a compile command, without the compiler, its launcher, the source and the object."""
+    words = shlex.split(entry["command"])
+    words = words[next(i for i, word in enumerate(words) if "clang" in pathlib.Path(word).name) + 1:]
+    output = words.index("-o")
+    return [word for word in words[:output] + words[output + 2:] if word not in ("-c", entry["file"])]
+
+
+def run_tidy(build, source, flags):
+    result = subprocess.run([TIDY, "--quiet", str(source), "--", *flags], cwd=build, capture_output=True, text=True)
     return result.returncode, result.stdout + (result.stderr if result.returncode else "")
+
+
+def check(build, unit, paths, flags):
+    """Checks the sources together, then those alone that a finding names. Returns the failed ones and the findings."""
+    if len(paths) == 1:
+        code, output = run_tidy(build, paths[0], flags)
+        return (paths if code else []), output
+    unit.parent.mkdir(exist_ok=True)
+    text, starts = b"", []
+    for path in paths:
+        starts.append(text.count(b"\n"))
+        text += path.read_bytes() + SEPARATOR
+    unit.write_bytes(text)
+    code, output = run_tidy(build, unit, [*flags, "-iquote", str(paths[0].parent)])
+    if not code:
+        return [], ""
+    places = re.findall(r"^(.+?):(\d+):\d+: (?:error|warning)", output, re.M)
+    named = {max(i for i, start in enumerate(starts) if start < int(line)) for file, line in places if file == str(unit)}
+    if "clang-diagnostic-error" in output or not named:
+        named = range(len(paths))
+        if all(file != str(unit) for file, _ in places):
+            return paths, output  # Findings in headers alone.
+    failed, findings = [], []
+    for path in (paths[i] for i in sorted(named)):
+        code, alone = run_tidy(build, path, flags)
+        if code:
+            failed.append(path)
+            findings.append(alone)
+    if not failed:
+        findings.append(f"clang-tidy: {unit.name} cannot be checked as one; name the source with the clash in ALONE:\n{output}")
+    return failed, "".join(findings)
 
 
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
-    prefixes = tuple(str(ROOT / prefix) for prefix in (sys.argv[2:] or ["src", "tools"]))
-    version = subprocess.run([TIDY, "--version"], capture_output=True, check=True).stdout
+    each = "--each" in sys.argv
+    prefixes = tuple(str(ROOT / word) for word in sys.argv[2:] if word != "--each") or (str(ROOT / "src"), str(ROOT / "tools"))
+    version = subprocess.run([TIDY, "--version"], capture_output=True, check=True).stdout + (b"each" if each else b"")
     CACHE.mkdir(parents=True, exist_ok=True)
-    todo = []
+    for stamp in CACHE.iterdir():
+        if stamp.stat().st_mtime < time.time() - CACHE_DAYS * 86400:
+            stamp.unlink(missing_ok=True)
+    stamps, groups = {}, {}
     commands = json.loads((build / "compile_commands.json").read_text())
     if any("/Unity/" in entry["file"] for entry in commands):
         sys.exit(f"{build} merges sources: configure the preset lint and name build/lint")
     for entry in commands:
         path = pathlib.Path(entry["file"])
         if str(path).startswith(prefixes):
-            stamp = CACHE / fingerprint(path, entry["command"], version)
-            if not stamp.exists():
-                todo.append((path, stamp))
-    print(f"clang-tidy: {len(todo)} files to check", flush=True)
-    failed = 0
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        jobs = {pool.submit(check, path, build): (path, stamp) for path, stamp in todo}
-        for job in concurrent.futures.as_completed(jobs):
-            path, stamp = jobs[job]
-            code, output = job.result()
-            if code:
-                failed += 1
-                print(output)
-            else:
+            flags = compiler_flags(entry)
+            stamp = CACHE / fingerprint(path, flags, version)
+            if stamp.exists():
                 stamp.touch()
-    print(f"clang-tidy: {len(todo) - failed} passed, {failed} failed")
-    return 1 if failed else 0
+            else:
+                stamps[path] = stamp
+                alone = each or path.name in ALONE
+                groups.setdefault((path if alone else path.parent, *flags), []).append(path)
+    units = [(paths[i:i + UNIT_SOURCES], flags) for (_, *flags), paths in groups.items() for i in range(0, len(paths), UNIT_SOURCES)]
+    units.sort(key=lambda unit: -len(unit[0]))
+    print(f"clang-tidy: {len(stamps)} sources to check in {len(units)} units", flush=True)
+    failures = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        jobs = {}
+        for number, (paths, flags) in enumerate(units):
+            name = str(paths[0].parent.relative_to(ROOT)).replace("/", "_")
+            jobs[pool.submit(check, build, build / "merged" / f"{name}-{number}.cpp", paths, flags)] = paths
+        for job in concurrent.futures.as_completed(jobs):
+            failed, output = job.result()
+            print(output, end="", flush=True)
+            failures += len(failed)
+            for path in set(jobs[job]) - set(failed):
+                stamps[path].touch()
+    print(f"clang-tidy: {len(stamps) - failures} passed, {failures} failed")
+    return 1 if failures else 0
 
 
 if __name__ == "__main__":
