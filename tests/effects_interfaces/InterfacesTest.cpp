@@ -96,6 +96,7 @@ TEST(PendingSettings, HandsOverOnceAndTheLatest) {
 /// Outputs Edit1 on the left and its smoothed value on the right, and runs `inTheMiddle` at the tenth sample of a
 /// block.
 struct ProbeLaw {
+  static constexpr LawParts kParts{.glides = true};
   struct Settings {
     std::int32_t level = -1;
   };
@@ -116,10 +117,11 @@ struct ProbeLaw {
 };
 
 struct RhythmicLaw : ProbeLaw {
-  static constexpr Knobs kStart{50, 0, 7};
-  static constexpr bool kFollowsTempo = true;
-  static constexpr bool kResetTakesPending = true;
-  static constexpr int kOtherRestart = kRhythmicRestart;
+  static constexpr LawParts kParts{.start = Knobs{50, 0, 7},
+                                   .followsTempo = true,
+                                   .resetTakesPending = true,
+                                   .otherRestart = kRhythmicRestart,
+                                   .glides = true};
 };
 
 /// Returns the next 200 samples.

@@ -13,12 +13,16 @@ namespace tesh::bramel::plugin::sivray::effects {
 struct BpmSyncDelayLaw {
   static constexpr unsigned kLineLength = 131072;
   static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
-  static constexpr bool kFollowsTempo = true;
-  static constexpr bool kResetTakesPending = true;
 
   /// Marks a note knob or a tempo that no one has set. Until one of them is, the time is 0.
   static constexpr int kNeverSet = std::numeric_limits<int>::min();
-  static constexpr Knobs kStart{kNeverSet, 0, kNeverSet};
+
+  static constexpr LawParts kParts{.start = Knobs{kNeverSet, 0, kNeverSet},
+                                   .followsTempo = true,
+                                   .resetTakesPending = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .sleeps = true};
 
   struct Settings {
     std::int32_t inputGain;  ///< Q15.

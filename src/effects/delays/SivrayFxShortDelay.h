@@ -11,6 +11,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a feedback comb on each side that is fed by the echo of the other side. There is no separate dry path: the
 /// sound that enters a line is also the output.
 struct ShortDelayLaw {
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+
   static constexpr unsigned kLineLength = 16384;
   static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
 

@@ -13,9 +13,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the note value, Edit2 the attack. It has no immediate mode. A tempo of 0 or below stops it.
 struct Pump {
-  static constexpr Knobs kStart{72, 0};
-  static constexpr bool kFollowsTempo = true;
-  static constexpr int kOtherRestart = kRhythmicRestart;
+  static constexpr LawParts kParts{.start = Knobs{72, 0},
+                                   .followsTempo = true,
+                                   .otherRestart = kRhythmicRestart,
+                                   .aims = true,
+                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .sleeps = true};
 
   /// Gain while the sound is held down: 0.109, the square of the linear curve at 42.
   static constexpr std::int32_t kFloor = cofu::core::mul15(linearTable[42], linearTable[42]);

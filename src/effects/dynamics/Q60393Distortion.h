@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the gain, Edit2 the level. The output is mono.
 struct Q60393Distortion {
-  static constexpr Knobs kStart{64, 73};
+  static constexpr LawParts kParts{.start = Knobs{64, 73}, .glides = true, .sleeps = true};
 
   /// Q15.
   struct Settings {

@@ -11,8 +11,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the drive, Edit2 the output level. Models an amplifier stage: linear up to the threshold, a parabola above.
 struct Q60393Drive {
-  static constexpr Knobs kStart{63, 100};
-  static constexpr bool kResetTakesPending = true;
+  static constexpr LawParts kParts{
+      .start = Knobs{63, 100}, .resetTakesPending = true, .glides = true, .lanes = LaneParts::avx2, .sleeps = true};
 
   /// How strongly what lies above the threshold is bent: 0.8 in Q15.
   static constexpr std::int32_t kBend = 26213;
@@ -38,8 +38,6 @@ struct Q60393Drive {
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   static bool fitsLanes(const Settings&) { return true; }
-  /// With SSE2, `step` does as well.
-  static unsigned runSse2(Q60393Drive&, std::int16_t*, std::int16_t*, unsigned) { return 0; }
   static unsigned runAvx2(Q60393Drive& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;

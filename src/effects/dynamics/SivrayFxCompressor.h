@@ -8,7 +8,9 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 struct CompressorLaw {
-  static constexpr Knobs kStart{};
+  static constexpr LawParts kParts{
+      .start = Knobs{}, .aims = true, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
+
   static constexpr std::int64_t kMakeUp = 5;
 
   struct Settings {

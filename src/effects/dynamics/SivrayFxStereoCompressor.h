@@ -10,8 +10,14 @@ namespace tesh::bramel::plugin::sivray::effects {
 struct SivrayFxStereoCompressor {
   /// Edit1 is the sensitivity, Edit2 the attack.
   struct StereoCompressorImpl {
-    static constexpr Knobs kStart{50, 0};
-    static constexpr bool kResetTakesPending = true;
+    static constexpr LawParts kParts{.start = Knobs{50, 0},
+                                     .resetTakesPending = true,
+                                     .aims = true,
+                                     .glides = true,
+                                     .derives = true,
+                                     .lanes = LaneParts::avx2,
+                                     .sleeps = true};
+
     static constexpr std::int32_t kOutput = 32767;  ///< Output level, Q15.
 
     struct Settings {

@@ -14,7 +14,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// feedback grows as the delay gets shorter, so that a sound decays in the same time at every pitch. It has no
 /// immediate mode.
 struct CombFilter {
-  static constexpr Knobs kStart{64, 64};
+  static constexpr LawParts kParts{
+      .start = Knobs{64, 64}, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
+
   static constexpr std::size_t kLineLength = 2048;
 
   /// Samples that lanes compute at once.

@@ -11,7 +11,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the frequency in semitones with 440 Hz at 61, Edit2 the gain from -15 to 15 dB. Nothing is smoothed. A
 /// change of a knob computes a sine and powers on the calling thread.
 struct PeakingEQ {
-  static constexpr Knobs kStart{61, 70};
+  static constexpr LawParts kParts{.start = Knobs{61, 70}, .aims = true, .lanes = LaneParts::avx2, .sleeps = true};
 
   /// Bits of the memory above a sample, and fractional bits of the coefficients.
   static constexpr int kInputShift = 9;

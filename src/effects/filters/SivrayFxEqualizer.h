@@ -11,6 +11,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a high shelf (a gain into a pole, then a second pole) before a low shelf (a zero and a pole). The glide of
 /// the six coefficients is their one-pole smoothing.
 struct EqualizerLaw {
+  static constexpr LawParts kParts{.glides = true, .sleeps = true};
+
   struct Settings {
     float lowFeedforwardOld = 0.0F;
     float lowFeedforward = 0.0F;

@@ -12,6 +12,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a vocal tract by four two-pole resonators side by side, whose band outputs are summed.
 struct TalkingModulatorLaw {
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::avx2, .sleeps = true};
+
   struct Settings {
     std::array<std::int32_t, kFormantBands> band{};  ///< Frequency coefficients, Q15.
   };
@@ -30,8 +32,6 @@ struct TalkingModulatorLaw {
   }
 
   static bool fitsLanes(const Settings&) { return true; }
-  /// With SSE2, `step` does as well.
-  static unsigned runSse2(TalkingModulatorLaw&, std::int16_t*, std::int16_t*, unsigned) { return 0; }
   static unsigned runAvx2(TalkingModulatorLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 

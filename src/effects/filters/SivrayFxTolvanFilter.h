@@ -60,10 +60,10 @@ struct TolvanFilter {
 
 template <TolvanMode kMode>
 struct TolvanLaw : TolvanFilter {
+  static constexpr LawParts kParts{.aims = true, .lanes = LaneParts::avx2, .sleeps = true};
+
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  /// With SSE2, `step` does as well.
-  static unsigned runSse2(TolvanLaw&, std::int16_t*, std::int16_t*, unsigned) { return 0; }
   static unsigned runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 };
 

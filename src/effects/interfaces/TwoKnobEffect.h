@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "effects/interfaces/AtomicWord.h"
+#include "effects/interfaces/EffectLaw.h"
 #include "effects/interfaces/Knobs.h"
 #include "effects/interfaces/LaneForm.h"
 #include "effects/interfaces/PendingSettings.h"
@@ -19,43 +20,12 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Runs a `Law`: a struct that holds what one sample hands to the next. A law has
-///   struct Settings;                                 // what the knobs set
-///   static Settings settingsOf(const Knobs&);        // any thread
-///   void reset(const Settings&);                     // clears the sound; smoothed values are on their targets by then
-///   void step(const Settings&, std::int16_t& left, std::int16_t& right);  // one sample of both channels, in place
-/// and, where it needs them,
-///   static constexpr Knobs kStart;                   // knobs at construction; without it, Settings{} counts at first
-///   static constexpr bool kFollowsTempo = true;      // the tempo changes the settings
-///   static constexpr bool kResetTakesPending = true; // a reset starts from settings that no sample has seen yet
-///   static constexpr int kOtherRestart;              // a transport code that resets, beside kRestart
-///   void aim(const Settings&, bool immediate);       // before every 64 samples
-///   void eachSmoothed(const Settings&, visit);       // calls visit(SmoothedValue&, target) for each smoothed value
-///   void derive();                                   // computes what is costly, after smoothed values have moved
-/// A law whose channels share nothing has, in place of `step`, a state for each, so that each may run alone while no
-/// value moves:
-///   Side left, right;
-///   void stepSide(const Settings&, Side&, std::int16_t& sample);  // one sample of one channel
-/// A law that smooths otherwise than by SmoothedValue has, in place of `eachSmoothed`,
-///   bool restsAt(const Settings&, bool immediate) const;  // a further glide would move nothing
-///   void glide(const Settings&, bool immediate);     // one sample towards the settings
-/// A law that can run in sample lanes (SampleLanes.h) while its values rest has
-///   bool fitsLanes(const Settings&) const;           // no feedback is shorter than 16 samples, all else rests too
-///   static unsigned runSse2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
-///   static unsigned runAvx2(Law&, std::int16_t* left, std::int16_t* right, unsigned count);
-/// Both run as many of the samples as fill whole registers, in place, and return their number. Shorter registers run
-/// the rest of longer ones, `step` the rest of all. A law may do without `runSse2`.
-/// A law that answers silence with silence once its memory is zero has
-///   static constexpr unsigned kMemory;               // samples that its longest line holds; 0 without lines
-///   bool isSilent(unsigned count) const;             // all that sounds is zero in the state, and in what the last
-///                                                    // `count` samples (at most 64) have put into the lines
-///   void skip(const Settings&, unsigned count);      // `count` silent samples: moves indices, clocks and followers
-/// Then the frame skips silent blocks while the settings rest.
-///
-/// The .cpp file of a law instantiates the frame, so that the compiler sees both together; the header declares that
-/// instantiation `extern`.
-template <typename Law>
+/// Runs a `Law`, see EffectLaw.h. The .cpp file of a law instantiates the frame, so that the compiler sees both
+/// together; the header declares that instantiation `extern`.
+template <EffectLaw Law>
 class TwoKnobEffect : public SivrayFx {
+  static_assert(keepsItsParts<Law>());
+
  public:
   using Settings = typename Law::Settings;
 
@@ -64,14 +34,12 @@ class TwoKnobEffect : public SivrayFx {
   /// Settings land before samples whose index in the block is a multiple of 64. Not inlined: a copy elsewhere than in
   /// the law's source file would call the law's functions for every sample.
   [[gnu::noinline]] void process(StereoBlock& block, unsigned count) override {
-    if (kKnowsSilence && isZero(block, count) && this->skip(count)) {
+    if (kParts.sleeps && isZero(block, count) && this->skip(count)) {
       return;
     }
     for (unsigned start = 0; start < count; start += kControlGrid) {
       pending.takeInto(live);
-      if constexpr (requires { law.aim(live, immediate); }) {
-        law.aim(live, immediate);
-      }
+      aim();
       const unsigned run = std::min(count - start, kControlGrid);
       if (restsAtSettings()) {
         playResting(block.left + start, block.right + start, run);
@@ -86,14 +54,12 @@ class TwoKnobEffect : public SivrayFx {
     if (count == 0) {
       return true;  // without a sample, settings are not taken either
     }
-    if constexpr (kKnowsSilence) {
+    if constexpr (kParts.sleeps) {
       pending.takeInto(live);
       if (silentSamples < Law::kMemory || !law.isSilent(0) || !restsAtSettings()) {
         return false;
       }
-      if constexpr (requires { law.aim(live, immediate); }) {
-        law.aim(live, immediate);
-      }
+      aim();
       law.skip(live, count);
       return true;
     } else {
@@ -116,14 +82,14 @@ class TwoKnobEffect : public SivrayFx {
   }
 
   void setTempo(int tempoTenths) override {
-    if constexpr (requires { Law::kFollowsTempo; }) {
+    if constexpr (kParts.followsTempo) {
       tempo = tempoTenths;
       postSettings();
     }
   }
 
   void reset() override {
-    if constexpr (requires { Law::kResetTakesPending; }) {
+    if constexpr (kParts.resetTakesPending) {
       pending.takeInto(live);
     }
     resetLaw();
@@ -132,11 +98,7 @@ class TwoKnobEffect : public SivrayFx {
   void setImmediate(bool on) override { immediate = on; }
 
   void notify(int code) override {
-    bool restarts = code == kRestart;
-    if constexpr (requires { Law::kOtherRestart; }) {
-      restarts = restarts || code == Law::kOtherRestart;
-    }
-    if (restarts) {
+    if (code == kRestart || code == kParts.otherRestart) {
       this->reset();
     }
   }
@@ -147,7 +109,7 @@ class TwoKnobEffect : public SivrayFx {
 
   /// Must be called when all lines have been cleared.
   void noteClearedLines() {
-    if constexpr (kKnowsSilence) {
+    if constexpr (kHasMemory) {
       silentSamples = Law::kMemory;
     }
   }
@@ -158,9 +120,10 @@ class TwoKnobEffect : public SivrayFx {
   Law law;
 
  private:
-  static constexpr bool kKnowsSilence = requires(Law & l, const Settings& to) { l.skip(to, 0U); };
+  static constexpr LawParts kParts = Law::kParts;
+
   static constexpr bool kHasMemory = [] {
-    if constexpr (kKnowsSilence) {
+    if constexpr (kParts.sleeps) {
       return Law::kMemory > 0;
     }
     return false;
@@ -170,25 +133,25 @@ class TwoKnobEffect : public SivrayFx {
   static constexpr std::size_t kLargestCopied = 512;
   static constexpr bool kCopied = sizeof(Law) <= kLargestCopied;
 
-  static constexpr Knobs startKnobs() {
-    if constexpr (requires { Law::kStart; }) {
-      return Law::kStart;
+  static constexpr Knobs kStart = kParts.start.value_or(Knobs{});
+
+  static Settings startSettings() {
+    if constexpr (kParts.start) {
+      return Law::settingsOf(kStart);
     } else {
       return {};
     }
   }
 
-  static Settings startSettings() {
-    if constexpr (requires { Law::kStart; }) {
-      return Law::settingsOf(Law::kStart);
-    } else {
-      return {};
+  void aim() {
+    if constexpr (kParts.aims) {
+      law.aim(live, immediate);
     }
   }
 
   void resetLaw() {
     const auto setNow = [](SmoothedValue& value, std::int32_t target) { value.setNow(target); };
-    if constexpr (requires { law.eachSmoothed(live, setNow); }) {
+    if constexpr (VisitsSmoothed<Law>) {
       law.eachSmoothed(live, setNow);
     }
     law.reset(live);
@@ -200,9 +163,9 @@ class TwoKnobEffect : public SivrayFx {
     const auto check = [&rests](const SmoothedValue& value, std::int32_t target) {
       rests = rests && value.restsAt(target);
     };
-    if constexpr (requires { law.eachSmoothed(live, check); }) {
+    if constexpr (VisitsSmoothed<Law>) {
       law.eachSmoothed(live, check);
-    } else if constexpr (requires { law.restsAt(live, immediate); }) {
+    } else if constexpr (kParts.glides) {
       rests = law.restsAt(live, immediate);
     }
     return rests;
@@ -216,17 +179,13 @@ class TwoKnobEffect : public SivrayFx {
   }
 
   static void deriveIn(Law& moved) {
-    if constexpr (requires { moved.derive(); }) {
+    if constexpr (kParts.derives) {
       moved.derive();
     }
   }
 
-  static constexpr bool kSidesAreSeparate = requires(Law & l, const Settings& to, std::int16_t& sample) {
-    l.stepSide(to, l.left, sample);
-  };
-
   static void stepBoth(Law& now, const Settings& to, std::int16_t& left, std::int16_t& right) {
-    if constexpr (kSidesAreSeparate) {
+    if constexpr (StepsSides<Law>) {
       now.stepSide(to, now.left, left);
       now.stepSide(to, now.right, right);
     } else {
@@ -239,9 +198,9 @@ class TwoKnobEffect : public SivrayFx {
     const auto glideOne = [k = glideFactor(jumps)](SmoothedValue& value, std::int32_t target) {
       value.glide(target, k);
     };
-    if constexpr (requires { now.eachSmoothed(to, glideOne); }) {
+    if constexpr (VisitsSmoothed<Law>) {
       now.eachSmoothed(to, glideOne);
-    } else if constexpr (requires { now.glide(to, jumps); }) {
+    } else if constexpr (kParts.glides) {
       now.glide(to, jumps);
     }
     deriveIn(now);
@@ -249,10 +208,10 @@ class TwoKnobEffect : public SivrayFx {
 
   void playResting(std::int16_t* left, std::int16_t* right, unsigned count) {
     unsigned done = 0;
-    if constexpr (requires { law.fitsLanes(live); }) {
+    if constexpr (kParts.lanes != LaneParts::none) {
       if (laneForm != LaneForm::plain && law.fitsLanes(live)) {
         done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
-        if constexpr (requires { Law::runSse2(law, left, right, count); }) {
+        if constexpr (kParts.lanes == LaneParts::sse2AndAvx2) {
           done += done < count ? Law::runSse2(law, left + done, right + done, count - done) : 0;
         }
       }
@@ -267,7 +226,7 @@ class TwoKnobEffect : public SivrayFx {
     std::conditional_t<kCopied, Law, Law&> now = law;
     const Settings to = live;
     const bool jumps = immediate;
-    if constexpr (kResting && kSidesAreSeparate) {
+    if constexpr (kResting && StepsSides<Law>) {
       // One side at a time: the state of both does not fit the registers.
       std::for_each_n(left, count, [&](std::int16_t& sample) { now.stepSide(to, now.left, sample); });
       std::for_each_n(right, count, [&](std::int16_t& sample) { now.stepSide(to, now.right, sample); });
@@ -284,9 +243,9 @@ class TwoKnobEffect : public SivrayFx {
     }
   }
 
-  Relaxed<int> edit1{startKnobs().edit1};
-  Relaxed<int> edit2{startKnobs().edit2};
-  Relaxed<int> tempo{startKnobs().tempoTenths};
+  Relaxed<int> edit1{kStart.edit1};
+  Relaxed<int> edit2{kStart.edit2};
+  Relaxed<int> tempo{kStart.tempoTenths};
   Settings live{startSettings()};
   PendingSettings<Settings> pending{live};
   bool immediate = false;
@@ -294,11 +253,10 @@ class TwoKnobEffect : public SivrayFx {
   unsigned silentSamples = 0;  ///< Zeros that went into the lines since the last sound, up to all that they hold.
 };
 
-/// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. It has also
-///   static constexpr std::size_t kRequiredSamples;
-///   std::int16_t* lines;
-/// Until the first `reset` it has no memory and must not run.
-template <typename Law>
+/// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. Until the first `reset` it has no memory and
+/// must not run.
+template <EffectLaw Law>
+requires BorrowingLaw<Law>
 class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser {
  public:
   void reset() override {

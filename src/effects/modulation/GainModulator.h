@@ -13,7 +13,6 @@ namespace tesh::bramel::plugin::sivray::effects {
 ///   static constexpr std::int32_t kSpread;  // how far the right oscillator runs ahead; half a cycle is 2^31
 /// GainModulatorStep.h has the law.
 struct GainModulator {
-  static constexpr bool kResetTakesPending = true;
   static constexpr std::int32_t kTop = std::numeric_limits<std::int32_t>::max();
 
   /// A half of the triangle's top, 31 fractional bits.

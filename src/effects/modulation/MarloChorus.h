@@ -8,8 +8,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a chorus: one tap a channel, 150 to 226 samples late.
 struct MarloChorus {
-  static constexpr Knobs kStart{};
-  static constexpr int kOtherRestart = kMarloRestart;
+  static constexpr LawParts kParts{
+      .start = Knobs{}, .otherRestart = kMarloRestart, .aims = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+
   using Settings = MarloSettings;
 
   /// How far the triangle moves the tap to each side (37.6 samples), and where it rests (188.2 samples, 4.27 ms).

@@ -9,8 +9,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a string ensemble: each voice's tap is moved by a fast and a slow sine, a third of a cycle apart from the
 /// next voice. The right voices follow the left ones at a distance that Spread sets.
 struct MarloEnsemble {
-  static constexpr Knobs kStart{};
-  static constexpr int kOtherRestart = kMarloRestart;
+  static constexpr LawParts kParts{
+      .start = Knobs{}, .otherRestart = kMarloRestart, .aims = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+
   using Settings = MarloSettings;
 
   /// One value per voice, and a fourth that copies the last voice and is not heard.

@@ -8,8 +8,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a flanger without feedback: one tap a channel, 9 to 81 samples late.
 struct MarloPhase {
-  static constexpr Knobs kStart{};
-  static constexpr int kOtherRestart = kMarloRestart;
+  static constexpr LawParts kParts{
+      .start = Knobs{}, .otherRestart = kMarloRestart, .aims = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+
   using Settings = MarloSettings;
 
   /// How far the triangle moves the tap to each side (36.1 samples), and where it rests (45.2 samples, 1.02 ms).

@@ -10,8 +10,13 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the note value, Edit2 the depth. A mono signal moves from side to side. A tempo of 0 or below stops it.
 struct Q60393Autopan : GainModulator {
-  static constexpr Knobs kStart{72, 63};
-  static constexpr bool kFollowsTempo = true;
+  static constexpr LawParts kParts{.start = Knobs{72, 63},
+                                   .followsTempo = true,
+                                   .resetTakesPending = true,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .sleeps = true};
 
   static constexpr std::int32_t kSpread = linearTable[127] << 16;  ///< Half a cycle less 2^16.
 

@@ -14,8 +14,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the speed, Edit2 the depth. Models first-order all-pass stages whose common coefficient an oscillator
 /// sweeps, with feedback from the second stage; the right oscillator runs ahead of the left one.
 struct Q60393Phaser {
-  static constexpr Knobs kStart{30, 63};
-  static constexpr bool kResetTakesPending = true;
+  static constexpr LawParts kParts{.start = Knobs{30, 63}, .resetTakesPending = true, .glides = true, .sleeps = true};
 
   struct Settings {
     std::int32_t lfoStep;  ///< Of a 32-bit phase that wraps, per sample.

@@ -9,7 +9,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the speed (0.87 to 20 Hz), Edit2 the depth. The output is mono.
 struct Q60393Tremolo : GainModulator {
-  static constexpr Knobs kStart{72, 63};
+  static constexpr LawParts kParts{.start = Knobs{72, 63},
+                                   .resetTakesPending = true,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .sleeps = true};
 
   static constexpr std::int32_t kSpread = 0;
 

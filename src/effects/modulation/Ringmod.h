@@ -12,7 +12,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the frequency (up to 4134 Hz), Edit2 the balance. Models a ring modulator with a carrier made of two
 /// parabolas; its output is twice as loud as the input and then limited.
 struct Ringmod {
-  static constexpr Knobs kStart{64, 64};
+  static constexpr LawParts kParts{
+      .start = Knobs{64, 64}, .glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
 
   struct Settings {
     std::int32_t frequency;  ///< Phase step per sample, in 2^-17 of a cycle.

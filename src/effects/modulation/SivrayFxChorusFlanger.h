@@ -11,8 +11,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a flanger: each channel adds an inverted, moving tap of its own line; the right one's triangle runs ahead.
 struct ChorusFlangerLaw {
-  static constexpr Knobs kStart{};
-  static constexpr int kOtherRestart = kMarloRestart;
+  static constexpr LawParts kParts{.start = Knobs{},
+                                   .otherRestart = kMarloRestart,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::avx2,
+                                   .sleeps = true};
 
   struct Settings {
     std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.

@@ -8,6 +8,8 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 struct RoomReverbLaw : ReverbNetwork {
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+
   /// Q15 gains.
   struct Settings {
     std::int32_t feedback = 0;

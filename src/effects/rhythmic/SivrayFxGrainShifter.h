@@ -18,7 +18,9 @@ struct GrainFades {
 
 /// Models a beat repeater: two lines take turns. One records for half a cycle while the other repeats its last grain.
 struct GrainShifterLaw {
-  static constexpr bool kFollowsTempo = true;
+  static constexpr LawParts kParts{
+      .followsTempo = true, .aims = true, .glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+
   static constexpr unsigned kLineLength = 131072;
   static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
 

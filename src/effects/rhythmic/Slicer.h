@@ -13,9 +13,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the note value of a cycle, Edit2 the share of it during which the gate stays shut. It has no immediate
 /// mode. A tempo of 0 or below stops it.
 struct Slicer {
-  static constexpr Knobs kStart{72, 64};
-  static constexpr bool kFollowsTempo = true;
-  static constexpr int kOtherRestart = kRhythmicRestart;
+  static constexpr LawParts kParts{.start = Knobs{72, 64},
+                                   .followsTempo = true,
+                                   .otherRestart = kRhythmicRestart,
+                                   .aims = true,
+                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .sleeps = true};
 
   static constexpr std::int32_t kPhaseTop = 2147483647;
 

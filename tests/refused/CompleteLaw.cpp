@@ -1,0 +1,35 @@
+// A law with every part. try_laws.py breaks one part after the other and expects the compiler to refuse each.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/interfaces/TwoKnobEffect.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+struct CompleteLaw {
+  static constexpr LawParts kParts{
+      .aims = true, .glides = true, .derives = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+  static constexpr unsigned kMemory = 64;
+  static constexpr std::size_t kRequiredSamples = 64;
+
+  struct Settings {
+    std::int32_t level = 0;
+  };
+
+  static Settings settingsOf(const Knobs& knobs);
+  void reset(const Settings& to);
+  void aim(const Settings& to, bool immediate);
+  void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
+  void derive();
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right);
+  bool fitsLanes(const Settings& to) const;
+  static unsigned runSse2(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
+  static unsigned runAvx2(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
+  bool isSilent(unsigned count) const;
+  void skip(const Settings& to, unsigned count);
+
+  SmoothedValue level;
+  std::int16_t* lines = nullptr;
+};
+
+template class TwoKnobMemoryEffect<CompleteLaw>;
+
+}  // namespace tesh::bramel::plugin::sivray::effects

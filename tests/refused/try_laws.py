@@ -1,0 +1,56 @@
+#!/usr/bin/env python3
+# Breaks a law of an effect in many ways, of which none may compile.
+#   try_laws.py COMPILER INCLUDE_FOLDER...
+# SPDX-License-Identifier: GPL-3.0-or-later
+import pathlib
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+
+LAW = (pathlib.Path(__file__).parent / "CompleteLaw.cpp").read_text()
+
+# What is replaced, by what, and a word of the compiler's answer.
+CASES = [
+    (" kParts{", " kPart{", "kParts"), (".sleeps", ".sleep", "sleep"), (" step(", " steps(", "Steps"),
+    (" aim(", " aims(", "aims"), (" eachSmoothed(", " eachSmooth(", "glides"), (" derive(", " derives(", "derives"),
+    (" fitsLanes(", " fitLanes(", "lanes"), (" runSse2(", " runSSE2(", "lanes"), (" runAvx2(", " runAVX2(", "lanes"),
+    (" isSilent(", " isSilence(", "sleeps"), (" skip(", " skips(", "sleeps"),
+    (" kRequiredSamples ", " kSamples ", "kRequiredSamples"),
+    # The law names a part less than it has.
+    (".glides = true, ", "", "glides"), ("sse2AndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
+    # A part has another form.
+    ("bool isSilent(unsigned count) const", "bool isSilent() const", "sleeps"),
+    ("static unsigned runAvx2", "static void runAvx2", "lanes"),
+    # Two parts of which a law may have one.
+    ("  void derive();", "  void derive();\n  void glide(const Settings& to, bool immediate);\n"
+     "  bool restsAt(const Settings& to, bool immediate) const;", "glides"),
+    ("  void derive();", "  void derive();\n  struct Side {} left, right;\n"
+     "  void stepSide(const Settings& to, Side& side, std::int16_t& sample);", "Steps")]
+
+
+def answer(text):
+    command = [sys.argv[1], "-std=c++20", "-fsyntax-only", "-x", "c++", *["-I" + folder for folder in sys.argv[2:]], "-"]
+    result = subprocess.run(command, input=text, capture_output=True, text=True)
+    return result.returncode, result.stderr
+
+
+def complaint(case):
+    right, wrong, word = case
+    if right not in LAW:
+        return f"'{right}' is not in the law"
+    code, errors = answer(LAW.replace(right, wrong))
+    if code == 0:
+        return f"'{wrong}' for '{right}' compiles"
+    return None if word in errors else f"'{wrong}' for '{right}' is refused without a word of '{word}':\n{errors}"
+
+
+def main():
+    code, errors = answer(LAW)
+    complaints = [] if code == 0 else ["the complete law does not compile:\n" + errors]
+    with ThreadPoolExecutor(2) as pool:
+        complaints += [said for said in pool.map(complaint, CASES) if said]
+    sys.exit("\n".join(complaints))
+
+
+if __name__ == "__main__":
+    main()
