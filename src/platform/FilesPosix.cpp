@@ -28,6 +28,9 @@ constexpr mode_t kPermissionBits = 07777;
 /// The longest chain of symbolic links that is followed, as on Linux; a longer one counts as a loop.
 constexpr int kMostLinks = 40;
 
+/// Temporary files of crashed processes with our process number that a write passes over.
+constexpr int kMostLeftOver = 1000;
+
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
 bool writeAll(int file, std::span<const std::uint8_t> bytes) {
@@ -82,8 +85,14 @@ std::optional<fs::path> linkTarget(fs::path path) {
 /// Creates an empty file beside `target`, under a `name` that no other writer uses. Returns its descriptor, or -1.
 int createBeside(const std::string& target, std::string& name) {
   static std::atomic<unsigned> count{0};
-  name = target + '.' + std::to_string(::getpid()) + '.' + std::to_string(count++);
-  return ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+  for (int attempt = 0; attempt < kMostLeftOver; ++attempt) {
+    name = target + '.' + std::to_string(::getpid()) + '.' + std::to_string(count++);
+    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+    if (file >= 0 || errno != EEXIST) {
+      return file;
+    }
+  }
+  return -1;
 }
 
 }  // namespace

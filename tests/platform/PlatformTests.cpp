@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 
 #include "platform/Clock.h"
 #include "platform/DenormalGuard.h"
@@ -28,6 +30,31 @@ namespace {
 
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
+
+/// What lay in the place of `path` when a file was flushed.
+struct FlushedFile {
+  static inline std::string path;
+  static inline std::optional<Bytes> targetAtFlush;
+};
+
+bool isExchangeRefused = false;  ///< As on a system that cannot give new pages for old ones.
+
+}  // namespace
+
+// In the place of the C library's.
+extern "C" int fsync(int file) {
+  if (!FlushedFile::path.empty()) {
+    FlushedFile::targetAtFlush = readWhole(FlushedFile::path);
+  }
+  return static_cast<int>(::syscall(SYS_fsync, file));
+}
+
+extern "C" int madvise(void* start, std::size_t bytes, int advice) noexcept {
+  return isExchangeRefused && advice == MADV_DONTNEED ? -1
+                                                      : static_cast<int>(::syscall(SYS_madvise, start, bytes, advice));
+}
+
+namespace {
 
 class Platform : public testing::Test {
  protected:
@@ -125,6 +152,17 @@ TEST(ZeroedPages, GiveBackWholePagesWhereTheyAreCleared) {
   EXPECT_EQ(presentPages(array), 0);
 }
 
+TEST(ZeroedPages, AreClearAlsoWhereNoneCanBeExchanged) {
+  constexpr std::size_t kBytes = 10 * 4096;
+  ZeroedArray<std::uint8_t> array(kBytes);
+  std::fill_n(array.data(), kBytes, std::uint8_t{5});
+  isExchangeRefused = true;
+  array.clear(100, kBytes - 200);
+  isExchangeRefused = false;
+  EXPECT_EQ(std::count(array.data(), array.data() + kBytes, 5), 200);
+  EXPECT_EQ(std::count(array.data(), array.data() + 100, 5), 100);
+}
+
 TEST(PluginBundle, IsKnownByItsNameFromTheLibrarysFolder) {
   EXPECT_EQ(folderAroundBundle("/plug-ins/Sivray.vst3/Contents/x86_64-linux"), "/plug-ins");
   EXPECT_EQ(folderAroundBundle("/plug-ins/Sivray.lv2"), "/plug-ins");
@@ -202,6 +240,19 @@ TEST_F(Platform, WritesThroughLinksAndKeepsPermissions) {
   EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
   fs::create_symlink("circle", home + "/circle");
   EXPECT_FALSE(writeAtomically(home + "/circle", Bytes{1}));
+}
+
+TEST_F(Platform, WritesBesideWhatACrashHasLeftAndFlushesBeforeItReplaces) {
+  const std::string path = home + "/kept";
+  ASSERT_TRUE(writeAtomically(path, Bytes{7}));
+  for (int number = 0; number < 300; ++number) {
+    std::ofstream(path + '.' + std::to_string(::getpid()) + '.' + std::to_string(number)) << "left over";
+  }
+  FlushedFile::path = path;
+  ASSERT_TRUE(writeAtomically(path, Bytes{8}));
+  FlushedFile::path.clear();
+  EXPECT_EQ(FlushedFile::targetAtFlush, Bytes{7}) << "flushed once it is in place would be too late";
+  EXPECT_EQ(readWhole(path), Bytes{8});
 }
 
 TEST_F(Platform, LeavesNothingBesideAFileThatItCannotWrite) {

@@ -146,6 +146,85 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeTheyAreDeletedOverwrittenOrImported) 
   expectCopy([this] { shell->deleteProgram(kUser, 0); });
 }
 
+/// Two instances in a song, each of which loaded the user's programs before the other changed them.
+class TwoInstances : public Programs {
+ protected:
+  TwoInstances() {
+    for (const char* name : {"a", "b", "c"}) {
+      store(kUser, name, 0.5F);
+    }
+    restart();
+  }
+  /// Gives the other instance the programs of the file, as a new one would have them.
+  void restart() {
+    auto processor = std::make_unique<Processor>("Sivray", std::make_unique<NotingGenerator>());
+    for (int macro = 0; macro < 4; ++macro) {
+      processor->controller().addMacro();
+    }
+    const std::string text = bytesOf(userFile());
+    const Bytes file(text.begin(), text.end());
+    processor->controller().programs().loadDatabase(vimo::Bank::user, std::span(file).subspan(20), 4,
+                                                    vimo::ProgramDatabase::Mode::replace);
+    other = std::make_unique<BramelInstrument>(std::move(processor));
+  }
+  Log namesIn(BramelInstrument& instrument) {
+    Log list;
+    for (std::uint64_t i = 0; i < instrument.programCount(kUser); ++i) {
+      list.push_back(instrument.programName(kUser, i));
+    }
+    return list;
+  }
+  std::unique_ptr<BramelInstrument> other;
+};
+
+TEST_F(TwoInstances, KeepWhatTheOtherHasStoredAndLoseWhatItHasDeleted) {
+  other->saveProgramAs(kUser, "theirs");
+  other->deleteProgram(kUser, 0);
+  editor->log.clear();
+  shell->saveProgramAs(kUser, "ours");
+  EXPECT_EQ(names(kUser), (Log{"b", "c", "ours", "theirs"}));
+  EXPECT_EQ(told("deleted"), Log{"deleted User 0"});
+  EXPECT_EQ(told("saved"), (Log{"saved User 3", "saved User 2"}));
+  run();
+  EXPECT_EQ(shell->currentProgramName(), "ours");
+  EXPECT_EQ(shell->currentProgram(), 2U) << "the new one is selected, though one before it is gone";
+
+  other->moveProgram(kUser, 0, 1);
+  EXPECT_EQ(namesIn(*other), (Log{"c", "b", "theirs", "ours"}));
+  restart();
+  EXPECT_EQ(namesIn(*other), (Log{"c", "b", "theirs", "ours"})) << "from the file";
+}
+
+TEST_F(TwoInstances, EachKeepItsOwnChangeOfAProgramThatBothHaveChanged) {
+  shell->setProgram(kUser, 1);
+  other->setProgram(kUser, 1);
+  other->renameCurrentProgram("their b");
+  other->overwriteProgram();
+  shell->renameCurrentProgram("our b");
+  shell->overwriteProgram();
+  EXPECT_EQ(names(kUser), (Log{"a", "our b", "c", "their b"}));
+  other->deleteProgram(kUser, 0);
+  EXPECT_EQ(namesIn(*other), (Log{"their b", "c", "our b"}));
+  shell->setProgram(kUser, 0);
+  shell->moveProgram(kUser, 1, 2);
+  EXPECT_EQ(names(kUser), (Log{"c", "our b", "their b"}));
+  EXPECT_EQ(shell->currentBank(), 2U) << "the selected program is gone";
+}
+
+TEST_F(TwoInstances, TakeNothingFromAFileThatIsNoListOfPrograms) {
+  const std::string good = bytesOf(userFile());
+  for (const std::string& bad : {std::string(), good.substr(0, 100), std::string(good).replace(24, 1, 1, '\x7'),
+                                 std::string(good).replace(20, 2, 2, '\0')}) {
+    std::ofstream(userFile(), std::ios::binary) << bad;
+    shell->moveProgram(kUser, 0, 2);
+    EXPECT_EQ(shell->programCount(kUser), 3U) << bad.size();
+  }
+  std::ofstream(userFile(), std::ios::binary)
+      << std::string(good).replace(8, 1, 1, '\x8').replace(9, 1, 1, '\0').replace(24, 1, 1, '\0').substr(0, 28);
+  shell->saveProgramAs(kUser, "last");
+  EXPECT_EQ(names(kUser), Log{"last"}) << "an empty list is one";
+}
+
 TEST_F(Programs, SayWhetherTheyReachedTheDisk) {
   EXPECT_TRUE(shell->areProgramsWritten());
   fs::create_directories(userFile());  // A folder in the file's place.

@@ -10,6 +10,7 @@
 
 #include "host/shell/ProgramBanks.h"
 #include "storage/paths/Paths.h"
+#include "storage/programs/ForeignChanges.h"
 #include "storage/programs/ProgramFileCopies.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"
@@ -19,7 +20,11 @@ namespace tesh::bramel::vst {
 using vimo::Bank;
 
 ShellPrograms::ShellPrograms(ShellCore& shellCore, ShellParameters& shellParameters, ShellBlock& shellBlock)
-    : core(shellCore), parameters(shellParameters), block(shellBlock) {}
+    : core(shellCore), parameters(shellParameters), block(shellBlock) {
+  if (core.processor) {
+    inFile = vimo::printsOf(*controller().programs().database(Bank::user));
+  }
+}
 
 void ShellPrograms::postProgramChange(const vimo::ProgramSelection& program) {
   core.processor->programQueue.put(vimo::MidiEvent::programChange(1, static_cast<std::uint8_t>(program.bank),
@@ -33,34 +38,75 @@ void ShellPrograms::takeWaitingSelection() {
   }
 }
 
-/// Runs `change` with the main lock held; if it gives true, writes the user's program file and then runs `report`,
-/// again with the lock.
+/// Runs `change` with the main lock held; if it gives true, takes over what other instances have done to the user's
+/// programs, writes their file, and then runs `report(editor, gone)`, again with the lock. `gone` is the number of
+/// user programs that went with another instance's change, all of them in front of new ones.
 template <typename Change, typename Report>
 void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
   if (!core.processor) {
     return;
   }
   const std::lock_guard fileLock(fileMutex);
+  static std::mutex oneInstanceMutex;  // Of those in this process, from reading the file to writing it.
+  const std::lock_guard oneInstance(oneInstanceMutex);
+  vimo::ProgramShelf& shelf = controller().programs();
+  const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
+  const auto ofOthers = vimo::readProgramsOfOthers(readFile(path), shelf);
   {
     const std::lock_guard lock(core.mainMutex);
-    if (!change(controller().programs())) {
+    if (!change(shelf)) {
       return;
     }
-    controller().programs().fit(Bank::user);
+    shelf.fit(Bank::user);
   }
-  writeUserPrograms(effect);
+  const ForeignPrograms foreign = ofOthers ? takeOver(*ofOthers) : ForeignPrograms{};
+  writeUserPrograms(path, effect);
   const std::lock_guard lock(core.mainMutex);
-  core.tellEditor(report);
+  core.tellEditor([&](BramelInstrumentUICallback& editor) {
+    if (!foreign.gone.empty()) {
+      editor.programDeleted(nameOf(Bank::user), foreign.gone.data(), foreign.gone.size());
+    }
+    if (!foreign.added.empty()) {
+      editor.programSaved(nameOf(Bank::user), foreign.added.data(), foreign.added.size());
+    }
+    report(editor, foreign.gone.size());
+  });
+}
+
+/// With `fileMutex` held, by which no list changes while it is compared. Programs that another instance has stored
+/// follow ours.
+ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& ofOthers) {
+  vimo::ProgramShelf& shelf = controller().programs();
+  const std::vector<bool> isGone = vimo::findGone(inFile, *shelf.database(Bank::user), ofOthers);
+  ForeignPrograms foreign;
+  for (std::size_t program = 0; program < isGone.size(); ++program) {
+    if (isGone[program]) {
+      foreign.gone.push_back(program);
+    }
+  }
+  vimo::keepNew(inFile, ofOthers);
+  const std::lock_guard lock(core.mainMutex);
+  if (!foreign.gone.empty()) {
+    takeWaitingSelection();
+    shelf.dropPrograms(Bank::user, isGone);
+  }
+  foreign.added.resize(ofOthers.programCount());
+  std::iota(foreign.added.begin(), foreign.added.end(), shelf.programCount(Bank::user));
+  shelf.append(Bank::user, ofOthers);
+  return foreign;
 }
 
 /// With `fileMutex` held: the records change only under both locks, and a block only reads them.
-void ShellPrograms::writeUserPrograms(Effect effect) {
-  const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
+void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect) {
   if (effect == Effect::takesAway) {
     vimo::keepProgramFileCopy(path, vimo::copyTimeNow());  // Without one the user's wish is still done.
   }
-  const auto file = vimo::makeUserProgramFile(*controller().programs().database(Bank::user));
+  const vimo::ProgramDatabase& programs = *controller().programs().database(Bank::user);
+  const auto file = vimo::makeUserProgramFile(programs);
   isFileWritten = writeFile(path, file.data(), file.size());
+  if (isFileWritten) {
+    inFile = vimo::printsOf(programs);
+  }
 }
 
 std::uint64_t ShellPrograms::currentProgram() {
@@ -131,8 +177,8 @@ void ShellPrograms::saveAs(Bank bank, const std::string& name) {
         postProgramChange({saved, bank});
         return true;
       },
-      [&](BramelInstrumentUICallback& editor) {
-        const std::array<std::uint64_t, 2> programAndBank{saved, numberOf(bank)};
+      [&](BramelInstrumentUICallback& editor, std::size_t gone) {
+        const std::array<std::uint64_t, 2> programAndBank{saved - (bank == Bank::user ? gone : 0), numberOf(bank)};
         editor.programChanged();
         editor.programSaved(nameOf(bank), programAndBank.data(), 1);
       });
@@ -148,7 +194,7 @@ void ShellPrograms::overwrite() {
         postProgramChange(selected);
         return true;
       },
-      [](BramelInstrumentUICallback&) {});
+      [](BramelInstrumentUICallback&, std::size_t) {});
 }
 
 void ShellPrograms::rename(const std::string& name) {
@@ -167,7 +213,7 @@ void ShellPrograms::remove(Bank bank, std::uint64_t index) {
         shelf.deleteProgram(index, bank);
         return exists;
       },
-      [&](BramelInstrumentUICallback& editor) { editor.programDeleted(nameOf(bank), &index, 1); });
+      [&](BramelInstrumentUICallback& editor, std::size_t) { editor.programDeleted(nameOf(bank), &index, 1); });
 }
 
 void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
@@ -179,7 +225,7 @@ void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
         shelf.moveProgram(bank, from, to);
         return from < count && to < count && from != to;
       },
-      [&](BramelInstrumentUICallback& editor) { editor.programMoved(nameOf(bank), from, to); });
+      [&](BramelInstrumentUICallback& editor, std::size_t) { editor.programMoved(nameOf(bank), from, to); });
 }
 
 /// With `fileMutex` held. Releases the main lock after each step, for long enough that a block which waits can take it.
@@ -219,7 +265,12 @@ void ShellPrograms::importFrom(const std::string& path) {
         std::iota(added.begin(), added.end(), before);
         return true;
       },
-      [&](BramelInstrumentUICallback& editor) { editor.programSaved(nameOf(Bank::user), added.data(), added.size()); });
+      [&](BramelInstrumentUICallback& editor, std::size_t gone) {
+        for (std::uint64_t& program : added) {
+          program -= gone;
+        }
+        editor.programSaved(nameOf(Bank::user), added.data(), added.size());
+      });
 }
 
 bool ShellPrograms::exportTo(const std::string& path) {

@@ -13,6 +13,7 @@
 #include "host/shell/ShellBlock.h"
 #include "host/shell/ShellCore.h"
 #include "host/shell/ShellParameters.h"
+#include "storage/programs/ForeignChanges.h"
 #include "storage/programs/ProgramShelf.h"
 
 namespace tesh::bramel::vst {
@@ -50,15 +51,23 @@ class ShellPrograms {
   void takeWaitingSelection();
   /// What a change of a bank does to the user's program file.
   enum class Effect { adds, takesAway };
+  /// User programs that another instance has deleted or replaced, by their numbers before that, and those that it has
+  /// stored, by their numbers afterwards.
+  struct ForeignPrograms {
+    std::vector<std::uint64_t> gone;
+    std::vector<std::uint64_t> added;
+  };
   template <typename Change, typename Report>
   void changeBanks(Effect effect, Change change, Report report);
-  void writeUserPrograms(Effect effect);
+  ForeignPrograms takeOver(vimo::ProgramDatabase& ofOthers);
+  void writeUserPrograms(const std::string& path, Effect effect);
   void fitBanks(std::uint64_t imageMacroCount);
 
   ShellCore& core;
   ShellParameters& parameters;
   ShellBlock& block;
   std::recursive_mutex fileMutex;
+  vimo::ProgramPrints inFile;              ///< What the user's program file held when it was last read or written.
   std::atomic<bool> isFileWritten = true;  ///< The user's file holds what the user's bank holds.
 };
 

@@ -190,6 +190,16 @@ void ProgramDatabase::remove(std::uint64_t index) {
   }
 }
 
+void ProgramDatabase::removeAll(const std::vector<bool>& isRemoved) {
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    if (!isRemoved[i]) {
+      records[kept++] = std::move(records[i]);
+    }
+  }
+  records.resize(kept);
+}
+
 void ProgramDatabase::move(std::uint64_t from, std::uint64_t to) {
   if (from >= records.size() || to >= records.size()) {
     return;

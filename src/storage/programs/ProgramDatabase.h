@@ -70,6 +70,8 @@ class ProgramDatabase {
 
   /// Removes a record; those behind it move up by one.
   void remove(std::uint64_t index);
+  /// The same for each record whose flag is set; there is a flag for every record.
+  void removeAll(const std::vector<bool>& isRemoved);
   /// Moves a record to the place `to`; those in between move by one.
   void move(std::uint64_t from, std::uint64_t to);
 

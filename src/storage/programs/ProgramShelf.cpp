@@ -129,6 +129,15 @@ void ProgramShelf::deleteProgram(std::uint64_t program, Bank bank) {
   }
 }
 
+void ProgramShelf::dropPrograms(Bank bank, const std::vector<bool>& isGone) {
+  if (selected.bank == bank && selected.program < isGone.size()) {
+    const auto place = isGone.begin() + static_cast<std::ptrdiff_t>(selected.program);
+    selected.bank = *place ? Bank::ghost : bank;
+    selected.program -= static_cast<std::uint64_t>(std::count(isGone.begin(), place, true));
+  }
+  databaseAt(bank)->removeAll(isGone);
+}
+
 void ProgramShelf::moveProgram(Bank bank, std::uint64_t from, std::uint64_t to) {
   if (from == to || from >= programCount(bank) || to >= programCount(bank)) {
     return;

@@ -65,6 +65,9 @@ class ProgramShelf {
   /// Removes a program. The selection stays with its program. If the number of the removed one is selected, in whatever
   /// bank, the selection moves to the ghost bank.
   void deleteProgram(std::uint64_t program, Bank bank);
+  /// Removes programs that are gone from the bank's file; there is a flag for every program. The selection stays with
+  /// its program, or moves to the ghost bank with it.
+  void dropPrograms(Bank bank, const std::vector<bool>& isGone);
   /// Moves a program to the place `to`. The selection stays with its program.
   void moveProgram(Bank bank, std::uint64_t from, std::uint64_t to);
 
