@@ -41,11 +41,22 @@ if command -v desktop-file-validate >/dev/null; then
   desktop-file-validate "$work/home/.local/share/applications/sivray.desktop"
 fi
 [[ "$(run)" = "Nothing to do"* ]] || wrong "a second run has something to do"
+# The installed programs are of one version, find the rest, and play alone; their manual pages can be read.
+bin="$work/home/.local/bin"
+alone() { env -u SIVRAY_LIBRARY -u BRAMEL_COMMON_FILES HOME="$work/home" BRAMEL_DOCUMENTS="$work" PATH="$bin:$PATH" "$@"; }
+for program in sivray sivray-render sivray-content; do
+  [ "$(alone "$program" --version)" = "$program $(alone sivray --version | cut -d' ' -f2)" ] || wrong "the version of $program"
+  zcat "$work/home/.local/share/man/man1/$program.1.gz" | grep -q '^\.SH NAME' || wrong "the manual page of $program"
+  bash -n "$work/home/.local/share/bash-completion/completions/$program" || wrong "the completion of $program"
+done
+alone sivray-render "$build/demo.mid" -o "$work/alone.wav" --quiet --tail 0 --program "Dub Echo"
+[ "$(alone sivray-content kits | wc -l)" -ge 3 ] || wrong "the list of kits"
 # The installed library finds its content from there, and plays a kit from the installed preset as it plays the kit.
 sound() { HOME="$work/home" BRAMEL_DOCUMENTS="$work" "$build/bin/sivray-render" "$build/demo.mid" -o "$work/$1.wav" --quiet --tail 0 \
   --library "$work/home/.vst/Sivray.so" "${@:2}"; }
 sound kit --program "Dub Echo"
 sound preset --state "$work/home/.local/share/sivray/presets/Dub Echo.fxp"
+cmp "$work/kit.wav" "$work/alone.wav" || wrong "the installed renderer sounds otherwise"
 cmp "$work/kit.wav" "$work/preset.wav" || wrong "the preset sounds otherwise"
 run --uninstall >/dev/null
 [ "$(picture "$work/home")" = "$before" ] || wrong "something is left: $(find "$work/home")"

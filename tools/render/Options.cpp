@@ -234,7 +234,7 @@ std::string helpText() {
          "    --open WHAT           samples=PAD, programs, save-as, effects, settings or tooltip=PARAMETER\n"
          "    --scale S             0.5 to 4 (1)\n"
          "    --lit PAD             lights a pad, 1 to 8; may be given several times\n"
-         "  --library FILE        the plug-in to play ($SIVRAY_LIBRARY, else Sivray/Sivray.so near this program)\n"
+         "  --library FILE        the plug-in to play ($SIVRAY_LIBRARY, else the one near this program or installed)\n"
          "  --direct              plays the same instrument without the plug-in around it, at 44100 Hz\n"
          "  --check               checks the plug-in as a strict host would, one line a check; --full takes the full\n"
          "                        numbers, --soak HOURS adds a long rendering, --only TEXT runs the checks\n"

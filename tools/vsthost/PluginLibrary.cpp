@@ -49,8 +49,13 @@ std::string findLibrary(const std::string& chosen) {
     return named;
   }
   const juce::File here(juce::String::fromUTF8(tesh::bramel::platform::moduleFolder().c_str()));
-  for (const juce::File& folder : {here.getParentDirectory(), here}) {
-    if (const juce::File library = folder.getChildFile(kLibraryName); library.existsAsFile()) {
+  const juce::File above = here.getParentDirectory();
+  // In a build, and as ./install and packages lay it out: for a user, beside this program, and for all.
+  for (const juce::File& library :
+       {above.getChildFile(kLibraryName), here.getChildFile(kLibraryName), above.getChildFile("lib/vst/Sivray.so"),
+        above.getSiblingFile(".vst/Sivray.so"), juce::File("~/.vst/Sivray.so"),
+        juce::File("/usr/local/lib/vst/Sivray.so"), juce::File("/usr/lib/vst/Sivray.so")}) {
+    if (library.existsAsFile()) {
       return library.getFullPathName().toStdString();
     }
   }
