@@ -85,8 +85,8 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
 
   /// Run flags, the generator's state and the macro chunk. The bytes stay valid until the next call.
   std::span<const std::uint8_t> getStateContent();
-  /// Restores such a content. Sizes that do not add up change nothing. The generator must not be active.
-  void setStateContent(std::span<const std::uint8_t> content);
+  /// Restores such a content. Sizes that do not add up change nothing and give false. The generator must not be active.
+  bool setStateContent(std::span<const std::uint8_t> content);
   /// What such a content will read from files, see MacroController.
   void addReadsOfState(std::span<const std::uint8_t> content, ComingValues& coming) const;
   /// Reads the run flags from a misc file or section. One that is too short or has another tag or version changes

@@ -26,10 +26,10 @@ std::span<const std::uint8_t> Controllable::getStateContent() {
   return stateContent;
 }
 
-void Controllable::setStateContent(std::span<const std::uint8_t> bytes) {
+bool Controllable::setStateContent(std::span<const std::uint8_t> bytes) {
   const auto content = vst::readStateContent(bytes);
   if (!content) {
-    return;
+    return false;
   }
   readMisc(content->runFlags);
   if (storeEngineChunk) {
@@ -38,6 +38,7 @@ void Controllable::setStateContent(std::span<const std::uint8_t> bytes) {
   if (!content->macros.empty()) {
     ownController.readChunk(content->macros, Controller::ChunkParts::valuesOnly);
   }
+  return true;
 }
 
 void Controllable::addReadsOfState(std::span<const std::uint8_t> bytes, ComingValues& coming) const {

@@ -370,7 +370,7 @@ TEST_F(State, OutranksProgramsAndWritesThatStillWait) {
   const Bytes saved = shell->getState();
   shell->saveProgramAs(kUser, "c");
   shell->setParameter(0, 0.0F);
-  load(saved);
+  EXPECT_TRUE(load(saved));
   run();
   EXPECT_EQ(shell->currentProgram(), 1U);
   EXPECT_EQ(shell->parameterValue(0), 0.5F);
@@ -380,7 +380,7 @@ TEST_F(State, StaysWhenTheBytesAreBad) {
   store(kFactory, "kit", 0.5F);
   const Bytes good = shell->getState();
   const auto expectUnchanged = [&](const Bytes& bytes, const char* what) {
-    load(bytes);
+    EXPECT_FALSE(load(bytes)) << what;
     ASSERT_EQ(shell->getState(), good) << what;
   };
   shell->setState(nullptr, 100);

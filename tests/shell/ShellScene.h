@@ -196,7 +196,7 @@ class Shell : public testing::Test {
     shell->sendMidi(message.data(), message.size(), delta);
   }
   vimo::MacroController<vimo::Generator<float>>& controller() { return shell->processorHandle()->controller(); }
-  void load(const Bytes& state) { shell->setState(state.data(), state.size()); }
+  bool load(const Bytes& state) { return shell->setState(state.data(), state.size()); }
 
   fs::path documents;
   Log together;  ///< What host and editor were told, in order.

@@ -208,7 +208,7 @@ bool BramelInstrument::exportPrograms(const std::string& path) { return impl->pr
 bool BramelInstrument::areProgramsWritten() const { return impl->programs.areWritten(); }
 
 std::vector<std::uint8_t> BramelInstrument::getState() { return impl->programs.getState(); }
-void BramelInstrument::setState(const void* data, std::size_t size) { impl->programs.setState(data, size); }
+bool BramelInstrument::setState(const void* data, std::size_t size) { return impl->programs.setState(data, size); }
 
 // Wiring.
 

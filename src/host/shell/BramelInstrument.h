@@ -153,8 +153,8 @@ class BramelInstrument : public BramelInstrumentBase {
 
   /// The bytes that a host keeps in its song; empty without a processor.
   std::vector<std::uint8_t> getState();
-  /// Restores a state that getState returned. Other bytes change nothing.
-  void setState(const void* data, std::size_t size);
+  /// Restores a state that getState returned. Other bytes change nothing and give false.
+  bool setState(const void* data, std::size_t size);
 
   // Wiring.
 

@@ -299,29 +299,30 @@ std::vector<std::uint8_t> ShellPrograms::getState() {
   return packState(record);
 }
 
-void ShellPrograms::setState(const void* data, std::size_t size) {
+bool ShellPrograms::setState(const void* data, std::size_t size) {
   if (data == nullptr) {
-    return;
+    return false;
   }
   const auto record = unpackState({static_cast<const std::uint8_t*>(data), size});
   if (!record || record->name != kEditBufferName || record->version != kEditBufferVersion) {
-    return;
+    return false;
   }
   core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
     processor.addReadsOfState(record->content, coming);
   });
   const std::lock_guard lock(core.mainMutex);
   if (!core.processor) {
-    return;
+    return false;
   }
   BramelInstrument::Processor& processor = *core.processor;
   block.flush();
   processor.generator().deactivate();
-  processor.setStateContent(record->content);
+  const bool isRestored = processor.setStateContent(record->content);
   processor.generator().activate();
   block.flush();
   parameters.cache.refresh(processor.controller());
   core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
+  return isRestored;
 }
 
 }  // namespace tesh::bramel::vst

@@ -41,7 +41,7 @@ class ShellPrograms {
   bool areWritten() const { return isFileWritten; }
 
   std::vector<std::uint8_t> getState();
-  void setState(const void* data, std::size_t size);
+  bool setState(const void* data, std::size_t size);
 
  private:
   using Controller = BramelInstrument::Processor::Controller;
