@@ -25,8 +25,10 @@ namespace {
 constexpr float kPlainDots = 96.0F;  ///< An inch, where the desktop does not scale.
 constexpr float kLargestScale = 4.0F;
 
-/// libjack tells the standard error each time that no server runs. The program says it in its window.
+/// libjack tells the standard error each time that no server runs. The program says it in its window. PipeWire's
+/// libjack takes no function for that, but this variable, which the user may have set.
 void silenceJack() {
+  ::setenv("PIPEWIRE_DEBUG", "0", 0);
   using Say = void (*)(const char*);
   using SetSay = void (*)(Say);
   void* const library = ::dlopen("libjack.so.0", RTLD_LAZY);
