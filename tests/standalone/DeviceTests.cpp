@@ -85,25 +85,45 @@ TEST_F(SoundDeviceTest, FollowsAServersRateAndTellsOfOneThatDoesNotAnswer) {
 }
 
 TEST(MidiInputs, AreAllOnButThoseSwitchedOffAlsoWhenTheyComeLater) {
-  juce::Array machine(juce::MidiDeviceInfo("Keys", "1"));
+  sivray::test::ScriptedMidi machine;
   sivray::test::NoPlayer player;
-  MidiInputs midi(player, [&] { return machine; });
+  MidiInputs midi(player, machine.system());
+  const auto open = [&] {
+    std::string identifiers;
+    for (const auto& [identifier, to] : machine.players) {
+      EXPECT_EQ(to, &player);
+      identifiers += identifier.toStdString();
+    }
+    return identifiers;
+  };
   int told = 0;
   midi.onChange = [&] { ++told; };
   midi.start({"Pads"});
   EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Keys", true}));
-  machine.add({"Pads", "2"});
+  EXPECT_EQ(open(), "1");
+  machine.list.add({"Pads", "2"});
+  machine.list.add({"Drums", "3"});
   midi.look();
   midi.look();
-  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Keys", true}, MidiInputs::Device{"Pads", false}));
+  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Keys", true}, MidiInputs::Device{"Pads", false},
+                                          MidiInputs::Device{"Drums", true}));
+  EXPECT_EQ(open(), "13") << "one that comes later plays, one that is off does not";
   EXPECT_EQ(told, 2) << "nothing is told twice";
   midi.setOn("Pads", true);
   midi.setOn("Keys", false);
   EXPECT_EQ(midi.namesOff(), juce::StringArray("Keys"));
-  machine.clear();
+  EXPECT_EQ(open(), "23");
+  machine.list.clear();
   midi.look();
   EXPECT_TRUE(midi.devices().empty());
+  EXPECT_EQ(open(), "") << "one that is unplugged is let go, so that it plays when it comes again";
   EXPECT_EQ(midi.namesOff(), juce::StringArray("Keys")) << "it may come again";
+  machine.opens = false;
+  machine.list.add({"Pads", "2"});
+  midi.look();
+  machine.opens = true;
+  midi.look();
+  EXPECT_EQ(open(), "2") << "what was busy is tried again";
 }
 
 TEST(Settings, ComeBackAsTheyWereSavedAndABrokenFileCountsAsNone) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "host/standalone/MidiInputs.h"
 #include "host/standalone/SoundDevice.h"
 
 namespace sivray::test {
@@ -23,6 +24,7 @@ struct Script {
   double rate = 48000.0;
   int block = 512;
   int starts = 0;
+  juce::AudioIODeviceCallback* player = nullptr;  ///< While it plays.
 };
 
 using Machine = std::map<juce::String, std::map<juce::String, Script>>;  ///< Devices by type and name.
@@ -46,15 +48,11 @@ class ScriptedDevice final : public juce::AudioIODevice {
   void close() override { opened = false; }
   bool isOpen() override { return opened; }
   void start(juce::AudioIODeviceCallback* newCallback) override {
-    callback = newCallback;
+    script.player = callback = newCallback;
     ++script.starts;
     callback->audioDeviceAboutToStart(this);
   }
-  void stop() override {
-    if (std::exchange(callback, nullptr) != nullptr) {
-      stopped = true;
-    }
-  }
+  void stop() override { script.player = callback = nullptr; }
   bool isPlaying() override { return callback != nullptr && script.plays; }
   juce::String getLastError() override { return {}; }
   int getCurrentBufferSizeSamples() override { return script.block; }
@@ -68,7 +66,6 @@ class ScriptedDevice final : public juce::AudioIODevice {
  private:
   Script& script;
   bool opened = false;
-  bool stopped = false;
   juce::AudioIODeviceCallback* callback = nullptr;
 };
 
@@ -106,6 +103,24 @@ class NoPlayer final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   double rate = 0.0;
 };
 
+/// A machine with the inputs in `list`, of which those in `players` are open.
+struct ScriptedMidi {
+  tesh::bramel::standalone::MidiSystem system() {
+    return {.list = [this] { return list; },
+            .open = [this](const juce::String& identifier, juce::MidiInputCallback& player) -> std::shared_ptr<void> {
+              if (!opens) {
+                return nullptr;
+              }
+              players[identifier] = &player;
+              return {&players, [this, identifier](void*) { players.erase(identifier); }};
+            }};
+  }
+
+  juce::Array<juce::MidiDeviceInfo> list{juce::MidiDeviceInfo("Keys", "1")};
+  std::map<juce::String, juce::MidiInputCallback*> players;  ///< By identifier.
+  bool opens = true;
+};
+
 /// A machine of the devices in `machine`, and what plays on them.
 class SoundTest : public testing::Test {
  protected:
@@ -128,7 +143,10 @@ class SoundTest : public testing::Test {
   /// What the user reads.
   std::string text() const { return sound.describe().toStdString(); }
 
+  static constexpr int kFirstSetupRow = 40 + 28 + 14;  ///< The middle of the first row of the setup's lists.
+
   Machine machine;
+  ScriptedMidi midi;
   NoPlayer player;
   std::uint64_t blocks = 0;
   SoundDevice sound{player, [this] { return blocks; }, [this] { return types(); }};

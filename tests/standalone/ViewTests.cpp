@@ -57,11 +57,11 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   machine["ALSA"]["card"] = {};
   sound.open({});
   std::vector<std::string> wishes;
-  MidiInputs midi(player,
-                  [] { return juce::Array(juce::MidiDeviceInfo("Keys", "1"), juce::MidiDeviceInfo("Pads", "2")); });
-  midi.start({"Pads"});
+  midi.list.add({"Pads", "2"});
+  MidiInputs inputs(player, midi.system());
+  inputs.start({"Pads"});
   SetupView* shown = nullptr;
-  SetupView view(sound, midi, fonts,
+  SetupView view(sound, inputs, fonts,
                  {.device =
                       [&](const DeviceChoice& choice) {
                         wishes.push_back((choice.type + " " + choice.name + " " + juce::String(choice.rate, 0) + " " +
@@ -79,15 +79,14 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
     Hand(view).click(x, y);
     return std::exchange(wishes, {});
   };
-  constexpr int kFirstRow = 40 + 28 + 14;
-  EXPECT_THAT(click(100, kFirstRow), IsEmpty()) << "it is open already";
-  EXPECT_THAT(click(100, kFirstRow + 28), ElementsAre("ALSA card 0 0"));
-  EXPECT_THAT(click(300, kFirstRow + 56), ElementsAre("ALSA card 48000 256"));
-  EXPECT_THAT(click(400, kFirstRow), ElementsAre("ALSA card 48000 64"));
+  EXPECT_THAT(click(100, kFirstSetupRow), IsEmpty()) << "it is open already";
+  EXPECT_THAT(click(100, kFirstSetupRow + 28), ElementsAre("ALSA card 0 0"));
+  EXPECT_THAT(click(300, kFirstSetupRow + 56), ElementsAre("ALSA card 48000 256"));
+  EXPECT_THAT(click(400, kFirstSetupRow), ElementsAre("ALSA card 48000 64"));
   EXPECT_THAT(click(600, 20), ElementsAre("tone"));
-  EXPECT_THAT(click(600, kFirstRow), ElementsAre("off Keys"));
-  EXPECT_THAT(click(600, kFirstRow + 28), ElementsAre("on Pads"));
-  EXPECT_THAT(click(600, kFirstRow + 56), IsEmpty());
+  EXPECT_THAT(click(600, kFirstSetupRow), ElementsAre("off Keys"));
+  EXPECT_THAT(click(600, kFirstSetupRow + 28), ElementsAre("on Pads"));
+  EXPECT_THAT(click(600, kFirstSetupRow + 56), IsEmpty());
 }
 
 }  // namespace

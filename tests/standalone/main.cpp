@@ -1,10 +1,15 @@
-// Runs the tests of the program's parts without a screen and without a sound card.
+// Runs the tests of the program and its parts on a screen of their own and without a sound card.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include "host/standalone/Desktop.h"
+#include "hosting/HostWindow.h"
+
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
+  sivray::hosting::HostWindow::findServer();
+  tesh::bramel::standalone::desktop::prepare();
   const juce::ScopedJuceInitialiser_GUI juce;
   return RUN_ALL_TESTS();
 }

@@ -62,6 +62,8 @@ class HostWindow {
   void drag(WindowPoint point, WindowPoint way);
   /// Strikes the key of a keysym of X11, which is the character for Latin letters.
   void strike(unsigned long keysym);
+  /// Lets such a key go down or come up.
+  void setKey(unsigned long keysym, bool isDown);
 
  private:
   struct Connection;

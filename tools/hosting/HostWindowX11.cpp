@@ -224,10 +224,14 @@ void HostWindow::drag(WindowPoint point, WindowPoint way) {
 }
 
 void HostWindow::strike(unsigned long keysym) {
+  setKey(keysym, true);
+  setKey(keysym, false);
+}
+
+void HostWindow::setKey(unsigned long keysym, bool isDown) {
   const KeyCode code = XKeysymToKeycode(connection->display, keysym);
   if (code != 0) {
-    XTestFakeKeyEvent(connection->display, code, True, 0);
-    XTestFakeKeyEvent(connection->display, code, False, 0);
+    XTestFakeKeyEvent(connection->display, code, isDown ? True : False, 0);
     XSync(connection->display, False);
   }
 }

@@ -29,7 +29,7 @@ void MidiInputs::setOn(const juce::String& name, bool isOn) {
 void MidiInputs::look() {
   std::vector<Device> found;
   std::set<juce::String> wanted;
-  for (const auto& info : machineInputs()) {
+  for (const auto& info : system.list()) {
     const bool isOn = !off.contains(info.name);
     found.push_back({.name = info.name, .isOn = isOn});
     if (!isOn) {
@@ -37,10 +37,7 @@ void MidiInputs::look() {
     }
     wanted.insert(info.identifier);
     if (auto& input = open[info.identifier]; input == nullptr) {
-      input = juce::MidiInput::openDevice(info.identifier, &callback);
-      if (input != nullptr) {
-        input->start();
-      }
+      input = system.open(info.identifier, callback);
     }
   }
   std::erase_if(open, [&](const auto& entry) { return entry.second == nullptr || !wanted.contains(entry.first); });

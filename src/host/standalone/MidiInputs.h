@@ -12,6 +12,20 @@
 
 namespace tesh::bramel::standalone {
 
+/// The inputs that the machine has, and how one is opened.
+struct MidiSystem {
+  std::function<juce::Array<juce::MidiDeviceInfo>()> list = juce::MidiInput::getAvailableDevices;
+  /// Null if it does not open; else it plays on the callback until the result is let go.
+  std::function<std::shared_ptr<void>(const juce::String& identifier, juce::MidiInputCallback&)> open =
+      [](const juce::String& identifier, juce::MidiInputCallback& player) {
+        std::shared_ptr<juce::MidiInput> input = juce::MidiInput::openDevice(identifier, &player);
+        if (input != nullptr) {
+          input->start();
+        }
+        return input;
+      };
+};
+
 /// Opens devices also when they are plugged in later. Message thread only.
 class MidiInputs : private juce::Timer {
  public:
@@ -21,12 +35,9 @@ class MidiInputs : private juce::Timer {
     bool operator==(const Device&) const = default;
   };
 
-  /// Tells which inputs the machine has.
-  using ListInputs = std::function<juce::Array<juce::MidiDeviceInfo>()>;
-
   /// `player` outlives this object. Nothing is open until `start`.
-  explicit MidiInputs(juce::MidiInputCallback& player, ListInputs listInputs = juce::MidiInput::getAvailableDevices)
-      : callback(player), machineInputs(std::move(listInputs)) {}
+  explicit MidiInputs(juce::MidiInputCallback& player, MidiSystem machine = {})
+      : callback(player), system(std::move(machine)) {}
 
   /// After each change of `devices`.
   std::function<void()> onChange;
@@ -47,10 +58,10 @@ class MidiInputs : private juce::Timer {
   void timerCallback() override { look(); }
 
   juce::MidiInputCallback& callback;
-  ListInputs machineInputs;
+  MidiSystem system;
   juce::StringArray off;
   std::vector<Device> list;
-  std::map<juce::String, std::unique_ptr<juce::MidiInput>> open;  ///< By identifier.
+  std::map<juce::String, std::shared_ptr<void>> open;  ///< By identifier.
 };
 
 }  // namespace tesh::bramel::standalone

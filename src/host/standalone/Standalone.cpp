@@ -26,16 +26,28 @@
 namespace tesh::bramel::standalone {
 namespace {
 
+constexpr int kKitsMilliseconds = 1000;  ///< Between two looks whether the user's kits are on the disk.
+
+juce::String kitsFault() {
+  const std::string folder = directoryFor(kBramelDirectory_UserPrograms);
+  return "Your kits cannot be saved in " +
+         juce::String::fromUTF8(folder.c_str()).replaceCharacter('\\', juce::File::getSeparatorChar());
+}
+
 DemoScore installedDemo() {
   return readDemoScore(readFile(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayDemo\\demo.mid")));
 }
 
 }  // namespace
 
-class Standalone::Impl : public IBWControlListener {
+class Standalone::Impl : public IBWControlListener, private juce::Timer {
  public:
-  Impl(const juce::File& settingsFolder, std::function<void()> onClosed)
-      : settings(settingsFolder), playback(processor, installedDemo()) {
+  Impl(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices)
+      : settings(settingsFolder),
+        playback(processor, installedDemo()),
+        sound(
+            playback, [this] { return playback.blockCount(); }, devices.sound),
+        midi(playback, devices.midi) {
     if (!processor.fault().empty()) {
       throw std::runtime_error(processor.fault());
     }
@@ -48,6 +60,7 @@ class Standalone::Impl : public IBWControlListener {
     midi.onChange = [this] { showDevices(); };
     sound.open(settings.device());
     midi.start(settings.midiNamesOff());
+    startTimer(kKitsMilliseconds);
   }
 
   ~Impl() override {
@@ -135,9 +148,17 @@ class Standalone::Impl : public IBWControlListener {
     });
   }
 
+  void timerCallback() override {
+    if (processor.instrument()->areProgramsWritten() != areKitsWritten) {
+      showDevices();
+    }
+  }
+
+  /// The sound device, or what is worse: kits that would be gone with the program.
   void showDevices() {
-    const juce::String state = sound.describe();
-    window->strip().showDevice(state, !sound.isOpen());
+    areKitsWritten = processor.instrument()->areProgramsWritten();
+    const juce::String state = areKitsWritten ? sound.describe() : kitsFault();
+    window->strip().showDevice(state, !areKitsWritten || !sound.isOpen());
     if (std::exchange(shownState, state) != state) {
       std::fprintf(stderr, "sivray: %s\n", state.toRawUTF8());
     }
@@ -157,12 +178,13 @@ class Standalone::Impl : public IBWControlListener {
   std::shared_ptr<BWPopupView> popup;
   std::weak_ptr<SetupView> setup;  ///< In `popup` while that is open.
   juce::String shownState;
-  SoundDevice sound{playback, [this] { return playback.blockCount(); }};
-  MidiInputs midi{playback};
+  bool areKitsWritten = true;  ///< As the strip tells.
+  SoundDevice sound;
+  MidiInputs midi;
 };
 
-Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> onClosed)
-    : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed))) {}
+Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices)
+    : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed), devices)) {}
 
 Standalone::~Standalone() = default;
 

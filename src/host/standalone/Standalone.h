@@ -7,14 +7,23 @@
 
 #include <juce_core/juce_core.h>
 
+#include "host/standalone/MidiInputs.h"
+#include "host/standalone/SoundDevice.h"
+
 namespace tesh::bramel::standalone {
+
+/// What the machine has.
+struct Devices {
+  SoundDevice::MakeTypes sound = SoundDevice::systemTypes;
+  MidiSystem midi;
+};
 
 /// Shows the window and plays until it goes. JUCE must be running with a screen; on the message thread.
 class Standalone {
  public:
   /// Takes up setup and sound of the last time from `settingsFolder`. `onClosed` hears that the user wants to end the
   /// program. Throws std::runtime_error with one line that says what is missing.
-  Standalone(const juce::File& settingsFolder, std::function<void()> onClosed);
+  Standalone(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices = {});
 
   /// Remembers the setup and the sound.
   ~Standalone();

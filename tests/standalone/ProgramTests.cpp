@@ -1,0 +1,231 @@
+// The whole program in its window: what it remembers, whose the keys are, and what the strip tells.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ScriptedSound.h"
+#include "host/client/SivrayProcessor.h"
+#include "host/editor/WindowKeys.h"
+#include "host/standalone/Desktop.h"
+#include "host/standalone/PadKeys.h"
+#include "host/standalone/Settings.h"
+#include "host/standalone/SetupView.h"
+#include "host/standalone/Standalone.h"
+#include "hosting/HostWindow.h"
+#include "support/Hand.h"
+#include "support/KitFolder.h"
+#include "widgets/BWButtonBase.h"
+
+namespace {
+
+using namespace tesh::bramel;
+using namespace tesh::bramel::standalone;
+using sivray::hosting::HostWindow;
+using sivray::test::Hand;
+
+/// A bar at 120 beats a minute on the kit "Wet", with a note at its start.
+void writeDemo(const std::filesystem::path& commonFiles) {
+  juce::MidiMessageSequence track;
+  track.addEvent(juce::MidiMessage::textMetaEvent(1, "program=Wet"), 0.0);
+  track.addEvent(juce::MidiMessage::noteOn(10, 36, juce::uint8{100}), 0.0);
+  track.addEvent(juce::MidiMessage::noteOff(10, 36), 4 * 96.0);
+  juce::MidiFile midi;
+  midi.setTicksPerQuarterNote(96);
+  midi.addTrack(track);
+  const std::filesystem::path folder = commonFiles / "Tesh/Bramel/Resource/SivrayDemo";
+  std::filesystem::create_directories(folder);
+  juce::FileOutputStream stream(juce::File((folder / "demo.mid").string()));
+  midi.writeTo(stream);
+}
+
+class ProgramTest : public sivray::test::SoundTest {
+ protected:
+  ProgramTest() {
+    writeDemo(content.commonFiles());
+    machine["JACK"]["system"] = {};
+    machine["ALSA"]["card"] = {};
+  }
+  void SetUp() override {
+    if (!desktop::hasScreen()) {
+      FAIL() << "no X server, and Xvfb cannot be started: is it installed?";
+    }
+    other.emplace();
+    start();
+  }
+
+  void start() {
+    program = std::make_unique<Standalone>(
+        folder.getFile(), [] {}, Devices{.sound = [this] { return types(); }, .midi = midi.system()});
+    window = juce::TopLevelWindow::getTopLevelWindow(0);
+    run();
+  }
+  void restart() {
+    program.reset();
+    start();
+  }
+
+  /// Blocks of the device, and what the message thread does meanwhile.
+  void run(int count = 4) {
+    for (int i = 0; i < count; ++i) {
+      for (auto& [type, devices] : machine) {
+        for (auto& [name, device] : devices) {
+          if (device.player != nullptr) {
+            std::vector<float> channel(512);
+            float* const outputs[]{channel.data()};
+            device.player->audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, 512, {});
+          }
+        }
+      }
+      juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+    }
+  }
+  bool comesTrue(const std::function<bool()>& condition) {
+    for (int round = 0; round < 400 && !condition(); ++round) {
+      run(1);
+    }
+    return condition();
+  }
+
+  template <typename Kind>
+  static Kind* find(juce::Component& parent, const juce::String& title = {}) {
+    for (juce::Component* const child : parent.getChildren()) {
+      auto* const wanted = dynamic_cast<Kind*>(child);
+      auto* const found =
+          wanted != nullptr && (title.isEmpty() || child->getTitle() == title) ? wanted : find<Kind>(*child, title);
+      if (found != nullptr) {
+        return found;
+      }
+    }
+    return nullptr;
+  }
+  BWButtonBase& button(const char* title) { return *find<BWButtonBase>(*window, title); }
+  juce::AudioProcessor& processor() { return *find<juce::AudioProcessorEditor>(*window)->getAudioProcessor(); }
+  juce::AudioProcessorParameter& level() { return *processor().getParameters()[1]; }
+  std::string strip() { return button("Sound and MIDI").getDescription().toStdString(); }
+  bool isLit() { return button("Pad 1").getState(); }
+
+  SetupView& openSetup() {
+    button("Sound and MIDI").click();
+    return *find<SetupView>(*window);
+  }
+  void focus() {
+    vst::giveKeyboardFocusTo(window->getPeer()->getNativeHandle());
+    ASSERT_TRUE(comesTrue([this] { return window->isActiveWindow(); }));
+  }
+
+  const support::KitFolder content;
+  juce::TemporaryFile folder{"sivray"};
+  std::optional<HostWindow> other;  ///< Another program's window.
+  std::unique_ptr<Standalone> program;
+  juce::TopLevelWindow* window = nullptr;
+};
+
+TEST_F(ProgramTest, ComesBackWithSoundDeviceMidiAndPlace) {
+  EXPECT_EQ(strip(), "JACK: system, 44100 Hz, 256 frames");
+  level().setValueNotifyingHost(0.25F);
+  window->setTopLeftPosition(70, 90);
+  SetupView& setup = openSetup();
+  Hand(setup).click(100, kFirstSetupRow + 28);
+  Hand(setup).click(600, kFirstSetupRow);
+  run();
+  EXPECT_NE(find<SetupView>(*window), nullptr);
+  EXPECT_EQ(strip(), "ALSA: card, 44100 Hz, 256 frames");
+  restart();
+  EXPECT_NEAR(level().getValue(), 0.25F, 0.01F);
+  EXPECT_EQ(strip(), "ALSA: card, 44100 Hz, 256 frames");
+  EXPECT_EQ(window->getPosition(), juce::Point(70, 90));
+  EXPECT_EQ(Settings(folder.getFile()).midiNamesOff(), juce::StringArray("Keys"));
+}
+
+TEST_F(ProgramTest, EndsTheDemoWithTheUsersSoundAlsoTheSecondTimeAndAtItsEnd) {
+  const auto play = [this](float value) {
+    level().setValueNotifyingHost(value);
+    run();
+    button("Demo").click();
+    EXPECT_TRUE(comesTrue([this] { return isLit(); })) << "the demo plays";
+    EXPECT_EQ(processor().getCurrentProgram(), 1);
+    EXPECT_GT(level().getValue(), 0.7F) << "on its kit";
+  };
+  for (const float value : {0.25F, 0.5F}) {
+    play(value);
+    button("Demo").click();
+    run();
+    EXPECT_NEAR(level().getValue(), value, 0.01F);
+    EXPECT_FALSE(isLit());
+  }
+  play(0.125F);
+  restart();
+  EXPECT_NEAR(level().getValue(), 0.125F, 0.01F);
+}
+
+TEST_F(ProgramTest, KeysPlayUntilTheyComeUpOrTheFocusGoesAndNotWhileANameIsTyped) {
+  focus();
+  other->setKey('a', true);
+  EXPECT_TRUE(comesTrue([this] { return isLit(); }));
+  other->focusOwnChild();
+  EXPECT_TRUE(comesTrue([this] { return !isLit(); })) << "nobody will hear the key come up";
+  other->setKey('a', false);
+  focus();
+  other->strike(' ');
+  EXPECT_TRUE(comesTrue([this] { return button("Demo").getState(); }));
+  other->strike(' ');
+  EXPECT_TRUE(comesTrue([this] { return !button("Demo").getState() && !isLit(); }));
+
+  juce::TextEditor name;
+  name.setBounds(10, 10, 100, 30);
+  find<juce::AudioProcessorEditor>(*window)->addAndMakeVisible(name);
+  name.grabKeyboardFocus();
+  for (const char letter : {'a', ' ', 's'}) {
+    other->strike(static_cast<unsigned long>(letter));
+  }
+  EXPECT_TRUE(comesTrue([&] { return name.getText() == "a s"; })) << name.getText();
+  other->setKey('a', true);
+  run();
+  EXPECT_FALSE(isLit());
+  EXPECT_FALSE(button("Demo").getState());
+  other->setKey('a', false);
+  run();
+}
+
+TEST_F(ProgramTest, FollowsDevicesAndInputsThatComeAndGoUnderAnOpenSetup) {
+  SetupView& setup = openSetup();
+  machine["JACK"]["system"].plays = false;
+  machine["JACK"]["system"].isThere = false;
+  machine["ALSA"]["card"].isThere = false;
+  EXPECT_TRUE(comesTrue([this] { return strip() == "The sound device is gone. Looking for another"; })) << strip();
+  Hand(setup)
+      .click(300, kFirstSetupRow)
+      .click(400, kFirstSetupRow)
+      .click(600, 20);  // Rates, blocks and tone of nothing.
+  run();
+  machine["ALSA"]["card"].isThere = true;
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("ALSA: card"); })) << strip();
+  midi.list.add({"Pads", "2"});
+  EXPECT_TRUE(comesTrue([this] { return midi.players.contains("2"); }));
+  Hand(setup).click(600, kFirstSetupRow + 28);
+  EXPECT_TRUE(comesTrue([this] { return !midi.players.contains("2"); })) << "the row of the input that came is there";
+  midi.players["1"]->handleIncomingMidiMessage(nullptr, juce::MidiMessage::noteOn(1, 36, juce::uint8{100}));
+  EXPECT_TRUE(comesTrue([this] { return isLit(); }));
+}
+
+TEST_F(ProgramTest, SaysThatKitsCannotBeSavedUntilTheyCan) {
+  const auto documents = content.commonFiles() / "documents";
+  std::filesystem::remove_all(documents);
+  std::ofstream(documents) << "a file where the folder should be";
+  auto& instrument = *dynamic_cast<vst::SivrayProcessor&>(processor()).instrument();
+  instrument.saveProgramAs(3, "Mine");
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Your kits cannot be saved in "); })) << strip();
+  EXPECT_EQ(strip().find('\\'), std::string::npos);
+  std::filesystem::remove(documents);
+  instrument.saveProgramAs(3, "Mine");
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("JACK"); })) << strip();
+}
+
+}  // namespace
