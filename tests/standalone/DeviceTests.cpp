@@ -49,6 +49,13 @@ TEST_F(SoundDeviceTest, OpensWhatIsRememberedElseARunningServerElseACard) {
   sound.open({.type = "JACK", .name = "system"});
   EXPECT_EQ(sound.current().type, "ALSA");
   EXPECT_EQ(sound.problem(), juce::String("system (JACK) does not open: it is busy"));
+  machine["JACK"]["system"].opens = true;
+  machine["JACK"]["a client"] = machine["JACK"]["other"] = {};
+  sound.open({});
+  EXPECT_EQ(sound.current().name, juce::String("system")) << "not a client of the server";
+  EXPECT_EQ(sound.problem(), juce::String());
+  sound.open({.type = "ALSA", .name = "other"});
+  EXPECT_EQ(sound.current().type, "ALSA") << "not JACK's of the same name";
 }
 
 TEST_F(SoundDeviceTest, TakesAnotherDeviceWhenItsOwnIsLostAndComesBackToItLater) {
@@ -64,9 +71,16 @@ TEST_F(SoundDeviceTest, TakesAnotherDeviceWhenItsOwnIsLostAndComesBackToItLater)
   wait(1);
   EXPECT_FALSE(sound.isOpen());
   EXPECT_EQ(text(), "The sound device is gone. Looking for another");
+  sound.open({});
+  EXPECT_EQ(text(), "No sound device found. Still looking") << "what the user has chosen was not lost";
   machine["JACK"]["system"] = {};
   wait(1);
   EXPECT_EQ(text(), "JACK: system, 44100 Hz, 256 frames");
+  machine["JACK"]["system"].plays = false;
+  wait(1);
+  sound.open({});
+  wait(1);
+  EXPECT_TRUE(sound.isOpen()) << "each device is looked at twice";
 }
 
 TEST_F(SoundDeviceTest, FollowsAServersRateAndTellsOfOneThatDoesNotAnswer) {
@@ -77,6 +91,18 @@ TEST_F(SoundDeviceTest, FollowsAServersRateAndTellsOfOneThatDoesNotAnswer) {
   EXPECT_EQ(player.rate, 96000.0);
   EXPECT_EQ(text(), "JACK: system, 96000 Hz, 256 frames");
   EXPECT_EQ(machine["JACK"]["system"].starts, 2);
+  machine["JACK"]["system"].rate = 0.0;  // As a server that ends.
+  wait(1);
+  EXPECT_EQ(text(), "JACK: system, 96000 Hz, 256 frames");
+  machine["JACK"]["system"].rate = 96000.0;
+  wait(2, false);
+  sound.open({});
+  wait(2, false);
+  EXPECT_TRUE(sound.isOpen()) << "each device has three seconds";
+  wait(3, false);
+  EXPECT_FALSE(sound.isOpen());
+  sound.open({});
+  EXPECT_TRUE(sound.isOpen());
   wait(3, false);
   EXPECT_FALSE(sound.isOpen());
   EXPECT_EQ(text(), "No sound: JACK does not answer");

@@ -37,7 +37,8 @@ TEST(PadKeys, StrikeOnceWhileAKeyRepeatsAndReleaseWhenItComesUp) {
   EXPECT_THAT(move({'d'}), ElementsAre("43 off"));
   move({'s'});
   keys.releaseAll();
-  EXPECT_THAT(log, ElementsAre("37 off"));
+  EXPECT_THAT(std::exchange(log, {}), ElementsAre("37 off"));
+  EXPECT_THAT(move({'s'}), ElementsAre("37 on")) << "it came up where nobody saw it";
   EXPECT_TRUE(PadKeys::isPadKey('H') && PadKeys::isPadKey('g') && !PadKeys::isPadKey('l'));
 }
 
@@ -60,12 +61,17 @@ class NotingProcessor final : public juce::AudioProcessor {
     longest = std::max(longest, buffer.getNumSamples());
     for (const auto event : midi) {
       const auto message = event.getMessage();
+      EXPECT_LT(event.samplePosition, buffer.getNumSamples());
+      EXPECT_TRUE(event.samplePosition == 0 || !message.isController()) << "it moves at a block's start alone";
       const auto* const bytes = message.getRawData();
       log.push_back(std::to_string(frame + event.samplePosition) + ": " + std::to_string(bytes[0] >> 4) + " " +
                     std::to_string(bytes[1]));
     }
     if (const auto position = getPlayHead()->getPosition()) {
-      tempo = position->getBpm().orFallback(0.0);
+      const double newTempo = position->getBpm().orFallback(0.0);
+      if (std::exchange(tempo, newTempo) != newTempo) {
+        tempoChanges.push_back(frame);
+      }
       isMoving = position->getIsPlaying();
       beat = position->getPpqPosition().orFallback(-1.0);
     }
@@ -78,8 +84,8 @@ class NotingProcessor final : public juce::AudioProcessor {
   }
   using AudioProcessor::processBlock;
   const juce::String getName() const override { return {}; }
-  void prepareToPlay(double /*rate*/, int /*frames*/) override {}
-  void releaseResources() override {}
+  void prepareToPlay(double rate, int /*frames*/) override { preparedRate = rate; }
+  void releaseResources() override { preparedRate = 0.0; }
   double getTailLengthSeconds() const override { return 0.0; }
   bool acceptsMidi() const override { return true; }
   bool producesMidi() const override { return false; }
@@ -103,6 +109,8 @@ class NotingProcessor final : public juce::AudioProcessor {
   int longest = 0;
   double tempo = 0.0;
   double beat = 0.0;
+  double preparedRate = 0.0;
+  std::vector<int> tempoChanges;  ///< Frames.
   bool isMoving = false;
 };
 
@@ -161,6 +169,39 @@ TEST_F(PlaybackTest, AStopEndsTheNotesThatSoundAndAStartBeginsAtTheFirstBeat) {
   EXPECT_THAT(processor.log, ElementsAre("10: 9 36", "510: 9 38", "660: 8 36", "660: 8 38", "670: 9 36"));
 }
 
+TEST_F(PlaybackTest, GoesOnAtTheSameBeatWhenTheDeviceChangesItsRate) {
+  playback.prepare(1000.0, 500);
+  playback.demo().play();
+  block(500);
+  playback.audioDeviceStopped();
+  EXPECT_EQ(processor.preparedRate, 0.0);
+  playback.prepare(2000.0, 500);
+  EXPECT_EQ(processor.preparedRate, 2000.0);
+  for (int i = 0; i < 7; ++i) {
+    block(500);
+  }
+  EXPECT_THAT(processor.log, ElementsAre("0: 9 36", "500: 9 38", "1000: 11 20", "3500: 9 36"));
+  processor.suspendProcessing(true);
+  EXPECT_EQ(block(1000)[0][999], 0.0F) << "while a state is set";
+  EXPECT_EQ(processor.log.size(), 4U);
+}
+
+TEST(Playback, EndsNoNoteOfTheDemoTwice) {
+  DemoScore score = oneBar();
+  score.events[2] = {.seconds = 0.6, .bytes = {0x89, 38, 0}, .size = 3};
+  score.events.push_back({.seconds = 0.7, .bytes = {0x99, 36, 0}, .size = 3});
+  NotingProcessor processor;
+  Playback playback(processor, score);
+  playback.prepare(1000.0, 800);
+  std::vector<float> left(800);
+  float* const outputs[]{left.data()};
+  playback.demo().play();
+  playback.audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, 800, {});
+  playback.demo().stop();
+  playback.audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, 100, {});
+  EXPECT_THAT(processor.log, ElementsAre("0: 9 36", "500: 9 38", "600: 8 38", "700: 9 36"));
+}
+
 /// Two bars: one at 120 beats a minute on kit 1, one at 240 on kit 2.
 DemoScore twoKits() {
   DemoScore score = oneBar();
@@ -187,17 +228,22 @@ TEST(DemoKits, FollowTheDemoAndBringTheUsersSoundBack) {
     EXPECT_THAT(processor.programs, IsEmpty());
     kits.play();
     EXPECT_THAT(processor.programs, ElementsAre(0, 1)) << "chosen anew, as the user may have edited it";
+    kits.play();
+    EXPECT_THAT(processor.programs, ElementsAre(0, 1));
     for (int time = 0; time < 3000; time += 500) {
       play(500);
       EXPECT_EQ(playback.demo().kit(), time < 1900 ? "Kit 1" : "Kit 2") << time;
       EXPECT_DOUBLE_EQ(processor.tempo, time < 2000 ? 120.0 : 240.0);
       EXPECT_DOUBLE_EQ(processor.beat, time <= 2000 ? time / 500.0 : 4.0 + (time - 2000) / 250.0);
     }
-    processor.program = 2;
-    processor.programs.clear();
-    play(450);
-    play(1);
-    EXPECT_EQ(playback.demo().kit(), "Kit 1");
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(60);
+    EXPECT_THAT(processor.programs, ElementsAre(0, 1, 2));
+    EXPECT_THAT(processor.tempoChanges, ElementsAre(0, 2000));
+    for (int done = 0; done < 3000; done += 60) {  // The tempo changes in the midst of one.
+      play(60);
+      EXPECT_EQ(playback.demo().kit(), done < 1900 || done >= 2900 ? "Kit 1" : "Kit 2") << "ahead by 0.1 s: " << done;
+    }
+    EXPECT_THAT(processor.tempoChanges, ElementsAre(0, 2000, 3000, 5000));
   }
   EXPECT_EQ(processor.programs.back(), -1);
   EXPECT_EQ(processor.program, 1);
@@ -213,8 +259,8 @@ TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
 }
 
 TEST_F(PlaybackTest, KeysAndMidiInputsStrikeAndTheToneFadesInAndOut) {
-  playback.playNote(36, true);  // Before any device: nobody hears it.
-  playback.prepare(48000.0, 512);
+  playback.playNote(36, true);     // Before any device: nobody hears it.
+  playback.prepare(48000.0, 100);  // A device may bring more at once.
   playback.playNote(40, true);
   playback.playNote(40, false);
   playback.handleIncomingMidiMessage(nullptr, juce::MidiMessage::noteOn(3, 41, juce::uint8{9}).withTimeStamp(0.001));
@@ -261,6 +307,25 @@ TEST(DemoScore, IsReadFromAMidiFileAndEmptyForAnythingElse) {
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     EXPECT_LE(readDemoScore(bytes.first(size)).events.size(), 2U);
   }
+
+  juce::MidiMessageSequence second;
+  second.addEvent(juce::MidiMessage::textMetaEvent(1, "a comment"), 0.0);
+  second.addEvent(juce::MidiMessage::textMetaEvent(1, "program=Kit"), 0.0);
+  second.addEvent(juce::MidiMessage::tempoMetaEvent(500000), 8 * 96.0);
+  second.addEvent(juce::MidiMessage::tempoMetaEvent(1000000), 8 * 96.0);
+  second.addEvent(juce::MidiMessage::noteOn(10, 38, juce::uint8{100}), 0.0);
+  second.addEvent(juce::MidiMessage::noteOff(10, 38), 12 * 96.0);
+  midi.addTrack(second);
+  juce::MemoryOutputStream longer;
+  midi.writeTo(longer);
+  const DemoScore both = readDemoScore({static_cast<const std::uint8_t*>(longer.getData()), longer.getDataSize()});
+  ASSERT_EQ(both.events.size(), 4U);
+  EXPECT_EQ(both.events[0].bytes[1], 38) << "by time, not by track";
+  ASSERT_EQ(both.kits.size(), 1U);
+  EXPECT_EQ(both.kits[0].name, "Kit");
+  EXPECT_EQ(both.tempos.size(), 2U) << "the last one of a moment counts";
+  EXPECT_DOUBLE_EQ(both.tempoAt(3.0).beatsPerMinute, 60.0);
+  EXPECT_DOUBLE_EQ(both.seconds, 6.0) << "two bars of 1 s, and one of 4 s that is full";
   EXPECT_TRUE(readDemoScore({}).isEmpty());
   EXPECT_TRUE(readDemoScore(bytes.first(20)).isEmpty());
 }

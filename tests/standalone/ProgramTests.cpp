@@ -116,8 +116,10 @@ class ProgramTest : public sivray::test::SoundTest {
     return *find<SetupView>(*window);
   }
   void focus() {
-    vst::giveKeyboardFocusTo(window->getPeer()->getNativeHandle());
-    ASSERT_TRUE(comesTrue([this] { return window->isActiveWindow(); }));
+    ASSERT_TRUE(comesTrue([this] {
+      vst::giveKeyboardFocusTo(window->getPeer()->getNativeHandle());  // Nothing happens before the window is shown.
+      return window->isActiveWindow();
+    }));
   }
 
   const support::KitFolder content;
@@ -191,7 +193,26 @@ TEST_F(ProgramTest, KeysPlayUntilTheyComeUpOrTheFocusGoesAndNotWhileANameIsTyped
   EXPECT_FALSE(isLit());
   EXPECT_FALSE(button("Demo").getState());
   other->setKey('a', false);
+
+  juce::Component dialog;
+  window->getChildComponent(0)->addAndMakeVisible(dialog);
+  dialog.enterModalState(true);
   run();
+  other->setKey('a', true);
+  run();
+  EXPECT_FALSE(isLit()) << "while a dialog asks something";
+  other->setKey('a', false);
+  dialog.exitModalState(0);
+  run();
+}
+
+TEST_F(ProgramTest, ComesBackToTheMiddleIfItsScreenIsGone) {
+  const juce::Point<int> middle = window->getPosition();
+  Settings(folder.getFile()).setPosition({5000, 5000});
+  program.reset();
+  Settings(folder.getFile()).setPosition({5000, 5000});
+  start();
+  EXPECT_EQ(window->getPosition(), middle);
 }
 
 TEST_F(ProgramTest, FollowsDevicesAndInputsThatComeAndGoUnderAnOpenSetup) {

@@ -48,6 +48,7 @@ class ScriptedDevice final : public juce::AudioIODevice {
   void close() override { opened = false; }
   bool isOpen() override { return opened; }
   void start(juce::AudioIODeviceCallback* newCallback) override {
+    EXPECT_EQ(callback, nullptr) << "it plays already";
     script.player = callback = newCallback;
     ++script.starts;
     callback->audioDeviceAboutToStart(this);

@@ -11,6 +11,7 @@
 #include "host/standalone/SetupView.h"
 #include "host/standalone/TransportStrip.h"
 #include "support/Hand.h"
+#include "widgets/BWLabel.h"
 #include "widgets/PanelColours.h"
 
 namespace {
@@ -22,6 +23,17 @@ using testing::IsEmpty;
 
 class ViewTest : public sivray::test::SoundTest {
  protected:
+  /// The line below the setup's lists.
+  static std::string lastLine(SetupView& view) {
+    std::string line;
+    for (juce::Component* const child : view.getChildren()) {
+      if (const auto* const label = dynamic_cast<tesh::bramel::BWLabel*>(child)) {
+        line = label->getText().toStdString();
+      }
+    }
+    return line;
+  }
+
   ProgramFonts fonts;
 };
 
@@ -83,6 +95,18 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   EXPECT_THAT(click(100, kFirstSetupRow + 28), ElementsAre("ALSA card 0 0"));
   EXPECT_THAT(click(300, kFirstSetupRow + 56), ElementsAre("ALSA card 48000 256"));
   EXPECT_THAT(click(400, kFirstSetupRow), ElementsAre("ALSA card 48000 64"));
+  machine["ALSA"]["other"] = {};
+  machine["ALSA"]["other"].opens = false;
+  view.refresh();
+  EXPECT_THAT(click(100, kFirstSetupRow + 56), ElementsAre("ALSA other 0 0"));
+  EXPECT_EQ(lastLine(view), "JACK: system, 44100 Hz, 256 frames.  Not opened: other (ALSA) does not open: it is busy");
+  midi.list.clear();
+  inputs.look();
+  view.refresh();
+  EXPECT_TRUE(lastLine(view).ends_with(".  No MIDI input found"));
+  midi.list = juce::Array(juce::MidiDeviceInfo("Keys", "1"), juce::MidiDeviceInfo("Pads", "2"));
+  inputs.look();
+  view.refresh();
   EXPECT_THAT(click(600, 20), ElementsAre("tone"));
   EXPECT_THAT(click(600, kFirstSetupRow), ElementsAre("off Keys"));
   EXPECT_THAT(click(600, kFirstSetupRow + 28), ElementsAre("on Pads"));

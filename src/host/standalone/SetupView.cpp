@@ -170,16 +170,24 @@ void SetupView::listRowSelected(BWSimpleListView& list, int row) {
   if (row < 0 || !wishes.device) {
     return;
   }
-  DeviceChoice wanted = soundDevice.current();
+  const DeviceChoice current = soundDevice.current();
+  DeviceChoice wanted = current;
   const auto index = static_cast<std::size_t>(row);
   if (&list == &outputs->list && index < choices.size()) {
-    wanted = choices[index];
+    wanted.type = choices[index].type;
+    wanted.name = choices[index].name;
   } else if (&list == &rates->list && index < soundDevice.rates().size()) {
     wanted.rate = soundDevice.rates()[index];
   } else if (&list == &blocks->list && index < soundDevice.blocks().size()) {
     wanted.block = soundDevice.blocks()[index];
   } else {
     return;
+  }
+  if (wanted == current) {  // A click on the row that is marked.
+    return;
+  }
+  if (&list == &outputs->list) {
+    wanted = choices[index];  // At its own rate and block.
   }
   wishes.device(wanted);
 }
