@@ -21,7 +21,7 @@ concept IntegerRegisters = requires(typename R::Integers v, const void* from, vo
                                     UnaryOperation<R> one, BinaryOperation<R> two, TernaryOperation<R> three) {
   requires sizeof(typename R::Integers) == R::kBytes;
   v = R::load(from);  v = R::loadAligned(from);  R::store(to, v);  R::storeAligned(to, v);
-  v = R::zero();  v = R::all16(std::int16_t{1});  v = R::all32(1);  v = R::all64(1);
+  v = R::zero();  v = R::all16(std::int16_t{1});  v = R::all32(1);  v = R::all64(1);  v = R::multiples32(1);
 
   two = R::add16;  two = R::sub16;  two = R::addLimited16;  two = R::subLimited16;  two = R::subLimitedUnsigned16;
   two = R::max16;  two = R::mulHigh16;  two = R::mulHighUnsigned16;  two = R::mulLow16;  two = R::pairSums16;

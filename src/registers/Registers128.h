@@ -39,6 +39,11 @@ struct Registers128 {
   static Integers four32(std::int32_t a, std::int32_t b, std::int32_t c, std::int32_t d) {
     return _mm_setr_epi32(a, b, c, d);
   }
+  /// x, 2 * x, 3 * x and so on, which wrap.
+  static Integers multiples32(std::int32_t x) {
+    const auto times = [x](std::uint32_t n) { return static_cast<std::int32_t>(n * static_cast<std::uint32_t>(x)); };
+    return four32(x, times(2), times(3), times(4));
+  }
 
   // Lanes of 16 bits. What does not fit wraps; "limited" stops it at the ends of the lane.
   static Integers add16(Integers a, Integers b) { return _mm_add_epi16(a, b); }

@@ -33,6 +33,7 @@ struct Registers256 {
   static Integers all32(std::int32_t x) { return _mm256_set1_epi32(x); }
   static Integers all64(std::int64_t x) { return _mm256_set1_epi64x(x); }
   static Floats allFloats(float x) { return _mm256_set1_ps(x); }
+  static Integers multiples32(std::int32_t x) { return mulLow32(all32(x), _mm256_setr_epi32(1, 2, 3, 4, 5, 6, 7, 8)); }
 
   // Halves.
   static Half::Integers lower(Integers v) { return _mm256_castsi256_si128(v); }

@@ -37,7 +37,7 @@ TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
     LaneResults expected{};
     LaneResults results{};
     operate<OneSample>(a, b, numbers, expected);
-    operate<SamplesSse2>(a, b, numbers, results);
+    operate<Samples128>(a, b, numbers, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
     if (bestLaneForm() == LaneForm::avx2) {
       results = {};
@@ -62,7 +62,7 @@ TEST(SampleLanes, EveryFormComputesWordsAsOneWordDoes) {
     WordResults expected{};
     WordResults results{};
     operateOnWords<lanes::OneWord>(a, b, factor, expected);
-    operateOnWords<lanes::WordsSse2>(a, b, factor, results);
+    operateOnWords<Samples128::Words>(a, b, factor, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
     if (bestLaneForm() == LaneForm::avx2) {
       results = {};
@@ -75,7 +75,7 @@ TEST(SampleLanes, EveryFormComputesWordsAsOneWordDoes) {
 TEST(SampleLanes, ARingContinuesAtItsStart) {
   const SampleRow samples{1, -2, 3, -4, 5, -6, 7, -8, 9, -10, 11, -12, 13, -14, 15, -16};
   EXPECT_TRUE(comesRoundTheRing<OneSample>(samples.data()));
-  EXPECT_TRUE(comesRoundTheRing<SamplesSse2>(samples.data()));
+  EXPECT_TRUE(comesRoundTheRing<Samples128>(samples.data()));
   if (bestLaneForm() == LaneForm::avx2) {
     EXPECT_TRUE(comesRoundTheRingAvx2(samples.data()));
   }

@@ -79,6 +79,11 @@ class RegisterLaws {
     each<std::uint32_t>("mulShiftUnsigned32", R::template mulShiftUnsigned32<33>(a, b), [](Long x, Long y) {
       return static_cast<Long>(static_cast<std::uint64_t>(x) * static_cast<std::uint64_t>(y) >> 33);
     });
+    auto multiples = lanes<Int>({});
+    for (unsigned i = 0; i < multiples.size(); ++i) {
+      multiples[i] = static_cast<Int>(Unsigned{rowA.bits[0]} * (i + 1));
+    }
+    expect("multiples32", R::multiples32(static_cast<Int>(rowA.bits[0])), rowOf(multiples));
     int signs = 0;
     for (unsigned i = 0; i < R::kBytes / 4; ++i) {
       signs |= lanes<Int>(rowA)[i] < 0 ? 1 << i : 0;

@@ -85,7 +85,7 @@ bool BpmSyncDelayLaw::fitsLanes(const Settings& now) const {
 }
 
 unsigned BpmSyncDelayLaw::runSse2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runDelay<SamplesSse2>(law, left, right, count);
+  return runDelay<Samples128>(law, left, right, count);
 }
 
 void BpmSyncDelayLaw::skip(const Settings& to, unsigned count) {

@@ -36,7 +36,7 @@ void ShortDelayLaw::step(const Settings&, std::int16_t& left, std::int16_t& righ
 }
 
 unsigned ShortDelayLaw::runSse2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<SamplesSse2>(law, left, right, count);
+  return runLanes<Samples128>(law, left, right, count);
 }
 
 template class TwoKnobEffect<ShortDelayLaw>;

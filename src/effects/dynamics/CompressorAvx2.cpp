@@ -71,8 +71,8 @@ struct MasterForm {
 
   static __m256i scales(__m256i gains, std::int32_t sens) { return timesShifted<13>(gains, _mm256_set1_epi32(sens)); }
   static __m128i sound(__m256i blocked, __m256i scales) {
-    const SamplesSse2::Gain output(SivrayFxStereoCompressor::StereoCompressorImpl::kOutput);
-    return mul15(SamplesSse2{limitedSamples(timesShifted<24>(blocked, scales))}, output).v;
+    const Samples128::Gain output(SivrayFxStereoCompressor::StereoCompressorImpl::kOutput);
+    return mul15(Samples128{limitedSamples(timesShifted<24>(blocked, scales))}, output).v;
   }
 };
 

@@ -82,9 +82,9 @@ template <typename Law>
   law.gain.skipLevel(law.now.level, count);
   std::int32_t opening = 0;
   std::int16_t openings[kControlGrid];
-  while (count >= SamplesSse2::kCount && law.fitsLanes(law.now)) {
-    const unsigned run = std::min(count - count % SamplesSse2::kCount, kControlGrid);
-    followBeat<SamplesSse2>(law, openings, run);
+  while (count >= Samples128::kCount && law.fitsLanes(law.now)) {
+    const unsigned run = std::min(count - count % Samples128::kCount, kControlGrid);
+    followBeat<Samples128>(law, openings, run);
     count -= run;
   }
   for (; count > 0; --count) {

@@ -34,7 +34,7 @@ void Q60393Tremolo::step(const Settings&, std::int16_t& left, std::int16_t& righ
 }
 
 unsigned Q60393Tremolo::runSse2(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runModulated<SamplesSse2>(law, left, right, count);
+  return runModulated<Samples128>(law, left, right, count);
 }
 
 void Q60393Tremolo::skip(const Settings&, unsigned count) { skipModulated(*this, count); }
@@ -48,7 +48,7 @@ void Q60393Autopan::step(const Settings&, std::int16_t& left, std::int16_t& righ
 }
 
 unsigned Q60393Autopan::runSse2(Q60393Autopan& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runModulated<SamplesSse2>(law, left, right, count);
+  return runModulated<Samples128>(law, left, right, count);
 }
 
 void Q60393Autopan::skip(const Settings&, unsigned count) { skipModulated(*this, count); }

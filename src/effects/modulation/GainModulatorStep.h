@@ -127,8 +127,8 @@ template <typename Law>
 [[gnu::flatten]] void skipModulated(Law& law, unsigned count) {
   TriangleRun run;
   while (count > 0) {
-    const unsigned inLanes = law.fitsLanes({}) ? std::min(count - count % SamplesSse2::kCount, kControlGrid) : 0;
-    const unsigned done = followTriangles<SamplesSse2>(law, run, inLanes);
+    const unsigned inLanes = law.fitsLanes({}) ? std::min(count - count % Samples128::kCount, kControlGrid) : 0;
+    const unsigned done = followTriangles<Samples128>(law, run, inLanes);
     count -= done > 0 ? done : followTriangles<OneSample>(law, run, 1);
   }
 }

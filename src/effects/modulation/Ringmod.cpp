@@ -26,7 +26,7 @@ void Ringmod::step(const Settings&, std::int16_t& left, std::int16_t& right) {
 }
 
 unsigned Ringmod::runSse2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<SamplesSse2>(law, left, right, count);
+  return runLanes<Samples128>(law, left, right, count);
 }
 
 void Ringmod::skip(const Settings&, unsigned count) {

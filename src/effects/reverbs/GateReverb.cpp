@@ -96,7 +96,7 @@ void GateReverb::step(const Settings&, std::int16_t& left, std::int16_t& right) 
 }
 
 unsigned GateReverb::runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runGated<SamplesSse2>(law, left, right, count);
+  return runGated<Samples128>(law, left, right, count);
 }
 
 void GateReverb::skip(const Settings& to, unsigned count) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "effects/interfaces/LaneRun.h"
+#include "effects/reverbs/HallDamperStep.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHall.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -41,26 +42,6 @@ Samples diffused(const HallFlow& flow, std::size_t k, Samples input) {
   storeToRing<kDiffuserLength>(flow.diffuser(k), flow.position, sum(fedBack, input));
   const auto inner = weightedSum(fedBack, input, typename Samples::Weights(coefficient, coefficient));
   return difference(tap, inner.template shiftedRight<15>().saturated());
-}
-
-/// Damps the combs: sixteen samples as eight and the next eight.
-template <typename Samples>
-void damp(HallDampers& dampers, Combs<Samples>& combs) {
-  if constexpr (requires { dampers.damp(combs); }) {
-    dampers.damp(combs);
-  } else {
-    Combs<SamplesSse2> lower;
-    Combs<SamplesSse2> upper;
-    for (std::size_t k = 0; k < kHallLanes; ++k) {
-      lower[k] = combs[k].lower();
-      upper[k] = combs[k].upper();
-    }
-    dampers.damp(lower);
-    dampers.damp(upper);
-    for (std::size_t k = 0; k < kHallLanes; ++k) {
-      combs[k] = Samples::of(lower[k], upper[k]);
-    }
-  }
 }
 
 /// The four damped combs, all fed with the same.

@@ -16,7 +16,7 @@ void RoomReverbLaw::step(const Settings&, std::int16_t& left, std::int16_t& righ
 }
 
 unsigned RoomReverbLaw::runSse2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<SamplesSse2>(law, left, right, count);
+  return runLanes<Samples128>(law, left, right, count);
 }
 
 template class TwoKnobEffect<RoomReverbLaw>;

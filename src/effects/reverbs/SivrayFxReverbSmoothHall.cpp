@@ -79,7 +79,7 @@ void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, 
 }
 
 unsigned SivrayFxReverbSmoothHall::runSse2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<SamplesSse2>(flow, left, right, count);
+  return runLanes<Samples128>(flow, left, right, count);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

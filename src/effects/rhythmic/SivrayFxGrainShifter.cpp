@@ -155,7 +155,7 @@ void GrainShifterLaw::step(const Settings&, std::int16_t& left, std::int16_t& ri
 }
 
 unsigned GrainShifterLaw::runSse2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runGrains<SamplesSse2>(law, left, right, count);
+  return runGrains<Samples128>(law, left, right, count);
 }
 
 template class TwoKnobEffect<GrainShifterLaw>;
