@@ -83,6 +83,8 @@ class ProgramTest : public sivray::test::SoundTest {
           }
         }
       }
+      // JUCE's loop, other than the program's, leaves events that are in memory.
+      vst::awakenForQueuedEvents(window->getPeer()->getNativeHandle());
       juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
     }
   }
