@@ -40,6 +40,9 @@ grep -qx "Exec=$work/home/.local/bin/sivray" "$work/home/.local/share/applicatio
 if command -v desktop-file-validate >/dev/null; then
   desktop-file-validate "$work/home/.local/share/applications/sivray.desktop"
 fi
+if command -v appstreamcli >/dev/null; then
+  appstreamcli validate --no-net "$work"/home/.local/share/metainfo/*.xml >"$work/appstream" || wrong "$(cat "$work/appstream")"
+fi
 [[ "$(run)" = "Nothing to do"* ]] || wrong "a second run has something to do"
 # The installed programs are of one version, find the rest, and play alone; their manual pages can be read.
 bin="$work/home/.local/bin"
