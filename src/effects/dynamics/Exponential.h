@@ -28,21 +28,42 @@ inline constexpr auto kTaylor = [] {
   return reciprocals;
 }();
 
+/// The types of the tube's arithmetic: one value, or in another form several side by side.
+struct OneValue {
+  using Floats = float;
+  using Words = std::int32_t;
+  using Doubles = double;
+  using Longs = std::uint64_t;
+
+  static Doubles widened(Floats x) { return static_cast<double>(x); }
+  static Floats narrowed(Doubles x) { return static_cast<float>(x); }
+
+  /// The same bits as another type of the same length.
+  template <typename To, typename From>
+  static To as(From x) {
+    return std::bit_cast<To>(x);
+  }
+};
+
 /// e to the power of `x` for x at or below 0, rounded to single precision. Computed in double precision to a few parts
 /// in 10^15, so that the result is the nearest single but for one case in ten million. Below -80 it gives e^-80.
-inline float exponentialOfNegative(float x) {
-  const double wide = static_cast<double>(x);
-  const double t = wide > kLowestExponent ? wide : kLowestExponent;
-  const double shifted = t * kLog2E + kRounder;
-  const double r = t - (shifted - kRounder) * kLn2;
-  const double r2 = r * r;
+template <typename Form>
+typename Form::Floats exponentialOfNegative(typename Form::Floats x) {
+  using Doubles = typename Form::Doubles;
+  using Longs = typename Form::Longs;
+  const Doubles wide = Form::widened(x);
+  const Doubles lowest = Doubles{} + kLowestExponent;
+  const Doubles t = wide > lowest ? wide : lowest;
+  const Doubles shifted = t * kLog2E + kRounder;
+  const Doubles r = t - (shifted - kRounder) * kLn2;
+  const Doubles r2 = r * r;
   // The series on |r| <= ln(2) / 2, two terms a pair.
-  double p = kTaylor[12] + r * kTaylor[13];
+  Doubles p = kTaylor[12] + r * kTaylor[13];
   for (std::size_t pair = 6; pair-- > 0;) {
     p = p * r2 + (kTaylor[2 * pair] + r * kTaylor[2 * pair + 1]);
   }
-  const std::uint64_t scaled = std::bit_cast<std::uint64_t>(p) + (std::bit_cast<std::uint64_t>(shifted) << 52);
-  return static_cast<float>(std::bit_cast<double>(scaled));
+  const Longs scaled = Form::template as<Longs>(p) + (Form::template as<Longs>(shifted) << 52);
+  return Form::narrowed(Form::template as<Doubles>(scaled));
 }
 
 }  // namespace tesh::bramel::plugin::fxkit

@@ -43,7 +43,7 @@ void throughTube(LaneForm form, float* samples, const float* drives, const float
     throughTubeAvx2(samples, drives, mixes, (count + 3) & ~3U);
   } else {
     for (unsigned i = 0; i < count; ++i) {
-      samples[i] = tube(samples[i], drives[i], mixes[i]);
+      samples[i] = tube<OneValue>(samples[i], drives[i], mixes[i]);
     }
   }
 }

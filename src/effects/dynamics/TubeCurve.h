@@ -1,10 +1,10 @@
-// The curve of the tube stage. Every step is single precision but for the exponential itself.
+// The curve of the tube stage, as a template over the forms of Exponential.h. Every step is single precision but for the
+// exponential itself. A source file for an instruction set includes this between the marks of core/VectorCode.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cmath>
+#include <cstdint>
 
-#include "core/RealTime.h"
 #include "effects/dynamics/Exponential.h"
 
 namespace tesh::bramel::plugin::fxkit {
@@ -19,17 +19,18 @@ inline constexpr float kTubeSteepness = 6.0F;
 inline constexpr float kTubeUpperHeight = 0.755F;
 inline constexpr float kTubeLowerHeight = 0.765F;
 
-inline float tube(float in, float drive, float mix) {
-  const float x = drive * in * kTubeInputScale;
-  const float rise = 1.0F - exponentialOfNegative(-kTubeSteepness * std::fabs(x));
-  const float y = x >= 0.0F ? rise * kTubeUpperHeight : -rise * kTubeLowerHeight;
-  const float mixed = (1.0F - mix) * in + mix * y;
-  const float notBelow = mixed < -1.0F ? -1.0F : mixed;
-  return notBelow > 1.0F ? 1.0F : notBelow;
+template <typename Form>
+typename Form::Floats tube(typename Form::Floats in, typename Form::Floats drive, typename Form::Floats mix) {
+  using Floats = typename Form::Floats;
+  constexpr std::int32_t kAllButSign = 0x7FFFFFFF;
+  const Floats x = drive * in * kTubeInputScale;
+  const Floats magnitude = Form::template as<Floats>(Form::template as<typename Form::Words>(x) & kAllButSign);
+  const Floats rise = 1.0F - exponentialOfNegative<Form>(-kTubeSteepness * magnitude);
+  const Floats y = x >= 0.0F ? rise * kTubeUpperHeight : -rise * kTubeLowerHeight;
+  const Floats mixed = (1.0F - mix) * in + mix * y;
+  const Floats top = Floats{} + 1.0F;
+  const Floats notBelow = mixed < -top ? -top : mixed;
+  return notBelow > top ? top : notBelow;
 }
-
-/// Samples through the tube, in place, each with its own drive and mix, for AVX2. `count` is a multiple of 4. Gives the
-/// bits of `tube`. There is no such form for SSE2: two exponentials at once take as long as two in turn.
-void throughTubeAvx2(float* samples, const float* drives, const float* mixes, unsigned count) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::plugin::fxkit
