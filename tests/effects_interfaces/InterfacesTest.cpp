@@ -12,6 +12,7 @@
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/PendingSettings.h"
+#include "effects/interfaces/ShortLeak.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/TempoTables.h"
@@ -78,6 +79,12 @@ TEST(SmoothedValue, ReachesEveryTargetAndRests) {
         EXPECT_LE(steps, k == kGlide ? 4000 : 2) << start << " to " << target;
       }
     }
+  }
+}
+
+TEST(ShortLeak, IsTheLeakWhereItsProductDoesNotWrap) {
+  for (std::int32_t v = -65536; v <= 65536; ++v) {
+    ASSERT_EQ(shortLeak(v), cofu::core::leak(v));
   }
 }
 

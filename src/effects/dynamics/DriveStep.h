@@ -1,25 +1,26 @@
-// The law of the drive, as a template over the arithmetic of an instruction set.
+// The law of the drive over the registers of an instruction set. SampleLanes.h tells where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "effects/dynamics/Q60393Drive.h"
+#include "effects/interfaces/StereoLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// One sample of both channels. `Arithmetic` has
-///   static StereoLanes saturated(StereoLanes);
-///   static StereoLanes above(StereoLanes z, StereoLanes threshold);  // |z| - threshold, not below 0
-template <typename Arithmetic>
+/// One sample of both channels.
+template <typename R>
 void stepDrive(Q60393Drive& law, std::int16_t& left, std::int16_t& right) {
-  const StereoLanes in = StereoLanes::of(left, right);
-  const StereoLanes feedback = StereoLanes::both(cofu::core::mul15(law.drive.value(), Q60393Drive::kFeedback));
-  const StereoLanes z = Arithmetic::saturated(in + law.preEmphasis + mul15(leakTwice(law.lastOutput), feedback));
-  law.preEmphasis = (StereoLanes::both(law.drive.value()) * in).shiftedRight<13>();
+  using Lanes = StereoIn<R>;
+  const Lanes in = Lanes::of(left, right);
+  const Lanes lastOutput = law.lastOutput;
+  const Lanes feedback = Lanes::both(cofu::core::mul15(law.drive.value(), Q60393Drive::kFeedback));
+  const Lanes z = (in + Lanes(law.preEmphasis) + mul15(leakTwice(lastOutput), feedback)).saturated();
+  law.preEmphasis = (Lanes::both(law.drive.value()) * in).template shiftedRight<13>();
   // What lies above the threshold goes through a parabola. At z = 0 nothing does, so that its sign does not matter.
-  const StereoLanes above = Arithmetic::above(z, StereoLanes::both(law.threshold.value()));
-  const StereoLanes bend = withSign(StereoLanes::both(Q60393Drive::kBend), signOf(z));
-  law.lastOutput = z - mul15(mul15(above, above), bend);
-  const StereoLanes out = mul15(StereoLanes::both(law.level.value()), law.lastOutput);
+  const Lanes above = (magnitude(z) - Lanes::both(law.threshold.value())).notBelowZero();
+  const Lanes output = z - mul15(mul15(above, above), withSignOf(Lanes::both(Q60393Drive::kBend), z));
+  law.lastOutput = output;
+  const Lanes out = mul15(Lanes::both(law.level.value()), output);
   left = static_cast<std::int16_t>(out.left());
   right = static_cast<std::int16_t>(out.right());
 }

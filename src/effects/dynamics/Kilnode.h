@@ -8,7 +8,8 @@
 
 namespace tesh::bramel::plugin::fxkit {
 
-/// Samples through the tube, in place, each with its own drive and mix, for AVX2: four at once. `count` is a multiple of
+/// Samples through the tube, in place, each with its own drive and mix, for AVX2: four at once. `count` is a multiple
+/// of
 /// 4. There is no such form for SSE2: two exponentials at once take as long as two in turn.
 void throughTubeAvx2(float* samples, const float* drives, const float* mixes, unsigned count) SIVRAY_NONBLOCKING;
 

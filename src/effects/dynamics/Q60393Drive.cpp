@@ -12,13 +12,6 @@ namespace {
 /// Threshold at no drive: 0.6 of full scale.
 constexpr std::int32_t kHighestThreshold = 19660;
 
-struct DriveArithmetic {
-  static StereoLanes saturated(StereoLanes value) { return value.saturated(); }
-  static StereoLanes above(StereoLanes z, StereoLanes threshold) {
-    return (withSign(z, signOf(z)) - threshold).notBelowZero();
-  }
-};
-
 }  // namespace
 
 Q60393Drive::Settings Q60393Drive::settingsOf(const Knobs& knobs) {
@@ -27,7 +20,7 @@ Q60393Drive::Settings Q60393Drive::settingsOf(const Knobs& knobs) {
 }
 
 void Q60393Drive::step(const Settings&, std::int16_t& left, std::int16_t& right) {
-  stepDrive<DriveArithmetic>(*this, left, right);
+  stepDrive<cofu::registers::Registers128>(*this, left, right);
 }
 
 template class TwoKnobEffect<Q60393Drive>;

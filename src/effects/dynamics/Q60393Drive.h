@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "effects/interfaces/StereoLanes.h"
+#include "effects/interfaces/StereoWords.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -41,7 +41,7 @@ struct Q60393Drive {
   static unsigned runAvx2(Q60393Drive& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
-  bool isSilent(unsigned) const { return isZero(preEmphasis) && isZero(lastOutput); }
+  bool isSilent(unsigned) const { return preEmphasis.isZero() && lastOutput.isZero(); }
   void skip(const Settings&, unsigned) {}
 
   void eachSmoothed(const Settings& to, auto&& visit) {
@@ -53,8 +53,8 @@ struct Q60393Drive {
   SmoothedValue drive;
   SmoothedValue level;
   SmoothedValue threshold;
-  StereoLanes preEmphasis;
-  StereoLanes lastOutput;
+  StereoWords preEmphasis;
+  StereoWords lastOutput;
 };
 
 extern template class TwoKnobEffect<Q60393Drive>;

@@ -1,5 +1,5 @@
-// The curve of the tube stage, as a template over the forms of Exponential.h. Every step is single precision but for the
-// exponential itself. A source file for an instruction set includes this between the marks of core/VectorCode.h.
+// The curve of the tube stage, as a template over the forms of Exponential.h. Every step is single precision but for
+// the exponential itself. A source file for an instruction set includes this between the marks of core/VectorCode.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxEqualizer.h"
 
-#include <emmintrin.h>
-
 #include "effects/filters/EqualizerTables.h"
 #include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/KnobTables.h"
@@ -33,7 +31,8 @@ constexpr float kKeptS = 0.99993896F;
 using StereoFloats = EqualizerLaw::StereoFloats;
 
 StereoFloats limited(StereoFloats x, float limit) {
-  return _mm_max_ps(_mm_min_ps(x, _mm_set1_ps(limit)), _mm_set1_ps(-limit));
+  using R = cofu::registers::Registers128;
+  return R::maxFloats(R::minFloats(x, R::allFloats(limit)), R::allFloats(-limit));
 }
 
 float coefficient(std::int16_t entry) { return static_cast<float>(entry) * kTableScale; }

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "effects/interfaces/TwoKnobEffect.h"
+#include "registers/Registers128.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -25,7 +26,7 @@ struct EqualizerLaw {
   };
 
   /// Left and right side by side; the other two lanes stay 0.
-  using StereoFloats = float __attribute__((vector_size(16)));
+  using StereoFloats = cofu::registers::Registers128::Floats;
 
   /// The last values behind the first pole, the high shelf and the low shelf.
   struct Memory {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxTalkingModulator.h"
 
+#include "effects/filters/FormantStep.h"
 #include "effects/filters/FormantTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -38,6 +39,10 @@ void TalkingModulatorLaw::glide(const Settings& to, bool immediate) {
   for (std::size_t i = 1; i < kFormantBands; ++i) {
     frequency[i].glide(to.band[i], immediate ? kGlideImmediate : kBandGlide);
   }
+}
+
+void TalkingModulatorLaw::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  stepFormants<Registers>(*this, left, right);
 }
 
 template class TwoKnobEffect<TalkingModulatorLaw>;

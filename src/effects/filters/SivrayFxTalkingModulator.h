@@ -3,16 +3,21 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
-#include "effects/filters/FormantLanes.h"
 #include "effects/interfaces/TwoKnobEffect.h"
+#include "registers/Registers128.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
+
+inline constexpr std::size_t kFormantBands = 4;
 
 /// Models a vocal tract by four two-pole resonators side by side, whose band outputs are summed.
 struct TalkingModulatorLaw {
   static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::avx2, .sleeps = true};
+
+  using Registers = cofu::registers::Registers128;
 
   struct Settings {
     std::array<std::int32_t, kFormantBands> band{};  ///< Frequency coefficients, Q15.
@@ -24,23 +29,19 @@ struct TalkingModulatorLaw {
   void reset(const Settings&) { *this = {}; }
   bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
-  void step(const Settings&, std::int16_t& left, std::int16_t& right) {
-    const FormantLanes f =
-        FormantLanes::of({frequency[0].value(), frequency[1].value(), frequency[2].value(), frequency[3].value()});
-    left = static_cast<std::int16_t>(cofu::core::saturate(bank.step((left + right) >> 1, f)));
-    right = left;
-  }
+  void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   static bool fitsLanes(const Settings&) { return true; }
   static unsigned runAvx2(TalkingModulatorLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
-  bool isSilent(unsigned) const { return bank.band.isZero() && bank.low.isZero(); }
+  bool isSilent(unsigned) const { return Registers::isZero(band) && Registers::isZero(low); }
   void skip(const Settings&, unsigned) {}
 
   std::array<SmoothedValue, kFormantBands> frequency;
-  FormantBank<FormantLanes> bank;
+  Registers::Integers band = Registers::zero();  ///< A lane for each resonator; FormantStep.h moves them.
+  Registers::Integers low = Registers::zero();
 };
 
 extern template class TwoKnobEffect<TalkingModulatorLaw>;

@@ -27,14 +27,9 @@ std::int32_t resonanceOf(int knob) {
 
 /// 1.0 up to a very high resonance, a half at the highest.
 std::int32_t inputGainOf(std::int32_t resonance) {
-  const std::int32_t room = std::min((lanes::kFull24 - (resonance >> 7)) * 64, lanes::kFull24);
+  const std::int32_t room = std::min((TolvanFilter::kFull24 - (resonance >> 7)) * 64, TolvanFilter::kFull24);
   return ((room >> 1) + kHalf24) >> 9;
 }
-
-struct BaselineArithmetic {
-  static StereoLanes mulShift23(StereoLanes value, StereoLanes factor) { return lanes::mulShift23(value, factor); }
-  static StereoLanes limited24(StereoLanes value) { return lanes::limited24(value); }
-};
 
 }  // namespace
 
@@ -44,7 +39,7 @@ TolvanFilter::Settings TolvanFilter::settingsOf(const Knobs& knobs) {
 }
 
 void TolvanFilter::aim(const Settings& to, bool) {
-  inputGain = StereoLanes::both(to.inputGain);
+  inputGain = StereoWords::both(to.inputGain);
   const std::int64_t above = std::max(to.cutoff - kResonanceKnee, 0);
   const std::int64_t takenBack = (((above * above) >> 31) >> 7) * 3 >> 1;
   const std::int64_t d = ((kOne24 - takenBack) * (to.resonance >> 7)) >> 24;
@@ -54,7 +49,7 @@ void TolvanFilter::aim(const Settings& to, bool) {
 
 template <TolvanMode kMode>
 void TolvanLaw<kMode>::step(const Settings&, std::int16_t& left, std::int16_t& right) {
-  stepFilter<BaselineArithmetic, kMode>(*this, left, right);
+  stepFilter<cofu::registers::Registers128, kMode>(*this, left, right);
 }
 
 // Not every compiler inlines each use of these into the frames below.

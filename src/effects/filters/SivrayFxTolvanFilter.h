@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "effects/filters/FilterLanes.h"
+#include "effects/interfaces/StereoWords.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -15,20 +15,22 @@ enum class TolvanMode { kLowpass, kHighpass, kBandpass };
 /// A coefficient on a straight line across 64 samples, 23 fractional bits, never below 0.
 struct TolvanRamp {
   std::int32_t target = 0;
-  StereoLanes now;
-  StereoLanes step;
+  StereoWords now;
+  StereoWords step;
 
   /// Starts at the last target.
   void aimAt(std::int32_t newTarget) {
-    now = StereoLanes::both(target);
-    step = StereoLanes::both((newTarget - target) >> 6);
+    now = StereoWords::both(target);
+    step = StereoWords::both((newTarget - target) >> 6);
     target = newTarget;
   }
-  void advance() { now = now + step; }
 };
 
 /// What the three modes share: settings, ramps and state.
 struct TolvanFilter {
+  /// Full scale of the filter's values.
+  static constexpr std::int32_t kFull24 = 16777215;
+
   struct Settings {
     std::int32_t cutoff = 0;     ///< 31 fractional bits.
     std::int32_t resonance = 0;  ///< 31 fractional bits.
@@ -45,7 +47,7 @@ struct TolvanFilter {
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
-  bool isSilent(unsigned) const { return isZero(band) && isZero(low); }
+  bool isSilent(unsigned) const { return band.isZero() && low.isZero(); }
   /// The ramps start at their targets in the next `aim`, wherever they are now.
   void skip(const Settings&, unsigned) {}
 
@@ -53,9 +55,9 @@ struct TolvanFilter {
 
   TolvanRamp frequency;
   TolvanRamp damping;
-  StereoLanes inputGain;
-  StereoLanes band;  ///< 23 fractional bits.
-  StereoLanes low;
+  StereoWords inputGain;
+  StereoWords band;  ///< 23 fractional bits.
+  StereoWords low;
 };
 
 template <TolvanMode kMode>

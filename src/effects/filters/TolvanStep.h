@@ -1,31 +1,57 @@
-// The law of the state-variable filter, as a template over the arithmetic of an instruction set.
+// The law of the state-variable filter over the registers of an instruction set. SampleLanes.h tells where this may be
+// included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "effects/filters/SivrayFxTolvanFilter.h"
+#include "effects/interfaces/StereoLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// v * -8388606 / 2^23 for 24-bit values, as v / 2^22 - v: turns the sign and takes a little off.
-template <typename Arithmetic>
-StereoLanes leak23(StereoLanes v) {
-  return v.shiftedRight<22>() - v;
+/// (value * factor) >> 23 in 64 bits, for values within +-2^25 and factors of 0 to 2^25.
+template <typename R>
+StereoIn<R> mulShift23(StereoIn<R> value, StereoIn<R> factor) {
+  if constexpr (cofu::registers::SignedProducts<R>) {
+    return R::template shiftRightUnsigned64<23>(R::mulEven32(value.v, factor.v));
+  } else {
+    // The instruction multiplies unsigned values: 2^25 is added first, and its share of the product, a whole number,
+    // subtracted afterwards.
+    const StereoIn<R> raised = value + StereoIn<R>::both(1 << 25);
+    const StereoIn<R> product = R::template shiftRightUnsigned64<23>(R::mulEvenUnsigned32(raised.v, factor.v));
+    return product - StereoIn<R>(R::template shiftLeft32<2>(factor.v));
+  }
 }
 
-/// One sample of both channels. `Arithmetic` has the product and the limit of FilterLanes.h.
-template <typename Arithmetic, TolvanMode kMode>
+/// v * -8388606 / 2^23 for 24-bit values, as v / 2^22 - v: turns the sign and takes a little off.
+template <typename R>
+StereoIn<R> leak23(StereoIn<R> v) {
+  return v.template shiftedRight<22>() - v;
+}
+
+template <typename R>
+void advance(TolvanRamp& ramp) {
+  ramp.now = StereoIn<R>(ramp.now) + StereoIn<R>(ramp.step);
+}
+
+/// One sample of both channels. Without SSE4.1 the limits are the longest part.
+template <typename R, TolvanMode kMode>
 void stepFilter(TolvanFilter& filter, std::int16_t& left, std::int16_t& right) {
-  const StereoLanes input = (StereoLanes::of(left, right) * filter.inputGain).shiftedRight<6>();
-  const StereoLanes a = leak23<Arithmetic>(leak23<Arithmetic>(filter.band));
-  const StereoLanes b = leak23<Arithmetic>(leak23<Arithmetic>(filter.low));
-  const StereoLanes high = Arithmetic::limited24(input - Arithmetic::mulShift23(a, filter.damping.now) - b);
-  filter.band = Arithmetic::limited24(Arithmetic::mulShift23(high, filter.frequency.now) + a);
-  filter.low = Arithmetic::limited24(Arithmetic::mulShift23(filter.band, filter.frequency.now) + b);
-  const StereoLanes out =
-      kMode == TolvanMode::kLowpass ? filter.low : (kMode == TolvanMode::kHighpass ? high : filter.band);
-  out.shiftedRight<9>().storeSaturated(left, right);
-  filter.damping.advance();
-  filter.frequency.advance();
+  using Lanes = StereoIn<R>;
+  constexpr std::int32_t kFull = TolvanFilter::kFull24;
+  const Lanes damping = filter.damping.now;
+  const Lanes frequency = filter.frequency.now;
+  const Lanes input = (Lanes::of(left, right) * Lanes(filter.inputGain)).template shiftedRight<6>();
+  const Lanes a = leak23(leak23(Lanes(filter.band)));
+  const Lanes b = leak23(leak23(Lanes(filter.low)));
+  const Lanes high = limited(input - mulShift23(a, damping) - b, kFull);
+  const Lanes band = limited(mulShift23(high, frequency) + a, kFull);
+  const Lanes low = limited(mulShift23(band, frequency) + b, kFull);
+  filter.band = band;
+  filter.low = low;
+  const Lanes out = kMode == TolvanMode::kLowpass ? low : (kMode == TolvanMode::kHighpass ? high : band);
+  out.template shiftedRight<9>().storeSaturated(left, right);
+  advance<R>(filter.damping);
+  advance<R>(filter.frequency);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/BasicEffect.h"
 
-#include <emmintrin.h>
-
 #include <algorithm>
+
+#include "registers/Registers128.h"
 
 namespace tesh::vimo {
 
@@ -16,14 +16,14 @@ void convert(const std::int16_t* from, float* to, unsigned count) {
 
 /// As int16FromFloat, eight samples at a time: the compiler does not turn its comparisons into minimum and maximum.
 void convert(const float* from, std::int16_t* to, unsigned count) {
+  using R = cofu::registers::Registers128;
   const auto wholeOf = [](const float* samples) {
-    const __m128 limited = _mm_max_ps(_mm_min_ps(_mm_loadu_ps(samples), _mm_set1_ps(1.0F)), _mm_set1_ps(-1.0F));
-    return _mm_cvttps_epi32(_mm_mul_ps(limited, _mm_set1_ps(32767.0F)));
+    const R::Floats notAbove = R::minFloats(R::loadFloats(samples), R::allFloats(1.0F));
+    return R::truncated(R::maxFloats(notAbove, R::allFloats(-1.0F)) * R::allFloats(32767.0F));
   };
   unsigned i = 0;
   for (; i + 8 <= count; i += 8) {
-    const __m128i eight = _mm_packs_epi32(wholeOf(from + i), wholeOf(from + i + 4));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i), eight);
+    R::store(to + i, R::packed32(wholeOf(from + i), wholeOf(from + i + 4)));
   }
   std::transform(from + i, from + count, to + i, int16FromFloat);
 }

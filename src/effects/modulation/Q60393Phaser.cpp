@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/Q60393Phaser.h"
 
+#include <algorithm>
+
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/StereoLanes.h"
 #include "effects/modulation/LfoTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -26,10 +29,10 @@ constexpr std::int32_t kResonance = cofu::core::mul15(convexTable[40], 32440);
 constexpr std::int32_t kWet = linearTable[64];
 
 /// The coefficient needs no limit: kManual less a depth of 0 to 16101 stays within 0 .. 32767.
-StereoLanes coefficientAt(StereoLanes phase, std::int32_t depth) {
-  const StereoLanes triangle = withSign(phase, signOf(phase)).shiftedRightUnsigned<16>();
-  const StereoLanes held = triangle - triangle.shiftedRight<15>();
-  return StereoLanes::both(kManual) - mul15(StereoLanes::both(depth), held);
+Stereo128 coefficientAt(Stereo128 phase, std::int32_t depth) {
+  const Stereo128 triangle = magnitude(phase).shiftedRightUnsigned<16>();
+  const Stereo128 held = triangle - triangle.shiftedRight<15>();
+  return Stereo128::both(kManual) - mul15(Stereo128::both(depth), held);
 }
 
 }  // namespace
@@ -40,28 +43,32 @@ Q60393Phaser::Settings Q60393Phaser::settingsOf(const Knobs& knobs) {
 }
 
 void Q60393Phaser::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  phase = phase + StereoLanes::both(to.lfoStep);
-  const StereoLanes a = coefficientAt(phase, depth.value());
-  const StereoLanes x = StereoLanes::both((left + right) >> 1);
+  const Stereo128 moved = Stereo128(phase) + Stereo128::both(to.lfoStep);
+  phase = moved;
+  const Stereo128 a = coefficientAt(moved, depth.value());
+  const Stereo128 x = Stereo128::both((left + right) >> 1);
   auto& s = stages;
-  const std::array<StereoLanes, 5> old{leakTwice(s[0]), leakTwice(s[1]), leakTwice(s[2]), leakTwice(s[3]),
-                                       leakTwice(s[4])};
-  const auto allPass = [&](std::size_t j) { return (mul15(a, old[j]) - mul15(s[j - 1], a) + old[j - 1]).saturated(); };
-  s[0] = (x + leak(mul15(StereoLanes::both(kResonance), s[2]))).saturated();
+  const auto stage = [&s](std::size_t j) { return Stereo128(s[j]); };
+  const std::array<Stereo128, 5> old{leakTwice(stage(0)), leakTwice(stage(1)), leakTwice(stage(2)), leakTwice(stage(3)),
+                                     leakTwice(stage(4))};
+  const auto allPass = [&](std::size_t j) {
+    return (mul15(a, old[j]) - mul15(stage(j - 1), a) + old[j - 1]).saturated();
+  };
+  s[0] = (x + leak(mul15(Stereo128::both(kResonance), stage(2)))).saturated();
   s[1] = allPass(1);
   s[2] = leakTwice(leakTwice(allPass(2)));
   s[3] = allPass(3);
   s[4] = allPass(4);
-  const StereoLanes out = mul15(s[4], StereoLanes::both(kWet)) + mul15(StereoLanes::both(kFullScale - kWet), x);
+  const Stereo128 out = mul15(stage(4), Stereo128::both(kWet)) + mul15(Stereo128::both(kFullScale - kWet), x);
   out.storeSaturated(left, right);
 }
 
 bool Q60393Phaser::isSilent(unsigned) const {
-  return std::all_of(stages.begin(), stages.end(), [](StereoLanes stage) { return isZero(stage); });
+  return std::all_of(stages.begin(), stages.end(), [](StereoWords stage) { return stage.isZero(); });
 }
 
 void Q60393Phaser::skip(const Settings& to, unsigned count) {
-  phase = phase + StereoLanes::both(cofu::core::wrapMul(to.lfoStep, static_cast<std::int32_t>(count)));
+  phase = Stereo128(phase) + Stereo128::both(cofu::core::wrapMul(to.lfoStep, static_cast<std::int32_t>(count)));
 }
 
 template class TwoKnobEffect<Q60393Phaser>;

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "effects/interfaces/StereoLanes.h"
+#include "effects/interfaces/StereoWords.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 #include "effects/modulation/TriangleLfo.h"
 
@@ -23,7 +23,7 @@ struct Q60393Phaser {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) {
-    phase = StereoLanes::of(0, kRightPhaseLead);
+    phase = StereoWords::of(0, kRightPhaseLead);
     stages = {};
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
@@ -35,8 +35,8 @@ struct Q60393Phaser {
   void eachSmoothed(const Settings& to, auto&& visit) { visit(depth, to.depth); }
 
   SmoothedValue depth;
-  StereoLanes phase;
-  std::array<StereoLanes, 5> stages{};  ///< The input of the first all-pass and the outputs of all four.
+  StereoWords phase;
+  std::array<StereoWords, 5> stages{};  ///< The input of the first all-pass and the outputs of all four.
 };
 
 extern template class TwoKnobEffect<Q60393Phaser>;
