@@ -175,6 +175,7 @@ void BWPluginEditView::openParameterList(std::uint64_t index, const std::vector<
   list->setListener(this);
   list->setFontProvider(*viewModel);
   list->setItems(names);
+  list->setTellsMarkedRow(true);
   list->selectRow(static_cast<int>(quantizer.valueToState(valueOf(*control, quantizer), stepCount(index))));
   openList = list;
   openListControl = control;

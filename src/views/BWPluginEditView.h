@@ -62,7 +62,7 @@ class BWPluginEditView : public juce::Component,
   void openSettings();
   /// The pop-up shown last; it may be closed. Null before the first.
   const std::shared_ptr<BWPopupView>& lastPopup() const { return popup; }
-  BWPluginProgramSelectorView& programBar() { return *programSelector; }
+  BWPluginProgramSelectorView& programBar() const { return *programSelector; }
 
   void controlValueChanged(IBWControl& control) override;
   void controlGestureBegan(IBWControl& control) override;

@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <utility>
 
+#include "views/BWProgramListSaveAsView.h"
 #include "views/BWProgramListView.h"
 #include "widgets/Text.h"
 
@@ -77,6 +79,28 @@ void BWPluginProgramSelectorView::controlGestureBegan(IBWControl& control) {
   } else if (&control == &nextButton) {
     viewModel->selectNextProgram();
   }
+}
+
+std::function<void(BWPluginProgramSelectorView&)> BWPluginProgramSelectorView::listContinuation() const {
+  const auto pages = listStack();
+  const auto* const list = pages == nullptr ? nullptr : dynamic_cast<BWProgramListView*>(pages->getFirstPage());
+  if (list == nullptr) {
+    return {};
+  }
+  std::optional<juce::String> name;
+  if (auto* const page = dynamic_cast<BWProgramListSaveAsView*>(pages->getTopPage())) {
+    name = page->nameEditor().getText();
+  }
+  return [bank = list->getShownBank(), name](BWPluginProgramSelectorView& bar) {
+    bar.openList();
+    const auto newPages = bar.listStack();
+    auto& newList = dynamic_cast<BWProgramListView&>(*newPages->getFirstPage());
+    newList.showBank(bank);
+    if (name) {
+      newList.openSaveAs();
+      dynamic_cast<BWProgramListSaveAsView&>(*newPages->getTopPage()).nameEditor().setText(*name);
+    }
+  };
 }
 
 void BWPluginProgramSelectorView::openList() {

@@ -46,6 +46,8 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
   void openList();
   /// The pages of the list that is open; null if none is.
   std::shared_ptr<BWStackingView> listStack() const { return stack.lock(); }
+  /// What another program bar does to show the list as it is open here; empty if none is.
+  std::function<void(BWPluginProgramSelectorView&)> listContinuation() const;
 
   void controlGestureBegan(IBWControl& control) override;
 

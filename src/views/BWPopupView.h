@@ -41,6 +41,8 @@ class BWPopupView : public juce::Component, public IBWControlListener, public ju
   /// Takes the pop-up off the editor and lets its content go.
   void close();
   bool isClosed() const { return closed; }
+  /// Null once the pop-up is closed.
+  juce::Component* getContent() const { return content.get(); }
 
   void controlGestureBegan(IBWControl& control) override;
   using juce::Component::keyPressed;

@@ -159,6 +159,7 @@ BWProgramListView::Tab BWProgramListView::makeTab(const std::string& bank) {
                               : fontNamed(*fontProvider, "Open Sans Regular", kBankFontHeight));
   header->addAndMakeVisible(*tab.title);
   tab.list->setListener(this);
+  tab.list->setTellsMarkedRow(true);
   tab.list->setListTitle(getBankTitle(bank));
   addAndMakeVisible(*tab.list);
   return tab;
@@ -252,6 +253,14 @@ void BWProgramListView::controlGestureBegan(IBWControl& control) {
   }
 }
 
+void BWProgramListView::showBank(const std::string& bank) {
+  const auto found = std::find_if(tabs.begin(), tabs.end(), [&bank](const Tab& tab) { return tab.bank == bank; });
+  if (found != tabs.end()) {
+    tabGroup->setState(static_cast<std::uint64_t>(found - tabs.begin()));
+    tabGroup->notifyChanged();
+  }
+}
+
 void BWProgramListView::openSaveAs() {
   if (BWStackingView* const stack = getStackingView()) {
     stack->pushPage(std::make_shared<BWProgramListSaveAsView>(programList, *fontProvider, refreshLater()));
@@ -291,12 +300,7 @@ std::weak_ptr<IProgramListViewModelListener> BWProgramListView::getWeakSelf() {
 
 void BWProgramListView::onProgramSaved(IProgramListViewModel& /*model*/, const std::uint64_t* /*programIds*/,
                                        std::uint64_t /*count*/, const std::string& bankName) {
-  const auto found =
-      std::find_if(tabs.begin(), tabs.end(), [&bankName](const Tab& tab) { return tab.bank == bankName; });
-  if (found != tabs.end()) {
-    tabGroup->setState(static_cast<std::uint64_t>(found - tabs.begin()));
-    tabGroup->notifyChanged();
-  }
+  showBank(bankName);
 }
 
 void BWProgramListView::onProgramDeleted(IProgramListViewModel& /*model*/, const std::uint64_t* /*programIds*/,

@@ -45,6 +45,9 @@ class BWProgramListView : public BWStackingPageView,
   virtual juce::Image getBankIconOn(const std::string& bank) const;
   virtual std::shared_ptr<juce::Component> makeHeader() const;
 
+  /// Turns to the tab of a bank; one without a tab is ignored.
+  void showBank(const std::string& bank);
+  const std::string& getShownBank() const { return shownBank; }
   /// Shows the page that asks for a name.
   void openSaveAs();
   /// Asks before it deletes row `row` of the user's programs.

@@ -83,13 +83,13 @@ std::shared_ptr<BWLabel> BWSampleSelectorView::addLabel(const char* text) {
 std::shared_ptr<BWSimpleListView> BWSampleSelectorView::addList(const char* title) {
   auto list = std::make_shared<BWSimpleListView>();
   list->setListTitle(title);
+  list->setTellsMarkedRow(true);
   list->setFontProvider(*fontProvider);
   list->setListener(this);
   addAndMakeVisible(*list);
   return list;
 }
 
-/// Selects the category, fills the list of samples, and selects the part's sample if it is among them.
 void BWSampleSelectorView::showCategory(std::int64_t newCategory) {
   category = newCategory;
   categoryList->selectRow(static_cast<int>(category));

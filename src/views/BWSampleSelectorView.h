@@ -26,6 +26,10 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
   void setFontProvider(std::shared_ptr<IBramelFontProvider> provider);
   /// Shows a part and its sample. Call it after both models are set.
   void setPart(std::uint64_t newPart);
+  std::uint64_t shownPart() const { return part; }
+  /// Shows a category, -1 for none, with the part's sample selected if that is in it.
+  void showCategory(std::int64_t newCategory);
+  std::int64_t shownCategory() const { return category; }
 
   void controlValueChanged(IBWControl& control) override;
   void listRowSelected(BWSimpleListView& list, int row) override;
@@ -36,7 +40,6 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
   void buildTabs();
   std::shared_ptr<BWLabel> addLabel(const char* text);
   std::shared_ptr<BWSimpleListView> addList(const char* title);
-  void showCategory(std::int64_t newCategory);
   void layOut();
 
   std::shared_ptr<ISampleSelectorViewModel> selector;

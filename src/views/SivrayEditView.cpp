@@ -246,6 +246,36 @@ void SivrayEditView::openSampleSelector(std::uint64_t part) {
   showPopup(std::move(newPopup));
 }
 
+Continuation SivrayEditView::continuation() const {
+  return [page = selectedPage, reopen = popupContinuation()](juce::Component& newView) {
+    auto& view = dynamic_cast<SivrayEditView&>(newView);
+    view.selectPage(page);
+    if (reopen) {
+      reopen(view);
+    }
+  };
+}
+
+std::function<void(SivrayEditView&)> SivrayEditView::popupContinuation() const {
+  if (const auto reopenList = programBar().listContinuation()) {
+    return [reopenList](SivrayEditView& view) { reopenList(view.programBar()); };
+  }
+  juce::Component* const content = lastPopup() == nullptr ? nullptr : lastPopup()->getContent();
+  if (const auto* const browser = dynamic_cast<BWSampleSelectorView*>(content)) {
+    return [part = browser->shownPart(), category = browser->shownCategory()](SivrayEditView& view) {
+      view.openSampleSelector(part);
+      dynamic_cast<BWSampleSelectorView&>(*view.lastPopup()->getContent()).showCategory(category);
+    };
+  }
+  if (dynamic_cast<BWSimpleListView*>(content) != nullptr) {
+    return &SivrayEditView::openEffectList;
+  }
+  if (content == nullptr) {
+    return {};
+  }
+  return &SivrayEditView::openSettings;
+}
+
 // From the model.
 
 void SivrayEditView::onParameterUpdated(std::uint64_t index) {

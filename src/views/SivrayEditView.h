@@ -6,12 +6,14 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
 #include "viewmodels/ISivrayEditViewModel.h"
 #include "views/BWPluginEditView.h"
 #include "views/BWVirtualDrumPadGroup.h"
+#include "views/IContinuedView.h"
 #include "views/PanelBuilder.h"
 #include "views/PanelTable.h"
 #include "widgets/BWToggleButton.h"
@@ -20,8 +22,8 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Opens on its first page each time. Message thread only.
-class SivrayEditView : public BWPluginEditView {
+/// Opens on its first page each time, unless it continues another one. Message thread only.
+class SivrayEditView : public BWPluginEditView, public IContinuedView {
  public:
   SivrayEditView();
   ~SivrayEditView() override;
@@ -40,6 +42,8 @@ class SivrayEditView : public BWPluginEditView {
   void openSampleSelector(std::uint64_t part);
   void openEffectList();
 
+  Continuation continuation() const override;
+
  private:
   void createPages();
   void createPageButtons();
@@ -52,6 +56,7 @@ class SivrayEditView : public BWPluginEditView {
                                             const char* on);
   std::unique_ptr<PanelText> addText(juce::Rectangle<int> bounds, std::uint32_t colour);
   void addControl(juce::Component& parent, std::size_t macro, panel::ControlKind kind, juce::Rectangle<int> bounds);
+  std::function<void(SivrayEditView&)> popupContinuation() const;
   void updatePageVisibility();
   void updateEffect();
 

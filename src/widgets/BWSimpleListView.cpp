@@ -170,7 +170,7 @@ void BWSimpleListView::selectedRowsChanged(int lastRow) {
 void BWSimpleListView::listBoxItemClicked(int row, const juce::MouseEvent& event) {
   const bool isTold = std::exchange(toldRow, -1) == row;
   const bool isPlainClick = event.mods.isLeftButtonDown() && event.getNumberOfClicks() == 1;
-  if (!isTold && row == selectedRow && isPlainClick && listener != nullptr) {
+  if (tellsMarkedRow && !isTold && row == selectedRow && isPlainClick && listener != nullptr) {
     listener->listRowSelected(*this, row);
   }
   if (listener != nullptr) {

@@ -34,6 +34,9 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
 
   /// Selects the row alone and scrolls it into view; -1 selects nothing. Notifies nobody.
   void selectRow(int row);
+  /// Whether a click tells also the row that is marked already: for a list that does not follow what it shows. Off at
+  /// first.
+  void setTellsMarkedRow(bool tells) { tellsMarkedRow = tells; }
   void scrollToTop() { box.setVerticalPosition(0.0); }
   int getSelectedRow() const { return selectedRow; }
   /// The list's name for a screen reader.
@@ -77,6 +80,7 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
   juce::ScrollBar scrollBar{true};
   TypeAhead typeAhead;
   bool muted = false;
+  bool tellsMarkedRow = false;
   int selectedRow = -1;
   int toldRow = -1;        ///< That the click under way has told the listener.
   int rowUnderMouse = -1;  ///< -1 for none.

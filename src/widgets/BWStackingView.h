@@ -23,6 +23,8 @@ class BWStackingView : public BWView {
   void popPage();
   /// Null if there is none.
   BWStackingPageView* getTopPage() const { return topPage.get(); }
+  /// The page that all others cover; null if there is none.
+  BWStackingPageView* getFirstPage() const { return pages.empty() ? nullptr : pages.front().get(); }
 
   /// Places the page and its bars anew; a page calls it when its bars change.
   void layOut();

@@ -17,7 +17,7 @@ class IBWSimpleListViewListener {
  public:
   virtual ~IBWSimpleListViewListener() = default;
 
-  /// By the user's hand or keys; -1 when nothing is left selected. A click tells also the row that is selected already.
+  /// By the user's hand or keys; -1 when nothing is left selected.
   virtual void listRowSelected(BWSimpleListView& list, int row) = 0;
   /// By any mouse button; the row is selected already.
   virtual void listRowClicked(BWSimpleListView& /*list*/, int /*row*/, const juce::MouseEvent& /*event*/) {}

@@ -4,6 +4,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 
@@ -58,17 +59,19 @@ class Screen {
   }
 
   /// The edge of a rounded clip may be rounded otherwise in a part than in the whole.
-  static bool isAlike(juce::Colour a, juce::Colour b) {
+  static bool isAlike(const std::uint8_t* a, const std::uint8_t* b) {
     constexpr int kRounding = 4;
-    return std::abs(a.getRed() - b.getRed()) <= kRounding && std::abs(a.getGreen() - b.getGreen()) <= kRounding &&
-           std::abs(a.getBlue() - b.getBlue()) <= kRounding;
+    return std::abs(a[0] - b[0]) <= kRounding && std::abs(a[1] - b[1]) <= kRounding &&
+           std::abs(a[2] - b[2]) <= kRounding;
   }
 
   int differences(const juce::Image& whole) const {
+    const juce::Image::BitmapData shown(picture, juce::Image::BitmapData::readOnly);
+    const juce::Image::BitmapData wanted(whole, juce::Image::BitmapData::readOnly);
     int count = 0;
-    for (int y = 0; y < whole.getHeight(); ++y) {
-      for (int x = 0; x < whole.getWidth(); ++x) {
-        count += isAlike(picture.getPixelAt(x, y), whole.getPixelAt(x, y)) ? 0 : 1;
+    for (int y = 0; y < shown.height; ++y) {
+      for (int x = 0; x < shown.width; ++x) {
+        count += isAlike(shown.getPixelPointer(x, y), wanted.getPixelPointer(x, y)) ? 0 : 1;
       }
     }
     return count;

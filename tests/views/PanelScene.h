@@ -45,6 +45,18 @@ class Panel : public testing::Test {
     host->log.clear();
   }
 
+  /// Puts a new panel with the larger pictures in the place of the old one, as a change of scale does.
+  void remake() {
+    const Continuation asBefore = continuationOf(component.get());
+    slot.removeChildComponent(component.get());
+    component.reset();
+    const auto parts = plugin::sivray::SivrayEditorProvider().createEditor(instrument, 2);
+    owner = *valueIn<std::shared_ptr<IPluginEditViewModelOwner>>(parts.viewModel);
+    component = *valueIn<std::shared_ptr<juce::Component>>(parts.view);
+    slot.addAndMakeVisible(*component);
+    asBefore(*component);
+  }
+
   SivrayEditView& view() { return dynamic_cast<SivrayEditView&>(*component); }
   Hand hand() { return Hand(slot); }
 

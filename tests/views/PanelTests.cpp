@@ -1,9 +1,19 @@
 // What a hand does on the panel, and what the host and the engine hear of it; what the engine does, and what the panel
 // shows of it.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "views/BWPluginSettingsView.h"
+#include "views/BWProgramListSaveAsView.h"
+#include "views/BWProgramListView.h"
+#include "views/BWSampleSelectorView.h"
 #include "views/PanelScene.h"
 #include "widgets/BWImageKnob.h"
 #include "widgets/BWSimpleListView.h"
+#include "widgets/BWStackingView.h"
 #include "widgets/BWTrackingView.h"
 
 namespace views {
@@ -201,6 +211,50 @@ TEST_F(Panel, ShowsATooltipForAMoveByHandWhichLetsClicksThrough) {
   EXPECT_NE(view().getComponentAt(knob), nullptr);
 }
 
+TEST_F(Panel, KeepsATooltipForASecondAfterItsLastMove) {
+  const auto knob = middleOf(kPitch);
+  const auto wait = [](int milliseconds) { juce::MessageManager::getInstance()->runDispatchLoopUntil(milliseconds); };
+  const auto move = [&](int pixels) { hand().press(knob.x, knob.y).drag(knob.x, knob.y - pixels).release(); };
+  move(10);
+  const juce::String before = tooltip();
+  EXPECT_NE(before, "");
+  wait(600);
+  move(-40);
+  EXPECT_NE(tooltip(), before) << "it follows";
+  wait(700);
+  EXPECT_NE(tooltip(), "") << "the first second is over, the last one is not";
+  wait(600);
+  EXPECT_EQ(tooltip(), "");
+  move(5);
+  EXPECT_NE(tooltip(), "") << "it comes again";
+}
+
+#ifndef _WIN32
+TEST_F(Panel, OpensTheGuidesPagesInTheBrowser) {
+  const std::filesystem::path bin = folder.pathOf("bin");
+  const std::filesystem::path opened = folder.pathOf("opened");
+  std::filesystem::create_directories(bin);
+  std::ofstream(bin / "xdg-open") << "#!/bin/sh\nprintf %s \"$1\" > '" << opened.string() << ".new' && mv '"
+                                  << opened.string() << ".new' '" << opened.string() << "'\n";
+  std::filesystem::permissions(bin / "xdg-open", std::filesystem::perms::owner_all);
+  const std::string path = std::getenv("PATH");
+  ::setenv("PATH", (bin.string() + ":" + path).c_str(), 1);
+  view().openSettings();
+  for (const auto& [button, page] : {std::pair("Product Page", "SivrayManual/manual.html"),
+                                     std::pair("Acknowledgements", "SivrayManual/acknowledgements.html")}) {
+    clickOn(*named(slot, button));
+    for (int i = 0; i < 500 && !std::filesystem::exists(opened); ++i) {
+      juce::Thread::sleep(10);
+    }
+    std::string address;
+    std::getline(std::ifstream(opened) >> std::ws, address);
+    EXPECT_TRUE(address.starts_with("file:///") && address.ends_with(page)) << address;
+    std::filesystem::remove(opened);
+  }
+  ::setenv("PATH", path.c_str(), 1);
+}
+#endif
+
 TEST_F(Panel, OpensTheGuideFromBothZonesAndClosesItWithItsButton) {
   for (const juce::Point<int> zone : {juce::Point<int>(40, 30), juce::Point<int>(700, 30)}) {
     hand().click(zone.x, zone.y);
@@ -210,6 +264,38 @@ TEST_F(Panel, OpensTheGuideFromBothZonesAndClosesItWithItsButton) {
     clickOn(*close);
     EXPECT_EQ(slot.getNumChildComponents(), 1);
   }
+}
+
+TEST_F(Panel, ShowsTheSamePageAndPopupInAnotherScale) {
+  const auto openEach = [this](const std::function<void()>& open) {
+    open();
+    view().selectPage(1);
+    remake();
+    EXPECT_TRUE(view().getControl(kPunch)->getParentComponent()->isVisible());
+  };
+  openEach([] {});
+  EXPECT_EQ(slot.getNumChildComponents(), 1);
+  EXPECT_EQ(findIn<juce::ImageComponent>(view())->getImage().getWidth(), 2 * 768);
+  openEach([this] { view().openEffectList(); });
+  EXPECT_NE(topPopup<BWSimpleListView>(), nullptr);
+  openEach([this] { view().openSettings(); });
+  EXPECT_NE(topPopup<BWPluginSettingsView>(), nullptr);
+  openEach([this] {
+    view().openSampleSelector(5);
+    topPopup<BWSampleSelectorView>()->showCategory(3);
+  });
+  EXPECT_EQ(topPopup<BWSampleSelectorView>()->shownPart(), 5U);
+  EXPECT_EQ(topPopup<BWSampleSelectorView>()->shownCategory(), 3);
+  hand().click(5, 5);
+  openEach([this] {
+    view().programBar().openList();
+    topPopup<BWProgramListView>()->showBank("User");
+    topPopup<BWProgramListView>()->openSaveAs();
+    topPopup<BWProgramListSaveAsView>()->nameEditor().setText("half a na");
+  });
+  EXPECT_EQ(topPopup<BWProgramListSaveAsView>()->nameEditor().getText(), "half a na");
+  view().programBar().listStack()->popPage();
+  EXPECT_EQ(topPopup<BWProgramListView>()->getShownBank(), "User");
 }
 
 TEST_F(Panel, SurvivesItsEndWithAPopupOpenAndATooltipUp) {

@@ -84,6 +84,25 @@ TEST_F(ProgramPanel, SavesUnderANameIntoTheUserBankShowsItAndDeletesIt) {
   EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), 0U);
 }
 
+TEST_F(ProgramPanel, HasATabForASecondFactoryBankThatIsNotEmpty) {
+  instrument->saveProgramAs(1, "extra");
+  run();
+  EXPECT_EQ(owner->getProgramListViewModel()->getCurrentBank(), "Factory2");
+  BWProgramListView& list = openList();
+  EXPECT_EQ(list.getShownBank(), "Factory2") << "the current program's bank is in front";
+  const juce::Component& middle = *named(list, "Factory 2");
+  EXPECT_EQ(middle.getBounds(), juce::Rectangle<int>(93, 1, 93, 30));
+  EXPECT_EQ(middle.getBounds().withX(186), named(list, "User")->getBounds());
+  choose("Factory");
+  hand().click(205 + 50, 12 + 40 + 44 + 28 + 10);
+  EXPECT_EQ(program(), "2 second");
+  choose("Factory 2");
+  hand().click(205 + 50, 12 + 40 + 44 + 10);
+  EXPECT_EQ(program(), "1 extra");
+  EXPECT_FALSE(shows("Import")) << "only the user's bank takes files";
+  EXPECT_FALSE(shows("Save"));
+}
+
 TEST_F(ProgramPanel, FollowsItsBanksWhenItIsOpenedOverAnOpenOne) {
   owner->getProgramListViewModel()->selectProgram(0, "Factory");
   openList();

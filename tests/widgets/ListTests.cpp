@@ -57,13 +57,15 @@ TEST_F(SimpleList, AHandSelectsAndTells) {
   EXPECT_EQ(log.lines.back(), "right click 2");
 }
 
-TEST_F(SimpleList, AClickTellsTheSelectedRowAgainButNotASecondTime) {
+TEST_F(SimpleList, AClickTellsTheMarkedRowIfItIsToButNotADoubleClickTwice) {
   list.selectRow(1);
   const auto told = [this](int clicks) {
     log.lines.clear();
     Hand(list).press(50, 30, clicks).release();
     return log.lines;
   };
+  EXPECT_THAT(told(1), ElementsAre("click 1"));
+  list.setTellsMarkedRow(true);
   EXPECT_THAT(told(1), ElementsAre("selected 1", "click 1"));
   EXPECT_THAT(told(2), ElementsAre("click 1")) << "the second half of a double click";
   Hand(list).click(50, 2);

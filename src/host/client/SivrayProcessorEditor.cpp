@@ -5,6 +5,7 @@
 #include "core/Boxed.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/WindowKeys.h"
+#include "views/IContinuedView.h"
 #ifdef __linux__
 #include "host/editor/X11Connection.h"
 #endif
@@ -45,12 +46,14 @@ void SivrayProcessorEditor::showPanel(int imageScale) {
     slotView.setVisible(view != nullptr);
     return;
   }
+  const Continuation asBefore = continuationOf(view.get());
   hidePanel();
   const auto box = owner.panel()->createView(imageScale);
   if (const auto* const made = cofu::core::boxed::valueIn<std::shared_ptr<juce::Component>>(box)) {
     view = *made;
     shownImageScale = imageScale;
     slotView.addAndMakeVisible(*view);
+    asBefore(*view);
   }
   slotView.setVisible(view != nullptr);
 }

@@ -8,6 +8,7 @@
 #include "host/editor/EditorKeys.h"
 #include "host/editor/EditorWindow.h"
 #include "host/editor/MessageThread.h"
+#include "views/IContinuedView.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -44,7 +45,9 @@ struct EditorSession::Shown {
     void* const wanted = wantedWindow;
     const float scale = wantedScale;
     const int imageScale = imageScaleFor(scale);
+    Continuation asBefore;
     if (window != nullptr && (wanted != hostWindow || imageScale != shownImageScale)) {
+      asBefore = continuationOf(wanted == hostWindow ? &window->panel() : nullptr);
       window.reset();
       editor.closeView();
     }
@@ -52,6 +55,9 @@ struct EditorSession::Shown {
       window->setScale(scale);
     } else if (wanted != nullptr) {
       open(wanted, scale, imageScale);
+      if (window != nullptr && asBefore) {
+        asBefore(window->panel());
+      }
     } else if (hasEntered.exchange(false)) {
       thread->leave();
     }

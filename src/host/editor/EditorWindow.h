@@ -21,6 +21,7 @@ class EditorWindow final : public juce::Component {
   ~EditorWindow() override;
 
   void setScale(float scale);
+  juce::Component& panel() const { return *view; }
 
   std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 
