@@ -5,9 +5,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/ProcessBlock.h"
 #include "core/RealTime.h"
@@ -31,6 +33,13 @@ struct GeneratorParameterInfo {
   float maximum = 1.0F;
   float value = 0.5F;   ///< The present value.
   float step = 0.001F;  ///< From one integer of the parameter to the next.
+};
+
+/// A generator's state in two parts that follow one another.
+struct EngineSnapshot {
+  std::vector<std::uint8_t> changing;      ///< A copy of what the next block may change.
+  std::span<const std::uint8_t> constant;  ///< Never changes.
+  std::shared_ptr<const void> held;        ///< Keeps `constant` in memory.
 };
 
 /// A sound generator. Of `process`, `activate`, `deactivate`, `getState` and `setState` only one may run at a time;
@@ -91,6 +100,11 @@ class Generator {
   /// All settings as bytes, valid until the next `getState`. `setState` ignores bytes that it does not understand.
   virtual std::span<const std::uint8_t> getState() = 0;
   virtual void setState(std::span<const std::uint8_t> bytes) = 0;
+  /// The bytes of `getState`, taken fast enough for a block to wait for it.
+  virtual EngineSnapshot snapshot() {
+    const std::span<const std::uint8_t> bytes = getState();
+    return {{bytes.begin(), bytes.end()}, {}, nullptr};
+  }
 
   /// The engine's own programs, numbered from 0. Numbers out of range are ignored or give an empty name.
   virtual int currentProgram() const = 0;

@@ -93,11 +93,17 @@ void ProgramBank::apply(const ProgramBankRecord& record) {
 }
 
 std::span<const std::uint8_t> ProgramBank::getChunk() {
-  capture(head.editBuffer);
-  exported.resize(sizeof(ProgramBankImage));
-  std::memcpy(exported.data(), &head, sizeof(head));
-  std::memcpy(exported.data() + sizeof(head), programs.get(), sizeof(*programs));
+  const vimo::EngineSnapshot taken = snapshot();
+  exported = taken.changing;
+  exported.insert(exported.end(), taken.constant.begin(), taken.constant.end());
   return exported;
+}
+
+vimo::EngineSnapshot ProgramBank::snapshot() {
+  capture(head.editBuffer);
+  const auto* const first = reinterpret_cast<const std::uint8_t*>(&head);
+  const auto* const rest = reinterpret_cast<const std::uint8_t*>(programs.get());
+  return {{first, first + sizeof(head)}, {rest, sizeof(*programs)}, programs};
 }
 
 void ProgramBank::setChunk(std::span<const std::uint8_t> bytes) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/RealTime.h"
+#include "engine/Generator.h"
 #include "parameters/IParameter.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -63,6 +64,9 @@ class ProgramBank {
 
   /// Captures the live values into the edit buffer and returns the chunk, valid until the next call.
   std::span<const std::uint8_t> getChunk();
+
+  /// The same bytes. Copies the edit buffer alone: programs are never changed in place.
+  vimo::EngineSnapshot snapshot();
 
   /// Reads a chunk of the present or the older format and applies its edit buffer. A chunk of an unknown version is not
   /// read, but the present edit buffer is applied again. A chunk too short for its format is ignored.

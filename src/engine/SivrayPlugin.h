@@ -46,6 +46,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
   void activate() override;
   void deactivate() override;
   std::span<const std::uint8_t> getState() override { return synth.engine().bank().getChunk(); }
+  vimo::EngineSnapshot snapshot() override { return synth.engine().bank().snapshot(); }
   void setState(std::span<const std::uint8_t> bytes) override { synth.engine().bank().setChunk(bytes); }
   int currentProgram() const override { return synth.engine().bank().getProgram(); }
   int programCount() const override { return static_cast<int>(kPrograms); }

@@ -141,9 +141,20 @@ void Controller::readMacroSection(std::span<const std::uint8_t> section) {
   }
 }
 
-void Controller::writeChunk(std::vector<std::uint8_t>& out) {
+void Controller::writeChunk(std::vector<std::uint8_t>& out) { writeChunk(takeValues(), out); }
+
+ChunkValues Controller::takeValues() {
+  shelf.fit(Bank::factory);
+  ChunkValues values{{}, selectedName, selectedComment, selectedTime, shelf.selection()};
+  values.entries.reserve(macros.size());
+  for (const auto& macro : macros) {
+    values.entries.push_back({macro->storedValue, macro->objectValue});
+  }
+  return values;
+}
+
+void Controller::writeChunk(const ChunkValues& values, std::vector<std::uint8_t>& out) const {
   const auto list = macroSection();
-  const ProgramSelection selected = shelf.selection();
   const auto count = static_cast<std::uint32_t>(macros.size());
   ByteWriter writer(out);
   writer.word(kVersionWithObjects);
@@ -153,19 +164,19 @@ void Controller::writeChunk(std::vector<std::uint8_t>& out) {
   writer.word(4);
   writer.word(static_cast<std::uint32_t>(kObjectValueBytes) * count);
   writer.word(0);
-  writer.word(static_cast<std::uint32_t>(selectedName.size()));
-  writer.word(static_cast<std::uint32_t>(selectedComment.size()));
-  writer.word(selectedTime);
-  writer.word(static_cast<std::uint32_t>(selected.program));
-  writer.word(static_cast<std::uint32_t>(selected.bank));
+  writer.word(static_cast<std::uint32_t>(values.name.size()));
+  writer.word(static_cast<std::uint32_t>(values.comment.size()));
+  writer.word(values.time);
+  writer.word(static_cast<std::uint32_t>(values.selection.program));
+  writer.word(static_cast<std::uint32_t>(values.selection.bank));
   writer.bytes(list);
-  shelf.saveDatabase(Bank::factory, out);
-  for (const auto& macro : macros) {
-    writer.real(macro->storedValue);
-    writer.longWord(macro->objectValue);
+  shelf.database(Bank::factory)->save(out);
+  for (const ProgramEntry& entry : values.entries) {
+    writer.real(entry.value);
+    writer.longWord(entry.object);
   }
-  writer.text(selectedName);
-  writer.text(selectedComment);
+  writer.text(values.name);
+  writer.text(values.comment);
 }
 
 std::vector<std::uint8_t> Controller::macroSection() const {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "core/ProcessBlock.h"
@@ -27,6 +28,15 @@ struct ComingValue {
   float value = 0.0F;
 };
 using ComingValues = std::vector<ComingValue>;
+
+/// The values, texts and selection of a macro chunk.
+struct ChunkValues {
+  std::vector<ProgramEntry> entries;  ///< Of all macros.
+  std::string name;
+  std::string comment;
+  std::uint32_t time = 0;
+  ProgramSelection selection;
+};
 
 template <typename Engine>
 class MacroController;
@@ -73,8 +83,12 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   enum class ChunkParts { all, valuesOnly };
   /// Reads a chunk of any version. Sections that reach past the end are cut off there.
   void readChunk(std::span<const std::uint8_t> chunk, ChunkParts parts);
-  /// Appends a chunk of the newest version.
+  /// Appends a chunk of the newest version: both steps that follow.
   void writeChunk(std::vector<std::uint8_t>& out);
+  /// Takes what the next block may change.
+  ChunkValues takeValues();
+  /// Appends the chunk with these values. Needs no lock but one that keeps the factory bank from changing.
+  void writeChunk(const ChunkValues& values, std::vector<std::uint8_t>& out) const;
   /// Appends the programs of a patches file to the factory bank. Ignores a file of another version.
   void readPatches(std::span<const std::uint8_t> file);
 

@@ -47,6 +47,13 @@ class MacroEchoListener {
   virtual void macroListChanged() {}
 };
 
+/// All of a host's state that the next block may change.
+struct StateSnapshot {
+  std::vector<std::uint8_t> flags;
+  EngineSnapshot engine;
+  ChunkValues macros;
+};
+
 template <typename Engine>
 class PluginMacroControllable;
 
@@ -85,6 +92,10 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
 
   /// Run flags, the generator's state and the macro chunk. The bytes stay valid until the next call.
   std::span<const std::uint8_t> getStateContent();
+  /// The same in two steps. The first takes what the next block may change.
+  StateSnapshot snapshotState();
+  /// The second needs no lock but one that keeps the factory bank from changing. Appends to `out`.
+  void writeStateContent(const StateSnapshot& snapshot, std::vector<std::uint8_t>& out) const;
   /// Restores such a content. Sizes that do not add up change nothing and give false. The generator must not be active.
   bool setStateContent(std::span<const std::uint8_t> content);
   /// What such a content will read from files, see MacroController.

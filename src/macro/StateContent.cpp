@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/state/StateContent.h"
 
+#include <algorithm>
+
 #include "core/LittleEndian.h"
 #include "macro/PluginMacroControllable.h"
 
@@ -10,6 +12,8 @@ namespace {
 
 /// Zeros behind the run flags of a state.
 constexpr std::size_t kReservedBytes = 8;
+/// Room for the macro list, values and texts, so that the content is allocated once.
+constexpr std::size_t kExpectedRest = 32768;
 
 }  // namespace
 
@@ -17,13 +21,33 @@ namespace vst = bramel::vst;
 using Controllable = PluginMacroControllable<Generator<float>>;
 
 std::span<const std::uint8_t> Controllable::getStateContent() {
-  std::vector<std::uint8_t> flags;
-  writeMisc(flags);
-  std::vector<std::uint8_t> macroChunk;
-  ownController.writeChunk(macroChunk);
   stateContent.clear();
-  vst::appendStateContent(stateContent, {flags, ownGenerator->getState(), macroChunk});
+  writeStateContent(snapshotState(), stateContent);
   return stateContent;
+}
+
+StateSnapshot Controllable::snapshotState() {
+  StateSnapshot snapshot{{}, ownGenerator->snapshot(), ownController.takeValues()};
+  writeMisc(snapshot.flags);
+  return snapshot;
+}
+
+void Controllable::writeStateContent(const StateSnapshot& snapshot, std::vector<std::uint8_t>& out) const {
+  const auto append = [&out](std::span<const std::uint8_t> bytes) {
+    out.insert(out.end(), bytes.begin(), bytes.end());
+  };
+  const std::size_t engineBytes = snapshot.engine.changing.size() + snapshot.engine.constant.size();
+  const std::size_t bankBytes = ownController.programs().databaseByteSize(Bank::factory);
+  const std::size_t head = out.size();
+  out.reserve(head + engineBytes + bankBytes + kExpectedRest);
+  out.resize(head + vst::kContentHeadBytes);
+  append(snapshot.flags);
+  append(snapshot.engine.changing);
+  append(snapshot.engine.constant);
+  const std::size_t macros = out.size();
+  ownController.writeChunk(snapshot.macros, out);
+  const auto words = vst::contentHead(snapshot.flags.size(), engineBytes, out.size() - macros);
+  std::copy(words.begin(), words.end(), out.begin() + static_cast<std::ptrdiff_t>(head));
 }
 
 bool Controllable::setStateContent(std::span<const std::uint8_t> bytes) {

@@ -1,12 +1,16 @@
-// The host is called while no lock of the shell is held: a host may wait in its answer for another thread that asks for
-// a parameter, or that renders a block, as hosts do that lock their graph for both.
+// Who waits for whom. The host is called while no lock of the shell is held: a host may wait in its answer for another
+// thread that asks for a parameter, or that renders a block, as hosts do that lock their graph for both.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
+#include <latch>
+#include <mutex>
 #include <thread>
 
+#include "host/shell/AudioThreads.h"
 #include "shell/ShellScene.h"
 
 namespace shell {
@@ -45,6 +49,56 @@ struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
   int calls = 0;
   int answered = 0;
 };
+
+TEST_F(Shell, LetsBlocksRunWhileAStateIsPacked) {
+  // Let go when the state is packed, on the thread that packs it.
+  bool isBlockServed = false;
+  std::jthread audio;
+  const auto runBlock = [&](const void* /*held*/) {
+    std::packaged_task<void()> block([this] { run(); });
+    auto done = block.get_future();
+    audio = std::jthread(std::move(block));
+    isBlockServed = done.wait_for(std::chrono::seconds(2)) == std::future_status::ready;
+  };
+  static constexpr std::uint8_t kByte = 0;
+  generator->heldBySnapshot = [&] { return std::shared_ptr<const void>(&kByte, runBlock); };
+  const Bytes state = shell->getState();
+  EXPECT_TRUE(isBlockServed);
+  generator->heldBySnapshot = nullptr;
+  EXPECT_EQ(shell->getState(), state);
+}
+
+TEST(AudioThreads, AreKnownHoweverManyShareOutTheBlocks) {
+  constexpr int kThreads = 100;
+  bramel::vst::AudioThreads known;
+  std::mutex mainMutex;
+  std::latch haveRendered(kThreads);
+  std::atomic<int> included = 0;
+  {
+    std::vector<std::jthread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+      threads.emplace_back([&] {
+        {
+          const std::lock_guard lock(mainMutex);
+          known.note();
+        }
+        haveRendered.arrive_and_wait();
+        included += known.include() ? 1 : 0;
+      });
+    }
+    haveRendered.wait();
+    EXPECT_FALSE(known.include()) << "this thread has rendered nothing";
+  }
+  EXPECT_EQ(included, kThreads);
+  known.note();
+  EXPECT_TRUE(known.include());
+  std::thread([&] {
+    for (std::uint32_t i = 0; i < bramel::vst::AudioThreads::kRemembered; ++i) {
+      known.note();
+    }
+  }).join();
+  EXPECT_FALSE(known.include()) << "its block is long past";
+}
 
 TEST_F(Shell, CallsTheHostWithoutALockThatAnotherThreadNeeds) {
   const auto waiting = std::make_shared<WaitingHost>(*shell);

@@ -378,6 +378,8 @@ TEST_F(State, OutranksProgramsAndWritesThatStillWait) {
 
 TEST_F(State, StaysWhenTheBytesAreBad) {
   store(kFactory, "kit", 0.5F);
+  const auto content = bramel::vst::unpackState(shell->getState())->content;
+  shell->setParameter(0, 1.0F);
   const Bytes good = shell->getState();
   const auto expectUnchanged = [&](const Bytes& bytes, const char* what) {
     EXPECT_FALSE(load(bytes)) << what;
@@ -392,7 +394,6 @@ TEST_F(State, StaysWhenTheBytesAreBad) {
     flipped[at] ^= 0x40;
     expectUnchanged(flipped, "head");
   }
-  const auto content = bramel::vst::unpackState(good)->content;
   for (const std::size_t word : {0U, 4U, 8U, 12U}) {
     for (const std::uint8_t top : Bytes{0x01, 0x80, 0xFF}) {
       bramel::vst::EditBufferRecord record{bramel::vst::kEditBufferName, 1, content};

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -70,6 +71,11 @@ class NotingGenerator final : public vimo::QuietGenerator {
   void activate() override { log += "a"; }
   void deactivate() override { log += "d"; }
   std::span<const std::uint8_t> getState() override { return state; }
+  vimo::EngineSnapshot snapshot() override {
+    return {{state.begin(), state.begin() + 1},
+            std::span(state).subspan(1),
+            heldBySnapshot ? heldBySnapshot() : std::shared_ptr<const void>()};
+  }
   void setState(std::span<const std::uint8_t> bytes) override { state.assign(bytes.begin(), bytes.end()); }
 
   static constexpr std::size_t kRoom = 16384;
@@ -81,6 +87,7 @@ class NotingGenerator final : public vimo::QuietGenerator {
   std::vector<vimo::MidiEvent> toHost;
   std::string log;
   Bytes state{1, 2, 3};
+  std::function<std::shared_ptr<const void>()> heldBySnapshot;
 };
 
 /// A log of its own, and a line in the one that both sides may share.

@@ -2,19 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <thread>
 
 #include "core/RealTime.h"
 
 namespace tesh::bramel::vst {
 
-/// Remembers who has rendered the latest blocks. Many hosts share them out among a few threads; one that renders to a
-/// file may do so on the thread of its windows, which is forgotten after as many blocks as kRemembered says.
+/// Remembers who has rendered the latest blocks, however many threads share them out. A host that renders to a file may
+/// do so on the thread of its windows, which is forgotten after as many blocks as kRemembered says.
 class AudioThreads {
  public:
   static constexpr std::uint32_t kRemembered = 1024;
@@ -22,45 +22,62 @@ class AudioThreads {
   /// The calling thread renders a block. With the shell's main lock held.
   void note() SIVRAY_NONBLOCKING {
     const std::uint32_t block = blocks.load(std::memory_order_relaxed) + 1;
-    const std::thread::id self = callingThread();
-    const auto known = std::find_if(threads.begin(), threads.end(), [self](const Thread& thread) {
-      return thread.id.load(std::memory_order_relaxed) == self;
-    });
-    Thread& thread = known != threads.end() ? *known : oldest(block);
-    thread.lastBlock.store(block, std::memory_order_relaxed);
-    thread.id.store(self, std::memory_order_relaxed);
+    const Caller self;
+    Thread* place = &placeAt(self.first);
+    for (std::size_t step = 0; step < kReach && !place->is(self); ++step) {
+      Thread& next = placeAt(self.first + step);
+      place = next.is(self) || next.age(block) > place->age(block) ? &next : place;
+    }
+    place->lastBlock.store(block, std::memory_order_relaxed);
+    place->id.store(self.id, std::memory_order_relaxed);
     blocks.store(block, std::memory_order_relaxed);
   }
 
   /// Whether the calling thread has rendered one of the latest blocks. Any thread.
   bool include() const SIVRAY_NONBLOCKING {
     const std::uint32_t block = blocks.load(std::memory_order_relaxed);
-    const std::thread::id self = callingThread();
-    return std::any_of(threads.begin(), threads.end(), [block, self](const Thread& thread) {
-      return thread.id.load(std::memory_order_relaxed) == self &&
-             block - thread.lastBlock.load(std::memory_order_relaxed) < kRemembered;
-    });
+    const Caller self;
+    for (std::size_t step = 0; step < kReach; ++step) {
+      const Thread& place = threads[(self.first + step) % kPlaces];
+      if (place.is(self)) {
+        return place.age(block) < kRemembered;
+      }
+    }
+    return false;
   }
 
  private:
+  /// A thread is kept in one of kReach places from the one that its number gives: more than enough for the threads of
+  /// any machine, so that none is forgotten for another.
+  static constexpr std::size_t kPlaces = 512;
+  static constexpr std::size_t kReach = 32;
+
+  struct Caller {
+    Caller() SIVRAY_NONBLOCKING {
+      // Waits for nothing: the C library stores the number in the thread's own memory.
+      cofu::core::vouchFor([this] {
+        id = std::this_thread::get_id();
+        // Threads' numbers are addresses, whose lowest bits are alike.
+        first = static_cast<std::size_t>(std::hash<std::thread::id>()(id) * 0x9E3779B97F4A7C15 >> 32);
+      });
+    }
+    std::thread::id id;
+    std::size_t first = 0;
+  };
+
   struct Thread {
+    bool is(const Caller& caller) const { return id.load(std::memory_order_relaxed) == caller.id; }
+    /// Blocks since the thread's last one; more than any for a place that nobody has taken.
+    std::uint32_t age(std::uint32_t block) const { return block - lastBlock.load(std::memory_order_relaxed); }
+
     std::atomic<std::thread::id> id;
     std::atomic<std::uint32_t> lastBlock{0};
   };
 
-  /// Waits for nothing: the C library stores the number in the thread's own memory.
-  static std::thread::id callingThread() SIVRAY_NONBLOCKING {
-    return cofu::core::vouchFor([] { return std::this_thread::get_id(); });
-  }
+  Thread& placeAt(std::size_t number) { return threads[number % kPlaces]; }
 
-  Thread& oldest(std::uint32_t block) {
-    return *std::max_element(threads.begin(), threads.end(), [block](const Thread& a, const Thread& b) {
-      return block - a.lastBlock.load(std::memory_order_relaxed) < block - b.lastBlock.load(std::memory_order_relaxed);
-    });
-  }
-
-  std::array<Thread, 8> threads{};
-  std::atomic<std::uint32_t> blocks{0};
+  std::array<Thread, kPlaces> threads{};
+  std::atomic<std::uint32_t> blocks{kRemembered};
 };
 
 }  // namespace tesh::bramel::vst

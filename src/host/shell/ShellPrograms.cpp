@@ -287,15 +287,20 @@ bool ShellPrograms::exportTo(const std::string& path) {
   return writeChosenFile(path, file.data(), file.size());
 }
 
+/// No bank changes while `fileMutex` is held, so that blocks wait only while what they change is copied.
 std::vector<std::uint8_t> ShellPrograms::getState() {
-  const std::lock_guard lock(core.mainMutex);
   if (!core.processor) {
     return {};
   }
-  block.flushWrites();
-  const auto content = core.processor->getStateContent();
+  const std::lock_guard fileLock(fileMutex);
+  vimo::StateSnapshot snapshot;
+  {
+    const std::lock_guard lock(core.mainMutex);
+    block.flushWrites();
+    snapshot = core.processor->snapshotState();
+  }
   EditBufferRecord record;
-  record.content.assign(content.begin(), content.end());
+  core.processor->writeStateContent(snapshot, record.content);
   return packState(record);
 }
 

@@ -7,12 +7,22 @@
 #include <limits>
 #include <msgpack.hpp>
 
+#include "core/LittleEndian.h"
+
 namespace tesh::bramel::vst {
 namespace {
 
 /// Limits for what a state may announce: more members of a map or an array, and more levels, than any state has.
 constexpr std::size_t kMostMembers = 64;
 constexpr std::size_t kDeepestNesting = 8;
+
+/// Appends what msgpack packs.
+struct Appender {
+  std::vector<std::uint8_t>& out;
+  void write(const char* bytes, std::size_t count) {
+    cofu::core::ByteWriter(out).bytes({reinterpret_cast<const std::uint8_t*>(bytes), count});
+  }
+};
 
 /// Tells msgpack to refer to texts and binaries in the input instead of copying them.
 bool referInput(msgpack::type::object_type, std::size_t, void*) { return true; }
@@ -66,9 +76,12 @@ std::vector<std::uint8_t> packState(const EditBufferRecord& record) {
   if (record.content.size() > std::numeric_limits<std::uint32_t>::max()) {
     throw msgpack::container_size_overflow("container size overflow");
   }
-  msgpack::sbuffer buffer(8192);
+  constexpr std::size_t kEnvelopeBytes = 128;
+  std::vector<std::uint8_t> state;
+  state.reserve(record.content.size() + record.name.size() + kEnvelopeBytes);
+  Appender buffer{state};
   buffer.write(kStateTag.data(), kStateTag.size());
-  msgpack::packer<msgpack::sbuffer> packer(buffer);
+  msgpack::packer<Appender> packer(buffer);
   packer.pack_map(3);
   packer.pack("content");
   packer.pack_bin(static_cast<std::uint32_t>(record.content.size()));
@@ -78,7 +91,7 @@ std::vector<std::uint8_t> packState(const EditBufferRecord& record) {
   packer.pack(record.name);
   packer.pack("version");
   packer.pack(record.version);
-  return {buffer.data(), buffer.data() + buffer.size()};
+  return state;
 }
 
 std::optional<EditBufferRecord> unpackState(std::span<const std::uint8_t> bytes) {

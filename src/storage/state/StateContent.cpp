@@ -23,14 +23,23 @@ std::optional<StateContent> readStateContent(std::span<const std::uint8_t> bytes
   return StateContent{reader.take(flagBytes), reader.take(engineBytes), reader.take(macroBytes)};
 }
 
+std::array<std::uint8_t, kContentHeadBytes> contentHead(std::size_t flagBytes, std::size_t engineBytes,
+                                                        std::size_t macroBytes) {
+  std::vector<std::uint8_t> words;
+  ByteWriter writer(words);
+  writer.word(kContentLayout);
+  for (const std::size_t bytes : {flagBytes, engineBytes, macroBytes}) {
+    writer.word(static_cast<std::uint32_t>(bytes));
+  }
+  std::array<std::uint8_t, kContentHeadBytes> head{};
+  std::copy(words.begin(), words.end(), head.begin());
+  return head;
+}
+
 void appendStateContent(std::vector<std::uint8_t>& out, const StateContent& content) {
   ByteWriter writer(out);
-  writer.word(kContentLayout);
-  const auto sections = {content.runFlags, content.engine, content.macros};
-  for (const auto& section : sections) {
-    writer.word(static_cast<std::uint32_t>(section.size()));
-  }
-  for (const auto& section : sections) {
+  writer.bytes(contentHead(content.runFlags.size(), content.engine.size(), content.macros.size()));
+  for (const auto& section : {content.runFlags, content.engine, content.macros}) {
     writer.bytes(section);
   }
 }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -25,6 +26,10 @@ struct StateContent {
 
 /// Nothing if the layout is unknown, or the sections do not fill the bytes exactly.
 std::optional<StateContent> readStateContent(std::span<const std::uint8_t> bytes);
+
+/// The head in front of sections of these sizes.
+std::array<std::uint8_t, kContentHeadBytes> contentHead(std::size_t flagBytes, std::size_t engineBytes,
+                                                        std::size_t macroBytes);
 
 /// Appends head and sections to `out`.
 void appendStateContent(std::vector<std::uint8_t>& out, const StateContent& content);
