@@ -163,5 +163,31 @@ TEST_F(Shell, KeepsKeyStatesAndProperties) {
   EXPECT_EQ(shell->property("b"), nullptr);
 }
 
+TEST_F(Shell, TakesWritesInTheirOrderThoughSomeHaveMadeRoomForOthers) {
+  const auto idsAfter = [this](bool writesAgain) {
+    generator->automation.clear();
+    shell->setParameter(3, 0.125F);
+    shell->setParameter(0, 0.125F);
+    for (int i = 0; i < 600; ++i) {
+      shell->setParameter(1, i % 2 == 0 ? 0.25F : 0.5F);
+    }
+    if (writesAgain) {
+      shell->setParameter(3, 0.75F);
+    }
+    run();
+    std::vector<std::uint32_t> ids;
+    for (const vimo::TimedValue& value : generator->automation) {
+      if (ids.empty() || ids.back() != value.id) {
+        ids.push_back(value.id);
+      }
+    }
+    return ids;
+  };
+  EXPECT_EQ(idsAfter(false), (std::vector<std::uint32_t>{103, 100, 101}));
+  EXPECT_EQ(idsAfter(true), (std::vector<std::uint32_t>{100, 101, 103}))
+      << "a later write takes the place of a held one";
+  EXPECT_EQ(generator->automation.back().value, 0.75F);
+}
+
 }  // namespace
 }  // namespace shell

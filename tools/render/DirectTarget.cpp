@@ -84,8 +84,8 @@ void DirectTarget::move(const Move& move) {
 
 void DirectTarget::sendMidi(std::span<const std::uint8_t> bytes, int frame) {
   const auto& controller = processor->controller();
-  const auto verdict =
-      tesh::bramel::vst::judgeMidi(bytes.data(), bytes.size(), [&](std::uint8_t key) -> std::optional<std::uint64_t> {
+  const auto verdict = tesh::bramel::vst::judgeMidi(
+      tesh::bramel::vst::ShortMessage(bytes), [&](std::uint8_t key) -> std::optional<std::uint64_t> {
         const std::int64_t macro = controller.macroForController(key);
         return macro < 0 ? std::nullopt : std::optional(static_cast<std::uint64_t>(macro));
       });
@@ -94,7 +94,7 @@ void DirectTarget::sendMidi(std::span<const std::uint8_t> bytes, int frame) {
   }
   if (verdict.toEngine) {
     // Short messages are padded to three bytes, as hosts do.
-    midiIn.emplace_back(verdict.message.bytes, static_cast<std::uint32_t>(frame));
+    midiIn.emplace_back(verdict.message.bytes(), static_cast<std::uint32_t>(frame));
   }
 }
 

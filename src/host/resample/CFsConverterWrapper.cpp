@@ -202,9 +202,12 @@ void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) {
     const auto byteAt = [&midi](std::size_t index) {
       return std::uint32_t{static_cast<std::uint8_t>(midi.midiData[index])};
     };
-    const std::uint32_t packed = byteAt(0) << 24 | byteAt(1) << 16 | byteAt(2) << 8;
-    eventRing.enter(packed, engineFrame(midi.deltaFrames, ratio), *listener);
+    enter(byteAt(0) << 24 | byteAt(1) << 16 | byteAt(2) << 8, midi.deltaFrames);
   }
+}
+
+void CFsConverterWrapper::enter(std::uint32_t packed, std::int32_t deltaFrames) {
+  eventRing.enter(packed, engineFrame(deltaFrames, ratio), *listener);
 }
 
 }  // namespace tesh::bramel::vst

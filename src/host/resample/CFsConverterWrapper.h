@@ -48,6 +48,9 @@ class CFsConverterWrapper {
   /// towards zero. A message waits until a block reaches its frame, however long no block comes. Audio thread.
   virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
 
+  /// The same for one message: its three bytes from the top of `packed`, and its host frame.
+  void enter(std::uint32_t packed, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
+
   /// Designs both resamplers anew, unless the rate is the engine's, at which they never run; they start from silence,
   /// while the output ring and the waiting messages stay. Ignores a rate that is not between kLowestRate and
   /// kHighestRate, in Hz. Must not run during a block.

@@ -2,13 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
-#include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <tuple>
 
 #include "core/LockFreeRing.h"
 #include "core/RealTime.h"
@@ -26,35 +23,28 @@ class MidiInbox {
   /// parameters' writes; for one that is empty or longer than three bytes; if there is no room; and while another
   /// thread puts one.
   bool put(std::span<const std::uint8_t> bytes, std::int32_t deltaFrames) SIVRAY_NONBLOCKING {
-    if (bytes.empty() || bytes.size() > kMessageBytes || mayMoveParameter(bytes[0])) {
+    if (bytes.empty() || bytes.size() > ShortMessage::kMostBytes || mayMoveParameter(bytes[0])) {
       return false;
     }
     if (hasWriter.test_and_set(std::memory_order_acquire)) {
       return false;
     }
-    Entry entry;
-    entry.size = static_cast<std::uint8_t>(bytes.size());
-    std::copy(bytes.begin(), bytes.end(), entry.bytes.begin());
-    entry.deltaFrames = deltaFrames;
-    const bool isKept = ring.put(entry);
+    const bool isKept = ring.put({ShortMessage(bytes), deltaFrames});
     hasWriter.clear(std::memory_order_release);
     return isKept;
   }
 
-  /// Calls `take(data, size, deltaFrames)` for each message, oldest first.
+  /// Calls `take(message, deltaFrames)` for each message, oldest first.
   template <typename Take>
   void takeAll(Take take) SIVRAY_NONBLOCKING {
     while (const auto entry = ring.take()) {
-      take(entry->bytes.data(), std::size_t{entry->size}, entry->deltaFrames);
+      take(entry->message, entry->deltaFrames);
     }
   }
 
  private:
-  static constexpr std::size_t kMessageBytes = std::tuple_size_v<decltype(ShortMessage::bytes)>;
-
   struct Entry {
-    std::array<std::uint8_t, kMessageBytes> bytes{};
-    std::uint8_t size = 0;
+    ShortMessage message;
     std::int32_t deltaFrames = 0;
   };
 

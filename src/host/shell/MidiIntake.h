@@ -7,22 +7,44 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "core/MidiStatus.h"
 
 namespace tesh::bramel::vst {
 
-/// A message of up to three bytes.
+/// A message of up to three bytes, or the beginning of a longer one, in the form in which it travels to the engine.
 struct ShortMessage {
-  std::array<std::uint8_t, 3> bytes{};
+  static constexpr std::size_t kMostBytes = 3;
+
+  ShortMessage() = default;
+  explicit ShortMessage(std::span<const std::uint8_t> bytes) : size(std::min(bytes.size(), kMostBytes)) {
+    for (std::size_t index = 0; index < size; ++index) {
+      set(index, bytes[index]);
+    }
+  }
+
+  std::uint8_t byte(std::size_t index) const { return static_cast<std::uint8_t>(packed >> shiftOf(index)); }
+  void set(std::size_t index, std::uint8_t value) {
+    packed = (packed & ~(0xFFU << shiftOf(index))) | std::uint32_t{value} << shiftOf(index);
+  }
+  std::array<std::uint8_t, kMostBytes> bytes() const { return {byte(0), byte(1), byte(2)}; }
+
+  std::uint32_t packed = 0;  ///< The bytes from the top down; those that are missing are 0.
   std::size_t size = 0;
+
+ private:
+  static constexpr unsigned shiftOf(std::size_t index) { return 24U - 8U * static_cast<unsigned>(index); }
 };
+
+/// Bytes of a message that may go out to the host.
+inline constexpr std::size_t kLongestMidiOut = 4;
 
 struct MidiVerdict {
   std::optional<std::uint64_t> parameterId;  ///< The parameter that moves to `value`.
   float value = 0.0F;
   bool toEngine = false;  ///< `message` goes to the engine.
-  ShortMessage message;   ///< The first three bytes; notes, controllers and pitch bend are on channel 1.
+  ShortMessage message;   ///< Notes, controllers and pitch bend are on channel 1.
 };
 
 /// The parameter value for a controller's data byte.
@@ -46,12 +68,11 @@ constexpr bool mayMoveParameter(std::uint8_t status) {
 /// aftertouch, program changes and channel pressure are dropped. `controllerMap(key)` returns the mapped parameter or
 /// nothing; the key is a controller number, or kMidiPitchBend.
 template <typename ControllerMap>
-MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const ControllerMap& controllerMap) {
-  MidiVerdict verdict;
-  verdict.message.size = std::min(size, verdict.message.bytes.size());
-  std::copy_n(data, verdict.message.size, verdict.message.bytes.begin());
+MidiVerdict judgeMidi(const ShortMessage& message, const ControllerMap& controllerMap) {
   using namespace cofu::core;
-  auto& [status, data1, data2] = verdict.message.bytes;
+  MidiVerdict verdict;
+  verdict.message = message;
+  const auto [status, data1, data2] = message.bytes();
   if (status >= kMidiFirstSystem) {
     verdict.toEngine = true;
     return verdict;
@@ -60,11 +81,11 @@ MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const Controll
   switch (kind) {
     case kMidiNoteOff:
     case kMidiNoteOn:
-      status = kind;
+      verdict.message.set(0, kind);
       verdict.toEngine = true;
       break;
     case kMidiController:
-      status = kind;
+      verdict.message.set(0, kind);
       if (data1 == 0 || data1 == 32) {
         break;
       }
@@ -73,7 +94,7 @@ MidiVerdict judgeMidi(const std::uint8_t* data, std::size_t size, const Controll
       verdict.toEngine = !verdict.parameterId;
       break;
     case kMidiPitchBend:
-      status = kind;
+      verdict.message.set(0, kind);
       verdict.parameterId = controllerMap(kMidiPitchBend);
       verdict.value = pitchBendValue(data1, data2);
       break;

@@ -6,12 +6,9 @@
 #include <array>
 #include <cmath>
 #include <mutex>
-#include <optional>
-#include <span>
 
 #include "core/EngineRate.h"
 #include "core/RealTimeLock.h"
-#include "host/vst/VstRecords.h"
 #include "platform/DenormalGuard.h"
 
 namespace tesh::bramel::vst {
@@ -28,10 +25,6 @@ constexpr std::size_t kMostMidiIn = 4096;
 /// Program changes wait in a queue of eight, whose events may join the MIDI of a block.
 constexpr std::size_t kQueuedPrograms = 8;
 constexpr std::size_t kMidiOutRoom = 256;
-/// Bytes of a message that may go out to the host.
-constexpr std::size_t kLongestMidiOut = 4;
-/// MIDI bytes of one of the host's events.
-constexpr std::size_t kEventBytes = 3;
 
 constexpr std::size_t kChannels = 2;
 using ChannelPair = std::array<float*, kChannels>;
@@ -55,20 +48,10 @@ ChannelPair channelsAt(float* const* channels, std::int32_t offset) {
   return moved;
 }
 
-/// Returns `take(bytes, deltaFrames)` for an event that holds a message in reach; true for any other.
-template <typename Take>
-bool forMidi(const VstEvent* event, Take take) {
-  if (event == nullptr || event->type != kVstMidiType || event->deltaFrames > BramelInstrument::kFarthestFrames) {
-    return true;
-  }
-  const auto* const midi = reinterpret_cast<const VstMidiEvent*>(event);
-  return take(std::span(reinterpret_cast<const std::uint8_t*>(midi->midiData), kEventBytes), midi->deltaFrames);
-}
-
 }  // namespace
 
 ShellBlock::ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters)
-    : core(shellCore), parameters(shellParameters), converter(*this) {
+    : core(shellCore), parameters(shellParameters), converter(*this), midi(shellCore, shellParameters, converter) {
   midiIn.reserve(kMostMidiIn + kQueuedPrograms);
   midiOut.reserve(kMidiOutRoom);
   converter.reset();
@@ -90,7 +73,7 @@ void ShellBlock::setSampleRate(float rate) {
     return;
   }
   const std::lock_guard lock(core.mainMutex);
-  emptyInbox();  // By the rate at which they came.
+  midi.emptyInbox();  // By the rate at which they came.
   hostSampleRate = rate;
   converter.setSampleRate(rate);
 }
@@ -116,10 +99,10 @@ void ShellBlock::resume() {
   }
   active = true;
   // Nothing from before sounds: neither messages that no block has fetched, nor the tails of the resamplers.
-  midiIn.clear();
   converter.reset();
-  emptyInbox();
+  midi.emptyInbox();  // Which may overflow the converter's queue into `midiIn`.
   converter.dropEvents();
+  midiIn.clear();
   converter.setSampleRate(converter.sampleRate());
   core.processor->generator().activate();
 }
@@ -144,7 +127,7 @@ void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
   const platform::DenormalGuard guard;
   const cofu::core::RealTimeLock lock(core.mainMutex);
   core.audioThreads.note();
-  emptyInbox();
+  midi.emptyInbox();
   ChannelPair absent{};
   float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
   if (frames != 0 && !hasNull(given)) {
@@ -269,92 +252,9 @@ void ShellBlock::onMidi(std::uint32_t packed, std::int32_t frame) {
   cofu::core::vouchFor([&] { midiIn.emplace_back(bytes, static_cast<std::uint32_t>(std::max(frame, 0))); });
 }
 
-MidiVerdict ShellBlock::judge(const std::uint8_t* data, std::size_t size) const {
-  return judgeMidi(data, size, [this](std::uint8_t number) -> std::optional<std::uint64_t> {
-    const std::int64_t macro = core.processor ? core.processor->controller().macroForController(number) : -1;
-    return macro < 0 ? std::nullopt : std::optional(static_cast<std::uint64_t>(macro));
-  });
-}
-
-void ShellBlock::queueForEngine(const ShortMessage& message, std::int32_t deltaFrames) {
-  VstMidiEvent event{};
-  event.type = kVstMidiType;
-  event.byteSize = sizeof(event);
-  event.deltaFrames = deltaFrames;
-  std::copy_n(message.bytes.begin(), message.bytes.size(), event.midiData);
-  VstEvents events{};
-  events.numEvents = 1;
-  events.events[0] = reinterpret_cast<VstEvent*>(&event);
-  converter.processEvents(events);
-}
-
-void ShellBlock::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  if (data == nullptr || size == 0 || inbox.put({data, size}, deltaFrames)) {
-    return;
-  }
-  const cofu::core::RealTimeLock lock(core.mainMutex);
-  emptyInbox();
-  takeMidi(data, size, deltaFrames);
-}
-
-void ShellBlock::sendEvents(const VstEvents& vstEvents) {
-  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
-  std::int32_t next = 0;
-  while (next < vstEvents.numEvents &&
-         forMidi(events[next],
-                 [this](std::span<const std::uint8_t> bytes, std::int32_t delta) { return inbox.put(bytes, delta); })) {
-    ++next;
-  }
-  if (next >= vstEvents.numEvents) {
-    return;
-  }
-  const cofu::core::RealTimeLock lock(core.mainMutex);
-  emptyInbox();
-  for (; next < vstEvents.numEvents; ++next) {
-    forMidi(events[next], [this](std::span<const std::uint8_t> bytes, std::int32_t delta) {
-      takeMidi(bytes.data(), bytes.size(), delta);
-      return true;
-    });
-  }
-}
-
-void ShellBlock::emptyInbox() {
-  inbox.takeAll([this](const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-    takeMidi(data, size, deltaFrames);
-  });
-}
-
-void ShellBlock::takeMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  const MidiVerdict verdict = judge(data, size);
-  if (verdict.parameterId) {
-    parameters.setUnprepared(*verdict.parameterId, verdict.value);
-  } else if (verdict.toEngine) {
-    queueForEngine(verdict.message, deltaFrames);
-  }
-  const bool isShort = size <= verdict.message.size;
-  const std::uint8_t* const heard = isShort ? verdict.message.bytes.data() : data;
-  core.tellEditor([heard, size](BramelInstrumentUICallback& editor) { editor.midiReceived(heard, size); });
-}
-
 void ShellBlock::sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
-  if (data == nullptr || size == 0) {
-    return;
-  }
-  std::unique_lock lock(core.mainMutex);
-  if (!active) {
-    return;
-  }
-  emptyInbox();
-  const MidiVerdict verdict = judge(data, size);
-  if (verdict.toEngine) {
-    queueForEngine(verdict.message, deltaFrames);
-  }
-  lock.unlock();  // The host may wait in its answer for a block.
-  if (verdict.parameterId) {
-    parameters.setFromEditor(*verdict.parameterId, verdict.value);
-  }
-  if (size <= kLongestMidiOut) {
-    core.tellHost([&](BramelInstrumentHostCallback& host) { host.sendMidi(data, size, deltaFrames); });
+  if (data != nullptr && size != 0 && isActive()) {
+    midi.sendFromKeyboard(data, size, deltaFrames);
   }
 }
 

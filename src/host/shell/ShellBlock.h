@@ -1,5 +1,5 @@
-// The audio side of the shell: the host's blocks and MIDI, their way through the sample-rate converter, and the run of
-// the engine.
+// The audio side of the shell: the host's blocks, their way through the sample-rate converter, and the run of the
+// engine.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,21 +12,22 @@
 #include "host/resample/CFsConvListener.h"
 #include "host/resample/CFsConverterWrapper.h"
 #include "host/shell/ChangeList.h"
-#include "host/shell/MidiInbox.h"
-#include "host/shell/MidiIntake.h"
 #include "host/shell/ShellCore.h"
+#include "host/shell/ShellMidi.h"
 #include "host/shell/ShellParameters.h"
 
 namespace tesh::bramel::vst {
 
-/// Takes the main lock, but for the flushes, and for messages that fit into the inbox.
+/// Takes the main lock, but for the flushes.
 class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener {
  public:
   ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters);
 
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
-  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
-  void sendEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING {
+    midi.send(data, size, deltaFrames);
+  }
+  void sendEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING { midi.sendEvents(vstEvents); }
   void sendKeyboardMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
   void setSampleRate(float rate);
   void setTempo(float bpm) SIVRAY_NONBLOCKING;
@@ -52,16 +53,11 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void takeWrites() SIVRAY_NONBLOCKING;
   void sendMidiOut() SIVRAY_NONBLOCKING;
   void reportChanges() SIVRAY_NONBLOCKING;
-  MidiVerdict judge(const std::uint8_t* data, std::size_t size) const;
-  /// These with the main lock held. What changes how messages are taken, or takes one itself, first empties the inbox.
-  void emptyInbox() SIVRAY_NONBLOCKING;
-  void takeMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
-  void queueForEngine(const ShortMessage& message, std::int32_t deltaFrames);
 
   ShellCore& core;
   ShellParameters& parameters;
   CFsConverterWrapper converter;
-  MidiInbox inbox;
+  ShellMidi midi;
   bool active = false;
   float hostSampleRate = 0.0F;          ///< 0 until the host gives one.
   std::atomic<float> tempo = 120.0F;    ///< Beats per minute. Written with the main lock held.

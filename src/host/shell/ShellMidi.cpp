@@ -1,0 +1,115 @@
+// Which messages wait without a lock, and where each goes.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/shell/ShellMidi.h"
+
+#include <mutex>
+
+#include "core/RealTimeLock.h"
+#include "host/vst/VstRecords.h"
+
+namespace tesh::bramel::vst {
+namespace {
+
+/// MIDI bytes of one of the host's events.
+constexpr std::size_t kEventBytes = 3;
+
+/// Returns `take(bytes, deltaFrames)` for an event that holds a message in reach; true for any other.
+template <typename Take>
+bool forMidi(const VstEvent* event, Take take) {
+  if (event == nullptr || event->type != kVstMidiType || event->deltaFrames > BramelInstrument::kFarthestFrames) {
+    return true;
+  }
+  const auto* const midi = reinterpret_cast<const VstMidiEvent*>(event);
+  return take(std::span(reinterpret_cast<const std::uint8_t*>(midi->midiData), kEventBytes), midi->deltaFrames);
+}
+
+}  // namespace
+
+void ShellMidi::send(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+  if (data == nullptr || size == 0 || inbox.put({data, size}, deltaFrames)) {
+    return;
+  }
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  emptyInbox();
+  takeWhole({data, size}, deltaFrames);
+}
+
+void ShellMidi::sendEvents(const VstEvents& vstEvents) {
+  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
+  std::int32_t next = 0;
+  while (next < vstEvents.numEvents &&
+         forMidi(events[next],
+                 [this](std::span<const std::uint8_t> bytes, std::int32_t delta) { return inbox.put(bytes, delta); })) {
+    ++next;
+  }
+  if (next >= vstEvents.numEvents) {
+    return;
+  }
+  const cofu::core::RealTimeLock lock(core.mainMutex);
+  emptyInbox();
+  for (; next < vstEvents.numEvents; ++next) {
+    forMidi(events[next], [this](std::span<const std::uint8_t> bytes, std::int32_t delta) {
+      takeWhole(bytes, delta);
+      return true;
+    });
+  }
+}
+
+void ShellMidi::emptyInbox() {
+  inbox.takeAll([this](const ShortMessage& message, std::int32_t deltaFrames) { takeShort(message, deltaFrames); });
+}
+
+MidiVerdict ShellMidi::judge(const ShortMessage& message) const {
+  return judgeMidi(message, [this](std::uint8_t number) -> std::optional<std::uint64_t> {
+    const std::int64_t macro = core.processor ? core.processor->controller().macroForController(number) : -1;
+    return macro < 0 ? std::nullopt : std::optional(static_cast<std::uint64_t>(macro));
+  });
+}
+
+/// Returns the message as the engine would get it.
+ShortMessage ShellMidi::take(const ShortMessage& message, std::int32_t deltaFrames) {
+  const MidiVerdict verdict = judge(message);
+  if (verdict.parameterId) {
+    parameters.setUnprepared(*verdict.parameterId, verdict.value);
+  } else if (verdict.toEngine) {
+    converter.enter(verdict.message.packed, deltaFrames);
+  }
+  return verdict.message;
+}
+
+void ShellMidi::takeShort(const ShortMessage& message, std::int32_t deltaFrames) {
+  const ShortMessage taken = take(message, deltaFrames);
+  const auto bytes = taken.bytes();
+  core.tellEditor([&](BramelInstrumentUICallback& editor) { editor.midiReceived(bytes.data(), taken.size); });
+}
+
+void ShellMidi::takeWhole(std::span<const std::uint8_t> message, std::int32_t deltaFrames) {
+  const ShortMessage beginning(message);
+  if (beginning.size == message.size()) {
+    takeShort(beginning, deltaFrames);
+    return;
+  }
+  take(beginning, deltaFrames);
+  core.tellEditor([&](BramelInstrumentUICallback& editor) { editor.midiReceived(message.data(), message.size()); });
+}
+
+void ShellMidi::sendFromKeyboard(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
+  MidiVerdict verdict;
+  {
+    const std::lock_guard lock(core.mainMutex);
+    emptyInbox();
+    verdict = judge(ShortMessage({data, size}));
+    if (verdict.toEngine) {
+      converter.enter(verdict.message.packed, deltaFrames);
+    }
+  }
+  // The host is called without our lock: it may wait in its answer for a block.
+  if (verdict.parameterId) {
+    parameters.setFromEditor(*verdict.parameterId, verdict.value);
+  }
+  if (size <= kLongestMidiOut) {
+    core.tellHost([&](BramelInstrumentHostCallback& host) { host.sendMidi(data, size, deltaFrames); });
+  }
+}
+
+}  // namespace tesh::bramel::vst
