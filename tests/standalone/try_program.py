@@ -67,9 +67,18 @@ class Keyboard:
         self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
 
     def key(self, letter, is_down):
-        code = self.x11.XKeysymToKeycode(self.display, ctypes.c_ulong(ord(letter)))
+        symbol = 0xFF1B if letter == "\x1b" else ord(letter)
+        code = self.x11.XKeysymToKeycode(self.display, ctypes.c_ulong(symbol))
         self.xtst.XTestFakeKeyEvent(self.display, code, int(is_down), 0)
         self.x11.XFlush(self.display)
+
+    def click(self, x, y):
+        """On the panel. The window stands in the middle of the screen; the strip above the panel is 40 high."""
+        self.xtst.XTestFakeMotionEvent(self.display, -1, (1024 - 768) // 2 + x, (768 - 508) // 2 + 40 + y, 0)
+        for is_down in (1, 0):
+            self.xtst.XTestFakeButtonEvent(self.display, 1, is_down, 0)
+            self.x11.XFlush(self.display)
+            time.sleep(0.2)
 
     def tap(self, letter):
         self.key(letter, True)
@@ -225,6 +234,10 @@ def play(scene, folder):
 
     check_heard(lambda: keyboard.tap("a"), "the key A")
     check_heard(lambda: scene.send_note(38), "a note of a MIDI device")
+    keyboard.click(425, 160)  # Opens the sample browser, whose first click beside it only closes it.
+    time.sleep(0.5)
+    keyboard.tap("\x1b")
+    check_heard(lambda: keyboard.click(63, 405), "a pad under the browser that Escape has closed")
 
     keyboard.tap(" ")
     time.sleep(0.5)

@@ -107,7 +107,8 @@ Verdict unwritableFolder(const CheckSettings& settings) {
                  isClosed ? "goes on" : "is stuck", isHeard ? "plays" : "is silent");
 }
 
-/// The delete menu and the file dialog, each open when the editor closes and when the instance ends.
+/// The delete menu, in a window of its own, and the file dialog, inside the panel, each open when the editor closes and
+/// when the instance ends.
 Verdict openAtClose(const CheckSettings& settings) {
   const Sandbox sandbox;
   writeUserPrograms(3);
@@ -127,8 +128,15 @@ Verdict openAtClose(const CheckSettings& settings) {
         scene.settledPicture();
       }
       const int before = scene.window.otherWindows();
+      const std::uint64_t list = scene.window.picture();
       scene.window.click(isMenu ? kFirstRow : kImport, isMenu ? 3 : 1);
-      opened += comesTrue([&] { return scene.window.otherWindows() > before; }) ? 1 : 0;
+      const auto isOpen = [&] {
+        return isMenu ? scene.window.otherWindows() > before : scene.window.picture() != list;
+      };
+      opened += comesTrue(isOpen) ? 1 : 0;
+      if (!isMenu) {
+        scene.settledPicture();  // Its button shows the click before the dialog shows.
+      }
       if (!endsAtOnce) {
         scene.close();
         gone += comesTrue([&] { return scene.window.otherWindows() == before; }) ? 1 : 0;
