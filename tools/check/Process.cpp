@@ -65,8 +65,6 @@ double processSeconds() { return 0.0; }
 
 std::vector<int> threadsOfProcess() { return {}; }
 
-std::string nameOf(int) { return {}; }
-
 std::int64_t wakeUpsOf(const std::vector<int>&) { return 0; }
 
 double secondsOf(const std::vector<int>&) { return 0.0; }
@@ -134,13 +132,6 @@ std::vector<int> threadsOfProcess() {
   }
   std::sort(threads.begin(), threads.end());
   return threads;
-}
-
-std::string nameOf(int thread) {
-  std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/comm");
-  std::string name;
-  std::getline(file, name);
-  return name;
 }
 
 std::int64_t wakeUpsOf(const std::vector<int>& threads) {

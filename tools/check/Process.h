@@ -51,9 +51,6 @@ double processSeconds();
 /// The system's numbers of this process's threads, in rising order; empty on Windows.
 std::vector<int> threadsOfProcess();
 
-/// Returns a thread's name; empty on Windows, and for one that has ended.
-std::string nameOf(int thread);
-
 /// How often some threads have woken from waiting, together. One that has ended counts as 0; 0 on Windows.
 std::int64_t wakeUpsOf(const std::vector<int>& threads);
 

@@ -32,24 +32,15 @@ constexpr int kLastError = 255;
 // Xlib gives its own reader of errors three pointers that may be written to.
 Bool dropError(Display* /*display*/, XErrorEvent* /*error*/, xError* /*wire*/) { return False; }
 
-/// Passes on the events that are in memory; false if there were none.
-bool takeQueuedEvents() {
-  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
-  if (display == nullptr || XEventsQueued(display, QueuedAlready) == 0) {
-    return false;
-  }
-  juce::LinuxEventLoopInternal::invokeEventLoopCallbackForFd(ConnectionNumber(display));
-  return true;
-}
-
-/// Waits until one of the files that JUCE listens to can be read.
+/// Waits until one of the files that JUCE listens to can be read, or two seconds: another thread may have JUCE listen
+/// to one more.
 void waitForFiles() {
-  constexpr int kWithoutLimit = -1;
+  constexpr int kLongest = 2000;  // Milliseconds.
   std::vector<pollfd> files;
   for (const int file : juce::LinuxEventLoopInternal::getRegisteredFds()) {
     files.push_back({file, POLLIN, 0});
   }
-  ::poll(files.data(), files.size(), kWithoutLimit);
+  ::poll(files.data(), files.size(), kLongest);
 }
 
 }  // namespace
@@ -78,8 +69,19 @@ bool openConnection() {
   return true;
 }
 
+bool takeQueuedEvents() {
+  Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
+  if (display == nullptr || XEventsQueued(display, QueuedAlready) == 0) {
+    return false;
+  }
+  juce::LinuxEventLoopInternal::invokeEventLoopCallbackForFd(ConnectionNumber(display));
+  return true;
+}
+
+bool takeMessages() { return juce::dispatchNextMessageOnSystemQueue(true) || takeQueuedEvents(); }
+
 void serveMessages() {
-  if (!juce::dispatchNextMessageOnSystemQueue(true) && !takeQueuedEvents()) {
+  if (!takeMessages()) {
     waitForFiles();
   }
 }

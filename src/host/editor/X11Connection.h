@@ -13,9 +13,15 @@ void internWindowManagerAtoms();
 /// host's own error handler stays as it is. Message thread; false without an X server.
 bool openConnection();
 
-/// One step of a message loop: serves what waits, messages, timers and events, or waits until there is something.
-/// JUCE's own loop leaves the events that were read from the server together with an answer until something else comes,
-/// such as a movement of the mouse. Message thread.
+/// Serves the events that were read from the server together with an answer, which JUCE's own loop leaves until
+/// something else comes, such as a movement of the mouse. Returns whether there were any. Message thread.
+bool takeQueuedEvents();
+
+/// Serves what waits: messages, timers and events. Returns whether there was anything. Message thread.
+bool takeMessages();
+
+/// One step of a message loop: serves what waits, or waits until there is something, two seconds at most. Message
+/// thread.
 void serveMessages();
 
 }  // namespace tesh::bramel::vst

@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #define JucePlugin_Build_LV2 1
 #include "JuceLV2Defines.h"
+#include "host/editor/X11Connection.h"
 #include "host/forms/FormSettings.h"
 
 #include <juce_audio_plugin_client/juce_audio_plugin_client_LV2.cpp>  // NOLINT(bugprone-suspicious-include)
 
-#if !defined(SIVRAY_CHANGED_juce_LV2_Client) || !defined(SIVRAY_CHANGED_juce_FlagCache)
+#if !defined(SIVRAY_CHANGED_juce_LV2_Client) || !defined(SIVRAY_CHANGED_juce_FlagCache) || \
+    !defined(SIVRAY_CHANGED_juce_LinuxMessageThread)
 #error "JUCE's own wrapper, not that of <build>/juce, which cmake/PatchedJuce.cmake makes"
 #endif
