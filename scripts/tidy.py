@@ -33,7 +33,7 @@ ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "bench", ROOT / "t
 # The longest unit bounds the time that several processors need.
 UNIT_SOURCES = 24
 # Their names, or those of headers that they include, clash with their neighbours'.
-ALONE = {"CallCounter.cpp", "CombFilterAvx2.cpp", "Fm.cpp", "InstructionCounter.cpp", "LifecycleChecks.cpp", "RealTimeChecks.cpp",
+ALONE = {"CallCounter.cpp", "Fm.cpp", "InstructionCounter.cpp", "LifecycleChecks.cpp", "RealTimeChecks.cpp",
          "SivrayFxChorusFlanger.cpp", "WindowKeysX11.cpp", "X11Connection.cpp"}
 # An include that another source of the unit has too is no duplicate: the check forgets the includes before a macro.
 SEPARATOR = b"\n#define SIVRAY_NEXT_SOURCE\n#undef SIVRAY_NEXT_SOURCE\n"

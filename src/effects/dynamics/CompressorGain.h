@@ -4,10 +4,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 #include "core/FixedPoint.h"
-#include "effects/interfaces/ShortLeak.h"
 #include "effects/interfaces/Silence.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -15,23 +13,15 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a compressor by feedback: the gain loses a share that grows with the envelope, gains a constant, and rests
 /// where both balance. One detector serves both channels, so that the stereo image stays.
 struct CompressorGain {
-  /// Takes the mean off one channel, whose samples have up to 15 more bits here.
+  /// Takes the mean off one channel, whose samples have up to 15 more bits here. CompressorStep.h moves it.
   struct DcBlock {
     std::int64_t previousInput = 0;
-    std::int64_t highpass = 0;
+    std::int64_t highpass = 0;  ///< -kLimit to kLimit.
 
     static constexpr std::int32_t kLimit = 1073741823;
 
     /// What the output keeps per sample, Q15: 0.9922, a corner of 55 Hz.
     static constexpr std::int32_t kKept = 32512;
-
-    /// Returns the blocked signal, -kLimit to kLimit.
-    std::int64_t run(std::int64_t x) {
-      const std::int64_t decayed = shortLeakTwice((highpass * kKept) >> 15);
-      highpass = std::clamp<std::int64_t>(decayed - previousInput + x, -kLimit, kLimit);
-      previousInput = x;
-      return highpass;
-    }
 
     bool isSilent() const { return previousInput == 0 && highpass == 0; }
     bool operator==(const DcBlock&) const = default;
@@ -51,13 +41,8 @@ struct CompressorGain {
     rise = 32768 / std::max(sens, 1) * kRiseAtFullSens;
   }
 
-  /// One sample of both channels, already shifted up. The outputs of the DC blocks are then in `left.highpass` and
-  /// `right.highpass`, the gain (0 to 32767) in `gain`. `attack` is the envelope's smoothing per sample, Q15.
-  void run(std::int64_t leftIn, std::int64_t rightIn, std::int32_t attack) {
-    follow(static_cast<std::int32_t>(std::max(std::abs(left.run(leftIn)), std::abs(right.run(rightIn)))), attack);
-  }
-
-  /// The same behind the DC blocks: moves the gain by a sample whose louder channel has this magnitude.
+  /// Moves the gain (0 to 32767) by a sample whose louder channel has this magnitude behind the DC blocks. `attack` is
+  /// the envelope's smoothing per sample, Q15.
   void follow(std::int32_t louder, std::int32_t attack) {
     using namespace cofu::core;
     constexpr std::int32_t kPeakKept = 32674;  // Q15: 0.9971 per sample, a time constant of 348 samples (8 ms).
@@ -72,18 +57,10 @@ struct CompressorGain {
 
   /// `count` samples of silence after silence.
   void skip(unsigned count, std::int32_t attack) {
-    moveToRest(*this, count, [attack](CompressorGain& moved) { moved.run(0, 0, attack); });
+    moveToRest(*this, count, [attack](CompressorGain& moved) { moved.follow(0, attack); });
   }
 
   bool operator==(const CompressorGain&) const = default;
-
-  /// The output of one channel times a gain that may need more than 31 bits, down from its `kShift` extra bits.
-  template <int kShift>
-  static std::int32_t scaled(std::int64_t blocked, std::int64_t scale) {
-    using cofu::core::kFullScale;
-    const std::int64_t out = ((blocked * scale) >> 15) >> kShift;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(out, -kFullScale, kFullScale));
-  }
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -3,8 +3,10 @@
 #include "effects/dynamics/SivrayFxCompressor.h"
 
 #include "core/FixedPoint.h"
+#include "effects/dynamics/CompressorStep.h"
 #include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/OneLong.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -20,9 +22,26 @@ constexpr SquareRange kAttack{32, 3245};
 constexpr SquareRange kMasterSens{64, 959};
 constexpr SquareRange kMasterAttack{8, 3268};
 
-std::int16_t masterOut(std::int64_t blocked, std::int64_t scale) {
-  constexpr std::int32_t kOutput = SivrayFxStereoCompressor::StereoCompressorImpl::kOutput;
-  return static_cast<std::int16_t>(mul15(kOutput, CompressorGain::scaled<9>(blocked, scale)));
+using Word = lanes::OneLong;
+
+/// Returns the blocked sample.
+Word block(CompressorGain::DcBlock& block, std::int64_t in) {
+  const Word step{in - block.previousInput};
+  const Word blocked = dcBlocked(Word{block.highpass}, step, Word{CompressorGain::DcBlock::kKept});
+  block = {in, blocked.v};
+  return blocked;
+}
+
+/// One sample of both channels.
+template <typename Output, typename Law>
+void compress(Law& compressor, std::int32_t attack, std::int16_t& left, std::int16_t& right) {
+  CompressorGain& law = compressor.law;
+  const Word blockedLeft = block(law.left, std::int64_t{left} * (1 << Output::kInputShift));
+  const Word blockedRight = block(law.right, std::int64_t{right} * (1 << Output::kInputShift));
+  law.follow(static_cast<std::int32_t>(larger(magnitude(blockedLeft), magnitude(blockedRight)).v), attack);
+  const Word scale = Output::scale(Word{law.gain}, compressor.sens.value());
+  Output::sound(blockedLeft, scale).store(&left);
+  Output::sound(blockedRight, scale).store(&right);
 }
 
 }  // namespace
@@ -32,10 +51,7 @@ CompressorLaw::Settings CompressorLaw::settingsOf(const Knobs& knobs) {
 }
 
 void CompressorLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  law.run(std::int64_t{left} * 16384, std::int64_t{right} * 16384, to.attack);
-  const std::int64_t scale = (static_cast<std::int64_t>(law.gain) * sens.value() * kMakeUp) >> 15;
-  left = static_cast<std::int16_t>(CompressorGain::scaled<10>(law.left.highpass, scale));
-  right = static_cast<std::int16_t>(CompressorGain::scaled<10>(law.right.highpass, scale));
+  compress<CompressorOutput>(*this, to.attack, left, right);
 }
 
 using MasterLaw = SivrayFxStereoCompressor::StereoCompressorImpl;
@@ -52,10 +68,7 @@ void MasterLaw::reset(const Settings&) {
 }
 
 void MasterLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  law.run(std::int64_t{left} * 32768, std::int64_t{right} * 32768, to.attack);
-  const std::int64_t scale = (sens.value() * law.gain) >> 13;
-  left = masterOut(law.left.highpass, scale);
-  right = masterOut(law.right.highpass, scale);
+  compress<MasterOutput>(*this, to.attack, left, right);
 }
 
 template class TwoKnobEffect<CompressorLaw>;

@@ -11,8 +11,6 @@ struct CompressorLaw {
   static constexpr LawParts kParts{
       .start = Knobs{}, .aims = true, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
 
-  static constexpr std::int64_t kMakeUp = 5;
-
   struct Settings {
     std::int32_t sens;    ///< Q15.
     std::int32_t attack;  ///< Q15 share per sample.

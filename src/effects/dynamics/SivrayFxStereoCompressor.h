@@ -18,8 +18,6 @@ struct SivrayFxStereoCompressor {
                                      .lanes = LaneParts::avx2,
                                      .sleeps = true};
 
-    static constexpr std::int32_t kOutput = 32767;  ///< Output level, Q15.
-
     struct Settings {
       std::int32_t sens;    ///< Q15.
       std::int32_t attack;  ///< Q15 share per sample.

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "core/FixedPoint.h"
+#include "effects/filters/CombStep.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -83,16 +84,14 @@ void CombFilter::derive() {
 }
 
 void CombFilter::stepChannel(Channel& channel, std::int16_t& sample) const {
-  const auto back = static_cast<std::int32_t>((feedback * channel.output) >> 31);
-  const std::int32_t v = back + sample * 32768;
-  channel.line[write] = v;
-  const std::int32_t a = channel.line[read];
-  const std::int32_t b = channel.line[(read - 1) & kMask];
-  // The correction has the scale of samples and the sound that of the line: it moves the sound a little.
-  const std::int32_t correction =
-      mul15((a >> 15) - static_cast<std::int32_t>(channel.output >> 15), static_cast<std::int32_t>(eta));
-  channel.output = std::clamp(wrapAdd(correction, b), -kOutputLimit, kOutputLimit);
-  sample = static_cast<std::int16_t>(saturate(v >> 15));
+  using Word = lanes::OneWord;
+  const auto word = [](std::int64_t value) { return Word{static_cast<std::int32_t>(value)}; };
+  const Word echo = word(channel.output);
+  const Word sound = combSound(echo, word(feedback), word(sample * 32768));
+  channel.line[write] = sound.v;
+  const Word nearWhole = word(channel.line[read]).shiftedRight<15>();
+  channel.output = nextEcho(echo, nearWhole, word(channel.line[(read - 1) & kMask]), word(eta)).v;
+  sample = static_cast<std::int16_t>(saturate(sound.v >> 15));
 }
 
 void CombFilter::step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) {

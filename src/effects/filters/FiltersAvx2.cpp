@@ -2,23 +2,128 @@
 // talking modulator only needs no copies of registers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/VectorCode.h"
+#include "effects/filters/CombFilter.h"
+#include "effects/filters/PeakingEQ.h"
 #include "effects/filters/SivrayFxTalkingModulator.h"
 #include "effects/filters/SivrayFxTolvanFilter.h"
+#include "effects/interfaces/OneSample.h"
 
 SIVRAY_COMPILE_FOR("avx2")
 
-#include "registers/Registers128Sse41.h"
+#include "registers/Registers256.h"
 
+#include "effects/filters/CombStep.h"
 #include "effects/filters/FormantStep.h"
+#include "effects/filters/PeakingStep.h"
 #include "effects/filters/TolvanStep.h"
+#include "effects/interfaces/ChannelPairs.h"
 #include "effects/interfaces/SerialRun.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
+namespace {
+
+static_assert(CombFilter::kLanes == kPairs);
+constexpr std::size_t kCombMask = CombFilter::kLineLength - 1;
+
+/// The eight values of a line from `at` on.
+Words256 loadLine(const std::int32_t* line, std::size_t at) {
+  if (at <= CombFilter::kLineLength - kPairs) [[likely]] {
+    return Words256::load(line + at);
+  }
+  std::int32_t joined[kPairs];
+  for (unsigned i = 0; i < kPairs; ++i) {
+    joined[i] = line[(at + i) & kCombMask];
+  }
+  return Words256::load(joined);
+}
+
+void storeLine(std::int32_t* line, std::size_t at, Words256 values) {
+  if (at <= CombFilter::kLineLength - kPairs) [[likely]] {
+    values.store(line + at);
+    return;
+  }
+  std::int32_t separate[kPairs];
+  values.store(separate);
+  for (unsigned i = 0; i < kPairs; ++i) {
+    line[(at + i) & kCombMask] = separate[i];
+  }
+}
+
+/// The echoes before each of the next eight samples. Moves `echo` to the last one.
+BothChannels echoesBefore(const BothChannels& near, const BothChannels& older, Pair eta, Pair& echo) {
+  const SamplePairs nearWhole({near.left.shiftedRight<15>(), near.right.shiftedRight<15>()});
+  SamplePairs echoes(older);
+  for (unsigned i = 0; i < kPairs; ++i) {
+    const Pair before = echo;
+    echo = nextEcho(before, nearWhole.pairs[i], echoes.pairs[i], eta);
+    echoes.pairs[i] = before;
+  }
+  return echoes.channels();
+}
+
+/// Puts the next samples of a channel into its line and out.
+void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedback, std::int16_t* samples) {
+  const Words256 sound = combSound(echoes, feedback, raised<15>(samples));
+  storeLine(line, write, sound);
+  saturatedSamples(sound.shiftedRight<15>()).store(samples);
+}
+
+}  // namespace
+
+[[gnu::flatten]] unsigned CombFilter::runAvx2(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                              unsigned count) {
+  std::int32_t* const leftLine = law.left.line.data();
+  std::int32_t* const rightLine = law.right.line.data();
+  const Words256 feedback = Words256::all(static_cast<std::int32_t>(law.feedback));
+  const Pair eta = Pair::both(static_cast<std::int32_t>(law.eta));
+  Pair echo = Pair::of(static_cast<std::int32_t>(law.left.output), static_cast<std::int32_t>(law.right.output));
+  unsigned done = 0;
+  for (; done + kPairs <= count; done += kPairs) {
+    const std::size_t older = (law.read - 1) & kCombMask;
+    const BothChannels echoes = echoesBefore({loadLine(leftLine, law.read), loadLine(rightLine, law.read)},
+                                             {loadLine(leftLine, older), loadLine(rightLine, older)}, eta, echo);
+    feed(leftLine, law.write, echoes.left, feedback, leftSamples + done);
+    feed(rightLine, law.write, echoes.right, feedback, rightSamples + done);
+    law.moveIndices(kPairs);
+  }
+  law.left.output = echo.left();
+  law.right.output = echo.right();
+  return done;
+}
+
+/// Both channels in one register.
+[[gnu::flatten]] unsigned PeakingEQ::runAvx2(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                             unsigned count) {
+  using Longs = lanes::LongsIn<HalfRegisters>;
+  const auto gain = [](std::int64_t coefficient) { return Longs{HalfRegisters::all64(coefficient)}; };
+  const auto both = [](const std::int64_t& ofLeft, const std::int64_t& ofRight) {
+    return Longs{HalfRegisters::zipLow64(HalfRegisters::load64(&ofLeft), HalfRegisters::load64(&ofRight))};
+  };
+  const PeakingGains<Longs> gains{gain(law.now.b0), gain(law.now.b1), gain(law.now.b2), gain(law.now.a2)};
+  PeakingState<Longs> state{both(law.left.x1, law.right.x1), both(law.left.x2, law.right.x2),
+                            both(law.left.y1, law.right.y1), both(law.left.y2, law.right.y2)};
+  unsigned done = 0;
+  for (; done + kPairs <= count; done += kPairs) {
+    SamplePairs pairs({raised<kInputShift>(leftSamples + done), raised<kInputShift>(rightSamples + done)});
+    for (Pair& pair : pairs.pairs) {
+      // The sample is the sum shifted by 33 bits, one more than here.
+      pair = peakingSum(state, Longs{pair.v}, gains).loweredBy<32>().v;
+    }
+    const BothChannels out = pairs.channels();
+    saturatedSamples(out.left.shiftedRight<1>()).store(leftSamples + done);
+    saturatedSamples(out.right.shiftedRight<1>()).store(rightSamples + done);
+  }
+  const auto [x1, x2, y1, y2] = state;
+  law.left = {Pair(x1.v).left(), Pair(x2.v).left(), Pair(y1.v).left(), Pair(y2.v).left()};
+  law.right = {Pair(x1.v).right(), Pair(x2.v).right(), Pair(y1.v).right(), Pair(y2.v).right()};
+  return done;
+}
+
 template <TolvanMode kMode>
 unsigned TolvanLaw<kMode>::runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runSerially(law, left, right, count, [](TolvanLaw& now, std::int16_t& l, std::int16_t& r) {
-    stepFilter<cofu::registers::Registers128Sse41, kMode>(now, l, r);
+    stepFilter<HalfRegisters, kMode>(now, l, r);
   });
 }
 
@@ -32,7 +137,7 @@ template unsigned TolvanLaw<TolvanMode::kBandpass>::runAvx2(TolvanLaw&, std::int
 unsigned TalkingModulatorLaw::runAvx2(TalkingModulatorLaw& law, std::int16_t* left, std::int16_t* right,
                                       unsigned count) {
   return runSerially(law, left, right, count, [](TalkingModulatorLaw& now, std::int16_t& l, std::int16_t& r) {
-    stepFormants<cofu::registers::Registers128Sse41>(now, l, r);
+    stepFormants<HalfRegisters>(now, l, r);
   });
 }
 

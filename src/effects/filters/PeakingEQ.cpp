@@ -6,7 +6,8 @@
 #include <numbers>
 
 #include "core/EngineRate.h"
-#include "core/FixedPoint.h"
+#include "effects/filters/PeakingStep.h"
+#include "effects/interfaces/OneLong.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -55,17 +56,12 @@ PeakingEQ::Settings PeakingEQ::settingsOf(const Knobs& knobs) {
 }
 
 void PeakingEQ::stepSide(const Settings& to, Memory& memory, std::int16_t& sample) {
-  const std::int64_t x = std::int64_t{sample} * (1 << kInputShift);
-  // One product serves b1 * x1 - a1 * y1.
-  const std::int64_t first = to.b1 * (memory.x1 - memory.y1);
-  const std::int64_t y = (to.b0 * x + first + to.b2 * memory.x2 - to.a2 * memory.y2) >> kFractionBits;
-  memory.x2 = memory.x1;
-  memory.x1 = x;
-  memory.y2 = memory.y1;
-  // A jump of the frequency can throw the filter beyond its memory, which keeps the low 32 bits.
-  memory.y1 = static_cast<std::int32_t>(y);
-  constexpr std::int64_t kLimit = cofu::core::kFullScale;
-  sample = static_cast<std::int16_t>(std::clamp(y >> kInputShift, -kLimit, kLimit));
+  using Long = lanes::OneLong;
+  PeakingState<Long> state{{memory.x1}, {memory.x2}, {memory.y1}, {memory.y2}};
+  const Long x{std::int64_t{sample} * (1 << kInputShift)};
+  const Long sum = peakingSum(state, x, {{to.b0}, {to.b1}, {to.b2}, {to.a2}});
+  memory = {state.x1.v, state.x2.v, state.y1.v, state.y2.v};
+  saturatedSamples(sum.shiftedRight<kFractionBits + kInputShift>()).store(&sample);
 }
 
 template class TwoKnobEffect<PeakingEQ>;

@@ -12,7 +12,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 template <typename R>
 StereoIn<R> mulShift23(StereoIn<R> value, StereoIn<R> factor) {
   if constexpr (cofu::registers::SignedProducts<R>) {
-    return R::template shiftRightUnsigned64<23>(R::mulEven32(value.v, factor.v));
+    return signedProduct<23>(value, factor);
   } else {
     // The instruction multiplies unsigned values: 2^25 is added first, and its share of the product, a whole number,
     // subtracted afterwards.

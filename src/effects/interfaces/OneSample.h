@@ -46,12 +46,29 @@ inline OneWord magnitude(OneWord a) { return {cofu::core::wrapAbs(a.v)}; }
 inline bool isAnyNegative(OneWord a) { return a.v < 0; }
 
 inline OneWord smaller(OneWord a, OneWord b) { return {std::min(a.v, b.v)}; }
+inline OneWord larger(OneWord a, OneWord b) { return {std::max(a.v, b.v)}; }
 
 /// (a * b) >> kBits with a product of 64 bits, both without a sign. The result must fit 32 bits.
 template <int kBits>
 OneWord product(OneWord a, OneWord b) {
   const std::uint64_t whole = std::uint64_t{static_cast<std::uint32_t>(a.v)} * static_cast<std::uint32_t>(b.v);
   return {static_cast<std::int32_t>(whole >> kBits)};
+}
+
+/// The same with a sign, of which the lower 32 bits are kept.
+template <int kBits>
+OneWord signedProduct(OneWord a, OneWord b) {
+  return {static_cast<std::int32_t>((std::int64_t{a.v} * b.v) >> kBits)};
+}
+
+/// (a * b) >> 15 with a product that wraps at 32 bits.
+inline OneWord mul15(OneWord a, OneWord b) { return {cofu::core::mul15(a.v, b.v)}; }
+
+/// `a`, and a + b, limited to -limit .. limit. `a` lies within the limits of the sum.
+inline OneWord limited(OneWord a, std::int32_t limit) { return {std::clamp(a.v, -limit, limit)}; }
+inline OneWord limitedSum(OneWord a, OneWord b, std::int32_t limit) {
+  const std::int64_t top = limit;
+  return {static_cast<std::int32_t>(std::clamp(std::int64_t{a.v} + b.v, -top, top))};
 }
 
 /// a * factor, both -32768 .. 32767.
@@ -122,6 +139,9 @@ struct OneSample {
   static OneSample load(const std::int16_t* samples) { return {*samples}; }
   void store(std::int16_t* samples) const { *samples = static_cast<std::int16_t>(v); }
 };
+
+/// The samples of words, limited to -32767 .. 32767.
+inline OneSample saturatedSamples(OneWord words) { return {cofu::core::saturate(words.v)}; }
 
 inline OneSample::Wide operator+(OneSample::Wide a, OneSample::Wide b) { return {cofu::core::wrapAdd(a.v, b.v)}; }
 

@@ -20,6 +20,7 @@ struct StereoIn {
 
   Integers v;
 
+  StereoIn() = default;
   StereoIn(Integers words) : v(words) {}
   StereoIn(StereoWords words) : v(words.v) {}
   operator StereoWords() const { return {v}; }
@@ -85,6 +86,20 @@ StereoIn<R> operator*(StereoIn<R> a, StereoIn<R> b) {
 template <typename R>
 StereoIn<R> limited(StereoIn<R> v, std::int32_t limit) {
   return R::limited32(v.v, R::all32(-limit), R::all32(limit));
+}
+
+/// a + b, limited to -limit .. limit, where the sum may need 33 bits: b is limited in its place. `a` lies within the
+/// limits.
+template <typename R>
+StereoIn<R> limitedSum(StereoIn<R> a, StereoIn<R> b, std::int32_t limit) {
+  const StereoIn<R> notAbove = R::min32(b.v, R::sub32(R::all32(limit), a.v));
+  return a + StereoIn<R>(R::max32(notAbove.v, R::sub32(R::all32(-limit), a.v)));
+}
+
+/// (a * b) >> kBits with a product of 64 bits, of which the lower 32 bits are kept.
+template <int kBits, cofu::registers::SignedProducts R>
+StereoIn<R> signedProduct(StereoIn<R> a, StereoIn<R> b) {
+  return R::template shiftRightUnsigned64<kBits>(R::mulEven32(a.v, b.v));
 }
 
 /// (a * b) >> 15 with a product that wraps at 32 bits.

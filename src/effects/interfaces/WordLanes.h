@@ -61,9 +61,19 @@ WordsIn<R> smaller(WordsIn<R> a, WordsIn<R> b) {
   return {R::min32(a.v, b.v)};
 }
 
+template <typename R>
+WordsIn<R> larger(WordsIn<R> a, WordsIn<R> b) {
+  return {R::max32(a.v, b.v)};
+}
+
 template <int kBits, typename R>
 WordsIn<R> product(WordsIn<R> a, WordsIn<R> b) {
   return {R::template mulShiftUnsigned32<kBits>(a.v, b.v)};
+}
+
+template <int kBits, cofu::registers::SignedProducts R>
+WordsIn<R> signedProduct(WordsIn<R> a, WordsIn<R> b) {
+  return {R::template mulShift32<kBits>(a.v, b.v)};
 }
 
 template <typename R>
