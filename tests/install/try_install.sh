@@ -75,8 +75,8 @@ small() {
     echo "$file $version" >"$work/files/$file"
   done
 }
-one=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so bin/sivray share/Tesh/a/old share/Tesh/b)
-two=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so bin/sivray share/Tesh/c/new share/Tesh/b)
+one=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so lib/clap/Sivray.clap bin/sivray share/Tesh/a/old share/Tesh/b)
+two=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so lib/clap/Sivray.clap bin/sivray share/Tesh/c/new share/Tesh/b)
 new_home
 version=1 small "${one[@]}"
 

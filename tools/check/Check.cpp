@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "claphost/ClapLibrary.h"
 #include "formhost/FormFile.h"
 #include "vsthost/PluginLibrary.h"
 
@@ -27,6 +28,9 @@ Verdict verdict(bool passed, const char* format, ...) {
 std::unique_ptr<hosting::PluginFile> CheckSettings::load() const {
   if (isVst2()) {
     return std::make_unique<vsthost::PluginLibrary>(formPath);
+  }
+  if (form == hosting::Form::clap) {
+    return std::make_unique<claphost::ClapLibrary>(formPath, parameterNames);
   }
   return std::make_unique<formhost::FormFile>(form, formPath, parameterNames);
 }

@@ -52,7 +52,7 @@ bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool is
 bool moveControl(EditorScene& scene, hosting::Form form, ControlKind kind, std::size_t index, WindowPoint centre) {
   std::vector<HostCall> calls;
   const auto hear = [&] {
-    if (form == hosting::Form::lv2) {
+    if (form == hosting::Form::lv2 || form == hosting::Form::clap) {
       scene.render();  // Hears of changes with the blocks.
     }
     for (const HostCall& call : scene.host.takeCalls()) {

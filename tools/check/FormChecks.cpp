@@ -44,7 +44,7 @@ Verdict sameParameters(const CheckSettings& settings) {
   for (const float value : {0.0F, 0.25F, 0.5F, 0.7F, 1.0F}) {
     for (int index = 0; index < pair.vst2->parameterCount(); ++index) {
       pair.form->setParameter(index, value);
-      pair.vst2->setParameter(index, value);
+      pair.vst2->setParameter(index, pair.form->settable(index, value));
       missing += pair.form->parameterName(index).empty() ? 1 : 0;
       otherTexts += pair.form->parameterText(index) == pair.vst2->parameterText(index) ? 0 : 1;
     }
@@ -52,7 +52,7 @@ Verdict sameParameters(const CheckSettings& settings) {
     const auto reader = pair.vst2File->makeInstance();
     reader->setChunk(pair.form->chunk());
     for (int index = 0; index < reader->parameterCount(); ++index) {
-      otherValues += reader->parameter(index) == value ? 0 : 1;
+      otherValues += reader->parameter(index) == pair.form->settable(index, value) ? 0 : 1;
     }
   }
   // LV2 has no texts but those of a parameter's steps.
@@ -107,7 +107,7 @@ bool playsOtherwise(HostedPlugin& form, HostedPlugin& vst2, int frames, std::uin
       for (const Hit& hit : hits) {
         plugin.queueNote(hit.note, hit.velocity, hit.frame);
       }
-      plugin.setParameter(index, value);
+      plugin.setParameter(index, form.settable(index, value));
       plugin.process(sounds[which].left.data() + start, sounds[which].right.data() + start, length);
     }
     start += length;

@@ -17,7 +17,7 @@ int wrongEnds(HostedPlugin& host, int index, const CheckSettings& settings) {
   int wrong = start >= 0.0F && start <= 1.0F && !host.parameterName(index).empty() ? 0 : 1;
   for (const float value : {0.0F, 1.0F, 0.5F, start}) {
     host.setParameter(index, value);
-    wrong += host.parameter(index) == value ? 0 : 1;
+    wrong += host.parameter(index) == host.settable(index, value) ? 0 : 1;
     wrong += host.parameterText(index).empty() ? 1 : 0;
   }
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
@@ -60,7 +60,7 @@ Verdict randomSets(const CheckSettings& settings) {
     facts.add(
         play(*host, hitsOver(frames, 300U + static_cast<std::uint32_t>(set), 400), frames, blocksOf(kPlainBlock)));
     for (int index = 0; index < host->parameterCount(); ++index) {
-      lost += host->parameter(index) == values[static_cast<std::size_t>(index)] ? 0 : 1;
+      lost += host->parameter(index) == host->settable(index, values[static_cast<std::size_t>(index)]) ? 0 : 1;
     }
   }
   return verdict(facts.isSane() && lost == 0, "%d random sets and %d at the ends, 5 blocks each, %d values lost", sets,

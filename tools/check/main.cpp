@@ -12,7 +12,7 @@ namespace {
 
 sivray::hosting::Form formNamed(const std::string& name) {
   using sivray::hosting::Form;
-  return name == "vst3" ? Form::vst3 : name == "lv2" ? Form::lv2 : Form::vst2;
+  return name == "vst3" ? Form::vst3 : name == "lv2" ? Form::lv2 : name == "clap" ? Form::clap : Form::vst2;
 }
 
 int check(const sivray::render::Options& options) {

@@ -16,7 +16,7 @@
 
 namespace sivray::hosting {
 
-enum class Form { vst2, vst3, lv2 };
+enum class Form { vst2, vst3, lv2, clap };
 
 /// Thrown when a plug-in cannot be loaded or opened. The text names the file.
 class HostError : public std::runtime_error {
@@ -70,6 +70,8 @@ class HostedPlugin {
   virtual void setParameter(int index, float value) = 0;
   /// The value that the host holds to be the plug-in's.
   virtual float parameter(int index) = 0;
+  /// What becomes of a value that is set: in forms whose parameters have whole numbers, the nearest of them.
+  virtual float settable(int /*index*/, float value) { return value; }
   virtual std::string parameterName(int index) = 0;
   /// The text of the present value.
   virtual std::string parameterText(int index) = 0;

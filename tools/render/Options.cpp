@@ -136,8 +136,8 @@ const std::map<std::string, ValueAction>& valueOptions() {
       {"--library", textOption(&Options::libraryPath)},
       {"--form",
        [](Options& o, Text n, Text v) {
-         if (v != "vst2" && v != "vst3" && v != "lv2") {
-           throw UsageError(n + " takes vst2, vst3 or lv2, not '" + v + "'");
+         if (v != "vst2" && v != "vst3" && v != "lv2" && v != "clap") {
+           throw UsageError(n + " takes vst2, vst3, lv2 or clap, not '" + v + "'");
          }
          o.checkForm = v;
        }},

@@ -48,7 +48,7 @@ struct Options {
   std::vector<int> litPads;  ///< 1 to 8.
   bool check = false;
   bool fullCheck = false;
-  std::string checkForm = "vst2";         ///< vst2, vst3 or lv2.
+  std::string checkForm = "vst2";         ///< vst2, vst3, lv2 or clap.
   std::optional<std::string> bundlePath;  ///< Of the form to check, other than VST 2.
   std::string checkOnly;                  ///< Runs only the checks whose names hold this text.
   double soakHours = 0.0;

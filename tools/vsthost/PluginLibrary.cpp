@@ -69,7 +69,7 @@ std::string findBundle(const std::string& libraryPath, const std::string& form, 
   const juce::File folder = fileAt(libraryPath).getParentDirectory();
   const juce::String name = "Sivray." + juce::String(form);
   for (const juce::File& place : {folder, folder.getParentDirectory(), folder.getSiblingFile("forms")}) {
-    if (const juce::File bundle = place.getChildFile(name); bundle.isDirectory()) {
+    if (const juce::File bundle = place.getChildFile(name); bundle.exists()) {
       return bundle.getFullPathName().toStdString();
     }
   }

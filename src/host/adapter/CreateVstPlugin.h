@@ -4,12 +4,7 @@
 
 #include "host/vst/AudioEffect.h"
 #include "host/vst/VstRecords.h"
-
-#ifdef _WIN32
-#define SIVRAY_EXPORT __declspec(dllexport)
-#else
-#define SIVRAY_EXPORT __attribute__((visibility("default")))
-#endif
+#include "platform/Export.h"
 
 namespace tesh::bramel::vst {
 

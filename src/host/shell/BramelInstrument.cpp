@@ -207,7 +207,15 @@ void BramelInstrument::importPrograms(const std::string& path) { impl->programs.
 bool BramelInstrument::exportPrograms(const std::string& path) { return impl->programs.exportTo(path); }
 bool BramelInstrument::areProgramsWritten() const { return impl->programs.areWritten(); }
 
-std::vector<std::uint8_t> BramelInstrument::getState() { return impl->programs.getState(); }
+std::vector<std::uint8_t> BramelInstrument::getState(std::span<const StateValue> replaced) {
+  return impl->programs.getState([&](vimo::ChunkValues& values) {
+    for (const StateValue& each : replaced) {
+      if (each.id < values.entries.size()) {
+        values.entries[static_cast<std::size_t>(each.id)].value = mapValueFromHost(each.id, each.value);
+      }
+    }
+  });
+}
 bool BramelInstrument::setState(const void* data, std::size_t size) { return impl->programs.setState(data, size); }
 
 // Wiring.

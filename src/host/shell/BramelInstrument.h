@@ -151,8 +151,13 @@ class BramelInstrument : public BramelInstrumentBase {
 
   // State.
 
+  /// A value by the parameter's id, which the state is to hold in place of the present one.
+  struct StateValue {
+    std::uint64_t id = 0;
+    float value = 0.0F;
+  };
   /// The bytes that a host keeps in its song; empty without a processor.
-  std::vector<std::uint8_t> getState();
+  std::vector<std::uint8_t> getState(std::span<const StateValue> replaced = {});
   /// Restores a state that getState returned. Other bytes change nothing and give false.
   bool setState(const void* data, std::size_t size);
 

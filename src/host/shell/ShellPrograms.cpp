@@ -288,7 +288,7 @@ bool ShellPrograms::exportTo(const std::string& path) {
 }
 
 /// No bank changes while `fileMutex` is held, so that blocks wait only while what they change is copied.
-std::vector<std::uint8_t> ShellPrograms::getState() {
+std::vector<std::uint8_t> ShellPrograms::getState(const std::function<void(vimo::ChunkValues&)>& change) {
   if (!core.processor) {
     return {};
   }
@@ -299,6 +299,7 @@ std::vector<std::uint8_t> ShellPrograms::getState() {
     block.flushWrites();
     snapshot = core.processor->snapshotState();
   }
+  change(snapshot.macros);
   EditBufferRecord record;
   core.processor->writeStateContent(snapshot, record.content);
   return packState(record);

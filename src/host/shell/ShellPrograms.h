@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -40,7 +41,8 @@ class ShellPrograms {
   bool exportTo(const std::string& path);
   bool areWritten() const { return isFileWritten; }
 
-  std::vector<std::uint8_t> getState();
+  /// `change` may change what the state holds.
+  std::vector<std::uint8_t> getState(const std::function<void(vimo::ChunkValues&)>& change);
   bool setState(const void* data, std::size_t size);
 
  private:

@@ -1,0 +1,300 @@
+// Turns a CLAP block into the shell's calls.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/clap/ClapBlock.h"
+
+#include <algorithm>
+#include <cmath>
+#include <type_traits>
+
+#include "core/MidiStatus.h"
+
+namespace tesh::bramel::clap {
+namespace {
+
+using cofu::core::mayWait;
+
+constexpr double kLargestVelocity = 127.0;
+
+/// The event as its type says, or null if it is shorter. A MIDI event's last bytes are padding that some hosts leave
+/// out of its size.
+template <typename Event>
+const Event* as(const EventHeader& event) {
+  constexpr std::size_t kNeeded = std::is_same_v<Event, MidiEvent> ? offsetof(MidiEvent, data) + 3 : sizeof(Event);
+  return event.size >= kNeeded ? reinterpret_cast<const Event*>(&event) : nullptr;
+}
+
+bool isWrite(const EventHeader& event) {
+  return event.type == EventType::paramValue || event.type == EventType::paramModulation;
+}
+
+/// The events of a host's list, whose functions are the host's code.
+class EventList {
+ public:
+  explicit EventList(const InputEvents* in) : events(in) {
+    if (events != nullptr && events->size != nullptr && events->get != nullptr) {
+      count = mayWait([this] { return events->size(events); });
+    }
+  }
+
+  template <typename Use>
+  void each(Use use) const {
+    for (std::uint32_t index = 0; index < count; ++index) {
+      const EventHeader* const event = mayWait([this, index] { return events->get(events, index); });
+      if (event != nullptr && event->size >= sizeof(EventHeader) && event->spaceId == kCoreSpace) {
+        use(*event);
+      }
+    }
+  }
+
+ private:
+  const InputEvents* events;
+  std::uint32_t count = 0;
+};
+
+bool push(const OutputEvents* out, const EventHeader& event) {
+  return out != nullptr && out->tryPush != nullptr && mayWait([&] { return out->tryPush(out, &event); });
+}
+
+template <typename Event>
+Event makeEvent(std::uint16_t type, std::uint32_t time) {
+  Event event{};
+  event.header = {sizeof(Event), time, kCoreSpace, type, 0};
+  return event;
+}
+
+}  // namespace
+
+ClapBlock::ClapBlock(const std::shared_ptr<vst::BramelInstrument>& ofInstrument, const ClapParameters& ofParameters,
+                     ClapReports& newReports)
+    : owned(ofInstrument),
+      instrument(*owned),
+      parameters(ofParameters),
+      reports(newReports),
+      writes(owned),
+      values(ofParameters.count()) {}
+
+std::int32_t ClapBlock::process(const Process& block) {
+  const bool hasOutput = block.audioOutputs != nullptr && block.audioOutputCount > 0 &&
+                         block.audioOutputs[0].data32 != nullptr && block.audioOutputs[0].channelCount >= 2;
+  if (!hasOutput) {
+    flush(block.inEvents, block.outEvents);
+    return ProcessStatus::error;
+  }
+  AudioBuffer& main = block.audioOutputs[0];
+  main.constantMask = 0;
+  const Outputs outputs{main.data32[0], main.data32[1]};
+  if (block.transport != nullptr) {
+    takeTransport(*block.transport);
+  }
+  restoreModulation();
+  renderedFrames = 0;
+  noteEnds = block.outEvents;
+  EventList(block.inEvents).each([&](const EventHeader& event) {
+    const std::uint32_t frame = std::clamp(event.time, renderedFrames, std::max(renderedFrames, block.frameCount));
+    if (isWrite(event) && frame > renderedFrames) {
+      render(outputs, renderedFrames, frame);
+    }
+    takeEvent(event, static_cast<std::int32_t>(frame - renderedFrames));
+  });
+  render(outputs, renderedFrames, block.frameCount);
+  giveReports(block.outEvents, block.frameCount);
+  return ProcessStatus::proceed;
+}
+
+void ClapBlock::flush(const InputEvents* in, const OutputEvents* out) {
+  restoreModulation();
+  renderedFrames = 0;
+  noteEnds = out;
+  EventList(in).each([&](const EventHeader& event) {
+    if (isWrite(event)) {
+      takeEvent(event, 0);
+    }
+  });
+  writes.handOver();
+  ++renders;
+  giveReports(out, 0);
+}
+
+void ClapBlock::reset() { held.fill({}); }
+
+void ClapBlock::render(const Outputs& outputs, std::uint32_t from, std::uint32_t to) {
+  writes.handOver();
+  std::array<float*, 2> rest{outputs.left + from, outputs.right + from};
+  instrument.process(nullptr, rest.data(), static_cast<std::int32_t>(to - from));
+  renderedFrames = to;
+  ++renders;
+}
+
+void ClapBlock::takeEvent(const EventHeader& event, std::int32_t frame) {
+  switch (event.type) {
+    case EventType::paramValue:
+    case EventType::paramModulation:
+      if (const auto* const value = as<ParamEvent>(event)) {
+        takeValue(*value);
+      }
+      return;
+    case EventType::noteOn:
+      if (const auto* const note = as<NoteEvent>(event)) {
+        takeNoteOn(*note, frame);
+      }
+      return;
+    case EventType::noteOff:
+    case EventType::noteChoke:
+      if (const auto* const note = as<NoteEvent>(event)) {
+        takeNoteOff(*note, frame);
+      }
+      return;
+    case EventType::midi:
+      if (const auto* const message = as<MidiEvent>(event)) {
+        instrument.sendMidi(message->data, sizeof(message->data), frame);
+      }
+      return;
+    case EventType::transport:
+      if (const auto* const transport = as<TransportEvent>(event)) {
+        takeTransport(*transport);
+      }
+      return;
+    default:
+      return;
+  }
+}
+
+// Values.
+
+void ClapBlock::takeValue(const ParamEvent& event) {
+  const std::uint32_t index = parameters.find(event.paramId, event.cookie);
+  if (index == ClapParameters::kNone || !std::isfinite(event.value)) {
+    return;
+  }
+  Value& value = values[index];
+  if (event.header.type == EventType::paramValue) {
+    value.base = parameters.normalised(index, event.value);
+    value.writtenAt = renders;
+  } else {
+    if (!isModulated(index) && value.writtenAt != renders) {
+      readBase(index);
+    }
+    value.offset = static_cast<float>(event.value);
+  }
+  write(index);
+}
+
+void ClapBlock::readBase(std::uint32_t index) {
+  const std::uint64_t id = parameters.idAt(index);
+  float now = 0.0F;
+  instrument.parameterValues({&id, 1}, {&now, 1});
+  values[index].base = now;
+}
+
+void ClapBlock::write(std::uint32_t index) {
+  const float sum = values[index].base + values[index].offset;
+  writes.put(parameters.idAt(index), std::clamp(sum, 0.0F, 1.0F));
+}
+
+/// Puts the offsets on the values of a kit or a state that has come since the last block.
+void ClapBlock::restoreModulation() {
+  if (!reports.takeValuesChanged()) {
+    return;
+  }
+  for (std::uint32_t index = 0; index < values.size(); ++index) {
+    if (isModulated(index)) {
+      readBase(index);
+      write(index);
+    }
+  }
+}
+
+// Notes. A key has one voice, whatever the ids of its notes are, so that one id a key is remembered.
+
+void ClapBlock::sendNote(std::uint8_t status, std::size_t key, std::uint8_t velocity, std::int32_t frame) {
+  const std::array<std::uint8_t, 3> message{status, static_cast<std::uint8_t>(key), velocity};
+  instrument.sendMidi(message.data(), message.size(), frame);
+}
+
+void ClapBlock::takeNoteOn(const NoteEvent& event, std::int32_t frame) {
+  if (event.key < 0 || event.key >= static_cast<int>(kKeys) || !std::isfinite(event.velocity)) {
+    return;
+  }
+  const auto key = static_cast<std::size_t>(event.key);
+  endNote(key, frame);
+  held[key] = {true, event.noteId, event.port, event.channel};
+  const double velocity = std::clamp(std::round(event.velocity * kLargestVelocity), 1.0, kLargestVelocity);
+  sendNote(cofu::core::kMidiNoteOn, key, static_cast<std::uint8_t>(velocity), frame);
+}
+
+void ClapBlock::takeNoteOff(const NoteEvent& event, std::int32_t frame) {
+  for (std::size_t key = 0; key < kKeys; ++key) {
+    const bool isMeant =
+        (event.key < 0 || static_cast<std::size_t>(event.key) == key) &&
+        (event.noteId < 0 || !held[key].isHeld || held[key].noteId < 0 || event.noteId == held[key].noteId);
+    // A note-off without its note-on reaches the engine as in the other forms, where it names its key.
+    if (isMeant && (held[key].isHeld || event.key >= 0)) {
+      sendNote(cofu::core::kMidiNoteOff, key, 0, frame);
+      endNote(key, frame);
+    }
+  }
+}
+
+/// Tells the host that its note's voice can be modulated no more.
+void ClapBlock::endNote(std::size_t key, std::int32_t frame) {
+  if (!held[key].isHeld) {
+    return;
+  }
+  auto end = makeEvent<NoteEvent>(EventType::noteEnd, renderedFrames + static_cast<std::uint32_t>(frame));
+  end.noteId = held[key].noteId;
+  end.port = held[key].port;
+  end.channel = held[key].channel;
+  end.key = static_cast<std::int16_t>(key);
+  push(noteEnds, end.header);
+  held[key].isHeld = false;
+}
+
+void ClapBlock::takeTransport(const TransportEvent& event) {
+  if ((event.flags & TransportFlag::hasTempo) != 0) {
+    instrument.setHostTempo(event.tempo);
+  }
+  const bool moves = (event.flags & (TransportFlag::isPlaying | TransportFlag::isRecording)) != 0;
+  if (moves != isMoving) {
+    isMoving = moves;
+    instrument.setTransport(moves);
+  }
+}
+
+// Reports.
+
+void ClapBlock::giveReports(const OutputEvents* out, std::uint32_t frames) {
+  const std::uint32_t last = frames > 0 ? frames - 1 : 0;
+  ClapReports::Report report;
+  while (reports.take(report)) {
+    switch (report.kind) {
+      case ClapReports::Report::Kind::value: {
+        values[report.index].base = report.value;
+        if (isModulated(report.index)) {
+          write(report.index);
+        }
+        auto event = makeEvent<ParamEvent>(EventType::paramValue, last);
+        event.paramId = parameters.idAt(report.index);
+        event.noteId = event.port = event.channel = event.key = -1;
+        event.value = parameters.hostValue(report.index, report.value);
+        push(out, event.header);
+        break;
+      }
+      case ClapReports::Report::Kind::gestureBegin:
+      case ClapReports::Report::Kind::gestureEnd: {
+        const bool begins = report.kind == ClapReports::Report::Kind::gestureBegin;
+        auto event = makeEvent<GestureEvent>(begins ? EventType::gestureBegin : EventType::gestureEnd, last);
+        event.paramId = parameters.idAt(report.index);
+        push(out, event.header);
+        break;
+      }
+      case ClapReports::Report::Kind::midi: {
+        auto event = makeEvent<MidiEvent>(EventType::midi, last);
+        std::copy(report.message.begin(), report.message.end(), std::begin(event.data));
+        push(out, event.header);
+        break;
+      }
+    }
+  }
+}
+
+}  // namespace tesh::bramel::clap

@@ -1,0 +1,342 @@
+// The functions by which a CLAP host calls the plug-in and its extensions. Nothing that a host gives is believed: null
+// pointers and numbers out of range are answered by false or 0, and no exception leaves a call.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "host/clap/ClapNotes.h"
+#include "host/clap/ClapPlugin.h"
+#include "host/clap/ClapText.h"
+#include "viewmodels/texts/PanelMacros.h"
+
+namespace tesh::bramel::clap {
+
+struct ClapCalls {
+  /// The answer of `call` for the instance behind the record; a zero if there is none, if it has not been initialised,
+  /// or if `call` throws.
+  template <typename Call>
+  static auto with(const Plugin* record, Call call) noexcept -> std::invoke_result_t<Call, ClapPlugin&> {
+    using Answer = std::invoke_result_t<Call, ClapPlugin&>;
+    auto* const plugin = record == nullptr ? nullptr : static_cast<ClapPlugin*>(record->pluginData);
+    if (plugin == nullptr || plugin->instrument == nullptr) {
+      return Answer();
+    }
+    try {
+      return call(*plugin);
+    } catch (const std::exception&) {
+      return Answer();
+    }
+  }
+
+  // The plug-in itself.
+
+  static bool init(const Plugin* record) {
+    auto* const plugin = static_cast<ClapPlugin*>(record->pluginData);
+    return plugin->init();
+  }
+  static void destroy(const Plugin* record) { delete static_cast<ClapPlugin*>(record->pluginData); }
+  static bool activate(const Plugin* record, double sampleRate, std::uint32_t /*least*/, std::uint32_t /*most*/) {
+    return with(record, [=](ClapPlugin& plugin) { return plugin.activate(sampleRate); });
+  }
+  static void deactivate(const Plugin* record) {
+    with(record, [](ClapPlugin& plugin) { plugin.deactivate(); });
+  }
+  static bool startProcessing(const Plugin* record) {
+    return with(record, [](ClapPlugin& plugin) { return plugin.isActive.load(); });
+  }
+  static void stopProcessing(const Plugin* /*record*/) {}
+  static void reset(const Plugin* record) {
+    with(record, [](ClapPlugin& plugin) { plugin.reset(); });
+  }
+  static std::int32_t process(const Plugin* record, const Process* block) {
+    return with(record, [=](ClapPlugin& plugin) { return plugin.process(block); });
+  }
+  static void onMainThread(const Plugin* record) {
+    with(record, [](ClapPlugin& plugin) { plugin.reports->onMainThread(); });
+  }
+
+  // Ports: one stereo output, one input of notes, and one output of the notes that are played on the panel.
+
+  static std::uint32_t audioPortCount(const Plugin* /*record*/, bool isInput) { return isInput ? 0 : 1; }
+  static bool audioPort(const Plugin* /*record*/, std::uint32_t index, bool isInput, AudioPortInfo* info) {
+    if (isInput || index != 0 || info == nullptr) {
+      return false;
+    }
+    *info = {};
+    copyText("Main", info->name);
+    info->flags = kMainPortFlag;
+    info->channelCount = 2;
+    info->portType = kStereoPort;
+    info->inPlacePair = kInvalidId;
+    return true;
+  }
+
+  static std::uint32_t notePortCount(const Plugin* /*record*/, bool /*isInput*/) { return 1; }
+  static bool notePort(const Plugin* /*record*/, std::uint32_t index, bool isInput, NotePortInfo* info) {
+    if (index != 0 || info == nullptr) {
+      return false;
+    }
+    *info = {};
+    info->supportedDialects = isInput ? kClapDialect | kMidiDialect : kMidiDialect;
+    info->preferredDialect = isInput ? kClapDialect : kMidiDialect;
+    copyText(isInput ? "Notes" : "Keys of the panel", info->name);
+    return true;
+  }
+
+  static std::uint32_t noteNameCount(const Plugin* record) {
+    return with(record, [](ClapPlugin&) { return static_cast<std::uint32_t>(panel::kPads); });
+  }
+  static bool noteName(const Plugin* record, std::uint32_t index, NoteNameInfo* info) {
+    return with(record, [=](ClapPlugin& plugin) {
+      if (index >= panel::kPads || info == nullptr) {
+        return false;
+      }
+      *info = {};
+      copyText(soundNameOf(*plugin.instrument, index), info->name);
+      info->port = info->channel = -1;
+      info->key = static_cast<std::int16_t>(panel::kFirstPadNote + static_cast<int>(index));
+      return true;
+    });
+  }
+
+  // Parameters.
+
+  static std::uint32_t paramCount(const Plugin* record) {
+    return with(record, [](ClapPlugin& plugin) { return plugin.parameters->count(); });
+  }
+  static bool paramInfo(const Plugin* record, std::uint32_t index, ParamInfo* info) {
+    return with(record,
+                [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describe(index, *info); });
+  }
+
+  /// Calls `use` with the plug-in and the index of the parameter `id`; false if there is none.
+  template <typename Use>
+  static bool withParam(const Plugin* record, std::uint32_t id, Use use) noexcept {
+    return with(record, [&](ClapPlugin& plugin) {
+      const std::uint32_t index = plugin.parameters->find(id);
+      return index != ClapParameters::kNone && use(plugin, index);
+    });
+  }
+  static bool paramValue(const Plugin* record, std::uint32_t id, double* value) {
+    return value != nullptr && withParam(record, id, [=](ClapPlugin& plugin, std::uint32_t index) {
+             *value = plugin.valueOf(index);
+             return true;
+           });
+  }
+  static bool paramText(const Plugin* record, std::uint32_t id, double value, char* text, std::uint32_t capacity) {
+    return text != nullptr && capacity > 0 && withParam(record, id, [=](ClapPlugin& plugin, std::uint32_t index) {
+             copyText(plugin.parameters->textOf(index, value), text, capacity);
+             return true;
+           });
+  }
+  static bool paramOfText(const Plugin* record, std::uint32_t id, const char* text, double* value) {
+    return text != nullptr && value != nullptr && withParam(record, id, [=](ClapPlugin& plugin, std::uint32_t index) {
+             return plugin.parameters->valueOf(index, text, *value);
+           });
+  }
+  static void flush(const Plugin* record, const InputEvents* in, const OutputEvents* out) {
+    with(record, [=](ClapPlugin& plugin) { plugin.block->flush(in, out); });
+  }
+
+  static std::uint32_t pageCount(const Plugin* record) {
+    return with(record, [](ClapPlugin& plugin) { return plugin.parameters->pageCount(); });
+  }
+  static bool page(const Plugin* record, std::uint32_t index, RemoteControlsPage* info) {
+    return with(record,
+                [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describePage(index, *info); });
+  }
+
+  // State. What a state is for makes no difference.
+
+  static bool save(const Plugin* record, const OutputStream* stream) {
+    return with(record, [=](ClapPlugin& plugin) { return plugin.save(stream); });
+  }
+  static bool load(const Plugin* record, const InputStream* stream) {
+    return with(record, [=](ClapPlugin& plugin) { return plugin.load(stream); });
+  }
+  static bool saveFor(const Plugin* record, const OutputStream* stream, std::uint32_t /*contextType*/) {
+    return save(record, stream);
+  }
+  static bool loadFor(const Plugin* record, const InputStream* stream, std::uint32_t /*contextType*/) {
+    return load(record, stream);
+  }
+
+  static bool loadPreset(const Plugin* record, std::uint32_t kind, const char* location, const char* key) {
+    return with(record, [=](ClapPlugin& plugin) { return plugin.loadKit(kind, location, key); });
+  }
+
+  // Time.
+
+  static std::uint32_t latency(const Plugin* record) {
+    return with(record, [](ClapPlugin& plugin) { return plugin.latency.load(); });
+  }
+  /// Infinite, so that no host cuts a delay with much feedback off.
+  static std::uint32_t tail(const Plugin* /*record*/) { return kInfiniteTail; }
+  static bool needsRealTime(const Plugin* /*record*/) { return false; }
+  /// Offline and live rendering are the same.
+  static bool setRenderMode(const Plugin* /*record*/, std::int32_t /*mode*/) { return true; }
+
+  // The window: inside the host's, of a fixed size at the host's scale.
+
+#ifdef _WIN32
+  static constexpr const char* kWindowApi = kWindowApiWin32;
+#else
+  static constexpr const char* kWindowApi = kWindowApiX11;
+#endif
+
+  static bool isWindowApi(const Plugin* /*record*/, const char* api, bool isFloating) {
+    return api != nullptr && std::string_view(api) == kWindowApi && !isFloating;
+  }
+  static bool preferredWindowApi(const Plugin* /*record*/, const char** api, bool* isFloating) {
+    if (api == nullptr || isFloating == nullptr) {
+      return false;
+    }
+    *api = kWindowApi;
+    *isFloating = false;
+    return true;
+  }
+  static bool createWindow(const Plugin* record, const char* api, bool isFloating) {
+    return isWindowApi(record, api, isFloating) && with(record, [](ClapPlugin&) { return true; });
+  }
+  static void destroyWindow(const Plugin* record) {
+    with(record, [](ClapPlugin& plugin) {
+      plugin.session->close();
+      plugin.parentWindow = nullptr;
+    });
+  }
+  static bool setWindowScale(const Plugin* record, double scale) {
+    return with(record, [=](ClapPlugin& plugin) {
+      const bool isNew = static_cast<float>(scale) != plugin.session->scale();
+      if (!plugin.session->setScale(static_cast<float>(scale))) {
+        return false;
+      }
+      if (isNew && plugin.session->isOpen()) {
+        const auto size = plugin.session->size();
+        plugin.host.requestResize(static_cast<std::uint32_t>(size.width), static_cast<std::uint32_t>(size.height));
+      }
+      return true;
+    });
+  }
+  static bool windowSize(const Plugin* record, std::uint32_t* width, std::uint32_t* height) {
+    return with(record, [=](ClapPlugin& plugin) {
+      if (width == nullptr || height == nullptr) {
+        return false;
+      }
+      const auto size = plugin.session->size();
+      *width = static_cast<std::uint32_t>(size.width);
+      *height = static_cast<std::uint32_t>(size.height);
+      return true;
+    });
+  }
+  static bool canResize(const Plugin* /*record*/) { return false; }
+  static bool resizeHints(const Plugin* /*record*/, ResizeHints* /*hints*/) { return false; }
+  static bool setWindowSize(const Plugin* record, std::uint32_t width, std::uint32_t height) {
+    std::uint32_t ownWidth = 0;
+    std::uint32_t ownHeight = 0;
+    return windowSize(record, &ownWidth, &ownHeight) && width == ownWidth && height == ownHeight;
+  }
+  static bool setParent(const Plugin* record, const Window* window) {
+    return window != nullptr && isWindowApi(record, window->api, false) && with(record, [=](ClapPlugin& plugin) {
+             plugin.session->close();
+             plugin.parentWindow = window->pointer;
+             plugin.session->open(plugin.parentWindow);
+             return plugin.session->isOpen();
+           });
+  }
+  static bool setTransient(const Plugin* /*record*/, const Window* /*window*/) { return false; }
+  static void suggestTitle(const Plugin* /*record*/, const char* /*title*/) {}
+  static bool show(const Plugin* record) {
+    return with(record, [](ClapPlugin& plugin) {
+      plugin.session->open(plugin.parentWindow);
+      return plugin.session->isOpen();
+    });
+  }
+  static bool hide(const Plugin* record) {
+    return with(record, [](ClapPlugin& plugin) {
+      plugin.session->close();
+      return true;
+    });
+  }
+
+  static const void* extension(const Plugin* /*record*/, const char* id);
+};
+
+namespace {
+
+constexpr AudioPorts kAudioPortCalls{&ClapCalls::audioPortCount, &ClapCalls::audioPort};
+constexpr NotePorts kNotePortCalls{&ClapCalls::notePortCount, &ClapCalls::notePort};
+constexpr NoteName kNoteNameCalls{&ClapCalls::noteNameCount, &ClapCalls::noteName};
+constexpr Params kParamCalls{&ClapCalls::paramCount, &ClapCalls::paramInfo,   &ClapCalls::paramValue,
+                             &ClapCalls::paramText,  &ClapCalls::paramOfText, &ClapCalls::flush};
+constexpr RemoteControls kPageCalls{&ClapCalls::pageCount, &ClapCalls::page};
+constexpr State kStateCalls{&ClapCalls::save, &ClapCalls::load};
+constexpr StateContext kStateContextCalls{&ClapCalls::saveFor, &ClapCalls::loadFor};
+constexpr PresetLoad kPresetCalls{&ClapCalls::loadPreset};
+constexpr Latency kLatencyCalls{&ClapCalls::latency};
+constexpr Tail kTailCalls{&ClapCalls::tail};
+constexpr Render kRenderCalls{&ClapCalls::needsRealTime, &ClapCalls::setRenderMode};
+
+constexpr Gui kGuiCalls{&ClapCalls::isWindowApi,
+                        &ClapCalls::preferredWindowApi,
+                        &ClapCalls::createWindow,
+                        &ClapCalls::destroyWindow,
+                        &ClapCalls::setWindowScale,
+                        &ClapCalls::windowSize,
+                        &ClapCalls::canResize,
+                        &ClapCalls::resizeHints,
+                        &ClapCalls::windowSize,
+                        &ClapCalls::setWindowSize,
+                        &ClapCalls::setParent,
+                        &ClapCalls::setTransient,
+                        &ClapCalls::suggestTitle,
+                        &ClapCalls::show,
+                        &ClapCalls::hide};
+
+struct Extension {
+  std::string_view id;
+  const void* calls;
+};
+
+constexpr std::array kExtensions{Extension{kAudioPorts, &kAudioPortCalls},
+                                 Extension{kNotePorts, &kNotePortCalls},
+                                 Extension{kNoteName, &kNoteNameCalls},
+                                 Extension{kParams, &kParamCalls},
+                                 Extension{kRemoteControls, &kPageCalls},
+                                 Extension{kState, &kStateCalls},
+                                 Extension{kStateContext, &kStateContextCalls},
+                                 Extension{kPresetLoad, &kPresetCalls},
+                                 Extension{kLatency, &kLatencyCalls},
+                                 Extension{kTail, &kTailCalls},
+                                 Extension{kGui, &kGuiCalls},
+                                 Extension{kRender, &kRenderCalls}};
+
+}  // namespace
+
+const void* ClapCalls::extension(const Plugin* /*record*/, const char* id) {
+  for (const Extension& each : kExtensions) {
+    if (id != nullptr && each.id == id) {
+      return each.calls;
+    }
+  }
+  return nullptr;
+}
+
+void ClapPlugin::fillRecord() {
+  record = {&pluginDescriptor(),
+            this,
+            &ClapCalls::init,
+            &ClapCalls::destroy,
+            &ClapCalls::activate,
+            &ClapCalls::deactivate,
+            &ClapCalls::startProcessing,
+            &ClapCalls::stopProcessing,
+            &ClapCalls::reset,
+            &ClapCalls::process,
+            &ClapCalls::extension,
+            &ClapCalls::onMainThread};
+}
+
+}  // namespace tesh::bramel::clap

@@ -1,0 +1,27 @@
+// The kits as a CLAP host's browser finds them: the factory's inside the plug-in, the user's by number in their file.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "host/clap/ClapRecords.h"
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::clap {
+
+/// A program of one of the shell's banks.
+struct KitPlace {
+  std::uint64_t bank = 0;
+  std::uint64_t program = 0;
+};
+
+/// The place that a host's preset names; nothing for one that is not ours. Whether such a program exists the shell
+/// knows.
+std::optional<KitPlace> kitPlaceOf(std::uint32_t locationKind, const char* location, const char* loadKey);
+
+/// The factory whose one provider lists the kits: names as the panel shows them, the style of a factory kit as its
+/// feature, and as keys their numbers from 0.
+const PresetDiscoveryFactory& presetDiscoveryFactory();
+
+}  // namespace tesh::bramel::clap

@@ -1,0 +1,25 @@
+// Finds a pad's sound in the sample library.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "host/clap/ClapNotes.h"
+
+#include "engine/samples/SampleLibrary.h"
+#include "viewmodels/texts/PanelMacros.h"
+#include "viewmodels/texts/ParameterSteps.h"
+
+namespace tesh::bramel::clap {
+
+std::string soundNameOf(vst::BramelInstrument& instrument, std::size_t pad) {
+  auto* const processor = instrument.processorHandle();
+  const vimo::SampleLibrary* const library = processor == nullptr ? nullptr : processor->generator().sampleLibrary();
+  if (library == nullptr || library->waveCount() < 1) {
+    return {};
+  }
+  const float value = instrument.parameterValue(panel::padMacro(pad, panel::kSample));
+  return library->waveName(library->flatIndexOf(quantizeValue(value, library->waveCount(), 0)));
+}
+
+bool choosesSound(std::uint64_t parameterId) {
+  return parameterId < panel::kEffectTypeMacro && parameterId % panel::kMacrosPerPad == panel::kSample;
+}
+
+}  // namespace tesh::bramel::clap

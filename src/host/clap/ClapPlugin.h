@@ -1,0 +1,65 @@
+// The drum module as a CLAP plug-in: one instance, and the table of functions by which its host calls it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+#include "host/clap/ClapBlock.h"
+#include "host/clap/ClapHost.h"
+#include "host/clap/ClapParameters.h"
+#include "host/clap/ClapRecords.h"
+#include "host/clap/ClapReports.h"
+#include "host/editor/BramelInstrumentEditor.h"
+#include "host/editor/EditorSession.h"
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::clap {
+
+/// Songs know the plug-in by its id, which therefore never changes.
+inline constexpr const char* kPluginId = "tesh.sivray";
+
+const Descriptor& pluginDescriptor();
+
+/// Owned by the host, which ends it by `destroy`. What a host calls at the wrong time or from a thread that it itself
+/// says is the wrong one changes nothing. Where the instrument's files are missing, `init` fails.
+class ClapPlugin {
+ public:
+  /// Returns the record that the host calls; `host` outlives it.
+  static const Plugin* make(const Host* host);
+
+ private:
+  friend struct ClapCalls;  ///< The functions of the record and of the extensions.
+
+  explicit ClapPlugin(const Host* host);
+
+  void fillRecord();
+  bool init();
+  bool activate(double sampleRate);
+  void deactivate();
+  std::int32_t process(const Process* given) SIVRAY_NONBLOCKING;
+  void reset();
+  bool save(const OutputStream* stream);
+  bool load(const InputStream* stream);
+  bool loadKit(std::uint32_t locationKind, const char* location, const char* loadKey);
+  double valueOf(std::uint32_t index);
+
+  /// Hears of samples that change, and passes all reports on to the panel.
+  class PanelReports;
+
+  Plugin record{};
+  ClapHost host;
+  std::shared_ptr<vst::BramelInstrument> instrument;  ///< Null until `init`, as all below.
+  std::shared_ptr<vst::BramelInstrumentEditor> panel;
+  std::unique_ptr<ClapParameters> parameters;
+  std::shared_ptr<ClapReports> reports;  ///< The instrument holds this and the next one weakly.
+  std::shared_ptr<PanelReports> panelReports;
+  std::unique_ptr<ClapBlock> block;
+  std::unique_ptr<vst::EditorSession> session;  ///< Goes before all that it shows.
+  void* parentWindow = nullptr;                 ///< Of the host; null while it shows no panel.
+  std::atomic<bool> isActive = false;
+  std::atomic<std::uint32_t> latency = 0;  ///< Frames.
+};
+
+}  // namespace tesh::bramel::clap

@@ -1,0 +1,72 @@
+// The shell's reports on their way to a CLAP host: values and gestures wait for the next block or flush, all else for
+// the host's main thread.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "core/LockFreeRing.h"
+#include "core/RealTime.h"
+#include "host/clap/ClapHost.h"
+#include "host/clap/ClapParameters.h"
+#include "host/shell/BramelInstrumentCallbacks.h"
+
+namespace tesh::bramel::clap {
+
+/// Hears what the shell tells its host. The message thread and, inside a block, the audio thread call it.
+class ClapReports final : public vst::BramelInstrumentHostCallback {
+ public:
+  /// What waits for a block or a flush.
+  struct Report {
+    enum class Kind : std::uint8_t { value, gestureBegin, gestureEnd, midi };
+    Kind kind = Kind::value;
+    std::uint32_t index = 0;  ///< Of the parameter.
+    float value = 0.0F;       ///< As the instrument has it.
+    std::array<std::uint8_t, 3> message{};
+  };
+
+  /// All outlive this object.
+  ClapReports(vst::BramelInstrument& instrument, const ClapParameters& parameters, const ClapHost& host);
+
+  void beginEdit(std::uint64_t visibleIndex) override;
+  void endEdit(std::uint64_t visibleIndex) override;
+  void automate(std::uint64_t visibleIndex, float value) override;
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
+  void parametersChanged() override;
+  void programChanged(vst::Origin /*origin*/) override {}
+  void keyStateChanged(int /*note*/) override {}
+
+  /// The oldest report, if one waits. By one thread at a time, which the interface's rules see to. Audio thread too.
+  bool take(Report& report) SIVRAY_NONBLOCKING;
+
+  /// True once after all values may have changed. Audio thread.
+  bool takeValuesChanged() SIVRAY_NONBLOCKING { return haveValuesChanged.exchange(false); }
+
+  /// A pad's sample may have changed. Any thread, the audio thread too.
+  void sampleChanged() SIVRAY_NONBLOCKING;
+
+  /// Tells the host what waits for its main thread. Main thread.
+  void onMainThread();
+
+ private:
+  void put(const Report& report);
+
+  static constexpr std::size_t kReports = 1024;
+
+  vst::BramelInstrument& instrument;
+  const ClapParameters& parameters;
+  const ClapHost& host;
+  std::mutex writing;  ///< Held for a few stores.
+  vimo::LockFreeRing<Report> reports{kReports};
+  std::atomic<bool> haveValuesChanged = false;  ///< The block's to take.
+  std::atomic<bool> isRescanWanted = false;     ///< The main thread's to take, as the next one.
+  std::atomic<bool> haveNamesChanged = false;
+};
+
+}  // namespace tesh::bramel::clap

@@ -1,0 +1,9 @@
+// The mark of what a library shows its host.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#ifdef _WIN32
+#define SIVRAY_EXPORT __declspec(dllexport)
+#else
+#define SIVRAY_EXPORT __attribute__((visibility("default")))
+#endif

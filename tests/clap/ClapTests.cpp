@@ -1,0 +1,236 @@
+// What a CLAP host hears and is told.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "clap/ClapScene.h"
+
+namespace clap {
+namespace {
+
+/// Both halves of a block that is cut, as one.
+Samples joined(const Samples& first, const Samples& second) {
+  const auto middle = [](const Samples& both) { return both.begin() + static_cast<std::ptrdiff_t>(both.size() / 2); };
+  Samples whole(first.begin(), middle(first));
+  whole.insert(whole.end(), second.begin(), middle(second));
+  whole.insert(whole.end(), middle(first), first.end());
+  whole.insert(whole.end(), middle(second), second.end());
+  return whole;
+}
+
+bool isSilent(const Samples& samples) {
+  return std::ranges::all_of(samples, [](float sample) { return sample == 0.0F; });
+}
+
+TEST_F(Clap, ValuesAndNotesTakeForceAtTheirOwnFrames) {
+  for (const double rate : {44100.0, 48000.0}) {
+    Instance whole;
+    Instance cut;
+    whole.started(rate);
+    cut.started(rate);
+    whole.note(EventType::noteOn, 36, 10);
+    whole.events.addValue(kLevelOfPad1, nullptr, 0.1, 200);
+    whole.note(EventType::noteOn, 37, 250);
+    cut.note(EventType::noteOn, 36, 10);
+    const Samples first = cut.render(200);
+    cut.events.addValue(kLevelOfPad1, nullptr, 0.1, 0);
+    cut.note(EventType::noteOn, 37, 50);
+    const Samples expected = joined(first, cut.render(312));
+    EXPECT_FALSE(isSilent(expected));
+    EXPECT_EQ(whole.render(512), expected) << rate;
+    EXPECT_FLOAT_EQ(static_cast<float>(whole.value(kLevelOfPad1)), 0.1F);
+  }
+}
+
+TEST_F(Clap, EventsOutOfOrderCountAtOnceAndForeignOnesNotAtAll) {
+  Instance one;
+  Instance other;
+  one.started();
+  other.started();
+  one.events.addValue(kLevelOfPad1, nullptr, 0.2, 100);
+  one.events.addValue(kMaster, nullptr, 0.5, 30);  // Late: counts at 100.
+  other.events.addValue(kLevelOfPad1, nullptr, 0.2, 100);
+  other.events.addValue(kMaster, nullptr, 0.5, 100);
+  for (Instance* const each : {&one, &other}) {
+    each->note(EventType::noteOn, 36, 120);
+  }
+  NoteEvent foreign{};
+  foreign.key = 37;
+  foreign.velocity = 1.0;
+  foreign.header = {sizeof(foreign), 0, 7, EventType::noteOn, 0};  // Another space.
+  one.events.add(foreign);
+  foreign.header = {sizeof(EventHeader), 0, kCoreSpace, EventType::noteOn, 0};  // Too short.
+  one.events.add(foreign);
+  foreign.header = {sizeof(foreign), 0, kCoreSpace, 999, 0};  // Unknown.
+  one.events.add(foreign);
+  one.events.addValue(12345, nullptr, 0.5, 0);
+  one.events.addValue(kMaster, nullptr, std::numeric_limits<double>::quiet_NaN(), 0);
+  one.note(EventType::noteOn, -1, 0);
+  one.note(EventType::noteOn, 500, 0);
+  EXPECT_EQ(one.render(512), other.render(512));
+}
+
+TEST_F(Clap, ANotesEndIsToldWithItsId) {
+  Instance plugin;
+  plugin.started();
+  plugin.note(EventType::noteOn, 36, 5, 11);
+  plugin.note(EventType::noteOn, 38, 6, 12);
+  plugin.note(EventType::noteOn, 36, 7, 13);   // The key has one voice.
+  plugin.note(EventType::noteOff, 36, 8, 99);  // Another note's.
+  plugin.note(EventType::noteChoke, 36, 9, 13);
+  plugin.note(EventType::noteOff, -1, 20);  // All that are held.
+  plugin.render(64);
+  EXPECT_EQ(plugin.log, (Log{"end 36 id 11@7", "end 36 id 13@9", "end 38 id 12@20"}));
+}
+
+TEST_F(Clap, ModulationIsHeardButNeitherKeptNorShown) {
+  Instance modulated;
+  Instance plain;
+  modulated.started();
+  plain.started();
+  modulated.events.addValue(kLevelOfPad1, nullptr, 0.75, 0);
+  modulated.events.addValue(kLevelOfPad1, nullptr, -0.5, 0, EventType::paramModulation);
+  plain.events.addValue(kLevelOfPad1, nullptr, 0.25, 0);
+  for (Instance* const each : {&modulated, &plain}) {
+    each->note(EventType::noteOn, 36, 0);
+  }
+  EXPECT_EQ(modulated.render(512), plain.render(512));
+  EXPECT_EQ(modulated.value(kLevelOfPad1), 0.75);
+  Instance reader;
+  reader.started();
+  EXPECT_TRUE(reader.load(modulated.state()));
+  EXPECT_EQ(reader.value(kLevelOfPad1), 0.75);
+  modulated.events.addValue(kLevelOfPad1, nullptr, 0.0, 0, EventType::paramModulation);
+  plain.events.addValue(kLevelOfPad1, nullptr, 0.75, 0);
+  EXPECT_EQ(modulated.render(64), plain.render(64));
+}
+
+TEST_F(Clap, ModulationStaysWhenAKitComes) {
+  Instance modulated;
+  Instance plain;
+  modulated.started();
+  plain.started();
+  modulated.events.addValue(kMaster, nullptr, -0.25, 0, EventType::paramModulation);
+  modulated.render(64);
+  for (Instance* const each : {&modulated, &plain}) {
+    const auto& presets = each->extension<PresetLoad>(kPresetLoad);
+    EXPECT_TRUE(presets.fromLocation(each->plugin, LocationKind::plugin, nullptr, "1"));
+  }
+  modulated.render(64);
+  plain.render(64);
+  EXPECT_EQ(modulated.value(kMaster), plain.value(kMaster));
+  plain.events.addValue(kMaster, nullptr, plain.value(kMaster) - 0.25, 0);
+  plain.render(2048);
+  modulated.render(2048);
+  for (Instance* const each : {&modulated, &plain}) {
+    each->note(EventType::noteOn, 36, 0);
+  }
+  EXPECT_EQ(modulated.render(512), plain.render(512));
+}
+
+TEST_F(Clap, StatesComeInPiecesAndBrokenOnesChangeNothing) {
+  Instance first;
+  Instance second;
+  first.started();
+  second.started();
+  first.events.addValue(kLevelOfPad1, nullptr, 0.3, 0);
+  first.render(64);
+  const Bytes state = first.state();
+  EXPECT_TRUE(second.load(state));
+  EXPECT_EQ(second.value(kLevelOfPad1), first.value(kLevelOfPad1));
+  const Bytes own = second.state();
+  EXPECT_TRUE(second.load(own));
+  EXPECT_TRUE(second.state() == own);
+  EXPECT_TRUE(second.wantsCallback);
+  second.answerCallback();
+  EXPECT_EQ(second.log, (Log{"rescan", "dirty", "names"}));
+  for (Bytes broken : {Bytes(), Bytes(state.begin(), state.begin() + 100), Bytes(1000, 0xC1)}) {
+    EXPECT_FALSE(second.load(broken));
+    EXPECT_TRUE(second.state() == own);
+  }
+}
+
+TEST_F(Clap, CallsAtTheWrongTimeChangeNothing) {
+  Instance plugin;
+  EXPECT_EQ(plugin.plugin->process(plugin.plugin, nullptr), ProcessStatus::error);
+  EXPECT_FALSE(plugin.plugin->activate(plugin.plugin, 44100.0, 1, 64));
+  EXPECT_EQ(plugin.extension<Params>(kParams).count(plugin.plugin), 0U);
+  EXPECT_TRUE(plugin.plugin->init(plugin.plugin));
+  EXPECT_FALSE(plugin.plugin->init(plugin.plugin));
+  plugin.note(EventType::noteOn, 36, 0);
+  EXPECT_TRUE(isSilent(plugin.render(64)));
+  EXPECT_EQ(plugin.status, ProcessStatus::error);
+  for (const double rate : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 1e300}) {
+    EXPECT_FALSE(plugin.plugin->activate(plugin.plugin, rate, 1, 64));
+  }
+  EXPECT_EQ(plugin.plugin->getExtension(plugin.plugin, "clap.of.another"), nullptr);
+  EXPECT_EQ(plugin.plugin->getExtension(plugin.plugin, nullptr), nullptr);
+}
+
+TEST_F(Clap, AResetEndsAllSound) {
+  Instance plugin;
+  plugin.started();
+  plugin.note(EventType::noteOn, 36, 0, 4);
+  EXPECT_FALSE(isSilent(plugin.render(512)));
+  plugin.plugin->reset(plugin.plugin);
+  EXPECT_TRUE(isSilent(plugin.render(512)));
+  plugin.log.clear();
+  plugin.note(EventType::noteOff, -1, 0);
+  plugin.render(64);
+  EXPECT_TRUE(plugin.log.empty()) << "the key is held no more";
+}
+
+TEST_F(Clap, EveryTextLeadsBackToItsValue) {
+  Instance plugin;
+  plugin.started();
+  const auto& params = plugin.extension<Params>(kParams);
+  const std::uint32_t count = params.count(plugin.plugin);
+  ASSERT_GT(count, 0U);
+  for (std::uint32_t index = 0; index < count; ++index) {
+    ParamInfo info{};
+    ASSERT_TRUE(params.getInfo(plugin.plugin, index, &info));
+    EXPECT_LE(info.minimum, info.defaultValue);
+    EXPECT_LE(info.defaultValue, info.maximum);
+    for (const double share : {0.0, 0.4, 1.0}) {
+      const double value = std::round(share * info.maximum * 127.0) / 127.0;
+      std::array<char, 64> text{};
+      std::array<char, 64> again{};
+      double back = -1.0;
+      ASSERT_TRUE(params.valueToText(plugin.plugin, info.id, value, text.data(), text.size()));
+      ASSERT_TRUE(params.textToValue(plugin.plugin, info.id, text.data(), &back)) << text.data();
+      ASSERT_TRUE(params.valueToText(plugin.plugin, info.id, back, again.data(), again.size()));
+      EXPECT_STREQ(again.data(), text.data()) << info.name;
+    }
+    EXPECT_FALSE(params.textToValue(plugin.plugin, info.id, "no such text", &info.minimum));
+  }
+  ParamInfo info{};
+  EXPECT_FALSE(params.getInfo(plugin.plugin, count, &info));
+}
+
+TEST_F(Clap, AFlushTakesValuesWithoutSound) {
+  Instance plugin;
+  EXPECT_TRUE(plugin.plugin->init(plugin.plugin));
+  plugin.events.addValue(kMaster, nullptr, 0.5, 0);
+  plugin.flush();
+  EXPECT_EQ(plugin.value(kMaster), 0.5);
+}
+
+TEST_F(Clap, KitsAreChosenByTheirNumbers) {
+  Instance plugin;
+  plugin.started();
+  const auto& presets = plugin.extension<PresetLoad>(kPresetLoad);
+  EXPECT_TRUE(presets.fromLocation(plugin.plugin, LocationKind::plugin, nullptr, "1"));
+  plugin.answerCallback();
+  EXPECT_EQ(plugin.log, (Log{"loaded 1", "rescan", "dirty", "names"}));
+  plugin.log.clear();
+  for (const char* const key : {"2", "-1", "x", ""}) {
+    EXPECT_FALSE(presets.fromLocation(plugin.plugin, LocationKind::plugin, nullptr, key)) << key;
+  }
+  EXPECT_FALSE(presets.fromLocation(plugin.plugin, LocationKind::file, "/etc/passwd", "0"));
+  EXPECT_FALSE(presets.fromLocation(plugin.plugin, LocationKind::plugin, nullptr, nullptr));
+  EXPECT_EQ(plugin.log, Log(6, "failed"));
+}
+
+}  // namespace
+}  // namespace clap
