@@ -163,7 +163,7 @@ Verdict atRest(const CheckSettings& settings) {
   constexpr double kMostOpen = 0.002;
   constexpr double kMostClosed = 0.001;
   constexpr double kMostWakeUps = 5.0;
-  constexpr std::chrono::milliseconds kPictureKept{3500};  // JUCE lets go of the last picture after three seconds.
+  constexpr std::chrono::milliseconds kAfterPainting{300};  // The window must not go on looking for what to paint.
   const std::chrono::milliseconds time(settings.count(1000, 10000));
   const auto library = settings.load();
   EditorScene scene(*library);
@@ -172,7 +172,7 @@ Verdict atRest(const CheckSettings& settings) {
   scene.render();
   scene.window.moveTo({4, 464});  // Beside every control, so that no tooltip comes.
   const std::uint64_t picture = scene.settledPicture();
-  formhost::rest(kPictureKept);
+  formhost::rest(kAfterPainting);
   const Rest open = restingUse(time, kMostOpen, plugin);
   const bool isStill = scene.window.picture() == picture;
   scene.close();

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -93,9 +97,29 @@ Verdict missingResources(const CheckSettings& settings) {
                  fonts, opened, changed);
 }
 
+/// The panel brings its own fonts: those of the system, of which there may be thousands, are not even looked at.
+Verdict installedFonts(const CheckSettings& settings) {
+  const Sandbox sandbox;
+  const std::string folder = sandbox.documents() + "/fonts";
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder + "/installed.ttf") << "no font, but to know that it must be opened";
+  const ScopedVariable fonts("JUCE_FONT_PATH", folder);  // In place of the system's folders.
+  const int watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+  ::inotify_add_watch(watch, folder.c_str(), IN_OPEN);
+  const bool isOpen = pictureOf(settings.libraryPath) != 0;
+  std::array<char, 4096> events{};
+  const bool isLookedAt = ::read(watch, events.data(), events.size()) > 0;
+  ::close(watch);
+  return verdict(isOpen && !isLookedAt, "the panel %s, the folder of fonts %s", isOpen ? "opens" : "does not open",
+                 isLookedAt ? "was looked at" : "was left alone");
+}
+
 }  // namespace
 
-std::vector<Check> editorResourceChecks() { return {{"missing resources", missingResources, CheckedForms::vst2}}; }
+std::vector<Check> editorResourceChecks() {
+  return {{"missing resources", missingResources, CheckedForms::vst2},
+          {"installed fonts", installedFonts, CheckedForms::vst2}};
+}
 
 }  // namespace sivray::check
 
