@@ -61,7 +61,7 @@ void DrumEngine::loadWaves() {
   for (const auto& group : padGroups) {
     group->loadWave();
   }
-  core.waveReadings().finish();
+  core.waves().finish();
 }
 
 ProgramBankGroups DrumEngine::bankGroups() {
@@ -139,7 +139,7 @@ bool DrumEngine::readsFile(std::uint32_t id) const {
 
 void DrumEngine::prepare(std::uint32_t id, float value) {
   if (readsFile(id)) {
-    padGroups[parameterGroup(id)]->prepareWave(integerAt(*placeOf(id).row, value));
+    padGroups[parameterGroup(id)]->fetchWave(integerAt(*placeOf(id).row, value));
   }
 }
 

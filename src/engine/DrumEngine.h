@@ -45,7 +45,7 @@ class DrumEngine {
   void loadWaves();
 
   /// Reads one more piece of the waves that blocks have changed. Once a block, on its thread.
-  void readOn() SIVRAY_NONBLOCKING { core.waveReadings().readOn(); }
+  void readOn() SIVRAY_NONBLOCKING { core.waves().readOn(); }
 
   /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
   /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that

@@ -89,10 +89,10 @@ void Q57214DrumParameterInfo::loadWave() {
   }
 }
 
-void Q57214DrumParameterInfo::prepareWave(std::int32_t wave) const {
+void Q57214DrumParameterInfo::fetchWave(std::int32_t wave) const {
   const std::int32_t clamped = clampedWave(wave);
   if (padValues[PadParameter::wave] != clamped) {
-    core.prepareWave(static_cast<std::size_t>(pad), clamped);
+    core.waves().fetch(static_cast<std::size_t>(pad), clamped);
   }
 }
 

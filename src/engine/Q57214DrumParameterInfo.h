@@ -35,7 +35,7 @@ class Q57214DrumParameterInfo : public IParameter {
   void loadWave();
 
   /// Reads a wave ahead, if it is another one than the pad's. Any thread but the audio thread.
-  void prepareWave(std::int32_t wave) const;
+  void fetchWave(std::int32_t wave) const;
 
   /// The values that the voices read.
   const PadValues& values() const { return padValues; }

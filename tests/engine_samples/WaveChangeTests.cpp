@@ -25,11 +25,11 @@ std::vector<std::int16_t> ramp(int first, int frames) {
 
 /// Two pads with their own sample library.
 struct Pads {
-  explicit Pads(const std::vector<support::Wave>& waves) : folder(waves), file("SivrayPCM") {}
+  explicit Pads(const std::vector<support::Wave>& library) : folder(library), file("SivrayPCM") {}
 
   void change(int pad, std::int32_t wave) {
     throughBack.setValue(pad, &wave);
-    load.finish();
+    waves.finish();
   }
   std::uint64_t frames(std::size_t pad) const { return pool.slot(pad).frames; }
 
@@ -44,10 +44,11 @@ struct Pads {
 
   support::SampleFolder folder;
   PcmFile file;
-  PcmPool pool{2, kSlotFrames};
-  PrepareWaveChange prepare{pool};
-  PCMLoadTask load{pool, file};
-  PCMLoadAck acknowledge{pool};
+  PadWaves waves{file, 2, kSlotFrames};
+  PcmPool& pool = waves.pool();
+  PrepareWaveChange prepare{waves};
+  PCMLoadTask load{waves};
+  PCMLoadAck acknowledge{waves};
   ThroughBack throughBack{prepare, load, acknowledge};
 };
 
@@ -121,16 +122,16 @@ TEST(WaveChange, ReadsWavesAgainWhenTheDataComesBack) {
   Pads pads({{"long", ramp(1, 15), {}}, {"short", ramp(50, 4), {}}});
   const std::string data = pads.folder.pathOf("drumdata.bin");
   pads.change(0, 0);
-  pads.load.prepare(0, 0);
+  pads.waves.fetch(0, 0);
   std::filesystem::rename(data, data + ".away");
-  pads.load.prepare(0, 1);
+  pads.waves.fetch(0, 1);
   pads.change(0, 1);
   EXPECT_EQ(pads.frames(0), 0U);
-  pads.load.prepare(1, 0);
+  pads.waves.fetch(1, 0);
   std::filesystem::rename(data + ".away", data);
   pads.change(1, 0);
   EXPECT_EQ(pads.side(1, 0), padded(ramp(1, 15)));
-  pads.load.prepare(0, 1);
+  pads.waves.fetch(0, 1);
   pads.change(0, 1);
   EXPECT_EQ(pads.frames(0), 4U);
   EXPECT_EQ(pads.side(0, 0), padded(ramp(50, 4)));
@@ -148,7 +149,7 @@ TEST(WaveChange, GivesTheSameSlotsWhetherAWaveWasReadAheadOrNot) {
   std::atomic<bool> isOver{false};
   std::thread asker([&] {
     for (std::uint32_t i = 0; !isOver; ++i) {
-      pads.load.prepare(i % 2, static_cast<std::int32_t>(i * 7 % 18));
+      pads.waves.fetch(i % 2, static_cast<std::int32_t>(i * 7 % 18));
     }
   });
   std::mt19937 random(3);
@@ -156,7 +157,7 @@ TEST(WaveChange, GivesTheSameSlotsWhetherAWaveWasReadAheadOrNot) {
     const std::size_t pad = random() % 2;
     const auto wave = static_cast<std::int32_t>(random() % 18);
     if (random() % 3 == 0) {
-      pads.load.prepare(pad, wave);
+      pads.waves.fetch(pad, wave);
     }
     pads.change(static_cast<int>(pad), wave);
     ASSERT_EQ(pads.frames(pad), static_cast<std::uint64_t>(wave) + 1);
@@ -172,22 +173,21 @@ TEST(WaveChange, KeepsTheFormerWaveInMemoryOnlyUntilTheNextIsReadAhead) {
   constexpr std::size_t kFrames = 40960;  // 40 pages.
   const support::SampleFolder folder({{"long", ramp(1, kFrames), {}}, {"short", ramp(1, 10), {}}});
   PcmFile file("SivrayPCM");
-  PcmPool pool(1, kFrames + 2);
-  PCMLoadTask load(pool, file);
-  const auto change = [&load](std::int32_t wave) {
-    load.setValue(0, &wave);
-    load.finish();
+  PadWaves pads(file, 1, kFrames + 2);
+  const auto change = [&pads](std::int32_t wave) {
+    pads.take(0, wave);
+    pads.finish();
   };
-  const auto presentPages = [&pool] {
+  const auto presentPages = [&pool = pads.pool()] {
     std::vector<unsigned char> present(2 * 41);
     ::mincore(const_cast<std::int16_t*>(pool.base()), present.size() * 4096, present.data());
     return std::count_if(present.begin(), present.end(), [](unsigned char bits) { return (bits & 1U) != 0; });
   };
   change(0);
   const auto ofOne = presentPages();
-  load.prepare(0, 1);
+  pads.fetch(0, 1);
   change(1);
-  load.prepare(0, 1);
+  pads.fetch(0, 1);
   EXPECT_LE(presentPages(), ofOne / 10);
 }
 
@@ -195,25 +195,27 @@ TEST(WaveChange, ReadsOnNoLongerOnceAWaveThatWasReadAheadTakesOver) {
   constexpr std::size_t kFrames = 3 * WaveReading::kPieceFrames;
   const support::SampleFolder folder({{"long", ramp(1, kFrames), {}}});
   PcmFile file("SivrayPCM");
-  PcmPool pool(1, kFrames + 2);
-  PCMLoadTask load(pool, file);
-  std::int32_t wave = 0;
-  load.setValue(0, &wave);
-  EXPECT_TRUE(load.isReading());
-  load.prepare(0, wave);
-  load.setValue(0, &wave);
-  EXPECT_FALSE(load.isReading()) << "the next block would look for a pad that reads, without end";
+  PadWaves pads(file, 1, kFrames + 2);
+  const auto [before, still] = pads.take(0, 0);
+  EXPECT_EQ(before, still);
+  EXPECT_TRUE(pads.isReading());
+  pads.fetch(0, 0);
+  const auto [from, to] = pads.take(0, 0);
+  EXPECT_EQ(from, still);
+  EXPECT_EQ(to, pads.pool().frameOf(pads.pool().slot(0).data)) << "voices play on from where the memory is now";
+  EXPECT_NE(to, from);
+  EXPECT_FALSE(pads.isReading()) << "the next block would look for a pad that reads, without end";
 }
 
 TEST(WaveChange, NeedsNoFileForAWaveThatWasReadAhead) {
   Pads pads({{"first", ramp(1, 4), {}}, {"second", ramp(5, 10), {}}});
   pads.change(0, 0);
-  pads.load.prepare(0, 1);
+  pads.waves.fetch(0, 1);
   EXPECT_EQ(pads.side(0, 0), padded(ramp(1, 4)));
   std::filesystem::remove(pads.folder.pathOf("drumdata.bin"));
   pads.change(0, 1);
   EXPECT_EQ(pads.side(0, 0), padded(ramp(5, 10)));
-  pads.load.prepare(0, 0);  // Nothing can be read any more.
+  pads.waves.fetch(0, 0);  // Nothing can be read any more.
   pads.change(0, 0);
   EXPECT_EQ(pads.frames(0), 0U);
 }

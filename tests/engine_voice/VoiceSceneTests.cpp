@@ -114,7 +114,7 @@ class Scene {
   void changeWave(int pad) {
     std::int32_t wave = pick(0, static_cast<int>(waves.size()) - 1);
     if (pick(0, 2) != 0) {  // Read ahead, or sometimes another one.
-      core->prepareWave(static_cast<std::size_t>(pad), pick(0, 3) == 0 ? 0 : wave);
+      core->waves().fetch(static_cast<std::size_t>(pad), pick(0, 3) == 0 ? 0 : wave);
     }
     core->waveChange().setValue(pad, &wave);
     model->loadWave(static_cast<std::size_t>(pad), static_cast<std::size_t>(wave));

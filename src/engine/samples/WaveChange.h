@@ -1,18 +1,15 @@
-// The change of a pad's wave: three steps with the interface of a parameter group, and the object that runs them in
-// order. A group has one parameter per pad, whose value is a wave number. Values can be set but not read.
+// The change of a pad's wave as the engine's parameters see it: three steps with the interface of a parameter group,
+// and the object that runs them in order. A group has one parameter per pad, whose value is a wave number. Values can
+// be set but not read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <mutex>
-#include <vector>
+#include <span>
 
 #include "core/RealTime.h"
-#include "engine/samples/PcmFile.h"
-#include "engine/samples/PcmPool.h"
-#include "engine/samples/WaveReading.h"
+#include "engine/samples/PadWaves.h"
 #include "parameters/IParameter.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -20,9 +17,9 @@ namespace tesh::bramel::plugin::sivray {
 /// The base of the steps. `setValue` runs the step for a pad, and ignores a pad out of range.
 class WaveChangeStep : public IParameter {
  public:
-  explicit WaveChangeStep(PcmPool& sampleMemory) : pool(sampleMemory) {}
+  explicit WaveChangeStep(PadWaves& padWaves) : waves(padWaves) {}
 
-  int count() const override { return static_cast<int>(pool.slotCount()); }
+  int count() const override { return static_cast<int>(waves.pool().slotCount()); }
   int setValue(int pad, std::int32_t* wave) override;
   std::int32_t value(int) const override { return 0; }
   std::string format(int, std::int32_t) const override { return {}; }
@@ -32,7 +29,7 @@ class WaveChangeStep : public IParameter {
  protected:
   virtual void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING = 0;
 
-  PcmPool& pool;
+  PadWaves& waves;
 };
 
 /// Empties the pad's slot, so that a voice which starts during the read finds length 0.
@@ -44,55 +41,18 @@ class PrepareWaveChange final : public WaveChangeStep {
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
-/// Told when a slot's memory lies elsewhere from now on; `from` and `to` are the places of its first frame, see
-/// PcmPool::frameOf.
-class SlotMoveListener {
- public:
-  virtual ~SlotMoveListener() = default;
-  virtual void slotMoved(std::int32_t from, std::int32_t to) SIVRAY_NONBLOCKING = 0;
-};
-
-/// Takes the memory into which `prepare` has read the wave, or begins to read it into the pad's own. Then the pieces
-/// that voices are about to play are read when they need them, the others one by one between the blocks. Voices that
-/// play from the memory do not notice and read the new samples from then on; no voice runs during the step, since it
-/// runs on the audio thread or under the lock of a block. A wave number that names nothing playable reads the first
-/// sample of the file.
+/// Gives the pad its wave.
 class PCMLoadTask final : public WaveChangeStep {
  public:
-  /// `moveListener`, null for nobody, must outlive the step.
-  PCMLoadTask(PcmPool& sampleMemory, PcmFile& sampleFile, SlotMoveListener* moveListener = nullptr)
-      : WaveChangeStep(sampleMemory), file(sampleFile), listener(moveListener), readings(sampleMemory.slotCount()) {}
-
-  /// Reads the wave into the pad's spare memory, so that the step only has to exchange both. Any thread but the audio
-  /// thread, also during the step. `pad` must exist.
-  void prepare(std::size_t pad, std::int32_t wave);
-
-  // On the thread that changes waves and plays them, like the step:
-
-  /// Whether the memory of a pad lacks pieces.
-  bool isReading() const { return openReadings != 0; }
-  /// Reads what the memory that begins at the frame `base`, see PcmPool::frameOf, lacks of `first` to `last`.
-  void need(std::int32_t base, std::size_t first, std::size_t last) SIVRAY_NONBLOCKING;
-  /// Reads one missing piece.
-  void readOn() SIVRAY_NONBLOCKING;
-  /// Reads all missing pieces.
-  void finish();
+  /// `voiceBases` are the places of the memory that voices play from; they follow a memory that moves.
+  explicit PCMLoadTask(PadWaves& padWaves, std::span<std::int32_t> voiceBases = {})
+      : WaveChangeStep(padWaves), bases(voiceBases) {}
 
  protected:
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 
  private:
-  WaveStretch stretchOf(std::int32_t wave) const SIVRAY_NONBLOCKING;
-  void begin(std::size_t pad, std::int32_t wave);
-  void settle(std::size_t pad) SIVRAY_NONBLOCKING;
-  void countReadings() SIVRAY_NONBLOCKING;
-
-  PcmFile& file;
-  SlotMoveListener* listener;
-  std::vector<WaveReading> readings;  ///< Of each pad.
-  std::size_t openReadings = 0;
-  std::size_t latestPad = 0;  ///< Whose turn it was in `readOn`.
-  std::mutex prepareMutex;    ///< One `prepare` at a time.
+  std::span<std::int32_t> bases;
 };
 
 /// Marks the slot as filled. Voices only look at its length.

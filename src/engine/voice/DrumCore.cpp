@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/DrumCore.h"
 
-#include <algorithm>
-
 #include "engine/voice/VoiceAllocator.h"
 #include "engine/voice/VoicePool.h"
 
@@ -11,18 +9,13 @@ namespace tesh::bramel::plugin::sivray {
 
 DrumCore::DrumCore(PcmFile& file, int padCount, std::size_t slotFrames)
     : pcmFile(file),
-      pcmPool(static_cast<std::size_t>(padCount), slotFrames),
-      prepareWaveChange(pcmPool),
-      loadTask(pcmPool, pcmFile, this),
-      loadAck(pcmPool),
+      padWaves(file, static_cast<std::size_t>(padCount), slotFrames),
+      prepareWaveChange(padWaves),
+      loadTask(padWaves, bank.slotBase),
+      loadAck(padWaves),
       throughBack(prepareWaveChange, loadTask, loadAck) {}
 
 DrumCore::~DrumCore() = default;
-
-/// Voices read on at their positions, as they would if the wave had been replaced in place.
-void DrumCore::slotMoved(std::int32_t from, std::int32_t to) {
-  std::replace(bank.slotBase.begin(), bank.slotBase.end(), from, to);
-}
 
 void DrumCore::makeVoices(VoiceAllocator& allocator) { makeVoices(allocator, bestVoiceKernel()); }
 

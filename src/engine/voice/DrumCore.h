@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "engine/samples/PadWaves.h"
 #include "engine/samples/PcmFile.h"
-#include "engine/samples/PcmPool.h"
 #include "engine/samples/WaveChange.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
@@ -19,22 +19,18 @@ class VoiceAllocator;
 class VoicePool;
 
 /// Owns what pads and voices share. Allocates only in its constructor and in `makeVoices`.
-class DrumCore : private SlotMoveListener {
+class DrumCore {
  public:
   /// Memory for `padCount` pads with `slotFrames` frames each. `file` must outlive the core.
   DrumCore(PcmFile& file, int padCount, std::size_t slotFrames);
-  ~DrumCore() override;
+  ~DrumCore();
   DrumCore(const DrumCore&) = delete;
   DrumCore& operator=(const DrumCore&) = delete;
 
   /// The group whose parameter n is the wave of pad n. Setting it begins to read the wave into the pad's slot.
   IParameter& waveChange() { return throughBack; }
-  /// Reads a wave ahead, see PCMLoadTask::prepare.
-  void prepareWave(std::size_t pad, std::int32_t wave) { loadTask.prepare(pad, wave); }
-  /// What has not been read yet of the waves.
-  PCMLoadTask& waveReadings() { return loadTask; }
+  PadWaves& waves() { return padWaves; }
   WaveDatabase& database() { return pcmFile.database(); }
-  PcmPool& pool() { return pcmPool; }
   RampBank& rampBank() { return ramps; }
   VoiceBank& voiceBank() { return bank; }
 
@@ -44,16 +40,14 @@ class DrumCore : private SlotMoveListener {
   void makeVoices(VoiceAllocator& allocator, const VoiceKernel& kernel);
 
  private:
-  void slotMoved(std::int32_t from, std::int32_t to) SIVRAY_NONBLOCKING override;
-
   PcmFile& pcmFile;
-  PcmPool pcmPool;
+  PadWaves padWaves;
+  RampBank ramps;
+  VoiceBank bank;
   PrepareWaveChange prepareWaveChange;
   PCMLoadTask loadTask;
   PCMLoadAck loadAck;
   ThroughBack throughBack;
-  RampBank ramps;
-  VoiceBank bank;
   std::unique_ptr<VoicePool> voicePool;
 };
 

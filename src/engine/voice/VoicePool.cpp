@@ -26,14 +26,13 @@ constexpr std::array<std::int32_t, kRampsPerLane> kRates{
 VoicePool::VoicePool(DrumCore& core, const VoiceKernel& voiceKernel)
     : ramps(core.rampBank()),
       bank(core.voiceBank()),
-      pool(core.pool()),
-      waveReadings(core.waveReadings()),
+      waves(core.waves()),
       kernel(voiceKernel),
       envelope(bank, ramps),
-      voiceStart(bank, ramps, pool, core.database(), envelope) {
+      voiceStart(bank, ramps, waves.pool(), core.database(), envelope) {
   voiceTables();
   for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
-    bank.slotBase[lane] = pool.frameOf(pool.silence());
+    bank.slotBase[lane] = waves.pool().frameOf(waves.pool().silence());
     makeRamps(lane);
   }
 }
@@ -89,7 +88,7 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   VoiceRun run;
   run.bank = &bank;
   run.ramps = &ramps;
-  run.samples = pool.base();
+  run.samples = waves.pool().base();
   run.step = runStep.data();
   run.watched = runWatched.data();
   run.voices = voiceCount;
@@ -106,7 +105,7 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
       planRun(most, voices);
     }
     run.frames = std::min(most, planned);
-    if (waveReadings.isReading()) {
+    if (waves.isReading()) {
       readSamples(run.frames, voices);
     }
     run.fading = runFading;
@@ -212,8 +211,8 @@ void VoicePool::readSamples(int frames, std::size_t voices) {
     const std::int64_t start = bank.positionQ12[lane];
     const std::int64_t end = start + std::int64_t{runStep[lane]} * (frames - 1);
     const auto [first, last] = std::minmax(start, end);
-    waveReadings.need(bank.slotBase[lane], static_cast<std::size_t>(std::max<std::int64_t>(first, 0) >> 12),
-                      static_cast<std::size_t>(std::max<std::int64_t>(last, 0) >> 12) + 1);
+    waves.need(bank.slotBase[lane], static_cast<std::size_t>(std::max<std::int64_t>(first, 0) >> 12),
+               static_cast<std::size_t>(std::max<std::int64_t>(last, 0) >> 12) + 1);
   }
 }
 

@@ -6,8 +6,7 @@
 #include <cstdint>
 
 #include "core/RealTime.h"
-#include "engine/samples/PcmPool.h"
-#include "engine/samples/WaveChange.h"
+#include "engine/samples/PadWaves.h"
 #include "engine/voice/AmpEnvelope.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
@@ -63,8 +62,7 @@ class VoicePool {
 
   RampBank& ramps;
   VoiceBank& bank;
-  PcmPool& pool;
-  PCMLoadTask& waveReadings;
+  PadWaves& waves;
   const VoiceKernel& kernel;
   AmpEnvelope envelope;
   VoiceStart voiceStart;

@@ -1,0 +1,108 @@
+// Where a wave comes from when a pad takes it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/samples/PadWaves.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tesh::bramel::plugin::sivray {
+
+PadWaves::PadWaves(PcmFile& sampleFile, std::size_t padCount, std::size_t slotFrames)
+    : file(sampleFile), memory(padCount, slotFrames), readings(padCount) {}
+
+WaveStretch PadWaves::stretchOf(std::int32_t wave) const {
+  const WaveInfo info = file.database().lookup(wave);
+  const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // 32 bits: a stretch that ends early wraps
+  return {{info.leftStart, info.rightStart}, std::min<std::uint64_t>(memory.slotFrames() - 2, length)};
+}
+
+void PadWaves::fetch(std::size_t pad, std::int32_t wave) {
+  const std::lock_guard lock(fetchMutex);
+  if (memory.holdsSpare(pad, wave)) {
+    return;
+  }
+  memory.clearUselessSpares();  // What pads have exchanged since.
+  const WaveStretch stretch = stretchOf(wave);
+  const auto [spare, writtenFrames] = memory.claimSpare(pad);
+  memory.makeSparePresent(pad, stretch.frames);
+  memory.offerSpare(pad, wave, file.read(spare, stretch, std::max(stretch.frames, writtenFrames)));
+}
+
+void PadWaves::empty(std::size_t pad) {
+  PcmSlot& slot = memory.slot(pad);
+  slot.ready = false;
+  slot.data = memory.silence();
+  slot.frames = 0;
+}
+
+PadWaves::Move PadWaves::take(std::size_t pad, std::int32_t wave) {
+  const std::int32_t before = memory.frameOf(memory.memoryOf(pad));
+  if (!memory.takeSpare(pad, wave)) {
+    // Only here, and where pieces are read, may the audio thread wait for the disk.
+    cofu::core::mayWait([&] { begin(pad, wave); });
+    return {before, before};
+  }
+  cofu::core::mayWait([&] { readings[pad].stop(); });  // Closes the file.
+  countReadings();
+  return {before, memory.frameOf(memory.memoryOf(pad))};
+}
+
+/// Without the file the memory keeps the wave before, for voices that play it.
+void PadWaves::begin(std::size_t pad, std::int32_t wave) {
+  PcmSlot& slot = memory.slot(pad);
+  slot.data = memory.memoryOf(pad);
+  auto opened = file.open();
+  if (!opened) {
+    slot.frames = 0;
+    return;
+  }
+  const WaveStretch stretch = stretchOf(wave);
+  slot.frames = stretch.frames;
+  readings[pad].begin(std::move(*opened), stretch, memory.memoryOf(pad), slot.writtenFrames);
+  slot.writtenFrames = std::max(slot.writtenFrames, stretch.frames);
+  noteProgress(pad);
+}
+
+void PadWaves::countReadings() {
+  openReadings = static_cast<std::size_t>(
+      std::count_if(readings.begin(), readings.end(), [](const WaveReading& reading) { return reading.isOpen(); }));
+}
+
+void PadWaves::need(std::int32_t base, std::size_t first, std::size_t last) {
+  for (std::size_t pad = 0; pad < readings.size(); ++pad) {
+    if (readings[pad].isOpen() && memory.frameOf(memory.memoryOf(pad)) == base) {
+      cofu::core::mayWait([&] { readings[pad].need(first, last); });
+    }
+  }
+}
+
+void PadWaves::readOn() {
+  if (!isReading()) {
+    return;
+  }
+  do {
+    latestPad = (latestPad + 1) % readings.size();
+  } while (!readings[latestPad].isOpen());
+  cofu::core::mayWait([this] { readings[latestPad].readNext(); });
+  noteProgress(latestPad);
+}
+
+void PadWaves::finish() {
+  for (std::size_t pad = 0; pad < readings.size(); ++pad) {
+    if (readings[pad].isOpen()) {
+      memory.makePresent(pad, readings[pad].waveFrames());  // At once, not one by one as they are written.
+      readings[pad].finish();
+      noteProgress(pad);
+    }
+  }
+}
+
+/// Takes over how far the reading has come. What lies behind a complete wave is zero.
+void PadWaves::noteProgress(std::size_t pad) {
+  if (!readings[pad].isOpen()) {
+    memory.slot(pad).writtenFrames = readings[pad].waveFrames();
+  }
+  countReadings();
+}
+
+}  // namespace tesh::bramel::plugin::sivray
