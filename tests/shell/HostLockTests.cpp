@@ -71,17 +71,18 @@ TEST_F(Shell, LetsBlocksRunWhileAStateIsPacked) {
 TEST(AudioThreads, AreKnownHoweverManyShareOutTheBlocks) {
   constexpr int kThreads = 100;
   bramel::vst::AudioThreads known;
-  std::mutex mainMutex;
+  bramel::vst::MainMutex mainMutex;
+  const auto note = [&] {
+    const bramel::vst::MainLock lock(mainMutex);
+    known.note(lock);
+  };
   std::latch haveRendered(kThreads);
   std::atomic<int> included = 0;
   {
     std::vector<std::jthread> threads;
     for (int i = 0; i < kThreads; ++i) {
       threads.emplace_back([&] {
-        {
-          const std::lock_guard lock(mainMutex);
-          known.note();
-        }
+        note();
         haveRendered.arrive_and_wait();
         included += known.include() ? 1 : 0;
       });
@@ -90,11 +91,11 @@ TEST(AudioThreads, AreKnownHoweverManyShareOutTheBlocks) {
     EXPECT_FALSE(known.include()) << "this thread has rendered nothing";
   }
   EXPECT_EQ(included, kThreads);
-  known.note();
+  note();
   EXPECT_TRUE(known.include());
-  std::thread([&] {
+  std::thread([&note] {
     for (std::uint32_t i = 0; i < bramel::vst::AudioThreads::kRemembered; ++i) {
-      known.note();
+      note();
     }
   }).join();
   EXPECT_FALSE(known.include()) << "its block is long past";

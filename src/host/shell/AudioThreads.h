@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "core/RealTime.h"
+#include "host/shell/MainLock.h"
 
 namespace tesh::bramel::vst {
 
@@ -19,8 +20,8 @@ class AudioThreads {
  public:
   static constexpr std::uint32_t kRemembered = 1024;
 
-  /// The calling thread renders a block. With the shell's main lock held.
-  void note() SIVRAY_NONBLOCKING {
+  /// The calling thread renders a block.
+  void note(const MainLock& /*lock*/) SIVRAY_NONBLOCKING {
     const std::uint32_t block = blocks.load(std::memory_order_relaxed) + 1;
     const Caller self;
     Thread* place = &placeAt(self.first);

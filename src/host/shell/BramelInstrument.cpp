@@ -73,17 +73,17 @@ std::uint64_t BramelInstrument::parameterId(std::uint64_t visibleIndex) const {
 }
 
 std::string BramelInstrument::parameterName(std::uint64_t id) const {
-  return impl->parameters.cache.read(id, &ParameterInfo::name);
+  return impl->parameters.cache.fact(id, &ParameterInfo::name);
 }
 
 std::string BramelInstrument::parameterDisplay(std::uint64_t id) const { return impl->parameters.cache.display(id); }
 
 std::uint64_t BramelInstrument::parameterSteps(std::uint64_t id) const {
-  return mapParameterSteps(id, impl->parameters.cache.read(id, &ParameterInfo::steps));
+  return mapParameterSteps(id, impl->parameters.cache.fact(id, &ParameterInfo::steps));
 }
 
 float BramelInstrument::parameterDefault(std::uint64_t id) const {
-  return impl->parameters.cache.read(id, &ParameterInfo::defaultValue);
+  return impl->parameters.cache.fact(id, &ParameterInfo::defaultValue);
 }
 
 float BramelInstrument::parameterValue(std::uint64_t id) {
@@ -105,7 +105,7 @@ std::uint64_t BramelInstrument::parameterInteger(std::uint64_t id) {
 }
 
 float BramelInstrument::engineParameter(std::uint64_t engineId) const {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   if (!impl->core.processor) {
     return 0.0F;
   }
@@ -160,13 +160,13 @@ void BramelInstrument::setAllKeyStates(std::uint32_t state) {
 }
 
 BramelInstrument::Property BramelInstrument::property(const std::string& name) const {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   const auto found = impl->properties.find(name);
   return found == impl->properties.end() ? nullptr : copyOf(found->second);
 }
 
 void BramelInstrument::setProperty(const std::string& name, const Property& value) {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   impl->properties[name] = copyOf(value);
 }
 
@@ -221,22 +221,22 @@ bool BramelInstrument::setState(const void* data, std::size_t size) { return imp
 // Wiring.
 
 void BramelInstrument::setHostCallback(std::weak_ptr<BramelInstrumentHostCallback> callback) {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   impl->core.hostCallback = std::move(callback);
 }
 
 void BramelInstrument::setUICallback(std::weak_ptr<BramelInstrumentUICallback> callback) {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   impl->core.uiCallback = std::move(callback);
 }
 
 void BramelInstrument::setHostKind(int kind) {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   impl->hostKind = kind;
 }
 
 void BramelInstrument::setHostVendor(const std::string& vendor) {
-  const std::lock_guard lock(impl->core.mainMutex);
+  const MainLock lock(impl->core.mainMutex);
   impl->hostVendor = vendor;
 }
 

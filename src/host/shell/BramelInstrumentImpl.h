@@ -28,8 +28,8 @@ class BramelInstrument::Impl {
 
   /// Writes that wait are applied, so that what is read next is what was written last.
   void flushWrites() {
-    const std::lock_guard lock(core.mainMutex);
-    block.flushWrites();
+    const MainLock lock(core.mainMutex);
+    block.flushWrites(lock);
   }
 
   void reportKey(int note) const {

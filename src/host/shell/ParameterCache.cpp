@@ -46,11 +46,6 @@ void ParameterCache::store(const ChangeList& changes) {
   });
 }
 
-std::uint64_t ParameterCache::count() const {
-  const std::lock_guard lock(mutex);
-  return parameters.size();
-}
-
 void ParameterCache::readValues(std::span<const std::uint64_t> ids, std::span<float> values) const {
   const cofu::core::RealTimeLock lock(mutex);
   for (std::size_t index = 0; index < ids.size(); ++index) {

@@ -26,7 +26,8 @@ struct ParameterInfo {
   std::uint64_t integerValue = 0;  ///< Of parameters that carry an integer.
 };
 
-/// Any thread; a lock of its own serialises the operations.
+/// Any thread; a lock of its own serialises the operations. Names, steps and defaults never change once they are filled
+/// in, and are read without it.
 class ParameterCache {
  public:
   using Controller = vimo::MacroController<vimo::Generator<float>>;
@@ -40,12 +41,17 @@ class ParameterCache {
   /// Stores the writes of a block. Audio thread.
   void store(const ChangeList& changes) SIVRAY_NONBLOCKING;
 
-  std::uint64_t count() const;
-  /// A field of a parameter; zero or empty out of range.
+  std::uint64_t count() const { return parameters.size(); }
+  /// A field that never changes; zero or empty out of range.
+  template <typename Field>
+  Field fact(std::uint64_t id, Field ParameterInfo::*field) const {
+    return id < parameters.size() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
+  }
+  /// The same for a value.
   template <typename Field>
   Field read(std::uint64_t id, Field ParameterInfo::*field) const {
     const std::lock_guard lock(mutex);
-    return id < parameters.size() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
+    return fact(id, field);
   }
 
   /// The values of several parameters, 0 for an id out of range. Audio thread safe.

@@ -1,4 +1,5 @@
-// The host's numbers of the parameters that it may see. Ids count all parameters, visible indices the visible ones.
+// The host's numbers of the parameters that it may see, which never change once they are built. Ids count all
+// parameters, visible indices the visible ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

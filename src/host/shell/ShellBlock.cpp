@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <mutex>
 
 #include "core/EngineRate.h"
-#include "core/RealTimeLock.h"
 #include "platform/DenormalGuard.h"
 
 namespace tesh::bramel::vst {
@@ -72,8 +70,8 @@ void ShellBlock::setSampleRate(float rate) {
   if (!std::isfinite(rate) || rate <= 0.0F) {
     return;
   }
-  const std::lock_guard lock(core.mainMutex);
-  midi.emptyInbox();  // By the rate at which they came.
+  const MainLock lock(core.mainMutex);
+  midi.emptyInbox(lock);  // By the rate at which they came.
   hostSampleRate = rate;
   converter.setSampleRate(rate);
 }
@@ -82,7 +80,7 @@ void ShellBlock::setTempo(float bpm) {
   if (bpm == tempo.load(std::memory_order_relaxed)) {
     return;  // As with nearly every block, which then takes one lock less.
   }
-  const cofu::core::RealTimeLock lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (!std::isfinite(bpm) || bpm == tempo) {
     return;  // Another thread may have brought the same tempo meanwhile.
   }
@@ -93,14 +91,14 @@ void ShellBlock::setTempo(float bpm) {
 }
 
 void ShellBlock::resume() {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (!core.processor) {
     return;
   }
   active = true;
   // Nothing from before sounds: neither messages that no block has fetched, nor the tails of the resamplers.
   converter.reset();
-  midi.emptyInbox();  // Which may overflow the converter's queue into `midiIn`.
+  midi.emptyInbox(lock);  // Which may overflow the converter's queue into `midiIn`.
   converter.dropEvents();
   midiIn.clear();
   converter.setSampleRate(converter.sampleRate());
@@ -108,7 +106,7 @@ void ShellBlock::resume() {
 }
 
 void ShellBlock::suspend() {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (core.processor) {
     core.processor->generator().deactivate();
     active = false;
@@ -116,7 +114,7 @@ void ShellBlock::suspend() {
 }
 
 bool ShellBlock::isActive() const {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   return active;
 }
 
@@ -125,9 +123,9 @@ void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
     return;
   }
   const platform::DenormalGuard guard;
-  const cofu::core::RealTimeLock lock(core.mainMutex);
-  core.audioThreads.note();
-  midi.emptyInbox();
+  const MainLock lock(core.mainMutex);
+  core.audioThreads.note(lock);
+  midi.emptyInbox(lock);
   ChannelPair absent{};
   float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
   if (frames != 0 && !hasNull(given)) {
@@ -228,16 +226,16 @@ void ShellBlock::reportChanges() {
   latest.clear();
 }
 
-void ShellBlock::flush() {
+void ShellBlock::flush(const MainLock& /*lock*/) {
   // A listener that asks for a value inside a block must not start another one.
   if (!isInBlock) {
     runBlock(nullptr, nullptr, 0);
   }
 }
 
-void ShellBlock::flushWrites() {
+void ShellBlock::flushWrites(const MainLock& lock) {
   if (!parameters.waiting.isEmpty()) {
-    flush();
+    flush(lock);
   }
 }
 

@@ -18,7 +18,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Takes the main lock, but for the flushes.
+/// Takes the main lock, where it is not given.
 class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener {
  public:
   ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters);
@@ -35,10 +35,10 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void suspend();
   bool isActive() const;
 
-  /// Applies all writes, commands and program changes that wait, without rendering. With the main lock held.
-  void flush();
-  /// The same if writes wait, else nothing. With the main lock held.
-  void flushWrites();
+  /// Applies all writes, commands and program changes that wait, without rendering.
+  void flush(const MainLock& lock);
+  /// The same if writes wait, else nothing.
+  void flushWrites(const MainLock& lock);
 
   // Called by the converter and the processor, inside `process` and `flush`.
 

@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cassert>
 #include <memory>
-#include <mutex>
 #include <utility>
 
 #include "core/RealTime.h"
 #include "host/shell/AudioThreads.h"
 #include "host/shell/BramelInstrument.h"
+#include "host/shell/MainLock.h"
 
 namespace tesh::bramel::vst {
 
@@ -35,9 +36,10 @@ struct ShellCore {
     if (!processor || audioThreads.include()) {
       return;
     }
+    assert(!mainMutex.isHeldHere());  // Blocks would wait for the disk.
     vimo::ComingValues coming;
     {
-      const std::lock_guard lock(mainMutex);
+      const MainLock lock(mainMutex);
       collect(*processor, coming);
     }
     for (const vimo::ComingValue& next : coming) {
@@ -48,7 +50,7 @@ struct ShellCore {
   const BramelInstrument& owner;
 
   /// Guards everything below, and the parts of the shell. A block holds it from begin to end.
-  mutable std::recursive_mutex mainMutex;
+  mutable MainMutex mainMutex;
   const std::unique_ptr<BramelInstrument::Processor> processor;  ///< May be null.
   std::weak_ptr<BramelInstrumentHostCallback> hostCallback;
   std::weak_ptr<BramelInstrumentUICallback> uiCallback;

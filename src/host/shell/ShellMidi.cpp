@@ -2,9 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellMidi.h"
 
-#include <mutex>
-
-#include "core/RealTimeLock.h"
 #include "host/vst/VstRecords.h"
 
 namespace tesh::bramel::vst {
@@ -29,9 +26,9 @@ void ShellMidi::send(const std::uint8_t* data, std::size_t size, std::int32_t de
   if (data == nullptr || size == 0 || inbox.put({data, size}, deltaFrames)) {
     return;
   }
-  const cofu::core::RealTimeLock lock(core.mainMutex);
-  emptyInbox();
-  takeWhole({data, size}, deltaFrames);
+  const MainLock lock(core.mainMutex);
+  emptyInbox(lock);
+  takeWhole({data, size}, deltaFrames, lock);
 }
 
 void ShellMidi::sendEvents(const VstEvents& vstEvents) {
@@ -45,18 +42,18 @@ void ShellMidi::sendEvents(const VstEvents& vstEvents) {
   if (next >= vstEvents.numEvents) {
     return;
   }
-  const cofu::core::RealTimeLock lock(core.mainMutex);
-  emptyInbox();
+  const MainLock lock(core.mainMutex);
+  emptyInbox(lock);
   for (; next < vstEvents.numEvents; ++next) {
-    forMidi(events[next], [this](std::span<const std::uint8_t> bytes, std::int32_t delta) {
-      takeWhole(bytes, delta);
+    forMidi(events[next], [&](std::span<const std::uint8_t> bytes, std::int32_t delta) {
+      takeWhole(bytes, delta, lock);
       return true;
     });
   }
 }
 
-void ShellMidi::emptyInbox() {
-  inbox.takeAll([this](const ShortMessage& message, std::int32_t deltaFrames) { takeShort(message, deltaFrames); });
+void ShellMidi::emptyInbox(const MainLock& lock) {
+  inbox.takeAll([&](const ShortMessage& message, std::int32_t deltaFrames) { takeShort(message, deltaFrames, lock); });
 }
 
 MidiVerdict ShellMidi::judge(const ShortMessage& message) const {
@@ -67,37 +64,37 @@ MidiVerdict ShellMidi::judge(const ShortMessage& message) const {
 }
 
 /// Returns the message as the engine would get it.
-ShortMessage ShellMidi::take(const ShortMessage& message, std::int32_t deltaFrames) {
+ShortMessage ShellMidi::take(const ShortMessage& message, std::int32_t deltaFrames, const MainLock& lock) {
   const MidiVerdict verdict = judge(message);
   if (verdict.parameterId) {
-    parameters.setUnprepared(*verdict.parameterId, verdict.value);
+    parameters.set(*verdict.parameterId, verdict.value, lock);
   } else if (verdict.toEngine) {
     converter.enter(verdict.message.packed, deltaFrames);
   }
   return verdict.message;
 }
 
-void ShellMidi::takeShort(const ShortMessage& message, std::int32_t deltaFrames) {
-  const ShortMessage taken = take(message, deltaFrames);
+void ShellMidi::takeShort(const ShortMessage& message, std::int32_t deltaFrames, const MainLock& lock) {
+  const ShortMessage taken = take(message, deltaFrames, lock);
   const auto bytes = taken.bytes();
   core.tellEditor([&](BramelInstrumentUICallback& editor) { editor.midiReceived(bytes.data(), taken.size); });
 }
 
-void ShellMidi::takeWhole(std::span<const std::uint8_t> message, std::int32_t deltaFrames) {
+void ShellMidi::takeWhole(std::span<const std::uint8_t> message, std::int32_t deltaFrames, const MainLock& lock) {
   const ShortMessage beginning(message);
   if (beginning.size == message.size()) {
-    takeShort(beginning, deltaFrames);
+    takeShort(beginning, deltaFrames, lock);
     return;
   }
-  take(beginning, deltaFrames);
+  take(beginning, deltaFrames, lock);
   core.tellEditor([&](BramelInstrumentUICallback& editor) { editor.midiReceived(message.data(), message.size()); });
 }
 
 void ShellMidi::sendFromKeyboard(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
   MidiVerdict verdict;
   {
-    const std::lock_guard lock(core.mainMutex);
-    emptyInbox();
+    const MainLock lock(core.mainMutex);
+    emptyInbox(lock);
     verdict = judge(ShortMessage({data, size}));
     if (verdict.toEngine) {
       converter.enter(verdict.message.packed, deltaFrames);

@@ -26,15 +26,15 @@ class ShellMidi {
   void sendEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
   void sendFromKeyboard(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
 
-  /// Takes the messages that wait in the inbox. With the main lock held: before whatever changes how messages are
-  /// taken, or takes one itself.
-  void emptyInbox() SIVRAY_NONBLOCKING;
+  /// Takes the messages that wait in the inbox: before whatever changes how messages are taken, or takes one itself.
+  void emptyInbox(const MainLock& lock) SIVRAY_NONBLOCKING;
 
  private:
   MidiVerdict judge(const ShortMessage& message) const SIVRAY_NONBLOCKING;
-  ShortMessage take(const ShortMessage& message, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
-  void takeWhole(std::span<const std::uint8_t> message, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
-  void takeShort(const ShortMessage& message, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
+  ShortMessage take(const ShortMessage& message, std::int32_t deltaFrames, const MainLock& lock) SIVRAY_NONBLOCKING;
+  void takeWhole(std::span<const std::uint8_t> message, std::int32_t deltaFrames,
+                 const MainLock& lock) SIVRAY_NONBLOCKING;
+  void takeShort(const ShortMessage& message, std::int32_t deltaFrames, const MainLock& lock) SIVRAY_NONBLOCKING;
 
   ShellCore& core;
   ShellParameters& parameters;

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellParameters.h"
 
-#include "core/RealTimeLock.h"
 #include "core/Uuid.h"
 
 namespace tesh::bramel::vst {
@@ -24,13 +23,9 @@ ShellParameters::ShellParameters(ShellCore& shellCore)
   cache.fill(controller);
 }
 
-std::uint64_t ShellParameters::visibleCount() const {
-  const std::lock_guard lock(core.mainMutex);
-  return map.visibleCount();
-}
+std::uint64_t ShellParameters::visibleCount() const { return map.visibleCount(); }
 
 std::uint64_t ShellParameters::idOf(std::uint64_t visibleIndex) const {
-  const cofu::core::RealTimeLock lock(core.mainMutex);
   return map.idOf(visibleIndex).value_or(BramelInstrument::kNoParameter);
 }
 
@@ -42,32 +37,32 @@ void ShellParameters::readAhead(std::uint64_t id, float value) const {
   }
 }
 
-void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& source) {
+void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& source, const MainLock& lock) {
   if (id >= map.count() || !isNormalised(value)) {
     return;
   }
-  waiting.post({source, vimo::ProcessorEventTag::floatValue, id, value, 0});
+  waiting.post({source, vimo::ProcessorEventTag::floatValue, id, value, 0}, lock);
   cache.noteValue(id, value);
 }
 
 void ShellParameters::set(std::uint64_t id, float value) {
   // It waits for the disk, but not on the audio thread.
   cofu::core::mayWait([&] { readAhead(id, core.owner.mapValueFromHost(id, value)); });
-  setUnprepared(id, value);
+  const MainLock lock(core.mainMutex);
+  set(id, value, lock);
 }
 
-void ShellParameters::setUnprepared(std::uint64_t id, float value) {
-  const cofu::core::RealTimeLock lock(core.mainMutex);
-  post(id, core.owner.mapValueFromHost(id, value), hostSource);
+void ShellParameters::set(std::uint64_t id, float value, const MainLock& lock) {
+  post(id, core.owner.mapValueFromHost(id, value), hostSource, lock);
 }
 
 void ShellParameters::setAll(std::span<const std::uint64_t> ids, std::span<const float> values) {
-  const cofu::core::RealTimeLock lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   cache.noteAll([&](auto note) {
     for (std::size_t index = 0; index < ids.size(); ++index) {
       const float value = core.owner.mapValueFromHost(ids[index], values[index]);
       if (ids[index] < map.count() && isNormalised(value)) {
-        waiting.post({hostSource, vimo::ProcessorEventTag::floatValue, ids[index], value, 0});
+        waiting.post({hostSource, vimo::ProcessorEventTag::floatValue, ids[index], value, 0}, lock);
         note(ids[index], value);
       }
     }
@@ -78,10 +73,10 @@ void ShellParameters::setAll(std::span<const std::uint64_t> ids, std::span<const
 
 void ShellParameters::setFromEditor(std::uint64_t id, float value) {
   readAhead(id, value);
-  std::unique_lock lock(core.mainMutex);
+  MainLock lock(core.mainMutex);
   const auto index = map.visibleIndexOf(id);
   if (!index) {
-    post(id, value, editorSource);
+    post(id, value, editorSource, lock);
     return;
   }
   if (!isNormalised(value)) {
@@ -101,15 +96,15 @@ void ShellParameters::setFromEditor(std::uint64_t id, float value) {
 }
 
 void ShellParameters::setInteger(std::uint64_t id, std::uint64_t value) {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (id < map.count()) {
-    waiting.post({editorSource, vimo::ProcessorEventTag::integerValue, id, 0.0F, value});
+    waiting.post({editorSource, vimo::ProcessorEventTag::integerValue, id, 0.0F, value}, lock);
     cache.noteValue(id, static_cast<float>(value));
   }
 }
 
 void ShellParameters::setGesture(std::uint64_t id, bool isOpen) {
-  std::unique_lock lock(core.mainMutex);
+  MainLock lock(core.mainMutex);
   const auto index = map.visibleIndexOf(id);
   if (!index) {
     return;

@@ -14,7 +14,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Takes the main lock where that is not said otherwise. The lock of `cache` comes after it.
+/// Takes the main lock where it is not given. The lock of `cache` comes after it.
 class ShellParameters {
  public:
   explicit ShellParameters(ShellCore& shellCore);
@@ -24,10 +24,10 @@ class ShellParameters {
   /// BramelInstrument::kNoParameter out of range.
   std::uint64_t idOf(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING;
 
-  /// The host's route. On another thread than those of the blocks, `set` first reads from the disk what the value
-  /// needs, as the editor's route does.
+  /// The host's route. The first form, on another thread than those of the blocks, first reads from the disk what the
+  /// value needs, as the editor's route does.
   void set(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
-  void setUnprepared(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+  void set(std::uint64_t id, float value, const MainLock& lock) SIVRAY_NONBLOCKING;
   void setAll(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
   /// The editor's route: through the host if the host sees the parameter.
   void setFromEditor(std::uint64_t id, float value);
@@ -35,12 +35,12 @@ class ShellParameters {
   /// Opens or closes a gesture of the user's hand.
   void setGesture(std::uint64_t id, bool isOpen);
 
-  ParameterCache cache;   ///< Has a lock of its own.
-  WaitingWrites waiting;  ///< With the main lock held.
+  ParameterCache cache;  ///< Has a lock of its own.
+  WaitingWrites waiting;
 
  private:
   void readAhead(std::uint64_t id, float value) const;
-  void post(std::uint64_t id, float value, const vimo::SourceId& source) SIVRAY_NONBLOCKING;
+  void post(std::uint64_t id, float value, const vimo::SourceId& source, const MainLock& lock) SIVRAY_NONBLOCKING;
 
   ShellCore& core;
   ParameterMap map;

@@ -26,19 +26,19 @@ ShellPrograms::ShellPrograms(ShellCore& shellCore, ShellParameters& shellParamet
   }
 }
 
-void ShellPrograms::postProgramChange(const vimo::ProgramSelection& program) {
+void ShellPrograms::postProgramChange(const vimo::ProgramSelection& program, const MainLock& /*lock*/) {
   core.processor->programQueue.put(vimo::MidiEvent::programChange(1, static_cast<std::uint8_t>(program.bank),
                                                                   static_cast<std::uint32_t>(program.program)));
 }
 
-/// Before programs change their places: a selection that waits means the list as it is now. With the main lock held.
-void ShellPrograms::takeWaitingSelection() {
+/// Before programs change their places: a selection that waits means the list as it is now.
+void ShellPrograms::takeWaitingSelection(const MainLock& lock) {
   if (!core.processor->programQueue.isEmpty()) {
-    block.flush();
+    block.flush(lock);
   }
 }
 
-/// Runs `change` with the main lock held; if it gives true, takes over what other instances have done to the user's
+/// Runs `change(shelf, lock)`; if it gives true, takes over what other instances have done to the user's
 /// programs, writes their file, and then runs `report(editor, gone)`, again with the lock. `gone` is the number of
 /// user programs that went with another instance's change, all of them in front of new ones.
 template <typename Change, typename Report>
@@ -53,15 +53,15 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
   const auto ofOthers = vimo::readProgramsOfOthers(readFile(path), shelf);
   {
-    const std::lock_guard lock(core.mainMutex);
-    if (!change(shelf)) {
+    const MainLock lock(core.mainMutex);
+    if (!change(shelf, lock)) {
       return;
     }
     shelf.fit(Bank::user);
   }
   const ForeignPrograms foreign = ofOthers ? takeOver(*ofOthers) : ForeignPrograms{};
   writeUserPrograms(path, effect);
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   core.tellEditor([&](BramelInstrumentUICallback& editor) {
     if (!foreign.gone.empty()) {
       editor.programDeleted(nameOf(Bank::user), foreign.gone.data(), foreign.gone.size());
@@ -85,9 +85,9 @@ ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& of
     }
   }
   vimo::keepNew(inFile, ofOthers);
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (!foreign.gone.empty()) {
-    takeWaitingSelection();
+    takeWaitingSelection(lock);
     shelf.dropPrograms(Bank::user, isGone);
   }
   foreign.added.resize(ofOthers.programCount());
@@ -110,36 +110,36 @@ void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect) {
 }
 
 std::uint64_t ShellPrograms::currentProgram() {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (!core.processor) {
     return 0;
   }
-  block.flush();
+  block.flush(lock);
   parameters.cache.refreshTexts(controller());
   return controller().programs().selection().program;
 }
 
 Bank ShellPrograms::currentBank() const {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   return core.processor ? controller().programs().selection().bank : Bank::factory;
 }
 
 std::string ShellPrograms::currentProgramName() {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (!core.processor) {
     return {};
   }
-  block.flush();
+  block.flush(lock);
   return controller().programName();
 }
 
 std::uint64_t ShellPrograms::programCount(Bank bank) const {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   return core.processor ? controller().programs().programCount(bank) : 0;
 }
 
 std::string ShellPrograms::programName(Bank bank, std::uint64_t index) const {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   return core.processor ? controller().programs().database(bank)->name(index) : std::string();
 }
 
@@ -147,12 +147,12 @@ void ShellPrograms::setProgram(Bank bank, std::uint64_t index, Origin origin) {
   core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
     processor.controller().addReadsOfProgram(index, bank, coming);
   });
-  std::unique_lock lock(core.mainMutex);
+  MainLock lock(core.mainMutex);
   if (!core.processor) {
     return;
   }
-  postProgramChange({index, bank});
-  block.flush();
+  postProgramChange({index, bank}, lock);
+  block.flush(lock);
   parameters.cache.refresh(controller());
   core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
   lock.unlock();  // The host hears of every parameter, which may take long.
@@ -169,12 +169,12 @@ void ShellPrograms::saveAs(Bank bank, const std::string& name) {
   std::uint64_t saved = 0;
   changeBanks(
       Effect::adds,
-      [&](vimo::ProgramShelf& shelf) {
-        block.flushWrites();
+      [&](vimo::ProgramShelf& shelf, const MainLock& lock) {
+        block.flushWrites(lock);
         controller().setProgramName(name);
         shelf.storeCurrent(bank);
         saved = shelf.programCount(bank) - 1;
-        postProgramChange({saved, bank});
+        postProgramChange({saved, bank}, lock);
         return true;
       },
       [&](BramelInstrumentUICallback& editor, std::size_t gone) {
@@ -187,18 +187,18 @@ void ShellPrograms::saveAs(Bank bank, const std::string& name) {
 void ShellPrograms::overwrite() {
   changeBanks(
       Effect::takesAway,
-      [&](vimo::ProgramShelf& shelf) {
-        block.flushWrites();
+      [&](vimo::ProgramShelf& shelf, const MainLock& lock) {
+        block.flushWrites(lock);
         const vimo::ProgramSelection selected = shelf.selection();
         shelf.overwrite(selected.program, selected.bank);
-        postProgramChange(selected);
+        postProgramChange(selected, lock);
         return true;
       },
       [](BramelInstrumentUICallback&, std::size_t) {});
 }
 
 void ShellPrograms::rename(const std::string& name) {
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (core.processor) {
     controller().setProgramName(name);
   }
@@ -207,8 +207,8 @@ void ShellPrograms::rename(const std::string& name) {
 void ShellPrograms::remove(Bank bank, std::uint64_t index) {
   changeBanks(
       Effect::takesAway,
-      [&](vimo::ProgramShelf& shelf) {
-        takeWaitingSelection();
+      [&](vimo::ProgramShelf& shelf, const MainLock& lock) {
+        takeWaitingSelection(lock);
         const bool exists = index < shelf.programCount(bank);
         shelf.deleteProgram(index, bank);
         return exists;
@@ -219,8 +219,8 @@ void ShellPrograms::remove(Bank bank, std::uint64_t index) {
 void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
   changeBanks(
       Effect::adds,
-      [&](vimo::ProgramShelf& shelf) {
-        takeWaitingSelection();
+      [&](vimo::ProgramShelf& shelf, const MainLock& lock) {
+        takeWaitingSelection(lock);
         const std::uint64_t count = shelf.programCount(bank);
         shelf.moveProgram(bank, from, to);
         return from < count && to < count && from != to;
@@ -233,7 +233,7 @@ void ShellPrograms::fitBanks(std::uint64_t imageMacroCount) {
   constexpr std::chrono::milliseconds kPause{1};
   for (std::size_t record = 0;; record += vimo::ProgramShelf::kFitStep) {
     {
-      const std::lock_guard lock(core.mainMutex);
+      const MainLock lock(core.mainMutex);
       if (!controller().programs().fitSome(record, imageMacroCount)) {
         return;
       }
@@ -256,7 +256,7 @@ void ShellPrograms::importFrom(const std::string& path) {
   }
   changeBanks(
       Effect::takesAway,
-      [&](vimo::ProgramShelf& shelf) {
+      [&](vimo::ProgramShelf& shelf, const MainLock& /*lock*/) {
         const std::uint64_t before = shelf.programCount(Bank::user);
         if (incoming) {
           shelf.append(Bank::user, *incoming);
@@ -279,7 +279,7 @@ bool ShellPrograms::exportTo(const std::string& path) {
   }
   const std::lock_guard fileLock(fileMutex);
   {
-    const std::lock_guard lock(core.mainMutex);
+    const MainLock lock(core.mainMutex);
     controller().programs().fit(Bank::user);
   }
   const auto file =
@@ -295,8 +295,8 @@ std::vector<std::uint8_t> ShellPrograms::getState(const std::function<void(vimo:
   const std::lock_guard fileLock(fileMutex);
   vimo::StateSnapshot snapshot;
   {
-    const std::lock_guard lock(core.mainMutex);
-    block.flushWrites();
+    const MainLock lock(core.mainMutex);
+    block.flushWrites(lock);
     snapshot = core.processor->snapshotState();
   }
   change(snapshot.macros);
@@ -316,16 +316,16 @@ bool ShellPrograms::setState(const void* data, std::size_t size) {
   core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
     processor.addReadsOfState(record->content, coming);
   });
-  const std::lock_guard lock(core.mainMutex);
+  const MainLock lock(core.mainMutex);
   if (!core.processor) {
     return false;
   }
   BramelInstrument::Processor& processor = *core.processor;
-  block.flush();
+  block.flush(lock);
   processor.generator().deactivate();
   const bool isRestored = processor.setStateContent(record->content);
   processor.generator().activate();
-  block.flush();
+  block.flush(lock);
   parameters.cache.refresh(processor.controller());
   core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
   return isRestored;

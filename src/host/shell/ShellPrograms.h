@@ -49,8 +49,8 @@ class ShellPrograms {
   using Controller = BramelInstrument::Processor::Controller;
 
   Controller& controller() const { return core.processor->controller(); }
-  void postProgramChange(const vimo::ProgramSelection& program);
-  void takeWaitingSelection();
+  void postProgramChange(const vimo::ProgramSelection& program, const MainLock& lock);
+  void takeWaitingSelection(const MainLock& lock);
   /// What a change of a bank does to the user's program file.
   enum class Effect { adds, takesAway };
   /// User programs that another instance has deleted or replaced, by their numbers before that, and those that it has

@@ -21,7 +21,7 @@ void WaitingWrites::resize(std::size_t count) {
   heldIds.reserve(count);
 }
 
-void WaitingWrites::post(const vimo::ProcessorEvent& event) {
+void WaitingWrites::post(const vimo::ProcessorEvent& event, const MainLock& /*lock*/) {
   if (event.parameterId >= slots.size()) {
     return;
   }

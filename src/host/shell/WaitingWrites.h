@@ -8,13 +8,14 @@
 
 #include "core/MailServer.h"
 #include "core/RealTime.h"
+#include "host/shell/MainLock.h"
 #include "host/shell/ProcessorEvent.h"
 
 namespace tesh::bramel::vst {
 
 /// Keeps writes in their order. Once kMost wait, the oldest write that a later one to the same parameter has replaced
-/// makes room, so that the latest value of each parameter gets through. With the shell's main lock held; audio thread
-/// safe while the mail's pool has free nodes.
+/// makes room, so that the latest value of each parameter gets through. One call at a time: writes are posted under the
+/// shell's main lock, and taken by a block, which holds it. Audio thread safe while the mail's pool has free nodes.
 class WaitingWrites {
  public:
   /// As many as the processor's command queue holds.
@@ -26,7 +27,7 @@ class WaitingWrites {
   void resize(std::size_t count);
 
   /// Ids past the parameters are ignored.
-  void post(const vimo::ProcessorEvent& event) SIVRAY_NONBLOCKING;
+  void post(const vimo::ProcessorEvent& event, const MainLock& lock) SIVRAY_NONBLOCKING;
 
   bool isEmpty() const { return heldCount + mailCount == 0; }
 
