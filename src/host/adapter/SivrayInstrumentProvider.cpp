@@ -1,19 +1,14 @@
-// Puts the drum module together: engine and macros, the shell around them, the texts of its parameters, the editor.
+// Puts the drum module together: the instrument and its editor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/SivrayInstrumentProvider.h"
 
 #include "host/construction/Construction.h"
 #include "host/door/EditorDoor.h"
 #include "host/shell/BramelInstrument.h"
-#include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace tesh::bramel::vst {
 
-std::shared_ptr<BramelInstrumentBase> SivrayInstrumentProvider::createInstrument() {
-  auto instrument = std::make_shared<BramelInstrument>(makeProcessor());
-  instrument->setTooltipProvider(std::make_unique<tooltip::SivrayTooltipProvider>());
-  return instrument;
-}
+std::shared_ptr<BramelInstrumentBase> SivrayInstrumentProvider::createInstrument() { return makeInstrument(); }
 
 cofu::core::boxed::Box SivrayInstrumentProvider::createViewModel(
     const std::shared_ptr<BramelInstrumentBase>& instrument) {

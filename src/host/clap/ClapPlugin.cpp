@@ -13,7 +13,6 @@
 #include "host/clap/ClapStreams.h"
 #include "host/construction/Construction.h"
 #include "host/resample/CFsConverterWrapper.h"
-#include "viewmodels/texts/SivrayTooltipProvider.h"
 #include "views/SivrayEditorProvider.h"
 
 namespace tesh::bramel::clap {
@@ -74,8 +73,7 @@ bool ClapPlugin::init() {
   }
   host.findExtensions();
   try {
-    auto made = std::make_shared<vst::BramelInstrument>(vst::makeProcessor());
-    made->setTooltipProvider(std::make_unique<tooltip::SivrayTooltipProvider>());
+    auto made = vst::makeInstrument();
     panel = std::make_shared<vst::BramelInstrumentEditor>(
         made, std::make_shared<plugin::sivray::SivrayEditorProvider>(), vst::MessageThread::Kind::own);
     parameters = std::make_unique<ClapParameters>(*made);

@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "host/adapter/SivrayInstrumentProvider.h"
 #include "host/client/ClientParameter.h"
 #include "host/client/ClientReports.h"
 #include "host/client/SivrayProcessorEditor.h"
+#include "host/construction/Construction.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/MessageThread.h"
 #include "host/resample/CFsConverterWrapper.h"
@@ -49,7 +49,7 @@ class SivrayProcessor::Impl {
 
 SivrayProcessor::Impl::Impl() {
   try {
-    instrument = std::dynamic_pointer_cast<BramelInstrument>(SivrayInstrumentProvider().createInstrument());
+    instrument = makeInstrument();
     panel = std::make_shared<BramelInstrumentEditor>(
         instrument, std::make_shared<plugin::sivray::SivrayEditorProvider>(), MessageThread::Kind::running);
   } catch (const std::exception&) {

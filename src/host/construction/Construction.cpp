@@ -5,9 +5,11 @@
 #include <string>
 
 #include "engine/SivrayPlugin.h"
+#include "host/shell/BramelInstrument.h"
 #include "macro/MacroDescription.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/UserProgramFile.h"
+#include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -53,6 +55,12 @@ std::unique_ptr<Processor> makeProcessor() {
   processor->programQueue.put(vimo::MidiEvent::programChange(1, 0, 0));
   frame.activate();
   return processor;
+}
+
+std::shared_ptr<BramelInstrument> makeInstrument() {
+  auto instrument = std::make_shared<BramelInstrument>(makeProcessor());
+  instrument->setTooltipProvider(std::make_unique<tooltip::SivrayTooltipProvider>());
+  return instrument;
 }
 
 }  // namespace tesh::bramel::vst
