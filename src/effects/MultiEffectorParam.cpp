@@ -16,7 +16,8 @@ namespace {
 constexpr std::size_t kRowCount = 4;
 using Rows = std::array<ParameterRow, kRowCount>;
 
-constexpr Rows kTemplate{{{"Type", 0, 29, 0}, {"Switch", 0, 1, 1}, {"Edit1", 0, 127, 100}, {"Edit2", 0, 127, 100}}};
+constexpr Rows kTemplate{
+    {{"Type", 0, 29, 0}, {"Switch", 0, 1, 1}, {"Edit1", 0, kTopKnob, 100}, {"Edit2", 0, kTopKnob, 100}}};
 
 constexpr const char* labelOr(const char* label, const char* fallback) { return *label == '\0' ? fallback : label; }
 

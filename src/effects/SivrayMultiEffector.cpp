@@ -206,8 +206,7 @@ void SivrayMultiEffector::crossfade(int count) {
   }
   int done = 0;
   while (fading && done < count) {
-    // The run is measured in steps of the position, not in samples: it covers more than the fade, and the rest of the
-    // block goes through the fade's arithmetic with the old effect at nothing.
+    // Longer than the fade on purpose: the rest of the block still goes through `blend`, which rounds.
     const int run = std::min(count - done, (std::max(fadePosition / kFadeStep, 1) + 1) * kFadeStep);
     fadeRun(done, run);
     done += run;

@@ -89,13 +89,13 @@ class WaitingRecords {
   bool makeRoom() SIVRAY_NONBLOCKING;
 
   RecordList records;
-  bool isCrowded = false;  ///< Most of a full list is needed: what comes is dropped until the list has been taken.
+  bool isCrowded = false;  ///< Compaction freed too little; new records are dropped until `moveTo`.
   SequencerEvent dropped;  ///< What a producer fills in when there is no room.
 };
 
 /// What a block brings is added without a lock, by whoever runs the block. Other producers append on any thread, under
-/// a lock that is held while one of them appends, or while the render loop takes what there is, and never while a
-/// record fires. The render loop takes over both once it has worked through its own list.
+/// a lock that is never held while a record fires. The render loop takes over both once it has worked through its own
+/// list.
 class EventSequencer final : public IEventSequencer {
  public:
   static constexpr std::size_t kCapacity = WaitingRecords::kCapacity;

@@ -20,7 +20,7 @@ GlobalSaveParameterDispatcher::GlobalSaveParameterDispatcher() {
 
 int GlobalSaveParameterDispatcher::setValue(int index, std::int32_t* value) {
   if (index == 0) {
-    outputTarget.store(table[static_cast<std::size_t>(*value & 127)], std::memory_order_relaxed);
+    outputTarget.store(table[static_cast<std::size_t>(*value & kTopLevel)], std::memory_order_relaxed);
   }
   return group.setValue(index, value);
 }

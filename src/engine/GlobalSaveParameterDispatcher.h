@@ -47,7 +47,8 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   /// Moves the gain on by one sample and returns it.
   std::int32_t glide(std::int32_t target);
 
-  static constexpr std::array<ParameterRow, 1> kRows{{{"Master OUT", 0, 127, 100}}};
+  static constexpr int kTopLevel = 127;  ///< All its bits are set.
+  static constexpr std::array<ParameterRow, 1> kRows{{{"Master OUT", 0, kTopLevel, 100}}};
 
   Q57214DrumGenericParameter group{kRows};
   std::array<std::int16_t, 128> table{};  ///< Gains of the levels, Q14.

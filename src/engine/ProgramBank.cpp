@@ -27,7 +27,7 @@ ProgramBankRecord readOlderRecord(const std::uint8_t* bytes) {
   return record;
 }
 
-/// The records in `bytes`, which are those of all programs: the same copy for all who ask while one of them holds it.
+/// The records of all programs in `bytes`. Returns one shared copy per content; it is freed with its last holder.
 std::shared_ptr<const ProgramBankRecords> sharedPrograms(const void* bytes) {
   static std::mutex mutex;
   static std::vector<std::weak_ptr<const ProgramBankRecords>> known;

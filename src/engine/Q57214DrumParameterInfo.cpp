@@ -12,23 +12,26 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
+/// Highest value of a parameter with 7 bits.
+constexpr std::int32_t kTop = 127;
+
 constexpr std::array<ParameterRow, kPadParameterCount> kRows{{{"Wave", 0, 0, 0},
                                                               {"ExAssign", 0, 15, 0},
                                                               {"EGMode", 0, 1, 0},
                                                               {"Reverse", 0, 1, 0},
                                                               {"Pitch", 0, 48, 24},
                                                               {"PitchFine", 0, 200, 100},
-                                                              {"Punch", 0, 127, 0},
-                                                              {"EGTime", 0, 127, 127},
-                                                              {"Level", 0, 127, 100},
-                                                              {"Pan", 0, 127, 64},
-                                                              {"Low Boost", 0, 127, 0},
+                                                              {"Punch", 0, kTop, 0},
+                                                              {"EGTime", 0, kTop, kTop},
+                                                              {"Level", 0, kTop, 100},
+                                                              {"Pan", 0, kTop, 64},
+                                                              {"Low Boost", 0, kTop, 0},
                                                               {"Motion Seq", 0, 2, 0},
                                                               {"Mute", 0, 1, 0},
                                                               {"FX Send", 0, 1, 1},
                                                               {"Accent", 0, 1, 1},
-                                                              {"Mod Depth", 0, 127, 64},
-                                                              {"Mod Speed", 0, 127, 0},
+                                                              {"Mod Depth", 0, kTop, 64},
+                                                              {"Mod Speed", 0, kTop, 0},
                                                               {"Mod Type", 0, 0, 0}}};
 
 constexpr std::array<const char*, 2> kEnvelopeModes{"One Shot", "Gate"};

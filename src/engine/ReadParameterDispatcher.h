@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "core/FixedPoint.h"
 #include "engine/voice/VoiceAllocator.h"
 #include "parameters/Q57214DrumGenericParameter.h"
 
@@ -28,7 +29,8 @@ class ReadParameterDispatcher : public IParameter {
   int indexOf(std::string_view name) const override { return group.indexOf(name); }
 
  private:
-  static constexpr std::array<ParameterRow, 2> kRows{{{"L Level", -32767, 32767, 0}, {"R Level", -32767, 32767, 0}}};
+  static constexpr std::int32_t kFull = cofu::core::kFullScale;
+  static constexpr std::array<ParameterRow, 2> kRows{{{"L Level", -kFull, kFull, 0}, {"R Level", -kFull, kFull, 0}}};
 
   unsigned pad;
   Q57214DrumGenericParameter group;

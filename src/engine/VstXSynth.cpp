@@ -10,6 +10,9 @@ namespace {
 /// A system status that MIDI leaves undefined; here it carries messages about the transport.
 constexpr std::uint8_t kTransport = 0xF4;
 
+/// The bits of a MIDI data byte; also the highest note.
+constexpr std::uint8_t kDataBits = 127;
+
 constexpr bool releasesAll(std::uint8_t controller) { return controller == 123 || controller == 126; }
 
 }  // namespace
@@ -20,11 +23,11 @@ void VstXSynth::processEvent(const SequencerMessage& message) {
     drumEngine.transport(data1);
     return;
   }
-  const int note = data1 & 127;
+  const int note = data1 & kDataBits;
   switch (status & cofu::core::kMidiKindBits) {
     case cofu::core::kMidiNoteOn:
       if (data2 > 0) {
-        drumEngine.noteOn(note, data2 & 127);
+        drumEngine.noteOn(note, data2 & kDataBits);
       } else {
         drumEngine.noteOff(note);
       }
@@ -33,7 +36,8 @@ void VstXSynth::processEvent(const SequencerMessage& message) {
       drumEngine.noteOff(note);
       break;
     case cofu::core::kMidiController:
-      for (int any = 0; releasesAll(data1) && any < 127; ++any) {
+      // The highest note is none of the pads'.
+      for (int any = 0; releasesAll(data1) && any < kDataBits; ++any) {
         drumEngine.noteOff(any);
       }
       break;

@@ -7,11 +7,12 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/Silence.h"
+#include "effects/interfaces/SmoothedValue.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models a compressor by feedback: the gain loses a share that grows with the envelope, gains a constant, and rests
-/// where both balance. One detector serves both channels, so that the stereo image stays.
+/// Models a feedback compressor: gain += rise - gain * envelope. One detector serves both channels, so that the stereo
+/// image stays.
 struct CompressorGain {
   /// Takes the mean off one channel, whose samples have up to 15 more bits here. CompressorStep.h moves it.
   struct DcBlock {
@@ -38,7 +39,7 @@ struct CompressorGain {
   /// Sets the rise for a sensitivity in Q15: the more sensitive, the lower the gain. The only division.
   void setSens(std::int32_t sens) {
     constexpr std::int32_t kRiseAtFullSens = 16;
-    rise = 32768 / std::max(sens, 1) * kRiseAtFullSens;
+    rise = kOneQ15 / std::max(sens, 1) * kRiseAtFullSens;
   }
 
   /// Moves the gain (0 to 32767) by a sample whose louder channel has this magnitude behind the DC blocks. `attack` is

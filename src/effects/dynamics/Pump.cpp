@@ -9,7 +9,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 Pump::Settings Pump::settingsOf(const Knobs& knobs) {
-  const int shape = 127 - knobs.edit2;
+  const int shape = kTopKnob - knobs.edit2;
   return {tempoStep(knobs), valueAt(pumpAttackTable, shape), valueAt(pumpLevelTable, shape)};
 }
 

@@ -19,7 +19,7 @@ Words parabola(Words at, std::int32_t attackGain) {
 template <typename Words>
 Words secondHalf(Words up) {
   const Words down = Words::all(Pump::kPhaseStart) - up;
-  const Words sum = down.template shiftedRight<16>() + Words::all(32768) + up.template shiftedRight<16>();
+  const Words sum = down.template shiftedRight<16>() + Words::all(BeatGain::kOpen) + up.template shiftedRight<16>();
   return sum.template shiftedRight<1>();
 }
 

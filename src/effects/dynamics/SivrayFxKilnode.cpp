@@ -15,7 +15,7 @@ int SivrayFxKilnode::setParameter(unsigned index, int value) {
   if (index != kEdit1) {
     return 0;
   }
-  const int knob = value & 127;
+  const int knob = knobOf(value);
   adapter.setParameter(0, static_cast<float>(knob) * kKnobToUnit);
   return knob;
 }

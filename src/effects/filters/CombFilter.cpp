@@ -79,15 +79,15 @@ void CombFilter::glide(const Settings& to, bool) {
 /// The whole samples of the delay, and the weight of an all-pass interpolation, (1 - fraction) / (1 + fraction).
 void CombFilter::derive() {
   wholeDelay = static_cast<std::size_t>(delay >> 15);
-  const auto fraction = static_cast<std::int32_t>(delay & 32767);
-  eta = ((32767 - fraction) * 32768) / (fraction + 32767);
+  const std::int32_t fraction = fractionQ15(delay);
+  eta = ((kFullScale - fraction) * kOneQ15) / (fraction + kFullScale);
 }
 
 void CombFilter::stepChannel(Channel& channel, std::int16_t& sample) const {
   using Word = lanes::OneWord;
   const auto word = [](std::int64_t value) { return Word{static_cast<std::int32_t>(value)}; };
   const Word echo = word(channel.output);
-  const Word sound = combSound(echo, word(feedback), word(sample * 32768));
+  const Word sound = combSound(echo, word(feedback), word(sample * kOneQ15));
   channel.line[write] = sound.v;
   const Word nearWhole = word(channel.line[read]).shiftedRight<15>();
   channel.output = nextEcho(echo, nearWhole, word(channel.line[(read - 1) & kMask]), word(eta)).v;

@@ -21,8 +21,9 @@ constexpr std::int64_t kHighestResonance = 2147314568;
 
 /// Highest resonance times the convex curve, 1 - (1 - knob / 127)^2, truncated, exactly, in integers.
 std::int32_t resonanceOf(int knob) {
-  const std::int64_t rest = 127 - knob;
-  return static_cast<std::int32_t>(kHighestResonance * (127 * 127 - rest * rest) / (127 * 127));
+  constexpr std::int64_t kTopSquared = kTopKnob * kTopKnob;
+  const std::int64_t rest = kTopKnob - knob;
+  return static_cast<std::int32_t>(kHighestResonance * (kTopSquared - rest * rest) / kTopSquared);
 }
 
 /// 1.0 up to a very high resonance, a half at the highest.

@@ -19,7 +19,7 @@ void convert(const float* from, std::int16_t* to, unsigned count) {
   using R = cofu::registers::Registers128;
   const auto wholeOf = [](const float* samples) {
     const R::Floats notAbove = R::minFloats(R::loadFloats(samples), R::allFloats(1.0F));
-    return R::truncated(R::maxFloats(notAbove, R::allFloats(-1.0F)) * R::allFloats(32767.0F));
+    return R::truncated(R::maxFloats(notAbove, R::allFloats(-1.0F)) * R::allFloats(kInt16FullScale));
   };
   unsigned i = 0;
   for (; i + 8 <= count; i += 8) {

@@ -1,4 +1,5 @@
-// The family's older effect interface, with a 16-bit and a floating-point path of which each can stand for the other.
+// The family's older effect interface, with a 16-bit and a floating-point path. An effect implements one of the two;
+// the other converts and calls it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -87,16 +88,22 @@ class BasicEffect {
   const std::unique_ptr<BasicEffectState> state;
 };
 
+/// The 16-bit sample that is 1.0.
+inline constexpr float kInt16FullScale = 32767.0F;
+
+/// One step of a 16-bit sample, 1 / 32767 to seven digits.
+inline constexpr float kInt16Step = 3.051851e-5F;
+
 /// Limited to -1.0 .. 1.0, times 32767, truncated.
 constexpr std::int16_t int16FromFloat(float sample) SIVRAY_NONBLOCKING {
   const float upper = sample < 1.0F ? sample : 1.0F;
   const float limited = upper > -1.0F ? upper : -1.0F;
-  return static_cast<std::int16_t>(limited * 32767.0F);
+  return static_cast<std::int16_t>(limited * kInt16FullScale);
 }
 
 /// Times 1/32767, so that full scale comes back as 1.0.
 constexpr float floatFromInt16(std::int16_t sample) SIVRAY_NONBLOCKING {
-  return static_cast<float>(sample) * 3.051851e-5F;
+  return static_cast<float>(sample) * kInt16Step;
 }
 
 }  // namespace tesh::vimo

@@ -11,7 +11,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Gain and level without their oscillator. BeatGainStep.h moves the gain and applies both to the sound.
 struct BeatGain {
-  static constexpr std::int32_t kOpen = 32768;  ///< Q15.
+  static constexpr std::int32_t kOpen = kOneQ15;
 
   SmoothedValue envelope;  ///< Follows the opening, Q15.
   std::int32_t level = 0;  ///< Smoothed make-up level, Q15; it may exceed 1.0 fourfold.

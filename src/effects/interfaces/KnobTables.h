@@ -7,16 +7,21 @@
 #include <cstdint>
 
 #include "core/FixedPoint.h"
+#include "effects/interfaces/Knobs.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 using KnobTable = std::array<std::int16_t, 128>;
 
 namespace detail {
+constexpr int kTopSquared = kTopKnob * kTopKnob;
+
 /// trunc(32767 * (i / 127)^2), exactly, in integers.
-constexpr std::int32_t squareOfKnob(int i) { return 32767 * i * i / (127 * 127); }
+constexpr std::int32_t squareOfKnob(int i) { return cofu::core::kFullScale * i * i / kTopSquared; }
 /// trunc(32767 * (1 - (1 - i / 127)^2)), exactly, in integers.
-constexpr std::int32_t convexOfKnob(int i) { return 32767 * (127 * 127 - (127 - i) * (127 - i)) / (127 * 127); }
+constexpr std::int32_t convexOfKnob(int i) {
+  return cofu::core::kFullScale * (kTopSquared - (kTopKnob - i) * (kTopKnob - i)) / kTopSquared;
+}
 
 template <typename Law>
 constexpr KnobTable makeKnobTable(Law law) {
@@ -29,7 +34,8 @@ constexpr KnobTable makeKnobTable(Law law) {
 }  // namespace detail
 
 /// 258 * i, with the last entry held to 32767.
-inline constexpr KnobTable linearTable = detail::makeKnobTable([](int i) { return i == 127 ? 32767 : 258 * i; });
+inline constexpr KnobTable linearTable =
+    detail::makeKnobTable([](int i) { return i == kTopKnob ? cofu::core::kFullScale : 258 * i; });
 
 /// 32767 * (i / 127)^2, truncated.
 inline constexpr KnobTable squareTable = detail::makeKnobTable(detail::squareOfKnob);

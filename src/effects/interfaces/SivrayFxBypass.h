@@ -11,7 +11,9 @@ class SivrayFxBypass : public SivrayFx {
  public:
   void process(StereoBlock&, unsigned) override {}
   bool skip(unsigned) override { return true; }
-  int setParameter(unsigned index, int value) override { return index == kEdit1 || index == kEdit2 ? value & 127 : 0; }
+  int setParameter(unsigned index, int value) override {
+    return index == kEdit1 || index == kEdit2 ? knobOf(value) : 0;
+  }
   void reset() override {}
   void setImmediate(bool) override {}
   void notify(int) override {}

@@ -8,11 +8,17 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
+/// 1.0 with 15 fractional bits, one more than full scale.
+inline constexpr std::int32_t kOneQ15 = 32768;
+
+/// The part below the point of a value with 15 fractional bits.
+constexpr std::int32_t fractionQ15(std::int64_t value) { return static_cast<std::int32_t>(value & (kOneQ15 - 1)); }
+
 /// Glide factor per sample in 1/32768 in normal running: a time constant of about 320 samples.
 inline constexpr std::int32_t kGlide = 102;
 
 /// Glide factor in immediate mode: the target is reached within a sample or two.
-inline constexpr std::int32_t kGlideImmediate = 32767;
+inline constexpr std::int32_t kGlideImmediate = cofu::core::kFullScale;
 
 /// The factor for a mode.
 constexpr std::int32_t glideFactor(bool immediate) { return immediate ? kGlideImmediate : kGlide; }
@@ -25,7 +31,7 @@ struct SmoothedValue {
   std::int32_t value() const { return state >> 15; }
 
   /// The part below the point, 15 bits.
-  std::int32_t fraction() const { return state & 32767; }
+  std::int32_t fraction() const { return fractionQ15(state); }
 
   /// Moves one sample towards `target` with factor `k`.
   void glide(std::int32_t target, std::int32_t k) {

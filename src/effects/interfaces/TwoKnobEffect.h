@@ -75,7 +75,7 @@ class TwoKnobEffect : public SivrayFx {
     if (index != kEdit1 && index != kEdit2) {
       return 0;
     }
-    const int knob = value & 127;
+    const int knob = knobOf(value);
     (index == kEdit1 ? edit1 : edit2) = knob;
     postSettings();
     return knob;

@@ -34,7 +34,7 @@ constexpr double kSamplesPerMillisecond = kEngineRate / 1000.0;
 
 /// The step at which the counter runs from its start to 0 within the hold.
 std::int32_t holdStepFor(int knob) {
-  const double position = knob / 127.0;
+  const double position = static_cast<double>(knob) / kTopKnob;
   const double hold = kLeastHold + kHoldSpan * (position * position);
   return static_cast<std::int32_t>(ReverbGate::kHoldStart / (kSamplesPerMillisecond * hold));
 }

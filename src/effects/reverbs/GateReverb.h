@@ -29,7 +29,7 @@ class ReverbGate {
   void moveState(std::int32_t holdStep);
 
   State state = State::hold;
-  std::int32_t gain = 32767;
+  std::int32_t gain = cofu::core::kFullScale;
   std::int32_t holdCounter = kHoldStart;
   std::int32_t peak = 0;
 };

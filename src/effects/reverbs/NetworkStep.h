@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// What the network gives: the diffused sound, and the same 1676 samples later.
+/// The diffused sound, and a copy delayed by 1676 samples.
 template <typename Samples>
 struct NetworkOutput {
   Samples early;

@@ -37,7 +37,7 @@ void SivrayFxReverbSmoothHall::setParameter(unsigned index, float value) {
   if (index > 1) {
     return;
   }
-  const auto knob = static_cast<unsigned>(std::lround(value * 127.0F)) & 127;
+  const auto knob = static_cast<unsigned>(std::lround(value * kTopKnob)) & kTopKnob;
   (index == 0 ? decayKnob : levelKnob) = knob;
   pending.post({decayKnob, linearTable[levelKnob]});
 }

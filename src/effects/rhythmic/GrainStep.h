@@ -14,7 +14,7 @@ template <typename Samples>
 Samples grainOf(const GrainShifterLaw& law, const std::int16_t* line) {
   constexpr unsigned kLength = GrainShifterLaw::kLineLength;
   const unsigned near = law.writeIndex - static_cast<unsigned>(law.delay >> 15);
-  const typename Samples::template Fraction<15> fraction(static_cast<std::int32_t>(law.delay & 32767));
+  const typename Samples::template Fraction<15> fraction(fractionQ15(law.delay));
   return between(loadFromRing<Samples, kLength>(line, near), loadFromRing<Samples, kLength>(line, near - 1), fraction);
 }
 
@@ -27,7 +27,7 @@ void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16
   const Samples full = Samples::all(cofu::core::kFullScale);
   const Samples dryLeft = Samples::load(left);
   const Samples dryRight = Samples::load(right);
-  // Limited to -32767, of which a gain below 1.0 makes the same as of -32768.
+  // -32768 may become -32767: any gain below 1.0 maps both to the same.
   const Samples in =
       weightedSum(dryLeft, dryRight, typename Samples::Weights(1, 1)).template shiftedRight<1>().saturated();
   std::int16_t* const lineA = law.lines;

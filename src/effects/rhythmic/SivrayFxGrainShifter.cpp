@@ -91,7 +91,7 @@ void GrainShifterLaw::reset(const Settings& to) {
   realign = true;
   recordFade.setNow(0);
   mix.setNow(to.mix);
-  delay = to.delay * 32768;
+  delay = to.delay * kOneQ15;
 }
 
 void GrainShifterLaw::aim(const Settings& to, bool immediate) {

@@ -103,7 +103,7 @@ std::string dataPath(std::string_view folder) {
   return joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin");
 }
 
-/// Once a process for each file in turn: a further instance finds the file in the system's cache, or what has left it
+/// Reads the file into the system's cache once per process; later instances find it there. What has left the cache
 /// since is read when somebody asks for a wave.
 void warmOnce(const std::string& file) {
   static std::mutex mutex;
