@@ -9,6 +9,7 @@
 
 #include "SivrayVersion.h"
 #include "host/standalone/Desktop.h"
+#include "host/standalone/JackMidi.h"
 #include "host/standalone/Standalone.h"
 
 namespace {
@@ -39,7 +40,8 @@ int run() {
   }
   const auto end = [] { juce::MessageManager::getInstance()->stopDispatchLoop(); };
   try {
-    const standalone::Standalone program(standalone::desktop::settingsFolder(), end);
+    const standalone::Standalone program(standalone::desktop::settingsFolder(), end,
+                                         {.midi = standalone::systemMidi()});
     const standalone::desktop::EndRequests requests(end);
     standalone::desktop::runMessages();
     return EXIT_SUCCESS;

@@ -1,0 +1,13 @@
+// The MIDI inputs of this system.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "host/standalone/MidiInputs.h"
+
+namespace tesh::bramel::standalone {
+
+/// Those that JUCE finds. On Linux without ALSA's sequencer, while a JACK server runs, its input "JACK": a port named
+/// "Sivray MIDI:in" that the user connects.
+MidiSystem systemMidi();
+
+}  // namespace tesh::bramel::standalone
