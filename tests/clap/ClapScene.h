@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -66,11 +67,20 @@ class Instance {
   Instance(const Instance&) = delete;
   Instance& operator=(const Instance&) = delete;
 
+  bool activate(double rate) {
+    isActive = plugin->activate(plugin, rate, 1, 4096) && plugin->startProcessing(plugin);
+    return isActive;
+  }
+  void deactivate() {
+    plugin->stopProcessing(plugin);
+    plugin->deactivate(plugin);
+    isActive = false;
+  }
+
   /// Initialised, active, and past the block that takes the first program in.
   Instance& started(double rate = 44100.0) {
     EXPECT_TRUE(plugin->init(plugin));
-    isActive = plugin->activate(plugin, rate, 1, 4096) && plugin->startProcessing(plugin);
-    EXPECT_TRUE(isActive);
+    EXPECT_TRUE(activate(rate));
     render(64);
     log.clear();
     return *this;
@@ -86,13 +96,16 @@ class Instance {
     Samples left(frames);
     Samples right(frames);
     std::array<float*, 2> channels{left.data(), right.data()};
-    AudioBuffer output{channels.data(), nullptr, 2, 0, 0};
+    process({channels.data(), nullptr, 2, 0, 0}, frames);
+    left.insert(left.end(), right.begin(), right.end());
+    return left;
+  }
+
+  void process(AudioBuffer output, std::uint32_t frames) {
     const OutputEvents out{this, &push};
     const Process block{0, frames, nullptr, nullptr, &output, 0, 1, events.list(), &out};
     status = plugin->process(plugin, &block);
     events.clear();
-    left.insert(left.end(), right.begin(), right.end());
-    return left;
   }
 
   void flush() {
@@ -139,6 +152,10 @@ class Instance {
   Log log;  ///< What the plug-in tells.
   std::int32_t status = -1;
   bool wantsCallback = false;
+  bool isOnMainThread = true;          ///< What the plug-in is told.
+  std::function<void()> duringRescan;  ///< What else happens then.
+
+  Host host;
 
  private:
   static Instance& of(const Host* host) { return *static_cast<Instance*>(host->hostData); }
@@ -147,21 +164,31 @@ class Instance {
 
   static const void* extensionOf(const Host*, const char* id) {
     static constexpr HostParams kHostParams{
-        [](const Host* host, std::uint32_t) { of(host).log.emplace_back("rescan"); },
+        [](const Host* host, std::uint32_t) {
+          of(host).log.emplace_back("rescan");
+          if (const auto meanwhile = std::exchange(of(host).duringRescan, nullptr)) {
+            meanwhile();
+          }
+        },
         [](const Host*, std::uint32_t, std::uint32_t) {}, [](const Host* host) { of(host).log.emplace_back("flush"); }};
     static constexpr HostState kHostState{[](const Host* host) { of(host).log.emplace_back("dirty"); }};
     static constexpr HostNoteName kHostNames{[](const Host* host) { of(host).log.emplace_back("names"); }};
+    static constexpr HostLatency kHostLatency{[](const Host* host) { of(host).log.emplace_back("latency"); }};
+    static constexpr HostThreadCheck kHostThreads{[](const Host* host) { return of(host).isOnMainThread; },
+                                                  [](const Host*) { return true; }};
     static constexpr HostPresetLoad kHostPresets{[](const Host* host, std::uint32_t, const char*, const char*,
                                                     std::int32_t, const char*) { of(host).log.emplace_back("failed"); },
                                                  [](const Host* host, std::uint32_t, const char*, const char* key) {
                                                    of(host).log.push_back(std::string("loaded ") + key);
                                                  }};
     const std::string_view wanted(id);
-    return wanted == kParams       ? static_cast<const void*>(&kHostParams)
-           : wanted == kState      ? &kHostState
-           : wanted == kNoteName   ? &kHostNames
-           : wanted == kPresetLoad ? static_cast<const void*>(&kHostPresets)
-                                   : nullptr;
+    return wanted == kParams        ? static_cast<const void*>(&kHostParams)
+           : wanted == kState       ? &kHostState
+           : wanted == kNoteName    ? &kHostNames
+           : wanted == kLatency     ? &kHostLatency
+           : wanted == kThreadCheck ? &kHostThreads
+           : wanted == kPresetLoad  ? static_cast<const void*>(&kHostPresets)
+                                    : nullptr;
   }
 
   static bool push(const OutputEvents* out, const EventHeader* event) {
@@ -181,12 +208,12 @@ class Instance {
     return true;
   }
 
-  Host host;
   bool isActive = false;
 };
 
 // Parameters of the folder's instrument: six for each pad, of which the last is hidden, then the effect's and the
 // master.
+inline constexpr std::uint32_t kWaveOfPad1 = 0;
 inline constexpr std::uint32_t kLevelOfPad1 = 1;
 inline constexpr std::uint32_t kMaster = 51;
 

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "clap/ClapScene.h"
+#include "host/construction/Construction.h"
 
 namespace clap {
 namespace {
@@ -84,6 +85,43 @@ TEST_F(Clap, ANotesEndIsToldWithItsId) {
   EXPECT_EQ(plugin.log, (Log{"end 36 id 11@7", "end 36 id 13@9", "end 38 id 12@20"}));
 }
 
+TEST_F(Clap, TheHostHearsInTheOrderOfTimeEvenWhereItsOwnEventsAreNot) {
+  Instance plugin;
+  plugin.started();
+  plugin.note(EventType::noteOn, 36, 40, 1);
+  plugin.note(EventType::noteOn, 37, 41, 2);
+  plugin.note(EventType::noteOn, 38, 42, 3);
+  plugin.note(EventType::noteOff, 36, 50);
+  plugin.note(EventType::noteOff, 37, 20);
+  plugin.note(EventType::noteOff, 38, 4000);  // Past the block.
+  plugin.render(64);
+  EXPECT_EQ(plugin.log, (Log{"end 36 id 1@50", "end 37 id 2@50", "end 38 id 3@63"}));
+}
+
+TEST_F(Clap, ABlockWithoutTwoChannelsIsRefusedButItsValuesCount) {
+  Instance plugin;
+  plugin.started();
+  Samples samples(64, 7.0F);
+  std::array<double, 64> wide{};
+  std::array<float*, 2> channels{samples.data(), samples.data()};
+  std::array<float*, 2> lacking{samples.data(), nullptr};
+  std::array<double*, 2> wideChannels{wide.data(), wide.data()};
+  double level = 0.1;
+  for (const AudioBuffer& output :
+       {AudioBuffer{channels.data(), nullptr, 1, 0, 0}, AudioBuffer{lacking.data(), nullptr, 2, 0, 0},
+        AudioBuffer{nullptr, wideChannels.data(), 2, 0, 0}, AudioBuffer{}}) {
+    level += 0.1;
+    plugin.note(EventType::noteOn, 36, 0);
+    plugin.events.addValue(kMaster, nullptr, level, 30);
+    plugin.process(output, 64);
+    EXPECT_EQ(plugin.status, ProcessStatus::error);
+    EXPECT_FLOAT_EQ(static_cast<float>(plugin.value(kMaster)), static_cast<float>(level));
+  }
+  EXPECT_EQ(samples, Samples(64, 7.0F));
+  plugin.process({channels.data(), nullptr, 2, 0, 0}, 0);
+  EXPECT_EQ(plugin.status, ProcessStatus::proceed) << "a block of no frames is one";
+}
+
 TEST_F(Clap, ModulationIsHeardButNeitherKeptNorShown) {
   Instance modulated;
   Instance plain;
@@ -91,6 +129,7 @@ TEST_F(Clap, ModulationIsHeardButNeitherKeptNorShown) {
   plain.started();
   modulated.events.addValue(kLevelOfPad1, nullptr, 0.75, 0);
   modulated.events.addValue(kLevelOfPad1, nullptr, -0.5, 0, EventType::paramModulation);
+  modulated.events.addValue(kWaveOfPad1, nullptr, 1.0, 0, EventType::paramModulation);  // Has states, which stay.
   plain.events.addValue(kLevelOfPad1, nullptr, 0.25, 0);
   for (Instance* const each : {&modulated, &plain}) {
     each->note(EventType::noteOn, 36, 0);
@@ -144,11 +183,79 @@ TEST_F(Clap, StatesComeInPiecesAndBrokenOnesChangeNothing) {
   EXPECT_TRUE(second.state() == own);
   EXPECT_TRUE(second.wantsCallback);
   second.answerCallback();
-  EXPECT_EQ(second.log, (Log{"rescan", "dirty", "names"}));
+  EXPECT_EQ(second.log, (Log{"rescan", "names"})) << "what the host loads is no change of its song";
   for (Bytes broken : {Bytes(), Bytes(state.begin(), state.begin() + 100), Bytes(1000, 0xC1)}) {
     EXPECT_FALSE(second.load(broken));
     EXPECT_TRUE(second.state() == own);
   }
+}
+
+TEST_F(Clap, WhatChangesWhileTheHostReadsIsToldAfterwards) {
+  Instance plugin;
+  plugin.started();
+  const auto loadKit = [&plugin](const char* key) {
+    plugin.extension<PresetLoad>(kPresetLoad).fromLocation(plugin.plugin, LocationKind::plugin, nullptr, key);
+  };
+  plugin.duringRescan = [&] { loadKit("0"); };
+  loadKit("1");
+  plugin.answerCallback();
+  plugin.answerCallback();
+  EXPECT_EQ(std::ranges::count(plugin.log, "rescan"), 2);
+  EXPECT_EQ(plugin.log.back(), "names");
+}
+
+TEST_F(Clap, ANewLatencyIsToldWhileTheHostActivates) {
+  Instance plugin;
+  plugin.started();
+  const auto& latency = plugin.extension<Latency>(kLatency);
+  std::uint32_t before = latency.get(plugin.plugin);
+  for (const double rate : {96000.0, 96000.0, 44100.0}) {
+    plugin.log.clear();
+    plugin.deactivate();
+    EXPECT_TRUE(plugin.activate(rate));
+    const std::uint32_t now = latency.get(plugin.plugin);
+    EXPECT_EQ(plugin.log, now == before ? Log() : Log{"latency"}) << rate;
+    EXPECT_TRUE(now != before || rate == 96000.0);
+    before = now;
+  }
+}
+
+TEST_F(Clap, ReportsOfThePanelWaitForABlockAndNotesForAnActiveOne) {
+  Instance asHost;
+  tesh::bramel::vst::BramelInstrument instrument(tesh::bramel::vst::makeProcessor());
+  instrument.currentProgram();  // Takes the first program in.
+  const ClapParameters parameters(instrument);
+  ClapHost host(&asHost.host);
+  host.findExtensions();
+  ClapReports reports(instrument, parameters, host);
+  using Kind = ClapReports::Report::Kind;
+  const std::array<std::uint8_t, 3> key{0x90, 36, 100};
+  reports.sendMidi(key.data(), key.size(), 0);
+  reports.setTakesMidi(true);
+  reports.sendMidi(key.data(), key.size(), 0);
+  EXPECT_TRUE(asHost.log.empty()) << "a message may come from the audio thread, which may not ask for a flush";
+  reports.beginEdit(2);
+  reports.automate(2, 0.25F);
+  reports.endEdit(2);
+  EXPECT_EQ(asHost.log, Log(3, "flush"));
+  ClapReports::Report report;
+  for (const Kind expected : {Kind::midi, Kind::gestureBegin, Kind::value, Kind::gestureEnd}) {
+    ASSERT_TRUE(reports.take(report));
+    EXPECT_EQ(report.kind, expected);
+  }
+  EXPECT_FALSE(reports.take(report));
+  EXPECT_EQ(instrument.parameterValue(parameters.idAt(2)), 0.25F);
+}
+
+TEST_F(Clap, DebugBuildsEndAtACallOnTheWrongThread) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  Instance plugin;
+  plugin.started();
+  plugin.isOnMainThread = false;
+  EXPECT_DEBUG_DEATH(plugin.state(), "main thread");
+  plugin.note(EventType::noteOn, 36, 0);
+  EXPECT_FALSE(isSilent(plugin.render(64))) << "a block belongs to another thread";
+  plugin.isOnMainThread = true;
 }
 
 TEST_F(Clap, CallsAtTheWrongTimeChangeNothing) {

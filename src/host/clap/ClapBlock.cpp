@@ -51,6 +51,15 @@ class EventList {
   std::uint32_t count = 0;
 };
 
+/// Whether there are two channels to write to.
+bool hasOutput(const Process& block) {
+  if (block.audioOutputs == nullptr || block.audioOutputCount < 1) {
+    return false;
+  }
+  const AudioBuffer& main = block.audioOutputs[0];
+  return main.channelCount >= 2 && main.data32 != nullptr && main.data32[0] != nullptr && main.data32[1] != nullptr;
+}
+
 bool push(const OutputEvents* out, const EventHeader& event) {
   return out != nullptr && out->tryPush != nullptr && mayWait([&] { return out->tryPush(out, &event); });
 }
@@ -74,9 +83,7 @@ ClapBlock::ClapBlock(const std::shared_ptr<vst::BramelInstrument>& ofInstrument,
       values(ofParameters.count()) {}
 
 std::int32_t ClapBlock::process(const Process& block) {
-  const bool hasOutput = block.audioOutputs != nullptr && block.audioOutputCount > 0 &&
-                         block.audioOutputs[0].data32 != nullptr && block.audioOutputs[0].channelCount >= 2;
-  if (!hasOutput) {
+  if (!hasOutput(block)) {
     flush(block.inEvents, block.outEvents);
     return ProcessStatus::error;
   }
@@ -88,16 +95,18 @@ std::int32_t ClapBlock::process(const Process& block) {
   }
   restoreModulation();
   renderedFrames = 0;
+  lastEnd = 0;
   noteEnds = block.outEvents;
+  const std::uint32_t last = block.frameCount > 0 ? block.frameCount - 1 : 0;
   EventList(block.inEvents).each([&](const EventHeader& event) {
-    const std::uint32_t frame = std::clamp(event.time, renderedFrames, std::max(renderedFrames, block.frameCount));
+    const std::uint32_t frame = std::clamp(event.time, renderedFrames, last);
     if (isWrite(event) && frame > renderedFrames) {
       render(outputs, renderedFrames, frame);
     }
     takeEvent(event, static_cast<std::int32_t>(frame - renderedFrames));
   });
   render(outputs, renderedFrames, block.frameCount);
-  giveReports(block.outEvents, block.frameCount);
+  giveReports(block.outEvents, last);
   return ProcessStatus::proceed;
 }
 
@@ -163,18 +172,20 @@ void ClapBlock::takeEvent(const EventHeader& event, std::int32_t frame) {
 
 void ClapBlock::takeValue(const ParamEvent& event) {
   const std::uint32_t index = parameters.find(event.paramId, event.cookie);
-  if (index == ClapParameters::kNone || !std::isfinite(event.value)) {
+  const bool isModulation = event.header.type == EventType::paramModulation;
+  if (index == ClapParameters::kNone || !std::isfinite(event.value) ||
+      (isModulation && !parameters.isModulatable(index))) {
     return;
   }
   Value& value = values[index];
-  if (event.header.type == EventType::paramValue) {
+  if (!isModulation) {
     value.base = parameters.normalised(index, event.value);
     value.writtenAt = renders;
   } else {
     if (!isModulated(index) && value.writtenAt != renders) {
       readBase(index);
     }
-    value.offset = static_cast<float>(event.value);
+    value.offset = static_cast<float>(std::clamp(event.value, -1.0, 1.0));
   }
   write(index);
 }
@@ -235,12 +246,14 @@ void ClapBlock::takeNoteOff(const NoteEvent& event, std::int32_t frame) {
   }
 }
 
-/// Tells the host that its note's voice can be modulated no more.
+/// Tells the host that its note's voice can be modulated no more. Hosts want what they are told in the order of time,
+/// also where they have not kept to it.
 void ClapBlock::endNote(std::size_t key, std::int32_t frame) {
   if (!held[key].isHeld) {
     return;
   }
-  auto end = makeEvent<NoteEvent>(EventType::noteEnd, renderedFrames + static_cast<std::uint32_t>(frame));
+  lastEnd = std::max(lastEnd, renderedFrames + static_cast<std::uint32_t>(frame));
+  auto end = makeEvent<NoteEvent>(EventType::noteEnd, lastEnd);
   end.noteId = held[key].noteId;
   end.port = held[key].port;
   end.channel = held[key].channel;
@@ -262,8 +275,7 @@ void ClapBlock::takeTransport(const TransportEvent& event) {
 
 // Reports.
 
-void ClapBlock::giveReports(const OutputEvents* out, std::uint32_t frames) {
-  const std::uint32_t last = frames > 0 ? frames - 1 : 0;
+void ClapBlock::giveReports(const OutputEvents* out, std::uint32_t last) {
   ClapReports::Report report;
   while (reports.take(report)) {
     switch (report.kind) {

@@ -19,8 +19,9 @@
 
 namespace tesh::bramel::clap {
 
-/// Events that are out of order count at the earliest frame that is still to come. Unknown ones, and those that are
-/// shorter than their type, are skipped. Audio thread, except for `value` and `flush` while no block runs.
+/// Events that are out of order count at the earliest frame that is still to come, later ones at the last. Unknown
+/// ones, and those that are shorter than their type, are skipped. Audio thread, except for `value` and `flush` while no
+/// block runs.
 class ClapBlock {
  public:
   /// All outlive this object.
@@ -74,7 +75,7 @@ class ClapBlock {
   void sendNote(std::uint8_t status, std::size_t key, std::uint8_t velocity, std::int32_t frame) SIVRAY_NONBLOCKING;
   void endNote(std::size_t key, std::int32_t frame) SIVRAY_NONBLOCKING;
   void render(const Outputs& outputs, std::uint32_t from, std::uint32_t to) SIVRAY_NONBLOCKING;
-  void giveReports(const OutputEvents* out, std::uint32_t frames) SIVRAY_NONBLOCKING;
+  void giveReports(const OutputEvents* out, std::uint32_t last) SIVRAY_NONBLOCKING;
 
   const std::shared_ptr<vst::BramelInstrument> owned;
   vst::BramelInstrument& instrument;
@@ -85,7 +86,8 @@ class ClapBlock {
   std::array<HeldKey, kKeys> held{};
   const OutputEvents* noteEnds = nullptr;  ///< Of the block that runs.
   std::uint64_t renders = 1;
-  std::uint32_t renderedFrames = 0;  ///< Of the block that runs.
+  std::uint32_t renderedFrames = 0;  ///< Of the block that runs, as the next one.
+  std::uint32_t lastEnd = 0;         ///< The frame at which the last note ended.
   bool isMoving = false;             ///< The host's transport.
 };
 

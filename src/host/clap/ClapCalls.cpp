@@ -2,6 +2,7 @@
 // pointers and numbers out of range are answered by false or 0, and no exception leaves a call.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
+#include <cassert>
 #include <exception>
 #include <string>
 #include <string_view>
@@ -31,6 +32,23 @@ struct ClapCalls {
     }
   }
 
+  // The same for calls that belong to one of the host's threads. Hosts should not mix them up; debug builds say so.
+
+  template <typename Call>
+  static auto onMain(const Plugin* record, Call call) noexcept {
+    return with(record, [&](ClapPlugin& plugin) {
+      assert(plugin.host.mayBeMainThread() && "the host calls on another thread than its main thread");
+      return call(plugin);
+    });
+  }
+  template <typename Call>
+  static auto onAudio(const Plugin* record, Call call) noexcept {
+    return with(record, [&](ClapPlugin& plugin) {
+      assert(plugin.host.mayBeAudioThread() && "the host calls on another thread than its audio thread");
+      return call(plugin);
+    });
+  }
+
   // The plug-in itself.
 
   static bool init(const Plugin* record) {
@@ -39,23 +57,23 @@ struct ClapCalls {
   }
   static void destroy(const Plugin* record) { delete static_cast<ClapPlugin*>(record->pluginData); }
   static bool activate(const Plugin* record, double sampleRate, std::uint32_t /*least*/, std::uint32_t /*most*/) {
-    return with(record, [=](ClapPlugin& plugin) { return plugin.activate(sampleRate); });
+    return onMain(record, [=](ClapPlugin& plugin) { return plugin.activate(sampleRate); });
   }
   static void deactivate(const Plugin* record) {
-    with(record, [](ClapPlugin& plugin) { plugin.deactivate(); });
+    onMain(record, [](ClapPlugin& plugin) { plugin.deactivate(); });
   }
   static bool startProcessing(const Plugin* record) {
-    return with(record, [](ClapPlugin& plugin) { return plugin.isActive.load(); });
+    return onAudio(record, [](ClapPlugin& plugin) { return plugin.isActive.load(); });
   }
   static void stopProcessing(const Plugin* /*record*/) {}
   static void reset(const Plugin* record) {
-    with(record, [](ClapPlugin& plugin) { plugin.reset(); });
+    onAudio(record, [](ClapPlugin& plugin) { plugin.reset(); });
   }
   static std::int32_t process(const Plugin* record, const Process* block) {
-    return with(record, [=](ClapPlugin& plugin) { return plugin.process(block); });
+    return onAudio(record, [=](ClapPlugin& plugin) { return plugin.process(block); });
   }
   static void onMainThread(const Plugin* record) {
-    with(record, [](ClapPlugin& plugin) { plugin.reports->onMainThread(); });
+    onMain(record, [](ClapPlugin& plugin) { plugin.reports->onMainThread(); });
   }
 
   // Ports: one stereo output, one input of notes, and one output of the notes that are played on the panel.
@@ -87,10 +105,10 @@ struct ClapCalls {
   }
 
   static std::uint32_t noteNameCount(const Plugin* record) {
-    return with(record, [](ClapPlugin&) { return static_cast<std::uint32_t>(panel::kPads); });
+    return onMain(record, [](ClapPlugin&) { return static_cast<std::uint32_t>(panel::kPads); });
   }
   static bool noteName(const Plugin* record, std::uint32_t index, NoteNameInfo* info) {
-    return with(record, [=](ClapPlugin& plugin) {
+    return onMain(record, [=](ClapPlugin& plugin) {
       if (index >= panel::kPads || info == nullptr) {
         return false;
       }
@@ -105,17 +123,17 @@ struct ClapCalls {
   // Parameters.
 
   static std::uint32_t paramCount(const Plugin* record) {
-    return with(record, [](ClapPlugin& plugin) { return plugin.parameters->count(); });
+    return onMain(record, [](ClapPlugin& plugin) { return plugin.parameters->count(); });
   }
   static bool paramInfo(const Plugin* record, std::uint32_t index, ParamInfo* info) {
-    return with(record,
-                [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describe(index, *info); });
+    return onMain(record,
+                  [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describe(index, *info); });
   }
 
   /// Calls `use` with the plug-in and the index of the parameter `id`; false if there is none.
   template <typename Use>
   static bool withParam(const Plugin* record, std::uint32_t id, Use use) noexcept {
-    return with(record, [&](ClapPlugin& plugin) {
+    return onMain(record, [&](ClapPlugin& plugin) {
       const std::uint32_t index = plugin.parameters->find(id);
       return index != ClapParameters::kNone && use(plugin, index);
     });
@@ -142,20 +160,20 @@ struct ClapCalls {
   }
 
   static std::uint32_t pageCount(const Plugin* record) {
-    return with(record, [](ClapPlugin& plugin) { return plugin.parameters->pageCount(); });
+    return onMain(record, [](ClapPlugin& plugin) { return plugin.parameters->pageCount(); });
   }
   static bool page(const Plugin* record, std::uint32_t index, RemoteControlsPage* info) {
-    return with(record,
-                [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describePage(index, *info); });
+    return onMain(record,
+                  [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describePage(index, *info); });
   }
 
   // State. What a state is for makes no difference.
 
   static bool save(const Plugin* record, const OutputStream* stream) {
-    return with(record, [=](ClapPlugin& plugin) { return plugin.save(stream); });
+    return onMain(record, [=](ClapPlugin& plugin) { return plugin.save(stream); });
   }
   static bool load(const Plugin* record, const InputStream* stream) {
-    return with(record, [=](ClapPlugin& plugin) { return plugin.load(stream); });
+    return onMain(record, [=](ClapPlugin& plugin) { return plugin.load(stream); });
   }
   static bool saveFor(const Plugin* record, const OutputStream* stream, std::uint32_t /*contextType*/) {
     return save(record, stream);
@@ -165,7 +183,7 @@ struct ClapCalls {
   }
 
   static bool loadPreset(const Plugin* record, std::uint32_t kind, const char* location, const char* key) {
-    return with(record, [=](ClapPlugin& plugin) { return plugin.loadKit(kind, location, key); });
+    return onMain(record, [=](ClapPlugin& plugin) { return plugin.loadKit(kind, location, key); });
   }
 
   // Time.
@@ -199,16 +217,16 @@ struct ClapCalls {
     return true;
   }
   static bool createWindow(const Plugin* record, const char* api, bool isFloating) {
-    return isWindowApi(record, api, isFloating) && with(record, [](ClapPlugin&) { return true; });
+    return isWindowApi(record, api, isFloating) && onMain(record, [](ClapPlugin&) { return true; });
   }
   static void destroyWindow(const Plugin* record) {
-    with(record, [](ClapPlugin& plugin) {
+    onMain(record, [](ClapPlugin& plugin) {
       plugin.session->close();
       plugin.parentWindow = nullptr;
     });
   }
   static bool setWindowScale(const Plugin* record, double scale) {
-    return with(record, [=](ClapPlugin& plugin) {
+    return onMain(record, [=](ClapPlugin& plugin) {
       const bool isNew = static_cast<float>(scale) != plugin.session->scale();
       if (!plugin.session->setScale(static_cast<float>(scale))) {
         return false;
@@ -221,7 +239,7 @@ struct ClapCalls {
     });
   }
   static bool windowSize(const Plugin* record, std::uint32_t* width, std::uint32_t* height) {
-    return with(record, [=](ClapPlugin& plugin) {
+    return onMain(record, [=](ClapPlugin& plugin) {
       if (width == nullptr || height == nullptr) {
         return false;
       }
@@ -239,7 +257,7 @@ struct ClapCalls {
     return windowSize(record, &ownWidth, &ownHeight) && width == ownWidth && height == ownHeight;
   }
   static bool setParent(const Plugin* record, const Window* window) {
-    return window != nullptr && isWindowApi(record, window->api, false) && with(record, [=](ClapPlugin& plugin) {
+    return window != nullptr && isWindowApi(record, window->api, false) && onMain(record, [=](ClapPlugin& plugin) {
              plugin.session->close();
              plugin.parentWindow = window->pointer;
              plugin.session->open(plugin.parentWindow);
@@ -249,13 +267,13 @@ struct ClapCalls {
   static bool setTransient(const Plugin* /*record*/, const Window* /*window*/) { return false; }
   static void suggestTitle(const Plugin* /*record*/, const char* /*title*/) {}
   static bool show(const Plugin* record) {
-    return with(record, [](ClapPlugin& plugin) {
+    return onMain(record, [](ClapPlugin& plugin) {
       plugin.session->open(plugin.parentWindow);
       return plugin.session->isOpen();
     });
   }
   static bool hide(const Plugin* record) {
-    return with(record, [](ClapPlugin& plugin) {
+    return onMain(record, [](ClapPlugin& plugin) {
       plugin.session->close();
       return true;
     });
@@ -305,9 +323,11 @@ constexpr std::array kExtensions{Extension{kAudioPorts, &kAudioPortCalls},
                                  Extension{kNoteName, &kNoteNameCalls},
                                  Extension{kParams, &kParamCalls},
                                  Extension{kRemoteControls, &kPageCalls},
+                                 Extension{kRemoteControlsDraft, &kPageCalls},
                                  Extension{kState, &kStateCalls},
                                  Extension{kStateContext, &kStateContextCalls},
                                  Extension{kPresetLoad, &kPresetCalls},
+                                 Extension{kPresetLoadDraft, &kPresetCalls},
                                  Extension{kLatency, &kLatencyCalls},
                                  Extension{kTail, &kTailCalls},
                                  Extension{kGui, &kGuiCalls},

@@ -20,6 +20,9 @@ class ClapHost {
     find(gui, kGui);
     find(noteName, kNoteName);
     find(presetLoad, kPresetLoad);
+    if (presetLoad == nullptr) {
+      find(presetLoad, kPresetLoadDraft);
+    }
     find(threadCheck, kThreadCheck);
   }
 
@@ -49,12 +52,16 @@ class ClapHost {
     call(presetLoad, &HostPresetLoad::onError, kind, location, key, 0, message);
   }
 
-  /// False if the host knows better: what it checks belongs to the main thread. Any thread.
-  bool mayBeMainThread() const {
-    return threadCheck == nullptr || threadCheck->isMainThread == nullptr || threadCheck->isMainThread(host);
-  }
+  // Whether this is such a thread, as the host says; true for hosts that do not tell. Any thread.
+
+  bool mayBeMainThread() const { return mayBe(&HostThreadCheck::isMainThread); }
+  bool mayBeAudioThread() const { return mayBe(&HostThreadCheck::isAudioThread); }
 
  private:
+  bool mayBe(bool (*HostThreadCheck::*isThread)(const Host*)) const {
+    return threadCheck == nullptr || threadCheck->*isThread == nullptr || (threadCheck->*isThread)(host);
+  }
+
   template <typename Extension>
   void find(const Extension*& extension, const char* id) {
     if (host != nullptr && host->getExtension != nullptr) {

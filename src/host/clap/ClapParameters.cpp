@@ -67,7 +67,7 @@ bool ClapParameters::describe(std::uint32_t index, ParamInfo& info) const {
     return false;
   }
   const Parameter& parameter = all[index];
-  const bool isStepped = parameter.lastState > 0;
+  const bool isStepped = !isModulatable(index);
   info = {};
   info.id = parameter.id;
   info.flags =

@@ -32,6 +32,9 @@ class ClapParameters {
 
   std::uint32_t idAt(std::uint32_t index) const SIVRAY_NONBLOCKING { return all[index].id; }
 
+  /// A parameter of states stays on the one that it has.
+  bool isModulatable(std::uint32_t index) const SIVRAY_NONBLOCKING { return all[index].lastState == 0; }
+
   /// A value of the host as the instrument has it, 0 to 1, limited to the range; NaN is the least value. Audio thread
   /// too.
   float normalised(std::uint32_t index, double value) const SIVRAY_NONBLOCKING;

@@ -97,13 +97,18 @@ bool ClapPlugin::activate(double sampleRate) {
   }
   instrument->setSampleRate(static_cast<float>(sampleRate));
   instrument->resume();
-  latency = static_cast<std::uint32_t>(vst::CFsConverterWrapper::latency(sampleRate));
+  const auto frames = static_cast<std::uint32_t>(vst::CFsConverterWrapper::latency(sampleRate));
+  if (latency.exchange(frames) != frames) {
+    host.latencyChanged();
+  }
+  reports->setTakesMidi(true);
   isActive = true;
   return true;
 }
 
 void ClapPlugin::deactivate() {
   if (isActive.exchange(false)) {
+    reports->setTakesMidi(false);
     instrument->suspend();
     block->reset();
   }
@@ -136,7 +141,7 @@ bool ClapPlugin::load(const InputStream* stream) {
   if (!bytes || !instrument->setState(bytes->data(), bytes->size())) {
     return false;
   }
-  reports->parametersChanged();
+  reports->stateLoaded();
   return true;
 }
 

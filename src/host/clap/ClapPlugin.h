@@ -22,8 +22,9 @@ inline constexpr const char* kPluginId = "tesh.sivray";
 
 const Descriptor& pluginDescriptor();
 
-/// Owned by the host, which ends it by `destroy`. What a host calls at the wrong time or from a thread that it itself
-/// says is the wrong one changes nothing. Where the instrument's files are missing, `init` fails.
+/// Owned by the host, which ends it by `destroy`. What a host calls at the wrong time changes nothing.
+/// Debug builds end where it calls on a thread that it itself says is the wrong one. Where the instrument's files are
+/// missing, `init` fails.
 class ClapPlugin {
  public:
   /// Returns the record that the host calls; `host` outlives it.

@@ -298,7 +298,9 @@ struct HostParams {
   void (*requestFlush)(const Host*);
 };
 
+// Hosts of version 1.1 know some records under the names of their drafts, and drafts are the same records.
 inline constexpr const char* kRemoteControls = "clap.remote-controls/2";
+inline constexpr const char* kRemoteControlsDraft = "clap.remote-controls.draft/2";
 inline constexpr std::size_t kRemoteControlCount = 8;
 
 struct RemoteControlsPage {
@@ -345,6 +347,7 @@ struct HostState {
 };
 
 inline constexpr const char* kPresetLoad = "clap.preset-load/2";
+inline constexpr const char* kPresetLoadDraft = "clap.preset-load.draft/2";
 
 namespace LocationKind {
 inline constexpr std::uint32_t file = 0;    ///< `location` is a path.
@@ -362,6 +365,7 @@ struct HostPresetLoad {
 };
 
 inline constexpr const char* kPresetDiscoveryFactory = "clap.preset-discovery-factory/2";
+inline constexpr const char* kPresetDiscoveryFactoryDraft = "clap.preset-discovery-factory/draft-2";
 
 namespace PresetFlag {
 inline constexpr std::uint32_t isFactoryContent = 1U << 0;

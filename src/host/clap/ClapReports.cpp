@@ -44,7 +44,7 @@ void ClapReports::automate(std::uint64_t visibleIndex, float value) {
 }
 
 void ClapReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t /*deltaFrames*/) {
-  if (data == nullptr || size == 0 || data[0] < cofu::core::kMidiFirstStatus) {
+  if (!takesMidi || data == nullptr || size == 0 || data[0] < cofu::core::kMidiFirstStatus) {
     return;
   }
   Report report{.kind = Report::Kind::midi};
@@ -53,6 +53,11 @@ void ClapReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int3
 }
 
 void ClapReports::parametersChanged() {
+  isDirty = true;
+  stateLoaded();
+}
+
+void ClapReports::stateLoaded() {
   haveValuesChanged = true;
   isRescanWanted = true;
   sampleChanged();
@@ -65,11 +70,15 @@ void ClapReports::sampleChanged() {
 }
 
 void ClapReports::onMainThread() {
+  // First, so that what changes from here on asks for another call.
+  const bool haveNames = haveNamesChanged.exchange(false);
   if (isRescanWanted.exchange(false)) {
     host.rescanValues();
+  }
+  if (isDirty.exchange(false)) {
     host.markDirty();
   }
-  if (haveNamesChanged.exchange(false)) {
+  if (haveNames) {
     host.noteNamesChanged();
   }
 }

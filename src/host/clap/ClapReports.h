@@ -48,6 +48,12 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   /// True once after all values may have changed. Audio thread.
   bool takeValuesChanged() SIVRAY_NONBLOCKING { return haveValuesChanged.exchange(false); }
 
+  /// The host has loaded a state, which it knows to be its song's. Main thread.
+  void stateLoaded();
+
+  /// Whether blocks come, which take messages. Those from before would all come at once. Main thread.
+  void setTakesMidi(bool takes) { takesMidi = takes; }
+
   /// A pad's sample may have changed. Any thread, the audio thread too.
   void sampleChanged() SIVRAY_NONBLOCKING;
 
@@ -65,7 +71,9 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   std::mutex writing;  ///< Held for a few stores.
   vimo::LockFreeRing<Report> reports{kReports};
   std::atomic<bool> haveValuesChanged = false;  ///< The block's to take.
-  std::atomic<bool> isRescanWanted = false;     ///< The main thread's to take, as the next one.
+  std::atomic<bool> takesMidi = false;
+  std::atomic<bool> isRescanWanted = false;  ///< The main thread's to take, as the next ones.
+  std::atomic<bool> isDirty = false;
   std::atomic<bool> haveNamesChanged = false;
 };
 

@@ -34,9 +34,11 @@ void deinitLibrary() {}
 
 const void* factoryOf(const char* id) {
   const std::string_view wanted(id != nullptr ? id : "");
-  return wanted == kPluginFactory            ? static_cast<const void*>(&kFactory)
-         : wanted == kPresetDiscoveryFactory ? &presetDiscoveryFactory()
-                                             : nullptr;
+  if (wanted == kPluginFactory) {
+    return &kFactory;
+  }
+  const bool isDiscovery = wanted == kPresetDiscoveryFactory || wanted == kPresetDiscoveryFactoryDraft;
+  return isDiscovery ? &presetDiscoveryFactory() : nullptr;
 }
 
 }  // namespace
