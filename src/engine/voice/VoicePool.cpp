@@ -204,8 +204,7 @@ void VoicePool::planRun(int frames, std::size_t voices) {
   }
 }
 
-/// Reads what the lanes are about to play of waves that are not complete: from the position of the run's first frame to
-/// that of its last one, and the next frame, towards which the wave is interpolated.
+/// Reads the missing frames that this run will play, and one more for interpolation.
 void VoicePool::readSamples(int frames, std::size_t voices) {
   for (std::size_t lane = 0; lane < voices; ++lane) {
     const std::int64_t start = bank.positionQ12[lane];

@@ -7,8 +7,8 @@
 namespace tesh::bramel::vst {
 
 /// For one open editor. A window of JUCE would swallow all keys while the mouse is over it, and take the focus with
-/// each click. It goes back to the host's window that had it, often another one than the editor's parent. Message
-/// thread only; `top` is on the desktop inside `hostWindow` and outlives this object.
+/// each click. This returns the focus to the host's window that had it before, often another one than the editor's
+/// parent. Message thread only; `top` is on the desktop inside `hostWindow` and outlives this object.
 class HostKeyboard final : private juce::MouseListener, private juce::FocusChangeListener, private juce::AsyncUpdater {
  public:
   HostKeyboard(juce::Component& top, void* hostWindow);

@@ -7,7 +7,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Nodes are free again when all that were fetched together are used up: as many may be waiting once more by then.
+/// Twice the jobs: a fetched batch frees its nodes only at its end, and as many may wait again by then.
 std::size_t nodesFor(std::uint64_t parameterCount, std::size_t noteCount) {
   return 2 * (static_cast<std::size_t>(parameterCount) + noteCount + 1);
 }

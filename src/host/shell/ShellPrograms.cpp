@@ -38,15 +38,20 @@ void ShellPrograms::takeWaitingSelection(const MainLock& lock) {
   }
 }
 
-/// Runs `change(shelf, lock)`; if it gives true, takes over what other instances have done to the user's
-/// programs, writes their file, and then runs `report(editor, gone)`, again with the lock. `gone` is the number of
-/// user programs that went with another instance's change, all of them in front of new ones.
+/// Runs `change(shelf, lock)`; if it gives true, takes over what other instances have done to the user's programs,
+/// writes their file, and then runs `report(editor, gone)`, again with the lock. `gone` is the number of user programs
+/// that went with another instance's change, all of them in front of new ones.
 template <typename Change, typename Report>
 void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
-  if (!core.processor) {
-    return;
+  if (core.processor) {
+    const std::lock_guard fileLock(fileMutex);
+    changeHeldBanks(effect, change, report);
   }
-  const std::lock_guard fileLock(fileMutex);
+}
+
+/// The same with `fileMutex` held.
+template <typename Change, typename Report>
+void ShellPrograms::changeHeldBanks(Effect effect, Change change, Report report) {
   static std::mutex oneInstanceMutex;  // Of those in this process, from reading the file to writing it.
   const std::lock_guard oneInstance(oneInstanceMutex);
   vimo::ProgramShelf& shelf = controller().programs();
@@ -254,7 +259,7 @@ void ShellPrograms::importFrom(const std::string& path) {
   if (incoming && incoming->programCount() != 0) {
     fitBanks(image->macroCount);
   }
-  changeBanks(
+  changeHeldBanks(
       Effect::takesAway,
       [&](vimo::ProgramShelf& shelf, const MainLock& /*lock*/) {
         const std::uint64_t before = shelf.programCount(Bank::user);

@@ -61,6 +61,8 @@ class ShellPrograms {
   };
   template <typename Change, typename Report>
   void changeBanks(Effect effect, Change change, Report report);
+  template <typename Change, typename Report>
+  void changeHeldBanks(Effect effect, Change change, Report report);
   ForeignPrograms takeOver(vimo::ProgramDatabase& ofOthers);
   void writeUserPrograms(const std::string& path, Effect effect);
   void fitBanks(std::uint64_t imageMacroCount);
@@ -68,7 +70,7 @@ class ShellPrograms {
   ShellCore& core;
   ShellParameters& parameters;
   ShellBlock& block;
-  std::recursive_mutex fileMutex;
+  std::mutex fileMutex;
   vimo::ProgramPrints inFile;              ///< What the user's program file held when it was last read or written.
   std::atomic<bool> isFileWritten = true;  ///< The user's file holds what the user's bank holds.
 };
