@@ -76,7 +76,11 @@ class JackMidiPort {
 
   JackMidiPort(const Jack& library, jack_client_t& newClient)
       : jack(library), client(newClient), rate(library.rate(&newClient)) {}
-  ~JackMidiPort() { jack.close(&client); }
+  ~JackMidiPort() {
+    if (running) {  // libjack crashes when a client outlives its server and is closed after a look for another one.
+      jack.close(&client);
+    }
+  }
   JackMidiPort(const JackMidiPort&) = delete;
   JackMidiPort& operator=(const JackMidiPort&) = delete;
 
