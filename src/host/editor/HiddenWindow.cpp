@@ -4,8 +4,11 @@
 
 #include "host/editor/HiddenWindow.h"
 
+#include <atomic>
 #include <system_error>
 #include <utility>
+
+#include "platform/Module.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -15,23 +18,34 @@ constexpr UINT kLongestEnd = 500;  ///< Milliseconds.
 
 }  // namespace
 
+struct HiddenWindow::Listener {
+  explicit Listener(OnMessage call) : onMessage(std::move(call)) {}
+
+  const OnMessage onMessage;
+  std::atomic<bool> hasLeft = false;
+};
+
 HiddenWindow::HiddenWindow(OnMessage onMessage)
-    : listener(std::make_shared<OnMessage>(std::move(onMessage))),
+    : listener(std::make_shared<Listener>(std::move(onMessage))),
       window(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
   if (window == nullptr) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
   }
-  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&listener));
+  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(new std::shared_ptr<Listener>(listener)));
   SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&handleMessage));
 }
 
 HiddenWindow::~HiddenWindow() {
+  listener->hasLeft = true;
   if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
     DestroyWindow(window);
     return;
   }
   DWORD_PTR result = 0;
-  SendMessageTimeoutW(window, kEnd, 0, 0, SMTO_NORMAL, kLongestEnd, &result);
+  if (SendMessageTimeoutW(window, kEnd, 0, 0, SMTO_NORMAL, kLongestEnd, &result) == 0 && IsWindow(window) != FALSE) {
+    platform::keepModuleLoaded();
+    PostMessageW(window, kEnd, 0, 0);
+  }
 }
 
 LRESULT CALLBACK HiddenWindow::handleMessage(HWND window, UINT message, WPARAM wide, LPARAM other) {
@@ -39,11 +53,16 @@ LRESULT CALLBACK HiddenWindow::handleMessage(HWND window, UINT message, WPARAM w
     DestroyWindow(window);
     return 0;
   }
-  const auto* const held =
-      reinterpret_cast<const std::shared_ptr<OnMessage>*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (held != nullptr && (message == WM_TIMER || message >= WM_APP)) {
-    const std::shared_ptr<OnMessage> own = *held;  // The listener may destroy this object.
-    (*own)(window, message, wide);
+  // Windows keeps the pointer as a number. NOLINTNEXTLINE(performance-no-int-to-ptr)
+  const auto* const held = reinterpret_cast<const std::shared_ptr<Listener>*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (held != nullptr && message == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    delete held;
+  } else if (held != nullptr && (message == WM_TIMER || message >= WM_APP)) {
+    const std::shared_ptr<Listener> own = *held;  // The listener may destroy this object.
+    if (!own->hasLeft) {
+      own->onMessage(window, message, wide);
+    }
     return 0;
   }
   return DefWindowProcW(window, message, wide, other);

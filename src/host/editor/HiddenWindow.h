@@ -17,8 +17,9 @@ class HiddenWindow {
   /// Its messages come to `onMessage` on this thread, while the thread dispatches messages. Throws std::system_error.
   explicit HiddenWindow(OnMessage onMessage);
 
-  /// From another thread, waits half a second at most for the thread that made it. A message that is under way ends in
-  /// its own time.
+  /// Afterwards no message begins to be handled; one that is under way ends in its own time. From another thread, waits
+  /// half a second at most for the thread that made the window. If that does not answer, the window goes later, and the
+  /// library stays loaded for it.
   ~HiddenWindow();
   HiddenWindow(const HiddenWindow&) = delete;
   HiddenWindow& operator=(const HiddenWindow&) = delete;
@@ -26,9 +27,11 @@ class HiddenWindow {
   HWND handle() const { return window; }
 
  private:
+  struct Listener;
+
   static LRESULT CALLBACK handleMessage(HWND window, UINT message, WPARAM wide, LPARAM other);
 
-  const std::shared_ptr<OnMessage> listener;
+  const std::shared_ptr<Listener> listener;  ///< The window holds it too.
   HWND window = nullptr;
 };
 

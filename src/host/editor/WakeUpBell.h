@@ -32,11 +32,12 @@ class WakeUpBell {
   /// keeps running.
   void stop();
 
-  /// Any thread, the audio thread too: makes one call of the system, which does not wait.
-  void ring() SIVRAY_NONBLOCKING;
+  /// Any thread, the audio thread too: makes one call of the system, which does not wait. False if the system does not
+  /// take it, as when the message thread's queue is full; true where it is lost because nobody listens yet.
+  bool ring() SIVRAY_NONBLOCKING;
 
-  /// Begins a rest of kRest. Message thread.
-  void startRest();
+  /// Begins a rest of kRest. Message thread. False if the system gives no timer: the rest then never ends.
+  bool startRest();
 
  private:
   struct Impl;

@@ -66,16 +66,16 @@ void WakeUpBell::stop() {
   juce::LinuxEventLoop::unregisterFdCallback(impl->rings);
 }
 
-void WakeUpBell::ring() {
-  cofu::core::mayWait([this] {  // It does not wait.
+bool WakeUpBell::ring() {
+  return cofu::core::mayWait([this] {  // It does not wait.
     const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t bytes = ::write(impl->rings, &one, sizeof(one));
+    return ::write(impl->rings, &one, sizeof(one)) == sizeof(one);
   });
 }
 
-void WakeUpBell::startRest() {
+bool WakeUpBell::startRest() {
   const itimerspec rest{{0, 0}, {0, std::chrono::nanoseconds(kRest).count()}};
-  ::timerfd_settime(impl->rests, 0, &rest, nullptr);
+  return ::timerfd_settime(impl->rests, 0, &rest, nullptr) == 0;
 }
 
 }  // namespace tesh::bramel::vst

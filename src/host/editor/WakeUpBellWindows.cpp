@@ -44,15 +44,17 @@ void WakeUpBell::stop() {
   impl->window.reset();
 }
 
-void WakeUpBell::ring() {
-  cofu::core::mayWait([this] {  // It does not wait.
-    if (HWND target = impl->ringTarget; target != nullptr) {
-      PostMessageW(target, kRing, 0, 0);
-    }
+bool WakeUpBell::ring() {
+  return cofu::core::mayWait([this] {  // It does not wait.
+    HWND target = impl->ringTarget;
+    return target == nullptr || PostMessageW(target, kRing, 0, 0) != FALSE;
   });
 }
 
-void WakeUpBell::startRest() { SetTimer(impl->ringTarget, kRestTimer, static_cast<UINT>(kRest.count()), nullptr); }
+bool WakeUpBell::startRest() {
+  HWND target = impl->ringTarget;
+  return target != nullptr && SetTimer(target, kRestTimer, static_cast<UINT>(kRest.count()), nullptr) != 0;
+}
 
 }  // namespace tesh::bramel::vst
 

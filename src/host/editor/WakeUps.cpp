@@ -20,13 +20,19 @@ void WakeUps::start() {
         }
       });
   if (state != State::idle) {  // Woken before, or stopped in a rest.
-    bell.ring();
+    ring();
   }
 }
 
 void WakeUps::wake() {
   if (state.exchange(State::wanted) == State::idle) {
-    bell.ring();
+    ring();
+  }
+}
+
+void WakeUps::ring() {
+  if (!bell.ring()) {
+    state = State::idle;  // The next wake-up tries again.
   }
 }
 
@@ -39,12 +45,16 @@ void WakeUps::endRest() {
 
 void WakeUps::tellAndRest() {
   state = State::resting;  // Before the listeners look: what comes after their look wakes them again.
-  bell.startRest();
+  const bool willRestEnd = bell.startRest();
   std::erase_if(listeners, [](const auto& held) { return held.expired(); });
   for (std::size_t i = 0; i < listeners.size(); ++i) {
     if (const auto listener = listeners[i].lock()) {
       listener->wokenUp();
     }
+  }
+  State resting = State::resting;
+  if (!willRestEnd && !state.compare_exchange_strong(resting, State::idle)) {
+    ring();
   }
 }
 

@@ -44,6 +44,7 @@ class WakeUps : public std::enable_shared_from_this<WakeUps> {
     wanted    ///< They look at the end of the rest, or as soon as the thread is awake.
   };
 
+  void ring() SIVRAY_NONBLOCKING;
   void endRest();
   void tellAndRest();
 
