@@ -180,7 +180,7 @@ bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes
   const std::optional<fs::path> target = linkTarget(path.text());
   struct stat old {};
   const bool exists = target && ::stat(target->c_str(), &old) == 0;
-  if (!target || (exists && !S_ISREG(old.st_mode))) {
+  if (!target || target->empty() || (exists && !S_ISREG(old.st_mode))) {
     return false;
   }
   std::string temporary;

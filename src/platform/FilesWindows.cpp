@@ -54,16 +54,37 @@ std::wstring temporaryBeside(const std::wstring& target) {
   return target + L'.' + std::to_wstring(GetCurrentProcessId()) + L'.' + std::to_wstring(GetCurrentThreadId());
 }
 
-/// Renames `source` to `target` and replaces what is there. Virus scanners and indexers may hold a new file open for a
-/// moment, so it tries for 200 ms before it fails.
+/// What the user sees or has set; the rest describes how the system stores a file.
+constexpr DWORD kKeptAttributes =
+    FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
+/// Renames `source` to `target`. A file that is there is replaced, but its owner, its rights and its time of creation
+/// stay, on a file system that has such. Returns 0 or the system's error.
+DWORD renameOver(const std::wstring& source, const std::wstring& target) {
+  constexpr DWORD kFlags = REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS;
+  if (ReplaceFileW(target.c_str(), source.c_str(), nullptr, kFlags, nullptr, nullptr) != 0) {
+    return ERROR_SUCCESS;
+  }
+  const DWORD reason = GetLastError();
+  if (reason == ERROR_ACCESS_DENIED || reason == ERROR_SHARING_VIOLATION || reason == ERROR_UNABLE_TO_REMOVE_REPLACED) {
+    return reason;
+  }
+  // There is no such file, or it lies where the system can only rename.
+  return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0 ? ERROR_SUCCESS : GetLastError();
+}
+
+/// As `renameOver`. Virus scanners and indexers may hold a new file open for a moment, so it tries for 200 ms before it
+/// fails.
 bool replaceFile(const std::wstring& source, const std::wstring& target) {
   constexpr int kTries = 20;
   constexpr DWORD kPauseMilliseconds = 10;
   for (int i = 0; i < kTries; ++i) {
-    if (MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0) {
+    const DWORD reason = renameOver(source, target);
+    if (reason == ERROR_SUCCESS) {
       return true;
     }
-    if (const DWORD reason = GetLastError(); reason != ERROR_ACCESS_DENIED && reason != ERROR_SHARING_VIOLATION) {
+    if (reason != ERROR_ACCESS_DENIED && reason != ERROR_SHARING_VIOLATION &&
+        reason != ERROR_UNABLE_TO_REMOVE_REPLACED) {
       return false;
     }
     Sleep(kPauseMilliseconds);
@@ -141,9 +162,15 @@ bool exists(const NativePath& path) { return PathFileExistsW(path.text()) != 0; 
 
 bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes) {
   const std::wstring target = linkTarget(path.text());
+  const DWORD old = GetFileAttributesW(target.c_str());
+  const bool exists = old != INVALID_FILE_ATTRIBUTES;
+  if (target.empty() || (exists && (old & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0)) {
+    return false;
+  }
   const std::wstring temporary = temporaryBeside(target);
-  const HANDLE file =
-      CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const DWORD attributes = exists ? old & kKeptAttributes : 0;
+  const HANDLE file = CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                  attributes == 0 ? FILE_ATTRIBUTE_NORMAL : attributes, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return false;
   }

@@ -3,15 +3,21 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tesh::bramel::platform {
 
-/// The folder of shared program files; empty if there is none. The first of these:
-/// 1. $BRAMEL_COMMON_FILES, if it is set;
-/// 2. moduleFolder(), if it holds "Tesh/Bramel"; outside Windows also the folder around the plug-in bundle that it lies
-///    in (PluginBundle.h);
-/// 3. on Windows the folder of common program files; elsewhere the first that holds "Tesh/Bramel" of $XDG_DATA_HOME (or
-///    ~/.local/share) and the folders in $XDG_DATA_DIRS (or /usr/local/share and /usr/share).
+/// Where shared program files are looked for, the first place first; not all need exist:
+/// 1. $BRAMEL_COMMON_FILES; if it is set, no other place;
+/// 2. moduleFolder(), then the folder around the plug-in bundle that it lies in (PluginBundle.h);
+/// 3. on Windows %LOCALAPPDATA%\Programs\Common, where programs of one user keep them, then the folder of common
+/// program
+///    files; elsewhere $XDG_DATA_HOME (or ~/.local/share), then each folder in $XDG_DATA_DIRS (or /usr/local/share and
+///    /usr/share).
+std::vector<std::string> commonFilesPlaces();
+
+/// The folder of shared program files: $BRAMEL_COMMON_FILES if it is set, else the first of the places that holds
+/// "Tesh/Bramel". If none does, on Windows the folder of common program files, elsewhere empty.
 std::string commonFilesFolder();
 
 /// The user's documents: $BRAMEL_DOCUMENTS if it is set, else the system's documents folder. Outside Windows that is

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "platform/Files.h"
@@ -30,18 +31,6 @@ std::string environmentOrHome(const char* name, const char* fallback) {
   const std::string value = environment(name);
   const std::string home = environment("HOME");
   return !value.empty() || home.empty() ? value : home + "/" + fallback;
-}
-
-std::vector<std::string> sharedDataFolders() {
-  const std::string beside = moduleFolder();
-  std::vector<std::string> folders{beside, folderAroundBundle(beside),
-                                   environmentOrHome("XDG_DATA_HOME", ".local/share")};
-  const std::string list = environment("XDG_DATA_DIRS");
-  std::stringstream stream(list.empty() ? "/usr/local/share:/usr/share" : list);
-  for (std::string folder; std::getline(stream, folder, ':');) {
-    folders.push_back(folder);
-  }
-  return folders;
 }
 
 /// The documents folder from the desktop's settings, in a line like XDG_DOCUMENTS_DIR="$HOME/Dokumente"; empty if there
@@ -81,14 +70,29 @@ std::string moduleFolder() {
   return error ? std::string() : file.parent_path().string();
 }
 
+std::vector<std::string> commonFilesPlaces() {
+  if (std::string chosen = environment("BRAMEL_COMMON_FILES"); !chosen.empty()) {
+    return {std::move(chosen)};
+  }
+  const std::string beside = moduleFolder();
+  std::vector<std::string> folders{beside, folderAroundBundle(beside),
+                                   environmentOrHome("XDG_DATA_HOME", ".local/share")};
+  const std::string list = environment("XDG_DATA_DIRS");
+  std::stringstream stream(list.empty() ? "/usr/local/share:/usr/share" : list);
+  for (std::string folder; std::getline(stream, folder, ':');) {
+    folders.push_back(folder);
+  }
+  std::erase(folders, std::string());
+  return folders;
+}
+
 std::string commonFilesFolder() {
-  std::string chosen = environment("BRAMEL_COMMON_FILES");
-  if (!chosen.empty()) {
+  if (std::string chosen = environment("BRAMEL_COMMON_FILES"); !chosen.empty()) {
     return chosen;
   }
-  for (const std::string& folder : sharedDataFolders()) {
+  for (const std::string& folder : commonFilesPlaces()) {
     std::error_code error;
-    if (!folder.empty() && fs::is_directory(fs::path(folder) / "Tesh" / "Bramel", error)) {
+    if (fs::is_directory(fs::path(folder) / "Tesh" / "Bramel", error)) {
       return folder;
     }
   }

@@ -7,6 +7,10 @@
 #include <shlobj.h>
 #include <shlwapi.h>
 
+#include <array>
+#include <utility>
+
+#include "platform/PluginBundle.h"
 #include "platform/SpecialFolders.h"
 #include "platform/WideText.h"
 
@@ -23,7 +27,7 @@ std::string environment(const wchar_t* name) {
 
 /// A folder of the system by its CSIDL number; empty if the system has none.
 std::string systemFolder(int folder) {
-  std::wstring path(MAX_PATH, L'\0');
+  std::array<wchar_t, MAX_PATH> path{};
   return SHGetSpecialFolderPathW(nullptr, path.data(), folder, FALSE) == TRUE ? toUtf8(path.data()) : std::string();
 }
 
@@ -39,14 +43,29 @@ std::string moduleFolder() {
   return end == std::wstring::npos ? std::string() : toUtf8(file.substr(0, end));
 }
 
+std::vector<std::string> commonFilesPlaces() {
+  if (std::string chosen = environment(L"BRAMEL_COMMON_FILES"); !chosen.empty()) {
+    return {std::move(chosen)};
+  }
+  const std::string beside = moduleFolder();
+  const std::string users = systemFolder(CSIDL_LOCAL_APPDATA);
+  std::vector<std::string> folders{beside, folderAroundBundle(beside),
+                                   users.empty() ? users : users + "\\Programs\\Common",
+                                   systemFolder(CSIDL_PROGRAM_FILES_COMMON)};
+  std::erase(folders, std::string());
+  return folders;
+}
+
 std::string commonFilesFolder() {
-  std::string chosen = environment(L"BRAMEL_COMMON_FILES");
-  if (!chosen.empty()) {
+  if (std::string chosen = environment(L"BRAMEL_COMMON_FILES"); !chosen.empty()) {
     return chosen;
   }
-  std::string beside = moduleFolder();
-  const bool portable = PathIsDirectoryW(toWide(beside + "\\Tesh\\Bramel").c_str()) != FALSE;
-  return portable ? beside : systemFolder(CSIDL_PROGRAM_FILES_COMMON);
+  for (const std::string& folder : commonFilesPlaces()) {
+    if (PathIsDirectoryW(toWide(folder + "\\Tesh\\Bramel").c_str()) != FALSE) {
+      return folder;
+    }
+  }
+  return systemFolder(CSIDL_PROGRAM_FILES_COMMON);
 }
 
 std::string documentsFolder() {

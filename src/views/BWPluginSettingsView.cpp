@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/Files.h"
 #include "views/ActionButton.h"
-#include "views/InstalledPages.h"
 #include "views/JapaneseText.h"
 #include "views/PanelRect.h"
 #include "views/SettingsCatalogue.h"
@@ -166,11 +166,19 @@ void BWPluginSettingsView::fillCell(BWCollectionView& /*view*/, BWCollectionView
 
 void BWPluginSettingsView::cellSelected(BWCollectionView& view) { showRow(view.getSelected()); }
 
+void BWPluginSettingsView::openPage(InstalledPage page) {
+  if (!openInstalledPage(page)) {
+    const std::string path = platform::NativePath(installedPagePath(page)).shown();
+    descriptionLabel->setText("This page cannot be opened:\n" + juce::String::fromUTF8(path.c_str()),
+                              juce::dontSendNotification);
+  }
+}
+
 void BWPluginSettingsView::controlGestureBegan(IBWControl& control) {
   if (&control == productButton.get()) {
-    openInstalledPage(InstalledPage::manual);
+    openPage(InstalledPage::manual);
   } else if (&control == acknowledgementsButton.get()) {
-    openInstalledPage(InstalledPage::acknowledgements);
+    openPage(InstalledPage::acknowledgements);
   } else if (&control == closeButton.get() && listener != nullptr) {
     listener->settingsViewClosed(*this);  // This page may be gone now.
   }

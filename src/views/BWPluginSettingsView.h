@@ -11,6 +11,7 @@
 #include "viewmodels/resources/IBramelFontProvider.h"
 #include "viewmodels/resources/IBramelImageProvider.h"
 #include "views/BWPluginSettingsViewListener.h"
+#include "views/InstalledPages.h"
 #include "widgets/BWCollectionView.h"
 #include "widgets/BWFlatToggleButton.h"
 
@@ -42,6 +43,7 @@ class BWPluginSettingsView : public juce::Component, public IBWControlListener, 
                                         juce::Justification justification);
   std::shared_ptr<BWFlatToggleButton> addButton(juce::Rectangle<int> bounds, const char* text);
   void showRow(int row);
+  void openPage(InstalledPage page);
   juce::Font bodyFont(double height) const;
 
   BWPluginSettingsViewListener* listener = nullptr;  ///< The frame, which owns the pop-up that owns this page.

@@ -21,9 +21,19 @@ std::string installedPagePath(InstalledPage page) {
   return joinPath(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayManual"), name);
 }
 
-void openInstalledPage(InstalledPage page) {
-  const platform::NativePath path(installedPagePath(page));
-  juce::URL(juce::File(stringOf(path.text()))).launchInDefaultBrowser();
+bool openInstalledPage(InstalledPage page) {
+  const std::string name = installedPagePath(page);
+  const platform::NativePath path(name);
+  if (name.empty() || !platform::exists(path)) {
+    return false;
+  }
+  const juce::String text = stringOf(path.text());
+#ifdef _WIN32
+  return juce::Process::openDocument(text,
+                                     {});  // Windows does not read the signs that stand for letters in an address.
+#else
+  return juce::URL(juce::File(text)).launchInDefaultBrowser();
+#endif
 }
 
 }  // namespace tesh::bramel

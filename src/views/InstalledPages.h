@@ -11,7 +11,8 @@ enum class InstalledPage { manual, acknowledgements };
 /// The page's path with backslashes; the file may be missing.
 std::string installedPagePath(InstalledPage page);
 
-/// Opens the page in the default browser, without a network. Message thread only.
-void openInstalledPage(InstalledPage page);
+/// Opens the page in the default browser, without a network. False if it is missing or the system has nothing to open
+/// it with, as far as the system tells. Message thread only.
+bool openInstalledPage(InstalledPage page);
 
 }  // namespace tesh::bramel

@@ -238,6 +238,21 @@ TEST(ClientOfAClick, ReportsTheLatencyThatItHas) {
   }
 }
 
+TEST_F(Client, NamesEachPlaceWhereItLookedForItsSounds) {
+  ::setenv("XDG_DATA_HOME", "/nowhere/home", 1);
+  ::setenv("XDG_DATA_DIRS", "/nowhere/a:/nowhere/b", 1);
+  ::unsetenv("BRAMEL_COMMON_FILES");
+  const SivrayProcessor processor;
+  for (const char* const place : {"/nowhere/home", "/nowhere/a", "/nowhere/b"}) {
+    EXPECT_NE((processor.fault() + "\n").find(std::string("\n") + place + "\n"), std::string::npos) << place;
+  }
+  ::setenv("BRAMEL_COMMON_FILES", "/nowhere/chosen", 1);
+  EXPECT_EQ(SivrayProcessor().fault(),
+            "Sivray's sounds are not installed. None of these folders holds Tesh/Bramel:\n/nowhere/chosen");
+  ::unsetenv("XDG_DATA_HOME");
+  ::unsetenv("XDG_DATA_DIRS");
+}
+
 TEST_F(Client, StaysSilentAndKeepsTheStateWhereItsFilesAreMissing) {
   const support::SampleFolder empty;  // Without a description.
   SivrayProcessor processor;

@@ -75,6 +75,7 @@ TEST_F(Paths, LeaveTheOldFileWhenANewOneCannotBeWritten) {
   ASSERT_TRUE(writeFile(path, "newer", 5));
   EXPECT_EQ(readFile(path).size(), 5U);
   EXPECT_FALSE(writeFile(in("/no folder/file"), "x", 1));
+  EXPECT_FALSE(writeFile("", "x", 1));
   EXPECT_EQ(std::distance(fs::directory_iterator(root), fs::directory_iterator()), 1);
   EXPECT_TRUE(readFile(in("/absent")).empty());
   EXPECT_FALSE(platform::InputFile::open(root.string()).has_value());

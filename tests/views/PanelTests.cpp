@@ -1,6 +1,7 @@
 // What a hand does on the panel, and what the host and the engine hear of it; what the engine does, and what the panel
 // shows of it.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -229,6 +230,13 @@ TEST_F(Panel, KeepsATooltipForASecondAfterItsLastMove) {
   EXPECT_NE(tooltip(), "") << "it comes again";
 }
 
+bool showsText(juce::Component& parent, const juce::String& text) {
+  const auto* const label = dynamic_cast<const juce::Label*>(&parent);
+  return (label != nullptr && label->getText().contains(text)) ||
+         std::any_of(parent.getChildren().begin(), parent.getChildren().end(),
+                     [&](juce::Component* child) { return showsText(*child, text); });
+}
+
 #ifndef _WIN32
 TEST_F(Panel, OpensTheGuidesPagesInTheBrowser) {
   const std::filesystem::path bin = folder.pathOf("bin");
@@ -240,6 +248,12 @@ TEST_F(Panel, OpensTheGuidesPagesInTheBrowser) {
   const std::string path = std::getenv("PATH");
   ::setenv("PATH", (bin.string() + ":" + path).c_str(), 1);
   view().openSettings();
+  clickOn(*named(slot, "Product Page"));
+  EXPECT_TRUE(showsText(slot, "SivrayManual/manual.html")) << "a page that is not there is named";
+  const std::filesystem::path pages = folder.pathOf("../SivrayManual");
+  std::filesystem::create_directories(pages);
+  std::ofstream(pages / "manual.html") << "page";
+  std::ofstream(pages / "acknowledgements.html") << "page";
   for (const auto& [button, page] : {std::pair("Product Page", "SivrayManual/manual.html"),
                                      std::pair("Acknowledgements", "SivrayManual/acknowledgements.html")}) {
     clickOn(*named(slot, button));

@@ -21,6 +21,7 @@
 #include "host/shell/HostWrites.h"
 #include "host/shell/ProgramBanks.h"
 #include "platform/Files.h"
+#include "platform/SpecialFolders.h"
 #include "storage/paths/Paths.h"
 #include "views/SivrayEditorProvider.h"
 
@@ -28,6 +29,20 @@ namespace tesh::bramel::vst {
 namespace {
 
 constexpr std::size_t kMessageBytes = 3;
+
+/// Why the instrument cannot be made of the content that is installed.
+std::string faultOfContent() {
+  if (const std::string base = sharedBase(); !base.empty() && platform::exists(base)) {
+    return "Sivray's files are missing or damaged: " +
+           platform::NativePath(pathFor(kBramelPath_Macro, "Sivray")).shown();
+  }
+  std::string text = "Sivray's sounds are not installed. None of these folders holds " +
+                     platform::NativePath("Tesh\\Bramel").shown() + ":";
+  for (const std::string& place : platform::commonFilesPlaces()) {
+    text += "\n" + platform::NativePath(place).shown();
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -53,11 +68,7 @@ SivrayProcessor::Impl::Impl() {
     panel = std::make_shared<BramelInstrumentEditor>(
         instrument, std::make_shared<plugin::sivray::SivrayEditorProvider>(), MessageThread::Kind::running);
   } catch (const std::exception&) {
-    const std::string base = sharedBase();
-    fault = base.empty() ? "Sivray's sounds are not installed: no folder Tesh/Bramel beside the plug-in, or in "
-                           "$XDG_DATA_HOME or $XDG_DATA_DIRS."
-                         : "Sivray's files are missing or damaged: " +
-                               platform::NativePath(pathFor(kBramelPath_Macro, "Sivray")).shown();
+    fault = faultOfContent();
     instrument = std::make_shared<BramelInstrument>(nullptr);
   }
 }

@@ -34,7 +34,7 @@ class SivrayProcessor final : public juce::AudioProcessor {
   /// Null where the instrument's files are missing.
   const std::shared_ptr<BramelInstrumentEditor>& panel() const;
 
-  /// Empty, or one sentence for the user: which file is missing and where it was looked for.
+  /// Empty, or a text for the user: what is missing and in which folders, one a line, it was looked for.
   const std::string& fault() const;
 
   const juce::String getName() const override;
