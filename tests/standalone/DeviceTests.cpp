@@ -131,25 +131,44 @@ TEST(MidiInputs, AreAllOnButThoseSwitchedOffAlsoWhenTheyComeLater) {
   machine.list.add({"Drums", "3"});
   midi.look();
   midi.look();
-  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Keys", true}, MidiInputs::Device{"Pads", false},
+  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Keys", true}, MidiInputs::Device{"Pads", false, false},
                                           MidiInputs::Device{"Drums", true}));
   EXPECT_EQ(open(), "13") << "one that comes later plays, one that is off does not";
   EXPECT_EQ(told, 2) << "nothing is told twice";
   midi.setOn("Pads", true);
   midi.setOn("Keys", false);
-  EXPECT_EQ(midi.namesOff(), juce::StringArray("Keys"));
+  EXPECT_EQ(midi.namesSwitched(), juce::StringArray("Keys"));
   EXPECT_EQ(open(), "23");
   machine.list.clear();
   midi.look();
   EXPECT_TRUE(midi.devices().empty());
   EXPECT_EQ(open(), "") << "one that is unplugged is let go, so that it plays when it comes again";
-  EXPECT_EQ(midi.namesOff(), juce::StringArray("Keys")) << "it may come again";
+  EXPECT_EQ(midi.namesSwitched(), juce::StringArray("Keys")) << "it may come again";
   machine.opens = false;
   machine.list.add({"Pads", "2"});
   midi.look();
+  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Pads", true, false}));
+  told = 0;
   machine.opens = true;
   midi.look();
   EXPECT_EQ(open(), "2") << "what was busy is tried again";
+  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Pads", true, true}));
+  EXPECT_EQ(told, 1);
+}
+
+TEST(MidiInputs, AreOpenedByChoiceAloneWhereTheyAreExclusive) {
+  sivray::test::ScriptedMidi machine;
+  sivray::test::NoPlayer player;
+  auto system = machine.system();
+  system.opensUnasked = false;
+  MidiInputs midi(player, system);
+  machine.list.add({"Pads", "2"});
+  midi.start({"Pads"});
+  EXPECT_THAT(midi.devices(), ElementsAre(MidiInputs::Device{"Keys", false, false}, MidiInputs::Device{"Pads"}));
+  midi.setOn("Keys", true);
+  midi.setOn("Pads", false);
+  EXPECT_EQ(midi.namesSwitched(), juce::StringArray("Keys"));
+  EXPECT_TRUE(machine.players.size() == 1 && machine.players.contains("1"));
 }
 
 TEST(Settings, ComeBackAsTheyWereSavedAndABrokenFileCountsAsNone) {
@@ -166,14 +185,14 @@ TEST(Settings, ComeBackAsTheyWereSavedAndABrokenFileCountsAsNone) {
     EXPECT_TRUE(settings.state().isEmpty());
     EXPECT_FALSE(settings.position());
     settings.setDevice(choice);
-    settings.setMidiNamesOff(off);
+    settings.setMidiNamesSwitched(off);
     settings.setPosition({-5, 70});
     EXPECT_TRUE(settings.saveState(state));
   }
   {
     const Settings settings(folder);
     EXPECT_EQ(settings.device(), choice);
-    EXPECT_EQ(settings.midiNamesOff(), off);
+    EXPECT_EQ(settings.midiNamesSwitched(), off);
     EXPECT_EQ(settings.position(), juce::Point<int>(-5, 70));
     EXPECT_EQ(settings.state(), state);
   }

@@ -145,7 +145,7 @@ TEST_F(ProgramTest, ComesBackWithSoundDeviceMidiAndPlace) {
   EXPECT_NEAR(level().getValue(), 0.25F, 0.01F);
   EXPECT_EQ(strip(), "ALSA: card, 44100 Hz, 256 frames");
   EXPECT_EQ(window->getPosition(), juce::Point(70, 90));
-  EXPECT_EQ(Settings(folder.getFile()).midiNamesOff(), juce::StringArray("Keys"));
+  EXPECT_EQ(Settings(folder.getFile()).midiNamesSwitched(), juce::StringArray("Keys"));
 }
 
 TEST_F(ProgramTest, EndsTheDemoWithTheUsersSoundAlsoTheSecondTimeAndAtItsEnd) {

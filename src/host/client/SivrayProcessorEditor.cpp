@@ -68,7 +68,13 @@ void SivrayProcessorEditor::hidePanel() {
 
 void SivrayProcessorEditor::setScaleFactor(float newScale) {
   AudioProcessorEditor::setScaleFactor(newScale);
-  showPanel(newScale > 1.0F ? 2 : 1);
+  scale = newScale;
+  showPanel(scale * screenScale > 1.0F ? 2 : 1);
+}
+
+void SivrayProcessorEditor::setScreenScale(float newScale) {
+  screenScale = newScale;
+  showPanel(scale * screenScale > 1.0F ? 2 : 1);
 }
 
 void SivrayProcessorEditor::leaveKeysToHost(bool leavesKeys) {
@@ -79,11 +85,12 @@ void SivrayProcessorEditor::leaveKeysToHost(bool leavesKeys) {
 void SivrayProcessorEditor::paint(juce::Graphics& graphics) {
   constexpr int kMargin = 40;
   constexpr float kTextHeight = 18.0F;
+  constexpr int kMostLines = 16;
   graphics.fillAll(juce::Colours::black);
   graphics.setColour(juce::Colours::white);
   graphics.setFont(kTextHeight);
   graphics.drawFittedText(juce::String::fromUTF8(owner.fault().c_str()), getLocalBounds().reduced(kMargin),
-                          juce::Justification::centred, 4, 1.0F);
+                          juce::Justification::centred, kMostLines, 1.0F);
 }
 
 void SivrayProcessorEditor::parentHierarchyChanged() {

@@ -24,6 +24,10 @@ class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
   /// A pixel of the panel is shown as `newScale` pixels each way; above 1, from the larger set of pictures.
   void setScaleFactor(float newScale) override;
 
+  /// What the system makes of one pixel of the window, in pixels of the screen; counts for the choice of pictures
+  /// alone.
+  void setScreenScale(float newScale);
+
   /// Whether hosts get the keys that no text field of the panel has asked for; true until the first call. The
   /// standalone program, which has no host, takes all.
   void leaveKeysToHost(bool leavesKeys);
@@ -40,6 +44,8 @@ class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
   std::shared_ptr<juce::Component> view;  ///< Null where there is none.
   BWPopupSlotView slotView;
   int shownImageScale = 0;
+  float scale = 1.0F;
+  float screenScale = 1.0F;
   bool leavesKeysToHost = true;
   void* keyboardWindow = nullptr;          ///< That `keyboard` was made for.
   std::unique_ptr<HostKeyboard> keyboard;  ///< While this stands in a window of the host.

@@ -16,10 +16,16 @@ namespace {
 
 namespace standalone = tesh::bramel::standalone;
 
-constexpr const char* kHelp =
-    "sivray: the drum module without a host, on JACK or ALSA.\n"
-    "The keys A S D F G H J K play the pads, the space bar starts and stops the demo.\n"
-    "It takes no options but --help and --version.\n";
+#ifdef _WIN32
+#define SIVRAY_SOUND_SYSTEMS "WASAPI or DirectSound"
+#else
+#define SIVRAY_SOUND_SYSTEMS "JACK or ALSA"
+#endif
+
+constexpr const char* kHelp = "sivray: the drum module without a host, on " SIVRAY_SOUND_SYSTEMS
+                              ".\n"
+                              "The keys A S D F G H J K play the pads, the space bar starts and stops the demo.\n"
+                              "It takes no options but --help and --version.\n";
 
 constexpr int kWrongUsage = 2;
 
@@ -40,9 +46,11 @@ int run() {
   }
   const auto end = [] { juce::MessageManager::getInstance()->stopDispatchLoop(); };
   try {
-    const standalone::Standalone program(standalone::desktop::settingsFolder(), end,
-                                         {.midi = standalone::systemMidi()});
-    const standalone::desktop::EndRequests requests(end);
+    standalone::Standalone program(standalone::desktop::settingsFolder(), end, {.midi = standalone::systemMidi()});
+    const standalone::desktop::EndRequests requests([&] {
+      program.remember();
+      end();
+    });
     standalone::desktop::runMessages();
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {
@@ -53,11 +61,11 @@ int run() {
 /// To an option, without a window.
 int answer(std::string_view option) {
   if (option == "--version") {
-    std::puts("sivray " SIVRAY_VERSION);
+    standalone::desktop::say("sivray " SIVRAY_VERSION "\n", stdout);
     return EXIT_SUCCESS;
   }
   const bool wantsHelp = option == "--help" || option == "-h";
-  std::fputs(kHelp, wantsHelp ? stdout : stderr);
+  standalone::desktop::say(kHelp, wantsHelp ? stdout : stderr);
   return wantsHelp ? EXIT_SUCCESS : kWrongUsage;
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <memory>
 
@@ -33,7 +34,11 @@ juce::File settingsFolder();
 /// True if someone reads what the program writes to its standard error.
 bool hasTerminal();
 
-/// While it lives, a request to end the process comes as a call on the message thread.
+/// Answers one who has typed a command: to the standard output or error, or in a window where nobody reads those.
+void say(const char* text, std::FILE* stream);
+
+/// While it lives, a request to end the process comes as a call on the message thread. The process may be ended as soon
+/// as the call returns.
 class EndRequests {
  public:
   explicit EndRequests(std::function<void()> onRequest);

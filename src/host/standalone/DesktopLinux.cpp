@@ -102,6 +102,8 @@ juce::File settingsFolder() {
 
 bool hasTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
+void say(const char* text, std::FILE* stream) { std::fputs(text, stream); }
+
 struct EndRequests::Impl {
   std::function<void()> tell;
 };

@@ -12,16 +12,16 @@ constexpr int kLookMilliseconds = 3000;
 
 }  // namespace
 
-void MidiInputs::start(const juce::StringArray& newNamesOff) {
-  off = newNamesOff;
+void MidiInputs::start(const juce::StringArray& newNamesSwitched) {
+  switched = newNamesSwitched;
   look();
   startTimer(kLookMilliseconds);
 }
 
 void MidiInputs::setOn(const juce::String& name, bool isOn) {
-  off.removeString(name);
-  if (!isOn) {
-    off.add(name);
+  switched.removeString(name);
+  if (isOn != system.opensUnasked) {
+    switched.add(name);
   }
   look();
 }
@@ -30,15 +30,17 @@ void MidiInputs::look() {
   std::vector<Device> found;
   std::set<juce::String> wanted;
   for (const auto& info : system.list()) {
-    const bool isOn = !off.contains(info.name);
-    found.push_back({.name = info.name, .isOn = isOn});
+    const bool isOn = system.opensUnasked != switched.contains(info.name);
     if (!isOn) {
+      found.push_back({.name = info.name, .isOn = false, .isOpen = false});
       continue;
     }
     wanted.insert(info.identifier);
-    if (auto& input = open[info.identifier]; input == nullptr) {
+    auto& input = open[info.identifier];
+    if (input == nullptr) {
       input = system.open(info.identifier, callback);
     }
+    found.push_back({.name = info.name, .isOn = true, .isOpen = input != nullptr});
   }
   std::erase_if(open, [&](const auto& entry) { return entry.second == nullptr || !wanted.contains(entry.first); });
   if (std::exchange(list, std::move(found)) != list && onChange) {

@@ -1,4 +1,5 @@
-// The machine's MIDI inputs: all play, but for those that the user has switched off.
+// The machine's MIDI inputs. Where programs share them all play, but for those that the user has switched off; on
+// Windows, where an input belongs to the program that opens it first, only those that the user has switched on.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -24,6 +25,11 @@ struct MidiSystem {
         }
         return input;
       };
+#ifdef _WIN32
+  bool opensUnasked = false;
+#else
+  bool opensUnasked = true;  ///< Inputs that the user has not switched are on.
+#endif
 };
 
 /// Opens devices also when they are plugged in later. Message thread only.
@@ -31,7 +37,8 @@ class MidiInputs : private juce::Timer {
  public:
   struct Device {
     juce::String name;
-    bool isOn = true;
+    bool isOn = true;    ///< Wanted.
+    bool isOpen = true;  ///< It plays. One that is on and does not open is tried again from time to time.
     bool operator==(const Device&) const = default;
   };
 
@@ -42,14 +49,15 @@ class MidiInputs : private juce::Timer {
   /// After each change of `devices`.
   std::function<void()> onChange;
 
-  /// Opens all devices but those of the names in `newNamesOff`, and looks for more from time to time.
-  void start(const juce::StringArray& newNamesOff);
+  /// Opens the devices that are on, and looks for more from time to time. `newNamesSwitched` as `namesSwitched` gave it
+  /// the last time.
+  void start(const juce::StringArray& newNamesSwitched);
 
   void setOn(const juce::String& name, bool isOn);
 
   const std::vector<Device>& devices() const { return list; }
-  /// Also those of devices that are not there now.
-  const juce::StringArray& namesOff() const { return off; }
+  /// Of the devices that the user has switched from what they usually are, also of those that are not there now.
+  const juce::StringArray& namesSwitched() const { return switched; }
 
   /// Looks for inputs that have come or gone. The timer's work; for tests.
   void look();
@@ -59,7 +67,7 @@ class MidiInputs : private juce::Timer {
 
   juce::MidiInputCallback& callback;
   MidiSystem system;
-  juce::StringArray off;
+  juce::StringArray switched;
   std::vector<Device> list;
   std::map<juce::String, std::shared_ptr<void>> open;  ///< By identifier.
 };

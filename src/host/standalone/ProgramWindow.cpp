@@ -46,6 +46,9 @@ ProgramWindow::ProgramWindow(std::unique_ptr<TransportStrip> strip, std::unique_
 
 ProgramWindow::~ProgramWindow() {
   isOpen = false;
+  if (juce::ComponentPeer* const peer = getPeer()) {
+    peer->removeScaleFactorListener(this);
+  }
   juce::PopupMenu::dismissAllActiveMenus();
   clearContentComponent();
 }
@@ -58,6 +61,9 @@ void ProgramWindow::open(std::optional<juce::Point<int>> position) {
     centreWithSize(getWidth(), getHeight());
   }
   setVisible(true);
+  juce::ComponentPeer& peer = *getPeer();
+  peer.addScaleFactorListener(this);
+  nativeScaleFactorChanged(peer.getPlatformScaleFactor());
   isOpen = true;
 }
 

@@ -15,13 +15,14 @@
 namespace tesh::bramel::standalone {
 
 /// Of the desktop's own frame, and of a fixed size. Message thread only.
-class ProgramWindow final : public juce::DocumentWindow {
+class ProgramWindow final : public juce::DocumentWindow, private juce::ComponentPeer::ScaleFactorListener {
  public:
   /// What the user does with the window.
   struct Events {
     std::function<void()> closed;
     std::function<void(juce::Point<int>)> moved;  ///< To a top left corner of the screen.
     std::function<void()> deactivated;            ///< Another window has the keyboard.
+    std::function<void(float)> scaled;            ///< By the system, on the screen on which it stands now.
   };
 
   /// Takes over `strip` and `editor`. A pixel of the panel takes `scale` pixels of the screen each way.
@@ -40,6 +41,8 @@ class ProgramWindow final : public juce::DocumentWindow {
 
  private:
   class Content;
+
+  void nativeScaleFactorChanged(double newScale) override { events.scaled(static_cast<float>(newScale)); }
 
   std::unique_ptr<Content> content;
   Events events;

@@ -11,7 +11,11 @@ constexpr const char* kDeviceType = "soundType";
 constexpr const char* kDeviceName = "soundDevice";
 constexpr const char* kRate = "soundRate";
 constexpr const char* kBlockKey = "soundBlock";
-constexpr const char* kMidiOff = "midiInputsOff";
+#ifdef _WIN32
+constexpr const char* kMidiSwitched = "midiInputsOn";
+#else
+constexpr const char* kMidiSwitched = "midiInputsOff";
+#endif
 constexpr const char* kX = "windowX";
 constexpr const char* kY = "windowY";
 
@@ -48,9 +52,13 @@ void Settings::setDevice(const DeviceChoice& choice) {
   file.setValue(kBlockKey, choice.block);
 }
 
-juce::StringArray Settings::midiNamesOff() const { return juce::StringArray::fromLines(file.getValue(kMidiOff)); }
+juce::StringArray Settings::midiNamesSwitched() const {
+  return juce::StringArray::fromLines(file.getValue(kMidiSwitched));
+}
 
-void Settings::setMidiNamesOff(const juce::StringArray& names) { file.setValue(kMidiOff, names.joinIntoString("\n")); }
+void Settings::setMidiNamesSwitched(const juce::StringArray& names) {
+  file.setValue(kMidiSwitched, names.joinIntoString("\n"));
+}
 
 std::optional<juce::Point<int>> Settings::position() const {
   if (!file.containsKey(kX) || !file.containsKey(kY)) {

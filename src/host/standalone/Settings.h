@@ -20,8 +20,9 @@ class Settings {
   DeviceChoice device() const;
   void setDevice(const DeviceChoice& choice);
 
-  juce::StringArray midiNamesOff() const;
-  void setMidiNamesOff(const juce::StringArray& names);
+  /// As MidiInputs has them.
+  juce::StringArray midiNamesSwitched() const;
+  void setMidiNamesSwitched(const juce::StringArray& names);
 
   /// Of the window's content, in the screen's pixels. Nothing before the first move.
   std::optional<juce::Point<int>> position() const;

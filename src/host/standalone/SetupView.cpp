@@ -28,7 +28,7 @@ constexpr double kLabelFontHeight = 15.0;
 constexpr double kRowFontHeight = 13.0;
 constexpr double kButtonFontHeight = 12.0;
 
-/// Rows of switches: a box before each text, filled while the row is on.
+/// Rows of switches: a box before each text, filled while what the row stands for plays.
 class SwitchRows final : public IBWSimpleListViewRenderer {
  public:
   SwitchRows(const juce::Font& rowFont, std::vector<bool> areOn) : font(rowFont), on(std::move(areOn)) {}
@@ -91,8 +91,9 @@ class SetupView::Column : public juce::Component {
     std::vector<std::string> names;
     std::vector<bool> areOn;
     for (const auto& device : devices) {
-      names.push_back(device.name.toStdString());
-      areOn.push_back(device.isOn);
+      const bool isRefused = device.isOn && !device.isOpen;
+      names.push_back((device.name + (isRefused ? ": in use by another program" : "")).toStdString());
+      areOn.push_back(device.isOpen);
     }
     list.setRenderer(std::make_shared<SwitchRows>(rowFont, std::move(areOn)));
     list.setItems(std::move(names));

@@ -42,8 +42,8 @@ SoundDevice::Types SoundDevice::systemTypes() {
   for (juce::AudioIODeviceType* const type : {
            juce::AudioIODeviceType::createAudioIODeviceType_JACK(),
            juce::AudioIODeviceType::createAudioIODeviceType_ALSA(),
-           juce::AudioIODeviceType::createAudioIODeviceType_WASAPI(juce::WASAPIDeviceMode::shared),
            juce::AudioIODeviceType::createAudioIODeviceType_WASAPI(juce::WASAPIDeviceMode::sharedLowLatency),
+           juce::AudioIODeviceType::createAudioIODeviceType_WASAPI(juce::WASAPIDeviceMode::shared),
            juce::AudioIODeviceType::createAudioIODeviceType_DirectSound(),
        }) {
     if (type != nullptr) {

@@ -59,12 +59,16 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     sound.onChange = [this] { showDevices(); };
     midi.onChange = [this] { showDevices(); };
     sound.open(settings.device());
-    midi.start(settings.midiNamesOff());
+    midi.start(settings.midiNamesSwitched());
     startTimer(kKitsMilliseconds);
   }
 
   ~Impl() override {
     demoKits.stop();
+    remember();
+  }
+
+  void remember() {
     juce::MemoryBlock state;
     processor.getStateInformation(state);
     settings.saveState(state);
@@ -76,6 +80,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     strip->demoButton().setEnabled(playback.demo().hasScore());
     auto editor = std::make_unique<vst::SivrayProcessorEditor>(processor);
     editor->leaveKeysToHost(false);
+    auto& panel = *editor;
     window = std::make_unique<ProgramWindow>(
         std::move(strip), std::move(editor), desktop::scale(),
         ProgramWindow::Events{.closed = std::move(onClosed),
@@ -85,7 +90,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
                                     if (keyboard != nullptr) {
                                       keyboard->releaseAll();
                                     }
-                                  }});
+                                  },
+                              .scaled = [&panel](float scale) { panel.setScreenScale(scale); }});
     keyboard = std::make_unique<PadKeyboard>(
         *window, [this](int note, bool isOn) { playback.playNote(note, isOn); }, [this] { toggleDemo(); });
     window->setIcon(fonts.getIcon());
@@ -136,7 +142,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   void switchMidi(const juce::String& name, bool isOn) {
     later([this, name, isOn] {
       midi.setOn(name, isOn);
-      settings.setMidiNamesOff(midi.namesOff());
+      settings.setMidiNamesSwitched(midi.namesSwitched());
     });
   }
 
@@ -187,6 +193,8 @@ Standalone::Standalone(const juce::File& settingsFolder, std::function<void()> o
     : impl(std::make_unique<Impl>(settingsFolder, std::move(onClosed), devices)) {}
 
 Standalone::~Standalone() = default;
+
+void Standalone::remember() { impl->remember(); }
 
 void showFault(const juce::String& text) {
   ProgramFonts fonts;

@@ -27,6 +27,10 @@ class Standalone {
 
   /// Remembers the setup and the sound.
   ~Standalone();
+
+  /// The same before its end, for a process that may end at any moment.
+  void remember();
+
   Standalone(const Standalone&) = delete;
   Standalone& operator=(const Standalone&) = delete;
 
