@@ -232,11 +232,14 @@ struct ClapCalls {
         return false;
       }
       if (isNew && plugin.session->isOpen()) {
-        const auto size = plugin.session->size();
-        plugin.host.requestResize(static_cast<std::uint32_t>(size.width), static_cast<std::uint32_t>(size.height));
+        tellSize(plugin);
       }
       return true;
     });
+  }
+  static void tellSize(const ClapPlugin& plugin) {
+    const auto size = plugin.session->size();
+    plugin.host.requestResize(static_cast<std::uint32_t>(size.width), static_cast<std::uint32_t>(size.height));
   }
   static bool windowSize(const Plugin* record, std::uint32_t* width, std::uint32_t* height) {
     return onMain(record, [=](ClapPlugin& plugin) {
@@ -260,7 +263,11 @@ struct ClapCalls {
     return window != nullptr && isWindowApi(record, window->api, false) && onMain(record, [=](ClapPlugin& plugin) {
              plugin.session->close();
              plugin.parentWindow = window->pointer;
+             const float scale = plugin.session->scale();
              plugin.session->open(plugin.parentWindow);
+             if (scale != plugin.session->scale()) {  // It is the window's: the host has set none.
+               tellSize(plugin);
+             }
              return plugin.session->isOpen();
            });
   }

@@ -25,7 +25,11 @@ bool BramelVstEditorAdapter::getRect(ERect** rect) {
 bool BramelVstEditorAdapter::open(void* window) {
   if (!isOpen()) {
     AEffEditor::open(window);
+    const float scale = session.scale();
     session.open(window);
+    if (scale != session.scale()) {
+      tellSize();
+    }
   }
   return true;
 }
@@ -46,11 +50,17 @@ bool BramelVstEditorAdapter::setContentScale(float scale) {
   if (!session.setScale(scale)) {
     return false;
   }
-  if (auto* const host = dynamic_cast<AudioEffectX*>(effect); host != nullptr && isNew) {
+  if (isNew) {
+    tellSize();
+  }
+  return true;
+}
+
+void BramelVstEditorAdapter::tellSize() {
+  if (auto* const host = dynamic_cast<AudioEffectX*>(effect)) {
     const auto size = session.size();
     host->sizeWindow(size.width, size.height);
   }
-  return true;
 }
 
 }  // namespace tesh::bramel::vst

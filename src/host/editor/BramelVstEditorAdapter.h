@@ -19,6 +19,7 @@ class BramelVstEditorAdapter final : public AEffEditor {
   /// 768 by 468 pixels of the panel at the scale of the screen, also while closed.
   bool getRect(ERect** rect) override;
 
+  /// Tells the host the new size if the scale of its window makes one.
   bool open(void* window) override;
   void close() override;
 
@@ -32,6 +33,8 @@ class BramelVstEditorAdapter final : public AEffEditor {
   bool setContentScale(float scale) override;
 
  private:
+  void tellSize();
+
   EditorSession session;
   ERect rectangle{};
 };

@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/EditorSession.h"
 
+#include <algorithm>
 #include <atomic>
 #include <utility>
 
 #include "host/editor/EditorKeys.h"
 #include "host/editor/EditorWindow.h"
 #include "host/editor/MessageThread.h"
+#include "host/editor/WindowScale.h"
 #include "views/IContinuedView.h"
 
 namespace tesh::bramel::vst {
@@ -119,6 +121,9 @@ void EditorSession::open(void* window) {
     thread->enter();
   }
   lastWindow = window;
+  if (!isScaleGiven) {
+    shown->wantedScale = std::clamp(scaleOfWindow(window), kSmallestScale, kLargestScale);
+  }
   shown->wantedWindow = window;
   settle(kOpening);
 }
@@ -141,6 +146,7 @@ bool EditorSession::setScale(float scale) {
   if (!(scale >= kSmallestScale && scale <= kLargestScale)) {
     return false;
   }
+  isScaleGiven = true;
   if (shown->wantedScale.exchange(scale) != scale && isOpen()) {
     settle(kOpening);
   }

@@ -26,7 +26,8 @@ class EditorSession {
   EditorSession(const EditorSession&) = delete;
   EditorSession& operator=(const EditorSession&) = delete;
 
-  /// Shows the panel inside the host's window, in the system's own type. Nothing while it is open.
+  /// Shows the panel inside the host's window, in the system's own type. Nothing while it is open. Where no scale was
+  /// set it takes that of the window.
   void open(void* window);
   void close();
   bool isOpen() const;
@@ -34,8 +35,8 @@ class EditorSession {
   /// Pixels of the screen that the panel takes, also while it is closed.
   BramelInstrumentEditor::Size size() const;
 
-  /// The screen shows a pixel of the panel as `scale` pixels each way, 1 at first. False for a scale that no screen
-  /// has.
+  /// The screen shows a pixel of the panel as `scale` pixels each way, 1 until the panel is open. False for a scale
+  /// that no screen has.
   bool setScale(float scale);
   float scale() const;
 
@@ -54,6 +55,7 @@ class EditorSession {
   std::shared_ptr<BramelInstrumentEditor> editor;
   std::shared_ptr<MessageThread> thread;  ///< Null until the first opening.
   void* lastWindow = nullptr;             ///< Of the host, that the panel stood in.
+  bool isScaleGiven = false;              ///< By the host.
   std::shared_ptr<Shown> shown;
 };
 
