@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <memory>
 
 #include "effects/EffectSet.h"
@@ -69,12 +71,13 @@ struct Plain : Effect {
 
 /// As makeEffects.
 inline fx::EffectSet makePlainEffects(fx::SivrayFxMemoryAssigner& memory) {
+  constexpr std::array<std::size_t, 30> kOrder{0,  1,  2,  3,  12, 13, 11, 14, 15, 4,  22, 21, 23, 17, 25,
+                                               26, 27, 29, 24, 6,  7,  5,  18, 20, 19, 16, 8,  28, 9,  10};
   fx::EffectSet effects;
   std::size_t type = 0;
   forEachEffect([&]<typename Effect>() { effects[type++] = std::make_unique<Plain<Effect>>(); });
   for (const bool isMade : {false, true}) {
-    for (const std::size_t id : {0,  1,  2,  3,  12, 13, 11, 14, 15, 4,  22, 21, 23, 17, 25,
-                                 26, 27, 29, 24, 6,  7,  5,  18, 20, 19, 16, 8,  28, 9,  10}) {
+    for (const std::size_t id : kOrder) {
       if (auto* const user = dynamic_cast<fx::SivrayFxMemoryUser*>(effects[id].get()); user != nullptr && !isMade) {
         memory.add(user);
       }

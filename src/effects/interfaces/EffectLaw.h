@@ -23,7 +23,7 @@ struct LawParts {
   std::optional<Knobs> start{};       ///< Knobs at construction. Without them Settings{} counts at first.
   bool followsTempo = false;          ///< The tempo changes the settings.
   bool resetTakesPending = false;     ///< A reset starts from settings that no sample has seen yet.
-  int otherRestart = kRestart;        ///< A transport code that resets, beside kRestart.
+  std::optional<int> otherRestart{};  ///< A transport code that resets, beside kRestart.
   bool aims = false;                  ///< See AimingLaw.
   bool glides = false;                ///< See GlidingLaw.
   bool derives = false;               ///< See DerivingLaw.

@@ -98,7 +98,7 @@ class TwoKnobEffect : public SivrayFx {
   void setImmediate(bool on) override { immediate = on; }
 
   void notify(int code) override {
-    if (code == kRestart || code == kParts.otherRestart) {
+    if (code == kRestart || kParts.otherRestart == code) {
       this->reset();
     }
   }

@@ -13,6 +13,8 @@ namespace tesh::bramel::vst {
 class KeyStates {
  public:
   static constexpr int kKeys = 128;
+
+  /// What each note has until the editor sets it. The controllers' protocol numbers its lights so.
   static constexpr std::uint32_t kAtRest = 9;
 
   KeyStates() { states.fill(kAtRest); }
