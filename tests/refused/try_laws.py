@@ -49,7 +49,7 @@ def main():
     complaints = [] if code == 0 else ["the complete law does not compile:\n" + errors]
     with ThreadPoolExecutor(2) as pool:
         complaints += [said for said in pool.map(complaint, CASES) if said]
-    sys.exit("\n".join(complaints))
+    sys.exit("\n".join(complaints) or None)
 
 
 if __name__ == "__main__":
