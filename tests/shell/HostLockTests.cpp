@@ -80,6 +80,7 @@ TEST(AudioThreads, AreKnownHoweverManyShareOutTheBlocks) {
   std::atomic<int> included = 0;
   {
     std::vector<std::jthread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i) {
       threads.emplace_back([&] {
         note();
