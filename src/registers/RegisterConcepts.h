@@ -21,6 +21,7 @@ concept IntegerRegisters = requires(typename R::Integers v, const void* from, vo
                                     UnaryOperation<R> one, BinaryOperation<R> two, TernaryOperation<R> three) {
   requires sizeof(typename R::Integers) == R::kBytes;
   v = R::load(from);  v = R::loadAligned(from);  R::store(to, v);  R::storeAligned(to, v);
+  v = R::loadWidened16(from);  v = R::mapped32(v, [](std::int32_t lane) { return lane; });
   v = R::zero();  v = R::all16(std::int16_t{1});  v = R::all32(1);  v = R::all64(1);  v = R::multiples32(1);
 
   two = R::add16;  two = R::sub16;  two = R::addLimited16;  two = R::subLimited16;  two = R::subLimitedUnsigned16;
@@ -30,7 +31,7 @@ concept IntegerRegisters = requires(typename R::Integers v, const void* from, vo
   one = R::template shiftRight16<1>;  one = R::template shiftRightUnsigned16<1>;
 
   two = R::add32;  two = R::sub32;  two = R::equal32;  two = R::greater32;  two = R::min32;  two = R::max32;
-  three = R::limited32;  one = R::abs32;  two = R::mulLow32;  two = R::template mulShiftUnsigned32<1>;
+  three = R::limited32;  one = R::saturated32;  one = R::abs32;  two = R::mulLow32;  two = R::template mulShiftUnsigned32<1>;
   one = R::template shiftRight32<1>;  one = R::template shiftRightUnsigned32<1>;  one = R::template shiftLeft32<1>;
   v = R::shiftRight32(v, R::count(1));
 
@@ -52,6 +53,8 @@ concept FloatRegisters = requires(typename R::Floats x, typename R::Integers v, 
   x = R::loadFloats(from);  x = R::loadAlignedFloats(from);  R::storeFloats(to, x);  x = R::allFloats(1.0F);
   x = x * x + x - x;  x = R::minFloats(x, x);  x = R::maxFloats(x, x);
   x = R::floatsOf(v);  v = R::truncated(x);  x = R::bitsAsFloats(v);  v = R::bitsOfFloats(x);
+  v = R::greaterFloats(x, x);  R::storeNarrowed32(to, v);  R::pairsAt(from, v, x, x);
+  x = R::zipLow32(x, x);  x = R::zipHigh32(x, x);  x = R::evens32(x, x);  x = R::odds32(x, x);  x = R::reversed(x);
   x = R::lowHalves(x, x);  x = R::highHalves(x, x);
 };
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "registers/Intrinsics.h"
 #include "registers/RegisterConcepts.h"
@@ -29,6 +30,21 @@ struct Registers128 {
   static void storeFloats(float* to, Floats v) { _mm_storeu_ps(to, v); }
   /// 64 bits in the lowest lane of each group; the other lanes are 0.
   static Integers load64(const void* from) { return _mm_loadl_epi64(static_cast<const Integers*>(from)); }
+  /// As many samples of 16 bits as there are lanes of 32, with their sign.
+  static Integers loadWidened16(const void* from) {
+    const Integers words = load64(from);
+    return shiftRight32<16>(zipLow16(words, words));
+  }
+  /// Lanes of 32 bits, limited to 16 bits, side by side.
+  static void storeNarrowed32(void* to, Integers v) { _mm_storel_epi64(static_cast<Integers*>(to), packed32(v, v)); }
+  /// The entries at the indices, which must not be negative, and those behind them.
+  static void pairsAt(const float* from, Integers indices, Floats& first, Floats& second) {
+    const auto at = reinterpret_cast<Lanes32>(indices);
+    const Integers early = _mm_set_epi64x(pairAt(from, at[1]), pairAt(from, at[0]));
+    const Integers late = _mm_set_epi64x(pairAt(from, at[3]), pairAt(from, at[2]));
+    first = evens32(bitsAsFloats(early), bitsAsFloats(late));
+    second = odds32(bitsAsFloats(early), bitsAsFloats(late));
+  }
 
   // The same in all lanes, and four lanes.
   static Integers zero() { return _mm_setzero_si128(); }
@@ -36,6 +52,7 @@ struct Registers128 {
   static Integers all32(std::int32_t x) { return _mm_set1_epi32(x); }
   static Integers all64(std::int64_t x) { return _mm_set1_epi64x(x); }
   static Floats allFloats(float x) { return _mm_set1_ps(x); }
+  static Floats fourFloats(float a, float b, float c, float d) { return _mm_setr_ps(a, b, c, d); }
   static Integers four32(std::int32_t a, std::int32_t b, std::int32_t c, std::int32_t d) {
     return _mm_setr_epi32(a, b, c, d);
   }
@@ -102,6 +119,11 @@ struct Registers128 {
     const Integers below = greater32(bottom, v);
     const Integers limits = bitOr(bitAnd(above, top), bitAnd(below, bottom));
     return bitOr(andNot(bitOr(above, below), v), limits);
+  }
+  /// Limits to -32767 .. 32767, the range of samples.
+  static Integers saturated32(Integers v) {
+    const Integers words = max16(packed32(v, v), all16(-32767));
+    return shiftRight32<16>(zipLow16(words, words));
   }
   /// |v|, which stays -2^31 for -2^31.
   static Integers abs32(Integers v) {
@@ -175,12 +197,8 @@ struct Registers128 {
   static Integers zipLow64(Integers a, Integers b) { return _mm_unpacklo_epi64(a, b); }
   static Integers zipHigh64(Integers a, Integers b) { return _mm_unpackhi_epi64(a, b); }
   /// The 32-bit lanes with an even number of `a`, then of `b`; those with an odd number.
-  static Integers evens32(Integers a, Integers b) {
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), _MM_SHUFFLE(2, 0, 2, 0)));
-  }
-  static Integers odds32(Integers a, Integers b) {
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a), _mm_castsi128_ps(b), _MM_SHUFFLE(3, 1, 3, 1)));
-  }
+  static Integers evens32(Integers a, Integers b) { return bitsOfFloats(evens32(bitsAsFloats(a), bitsAsFloats(b))); }
+  static Integers odds32(Integers a, Integers b) { return bitsOfFloats(odds32(bitsAsFloats(a), bitsAsFloats(b))); }
   /// The sums of neighbours of `a`, then of `b`.
   static Integers neighbourSums32(Integers a, Integers b) { return add32(evens32(a, b), odds32(a, b)); }
   /// 32-bit lanes of `a`, then of `b`, limited to 16 bits.
@@ -199,6 +217,13 @@ struct Registers128 {
   }
   /// The same in the lower half alone.
   static Integers swappedLowMiddles16(Integers v) { return _mm_shufflelo_epi16(v, _MM_SHUFFLE(3, 1, 2, 0)); }
+  /// What `make` makes of each lane, in any order.
+  template <typename Make>
+  static Integers mapped32(Integers v, Make make) {
+    alignas(kBytes) std::int32_t lanes[4];
+    storeAligned(lanes, v);
+    return four32(make(lanes[0]), make(lanes[1]), make(lanes[2]), make(lanes[3]));
+  }
   /// Moves all lanes up or down by whole bytes; zeros come in.
   template <int kBytes>
   static Integers bytesUp(Integers v) {
@@ -214,11 +239,14 @@ struct Registers128 {
 
   // Parts of the lowest 128 bits.
   static std::int32_t first32(Integers v) { return _mm_cvtsi128_si32(v); }
+  static std::int32_t second32(Integers v) { return first32(shiftRightUnsigned64<32>(v)); }
   static std::int32_t third32(Integers v) { return first32(zipHigh64(v, v)); }
   template <int kLane>
   static std::int16_t lane16(Integers v) {
     return static_cast<std::int16_t>(_mm_extract_epi16(v, kLane));
   }
+  static float firstFloat(Floats v) { return _mm_cvtss_f32(v); }
+  static float secondFloat(Floats v) { return firstFloat(_mm_shuffle_ps(v, v, _MM_SHUFFLE(1, 1, 1, 1))); }
   /// The sum of four lanes.
   static std::int32_t sum32(Integers v) {
     const Integers pairs = add32(v, _mm_shuffle_epi32(v, _MM_SHUFFLE(1, 0, 3, 2)));
@@ -229,6 +257,8 @@ struct Registers128 {
   /// `a` where it is the lesser (greater), else `b`, also where one is no number.
   static Floats minFloats(Floats a, Floats b) { return _mm_min_ps(a, b); }
   static Floats maxFloats(Floats a, Floats b) { return _mm_max_ps(a, b); }
+  /// -1 where a is greater, else 0.
+  static Integers greaterFloats(Floats a, Floats b) { return bitsOfFloats(_mm_cmpgt_ps(a, b)); }
   static Floats floatsOf(Integers v) { return _mm_cvtepi32_ps(v); }
   /// Drops the fraction. What does not fit becomes -2^31.
   static Integers truncated(Floats v) { return _mm_cvttps_epi32(v); }
@@ -237,6 +267,21 @@ struct Registers128 {
   /// The lower (upper) half of `a`, then that of `b`.
   static Floats lowHalves(Floats a, Floats b) { return _mm_movelh_ps(a, b); }
   static Floats highHalves(Floats a, Floats b) { return _mm_movehl_ps(b, a); }
+  static Floats zipLow32(Floats a, Floats b) { return _mm_unpacklo_ps(a, b); }
+  static Floats zipHigh32(Floats a, Floats b) { return _mm_unpackhi_ps(a, b); }
+  static Floats evens32(Floats a, Floats b) { return _mm_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0)); }
+  static Floats odds32(Floats a, Floats b) { return _mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1)); }
+  /// The last lane of the whole register first.
+  static Floats reversed(Floats v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(0, 1, 2, 3)); }
+  /// Two neighbours, as the bits of both.
+  static std::int64_t pairAt(const float* from, std::int32_t index) {
+    std::int64_t pair = 0;
+    std::memcpy(&pair, from + static_cast<std::uint32_t>(index), sizeof(pair));
+    return pair;
+  }
+
+ private:
+  using Lanes32 = std::int32_t __attribute__((vector_size(kBytes)));
 };
 
 static_assert(IntegerRegisters<Registers128> && FloatRegisters<Registers128>);

@@ -18,6 +18,7 @@ struct Registers128Sse41 : Registers128 {
   static Integers min32(Integers a, Integers b) { return _mm_min_epi32(a, b); }
   static Integers max32(Integers a, Integers b) { return _mm_max_epi32(a, b); }
   static Integers limited32(Integers v, Integers bottom, Integers top) { return max32(min32(v, top), bottom); }
+  static Integers saturated32(Integers v) { return limited32(v, all32(-32767), all32(32767)); }
   static Integers abs32(Integers v) { return _mm_abs_epi32(v); }
   static Integers mulLow32(Integers a, Integers b) { return _mm_mullo_epi32(a, b); }
   static Integers mulEven32(Integers a, Integers b) { return _mm_mul_epi32(a, b); }
@@ -28,6 +29,7 @@ struct Registers128Sse41 : Registers128 {
     return eitherOf32<0b1010>(even, shiftLeft64<32 - kBits>(odd));
   }
   static Integers widened16(Integers v) { return _mm_cvtepi16_epi32(v); }
+  static Integers loadWidened16(const void* from) { return widened16(load64(from)); }
 
   static bool isZero(Integers v) { return _mm_testz_si128(v, v) != 0; }
   static bool overlap(Integers a, Integers b) { return _mm_testz_si128(a, b) == 0; }
@@ -39,6 +41,11 @@ struct Registers128Sse41 : Registers128 {
     return reinterpret_cast<Integers>(__builtin_shufflevector(reinterpret_cast<Lanes>(a), reinterpret_cast<Lanes>(b),
                                                               from(0), from(1), from(2), from(3)));
   }
+  template <typename Make>
+  static Integers mapped32(Integers v, Make make) {
+    return four32(make(first32(v)), make(_mm_extract_epi32(v, 1)), make(_mm_extract_epi32(v, 2)),
+                  make(_mm_extract_epi32(v, 3)));
+  }
   static Integers neighbourSums32(Integers a, Integers b) { return _mm_hadd_epi32(a, b); }
   static Integers uppers16(Integers a, Integers b) {
     return _mm_blend_epi16(shiftRightUnsigned32<16>(a), b, 0b10101010);
@@ -49,6 +56,8 @@ struct Registers128Sse41 : Registers128 {
   static Integers swappedMiddles16(Integers v) {
     return _mm_shuffle_epi8(v, _mm_set_epi8(15, 14, 11, 10, 13, 12, 9, 8, 7, 6, 3, 2, 5, 4, 1, 0));
   }
+  static float secondFloat(Floats v) { return firstFloat(_mm_movehdup_ps(v)); }
+  static std::int32_t second32(Integers v) { return _mm_extract_epi32(v, 1); }
   static std::int32_t third32(Integers v) { return _mm_extract_epi32(v, 2); }
 };
 

@@ -44,6 +44,26 @@ struct Registers256 {
   static Floats joined(Half::Floats lower, Half::Floats upper) { return _mm256_set_m128(upper, lower); }
   /// Eight lanes of 16 bits as lanes of 32, with their sign.
   static Integers widened16(Half::Integers v) { return _mm256_cvtepi16_epi32(v); }
+  static Integers loadWidened16(const void* from) { return widened16(Half::load(from)); }
+  template <typename Make>
+  static Integers mapped32(Integers v, Make make) {
+    const Half::Integers below = lower(v);
+    const Half::Integers above = upper(v);
+    return _mm256_setr_epi32(make(_mm_cvtsi128_si32(below)), make(_mm_extract_epi32(below, 1)),
+                             make(_mm_extract_epi32(below, 2)), make(_mm_extract_epi32(below, 3)),
+                             make(_mm_cvtsi128_si32(above)), make(_mm_extract_epi32(above, 1)),
+                             make(_mm_extract_epi32(above, 2)), make(_mm_extract_epi32(above, 3)));
+  }
+  static void storeNarrowed32(void* to, Integers v) { Half::store(to, narrowed32(v)); }
+  static void pairsAt(const float* from, Integers indices, Floats& first, Floats& second) {
+    const auto at = reinterpret_cast<Lanes32>(indices);
+    const auto pair = [from](std::int32_t index) { return Half::pairAt(from, index); };
+    // In the order in which the shuffles below take them.
+    const Integers even = _mm256_set_epi64x(pair(at[5]), pair(at[4]), pair(at[1]), pair(at[0]));
+    const Integers odd = _mm256_set_epi64x(pair(at[7]), pair(at[6]), pair(at[3]), pair(at[2]));
+    first = evens32(bitsAsFloats(even), bitsAsFloats(odd));
+    second = odds32(bitsAsFloats(even), bitsAsFloats(odd));
+  }
   /// All 32-bit lanes in order, limited to 16 bits.
   static Half::Integers narrowed32(Integers v) { return Half::packed32(lower(v), upper(v)); }
 
@@ -79,6 +99,7 @@ struct Registers256 {
   static Integers min32(Integers a, Integers b) { return _mm256_min_epi32(a, b); }
   static Integers max32(Integers a, Integers b) { return _mm256_max_epi32(a, b); }
   static Integers limited32(Integers v, Integers bottom, Integers top) { return max32(min32(v, top), bottom); }
+  static Integers saturated32(Integers v) { return limited32(v, all32(-32767), all32(32767)); }
   static Integers abs32(Integers v) { return _mm256_abs_epi32(v); }
   template <int kBits>
   static Integers shiftRight32(Integers v) {
@@ -137,14 +158,8 @@ struct Registers256 {
   static Integers zipHigh32(Integers a, Integers b) { return _mm256_unpackhi_epi32(a, b); }
   static Integers zipLow64(Integers a, Integers b) { return _mm256_unpacklo_epi64(a, b); }
   static Integers zipHigh64(Integers a, Integers b) { return _mm256_unpackhi_epi64(a, b); }
-  static Integers evens32(Integers a, Integers b) {
-    return _mm256_castps_si256(
-        _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), _MM_SHUFFLE(2, 0, 2, 0)));
-  }
-  static Integers odds32(Integers a, Integers b) {
-    return _mm256_castps_si256(
-        _mm256_shuffle_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b), _MM_SHUFFLE(3, 1, 3, 1)));
-  }
+  static Integers evens32(Integers a, Integers b) { return bitsOfFloats(evens32(bitsAsFloats(a), bitsAsFloats(b))); }
+  static Integers odds32(Integers a, Integers b) { return bitsOfFloats(odds32(bitsAsFloats(a), bitsAsFloats(b))); }
   static Integers neighbourSums32(Integers a, Integers b) { return _mm256_hadd_epi32(a, b); }
   static Integers packed32(Integers a, Integers b) { return _mm256_packs_epi32(a, b); }
   static Integers inOrder(Integers packed) { return _mm256_permute4x64_epi64(packed, _MM_SHUFFLE(3, 1, 2, 0)); }
@@ -172,6 +187,7 @@ struct Registers256 {
 
   static Floats minFloats(Floats a, Floats b) { return _mm256_min_ps(a, b); }
   static Floats maxFloats(Floats a, Floats b) { return _mm256_max_ps(a, b); }
+  static Integers greaterFloats(Floats a, Floats b) { return bitsOfFloats(_mm256_cmp_ps(a, b, _CMP_GT_OS)); }
   static Floats floatsOf(Integers v) { return _mm256_cvtepi32_ps(v); }
   static Integers truncated(Floats v) { return _mm256_cvttps_epi32(v); }
   static Floats bitsAsFloats(Integers v) { return _mm256_castsi256_ps(v); }
@@ -182,6 +198,14 @@ struct Registers256 {
   static Floats highHalves(Floats a, Floats b) {
     return _mm256_castpd_ps(_mm256_unpackhi_pd(_mm256_castps_pd(a), _mm256_castps_pd(b)));
   }
+  static Floats zipLow32(Floats a, Floats b) { return _mm256_unpacklo_ps(a, b); }
+  static Floats zipHigh32(Floats a, Floats b) { return _mm256_unpackhi_ps(a, b); }
+  static Floats evens32(Floats a, Floats b) { return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0)); }
+  static Floats odds32(Floats a, Floats b) { return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1)); }
+  static Floats reversed(Floats v) { return __builtin_shufflevector(v, v, 7, 6, 5, 4, 3, 2, 1, 0); }
+
+ private:
+  using Lanes32 = std::int32_t __attribute__((vector_size(kBytes)));
 };
 
 static_assert(IntegerRegisters<Registers256> && FloatRegisters<Registers256> && SignedProducts<Registers256>);

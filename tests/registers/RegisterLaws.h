@@ -69,6 +69,7 @@ class RegisterLaws {
     each<Int>("max32", R::max32(a, b), [](Long x, Long y) { return std::max(x, y); });
     each<Int>("limited32", R::limited32(a, R::all32(-70000), R::all32(90000)),
               [](Long x, Long) { return std::clamp<Long>(x, -70000, 90000); });
+    each<Int>("saturated32", R::saturated32(a), [](Long x, Long) { return std::clamp<Long>(x, -32767, 32767); });
     each<Int>("abs32", R::abs32(a), [](Long x, Long) { return x < 0 ? -x : x; });
     each<Int>("shiftRight32", R::template shiftRight32<9>(a), [](Long x, Long) { return x >> 9; });
     each<Int>("shiftRight32 by a count", R::shiftRight32(a, R::count(11)), [](Long x, Long) { return x >> 11; });
@@ -84,6 +85,10 @@ class RegisterLaws {
       multiples[i] = static_cast<Int>(Unsigned{rowA.bits[0]} * (i + 1));
     }
     expect("multiples32", R::multiples32(static_cast<Int>(rowA.bits[0])), rowOf(multiples));
+    each<Int>("mapped32", R::mapped32(a, [](Int x) { return x ^ 5; }), [](Long x, Long) { return x ^ 5; });
+    auto widened = lanes<Int>({});
+    std::copy_n(lanes<Word>(rowA).begin(), widened.size(), widened.begin());
+    expect("loadWidened16", R::loadWidened16(&rowA), rowOf(widened));
     int signs = 0;
     for (unsigned i = 0; i < R::kBytes / 4; ++i) {
       signs |= lanes<Int>(rowA)[i] < 0 ? 1 << i : 0;
@@ -132,6 +137,11 @@ class RegisterLaws {
     const Floats y = R::bitsAsFloats(b);
     arranged<Long>("lowHalves", R::bitsOfFloats(R::lowHalves(x, y)), {0, 2});
     arranged<Long>("highHalves", R::bitsOfFloats(R::highHalves(x, y)), {1, 3});
+    expect("zipLow32 of floats", R::bitsOfFloats(R::zipLow32(x, y)), rowOf(R::zipLow32(a, b)));
+    expect("zipHigh32 of floats", R::bitsOfFloats(R::zipHigh32(x, y)), rowOf(R::zipHigh32(a, b)));
+    auto turned = lanes<Int>(rowA);
+    std::reverse(turned.begin(), turned.end());
+    expect("reversed", R::bitsOfFloats(R::reversed(x)), rowOf(turned));
     expect("neighbourSums32", R::neighbourSums32(a, b), rowOf(R::add32(R::evens32(a, b), R::odds32(a, b))));
 
     Lanes<Word> packed;
@@ -143,6 +153,9 @@ class RegisterLaws {
     auto later = lanes<Word>(rowA);
     std::copy_backward(later.begin(), later.end() - 1, later.end());
     later[0] = -9;
+    Row narrowed{};
+    R::storeNarrowed32(&narrowed, a);
+    EXPECT_EQ(std::memcmp(&narrowed, packed.data(), R::kBytes / 2), 0) << "storeNarrowed32";
     expect("after16", R::after16(a, -9), rowOf(later));
   }
 
@@ -152,6 +165,11 @@ class RegisterLaws {
     const Floats y = R::bitsAsFloats(b);
     each<float>("minFloats", R::bitsOfFloats(R::minFloats(x, y)), [](float p, float q) { return p < q ? p : q; });
     each<float>("maxFloats", R::bitsOfFloats(R::maxFloats(x, y)), [](float p, float q) { return p > q ? p : q; });
+    each<Int>("greaterFloats", R::greaterFloats(x, y), [this, i = 0U](Long, Long) mutable {
+      const bool isGreater = lanes<float>(rowA)[i] > lanes<float>(rowB)[i];
+      ++i;
+      return isGreater ? -1 : 0;
+    });
     Lanes<Int> truncated;
     Lanes<float> converted;
     for (unsigned i = 0; i < truncated.size(); ++i) {
@@ -160,11 +178,24 @@ class RegisterLaws {
       truncated[i] = fits ? static_cast<Int>(from) : std::numeric_limits<Int>::min();
       converted[i] = static_cast<float>(lanes<Int>(rowA)[i]);
     }
+    const auto entries = lanes<float>(rowA);
+    Floats entry;
+    Floats next;
+    R::pairsAt(entries.data(), R::bitAnd(R::shiftRight32(a, R::count(3)), R::all32(R::kBytes / 8)), entry, next);
+    Lanes<float> expectedEntry;
+    Lanes<float> expectedNext;
+    for (unsigned i = 0; i < expectedEntry.size(); ++i) {
+      const auto index = static_cast<unsigned>(lanes<Int>(rowA)[i] >> 3) & (R::kBytes / 8);
+      expectedEntry[i] = entries[index];
+      expectedNext[i] = entries[index + 1];
+    }
+    expect("pairsAt", R::bitsOfFloats(entry), rowOf(expectedEntry));
+    expect("the next of pairsAt", R::bitsOfFloats(next), rowOf(expectedNext));
     expect("truncated", R::truncated(x), rowOf(truncated));
     expect("floatsOf", R::bitsOfFloats(R::floatsOf(a)), rowOf(converted));
-    Row stored{};
-    R::storeFloats(reinterpret_cast<float*>(&stored), R::loadFloats(reinterpret_cast<const float*>(&rowA)));
-    expect("loadFloats and storeFloats", a, stored);
+    Lanes<float> stored{};
+    R::storeFloats(stored.data(), R::loadFloats(entries.data()));
+    expect("loadFloats and storeFloats", a, rowOf(stored));
   }
 
  private:

@@ -1,5 +1,6 @@
-// The chain of stages that every voice passes for every frame, as a template over the lane operations of an instruction
-// set. Included by VoiceKernelRun, so everything here has internal linkage and is compiled once per instruction set.
+// The chain of stages that every voice passes for every frame, as a template over the lanes of an instruction set, see
+// VoiceLanes.h. Included by VoiceKernelRun, so everything here has internal linkage and is compiled once per
+// instruction set.
 //
 // Samples and gains are words of 16 bits, the left and right samples of all lanes in one vector. A word operation gives
 // the high half of a product, and (g * x) >> 15 is the high half of 2g * x. Where 2g does not fit a word, the word
@@ -26,16 +27,16 @@ struct ChainNeeds {
 /// Q15 gains of 0 to 32767 for words: (g * x) >> 15 is the high half of `factor` * x, plus x where `kept` is -1.
 template <typename L>
 struct WordGain {
-  using Vec = typename L::Vec;
+  using Vec = typename L::Integers;
 
   Vec factor;
   Vec kept;
 
   static WordGain of(Vec gain) {
-    const Vec factor = L::addWords(gain, gain);
-    return {factor, L::template shiftWordsRight<15>(factor)};
+    const Vec factor = L::add16(gain, gain);
+    return {factor, L::template shiftRight16<15>(factor)};
   }
-  Vec operator()(Vec x) const { return L::addWords(L::highProducts(x, factor), L::bitAnd(x, kept)); }
+  Vec operator()(Vec x) const { return L::add16(L::mulHigh16(x, factor), L::bitAnd(x, kept)); }
 };
 
 /// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`; a constructor
@@ -44,29 +45,29 @@ template <typename L, ChainNeeds Needs>
 class VoiceChain {
  public:
   using Lanes = L;
-  using Vec = typename L::Vec;
+  using Vec = typename L::Integers;
 
   [[gnu::always_inline]] VoiceChain(VoiceBank& voiceBank, const VoiceRun& run, int firstLane)
       : bank(voiceBank),
         first(static_cast<std::size_t>(firstLane)),
         samples(run.samples),
-        watched(L::load(run.watched + firstLane)),
-        step(L::load(run.step + firstLane)),
+        watched(L::loadAligned(run.watched + firstLane)),
+        step(L::loadAligned(run.step + firstLane)),
         base(lanes(voiceBank.slotBase)),
         position(lanes(voiceBank.positionQ12)),
         weights(weightsOf(position)),
-        weightStep(L::bitOr(L::template shiftLeft<20>(step),
-                            L::bitAnd(L::sub(L::all(0), L::template shiftLeft<4>(step)), L::all(0xFFFF)))),
+        weightStep(L::bitOr(L::template shiftLeft32<20>(step),
+                            L::bitAnd(L::sub32(L::zero(), L::template shiftLeft32<4>(step)), L::all32(0xFFFF)))),
         punch(lanes(voiceBank.punchCurrent)),
         boostState(lanes(voiceBank.boostState)) {
     const Vec restart = lanes(bank.meterRestart);
-    peaks = L::splitWords(L::andNot(restart, lanes(bank.peakLeft)), L::andNot(restart, lanes(bank.peakRight)));
+    peaks = L::packed32(L::andNot(restart, lanes(bank.peakLeft)), L::andNot(restart, lanes(bank.peakRight)));
     loadGains();
   }
 
   /// Whether the punch of all lanes is at rest, so that it stays there.
   static bool punchRests(const VoiceBank& bank, int firstLane) {
-    return !L::anyLess(L::all(kPunchEnd), L::load(bank.punchCurrent.data() + firstLane), L::all(-1));
+    return L::isZero(L::greater32(L::loadAligned(bank.punchCurrent.data() + firstLane), L::all32(kPunchEnd)));
   }
 
   /// Loads all gains that ramps write.
@@ -92,7 +93,7 @@ class VoiceChain {
   /// Whether a watched fade has closed.
   bool fadeClosed() const {
     if constexpr (Needs.fade) {
-      return L::anyLess(amp, L::all(kFadeClosed), watched);
+      return L::overlap(L::greater32(L::all32(kFadeClosed), amp), watched);
     }
     return false;
   }
@@ -100,53 +101,54 @@ class VoiceChain {
   /// Computes one frame: per lane pair, sums of left and of right words. See L::channelSums.
   [[gnu::always_inline]] void frame(Vec& toDry, Vec& toEffect) {
     const Vec x = pan(level(lowBoost(enveloped(punchedWave()))));
-    peaks = L::maxOfWords(peaks, L::magnitudes(x));
+    peaks = L::max16(peaks, L::abs16(x));
     const Vec faded = Needs.fade ? fade(x) : x;
     if constexpr (Needs.fed != Buses::effect) {
-      toDry = L::wordProducts(dry(faded), L::allWords(1));
+      toDry = L::pairSums16(dry(faded), L::all16(1));
     }
     if constexpr (Needs.fed != Buses::dry) {
-      toEffect = L::wordProducts(effect(faded), L::allWords(1));
+      toEffect = L::pairSums16(effect(faded), L::all16(1));
     }
   }
 
   /// Stores the changed state back into the bank.
   [[gnu::always_inline]] void finish() {
     put(bank.positionQ12, position);
-    put(bank.punchCurrent, Needs.punch ? punch : L::all(kPunchEnd));
+    put(bank.punchCurrent, Needs.punch ? punch : L::all32(kPunchEnd));
     put(bank.boostState, boostState);
     const Vec metered = L::bitOr(lanes(bank.meterEnabled), lanes(bank.meterRestart));
-    putWhere(metered, bank.peakLeft, L::leftLanes(peaks));
-    putWhere(metered, bank.peakRight, L::rightLanes(peaks));
-    put(bank.meterRestart, L::all(0));
+    putWhere(metered, bank.peakLeft, L::zipLow16(peaks, L::zero()));
+    putWhere(metered, bank.peakRight, L::zipHigh16(peaks, L::zero()));
+    put(bank.meterRestart, L::zero());
   }
 
  private:
   static constexpr std::int32_t kPunchEnd = 16;
 
-  Vec lanes(const LaneWords& words) const { return L::load(words.data() + first); }
-  void put(LaneWords& words, Vec v) { L::store(words.data() + first, v); }
+  Vec lanes(const LaneWords& words) const { return L::loadAligned(words.data() + first); }
+  void put(LaneWords& words, Vec v) { L::storeAligned(words.data() + first, v); }
   void putWhere(Vec mask, LaneWords& words, Vec v) {
     put(words, L::bitOr(L::bitAnd(mask, v), L::andNot(mask, lanes(words))));
   }
 
   /// Per lane (g * x) >> 15 of low words; the high word of `gain` must be 0.
-  static Vec scaledLanes(Vec x, Vec gain) { return L::template shiftRight<15>(L::wordProducts(x, gain)); }
+  static Vec scaledLanes(Vec x, Vec gain) { return L::template shiftRight32<15>(L::pairSums16(x, gain)); }
 
   /// The low word of each lane in both words.
-  static Vec inBothWords(Vec v) { return L::bitOr(L::bitAnd(v, L::all(0xFFFF)), L::template shiftLeft<16>(v)); }
+  static Vec inBothWords(Vec v) { return L::bitOr(L::bitAnd(v, L::all32(0xFFFF)), L::template shiftLeft32<16>(v)); }
 
-  static Vec limitedLow(Vec words) { return L::maxOfWords(words, L::allWords(-32767)); }
+  static Vec limitedLow(Vec words) { return L::max16(words, L::all16(-32767)); }
 
   /// The weights of the interpolation, 4 bits above their Q12: 4095 less the fraction in the low word, the fraction in
   /// the high one. A step adds to both words, which wrap as the fraction does.
   static Vec weightsOf(Vec position) {
-    return L::bitOr(L::template shiftLeft<20>(position), L::andNot(L::template shiftLeft<4>(position), L::all(0xFFF0)));
+    return L::bitOr(L::template shiftLeft32<20>(position),
+                    L::andNot(L::template shiftLeft32<4>(position), L::all32(0xFFF0)));
   }
 
   [[gnu::always_inline]] void loadEnvelope() {
     const Vec gain = lanes(bank.envelopeGain);
-    envelope = L::bitOr(gain, L::template shiftLeft<16>(gain));
+    envelope = L::bitOr(gain, L::template shiftLeft32<16>(gain));
     wideEnvelope = WordGain<L>::of(envelope);
   }
 
@@ -155,21 +157,21 @@ class VoiceChain {
       amp = lanes(bank.fadeAmp);
       const Vec square = scaledLanes(amp, amp);
       const Vec enabled = lanes(bank.fadeEnabled);
-      const Vec fades = L::splitWords(enabled, enabled);
-      fade = WordGain<L>::of(L::splitWords(square, square));
+      const Vec fades = L::packed32(enabled, enabled);
+      fade = WordGain<L>::of(L::packed32(square, square));
       fade.factor = L::bitAnd(fade.factor, fades);
-      fade.kept = L::bitOr(fade.kept, L::andNot(fades, L::all(-1)));
+      fade.kept = L::bitOr(fade.kept, L::andNot(fades, L::all32(-1)));
     }
   }
 
   [[gnu::always_inline]] void loadOtherGains() {
     loadBoost();
     levelLeft = lanes(bank.levelGain);
-    levelRight = L::template shiftLeft<16>(levelLeft);
+    levelRight = L::template shiftLeft32<16>(levelLeft);
     const Vec right = lanes(bank.rightGain);
-    pan = WordGain<L>::of(L::splitWords(L::sub(L::all(32767), right), right));
-    dry = WordGain<L>::of(L::splitWords(lanes(bank.gainDry), lanes(bank.gainDry)));
-    effect = WordGain<L>::of(L::splitWords(lanes(bank.gainEffect), lanes(bank.gainEffect)));
+    pan = WordGain<L>::of(L::packed32(L::sub32(L::all32(32767), right), right));
+    dry = WordGain<L>::of(L::packed32(lanes(bank.gainDry), lanes(bank.gainDry)));
+    effect = WordGain<L>::of(L::packed32(lanes(bank.gainEffect), lanes(bank.gainEffect)));
   }
 
   /// The low boost's gains: g of its last output, -16384 to 32735, and h = 32767 - c * g of its input, 5904 to 46213.
@@ -177,40 +179,40 @@ class VoiceChain {
     // c, Q15: 0.8 at a rate of 39062.5 Hz, brought to 44100 Hz as 0.79999995^(39062.5 / 44100).
     constexpr std::int32_t kBoostCoefficient = 26891;
     const Vec g = inBothWords(lanes(bank.lowBoostGain));
-    const Vec low = L::bitAnd(g, L::all(0xFFFF));
-    const Vec h = inBothWords(L::sub(L::all(32767), scaledLanes(low, L::all(kBoostCoefficient))));
+    const Vec low = L::bitAnd(g, L::all32(0xFFFF));
+    const Vec h = inBothWords(L::sub32(L::all32(32767), scaledLanes(low, L::all32(kBoostCoefficient))));
     boostInput = WordGain<L>::of(h);
-    boostInputAbove = L::template shiftWordsRight<15>(h);
+    boostInputAbove = L::template shiftRight16<15>(h);
     if constexpr (!Needs.punch) {
       boostInput.kept = L::bitOr(boostInput.kept, boostInputAbove);
     }
     boostFeedback = WordGain<L>::of(g);
-    boostFeedback.kept = L::andNot(L::template shiftWordsRight<15>(g), boostFeedback.kept);
+    boostFeedback.kept = L::andNot(L::template shiftRight16<15>(g), boostFeedback.kept);
   }
 
   /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
   /// fraction) >> 12)) >> 2, as the high word of (p * (4096 - fraction) + q * fraction) * 4. Then a gain of
   /// 1 + punch / 4096. Punch falls by 32696 / 32768 a sample, a time constant of 455 samples (10 ms), to 16.
   Vec punchedWave() {
-    const Vec scaled = L::addWords(L::template shiftUnsignedWordsRight<2>(weights), L::all(4));
+    const Vec scaled = L::add16(L::template shiftRightUnsigned16<2>(weights), L::all32(4));
     Vec left;
     Vec right;
-    L::framePairs(samples, L::add(L::template shiftRight<12>(position), base), left, right);
-    left = L::wordProducts(left, scaled);
-    right = L::wordProducts(right, scaled);
-    position = L::add(position, step);
-    weights = L::addWords(weights, weightStep);
+    L::framePairs(samples, L::add32(L::template shiftRight32<12>(position), base), left, right);
+    left = L::pairSums16(left, scaled);
+    right = L::pairSums16(right, scaled);
+    position = L::add32(position, step);
+    weights = L::add16(weights, weightStep);
     if constexpr (Needs.punch) {
-      punch = L::maxOfWords(scaledLanes(punch, L::all(32696)), L::all(kPunchEnd));
-      return L::interleaved(limitedLow(L::splitWords(punched(left), punched(right))));
+      punch = L::max16(scaledLanes(punch, L::all32(32696)), L::all32(kPunchEnd));
+      return L::zippedHalves16(limitedLow(L::packed32(punched(left), punched(right))));
     }
-    const Vec x = L::highWords(left, right);
-    return L::addWords(x, L::template shiftWordsRight<8>(x));  // 16 / 4096
+    const Vec x = L::uppers16(left, right);
+    return L::add16(x, L::template shiftRight16<8>(x));  // 16 / 4096
   }
 
   Vec punched(Vec products) const {
-    const Vec x = L::template shiftRight<16>(products);
-    return L::add(x, L::template shiftRight<12>(L::wordProducts(x, punch)));
+    const Vec x = L::template shiftRight32<16>(products);
+    return L::add32(x, L::template shiftRight32<12>(L::pairSums16(x, punch)));
   }
 
   /// At most 8224 comes out of a punch at rest, so that twice of it fits a word.
@@ -218,7 +220,7 @@ class VoiceChain {
     if constexpr (Needs.punch) {
       return wideEnvelope(x);
     }
-    return L::highProducts(L::addWords(x, x), envelope);
+    return L::mulHigh16(L::add16(x, x), envelope);
   }
 
   /// A one-pole low-pass whose input gain shrinks as its feedback grows: y = h * x + g * y. Where h is below 1.0, its
@@ -226,9 +228,9 @@ class VoiceChain {
   /// part of the product above x and the feedback's add up within a word, and x comes last. Behind a punch at rest the
   /// whole product of the input fits a word.
   Vec lowBoost(Vec x) {
-    Vec sum = L::addLimited(boostInput(x), boostFeedback(boostState));
+    Vec sum = L::addLimited16(boostInput(x), boostFeedback(boostState));
     if constexpr (Needs.punch) {
-      sum = L::addLimited(sum, L::bitAnd(x, boostInputAbove));
+      sum = L::addLimited16(sum, L::bitAnd(x, boostInputAbove));
     }
     boostState = limitedLow(sum);
     return boostState;
@@ -236,8 +238,8 @@ class VoiceChain {
 
   /// The level's gain has 8192 for 1.0. From here on words are in the split order.
   Vec level(Vec x) const {
-    return limitedLow(L::splitWords(L::template shiftRight<13>(L::wordProducts(x, levelLeft)),
-                                    L::template shiftRight<13>(L::wordProducts(x, levelRight))));
+    return limitedLow(L::packed32(L::template shiftRight32<13>(L::pairSums16(x, levelLeft)),
+                                  L::template shiftRight32<13>(L::pairSums16(x, levelRight))));
   }
 
   VoiceBank& bank;
@@ -273,7 +275,7 @@ class ChainPair {
 
  public:
   using Lanes = Four;
-  using Vec = typename Four::Vec;
+  using Vec = typename Four::Integers;
 
   [[gnu::always_inline]] ChainPair(VoiceBank& bank, const VoiceRun& run, int)
       : low(bank, run, 0), high(bank, run, kLanesPerQuad) {}
@@ -293,10 +295,10 @@ class ChainPair {
     low.frame(toDry, toEffect);
     high.frame(highDry, highEffect);
     if constexpr (Needs.fed != Buses::effect) {
-      toDry = Four::add(toDry, highDry);
+      toDry = Four::add32(toDry, highDry);
     }
     if constexpr (Needs.fed != Buses::dry) {
-      toEffect = Four::add(toEffect, highEffect);
+      toEffect = Four::add32(toEffect, highEffect);
     }
   }
 

@@ -1,7 +1,5 @@
 // The voice kernel for AVX2.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <immintrin.h>
-
 #include <cstddef>
 #include <cstdint>
 
@@ -10,19 +8,23 @@
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceKernel.h"
 #include "engine/voice/VoiceKernelSets.h"
+#include "registers/Registers128.h"
 
 // When it builds for Windows, GCC takes the chain's inlined constructor for code without AVX2, and warns. It is not.
 #pragma GCC diagnostic ignored "-Wpsabi"
 SIVRAY_COMPILE_FOR("avx2")
 
-#include "engine/voice/LanesAvx2.h"
+#include "registers/Registers256.h"
+
 #include "engine/voice/VoiceKernelRun.h"
 
 namespace tesh::bramel::plugin::sivray {
 
-int runVoicesAvx2(const VoiceRun& run) { return runVoices<LanesSse41, LanesAvx2>(run); }
+using namespace cofu::registers;
 
-bool tickRampsAvx2(RampBank& ramps) { return tickRamps<LanesSse41>(ramps); }
+int runVoicesAvx2(const VoiceRun& run) { return runVoices<Registers128Sse41, EightLanes<Registers256>>(run); }
+
+bool tickRampsAvx2(RampBank& ramps) { return tickRamps<Registers128Sse41>(ramps); }
 
 }  // namespace tesh::bramel::plugin::sivray
 

@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <emmintrin.h>
-
 #include <cstddef>
 #include <cstdint>
 
@@ -12,45 +10,55 @@
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceChain.h"
 #include "engine/voice/VoiceKernel.h"
+#include "engine/voice/VoiceLanes.h"
 
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// A step of four ramps, with the 32-bit multiply of the instruction set: the law of RampBank's plain step.
-template <typename L>
+/// A step of four ramps: the law of RampBank's plain step.
+template <typename Four>
 struct RampStep {
   static int step(RampBank::Group& group) {
-    const __m128i target = LanesSse2::load(group.target.data());
-    const __m128i distance = _mm_sub_epi32(LanesSse2::load(group.current.data()), target);
-    const __m128i a = _mm_srai_epi32(L::product32(LanesSse2::load(group.rate.data()), distance), 15);
-    const __m128i b = _mm_srai_epi32(_mm_sub_epi32(a, _mm_slli_epi32(a, 15)), 15);
-    const __m128i current = _mm_add_epi32(target, b);
-    LanesSse2::store(group.current.data(), current);
-    return _mm_movemask_ps(_mm_castsi128_ps(_mm_cmpeq_epi32(current, target)));
+    using Integers = typename Four::Integers;
+    const Integers target = Four::loadAligned(group.target.data());
+    const Integers distance = Four::sub32(Four::loadAligned(group.current.data()), target);
+    const Integers moved = Four::mulLow32(Four::loadAligned(group.rate.data()), distance);
+    const Integers a = Four::template shiftRight32<15>(moved);
+    const Integers b = Four::template shiftRight32<15>(Four::sub32(a, Four::template shiftLeft32<15>(a)));
+    const Integers current = Four::add32(target, b);
+    Four::storeAligned(group.current.data(), current);
+    return Four::signs32(Four::equal32(current, target));
   }
 };
 
 /// Writes the four channels of frame after frame.
-template <typename L>
+template <typename Four>
 class FrameWriter {
- public:
-  explicit FrameWriter(const VoiceRun& run) : next(reinterpret_cast<__m128i*>(run.output)) {}
+  using Integers = typename Four::Integers;
 
-  void put(__m128i sums) { _mm_store_si128(next++, L::limited(sums)); }
+ public:
+  explicit FrameWriter(const VoiceRun& run) : next(run.output) {}
+
+  void put(Integers sums) { write(Four::saturated32(sums)); }
 
   /// Two frames of one bus: left and right of the first, left and right of the second.
   template <Buses Bus>
-  void putPair(__m128i sums) {
-    const __m128i channels = L::limited(sums);
+  void putPair(Integers sums) {
+    const Integers channels = Four::saturated32(sums);
     // A mask rather than an unpacking with zeros, which may become a form of vmovq that Valgrind does not know.
-    const __m128i lower = _mm_set_epi32(0, 0, -1, -1);
+    const Integers lower = Four::four32(-1, -1, 0, 0);
     constexpr bool kDry = Bus == Buses::dry;
-    _mm_store_si128(next++, kDry ? _mm_and_si128(lower, channels) : _mm_slli_si128(channels, 8));
-    _mm_store_si128(next++, kDry ? _mm_srli_si128(channels, 8) : _mm_andnot_si128(lower, channels));
+    write(kDry ? Four::bitAnd(lower, channels) : Four::template bytesUp<8>(channels));
+    write(kDry ? Four::template bytesDown<8>(channels) : Four::andNot(lower, channels));
   }
 
  private:
-  __m128i* next;
+  void write(Integers frame) {
+    Four::storeAligned(next, frame);
+    next += Four::kLanes;
+  }
+
+  std::int32_t* next;
 };
 
 /// The bus of a run in which only one is fed.
@@ -64,9 +72,9 @@ template <typename Chain, Buses Bus>
 
 /// All four channels of a frame.
 template <typename Chain>
-[[gnu::always_inline]] inline __m128i channelsOf(Chain& chain) {
-  typename Chain::Vec dry = Chain::Lanes::all(0);
-  typename Chain::Vec effect = Chain::Lanes::all(0);
+[[gnu::always_inline]] inline auto channelsOf(Chain& chain) {
+  typename Chain::Vec dry = Chain::Lanes::zero();
+  typename Chain::Vec effect = Chain::Lanes::zero();
   chain.frame(dry, effect);
   return Chain::Lanes::channelSums(dry, effect);
 }
@@ -76,7 +84,7 @@ template <typename Chain, Buses Fed>
 void runResting(const VoiceRun& run) {
   using L = typename Chain::Lanes;
   Chain chain(*run.bank, run, 0);
-  FrameWriter<L> out(run);
+  FrameWriter<typename L::Four> out(run);
   if constexpr (Fed == Buses::both) {
     for (int frame = 0; frame < run.frames; ++frame) {
       out.put(channelsOf(chain));
@@ -99,7 +107,7 @@ void runResting(const VoiceRun& run) {
 template <typename Chain, typename Four>
 int runMoving(const VoiceRun& run) {
   Chain chain(*run.bank, run, 0);
-  FrameWriter<typename Chain::Lanes> out(run);
+  FrameWriter<typename Chain::Lanes::Four> out(run);
   bool arrived = false;
   int done = 0;
   for (;;) {
@@ -149,12 +157,13 @@ int runWith(const VoiceRun& run) {
                                                   : runUnfaded<Chain, L, Four, true>(run);
 }
 
-/// Renders a run of one voice, of one quad or of two. `Four` are the operations on four lanes, `Wide` those on the
-/// widest vector, four or eight lanes.
-template <typename Four, typename Wide>
+/// Renders a run of one voice, of one quad or of two. `R` are registers of 128 bits, `Wide` the widest lanes, four or
+/// eight.
+template <typename R, typename Wide>
 int runVoices(const VoiceRun& run) {
+  using Four = FourLanes<R>;
   if (run.voices == 1) {
-    return runWith<VoiceChain, FirstLane<Four>, Four>(run);
+    return runWith<VoiceChain, FirstLane<R>, Four>(run);
   }
   if (run.voices <= kLanesPerQuad) {
     return runWith<VoiceChain, Four, Four>(run);
@@ -166,9 +175,9 @@ int runVoices(const VoiceRun& run) {
   }
 }
 
-template <typename Four>
+template <typename R>
 bool tickRamps(RampBank& ramps) {
-  return ramps.stepAndRetire<RampStep<Four>>();
+  return ramps.stepAndRetire<RampStep<FourLanes<R>>>();
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 // The voice kernel for SSE4.1.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <immintrin.h>
-
 #include <cstddef>
 #include <cstdint>
 
@@ -10,17 +8,21 @@
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceKernel.h"
 #include "engine/voice/VoiceKernelSets.h"
+#include "registers/Registers128.h"
 
 SIVRAY_COMPILE_FOR("sse4.1")
 
-#include "engine/voice/LanesSse41.h"
+#include "registers/Registers128Sse41.h"
+
 #include "engine/voice/VoiceKernelRun.h"
 
 namespace tesh::bramel::plugin::sivray {
 
-int runVoicesSse41(const VoiceRun& run) { return runVoices<LanesSse41, LanesSse41>(run); }
+using namespace cofu::registers;
 
-bool tickRampsSse41(RampBank& ramps) { return tickRamps<LanesSse41>(ramps); }
+int runVoicesSse41(const VoiceRun& run) { return runVoices<Registers128Sse41, FourLanes<Registers128Sse41>>(run); }
+
+bool tickRampsSse41(RampBank& ramps) { return tickRamps<Registers128Sse41>(ramps); }
 
 }  // namespace tesh::bramel::plugin::sivray
 
