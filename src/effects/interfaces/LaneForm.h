@@ -18,9 +18,13 @@ enum class LaneForm : std::uint8_t {
 /// Samples that the longest form computes at once. Feedback must be at least that old.
 inline constexpr int kMostLanes = 16;
 
-/// The fastest form that this processor has. Any thread.
+/// The fastest form that this processor has, within the limit of platform::VectorLimit. Any thread.
 inline LaneForm bestLaneForm() {
-  return platform::supports(platform::VectorSet::avx2) ? LaneForm::avx2 : LaneForm::sse2;
+  using platform::VectorSet;
+  if (platform::supports(VectorSet::avx2)) {
+    return LaneForm::avx2;
+  }
+  return platform::supports(VectorSet::baseline) ? LaneForm::sse2 : LaneForm::plain;
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -24,12 +24,24 @@ struct OneWord {
   static OneWord after(std::int32_t phase, std::int32_t step) { return {cofu::core::wrapAdd(phase, step)}; }
 
   static OneWord load(const std::int32_t* words) { return {*words}; }
+  static OneWord ofSamples(const std::int16_t* samples) { return {*samples}; }
   void store(std::int32_t* words) const { *words = v; }
 
+  /// What `make` makes of each word.
+  template <typename Make>
+  OneWord mapped(Make make) const {
+    return {make(v)};
+  }
   template <int kBits>
   OneWord shiftedRight() const {
     return {v >> kBits};
   }
+  template <int kBits>
+  OneWord shiftedLeft() const {
+    return {cofu::core::wrapShiftLeft(v, kBits)};
+  }
+  /// The lower 16 bits with their sign.
+  OneWord lowerHalves() const { return {static_cast<std::int16_t>(v)}; }
   /// Shifts in zeros.
   template <int kBits>
   OneWord shiftedRightUnsigned() const {
@@ -40,8 +52,15 @@ struct OneWord {
 inline OneWord operator+(OneWord a, OneWord b) { return {cofu::core::wrapAdd(a.v, b.v)}; }
 inline OneWord operator-(OneWord a, OneWord b) { return {cofu::core::wrapSub(a.v, b.v)}; }
 
+/// The low 32 bits of the product.
+inline OneWord operator*(OneWord a, OneWord b) { return {cofu::core::wrapMul(a.v, b.v)}; }
+inline OneWord operator&(OneWord a, OneWord b) { return {a.v & b.v}; }
+
 /// |a|, which stays -2^31 for -2^31.
 inline OneWord magnitude(OneWord a) { return {cofu::core::wrapAbs(a.v)}; }
+
+/// The leak of core/FixedPoint.h, for values within -65535 .. 65535.
+inline OneWord leak(OneWord a) { return {shortLeak(a.v)}; }
 
 inline bool isAnyNegative(OneWord a) { return a.v < 0; }
 
@@ -197,6 +216,15 @@ inline OneSample between(OneSample near, OneSample beyond, OneSample::Fraction<k
 /// `a`, one step nearer to 0 where it equals `b`.
 inline OneSample nearerZeroWhereEqual(OneSample a, OneSample b) {
   return {a.v == b.v ? a.v - ((a.v > 0) - (a.v < 0)) : a.v};
+}
+
+/// Words as samples, limited to -32767 .. 32767. In the other forms samples fill half a register.
+struct TwoSamples {
+  OneSample first;
+  OneSample second;
+};
+inline TwoSamples saturatedSamples(OneWord a, OneWord b) {
+  return {{cofu::core::saturate(a.v)}, {cofu::core::saturate(b.v)}};
 }
 
 /// A Q15 gain split for lanes, whose product keeps the upper 16 of 32 bits: a * gain >> 15 is that of a * `doubled`,

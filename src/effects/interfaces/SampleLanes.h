@@ -185,6 +185,19 @@ SamplesIn<R> nearerZeroWhereEqual(SamplesIn<R> a, SamplesIn<R> b) {
   return {R::nearerZero16(a.v, R::equal16(a.v, b.v))};
 }
 
+/// What `saturatedSamples` makes of two registers of words with two halves.
+template <typename R>
+struct TwoHalves {
+  SamplesIn<typename R::Half> first;
+  SamplesIn<typename R::Half> second;
+};
+
+template <typename R>
+TwoHalves<R> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
+  const typename R::Integers both = SamplesIn<R>::limited(R::inOrder(R::packed32(a.v, b.v))).v;
+  return {{R::lower(both)}, {R::upper(both)}};
+}
+
 /// Eight samples.
 using Samples128 = SamplesIn<cofu::registers::Registers128>;
 

@@ -22,17 +22,25 @@ struct WordsIn {
     return {R::add32(R::all32(phase), R::multiples32(step))};
   }
   static WordsIn load(const std::int32_t* words) { return {R::load(words)}; }
+  static WordsIn ofSamples(const std::int16_t* samples) { return {R::loadWidened16(samples)}; }
   void store(std::int32_t* words) const { R::store(words, v); }
 
+  template <typename Make>
+  WordsIn mapped(Make make) const {
+    return {R::mapped32(v, make)};
+  }
   template <int kBits>
   WordsIn shiftedRight() const {
     return {R::template shiftRight32<kBits>(v)};
   }
   template <int kBits>
+  WordsIn shiftedLeft() const {
+    return {R::template shiftLeft32<kBits>(v)};
+  }
+  template <int kBits>
   WordsIn shiftedRightUnsigned() const {
     return {R::template shiftRightUnsigned32<kBits>(v)};
   }
-  /// The lower 16 bits with their sign.
   WordsIn lowerHalves() const { return {R::template shiftRight32<16>(R::template shiftLeft32<16>(v))}; }
 };
 
@@ -47,8 +55,23 @@ WordsIn<R> operator-(WordsIn<R> a, WordsIn<R> b) {
 }
 
 template <typename R>
+WordsIn<R> operator*(WordsIn<R> a, WordsIn<R> b) {
+  return {R::mulLow32(a.v, b.v)};
+}
+
+template <typename R>
+WordsIn<R> operator&(WordsIn<R> a, WordsIn<R> b) {
+  return {R::bitAnd(a.v, b.v)};
+}
+
+template <typename R>
 WordsIn<R> magnitude(WordsIn<R> a) {
   return {R::abs32(a.v)};
+}
+
+template <typename R>
+WordsIn<R> leak(WordsIn<R> a) {
+  return a.template shiftedRight<14>() - a;
 }
 
 template <typename R>

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "effects/modulation/MarloLanes.h"
+#include "effects/modulation/MarloStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -19,12 +19,6 @@ float highpassKeeps(double hertz) {
 
 float inputScaleOf(float kept) { return (kept + 1.0F) * 0.5F; }
 
-float chorus(MarloChorus::Side& side, float in, float tap) {
-  const float dry = side.dry.run(in, MarloChorus::kDryKept, MarloChorus::kDryScale);
-  const float wet = side.wet.run(tap, MarloChorus::kWetKept, MarloChorus::kWetScale);
-  return limited((wet * MarloChorus::kWetGain + dry) * MarloChorus::kSumGain);
-}
-
 }  // namespace
 
 const float MarloChorus::kDryKept = highpassKeeps(48.228771);
@@ -32,29 +26,29 @@ const float MarloChorus::kWetKept = highpassKeeps(32.152514);
 const float MarloChorus::kDryScale = inputScaleOf(kDryKept);
 const float MarloChorus::kWetScale = inputScaleOf(kWetKept);
 
-float MarloChorus::Highpass::run(float x, float kept, float inputScale) {
-  const float scaled = inputScale * x;
-  output = flushed(kept * output + scaled - previousInput);
-  previousInput = scaled;
-  return output;
+bool MarloChorus::isSilent(unsigned count) const {
+  MarloHighpasses next(*this);
+  MarloPair<MarloOne> dry{};
+  MarloPair<MarloOne> wet{};
+  next.runBoth<MarloOne>(dry, wet);
+  std::int16_t left = 0;
+  std::int16_t right = 0;
+  storeMarlo<MarloOne>(&left, chorused(dry.left, wet.left));
+  storeMarlo<MarloOne>(&right, chorused(dry.right, wet.right));
+  return left == 0 && right == 0 && next.rest(*this) && lines.isSilent(count);
 }
 
-bool MarloChorus::Side::isSilent() const {
-  Side next = *this;
-  return marloSample(chorus(next, 0.0F, 0.0F)) == 0 && next == *this;
+void MarloChorus::skip(const Settings& to, unsigned count) {
+  skipSweep(sweep, to, count);
+  lines.skip(count);
 }
 
-void MarloChorus::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  sweep.advance(to);
-  lines.step(left, right, [this](float inLeft, float inRight, float& outLeft, float& outRight) {
-    const float at = lines.writePosition();
-    outLeft = chorus(leftSide, inLeft, lines.leftLine.read(sweep.left() * kDepth + at + kBase));
-    outRight = chorus(rightSide, inRight, lines.rightLine.read(sweep.right() * kDepth + at + kBase));
-  });
+void MarloChorus::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  runMarloChorus<MarloOne>(*this, &left, &right, 1);
 }
 
 unsigned MarloChorus::runSse2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runMarloChorus<MarloFour>(law, left, right, count);
+  return runMarloChorus<MarloIn<cofu::registers::Registers128>>(law, left, right, count);
 }
 
 template class TwoKnobEffect<MarloChorus>;

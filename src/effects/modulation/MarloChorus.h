@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+
 #include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -27,30 +29,15 @@ struct MarloChorus {
   static const float kDryScale;
   static const float kWetScale;
 
-  /// A one-pole highpass on an input that is scaled first.
-  struct Highpass {
-    float previousInput = 0.0F;
-    float output = 0.0F;
-
-    float run(float x, float kept, float inputScale);
-    bool operator==(const Highpass&) const = default;
-  };
-
-  struct Side {
-    Highpass dry;
-    Highpass wet;
-
-    /// Whether silence gives silence and changes nothing: rounding may hold a highpass next to 0.
-    bool isSilent() const SIVRAY_NONBLOCKING;
-    bool operator==(const Side&) const = default;
-  };
+  /// A value of each highpass: dry left, dry right, wet left, wet right.
+  using Highpasses = std::array<float, 4>;
 
   static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) {
     lines.clear();
     sweep = {};
-    leftSide = {};
-    rightSide = {};
+    previousInputs = {};
+    outputs = {};
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { settings = to; }
@@ -60,17 +47,15 @@ struct MarloChorus {
   static unsigned runAvx2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = MarloLines::kMemory;
-  bool isSilent(unsigned count) const { return leftSide.isSilent() && rightSide.isSilent() && lines.isSilent(count); }
-  void skip(const Settings& to, unsigned count) {
-    sweep.skip(to, count);
-    lines.skip(count);
-  }
+  /// Whether silence gives silence and changes nothing: rounding may hold a highpass next to 0.
+  bool isSilent(unsigned count) const SIVRAY_NONBLOCKING;
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
   MarloLines lines;
   MarloSettings settings;  ///< Of the lanes.
   MarloSweep sweep;
-  Side leftSide;
-  Side rightSide;
+  Highpasses previousInputs{};  ///< Scaled.
+  Highpasses outputs{};
 };
 
 extern template class TwoKnobEffect<MarloChorus>;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+
 #include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -15,7 +17,7 @@ struct MarloEnsemble {
   using Settings = MarloSettings;
 
   /// One value per voice, and a fourth that copies the last voice and is not heard.
-  using Voices = float __attribute__((vector_size(16)));
+  using Voices = std::array<float, 4>;
 
   /// Phases on -2 .. 2, which is one cycle.
   static constexpr Voices kStartPhases{0.6666667F, -0.6666667F, -2.0F, -2.0F};
@@ -41,9 +43,6 @@ struct MarloEnsemble {
   float spread = 1.0F;
   Voices fast = kStartPhases;
   Voices slow = kStartPhases;
-
- private:
-  void advance(const Settings& to);
 };
 
 extern template class TwoKnobEffect<MarloEnsemble>;

@@ -11,7 +11,6 @@
 
 #include "core/EngineRate.h"
 #include "core/RealTime.h"
-#include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/Knobs.h"
 #include "effects/interfaces/Silence.h"
 
@@ -19,11 +18,6 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// The sample value that is 1.0 inside the Marlo effects.
 inline constexpr float kMarloFullScale = 32767.0F;
-
-inline float limited(float x) { return std::clamp(flushed(x), -1.0F, 1.0F); }
-
-/// The sample of a value that is `limited`.
-inline std::int16_t marloSample(float x) { return static_cast<std::int16_t>(x * kMarloFullScale); }
 
 /// What the knobs set. Steps are what `marloSmoothed` gains per sample.
 struct MarloSettings {
@@ -47,40 +41,12 @@ struct MarloLine {
   static constexpr std::size_t kLength = 4096;
   static constexpr auto kWrap = static_cast<float>(kLength);
 
-  void write(std::size_t at, float x) {
-    samples[at] = x;
-    samples[kLength] = samples[0];
-  }
-
-  /// Reads between two samples. `position` is 0 to twice the length.
-  float read(float position) const {
-    const float wrapped = position >= kWrap ? position - kWrap : position;
-    const auto whole = static_cast<std::int32_t>(wrapped);
-    const auto i = static_cast<std::size_t>(whole);
-    return samples[i] + (samples[i + 1] - samples[i]) * (wrapped - static_cast<float>(whole));
-  }
-
   /// The last entry always copies entry 0, so that interpolation may read one past the end.
   std::array<float, kLength + 1> samples{};
 };
 
-/// The frame of one sample: both channels go in, both lines are written, and `sound` gives what comes out, as
-/// `sound(left in, right in, left out, right out)` on -1.0 .. 1.0.
+/// Both channels' lines, which are written at the same place.
 struct MarloLines {
-  template <typename Sound>
-  void step(std::int16_t& left, std::int16_t& right, Sound&& sound) {
-    const float inLeft = flushed(static_cast<float>(left) / kMarloFullScale);
-    const float inRight = flushed(static_cast<float>(right) / kMarloFullScale);
-    leftLine.write(writeIndex, inLeft);
-    rightLine.write(writeIndex, inRight);
-    float outLeft = 0.0F;
-    float outRight = 0.0F;
-    sound(inLeft, inRight, outLeft, outRight);
-    left = marloSample(outLeft);
-    right = marloSample(outRight);
-    writeIndex = (writeIndex - 1) & (MarloLine::kLength - 1);
-  }
-
   static constexpr unsigned kMemory = MarloLine::kLength;
 
   /// Whether the last `count` samples written to both lines are zero.
@@ -99,8 +65,6 @@ struct MarloLines {
     writeIndex = 0;
   }
 
-  float writePosition() const { return static_cast<float>(writeIndex); }
-
   MarloLine leftLine;
   MarloLine rightLine;
   std::size_t writeIndex = 0;
@@ -108,11 +72,6 @@ struct MarloLines {
 
 /// The triangle that moves the taps of chorus and phase, on both sides: the right one lags by up to half a cycle.
 struct MarloSweep {
-  void advance(const MarloSettings& to) {
-    nextSpread(to);
-    nextPhase(to);
-  }
-
   /// Move by one sample.
   float nextSpread(const MarloSettings& to) { return spread = marloSmoothed(spread, to.spreadStep); }
   float nextPhase(const MarloSettings& to) {
@@ -120,39 +79,13 @@ struct MarloSweep {
     return phase = phase < 0.0F ? phase + 1.0F : phase;
   }
 
-  /// Moves on by `count` samples.
-  void skip(const MarloSettings& to, unsigned count) {
-    for (unsigned i = 0; i < count; ++i) {
-      advance(to);
-      left();
-      right();
-    }
-  }
-
-  /// The smoothed triangles, -1.0 to 1.0.
-  float left() { return followed(leftLfo, phase); }
-  float right() {
-    const float p = phase - (spread - 1.0F) * 0.5F;
-    return followed(rightLfo, p < 0.0F ? p + 1.0F : p);
-  }
-
   float spread = 1.0F;
-  float phase = 0.0F;  ///< Cycles, 0 to 1.
-  float leftLfo = 0.0F;
+  float phase = 0.0F;    ///< Cycles, 0 to 1.
+  float leftLfo = 0.0F;  ///< The smoothed triangles, -1.0 to 1.0.
   float rightLfo = 0.0F;
-
- private:
-  static float followed(float& lfo, float phase);
 };
 
 /// Share that the triangle's smoother keeps per sample: a corner of 3.3865754 Hz.
 extern const float kMarloLfoKept;
-
-inline float MarloSweep::followed(float& lfo, float phase) {
-  const float twice = 2.0F * phase;
-  const float t = phase >= 0.5F ? twice - 1.0F : 1.0F - twice;
-  lfo = t + (lfo - t) * kMarloLfoKept;
-  return lfo;
-}
 
 }  // namespace tesh::bramel::plugin::sivray::effects

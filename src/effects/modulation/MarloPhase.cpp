@@ -2,21 +2,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/MarloPhase.h"
 
-#include "effects/modulation/MarloLanes.h"
+#include "effects/modulation/MarloStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-void MarloPhase::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
-  sweep.advance(to);
-  lines.step(left, right, [this](float inLeft, float inRight, float& outLeft, float& outRight) {
-    const float at = lines.writePosition();
-    outLeft = limited((lines.leftLine.read(sweep.left() * kDepth + at + kBase) + inLeft) * kSumGain);
-    outRight = limited((lines.rightLine.read(sweep.right() * kDepth + at + kBase) + inRight) * kSumGain);
-  });
+void MarloPhase::step(const Settings&, std::int16_t& left, std::int16_t& right) {
+  runMarloPhase<MarloOne>(*this, &left, &right, 1);
+}
+
+void MarloPhase::skip(const Settings& to, unsigned count) {
+  skipSweep(sweep, to, count);
+  lines.skip(count);
 }
 
 unsigned MarloPhase::runSse2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runMarloPhase<MarloFour>(law, left, right, count);
+  return runMarloPhase<MarloIn<cofu::registers::Registers128>>(law, left, right, count);
 }
 
 template class TwoKnobEffect<MarloPhase>;

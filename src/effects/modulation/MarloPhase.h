@@ -33,10 +33,7 @@ struct MarloPhase {
 
   static constexpr unsigned kMemory = MarloLines::kMemory;
   bool isSilent(unsigned count) const { return lines.isSilent(count); }
-  void skip(const Settings& to, unsigned count) {
-    sweep.skip(to, count);
-    lines.skip(count);
-  }
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
   MarloLines lines;
   MarloSettings settings;  ///< Of the lanes.

@@ -63,6 +63,8 @@ struct ChorusFlangerLaw {
     visit(feedback, to.feedback);
   }
 
+  void moveIndex(unsigned count) { writeIndex = (writeIndex + count) & (Channel::kLineLength - 1); }
+
   SmoothedValue feedback;
   SmoothedValue wet;
   std::int32_t phase = 0;
@@ -70,9 +72,6 @@ struct ChorusFlangerLaw {
   std::uint32_t writeIndex = 0;
   Channel leftChannel;
   Channel rightChannel;
-
- private:
-  void stepChannel(Channel& channel, std::int32_t channelPhase, std::int16_t& sample) const;
 };
 
 extern template class TwoKnobEffect<ChorusFlangerLaw>;

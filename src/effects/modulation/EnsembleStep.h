@@ -1,0 +1,163 @@
+// The law of the Marlo ensemble, sample by sample or on consecutive samples side by side. The phases of the three
+// voices move side by side in a register, sample by sample. MarloStep.h tells who may include this.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/modulation/MarloEnsemble.h"
+#include "effects/modulation/MarloStep.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+namespace {
+
+/// Phase steps per sample of the two sines: 5.2 Hz and 0.27 Hz, four units a cycle.
+inline constexpr auto kFastStep = static_cast<float>(20.8 / cofu::core::kEngineRate);
+inline constexpr auto kSlowStep = static_cast<float>(1.08 / cofu::core::kEngineRate);
+
+/// How much each sine moves the tap, in depths: both are lifted to 0 .. 2, and the fast one counts a twelfth.
+inline constexpr float kSineScale = 0.499966F;
+inline constexpr float kFastShare = 0.0833333F;
+
+/// Phase between the sides at full spread: a sixth of a cycle.
+inline constexpr float kSpreadScale = 0.666667F;
+
+/// Gain of the sum of three voices.
+inline constexpr float kEnsembleGain = 0.66666F;
+
+// The sine of w * pi / 2 for w in -1 .. 1 as an odd polynomial, within 0.0001, and what lifts it to 0 .. 2.
+inline constexpr float kSineLinear = 1.5703204F;
+inline constexpr float kSineCubic = 0.6421143F;
+inline constexpr float kSineFifth = 0.07186159F;
+inline constexpr float kSineLift = 1.0000676F;
+
+/// One cycle over phases of -2 .. 2: 2 at both ends, 0 in the middle.
+template <typename Form>
+MarloFloats<Form> liftedSine(MarloFloats<Form> phase) {
+  using Floats = MarloFloats<Form>;
+  const Floats w = Form::magnitude(phase) - 1.0F;
+  const Floats square = w * w;
+  const Floats linear = w * kSineLinear;
+  const Floats cubic = square * kSineCubic * w;
+  const Floats fifth = square * square * w * kSineFifth;
+  return linear - cubic + fifth + kSineLift;
+}
+
+template <typename Form>
+MarloFloats<Form> wrappedPhase(MarloFloats<Form> phase) {
+  return Form::lessWhereAbove(phase, 2.0F, 4.0F);
+}
+
+/// How far behind the write position a voice is read.
+template <typename Form>
+MarloFloats<Form> voiceDelay(MarloFloats<Form> fastPhase, MarloFloats<Form> slowPhase, MarloFloats<Form> depth) {
+  const auto fast = liftedSine<Form>(fastPhase) * kSineScale * kFastShare;
+  const auto slow = liftedSine<Form>(slowPhase) * kSineScale;
+  return (fast + slow) * depth;
+}
+
+/// What moves the voices of a register.
+template <typename Form>
+struct EnsembleMotion {
+  MarloFloats<Form> fast[3];  ///< Of each voice on the left.
+  MarloFloats<Form> slow[3];
+  MarloFloats<Form> depth;
+  MarloFloats<Form> distance;  ///< Phase from the left to the right.
+};
+
+/// A register of each voice's phases.
+struct VoicePhases {
+  using Four = MarloIn<cofu::registers::Registers128>;
+
+  explicit VoicePhases(const MarloEnsemble::Voices& from) : now(Four::Registers::loadFloats(from.data())) {}
+  void putBack(MarloEnsemble::Voices& to) const { Four::Registers::storeFloats(to.data(), now); }
+
+  MarloQuad next(float step) { return now = wrappedPhase<Four>(now + step); }
+
+  /// Moves on by a register and hands the phases out by voice.
+  template <typename Form>
+  void move(float step, MarloFloats<Form>* byVoice) {
+    if constexpr (Form::kCount == 1) {
+      float voices[4];
+      Four::Registers::storeFloats(voices, next(step));
+      std::copy_n(voices, 3, byVoice);
+    } else {
+      MarloQuad moved[Form::kCount];
+      for (MarloQuad& sample : moved) {
+        sample = next(step);
+      }
+      for (unsigned i = 0; i < Form::kCount; i += 4) {
+        transpose(moved[i], moved[i + 1], moved[i + 2], moved[i + 3]);
+      }
+      for (unsigned voice = 0; voice < 3; ++voice) {
+        MarloQuad parts[Form::kQuads];
+        for (unsigned i = 0; i < Form::kQuads; ++i) {
+          parts[i] = moved[4 * i + voice];
+        }
+        byVoice[voice] = Form::joined(parts);
+      }
+    }
+  }
+
+  MarloQuad now;
+};
+
+template <typename Form>
+EnsembleMotion<Form> moveEnsemble(MarloEnsemble& law, VoicePhases& fast, VoicePhases& slow) {
+  EnsembleMotion<Form> motion;
+  const MarloSettings& to = law.settings;
+  motion.depth = Form::made([&] { return law.depth = marloSmoothed(law.depth, to.depthStep); });
+  const auto spread = Form::made([&] { return law.spread = marloSmoothed(law.spread, to.spreadStep); });
+  motion.distance = (spread - 1.0F) * kSpreadScale;
+  fast.move<Form>(kFastStep, motion.fast);
+  slow.move<Form>(kSlowStep, motion.slow);
+  return motion;
+}
+
+template <typename Form>
+void stepEnsemble(MarloLines& lines, const EnsembleMotion<Form>& motion, std::int16_t* left, std::int16_t* right) {
+  using Floats = MarloFloats<Form>;
+  writeMarlo<Form>(lines.leftLine, lines.writeIndex, loadMarlo<Form>(left));
+  writeMarlo<Form>(lines.rightLine, lines.writeIndex, loadMarlo<Form>(right));
+  const Floats at = marloPositions<Form>(lines.writeIndex);
+  Floats lefts[3];
+  Floats rights[3];
+  for (unsigned voice = 0; voice < 3; ++voice) {
+    const Floats fast = motion.fast[voice];
+    const Floats slow = motion.slow[voice];
+    lefts[voice] = readMarlo<Form>(lines.leftLine, voiceDelay<Form>(fast, slow, motion.depth) + at);
+    const Floats laterFast = wrappedPhase<Form>(fast + motion.distance);
+    const Floats laterSlow = wrappedPhase<Form>(slow + motion.distance);
+    rights[voice] = readMarlo<Form>(lines.rightLine, voiceDelay<Form>(laterFast, laterSlow, motion.depth) + at);
+  }
+  storeMarlo<Form>(left, (lefts[0] + lefts[1] + lefts[2]) * kEnsembleGain);
+  storeMarlo<Form>(right, (rights[0] + rights[1] + rights[2]) * kEnsembleGain);
+  lines.skip(Form::kCount);
+}
+
+/// Runs whole registers and returns the number of samples.
+template <typename Form>
+[[gnu::flatten]] unsigned runEnsemble(MarloEnsemble& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  VoicePhases fast(law.fast);
+  VoicePhases slow(law.slow);
+  unsigned done = 0;
+  for (; done + Form::kCount <= count; done += Form::kCount) {
+    stepEnsemble<Form>(law.lines, moveEnsemble<Form>(law, fast, slow), left + done, right + done);
+  }
+  fast.putBack(law.fast);
+  slow.putBack(law.slow);
+  return done;
+}
+
+/// `count` samples of silence.
+inline void skipEnsemble(MarloEnsemble& law, unsigned count) {
+  VoicePhases fast(law.fast);
+  VoicePhases slow(law.slow);
+  for (unsigned i = 0; i < count; ++i) {
+    moveEnsemble<MarloOne>(law, fast, slow);
+  }
+  fast.putBack(law.fast);
+  slow.putBack(law.slow);
+  law.lines.skip(count);
+}
+
+}  // namespace
+}  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,0 +1,140 @@
+// How many consecutive samples of one channel the Marlo effects compute at once, in single precision: one, or as many
+// as a register holds. Both forms have the same operations. MarloStep.h tells who may include this.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "registers/Registers128.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+namespace {
+
+/// Four values, of which each stays apart from the others: the voices of a sample, or its highpasses.
+using MarloQuad = cofu::registers::Registers128::Floats;
+
+/// The plain form. The comments hold for the other one too.
+struct MarloOne {
+  static constexpr unsigned kCount = 1;
+  using Floats = float;
+  using Integers = std::int32_t;
+
+  /// `make()` for each sample, called in their order.
+  template <typename Make>
+  static float made(Make&& make) {
+    return make();
+  }
+
+  static float load(const std::int16_t* samples) { return static_cast<float>(*samples); }
+
+  /// Drops the fractions. What is left must be a sample.
+  static void store(std::int16_t* samples, float x) { *samples = static_cast<std::int16_t>(x); }
+
+  static float magnitude(float x) { return std::fabs(x); }
+
+  /// `x`, less `amount` where it is above `top`.
+  static float lessWhereAbove(float x, float top, float amount) { return x > top ? x - amount : x; }
+
+  static std::int32_t truncated(float x) { return static_cast<std::int32_t>(x); }
+  static float floatsOf(std::int32_t x) { return static_cast<float>(x); }
+
+  /// The first sample's index and those below it, which wrap at a power of two.
+  static std::int32_t downwards(std::int32_t first, std::int32_t) { return first; }
+
+  /// Writes the samples to the entries from `at` downwards, which must not wrap.
+  static void storeDownwards(float* at, float x) { *at = x; }
+
+  /// The entries at the indices, and those behind them.
+  static void readPairs(const float* from, std::int32_t index, float& first, float& second) {
+    const auto i = static_cast<std::uint32_t>(index);
+    first = from[i];
+    second = from[i + 1];
+  }
+};
+
+/// As many samples as a register of `R` holds.
+template <typename R>
+struct MarloIn {
+  using Registers = R;
+  using Floats = typename R::Floats;
+  using Integers = typename R::Integers;
+  static constexpr unsigned kCount = R::kBytes / sizeof(float);
+  static constexpr unsigned kQuads = kCount / 4;
+
+  /// None of the samples takes a detour through memory, where a register would have to wait for all of its parts to be
+  /// written.
+  template <typename Make>
+  static Floats made(Make&& make) {
+    if constexpr (kQuads == 1) {
+      const Floats values{make(), make(), make(), make()};
+      return values;
+    } else {
+      const Floats values{make(), make(), make(), make(), make(), make(), make(), make()};
+      return values;
+    }
+  }
+
+  static Floats load(const std::int16_t* samples) { return R::floatsOf(R::loadWidened16(samples)); }
+  static void store(std::int16_t* samples, Floats x) { R::storeNarrowed32(samples, R::truncated(x)); }
+  static Floats magnitude(Floats x) { return R::bitsAsFloats(R::bitAnd(R::bitsOfFloats(x), R::all32(0x7FFFFFFF))); }
+  static Floats lessWhereAbove(Floats x, float top, float amount) {
+    const Integers amounts = R::bitsOfFloats(R::allFloats(amount));
+    return x - R::bitsAsFloats(R::bitAnd(R::greaterFloats(x, R::allFloats(top)), amounts));
+  }
+  static Integers truncated(Floats x) { return R::truncated(x); }
+  static Floats floatsOf(Integers v) { return R::floatsOf(v); }
+  static Integers downwards(std::int32_t first, std::int32_t length) {
+    return R::bitAnd(R::sub32(R::all32(first + 1), R::multiples32(1)), R::all32(length - 1));
+  }
+  static void storeDownwards(float* at, Floats x) { R::storeFloats(at - (kCount - 1), R::reversed(x)); }
+  static void readPairs(const float* from, Integers indices, Floats& first, Floats& second) {
+    R::pairsAt(from, indices, first, second);
+  }
+
+  static void split(Floats x, MarloQuad* quads) {
+    if constexpr (kQuads == 1) {
+      quads[0] = x;
+    } else {
+      quads[0] = R::lower(x);
+      quads[1] = R::upper(x);
+    }
+  }
+  static Floats joined(const MarloQuad* quads) {
+    if constexpr (kQuads == 1) {
+      return quads[0];
+    } else {
+      return R::joined(quads[0], quads[1]);
+    }
+  }
+  /// Both channels of two samples a quad, in turn, and back.
+  static void interleave(Floats left, Floats right, MarloQuad* quads) {
+    const Floats outer = R::zipLow32(left, right);
+    const Floats inner = R::zipHigh32(left, right);
+    if constexpr (kQuads == 1) {
+      quads[0] = outer;
+      quads[1] = inner;
+    } else {
+      quads[0] = R::lower(outer);
+      quads[1] = R::lower(inner);
+      quads[2] = R::upper(outer);
+      quads[3] = R::upper(inner);
+    }
+  }
+  static void separate(const MarloQuad* quads, Floats& left, Floats& right) {
+    if constexpr (kQuads == 1) {
+      left = R::evens32(quads[0], quads[1]);
+      right = R::odds32(quads[0], quads[1]);
+    } else {
+      const Floats outer = R::joined(quads[0], quads[2]);
+      const Floats inner = R::joined(quads[1], quads[3]);
+      left = R::evens32(outer, inner);
+      right = R::odds32(outer, inner);
+    }
+  }
+};
+
+}  // namespace
+}  // namespace tesh::bramel::plugin::sivray::effects
