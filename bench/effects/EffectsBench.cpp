@@ -1,10 +1,13 @@
 // The cost of every effect alone, of the master effect around it, and of a type change.
 //
 //   bench_effects                         time per frame, and of a type change that finds nothing in the cache
-//   bench_effects count TYPE BLOCKS FORM  runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. FORM is `alone`,
+//   bench_effects count TYPE BLOCKS FORM [VECTORS]
+//                                         runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. FORM is `alone`,
 //                                         `quiet` (alone, after its tail) or `whole` (inside the master effect).
 //                                         Count the instructions of two runs with different numbers of blocks; their
-//                                         difference, divided by the additional frames, is the cost of a frame.
+//                                         difference, divided by the additional frames, is the cost of a frame. VECTORS
+//                                         is `none` for sample by sample, `sse2` or `avx2`; without it, the best there
+//                                         is.
 //   bench_effects count TYPE TIMES change changes TIMES times from bypass to TYPE. Count inside `takeChange` only.
 //
 // scripts/count_effects.py does both for all effects.
@@ -20,10 +23,13 @@
 
 #include "effects/EffectSet.h"
 #include "effects/SivrayMultiEffector.h"
+#include "platform/CpuFeatures.h"
 
 namespace {
 
 using namespace tesh::bramel::plugin::sivray::effects;
+using tesh::bramel::platform::VectorLimit;
+using tesh::bramel::platform::VectorSet;
 
 constexpr int kFrames = 512;
 constexpr int kKnob1 = 70;
@@ -145,7 +151,7 @@ void changeType(benchmark::State& state, int type) {
 void fallSilent(Alone& subject, Input& input) {
   constexpr int kLongestTail = 5000;
   input.silence();
-  for (int i = 0; i < kLongestTail && !subject.effect.skip(0); ++i) {
+  for (int i = 0; i < kLongestTail && !subject.effect.skip(1); ++i) {
     subject.run(input.copy());
   }
 }
@@ -191,6 +197,11 @@ int countOnly(char** arguments) {
   return 0;
 }
 
+VectorSet vectorSetOf(const char* name) {
+  return std::strcmp(name, "none") == 0 ? VectorSet::none
+                                        : (std::strcmp(name, "sse2") == 0 ? VectorSet::baseline : VectorSet::avx2);
+}
+
 void registerAll() {
   for (int type = 0; type < kEffectTypeCount; ++type) {
     const std::string name = effectTypeName(type);
@@ -203,7 +214,8 @@ void registerAll() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc == 5 && std::strcmp(argv[1], "count") == 0) {
+  if ((argc == 5 || argc == 6) && std::strcmp(argv[1], "count") == 0) {
+    const VectorLimit limit(argc == 6 ? vectorSetOf(argv[5]) : VectorSet::avx2);
     return countOnly(argv + 2);
   }
   registerAll();

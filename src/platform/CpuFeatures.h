@@ -1,17 +1,37 @@
-// The processor's vector instructions, and the choice between kernels that are compiled for several sets.
+// The processor's vector instructions, the choice between kernels that are compiled for several sets, and a limit to
+// it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstddef>
 
 namespace tesh::bramel::platform {
 
 /// Instruction sets in ascending order; each includes those before it.
-enum class VectorSet { baseline, sse41, avx2 };
+enum class VectorSet { none, baseline, sse41, avx2 };
+
+/// What `bestVectorSet` names at most. VectorLimit sets it.
+inline std::atomic<VectorSet> widestVectorSet{VectorSet::avx2};
+
+/// While it exists, what is made chooses no wider instructions than `widest`: all effects, voices, the output stage and
+/// the resampler. With VectorSet::none effects compute sample by sample, and all else takes the baseline. For tests and
+/// benchmarks.
+class VectorLimit {
+ public:
+  explicit VectorLimit(VectorSet widest) : before(widestVectorSet.exchange(widest)) {}
+  VectorLimit(const VectorLimit&) = delete;
+  VectorLimit& operator=(const VectorLimit&) = delete;
+  ~VectorLimit() { widestVectorSet = before; }
+
+ private:
+  VectorSet before;
+};
 
 /// The highest of these sets that this processor has. Any thread.
-inline VectorSet bestVectorSet() {
+inline VectorSet processorVectorSet() {
 #if defined(__x86_64__) || defined(__i386__)
   if (__builtin_cpu_supports("avx2")) {
     return VectorSet::avx2;
@@ -23,7 +43,10 @@ inline VectorSet bestVectorSet() {
   return VectorSet::baseline;
 }
 
-/// True if this processor can run code that is compiled for `set`.
+/// The set to choose by: the processor's best within the limit. Any thread.
+inline VectorSet bestVectorSet() { return std::min(processorVectorSet(), widestVectorSet.load()); }
+
+/// True if this processor can run code that is compiled for `set`, and no limit forbids it.
 inline bool supports(VectorSet set) { return set <= bestVectorSet(); }
 
 /// The last of `kernels` whose member `needs` this processor supports. The kernels must be in ascending order of

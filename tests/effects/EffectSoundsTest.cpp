@@ -11,6 +11,7 @@
 
 #include "effects/EffectSet.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -136,12 +137,16 @@ std::uint32_t checksumOf(SivrayFx& effect) {
   return sum;
 }
 
-TEST(Effects, EveryEffectKeepsItsSound) {
-  for (int type = 0; type < kEffectTypeCount; ++type) {
-    SivrayFxMemoryManager memory;
-    const EffectSet effects = makeEffects(memory);
-    const auto i = static_cast<std::size_t>(type);
-    EXPECT_EQ(checksumOf(*effects[i]), kChecksums[i]) << effectTypeName(type);
+TEST(Effects, EveryEffectKeepsItsSoundWithEverySetOfInstructions) {
+  using platform::VectorSet;
+  for (const VectorSet set : {VectorSet::none, VectorSet::baseline, VectorSet::avx2}) {
+    const platform::VectorLimit limit(set);
+    for (int type = 0; type < kEffectTypeCount; ++type) {
+      SivrayFxMemoryManager memory;
+      const EffectSet effects = makeEffects(memory);
+      const auto i = static_cast<std::size_t>(type);
+      EXPECT_EQ(checksumOf(*effects[i]), kChecksums[i]) << effectTypeName(type) << ", set " << static_cast<int>(set);
+    }
   }
 }
 

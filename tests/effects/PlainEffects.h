@@ -36,6 +36,7 @@
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 #include "effects/rhythmic/Slicer.h"
+#include "platform/CpuFeatures.h"
 
 namespace scene {
 
@@ -58,14 +59,9 @@ void forEachEffect(Visit&& visit) {
       SivrayFxTolvanFilter<TolvanMode::kBandpass>, EffectAdapter<CombFilter>, SivrayFxTalkingModulator>();
 }
 
-/// An effect that computes its silence, without vector instructions.
+/// An effect that computes its silence.
 template <typename Effect>
 struct Plain : Effect {
-  Plain() {
-    if constexpr (requires { this->useLanes(fx::LaneForm::plain); }) {
-      this->useLanes(fx::LaneForm::plain);
-    }
-  }
   bool skip(unsigned) override { return false; }
 };
 
@@ -73,6 +69,8 @@ struct Plain : Effect {
 inline fx::EffectSet makePlainEffects(fx::SivrayFxMemoryAssigner& memory) {
   constexpr std::array<std::size_t, 30> kOrder{0,  1,  2,  3,  12, 13, 11, 14, 15, 4,  22, 21, 23, 17, 25,
                                                26, 27, 29, 24, 6,  7,  5,  18, 20, 19, 16, 8,  28, 9,  10};
+  namespace platform = tesh::bramel::platform;
+  const platform::VectorLimit sampleBySample(platform::VectorSet::none);
   fx::EffectSet effects;
   std::size_t type = 0;
   forEachEffect([&]<typename Effect>() { effects[type++] = std::make_unique<Plain<Effect>>(); });

@@ -13,7 +13,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 using SampleRow = std::array<std::int16_t, 16>;
 using LaneResults = std::array<SampleRow, 17>;
 using WordRow = std::array<std::int32_t, 8>;
-using WordResults = std::array<WordRow, 10>;
+using WordResults = std::array<WordRow, 14>;
 
 /// The templates below for AVX2.
 void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results);
@@ -68,10 +68,10 @@ void operateOnWords(const WordRow& a, const WordRow& b, std::int16_t factor, Wor
     const std::int32_t phase = wrapAdd(a[0], wrapMul(b[0], static_cast<std::int32_t>(i)));
     const Words distance = magnitude(x);
     std::size_t row = 0;
-    for (const Words& result :
-         {Words::after(phase, b[0]), x + y, x - y, distance, smaller(x, y), product<32>(x, y), product<47>(x, y),
-          product<15>(product<47>(distance, distance), magnitude(y)), timesShort(x.template shiftedRight<16>(), factor),
-          x.template shiftedRightUnsigned<9>()}) {
+    for (const Words& result : {Words::after(phase, b[0]), x + y, x - y, distance, smaller(x, y), product<32>(x, y),
+                                product<47>(x, y), product<15>(product<47>(distance, distance), magnitude(y)),
+                                timesShort(x.template shiftedRight<16>(), factor), x.template shiftedRightUnsigned<9>(),
+                                x.template shiftedLeft<9>(), x * y, x & y, leak(x.template shiftedRight<16>())}) {
       result.store(&results[row++][i]);
     }
   }

@@ -125,8 +125,11 @@ class RandomScene {
   std::vector<float> right;
 };
 
-TEST(Frame, RendersRandomScenesAsThePlainModelDoes) {
+TEST(Frame, RendersRandomScenesAsThePlainModelDoesWithEverySetOfInstructions) {
+  using namespace tesh::bramel::platform;
+  constexpr std::array<VectorSet, 4> kSets{VectorSet::none, VectorSet::baseline, VectorSet::sse41, VectorSet::avx2};
   for (unsigned seed = 0; seed < 24; ++seed) {
+    const VectorLimit limit(kSets[seed % kSets.size()]);
     RandomScene random(seed);
     for (int block = 0; block < 120; ++block) {
       ASSERT_TRUE(random.playBlock()) << "seed " << seed << ", block " << block;
