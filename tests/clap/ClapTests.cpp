@@ -72,6 +72,85 @@ TEST_F(Clap, EventsOutOfOrderCountAtOnceAndForeignOnesNotAtAll) {
   EXPECT_EQ(one.render(512), other.render(512));
 }
 
+/// A list of events of any kind, each in memory of just its own size, and what the plug-in answers.
+struct StrangeEvents {
+  std::vector<std::vector<std::uint64_t>> all;
+  InputEvents in{this, &size, &get};
+  OutputEvents out{this, &push};
+  std::uint32_t last = 0;
+  bool isInOrder = true;
+
+  explicit StrangeEvents(std::mt19937& random) {
+    const auto below = [&](std::uint32_t count) { return static_cast<std::uint32_t>(random()) % count; };
+    all.resize(below(40));
+    for (auto& words : all) {
+      constexpr std::array<std::uint32_t, 8> kSizes{0, 8, 16, 20, 24, 40, 56, 104};
+      const std::uint32_t bytes = kSizes[below(kSizes.size())];
+      words.resize(std::max<std::size_t>(2, (bytes + 7) / 8));
+      std::ranges::generate(words, [&] { return (std::uint64_t{random()} << 32U) | random(); });
+      const auto type = static_cast<std::uint16_t>(below(14));
+      const auto space = static_cast<std::uint16_t>(below(8) == 0 ? 1 : kCoreSpace);
+      const EventHeader header{bytes, below(4) == 0 ? below(0xFFFFFFFF) : below(64), space, type, 0};
+      std::memcpy(words.data(), &header, sizeof(header));
+      if (bytes == sizeof(NoteEvent)) {
+        auto& note = *reinterpret_cast<NoteEvent*>(words.data());
+        note.key = static_cast<std::int16_t>(34 + below(12));
+        note.noteId = static_cast<std::int32_t>(below(3)) - 1;
+        note.velocity = below(8) == 0 ? note.velocity : 0.9;
+      } else if (bytes == sizeof(ParamEvent)) {
+        auto& value = *reinterpret_cast<ParamEvent*>(words.data());
+        value.paramId = below(60);
+        value.value = below(8) == 0 ? value.value : 0.01 * below(100);
+      }
+    }
+  }
+  StrangeEvents(const StrangeEvents&) = delete;
+  StrangeEvents& operator=(const StrangeEvents&) = delete;
+
+  /// One more than there are, which is null.
+  static std::uint32_t size(const InputEvents* list) {
+    return static_cast<std::uint32_t>(static_cast<StrangeEvents*>(list->context)->all.size()) + 1;
+  }
+  static const EventHeader* get(const InputEvents* list, std::uint32_t index) {
+    const auto& all = static_cast<StrangeEvents*>(list->context)->all;
+    return index < all.size() ? reinterpret_cast<const EventHeader*>(all[index].data()) : nullptr;
+  }
+  static bool push(const OutputEvents* list, const EventHeader* event) {
+    auto& own = *static_cast<StrangeEvents*>(list->context);
+    own.isInOrder = own.isInOrder && event->time >= own.last && event->time < 64;
+    own.last = event->time;
+    return true;
+  }
+};
+
+TEST_F(Clap, StrangeEventsHarmNothing) {
+  std::mt19937 random(21);
+  for (const double rate : {44100.0, 1234.5678, 48000.0, 768000.0}) {
+    Instance plugin;
+    plugin.started(rate);
+    for (int block = 0; block < 500; ++block) {
+      Samples left(64, -7.0F);
+      Samples right(64, -7.0F);
+      std::array<float*, 2> channels{left.data(), right.data()};
+      AudioBuffer output{channels.data(), nullptr, 2, 0, 0};
+      StrangeEvents events(random);
+      const Process given{0, 64, nullptr, nullptr, &output, 0, 1, &events.in, &events.out};
+      ASSERT_EQ(plugin.plugin->process(plugin.plugin, &given), ProcessStatus::proceed);
+      ASSERT_TRUE(events.isInOrder);
+      for (const Samples* const channel : {&left, &right}) {
+        ASSERT_TRUE(std::ranges::all_of(*channel, [](float sample) { return std::abs(sample) < 2.0F; })) << rate;
+      }
+    }
+    plugin.plugin->reset(plugin.plugin);
+    for (const std::uint32_t id : {kLevelOfPad1, kMaster}) {
+      plugin.events.addValue(id, nullptr, 1.0, 0);
+      plugin.events.addValue(id, nullptr, 0.0, 0, EventType::paramModulation);
+    }
+    plugin.note(EventType::noteOn, 36, 0);
+    EXPECT_FALSE(isSilent(plugin.render(4096))) << rate;
+  }
+}
+
 TEST_F(Clap, ANotesEndIsToldWithItsId) {
   Instance plugin;
   plugin.started();

@@ -253,7 +253,14 @@ struct ClapCalls {
     });
   }
   static bool canResize(const Plugin* /*record*/) { return false; }
-  static bool resizeHints(const Plugin* /*record*/, ResizeHints* /*hints*/) { return false; }
+  /// Both ways fixed: some hosts complain where there are no hints.
+  static bool resizeHints(const Plugin* /*record*/, ResizeHints* hints) {
+    if (hints == nullptr) {
+      return false;
+    }
+    *hints = {};
+    return true;
+  }
   static bool setWindowSize(const Plugin* record, std::uint32_t width, std::uint32_t height) {
     std::uint32_t ownWidth = 0;
     std::uint32_t ownHeight = 0;
