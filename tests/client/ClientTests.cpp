@@ -14,7 +14,11 @@ struct NotingHost final : juce::AudioProcessorListener {
   void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override {
     told.push_back("set " + line(index, value));
   }
-  void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&) override {}
+  void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails& details) override {
+    if (details.programChanged) {
+      told.emplace_back("program");
+    }
+  }
   void audioProcessorParameterChangeGestureBegin(juce::AudioProcessor* processor, int index) override {
     told.push_back("begin " + line(index, valueOf(*processor, index)));
   }
@@ -76,7 +80,7 @@ TEST_F(Client, ShowsTheParametersOfTheVst2PluginUnderNamesThatStay) {
   }
 }
 
-TEST_F(Client, TellsTheHostOfGesturesAndOfAllParametersWithAProgram) {
+TEST_F(Client, TellsTheHostOfGesturesAndOfAProgramOfThePanel) {
   SivrayProcessor processor;
   NotingHost host;
   processor.addListener(&host);
@@ -90,18 +94,15 @@ TEST_F(Client, TellsTheHostOfGesturesAndOfAllParametersWithAProgram) {
   EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.25", "set 6 0.50", "end 6 0.50"}));
 
   instrument->setProgram(0, 1);  // As the panel does.
-  ASSERT_EQ(host.told.size(), static_cast<std::size_t>(processor.getParameters().size()));
-  EXPECT_EQ(host.told[6], "set 6 0.80");
-  EXPECT_EQ(host.told[kEffectType], "set 40 1.00");
   EXPECT_EQ(processor.getCurrentProgram(), 1);
+  EXPECT_EQ(processor.getParameters()[kEffectType]->getValue(), 1.0F);
+  juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+  EXPECT_EQ(host.told, Told{"program"}) << "and no edits that nobody made";
   processor.removeListener(&host);
 }
 
-TEST_F(Client, SelectsTheHostsProgramAtOnceAndTellsItTheValuesLater) {
+TEST_F(Client, SelectsTheHostsProgramAtOnceAndHasItReadTheValuesLater) {
   SivrayProcessor processor;
-  NotingHost host;
-  processor.addListener(&host);
-  using Told = std::vector<std::string>;
   processor.setCurrentProgram(1);
   EXPECT_EQ(processor.getParameters()[kEffectType]->getValue(), 1.0F);
   EXPECT_EQ(processor.getCurrentProgram(), 1);
@@ -110,47 +111,75 @@ TEST_F(Client, SelectsTheHostsProgramAtOnceAndTellsItTheValuesLater) {
   processor.setCurrentProgram(-1);
   EXPECT_EQ(processor.getCurrentProgram(), 1);
 
-  // A host that chooses a program while it restores a song must not hear the program's values.
+  // A host that restores a song chooses its program and then sets its state: it must not read the program's values.
   SivrayProcessor other;
   other.getParameters()[6]->setValue(0.25F);
   const Bytes state = stateOf(other);
+  NotingHost host;
+  processor.addListener(&host);
   processor.setStateInformation(state.data(), static_cast<int>(state.size()));
   juce::MessageManager::getInstance()->runDispatchLoopUntil(150);
-  EXPECT_EQ(host.told, Told{});
-  processor.setCurrentProgram(1);
+  EXPECT_TRUE(host.told.empty());
+  EXPECT_EQ(valuesOf(processor), valuesOf(other));
+  processor.setCurrentProgram(0);
   juce::MessageManager::getInstance()->runDispatchLoopUntil(150);
-  ASSERT_EQ(host.told.size(), static_cast<std::size_t>(processor.getParameters().size()));
-  EXPECT_EQ(host.told[kEffectType], "set 40 1.00");
+  EXPECT_EQ(host.told, std::vector<std::string>{"program"});
   processor.removeListener(&host);
 }
 
-TEST_F(Client, KeepsAProgramFromValuesThatTheHostSendsBackOfTheOneBefore) {
+TEST_F(Client, TakesEachWriteOfTheHostWhateverProgramCameBefore) {
   SivrayProcessor processor;
   processor.prepareToPlay(44100.0, 64);
-  const Block nothing{64, {}, {}};
   juce::AudioBuffer<float> buffer;
   juce::MidiBuffer midi;
-  const auto sendBack = [&](const std::vector<float>& values) {
-    for (int index = 0; index < processor.getParameters().size(); ++index) {
-      processor.getParameters()[index]->setValue(values[static_cast<std::size_t>(index)]);
-      processor.setParameter(index, values[static_cast<std::size_t>(index)]);
-    }
-    render(processor, nothing, buffer, midi);
-  };
-  const std::vector<float> first = valuesOf(processor);
   processor.setCurrentProgram(1);
   const std::vector<float> second = valuesOf(processor);
-  ASSERT_NE(first, second);
   juce::MessageManager::getInstance()->runDispatchLoopUntil(150);
   processor.setCurrentProgram(0);
-  sendBack(second);
-  EXPECT_EQ(valuesOf(processor), first);
-  const Block write{64, {{kMaster, 0.25F}}, {}};
-  render(processor, write, buffer, midi);
-  EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 0.25F);
-
-  sendBack(second);  // Later they are values like any.
+  const std::vector<float> first = valuesOf(processor);
+  ASSERT_NE(first, second);
+  Block all{64, {}, {}};
+  for (int index = 0; index < processor.getParameters().size(); ++index) {
+    all.writes.push_back({index, second[static_cast<std::size_t>(index)]});
+  }
+  render(processor, all, buffer, midi);
   EXPECT_EQ(valuesOf(processor), second);
+
+  // More than are handed over at once, of which the last count; a block without frames takes them too.
+  for (int count = 0; count < 600; ++count) {
+    processor.setParameter(count == 0 ? 1 : kMaster, count == 0 || count == 599 ? 0.25F : 0.5F);
+  }
+  EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 0.25F) << "before the block";
+  processor.setParameter(kMaster, std::nanf(""));
+  processor.setParameter(kMaster, 1.5F);
+  juce::AudioBuffer<float> none;  // A host that flushes.
+  midi.clear();
+  processor.processBlock(none, midi);
+  SivrayProcessor reader;
+  const Bytes state = stateOf(processor);
+  reader.setStateInformation(state.data(), static_cast<int>(state.size()));
+  EXPECT_EQ(reader.getParameters()[1]->getValue(), 0.25F);
+  EXPECT_EQ(reader.getParameters()[kMaster]->getValue(), 0.25F);
+}
+
+TEST_F(Client, DropsMessagesThatWaitWhenItIsPreparedAndReadsTypedTexts) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(44100.0, 512);
+  juce::AudioBuffer<float> buffer;
+  juce::MidiBuffer midi;
+  render(processor, {512, {}, {}}, buffer, midi);
+  const std::array<std::uint8_t, 3> note{0x90, 36, 127};
+  processor.instrument()->sendMidi(note.data(), note.size(), 0);
+  processor.prepareToPlay(44100.0, 512);
+  render(processor, {512, {}, {}}, buffer, midi);
+  EXPECT_EQ(buffer.getMagnitude(0, 512), 0.0F);
+
+  auto& type = *processor.getParameters()[kEffectType];
+  const juce::String name = type.getText(1.0F, 0);
+  EXPECT_EQ(type.getValueForText("  " + name.toUpperCase() + " "), 1.0F);
+  EXPECT_EQ(type.getText(1.0F, 2), name.substring(0, 2));
+  type.setValue(1.0F);
+  EXPECT_EQ(type.getValueForText("none of them"), 1.0F) << "the present value";
 }
 
 TEST_F(Client, TakesStatesOfAllFormsAndNothingElse) {

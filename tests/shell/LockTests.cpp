@@ -49,8 +49,8 @@ TEST_F(Shell, LetsThreadsReadTheCacheWhileABlockWritesIt) {
       [&](int) {
         const Log texts{"0.000000", "0.250000", "1.000000"};
         EXPECT_NE(std::find(texts.begin(), texts.end(), cache.display(0)), texts.end());
-        EXPECT_EQ(cache.read(0, &bramel::vst::ParameterInfo::name), "macro0");
-        EXPECT_LE(cache.read(0, &bramel::vst::ParameterInfo::value), 1.0F);
+        EXPECT_EQ(cache.fact(0, &bramel::vst::ParameterInfo::name), "macro0");
+        EXPECT_LE(cache.value(0), 1.0F);
         EXPECT_EQ(cache.count(), 4U);
       });
 }

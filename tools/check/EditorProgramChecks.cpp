@@ -1,4 +1,5 @@
-// Programs by the mouse: a long list, a folder that cannot be written, and a menu or a file dialog left open at close.
+// Programs by the mouse: a kit, a long list, a folder that cannot be written, and a menu or a file dialog left open at
+// close.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -107,6 +108,41 @@ Verdict unwritableFolder(const CheckSettings& settings) {
                  isClosed ? "goes on" : "is stuck", isHeard ? "plays" : "is silent");
 }
 
+/// A kit that is chosen in the panel's list: the host knows all values and, in VST 3, shows the kit in its own list.
+Verdict kitOfThePanel(const CheckSettings& settings) {
+  constexpr WindowPoint kAnotherRow{340, 190};
+  const bool isLv2 = settings.form == hosting::Form::lv2;
+  const Sandbox sandbox;
+  const auto library = settings.load();
+  const auto vst2 = settings.loadVst2();
+  EditorScene scene(*library);
+  openPlain(scene);
+  const std::vector<std::uint8_t> before = scene.host.chunk();
+  const int programBefore = scene.host.currentProgram();
+  scene.window.click(kProgramName);
+  scene.settledPicture();
+  scene.window.click(kAnotherRow);
+  const bool isChosen = comesTrue([&] { return scene.host.chunk() != before; });
+  const auto reader = vst2->makeInstance();
+  reader->setChunk(scene.host.chunk());
+  const bool isRead = comesTrue([&] {
+    scene.render();
+    scene.letSettle();
+    bool isEqual = true;
+    for (int index = 0; index < reader->parameterCount(); ++index) {
+      isEqual = isEqual && scene.host.parameter(index) == reader->parameter(index);
+    }
+    return isEqual;
+  });
+  const bool isListed = isLv2 || comesTrue([&] {
+                          scene.letSettle();
+                          return scene.host.currentProgram() != programBefore;
+                        });
+  return verdict(isChosen && isRead && isListed, "a kit %s, its values %s, the host's list %s",
+                 isChosen ? "chosen" : "not chosen", isRead ? "read" : "not read",
+                 isListed ? "follows" : "does not follow");
+}
+
 /// The delete menu, in a window of its own, and the file dialog, inside the panel, each open when the editor closes and
 /// when the instance ends.
 Verdict openAtClose(const CheckSettings& settings) {
@@ -152,7 +188,8 @@ Verdict openAtClose(const CheckSettings& settings) {
 }  // namespace
 
 std::vector<Check> editorProgramChecks() {
-  return {{"long program list", longList},
+  return {{"kit of the panel", kitOfThePanel, CheckedForms::others},
+          {"long program list", longList},
           {"unwritable documents", unwritableFolder},
           {"menu and dialog at close", openAtClose}};
 }

@@ -163,8 +163,7 @@ Verdict programs(const CheckSettings& settings) {
     }
     ++found;
     model.selectProgram(kit->number);
-    // The plug-in tells its host the values of a program a little later, and JUCE's host sends them back with the next
-    // block. A program that is chosen in between must keep its own.
+    // The plug-in tells its host of a program a little later. One that is chosen in between must keep its own values.
     if (index % kEachTold == 0) {
       formhost::rest(kTold);
     }

@@ -77,15 +77,8 @@ void BramelVstAdapter::Impl::Callback::sendMidi(const std::uint8_t* data, std::s
 
 void BramelVstAdapter::Impl::Callback::parametersChanged() {
   const std::shared_ptr<BramelInstrument> held = owner.instrument;
-  std::vector<std::uint64_t> ids(static_cast<std::size_t>(held->parameterCount()));
-  std::vector<float> values(ids.size());
-  for (std::size_t index = 0; index < ids.size(); ++index) {
-    ids[index] = held->parameterId(index);
-  }
-  // All before the first call: each call leaves a write, which the next reading would have to apply.
-  held->parameterValues(ids, values);
-  for (std::size_t index = 0; index < ids.size(); ++index) {
-    automate(index, values[index]);
+  for (std::uint64_t index = 0; index < held->parameterCount(); ++index) {
+    automate(index, held->latestValue(held->parameterId(index)));
   }
 }
 

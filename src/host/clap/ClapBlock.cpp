@@ -190,12 +190,7 @@ void ClapBlock::takeValue(const ParamEvent& event) {
   write(index);
 }
 
-void ClapBlock::readBase(std::uint32_t index) {
-  const std::uint64_t id = parameters.idAt(index);
-  float now = 0.0F;
-  instrument.parameterValues({&id, 1}, {&now, 1});
-  values[index].base = now;
-}
+void ClapBlock::readBase(std::uint32_t index) { values[index].base = instrument.latestValue(parameters.idAt(index)); }
 
 void ClapBlock::write(std::uint32_t index) {
   const float sum = values[index].base + values[index].offset;

@@ -27,27 +27,12 @@ int stepsOf(const BramelInstrument& instrument, std::uint64_t macro) {
 
 }  // namespace
 
-ClientParameter::ClientParameter(std::shared_ptr<BramelInstrument> ofInstrument, std::shared_ptr<HostEchoes> hostEchoes,
-                                 std::uint64_t macro)
+ClientParameter::ClientParameter(std::shared_ptr<BramelInstrument> ofInstrument, std::uint64_t macro)
     : AudioProcessorParameterWithID(juce::ParameterID(idOf(macro), 1),
                                     juce::String::fromUTF8(ofInstrument->parameterName(macro).c_str())),
       instrument(std::move(ofInstrument)),
       id(macro),
-      steps(stepsOf(*instrument, macro)),
-      value(instrument->parameterValue(macro)),
-      toldValue(value.load()),
-      echoes(std::move(hostEchoes)) {}
-
-void ClientParameter::setValue(float newValue) {
-  if (takes(newValue)) {
-    value = newValue;
-    instrument->setParameter(id, newValue);
-  }
-}
-
-bool ClientParameter::takes(float newValue) const {
-  return newValue >= 0.0F && newValue <= 1.0F && !(echoes->mayCome() && newValue == toldValue);
-}
+      steps(stepsOf(*instrument, macro)) {}
 
 float ClientParameter::getDefaultValue() const { return instrument->parameterDefault(id); }
 

@@ -3,15 +3,14 @@
 #include "host/client/ClientReports.h"
 
 #include <algorithm>
-#include <span>
 #include <utility>
 
 #include "core/MidiStatus.h"
 
 namespace tesh::bramel::vst {
 
-HostReports::HostReports(std::vector<ClientParameter*> shownParameters, std::shared_ptr<HostEchoes> hostEchoes)
-    : parameters(std::move(shownParameters)), echoes(std::move(hostEchoes)) {}
+HostReports::HostReports(juce::AudioProcessor& ofProcessor, std::vector<ClientParameter*> shownParameters)
+    : processor(ofProcessor), parameters(std::move(shownParameters)) {}
 
 ClientParameter* HostReports::at(std::uint64_t visibleIndex) const {
   return visibleIndex < parameters.size() ? parameters[static_cast<std::size_t>(visibleIndex)] : nullptr;
@@ -32,35 +31,20 @@ void HostReports::endEdit(std::uint64_t visibleIndex) {
 void HostReports::automate(std::uint64_t visibleIndex, float value) {
   if (ClientParameter* const parameter = at(visibleIndex)) {
     parameter->setValueNotifyingHost(value);
-    parameter->noteTold();
-    echoes->valuesTold();
   }
 }
 
-void HostReports::parametersChanged() {
-  if (areValuesHeld) {
-    echoes->programChosen();
-    startTimer(kSettling);
-    return;
+void HostReports::programChanged(Origin origin) {
+  // An LV2 host that loads a preset asks for the values itself; those that it were told it would take for edits.
+  const bool asksItself = processor.wrapperType == juce::AudioProcessor::wrapperType_LV2;
+  if (origin == Origin::panel || !asksItself) {
+    startTimer(origin == Origin::panel ? 1 : kSettling);
   }
-  for (ClientParameter* const parameter : parameters) {
-    parameter->setValue(parameter->getValue());
-  }
-  tellValues();
 }
 
 void HostReports::timerCallback() {
   stopTimer();
-  tellValues();
-}
-
-void HostReports::tellValues() {
-  echoes->allKnown();
-  echoes->valuesTold();
-  for (ClientParameter* const parameter : parameters) {
-    parameter->noteTold();
-    parameter->sendValueChangedMessageToListeners(parameter->getValue());
-  }
+  processor.updateHostDisplay(juce::AudioProcessorListener::ChangeDetails().withProgramChanged(true));
 }
 
 void HostReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
@@ -89,69 +73,5 @@ void HostReports::takeMidi(juce::MidiBuffer& midi, int frames) {
     }
   });
 }
-
-EditorReports::EditorReports(std::shared_ptr<BramelInstrument> ofInstrument,
-                             std::vector<ClientParameter*> parameterOfId,
-                             std::shared_ptr<BramelInstrumentUICallback> newPanel)
-    : instrument(std::move(ofInstrument)),
-      parameters(std::move(parameterOfId)),
-      panel(std::move(newPanel)),
-      changed(parameters.size()),
-      values(parameters.size()) {}
-
-void EditorReports::list(std::uint64_t parameterId) {
-  if (parameterId >= parameters.size() || parameters[static_cast<std::size_t>(parameterId)] == nullptr) {
-    return;
-  }
-  if (changedCount == changed.size()) {
-    takeValues();
-  }
-  changed[changedCount++] = parameterId;
-}
-
-void EditorReports::takeValues() {
-  const std::span ids(changed.data(), changedCount);
-  instrument->parameterValues(ids, values);
-  for (std::size_t index = 0; index < changedCount; ++index) {
-    parameters[static_cast<std::size_t>(ids[index])]->keepValue(values[index]);
-  }
-  changedCount = 0;
-}
-
-void EditorReports::holdUpdates() { panel->holdUpdates(); }
-
-void EditorReports::releaseUpdates() {
-  if (changedCount > 0) {
-    takeValues();
-  }
-  panel->releaseUpdates();
-}
-
-void EditorReports::programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) {
-  panel->programSaved(bankName, programIds, count);
-}
-
-void EditorReports::programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) {
-  panel->programDeleted(bankName, programIds, count);
-}
-
-void EditorReports::programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) {
-  panel->programMoved(bankName, fromIndex, toIndex);
-}
-
-void EditorReports::programChanged() {
-  for (std::uint64_t id = 0; id < parameters.size(); ++id) {
-    list(id);
-  }
-  takeValues();
-  panel->programChanged();
-}
-
-void EditorReports::parameterChanged(std::uint64_t parameterId) {
-  list(parameterId);
-  panel->parameterChanged(parameterId);
-}
-
-void EditorReports::midiReceived(const std::uint8_t* data, std::size_t size) { panel->midiReceived(data, size); }
 
 }  // namespace tesh::bramel::vst

@@ -1,14 +1,11 @@
-// The shell's reports on their way to JUCE's host and to the parameters' values.
+// The shell's reports on their way to JUCE's host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include <juce_audio_basics/juce_audio_basics.h>
@@ -17,15 +14,15 @@
 #include "core/LockFreeRing.h"
 #include "core/RealTime.h"
 #include "host/client/ClientParameter.h"
-#include "host/client/HostEchoes.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 
 namespace tesh::bramel::vst {
 
-/// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object.
+/// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object, as
+/// the processor does.
 class HostReports final : public BramelInstrumentHostCallback, private juce::Timer {
  public:
-  HostReports(std::vector<ClientParameter*> shownParameters, std::shared_ptr<HostEchoes> hostEchoes);
+  HostReports(juce::AudioProcessor& processor, std::vector<ClientParameter*> shownParameters);
 
   void beginEdit(std::uint64_t visibleIndex) override;
   void endEdit(std::uint64_t visibleIndex) override;
@@ -33,21 +30,14 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
 
   /// Keeps the message for the next block, which takes it to the host; drops it when 511 wait. Any thread.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
-  /// Tells the host all values, at once or, after `holdValues`, a little later.
-  void parametersChanged() override;
-  void programChanged(Origin /*origin*/) override {}
+  /// The message thread tells the host that the program has changed, by which it reads all values again: soon if the
+  /// panel chose, later if the host did. Ardour chooses a song's program and then sets its state, and sends what it has
+  /// read in between back as edits of the state.
+  void programChanged(Origin origin) override;
+  /// A state has come: the host reads the values by itself.
+  void stateSet() { stopTimer(); }
+  void parametersChanged() override {}
   void keyStateChanged(int /*note*/) override {}
-
-  /// For as long as the host itself chooses a program: values wait for kSettling. A host that restores a song may
-  /// choose the song's program first and its state then, and would send what it hears in between back as edits of the
-  /// state.
-  void holdValues(bool areHeld) { areValuesHeld = areHeld; }
-
-  /// A state has come: the host asks for the values itself.
-  void dropHeldValues() {
-    stopTimer();
-    echoes->allKnown();
-  }
 
   /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
   /// Audio thread.
@@ -61,45 +51,13 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   static constexpr std::size_t kMessages = 512;
   static constexpr int kSettling = 100;  ///< Milliseconds.
 
-  void tellValues();
   void timerCallback() override;
   ClientParameter* at(std::uint64_t visibleIndex) const;
 
+  juce::AudioProcessor& processor;
   const std::vector<ClientParameter*> parameters;
-  const std::shared_ptr<HostEchoes> echoes;
   std::mutex sendersMutex;  ///< Lets senders put one message at a time.
   vimo::LockFreeRing<Message> messages{kMessages};
-  std::atomic<bool> areValuesHeld = false;
-};
-
-/// Receives what the shell tells the editor: updates the parameters' values, those of a block together at its end, and
-/// passes the reports on to the panel.
-class EditorReports final : public BramelInstrumentUICallback {
- public:
-  /// `parameterOfId` holds null for hidden parameters; what it points to outlives this object. `panel` is not null.
-  EditorReports(std::shared_ptr<BramelInstrument> instrument, std::vector<ClientParameter*> parameterOfId,
-                std::shared_ptr<BramelInstrumentUICallback> panel);
-
-  void holdUpdates() SIVRAY_NONBLOCKING override;
-  void releaseUpdates() SIVRAY_NONBLOCKING override;
-  void programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override;
-  void programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override;
-  void programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) override;
-  void programChanged() override;
-  void parameterChanged(std::uint64_t parameterId) SIVRAY_NONBLOCKING override;
-  void midiReceived(const std::uint8_t* data, std::size_t size) SIVRAY_NONBLOCKING override;
-
- private:
-  void list(std::uint64_t parameterId) SIVRAY_NONBLOCKING;
-  void takeValues() SIVRAY_NONBLOCKING;
-
-  const std::shared_ptr<BramelInstrument> instrument;
-  const std::vector<ClientParameter*> parameters;
-  const std::shared_ptr<BramelInstrumentUICallback> panel;
-  // With the shell's main lock held.
-  std::vector<std::uint64_t> changed;  ///< The first `changedCount` have changed since the values were taken.
-  std::vector<float> values;           ///< As long as `changed`.
-  std::size_t changedCount = 0;
 };
 
 }  // namespace tesh::bramel::vst

@@ -53,10 +53,8 @@ class SivrayProcessor::Impl {
   std::string fault;
   std::shared_ptr<BramelInstrument> instrument;
   std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing.
-  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds these weakly.
-  std::shared_ptr<EditorReports> editorReports;
+  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds it weakly.
   HostWrites hostWrites{instrument};
-  std::shared_ptr<HostEchoes> echoes = std::make_shared<HostEchoes>();
   std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
   bool isMoving = false;               ///< The host's transport, as the last block found it.
   juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
@@ -82,18 +80,14 @@ SivrayProcessor::SivrayProcessor()
   getCurrentProgram();  // Takes in the first program, so that the parameters begin with its values.
   BramelInstrument& shell = *impl->instrument;
   std::vector<ClientParameter*> shown;
-  std::vector<ClientParameter*> ofId(static_cast<std::size_t>(shell.cachedParameterCount()));
   for (std::uint64_t index = 0; index < shell.parameterCount(); ++index) {
-    const std::uint64_t id = shell.parameterId(index);
-    auto parameter = std::make_unique<ClientParameter>(impl->instrument, impl->echoes, id);
+    auto parameter = std::make_unique<ClientParameter>(impl->instrument, shell.parameterId(index));
     shown.push_back(parameter.get());
-    ofId[static_cast<std::size_t>(id)] = parameter.get();
     addParameter(parameter.release());
   }
-  impl->hostReports = std::make_shared<HostReports>(std::move(shown), impl->echoes);
-  impl->editorReports = std::make_shared<EditorReports>(impl->instrument, std::move(ofId), impl->panel);
+  impl->hostReports = std::make_shared<HostReports>(*this, std::move(shown));
   shell.setHostCallback(impl->hostReports);
-  shell.setUICallback(impl->editorReports);
+  shell.setUICallback(impl->panel);
 }
 
 SivrayProcessor::~SivrayProcessor() = default;
@@ -125,7 +119,6 @@ bool SivrayProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const {
 void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
   BramelInstrument& shell = *impl->instrument;
   impl->hostWrites.handOver();
-  impl->echoes->blockBegins();
   for (const juce::MidiMessageMetadata event : midi) {
     if (event.numBytes > 0 && event.numBytes <= static_cast<int>(kMessageBytes) &&
         event.samplePosition <= BramelInstrument::kFarthestFrames) {
@@ -142,7 +135,7 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   } else {
     buffer.clear();
   }
-  if (impl->hostReports != nullptr) {
+  if (impl->hostReports != nullptr && buffer.getNumChannels() > 0) {
     impl->hostReports->takeMidi(midi, buffer.getNumSamples());
   }
 }
@@ -153,8 +146,7 @@ void SivrayProcessor::setParameter(int parameterIndex, float newValue) {
     return;
   }
   auto* const parameter = static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex));
-  if (parameter->takes(newValue)) {
-    parameter->keepValue(newValue);
+  if (newValue >= 0.0F && newValue <= 1.0F) {
     impl->hostWrites.put(parameter->shellId(), newValue);
   }
 }
@@ -204,9 +196,7 @@ int SivrayProcessor::getCurrentProgram() {
 void SivrayProcessor::setCurrentProgram(int index) {
   if (index >= 0 && static_cast<std::uint64_t>(index) < impl->instrument->programCount(kFactoryBank)) {
     impl->latestProgram = index;
-    impl->hostReports->holdValues(true);
     impl->instrument->setProgram(kFactoryBank, static_cast<std::uint64_t>(index), Origin::host);
-    impl->hostReports->holdValues(false);
   }
 }
 
@@ -235,7 +225,7 @@ void SivrayProcessor::setStateInformation(const void* data, int sizeInBytes) {
     impl->unreadState.replaceAll(data, static_cast<std::size_t>(sizeInBytes));
     return;
   }
-  impl->hostReports->dropHeldValues();
+  impl->hostReports->stateSet();
   impl->instrument->setState(data, static_cast<std::size_t>(sizeInBytes));
 }
 

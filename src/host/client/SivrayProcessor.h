@@ -47,7 +47,7 @@ class SivrayProcessor final : public juce::AudioProcessor {
   bool isBusesLayoutSupported(const BusesLayout& layouts) const override;
 
   /// Renders a block with its messages, at the tempo of the play head, and gives the messages for the host back in
-  /// `midi`. Audio thread.
+  /// `midi`. One without channels only takes in what came for it. Audio thread.
   void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlock;
   /// The same, but silent: while a host has switched the plug-in off by its bypass.
@@ -72,7 +72,7 @@ class SivrayProcessor final : public juce::AudioProcessor {
   /// The selected program, or the one that was selected last while one of another bank is.
   int getCurrentProgram() override;
 
-  /// Selects it at once, also while no audio runs; soon the message thread tells the host all parameters. Ignores what
+  /// Selects it at once, also while no audio runs; soon the message thread tells the host of it. Ignores what
   /// is out of range.
   void setCurrentProgram(int index) override;
   const juce::String getProgramName(int index) override;

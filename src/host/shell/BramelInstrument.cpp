@@ -89,19 +89,21 @@ float BramelInstrument::parameterDefault(std::uint64_t id) const {
 float BramelInstrument::parameterValue(std::uint64_t id) {
   impl->flushWrites();
   const ParameterCache& cache = impl->parameters.cache;
-  return id < cache.count() ? mapValueToHost(id, cache.read(id, &ParameterInfo::value)) : 0.0F;
+  return id < cache.count() ? mapValueToHost(id, cache.value(id)) : 0.0F;
 }
 
-void BramelInstrument::parameterValues(std::span<const std::uint64_t> ids, std::span<float> values) const {
-  impl->parameters.cache.readValues(ids, values);
-  for (std::size_t index = 0; index < ids.size(); ++index) {
-    values[index] = mapValueToHost(ids[index], values[index]);
-  }
+float BramelInstrument::latestValue(std::uint64_t id) const {
+  const ParameterCache& cache = impl->parameters.cache;
+  return id < cache.count() ? mapValueToHost(id, cache.latest(id)) : 0.0F;
+}
+
+void BramelInstrument::announceParameter(std::uint64_t id, float value) {
+  impl->parameters.cache.setComing(id, mapValueFromHost(id, value));
 }
 
 std::uint64_t BramelInstrument::parameterInteger(std::uint64_t id) {
   impl->flushWrites();
-  return impl->parameters.cache.read(id, &ParameterInfo::integerValue);
+  return impl->parameters.cache.integer(id);
 }
 
 float BramelInstrument::engineParameter(std::uint64_t engineId) const {

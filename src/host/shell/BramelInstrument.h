@@ -84,9 +84,10 @@ class BramelInstrument : public BramelInstrumentBase {
   float parameterDefault(std::uint64_t id) const;
   /// The value that was written last, also while no audio runs.
   float parameterValue(std::uint64_t id);
-  /// The values of several as the last block left them, in their order; `values` is at least as long as `ids`. Does not
-  /// wait for a block, and may be called inside one.
-  void parameterValues(std::span<const std::uint64_t> ids, std::span<float> values) const SIVRAY_NONBLOCKING;
+  /// The same without waiting for anything: what was written last, or what the last block left. Inside a block too.
+  float latestValue(std::uint64_t id) const SIVRAY_NONBLOCKING;
+  /// A write by the host that `setParameters` will bring: `latestValue` gives it from now on.
+  void announceParameter(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   std::uint64_t parameterInteger(std::uint64_t id);
   /// What the engine has in force, by the engine's own number: -1 for an unknown one, 0 without a processor.
   float engineParameter(std::uint64_t engineId) const;

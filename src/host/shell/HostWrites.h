@@ -26,6 +26,7 @@ class HostWrites {
     ids[count] = id;
     values[count] = value;
     ++count;
+    instrument->announceParameter(id, value);
   }
 
   void handOver() SIVRAY_NONBLOCKING {

@@ -1,25 +1,22 @@
-// Filling and reading of the copy, each under its lock.
+// Filling and reading of the copy.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ParameterCache.h"
 
 namespace tesh::bramel::vst {
 
 void ParameterCache::fill(const Controller& controller) {
-  const std::lock_guard lock(mutex);
   parameters.resize(static_cast<std::size_t>(controller.macroCount()));
+  values = std::make_unique<Value[]>(parameters.size());
   for (std::size_t id = 0; id < parameters.size(); ++id) {
-    parameters[id].name = controller.macroAt(id)->name();
-    parameters[id].steps = controller.stepCount(id);
-    parameters[id].defaultValue = controller.macroDefault(id);
+    parameters[id] = {controller.macroAt(id)->name(), controller.stepCount(id), controller.macroDefault(id)};
   }
   refresh(controller);
 }
 
 void ParameterCache::refresh(const Controller& controller) {
-  const cofu::core::RealTimeLock lock(mutex);
   for (std::size_t id = 0; id < parameters.size(); ++id) {
-    parameters[id].value = controller.macroValue(id);
-    parameters[id].integerValue = controller.macroObject(id);
+    values[id].setBoth(controller.macroValue(id));
+    values[id].integer.store(controller.macroObject(id), std::memory_order_relaxed);
   }
   refreshTexts(controller);
 }
@@ -32,26 +29,17 @@ void ParameterCache::refreshTexts(const Controller& controller) {
 }
 
 void ParameterCache::store(const ChangeList& changes) {
-  const cofu::core::RealTimeLock lock(mutex);
   changes.forEachWrite([this](const vimo::ProcessorEvent& event) {
-    if (event.parameterId >= parameters.size()) {
+    if (event.parameterId >= count()) {
       return;
     }
-    ParameterInfo& parameter = parameters[static_cast<std::size_t>(event.parameterId)];
+    Value& value = values[static_cast<std::size_t>(event.parameterId)];
     if (event.tag == vimo::ProcessorEventTag::floatValue) {
-      parameter.value = event.value;
+      value.setBoth(event.value);
     } else {
-      parameter.integerValue = event.integer;
+      value.integer.store(event.integer, std::memory_order_relaxed);
     }
   });
-}
-
-void ParameterCache::readValues(std::span<const std::uint64_t> ids, std::span<float> values) const {
-  const cofu::core::RealTimeLock lock(mutex);
-  for (std::size_t index = 0; index < ids.size(); ++index) {
-    const bool isKnown = ids[index] < parameters.size();
-    values[index] = isKnown ? parameters[static_cast<std::size_t>(ids[index])].value : 0.0F;
-  }
 }
 
 void ParameterCache::setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider) {
@@ -62,7 +50,7 @@ void ParameterCache::setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipPr
   }
   tooltips->reserve(parameters.size());
   for (std::size_t id = 0; id < parameters.size(); ++id) {
-    tooltips->setValue(id, parameters[id].value);
+    tooltips->setValue(id, value(id));
   }
 }
 
@@ -72,8 +60,14 @@ std::string ParameterCache::display(std::uint64_t id) const {
 }
 
 void ParameterCache::noteValue(std::uint64_t id, float value) {
+  setComing(id, value);
   const cofu::core::RealTimeLock lock(mutex);
   noteText(id, value);
+}
+
+void ParameterCache::noteInteger(std::uint64_t id, std::uint64_t value) {
+  const std::lock_guard lock(mutex);
+  noteText(id, static_cast<float>(value));
 }
 
 void ParameterCache::noteText(std::uint64_t id, float value) {

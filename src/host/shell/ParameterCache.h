@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -18,21 +19,19 @@
 
 namespace tesh::bramel::vst {
 
+/// What never changes of a parameter.
 struct ParameterInfo {
   std::string name;
   std::uint64_t steps = 0;
   float defaultValue = 0.0F;
-  float value = 0.0F;              ///< Normalised; the last one that reached a block.
-  std::uint64_t integerValue = 0;  ///< Of parameters that carry an integer.
 };
 
-/// Any thread; a lock of its own serialises the operations. Names, steps and defaults never change once they are filled
-/// in, and are read without it.
+/// Any thread. What is read takes no lock; only the texts have one.
 class ParameterCache {
  public:
   using Controller = vimo::MacroController<vimo::Generator<float>>;
 
-  /// Copies all parameters.
+  /// Copies all parameters. Before any other operation.
   void fill(const Controller& controller);
   /// Copies the values of all parameters, also for their texts.
   void refresh(const Controller& controller) SIVRAY_NONBLOCKING;
@@ -41,39 +40,68 @@ class ParameterCache {
   /// Stores the writes of a block. Audio thread.
   void store(const ChangeList& changes) SIVRAY_NONBLOCKING;
 
-  std::uint64_t count() const { return parameters.size(); }
-  /// A field that never changes; zero or empty out of range.
+  std::uint64_t count() const SIVRAY_NONBLOCKING { return parameters.size(); }
+  /// A field of a parameter; zero or empty out of range.
   template <typename Field>
   Field fact(std::uint64_t id, Field ParameterInfo::*field) const {
-    return id < parameters.size() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
-  }
-  /// The same for a value.
-  template <typename Field>
-  Field read(std::uint64_t id, Field ParameterInfo::*field) const {
-    const std::lock_guard lock(mutex);
-    return fact(id, field);
+    return id < count() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
   }
 
-  /// The values of several parameters, 0 for an id out of range. Audio thread safe.
-  void readValues(std::span<const std::uint64_t> ids, std::span<float> values) const SIVRAY_NONBLOCKING;
+  /// The normalised value as the last block left it; 0 out of range.
+  float value(std::uint64_t id) const SIVRAY_NONBLOCKING {
+    return id < count() ? values[static_cast<std::size_t>(id)].normalised.load(std::memory_order_relaxed) : 0.0F;
+  }
+  /// The same, or what was written since; 0 out of range.
+  float latest(std::uint64_t id) const SIVRAY_NONBLOCKING {
+    return id < count() ? values[static_cast<std::size_t>(id)].coming.load(std::memory_order_relaxed) : 0.0F;
+  }
+  /// Of a parameter that carries an integer; 0 out of range.
+  std::uint64_t integer(std::uint64_t id) const SIVRAY_NONBLOCKING {
+    return id < count() ? values[static_cast<std::size_t>(id)].integer.load(std::memory_order_relaxed) : 0;
+  }
+
+  /// A value that is on its way to a block, without its text: `latest` gives it from now on.
+  void setComing(std::uint64_t id, float value) SIVRAY_NONBLOCKING {
+    if (id < count()) {
+      values[static_cast<std::size_t>(id)].coming.store(value, std::memory_order_relaxed);
+    }
+  }
 
   void setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider);
   /// The text of the value that was written last; empty without a provider.
   std::string display(std::uint64_t id) const;
-  /// Stores a value for its text alone; `read` changes with the next block. Audio thread safe.
+  /// Stores a value that is on its way, for its text too. Audio thread safe.
   void noteValue(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
+  /// Stores a value for its text alone: of a parameter that carries an integer.
+  void noteInteger(std::uint64_t id, std::uint64_t value);
   /// Calls `noteEach(note)`, in which `note(id, value)` is noteValue with the lock taken once.
   template <typename NoteEach>
   void noteAll(NoteEach noteEach) SIVRAY_NONBLOCKING {
     const cofu::core::RealTimeLock lock(mutex);
-    noteEach([this](std::uint64_t id, float value) { noteText(id, value); });
+    noteEach([this](std::uint64_t id, float value) {
+      setComing(id, value);
+      noteText(id, value);
+    });
   }
 
  private:
+  struct Value {
+    std::atomic<float> normalised = 0.0F;
+    std::atomic<float> coming = 0.0F;
+    std::atomic<std::uint64_t> integer = 0;
+
+    void setBoth(float value) SIVRAY_NONBLOCKING {
+      normalised.store(value, std::memory_order_relaxed);
+      coming.store(value, std::memory_order_relaxed);
+    }
+  };
+
   void noteText(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
 
-  mutable std::recursive_mutex mutex;
   std::vector<ParameterInfo> parameters;
+  std::unique_ptr<Value[]> values;  // As many.
+
+  mutable std::mutex mutex;                                  ///< For the texts.
   std::unique_ptr<tooltip::BramelTooltipProvider> tooltips;  ///< May be null.
 };
 

@@ -99,7 +99,7 @@ void ShellParameters::setInteger(std::uint64_t id, std::uint64_t value) {
   const MainLock lock(core.mainMutex);
   if (id < map.count()) {
     waiting.post({editorSource, vimo::ProcessorEventTag::integerValue, id, 0.0F, value}, lock);
-    cache.noteValue(id, static_cast<float>(value));
+    cache.noteInteger(id, value);
   }
 }
 
