@@ -39,7 +39,9 @@ struct Dots {
       return weighted<R>(sums + pairSums(phase[1], next[1]), weightsOf<R>(units));
     } else {
       using Half = typename R::Half;
-      return weighted<Half>(R::lower(sums) + R::upper(sums), weightsOf<Half>(units));
+      // In this order the compiler needs no copy of the sums.
+      const typename Half::Floats weights = weightsOf<Half>(units);
+      return weighted<Half>(R::upper(sums) + R::lower(sums), weights);
     }
   }
 
