@@ -55,8 +55,8 @@ struct Stream {
 /// A plug-in and its host. Everything happens on one thread.
 class Instance {
  public:
-  Instance() : host{{}, this, "test", "", "", "", &extensionOf, &nothing, &nothing, &wantCallback} {
-    plugin = ClapPlugin::make(&host);
+  Instance() : hostRecord{{}, this, "test", "", "", "", &extensionOf, &nothing, &nothing, &wantCallback} {
+    plugin = ClapPlugin::make(&hostRecord);
   }
   ~Instance() {
     if (isActive) {
@@ -155,7 +155,7 @@ class Instance {
   bool isOnMainThread = true;          ///< What the plug-in is told.
   std::function<void()> duringRescan;  ///< What else happens then.
 
-  Host host;
+  Host hostRecord;
 
  private:
   static Instance& of(const Host* host) { return *static_cast<Instance*>(host->hostData); }

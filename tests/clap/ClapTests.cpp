@@ -304,7 +304,7 @@ TEST_F(Clap, ReportsOfThePanelWaitForABlockAndNotesForAnActiveOne) {
   tesh::bramel::vst::BramelInstrument instrument(tesh::bramel::vst::makeProcessor());
   instrument.currentProgram();  // Takes the first program in.
   const ClapParameters parameters(instrument);
-  ClapHost host(&asHost.host);
+  ClapHost host(&asHost.hostRecord);
   host.findExtensions();
   ClapReports reports(instrument, parameters, host);
   using Kind = ClapReports::Report::Kind;
