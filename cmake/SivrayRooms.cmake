@@ -38,6 +38,12 @@ endif()
 
 find_package(Threads REQUIRED)
 
+# Other processors run the vector code for 128-bit registers alone. The cross compiler for Windows is one for x86.
+set(SIVRAY_FOR_X86 OFF)
+if(WIN32 OR CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
+  set(SIVRAY_FOR_X86 ON)
+endif()
+
 # Warnings and floating-point rules of our own code. No contraction: each single-precision step is rounded separately, so
 # that results are the same with every machine and compiler.
 add_library(sivray_options INTERFACE)
@@ -48,6 +54,16 @@ if(WIN32)
   target_compile_options(sivray_options INTERFACE -Wa,-muse-unaligned-vector-move)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
+
+# sivray_sources(<variable> <folder>)
+# Lists the sources in the folder itself. Those for instruction sets that only x86 has are left out for other processors.
+function(sivray_sources variable folder)
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  if(NOT SIVRAY_FOR_X86)
+    list(FILTER sources EXCLUDE REGEX "(Sse41|Avx2)(Test)?\\.cpp$")
+  endif()
+  set(${variable} "${sources}" PARENT_SCOPE)
+endfunction()
 
 # sivray_room(<name> FOLDER <folder below src> [FILE_BY_FILE] [COLD] [LINKS <rooms>...] [PRIVATE <rooms>...]
 #   [EXTERNAL <libraries>...])
@@ -62,7 +78,7 @@ function(sivray_room name)
   file(MAKE_DIRECTORY "${root}/${parent}")
   file(CREATE_LINK "${folder}" "${root}/${ROOM_FOLDER}" SYMBOLIC)
 
-  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  sivray_sources(sources "${folder}")
   file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
   list(TRANSFORM ROOM_LINKS PREPEND sivray_)
   list(TRANSFORM ROOM_PRIVATE PREPEND sivray_)
@@ -143,7 +159,7 @@ endfunction()
 # Builds the program test_<name> from all sources in the calling folder's sub-folder <name>.
 function(sivray_test name)
   cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+  sivray_sources(sources "${CMAKE_CURRENT_SOURCE_DIR}/${name}")
   if(NOT sources)
     return()
   endif()

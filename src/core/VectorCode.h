@@ -3,6 +3,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+/// Whether processors of this kind may have such instructions. For others, CMake leaves out the source files, and
+/// callers leave out the calls.
+#if defined(__x86_64__) || defined(__i386__)
+#define SIVRAY_FOR_X86 1
+#else
+#define SIVRAY_FOR_X86 0
+#endif
+
 /// SIVRAY_COMPILE_FOR("avx2") and SIVRAY_COMPILE_FOR_ALL enclose the code. Templates over vectors and lanes are
 /// included between them. Headers whose inline functions other source files share must be included before them, because
 /// those functions have to run on every processor.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/VectorCode.h"
 #include "engine/OutputRun.h"
 #include "registers/Registers128.h"
 
@@ -13,8 +14,12 @@ namespace {
 
 using platform::VectorSet;
 
+#if SIVRAY_FOR_X86
 constexpr std::array<OutputKernel, 2> kKernels{
     {{"SSE2", VectorSet::baseline, renderOutputSse2}, {"AVX2", VectorSet::avx2, renderOutputAvx2}}};
+#else
+constexpr std::array<OutputKernel, 1> kKernels{{{"SSE2", VectorSet::baseline, renderOutputSse2}}};
+#endif
 
 using R = cofu::registers::Registers128;
 using Integers = R::Integers;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <random>
 
+#include "core/VectorCode.h"
 #include "effects/interfaces/LaneForm.h"
 
 #include "effects_interfaces/SampleLanesCheck.h"
@@ -39,11 +40,13 @@ TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
     operate<OneSample>(a, b, numbers, expected);
     operate<Samples128>(a, b, numbers, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
+#if SIVRAY_FOR_X86
     if (bestLaneForm() == LaneForm::avx2) {
       results = {};
       operateAvx2(a, b, numbers, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
     }
+#endif
   }
 }
 
@@ -64,11 +67,13 @@ TEST(SampleLanes, EveryFormComputesWordsAsOneWordDoes) {
     operateOnWords<lanes::OneWord>(a, b, factor, expected);
     operateOnWords<Samples128::Words>(a, b, factor, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
+#if SIVRAY_FOR_X86
     if (bestLaneForm() == LaneForm::avx2) {
       results = {};
       operateOnWordsAvx2(a, b, factor, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
     }
+#endif
   }
 }
 
@@ -76,9 +81,11 @@ TEST(SampleLanes, ARingContinuesAtItsStart) {
   const SampleRow samples{1, -2, 3, -4, 5, -6, 7, -8, 9, -10, 11, -12, 13, -14, 15, -16};
   EXPECT_TRUE(comesRoundTheRing<OneSample>(samples.data()));
   EXPECT_TRUE(comesRoundTheRing<Samples128>(samples.data()));
+#if SIVRAY_FOR_X86
   if (bestLaneForm() == LaneForm::avx2) {
     EXPECT_TRUE(comesRoundTheRingAvx2(samples.data()));
   }
+#endif
 }
 
 }  // namespace

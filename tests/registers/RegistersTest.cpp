@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "core/VectorCode.h"
 #include "platform/CpuFeatures.h"
 #include "registers/Registers128.h"
 
@@ -41,7 +42,7 @@ TEST(Registers, EveryOperationComputesAsPlainArithmeticDoes) {
     }
     SCOPED_TRACE(round);
     keepLaws<Registers128>(a, b);
-#if defined(__x86_64__)
+#if SIVRAY_FOR_X86
     if (supports(VectorSet::sse41)) {
       keepLawsSse41(a, b);
     }

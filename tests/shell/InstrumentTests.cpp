@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cfenv>
 #include <cmath>
 #include <thread>
 
@@ -78,19 +79,27 @@ TEST_F(Instrument, SoundsTheSameInBlocksOfAnySize) {
   }
 }
 
+/// The processor's control register for floating-point arithmetic, without its record of what has happened.
+std::uint64_t floatingPointSettings() {
+#if defined(__aarch64__)
+  std::uint64_t settings = 0;
+  asm volatile("mrs %0, fpcr" : "=r"(settings));
+  return settings;
+#else
+  constexpr unsigned kStatusBits = 0x3F;
+  return _mm_getcsr() & ~kStatusBits;
+#endif
+}
+
 TEST_F(Instrument, GivesTheCallersFloatingPointSettingsBack) {
-#if defined(__x86_64__)
-  const unsigned before = _mm_getcsr();
-  const unsigned towardsZero = before | 0x6000;
-  _mm_setcsr(towardsZero);
+  std::fesetround(FE_TOWARDZERO);
+  const std::uint64_t before = floatingPointSettings();
   Player player(makeInstrument());
   player.note(36);
   player.play(64);
-  const unsigned after = _mm_getcsr();
-  _mm_setcsr(before);
-  constexpr unsigned kStatusBits = 0x3F;
-  EXPECT_EQ(after & ~kStatusBits, towardsZero & ~kStatusBits);
-#endif
+  const std::uint64_t after = floatingPointSettings();
+  std::fesetround(FE_TONEAREST);
+  EXPECT_EQ(after, before);
 }
 
 TEST_F(Instrument, SoundsAndSavesTheSameFromAState) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/VectorCode.h"
 #include "effects/dynamics/TubeCurve.h"
 
 namespace tesh::bramel::plugin::fxkit {
@@ -39,12 +40,14 @@ void glide(float& value, float target, float* values, unsigned count) {
 
 /// Sends samples through the tube in the form given; the arrays may be read up to the next multiple of 4.
 void throughTube(LaneForm form, float* samples, const float* drives, const float* mixes, unsigned count) {
-  if (form == LaneForm::avx2) {
-    throughTubeAvx2(samples, drives, mixes, (count + 3) & ~3U);
-  } else {
-    for (unsigned i = 0; i < count; ++i) {
-      samples[i] = tube<OneValue>(samples[i], drives[i], mixes[i]);
+  if constexpr (SIVRAY_FOR_X86) {
+    if (form == LaneForm::avx2) {
+      throughTubeAvx2(samples, drives, mixes, (count + 3) & ~3U);
+      return;
     }
+  }
+  for (unsigned i = 0; i < count; ++i) {
+    samples[i] = tube<OneValue>(samples[i], drives[i], mixes[i]);
   }
 }
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "core/VectorCode.h"
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/EffectLaw.h"
 #include "effects/interfaces/Knobs.h"
@@ -210,7 +211,9 @@ class TwoKnobEffect : public SivrayFx {
     unsigned done = 0;
     if constexpr (kParts.lanes != LaneParts::none) {
       if (laneForm != LaneForm::plain && law.fitsLanes(live)) {
-        done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
+        if constexpr (SIVRAY_FOR_X86) {
+          done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
+        }
         if constexpr (kParts.lanes == LaneParts::sse2AndAvx2) {
           done += done < count ? Law::runSse2(law, left + done, right + done, count - done) : 0;
         }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/VectorCode.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/reverbs/HallStep.h"
 
@@ -67,7 +68,9 @@ void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, 
   unsigned done = 0;
   const bool ticks = state->tickListener != nullptr;
   if (!ticks && laneForm != LaneForm::plain) {
-    done = laneForm == LaneForm::avx2 ? runAvx2(flow, left, right, count) : 0;
+    if constexpr (SIVRAY_FOR_X86) {
+      done = laneForm == LaneForm::avx2 ? runAvx2(flow, left, right, count) : 0;
+    }
     done += done < count ? runSse2(flow, left + done, right + done, count - done) : 0;
   }
   while (done < count) {

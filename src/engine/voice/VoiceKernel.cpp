@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "core/VectorCode.h"
 #include "engine/voice/VoiceKernelSets.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -12,11 +13,15 @@ namespace {
 
 using platform::VectorSet;
 
+#if SIVRAY_FOR_X86
 constexpr std::array<VoiceKernel, 3> kKernels{{
     {"SSE2", VectorSet::baseline, runVoicesSse2, tickRampsSse2},
     {"SSE4.1", VectorSet::sse41, runVoicesSse41, tickRampsSse41},
     {"AVX2", VectorSet::avx2, runVoicesAvx2, tickRampsAvx2},
 }};
+#else
+constexpr std::array<VoiceKernel, 1> kKernels{{{"SSE2", VectorSet::baseline, runVoicesSse2, tickRampsSse2}}};
+#endif
 
 }  // namespace
 

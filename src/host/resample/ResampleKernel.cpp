@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/ResampleKernel.h"
 
+#include "core/VectorCode.h"
 #include "host/resample/ResampleKernelSets.h"
 
 namespace tesh::bramel::vst {
@@ -9,10 +10,14 @@ namespace {
 
 using platform::VectorSet;
 
+#if SIVRAY_FOR_X86
 constexpr std::array<ResampleKernel, 2> kKernels{{
     {"SSE2", VectorSet::baseline, runResampleSse2},
     {"AVX2", VectorSet::avx2, runResampleAvx2},
 }};
+#else
+constexpr std::array<ResampleKernel, 1> kKernels{{{"SSE2", VectorSet::baseline, runResampleSse2}}};
+#endif
 
 }  // namespace
 
