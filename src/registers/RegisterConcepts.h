@@ -1,5 +1,5 @@
-// What every struct of registers must have, so that a half-written one does not compile. Registers128.h says what each
-// operation does.
+// What every struct of registers must have, so that a half-written one does not compile. Registers128Sse2.h says what
+// each operation does.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -8,7 +8,7 @@
 namespace tesh::cofu::registers {
 namespace {
 
-/// Registers128 describes the operations.
+/// Registers128Sse2 describes the operations.
 struct Registers128Sse41 : Registers128 {
   static Integers abs16(Integers v) { return _mm_abs_epi16(v); }
   static Integers withSignOf16(Integers v, Integers sign) { return _mm_sign_epi16(v, sign); }

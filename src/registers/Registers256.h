@@ -8,7 +8,7 @@
 namespace tesh::cofu::registers {
 namespace {
 
-/// Registers128 describes the operations.
+/// Registers128Sse2 describes the operations.
 struct Registers256 {
   using Integers = __m256i;
   using Floats = __m256;
