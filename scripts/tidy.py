@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over our own source files, several at a time, with the commands of one build folder.
 
-The folder must be configured for Clang and without unity builds, as the preset `lint` does; it need not be built.
+The folder must be configured for Clang and without unity builds, as the preset `lint` does; it need not be built. Of a folder
+that the preset `windows` has configured, the sources with code for Windows are checked.
 
 clang-tidy spends most of its time on the headers of libraries. Sources of one folder with equal flags are therefore joined
 into one text and checked together, so that each header is read once. A finding counts if a source has it when it is checked
@@ -14,6 +15,7 @@ Usage: tidy.py BUILD_FOLDER [--each] [PATH_PREFIX...]
 """
 # SPDX-License-Identifier: GPL-3.0-or-later
 import concurrent.futures
+import functools
 import hashlib
 import json
 import os
@@ -36,6 +38,7 @@ UNIT_SOURCES = 24
 ALONE = {"CallCounter.cpp", "Fm.cpp", "InstructionCounter.cpp", "LifecycleChecks.cpp", "RealTimeChecks.cpp",
          "SivrayFxChorusFlanger.cpp", "WindowKeysX11.cpp", "X11Connection.cpp"}
 # An include that another source of the unit has too is no duplicate: the check forgets the includes before a macro.
+NOT_CLANGS = ("--param=", "-fno-keep-inline-dllexport", "-Wa,")
 SEPARATOR = b"\n#define SIVRAY_NEXT_SOURCE\n#undef SIVRAY_NEXT_SOURCE\n"
 
 
@@ -66,9 +69,20 @@ def fingerprint(path, flags, version):
 def compiler_flags(entry):
     """The flags of a compile command, without the compiler, its launcher, the source and the object."""
     words = shlex.split(entry["command"])
-    words = words[next(i for i, word in enumerate(words) if "clang" in pathlib.Path(word).name) + 1:]
+    compiler = next(i for i, word in enumerate(words) if re.search("clang|mingw32", pathlib.Path(word).name))
+    target = windows_flags(words[compiler]) if "mingw32" in words[compiler] else []
+    words = words[compiler + 1:]
     output = words.index("-o")
-    return [word for word in words[:output] + words[output + 2:] if word not in ("-c", entry["file"])]
+    return target + [word for word in words[:output] + words[output + 2:]
+                     if word not in ("-c", entry["file"]) and not word.startswith(NOT_CLANGS)]
+
+
+@functools.cache
+def windows_flags(compiler):
+    """Those by which Clang compiles as the cross compiler does, with its headers."""
+    said = subprocess.run([compiler, "-E", "-v", "-x", "c++", os.devnull], capture_output=True, text=True, check=True).stderr
+    folders = re.search(r"<\.\.\.> search starts here:\n(.*)End of search list", said, re.S)[1].split()
+    return ["--target=x86_64-w64-mingw32", *(word for folder in folders if "c++" in folder for word in ("-isystem", folder))]
 
 
 def run_tidy(build, source, flags):
@@ -118,11 +132,11 @@ def main():
             stamp.unlink(missing_ok=True)
     stamps, groups = {}, {}
     commands = json.loads((build / "compile_commands.json").read_text())
-    if any("/Unity/" in entry["file"] for entry in commands):
+    if any("/Unity/" in entry["file"] and "mingw32" not in entry["command"] for entry in commands):
         sys.exit(f"{build} merges sources: configure the preset lint and name build/lint")
     for entry in commands:
         path = pathlib.Path(entry["file"])
-        if str(path).startswith(prefixes):
+        if str(path).startswith(prefixes) and ("mingw32" not in entry["command"] or b"_WIN32" in path.read_bytes()):
             flags = compiler_flags(entry)
             stamp = CACHE / fingerprint(path, flags, version)
             if stamp.exists():

@@ -2,8 +2,9 @@
 """Tries the Windows plug-in under Wine, in a window on a screen of its own, and compares it with the one for this system.
 
 Samples must be equal to the bit, and the panel equal but for the rendering of its texts. Pictures of what was seen stay in
-build/windows/trial. Needs ./run windows before, and the packages wine, wine64, xvfb and imagemagick. Not part of ./test: it
-tries Wine as much as the plug-in.
+build/windows/trial. Needs ./run windows before, and the packages wine, wine64, xvfb and imagemagick.
+
+Usage: try_windows.py [--short]      --short, as in ./test, opens one form 20 times; else two forms 100 times each.
 
 SPDX-License-Identifier: GPL-3.0-or-later
 """
@@ -16,12 +17,15 @@ import subprocess
 import sys
 import tempfile
 import threading
+import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 RELEASE = ROOT / "build" / "release"
 WINDOWS = ROOT / "build" / "windows"
 PICTURES = WINDOWS / "trial"
-CYCLES = 100
+VST3 = "Sivray.vst3/Contents/x86_64-win/Sivray.vst3"
+SHORT = "--short" in sys.argv
+CYCLES = 20 if SHORT else 100
 LONGEST_SECONDS = 200  # For an answer.
 MOST_DIFFERENT = 0.02  # Of the panel's pixels: the texts.
 FUZZ = "6%"  # Of the colours' range: rounding is no difference.
@@ -117,11 +121,18 @@ class Trial:
         self.home = folder / "Sivray \u592a\u9f13 \u30c9\u30e9\u30e0"
         shutil.unpack_archive(WINDOWS / "Sivray-windows.zip", folder)
         (folder / "Sivray").rename(self.home)
-        self.environment = dict(os.environ, WINEPREFIX=str(folder / "prefix"), WINEDEBUG="-all",
+        self.prefix = WINDOWS / "prefix"  # As in tests/windows/wine.sh; kept for the next time.
+        self.environment = dict(os.environ, WINEPREFIX=str(self.prefix), WINEDEBUG="-all",
+                                WINEDLLOVERRIDES="winemenubuilder.exe=d;mscoree=;mshtml=",
                                 BRAMEL_DOCUMENTS=self.windows_path(folder / "documents"))
         self.environment.pop("BRAMEL_COMMON_FILES", None)
-        subprocess.run(["wineboot", "-i"], env=self.environment, check=True, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL)
+        if not (self.prefix / "system.reg").exists():
+            self.wine("wineboot", "-i")
+            self.wine("wineserver", "-w")
+
+    def wine(self, *command, **options):
+        return subprocess.run(command, env=self.environment, check=False, stderr=subprocess.DEVNULL, text=True,
+                              stdout=subprocess.PIPE, timeout=LONGEST_SECONDS, **options)
 
     @staticmethod
     def windows_path(path):
@@ -162,12 +173,15 @@ class Trial:
         host = self.host(lone, BRAMEL_COMMON_FILES=self.windows_path(self.home))
         expect("content is found in %BRAMEL_COMMON_FILES%", host.say("load"), "ok")
         host.end()
-        common = self.folder / "prefix" / "drive_c" / "Program Files" / "Common Files"
-        (common / "Tesh").symlink_to(self.home / "Tesh")
-        host = self.host(lone)
-        expect("content is found in the common program files", host.say("load"), "ok")
-        host.end()
-        (common / "Tesh").unlink()
+        drive = self.prefix / "drive_c"
+        users = next(drive.glob("users/*/AppData/Local"))
+        for common in (drive / "Program Files" / "Common Files", users / "Programs" / "Common"):
+            common.mkdir(parents=True, exist_ok=True)
+            (common / "Tesh").symlink_to(self.home / "Tesh")
+            host = self.host(lone)
+            expect(f"content is found in {common.relative_to(drive)}", host.say("load"), "ok")
+            host.end()
+            (common / "Tesh").unlink()
 
     def panel(self, library):
         """Pictures go into a folder with the name of the library's ending."""
@@ -248,7 +262,7 @@ class Trial:
         """Two copies of the library and the other form, which know nothing of each other, each with an open panel."""
         shutil.copy(self.home / "Sivray.dll", self.home / "Copy.dll")
         host = self.host()
-        libraries = [self.windows_path(self.home / name) for name in ("Sivray.dll", "Copy.dll", "Sivray.vst3")]
+        libraries = [self.windows_path(self.home / name) for name in ("Sivray.dll", "Copy.dll", VST3)]
         for library in libraries:
             host.say(f"use {library}")
             host.say("load")
@@ -257,6 +271,51 @@ class Trial:
             host.say(f"use {library}")
             expect("it closes, and its library is unloaded", (host.say("close"), host.say("unload")), ("ok", "ok"))
         expect("the host ends", host.end(), 0)
+
+    def scaled(self):
+        """On a screen of 144 dots an inch, in a host that draws for it itself and sends no scale."""
+        key = ("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/f", "/d")
+        self.wine("wine", *key, "144")
+        self.wine("wineserver", "-k")
+        host = self.host()
+        host.say("load")
+        expect("the panel takes the scale of the host's window", host.say("open"), "1152x702")
+        host.say("close")
+        host.say("unload")
+        host.end()
+        program = self.start_program()
+        picture_of_screen("program-scaled", "1700x1000")
+        self.wine("wineboot", "--kill")
+        program.wait(timeout=60)
+        self.wine("wine", *key, "96")
+        self.wine("wineserver", "-k")
+
+    def start_program(self):
+        """Returns when its window is there."""
+        program = subprocess.Popen(["wine", self.home / "Sivray.exe"], env=self.environment, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        is_shown = False
+        end = time.monotonic() + LONGEST_SECONDS
+        while not is_shown and time.monotonic() < end:
+            time.sleep(1)
+            windows = subprocess.run(["xwininfo", "-root", "-tree"], capture_output=True, text=True, check=True).stdout
+            is_shown = '"Sivray"' in windows
+        expect("the program shows its window", is_shown)
+        time.sleep(2)  # Until it has painted.
+        return program
+
+    def program(self):
+        program = str(self.home / "Sivray.exe")
+        version = self.wine("wine", program, "--version")
+        expect("the program answers to an option", version.stdout.strip().startswith("sivray "))
+        expect("and to a wrong one", self.wine("wine", program, "--wrong").returncode, 2)
+        settings = next(self.prefix.glob("drive_c/users/*/AppData/Roaming")) / "Sivray"
+        shutil.rmtree(settings, ignore_errors=True)
+        running = self.start_program()
+        picture_of_screen("program", "1536x936")
+        self.wine("wineboot", "--end-session")
+        expect("the program keeps its sound when the session ends", (settings / "sound.state").exists())
+        running.wait(timeout=60)
 
     def life(self, library):
         host = self.host(self.home / library)
@@ -285,10 +344,13 @@ def main():
         trial = Trial(pathlib.Path(folder))
         trial.samples()
         trial.content()
-        for library in ("Sivray.dll", "Sivray.vst3"):
+        for library in ("Sivray.dll",) if SHORT else ("Sivray.dll", VST3):
             trial.panel(library)
             trial.life(library)
-        trial.three()
+        trial.program()
+        trial.scaled()
+        if not SHORT:
+            trial.three()
         subprocess.run(["wineserver", "-k"], env=trial.environment, check=False)
     print(f"{len(failures)} faults; pictures in {PICTURES}")
     return 1 if failures else 0

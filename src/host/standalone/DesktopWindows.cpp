@@ -31,12 +31,8 @@ bool hasScreen() { return true; }
 
 const char* screenAdvice() { return "there is no screen"; }
 
-// By its manifest the program draws for each screen in its own size, which JUCE does where Windows can tell the sizes
-// apart. On an older Windows, which knows one size for all, it is left to us.
+// Of the main screen: by its manifest the program draws for that, and Windows stretches it on others.
 float scale() {
-  if (GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow") != nullptr) {
-    return 1.0F;
-  }
   HDC screen = GetDC(nullptr);
   const auto dots = static_cast<float>(GetDeviceCaps(screen, LOGPIXELSX));
   ReleaseDC(nullptr, screen);

@@ -1,0 +1,50 @@
+# What Windows shows of our programs and libraries: icon, version and manifest, as resources of each of them.
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# sivray_describe(<target> <description> [FILE <name>])
+# Gives the program or library its icon, version and manifest. Does nothing for other systems. FILE is its file's name, if that
+# is not the target's.
+function(sivray_describe target description)
+  if(NOT WIN32)
+    return()
+  endif()
+  cmake_parse_arguments(DESCRIBED "" "FILE" "" ${ARGN})
+  get_target_property(type ${target} TYPE)
+  # By these numbers Windows finds the manifest of a program and of a library.
+  set(manifest_id 1)
+  set(file_type VFT_APP)
+  if(NOT type STREQUAL "EXECUTABLE")
+    set(manifest_id 2)
+    set(file_type VFT_DLL)
+  endif()
+  set(file_name "${DESCRIBED_FILE}")
+  set(made "${PROJECT_BINARY_DIR}/windows-files")
+  set(icon "${made}/sivray.ico")
+  set(from "${PROJECT_SOURCE_DIR}/packaging/windows")
+  set(manifest "${from}/Sivray.manifest")
+  configure_file("${from}/Binary.rc.in" "${made}/${target}.rc" @ONLY)
+  set_source_files_properties("${made}/${target}.rc" PROPERTIES OBJECT_DEPENDS "${icon};${manifest}")
+  target_sources(${target} PRIVATE "${made}/${target}.rc")
+  add_dependencies(${target} windows_icon)
+endfunction()
+
+# The icon's pictures, drawn by the program that the build for this system has made.
+if(WIN32)
+  enable_language(RC)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  set(art "${SIVRAY_RELEASE_BUILD}/bin/sivray-art")
+  set(made "${PROJECT_BINARY_DIR}/windows-files")
+  set(make_icon "${PROJECT_SOURCE_DIR}/packaging/windows/make_icon.py")
+  set(pictures)
+  foreach(side 16 24 32 48 64 128 256)
+    list(APPEND pictures "${made}/icons/${side}x${side}/apps/sivray.png")
+  endforeach()
+  add_custom_command(
+    OUTPUT "${made}/sivray.ico"
+    COMMAND "${art}" icons -o "${made}/icons"
+    COMMAND Python3::Interpreter "${make_icon}" "${made}/sivray.ico" ${pictures}
+    DEPENDS "${art}" "${make_icon}"
+    COMMENT "Drawing the icon"
+    VERBATIM)
+  add_custom_target(windows_icon DEPENDS "${made}/sivray.ico")
+endif()

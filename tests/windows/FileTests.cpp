@@ -1,0 +1,85 @@
+// Files and folders as Windows has them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/Files.h"
+#include "platform/SpecialFolders.h"
+#include "platform/WideText.h"
+#include "platform/WindowsApi.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace tesh::bramel::platform;
+
+std::vector<std::uint8_t> bytesOf(const char* text) { return {text, text + std::strlen(text)}; }
+
+/// A folder whose name has blanks, an umlaut and Japanese letters.
+class WindowsFiles : public testing::Test {
+ protected:
+  void SetUp() override {
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+  }
+  void TearDown() override {
+    SetFileAttributesW(toWide(file).c_str(), FILE_ATTRIBUTE_NORMAL);
+    fs::remove_all(folder);
+  }
+  std::ptrdiff_t entries() const { return std::distance(fs::directory_iterator(folder), fs::directory_iterator()); }
+
+  const fs::path folder = fs::temp_directory_path() / L"Sivray \u00fc \u592a\u9f13";
+  const std::string file = toUtf8(folder.wstring()) + "\\kits.prog";
+};
+
+TEST_F(WindowsFiles, KeepTheirAttributesWhereTheyAreOverwritten) {
+  ASSERT_TRUE(writeAtomically(file, bytesOf("old")));
+  ASSERT_NE(SetFileAttributesW(toWide(file).c_str(), FILE_ATTRIBUTE_HIDDEN), FALSE);
+  ASSERT_TRUE(writeAtomically(file, bytesOf("newer")));
+  EXPECT_EQ(readWhole(file), bytesOf("newer"));
+  EXPECT_NE(GetFileAttributesW(toWide(file).c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
+  EXPECT_EQ(entries(), 1) << "no temporary file stays";
+}
+
+TEST_F(WindowsFiles, AreLeftAloneWhereTheyMayNotBeWritten) {
+  ASSERT_TRUE(writeAtomically(file, bytesOf("old")));
+  ASSERT_NE(SetFileAttributesW(toWide(file).c_str(), FILE_ATTRIBUTE_READONLY), FALSE);
+  EXPECT_FALSE(writeAtomically(file, bytesOf("new")));
+  EXPECT_EQ(readWhole(file), bytesOf("old"));
+  EXPECT_FALSE(writeAtomically(toUtf8(folder.wstring()), bytesOf("new"))) << "a folder";
+  EXPECT_EQ(entries(), 1);
+}
+
+/// In an own working folder, in which a file would be made and deleted again.
+TEST_F(WindowsFiles, AreNotMadeForAnEmptyPath) {
+  const fs::path before = fs::current_path();
+  fs::current_path(folder);
+  HANDLE changes = FindFirstChangeNotificationW(folder.c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME);
+  EXPECT_FALSE(writeAtomically("", bytesOf("new")));
+  constexpr DWORD kMilliseconds = 100;
+  EXPECT_EQ(WaitForSingleObject(changes, kMilliseconds), WAIT_TIMEOUT);
+  FindCloseChangeNotification(changes);
+  fs::current_path(before);
+}
+
+TEST(WindowsFolders, HoldTheContentOfOneUserOrOfAll) {
+  SetEnvironmentVariableW(L"BRAMEL_COMMON_FILES", nullptr);
+  const std::vector<std::string> places = commonFilesPlaces();
+  ASSERT_EQ(places.size(), 3U);
+  EXPECT_EQ(places.front(), moduleFolder());
+  EXPECT_TRUE(places[1].ends_with("\\AppData\\Local\\Programs\\Common")) << places[1];
+  EXPECT_EQ(commonFilesFolder(), places.back()) << "where nothing is installed";
+  const fs::path users = toWide(places[1]);
+  fs::create_directories(users / "Tesh" / "Bramel");
+  EXPECT_EQ(commonFilesFolder(), places[1]);
+  fs::remove_all(users / "Tesh");
+  SetEnvironmentVariableW(L"BRAMEL_COMMON_FILES", L"C:\\chosen");
+  EXPECT_EQ(commonFilesPlaces(), std::vector<std::string>{"C:\\chosen"});
+}
+
+}  // namespace
