@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -142,7 +143,7 @@ class Instance {
   }
 
   void answerCallback() {
-    if (std::exchange(wantsCallback, false)) {
+    if (wantsCallback.exchange(false)) {
       plugin->onMainThread(plugin);
     }
   }
@@ -151,7 +152,7 @@ class Instance {
   EventQueue events;
   Log log;  ///< What the plug-in tells.
   std::int32_t status = -1;
-  bool wantsCallback = false;
+  std::atomic<bool> wantsCallback = false;
   bool isOnMainThread = true;          ///< What the plug-in is told.
   std::function<void()> duringRescan;  ///< What else happens then.
 

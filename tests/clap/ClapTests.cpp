@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <thread>
 
 #include "clap/ClapScene.h"
 #include "host/construction/Construction.h"
@@ -245,6 +246,33 @@ TEST_F(Clap, ModulationStaysWhenAKitComes) {
     each->note(EventType::noteOn, 36, 0);
   }
   EXPECT_EQ(modulated.render(512), plain.render(512));
+}
+
+TEST_F(Clap, TheMainThreadReadsAndLoadsWhileBlocksRun) {
+  Instance plugin;
+  plugin.started();
+  std::atomic<bool> isOver = false;
+  std::thread audio([&] {
+    for (int block = 0; block < 400; ++block) {
+      plugin.events.addValue(kMaster, nullptr, 0.75, 0);
+      plugin.events.addValue(kMaster, nullptr, -0.01 * (block % 50), 0, EventType::paramModulation);
+      plugin.render(64);
+    }
+    isOver = true;
+  });
+  const Bytes state = plugin.state();
+  for (int round = 0; !isOver || round < 10; ++round) {
+    const auto& presets = plugin.extension<PresetLoad>(kPresetLoad);
+    EXPECT_TRUE(presets.fromLocation(plugin.plugin, LocationKind::plugin, nullptr, round % 2 == 0 ? "0" : "1"));
+    plugin.value(kMaster);
+    EXPECT_FALSE(plugin.state().empty());
+    EXPECT_TRUE(plugin.load(state));
+    plugin.answerCallback();
+  }
+  audio.join();
+  plugin.events.addValue(kMaster, nullptr, 0.75, 0);
+  plugin.render(64);
+  EXPECT_EQ(plugin.value(kMaster), 0.75);
 }
 
 TEST_F(Clap, StatesComeInPiecesAndBrokenOnesChangeNothing) {
