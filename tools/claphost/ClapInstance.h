@@ -12,7 +12,7 @@
 
 #include "claphost/ClapLibrary.h"
 #include "claphost/EventQueue.h"
-#include "host/clap/ClapRecords.h"
+#include "host/clap/ClapExtensions.h"
 #include "hosting/HostedPlugin.h"
 
 namespace sivray::claphost {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/clap/ClapRecords.h"
+#include "host/clap/ClapExtensions.h"
 
 namespace tesh::bramel::clap {
 

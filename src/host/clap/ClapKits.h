@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "host/clap/ClapRecords.h"
+#include "host/clap/ClapExtensions.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::clap {

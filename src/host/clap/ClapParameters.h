@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/clap/ClapRecords.h"
+#include "host/clap/ClapExtensions.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::clap {

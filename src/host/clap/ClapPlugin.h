@@ -7,9 +7,9 @@
 #include <memory>
 
 #include "host/clap/ClapBlock.h"
+#include "host/clap/ClapExtensions.h"
 #include "host/clap/ClapHost.h"
 #include "host/clap/ClapParameters.h"
-#include "host/clap/ClapRecords.h"
 #include "host/clap/ClapReports.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/EditorSession.h"

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "host/clap/ClapRecords.h"
+#include "host/clap/ClapExtensions.h"
 
 namespace tesh::bramel::clap {
 
