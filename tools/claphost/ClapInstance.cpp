@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "claphost/ClapInstance.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -64,14 +65,26 @@ struct HostCalls {
     static constexpr HostLatency kHostLatency{&requestNothing};
     static constexpr HostNoteName kHostNoteName{&requestNothing};
     static constexpr HostGui kHostGui{&requestNothing, &requestResize, &refuse, &refuse, &closed};
+    static constexpr HostPresetLoad kHostPresets{&presetFailed, &presetLoaded};
     const std::string_view wanted(id);
-    return wanted == kParams     ? static_cast<const void*>(&kHostParams)
-           : wanted == kState    ? &kHostState
-           : wanted == kLatency  ? &kHostLatency
-           : wanted == kNoteName ? &kHostNoteName
-           : wanted == kGui      ? static_cast<const void*>(&kHostGui)
-                                 : nullptr;
+    return wanted == kParams       ? static_cast<const void*>(&kHostParams)
+           : wanted == kState      ? &kHostState
+           : wanted == kLatency    ? &kHostLatency
+           : wanted == kNoteName   ? &kHostNoteName
+           : wanted == kPresetLoad ? &kHostPresets
+           : wanted == kGui        ? static_cast<const void*>(&kHostGui)
+                                   : nullptr;
   }
+
+  /// A kit that the plug-in has chosen by itself, or been told to.
+  static void presetLoaded(const Host* host, std::uint32_t kind, const char*, const char* key) {
+    ClapInstance& own = of(host);
+    const auto found = std::ranges::find(own.programs, std::string(key), &ClapInstance::Program::key);
+    if (kind == LocationKind::plugin && found != own.programs.end()) {
+      own.selectedProgram = static_cast<int>(found - own.programs.begin());
+    }
+  }
+  static void presetFailed(const Host*, std::uint32_t, const char*, const char*, std::int32_t, const char*) {}
 
   static bool push(const OutputEvents* out, const EventHeader* event) {
     static_cast<ClapInstance*>(out->context)->takeOutput(*event);

@@ -122,6 +122,16 @@ std::optional<KitPlace> kitPlaceOf(std::uint32_t locationKind, const char* locat
   return std::nullopt;
 }
 
+void tellKit(const ClapHost& host, vst::BramelInstrument& instrument) {
+  const std::string key = std::to_string(instrument.currentProgram());
+  const std::uint64_t bank = instrument.currentBank();
+  if (bank == vst::kFactoryBank) {
+    host.presetLoaded(LocationKind::plugin, nullptr, key.c_str());
+  } else if (bank == vst::kUserBank) {
+    host.presetLoaded(LocationKind::file, userFile().c_str(), key.c_str());
+  }
+}
+
 const PresetDiscoveryFactory& presetDiscoveryFactory() {
   static constexpr PresetDiscoveryFactory kFactory{&providerCount, &providerAt, &createProvider};
   return kFactory;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "host/clap/ClapExtensions.h"
+#include "host/clap/ClapHost.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::clap {
@@ -19,6 +20,9 @@ struct KitPlace {
 /// The place that a host's preset names; nothing for one that is not ours. Whether such a program exists the shell
 /// knows.
 std::optional<KitPlace> kitPlaceOf(std::uint32_t locationKind, const char* location, const char* loadKey);
+
+/// Tells the host which kit is selected, as a preset that is loaded; nothing for a kit that no list shows. Main thread.
+void tellKit(const ClapHost& host, vst::BramelInstrument& instrument);
 
 /// The factory whose one provider lists the kits: names as the panel shows them, the style of a factory kit as its
 /// feature, and as keys their numbers from 0.

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/MidiStatus.h"
+#include "host/clap/ClapKits.h"
 
 namespace tesh::bramel::clap {
 
@@ -52,6 +53,12 @@ void ClapReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int3
   put(report);
 }
 
+void ClapReports::programChanged(vst::Origin origin) {
+  if (origin == vst::Origin::panel) {
+    isKitChosen = true;
+  }
+}
+
 void ClapReports::parametersChanged() {
   isDirty = true;
   stateLoaded();
@@ -77,6 +84,9 @@ void ClapReports::onMainThread() {
   }
   if (isDirty.exchange(false)) {
     host.markDirty();
+  }
+  if (isKitChosen.exchange(false)) {
+    tellKit(host, instrument);
   }
   if (haveNames) {
     host.noteNamesChanged();

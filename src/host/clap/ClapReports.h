@@ -39,7 +39,8 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   void automate(std::uint64_t visibleIndex, float value) override;
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
   void parametersChanged() override;
-  void programChanged(vst::Origin /*origin*/) override {}
+  /// `parametersChanged` follows.
+  void programChanged(vst::Origin origin) override;
   void keyStateChanged(int /*note*/) override {}
 
   /// The oldest report, if one waits. By one thread at a time, which the interface's rules see to. Audio thread too.
@@ -74,6 +75,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   std::atomic<bool> takesMidi = false;
   std::atomic<bool> isRescanWanted = false;  ///< The main thread's to take, as the next ones.
   std::atomic<bool> isDirty = false;
+  std::atomic<bool> isKitChosen = false;  ///< On the panel: the host's browser follows.
   std::atomic<bool> haveNamesChanged = false;
 };
 
