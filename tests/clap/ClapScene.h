@@ -37,7 +37,8 @@ struct Stream {
     return {this, [](const InputStream* stream, void* to, std::uint64_t size) {
               auto& own = *static_cast<Stream*>(stream->context);
               const std::size_t count = std::min({std::size_t{size}, own.piece, own.bytes.size() - own.position});
-              std::memcpy(to, own.bytes.data() + own.position, count);
+              std::copy_n(own.bytes.begin() + static_cast<std::ptrdiff_t>(own.position), count,
+                          static_cast<std::uint8_t*>(to));
               own.position += count;
               return static_cast<std::int64_t>(count);
             }};

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <string_view>
 #include <thread>
 
@@ -29,7 +28,7 @@ struct Bytes {
 std::int64_t readBytes(const InputStream* stream, void* to, std::uint64_t size) {
   auto& bytes = *static_cast<Bytes*>(stream->context);
   const std::size_t count = std::min<std::size_t>(size, bytes.all.size() - bytes.position);
-  std::memcpy(to, bytes.all.data() + bytes.position, count);
+  std::copy_n(bytes.all.begin() + static_cast<std::ptrdiff_t>(bytes.position), count, static_cast<std::uint8_t*>(to));
   bytes.position += count;
   return static_cast<std::int64_t>(count);
 }
