@@ -19,14 +19,14 @@ namespace {
 
 namespace engine = tesh::bramel::plugin::sivray;
 
-constexpr auto kPads = static_cast<std::uint32_t>(tesh::bramel::panel::kPads);
+constexpr auto kPadGroups = static_cast<std::uint32_t>(tesh::bramel::panel::kPads);
 constexpr std::uint32_t kWaveIndex = 0;
 constexpr std::uint32_t kEffectType = engine::parameterId(engine::kEffectGroup, 0);
 constexpr std::uint32_t kMaster = engine::parameterId(engine::kMasterGroup, 0);
 constexpr std::array<const char*, 4> kEffectNames{"type", "switch", "edit1", "edit2"};
 
 bool choosesWave(const EngineParameter& parameter) {
-  return engine::parameterGroup(parameter.id) < kPads && engine::parameterIndex(parameter.id) == kWaveIndex;
+  return engine::parameterGroup(parameter.id) < kPadGroups && engine::parameterIndex(parameter.id) == kWaveIndex;
 }
 
 /// Returns the name and range of an id; the name is empty if the id is not in use.
@@ -66,7 +66,7 @@ std::string plainName(const std::string& text) {
 }
 
 EngineNames::EngineNames(const tesh::vimo::Generator<float>& generator, const tesh::vimo::SampleLibrary& library) {
-  for (std::uint32_t id = 0; id < engine::parameterId(kPads, 0); ++id) {
+  for (std::uint32_t id = 0; id < engine::parameterId(kPadGroups, 0); ++id) {
     const EngineParameter parameter = describe(generator, id);
     if (const std::string row = rowName(parameter.name); !row.empty()) {
       const std::uint32_t pad = engine::parameterGroup(id) + 1;
