@@ -20,13 +20,15 @@ constexpr bool kSystemsDialogs = true;
 constexpr bool kSystemsDialogs = false;
 #endif
 
-constexpr const char* kUser = "User";
+constexpr const char* kOwnBank = "User";
 
 /// Where the panel's pop-ups stand, or the top of a component without such.
 juce::Component* frontOf(juce::Component& component) {
   auto* const slot = BWPopupSlotView::above(&component);
   return slot == nullptr ? component.getTopLevelComponent() : slot;
 }
+
+juce::String endingOf(const IProgramListViewModel& model) { return juce::String(".") + model.getExportFileStem(); }
 
 juce::File documents() {
   const auto folder = juce::File::getSpecialLocation(juce::File::userDocumentsDirectory);
@@ -73,8 +75,8 @@ void extend(juce::TextButton& button, juce::TextEditor* name, const juce::String
 void fitInto(juce::Component& front, juce::FileChooserDialogBox& dialog, const juce::String& ending) {
   constexpr int kWidth = 600;
   constexpr int kHeight = 420;
-  constexpr int kMargin = 12;
-  const auto area = front.getLocalBounds().reduced(kMargin);
+  constexpr int kNoticeMargin = 12;
+  const auto area = front.getLocalBounds().reduced(kNoticeMargin);
   dialog.setResizable(false, false);
   dialog.setDraggable(false);
   dialog.setBounds(area.withSizeKeepingCentre(std::min(kWidth, area.getWidth()), std::min(kHeight, area.getHeight())));
@@ -138,18 +140,18 @@ void ProgramFileDialogs::say(juce::Component* anchor, const juce::String& line) 
 void ProgramFileDialogs::openImport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model,
                                     std::function<void()> whenImported) {
   const auto use = [model, tell = std::move(whenImported)](const juce::File& file) {
-    const std::uint64_t before = model->getProgramCount(kUser);
+    const std::uint64_t before = model->getProgramCount(kOwnBank);
     model->importPrograms(file.getFullPathName().toStdString());
-    const bool hasMore = model->getProgramCount(kUser) > before;
+    const bool hasMore = model->getProgramCount(kOwnBank) > before;
     tell();
     return hasMore;
   };
-  open(opener, juce::FileBrowserComponent::openMode, "Import User Programs", documents(),
-       "." + model->getExportFileStem(), use, " holds no kits that can be read.");
+  open(opener, juce::FileBrowserComponent::openMode, "Import User Programs", documents(), endingOf(*model), use,
+       " holds no kits that can be read.");
 }
 
 void ProgramFileDialogs::openExport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model) {
-  const juce::String ending = "." + model->getExportFileStem();
+  const juce::String ending = endingOf(*model);
   const auto use = [model](const juce::File& file) {
     return model->exportPrograms(file.getFullPathName().toStdString());
   };

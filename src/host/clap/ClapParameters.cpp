@@ -72,7 +72,7 @@ bool ClapParameters::describe(std::uint32_t index, ParamInfo& info) const {
   info.id = parameter.id;
   info.flags =
       ParamFlag::isAutomatable | (isStepped ? ParamFlag::isStepped | ParamFlag::isEnum : ParamFlag::isModulatable);
-  info.cookie = reinterpret_cast<void*>(static_cast<std::uintptr_t>(index) + 1);
+  info.cookie = reinterpret_cast<void*>(std::uintptr_t{index} + 1);  // NOLINT(performance-no-int-to-ptr): no address.
   copyText(instrument.parameterName(parameter.id), info.name);
   copyText(moduleOf(parameter.id), info.module);
   info.minimum = 0.0;
@@ -93,7 +93,8 @@ float ClapParameters::normalised(std::uint32_t index, double value) const {
   const int last = all[index].lastState;
   const double top = last > 0 ? last : 1.0;
   const double limited = value > 0.0 ? std::min(value, top) : 0.0;  // NaN too is not above 0.
-  return last > 0 ? normaliseState(static_cast<std::int32_t>(limited + 0.5), last + 1, 0) : static_cast<float>(limited);
+  return last > 0 ? normaliseState(static_cast<std::int32_t>(std::lround(limited)), last + 1, 0)
+                  : static_cast<float>(limited);
 }
 
 double ClapParameters::hostValue(std::uint32_t index, float value) const {
