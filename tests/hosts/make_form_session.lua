@@ -23,5 +23,6 @@ assert(preset and preset.valid, "the host does not list the kit " .. kit)
 if form == "LV2" then -- of VST 3 it needs its window's timers, or writes old values over the program's
   assert(plugin:load_preset(preset), "the host cannot load the kit")
 end
+ARDOUR.LuaAPI.usleep(1000000) -- the host connects the track on a thread of its own
 Session:save_state("", false, false, false, false, false)
 close_session()

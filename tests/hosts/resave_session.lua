@@ -8,5 +8,6 @@ if arg[2] then
   ARDOUR.LuaAPI.set_processor_param(processor, tonumber(arg[2]), tonumber(arg[3]))
   ARDOUR.LuaAPI.usleep(500000) -- a VST 3 plug-in gets it with a block
 end
+ARDOUR.LuaAPI.usleep(1000000) -- the host connects the track on a thread of its own
 Session:save_state("", false, false, false, false, false)
 close_session()
