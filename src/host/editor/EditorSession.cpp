@@ -88,7 +88,7 @@ struct EditorSession::Shown {
 
   // The message thread's.
   std::unique_ptr<EditorWindow> window;
-  void* hostWindow = nullptr;  ///< That `window` stands in.
+  void* hostWindow = nullptr;  ///< The host's window that holds `window`.
   int shownImageScale = 1;
   EditorKeys keys;
 };

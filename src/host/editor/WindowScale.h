@@ -1,4 +1,4 @@
-// How large the system wants what stands in a host's window.
+// The scale that the system wants for the content of a host's window.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -159,7 +159,7 @@ class BramelInstrument : public BramelInstrumentBase {
   };
   /// The bytes that a host keeps in its song; empty without a processor.
   std::vector<std::uint8_t> getState(std::span<const StateValue> replaced = {});
-  /// Restores a state that getState returned. Other bytes change nothing and give false.
+  /// Restores a state that getState returned. Returns false for other bytes, which change nothing.
   bool setState(const void* data, std::size_t size);
 
   // Wiring.

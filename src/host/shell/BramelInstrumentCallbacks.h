@@ -11,7 +11,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Who has chosen a program: the host by a call of its own, or the user on the panel.
+/// Who has chosen a program: the host, or the user on the panel.
 enum class Origin { host, panel };
 
 /// Calls to the host, with no lock of the instrument held but in two places: a block holds the main lock while it sends
