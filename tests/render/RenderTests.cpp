@@ -66,6 +66,10 @@ class Render : public testing::Test {
       // 0.4 s are 768 ticks at the first tempo.
       track.addEvent(juce::MidiMessage::textMetaEvent(1, move), move == moves.front() ? 0.0 : 768.0);
     }
+    saveMidi(track);
+  }
+
+  void saveMidi(const juce::MidiMessageSequence& track) const {
     juce::MidiFile midi;
     midi.setTicksPerQuarterNote(960);
     midi.addTrack(track);
@@ -372,6 +376,41 @@ TEST_F(Render, PlaysMidiFilesOfOthersAndSaysWhatItLeavesOut) {
   }
   write(2, 96);
   EXPECT_NE(failure(arguments).find("type 2"), std::string::npos);
+}
+
+TEST_F(Render, PlaysDrumsThatHaveNoPadByANoteMap) {
+  const auto write = [&](const std::vector<int>& notes, int controller) {
+    juce::MidiMessageSequence track;
+    double tick = kFirstTick;
+    for (const int note : notes) {
+      track.addEvent(juce::MidiMessage::controllerEvent(10, controller, 10), tick - 20.0);
+      track.addEvent(juce::MidiMessage::noteOn(10, note, juce::uint8{100}), tick);
+      track.addEvent(juce::MidiMessage::noteOff(10, note), tick + 100.0);
+      tick += 200.0;
+    }
+    saveMidi(track);
+  };
+  constexpr int kNoMeaning = 119;
+  write({36, 38, 41, 43, 40}, kNoMeaning);
+  const Bytes expected = play({"--direct"});
+  write({35, 40, 48, 46, 57}, kNoMeaning);
+  EXPECT_TRUE(play({"--direct", "--notes", "general midi"}) == expected);
+  EXPECT_FALSE(play({"--direct", "--notes=All_Drums"}) == expected) << "40 is the cymbal there";
+  EXPECT_FALSE(play({"--direct"}) == expected);
+  write({35, 40, 50, 42, 49}, 4);
+  EXPECT_TRUE(play({"--direct", "--notes", "General MIDI"}) == expected) << "an open pedal opens the hat";
+
+  write({54, 46, 36, 49, 54}, kNoMeaning);
+  for (const auto& [map, line] :
+       {std::pair{"Sivray", ", 4 notes have no pad: 46 49 54\n"}, {"General MIDI", ", 2 notes have no pad: 54\n"}}) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(runProgram({at("in.mid"), "-o", at("out.wav"), "--direct", "--notes", map}, noCheck), 0);
+    const std::string text = testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(text.ends_with(line)) << text;
+  }
+  fs::remove(at("out.wav"));
+  EXPECT_NE(failure({at("in.mid"), "-o", at("out.wav"), "--notes", "GM"}, kWrongUsage).find("General MIDI"),
+            std::string::npos);
 }
 
 TEST_F(Render, LeavesNoFileAfterASignal) {

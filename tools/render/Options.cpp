@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 
+#include "EngineNames.h"
 #include "RenderError.h"
 #include "core/EngineRate.h"
 #include "viewmodels/texts/PanelMacros.h"
@@ -99,6 +100,18 @@ ValueAction moveOption(AssignmentTarget target) {
   };
 }
 
+void setNotes(Options& options, const std::string& option, const std::string& name) {
+  std::string known;
+  for (const auto& [mapName, map] : tesh::cofu::core::namedNoteMaps()) {
+    if (plainName(std::string(mapName)) == plainName(name)) {
+      options.settings.notes = map;
+      return;
+    }
+    known += (known.empty() ? "" : ", ") + std::string(mapName);
+  }
+  throw UsageError(option + " takes one of " + known + ", not '" + name + "'");
+}
+
 const std::map<std::string, ValueAction>& valueOptions() {
   using Text = const std::string&;
   static const std::map<std::string, ValueAction> table{
@@ -116,6 +129,7 @@ const std::map<std::string, ValueAction>& valueOptions() {
          }
          o.settings.bits = v == "16" ? 16 : 24;
        }},
+      {"--notes", setNotes},
       {"--program", textOption(&Options::program)},
       {"--macro", moveOption(AssignmentTarget::macro)},
       {"--param", moveOption(AssignmentTarget::hostParameter)},
@@ -206,6 +220,8 @@ std::string helpText() {
          "  --tail SECONDS        how long to render after the last event (2)\n"
          "  --longest SECONDS     the longest MIDI file to play, up to 86400 (3600)\n"
          "  --bits 16|24          bits per sample of the WAV file (24)\n"
+         "  --notes NAME          which notes play the pads: \"Sivray\" (36 to 43, unless given), \"All drums\" or\n"
+         "                        \"General MIDI\"\n"
          "  --program N|NAME      the program to play; see --list-programs\n"
          "  --list-programs       prints number, name and style of all programs\n"
          "  --list-effects        prints number, long and short name of all effects, and what their edit values are\n"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <span>
 
 #include "Interrupt.h"
 #include "WavFile.h"
@@ -15,6 +16,8 @@
 
 namespace sivray::render {
 namespace {
+
+using tesh::cofu::core::NoteMap;
 
 std::int64_t frameAt(double seconds, double rate) { return std::llround(seconds * rate); }
 
@@ -63,12 +66,40 @@ std::vector<std::int64_t> blockStarts(const MidiScore& score, const std::vector<
   return starts;
 }
 
-bool strikesNoPad(const ScoreMessage& message) {
+bool isStrike(const ScoreMessage& message) { return (message.bytes[0] & 0xF0) == 0x90 && message.bytes[2] > 0; }
+
+bool hasPad(std::uint8_t note) {
   namespace panel = tesh::bramel::panel;
-  const int pad = message.bytes[1] - panel::kFirstPadNote;
-  const bool isNoteOn = (message.bytes[0] & 0xF0) == 0x90 && message.bytes[2] > 0;
-  return isNoteOn && (pad < 0 || pad >= static_cast<int>(panel::kPads));
+  const int pad = note - panel::kFirstPadNote;
+  return pad >= 0 && pad < static_cast<int>(panel::kPads);
 }
+
+/// Plays a score's messages by a note map, and keeps account of the notes that have no pad.
+class MappedNotes {
+ public:
+  MappedNotes(const NoteMap& map, RenderTarget& newTarget, RenderResult& newResult)
+      : target(newTarget), result(newResult) {
+    translator.setMap(map);
+  }
+
+  void send(ScoreMessage message, int frame) {
+    const std::span bytes(message.bytes.data(), static_cast<std::size_t>(message.size));
+    const std::uint8_t note = message.bytes[1];
+    if (!translator.translate(bytes)) {
+      return;
+    }
+    if (isStrike(message) && !hasPad(message.bytes[1])) {
+      ++result.notesWithoutPad;
+      result.numbersWithoutPad.insert(note);
+    }
+    target.sendMidi(bytes, frame);
+  }
+
+ private:
+  tesh::cofu::core::NoteTranslator translator;
+  RenderTarget& target;
+  RenderResult& result;
+};
 
 double lengthOf(const MidiScore& score, const std::vector<Move>& moves) {
   return moves.empty() ? score.lengthSeconds : std::max(score.lengthSeconds, moves.back().seconds);
@@ -82,7 +113,7 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
   const double rate = target.sampleRate();
   RenderResult result;
   result.sampleRate = rate;
-  result.notesWithoutPad = std::ranges::count_if(score.messages, strikesNoPad);
+  MappedNotes notes(settings.notes, target, result);
   WavFile wav(outputPath, rate, settings.bits);
   ProgressBar progress(settings.quiet);
   Cursor messages(score.messages, rate);
@@ -107,7 +138,7 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
     tempos.due(start + 1, [&](const ScoreTempo& tempo, std::int64_t) { target.setTempo(tempo.beatsPerMinute); });
     dueMoves.due(start + 1, [&](const Move& move, std::int64_t) { target.move(move); });
     messages.due(end, [&](const ScoreMessage& message, std::int64_t frame) {
-      target.sendMidi({message.bytes.data(), static_cast<std::size_t>(message.size)}, static_cast<int>(frame - start));
+      notes.send(message, static_cast<int>(frame - start));
     });
 
     const auto before = Clock::now();
@@ -135,7 +166,10 @@ std::string describe(const RenderResult& result, const std::string& outputPath) 
                 result.levels.rmsDecibels(), factor);
   std::string text = line.data();
   if (result.notesWithoutPad > 0) {
-    text += ", " + std::to_string(result.notesWithoutPad) + " notes have no pad: those have 36 to 43";
+    text += ", " + std::to_string(result.notesWithoutPad) + " notes have no pad:";
+    for (const std::uint8_t number : result.numbersWithoutPad) {
+      text += " " + std::to_string(number);
+    }
   }
   return text;
 }

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,7 @@
 #include "MidiScore.h"
 #include "Move.h"
 #include "RenderTarget.h"
+#include "core/NoteMap.h"
 
 namespace sivray::render {
 
@@ -20,6 +23,7 @@ struct RenderSettings {
   double tailSeconds = 2.0;
   int bits = 24;
   bool quiet = false;
+  tesh::cofu::core::NoteMap notes = tesh::cofu::core::namedNoteMaps().front().map;
 };
 
 struct RenderResult {
@@ -27,6 +31,7 @@ struct RenderResult {
   double sampleRate = 0.0;
   double secondsSpent = 0.0;  ///< Wall-clock time inside the target alone.
   std::ptrdiff_t notesWithoutPad = 0;
+  std::set<std::uint8_t> numbersWithoutPad;  ///< Of those notes, as the file has them.
 };
 
 /// Called after each block with left, right and frames.
