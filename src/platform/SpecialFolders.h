@@ -9,16 +9,23 @@ namespace tesh::bramel::platform {
 
 /// Where shared program files are looked for, the first place first; not all need exist:
 /// 1. $BRAMEL_COMMON_FILES; if it is set, no other place;
-/// 2. moduleFolder(), then the folder around the plug-in bundle that it lies in (PluginBundle.h);
-/// 3. on Windows %LOCALAPPDATA%\Programs\Common, where programs of one user keep them, then the folder of common
-/// program
-///    files; elsewhere $XDG_DATA_HOME (or ~/.local/share), then each folder in $XDG_DATA_DIRS (or /usr/local/share and
-///    /usr/share).
+/// 2. ownContentFolder();
+/// 3. moduleFolder(), then the folder around the plug-in bundle that it lies in (PluginBundle.h);
+/// 4. on Windows %LOCALAPPDATA%\Programs\Common, where programs of one user keep them, then the folder of common
+///    program files; elsewhere $XDG_DATA_HOME (or ~/.local/share), then each folder in $XDG_DATA_DIRS (or
+///    /usr/local/share and /usr/share).
 std::vector<std::string> commonFilesPlaces();
 
 /// The folder of shared program files: $BRAMEL_COMMON_FILES if it is set, else the first of the places that holds
 /// "Tesh/Bramel". If none does, on Windows the folder of common program files, elsewhere empty.
 std::string commonFilesFolder();
+
+/// As commonFilesFolder, but without ownContentFolder(): what an installation put there.
+std::string installedFilesFolder();
+
+/// The user's own content, which no installation touches: on Windows "sivray\content" below %LOCALAPPDATA%, elsewhere
+/// "sivray/content" below $XDG_DATA_HOME (or ~/.local/share). It need not exist. Empty without such a place.
+std::string ownContentFolder();
 
 /// The user's documents: $BRAMEL_DOCUMENTS if it is set, else the system's documents folder. Outside Windows that is
 /// the desktop's setting (user-dirs.dirs), or ~/Documents without one; empty if there is no home folder.

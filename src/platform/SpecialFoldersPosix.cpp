@@ -56,6 +56,30 @@ std::string desktopDocuments() {
   return {};
 }
 
+/// Where installations put shared files; some of the names may be empty.
+std::vector<std::string> installedPlaces() {
+  const std::string beside = moduleFolder();
+  std::vector<std::string> folders{beside, folderAroundBundle(beside),
+                                   environmentOrHome("XDG_DATA_HOME", ".local/share")};
+  const std::string list = environment("XDG_DATA_DIRS");
+  std::stringstream stream(list.empty() ? "/usr/local/share:/usr/share" : list);
+  for (std::string folder; std::getline(stream, folder, ':');) {
+    folders.push_back(folder);
+  }
+  return folders;
+}
+
+/// Empty if none of the folders holds content.
+std::string firstWithContent(const std::vector<std::string>& folders) {
+  for (const std::string& folder : folders) {
+    std::error_code error;
+    if (!folder.empty() && fs::is_directory(fs::path(folder) / "Tesh" / "Bramel", error)) {
+      return folder;
+    }
+  }
+  return {};
+}
+
 }  // namespace
 
 std::string moduleFolder() {
@@ -70,33 +94,29 @@ std::string moduleFolder() {
   return error ? std::string() : file.parent_path().string();
 }
 
+std::string ownContentFolder() {
+  const std::string data = environmentOrHome("XDG_DATA_HOME", ".local/share");
+  return data.empty() ? data : data + "/sivray/content";
+}
+
 std::vector<std::string> commonFilesPlaces() {
   if (std::string chosen = environment("BRAMEL_COMMON_FILES"); !chosen.empty()) {
     return {std::move(chosen)};
   }
-  const std::string beside = moduleFolder();
-  std::vector<std::string> folders{beside, folderAroundBundle(beside),
-                                   environmentOrHome("XDG_DATA_HOME", ".local/share")};
-  const std::string list = environment("XDG_DATA_DIRS");
-  std::stringstream stream(list.empty() ? "/usr/local/share:/usr/share" : list);
-  for (std::string folder; std::getline(stream, folder, ':');) {
-    folders.push_back(folder);
-  }
+  std::vector<std::string> folders = installedPlaces();
+  folders.insert(folders.begin(), ownContentFolder());
   std::erase(folders, std::string());
   return folders;
 }
 
 std::string commonFilesFolder() {
-  if (std::string chosen = environment("BRAMEL_COMMON_FILES"); !chosen.empty()) {
-    return chosen;
-  }
-  for (const std::string& folder : commonFilesPlaces()) {
-    std::error_code error;
-    if (fs::is_directory(fs::path(folder) / "Tesh" / "Bramel", error)) {
-      return folder;
-    }
-  }
-  return {};
+  std::string chosen = environment("BRAMEL_COMMON_FILES");
+  return chosen.empty() ? firstWithContent(commonFilesPlaces()) : chosen;
+}
+
+std::string installedFilesFolder() {
+  std::string chosen = environment("BRAMEL_COMMON_FILES");
+  return chosen.empty() ? firstWithContent(installedPlaces()) : chosen;
 }
 
 std::string documentsFolder() {

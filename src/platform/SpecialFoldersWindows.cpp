@@ -31,6 +31,24 @@ std::string systemFolder(int folder) {
   return SHGetSpecialFolderPathW(nullptr, path.data(), folder, FALSE) == TRUE ? toUtf8(path.data()) : std::string();
 }
 
+/// Where installations put shared files; some of the names may be empty.
+std::vector<std::string> installedPlaces() {
+  const std::string beside = moduleFolder();
+  const std::string users = systemFolder(CSIDL_LOCAL_APPDATA);
+  return {beside, folderAroundBundle(beside), users.empty() ? users : users + "\\Programs\\Common",
+          systemFolder(CSIDL_PROGRAM_FILES_COMMON)};
+}
+
+/// The folder of common program files if none of the folders holds content.
+std::string firstWithContent(const std::vector<std::string>& folders) {
+  for (const std::string& folder : folders) {
+    if (!folder.empty() && PathIsDirectoryW(toWide(folder + "\\Tesh\\Bramel").c_str()) != FALSE) {
+      return folder;
+    }
+  }
+  return systemFolder(CSIDL_PROGRAM_FILES_COMMON);
+}
+
 }  // namespace
 
 std::string moduleFolder() {
@@ -43,29 +61,29 @@ std::string moduleFolder() {
   return end == std::wstring::npos ? std::string() : toUtf8(file.substr(0, end));
 }
 
+std::string ownContentFolder() {
+  const std::string users = systemFolder(CSIDL_LOCAL_APPDATA);
+  return users.empty() ? users : users + "\\sivray\\content";
+}
+
 std::vector<std::string> commonFilesPlaces() {
   if (std::string chosen = environment(L"BRAMEL_COMMON_FILES"); !chosen.empty()) {
     return {std::move(chosen)};
   }
-  const std::string beside = moduleFolder();
-  const std::string users = systemFolder(CSIDL_LOCAL_APPDATA);
-  std::vector<std::string> folders{beside, folderAroundBundle(beside),
-                                   users.empty() ? users : users + "\\Programs\\Common",
-                                   systemFolder(CSIDL_PROGRAM_FILES_COMMON)};
+  std::vector<std::string> folders = installedPlaces();
+  folders.insert(folders.begin(), ownContentFolder());
   std::erase(folders, std::string());
   return folders;
 }
 
 std::string commonFilesFolder() {
-  if (std::string chosen = environment(L"BRAMEL_COMMON_FILES"); !chosen.empty()) {
-    return chosen;
-  }
-  for (const std::string& folder : commonFilesPlaces()) {
-    if (PathIsDirectoryW(toWide(folder + "\\Tesh\\Bramel").c_str()) != FALSE) {
-      return folder;
-    }
-  }
-  return systemFolder(CSIDL_PROGRAM_FILES_COMMON);
+  std::string chosen = environment(L"BRAMEL_COMMON_FILES");
+  return chosen.empty() ? firstWithContent(commonFilesPlaces()) : chosen;
+}
+
+std::string installedFilesFolder() {
+  std::string chosen = environment(L"BRAMEL_COMMON_FILES");
+  return chosen.empty() ? firstWithContent(installedPlaces()) : chosen;
 }
 
 std::string documentsFolder() {

@@ -40,9 +40,9 @@ BXSampleSelectorViewModelBase::Place BXSampleSelectorViewModelBase::placeOf(std:
   if (categories == 0) {
     return {-1, 0};
   }
-  const auto waves = static_cast<std::uint64_t>(library->waveCount());
+  const auto numbers = static_cast<std::uint64_t>(library->numberCount());
   const float value = model.getParameterValue(getParameterIndex(part));
-  const std::int64_t id = model.getParameterQuantizer()->valueToState(value, waves);
+  const std::int64_t id = model.getParameterQuantizer()->valueToState(value, numbers);
   std::int64_t index = library->flatIndexOf(static_cast<std::int32_t>(id));
   std::int64_t category = 0;
   while (category < categories - 1 && index >= getSampleCount(category)) {
@@ -63,9 +63,9 @@ void BXSampleSelectorViewModelBase::selectSample(std::uint64_t part, std::int64_
     return;
   }
   const std::int32_t id = library->waveId(static_cast<std::int32_t>(firstOf(category) + index));
-  const auto waves = static_cast<std::uint64_t>(library->waveCount());
+  const auto numbers = static_cast<std::uint64_t>(library->numberCount());
   const std::uint64_t parameter = getParameterIndex(part);
-  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(id, waves));
+  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(id, numbers));
   model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
 }
 

@@ -148,5 +148,32 @@ TEST(SampleLibrary, LeavesOutRecordsOutsideTheCategories) {
   EXPECT_EQ(library.waveCount(), 2) << "nothing to read changes nothing";
 }
 
+/// Sounds of one's own take numbers between those of the factory; the free ones are not listed.
+TEST(SampleLibrary, CountsNumbersAndEntriesApart) {
+  Bytes records;
+  constexpr std::uint32_t kBetween = 3;
+  const auto add = [&records](std::uint32_t category, const char* name, std::uint32_t distance) {
+    addRecord(records, category, name);
+    records[records.size() - 8] = static_cast<std::uint8_t>(distance);
+  };
+  add(2, "snare", 0);
+  add(1, "mine", kBetween);
+  add(0, "kick", kBetween);
+  add(1, "kick", 0);
+  SivraySampleLibrary library;
+  ASSERT_TRUE(library.loadFrom(records));
+  EXPECT_EQ(library.waveCount(), 3);
+  EXPECT_EQ(library.numberCount(), 4);
+  EXPECT_EQ(library.numbersPerFactoryWave(), 3);
+  EXPECT_TRUE(library.isFree(2));
+  EXPECT_FALSE(library.isFree(1) || library.isFree(3) || library.isFree(4) || library.isFree(-1));
+  const auto nameOf = [&library](std::int32_t id) { return library.waveName(library.flatIndexOf(id)); };
+  EXPECT_EQ(nameOf(0) + nameOf(1) + nameOf(2) + nameOf(3), "snareminekickkick");
+
+  add(1, "more", 0);  // One more number than the factory's waves leave room for.
+  ASSERT_TRUE(library.loadFrom(records));
+  EXPECT_EQ(library.numbersPerFactoryWave(), 1);
+}
+
 }  // namespace
 }  // namespace tesh::bramel::plugin::sivray

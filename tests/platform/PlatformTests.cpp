@@ -79,8 +79,14 @@ TEST_F(Platform, LooksForTheCommonFilesInOrder) {
   EXPECT_EQ(commonFilesFolder(), home + "/shared");
   fs::create_directories(home + "/.local/share/Tesh/Bramel");
   EXPECT_EQ(commonFilesFolder(), home + "/.local/share");
+  const std::string own = home + "/.local/share/sivray/content";
+  EXPECT_EQ(ownContentFolder(), own);
+  fs::create_directories(own + "/Tesh/Bramel");
+  EXPECT_EQ(commonFilesFolder(), own);
+  EXPECT_EQ(installedFilesFolder(), home + "/.local/share");
   ::setenv("BRAMEL_COMMON_FILES", "/chosen", 1);
   EXPECT_EQ(commonFilesFolder(), "/chosen");
+  EXPECT_EQ(installedFilesFolder(), "/chosen");
   EXPECT_TRUE(fs::exists(moduleFolder()));
 }
 

@@ -24,6 +24,22 @@ TEST(ParameterSteps, StayInsideTheirRangeForEveryValue) {
   EXPECT_EQ(normaliseState(0, 1, 0), 0.0F);
 }
 
+/// A pad's sample among the factory's 512, and among more numbers between them for sounds of one's own.
+TEST(ParameterSteps, KeepEachFactoryWaveWhereNumbersComeBetween) {
+  constexpr std::int32_t kWaves = 512;
+  for (const std::int32_t distance : {1, 2, 3, 4, 5, 7, 8}) {
+    const std::int32_t numbers = (kWaves - 1) * distance + 1;
+    for (std::int32_t wave = 0; wave < kWaves; ++wave) {
+      const float value = normaliseState(wave, kWaves, 0);
+      ASSERT_EQ(quantizeValue(value, numbers, 0), wave * distance) << distance;
+      ASSERT_EQ(normaliseState(wave * distance, numbers, 0), value) << "and its number gives the same value back";
+    }
+    for (std::int32_t number = 0; number < numbers; ++number) {
+      ASSERT_EQ(quantizeValue(normaliseState(number, numbers, 0), numbers, 0), number) << distance;
+    }
+  }
+}
+
 TEST(ParameterSteps, OfAnUnboundControlRoundAQuarterEarlier) {
   EXPECT_EQ(NormalParameterQuantizer().valueToState(0.1F, 4), 1);
   EXPECT_EQ(CParameterQuantizer().valueToState(0.1F, 4), 0);

@@ -70,13 +70,15 @@ TEST_F(WindowsFiles, AreNotMadeForAnEmptyPath) {
 TEST(WindowsFolders, HoldTheContentOfOneUserOrOfAll) {
   SetEnvironmentVariableW(L"BRAMEL_COMMON_FILES", nullptr);
   const std::vector<std::string> places = commonFilesPlaces();
-  ASSERT_EQ(places.size(), 3U);
-  EXPECT_EQ(places.front(), moduleFolder());
-  EXPECT_TRUE(places[1].ends_with("\\AppData\\Local\\Programs\\Common")) << places[1];
+  ASSERT_EQ(places.size(), 4U);
+  EXPECT_EQ(places.front(), ownContentFolder());
+  EXPECT_TRUE(places[0].ends_with("\\AppData\\Local\\sivray\\content")) << places[0];
+  EXPECT_EQ(places[1], moduleFolder());
+  EXPECT_TRUE(places[2].ends_with("\\AppData\\Local\\Programs\\Common")) << places[2];
   EXPECT_EQ(commonFilesFolder(), places.back()) << "where nothing is installed";
-  const fs::path users = toWide(places[1]);
+  const fs::path users = toWide(places[2]);
   fs::create_directories(users / "Tesh" / "Bramel");
-  EXPECT_EQ(commonFilesFolder(), places[1]);
+  EXPECT_EQ(commonFilesFolder(), places[2]);
   fs::remove_all(users / "Tesh");
   SetEnvironmentVariableW(L"BRAMEL_COMMON_FILES", L"C:\\chosen");
   EXPECT_EQ(commonFilesPlaces(), std::vector<std::string>{"C:\\chosen"});

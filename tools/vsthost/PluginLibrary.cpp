@@ -78,6 +78,10 @@ std::string findBundle(const std::string& libraryPath, const std::string& form, 
 
 void shareContentOf(const std::string& libraryPath) {
   const juce::File folder = fileAt(libraryPath).getParentDirectory();
+  const std::string own = tesh::bramel::platform::ownContentFolder();
+  if (!own.empty() && tesh::bramel::platform::commonFilesFolder() == own) {
+    return;  // Comes first for every program and library.
+  }
   if (std::getenv(kContentVariable) == nullptr && folder.getChildFile("Tesh/Bramel").isDirectory()) {
     setVariable(kContentVariable, folder.getFullPathName().toStdString());
   }

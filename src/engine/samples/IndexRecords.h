@@ -3,11 +3,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace tesh::bramel::plugin::sivray {
 
 inline constexpr std::size_t kSampleRecordBytes = 12;  ///< First sample, last sample, rate in Hz: three words.
 inline constexpr std::size_t kWaveRecordBytes = 24;    ///< Type or category, name, two words.
 inline constexpr std::size_t kWaveNameBytes = 12;      ///< Ends at its first zero byte, or with the field.
+
+/// A record of the category file has two words after the name. The first one is 0, or between two factory waves'
+/// records the distance of their numbers, at most this.
+inline constexpr std::uint32_t kMostNumbersPerFactoryWave = 64;
 
 }  // namespace tesh::bramel::plugin::sivray

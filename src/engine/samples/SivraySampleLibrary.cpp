@@ -3,6 +3,9 @@
 #include "engine/samples/SivraySampleLibrary.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
 
 #include "core/LittleEndian.h"
 #include "engine/samples/IndexRecords.h"
@@ -12,6 +15,25 @@ namespace tesh::vimo {
 
 namespace sivray = bramel::plugin::sivray;
 
+namespace {
+
+/// The distance of the factory waves' numbers, if all records between them tell it and no other record does. An index
+/// without categories has other words there.
+std::int32_t distanceIn(std::span<const std::uint32_t> words) {
+  const std::uint32_t told = words.size() > 1 ? words[1] : 0;
+  if (told < 2 || told > sivray::kMostNumbersPerFactoryWave) {
+    return 1;
+  }
+  for (std::size_t id = 0; id < words.size(); ++id) {
+    if (words[id] != (id % told == 0 ? 0 : told)) {
+      return 1;
+    }
+  }
+  return static_cast<std::int32_t>(told);
+}
+
+}  // namespace
+
 bool SivraySampleLibrary::load(const std::string& path) {
   return bramel::fileExists(path) && loadFrom(bramel::readFile(path));
 }
@@ -20,13 +42,20 @@ bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {
   if (records.empty()) {
     return false;
   }
+  entries.clear();
+  numbers.clear();
+  std::vector<std::string> namesOfFree;  // By id; empty for numbers that are not free.
+  std::vector<std::uint32_t> distances;
   std::int32_t id = 0;
   for (; records.size() >= sivray::kWaveRecordBytes; records = records.subspan(sivray::kWaveRecordBytes), ++id) {
     cofu::core::ByteReader reader(records);
     const std::uint32_t category = reader.word();
+    std::string name(reader.text(sivray::kWaveNameBytes));
+    numbers.push_back({.isFree = category == 0});
+    namesOfFree.push_back(category == 0 ? name : std::string());
+    distances.push_back(reader.word());
     if (category >= 1 && category <= kMaxCategories) {
-      entries.push_back(
-          {id, static_cast<std::int32_t>(category) - 1, std::string(reader.text(sivray::kWaveNameBytes))});
+      entries.push_back({id, static_cast<std::int32_t>(category) - 1, std::move(name)});
     }
   }
   std::stable_sort(entries.begin(), entries.end(),
@@ -36,7 +65,33 @@ bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {
     ++sizes[static_cast<std::size_t>(entry.category)];
   }
   categories = entries.empty() ? 0 : static_cast<std::uint32_t>(entries.back().category) + 1;
+  numberEntries(namesOfFree);
+  distance = distanceIn(distances);
   return true;
+}
+
+void SivraySampleLibrary::numberEntries(const std::vector<std::string>& namesOfFree) {
+  std::unordered_map<std::string_view, std::int32_t> places;
+  for (std::int32_t place = waveCount() - 1; place >= 0; --place) {  // Of several entries the first one counts.
+    const Entry& entry = entries[static_cast<std::size_t>(place)];
+    numbers[static_cast<std::size_t>(entry.id)].flatIndex = place;
+    places[entry.name] = place;
+  }
+  for (std::size_t id = 0; id < numbers.size(); ++id) {
+    const auto found = numbers[id].isFree ? places.find(namesOfFree[id]) : places.end();
+    if (found != places.end()) {
+      numbers[id].flatIndex = found->second;
+    }
+  }
+}
+
+const SivraySampleLibrary::Number* SivraySampleLibrary::numberAt(std::int32_t id) const {
+  return id >= 0 && id < numberCount() ? &numbers[static_cast<std::size_t>(id)] : nullptr;
+}
+
+bool SivraySampleLibrary::isFree(std::int32_t id) const {
+  const Number* const number = numberAt(id);
+  return number != nullptr && number->isFree;
 }
 
 std::int32_t SivraySampleLibrary::categorySize(std::int32_t category) const {
@@ -66,8 +121,8 @@ std::int32_t SivraySampleLibrary::waveId(std::int32_t flatIndex) const {
 }
 
 std::int32_t SivraySampleLibrary::flatIndexOf(std::int32_t id) const {
-  const auto found = std::find_if(entries.begin(), entries.end(), [id](const Entry& entry) { return entry.id == id; });
-  return found == entries.end() ? 0 : static_cast<std::int32_t>(found - entries.begin());
+  const Number* const number = numberAt(id);
+  return number == nullptr ? 0 : number->flatIndex;
 }
 
 }  // namespace tesh::vimo

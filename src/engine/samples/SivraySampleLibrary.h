@@ -20,12 +20,16 @@ class SivraySampleLibrary final : public SampleLibrary {
 
   bool load(const std::string& path) override;
 
-  /// Reads the records of an index file from memory. Leaves out a record whose category is not 1 to 16; the records
-  /// after it keep their ids. Returns false, and changes nothing, if there are no bytes.
+  /// Reads the records of an index file from memory. Lists no record whose category is not 1 to 16; the records after
+  /// it keep their ids. One of category 0 is a free number, which plays the entry of its name. Replaces what was
+  /// there. Returns false, and changes nothing, if there are no bytes.
   bool loadFrom(std::span<const std::uint8_t> records);
 
   std::int32_t categorySize(std::int32_t category) const override;
   std::int32_t waveCount() const override;
+  std::int32_t numberCount() const override { return static_cast<std::int32_t>(numbers.size()); }
+  bool isFree(std::int32_t id) const override;
+  std::int32_t numbersPerFactoryWave() const override { return distance; }
   std::int32_t categoryCount() const override { return static_cast<std::int32_t>(categories); }
   std::string waveName(std::int32_t flatIndex) const override;
   std::int32_t waveCategory(std::int32_t flatIndex) const override;
@@ -39,9 +43,19 @@ class SivraySampleLibrary final : public SampleLibrary {
     std::string name;
   };
 
+  /// What a wave number stands for.
+  struct Number {
+    bool isFree = false;
+    std::int32_t flatIndex = 0;
+  };
+
   const Entry* entryAt(std::int32_t flatIndex) const;
+  const Number* numberAt(std::int32_t id) const;
+  void numberEntries(const std::vector<std::string>& namesOfFree);
 
   std::vector<Entry> entries;
+  std::vector<Number> numbers;  ///< By id.
+  std::int32_t distance = 1;
   std::array<std::uint32_t, kMaxCategories> sizes{};
   std::uint32_t categories = 0;
 };

@@ -15,7 +15,7 @@ std::string soundNameOf(vst::BramelInstrument& instrument, std::size_t pad) {
     return {};
   }
   const float value = instrument.parameterValue(panel::padMacro(pad, panel::kSample));
-  return library->waveName(library->flatIndexOf(quantizeValue(value, library->waveCount(), 0)));
+  return library->waveName(library->flatIndexOf(quantizeValue(value, library->numberCount(), 0)));
 }
 
 bool choosesSound(std::uint64_t parameterId) {
