@@ -6,11 +6,11 @@
 #include <span>
 
 #include "core/RealTime.h"
+#include "engine/voice/VoiceBank.h"
 #include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray {
 
-struct VoiceBank;
 class RampBank;
 
 /// The buses that the lanes of a run send to. A bus that is not fed gets zeros.
@@ -21,8 +21,8 @@ struct VoiceRun {
   VoiceBank* bank = nullptr;
   RampBank* ramps = nullptr;
   const std::int16_t* samples = nullptr;  ///< start of all sample memory
-  const std::int32_t* step = nullptr;     ///< per lane, signed Q12, 0 where the wave has ended; 32-byte aligned
-  const std::int32_t* watched = nullptr;  ///< per lane, -1 where the run must stop when the fade has closed; aligned
+  LaneWords step;                         ///< signed Q12, 0 where the wave has ended
+  LaneWords watched;                      ///< -1 where the run must stop when the fade has closed
   std::int32_t* output = nullptr;         ///< frames of four words, 16-byte aligned
   int frames = 0;                         ///< at least 1
   int voices = 0;                         ///< 1 to 8: the lanes that sound

@@ -14,7 +14,6 @@ namespace tesh::bramel::plugin::sivray {
 namespace {
 
 constexpr int kControlPeriod = 64;  ///< Samples between two control updates.
-constexpr int kLongestPlan = 4096;  ///< Frames that a plan looks ahead.
 
 /// Rates in the order of LaneRamp. The level's ramp gets its rate when the level first changes.
 constexpr std::array<std::int32_t, kRampsPerLane> kRates{
@@ -29,7 +28,8 @@ VoicePool::VoicePool(DrumCore& core, const VoiceKernel& voiceKernel)
       waves(core.waves()),
       kernel(voiceKernel),
       envelope(bank, ramps),
-      voiceStart(bank, ramps, waves.pool(), core.database(), envelope) {
+      voiceStart(bank, ramps, waves.pool(), core.database(), envelope),
+      plan(bank, ramps, envelope, waves.pool().base()) {
   voiceTables();
   for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
     bank.slotBase[lane] = waves.pool().frameOf(waves.pool().silence());
@@ -85,13 +85,6 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
   }
   bool feedsEffect = false;
   const auto voices = static_cast<std::size_t>(voiceCount);
-  VoiceRun run;
-  run.bank = &bank;
-  run.ramps = &ramps;
-  run.samples = waves.pool().base();
-  run.step = runStep.data();
-  run.watched = runWatched.data();
-  run.voices = voiceCount;
   for (int frame = 0; frame < frames;) {
     if (ramps.activeCount() > 0) {
       kernel.tick(ramps);
@@ -101,23 +94,18 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
       takeSettings(frame == 0, voices);
     }
     const int most = std::min(frames - frame, period);
-    if (planned == 0) {
-      planRun(most, voices);
+    if (!plan.holds()) {
+      plan.make(most, voices);
     }
-    run.frames = std::min(most, planned);
+    const int planned = plan.framesOf(most);
     if (waves.isReading()) {
-      readSamples(run.frames, voices);
+      readSamples(planned, voices);
     }
-    run.fading = runFading;
-    run.moving = runMoving;
-    run.fed = runFed;
-    feedsEffect |= runFed != Buses::dry;
-    run.output = output + static_cast<std::ptrdiff_t>(frame) * 4;
-    const int done = kernel.run(run);
-    unsettled += done;
+    feedsEffect |= plan.feedsEffect();
+    const int done = kernel.run(plan.runOf(planned, voiceCount, output + static_cast<std::ptrdiff_t>(frame) * 4));
+    plan.count(done);
     frame += done;
-    planned = planLasts ? planned - done : 0;
-    if (planned == 0 || frame == frames) {
+    if (!plan.holds() || frame == frames) {
       settle(voices);  // before the next tick, because it may start a ramp
     }
   }
@@ -133,7 +121,7 @@ void VoicePool::takeSettings(bool startsToo, std::size_t voices) {
     return;
   }
   settle(voices);
-  planned = 0;
+  plan.drop();
   if (startsToo) {
     startPending(voices);
   }
@@ -143,31 +131,9 @@ void VoicePool::takeSettings(bool startsToo, std::size_t voices) {
 }
 
 void VoicePool::settle(std::size_t voices) {
-  if (unsettled > 0) {
-    finishRun(unsettled, voices);
-    unsettled = 0;
+  if (const int frames = plan.takeUnsettled(); frames > 0) {
+    finishRun(frames, voices);
   }
-}
-
-unsigned VoicePool::movingRamps() const {
-  unsigned moving = 0;
-  for (std::int32_t position = 0; position < ramps.activeCount(); ++position) {
-    moving |= 1U << (static_cast<unsigned>(ramps.movingSlot(position)) % kRampsPerLane);  // as makeRamps numbers them
-  }
-  return moving;
-}
-
-/// The buses that lanes send to, or may send to while ramps open them.
-Buses VoicePool::fedBuses() const {
-  std::int32_t dry = (runMoving & rampBit(LaneRamp::dry)) != 0 ? -1 : 0;
-  std::int32_t effect = (runMoving & rampBit(LaneRamp::effect)) != 0 ? -1 : 0;
-  const std::int32_t levelMoves = (runMoving & rampBit(LaneRamp::level)) != 0 ? -1 : 0;
-  for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
-    const std::int32_t audible = bank.levelGain[lane] != 0 ? -1 : levelMoves;
-    dry |= audible & bank.gainDry[lane];
-    effect |= audible & bank.gainEffect[lane];
-  }
-  return effect == 0 ? Buses::dry : dry == 0 ? Buses::effect : Buses::both;
 }
 
 void VoicePool::skip(int frames) {
@@ -186,59 +152,15 @@ void VoicePool::startPending(std::size_t voices) {
   triggered = std::find(bank.triggerPending.begin(), bank.triggerPending.end(), true) != bank.triggerPending.end();
 }
 
-void VoicePool::planRun(int frames, std::size_t voices) {
-  runFading = false;
-  for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
-    runStep[lane] = bank.remainingQ12[lane] > 0 ? bank.stepSignedQ12[lane] : 0;
-    const bool closing = lane < voices && !bank.active[lane] && bank.state[lane] != VoiceState::free;
-    runWatched[lane] = closing ? -1 : 0;
-    runFading |= closing || bank.fadeEnabled[lane] != 0;
-  }
-  runMoving = movingRamps();
-  runFed = fedBuses();
-  planLasts = ramps.activeCount() == 0 && !runFading;
-  planned = planLasts ? kLongestPlan : frames;
-  for (std::size_t lane = 0; lane < voices; ++lane) {
-    planned = endsNext(lane) ? 1 : framesToWaveEnd(lane, planned);
-    planned = envelope.framesToStep(lane, planned);
-  }
-}
-
 /// Reads the missing frames that this run will play, and one more for interpolation.
 void VoicePool::readSamples(int frames, std::size_t voices) {
   for (std::size_t lane = 0; lane < voices; ++lane) {
     const std::int64_t start = bank.positionQ12[lane];
-    const std::int64_t end = start + std::int64_t{runStep[lane]} * (frames - 1);
+    const std::int64_t end = start + std::int64_t{plan.stepOf(lane)} * (frames - 1);
     const auto [first, last] = std::minmax(start, end);
     waves.need(bank.slotBase[lane], static_cast<std::size_t>(std::max<std::int64_t>(first, 0) >> 12),
                static_cast<std::size_t>(std::max<std::int64_t>(last, 0) >> 12) + 1);
   }
-}
-
-bool VoicePool::endsNext(std::size_t lane) const {
-  if (bank.meterRestart[lane] != 0 && bank.meterEnabled[lane] == 0) {
-    return true;  // a meter that is off still takes the first sample after a restart
-  }
-  if (bank.active[lane]) {
-    return bank.envelopeFinished[lane] || bank.remainingQ12[lane] < 1;
-  }
-  return bank.state[lane] != VoiceState::free && bank.fadeAmp[lane] < kFadeClosed;
-}
-
-int VoicePool::framesToWaveEnd(std::size_t lane, int frames) const {
-  const std::int64_t remaining = bank.remainingQ12[lane];
-  const std::int64_t step = bank.stepMagnitudeQ12[lane];
-  const std::int64_t position = bank.positionQ12[lane];
-  const bool back = bank.reversed[lane];
-  const std::int64_t travel = step * frames;
-  if (remaining < 1 || step == 0 || (travel < remaining && (!back || travel <= position))) {
-    return frames;
-  }
-  std::int64_t toEnd = (remaining - 1) / step + 1;
-  if (back) {
-    toEnd = std::min(toEnd, position / step + 1);
-  }
-  return static_cast<int>(std::min<std::int64_t>(toEnd, frames));
 }
 
 void VoicePool::finishRun(int frames, std::size_t voices) {

@@ -9,6 +9,7 @@
 #include "engine/samples/PadWaves.h"
 #include "engine/voice/AmpEnvelope.h"
 #include "engine/voice/RampBank.h"
+#include "engine/voice/RunPlan.h"
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceKernel.h"
 #include "engine/voice/VoiceStart.h"
@@ -28,7 +29,7 @@ class VoicePool {
   VoiceBank& lanes() { return bank; }
 
   /// Must be called after any change to a lane between two renders that may end a voice, start one or move one.
-  void replan() { planned = 0; }
+  void replan() { plan.drop(); }
 
   /// Makes the lane's voice start at the next sample. The sound that it plays now ends there.
   void trigger(std::size_t lane, int velocity) SIVRAY_NONBLOCKING;
@@ -49,13 +50,8 @@ class VoicePool {
   void startPending(std::size_t voices) SIVRAY_NONBLOCKING;
   void takeSettings(bool startsToo, std::size_t voices) SIVRAY_NONBLOCKING;
 
-  unsigned movingRamps() const;
-  Buses fedBuses() const;
-  void planRun(int frames, std::size_t voices);
   void readSamples(int frames, std::size_t voices);
   void settle(std::size_t voices);
-  int framesToWaveEnd(std::size_t lane, int frames) const;
-  bool endsNext(std::size_t lane) const;
   void finishRun(int frames, std::size_t voices);
   void advanceWave(std::size_t lane, int frames);
   void checkEnd(std::size_t lane);
@@ -66,15 +62,8 @@ class VoicePool {
   const VoiceKernel& kernel;
   AmpEnvelope envelope;
   VoiceStart voiceStart;
-  LaneWords runStep{};     ///< For the kernel, see VoiceRun.
-  LaneWords runWatched{};  ///< For the kernel, see VoiceRun.
-  unsigned runMoving = 0;  ///< For the kernel, see VoiceRun.
-  Buses runFed = Buses::both;
-  bool runFading = false;
+  RunPlan plan;
   bool triggered = false;  ///< A voice waits for its start.
-  int planned = 0;         ///< Frames until an event, as far as the present plan is known to hold; 0 without a plan.
-  bool planLasts = false;  ///< The plan holds over several runs: nothing moves or fades.
-  int unsettled = 0;       ///< Frames that are rendered, but not yet counted by waves and envelopes.
 };
 
 }  // namespace tesh::bramel::plugin::sivray

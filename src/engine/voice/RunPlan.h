@@ -1,0 +1,73 @@
+// How long the voices run on as they are, and what the kernel needs to know of that stretch.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "core/RealTime.h"
+#include "engine/voice/AmpEnvelope.h"
+#include "engine/voice/RampBank.h"
+#include "engine/voice/VoiceBank.h"
+#include "engine/voice/VoiceKernel.h"
+
+namespace tesh::bramel::plugin::sivray {
+
+/// A plan says for how many frames no voice starts, ends or changes its envelope's level. It lasts over several runs
+/// while nothing moves or fades; else it covers one. The plan also counts the frames that are rendered, but that waves
+/// and envelopes have not been moved by, since moving them once at the plan's end costs less. Audio thread.
+class RunPlan {
+ public:
+  /// Plans for all lanes of `bank`. `samples` is the start of all sample memory.
+  RunPlan(VoiceBank& bank, RampBank& ramps, const AmpEnvelope& envelope, const std::int16_t* samples);
+
+  bool holds() const { return left > 0; }
+  void drop() { left = 0; }
+
+  /// Plans a run of the first `voices` lanes, at most `frames` frames unless the plan lasts.
+  void make(int frames, std::size_t voices) SIVRAY_NONBLOCKING;
+
+  /// The frames that the plan holds for, at most `most`.
+  int framesOf(int most) const { return std::min(most, left); }
+
+  /// The run of `frames` frames, at most `framesOf`, by the first `voices` lanes into `output`; see VoiceRun.
+  const VoiceRun& runOf(int frames, int voices, std::int32_t* output) SIVRAY_NONBLOCKING {
+    run.frames = frames;
+    run.voices = voices;
+    run.output = output;
+    return run;
+  }
+
+  /// Counts `frames` rendered frames, after which the plan may hold no longer.
+  void count(int frames) {
+    unsettled += frames;
+    left = lasts ? left - frames : 0;
+  }
+
+  /// Returns the frames counted since the last call.
+  int takeUnsettled() { return std::exchange(unsettled, 0); }
+
+  /// The planned run reads lane `lane` in steps of this, Q12 and signed.
+  std::int32_t stepOf(std::size_t lane) const { return run.step[lane]; }
+
+  /// The planned run sends something to the effect.
+  bool feedsEffect() const { return run.fed != Buses::dry; }
+
+ private:
+  unsigned movingRamps() const;
+  Buses fedBuses() const;
+  bool endsNext(std::size_t lane) const;
+  int framesToWaveEnd(std::size_t lane, int frames) const;
+
+  const VoiceBank& bank;
+  const RampBank& ramps;
+  const AmpEnvelope& envelope;
+  VoiceRun run;
+  int left = 0;        ///< Frames until an event, as far as the plan is known to hold; 0 without a plan.
+  bool lasts = false;  ///< Nothing moves or fades.
+  int unsettled = 0;
+};
+
+}  // namespace tesh::bramel::plugin::sivray
