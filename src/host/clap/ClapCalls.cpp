@@ -8,9 +8,9 @@
 #include <string_view>
 #include <type_traits>
 
-#include "host/clap/ClapNotes.h"
 #include "host/clap/ClapPlugin.h"
 #include "host/clap/ClapText.h"
+#include "host/shell/SoundNames.h"
 #include "viewmodels/texts/PanelMacros.h"
 
 namespace tesh::bramel::clap {
@@ -113,7 +113,7 @@ struct ClapCalls {
         return false;
       }
       *info = {};
-      copyText(soundNameOf(*plugin.instrument, index), info->name);
+      copyText(vst::soundNameOf(*plugin.instrument, index), info->name);
       info->port = info->channel = -1;
       info->key = static_cast<std::int16_t>(panel::kFirstPadNote + static_cast<int>(index));
       return true;

@@ -9,7 +9,6 @@
 
 #include "SivrayVersion.h"
 #include "host/clap/ClapKits.h"
-#include "host/clap/ClapNotes.h"
 #include "host/clap/ClapStreams.h"
 #include "host/construction/Construction.h"
 #include "host/resample/CFsConverterWrapper.h"
@@ -30,39 +29,6 @@ const Descriptor& pluginDescriptor() {
   return kDescriptor;
 }
 
-class ClapPlugin::PanelReports final : public vst::BramelInstrumentUICallback {
- public:
-  PanelReports(ClapReports& toHost, std::shared_ptr<vst::BramelInstrumentUICallback> toPanel)
-      : reports(toHost), panel(std::move(toPanel)) {}
-
-  void holdUpdates() override { panel->holdUpdates(); }
-  void releaseUpdates() override { panel->releaseUpdates(); }
-  void programSaved(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override {
-    panel->programSaved(bankName, programIds, count);
-  }
-  void programDeleted(const std::string& bankName, const std::uint64_t* programIds, std::uint64_t count) override {
-    panel->programDeleted(bankName, programIds, count);
-  }
-  void programMoved(const std::string& bankName, std::uint64_t fromIndex, std::uint64_t toIndex) override {
-    panel->programMoved(bankName, fromIndex, toIndex);
-  }
-  void programChanged() override {
-    reports.sampleChanged();
-    panel->programChanged();
-  }
-  void parameterChanged(std::uint64_t parameterId) override {
-    if (choosesSound(parameterId)) {
-      reports.sampleChanged();
-    }
-    panel->parameterChanged(parameterId);
-  }
-  void midiReceived(const std::uint8_t* data, std::size_t size) override { panel->midiReceived(data, size); }
-
- private:
-  ClapReports& reports;
-  const std::shared_ptr<vst::BramelInstrumentUICallback> panel;
-};
-
 ClapPlugin::ClapPlugin(const Host* newHost) : host(newHost) { fillRecord(); }
 
 const Plugin* ClapPlugin::make(const Host* host) { return &(new ClapPlugin(host))->record; }
@@ -78,12 +44,12 @@ bool ClapPlugin::init() {
         made, std::make_shared<plugin::sivray::SivrayEditorProvider>(), vst::MessageThread::Kind::own);
     parameters = std::make_unique<ClapParameters>(*made);
     reports = std::make_shared<ClapReports>(*made, *parameters, host);
-    panelReports = std::make_shared<PanelReports>(*reports, panel);
+    soundWatch = std::make_shared<vst::SoundWatch>(panel, *reports);
     block = std::make_unique<ClapBlock>(made, *parameters, *reports);
     session = std::make_unique<vst::EditorSession>(panel);
     made->currentProgram();  // Takes the first program in, so that what a host sets before a block stays.
     made->setHostCallback(reports);
-    made->setUICallback(panelReports);
+    made->setUICallback(soundWatch);
     instrument = std::move(made);
     return true;
   } catch (const std::exception&) {

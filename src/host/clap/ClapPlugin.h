@@ -13,6 +13,7 @@
 #include "host/clap/ClapReports.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/EditorSession.h"
+#include "host/editor/SoundWatch.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::clap {
@@ -46,16 +47,13 @@ class ClapPlugin {
   bool loadKit(std::uint32_t locationKind, const char* location, const char* loadKey);
   double valueOf(std::uint32_t index);
 
-  /// Hears of samples that change, and passes all reports on to the panel.
-  class PanelReports;
-
   Plugin record{};
   ClapHost host;
   std::shared_ptr<vst::BramelInstrument> instrument;  ///< Null until `init`, as all below.
   std::shared_ptr<vst::BramelInstrumentEditor> panel;
   std::unique_ptr<ClapParameters> parameters;
   std::shared_ptr<ClapReports> reports;  ///< The instrument holds this and the next one weakly.
-  std::shared_ptr<PanelReports> panelReports;
+  std::shared_ptr<vst::SoundWatch> soundWatch;
   std::unique_ptr<ClapBlock> block;
   std::unique_ptr<vst::EditorSession> session;  ///< Goes before all that it shows.
   void* parentWindow = nullptr;                 ///< Of the host; null while it shows no panel.

@@ -67,10 +67,10 @@ void ClapReports::parametersChanged() {
 void ClapReports::stateLoaded() {
   haveValuesChanged = true;
   isRescanWanted = true;
-  sampleChanged();
+  soundChanged();
 }
 
-void ClapReports::sampleChanged() {
+void ClapReports::soundChanged() {
   if (!haveNamesChanged.exchange(true)) {
     host.requestCallback();
   }

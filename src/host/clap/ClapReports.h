@@ -15,12 +15,13 @@
 #include "core/RealTime.h"
 #include "host/clap/ClapHost.h"
 #include "host/clap/ClapParameters.h"
+#include "host/editor/SoundWatch.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 
 namespace tesh::bramel::clap {
 
 /// Hears what the shell tells its host. The message thread and, inside a block, the audio thread call it.
-class ClapReports final : public vst::BramelInstrumentHostCallback {
+class ClapReports final : public vst::BramelInstrumentHostCallback, public vst::SoundListener {
  public:
   /// What waits for a block or a flush.
   struct Report {
@@ -55,8 +56,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   /// Whether blocks come, which take messages. Those from before would all come at once. Main thread.
   void setTakesMidi(bool takes) { takesMidi = takes; }
 
-  /// A pad's sample may have changed. Any thread, the audio thread too.
-  void sampleChanged() SIVRAY_NONBLOCKING;
+  void soundChanged() SIVRAY_NONBLOCKING override;
 
   /// Tells the host what waits for its main thread. Main thread.
   void onMainThread();

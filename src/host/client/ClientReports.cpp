@@ -9,6 +9,11 @@
 
 namespace tesh::bramel::vst {
 
+void NameReports::timerCallback() {
+  stopTimer();
+  processor.updateHostDisplay(juce::AudioProcessorListener::ChangeDetails().withParameterInfoChanged(true));
+}
+
 HostReports::HostReports(juce::AudioProcessor& ofProcessor, std::vector<ClientParameter*> shownParameters)
     : processor(ofProcessor), parameters(std::move(shownParameters)) {}
 

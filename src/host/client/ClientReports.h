@@ -18,6 +18,24 @@
 
 namespace tesh::bramel::vst {
 
+/// Tells the host by the message thread that its parameters have other texts, some time after it has moved one: by then
+/// the block has the value.
+class NameReports final : private juce::Timer {
+ public:
+  explicit NameReports(juce::AudioProcessor& ofProcessor) : processor(ofProcessor) {}
+  ~NameReports() override { stopTimer(); }
+
+  /// Not on the audio thread.
+  void tellSoon() { startTimer(kSettling); }
+
+ private:
+  static constexpr int kSettling = 100;  ///< Milliseconds.
+
+  void timerCallback() override;
+
+  juce::AudioProcessor& processor;
+};
+
 /// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object, as
 /// the processor does.
 class HostReports final : public BramelInstrumentHostCallback, private juce::Timer {

@@ -17,9 +17,11 @@
 #include "host/construction/Construction.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/MessageThread.h"
+#include "host/editor/SoundWatch.h"
 #include "host/resample/CFsConverterWrapper.h"
 #include "host/shell/HostWrites.h"
 #include "host/shell/ProgramBanks.h"
+#include "host/shell/SoundNames.h"
 #include "platform/Files.h"
 #include "platform/SpecialFolders.h"
 #include "storage/paths/Paths.h"
@@ -46,21 +48,26 @@ std::string faultOfContent() {
 
 }  // namespace
 
-class SivrayProcessor::Impl {
+class SivrayProcessor::Impl : public SoundListener {
  public:
-  Impl();
+  explicit Impl(juce::AudioProcessor& processor);
+
+  void soundChanged() override { haveNamesChanged = true; }
 
   std::string fault;
   std::shared_ptr<BramelInstrument> instrument;
   std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing.
-  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds it weakly.
+  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds this and the next one weakly.
+  std::shared_ptr<SoundWatch> soundWatch;
+  NameReports nameReports;
+  std::atomic<bool> haveNamesChanged = false;
   HostWrites hostWrites{instrument};
   std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
   bool isMoving = false;               ///< The host's transport, as the last block found it.
   juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
 };
 
-SivrayProcessor::Impl::Impl() {
+SivrayProcessor::Impl::Impl(juce::AudioProcessor& processor) : nameReports(processor) {
   try {
     instrument = makeInstrument();
     panel = std::make_shared<BramelInstrumentEditor>(
@@ -73,7 +80,7 @@ SivrayProcessor::Impl::Impl() {
 
 SivrayProcessor::SivrayProcessor()
     : AudioProcessor(BusesProperties().withOutput("Output", juce::AudioChannelSet::stereo())),
-      impl(std::make_unique<Impl>()) {
+      impl(std::make_unique<Impl>(*this)) {
   if (impl->panel == nullptr) {
     return;
   }
@@ -87,7 +94,8 @@ SivrayProcessor::SivrayProcessor()
   }
   impl->hostReports = std::make_shared<HostReports>(*this, std::move(shown));
   shell.setHostCallback(impl->hostReports);
-  shell.setUICallback(impl->panel);
+  impl->soundWatch = std::make_shared<SoundWatch>(impl->panel, *impl);
+  shell.setUICallback(impl->soundWatch);
 }
 
 SivrayProcessor::~SivrayProcessor() = default;
@@ -205,6 +213,20 @@ const juce::String SivrayProcessor::getProgramName(int index) {
                    : juce::String::fromUTF8(
                          impl->instrument->programName(kFactoryBank, static_cast<std::uint64_t>(index)).c_str());
 }
+
+// Names.
+
+std::string SivrayProcessor::keyName(int key) const { return soundNameOnKey(*impl->instrument, key); }
+
+void SivrayProcessor::hostMoved(int parameterIndex) {
+  const auto& parameters = getParameters();
+  if (parameterIndex >= 0 && parameterIndex < parameters.size() &&
+      choosesSound(static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex))->shellId())) {
+    impl->nameReports.tellSoon();
+  }
+}
+
+bool SivrayProcessor::takeNamesChanged() { return impl->haveNamesChanged.exchange(false, std::memory_order_relaxed); }
 
 // State.
 

@@ -10,6 +10,7 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include "core/RealTime.h"
+#include "host/client/KeyNames.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::vst {
@@ -20,7 +21,7 @@ class BramelInstrumentEditor;
 /// state is the same bytes as the VST 2 chunk. One stereo output, no input. The same blocks give the same samples as
 /// VST 2. Where the instrument's files are missing, it is silent, has no parameters and programs, and keeps a state for
 /// the host unread.
-class SivrayProcessor final : public juce::AudioProcessor {
+class SivrayProcessor final : public juce::AudioProcessor, public KeyNames {
  public:
   /// Builds the instrument from its files; JUCE must be running. Throws nothing that a host could cause.
   SivrayProcessor();
@@ -79,6 +80,12 @@ class SivrayProcessor final : public juce::AudioProcessor {
 
   /// Factory programs keep their names.
   void changeProgramName(int /*index*/, const juce::String& /*newName*/) override {}
+
+  // The pads' sounds, as the names of their keys.
+
+  std::string keyName(int key) const override;
+  void hostMoved(int parameterIndex) override;
+  bool takeNamesChanged() SIVRAY_NONBLOCKING override;
 
   // State. Any thread but the audio thread.
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #define JucePlugin_Build_LV2 1
 #include "JuceLV2Defines.h"
+#include "Midnam.h"
+#include "host/client/KeyNames.h"
 #include "host/editor/X11Connection.h"
 #include "host/forms/FormSettings.h"
 

@@ -1,6 +1,7 @@
 // The VST 3 plug-in: JUCE's wrapper around the processor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #define JucePlugin_Build_VST3 1
+#include "host/client/KeyNames.h"
 #include "host/editor/X11Connection.h"
 #include "host/forms/FormSettings.h"
 

@@ -1,14 +1,14 @@
 // Finds a pad's sound in the sample library.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "host/clap/ClapNotes.h"
+#include "host/shell/SoundNames.h"
 
 #include "engine/samples/SampleLibrary.h"
 #include "viewmodels/texts/PanelMacros.h"
 #include "viewmodels/texts/ParameterSteps.h"
 
-namespace tesh::bramel::clap {
+namespace tesh::bramel::vst {
 
-std::string soundNameOf(vst::BramelInstrument& instrument, std::size_t pad) {
+std::string soundNameOf(BramelInstrument& instrument, std::size_t pad) {
   auto* const processor = instrument.processorHandle();
   const vimo::SampleLibrary* const library = processor == nullptr ? nullptr : processor->generator().sampleLibrary();
   if (library == nullptr || library->waveCount() < 1) {
@@ -18,8 +18,14 @@ std::string soundNameOf(vst::BramelInstrument& instrument, std::size_t pad) {
   return library->waveName(library->flatIndexOf(quantizeValue(value, library->numberCount(), 0)));
 }
 
+std::string soundNameOnKey(BramelInstrument& instrument, int key) {
+  const int pad = key - panel::kFirstPadNote;
+  return pad < 0 || pad >= static_cast<int>(panel::kPads) ? std::string()
+                                                          : soundNameOf(instrument, static_cast<std::size_t>(pad));
+}
+
 bool choosesSound(std::uint64_t parameterId) {
   return parameterId < panel::kEffectTypeMacro && parameterId % panel::kMacrosPerPad == panel::kSample;
 }
 
-}  // namespace tesh::bramel::clap
+}  // namespace tesh::bramel::vst

@@ -1,0 +1,23 @@
+// The names of the pads' sounds on their keys, as a host's piano roll shows them.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "core/RealTime.h"
+#include "host/shell/BramelInstrument.h"
+
+namespace tesh::bramel::vst {
+
+/// The name of the sound that pad 0 to 7 has now; empty if the sample library is missing. Not on the audio thread.
+std::string soundNameOf(BramelInstrument& instrument, std::size_t pad);
+
+/// The same for the pad that a key, 0 to 127, plays; empty where it plays none.
+std::string soundNameOnKey(BramelInstrument& instrument, int key);
+
+/// Whether a parameter, by its id, chooses a pad's sound. Any thread.
+bool choosesSound(std::uint64_t parameterId) SIVRAY_NONBLOCKING;
+
+}  // namespace tesh::bramel::vst

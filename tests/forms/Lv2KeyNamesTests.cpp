@@ -1,0 +1,148 @@
+// The LV2 bundle in a host of our own that takes the names of keys, as Ardour does.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include <lv2/atom/forge.h>
+#include <lv2/core/lv2.h>
+#include <lv2/midi/midi.h>
+#include <lv2/patch/patch.h>
+#include <lv2/urid/urid.h>
+
+#include "Midnam.h"
+
+namespace {
+
+using tesh::bramel::lv2::MidnamInterface;
+using tesh::bramel::lv2::MidnamUpdate;
+
+constexpr int kFrames = 256;
+
+class Lv2Host {
+ public:
+  Lv2Host() {
+    library = ::dlopen(SIVRAY_LV2_MODULE, RTLD_NOW | RTLD_LOCAL);
+    const auto find = library == nullptr ? nullptr : ::dlsym(library, "lv2_descriptor");
+    descriptor = find == nullptr ? nullptr : reinterpret_cast<LV2_Descriptor_Function>(find)(0);
+    if (descriptor == nullptr) {
+      return;
+    }
+    const std::array<const LV2_Feature*, 3> features{&mapFeature, &updateFeature, nullptr};
+    instance = descriptor->instantiate(descriptor, 48000.0, SIVRAY_LV2_BUNDLE, features.data());
+    ::lv2_atom_forge_init(&forge, &map);
+    for (std::uint32_t port = 0; port < 2; ++port) {
+      descriptor->connect_port(instance, port, audio[port].data());
+    }
+    descriptor->connect_port(instance, 2, input.data());
+    descriptor->connect_port(instance, 3, output.data());
+    descriptor->activate(instance);
+  }
+  ~Lv2Host() {
+    if (descriptor != nullptr) {
+      descriptor->deactivate(instance);
+      descriptor->cleanup(instance);
+    }
+    if (library != nullptr) {
+      ::dlclose(library);
+    }
+  }
+  Lv2Host(const Lv2Host&) = delete;
+  Lv2Host& operator=(const Lv2Host&) = delete;
+
+  /// Runs a block, in which a parameter gets a value if `parameter` is not empty.
+  void run(const std::string& parameter = {}, float value = 0.0F) {
+    ::lv2_atom_forge_set_buffer(&forge, reinterpret_cast<std::uint8_t*>(input.data()), sizeof(input));
+    LV2_Atom_Forge_Frame sequence;
+    ::lv2_atom_forge_sequence_head(&forge, &sequence, 0);
+    if (!parameter.empty()) {
+      LV2_Atom_Forge_Frame object;
+      ::lv2_atom_forge_frame_time(&forge, 0);
+      ::lv2_atom_forge_object(&forge, &object, 0, numberOf(LV2_PATCH__Set));
+      ::lv2_atom_forge_key(&forge, numberOf(LV2_PATCH__property));
+      ::lv2_atom_forge_urid(&forge, numberOf(parameter.c_str()));
+      ::lv2_atom_forge_key(&forge, numberOf(LV2_PATCH__value));
+      ::lv2_atom_forge_float(&forge, value);
+      ::lv2_atom_forge_pop(&forge, &object);
+    }
+    ::lv2_atom_forge_pop(&forge, &sequence);
+    reinterpret_cast<LV2_Atom*>(output.data())->size = sizeof(output) - sizeof(LV2_Atom);
+    descriptor->run(instance, kFrames);
+  }
+
+  std::string text(char* (*MidnamInterface::*ask)(void*)) const {
+    const auto* const names =
+        static_cast<const MidnamInterface*>(descriptor->extension_data(tesh::bramel::lv2::kMidnamInterface));
+    if (names == nullptr) {
+      return {};
+    }
+    char* const given = (names->*ask)(instance);
+    std::string copy = given == nullptr ? "" : given;
+    names->freeText(given);
+    return copy;
+  }
+
+  /// The name of a key in the document; empty if it has none.
+  std::string nameOf(int key) const {
+    const std::string document = text(&MidnamInterface::midnam);
+    const std::string mark = "<Note Number=\"" + std::to_string(key) + "\" Name=\"";
+    const std::size_t at = document.find(mark);
+    return at == std::string::npos
+               ? ""
+               : document.substr(at + mark.size(), document.find('"', at + mark.size()) - at - mark.size());
+  }
+
+  void* instance = nullptr;
+  int updates = 0;
+
+ private:
+  LV2_URID numberOf(const char* address) {
+    for (std::size_t index = 0; index < addresses.size(); ++index) {
+      if (addresses[index] == address) {
+        return static_cast<LV2_URID>(index + 1);
+      }
+    }
+    addresses.emplace_back(address);
+    return static_cast<LV2_URID>(addresses.size());
+  }
+
+  void* library = nullptr;
+  const LV2_Descriptor* descriptor = nullptr;
+  std::vector<std::string> addresses;
+  LV2_URID_Map map{this,
+                   [](void* host, const char* address) { return static_cast<Lv2Host*>(host)->numberOf(address); }};
+  MidnamUpdate update{this, [](void* host) { ++static_cast<Lv2Host*>(host)->updates; }};
+  LV2_Feature mapFeature{LV2_URID__map, &map};
+  LV2_Feature updateFeature{tesh::bramel::lv2::kMidnamUpdate, &update};
+  LV2_Atom_Forge forge{};
+  std::array<std::array<float, kFrames>, 2> audio{};
+  alignas(8) std::array<char, 32768> input{};
+  alignas(8) std::array<char, 32768> output{};
+};
+
+TEST(Lv2Bundle, NamesTheKeysOfItsPadsAndTellsOfAnotherSample) {
+  Lv2Host host;
+  ASSERT_NE(host.instance, nullptr);
+  for (int key = 0; key < 128; ++key) {
+    EXPECT_EQ(host.nameOf(key).empty(), key < 36 || key > 43) << key;
+  }
+  const std::string model = host.text(&MidnamInterface::model);
+  EXPECT_NE(host.text(&MidnamInterface::midnam).find("<Model>" + model + "</Model>"), std::string::npos);
+  EXPECT_NE(Lv2Host().text(&MidnamInterface::model), model) << "each instance has names of its own";
+
+  host.run();
+  host.updates = 0;
+  host.run("urn:tesh:sivray:macro1", 0.25F);
+  EXPECT_EQ(host.updates, 0) << "a level is no name";
+  const std::string before = host.nameOf(36);
+  host.run("urn:tesh:sivray:macro0", 0.5F);
+  EXPECT_EQ(host.updates, 1);
+  EXPECT_NE(host.nameOf(36), before);
+  host.run();
+  EXPECT_EQ(host.updates, 1);
+}
+
+}  // namespace

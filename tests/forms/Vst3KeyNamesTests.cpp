@@ -1,0 +1,223 @@
+// The VST 3 bundle in a host of our own: what its text for scanners says, and the names of its keys.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <thread>
+
+#include <picojson.h>
+#include <pluginterfaces/base/ipluginbase.h>
+#include <pluginterfaces/vst/ivstcomponent.h>
+#include <pluginterfaces/vst/ivsteditcontroller.h>
+#include <pluginterfaces/vst/ivstmessage.h>
+#include <pluginterfaces/vst/ivstunits.h>
+
+namespace {
+
+using namespace Steinberg;
+
+/// A reference to an object of the plug-in's, given back at its end.
+template <typename T>
+class Held {
+ public:
+  Held() = default;
+  Held(FUnknown* from, const TUID& iid) {
+    if (from == nullptr || from->queryInterface(iid, reinterpret_cast<void**>(&object)) != kResultOk) {
+      object = nullptr;
+    }
+  }
+  Held(IPluginFactory& factory, const TUID& classId, const TUID& iid) {
+    if (factory.createInstance(classId, iid, reinterpret_cast<void**>(&object)) != kResultOk) {
+      object = nullptr;
+    }
+  }
+  ~Held() {
+    if (object != nullptr) {
+      object->release();
+    }
+  }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+  T* operator->() const { return object; }
+  T* get() const { return object; }
+
+ private:
+  T* object = nullptr;
+};
+
+/// Counts what the plug-in says of its program list.
+class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
+ public:
+  tresult PLUGIN_API beginEdit(Vst::ParamID) override { return kResultOk; }
+  tresult PLUGIN_API performEdit(Vst::ParamID, Vst::ParamValue) override { return kResultOk; }
+  tresult PLUGIN_API endEdit(Vst::ParamID) override { return kResultOk; }
+  tresult PLUGIN_API restartComponent(int32) override { return kResultOk; }
+  tresult PLUGIN_API notifyUnitSelection(Vst::UnitID) override { return kResultOk; }
+  tresult PLUGIN_API notifyProgramListChange(Vst::ProgramListID list, int32 program) override {
+    toldList = list;
+    toldProgram = program;
+    ++told;
+    return kResultOk;
+  }
+  tresult PLUGIN_API queryInterface(const TUID iid, void** object) override {
+    *object = std::memcmp(iid, Vst::IUnitHandler_iid, sizeof(TUID)) == 0
+                  ? static_cast<void*>(static_cast<Vst::IUnitHandler*>(this))
+              : std::memcmp(iid, Vst::IComponentHandler_iid, sizeof(TUID)) == 0
+                  ? static_cast<void*>(static_cast<Vst::IComponentHandler*>(this))
+                  : nullptr;
+    return *object == nullptr ? kNoInterface : kResultOk;
+  }
+  uint32 PLUGIN_API addRef() override { return 1; }
+  uint32 PLUGIN_API release() override { return 1; }
+
+  /// Whether the plug-in tells of a change within two seconds.
+  bool hears(int before) const {
+    constexpr int kTries = 200;
+    for (int tries = 0; tries < kTries && told == before; ++tries) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return told > before;
+  }
+
+  std::atomic<int> told = 0;
+  std::atomic<int> toldList = 0;
+  std::atomic<int> toldProgram = -1;
+};
+
+std::string narrow(const Vst::TChar* text) {
+  std::string result;
+  for (; *text != 0; ++text) {
+    result += static_cast<char>(*text);
+  }
+  return result;
+}
+
+class Vst3Bundle : public testing::Test {
+ protected:
+  Vst3Bundle() {
+    library = ::dlopen(SIVRAY_VST3_MODULE, RTLD_NOW | RTLD_LOCAL);
+    if (library != nullptr) {
+      reinterpret_cast<bool (*)(void*)>(::dlsym(library, "ModuleEntry"))(library);
+      factory = reinterpret_cast<GetFactoryProc>(::dlsym(library, "GetPluginFactory"))();
+    }
+  }
+  ~Vst3Bundle() override {
+    if (library != nullptr) {
+      factory->release();
+      reinterpret_cast<bool (*)()>(::dlsym(library, "ModuleExit"))();
+      ::dlclose(library);
+    }
+  }
+  Vst3Bundle(const Vst3Bundle&) = delete;
+  Vst3Bundle& operator=(const Vst3Bundle&) = delete;
+
+  void SetUp() override { ASSERT_NE(library, nullptr) << ::dlerror(); }
+
+  void* library = nullptr;
+  IPluginFactory* factory = nullptr;
+};
+
+TEST_F(Vst3Bundle, SaysToScannersWhatItsFactorySays) {
+  std::ifstream file(SIVRAY_VST3_TEXT);
+  picojson::value text;
+  ASSERT_EQ(picojson::parse(text, file), "");
+  PFactoryInfo maker;
+  ASSERT_EQ(factory->getFactoryInfo(&maker), kResultOk);
+  const auto& about = text.get("Factory Info");
+  EXPECT_EQ(about.get("Vendor").get<std::string>(), maker.vendor);
+  EXPECT_EQ(about.get("Flags").get("Unicode").get<bool>(), (maker.flags & PFactoryInfo::kUnicode) != 0);
+
+  const auto& classes = text.get("Classes").get<picojson::array>();
+  ASSERT_EQ(static_cast<int32>(classes.size()), factory->countClasses());
+  const Held<IPluginFactory2> named(factory, IPluginFactory2_iid);
+  for (int32 index = 0; index < factory->countClasses(); ++index) {
+    PClassInfo2 info;
+    ASSERT_EQ(named->getClassInfo2(index, &info), kResultOk);
+    const auto& told = classes[static_cast<std::size_t>(index)];
+    std::string id;
+    for (const char byte : info.cid) {
+      constexpr const char* kDigits = "0123456789ABCDEF";
+      id += {kDigits[static_cast<std::uint8_t>(byte) >> 4U], kDigits[static_cast<std::uint8_t>(byte) & 15U]};
+    }
+    EXPECT_EQ(told.get("CID").get<std::string>(), id);
+    EXPECT_EQ(told.get("Category").get<std::string>(), info.category);
+    EXPECT_EQ(told.get("Name").get<std::string>(), info.name);
+    EXPECT_EQ(told.get("Vendor").get<std::string>(), info.vendor);
+    EXPECT_EQ(told.get("Version").get<std::string>(), info.version);
+    EXPECT_EQ(told.get("SDKVersion").get<std::string>(), info.sdkVersion);
+    EXPECT_EQ(told.get("Class Flags").get<double>(), info.classFlags);
+    std::string categories;
+    for (const auto& category : told.get("Sub Categories").get<picojson::array>()) {
+      categories += (categories.empty() ? "" : "|") + category.get<std::string>();
+    }
+    EXPECT_EQ(categories, info.subCategories);
+  }
+}
+
+TEST_F(Vst3Bundle, NamesTheKeysOfThePresentKitAndTellsOfAnotherSampleAndKit) {
+  PClassInfo info;
+  ASSERT_EQ(factory->getClassInfo(0, &info), kResultOk);
+  Host host;
+  const Held<Vst::IComponent> component(*factory, info.cid, Vst::IComponent_iid);
+  ASSERT_EQ(component->initialize(static_cast<Vst::IComponentHandler*>(&host)), kResultOk);
+  TUID controllerId;
+  ASSERT_EQ(component->getControllerClassId(controllerId), kResultOk);
+  const Held<Vst::IEditController> controller(*factory, controllerId, Vst::IEditController_iid);
+  ASSERT_EQ(controller->initialize(static_cast<Vst::IComponentHandler*>(&host)), kResultOk);
+  {
+    const Held<Vst::IConnectionPoint> componentEnd(component.get(), Vst::IConnectionPoint_iid);
+    const Held<Vst::IConnectionPoint> controllerEnd(controller.get(), Vst::IConnectionPoint_iid);
+    componentEnd->connect(controllerEnd.get());
+    controllerEnd->connect(componentEnd.get());
+    controller->setComponentHandler(&host);
+    const Held<Vst::IUnitInfo> units(controller.get(), Vst::IUnitInfo_iid);
+    Vst::ProgramListInfo list;
+    ASSERT_EQ(units->getProgramListInfo(0, list), kResultOk);
+    const auto nameOf = [&](int32 program, int key) {
+      Vst::String128 name{};
+      return units->getProgramPitchName(list.id, program, static_cast<int16>(key), name) == kResultOk ? narrow(name)
+                                                                                                      : "";
+    };
+    EXPECT_EQ(units->hasProgramPitchNames(list.id, 0), kResultTrue);
+    EXPECT_NE(units->hasProgramPitchNames(list.id, 1), kResultTrue) << "not of a kit that is not selected";
+    EXPECT_NE(units->hasProgramPitchNames(list.id + 1, 0), kResultTrue);
+    for (int key = 36; key < 44; ++key) {
+      EXPECT_NE(nameOf(0, key), "") << key;
+    }
+    EXPECT_EQ(nameOf(0, 35) + nameOf(0, 44) + nameOf(0, -1) + nameOf(0, 128), "");
+
+    Vst::ParameterInfo parameter;
+    for (int32 index = 0; index < controller->getParameterCount(); ++index) {
+      controller->getParameterInfo(index, parameter);
+      if (narrow(parameter.title) == "P1 Sample") {
+        break;
+      }
+    }
+    ASSERT_EQ(narrow(parameter.title), "P1 Sample");
+    const std::string before = nameOf(0, 36);
+    int told = host.told;
+    controller->setParamNormalized(parameter.id, 0.5);
+    EXPECT_TRUE(host.hears(told));
+    EXPECT_EQ(host.toldList, list.id);
+    EXPECT_EQ(host.toldProgram, 0);
+    EXPECT_NE(nameOf(0, 36), before);
+
+    told = host.told;
+    controller->setParamNormalized(static_cast<Vst::ParamID>(list.id), 1.0);
+    EXPECT_TRUE(host.hears(told));
+    EXPECT_EQ(host.toldProgram, list.programCount - 1);
+    EXPECT_NE(nameOf(list.programCount - 1, 36), "");
+    componentEnd->disconnect(controllerEnd.get());
+    controllerEnd->disconnect(componentEnd.get());
+  }
+  controller->terminate();
+  component->terminate();
+}
+
+}  // namespace
