@@ -287,6 +287,27 @@ TEST_F(PlaybackTest, KeysAndMidiInputsStrikeAndTheToneFadesInAndOut) {
   EXPECT_EQ(tone.back(), 0.5F) << "half a second";
 }
 
+TEST_F(PlaybackTest, MidiInputsPlayByTheNoteMapAndThePadsOfThePanelAreHeard) {
+  playback.prepare(48000.0, 100);
+  tesh::cofu::core::NoteMap map;
+  map.notes[60] = 38;
+  playback.setNoteMap(map);
+  const auto send = [&](const juce::MidiMessage& message) {
+    playback.handleIncomingMidiMessage(nullptr, message.withTimeStamp(0.001));
+  };
+  send(juce::MidiMessage::noteOn(1, 60, juce::uint8{90}));
+  send(juce::MidiMessage::noteOff(1, 60));
+  send(juce::MidiMessage::programChange(1, 60));
+  block(1000);
+  EXPECT_THAT(processor.log, testing::UnorderedElementsAre(testing::EndsWith("9 38"), testing::EndsWith("8 38"),
+                                                           testing::EndsWith("12 60")));
+  EXPECT_EQ(playback.takeHeard().inputNote, 60);
+  EXPECT_EQ(playback.takeHeard().inputNote, -1);
+  playback.playNote(36, true);
+  playback.playNote(36, false);
+  EXPECT_EQ(playback.takeHeard().panelNote, 36) << "a key plays a pad too";
+}
+
 TEST(DemoScore, IsReadFromAMidiFileAndEmptyForAnythingElse) {
   juce::MidiMessageSequence track;
   track.addEvent(juce::MidiMessage::tempoMetaEvent(500000 / 2), 0.0);  // 240 beats a minute.

@@ -137,7 +137,7 @@ TEST_F(ProgramTest, ComesBackWithSoundDeviceMidiAndPlace) {
   window->setTopLeftPosition(70, 90);
   SetupView& setup = openSetup();
   Hand(setup).click(100, kFirstSetupRow + 28);
-  Hand(setup).click(600, kFirstSetupRow);
+  Hand(setup).click(500, kFirstSetupRow);
   run();
   EXPECT_NE(find<SetupView>(*window), nullptr);
   EXPECT_EQ(strip(), "ALSA: card, 44100 Hz, 256 frames");
@@ -225,17 +225,44 @@ TEST_F(ProgramTest, FollowsDevicesAndInputsThatComeAndGoUnderAnOpenSetup) {
   EXPECT_TRUE(comesTrue([this] { return strip() == "The sound device is gone. Looking for another"; })) << strip();
   Hand(setup)
       .click(300, kFirstSetupRow)
-      .click(400, kFirstSetupRow)
-      .click(600, 20);  // Rates, blocks and tone of nothing.
+      .click(350, kFirstSetupRow)
+      .click(690, 20);  // Rates, blocks and tone of nothing.
   run();
   machine["ALSA"]["card"].isThere = true;
   EXPECT_TRUE(comesTrue([this] { return strip().starts_with("ALSA: card"); })) << strip();
   midi.list.add({"Pads", "2"});
   EXPECT_TRUE(comesTrue([this] { return midi.players.contains("2"); }));
-  Hand(setup).click(600, kFirstSetupRow + 28);
+  Hand(setup).click(500, kFirstSetupRow + 28);
   EXPECT_TRUE(comesTrue([this] { return !midi.players.contains("2"); })) << "the row of the input that came is there";
   midi.players["1"]->handleIncomingMidiMessage(nullptr, juce::MidiMessage::noteOn(1, 36, juce::uint8{100}));
   EXPECT_TRUE(comesTrue([this] { return isLit(); }));
+}
+
+TEST_F(ProgramTest, LearnsWhichDrumPlaysAPadAndRemembersIt) {
+  const auto strikeDrum = [this](int note, bool isOn) {
+    const auto message =
+        isOn ? juce::MidiMessage::noteOn(1, note, juce::uint8{100}) : juce::MidiMessage::noteOff(1, note);
+    midi.players["1"]->handleIncomingMidiMessage(nullptr, message);
+  };
+  Hand(openSetup()).click(650, kFirstSetupRow + 3 * 28);
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Strike a pad"); })) << strip();
+  EXPECT_EQ(find<SetupView>(*window), nullptr) << "the panel is free";
+  strikeDrum(22, true);
+  run();
+  EXPECT_TRUE(strip().starts_with("Strike a pad")) << "of which pad?";
+  Hand(button("Pad 1")).press(20, 20).release();
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Now strike the drum of pad 1."); })) << strip();
+  strikeDrum(22, true);
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Note 22 plays pad 1."); })) << strip();
+  button("Sound and MIDI").click();
+  EXPECT_EQ(find<SetupView>(*window), nullptr) << "the click ends it";
+  EXPECT_TRUE(strip().starts_with("JACK")) << strip();
+  restart();
+  EXPECT_FALSE(isLit());
+  strikeDrum(22, true);
+  EXPECT_TRUE(comesTrue([this] { return isLit(); }));
+  strikeDrum(22, false);
+  EXPECT_TRUE(comesTrue([this] { return !isLit(); }));
 }
 
 TEST_F(ProgramTest, SaysThatKitsCannotBeSavedUntilTheyCan) {

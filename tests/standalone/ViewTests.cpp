@@ -72,8 +72,11 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   midi.list.add({"Pads", "2"});
   MidiInputs inputs(player, midi.system());
   inputs.start({"Pads"});
+  const juce::TemporaryFile folder("sivray");
+  Settings settings(folder.getFile());
+  const NoteMaps noteMaps(settings);
   SetupView* shown = nullptr;
-  SetupView view(sound, inputs, fonts,
+  SetupView view(sound, inputs, noteMaps, fonts,
                  {.device =
                       [&](const DeviceChoice& choice) {
                         wishes.push_back((choice.type + " " + choice.name + " " + juce::String(choice.rate, 0) + " " +
@@ -84,7 +87,8 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
                       },
                   .midi = [&](const juce::String& name,
                               bool isOn) { wishes.push_back((isOn ? "on " : "off ") + name.toStdString()); },
-                  .testTone = [&] { wishes.emplace_back("tone"); }});
+                  .testTone = [&] { wishes.emplace_back("tone"); },
+                  .notes = [&](int row) { wishes.push_back("notes " + std::to_string(row)); }});
   shown = &view;
   view.setSize(SetupView::kWidth, SetupView::kHeight);
   const auto click = [&](int x, int y) {
@@ -94,7 +98,7 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   EXPECT_THAT(click(100, kFirstSetupRow), IsEmpty()) << "it is open already";
   EXPECT_THAT(click(100, kFirstSetupRow + 28), ElementsAre("ALSA card 0 0"));
   EXPECT_THAT(click(300, kFirstSetupRow + 56), ElementsAre("ALSA card 48000 256"));
-  EXPECT_THAT(click(400, kFirstSetupRow), ElementsAre("ALSA card 48000 64"));
+  EXPECT_THAT(click(350, kFirstSetupRow), ElementsAre("ALSA card 48000 64"));
   machine["ALSA"]["other"] = {};
   machine["ALSA"]["other"].opens = false;
   view.refresh();
@@ -107,10 +111,12 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   midi.list = juce::Array(juce::MidiDeviceInfo("Keys", "1"), juce::MidiDeviceInfo("Pads", "2"));
   inputs.look();
   view.refresh();
-  EXPECT_THAT(click(600, 20), ElementsAre("tone"));
-  EXPECT_THAT(click(600, kFirstSetupRow), ElementsAre("off Keys"));
-  EXPECT_THAT(click(600, kFirstSetupRow + 28), ElementsAre("on Pads"));
-  EXPECT_THAT(click(600, kFirstSetupRow + 56), IsEmpty());
+  EXPECT_THAT(click(690, 20), ElementsAre("tone"));
+  EXPECT_THAT(click(500, kFirstSetupRow), ElementsAre("off Keys"));
+  EXPECT_THAT(click(500, kFirstSetupRow + 28), ElementsAre("on Pads"));
+  EXPECT_THAT(click(500, kFirstSetupRow + 56), IsEmpty());
+  EXPECT_THAT(click(650, kFirstSetupRow + 56), ElementsAre("notes 2"));
+  EXPECT_THAT(click(650, kFirstSetupRow + 56), ElementsAre("notes 2")) << "to learn again";
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "host/standalone/Playback.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -38,6 +39,18 @@ void Playback::playNote(int note, bool isOn) {
   auto message = isOn ? juce::MidiMessage::noteOn(1, note, kPadVelocity) : juce::MidiMessage::noteOff(1, note);
   message.setTimeStamp(juce::Time::getMillisecondCounterHiRes() * 0.001);
   collector.addMessageToQueue(message);
+  if (isOn) {
+    panelNote = note;
+  }
+}
+
+void Playback::setNoteMap(const cofu::core::NoteMap& map) {
+  const std::scoped_lock lock(translatorMutex);
+  translator.setMap(map);
+}
+
+Playback::Heard Playback::takeHeard() {
+  return {.panelNote = panelNote.exchange(-1), .inputNote = inputNote.exchange(-1)};
 }
 
 void Playback::playTestTone() { isToneWanted = true; }
@@ -61,8 +74,22 @@ void Playback::prepare(double rate, int frames) {
 void Playback::audioDeviceStopped() { processor.releaseResources(); }
 
 void Playback::handleIncomingMidiMessage(juce::MidiInput* /*source*/, const juce::MidiMessage& message) {
-  if (sampleRate > 0.0) {
+  constexpr int kShortMessage = 3;
+  if (message.isNoteOn()) {
+    inputNote = message.getNoteNumber();
+  }
+  if (sampleRate <= 0.0) {
+    return;
+  }
+  if (message.getRawDataSize() != kShortMessage) {
     collector.addMessageToQueue(message);
+    return;
+  }
+  const auto* const raw = message.getRawData();
+  std::array<std::uint8_t, kShortMessage> bytes{raw[0], raw[1], raw[2]};
+  const std::scoped_lock lock(translatorMutex);
+  if (translator.translate(bytes)) {
+    collector.addMessageToQueue(juce::MidiMessage(bytes.data(), kShortMessage, message.getTimeStamp()));
   }
 }
 
@@ -94,7 +121,17 @@ void Playback::render(int frames) {
     }
   }
   demoPlayer.endBlock(frames);
+  hearPanel();
   addTestTone(frames);
+}
+
+/// What the instrument gives to its host are the notes of its panel.
+void Playback::hearPanel() {
+  for (const juce::MidiMessageMetadata event : events) {
+    if (event.getMessage().isNoteOn()) {
+      panelNote = event.data[1];
+    }
+  }
 }
 
 void Playback::addTestTone(int frames) {

@@ -7,7 +7,9 @@
 
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 
+#include "core/NoteMap.h"
 #include "host/standalone/DemoPlayer.h"
 
 namespace tesh::bramel::standalone {
@@ -24,6 +26,17 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
 
   /// Strikes or releases a pad. Message thread.
   void playNote(int note, bool isOn);
+
+  /// By which the MIDI inputs play from now on; at first each note plays itself. Any thread.
+  void setNoteMap(const cofu::core::NoteMap& map);
+
+  /// The last of each kind since the last call; -1 for none.
+  struct Heard {
+    int panelNote = -1;  ///< Struck on the panel or by `playNote`.
+    int inputNote = -1;  ///< From a MIDI input, as the device sent it.
+  };
+  /// Any thread.
+  Heard takeHeard();
 
   /// Plays half a second of 440 Hz, past the instrument. Any thread.
   void playTestTone();
@@ -46,11 +59,16 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
  private:
   juce::Optional<PositionInfo> getPosition() const override;
   void render(int frames);
+  void hearPanel();
   void addTestTone(int frames);
   void copyTo(float* const* outputs, int outputCount, int from, int frames) const;
 
   juce::AudioProcessor& processor;
   DemoPlayer demoPlayer;
+  std::mutex translatorMutex;  ///< Of the MIDI inputs' threads.
+  cofu::core::NoteTranslator translator;
+  std::atomic<int> panelNote = -1;
+  std::atomic<int> inputNote = -1;
   juce::MidiMessageCollector collector;
   juce::MidiBuffer live;    ///< Of the device's whole block.
   juce::MidiBuffer events;  ///< Of the part that is rendered.

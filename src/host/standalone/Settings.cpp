@@ -16,6 +16,7 @@ constexpr const char* kMidiSwitched = "midiInputsOn";
 #else
 constexpr const char* kMidiSwitched = "midiInputsOff";
 #endif
+constexpr const char* kTaughtNotes = "taughtNotes";
 constexpr const char* kX = "windowX";
 constexpr const char* kY = "windowY";
 
@@ -58,6 +59,27 @@ juce::StringArray Settings::midiNamesSwitched() const {
 
 void Settings::setMidiNamesSwitched(const juce::StringArray& names) {
   file.setValue(kMidiSwitched, names.joinIntoString("\n"));
+}
+
+std::map<int, int> Settings::taughtNotes() const {
+  constexpr int kNotes = 128;
+  std::map<int, int> notes;
+  for (const juce::String& pair : juce::StringArray::fromTokens(file.getValue(kTaughtNotes), " ", "")) {
+    const int drum = pair.upToFirstOccurrenceOf("=", false, false).getIntValue();
+    const int pad = pair.fromFirstOccurrenceOf("=", false, false).getIntValue();
+    if (pair.containsChar('=') && juce::isPositiveAndBelow(drum, kNotes) && juce::isPositiveAndBelow(pad, kNotes)) {
+      notes[drum] = pad;
+    }
+  }
+  return notes;
+}
+
+void Settings::setTaughtNotes(const std::map<int, int>& notes) {
+  juce::StringArray pairs;
+  for (const auto& [drum, pad] : notes) {
+    pairs.add(juce::String(drum) + "=" + juce::String(pad));
+  }
+  file.setValue(kTaughtNotes, pairs.joinIntoString(" "));
 }
 
 std::optional<juce::Point<int>> Settings::position() const {

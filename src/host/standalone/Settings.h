@@ -4,6 +4,7 @@
 
 #include <juce_data_structures/juce_data_structures.h>
 
+#include <map>
 #include <optional>
 
 #include "host/standalone/SoundDevice.h"
@@ -23,6 +24,14 @@ class Settings {
   /// As MidiInputs has them.
   juce::StringArray midiNamesSwitched() const;
   void setMidiNamesSwitched(const juce::StringArray& names);
+
+  /// Empty before the first choice.
+  juce::String noteMapName() const { return file.getValue("noteMap"); }
+  void setNoteMapName(const juce::String& name) { file.setValue("noteMap", name); }
+
+  /// The notes of pads by those of drums, all 0 to 127.
+  std::map<int, int> taughtNotes() const;
+  void setTaughtNotes(const std::map<int, int>& notes);
 
   /// Of the window's content, in the screen's pixels. Nothing before the first move.
   std::optional<juce::Point<int>> position() const;

@@ -19,8 +19,9 @@ constexpr int kLabelHeight = 28;
 constexpr int kStateHeight = 28;
 constexpr int kInset = 6;
 constexpr int kButtonMargin = 8;
-constexpr int kOutputWidth = 268;
-constexpr int kNumberWidth = 92;
+constexpr int kOutputWidth = 232;
+constexpr int kNumberWidth = 80;
+constexpr int kNotesWidth = 150;
 constexpr int kTestWidth = 76;
 
 constexpr double kTitleHeight = 16.0;
@@ -111,22 +112,26 @@ class SetupView::Column : public juce::Component {
   juce::Font rowFont;
 };
 
-SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, IBramelFontProvider& fonts, Wishes newWishes)
+SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps& maps, IBramelFontProvider& fonts,
+                     Wishes newWishes)
     : soundDevice(sound),
       midiInputs(midi),
+      noteMaps(maps),
       wishes(std::move(newWishes)),
       testButton(makeActionButton("Test tone", fontNamed(fonts, kListFace, kButtonFontHeight), *this)),
       outputs(std::make_unique<Column>("Output", fonts, *this)),
       rates(std::make_unique<Column>("Rate, Hz", fonts, *this)),
       blocks(std::make_unique<Column>("Block", fonts, *this)),
-      inputs(std::make_unique<Column>("MIDI inputs", fonts, *this)) {
+      inputs(std::make_unique<Column>("MIDI inputs", fonts, *this)),
+      notes(std::make_unique<Column>("Notes", fonts, *this)) {
   title.setFont(fontNamed(fonts, kListFace, kTitleHeight));
   title.setColour(juce::Colours::white);
   title.setText("Sound and MIDI");
   state.setFont(fontNamed(fonts, kListFace, kButtonFontHeight));
   state.setColour(juce::Colour(colours::kListLabel));
-  for (juce::Component* const part : std::initializer_list<juce::Component*>{
-           &header, &title, &state, testButton.get(), outputs.get(), rates.get(), blocks.get(), inputs.get()}) {
+  for (juce::Component* const part :
+       std::initializer_list<juce::Component*>{&header, &title, &state, testButton.get(), outputs.get(), rates.get(),
+                                               blocks.get(), inputs.get(), notes.get()}) {
     addAndMakeVisible(*part);
   }
   refresh();
@@ -157,6 +162,7 @@ void SetupView::refreshLists() {
   }
   blocks->show(std::move(blockTexts), indexOf(soundDevice.blocks(), current.block));
   inputs->showSwitches(midiInputs.devices());
+  notes->show(NoteMaps::names(), noteMaps.chosenRow());
   juce::String text = soundDevice.describe();
   if (soundDevice.isOpen() && soundDevice.problem().isNotEmpty()) {
     text << ".  Not opened: " << soundDevice.problem();
@@ -199,6 +205,8 @@ void SetupView::listRowClicked(BWSimpleListView& list, int row, const juce::Mous
   if (&list == &inputs->list && row >= 0 && index < devices.size() && wishes.midi) {
     const MidiInputs::Device device = devices[index];
     wishes.midi(device.name, !device.isOn);
+  } else if (&list == &notes->list && row >= 0 && wishes.notes) {
+    wishes.notes(row);
   }
 }
 
@@ -219,6 +227,7 @@ void SetupView::resized() {
   outputs->setBounds(area.removeFromLeft(kOutputWidth));
   rates->setBounds(area.removeFromLeft(kNumberWidth));
   blocks->setBounds(area.removeFromLeft(kNumberWidth));
+  notes->setBounds(area.removeFromRight(kNotesWidth));
   inputs->setBounds(area);
 }
 

@@ -1,4 +1,4 @@
-// The page on which sound device, rate, block and MIDI inputs are chosen.
+// The page on which sound device, rate, block, MIDI inputs and what their notes play are chosen.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/standalone/MidiInputs.h"
+#include "host/standalone/NoteMaps.h"
 #include "host/standalone/SoundDevice.h"
 #include "viewmodels/resources/IBramelFontProvider.h"
 #include "widgets/BWFlatToggleButton.h"
@@ -23,7 +24,7 @@ namespace tesh::bramel::standalone {
 /// The content of a pop-up. A row acts when it is clicked. Message thread only.
 class SetupView : public juce::Component, public IBWSimpleListViewListener, public IBWControlListener {
  public:
-  static constexpr int kWidth = 660;
+  static constexpr int kWidth = 740;
   static constexpr int kHeight = 320;
 
   /// What the user asks for. A call may refresh the view.
@@ -31,10 +32,12 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
     std::function<void(const DeviceChoice&)> device;
     std::function<void(const juce::String& midiInput, bool isOn)> midi;
     std::function<void()> testTone;
+    std::function<void(int row)> notes;
   };
 
-  /// `sound`, `midi` and `fonts` outlive the view.
-  SetupView(SoundDevice& sound, const MidiInputs& midi, IBramelFontProvider& fonts, Wishes newWishes);
+  /// `sound`, `midi`, `notes` and `fonts` outlive the view.
+  SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps& notes, IBramelFontProvider& fonts,
+            Wishes newWishes);
   ~SetupView() override;
 
   /// Shows what is open now.
@@ -52,6 +55,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
 
   SoundDevice& soundDevice;
   const MidiInputs& midiInputs;
+  const NoteMaps& noteMaps;
   Wishes wishes;
   BWTabGradationView header;
   BWLabel title;
@@ -61,6 +65,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
   std::unique_ptr<Column> rates;
   std::unique_ptr<Column> blocks;
   std::unique_ptr<Column> inputs;
+  std::unique_ptr<Column> notes;
   std::vector<DeviceChoice> choices;  ///< Of the rows of `outputs`.
 };
 

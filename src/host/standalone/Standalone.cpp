@@ -11,7 +11,9 @@
 #include "host/client/SivrayProcessorEditor.h"
 #include "host/standalone/DemoKits.h"
 #include "host/standalone/Desktop.h"
+#include "host/standalone/Lesson.h"
 #include "host/standalone/MidiInputs.h"
+#include "host/standalone/NoteMaps.h"
 #include "host/standalone/PadKeyboard.h"
 #include "host/standalone/Playback.h"
 #include "host/standalone/ProgramFonts.h"
@@ -55,6 +57,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     if (!state.isEmpty()) {
       processor.setStateInformation(state.getData(), static_cast<int>(state.getSize()));
     }
+    playback.setNoteMap(noteMaps.map());
     makeWindow(std::move(onClosed));
     sound.onChange = [this] { showDevices(); };
     midi.onChange = [this] { showDevices(); };
@@ -111,6 +114,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   void controlGestureBegan(IBWControl& control) override {
     if (&control == static_cast<IBWControl*>(&window->strip().demoButton())) {
       toggleDemo();
+    } else if (lesson.isOn()) {
+      lesson.stop();
     } else {
       openSetup();
     }
@@ -118,10 +123,11 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
 
   void openSetup() {
     const auto page = std::make_shared<SetupView>(
-        sound, midi, fonts,
+        sound, midi, noteMaps, fonts,
         SetupView::Wishes{.device = [this](const DeviceChoice& choice) { openDevice(choice); },
                           .midi = [this](const juce::String& name, bool isOn) { switchMidi(name, isOn); },
-                          .testTone = [this] { playback.playTestTone(); }});
+                          .testTone = [this] { playback.playTestTone(); },
+                          .notes = [this](int row) { chooseNotes(row); }});
     setup = page;
     popup = std::make_shared<BWPopupView>();
     popup->setContentSize(SetupView::kWidth, SetupView::kHeight);
@@ -146,6 +152,22 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     });
   }
 
+  void chooseNotes(int row) {
+    later([this, row] {
+      noteMaps.choose(row);
+      playback.setNoteMap(noteMaps.map());
+      if (row == NoteMaps::learnedRow()) {
+        popup.reset();  // The panel's pads are to be struck.
+        lesson.start();
+      }
+    });
+  }
+
+  void teachNote(int drum, int padNote) {
+    noteMaps.teach(drum, padNote);
+    playback.setNoteMap(noteMaps.map());
+  }
+
   void later(std::function<void()> work) {
     juce::MessageManager::callAsync([token = std::weak_ptr<const bool>(alive), own = std::move(work)] {
       if (!token.expired()) {
@@ -164,7 +186,11 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   void showDevices() {
     areKitsWritten = processor.instrument()->areProgramsWritten();
     const juce::String state = areKitsWritten ? sound.describe() : kitsFault();
-    window->strip().showDevice(state, !areKitsWritten || !sound.isOpen());
+    if (lesson.isOn()) {
+      window->strip().showDevice(lesson.text(), true);
+    } else {
+      window->strip().showDevice(state, !areKitsWritten || !sound.isOpen());
+    }
     if (std::exchange(shownState, state) != state) {
       std::fprintf(stderr, "sivray: %s\n", state.toRawUTF8());
     }
@@ -178,7 +204,11 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   ProgramFonts fonts;
   vst::SivrayProcessor processor;
   Playback playback;
+  NoteMaps noteMaps{settings};
   DemoKits demoKits{processor, playback.demo()};
+  Lesson lesson{
+      playback,
+      {.note = [this](int drum, int padNote) { teachNote(drum, padNote); }, .changed = [this] { showDevices(); }}};
   std::unique_ptr<ProgramWindow> window;
   std::unique_ptr<PadKeyboard> keyboard;
   std::shared_ptr<BWPopupView> popup;
