@@ -1,12 +1,21 @@
-// Finds a row by the first letters that are typed.
+// Finds a row by the first letters of a word that are typed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/TypeAhead.h"
 
 namespace tesh::bramel {
 namespace {
 
-bool beginsWith(const juce::String& text, const juce::String& word) {
-  return text.startsWithIgnoreCase(word) || text.trimCharactersAtStart("0123456789 :").startsWithIgnoreCase(word);
+/// Whether one of the words in `text` begins with `start`.
+bool hasWord(const juce::String& text, const juce::String& start) {
+  bool isInWord = false;
+  for (auto place = text.getCharPointer(); !place.isEmpty(); ++place) {
+    const bool isLetter = place.isLetterOrDigit();
+    if (isLetter && !isInWord && juce::String(place).startsWithIgnoreCase(start)) {
+      return true;
+    }
+    isInWord = isLetter;
+  }
+  return false;
 }
 
 }  // namespace
@@ -24,7 +33,7 @@ int TypeAhead::find(juce::juce_wchar letter, std::uint32_t now, int current, int
   const int start = word.length() == 1 ? current + 1 : juce::jmax(current, 0);
   for (int i = 0; i < rowCount; ++i) {
     const int row = (start + i) % rowCount;
-    if (beginsWith(textOfRow(row), word)) {
+    if (hasWord(textOfRow(row), word)) {
       return row;
     }
   }

@@ -1,4 +1,4 @@
-// Finds a row by the first letters that are typed.
+// Finds a row by the first letters of a word that are typed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,9 +14,9 @@ class TypeAhead {
  public:
   static constexpr std::uint32_t kPause = 1000;
 
-  /// The next row at or after `current` that begins with the word, past the last row from the first on; -1 if there is
-  /// none. A number in front of a row's name ("012 : Deep House") may be typed or left out. The first letter of a word,
-  /// and the same letter again, look past the current row.
+  /// The next row at or after `current` with a word that begins so ("012 : Deep House" has three), past the last row
+  /// from the first on; -1 if there is none. The first letter that is typed, and the same letter again, look past the
+  /// current row.
   int find(juce::juce_wchar letter, std::uint32_t now, int current, int rowCount,
            const std::function<juce::String(int)>& textOfRow);
 

@@ -21,6 +21,8 @@
 #include "hosting/HostWindow.h"
 #include "support/Hand.h"
 #include "support/KitFolder.h"
+#include "views/BWPopupView.h"
+#include "views/BWSampleSelectorView.h"
 #include "widgets/BWButtonBase.h"
 
 namespace {
@@ -263,6 +265,42 @@ TEST_F(ProgramTest, LearnsWhichDrumPlaysAPadAndRemembersIt) {
   EXPECT_TRUE(comesTrue([this] { return isLit(); }));
   strikeDrum(22, false);
   EXPECT_TRUE(comesTrue([this] { return !isLit(); }));
+}
+
+TEST_F(ProgramTest, ASampleSoundsWhenItIsChosenUnlessTheUserOrTheDemoForbids) {
+  const auto choose = [this](int row) {
+    button("Sample of pad 1").click();
+    Hand(*find<BWSampleSelectorView>(*window)).click(200, 76 + 14 + 28 * row);
+    run(10);
+    const bool sounded = isLit();
+    EXPECT_TRUE(comesTrue([this] { return !isLit(); })) << "one stroke";
+    find<BWSampleSelectorView>(*window)->findParentComponentOfClass<BWPopupView>()->close();
+    return sounded;
+  };
+  EXPECT_TRUE(choose(1));
+  EXPECT_TRUE(choose(1)) << "also the one that it has";
+  Hand(openSetup()).click(650, kFirstSetupRow + 5 * 28);
+  run();
+  find<SetupView>(*window)->findParentComponentOfClass<BWPopupView>()->close();
+  EXPECT_FALSE(choose(0));
+  restart();
+  EXPECT_FALSE(choose(1)) << "remembered";
+}
+
+TEST_F(ProgramTest, AListWithTheFocusTakesTheLettersAndThePadsOtherwise) {
+  focus();
+  button("Sample of pad 1").click();
+  auto& browser = *find<BWSampleSelectorView>(*window);
+  find<juce::ListBox>(browser, "Samples")->grabKeyboardFocus();
+  other->setKey('a', true);
+  run(10);
+  EXPECT_FALSE(isLit());
+  other->setKey('a', false);
+  run();
+  browser.findParentComponentOfClass<BWPopupView>()->close();
+  other->setKey('a', true);
+  EXPECT_TRUE(comesTrue([this] { return isLit(); }));
+  other->setKey('a', false);
 }
 
 TEST_F(ProgramTest, SaysThatKitsCannotBeSavedUntilTheyCan) {

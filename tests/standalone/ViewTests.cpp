@@ -76,7 +76,7 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   Settings settings(folder.getFile());
   const NoteMaps noteMaps(settings);
   SetupView* shown = nullptr;
-  SetupView view(sound, inputs, noteMaps, fonts,
+  SetupView view(sound, inputs, noteMaps, settings, fonts,
                  {.device =
                       [&](const DeviceChoice& choice) {
                         wishes.push_back((choice.type + " " + choice.name + " " + juce::String(choice.rate, 0) + " " +
@@ -88,7 +88,8 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
                   .midi = [&](const juce::String& name,
                               bool isOn) { wishes.push_back((isOn ? "on " : "off ") + name.toStdString()); },
                   .testTone = [&] { wishes.emplace_back("tone"); },
-                  .notes = [&](int row) { wishes.push_back("notes " + std::to_string(row)); }});
+                  .notes = [&](int row) { wishes.push_back("notes " + std::to_string(row)); },
+                  .hearsChoices = [&](bool hears) { wishes.emplace_back(hears ? "sound" : "silence"); }});
   shown = &view;
   view.setSize(SetupView::kWidth, SetupView::kHeight);
   const auto click = [&](int x, int y) {
@@ -117,6 +118,7 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   EXPECT_THAT(click(500, kFirstSetupRow + 56), IsEmpty());
   EXPECT_THAT(click(650, kFirstSetupRow + 56), ElementsAre("notes 2"));
   EXPECT_THAT(click(650, kFirstSetupRow + 56), ElementsAre("notes 2")) << "to learn again";
+  EXPECT_THAT(click(650, kFirstSetupRow + 5 * 28), ElementsAre("silence"));
 }
 
 }  // namespace

@@ -172,7 +172,8 @@ TEST_F(SimpleList, TypedLettersSelectAndTell) {
 }
 
 TEST(TypeAheadRows, AreFoundByNameOrNumberAndByLongerWords) {
-  const std::vector<juce::String> rows{"001 : Attic", "002 : Basement", "003 : Barn", "004 : Cellar", "010 : Bath"};
+  const std::vector<juce::String> rows{"001 : Attic", "002 : Basement", "003 : Barn", "004 : Cellar hollow",
+                                       "010 : Bath"};
   const auto textOf = [&rows](int row) { return rows[static_cast<std::size_t>(row)]; };
   TypeAhead typed;
   int row = -1;
@@ -190,6 +191,9 @@ TEST(TypeAheadRows, AreFoundByNameOrNumberAndByLongerWords) {
   EXPECT_EQ(type('0', 2000), 1);
   EXPECT_EQ(type('1', 100), 4);
   EXPECT_EQ(type('x', 2000), -1);
+  EXPECT_EQ(type('h', 2000), 3) << "a word within the name";
+  EXPECT_EQ(type('o', 100), 3);
+  EXPECT_EQ(type('t', 2000), -1) << "within a word";
   EXPECT_EQ(TypeAhead().find('a', 0, -1, 0, textOf), -1);
 }
 

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "widgets/BWSimpleListView.h"
+
 namespace tesh::bramel::standalone {
 namespace {
 
@@ -11,6 +13,12 @@ namespace {
 bool isTyping() {
   return dynamic_cast<juce::TextEditor*>(juce::Component::getCurrentlyFocusedComponent()) != nullptr ||
          juce::Component::getCurrentlyModalComponent() != nullptr;
+}
+
+/// In a list, which finds names by their letters.
+bool isSeeking() {
+  const auto* const focused = juce::Component::getCurrentlyFocusedComponent();
+  return focused != nullptr && focused->findParentComponentOfClass<BWSimpleListView>() != nullptr;
 }
 
 bool isCommand(juce::ModifierKeys modifiers) {
@@ -39,12 +47,12 @@ bool PadKeyboard::keyPressed(const juce::KeyPress& key, juce::Component* /*origi
     onSpace();
     return true;
   }
-  return PadKeys::isPadKey(key.getKeyCode());
+  return !isSeeking() && PadKeys::isPadKey(key.getKeyCode());
 }
 
 bool PadKeyboard::keyStateChanged(bool /*isKeyDown*/, juce::Component* /*origin*/) {
   keys.keysMoved([](int key) { return juce::KeyPress::isKeyCurrentlyDown(key); },
-                 !isTyping() && !isCommand(juce::ModifierKeys::currentModifiers));
+                 !isTyping() && !isSeeking() && !isCommand(juce::ModifierKeys::currentModifiers));
   return false;
 }
 

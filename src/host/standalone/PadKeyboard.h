@@ -1,4 +1,5 @@
-// Hears the computer's keys wherever the focus stands in the program's window, and leaves them to text fields.
+// Hears the computer's keys wherever the focus stands in the program's window, and leaves them to text fields and
+// lists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,8 +11,7 @@
 
 namespace tesh::bramel::standalone {
 
-/// The pads' letters never reach the lists of the panel, which would jump to names that begin with them. Message thread
-/// only.
+/// A list with the focus takes the letters; the space bar stays the demo's. Message thread only.
 class PadKeyboard final : private juce::KeyListener, private juce::FocusChangeListener {
  public:
   /// `window` outlives this object. `toggleDemo` hears the space bar.

@@ -33,6 +33,10 @@ class Settings {
   std::map<int, int> taughtNotes() const;
   void setTaughtNotes(const std::map<int, int>& notes);
 
+  /// Whether a sample sounds when it is chosen; at first it does.
+  bool hearsChoices() const { return file.getBoolValue("hearsChoices", true); }
+  void setHearsChoices(bool hears) { file.setValue("hearsChoices", hears); }
+
   /// Of the window's content, in the screen's pixels. Nothing before the first move.
   std::optional<juce::Point<int>> position() const;
   void setPosition(juce::Point<int> topLeft);

@@ -88,14 +88,7 @@ class SetupView::Column : public juce::Component {
     list.selectRow(selected);
   }
 
-  void showSwitches(const std::vector<MidiInputs::Device>& devices) {
-    std::vector<std::string> names;
-    std::vector<bool> areOn;
-    for (const auto& device : devices) {
-      const bool isRefused = device.isOn && !device.isOpen;
-      names.push_back((device.name + (isRefused ? ": in use by another program" : "")).toStdString());
-      areOn.push_back(device.isOpen);
-    }
+  void showSwitches(std::vector<std::string> names, std::vector<bool> areOn) {
     list.setRenderer(std::make_shared<SwitchRows>(rowFont, std::move(areOn)));
     list.setItems(std::move(names));
   }
@@ -112,18 +105,20 @@ class SetupView::Column : public juce::Component {
   juce::Font rowFont;
 };
 
-SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps& maps, IBramelFontProvider& fonts,
-                     Wishes newWishes)
+SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps& maps, const Settings& remembered,
+                     IBramelFontProvider& fonts, Wishes newWishes)
     : soundDevice(sound),
       midiInputs(midi),
       noteMaps(maps),
+      settings(remembered),
       wishes(std::move(newWishes)),
       testButton(makeActionButton("Test tone", fontNamed(fonts, kListFace, kButtonFontHeight), *this)),
       outputs(std::make_unique<Column>("Output", fonts, *this)),
       rates(std::make_unique<Column>("Rate, Hz", fonts, *this)),
       blocks(std::make_unique<Column>("Block", fonts, *this)),
       inputs(std::make_unique<Column>("MIDI inputs", fonts, *this)),
-      notes(std::make_unique<Column>("Notes", fonts, *this)) {
+      notes(std::make_unique<Column>("Notes", fonts, *this)),
+      choices(std::make_unique<Column>("Samples", fonts, *this)) {
   title.setFont(fontNamed(fonts, kListFace, kTitleHeight));
   title.setColour(juce::Colours::white);
   title.setText("Sound and MIDI");
@@ -131,7 +126,7 @@ SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps&
   state.setColour(juce::Colour(colours::kListLabel));
   for (juce::Component* const part :
        std::initializer_list<juce::Component*>{&header, &title, &state, testButton.get(), outputs.get(), rates.get(),
-                                               blocks.get(), inputs.get(), notes.get()}) {
+                                               blocks.get(), inputs.get(), notes.get(), choices.get()}) {
     addAndMakeVisible(*part);
   }
   refresh();
@@ -140,17 +135,17 @@ SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps&
 SetupView::~SetupView() = default;
 
 void SetupView::refresh() {
-  choices = soundDevice.available();
+  devices = soundDevice.available();
   refreshLists();
 }
 
 void SetupView::refreshLists() {
   const DeviceChoice current = soundDevice.current();
   std::vector<std::string> names;
-  for (const auto& choice : choices) {
+  for (const auto& choice : devices) {
     names.push_back((choice.type + ": " + choice.name).toStdString());
   }
-  outputs->show(std::move(names), indexOf(choices, DeviceChoice{.type = current.type, .name = current.name}));
+  outputs->show(std::move(names), indexOf(devices, DeviceChoice{.type = current.type, .name = current.name}));
   std::vector<std::string> rateTexts;
   for (const double rate : soundDevice.rates()) {
     rateTexts.push_back(std::to_string(juce::roundToInt(rate)));
@@ -161,8 +156,16 @@ void SetupView::refreshLists() {
     blockTexts.push_back(std::to_string(block));
   }
   blocks->show(std::move(blockTexts), indexOf(soundDevice.blocks(), current.block));
-  inputs->showSwitches(midiInputs.devices());
+  std::vector<std::string> inputNames;
+  std::vector<bool> areOpen;
+  for (const auto& device : midiInputs.devices()) {
+    const bool isRefused = device.isOn && !device.isOpen;
+    inputNames.push_back((device.name + (isRefused ? ": in use by another program" : "")).toStdString());
+    areOpen.push_back(device.isOpen);
+  }
+  inputs->showSwitches(std::move(inputNames), std::move(areOpen));
   notes->show(NoteMaps::names(), noteMaps.chosenRow());
+  choices->showSwitches({"Sound when chosen"}, {settings.hearsChoices()});
   juce::String text = soundDevice.describe();
   if (soundDevice.isOpen() && soundDevice.problem().isNotEmpty()) {
     text << ".  Not opened: " << soundDevice.problem();
@@ -180,9 +183,9 @@ void SetupView::listRowSelected(BWSimpleListView& list, int row) {
   const DeviceChoice current = soundDevice.current();
   DeviceChoice wanted = current;
   const auto index = static_cast<std::size_t>(row);
-  if (&list == &outputs->list && index < choices.size()) {
-    wanted.type = choices[index].type;
-    wanted.name = choices[index].name;
+  if (&list == &outputs->list && index < devices.size()) {
+    wanted.type = devices[index].type;
+    wanted.name = devices[index].name;
   } else if (&list == &rates->list && index < soundDevice.rates().size()) {
     wanted.rate = soundDevice.rates()[index];
   } else if (&list == &blocks->list && index < soundDevice.blocks().size()) {
@@ -194,19 +197,21 @@ void SetupView::listRowSelected(BWSimpleListView& list, int row) {
     return;
   }
   if (&list == &outputs->list) {
-    wanted = choices[index];  // At its own rate and block.
+    wanted = devices[index];  // At its own rate and block.
   }
   wishes.device(wanted);
 }
 
 void SetupView::listRowClicked(BWSimpleListView& list, int row, const juce::MouseEvent& /*event*/) {
-  const auto& devices = midiInputs.devices();
+  const auto& midiDevices = midiInputs.devices();
   const auto index = static_cast<std::size_t>(row);
-  if (&list == &inputs->list && row >= 0 && index < devices.size() && wishes.midi) {
-    const MidiInputs::Device device = devices[index];
+  if (&list == &inputs->list && row >= 0 && index < midiDevices.size() && wishes.midi) {
+    const MidiInputs::Device device = midiDevices[index];
     wishes.midi(device.name, !device.isOn);
   } else if (&list == &notes->list && row >= 0 && wishes.notes) {
     wishes.notes(row);
+  } else if (&list == &choices->list && row == 0 && wishes.hearsChoices) {
+    wishes.hearsChoices(!settings.hearsChoices());
   }
 }
 
@@ -227,7 +232,10 @@ void SetupView::resized() {
   outputs->setBounds(area.removeFromLeft(kOutputWidth));
   rates->setBounds(area.removeFromLeft(kNumberWidth));
   blocks->setBounds(area.removeFromLeft(kNumberWidth));
-  notes->setBounds(area.removeFromRight(kNotesWidth));
+  auto right = area.removeFromRight(kNotesWidth);
+  const int mapRows = static_cast<int>(NoteMaps::names().size());
+  notes->setBounds(right.removeFromTop(kLabelHeight + mapRows * BWSimpleListView::kRowHeight));
+  choices->setBounds(right);
   inputs->setBounds(area);
 }
 

@@ -33,11 +33,12 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
     std::function<void(const juce::String& midiInput, bool isOn)> midi;
     std::function<void()> testTone;
     std::function<void(int row)> notes;
+    std::function<void(bool)> hearsChoices;
   };
 
-  /// `sound`, `midi`, `notes` and `fonts` outlive the view.
-  SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps& notes, IBramelFontProvider& fonts,
-            Wishes newWishes);
+  /// `sound`, `midi`, `maps`, `remembered` and `fonts` outlive the view.
+  SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps& maps, const Settings& remembered,
+            IBramelFontProvider& fonts, Wishes newWishes);
   ~SetupView() override;
 
   /// Shows what is open now.
@@ -56,6 +57,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
   SoundDevice& soundDevice;
   const MidiInputs& midiInputs;
   const NoteMaps& noteMaps;
+  const Settings& settings;
   Wishes wishes;
   BWTabGradationView header;
   BWLabel title;
@@ -66,7 +68,8 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
   std::unique_ptr<Column> blocks;
   std::unique_ptr<Column> inputs;
   std::unique_ptr<Column> notes;
-  std::vector<DeviceChoice> choices;  ///< Of the rows of `outputs`.
+  std::unique_ptr<Column> choices;
+  std::vector<DeviceChoice> devices;  ///< Of the rows of `outputs`.
 };
 
 }  // namespace tesh::bramel::standalone

@@ -9,6 +9,7 @@
 
 #include "host/client/SivrayProcessor.h"
 #include "host/client/SivrayProcessorEditor.h"
+#include "host/standalone/Audition.h"
 #include "host/standalone/DemoKits.h"
 #include "host/standalone/Desktop.h"
 #include "host/standalone/Lesson.h"
@@ -123,11 +124,12 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
 
   void openSetup() {
     const auto page = std::make_shared<SetupView>(
-        sound, midi, noteMaps, fonts,
+        sound, midi, noteMaps, settings, fonts,
         SetupView::Wishes{.device = [this](const DeviceChoice& choice) { openDevice(choice); },
                           .midi = [this](const juce::String& name, bool isOn) { switchMidi(name, isOn); },
                           .testTone = [this] { playback.playTestTone(); },
-                          .notes = [this](int row) { chooseNotes(row); }});
+                          .notes = [this](int row) { chooseNotes(row); },
+                          .hearsChoices = [this](bool hears) { setHearsChoices(hears); }});
     setup = page;
     popup = std::make_shared<BWPopupView>();
     popup->setContentSize(SetupView::kWidth, SetupView::kHeight);
@@ -160,6 +162,13 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
         popup.reset();  // The panel's pads are to be struck.
         lesson.start();
       }
+    });
+  }
+
+  void setHearsChoices(bool hears) {
+    later([this, hears] {
+      settings.setHearsChoices(hears);
+      showDevices();
     });
   }
 
@@ -206,6 +215,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   Playback playback;
   NoteMaps noteMaps{settings};
   DemoKits demoKits{processor, playback.demo()};
+  Audition audition{processor, [this](int note, bool isOn) { playback.playNote(note, isOn); },
+                    [this] { return settings.hearsChoices() && !playback.demo().isPlaying(); }};
   Lesson lesson{
       playback,
       {.note = [this](int drum, int padNote) { teachNote(drum, padNote); }, .changed = [this] { showDevices(); }}};
