@@ -42,11 +42,9 @@ function(sivray_patch_juce)
     sivray_change_juce_file("${path}" "${text}")
   endforeach()
   if(WIN32)
-    # Debian's modules come without their own code for these, and its Windows compiler without the libraries.
-    foreach(format PNG JPEG)
-      file(READ "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/windows/juce_${format}Loader.cpp" text)
-      sivray_change_juce_file(juce_graphics/image_formats/juce_${format}Loader.cpp "${text}")
-    endforeach()
+    # Debian's modules come without their own code for PNG, and its Windows compiler without the library.
+    file(READ "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/windows/juce_PNGLoader.cpp" text)
+    sivray_change_juce_file(juce_graphics/image_formats/juce_PNGLoader.cpp "${text}")
   endif()
 endfunction()
 

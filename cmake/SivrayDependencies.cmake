@@ -36,20 +36,16 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
     sivray_headers(stb_image stb/stb_image.h)
   else()
     find_package(PNG REQUIRED)
-    find_package(JPEG REQUIRED)
     find_package(Freetype REQUIRED)
     find_package(X11 REQUIRED)
     find_package(ALSA REQUIRED)
     find_package(PkgConfig REQUIRED)
-    pkg_check_modules(FLAC REQUIRED IMPORTED_TARGET flac)
   endif()
 
   include(PatchedJuce)
   include(TrimmedJuce)
   sivray_patch_juce()
-  if(NOT WIN32)
-    sivray_trim_juce()
-  endif()
+  sivray_trim_juce()
   sivray_compile_changed_juce()
 
   add_library(sivray_juce_modules STATIC)
@@ -69,7 +65,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       JUCE_WEB_BROWSER=0
       JUCE_USE_MP3AUDIOFORMAT=0
       JUCE_USE_OGGVORBIS=0
-      $<$<PLATFORM_ID:Windows>:JUCE_USE_FLAC=0>
+      JUCE_USE_FLAC=0
       $<$<PLATFORM_ID:Windows>:JUCE_USE_WINDOWS_MEDIA_FORMAT=0>
       $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>)
   # JUCE is not performance-critical: it is compiled to build fast, and so that the linker can leave out each function that
@@ -87,9 +83,9 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   add_library(sivray_juce INTERFACE)
   target_compile_definitions(sivray_juce INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,COMPILE_DEFINITIONS>)
   target_include_directories(sivray_juce SYSTEM INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,INCLUDE_DIRECTORIES>)
-  # Debian's JUCE takes images, fonts and FLAC from the system's libraries; it loads those of X11 when it opens a window.
+  # Debian's JUCE takes images and fonts from the system's libraries; it loads those of X11 when it opens a window.
   # On Windows it takes those of the system, and its zlib.
-  set(juce_libraries PNG::PNG JPEG::JPEG Freetype::Freetype PkgConfig::FLAC ${CMAKE_DL_LIBS} Threads::Threads rt
+  set(juce_libraries PNG::PNG Freetype::Freetype ${CMAKE_DL_LIBS} Threads::Threads rt
     $<$<CXX_COMPILER_ID:Clang>:atomic>)
   if(WIN32)
     set(juce_libraries uuid wsock32 wininet version ole32 ws2_32 oleaut32 imm32 comdlg32 shlwapi rpcrt4 winmm z)

@@ -116,6 +116,19 @@ function(sivray_room name)
   endif()
 endfunction()
 
+# sivray_link_compiler_libraries(<target>)
+# Links the compiler's own libraries, such as libstdc++, into what users get on Linux: it then runs where these are older, and
+# shares none of their state with a host that has them too. Clang's builds are for its sanitizers, which need the shared ones.
+function(sivray_link_compiler_libraries target)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "MODULE_LIBRARY")
+      target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/src/host/runtime/ExceptionPool.cpp")
+    endif()
+  endif()
+endfunction()
+
 # sivray_module(<name> FOLDER <folder below src> LINKS <rooms>... [BUNDLE <folder>])
 # Builds the library that hosts load, in a folder of its own name that also holds its content, or in the folder BUNDLE of the
 # build. It exports only the names in the folder's exports.map, so that its symbols cannot clash with a host's or another
@@ -142,6 +155,7 @@ function(sivray_module name)
     # left out, a third of JUCE's code.
     target_link_options(${name} PRIVATE "-Wl,--version-script=${folder}/exports.map" -Wl,-Bsymbolic
       "$<$<CXX_COMPILER_ID:GNU>:-Wl,-z,defs;-Wl,--gc-sections>")
+    sivray_link_compiler_libraries(${name})
     set_target_properties(${name} PROPERTIES LINK_DEPENDS "${folder}/exports.map")
   endif()
 endfunction()
@@ -160,6 +174,7 @@ function(sivray_program name)
     target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
   else()
     target_link_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wl,--gc-sections>)
+    sivray_link_compiler_libraries(${name})
   endif()
 endfunction()
 

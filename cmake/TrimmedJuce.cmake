@@ -2,8 +2,13 @@
 # leave them out as well. Whoever comes to use one meets an undefined symbol, and takes its file out of these lists.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# sivray_trim_juce(): leaves the sources out. Windows' own code uses others, and is not built as often.
+# sivray_trim_juce(): leaves the sources out. On Windows only what needs a library that is not there: Windows' own code uses
+# others of the sources, and is not built as often.
 function(sivray_trim_juce)
+  sivray_leave_out_of_juce(juce_graphics image_formats/juce_JPEGLoader.cpp)
+  if(WIN32)
+    return()
+  endif()
   sivray_leave_out_of_juce(juce_core
     logging/juce_FileLogger.cpp
     maths/juce_Expression.cpp

@@ -6,12 +6,14 @@
 #include <mutex>
 #include <random>
 
+#include "platform/SystemRandom.h"
+
 namespace tesh::cofu::core {
 namespace {
 
 std::mt19937 seededTwister() {
-  std::random_device source;
-  std::seed_seq seed{source(), source(), source(), source()};
+  using bramel::platform::systemRandom;
+  std::seed_seq seed{systemRandom(), systemRandom(), systemRandom(), systemRandom()};
   return std::mt19937(seed);
 }
 

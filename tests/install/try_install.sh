@@ -61,6 +61,12 @@ sound kit --program "Dub Echo"
 sound preset --state "$work/home/.local/share/sivray/presets/Dub Echo.fxp"
 cmp "$work/kit.wav" "$work/alone.wav" || wrong "the installed renderer sounds otherwise"
 cmp "$work/kit.wav" "$work/preset.wav" || wrong "the preset sounds otherwise"
+# They run on other systems too. Where a library is missing, or a version of one, that is said.
+"$here/try_needs.py" "$work/home" || wrong "the list of needed libraries"
+[ -z "$(run 2>&1 >/dev/null)" ] || wrong "something is missing here"
+sed -i 's/libsndfile\.so\.1/libsndfile.so.0/g; s/GLIBC_2\.35/GLIBC_2.99/g' "$files/bin/sivray-content"
+said="$(run 2>&1 >/dev/null)"
+[[ "$said" = *"sivray-content does not run yet"*GLIBC_2.99*libsndfile.so.0 ]] || wrong "'$said' about missing libraries"
 run --uninstall >/dev/null
 [ "$(picture "$work/home")" = "$before" ] || wrong "something is left: $(find "$work/home")"
 [[ "$(run --uninstall)" = "Nothing to do"* ]] || wrong "a second uninstallation has something to do"
