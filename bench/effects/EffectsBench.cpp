@@ -127,8 +127,14 @@ void evictCaches() {
 /// Must not be inlined: the instruction counter finds the change of type by this function's name.
 [[gnu::noinline]] void takeChange(SivrayMultiEffector& master, StereoBlock block) { master.process(block, 0); }
 
-/// Goes back to bypass, lets a block run and makes the change to `type` wait.
+/// Lets `type` play for 0.3 s, so that its memory is used, goes back to bypass for a block and makes the change to
+/// `type` wait.
 void prepareChange(Whole& subject, Input& input, int type) {
+  constexpr int kBlocks = 26;
+  subject.master.setValue(0, type);
+  for (int i = 0; i < kBlocks; ++i) {
+    subject.run(input.copy());
+  }
   subject.master.setValue(0, 0);
   subject.run(input.copy());
   subject.master.setValue(0, type);

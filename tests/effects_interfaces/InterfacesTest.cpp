@@ -191,7 +191,7 @@ TEST(TwoKnobEffect, AResetStartsFromTheNewestSettingsWhereTheLawSaysSo) {
 }
 
 struct User : SivrayFxMemoryUser {
-  explicit User(std::size_t samples) : size(samples) {}
+  explicit User(std::size_t samples, std::size_t lines = 1) : SivrayFxMemoryUser(samples / lines), size(samples) {}
   std::size_t requiredSamples() const override { return size; }
   std::size_t size;
 };
@@ -215,9 +215,10 @@ TEST(SivrayFxMemoryManager, GivesTwoDisjointBanksInTurn) {
 TEST(SivrayFxMemoryManager, HoldsWhatAPlainPoolHoldsWhoeverHasWritten) {
   SivrayFxMemoryManager memory;
   scene::PlainMemory plain;
-  std::array<User, 3> users{User(100), User(5000), User(200)};
-  std::array<User, 3> plainUsers = users;
-  std::array<std::array<std::int16_t*, 2>, 3> areas{};
+  // Some end in the middle of a page.
+  std::array<User, 4> users{User(100), User(7000, 2), User(200, 4), User(8192, 2)};
+  std::array<User, 4> plainUsers = users;
+  std::array<std::array<std::int16_t*, 2>, 4> areas{};
   for (std::size_t i = 0; i < users.size(); ++i) {
     memory.add(&users[i]);
     plain.add(&plainUsers[i]);
@@ -225,21 +226,24 @@ TEST(SivrayFxMemoryManager, HoldsWhatAPlainPoolHoldsWhoeverHasWritten) {
   std::array<std::size_t, 2> lastIn{9, 9};
   scene::Dice chance(7);
   for (int round = 0; round < 3000; ++round) {
-    const auto who = static_cast<std::size_t>(chance.upTo(2));
+    const auto who = static_cast<std::size_t>(chance.upTo(3));
     if (chance.upTo(2) == 0) {
       areas[who] = {memory.acquire(users[who]), plain.acquire(plainUsers[who])};
     } else if (areas[who][0] == nullptr) {
       continue;
     } else {  // Perhaps in an area that another one has got since.
-      EXPECT_EQ(memory.noteRun(users[who]), lastIn[users[who].bank] == who) << round;
-      for (std::int16_t* const area : areas[who]) {
-        area[users[who].size - 1] = 1;
-        area[0] = 1;
+      const std::size_t length = users[who].lineLength;
+      const auto from = static_cast<std::size_t>(chance.upTo(static_cast<int>(length) - 1));
+      const auto count = static_cast<std::size_t>(chance.upTo(chance.upTo(9) == 0 ? 9000 : 600));
+      EXPECT_EQ(memory.noteWrites(users[who], from, count), lastIn[users[who].bank] == who) << round;
+      for (std::size_t i = 0; i < users[who].size; ++i) {
+        const bool isWritten = (i % length + length - from) % length < count;
+        for (std::int16_t* const area : areas[who]) area[i] = isWritten ? std::int16_t{1} : area[i];
       }
     }
     lastIn[users[who].bank] = who;
     const auto [area, expected] = areas[who];
-    ASSERT_TRUE(std::equal(area, area + 5000, expected)) << round;
+    ASSERT_TRUE(std::equal(area, area + 8192, expected)) << round;
   }
 }
 

@@ -19,7 +19,7 @@ struct PlainMemory : fx::SivrayFxMemoryAssigner {
     std::fill_n(banks[bank].begin(), user.requiredSamples(), std::int16_t{0});
     return banks[bank].data();
   }
-  bool noteRun(const fx::SivrayFxMemoryUser&) override { return false; }
+  bool noteWrites(const fx::SivrayFxMemoryUser&, std::size_t, std::size_t) override { return false; }
   void add(fx::SivrayFxMemoryUser* user) override {
     user->assigner = this;
     for (auto& samples : banks) samples.resize(std::max(samples.size(), user->requiredSamples()));

@@ -106,11 +106,14 @@ concept SleepingLaw = requires(Law law, const Law& resting, const typename Law::
   law.skip(to, count);
 };
 
-/// Keeps delay lines in the shared pool.
+/// Keeps delay lines in the shared pool: one after another, each a ring into which every sample writes one.
 template <typename Law>
 concept BorrowingLaw = requires(Law law, std::int16_t* area) {
   { Law::kRequiredSamples } -> std::same_as<const std::size_t&>;
+  { Law::kLineLength } -> std::same_as<const unsigned&>;
   law.lines = area;
+  /// Where the next sample writes.
+  { law.writeIndex } -> std::same_as<unsigned&>;
 };
 
 // Whether a law has anything that belongs to a part.

@@ -20,22 +20,25 @@ class SivrayFxMemoryAssigner {
   /// zero; what lies behind may be the lines of another user. Audio thread; a user calls it first in its `reset`.
   virtual std::int16_t* acquire(SivrayFxMemoryUser& user) SIVRAY_NONBLOCKING = 0;
 
-  /// Must be called before `user` writes to its area. Returns false if another user has got or written to the area
-  /// since this one did, so that it may hold anything. Audio thread.
-  virtual bool noteRun(const SivrayFxMemoryUser& user) SIVRAY_NONBLOCKING = 0;
+  /// Must be called before `user` writes `count` samples to each of its lines, which are rings, from index `from` on.
+  /// Returns false if another user has got or written to the area since this one did, so that it may hold anything.
+  /// Audio thread.
+  virtual bool noteWrites(const SivrayFxMemoryUser& user, std::size_t from, std::size_t count) SIVRAY_NONBLOCKING = 0;
 
   /// Registers a user and makes room for it. Construction only: areas handed out before are void.
   virtual void add(SivrayFxMemoryUser* user) = 0;
 };
 
-/// An effect that borrows delay memory.
+/// An effect that borrows delay memory. Its lines have equal lengths and lie one after another.
 class SivrayFxMemoryUser {
  public:
+  explicit SivrayFxMemoryUser(std::size_t samplesPerLine) : lineLength(samplesPerLine) {}
   virtual ~SivrayFxMemoryUser() = default;
 
   /// The number of 16-bit samples that the effect needs.
   virtual std::size_t requiredSamples() const SIVRAY_NONBLOCKING = 0;
 
+  const std::size_t lineLength;                ///< Samples.
   SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
   std::uint32_t bank = 0;                      ///< Which of its areas the assigner has given; the assigner's own.
 };

@@ -262,6 +262,8 @@ template <EffectLaw Law>
 requires BorrowingLaw<Law>
 class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser {
  public:
+  TwoKnobMemoryEffect() : SivrayFxMemoryUser(Law::kLineLength) {}
+
   void reset() override {
     this->law.lines = assigner->acquire(*this);
     this->noteClearedLines();
@@ -269,7 +271,7 @@ class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser
   }
 
   void process(StereoBlock& block, unsigned count) override {
-    if (!assigner->noteRun(*this)) {
+    if (!assigner->noteWrites(*this, this->law.writeIndex, count)) {
       this->forgetSilence();
     }
     TwoKnobEffect<Law>::process(block, count);
