@@ -18,7 +18,7 @@ CHANGE_BUDGET = 600  # Thousands of instructions. Clearing memory counts as one 
 # Name and budget by type id.
 EFFECTS = [
     ("Bypass", 1), ("Marlo Chorus", 60), ("Marlo Phase", 44), ("Marlo Ensemble", 100), ("Chorus/Flanger", 36),
-    ("Phaser", 160), ("Tremolo", 17), ("Auto Pan", 31), ("Pump", 22), ("Slicer", 20), ("Ring Mod", 8),
+    ("Phaser", 84), ("Tremolo", 17), ("Auto Pan", 31), ("Pump", 22), ("Slicer", 20), ("Ring Mod", 8),
     ("Grain Shifter", 21), ("Short Delay", 10), ("BPM Delay", 12), ("Room Reverb", 14), ("Hall Reverb", 40),
     ("Gate Reverb", 42), ("Compressor", 55), ("Master Compressor", 55), ("Drive", 48), ("Distortion", 150),
     ("Kiln Force", 58), ("Decimator", 40), ("EQ", 62), ("Peaking EQ", 23), ("LPF", 56), ("HPF", 56), ("BPF", 56),

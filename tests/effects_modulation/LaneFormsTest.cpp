@@ -9,6 +9,7 @@
 #include "effects/modulation/MarloEnsemble.h"
 #include "effects/modulation/MarloPhase.h"
 #include "effects/modulation/Q60393Autopan.h"
+#include "effects/modulation/Q60393Phaser.h"
 #include "effects/modulation/Q60393Tremolo.h"
 #include "effects/modulation/Ringmod.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
@@ -24,6 +25,7 @@ TEST(Modulation, EveryFormInLanesSoundsAsTheFormSampleBySample) {
     scene::expectFormsToAgree<SivrayFxIMarloEffects<MarloEnsemble>>(seed, 600);
     scene::expectFormsToAgree<SivrayFxIMarloEffects<MarloPhase>>(seed, 600);
     scene::expectFormsToAgree<SivrayFxChorusFlanger>(seed, 600);
+    scene::expectFormsToAgree<EffectAdapter<Q60393Phaser>>(seed, 600);
     scene::expectFormsToAgree<EffectAdapter<Ringmod>>(seed, 400);
     scene::expectFormsToAgree<EffectAdapter<Q60393Tremolo>>(seed, 400);
     scene::expectFormsToAgree<EffectAdapter<Q60393Autopan>>(seed, 400);

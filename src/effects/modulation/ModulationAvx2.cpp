@@ -10,6 +10,7 @@
 #include "effects/modulation/MarloEnsemble.h"
 #include "effects/modulation/MarloPhase.h"
 #include "effects/modulation/Q60393Autopan.h"
+#include "effects/modulation/Q60393Phaser.h"
 #include "effects/modulation/Q60393Tremolo.h"
 #include "effects/modulation/Ringmod.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
@@ -23,6 +24,7 @@ SIVRAY_COMPILE_FOR("avx2")
 #include "effects/modulation/ChorusFlangerStep.h"
 #include "effects/modulation/EnsembleStep.h"
 #include "effects/modulation/GainModulatorStep.h"
+#include "effects/modulation/PhaserStep.h"
 #include "effects/modulation/RingmodStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -51,6 +53,10 @@ unsigned Q60393Autopan::runAvx2(Q60393Autopan& law, std::int16_t* left, std::int
 
 unsigned ChorusFlangerLaw::runAvx2(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runFlanger<cofu::registers::Registers256>(law, left, right, count);
+}
+
+unsigned Q60393Phaser::runAvx2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runPhaser<cofu::registers::Registers128Sse41>(law, left, right, count);
 }
 
 unsigned Ringmod::runAvx2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) {

@@ -8,6 +8,7 @@
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/StereoLanes.h"
 #include "effects/modulation/LfoTables.h"
+#include "effects/modulation/PhaserStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -18,21 +19,11 @@ namespace {
 /// Largest depth, Q15: 0.4914.
 constexpr std::int32_t kLargestDepth = 16102;
 
-/// All-pass coefficient that the oscillator takes its depth from, Q15: 0.8926, the square of the linear curve at 120.
-constexpr std::int32_t kManualRoot = cofu::core::mul15(linearTable[120], kFullScale);
-constexpr std::int32_t kManual = cofu::core::mul15(kManualRoot, kManualRoot);
-
-/// Feedback, Q15: 0.5254, the convex curve at 40 times 0.99.
-constexpr std::int32_t kResonance = cofu::core::mul15(convexTable[40], 32440);
-
-/// Wet gain, Q15: 0.5039, the linear curve at 64. The dry gain is the rest of full scale.
-constexpr std::int32_t kWet = linearTable[64];
-
 /// The coefficient needs no limit: kManual less a depth of 0 to 16101 stays within 0 .. 32767.
 Stereo128 coefficientAt(Stereo128 phase, std::int32_t depth) {
   const Stereo128 triangle = magnitude(phase).shiftedRightUnsigned<16>();
   const Stereo128 held = triangle - triangle.shiftedRight<15>();
-  return Stereo128::both(kManual) - mul15(Stereo128::both(depth), held);
+  return Stereo128::both(Q60393Phaser::kManual) - mul15(Stereo128::both(depth), held);
 }
 
 }  // namespace
@@ -63,12 +54,16 @@ void Q60393Phaser::step(const Settings& to, std::int16_t& left, std::int16_t& ri
   out.storeSaturated(left, right);
 }
 
+unsigned Q60393Phaser::runSse2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runPhaser<cofu::registers::Registers128>(law, left, right, count);
+}
+
 bool Q60393Phaser::isSilent(unsigned) const {
   return std::all_of(stages.begin(), stages.end(), [](StereoWords stage) { return stage.isZero(); });
 }
 
-void Q60393Phaser::skip(const Settings& to, unsigned count) {
-  phase = Stereo128(phase) + Stereo128::both(cofu::core::wrapMul(to.lfoStep, static_cast<std::int32_t>(count)));
+void Q60393Phaser::skip(const Settings&, unsigned count) {
+  phase = Stereo128(phase) + Stereo128::both(cofu::core::wrapMul(lfoStep, static_cast<std::int32_t>(count)));
 }
 
 template class TwoKnobEffect<Q60393Phaser>;

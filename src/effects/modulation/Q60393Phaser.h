@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "core/FixedPoint.h"
+#include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/StereoWords.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 #include "effects/modulation/TriangleLfo.h"
@@ -14,7 +16,22 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the speed, Edit2 the depth. Models first-order all-pass stages whose common coefficient an oscillator
 /// sweeps, with feedback from the second stage; the right oscillator runs ahead of the left one.
 struct Q60393Phaser {
-  static constexpr LawParts kParts{.start = Knobs{30, 63}, .resetTakesPending = true, .glides = true, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{30, 63},
+                                   .resetTakesPending = true,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .sleeps = true};
+
+  /// All-pass coefficient that the oscillator takes its depth from, Q15: 0.8926, the square of the linear curve at 120.
+  static constexpr std::int32_t kManualRoot = cofu::core::mul15(linearTable[120], cofu::core::kFullScale);
+  static constexpr std::int32_t kManual = cofu::core::mul15(kManualRoot, kManualRoot);
+
+  /// Feedback, Q15: 0.5254, the convex curve at 40 times 0.99.
+  static constexpr std::int32_t kResonance = cofu::core::mul15(convexTable[40], 32440);
+
+  /// Wet gain, Q15: 0.5039, the linear curve at 64. The dry gain is the rest of full scale.
+  static constexpr std::int32_t kWet = linearTable[64];
 
   struct Settings {
     std::int32_t lfoStep;  ///< Of a 32-bit phase that wraps, per sample.
@@ -26,7 +43,13 @@ struct Q60393Phaser {
     phase = StereoWords::of(0, kRightPhaseLead);
     stages = {};
   }
+  void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runSse2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runAvx2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
+                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
@@ -35,6 +58,7 @@ struct Q60393Phaser {
   void eachSmoothed(const Settings& to, auto&& visit) { visit(depth, to.depth); }
 
   SmoothedValue depth;
+  std::int32_t lfoStep = 0;
   StereoWords phase;
   std::array<StereoWords, 5> stages{};  ///< The input of the first all-pass and the outputs of all four.
 };
