@@ -55,35 +55,42 @@ if(WIN32)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
 
-# sivray_sources(<variable> <folder>)
-# Lists the sources in the folder itself. Those for instruction sets that only x86 has are left out for other processors.
+# sivray_sources(<variable> <folder> [<sub-folders>...])
+# Lists the sources in the folder itself and in the named sub-folders. Those for instruction sets that only x86 has are left
+# out for other processors. A unity build merges sources of one folder only.
 function(sivray_sources variable folder)
   file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  set_source_files_properties(${sources} PROPERTIES UNITY_GROUP own)
+  foreach(sub_folder ${ARGN})
+    file(GLOB more CONFIGURE_DEPENDS "${folder}/${sub_folder}/*.cpp")
+    set_source_files_properties(${more} PROPERTIES UNITY_GROUP "${sub_folder}")
+    list(APPEND sources ${more})
+  endforeach()
   if(NOT SIVRAY_FOR_X86)
     list(FILTER sources EXCLUDE REGEX "(Sse41|Avx2)(Test)?\\.cpp$")
   endif()
   set(${variable} "${sources}" PARENT_SCOPE)
 endfunction()
 
-# sivray_room(<name> FOLDER <folder below src> [FILE_BY_FILE] [COLD] [LINKS <rooms>...] [PRIVATE <rooms>...]
-#   [EXTERNAL <libraries>...])
-# Builds the library sivray_<name> from all sources in the folder itself (not in its sub-folders). LINKS are the rooms that
-# its headers include, PRIVATE those that only its sources include; scripts/check_links.py compares both with the code.
+# sivray_room(<name> FOLDER <folder below src> [FOLDERS <sub-folders>...] [FILE_BY_FILE] [COLD] [LINKS <rooms>...]
+#   [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
+# Builds the library sivray_<name> from all sources in the folder itself and in FOLDERS, from the ground up: each may include
+# those that are named before it, and the folder itself all of them. LINKS are the rooms that the room's headers include,
+# PRIVATE those that only its sources include; scripts/check_links.py compares all of this with the code.
 # FILE_BY_FILE: no source is merged with others in a unity build. COLD: nothing in it runs often.
 function(sivray_room name)
-  cmake_parse_arguments(ROOM "FILE_BY_FILE;COLD" "FOLDER" "LINKS;PRIVATE;EXTERNAL" ${ARGN})
+  cmake_parse_arguments(ROOM "FILE_BY_FILE;COLD" "FOLDER" "FOLDERS;LINKS;PRIVATE;EXTERNAL" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
   set(root "${PROJECT_BINARY_DIR}/rooms/${name}")
   cmake_path(GET ROOM_FOLDER PARENT_PATH parent)
   file(MAKE_DIRECTORY "${root}/${parent}")
   file(CREATE_LINK "${folder}" "${root}/${ROOM_FOLDER}" SYMBOLIC)
 
-  sivray_sources(sources "${folder}")
-  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
+  sivray_sources(sources "${folder}" ${ROOM_FOLDERS})
   list(TRANSFORM ROOM_LINKS PREPEND sivray_)
   list(TRANSFORM ROOM_PRIVATE PREPEND sivray_)
   if(sources)
-    add_library(sivray_${name} STATIC ${sources} ${headers})
+    add_library(sivray_${name} STATIC ${sources})
     set(scope PUBLIC)
     target_link_libraries(sivray_${name} PRIVATE sivray_options ${ROOM_PRIVATE})
     # Functions marked for the audio thread must not call anything that may block. Tests may, because their listeners record.
@@ -95,6 +102,9 @@ function(sivray_room name)
   endif()
   target_include_directories(sivray_${name} ${scope} "${root}")
   target_link_libraries(sivray_${name} ${scope} ${ROOM_LINKS} ${ROOM_EXTERNAL})
+  if(ROOM_FOLDERS)
+    set_target_properties(sivray_${name} PROPERTIES UNITY_BUILD_MODE GROUP)
+  endif()
   if(ROOM_FILE_BY_FILE)
     set_target_properties(sivray_${name} PROPERTIES UNITY_BUILD OFF)
   elseif(WIN32)
@@ -178,15 +188,18 @@ function(sivray_program name)
   endif()
 endfunction()
 
-# sivray_test(<name> [LINKS <libraries>...])
-# Builds the program test_<name> from all sources in the calling folder's sub-folder <name>.
+# sivray_test(<name> [FOLDERS <sub-folders>...] [LINKS <libraries>...])
+# Builds the program test_<name> from all sources in the calling folder's sub-folder <name> and in FOLDERS below that.
 function(sivray_test name)
-  cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
-  sivray_sources(sources "${CMAKE_CURRENT_SOURCE_DIR}/${name}")
+  cmake_parse_arguments(TEST "" "" "FOLDERS;LINKS" ${ARGN})
+  sivray_sources(sources "${CMAKE_CURRENT_SOURCE_DIR}/${name}" ${TEST_FOLDERS})
   if(NOT sources)
     return()
   endif()
   add_executable(test_${name} ${sources})
+  if(TEST_FOLDERS)
+    set_target_properties(test_${name} PROPERTIES UNITY_BUILD_MODE GROUP)
+  endif()
   target_link_libraries(test_${name} PRIVATE sivray_options ${TEST_LINKS} GTest::gtest_main GTest::gmock)
   target_include_directories(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   sivray_precompile(test_${name} tests)

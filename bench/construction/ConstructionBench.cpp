@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "support/ContentMain.h"
 
 namespace {

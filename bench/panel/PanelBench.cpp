@@ -7,8 +7,8 @@
 
 #include <memory>
 
-#include "host/construction/Construction.h"
 #include "host/shell/BramelInstrument.h"
+#include "host/shell/Construction.h"
 #include "support/ContentMain.h"
 #include "viewmodels/IPluginEditViewModelOwner.h"
 #include "viewmodels/texts/PanelMacros.h"

@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "clap/ClapScene.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 
 namespace clap {
 namespace {

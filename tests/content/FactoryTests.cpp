@@ -17,7 +17,7 @@
 #include "content/waves/FactoryWaves.h"
 #include "engine/ProgramBank.h"
 #include "engine/SivrayPlugin.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 
 namespace sivray::content {
 namespace {

@@ -10,7 +10,7 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include "host/editor/BramelInstrumentEditor.h"
-#include "host/editor/MessageThread.h"
+#include "host/message/MessageThread.h"
 #include "viewmodels/ViewModelScene.h"
 
 namespace editor {

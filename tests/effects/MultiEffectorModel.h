@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "effects/PlainEffects.h"
-#include "effects_interfaces/PlainMemory.h"
+#include "effects/interfaces/PlainMemory.h"
 
 namespace model {
 

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "effects/SivrayMultiEffector.h"
-#include "effects_interfaces/EffectScene.h"
+#include "effects/interfaces/EffectScene.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 

@@ -7,8 +7,8 @@
 
 #include "effects/EffectTable.h"
 #include "effects/PlainEffects.h"
+#include "effects/interfaces/EffectScene.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
-#include "effects_interfaces/EffectScene.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 

@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "effects/MultiEffectorModel.h"
-#include "effects_interfaces/EffectScene.h"
+#include "effects/interfaces/EffectScene.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 

@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "host/construction/Construction.h"
 #include "host/shell/BramelInstrument.h"
+#include "host/shell/Construction.h"
 #include "render/DirectTarget.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <new>
 #include <thread>
 
-#include "host/editor/HiddenWindow.h"
+#include "host/message/HiddenWindow.h"
 
 namespace {
 

@@ -13,8 +13,8 @@
 #include <stdexcept>
 
 #include "core/Boxed.h"
-#include "host/construction/Construction.h"
 #include "host/shell/BramelInstrument.h"
+#include "host/shell/Construction.h"
 #include "viewmodels/IPluginEditViewModelOwner.h"
 #include "viewmodels/texts/PanelMacros.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"

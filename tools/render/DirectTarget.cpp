@@ -9,7 +9,7 @@
 
 #include "RenderError.h"
 #include "core/EngineRate.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "host/shell/MidiIntake.h"
 #include "storage/state/EditBufferRecord.h"
 

@@ -9,7 +9,7 @@
 #include "RenderError.h"
 #include "engine/SivrayPlugin.h"
 #include "engine/samples/SivraySampleLibrary.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"

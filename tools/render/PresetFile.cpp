@@ -6,7 +6,7 @@
 
 #include "RenderError.h"
 #include "core/Utf8.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "host/vst/PluginIds.h"
 #include "host/vst/VstRecords.h"
 

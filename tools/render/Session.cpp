@@ -12,7 +12,7 @@
 #include "PresetFile.h"
 #include "RenderError.h"
 #include "core/EngineRate.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
 #include "storage/state/EditBufferRecord.h"
 #include "storage/state/StateContent.h"

@@ -14,7 +14,7 @@
 
 #include "host/adapter/BramelVstAdapterImpl.h"
 #include "host/adapter/Capabilities.h"
-#include "host/door/EditorDoor.h"
+#include "host/adapter/EditorDoor.h"
 #include "host/vst/NumberText.h"
 #include "host/vst/PluginIds.h"
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/SivrayInstrumentProvider.h"
 
-#include "host/construction/Construction.h"
-#include "host/door/EditorDoor.h"
+#include "host/adapter/EditorDoor.h"
 #include "host/shell/BramelInstrument.h"
+#include "host/shell/Construction.h"
 
 namespace tesh::bramel::vst {
 

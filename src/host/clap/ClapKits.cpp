@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "host/clap/ClapPlugin.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "host/shell/ProgramBanks.h"
 #include "platform/Files.h"
 #include "storage/paths/Paths.h"

@@ -10,8 +10,8 @@
 #include "SivrayVersion.h"
 #include "host/clap/ClapKits.h"
 #include "host/clap/ClapStreams.h"
-#include "host/construction/Construction.h"
 #include "host/resample/CFsConverterWrapper.h"
+#include "host/shell/Construction.h"
 #include "views/SivrayEditorProvider.h"
 
 namespace tesh::bramel::clap {

@@ -7,7 +7,7 @@
 #include "host/editor/WindowKeys.h"
 #include "views/IContinuedView.h"
 #ifdef __linux__
-#include "host/editor/X11Connection.h"
+#include "host/message/X11Connection.h"
 #endif
 
 namespace tesh::bramel::vst {

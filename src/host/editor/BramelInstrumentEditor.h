@@ -9,7 +9,7 @@
 
 #include "core/Boxed.h"
 #include "core/RealTime.h"
-#include "host/editor/MessageThread.h"
+#include "host/message/MessageThread.h"
 #include "host/shell/BramelInstrumentBase.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 #include "views/BramelInstrumentEditorProvider.h"

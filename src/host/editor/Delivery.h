@@ -8,7 +8,7 @@
 
 #include "core/RealTime.h"
 #include "host/editor/JobStore.h"
-#include "host/editor/MessageThread.h"
+#include "host/message/MessageThread.h"
 
 namespace tesh::bramel::vst {
 

@@ -8,8 +8,8 @@
 
 #include "host/editor/EditorKeys.h"
 #include "host/editor/EditorWindow.h"
-#include "host/editor/MessageThread.h"
 #include "host/editor/WindowScale.h"
+#include "host/message/MessageThread.h"
 #include "views/IContinuedView.h"
 
 namespace tesh::bramel::vst {

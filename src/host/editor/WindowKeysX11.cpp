@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
-#include "host/editor/JuceX11.h"
 #include "host/editor/WindowKeys.h"
+#include "host/message/JuceX11.h"
 
 namespace tesh::bramel::vst {
 namespace {

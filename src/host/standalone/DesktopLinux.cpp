@@ -15,8 +15,8 @@
 #include <string>
 #include <utility>
 
-#include "host/editor/JuceX11.h"
-#include "host/editor/X11Connection.h"
+#include "host/message/JuceX11.h"
+#include "host/message/X11Connection.h"
 #include "host/standalone/Desktop.h"
 
 namespace tesh::bramel::standalone::desktop {

@@ -12,7 +12,7 @@
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/ProgramDatabase.h"
 #include "storage/programs/ProgramFileCopies.h"

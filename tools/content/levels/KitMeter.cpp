@@ -10,7 +10,7 @@
 
 #include "content/Files.h"
 #include "core/EngineRate.h"
-#include "host/construction/Construction.h"
+#include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
 
 namespace sivray::content {

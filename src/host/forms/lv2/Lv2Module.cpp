@@ -4,8 +4,8 @@
 #include "JuceLV2Defines.h"
 #include "Midnam.h"
 #include "host/client/KeyNames.h"
-#include "host/editor/X11Connection.h"
 #include "host/forms/FormSettings.h"
+#include "host/message/X11Connection.h"
 
 #include <juce_audio_plugin_client/juce_audio_plugin_client_LV2.cpp>  // NOLINT(bugprone-suspicious-include)
 

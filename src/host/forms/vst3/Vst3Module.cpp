@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #define JucePlugin_Build_VST3 1
 #include "host/client/KeyNames.h"
-#include "host/editor/X11Connection.h"
 #include "host/forms/FormSettings.h"
+#include "host/message/X11Connection.h"
 
 #include <juce_audio_plugin_client/juce_audio_plugin_client_VST3.cpp>  // NOLINT(bugprone-suspicious-include)
 

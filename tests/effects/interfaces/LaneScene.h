@@ -1,0 +1,85 @@
+// Runs an effect in every form that the processor has beside its plain form, and compares every sample.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/interfaces/EffectScene.h"
+#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/SivrayFxMemoryManager.h"
+
+namespace scene {
+
+using tesh::bramel::plugin::sivray::effects::LaneForm;
+
+/// An effect fixed to one form. Provides delay memory to an effect that needs it.
+template <typename Effect>
+struct InForm : Effect {
+  explicit InForm(LaneForm form) {
+    if constexpr (requires(Effect & effect) { memory.add(&effect); }) {
+      memory.add(this);
+    }
+    this->useLanes(form);
+  }
+
+  void render(const Stereo& in, Stereo& out) {
+    out = in;
+    StereoBlock block = out.block();
+    this->process(block, static_cast<unsigned>(out.left.size()));
+  }
+
+  tesh::bramel::plugin::sivray::effects::SivrayFxMemoryManager memory;
+};
+
+/// Turns something once in a while: knobs, the tempo, immediate mode; or starts over.
+template <typename Effect>
+void turn(Dice& dice, Effect& effect) {
+  using namespace tesh::bramel::plugin::sivray::effects;
+  const int value = dice.oneIn(3) ? dice.upTo(8) : dice.upTo(127);
+  switch (dice.upTo(5)) {
+    case 0:
+    case 1:
+      effect.setParameter(kEdit1, value);
+      break;
+    case 2:
+    case 3:
+      effect.setParameter(kEdit2, dice.oneIn(2) ? 127 : value);
+      break;
+    case 4:
+      effect.setTempo(dice.upTo(dice.oneIn(2) ? 30 : 3000) * (dice.oneIn(3) ? 100 : 1));
+      break;
+    default:
+      effect.setImmediate(dice.oneIn(2));
+  }
+  if (dice.oneIn(10)) {
+    effect.reset();
+  }
+}
+
+/// Values glide for part of the scene and rest for most of it.
+template <typename Effect>
+void expectFormsToAgree(unsigned seed, int blocks) {
+  for (const LaneForm form : {LaneForm::sse2, LaneForm::avx2}) {
+    if (form > tesh::bramel::plugin::sivray::effects::bestLaneForm()) {
+      continue;
+    }
+    InForm<Effect> plain(LaneForm::plain);
+    InForm<Effect> fast(form);
+    Dice dice(seed);
+    plain.reset();
+    fast.reset();
+    Stereo expected;
+    Stereo sound;
+    for (int b = 0; b < blocks; ++b) {
+      if (dice.oneIn(12)) {
+        Dice same = dice;
+        turn(same, plain);
+        turn(dice, fast);
+      }
+      const Stereo in = dice.input(dice.blockSize());
+      plain.render(in, expected);
+      fast.render(in, sound);
+      ASSERT_EQ(sound, expected) << "form " << static_cast<int>(form) << " seed " << seed << " block " << b;
+    }
+  }
+}
+
+}  // namespace scene
