@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Compares the rooms that each room links, those that its files include, and those that docs/architecture.md lists.
+"""Compares the rooms that each room links with those that its files include, and with those that docs/architecture.md lists.
 
 A room's LINKS must be exactly the rooms that its headers include, and its PRIVATE exactly those that only its sources
-include. A room that it reaches through another one must be named as well. The last two columns of the page's table must
-name the same rooms. Of a room with sub-folders, each may include only those that FOLDERS names before it.
+include, all of which stand before it. A room that it reaches through another one must be named as well. Of a room with
+sub-folders, each may include only those that FOLDERS names before it. The page's table lists the same rooms in this order.
 """
 # SPDX-License-Identifier: GPL-3.0-or-later
 
@@ -35,8 +35,10 @@ class Room:
 def read_rooms():
     """The rooms by name. Of two calls with one name, for builds with and without the editor, the first one counts."""
     text = re.sub(r"#.*", "", (ROOT / "src/CMakeLists.txt").read_text())
-    calls = re.findall(r"sivray_(room|module|program)\((\w+)\s([^()]*)\)", text)
-    return {name: Room(name, kind, words.split()) for kind, name, words in reversed(calls)}
+    rooms = {}
+    for kind, name, words in re.findall(r"sivray_(room|module|program)\((\w+)\s([^()]*)\)", text):
+        rooms.setdefault(name, Room(name, kind, words.split()))
+    return rooms
 
 
 def included_folders(files):
@@ -64,35 +66,30 @@ def check_includes(rooms):
             yield f"src/CMakeLists.txt: {room.name} needs LINKS {names(links)}, PRIVATE {names(private)}"
 
 
-def read_table():
-    """The rows of the table of rooms: name, folder, public and private links."""
-    text = (ROOT / "docs/architecture.md").read_text()
-    table = text[text.index("\n| Room |") :].strip().split("\n\n", 1)[0]
-    for line in table.splitlines()[2:]:
-        cells = [cell.strip() for cell in line.strip("|").split("|")]
-        yield cells[0], cells[1].strip("`"), *(set(re.findall(r"\w+", cell)) for cell in cells[3:5])
+def check_order(rooms):
+    """One line for each room that links one which stands after it."""
+    before = set()
+    for room in rooms.values():
+        for above in sorted((room.links | room.private) - before):
+            yield f"src/CMakeLists.txt: {room.name} links {above}, which does not stand before it"
+        before.add(room.name)
 
 
 def check_table(rooms):
-    """One line for each row that is missing, left over, or wrong."""
-    said = set()
-    for name, folder, *columns in read_table():
-        said.add(name)
-        room = rooms.get(name)
-        if not room:
-            yield f"docs/architecture.md: there is no room {name}"
-            continue
-        if folder != "src/" + room.folder:
-            yield f"docs/architecture.md: {name} is in src/{room.folder}"
-        if columns != [room.links, room.private]:
-            yield f"docs/architecture.md: {name} has LINKS {names(room.links)}, PRIVATE {names(room.private)}"
-    for name in sorted(set(rooms) - said):
-        yield f"docs/architecture.md: the table has no row for {name}"
+    """A line if the table of rooms has not the same rooms and folders, in the same order."""
+    text = (ROOT / "docs/architecture.md").read_text()
+    table = text[text.index("\n| Room |") :].strip().split("\n\n", 1)[0]
+    rows = [re.findall(r"[\w/]+", line)[:2] for line in table.splitlines()[2:]]
+    wanted = [[room.name, "src/" + room.folder] for room in rooms.values()]
+    for row in [row for row in rows if row not in wanted] + [row for row in wanted if row not in rows]:
+        yield f"docs/architecture.md: {row[0]} in {row[1]} stands either in the table or in src/CMakeLists.txt"
+    if sorted(rows) == sorted(wanted) and rows != wanted:
+        yield "docs/architecture.md: the table has another order than src/CMakeLists.txt: " + " ".join(row[0] for row in wanted)
 
 
 def main():
     rooms = read_rooms()
-    faults = [*check_includes(rooms), *check_table(rooms)]
+    faults = [*check_includes(rooms), *check_order(rooms), *check_table(rooms)]
     print("\n".join(faults) if faults else f"{len(rooms)} rooms link what they include, and the page says so")
     return 1 if faults else 0
 
