@@ -6,6 +6,10 @@ export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
 # Without it the cache leaves out what reads a precompiled header.
 export CCACHE_SLOPPINESS=pch_defines,time_macros
 
+# Dates in packages are that of the last commit, or without git that of the release: the same sources give the same bytes.
+export SOURCE_DATE_EPOCH="${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null ||
+  date -d "$(sed -n 's/^ -- .*>  //p' packaging/changelog | head -n 1)" +%s)}"
+
 say() { printf '\n== %s\n' "$*"; }
 
 # install_packages FILE: installs every missing package that FILE lists, through apt-get, as root or with sudo.

@@ -150,8 +150,14 @@ run >/dev/null
 echo mine >"$work/home/.local/share/Tesh/mine"
 run --uninstall >/dev/null
 [ "$(cd "$work/home" && find . -type f | sort | xargs)" = "./.local/share/Tesh/mine ./Documents/mine" ] || wrong "uninstalling took or left too much"
-# --- The archive, packed by somebody whose files are private
-(umask 077; cpack -G TGZ --config "$build/CPackConfig.cmake" -B "$work/packages" >/dev/null)
+
+# --- Package and archive: the same bytes each time, readable for all whoever packs them
+make_packages() { SOURCE_DATE_EPOCH=1 "$here/../../packaging/make_packages.sh" "$build" "$1" --quick; }
+make_packages "$work/packages"
+(umask 077; make_packages "$work/again")
+diff -r "$work/packages" "$work/again" || wrong "the same build was packed into other bytes"
+depends="$(dpkg-deb --field "$work"/packages/*.deb Depends | tr ',' '\n' | sed 's/^ *//; s/ .*//')"
+[ -z "$(uniq -d <<<"$depends")" ] && grep -qx libc6 <<<"$depends" || wrong "the package depends on" $depends
 tar tvf "$work"/packages/*.tar.gz >"$work/packed"
 grep -q ' sivray-[^/]*/install$' "$work/packed" || wrong "the archive does not hold ./install"
 others="$(grep -v '^l' "$work/packed" | grep -Ev '^(d......r-x|-......r-[x-]) ' || true)"
