@@ -61,6 +61,16 @@ sound kit --program "Dub Echo"
 sound preset --state "$work/home/.local/share/sivray/presets/Dub Echo.fxp"
 cmp "$work/kit.wav" "$work/alone.wav" || wrong "the installed renderer sounds otherwise"
 cmp "$work/kit.wav" "$work/preset.wav" || wrong "the preset sounds otherwise"
+# Own sounds lie beside what is installed, play in every form, and are nobody's to take away.
+own="$work/home/.local/share/sivray/content"
+alone sivray-content add "$work/kit.wav" --pad 1 >"$work/added" || wrong "adding a sound: $(cat "$work/added")"
+[[ "$(alone sivray-content list)" = *'"kit" (Kick)'* ]] || wrong "the list of own sounds"
+[[ "$(alone sivray-render --list-waves)" = *kit* ]] || wrong "the renderer does not know the own sound"
+sound own --program "Dub Echo"
+cmp "$work/kit.wav" "$work/own.wav" || wrong "a kit sounds otherwise beside own sounds"
+owned="$(picture "$own")"
+[[ "$(run)" = "Nothing to do"* ]] || wrong "own sounds give ./install something to do"
+[ "$(picture "$own")" = "$owned" ] || wrong "./install has touched own sounds"
 # They run on other systems too. Where a library is missing, or a version of one, that is said.
 "$here/try_needs.py" "$work/home" || wrong "the list of needed libraries"
 [ -z "$(run 2>&1 >/dev/null)" ] || wrong "something is missing here"
@@ -68,6 +78,8 @@ sed -i 's/libsndfile\.so\.1/libsndfile.so.0/g; s/GLIBC_2\.35/GLIBC_2.99/g' "$fil
 said="$(run 2>&1 >/dev/null)"
 [[ "$said" = *"sivray-content does not run yet"*GLIBC_2.99*libsndfile.so.0 ]] || wrong "'$said' about missing libraries"
 run --uninstall >/dev/null
+[ "$(picture "$own")" = "$owned" ] || wrong "--uninstall has touched own sounds"
+rm -r "$work/home/.local/share/sivray"
 [ "$(picture "$work/home")" = "$before" ] || wrong "something is left: $(find "$work/home")"
 [[ "$(run --uninstall)" = "Nothing to do"* ]] || wrong "a second uninstallation has something to do"
 

@@ -1,18 +1,21 @@
 // sivray-content: builds the factory content, packs folders of sound files, and looks into our files.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdlib>
 #include <exception>
 #include <functional>
+#include <string>
 
 #include "SivrayVersion.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
+#include "platform/SpecialFolders.h"
 
 namespace {
 
-using Command = void (*)(const juce::ArgumentList&);
+using Command = std::function<void(const juce::ArgumentList&)>;
 
 /// Wraps a command so that an exception becomes one line on standard error.
-std::function<void(const juce::ArgumentList&)> speaking(Command command) {
+std::function<void(const juce::ArgumentList&)> speaking(const Command& command) {
   return [command](const juce::ArgumentList& list) {
     try {
       command(list);
@@ -20,6 +23,17 @@ std::function<void(const juce::ArgumentList&)> speaking(Command command) {
       sivray::content::fail(error.what(), sivray::content::kFailed);
     }
   };
+}
+
+/// As `speaking`, for a command that works on the factory's content, whatever sounds the user has added.
+std::function<void(const juce::ArgumentList&)> onFactory(const Command& command) {
+  return speaking([command](const juce::ArgumentList& list) {
+    const std::string installed = tesh::bramel::platform::installedFilesFolder();
+    if (!installed.empty()) {
+      ::setenv("BRAMEL_COMMON_FILES", installed.c_str(), 0);
+    }
+    command(list);
+  });
 }
 
 /// JUCE's own list takes bytes for letters, so that it would lose the path of a folder with an umlaut.
@@ -46,16 +60,34 @@ int main(int argc, char* argv[]) {
   program.addCommand({"demo", kDemoUsage, "Makes a MIDI file out of a folder of grooves", "", speaking(runDemo)});
   program.addCommand({"levels", kLevelsUsage,
                       "Plays every pad of every installed kit and prints level, length and brightness", "",
-                      speaking(runLevels)});
+                      onFactory(runLevels)});
   program.addCommand({"balance", kBalanceUsage,
                       "Sets the levels in the texts of the kits by what they sound like as installed", "",
-                      speaking(runBalance)});
+                      onFactory(runBalance)});
   program.addCommand(
-      {"measure", kMeasureUsage, "Measures the factory's waves, beside recorded drums", "", speaking(runMeasure)});
+      {"measure", kMeasureUsage, "Measures the factory's waves, beside recorded drums", "", onFactory(runMeasure)});
   program.addCommand(
       {"pack", kPackUsage, "Packs a folder of sound files into a sample library with kits",
        "WAV, AIFF, FLAC, OGG and what else libsndfile reads; the names of files and folders tell what they are.",
-       speaking(runPack)});
+       onFactory(runPack)});
+  program.addCommand(
+      {"add", kAddUsage, "Adds sound files to the sounds that every form plays",
+       "Names of files and folders tell their categories, unless a pad (1 to 8) or a category is given. A "
+       "sound keeps its number for ever, and songs play on. --fields prints lines for a program.",
+       speaking(runAdd)});
+  program.addCommand(
+      {"list", kListUsage, "Lists the sounds that were added, and what became of removed ones", "", speaking(runList)});
+  program.addCommand({"remove", kRemoveUsage, "Removes added sounds",
+                      "A song that uses one plays the factory sound of its category that is most like it.",
+                      speaking(runRemove)});
+  program.addCommand(
+      {"export", kExportUsage, "Collects the added files that a song or one of your kits uses",
+       "STATE is a state, a preset or any file that holds one. Added elsewhere, the folder's files get the "
+       "same numbers.",
+       speaking(runExport)});
+  program.addCommand({"refresh", kRefreshUsage,
+                      "Puts the added sounds beside the factory content that is installed now", "",
+                      speaking(runRefresh)});
   program.addCommand({"kits", kKitsUsage, "Lists the copies of your own kits, and brings one back",
                       "The plug-in keeps the last ten, from before each Delete, Import, and Save over a kit.",
                       speaking(runKits)});

@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <span>
 
-#include "Interrupt.h"
 #include "WavFile.h"
+#include "terminal/Interrupt.h"
 #include "terminal/ProgressBar.h"
 #include "viewmodels/texts/PanelMacros.h"
 

@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "EffectTour.h"
-#include "Interrupt.h"
 #include "Lists.h"
 #include "MidiScore.h"
 #include "Options.h"
 #include "RenderError.h"
 #include "Session.h"
 #include "SivrayVersion.h"
+#include "terminal/Interrupt.h"
 #include "terminal/Printable.h"
 
 namespace sivray::render {

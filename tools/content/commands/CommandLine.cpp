@@ -69,6 +69,14 @@ std::vector<std::string> CommandLine::takeRestUpTo(std::size_t count) {
   return rest;
 }
 
+std::vector<std::string> CommandLine::takeAll() {
+  std::vector<std::string> rest = takeRestUpTo(static_cast<std::size_t>(words.size()));
+  if (rest.empty()) {
+    failUsage();
+  }
+  return rest;
+}
+
 void CommandLine::failUsage() const { fail("usage: sivray-content " + usageLine, kWrongUsage); }
 
 }  // namespace sivray::content

@@ -36,6 +36,9 @@ class CommandLine {
   /// As `takeRest`, for at most `count` words.
   std::vector<std::string> takeRestUpTo(std::size_t count);
 
+  /// As `takeRest`, for at least one word.
+  std::vector<std::string> takeAll();
+
   [[noreturn]] void failUsage() const;
 
  private:

@@ -26,6 +26,21 @@ void runBalance(const juce::ArgumentList& list);
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR [--with-factory]";
 void runPack(const juce::ArgumentList& list);
 
+inline constexpr const char* kAddUsage = "add FILES|FOLDERS... [--pad N | --category NAME] [--fields]";
+void runAdd(const juce::ArgumentList& list);
+
+inline constexpr const char* kListUsage = "list [--fields]";
+void runList(const juce::ArgumentList& list);
+
+inline constexpr const char* kRemoveUsage = "remove NAMES|NUMBERS... | --all";
+void runRemove(const juce::ArgumentList& list);
+
+inline constexpr const char* kExportUsage = "export STATE|PROGRAM -o FOLDER";
+void runExport(const juce::ArgumentList& list);
+
+inline constexpr const char* kRefreshUsage = "refresh";
+void runRefresh(const juce::ArgumentList& list);
+
 inline constexpr const char* kMeasureUsage =
     "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER [--small]] "
     "[--targets] | "

@@ -17,8 +17,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLongestKitName = 24;
 
-/// The category of each pad, in the browser's order of categories, from pad 36 up.
-constexpr std::array<int, factory::kPads> kRoles{0, 7, 1, 2, 6, 5, 3, 4};
 enum Pad : std::size_t { kKickPad, kStickPad, kSnarePad, kClapPad, kCymbalPad, kTomPad, kClosedPad, kOpenPad };
 
 /// What stands in for a role that has no wave: the pad that gives its own.
@@ -63,15 +61,15 @@ using PadWaves = std::array<const Wave*, factory::kPads>;
 PadWaves rolesOf(const Waves& waves) {
   PadWaves pads{};
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
-    pads[pad] = loudestOf(waves, kRoles[pad]);
+    pads[pad] = loudestOf(waves, kPadCategories[pad]);
   }
   return pads;
 }
 
 bool isEnough(const PadWaves& pads) {
-  constexpr std::ptrdiff_t kRolesOfAKit = 4;
+  constexpr std::ptrdiff_t kPadCategoriesOfAKit = 4;
   return pads[kKickPad] != nullptr && (pads[kSnarePad] != nullptr || pads[kClapPad] != nullptr) &&
-         std::ranges::count_if(pads, [](const Wave* wave) { return wave != nullptr; }) >= kRolesOfAKit;
+         std::ranges::count_if(pads, [](const Wave* wave) { return wave != nullptr; }) >= kPadCategoriesOfAKit;
 }
 
 /// Gives pads without a wave one that no pad has, else that of a stand-in.
@@ -112,7 +110,7 @@ factory::Kit kitOf(const std::string& name, const PadWaves& pads) {
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
     kit.pads[pad].wave = pads[pad]->name;
   }
-  const auto isHat = [&](std::size_t pad) { return pads[pad]->category == kRoles[pad]; };
+  const auto isHat = [&](std::size_t pad) { return pads[pad]->category == kPadCategories[pad]; };
   if (isHat(kClosedPad) && isHat(kOpenPad)) {
     kit.pads[kClosedPad].group = factory::ExclusiveGroup::a;
     kit.pads[kOpenPad].group = factory::ExclusiveGroup::a;

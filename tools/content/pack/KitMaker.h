@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -11,6 +12,9 @@
 #include "content/pack/Packer.h"
 
 namespace sivray::content {
+
+/// The category of each pad's role, from the pad of note 36 up.
+inline constexpr std::array<int, factory::kPads> kPadCategories{0, 7, 1, 2, 6, 5, 3, 4};
 
 /// Makes a kit of each folder below `root` whose files, its sub-folders' included unless those make a kit themselves,
 /// hold a kick, a snare or clap, and two more of the pads' roles; and one of `root` if no folder does. A pad without a

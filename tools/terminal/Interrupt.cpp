@@ -1,8 +1,8 @@
 // The handler only notes the signal.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Interrupt.h"
+#include "terminal/Interrupt.h"
 
-namespace sivray::render {
+namespace sivray {
 namespace {
 
 volatile std::sig_atomic_t arrived = 0;
@@ -30,10 +30,12 @@ InterruptWatch::~InterruptWatch() {
   }
 }
 
+bool InterruptWatch::hasArrived() { return arrived != 0; }
+
 void InterruptWatch::check() {
-  if (arrived != 0) {
+  if (hasArrived()) {
     throw Interrupted{arrived};
   }
 }
 
-}  // namespace sivray::render
+}  // namespace sivray

@@ -1,11 +1,11 @@
-// Ends a rendering on an interrupt, a hang-up or a request to terminate, so that its temporary file goes.
+// Ends long work on an interrupt, a hang-up or a request to terminate, so that its temporary files go.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
 #include <csignal>
 
-namespace sivray::render {
+namespace sivray {
 
 /// Thrown by `InterruptWatch::check` after a signal.
 struct Interrupted {
@@ -24,9 +24,12 @@ class InterruptWatch {
   /// Throws Interrupted if one came. Does nothing without a watch.
   static void check();
 
+  /// Whether one came; for other threads, which must not throw. False without a watch.
+  static bool hasArrived();
+
  private:
   static constexpr std::array<int, 3> kSignals{SIGINT, SIGTERM, SIGHUP};
   std::array<struct sigaction, kSignals.size()> before{};
 };
 
-}  // namespace sivray::render
+}  // namespace sivray
