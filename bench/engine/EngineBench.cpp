@@ -5,7 +5,8 @@
 //                                    two runs with different numbers of blocks; their difference, divided by the
 //                                    additional frames, is the cost of a frame. Scenes: dry8, dry4, dry1, decay8 and
 //                                    decay1 (envelopes on the move), dry8short (blocks of 64), wet8 (through the
-//                                    effect), idle (effect bypassed), rest (default effect)
+//                                    effect), idle (effect bypassed), rest (default effect), out8 and outs8 (dry8
+//                                    with one pad's own out connected, and with all outs)
 //   bench_engine count KERNEL BLOCKS the same for eight voices alone on one kernel: SSE2, SSE4.1 or AVX2
 //   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times, each in a block of 64 with its note
 //   bench_engine count whole BLOCKS  the same without notes, with all of the wave read each time
@@ -48,17 +49,20 @@ struct Scene {
   float send;
   float egTime = 1.0F;
   int frames = kFrames;
+  std::size_t padOuts = 0;
 };
 
-constexpr std::array<Scene, 9> kScenes{{{"dry8", 8, kBypass, 0.0F},
-                                        {"dry8short", 8, kBypass, 0.0F, 1.0F, kFrames / 2},
-                                        {"dry4", 4, kBypass, 0.0F},
-                                        {"dry1", 1, kBypass, 0.0F},
-                                        {"decay8", 8, kBypass, 0.0F, 100.0F / 127.0F},
-                                        {"decay1", 1, kBypass, 0.0F, 100.0F / 127.0F},
-                                        {"wet8", 8, kDefaultEffect, 1.0F},
-                                        {"idle", 0, kBypass, 0.0F},
-                                        {"rest", 0, kDefaultEffect, 0.0F}}};
+constexpr std::array<Scene, 11> kScenes{{{"dry8", 8, kBypass, 0.0F},
+                                         {"dry8short", 8, kBypass, 0.0F, 1.0F, kFrames / 2},
+                                         {"dry4", 4, kBypass, 0.0F},
+                                         {"dry1", 1, kBypass, 0.0F},
+                                         {"decay8", 8, kBypass, 0.0F, 100.0F / 127.0F},
+                                         {"decay1", 1, kBypass, 0.0F, 100.0F / 127.0F},
+                                         {"wet8", 8, kDefaultEffect, 1.0F},
+                                         {"idle", 0, kBypass, 0.0F},
+                                         {"rest", 0, kDefaultEffect, 0.0F},
+                                         {"out8", 8, kBypass, 0.0F, 1.0F, kFrames, 1},
+                                         {"outs8", 8, kBypass, 0.0F, 1.0F, kFrames, 9}}};
 
 support::SampleFolder makeFolder() {
   std::vector<support::Wave> waves;
@@ -79,7 +83,11 @@ class Player {
       set(parameterId(pad, 7), scene.egTime);
       set(parameterId(pad, 13), scene.send);
     }
+    for (std::size_t channel = 0; channel < 2 * (1 + scene.padOuts); ++channel) {
+      outputs[channel] = samples[channel].data();
+    }
     block.outputs = outputs.data();
+    block.outputCount = scene.padOuts > 0 ? tesh::vimo::kAllChannels : tesh::vimo::kMainChannels;
     block.midiIn = &midi;
     block.frames = scene.frames;
     plugin.process(block);
@@ -105,9 +113,8 @@ class Player {
 
   const Scene& scene;
   Plugin plugin;
-  std::array<float, kFrames> left{};
-  std::array<float, kFrames> right{};
-  std::array<float*, 2> outputs{left.data(), right.data()};
+  std::array<std::array<float, kFrames>, tesh::vimo::kAllChannels> samples{};
+  std::array<float*, tesh::vimo::kAllChannels> outputs{};
   std::vector<tesh::vimo::MidiEvent> midi;
   tesh::vimo::ProcessBlock block;
   int played = 0;
@@ -224,7 +231,7 @@ long residentKilobytes() {
 
 int printMemory() {
   const long before = residentKilobytes();
-  const Player player(kScenes.back());
+  const Player player(kScenes[8]);
   std::printf("one engine, every slot filled: %ld KiB\n", residentKilobytes() - before);
   return 0;
 }

@@ -10,12 +10,19 @@
 
 namespace tesh::vimo {
 
+/// The channels of a block with an out for each of eight pads and for the effect beside the main one: two each, in this
+/// order: main, pads, effect.
+inline constexpr std::int32_t kMainChannels = 2;
+inline constexpr std::int32_t kPadChannels = 16;
+inline constexpr std::int32_t kAllChannels = kMainChannels + kPadChannels + 2;
+
 /// One block, at the engine's rate. It owns nothing. Any pointer may be null, except `outputs` if `frames` is above 0.
+/// Of `outputs` the main channels may not be null then.
 struct ProcessBlock {
   float** inputs = nullptr;
   float** outputs = nullptr;
-  std::int32_t inputCount = 0;  ///< Channels: 2 if `inputs` is set, else 0.
-  std::int32_t outputCount = 2;
+  std::int32_t inputCount = 0;               ///< Channels: 2 if `inputs` is set, else 0.
+  std::int32_t outputCount = kMainChannels;  ///< Channels: kMainChannels or kAllChannels.
   std::int32_t frames = 0;
   TimedValueRing* automationRing = nullptr;    ///< Engine parameters, read by the generator.
   TimedValueRing* notificationRing = nullptr;  ///< Movements of macros, read after the generator has run.

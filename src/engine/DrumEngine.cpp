@@ -21,7 +21,34 @@ std::int32_t integerAt(const ParameterRow& row, float value) {
   return cofu::core::truncateToInt(std::clamp(steps, -kLimit, kLimit)) + row.minimum;
 }
 
+void clear(const StereoOut& out, int frames) {
+  if (out.isConnected()) {
+    std::fill_n(out.left, frames, 0.0F);
+    std::fill_n(out.right, frames, 0.0F);
+  }
+}
+
+void put(const StereoOut& out, BusSamples bus, int frames) {
+  for (int frame = 0; out.isConnected() && frame < frames; ++frame) {
+    out.left[frame] = static_cast<float>(bus.left[frame]) * kFloatScale;
+    out.right[frame] = static_cast<float>(bus.right[frame]) * kFloatScale;
+  }
+}
+
 }  // namespace
+
+bool EngineOuts::isConnected() const {
+  return effect.isConnected() ||
+         std::any_of(pads.begin(), pads.end(), [](const StereoOut& pad) { return pad.isConnected(); });
+}
+
+EngineOuts EngineOuts::from(int frame) const {
+  EngineOuts moved{pads, effect.from(frame)};
+  for (StereoOut& pad : moved.pads) {
+    pad = pad.from(frame);
+  }
+  return moved;
+}
 
 DrumEngine::DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames, WaveLoading loading)
     : core(file, heldPads(padCount), slotFrames),
@@ -72,32 +99,45 @@ ProgramBankGroups DrumEngine::bankGroups() {
   return saved;
 }
 
-void DrumEngine::render(float* left, float* right, int frames) {
+void DrumEngine::render(float* left, float* right, int frames, const EngineOuts* outs) {
   // Even without frames the effect takes over its pending type and finished voices are released.
+  EngineOuts later;
   int done = 0;
   do {
-    renderBlock(left + done, right + done, std::clamp(frames - done, 0, kMaxFrames));
+    if (outs != nullptr && done > 0) {
+      later = outs->from(done);
+    }
+    renderBlock(left + done, right + done, std::clamp(frames - done, 0, kMaxFrames),
+                outs != nullptr && done > 0 ? &later : outs);
     done += kMaxFrames;
   } while (done < frames);
 }
 
-void DrumEngine::renderBlock(float* left, float* right, int frames) {
+void DrumEngine::renderBlock(float* left, float* right, int frames, const EngineOuts* outs) {
   if (allocator.activeVoiceCount() == 0 && effect.skip(frames)) {
     allocator.skip(frames);
     masterGroup.skip(frames);
     std::fill_n(left, frames, 0.0F);
     std::fill_n(right, frames, 0.0F);
+    if (outs != nullptr) {
+      PadTaps::clear(outs->pads, frames);
+      clear(outs->effect, frames);
+    }
     return;
   }
   std::int32_t* const mix = buffers->mix.data();
   const std::array<std::int32_t*, kChannels> channels{mix, mix + 1, mix + 2, mix + 3};
   const bool isSounding = allocator.activeVoiceCount() > 0;
-  const bool feedsEffect = allocator.render(channels.data(), frames, kChannels);
+  const bool feedsEffect =
+      allocator.render(channels.data(), frames, kChannels, outs == nullptr ? nullptr : &outs->pads);
   const BusSamples dry{buffers->buses[0].data(), buffers->buses[1].data()};
   const BusSamples wet{buffers->buses[2].data(), buffers->buses[3].data()};
   if (isSounding && !feedsEffect && effect.skip(frames)) {
     splitDry(mix, dry, frames);
     masterGroup.render(dry, {}, {left, right}, frames);
+    if (outs != nullptr) {
+      clear(outs->effect, frames);
+    }
     return;
   }
   if (isSounding) {
@@ -107,6 +147,9 @@ void DrumEngine::renderBlock(float* left, float* right, int frames) {
   }
   effects::StereoBlock block{wet.left, wet.right};
   effect.process(block, frames);
+  if (outs != nullptr) {
+    put(outs->effect, wet, frames);
+  }
   masterGroup.render(dry, wet, {left, right}, frames);
 }
 

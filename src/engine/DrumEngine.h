@@ -26,6 +26,17 @@ namespace tesh::bramel::plugin::sivray {
 inline constexpr int kPadCount = 8;
 inline constexpr int kMaxPads = 16;
 
+/// Outs beside the main one. A pad's carries its voice before sends, effect and master level, the effect's what comes
+/// back from the effect before the master level. They need no rate or setting, and change nothing of the main out.
+struct EngineOuts {
+  PadOuts pads;
+  StereoOut effect;
+
+  bool isConnected() const;
+  /// The same outs from a later frame on.
+  EngineOuts from(int frame) const;
+};
+
 /// When an engine reads the waves of its pads.
 enum class WaveLoading : std::uint8_t {
   atOnce,
@@ -49,8 +60,8 @@ class DrumEngine {
 
   /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
   /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that
-  /// have ended.
-  void render(float* left, float* right, int frames) SIVRAY_NONBLOCKING;
+  /// have ended. Fills those of `outs` that are connected, too; there are none if it is null.
+  void render(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
 
   /// Notes 36 and up play the pads; a velocity is 1 to 127. See VoiceAllocator.
   void noteOn(int note, int velocity) SIVRAY_NONBLOCKING { allocator.noteOn(note, velocity); }
@@ -88,7 +99,7 @@ class DrumEngine {
   const ProgramBank& bank() const { return *programBank; }
 
  private:
-  static constexpr int kMaxFrames = 2048;
+  static constexpr int kMaxFrames = PadTaps::kFrames;
   static constexpr int kChannels = 4;
 
   /// Memory for the largest block.
@@ -106,7 +117,7 @@ class DrumEngine {
 
   Place placeOf(std::uint32_t id) const;
   void addPad(std::uint32_t pad);
-  void renderBlock(float* left, float* right, int frames) SIVRAY_NONBLOCKING;
+  void renderBlock(float* left, float* right, int frames, const EngineOuts* outs) SIVRAY_NONBLOCKING;
   ProgramBankGroups bankGroups();
 
   DrumCore core;

@@ -21,6 +21,18 @@ SequencerMessage shortMessage(const vimo::MidiEvent& event) {
   return message;
 }
 
+EngineOuts outsOf(const vimo::ProcessBlock& block) {
+  const auto outAt = [&block](std::size_t channel) {
+    return StereoOut{block.outputs[channel], block.outputs[channel + 1]};
+  };
+  EngineOuts outs;
+  for (std::size_t pad = 0; pad < outs.pads.size(); ++pad) {
+    outs.pads[pad] = outAt(vimo::kMainChannels + 2 * pad);
+  }
+  outs.effect = outAt(vimo::kMainChannels + vimo::kPadChannels);
+  return outs;
+}
+
 }  // namespace
 
 template <typename Synth>
@@ -80,21 +92,31 @@ void SivrayPlugin<Synth>::process(vimo::ProcessBlock& block) {
     takeAutomation(*block.automationRing);
   }
   if (block.frames > 0) {
-    renderOnly(block.outputs, block.frames);
+    if (block.outputCount == vimo::kAllChannels) {
+      const EngineOuts outs = outsOf(block);
+      renderOnly(block.outputs, block.frames, outs.isConnected() ? &outs : nullptr);
+    } else {
+      renderOnly(block.outputs, block.frames);
+    }
     synth.engine().readOn();
   }
 }
 
 template <typename Synth>
-void SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames) {
+void SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames, const EngineOuts* outs) {
+  EngineOuts later;
   int offset = 0;
   while (offset < frames) {
     const int remaining = frames - offset;
     const std::int64_t next = sequencer.nextEventFrame();
     const int slice = next < 0 || next > remaining ? remaining : static_cast<int>(next);
-    synth.processReplacing(outputs[0] + offset, outputs[1] + offset, slice);
+    synth.processReplacing(outputs[0] + offset, outputs[1] + offset, slice, outs);
     sequencer.advance(slice);
     offset += slice;
+    if (outs != nullptr) {
+      later = outs->from(slice);
+      outs = &later;
+    }
   }
 }
 

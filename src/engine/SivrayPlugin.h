@@ -57,8 +57,9 @@ class SivrayPlugin final : public vimo::Generator<float> {
   void setProgramName(std::string_view name) override { synth.engine().bank().setProgramName(name); }
   vimo::SampleLibrary* sampleLibrary() override { return library.get(); }
 
-  /// Renders `frames` frames into two outputs, without taking in a block's messages and values.
-  void renderOnly(float* const* outputs, int frames) SIVRAY_NONBLOCKING;
+  /// Renders `frames` frames into two outputs and those of `outs` that are connected, without taking in a block's
+  /// messages and values.
+  void renderOnly(float* const* outputs, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
 
   /// Queues messages for the next render. Returns whether there was one. Audio thread.
   bool addMidi(const std::vector<vimo::MidiEvent>& events) SIVRAY_NONBLOCKING;

@@ -32,11 +32,13 @@ class RunPlan {
   /// The frames that the plan holds for, at most `most`.
   int framesOf(int most) const { return std::min(most, left); }
 
-  /// The run of `frames` frames, at most `framesOf`, by the first `voices` lanes into `output`; see VoiceRun.
-  const VoiceRun& runOf(int frames, int voices, std::int32_t* output) SIVRAY_NONBLOCKING {
+  /// The run of `frames` frames, at most `framesOf`, by the first `voices` lanes into `output` and `taps`; see
+  /// VoiceRun.
+  const VoiceRun& runOf(int frames, int voices, std::int32_t* output, std::int16_t* taps) SIVRAY_NONBLOCKING {
     run.frames = frames;
     run.voices = voices;
     run.output = output;
+    run.taps = taps;
     return run;
   }
 

@@ -96,12 +96,15 @@ void VoiceAllocator::resetVoices() {
   voices->replan();
 }
 
-bool VoiceAllocator::render(std::int32_t* const* channels, int frames, int) {
+bool VoiceAllocator::render(std::int32_t* const* channels, int frames, int, const PadOuts* padOuts) {
   if (voices == nullptr) {
     std::fill_n(channels[0], static_cast<std::size_t>(frames) * 4, 0);
+    if (padOuts != nullptr) {
+      PadTaps::clear(*padOuts, frames);
+    }
     return false;
   }
-  const bool feedsEffect = voices->render(channels[0], frames, activeVoices);
+  const bool feedsEffect = voices->render(channels[0], frames, activeVoices, padOuts);
   readMeters();
   releaseFinishedVoices();
   return feedsEffect;

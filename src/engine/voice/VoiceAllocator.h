@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "core/RealTime.h"
+#include "engine/voice/PadTaps.h"
 #include "engine/voice/PadValues.h"
 #include "engine/voice/VoiceBank.h"
 
@@ -45,8 +46,9 @@ class VoiceAllocator {
 
   /// Writes `frames` frames of four channels: dry left and right, effect left and right, each within -32767 .. 32767.
   /// The channels must be interleaved in one buffer: channel i begins at word i of channels[0], and `stride` is 4.
-  /// Returns false if the effect's channels are zeros.
-  bool render(std::int32_t* const* channels, int frames, int stride) SIVRAY_NONBLOCKING;
+  /// Unless `pads` is null, the pads' own outs are filled too, of at most PadTaps::kFrames frames. Returns false if the
+  /// effect's channels are zeros.
+  bool render(std::int32_t* const* channels, int frames, int stride, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
 
   /// Moves on by `frames` frames in which no voice sounds: there must be none.
   void skip(int frames) SIVRAY_NONBLOCKING;

@@ -22,6 +22,7 @@ struct ChainNeeds {
   bool fade = true;
   bool punch = true;
   Buses fed = Buses::both;
+  bool tap = false;
 };
 
 /// Q15 gains of 0 to 32767 for words: (g * x) >> 15 is the high half of `factor` * x, plus x where `kept` is -1.
@@ -51,6 +52,7 @@ class VoiceChain {
       : bank(voiceBank),
         first(static_cast<std::size_t>(firstLane)),
         samples(run.samples),
+        tap(Needs.tap ? run.taps + 2 * firstLane : nullptr),
         watched(lanes(run.watched)),
         step(lanes(run.step)),
         base(lanes(voiceBank.slotBase)),
@@ -103,6 +105,10 @@ class VoiceChain {
     const Vec x = pan(level(lowBoost(enveloped(punchedWave()))));
     peaks = L::max16(peaks, L::abs16(x));
     const Vec faded = Needs.fade ? fade(x) : x;
+    if constexpr (Needs.tap) {
+      L::storeAligned(tap, faded);
+      tap += kTapWords;
+    }
     if constexpr (Needs.fed != Buses::effect) {
       toDry = L::pairSums16(dry(faded), L::all16(1));
     }
@@ -245,6 +251,7 @@ class VoiceChain {
   VoiceBank& bank;
   std::size_t first;
   const std::int16_t* samples;
+  std::int16_t* tap;
   Vec watched;
   Vec step;
   Vec base;

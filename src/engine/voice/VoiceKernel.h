@@ -16,6 +16,10 @@ class RampBank;
 /// The buses that the lanes of a run send to. A bus that is not fed gets zeros.
 enum class Buses : std::uint8_t { dry, effect, both };
 
+/// Words of a frame of taps: for each group of four lanes the left samples of all four, then the right ones. Lanes of a
+/// group that does not sound are not written.
+inline constexpr int kTapWords = 16;
+
 /// A stretch of frames in which no voice starts, ends or changes its envelope's level.
 struct VoiceRun {
   VoiceBank* bank = nullptr;
@@ -28,7 +32,8 @@ struct VoiceRun {
   int voices = 0;                         ///< 1 to 8: the lanes that sound
   unsigned moving = 0;                    ///< rampBit of each ramp that moves
   Buses fed = Buses::both;
-  bool fading = false;  ///< a lane is fading or watched
+  bool fading = false;           ///< a lane is fading or watched
+  std::int16_t* taps = nullptr;  ///< null, or frames of kTapWords: the lanes before their sends; 32-byte aligned
 };
 
 /// One instruction set. `run` returns the number of frames rendered: all of them, or fewer if in the last one a ramp

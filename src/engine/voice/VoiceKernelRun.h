@@ -124,11 +124,11 @@ int runMoving(const VoiceRun& run) {
 }
 
 /// Renders a run without fades. Moving ramps come with the dry bus alone or with both.
-template <template <typename, ChainNeeds> typename Chain, typename L, typename Four, bool Punch>
+template <template <typename, ChainNeeds> typename Chain, typename L, typename Four, bool Punch, bool Tap>
 int runUnfaded(const VoiceRun& run) {
-  constexpr ChainNeeds kDry{.fade = false, .punch = Punch, .fed = Buses::dry};
-  constexpr ChainNeeds kEffect{.fade = false, .punch = Punch, .fed = Buses::effect};
-  constexpr ChainNeeds kBoth{.fade = false, .punch = Punch, .fed = Buses::both};
+  constexpr ChainNeeds kDry{.fade = false, .punch = Punch, .fed = Buses::dry, .tap = Tap};
+  constexpr ChainNeeds kEffect{.fade = false, .punch = Punch, .fed = Buses::effect, .tap = Tap};
+  constexpr ChainNeeds kBoth{.fade = false, .punch = Punch, .fed = Buses::both, .tap = Tap};
   if (run.ramps->activeCount() > 0) {
     return run.fed == Buses::dry ? runMoving<Chain<L, kDry>, Four>(run) : runMoving<Chain<L, kBoth>, Four>(run);
   }
@@ -142,10 +142,10 @@ int runUnfaded(const VoiceRun& run) {
   return run.frames;
 }
 
-/// Chooses how to render a run with chains of the template `Chain`.
-template <template <typename, ChainNeeds> typename Chain, typename L, typename Four>
-int runWith(const VoiceRun& run) {
-  constexpr ChainNeeds kAll{.fade = true, .punch = true, .fed = Buses::both};
+/// Chooses how to render a run with chains of the template `Chain`, whose lanes are tapped or not.
+template <template <typename, ChainNeeds> typename Chain, typename L, typename Four, bool Tap>
+int runTapped(const VoiceRun& run) {
+  constexpr ChainNeeds kAll{.fade = true, .punch = true, .fed = Buses::both, .tap = Tap};
   if (run.fading && run.ramps->activeCount() > 0) {
     return runMoving<Chain<L, kAll>, Four>(run);
   }
@@ -153,8 +153,13 @@ int runWith(const VoiceRun& run) {
     runResting<Chain<L, kAll>, Buses::both>(run);
     return run.frames;
   }
-  return Chain<L, kAll>::punchRests(*run.bank, 0) ? runUnfaded<Chain, L, Four, false>(run)
-                                                  : runUnfaded<Chain, L, Four, true>(run);
+  return Chain<L, kAll>::punchRests(*run.bank, 0) ? runUnfaded<Chain, L, Four, false, Tap>(run)
+                                                  : runUnfaded<Chain, L, Four, true, Tap>(run);
+}
+
+template <template <typename, ChainNeeds> typename Chain, typename L, typename Four>
+int runWith(const VoiceRun& run) {
+  return run.taps == nullptr ? runTapped<Chain, L, Four, false>(run) : runTapped<Chain, L, Four, true>(run);
 }
 
 /// Renders a run of one voice, of one quad or of two. `R` are registers of 128 bits, `Wide` the widest lanes, four or

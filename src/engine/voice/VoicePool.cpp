@@ -77,9 +77,12 @@ void VoicePool::fadeOut(std::size_t lane) {
   bank.active[lane] = false;
 }
 
-bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
+bool VoicePool::render(std::int32_t* output, int frames, int voiceCount, const PadOuts* pads) {
   if (voiceCount == 0) {
     std::fill_n(output, static_cast<std::size_t>(frames) * 4, 0);
+    if (pads != nullptr) {
+      PadTaps::clear(*pads, frames);
+    }
     skip(frames);
     return false;
   }
@@ -102,12 +105,16 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount) {
       readSamples(planned, voices);
     }
     feedsEffect |= plan.feedsEffect();
-    const int done = kernel.run(plan.runOf(planned, voiceCount, output + static_cast<std::ptrdiff_t>(frame) * 4));
+    const int done = kernel.run(plan.runOf(planned, voiceCount, output + static_cast<std::ptrdiff_t>(frame) * 4,
+                                           pads == nullptr ? nullptr : taps.at(frame)));
     plan.count(done);
     frame += done;
     if (!plan.holds() || frame == frames) {
       settle(voices);  // before the next tick, because it may start a ramp
     }
+  }
+  if (pads != nullptr) {  // No lane changes its pad during a render.
+    taps.spread(std::span(bank.pad).first(voices), frames, *pads);
   }
   return feedsEffect;
 }

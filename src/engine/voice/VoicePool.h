@@ -8,6 +8,7 @@
 #include "core/RealTime.h"
 #include "engine/samples/PadWaves.h"
 #include "engine/voice/AmpEnvelope.h"
+#include "engine/voice/PadTaps.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/RunPlan.h"
 #include "engine/voice/VoiceBank.h"
@@ -38,8 +39,9 @@ class VoicePool {
   void rebindRamps(std::size_t lane) SIVRAY_NONBLOCKING;
 
   /// Renders `frames` frames of four interleaved words with the first `voices` lanes. `output` is 16-byte aligned.
-  /// Returns false if the effect's two channels are zeros.
-  bool render(std::int32_t* output, int frames, int voices) SIVRAY_NONBLOCKING;
+  /// Unless `pads` is null, it fills each pad's own out too, of at most PadTaps::kFrames frames. Returns false if the
+  /// effect's two channels are zeros.
+  bool render(std::int32_t* output, int frames, int voices, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
 
   /// As `render` without lanes, for a caller that knows the output: only ramps that still move are stepped.
   void skip(int frames) SIVRAY_NONBLOCKING;
@@ -63,6 +65,7 @@ class VoicePool {
   AmpEnvelope envelope;
   VoiceStart voiceStart;
   RunPlan plan;
+  PadTaps taps;
   bool triggered = false;  ///< A voice waits for its start.
 };
 

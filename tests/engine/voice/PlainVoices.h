@@ -56,7 +56,7 @@ struct Voice {
   std::int32_t amount = 0, stateL = 0, stateR = 0, current = 0;
   std::int32_t egTime = 0, levelIndex = 0, counter = 0, finished = 1, phase = 0, gate = 0;
   std::int32_t levelSetting = 0, velocity = 0, muted = 0, panSetting = 64;
-  std::int32_t enabled = 0, restart = 0, peakL = 0, peakR = 0, fadeEnabled = 0;
+  std::int32_t enabled = 0, restart = 0, peakL = 0, peakR = 0, fadeEnabled = 0, heardL = 0, heardR = 0;
   std::int32_t active = 0, live = 0, trigger = 0, triggerVelocity = 0, dirty = 0, cents = 0, send = 0, state = 0;
   std::uint32_t increment = 0;
 
@@ -219,6 +219,8 @@ struct Voice {
       l = clip(mul(15, s, l));
       r = clip(mul(15, s, r));
     }
+    heardL = l;
+    heardR = r;
     out[0] += mul(15, dry.field, l);
     out[1] += mul(15, dry.field, r);
     out[2] += mul(15, effect.field, l);
@@ -308,6 +310,12 @@ class Engine {
       std::array<std::int32_t, 4> sums{};
       for (int v = 0; v < groups * 4; ++v) at(v).chain(sums);
       for (std::size_t c = 0; c < 4; ++c) out[4 * f + static_cast<int>(c)] = clip(sums[c]);
+      for (auto& pad : heard) pad[static_cast<std::size_t>(2 * f)] = pad[static_cast<std::size_t>(2 * f + 1)] = 0;
+      for (int v = 0; v < used; ++v) {
+        auto& pad = heard[static_cast<std::size_t>(at(v).pad)];
+        pad[static_cast<std::size_t>(2 * f)] += at(v).heardL;
+        pad[static_cast<std::size_t>(2 * f + 1)] += at(v).heardR;
+      }
       for (int v = 0; v < used; ++v) at(v).endCheck();
     }
     readMeters();
@@ -316,6 +324,8 @@ class Engine {
 
   int used = 0;
   std::array<std::array<std::int32_t, 8>, 2> meters{};
+  /// What each pad's voices gave before their sends in the last render: frames of left and right.
+  std::array<std::array<std::int32_t, std::size_t{2} * 2048>, 8> heard{};
 
  private:
   Voice& at(int index) { return voices[static_cast<std::size_t>(index)]; }

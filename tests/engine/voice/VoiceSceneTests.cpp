@@ -23,7 +23,7 @@ class Scene {
  public:
   /// A calm scene has few voices, long waves and rare events, so that voices rest between them.
   Scene(support::SampleFolder& folder, unsigned seed, const VoiceKernel& kernel)
-      : random(seed), calm(seed % 2 == 1), playedPads(calm ? pick(1, 3) : kPads) {
+      : random(seed), connections(seed), calm(seed % 2 == 1), playedPads(calm ? pick(1, 3) : kPads) {
     makeWaves();
     folder.write(waves);
     file = std::make_unique<PcmFile>("SivrayPCM");
@@ -54,7 +54,8 @@ class Scene {
     for (std::size_t i = 0; i < 4; ++i) {
       channels[i] = fast.data() + i;
     }
-    const bool feedsEffect = allocator->render(channels.data(), frames, 4);
+    connectOuts();
+    const bool feedsEffect = allocator->render(channels.data(), frames, 4, hasOuts ? &outs : nullptr);
     model->render(slow.data(), frames);
     for (std::size_t i = 0; i < static_cast<std::size_t>(frames) * 4; ++i) {
       if (fast[i] != slow[i]) {
@@ -65,7 +66,7 @@ class Scene {
       EXPECT_TRUE(feedsEffect || i % 4 < 2 || slow[i] == 0);
       loudest = std::max(loudest, std::abs(fast[i]));
     }
-    return metersAgree();
+    return metersAgree() && outsAgree(frames);
   }
 
   int slices() const { return calm ? 200 : 60; }
@@ -151,6 +152,29 @@ class Scene {
     }
   }
 
+  /// No outs, or some of them.
+  void connectOuts() {
+    hasOuts = connections() % 2 == 0;
+    for (std::size_t pad = 0; pad < kPads; ++pad) {
+      const bool isConnected = connections() % 4 != 0;
+      outs[pad] = isConnected ? StereoOut{padSides[pad][0].data(), padSides[pad][1].data()} : StereoOut{};
+    }
+  }
+
+  bool outsAgree(int frames) const {
+    for (std::size_t pad = 0; hasOuts && pad < kPads; ++pad) {
+      for (std::size_t word = 0; outs[pad].isConnected() && word < 2 * static_cast<std::size_t>(frames); ++word) {
+        const float expected = static_cast<float>(model->heard[pad][word]) / 32768.0F;
+        if (padSides[pad][word % 2][word / 2] != expected) {
+          ADD_FAILURE() << "pad " << pad << ", frame " << word / 2 << " of " << frames << ": "
+                        << padSides[pad][word % 2][word / 2] << ", not " << expected;
+          return false;
+        }
+      }
+    }
+    return true;
+  }
+
   bool metersAgree() {
     EXPECT_EQ(allocator->activeVoiceCount(), model->used);
     for (unsigned pad = 0; pad < kPads; ++pad) {
@@ -161,6 +185,7 @@ class Scene {
   }
 
   std::mt19937 random;
+  std::mt19937 connections;  ///< Of its own, so that outs change no scene.
   bool calm;
   int playedPads;
   int turnBackIn = 0;  ///< Steps until `turnBack`; none at 0 or below.
@@ -172,6 +197,9 @@ class Scene {
   std::unique_ptr<plain::Engine> model;
   alignas(32) std::array<std::int32_t, 2048 * 4> fast{};
   std::array<std::int32_t, 2048 * 4> slow{};
+  bool hasOuts = false;
+  PadOuts outs;
+  std::array<std::array<std::array<float, 2048>, 2>, kPads> padSides{};
 };
 
 TEST(VoiceScenes, EveryKernelPlaysRandomScenesAsThePlainModelDoes) {
