@@ -2,9 +2,10 @@
 //
 //   bench_resample                     time per host frame (Google Benchmark)
 //   bench_resample count RATE BLOCKS   plays BLOCKS blocks of 128 frames at RATE Hz and ends: with the engine sounding
-//     output|input|silence             alone, with the host's input sounding too, or all silent. Count the instructions
-//                                      of two runs with different numbers of blocks; their difference, divided by the
-//                                      additional frames, is the cost of a frame.
+//     output|input|silence|outs|rests  alone, with the host's input sounding too, all silent, or with nine outs beside
+//                                      the main one, which sound or not. Count the instructions of two runs with
+//                                      different numbers of blocks; their difference, divided by the additional frames,
+//                                      is the cost of a frame.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
@@ -12,7 +13,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/resample/CFsConverterWrapper.h"
@@ -26,29 +29,44 @@ constexpr std::int32_t kFrames = 128;
 /// Writes only the first sample of each output, which keeps the resampler from skipping silence.
 class Engine : public CFsConvListener {
  public:
-  explicit Engine(bool isSounding) : level(isSounding ? 0.5F : 0.0F) {}
-  void onProcess(float**, float** outputs, std::int32_t frames) override {
-    if (frames > 0) {
-      outputs[0][0] = level;
-      outputs[1][0] = level;
+  Engine(bool isSounding, bool haveOutsSound)
+      : level(isSounding ? 0.5F : 0.0F), outLevel(haveOutsSound ? 0.5F : 0.0F) {}
+  void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
+    onProcessOuts(inputs, std::span(outputs, 2), frames);
+  }
+  void onProcessOuts(float**, std::span<float*> outputs, std::int32_t frames) override {
+    for (std::size_t channel = 0; frames > 0 && channel < outputs.size(); ++channel) {
+      outputs[channel][0] = channel < 2 ? level : outLevel;
     }
   }
 
  private:
   float level;
+  float outLevel;
 };
+
+enum class Outs { none, resting, sounding };
 
 class Host {
  public:
-  Host(float rate, bool hasOutput, bool hasInput) : engine(hasOutput), converter(engine), hasInputs(hasInput) {
+  Host(float rate, bool hasOutput, bool hasInput, Outs outs = Outs::none)
+      : engine(hasOutput, outs == Outs::sounding),
+        converter(engine),
+        hasInputs(hasInput),
+        channels(outs == Outs::none ? 2 : CFsConverterWrapper::kMostChannels, std::vector<float>(kFrames)) {
+    for (std::vector<float>& channel : channels) {
+      outputs.push_back(channel.data());
+    }
     converter.setSampleRate(rate);
+    if (outs != Outs::none) {
+      converter.makeOuts();
+    }
   }
 
   void play() {
     std::array<float*, 2> in{input.data(), input.data()};
-    std::array<float*, 2> out{left.data(), right.data()};
-    converter.process(hasInputs ? in.data() : nullptr, out.data(), kFrames);
-    benchmark::DoNotOptimize(left.data());
+    converter.processOuts(hasInputs ? in.data() : nullptr, outputs, kFrames);
+    benchmark::DoNotOptimize(outputs[0]);
   }
 
  private:
@@ -56,8 +74,8 @@ class Host {
   CFsConverterWrapper converter;
   bool hasInputs;
   std::vector<float> input = std::vector<float>(kFrames, 0.25F);
-  std::vector<float> left = std::vector<float>(kFrames);
-  std::vector<float> right = std::vector<float>(kFrames);
+  std::vector<std::vector<float>> channels;
+  std::vector<float*> outputs;
 };
 
 void frames(benchmark::State& state, float rate, bool hasOutput, bool hasInput) {
@@ -69,7 +87,7 @@ void frames(benchmark::State& state, float rate, bool hasOutput, bool hasInput) 
 }
 
 void redesign(benchmark::State& state) {
-  Engine engine(false);
+  Engine engine(false, false);
   CFsConverterWrapper converter(engine);
   for (auto _ : state) {
     converter.setSampleRate(48000.0F);
@@ -77,8 +95,9 @@ void redesign(benchmark::State& state) {
 }
 
 int countOnly(char** arguments) {
-  const bool hasInput = std::strcmp(arguments[2], "input") == 0;
-  Host host(std::strtof(arguments[0], nullptr), std::strcmp(arguments[2], "silence") != 0, hasInput);
+  const std::string_view mode = arguments[2];
+  const Outs outs = mode == "outs" ? Outs::sounding : mode == "rests" ? Outs::resting : Outs::none;
+  Host host(std::strtof(arguments[0], nullptr), mode != "silence", mode == "input", outs);
   for (int blocks = std::atoi(arguments[1]); blocks > 0; --blocks) {
     host.play();
   }

@@ -24,6 +24,22 @@ TEST_F(Shell, CutsBlocksAndIgnoresThoseThatCannotBe) {
   EXPECT_EQ(samples, (std::array<float, 8>{0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F}));
 }
 
+TEST_F(Shell, FillsTheOutsThatAreConnectedInBlocksOfAnySize) {
+  constexpr std::size_t kFrames = 5000;
+  std::vector<std::vector<float>> samples(vimo::kAllChannels, std::vector<float>(kFrames, 9.0F));
+  std::array<float*, vimo::kAllChannels> outputs{samples[0].data(), samples[1].data()};
+  for (std::size_t channel = 4; channel < outputs.size(); ++channel) {
+    outputs[channel] = samples[channel].data();
+  }
+  shell->processOuts(outputs, static_cast<std::int32_t>(kFrames));
+  for (std::size_t channel = 0; channel < outputs.size(); ++channel) {
+    const float expected = channel < 2 ? 0.5F : channel < 4 ? 9.0F : static_cast<float>(channel);
+    EXPECT_EQ(samples[channel], std::vector<float>(kFrames, expected)) << channel;
+  }
+  BramelInstrument(nullptr).processOuts(outputs, static_cast<std::int32_t>(kFrames));
+  EXPECT_EQ(samples[19], std::vector<float>(kFrames, 0.0F));
+}
+
 TEST_F(Shell, IsSilentAndEmptyWithoutAProcessor) {
   BramelInstrument empty(nullptr);
   std::vector<float> samples(6000, 1.0F);

@@ -40,7 +40,8 @@ inline std::string hex(const std::uint8_t* data, std::size_t size) {
   return text;
 }
 
-/// Sounds as the constant 0.5. Writing down allocates nothing on the audio thread.
+/// Sounds as the constant 0.5, and on other outs as the number of the channel. Writing down allocates nothing on the
+/// audio thread.
 class NotingGenerator final : public vimo::QuietGenerator {
  public:
   NotingGenerator() {
@@ -59,6 +60,11 @@ class NotingGenerator final : public vimo::QuietGenerator {
     }
     for (int i = 0; i < block.frames; ++i) {
       block.outputs[0][i] = block.outputs[1][i] = 0.5F;
+      for (std::int32_t channel = vimo::kMainChannels; channel < block.outputCount; ++channel) {
+        if (block.outputs[channel] != nullptr) {
+          block.outputs[channel][i] = static_cast<float>(channel);
+        }
+      }
     }
     cofu::core::mayWait([&] { *block.midiOut = toHost; });
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "core/RealTime.h"
 
@@ -17,6 +18,12 @@ class CFsConvListener {
   /// host's rate is the engine's, `inputs` is what the host gave, which may be null or hold null channels.
   virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] float** outputs,
                          [[maybe_unused]] std::int32_t frames) SIVRAY_NONBLOCKING {}
+
+  /// The same for a block with outs beside the main one, which comes in place of it: two more channels each, null where
+  /// nobody listens.
+  virtual void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
+    onProcess(inputs, outputs.data(), frames);
+  }
 
   /// The host's rate has changed. `ratio` is the engine's rate divided by the host's.
   virtual void onSampleRate([[maybe_unused]] float ratio, [[maybe_unused]] double engineRate) {}

@@ -9,25 +9,16 @@
 #include <limits>
 #include <utility>
 
+#include "host/resample/ConverterFilter.h"
+
 namespace tesh::bramel::vst {
 
 namespace {
 
 constexpr std::int32_t kSmallestBlock = 32;   ///< Host frames.
-constexpr std::size_t kEngineFrames = 16384;  ///< Of the engine's buffers and the absent input.
-constexpr std::size_t kHostFrames = 16392;    ///< Of the resampled output.
-constexpr std::size_t kUsualFrames = 2048;    ///< Of a block, at most: hosts rarely send longer ones.
 constexpr std::int32_t kLongestPart = 16383;  ///< Host frames in one piece.
-constexpr std::size_t kRingFrames = 32768;    ///< A power of two, twice the longest piece.
-constexpr std::uint32_t kRingMask = kRingFrames - 1;
-constexpr std::uint32_t kRingLead = 8;  ///< Host frames that the output lags, for pieces that come out a few short.
+constexpr std::uint32_t kRingLead = 8;        ///< Host frames that the output lags, for pieces a few short.
 
-// The filter of both resamplers. 384 taps in 16 phases reach 12 engine frames to either side, which leaves the cut-off
-// just below half the engine's rate and makes 85 dB possible from 27 kHz on.
-constexpr std::int32_t kFilterLength = 384;
-constexpr std::int32_t kCutoffHz = 22000;
-constexpr double kAttenuationDb = 85.0;
-constexpr std::int32_t kUpPhases = 16;
 constexpr double kFilterReach = kFilterLength / (2.0 * kUpPhases);  ///< Engine frames by which the filter delays.
 
 /// Phases of the input's filter. Fewer at high host rates make the same taps last as long.
@@ -42,9 +33,15 @@ constexpr std::int32_t downPhases(std::int32_t rate) {
 /// and what these become must fit the output's. Both conversions may make a frame more than the ratio says.
 std::int32_t longestPartAt(std::int32_t rate) {
   const double hostPerEngine = static_cast<double>(rate) / CFsConverterWrapper::kEngineRate;
-  const double inEngine = (static_cast<double>(kEngineFrames) - 2.0) * hostPerEngine;
-  const double inHost = static_cast<double>(kHostFrames) - 2.0 - std::ceil(hostPerEngine);
+  const double inEngine = (static_cast<double>(UpPair::kEngineFrames) - 2.0) * hostPerEngine;
+  const double inHost = static_cast<double>(UpPair::kHostFrames) - 2.0 - std::ceil(hostPerEngine);
   return static_cast<std::int32_t>(std::min({static_cast<double>(kLongestPart), inEngine, inHost}));
+}
+
+/// Whether a block has the out of this number, from 0, beside the main one.
+bool hasOut(std::span<float* const> outputs, std::size_t out) {
+  const std::size_t channel = 2 * out + 2;
+  return channel + 1 < outputs.size() && outputs[channel] != nullptr && outputs[channel + 1] != nullptr;
 }
 
 /// Rounds towards zero and limits to 32 bits.
@@ -61,18 +58,12 @@ std::int32_t engineFrame(std::int32_t hostFrame, float ratio) {
 
 CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
     : listener(&convListener),
-      downConverter(kChannels),
-      upConverter(kChannels),
-      engineIn(kEngineFrames),
-      engineOut(kEngineFrames),
-      upOut(kHostFrames),
-      zeroIn(kEngineFrames),
-      ring(kRingFrames),
-      silentInRing(kRingFrames),
+      downConverter(2),
+      engineIn(UpPair::kEngineFrames),
+      zeroIn(UpPair::kEngineFrames),
       hostBlockSize(kSmallestBlock) {
   downConverter.setAttenuation(kAttenuationDb);
   downConverter.setKnownSilence(zeroIn.data());
-  upConverter.setAttenuation(kAttenuationDb);
   reset();
   listener->onBlockSize(kSmallestBlock);
   listener->onMaxBlockSize(kSmallestBlock);
@@ -86,11 +77,22 @@ int CFsConverterWrapper::latency(double rate) {
 }
 
 void CFsConverterWrapper::reset() {
-  if (std::exchange(silentInRing, kRingFrames) < kRingFrames) {
-    ring.clear();
+  mainPair.clear();
+  for (const auto& out : outs) {
+    out->pair.clear();
+    out->isConnected = false;
   }
   ringWrite = 0;
-  ringRead = (0U - kRingLead) & kRingMask;
+  ringRead = (0U - kRingLead) & UpPair::kRingMask;
+}
+
+void CFsConverterWrapper::makeOuts() {
+  while (outs.size() < kOuts) {
+    outs.push_back(std::make_unique<Out>());
+    if (!isDirect()) {
+      outs.back()->pair.setSampleRate(static_cast<std::int32_t>(hostRate));
+    }
+  }
 }
 
 void CFsConverterWrapper::setSampleRate(float rate) {
@@ -98,7 +100,6 @@ void CFsConverterWrapper::setSampleRate(float rate) {
     return;
   }
   const auto wholeRate = static_cast<std::int32_t>(rate);
-  const auto engineRate = static_cast<std::int32_t>(kEngineRate);
   hostRate = rate;
   ratio = static_cast<float>(kEngineRate) / rate;
   longestPart = longestPartAt(wholeRate);
@@ -106,10 +107,10 @@ void CFsConverterWrapper::setSampleRate(float rate) {
   if (isDirect()) {
     return;
   }
-  engineOut.makePresent(kUsualFrames);
-  upOut.makePresent(kUsualFrames);
-  ring.makePresent(kRingFrames);
-  upConverter.configure(kFilterLength, engineRate, static_cast<float>(wholeRate), kCutoffHz, kUpPhases, 0.0);
+  mainPair.setSampleRate(wholeRate);
+  for (const auto& out : outs) {
+    out->pair.setSampleRate(wholeRate);
+  }
   downConverter.configure(kFilterLength, wholeRate, static_cast<float>(kEngineRate), kCutoffHz, downPhases(wholeRate),
                           0.0);
 }
@@ -121,73 +122,103 @@ void CFsConverterWrapper::setBlockSize(std::int32_t size) {
 }
 
 void CFsConverterWrapper::process(float** inputs, float** outputs, std::int32_t frames) {
-  if (frames <= 0 || outputs == nullptr || outputs[0] == nullptr || outputs[1] == nullptr) {
+  if (outputs != nullptr) {
+    processOuts(inputs, std::span(outputs, kMainChannels), frames);
+  }
+}
+
+void CFsConverterWrapper::processOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
+  if (frames <= 0 || outputs.size() < kMainChannels || outputs[0] == nullptr || outputs[1] == nullptr) {
     return;
   }
   if (frames > hostBlockSize) {
     setBlockSize(frames);
   }
   listener->onBeginBlock();
-  render(inputs, outputs, frames);
+  renderOuts(inputs, outputs, frames);
   listener->onEndBlock();
 }
 
 void CFsConverterWrapper::render(float** inputs, float** outputs, std::int32_t frames) {
+  renderOuts(inputs, std::span(outputs, kMainChannels), frames);
+}
+
+void CFsConverterWrapper::renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   if (isDirect()) {
     eventRing.dispatch(frames, *listener);
-    listener->onProcess(inputs, outputs, frames);
+    if (outputs.size() == kMainChannels) {
+      listener->onProcess(inputs, outputs.data(), frames);
+    } else {
+      listener->onProcessOuts(inputs, outputs, frames);
+    }
     return;
+  }
+  if (!outs.empty() || outputs.size() > kMainChannels) {
+    connect(outputs, frames);
   }
   const bool hasInputs = inputs != nullptr && inputs[0] != nullptr;
   for (std::int32_t done = 0; done < frames;) {
     const std::int32_t part = std::min(frames - done, longestPart);
-    Channels source = {zeroIn.data(), zeroIn.data()};
-    for (std::size_t c = 0; hasInputs && c < kChannels; ++c) {
+    ChannelPair source = {zeroIn.data(), zeroIn.data()};
+    for (std::size_t c = 0; hasInputs && c < source.size(); ++c) {
       source[c] = inputs[c] != nullptr ? inputs[c] + done : zeroIn.data();
     }
-    renderPart(source, {outputs[0] + done, outputs[1] + done}, part);
+    renderPart(source, outputs, done, part);
     done += part;
   }
 }
 
-void CFsConverterWrapper::renderPart(Channels inputs, Channels outputs, std::int32_t frames) {
-  Channels engineInputs = engineIn.channels();
-  Channels engineOutputs = engineOut.channels();
+void CFsConverterWrapper::connect(std::span<float*> outputs, std::int32_t frames) {
+  for (std::size_t i = 0; i < outs.size(); ++i) {
+    const bool wasConnected = std::exchange(outs[i]->isConnected, hasOut(outputs, i));
+    if (outs[i]->isConnected && !wasConnected) {
+      outs[i]->pair.joinIn(mainPair, ringRead, ringWrite);
+    }
+  }
+  for (std::size_t i = 0; outs.empty() && i < kOuts; ++i) {
+    if (hasOut(outputs, i)) {
+      std::fill_n(outputs[2 * i + 2], frames, 0.0F);
+      std::fill_n(outputs[2 * i + 3], frames, 0.0F);
+    }
+  }
+}
+
+void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outputs, std::int32_t offset,
+                                     std::int32_t frames) {
+  ChannelPair engineInputs = engineIn.channels();
   const std::size_t count = downConverter.process(inputs.data(), engineInputs.data(), static_cast<std::size_t>(frames));
   const auto engineFrames = static_cast<std::int32_t>(count);
   eventRing.dispatch(engineFrames, *listener);
-  listener->onProcess(engineInputs.data(), engineOutputs.data(), engineFrames);
-  writeRings(upConverter.process(engineOutputs.data(), upOut.channels().data(), count));
-  readRings(outputs, static_cast<std::size_t>(frames));
-}
-
-/// Writes what the up-converter has made. Zeros over a ring of zeros change nothing.
-void CFsConverterWrapper::writeRings(std::size_t frames) {
-  silentInRing = upConverter.isResting() ? std::min(silentInRing + frames, kRingFrames) : 0;
-  if (silentInRing < kRingFrames) {
-    const Channels made = upOut.channels();
-    const Channels kept = ring.channels();
-    const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringWrite);
-    for (std::size_t c = 0; c < kChannels; ++c) {
-      std::copy_n(made[c], toEnd, kept[c] + ringWrite);
-      std::copy_n(made[c] + toEnd, frames - toEnd, kept[c]);
+  if (outs.empty() || outputs.size() == kMainChannels) {
+    ChannelPair engineOutputs = mainPair.engineChannels();
+    listener->onProcess(engineInputs.data(), engineOutputs.data(), engineFrames);
+  } else {
+    runEngine(engineInputs, outputs.size(), engineFrames);
+  }
+  const std::size_t made = mainPair.write(count, ringWrite);
+  mainPair.read({outputs[0] + offset, outputs[1] + offset}, static_cast<std::size_t>(frames), ringRead);
+  for (std::size_t i = 0; i < outs.size(); ++i) {
+    if (outs[i]->isConnected) {  // It makes as many frames, from the same place.
+      const std::size_t channel = 2 * i + 2;
+      outs[i]->pair.write(count, ringWrite);
+      outs[i]->pair.read({outputs[channel] + offset, outputs[channel + 1] + offset}, static_cast<std::size_t>(frames),
+                         ringRead);
     }
   }
-  ringWrite = (ringWrite + static_cast<std::uint32_t>(frames)) & kRingMask;
+  ringWrite = (ringWrite + static_cast<std::uint32_t>(made)) & UpPair::kRingMask;
+  ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & UpPair::kRingMask;
 }
 
-void CFsConverterWrapper::readRings(Channels outputs, std::size_t frames) {
-  const Channels kept = ring.channels();
-  const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - ringRead);
-  for (std::size_t c = 0; c < kChannels; ++c) {
-    if (silentInRing == kRingFrames) {
-      std::fill_n(outputs[c], frames, 0.0F);
-    } else {
-      std::copy_n(kept[c] + ringRead, toEnd, outputs[c]);
-      std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
+/// Lets the engine render into all pairs that are connected.
+void CFsConverterWrapper::runEngine(ChannelPair inputs, std::size_t channels, std::int32_t frames) {
+  std::array<float*, kMostChannels> outputs{};
+  std::copy_n(mainPair.engineChannels().data(), 2, outputs.data());
+  for (std::size_t i = 0; i < outs.size(); ++i) {
+    if (outs[i]->isConnected) {
+      std::copy_n(outs[i]->pair.engineChannels().data(), 2, outputs.data() + 2 * i + 2);
     }
   }
-  ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & kRingMask;
+  listener->onProcessOuts(inputs.data(), std::span(outputs).first(channels), frames);
 }
 
 void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) {

@@ -4,17 +4,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
+#include <vector>
 
 #include "core/EngineRate.h"
 #include "core/RealTime.h"
 #include "host/resample/CFsConvListener.h"
 #include "host/resample/CFsCwInterpolation.h"
 #include "host/resample/HostEventRing.h"
+#include "host/resample/UpPair.h"
 #include "host/vst/VstRecords.h"
 #include "platform/ZeroedPages.h"
 
@@ -44,6 +45,18 @@ class CFsConverterWrapper {
   /// buffers is rendered in pieces. Does nothing if an output is null or `frames` is 0 or less. Audio thread.
   virtual void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
+  /// Takes the memory for the outs, if they have none. Must not run during a block. Allocates.
+  void makeOuts();
+
+  /// As `process` for a block with outs beside the main one: two more channels each, kMostChannels in all, null where
+  /// nobody listens. The main ones are not null. An out that was not connected in the last block begins with silence.
+  /// Away from 44100 Hz, outs are silent until `makeOuts`. Audio thread.
+  void processOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+
+  static constexpr std::size_t kMainChannels = 2;
+  static constexpr std::size_t kOuts = 9;
+  static constexpr std::size_t kMostChannels = kMainChannels + 2 * kOuts;
+
   /// Queues the MIDI messages of `vstEvents`; other events are ignored. Their frames become engine frames, rounded
   /// towards zero. A message waits until a block reaches its frame, however long no block comes. Audio thread.
   virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
@@ -67,6 +80,8 @@ class CFsConverterWrapper {
 
   /// What `process` does between onBeginBlock and onEndBlock. Needs valid outputs.
   virtual void render(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  /// The same for `processOuts`.
+  void renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
   /// Hz. Below the lowest, one host frame would be more engine frames than the buffers hold; above the highest, one
   /// engine frame would be thousands of host frames, of which the buffers hold few.
@@ -74,41 +89,24 @@ class CFsConverterWrapper {
   static constexpr std::int32_t kHighestRate = 100'000'000;
 
  private:
-  static constexpr std::size_t kChannels = 2;
-  using Channels = std::array<float*, kChannels>;
-
-  /// Both channels of a work buffer in one piece. At the engine's own rate nobody writes to it, so that it takes no
-  /// memory.
-  class StereoBuffer {
-   public:
-    explicit StereoBuffer(std::size_t frames) : samples(kChannels * frames) {}
-    Channels channels() const { return {samples.data(), samples.data() + samples.size() / kChannels}; }
-    void clear() const { std::fill_n(samples.data(), samples.size(), 0.0F); }
-    /// The first `frames` frames of each channel.
-    void makePresent(std::size_t frames) const {
-      samples.makePresent(0, frames);
-      samples.makePresent(samples.size() / kChannels, frames);
-    }
-
-   private:
-    platform::ZeroedArray<float> samples;
-  };
-
   bool isDirect() const { return hostRate == static_cast<float>(kEngineRate); }
-  void renderPart(Channels inputs, Channels outputs, std::int32_t frames);
-  void writeRings(std::size_t frames);
-  void readRings(Channels outputs, std::size_t frames);
+  void renderPart(ChannelPair inputs, std::span<float*> outputs, std::int32_t offset, std::int32_t frames);
+  void runEngine(ChannelPair inputs, std::size_t channels, std::int32_t frames);
+  void connect(std::span<float*> outputs, std::int32_t frames);
+
+  /// An out beside the main one.
+  struct Out {
+    UpPair pair;
+    bool isConnected = false;  ///< In the present block.
+  };
 
   CFsConvListener* listener;
   CFsCwInterpolation downConverter;
-  CFsCwInterpolation upConverter;
   StereoBuffer engineIn;
-  StereoBuffer engineOut;
-  StereoBuffer upOut;
   platform::ZeroedArray<float> zeroIn;  ///< What absent input channels read.
-  StereoBuffer ring;
-  std::size_t silentInRing;  ///< Zeros written to the ring since the last sound, up to its length.
-  std::uint32_t ringWrite = 0;
+  UpPair mainPair;
+  std::vector<std::unique_ptr<Out>> outs;  ///< None, or kOuts.
+  std::uint32_t ringWrite = 0;             ///< Of all rings.
   std::uint32_t ringRead = 0;
   HostEventRing eventRing;
   std::int32_t hostBlockSize = 0;

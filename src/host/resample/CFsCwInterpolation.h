@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/RealTime.h"
 #include "host/resample/CFscBase.h"
 
 namespace tesh::bramel::vst {
@@ -19,6 +20,9 @@ class CFsCwInterpolation : public CFscBase {
   /// Resamples `frames` frames and returns the number of output frames, which may be one more or one less than in the
   /// call before. Returns 0 if there are no channels or no design. Audio thread.
   std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames) override;
+
+  /// Moves the read position to that of another resampler of the same design. Audio thread.
+  void moveTo(const CFsCwInterpolation& other) SIVRAY_NONBLOCKING { position = other.position; }
 
   /// Whether the last call of `process` gave nothing but the zeros of silent input and history.
   bool isResting() const { return resting; }

@@ -31,8 +31,15 @@ float BramelInstrument::mapValueFromHost(std::uint64_t, float value) const { ret
 // Audio and time.
 
 void BramelInstrument::process(float** inputs, float** outputs, std::int32_t frames) {
-  impl->block.process(inputs, outputs, frames);
+  constexpr std::size_t kChannels = vimo::kMainChannels;
+  impl->block.process(inputs, outputs == nullptr ? std::span<float*>() : std::span(outputs, kChannels), frames);
 }
+
+void BramelInstrument::processOuts(std::span<float*> outputs, std::int32_t frames) {
+  impl->block.process(nullptr, outputs, frames);
+}
+
+void BramelInstrument::makeOuts() { impl->block.makeOuts(); }
 
 void BramelInstrument::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {
   impl->block.sendMidi(data, size, deltaFrames);

@@ -47,6 +47,13 @@ class BramelInstrument : public BramelInstrumentBase {
 
   /// Renders one block. Null inputs are silence; does nothing if an output is null.
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  /// The same with outs beside the main one: `outputs` has vimo::kAllChannels channels, two for each pad and two for
+  /// the effect behind the main ones, null where nobody listens. They carry sound before the master level, at full
+  /// scale 1.0, and leave the main out as it is.
+  void processOuts(std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  /// Takes the memory that outs need where the host's rate is not the engine's: until then they are silent there. Not
+  /// on the audio thread; waits for a block.
+  void makeOuts();
   /// Messages are delivered in the order of their arrival, so that one with a frame far ahead would delay all later
   /// ones: callers drop those beyond this. No host's block is as long.
   static constexpr std::int32_t kFarthestFrames = 1 << 20;

@@ -24,10 +24,12 @@ constexpr std::size_t kMostMidiIn = 4096;
 constexpr std::size_t kQueuedPrograms = 8;
 constexpr std::size_t kMidiOutRoom = 256;
 
-constexpr std::size_t kChannels = 2;
-using ChannelPair = std::array<float*, kChannels>;
+constexpr std::size_t kChannels = vimo::kMainChannels;
+
+static_assert(CFsConverterWrapper::kMostChannels == vimo::kAllChannels);
 
 bool hasNull(float* const* channels) { return channels == nullptr || channels[0] == nullptr || channels[1] == nullptr; }
+bool hasNull(std::span<float* const> channels) { return channels.size() < kChannels || hasNull(channels.data()); }
 
 void copyInputs(float* const* inputs, float* const* outputs, std::int32_t frames) {
   for (std::size_t channel = 0; channel < kChannels; ++channel) {
@@ -38,9 +40,10 @@ void copyInputs(float* const* inputs, float* const* outputs, std::int32_t frames
 }
 
 /// The channels from `offset` on; a null channel stays null.
-ChannelPair channelsAt(float* const* channels, std::int32_t offset) {
-  ChannelPair moved{};
-  for (std::size_t channel = 0; channel < kChannels; ++channel) {
+template <std::size_t Count>
+std::array<float*, Count> channelsAt(std::span<float* const> channels, std::int32_t offset) {
+  std::array<float*, Count> moved{};
+  for (std::size_t channel = 0; channel < channels.size(); ++channel) {
     moved[channel] = channels[channel] == nullptr ? nullptr : channels[channel] + offset;
   }
   return moved;
@@ -118,7 +121,12 @@ bool ShellBlock::isActive() const {
   return active;
 }
 
-void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
+void ShellBlock::makeOuts() {
+  const MainLock lock(core.mainMutex);
+  converter.makeOuts();
+}
+
+void ShellBlock::process(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   if (frames < 0 || (frames != 0 && hasNull(outputs))) {
     return;
   }
@@ -129,26 +137,33 @@ void ShellBlock::process(float** inputs, float** outputs, std::int32_t frames) {
   ChannelPair absent{};
   float** const given = inputs != nullptr && takesInput ? inputs : absent.data();
   if (frames != 0 && !hasNull(given)) {
-    copyInputs(given, outputs, frames);
+    copyInputs(given, outputs.data(), frames);
   }
-  converter.process(given, outputs, frames);
+  converter.processOuts(given, outputs, frames);
 }
 
-void ShellBlock::onProcess(float** inputs, float** outputs, std::int32_t frames) {
-  if (frames == 0) {
-    runBlock(nullptr, nullptr, 0);
+void ShellBlock::onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
+  if (frames <= kLongestPiece) {
+    runBlock(inputs, outputs, frames);
+    return;
   }
   for (std::int32_t offset = 0; offset < frames; offset += kLongestPiece) {
-    ChannelPair pieceIn = inputs == nullptr ? ChannelPair{} : channelsAt(inputs, offset);
-    ChannelPair pieceOut = channelsAt(outputs, offset);
-    runBlock(inputs == nullptr ? nullptr : pieceIn.data(), pieceOut.data(), std::min(frames - offset, kLongestPiece));
+    ChannelPair pieceIn{};
+    if (inputs != nullptr) {
+      pieceIn = channelsAt<kChannels>(std::span(inputs, kChannels), offset);
+    }
+    auto pieceOut = channelsAt<vimo::kAllChannels>(outputs, offset);
+    runBlock(inputs == nullptr ? nullptr : pieceIn.data(), std::span(pieceOut).first(outputs.size()),
+             std::min(frames - offset, kLongestPiece));
   }
 }
 
-void ShellBlock::runBlock(float** inputs, float** outputs, std::int32_t frames) {
+void ShellBlock::runBlock(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   if (!core.processor) {
-    for (std::size_t channel = 0; outputs != nullptr && channel < kChannels; ++channel) {
-      std::fill_n(outputs[channel], static_cast<std::size_t>(frames), 0.0F);
+    for (float* const channel : outputs) {
+      if (channel != nullptr) {
+        std::fill_n(channel, static_cast<std::size_t>(frames), 0.0F);
+      }
     }
     return;
   }
@@ -156,7 +171,8 @@ void ShellBlock::runBlock(float** inputs, float** outputs, std::int32_t frames) 
   takeWrites();
   vimo::ProcessBlock block;
   block.inputs = inputs;
-  block.outputs = outputs;
+  block.outputs = outputs.data();
+  block.outputCount = static_cast<std::int32_t>(outputs.size());
   block.inputCount = inputs == nullptr ? 0 : static_cast<std::int32_t>(kChannels);
   block.frames = frames;
   block.automationRing = &automationRing;
@@ -229,7 +245,7 @@ void ShellBlock::reportChanges() {
 void ShellBlock::flush(const MainLock& /*lock*/) {
   // A listener that asks for a value inside a block must not start another one.
   if (!isInBlock) {
-    runBlock(nullptr, nullptr, 0);
+    runBlock(nullptr, {}, 0);
   }
 }
 

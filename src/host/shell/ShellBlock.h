@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "core/RealTime.h"
@@ -23,7 +24,8 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
  public:
   ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters);
 
-  void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  void process(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  void makeOuts();
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING {
     midi.send(data, size, deltaFrames);
   }
@@ -42,14 +44,17 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
 
   // Called by the converter and the processor, inside `process` and `flush`.
 
-  void onProcess(float** inputs, float** outputs, std::int32_t frames) override;
+  void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
+    onProcessOuts(inputs, std::span(outputs, vimo::kMainChannels), frames);
+  }
+  void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) override;
   void onMidi(std::uint32_t packed, std::int32_t frame) override;
   void macroMoved(std::uint32_t index, float value, std::uint32_t frame) override;
   void programSelected() override { hasSelected = true; }
   void noteReceived(std::uint16_t) override {}
 
  private:
-  void runBlock(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
+  void runBlock(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
   void takeWrites() SIVRAY_NONBLOCKING;
   void sendMidiOut() SIVRAY_NONBLOCKING;
   void reportChanges() SIVRAY_NONBLOCKING;

@@ -1,0 +1,107 @@
+// Two channels of the engine's output on their way to the host's rate: buffer, resampler, and the ring that evens out
+// blocks a frame too short or too long.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "core/RealTime.h"
+#include "host/resample/CFsCwInterpolation.h"
+#include "platform/ZeroedPages.h"
+
+namespace tesh::bramel::vst {
+
+/// Left and right.
+using ChannelPair = std::array<float*, 2>;
+
+/// Both channels of a work buffer in one piece. At the engine's own rate nobody writes to it, so that it takes no
+/// memory.
+class StereoBuffer {
+ public:
+  explicit StereoBuffer(std::size_t frames) : samples(2 * frames) {}
+  ChannelPair channels() const { return {samples.data(), samples.data() + samples.size() / 2}; }
+  void clear() const { std::fill_n(samples.data(), samples.size(), 0.0F); }
+  /// The first `frames` frames of each channel.
+  void makePresent(std::size_t frames) const {
+    samples.makePresent(0, frames);
+    samples.makePresent(samples.size() / 2, frames);
+  }
+
+ private:
+  platform::ZeroedArray<float> samples;
+};
+
+/// All pairs of a converter move together: whoever owns them keeps where their rings are read and written, below
+/// kRingFrames, and lets their resamplers run over the same frames. One call at a time; audio thread unless it says
+/// otherwise.
+class UpPair {
+ public:
+  static constexpr std::size_t kEngineFrames = 16384;  ///< Of the engine in one piece.
+  static constexpr std::size_t kHostFrames = 16392;    ///< Of the host in one piece.
+  static constexpr std::size_t kUsualFrames = 2048;    ///< Of a block, at most: hosts rarely send longer ones.
+  static constexpr std::size_t kRingFrames = 32768;    ///< A power of two, twice the longest piece.
+  static constexpr std::uint32_t kRingMask = kRingFrames - 1;
+
+  UpPair();
+
+  /// Designs the resampler for a host's rate in whole Hz, and starts it from silence; the ring stays. Allocates.
+  void setSampleRate(std::int32_t rate);
+
+  /// Fills the ring with zeros.
+  void clear();
+
+  /// Starts from silence at the place of another pair, which has run at the same rate; `read` and `written` are those
+  /// of the rings.
+  void joinIn(const UpPair& other, std::uint32_t read, std::uint32_t written) SIVRAY_NONBLOCKING;
+
+  /// Where the engine renders to.
+  ChannelPair engineChannels() const { return engineOut.channels(); }
+
+  /// Resamples `frames` frames of the engine, and writes the result to the ring, from `written` on. Returns the number
+  /// of frames.
+  std::size_t write(std::size_t frames, std::uint32_t written) SIVRAY_NONBLOCKING;
+
+  /// Reads `frames` frames from the ring, from `read` on.
+  void read(ChannelPair outputs, std::size_t frames, std::uint32_t read) const SIVRAY_NONBLOCKING;
+
+ private:
+  CFsCwInterpolation resampler;
+  StereoBuffer engineOut;
+  StereoBuffer resampled;
+  StereoBuffer ring;
+  std::size_t silentInRing = kRingFrames;  ///< Zeros written to the ring since the last sound, up to its length.
+};
+
+/// Zeros over a ring of zeros change nothing.
+inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written) {
+  const ChannelPair made = resampled.channels();
+  const std::size_t count = resampler.process(engineOut.channels().data(), made.data(), frames);
+  silentInRing = resampler.isResting() ? std::min(silentInRing + count, kRingFrames) : 0;
+  if (silentInRing < kRingFrames) {
+    const ChannelPair kept = ring.channels();
+    const std::size_t toEnd = std::min<std::size_t>(count, kRingFrames - written);
+    for (std::size_t c = 0; c < made.size(); ++c) {
+      std::copy_n(made[c], toEnd, kept[c] + written);
+      std::copy_n(made[c] + toEnd, count - toEnd, kept[c]);
+    }
+  }
+  return count;
+}
+
+inline void UpPair::read(ChannelPair outputs, std::size_t frames, std::uint32_t read) const {
+  const ChannelPair kept = ring.channels();
+  const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - read);
+  for (std::size_t c = 0; c < outputs.size(); ++c) {
+    if (silentInRing == kRingFrames) {
+      std::fill_n(outputs[c], frames, 0.0F);
+    } else {
+      std::copy_n(kept[c] + read, toEnd, outputs[c]);
+      std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
+    }
+  }
+}
+
+}  // namespace tesh::bramel::vst
