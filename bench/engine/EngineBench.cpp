@@ -6,7 +6,8 @@
 //                                    additional frames, is the cost of a frame. Scenes: dry8, dry4, dry1, decay8 and
 //                                    decay1 (envelopes on the move), dry8short (blocks of 64), wet8 (through the
 //                                    effect), idle (effect bypassed), rest (default effect), out8 and outs8 (dry8
-//                                    with one pad's own out connected, and with all outs)
+//                                    with one pad's own out connected, and with all outs); behind the sample-rate
+//                                    converter, in blocks of 64 frames at 48 kHz: host8, host8wet, host1, hostrest
 //   bench_engine count KERNEL BLOCKS the same for eight voices alone on one kernel: SSE2, SSE4.1 or AVX2
 //   bench_engine count wave BLOCKS   changes a six-second stereo wave BLOCKS times, each in a block of 64 with its note
 //   bench_engine count whole BLOCKS  the same without notes, with all of the wave read each time
@@ -25,6 +26,7 @@
 #include <unistd.h>
 
 #include "engine/SivrayPlugin.h"
+#include "host/resample/CFsConverterWrapper.h"
 #include "support/SampleFolder.h"
 
 namespace {
@@ -50,15 +52,22 @@ struct Scene {
   float egTime = 1.0F;
   int frames = kFrames;
   std::size_t padOuts = 0;
+  float hostRate = 44100.0F;
 };
 
-constexpr std::array<Scene, 11> kScenes{{{"dry8", 8, kBypass, 0.0F},
+constexpr float kHostRate = 48000.0F;
+
+constexpr std::array<Scene, 15> kScenes{{{"dry8", 8, kBypass, 0.0F},
                                          {"dry8short", 8, kBypass, 0.0F, 1.0F, kFrames / 2},
                                          {"dry4", 4, kBypass, 0.0F},
                                          {"dry1", 1, kBypass, 0.0F},
                                          {"decay8", 8, kBypass, 0.0F, 100.0F / 127.0F},
                                          {"decay1", 1, kBypass, 0.0F, 100.0F / 127.0F},
                                          {"wet8", 8, kDefaultEffect, 1.0F},
+                                         {"host8", 8, kBypass, 0.0F, 1.0F, kFrames / 2, 0, kHostRate},
+                                         {"host8wet", 8, kDefaultEffect, 1.0F, 1.0F, kFrames / 2, 0, kHostRate},
+                                         {"host1", 1, kBypass, 0.0F, 1.0F, kFrames / 2, 0, kHostRate},
+                                         {"hostrest", 0, kDefaultEffect, 0.0F, 1.0F, kFrames / 2, 0, kHostRate},
                                          {"idle", 0, kBypass, 0.0F},
                                          {"rest", 0, kDefaultEffect, 0.0F},
                                          {"out8", 8, kBypass, 0.0F, 1.0F, kFrames, 1},
@@ -72,9 +81,9 @@ support::SampleFolder makeFolder() {
   return support::SampleFolder(waves);
 }
 
-class Player {
+class Player : public tesh::bramel::vst::CFsConvListener {
  public:
-  explicit Player(const Scene& playedScene) : scene(playedScene) {
+  explicit Player(const Scene& playedScene) : scene(playedScene), converter(*this) {
     set(kMasterOut, 100.0F / 127.0F);
     set(kEffectType, static_cast<float>(scene.effect) / 29.0F);
     for (std::uint32_t pad = 0; pad < 8; ++pad) {
@@ -86,11 +95,9 @@ class Player {
     for (std::size_t channel = 0; channel < 2 * (1 + scene.padOuts); ++channel) {
       outputs[channel] = samples[channel].data();
     }
-    block.outputs = outputs.data();
-    block.outputCount = scene.padOuts > 0 ? tesh::vimo::kAllChannels : tesh::vimo::kMainChannels;
     block.midiIn = &midi;
-    block.frames = scene.frames;
-    plugin.process(block);
+    converter.setSampleRate(scene.hostRate);
+    playFrames();
     plugin.activate();
     for (int i = 0; i < 20; ++i) {
       playBlock();
@@ -98,21 +105,40 @@ class Player {
   }
 
   void playBlock() {
-    midi.clear();
     if (played++ % kBlocksPerHit == 0) {
       for (int voice = 0; voice < scene.voices; ++voice) {
         const std::array<std::uint8_t, 3> hit{0x90, static_cast<std::uint8_t>(36 + voice), 100};
         midi.emplace_back(hit, 0U);
       }
     }
-    plugin.process(block);
+    playFrames();
   }
 
  private:
+  void playFrames() {
+    const auto channels = scene.padOuts > 0 ? tesh::vimo::kAllChannels : tesh::vimo::kMainChannels;
+    converter.processOuts(nullptr, std::span(outputs).first(static_cast<std::size_t>(channels)), scene.frames);
+  }
+
+  void onProcess(float**, float** engineOutputs, std::int32_t frames) override {
+    render(engineOutputs, tesh::vimo::kMainChannels, frames);
+  }
+  void onProcessOuts(float**, std::span<float*> engineOutputs, std::int32_t frames) override {
+    render(engineOutputs.data(), tesh::vimo::kAllChannels, frames);
+  }
+  void render(float** engineOutputs, decltype(tesh::vimo::ProcessBlock::outputCount) count, std::int32_t frames) {
+    block.outputs = engineOutputs;
+    block.outputCount = count;
+    block.frames = frames;
+    plugin.process(block);
+    midi.clear();
+  }
+
   void set(std::uint32_t id, float value) { plugin.setParameter(id, value); }
 
   const Scene& scene;
   Plugin plugin;
+  tesh::bramel::vst::CFsConverterWrapper converter;
   std::array<std::array<float, kFrames>, tesh::vimo::kAllChannels> samples{};
   std::array<float*, tesh::vimo::kAllChannels> outputs{};
   std::vector<tesh::vimo::MidiEvent> midi;
@@ -136,6 +162,7 @@ class Voices {
       allocator.setPad(pad, &values);
     }
     core.makeVoices(allocator, kernel);
+    core.waves().finish();
   }
 
   void playBlock() {

@@ -78,16 +78,22 @@ typename R::Integers shape(typename R::Integers x) {
   return R::add16(bent, R::mulHigh16(bent, R::all16(2 * kOutputMakeUp)));
 }
 
-/// Renders whole vectors of samples and returns their number.
+/// Renders all samples if they fill a vector, and returns their number. The last vector overlaps the one before.
 template <typename R, typename Gain>
 int renderVectors(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, Gain gain) {
   constexpr int kSamples = R::kBytes / sizeof(std::int16_t);
-  int i = 0;
-  for (; i + kSamples <= frames; i += kSamples) {
+  const auto renderAt = [&](int i) {
     const auto sum = wet == nullptr ? R::load(dry + i) : R::addLimited16(R::load(dry + i), R::load(wet + i));
     storeSamples<R>(out + i, shape<R>(gain(limitedLow<R>(sum))));
+  };
+  if (frames < kSamples) {
+    return 0;
   }
-  return i;
+  for (int i = 0; i < frames - kSamples; i += kSamples) {
+    renderAt(i);
+  }
+  renderAt(frames - kSamples);
+  return frames;
 }
 
 template <typename R>

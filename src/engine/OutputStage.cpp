@@ -56,19 +56,32 @@ struct FourFrames {
 
 std::int16_t wordOf(std::int32_t x) { return static_cast<std::int16_t>(std::clamp(x, -32768, 32767)); }
 
+/// Calls `split(frame)` for vectors of frames that cover all of them, of which the last overlaps the one before.
+/// Returns false if the frames do not fill a vector.
+template <typename Split>
+bool splitVectors(int frames, Split split) {
+  if (frames < kLanes) {
+    return false;
+  }
+  for (int i = 0; i < frames - kLanes; i += kLanes) {
+    split(i);
+  }
+  split(frames - kLanes);
+  return true;
+}
+
 }  // namespace
 
 void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames) {
-  int i = 0;
-  for (; i + kLanes <= frames; i += kLanes) {
+  const bool isDone = splitVectors(frames, [&](int i) {
     const FourFrames first(mix + 4 * i);
     const FourFrames second(mix + 4 * i + 16);
     R::store(dry.left + i, R::zipLow64(first.dry, second.dry));
     R::store(dry.right + i, R::zipHigh64(first.dry, second.dry));
     R::store(wet.left + i, R::zipLow64(first.wet, second.wet));
     R::store(wet.right + i, R::zipHigh64(first.wet, second.wet));
-  }
-  for (; i < frames; ++i) {
+  });
+  for (int i = 0; !isDone && i < frames; ++i) {
     dry.left[i] = wordOf(mix[4 * i]);
     dry.right[i] = wordOf(mix[4 * i + 1]);
     wet.left[i] = wordOf(mix[4 * i + 2]);
@@ -77,14 +90,13 @@ void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int fra
 }
 
 void splitDry(const std::int32_t* mix, BusSamples dry, int frames) {
-  int i = 0;
-  for (; i + kLanes <= frames; i += kLanes) {
+  const bool isDone = splitVectors(frames, [&](int i) {
     const Integers first = fourDryFrames(mix + 4 * i);
     const Integers second = fourDryFrames(mix + 4 * i + 16);
     R::store(dry.left + i, R::zipLow64(first, second));
     R::store(dry.right + i, R::zipHigh64(first, second));
-  }
-  for (; i < frames; ++i) {
+  });
+  for (int i = 0; !isDone && i < frames; ++i) {
     dry.left[i] = wordOf(mix[4 * i]);
     dry.right[i] = wordOf(mix[4 * i + 1]);
   }
