@@ -20,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -126,7 +127,7 @@ class Player : public tesh::bramel::vst::CFsConvListener {
   void onProcessOuts(float**, std::span<float*> engineOutputs, std::int32_t frames) override {
     render(engineOutputs.data(), tesh::vimo::kAllChannels, frames);
   }
-  void render(float** engineOutputs, decltype(tesh::vimo::ProcessBlock::outputCount) count, std::int32_t frames) {
+  void render(float** engineOutputs, std::int32_t count, std::int32_t frames) {
     block.outputs = engineOutputs;
     block.outputCount = count;
     block.frames = frames;

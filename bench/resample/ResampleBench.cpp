@@ -3,9 +3,9 @@
 //   bench_resample                     time per host frame (Google Benchmark)
 //   bench_resample count RATE BLOCKS   plays BLOCKS blocks of 128 frames at RATE Hz and ends: with the engine sounding
 //     output|input|silence|outs|rests  alone, with the host's input sounding too, all silent, or with nine outs beside
-//                                      the main one, which sound or not. Count the instructions of two runs with
+//     [sse2]                           the main one, which sound or not. Count the instructions of two runs with
 //                                      different numbers of blocks; their difference, divided by the additional frames,
-//                                      is the cost of a frame.
+//                                      is the cost of a frame. With `sse2`, in registers of 128 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "host/resample/CFsConverterWrapper.h"
+#include "platform/CpuFeatures.h"
 
 namespace {
 
@@ -117,7 +118,9 @@ void registerAll() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc == 5 && std::strcmp(argv[1], "count") == 0) {
+  if ((argc == 5 || argc == 6) && std::strcmp(argv[1], "count") == 0) {
+    using namespace tesh::bramel::platform;
+    const VectorLimit limit(argc == 6 ? VectorSet::baseline : VectorSet::avx2);
     return countOnly(argv + 2);
   }
   registerAll();

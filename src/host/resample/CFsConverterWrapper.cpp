@@ -64,6 +64,7 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
       hostBlockSize(kSmallestBlock) {
   downConverter.setAttenuation(kAttenuationDb);
   downConverter.setKnownSilence(zeroIn.data());
+  downConverter.leaveRestOut();
   reset();
   listener->onBlockSize(kSmallestBlock);
   listener->onMaxBlockSize(kSmallestBlock);
@@ -187,6 +188,7 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outpu
                                      std::int32_t frames) {
   ChannelPair engineInputs = engineIn.channels();
   const std::size_t count = downConverter.process(inputs.data(), engineInputs.data(), static_cast<std::size_t>(frames));
+  keepInputSilent(count);
   const auto engineFrames = static_cast<std::int32_t>(count);
   eventRing.dispatch(engineFrames, *listener);
   if (outs.empty() || outputs.size() == kMainChannels) {
@@ -207,6 +209,19 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outpu
   }
   ringWrite = (ringWrite + static_cast<std::uint32_t>(made)) & UpPair::kRingMask;
   ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & UpPair::kRingMask;
+}
+
+/// Makes the engine's input zero where it has not been since the down-converter has begun to rest. `count` frames are
+/// those of this block.
+void CFsConverterWrapper::keepInputSilent(std::size_t count) {
+  if (!downConverter.isResting()) {
+    soundInInput = std::max(soundInInput, count);
+  } else if (soundInInput > 0) {
+    for (float* const channel : engineIn.channels()) {
+      std::fill_n(channel, soundInInput, 0.0F);
+    }
+    soundInInput = 0;
+  }
 }
 
 /// Lets the engine render into all pairs that are connected.

@@ -92,6 +92,7 @@ class CFsConverterWrapper {
   bool isDirect() const { return hostRate == static_cast<float>(kEngineRate); }
   void renderPart(ChannelPair inputs, std::span<float*> outputs, std::int32_t offset, std::int32_t frames);
   void runEngine(ChannelPair inputs, std::size_t channels, std::int32_t frames);
+  void keepInputSilent(std::size_t count);
   void connect(std::span<float*> outputs, std::int32_t frames);
 
   /// An out beside the main one.
@@ -103,6 +104,7 @@ class CFsConverterWrapper {
   CFsConvListener* listener;
   CFsCwInterpolation downConverter;
   StereoBuffer engineIn;
+  std::size_t soundInInput = 0;         ///< Frames at the start of `engineIn` that may not be zero.
   platform::ZeroedArray<float> zeroIn;  ///< What absent input channels read.
   UpPair mainPair;
   std::vector<std::unique_ptr<Out>> outs;  ///< None, or kOuts.

@@ -116,13 +116,14 @@ std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const
   }
   std::size_t made = 0;
   resting = true;
+  const bool isWritten = !leavesRestOut || frames > kPartFrames;
   for (std::size_t done = 0; done < frames;) {
     const std::size_t part = std::min(frames - done, kPartFrames);
     const bool hasSilentHistory = silentFrames >= tapsPerPhase - 1;
     const bool isPartSilent = isSilent(inputs, done, part);
     silentFrames = isPartSilent ? std::min(silentFrames + part, tapsPerPhase) : 0;
     if (isPartSilent && hasSilentHistory) {
-      made += rest(outputs, made, part);
+      made += rest(isWritten ? outputs : nullptr, made, part);
     } else {
       resting = false;
       store(inputs, done, part);
@@ -153,11 +154,12 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
   return result;
 }
 
-/// Moves the position past `frames` silent frames and writes the zeros that the filter would give.
+/// Moves the position past `frames` silent frames and writes the zeros that the filter would give, if there are
+/// outputs.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
   const std::size_t count = advanceTo(position, frames, stride);
   position.input -= frames;
-  for (std::size_t c = 0; c < channels; ++c) {
+  for (std::size_t c = 0; outputs != nullptr && c < channels; ++c) {
     std::fill_n(outputs[c] + made, count, 0.0F);
   }
   return count;

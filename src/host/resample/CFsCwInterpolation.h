@@ -27,6 +27,9 @@ class CFsCwInterpolation : public CFscBase {
   /// Whether the last call of `process` gave nothing but the zeros of silent input and history.
   bool isResting() const { return resting; }
 
+  /// From now on a call of `process` that rests may leave out the writing of its zeros.
+  void leaveRestOut() { leavesRestOut = true; }
+
   /// An input channel of `process` that begins here is known to be silent, and not looked at.
   void setKnownSilence(const float* zeros) { knownSilence = zeros; }
 
@@ -45,6 +48,7 @@ class CFsCwInterpolation : public CFscBase {
   ResampleStep stride;
   ResamplePosition position;
   const float* knownSilence = nullptr;
+  bool leavesRestOut = false;
   bool resting = false;
 };
 

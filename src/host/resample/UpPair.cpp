@@ -11,6 +11,7 @@ namespace tesh::bramel::vst {
 
 UpPair::UpPair() : resampler(2), engineOut(kEngineFrames), resampled(kHostFrames), ring(kRingFrames) {
   resampler.setAttenuation(kAttenuationDb);
+  resampler.leaveRestOut();
 }
 
 void UpPair::setSampleRate(std::int32_t rate) {

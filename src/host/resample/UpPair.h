@@ -84,8 +84,13 @@ inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written) {
     const ChannelPair kept = ring.channels();
     const std::size_t toEnd = std::min<std::size_t>(count, kRingFrames - written);
     for (std::size_t c = 0; c < made.size(); ++c) {
-      std::copy_n(made[c], toEnd, kept[c] + written);
-      std::copy_n(made[c] + toEnd, count - toEnd, kept[c]);
+      if (resampler.isResting()) {
+        std::fill_n(kept[c] + written, toEnd, 0.0F);
+        std::fill_n(kept[c], count - toEnd, 0.0F);
+      } else {
+        std::copy_n(made[c], toEnd, kept[c] + written);
+        std::copy_n(made[c] + toEnd, count - toEnd, kept[c]);
+      }
     }
   }
   return count;
