@@ -20,7 +20,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -117,15 +116,16 @@ class Player : public tesh::bramel::vst::CFsConvListener {
 
  private:
   void playFrames() {
-    const auto channels = scene.padOuts > 0 ? tesh::vimo::kAllChannels : tesh::vimo::kMainChannels;
-    converter.processOuts(nullptr, std::span(outputs).first(static_cast<std::size_t>(channels)), scene.frames);
+    if (scene.hostRate == kHostRate) {
+      converter.process(nullptr, outputs.data(), scene.frames);
+    } else {
+      const auto channels = scene.padOuts > 0 ? tesh::vimo::kAllChannels : tesh::vimo::kMainChannels;
+      render(outputs.data(), channels, scene.frames);
+    }
   }
 
   void onProcess(float**, float** engineOutputs, std::int32_t frames) override {
     render(engineOutputs, tesh::vimo::kMainChannels, frames);
-  }
-  void onProcessOuts(float**, std::span<float*> engineOutputs, std::int32_t frames) override {
-    render(engineOutputs.data(), tesh::vimo::kAllChannels, frames);
   }
   void render(float** engineOutputs, std::int32_t count, std::int32_t frames) {
     block.outputs = engineOutputs;
