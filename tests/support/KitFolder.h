@@ -57,7 +57,7 @@ class KitFolder {
 
   void buildMacros() {
     for (std::uint32_t pad = 0; pad < 8; ++pad) {
-      const std::string prefix = "P" + std::to_string(pad + 1) + " ";
+      const std::string prefix = std::string("P").append(std::to_string(pad + 1)).append(" ");
       const std::uint32_t group = pad << 4;
       addLinear(prefix + "Wave", group, static_cast<float>(pad) / 11.0F);
       addLinear(prefix + "Level", group | 8, 0.8F);

@@ -10,10 +10,12 @@
 #include "engine/SivrayPlugin.h"
 #include "engine/samples/SivraySampleLibrary.h"
 #include "host/shell/Construction.h"
+#include "host/shell/MissingSounds.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"
 #include "storage/state/StateContent.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
 namespace {
@@ -193,6 +195,15 @@ std::optional<std::size_t> PluginModel::macroOn(const EngineParameter& parameter
 void PluginModel::setMacro(std::size_t macro, float value) {
   tesh::vimo::ProcessBlock nowhere;
   processor.controller().setMacroValue(macro, value, 0, nowhere);
+}
+
+std::string PluginModel::missingSounds() const {
+  using namespace tesh::bramel;
+  vst::SoundValues values{};
+  for (std::size_t pad = 0; pad < values.size(); ++pad) {
+    values[pad] = processor.controller().macroValue(panel::padMacro(pad, panel::kSample));
+  }
+  return vst::describeMissing(vst::missingSounds(values, readLibrary()));
 }
 
 std::vector<ListedProgram> PluginModel::programs() const {

@@ -64,6 +64,9 @@ class PluginModel {
 
   void setMacro(std::size_t macro, float value);
 
+  /// Returns which sounds of the user's own the pads miss, in one line; empty if none.
+  std::string missingSounds() const;
+
   std::vector<ListedProgram> programs() const;
 
   std::size_t factoryCount() const;

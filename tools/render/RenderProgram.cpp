@@ -62,6 +62,9 @@ void play(const Options& options) {
   if (!session.warning().empty()) {
     complain(("warning: " + session.warning()).c_str(), 0);
   }
+  if (const std::string missing = session.missingSounds(); !missing.empty()) {
+    complain(("warning: " + missing).c_str(), 0);
+  }
   if (!options.outputPath.empty()) {
     const RenderResult result = session.render(score, options.outputPath);
     if (!options.settings.quiet) {

@@ -30,6 +30,9 @@ class Session {
   /// What in the score sets nothing here, in one line; empty if all does.
   const std::string& warning() const { return unknownTexts; }
 
+  /// Which sounds of the user's own the pads miss at the start, in one line; empty if none.
+  std::string missingSounds() const { return plugin.missingSounds(); }
+
   RenderResult render(const MidiScore& score, const std::string& outputPath, const BlockListener& listener = {});
 
   /// Writes the current state to a file, as a preset if the path ends with ".fxp". Throws RenderError.

@@ -15,4 +15,8 @@ inline constexpr std::size_t kWaveNameBytes = 12;      ///< Ends at its first ze
 /// records the distance of their numbers, at most this.
 inline constexpr std::uint32_t kMostNumbersPerFactoryWave = 64;
 
+/// The distance in content with own sounds: a factory wave w has the number 8w there, so that its number divided by the
+/// highest one is the same as in the factory's own content, also in single precision.
+inline constexpr std::int32_t kNumbersPerFactoryWave = 8;
+
 }  // namespace tesh::bramel::plugin::sivray

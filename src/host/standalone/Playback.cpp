@@ -23,14 +23,28 @@ constexpr double kToneLevel = 0.125;  ///< -18 dB.
 }  // namespace
 
 Playback::Playback(juce::AudioProcessor& instrument, DemoScore score)
-    : processor(instrument), demoPlayer(std::move(score)) {
+    : processor(&instrument), demoPlayer(std::move(score)) {
   live.ensureSize(kEventBytes);
   events.ensureSize(kEventBytes);
   collector.ensureStorageAllocated(kEventBytes);
-  processor.setPlayHead(this);
+  processor->setPlayHead(this);
 }
 
-Playback::~Playback() { processor.setPlayHead(nullptr); }
+Playback::~Playback() { processor->setPlayHead(nullptr); }
+
+void Playback::setInstrument(juce::AudioProcessor& instrument) {
+  instrument.setPlayHead(this);
+  if (sampleRate > 0.0) {
+    instrument.setRateAndBufferSizeDetails(sampleRate, longestBlock);
+    instrument.prepareToPlay(sampleRate, longestBlock);
+  }
+  juce::AudioProcessor* before = nullptr;
+  {
+    const juce::SpinLock::ScopedLockType lock(instrumentLock);
+    before = std::exchange(processor, &instrument);
+  }
+  before->setPlayHead(nullptr);
+}
 
 void Playback::playNote(int note, bool isOn) {
   if (sampleRate <= 0.0) {
@@ -67,11 +81,11 @@ void Playback::prepare(double rate, int frames) {
   demoPlayer.setSampleRate(rate);
   toneFrames = static_cast<int>(kToneSeconds * rate);
   toneFrame = toneFrames;
-  processor.setRateAndBufferSizeDetails(rate, longestBlock);
-  processor.prepareToPlay(rate, longestBlock);
+  processor->setRateAndBufferSizeDetails(rate, longestBlock);
+  processor->prepareToPlay(rate, longestBlock);
 }
 
-void Playback::audioDeviceStopped() { processor.releaseResources(); }
+void Playback::audioDeviceStopped() { processor->releaseResources(); }
 
 void Playback::handleIncomingMidiMessage(juce::MidiInput* /*source*/, const juce::MidiMessage& message) {
   constexpr int kShortMessage = 3;
@@ -114,10 +128,10 @@ void Playback::render(int frames) {
   juce::AudioBuffer<float> block(sound.getArrayOfWritePointers(), kChannels, frames);
   block.clear();
   demoPlayer.addEvents(events, frames);
-  {
-    const juce::ScopedLock lock(processor.getCallbackLock());
-    if (!processor.isSuspended()) {
-      processor.processBlock(block, events);
+  if (const juce::SpinLock::ScopedTryLockType lock(instrumentLock); lock.isLocked()) {
+    const juce::ScopedLock callback(processor->getCallbackLock());
+    if (!processor->isSuspended()) {
+      processor->processBlock(block, events);
     }
   }
   demoPlayer.endBlock(frames);

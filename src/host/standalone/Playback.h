@@ -22,6 +22,10 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   Playback(juce::AudioProcessor& instrument, DemoScore score);
   ~Playback() override;
 
+  /// Plays another instrument from the next block on, which outlives this object or the next call; the one before is
+  /// then free to go. Message thread.
+  void setInstrument(juce::AudioProcessor& instrument);
+
   DemoPlayer& demo() { return demoPlayer; }
 
   /// Strikes or releases a pad. Message thread.
@@ -63,7 +67,8 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   void addTestTone(int frames);
   void copyTo(float* const* outputs, int outputCount, int from, int frames) const;
 
-  juce::AudioProcessor& processor;
+  juce::AudioProcessor* processor;  ///< Changed with `instrumentLock` held.
+  juce::SpinLock instrumentLock;
   DemoPlayer demoPlayer;
   std::mutex translatorMutex;  ///< Of the MIDI inputs' threads.
   cofu::core::NoteTranslator translator;

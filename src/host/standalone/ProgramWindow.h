@@ -23,6 +23,8 @@ class ProgramWindow final : public juce::DocumentWindow, private juce::Component
     std::function<void(juce::Point<int>)> moved;  ///< To a top left corner of the screen.
     std::function<void()> deactivated;            ///< Another window has the keyboard.
     std::function<void(float)> scaled;            ///< By the system, on the screen on which it stands now.
+    /// Files are dropped on a pad, from 0, or elsewhere. They are refused without this function.
+    std::function<void(const juce::StringArray& files, std::optional<int> pad)> dropped;
   };
 
   /// Takes over `strip` and `editor`. A pixel of the panel takes `scale` pixels of the screen each way.
@@ -35,6 +37,9 @@ class ProgramWindow final : public juce::DocumentWindow, private juce::Component
 
   TransportStrip& strip();
 
+  /// Takes over another editor of the same size in the place of the one before, if there is one. Null takes that away.
+  void setEditor(std::unique_ptr<juce::AudioProcessorEditor> editor);
+
   void closeButtonPressed() override;
   void moved() override;
   void activeWindowStatusChanged() override;
@@ -44,8 +49,8 @@ class ProgramWindow final : public juce::DocumentWindow, private juce::Component
 
   void nativeScaleFactorChanged(double newScale) override { events.scaled(static_cast<float>(newScale)); }
 
-  std::unique_ptr<Content> content;
   Events events;
+  std::unique_ptr<Content> content;
   bool isOpen = false;
 };
 

@@ -2,16 +2,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Standalone.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
 #include "host/client/SivrayProcessor.h"
 #include "host/client/SivrayProcessorEditor.h"
+#include "host/shell/MissingSounds.h"
 #include "host/standalone/Audition.h"
 #include "host/standalone/DemoKits.h"
 #include "host/standalone/Desktop.h"
+#include "host/standalone/ImportView.h"
+#include "host/standalone/Imports.h"
 #include "host/standalone/Lesson.h"
 #include "host/standalone/MidiInputs.h"
 #include "host/standalone/NoteMaps.h"
@@ -22,7 +27,10 @@
 #include "host/standalone/Settings.h"
 #include "host/standalone/SetupView.h"
 #include "host/standalone/SoundDevice.h"
+#include "platform/SpecialFolders.h"
 #include "storage/paths/Paths.h"
+#include "viewmodels/texts/PanelMacros.h"
+#include "viewmodels/texts/ParameterSteps.h"
 #include "views/BWPopupView.h"
 #include "views/PanelLook.h"
 
@@ -47,17 +55,15 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
  public:
   Impl(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices)
       : settings(settingsFolder),
-        playback(processor, installedDemo()),
+        playback(*processor, installedDemo()),
         sound(
             playback, [this] { return playback.blockCount(); }, devices.sound),
         midi(playback, devices.midi) {
-    if (!processor.fault().empty()) {
-      throw std::runtime_error(processor.fault());
+    if (!processor->fault().empty()) {
+      throw std::runtime_error(processor->fault());
     }
-    const juce::MemoryBlock state = settings.state();
-    if (!state.isEmpty()) {
-      processor.setStateInformation(state.getData(), static_cast<int>(state.getSize()));
-    }
+    setState(*processor, settings.state());
+    listenToInstrument();
     playback.setNoteMap(noteMaps.map());
     makeWindow(std::move(onClosed));
     sound.onChange = [this] { showDevices(); };
@@ -65,37 +71,37 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     sound.open(settings.device());
     midi.start(settings.midiNamesSwitched());
     startTimer(kKitsMilliseconds);
+    if (usesOwnContent()) {
+      imports.refresh();
+    }
   }
 
   ~Impl() override {
-    demoKits.stop();
+    demoKits->stop();
     remember();
   }
 
-  void remember() {
-    juce::MemoryBlock state;
-    processor.getStateInformation(state);
-    settings.saveState(state);
-  }
+  void remember() { settings.saveState(stateNow()); }
 
  private:
   void makeWindow(std::function<void()> onClosed) {
     auto strip = std::make_unique<TransportStrip>(fonts, *this);
     strip->demoButton().setEnabled(playback.demo().hasScore());
-    auto editor = std::make_unique<vst::SivrayProcessorEditor>(processor);
-    editor->leaveKeysToHost(false);
-    auto& panel = *editor;
     window = std::make_unique<ProgramWindow>(
-        std::move(strip), std::move(editor), desktop::scale(),
-        ProgramWindow::Events{.closed = std::move(onClosed),
-                              .moved = [this](juce::Point<int> position) { settings.setPosition(position); },
-                              .deactivated =
-                                  [this] {
-                                    if (keyboard != nullptr) {
-                                      keyboard->releaseAll();
-                                    }
-                                  },
-                              .scaled = [&panel](float scale) { panel.setScreenScale(scale); }});
+        std::move(strip), makeEditor(), desktop::scale(),
+        ProgramWindow::Events{
+            .closed = std::move(onClosed),
+            .moved = [this](juce::Point<int> position) { settings.setPosition(position); },
+            .deactivated =
+                [this] {
+                  if (keyboard != nullptr) {
+                    keyboard->releaseAll();
+                  }
+                },
+            .scaled = [this](float scale) { setScreenScale(scale); },
+            .dropped = imports.canImport()
+                           ? [this](const juce::StringArray& files, std::optional<int> pad) { imports.add(files, pad); }
+                           : std::function<void(const juce::StringArray&, std::optional<int>)>()});
     keyboard = std::make_unique<PadKeyboard>(
         *window, [this](int note, bool isOn) { playback.playNote(note, isOn); }, [this] { toggleDemo(); });
     window->setIcon(fonts.getIcon());
@@ -103,11 +109,129 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     desktop::nameWindow(window->getPeer()->getNativeHandle());
   }
 
+  std::unique_ptr<vst::SivrayProcessorEditor> makeEditor() {
+    auto editor = std::make_unique<vst::SivrayProcessorEditor>(*processor);
+    editor->leaveKeysToHost(false);
+    shownEditor = editor.get();
+    return editor;
+  }
+
+  void setScreenScale(float scale) {
+    screenScale = scale;
+    if (shownEditor != nullptr) {
+      shownEditor->setScreenScale(scale);
+    }
+  }
+
+  static void setState(vst::SivrayProcessor& instrument, const juce::MemoryBlock& state) {
+    if (!state.isEmpty()) {
+      instrument.setStateInformation(state.getData(), static_cast<int>(state.getSize()));
+    }
+  }
+
+  juce::MemoryBlock stateNow() {
+    juce::MemoryBlock state;
+    processor->getStateInformation(state);
+    return state;
+  }
+
+  void listenToInstrument() {
+    demoKits = std::make_unique<DemoKits>(*processor, playback.demo());
+    audition = std::make_unique<Audition>(
+        *processor, [this](int note, bool isOn) { playback.playNote(note, isOn); },
+        [this] { return settings.hearsChoices() && !playback.demo().isPlaying(); });
+  }
+
+  /// Builds the instrument anew from the content as it is now, while the old one plays on, and puts it in its place.
+  /// A content that cannot be played leaves the old one.
+  void reload(const juce::MemoryBlock& wanted, std::optional<int> pad, int number) {
+    demoKits->stop();
+    window->strip().demoButton().setState(false);
+    auto next = std::make_unique<vst::SivrayProcessor>();
+    if (!next->fault().empty()) {
+      return;
+    }
+    setState(*next, wanted.isEmpty() ? stateNow() : wanted);
+    if (pad) {
+      chooseSound(*next, *pad, number);
+    }
+    window->setEditor(nullptr);
+    audition.reset();
+    demoKits.reset();
+    playback.setInstrument(*next);
+    processor = std::move(next);
+    listenToInstrument();
+    window->setEditor(makeEditor());
+    shownEditor->setScreenScale(screenScale);
+    if (pad && settings.hearsChoices()) {
+      strikeOnce(panel::kFirstPadNote + *pad);
+    }
+    showDevices();
+  }
+
+  /// Lets a pad play the wave with a number.
+  static void chooseSound(vst::SivrayProcessor& instrument, int pad, int number) {
+    const auto* const library = instrument.instrument()->processorHandle()->generator().sampleLibrary();
+    instrument.instrument()->setParameterFromEditor(panel::padMacro(static_cast<std::size_t>(pad), panel::kSample),
+                                                    normaliseState(number, library->numberCount(), 0));
+  }
+
+  void strikeOnce(int note) {
+    constexpr int kStrokeMilliseconds = 300;
+    playback.playNote(note, true);
+    juce::Timer::callAfterDelay(kStrokeMilliseconds, [this, token = std::weak_ptr<const bool>(alive), note] {
+      if (!token.expired()) {
+        playback.playNote(note, false);
+      }
+    });
+  }
+
+  static bool usesOwnContent() {
+    const std::string own = platform::ownContentFolder();
+    return !own.empty() && platform::commonFilesFolder() == own;
+  }
+
+  /// What became of the dropped files, if any were dropped.
+  void openImports() {
+    if (!imports.result()) {
+      return;
+    }
+    const auto undo = [this] {
+      later([this] {
+        popup->close();
+        imports.undo();
+      });
+    };
+    showPopup(std::make_shared<ImportView>(*imports.result(), fonts,
+                                           imports.canUndo() ? std::function<void()>(undo) : nullptr),
+              ImportView::kWidth, ImportView::kHeight);
+  }
+
+  /// Below the display on the strip.
+  void showPopup(const std::shared_ptr<juce::Component>& page, int width, int height) {
+    popup = std::make_shared<BWPopupView>();
+    popup->setContentSize(width, height);
+    popup->setContent(page);
+    popup->setAnchor(&window->strip().deviceButton());
+    popup->setDirection(UIPopupDirection::belowRight);
+    popup->show();
+  }
+
+  /// A list that holds files which could not be used opens by itself, once.
+  void importsChanged() {
+    showDevices();
+    const auto isUnused = [](const ToolResult::File& file) { return file.kind == ToolResult::File::Kind::unused; };
+    const bool wasShown = std::exchange(isResultShown, imports.result().has_value());
+    if (!wasShown && isResultShown && std::ranges::any_of(imports.result()->files, isUnused)) {
+      openImports();
+    }
+  }
+
   void toggleDemo() {
     if (playback.demo().isPlaying()) {
-      demoKits.stop();
+      demoKits->stop();
     } else {
-      demoKits.play();
+      demoKits->play();
     }
     window->strip().demoButton().setState(playback.demo().isPlaying());
   }
@@ -117,6 +241,9 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
       toggleDemo();
     } else if (lesson.isOn()) {
       lesson.stop();
+    } else if (imports.text().isNotEmpty()) {
+      openImports();
+      imports.dismiss();
     } else {
       openSetup();
     }
@@ -131,12 +258,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
                           .notes = [this](int row) { chooseNotes(row); },
                           .hearsChoices = [this](bool hears) { setHearsChoices(hears); }});
     setup = page;
-    popup = std::make_shared<BWPopupView>();
-    popup->setContentSize(SetupView::kWidth, SetupView::kHeight);
-    popup->setContent(page);
-    popup->setAnchor(&window->strip().deviceButton());
-    popup->setDirection(UIPopupDirection::belowRight);
-    popup->show();
+    showPopup(page, SetupView::kWidth, SetupView::kHeight);
   }
 
   /// Later, because it is asked for by a list that will show the answer.
@@ -186,17 +308,27 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   }
 
   void timerCallback() override {
-    if (processor.instrument()->areProgramsWritten() != areKitsWritten) {
+    const std::string missing = vst::describeMissing(vst::missingSounds(*processor->instrument()));
+    if (processor->instrument()->areProgramsWritten() != areKitsWritten || missing != shownMissing) {
       showDevices();
     }
   }
 
-  /// The sound device, or what is worse: kits that would be gone with the program.
+  /// The sound device, or what is worse: kits that would be gone with the program, and sounds that are gone.
   void showDevices() {
-    areKitsWritten = processor.instrument()->areProgramsWritten();
-    const juce::String state = areKitsWritten ? sound.describe() : kitsFault();
+    areKitsWritten = processor->instrument()->areProgramsWritten();
+    shownMissing = vst::describeMissing(vst::missingSounds(*processor->instrument()));
+    juce::String state = areKitsWritten ? sound.describe() : kitsFault();
+    const bool isMissing = areKitsWritten && sound.isOpen() && !shownMissing.empty();
+    if (isMissing) {
+      state = juce::String::fromUTF8(shownMissing.c_str());
+    }
     if (lesson.isOn()) {
       window->strip().showDevice(lesson.text(), true);
+    } else if (imports.text().isNotEmpty()) {
+      window->strip().showDevice(imports.text(), true);
+    } else if (isMissing) {
+      window->strip().showDevice(state, true);
     } else {
       window->strip().showDevice(state, !areKitsWritten || !sound.isOpen());
     }
@@ -211,20 +343,27 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   const std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
   Settings settings;
   ProgramFonts fonts;
-  vst::SivrayProcessor processor;
+  std::unique_ptr<vst::SivrayProcessor> processor = std::make_unique<vst::SivrayProcessor>();
   Playback playback;
   NoteMaps noteMaps{settings};
-  DemoKits demoKits{processor, playback.demo()};
-  Audition audition{processor, [this](int note, bool isOn) { playback.playNote(note, isOn); },
-                    [this] { return settings.hearsChoices() && !playback.demo().isPlaying(); }};
+  std::unique_ptr<DemoKits> demoKits;
+  std::unique_ptr<Audition> audition;
   Lesson lesson{
       playback,
       {.note = [this](int drum, int padNote) { teachNote(drum, padNote); }, .changed = [this] { showDevices(); }}};
+  Imports imports{{.reload = [this](const juce::MemoryBlock& state, std::optional<int> pad,
+                                    int number) { reload(state, pad, number); },
+                   .state = [this] { return stateNow(); },
+                   .changed = [this] { importsChanged(); }}};
   std::unique_ptr<ProgramWindow> window;
+  vst::SivrayProcessorEditor* shownEditor = nullptr;  ///< In the window.
+  float screenScale = 1.0F;
   std::unique_ptr<PadKeyboard> keyboard;
   std::shared_ptr<BWPopupView> popup;
   std::weak_ptr<SetupView> setup;  ///< In `popup` while that is open.
   juce::String shownState;
+  std::string shownMissing;    ///< As the strip tells.
+  bool isResultShown = false;  ///< That of `imports`.
   bool areKitsWritten = true;  ///< As the strip tells.
   SoundDevice sound;
   MidiInputs midi;

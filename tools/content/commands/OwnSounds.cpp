@@ -142,7 +142,7 @@ class OutcomePrinter {
     }
     std::cout << "\nAdded " << counted(count(FileOutcome::Kind::added), "sound", "sounds");
     if (count(FileOutcome::Kind::known) > 0) {
-      std::cout << "; " << count(FileOutcome::Kind::known) << " were there already";
+      std::cout << "; " << counted(count(FileOutcome::Kind::known), "was", "were") << " there already";
     }
     if (count(FileOutcome::Kind::unused) > 0) {
       std::cout << "; " << counted(count(FileOutcome::Kind::unused), "file", "files") << " could not be used";

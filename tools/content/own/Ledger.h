@@ -8,12 +8,11 @@
 #include <vector>
 
 #include "content/library/Wave.h"
+#include "engine/samples/IndexRecords.h"
 
 namespace sivray::content {
 
-/// A factory wave w has the number 8w in content with own sounds, so that its number divided by the highest one is the
-/// same as in the factory's content, also in single precision. Own sounds have the numbers between.
-inline constexpr std::int32_t kNumbersPerFactoryWave = 8;
+using tesh::bramel::plugin::sivray::kNumbersPerFactoryWave;
 
 /// A sound of the user's, or one that was.
 struct OwnSound {
