@@ -30,8 +30,10 @@ if(NOT SIVRAY_FOR_X86)
 endif()
 
 if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
-  # Modules are sources, the same for all systems; a cross compiler does not look where Debian keeps them.
-  find_package(JUCE CONFIG REQUIRED PATHS "/usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake")
+  # Modules are sources, the same for all systems; a cross compiler does not look where Debian keeps them. Where the package is
+  # not installed, scripts/setup.sh has unpacked it.
+  set(folder "usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake")
+  find_package(JUCE CONFIG REQUIRED PATHS "/${folder}" "${PROJECT_SOURCE_DIR}/build/unpacked/${folder}")
   if(WIN32)
     sivray_headers(stb_image stb/stb_image.h)
   else()

@@ -12,21 +12,89 @@ export SOURCE_DATE_EPOCH="${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/
 
 say() { printf '\n== %s\n' "$*"; }
 
-# install_packages FILE: installs every missing package that FILE lists, through apt-get, as root or with sudo.
-install_packages() {
-  local wanted missing=() package privileged=()
-  mapfile -t wanted < <(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "$1")
-  for package in "${wanted[@]}"; do
-    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'ok installed'; }
+
+# choose PACKAGE...: prints the first that can be installed without removing others.
+choose() {
+  local package
+  for package in "$@"; do
+    apt-get install -s --no-install-recommends "$package" 2>/dev/null | grep -q '^Remv' || break
   done
-  [ ${#missing[@]} -eq 0 ] && return 0
-  if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || { echo "Missing packages, and no sudo to install them: ${missing[*]}" >&2; return 1; }
-    privileged=(sudo)
+  echo "$package"
+}
+
+# told_apt ARGUMENTS...: apt-get as root, which waits for others that install, and says how far it is.
+told_apt() {
+  "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -qq -o DPkg::Lock::Timeout=600 -o APT::Status-Fd=1 "$@" |
+    awk -F: '$1 == "dlstatus" || $1 == "pmstatus" {
+      word = $1 == "dlstatus" ? "fetched" : "installed"; tens = 10 * int($3 / 10)
+      if (word != last) { printf "%s%s, %%:", last == "" ? "" : "\n", word; done = -1 }
+      if (tens > done) { printf " %d", tens; fflush(); done = tens }
+      last = word
+    } END { if (last != "") print "" }'
+}
+
+# update_lists: as told_apt, for the lists of packages, for whose lock apt-get does not wait itself.
+update_lists() {
+  local said
+  for _ in {1..60}; do
+    said="$(told_apt update 2>&1 >/dev/null)" && return
+    [[ "$said" = *"/lists/lock"* ]] || break
+    sleep 5
+  done
+  echo "$said" >&2
+  return 1
+}
+
+# install_packages FILE...: installs every missing package that the files list, through apt-get, as root or with sudo.
+install_packages() {
+  local lines line names name missing=() unpacked=() privileged=()
+  mapfile -t lines < <(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "$@")
+  for line in "${lines[@]}"; do
+    IFS='|' read -ra names <<<"${line//[][]/}"
+    for name in "${names[@]}"; do
+      is_installed "$name" && continue 2
+    done
+    case "$line" in
+      '['*) [ -d build/unpacked/usr ] || unpacked+=("${names[@]}") ;;
+      *) missing+=("${names[*]}") ;;
+    esac
+  done
+  [ "$(id -u)" -eq 0 ] || privileged=(sudo)
+  if [ ${#missing[@]} -gt 0 ]; then
+    if [ ${#privileged[@]} -gt 0 ] && ! command -v sudo >/dev/null; then
+      printf 'Packages are missing, and there is no sudo to install them. Root types:\n  %s\n' \
+        "apt-get update && apt-get install --no-install-recommends $(printf '%s\n' "${missing[@]}" | cut -d' ' -f1 | xargs)" >&2
+      return 1
+    fi
+    say "Installing ${#missing[@]} packages: ${missing[*]// / or }"
+    update_lists || return
+    for line in "${!missing[@]}"; do
+      read -ra names <<<"${missing[line]}"
+      missing[line]="$(choose "${names[@]}")"
+    done
+    told_apt install -y --no-install-recommends "${missing[@]}" || return
   fi
-  say "Installing packages: ${missing[*]}"
-  "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq
-  "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+  [ ${#unpacked[@]} -eq 0 ] || unpack "${unpacked[@]}"
+}
+
+# unpack PACKAGE...: fetches these packages and those of their data, and unpacks them in build/unpacked. Debian's JUCE depends on
+# all that any of its modules may need, such as a web browser: 724 MB, of which the modules that are used here need nothing.
+unpack() {
+  local work package
+  say "Fetching $* for the build alone"
+  mkdir -p build
+  work="$(mktemp -d build/unpacked.XXXXXX)"
+  fetch() { (cd "$work" && apt-get -qq -o APT::Sandbox::User=root download "$@" "${@/%/-data}"); }
+  fetch "$@" 2>/dev/null || { update_lists && fetch "$@"; } || { rm -rf "$work"; return 1; }
+  for package in "$work"/*.deb; do
+    dpkg-deb -x "$package" "$work"
+    rm "$package"
+  done
+  # What CMake reads names the folder in which these files lie when they are installed.
+  find "$work" -name '*.cmake' -exec sed -i "s|\"/usr/|\"$PWD/build/unpacked/usr/|g" {} +
+  rm -rf build/unpacked
+  mv "$work" build/unpacked
 }
 
 # install_optional FILE: as install_packages, but on failure prints one line and returns false.
@@ -34,14 +102,22 @@ install_optional() {
   install_packages "$1" 2>/dev/null || { echo "Skipped: the packages in $1 cannot be installed here"; return 1; }
 }
 
-# configure PRESET: configures the build if it is new or its presets or packages have changed.
+# configure PRESET: configures the build if it is new or its presets or packages have changed. With SIVRAY_PLAIN set, `release` is
+# configured without tests and benchmarks, whose packages may be missing; a build that has them keeps them.
 configure() {
-  local stamp="build/$1/.configured"
-  if [ ! -e "build/$1/build.ninja" ] || [ CMakePresets.json -nt "$stamp" ] || [ packages.txt -nt "$stamp" ]; then
+  local stamp="build/$1/.configured" options=() kind=whole
+  if [ "$1" = release ]; then
+    [ -z "${SIVRAY_PLAIN:-}" ] || { [ -e "$stamp" ] && [ "$(cat "$stamp")" != plain ]; } || kind=plain
+    [ $kind = plain ] || options=(-DSIVRAY_BUILD_TESTS=ON -DSIVRAY_BUILD_BENCHMARKS=ON)
+    [ $kind = whole ] || options=(-DSIVRAY_BUILD_TESTS=OFF -DSIVRAY_BUILD_BENCHMARKS=OFF)
+  fi
+  if [ ! -e "build/$1/build.ninja" ] || [ CMakePresets.json -nt "$stamp" ] || [ packages.txt -nt "$stamp" ] ||
+    { [ $kind = whole ] && [ "$(cat "$stamp")" = plain ]; }; then
     say "Configuring build/$1"
-    cmake --preset "$1" --log-level=WARNING >"build-$1.log" 2>&1 || { cat "build-$1.log"; rm -f "build-$1.log"; return 1; }
+    cmake --preset "$1" "${options[@]}" --log-level=WARNING >"build-$1.log" 2>&1 ||
+      { cat "build-$1.log"; rm -f "build-$1.log"; return 1; }
     rm -f "build-$1.log"
-    touch "$stamp"
+    echo $kind >"$stamp"
   fi
 }
 
