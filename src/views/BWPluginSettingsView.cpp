@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "SivrayVersion.h"
 #include "platform/Files.h"
 #include "views/ActionButton.h"
 #include "views/JapaneseText.h"
@@ -112,7 +113,7 @@ void BWPluginSettingsView::build() {
                             juce::Justification::topRight));
   labels.back()->setText("Tesh Bramel 2 Plugins", juce::dontSendNotification);
   labels.push_back(addLabel(kVersion, bodyFont(kBodyFontHeight), juce::Justification::topRight));
-  labels.back()->setText("Version 2.9.0", juce::dontSendNotification);
+  labels.back()->setText("Version " SIVRAY_PANEL_VERSION, juce::dontSendNotification);
   labels.back()->setAlpha(kQuietAlpha);
   titleLabel = addLabel({left, 100, right, 40}, fontNamed(*fontProvider, "Open Sans SemiBold", kProductFontHeight),
                         juce::Justification::topLeft);
