@@ -7,8 +7,7 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include "host/client/SivrayProcessor.h"
-#include "host/editor/HostKeyboard.h"
-#include "views/BWPopupSlotView.h"
+#include "host/editor/PanelFrame.h"
 
 namespace tesh::bramel::vst {
 
@@ -17,9 +16,6 @@ namespace tesh::bramel::vst {
 class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
  public:
   explicit SivrayProcessorEditor(SivrayProcessor& ownProcessor);
-
-  /// Shuts the menus that are open, and lets the view go.
-  ~SivrayProcessorEditor() override;
 
   /// A pixel of the panel is shown as `newScale` pixels each way; above 1, from the larger set of pictures.
   void setScaleFactor(float newScale) override;
@@ -37,18 +33,14 @@ class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
   std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 
  private:
-  void showPanel(int imageScale);
-  void hidePanel();
+  void showPanel();
 
   SivrayProcessor& owner;
-  std::shared_ptr<juce::Component> view;  ///< Null where there is none.
-  BWPopupSlotView slotView;
-  int shownImageScale = 0;
+  std::unique_ptr<PanelFrame> frame;  ///< Null where the instrument's files are missing.
   float scale = 1.0F;
   float screenScale = 1.0F;
   bool leavesKeysToHost = true;
-  void* keyboardWindow = nullptr;          ///< That `keyboard` was made for.
-  std::unique_ptr<HostKeyboard> keyboard;  ///< While this stands in a window of the host.
+  void* keyboardWindow = nullptr;  ///< That the keyboard was made for: null unless this stands in a window of the host.
   std::unique_ptr<juce::VBlankAttachment> frames;
 };
 

@@ -7,15 +7,12 @@
 #include <utility>
 
 #include "host/editor/EditorKeys.h"
-#include "host/editor/EditorWindow.h"
+#include "host/editor/PanelFrame.h"
 #include "host/editor/WindowScale.h"
 #include "host/message/MessageThread.h"
-#include "views/IContinuedView.h"
 
 namespace tesh::bramel::vst {
 namespace {
-
-using cofu::core::boxed::valueIn;
 
 /// How long a call of the host waits for the message thread, which may itself wait for the host.
 constexpr std::chrono::milliseconds kClosing{500};
@@ -32,52 +29,69 @@ bool isMouseDown() {
          juce::ModifierKeys::getCurrentModifiersRealtime().isAnyMouseButtonDown();
 }
 
-/// Above the panel's own size every picture is drawn from the larger set.
-int imageScaleFor(float scale) { return scale > 1.0F ? 2 : 1; }
-
 }  // namespace
 
 /// What is shown, and what the host wants shown. Work on the message thread holds it: it may outlast the call of the
 /// host that asked for it, but never the session.
 struct EditorSession::Shown {
+  /// Stands on the desktop, in the screen's pixels; the frame and all above it keep the panel's own. Message thread
+  /// only.
+  class Window final : public juce::Component {
+   public:
+    /// Inside the host's window `hostWindow`. Not on the desktop where the editor has no view.
+    Window(void* hostWindow, BramelInstrumentEditor& editor, float scale) : frame(editor) {
+      setOpaque(true);
+      addChildComponent(frame);
+      if (setScale(scale)) {
+        setVisible(true);
+        addToDesktop(0, hostWindow);
+        frame.takeKeys(*this, hostWindow);
+      }
+    }
+
+    /// False where the editor has no view.
+    bool setScale(float scale) {
+      frame.setTransform(juce::AffineTransform::scale(scale));
+      setSize(scaledLength(frame.getWidth(), scale), scaledLength(frame.getHeight(), scale));
+      return frame.showFor(scale);
+    }
+
+    std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override {
+      return frame.createKeyboardFocusTraverser();
+    }
+
+   private:
+    PanelFrame frame;
+  };
+
   explicit Shown(BramelInstrumentEditor& shownEditor) : editor(shownEditor) {}
 
   /// Brings the screen in line with the host's wishes. Message thread.
   void settle() {
     void* const wanted = wantedWindow;
-    const float scale = wantedScale;
-    const int imageScale = imageScaleFor(scale);
-    Continuation asBefore;
-    if (window != nullptr && (wanted != hostWindow || imageScale != shownImageScale)) {
-      asBefore = continuationOf(wanted == hostWindow ? &window->panel() : nullptr);
+    if (wanted != hostWindow) {
       window.reset();
-      editor.closeView();
+      hostWindow = nullptr;
     }
     if (window != nullptr) {
-      window->setScale(scale);
+      window->setScale(wantedScale);
     } else if (wanted != nullptr) {
-      open(wanted, scale, imageScale);
-      if (window != nullptr && asBefore) {
-        asBefore(window->panel());
-      }
+      open(wanted);
     } else if (hasEntered.exchange(false)) {
       thread->leave();
     }
   }
 
-  void open(void* wanted, float scale, int imageScale) {
+  void open(void* wanted) {
     if (juce::Desktop::getInstance().getDisplays().getPrimaryDisplay() == nullptr) {
       return;
     }
-    const auto box = editor.createView(imageScale);
-    const auto* const view = valueIn<std::shared_ptr<juce::Component>>(box);
-    if (view == nullptr || *view == nullptr) {
-      editor.closeView();  // A model without a view would hear of everything, and nothing would close it.
-      return;
+    window = std::make_unique<Window>(wanted, editor, wantedScale);
+    if (window->isOnDesktop()) {
+      hostWindow = wanted;
+    } else {
+      window.reset();
     }
-    hostWindow = wanted;
-    shownImageScale = imageScale;
-    window = std::make_unique<EditorWindow>(wanted, *view, scale);
   }
 
   BramelInstrumentEditor& editor;
@@ -87,9 +101,8 @@ struct EditorSession::Shown {
   std::atomic<float> wantedScale = 1.0F;
 
   // The message thread's.
-  std::unique_ptr<EditorWindow> window;
+  std::unique_ptr<Window> window;
   void* hostWindow = nullptr;  ///< The host's window that holds `window`.
-  int shownImageScale = 1;
   EditorKeys keys;
 };
 

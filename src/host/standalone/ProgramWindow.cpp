@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "host/editor/EditorWindow.h"
+#include "host/editor/PanelFrame.h"
 #include "widgets/PanelColours.h"
 
 namespace tesh::bramel::standalone {
