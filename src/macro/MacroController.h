@@ -70,8 +70,7 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   std::uint64_t stepCount(std::uint64_t index) const;
 
   // Append to `coming`, for Generator::prepare, the values that a change will give to engine parameters that read a
-  // file. A macro, program or chunk that does not exist appends nothing. May allocate: never on the audio thread. Must
-  // be called with the lock held that guards the controller.
+  // file. A macro, program or chunk that does not exist appends nothing. May allocate: never on the audio thread.
 
   void addReadsOfMacro(std::uint64_t index, float value, ComingValues& coming) const;
   void addReadsOfProgram(std::uint64_t program, Bank bank, ComingValues& coming) const;

@@ -17,7 +17,7 @@
 
 namespace tesh::vimo {
 
-/// All operations with the shell's main lock held. The macro list changes only while no audio runs.
+/// One call at a time, a block being one. The macro list changes only while no audio runs.
 class MacroControllerBase : public MacroList, public MacroParameterControlListener {
  public:
   static constexpr std::uint8_t kPitchBendKey = cofu::core::kMidiPitchBend;

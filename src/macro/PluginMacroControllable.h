@@ -72,11 +72,10 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
 
   /// Runs the commands and program changes of the block, then the engine, and reports movements and notes. A timestamp
   /// becomes the frame max(0, (timestamp - hostTime) * speed + offset) * sampleRate / 10^9, computed in double
-  /// precision and truncated. `midiIn` must have room for eight more messages. Audio thread, with the shell's main lock
-  /// held.
+  /// precision and truncated. `midiIn` must have room for eight more messages. Audio thread.
   void process(ProcessBlock& block, std::uint64_t hostTime, double speed, double offset) SIVRAY_NONBLOCKING;
 
-  // With the shell's main lock held. A full queue drops the entry.
+  // Filled between two blocks. A full queue drops the entry.
   LockFreeRing<MacroCommand> commandQueue{512};
   LockFreeRing<MidiEvent> programQueue{8};
 

@@ -68,6 +68,16 @@ TEST_F(Shell, LetsBlocksRunWhileAStateIsPacked) {
   EXPECT_EQ(shell->getState(), state);
 }
 
+#ifndef NDEBUG
+TEST_F(Shell, DiesWhereAWaveWouldBeReadUnderTheLockOfABlock) {
+  generator->heldBySnapshot = [this] {
+    shell->setParameter(0, 0.5F);
+    return std::shared_ptr<const void>();
+  };
+  EXPECT_DEATH(shell->getState(), "isHeldHere");
+}
+#endif
+
 TEST(AudioThreads, AreKnownHoweverManyShareOutTheBlocks) {
   constexpr int kThreads = 100;
   bramel::vst::AudioThreads known;

@@ -170,13 +170,14 @@ void BramelInstrument::setAllKeyStates(std::uint32_t state) {
 
 BramelInstrument::Property BramelInstrument::property(const std::string& name) const {
   const MainLock lock(impl->core.mainMutex);
-  const auto found = impl->properties.find(name);
-  return found == impl->properties.end() ? nullptr : copyOf(found->second);
+  const auto& properties = impl->properties(lock);
+  const auto found = properties.find(name);
+  return found == properties.end() ? nullptr : copyOf(found->second);
 }
 
 void BramelInstrument::setProperty(const std::string& name, const Property& value) {
   const MainLock lock(impl->core.mainMutex);
-  impl->properties[name] = copyOf(value);
+  impl->properties(lock)[name] = copyOf(value);
 }
 
 // Programs and state.

@@ -36,14 +36,18 @@ class BramelInstrument::Impl {
     core.tellHost([note](BramelInstrumentHostCallback& host) { host.keyStateChanged(note); });
   }
 
+  std::map<std::string, Property>& properties(const MainLock& /*lock*/) { return ownProperties; }
+
   ShellCore core;
   ShellParameters parameters;
   ShellBlock block;
   ShellPrograms programs;
   KeyStates keys;
-  std::map<std::string, Property> properties;  ///< With the main lock held.
   int hostKind = 0;
   std::string hostVendor;
+
+ private:
+  std::map<std::string, Property> ownProperties;
 };
 
 }  // namespace tesh::bramel::vst

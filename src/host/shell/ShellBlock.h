@@ -65,7 +65,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   ShellMidi midi;
   bool active = false;
   float hostSampleRate = 0.0F;          ///< 0 until the host gives one.
-  std::atomic<float> tempo = 120.0F;    ///< Beats per minute. Written with the main lock held.
+  std::atomic<float> tempo = 120.0F;    ///< Beats per minute.
   std::vector<vimo::MidiEvent> midiIn;  ///< In frames of the engine, as `midiOut`.
   std::vector<vimo::MidiEvent> midiOut;
   vimo::TimedValueRing automationRing{4096};

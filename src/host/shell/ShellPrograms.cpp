@@ -44,14 +44,13 @@ void ShellPrograms::takeWaitingSelection(const MainLock& lock) {
 template <typename Change, typename Report>
 void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
   if (core.processor) {
-    const std::lock_guard fileLock(fileMutex);
-    changeHeldBanks(effect, change, report);
+    const FileLock fileLock(fileMutex);
+    changeBanks(effect, change, report, fileLock);
   }
 }
 
-/// The same with `fileMutex` held.
 template <typename Change, typename Report>
-void ShellPrograms::changeHeldBanks(Effect effect, Change change, Report report) {
+void ShellPrograms::changeBanks(Effect effect, Change change, Report report, const FileLock& fileLock) {
   static std::mutex oneInstanceMutex;  // Of those in this process, from reading the file to writing it.
   const std::lock_guard oneInstance(oneInstanceMutex);
   vimo::ProgramShelf& shelf = controller().programs();
@@ -64,8 +63,8 @@ void ShellPrograms::changeHeldBanks(Effect effect, Change change, Report report)
     }
     shelf.fit(Bank::user);
   }
-  const ForeignPrograms foreign = ofOthers ? takeOver(*ofOthers) : ForeignPrograms{};
-  writeUserPrograms(path, effect);
+  const ForeignPrograms foreign = ofOthers ? takeOver(*ofOthers, fileLock) : ForeignPrograms{};
+  writeUserPrograms(path, effect, fileLock);
   const MainLock lock(core.mainMutex);
   core.tellEditor([&](BramelInstrumentUICallback& editor) {
     if (!foreign.gone.empty()) {
@@ -78,9 +77,8 @@ void ShellPrograms::changeHeldBanks(Effect effect, Change change, Report report)
   });
 }
 
-/// With `fileMutex` held, by which no list changes while it is compared. Programs that another instance has stored
-/// follow ours.
-ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& ofOthers) {
+/// Programs that another instance has stored follow ours.
+ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& ofOthers, const FileLock& /*fileLock*/) {
   vimo::ProgramShelf& shelf = controller().programs();
   const std::vector<bool> isGone = vimo::findGone(inFile, *shelf.database(Bank::user), ofOthers);
   ForeignPrograms foreign;
@@ -101,8 +99,7 @@ ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& of
   return foreign;
 }
 
-/// With `fileMutex` held: the records change only under both locks, and a block only reads them.
-void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect) {
+void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, const FileLock& /*fileLock*/) {
   if (effect == Effect::takesAway) {
     vimo::keepProgramFileCopy(path, vimo::copyTimeNow());  // Without one the user's wish is still done.
   }
@@ -233,8 +230,8 @@ void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
       [&](BramelInstrumentUICallback& editor, std::size_t) { editor.programMoved(nameOf(bank), from, to); });
 }
 
-/// With `fileMutex` held. Releases the main lock after each step, for long enough that a block which waits can take it.
-void ShellPrograms::fitBanks(std::uint64_t imageMacroCount) {
+/// Releases the main lock after each step, for long enough that a block which waits can take it.
+void ShellPrograms::fitBanks(std::uint64_t imageMacroCount, const FileLock& /*fileLock*/) {
   constexpr std::chrono::milliseconds kPause{1};
   for (std::size_t record = 0;; record += vimo::ProgramShelf::kFitStep) {
     {
@@ -255,11 +252,11 @@ void ShellPrograms::importFrom(const std::string& path) {
   const auto image = vimo::readExportedPrograms(file, core.processor->instrumentName());
   std::vector<std::uint64_t> added;
   const auto incoming = image ? controller().programs().readImage(image->image, image->macroCount) : nullptr;
-  const std::lock_guard fileLock(fileMutex);
+  const FileLock fileLock(fileMutex);
   if (incoming && incoming->programCount() != 0) {
-    fitBanks(image->macroCount);
+    fitBanks(image->macroCount, fileLock);
   }
-  changeHeldBanks(
+  changeBanks(
       Effect::takesAway,
       [&](vimo::ProgramShelf& shelf, const MainLock& /*lock*/) {
         const std::uint64_t before = shelf.programCount(Bank::user);
@@ -275,14 +272,15 @@ void ShellPrograms::importFrom(const std::string& path) {
           program -= gone;
         }
         editor.programSaved(nameOf(Bank::user), added.data(), added.size());
-      });
+      },
+      fileLock);
 }
 
 bool ShellPrograms::exportTo(const std::string& path) {
   if (!core.processor) {
     return false;
   }
-  const std::lock_guard fileLock(fileMutex);
+  const FileLock fileLock(fileMutex);
   {
     const MainLock lock(core.mainMutex);
     controller().programs().fit(Bank::user);
@@ -297,7 +295,7 @@ std::vector<std::uint8_t> ShellPrograms::getState(const std::function<void(vimo:
   if (!core.processor) {
     return {};
   }
-  const std::lock_guard fileLock(fileMutex);
+  const FileLock fileLock(fileMutex);
   vimo::StateSnapshot snapshot;
   {
     const MainLock lock(core.mainMutex);

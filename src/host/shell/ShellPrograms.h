@@ -47,6 +47,8 @@ class ShellPrograms {
 
  private:
   using Controller = BramelInstrument::Processor::Controller;
+  /// Proves that `fileMutex` is held: no list changes for anyone else, and a block only reads them.
+  using FileLock = std::lock_guard<std::mutex>;
 
   Controller& controller() const { return core.processor->controller(); }
   void postProgramChange(const vimo::ProgramSelection& program, const MainLock& lock);
@@ -62,10 +64,10 @@ class ShellPrograms {
   template <typename Change, typename Report>
   void changeBanks(Effect effect, Change change, Report report);
   template <typename Change, typename Report>
-  void changeHeldBanks(Effect effect, Change change, Report report);
-  ForeignPrograms takeOver(vimo::ProgramDatabase& ofOthers);
-  void writeUserPrograms(const std::string& path, Effect effect);
-  void fitBanks(std::uint64_t imageMacroCount);
+  void changeBanks(Effect effect, Change change, Report report, const FileLock& fileLock);
+  ForeignPrograms takeOver(vimo::ProgramDatabase& ofOthers, const FileLock& fileLock);
+  void writeUserPrograms(const std::string& path, Effect effect, const FileLock& fileLock);
+  void fitBanks(std::uint64_t imageMacroCount, const FileLock& fileLock);
 
   ShellCore& core;
   ShellParameters& parameters;

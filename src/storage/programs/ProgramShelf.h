@@ -23,8 +23,8 @@ class MacroList : public MacroProgramDatabaseDelegate {
   virtual float macroDefault(std::uint64_t index) const = 0;
 };
 
-/// All operations under the shell's main lock, except where noted. A bank that does not exist, or a program past its
-/// list, reads as null or 0 and changes nothing.
+/// One call at a time, except where noted. A bank that does not exist, or a program past its list, reads as null or 0
+/// and changes nothing.
 class ProgramShelf {
  public:
   /// `macroList` must outlive the shelf.
@@ -42,7 +42,7 @@ class ProgramShelf {
   void loadDatabase(Bank bank, std::span<const std::uint8_t> image, std::uint64_t imageMacroCount,
                     ProgramDatabase::Mode mode);
 
-  /// The first half of appending an image, which reads no bank and may be called on any thread without the lock: the
+  /// The first half of appending an image, which reads no bank and may be called on any thread at any time: the
   /// programs of the image, fitted to the macro list.
   std::unique_ptr<ProgramDatabase> readImage(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount) const;
   /// The second half, if the image brings programs: first the consequences of loadDatabase for the present records, in
