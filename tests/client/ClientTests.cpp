@@ -96,6 +96,9 @@ TEST_F(Client, TellsTheHostOfGesturesAndOfAProgramOfThePanel) {
   instrument->setProgram(0, 1);  // As the panel does.
   EXPECT_EQ(processor.getCurrentProgram(), 1);
   EXPECT_EQ(processor.getParameters()[kEffectType]->getValue(), 1.0F);
+  for (int round = 0; round < 100 && host.told.empty(); ++round) {
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+  }
   juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
   EXPECT_EQ(host.told, Told{"program"}) << "and no edits that nobody made";
   processor.removeListener(&host);
