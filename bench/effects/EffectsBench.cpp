@@ -10,7 +10,7 @@
 //                                         is.
 //   bench_effects count TYPE TIMES change changes TIMES times from bypass to TYPE. Count inside `takeChange` only.
 //
-// scripts/count_effects.py does both for all effects.
+// scripts/benchmarks.py does both for all effects.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
