@@ -9,6 +9,7 @@ struct CompleteLaw {
       .aims = true, .glides = true, .derives = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
   static constexpr unsigned kMemory = 64;
   static constexpr std::size_t kRequiredSamples = 64;
+  static constexpr unsigned kLineLength = 64;
 
   struct Settings {
     std::int32_t level = 0;
@@ -27,6 +28,7 @@ struct CompleteLaw {
   void skip(const Settings& to, unsigned count);
 
   SmoothedValue level;
+  unsigned writeIndex = 0;
   std::int16_t* lines = nullptr;
 };
 

@@ -15,7 +15,8 @@ CASES = [
     (" aim(", " aims(", "aims"), (" eachSmoothed(", " eachSmooth(", "glides"), (" derive(", " derives(", "derives"),
     (" fitsLanes(", " fitLanes(", "lanes"), (" runSse2(", " runSSE2(", "lanes"), (" runAvx2(", " runAVX2(", "lanes"),
     (" isSilent(", " isSilence(", "sleeps"), (" skip(", " skips(", "sleeps"),
-    (" kRequiredSamples ", " kSamples ", "kRequiredSamples"),
+    (" kRequiredSamples ", " kSamples ", "kRequiredSamples"), (" kLineLength ", " kLength ", "kLineLength"),
+    (" writeIndex ", " writeAt ", "writeIndex"),
     # The law names a part less than it has.
     (".glides = true, ", "", "glides"), ("sse2AndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
     # A part has another form.
