@@ -4,9 +4,9 @@
 The folder must be configured for Clang and without unity builds, as the preset `lint` does; it need not be built. Of a folder
 that the preset `windows` has configured, the sources with code for Windows are checked.
 
-clang-tidy spends most of its time on the headers of libraries. Sources of one folder with equal flags are therefore joined
-into one text and checked together, so that each header is read once. A finding counts if a source has it when it is checked
-alone. With --each, every source is checked alone; only this shows that each one includes what it uses.
+clang-tidy spends nine tenths of its time on the headers of libraries. Sources whose flags differ only in include folders and
+definitions are therefore joined into one text and checked together. A finding counts if a source has it when it is
+checked alone. With --each, every source is checked alone; only this shows that each one includes what it uses.
 
 A source is skipped if its text, headers, flags and configuration have passed before: the hashes of passed sources are kept in
 $SIVRAY_TIDY_CACHE (default ~/.cache/sivray-tidy), until they have not been used for 60 days.
@@ -17,6 +17,7 @@ Usage: tidy.py BUILD_FOLDER [--each] [PATH_PREFIX...]
 import concurrent.futures
 import functools
 import hashlib
+import itertools
 import json
 import os
 import pathlib
@@ -33,12 +34,15 @@ CACHE_DAYS = 60
 INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
 ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "bench", ROOT / "tools" / "content", ROOT / "tools" / "render"]
 # The longest unit bounds the time that several processors need.
-UNIT_SOURCES = 24
-# Their names, or those of headers that they include, clash with their neighbours'.
-ALONE = {"CallCounter.cpp", "Fm.cpp", "InstructionCounter.cpp", "LifecycleChecks.cpp", "RealTimeChecks.cpp",
-         "SivrayFxChorusFlanger.cpp", "WindowKeysX11.cpp", "X11Connection.cpp"}
+UNIT_SOURCES = 40
+# Their names, or those of headers that they include, clash with other sources', but not with those of their own set.
+APART = [{"BWProgramListView.cpp", "CallCounter.cpp", "EntryPoint.cpp", "Fm.cpp", "GrooveSound.cpp", "Leveller.cpp",
+          "LifecycleChecks.cpp", "Loudness.cpp", "RealTimeChecks.cpp", "SivrayFxChorusFlanger.cpp", "VoiceKernel.cpp"},
+         {"InstructionCounter.cpp"}, {"WindowKeysX11.cpp", "X11Connection.cpp"}]
+# Flags that Clang does not know, or that matter to what it makes alone.
+LEFT_OUT = ("--param=", "-fno-keep-inline-dllexport", "-Wa,", "-O", "-fPIC", "-fPIE", "-fvisibility", "-ffunction-sections",
+            "-fdata-sections")
 # An include that another source of the unit has too is no duplicate: the check forgets the includes before a macro.
-NOT_CLANGS = ("--param=", "-fno-keep-inline-dllexport", "-Wa,")
 SEPARATOR = b"\n#define SIVRAY_NEXT_SOURCE\n#undef SIVRAY_NEXT_SOURCE\n"
 
 
@@ -74,7 +78,7 @@ def compiler_flags(entry):
     words = words[compiler + 1:]
     output = words.index("-o")
     return target + [word for word in words[:output] + words[output + 2:]
-                     if word not in ("-c", entry["file"]) and not word.startswith(NOT_CLANGS)]
+                     if word not in ("-c", entry["file"]) and not word.startswith(LEFT_OUT)]
 
 
 @functools.cache
@@ -85,13 +89,45 @@ def windows_flags(compiler):
     return ["--target=x86_64-w64-mingw32", *(word for folder in folders if "c++" in folder for word in ("-isystem", folder))]
 
 
+def places_and_rest(flags):
+    """Splits flags into include folders with definitions, and the rest."""
+    places, rest = [], []
+    words = iter(flags)
+    for word in words:
+        if word == "-isystem":
+            places.append((word, next(words)))
+        else:
+            (places if word.startswith(("-I", "-D")) else rest).append((word,))
+    return places, rest
+
+
+def units_of(sources):
+    """Joins sources, a list of paths with their flags, to units: lists of paths with the flags of all of them."""
+    groups = {}
+    for path, flags in sorted(sources):
+        places, rest = places_and_rest(flags)
+        kind = next((i for i, names in enumerate(APART) if path.name in names), None)
+        has_juce = any("juce" in word for word in flags)
+        groups.setdefault((kind, has_juce, *rest), []).append((path, places, rest))
+    for group in groups.values():
+        mains = [source for source in group if source[0].name == "main.cpp"]  # No two of them go together.
+        others = [source for source in group if source[0].name != "main.cpp"]
+        count = -(-len(others) // UNIT_SOURCES)
+        units = [others[i * len(others) // count:(i + 1) * len(others) // count] for i in range(count)]
+        units = [unit + main for unit, main in itertools.zip_longest(units, ([main] for main in mains), fillvalue=[])]
+        for unit in units:
+            places = dict.fromkeys(place for _, places, _ in unit for place in places)
+            yield [path for path, _, _ in unit], [word for words in (*unit[0][2], *places) for word in words]
+
+
 def run_tidy(build, source, flags):
     result = subprocess.run([TIDY, "--quiet", str(source), "--", *flags], cwd=build, capture_output=True, text=True)
     return result.returncode, result.stdout + (result.stderr if result.returncode else "")
 
 
 def check(build, unit, paths, flags):
-    """Checks the sources together, then those alone that a finding names. Returns the failed ones and the findings."""
+    """Checks the sources together, then those alone that a finding names, and halves them if they do not compile together.
+    Returns the failed ones and the findings."""
     if len(paths) == 1:
         code, output = run_tidy(build, paths[0], flags)
         return (paths if code else []), output
@@ -101,15 +137,22 @@ def check(build, unit, paths, flags):
         starts.append(text.count(b"\n"))
         text += path.read_bytes() + SEPARATOR
     unit.write_bytes(text)
-    code, output = run_tidy(build, unit, [*flags, "-iquote", str(paths[0].parent)])
+    folders = [word for folder in dict.fromkeys(path.parent for path in paths) for word in ("-iquote", str(folder))]
+    # The compilers look for names that hide others, in each source's own text.
+    code, output = run_tidy(build, unit, [*flags, *folders, "-Wno-shadow"])
     if not code:
         return [], ""
     places = re.findall(r"^(.+?):(\d+):\d+: (?:error|warning)", output, re.M)
     named = {max(i for i, start in enumerate(starts) if start < int(line)) for file, line in places if file == str(unit)}
-    if "clang-diagnostic-error" in output or not named:
-        named = range(len(paths))
-        if all(file != str(unit) for file, _ in places):
-            return paths, output  # Findings in headers alone.
+    if not named:
+        return paths, output  # Findings in headers alone.
+    if "clang-diagnostic-error" in output:
+        half = len(paths) // 2
+        parts = [check(build, unit.with_stem(f"{unit.stem}-{i}"), part, flags) for i, part in enumerate((paths[:half], paths[half:]))]
+        failed = [path for part, _ in parts for path in part]
+        if not failed:
+            output = f"clang-tidy: names clash in {unit.name}; one of the sources belongs into APART:\n{output}"
+        return failed, (output if not failed else "") + "".join(text for _, text in parts)
     failed, findings = [], []
     for path in (paths[i] for i in sorted(named)):
         code, alone = run_tidy(build, path, flags)
@@ -117,7 +160,7 @@ def check(build, unit, paths, flags):
             failed.append(path)
             findings.append(alone)
     if not failed:
-        findings.append(f"clang-tidy: {unit.name} cannot be checked as one; name the source with the clash in ALONE:\n{output}")
+        findings.append(f"clang-tidy: {unit.name} finds what no source has alone:\n{output}")
     return failed, "".join(findings)
 
 
@@ -130,30 +173,29 @@ def main():
     for stamp in CACHE.iterdir():
         if stamp.stat().st_mtime < time.time() - CACHE_DAYS * 86400:
             stamp.unlink(missing_ok=True)
-    stamps, groups = {}, {}
+    known, stamps, sources = set(), {}, []
     commands = json.loads((build / "compile_commands.json").read_text())
     if any("/Unity/" in entry["file"] and "mingw32" not in entry["command"] for entry in commands):
         sys.exit(f"{build} merges sources: configure the preset lint and name build/lint")
     for entry in commands:
         path = pathlib.Path(entry["file"])
-        if str(path).startswith(prefixes) and ("mingw32" not in entry["command"] or b"_WIN32" in path.read_bytes()):
+        if path not in known and str(path).startswith(prefixes) and ("mingw32" not in entry["command"] or b"_WIN32" in path.read_bytes()):
+            known.add(path)
             flags = compiler_flags(entry)
             stamp = CACHE / fingerprint(path, flags, version)
             if stamp.exists():
                 stamp.touch()
             else:
                 stamps[path] = stamp
-                alone = each or path.name in ALONE
-                groups.setdefault((path if alone else path.parent, *flags), []).append(path)
-    units = [(paths[i:i + UNIT_SOURCES], flags) for (_, *flags), paths in groups.items() for i in range(0, len(paths), UNIT_SOURCES)]
+                sources.append((path, flags))
+    units = [([path], flags) for path, flags in sources] if each else list(units_of(sources))
     units.sort(key=lambda unit: -len(unit[0]))
     print(f"clang-tidy: {len(stamps)} sources to check in {len(units)} units", flush=True)
     failures = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         jobs = {}
         for number, (paths, flags) in enumerate(units):
-            name = str(paths[0].parent.relative_to(ROOT)).replace("/", "_")
-            jobs[pool.submit(check, build, build / "merged" / f"{name}-{number}.cpp", paths, flags)] = paths
+            jobs[pool.submit(check, build, build / "merged" / f"{number}.cpp", paths, flags)] = paths
         for job in concurrent.futures.as_completed(jobs):
             failed, output = job.result()
             print(output, end="", flush=True)
