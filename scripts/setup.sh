@@ -97,11 +97,6 @@ unpack() {
   mv "$work" build/unpacked
 }
 
-# install_optional FILE: as install_packages, but on failure prints one line and returns false.
-install_optional() {
-  install_packages "$1" 2>/dev/null || { echo "Skipped: the packages in $1 cannot be installed here"; return 1; }
-}
-
 # configure PRESET: configures the build if it is new or its presets or packages have changed. With SIVRAY_PLAIN set, `release` is
 # configured without tests and benchmarks, whose packages may be missing; a build that has them keeps them.
 configure() {
@@ -121,13 +116,18 @@ configure() {
   fi
 }
 
-# build PRESET [TARGETS...]: configures and builds. Returns whether both went well, also in a condition.
+# build PRESET [TARGETS...]: configures and builds. Returns whether both went well, also in a condition. Waits while another
+# process builds the same preset.
 build() {
   local preset="$1"
   shift
-  configure "$preset" || return
-  say "Building build/$preset${*:+ ($*)}: steps done/all, seconds"
-  local begun=$SECONDS
-  NINJA_STATUS='[%f/%t, %e s] ' cmake --build "build/$preset" ${*:+--target "$@"} || return
-  echo "Built in $((SECONDS - begun)) s"
+  mkdir -p build
+  (
+    flock 9
+    configure "$preset" || exit
+    say "Building build/$preset${*:+ ($*)}: steps done/all, seconds"
+    begun=$SECONDS
+    NINJA_STATUS='[%f/%t, %e s] ' cmake --build "build/$preset" ${*:+--target "$@"} || exit
+    echo "Built in $((SECONDS - begun)) s"
+  ) 9>"build/$preset.lock"
 }
