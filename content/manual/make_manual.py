@@ -9,6 +9,7 @@ RENDERER is sivray-render; it draws the pictures from the content that BRAMEL_CO
 # SPDX-License-Identifier: GPL-3.0-or-later
 import html
 import pathlib
+import shutil
 import subprocess
 import sys
 
@@ -73,6 +74,7 @@ def licences():
 def main():
     renderer, output = sys.argv[1], pathlib.Path(sys.argv[2])
     draw_pictures(renderer, output / "panel")
+    shutil.copy(ROOT / "docs/panel/similar.png", output / "panel")  # A menu, which the renderer does not draw.
     manual = (ROOT / "docs/panel.md").read_text(encoding="utf-8")
     (output / "manual.html").write_text(page(manual, "Sivray"), encoding="utf-8")
     thanks = (ROOT / "docs/acknowledgements.md").read_text(encoding="utf-8") + "".join(licences())

@@ -35,14 +35,25 @@ std::string BXSampleSelectorViewModelBase::getSampleName(std::int64_t category, 
                                  : std::string();
 }
 
-BXSampleSelectorViewModelBase::Place BXSampleSelectorViewModelBase::placeOf(std::uint64_t part) const {
+std::optional<std::int32_t> BXSampleSelectorViewModelBase::waveAt(std::int64_t category, std::int64_t index) const {
+  return exists(category, index) ? std::optional(library->waveId(static_cast<std::int32_t>(firstOf(category) + index)))
+                                 : std::nullopt;
+}
+
+std::int32_t BXSampleSelectorViewModelBase::waveOfPart(std::uint64_t part) const {
+  if (library == nullptr) {
+    return 0;
+  }
+  const auto numbers = static_cast<std::uint64_t>(library->numberCount());
+  const float value = model.getParameterValue(getParameterIndex(part));
+  return static_cast<std::int32_t>(model.getParameterQuantizer()->valueToState(value, numbers));
+}
+
+BXSampleSelectorViewModelBase::Place BXSampleSelectorViewModelBase::placeOfWave(std::int64_t id) const {
   const std::int64_t categories = getCategoryCount();
   if (categories == 0) {
     return {-1, 0};
   }
-  const auto numbers = static_cast<std::uint64_t>(library->numberCount());
-  const float value = model.getParameterValue(getParameterIndex(part));
-  const std::int64_t id = model.getParameterQuantizer()->valueToState(value, numbers);
   std::int64_t index = library->flatIndexOf(static_cast<std::int32_t>(id));
   std::int64_t category = 0;
   while (category < categories - 1 && index >= getSampleCount(category)) {
@@ -59,13 +70,13 @@ std::int64_t BXSampleSelectorViewModelBase::getCategoryIndex(std::uint64_t part)
 std::int64_t BXSampleSelectorViewModelBase::getSampleIndex(std::uint64_t part) const { return placeOf(part).index; }
 
 void BXSampleSelectorViewModelBase::selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) {
-  if (!exists(category, index)) {
+  const std::optional<std::int32_t> id = waveAt(category, index);
+  if (!id) {
     return;
   }
-  const std::int32_t id = library->waveId(static_cast<std::int32_t>(firstOf(category) + index));
   const auto numbers = static_cast<std::uint64_t>(library->numberCount());
   const std::uint64_t parameter = getParameterIndex(part);
-  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(id, numbers));
+  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(*id, numbers));
   model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
+
 #include "engine/samples/SampleLibrary.h"
 #include "viewmodels/IPluginEditViewModel.h"
 #include "viewmodels/ISampleSelectorViewModel.h"
@@ -24,6 +26,20 @@ class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
   std::int64_t getSampleCount(std::int64_t category) const override;
   std::string getSampleName(std::int64_t category, std::int64_t index) const override;
 
+  // The same by the id of a sample.
+
+  struct Place {
+    std::int64_t category;
+    std::int64_t index;
+  };
+
+  /// Nothing if there is no such sample.
+  std::optional<std::int32_t> waveAt(std::int64_t category, std::int64_t index) const;
+  /// Category -1 with an empty library.
+  Place placeOfWave(std::int64_t id) const;
+  /// The id that the part's parameter has, also one that the browser does not list; 0 with an empty library.
+  std::int32_t waveOfPart(std::uint64_t part) const;
+
  protected:
   static constexpr std::uint64_t kNoParameter = ~std::uint64_t{0};
 
@@ -31,12 +47,7 @@ class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
   virtual std::uint64_t getParameterIndex(std::uint64_t part) const = 0;
 
  private:
-  struct Place {
-    std::int64_t category;
-    std::int64_t index;
-  };
-
-  Place placeOf(std::uint64_t part) const;
+  Place placeOf(std::uint64_t part) const { return placeOfWave(waveOfPart(part)); }
   std::int64_t firstOf(std::int64_t category) const;
   bool exists(std::int64_t category, std::int64_t index) const;
 

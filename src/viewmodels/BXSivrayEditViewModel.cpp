@@ -31,13 +31,16 @@ bool choosesSample(std::uint64_t index) {
 
 BXSivrayEditViewModel::BXSivrayEditViewModel(std::shared_ptr<IPluginEditViewModelOwner> family)
     : BXPluginEditViewModelProxy(std::move(family)),
-      sampleSelector(std::make_shared<SivraySampleSelectorViewModel>(wrappedModel(), libraryOf(wrappedModel()))) {
+      sampleSelector(std::make_shared<SivraySampleSelectorViewModel>(wrappedModel(), libraryOf(wrappedModel()))),
+      sampleFinder(std::make_shared<SivraySampleFinder>(wrappedModel(), libraryOf(wrappedModel()), sampleSelector)) {
   updateKeyStates();
 }
 
 std::shared_ptr<ISampleSelectorViewModel> BXSivrayEditViewModel::getSampleSelectorViewModel() const {
   return sampleSelector;
 }
+
+std::shared_ptr<ISampleFinder> BXSivrayEditViewModel::getSampleFinder() const { return sampleFinder; }
 
 std::string BXSivrayEditViewModel::getSampleName(std::uint64_t part) const {
   return sampleSelector->getSampleName(sampleSelector->getCategoryIndex(part), sampleSelector->getSampleIndex(part));

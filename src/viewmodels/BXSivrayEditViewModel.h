@@ -6,6 +6,7 @@
 
 #include "viewmodels/BXPluginEditViewModelProxy.h"
 #include "viewmodels/ISivrayEditViewModel.h"
+#include "viewmodels/SivraySampleFinder.h"
 #include "viewmodels/SivraySampleSelectorViewModel.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -16,6 +17,7 @@ class BXSivrayEditViewModel : public BXPluginEditViewModelProxy, public virtual 
   explicit BXSivrayEditViewModel(std::shared_ptr<IPluginEditViewModelOwner> family);
 
   std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const override;
+  std::shared_ptr<ISampleFinder> getSampleFinder() const override;
   std::string getSampleName(std::uint64_t part) const override;
 
   // The view is told first, then the key states follow where samples may have changed.
@@ -26,6 +28,7 @@ class BXSivrayEditViewModel : public BXPluginEditViewModelProxy, public virtual 
   void updateKeyStates();
 
   std::shared_ptr<SivraySampleSelectorViewModel> sampleSelector;
+  std::shared_ptr<SivraySampleFinder> sampleFinder;
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "viewmodels/IPluginEditViewModel.h"
+#include "viewmodels/ISampleFinder.h"
 #include "viewmodels/ISampleSelectorViewModel.h"
 
 namespace tesh::bramel::plugin::sivray {
@@ -15,6 +16,8 @@ namespace tesh::bramel::plugin::sivray {
 class ISivrayEditViewModel : public virtual IPluginEditViewModel {
  public:
   virtual std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const = 0;
+  /// Finds other samples by ear.
+  virtual std::shared_ptr<ISampleFinder> getSampleFinder() const = 0;
   /// The name of the sample that a part (0 to 7) plays.
   virtual std::string getSampleName(std::uint64_t part) const = 0;
 };

@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/SivraySampleSelectorViewModel.h"
 
-#include <array>
-
-#include "viewmodels/texts/PanelMacros.h"
-
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
@@ -19,6 +15,37 @@ std::int32_t SivraySampleSelectorViewModel::getPartCount() const { return static
 std::string SivraySampleSelectorViewModel::getCategoryName(std::int64_t category) const {
   const auto row = static_cast<std::uint64_t>(category);
   return row < kCategoryNames.size() ? kCategoryNames[static_cast<std::size_t>(row)] : "";
+}
+
+void SivraySampleSelectorViewModel::selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) {
+  constexpr std::size_t kMostChoices = 64;
+  const std::optional<std::int32_t> after = waveAt(category, index);
+  if (after && part < panel::kPads && *after != waveOfPart(part)) {
+    std::vector<Choice>& made = choices[static_cast<std::size_t>(part)];
+    if (!previousWave(part)) {
+      made.clear();  // They led to something that is gone.
+    } else if (made.size() == kMostChoices) {
+      made.erase(made.begin());
+    }
+    made.push_back({waveOfPart(part), *after});
+  }
+  BXSampleSelectorViewModelBase::selectSample(part, category, index);
+}
+
+std::optional<std::int32_t> SivraySampleSelectorViewModel::previousWave(std::uint64_t part) const {
+  if (part >= panel::kPads) {
+    return std::nullopt;
+  }
+  const std::vector<Choice>& made = choices[static_cast<std::size_t>(part)];
+  return made.empty() || made.back().after != waveOfPart(part) ? std::nullopt : std::optional(made.back().before);
+}
+
+void SivraySampleSelectorViewModel::goBack(std::uint64_t part) {
+  if (const auto before = previousWave(part)) {
+    choices[static_cast<std::size_t>(part)].pop_back();
+    const Place place = placeOfWave(*before);
+    BXSampleSelectorViewModelBase::selectSample(part, place.category, place.index);
+  }
 }
 
 std::uint64_t SivraySampleSelectorViewModel::getParameterIndex(std::uint64_t part) const {

@@ -2,7 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <optional>
+#include <vector>
+
 #include "viewmodels/BXSampleSelectorViewModelBase.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -13,9 +18,24 @@ class SivraySampleSelectorViewModel : public BXSampleSelectorViewModelBase {
   std::int32_t getPartCount() const override;
   /// The empty string past the ten that have names.
   std::string getCategoryName(std::int64_t category) const override;
+  /// Remembers what the part played.
+  void selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) override;
+
+  /// The id of the sample before the part's last choice; nothing if something else has changed the part since.
+  std::optional<std::int32_t> previousWave(std::uint64_t part) const;
+  /// Takes the part's last choice back.
+  void goBack(std::uint64_t part);
 
  protected:
   std::uint64_t getParameterIndex(std::uint64_t part) const override;
+
+ private:
+  struct Choice {
+    std::int32_t before;
+    std::int32_t after;
+  };
+
+  std::array<std::vector<Choice>, panel::kPads> choices;  ///< By part, the last one at the end.
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -9,6 +9,7 @@
 
 #include "views/BWProgramListSaveAsView.h"
 #include "views/BWProgramListView.h"
+#include "views/MenuPlace.h"
 #include "widgets/Text.h"
 
 namespace tesh::bramel {
@@ -31,7 +32,9 @@ std::shared_ptr<BWStackingPageView> makeProgramList(const std::shared_ptr<IPlugi
 }  // namespace
 
 BWPluginProgramSelectorView::BWPluginProgramSelectorView(const ProgramBarLook& look)
-    : popupDirection(look.popupDirection), pageFactory(makeProgramList) {
+    : popupDirection(look.popupDirection),
+      pageFactory(makeProgramList),
+      rightClick(nameButton, [this] { openMenu(); }) {
   setInterceptsMouseClicks(false, true);
   addButton(nameButton, look.nameButton, "Kit");
   nameLabel.setDisplayFont(look.font);
@@ -57,6 +60,12 @@ void BWPluginProgramSelectorView::addButton(BWToggleButton& button, juce::Rectan
   button.setTitle(title);
   button.setListener(this);
   addAndMakeVisible(button);
+}
+
+void BWPluginProgramSelectorView::openMenu() {
+  if (menu) {
+    menu().showMenuAsync(menuPlaceIn(nameButton).withMousePosition());
+  }
 }
 
 void BWPluginProgramSelectorView::setViewModel(std::shared_ptr<IPluginEditViewModel> model) {

@@ -6,9 +6,11 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "viewmodels/IPluginEditViewModel.h"
 #include "views/BWPopupView.h"
+#include "views/RightClick.h"
 #include "widgets/BWStackingPageView.h"
 #include "widgets/BWStackingView.h"
 #include "widgets/BWToggleButton.h"
@@ -43,6 +45,9 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
   /// Makes the list's first page; by default the list of programs.
   void setPageFactory(PageFactory factory) { pageFactory = std::move(factory); }
 
+  /// Makes the menu that the right mouse button opens on the program's name; by default there is none.
+  void setMenu(std::function<juce::PopupMenu()> newMenu) { menu = std::move(newMenu); }
+
   void openList();
   /// The pages of the list that is open; null if none is.
   std::shared_ptr<BWStackingView> listStack() const { return stack.lock(); }
@@ -53,6 +58,7 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
 
  private:
   void addButton(BWToggleButton& button, juce::Rectangle<int> bounds, const char* title);
+  void openMenu();
 
   std::shared_ptr<IPluginEditViewModel> viewModel;
   BWToggleButton nameButton;
@@ -63,6 +69,8 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
   std::weak_ptr<BWStackingView> stack;
   UIPopupDirection popupDirection;
   PageFactory pageFactory;
+  std::function<juce::PopupMenu()> menu;
+  RightClick rightClick;
 };
 
 }  // namespace tesh::bramel

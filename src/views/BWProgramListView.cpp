@@ -11,6 +11,7 @@
 #include "views/BWPopupSlotView.h"
 #include "views/BWProgramListSaveAsView.h"
 #include "views/JapaneseText.h"
+#include "views/MenuPlace.h"
 #include "widgets/BWGradationView.h"
 #include "widgets/BWStackingView.h"
 #include "widgets/ProvidedResources.h"
@@ -26,16 +27,6 @@ constexpr int kBankTitleTop = 29;
 constexpr int kBankTitleHeight = 14;
 constexpr float kBankFontHeight = 16.0F;
 constexpr int kDeleteItem = 1;
-
-/// On Windows inside the panel: a menu in a window of its own is shut at once where the host keeps the focus.
-juce::PopupMenu::Options menuPlaceIn(juce::Component& target) {
-  const auto options = juce::PopupMenu::Options().withTargetComponent(&target);
-#ifdef _WIN32
-  return options.withParentComponent(BWPopupSlotView::above(&target));
-#else
-  return options;
-#endif
-}
 
 struct BankRow {
   const char* bank;

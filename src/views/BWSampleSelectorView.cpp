@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "views/FinderMenus.h"
+#include "views/MenuPlace.h"
 #include "widgets/PanelColours.h"
 #include "widgets/ProvidedResources.h"
 
@@ -126,6 +128,33 @@ void BWSampleSelectorView::listRowSelected(BWSimpleListView& list, int row) {
   } else if (&list == sampleList.get()) {
     selector->selectSample(part, category, row);
   }
+}
+
+void BWSampleSelectorView::listRowClicked(BWSimpleListView& list, int row, const juce::MouseEvent& event) {
+  if (&list == sampleList.get() && row >= 0 && event.mods.isRightButtonDown()) {
+    openSimilar(row, menuPlaceIn(*this).withMousePosition());
+  }
+}
+
+bool BWSampleSelectorView::listKeyPressed(BWSimpleListView& list, int row, const juce::KeyPress& key) {
+  const bool isOurs = &list == sampleList.get() && finder != nullptr && key.getModifiers().isShiftDown() &&
+                      juce::CharacterFunctions::toLowerCase(key.getTextCharacter()) == 's';
+  if (isOurs && row >= 0) {
+    openSimilar(row, menuPlaceIn(list));
+  }
+  return isOurs;
+}
+
+void BWSampleSelectorView::openSimilar(int row, const juce::PopupMenu::Options& place) {
+  if (finder == nullptr) {
+    return;
+  }
+  const auto follow = [view = SafePointer<BWSampleSelectorView>(this)] {
+    if (view != nullptr) {
+      view->showCategory(view->selector->getCategoryIndex(view->part));
+    }
+  };
+  similarMenu({selector, finder}, part, category, row, follow).showMenuAsync(place);
 }
 
 void BWSampleSelectorView::resized() { layOut(); }

@@ -7,8 +7,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "viewmodels/ISampleFinder.h"
 #include "viewmodels/ISampleSelectorViewModel.h"
 #include "viewmodels/resources/IBramelFontProvider.h"
 #include "widgets/BWFlatToggleButton.h"
@@ -24,6 +26,8 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
  public:
   void setSelector(std::shared_ptr<ISampleSelectorViewModel> newSelector);
   void setFontProvider(std::shared_ptr<IBramelFontProvider> provider);
+  /// Lets the right mouse button on a sample, and Shift+S on the one that is marked, open the menu of similar ones.
+  void setFinder(std::shared_ptr<ISampleFinder> newFinder) { finder = std::move(newFinder); }
   /// Shows a part and its sample. Call it after both models are set.
   void setPart(std::uint64_t newPart);
   std::uint64_t shownPart() const { return part; }
@@ -33,6 +37,8 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
 
   void controlValueChanged(IBWControl& control) override;
   void listRowSelected(BWSimpleListView& list, int row) override;
+  void listRowClicked(BWSimpleListView& list, int row, const juce::MouseEvent& event) override;
+  bool listKeyPressed(BWSimpleListView& list, int row, const juce::KeyPress& key) override;
   void resized() override;
 
  private:
@@ -40,9 +46,11 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
   void buildTabs();
   std::shared_ptr<BWLabel> addLabel(const char* text);
   std::shared_ptr<BWSimpleListView> addList(const char* title);
+  void openSimilar(int row, const juce::PopupMenu::Options& place);
   void layOut();
 
   std::shared_ptr<ISampleSelectorViewModel> selector;
+  std::shared_ptr<ISampleFinder> finder;  ///< May be null.
   std::shared_ptr<IBramelFontProvider> fontProvider;
   std::shared_ptr<BWTabGradationView> header;
   std::shared_ptr<BWVirtualToggleGroup> tabs;

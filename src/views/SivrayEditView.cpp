@@ -8,6 +8,8 @@
 
 #include "viewmodels/texts/EditScreenEffects.h"
 #include "views/BWSampleSelectorView.h"
+#include "views/FinderMenus.h"
+#include "views/MenuPlace.h"
 #include "widgets/PropertyKeys.h"
 #include "widgets/Text.h"
 
@@ -106,6 +108,7 @@ void SivrayEditView::createProgramBar() {
                          .nextImage = image(kNextImage),
                          .font = font(kDisplayFace, kDisplayHeight),
                          .colour = juce::Colour(kDisplayColour)});
+  programBar().setMenu([this] { return varyMenu(editViewModel->getSampleFinder()); });
 }
 
 void SivrayEditView::createDisplays() {
@@ -117,6 +120,7 @@ void SivrayEditView::createDisplays() {
     display->setProperty(keys::kSample, makeBox<std::uint64_t>(pad));
     display->setListener(this);
     sampleDisplays.push_back(display);
+    rightClicks.push_back(std::make_unique<RightClick>(*display, [this, pad] { openSimilar(pad); }));
     padNumbers.push_back(addText(inColumn(kPadNumber, pad), kDisplayColour));
     padNumbers.back()->setDisplayFont(face);
     padNumbers.back()->setText(twoDigits(pad + 1));
@@ -237,6 +241,7 @@ void SivrayEditView::openSampleSelector(std::uint64_t part) {
   auto selector = std::make_shared<BWSampleSelectorView>();
   selector->setSelector(editViewModel->getSampleSelectorViewModel());
   selector->setFontProvider(editViewModel);
+  selector->setFinder(editViewModel->getSampleFinder());
   selector->setPart(part);
   auto newPopup = std::make_shared<BWPopupView>();
   newPopup->setAnchor(this);
@@ -244,6 +249,13 @@ void SivrayEditView::openSampleSelector(std::uint64_t part) {
   newPopup->setContent(std::move(selector));
   newPopup->setContentSize(kSampleSelectorSize.width, kSampleSelectorSize.height);
   showPopup(std::move(newPopup));
+}
+
+void SivrayEditView::openSimilar(std::uint64_t part) {
+  const auto selector = editViewModel->getSampleSelectorViewModel();
+  similarMenu({selector, editViewModel->getSampleFinder()}, part, selector->getCategoryIndex(part),
+              selector->getSampleIndex(part), {})
+      .showMenuAsync(menuPlaceIn(*sampleDisplays[static_cast<std::size_t>(part)]).withMousePosition());
 }
 
 Continuation SivrayEditView::continuation() const {

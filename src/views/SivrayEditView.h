@@ -16,6 +16,7 @@
 #include "views/IContinuedView.h"
 #include "views/PanelBuilder.h"
 #include "views/PanelTable.h"
+#include "views/RightClick.h"
 #include "widgets/BWToggleButton.h"
 #include "widgets/BWVirtualToggleGroup.h"
 #include "widgets/PanelText.h"
@@ -40,6 +41,8 @@ class SivrayEditView : public BWPluginEditView, public IContinuedView {
   /// Pages from 0; others are ignored.
   void selectPage(std::uint64_t page);
   void openSampleSelector(std::uint64_t part);
+  /// The menu of samples similar to the part's.
+  void openSimilar(std::uint64_t part);
   void openEffectList();
 
   Continuation continuation() const override;
@@ -68,6 +71,7 @@ class SivrayEditView : public BWPluginEditView, public IContinuedView {
   std::unique_ptr<juce::Component> padContainer;
   BWVirtualDrumPadGroup padGroup;
   std::vector<std::shared_ptr<BWToggleButton>> sampleDisplays;
+  std::vector<std::unique_ptr<RightClick>> rightClicks;
   std::vector<std::unique_ptr<PanelText>> padNumbers;
   std::vector<std::unique_ptr<PanelText>> sampleNames;
   std::shared_ptr<BWToggleButton> effectButton;

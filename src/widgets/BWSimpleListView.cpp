@@ -112,6 +112,9 @@ bool BWSimpleListView::keyPressed(const juce::KeyPress& key) {
   if (!juce::CharacterFunctions::isLetterOrDigit(letter)) {
     return false;
   }
+  if (listener != nullptr && listener->listKeyPressed(*this, selectedRow, key)) {
+    return true;
+  }
   const int row = typeAhead.find(letter, juce::Time::getMillisecondCounter(), selectedRow, getNumRows(),
                                  [this](int i) { return getNameForRow(i); });
   if (row >= 0) {

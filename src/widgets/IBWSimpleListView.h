@@ -21,6 +21,8 @@ class IBWSimpleListViewListener {
   virtual void listRowSelected(BWSimpleListView& list, int row) = 0;
   /// By any mouse button; the row is selected already.
   virtual void listRowClicked(BWSimpleListView& /*list*/, int /*row*/, const juce::MouseEvent& /*event*/) {}
+  /// A key that the list would search for, with the row that is selected, or -1. True if the listener has used it.
+  virtual bool listKeyPressed(BWSimpleListView& /*list*/, int /*row*/, const juce::KeyPress& /*key*/) { return false; }
 };
 
 class IBWSimpleListViewDataSource {

@@ -9,7 +9,9 @@
 
 #include "Scratch.h"
 #include "content/measure/References.h"
+#include "content/measure/Similar.h"
 #include "content/measure/Targets.h"
+#include "engine/samples/SivraySampleLibrary.h"
 
 namespace sivray::content {
 namespace {
@@ -126,6 +128,46 @@ TEST(Measure, DistanceGrowsWithTheDifference) {
   EXPECT_GT(shorter, 2.0F * again);
   EXPECT_GT(other, 2.0F * shorter);
   EXPECT_EQ(other, distance(maker.pictureOf(sine(200.0, 1.0)), one));
+}
+
+TEST(SimilarWaves, AreTheNearestByDistanceWithTheFarthestOfTheCategory) {
+  std::vector<Wave> waves;
+  for (const double hertz : {60.0, 62.0, 64.0, 66.0, 68.0, 70.0, 72.0, 74.0, 76.0, 78.0, 300.0}) {
+    waves.push_back(waveOf(sine(hertz, 0.5), 44100, 0.5));
+  }
+  waves.push_back(waveOf(noise(0.5, 1), 44100, 0.5));
+  waves.push_back(waveOf(noise(0.5, 2), 44100, 0.25));
+  waves[11].category = waves[12].category = 1;
+  std::vector<NumberedWave> numbered;
+  for (const Wave& wave : waves) {
+    numbered.push_back({static_cast<std::int32_t>(8 * numbered.size()), &wave});
+  }
+  const auto kins = similarWaves(numbered);
+  ASSERT_EQ(kins.size(), waves.size());
+  for (std::size_t i = 0; i < kins.size(); ++i) {
+    EXPECT_EQ(kins[i].wave, numbered[i].number);
+    EXPECT_EQ(kins[i].nearest.size(), 8U);
+  }
+  EXPECT_EQ(kins[0].nearest[0], 8 * 1);
+  EXPECT_EQ(kins[0].farthest, 8 * 10) << "of its category";
+  EXPECT_EQ(kins[11].nearest[0], 8 * 12) << "whatever the level";
+  EXPECT_EQ(kins[11].farthest, 8 * 12) << "the only other one";
+  EXPECT_NEAR(static_cast<double>(kins[11].loudness - kins[12].loudness), 6.0, 0.5);
+  EXPECT_TRUE(similarWaves(std::span(numbered).first(1))[0].nearest.empty());
+  EXPECT_EQ(similarWaves(std::span(numbered).first(1))[0].farthest, -1);
+}
+
+TEST(SimilarWaves, AreKnownOfAllWavesOfTheInstalledLibrary) {
+  tesh::vimo::SivraySampleLibrary library;
+  ASSERT_TRUE(library.load(SIVRAY_CONTENT_FOLDER "/Tesh/Bramel/Resource/SivrayPCM/drumparam_category.bin"));
+  for (std::int32_t place = 0; place < library.waveCount(); ++place) {
+    const auto* const kin = library.similarWaves().of(library.waveId(place));
+    ASSERT_NE(kin, nullptr) << "build the target 'content' of the release preset first";
+    EXPECT_EQ(kin->nearest.size(), 8U);
+    EXPECT_EQ(library.waveCategory(library.flatIndexOf(kin->farthest)), library.waveCategory(place));
+    EXPECT_GT(kin->loudness, -60.0F);
+    EXPECT_LT(kin->loudness, 0.0F);
+  }
 }
 
 TEST(Measure, NamesTellGroups) {

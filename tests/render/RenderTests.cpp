@@ -14,6 +14,7 @@
 #include <set>
 #include <thread>
 
+#include "engine/samples/SimilarWaves.h"
 #include "render/PresetFile.h"
 #include "render/RenderProgram.h"
 #include "render/SampleWords.h"
@@ -411,6 +412,37 @@ TEST_F(Render, PlaysDrumsThatHaveNoPadByANoteMap) {
   fs::remove(at("out.wav"));
   EXPECT_NE(failure({at("in.mid"), "-o", at("out.wav"), "--notes", "GM"}, kWrongUsage).find("General MIDI"),
             std::string::npos);
+}
+
+TEST_F(Render, VariesAKitBySeed) {
+  const Arguments varied{at("in.mid"), "-o", at("out.wav"), "--direct", "--vary", "1"};
+  EXPECT_NE(failure(varied).find("sivray-content similar"), std::string::npos) << "nothing is known of the waves";
+  std::vector<tesh::vimo::WaveKin> kins;
+  for (std::int32_t wave = 0; wave < 12; ++wave) {
+    kins.push_back({.wave = wave, .loudness = -20.0F, .nearest = {(wave + 1) % 12, (wave + 2) % 12}, .farthest = -1});
+  }
+  kins[3].loudness = -26.02F;
+  const fs::path library = folder.commonFiles() / "Tesh/Bramel/Resource/SivrayPCM";
+  const auto bytes = tesh::vimo::SimilarWaves::pack(kins, bytesOf(library / "drumparam_category.bin"));
+  std::ofstream(library / "similar.bin", std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  const Bytes own = play({"--direct"});
+  std::vector<Bytes> sounds;
+  for (const char* seed : {"1", "2", "3", "4294967295"}) {
+    const Bytes sound = play({"--direct", "--vary", seed});
+    EXPECT_TRUE(sound == play({"--vary", seed})) << "the same from the library";
+    EXPECT_FALSE(sound == own);
+    sounds.push_back(sound);
+  }
+  EXPECT_FALSE(sounds[0] == sounds[1] && sounds[1] == sounds[2] && sounds[2] == sounds[3]);
+  Arguments waves{"--direct"};
+  for (int pad = 1; pad <= 8; ++pad) {
+    waves.insert(waves.end(),
+                 {"--wave", std::to_string(pad) + "=wave5", "--set", "pad" + std::to_string(pad) + ".level=90"});
+  }
+  const Bytes plain = play(waves);
+  waves.insert(waves.end(), {"--vary", "1"});
+  EXPECT_TRUE(play(waves) == plain) << "what the command line sets comes last";
 }
 
 TEST_F(Render, LeavesNoFileAfterASignal) {

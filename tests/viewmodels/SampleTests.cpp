@@ -1,6 +1,8 @@
 // Samples of the parts, and the key states that follow them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModelScene.h"
+#include "engine/samples/SimilarWaves.h"
+#include "storage/paths/Paths.h"
 
 namespace models {
 namespace {
@@ -40,6 +42,95 @@ TEST_F(Samples, AreToldThoughNoBlockRuns) {
   instrument->setUICallback(editor);
   model->getSampleSelectorViewModel()->selectSample(4, 0, 1);
   EXPECT_EQ(std::count(editor->log.begin(), editor->log.end(), "changed 48"), 1);
+}
+
+/// Eleven waves, of which 0 and 9 are alike, and 1 is a quarter as loud as its only kin, wave 4.
+class Finder : public ViewModels {
+ protected:
+  Finder() {
+    using tesh::vimo::SimilarWaves;
+    const std::vector<tesh::vimo::WaveKin> kins{
+        {.wave = 0, .loudness = -20.0F, .nearest = {9, 1}, .farthest = 9},
+        {.wave = 9, .loudness = -20.0F, .nearest = {0}, .farthest = 0},
+        {.wave = 1, .loudness = -32.04F, .nearest = {4}, .farthest = 4},
+        {.wave = 4, .loudness = -20.0F, .nearest = {1}, .farthest = -1},
+    };
+    const auto bytes = SimilarWaves::pack(kins, readFile(folder.pathOf("drumparam_category.bin").string()));
+    folder.writeFile("similar.bin", std::string(bytes.begin(), bytes.end()));
+    finder = model->getSampleFinder();
+  }
+
+  void give(std::uint64_t part, int wave) { model->setParameterValue(12 * part, static_cast<float>(wave) / 10.0F); }
+  std::vector<std::string> names() const {
+    std::vector<std::string> result;
+    for (std::uint64_t part = 0; part < 8; ++part) {
+      result.push_back(model->getSampleName(part));
+    }
+    return result;
+  }
+
+  std::shared_ptr<ISampleFinder> finder;
+};
+
+TEST_F(Finder, NamesSimilarSamplesAndTheMostDifferentOne) {
+  const auto similar = finder->similarTo(9, 0);  // Wave 0.
+  ASSERT_EQ(similar.size(), 2U);
+  EXPECT_EQ(similar[0].name, "wave9");
+  EXPECT_EQ(similar[0].category, 9);
+  EXPECT_EQ(similar[0].index, 1);
+  EXPECT_EQ(finder->somethingElse(9, 0)->name, "wave9");
+  EXPECT_FALSE(finder->somethingElse(0, 1)) << "wave 4 is alone";
+  EXPECT_TRUE(finder->similarTo(1, 0).empty()) << "nothing is known of wave 2";
+  EXPECT_TRUE(finder->similarTo(2, 0).empty()) << "there is no such sample";
+}
+
+TEST_F(Finder, GoesBackThroughAPartsChoicesUnlessSomethingElseHasChangedIt) {
+  const auto samples = model->getSampleSelectorViewModel();
+  give(3, 2);
+  EXPECT_FALSE(finder->previousOf(3)) << "no choice";
+  samples->selectSample(3, 0, 0);
+  samples->selectSample(3, 0, 1);
+  samples->selectSample(3, 0, 1);
+  EXPECT_EQ(finder->previousOf(3)->name, "wave1");
+  EXPECT_FALSE(finder->previousOf(2)) << "another part's";
+  EXPECT_FALSE(finder->previousOf(8));
+  finder->goBack(3);
+  EXPECT_EQ(model->getSampleName(3), "wave1");
+  finder->goBack(3);
+  EXPECT_EQ(model->getSampleName(3), "wave2");
+  finder->goBack(3);
+  EXPECT_EQ(model->getSampleName(3), "wave2");
+  samples->selectSample(3, 0, 0);
+  give(3, 7);
+  EXPECT_FALSE(finder->previousOf(3)) << "a kit, or the host";
+}
+
+TEST_F(Finder, VariesAKitAsLoudAsBeforeByOneEditOfEachParameterAndTakesItBack) {
+  for (std::uint64_t part = 0; part < 8; ++part) {
+    give(part, 2);
+    model->setParameterValue(12 * part + 1, 0.5F);
+  }
+  EXPECT_FALSE(finder->canVary()) << "nothing is known of wave 2";
+  give(0, 1);
+  give(4, 9);
+  const auto before = names();
+  takeHostLog();
+  ASSERT_TRUE(finder->canVary());
+  EXPECT_FALSE(finder->canUndoVary());
+  finder->vary(7);
+  EXPECT_EQ(takeHostLog(), (Log{"begin 0", "automate 0", "end 0", "begin 1", "automate 1", "end 1", "begin 48",
+                                "automate 48", "end 48"}));
+  EXPECT_EQ(names(),
+            (std::vector<std::string>{"wave4", "wave2", "wave2", "wave2", "wave0", "wave2", "wave2", "wave2"}));
+  EXPECT_FLOAT_EQ(model->getParameterValue(1), 32.0F / 127.0F) << "a quarter of the gain is half of the level, 64";
+  EXPECT_TRUE(finder->canUndoVary());
+  finder->undoVary();
+  EXPECT_EQ(names(), before);
+  EXPECT_FLOAT_EQ(model->getParameterValue(1), 64.0F / 127.0F);
+  EXPECT_FALSE(finder->canUndoVary());
+  finder->vary(7);
+  model->selectNextProgram();
+  EXPECT_FALSE(finder->canUndoVary()) << "another kit's";
 }
 
 TEST_F(Samples, IgnoreWhatDoesNotExist) {

@@ -1,7 +1,10 @@
 // The sample browser in a hand, and pop-ups in general: what a click reaches, and what is painted.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/samples/SimilarWaves.h"
+#include "storage/paths/Paths.h"
 #include "support/Screen.h"
 #include "views/BWSampleSelectorView.h"
+#include "views/FinderMenus.h"
 #include "views/PanelScene.h"
 #include "widgets/BWSimpleListView.h"
 
@@ -84,6 +87,44 @@ struct FewCategories : ISampleSelectorViewModel {
   std::string getSampleName(std::int64_t, std::int64_t) const override { return "Boom"; }
   std::int64_t count;
 };
+
+TEST_F(Browser, FindsSimilarSamplesByAMenu) {
+  const std::vector<tesh::vimo::WaveKin> kins{{.wave = 2, .nearest = {6, 11}, .farthest = 11},
+                                              {.wave = 6, .nearest = {2}, .farthest = 11}};
+  const auto bytes = tesh::vimo::SimilarWaves::pack(kins, readFile(folder.pathOf("drumparam_category.bin").string()));
+  folder.writeFile("similar.bin", std::string(bytes.begin(), bytes.end()));
+  const auto model = std::dynamic_pointer_cast<plugin::sivray::ISivrayEditViewModel>(owner);
+  const FinderModels models{model->getSampleSelectorViewModel(), model->getSampleFinder()};
+  models.selector->selectSample(3, 1, 1);
+  int calls = 0;
+  const auto itemsOf = [&](const juce::PopupMenu& menu) {
+    std::vector<std::string> texts;
+    for (juce::PopupMenu::MenuItemIterator item(menu); item.next();) {
+      texts.push_back(item.getItem().text.toStdString() + (item.getItem().isEnabled ? "" : " -"));
+    }
+    return texts;
+  };
+  const auto choose = [&](const char* text) {
+    const juce::PopupMenu menu = similarMenu(models, 3, 1, 0, [&] { ++calls; });
+    for (juce::PopupMenu::MenuItemIterator item(menu); item.next();) {
+      if (item.getItem().text == text) {
+        item.getItem().action();
+      }
+    }
+    return sampleOf(3);
+  };
+  EXPECT_EQ(itemsOf(similarMenu(models, 3, 1, 0, {})),
+            (std::vector<std::string>{"Similar", "wave6", "snare0", "", "Something else", "Back"}));
+  EXPECT_EQ(choose("snare0"), "snare0");
+  EXPECT_EQ(choose("wave6"), "wave6");
+  EXPECT_EQ(choose("Something else"), "snare0");
+  EXPECT_EQ(choose("Back"), "wave6");
+  EXPECT_EQ(calls, 4);
+  EXPECT_EQ(itemsOf(similarMenu(models, 0, 0, 0, {})),
+            (std::vector<std::string>{"Similar", "", "Something else -", "Back -"}))
+      << "nothing is known of wave 1";
+  EXPECT_EQ(itemsOf(varyMenu(models.finder)), (std::vector<std::string>{"Vary", "Back -"}));
+}
 
 TEST_F(Browser, NeedsNoCategoriesIfThereIsOne) {
   for (const std::int64_t categories : {1, 2}) {

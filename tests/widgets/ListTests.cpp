@@ -164,6 +164,25 @@ TEST_F(SimpleList, LeavesLettersWithAModifierOtherThanShiftToOthers) {
   EXPECT_EQ(list.getSelectedRow(), 1);
 }
 
+TEST_F(SimpleList, AsksItsListenerBeforeItSearchesForALetter) {
+  struct Taker final : IBWSimpleListViewListener {
+    void listRowSelected(BWSimpleListView&, int) override {}
+    bool listKeyPressed(BWSimpleListView&, int row, const juce::KeyPress& key) override {
+      takenAt = row;
+      return key.getTextCharacter() == 'D';
+    }
+    int takenAt = -2;
+  } taker;
+  list.setListener(&taker);
+  list.selectRow(2);
+  EXPECT_TRUE(list.keyPressed(juce::KeyPress('d', juce::ModifierKeys(juce::ModifierKeys::shiftModifier), 'D')));
+  EXPECT_EQ(list.getSelectedRow(), 2);
+  EXPECT_EQ(taker.takenAt, 2);
+  EXPECT_TRUE(list.keyPressed(juce::KeyPress('d', juce::ModifierKeys(), 'd')));
+  EXPECT_EQ(list.getSelectedRow(), 4);
+  list.setListener(nullptr);
+}
+
 TEST_F(SimpleList, TypedLettersSelectAndTell) {
   EXPECT_TRUE(list.keyPressed(juce::KeyPress('d', juce::ModifierKeys(), 'd')));
   EXPECT_THAT(log.lines, ElementsAre("selected 4"));

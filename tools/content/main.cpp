@@ -66,6 +66,8 @@ int main(int argc, char* argv[]) {
                       onFactory(runBalance)});
   program.addCommand(
       {"measure", kMeasureUsage, "Measures the factory's waves, beside recorded drums", "", onFactory(runMeasure)});
+  program.addCommand({"similar", kSimilarUsage, "Finds out which waves of a sample library sound alike, for the panel",
+                      "", speaking(runSimilar)});
   program.addCommand(
       {"pack", kPackUsage, "Packs a folder of sound files into a sample library with kits",
        "WAV, AIFF, FLAC, OGG and what else libsndfile reads; the names of files and folders tell what they are.",

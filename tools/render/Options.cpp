@@ -22,6 +22,7 @@ constexpr double kLongestTail = 3600.0;
 constexpr double kLongestScore = 86400.0;
 constexpr double kLowestRate = 1000.0;
 constexpr double kHighestRate = 768000.0;
+constexpr double kMostSeed = 4294967295.0;
 constexpr double kLongestSoak = 1000.0;
 constexpr double kLeastScale = 0.5;
 constexpr double kGreatestScale = 4.0;
@@ -131,6 +132,8 @@ const std::map<std::string, ValueAction>& valueOptions() {
        }},
       {"--notes", setNotes},
       {"--program", textOption(&Options::program)},
+      {"--vary",
+       [](Options& o, Text n, Text v) { o.varySeed = static_cast<std::uint32_t>(numberIn(n, v, 0, kMostSeed)); }},
       {"--macro", moveOption(AssignmentTarget::macro)},
       {"--param", moveOption(AssignmentTarget::hostParameter)},
       {"--set", moveOption(AssignmentTarget::engineParameter)},
@@ -223,6 +226,10 @@ std::string helpText() {
          "  --notes NAME          which notes play the pads: \"Sivray\" (36 to 43, unless given), \"All drums\" or\n"
          "                        \"General MIDI\"\n"
          "  --program N|NAME      the program to play; see --list-programs\n"
+         "  --vary SEED           gives each pad one of the eight waves nearest to its own, as loud as before; the "
+         "same "
+         "number\n"
+         "                        gives the same kit\n"
          "  --list-programs       prints number, name and style of all programs\n"
          "  --list-effects        prints number, long and short name of all effects, and what their edit values are\n"
          "  --list-waves          prints number, name and category of all waves\n"

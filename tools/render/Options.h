@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,6 +35,7 @@ struct Options {
   std::optional<double> rate;  ///< The host's rate in Hz; 44100 unless given.
   std::optional<std::string> libraryPath;
   std::optional<std::string> program;
+  std::optional<std::uint32_t> varySeed;  ///< Gives each pad a wave similar to its own.
   std::optional<std::string> statePath;
   std::optional<std::string> saveStatePath;
   std::optional<std::string> kitFolder;  ///< Where to write the factory kits as preset files, instead of playing.

@@ -8,7 +8,6 @@
 
 #include "RenderError.h"
 #include "engine/SivrayPlugin.h"
-#include "engine/samples/SivraySampleLibrary.h"
 #include "host/shell/Construction.h"
 #include "host/shell/MissingSounds.h"
 #include "storage/paths/Paths.h"
@@ -75,7 +74,8 @@ std::optional<float> placeIn(const tesh::vimo::MacroSetBase& set, const EnginePa
 
 PluginModel::PluginModel()
     : processor(std::string(tesh::bramel::vst::kInstrumentName), makeSilentEngine()),
-      engineNames(processor.generator(), readLibrary()) {}
+      sampleLibrary(readLibrary()),
+      engineNames(processor.generator(), sampleLibrary) {}
 
 bool PluginModel::takeIn(std::span<const std::uint8_t> state) {
   const auto record = tesh::bramel::vst::unpackState(state);
@@ -190,6 +190,17 @@ std::optional<std::size_t> PluginModel::macroOn(const EngineParameter& parameter
     }
   }
   return std::nullopt;
+}
+
+std::optional<std::int32_t> PluginModel::integerOf(const EngineParameter& parameter) const {
+  const auto macro = macroOn(parameter);
+  if (!macro) {
+    return std::nullopt;
+  }
+  const float value = processor.controller().macroValue(*macro);
+  const auto& sets = processor.controller().macroAt(*macro)->sets();
+  const auto set = std::ranges::find_if(sets, [&](const auto& one) { return one->targetId() == parameter.id; });
+  return engineInteger(parameter, (*set)->map(value));
 }
 
 void PluginModel::setMacro(std::size_t macro, float value) {

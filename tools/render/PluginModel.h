@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "EngineNames.h"
+#include "engine/samples/SivraySampleLibrary.h"
 #include "macro/PluginMacroControllable.h"
 
 namespace sivray::render {
@@ -40,6 +41,10 @@ class PluginModel {
   std::vector<std::uint8_t> state() const;
 
   const EngineNames& names() const { return engineNames; }
+  const tesh::vimo::SampleLibrary& library() const { return sampleLibrary; }
+
+  /// Returns the integer that the macros give an engine parameter; nothing if no macro moves it.
+  std::optional<std::int32_t> integerOf(const EngineParameter& parameter) const;
 
   /// Sets which macros hosts see, by host index; names are matched in order.
   void setHostNames(const std::vector<std::string>& hostNames);
@@ -84,6 +89,7 @@ class PluginModel {
   std::pair<tesh::vimo::Bank, std::uint64_t> placeOf(const std::string& text) const;
 
   mutable Processor processor;
+  tesh::vimo::SivraySampleLibrary sampleLibrary;
   EngineNames engineNames;
   std::vector<std::uint8_t> miscSection;
   std::vector<std::uint8_t> engineSection;

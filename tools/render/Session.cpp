@@ -12,10 +12,12 @@
 #include "PresetFile.h"
 #include "RenderError.h"
 #include "core/EngineRate.h"
+#include "engine/samples/SimilarWaves.h"
 #include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
 #include "storage/state/EditBufferRecord.h"
 #include "storage/state/StateContent.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
 namespace {
@@ -95,6 +97,9 @@ void Session::prepare(const MidiScore& score) {
     asCommandLine([this] { programName = plugin.selectProgram(*options.program); });
   }
   takeScoreMoves(score.moves);
+  if (options.varySeed) {
+    vary(*options.varySeed);
+  }
   asCommandLine([this] {
     for (const Assignment& assignment : options.assignments) {
       assign(assignment);
@@ -138,6 +143,26 @@ void Session::selectAt(const ScoreMove& move) {
     const int hostIndex = plugin.hostIndexOf(macro);
     if (hostIndex >= 0 || target->reachesEngine()) {
       moves.push_back({move.seconds, MoveTarget::macro, static_cast<std::uint32_t>(macro), values[macro], hostIndex});
+    }
+  }
+}
+
+void Session::vary(std::uint32_t seed) {
+  const auto parameterOf = [this](std::size_t pad, const char* name) -> const EngineParameter& {
+    return plugin.names().parameter("pad" + std::to_string(pad + 1) + "." + name);
+  };
+  std::vector<tesh::vimo::PadSound> pads(tesh::bramel::panel::kPads);
+  for (std::size_t pad = 0; pad < pads.size(); ++pad) {
+    pads[pad] = {.wave = plugin.integerOf(parameterOf(pad, "wave")).value_or(0),
+                 .level = plugin.integerOf(parameterOf(pad, "level")).value_or(0)};
+  }
+  const auto varied = tesh::vimo::varied(plugin.library().similarWaves(), pads, seed);
+  if (varied == pads) {
+    throw RenderError("--vary finds no similar waves: 'sivray-content similar' finds them out, beside the library");
+  }
+  for (std::size_t pad = 0; pad < pads.size(); ++pad) {
+    for (const auto& [name, value] : {std::pair{"wave", varied[pad].wave}, {"level", varied[pad].level}}) {
+      assign({AssignmentTarget::engineParameter, parameterOf(pad, name).name, std::to_string(value)});
     }
   }
 }

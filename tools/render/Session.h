@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,6 +47,7 @@ class Session {
   void loadState(const std::string& path);
   void takeScoreMoves(const std::vector<ScoreMove>& scoreMoves);
   void selectAt(const ScoreMove& move);
+  void vary(std::uint32_t seed);
   void assign(const Assignment& assignment);
   void assignMacro(const Assignment& assignment, std::size_t macro, float value);
   void assignEngine(const Assignment& assignment);

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "engine/samples/SimilarWaves.h"
+
 namespace tesh::vimo {
 
 /// A flat index is a position in the list of all waves, sorted by category; an id is the engine's wave number.
@@ -34,8 +36,15 @@ class SampleLibrary {
   virtual std::int32_t waveId(std::int32_t flatIndex) const = 0;
   /// The first flat index with this id; for a free number the entry whose sound it plays; 0 if there is none.
   virtual std::int32_t flatIndexOf(std::int32_t id) const = 0;
+  /// Which of its waves sound alike, as far as that was measured.
+  virtual const SimilarWaves& similarWaves() const;
   /// Empty if the library does not name its categories.
   virtual std::string categoryName(std::int32_t) const { return {}; }
 };
+
+inline const SimilarWaves& SampleLibrary::similarWaves() const {
+  static const SimilarWaves kNone;
+  return kNone;
+}
 
 }  // namespace tesh::vimo

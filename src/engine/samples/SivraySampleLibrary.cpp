@@ -35,7 +35,22 @@ std::int32_t distanceIn(std::span<const std::uint32_t> words) {
 }  // namespace
 
 bool SivraySampleLibrary::load(const std::string& path) {
-  return bramel::fileExists(path) && loadFrom(bramel::readFile(path));
+  if (!bramel::fileExists(path) || !loadFrom(bramel::readFile(path))) {
+    return false;
+  }
+  indexPath = path;
+  similar.reset();
+  return true;
+}
+
+const SimilarWaves& SivraySampleLibrary::similarWaves() const {
+  if (!similar) {
+    similar.emplace();
+    const std::size_t end = indexPath.find_last_of("/\\");
+    const std::string folder = end == std::string::npos ? std::string() : indexPath.substr(0, end + 1);
+    similar->loadFrom(bramel::readFile(folder + std::string(SimilarWaves::kFileName)), bramel::readFile(indexPath));
+  }
+  return *similar;
 }
 
 bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@ class SivraySampleLibrary final : public SampleLibrary {
  public:
   static constexpr std::size_t kMaxCategories = 16;
 
+  /// What is known of similar waves is read from the same folder when it is first asked for.
   bool load(const std::string& path) override;
 
   /// Reads the records of an index file from memory. Lists no record whose category is not 1 to 16; the records after
@@ -35,6 +37,7 @@ class SivraySampleLibrary final : public SampleLibrary {
   std::int32_t waveCategory(std::int32_t flatIndex) const override;
   std::int32_t waveId(std::int32_t flatIndex) const override;
   std::int32_t flatIndexOf(std::int32_t id) const override;
+  const SimilarWaves& similarWaves() const override;
 
  private:
   struct Entry {
@@ -53,6 +56,8 @@ class SivraySampleLibrary final : public SampleLibrary {
   const Number* numberAt(std::int32_t id) const;
   void numberEntries(const std::vector<std::string>& namesOfFree);
 
+  std::string indexPath;  ///< Of the last `load`; empty before it.
+  mutable std::optional<SimilarWaves> similar;
   std::vector<Entry> entries;
   std::vector<Number> numbers;  ///< By id.
   std::int32_t distance = 1;

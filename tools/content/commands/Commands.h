@@ -44,6 +44,9 @@ void runConvert(const juce::ArgumentList& list);
 inline constexpr const char* kRefreshUsage = "refresh";
 void runRefresh(const juce::ArgumentList& list);
 
+inline constexpr const char* kSimilarUsage = "similar DIR";
+void runSimilar(const juce::ArgumentList& list);
+
 inline constexpr const char* kMeasureUsage =
     "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER [--small]] "
     "[--targets] | "

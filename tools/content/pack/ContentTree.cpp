@@ -15,6 +15,7 @@
 #include "content/levels/Balance.h"
 #include "content/library/LibraryReader.h"
 #include "content/library/LibraryWriter.h"
+#include "content/measure/Similar.h"
 #include "content/pack/KitMaker.h"
 #include "storage/paths/Paths.h"
 
@@ -82,6 +83,7 @@ void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew
              fs::copy_options::recursive | fs::copy_options::overwrite_existing, error);
   }
   writeLibrary(resources + kWaves, tree.waves);
+  writeSimilar(resources + kWaves, tree.waves);
   writeMacros(macros, tree);
   // The meter plays what is installed.
   ::setenv("BRAMEL_COMMON_FILES", target.c_str(), 1);

@@ -1,0 +1,30 @@
+// The menus of the right mouse button that find sounds by ear: samples similar to one, and variations of a kit.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "viewmodels/ISampleFinder.h"
+#include "viewmodels/ISampleSelectorViewModel.h"
+
+namespace tesh::bramel {
+
+/// What a menu works on. The menus keep it until they close.
+struct FinderModels {
+  std::shared_ptr<ISampleSelectorViewModel> selector;
+  std::shared_ptr<ISampleFinder> finder;
+};
+
+/// The samples similar to one, the nearest first, "Something else" and "Back". An item gives its sample to the part and
+/// then calls `chosen`, which may be empty.
+juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std::int64_t category, std::int64_t index,
+                            std::function<void()> chosen);
+
+/// "Vary" and "Back".
+juce::PopupMenu varyMenu(const std::shared_ptr<ISampleFinder>& finder);
+
+}  // namespace tesh::bramel
