@@ -8,12 +8,6 @@
 #include "platform/Files.h"
 
 namespace tesh::vimo {
-namespace {
-
-constexpr std::uint8_t kLastMappableController = 126;
-
-}  // namespace
-
 MacroControllerBase::MacroControllerBase() {
   // Program changes copy texts on the audio thread, which must not allocate.
   selectedName.reserve(ProgramRecord::kTextBytes);
@@ -66,7 +60,9 @@ void MacroControllerBase::loadCcMap(const std::string& path) {
   }
 }
 
-void MacroControllerBase::readCcMap(std::span<const std::uint8_t> text) {
+void MacroControllerBase::readCcMap(std::span<const std::uint8_t> text) { ccMap = ccMapIn(text); }
+
+std::map<std::uint8_t, std::uint64_t> MacroControllerBase::ccMapIn(std::span<const std::uint8_t> text) {
   const picojson::value file = parseJson(text);
   const picojson::value& controllers = memberOf(file, "cc_map");
   std::map<std::uint8_t, std::uint64_t> map;
@@ -78,7 +74,7 @@ void MacroControllerBase::readCcMap(std::span<const std::uint8_t> text) {
   if (const auto macro = roundedNumber(memberOf(file, "pitch_bend"))) {
     map[kPitchBendKey] = static_cast<std::uint64_t>(*macro);
   }
-  ccMap.swap(map);
+  return map;
 }
 
 }  // namespace tesh::vimo

@@ -21,6 +21,7 @@ namespace tesh::vimo {
 class MacroControllerBase : public MacroList, public MacroParameterControlListener {
  public:
   static constexpr std::uint8_t kPitchBendKey = cofu::core::kMidiPitchBend;
+  static constexpr std::uint8_t kLastMappableController = 126;
 
   MacroControllerBase();
 
@@ -49,6 +50,8 @@ class MacroControllerBase : public MacroList, public MacroParameterControlListen
   /// not a JSON object with an object "cc_map"; the map then stays as it was.
   void loadCcMap(const std::string& path);
   void readCcMap(std::span<const std::uint8_t> text);
+  /// The map in a file's text. Throws as `loadCcMap`.
+  static std::map<std::uint8_t, std::uint64_t> ccMapIn(std::span<const std::uint8_t> text);
 
   bool isHidden(std::uint64_t macro) const;
 

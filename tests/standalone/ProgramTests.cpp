@@ -267,6 +267,31 @@ TEST_F(ProgramTest, LearnsWhichDrumPlaysAPadAndRemembersIt) {
   EXPECT_TRUE(comesTrue([this] { return !isLit(); }));
 }
 
+TEST_F(ProgramTest, LearnsWhichControllerMovesAKnobForAllInstances) {
+  const auto move = [this](int controller, int value) {
+    midi.players["1"]->handleIncomingMidiMessage(nullptr, juce::MidiMessage::controllerEvent(1, controller, value));
+  };
+  const auto isAt = [this](float value) { return std::abs(level().getValue() - value) < 0.01F; };
+  move(7, 64);
+  move(74, 20);
+  run();
+  const float before = level().getValue();
+  Hand(openSetup()).click(650, kFirstSetupRow + 7 * 28);
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Touch a knob"); })) << strip();
+  level().beginChangeGesture();
+  level().endChangeGesture();
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Now move the controller of P1 Level."); })) << strip();
+  EXPECT_FLOAT_EQ(level().getValue(), before) << "what came before the lesson counts for nothing";
+  move(74, 20);
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Controller 74 moves P1 Level."); })) << strip();
+  move(74, 127);
+  EXPECT_TRUE(comesTrue([&] { return isAt(1.0F); }));
+  button("Sound and MIDI").click();
+  restart();
+  move(74, 0);
+  EXPECT_TRUE(comesTrue([&] { return isAt(0.0F); })) << "an instance that is made later reads it too";
+}
+
 TEST_F(ProgramTest, ASampleSoundsWhenItIsChosenUnlessTheUserOrTheDemoForbids) {
   const auto choose = [this](int row) {
     button("Sample of pad 1").click();

@@ -89,7 +89,8 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
                               bool isOn) { wishes.push_back((isOn ? "on " : "off ") + name.toStdString()); },
                   .testTone = [&] { wishes.emplace_back("tone"); },
                   .notes = [&](int row) { wishes.push_back("notes " + std::to_string(row)); },
-                  .hearsChoices = [&](bool hears) { wishes.emplace_back(hears ? "sound" : "silence"); }});
+                  .hearsChoices = [&](bool hears) { wishes.emplace_back(hears ? "sound" : "silence"); },
+                  .controllers = [&] { wishes.emplace_back("controllers"); }});
   shown = &view;
   view.setSize(SetupView::kWidth, SetupView::kHeight);
   const auto click = [&](int x, int y) {
@@ -119,6 +120,7 @@ TEST_F(ViewTest, TheSetupAsksForTheRowThatIsClickedAndShowsWhatIsOpen) {
   EXPECT_THAT(click(650, kFirstSetupRow + 56), ElementsAre("notes 2"));
   EXPECT_THAT(click(650, kFirstSetupRow + 56), ElementsAre("notes 2")) << "to learn again";
   EXPECT_THAT(click(650, kFirstSetupRow + 5 * 28), ElementsAre("silence"));
+  EXPECT_THAT(click(650, kFirstSetupRow + 7 * 28), ElementsAre("controllers"));
 }
 
 }  // namespace

@@ -98,6 +98,10 @@ int main(int argc, char* argv[]) {
   program.addCommand({"kits", kKitsUsage, "Lists the copies of your own kits, and brings one back",
                       "The plug-in keeps the last ten, from before each Delete, Import, and Save over a kit.",
                       speaking(runKits)});
+  program.addCommand({"controllers", kControllersUsage, "Shows which MIDI controllers move what, and changes it",
+                      "CC is 0 to 126 or bend, MACRO a number or a name. A change makes a map of your own, which takes "
+                      "the factory's place; --reset removes it.",
+                      speaking(runControllers)});
   program.addCommand({"inspect", kInspectUsage,
                       "Shows what is in a file of the drum module, and where a broken one breaks", "",
                       speaking(runInspect)});

@@ -156,6 +156,13 @@ bool BramelInstrument::isSynth() const {
 
 BramelInstrument::Processor* BramelInstrument::processorHandle() const { return impl->core.processor.get(); }
 
+void BramelInstrument::setControllers(std::map<std::uint8_t, std::uint64_t> ids) {
+  const MainLock lock(impl->core.mainMutex);
+  if (impl->core.processor != nullptr) {
+    impl->core.processor->controller().ccMap.swap(ids);  // The old one is freed after the lock.
+  }
+}
+
 // Keys and properties.
 
 std::uint32_t BramelInstrument::keyState(int note) const { return impl->keys.state(note); }

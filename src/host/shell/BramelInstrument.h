@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -119,6 +120,10 @@ class BramelInstrument : public BramelInstrumentBase {
   bool isSynth() const;
   /// Returns null without a processor.
   Processor* processorHandle() const;
+
+  /// Lets MIDI controllers move other parameters from now on: ids by controller, as MacroControllerBase::ccMap has
+  /// them.
+  void setControllers(std::map<std::uint8_t, std::uint64_t> ids);
 
   // Keys and properties. Key states have a lock of their own and never wait for a block.
 

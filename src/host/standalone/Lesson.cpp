@@ -1,6 +1,8 @@
-// Pairs what is struck on the panel with what then comes from a MIDI input.
+// Pairs what is touched on the panel with what then comes from a MIDI input.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Lesson.h"
+
+#include <utility>
 
 #include "viewmodels/texts/PanelMacros.h"
 
@@ -14,15 +16,25 @@ juce::String padName(int note) { return "pad " + juce::String(note - panel::kFir
 
 }  // namespace
 
-void Lesson::start() {
+Lesson::Lesson(Playback& newPlayback, juce::AudioProcessor& newProcessor, Pupil newPupil)
+    : playback(newPlayback), processor(newProcessor), pupil(std::move(newPupil)) {
+  processor.addListener(this);
+}
+
+Lesson::~Lesson() { processor.removeListener(this); }
+
+void Lesson::start(Subject newSubject) {
+  subject = newSubject;
   touched = -1;
   playback.takeHeard();
   startTimer(kPlayedMilliseconds);
-  say("Strike a pad of the panel, then its drum.");
+  say(subject == Subject::notes ? "Strike a pad of the panel, then its drum."
+                                : "Touch a knob, then move its controller.");
 }
 
 void Lesson::stop() {
   stopTimer();
+  subject = Subject::none;
   line.clear();
   pupil.changed();
 }
@@ -34,14 +46,43 @@ void Lesson::say(const juce::String& newLine) {
 
 void Lesson::look() {
   const Playback::Heard heard = playback.takeHeard();
-  if (heard.panelNote >= 0) {
-    touched = heard.panelNote;
-    say("Now strike the drum of " + padName(touched) + ".");
+  if (subject == Subject::notes) {
+    takePad(heard.panelNote);
+    takeDrum(heard.inputNote);
+  } else if (subject == Subject::controllers) {
+    takeController(heard.inputController);
   }
-  if (heard.inputNote >= 0 && touched >= 0) {
+}
+
+void Lesson::takePad(int note) {
+  if (note >= 0) {
+    touched = note;
+    say("Now strike the drum of " + padName(note) + ".");
+  }
+}
+
+void Lesson::takeDrum(int note) {
+  if (note >= 0 && touched >= 0) {
     const int pad = std::exchange(touched, -1);
-    pupil.note(heard.inputNote, pad);
-    say("Note " + juce::String(heard.inputNote) + " plays " + padName(pad) + ". The next pad?");
+    pupil.note(note, pad);
+    say("Note " + juce::String(note) + " plays " + padName(pad) + ". The next pad?");
+  }
+}
+
+void Lesson::takeController(int controller) {
+  if (controller < 0 || touched < 0) {
+    return;
+  }
+  const int parameter = std::exchange(touched, -1);
+  const juce::String name = processor.getParameters()[parameter]->getName(64);
+  const juce::String pair = "Controller " + juce::String(controller) + " moves " + name;
+  say(pupil.controller(controller, parameter) ? pair + ". The next knob?" : pair + " until the end: not saved.");
+}
+
+void Lesson::audioProcessorParameterChangeGestureBegin(juce::AudioProcessor*, int parameter) {
+  if (subject == Subject::controllers) {
+    touched = parameter;
+    say("Now move the controller of " + processor.getParameters()[parameter]->getName(64) + ".");
   }
 }
 

@@ -64,7 +64,9 @@ void Playback::setNoteMap(const cofu::core::NoteMap& map) {
 }
 
 Playback::Heard Playback::takeHeard() {
-  return {.panelNote = panelNote.exchange(-1), .inputNote = inputNote.exchange(-1)};
+  return {.panelNote = panelNote.exchange(-1),
+          .inputNote = inputNote.exchange(-1),
+          .inputController = inputController.exchange(-1)};
 }
 
 void Playback::playTestTone() { isToneWanted = true; }
@@ -91,6 +93,8 @@ void Playback::handleIncomingMidiMessage(juce::MidiInput* /*source*/, const juce
   constexpr int kShortMessage = 3;
   if (message.isNoteOn()) {
     inputNote = message.getNoteNumber();
+  } else if (message.isController()) {
+    inputController = message.getControllerNumber();
   }
   if (sampleRate <= 0.0) {
     return;

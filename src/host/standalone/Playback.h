@@ -38,6 +38,7 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   struct Heard {
     int panelNote = -1;  ///< Struck on the panel or by `playNote`.
     int inputNote = -1;  ///< From a MIDI input, as the device sent it.
+    int inputController = -1;
   };
   /// Any thread.
   Heard takeHeard();
@@ -74,6 +75,7 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   cofu::core::NoteTranslator translator;
   std::atomic<int> panelNote = -1;
   std::atomic<int> inputNote = -1;
+  std::atomic<int> inputController = -1;
   juce::MidiMessageCollector collector;
   juce::MidiBuffer live;    ///< Of the device's whole block.
   juce::MidiBuffer events;  ///< Of the part that is rendered.

@@ -118,15 +118,16 @@ SetupView::SetupView(SoundDevice& sound, const MidiInputs& midi, const NoteMaps&
       blocks(std::make_unique<Column>("Block", fonts, *this)),
       inputs(std::make_unique<Column>("MIDI inputs", fonts, *this)),
       notes(std::make_unique<Column>("Notes", fonts, *this)),
-      choices(std::make_unique<Column>("Samples", fonts, *this)) {
+      choices(std::make_unique<Column>("Samples", fonts, *this)),
+      controllers(std::make_unique<Column>("Controllers", fonts, *this)) {
   title.setFont(fontNamed(fonts, kListFace, kTitleHeight));
   title.setColour(juce::Colours::white);
   title.setText("Sound and MIDI");
   state.setFont(fontNamed(fonts, kListFace, kButtonFontHeight));
   state.setColour(juce::Colour(colours::kListLabel));
-  for (juce::Component* const part :
-       std::initializer_list<juce::Component*>{&header, &title, &state, testButton.get(), outputs.get(), rates.get(),
-                                               blocks.get(), inputs.get(), notes.get(), choices.get()}) {
+  for (juce::Component* const part : std::initializer_list<juce::Component*>{
+           &header, &title, &state, testButton.get(), outputs.get(), rates.get(), blocks.get(), inputs.get(),
+           notes.get(), choices.get(), controllers.get()}) {
     addAndMakeVisible(*part);
   }
   refresh();
@@ -166,6 +167,7 @@ void SetupView::refreshLists() {
   inputs->showSwitches(std::move(inputNames), std::move(areOpen));
   notes->show(NoteMaps::names(), noteMaps.chosenRow());
   choices->showSwitches({"Sound when chosen"}, {settings.hearsChoices()});
+  controllers->show({"Learn"}, -1);
   juce::String text = soundDevice.describe();
   if (soundDevice.isOpen() && soundDevice.problem().isNotEmpty()) {
     text << ".  Not opened: " << soundDevice.problem();
@@ -212,6 +214,8 @@ void SetupView::listRowClicked(BWSimpleListView& list, int row, const juce::Mous
     wishes.notes(row);
   } else if (&list == &choices->list && row == 0 && wishes.hearsChoices) {
     wishes.hearsChoices(!settings.hearsChoices());
+  } else if (&list == &controllers->list && row == 0 && wishes.controllers) {
+    wishes.controllers();
   }
 }
 
@@ -235,7 +239,8 @@ void SetupView::resized() {
   auto right = area.removeFromRight(kNotesWidth);
   const int mapRows = static_cast<int>(NoteMaps::names().size());
   notes->setBounds(right.removeFromTop(kLabelHeight + mapRows * BWSimpleListView::kRowHeight));
-  choices->setBounds(right);
+  choices->setBounds(right.removeFromTop(kLabelHeight + BWSimpleListView::kRowHeight));
+  controllers->setBounds(right);
   inputs->setBounds(area);
 }
 

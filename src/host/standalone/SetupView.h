@@ -34,6 +34,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
     std::function<void()> testTone;
     std::function<void(int row)> notes;
     std::function<void(bool)> hearsChoices;
+    std::function<void()> controllers;
   };
 
   /// `sound`, `midi`, `maps`, `remembered` and `fonts` outlive the view.
@@ -69,6 +70,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
   std::unique_ptr<Column> inputs;
   std::unique_ptr<Column> notes;
   std::unique_ptr<Column> choices;
+  std::unique_ptr<Column> controllers;
   std::vector<DeviceChoice> devices;  ///< Of the rows of `outputs`.
 };
 

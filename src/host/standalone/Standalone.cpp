@@ -9,8 +9,10 @@
 #include <string>
 #include <utility>
 
+#include "host/client/ClientParameter.h"
 #include "host/client/SivrayProcessor.h"
 #include "host/client/SivrayProcessorEditor.h"
+#include "host/shell/Construction.h"
 #include "host/shell/MissingSounds.h"
 #include "host/standalone/Audition.h"
 #include "host/standalone/DemoKits.h"
@@ -27,6 +29,7 @@
 #include "host/standalone/Settings.h"
 #include "host/standalone/SetupView.h"
 #include "host/standalone/SoundDevice.h"
+#include "macro/UserControllerMap.h"
 #include "platform/SpecialFolders.h"
 #include "storage/paths/Paths.h"
 #include "viewmodels/texts/PanelMacros.h"
@@ -140,7 +143,15 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     audition = std::make_unique<Audition>(
         *processor, [this](int note, bool isOn) { playback.playNote(note, isOn); },
         [this] { return settings.hearsChoices() && !playback.demo().isPlaying(); });
+    lesson = std::make_unique<Lesson>(
+        playback, *processor,
+        Lesson::Pupil{
+            .note = [this](int drum, int padNote) { teachNote(drum, padNote); },
+            .controller = [this](int controller, int parameter) { return teachController(controller, parameter); },
+            .changed = [this] { showDevices(); }});
   }
+
+  bool isTeaching() const { return lesson != nullptr && lesson->isOn(); }
 
   /// Builds the instrument anew from the content as it is now, while the old one plays on, and puts it in its place.
   /// A content that cannot be played leaves the old one.
@@ -156,6 +167,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
       chooseSound(*next, *pad, number);
     }
     window->setEditor(nullptr);
+    lesson.reset();
     audition.reset();
     demoKits.reset();
     playback.setInstrument(*next);
@@ -239,8 +251,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   void controlGestureBegan(IBWControl& control) override {
     if (&control == static_cast<IBWControl*>(&window->strip().demoButton())) {
       toggleDemo();
-    } else if (lesson.isOn()) {
-      lesson.stop();
+    } else if (isTeaching()) {
+      lesson->stop();
     } else if (imports.text().isNotEmpty()) {
       openImports();
       imports.dismiss();
@@ -256,7 +268,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
                           .midi = [this](const juce::String& name, bool isOn) { switchMidi(name, isOn); },
                           .testTone = [this] { playback.playTestTone(); },
                           .notes = [this](int row) { chooseNotes(row); },
-                          .hearsChoices = [this](bool hears) { setHearsChoices(hears); }});
+                          .hearsChoices = [this](bool hears) { setHearsChoices(hears); },
+                          .controllers = [this] { learnControllers(); }});
     setup = page;
     showPopup(page, SetupView::kWidth, SetupView::kHeight);
   }
@@ -282,7 +295,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
       playback.setNoteMap(noteMaps.map());
       if (row == NoteMaps::learnedRow()) {
         popup.reset();  // The panel's pads are to be struck.
-        lesson.start();
+        lesson->teachNotes();
       }
     });
   }
@@ -292,6 +305,24 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
       settings.setHearsChoices(hears);
       showDevices();
     });
+  }
+
+  void learnControllers() {
+    later([this] {
+      popup.reset();
+      lesson->teachControllers();
+    });
+  }
+
+  /// From now on, and in every instance that is made later.
+  bool teachController(int controller, int parameter) {
+    const auto* const moved = dynamic_cast<const vst::ClientParameter*>(processor->getParameters()[parameter]);
+    const auto key = static_cast<std::uint8_t>(controller);
+    const bool isKept = vimo::changeUserController(vst::kInstrumentName, key, moved->shellId());
+    vimo::ControllerMap map = vimo::activeControllerMap(vst::kInstrumentName);
+    map[key] = moved->shellId();
+    processor->instrument()->setControllers(std::move(map));
+    return isKept;
   }
 
   void teachNote(int drum, int padNote) {
@@ -323,8 +354,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     if (isMissing) {
       state = juce::String::fromUTF8(shownMissing.c_str());
     }
-    if (lesson.isOn()) {
-      window->strip().showDevice(lesson.text(), true);
+    if (isTeaching()) {
+      window->strip().showDevice(lesson->text(), true);
     } else if (imports.text().isNotEmpty()) {
       window->strip().showDevice(imports.text(), true);
     } else if (isMissing) {
@@ -348,9 +379,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   NoteMaps noteMaps{settings};
   std::unique_ptr<DemoKits> demoKits;
   std::unique_ptr<Audition> audition;
-  Lesson lesson{
-      playback,
-      {.note = [this](int drum, int padNote) { teachNote(drum, padNote); }, .changed = [this] { showDevices(); }}};
+  std::unique_ptr<Lesson> lesson;
   Imports imports{{.reload = [this](const juce::MemoryBlock& state, std::optional<int> pad,
                                     int number) { reload(state, pad, number); },
                    .state = [this] { return stateNow(); },

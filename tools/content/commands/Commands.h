@@ -56,6 +56,9 @@ void runMeasure(const juce::ArgumentList& list);
 inline constexpr const char* kKitsUsage = "kits [--restore NUMBER]";
 void runKits(const juce::ArgumentList& list);
 
+inline constexpr const char* kControllersUsage = "controllers [--set CC=MACRO] [--remove CC] [--reset]";
+void runControllers(const juce::ArgumentList& list);
+
 inline constexpr const char* kInspectUsage = "inspect FILE [--json]";
 void runInspect(const juce::ArgumentList& list);
 

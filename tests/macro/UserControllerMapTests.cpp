@@ -1,0 +1,80 @@
+// The user's controller map: the factory's with lines of the user's own.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "macro/MacroControllerBase.h"
+#include "macro/UserControllerMap.h"
+#include "storage/paths/Paths.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace tesh::vimo;
+
+class UserControllers : public testing::Test {
+ protected:
+  UserControllers() {
+    fs::create_directories(root / "Tesh/Bramel/Macro/Drum");
+    ::setenv("BRAMEL_COMMON_FILES", root.c_str(), 1);
+    ::setenv("BRAMEL_DOCUMENTS", (root / "documents").c_str(), 1);
+    write(factory, R"({"cc_map": {"7": 99, "20": 1, "note": "volume"}, "pitch_bend": 64, "by": "us"})");
+  }
+  ~UserControllers() override { fs::remove_all(root); }
+
+  static void write(const fs::path& path, const std::string& text) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path) << text;
+  }
+  std::string userText() const {
+    std::ifstream file(user);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  const fs::path root = fs::temp_directory_path() / ("sivray-controllers-" + std::to_string(::getpid()));
+  const fs::path factory = root / "Tesh/Bramel/Macro/Drum/Drum.ccmap";
+  const fs::path user = root / "documents/Tesh Bramel/CC Maps/User Programs/Drum_User.prog";
+};
+
+TEST_F(UserControllers, AreTheFactorysWithTheLinesThatWereChanged) {
+  constexpr auto kBend = MacroControllerBase::kPitchBendKey;
+  const ControllerMap before{{7, 99}, {20, 1}, {kBend, 64}};
+  EXPECT_EQ(activeControllerMap("Drum"), before);
+  EXPECT_TRUE(changeUserController("Drum", 20, 5));
+  EXPECT_TRUE(changeUserController("Drum", 74, 5));
+  EXPECT_TRUE(changeUserController("Drum", 7, std::nullopt));
+  EXPECT_TRUE(changeUserController("Drum", kBend, 3));
+  EXPECT_EQ(activeControllerMap("Drum"), (ControllerMap{{20, 5}, {74, 5}, {kBend, 3}}));
+  EXPECT_THAT(userText(), testing::AllOf(testing::HasSubstr("volume"), testing::HasSubstr("\"by\"")))
+      << "what nobody here knows stays";
+  MacroControllerBase controller;
+  controller.loadCcMap(tesh::bramel::pathFor(tesh::bramel::kBramelPath_ActiveCCMap, "Drum"));
+  EXPECT_EQ(controller.ccMap, activeControllerMap("Drum")) << "an instrument reads it";
+  fs::remove(user);
+  EXPECT_EQ(activeControllerMap("Drum"), before);
+}
+
+TEST_F(UserControllers, BeginAnewFromABrokenFileAndRefuseWhatNoMapHolds) {
+  for (const char* const text : {"", "{", "[]", "{\"cc_map\": 7}"}) {
+    write(user, text);
+    EXPECT_EQ(activeControllerMap("Drum").size(), 3U) << text;
+    EXPECT_TRUE(changeUserController("Drum", 1, 2));
+    EXPECT_EQ(activeControllerMap("Drum").size(), 4U) << text;
+  }
+  for (const int number : {127, 128, 223, 225, 255}) {
+    EXPECT_FALSE(changeUserController("Drum", static_cast<std::uint8_t>(number), 1)) << number;
+  }
+  fs::remove_all(root / "documents");
+  write(root / "documents", "a file where the folder should be");
+  EXPECT_FALSE(changeUserController("Drum", 1, 2));
+  EXPECT_EQ(activeControllerMap("Drum").size(), 3U);
+  fs::remove(factory);
+  EXPECT_TRUE(activeControllerMap("Drum").empty());
+}
+
+}  // namespace
