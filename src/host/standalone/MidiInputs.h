@@ -27,8 +27,10 @@ struct MidiSystem {
       };
 #ifdef _WIN32
   bool opensUnasked = false;
+  const char* refusal = "in use by another program";
 #else
-  bool opensUnasked = true;  ///< Inputs that the user has not switched are on.
+  bool opensUnasked = true;                     ///< Inputs that the user has not switched are on.
+  const char* refusal = "it cannot be opened";  ///< What an input that does not open most likely means.
 #endif
 };
 
@@ -56,6 +58,8 @@ class MidiInputs : private juce::Timer {
   void setOn(const juce::String& name, bool isOn);
 
   const std::vector<Device>& devices() const { return list; }
+  /// What to say of a device that is on and not open.
+  const char* refusal() const { return system.refusal; }
   /// Of the devices that the user has switched from what they usually are, also of those that are not there now.
   const juce::StringArray& namesSwitched() const { return switched; }
 

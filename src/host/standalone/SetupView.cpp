@@ -161,7 +161,7 @@ void SetupView::refreshLists() {
   std::vector<bool> areOpen;
   for (const auto& device : midiInputs.devices()) {
     const bool isRefused = device.isOn && !device.isOpen;
-    inputNames.push_back((device.name + (isRefused ? ": in use by another program" : "")).toStdString());
+    inputNames.push_back((device.name + (isRefused ? juce::String(": ") + midiInputs.refusal() : "")).toStdString());
     areOpen.push_back(device.isOpen);
   }
   inputs->showSwitches(std::move(inputNames), std::move(areOpen));
