@@ -97,7 +97,7 @@ inline std::optional<std::vector<std::uint8_t>> readWhole(const std::string& pat
 /// Replaces a file in one step, or creates it: writes a new file beside it, flushes that to the disk and renames it. On
 /// failure the old file is unchanged. Follows a symbolic link, and keeps the permissions of the old file; on Windows
 /// also its owner, attributes and time of creation. False on failure, for an empty path, if the target exists and is
-/// not a regular file, and on Windows if it is read-only.
+/// not a regular file, and on Windows if it is read-only or, at the moment, held open by another program.
 bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes);
 inline bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {
   return writeAtomically(NativePath(path), bytes);

@@ -59,37 +59,18 @@ constexpr DWORD kKeptAttributes =
     FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
 /// Renames `source` to `target`. A file that is there is replaced, but its owner, its rights and its time of creation
-/// stay, on a file system that has such. Returns 0 or the system's error.
-DWORD renameOver(const std::wstring& source, const std::wstring& target) {
+/// stay, on a file system that has such.
+bool renameOver(const std::wstring& source, const std::wstring& target) {
   constexpr DWORD kFlags = REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS;
   if (ReplaceFileW(target.c_str(), source.c_str(), nullptr, kFlags, nullptr, nullptr) != 0) {
-    return ERROR_SUCCESS;
+    return true;
   }
   const DWORD reason = GetLastError();
   if (reason == ERROR_ACCESS_DENIED || reason == ERROR_SHARING_VIOLATION || reason == ERROR_UNABLE_TO_REMOVE_REPLACED) {
-    return reason;
+    return false;
   }
   // There is no such file, or it lies where the system can only rename.
-  return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0 ? ERROR_SUCCESS : GetLastError();
-}
-
-/// As `renameOver`. Virus scanners and indexers may hold a new file open for a moment, so it tries for 200 ms before it
-/// fails.
-bool replaceFile(const std::wstring& source, const std::wstring& target) {
-  constexpr int kTries = 20;
-  constexpr DWORD kPauseMilliseconds = 10;
-  for (int i = 0; i < kTries; ++i) {
-    const DWORD reason = renameOver(source, target);
-    if (reason == ERROR_SUCCESS) {
-      return true;
-    }
-    if (reason != ERROR_ACCESS_DENIED && reason != ERROR_SHARING_VIOLATION &&
-        reason != ERROR_UNABLE_TO_REMOVE_REPLACED) {
-      return false;
-    }
-    Sleep(kPauseMilliseconds);
-  }
-  return false;
+  return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
 }  // namespace
@@ -176,7 +157,7 @@ bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes
   }
   bool good = writeAll(file, bytes);
   good = CloseHandle(file) != 0 && good;
-  good = good && replaceFile(temporary, target);
+  good = good && renameOver(temporary, target);
   if (!good) {
     DeleteFileW(temporary.c_str());
   }

@@ -15,10 +15,14 @@ namespace {
 
 #ifdef _WIN32
 constexpr bool kSystemsDialogs = true;
+/// Virus scanners hold a file that has just been written open for a moment, and so keep the next export from it.
+constexpr int kExportTries = 10;
 #else
 /// The programs that other desktops offer for it are started as processes, and would not belong to a host's window.
 constexpr bool kSystemsDialogs = false;
+constexpr int kExportTries = 1;
 #endif
+constexpr int kExportPauseMilliseconds = 50;
 
 constexpr const char* kOwnBank = "User";
 
@@ -152,11 +156,30 @@ void ProgramFileDialogs::openImport(juce::Component& opener, const std::shared_p
 
 void ProgramFileDialogs::openExport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model) {
   const juce::String ending = endingOf(*model);
-  const auto use = [model](const juce::File& file) {
-    return model->exportPrograms(file.getFullPathName().toStdString());
+  const auto use = [this, model, anchor = juce::Component::SafePointer(&opener)](const juce::File& file) {
+    exportTo(file, anchor, model, kExportTries);
+    return true;  // It says itself where it fails.
   };
   open(opener, juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::warnAboutOverwriting,
-       "Export User Programs", documents().getChildFile("My Kits" + ending), ending, use, " could not be written.");
+       "Export User Programs", documents().getChildFile("My Kits" + ending), ending, use, "");
+}
+
+/// Tries again after a while, in which the panel's thread does not wait, unless the opener is gone by then.
+void ProgramFileDialogs::exportTo(const juce::File& file, juce::Component::SafePointer<juce::Component> opener,
+                                  const std::shared_ptr<IProgramListViewModel>& model, int tries) {
+  if (model->exportPrograms(file.getFullPathName().toStdString())) {
+    return;
+  }
+  if (tries <= 1) {
+    say(opener, file.getFileName() + " could not be written.");
+    return;
+  }
+  juce::Timer::callAfterDelay(kExportPauseMilliseconds, [this, file, opener, tries, held = std::weak_ptr(model)] {
+    const auto kept = held.lock();
+    if (opener != nullptr && kept != nullptr) {
+      exportTo(file, opener, kept, tries - 1);
+    }
+  });
 }
 
 }  // namespace tesh::bramel

@@ -26,6 +26,8 @@ class ProgramFileDialogs {
  private:
   void open(juce::Component& opener, int mode, const juce::String& title, const juce::File& start,
             const juce::String& ending, const std::function<bool(const juce::File&)>& use, const char* fault);
+  void exportTo(const juce::File& file, juce::Component::SafePointer<juce::Component> opener,
+                const std::shared_ptr<IProgramListViewModel>& model, int tries);
   void say(juce::Component* anchor, const juce::String& line);
 
   std::unique_ptr<juce::FileChooser> chooser;

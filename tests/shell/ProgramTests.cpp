@@ -1,9 +1,11 @@
 // Programs and their files, and the state that a host keeps.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <thread>
 
 #include "ShellScene.h"
 #include "core/LittleEndian.h"
@@ -235,6 +237,29 @@ TEST_F(Programs, SayWhetherTheyReachedTheDisk) {
   store(kUser, "b", 0.5F);
   EXPECT_TRUE(shell->areProgramsWritten());
   EXPECT_TRUE(shell->exportPrograms((documents / "out.prog").string()));
+}
+
+TEST_F(TwoInstances, ReachTheDiskByThemselvesOnceItTakesThem) {
+  fs::remove(userFile());
+  fs::create_directories(userFile());
+  store(kUser, "d", 0.5F);
+  EXPECT_FALSE(shell->areProgramsWritten());
+  fs::remove(userFile());
+  for (int i = 0; i < 500 && !shell->areProgramsWritten(); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  restart();
+  EXPECT_EQ(namesIn(*other), (Log{"a", "b", "c", "d"}));
+}
+
+TEST_F(Programs, ReachTheDiskAtTheLatestWhenTheInstrumentIsClosed) {
+  fs::create_directories(userFile());
+  for (int i = 0; i < 3; ++i) {
+    store(kUser, "a", 0.5F);
+  }
+  fs::remove(userFile());
+  shell.reset();
+  EXPECT_TRUE(fs::is_regular_file(userFile()));
 }
 
 TEST_F(Programs, FollowTheirSelectionWhenTheListChanges) {

@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellPrograms.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <condition_variable>
 #include <memory>
 #include <numeric>
-#include <thread>
 
 #include "host/shell/ProgramBanks.h"
 #include "storage/paths/Paths.h"
@@ -99,15 +100,52 @@ ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& of
   return foreign;
 }
 
-void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, const FileLock& /*fileLock*/) {
-  if (effect == Effect::takesAway) {
-    vimo::keepProgramFileCopy(path, vimo::copyTimeNow());  // Without one the user's wish is still done.
-  }
+void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, const FileLock& fileLock) {
+  const bool isSafe = effect == Effect::adds || vimo::keepProgramFileCopy(path, vimo::copyTimeNow());
   const vimo::ProgramDatabase& programs = *controller().programs().database(Bank::user);
   const auto file = vimo::makeUserProgramFile(programs);
-  isFileWritten = writeFile(path, file.data(), file.size());
+  // At last the user's wish is done without a copy.
+  isFileWritten = (isSafe || isLastTry) && writeFile(path, file.data(), file.size());
   if (isFileWritten) {
     inFile = vimo::printsOf(programs);
+  } else {
+    writeAgainSoon(effect, fileLock);
+  }
+}
+
+/// Virus scanners hold a new file open for a moment, and the panel's thread must not wait for them.
+void ShellPrograms::writeAgainSoon(Effect effect, const FileLock& /*fileLock*/) {
+  waitingEffect = isWriterRunning ? std::max(waitingEffect, effect) : effect;
+  if (!isWriterRunning) {
+    isWriterRunning = true;
+    writer = std::jthread([this](const std::stop_token& stop) { writeAgain(stop); });  // The last one needs no lock.
+  }
+}
+
+/// On the writer's thread: tries for about 2.5 seconds. If the instrument is closed meanwhile, the next try comes at
+/// once and is the last.
+void ShellPrograms::writeAgain(const std::stop_token& stop) {
+  constexpr int kTries = 7;
+  std::chrono::milliseconds pause{20};
+  std::mutex mutex;
+  std::condition_variable_any onlyStops;
+  for (int tries = 1;; ++tries, pause *= 2) {
+    {
+      std::unique_lock lock(mutex);
+      onlyStops.wait_for(lock, stop, pause, [] { return false; });
+    }
+    const FileLock fileLock(fileMutex);
+    isLastTry = tries == kTries || stop.stop_requested();
+    if (!isFileWritten) {
+      changeBanks(
+          waitingEffect, [](vimo::ProgramShelf&, const MainLock&) { return true; },
+          [](BramelInstrumentUICallback&, std::size_t) {}, fileLock);
+    }
+    if (isFileWritten || isLastTry) {
+      isLastTry = false;
+      isWriterRunning = false;
+      return;
+    }
   }
 }
 

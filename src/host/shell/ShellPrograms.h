@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
+#include <stop_token>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "host/shell/ShellBlock.h"
@@ -67,6 +69,8 @@ class ShellPrograms {
   void changeBanks(Effect effect, Change change, Report report, const FileLock& fileLock);
   ForeignPrograms takeOver(vimo::ProgramDatabase& ofOthers, const FileLock& fileLock);
   void writeUserPrograms(const std::string& path, Effect effect, const FileLock& fileLock);
+  void writeAgainSoon(Effect effect, const FileLock& fileLock);
+  void writeAgain(const std::stop_token& stop);
   void fitBanks(std::uint64_t imageMacroCount, const FileLock& fileLock);
 
   ShellCore& core;
@@ -75,6 +79,11 @@ class ShellPrograms {
   std::mutex fileMutex;
   vimo::ProgramPrints inFile;              ///< What the user's program file held when it was last read or written.
   std::atomic<bool> isFileWritten = true;  ///< The user's file holds what the user's bank holds.
+  /// With `fileMutex` held: how the file is to be written by `writer`, while that runs.
+  Effect waitingEffect = Effect::adds;
+  bool isWriterRunning = false;
+  bool isLastTry = false;
+  std::jthread writer;  ///< Ends first: it uses everything above.
 };
 
 }  // namespace tesh::bramel::vst
