@@ -47,10 +47,7 @@ int run() {
   const auto end = [] { juce::MessageManager::getInstance()->stopDispatchLoop(); };
   try {
     standalone::Standalone program(standalone::desktop::settingsFolder(), end, {.midi = standalone::systemMidi()});
-    const standalone::desktop::EndRequests requests([&] {
-      program.remember();
-      end();
-    });
+    const standalone::desktop::EndRequests requests([&] { program.remember(); }, end);
     standalone::desktop::runMessages();
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {

@@ -19,7 +19,7 @@ bool hasScreen();
 /// What to say where `hasScreen` is false.
 const char* screenAdvice();
 
-/// The size that the desktop wants programs to have, 1 to 4.
+/// The size that the desktop wants programs to have, 1 to 4; on Windows on the main screen.
 float scale();
 
 /// Serves messages until the message manager is told to stop.
@@ -27,6 +27,21 @@ void runMessages();
 
 /// Lets the desktop know which program's the window is. `nativeWindow` is that of its peer.
 void nameWindow(void* nativeWindow);
+
+/// While it lives, a window follows the scale that the system wants for it, 1 to 4, which it tells on the message
+/// thread: at once, and when the window comes to a screen of another scale. Where `scale` holds for all screens it
+/// tells nothing.
+class WindowScale {
+ public:
+  WindowScale(void* nativeWindow, std::function<void(float)> tell);
+  ~WindowScale();
+  WindowScale(const WindowScale&) = delete;
+  WindowScale& operator=(const WindowScale&) = delete;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl;
+};
 
 /// Where the user's settings of this program belong; need not exist.
 juce::File settingsFolder();
@@ -37,11 +52,12 @@ bool hasTerminal();
 /// Answers one who has typed a command: to the standard output or error, or in a window where nobody reads those.
 void say(const char* text, std::FILE* stream);
 
-/// While it lives, a request to end the process comes as a call on the message thread. The process may be ended as soon
-/// as the call returns.
+/// While it lives, a request to end the process comes as two calls on the message thread: `save`, as early as the
+/// system says that the end is near, and `end`. The process may be ended as soon as `save` returns. Where the system
+/// only asks whether it may end the session, it may go on after `save`, and call it again later.
 class EndRequests {
  public:
-  explicit EndRequests(std::function<void()> onRequest);
+  EndRequests(std::function<void()> save, std::function<void()> end);
   ~EndRequests();
   EndRequests(const EndRequests&) = delete;
   EndRequests& operator=(const EndRequests&) = delete;

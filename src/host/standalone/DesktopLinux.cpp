@@ -94,6 +94,12 @@ void nameWindow(void* nativeWindow) {
   XSetClassHint(display, reinterpret_cast<Window>(nativeWindow), &hint);
 }
 
+struct WindowScale::Impl {};
+
+WindowScale::WindowScale(void* /*nativeWindow*/, std::function<void(float)> /*tell*/) {}
+
+WindowScale::~WindowScale() = default;
+
 juce::File settingsFolder() {
   const char* const configuration = std::getenv("XDG_CONFIG_HOME");
   const juce::String path = juce::String::fromUTF8(configuration == nullptr ? "" : configuration);
@@ -105,11 +111,13 @@ bool hasTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 void say(const char* text, std::FILE* stream) { std::fputs(text, stream); }
 
 struct EndRequests::Impl {
-  std::function<void()> tell;
+  std::function<void()> save;
+  std::function<void()> end;
 };
 
-EndRequests::EndRequests(std::function<void()> onRequest) : impl(std::make_unique<Impl>()) {
-  impl->tell = std::move(onRequest);
+EndRequests::EndRequests(std::function<void()> save, std::function<void()> end) : impl(std::make_unique<Impl>()) {
+  impl->save = std::move(save);
+  impl->end = std::move(end);
   const int file = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
   if (file < 0) {
     return;  // The system's own way of ending a program stays.
@@ -117,7 +125,8 @@ EndRequests::EndRequests(std::function<void()> onRequest) : impl(std::make_uniqu
   juce::LinuxEventLoop::registerFdCallback(file, [this](int readable) {
     std::uint64_t count = 0;
     if (::read(readable, &count, sizeof(count)) > 0) {
-      impl->tell();
+      impl->save();
+      impl->end();
     }
   });
   endFile = file;

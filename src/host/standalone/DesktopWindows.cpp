@@ -8,6 +8,7 @@
 
 #include <juce_events/juce_events.h>
 
+#include "host/editor/WindowScale.h"
 #include "host/standalone/Desktop.h"
 #include "platform/WideText.h"
 #include "platform/WindowsApi.h"
@@ -17,6 +18,8 @@ namespace {
 
 constexpr float kPlainDots = 96.0F;  ///< An inch, where the desktop does not scale.
 constexpr float kLargestScale = 4.0F;
+
+float clampedScale(float scale) { return std::clamp(scale, 1.0F, kLargestScale); }
 
 void writeTo(HANDLE file, const char* text) {
   DWORD written = 0;
@@ -31,17 +34,59 @@ bool hasScreen() { return true; }
 
 const char* screenAdvice() { return "there is no screen"; }
 
-// Of the main screen: by its manifest the program draws for that, and Windows stretches it on others.
 float scale() {
   HDC screen = GetDC(nullptr);
   const auto dots = static_cast<float>(GetDeviceCaps(screen, LOGPIXELSX));
   ReleaseDC(nullptr, screen);
-  return std::clamp(dots / kPlainDots, 1.0F, kLargestScale);
+  return clampedScale(dots / kPlainDots);
 }
 
 void runMessages() { juce::MessageManager::getInstance()->runDispatchLoop(); }
 
 void nameWindow(void* /*nativeWindow*/) {}  // Windows goes by the program's file.
+
+// By its manifest the program draws for each screen itself. JUCE, which has no say in the manifest, takes all
+// coordinates as pixels of the screen and leaves these messages alone.
+struct WindowScale::Impl {
+  Impl(HWND scaledWindow, std::function<void(float)> onScale)
+      : tell(std::move(onScale)),
+        window(scaledWindow),
+        before(reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC))) {
+    SetPropW(window, kProperty, this);
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&handleMessage));
+  }
+  ~Impl() {
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before));
+    RemovePropW(window, kProperty);
+  }
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+
+  static LRESULT CALLBACK handleMessage(HWND window, UINT message, WPARAM wide, LPARAM other) {
+    const auto* const own = static_cast<const Impl*>(GetPropW(window, kProperty));
+    if (message != WM_DPICHANGED) {
+      return CallWindowProcW(own->before, window, message, wide, other);
+    }
+    // Where the system suggests, most of the window is on the new screen. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    if (const auto* const place = reinterpret_cast<const RECT*>(other)) {
+      SetWindowPos(window, nullptr, place->left, place->top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    own->tell(clampedScale(static_cast<float>(HIWORD(wide)) / kPlainDots));
+    return 0;
+  }
+
+  static constexpr const wchar_t* kProperty = L"SivrayScale";
+  const std::function<void(float)> tell;
+  HWND window;
+  const WNDPROC before;
+};
+
+WindowScale::WindowScale(void* nativeWindow, std::function<void(float)> tell)
+    : impl(std::make_unique<Impl>(static_cast<HWND>(nativeWindow), std::move(tell))) {
+  impl->tell(clampedScale(vst::scaleOfWindow(nativeWindow)));
+}
+
+WindowScale::~WindowScale() = default;
 
 juce::File settingsFolder() {
   return juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory).getChildFile("Sivray");
@@ -68,11 +113,12 @@ void say(const char* text, std::FILE* stream) {
   MessageBoxW(nullptr, platform::toWide(text).c_str(), L"Sivray", MB_OK);
 }
 
-// A hidden window of the desktop, to which Windows says that the session ends. It has the class of a text: a class of
-// our own needs more. A window of messages alone would not be told.
+// A hidden window of the desktop, which Windows asks whether the session may end, and to which it says that it ends. It
+// has the class of a text: a class of our own needs more. A window of messages alone would not be asked.
 struct EndRequests::Impl {
-  explicit Impl(std::function<void()> onRequest)
-      : tell(std::move(onRequest)),
+  Impl(std::function<void()> onQuestion, std::function<void()> onEnd)
+      : save(std::move(onQuestion)),
+        end(std::move(onEnd)),
         window(CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr,
                                nullptr)) {
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -83,19 +129,27 @@ struct EndRequests::Impl {
   Impl& operator=(const Impl&) = delete;
 
   static LRESULT CALLBACK handleMessage(HWND window, UINT message, WPARAM wide, LPARAM other) {
+    // Windows keeps the pointer as a number. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    const auto* const own = reinterpret_cast<const Impl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_QUERYENDSESSION) {
+      own->save();
+      return TRUE;
+    }
     if (message == WM_ENDSESSION && wide != FALSE) {
-      // Windows keeps the pointer as a number. NOLINTNEXTLINE(performance-no-int-to-ptr)
-      reinterpret_cast<const Impl*>(GetWindowLongPtrW(window, GWLP_USERDATA))->tell();
+      own->save();  // The user may have played on since the question.
+      own->end();
       return 0;
     }
-    return DefWindowProcW(window, message, wide, other);  // Which agrees to the end when it is asked.
+    return DefWindowProcW(window, message, wide, other);
   }
 
-  const std::function<void()> tell;
+  const std::function<void()> save;
+  const std::function<void()> end;
   HWND window;
 };
 
-EndRequests::EndRequests(std::function<void()> onRequest) : impl(std::make_unique<Impl>(std::move(onRequest))) {}
+EndRequests::EndRequests(std::function<void()> save, std::function<void()> end)
+    : impl(std::make_unique<Impl>(std::move(save), std::move(end))) {}
 
 EndRequests::~EndRequests() = default;
 

@@ -44,9 +44,8 @@ class ProgramWindow::Content : public juce::Component, public juce::FileDragAndD
       : events(newEvents), scale(newScale), strip(std::move(newStrip)) {
     setEditor(std::move(newEditor));
     slot.setInterceptsMouseClicks(false, true);
-    slot.setTransform(juce::AffineTransform::scale(scale));
     slot.setSize(editor->getWidth(), TransportStrip::kHeight + editor->getHeight());
-    setSize(vst::scaledLength(slot.getWidth(), scale), vst::scaledLength(slot.getHeight(), scale));
+    setScale(scale);
     strip->setBounds(0, 0, slot.getWidth(), TransportStrip::kHeight);
     slot.addAndMakeVisible(*strip);
     addAndMakeVisible(slot);
@@ -61,6 +60,15 @@ class ProgramWindow::Content : public juce::Component, public juce::FileDragAndD
       editor->setTopLeftPosition(0, TransportStrip::kHeight);
       addAndMakeVisible(*editor, 0);
     }
+  }
+
+  void setScale(float newScale) {
+    scale = newScale;
+    if (editor != nullptr) {
+      editor->setScaleFactor(scale);
+    }
+    slot.setTransform(juce::AffineTransform::scale(scale));
+    setSize(vst::scaledLength(slot.getWidth(), scale), vst::scaledLength(slot.getHeight(), scale));
   }
 
   void paint(juce::Graphics& graphics) override { graphics.fillAll(juce::Colour(colours::kNight)); }
@@ -131,6 +139,8 @@ void ProgramWindow::open(std::optional<juce::Point<int>> position) {
 void ProgramWindow::setEditor(std::unique_ptr<juce::AudioProcessorEditor> editor) {
   content->setEditor(std::move(editor));
 }
+
+void ProgramWindow::setScale(float scale) { content->setScale(scale); }
 
 TransportStrip& ProgramWindow::strip() { return *content->strip; }
 

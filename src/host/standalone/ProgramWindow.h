@@ -35,6 +35,9 @@ class ProgramWindow final : public juce::DocumentWindow, private juce::Component
   /// Shows the window at `position`, or in the middle of the screen if that is not on a screen.
   void open(std::optional<juce::Point<int>> position);
 
+  /// The window's size follows; its top left corner stays.
+  void setScale(float scale);
+
   TransportStrip& strip();
 
   /// Takes over another editor of the same size in the place of the one before, if there is one. Null takes that away.

@@ -109,7 +109,9 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
         *window, [this](int note, bool isOn) { playback.playNote(note, isOn); }, [this] { toggleDemo(); });
     window->setIcon(fonts.getIcon());
     window->open(settings.position());
-    desktop::nameWindow(window->getPeer()->getNativeHandle());
+    void* const native = window->getPeer()->getNativeHandle();
+    desktop::nameWindow(native);
+    windowScale = std::make_unique<desktop::WindowScale>(native, [this](float scale) { window->setScale(scale); });
   }
 
   std::unique_ptr<vst::SivrayProcessorEditor> makeEditor() {
@@ -387,6 +389,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   std::unique_ptr<ProgramWindow> window;
   vst::SivrayProcessorEditor* shownEditor = nullptr;  ///< In the window.
   float screenScale = 1.0F;
+  std::unique_ptr<desktop::WindowScale> windowScale;
   std::unique_ptr<PadKeyboard> keyboard;
   std::shared_ptr<BWPopupView> popup;
   std::weak_ptr<SetupView> setup;  ///< In `popup` while that is open.
