@@ -32,8 +32,9 @@ struct Library {
   const wchar_t* file;
   const char* entry;
 };
-constexpr std::array<Library, 2> kLibraries{
-    {{L"Sivray.dll", "VSTPluginMain"}, {L"Sivray.vst3\\Contents\\x86_64-win\\Sivray.vst3", "GetPluginFactory"}}};
+constexpr std::array<Library, 3> kLibraries{{{L"Sivray.dll", "VSTPluginMain"},
+                                             {L"Sivray.vst3\\Contents\\x86_64-win\\Sivray.vst3", "GetPluginFactory"},
+                                             {L"Sivray.clap", "clap_entry"}}};
 
 TEST(WindowsBinaries, AreLoadedAndUnloadedAgainAndAgain) {
   for (const auto& [file, entry] : kLibraries) {

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginUnderTrial.h"
 
+#include <algorithm>
 #include <atomic>
 #include <utility>
 
+#include "TrialNotes.h"
 #include "host/vst/VstOpcodes.h"
 #ifdef _WIN32
 #include "platform/WideText.h"
@@ -19,11 +21,7 @@ namespace {
 
 using namespace tesh::bramel::vst;
 
-constexpr int kBlock = 512;
-constexpr float kSeconds = 4.0F;
 constexpr std::int32_t kInterfaceVersion = 2400;
-constexpr int kFirstNote = 36;
-constexpr int kPads = 8;
 
 using Entry = AEffect*(SIVRAY_VST_CALL*)(AudioMasterCallback);
 
@@ -87,31 +85,28 @@ void PluginUnderTrial::setState(std::vector<char> bytes) {
   call(effSetChunk, 0, static_cast<std::intptr_t>(bytes.size()), bytes.data());
 }
 
-std::vector<float> PluginUnderTrial::render(float sampleRate) {
+std::vector<float> PluginUnderTrial::render(float sampleRate, bool isMoving) {
   rate = sampleRate;
   call(effSetSampleRate, 0, 0, nullptr, rate);
   call(effSetBlockSize, 0, kBlock);
   call(effMainsChanged, 0, 1);
-  const int blocks = static_cast<int>(kSeconds * rate) / kBlock;
   std::vector<float> samples;
   std::array<std::array<float, kBlock>, 2> sides{};
-  for (int block = 0; block < blocks; ++block) {
-    VstMidiEvent note{kVstMidiType, sizeof(VstMidiEvent), block % kBlock, 0, 0, 0, {}, 0, 0, 0, 0};
-    note.midiData[0] = static_cast<char>(0x90);
-    note.midiData[1] = static_cast<char>(kFirstNote + block % kPads);
-    note.midiData[2] = static_cast<char>(1 + block * 13 % 127);
-    VstEvents events{1, 0, {reinterpret_cast<VstEvent*>(&note), nullptr}};
-    if (block % 3 == 0) {
+  for (int block = 0; block < blocksAt(rate); ++block) {
+    VstMidiEvent event{kVstMidiType, sizeof(VstMidiEvent), 0, 0, 0, 0, {}, 0, 0, 0, 0};
+    VstEvents events{1, 0, {reinterpret_cast<VstEvent*>(&event), nullptr}};
+    if (const auto note = noteOfBlock(block)) {
+      event.deltaFrames = note->frame;
+      std::copy(note->bytes.begin(), note->bytes.end(), event.midiData);
       call(effProcessEvents, 0, 0, &events);
     }
-    effect->setParameter(effect, block % effect->numParams, static_cast<float>(block % 11) / 10.0F);
+    if (isMoving) {
+      effect->setParameter(effect, block % effect->numParams, static_cast<float>(block % 11) / 10.0F);
+    }
     std::array<float*, 2> outputs{sides[0].data(), sides[1].data()};
     effect->processReplacing(effect, nullptr, outputs.data(), kBlock);
     timeInfo.samplePos += kBlock;
-    for (std::size_t frame = 0; frame < kBlock; ++frame) {
-      samples.push_back(sides[0][frame]);
-      samples.push_back(sides[1][frame]);
-    }
+    appendInterleaved(sides, samples);
   }
   call(effMainsChanged, 0, 0);
   return samples;
@@ -140,7 +135,7 @@ std::intptr_t SIVRAY_VST_CALL PluginUnderTrial::answer(AEffect* /*effect*/, std:
       return static_cast<std::intptr_t>(rate);
     case audioMasterGetTime:
       timeInfo.sampleRate = static_cast<double>(rate);
-      timeInfo.tempo = 120.0;
+      timeInfo.tempo = kTempo;
       timeInfo.flags = kVstTempoValid | kVstTransportPlaying;
       return reinterpret_cast<std::intptr_t>(&timeInfo);
     case audioMasterAutomate:

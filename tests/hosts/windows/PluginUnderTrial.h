@@ -29,10 +29,11 @@ class PluginUnderTrial final : public EditorUnderTrial {
 
   std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
                      float opt = 0.0F);
-  void setState(std::vector<char> bytes);
+  void setState(std::vector<char> bytes) override;
+  std::vector<float> renderNotes(float sampleRate) override { return render(sampleRate, false); }
 
-  /// Four seconds of notes and moving parameters in blocks of 512 frames: left and right in turn.
-  std::vector<float> render(float sampleRate);
+  /// As `renderNotes`, with or without a parameter moved in each block.
+  std::vector<float> render(float sampleRate, bool isMoving);
 
   /// Whether a library of this path is in the process.
   static bool isLoaded(const std::string& path);

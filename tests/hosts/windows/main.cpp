@@ -81,6 +81,8 @@ class Trial {
 #ifdef _WIN32
     if (stage->path.ends_with(".vst3")) {
       stage->plugin = loadVst3(stage->path);
+    } else if (stage->path.ends_with(".clap")) {
+      stage->plugin = loadClap(stage->path);
     }
 #endif
     if (stage->plugin == nullptr) {
@@ -98,13 +100,13 @@ class Trial {
 
   std::string setState(std::istream& words) {
     std::ifstream file(NativePath(rest(words)).text(), std::ios::binary);
-    stage->vst2->setState({std::istreambuf_iterator<char>(file), {}});
+    stage->plugin->setState({std::istreambuf_iterator<char>(file), {}});
     return "ok";
   }
 
-  std::string render(std::istream& words) {
+  std::string render(std::istream& words, bool isMoving) {
     const auto rate = static_cast<float>(number(words));
-    const auto samples = stage->vst2->render(rate);
+    const auto samples = isMoving ? stage->vst2->render(rate, true) : stage->plugin->renderNotes(rate);
     std::ofstream file(NativePath(rest(words)).text(), std::ios::binary);
     file.write(reinterpret_cast<const char*>(samples.data()),
                static_cast<std::streamsize>(samples.size() * sizeof(float)));
@@ -141,6 +143,13 @@ class Trial {
     }
     other.join();
     return stage->window.child() == nullptr ? "ok" : "child";
+  }
+
+  /// Tells the program's window that its screen has so many dots an inch now. The place of the window, which the system
+  /// adds, is a record of this process and is left out. The host's own window must be destroyed before.
+  static bool tellDots(int dots) {
+    HWND program = FindWindowW(nullptr, L"Sivray");
+    return program != nullptr && SendMessageW(program, WM_DPICHANGED, MAKEWPARAM(dots, dots), 0) == 0;
   }
 
   /// So often: load, open, click in the middle of the first pad, close, unload.
@@ -180,7 +189,8 @@ class Trial {
       {"load", [this](std::istream&) { return load(); }},
       {"unload", [this](std::istream&) { return unload(); }},
       {"state", [this](std::istream& words) { return setState(words); }},
-      {"render", [this](std::istream& words) { return render(words); }},
+      {"render", [this](std::istream& words) { return render(words, true); }},
+      {"render-notes", [this](std::istream& words) { return render(words, false); }},
       {"moves", [this](std::istream&) { return std::to_string(stage->plugin->takeMoves()); }},
 #ifdef _WIN32
       {"open", [this](std::istream&) { return open(); }},
@@ -195,6 +205,7 @@ class Trial {
          words >> scale;
          return std::string(stage->plugin->setScale(scale) ? "ok" : "refused");
        }},
+      {"dots", [](std::istream& words) { return std::string(tellDots(number(words)) ? "ok" : "no program"); }},
       {"pump",
        [](std::istream& words) {
          TrialWindow::pump(static_cast<unsigned int>(number(words)));
