@@ -1,21 +1,34 @@
 #!/usr/bin/env python3
-"""Packs files and folders into a zip archive, the same bytes for the same contents.
+"""Packs files and folders into a zip archive, the same bytes for the same contents and the same SOURCE_DATE_EPOCH.
 
 Usage: make_zip.py ARCHIVE FOLDER NAME=PATH...     FOLDER is the archive's only one, NAME is where PATH lies inside it.
 
 SPDX-License-Identifier: GPL-3.0-or-later
 """
+import os
 import pathlib
 import sys
+import time
 import zipfile
 
-DATE = (2020, 1, 1, 0, 0, 0)  # Of every file: that of the build would differ.
+# Of every file. That of the build would differ; without one it is the earliest that such archives have.
+DATE = max((1980, 1, 1, 0, 0, 0), time.gmtime(int(os.environ.get("SOURCE_DATE_EPOCH", "0")))[:6])
 
 
 def files_in(name, path):
-    if path.is_file():
-        return [(name, path)]
-    return [(f"{name}/{file.relative_to(path).as_posix()}", file) for file in path.rglob("*") if file.is_file()]
+    """The name and the path of the file, or of each file in the folder. Ends the program if there is none."""
+    found = [(name, path)] if path.is_file() else [
+        (f"{name}/{file.relative_to(path).as_posix()}", file) for file in path.rglob("*") if file.is_file()]
+    if not found:
+        sys.exit(f"{sys.argv[0]}: {path} holds no file: build the release preset first")
+    return found
+
+
+def contents_of(name, path):
+    data = path.read_bytes()
+    if "/" not in name and name.endswith(".txt"):  # Read by people, the content's texts by programs.
+        data = data.replace(b"\n", b"\r\n")
+    return data
 
 
 def main():
@@ -23,19 +36,13 @@ def main():
     entries = []
     for pair in pairs:
         name, _, path = pair.partition("=")
-        found = files_in(name, pathlib.Path(path))
-        if not found:
-            sys.exit(f"make_zip: {path} holds no file: build the release preset first")
-        entries += found
+        entries += files_in(name, pathlib.Path(path))
     with zipfile.ZipFile(archive, "w", zipfile.ZIP_DEFLATED, compresslevel=9) as packed:
         for name, path in sorted(entries):
-            data = path.read_bytes()
-            if "/" not in name and name.endswith(".txt"):  # Read by people, the content's texts by programs.
-                data = data.replace(b"\n", b"\r\n")
             entry = zipfile.ZipInfo(f"{folder}/{name}", DATE)
             entry.compress_type = zipfile.ZIP_DEFLATED
             entry.external_attr = 0o644 << 16
-            packed.writestr(entry, data)
+            packed.writestr(entry, contents_of(name, path))
 
 
 if __name__ == "__main__":

@@ -2,9 +2,10 @@
 """Tries the Windows plug-in under Wine, in a window on a screen of its own, and compares it with the one for this system.
 
 Samples must be equal to the bit, and the panel equal but for the rendering of its texts. Pictures of what was seen stay in
-build/windows/trial. Needs ./run windows before, and the packages wine, wine64, xvfb and imagemagick.
+build/windows/trial. The installer installs, and what it has installed is loaded and removed. Needs the targets zip and
+quick_setup of the build for Windows, and the packages wine, wine64, xvfb and imagemagick.
 
-Usage: try_windows.py [--short]      --short, as in ./test, opens one form 20 times; else two forms 100 times each.
+Usage: try_windows.py [--short]      --short, as in ./test, opens two forms 20 times each; else three forms 100 times each.
 
 SPDX-License-Identifier: GPL-3.0-or-later
 """
@@ -26,6 +27,8 @@ PICTURES = WINDOWS / "trial"
 VST3 = "Sivray.vst3/Contents/x86_64-win/Sivray.vst3"
 SHORT = "--short" in sys.argv
 CYCLES = 20 if SHORT else 100
+BUSY = 170  # What the installer ends with where a program has loaded what it would take away.
+RECORD = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\Sivray"
 LONGEST_SECONDS = 200  # For an answer.
 MOST_DIFFERENT = 0.02  # Of the panel's pixels: the texts.
 FUZZ = "6%"  # Of the colours' range: rounding is no difference.
@@ -129,6 +132,9 @@ class Trial:
         if not (self.prefix / "system.reg").exists():
             self.wine("wineboot", "-i")
             self.wine("wineserver", "-w")
+        self.wine("wine", "winecfg", "-v", "win10")  # Older ones are refused by the installer.
+        self.drive = self.prefix / "drive_c"
+        self.users = next(self.drive.glob("users/*/AppData"))
 
     def wine(self, *command, **options):
         return subprocess.run(command, env=self.environment, check=False, stderr=subprocess.DEVNULL, text=True,
@@ -160,8 +166,16 @@ class Trial:
             here, there = (self.folder / "linux").read_bytes(), (self.folder / "windows").read_bytes()
             expect(f"{len(here) // 8} frames at {rate} Hz are equal to the bit, and not silent",
                    here == there and any(here))
-        linux.end()
-        windows.end()
+        clap = self.host(self.home / "Sivray.clap")
+        for host, path in ((linux, state), (clap, self.windows_path(state))):
+            host.say("load")
+            host.say(f"state {path}")
+        linux.say(f"render-notes 48000 {self.folder / 'linux'}")
+        clap.say(f"render-notes 48000 {self.windows_path(self.folder / 'windows')}")
+        here, there = (self.folder / "linux").read_bytes(), (self.folder / "windows").read_bytes()
+        expect("CLAP's samples here are VST 2's on Linux, and not silent", here == there and any(here))
+        for host in (linux, windows, clap):
+            host.end()
 
     def content(self):
         lone = self.folder / "lone" / "Sivray.dll"
@@ -173,9 +187,8 @@ class Trial:
         host = self.host(lone, BRAMEL_COMMON_FILES=self.windows_path(self.home))
         expect("content is found in %BRAMEL_COMMON_FILES%", host.say("load"), "ok")
         host.end()
-        drive = self.prefix / "drive_c"
-        users = next(drive.glob("users/*/AppData/Local"))
-        for common in (drive / "Program Files" / "Common Files", users / "Programs" / "Common"):
+        drive = self.drive
+        for common in (drive / "Program Files" / "Common Files", self.users / "Local" / "Programs" / "Common"):
             common.mkdir(parents=True, exist_ok=True)
             (common / "Tesh").symlink_to(self.home / "Tesh")
             host = self.host(lone)
@@ -277,18 +290,33 @@ class Trial:
         key = ("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/f", "/d")
         self.wine("wine", *key, "144")
         self.wine("wineserver", "-k")
-        host = self.host()
-        host.say("load")
-        expect("the panel takes the scale of the host's window", host.say("open"), "1152x702")
-        host.say("close")
-        host.say("unload")
-        host.end()
+        for library in ("Sivray.dll", "Sivray.clap"):
+            host = self.host(self.home / library)
+            host.say("load")
+            expect(f"the panel of {library} takes the scale of the host's window", host.say("open"), "1152x702")
+            host.say("close")
+            host.say("unload")
+            host.end()
         program = self.start_program()
         picture_of_screen("program-scaled", "1700x1000")
+        large = self.program_size()
+        teller = self.host()
+        teller.say("destroy-window")
+        expect("the program hears of another scale", teller.say("dots 96"), "ok")
+        teller.end()
+        time.sleep(2)
+        picture_of_screen("program-rescaled", "1700x1000")
+        small = self.program_size()
+        expect("the program has the scale of its screen", [a - b for a, b in zip(large, small)], [384, 254])
         self.wine("wineboot", "--kill")
         program.wait(timeout=60)
         self.wine("wine", *key, "96")
         self.wine("wineserver", "-k")
+
+    @staticmethod
+    def program_size():
+        windows = subprocess.run(["xwininfo", "-root", "-tree"], capture_output=True, text=True, check=True).stdout
+        return [int(side) for side in re.search(r'"Sivray": .*?(\d+)x(\d+)\+', windows).groups()]
 
     def start_program(self):
         """Returns when its window is there."""
@@ -309,7 +337,7 @@ class Trial:
         version = self.wine("wine", program, "--version")
         expect("the program answers to an option", version.stdout.strip().startswith("sivray "))
         expect("and to a wrong one", self.wine("wine", program, "--wrong").returncode, 2)
-        settings = next(self.prefix.glob("drive_c/users/*/AppData/Roaming")) / "Sivray"
+        settings = self.users / "Roaming" / "Sivray"
         shutil.rmtree(settings, ignore_errors=True)
         running = self.start_program()
         picture_of_screen("program", "1536x936")
@@ -333,10 +361,51 @@ class Trial:
         expect("the host ends with the panel open", host.end(), 0)
 
 
+    def user_files(self):
+        """All that an installation may have changed."""
+        own = {"windows", "Temp"}
+        return {path for path in self.drive.rglob("*") if not own & set(path.relative_to(self.drive).parts)}
+
+    def installed(self, mode, registry, common, program):
+        """Installs silently, loads each form out of its place, and removes it all. The folders are those of the mode."""
+        before = self.user_files()
+        setup = next((WINDOWS / "quick").glob("*-setup.exe"))
+        vst2 = self.drive / "vst2"  # Made by the installer.
+        result = self.wine("wine", setup, "/S", f"/{mode}", "/Vst2=C:\\vst2")
+        expect(f"{mode}: the installer ends well", result.returncode, 0)
+        record = self.wine("wine", "reg", "query", f"{registry}\\{RECORD}").stdout
+        values = dict(re.findall(r"^ +(\w+) +REG_\w+ +(.*?)\r?$", record, re.MULTILINE))
+        expect("Windows knows its name, publisher and size",
+               (values.get("DisplayName"), values.get("Publisher"), int(values.get("EstimatedSize", "0"), 0) > 50000),
+               ("Sivray", "TESH", True))
+        for library in (vst2 / "Sivray.dll", common / "VST3" / VST3, common / "CLAP" / "Sivray.clap"):
+            host = self.host(library)
+            expect(f"{library.name} is installed with its content", (host.say("load"), host.say("open")), ("ok", "768x468"))
+            if library.suffix == ".dll":
+                folder = values["InstallLocation"]
+                refused = self.wine("wine", f"{folder}\\Uninstall.exe", "/S", f"_?={folder}")
+                expect("nothing is removed while a host has it loaded", (refused.returncode, library.exists()), (BUSY, True))
+            host.end()
+        version = self.wine("wine", program / "Sivray.exe", "--version")
+        expect("the program is installed", version.stdout.strip().startswith("sivray "))
+        expect("it is in the Start menu", len(list(self.drive.rglob("Sivray.lnk"))), 1)
+        self.wine("wine", f"{values['InstallLocation']}\\Uninstall.exe", "/S")
+        self.wine("wineserver", "-w")  # The uninstaller goes on in a copy of itself.
+        left = self.user_files() - before - {self.users / "Local" / "Programs"}
+        expect("no file is left", sorted(str(path) for path in left), [])
+        expect("and no record", self.wine("wine", "reg", "query", f"{registry}\\{RECORD}").returncode, 1)
+
+    def installer(self):
+        local = self.users / "Local" / "Programs"
+        self.installed("CurrentUser", "HKCU", local / "Common", local / "Sivray")
+        if not SHORT:
+            files = self.drive / "Program Files"
+            self.installed("AllUsers", "HKLM", files / "Common Files", files / "Sivray")
+
+
 def main():
-    if not (WINDOWS / "Sivray-windows.zip").exists():
-        sys.exit("try_windows: build/windows/Sivray-windows.zip is missing: ./run windows makes it")
-    for preset, targets in (("release", ["Sivray", "sivray-render", "content", "try-plugin"]), ("windows", ["try-plugin"])):
+    for preset, targets in (("release", ["Sivray", "sivray-render", "content", "try-plugin"]),
+                            ("windows", ["zip", "quick_setup", "try-plugin"])):
         subprocess.run(["cmake", "--build", ROOT / "build" / preset, "--target", *targets], check=True,
                        stdout=subprocess.DEVNULL)
     PICTURES.mkdir(exist_ok=True)
@@ -344,9 +413,11 @@ def main():
         trial = Trial(pathlib.Path(folder))
         trial.samples()
         trial.content()
-        for library in ("Sivray.dll",) if SHORT else ("Sivray.dll", VST3):
+        for library in ("Sivray.dll",) if SHORT else ("Sivray.dll", VST3, "Sivray.clap"):
             trial.panel(library)
+        for library in ("Sivray.dll", "Sivray.clap") if SHORT else ("Sivray.dll", VST3, "Sivray.clap"):
             trial.life(library)
+        trial.installer()
         trial.program()
         trial.scaled()
         if not SHORT:
