@@ -89,6 +89,14 @@ show() {
   done
 }
 
+# shorten: passes lines on. On a terminal each step of a build takes the place of the last one.
+shorten() {
+  [ -t 1 ] || { cat; return; }
+  awk -v "width=$(tput cols 2>/dev/null || echo 80)" '
+    /^\[[0-9]+\/[0-9]+, / { printf "\r\033[K%s", substr($0, 1, width - 1); fflush(); isStep = 1; next }
+    { if (isStep) printf "\r\033[K"; isStep = 0; print; fflush() }'
+}
+
 # end_lanes: ends both lanes with all that they have started.
 end_lanes() {
   local lane
@@ -140,7 +148,7 @@ run_stages() {
   run_behind "$1" "$2" </dev/null &
   LANES+=($!)
   set +m
-  for name in $1 $2; do show "$name"; done
+  for name in $1 $2; do show "$name"; done | shorten
   wait
   LANES=()
   sum_up $1 $2
