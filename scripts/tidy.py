@@ -37,7 +37,8 @@ ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "bench", ROOT / "t
 UNIT_SOURCES = 40
 # Their names, or those of headers that they include, clash with other sources', but not with those of their own set.
 APART = [{"BWProgramListView.cpp", "CallCounter.cpp", "EntryPoint.cpp", "Fm.cpp", "GrooveSound.cpp", "Leveller.cpp",
-          "LifecycleChecks.cpp", "Loudness.cpp", "RealTimeChecks.cpp", "SivrayFxChorusFlanger.cpp", "VoiceKernel.cpp"},
+          "LifecycleChecks.cpp", "Loudness.cpp", "RealTimeChecks.cpp", "SivrayFxChorusFlanger.cpp", "SivrayFxGrainShifter.cpp",
+          "VoiceKernel.cpp"},
          {"InstructionCounter.cpp"}, {"WindowKeysX11.cpp", "X11Connection.cpp"}]
 # Flags that Clang does not know, or that matter to what it makes alone.
 LEFT_OUT = ("--param=", "-fno-keep-inline-dllexport", "-Wa,", "-O", "-fPIC", "-fPIE", "-fvisibility", "-ffunction-sections",
