@@ -48,10 +48,10 @@ class EditorWindowTest : public Editor {
     }
   }
 
-  /// The server's answers come when they come; two seconds are enough for them.
+  /// The server's answers take milliseconds, unless other programs have the cores.
   template <typename Condition>
   static bool comesTrue(Condition condition) {
-    for (int round = 0; round < 200 && !condition(); ++round) {
+    for (int round = 0; round < 3000 && !condition(); ++round) {
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return condition();
@@ -139,10 +139,12 @@ TEST_F(EditorWindowTest, LeavesTheKeysToTheHostUnlessATextFieldHasTheFocus) {
 
   onMessageThread([this] { provider->view.lock()->text.grabKeyboardFocus(); });
   EXPECT_TRUE(comesTrue([this] { return window->doesChildTakeKeys(); }));
-  EXPECT_TRUE(adapter->onKeyDown(shift));
-  EXPECT_TRUE(adapter->onKeyDown(letter));
-  EXPECT_TRUE(adapter->onKeyUp(letter));
-  EXPECT_TRUE(adapter->onKeyUp(shift));
+  onMessageThread([&] {  // From other threads the answer comes too late if the cores are taken.
+    EXPECT_TRUE(adapter->onKeyDown(shift));
+    EXPECT_TRUE(adapter->onKeyDown(letter));
+    EXPECT_TRUE(adapter->onKeyUp(letter));
+    EXPECT_TRUE(adapter->onKeyUp(shift));
+  });
   VstKeyCode backspace{8, 0, 0};
   adapter->onKeyDown(letter);
   adapter->onKeyDown(backspace);
