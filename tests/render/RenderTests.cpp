@@ -84,11 +84,16 @@ class Render : public testing::Test {
   Bytes play(Arguments arguments) const {
     arguments.insert(arguments.begin(), {at("in.mid"), "-o", at("out.wav"), "--quiet", "--library", SIVRAY_MODULE});
     EXPECT_EQ(runProgram(arguments, noCheck), 0);
-    const Bytes file = bytesOf(at("out.wav"));
-    fs::remove(at("out.wav"));
+    return soundTakenFrom(at("out.wav"));
+  }
+
+  /// The sample bytes of a WAV file, which is removed.
+  static Bytes soundTakenFrom(const std::string& path) {
+    const Bytes file = bytesOf(path);
+    fs::remove(path);
     const std::string mark = "data";
     const auto data = std::search(file.begin(), file.end(), mark.begin(), mark.end());
-    EXPECT_GT(file.end() - data, 8);
+    EXPECT_GT(file.end() - data, 8) << path;
     return {data + std::min<std::ptrdiff_t>(file.end() - data, 8), file.end()};
   }
 
@@ -199,6 +204,18 @@ TEST_F(Render, PlaysTheLibraryToTheBitLikeTheInstrumentItself) {
     scene.emplace_back("--direct");
     EXPECT_TRUE(play(scene) == plugin) << scene.front();
   }
+}
+
+TEST_F(Render, WritesAFileForEachOutBesideTheSameMainOne) {
+  Arguments scene{"--rate", "48000", "--program", "Wet", "--block", "333", "--macro", "P3 Pitch=0.7@0.5"};
+  const Bytes plugin = play(scene);
+  scene.emplace_back("--stems");
+  EXPECT_TRUE(play(scene) == plugin);
+  std::set<Bytes> stems{Bytes(plugin.size())};
+  for (const std::string& path : stemPaths(at("out.wav"))) {
+    stems.insert(soundTakenFrom(path));
+  }
+  EXPECT_EQ(stems.size(), 10U) << "each sounds, and otherwise";
 }
 
 TEST_F(Render, StartsFromProgramsAndStates) {

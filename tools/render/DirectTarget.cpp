@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <stdexcept>
 
-#include "RenderError.h"
 #include "core/EngineRate.h"
 #include "host/shell/Construction.h"
 #include "host/shell/MidiIntake.h"
@@ -27,20 +25,13 @@ constexpr std::size_t kEchoEntries = 1024;
 constexpr float kStartTempo = 120.0F;
 constexpr std::array<std::uint8_t, 3> kTransportStart{0xFA, 0, 0};
 
-auto makeInstrument() {
-  try {
-    return tesh::bramel::vst::makeProcessor();
-  } catch (const std::runtime_error&) {
-    throw RenderError(
-        "the instrument's content was not found or is broken: it should stand in Tesh/Bramel beside the plug-in, or in "
-        "the folder that BRAMEL_COMMON_FILES names");
-  }
-}
-
 }  // namespace
 
 DirectTarget::DirectTarget()
-    : processor(makeInstrument()), automation(kAutomationEntries), echoes(kEchoEntries), tempo(kStartTempo) {}
+    : processor(builtFromContent(tesh::bramel::vst::makeProcessor)),
+      automation(kAutomationEntries),
+      echoes(kEchoEntries),
+      tempo(kStartTempo) {}
 
 double DirectTarget::sampleRate() const { return kEngineRate; }
 

@@ -4,12 +4,26 @@
 #pragma once
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 
+#include "RenderError.h"
 #include "RenderTarget.h"
 #include "macro/PluginMacroControllable.h"
 
 namespace sivray::render {
+
+/// What `build` makes of the instrument's content. Throws RenderError when that is missing or broken.
+template <typename Build>
+auto builtFromContent(Build build) {
+  try {
+    return build();
+  } catch (const std::runtime_error&) {
+    throw RenderError(
+        "the instrument's content was not found or is broken: it should stand in Tesh/Bramel beside the plug-in, or in "
+        "the folder that BRAMEL_COMMON_FILES names");
+  }
+}
 
 class DirectTarget final : public RenderTarget {
  public:

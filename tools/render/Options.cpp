@@ -168,6 +168,7 @@ const std::map<std::string, ValueAction>& valueOptions() {
 const std::map<std::string, FlagAction>& flagOptions() {
   static const std::map<std::string, FlagAction> table{
       {"--quiet", [](Options& o) { o.settings.quiet = true; }},
+      {"--stems", [](Options& o) { o.settings.stems = true; }},
       {"--direct", [](Options& o) { o.direct = true; }},
       {"--fx-off",
        [](Options& o) {
@@ -192,6 +193,9 @@ void requireSense(const Options& options) {
   }
   if ((options.direct || options.effectTourFolder) && options.rate && *options.rate != tesh::cofu::core::kEngineRate) {
     throw UsageError("--direct and --fx-tour play at the engine's own 44100 Hz; leave --rate away");
+  }
+  if (options.settings.stems && (options.direct || options.effectTourFolder)) {
+    throw UsageError("--stems goes with neither --direct nor --fx-tour");
   }
   const bool onlySaves = options.saveStatePath && options.inputPath.empty() && options.outputPath.empty();
   if (options.inputPath.empty() && !onlySaves) {
@@ -223,6 +227,8 @@ std::string helpText() {
          "  --tail SECONDS        how long to render after the last event (2)\n"
          "  --longest SECONDS     the longest MIDI file to play, up to 86400 (3600)\n"
          "  --bits 16|24          bits per sample of the WAV file (24)\n"
+         "  --stems               writes the outs of pads and effect too, before the master level: OUT-pad1.wav to\n"
+         "                        OUT-pad8.wav and OUT-effect.wav; plays the instrument itself instead of the library\n"
          "  --notes NAME          which notes play the pads: \"Sivray\" (36 to 43, unless given), \"All drums\" or\n"
          "                        \"General MIDI\"\n"
          "  --program N|NAME      the program to play; see --list-programs\n"

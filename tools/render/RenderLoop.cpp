@@ -7,9 +7,12 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
+#include <memory>
 #include <span>
 
 #include "WavFile.h"
+#include "core/ProcessBlock.h"
 #include "terminal/Interrupt.h"
 #include "terminal/ProgressBar.h"
 #include "viewmodels/texts/PanelMacros.h"
@@ -101,6 +104,58 @@ class MappedNotes {
   RenderResult& result;
 };
 
+/// The channels of a block: two, or those of all outs.
+class Channels {
+ public:
+  Channels(bool hasOuts, int frames)
+      : samples(hasOuts ? tesh::vimo::kAllChannels : tesh::vimo::kMainChannels,
+                std::vector<float>(static_cast<std::size_t>(frames))) {
+    for (std::vector<float>& channel : samples) {
+      pointers.push_back(channel.data());
+    }
+  }
+
+  void render(RenderTarget& target, int frames) {
+    if (pointers.size() > tesh::vimo::kMainChannels) {
+      target.processOuts(pointers, frames);
+    } else {
+      target.process(pointers[0], pointers[1], frames);
+    }
+  }
+
+  const float* operator[](std::size_t channel) const { return pointers[channel]; }
+
+ private:
+  std::vector<std::vector<float>> samples;
+  std::vector<float*> pointers;
+};
+
+/// A file for each out beside the main one.
+class StemFiles {
+ public:
+  StemFiles(const std::vector<std::string>& paths, double rate, int bits) {
+    for (const std::string& path : paths) {
+      files.push_back(std::make_unique<WavFile>(path, rate, bits));
+    }
+  }
+
+  void write(const Channels& channels, int frames) {
+    for (std::size_t out = 0; out < files.size(); ++out) {
+      const std::size_t channel = tesh::vimo::kMainChannels + 2 * out;
+      files[out]->write(channels[channel], channels[channel + 1], frames);
+    }
+  }
+
+  void finish() {
+    for (const auto& file : files) {
+      file->finish();
+    }
+  }
+
+ private:
+  std::vector<std::unique_ptr<WavFile>> files;
+};
+
 double lengthOf(const MidiScore& score, const std::vector<Move>& moves) {
   return moves.empty() ? score.lengthSeconds : std::max(score.lengthSeconds, moves.back().seconds);
 }
@@ -122,13 +177,13 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
   const std::vector<std::int64_t> starts = blockStarts(score, moves, rate);
 
   const int block = std::max(settings.blockFrames, 1);
-  std::vector<float> left(static_cast<std::size_t>(block));
-  std::vector<float> right(static_cast<std::size_t>(block));
+  Channels channels(settings.stems, block);
+  StemFiles stems(settings.stems ? stemPaths(outputPath) : std::vector<std::string>(), rate, settings.bits);
   const auto total = static_cast<std::int64_t>(std::ceil((lengthOf(score, moves) + settings.tailSeconds) * rate));
   target.start(block);
   for (std::int64_t ahead = frameAt(settings.prerollSeconds, rate); ahead > 0; ahead -= block) {
     InterruptWatch::check();
-    target.process(left.data(), right.data(), static_cast<int>(std::min<std::int64_t>(ahead, block)));
+    channels.render(target, static_cast<int>(std::min<std::int64_t>(ahead, block)));
   }
   for (std::int64_t start = 0; start < total;) {
     InterruptWatch::check();
@@ -142,19 +197,32 @@ RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves,
     });
 
     const auto before = Clock::now();
-    target.process(left.data(), right.data(), frames);
+    channels.render(target, frames);
     result.secondsSpent += std::chrono::duration<double>(Clock::now() - before).count();
 
-    wav.write(left.data(), right.data(), frames);
-    result.levels.add(left.data(), right.data(), frames);
+    wav.write(channels[0], channels[1], frames);
+    stems.write(channels, frames);
+    result.levels.add(channels[0], channels[1], frames);
     if (listener) {
-      listener(left.data(), right.data(), frames);
+      listener(channels[0], channels[1], frames);
     }
     start = end;
     progress.show(static_cast<double>(start) / static_cast<double>(total));
   }
   wav.finish();
+  stems.finish();
   return result;
+}
+
+std::vector<std::string> stemPaths(const std::string& outputPath) {
+  const std::filesystem::path path(outputPath);
+  const std::string stem = (path.parent_path() / path.stem()).string();
+  std::vector<std::string> paths;
+  for (std::size_t pad = 1; pad <= tesh::bramel::panel::kPads; ++pad) {
+    paths.push_back(stem + "-pad" + std::to_string(pad) + path.extension().string());
+  }
+  paths.push_back(stem + "-effect" + path.extension().string());
+  return paths;
 }
 
 std::string describe(const RenderResult& result, const std::string& outputPath) {

@@ -23,6 +23,7 @@ struct RenderSettings {
   double tailSeconds = 2.0;
   int bits = 24;
   bool quiet = false;
+  bool stems = false;  ///< A file for each out, of a target that has them.
   tesh::cofu::core::NoteMap notes = tesh::cofu::core::namedNoteMaps().front().map;
 };
 
@@ -38,11 +39,16 @@ struct RenderResult {
 using BlockListener = std::function<void(const float*, const float*, int)>;
 
 /// Renders the score, the moves and the tail. An event's frame is its time in seconds times the rate, rounded to the
-/// nearest. A block ends early at a move, tempo change or controller, so that each takes effect at its frame. Throws
-/// RenderError, or Interrupted after a signal, and leaves no file.
+/// nearest. With stems, the outs beside the main one go to files of their own, see stemPaths. A block ends early at a
+/// move, tempo change or controller, so that each takes effect at its frame. Throws RenderError, or Interrupted after a
+/// signal, and leaves no file.
 RenderResult renderScore(const MidiScore& score, const std::vector<Move>& moves, RenderTarget& target,
                          const RenderSettings& settings, const std::string& outputPath,
                          const BlockListener& listener = {});
+
+/// The files of the outs beside the main one, in their order: "beat.wav" becomes "beat-pad1.wav" to "beat-pad8.wav" and
+/// "beat-effect.wav".
+std::vector<std::string> stemPaths(const std::string& outputPath);
 
 /// Returns the summary line: length, peak, RMS, real-time factor, and how many notes sounded nowhere.
 std::string describe(const RenderResult& result, const std::string& outputPath);

@@ -48,6 +48,10 @@ class RenderTarget {
 
   /// Renders a block of `frames` samples into both channels.
   virtual void process(float* left, float* right, int frames) = 0;
+
+  /// The same with the outs beside the main one: vimo::kAllChannels channels, in the order of ProcessBlock. Targets
+  /// that have no other outs render the main one alone.
+  virtual void processOuts(std::span<float*> outputs, int frames) { process(outputs[0], outputs[1], frames); }
 };
 
 }  // namespace sivray::render

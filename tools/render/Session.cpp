@@ -11,6 +11,7 @@
 #include "LibraryTarget.h"
 #include "PresetFile.h"
 #include "RenderError.h"
+#include "ShellTarget.h"
 #include "core/EngineRate.h"
 #include "engine/samples/SimilarWaves.h"
 #include "host/shell/Construction.h"
@@ -33,13 +34,16 @@ std::unique_ptr<RenderTarget> makeTarget(const Options& options) {
   try {
     library = vsthost::findLibrary(options.libraryPath.value_or(""));
     vsthost::shareContentOf(library);
-    if (!options.direct) {
+    if (!options.direct && !options.settings.stems) {
       return std::make_unique<LibraryTarget>(library, options.rate.value_or(kPlainRate));
     }
   } catch (const vsthost::HostError& error) {
-    if (!options.direct) {
+    if (!options.direct && !options.settings.stems) {
       throw RenderError(error.what());
     }
+  }
+  if (options.settings.stems) {
+    return std::make_unique<ShellTarget>(options.rate.value_or(kPlainRate));
   }
   return std::make_unique<DirectTarget>();
 }
