@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "core/MidiStatus.h"
+#include "host/shell/OutNames.h"
 
 namespace tesh::bramel::clap {
 namespace {
@@ -52,12 +53,13 @@ class EventList {
 };
 
 /// Whether there are two channels to write to.
-bool hasOutput(const Process& block) {
-  if (block.audioOutputs == nullptr || block.audioOutputCount < 1) {
+bool hasOutput(const Process& block, std::uint32_t out) {
+  if (block.audioOutputs == nullptr || block.audioOutputCount <= out) {
     return false;
   }
-  const AudioBuffer& main = block.audioOutputs[0];
-  return main.channelCount >= 2 && main.data32 != nullptr && main.data32[0] != nullptr && main.data32[1] != nullptr;
+  const AudioBuffer& buffer = block.audioOutputs[out];
+  return buffer.channelCount >= 2 && buffer.data32 != nullptr && buffer.data32[0] != nullptr &&
+         buffer.data32[1] != nullptr;
 }
 
 bool push(const OutputEvents* out, const EventHeader& event) {
@@ -83,13 +85,11 @@ ClapBlock::ClapBlock(const std::shared_ptr<vst::BramelInstrument>& ofInstrument,
       values(ofParameters.count()) {}
 
 std::int32_t ClapBlock::process(const Process& block) {
-  if (!hasOutput(block)) {
+  if (!hasOutput(block, 0)) {
     flush(block.inEvents, block.outEvents);
     return ProcessStatus::error;
   }
-  AudioBuffer& main = block.audioOutputs[0];
-  main.constantMask = 0;
-  const Outputs outputs{main.data32[0], main.data32[1]};
+  takeOutputs(block);
   if (block.transport != nullptr) {
     takeTransport(*block.transport);
   }
@@ -101,13 +101,42 @@ std::int32_t ClapBlock::process(const Process& block) {
   EventList(block.inEvents).each([&](const EventHeader& event) {
     const std::uint32_t frame = std::clamp(event.time, renderedFrames, last);
     if (isWrite(event) && frame > renderedFrames) {
-      render(outputs, renderedFrames, frame);
+      render(renderedFrames, frame);
     }
     takeEvent(event, static_cast<std::int32_t>(frame - renderedFrames));
   });
-  render(outputs, renderedFrames, block.frameCount);
+  render(renderedFrames, block.frameCount);
   giveReports(block.outEvents, last);
   return ProcessStatus::proceed;
+}
+
+void ClapBlock::takeOutputs(const Process& block) {
+  const auto take = [&](std::uint32_t out) {
+    AudioBuffer& buffer = block.audioOutputs[out];
+    buffer.constantMask = 0;
+    std::copy_n(buffer.data32, 2, channels.data() + std::size_t{2} * out);
+  };
+  take(0);
+  hasOuts = block.audioOutputCount > 1;
+  if (!hasOuts) {
+    return;
+  }
+  std::fill(channels.begin() + vimo::kMainChannels, channels.end(), nullptr);
+  const std::uint32_t active = activeOuts.load(std::memory_order_relaxed);
+  for (std::uint32_t out = 1; out < vst::kOutCount; ++out) {
+    if ((active >> out & 1U) != 0 && hasOutput(block, out)) {
+      take(out);
+    }
+  }
+}
+
+void ClapBlock::setOutActive(std::size_t out, bool isActive) {
+  const std::uint32_t bit = 1U << out;
+  if (isActive) {
+    activeOuts.fetch_or(bit);
+  } else {
+    activeOuts.fetch_and(~bit);
+  }
 }
 
 void ClapBlock::flush(const InputEvents* in, const OutputEvents* out) {
@@ -126,10 +155,18 @@ void ClapBlock::flush(const InputEvents* in, const OutputEvents* out) {
 
 void ClapBlock::reset() { held.fill({}); }
 
-void ClapBlock::render(const Outputs& outputs, std::uint32_t from, std::uint32_t to) {
+void ClapBlock::render(std::uint32_t from, std::uint32_t to) {
   writes.handOver();
-  std::array<float*, 2> rest{outputs.left + from, outputs.right + from};
-  instrument.process(nullptr, rest.data(), static_cast<std::int32_t>(to - from));
+  const auto frames = static_cast<std::int32_t>(to - from);
+  if (hasOuts) {
+    std::array<float*, vimo::kAllChannels> rest{};
+    std::transform(channels.begin(), channels.end(), rest.begin(),
+                   [from](float* channel) { return channel == nullptr ? nullptr : channel + from; });
+    instrument.processOuts(rest, frames);
+  } else {
+    std::array<float*, vimo::kMainChannels> rest{channels[0] + from, channels[1] + from};
+    instrument.process(nullptr, rest.data(), frames);
+  }
   renderedFrames = to;
   ++renders;
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/ProcessBlock.h"
 #include "core/RealTime.h"
 #include "host/clap/ClapParameters.h"
 #include "host/clap/ClapRecords.h"
@@ -33,6 +34,9 @@ class ClapBlock {
 
   /// Takes values and gives reports without sound.
   void flush(const InputEvents* in, const OutputEvents* out) SIVRAY_NONBLOCKING;
+
+  /// Whether the host listens to an out, 0 to vst::kOutCount - 1, other than the main one; true at first. Any thread.
+  void setOutActive(std::size_t out, bool isActive) SIVRAY_NONBLOCKING;
 
   /// Forgets which keys are held.
   void reset() SIVRAY_NONBLOCKING;
@@ -59,11 +63,7 @@ class ClapBlock {
     std::int16_t channel = 0;
   };
 
-  struct Outputs {
-    float* left = nullptr;
-    float* right = nullptr;
-  };
-
+  void takeOutputs(const Process& block) SIVRAY_NONBLOCKING;
   void takeEvent(const EventHeader& event, std::int32_t frame) SIVRAY_NONBLOCKING;
   void takeValue(const ParamEvent& event) SIVRAY_NONBLOCKING;
   void takeNoteOn(const NoteEvent& event, std::int32_t frame) SIVRAY_NONBLOCKING;
@@ -74,7 +74,7 @@ class ClapBlock {
   void restoreModulation() SIVRAY_NONBLOCKING;
   void sendNote(std::uint8_t status, std::size_t key, std::uint8_t velocity, std::int32_t frame) SIVRAY_NONBLOCKING;
   void endNote(std::size_t key, std::int32_t frame) SIVRAY_NONBLOCKING;
-  void render(const Outputs& outputs, std::uint32_t from, std::uint32_t to) SIVRAY_NONBLOCKING;
+  void render(std::uint32_t from, std::uint32_t to) SIVRAY_NONBLOCKING;
   void giveReports(const OutputEvents* out, std::uint32_t last) SIVRAY_NONBLOCKING;
 
   const std::shared_ptr<vst::BramelInstrument> owned;
@@ -84,6 +84,10 @@ class ClapBlock {
   vst::HostWrites writes;
   std::vector<Value> values;  ///< By index.
   std::array<HeldKey, kKeys> held{};
+  std::atomic<std::uint32_t> activeOuts = ~0U;  ///< A bit for each.
+  /// Of the block that runs; beyond the main ones only where the host listens to another out, and null where not.
+  std::array<float*, vimo::kAllChannels> channels{};
+  bool hasOuts = false;
   const OutputEvents* noteEnds = nullptr;  ///< Of the block that runs.
   std::uint64_t renders = 1;
   std::uint32_t renderedFrames = 0;  ///< Of the block that runs, as the next one.

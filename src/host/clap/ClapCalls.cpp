@@ -10,6 +10,7 @@
 
 #include "host/clap/ClapPlugin.h"
 #include "host/clap/ClapText.h"
+#include "host/shell/OutNames.h"
 #include "host/shell/SoundNames.h"
 #include "viewmodels/texts/PanelMacros.h"
 
@@ -76,20 +77,35 @@ struct ClapCalls {
     onMain(record, [](ClapPlugin& plugin) { plugin.reports->onMainThread(); });
   }
 
-  // Ports: one stereo output, one input of notes, and one output of the notes that are played on the panel.
+  // Ports: ten stereo outputs, one input of notes, and one output of the notes that are played on the panel.
 
-  static std::uint32_t audioPortCount(const Plugin* /*record*/, bool isInput) { return isInput ? 0 : 1; }
+  static std::uint32_t audioPortCount(const Plugin* /*record*/, bool isInput) {
+    return isInput ? 0 : static_cast<std::uint32_t>(vst::kOutCount);
+  }
   static bool audioPort(const Plugin* /*record*/, std::uint32_t index, bool isInput, AudioPortInfo* info) {
-    if (isInput || index != 0 || info == nullptr) {
+    if (isInput || index >= vst::kOutCount || info == nullptr) {
       return false;
     }
     *info = {};
-    copyText("Main", info->name);
-    info->flags = kMainPortFlag;
+    info->id = index;
+    copyText(vst::outName(index), info->name);
+    info->flags = index == 0 ? kMainPortFlag : 0;
     info->channelCount = 2;
     info->portType = kStereoPort;
     info->inPlacePair = kInvalidId;
     return true;
+  }
+
+  static bool canActivateWhileProcessing(const Plugin* /*record*/) { return true; }
+  static bool setPortActive(const Plugin* record, bool isInput, std::uint32_t index, bool isActive,
+                            std::uint32_t /*sampleSize*/) {
+    return with(record, [=](ClapPlugin& plugin) {
+      if (isInput || index >= vst::kOutCount) {
+        return false;
+      }
+      plugin.block->setOutActive(index, isActive);
+      return true;
+    });
   }
 
   static std::uint32_t notePortCount(const Plugin* /*record*/, bool /*isInput*/) { return 1; }
@@ -299,6 +315,7 @@ struct ClapCalls {
 namespace {
 
 constexpr AudioPorts kAudioPortCalls{&ClapCalls::audioPortCount, &ClapCalls::audioPort};
+constexpr AudioPortsActivation kActivationCalls{&ClapCalls::canActivateWhileProcessing, &ClapCalls::setPortActive};
 constexpr NotePorts kNotePortCalls{&ClapCalls::notePortCount, &ClapCalls::notePort};
 constexpr NoteName kNoteNameCalls{&ClapCalls::noteNameCount, &ClapCalls::noteName};
 constexpr Params kParamCalls{&ClapCalls::paramCount, &ClapCalls::paramInfo,   &ClapCalls::paramValue,
@@ -333,6 +350,8 @@ struct Extension {
 };
 
 constexpr std::array kExtensions{Extension{kAudioPorts, &kAudioPortCalls},
+                                 Extension{kAudioPortsActivation, &kActivationCalls},
+                                 Extension{kAudioPortsActivationDraft, &kActivationCalls},
                                  Extension{kNotePorts, &kNotePortCalls},
                                  Extension{kNoteName, &kNoteNameCalls},
                                  Extension{kParams, &kParamCalls},

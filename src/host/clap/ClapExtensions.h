@@ -29,6 +29,15 @@ struct AudioPorts {
   bool (*get)(const Plugin*, std::uint32_t index, bool isInput, AudioPortInfo*);
 };
 
+inline constexpr const char* kAudioPortsActivation = "clap.audio-ports-activation/2";
+inline constexpr const char* kAudioPortsActivationDraft = "clap.audio-ports-activation/draft-2";
+
+/// Without it all ports are active. `sampleSize` is 32 or 64 bits, or 0 where the host does not say.
+struct AudioPortsActivation {
+  bool (*canActivateWhileProcessing)(const Plugin*);
+  bool (*setActive)(const Plugin*, bool isInput, std::uint32_t index, bool isActive, std::uint32_t sampleSize);
+};
+
 inline constexpr const char* kNotePorts = "clap.note-ports";
 inline constexpr std::uint32_t kClapDialect = 1U << 0;
 inline constexpr std::uint32_t kMidiDialect = 1U << 1;

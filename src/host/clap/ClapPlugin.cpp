@@ -62,6 +62,7 @@ bool ClapPlugin::activate(double sampleRate) {
     return false;
   }
   instrument->setSampleRate(static_cast<float>(sampleRate));
+  instrument->makeOuts();
   instrument->resume();
   const auto frames = static_cast<std::uint32_t>(vst::CFsConverterWrapper::latency(sampleRate));
   if (latency.exchange(frames) != frames) {

@@ -83,6 +83,7 @@ void CFsConverterWrapper::reset() {
     out->pair.clear();
     out->isConnected = false;
   }
+  connectedOuts = 0;
   ringWrite = 0;
   ringRead = (0U - kRingLead) & UpPair::kRingMask;
 }
@@ -154,7 +155,7 @@ void CFsConverterWrapper::renderOuts(float** inputs, std::span<float*> outputs, 
     }
     return;
   }
-  if (!outs.empty() || outputs.size() > kMainChannels) {
+  if (connectedOuts > 0 || outputs.size() > kMainChannels) {
     connect(outputs, frames);
   }
   const bool hasInputs = inputs != nullptr && inputs[0] != nullptr;
@@ -170,8 +171,10 @@ void CFsConverterWrapper::renderOuts(float** inputs, std::span<float*> outputs, 
 }
 
 void CFsConverterWrapper::connect(std::span<float*> outputs, std::int32_t frames) {
+  connectedOuts = 0;
   for (std::size_t i = 0; i < outs.size(); ++i) {
     const bool wasConnected = std::exchange(outs[i]->isConnected, hasOut(outputs, i));
+    connectedOuts += outs[i]->isConnected ? 1U : 0U;
     if (outs[i]->isConnected && !wasConnected) {
       outs[i]->pair.joinIn(mainPair, ringRead, ringWrite);
     }
@@ -191,7 +194,7 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outpu
   keepInputSilent(count);
   const auto engineFrames = static_cast<std::int32_t>(count);
   eventRing.dispatch(engineFrames, *listener);
-  if (outs.empty() || outputs.size() == kMainChannels) {
+  if (connectedOuts == 0) {
     ChannelPair engineOutputs = mainPair.engineChannels();
     listener->onProcess(engineInputs.data(), engineOutputs.data(), engineFrames);
   } else {
@@ -199,7 +202,7 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outpu
   }
   const std::size_t made = mainPair.write(count, ringWrite);
   mainPair.read({outputs[0] + offset, outputs[1] + offset}, static_cast<std::size_t>(frames), ringRead);
-  for (std::size_t i = 0; i < outs.size(); ++i) {
+  for (std::size_t i = 0; connectedOuts > 0 && i < outs.size(); ++i) {
     if (outs[i]->isConnected) {  // It makes as many frames, from the same place.
       const std::size_t channel = 2 * i + 2;
       outs[i]->pair.write(count, ringWrite);

@@ -108,7 +108,8 @@ class CFsConverterWrapper {
   platform::ZeroedArray<float> zeroIn;  ///< What absent input channels read.
   UpPair mainPair;
   std::vector<std::unique_ptr<Out>> outs;  ///< None, or kOuts.
-  std::uint32_t ringWrite = 0;             ///< Of all rings.
+  std::size_t connectedOuts = 0;
+  std::uint32_t ringWrite = 0;  ///< Of all rings.
   std::uint32_t ringRead = 0;
   HostEventRing eventRing;
   std::int32_t hostBlockSize = 0;
