@@ -62,6 +62,41 @@ TEST_P(ClientAt, GivesTheSamplesOfTheVst2PluginInTheSameBlocks) {
 
 INSTANTIATE_TEST_SUITE_P(Rates, ClientAt, testing::Values(44100.0F, 48000.0F, 96000.0F));
 
+TEST_F(Client, RendersThoseOutsThatAreOnBesideTheSameMainOne) {
+  SivrayProcessor plain;
+  SivrayProcessor processor;
+  ASSERT_EQ(processor.getBusCount(false), 10);
+  EXPECT_EQ(processor.getTotalNumOutputChannels(), 2);
+  EXPECT_EQ(processor.getBus(false, 9)->getName(), "Effect");
+  auto layout = processor.getBusesLayout();
+  layout.outputBuses.getReference(3) = layout.outputBuses.getReference(1) = juce::AudioChannelSet::mono();
+  EXPECT_FALSE(processor.checkBusesLayoutSupported(layout));
+  // Pads 1 and 3: all but the second of four pairs sound.
+  layout.outputBuses.getReference(3) = layout.outputBuses.getReference(1) = juce::AudioChannelSet::stereo();
+  layout.outputBuses.getReference(2) = juce::AudioChannelSet::stereo();
+  ASSERT_TRUE(processor.setBusesLayout(layout));
+  ASSERT_EQ(processor.getTotalNumOutputChannels(), 8);
+  for (SivrayProcessor* const each : {&plain, &processor}) {
+    each->prepareToPlay(48000.0, 512);
+  }
+  juce::AudioBuffer<float> main(2, 512);
+  juce::AudioBuffer<float> all(8, 512);
+  for (int block = 0; block < 4; ++block) {
+    for (auto* const buffer : {&main, &all}) {
+      juce::MidiBuffer midi;
+      midi.addEvent(juce::MidiMessage::noteOn(1, 36, juce::uint8{100}), 10);
+      midi.addEvent(juce::MidiMessage::noteOn(1, 38, juce::uint8{100}), 90);
+      (buffer == &main ? plain : processor).processBlock(*buffer, midi);
+    }
+    for (int channel = 0; channel < 2; ++channel) {
+      ASSERT_EQ(std::memcmp(main.getReadPointer(channel), all.getReadPointer(channel), 512 * sizeof(float)), 0);
+    }
+  }
+  EXPECT_GT(all.getMagnitude(2, 0, 512), 0.01F);
+  EXPECT_EQ(all.getMagnitude(4, 0, 512), 0.0F);
+  EXPECT_GT(all.getMagnitude(6, 0, 512), 0.01F);
+}
+
 TEST_F(Client, ShowsTheParametersOfTheVst2PluginUnderNamesThatStay) {
   const Plugin plugin(44100.0F);
   SivrayProcessor processor;

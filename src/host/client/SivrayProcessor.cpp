@@ -20,6 +20,7 @@
 #include "host/resample/CFsConverterWrapper.h"
 #include "host/shell/Construction.h"
 #include "host/shell/HostWrites.h"
+#include "host/shell/OutNames.h"
 #include "host/shell/ProgramBanks.h"
 #include "host/shell/SoundNames.h"
 #include "platform/Files.h"
@@ -78,9 +79,16 @@ SivrayProcessor::Impl::Impl(juce::AudioProcessor& processor) : nameReports(proce
   }
 }
 
-SivrayProcessor::SivrayProcessor()
-    : AudioProcessor(BusesProperties().withOutput("Output", juce::AudioChannelSet::stereo())),
-      impl(std::make_unique<Impl>(*this)) {
+/// The main out, and those of pads and effect, which are off at first.
+juce::AudioProcessor::BusesProperties SivrayProcessor::stereoOuts() {
+  BusesProperties buses;
+  for (std::size_t out = 0; out < kOutCount; ++out) {
+    buses.addBus(false, outName(out), juce::AudioChannelSet::stereo(), out == 0);
+  }
+  return buses;
+}
+
+SivrayProcessor::SivrayProcessor() : AudioProcessor(stereoOuts()), impl(std::make_unique<Impl>(*this)) {
   if (impl->panel == nullptr) {
     return;
   }
@@ -113,6 +121,9 @@ void SivrayProcessor::prepareToPlay(double sampleRate, int /*maximumExpectedSamp
     impl->instrument->suspend();
   }
   impl->instrument->setSampleRate(static_cast<float>(sampleRate));
+  if (getTotalNumOutputChannels() > vimo::kMainChannels) {
+    impl->instrument->makeOuts();
+  }
   impl->instrument->resume();
   setLatencySamples(CFsConverterWrapper::latency(sampleRate));
 }
@@ -120,8 +131,11 @@ void SivrayProcessor::prepareToPlay(double sampleRate, int /*maximumExpectedSamp
 void SivrayProcessor::releaseResources() { impl->instrument->suspend(); }
 
 bool SivrayProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const {
-  return layouts.inputBuses.isEmpty() && layouts.outputBuses.size() == 1 &&
-         layouts.getMainOutputChannelSet() == juce::AudioChannelSet::stereo();
+  const auto stereo = juce::AudioChannelSet::stereo();
+  return layouts.inputBuses.isEmpty() && layouts.outputBuses.size() == static_cast<int>(kOutCount) &&
+         layouts.getMainOutputChannelSet() == stereo &&
+         std::all_of(layouts.outputBuses.begin(), layouts.outputBuses.end(),
+                     [&](const auto& channels) { return channels.isDisabled() || channels == stereo; });
 }
 
 void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) {
@@ -137,8 +151,10 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   }
   midi.data.clearQuick();  // As clear(), of which JUCE's own build makes a loop over the bytes.
   takePosition();
-  if (buffer.getNumChannels() >= 2) {
-    std::array<float*, 2> outputs{buffer.getWritePointer(0), buffer.getWritePointer(1)};
+  if (buffer.getNumChannels() > vimo::kMainChannels) {
+    processOuts(buffer);
+  } else if (buffer.getNumChannels() == vimo::kMainChannels) {
+    std::array<float*, vimo::kMainChannels> outputs{buffer.getWritePointer(0), buffer.getWritePointer(1)};
     shell.process(nullptr, outputs.data(), buffer.getNumSamples());
   } else {
     buffer.clear();
@@ -146,6 +162,23 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   if (impl->hostReports != nullptr && buffer.getNumChannels() > 0) {
     impl->hostReports->takeMidi(midi, buffer.getNumSamples());
   }
+}
+
+/// A buffer holds the channels of those outs alone that are on.
+void SivrayProcessor::processOuts(juce::AudioBuffer<float>& buffer) {
+  std::array<float*, vimo::kAllChannels> outputs{};
+  int next = 0;
+  for (std::size_t out = 0; out < kOutCount && next + 1 < buffer.getNumChannels(); ++out) {
+    if (getBus(false, static_cast<int>(out))->isEnabled()) {
+      outputs[2 * out] = buffer.getWritePointer(next);
+      outputs[2 * out + 1] = buffer.getWritePointer(next + 1);
+      next += 2;
+    }
+  }
+  for (; next < buffer.getNumChannels(); ++next) {
+    buffer.clear(next, 0, buffer.getNumSamples());
+  }
+  impl->instrument->processOuts(outputs, buffer.getNumSamples());
 }
 
 void SivrayProcessor::setParameter(int parameterIndex, float newValue) {

@@ -18,9 +18,9 @@ namespace tesh::bramel::vst {
 class BramelInstrumentEditor;
 
 /// Parameters are those that the VST 2 host sees, in the same order; host programs are the first factory bank; the
-/// state is the same bytes as the VST 2 chunk. One stereo output, no input. The same blocks give the same samples as
-/// VST 2. Where the instrument's files are missing, it is silent, has no parameters and programs, and keeps a state for
-/// the host unread.
+/// state is the same bytes as the VST 2 chunk. Ten stereo outputs, of which all but the main one are off at first; no
+/// input. The same blocks give the same samples as VST 2. Where the instrument's files are missing, it is silent, has
+/// no parameters and programs, and keeps a state for the host unread.
 class SivrayProcessor final : public juce::AudioProcessor, public KeyNames {
  public:
   /// Builds the instrument from its files; JUCE must be running. Throws nothing that a host could cause.
@@ -47,8 +47,8 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames {
   void releaseResources() override;
   bool isBusesLayoutSupported(const BusesLayout& layouts) const override;
 
-  /// Renders a block with its messages, at the tempo of the play head, and gives the messages for the host back in
-  /// `midi`. One without channels only takes in what came for it. Audio thread.
+  /// Renders a block, of the outs that are on, with its messages, at the tempo of the play head, and gives the messages
+  /// for the host back in `midi`. One without channels only takes in what came for it. Audio thread.
   void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlock;
   /// The same, but silent: while a host has switched the plug-in off by its bypass.
@@ -101,7 +101,9 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames {
  private:
   class Impl;
 
+  static BusesProperties stereoOuts();
   void takePosition();
+  void processOuts(juce::AudioBuffer<float>& buffer) SIVRAY_NONBLOCKING;
 
   std::unique_ptr<Impl> impl;
 };
