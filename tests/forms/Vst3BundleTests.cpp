@@ -1,8 +1,10 @@
-// The VST 3 bundle in a host of our own: what its text for scanners says, and the names of its keys.
+// The VST 3 bundle in a host of our own: what its text for scanners says, its outs, and the names of its keys.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstring>
@@ -13,8 +15,10 @@
 
 #include <picojson.h>
 #include <pluginterfaces/base/ipluginbase.h>
+#include <pluginterfaces/vst/ivstaudioprocessor.h>
 #include <pluginterfaces/vst/ivstcomponent.h>
 #include <pluginterfaces/vst/ivsteditcontroller.h>
+#include <pluginterfaces/vst/ivstevents.h>
 #include <pluginterfaces/vst/ivstmessage.h>
 #include <pluginterfaces/vst/ivstunits.h>
 
@@ -90,6 +94,26 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
   std::atomic<int> toldProgram = -1;
 };
 
+/// A hit on the first pad.
+class OneNote final : public Vst::IEventList {
+ public:
+  int32 PLUGIN_API getEventCount() override { return 1; }
+  tresult PLUGIN_API getEvent(int32 /*index*/, Vst::Event& event) override {
+    event = {};
+    event.type = Vst::Event::kNoteOnEvent;
+    event.noteOn.pitch = 36;
+    event.noteOn.velocity = 0.8F;
+    return kResultOk;
+  }
+  tresult PLUGIN_API addEvent(Vst::Event& /*event*/) override { return kResultFalse; }
+  tresult PLUGIN_API queryInterface(const TUID /*iid*/, void** object) override {
+    *object = nullptr;
+    return kNoInterface;
+  }
+  uint32 PLUGIN_API addRef() override { return 1; }
+  uint32 PLUGIN_API release() override { return 1; }
+};
+
 std::string narrow(const Vst::TChar* text) {
   std::string result;
   for (; *text != 0; ++text) {
@@ -158,6 +182,62 @@ TEST_F(Vst3Bundle, SaysToScannersWhatItsFactorySays) {
     }
     EXPECT_EQ(categories, info.subCategories);
   }
+}
+
+TEST_F(Vst3Bundle, RendersAnySetOfItsNineFurtherOuts) {
+  PClassInfo info;
+  ASSERT_EQ(factory->getClassInfo(0, &info), kResultOk);
+  Host host;
+  const Held<Vst::IComponent> component(*factory, info.cid, Vst::IComponent_iid);
+  ASSERT_EQ(component->initialize(static_cast<Vst::IComponentHandler*>(&host)), kResultOk);
+  {
+    const Held<Vst::IAudioProcessor> processor(component.get(), Vst::IAudioProcessor_iid);
+    ASSERT_EQ(component->getBusCount(Vst::kAudio, Vst::kOutput), 10);
+    for (int32 index = 0; index < 10; ++index) {
+      Vst::BusInfo bus;
+      ASSERT_EQ(component->getBusInfo(Vst::kAudio, Vst::kOutput, index, bus), kResultOk);
+      EXPECT_EQ(bus.channelCount, 2);
+      EXPECT_EQ((bus.flags & Vst::BusInfo::kDefaultActive) != 0, index == 0);
+      EXPECT_EQ(narrow(bus.name), index == 0 ? "Main" : index == 9 ? "Effect" : "Pad " + std::to_string(index));
+    }
+    constexpr int32 kBlock = 256;
+    for (const unsigned set : {0x001U, 0x3FFU, 0x203U, 0x009U}) {
+      for (int32 index = 0; index < 10; ++index) {
+        component->activateBus(Vst::kAudio, Vst::kOutput, index, (set >> index & 1U) != 0);
+      }
+      Vst::ProcessSetup setup{Vst::kRealtime, Vst::kSample32, kBlock, 48000.0};
+      ASSERT_EQ(processor->setupProcessing(setup), kResultOk);
+      ASSERT_EQ(component->setActive(true), kResultOk);
+      processor->setProcessing(true);
+      std::array<std::array<float, kBlock>, 20> samples{};
+      std::array<float*, 20> channels{};
+      std::array<Vst::AudioBusBuffers, 10> buses;
+      for (std::size_t channel = 0; channel < channels.size(); ++channel) {
+        samples[channel].fill(9.0F);
+        channels[channel] = samples[channel].data();
+        buses[channel / 2].numChannels = 2;
+        buses[channel / 2].channelBuffers32 = &channels[channel / 2 * 2];
+      }
+      OneNote note;
+      Vst::ProcessData data;
+      data.numSamples = kBlock;
+      data.symbolicSampleSize = Vst::kSample32;
+      data.numOutputs = static_cast<int32>(buses.size());
+      data.outputs = buses.data();
+      data.inputEvents = &note;
+      ASSERT_EQ(processor->process(data), kResultOk);
+      for (std::size_t bus = 0; bus < buses.size(); ++bus) {
+        const bool isOn = (set >> bus & 1U) != 0;
+        const auto& left = samples[2 * bus];
+        const bool isHeard = std::any_of(left.begin(), left.end(), [](float x) { return x != 0.0F && x != 9.0F; });
+        EXPECT_EQ(isHeard, isOn && bus <= 1) << "out " << bus << " of " << set;
+        EXPECT_EQ(left[100] == 9.0F, !isOn) << "out " << bus << " of " << set;
+      }
+      processor->setProcessing(false);
+      component->setActive(false);
+    }
+  }
+  component->terminate();
 }
 
 TEST_F(Vst3Bundle, NamesTheKeysOfThePresentKitAndTellsOfAnotherSampleAndKit) {

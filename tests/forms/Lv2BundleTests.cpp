@@ -1,8 +1,9 @@
-// The LV2 bundle in a host of our own that takes the names of keys, as Ardour does.
+// The LV2 bundle in a host of our own that takes the names of keys, as Ardour does, and listens to single outs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -22,23 +23,28 @@ using tesh::bramel::lv2::MidnamUpdate;
 
 constexpr int kFrames = 256;
 
+constexpr std::uint32_t kMainChannels = 2;
+constexpr std::uint32_t kAllChannels = 20;
+
 class Lv2Host {
  public:
-  Lv2Host() {
+  /// The plug-in with one out, number 0, or with ten, number 1.
+  explicit Lv2Host(std::uint32_t number = 0) {
     library = ::dlopen(SIVRAY_LV2_MODULE, RTLD_NOW | RTLD_LOCAL);
     const auto find = library == nullptr ? nullptr : ::dlsym(library, "lv2_descriptor");
-    descriptor = find == nullptr ? nullptr : reinterpret_cast<LV2_Descriptor_Function>(find)(0);
+    descriptor = find == nullptr ? nullptr : reinterpret_cast<LV2_Descriptor_Function>(find)(number);
     if (descriptor == nullptr) {
       return;
     }
     const std::array<const LV2_Feature*, 3> features{&mapFeature, &updateFeature, nullptr};
     instance = descriptor->instantiate(descriptor, 48000.0, SIVRAY_LV2_BUNDLE, features.data());
     ::lv2_atom_forge_init(&forge, &map);
-    for (std::uint32_t port = 0; port < 2; ++port) {
+    const std::uint32_t channels = number == 0 ? kMainChannels : kAllChannels;
+    for (std::uint32_t port = 0; port < channels; ++port) {
       descriptor->connect_port(instance, port, audio[port].data());
     }
-    descriptor->connect_port(instance, 2, input.data());
-    descriptor->connect_port(instance, 3, output.data());
+    descriptor->connect_port(instance, channels, input.data());
+    descriptor->connect_port(instance, channels + 1, output.data());
     descriptor->activate(instance);
   }
   ~Lv2Host() {
@@ -53,11 +59,28 @@ class Lv2Host {
   Lv2Host(const Lv2Host&) = delete;
   Lv2Host& operator=(const Lv2Host&) = delete;
 
+  std::string address() const { return descriptor->URI; }
+  void disconnect(std::uint32_t port) { descriptor->connect_port(instance, port, nullptr); }
+  const std::array<float, kFrames>& channel(std::size_t port) const { return audio[port]; }
+
+  /// Runs a block that begins with a note.
+  void strike(std::uint8_t note) {
+    struckNote = note;
+    run();
+    struckNote = 0;
+  }
+
   /// Runs a block, in which a parameter gets a value if `parameter` is not empty.
   void run(const std::string& parameter = {}, float value = 0.0F) {
     ::lv2_atom_forge_set_buffer(&forge, reinterpret_cast<std::uint8_t*>(input.data()), sizeof(input));
     LV2_Atom_Forge_Frame sequence;
     ::lv2_atom_forge_sequence_head(&forge, &sequence, 0);
+    if (struckNote != 0) {
+      const std::array<std::uint8_t, 3> message{0x90, struckNote, 100};
+      ::lv2_atom_forge_frame_time(&forge, 0);
+      ::lv2_atom_forge_atom(&forge, message.size(), numberOf(LV2_MIDI__MidiEvent));
+      ::lv2_atom_forge_write(&forge, message.data(), message.size());
+    }
     if (!parameter.empty()) {
       LV2_Atom_Forge_Frame object;
       ::lv2_atom_forge_frame_time(&forge, 0);
@@ -118,7 +141,8 @@ class Lv2Host {
   LV2_Feature mapFeature{LV2_URID__map, &map};
   LV2_Feature updateFeature{tesh::bramel::lv2::kMidnamUpdate, &update};
   LV2_Atom_Forge forge{};
-  std::array<std::array<float, kFrames>, 2> audio{};
+  std::uint8_t struckNote = 0;
+  std::array<std::array<float, kFrames>, kAllChannels> audio{};
   alignas(8) std::array<char, 32768> input{};
   alignas(8) std::array<char, 32768> output{};
 };
@@ -143,6 +167,29 @@ TEST(Lv2Bundle, NamesTheKeysOfItsPadsAndTellsOfAnotherSample) {
   EXPECT_NE(host.nameOf(36), before);
   host.run();
   EXPECT_EQ(host.updates, 1);
+}
+
+TEST(Lv2Bundle, HasASecondPlugInWithAnOutForEachPad) {
+  Lv2Host main;
+  Lv2Host host(1);
+  EXPECT_EQ(main.address(), "urn:tesh:sivray");
+  ASSERT_EQ(host.address(), "urn:tesh:sivray:outs");
+  host.disconnect(4 * 2);
+  host.disconnect(4 * 2 + 1);
+  for (int block = 0; block < 20; ++block) {
+    for (Lv2Host* const each : {&main, &host}) {
+      block % 4 == 0 ? each->strike(36) : each->run();
+    }
+    ASSERT_EQ(host.channel(0), main.channel(0)) << block;
+    ASSERT_EQ(host.channel(1), main.channel(1)) << block;
+  }
+  const auto isHeard = [&host](std::size_t port) {
+    return std::any_of(host.channel(port).begin(), host.channel(port).end(), [](float x) { return x != 0.0F; });
+  };
+  EXPECT_TRUE(isHeard(0) && isHeard(2) && isHeard(3));
+  for (std::size_t port = 4; port < 18; ++port) {
+    EXPECT_FALSE(isHeard(port)) << port;
+  }
 }
 
 }  // namespace
