@@ -9,6 +9,8 @@
 #include "check/Check.h"
 #include "check/Process.h"
 #include "check/Scene.h"
+#include "claphost/ClapInstance.h"
+#include "claphost/ClapLibrary.h"
 
 namespace sivray::check {
 namespace {
@@ -192,6 +194,24 @@ Verdict waitingTimes(const CheckSettings& settings) {
                  saving, loading, making);
 }
 
+/// What hosts do with each plug-in that they find, before anybody uses it: load it and look what it is, and for CLAP
+/// list its kits. JUCE's LV2 host reads all bundles of the system meanwhile.
+Verdict scan(const CheckSettings& settings) {
+  constexpr double kMostForLoad = 100.0;
+  constexpr double kMostForKits = 20.0;
+  const int runs = settings.count(9, 50);
+  const double loading = millisecondsOf(runs, [&] { settings.load(); });
+  double listing = 0.0;
+  std::size_t kits = 0;
+  if (settings.form == hosting::Form::clap) {
+    const claphost::ClapLibrary library(settings.formPath, settings.parameterNames);
+    listing = millisecondsOf(runs, [&] { kits = claphost::ClapInstance::findPrograms(library).size(); });
+  }
+  const bool fast = (loading <= kMostForLoad || settings.form == hosting::Form::lv2) && listing <= kMostForKits;
+  return verdict(isSanitized() || fast, "loaded and looked at in %.1f ms, %zu kits listed in %.1f ms", loading, kits,
+                 listing);
+}
+
 /// Makes instances and keeps them, as a song with many tracks does. Returns the cost of one.
 Verdict furtherInstances(const CheckSettings& settings) {
   constexpr int kCount = 8;
@@ -274,6 +294,7 @@ std::vector<Check> realTimeChecks() {
           {"worst block", worstBlock},
           {"speed", speed},
           {"waiting times", waitingTimes},
+          {"scan", scan, CheckedForms::others},
           {"further instances", furtherInstances},
           {"soak", soak}};
 }

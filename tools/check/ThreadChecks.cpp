@@ -6,6 +6,7 @@
 
 #include "check/Check.h"
 #include "check/Scene.h"
+#include "claphost/ClapInstance.h"
 #include "render/PluginModel.h"
 
 namespace sivray::check {
@@ -130,6 +131,13 @@ Verdict loadsWhilePlaying(const CheckSettings& settings) {
     }
   }
   audio.finish();
+  if (auto* const clap = dynamic_cast<claphost::ClapInstance*>(host.get())) {
+    const auto calls = clap->takeHostCalls();
+    return verdict(audio.facts.isSane() && calls.all > loads && calls.onWrongThread == 0,
+                   "%d programs, states and waves loaded, %d blocks meanwhile, %d of %d calls to the host on a thread "
+                   "that is not theirs",
+                   loads, audio.blocks.load(), calls.onWrongThread, calls.all);
+  }
   return verdict(audio.facts.isSane(), "%d programs, states and waves loaded, %d blocks meanwhile", loads,
                  audio.blocks - before);
 }

@@ -46,11 +46,28 @@ std::int64_t writeBytes(const OutputStream* stream, const void* from, std::uint6
 struct HostCalls {
   static ClapInstance& of(const Host* host) { return *static_cast<ClapInstance*>(host->hostData); }
 
-  static void requestNothing(const Host*) {}
-  static void requestCallback(const Host* host) { of(host).wantsCallback = true; }
-  static void requestFlush(const Host* host) { of(host).wantsFlush = true; }
-  static void rescan(const Host* host, std::uint32_t) { of(host).record({HostCallKind::updateDisplay, 0, 0.0F, {}}); }
-  static void clear(const Host*, std::uint32_t, std::uint32_t) {}
+  /// Counts a call.
+  static ClapInstance& count(const Host* host, bool isAllowed) {
+    ClapInstance& own = of(host);
+    ++own.hostCalls;
+    own.wrongCalls += isAllowed ? 0 : 1;
+    return own;
+  }
+  /// A call for the main thread alone.
+  static ClapInstance& onMain(const Host* host) {
+    return count(host, std::this_thread::get_id() == of(host).mainThread);
+  }
+
+  static void requestNothing(const Host* host) { count(host, true); }
+  static void changed(const Host* host) { onMain(host); }
+  static void requestCallback(const Host* host) { count(host, true).wantsCallback = true; }
+  static void requestFlush(const Host* host) {
+    count(host, std::this_thread::get_id() != of(host).audioThread.load()).wantsFlush = true;
+  }
+  static void rescan(const Host* host, std::uint32_t) {
+    onMain(host).record({HostCallKind::updateDisplay, 0, 0.0F, {}});
+  }
+  static void clear(const Host* host, std::uint32_t, std::uint32_t) { onMain(host); }
   static bool requestResize(const Host* host, std::uint32_t width, std::uint32_t height) {
     of(host).record({HostCallKind::sizeWindow, 0, 0.0F, {static_cast<int>(width), static_cast<int>(height)}});
     return true;
@@ -60,9 +77,9 @@ struct HostCalls {
 
   static const void* extension(const Host*, const char* id) {
     static constexpr HostParams kHostParams{&rescan, &clear, &requestFlush};
-    static constexpr HostState kHostState{&requestNothing};
-    static constexpr HostLatency kHostLatency{&requestNothing};
-    static constexpr HostNoteName kHostNoteName{&requestNothing};
+    static constexpr HostState kHostState{&changed};
+    static constexpr HostLatency kHostLatency{&changed};
+    static constexpr HostNoteName kHostNoteName{&changed};
     static constexpr HostGui kHostGui{&requestNothing, &requestResize, &refuse, &refuse, &closed};
     static constexpr HostPresetLoad kHostPresets{&presetFailed, &presetLoaded};
     const std::string_view wanted(id);
@@ -77,7 +94,7 @@ struct HostCalls {
 
   /// A kit that the plug-in has chosen by itself, or been told to.
   static void presetLoaded(const Host* host, std::uint32_t kind, const char*, const char* key) {
-    ClapInstance& own = of(host);
+    ClapInstance& own = onMain(host);
     const auto found = std::ranges::find(own.programs, std::string(key), &ClapInstance::Program::key);
     if (kind == LocationKind::plugin && found != own.programs.end()) {
       own.selectedProgram = static_cast<int>(found - own.programs.begin());
@@ -122,7 +139,7 @@ ClapInstance::ClapInstance(const ClapLibrary& library, const std::vector<std::st
     }
   }
   waiting = std::vector<Waiting>(parameters.size());
-  findPrograms(library);
+  programs = findPrograms(library);
   activate();
 }
 
@@ -236,7 +253,9 @@ void ClapInstance::process(float* left, float* right, int frames) {
   const OutputEvents out{this, &HostCalls::push};
   Process given{
       playedFrames, static_cast<std::uint32_t>(frames), &transport, nullptr, &output, 0, 1, blockEvents.list(), &out};
+  audioThread = std::this_thread::get_id();
   plugin->process(plugin, &given);
+  audioThread = std::thread::id();
   events.clear();
   playedFrames += frames;
 }
@@ -307,18 +326,18 @@ const void* noIndexerExtension(const PresetIndexer*, const char*) { return nullp
 
 }  // namespace
 
-void ClapInstance::findPrograms(const ClapLibrary& library) {
+std::vector<ClapInstance::Program> ClapInstance::findPrograms(const ClapLibrary& library) {
   const auto* const discovery =
       static_cast<const PresetDiscoveryFactory*>(library.entry().getFactory(kPresetDiscoveryFactory));
   if (discovery == nullptr || discovery->count(discovery) == 0) {
-    return;
+    return {};
   }
   const PresetIndexer indexer{
       {}, "Sivray Render", "", "", "", nullptr, &accept, &acceptLocation, &acceptSoundpack, &noIndexerExtension};
   const PresetProvider* const provider =
       discovery->create(discovery, &indexer, discovery->getDescriptor(discovery, 0)->id);
   if (provider == nullptr) {
-    return;
+    return {};
   }
   PresetList list;
   const MetadataReceiver receiver{&list,
@@ -336,9 +355,11 @@ void ClapInstance::findPrograms(const ClapLibrary& library) {
     provider->getMetadata(provider, LocationKind::plugin, nullptr, &receiver);
   }
   provider->destroy(provider);
+  std::vector<Program> found;
   for (auto& [name, key] : list.namesAndKeys) {
-    programs.push_back({std::move(name), std::move(key)});
+    found.push_back({std::move(name), std::move(key)});
   }
+  return found;
 }
 
 std::string ClapInstance::programName(int index) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "claphost/ClapLibrary.h"
@@ -63,14 +64,25 @@ class ClapInstance final : public hosting::HostedPlugin {
   bool setEditorScale(float scale) override;
   void settleEditor() override;
 
-  /// Does on the main thread what the plug-in has asked for.
-  void answerRequests();
-
- private:
+  /// A kit as the library lists it for a host's browser.
   struct Program {
     std::string name;
     std::string key;
   };
+  static std::vector<Program> findPrograms(const ClapLibrary& library);
+
+  /// Calls of the plug-in to its host since the last time, and those among them on a thread that the interface does not
+  /// allow. Any thread.
+  struct HostCallCount {
+    int all = 0;
+    int onWrongThread = 0;
+  };
+  HostCallCount takeHostCalls() { return {hostCalls.exchange(0), wrongCalls.exchange(0)}; }
+
+  /// Does on the main thread what the plug-in has asked for.
+  void answerRequests();
+
+ private:
   /// A value that waits for the next block. Any thread may set it.
   struct Waiting {
     std::atomic<bool> isSet = false;
@@ -83,7 +95,6 @@ class ClapInstance final : public hosting::HostedPlugin {
   bool has(int index) const { return index >= 0 && index < parameterCount(); }
   double heldValue(int index);
   void takeOutput(const tesh::bramel::clap::EventHeader& event);
-  void findPrograms(const ClapLibrary& library);
 
   tesh::bramel::clap::Host host{};
   const tesh::bramel::clap::Plugin* plugin = nullptr;
@@ -99,6 +110,10 @@ class ClapInstance final : public hosting::HostedPlugin {
   bool isActive = false;
   bool hasWindow = false;
   std::int64_t playedFrames = 0;
+  const std::thread::id mainThread = std::this_thread::get_id();
+  std::atomic<std::thread::id> audioThread;  ///< While a block runs.
+  std::atomic<int> hostCalls = 0;
+  std::atomic<int> wrongCalls = 0;
   std::atomic<bool> wantsCallback = false;
   std::atomic<bool> wantsFlush = false;
 };
