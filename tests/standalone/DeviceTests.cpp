@@ -45,7 +45,7 @@ TEST_F(SoundDeviceTest, OpensWhatIsRememberedElseARunningServerElseACard) {
   machine["JACK"]["system"].opens = false;
   sound.open({.type = "ALSA", .name = "other", .rate = 96000.0});
   EXPECT_EQ(text(), "ALSA: other, 44100 Hz, 256 frames") << "of a rate that the device lacks";
-  EXPECT_EQ(sound.available().size(), 3U);
+  EXPECT_EQ(sound.available().size(), 4U) << "JACK's with further outs, too";
   sound.open({.type = "JACK", .name = "system"});
   EXPECT_EQ(sound.current().type, "ALSA");
   EXPECT_EQ(sound.problem(), juce::String("system (JACK) does not open: it is busy"));
@@ -56,6 +56,19 @@ TEST_F(SoundDeviceTest, OpensWhatIsRememberedElseARunningServerElseACard) {
   EXPECT_EQ(sound.problem(), juce::String());
   sound.open({.type = "ALSA", .name = "other"});
   EXPECT_EQ(sound.current().type, "ALSA") << "not JACK's of the same name";
+}
+
+TEST_F(SoundDeviceTest, HasFurtherOutsOnJackAlone) {
+  machine["JACK"]["system"] = {};
+  machine["ALSA"]["card"] = {};
+  sound.open({.type = "JACK", .name = "system", .hasOuts = true});
+  EXPECT_EQ(text(), "JACK: system, 44100 Hz, 256 frames, an out for each pad");
+  EXPECT_TRUE(sound.current().hasOuts);
+  sound.open({.type = "ALSA", .name = "card", .hasOuts = true});
+  EXPECT_EQ(text(), "ALSA: card, 44100 Hz, 256 frames");
+  EXPECT_FALSE(sound.current().hasOuts);
+  sound.open({.type = "JACK", .name = "system"});
+  EXPECT_FALSE(sound.current().hasOuts);
 }
 
 TEST_F(SoundDeviceTest, TakesAnotherDeviceWhenItsOwnIsLostAndComesBackToItLater) {

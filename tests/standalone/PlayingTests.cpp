@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <set>
@@ -55,7 +56,10 @@ DemoScore oneBar() {
 /// Writes down its blocks, and gives a constant.
 class NotingProcessor final : public juce::AudioProcessor {
  public:
-  NotingProcessor() : AudioProcessor(BusesProperties().withOutput("Output", juce::AudioChannelSet::stereo())) {}
+  NotingProcessor()
+      : AudioProcessor(BusesProperties()
+                           .withOutput("Main", juce::AudioChannelSet::stereo())
+                           .withOutput("Pad", juce::AudioChannelSet::stereo(), false)) {}
 
   void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override {
     longest = std::max(longest, buffer.getNumSamples());
@@ -80,6 +84,9 @@ class NotingProcessor final : public juce::AudioProcessor {
     for (int i = 0; i < buffer.getNumSamples(); ++i) {
       buffer.setSample(0, i, 0.5F);
       buffer.setSample(1, i, 0.25F);
+      for (int channel = 2; channel < buffer.getNumChannels(); ++channel) {
+        buffer.setSample(channel, i, static_cast<float>(channel));
+      }
     }
   }
   using AudioProcessor::processBlock;
@@ -256,6 +263,20 @@ TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
   const auto four = block(100, 4);
   EXPECT_THAT((std::vector{four[0][99], four[1][99], four[2][99], four[3][99]}), ElementsAre(0.5F, 0.25F, 0.0F, 0.0F));
   EXPECT_TRUE(block(16, 0).empty());
+
+  // Behind three channels of its own, one for each side of a further out.
+  playback.prepare(44100.0, 64, 2);
+  std::array<std::vector<float>, 5> channels;
+  channels.fill(std::vector<float>(100, 9.0F));
+  for (const bool isConnected : {true, false}) {
+    const std::array<float*, 5> outputs{channels[0].data(), channels[1].data(), channels[2].data(),
+                                        isConnected ? channels[3].data() : nullptr, channels[4].data()};
+    playback.audioDeviceIOCallbackWithContext(nullptr, 0, outputs.data(), 5, 100, {});
+    EXPECT_THAT((std::vector{channels[0][99], channels[1][99], channels[2][99], channels[3][99], channels[4][99]}),
+                ElementsAre(0.5F, 0.25F, 0.0F, 2.0F, 3.0F));
+  }
+  playback.prepare(44100.0, 64);
+  EXPECT_FLOAT_EQ(block(64, 1)[0][63], 0.375F) << "the further out is off again";
 }
 
 TEST_F(PlaybackTest, KeysAndMidiInputsStrikeAndTheToneFadesInAndOut) {

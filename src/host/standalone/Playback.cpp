@@ -8,6 +8,8 @@
 #include <numbers>
 #include <utility>
 
+#include "host/standalone/SoundDevice.h"
+
 namespace tesh::bramel::standalone {
 namespace {
 
@@ -35,8 +37,7 @@ Playback::~Playback() { processor->setPlayHead(nullptr); }
 void Playback::setInstrument(juce::AudioProcessor& instrument) {
   instrument.setPlayHead(this);
   if (sampleRate > 0.0) {
-    instrument.setRateAndBufferSizeDetails(sampleRate, longestBlock);
-    instrument.prepareToPlay(sampleRate, longestBlock);
+    prepareInstrument(instrument);
   }
   juce::AudioProcessor* before = nullptr;
   {
@@ -72,19 +73,29 @@ Playback::Heard Playback::takeHeard() {
 void Playback::playTestTone() { isToneWanted = true; }
 
 void Playback::audioDeviceAboutToStart(juce::AudioIODevice* device) {
-  prepare(device->getCurrentSampleRate(), device->getCurrentBufferSizeSamples());
+  prepare(device->getCurrentSampleRate(), device->getCurrentBufferSizeSamples(), SoundDevice::moreOutputsOf(*device));
 }
 
-void Playback::prepare(double rate, int frames) {
+void Playback::prepare(double rate, int frames, int moreOutputs) {
   sampleRate = rate;
   longestBlock = std::max(frames, 1);
-  sound.setSize(kChannels, longestBlock);
+  hasOuts = moreOutputs > 0;
+  sound.setSize(kChannels + moreOutputs, longestBlock);
   collector.reset(rate);
   demoPlayer.setSampleRate(rate);
   toneFrames = static_cast<int>(kToneSeconds * rate);
   toneFrame = toneFrames;
-  processor->setRateAndBufferSizeDetails(rate, longestBlock);
-  processor->prepareToPlay(rate, longestBlock);
+  prepareInstrument(*processor);
+}
+
+void Playback::prepareInstrument(juce::AudioProcessor& instrument) const {
+  if (hasOuts) {
+    instrument.enableAllBuses();
+  } else {
+    instrument.disableNonMainBuses();
+  }
+  instrument.setRateAndBufferSizeDetails(sampleRate, longestBlock);
+  instrument.prepareToPlay(sampleRate, longestBlock);
 }
 
 void Playback::audioDeviceStopped() { processor->releaseResources(); }
@@ -129,7 +140,7 @@ void Playback::audioDeviceIOCallbackWithContext(const float* const* /*inputs*/, 
 }
 
 void Playback::render(int frames) {
-  juce::AudioBuffer<float> block(sound.getArrayOfWritePointers(), kChannels, frames);
+  juce::AudioBuffer<float> block(sound.getArrayOfWritePointers(), sound.getNumChannels(), frames);
   block.clear();
   demoPlayer.addEvents(events, frames);
   if (const juce::SpinLock::ScopedTryLockType lock(instrumentLock); lock.isLocked()) {
@@ -168,16 +179,23 @@ void Playback::addTestTone(int frames) {
 
 void Playback::copyTo(float* const* outputs, int outputCount, int from, int frames) const {
   using Vectors = juce::FloatVectorOperations;
-  for (int channel = 0; channel < outputCount; ++channel) {
+  const int more = sound.getNumChannels() - kChannels;
+  const int own = std::max(outputCount - more, 0);
+  for (int channel = 0; channel < own; ++channel) {
     if (channel < kChannels) {
       Vectors::copy(outputs[channel] + from, sound.getReadPointer(channel), frames);
     } else {
       Vectors::clear(outputs[channel] + from, frames);
     }
   }
-  if (outputCount == 1) {
+  if (own == 1) {
     Vectors::add(outputs[0] + from, sound.getReadPointer(1), frames);
     Vectors::multiply(outputs[0] + from, 0.5F, frames);
+  }
+  for (int channel = own; channel < outputCount; ++channel) {
+    if (outputs[channel] != nullptr) {
+      Vectors::copy(outputs[channel] + from, sound.getReadPointer(channel - own + kChannels), frames);
+    }
   }
 }
 

@@ -15,10 +15,11 @@
 namespace tesh::bramel::standalone {
 
 /// Copes with blocks of any size and devices of any number of channels: a device of one channel plays the middle of
-/// both, and what a device has beyond two stays silent. The processor plays while a device runs.
+/// both, and what a device has beyond two stays silent, but for its outputs for pads and effect, see
+/// SoundDevice::moreOutputsOf. The processor plays while a device runs.
 class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInputCallback, private juce::AudioPlayHead {
  public:
-  /// `instrument` outlives this object, and has no inputs and two outputs.
+  /// `instrument` outlives this object, and has no inputs and two outputs, with others that may be turned on.
   Playback(juce::AudioProcessor& instrument, DemoScore score);
   ~Playback() override;
 
@@ -58,11 +59,12 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
                                         const juce::AudioIODeviceCallbackContext& context) override;
   void handleIncomingMidiMessage(juce::MidiInput* source, const juce::MidiMessage& message) override;
 
-  /// Without a device: for `rate` in Hz and blocks of up to `frames`.
-  void prepare(double rate, int frames);
+  /// Without a device: for `rate` in Hz and blocks of up to `frames`, for a device with so many outputs behind its own.
+  void prepare(double rate, int frames, int moreOutputs = 0);
 
  private:
   juce::Optional<PositionInfo> getPosition() const override;
+  void prepareInstrument(juce::AudioProcessor& instrument) const;
   void render(int frames);
   void hearPanel();
   void addTestTone(int frames);
@@ -82,6 +84,7 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   juce::AudioBuffer<float> sound;
   double sampleRate = 0.0;
   int longestBlock = 0;
+  bool hasOuts = false;  ///< The device has outputs for pads and effect.
   std::atomic<std::uint64_t> blocks = 0;
   std::atomic<bool> isToneWanted = false;
   int toneFrame = 0;  ///< Of the test tone; at its end while none sounds.

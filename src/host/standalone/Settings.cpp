@@ -11,6 +11,7 @@ constexpr const char* kDeviceType = "soundType";
 constexpr const char* kDeviceName = "soundDevice";
 constexpr const char* kRate = "soundRate";
 constexpr const char* kBlockKey = "soundBlock";
+constexpr const char* kOutsKey = "soundOuts";
 #ifdef _WIN32
 constexpr const char* kMidiSwitched = "midiInputsOn";
 #else
@@ -43,6 +44,7 @@ DeviceChoice Settings::device() const {
   const int block = file.getIntValue(kBlockKey);
   choice.rate = rate > 0.0 && rate < kHighestRate ? rate : 0.0;
   choice.block = block > 0 && block <= kLongestBlock ? block : 0;
+  choice.hasOuts = file.getBoolValue(kOutsKey);
   return choice;
 }
 
@@ -51,6 +53,7 @@ void Settings::setDevice(const DeviceChoice& choice) {
   file.setValue(kDeviceName, choice.name);
   file.setValue(kRate, choice.rate);
   file.setValue(kBlockKey, choice.block);
+  file.setValue(kOutsKey, choice.hasOuts);
 }
 
 juce::StringArray Settings::midiNamesSwitched() const {

@@ -144,9 +144,10 @@ void SetupView::refreshLists() {
   const DeviceChoice current = soundDevice.current();
   std::vector<std::string> names;
   for (const auto& choice : devices) {
-    names.push_back((choice.type + ": " + choice.name).toStdString());
+    names.push_back((choice.type + ": " + choice.name + (choice.hasOuts ? ", an out for each pad" : "")).toStdString());
   }
-  outputs->show(std::move(names), indexOf(devices, DeviceChoice{.type = current.type, .name = current.name}));
+  const DeviceChoice named{.type = current.type, .name = current.name, .hasOuts = current.hasOuts};
+  outputs->show(std::move(names), indexOf(devices, named));
   std::vector<std::string> rateTexts;
   for (const double rate : soundDevice.rates()) {
     rateTexts.push_back(std::to_string(juce::roundToInt(rate)));
@@ -188,6 +189,7 @@ void SetupView::listRowSelected(BWSimpleListView& list, int row) {
   if (&list == &outputs->list && index < devices.size()) {
     wanted.type = devices[index].type;
     wanted.name = devices[index].name;
+    wanted.hasOuts = devices[index].hasOuts;
   } else if (&list == &rates->list && index < soundDevice.rates().size()) {
     wanted.rate = soundDevice.rates()[index];
   } else if (&list == &blocks->list && index < soundDevice.blocks().size()) {

@@ -8,9 +8,32 @@
 #include <utility>
 
 #include "core/EngineRate.h"
+#include "host/shell/OutNames.h"
+
+#ifdef __linux__
+namespace juce {
+StringArray& getJackMoreOutputs();  // In the changed file of JUCE's; for devices that are made from then on.
+}
+#endif
 
 namespace tesh::bramel::standalone {
 namespace {
+
+constexpr const char* kServerOfPorts = "JACK";
+
+#ifdef __linux__
+void setMoreOutputs(bool hasOuts) {
+  juce::StringArray names;
+  for (std::size_t out = 1; hasOuts && out < vst::kOutCount; ++out) {
+    names.addArray({vst::outName(out) + " L", vst::outName(out) + " R"});
+  }
+  juce::getJackMoreOutputs() = names;
+}
+int moreOutputs() { return juce::getJackMoreOutputs().size(); }
+#else
+void setMoreOutputs(bool /*hasOuts*/) {}
+int moreOutputs() { return 0; }
+#endif
 
 constexpr int kWatchMilliseconds = 1000;
 constexpr int kSearchMilliseconds = 3000;  ///< To ask all systems of sound takes some milliseconds.
@@ -36,6 +59,10 @@ double rateFor(juce::AudioIODevice& device, double wanted) {
 juce::String hertz(double rate) { return juce::String(juce::roundToInt(rate)) + " Hz"; }
 
 }  // namespace
+
+int SoundDevice::moreOutputsOf(const juce::AudioIODevice& device) {
+  return device.getTypeName() == kServerOfPorts ? moreOutputs() : 0;
+}
 
 SoundDevice::Types SoundDevice::systemTypes() {
   Types types;
@@ -97,6 +124,7 @@ bool SoundDevice::tryToOpen(juce::AudioIODeviceType& type, const DeviceChoice& c
   if (!type.getDeviceNames(false).contains(choice.name)) {
     return false;
   }
+  setMoreOutputs(choice.hasOuts && choice.type == kServerOfPorts);
   std::unique_ptr<juce::AudioIODevice> opened(type.createDevice(choice.name, {}));
   if (opened == nullptr) {
     return false;
@@ -119,7 +147,8 @@ bool SoundDevice::tryToOpen(juce::AudioIODeviceType& type, const DeviceChoice& c
   openChoice = {.type = choice.type,
                 .name = choice.name,
                 .rate = device->getCurrentSampleRate(),
-                .block = device->getCurrentBufferSizeSamples()};
+                .block = device->getCurrentBufferSizeSamples(),
+                .hasOuts = moreOutputsOf(*device) > 0};
   return true;
 }
 
@@ -137,7 +166,7 @@ DeviceChoice SoundDevice::current() const { return openChoice; }
 juce::String SoundDevice::describe() const {
   if (device != nullptr && isAnswering) {
     return openChoice.type + ": " + openChoice.name + ", " + hertz(openChoice.rate) + ", " +
-           juce::String(openChoice.block) + " frames";
+           juce::String(openChoice.block) + " frames" + (openChoice.hasOuts ? ", an out for each pad" : "");
   }
   if (device != nullptr) {
     return "No sound: " + openChoice.type + " does not answer";
@@ -157,13 +186,23 @@ std::vector<DeviceChoice> SoundDevice::available() {
   }
   types.clear();
   types = typeMaker();
+#ifdef __linux__
+  constexpr bool canHaveOuts = true;
+#else
+  constexpr bool canHaveOuts = false;
+#endif
   std::vector<DeviceChoice> choices;
+  std::vector<DeviceChoice> withOuts;
   for (const auto& type : types) {
     type->scanForDevices();
     for (const auto& name : type->getDeviceNames(false)) {
       choices.push_back({.type = type->getTypeName(), .name = name});
+      if (canHaveOuts && type->getTypeName() == kServerOfPorts) {
+        withOuts.push_back({.type = type->getTypeName(), .name = name, .hasOuts = true});
+      }
     }
   }
+  choices.insert(choices.end(), withOuts.begin(), withOuts.end());
   return choices;
 }
 

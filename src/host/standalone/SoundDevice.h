@@ -16,8 +16,9 @@ namespace tesh::bramel::standalone {
 struct DeviceChoice {
   juce::String type;  ///< "JACK", "ALSA" or a type of Windows.
   juce::String name;
-  double rate = 0.0;  ///< Hz.
-  int block = 0;      ///< Frames.
+  double rate = 0.0;     ///< Hz.
+  int block = 0;         ///< Frames.
+  bool hasOuts = false;  ///< With ports of its own for each pad and the effect; JACK alone.
 
   bool operator==(const DeviceChoice&) const = default;
 };
@@ -27,6 +28,10 @@ class SoundDevice : private juce::Timer {
  public:
   using Types = std::vector<std::unique_ptr<juce::AudioIODeviceType>>;
   using MakeTypes = std::function<Types()>;
+
+  /// How many outputs a device has behind its own: those of the pads and of the effect, or none. The device gives null
+  /// for one that is not connected.
+  static int moreOutputsOf(const juce::AudioIODevice& device);
 
   /// The types of this system, a running sound server's before plain sound cards'.
   static Types systemTypes();
