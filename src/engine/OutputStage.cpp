@@ -1,4 +1,6 @@
-// The buses of a block, separated eight frames at a time, the output stage for SSE2, and the choice of a kernel for it.
+// The buses of a block, separated eight frames at a time, the output stage in the registers that every processor has,
+// and the choice of a kernel for it.
+// and the choice of a kernel for it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/OutputStage.h"
 
@@ -16,9 +18,9 @@ using platform::VectorSet;
 
 #if SIVRAY_FOR_X86
 constexpr std::array<OutputKernel, 2> kKernels{
-    {{"SSE2", VectorSet::baseline, renderOutputSse2}, {"AVX2", VectorSet::avx2, renderOutputAvx2}}};
+    {{"SSE2", VectorSet::baseline, renderOutputBaseline}, {"AVX2", VectorSet::avx2, renderOutputAvx2}}};
 #else
-constexpr std::array<OutputKernel, 1> kKernels{{{"SSE2", VectorSet::baseline, renderOutputSse2}}};
+constexpr std::array<OutputKernel, 1> kKernels{{{"NEON", VectorSet::baseline, renderOutputBaseline}}};
 #endif
 
 using R = cofu::registers::Registers128;
@@ -108,7 +110,7 @@ void clearBuses(BusSamples dry, BusSamples wet, int frames) {
   }
 }
 
-void renderOutputSse2(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
+void renderOutputBaseline(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
   renderLanes<R>(dry, wet, out, frames, gain);
 }
 

@@ -63,7 +63,7 @@ void clearBuses(BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
 using RenderOutput = void(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
                           std::int32_t gain) SIVRAY_NONBLOCKING;
 
-RenderOutput renderOutputSse2;
+RenderOutput renderOutputBaseline;
 RenderOutput renderOutputAvx2;
 
 struct OutputKernel {

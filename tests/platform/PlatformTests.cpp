@@ -18,7 +18,6 @@
 #include <optional>
 
 #include "platform/Clock.h"
-#include "platform/DenormalGuard.h"
 #include "platform/Files.h"
 #include "platform/Locale.h"
 #include "platform/PluginBundle.h"
@@ -298,17 +297,6 @@ TEST_F(Platform, TakesABackslashInAChosenPathForPartOfANameWhereItLeadsNowhereEl
   fs::remove(path);
   EXPECT_TRUE(writeAtomically(NativePath::chosen(path), Bytes{2}));
   EXPECT_EQ(readWhole(home + "/a/b"), Bytes{2});
-}
-
-TEST_F(Platform, FlushesDenormalsAndGivesTheCallersSettingBack) {
-  volatile float tiny = 1e-30F;
-  {
-    const DenormalGuard guard;
-    const volatile float denormal = tiny * 1e-10F;
-    EXPECT_EQ(denormal, 0.0F);
-  }
-  const volatile float denormal = tiny * 1e-10F;
-  EXPECT_NE(denormal, 0.0F);
 }
 
 TEST_F(Platform, HasAClockThatOnlyGoesForward) {

@@ -6,7 +6,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 struct CompleteLaw {
   static constexpr LawParts kParts{
-      .aims = true, .glides = true, .derives = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+      .aims = true, .glides = true, .derives = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
   static constexpr unsigned kMemory = 64;
   static constexpr std::size_t kRequiredSamples = 64;
   static constexpr unsigned kLineLength = 64;
@@ -22,7 +22,7 @@ struct CompleteLaw {
   void derive();
   void step(const Settings& to, std::int16_t& left, std::int16_t& right);
   bool fitsLanes(const Settings& to) const;
-  static unsigned runSse2(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
+  static unsigned runBaseline(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
   static unsigned runAvx2(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
   bool isSilent(unsigned count) const;
   void skip(const Settings& to, unsigned count);

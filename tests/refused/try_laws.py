@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# Breaks a law of an effect in many ways, of which none may compile.
+# Breaks a law of an effect and the plain form of lanes in many ways, of which none may compile.
 #   try_laws.py COMPILER INCLUDE_FOLDER...
 # SPDX-License-Identifier: GPL-3.0-or-later
 import pathlib
@@ -7,18 +7,20 @@ import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
 
-LAW = (pathlib.Path(__file__).parent / "CompleteLaw.cpp").read_text()
+HERE = pathlib.Path(__file__).parent
+LAW = (HERE / "CompleteLaw.cpp").read_text()
+LANES = (HERE.parent.parent / "src/effects/interfaces/OneSample.h").read_text().replace("#pragma once", "")
 
 # What is replaced, by what, and a word of the compiler's answer.
 CASES = [
     (" kParts{", " kPart{", "kParts"), (".sleeps", ".sleep", "sleep"), (" step(", " steps(", "Steps"),
     (" aim(", " aims(", "aims"), (" eachSmoothed(", " eachSmooth(", "glides"), (" derive(", " derives(", "derives"),
-    (" fitsLanes(", " fitLanes(", "lanes"), (" runSse2(", " runSSE2(", "lanes"), (" runAvx2(", " runAVX2(", "lanes"),
+    (" fitsLanes(", " fitLanes(", "lanes"), (" runBaseline(", " runSSE2(", "lanes"), (" runAvx2(", " runAVX2(", "lanes"),
     (" isSilent(", " isSilence(", "sleeps"), (" skip(", " skips(", "sleeps"),
     (" kRequiredSamples ", " kSamples ", "kRequiredSamples"), (" kLineLength ", " kLength ", "kLineLength"),
     (" writeIndex ", " writeAt ", "writeIndex"),
     # The law names a part less than it has.
-    (".glides = true, ", "", "glides"), ("sse2AndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
+    (".glides = true, ", "", "glides"), ("baselineAndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
     # A part has another form.
     ("bool isSilent(unsigned count) const", "bool isSilent() const", "sleeps"),
     ("static unsigned runAvx2", "static void runAvx2", "lanes"),
@@ -29,27 +31,38 @@ CASES = [
      "  void stepSide(const Settings& to, Side& side, std::int16_t& sample);", "Steps")]
 
 
+LANE_CASES = [
+    (" leak(OneSample ", " leaks(OneSample ", "SampleForm"), (" sum(OneSample a, OneSample b)", " add(OneSample a, OneSample b)",
+                                                              "SampleForm"),
+    ("OneSample narrowed()", "OneSample narrow()", "SampleForm"), (" kWords =", " kWord =", "SampleForm"),
+    ("bool isAnyNegative(OneWord a)", "int isAnyNegative(OneWord a)", "SampleForm"),
+    ("OneWord lowerHalves()", "OneWord lowerHalf()", "SampleForm"), (" magnitude(OneWord", " abs(OneWord", "SampleForm")]
+
+
 def answer(text):
     command = [sys.argv[1], "-std=c++20", "-fsyntax-only", "-x", "c++", *["-I" + folder for folder in sys.argv[2:]], "-"]
     result = subprocess.run(command, input=text, capture_output=True, text=True)
     return result.returncode, result.stderr
 
 
-def complaint(case):
+def complaint(text, case):
     right, wrong, word = case
-    if right not in LAW:
-        return f"'{right}' is not in the law"
-    code, errors = answer(LAW.replace(right, wrong))
+    if right not in text:
+        return f"'{right}' is not in the text"
+    code, errors = answer(text.replace(right, wrong))
     if code == 0:
         return f"'{wrong}' for '{right}' compiles"
     return None if word in errors else f"'{wrong}' for '{right}' is refused without a word of '{word}':\n{errors}"
 
 
 def main():
-    code, errors = answer(LAW)
-    complaints = [] if code == 0 else ["the complete law does not compile:\n" + errors]
-    with ThreadPoolExecutor(2) as pool:
-        complaints += [said for said in pool.map(complaint, CASES) if said]
+    complaints = []
+    for text, cases in ((LAW, CASES), (LANES, LANE_CASES)):
+        code, errors = answer(text)
+        if code != 0:
+            complaints.append("the unbroken text does not compile:\n" + errors)
+        with ThreadPoolExecutor(2) as pool:
+            complaints += [said for said in pool.map(lambda case, text=text: complaint(text, case), cases) if said]
     sys.exit("\n".join(complaints) or None)
 
 

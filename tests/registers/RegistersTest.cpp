@@ -6,6 +6,7 @@
 
 #include "core/VectorCode.h"
 #include "platform/CpuFeatures.h"
+#include "registers/DenormalGuard.h"
 #include "registers/Registers128.h"
 
 #include "registers/RegisterLaws.h"
@@ -64,6 +65,17 @@ TEST(Registers, PartsOfARegisterAreItsLanes) {
   EXPECT_EQ(R::first32(R::bytesDown<6>(v)), 0x00050004);
   EXPECT_EQ(R::third32(R::bytesUp<6>(v)), 0x00030002);
   EXPECT_EQ(R::first32(R::swappedLowMiddles16(v)), 0x00030001);
+}
+
+TEST(DenormalGuard, FlushesDenormalsAndGivesTheCallersSettingBack) {
+  volatile float tiny = 1e-30F;
+  {
+    const DenormalGuard guard;
+    const volatile float denormal = tiny * 1e-10F;
+    EXPECT_EQ(denormal, 0.0F);
+  }
+  const volatile float denormal = tiny * 1e-10F;
+  EXPECT_NE(denormal, 0.0F);
 }
 
 }  // namespace

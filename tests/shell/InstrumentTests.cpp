@@ -8,9 +8,12 @@
 #include <cmath>
 #include <thread>
 
+#if defined(__x86_64__) || defined(__i386__)
+#include <xmmintrin.h>
+#endif
+
 #include "InstrumentScene.h"
 #include "core/LittleEndian.h"
-#include "platform/DenormalGuard.h"
 #include "storage/state/EditBufferRecord.h"
 
 namespace instrument {

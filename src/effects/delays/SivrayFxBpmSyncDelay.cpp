@@ -84,7 +84,7 @@ bool BpmSyncDelayLaw::fitsLanes(const Settings& now) const {
   return time >> 12 == now.time && age >= kMostLanes && age < kLineLength - 1 && taps == lastTaps();
 }
 
-unsigned BpmSyncDelayLaw::runSse2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned BpmSyncDelayLaw::runBaseline(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runDelay<Samples128>(law, left, right, count);
 }
 

@@ -21,7 +21,7 @@ struct BpmSyncDelayLaw {
                                    .followsTempo = true,
                                    .resetTakesPending = true,
                                    .glides = true,
-                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
   struct Settings {
@@ -42,8 +42,8 @@ struct BpmSyncDelayLaw {
   void reset(const Settings& now) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& now) const SIVRAY_NONBLOCKING;
-  static unsigned runSse2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 

@@ -35,7 +35,7 @@ void ShortDelayLaw::step(const Settings&, std::int16_t& left, std::int16_t& righ
   stepAs<OneSample>(*this, &left, &right);
 }
 
-unsigned ShortDelayLaw::runSse2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned ShortDelayLaw::runBaseline(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runLanes<Samples128>(law, left, right, count);
 }
 

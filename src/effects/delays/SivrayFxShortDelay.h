@@ -11,7 +11,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a feedback comb on each side that is fed by the echo of the other side. There is no separate dry path: the
 /// sound that enters a line is also the output.
 struct ShortDelayLaw {
-  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
 
   static constexpr unsigned kLineLength = 16384;
   static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
@@ -25,8 +25,8 @@ struct ShortDelayLaw {
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& now) const { return now.time >= kMostLanes; }
-  static unsigned runSse2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 

@@ -17,7 +17,7 @@ struct Pump {
                                    .followsTempo = true,
                                    .otherRestart = kRhythmicRestart,
                                    .aims = true,
-                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
   /// Gain while the sound is held down: 0.109, the square of the linear curve at 42.
@@ -42,7 +42,7 @@ struct Pump {
   void aim(const Settings& to, bool) { now = to; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& to) const { return gain.fitsLanes(to.level); }
-  static unsigned runSse2(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;

@@ -16,7 +16,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// The vector registers in which a law can run.
-enum class LaneParts : std::uint8_t { none, avx2, sse2AndAvx2 };
+enum class LaneParts : std::uint8_t { none, avx2, baselineAndAvx2 };
 
 /// What a law has beside the necessary.
 struct LawParts {
@@ -92,7 +92,7 @@ template <typename Law>
 concept LaneLaw = requires(const Law& law, const typename Law::Settings& to) {
   /// Whether no feedback is shorter than 16 samples and all else rests too.
   { law.fitsLanes(to) } -> std::same_as<bool>;
-} && RunsLanes<Law::runAvx2, Law> && (Law::kParts.lanes == LaneParts::avx2 || RunsLanes<Law::runSse2, Law>);
+} && RunsLanes<Law::runAvx2, Law> && (Law::kParts.lanes == LaneParts::avx2 || RunsLanes<Law::runBaseline, Law>);
 
 /// Answers silence with silence once its memory is zero. Then the frame skips silent blocks while the settings rest.
 template <typename Law>
@@ -120,9 +120,9 @@ concept BorrowingLaw = requires(Law law, std::int16_t* area) {
 template <typename Law>
 concept NamesGlide = VisitsSmoothed<Law> || requires { &Law::restsAt; } || requires { &Law::glide; };
 template <typename Law>
-concept NamesSse2 = requires { &Law::runSse2; };
+concept NamesBaseline = requires { &Law::runBaseline; };
 template <typename Law>
-concept NamesLanes = NamesSse2<Law> || requires { &Law::fitsLanes; } || requires { &Law::runAvx2; };
+concept NamesLanes = NamesBaseline<Law> || requires { &Law::fitsLanes; } || requires { &Law::runAvx2; };
 template <typename Law>
 concept NamesSleep = requires { Law::kMemory; } || requires { &Law::isSilent; } || requires { &Law::skip; };
 // clang-format on
@@ -138,7 +138,8 @@ consteval bool keepsItsParts() {
     static_assert(!NamesLanes<Law>, "the law says that it has no lanes");
   } else {
     static_assert(LaneLaw<Law>, "the law says that it runs in lanes");
-    static_assert((kParts.lanes == LaneParts::avx2) != NamesSse2<Law>, "the law says otherwise in which lanes it runs");
+    static_assert((kParts.lanes == LaneParts::avx2) != NamesBaseline<Law>,
+                  "the law says otherwise in which lanes it runs");
   }
   static_assert(kParts.sleeps ? SleepingLaw<Law> : !NamesSleep<Law>, "the law says otherwise whether it sleeps");
   return true;

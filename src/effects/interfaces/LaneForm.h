@@ -10,9 +10,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// How a law is computed. Every form returns the same bits; SampleLanes.h describes the forms.
 enum class LaneForm : std::uint8_t {
-  plain,  ///< Sample by sample.
-  sse2,   ///< Eight samples at a time; every 64-bit processor has it.
-  avx2    ///< Sixteen samples at a time.
+  plain,     ///< Sample by sample.
+  baseline,  ///< In registers that every processor has: mostly eight samples at a time.
+  avx2       ///< With AVX2: mostly sixteen samples at a time.
 };
 
 /// Samples that the longest form computes at once. Feedback must be at least that old.
@@ -24,7 +24,7 @@ inline LaneForm bestLaneForm() {
   if (platform::supports(VectorSet::avx2)) {
     return LaneForm::avx2;
   }
-  return platform::supports(VectorSet::baseline) ? LaneForm::sse2 : LaneForm::plain;
+  return platform::supports(VectorSet::baseline) ? LaneForm::baseline : LaneForm::plain;
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -51,7 +51,7 @@ inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) 
 
 /// Moves the law on by as many samples as fill whole registers, in place, with `stepAs<Samples>(law, left, right)`.
 /// Returns their number. Works on a copy of the law, so that the compiler keeps gains and positions in registers.
-template <typename Samples, typename Law>
+template <lanes::SampleForm Samples, typename Law>
 [[gnu::flatten]] unsigned runLanes(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   Law now = law;
   unsigned done = 0;

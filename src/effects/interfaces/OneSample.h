@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "core/FixedPoint.h"
+#include "effects/interfaces/LaneConcepts.h"
 #include "effects/interfaces/ShortLeak.h"
 
 // In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
@@ -217,6 +218,8 @@ inline OneSample between(OneSample near, OneSample beyond, OneSample::Fraction<k
 inline OneSample nearerZeroWhereEqual(OneSample a, OneSample b) {
   return {a.v == b.v ? a.v - ((a.v > 0) - (a.v < 0)) : a.v};
 }
+
+static_assert(SampleForm<OneSample>);
 
 /// Words as samples, limited to -32767 .. 32767. In the other forms samples fill half a register.
 struct TwoSamples {

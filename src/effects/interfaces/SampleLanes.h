@@ -7,7 +7,7 @@
 // instantiate it:
 //   - the law's `step`, with OneSample: it serves while a value glides, where feedback is too short, and for the rest
 //     of a block;
-//   - the law's `runSse2`, in the law's source file;
+//   - the law's `runBaseline`, in the law's source file;
 //   - the law's `runAvx2`, in the room's source file for AVX2.
 // The latter includes all templates between the marks of core/VectorCode.h, with Lanes256.h first. What they share with
 // other files it includes before the marks: OneSample.h, Registers128.h and the headers of the laws. Therefore a law's
@@ -200,6 +200,7 @@ TwoHalves<R> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
 
 /// Eight samples.
 using Samples128 = SamplesIn<cofu::registers::Registers128>;
+static_assert(SampleForm<Samples128>);
 
 }  // namespace tesh::bramel::plugin::sivray::effects::lanes
 

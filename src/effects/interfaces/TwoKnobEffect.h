@@ -214,8 +214,8 @@ class TwoKnobEffect : public SivrayFx {
         if constexpr (SIVRAY_FOR_X86) {
           done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
         }
-        if constexpr (kParts.lanes == LaneParts::sse2AndAvx2) {
-          done += done < count ? Law::runSse2(law, left + done, right + done, count - done) : 0;
+        if constexpr (kParts.lanes == LaneParts::baselineAndAvx2) {
+          done += done < count ? Law::runBaseline(law, left + done, right + done, count - done) : 0;
         }
       }
     }

@@ -33,7 +33,7 @@ void Q60393Tremolo::step(const Settings&, std::int16_t& left, std::int16_t& righ
   runModulated<OneSample>(*this, &left, &right, 1);
 }
 
-unsigned Q60393Tremolo::runSse2(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned Q60393Tremolo::runBaseline(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runModulated<Samples128>(law, left, right, count);
 }
 
@@ -47,7 +47,7 @@ void Q60393Autopan::step(const Settings&, std::int16_t& left, std::int16_t& righ
   runModulated<OneSample>(*this, &left, &right, 1);
 }
 
-unsigned Q60393Autopan::runSse2(Q60393Autopan& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned Q60393Autopan::runBaseline(Q60393Autopan& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runModulated<Samples128>(law, left, right, count);
 }
 

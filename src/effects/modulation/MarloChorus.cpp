@@ -47,7 +47,7 @@ void MarloChorus::step(const Settings&, std::int16_t& left, std::int16_t& right)
   runMarloChorus<MarloOne>(*this, &left, &right, 1);
 }
 
-unsigned MarloChorus::runSse2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned MarloChorus::runBaseline(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runMarloChorus<MarloIn<cofu::registers::Registers128>>(law, left, right, count);
 }
 

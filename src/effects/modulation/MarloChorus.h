@@ -10,8 +10,11 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a chorus: one tap a channel, 150 to 226 samples late.
 struct MarloChorus {
-  static constexpr LawParts kParts{
-      .start = Knobs{}, .otherRestart = kMarloRestart, .aims = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{},
+                                   .otherRestart = kMarloRestart,
+                                   .aims = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleeps = true};
 
   using Settings = MarloSettings;
 
@@ -43,7 +46,8 @@ struct MarloChorus {
   void aim(const Settings& to, bool) { settings = to; }
 
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(MarloChorus& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = MarloLines::kMemory;

@@ -12,7 +12,7 @@ void MarloEnsemble::step(const Settings&, std::int16_t& left, std::int16_t& righ
   runEnsemble<MarloOne>(*this, &left, &right, 1);
 }
 
-unsigned MarloEnsemble::runSse2(MarloEnsemble& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned MarloEnsemble::runBaseline(MarloEnsemble& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runEnsemble<MarloIn<cofu::registers::Registers128>>(law, left, right, count);
 }
 

@@ -11,8 +11,11 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a string ensemble: each voice's tap is moved by a fast and a slow sine, a third of a cycle apart from the
 /// next voice. The right voices follow the left ones at a distance that Spread sets.
 struct MarloEnsemble {
-  static constexpr LawParts kParts{
-      .start = Knobs{}, .otherRestart = kMarloRestart, .aims = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{},
+                                   .otherRestart = kMarloRestart,
+                                   .aims = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleeps = true};
 
   using Settings = MarloSettings;
 
@@ -28,8 +31,8 @@ struct MarloEnsemble {
   void aim(const Settings& to, bool) { settings = to; }
 
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 

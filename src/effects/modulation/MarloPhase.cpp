@@ -15,7 +15,7 @@ void MarloPhase::skip(const Settings& to, unsigned count) {
   lines.skip(count);
 }
 
-unsigned MarloPhase::runSse2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned MarloPhase::runBaseline(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runMarloPhase<MarloIn<cofu::registers::Registers128>>(law, left, right, count);
 }
 

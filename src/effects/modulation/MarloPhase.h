@@ -8,8 +8,11 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a flanger without feedback: one tap a channel, 9 to 81 samples late.
 struct MarloPhase {
-  static constexpr LawParts kParts{
-      .start = Knobs{}, .otherRestart = kMarloRestart, .aims = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{},
+                                   .otherRestart = kMarloRestart,
+                                   .aims = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleeps = true};
 
   using Settings = MarloSettings;
 
@@ -28,7 +31,8 @@ struct MarloPhase {
   void aim(const Settings& to, bool) { settings = to; }
 
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(MarloPhase& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = MarloLines::kMemory;

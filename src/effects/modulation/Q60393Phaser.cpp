@@ -54,7 +54,7 @@ void Q60393Phaser::step(const Settings& to, std::int16_t& left, std::int16_t& ri
   out.storeSaturated(left, right);
 }
 
-unsigned Q60393Phaser::runSse2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned Q60393Phaser::runBaseline(Q60393Phaser& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runPhaser<cofu::registers::Registers128>(law, left, right, count);
 }
 

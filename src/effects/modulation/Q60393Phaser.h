@@ -20,7 +20,7 @@ struct Q60393Phaser {
                                    .resetTakesPending = true,
                                    .aims = true,
                                    .glides = true,
-                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
   /// All-pass coefficient that the oscillator takes its depth from, Q15: 0.8926, the square of the linear curve at 120.
@@ -46,8 +46,8 @@ struct Q60393Phaser {
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 

@@ -13,15 +13,15 @@ struct Q60393Tremolo : GainModulator {
                                    .resetTakesPending = true,
                                    .aims = true,
                                    .glides = true,
-                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
   static constexpr std::int32_t kSpread = 0;
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
-  static unsigned runSse2(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;

@@ -25,7 +25,7 @@ void Ringmod::step(const Settings&, std::int16_t& left, std::int16_t& right) {
   stepAs<OneSample>(*this, &left, &right);
 }
 
-unsigned Ringmod::runSse2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned Ringmod::runBaseline(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runLanes<Samples128>(law, left, right, count);
 }
 

@@ -13,7 +13,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// parabolas; its output is twice as loud as the input and then limited.
 struct Ringmod {
   static constexpr LawParts kParts{
-      .start = Knobs{64, 64}, .glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+      .start = Knobs{64, 64}, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
 
   struct Settings {
     std::int32_t frequency;  ///< Phase step per sample, in 2^-17 of a cycle.
@@ -24,7 +24,7 @@ struct Ringmod {
   void reset(const Settings&) { phase = 0; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;

@@ -95,7 +95,7 @@ void GateReverb::step(const Settings&, std::int16_t& left, std::int16_t& right) 
   runGated<OneSample>(*this, &left, &right, 1);
 }
 
-unsigned GateReverb::runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned GateReverb::runBaseline(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runGated<Samples128>(law, left, right, count);
 }
 

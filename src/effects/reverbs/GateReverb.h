@@ -37,7 +37,7 @@ class ReverbGate {
 /// Edit1 is the hold time (1 ms to 1 s), Edit2 the wet level. Nothing else can be set.
 struct GateReverb : ReverbNetwork {
   static constexpr LawParts kParts{
-      .start = Knobs{30, 100}, .aims = true, .glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+      .start = Knobs{30, 100}, .aims = true, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
 
   struct Settings {
     std::int32_t holdStep;  ///< What the hold counter loses per sample.
@@ -57,7 +57,8 @@ struct GateReverb : ReverbNetwork {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { holdStep = to.holdStep; }
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(GateReverb& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }

@@ -8,7 +8,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 struct RoomReverbLaw : ReverbNetwork {
-  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
 
   /// Q15 gains.
   struct Settings {
@@ -24,8 +24,8 @@ struct RoomReverbLaw : ReverbNetwork {
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runSse2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
   void skip(const Settings&, unsigned count) { skipNetwork(count); }

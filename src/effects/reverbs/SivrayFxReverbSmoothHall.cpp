@@ -71,7 +71,7 @@ void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, 
     if constexpr (SIVRAY_FOR_X86) {
       done = laneForm == LaneForm::avx2 ? runAvx2(flow, left, right, count) : 0;
     }
-    done += done < count ? runSse2(flow, left + done, right + done, count - done) : 0;
+    done += done < count ? runBaseline(flow, left + done, right + done, count - done) : 0;
   }
   while (done < count) {
     if (ticks) {
@@ -81,7 +81,8 @@ void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, 
   }
 }
 
-unsigned SivrayFxReverbSmoothHall::runSse2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned SivrayFxReverbSmoothHall::runBaseline(HallFlow& flow, std::int16_t* left, std::int16_t* right,
+                                               unsigned count) {
   return runLanes<Samples128>(flow, left, right, count);
 }
 

@@ -38,7 +38,8 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   void takeSettings();
   void runGrid(std::int16_t* left, std::int16_t* right, unsigned count);
 
-  static unsigned runSse2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(HallFlow& flow, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   Relaxed<unsigned> decayKnob{0};

@@ -154,7 +154,7 @@ void GrainShifterLaw::step(const Settings&, std::int16_t& left, std::int16_t& ri
   stepGrains(*this, OneSample{recordFade.value()}, OneSample{outputFade.value()}, &left, &right);
 }
 
-unsigned GrainShifterLaw::runSse2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned GrainShifterLaw::runBaseline(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   return runGrains<Samples128>(law, left, right, count);
 }
 

@@ -19,7 +19,7 @@ struct GrainFades {
 /// Models a beat repeater: two lines take turns. One records for half a cycle while the other repeats its last grain.
 struct GrainShifterLaw {
   static constexpr LawParts kParts{
-      .followsTempo = true, .aims = true, .glides = true, .lanes = LaneParts::sse2AndAvx2, .sleeps = true};
+      .followsTempo = true, .aims = true, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
 
   static constexpr unsigned kLineLength = 131072;
   static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
@@ -42,8 +42,8 @@ struct GrainShifterLaw {
 
   /// The longest grain is read where it is being written.
   bool fitsLanes(const Settings& to) const { return to.delay >= kMostLanes && to.delay < kLineLength; }
-  static unsigned runSse2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 

@@ -17,7 +17,7 @@ struct Slicer {
                                    .followsTempo = true,
                                    .otherRestart = kRhythmicRestart,
                                    .aims = true,
-                                   .lanes = LaneParts::sse2AndAvx2,
+                                   .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
   static constexpr std::int32_t kPhaseTop = 2147483647;
@@ -50,7 +50,7 @@ struct Slicer {
 
   /// Without a hold the two saws may meet at their tops, where they sum to 2.0.
   bool fitsLanes(const Settings& to) const { return to.edge != kEdgeWithoutHold && gain.fitsLanes(to.level); }
-  static unsigned runSse2(Slicer& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static unsigned runBaseline(Slicer& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(Slicer& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;

@@ -15,12 +15,12 @@ using platform::VectorSet;
 
 #if SIVRAY_FOR_X86
 constexpr std::array<VoiceKernel, 3> kKernels{{
-    {"SSE2", VectorSet::baseline, runVoicesSse2, tickRampsSse2},
+    {"SSE2", VectorSet::baseline, runVoicesBaseline, tickRampsBaseline},
     {"SSE4.1", VectorSet::sse41, runVoicesSse41, tickRampsSse41},
     {"AVX2", VectorSet::avx2, runVoicesAvx2, tickRampsAvx2},
 }};
 #else
-constexpr std::array<VoiceKernel, 1> kKernels{{{"SSE2", VectorSet::baseline, runVoicesSse2, tickRampsSse2}}};
+constexpr std::array<VoiceKernel, 1> kKernels{{{"NEON", VectorSet::baseline, runVoicesBaseline, tickRampsBaseline}}};
 #endif
 
 }  // namespace

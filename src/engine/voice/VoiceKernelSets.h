@@ -9,11 +9,11 @@ namespace tesh::bramel::plugin::sivray {
 class RampBank;
 struct VoiceRun;
 
-int runVoicesSse2(const VoiceRun& run) SIVRAY_NONBLOCKING;
+int runVoicesBaseline(const VoiceRun& run) SIVRAY_NONBLOCKING;
 int runVoicesSse41(const VoiceRun& run) SIVRAY_NONBLOCKING;
 int runVoicesAvx2(const VoiceRun& run) SIVRAY_NONBLOCKING;
 
-bool tickRampsSse2(RampBank& ramps) SIVRAY_NONBLOCKING;
+bool tickRampsBaseline(RampBank& ramps) SIVRAY_NONBLOCKING;
 bool tickRampsSse41(RampBank& ramps) SIVRAY_NONBLOCKING;
 bool tickRampsAvx2(RampBank& ramps) SIVRAY_NONBLOCKING;
 

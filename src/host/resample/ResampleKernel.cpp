@@ -12,11 +12,11 @@ using platform::VectorSet;
 
 #if SIVRAY_FOR_X86
 constexpr std::array<ResampleKernel, 2> kKernels{{
-    {"SSE2", VectorSet::baseline, runResampleSse2},
+    {"SSE2", VectorSet::baseline, runResampleBaseline},
     {"AVX2", VectorSet::avx2, runResampleAvx2},
 }};
 #else
-constexpr std::array<ResampleKernel, 1> kKernels{{{"SSE2", VectorSet::baseline, runResampleSse2}}};
+constexpr std::array<ResampleKernel, 1> kKernels{{{"NEON", VectorSet::baseline, runResampleBaseline}}};
 #endif
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 namespace tesh::bramel::vst {
 
-std::size_t runResampleSse2(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
+std::size_t runResampleBaseline(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
 std::size_t runResampleAvx2(const ResampleRun& run, ResamplePosition& position) SIVRAY_NONBLOCKING;
 
 }  // namespace tesh::bramel::vst

@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "core/EngineRate.h"
-#include "platform/DenormalGuard.h"
+#include "registers/DenormalGuard.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -130,7 +130,7 @@ void ShellBlock::process(float** inputs, std::span<float*> outputs, std::int32_t
   if (frames < 0 || (frames != 0 && hasNull(outputs))) {
     return;
   }
-  const platform::DenormalGuard guard;
+  const cofu::registers::DenormalGuard guard;
   const MainLock lock(core.mainMutex);
   core.audioThreads.note(lock);
   midi.emptyInbox(lock);

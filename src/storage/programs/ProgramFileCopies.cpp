@@ -30,12 +30,11 @@ std::string endingOf(CopyTime time) {
   const SystemTime point{milliseconds(time)};
   const auto day = std::chrono::floor<std::chrono::days>(point);
   const std::chrono::year_month_day date(day);
-  const std::chrono::hh_mm_ss clock(point - day);
+  const auto ofDay = static_cast<int>((point - day).count());
   std::array<char, 64> text{};
   std::snprintf(text.data(), text.size(), ".%04d-%02u-%02uT%02d-%02d-%02d.%03dZ", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                static_cast<int>(clock.seconds().count()), static_cast<int>(clock.subseconds().count()));
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), ofDay / 3'600'000,
+                ofDay / 60'000 % 60, ofDay / 1000 % 60, ofDay % 1000);
   return text.data();
 }
 

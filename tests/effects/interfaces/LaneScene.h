@@ -57,7 +57,7 @@ void turn(Dice& dice, Effect& effect) {
 /// Values glide for part of the scene and rest for most of it.
 template <typename Effect>
 void expectFormsToAgree(unsigned seed, int blocks) {
-  for (const LaneForm form : {LaneForm::sse2, LaneForm::avx2}) {
+  for (const LaneForm form : {LaneForm::baseline, LaneForm::avx2}) {
     if (form > tesh::bramel::plugin::sivray::effects::bestLaneForm()) {
       continue;
     }

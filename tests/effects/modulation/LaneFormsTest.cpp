@@ -48,9 +48,9 @@ TEST(Modulation, LanesStopWhereATriangleIsAtItsVeryTop) {
         plain.step({}, expected.left[i], expected.right[i]);
       }
 #if SIVRAY_FOR_X86
-      const auto run = bestLaneForm() == LaneForm::avx2 ? &Q60393Autopan::runAvx2 : &Q60393Autopan::runSse2;
+      const auto run = bestLaneForm() == LaneForm::avx2 ? &Q60393Autopan::runAvx2 : &Q60393Autopan::runBaseline;
 #else
-      const auto run = &Q60393Autopan::runSse2;
+      const auto run = &Q60393Autopan::runBaseline;
 #endif
       const std::size_t done = run(fast, sound.left.data(), sound.right.data(), 64);
       EXPECT_EQ(done, step == 0 ? 0U : 16U);

@@ -8,7 +8,7 @@
 #include <xmmintrin.h>
 #endif
 
-namespace tesh::bramel::platform {
+namespace tesh::cofu::registers {
 
 /// Changes the calling thread's control register, so it must be destroyed on the thread that made it. Audio thread.
 /// Does nothing on other processors than x86 and 64-bit ARM.
@@ -44,4 +44,4 @@ class DenormalGuard {
   Control saved;
 };
 
-}  // namespace tesh::bramel::platform
+}  // namespace tesh::cofu::registers

@@ -1,4 +1,4 @@
-// The resampler's kernel for SSE2, which every 64-bit processor has: four lanes hold two frames of two channels.
+// The resampler's kernel in the registers that every processor has: four lanes hold two frames of two channels.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/ResampleKernelRun.h"
 #include "host/resample/ResampleKernelSets.h"
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::vst {
 
-std::size_t runResampleSse2(const ResampleRun& run, ResamplePosition& position) {
+std::size_t runResampleBaseline(const ResampleRun& run, ResamplePosition& position) {
   return runResample<cofu::registers::Registers128>(run, position);
 }
 

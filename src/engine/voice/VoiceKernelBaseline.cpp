@@ -1,4 +1,4 @@
-// The voice kernel for SSE2, which every 64-bit processor has.
+// The voice kernel in the registers that every processor has.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstddef>
 #include <cstdint>
@@ -15,8 +15,8 @@ namespace tesh::bramel::plugin::sivray {
 
 using namespace cofu::registers;
 
-int runVoicesSse2(const VoiceRun& run) { return runVoices<Registers128, FourLanes<Registers128>>(run); }
+int runVoicesBaseline(const VoiceRun& run) { return runVoices<Registers128, FourLanes<Registers128>>(run); }
 
-bool tickRampsSse2(RampBank& ramps) { return tickRamps<Registers128>(ramps); }
+bool tickRampsBaseline(RampBank& ramps) { return tickRamps<Registers128>(ramps); }
 
 }  // namespace tesh::bramel::plugin::sivray
