@@ -3,7 +3,7 @@
 # the page.
 #   scripts/benchmarks.py measure OUT.csv [--build build/release] [--only PREFIX]
 #       counts every path, or those whose names begin with PREFIX: name, figure, unit, commit, machine. Fails when an
-#       effect is above its budget. All paths take about ten minutes on two cores.
+#       effect is above its budget. All paths took half an hour on two busy cores.
 #   scripts/benchmarks.py compare OLD.csv NEW.csv [--limit 2]
 #       prints what has changed, and fails when a path takes more instructions by over 2 per cent and over 0.2.
 #   scripts/benchmarks.py page FILE.csv

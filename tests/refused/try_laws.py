@@ -32,11 +32,10 @@ CASES = [
 
 
 LANE_CASES = [
-    (" leak(OneSample ", " leaks(OneSample ", "SampleForm"), (" sum(OneSample a, OneSample b)", " add(OneSample a, OneSample b)",
-                                                              "SampleForm"),
-    ("OneSample narrowed()", "OneSample narrow()", "SampleForm"), (" kWords =", " kWord =", "SampleForm"),
-    ("bool isAnyNegative(OneWord a)", "int isAnyNegative(OneWord a)", "SampleForm"),
-    ("OneWord lowerHalves()", "OneWord lowerHalf()", "SampleForm"), (" magnitude(OneWord", " abs(OneWord", "SampleForm")]
+    (" leak(OneSample ", " leaks(OneSample ", "SampleForm"), (" sum(OneSample a,", " add(OneSample a,", "SampleForm"),
+    (" kWords =", " kWord =", "SampleForm"), ("OneSample narrowed()", "OneSample narrow()", "WideForm"),
+    ("bool isAnyNegative(OneWord a)", "int isAnyNegative(OneWord a)", "WordForm"),
+    ("OneWord lowerHalves()", "OneWord lowerHalf()", "WordForm"), (" magnitude(OneWord", " abs(OneWord", "WordForm")]
 
 
 def answer(text):
