@@ -5,6 +5,7 @@
 #include <cctype>
 #include <charconv>
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 #include <optional>
 #include <set>
@@ -151,8 +152,15 @@ class OutcomePrinter {
     if (count(FileOutcome::Kind::unused) > 0) {
       std::cout << "; " << counted(count(FileOutcome::Kind::unused), "file", "files") << " could not be used";
     }
-    std::cout << ".\nEvery form plays them from its next start on. To take one away: sivray-content remove NAME"
-              << std::endl;
+    std::cout << ".\n";
+    if (std::getenv("BRAMEL_COMMON_FILES") != nullptr) {
+      std::cout
+          << "Whatever is started with BRAMEL_COMMON_FILES, as it is set here, plays that content and not your sounds"
+          << std::endl;
+    } else {
+      std::cout << "Every form plays them from its next start on. To take one away: sivray-content remove NAME"
+                << std::endl;
+    }
   }
 
  private:

@@ -185,7 +185,7 @@ std::string OwnChange::keepFile(std::int32_t number, const fs::path& source) {
   constexpr std::size_t kLongestName = 200;  // Bytes; file systems take 255.
   const std::string extension = printable(textOf(source.extension()).substr(0, 16));
   const std::string stem = nameWithin(printable(textOf(source.stem())), kLongestName);
-  const std::string name = ownFileStart(number) + stem + extension;
+  std::string name = ownFileStart(number) + stem + extension;
   try {
     copies.push_back(name);
     fs::copy_file(source, content.places.files / pathOf(kUnlistedPrefix + name), fs::copy_options::overwrite_existing);

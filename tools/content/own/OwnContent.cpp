@@ -22,7 +22,7 @@ constexpr const char* kMissingFile = "missing";
 std::string fileOf(const OwnPaths& paths, std::int32_t number) {
   std::error_code error;
   for (fs::directory_iterator entry(paths.files, error), end; !error && entry != end; entry.increment(error)) {
-    const std::string name = textOf(entry->path().filename());
+    std::string name = textOf(entry->path().filename());
     if (name.starts_with(ownFileStart(number))) {
       return name;
     }

@@ -68,9 +68,10 @@ OwnLock::OwnLock(const OwnPaths& paths, const Say& say) {
     std::this_thread::sleep_for(kPause);
   }
   if (::access(paths.root.c_str(), W_OK) != 0 || ::access(paths.files.c_str(), W_OK) != 0) {
-    const std::runtime_error fault = systemFault(paths.root, "cannot be written");
+    const int reason = errno;
     ::close(handle);
-    throw fault;
+    errno = reason;
+    throw systemFault(paths.root, "cannot be written");
   }
 }
 

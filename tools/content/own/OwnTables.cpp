@@ -59,20 +59,23 @@ OwnTables::OwnTables(IndexFiles given) : source(std::move(given)) {
   }
   factorySampleBytes = source.samples.size() - ownBytes;
   for (std::int32_t wave = 0; wave < waveCount; ++wave) {
-    ByteReader reader(recordAt(source.waves, static_cast<std::size_t>(wave * distance), kWaveRecordBytes));
+    ByteReader reader(recordAt(source.waves, indexOf(wave), kWaveRecordBytes));
     reader.word();
     names.emplace_back(reader.text(kWaveNameBytes));
   }
 }
 
+/// The record of a factory wave.
+std::size_t OwnTables::indexOf(std::int32_t wave) const {
+  return static_cast<std::size_t>(wave) * (isOwn ? std::size_t{kNumbersPerFactoryWave} : 1);
+}
+
 int OwnTables::factoryCategory(std::int32_t wave) const {
-  const auto index = static_cast<std::size_t>(wave * (isOwn ? kNumbersPerFactoryWave : 1));
-  return static_cast<int>(ByteReader(recordAt(source.categories, index, kWaveRecordBytes)).word()) - 1;
+  return static_cast<int>(ByteReader(recordAt(source.categories, indexOf(wave), kWaveRecordBytes)).word()) - 1;
 }
 
 OwnStretch OwnTables::factoryStretch(std::int32_t wave) const {
-  const auto index = static_cast<std::size_t>(wave * (isOwn ? kNumbersPerFactoryWave : 1));
-  ByteReader reader(recordAt(source.waves, index, kWaveRecordBytes));
+  ByteReader reader(recordAt(source.waves, indexOf(wave), kWaveRecordBytes));
   const bool isMono = reader.word() == kMonoType;
   reader.text(kWaveNameBytes);
   const std::size_t left = reader.word();

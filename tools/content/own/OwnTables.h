@@ -61,6 +61,7 @@ class OwnTables {
   std::vector<OwnSound> listed() const;
 
  private:
+  std::size_t indexOf(std::int32_t wave) const;
   std::size_t sampleRecordOf(std::int32_t number) const;
   OwnStretch stretchAt(std::size_t left, std::size_t right) const;
 
