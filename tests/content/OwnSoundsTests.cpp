@@ -73,6 +73,21 @@ TEST_F(OwnSounds, LeaveFreeNumbersToTheNearestFactoryWave) {
   }
 }
 
+TEST_F(OwnSounds, AreComparedWithTheFactorysAtEachChange) {
+  const auto nearestTo = [this](std::int32_t number) {
+    tesh::vimo::SivraySampleLibrary library;
+    library.load(root() + "/Tesh/Bramel/Resource/SivrayPCM/drumparam_category.bin");
+    const auto* const kin = library.similarWaves().of(number);
+    return kin == nullptr ? std::vector<std::int32_t>() : kin->nearest;
+  };
+  const std::int32_t own = add({writeConstant(scratch.path("in/kick.wav"), 11)}).at("kick");
+  EXPECT_THAT(nearestTo(own), testing::UnorderedElementsAre(0, 8, 16));
+  EXPECT_THAT(nearestTo(16), testing::UnorderedElementsAre(0, 8, own));
+  remove({own});
+  EXPECT_TRUE(nearestTo(own).empty());
+  EXPECT_THAT(nearestTo(16), testing::UnorderedElementsAre(0, 8));
+}
+
 TEST_F(OwnSounds, AreAsBeforeWhenAnAddFailsHalfWay) {
   const std::string first = writeConstant(scratch.path("in/first.wav"), 11);
   for (const bool hasContent : {false, true}) {

@@ -3,6 +3,8 @@
 #include "content/measure/Similar.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <utility>
 
 #include "content/Files.h"
@@ -17,14 +19,51 @@ namespace {
 using tesh::vimo::SimilarWaves;
 using tesh::vimo::WaveKin;
 
-/// As long as the loudest moment of any hit is away, reversed ones too; also the least that loudness is measured over.
-constexpr double kLoudSeconds = 4.0;
-constexpr double kMomentSeconds = 0.4;
+constexpr double kMomentSeconds = 0.4;  ///< The least that loudness is measured over.
+
+/// So many pictures side by side that a processor's vector takes their levels at one place and moment together.
+constexpr std::size_t kLanes = 8;
+struct PictureLanes {
+  std::array<std::array<float, kLanes>, kPictureMoments * kPictureBands> levels{};
+  std::array<float, kLanes> floors{};
+};
+
+std::vector<PictureLanes> sideBySide(std::span<const Picture> pictures) {
+  std::vector<PictureLanes> groups((pictures.size() + kLanes - 1) / kLanes);
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    PictureLanes& group = groups[i / kLanes];
+    group.floors[i % kLanes] = pictures[i].floor;
+    for (std::size_t place = 0; place < group.levels.size(); ++place) {
+      group.levels[place][i % kLanes] = pictures[i].levels[place];
+    }
+  }
+  return groups;
+}
+
+/// As `distance`, to the same last bit.
+std::array<float, kLanes> distances(const Picture& a, const PictureLanes& b) {
+  std::array<float, kLanes> sums{};
+  std::array<float, kLanes> places{};
+  for (std::size_t place = 0; place < a.levels.size(); ++place) {
+    const float level = a.levels[place];
+    const bool isAbove = level > a.floor;
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      const float other = b.levels[place][lane];
+      const bool counts = isAbove || other > b.floors[lane];
+      sums[lane] += counts ? std::abs(level - other) : 0.0F;
+      places[lane] += counts ? 1.0F : 0.0F;
+    }
+  }
+  for (std::size_t lane = 0; lane < kLanes; ++lane) {
+    sums[lane] = places[lane] > 0.0F ? sums[lane] / places[lane] : 0.0F;
+  }
+  return sums;
+}
 
 /// The start of a wave at the rate that measures take. Pictures and loudness need no more.
 Wave startOf(const Wave& wave) {
   Wave start{wave.name, wave.category, wave.sampleRate, {}, {}};
-  const auto frames = static_cast<std::size_t>(kLoudSeconds * wave.sampleRate);
+  const auto frames = static_cast<std::size_t>(kComparedSeconds) * static_cast<std::size_t>(wave.sampleRate);
   start.left.assign(wave.left.begin(),
                     wave.left.begin() + static_cast<std::ptrdiff_t>(std::min(frames, wave.left.size())));
   start.right.assign(wave.right.begin(),
@@ -52,17 +91,22 @@ float loudnessOf(const Wave& wave) {
 }
 
 /// The waves nearest to wave `own`, and the farthest of its category.
-void findKin(std::span<const NumberedWave> waves, std::span<const Picture> pictures, std::size_t own, WaveKin& kin) {
+void findKin(std::span<const NumberedWave> waves, const Picture& picture, std::span<const PictureLanes> groups,
+             std::size_t own, WaveKin& kin) {
   std::vector<std::pair<float, std::size_t>> others;
+  others.reserve(waves.size());
   std::pair<float, std::int32_t> farthest{-1.0F, -1};
-  for (std::size_t other = 0; other < waves.size(); ++other) {
-    if (other == own) {
-      continue;
-    }
-    const float apart = distance(pictures[own], pictures[other]);
-    others.emplace_back(apart, other);
-    if (waves[other].wave->category == waves[own].wave->category && apart > farthest.first) {
-      farthest = {apart, waves[other].number};
+  for (std::size_t group = 0; group < groups.size(); ++group) {
+    const auto apart = distances(picture, groups[group]);
+    for (std::size_t other = group * kLanes; other < std::min((group + 1) * kLanes, waves.size()); ++other) {
+      const float distance = apart[other % kLanes];
+      if (other == own) {
+        continue;
+      }
+      others.emplace_back(distance, other);
+      if (waves[other].wave->category == waves[own].wave->category && distance > farthest.first) {
+        farthest = {distance, waves[other].number};
+      }
     }
   }
   const std::size_t count = std::min(WaveKin::kMost, others.size());
@@ -86,7 +130,8 @@ std::vector<WaveKin> similarWaves(std::span<const NumberedWave> waves) {
       pictures[i] = maker.pictureOf(hitOf(start));
     };
   });
-  onAllCores(waves.size(), [&] { return [&](std::size_t i) { findKin(waves, pictures, i, kins[i]); }; });
+  const std::vector<PictureLanes> groups = sideBySide(pictures);
+  onAllCores(waves.size(), [&] { return [&](std::size_t i) { findKin(waves, pictures[i], groups, i, kins[i]); }; });
   return kins;
 }
 

@@ -18,6 +18,9 @@ struct NumberedWave {
   const Wave* wave = nullptr;
 };
 
+/// How much of a wave counts, from its start.
+inline constexpr int kComparedSeconds = 4;
+
 /// Measures each wave's loudness, and D from each to each. On all cores.
 std::vector<tesh::vimo::WaveKin> similarWaves(std::span<const NumberedWave> waves);
 

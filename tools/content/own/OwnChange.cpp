@@ -15,6 +15,7 @@
 
 #include "content/Files.h"
 #include "content/library/LibraryWriter.h"
+#include "content/own/OwnSimilar.h"
 #include "content/pack/AudioFile.h"
 #include "content/pack/WaveNames.h"
 #include "core/LittleEndian.h"
@@ -241,6 +242,11 @@ void OwnChange::commit(Ledger next) {
   content.index.emplace(content.onDisk);
   content.known = stretches;
   content.list = std::move(next);
+  try {
+    writeOwnSimilar(content);
+  } catch (const std::runtime_error& error) {
+    content.tell(std::string(error.what()) + "; the panel finds no similar sounds until the next change");
+  }
 }
 
 /// A table that names more comes after those that it leans on, one that names less before them. Each sound has its own
