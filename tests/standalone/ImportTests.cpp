@@ -7,21 +7,15 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "ScriptedSound.h"
-#include "host/client/SivrayProcessor.h"
-#include "host/editor/WindowKeys.h"
+#include "ProgramScene.h"
 #include "host/shell/MissingSounds.h"
 #include "host/standalone/ContentTool.h"
-#include "host/standalone/Desktop.h"
 #include "host/standalone/ImportView.h"
-#include "host/standalone/Standalone.h"
 #include "support/Hand.h"
-#include "widgets/BWButtonBase.h"
 
 namespace {
 
@@ -47,7 +41,7 @@ TEST(ContentTool, TakesInWhatTheProgramSaysOfFiles) {
   EXPECT_EQ(summaryOf(result), "1 sound added, 1 was there already, 1 file not used");
 }
 
-class ImportTest : public sivray::test::SoundTest {
+class ImportTest : public sivray::test::ProgramScene {
  protected:
   ImportTest() {
     machine["JACK"]["system"] = {};
@@ -68,14 +62,10 @@ class ImportTest : public sivray::test::SoundTest {
     }
   }
   void SetUp() override {
-    if (!desktop::hasScreen()) {
-      FAIL() << "no X server, and Xvfb cannot be started: is it installed?";
+    ProgramScene::SetUp();
+    if (!HasFatalFailure()) {
+      start(folder.getFile().getChildFile("settings"));
     }
-    program = std::make_unique<Standalone>(
-        folder.getFile().getChildFile("settings"), [] {},
-        Devices{.sound = [this] { return types(); }, .midi = midi.system()});
-    window = juce::TopLevelWindow::getTopLevelWindow(0);
-    run(4);
   }
 
   juce::String place(const char* name) const { return folder.getFile().getChildFile(name).getFullPathName(); }
@@ -95,46 +85,6 @@ class ImportTest : public sivray::test::SoundTest {
     return file.getFullPathName();
   }
 
-  /// Blocks of the device, and what the message thread does meanwhile.
-  void run(int count) {
-    for (int i = 0; i < count; ++i) {
-      auto& device = machine["JACK"]["system"];
-      if (device.player != nullptr) {
-        std::vector<float> channel(512);
-        float* const outputs[]{channel.data()};
-        device.player->audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, 512, {});
-        for (const float sample : channel) {
-          loudest = std::max(loudest, std::abs(sample));
-        }
-      }
-      vst::awakenForQueuedEvents(window->getPeer()->getNativeHandle());
-      juce::MessageManager::getInstance()->runDispatchLoopUntil(10);
-    }
-  }
-  bool comesTrue(const std::function<bool()>& condition) {
-    for (int round = 0; round < 3000 && !condition(); ++round) {
-      run(1);
-    }
-    return condition();
-  }
-
-  template <typename Kind>
-  static Kind* find(juce::Component& parent, const juce::String& title = {}) {
-    for (juce::Component* const child : parent.getChildren()) {
-      auto* const wanted = dynamic_cast<Kind*>(child);
-      auto* const found =
-          wanted != nullptr && (title.isEmpty() || child->getTitle() == title) ? wanted : find<Kind>(*child, title);
-      if (found != nullptr) {
-        return found;
-      }
-    }
-    return nullptr;
-  }
-  BWButtonBase& button(const char* title) { return *find<BWButtonBase>(*window, title); }
-  std::string strip() { return button("Sound and MIDI").getDescription().toStdString(); }
-  vst::SivrayProcessor& processor() {
-    return static_cast<vst::SivrayProcessor&>(*find<juce::AudioProcessorEditor>(*window)->getAudioProcessor());
-  }
   std::vector<float> values() {
     std::vector<float> all;
     for (const auto* const parameter : processor().getParameters()) {
@@ -153,9 +103,6 @@ class ImportTest : public sivray::test::SoundTest {
 
   juce::TemporaryFile folder{"sivray-import"};
   std::vector<std::pair<std::string, std::string>> before;
-  std::unique_ptr<Standalone> program;
-  juce::TopLevelWindow* window = nullptr;
-  float loudest = 0.0F;
 };
 
 TEST_F(ImportTest, PlaysFilesOnThePadAndTakesThemBack) {

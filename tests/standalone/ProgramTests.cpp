@@ -4,26 +4,21 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "ScriptedSound.h"
-#include "host/client/SivrayProcessor.h"
+#include "ProgramScene.h"
 #include "host/editor/WindowKeys.h"
 #include "host/standalone/Desktop.h"
 #include "host/standalone/PadKeys.h"
 #include "host/standalone/Settings.h"
 #include "host/standalone/SetupView.h"
-#include "host/standalone/Standalone.h"
 #include "hosting/HostWindow.h"
 #include "support/Hand.h"
 #include "support/KitFolder.h"
 #include "views/BWPopupView.h"
 #include "views/BWSampleSelectorView.h"
-#include "widgets/BWButtonBase.h"
 
 namespace {
 
@@ -47,72 +42,28 @@ void writeDemo(const std::filesystem::path& commonFiles) {
   midi.writeTo(stream);
 }
 
-class ProgramTest : public sivray::test::SoundTest {
+class ProgramTest : public sivray::test::ProgramScene {
  protected:
   ProgramTest() {
     writeDemo(content.commonFiles());
     machine["JACK"]["system"] = {};
     machine["ALSA"]["card"] = {};
   }
+  ~ProgramTest() override { program.reset(); }
   void SetUp() override {
-    if (!desktop::hasScreen()) {
-      FAIL() << "no X server, and Xvfb cannot be started: is it installed?";
+    ProgramScene::SetUp();
+    if (!HasFatalFailure()) {
+      other.emplace();
+      start(folder.getFile());
     }
-    other.emplace();
-    start();
   }
 
-  void start() {
-    program = std::make_unique<Standalone>(
-        folder.getFile(), [] {}, Devices{.sound = [this] { return types(); }, .midi = midi.system()});
-    window = juce::TopLevelWindow::getTopLevelWindow(0);
-    run();
-  }
   void restart() {
     program.reset();
-    start();
+    start(folder.getFile());
   }
 
-  /// Blocks of the device, and what the message thread does meanwhile.
-  void run(int count = 4) {
-    for (int i = 0; i < count; ++i) {
-      for (auto& [type, devices] : machine) {
-        for (auto& [name, device] : devices) {
-          if (device.player != nullptr) {
-            std::vector<float> channel(512);
-            float* const outputs[]{channel.data()};
-            device.player->audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, 512, {});
-          }
-        }
-      }
-      // JUCE's loop, other than the program's, leaves events that are in memory.
-      vst::awakenForQueuedEvents(window->getPeer()->getNativeHandle());
-      juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
-    }
-  }
-  bool comesTrue(const std::function<bool()>& condition) {
-    for (int round = 0; round < 400 && !condition(); ++round) {
-      run(1);
-    }
-    return condition();
-  }
-
-  template <typename Kind>
-  static Kind* find(juce::Component& parent, const juce::String& title = {}) {
-    for (juce::Component* const child : parent.getChildren()) {
-      auto* const wanted = dynamic_cast<Kind*>(child);
-      auto* const found =
-          wanted != nullptr && (title.isEmpty() || child->getTitle() == title) ? wanted : find<Kind>(*child, title);
-      if (found != nullptr) {
-        return found;
-      }
-    }
-    return nullptr;
-  }
-  BWButtonBase& button(const char* title) { return *find<BWButtonBase>(*window, title); }
-  juce::AudioProcessor& processor() { return *find<juce::AudioProcessorEditor>(*window)->getAudioProcessor(); }
   juce::AudioProcessorParameter& level() { return *processor().getParameters()[1]; }
-  std::string strip() { return button("Sound and MIDI").getDescription().toStdString(); }
   bool isLit() { return button("Pad 1").getState(); }
 
   SetupView& openSetup() {
@@ -129,8 +80,6 @@ class ProgramTest : public sivray::test::SoundTest {
   const support::KitFolder content;
   juce::TemporaryFile folder{"sivray"};
   std::optional<HostWindow> other;  ///< Another program's window.
-  std::unique_ptr<Standalone> program;
-  juce::TopLevelWindow* window = nullptr;
 };
 
 TEST_F(ProgramTest, ComesBackWithSoundDeviceMidiAndPlace) {
@@ -215,7 +164,7 @@ TEST_F(ProgramTest, ComesBackToTheMiddleIfItsScreenIsGone) {
   Settings(folder.getFile()).setPosition({5000, 5000});
   program.reset();
   Settings(folder.getFile()).setPosition({5000, 5000});
-  start();
+  start(folder.getFile());
   EXPECT_EQ(window->getPosition(), middle);
 }
 
@@ -316,7 +265,12 @@ TEST_F(ProgramTest, AListWithTheFocusTakesTheLettersAndThePadsOtherwise) {
   focus();
   button("Sample of pad 1").click();
   auto& browser = *find<BWSampleSelectorView>(*window);
-  find<juce::ListBox>(browser, "Samples")->grabKeyboardFocus();
+  auto& list = *find<juce::ListBox>(browser, "Samples");
+  run();  // The server's news of the window's focus come before the list gets it.
+  EXPECT_TRUE(comesTrue([&] {
+    list.grabKeyboardFocus();
+    return list.hasKeyboardFocus(true);
+  }));
   other->setKey('a', true);
   run(10);
   EXPECT_FALSE(isLit());
@@ -332,7 +286,7 @@ TEST_F(ProgramTest, SaysThatKitsCannotBeSavedUntilTheyCan) {
   const auto documents = content.commonFiles() / "documents";
   std::filesystem::remove_all(documents);
   std::ofstream(documents) << "a file where the folder should be";
-  auto& instrument = *dynamic_cast<vst::SivrayProcessor&>(processor()).instrument();
+  auto& instrument = *processor().instrument();
   instrument.saveProgramAs(3, "Mine");
   EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Your kits cannot be saved in "); })) << strip();
   EXPECT_EQ(strip().find('\\'), std::string::npos);

@@ -1,0 +1,97 @@
+// The whole program in its window on made-up devices, for tests that work it as its user does.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ScriptedSound.h"
+#include "host/client/SivrayProcessor.h"
+#include "host/editor/WindowKeys.h"
+#include "host/standalone/Desktop.h"
+#include "host/standalone/Standalone.h"
+#include "widgets/BWButtonBase.h"
+
+namespace sivray::test {
+
+class ProgramScene : public SoundTest {
+ protected:
+  void SetUp() override {
+    if (!tesh::bramel::standalone::desktop::hasScreen()) {
+      FAIL() << "no X server, and Xvfb cannot be started: is it installed?";
+    }
+  }
+
+  /// Starts the program with its settings in this folder.
+  void start(const juce::File& settings) {
+    using namespace tesh::bramel::standalone;
+    program = std::make_unique<Standalone>(
+        settings, [] {}, Devices{.sound = [this] { return types(); }, .midi = midi.system()});
+    window = juce::TopLevelWindow::getTopLevelWindow(0);
+    run();
+  }
+
+  /// Blocks of the devices, and what the message thread does meanwhile.
+  void run(int count = 4) {
+    for (int i = 0; i < count; ++i) {
+      for (auto& [type, devices] : machine) {
+        for (auto& [name, device] : devices) {
+          playBlock(device.player);
+        }
+      }
+      // JUCE's loop, other than the program's, leaves events that are in memory.
+      tesh::bramel::vst::awakenForQueuedEvents(window->getPeer()->getNativeHandle());
+      juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
+    }
+  }
+  bool comesTrue(const std::function<bool()>& condition) {
+    for (int round = 0; round < 1500 && !condition(); ++round) {
+      run(1);
+    }
+    return condition();
+  }
+
+  template <typename Kind>
+  static Kind* find(juce::Component& parent, const juce::String& title = {}) {
+    for (juce::Component* const child : parent.getChildren()) {
+      auto* const wanted = dynamic_cast<Kind*>(child);
+      auto* const found =
+          wanted != nullptr && (title.isEmpty() || child->getTitle() == title) ? wanted : find<Kind>(*child, title);
+      if (found != nullptr) {
+        return found;
+      }
+    }
+    return nullptr;
+  }
+  tesh::bramel::BWButtonBase& button(const char* title) { return *find<tesh::bramel::BWButtonBase>(*window, title); }
+  std::string strip() { return button("Sound and MIDI").getDescription().toStdString(); }
+  tesh::bramel::vst::SivrayProcessor& processor() {
+    return static_cast<tesh::bramel::vst::SivrayProcessor&>(
+        *find<juce::AudioProcessorEditor>(*window)->getAudioProcessor());
+  }
+
+  std::unique_ptr<tesh::bramel::standalone::Standalone> program;
+  juce::TopLevelWindow* window = nullptr;
+  float loudest = 0.0F;  ///< Of all that was played.
+
+ private:
+  void playBlock(juce::AudioIODeviceCallback* callback) {
+    if (callback == nullptr) {
+      return;
+    }
+    std::vector<float> channel(512);
+    float* const outputs[]{channel.data()};
+    callback->audioDeviceIOCallbackWithContext(nullptr, 0, outputs, 1, 512, {});
+    for (const float sample : channel) {
+      loudest = std::max(loudest, std::abs(sample));
+    }
+  }
+};
+
+}  // namespace sivray::test
