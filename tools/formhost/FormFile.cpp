@@ -63,10 +63,13 @@ class Lv2World {
   }
 
   explicit Lv2World(const juce::File& bundle) : folder(bundle) {
-    // LV2 plug-ins are known by an address.
+    // LV2 plug-ins are known by an address. Of several in a bundle, the first one that its manifest names counts.
     const juce::String manifest = bundle.getChildFile("manifest.ttl").loadFileAsString();
+    int first = manifest.length();
     for (const juce::String& found : format.searchPathsForPlugins(folder.path().getFullPathName(), false, false)) {
-      if (manifest.contains("<" + found + ">")) {
+      const int place = manifest.indexOf("<" + found + ">");
+      if (place >= 0 && place < first) {
+        first = place;
         address = found;
       }
     }
