@@ -6,6 +6,8 @@
 #include <memory>
 
 #include "OwnScene.h"
+#include "content/library/LibraryReader.h"
+#include "content/own/Conversion.h"
 #include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
 
@@ -97,6 +99,56 @@ TEST(OwnSoundsBesideTheFactory, ChangeNothingInSongsMadeBefore) {
     EXPECT_EQ(removeSounds(content, all).size(), kRoom);
   });
   EXPECT_EQ(playOwn(), before) << "after they were removed";
+  ::unsetenv("XDG_DATA_HOME");
+}
+
+/// A song that was made with packed content of 515 waves means three of them by values that no other content has.
+TEST(OwnSoundsBesideTheFactory, KeepWhatSongsOfPackedContentMean) {
+  const Scratch scratch;
+  ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
+  ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);
+  ::setenv("XDG_DATA_HOME", scratch.path("data").c_str(), 1);
+  const std::string resources = "/Tesh/Bramel/Resource/SivrayPCM";
+  std::vector<Wave> waves = readLibrary(SIVRAY_CONTENT_FOLDER + resources);
+  for (int i = 0; i < 3; ++i) {
+    waves.push_back(
+        {"Mine " + std::to_string(i), 5, 44100, std::vector<std::int16_t>(400, static_cast<short>(7 + i)), {}});
+  }
+  const std::string packed = scratch.path("packed");
+  std::filesystem::create_directories(packed + "/Tesh/Bramel");
+  std::filesystem::copy(SIVRAY_CONTENT_FOLDER "/Tesh/Bramel/Macro", packed + "/Tesh/Bramel/Macro",
+                        std::filesystem::copy_options::recursive);
+  writeLibrary(packed + resources, waves);
+
+  constexpr std::array<int, 8> kChosen{0, 512, 77, 513, 300, 514, 511, 4};
+  State old;
+  State factory;
+  {
+    const auto instrument = makeRunning();
+    factory = instrument->getState();
+    for (std::size_t pad = 0; pad < kChosen.size(); ++pad) {
+      instrument->setParameter(12 * pad, static_cast<float>(kChosen[pad]) / 514.0F);
+    }
+    old = instrument->getState();
+  }
+  ::setenv("BRAMEL_COMMON_FILES", packed.c_str(), 1);
+  const auto before = renderAll({old});
+  ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
+
+  OwnContent content([](const std::string&) {});
+  const Conversion conversion(content, packed, {[](const FileOutcome&) {}, [](double) {}});
+  ASSERT_EQ(content.ledger().sounds.size(), 3U);
+  EXPECT_EQ(content.ledger().sounds.front().name, "Mine 0");
+  EXPECT_EQ(content.ledger().sounds.front().category, 5);
+  State converted = old;
+  EXPECT_EQ(conversion.convert(converted), 8U);
+  State untouched = factory;
+  EXPECT_EQ(conversion.convert(untouched), 0U) << "a song of the factory's own content";
+  EXPECT_EQ(untouched, factory);
+  State cut(old.begin(), old.begin() + 3000);
+  conversion.convert(cut);
+  ::setenv("BRAMEL_COMMON_FILES", scratch.path("data/sivray/content").c_str(), 1);
+  EXPECT_EQ(renderAll({converted}), before);
   ::unsetenv("XDG_DATA_HOME");
 }
 

@@ -87,6 +87,11 @@ int main(int argc, char* argv[]) {
        "STATE is a state, a preset or any file that holds one. Added elsewhere, the folder's files get the "
        "same numbers.",
        speaking(runExport)});
+  program.addCommand(
+      {"convert", kConvertUsage, "Adds the sounds of a folder that 'pack' made, and what was made with it",
+       "FILES are states and presets; they, and your kits, are changed where they name its waves, after a copy "
+       "was kept.",
+       speaking(runConvert)});
   program.addCommand({"refresh", kRefreshUsage,
                       "Puts the added sounds beside the factory content that is installed now", "",
                       speaking(runRefresh)});

@@ -38,6 +38,9 @@ void runRemove(const juce::ArgumentList& list);
 inline constexpr const char* kExportUsage = "export STATE|PROGRAM -o FOLDER";
 void runExport(const juce::ArgumentList& list);
 
+inline constexpr const char* kConvertUsage = "convert FOLDER [FILES...]";
+void runConvert(const juce::ArgumentList& list);
+
 inline constexpr const char* kRefreshUsage = "refresh";
 void runRefresh(const juce::ArgumentList& list);
 

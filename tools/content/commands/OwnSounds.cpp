@@ -12,14 +12,18 @@
 #include <string>
 #include <vector>
 
+#include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
+#include "content/own/Conversion.h"
 #include "content/own/OwnChange.h"
 #include "content/own/OwnContent.h"
 #include "content/own/SoundAdder.h"
 #include "content/own/SoundRemover.h"
 #include "content/pack/Categories.h"
 #include "content/pack/KitMaker.h"
+#include "host/shell/Construction.h"
+#include "storage/paths/Paths.h"
 #include "terminal/Interrupt.h"
 #include "terminal/Printable.h"
 #include "terminal/ProgressBar.h"
@@ -283,6 +287,40 @@ void runRemove(const juce::ArgumentList& list) {
                 << quoted(content.tables().factoryName(sound.standIn)) << '\n';
     }
     std::cout << "Removed " << counted(gone.size(), "sound", "sounds") << std::endl;
+  });
+}
+
+void runConvert(const juce::ArgumentList& list) {
+  CommandLine line(list, kConvertUsage);
+  std::vector<std::string> files = line.takeAll();
+  const std::string folder = files.front();
+  files.erase(files.begin());
+  interruptible([&] {
+    OutcomePrinter printer(false);
+    OwnContent content([&printer](const std::string& text) { printer.say(text); });
+    const Conversion conversion(content, folder,
+                                {[&printer](const FileOutcome& outcome) { printer.tell(outcome); },
+                                 [&printer](double done) { printer.progress(done); }});
+    printer.conclude();
+    using namespace tesh::bramel;
+    const std::string kits = systemPathOf(pathFor(kBramelPath_UserProgram, vst::kInstrumentName));
+    if (std::filesystem::exists(pathOf(kits))) {
+      files.push_back(kits);
+    }
+    for (const std::string& file : files) {
+      std::vector<std::uint8_t> bytes = readFile(file);
+      const std::vector<std::uint8_t> old = bytes;
+      const std::size_t pads = conversion.convert(bytes);
+      if (pads > 0) {
+        writeFile(file + ".before", old);
+        writeFile(file, bytes);
+      }
+      std::cout << printable(file) << ": "
+                << (pads == 0 ? std::string("nothing in it names a wave of that content alone")
+                              : counted(pads, "pad plays", "pads play") + " the same wave as with that content; " +
+                                    "the old file is " + printable(fileNameOf(file)) + ".before")
+                << std::endl;
+    }
   });
 }
 

@@ -158,6 +158,10 @@ class SoundAdder {
         }
       } else if (fs::is_regular_file(place, error)) {
         files.push_back(candidateOf(place));
+        if (const auto told = wish.categories.find(path); told != wish.categories.end()) {
+          files.back().category = told->second;
+          files.back().isGuess = false;
+        }
       } else {
         reject(place, fs::exists(place, error) ? "is no file" : "does not exist");
       }

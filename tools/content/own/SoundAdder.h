@@ -24,8 +24,9 @@ struct FileOutcome {
 };
 
 struct AddWish {
-  std::vector<std::string> paths;  ///< Files and folders.
-  std::optional<int> category;     ///< Of all of them; else their names tell.
+  std::vector<std::string> paths;              ///< Files and folders.
+  std::optional<int> category;                 ///< Of all of them; else their names tell.
+  std::map<std::string, int> categories = {};  ///< Of single files by their paths, before what their names tell.
 };
 
 struct AddReport {
