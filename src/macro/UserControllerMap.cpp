@@ -19,7 +19,7 @@ constexpr const char* kPitchBend = "pitch_bend";
 /// The file in force, or the factory's if that one is broken; null if there is none that can be read.
 picojson::value activeFile(std::string_view name) {
   for (const std::string_view key : {bramel::kBramelPath_ActiveCCMap, bramel::kBramelPath_FactoryCCMap}) {
-    const picojson::value file = parseJson(bramel::readFile(bramel::pathFor(key, name)));
+    picojson::value file = parseJson(bramel::readFile(bramel::pathFor(key, name)));
     if (file.is<picojson::object>() && file.get(kControllers).is<picojson::object>()) {
       return file;
     }

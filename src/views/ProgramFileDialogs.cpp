@@ -165,7 +165,7 @@ void ProgramFileDialogs::openExport(juce::Component& opener, const std::shared_p
 }
 
 /// Tries again after a while, in which the panel's thread does not wait, unless the opener is gone by then.
-void ProgramFileDialogs::exportTo(const juce::File& file, juce::Component::SafePointer<juce::Component> opener,
+void ProgramFileDialogs::exportTo(const juce::File& file, const juce::Component::SafePointer<juce::Component>& opener,
                                   const std::shared_ptr<IProgramListViewModel>& model, int tries) {
   if (model->exportPrograms(file.getFullPathName().toStdString())) {
     return;

@@ -26,7 +26,7 @@ class ProgramFileDialogs {
  private:
   void open(juce::Component& opener, int mode, const juce::String& title, const juce::File& start,
             const juce::String& ending, const std::function<bool(const juce::File&)>& use, const char* fault);
-  void exportTo(const juce::File& file, juce::Component::SafePointer<juce::Component> opener,
+  void exportTo(const juce::File& file, const juce::Component::SafePointer<juce::Component>& opener,
                 const std::shared_ptr<IProgramListViewModel>& model, int tries);
   void say(juce::Component* anchor, const juce::String& line);
 

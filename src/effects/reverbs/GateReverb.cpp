@@ -20,7 +20,7 @@ constexpr std::int32_t kPeakKept = 32741;
 
 /// 24-bit fractions per sample: the share of the distance by which the gate opens (0.9265, so within two samples), and
 /// what it keeps while it closes (0.99912, a time constant of 26 ms).
-constexpr std::int64_t kAttack = 15544301;
+constexpr std::int64_t kAttackShare = 15544301;
 constexpr std::int64_t kReleaseKept = 16762526;
 
 /// The attack aims at 1.2, above full gain, so that it gets there.
@@ -70,7 +70,7 @@ std::int32_t ReverbGate::step(std::int32_t left, std::int32_t right, std::int32_
   peak = std::max({wrapAbs(left), wrapAbs(right), mul15(peak, kPeakKept)});
   moveState(holdStep);
   if (state == State::attack) {
-    const auto rise = static_cast<std::int32_t>((kAttack * (kAttackAim - gain)) >> 24);
+    const auto rise = static_cast<std::int32_t>((kAttackShare * (kAttackAim - gain)) >> 24);
     gain = std::min(gain + rise, kFullScale);
   } else if (state == State::release) {
     gain = static_cast<std::int32_t>((kReleaseKept * gain) >> 24);

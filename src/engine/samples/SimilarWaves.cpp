@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t kFormat = 0x314D4953;  // "SIM1"
 constexpr std::size_t kHeaderBytes = 8;
 constexpr std::size_t kRecordBytes = 24;
-constexpr std::uint16_t kNone = 0xFFFF;
+constexpr std::uint16_t kNoWave = 0xFFFF;
 constexpr float kStepsPerDecibel = 100.0F;
 
 /// FNV-1a.
@@ -35,9 +35,9 @@ Record recordOf(const WaveKin& kin) {
   Record record{};
   record[0] = static_cast<std::uint16_t>(kin.wave);
   record[1] = static_cast<std::uint16_t>(static_cast<std::int16_t>(std::lround(kin.loudness * kStepsPerDecibel)));
-  record[2] = kin.farthest < 0 ? kNone : static_cast<std::uint16_t>(kin.farthest);
+  record[2] = kin.farthest < 0 ? kNoWave : static_cast<std::uint16_t>(kin.farthest);
   for (std::size_t i = 0; i < WaveKin::kMost; ++i) {
-    record[kFirstNearest + i] = i < kin.nearest.size() ? static_cast<std::uint16_t>(kin.nearest[i]) : kNone;
+    record[kFirstNearest + i] = i < kin.nearest.size() ? static_cast<std::uint16_t>(kin.nearest[i]) : kNoWave;
   }
   return record;
 }
@@ -46,8 +46,8 @@ WaveKin kinOf(const Record& record) {
   WaveKin kin;
   kin.wave = record[0];
   kin.loudness = static_cast<float>(static_cast<std::int16_t>(record[1])) / kStepsPerDecibel;
-  kin.farthest = record[2] == kNone ? -1 : record[2];
-  for (std::size_t i = 0; i < WaveKin::kMost && record[kFirstNearest + i] != kNone; ++i) {
+  kin.farthest = record[2] == kNoWave ? -1 : record[2];
+  for (std::size_t i = 0; i < WaveKin::kMost && record[kFirstNearest + i] != kNoWave; ++i) {
     kin.nearest.push_back(record[kFirstNearest + i]);
   }
   return kin;

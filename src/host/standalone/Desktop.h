@@ -33,7 +33,7 @@ void nameWindow(void* nativeWindow);
 /// tells nothing.
 class WindowScale {
  public:
-  WindowScale(void* nativeWindow, std::function<void(float)> tell);
+  WindowScale(void* nativeWindow, const std::function<void(float)>& tell);
   ~WindowScale();
   WindowScale(const WindowScale&) = delete;
   WindowScale& operator=(const WindowScale&) = delete;

@@ -96,7 +96,7 @@ void nameWindow(void* nativeWindow) {
 
 struct WindowScale::Impl {};
 
-WindowScale::WindowScale(void* /*nativeWindow*/, std::function<void(float)> /*tell*/) {}
+WindowScale::WindowScale(void* /*nativeWindow*/, const std::function<void(float)>& /*tell*/) {}
 
 WindowScale::~WindowScale() = default;
 

@@ -81,8 +81,8 @@ struct WindowScale::Impl {
   const WNDPROC before;
 };
 
-WindowScale::WindowScale(void* nativeWindow, std::function<void(float)> tell)
-    : impl(std::make_unique<Impl>(static_cast<HWND>(nativeWindow), std::move(tell))) {
+WindowScale::WindowScale(void* nativeWindow, const std::function<void(float)>& tell)
+    : impl(std::make_unique<Impl>(static_cast<HWND>(nativeWindow), tell)) {
   impl->tell(clampedScale(vst::scaleOfWindow(nativeWindow)));
 }
 
