@@ -111,9 +111,10 @@ function(sivray_room name)
   if(ROOM_FOLDERS)
     set_target_properties(sivray_${name} PROPERTIES UNITY_BUILD_MODE GROUP)
   endif()
-  if(ROOM_FILE_BY_FILE AND ROOM_FOLDERS AND CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-    # In builds that watch it does not matter how fast the code is: merged, it compiles faster. Not with these, whose
-    # instruction sets or names differ.
+  if(ROOM_FILE_BY_FILE AND ROOM_FOLDERS
+      AND (CMAKE_CXX_FLAGS MATCHES "-fsanitize" OR (CMAKE_CROSSCOMPILING AND NOT WIN32)))
+    # Builds that only test need not be fast: merged, they compile faster. Not with these, whose instruction sets or names
+    # differ.
     set(apart ${sources})
     list(FILTER apart INCLUDE REGEX "(Baseline|Sse2|Sse41|Avx2|/SivrayFxChorusFlanger|/VoiceKernel)\\.cpp$")
     set_source_files_properties(${apart} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
