@@ -34,7 +34,7 @@ run_tests() {
 # Behind, it gives way to the lane in front while there is one.
 timed() {
   (
-    [ -z "${IS_BEHIND:-}" ] || [ -e "$REPORTS/front_ended" ] || renice -n 10 -p "$BASHPID" >/dev/null
+    [ -z "${IS_BEHIND:-}" ] || [ -e "$REPORTS/front_ended" ] || renice -n 19 -p "$BASHPID" >/dev/null
     stage="$1"
     began="${EPOCHREALTIME//[!0-9]/}"
     trap 'times >"$REPORT/times"; echo "$(tail -1 "$REPORT/times") $((${EPOCHREALTIME//[!0-9]/} - began))" >>"$REPORTS/$stage/seconds"' EXIT
