@@ -51,6 +51,7 @@ struct WindowScale::Impl {
   Impl(HWND scaledWindow, std::function<void(float)> onScale)
       : tell(std::move(onScale)),
         window(scaledWindow),
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the system hands out its procedures as numbers.
         before(reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC))) {
     SetPropW(window, kProperty, this);
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&handleMessage));
