@@ -19,7 +19,8 @@ namespace {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   const int quiet = ::open("/dev/null", O_WRONLY);
   ::dup2(quiet, STDERR_FILENO);
-  ::execlp("Xvfb", "Xvfb", "-displayfd", file, "-screen", "0", "1700x1000x24", "-nolisten", "tcp", nullptr);
+  // By default the server starts anew when its last client goes, and a client that connects meanwhile loses it.
+  ::execlp("Xvfb", "Xvfb", "-displayfd", file, "-screen", "0", "1700x1000x24", "-nolisten", "tcp", "-noreset", nullptr);
   ::_exit(1);
 }
 
