@@ -44,18 +44,18 @@ void EditorScene::letSettle() {
 }
 
 std::uint64_t EditorScene::settledPicture() {
-  // Under a sanitizer, beside other checkers, the panel may take longer than a few looks from a click to what it opens.
-  const int looks = isSanitized() ? 12 : 5;
-  constexpr std::chrono::milliseconds kBetweenPictures{20};
+  constexpr int kEqualLooks = 5;
+  // Under a sanitizer, beside other checkers, the panel may take longer from a click to what it opens.
+  const std::chrono::milliseconds betweenPictures{isSanitized() ? 50 : 20};
   letSettle();
   std::uint64_t picture = window.picture();
   int equal = 0;
   comesTrue([&] {
-    formhost::rest(kBetweenPictures);
+    formhost::rest(betweenPictures);
     const std::uint64_t before = picture;
     picture = window.picture();
     equal = picture == before ? equal + 1 : 0;
-    return equal == looks;
+    return equal == kEqualLooks;
   });
   return picture;
 }
