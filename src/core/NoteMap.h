@@ -28,8 +28,8 @@ struct NamedNoteMap {
   NoteMap map;
 };
 
-/// "Sivray", in which each note plays itself, "All drums", which gives each drum that has no pad of its own a similar
-/// pad, and "General MIDI", in which notes 40, 41 and 43 are that standard's drums too.
+/// Three maps. "Sivray": each note plays itself. "All drums": a drum without a pad plays a similar pad. "General MIDI":
+/// the same, with notes 40, 41 and 43 as that standard's drums.
 const std::array<NamedNoteMap, 3>& namedNoteMaps();
 
 /// Applies a map to a stream of messages. Not thread-safe; allocates nothing.
