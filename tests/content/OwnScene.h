@@ -74,7 +74,7 @@ class OwnSounds : public testing::Test {
   /// Adds files and returns the numbers of those that can be used, by their names. `onProgress` may throw.
   std::map<std::string, std::int32_t> add(
       const std::vector<std::string>& paths, std::optional<int> category = {},
-      const std::function<void()>& onProgress = [] {}) {
+      const std::function<void(double)>& onProgress = [](double) {}) {
     std::map<std::string, std::int32_t> numbers;
     OwnContent content = open();
     outcomes.clear();
@@ -85,7 +85,7 @@ class OwnSounds : public testing::Test {
                    numbers[textOf(pathOf(outcome.path).stem())] = outcome.sound.number;
                  }
                },
-               [&](double) { onProgress(); }});
+               onProgress});
     return numbers;
   }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <csignal>
 #include <thread>
 
@@ -93,20 +94,35 @@ TEST_F(OwnSounds, AreAsBeforeWhenAnAddFailsHalfWay) {
   for (const bool hasContent : {false, true}) {
     const auto before = snapshot();
     const std::string next = writeConstant(scratch.path("in/next.wav"), 12, 40000);
-    int calls = 0;
+    bool isAtTables = false;
     EXPECT_THROW(add({next}, {},
-                     [&calls] {
-                       if (++calls == 2) {  // All is read and written, but the tables.
+                     [&isAtTables](double progress) {
+                       if (progress >= 1.0) {
+                         isAtTables = true;
                          throw Interrupted{SIGINT};
                        }
                      }),
                  Interrupted);
-    EXPECT_EQ(calls, 2);
+    EXPECT_TRUE(isAtTables);
     EXPECT_EQ(snapshot(), before);
     if (!hasContent) {
       add({first});
     }
   }
+}
+
+TEST_F(OwnSounds, TellHowFarTheFilesAreRead) {
+  for (int i = 0; i < 70; ++i) {
+    writeConstant(scratch.path("in/" + std::to_string(i) + ".wav"), static_cast<std::int16_t>(20 + i));
+  }
+  std::vector<double> told;
+  add({scratch.path("in")}, {}, [&told](double progress) { told.push_back(progress); });
+  EXPECT_TRUE(std::ranges::is_sorted(told));
+  EXPECT_EQ(std::ranges::count(told, 1.0), 1);
+  EXPECT_GE(told.size(), 3U) << "at least after each load of files";
+  told.clear();
+  add({scratch.path("absent")}, {}, [&told](double progress) { told.push_back(progress); });
+  EXPECT_THAT(told, ElementsAre(1.0));
 }
 
 /// No file may grow past a limit, as on a disk that is full at different moments.

@@ -79,8 +79,10 @@ struct ReadFile {
   std::string fault;
 };
 
-std::vector<ReadFile> readAll(std::span<const Candidate> files, const std::function<void()>& oneMore) {
+/// Calls `reportRead` on the calling thread, with the number of files that all threads have read by then.
+std::vector<ReadFile> readAll(std::span<const Candidate> files, const std::function<void(std::size_t)>& reportRead) {
   std::vector<ReadFile> read(files.size());
+  std::atomic<std::size_t> filesRead{0};
   const std::thread::id caller = std::this_thread::get_id();
   onAllCores(files.size(), [&] {
     return [&](std::size_t i) {
@@ -92,8 +94,9 @@ std::vector<ReadFile> readAll(std::span<const Candidate> files, const std::funct
       } catch (const std::exception& error) {
         read[i].fault = error.what();
       }
+      const std::size_t reads = ++filesRead;
       if (std::this_thread::get_id() == caller) {
-        oneMore();
+        reportRead(reads);
       }
     };
   });
@@ -121,13 +124,11 @@ class SoundAdder {
     for (std::size_t from = 0; from < files.size(); from += kFilesAtOnce) {
       const std::span<const Candidate> some =
           std::span<const Candidate>(files).subspan(from, std::min(kFilesAtOnce, files.size() - from));
-      std::size_t done = from;
-      const auto read = readAll(some, [&] {
-        report.progress(static_cast<double>(std::min(++done, files.size())) / static_cast<double>(files.size()));
-      });
+      const auto read = readAll(some, [&](std::size_t reads) { reportProgress(from + reads); });
       for (std::size_t i = 0; i < some.size(); ++i) {
         take(change, some[i], read[i]);
       }
+      reportProgress(from + some.size());
     }
     report.progress(1.0);
     const bool isChanged = std::ranges::any_of(
@@ -141,6 +142,13 @@ class SoundAdder {
   }
 
  private:
+  /// The whole is told once, by `run`.
+  void reportProgress(std::size_t filesDone) const {
+    if (filesDone < files.size()) {
+      report.progress(static_cast<double>(filesDone) / static_cast<double>(files.size()));
+    }
+  }
+
   void findFiles() {
     for (const std::string& path : wish.paths) {
       std::error_code error;

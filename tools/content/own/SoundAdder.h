@@ -31,7 +31,9 @@ struct AddWish {
 
 struct AddReport {
   std::function<void(const FileOutcome&)> tell;  ///< When nothing can go wrong any more.
-  std::function<void(double)> progress;          ///< From 0 to 1; on the calling thread.
+  /// On the calling thread: the part of the files that is read, rising. 1 once, when all are read and kept, and only
+  /// the tables are left to write.
+  std::function<void(double)> progress;
 };
 
 /// Adds all files that can be used, and returns how many there are with those that were there before. A sound that is
