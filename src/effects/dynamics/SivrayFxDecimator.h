@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the rate (44100 down to 1000 Hz), Edit2 the balance. Nothing is smoothed.
 struct SivrayFxDecimator {
-  static constexpr LawParts kParts{.start = Knobs{64, 127}, .aims = true, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{64, kTopKnob}, .aims = true, .sleeps = true};
 
   struct Settings {
     std::uint32_t step;  ///< Of a 16-bit counter per sample.

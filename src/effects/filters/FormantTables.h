@@ -12,7 +12,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace detail {
 
-inline constexpr std::array<int, 5> kFormantKnobs{0, 32, 64, 96, 127};
+inline constexpr std::array<int, 5> kFormantKnobs{0, 32, 64, 96, kTopKnob};
 
 /// Straight lines between the frequencies at the five knob values, truncated. All frequencies are positive.
 constexpr KnobTable makeFormantTable(const std::array<int, 5>& frequencies) {

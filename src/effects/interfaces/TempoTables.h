@@ -25,13 +25,13 @@ inline constexpr std::array<std::int32_t, kNoteCount> kNoteLengths{165375,  3307
 
 /// The note that a delay-time knob chooses: upwards, nine knob values a note but for the eleven of "1/4".
 constexpr std::size_t delayNoteIndex(int knob) {
-  const int k = knob & 127;
+  const int k = knobOf(knob);
   return static_cast<std::size_t>(k < 72 ? k / 9 : (k < 83 ? 8 : (k - 83) / 9 + 9));
 }
 
 /// The note that the Freq knob of a tempo-locked oscillator chooses: downwards, so that it speeds up as it turns.
 constexpr std::size_t lfoNoteIndex(int knob) {
-  const int k = knob & 127;
+  const int k = knobOf(knob);
   return static_cast<std::size_t>(k < 45 ? 13 - k / 9 : (k < 56 ? 8 : 7 - (k - 56) / 9));
 }
 

@@ -24,7 +24,7 @@ constexpr std::int32_t kCycleBase = 735;
 std::int32_t GainModulator::flatnessOf(int depthKnob) { return kFullScale - valueAt(linearTable, depthKnob); }
 
 Q60393Tremolo::Settings Q60393Tremolo::settingsOf(const Knobs& knobs) {
-  const int below = 127 - knobs.edit1;
+  const int below = kTopKnob - knobs.edit1;
   const std::int32_t cycle = kCycleScale * (below * below + kCycleBase);
   return {2 * (kTop / cycle), flatnessOf(knobs.edit2)};
 }

@@ -31,8 +31,9 @@ float smootherKeeps(double hertz) {
 const float kMarloLfoKept = smootherKeeps(3.3865754);
 
 MarloSettings marloSettingsOf(const Knobs& knobs) {
-  const float speed = static_cast<float>(knobs.edit1) / 127.0F;
-  const float wide = static_cast<float>(knobs.edit2) / 127.0F;
+  constexpr auto kTop = static_cast<float>(kTopKnob);
+  const float speed = static_cast<float>(knobs.edit1) / kTop;
+  const float wide = static_cast<float>(knobs.edit2) / kTop;
   return {(speed * kRateSpan + kLeastRate) / kRate,
           (speed * kDepthSpan + kLeastDepth) * kFullDepthSeconds * kRate * kMarloGained,
           (wide * wide + 1.0F) * kMarloGained};

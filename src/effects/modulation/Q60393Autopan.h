@@ -18,7 +18,7 @@ struct Q60393Autopan : GainModulator {
                                    .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
-  static constexpr std::int32_t kSpread = linearTable[127] << 16;  ///< Half a cycle less 2^16.
+  static constexpr std::int32_t kSpread = linearTable[kTopKnob] << 16;  ///< Half a cycle less 2^16.
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;

@@ -5,11 +5,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/FixedPoint.h"
+#include "effects/interfaces/Knobs.h"
+
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-constexpr std::size_t kKnobValues = 128;
+using cofu::core::kFullScale;
+
+constexpr std::size_t kKnobValues = kTopKnob + 1;
 
 /// Delay of each comb in seconds, and the sign of its gain.
 constexpr std::array<float, kHallLanes> kCombSeconds{0.14795834F, 0.13795833F, 0.123958334F, 0.11495833F};
@@ -27,13 +32,13 @@ constexpr double kDamperCorner = 44484.953;
 
 /// The exponent is rounded to single precision, the power is not.
 std::int16_t combGain(std::size_t lane, std::size_t knob) {
-  const float position = static_cast<float>(knob) / 127.0F;
+  const float position = static_cast<float>(knob) / static_cast<float>(kTopKnob);
   const float span = position * kSpanOfSeconds;
   const float seconds = span + kLeastSeconds;
   const float rate = 1.0F / seconds;
   const float exponent = rate * kCombSeconds[lane];
   const auto gain = static_cast<float>(std::pow(kDecayed, static_cast<double>(exponent)));
-  return static_cast<std::int16_t>(std::max(static_cast<int>(gain * kCombSigns[lane]), -32767));
+  return static_cast<std::int16_t>(std::max(static_cast<int>(gain * kCombSigns[lane]), -kFullScale));
 }
 
 std::array<HallRow, kKnobValues> makeGains() {
@@ -50,7 +55,7 @@ HallRow makeDampers() {
   const double first = std::exp(-kDamperCorner / static_cast<double>(kHallSampleRate));
   HallRow dampers{};
   for (std::size_t lane = 0; lane < kHallLanes; ++lane) {
-    dampers[lane] = static_cast<std::int16_t>(kTankDelays[lane] * first / kTankDelays[0] * 32767);
+    dampers[lane] = static_cast<std::int16_t>(kTankDelays[lane] * first / kTankDelays[0] * kFullScale);
   }
   return dampers;
 }
@@ -66,7 +71,7 @@ const HallRow& hallGains(unsigned knob) {
   // Made when the first hall is.
   return cofu::core::vouchFor([knob]() -> const HallRow& {
     static const std::array<HallRow, kKnobValues> gains = makeGains();
-    return gains[knob & 127];
+    return gains[knob % kKnobValues];
   });
 }
 

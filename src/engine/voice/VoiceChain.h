@@ -131,6 +131,9 @@ class VoiceChain {
  private:
   static constexpr std::int32_t kPunchEnd = 16;
 
+  /// Share of the punch that each sample keeps, Q15: a time constant of 455 samples (10 ms).
+  static constexpr std::int32_t kPunchKept = 32696;
+
   Vec lanes(const LaneWords& words) const { return L::loadAligned(words.data() + first); }
   void put(LaneWords& words, Vec v) { L::storeAligned(words.data() + first, v); }
   void putWhere(Vec mask, LaneWords& words, Vec v) {
@@ -198,7 +201,7 @@ class VoiceChain {
 
   /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
   /// fraction) >> 12)) >> 2, as the high word of (p * (4096 - fraction) + q * fraction) * 4. Then a gain of
-  /// 1 + punch / 4096. Punch falls by 32696 / 32768 a sample, a time constant of 455 samples (10 ms), to 16.
+  /// 1 + punch / 4096. Punch falls to kPunchEnd.
   Vec punchedWave() {
     const Vec scaled = L::add16(L::template shiftRightUnsigned16<2>(weights), L::all32(4));
     Vec left;
@@ -209,7 +212,7 @@ class VoiceChain {
     position = L::add32(position, step);
     weights = L::add16(weights, weightStep);
     if constexpr (Needs.punch) {
-      punch = L::max16(scaledLanes(punch, L::all32(32696)), L::all32(kPunchEnd));
+      punch = L::max16(scaledLanes(punch, L::all32(kPunchKept)), L::all32(kPunchEnd));
       return L::zippedHalves16(limitedLow(L::packed32(punched(left), punched(right))));
     }
     const Vec x = L::uppers16(left, right);

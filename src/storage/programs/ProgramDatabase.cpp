@@ -18,13 +18,16 @@ constexpr std::uint32_t kValuesOnly = 256;  // Values as floats, nothing else.
 constexpr std::uint32_t kNamed = 512;       // With name, comment and time, but without an id.
 constexpr std::uint32_t kWithId = 768;      // Like the newest version, but without objects.
 
-/// Bytes of a record before its entries. Those of kNamed: marker, two texts, time, and 8 that are ignored.
+/// Of a named record: marker, two texts and time, then 8 bytes that are ignored.
+constexpr std::uint64_t kNamedHeadBytes = 200 + 8;
+
+/// Bytes of a record before its entries.
 std::uint64_t headBytes(std::uint32_t version) {
   switch (version) {
     case kValuesOnly:
       return 0;
     case kNamed:
-      return 208;
+      return kNamedHeadBytes;
     default:
       return ProgramDatabase::kRecordHeadBytes;
   }
