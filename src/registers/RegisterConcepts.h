@@ -47,6 +47,12 @@ concept IntegerRegisters = requires(typename R::Integers v, const void* from, vo
   v = R::after16(v, std::int16_t{1});  number = R::last16(v);
 };
 
+/// Registers that consist of two others.
+template <typename R>
+concept HasHalves = requires(typename R::Integers v, typename R::Half::Integers half) {
+  half = R::lower(v);  half = R::upper(v);  v = R::joined(half, half);
+};
+
 template <typename R>
 concept FloatRegisters = requires(typename R::Floats x, typename R::Integers v, const float* from, float* to) {
   requires sizeof(typename R::Floats) == R::kBytes;

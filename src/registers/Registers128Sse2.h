@@ -31,13 +31,15 @@ struct Registers128Sse2 {
   static void storeFloats(float* to, Floats v) { _mm_storeu_ps(to, v); }
   /// 64 bits in the lowest lane of each group; the other lanes are 0.
   static Integers load64(const void* from) { return _mm_loadl_epi64(static_cast<const Integers*>(from)); }
+  /// The lowest 64 bits.
+  static void store64(void* to, Integers v) { _mm_storel_epi64(static_cast<Integers*>(to), v); }
   /// As many samples of 16 bits as there are lanes of 32, with their sign.
   static Integers loadWidened16(const void* from) {
     const Integers words = load64(from);
     return shiftRight32<16>(zipLow16(words, words));
   }
   /// Lanes of 32 bits, limited to 16 bits, side by side.
-  static void storeNarrowed32(void* to, Integers v) { _mm_storel_epi64(static_cast<Integers*>(to), packed32(v, v)); }
+  static void storeNarrowed32(void* to, Integers v) { store64(to, packed32(v, v)); }
   /// The entries at the indices, which must not be negative, and those behind them.
   static void pairsAt(const float* from, Integers indices, Floats& first, Floats& second) {
     const auto at = reinterpret_cast<Lanes32>(indices);

@@ -192,10 +192,33 @@ struct TwoHalves {
   SamplesIn<typename R::Half> second;
 };
 
-template <typename R>
+template <cofu::registers::HasHalves R>
 TwoHalves<R> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
   const typename R::Integers both = SamplesIn<R>::limited(R::inOrder(R::packed32(a.v, b.v))).v;
   return {{R::lower(both)}, {R::upper(both)}};
+}
+
+/// As many samples as a register of `R`, which has no halves, holds words.
+template <typename R>
+struct FewSamplesIn {
+  static constexpr unsigned kCount = WordsIn<R>::kCount;
+
+  typename R::Integers v;
+
+  void store(std::int16_t* samples) const { R::store64(samples, v); }
+};
+
+/// What `saturatedSamples` makes of two registers of words without halves.
+template <typename R>
+struct TwoParts {
+  FewSamplesIn<R> first;
+  FewSamplesIn<R> second;
+};
+
+template <typename R>
+requires(!cofu::registers::HasHalves<R>) TwoParts<R> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
+  const typename R::Integers both = SamplesIn<R>::limited(R::packed32(a.v, b.v)).v;
+  return {{both}, {R::zipHigh64(both, both)}};
 }
 
 /// Eight samples.

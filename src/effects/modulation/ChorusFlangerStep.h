@@ -117,30 +117,42 @@ struct OfBoth {
   Words right;
 };
 
+/// Registers of 128 bits that a processor with `R` has: those in which samples follow each other.
+template <typename R>
+struct SerialRegisters {
+  using Type = R;
+};
+template <cofu::registers::HasHalves R>
+struct SerialRegisters<R> {
+  using Type = typename R::Half;
+};
+
 /// The smoothed triangles of the next register, with both channels of a sample side by side: those of `now`, left and
 /// right in the lower two lanes, move to the last sample.
-template <typename R>
-OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::WordsIn<typename R::Half>& now) {
+template <typename R, typename Serial>
+OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::WordsIn<Serial>& now) {
   using Words = lanes::WordsIn<R>;
-  using Half = typename R::Half;
-  const auto twice = [&now](typename Half::Integers triangles) {
+  const auto twice = [&now](typename Serial::Integers triangles) {
     const auto first = followed({triangles}, now);
-    now = followed({Half::zipHigh64(triangles, triangles)}, first);
-    return Half::zipLow64(first.v, now.v);
+    now = followed({Serial::zipHigh64(triangles, triangles)}, first);
+    return Serial::zipLow64(first.v, now.v);
   };
   const Words phases = Words::after(law.phase, law.lfoStep);
   const Words left = trianglesAt(phases);
   const Words right = trianglesAt(phases + Words::all(kRightPhaseLead));
-  // Samples 0, 1, 4 and 5, then 2, 3, 6 and 7.
-  const auto outer = R::zipLow32(left.v, right.v);
-  const auto inner = R::zipHigh32(left.v, right.v);
-  const auto first = twice(R::lower(outer));
-  const auto second = twice(R::lower(inner));
-  const auto third = twice(R::upper(outer));
-  const auto fourth = twice(R::upper(inner));
-  const auto even = R::joined(first, third);
-  const auto odd = R::joined(second, fourth);
-  return {{R::evens32(even, odd)}, {R::odds32(even, odd)}};
+  // Samples 0 and 1, then 2 and 3; of a register with two halves also 4 and 5, then 6 and 7.
+  auto outer = R::zipLow32(left.v, right.v);
+  auto inner = R::zipHigh32(left.v, right.v);
+  if constexpr (cofu::registers::HasHalves<R>) {
+    const auto first = twice(R::lower(outer));
+    const auto second = twice(R::lower(inner));
+    outer = R::joined(first, twice(R::upper(outer)));
+    inner = R::joined(second, twice(R::upper(inner)));
+  } else {
+    outer = twice(outer);
+    inner = twice(inner);
+  }
+  return {{R::evens32(outer, inner)}, {R::odds32(outer, inner)}};
 }
 
 /// Runs whole registers and returns the number of samples. Stops where a delay ends inside the register that it is read
@@ -148,12 +160,12 @@ OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::Word
 template <typename R>
 [[gnu::flatten]] unsigned runFlanger(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   using Words = lanes::WordsIn<R>;
-  using Half = typename R::Half;
+  using Serial = typename SerialRegisters<R>::Type;
   constexpr auto kCount = static_cast<std::int32_t>(Words::kCount);
-  lanes::WordsIn<Half> now{Half::four32(law.leftChannel.follow, law.rightChannel.follow, 0, 0)};
+  lanes::WordsIn<Serial> now{Serial::four32(law.leftChannel.follow, law.rightChannel.follow, 0, 0)};
   unsigned done = 0;
   for (; done + Words::kCount <= count; done += Words::kCount) {
-    lanes::WordsIn<Half> next = now;
+    lanes::WordsIn<Serial> next = now;
     const OfBoth<Words> triangles = nextTriangles<R>(law, next);
     const OfBoth<Words> delays{delaysAt(triangles.left), delaysAt(triangles.right)};
     const Words shortest = Words::all(kCount << 16);
@@ -167,8 +179,8 @@ template <typename R>
     law.phase = cofu::core::wrapAdd(law.phase, cofu::core::wrapMul(law.lfoStep, kCount));
     law.moveIndex(Words::kCount);
   }
-  law.leftChannel.follow = Half::first32(now.v);
-  law.rightChannel.follow = Half::second32(now.v);
+  law.leftChannel.follow = Serial::first32(now.v);
+  law.rightChannel.follow = Serial::second32(now.v);
   return done;
 }
 

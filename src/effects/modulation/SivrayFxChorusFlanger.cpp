@@ -6,6 +6,7 @@
 #include "effects/interfaces/KnobTables.h"
 #include "effects/modulation/ChorusFlangerStep.h"
 #include "effects/modulation/LfoTables.h"
+#include "registers/Registers128.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -22,8 +23,8 @@ constexpr std::int32_t kLargestFeedback = 32440;
 
 ChorusFlangerLaw::Settings ChorusFlangerLaw::settingsOf(const Knobs& knobs) {
   const int above = std::max(knobs.edit2 - kFullWetKnob, 0);
-  return {static_cast<std::int32_t>(valueAt(lfoTable, knobs.edit1)), above * kLargestFeedback / (127 - kFullWetKnob),
-          std::min(kWetPerKnob * knobs.edit2, kFullScale)};
+  return {static_cast<std::int32_t>(valueAt(lfoTable, knobs.edit1)),
+          above * kLargestFeedback / (kTopKnob - kFullWetKnob), std::min(kWetPerKnob * knobs.edit2, kFullScale)};
 }
 
 void ChorusFlangerLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
@@ -36,6 +37,10 @@ void ChorusFlangerLaw::step(const Settings& to, std::int16_t& left, std::int16_t
   stepChannel(leftChannel, phase, left);
   stepChannel(rightChannel, wrapAdd(phase, kRightPhaseLead), right);
   moveIndex(1);
+}
+
+unsigned ChorusFlangerLaw::runBaseline(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+  return runFlanger<cofu::registers::Registers128>(law, left, right, count);
 }
 
 void ChorusFlangerLaw::skip(const Settings& to, unsigned count) {

@@ -15,7 +15,7 @@ struct ChorusFlangerLaw {
                                    .otherRestart = kMarloRestart,
                                    .aims = true,
                                    .glides = true,
-                                   .lanes = LaneParts::avx2,
+                                   .lanes = LaneParts::baselineAndAvx2,
                                    .sleeps = true};
 
   struct Settings {
@@ -48,6 +48,8 @@ struct ChorusFlangerLaw {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
   static bool fitsLanes(const Settings&) { return true; }
+  static unsigned runBaseline(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
+                              unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
                           unsigned count) SIVRAY_NONBLOCKING;
 
