@@ -30,10 +30,11 @@ constexpr bool isRhythmic(int type) { return type == kTypePump || type == kTypeS
 
 constexpr bool isParameter(int index) { return index >= 0 && index < kParameterCount; }
 
-/// Multiplies by the full-scale gain, which takes positive samples down by one. The product cannot leave the range.
+/// Multiplies by the full-scale gain: (x * 32767) >> 15 is one less for positive samples, and one more for -32768.
 void scaleByFullGain(const std::int16_t* in, std::int16_t* out, int count) {
   for (int i = 0; i < count; ++i) {
-    out[i] = static_cast<std::int16_t>((in[i] * kFullScale) >> 15);
+    const auto less = static_cast<std::int16_t>(in[i] - (in[i] > 0 ? 1 : 0));
+    out[i] = std::max<std::int16_t>(less, -kFullScale);
   }
 }
 

@@ -17,22 +17,24 @@ Samples echoOf(Samples near, Samples beyond, typename Samples::template Fraction
 }
 
 /// The next samples of both channels, in place. Values of one register must not move, and the time must be at least
-/// `Samples::kCount`.
+/// `Samples::kCount`, unless the level is 0: then no echo sounds, whatever the lines hold.
 template <typename Samples>
 void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = ShortDelayLaw::kLineLength;
   std::int16_t* const line1 = law.lines;
   std::int16_t* const line2 = law.lines + kLength;
-  const unsigned near = law.writeIndex - static_cast<unsigned>(law.time.value());
-  const typename Samples::template Fraction<15> fraction(law.time.fraction());
-  const typename Samples::Gain level(law.level.value());
   const typename Samples::Gain inputGain(cofu::core::kFullScale - (law.level.state >> 16));
-  const auto echo1 = echoOf(loadFromRing<Samples, kLength>(line1, near),
-                            loadFromRing<Samples, kLength>(line1, near - 1), fraction, level);
-  const auto echo2 = echoOf(loadFromRing<Samples, kLength>(line2, near),
-                            loadFromRing<Samples, kLength>(line2, near - 1), fraction, level);
-  const auto outLeft = sum(mul15(Samples::load(left), inputGain), echo2);
-  const auto outRight = sum(mul15(Samples::load(right), inputGain), echo1);
+  Samples outLeft = mul15(Samples::load(left), inputGain);
+  Samples outRight = mul15(Samples::load(right), inputGain);
+  if (law.level.value() != 0) {
+    const unsigned near = law.writeIndex - static_cast<unsigned>(law.time.value());
+    const typename Samples::template Fraction<15> fraction(law.time.fraction());
+    const typename Samples::Gain level(law.level.value());
+    outRight = sum(outRight, echoOf(loadFromRing<Samples, kLength>(line1, near),
+                                    loadFromRing<Samples, kLength>(line1, near - 1), fraction, level));
+    outLeft = sum(outLeft, echoOf(loadFromRing<Samples, kLength>(line2, near),
+                                  loadFromRing<Samples, kLength>(line2, near - 1), fraction, level));
+  }
   outLeft.store(left);
   outRight.store(right);
   storeToRing<kLength>(line1, law.writeIndex, outLeft);

@@ -24,7 +24,7 @@ struct ShortDelayLaw {
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
-  bool fitsLanes(const Settings& now) const { return now.time >= kMostLanes; }
+  bool fitsLanes(const Settings& now) const { return now.level == 0 || now.time >= kMostLanes; }
   static unsigned runBaseline(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
                               unsigned count) SIVRAY_NONBLOCKING;
   static unsigned runAvx2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
