@@ -127,6 +127,7 @@ class Player : public tesh::bramel::vst::CFsConvListener {
   void onProcess(float**, float** engineOutputs, std::int32_t frames) override {
     render(engineOutputs, tesh::vimo::kMainChannels, frames);
   }
+  bool gaveSilence() const override { return block.isSilent; }
   void render(float** engineOutputs, std::int32_t count, std::int32_t frames) {
     block.outputs = engineOutputs;
     block.outputCount = count;
@@ -171,8 +172,7 @@ class Voices {
       allocator.noteOn(VoiceAllocator::kFirstNote + pad, 100);
     }
     ++played;
-    const std::array<std::int32_t*, 4> channels{mix.data(), mix.data() + 1, mix.data() + 2, mix.data() + 3};
-    allocator.render(channels.data(), kFrames, 4);
+    allocator.render({dry.data(), effect.data()}, kFrames);
   }
 
  private:
@@ -180,7 +180,8 @@ class Voices {
   DrumCore core{file, kPadCount, kSlotFrames};
   VoiceAllocator allocator{core, kPadCount};
   std::array<PadValues, static_cast<std::size_t>(kPadCount)> pads;
-  alignas(32) std::array<std::int32_t, static_cast<std::size_t>(kFrames) * 4> mix{};
+  std::array<std::int16_t, static_cast<std::size_t>(2 * (kFrames + kBusSlack))> dry{};
+  std::array<std::int16_t, static_cast<std::size_t>(2 * (kFrames + kBusSlack))> effect{};
   int played = 0;
 };
 

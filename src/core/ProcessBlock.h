@@ -28,6 +28,7 @@ struct ProcessBlock {
   TimedValueRing* notificationRing = nullptr;  ///< Movements of macros, read after the generator has run.
   std::vector<MidiEvent>* midiIn = nullptr;
   std::vector<MidiEvent>* midiOut = nullptr;
+  bool isSilent = false;  ///< Set by the generator if it knows that all outputs are zeros.
 };
 
 }  // namespace tesh::vimo

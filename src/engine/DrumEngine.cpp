@@ -99,21 +99,18 @@ ProgramBankGroups DrumEngine::bankGroups() {
   return saved;
 }
 
-void DrumEngine::render(float* left, float* right, int frames, const EngineOuts* outs) {
+bool DrumEngine::render(float* left, float* right, int frames, const EngineOuts* outs) {
   // Even without frames the effect takes over its pending type and finished voices are released.
-  EngineOuts later;
-  int done = 0;
-  do {
-    if (outs != nullptr && done > 0) {
-      later = outs->from(done);
-    }
-    renderBlock(left + done, right + done, std::clamp(frames - done, 0, kMaxFrames),
-                outs != nullptr && done > 0 ? &later : outs);
-    done += kMaxFrames;
-  } while (done < frames);
+  bool isSilent = renderBlock(left, right, std::clamp(frames, 0, kMaxFrames), outs);
+  for (int done = kMaxFrames; done < frames; done += kMaxFrames) {
+    const EngineOuts later = outs == nullptr ? EngineOuts{} : outs->from(done);
+    isSilent &=
+        renderBlock(left + done, right + done, std::min(frames - done, kMaxFrames), outs == nullptr ? nullptr : &later);
+  }
+  return isSilent;
 }
 
-void DrumEngine::renderBlock(float* left, float* right, int frames, const EngineOuts* outs) {
+bool DrumEngine::renderBlock(float* left, float* right, int frames, const EngineOuts* outs) {
   if (allocator.activeVoiceCount() == 0 && effect.skip(frames)) {
     allocator.skip(frames);
     masterGroup.skip(frames);
@@ -123,34 +120,32 @@ void DrumEngine::renderBlock(float* left, float* right, int frames, const Engine
       PadTaps::clear(outs->pads, frames);
       clear(outs->effect, frames);
     }
-    return;
+    return true;
   }
-  std::int32_t* const mix = buffers->mix.data();
-  const std::array<std::int32_t*, kChannels> channels{mix, mix + 1, mix + 2, mix + 3};
+  const BusWords buses{buffers->dry.data(), buffers->effect.data()};
+  const BusSamples wet{buffers->wetLeft.data(), buffers->wetRight.data()};
   const bool isSounding = allocator.activeVoiceCount() > 0;
-  const bool feedsEffect =
-      allocator.render(channels.data(), frames, kChannels, outs == nullptr ? nullptr : &outs->pads);
-  const BusSamples dry{buffers->buses[0].data(), buffers->buses[1].data()};
-  const BusSamples wet{buffers->buses[2].data(), buffers->buses[3].data()};
+  const bool feedsEffect = allocator.render(buses, frames, outs == nullptr ? nullptr : &outs->pads);
   if (isSounding && !feedsEffect && effect.skip(frames)) {
-    splitDry(mix, dry, frames);
-    masterGroup.render(dry, {}, {left, right}, frames);
+    masterGroup.render(buses.dry, {}, {left, right}, frames);
     if (outs != nullptr) {
       clear(outs->effect, frames);
     }
-    return;
+    return false;
   }
-  if (isSounding) {
-    splitBuses(mix, dry, wet, frames);
+  if (feedsEffect) {
+    splitChannels(buses.effect, wet, frames);
   } else {
-    clearBuses(dry, wet, frames);
+    std::fill_n(wet.left, frames, std::int16_t{0});
+    std::fill_n(wet.right, frames, std::int16_t{0});
   }
   effects::StereoBlock block{wet.left, wet.right};
   effect.process(block, frames);
   if (outs != nullptr) {
     put(outs->effect, wet, frames);
   }
-  masterGroup.render(dry, wet, {left, right}, frames);
+  masterGroup.render(buses.dry, wet, {left, right}, frames);
+  return false;
 }
 
 void DrumEngine::resetSound() {

@@ -60,8 +60,9 @@ class DrumEngine {
 
   /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
   /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that
-  /// have ended. Fills those of `outs` that are connected, too; there are none if it is null.
-  void render(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
+  /// have ended. Fills those of `outs` that are connected, too; there are none if it is null. Returns whether all of it
+  /// is known to be zeros.
+  bool render(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
 
   /// Notes 36 and up play the pads; a velocity is 1 to 127. See VoiceAllocator.
   void noteOn(int note, int velocity) SIVRAY_NONBLOCKING { allocator.noteOn(note, velocity); }
@@ -100,12 +101,14 @@ class DrumEngine {
 
  private:
   static constexpr int kMaxFrames = PadTaps::kFrames;
-  static constexpr int kChannels = 4;
 
   /// Memory for the largest block.
   struct Buffers {
-    alignas(32) std::array<std::int32_t, static_cast<std::size_t>(kMaxFrames* kChannels)> mix;
-    std::array<std::array<std::int16_t, kMaxFrames>, kChannels> buses;
+    using Words = std::array<std::int16_t, static_cast<std::size_t>(2 * (kMaxFrames + kBusSlack))>;
+    alignas(32) Words dry;
+    alignas(32) Words effect;
+    alignas(32) std::array<std::int16_t, kMaxFrames> wetLeft;
+    alignas(32) std::array<std::int16_t, kMaxFrames> wetRight;
   };
 
   /// What an id names: a parameter of a group. Group and row are null for an unknown id.
@@ -117,7 +120,7 @@ class DrumEngine {
 
   Place placeOf(std::uint32_t id) const;
   void addPad(std::uint32_t pad);
-  void renderBlock(float* left, float* right, int frames, const EngineOuts* outs) SIVRAY_NONBLOCKING;
+  bool renderBlock(float* left, float* right, int frames, const EngineOuts* outs) SIVRAY_NONBLOCKING;
   ProgramBankGroups bankGroups();
 
   DrumCore core;

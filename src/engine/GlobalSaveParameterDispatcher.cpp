@@ -52,18 +52,17 @@ void GlobalSaveParameterDispatcher::skip(int frames) {
   }
 }
 
-void GlobalSaveParameterDispatcher::render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) {
+void GlobalSaveParameterDispatcher::render(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames) {
   const std::int32_t target = outputTarget.load(std::memory_order_relaxed);
   const bool isWet = wet.left != nullptr;
   int i = 0;
   // Once a step leaves the gain unchanged, so do all later ones until the target changes.
   for (std::int32_t before = outputGain; i < frames && glide(target) != before; ++i) {
     before = outputGain;
-    out.left[i] = outputSample(dry.left[i], isWet ? wet.left[i] : 0, before);
-    out.right[i] = outputSample(dry.right[i], isWet ? wet.right[i] : 0, before);
+    out.left[i] = outputSample(dry[2 * i], isWet ? wet.left[i] : 0, before);
+    out.right[i] = outputSample(dry[2 * i + 1], isWet ? wet.right[i] : 0, before);
   }
-  kernel.render(dry.left + i, isWet ? wet.left + i : nullptr, out.left + i, frames - i, outputGain);
-  kernel.render(dry.right + i, isWet ? wet.right + i : nullptr, out.right + i, frames - i, outputGain);
+  kernel.render(dry + 2 * i, wet.from(i), {out.left + i, out.right + i}, frames - i, outputGain);
 }
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -11,12 +11,6 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// The two channels that a block is rendered to.
-struct OutputChannels {
-  float* left = nullptr;
-  float* right = nullptr;
-};
-
 /// The gain starts at 0 and glides to the level's gain, so the engine is silent until the level is set for the first
 /// time. Values may be set on any thread; the audio belongs to the audio thread.
 class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t> {
@@ -36,9 +30,9 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   /// `render`.
   void processAudio(std::int32_t* block, int frames) SIVRAY_NONBLOCKING override;
 
-  /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block. An
-  /// effect bus of null pointers is silent.
-  void render(BusSamples dry, BusSamples wet, OutputChannels out, int frames) SIVRAY_NONBLOCKING;
+  /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block. `dry`
+  /// has left and right in turn; an effect bus of null pointers is silent.
+  void render(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames) SIVRAY_NONBLOCKING;
 
   /// Moves the gain on by `frames` frames of silence, which stay silence.
   void skip(int frames) SIVRAY_NONBLOCKING;

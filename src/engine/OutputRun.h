@@ -1,7 +1,7 @@
-// The output stage over many samples of a channel, as templates over the registers of an instruction set. Each kernel's
-// source file includes it and compiles it for its own set, so everything here has internal linkage.
+// The output stage over many frames, as templates over the registers of an instruction set. Each kernel's source file
+// includes it and compiles it for its own set, so everything here has internal linkage.
 //
-// All values fit words of 16 bits, and (a * b) >> 15 is the high word of 2a * b.
+// Left and right stand in turn. All values fit words of 16 bits, and (a * b) >> 15 is the high word of 2a * b.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -28,19 +28,26 @@ typename R::Integers productsShifted14(typename R::Integers x, typename R::Integ
   return R::packed32(shifted(R::zipLow16(x, R::zero())), shifted(R::zipHigh16(x, R::zero())));
 }
 
+/// Words in the high half of 32-bit lanes need no shift: all steps to a float are exact.
 template <typename R>
-void storeSamples(float* to, typename R::Integers words) {
-  constexpr unsigned kFloats = R::kBytes / sizeof(float);
-  const auto put = [](float* at, typename R::Integers integers, float scale) {
-    R::storeFloats(at, R::floatsOf(integers) * R::allFloats(scale));
+void storeFrames(OutputChannels out, int frame, typename R::Integers words) {
+  const auto put = [](float* at, typename R::Integers uppers) {
+    R::storeFloats(at, R::floatsOf(uppers) * R::allFloats(kFloatScale / 65536.0F));
   };
+  put(out.left + frame, R::template shiftLeft32<16>(words));
+  put(out.right + frame, R::bitAnd(words, R::all32(-65536)));
+}
+
+/// As many frames of two channels as fill a register, left and right in turn.
+template <typename R>
+typename R::Integers framesOf(BusSamples channels, int frame) {
   if constexpr (requires { typename R::Half; }) {
-    put(to, R::widened16(R::lower(words)), kFloatScale);
-    put(to + kFloats, R::widened16(R::upper(words)), kFloatScale);
+    using Half = typename R::Half;
+    const auto left = Half::load(channels.left + frame);
+    const auto right = Half::load(channels.right + frame);
+    return R::joined(Half::zipLow16(left, right), Half::zipHigh16(left, right));
   } else {
-    // Words in the high half of 32-bit lanes need no shift: all steps to a float are exact.
-    put(to, R::zipLow16(R::zero(), words), kFloatScale / 65536.0F);
-    put(to + kFloats, R::zipHigh16(R::zero(), words), kFloatScale / 65536.0F);
+    return R::zipLow16(R::load64(channels.left + frame), R::load64(channels.right + frame));
   }
 }
 
@@ -78,30 +85,35 @@ typename R::Integers shape(typename R::Integers x) {
   return R::add16(bent, R::mulHigh16(bent, R::all16(2 * kOutputMakeUp)));
 }
 
-/// Renders all samples if they fill a vector, and returns their number. The last vector overlaps the one before.
+/// Renders all frames if they fill a vector, and returns their number. The last vector overlaps the one before.
 template <typename R, typename Gain>
-int renderVectors(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, Gain gain) {
-  constexpr int kSamples = R::kBytes / sizeof(std::int16_t);
+int renderVectors(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames, Gain gain) {
+  constexpr int kFrames = R::kBytes / (2 * sizeof(std::int16_t));
   const auto renderAt = [&](int i) {
-    const auto sum = wet == nullptr ? R::load(dry + i) : R::addLimited16(R::load(dry + i), R::load(wet + i));
-    storeSamples<R>(out + i, shape<R>(gain(limitedLow<R>(sum))));
+    typename R::Integers sum = R::load(dry + 2 * i);
+    if (wet.left != nullptr) {
+      sum = limitedLow<R>(R::addLimited16(sum, framesOf<R>(wet, i)));
+    }
+    storeFrames<R>(out, i, shape<R>(gain(sum)));
   };
-  if (frames < kSamples) {
+  if (frames < kFrames) {
     return 0;
   }
-  for (int i = 0; i < frames - kSamples; i += kSamples) {
+  for (int i = 0; i < frames - kFrames; i += kFrames) {
     renderAt(i);
   }
-  renderAt(frames - kSamples);
+  renderAt(frames - kFrames);
   return frames;
 }
 
 template <typename R>
-void renderLanes(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
+void renderLanes(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames, std::int32_t gain) {
   int i = gain <= kUnityGain ? renderVectors<R>(dry, wet, out, frames, GainToOne<R>(gain))
                              : renderVectors<R>(dry, wet, out, frames, GainAboveOne<R>(gain));
   for (; i < frames; ++i) {
-    out[i] = outputSample(dry[i], wet == nullptr ? 0 : wet[i], gain);
+    const bool isWet = wet.left != nullptr;
+    out.left[i] = outputSample(dry[2 * i], isWet ? wet.left[i] : 0, gain);
+    out.right[i] = outputSample(dry[2 * i + 1], isWet ? wet.right[i] : 0, gain);
   }
 }
 

@@ -42,25 +42,26 @@ constexpr float outputSample(std::int32_t dry, std::int32_t wet, std::int32_t ga
   return static_cast<float>(shapeOutput(sumBuses(dry, wet), gain)) * kFloatScale;
 }
 
-/// Two channels of one bus, at most 2048 samples each.
+/// Two channels of the effect's bus, at most 2048 samples each. Null pointers stand for silence.
 struct BusSamples {
   std::int16_t* left = nullptr;
   std::int16_t* right = nullptr;
+
+  BusSamples from(int frame) const { return left == nullptr ? BusSamples{} : BusSamples{left + frame, right + frame}; }
 };
 
-/// Separates four interleaved channels: dry left, dry right, effect left, effect right. Limits each sample to 16 bits.
-/// `mix` must be 16-byte aligned.
-void splitBuses(const std::int32_t* mix, BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
+/// The two channels that a block is rendered to.
+struct OutputChannels {
+  float* left = nullptr;
+  float* right = nullptr;
+};
 
-/// The same for the dry bus alone.
-void splitDry(const std::int32_t* mix, BusSamples dry, int frames) SIVRAY_NONBLOCKING;
+/// Separates `frames` frames of a left and a right word.
+void splitChannels(const std::int16_t* words, BusSamples channels, int frames) SIVRAY_NONBLOCKING;
 
-/// Fills both buses with zeros.
-void clearBuses(BusSamples dry, BusSamples wet, int frames) SIVRAY_NONBLOCKING;
-
-/// The whole stage for `frames` samples of one channel, at a constant gain of 0 to 32767. Without `wet` the effect bus
-/// is silent.
-using RenderOutput = void(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames,
+/// The whole stage for `frames` frames, at a constant gain of 0 to 32767. `dry` has left and right in turn, without
+/// -32768.
+using RenderOutput = void(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames,
                           std::int32_t gain) SIVRAY_NONBLOCKING;
 
 RenderOutput renderOutputBaseline;

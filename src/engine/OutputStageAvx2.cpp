@@ -14,7 +14,7 @@ SIVRAY_COMPILE_FOR("avx2")
 
 namespace tesh::bramel::plugin::sivray {
 
-void renderOutputAvx2(const std::int16_t* dry, const std::int16_t* wet, float* out, int frames, std::int32_t gain) {
+void renderOutputAvx2(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames, std::int32_t gain) {
   renderLanes<cofu::registers::Registers256>(dry, wet, out, frames, gain);
 }
 

@@ -94,30 +94,40 @@ void SivrayPlugin<Synth>::process(vimo::ProcessBlock& block) {
   if (block.frames > 0) {
     if (block.outputCount == vimo::kAllChannels) {
       const EngineOuts outs = outsOf(block);
-      renderOnly(block.outputs, block.frames, outs.isConnected() ? &outs : nullptr);
+      block.isSilent = renderOnly(block.outputs, block.frames, outs.isConnected() ? &outs : nullptr);
     } else {
-      renderOnly(block.outputs, block.frames);
+      block.isSilent = renderOnly(block.outputs, block.frames);
     }
     synth.engine().readOn();
   }
 }
 
 template <typename Synth>
-void SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames, const EngineOuts* outs) {
-  EngineOuts later;
+bool SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames, const EngineOuts* outs) {
+  if (outs == nullptr) {
+    return renderSlices(outputs, frames, nullptr);
+  }
+  EngineOuts moving = *outs;
+  return renderSlices(outputs, frames, &moving);
+}
+
+/// Moves `outs` on with each slice.
+template <typename Synth>
+bool SivrayPlugin<Synth>::renderSlices(float* const* outputs, int frames, EngineOuts* outs) {
+  bool isSilent = true;
   int offset = 0;
   while (offset < frames) {
     const int remaining = frames - offset;
     const std::int64_t next = sequencer.nextEventFrame();
     const int slice = next < 0 || next > remaining ? remaining : static_cast<int>(next);
-    synth.processReplacing(outputs[0] + offset, outputs[1] + offset, slice, outs);
+    isSilent &= synth.processReplacing(outputs[0] + offset, outputs[1] + offset, slice, outs);
     sequencer.advance(slice);
     offset += slice;
     if (outs != nullptr) {
-      later = outs->from(slice);
-      outs = &later;
+      *outs = outs->from(slice);
     }
   }
+  return isSilent;
 }
 
 template <typename Synth>

@@ -58,8 +58,8 @@ class SivrayPlugin final : public vimo::Generator<float> {
   vimo::SampleLibrary* sampleLibrary() override { return library.get(); }
 
   /// Renders `frames` frames into two outputs and those of `outs` that are connected, without taking in a block's
-  /// messages and values.
-  void renderOnly(float* const* outputs, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
+  /// messages and values. Returns whether all of it is known to be zeros.
+  bool renderOnly(float* const* outputs, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
 
   /// Queues messages for the next render. Returns whether there was one. Audio thread.
   bool addMidi(const std::vector<vimo::MidiEvent>& events) SIVRAY_NONBLOCKING;
@@ -97,6 +97,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
   void number(SequencerEvent& record, SequencerKind kind) SIVRAY_NONBLOCKING;
   void queueParameter(SequencerKind kind, std::uint32_t id, float value);
   void takeAutomation(vimo::TimedValueRing& ring) SIVRAY_NONBLOCKING;
+  bool renderSlices(float* const* outputs, int frames, EngineOuts* outs) SIVRAY_NONBLOCKING;
 
   vimo::PluginListener* listener = nullptr;
   Synth synth;

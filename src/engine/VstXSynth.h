@@ -25,9 +25,10 @@ class VstXSynth {
   static constexpr int outputCount() { return 2; }
   static constexpr const char* typeName() { return "VstXSynth"; }
 
-  /// Renders into two channels, and into those of `outs` that are connected; there are no inputs.
-  void processReplacing(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING {
-    drumEngine.render(left, right, frames, outs);
+  /// Renders into two channels, and into those of `outs` that are connected; there are no inputs. Returns whether all
+  /// of it is known to be zeros.
+  bool processReplacing(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING {
+    return drumEngine.render(left, right, frames, outs);
   }
 
   /// Acts on notes 36 to 43, controllers 123 and 126 (all notes off), program changes and the transport message 0xF4 of

@@ -212,6 +212,11 @@ struct Registers128Sse2 {
   static Integers uppers16(Integers a, Integers b) {
     return bitOr(shiftRightUnsigned32<16>(a), andNot(all32(0xFFFF), b));
   }
+  /// One lane of 32 bits in all of them.
+  template <int kLane>
+  static Integers inAllLanes32(Integers v) {
+    return _mm_shuffle_epi32(v, _MM_SHUFFLE(kLane, kLane, kLane, kLane));
+  }
   /// The lanes of the lower and of the upper half in turn.
   static Integers zippedHalves16(Integers v) { return zipLow16(v, zipHigh64(v, v)); }
   /// The second and third 16-bit lane of each 64 bits change places.

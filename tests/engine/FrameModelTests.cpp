@@ -145,27 +145,33 @@ TEST(Frame, TakesAKnobAtABlocksEndWithTheNextBlocksFirstSample) {
   }
 }
 
+/// `dry` and `wet` have left and right in turn.
 void expectSamplesOneByOne(const OutputKernel& kernel, const std::vector<std::int16_t>& dry,
                            const std::vector<std::int16_t>& wet, std::int32_t gain) {
+  const std::size_t frames = dry.size() / 2;
+  std::vector<std::int16_t> channels(wet.size());
+  const BusSamples bus{channels.data(), channels.data() + frames};
+  splitChannels(wet.data(), bus, static_cast<int>(frames));
   std::vector<float> out(dry.size());
-  kernel.render(dry.data(), wet.data(), out.data(), static_cast<int>(dry.size()), gain);
-  for (std::size_t i = 0; i < dry.size(); ++i) {
-    ASSERT_EQ(out[i], outputSample(dry[i], wet[i], gain)) << dry[i] << " + " << wet[i] << ", gain " << gain;
-  }
-  kernel.render(dry.data(), nullptr, out.data(), static_cast<int>(dry.size()), gain);
-  for (std::size_t i = 0; i < dry.size(); ++i) {
-    ASSERT_EQ(out[i], outputSample(dry[i], 0, gain)) << dry[i] << " alone, gain " << gain;
+  for (const bool isWet : {true, false}) {
+    kernel.render(dry.data(), isWet ? bus : BusSamples{}, {out.data(), out.data() + frames}, static_cast<int>(frames),
+                  gain);
+    for (std::size_t i = 0; i < dry.size(); ++i) {
+      const int added = isWet ? wet[i] : 0;
+      ASSERT_EQ(out[i / 2 + i % 2 * frames], outputSample(dry[i], added, gain))
+          << dry[i] << " + " << added << ", gain " << gain;
+    }
   }
 }
 
 TEST(OutputStage, GivesTheSameSamplesInBlocksAndOneByOne) {
-  constexpr int kFrames = 2003;  // no multiple of any vector's length
-  std::vector<std::int16_t> dry(kFrames);
-  std::vector<std::int16_t> wet(kFrames);
+  constexpr int kWords = 4006;  // of frames that are no multiple of any vector's length
+  std::vector<std::int16_t> dry(kWords);
+  std::vector<std::int16_t> wet(kWords);
   for (const OutputKernel& kernel : outputKernels()) {
     for (const int gain : {0, 1, 51, 8191, 8192, 9830, 16011, 16384, 16385, 32690}) {
-      for (int start = -32767; start <= 32767 && tesh::bramel::platform::supports(kernel.needs); start += kFrames) {
-        for (int i = 0; i < kFrames; ++i) {
+      for (int start = -32767; start <= 32767 && tesh::bramel::platform::supports(kernel.needs); start += kWords) {
+        for (int i = 0; i < kWords; ++i) {
           dry[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(std::min(start + i, 32767));
           wet[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(i % 3 == 0 ? (i * 9973) : 0);
         }

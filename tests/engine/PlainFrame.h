@@ -78,24 +78,21 @@ class Frame {
  private:
   void render(int frames, std::vector<float>& left, std::vector<float>& right) {
     const auto count = static_cast<std::size_t>(frames);
-    std::vector<std::int32_t> mix(4 * count + 8);
-    void* aligned = mix.data();
-    std::size_t space = mix.size() * 4;
-    auto* const words = static_cast<std::int32_t*>(std::align(16, 4, aligned, space));
-    const std::array<std::int32_t*, 4> channels{words, words + 1, words + 2, words + 3};
-    allocator.render(channels.data(), frames, 4);
+    std::vector<std::int16_t> dry(2 * (count + kBusSlack));
+    std::vector<std::int16_t> wet(dry.size());
+    allocator.render({dry.data(), wet.data()}, frames);
     std::vector<std::int16_t> wetLeft(count);
     std::vector<std::int16_t> wetRight(count);
     for (std::size_t i = 0; i < count; ++i) {
-      wetLeft[i] = static_cast<std::int16_t>(words[4 * i + 2]);
-      wetRight[i] = static_cast<std::int16_t>(words[4 * i + 3]);
+      wetLeft[i] = wet[2 * i];
+      wetRight[i] = wet[2 * i + 1];
     }
     effects::StereoBlock block{wetLeft.data(), wetRight.data()};
     effect.process(block, frames);
     for (std::size_t i = 0; i < count; ++i) {
       gain = (gain * 32665 + target * 102) >> 15;
-      left.push_back(static_cast<float>(output(limited(words[4 * i] + wetLeft[i]))) * 3.0517578e-5F);
-      right.push_back(static_cast<float>(output(limited(words[4 * i + 1] + wetRight[i]))) * 3.0517578e-5F);
+      left.push_back(static_cast<float>(output(limited(dry[2 * i] + wetLeft[i]))) * 3.0517578e-5F);
+      right.push_back(static_cast<float>(output(limited(dry[2 * i + 1] + wetRight[i]))) * 3.0517578e-5F);
     }
   }
 

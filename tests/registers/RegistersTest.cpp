@@ -65,6 +65,7 @@ TEST(Registers, PartsOfARegisterAreItsLanes) {
   EXPECT_EQ(R::first32(R::bytesDown<6>(v)), 0x00050004);
   EXPECT_EQ(R::third32(R::bytesUp<6>(v)), 0x00030002);
   EXPECT_EQ(R::first32(R::swappedLowMiddles16(v)), 0x00030001);
+  EXPECT_EQ(R::sum32(R::inAllLanes32<3>(v)), 4 * -8);
 }
 
 TEST(DenormalGuard, FlushesDenormalsAndGivesTheCallersSettingBack) {

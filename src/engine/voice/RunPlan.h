@@ -29,14 +29,17 @@ class RunPlan {
   /// Plans a run of the first `voices` lanes, at most `frames` frames unless the plan lasts.
   void make(int frames, std::size_t voices) SIVRAY_NONBLOCKING;
 
+  /// The voices of the last run.
+  std::size_t voices() const { return static_cast<std::size_t>(run.voices); }
+
   /// The frames that the plan holds for, at most `most`.
   int framesOf(int most) const { return std::min(most, left); }
 
-  /// The run of `frames` frames, at most `framesOf`, by the first `voices` lanes into `output` and `taps`; see
+  /// The run of `frames` frames, at most `framesOf`, by the first `voiceCount` lanes into `output` and `taps`; see
   /// VoiceRun.
-  const VoiceRun& runOf(int frames, int voices, std::int32_t* output, std::int16_t* taps) SIVRAY_NONBLOCKING {
+  const VoiceRun& runOf(int frames, int voiceCount, BusWords output, std::int16_t* taps) SIVRAY_NONBLOCKING {
     run.frames = frames;
-    run.voices = voices;
+    run.voices = voiceCount;
     run.output = output;
     run.taps = taps;
     return run;

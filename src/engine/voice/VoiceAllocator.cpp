@@ -54,6 +54,7 @@ void VoiceAllocator::noteOn(int note, int velocity) {
   if (group == nullptr || voices == nullptr) {
     return;
   }
+  voices->prepareChange();
   int voice = findVoice(pad);
   if (voice == kNoVoice) {
     voice = activeVoices++;
@@ -81,8 +82,8 @@ void VoiceAllocator::noteOff(int note) {
   const auto lane = static_cast<std::size_t>(voice);
   VoiceBank& bank = voices->lanes();
   if (bank.gateMode[lane] && bank.phase[lane] == EnvelopePhase::running) {
+    voices->prepareChange();
     bank.phase[lane] = EnvelopePhase::released;
-    voices->replan();
   }
 }
 
@@ -90,21 +91,22 @@ void VoiceAllocator::resetVoices() {
   if (voices == nullptr) {
     return;
   }
+  voices->prepareChange();
   for (std::size_t lane = 0; lane < kVoiceCount; ++lane) {
     voices->lanes().clearLane(lane);
   }
-  voices->replan();
 }
 
-bool VoiceAllocator::render(std::int32_t* const* channels, int frames, int, const PadOuts* padOuts) {
+bool VoiceAllocator::render(BusWords output, int frames, const PadOuts* padOuts) {
   if (voices == nullptr) {
-    std::fill_n(channels[0], static_cast<std::size_t>(frames) * 4, 0);
+    std::fill_n(output.dry, 2 * frames, std::int16_t{0});
+    std::fill_n(output.effect, 2 * frames, std::int16_t{0});
     if (padOuts != nullptr) {
       PadTaps::clear(*padOuts, frames);
     }
     return false;
   }
-  const bool feedsEffect = voices->render(channels[0], frames, activeVoices, padOuts);
+  const bool feedsEffect = voices->render(output, frames, activeVoices, padOuts);
   readMeters();
   releaseFinishedVoices();
   return feedsEffect;
@@ -141,7 +143,7 @@ void VoiceAllocator::releaseFinishedVoices() {
     if (bank.state[lane] != VoiceState::free) {
       continue;
     }
-    voices->replan();
+    voices->prepareChange();
     bank.clearLane(lane);
     voices->rebindRamps(lane);
     const auto last = static_cast<std::size_t>(activeVoices - 1);

@@ -10,6 +10,7 @@
 #include "engine/voice/PadTaps.h"
 #include "engine/voice/PadValues.h"
 #include "engine/voice/VoiceBank.h"
+#include "engine/voice/VoiceKernel.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -44,11 +45,9 @@ class VoiceAllocator {
 
   int activeVoiceCount() const { return activeVoices; }
 
-  /// Writes `frames` frames of four channels: dry left and right, effect left and right, each within -32767 .. 32767.
-  /// The channels must be interleaved in one buffer: channel i begins at word i of channels[0], and `stride` is 4.
-  /// Unless `pads` is null, the pads' own outs are filled too, of at most PadTaps::kFrames frames. Returns false if the
-  /// effect's channels are zeros.
-  bool render(std::int32_t* const* channels, int frames, int stride, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
+  /// Writes `frames` frames of both buses. Unless `pads` is null, the pads' own outs are filled too, of at most
+  /// PadTaps::kFrames frames. Returns false if the effect's bus is silent.
+  bool render(BusWords output, int frames, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
 
   /// Moves on by `frames` frames in which no voice sounds: there must be none.
   void skip(int frames) SIVRAY_NONBLOCKING;

@@ -23,6 +23,7 @@ struct ChainNeeds {
   bool punch = true;
   Buses fed = Buses::both;
   bool tap = false;
+  bool frames = false;  ///< Lanes are frames of one voice, see FrameChain.h.
 };
 
 /// Q15 gains of 0 to 32767 for words: (g * x) >> 15 is the high half of `factor` * x, plus x where `kept` is -1.
@@ -40,6 +41,8 @@ struct WordGain {
   Vec operator()(Vec x) const { return L::add16(L::mulHigh16(x, factor), L::bitAnd(x, kept)); }
 };
 
+inline constexpr std::int32_t kPunchEnd = 16;  ///< Where the punch rests.
+
 /// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`; a constructor
 /// that is called rather than inlined would leave it in memory.
 template <typename L, ChainNeeds Needs>
@@ -47,6 +50,7 @@ class VoiceChain {
  public:
   using Lanes = L;
   using Vec = typename L::Integers;
+  static constexpr Buses kFed = Needs.fed;
 
   [[gnu::always_inline]] VoiceChain(VoiceBank& voiceBank, const VoiceRun& run, int firstLane)
       : bank(voiceBank),
@@ -58,8 +62,7 @@ class VoiceChain {
         base(lanes(voiceBank.slotBase)),
         position(lanes(voiceBank.positionQ12)),
         weights(weightsOf(position)),
-        weightStep(L::bitOr(L::template shiftLeft32<20>(step),
-                            L::bitAnd(L::sub32(L::zero(), L::template shiftLeft32<4>(step)), L::all32(0xFFFF)))),
+        weightStep(stepOfWeights(step)),
         punch(lanes(voiceBank.punchCurrent)),
         boostState(lanes(voiceBank.boostState)) {
     const Vec restart = lanes(bank.meterRestart);
@@ -102,7 +105,7 @@ class VoiceChain {
 
   /// Computes one frame: per lane pair, sums of left and of right words. See L::channelSums.
   [[gnu::always_inline]] void frame(Vec& toDry, Vec& toEffect) {
-    const Vec x = pan(level(lowBoost(enveloped(punchedWave()))));
+    const Vec x = pan(level(lowBoost(enveloped(nextWave()))));
     peaks = L::max16(peaks, L::abs16(x));
     const Vec faded = Needs.fade ? fade(x) : x;
     if constexpr (Needs.tap) {
@@ -128,13 +131,13 @@ class VoiceChain {
     put(bank.meterRestart, L::zero());
   }
 
- private:
-  static constexpr std::int32_t kPunchEnd = 16;
-
+ protected:
   /// Share of the punch that each sample keeps, Q15: a time constant of 455 samples (10 ms).
   static constexpr std::int32_t kPunchKept = 32696;
 
-  Vec lanes(const LaneWords& words) const { return L::loadAligned(words.data() + first); }
+  Vec lanes(const LaneWords& words) const {
+    return Needs.frames ? L::all32(words[first]) : L::loadAligned(words.data() + first);
+  }
   void put(LaneWords& words, Vec v) { L::storeAligned(words.data() + first, v); }
   void putWhere(Vec mask, LaneWords& words, Vec v) {
     put(words, L::bitOr(L::bitAnd(mask, v), L::andNot(mask, lanes(words))));
@@ -153,6 +156,11 @@ class VoiceChain {
   static Vec weightsOf(Vec position) {
     return L::bitOr(L::template shiftLeft32<20>(position),
                     L::andNot(L::template shiftLeft32<4>(position), L::all32(0xFFF0)));
+  }
+
+  static Vec stepOfWeights(Vec step) {
+    return L::bitOr(L::template shiftLeft32<20>(step),
+                    L::bitAnd(L::sub32(L::zero(), L::template shiftLeft32<4>(step)), L::all32(0xFFFF)));
   }
 
   [[gnu::always_inline]] void loadEnvelope() {
@@ -199,20 +207,31 @@ class VoiceChain {
     boostFeedback.kept = L::andNot(L::template shiftRight16<15>(g), boostFeedback.kept);
   }
 
-  /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
-  /// fraction) >> 12)) >> 2, as the high word of (p * (4096 - fraction) + q * fraction) * 4. Then a gain of
-  /// 1 + punch / 4096. Punch falls to kPunchEnd.
-  Vec punchedWave() {
-    const Vec scaled = L::add16(L::template shiftRightUnsigned16<2>(weights), L::all32(4));
+  Vec nextWave() {
     Vec left;
     Vec right;
+    readWave(left, right);
+    if constexpr (Needs.punch) {
+      punch = L::max16(scaledLanes(punch, L::all32(kPunchKept)), L::all32(kPunchEnd));
+    }
+    return punchedWords(left, right);
+  }
+
+  /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
+  /// fraction) >> 12)) >> 2, as the high word of (p * (4096 - fraction) + q * fraction) * 4. Moves the position on.
+  void readWave(Vec& left, Vec& right) {
+    const Vec scaled = L::add16(L::template shiftRightUnsigned16<2>(weights), L::all32(4));
     L::framePairs(samples, L::add32(L::template shiftRight32<12>(position), base), left, right);
     left = L::pairSums16(left, scaled);
     right = L::pairSums16(right, scaled);
     position = L::add32(position, step);
     weights = L::add16(weights, weightStep);
+  }
+
+  /// The high words of `left` and `right` with a gain of 1 + punch / 4096. Punch falls by 32696 / 32768 a sample, a
+  /// time constant of 455 samples (10 ms), to 16.
+  Vec punchedWords(Vec left, Vec right) const {
     if constexpr (Needs.punch) {
-      punch = L::max16(scaledLanes(punch, L::all32(kPunchKept)), L::all32(kPunchEnd));
       return L::zippedHalves16(limitedLow(L::packed32(punched(left), punched(right))));
     }
     const Vec x = L::uppers16(left, right);
@@ -286,6 +305,7 @@ class ChainPair {
  public:
   using Lanes = Four;
   using Vec = typename Four::Integers;
+  static constexpr Buses kFed = Needs.fed;
 
   [[gnu::always_inline]] ChainPair(VoiceBank& bank, const VoiceRun& run, int)
       : low(bank, run, 0), high(bank, run, kLanesPerQuad) {}

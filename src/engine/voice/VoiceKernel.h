@@ -16,6 +16,16 @@ class RampBank;
 /// The buses that the lanes of a run send to. A bus that is not fed gets zeros.
 enum class Buses : std::uint8_t { dry, effect, both };
 
+/// Where voices are mixed to: frames of a left and a right word, limited to -32767 .. 32767. What lies behind a run's
+/// last frame may be overwritten, up to kBusSlack frames.
+struct BusWords {
+  std::int16_t* dry = nullptr;
+  std::int16_t* effect = nullptr;
+
+  BusWords from(int frame) const { return {dry + 2 * frame, effect + 2 * frame}; }
+};
+inline constexpr int kBusSlack = 3;
+
 /// Words of a frame of taps: for each group of four lanes the left samples of all four, then the right ones. Lanes of a
 /// group that does not sound are not written.
 inline constexpr int kTapWords = 16;
@@ -27,10 +37,10 @@ struct VoiceRun {
   const std::int16_t* samples = nullptr;  ///< start of all sample memory
   LaneWords step;                         ///< signed Q12, 0 where the wave has ended
   LaneWords watched;                      ///< -1 where the run must stop when the fade has closed
-  std::int32_t* output = nullptr;         ///< frames of four words, 16-byte aligned
-  int frames = 0;                         ///< at least 1
-  int voices = 0;                         ///< 1 to 8: the lanes that sound
-  unsigned moving = 0;                    ///< rampBit of each ramp that moves
+  BusWords output;
+  int frames = 0;       ///< at least 1
+  int voices = 0;       ///< 1 to 8: the lanes that sound
+  unsigned moving = 0;  ///< rampBit of each ramp that moves
   Buses fed = Buses::both;
   bool fading = false;           ///< a lane is fading or watched
   std::int16_t* taps = nullptr;  ///< null, or frames of kTapWords: the lanes before their sends; 32-byte aligned

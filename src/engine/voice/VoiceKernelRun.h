@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
+#include "engine/voice/FrameChain.h"
 #include "engine/voice/RampBank.h"
 #include "engine/voice/VoiceBank.h"
 #include "engine/voice/VoiceChain.h"
@@ -31,44 +33,43 @@ struct RampStep {
   }
 };
 
-/// Writes the four channels of frame after frame.
+/// Sums of the lanes, as words of 32 bits: left and right of a frame and of the next one. Zeros on a bus that is not
+/// fed.
+template <typename Four>
+struct PairSums {
+  typename Four::Integers dry = Four::zero();
+  typename Four::Integers effect = Four::zero();
+};
+
+/// Writes frame after frame to both buses.
 template <typename Four>
 class FrameWriter {
   using Integers = typename Four::Integers;
 
  public:
-  explicit FrameWriter(const VoiceRun& run) : next(run.output) {}
+  explicit FrameWriter(const VoiceRun& run) : output(run.output) {}
 
-  void put(Integers sums) { write(Four::saturated32(sums)); }
+  /// One frame: dry left and right, effect left and right.
+  void put(Integers sums) {
+    const Integers words = limited(sums, sums);
+    store32(output.dry, Four::first32(words));
+    store32(output.effect, Four::second32(words));
+    output = output.from(1);
+  }
 
-  /// Two frames of one bus: left and right of the first, left and right of the second.
-  template <Buses Bus>
-  void putPair(Integers sums) {
-    const Integers channels = Four::saturated32(sums);
-    // A mask rather than an unpacking with zeros, which may become a form of vmovq that Valgrind does not know.
-    const Integers lower = Four::four32(-1, -1, 0, 0);
-    constexpr bool kDry = Bus == Buses::dry;
-    write(kDry ? Four::bitAnd(lower, channels) : Four::template bytesUp<8>(channels));
-    write(kDry ? Four::template bytesDown<8>(channels) : Four::andNot(lower, channels));
+  template <Buses Fed>
+  void putFour(const PairSums<Four>& early, const PairSums<Four>& late) {
+    Four::store(output.dry, Fed == Buses::effect ? Four::zero() : limited(early.dry, late.dry));
+    Four::store(output.effect, Fed == Buses::dry ? Four::zero() : limited(early.effect, late.effect));
+    output = output.from(4);
   }
 
  private:
-  void write(Integers frame) {
-    Four::storeAligned(next, frame);
-    next += Four::kLanes;
-  }
+  static Integers limited(Integers a, Integers b) { return Four::max16(Four::packed32(a, b), Four::all16(-32767)); }
+  static void store32(std::int16_t* to, std::int32_t words) { std::memcpy(to, &words, sizeof words); }
 
-  std::int32_t* next;
+  BusWords output;
 };
-
-/// The bus of a run in which only one is fed.
-template <typename Chain, Buses Bus>
-[[gnu::always_inline]] inline typename Chain::Vec frameOf(Chain& chain) {
-  typename Chain::Vec dry;
-  typename Chain::Vec effect;
-  chain.frame(dry, effect);
-  return Bus == Buses::dry ? dry : effect;
-}
 
 /// All four channels of a frame.
 template <typename Chain>
@@ -79,27 +80,85 @@ template <typename Chain>
   return Chain::Lanes::channelSums(dry, effect);
 }
 
-/// Renders all frames of a run in which no ramp moves.
-template <typename Chain, Buses Fed>
-void runResting(const VoiceRun& run) {
+template <typename Chain>
+[[gnu::always_inline]] inline auto pairOf(Chain& chain) {
   using L = typename Chain::Lanes;
+  typename Chain::Vec dry[2]{L::zero(), L::zero()};
+  typename Chain::Vec effect[2]{L::zero(), L::zero()};
+  chain.frame(dry[0], effect[0]);
+  chain.frame(dry[1], effect[1]);
+  PairSums<typename L::Four> sums;
+  if constexpr (Chain::kFed != Buses::effect) {
+    sums.dry = L::channelSums(dry[0], dry[1]);
+  }
+  if constexpr (Chain::kFed != Buses::dry) {
+    sums.effect = L::channelSums(effect[0], effect[1]);
+  }
+  return sums;
+}
+
+/// Renders all frames of a run in which no ramp moves.
+template <typename Chain>
+void runResting(const VoiceRun& run) {
   Chain chain(*run.bank, run, 0);
-  FrameWriter<typename L::Four> out(run);
-  if constexpr (Fed == Buses::both) {
-    for (int frame = 0; frame < run.frames; ++frame) {
-      out.put(channelsOf(chain));
-    }
-  } else {
-    for (int pair = run.frames / 2; pair > 0; --pair) {
-      const auto even = frameOf<Chain, Fed>(chain);
-      const auto odd = frameOf<Chain, Fed>(chain);
-      out.template putPair<Fed>(L::channelSums(even, odd));
-    }
-    if (run.frames % 2 != 0) {
-      out.put(channelsOf(chain));
-    }
+  FrameWriter<typename Chain::Lanes::Four> out(run);
+  for (int four = run.frames / 4; four > 0; --four) {
+    const auto early = pairOf(chain);
+    const auto late = pairOf(chain);
+    out.template putFour<Chain::kFed>(early, late);
+  }
+  for (int rest = run.frames % 4; rest > 0; --rest) {
+    out.put(channelsOf(chain));
   }
   chain.finish();
+}
+
+/// Renders a run of one voice in which no ramp moves. Unless it is the run's first, its words are added to the others'.
+template <typename L, ChainNeeds Needs>
+void runFrames(const VoiceRun& run, int lane) {
+  using Vec = typename L::Integers;
+  const auto put = [adds = lane > 0](std::int16_t* to, Vec words) {
+    L::store(to, adds ? L::max16(L::addLimited16(L::load(to), words), L::all16(-32767)) : words);
+  };
+  FrameChain<L, Needs> chain(*run.bank, run, lane);
+  BusWords output = run.output;
+  Vec dry = L::zero();
+  Vec effect = L::zero();
+  for (int left = run.frames; left > 0; left -= L::kLanes) {
+    if (left >= L::kLanes) {
+      chain.next(dry, effect);
+    } else {
+      chain.last(left, dry, effect);
+    }
+    put(output.dry, dry);
+    put(output.effect, effect);
+    output = output.from(L::kLanes);
+  }
+  chain.finish(run.frames);
+}
+
+template <typename L, bool Punch>
+void runOneVoice(const VoiceRun& run, int lane) {
+  if (run.fed == Buses::dry) {
+    runFrames<L, ChainNeeds{.fade = false, .punch = Punch, .fed = Buses::dry, .frames = true}>(run, lane);
+  } else if (run.fed == Buses::effect) {
+    runFrames<L, ChainNeeds{.fade = false, .punch = Punch, .fed = Buses::effect, .frames = true}>(run, lane);
+  } else {
+    runFrames<L, ChainNeeds{.fade = false, .punch = Punch, .fed = Buses::both, .frames = true}>(run, lane);
+  }
+}
+
+/// Renders a run of one voice after the other, at most two: the sum of more would have to be limited at last.
+template <typename L>
+int runOneByOne(const VoiceRun& run) {
+  for (int lane = 0; lane < run.voices; ++lane) {
+    if (run.bank->punchCurrent[static_cast<std::size_t>(lane)] <= kPunchEnd) {
+      runOneVoice<L, false>(run, lane);
+    } else {
+      runOneVoice<L, true>(run, lane);
+    }
+  }
+  return run.frames;
 }
 
 /// Renders frames while ramps move, until one has reached its target or a watched fade has closed. `Four` are the lane
@@ -133,11 +192,11 @@ int runUnfaded(const VoiceRun& run) {
     return run.fed == Buses::dry ? runMoving<Chain<L, kDry>, Four>(run) : runMoving<Chain<L, kBoth>, Four>(run);
   }
   if (run.fed == Buses::dry) {
-    runResting<Chain<L, kDry>, Buses::dry>(run);
+    runResting<Chain<L, kDry>>(run);
   } else if (run.fed == Buses::effect) {
-    runResting<Chain<L, kEffect>, Buses::effect>(run);
+    runResting<Chain<L, kEffect>>(run);
   } else {
-    runResting<Chain<L, kBoth>, Buses::both>(run);
+    runResting<Chain<L, kBoth>>(run);
   }
   return run.frames;
 }
@@ -150,7 +209,7 @@ int runTapped(const VoiceRun& run) {
     return runMoving<Chain<L, kAll>, Four>(run);
   }
   if (run.fading) {
-    runResting<Chain<L, kAll>, Buses::both>(run);
+    runResting<Chain<L, kAll>>(run);
     return run.frames;
   }
   return Chain<L, kAll>::punchRests(*run.bank, 0) ? runUnfaded<Chain, L, Four, false, Tap>(run)
@@ -167,6 +226,10 @@ int runWith(const VoiceRun& run) {
 template <typename R, typename Wide>
 int runVoices(const VoiceRun& run) {
   using Four = FourLanes<R>;
+  constexpr int kMostOneByOne = 2;
+  if (run.voices <= kMostOneByOne && !run.fading && run.taps == nullptr && run.ramps->activeCount() == 0) {
+    return runOneByOne<Four>(run);
+  }
   if (run.voices == 1) {
     return runWith<VoiceChain, FirstLane<R>, Four>(run);
   }

@@ -77,9 +77,10 @@ void VoicePool::fadeOut(std::size_t lane) {
   bank.active[lane] = false;
 }
 
-bool VoicePool::render(std::int32_t* output, int frames, int voiceCount, const PadOuts* pads) {
+bool VoicePool::render(BusWords output, int frames, int voiceCount, const PadOuts* pads) {
   if (voiceCount == 0) {
-    std::fill_n(output, static_cast<std::size_t>(frames) * 4, 0);
+    std::fill_n(output.dry, 2 * frames, std::int16_t{0});
+    std::fill_n(output.effect, 2 * frames, std::int16_t{0});
     if (pads != nullptr) {
       PadTaps::clear(*pads, frames);
     }
@@ -105,12 +106,12 @@ bool VoicePool::render(std::int32_t* output, int frames, int voiceCount, const P
       readSamples(planned, voices);
     }
     feedsEffect |= plan.feedsEffect();
-    const int done = kernel.run(plan.runOf(planned, voiceCount, output + static_cast<std::ptrdiff_t>(frame) * 4,
-                                           pads == nullptr ? nullptr : taps.at(frame)));
+    const int done =
+        kernel.run(plan.runOf(planned, voiceCount, output.from(frame), pads == nullptr ? nullptr : taps.at(frame)));
     plan.count(done);
     frame += done;
-    if (!plan.holds() || frame == frames) {
-      settle(voices);  // before the next tick, because it may start a ramp
+    if (!plan.holds()) {
+      settle();  // before the next tick, because it may start a ramp
     }
   }
   if (pads != nullptr) {  // No lane changes its pad during a render.
@@ -127,8 +128,7 @@ void VoicePool::takeSettings(bool startsToo, std::size_t voices) {
   if (!changes) {
     return;
   }
-  settle(voices);
-  plan.drop();
+  prepareChange();
   if (startsToo) {
     startPending(voices);
   }
@@ -137,9 +137,9 @@ void VoicePool::takeSettings(bool startsToo, std::size_t voices) {
   }
 }
 
-void VoicePool::settle(std::size_t voices) {
+void VoicePool::settle() {
   if (const int frames = plan.takeUnsettled(); frames > 0) {
-    finishRun(frames, voices);
+    finishRun(frames, plan.voices());
   }
 }
 

@@ -29,8 +29,12 @@ class VoicePool {
 
   VoiceBank& lanes() { return bank; }
 
-  /// Must be called after any change to a lane between two renders that may end a voice, start one or move one.
-  void replan() { plan.drop(); }
+  /// Must be called before any change to a lane between two renders that may end a voice, start one or move one: brings
+  /// the lanes up to the frames that are rendered.
+  void prepareChange() SIVRAY_NONBLOCKING {
+    settle();
+    plan.drop();
+  }
 
   /// Makes the lane's voice start at the next sample. The sound that it plays now ends there.
   void trigger(std::size_t lane, int velocity) SIVRAY_NONBLOCKING;
@@ -38,10 +42,9 @@ class VoicePool {
   /// Rebinds the lane's ramps to its fields and stops them there; only the fade's ramp keeps moving.
   void rebindRamps(std::size_t lane) SIVRAY_NONBLOCKING;
 
-  /// Renders `frames` frames of four interleaved words with the first `voices` lanes. `output` is 16-byte aligned.
-  /// Unless `pads` is null, it fills each pad's own out too, of at most PadTaps::kFrames frames. Returns false if the
-  /// effect's two channels are zeros.
-  bool render(std::int32_t* output, int frames, int voices, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
+  /// Renders `frames` frames with the first `voices` lanes. Unless `pads` is null, it fills each pad's own out too, of
+  /// at most PadTaps::kFrames frames. Returns false if the effect's bus is silent.
+  bool render(BusWords output, int frames, int voices, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
 
   /// As `render` without lanes, for a caller that knows the output: only ramps that still move are stepped.
   void skip(int frames) SIVRAY_NONBLOCKING;
@@ -53,7 +56,7 @@ class VoicePool {
   void takeSettings(bool startsToo, std::size_t voices) SIVRAY_NONBLOCKING;
 
   void readSamples(int frames, std::size_t voices);
-  void settle(std::size_t voices);
+  void settle();
   void finishRun(int frames, std::size_t voices);
   void advanceWave(std::size_t lane, int frames);
   void checkEnd(std::size_t lane);

@@ -25,6 +25,9 @@ class CFsConvListener {
     onProcess(inputs, outputs.data(), frames);
   }
 
+  /// Whether all that the last onProcess or onProcessOuts has rendered is known to be zeros.
+  virtual bool gaveSilence() const SIVRAY_NONBLOCKING { return false; }
+
   /// The host's rate has changed. `ratio` is the engine's rate divided by the host's.
   virtual void onSampleRate([[maybe_unused]] float ratio, [[maybe_unused]] double engineRate) {}
 
