@@ -63,7 +63,6 @@ CFsConverterWrapper::CFsConverterWrapper(CFsConvListener& convListener)
       zeroIn(UpPair::kEngineFrames),
       hostBlockSize(kSmallestBlock) {
   downConverter.setAttenuation(kAttenuationDb);
-  downConverter.setKnownSilence(zeroIn.data());
   downConverter.leaveRestOut();
   reset();
   listener->onBlockSize(kSmallestBlock);
@@ -165,7 +164,7 @@ void CFsConverterWrapper::renderOuts(float** inputs, std::span<float*> outputs, 
     for (std::size_t c = 0; hasInputs && c < source.size(); ++c) {
       source[c] = inputs[c] != nullptr ? inputs[c] + done : zeroIn.data();
     }
-    renderPart(source, outputs, done, part);
+    renderPart(source, hasInputs, outputs, done, part);
     done += part;
   }
 }
@@ -187,10 +186,11 @@ void CFsConverterWrapper::connect(std::span<float*> outputs, std::int32_t frames
   }
 }
 
-void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outputs, std::int32_t offset,
+void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::span<float*> outputs, std::int32_t offset,
                                      std::int32_t frames) {
   ChannelPair engineInputs = engineIn.channels();
-  const std::size_t count = downConverter.process(inputs.data(), engineInputs.data(), static_cast<std::size_t>(frames));
+  const std::size_t count =
+      downConverter.process(inputs.data(), engineInputs.data(), static_cast<std::size_t>(frames), !hasInputs);
   keepInputSilent(count);
   const auto engineFrames = static_cast<std::int32_t>(count);
   eventRing.dispatch(engineFrames, *listener);
@@ -200,12 +200,13 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, std::span<float*> outpu
   } else {
     runEngine(engineInputs, outputs.size(), engineFrames);
   }
-  const std::size_t made = mainPair.write(count, ringWrite);
+  const bool isSilent = listener->gaveSilence();
+  const std::size_t made = mainPair.write(count, ringWrite, isSilent);
   mainPair.read({outputs[0] + offset, outputs[1] + offset}, static_cast<std::size_t>(frames), ringRead);
   for (std::size_t i = 0; connectedOuts > 0 && i < outs.size(); ++i) {
     if (outs[i]->isConnected) {  // It makes as many frames, from the same place.
       const std::size_t channel = 2 * i + 2;
-      outs[i]->pair.write(count, ringWrite);
+      outs[i]->pair.write(count, ringWrite, isSilent);
       outs[i]->pair.read({outputs[channel] + offset, outputs[channel + 1] + offset}, static_cast<std::size_t>(frames),
                          ringRead);
     }

@@ -90,7 +90,8 @@ class CFsConverterWrapper {
 
  private:
   bool isDirect() const { return hostRate == static_cast<float>(kEngineRate); }
-  void renderPart(ChannelPair inputs, std::span<float*> outputs, std::int32_t offset, std::int32_t frames);
+  void renderPart(ChannelPair inputs, bool hasInputs, std::span<float*> outputs, std::int32_t offset,
+                  std::int32_t frames);
   void runEngine(ChannelPair inputs, std::size_t channels, std::int32_t frames);
   void keepInputSilent(std::size_t count);
   void connect(std::span<float*> outputs, std::int32_t frames);

@@ -30,39 +30,43 @@ bool isZero(const float* samples, std::size_t frames) {
   return isZeroUpTo(frames - kLook, frames);
 }
 
-/// Adds a step to `fraction` so many times, and returns the whole units that it carries.
-std::uint32_t addSteps(float& fraction, float step, std::uint32_t times) {
-  std::uint32_t carried = 0;
-  const auto add = [&] {
-    fraction += step;
-    if (fraction >= 1.0F) {
-      fraction -= 1.0F;
-      ++carried;
+/// Adds a step to `fraction`, and keeps it below 1.
+void addStep(float& fraction, float step) {
+  fraction += step;
+  if (fraction >= 1.0F) {
+    fraction -= 1.0F;
+  }
+}
+
+/// The number of steps after which the fraction is again what it was, or 0 if that is no small number. It is small at
+/// common rates, 48 kHz among them.
+std::uint32_t cycleOf(float step) {
+  constexpr std::uint32_t kLongest = 8;
+  float fraction = 0.0F;
+  for (std::uint32_t steps = 1; steps <= kLongest; ++steps) {
+    addStep(fraction, step);
+    if (fraction == 0.0F) {
+      return steps;
     }
-  };
-  // At common rates, 48 kHz among them, the fraction soon returns to where it was. All that remains is then the part of
-  // the last cycle.
-  constexpr std::uint32_t kShortCycle = 8;
+  }
+  return 0;
+}
+
+/// Adds a step so many times, and returns the whole units that `fraction` carries.
+std::uint32_t addSteps(float& fraction, float step, std::uint32_t times, std::uint32_t cycle) {
   const float start = fraction;
-  std::uint32_t left = times;
-  for (std::uint32_t cycle = 1; cycle <= kShortCycle && left > 0; ++cycle) {
-    add();
-    --left;
-    if (fraction == start) {
-      carried += carried * (left / cycle);
-      left %= cycle;
-      break;
-    }
-  }
 #pragma GCC unroll 8
-  for (; left > 0; --left) {
-    add();
+  for (std::uint32_t left = cycle == 0 ? times : times % cycle; left > 0; --left) {
+    addStep(fraction, step);
   }
-  return carried;
+  // What the sum has lost. Each addition has rounded by at most 2^-24, too little to matter to the nearest whole
+  // number.
+  const double sum = static_cast<double>(step) * times + (static_cast<double>(start) - static_cast<double>(fraction));
+  return static_cast<std::uint32_t>(sum + 0.5);
 }
 
 /// Moves on until input frame `end` is reached, as that many calls of `advance`, whose number it returns.
-std::size_t advanceTo(ResamplePosition& position, std::size_t end, const ResampleStep& step) {
+std::size_t advanceTo(ResamplePosition& position, std::size_t end, const ResampleStep& step, std::uint32_t cycle) {
   ResamplePosition at = position;
   std::size_t steps = 0;
   if (at.input < end) {
@@ -70,7 +74,7 @@ std::size_t advanceTo(ResamplePosition& position, std::size_t end, const Resampl
     const std::uint64_t longest = std::uint64_t{step.inputs} * step.unitsPerInput + step.units + 1;
     const std::uint64_t way = std::uint64_t{end - at.input} * step.unitsPerInput - at.within;
     steps = way / longest;
-    const std::uint64_t carried = addSteps(at.fraction, step.fraction, static_cast<std::uint32_t>(steps));
+    const std::uint64_t carried = addSteps(at.fraction, step.fraction, static_cast<std::uint32_t>(steps), cycle);
     const std::uint64_t units = at.within + steps * (longest - 1) + carried;
     at.input += units / step.unitsPerInput;
     at.within = static_cast<std::uint32_t>(units % step.unitsPerInput);
@@ -107,22 +111,28 @@ void CFsCwInterpolation::configure(std::int32_t length, std::int32_t fromRate, f
   stride.inputs = wholeStep / stride.unitsPerInput;
   stride.units = wholeStep % stride.unitsPerInput;
   stride.fraction = static_cast<float>(exactStep - static_cast<double>(wholeStep));
+  fractionCycle = cycleOf(stride.fraction);
 }
 
-std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const* outputs, std::size_t frames) {
+std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const* outputs, std::size_t frames,
+                                        bool isKnownSilent) {
   if (channels == 0 || stride.unitsPerInput == 0) {
     position = {};
     return 0;
   }
+  const bool isWritten = !leavesRestOut || frames > kPartFrames;
+  if (isKnownSilent && !isWritten && hasSilentHistory()) {
+    resting = true;
+    return rest(nullptr, 0, frames);
+  }
   std::size_t made = 0;
   resting = true;
-  const bool isWritten = !leavesRestOut || frames > kPartFrames;
   for (std::size_t done = 0; done < frames;) {
     const std::size_t part = std::min(frames - done, kPartFrames);
-    const bool hasSilentHistory = silentFrames >= tapsPerPhase - 1;
-    const bool isPartSilent = isSilent(inputs, done, part);
+    const bool wasSilent = hasSilentHistory();
+    const bool isPartSilent = isKnownSilent || isSilent(inputs, done, part);
     silentFrames = isPartSilent ? std::min(silentFrames + part, tapsPerPhase) : 0;
-    if (isPartSilent && hasSilentHistory) {
+    if (isPartSilent && wasSilent) {
       made += rest(isWritten ? outputs : nullptr, made, part);
     } else {
       resting = false;
@@ -135,9 +145,8 @@ std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const
 }
 
 bool CFsCwInterpolation::isSilent(const float* const* inputs, std::size_t offset, std::size_t frames) const {
-  return std::all_of(inputs, inputs + channels, [this, offset, frames](const float* samples) {
-    return samples == knownSilence || isZero(samples + offset, frames);
-  });
+  return std::all_of(inputs, inputs + channels,
+                     [offset, frames](const float* samples) { return isZero(samples + offset, frames); });
 }
 
 /// Runs the kernel over the newest `frames` frames of the history, two channels at a time.
@@ -157,7 +166,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
 /// Moves the position past `frames` silent frames and writes the zeros that the filter would give, if there are
 /// outputs.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
-  const std::size_t count = advanceTo(position, frames, stride);
+  const std::size_t count = advanceTo(position, frames, stride, fractionCycle);
   position.input -= frames;
   for (std::size_t c = 0; outputs != nullptr && c < channels; ++c) {
     std::fill_n(outputs[c] + made, count, 0.0F);

@@ -19,7 +19,13 @@ class CFsCwInterpolation : public CFscBase {
 
   /// Resamples `frames` frames and returns the number of output frames, which may be one more or one less than in the
   /// call before. Returns 0 if there are no channels or no design. Audio thread.
-  std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames) override;
+  std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames) override {
+    return process(inputs, outputs, frames, false);
+  }
+
+  /// The same; inputs that are known to be silent are not looked at.
+  std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames,
+                      bool isKnownSilent) SIVRAY_NONBLOCKING;
 
   /// Moves the read position to that of another resampler of the same design. Audio thread.
   void moveTo(const CFsCwInterpolation& other) SIVRAY_NONBLOCKING { position = other.position; }
@@ -29,9 +35,6 @@ class CFsCwInterpolation : public CFscBase {
 
   /// From now on a call of `process` that rests may leave out the writing of its zeros.
   void leaveRestOut() { leavesRestOut = true; }
-
-  /// An input channel of `process` that begins here is known to be silent, and not looked at.
-  void setKnownSilence(const float* zeros) { knownSilence = zeros; }
 
   /// Designs a filter of `length` coefficients in `newPhases` phases, with the cut-off in Hz, for a signal at
   /// `fromRate` Hz, and starts from silence. Without effect on later calls of `process`, which then return 0, if the
@@ -46,8 +49,8 @@ class CFsCwInterpolation : public CFscBase {
 
   ResampleKernelRun run;
   ResampleStep stride;
+  std::uint32_t fractionCycle = 0;  ///< Output frames after which the fraction repeats; 0 for many.
   ResamplePosition position;
-  const float* knownSilence = nullptr;
   bool leavesRestOut = false;
   bool resting = false;
 };

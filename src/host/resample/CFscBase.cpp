@@ -4,7 +4,35 @@
 
 #include <algorithm>
 
+#include "registers/Registers128.h"
+
 namespace tesh::bramel::vst {
+namespace {
+
+/// Writes frames of left and right in turn, four at a time; the last four may overlap those before.
+void interleave(const float* left, const float* right, float* to, std::size_t frames) {
+  using R = cofu::registers::Registers128;
+  constexpr std::size_t kFrames = 4;
+  const auto writeAt = [=](std::size_t i) {
+    const R::Floats lefts = R::loadFloats(left + i);
+    const R::Floats rights = R::loadFloats(right + i);
+    R::storeFloats(to + 2 * i, R::zipLow32(lefts, rights));
+    R::storeFloats(to + 2 * i + kFrames, R::zipHigh32(lefts, rights));
+  };
+  if (frames >= kFrames) {
+    for (std::size_t i = 0; i < frames - kFrames; i += kFrames) {
+      writeAt(i);
+    }
+    writeAt(frames - kFrames);
+    return;
+  }
+  for (std::size_t i = 0; i < frames; ++i) {
+    to[2 * i] = left[i];
+    to[2 * i + 1] = right[i];
+  }
+}
+
+}  // namespace
 
 CFscBase::CFscBase(std::size_t channelCount)
     : channels(std::min(channelCount, kMaxChannels)), history((channels + 1) / 2) {}
@@ -56,13 +84,8 @@ void CFscBase::store(const float* const* inputs, std::size_t offset, std::size_t
     if (isFull) {
       std::copy_n(samples + 2 * (writeIndex - past), 2 * past, samples);
     }
-    const float* const left = inputs[2 * pair] + offset;
-    const float* const right = inputs[rightOf(pair)] + offset;
-    float* const newest = samples + 2 * (isFull ? past : writeIndex);
-    for (std::size_t i = 0; i < frames; ++i) {
-      newest[2 * i] = left[i];
-      newest[2 * i + 1] = right[i];
-    }
+    interleave(inputs[2 * pair] + offset, inputs[rightOf(pair)] + offset, samples + 2 * (isFull ? past : writeIndex),
+               frames);
   }
   writeIndex = (isFull ? past : writeIndex) + frames;
 }

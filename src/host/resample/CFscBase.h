@@ -46,6 +46,8 @@ class CFscBase : public CFirLpfBase {
     return history[pair].data() + 2 * (writeIndex - frames - (tapsPerPhase - 1));
   }
 
+  bool hasSilentHistory() const { return silentFrames >= tapsPerPhase - 1; }
+
   /// The second channel of a pair.
   std::size_t rightOf(std::size_t pair) const { return std::min(2 * pair + 1, channels - 1); }
 

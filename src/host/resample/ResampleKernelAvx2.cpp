@@ -1,5 +1,7 @@
 // The resampler's kernel for AVX2: eight lanes hold four frames of two channels.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <bit>
+
 #include "core/VectorCode.h"
 #include "host/resample/ResampleKernelSets.h"
 #include "registers/Registers128.h"

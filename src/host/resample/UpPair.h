@@ -60,9 +60,9 @@ class UpPair {
   /// Where the engine renders to.
   ChannelPair engineChannels() const { return engineOut.channels(); }
 
-  /// Resamples `frames` frames of the engine, and writes the result to the ring, from `written` on. Returns the number
-  /// of frames.
-  std::size_t write(std::size_t frames, std::uint32_t written) SIVRAY_NONBLOCKING;
+  /// Resamples `frames` frames of the engine, which may be known to be silent, and writes the result to the ring, from
+  /// `written` on. Returns the number of frames.
+  std::size_t write(std::size_t frames, std::uint32_t written, bool isKnownSilent) SIVRAY_NONBLOCKING;
 
   /// Reads `frames` frames from the ring, from `read` on.
   void read(ChannelPair outputs, std::size_t frames, std::uint32_t read) const SIVRAY_NONBLOCKING;
@@ -76,9 +76,9 @@ class UpPair {
 };
 
 /// Zeros over a ring of zeros change nothing.
-inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written) {
+inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written, bool isKnownSilent) {
   const ChannelPair made = resampled.channels();
-  const std::size_t count = resampler.process(engineOut.channels().data(), made.data(), frames);
+  const std::size_t count = resampler.process(engineOut.channels().data(), made.data(), frames, isKnownSilent);
   silentInRing = resampler.isResting() ? std::min(silentInRing + count, kRingFrames) : 0;
   if (silentInRing < kRingFrames) {
     const ChannelPair kept = ring.channels();

@@ -143,6 +143,7 @@ void ShellBlock::process(float** inputs, std::span<float*> outputs, std::int32_t
 }
 
 void ShellBlock::onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
+  isSilent = true;
   if (frames <= kLongestPiece) {
     runBlock(inputs, outputs, frames);
     return;
@@ -160,6 +161,7 @@ void ShellBlock::onProcessOuts(float** inputs, std::span<float*> outputs, std::i
 
 void ShellBlock::runBlock(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   if (!core.processor) {
+    isSilent = false;
     for (float* const channel : outputs) {
       if (channel != nullptr) {
         std::fill_n(channel, static_cast<std::size_t>(frames), 0.0F);
@@ -180,6 +182,7 @@ void ShellBlock::runBlock(float** inputs, std::span<float*> outputs, std::int32_
   block.midiIn = &midiIn;
   block.midiOut = &midiOut;
   core.processor->process(block, 0, 1.0, 0.0);
+  isSilent &= block.isSilent;
   sendMidiOut();
   cofu::core::vouchFor([this] {  // Short messages, which own nothing.
     midiIn.clear();

@@ -48,6 +48,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
     onProcessOuts(inputs, std::span(outputs, vimo::kMainChannels), frames);
   }
   void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) override;
+  bool gaveSilence() const override { return isSilent; }
   void onMidi(std::uint32_t packed, std::int32_t frame) override;
   void macroMoved(std::uint32_t index, float value, std::uint32_t frame) override;
   void programSelected() override { hasSelected = true; }
@@ -74,6 +75,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   bool takesInput = false;   ///< The engine has inputs.
   bool hasSelected = false;  ///< The block has selected a program.
   bool isInBlock = false;
+  bool isSilent = false;  ///< What the converter got last.
 };
 
 }  // namespace tesh::bramel::vst
