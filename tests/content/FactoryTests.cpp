@@ -12,6 +12,7 @@
 #include "Scratch.h"
 #include "content/Files.h"
 #include "content/factory/Bank.h"
+#include "content/factory/Controllers.h"
 #include "content/factory/MacroFiles.h"
 #include "content/measure/KitSound.h"
 #include "content/waves/FactoryWaves.h"
@@ -148,6 +149,26 @@ TEST_F(Factory, KitsKeepTheirRules) {
   }
   std::ostringstream report;
   EXPECT_EQ(printKits(report, kits), 0) << report.str() << "run sivray-content balance after a change of waves";
+}
+
+/// A kit is more than eight waves: pads are tuned, shortened, sharpened, darkened and turned round.
+TEST_F(Factory, KitsUseWhatPadsCanDo) {
+  int pitch = 0, decay = 0, punch = 0, boost = 0, reverse = 0;
+  for (const auto& [file, kit] : factory::readBank(SIVRAY_KITS_FOLDER)) {
+    EXPECT_EQ(kit.pads[factory::kBentPad].pitch, 0) << file << ": the bend wheel at rest would move it";
+    for (const factory::KitPad& pad : kit.pads) {
+      pitch += pad.pitch != 0 ? 1 : 0;
+      decay += pad.decay != 127 ? 1 : 0;
+      punch += pad.punch != 0 ? 1 : 0;
+      boost += pad.boost != 43 ? 1 : 0;
+      reverse += pad.reverse ? 1 : 0;
+    }
+  }
+  EXPECT_GE(pitch, 100);
+  EXPECT_GE(decay, 80);
+  EXPECT_GE(punch, 60);
+  EXPECT_GE(boost, 40);
+  EXPECT_GE(reverse, 12);
 }
 
 TEST_F(Factory, EveryWaveIsInAKit) {

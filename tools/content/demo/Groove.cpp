@@ -14,6 +14,7 @@
 #include "content/Files.h"
 #include "content/factory/Controllers.h"
 #include "content/factory/FileList.h"
+#include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::content {
 namespace {
@@ -52,8 +53,9 @@ constexpr std::array<std::pair<std::string_view, factory::PadMacro>, 5> kPadMove
                                                                                    {"pitch", factory::kPitch},
                                                                                    {"pan", factory::kPan}}};
 
-constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSingleMoves{
+constexpr std::array<std::pair<std::string_view, std::size_t>, 5> kSingleMoves{
     {{"effect.type", factory::kEffectTypeMacro},
+     {"effect.on", factory::kEffectSwitchMacro},
      {"effect.edit1", factory::kEffectEdit1Macro},
      {"effect.edit2", factory::kEffectEdit2Macro},
      {"master", factory::kMasterLevelMacro}}};
@@ -88,7 +90,7 @@ class GrooveReader {
  public:
   explicit GrooveReader(std::string_view fileName) : file(fileName) {}
 
-  Groove read(const std::string& text) {
+  std::vector<Groove> read(const std::string& text) {
     std::istringstream lines(text);
     std::string row;
     while (std::getline(lines, row)) {
@@ -98,13 +100,20 @@ class GrooveReader {
         readLine(words);
       }
     }
-    if (groove.hits.empty()) {
-      fail("the groove plays nothing");
-    }
-    return std::move(groove);
+    finishGroove();
+    return std::move(grooves);
   }
 
  private:
+  void finishGroove() {
+    if (groove.hits.empty()) {
+      fail("the groove plays nothing");
+    }
+    Groove next;
+    next.tempo = groove.tempo;
+    grooves.push_back(std::exchange(groove, std::move(next)));
+  }
+
   [[noreturn]] void fail(const std::string& reason) const { throw factory::TextError(file, line, reason); }
 
   static Words wordsOf(const std::string& row) {
@@ -122,6 +131,9 @@ class GrooveReader {
       fail("'" + key + "' needs something behind it");
     }
     if (key == "kit") {
+      if (!groove.kit.empty()) {
+        finishGroove();
+      }
       groove.kit = joined(words);
     } else if (key == "pattern") {
       current = &patterns[words[1]];
@@ -227,8 +239,11 @@ class GrooveReader {
     }
   }
 
-  /// A pitch may be given in semitones, with its sign.
+  /// An effect's type is its name without blanks. A pitch may be given in semitones, with its sign.
   int valueOf(const std::string& name, const std::string& text) const {
+    if (name == "effect.type") {
+      return effectOf(text);
+    }
     constexpr int kSemitones = 24;  // Either way, over the controller's range.
     const bool isSigned = text.starts_with('+') || text.starts_with('-');
     if (!isSigned || !name.ends_with(".pitch")) {
@@ -236,6 +251,18 @@ class GrooveReader {
     }
     const int semitones = wholeOf(text.substr(text.starts_with('+') ? 1 : 0), -kSemitones, kSemitones);
     return static_cast<int>(std::lround((semitones + kSemitones) * kHighestValue / (2.0 * kSemitones)));
+  }
+
+  int effectOf(const std::string& text) const {
+    for (std::size_t step = 0; step < tesh::bramel::kEditScreenEffectCount; ++step) {
+      std::string name = tesh::bramel::editScreenName(step);
+      std::erase(name, ' ');
+      if (name == text) {
+        return static_cast<int>(std::lround(static_cast<double>(step) * kHighestValue /
+                                            static_cast<double>(tesh::bramel::kEditScreenEffectCount - 1)));
+      }
+    }
+    fail("there is no effect '" + text + "'");
   }
 
   /// Adds linear steps between two points, eight for each step of the pattern.
@@ -302,17 +329,20 @@ class GrooveReader {
   std::minstd_rand random;
   std::map<std::string, Pattern> patterns;
   Pattern* current = nullptr;
-  Groove groove;
+  Groove groove;  ///< Of the kit that was named last.
+  std::vector<Groove> grooves;
 };
 
 }  // namespace
 
-Groove parseGroove(std::string_view text, std::string_view file) { return GrooveReader(file).read(std::string(text)); }
+std::vector<Groove> parseGrooves(std::string_view text, std::string_view file) {
+  return GrooveReader(file).read(std::string(text));
+}
 
 std::vector<Groove> readSuite(const std::string& folder) {
   std::vector<Groove> suite;
   for (const std::string& path : factory::readFileList(folder, "suite.txt", ".groove")) {
-    suite.push_back(parseGroove(readText(path), path));
+    std::ranges::move(parseGrooves(readText(path), path), std::back_inserter(suite));
   }
   return suite;
 }

@@ -1,4 +1,4 @@
-// A groove of eight bars as text, and the MIDI file that a suite of grooves becomes.
+// A groove as text, and the MIDI file that a suite of grooves becomes.
 //
 //   kit "Boom Bap"                 a kit of the factory bank
 //   tempo 92
@@ -10,8 +10,11 @@
 //     kick   9... ..7. 9.6. ....   a to i play two hits in a step, r to z three, at the dynamics 1 to 9
 //     glide  hat.decay 0:64 8:90   a controller, step:value; "glide" passes through what lies between, "set" jumps
 //     set    tom.pitch 0:+3 8:-2   pitches also in semitones
+//     set    effect.type 0:HallReverb   an effect's name without its blanks
 //   play verse verse fill
-//   end  ring                      what follows the last bar before the next groove, or before the first again
+//   end  ring                      what follows the last bar, where nothing else begins
+//   kit "Trap Night"               what is played from here on is a groove of its own, on another kit
+//   play verse
 //
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -53,8 +56,8 @@ struct Groove {
   double seconds() const { return (beats + endBeats) * 60.0 / tempo; }
 };
 
-/// Parses a groove. `file` is the name that errors show. Throws factory::TextError.
-Groove parseGroove(std::string_view text, std::string_view file);
+/// Parses the grooves of one file, at least one. `file` is the name that errors show. Throws factory::TextError.
+std::vector<Groove> parseGrooves(std::string_view text, std::string_view file);
 
 /// Returns the grooves of a folder in the order of its list "suite.txt", which names a file a line, without ".groove".
 /// Throws factory::TextError, also for a groove that is not in the list, and std::runtime_error for an unreadable file.

@@ -13,11 +13,12 @@
 namespace sivray::content {
 namespace {
 
-/// How loud the loudest 400 ms of a full hit are beside the whole groove, in dB: kick, percussion, snare, clap, cymbal,
+/// How loud the loudest 400 ms of a full hit are beside each other, in dB: kick, percussion, snare, clap, cymbal,
 /// tom, closed and open hat. The medians of the first 83 kits, whose pads were set one by one.
 constexpr std::array<double, factory::kPads> kRoles{1.0, -1.0, 0.8, 0.3, 1.8, 0.2, -3.3, -0.2};
 
 constexpr double kGrooveLoudness = -22.5;  ///< Of every kit, in LUFS.
+constexpr double kGroovePeak = -0.8;       ///< At most, in dB of full scale.
 constexpr double kHalfOfCompressor = 1.3;  ///< In dB.
 constexpr int kMostLevel = 127;
 constexpr int kRounds = 5;
@@ -59,7 +60,8 @@ std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::K
                      static_cast<float>(levels[pad]) / static_cast<float>(kMostLevel));
     }
     // What sounds longer than its loudest moment makes the groove louder than its hits.
-    aim += goal - grooveLoudness(meter);
+    const StereoSound groove = playStyle(meter, kit.comment);
+    aim += std::min(goal - integratedLoudness(groove), kGroovePeak - truePeak(groove));
   }
   return levels;
 }

@@ -1,4 +1,5 @@
-// Balances the levels of a kit: one groove is as loud on all kits, and in it each pad has the loudness of its role.
+// Balances the levels of a kit: a groove of its style is as loud as those of all kits, and in it each pad has the
+// loudness of its role.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +12,7 @@
 namespace sivray::content {
 
 /// The range of a pad's peak at a full hit, in dB of full scale.
-inline constexpr double kLowestPeak = -18.0;
+inline constexpr double kLowestPeak = -24.0;
 inline constexpr double kHighestPeak = -5.5;
 
 /// Velocity of a full hit, and the time that it is measured for.

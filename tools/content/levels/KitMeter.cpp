@@ -96,6 +96,10 @@ std::string KitMeter::programName(std::size_t program) const {
   return processor->controller().programs().database(vimo::Bank::factory)->name(program);
 }
 
+std::string KitMeter::programStyle(std::size_t program) const {
+  return processor->controller().programs().database(vimo::Bank::factory)->comment(program);
+}
+
 void KitMeter::select(std::size_t program) {
   processor->programQueue.put(vimo::MidiEvent::programChange(1, 0, static_cast<std::uint32_t>(program)));
   renderBlock();

@@ -53,6 +53,7 @@ class KitMeter {
 
   std::size_t programCount() const;
   std::string programName(std::size_t program) const;
+  std::string programStyle(std::size_t program) const;
 
   /// Selects a factory program and silences the previous one.
   void select(std::size_t program);

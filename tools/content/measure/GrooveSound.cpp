@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kSecondsPerMinute = 60.0;
 constexpr float kHighestValue = 127.0F;
+constexpr double kDeadAir = -50.0;  ///< In dB of full scale.
 
 std::size_t programOf(const KitMeter& meter, const std::string& kit) {
   for (std::size_t program = 0; program < meter.programCount(); ++program) {
@@ -24,15 +25,6 @@ std::size_t programOf(const KitMeter& meter, const std::string& kit) {
     }
   }
   throw std::runtime_error("the content has no kit '" + kit + "'");
-}
-
-std::vector<Stroke> strokesOf(const Groove& groove) {
-  std::vector<Stroke> strokes;
-  std::ranges::transform(groove.hits, std::back_inserter(strokes), [&](const GrooveHit& hit) {
-    return Stroke{hit.beat * kSecondsPerMinute / groove.tempo, hit.note, hit.velocity};
-  });
-  std::ranges::stable_sort(strokes, {}, &Stroke::seconds);
-  return strokes;
 }
 
 std::vector<MacroMove> movesOf(KitMeter& meter, const Groove& groove) {
@@ -47,17 +39,36 @@ std::vector<MacroMove> movesOf(KitMeter& meter, const Groove& groove) {
   return moves;
 }
 
-double peakAtEnd(const StereoSound& sound) {
-  constexpr auto kFrames = static_cast<std::size_t>(tesh::cofu::core::kEngineRate * 0.05);
-  float peak = 0.0F;
-  for (const auto* side : {&sound.left, &sound.right}) {
-    std::for_each(side->end() - static_cast<std::ptrdiff_t>(std::min(kFrames, side->size())), side->end(),
-                  [&](float sample) { peak = std::max(peak, std::abs(sample)); });
+double longestGap(const StereoSound& sound) {
+  const auto quiet = static_cast<float>(std::pow(10.0, kDeadAir / 20.0));
+  std::size_t longest = 0;
+  std::size_t lastLoud = 0;
+  for (std::size_t i = 0; i < sound.left.size(); ++i) {
+    if (std::max(std::abs(sound.left[i]), std::abs(sound.right[i])) > quiet) {
+      longest = std::max(longest, i - lastLoud);
+      lastLoud = i;
+    }
   }
-  return decibelsOf(static_cast<double>(peak));
+  return static_cast<double>(std::max(longest, sound.left.size() - lastLoud)) / tesh::cofu::core::kEngineRate;
+}
+
+void measure(GrooveSound& groove) {
+  groove.loudness = integratedLoudness(groove.sound);
+  groove.truePeak = truePeak(groove.sound);
+  groove.range = loudnessRange(groove.sound);
+  groove.gap = longestGap(groove.sound);
 }
 
 }  // namespace
+
+std::vector<Stroke> strokesOf(const Groove& groove) {
+  std::vector<Stroke> strokes;
+  std::ranges::transform(groove.hits, std::back_inserter(strokes), [&](const GrooveHit& hit) {
+    return Stroke{hit.beat * kSecondsPerMinute / groove.tempo, hit.note, hit.velocity};
+  });
+  std::ranges::stable_sort(strokes, {}, &Stroke::seconds);
+  return strokes;
+}
 
 GrooveSound soundOf(KitMeter& meter, const Groove& groove) {
   meter.select(programOf(meter, groove.kit));
@@ -68,9 +79,7 @@ GrooveSound soundOf(KitMeter& meter, const Groove& groove) {
   const auto frames = static_cast<std::size_t>(groove.seconds() * tesh::cofu::core::kEngineRate);
   result.sound.left.resize(frames);
   result.sound.right.resize(frames);
-  result.loudness = integratedLoudness(result.sound);
-  result.truePeak = truePeak(result.sound);
-  result.rest = peakAtEnd(result.sound);
+  measure(result);
   return result;
 }
 
@@ -83,20 +92,19 @@ std::vector<GrooveSound> soundsOf(KitMeter& meter, const std::vector<Groove>& su
     whole.left.insert(whole.left.end(), part.left.begin(), part.left.end());
     whole.right.insert(whole.right.end(), part.right.begin(), part.right.end());
   }
-  sounds[0].loudness = integratedLoudness(whole);
-  sounds[0].truePeak = truePeak(whole);
-  sounds[0].rest = peakAtEnd(whole);
   sounds[0].sound = std::move(whole);
+  measure(sounds[0]);
   return sounds;
 }
 
 void printGrooves(std::ostream& out, const std::vector<GrooveSound>& sounds) {
-  out << "groove on                 LUFS     dBTP   at its end, dB  seconds\n";
+  out << "groove on                 LUFS     dBTP   range LU  below -50 dB, s  seconds\n";
   for (const GrooveSound& groove : sounds) {
     std::array<char, 96> line{};
-    std::snprintf(line.data(), line.size(), "%-24s%6.1f%9.1f%11.0f%15.1f\n",
+    std::snprintf(line.data(), line.size(), "%-24s%6.1f%9.1f%11.1f%17.2f%9.1f\n",
                   groove.kit.empty() ? "The whole suite" : groove.kit.c_str(), groove.loudness, groove.truePeak,
-                  groove.rest, static_cast<double>(groove.sound.left.size()) / tesh::cofu::core::kEngineRate);
+                  groove.range, groove.gap,
+                  static_cast<double>(groove.sound.left.size()) / tesh::cofu::core::kEngineRate);
     out << line.data();
   }
 }

@@ -17,8 +17,12 @@ struct GrooveSound {
   StereoSound sound;
   double loudness = 0.0;  ///< Integrated, in LUFS.
   double truePeak = 0.0;  ///< In dB of full scale.
-  double rest = 0.0;      ///< Peak of the last 50 ms before the next groove, in dB of full scale.
+  double range = 0.0;     ///< How far its loudness varies, in LU.
+  double gap = 0.0;       ///< Seconds of the longest stretch below -50 dB of full scale.
 };
+
+/// Returns the hits of a groove by their times.
+std::vector<Stroke> strokesOf(const Groove& groove);
 
 /// Plays a groove with what follows its last bar. Throws std::runtime_error when the content has no such kit.
 GrooveSound soundOf(KitMeter& meter, const Groove& groove);

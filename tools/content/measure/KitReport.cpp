@@ -11,7 +11,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr double kLoudnessRoom = 1.5;
+constexpr double kLoudnessRoom = 1.5;  ///< Between any two kits.
 constexpr double kEffectRoom = 3.0;
 constexpr double kHighestTruePeak = -0.5;
 constexpr double kBalanceRoom = 6.0;
@@ -32,13 +32,12 @@ double medianOf(std::vector<double> values) {
   return values.empty() ? 0.0 : values[values.size() / 2];
 }
 
-/// Loudness of each pad over its kit's groove, in the middle of all kits.
+/// The balance of each pad, in the middle of all kits.
 std::array<double, factory::kPads> rolesOf(const std::vector<KitSound>& kits) {
   std::array<double, factory::kPads> roles{};
   for (std::size_t pad = 0; pad < roles.size(); ++pad) {
     std::vector<double> values;
-    std::ranges::transform(kits, std::back_inserter(values),
-                           [=](const KitSound& kit) { return kit.pads[pad] - kit.loudness; });
+    std::ranges::transform(kits, std::back_inserter(values), [=](const KitSound& kit) { return balanceOf(kit)[pad]; });
     roles[pad] = medianOf(std::move(values));
   }
   return roles;
@@ -46,7 +45,7 @@ std::array<double, factory::kPads> rolesOf(const std::vector<KitSound>& kits) {
 
 void printKit(std::ostream& out, const KitSound& kit, double middle, const std::array<double, factory::kPads>& roles,
               Sum& sum) {
-  const bool isUnlike = std::abs(kit.loudness - middle) > kLoudnessRoom;
+  const bool isUnlike = std::abs(kit.loudness - middle) > kLoudnessRoom / 2.0;
   const bool isChanged = std::abs(kit.effectChange) > kEffectRoom;
   const bool isHigh = kit.truePeak > kHighestTruePeak;
   sum.unlike += isUnlike ? 1 : 0;
@@ -56,8 +55,9 @@ void printKit(std::ostream& out, const KitSound& kit, double middle, const std::
   name.resize(24, ' ');
   out << name << number(kit.loudness, isUnlike) << number(kit.effectChange, isChanged) << number(kit.wet, false)
       << number(kit.truePeak, isHigh);
+  const auto balance = balanceOf(kit);
   for (std::size_t pad = 0; pad < roles.size(); ++pad) {
-    const double over = kit.pads[pad] - kit.loudness - roles[pad];
+    const double over = balance[pad] - roles[pad];
     const bool isOff = std::abs(over) > kBalanceRoom;
     sum.balance += isOff ? 1 : 0;
     out << number(over, isOff);
@@ -88,7 +88,7 @@ int printKits(std::ostream& out, const std::vector<KitSound>& kits) {
   const double middle = medianOf(std::move(loudness));
   const auto roles = rolesOf(kits);
   out << "kit                       LUFS   effect   wet dB    dBTP    pads 36 to 43 over their roles, dB\n";
-  out << "the roles, dB over the groove" << std::string(27, ' ');
+  out << "the roles, dB over the mean" << std::string(29, ' ');
   for (const double role : roles) {
     out << number(role, false);
   }

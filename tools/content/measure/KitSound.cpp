@@ -7,41 +7,17 @@
 #include <numeric>
 
 #include "content/levels/Balance.h"
+#include "content/levels/StyleGrooves.h"
+#include "content/measure/GrooveSound.h"
 #include "content/measure/Loudness.h"
 
 namespace sivray::content {
 namespace {
 
-constexpr double kSixteenth = 60.0 / 110.0 / 4.0;  ///< A sixteenth at 110 beats a minute, in seconds.
-constexpr int kStepsPerBar = 16;
-constexpr int kBars = 4;
-constexpr double kTail = 2.0;
-constexpr double kSeconds = kSixteenth * kStepsPerBar * kBars + kTail;
+constexpr double kTail = 2.0;  ///< Seconds after the groove.
 
 /// Kick, snare, closed and open hat.
 constexpr std::array<std::size_t, 4> kMainPads{0, 2, 6, 7};
-
-/// A bar of the groove: pad, step, velocity. The cymbal plays in the first bar only, the tom in the last.
-struct Beat {
-  int pad, step, velocity;
-};
-constexpr int kCymbalPad = 4;
-constexpr int kTomPad = 5;
-constexpr Beat kBar[]{{0, 0, 120},  {4, 0, 110}, {6, 0, 100},  {6, 2, 75},   {6, 4, 100}, {2, 4, 120},  {1, 6, 90},
-                      {6, 6, 75},   {0, 7, 90},  {6, 8, 100},  {0, 10, 115}, {6, 10, 75}, {2, 12, 120}, {3, 12, 100},
-                      {6, 12, 100}, {5, 13, 90}, {7, 14, 100}, {5, 14, 100}, {5, 15, 110}};
-
-std::vector<Stroke> groove() {
-  std::vector<Stroke> strokes;
-  for (int bar = 0; bar < kBars; ++bar) {
-    for (const auto& [pad, step, velocity] : kBar) {
-      if ((pad != kCymbalPad || bar == 0) && (pad != kTomPad || bar == kBars - 1)) {
-        strokes.push_back({kSixteenth * (bar * kStepsPerBar + step), factory::kFirstPadNote + pad, velocity});
-      }
-    }
-  }
-  return strokes;
-}
 
 double energyOf(const StereoSound& sound) {
   return std::inner_product(sound.left.begin(), sound.left.end(), sound.left.begin(), 0.0) +
@@ -59,30 +35,50 @@ std::vector<float> middleOf(StereoSound sound) {
   return std::move(sound.left);
 }
 
+/// Plays full hits on the main pads.
+std::array<Picture, 4> picturesOf(KitMeter& meter) {
+  constexpr double kPictureSeconds = 1.0;  // More than a picture shows.
+  std::array<Picture, 4> pictures;
+  PictureMaker maker;
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(kMainPads[i]), kFullVelocity};
+    pictures[i] = maker.pictureOf(hitFrom(middleOf(meter.play({&stroke, 1}, kPictureSeconds))));
+  }
+  return pictures;
+}
+
+float meanDistance(const std::array<Picture, 4>& a, const std::array<Picture, 4>& b) {
+  float sum = 0.0F;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    sum += distance(a[i], b[i]);
+  }
+  return sum / static_cast<float>(a.size());
+}
+
 }  // namespace
 
-double grooveLoudness(KitMeter& meter) { return integratedLoudness(meter.play(groove(), kSeconds)); }
+StereoSound playStyle(KitMeter& meter, std::string_view style) {
+  const Groove& groove = grooveOf(style);
+  meter.setTempo(groove.tempo);
+  return meter.play(strokesOf(groove), groove.seconds() + kTail);
+}
 
 KitSound soundOf(KitMeter& meter, std::size_t program) {
   constexpr double kHitSeconds = 4.0;  // Reversed sounds are loudest at their end.
   meter.select(program);
   KitSound kit;
   kit.name = meter.programName(program);
-  PictureMaker maker;
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
     const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
-    StereoSound sound = meter.play({&stroke, 1}, kHitSeconds);
-    kit.pads[pad] = momentaryLoudness(sound);
-    if (const auto main = std::ranges::find(kMainPads, pad); main != kMainPads.end()) {
-      kit.pictures[static_cast<std::size_t>(main - kMainPads.begin())] =
-          maker.pictureOf(hitFrom(middleOf(std::move(sound))));
-    }
+    kit.pads[pad] = momentaryLoudness(meter.play({&stroke, 1}, kHitSeconds));
   }
+  kit.pictures = picturesOf(meter);
 
-  const std::vector<Stroke> strokes = groove();
-  const StereoSound with = meter.play(strokes, kSeconds);
+  const std::string style = meter.programStyle(program);
+  const StereoSound with = playStyle(meter, style);
   meter.setMacro(factory::kEffectSwitchMacro, 0.0F);
-  const StereoSound without = meter.play(strokes, kSeconds);
+  kit.dryPictures = picturesOf(meter);
+  const StereoSound without = playStyle(meter, style);
   kit.loudness = integratedLoudness(with);
   kit.truePeak = truePeak(with);
   kit.effectChange = kit.loudness - integratedLoudness(without);
@@ -92,11 +88,14 @@ KitSound soundOf(KitMeter& meter, std::size_t program) {
 }
 
 float distance(const KitSound& a, const KitSound& b) {
-  float sum = 0.0F;
-  for (std::size_t i = 0; i < a.pictures.size(); ++i) {
-    sum += distance(a.pictures[i], b.pictures[i]);
-  }
-  return sum / static_cast<float>(a.pictures.size());
+  return std::min(meanDistance(a.pictures, b.pictures), meanDistance(a.dryPictures, b.dryPictures));
+}
+
+std::array<double, factory::kPads> balanceOf(const KitSound& kit) {
+  auto balance = kit.pads;
+  const double mean = std::accumulate(balance.begin(), balance.end(), 0.0) / static_cast<double>(balance.size());
+  std::ranges::for_each(balance, [=](double& pad) { pad -= mean; });
+  return balance;
 }
 
 }  // namespace sivray::content

@@ -61,6 +61,12 @@ double momentaryLoudness(const StereoSound& sound) {
   return loudest;
 }
 
+double loudnessRange(const StereoSound& sound) {
+  double range = 0.0;
+  ebur128_loudness_range(measure(sound, EBUR128_MODE_LRA, [](ebur128_state*) {}).get(), &range);
+  return range;
+}
+
 double truePeak(const StereoSound& sound) {
   const State state = measure(sound, EBUR128_MODE_TRUE_PEAK, [](ebur128_state*) {});
   double left = 0.0;

@@ -14,6 +14,9 @@ double integratedLoudness(const StereoSound& sound);
 /// Of the loudest 400 ms, in LUFS.
 double momentaryLoudness(const StereoSound& sound);
 
+/// Loudness range by EBU Tech 3342, in LU.
+double loudnessRange(const StereoSound& sound);
+
 /// In dB of full scale. Slow: it looks between the samples.
 double truePeak(const StereoSound& sound);
 
