@@ -124,7 +124,7 @@ class EventSequencer final : public IEventSequencer {
   std::int64_t position = 0;  ///< Frames since the last merge.
   std::size_t cursor = 0;
   bool merged = false;
-  std::recursive_mutex mutex;
+  std::mutex mutex;
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -12,10 +12,10 @@ import os
 import pathlib
 import re
 import struct
-import subprocess
 import sys
 import tempfile
 
+from ardour import Ardour
 from try_ardour import HERE, RELEASE, Checklist, put_hits_into, samples_of
 
 KIT = "Dub Techno"
@@ -66,32 +66,8 @@ def main() -> int:
         vst3.parent.mkdir()
         vst3.symlink_to(bundles / "Sivray.vst3")
 
-        def run(*command: object, seconds: int = 120, **more: str) -> str:
-            done = subprocess.run([str(word) for word in command], env={**environment, **more},
-                                  stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=seconds)
-            done.check_returncode()
-            return done.stdout
-
-        def export(session: pathlib.Path):
-            """The host's exporter stalls at its start or aborts at its end now and then, without a plug-in too."""
-            for attempt in range(4):
-                try:
-                    run("ardour7-export", "-b", "float", "-o", scratch / "out.wav", session, "hosted", seconds=60)
-                    return samples_of(scratch / "out.wav")
-                except (subprocess.TimeoutExpired, subprocess.CalledProcessError) as failure:
-                    print(f"       the exporter failed ({type(failure).__name__}), attempt {attempt + 1}", flush=True)
-            raise SystemExit("FAILED the exporter fails each time")
-
-        def resave(session: pathlib.Path, *words: object) -> None:
-            """The host saves its session without the track's connections now and then."""
-            file = session / "hosted.ardour"
-            before = file.read_bytes()
-            for _ in range(8):
-                run("ardour7-lua", HERE / "resave_session.lua", session, *words)
-                if 'other="Drums/audio_out 1"' in file.read_text():
-                    return
-                file.write_bytes(before)
-            raise SystemExit("FAILED the host loses its connections each time")
+        ardour = Ardour(scratch, environment)
+        run, export, resave = ardour.run, ardour.export, ardour.resave
 
         run("/usr/lib/ardour7/ardour-vst3-scanner", "-f", vst3, LD_LIBRARY_PATH="/usr/lib/ardour7")
         entry = next((scratch / ".cache/ardour7/vst").glob("*.v3i")).read_text()

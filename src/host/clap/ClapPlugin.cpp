@@ -44,12 +44,11 @@ bool ClapPlugin::init() {
         made, std::make_shared<plugin::sivray::SivrayEditorProvider>(), vst::MessageThread::Kind::own);
     parameters = std::make_unique<ClapParameters>(*made);
     reports = std::make_shared<ClapReports>(*made, *parameters, host);
-    soundWatch = std::make_shared<vst::SoundWatch>(panel, *reports);
     block = std::make_unique<ClapBlock>(made, *parameters, *reports);
     session = std::make_unique<vst::EditorSession>(panel);
     made->currentProgram();  // Takes the first program in, so that what a host sets before a block stays.
     made->setHostCallback(reports);
-    made->setUICallback(soundWatch);
+    made->setUICallback(panel);
     instrument = std::move(made);
     return true;
   } catch (const std::exception&) {

@@ -13,7 +13,6 @@
 #include "host/clap/ClapReports.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/editor/EditorSession.h"
-#include "host/editor/SoundWatch.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::clap {
@@ -52,8 +51,7 @@ class ClapPlugin {
   std::shared_ptr<vst::BramelInstrument> instrument;  ///< Null until `init`, as all below.
   std::shared_ptr<vst::BramelInstrumentEditor> panel;
   std::unique_ptr<ClapParameters> parameters;
-  std::shared_ptr<ClapReports> reports;  ///< The instrument holds this and the next one weakly.
-  std::shared_ptr<vst::SoundWatch> soundWatch;
+  std::shared_ptr<ClapReports> reports;  ///< The instrument holds it weakly, as `panel`.
   std::unique_ptr<ClapBlock> block;
   std::unique_ptr<vst::EditorSession> session;  ///< Goes before all that it shows.
   void* parentWindow = nullptr;                 ///< Of the host; null while it shows no panel.

@@ -15,13 +15,12 @@
 #include "core/RealTime.h"
 #include "host/clap/ClapHost.h"
 #include "host/clap/ClapParameters.h"
-#include "host/editor/SoundWatch.h"
 #include "host/shell/BramelInstrumentCallbacks.h"
 
 namespace tesh::bramel::clap {
 
 /// Hears what the shell tells its host. The message thread and, inside a block, the audio thread call it.
-class ClapReports final : public vst::BramelInstrumentHostCallback, public vst::SoundListener {
+class ClapReports final : public vst::BramelInstrumentHostCallback {
  public:
   /// What waits for a block or a flush.
   struct Report {

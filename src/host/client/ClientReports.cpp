@@ -9,11 +9,6 @@
 
 namespace tesh::bramel::vst {
 
-void NameReports::timerCallback() {
-  stopTimer();
-  processor.updateHostDisplay(juce::AudioProcessorListener::ChangeDetails().withParameterInfoChanged(true));
-}
-
 HostReports::HostReports(juce::AudioProcessor& ofProcessor, std::vector<ClientParameter*> shownParameters)
     : processor(ofProcessor), parameters(std::move(shownParameters)) {}
 
@@ -42,14 +37,27 @@ void HostReports::automate(std::uint64_t visibleIndex, float value) {
 void HostReports::programChanged(Origin origin) {
   // An LV2 host that loads a preset asks for the values itself; those that it were told it would take for edits.
   const bool asksItself = processor.wrapperType == juce::AudioProcessor::wrapperType_LV2;
+  soundChanged();
   if (origin == Origin::panel || !asksItself) {
+    isProgramWaiting = true;
     startTimer(origin == Origin::panel ? 1 : kSettling);
   }
 }
 
+void HostReports::soundMoved() {
+  areTextsWaiting = true;
+  startTimer(kSettling);
+}
+
 void HostReports::timerCallback() {
   stopTimer();
-  processor.updateHostDisplay(juce::AudioProcessorListener::ChangeDetails().withProgramChanged(true));
+  const bool tellsProgram = isProgramWaiting.exchange(false);
+  const bool tellsTexts = areTextsWaiting.exchange(false);
+  if (tellsProgram || tellsTexts) {
+    processor.updateHostDisplay(juce::AudioProcessorListener::ChangeDetails()
+                                    .withProgramChanged(tellsProgram)
+                                    .withParameterInfoChanged(tellsTexts));
+  }
 }
 
 void HostReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {

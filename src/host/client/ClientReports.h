@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -17,24 +18,6 @@
 #include "host/shell/BramelInstrumentCallbacks.h"
 
 namespace tesh::bramel::vst {
-
-/// Tells the host by the message thread that its parameters have other texts, some time after it has moved one: by then
-/// the block has the value.
-class NameReports final : private juce::Timer {
- public:
-  explicit NameReports(juce::AudioProcessor& ofProcessor) : processor(ofProcessor) {}
-  ~NameReports() override { stopTimer(); }
-
-  /// Not on the audio thread.
-  void tellSoon() { startTimer(kSettling); }
-
- private:
-  static constexpr int kSettling = 100;  ///< Milliseconds.
-
-  void timerCallback() override;
-
-  juce::AudioProcessor& processor;
-};
 
 /// What the shell tells the host. `parameters` are those that the host sees, in its order, and outlive this object, as
 /// the processor does.
@@ -52,10 +35,17 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   /// panel chose, later if the host did. Ardour chooses a song's program and then sets its state, and sends what it has
   /// read in between back as edits of the state.
   void programChanged(Origin origin) override;
-  /// A state has come: the host reads the values by itself.
-  void stateSet() { stopTimer(); }
+  /// A state comes: the host reads the values by itself.
+  void stateComes() { isProgramWaiting = false; }
+  /// The host has chosen a pad's sound in its window: the message thread tells it soon that its parameters have other
+  /// texts. By then the block has the value. Not on the audio thread.
+  void soundMoved();
   void parametersChanged() override {}
   void keyStateChanged(int /*note*/) override {}
+  void soundChanged() override { haveNamesChanged = true; }
+
+  /// True once after a key may have another name. Audio thread.
+  bool takeNamesChanged() SIVRAY_NONBLOCKING { return haveNamesChanged.exchange(false, std::memory_order_relaxed); }
 
   /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
   /// Audio thread.
@@ -74,6 +64,9 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
 
   juce::AudioProcessor& processor;
   const std::vector<ClientParameter*> parameters;
+  std::atomic<bool> isProgramWaiting = false;  ///< The timer's to tell, as the next one.
+  std::atomic<bool> areTextsWaiting = false;
+  std::atomic<bool> haveNamesChanged = false;
   std::mutex sendersMutex;  ///< Lets senders put one message at a time.
   vimo::LockFreeRing<Message> messages{kMessages};
 };

@@ -15,7 +15,6 @@
 #include "host/client/ClientReports.h"
 #include "host/client/SivrayProcessorEditor.h"
 #include "host/editor/BramelInstrumentEditor.h"
-#include "host/editor/SoundWatch.h"
 #include "host/message/MessageThread.h"
 #include "host/resample/CFsConverterWrapper.h"
 #include "host/shell/Construction.h"
@@ -49,26 +48,21 @@ std::string faultOfContent() {
 
 }  // namespace
 
-class SivrayProcessor::Impl : public SoundListener {
+class SivrayProcessor::Impl {
  public:
-  explicit Impl(juce::AudioProcessor& processor);
-
-  void soundChanged() override { haveNamesChanged = true; }
+  Impl();
 
   std::string fault;
   std::shared_ptr<BramelInstrument> instrument;
-  std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing.
-  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds this and the next one weakly.
-  std::shared_ptr<SoundWatch> soundWatch;
-  NameReports nameReports;
-  std::atomic<bool> haveNamesChanged = false;
+  std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing, as the next one.
+  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds both weakly.
   HostWrites hostWrites{instrument};
   std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
   bool isMoving = false;               ///< The host's transport, as the last block found it.
   juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
 };
 
-SivrayProcessor::Impl::Impl(juce::AudioProcessor& processor) : nameReports(processor) {
+SivrayProcessor::Impl::Impl() {
   try {
     instrument = makeInstrument();
     panel = std::make_shared<BramelInstrumentEditor>(
@@ -88,7 +82,7 @@ juce::AudioProcessor::BusesProperties SivrayProcessor::stereoOuts() {
   return buses;
 }
 
-SivrayProcessor::SivrayProcessor() : AudioProcessor(stereoOuts()), impl(std::make_unique<Impl>(*this)) {
+SivrayProcessor::SivrayProcessor() : AudioProcessor(stereoOuts()), impl(std::make_unique<Impl>()) {
   if (impl->panel == nullptr) {
     return;
   }
@@ -102,8 +96,7 @@ SivrayProcessor::SivrayProcessor() : AudioProcessor(stereoOuts()), impl(std::mak
   }
   impl->hostReports = std::make_shared<HostReports>(*this, std::move(shown));
   shell.setHostCallback(impl->hostReports);
-  impl->soundWatch = std::make_shared<SoundWatch>(impl->panel, *impl);
-  shell.setUICallback(impl->soundWatch);
+  shell.setUICallback(impl->panel);
 }
 
 SivrayProcessor::~SivrayProcessor() = default;
@@ -255,11 +248,13 @@ void SivrayProcessor::hostMoved(int parameterIndex) {
   const auto& parameters = getParameters();
   if (parameterIndex >= 0 && parameterIndex < parameters.size() &&
       choosesSound(static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex))->shellId())) {
-    impl->nameReports.tellSoon();
+    impl->hostReports->soundMoved();
   }
 }
 
-bool SivrayProcessor::takeNamesChanged() { return impl->haveNamesChanged.exchange(false, std::memory_order_relaxed); }
+bool SivrayProcessor::takeNamesChanged() {
+  return impl->hostReports != nullptr && impl->hostReports->takeNamesChanged();
+}
 
 // State.
 
@@ -280,8 +275,9 @@ void SivrayProcessor::setStateInformation(const void* data, int sizeInBytes) {
     impl->unreadState.replaceAll(data, static_cast<std::size_t>(sizeInBytes));
     return;
   }
-  impl->hostReports->stateSet();
+  impl->hostReports->stateComes();
   impl->instrument->setState(data, static_cast<std::size_t>(sizeInBytes));
+  impl->hostReports->soundChanged();
 }
 
 juce::AudioProcessorEditor* SivrayProcessor::createEditor() { return new SivrayProcessorEditor(*this); }

@@ -15,7 +15,8 @@ namespace tesh::bramel::vst {
 enum class Origin { host, panel };
 
 /// Calls to the host, with no lock of the instrument held but in two places: a block holds the main lock while it sends
-/// MIDI, and key states are reported under a lock of their own. `visibleIndex` is the host's number of a parameter.
+/// MIDI or reports a sound, and key states are reported under a lock of their own. `visibleIndex` is the host's number
+/// of a parameter.
 class BramelInstrumentHostCallback {
  public:
   virtual ~BramelInstrumentHostCallback() = default;
@@ -33,6 +34,9 @@ class BramelInstrumentHostCallback {
   virtual void programChanged(Origin origin) = 0;
   virtual void parametersChanged() = 0;
   virtual void keyStateChanged(int note) = 0;
+
+  /// A block has changed a parameter that chooses a pad's sound: the pad's key may have another name. Audio thread.
+  virtual void soundChanged() SIVRAY_NONBLOCKING {}
 };
 
 /// Reports to the editor, called with the instrument's main lock held. The marked operations come on the audio thread,

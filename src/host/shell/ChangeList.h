@@ -62,6 +62,7 @@ class ChangeList {
   }
 
   bool isEmpty() const { return ids.empty(); }
+  bool contains(std::size_t id) const { return id < states.size() && states[id] != State::unchanged; }
 
   void clear() {
     for (const std::size_t id : ids) {

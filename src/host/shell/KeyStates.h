@@ -9,7 +9,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Any thread; no block is waited for. Notes outside 0 to kKeys - 1 read as 0 and change nothing.
+/// Any thread; no block is waited for. A report may read and set states. Notes outside 0 to kKeys - 1 read as 0 and
+/// change nothing.
 class KeyStates {
  public:
   static constexpr int kKeys = 128;

@@ -8,6 +8,7 @@
 
 #include "core/EngineRate.h"
 #include "registers/DenormalGuard.h"
+#include "viewmodels/texts/PanelMacros.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -232,6 +233,7 @@ void ShellBlock::reportChanges() {
   if (!latest.isEmpty()) {
     latest.sort();
     parameters.cache.store(latest);
+    tellSounds();
   }
   if (hasSelected) {  // After the writes: the program was selected behind them.
     hasSelected = false;
@@ -243,6 +245,15 @@ void ShellBlock::reportChanges() {
     editor.holdUpdates();
   });
   latest.clear();
+}
+
+void ShellBlock::tellSounds() {
+  for (std::size_t pad = 0; pad < panel::kPads; ++pad) {
+    if (latest.contains(panel::padMacro(pad, panel::kSample))) {
+      core.tellHost([](BramelInstrumentHostCallback& host) { host.soundChanged(); });
+      return;
+    }
+  }
 }
 
 void ShellBlock::flush(const MainLock& /*lock*/) {

@@ -59,6 +59,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void takeWrites() SIVRAY_NONBLOCKING;
   void sendMidiOut() SIVRAY_NONBLOCKING;
   void reportChanges() SIVRAY_NONBLOCKING;
+  void tellSounds() SIVRAY_NONBLOCKING;
 
   ShellCore& core;
   ShellParameters& parameters;

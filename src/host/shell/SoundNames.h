@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <string>
 
-#include "core/RealTime.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::vst {
@@ -17,7 +16,7 @@ std::string soundNameOf(BramelInstrument& instrument, std::size_t pad);
 /// The same for the pad that a key, 0 to 127, plays; empty where it plays none.
 std::string soundNameOnKey(BramelInstrument& instrument, int key);
 
-/// Whether a parameter, by its id, chooses a pad's sound. Any thread.
-bool choosesSound(std::uint64_t parameterId) SIVRAY_NONBLOCKING;
+/// Whether a parameter, by its id, chooses a pad's sound.
+bool choosesSound(std::uint64_t parameterId);
 
 }  // namespace tesh::bramel::vst
