@@ -45,7 +45,9 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   void soundChanged() override { haveNamesChanged = true; }
 
   /// True once after a key may have another name. Audio thread.
-  bool takeNamesChanged() SIVRAY_NONBLOCKING { return haveNamesChanged.exchange(false, std::memory_order_relaxed); }
+  bool takeNamesChanged() SIVRAY_NONBLOCKING {
+    return haveNamesChanged.load(std::memory_order_relaxed) && haveNamesChanged.exchange(false);
+  }
 
   /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
   /// Audio thread.
