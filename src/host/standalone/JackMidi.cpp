@@ -66,7 +66,7 @@ class JackMidiPort {
  public:
   /// Null if no server runs.
   static std::shared_ptr<JackMidiPort> open(const Jack& jack) {
-    auto* const client = jack.open("Sivray MIDI", JackNoStartServer, nullptr);
+    auto* const client = jack.open(kJackMidiClient, JackNoStartServer, nullptr);
     if (client == nullptr) {
       return nullptr;
     }

@@ -9,6 +9,7 @@
 
 #include "core/EngineRate.h"
 #include "host/shell/OutNames.h"
+#include "host/standalone/JackMidi.h"
 
 #ifdef __linux__
 namespace juce {
@@ -196,6 +197,9 @@ std::vector<DeviceChoice> SoundDevice::available() {
   for (const auto& type : types) {
     type->scanForDevices();
     for (const auto& name : type->getDeviceNames(false)) {
+      if (name == kJackMidiClient) {
+        continue;  // JACK lists every client that has inputs.
+      }
       choices.push_back({.type = type->getTypeName(), .name = name});
       if (canHaveOuts && type->getTypeName() == kServerOfPorts) {
         withOuts.push_back({.type = type->getTypeName(), .name = name, .hasOuts = true});
