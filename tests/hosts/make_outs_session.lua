@@ -41,6 +41,11 @@ end
 local compressor = ARDOUR.LuaAPI.new_plugin(Session, "urn:ardour:a-comp#stereo", ARDOUR.PluginType.LV2, "")
 assert(not compressor:isnil() and buses[compressed], "no compressor, or nothing to put it on")
 assert(buses[compressed]:add_processor_by_index(compressor, 0, nil, true) == 0, "the bus refuses the compressor")
+local effect = compressor:to_plugininsert():plugin(0)
+for index = 0, effect:parameter_count() - 1 do
+  local value = ({ Threshold = -30, Ratio = 8 })[effect:parameter_label(index)]
+  if value then ARDOUR.LuaAPI.set_processor_param(compressor, index, value) end
+end
 ARDOUR.LuaAPI.usleep(1000000)
 Session:save_state("", false, false, false, false, false)
 close_session()

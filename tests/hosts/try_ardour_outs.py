@@ -40,7 +40,8 @@ def main() -> int:
         ardour.run(RELEASE / "bin/sivray-render", midi, "-o", scratch / "own.wav", "--quiet", "--tail", 4, "--program", KIT,
                    "--stems")
         for bus in ["Main", SNARE, "Pad 8", "Effect"]:
-            stem = scratch / ("own.wav" if bus == "Main" else f"own-{bus.lower().replace(' ', '-')}.wav")
+            name = bus.lower().replace(" ", "")
+            stem = scratch / ("own.wav" if bus == "Main" else f"own-{name}.wav")
             own, sound = samples_of(stem), heard(bus, "plain")
             shared = min(len(sound), len(own))
             most = max(abs(a - b) for a, b in zip(sound, own))
