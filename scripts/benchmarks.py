@@ -8,7 +8,8 @@
 #       prints what has changed, and fails when a path takes more instructions by over 2 per cent and over 0.2.
 #   scripts/benchmarks.py page FILE.csv
 #       writes the figures into docs/benchmarks.md: the table of effects, and the number behind each <!--name-->.
-# Needs valgrind, a processor with AVX2, and the programs bench_effects, bench_engine, bench_resample and bench_shell.
+# Needs valgrind (apt-get install valgrind; no test needs it), a processor with AVX2, and the programs bench_effects,
+# bench_engine, bench_resample and bench_shell.
 # SPDX-License-Identifier: GPL-3.0-or-later
 import argparse
 import concurrent.futures
