@@ -178,11 +178,13 @@ TEST(Measure, NamesTellGroups) {
   EXPECT_EQ(acoustic(kCymbal, "Crash Large"), Group::crash);
   EXPECT_EQ(acoustic(kCymbal, "Ride Tip"), Group::ride);
   EXPECT_EQ(acoustic(kPerc, "Rim Click"), Group::stick);
+  EXPECT_EQ(acoustic(kPerc, "Wood Blk Low"), Group::woodBlock);
+  EXPECT_EQ(acoustic(kPerc, "Cowbell"), Group::cowbell);
+  EXPECT_EQ(groupOf(kPerc, "Cowbell", SoundSource::machine), std::nullopt);
   for (const auto& [category, name] : {std::pair{kSnare, "Snare Roll"},
                                        {kOpen, "Hat Semi-Open"},
                                        {kCymbal, "Ride Bell"},
                                        {kCymbal, "Crash/Ride"},
-                                       {kPerc, "Cowbell"},
                                        {kPerc, "Tamborim"},
                                        {kFx, "Kick"}}) {
     EXPECT_EQ(acoustic(category, name), std::nullopt) << name;

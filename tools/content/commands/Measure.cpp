@@ -9,6 +9,7 @@
 #include "content/measure/GrooveSound.h"
 #include "content/measure/KitSound.h"
 #include "content/measure/Report.h"
+#include "content/measure/Spread.h"
 #include "core/EngineRate.h"
 #include "sheet/SpectrogramSheet.h"
 #include "storage/paths/Paths.h"
@@ -121,6 +122,10 @@ void runMeasure(const juce::ArgumentList& list) {
   }
   if (only.empty()) {
     printGroups(std::cout, waves, references, half);
+    if (!references.empty()) {
+      printSpread(std::cout, waves, references, half);
+      printTells(std::cout, waves, references, half);
+    }
     printTwins(std::cout, waves);
   }
   if (!sheets.empty()) {

@@ -13,10 +13,13 @@ namespace {
 
 constexpr int kWholeOrder = 16;
 constexpr int kStartOrder = 13;
+constexpr int kLateOrder = 15;
 constexpr int kMomentOrder = 11;
 
 constexpr double kLevelMilliseconds = 5.0;
 constexpr double kAttackMilliseconds = 1.0;
+constexpr double kRiseMilliseconds = 0.5;
+constexpr double kCrestMilliseconds = 50.0;
 
 /// Stands for silence, in dB.
 constexpr double kLeastDecibels = -100.0;
@@ -52,6 +55,41 @@ double peakOverMedian(std::span<const float> bins) {
   return -ratioInDecibels(*middle, *std::max_element(middle, sorted.end()));
 }
 
+/// The mean frequency by energy, in Hz; 0 for silence. `size` is that of the transform.
+double centroidOf(std::span<const float> power, std::size_t size) {
+  double weighted = 0.0;
+  for (std::size_t i = 0; i < power.size(); ++i) {
+    weighted += static_cast<double>(i) * static_cast<double>(power[i]);
+  }
+  const double total = sumOf(power);
+  return total > 0.0 ? weighted / total * kMeasureRate / static_cast<double>(size) : 0.0;
+}
+
+double flatnessOf(std::span<const float> bins) {
+  constexpr double kLeastPower = 1e-20;
+  double logarithms = 0.0;
+  for (const float bin : bins) {
+    logarithms += std::log10(static_cast<double>(bin) + kLeastPower);
+  }
+  const auto count = static_cast<double>(bins.size());
+  return 10.0 * (logarithms / count - std::log10(sumOf(bins) / count + kLeastPower));
+}
+
+/// The highest sample over the loudest stretch.
+double crestOf(const Hit& hit) {
+  float peak = 0.0F;
+  for (const float sample : hit) {
+    peak = std::max(peak, std::abs(sample));
+  }
+  // Zeros before the hit, so that a stretch which begins with it counts as a whole.
+  const auto half = static_cast<std::size_t>(kCrestMilliseconds * kMeasureRate / 2000.0);
+  std::vector<float> padded(half, 0.0F);
+  padded.insert(padded.end(), hit.begin(), hit.end());
+  padded.insert(padded.end(), half, 0.0F);
+  const std::vector<float> course = powerCourse(padded, kCrestMilliseconds);
+  return ratioInDecibels(static_cast<double>(peak) * static_cast<double>(peak), *std::ranges::max_element(course));
+}
+
 double countPeaks(std::span<const float> bins, double threshold) {
   int count = 0;
   for (std::size_t i = 1; i + 1 < bins.size(); ++i) {
@@ -70,11 +108,13 @@ const std::array<FigureName, kFigures> kFigureNames{
      {"2-6k", "dB"},          {"6-12k", "dB"},       {">12k", "dB"},         {"centroid", "Hz"},
      {"peak", "Hz"},          {"tone T60", "ms"},    {"second mode", "dB"},  {"peaks to 4k", ""},
      {"ring 0.3-3k", "dB"},   {"ring 3-12k", "dB"},  {"ripple", "dB"},       {"echoes", ""},
-     {"body", "dB"}}};
+     {"body", "dB"},          {"rise", "ms"},        {"crest", "dB"},        {"late centroid", "Hz"},
+     {"flatness", "dB"}}};
 
 FigureMeter::FigureMeter()
     : whole(kWholeOrder, Spectrum::Window::none),
       start(kStartOrder, Spectrum::Window::fall),
+      late(kLateOrder, Spectrum::Window::none),
       moment(kMomentOrder, Spectrum::Window::hann) {}
 
 Figures FigureMeter::figuresOf(const Hit& hit) {
@@ -82,6 +122,7 @@ Figures FigureMeter::figuresOf(const Hit& hit) {
   if (!hit.empty()) {
     measureLevels(hit, figures);
     measureSpectrum(hit, figures);
+    measureLateSpectrum(hit, figures);
     measurePeaks(hit, figures);
   }
   return figures;
@@ -90,6 +131,8 @@ Figures FigureMeter::figuresOf(const Hit& hit) {
 void FigureMeter::measureLevels(const Hit& hit, Figures& figures) {
   const std::vector<float> course = powerCourse(hit, kLevelMilliseconds);
   at(figures, Figure::attack) = attackTime(powerCourse(hit, kAttackMilliseconds));
+  at(figures, Figure::rise) = attackTime(powerCourse(hit, kRiseMilliseconds));
+  at(figures, Figure::crest) = crestOf(hit);
   at(figures, Figure::fall20) = fallTime(course, 20.0);
   at(figures, Figure::fall60) = fallTime(course, 60.0);
   at(figures, Figure::tail) = ratioInDecibels(meanPower(hit, 250.0, 500.0), *std::ranges::max_element(course));
@@ -125,11 +168,18 @@ void FigureMeter::measureSpectrum(const Hit& hit, Figures& figures) {
   for (const Band& band : kBands) {
     at(figures, band.figure) = ratioInDecibels(sumOf(binsBetween(power, whole.size(), band.low, band.high)), total);
   }
-  double weighted = 0.0;
-  for (std::size_t i = 0; i < power.size(); ++i) {
-    weighted += static_cast<double>(i) * static_cast<double>(power[i]);
-  }
-  at(figures, Figure::centroid) = weighted / total * kMeasureRate / static_cast<double>(whole.size());
+  at(figures, Figure::centroid) = centroidOf(power, whole.size());
+  at(figures, Figure::flatness) = flatnessOf(binsBetween(power, whole.size(), 2000.0, 12000.0));
+}
+
+void FigureMeter::measureLateSpectrum(const Hit& hit, Figures& figures) {
+  constexpr double kFrom = 0.2;
+  constexpr double kTo = 0.8;
+  const std::span<const float> all(hit);
+  const std::size_t first = std::min(static_cast<std::size_t>(kFrom * kMeasureRate), hit.size());
+  const std::size_t last = std::min(static_cast<std::size_t>(kTo * kMeasureRate), hit.size());
+  const auto power = late.of(all.subspan(first, last - first));
+  at(figures, Figure::lateCentroid) = centroidOf(power, late.size());
 }
 
 void FigureMeter::measurePeaks(const Hit& hit, Figures& figures) {

@@ -38,9 +38,13 @@ enum class Figure : std::size_t {
   ripple,        ///< Roughness of the level from 2 to 8 kHz, in steps of 10 ms.
   echoes,        ///< Number of times that the level rises by 3 dB or more from 4 to 30 ms: early reflections.
   body,          ///< Energy from 5 to 50 ms relative to that of the first 5 ms, 250 to 8000 Hz.
+  rise,          ///< As attack, of an envelope twice as fine, which shows a beater's contact.
+  crest,         ///< The highest sample over the loudest 50 ms.
+  lateCentroid,  ///< The mean frequency by energy from 200 to 800 ms.
+  flatness,      ///< The geometric over the arithmetic mean of the power, 2 to 12 kHz: white noise is at -2.5 dB.
 };
 
-inline constexpr std::size_t kFigures = 25;
+inline constexpr std::size_t kFigures = 29;
 
 struct FigureName {
   std::string_view name;
@@ -63,11 +67,13 @@ class FigureMeter {
  private:
   void measureLevels(const Hit& hit, Figures& figures);
   void measureSpectrum(const Hit& hit, Figures& figures);
+  void measureLateSpectrum(const Hit& hit, Figures& figures);
   void measurePeaks(const Hit& hit, Figures& figures);
   double toneFall(const Hit& hit, double hertz);
 
   Spectrum whole;   ///< Of the first 1.5 s.
   Spectrum start;   ///< Of the first 0.19 s.
+  Spectrum late;    ///< Of 0.6 s.
   Spectrum moment;  ///< Of 46 ms.
 };
 

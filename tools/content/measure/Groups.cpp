@@ -35,6 +35,18 @@ bool isSideStick(const std::string& name) {
          (hasAny(name, {"side"}) && hasAny(name, {"stick"}));
 }
 
+std::optional<Group> percussionIn(const std::string& name) {
+  constexpr std::pair<std::string_view, Group> kWords[]{
+      {"agogo", Group::agogo},           {"bongo", Group::bongo},         {"cabasa", Group::cabasa},
+      {"castanet", Group::castanet},     {"clave", Group::claves},        {"conga", Group::conga},
+      {"cowbell", Group::cowbell},       {"guiro", Group::guiro},         {"maraca", Group::maracas},
+      {"tambourine", Group::tambourine}, {"timbale", Group::timbale},     {"triangle", Group::triangle},
+      {"tri mute", Group::triangle},     {"vibraslap", Group::vibraslap}, {"wood bl", Group::woodBlock},
+      {"woodblock", Group::woodBlock}};
+  const auto* const found = std::ranges::find_if(kWords, [&](const auto& word) { return hasAny(name, {word.first}); });
+  return found == std::end(kWords) ? std::nullopt : std::optional(found->second);
+}
+
 }  // namespace
 
 std::optional<Group> groupOf(int category, std::string_view name, SoundSource source) {
@@ -60,7 +72,10 @@ std::optional<Group> groupOf(int category, std::string_view name, SoundSource so
     case kCymbal:
       return isMachine ? std::nullopt : cymbalIn(small);
     case kPerc:
-      return !isMachine && isSideStick(small) ? std::optional(Group::stick) : std::nullopt;
+      if (isMachine) {
+        return std::nullopt;
+      }
+      return isSideStick(small) ? std::optional(Group::stick) : percussionIn(small);
     default:
       return std::nullopt;
   }

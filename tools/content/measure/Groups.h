@@ -26,9 +26,23 @@ enum class Group : std::size_t {
   machineClosedHat,
   machineOpenHat,
   machineTom,
+  agogo,  ///< This and what follows is percussion, of which recorded sets hold too little for ranges of figures.
+  bongo,
+  cabasa,
+  castanet,
+  claves,
+  conga,
+  cowbell,
+  guiro,
+  maracas,
+  tambourine,
+  timbale,
+  triangle,
+  vibraslap,
+  woodBlock,
 };
 
-inline constexpr std::array<std::string_view, 14> kGroupNames{"Kick, acoustic",
+inline constexpr std::array<std::string_view, 28> kGroupNames{"Kick, acoustic",
                                                               "Snare, acoustic",
                                                               "Side stick, rim",
                                                               "Closed hat, acoustic",
@@ -41,9 +55,26 @@ inline constexpr std::array<std::string_view, 14> kGroupNames{"Kick, acoustic",
                                                               "Snare, machine",
                                                               "Closed hat, machine",
                                                               "Open hat, machine",
-                                                              "Tom, machine"};
+                                                              "Tom, machine",
+                                                              "Agogo",
+                                                              "Bongo",
+                                                              "Cabasa",
+                                                              "Castanet",
+                                                              "Claves",
+                                                              "Conga",
+                                                              "Cowbell",
+                                                              "Guiro",
+                                                              "Maracas",
+                                                              "Tambourine",
+                                                              "Timbale",
+                                                              "Triangle",
+                                                              "Vibraslap",
+                                                              "Wood block"};
 
 inline constexpr std::size_t kGroups = kGroupNames.size();
+
+/// The first so many groups have ranges of figures.
+inline constexpr std::size_t kFigureGroups = 14;
 
 enum class SoundSource : unsigned char { acoustic, machine };
 

@@ -36,6 +36,21 @@ Hit hitFrom(std::span<const float> mono) {
   return {first, mono.end()};
 }
 
+std::optional<double> monoLossOf(const Wave& wave) {
+  if (wave.right.empty() || wave.left == wave.right) {
+    return std::nullopt;
+  }
+  double sides = 0.0;
+  double middle = 0.0;
+  for (std::size_t i = 0; i < wave.left.size(); ++i) {
+    const double left = wave.left[i];
+    const double right = wave.right[i];
+    sides += 0.5 * (left * left + right * right);
+    middle += 0.25 * (left + right) * (left + right);
+  }
+  return 10.0 * std::log10((sides + 1e-9) / (middle + 1e-9));
+}
+
 Hit hitOf(const Wave& wave) {
   const std::vector<float> mono = monoOf(wave);
   return hitFrom(wave.sampleRate == static_cast<int>(kMeasureRate)

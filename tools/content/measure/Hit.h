@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -18,6 +19,10 @@ using Hit = std::vector<float>;
 
 /// Drops what comes before the first sample that reaches 40 dB below the peak.
 Hit hitFrom(std::span<const float> mono);
+
+/// Returns how many dB are lost when both sides are averaged: 0 if they are alike, 3 if they are unrelated. Nothing for
+/// a mono wave, and for one whose sides are the same.
+std::optional<double> monoLossOf(const Wave& wave);
 
 /// Averages the channels, converts the rate and drops the silence before the hit.
 Hit hitOf(const Wave& wave);

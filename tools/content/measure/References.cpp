@@ -102,7 +102,7 @@ class Reader {
     const std::size_t before = references.size();
     for (const HitFile& file : description.existsAsFile() ? filesOfDescription(description) : filesOfNames(folder)) {
       if (const auto group = groupOf(file, source)) {
-        add(file, {set, standardText(file.file.getFileName()), file.drum, *group, half, {}, {}});
+        add(file, {set, standardText(file.file.getFileName()), file.drum, *group, half, {}, {}, {}});
       }
     }
     if (references.size() > before) {
@@ -115,7 +115,9 @@ class Reader {
  private:
   void add(const HitFile& file, Reference reference) {
     try {
-      reference.hit = hitOf(readAudioFile(standardText(file.file.getFullPathName())).wave);
+      const Wave wave = readAudioFile(standardText(file.file.getFullPathName())).wave;
+      reference.hit = hitOf(wave);
+      reference.monoLoss = monoLossOf(wave);
     } catch (const std::runtime_error&) {
       return;
     }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -24,6 +25,7 @@ struct Reference {
   std::string drum;  ///< Its instrument in the set; hits of one drum share it.
   Group group = Group::kick;
   Half half = Half::tune;
+  std::optional<double> monoLoss;  ///< As monoLossOf.
   Hit hit;
   Picture picture;
 };

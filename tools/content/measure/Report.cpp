@@ -4,33 +4,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstdio>
 #include <limits>
 
 #include "content/Parallel.h"
+#include "content/measure/Spread.h"
+#include "content/measure/Statistics.h"
 
 namespace sivray::content {
 namespace {
-
-template <typename... Values>
-std::string formatted(const char* format, Values... values) {
-  std::array<char, 256> text{};
-  std::snprintf(text.data(), text.size(), format, values...);
-  return text.data();
-}
-
-/// The value below which `part` (0 to 1) of the values lie, between neighbours on a straight line. 0 for none.
-double quantile(std::vector<double> values, double part) {
-  if (values.empty()) {
-    return 0.0;
-  }
-  std::ranges::sort(values);
-  const double place = part * static_cast<double>(values.size() - 1);
-  const auto below = static_cast<std::size_t>(place);
-  const std::size_t above = std::min(below + 1, values.size() - 1);
-  return values[below] + (place - std::floor(place)) * (values[above] - values[below]);
-}
 
 /// The distances of some recordings to the nearest of `others` that is of another set.
 std::vector<double> distancesBetween(std::span<const Reference* const> some, std::span<const Reference* const> others) {
@@ -77,9 +58,11 @@ std::vector<double> valuesOf(const std::vector<Figures>& hits, std::size_t figur
 std::string goalText(Group group, const std::vector<double>& between) {
   constexpr double kRoom = 1.3;
   constexpr double kMost = 6.5;
-  return between.empty() || group >= Group::machineKick
-             ? "   -"
-             : formatted("%4.1f", std::min(kRoom * quantile(between, 0.5), kMost));
+  if (between.empty() || (group >= Group::machineKick && group <= Group::machineTom)) {
+    return "   -";
+  }
+  const double goal = kRoom * quantile(between, 0.5);
+  return formatted("%4.1f", static_cast<std::size_t>(group) < kFigureGroups ? std::min(goal, kMost) : goal);
 }
 
 }  // namespace
@@ -92,6 +75,7 @@ std::vector<MeasuredWave> measureWaves(std::span<const SourceWave> waves) {
       wave.name = waves[i].wave.name;
       wave.category = waves[i].wave.category;
       wave.group = waves[i].group;
+      wave.monoLoss = monoLossOf(waves[i].wave);
       wave.hit = hitOf(waves[i].wave);
       wave.picture = pictures.pictureOf(wave.hit);
       wave.figures = meter.figuresOf(wave.hit);
@@ -129,7 +113,7 @@ void printWave(std::ostream& out, const MeasuredWave& wave, std::span<const Refe
   for (std::size_t figure = 0; figure < kFigures; ++figure) {
     const auto& [name, unit] = kFigureNames[figure];
     out << formatted("  %-15s%9.1f %-3s", std::string(name).c_str(), wave.figures[figure], std::string(unit).c_str());
-    if (wave.group) {
+    if (wave.group && static_cast<std::size_t>(*wave.group) < kFigureGroups) {
       const Range& range = kTargets[static_cast<std::size_t>(*wave.group)][figure];
       out << formatted("%9.1f ..%9.1f /%9.1f /%9.1f ..%9.1f%s", range.lowest, range.quarter, range.middle,
                        range.threeQuarters, range.highest,
@@ -184,7 +168,7 @@ void printTwins(std::ostream& out, std::span<const MeasuredWave> waves) {
 
 void printTargets(std::ostream& out, std::span<const Reference> references) {
   const auto figures = figuresByGroup(references);
-  for (std::size_t index = 0; index < kGroups; ++index) {
+  for (std::size_t index = 0; index < kFigureGroups; ++index) {
     const std::vector<Figures>& own = figures[index];
     std::vector<Figures> drum = own;
     if (const auto other = kinOf(static_cast<Group>(index))) {
@@ -201,6 +185,12 @@ void printTargets(std::ostream& out, std::span<const Reference> references) {
           << (figure + 1 == kFigures ? "}},\n" : ",\n");
     }
   }
+  out << "    // D of two hits of different sets, by group\n    {";
+  for (std::size_t index = 0; index < kFigureGroups; ++index) {
+    const double middle = apartOf(referencesOf(references, static_cast<Group>(index), Half::both));
+    out << (index == 0 ? "" : ", ") << formatted("%.1f", middle);
+  }
+  out << "}\n";
 }
 
 }  // namespace sivray::content

@@ -18,6 +18,7 @@ struct MeasuredWave {
   std::string name;
   int category = 0;  ///< Index into kCategoryNames.
   std::optional<Group> group;
+  std::optional<double> monoLoss;  ///< As monoLossOf.
   Hit hit;
   Picture picture;
   Figures figures{};
