@@ -14,8 +14,9 @@ namespace {
 
 constexpr double kWindowSeconds = 0.08;
 constexpr double kHighestPeak = -1.0;
-constexpr double kLowestPeak = -9.0;
-constexpr double kMostBend = 6.0;
+constexpr double kLowestPeak = -15.0;
+/// Recorded drums spend a hundredth of their first 100 ms near their peak; more bend than this makes it a twentieth.
+constexpr double kMostBend = 3.0;
 constexpr int kBendSteps = 12;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
 

@@ -10,8 +10,8 @@ namespace sivray::content {
 /// square wave.
 double loudnessOf(const Sound& sound);
 
-/// Scales so that the loudness comes as close to `target` dB as a peak between -9 and -1 dB allows. If the sound is too
-/// quiet at -1 dB, its peaks are soft-clipped by at most 6 dB. Also removes each channel's DC offset.
+/// Scales so that the loudness comes as close to `target` dB as a peak between -15 and -1 dB allows. If the sound is
+/// too quiet at -1 dB, its peaks are soft-clipped by at most 3 dB. Also removes each channel's DC offset.
 void level(Sound& sound, double target);
 
 }  // namespace sivray::content
