@@ -31,6 +31,11 @@ std::string ownContentFolder();
 /// the desktop's setting (user-dirs.dirs), or ~/Documents without one; empty if there is no home folder.
 std::string documentsFolder();
 
+/// Where the program `sivray` keeps its settings: "Sivray" in the user's application data on Windows, elsewhere
+/// "sivray" in $XDG_CONFIG_HOME, or ~/.config unless that is an absolute path. Need not exist; empty without such a
+/// place.
+std::string settingsFolder();
+
 /// The folder of the library or program that this code was linked into; empty if the system cannot tell.
 std::string moduleFolder();
 

@@ -129,5 +129,14 @@ std::string documentsFolder() {
   return home.empty() ? home : home + "/Documents";
 }
 
+std::string settingsFolder() {
+  const std::string chosen = environment("XDG_CONFIG_HOME");
+  const std::string home = environment("HOME");
+  if (chosen.starts_with('/')) {
+    return chosen + "/sivray";
+  }
+  return home.empty() ? home : home + "/.config/sivray";
+}
+
 }  // namespace tesh::bramel::platform
 #endif

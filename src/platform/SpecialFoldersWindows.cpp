@@ -91,5 +91,10 @@ std::string documentsFolder() {
   return chosen.empty() ? systemFolder(CSIDL_PERSONAL) : chosen;
 }
 
+std::string settingsFolder() {
+  const std::string data = systemFolder(CSIDL_APPDATA);
+  return data.empty() ? data : data + "\\Sivray";
+}
+
 }  // namespace tesh::bramel::platform
 #endif

@@ -14,100 +14,14 @@
 #include <set>
 #include <thread>
 
+#include "RenderScene.h"
 #include "engine/samples/SimilarWaves.h"
 #include "render/PresetFile.h"
-#include "render/RenderProgram.h"
 #include "render/SampleWords.h"
-#include "support/KitFolder.h"
 #include "vsthost/Host.h"
 
 namespace sivray::render {
 namespace {
-
-namespace fs = std::filesystem;
-using Bytes = std::vector<std::uint8_t>;
-using Arguments = std::vector<std::string>;
-
-constexpr std::size_t kFrameBytes = 6;
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
-/// The first note, in ticks: late enough that the first block, which applies program and effect, is over at any block
-/// size.
-constexpr double kFirstTick = 200.0;
-
-int noCheck(const Options&) { return 0; }
-
-Bytes bytesOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-class Render : public testing::Test {
- protected:
-  void SetUp() override { writeScore(); }
-
-  std::string at(const std::string& name) const { return (folder.commonFiles() / name).string(); }
-
-  /// Writes notes on all pads over a second, a tempo change, optionally a mapped controller (the master), and moves as
-  /// text: the first at the start, the others at 0.4 s.
-  void writeScore(const std::vector<const char*>& moves = {}, bool withController = true) const {
-    juce::MidiMessageSequence track;
-    track.addEvent(juce::MidiMessage::tempoMetaEvent(500000), 0.0);
-    track.addEvent(juce::MidiMessage::tempoMetaEvent(400000), 960.0);
-    for (int i = 0; i < 24; ++i) {
-      track.addEvent(juce::MidiMessage::noteOn(10, 36 + i % 8, static_cast<juce::uint8>(60 + 2 * i)),
-                     kFirstTick + i * 80.0);
-      track.addEvent(juce::MidiMessage::noteOff(10, 36 + i % 8), kFirstTick + i * 80.0 + 40.0);
-    }
-    if (withController) {
-      track.addEvent(juce::MidiMessage::controllerEvent(1, 7, 90), 1000.0);
-    }
-    for (const char* move : moves) {
-      // 0.4 s are 768 ticks at the first tempo.
-      track.addEvent(juce::MidiMessage::textMetaEvent(1, move), move == moves.front() ? 0.0 : 768.0);
-    }
-    saveMidi(track);
-  }
-
-  void saveMidi(const juce::MidiMessageSequence& track) const {
-    juce::MidiFile midi;
-    midi.setTicksPerQuarterNote(960);
-    midi.addTrack(track);
-    juce::MemoryOutputStream stream;
-    midi.writeTo(stream);
-    std::ofstream(at("in.mid"), std::ios::binary)
-        .write(static_cast<const char*>(stream.getData()), static_cast<std::streamsize>(stream.getDataSize()));
-  }
-
-  /// Renders the score and returns the sample bytes.
-  Bytes play(Arguments arguments) const {
-    arguments.insert(arguments.begin(), {at("in.mid"), "-o", at("out.wav"), "--quiet", "--library", SIVRAY_MODULE});
-    EXPECT_EQ(runProgram(arguments, noCheck), 0);
-    return soundTakenFrom(at("out.wav"));
-  }
-
-  static Bytes soundTakenFrom(const std::string& path) {
-    const Bytes file = bytesOf(path);
-    fs::remove(path);
-    const std::string mark = "data";
-    const auto data = std::search(file.begin(), file.end(), mark.begin(), mark.end());
-    EXPECT_GT(file.end() - data, 8) << path;
-    return {data + std::min<std::ptrdiff_t>(file.end() - data, 8), file.end()};
-  }
-
-  /// Runs arguments that must fail with one line on standard error, this status and no file. Returns the line.
-  std::string failure(const Arguments& arguments, int status = kFailed) const {
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(runProgram(arguments, noCheck), status);
-    std::string line = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << line;
-    EXPECT_FALSE(fs::exists(at("out.wav"))) << line;
-    return line;
-  }
-
-  support::KitFolder folder;
-};
 
 TEST_F(Render, GivesTheSameSoundInBlocksOfEverySize) {
   writeScore({}, false);
@@ -429,6 +343,45 @@ TEST_F(Render, PlaysDrumsThatHaveNoPadByANoteMap) {
   fs::remove(at("out.wav"));
   EXPECT_NE(failure({at("in.mid"), "-o", at("out.wav"), "--notes", "GM"}, kWrongUsage).find("General MIDI"),
             std::string::npos);
+}
+
+TEST_F(Render, PlaysByTheNotesThatTheProgramWasTaught) {
+  ::setenv("XDG_CONFIG_HOME", folder.commonFiles().c_str(), 1);
+  const Bytes expected = play({"--direct"});
+  const fs::path file = folder.commonFiles() / "sivray/notes.txt";
+  const auto refusal = [&](const std::string& name) {
+    return failure({at("in.mid"), "-o", at("out.wav"), "--direct", "--notes", name}, kWrongUsage);
+  };
+  EXPECT_NE(refusal("Learn").find("has not been taught any note"), std::string::npos);
+  fs::create_directories(file.parent_path());
+  std::ofstream(file) << "# the pads turned by one\n36=37\n37=38\n38=39\n39=40\n40=41\n41=42\n42=43\n43=36\n";
+  const Bytes turned = play({"--direct", "--notes", "learn"});
+  EXPECT_FALSE(turned == expected);
+  EXPECT_TRUE(turned == play({"--direct", "--notes", file.string()}));
+  std::ofstream(file) << "60=36\n36=pad1\n";
+  EXPECT_NE(refusal("Learn").find("line 2 of '"), std::string::npos);
+  EXPECT_NE(refusal(file.parent_path()).find("or a file"), std::string::npos);
+  ::unsetenv("XDG_CONFIG_HOME");
+}
+
+/// The first pad has a number between two factory waves, as songs with own sounds have.
+TEST_F(Render, SaysWhichOwnSoundsASongMisses) {
+  const auto warning = [&](const Arguments& values) {
+    Arguments arguments{at("in.mid"), "-o", at("out.wav"), "--direct", "--quiet"};
+    arguments.insert(arguments.end(), values.begin(), values.end());
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(runProgram(arguments, noCheck), 0);
+    return testing::internal::GetCapturedStderr();
+  };
+  EXPECT_EQ(warning({}), "");
+  EXPECT_EQ(warning({"--macro", "P1 Wave=0.034090909"}),
+            "sivray-render: warning: Pad 1 misses your sound no. 3: factory sounds play instead\n");
+  ::setenv("XDG_DATA_HOME", folder.commonFiles().c_str(), 1);
+  fs::create_directories(folder.commonFiles() / "sivray/content");
+  std::ofstream(folder.commonFiles() / "sivray/content/ledger.txt") << "removed\t3\t1\t0\tOak Kick\t\n";
+  EXPECT_EQ(warning({"--macro", "P1 Wave=0.034090909"}),
+            "sivray-render: warning: Pad 1 misses \"Oak Kick\" (removed): factory sounds play instead\n");
+  ::unsetenv("XDG_DATA_HOME");
 }
 
 TEST_F(Render, VariesAKitBySeed) {

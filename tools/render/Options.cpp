@@ -6,12 +6,18 @@
 #include <cctype>
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
+#include <system_error>
 
 #include "EngineNames.h"
 #include "RenderError.h"
 #include "core/EngineRate.h"
+#include "platform/SpecialFolders.h"
+#include "storage/notes/TaughtNotes.h"
 #include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
@@ -101,7 +107,32 @@ ValueAction moveOption(AssignmentTarget target) {
   };
 }
 
+/// The notes in a file, of which each line must hold.
+tesh::cofu::core::NoteMap taughtMap(const std::string& option, const std::string& path) {
+  std::ifstream file(path);
+  const std::string text(std::istreambuf_iterator<char>(file), {});
+  if (!file) {
+    throw UsageError(option + ": '" + path + "' cannot be read");
+  }
+  const auto [notes, faultyLine] = tesh::bramel::readTaughtNotes(text);
+  if (faultyLine > 0) {
+    throw UsageError(option + ": line " + std::to_string(faultyLine) + " of '" + path +
+                     "' is not like 60=36, the note of a drum and that of its pad");
+  }
+  return tesh::bramel::noteMapOf(notes);
+}
+
 void setNotes(Options& options, const std::string& option, const std::string& name) {
+  using tesh::bramel::kTaughtMapName;
+  std::error_code error;
+  if (plainName(name) == plainName(kTaughtMapName)) {
+    const std::string path = tesh::bramel::platform::settingsFolder() + "/" + tesh::bramel::kTaughtNotesFile;
+    if (!std::filesystem::exists(path, error)) {
+      throw UsageError(option + ": sivray has not been taught any note; its setup has 'Learn' under 'Notes'");
+    }
+    options.settings.notes = taughtMap(option, path);
+    return;
+  }
   std::string known;
   for (const auto& [mapName, map] : tesh::cofu::core::namedNoteMaps()) {
     if (plainName(std::string(mapName)) == plainName(name)) {
@@ -110,7 +141,10 @@ void setNotes(Options& options, const std::string& option, const std::string& na
     }
     known += (known.empty() ? "" : ", ") + std::string(mapName);
   }
-  throw UsageError(option + " takes one of " + known + ", not '" + name + "'");
+  if (!std::filesystem::is_regular_file(name, error)) {
+    throw UsageError(option + " takes " + known + ", " + kTaughtMapName + " or a file, not '" + name + "'");
+  }
+  options.settings.notes = taughtMap(option, name);
 }
 
 const std::map<std::string, ValueAction>& valueOptions() {
@@ -229,8 +263,8 @@ std::string helpText() {
          "  --bits 16|24          bits per sample of the WAV file (24)\n"
          "  --stems               writes the outs of pads and effect too, before the master level: OUT-pad1.wav to\n"
          "                        OUT-pad8.wav and OUT-effect.wav; plays the instrument itself instead of the library\n"
-         "  --notes NAME          which notes play the pads: \"Sivray\" (36 to 43, unless given), \"All drums\" or\n"
-         "                        \"General MIDI\"\n"
+         "  --notes NAME|FILE     which notes play the pads: \"Sivray\" (36 to 43, unless given), \"All drums\",\n"
+         "                        \"General MIDI\", \"Learn\" (what sivray was taught), or a file of lines as 60=36\n"
          "  --program N|NAME      the program to play; see --list-programs\n"
          "  --vary SEED           gives each pad one of the eight waves nearest to its own, as loud as before; the "
          "same "

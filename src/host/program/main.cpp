@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <string>
 #include <string_view>
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -11,6 +12,7 @@
 #include "host/standalone/Desktop.h"
 #include "host/standalone/JackMidi.h"
 #include "host/standalone/Standalone.h"
+#include "platform/SpecialFolders.h"
 
 namespace {
 
@@ -38,6 +40,11 @@ int fail(const char* reason) {
   return EXIT_FAILURE;
 }
 
+juce::File settingsFolder() {
+  const std::string folder = tesh::bramel::platform::settingsFolder();
+  return folder.empty() ? juce::File("~/.config/sivray") : juce::File(juce::String::fromUTF8(folder.c_str()));
+}
+
 int run() {
   standalone::desktop::prepare();
   const juce::ScopedJuceInitialiser_GUI juceRuns;
@@ -46,7 +53,7 @@ int run() {
   }
   const auto end = [] { juce::MessageManager::getInstance()->stopDispatchLoop(); };
   try {
-    standalone::Standalone program(standalone::desktop::settingsFolder(), end, {.midi = standalone::systemMidi()});
+    standalone::Standalone program(settingsFolder(), end, {.midi = standalone::systemMidi()});
     const standalone::desktop::EndRequests requests([&] { program.remember(); }, end);
     standalone::desktop::runMessages();
     return EXIT_SUCCESS;

@@ -6,8 +6,6 @@
 #include <functional>
 #include <memory>
 
-#include <juce_core/juce_core.h>
-
 namespace tesh::bramel::standalone::desktop {
 
 /// To be called first in the program, before JUCE is started.
@@ -42,9 +40,6 @@ class WindowScale {
   struct Impl;
   std::unique_ptr<Impl> impl;
 };
-
-/// Where the user's settings of this program belong; need not exist.
-juce::File settingsFolder();
 
 /// True if someone reads what the program writes to its standard error.
 bool hasTerminal();

@@ -100,12 +100,6 @@ WindowScale::WindowScale(void* /*nativeWindow*/, const std::function<void(float)
 
 WindowScale::~WindowScale() = default;
 
-juce::File settingsFolder() {
-  const char* const configuration = std::getenv("XDG_CONFIG_HOME");
-  const juce::String path = juce::String::fromUTF8(configuration == nullptr ? "" : configuration);
-  return juce::File(juce::File::isAbsolutePath(path) ? path : "~/.config").getChildFile("sivray");
-}
-
 bool hasTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
 void say(const char* text, std::FILE* stream) { std::fputs(text, stream); }

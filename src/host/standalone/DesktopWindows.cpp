@@ -89,10 +89,6 @@ WindowScale::WindowScale(void* nativeWindow, const std::function<void(float)>& t
 
 WindowScale::~WindowScale() = default;
 
-juce::File settingsFolder() {
-  return juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory).getChildFile("Sivray");
-}
-
 bool hasTerminal() { return false; }  // A program with windows has no console.
 
 void say(const char* text, std::FILE* stream) {

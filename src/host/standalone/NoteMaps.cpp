@@ -1,15 +1,10 @@
-// The chosen map by its name, and what was taught as lines "drum=pad".
+// Remembers the chosen map by its name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/NoteMaps.h"
 
 #include <algorithm>
 
 namespace tesh::bramel::standalone {
-namespace {
-
-constexpr const char* kLearn = "Learn";
-
-}  // namespace
 
 NoteMaps::NoteMaps(Settings& newSettings) : settings(newSettings) {
   const auto all = names();
@@ -22,7 +17,7 @@ std::vector<std::string> NoteMaps::names() {
   for (const auto& [name, map] : cofu::core::namedNoteMaps()) {
     result.emplace_back(name);
   }
-  result.emplace_back(kLearn);
+  result.emplace_back(kTaughtMapName);
   return result;
 }
 
@@ -38,7 +33,7 @@ void NoteMaps::choose(int newRow) {
 
 void NoteMaps::teach(int drum, int padNote) {
   auto taught = settings.taughtNotes();
-  taught[drum] = padNote;
+  taught[static_cast<std::uint8_t>(drum)] = static_cast<std::uint8_t>(padNote);
   settings.setTaughtNotes(taught);
 }
 
@@ -47,11 +42,7 @@ cofu::core::NoteMap NoteMaps::map() const {
   if (row < learnedRow()) {
     return named[static_cast<std::size_t>(row)].map;
   }
-  cofu::core::NoteMap result = named.back().map;
-  for (const auto& [drum, pad] : settings.taughtNotes()) {
-    result.notes[static_cast<std::size_t>(drum)] = static_cast<std::uint8_t>(pad);
-  }
-  return result;
+  return noteMapOf(settings.taughtNotes());
 }
 
 }  // namespace tesh::bramel::standalone

@@ -1,4 +1,4 @@
-// The settings as named values of one XML file.
+// The setup as named values of one XML file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Settings.h"
 
@@ -17,13 +17,13 @@ constexpr const char* kMidiSwitched = "midiInputsOn";
 #else
 constexpr const char* kMidiSwitched = "midiInputsOff";
 #endif
-constexpr const char* kTaughtNotes = "taughtNotes";
 constexpr const char* kX = "windowX";
 constexpr const char* kY = "windowY";
 
 constexpr double kHighestRate = 1e6;
 constexpr int kLongestBlock = 1 << 16;
 constexpr juce::int64 kLargestState = juce::int64{64} << 20;
+constexpr juce::int64 kLargestNotes = juce::int64{1} << 16;
 
 juce::PropertiesFile::Options options() {
   constexpr int kMillisecondsUntilSaved = 500;
@@ -36,7 +36,9 @@ juce::PropertiesFile::Options options() {
 }  // namespace
 
 Settings::Settings(const juce::File& newFolder)
-    : stateFile(newFolder.getChildFile("sound.state")), file(newFolder.getChildFile("settings.xml"), options()) {}
+    : stateFile(newFolder.getChildFile("sound.state")),
+      notesFile(newFolder.getChildFile(kTaughtNotesFile)),
+      file(newFolder.getChildFile("settings.xml"), options()) {}
 
 DeviceChoice Settings::device() const {
   DeviceChoice choice{.type = file.getValue(kDeviceType), .name = file.getValue(kDeviceName)};
@@ -64,25 +66,18 @@ void Settings::setMidiNamesSwitched(const juce::StringArray& names) {
   file.setValue(kMidiSwitched, names.joinIntoString("\n"));
 }
 
-std::map<int, int> Settings::taughtNotes() const {
-  constexpr int kNotes = 128;
-  std::map<int, int> notes;
-  for (const juce::String& pair : juce::StringArray::fromTokens(file.getValue(kTaughtNotes), " ", "")) {
-    const int drum = pair.upToFirstOccurrenceOf("=", false, false).getIntValue();
-    const int pad = pair.fromFirstOccurrenceOf("=", false, false).getIntValue();
-    if (pair.containsChar('=') && juce::isPositiveAndBelow(drum, kNotes) && juce::isPositiveAndBelow(pad, kNotes)) {
-      notes[drum] = pad;
-    }
+TaughtNotes Settings::taughtNotes() const {
+  if (notesFile.getSize() > kLargestNotes) {
+    return {};
   }
-  return notes;
+  return readTaughtNotes(notesFile.loadFileAsString().toStdString()).notes;
 }
 
-void Settings::setTaughtNotes(const std::map<int, int>& notes) {
-  juce::StringArray pairs;
-  for (const auto& [drum, pad] : notes) {
-    pairs.add(juce::String(drum) + "=" + juce::String(pad));
+void Settings::setTaughtNotes(const TaughtNotes& notes) {
+  if (notesFile.getParentDirectory().createDirectory().wasOk()) {
+    const std::string text = textOf(notes);
+    notesFile.replaceWithData(text.data(), text.size());
   }
-  file.setValue(kTaughtNotes, pairs.joinIntoString(" "));
 }
 
 std::optional<juce::Point<int>> Settings::position() const {

@@ -1,18 +1,19 @@
-// What the program remembers from one start to the next: the setup and the sound, two files in one folder.
+// What the program remembers from one start to the next: the setup, the notes that it was taught and the sound, a file
+// each in one folder.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <juce_data_structures/juce_data_structures.h>
 
-#include <map>
 #include <optional>
 
 #include "host/standalone/SoundDevice.h"
+#include "storage/notes/TaughtNotes.h"
 
 namespace tesh::bramel::standalone {
 
-/// The setup is saved soon after each change. Files are replaced in one step, and one that is broken counts as empty.
-/// Message thread only.
+/// The setup is saved soon after each change, the notes at once. Files are replaced in one step, and one that is broken
+/// counts as empty. Message thread only.
 class Settings {
  public:
   /// `newFolder` is made when something is saved.
@@ -29,9 +30,9 @@ class Settings {
   juce::String noteMapName() const { return file.getValue("noteMap"); }
   void setNoteMapName(const juce::String& name) { file.setValue("noteMap", name); }
 
-  /// The notes of pads by those of drums, all 0 to 127.
-  std::map<int, int> taughtNotes() const;
-  void setTaughtNotes(const std::map<int, int>& notes);
+  /// Lines that do not hold are left out.
+  TaughtNotes taughtNotes() const;
+  void setTaughtNotes(const TaughtNotes& notes);
 
   /// Whether a sample sounds when it is chosen; at first it does.
   bool hearsChoices() const { return file.getBoolValue("hearsChoices", true); }
@@ -49,6 +50,7 @@ class Settings {
 
  private:
   juce::File stateFile;
+  juce::File notesFile;
   juce::PropertiesFile file;
 };
 
