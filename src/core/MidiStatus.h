@@ -16,6 +16,9 @@ inline constexpr std::uint8_t kMidiController = 0xB0;
 inline constexpr std::uint8_t kMidiProgramChange = 0xC0;
 inline constexpr std::uint8_t kMidiPitchBend = 0xE0;
 
+/// Controllers that choose a bank of programs, the high and the low half of its number.
+constexpr bool isMidiBankSelect(std::uint8_t controller) { return controller == 0 || controller == 32; }
+
 inline constexpr std::uint8_t kMidiFirstSystem = 0xF0;  ///< From here on a status has no channel.
 inline constexpr std::uint8_t kMidiExclusive = 0xF0;
 inline constexpr std::uint8_t kMidiEndOfExclusive = 0xF7;

@@ -22,6 +22,10 @@ class MacroControllerBase : public MacroList, public MacroParameterControlListen
  public:
   static constexpr std::uint8_t kPitchBendKey = cofu::core::kMidiPitchBend;
   static constexpr std::uint8_t kLastMappableController = 126;
+  /// Whether a map can lead a MIDI controller to a macro: bank select never reaches one.
+  static constexpr bool canMove(std::uint8_t controller) {
+    return controller <= kLastMappableController && !cofu::core::isMidiBankSelect(controller);
+  }
 
   MacroControllerBase();
 

@@ -53,7 +53,7 @@ bool changeUserController(std::string_view name, std::uint8_t controller, std::o
   }
   if (controller == MacroControllerBase::kPitchBendKey) {
     setMember(file.get<picojson::object>(), kPitchBend, macro);
-  } else if (controller <= MacroControllerBase::kLastMappableController) {
+  } else if (MacroControllerBase::canMove(controller)) {
     setMember(file.get<picojson::object>()[kControllers].get<picojson::object>(), std::to_string(controller), macro);
   } else {
     return false;

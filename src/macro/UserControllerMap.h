@@ -19,7 +19,7 @@ using ControllerMap = std::map<std::uint8_t, std::uint64_t>;
 ControllerMap activeControllerMap(std::string_view name);
 
 /// Writes the map in force, with one line changed, as the user's: `controller` moves `macro`, or nothing from now on.
-/// What else the file holds stays. False if the file cannot be written, or for a controller that no map can hold.
+/// What else the file holds stays. False if the file cannot be written, or for a controller that can move nothing.
 /// Any thread but the audio thread.
 bool changeUserController(std::string_view name, std::uint8_t controller, std::optional<std::uint64_t> macro);
 

@@ -49,6 +49,7 @@ TEST_F(Command, ControllersShowsChangesAndResetsTheMap) {
   EXPECT_EQ(run("controllers"), changed);
   EXPECT_THAT(run("controllers --set bend=99"), HasSubstr(" bend  Master"));
   EXPECT_THAT(run("controllers --set 127=1", 2), HasSubstr("'127' is no controller"));
+  EXPECT_THAT(run("controllers --set 32=1", 2), HasSubstr("controller 32 is bank select"));
   EXPECT_THAT(run("controllers --set 1=Nothing", 2), HasSubstr("no macro 'Nothing'"));
   EXPECT_THAT(run("controllers --set 1", 2), HasSubstr("controllers [--set"));
   EXPECT_THAT(run("controllers --reset"), HasSubstr("   20  P1 Level\n"));

@@ -49,6 +49,9 @@ TEST_F(UserControllers, AreTheFactorysWithTheLinesThatWereChanged) {
   EXPECT_TRUE(changeUserController("Drum", 74, 5));
   EXPECT_TRUE(changeUserController("Drum", 7, std::nullopt));
   EXPECT_TRUE(changeUserController("Drum", kBend, 3));
+  for (const std::uint8_t never : std::initializer_list<std::uint8_t>{0, 32, 127}) {
+    EXPECT_FALSE(changeUserController("Drum", never, 3)) << int{never};
+  }
   EXPECT_EQ(activeControllerMap("Drum"), (ControllerMap{{20, 5}, {74, 5}, {kBend, 3}}));
   EXPECT_THAT(userText(), testing::AllOf(testing::HasSubstr("volume"), testing::HasSubstr("\"by\"")))
       << "what nobody here knows stays";

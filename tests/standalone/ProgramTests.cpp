@@ -231,6 +231,9 @@ TEST_F(ProgramTest, LearnsWhichControllerMovesAKnobForAllInstances) {
   level().endChangeGesture();
   EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Now move the controller of P1 Level."); })) << strip();
   EXPECT_FLOAT_EQ(level().getValue(), before) << "what came before the lesson counts for nothing";
+  move(32, 20);
+  EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Controller 32 cannot be learnt: it selects banks."); }))
+      << strip();
   move(74, 20);
   EXPECT_TRUE(comesTrue([this] { return strip().starts_with("Controller 74 moves P1 Level."); })) << strip();
   move(74, 127);

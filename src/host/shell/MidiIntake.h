@@ -86,7 +86,7 @@ MidiVerdict judgeMidi(const ShortMessage& message, const ControllerMap& controll
       break;
     case kMidiController:
       verdict.message.set(0, kind);
-      if (data1 == 0 || data1 == 32) {
+      if (isMidiBankSelect(data1)) {
         break;
       }
       verdict.parameterId = controllerMap(data1);

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "core/MidiStatus.h"
+#include "macro/MacroControllerBase.h"
 #include "viewmodels/texts/PanelMacros.h"
 
 namespace tesh::bramel::standalone {
@@ -71,6 +73,12 @@ void Lesson::takeDrum(int note) {
 
 void Lesson::takeController(int controller) {
   if (controller < 0 || touched < 0) {
+    return;
+  }
+  if (!vimo::MacroControllerBase::canMove(static_cast<std::uint8_t>(controller))) {
+    say("Controller " + juce::String(controller) + " cannot be learnt: " +
+        (cofu::core::isMidiBankSelect(static_cast<std::uint8_t>(controller)) ? "it selects banks."
+                                                                             : "take one up to 126."));
     return;
   }
   const int parameter = std::exchange(touched, -1);

@@ -42,7 +42,11 @@ std::uint8_t controllerNamed(const std::string& text) {
   if (!number || *number > Macros::kLastMappableController) {
     fail("'" + text + "' is no controller: 0 to 126, or bend", kWrongUsage);
   }
-  return static_cast<std::uint8_t>(*number);
+  const auto controller = static_cast<std::uint8_t>(*number);
+  if (!Macros::canMove(controller)) {
+    fail("controller " + text + " is bank select, which moves nothing", kWrongUsage);
+  }
+  return controller;
 }
 
 std::uint64_t macroNamed(const Macros& macros, const std::string& text) {
