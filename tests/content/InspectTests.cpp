@@ -12,6 +12,7 @@
 #include "content/factory/MacroFiles.h"
 #include "content/library/LibraryWriter.h"
 #include "core/LittleEndian.h"
+#include "engine/samples/SimilarWaves.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"
 
@@ -101,6 +102,33 @@ TEST_F(Inspect, ShowsAllKindsOfFilesAsTextAndAsJson) {
   EXPECT_EQ(json.get("macros").get<picojson::array>().size(), 133U);
   EXPECT_EQ(json.get("programs").get(1).get("name").get<std::string>(), "Other");
   EXPECT_EQ(json.get("programName").get<std::string>(), "Kit");
+}
+
+TEST_F(Inspect, ShowsSimilarWavesAndWhetherTheyAreThoseOfTheIndexBeside) {
+  using tesh::vimo::SimilarWaves;
+  const std::vector<tesh::vimo::WaveKin> kins{{.wave = 3, .loudness = -20.25F, .nearest = {8, 16}, .farthest = 24},
+                                              {.wave = 4, .loudness = 0.0F, .nearest = {}, .farthest = -1}};
+  const Bytes index(48, 1);
+  const Bytes bytes = SimilarWaves::pack(kins, index);
+  for (const bool hasIndex : {false, true}) {
+    const Inspection inspection = inspect("similar.bin", bytes);
+    EXPECT_FALSE(inspection.broken);
+    picojson::value json;
+    ASSERT_EQ(picojson::parse(json, inspection.report.toJson()), "");
+    const auto first = json.get("records").get(0);
+    EXPECT_EQ(first.get("wave").get<double>(), 3.0);
+    EXPECT_EQ(first.get("loudness").get<double>(), -20.25);
+    EXPECT_EQ(first.get("farthest").get<double>(), 24.0);
+    EXPECT_EQ(first.get("nearest").serialize(), "[8,16]");
+    EXPECT_EQ(json.get("records").get(1).get("nearest").serialize(), "[]");
+    if (!hasIndex) {
+      writeFile(scratch.path("drumparam_category.bin"), index);
+    }
+  }
+  EXPECT_EQ(inspect("similar.bin", Bytes(bytes.begin(), bytes.end() - 1)).broken->offset, 32U) << "the last record";
+  EXPECT_EQ(inspect("similar.bin", Bytes(index)).broken->offset, 0U);
+  writeFile(scratch.path("drumparam_category.bin"), Bytes(48, 2));
+  EXPECT_EQ(inspect("similar.bin", bytes).broken->offset, 4U);
 }
 
 TEST_F(Inspect, FindsWhereACutFileEnds) {

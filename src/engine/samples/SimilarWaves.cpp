@@ -1,5 +1,4 @@
-// The file: a word that names the format, a hash of the library's index, and for each wave a record of twelve numbers
-// of 16 bits, of which the last is 0.
+// A record is twelve numbers of 16 bits, of which the last is 0.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SimilarWaves.h"
 
@@ -13,22 +12,12 @@
 namespace tesh::vimo {
 namespace {
 
-constexpr std::uint32_t kFormat = 0x314D4953;  // "SIM1"
 constexpr std::size_t kHeaderBytes = 8;
-constexpr std::size_t kRecordBytes = 24;
 constexpr std::uint16_t kNoWave = 0xFFFF;
 constexpr float kStepsPerDecibel = 100.0F;
 
-/// FNV-1a.
-std::uint32_t hashOf(std::span<const std::uint8_t> bytes) {
-  std::uint32_t hash = 2166136261U;
-  for (const std::uint8_t byte : bytes) {
-    hash = (hash ^ byte) * 16777619U;
-  }
-  return hash;
-}
-
-using Record = std::array<std::uint16_t, kRecordBytes / 2>;  ///< Wave, loudness, farthest, the nearest, 0.
+using Record =
+    std::array<std::uint16_t, SimilarWaves::kRecordBytes / 2>;  ///< Wave, loudness, farthest, the nearest, 0.
 constexpr std::size_t kFirstNearest = 3;
 
 Record recordOf(const WaveKin& kin) {
@@ -55,20 +44,35 @@ WaveKin kinOf(const Record& record) {
 
 }  // namespace
 
+/// FNV-1a.
+std::uint32_t SimilarWaves::hashOf(std::span<const std::uint8_t> bytes) {
+  std::uint32_t hash = 2166136261U;
+  for (const std::uint8_t byte : bytes) {
+    hash = (hash ^ byte) * 16777619U;
+  }
+  return hash;
+}
+
+WaveKin SimilarWaves::kinIn(std::span<const std::uint8_t> record) {
+  cofu::core::ByteReader reader(record);
+  Record numbers{};
+  for (std::size_t i = 0; i < numbers.size(); i += 2) {
+    const std::uint32_t word = reader.word();
+    numbers[i] = static_cast<std::uint16_t>(word);
+    numbers[i + 1] = static_cast<std::uint16_t>(word >> 16U);
+  }
+  return kinOf(numbers);
+}
+
 bool SimilarWaves::loadFrom(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> index) {
   kins.clear();
   cofu::core::ByteReader reader(bytes);
   if (bytes.size() % kRecordBytes != kHeaderBytes || reader.word() != kFormat || reader.word() != hashOf(index)) {
     return false;
   }
-  while (reader.remaining() > 0) {
-    Record record{};
-    for (std::size_t i = 0; i < record.size(); i += 2) {
-      const std::uint32_t word = reader.word();
-      record[i] = static_cast<std::uint16_t>(word);
-      record[i + 1] = static_cast<std::uint16_t>(word >> 16U);
-    }
-    kins.insert_or_assign(record[0], kinOf(record));
+  for (auto rest = bytes.subspan(kHeaderBytes); !rest.empty(); rest = rest.subspan(kRecordBytes)) {
+    WaveKin kin = kinIn(rest.first(kRecordBytes));
+    kins.insert_or_assign(kin.wave, std::move(kin));
   }
   return true;
 }

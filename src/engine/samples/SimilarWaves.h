@@ -28,12 +28,20 @@ class SimilarWaves {
  public:
   static constexpr std::string_view kFileName = "similar.bin";
 
+  // The file: a word that names the format, hashOf the library's index, and a record for each wave.
+  static constexpr std::uint32_t kFormat = 0x314D4953;  // "SIM1"
+  static constexpr std::size_t kRecordBytes = 24;
+
   /// `index` are the bytes of the library's drumparam_category.bin: a file that was measured for another library is
   /// refused, as is one that is cut. Replaces what was there; false leaves nothing known.
   bool loadFrom(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> index);
 
   /// Null if nothing is known of the wave.
   const WaveKin* of(std::int32_t wave) const;
+
+  static std::uint32_t hashOf(std::span<const std::uint8_t> bytes);
+  /// Reads one record; words past its end count as 0.
+  static WaveKin kinIn(std::span<const std::uint8_t> record);
 
   /// The bytes of a file for the library with this index. Numbers are 0 to 65534.
   static std::vector<std::uint8_t> pack(std::span<const WaveKin> kins, std::span<const std::uint8_t> index);

@@ -12,6 +12,7 @@
 #include "content/inspect/Inspectors.h"
 #include "core/LittleEndian.h"
 #include "engine/ProgramBank.h"
+#include "engine/samples/SimilarWaves.h"
 #include "storage/state/EditBufferRecord.h"
 #include "storage/state/StateContent.h"
 
@@ -32,6 +33,13 @@ LibraryNeighbours neighboursOf(const std::string& path) {
   return {sizeOf(folder / "drumdata.bin"), sizeOf(folder / "sampleparam.bin") / kSampleRecordBytes};
 }
 
+/// Empty if there is none.
+std::vector<std::uint8_t> indexBeside(const std::string& path) {
+  const std::filesystem::path index = pathOf(path).parent_path() / "drumparam_category.bin";
+  std::error_code error;
+  return std::filesystem::is_regular_file(index, error) ? readFile(textOf(index)) : std::vector<std::uint8_t>();
+}
+
 /// Recognises the kinds that have a fixed file name or extension.
 Inspector inspectorByName(const std::string& path) {
   const std::string name = fileNameOf(path);
@@ -42,6 +50,8 @@ Inspector inspectorByName(const std::string& path) {
        [=](CheckedReader reader, Report& report) { inspectSampleIndex(reader, neighbours, report); }},
       {"drumparam.bin", [=](CheckedReader reader, Report& report) { inspectWaveIndex(reader, neighbours, report); }},
       {"drumparam_category.bin", inspectCategoryIndex},
+      {std::string(tesh::vimo::SimilarWaves::kFileName),
+       [path](CheckedReader reader, Report& report) { inspectSimilarWaves(reader, indexBeside(path), report); }},
       {"readme.json", inspectDescription},
       {"parameter_description.json", inspectParameterDescription},
   };

@@ -1,12 +1,16 @@
 // The four files of a sample library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <cmath>
 
 #include "content/inspect/Inspectors.h"
 #include "content/library/Wave.h"
+#include "engine/samples/SimilarWaves.h"
 
 namespace sivray::content {
 namespace {
+
+using tesh::vimo::WaveKin;
 
 constexpr std::size_t kSampleRecordBytes = 12;
 constexpr std::size_t kWaveRecordBytes = 24;
@@ -120,6 +124,32 @@ void inspectCategoryIndex(CheckedReader reader, Report& report) {
       row.addText("categoryName", kCategoryNames[category - 1]);
     }
   });
+}
+
+void inspectSimilarWaves(CheckedReader reader, std::span<const std::uint8_t> index, Report& report) {
+  using tesh::vimo::SimilarWaves;
+  report.addText("kind", "similar waves");
+  const CheckedReader head = reader;
+  if (reader.word("the format") != SimilarWaves::kFormat) {
+    head.fail("the file does not begin with SIM1");
+  }
+  const CheckedReader hashPlace = reader;
+  const std::uint32_t hash = reader.word("the hash of the index");
+  forRecords(reader, SimilarWaves::kRecordBytes, report, [](std::uint64_t, CheckedReader& record, Report& row) {
+    const WaveKin kin = SimilarWaves::kinIn(record.take(SimilarWaves::kRecordBytes, "a record"));
+    row.addNumber("wave", static_cast<std::uint64_t>(kin.wave));
+    row.add("loudness", Report::real(std::round(static_cast<double>(kin.loudness) * 100.0) / 100.0));
+    if (kin.farthest >= 0) {
+      row.addNumber("farthest", static_cast<std::uint64_t>(kin.farthest));
+    }
+    Report& nearest = row.add("nearest", Report::list());
+    for (const std::int32_t wave : kin.nearest) {
+      nearest.add(Report::number(static_cast<std::uint64_t>(wave)));
+    }
+  });
+  if (!index.empty() && hash != SimilarWaves::hashOf(index)) {
+    hashPlace.fail("it was measured for another drumparam_category.bin than the one beside it");
+  }
 }
 
 }  // namespace sivray::content

@@ -23,6 +23,8 @@ void inspectSampleData(CheckedReader reader, Report& report);
 void inspectSampleIndex(CheckedReader reader, const LibraryNeighbours& neighbours, Report& report);
 void inspectWaveIndex(CheckedReader reader, const LibraryNeighbours& neighbours, Report& report);
 void inspectCategoryIndex(CheckedReader reader, Report& report);
+/// `index` are the bytes of drumparam_category.bin, empty when unknown.
+void inspectSimilarWaves(CheckedReader reader, std::span<const std::uint8_t> index, Report& report);
 
 void inspectMacroChunk(CheckedReader reader, Report& report);
 void inspectMiscChunk(CheckedReader reader, Report& report);
