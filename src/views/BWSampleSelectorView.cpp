@@ -140,7 +140,7 @@ bool BWSampleSelectorView::listKeyPressed(BWSimpleListView& list, int row, const
   const bool isOurs = &list == sampleList.get() && finder != nullptr && key.getModifiers().isShiftDown() &&
                       juce::CharacterFunctions::toLowerCase(key.getTextCharacter()) == 's';
   if (isOurs && row >= 0) {
-    openSimilar(row, menuPlaceIn(list));
+    openSimilar(row, menuPlaceBeside(list, list.rowBounds(row)));
   }
   return isOurs;
 }

@@ -1,4 +1,4 @@
-// Where menus of the right mouse button open.
+// Where menus open that find sounds or delete kits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,6 +16,25 @@ inline juce::PopupMenu::Options menuPlaceIn(juce::Component& target) {
 #else
   return options;
 #endif
+}
+
+/// Beside the row of a list, so that the list stays in sight: on the right, or on the left where the screen, or on
+/// Windows the panel, ends. `row` is in the list's own coordinates.
+inline juce::PopupMenu::Options menuPlaceBeside(juce::Component& list, juce::Rectangle<int> row) {
+  constexpr int kWidth = 160;
+  const auto options = menuPlaceIn(list).withMinimumWidth(kWidth);
+  const juce::Rectangle<int> place = list.localAreaToGlobal(row);
+  const juce::Rectangle<int> screen = list.localAreaToGlobal(list.getLocalBounds());
+  const int width = list.localAreaToGlobal(juce::Rectangle<int>(kWidth, 1)).getWidth();
+  int end = screen.getRight() + width;
+  if (const auto* const parent = options.getParentComponent()) {
+    end = parent->getScreenBounds().getRight();
+  } else if (const auto* const display = juce::Desktop::getInstance().getDisplays().getDisplayForRect(place)) {
+    end = display->userArea.getRight();
+  }
+  const bool isRoomOnTheRight = screen.getRight() + width <= end;
+  return options.withTargetScreenArea(
+      {isRoomOnTheRight ? screen.getRight() : screen.getX() - width, place.getY(), 1, 1});
 }
 
 }  // namespace tesh::bramel

@@ -39,6 +39,8 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
   void setTellsMarkedRow(bool tells) { tellsMarkedRow = tells; }
   void scrollToTop() { box.setVerticalPosition(0.0); }
   int getSelectedRow() const { return selectedRow; }
+  /// In the list's coordinates, beyond its edges for a row out of sight.
+  juce::Rectangle<int> rowBounds(int row) const { return box.getRowPosition(row, true) + box.getPosition(); }
   /// The list's name for a screen reader.
   void setListTitle(const juce::String& title) { box.setTitle(title); }
 

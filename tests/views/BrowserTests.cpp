@@ -5,6 +5,7 @@
 #include "support/Screen.h"
 #include "views/BWSampleSelectorView.h"
 #include "views/FinderMenus.h"
+#include "views/MenuPlace.h"
 #include "views/PanelScene.h"
 #include "widgets/BWSimpleListView.h"
 
@@ -124,6 +125,14 @@ TEST_F(Browser, FindsSimilarSamplesByAMenu) {
             (std::vector<std::string>{"Similar", "", "Something else -", "Back -"}))
       << "nothing is known of wave 1";
   EXPECT_EQ(itemsOf(varyMenu(models.finder)), (std::vector<std::string>{"Vary", "Back -"}));
+}
+
+TEST_F(Browser, OpensTheMenuOfAKeyBesideTheListOfSamples) {
+  auto& list = dynamic_cast<BWSimpleListView&>(*named(open(0), "Samples")->getParentComponent());
+  const auto place = menuPlaceBeside(list, list.rowBounds(0));
+  const juce::Rectangle<int> menu = place.getTargetScreenArea().withSize(place.getMinimumWidth(), 300);
+  EXPECT_FALSE(menu.intersects(list.getScreenBounds())) << menu.toString();
+  EXPECT_EQ(menu.getY(), list.getScreenY() + list.rowBounds(0).getY());
 }
 
 TEST_F(Browser, NeedsNoCategoriesIfThereIsOne) {
