@@ -37,6 +37,9 @@ function(sivray_patch_juce)
   endforeach()
 
   list(REMOVE_DUPLICATES all_files)
+  if(WIN32)
+    list(REMOVE_ITEM all_files juce_graphics/image_formats/juce_PNGLoader.cpp)  # Replaced below.
+  endif()
   foreach(path ${all_files})
     file(READ "${changed}/${path}" text)
     sivray_change_juce_file("${path}" "${text}")

@@ -33,9 +33,8 @@ void BWTrackingView::setVertical(bool vertical) {
 }
 
 void BWTrackingView::updateCursor() {
-  const auto along =
-      settings.vertical ? juce::MouseCursor::UpDownResizeCursor : juce::MouseCursor::LeftRightResizeCursor;
-  setMouseCursor(isEnabled() ? along : juce::MouseCursor::NormalCursor);
+  const juce::MouseCursor& along = settings.vertical ? cursors->upDown : cursors->leftRight;
+  setMouseCursor(isEnabled() ? along : juce::MouseCursor(juce::MouseCursor::NormalCursor));
 }
 
 void BWTrackingView::setValueQuietly(float newValue) { value = drag::quantize(newValue, stepCount, *quantizer); }

@@ -50,6 +50,12 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
   void enablementChanged() override { updateCursor(); }
 
  private:
+  /// Loaded for the first view and kept for all of them, since each loading reads a file.
+  struct Cursors {
+    juce::MouseCursor upDown{juce::MouseCursor::UpDownResizeCursor};
+    juce::MouseCursor leftRight{juce::MouseCursor::LeftRightResizeCursor};
+  };
+
   void take(float newValue);
   void updateCursor();
   double seconds() const { return static_cast<double>(clock()) / 1000.0; }
@@ -63,6 +69,7 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
   float value = 0.0F;
   HeldPress hand;
   Clock clock = &juce::Time::getMillisecondCounter;
+  juce::SharedResourcePointer<Cursors> cursors;
 };
 
 }  // namespace tesh::bramel

@@ -57,6 +57,12 @@ TEST_F(Resources, CutsAFilmStripIntoFramesOnce) {
   }
   EXPECT_EQ(std::count(resources.asked.begin(), resources.asked.end(), "PNG A_knob_STRIP_2X"), 1);
   EXPECT_EQ(store.getImage("A knob_0", 1), nullptr);
+  const Box strip = store.getImage("A knob_STRIP", 2);
+  for (int pixel = 0; pixel < 49; ++pixel) {
+    const int x = pixel % 7;
+    const int y = pixel / 7;
+    EXPECT_EQ(image(last).getPixelAt(x, y), image(strip).getPixelAt(14 + x, y)) << x << ", " << y;
+  }
 }
 
 TEST_F(Resources, TriesAMissingImageAgain) {
