@@ -32,9 +32,9 @@ struct EngineOuts {
   PadOuts pads;
   StereoOut effect;
 
-  bool isConnected() const;
+  bool isConnected() const SIVRAY_NONBLOCKING;
   /// The same outs from a later frame on.
-  EngineOuts from(int frame) const;
+  EngineOuts from(int frame) const SIVRAY_NONBLOCKING;
 };
 
 /// When an engine reads the waves of its pads.

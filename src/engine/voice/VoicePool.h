@@ -56,7 +56,7 @@ class VoicePool {
   void takeSettings(bool startsToo, std::size_t voices) SIVRAY_NONBLOCKING;
 
   void readSamples(int frames, std::size_t voices);
-  void settle();
+  void settle() SIVRAY_NONBLOCKING;
   void finishRun(int frames, std::size_t voices);
   void advanceWave(std::size_t lane, int frames);
   void checkEnd(std::size_t lane);
