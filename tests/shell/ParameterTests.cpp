@@ -141,6 +141,30 @@ TEST_F(Shell, AnswersAListenerThatAsksInsideABlock) {
   EXPECT_EQ(shell->parameterValue(0), 1.0F);
 }
 
+TEST_F(Shell, TellsTheHostOfABlockThatChoosesASound) {
+  struct Counting final : bramel::vst::BramelInstrumentHostCallback {
+    void beginEdit(std::uint64_t) override {}
+    void endEdit(std::uint64_t) override {}
+    void automate(std::uint64_t, float) override {}
+    void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {}
+    void parametersChanged() override {}
+    void programChanged(bramel::vst::Origin) override {}
+    void keyStateChanged(int) override {}
+    void soundChanged() override { ++sounds; }
+    int sounds = 0;
+  };
+  const auto counting = std::make_shared<Counting>();
+  shell->setHostCallback(counting);
+  shell->setParameter(1, 0.5F);
+  run();
+  EXPECT_EQ(counting->sounds, 0) << "a level";
+  shell->setParameter(0, 0.5F);
+  EXPECT_EQ(counting->sounds, 0) << "before the block";
+  run();
+  run();
+  EXPECT_EQ(counting->sounds, 1);
+}
+
 TEST_F(Shell, KeepsKeyStatesAndProperties) {
   EXPECT_EQ(shell->keyState(127), 9U);
   shell->setKeyState(60, 4);

@@ -117,15 +117,17 @@ void ClapBlock::takeOutputs(const Process& block) {
     std::copy_n(buffer.data32, 2, channels.data() + std::size_t{2} * out);
   };
   take(0);
-  hasOuts = block.audioOutputCount > 1;
-  if (!hasOuts) {
+  hasOuts = false;
+  constexpr std::uint32_t kOthers = (1U << vst::kOutCount) - 2;
+  const std::uint32_t active = activeOuts.load(std::memory_order_relaxed) & kOthers;
+  if (active == 0 || block.audioOutputCount < 2) {
     return;
   }
   std::fill(channels.begin() + vimo::kMainChannels, channels.end(), nullptr);
-  const std::uint32_t active = activeOuts.load(std::memory_order_relaxed);
   for (std::uint32_t out = 1; out < vst::kOutCount; ++out) {
     if ((active >> out & 1U) != 0 && hasOutput(block, out)) {
       take(out);
+      hasOuts = true;
     }
   }
 }
