@@ -310,6 +310,7 @@ void ClapBlock::takeTransport(const TransportEvent& event) {
 // Reports.
 
 void ClapBlock::giveReports(const OutputEvents* out, std::uint32_t last) {
+  reports.askForCall();
   ClapReports::Report report;
   while (reports.take(report)) {
     switch (report.kind) {

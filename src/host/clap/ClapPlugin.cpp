@@ -124,8 +124,9 @@ bool ClapPlugin::loadKit(std::uint32_t locationKind, const char* location, const
 
 double ClapPlugin::valueOf(std::uint32_t index) {
   const bool isModulated = block->isModulated(index);
-  return parameters->hostValue(
-      index, isModulated ? block->baseOf(index) : instrument->parameterValue(parameters->idAt(index)));
+  const float value = isModulated ? block->baseOf(index) : instrument->parameterValue(parameters->idAt(index));
+  reports->askForCall();  // The value may have been written since the last block.
+  return parameters->hostValue(index, value);
 }
 
 }  // namespace tesh::bramel::clap

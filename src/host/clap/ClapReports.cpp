@@ -68,10 +68,11 @@ void ClapReports::stateLoaded() {
   haveValuesChanged = true;
   isRescanWanted = true;
   soundChanged();
+  askForCall();
 }
 
-void ClapReports::soundChanged() {
-  if (!haveNamesChanged.exchange(true)) {
+void ClapReports::askForCall() {
+  if (isCallWanted.load(std::memory_order_relaxed) && isCallWanted.exchange(false)) {
     host.requestCallback();
   }
 }

@@ -55,7 +55,14 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   /// Whether blocks come, which take messages. Those from before would all come at once. Main thread.
   void setTakesMidi(bool takes) { takesMidi = takes; }
 
-  void soundChanged() SIVRAY_NONBLOCKING override;
+  /// Calls no host, which may hold a lock that a block of its own takes.
+  void soundChanged() SIVRAY_NONBLOCKING override {
+    haveNamesChanged = true;
+    isCallWanted = true;
+  }
+
+  /// Asks the host for a call of `onMainThread` if something waits for it. With no lock held; audio thread too.
+  void askForCall() SIVRAY_NONBLOCKING;
 
   /// Tells the host what waits for its main thread. Main thread.
   void onMainThread();
@@ -76,6 +83,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   std::atomic<bool> isDirty = false;
   std::atomic<bool> isKitChosen = false;  ///< On the panel: the host's browser follows.
   std::atomic<bool> haveNamesChanged = false;
+  std::atomic<bool> isCallWanted = false;
 };
 
 }  // namespace tesh::bramel::clap
