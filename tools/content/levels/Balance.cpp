@@ -22,22 +22,32 @@ constexpr double kGroovePeak = -0.8;       ///< At most, in dB of full scale.
 constexpr double kHalfOfCompressor = 1.3;  ///< In dB.
 constexpr int kMostLevel = 127;
 constexpr int kRounds = 5;
+constexpr int kRoundsPerHit = 3;                    ///< Hits are played in the first of them alone.
 constexpr double kHitSeconds = 4.0;                 // Reversed sounds are loudest at their end.
 constexpr double kDecibelsPerDecadeOfLevel = 40.0;  // The engine squares the level.
+
+/// What a full hit sounds like, in dB.
+struct HitLoudness {
+  double peak = 0.0;
+  double loudest = 0.0;  ///< In its loudest 400 ms.
+};
+
+HitLoudness loudnessOf(const StereoSound& hit) {
+  float top = 0.0F;
+  for (std::size_t i = 0; i < hit.left.size(); ++i) {
+    top = std::max({top, std::abs(hit.left[i]), std::abs(hit.right[i])});
+  }
+  return {decibelsOf(static_cast<double>(top)), momentaryLoudness(hit)};
+}
 
 int movedLevel(int level, double decibels) {
   const double wanted = std::max(level, 1) * std::pow(10.0, decibels / kDecibelsPerDecadeOfLevel);
   return std::clamp(static_cast<int>(std::lround(wanted)), 1, kMostLevel);
 }
 
-/// Returns the gain in dB that brings a hit to its loudness, unless its peak would leave the window.
-double moveOf(const StereoSound& hit, double loudness) {
-  float top = 0.0F;
-  for (std::size_t i = 0; i < hit.left.size(); ++i) {
-    top = std::max({top, std::abs(hit.left[i]), std::abs(hit.right[i])});
-  }
-  const double peak = decibelsOf(static_cast<double>(top));
-  return std::clamp(peak + loudness - momentaryLoudness(hit), kLowestPeak, kHighestPeak) - peak;
+/// Returns the gain in dB that brings a hit to a loudness, unless its peak would leave the window.
+double moveOf(const HitLoudness& hit, double loudness) {
+  return std::clamp(hit.peak + loudness - hit.loudest, kLowestPeak, kHighestPeak) - hit.peak;
 }
 
 }  // namespace
@@ -52,12 +62,21 @@ std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::K
   meter.setMacro(factory::kEffectSwitchMacro, isCompressed ? 0.0F : 1.0F);
   const double goal = kGrooveLoudness - (isCompressed ? kHalfOfCompressor : 0.0);
   double aim = goal;
+  std::array<HitLoudness, factory::kPads> hits;
   for (int round = 0; round < kRounds; ++round) {
     for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
-      const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
-      levels[pad] = movedLevel(levels[pad], moveOf(meter.play({&stroke, 1}, kHitSeconds), aim + kRoles[pad]));
+      HitLoudness& hit = hits[pad];
+      // In between, effects that distort let a hit move a little less than its level.
+      if (round % kRoundsPerHit == 0) {
+        const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
+        hit = loudnessOf(meter.play({&stroke, 1}, kHitSeconds));
+      }
+      const int level = movedLevel(levels[pad], moveOf(hit, aim + kRoles[pad]));
+      const double gain = kDecibelsPerDecadeOfLevel * std::log10(static_cast<double>(level) / std::max(levels[pad], 1));
+      hit = {hit.peak + gain, hit.loudest + gain};
+      levels[pad] = level;
       meter.setMacro(pad * factory::kMacrosPerPad + factory::kLevel,
-                     static_cast<float>(levels[pad]) / static_cast<float>(kMostLevel));
+                     static_cast<float>(level) / static_cast<float>(kMostLevel));
     }
     // What sounds longer than its loudest moment makes the groove louder than its hits.
     const StereoSound groove = playStyle(meter, kit.comment);
