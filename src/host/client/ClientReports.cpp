@@ -35,6 +35,7 @@ void HostReports::automate(std::uint64_t visibleIndex, float value) {
 }
 
 void HostReports::programChanged(Origin origin) {
+  programOrigin = origin;
   // An LV2 host that loads a preset asks for the values itself; those that it were told it would take for edits.
   const bool asksItself = processor.wrapperType == juce::AudioProcessor::wrapperType_LV2;
   soundChanged();

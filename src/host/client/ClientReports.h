@@ -35,6 +35,8 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   /// panel chose, later if the host did. Ardour chooses a song's program and then sets its state, and sends what it has
   /// read in between back as edits of the state.
   void programChanged(Origin origin) override;
+  /// Who has chosen the latest program. Any thread.
+  Origin latestOrigin() const { return programOrigin; }
   /// A state comes: the host reads the values by itself.
   void stateComes() { isProgramWaiting = false; }
   /// The host has chosen a pad's sound in its window: the message thread tells it soon that its parameters have other
@@ -69,6 +71,7 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   std::atomic<bool> isProgramWaiting = false;  ///< The timer's to tell, as the next one.
   std::atomic<bool> areTextsWaiting = false;
   std::atomic<bool> haveNamesChanged = false;
+  std::atomic<Origin> programOrigin = Origin::host;
   std::mutex sendersMutex;  ///< Lets senders put one message at a time.
   vimo::LockFreeRing<Message> messages{kMessages};
 };

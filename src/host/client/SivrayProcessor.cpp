@@ -240,6 +240,10 @@ const juce::String SivrayProcessor::getProgramName(int index) {
                          impl->instrument->programName(kFactoryBank, static_cast<std::uint64_t>(index)).c_str());
 }
 
+bool SivrayProcessor::isProgramOfPanel() const {
+  return impl->hostReports != nullptr && impl->hostReports->latestOrigin() == Origin::panel;
+}
+
 // Names.
 
 std::string SivrayProcessor::keyName(int key) const { return soundNameOnKey(*impl->instrument, key); }

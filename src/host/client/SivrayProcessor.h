@@ -11,6 +11,7 @@
 
 #include "core/RealTime.h"
 #include "host/client/KeyNames.h"
+#include "host/client/ProgramChoice.h"
 #include "host/shell/BramelInstrument.h"
 
 namespace tesh::bramel::vst {
@@ -21,7 +22,7 @@ class BramelInstrumentEditor;
 /// state is the same bytes as the VST 2 chunk. Ten stereo outputs, of which all but the main one are off at first; no
 /// input. The same blocks give the same samples as VST 2. Where the instrument's files are missing, it is silent, has
 /// no parameters and programs, and keeps a state for the host unread.
-class SivrayProcessor final : public juce::AudioProcessor, public KeyNames {
+class SivrayProcessor final : public juce::AudioProcessor, public KeyNames, public ProgramChoice {
  public:
   /// Builds the instrument from its files; JUCE must be running. Throws nothing that a host could cause.
   SivrayProcessor();
@@ -80,6 +81,8 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames {
 
   /// Factory programs keep their names.
   void changeProgramName(int /*index*/, const juce::String& /*newName*/) override {}
+
+  bool isProgramOfPanel() const override;
 
   // The pads' sounds, as the names of their keys.
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #define JucePlugin_Build_VST3 1
 #include "host/client/KeyNames.h"
+#include "host/client/ProgramChoice.h"
 #include "host/forms/FormSettings.h"
 #include "host/message/X11Connection.h"
 
