@@ -7,10 +7,10 @@
 #include <memory>
 #include <vector>
 
-#include "views/DoubleClickShield.h"
 #include "views/UIPopupDirection.h"
 #include "widgets/BWFlatToggleButton.h"
 #include "widgets/BWView.h"
+#include "widgets/DoubleClickShield.h"
 
 namespace tesh::bramel {
 

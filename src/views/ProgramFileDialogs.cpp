@@ -94,6 +94,7 @@ void fitInto(juce::Component& front, juce::FileChooserDialogBox& dialog, const j
     extend(*buttonNamed(browser.getActionVerb()), name, ending, front);
     extend(*buttonNamed("New Folder"), nullptr, ending, front);
   }
+  name->onEscapeKey = [cancel = buttonNamed("Cancel")] { cancel->triggerClick(); };  // The field keeps keys to itself.
   name->grabKeyboardFocus();
 }
 

@@ -12,6 +12,7 @@ BWStackingView::BWStackingView() {
   addAndMakeVisible(content);
   addAndMakeVisible(leftHolder);
   addAndMakeVisible(rightHolder);
+  addChildComponent(shield);
 }
 
 BWStackingView::~BWStackingView() {
@@ -40,6 +41,7 @@ void BWStackingView::showTop() {
   content.removeAllChildren();
   leftHolder.removeAllChildren();
   rightHolder.removeAllChildren();
+  const bool replacesOne = topPage != nullptr;
   topPage = pages.empty() ? nullptr : pages.back();
   if (topPage != nullptr) {
     content.addAndMakeVisible(*topPage);
@@ -47,6 +49,9 @@ void BWStackingView::showTop() {
     rightHolder.addAndMakeVisible(topPage->getRightBar());
   }
   layOut();
+  if (replacesOne && topPage != nullptr) {
+    shield.raise();
+  }
 }
 
 void BWStackingView::resized() {
@@ -56,6 +61,7 @@ void BWStackingView::resized() {
 
 void BWStackingView::layOut() {
   content.setBounds(0, kBarHeight, getWidth(), getHeight() - kBarHeight);
+  shield.setBounds(getLocalBounds());
   if (topPage == nullptr) {
     return;
   }

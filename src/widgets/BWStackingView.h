@@ -1,4 +1,5 @@
-// Pages one above the other, of which the top one shows, below a bar that holds the top page's items.
+// Pages one above the other, of which the top one shows, below a bar that holds the top page's items. The second press
+// of the double click that changes the page does not reach the new one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,6 +7,7 @@
 #include <vector>
 
 #include "widgets/BWStackingPageView.h"
+#include "widgets/DoubleClickShield.h"
 
 namespace tesh::bramel {
 
@@ -39,6 +41,7 @@ class BWStackingView : public BWView {
   juce::Component rightHolder;
   std::shared_ptr<BWStackingPageView> topPage;
   std::vector<std::shared_ptr<BWStackingPageView>> pages;
+  DoubleClickShield shield;
 };
 
 }  // namespace tesh::bramel

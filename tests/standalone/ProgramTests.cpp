@@ -18,6 +18,7 @@
 #include "support/Hand.h"
 #include "support/KitFolder.h"
 #include "views/BWPopupView.h"
+#include "views/BWProgramListView.h"
 #include "views/BWSampleSelectorView.h"
 
 namespace {
@@ -72,14 +73,22 @@ class ProgramTest : public sivray::test::ProgramScene {
   }
   void focus() {
     ASSERT_TRUE(comesTrue([this] {
-      vst::giveKeyboardFocusTo(window->getPeer()->getNativeHandle());  // Nothing happens before the window is shown.
-      return window->isActiveWindow();
+      void* const own = window->getPeer()->getNativeHandle();
+      vst::giveKeyboardFocusTo(own);  // Nothing happens before the window is shown.
+      return vst::hasKeyboardFocus(own) && window->isActiveWindow();
     }));
+    // It counts as active before it hears of the focus, which then moves within it once more. The mouse's news come
+    // later.
+    isAside = !isAside;
+    const juce::Point<int> place(isAside ? 30 : 60, 10);
+    other->moveTo({window->getX() + place.x, window->getY() + place.y});
+    ASSERT_TRUE(comesTrue([&] { return window->getMouseXYRelative() == place; }));
   }
 
   const support::KitFolder content;
   juce::TemporaryFile folder{"sivray"};
   std::optional<HostWindow> other;  ///< Another program's window.
+  bool isAside = false;             ///< Where the mouse was put last.
 };
 
 TEST_F(ProgramTest, ComesBackWithSoundDeviceMidiAndPlace) {
@@ -283,6 +292,40 @@ TEST_F(ProgramTest, AListWithTheFocusTakesTheLettersAndThePadsOtherwise) {
   other->setKey('a', true);
   EXPECT_TRUE(comesTrue([this] { return isLit(); }));
   other->setKey('a', false);
+}
+
+TEST_F(ProgramTest, ADialogOverAListOverThePanelTakesClicksAndEscapeFirst) {
+  focus();
+  const auto clickOn = [this](const juce::Component& target) {
+    const juce::Point<int> place = target.getScreenBounds().getCentre();
+    other->click({place.x, place.y});
+    run();
+  };
+  const auto hasDialog = [this] { return find<juce::FileChooserDialogBox>(*window) != nullptr; };
+  const auto hasList = [this] { return find<BWProgramListView>(*window) != nullptr; };
+  const auto hasSetup = [this] { return find<SetupView>(*window) != nullptr; };
+  clickOn(button("Kit"));
+  ASSERT_TRUE(comesTrue(hasList));
+  clickOn(button("User"));
+  ASSERT_TRUE(comesTrue([this] { return find<BWButtonBase>(*window, "Import") != nullptr; }));
+  clickOn(button("Import"));
+  ASSERT_TRUE(comesTrue(hasDialog));
+  clickOn(button("Sound and MIDI"));
+  clickOn(button("Demo"));
+  EXPECT_FALSE(hasSetup()) << "the dialog asks first";
+  EXPECT_FALSE(button("Demo").getState());
+  EXPECT_TRUE(hasDialog() && hasList());
+  constexpr unsigned long kEscape = 0xFF1B;
+  other->strike(kEscape);
+  EXPECT_TRUE(comesTrue([&] { return !hasDialog(); }));
+  EXPECT_TRUE(hasList()) << "one at a time";
+  other->strike(kEscape);
+  EXPECT_TRUE(comesTrue([&] { return !hasList(); }));
+  clickOn(button("Sound and MIDI"));
+  EXPECT_TRUE(comesTrue(hasSetup));
+  clickOn(button("Pad 1"));
+  EXPECT_TRUE(comesTrue([&] { return !hasSetup(); }));
+  EXPECT_FALSE(isLit()) << "a click beside it closes it alone";
 }
 
 TEST_F(ProgramTest, SaysThatKitsCannotBeSavedUntilTheyCan) {

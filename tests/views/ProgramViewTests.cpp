@@ -126,6 +126,25 @@ TEST_F(ProgramPanel, TakesAnyNameAndLeavesOnCancel) {
   EXPECT_EQ(view().programBar().listStack()->getTopPage(), &list);
 }
 
+TEST_F(ProgramPanel, IgnoresTheSecondPressOfADoubleClickOnSaveAsAndOnSave) {
+  BWProgramListView& list = openList();
+  const juce::Component& button = *named(*view().programBar().listStack(), "Save As");
+  const juce::Point<int> place = slot.getLocalPoint(&button, button.getLocalBounds().getCentre());
+  slot.setTopLeftPosition(juce::Desktop::getInstance().getMainMouseSource().getScreenPosition().roundToInt() - place);
+  const auto clickTwice = [&] {
+    hand().click(place.x, place.y);
+    hand().press(place.x + 1, place.y, 2).release();
+  };
+  clickTwice();  // Where "Save As" was the next page has "Save".
+  const auto programs = owner->getProgramListViewModel();
+  EXPECT_EQ(programs->getProgramCount("User"), 0U);
+  EXPECT_NE(view().programBar().listStack()->getTopPage(), &list);
+  juce::Thread::sleep(juce::MouseEvent::getDoubleClickTimeout() + 10);
+  clickTwice();
+  EXPECT_EQ(programs->getProgramCount("User"), 1U);
+  EXPECT_EQ(view().programBar().listStack()->getTopPage(), &list);
+}
+
 TEST_F(ProgramPanel, TakesReturnAsSaveAndEscapeAsCancel) {
   BWProgramListView& list = openList();
   for (const int key : {juce::KeyPress::escapeKey, juce::KeyPress::returnKey}) {

@@ -1,6 +1,6 @@
 // Times the shield and watches the pointer.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/DoubleClickShield.h"
+#include "widgets/DoubleClickShield.h"
 
 namespace tesh::bramel {
 namespace {

@@ -8,8 +8,8 @@
 
 namespace tesh::bramel {
 
-/// Lies over a pop-up, unseen, and catches presses until the button is up and the time of a double click has passed, or
-/// the pointer has moved. Message thread only.
+/// Lies over a pop-up or its pages, unseen, and catches presses until the button is up and the time of a double click
+/// has passed, or the pointer has moved. Message thread only.
 class DoubleClickShield final : public juce::Component, private juce::Timer {
  public:
   DoubleClickShield() { setAccessible(false); }
