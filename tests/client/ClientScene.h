@@ -156,6 +156,31 @@ inline std::vector<float> valuesOf(const Plugin& plugin) {
   return values;
 }
 
+/// Writes down what a host is told.
+struct NotingHost final : juce::AudioProcessorListener {
+  void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override {
+    told.push_back("set " + line(index, value));
+  }
+  void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails& details) override {
+    if (details.programChanged) {
+      told.emplace_back("program");
+    }
+  }
+  void audioProcessorParameterChangeGestureBegin(juce::AudioProcessor* processor, int index) override {
+    told.push_back("begin " + line(index, valueOf(*processor, index)));
+  }
+  void audioProcessorParameterChangeGestureEnd(juce::AudioProcessor* processor, int index) override {
+    told.push_back("end " + line(index, valueOf(*processor, index)));
+  }
+  static float valueOf(juce::AudioProcessor& processor, int index) {
+    return processor.getParameters()[index]->getValue();
+  }
+  static std::string line(int index, float value) {
+    return std::to_string(index) + " " + juce::String(value, 2).toStdString();
+  }
+  std::vector<std::string> told;
+};
+
 // Parameters of the folder's instrument, as hosts count them.
 inline constexpr int kEffectType = 40;
 inline constexpr int kMaster = 43;

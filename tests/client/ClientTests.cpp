@@ -1,6 +1,7 @@
 // What hosts of the other forms hear and see is what VST 2 hosts do.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
+#include <utility>
 
 #include "client/ClientScene.h"
 #include "host/editor/BramelInstrumentEditor.h"
@@ -8,31 +9,6 @@
 
 namespace client {
 namespace {
-
-/// Writes down what a host is told.
-struct NotingHost final : juce::AudioProcessorListener {
-  void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override {
-    told.push_back("set " + line(index, value));
-  }
-  void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails& details) override {
-    if (details.programChanged) {
-      told.emplace_back("program");
-    }
-  }
-  void audioProcessorParameterChangeGestureBegin(juce::AudioProcessor* processor, int index) override {
-    told.push_back("begin " + line(index, valueOf(*processor, index)));
-  }
-  void audioProcessorParameterChangeGestureEnd(juce::AudioProcessor* processor, int index) override {
-    told.push_back("end " + line(index, valueOf(*processor, index)));
-  }
-  static float valueOf(juce::AudioProcessor& processor, int index) {
-    return processor.getParameters()[index]->getValue();
-  }
-  static std::string line(int index, float value) {
-    return std::to_string(index) + " " + juce::String(value, 2).toStdString();
-  }
-  std::vector<std::string> told;
-};
 
 class ClientAt : public Client, public testing::WithParamInterface<float> {};
 
@@ -243,6 +219,56 @@ TEST_F(Client, TakesStatesOfAllFormsAndNothingElse) {
   Bytes state = stateOf(processor);
   plugin.dispatch(effSetChunk, 0, static_cast<std::intptr_t>(state.size()), state.data());
   EXPECT_EQ(valuesOf(plugin), valuesOf(processor));
+}
+
+/// Writes down the messages that the instrument takes in.
+struct NotingPanel final : BramelInstrumentUICallback {
+  void holdUpdates() override {}
+  void releaseUpdates() override {}
+  void programSaved(const std::string&, const std::uint64_t*, std::uint64_t) override {}
+  void programDeleted(const std::string&, const std::uint64_t*, std::uint64_t) override {}
+  void programMoved(const std::string&, std::uint64_t, std::uint64_t) override {}
+  void programChanged() override {}
+  void parameterChanged(std::uint64_t) override {}
+  void midiReceived(const std::uint8_t* data, std::size_t size) override { messages.emplace_back(data, data + size); }
+  std::vector<Bytes> messages;
+};
+
+/// A transport that stands, plays or records.
+struct Transport final : juce::AudioPlayHead {
+  juce::Optional<PositionInfo> getPosition() const override { return position; }
+  PositionInfo position;
+};
+
+TEST_F(Client, HearsOfARecordingTransportAsOfAPlayingOneAndRefusesLongMessages) {
+  SivrayProcessor processor;
+  processor.prepareToPlay(44100.0, 64);
+  const auto panel = std::make_shared<NotingPanel>();
+  processor.instrument()->setUICallback(panel);
+  Transport transport;
+  processor.setPlayHead(&transport);
+  juce::AudioBuffer<float> buffer(2, 64);
+  const auto heardWhile = [&](bool plays, bool records, juce::MidiBuffer midi) {
+    transport.position.setIsPlaying(plays);
+    transport.position.setIsRecording(records);
+    processor.processBlock(buffer, midi);
+    return std::exchange(panel->messages, {});
+  };
+  using Messages = std::vector<Bytes>;
+  const Messages start{{0xFA, 0, 0}};
+  const Messages stop{{0xFC, 0, 0}};
+  EXPECT_EQ(heardWhile(false, false, {}), Messages());
+  EXPECT_EQ(heardWhile(false, true, {}), start);
+  EXPECT_EQ(heardWhile(true, true, {}), Messages());
+  EXPECT_EQ(heardWhile(true, false, {}), Messages());
+  EXPECT_EQ(heardWhile(false, false, {}), stop);
+
+  juce::MidiBuffer longOne;
+  const Bytes foreign{0xF0, 0x90, 36, 100, 0xF7};
+  longOne.addEvent(foreign.data(), static_cast<int>(foreign.size()), 0);
+  longOne.addEvent(juce::MidiMessage::noteOn(1, 37, juce::uint8{90}), 1);
+  ASSERT_EQ(longOne.getNumEvents(), 2);
+  EXPECT_EQ(heardWhile(false, false, longOne), (Messages{{0x90, 37, 90}}));
 }
 
 TEST_F(Client, FollowsParametersThatAControllerMoves) {

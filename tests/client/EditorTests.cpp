@@ -3,6 +3,7 @@
 #include "client/ClientScene.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "hosting/HostWindow.h"
+#include "viewmodels/texts/PanelMacros.h"
 #include "views/SivrayEditView.h"
 
 namespace client {
@@ -42,7 +43,7 @@ SivrayEditView* viewBelow(juce::Component& component) {
 
 template <typename Condition>
 bool comesTrue(Condition condition) {
-  for (int round = 0; round < 200 && !condition(); ++round) {
+  for (int round = 0; round < 3000 && !condition(); ++round) {
     juce::MessageManager::getInstance()->runDispatchLoopUntil(10);
   }
   return condition();
@@ -88,6 +89,49 @@ TEST_F(ClientEditor, ClosesWithAMenuOpenAndLeavesTheOtherInstancesPanel) {
   EXPECT_NE(viewBelow(staying), nullptr);
   Wrapper again(first, firstWindow);
   EXPECT_TRUE(comesTrue([&] { return firstWindow.childSize() == WindowSize{768, 468}; }));
+}
+
+TEST_F(ClientEditor, IgnoresAPenOnAKnobThatTheMouseHoldsButNotOnAnother) {
+  using Type = juce::MouseInputSource::InputSourceType;
+  using Told = std::vector<std::string>;
+  SivrayProcessor processor;
+  NotingHost host;
+  processor.addListener(&host);
+  const HostWindow window;
+  Wrapper wrapper(processor, window);
+  std::int64_t time = juce::Time::currentTimeMillis();
+  const auto point = [&](Type type, std::uint64_t parameter, int pixelsBelow, bool isDown) {
+    juce::Component& knob = *viewBelow(wrapper)->getControl(parameter);
+    const auto place = wrapper.getLocalPoint(&knob, knob.getLocalBounds().getCentre()).translated(0, pixelsBelow);
+    wrapper.getPeer()->handleMouseEvent(type, place.toFloat(), isDown ? juce::ModifierKeys::leftButtonModifier : 0,
+                                        juce::MouseInputSource::defaultPressure, 0.0F, time += 20);
+  };
+  /// What the host was told since the last time, without the values.
+  const auto told = [&] {
+    Told lines = std::exchange(host.told, {});
+    for (std::string& line : lines) {
+      line.resize(line.rfind(' '));
+    }
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    return lines;
+  };
+  // The folder's instrument hides each sixth parameter from its host.
+  constexpr std::uint64_t kPitch = tesh::bramel::panel::kPitch;
+  constexpr std::uint64_t kTime = tesh::bramel::panel::kEnvelopeTime;
+  point(Type::mouse, kPitch, 0, false);
+  point(Type::mouse, kPitch, 0, true);
+  EXPECT_EQ(told(), Told{"begin 4"});
+  point(Type::pen, kPitch, 0, true);
+  point(Type::pen, kPitch, 40, true);
+  point(Type::pen, kPitch, 40, false);
+  EXPECT_EQ(told(), Told{}) << "the mouse holds it";
+  point(Type::pen, kTime, 0, true);
+  point(Type::pen, kTime, 0, false);
+  EXPECT_EQ(told(), (Told{"begin 7", "end 7"}));
+  point(Type::mouse, kPitch, 40, true);
+  point(Type::mouse, kPitch, 40, false);
+  EXPECT_EQ(told(), (Told{"set 4", "end 4"}));
+  processor.removeListener(&host);
 }
 
 }  // namespace
