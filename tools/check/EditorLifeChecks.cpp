@@ -27,6 +27,11 @@ double medianOf(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+/// Whether a panel of this size comes; one of none is gone.
+bool isThere(const EditorScene& scene, hosting::WindowSize size = kPanelSize) {
+  return comesTrue([&] { return scene.window.childSize() == size; });
+}
+
 /// The first opening of all: nothing of the editor is in this process yet.
 Verdict openAndClose(const CheckSettings& settings) {
   constexpr double kMostForFirst = 200.0;
@@ -38,7 +43,7 @@ Verdict openAndClose(const CheckSettings& settings) {
   const ProcessUse before = processUse();
   const double first = millisecondsFor([&] { scene.open(); });
   const std::int64_t panelKiB = processUse().residentKiB - before.residentKiB;
-  bool isShown = scene.window.childSize() == kPanelSize;
+  bool isShown = isThere(scene);
   scene.close();
   std::vector<double> openings;
   std::vector<double> closings;
@@ -46,9 +51,9 @@ Verdict openAndClose(const CheckSettings& settings) {
   const int cycles = settings.count(100, 100);
   for (int cycle = 1; cycle < cycles; ++cycle) {
     openings.push_back(millisecondsFor([&] { scene.open(); }));
-    isShown = isShown && scene.window.childSize() == kPanelSize;
+    isShown = isShown && isThere(scene);
     closings.push_back(millisecondsFor([&] { scene.close(); }));
-    isShown = isShown && scene.window.childSize() == hosting::WindowSize{};
+    isShown = isShown && isThere(scene, {});
     growth.look();
   }
   const bool flat = growth.threads() == 0 && growth.files() <= 0;
@@ -132,14 +137,14 @@ Verdict twoEditors(const CheckSettings& settings) {
     furtherKiB = std::max(furtherKiB, processUse().residentKiB - before.residentKiB);
     auto& ended = isFirstEndedFirst ? first : second;
     const auto& kept = isFirstEndedFirst ? second : first;
-    isShown = isShown && ended->window.childSize() == kPanelSize;
+    isShown = isShown && isThere(*ended);
     ended.reset();
     kept->render();
     kept->letSettle();
-    isShown = isShown && kept->window.childSize() == kPanelSize;
+    isShown = isShown && isThere(*kept) && comesTrue([&] { return kept->window.isPainted(); });
     kept->close();
     kept->open();
-    isShown = isShown && kept->window.childSize() == kPanelSize;
+    isShown = isShown && isThere(*kept);
   }
   return verdict(isShown && (isSanitized() || furtherKiB <= kMostKiB),
                  "ended in both orders, a second panel takes %lld KiB", static_cast<long long>(furtherKiB));
@@ -176,7 +181,7 @@ Verdict sizes(const CheckSettings& settings) {
   EditorScene scene(*library);
   bool isRight = !settings.isVst2() || scene.host.editorSize() == kPanelSize;
   scene.open();
-  isRight = isRight && scene.window.childSize() == kPanelSize;
+  isRight = isRight && isThere(scene);
   std::string wrong;
   for (const float scale : {2.0F, 1.25F, 1.5F, 1.0F}) {
     scene.host.takeCalls();

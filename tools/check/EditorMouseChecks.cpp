@@ -80,7 +80,7 @@ bool moveControl(EditorScene& scene, hosting::Form form, ControlKind kind, std::
 Verdict everyControl(const CheckSettings& settings) {
   const auto library = settings.load();
   EditorScene scene(*library);
-  scene.open();
+  scene.show();
   for (int index = 0; index < static_cast<int>(kEffectSwitchMacro); ++index) {
     scene.host.setParameter(index, 0.4F);
   }
@@ -116,9 +116,11 @@ Verdict pads(const CheckSettings& settings) {
   using Message = std::array<std::uint8_t, 4>;
   const auto library = settings.load();
   EditorScene scene(*library);
-  scene.open();
+  scene.show();
   scene.host.start(kPlainRate, kPlainBlock);
-  scene.letSettle();  // A new rate gives an LV2 a new instance, and its editor a new view.
+  if (settings.form == hosting::Form::lv2) {
+    scene.awaitNewView();  // A new rate gives it a new instance.
+  }
   scene.render();
   std::string wrong;
   int right = 0;
@@ -148,14 +150,16 @@ Verdict pads(const CheckSettings& settings) {
   return verdict(right == static_cast<int>(kPads), "%d of 8 pads send their note on and off%s", right, wrong.c_str());
 }
 
-/// Opens a pop-up by a click, and closes it by one beside it. Whether the panel showed it, and looks as before.
+/// Opens a pop-up by a click, and closes it by one beside it. Whether the panel showed it, which darkens the place of
+/// that click, and looks as before.
 bool opensAndCloses(EditorScene& scene, WindowPoint opener) {
+  constexpr hosting::WindowArea kBeside{kNowhere.x - 2, kNowhere.y - 2, 4, 4};
   scene.window.moveTo(kNowhere);
   const std::uint64_t before = scene.settledPicture();
-  scene.window.click(opener);
-  const bool opened = comesTrue([&] { return scene.window.picture() != before; });
-  scene.settledPicture();
-  scene.window.click(kNowhere);
+  const std::uint64_t bright = scene.window.picture(kBeside);
+  scene.click(opener);
+  const bool opened = comesTrue([&] { return scene.window.picture(kBeside) != bright; });
+  scene.click(kNowhere);
   return opened && scene.settledPicture() == before;
 }
 
@@ -164,15 +168,21 @@ bool choosesFrom(EditorScene& scene, WindowPoint opener, WindowPoint row, std::s
   scene.host.setParameter(static_cast<int>(index), 0.0F);
   scene.render();
   scene.settledCalls();
-  scene.window.click(opener);
-  scene.settledPicture();
-  scene.window.click(row);
-  scene.settledPicture();
-  scene.window.click(kNowhere);
-  scene.letSettle();
-  scene.render();  // An LV2 tells of changes with the blocks.
-  std::vector<HostCall> calls = scene.settledCalls();
-  std::erase_if(calls, [](const HostCall& call) { return call.kind != HostCallKind::automate; });
+  scene.click(opener);
+  scene.click(row);
+  scene.click(kNowhere);
+  std::vector<HostCall> calls;
+  const auto hear = [&] {
+    scene.render();  // An LV2 tells of changes with the blocks.
+    for (const HostCall& call : scene.settledCalls()) {
+      if (call.kind == HostCallKind::automate) {
+        calls.push_back(call);
+      }
+    }
+    return !calls.empty();
+  };
+  comesTrue(hear);
+  hear();
   return !calls.empty() && std::all_of(calls.begin(), calls.end(), [index](const HostCall& call) {
     return call.index == static_cast<std::int32_t>(index);
   });
@@ -193,7 +203,7 @@ Verdict popUps(const CheckSettings& settings) {
   const Sandbox sandbox;
   const auto library = settings.load();
   EditorScene scene(*library);
-  scene.open();
+  scene.show();
   scene.render();
   std::string wrong;
   const auto judge = [&wrong](bool isRight, const char* what) {
@@ -273,8 +283,7 @@ Verdict randomClicks(const CheckSettings& settings) {
   const std::vector<HostCall> calls = scene.settledCalls();
   const bool balanced = isBalanced(calls);
   scene.open();
-  scene.letSettle();
-  const bool isShown = scene.window.childSize() == kPanelSize;
+  const bool isShown = comesTrue([&] { return scene.window.childSize() == kPanelSize; });
   return verdict(balanced && isShown && facts.isSane(), "%d events with seed %u, %zu calls to the host, %s", events,
                  kSeed, calls.size(), balanced ? "every begin with its end" : "a begin without its end");
 }

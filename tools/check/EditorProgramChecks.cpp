@@ -20,9 +20,12 @@ using hosting::WindowPoint;
 constexpr WindowPoint kProgramName{117, 92};
 // On the program list.
 constexpr WindowPoint kUserTab{415, 72};
-constexpr WindowPoint kImport{311, 32};     ///< While the current program is the factory's.
-constexpr WindowPoint kRightmost{447, 32};  ///< "Save As" of the factory's tab, and "Save" of the page that it opens.
+constexpr WindowPoint kImport{311, 32};  ///< While the current program is the factory's.
+constexpr WindowPoint kSaveAs{462, 32};  ///< On the factory's tab.
+constexpr WindowPoint kSave{432, 32};    ///< On the page for the name, aside, as no double click reaches it.
 constexpr WindowPoint kFirstRow{340, 110};
+constexpr hosting::WindowArea kRows{220, 100, 240, 320};
+constexpr hosting::WindowArea kBesideList{100, 150, 90, 200};  ///< Where a file dialog lies, but the list does not.
 
 /// A bank of alike programs.
 struct Bank final : tesh::vimo::MacroProgramDatabaseDelegate {
@@ -51,10 +54,17 @@ void writeUserPrograms(int count) {
 
 /// Opens the editor with the mouse away from its controls, and returns its picture once that no longer changes.
 std::uint64_t openPlain(EditorScene& scene) {
-  scene.open();
+  scene.show();
   scene.render();
   scene.window.moveTo(kNowhere);
   return scene.settledPicture();
+}
+
+/// Clicks, and returns whether a part of the screen comes to look otherwise.
+bool changes(EditorScene& scene, hosting::WindowArea area, WindowPoint point, unsigned int button = 1) {
+  const std::uint64_t before = scene.window.picture(area);
+  scene.click(point, button);
+  return comesTrue([&] { return scene.window.picture(area) != before; });
 }
 
 Verdict longList(const CheckSettings& settings) {
@@ -64,15 +74,11 @@ Verdict longList(const CheckSettings& settings) {
   writeUserPrograms(kPrograms);
   const auto library = settings.load();
   EditorScene scene(*library);
-  const std::uint64_t plain = openPlain(scene);
+  openPlain(scene);
   const double before = processSeconds();
-  scene.window.click(kProgramName);
-  const bool isShown = comesTrue([&] { return scene.window.picture() != plain; });
-  scene.letSettle();
+  const bool isShown = changes(scene, kRows, kProgramName);
   const double milliseconds = 1000.0 * (processSeconds() - before);
-  const std::uint64_t factory = scene.settledPicture();
-  scene.window.click(kUserTab);
-  const bool hasTab = comesTrue([&] { return scene.window.picture() != factory; });
+  const bool hasTab = changes(scene, kRows, kUserTab);
   const std::vector<std::uint8_t> state = scene.host.chunk();
   scene.window.click(kFirstRow);
   const bool isChosen = comesTrue([&] {
@@ -92,18 +98,16 @@ Verdict unwritableFolder(const CheckSettings& settings) {
   const ScopedVariable documents("BRAMEL_DOCUMENTS", blocked);
   const auto library = settings.load();
   EditorScene scene(*library);
-  const std::uint64_t plain = openPlain(scene);
-  scene.window.click(kProgramName);
-  const std::uint64_t list = scene.settledPicture();
-  scene.window.click(kRightmost);
-  scene.settledPicture();
-  scene.window.click(kRightmost);
-  const std::uint64_t saved = scene.settledPicture();
-  scene.window.click(kNowhere);
-  const bool isClosed = comesTrue([&] { return scene.window.picture() != saved; });
+  openPlain(scene);
+  const std::uint64_t plain = scene.window.picture(kRows);
+  const bool hasList = changes(scene, kRows, kProgramName);
+  const bool hasPage = changes(scene, kRows, kSaveAs);
+  const bool isSaved = changes(scene, kRows, kSave);
+  scene.click(kNowhere);
+  const bool isClosed = comesTrue([&] { return scene.window.picture(kRows) == plain; });
   const bool isHeard = playPlain(scene.host, 22050).isHeard();
   const bool untouched = std::filesystem::is_regular_file(blocked);
-  return verdict(list != plain && saved != list && isClosed && isHeard && untouched,
+  return verdict(hasList && hasPage && isSaved && isClosed && isHeard && untouched,
                  "Save As into a folder that cannot be: the panel %s, the plug-in %s",
                  isClosed ? "goes on" : "is stuck", isHeard ? "plays" : "is silent");
 }
@@ -119,9 +123,8 @@ Verdict kitOfThePanel(const CheckSettings& settings) {
   openPlain(scene);
   const std::vector<std::uint8_t> before = scene.host.chunk();
   const int programBefore = scene.host.currentProgram();
-  scene.window.click(kProgramName);
-  scene.settledPicture();
-  scene.window.click(kAnotherRow);
+  scene.click(kProgramName);
+  scene.click(kAnotherRow);
   const bool isChosen = comesTrue([&] { return scene.host.chunk() != before; });
   const auto reader = vst2->makeInstance();
   reader->setChunk(scene.host.chunk());
@@ -154,30 +157,19 @@ Verdict openAtClose(const CheckSettings& settings) {
   for (const bool isMenu : {true, false}) {
     for (const bool endsAtOnce : {false, true}) {
       EditorScene scene(*library);
-      scene.open();
-      scene.render();
-      scene.settledPicture();  // A click before the panel is shown would go to the host's window.
-      for (const WindowPoint point : {kProgramName, kUserTab}) {
-        const std::uint64_t picture = scene.window.picture();
-        scene.window.click(point);
-        comesTrue([&] { return scene.window.picture() != picture; });
-        scene.settledPicture();
-      }
+      openPlain(scene);
+      const bool isListed = changes(scene, kRows, kProgramName) && changes(scene, kRows, kUserTab);
       const int before = scene.window.otherWindows();
-      const std::uint64_t list = scene.window.picture();
-      scene.window.click(isMenu ? kFirstRow : kImport, isMenu ? 3 : 1);
-      const auto isOpen = [&] {
-        return isMenu ? scene.window.otherWindows() > before : scene.window.picture() != list;
-      };
-      opened += comesTrue(isOpen) ? 1 : 0;
-      if (!isMenu) {
-        scene.settledPicture();  // Its button shows the click before the dialog shows.
+      if (isMenu) {
+        scene.window.click(kFirstRow, 3);
       }
+      const bool isOpen = isMenu ? comesTrue([&] { return scene.window.otherWindows() > before; })
+                                 : changes(scene, kBesideList, kImport);
+      opened += isListed && isOpen ? 1 : 0;
       if (!endsAtOnce) {
         scene.close();
         gone += comesTrue([&] { return scene.window.otherWindows() == before; }) ? 1 : 0;
-        scene.open();
-        scene.letSettle();
+        scene.show();
       }
     }
   }

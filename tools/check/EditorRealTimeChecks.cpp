@@ -168,7 +168,7 @@ Verdict atRest(const CheckSettings& settings) {
   const auto library = settings.load();
   EditorScene scene(*library);
   const ModuleRange plugin = ModuleRange::of(settings.moduleName());
-  scene.open();
+  scene.show();
   scene.render();
   scene.window.moveTo({4, 464});  // Beside every control, so that no tooltip comes.
   const std::uint64_t picture = scene.settledPicture();
@@ -193,7 +193,7 @@ Verdict afterAutomation(const CheckSettings& settings) {
   const int rounds = settings.count(100, 1000);
   const auto library = settings.load();
   EditorScene scene(*library);
-  scene.open();
+  scene.show();
   const auto setAll = [&](float value) {
     for (int index = 0; index < scene.host.parameterCount(); ++index) {
       scene.host.setParameter(index, value);

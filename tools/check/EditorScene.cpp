@@ -35,23 +35,46 @@ bool comesTrue(const std::function<bool()>& condition) {
 
 void EditorScene::render(int frames) { host.process(left.data(), right.data(), frames); }
 
+void EditorScene::show() {
+  open();
+  comesTrue([this] {
+    shown = window.view();
+    awaitPainting();
+    return window.isPainted() && window.view() == shown;
+  });
+}
+
+void EditorScene::awaitNewView() {
+  const hosting::WindowView before = shown;
+  comesTrue([&] {
+    shown = window.view();
+    return shown.id != before.id && shown.depth == before.depth;
+  });
+  awaitPainting();
+}
+
+void EditorScene::awaitPainting() {
+  window.mark();
+  comesTrue([this] { return !window.isMarked(); });
+}
+
 void EditorScene::letSettle() {
-  // A key that no text field wants waits for the message thread. The first call may overtake events of the server.
-  for (int round = 0; round < 3; ++round) {
-    formhost::rest(kBetweenLooks);
+  constexpr int kRounds = 2;  // What a message brings about may come with a further one.
+  for (int round = 0; round < kRounds; ++round) {
     host.settleEditor();
+    awaitPainting();
   }
 }
 
 std::uint64_t EditorScene::settledPicture() {
   constexpr int kEqualLooks = 5;
-  // Under a sanitizer, beside other checkers, the panel may take longer from a click to what it opens.
-  const std::chrono::milliseconds betweenPictures{isSanitized() ? 50 : 20};
+  constexpr std::chrono::milliseconds kBetweenPictures{20};
   letSettle();
   std::uint64_t picture = window.picture();
   int equal = 0;
   comesTrue([&] {
-    formhost::rest(betweenPictures);
+    formhost::rest(kBetweenPictures);
+    awaitPainting();  // A thread that has not come to run since shows nothing new either.
     const std::uint64_t before = picture;
     picture = window.picture();
     equal = picture == before ? equal + 1 : 0;
@@ -60,10 +83,14 @@ std::uint64_t EditorScene::settledPicture() {
   return picture;
 }
 
+void EditorScene::click(hosting::WindowPoint point, unsigned int button) {
+  window.click(point, button);
+  letSettle();
+}
+
 void EditorScene::showPage(std::size_t page) {
   const auto& bounds = tesh::bramel::panel::kPageButtons[page].bounds;
-  window.click({bounds.x + bounds.width / 2, bounds.y + bounds.height / 2});
-  letSettle();
+  click({bounds.x + bounds.width / 2, bounds.y + bounds.height / 2});
 }
 
 std::vector<hosting::HostCall> EditorScene::settledCalls() {

@@ -41,14 +41,21 @@ class EditorScene {
 
   void open() { host.openEditor(window.handle()); }
   void close() { host.closeEditor(); }
+  /// Opens, and waits until the panel is there and painted: clicks before would go to the host's window.
+  void show();
+  /// Waits until a panel that `show` has shown has another view in its place.
+  void awaitNewView();
 
   /// Renders a block of silence or of what sounds, without an event.
   void render(int frames = kPlainBlock);
 
-  /// Waits until the message thread has nothing more to do for what the host and the user did.
+  /// Waits until the message thread has nothing more to do for what the host and the user did, and has painted what
+  /// came of it.
   void letSettle();
   /// The picture of the panel once it no longer changes.
   std::uint64_t settledPicture();
+  /// As a user who looks whether the click has done something before going on.
+  void click(hosting::WindowPoint point, unsigned int button = 1);
   /// Clicks on the control that shows a page: 0 sound, 1 character, 2 mix.
   void showPage(std::size_t page);
 
@@ -59,6 +66,9 @@ class EditorScene {
   hosting::HostWindow window;
 
  private:
+  void awaitPainting();
+
+  hosting::WindowView shown;
   std::vector<float> left = std::vector<float>(kLongestBlock);
   std::vector<float> right = std::vector<float>(kLongestBlock);
   static constexpr std::size_t kLongestBlock = 16384;

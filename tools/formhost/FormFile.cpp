@@ -8,6 +8,9 @@
 #include <thread>
 
 #include "formhost/FormInstance.h"
+#ifdef __linux__
+#include "host/message/X11Connection.h"
+#endif
 #include "hosting/HostWindow.h"
 
 namespace sivray::formhost {
@@ -82,6 +85,15 @@ class Lv2World {
   FolderOfOne folder;
 };
 
+/// JUCE's loop leaves events of the server that came along with an answer until the next one comes. Without them a new
+/// view of a plug-in stays unseen, and a click into it goes to the window behind.
+void takeQueuedEvents() {
+#ifdef __linux__
+  while (tesh::bramel::vst::takeQueuedEvents()) {
+  }
+#endif
+}
+
 }  // namespace
 
 /// In this order, so that JUCE ends last.
@@ -133,6 +145,7 @@ bool isMessageThread() { return juce::MessageManager::existsAndIsCurrentThread()
 void rest(std::chrono::milliseconds time) {
   if (isMessageThread()) {
     juce::MessageManager::getInstance()->runDispatchLoopUntil(static_cast<int>(time.count()));
+    takeQueuedEvents();
   } else {
     std::this_thread::sleep_for(time);
   }

@@ -15,6 +15,21 @@ struct WindowPoint {
   int y = 0;
 };
 
+/// A part of the screen, in pixels.
+struct WindowArea {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// The innermost window at the editor's top left corner: the editor's own, once it is there.
+struct WindowView {
+  unsigned long id = 0;  ///< 0 for none.
+  int depth = 0;         ///< How many windows lie between it and the host's own, itself counted.
+  bool operator==(const WindowView&) const = default;
+};
+
 /// 1600 by 960 pixels in the screen's top left corner, so that its points are the screen's too. One thread at a time.
 class HostWindow {
  public:
@@ -48,8 +63,19 @@ class HostWindow {
   /// Windows on the screen beside this one: menus and dialogs, which have their own.
   int otherWindows() const;
 
-  /// A number that differs when anything on the part of the screen that a panel of 768 by 468 takes differs.
-  std::uint64_t picture() const;
+  /// The part of the screen that a panel takes.
+  static constexpr WindowArea kWhole{0, 0, 768, 468};
+  /// A number that differs when anything on that part of the screen differs.
+  std::uint64_t picture(WindowArea area = kWhole) const;
+  /// Whether a panel is there, by the number of colours: before, there are one or two.
+  bool isPainted() const;
+
+  WindowView view() const;
+  /// Puts a mark on that window, if it is not the host's own, and asks for the place to be painted. The plug-in does so
+  /// when it has taken all events that came before, and in one go with all that it has to paint by then.
+  void mark();
+  /// Until the place has been painted. False without a mark.
+  bool isMarked() const;
 
   // Real events of the server's own mouse and keyboard.
 

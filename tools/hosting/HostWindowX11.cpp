@@ -7,6 +7,8 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <optional>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -17,8 +19,9 @@ namespace sivray::hosting {
 namespace {
 
 constexpr WindowSize kWindow{1600, 960};
-constexpr WindowSize kPanel{768, 468};
 constexpr int kDragSteps = 8;
+constexpr WindowPoint kMark{1, 1};
+constexpr unsigned long kColourBits = 0xFFFFFF;
 
 /// Keeps the server for this connection: a window that was found is still there when it is asked about, and an error
 /// would end the process.
@@ -35,6 +38,11 @@ class ServerGrab {
  private:
   Display* display;
 };
+
+struct PictureEnd {
+  void operator()(XImage* image) const { XDestroyImage(image); }
+};
+using Picture = std::unique_ptr<XImage, PictureEnd>;
 
 /// Connects to the server; null if there is none. It refuses for a moment when its last client has just gone.
 Display* connect() {
@@ -84,6 +92,35 @@ struct HostWindow::Connection {
     return attributes;
   }
 
+  struct Innermost {
+    Window window = 0;
+    int depth = 0;
+    WindowPoint point;  ///< In the window's own pixels.
+  };
+  Innermost innermostAt(WindowPoint point) const {
+    Innermost found{window, 0, point};
+    Window inside = window;
+    while (inside != 0) {
+      found.depth += inside == window ? 0 : 1;
+      found.window = inside;
+      if (XTranslateCoordinates(display, DefaultRootWindow(display), found.window, point.x, point.y, &found.point.x,
+                                &found.point.y, &inside) == 0) {
+        return {};
+      }
+    }
+    return found;
+  }
+
+  Picture picture(WindowArea area) const {
+    return Picture(XGetImage(display, DefaultRootWindow(display), area.x, area.y, static_cast<unsigned int>(area.width),
+                             static_cast<unsigned int>(area.height), AllPlanes, ZPixmap));
+  }
+
+  unsigned long colourAt(WindowPoint point) const {
+    const Picture pixel = picture({point.x, point.y, 1, 1});
+    return pixel == nullptr ? 0 : XGetPixel(pixel.get(), 0, 0) & kColourBits;
+  }
+
   Window focused() const {
     Window found = 0;
     int revertTo = 0;
@@ -94,6 +131,7 @@ struct HostWindow::Connection {
   Display* const display = connect();
   Window window = 0;
   Window ownChild = 0;
+  std::optional<unsigned long> markColour;
 };
 
 bool HostWindow::findServer() {
@@ -177,20 +215,60 @@ int HostWindow::otherWindows() const {
   return others;
 }
 
-std::uint64_t HostWindow::picture() const {
+std::uint64_t HostWindow::picture(WindowArea area) const {
   constexpr std::uint64_t kPrime = 1099511628211U;
   std::uint64_t hash = 14695981039346656037U;
-  XImage* const image = XGetImage(connection->display, DefaultRootWindow(connection->display), 0, 0, kPanel.width,
-                                  kPanel.height, AllPlanes, ZPixmap);
-  if (image == nullptr) {
-    return hash;
-  }
-  const int bytes = image->bytes_per_line * image->height;
+  const Picture picture = connection->picture(area);
+  const int bytes = picture == nullptr ? 0 : picture->bytes_per_line * picture->height;
   for (int i = 0; i < bytes; ++i) {
-    hash = (hash ^ static_cast<std::uint8_t>(image->data[i])) * kPrime;
+    hash = (hash ^ static_cast<std::uint8_t>(picture->data[i])) * kPrime;
   }
-  XDestroyImage(image);
   return hash;
+}
+
+bool HostWindow::isPainted() const {
+  constexpr std::size_t kFewColours = 8;
+  const Picture picture = connection->picture(kWhole);
+  std::set<unsigned long> colours;
+  for (int y = 0; picture != nullptr && y < kWhole.height; ++y) {
+    for (int x = 0; x < kWhole.width && colours.size() <= kFewColours; ++x) {
+      colours.insert(XGetPixel(picture.get(), x, y));
+    }
+  }
+  return colours.size() > kFewColours;
+}
+
+WindowView HostWindow::view() const {
+  const ServerGrab grab(connection->display);
+  const Connection::Innermost innermost = connection->innermostAt(kMark);
+  return innermost.depth == 0 ? WindowView{} : WindowView{innermost.window, innermost.depth};
+}
+
+void HostWindow::mark() {
+  Display* const display = connection->display;
+  const ServerGrab grab(display);
+  const Connection::Innermost painted = connection->innermostAt(kMark);
+  connection->markColour.reset();
+  if (painted.depth == 0) {
+    return;
+  }
+  connection->markColour = ~connection->colourAt(kMark) & kColourBits;
+  GC const context = XCreateGC(display, painted.window, 0, nullptr);
+  XSetForeground(display, context, *connection->markColour);
+  XDrawPoint(display, painted.window, context, painted.point.x, painted.point.y);
+  XFreeGC(display, context);
+  XEvent request{};
+  request.xexpose.type = Expose;
+  request.xexpose.window = painted.window;
+  request.xexpose.x = painted.point.x;
+  request.xexpose.y = painted.point.y;
+  request.xexpose.width = 1;
+  request.xexpose.height = 1;
+  XSendEvent(display, painted.window, False, ExposureMask, &request);
+}
+
+bool HostWindow::isMarked() const {
+  return connection->markColour && connection->colourAt(kMark) == *connection->markColour;
 }
 
 void HostWindow::moveTo(WindowPoint point) {
