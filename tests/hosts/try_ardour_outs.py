@@ -2,8 +2,9 @@
 """Fans the outs of the LV2 plug-in out in Ardour 7, without a screen or a sound card, and compares what comes out.
 
 At 44100 Hz the export of one bus alone must equal the stem that sivray-render writes of the same MIDI file, to the sample;
-a session with a compressor on one pad must sound the same when it was saved and opened again. Needs the package ardour and
-the target forms of a release build. Not part of ./test: it tries the host as much as the plug-in.
+a session with a compressor on one pad must sound the same, but for the rounding of the host's sum, when it was saved and
+opened again. Needs the package ardour and the target forms of a release build. Not part of ./test: it tries the host as much
+as the plug-in.
 
 SPDX-License-Identifier: GPL-3.0-or-later
 """
@@ -18,6 +19,7 @@ from try_ardour import HERE, RELEASE, Checklist, put_hits_into, samples_of
 KIT = "Dub Techno"
 RATE = 44100
 SNARE = "Pad 2"
+SUM_ERROR = 2.0**-22  # The host adds the buses in an order that changes, and each sum is rounded.
 
 
 def main() -> int:
@@ -52,7 +54,8 @@ def main() -> int:
         check("the compressor on one pad is heard", sound != plain and max(map(abs, sound)) > 0.05)
         for again in range(1, 4):
             ardour.resave(session)
-            check(f"reopened and saved {again} times, it sounds the same", ardour.export(session) == sound)
+            most = max(abs(a - b) for a, b in zip(sound, ardour.export(session)))
+            check(f"reopened and saved {again} times, it sounds the same (difference {most:.9f})", most < SUM_ERROR)
     return checklist.status()
 
 

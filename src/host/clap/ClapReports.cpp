@@ -73,7 +73,7 @@ void ClapReports::stateLoaded() {
 
 void ClapReports::askForCall() {
   if (isCallWanted.load(std::memory_order_relaxed) && isCallWanted.exchange(false)) {
-    host.requestCallback();
+    cofu::core::mayWait([this] { host.requestCallback(); });  // The host's code.
   }
 }
 
