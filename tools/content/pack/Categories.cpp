@@ -29,12 +29,12 @@ constexpr Word kWords[] = {
     {"shaker", kPerc},   {"tamb", kPerc},     {"tambourine", kPerc}, {"cowbell", kPerc},   {"cb", kPerc},
     {"clave", kPerc},    {"maraca", kPerc},   {"cabasa", kPerc},     {"guiro", kPerc},     {"agogo", kPerc},
     {"triangle", kPerc}, {"timbale", kPerc},  {"woodblock", kPerc},  {"block", kPerc},     {"djembe", kPerc},
-    {"cajon", kPerc},    {"tabla", kPerc},    {"bell", kPerc},       {"snap", kPerc},      {"kick", kKick},
-    {"kik", kKick},      {"bd", kKick},       {"bassdrum", kKick},   {"snare", kSnare},    {"snr", kSnare},
-    {"sd", kSnare},      {"sn", kSnare},      {"fx", kFx},           {"sfx", kFx},         {"effect", kFx},
-    {"riser", kFx},      {"sweep", kFx},      {"noise", kFx},        {"impact", kFx},      {"scratch", kFx},
-    {"zap", kFx},        {"laser", kFx},      {"hit", kHit},         {"stab", kHit},       {"chord", kHit},
-    {"orch", kHit},      {"vox", kHit},       {"vocal", kHit},
+    {"cajon", kPerc},    {"tabla", kPerc},    {"bell", kPerc},       {"castanet", kPerc},  {"vibraslap", kPerc},
+    {"snap", kPerc},     {"kick", kKick},     {"kik", kKick},        {"bd", kKick},        {"bassdrum", kKick},
+    {"snare", kSnare},   {"snr", kSnare},     {"sd", kSnare},        {"sn", kSnare},       {"fx", kFx},
+    {"sfx", kFx},        {"effect", kFx},     {"riser", kFx},        {"sweep", kFx},       {"noise", kFx},
+    {"impact", kFx},     {"scratch", kFx},    {"zap", kFx},          {"laser", kFx},       {"hit", kHit},
+    {"stab", kHit},      {"chord", kHit},     {"orch", kHit},        {"vox", kHit},        {"vocal", kHit},
 };
 
 /// Cuts at all that is no letter, and where a capital follows a small letter.
