@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "content/measure/Statistics.h"
@@ -57,9 +58,9 @@ Unseen unseenOf(const std::vector<const MeasuredWave*>& waves, std::span<const R
   for (const Reference* hit : referencesOf(references, group, half)) {
     std::vector<double> toWaves;
     std::vector<double> toHits;
-    for (const MeasuredWave* wave : waves) {
-      toWaves.push_back(static_cast<double>(distance(wave->picture, hit->picture)));
-    }
+    std::ranges::transform(waves, std::back_inserter(toWaves), [&](const MeasuredWave* wave) {
+      return static_cast<double>(distance(wave->picture, hit->picture));
+    });
     for (const Reference* one : others) {
       if (one->set != hit->set) {
         toHits.push_back(static_cast<double>(distance(one->picture, hit->picture)));
@@ -110,9 +111,8 @@ double shareOf(const Things& things, Condition condition) {
 
 std::vector<double> valuesOf(const std::vector<Figures>& all, Figure figure) {
   std::vector<double> values;
-  for (const Figures& figures : all) {
-    values.push_back(figures[static_cast<std::size_t>(figure)]);
-  }
+  std::ranges::transform(all, std::back_inserter(values),
+                         [=](const Figures& figures) { return figures[static_cast<std::size_t>(figure)]; });
   return values;
 }
 
