@@ -350,6 +350,13 @@ TEST_F(OwnSounds, TakeTheNumbersThatASongsFilesBringAlong) {
   EXPECT_EQ(here.at("x"), there.at("kick"));
   EXPECT_EQ(here.at("y"), there.at("tom"));
   EXPECT_EQ(shown(here.at("y")), "tom");
+
+  // Samples that came out otherwise, as on another system, are known by the file's name.
+  fs::remove_all(root());
+  add({writeConstant(scratch.path("in/other.wav"), 14)});
+  writeConstant(scratch.path("song/tom.wav"), 15);
+  fs::remove(scratch.path("song/y.wav"));
+  EXPECT_EQ(add({scratch.path("song")}).at("tom"), there.at("tom"));
 }
 
 }  // namespace

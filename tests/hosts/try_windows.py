@@ -10,8 +10,10 @@ Usage: try_windows.py [--short]      --short, as in ./test, opens two forms 20 t
 SPDX-License-Identifier: GPL-3.0-or-later
 """
 import contextlib
+import ctypes
 import os
 import pathlib
+import random
 import re
 import shutil
 import subprocess
@@ -44,6 +46,24 @@ def expect(what, got, wanted=True):
     print(f"{'ok  ' if right else 'BAD '} {what}" + ("" if right else f": {got!r}, not {wanted!r}"), flush=True)
     if not right:
         failures.append(what)
+
+
+class SoundInfo(ctypes.Structure):
+    _fields_ = [("frames", ctypes.c_int64), *((name, ctypes.c_int) for name in
+                                              ("rate", "channels", "form", "sections", "seekable"))]
+
+
+def write_sound(path, form, rate, seed):
+    """A falling noise of a fifth of a second, by libsndfile, whose number of a format `form` is."""
+    path.parent.mkdir(parents=True, exist_ok=True)
+    library = ctypes.CDLL("libsndfile.so.1")
+    library.sf_open.restype = ctypes.c_void_p
+    info = SoundInfo(rate=rate, channels=2, form=form)
+    file = ctypes.c_void_p(library.sf_open(str(path).encode(), 0x20, ctypes.byref(info)))
+    frames, dice = rate // 5, random.Random(seed)
+    values = (ctypes.c_short * (2 * frames))(*(int(dice.uniform(-20000, 20000) * (1 - i / (2 * frames))) for i in range(2 * frames)))
+    library.sf_writef_short(file, values, ctypes.c_int64(frames))
+    library.sf_close(file)
 
 
 class Host:
@@ -195,6 +215,44 @@ class Trial:
             expect(f"content is found in {common.relative_to(drive)}", host.say("load"), "ok")
             host.end()
             (common / "Tesh").unlink()
+
+    def own_sounds(self):
+        """The same files get the same numbers and samples as here; those of which decoders may differ get numbers."""
+        sounds = self.folder / "Größe 鼓"
+        exact = {"Oak Kick.wav": 0x010002, "Elm Tom.aiff": 0x020003, "Fir Snare.flac": 0x170002, "Fir Snare 2.wav": 0x010006}
+        for number, (name, form) in enumerate(exact.items()):
+            write_sound(sounds / "exact" / name, form, 44100, number)
+        write_sound(sounds / "other" / "Yew Hat.ogg", 0x200060, 44100, 7)
+        write_sound(sounds / "other" / "Ash Clap.wav", 0x010002, 96000, 8)
+        (sounds / "other" / "broken.flac").write_bytes(b"fLaC")
+        here = {**os.environ, "XDG_DATA_HOME": str(self.folder / "data"), "BRAMEL_COMMON_FILES": str(RELEASE / "Sivray")}
+        tool = RELEASE / "bin" / "sivray-content"
+        own = self.users / "Local" / "sivray" / "content"
+
+        def add(folder):
+            subprocess.run([tool, "add", sounds / folder], env=here, check=False, stdout=subprocess.DEVNULL)
+            return self.wine("wine", self.home / "sivray-content.exe", "add", self.windows_path(sounds / folder))
+
+        def lists():
+            ours = subprocess.run([tool, "list", "--fields"], env=here, capture_output=True, text=True, check=True).stdout
+            theirs = self.wine("wine", self.home / "sivray-content.exe", "list", "--fields").stdout
+            return [[line for line in text.splitlines() if line.startswith("sound\t")] for text in (ours, theirs)]
+
+        expect("own sounds are added", add("exact").returncode, 0)
+        ours, theirs = lists()
+        expect("with the numbers and samples that they get here", (theirs, len(theirs)), (ours, len(exact)))
+        library = "Tesh/Bramel/Resource/SivrayPCM"
+        for name in ("drumdata.bin", "sampleparam.bin", "drumparam.bin", "drumparam_category.bin"):
+            expect(f"{name} is the same as here", (own / library / name).read_bytes() ==
+                   (self.folder / "data" / "sivray" / "content" / library / name).read_bytes())
+        said = add("other").stdout
+        expect("a broken file is named", "broken.flac: not used: it " in said)
+        ours, theirs = lists()
+        expect("OGG files and high rates are read", [line.split("\t")[1:3] for line in theirs],
+               [line.split("\t")[1:3] for line in ours])
+        removed = self.wine("wine", self.home / "sivray-content.exe", "remove", "--all")
+        expect("and all are removed", (removed.returncode, lists()[1]), (0, []))
+        shutil.rmtree(own.parent)
 
     def panel(self, library):
         """Pictures go into a folder with the name of the library's ending."""
@@ -414,6 +472,7 @@ def main():
         trial = Trial(pathlib.Path(folder))
         trial.samples()
         trial.content()
+        trial.own_sounds()
         for library in ("Sivray.dll",) if SHORT else ("Sivray.dll", VST3, "Sivray.clap"):
             trial.panel(library)
         for library in ("Sivray.dll", "Sivray.clap") if SHORT else ("Sivray.dll", VST3, "Sivray.clap"):

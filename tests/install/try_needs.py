@@ -18,10 +18,10 @@ EVERYWHERE = {"libc.so.6", "libm.so.6", "libX11.so.6", "libfreetype.so.6", "libp
 LOADER = re.compile(r"ld-linux-.*\.so\.\d")
 OF_ONE = {
     "sivray": {"libasound.so.2"},
-    "sivray-content": {"libebur128.so.1", "libsamplerate.so.0", "libsndfile.so.1"},
+    "sivray-content": {"libebur128.so.1", "libsndfile.so.1"},
 }
 # The newest version of each library that the oldest of these systems has. Libraries that give none are not in it.
-NEWEST = {"GLIBC": (2, 35), "PNG16": (0,), "ALSA": (0, 9, 0), "ZLIB": (1, 2, 9), "libsndfile.so": (1, 0), "libsamplerate.so": (0, 0)}
+NEWEST = {"GLIBC": (2, 35), "PNG16": (0,), "ALSA": (0, 9, 0), "ZLIB": (1, 2, 9), "libsndfile.so": (1, 0)}
 
 ENTRIES = {
     "vst/Sivray.so": {"VSTPluginMain", "createVstPlugin"},

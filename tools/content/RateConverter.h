@@ -10,7 +10,7 @@ namespace sivray::content {
 enum class RateQuality { fast, best };
 
 /// Returns one channel at `ratio` times its rate, at least one sample, for a ratio of 1/256 to 256 and at least one
-/// sample. Throws std::runtime_error that names what libsamplerate objects to.
+/// sample. What the new rate cannot hold is left out.
 std::vector<float> atRate(std::span<const float> channel, double ratio, RateQuality quality);
 
 }  // namespace sivray::content

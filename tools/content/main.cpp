@@ -10,6 +10,15 @@
 #include "content/commands/Commands.h"
 #include "platform/SpecialFolders.h"
 
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+
+#include <juce_events/juce_events.h>
+
+#include "platform/WindowsApi.h"
+#endif
+
 namespace {
 
 using Command = std::function<void(const juce::ArgumentList&)>;
@@ -25,6 +34,7 @@ std::function<void(const juce::ArgumentList&)> speaking(const Command& command) 
   };
 }
 
+#ifndef _WIN32
 /// As `speaking`, for a command that works on the factory's content, whatever sounds the user has added.
 std::function<void(const juce::ArgumentList&)> onFactory(const Command& command) {
   return speaking([command](const juce::ArgumentList& list) {
@@ -36,23 +46,9 @@ std::function<void(const juce::ArgumentList&)> onFactory(const Command& command)
   });
 }
 
-/// JUCE's own list takes bytes for letters, so that it would lose the path of a folder with an umlaut.
-juce::StringArray textsOf(int argc, char** argv) {
-  juce::StringArray texts;
-  for (int i = 1; i < argc; ++i) {
-    texts.add(juce::String::fromUTF8(argv[i]));
-  }
-  return texts;
-}
-
-}  // namespace
-
-int main(int argc, char* argv[]) {
+/// The commands that make content, for which a build for Windows has no libraries.
+void addMakers(juce::ConsoleApplication& program) {
   using namespace sivray::content;
-  const juce::ArgumentList words("sivray-content", textsOf(argc, argv));
-  juce::ConsoleApplication program;
-  program.addVersionCommand("--version", "sivray-content " SIVRAY_VERSION);
-  program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
   program.addCommand(
       {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});
   program.addCommand(
@@ -72,6 +68,48 @@ int main(int argc, char* argv[]) {
       {"pack", kPackUsage, "Packs a folder of sound files into a sample library with kits",
        "WAV, AIFF, FLAC, OGG and what else libsndfile reads; the names of files and folders tell what they are.",
        onFactory(runPack)});
+}
+
+/// JUCE's own list takes bytes for letters, so that it would lose the path of a folder with an umlaut.
+juce::StringArray textsOf(int argc, char** argv) {
+  juce::StringArray texts;
+  for (int i = 1; i < argc; ++i) {
+    texts.add(juce::String::fromUTF8(argv[i]));
+  }
+  return texts;
+}
+#else
+void addMakers(juce::ConsoleApplication& /*program*/) {}
+
+/// The command line as Windows keeps it, in whatever script.
+juce::StringArray textsOf(int /*argc*/, char** /*argv*/) {
+  return juce::JUCEApplicationBase::getCommandLineParameterArray();
+}
+#endif
+
+/// Texts are UTF-8, and the bar is drawn by the terminal's own commands.
+void prepareTerminal() {
+#ifdef _WIN32
+  SetConsoleOutputCP(CP_UTF8);
+  _setmode(_fileno(stdout), _O_BINARY);
+  DWORD mode = 0;
+  HANDLE terminal = GetStdHandle(STD_ERROR_HANDLE);
+  if (GetConsoleMode(terminal, &mode) != FALSE) {
+    SetConsoleMode(terminal, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+  }
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  using namespace sivray::content;
+  prepareTerminal();
+  const juce::ArgumentList words("sivray-content", textsOf(argc, argv));
+  juce::ConsoleApplication program;
+  program.addVersionCommand("--version", "sivray-content " SIVRAY_VERSION);
+  program.addHelpCommand("--help|-h", "sivray-content makes and shows the content of the drum module.", false);
+  addMakers(program);
   program.addCommand(
       {"add", kAddUsage, "Adds sound files to the sounds that every form plays",
        "Names of files and folders tell their categories, unless a pad (1 to 8) or a category is given. A "

@@ -11,6 +11,23 @@ void note(int signal) { arrived = signal; }
 
 }  // namespace
 
+#ifdef _WIN32
+
+InterruptWatch::InterruptWatch() {
+  arrived = 0;
+  for (std::size_t i = 0; i < kSignals.size(); ++i) {
+    before[i] = std::signal(kSignals[i], note);
+  }
+}
+
+InterruptWatch::~InterruptWatch() {
+  for (std::size_t i = 0; i < kSignals.size(); ++i) {
+    std::signal(kSignals[i], before[i]);
+  }
+}
+
+#else
+
 InterruptWatch::InterruptWatch() {
   arrived = 0;
   struct sigaction noting {};
@@ -29,6 +46,8 @@ InterruptWatch::~InterruptWatch() {
     sigaction(kSignals[i], &before[i], nullptr);
   }
 }
+
+#endif
 
 bool InterruptWatch::hasArrived() { return arrived != 0; }
 

@@ -12,7 +12,7 @@ struct Interrupted {
   int signal = 0;
 };
 
-/// While it exists the three signals are noted instead of ending the program. One that the program was started to
+/// While it exists these signals are noted instead of ending the program. One that the program was started to
 /// ignore stays ignored. One at a time, on the main thread.
 class InterruptWatch {
  public:
@@ -28,8 +28,14 @@ class InterruptWatch {
   static bool hasArrived();
 
  private:
-  static constexpr std::array<int, 3> kSignals{SIGINT, SIGTERM, SIGHUP};
-  std::array<struct sigaction, kSignals.size()> before{};
+#ifdef _WIN32
+  using Handling = void (*)(int);
+  static constexpr std::array kSignals{SIGINT, SIGTERM};
+#else
+  using Handling = struct sigaction;
+  static constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP};
+#endif
+  std::array<Handling, kSignals.size()> before{};
 };
 
 }  // namespace sivray

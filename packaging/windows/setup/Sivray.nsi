@@ -316,6 +316,7 @@ FunctionEnd
 
 Section Uninstall
   !insertmacro RefuseBusy "$INSTDIR\Sivray.exe"
+  !insertmacro RefuseBusy "$INSTDIR\sivray-content.exe"
   !insertmacro RefuseBusy "$Common\VST3\Sivray.vst3\Contents\x86_64-win\Sivray.vst3"
   !insertmacro RefuseBusy "$Common\CLAP\Sivray.clap"
   !insertmacro RefuseBusy "$Vst2Folder\Sivray.dll"

@@ -17,8 +17,10 @@ namespace {
 
 #ifdef _WIN32
 constexpr const char* kProgram = "sivray-content.exe";
+constexpr std::size_t kPiece = 32;  ///< JUCE waits until it has as many bytes as it was asked for.
 #else
 constexpr const char* kProgram = "sivray-content";
+constexpr std::size_t kPiece = 4096;
 #endif
 
 std::vector<std::string> fieldsOf(const std::string& line) {
@@ -108,7 +110,7 @@ class ContentTool::Run : public std::enable_shared_from_this<Run> {
  private:
   void read() {
     std::string line;
-    std::array<char, 4096> bytes{};
+    std::array<char, kPiece> bytes{};
     for (int count = 1; count > 0;) {
       count = process.readProcessOutput(bytes.data(), static_cast<int>(bytes.size()));
       for (int i = 0; i < count; ++i) {

@@ -31,14 +31,18 @@ void Imports::add(const juce::StringArray& paths, std::optional<int> pad) {
     arguments.add("--pad");
     arguments.add(juce::String(*pad + 1));
   }
-  for (const juce::String& path : paths) {  // None can be taken for an option: they are absolute.
-    arguments.add(path);
-  }
+  // Many paths would be more than Windows takes on a command line.
+  list = std::make_unique<juce::TemporaryFile>(".txt");
+  const std::string lines = paths.joinIntoString("\n").toStdString();
+  list->getFile().replaceWithData(lines.data(), lines.size());
+  arguments.add("--from");
+  arguments.add(list->getFile().getFullPathName());
   before = wishes.state();
   tool.start(
       arguments, [this](double done) { tell("Adding sounds: " + juce::String(juce::roundToInt(done * 100.0)) + " %"); },
       [this, pad](const ToolResult& result) {
         latest = result;
+        list.reset();
         const auto usable = result.usable();
         if (result.isDone && !usable.empty()) {
           wishes.reload({}, pad, usable.front());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include <juce_core/juce_core.h>
@@ -51,7 +52,8 @@ class Imports {
   Wishes wishes;
   juce::String line;
   std::optional<ToolResult> latest;
-  juce::MemoryBlock before;  ///< The instrument's state before the latest files came.
+  juce::MemoryBlock before;                   ///< The instrument's state before the latest files came.
+  std::unique_ptr<juce::TemporaryFile> list;  ///< Of the files to add, while they are added.
   ContentTool tool;
 };
 

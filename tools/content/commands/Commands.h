@@ -26,7 +26,7 @@ void runBalance(const juce::ArgumentList& list);
 inline constexpr const char* kPackUsage = "pack FOLDER -o DIR [--with-factory]";
 void runPack(const juce::ArgumentList& list);
 
-inline constexpr const char* kAddUsage = "add FILES|FOLDERS... [--pad N | --category NAME] [--fields]";
+inline constexpr const char* kAddUsage = "add FILES|FOLDERS...|--from FILE [--pad N | --category NAME] [--fields]";
 void runAdd(const juce::ArgumentList& list);
 
 inline constexpr const char* kListUsage = "list [--fields]";

@@ -1,9 +1,7 @@
 // The command that lists the copies of the user's kits, and brings one back.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <array>
 #include <charconv>
 #include <cstdio>
-#include <ctime>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -57,12 +55,7 @@ std::string contentsOf(const std::string& path) {
 }
 
 std::string localTime(tesh::vimo::CopyTime time) {
-  const auto seconds = static_cast<std::time_t>(time / 1000);
-  std::tm parts{};
-  localtime_r(&seconds, &parts);
-  std::array<char, 32> text{};
-  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
-  return text.data();
+  return juce::Time(static_cast<juce::int64>(time)).formatted("%Y-%m-%d %H:%M:%S").toStdString();
 }
 
 void listCopies(const std::string& file, const std::vector<ProgramFileCopy>& copies) {

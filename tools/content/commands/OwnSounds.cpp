@@ -9,6 +9,7 @@
 #include <iostream>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -200,6 +201,21 @@ std::vector<std::int32_t> meantBy(const std::string& word, const Ledger& ledger)
   return numbers;
 }
 
+/// The lines of a file, without empty ones.
+std::vector<std::string> linesOf(const std::string& path) {
+  std::istringstream text(readText(path));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);) {
+    if (line.ends_with('\r')) {
+      line.pop_back();
+    }
+    if (!line.empty()) {
+      lines.push_back(line);
+    }
+  }
+  return lines;
+}
+
 }  // namespace
 
 void runAdd(const juce::ArgumentList& list) {
@@ -212,7 +228,8 @@ void runAdd(const juce::ArgumentList& list) {
   }
   AddWish wish;
   wish.category = categoryFrom(pad, category);
-  wish.paths = line.takeAll();
+  const std::string from = line.takeValue("--from");
+  wish.paths = from.empty() ? line.takeAll() : linesOf(from);
   std::size_t usable = 0;
   interruptible([&] {
     OutcomePrinter printer(withFields);
@@ -245,7 +262,7 @@ void runList(const juce::ArgumentList& list) {
     std::cout << textOf(content.ledger()) << std::flush;
     return;
   }
-  std::cout << printable(content.paths().root.string()) << "\n";
+  std::cout << printable(textOf(content.paths().root)) << "\n";
   std::size_t removed = 0;
   for (const OwnSound& sound : content.ledger().sounds) {
     std::cout << lineOf(content, sound) << '\n';

@@ -16,7 +16,6 @@ namespace sivray::content {
 namespace {
 
 constexpr auto kRate = static_cast<unsigned long>(tesh::cofu::core::kEngineRate);
-constexpr std::size_t kPiece = kRate / 10;  ///< Steps of the search for the loudest 400 ms.
 constexpr double kSilence = -100.0;
 
 struct Close {
@@ -24,9 +23,7 @@ struct Close {
 };
 using State = std::unique_ptr<ebur128_state, Close>;
 
-/// Measures a sound by `mode` and calls `afterPiece` at every step.
-template <typename AfterPiece>
-State measure(const StereoSound& sound, int mode, AfterPiece afterPiece) {
+State measure(const StereoSound& sound, int mode) {
   State state(ebur128_init(2, kRate, mode));
   if (state == nullptr) {
     throw std::runtime_error("libebur128 cannot measure here");
@@ -36,10 +33,7 @@ State measure(const StereoSound& sound, int mode, AfterPiece afterPiece) {
     frames[2 * i] = sound.left[i];
     frames[2 * i + 1] = sound.right[i];
   }
-  for (std::size_t i = 0; i < sound.left.size(); i += kPiece) {
-    ebur128_add_frames_float(state.get(), &frames[2 * i], std::min<std::size_t>(kPiece, sound.left.size() - i));
-    afterPiece(state.get());
-  }
+  ebur128_add_frames_float(state.get(), frames.data(), sound.left.size());
   return state;
 }
 
@@ -47,28 +41,18 @@ State measure(const StereoSound& sound, int mode, AfterPiece afterPiece) {
 
 double integratedLoudness(const StereoSound& sound) {
   double loudness = kSilence;
-  ebur128_loudness_global(measure(sound, EBUR128_MODE_I, [](ebur128_state*) {}).get(), &loudness);
+  ebur128_loudness_global(measure(sound, EBUR128_MODE_I).get(), &loudness);
   return std::max(loudness, kSilence);
-}
-
-double momentaryLoudness(const StereoSound& sound) {
-  double loudest = kSilence;
-  measure(sound, EBUR128_MODE_M, [&](ebur128_state* state) {
-    double loudness = kSilence;
-    ebur128_loudness_momentary(state, &loudness);
-    loudest = std::max(loudest, loudness);
-  });
-  return loudest;
 }
 
 double loudnessRange(const StereoSound& sound) {
   double range = 0.0;
-  ebur128_loudness_range(measure(sound, EBUR128_MODE_LRA, [](ebur128_state*) {}).get(), &range);
+  ebur128_loudness_range(measure(sound, EBUR128_MODE_LRA).get(), &range);
   return range;
 }
 
 double truePeak(const StereoSound& sound) {
-  const State state = measure(sound, EBUR128_MODE_TRUE_PEAK, [](ebur128_state*) {});
+  const State state = measure(sound, EBUR128_MODE_TRUE_PEAK);
   double left = 0.0;
   double right = 0.0;
   ebur128_true_peak(state.get(), 0, &left);

@@ -6,7 +6,7 @@
 
 namespace sivray::content {
 
-// Each throws std::runtime_error when libebur128 has no memory.
+// All but momentaryLoudness throw std::runtime_error when libebur128 has no memory.
 
 /// Of the whole, in LUFS.
 double integratedLoudness(const StereoSound& sound);

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/Conversion.h"
 
-#include <sndfile.h>
-
 #include <algorithm>
 #include <bit>
 #include <filesystem>
@@ -36,27 +34,38 @@ using tesh::cofu::core::ByteWriter;
 
 constexpr std::size_t kMacrosWithSamples = panel::kPads * panel::kMacrosPerPad;
 
+/// A WAV file of 16 bits.
 void writeWave(const Wave& wave, const fs::path& file) {
-  SF_INFO info{};
-  info.samplerate = wave.sampleRate;
-  info.channels = wave.right.empty() ? 1 : 2;
-  info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-  SNDFILE* const sound = sf_open(file.c_str(), SFM_WRITE, &info);
-  if (sound == nullptr) {
-    throw std::runtime_error(textOf(file) + ": cannot be written: " + sf_strerror(nullptr));
+  constexpr std::uint32_t kHeadBytes = 36;
+  constexpr std::uint32_t kFormatBytes = 16;
+  constexpr std::uint32_t kWholeNumbers = 1;
+  constexpr std::uint32_t kBits = 16;
+  const bool isStereo = !wave.right.empty();
+  const std::uint32_t frameBytes = isStereo ? 4 : 2;
+  const auto soundBytes = static_cast<std::uint32_t>(wave.left.size()) * frameBytes;
+  const auto rate = static_cast<std::uint32_t>(wave.sampleRate);
+  std::vector<std::uint8_t> bytes;
+  ByteWriter writer(bytes);
+  writer.text("RIFF");
+  writer.word(kHeadBytes + soundBytes);
+  writer.text("WAVEfmt ");
+  for (const std::uint32_t word :
+       {kFormatBytes, kWholeNumbers | frameBytes / 2 << 16, rate, rate * frameBytes, frameBytes | kBits << 16}) {
+    writer.word(word);
   }
-  std::vector<short> samples;
+  writer.text("data");
+  writer.word(soundBytes);
   for (std::size_t frame = 0; frame < wave.left.size(); ++frame) {
-    samples.push_back(wave.left[frame]);
-    if (info.channels == 2) {
-      samples.push_back(wave.right[frame]);
+    for (const std::int16_t sample : {wave.left[frame], isStereo ? wave.right[frame] : wave.left[frame]}) {
+      const auto bits = static_cast<std::uint16_t>(sample);
+      bytes.push_back(static_cast<std::uint8_t>(bits));
+      bytes.push_back(static_cast<std::uint8_t>(bits >> 8));
+      if (!isStereo) {
+        break;
+      }
     }
   }
-  const auto frames = static_cast<sf_count_t>(wave.left.size());
-  const bool isWritten = sf_writef_short(sound, samples.data(), frames) == frames;
-  if (sf_close(sound) != 0 || !isWritten) {
-    throw std::runtime_error(textOf(file) + ": cannot be written");
-  }
+  writeFile(textOf(file), bytes);
 }
 
 /// A folder that goes with the object.

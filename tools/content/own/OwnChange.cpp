@@ -2,11 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnChange.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -28,10 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace engine = tesh::bramel::plugin::sivray;
-
-[[noreturn]] void throwSystemFault(const fs::path& path) {
-  throw std::runtime_error(textOf(path) + ": cannot be written: " + std::strerror(errno));
-}
 
 /// The engine's start state names waves by number. Content may do without it.
 void spreadNumbers(const fs::path& chunkFile, std::int32_t factoryWaves) {
@@ -104,12 +96,8 @@ OwnChange::~OwnChange() {
 
 void OwnChange::reopen() {
   const fs::path file = library / "drumdata.bin";
-  data = ::open(file.c_str(), O_RDWR | O_CLOEXEC);
-  std::error_code error;
-  oldBytes = fs::file_size(file, error);
-  if (data < 0 || error) {
-    throwSystemFault(file);
-  }
+  data = GrowingFile::open(file);
+  oldBytes = fs::file_size(file);
   usedBytes = usedBytesOf(*index, stretches);
 }
 
@@ -163,17 +151,7 @@ void OwnChange::append(std::int32_t number, const Wave& wave) {
       bytes.push_back(static_cast<std::uint8_t>(bits));
     }
   }
-  for (std::size_t done = 0; done < bytes.size();) {
-    const ssize_t written =
-        ::pwrite(data, bytes.data() + done, bytes.size() - done, static_cast<off_t>(usedBytes + done));
-    if (written < 0 && errno == EINTR) {
-      continue;
-    }
-    if (written <= 0) {
-      throwSystemFault(library / "drumdata.bin");
-    }
-    done += static_cast<std::size_t>(written);
-  }
+  data->writeAt(usedBytes, bytes);
   OwnStretch& stretch = stretches[number];
   stretch.left = static_cast<std::uint32_t>(usedBytes / 2);
   stretch.right = stretch.left + (wave.right.empty() ? 0 : static_cast<std::uint32_t>(wave.left.size()));
@@ -223,19 +201,18 @@ void OwnChange::commit(Ledger next) {
     const OwnSound* const sound = next.withNumber(entry.first);
     return sound == nullptr || sound->isRemoved();
   });
-  if (::fdatasync(data) != 0) {
-    throwSystemFault(library / "drumdata.bin");
-  }
+  data->flush();
+  const std::uint64_t wanted = usedBytesOf(*index, stretches);
   if (isAnew) {
+    data->cutTo(wanted);
+    data.reset();  // Windows moves no open file.
     replaceTree(next);
   } else {
     amend(next);
+    data->cutTo(wanted);  // Until now an older table may still have named what is behind it.
+    data.reset();
   }
   isCommitted = true;
-  // What is unused at the end goes last: until now an older table may still have named it.
-  const std::uint64_t wanted = usedBytesOf(*index, stretches);
-  [[maybe_unused]] const bool isShorter = ::ftruncate(data, static_cast<off_t>(wanted)) == 0;
-  ::close(std::exchange(data, -1));
   showFiles(next);
   content.hasTree = true;
   content.onDisk = index->files(next, stretches);
@@ -299,7 +276,7 @@ void OwnChange::replaceTree(const Ledger& next) {
   const std::string oldList = hadList ? readText(textOf(content.places.ledger)) : std::string();
   writeText(textOf(content.places.ledger), textOf(next));
   try {
-    exchange(content.places.tree, content.places.newTree);
+    exchange(content.places.tree, content.places.newTree, content.places.exchanging);
   } catch (const fs::filesystem_error& error) {
     std::error_code ignored;
     if (hadList) {
@@ -330,8 +307,8 @@ void OwnChange::showFiles(const Ledger& next) {
 
 void OwnChange::takeBack() {
   std::error_code ignored;
-  if (data >= 0) {
-    ::close(std::exchange(data, -1));
+  if (data != nullptr) {
+    data.reset();
     if (!isAnew) {
       fs::resize_file(library / "drumdata.bin", oldBytes, ignored);
     }

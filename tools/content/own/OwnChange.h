@@ -55,7 +55,7 @@ class OwnChange {
   std::optional<OwnTables> index;  ///< Of that library.
   OwnStretches stretches;
   std::vector<std::string> copies;
-  int data = -1;
+  std::unique_ptr<GrowingFile> data;
   std::uint64_t oldBytes = 0;
   std::uint64_t usedBytes = 0;
   bool isCommitted = false;

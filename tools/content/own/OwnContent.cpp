@@ -53,6 +53,9 @@ OwnContent::OwnContent(Say say) : tell(std::move(say)), lock(places, tell) {
 void OwnContent::mend() {
   std::error_code error;
   fs::remove_all(places.newTree, error);
+  if (fs::remove(places.exchanging, error)) {
+    fs::remove_all(places.tree, error);  // It is a mixture, and is built anew from the user's files.
+  }
   const fs::path aside = fs::path(places.tree) += ".old";
   if (!fs::exists(places.tree) && fs::exists(aside)) {
     fs::rename(aside, places.tree);

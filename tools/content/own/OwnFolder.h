@@ -5,7 +5,10 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
+
+#include "content/own/OwnDisk.h"
 
 namespace sivray::content {
 
@@ -23,6 +26,7 @@ struct OwnPaths {
   std::filesystem::path library;  ///< SivrayPCM in `tree`.
   std::filesystem::path files;    ///< The user's own files.
   std::filesystem::path ledger;
+  std::filesystem::path exchanging;  ///< Is there while one tree takes the other's place.
 
   static std::filesystem::path libraryIn(const std::filesystem::path& someTree);
 };
@@ -36,12 +40,9 @@ class OwnLock {
   /// Makes the folder and waits for a program that changes it, which `say` tells. Throws std::runtime_error if the
   /// folder cannot be written, and Interrupted.
   OwnLock(const OwnPaths& paths, const Say& say);
-  ~OwnLock();
-  OwnLock(const OwnLock&) = delete;
-  OwnLock& operator=(const OwnLock&) = delete;
 
  private:
-  int handle = -1;
+  std::unique_ptr<LockFile> file;
 };
 
 /// Returns a number that tells one state of the installed content from another, by its files' names, sizes and times.
@@ -50,12 +51,5 @@ std::uint64_t fingerprintOf(const std::filesystem::path& installedTree);
 
 /// The tree Tesh of the installed content; empty if there is none.
 std::filesystem::path installedTree();
-
-/// Flushes a file or folder to the disk. Throws std::runtime_error.
-void flush(const std::filesystem::path& path);
-
-/// Puts `next` in the place of `current`, in one step where the system can; the old one, if there was one, is then at
-/// `next`. Throws std::filesystem::filesystem_error.
-void exchange(const std::filesystem::path& current, const std::filesystem::path& next);
 
 }  // namespace sivray::content

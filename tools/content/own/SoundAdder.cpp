@@ -183,8 +183,22 @@ class SoundAdder {
     if (fs::is_regular_file(list, error)) {
       for (const OwnSound& sound : readLedger(readText(textOf(list)), content.tables().factoryWaves()).ledger.sounds) {
         wishes.emplace(sound.hash, sound);
+        // Another system may decode or convert a file by other roundings.
+        const std::string ownName = sound.file.substr(std::min(sound.file.size(), ownFileStart(sound.number).size()));
+        for (const std::string& name : {sound.file, ownName}) {
+          fileWishes.emplace(textOf(list.parent_path() / pathOf(name)), sound);
+        }
       }
     }
+  }
+
+  /// Null if no song's list names the sound.
+  const OwnSound* wishFor(std::uint64_t hash, const fs::path& path) const {
+    if (const auto byHash = wishes.find(hash); byHash != wishes.end()) {
+      return &byHash->second;
+    }
+    const auto byFile = fileWishes.find(textOf(path));
+    return byFile == fileWishes.end() ? nullptr : &byFile->second;
   }
 
   Rejection rejecting() {
@@ -218,29 +232,28 @@ class SoundAdder {
     }
     OwnSound sound;
     sound.hash = hash;
-    const auto wished = wishes.find(hash);
+    const OwnSound* const wished = wishFor(hash, file.path);
     if (known != next.sounds.end()) {
       sound.number = known->number;
       pool.takeBack(sound.number);
-    } else if (const auto number =
-                   pool.take(wished == wishes.end() ? std::nullopt : std::optional(wished->second.number))) {
+    } else if (const auto number = pool.take(wished == nullptr ? std::nullopt : std::optional(wished->number))) {
       sound.number = *number;
     } else {
       reject(file.path, "is one too many: there are numbers for " + std::to_string(next.sounds.size()) + " own sounds");
       return;
     }
     std::string note = read.sound->note;
-    if (wished != wishes.end() && wished->second.number != sound.number) {
-      note += std::string(note.empty() ? "" : ", and ") + "has number " + std::to_string(wished->second.number) +
+    if (wished != nullptr && wished->number != sound.number) {
+      note += std::string(note.empty() ? "" : ", and ") + "has number " + std::to_string(wished->number) +
               " in the song, which is another sound's here";
     }
-    sound.category = wish.category.value_or(wished == wishes.end() ? file.category : wished->second.category);
-    sound.name = names.take(printable(wished == wishes.end() ? textOf(file.path.stem()) : wished->second.name));
+    sound.category = wish.category.value_or(wished == nullptr ? file.category : wished->category);
+    sound.name = names.take(printable(wished == nullptr ? textOf(file.path.stem()) : wished->name));
     change.append(sound.number, read.sound->wave);
     sound.file = change.keepFile(sound.number, file.path);
     std::erase_if(next.sounds, [&sound](const OwnSound& old) { return old.number == sound.number; });
     next.sounds.push_back(sound);
-    const bool isGuess = file.isGuess && !wish.category && wished == wishes.end();
+    const bool isGuess = file.isGuess && !wish.category && wished == nullptr;
     outcomes.push_back({FileOutcome::Kind::added, textOf(file.path), sound, note, isGuess});
   }
 
@@ -251,7 +264,8 @@ class SoundAdder {
   NumberPool pool;
   WaveNames names;
   std::vector<Candidate> files;
-  std::map<std::uint64_t, OwnSound> wishes;
+  std::map<std::uint64_t, OwnSound> wishes;    ///< By the samples' hash.
+  std::map<std::string, OwnSound> fileWishes;  ///< By path.
   std::vector<FileOutcome> outcomes;
   bool isRecategorised = false;
 };

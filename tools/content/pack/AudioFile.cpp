@@ -1,4 +1,4 @@
-// Decodes a sound file through libsndfile, mixes it down, brings high rates down, and converts to 16 bits.
+// Takes a sound file from its decoder, mixes it down, brings high rates down, and converts to 16 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/AudioFile.h"
 
@@ -6,12 +6,14 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <memory>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "content/RateConverter.h"
 #include "content/pack/Downmix.h"
-#include "content/pack/SoundStream.h"
+#include "content/pack/SoundSource.h"
 #include "engine/SivrayPlugin.h"
 
 namespace sivray::content {
@@ -21,8 +23,6 @@ constexpr int kLongestSeconds = 6;
 
 /// The frames that a pad's sample memory holds.
 constexpr std::int64_t kMostFrames = tesh::bramel::plugin::sivray::kSlotFrames;
-
-constexpr std::int64_t kPieceFrames = 16384;
 
 constexpr const char* kBreaksOff = "breaks off before its end";
 
@@ -37,32 +37,6 @@ std::vector<std::int16_t> wordsOf(const Channel& channel) {
     words.push_back(static_cast<std::int16_t>(std::clamp(word, -kFullScale, kHighest)));
   }
   return words;
-}
-
-/// Reads the first frames of every channel, at most `most`, in pieces.
-std::vector<Channel> readChannels(const SoundStream& stream, std::int64_t most) {
-  const auto count = static_cast<std::size_t>(stream.info().channels);
-  std::vector<Channel> channels(count);
-  std::vector<float> piece(count * static_cast<std::size_t>(kPieceFrames));
-  for (std::int64_t done = 0; done < most;) {
-    const sf_count_t read = sf_readf_float(stream.sound(), piece.data(), std::min(kPieceFrames, most - done));
-    if (read <= 0) {
-      break;
-    }
-    for (std::size_t i = 0; i < static_cast<std::size_t>(read) * count; ++i) {
-      channels[i % count].push_back(piece[i]);
-    }
-    done += read;
-  }
-  return channels;
-}
-
-/// Empty if the file does not tell.
-std::vector<int> speakersOf(const SoundStream& stream) {
-  std::vector<int> speakers(static_cast<std::size_t>(stream.info().channels));
-  const auto bytes = static_cast<int>(speakers.size() * sizeof(int));
-  const bool isTold = sf_command(stream.sound(), SFC_GET_CHANNEL_MAP_INFO, speakers.data(), bytes) == SF_TRUE;
-  return isTold ? speakers : std::vector<int>();
 }
 
 /// A wave keeps rates up to 48000 Hz. Multiples of 44100 Hz come down to that, others to 48000 Hz, so that six seconds
@@ -86,38 +60,36 @@ std::string cutNote(std::int64_t kept, std::int64_t all, double rate) {
 }  // namespace
 
 AudioFile readAudioFile(const std::string& path) {
-  const SoundStream stream(path);
-  const SF_INFO& info = stream.info();
-  const auto channelCount = static_cast<std::size_t>(info.channels);
-  const std::vector<int> speakers = speakersOf(stream);
-  if (channelCount > kMostMixedChannels && speakers.empty()) {
+  const std::unique_ptr<SoundSource> source = openSound(path);
+  const SoundFormat& format = source->format();
+  const std::size_t channelCount = format.channels;
+  if (channelCount > kMostMixedChannels && format.speakers.empty()) {
     throw std::runtime_error("has " + std::to_string(channelCount) +
                              " channels without a word where they belong; up to " + std::to_string(kMostMixedChannels) +
                              " are mixed down");
   }
-  if (stream.isCutShort()) {
+  if (format.isCutShort) {
     throw std::runtime_error(kBreaksOff);
   }
-  const double rate = info.samplerate;
+  const double rate = format.rate;
   if (!(rate >= 1.0)) {
     throw std::runtime_error("has no usable sample rate");
   }
   const double outRate = keptRate(rate);
   const std::int64_t most = std::min(static_cast<std::int64_t>(static_cast<double>(kMostFrames) * rate / outRate),
                                      static_cast<std::int64_t>(rate * kLongestSeconds));
-  std::vector<Channel> channels = readChannels(stream, most);
+  std::vector<Channel> channels = source->read(most);
   const auto kept = static_cast<std::int64_t>(channels.front().size());
   if (kept < 1) {
     throw std::runtime_error("holds no samples");
   }
-  // A FLAC file that was written to a pipe does not tell its length.
-  const std::int64_t all = info.frames < 1 || info.frames == SF_COUNT_MAX ? kept : info.frames;
+  const std::int64_t all = format.frames < 1 ? kept : format.frames;
   if (kept < std::min(all, most)) {
     throw std::runtime_error(kBreaksOff);
   }
   AudioFile file;
   if (channelCount > 2) {
-    channels = mixedDown(channels, speakers);
+    channels = mixedDown(channels, format.speakers);
     file.note = "has " + std::to_string(channelCount) + " channels, which are mixed down to two";
   }
   if (outRate != rate) {

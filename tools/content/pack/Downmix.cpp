@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Downmix.h"
 
-#include <sndfile.h>
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -19,53 +17,36 @@ struct Gains {
 
 constexpr float kLess = 1.0F / std::numbers::sqrt2_v<float>;  ///< 3 dB.
 
-Gains gainsOf(int speaker) {
+Gains gainsOf(Speaker speaker) {
   switch (speaker) {
-    case SF_CHANNEL_MAP_LEFT:
-    case SF_CHANNEL_MAP_FRONT_LEFT:
-    case SF_CHANNEL_MAP_FRONT_LEFT_OF_CENTER:
+    case Speaker::left:
       return {1.0F, 0.0F};
-    case SF_CHANNEL_MAP_RIGHT:
-    case SF_CHANNEL_MAP_FRONT_RIGHT:
-    case SF_CHANNEL_MAP_FRONT_RIGHT_OF_CENTER:
+    case Speaker::right:
       return {0.0F, 1.0F};
-    case SF_CHANNEL_MAP_REAR_LEFT:
-    case SF_CHANNEL_MAP_SIDE_LEFT:
+    case Speaker::leftSide:
       return {kLess, 0.0F};
-    case SF_CHANNEL_MAP_REAR_RIGHT:
-    case SF_CHANNEL_MAP_SIDE_RIGHT:
+    case Speaker::rightSide:
       return {0.0F, kLess};
-    case SF_CHANNEL_MAP_LFE:
+    case Speaker::low:
       return {0.0F, 0.0F};
-    default:
-      return {kLess, kLess};
+    case Speaker::centre:
+      break;
   }
+  return {kLess, kLess};
 }
 
-std::vector<int> usualOrder(std::size_t channels) {
-  constexpr int kLeft = SF_CHANNEL_MAP_LEFT;
-  constexpr int kRight = SF_CHANNEL_MAP_RIGHT;
-  constexpr int kCentre = SF_CHANNEL_MAP_CENTER;
-  constexpr int kLow = SF_CHANNEL_MAP_LFE;
-  constexpr int kRearLeft = SF_CHANNEL_MAP_REAR_LEFT;
-  constexpr int kRearRight = SF_CHANNEL_MAP_REAR_RIGHT;
+std::vector<Speaker> usualOrder(std::size_t channels) {
+  using enum Speaker;
   switch (channels) {
     case 4:
-      return {kLeft, kRight, kRearLeft, kRearRight};
+      return {left, right, leftSide, rightSide};
     case 5:
-      return {kLeft, kRight, kCentre, kRearLeft, kRearRight};
+      return {left, right, centre, leftSide, rightSide};
     case 7:
-      return {kLeft,
-              kRight,
-              kCentre,
-              kLow,
-              SF_CHANNEL_MAP_REAR_CENTER,
-              SF_CHANNEL_MAP_SIDE_LEFT,
-              SF_CHANNEL_MAP_SIDE_RIGHT};
+      return {left, right, centre, low, centre, leftSide, rightSide};
     default: {
-      std::vector<int> order{
-          kLeft, kRight, kCentre, kLow, kRearLeft, kRearRight, SF_CHANNEL_MAP_SIDE_LEFT, SF_CHANNEL_MAP_SIDE_RIGHT};
-      order.resize(channels, SF_CHANNEL_MAP_CENTER);
+      std::vector<Speaker> order{left, right, centre, low, leftSide, rightSide, leftSide, rightSide};
+      order.resize(channels, centre);
       return order;
     }
   }
@@ -73,8 +54,8 @@ std::vector<int> usualOrder(std::size_t channels) {
 
 }  // namespace
 
-std::vector<Channel> mixedDown(const std::vector<Channel>& channels, const std::vector<int>& speakers) {
-  const std::vector<int> places = speakers.size() == channels.size() ? speakers : usualOrder(channels.size());
+std::vector<Channel> mixedDown(const std::vector<Channel>& channels, const std::vector<Speaker>& speakers) {
+  const std::vector<Speaker> places = speakers.size() == channels.size() ? speakers : usualOrder(channels.size());
   std::vector<Channel> sides(2, Channel(channels.front().size()));
   for (std::size_t channel = 0; channel < channels.size(); ++channel) {
     const auto [left, right] = gainsOf(places[channel]);

@@ -9,12 +9,15 @@ namespace sivray::content {
 
 using Channel = std::vector<float>;
 
+/// Where a channel belongs, as far as it matters for two sides.
+enum class Speaker { left, right, centre, low, leftSide, rightSide };
+
 /// The most channels whose places are known without a map.
 inline constexpr std::size_t kMostMixedChannels = 8;
 
-/// Returns left and right of 3 to 8 channels. `speakers` gives the place of each as libsndfile's SF_CHANNEL_MAP_...;
-/// one of another size stands for the usual order of WAV files. The centre, sides and rear count 3 dB less, what only
+/// Returns left and right of 3 to 8 channels. Without a place for each in `speakers` they have the usual order of WAV
+/// files. The centre, sides and rear count 3 dB less, what only
 /// moves the air (LFE) is left out, and the whole is turned down if it would not fit.
-std::vector<Channel> mixedDown(const std::vector<Channel>& channels, const std::vector<int>& speakers);
+std::vector<Channel> mixedDown(const std::vector<Channel>& channels, const std::vector<Speaker>& speakers);
 
 }  // namespace sivray::content

@@ -1,0 +1,22 @@
+// Decoders for a system without libsndfile: WAV and AIFF, FLAC, and on Windows OGG Vorbis.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "content/pack/SoundSource.h"
+
+namespace sivray::content {
+
+/// Recognises a file by its first bytes. WAV, AIFF and AIFF-C are read where their samples are whole numbers of 8 to 32
+/// bits, or floating point. Throws std::runtime_error with the reason.
+std::unique_ptr<SoundSource> openPlainSound(std::vector<std::uint8_t> file);
+
+/// The single decoders, for files that begin as theirs do.
+std::unique_ptr<SoundSource> openWave(std::vector<std::uint8_t> file);
+std::unique_ptr<SoundSource> openFlac(std::vector<std::uint8_t> file);
+std::unique_ptr<SoundSource> openVorbis(std::vector<std::uint8_t> file);
+
+}  // namespace sivray::content
