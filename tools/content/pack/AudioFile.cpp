@@ -13,7 +13,7 @@
 
 #include "content/RateConverter.h"
 #include "content/pack/Downmix.h"
-#include "content/pack/SoundSource.h"
+#include "content/pack/SoundDecoder.h"
 #include "engine/SivrayPlugin.h"
 
 namespace sivray::content {
@@ -60,8 +60,8 @@ std::string cutNote(std::int64_t kept, std::int64_t all, double rate) {
 }  // namespace
 
 AudioFile readAudioFile(const std::string& path) {
-  const std::unique_ptr<SoundSource> source = openSound(path);
-  const SoundFormat& format = source->format();
+  const std::unique_ptr<SoundDecoder> decoder = openSound(path);
+  const SoundFormat& format = decoder->format();
   const std::size_t channelCount = format.channels;
   if (channelCount > kMostMixedChannels && format.speakers.empty()) {
     throw std::runtime_error("has " + std::to_string(channelCount) +
@@ -78,7 +78,7 @@ AudioFile readAudioFile(const std::string& path) {
   const double outRate = keptRate(rate);
   const std::int64_t most = std::min(static_cast<std::int64_t>(static_cast<double>(kMostFrames) * rate / outRate),
                                      static_cast<std::int64_t>(rate * kLongestSeconds));
-  std::vector<Channel> channels = source->read(most);
+  std::vector<Channel> channels = decoder->read(most);
   const auto kept = static_cast<std::int64_t>(channels.front().size());
   if (kept < 1) {
     throw std::runtime_error("holds no samples");

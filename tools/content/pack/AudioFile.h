@@ -14,7 +14,7 @@ struct AudioFile {
   std::string note;
 };
 
-/// Reads a sound file of any format that this system's decoders know (SoundSource.h) in 16 bits, at its own rate up to
+/// Reads a sound file of any format that this system's decoders know (SoundDecoder.h) in 16 bits, at its own rate up to
 /// 48000 Hz, else at 44100 or 48000 Hz. More than two channels are mixed down, and the note says so. Anything past six
 /// seconds, or past a pad's sample memory, is cut, and the note says so. Throws std::runtime_error for a file that
 /// cannot be used; its text is the reason alone, without the path.

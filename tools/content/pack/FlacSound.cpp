@@ -204,7 +204,7 @@ void joinPair(Pair pair, Samples& first, Samples& second) {
   }
 }
 
-class FlacSource final : public SoundSource {
+class FlacSource final : public SoundDecoder {
  public:
   explicit FlacSource(std::vector<std::uint8_t> bytes) : file(std::move(bytes)) {
     skipTags();
@@ -354,7 +354,7 @@ class FlacSource final : public SoundSource {
 
 }  // namespace
 
-std::unique_ptr<SoundSource> openFlac(std::vector<std::uint8_t> file) {
+std::unique_ptr<SoundDecoder> openFlac(std::vector<std::uint8_t> file) {
   return std::make_unique<FlacSource>(std::move(file));
 }
 

@@ -72,7 +72,7 @@ std::vector<Speaker> speakersOf(std::uint64_t mask, std::size_t channels) {
   return speakers.size() == channels ? speakers : std::vector<Speaker>();
 }
 
-class WaveSource final : public SoundSource {
+class WaveSource final : public SoundDecoder {
  public:
   explicit WaveSource(std::vector<std::uint8_t> bytes) : file(std::move(bytes)), isAiff(hasText(file, 0, "FORM")) {
     findChunks();
@@ -184,11 +184,11 @@ class WaveSource final : public SoundSource {
 
 }  // namespace
 
-std::unique_ptr<SoundSource> openWave(std::vector<std::uint8_t> file) {
+std::unique_ptr<SoundDecoder> openWave(std::vector<std::uint8_t> file) {
   return std::make_unique<WaveSource>(std::move(file));
 }
 
-std::unique_ptr<SoundSource> openPlainSound(std::vector<std::uint8_t> file) {
+std::unique_ptr<SoundDecoder> openPlainSound(std::vector<std::uint8_t> file) {
   const bool isWave = hasText(file, 0, "RIFF") && hasText(file, 8, "WAVE");
   const bool isAiff = hasText(file, 0, "FORM") && (hasText(file, 8, "AIFF") || hasText(file, 8, "AIFC"));
   if (isWave || isAiff) {

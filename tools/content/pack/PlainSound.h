@@ -6,17 +6,17 @@
 #include <memory>
 #include <vector>
 
-#include "content/pack/SoundSource.h"
+#include "content/pack/SoundDecoder.h"
 
 namespace sivray::content {
 
 /// Recognises a file by its first bytes. WAV, AIFF and AIFF-C are read where their samples are whole numbers of 8 to 32
 /// bits, or floating point. Throws std::runtime_error with the reason.
-std::unique_ptr<SoundSource> openPlainSound(std::vector<std::uint8_t> file);
+std::unique_ptr<SoundDecoder> openPlainSound(std::vector<std::uint8_t> file);
 
 /// The single decoders, for files that begin as theirs do.
-std::unique_ptr<SoundSource> openWave(std::vector<std::uint8_t> file);
-std::unique_ptr<SoundSource> openFlac(std::vector<std::uint8_t> file);
-std::unique_ptr<SoundSource> openVorbis(std::vector<std::uint8_t> file);
+std::unique_ptr<SoundDecoder> openWave(std::vector<std::uint8_t> file);
+std::unique_ptr<SoundDecoder> openFlac(std::vector<std::uint8_t> file);
+std::unique_ptr<SoundDecoder> openVorbis(std::vector<std::uint8_t> file);
 
 }  // namespace sivray::content

@@ -44,7 +44,7 @@ std::vector<Speaker> speakersOf(std::size_t channels) {
   }
 }
 
-class VorbisSource final : public SoundSource {
+class VorbisSource final : public SoundDecoder {
  public:
   explicit VorbisSource(std::vector<std::uint8_t> bytes) : file(std::move(bytes)) {
     int error = 0;
@@ -89,7 +89,7 @@ class VorbisSource final : public SoundSource {
 
 }  // namespace
 
-std::unique_ptr<SoundSource> openVorbis(std::vector<std::uint8_t> file) {
+std::unique_ptr<SoundDecoder> openVorbis(std::vector<std::uint8_t> file) {
   return std::make_unique<VorbisSource>(std::move(file));
 }
 

@@ -1,6 +1,6 @@
 // Decoding by libsndfile, or on Windows, for whose compiler Debian has no libsndfile, by decoders of our own.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "content/pack/SoundSource.h"
+#include "content/pack/SoundDecoder.h"
 
 #ifdef _WIN32
 #include <stdexcept>
@@ -17,7 +17,7 @@ namespace sivray::content {
 
 #ifdef _WIN32
 
-std::unique_ptr<SoundSource> openSound(const std::string& path) {
+std::unique_ptr<SoundDecoder> openSound(const std::string& path) {
   auto bytes = tesh::bramel::platform::readWhole(path);
   if (!bytes) {
     throw std::runtime_error("cannot be read");
@@ -52,7 +52,7 @@ Speaker speakerOf(int place) {
   }
 }
 
-class LibrarySource final : public SoundSource {
+class LibrarySource final : public SoundDecoder {
  public:
   explicit LibrarySource(const std::string& path) : stream(path) {
     const SF_INFO& info = stream.info();
@@ -92,7 +92,7 @@ class LibrarySource final : public SoundSource {
 
 }  // namespace
 
-std::unique_ptr<SoundSource> openSound(const std::string& path) { return std::make_unique<LibrarySource>(path); }
+std::unique_ptr<SoundDecoder> openSound(const std::string& path) { return std::make_unique<LibrarySource>(path); }
 
 #endif
 

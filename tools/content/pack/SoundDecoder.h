@@ -20,9 +20,9 @@ struct SoundFormat {
   bool isCutShort = false;        ///< The sound is shorter than its head says.
 };
 
-class SoundSource {
+class SoundDecoder {
  public:
-  virtual ~SoundSource() = default;
+  virtual ~SoundDecoder() = default;
 
   const SoundFormat& format() const { return told; }
 
@@ -36,6 +36,6 @@ class SoundSource {
 
 /// Opens a file by the decoders of this system: on Windows those of PlainSound.h, elsewhere libsndfile's. Throws
 /// std::runtime_error with the reason, as "cannot be read: Permission denied".
-std::unique_ptr<SoundSource> openSound(const std::string& path);
+std::unique_ptr<SoundDecoder> openSound(const std::string& path);
 
 }  // namespace sivray::content
