@@ -39,7 +39,8 @@ UNIT_SOURCES = 40
 APART = [{"BWProgramListView.cpp", "CallCounter.cpp", "EntryPoint.cpp", "Fm.cpp", "GrooveSound.cpp", "Leveller.cpp",
           "LifecycleChecks.cpp", "Loudness.cpp", "RealTimeChecks.cpp", "SivrayFxChorusFlanger.cpp", "SivrayFxGrainShifter.cpp",
           "VoiceKernel.cpp"},
-         {"Host.cpp", "InstructionCounter.cpp", "PluginModel.cpp"}, {"WindowKeysX11.cpp", "X11Connection.cpp"}]
+         {"Host.cpp", "InstructionCounter.cpp", "MomentaryLoudness.cpp", "PluginModel.cpp"},
+         {"WindowKeysX11.cpp", "X11Connection.cpp"}]
 # Flags that Clang does not know, or that matter to what it makes alone.
 LEFT_OUT = ("--param=", "-fno-keep-inline-dllexport", "-Wa,", "-O", "-fPIC", "-fPIE", "-fvisibility", "-ffunction-sections",
             "-fdata-sections")

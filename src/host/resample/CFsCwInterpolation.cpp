@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 
 namespace tesh::bramel::vst {
 
@@ -62,7 +63,7 @@ std::uint32_t addSteps(float& fraction, float step, std::uint32_t times, std::ui
   // What the sum has lost. Each addition has rounded by at most 2^-24, too little to matter to the nearest whole
   // number.
   const double sum = static_cast<double>(step) * times + (static_cast<double>(start) - static_cast<double>(fraction));
-  return static_cast<std::uint32_t>(sum + 0.5);
+  return static_cast<std::uint32_t>(std::lround(sum));
 }
 
 /// Moves on until input frame `end` is reached, as that many calls of `advance`, whose number it returns.
