@@ -1,7 +1,7 @@
 // The output stage over many frames, as templates over the registers of an instruction set. Each kernel's source file
 // includes it and compiles it for its own set, so everything here has internal linkage.
 //
-// Left and right stand in turn. All values fit words of 16 bits, and (a * b) >> 15 is the high word of 2a * b.
+// Samples of left and right alternate. All values fit words of 16 bits, and (a * b) >> 15 is the high word of 2a * b.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

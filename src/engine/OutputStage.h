@@ -42,7 +42,7 @@ constexpr float outputSample(std::int32_t dry, std::int32_t wet, std::int32_t ga
   return static_cast<float>(shapeOutput(sumBuses(dry, wet), gain)) * kFloatScale;
 }
 
-/// Two channels of the effect's bus, at most 2048 samples each. Null pointers stand for silence.
+/// Two channels of the effect's bus, at most 2048 samples each. Null pointers mean silence.
 struct BusSamples {
   std::int16_t* left = nullptr;
   std::int16_t* right = nullptr;

@@ -55,7 +55,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   /// Whether blocks come, which take messages. Those from before would all come at once. Main thread.
   void setTakesMidi(bool takes) { takesMidi = takes; }
 
-  /// Calls no host, which may hold a lock that a block of its own takes.
+  /// Only asks for a later call of the host: a host that is called here might wait for a lock that its block holds.
   void soundChanged() SIVRAY_NONBLOCKING override {
     haveNamesChanged = true;
     isCallWanted = true;

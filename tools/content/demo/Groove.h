@@ -13,7 +13,7 @@
 //     set    effect.type 0:HallReverb   an effect's name without its blanks
 //   play verse verse fill
 //   end  ring                      what follows the last bar, where nothing else begins
-//   kit "Trap Night"               what is played from here on is a groove of its own, on another kit
+//   kit "Trap Night"               a new groove begins here, on this kit
 //   play verse
 //
 // SPDX-License-Identifier: GPL-3.0-or-later
