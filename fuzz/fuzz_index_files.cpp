@@ -56,9 +56,9 @@ class Engine {
   }
 
   void play() {
-    const std::array<std::int32_t*, 4> channels{mix.data(), mix.data() + 1, mix.data() + 2, mix.data() + 3};
-    allocator.render(channels.data(), kFrames, 4);
-    require(std::all_of(mix.begin(), mix.end(), [](std::int32_t word) { return word >= -32767 && word <= 32767; }));
+    allocator.render({dry.data(), effect.data()}, kFrames);
+    const auto isInRange = [](std::int16_t word) { return word >= -32767; };
+    require(std::all_of(dry.begin(), dry.end(), isInRange) && std::all_of(effect.begin(), effect.end(), isInRange));
   }
 
  private:
@@ -67,7 +67,8 @@ class Engine {
   DrumCore core{file, kPads, kSlotFrames};
   VoiceAllocator allocator{core, kPads};
   std::array<PadValues, kPads> pads;
-  alignas(32) std::array<std::int32_t, static_cast<std::size_t>(kFrames) * 4> mix{};
+  std::array<std::int16_t, static_cast<std::size_t>(2 * (kFrames + kBusSlack))> dry{};
+  std::array<std::int16_t, static_cast<std::size_t>(2 * (kFrames + kBusSlack))> effect{};
 };
 
 void readList(Bytes records) {
