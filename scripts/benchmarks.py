@@ -39,7 +39,7 @@ CHANGE_BUDGET = 600  # Thousands of instructions. Clearing memory counts as one 
 # The hall's tail outlasts the wait, and rounding keeps the peaking equalizer's output at -1.
 NEVER_SILENT = {"Hall Reverb", "Peaking EQ"}
 
-EFFECT_FORMS = ("sound", "sound sse2", "silence", "whole", "change")
+EFFECT_CASES = ("sound", "sound sse2", "silence", "whole", "change")
 ENGINE_SCENES = {"dry8": 128, "dry8short": 64, "decay8": 128, "wet8": 128, "dry4": 128, "dry1": 128, "decay1": 128,
                  "out8": 128, "outs8": 128, "idle": 128, "rest": 128, "host8": 64, "host8wet": 64, "host1": 64,
                  "hostrest": 64, "SSE2": 128, "SSE4.1": 128, "AVX2": 128}
@@ -67,9 +67,9 @@ def paths(folder):
 
     effects, engine, resample = (f"{folder}/bench_{area}" for area in ("effects", "engine", "resample"))
     for number, (name, _) in enumerate(EFFECTS):
-        for form in EFFECT_FORMS[:-1]:
-            after = {"sound": ["alone"], "sound sse2": ["alone", "sse2"], "silence": ["quiet"], "whole": ["whole"]}[form]
-            add(f"effect/{name}/{form}", PER_FRAME, per_frame, effects, 512, (20, 220), [str(number)], after)
+        for case in EFFECT_CASES[:-1]:
+            after = {"sound": ["alone"], "sound sse2": ["alone", "sse2"], "silence": ["quiet"], "whole": ["whole"]}[case]
+            add(f"effect/{name}/{case}", PER_FRAME, per_frame, effects, 512, (20, 220), [str(number)], after)
         add(f"effect/{name}/change", PER_CHANGE, lambda n: instructions(
             [effects, "count", str(n), "10", "change"], "--toggle-collect=*takeChange*") / 10000, number)
     for scene, frames in ENGINE_SCENES.items():
@@ -94,7 +94,7 @@ def machine():
 def above_budget(figures):
     over = []
     for name, budget in EFFECTS:
-        sound, _, silence, whole, change = (figures.get(f"effect/{name}/{form}", 0) for form in EFFECT_FORMS)
+        sound, _, silence, whole, change = (figures.get(f"effect/{name}/{case}", 0) for case in EFFECT_CASES)
         silence_budget = sound + 2 if name in NEVER_SILENT else SILENCE_BUDGET
         if sound > budget or silence > silence_budget or whole - sound > MASTER_BUDGET or change > CHANGE_BUDGET:
             over.append(name)
@@ -142,7 +142,7 @@ def effect_table(figures):
     lines = ["| Id | Effect | Sound | Silence after its tail | Budget | In the master effect | Change to it |",
              "|---:|---|---:|---:|---:|---:|---:|"]
     for number, (name, budget) in enumerate(EFFECTS):
-        sound, _, silence, whole, change = (figures[f"effect/{name}/{form}"] for form in EFFECT_FORMS)
+        sound, _, silence, whole, change = (figures[f"effect/{name}/{case}"] for case in EFFECT_CASES)
         lines.append(f"| {number} | {name} | {sound:.1f} | {silence:.1f} | {budget} | + {whole - sound:.1f} | {change:.1f} |")
     return "\n".join(lines)
 

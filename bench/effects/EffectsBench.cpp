@@ -1,8 +1,8 @@
 // The cost of every effect alone, of the master effect around it, and of a type change.
 //
 //   bench_effects                         time per frame, and of a type change that finds nothing in the cache
-//   bench_effects count TYPE BLOCKS FORM [VECTORS]
-//                                         runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. FORM is `alone`,
+//   bench_effects count TYPE BLOCKS CASE [VECTORS]
+//                                         runs effect TYPE (0 to 29) over BLOCKS blocks of 512 frames. CASE is `alone`,
 //                                         `quiet` (alone, after its tail) or `whole` (inside the master effect).
 //                                         Count the instructions of two runs with different numbers of blocks; their
 //                                         difference, divided by the additional frames, is the cost of a frame. VECTORS

@@ -26,8 +26,8 @@ class GlobalSaveParameterDispatcher : public IAudioProcessableTmplt<std::int32_t
   const ParameterRow* info(int index) const override { return group.info(index); }
   int indexOf(std::string_view name) const override { return group.indexOf(name); }
 
-  /// Runs the output stage on channels 2 and 3 of an interleaved block of four channels, in place. Integer form of
-  /// `render`.
+  /// Runs the output stage on channels 2 and 3 of an interleaved block of four channels, in place. The integer
+  /// counterpart of `render`.
   void processAudio(std::int32_t* block, int frames) SIVRAY_NONBLOCKING override;
 
   /// Adds the two buses, runs the output stage and converts to floats. The gain glides on from block to block. `dry`

@@ -21,7 +21,7 @@ struct Registers128Sse2 {
   using Count = __m128i;  ///< How far to shift, for all lanes.
   static constexpr unsigned kBytes = 16;
 
-  // Memory. Only the aligned forms need an address that is a multiple of `kBytes`.
+  // Memory. Only the aligned operations need an address that is a multiple of `kBytes`.
   static Integers load(const void* from) { return _mm_loadu_si128(static_cast<const Integers*>(from)); }
   static Integers loadAligned(const void* from) { return _mm_load_si128(static_cast<const Integers*>(from)); }
   static void store(void* to, Integers v) { _mm_storeu_si128(static_cast<Integers*>(to), v); }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-# Breaks a law of an effect and the plain form of lanes in many ways, of which none may compile.
+# Breaks a law of an effect and the plain lanes in many ways, of which none may compile.
 #   try_laws.py COMPILER INCLUDE_FOLDER...
 # SPDX-License-Identifier: GPL-3.0-or-later
 import pathlib
@@ -21,7 +21,7 @@ CASES = [
     (" writeIndex ", " writeAt ", "writeIndex"),
     # The law names a part less than it has.
     (".glides = true, ", "", "glides"), ("baselineAndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
-    # A part has another form.
+    # A part has another type.
     ("bool isSilent(unsigned count) const", "bool isSilent() const", "sleeps"),
     ("static unsigned runAvx2", "static void runAvx2", "lanes"),
     # Two parts of which a law may have one.
@@ -32,10 +32,10 @@ CASES = [
 
 
 LANE_CASES = [
-    (" leak(OneSample ", " leaks(OneSample ", "SampleForm"), (" sum(OneSample a,", " add(OneSample a,", "SampleForm"),
-    (" kWords =", " kWord =", "SampleForm"), ("OneSample narrowed()", "OneSample narrow()", "WideForm"),
-    ("bool isAnyNegative(OneWord a)", "int isAnyNegative(OneWord a)", "WordForm"),
-    ("OneWord lowerHalves()", "OneWord lowerHalf()", "WordForm"), (" magnitude(OneWord", " abs(OneWord", "WordForm")]
+    (" leak(OneSample ", " leaks(OneSample ", "SampleKind"), (" sum(OneSample a,", " add(OneSample a,", "SampleKind"),
+    (" kWords =", " kWord =", "SampleKind"), ("OneSample narrowed()", "OneSample narrow()", "WideKind"),
+    ("bool isAnyNegative(OneWord a)", "int isAnyNegative(OneWord a)", "WordKind"),
+    ("OneWord lowerHalves()", "OneWord lowerHalf()", "WordKind"), (" magnitude(OneWord", " abs(OneWord", "WordKind")]
 
 
 def answer(text):

@@ -28,7 +28,7 @@ inline constexpr auto kTaylor = [] {
   return reciprocals;
 }();
 
-/// The types of the tube's arithmetic: one value, or in another form several side by side.
+/// The types of the tube's arithmetic: one value, or several side by side.
 struct OneValue {
   using Floats = float;
   using Words = std::int32_t;
@@ -47,11 +47,11 @@ struct OneValue {
 
 /// e to the power of `x` for x at or below 0, rounded to single precision. Computed in double precision to a few parts
 /// in 10^15, so that the result is the nearest single but for one case in ten million. Below -80 it gives e^-80.
-template <typename Form>
-typename Form::Floats exponentialOfNegative(typename Form::Floats x) {
-  using Doubles = typename Form::Doubles;
-  using Longs = typename Form::Longs;
-  const Doubles wide = Form::widened(x);
+template <typename Lanes>
+typename Lanes::Floats exponentialOfNegative(typename Lanes::Floats x) {
+  using Doubles = typename Lanes::Doubles;
+  using Longs = typename Lanes::Longs;
+  const Doubles wide = Lanes::widened(x);
   const Doubles lowest = Doubles{} + kLowestExponent;
   const Doubles t = wide > lowest ? wide : lowest;
   const Doubles shifted = t * kLog2E + kRounder;
@@ -62,8 +62,8 @@ typename Form::Floats exponentialOfNegative(typename Form::Floats x) {
   for (std::size_t pair = 6; pair-- > 0;) {
     p = p * r2 + (kTaylor[2 * pair] + r * kTaylor[2 * pair + 1]);
   }
-  const Longs scaled = Form::template as<Longs>(p) + (Form::template as<Longs>(shifted) << 52);
-  return Form::narrowed(Form::template as<Doubles>(scaled));
+  const Longs scaled = Lanes::template as<Longs>(p) + (Lanes::template as<Longs>(shifted) << 52);
+  return Lanes::narrowed(Lanes::template as<Doubles>(scaled));
 }
 
 }  // namespace tesh::bramel::plugin::fxkit

@@ -11,7 +11,7 @@
 
 namespace tesh::bramel::plugin::fxkit {
 
-using sivray::effects::LaneForm;
+using sivray::effects::LaneKind;
 
 namespace {
 
@@ -38,10 +38,10 @@ void glide(float& value, float target, float* values, unsigned count) {
   }
 }
 
-/// Sends samples through the tube in the form given; the arrays may be read up to the next multiple of 4.
-void throughTube(LaneForm form, float* samples, const float* drives, const float* mixes, unsigned count) {
+/// Sends samples through the tube in lanes of the given kind; the arrays may be read up to the next multiple of 4.
+void throughTube(LaneKind kind, float* samples, const float* drives, const float* mixes, unsigned count) {
   if constexpr (SIVRAY_FOR_X86) {
-    if (form == LaneForm::avx2) {
+    if (kind == LaneKind::avx2) {
       throughTubeAvx2(samples, drives, mixes, (count + 3) & ~3U);
       return;
     }
@@ -94,7 +94,7 @@ void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned c
     for (const auto& [from, to] :
          {std::pair{in.left + start, out.left + start}, {in.right + start, out.right + start}}) {
       std::copy_n(from, run, samples);
-      throughTube(laneForm, samples, drives, mixes, run);
+      throughTube(laneKind, samples, drives, mixes, run);
       std::copy_n(samples, run, to);
     }
   }

@@ -4,13 +4,12 @@
 
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/BasicEffect.h"
-#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/LaneKind.h"
 
 namespace tesh::bramel::plugin::fxkit {
 
 /// Samples through the tube, in place, each with its own drive and mix, for AVX2: four at once. `count` is a multiple
-/// of
-/// 4. There is no such form for SSE2: two exponentials at once take as long as two in turn.
+/// of 4. There are no such lanes for SSE2: two exponentials at once take as long as two in turn.
 void throughTubeAvx2(float* samples, const float* drives, const float* mixes, unsigned count) SIVRAY_NONBLOCKING;
 
 /// A tube stage with one parameter, its gain (0.0 to 1.0), which sets drive and mix at once.
@@ -25,15 +24,15 @@ class Kilnode : public vimo::BasicEffect {
   void setParameter(unsigned index, float value) override;
   void processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned count) override;
 
-  /// Changes the form in which it computes; the processor must have it. At first it is the fastest one.
-  void useLanes(sivray::effects::LaneForm form) { laneForm = form; }
+  /// Changes the kind of lanes; the processor must have it. At first it is the fastest one.
+  void useLanes(sivray::effects::LaneKind kind) { laneKind = kind; }
 
  private:
   sivray::effects::Relaxed<float> driveTarget = 0.0F;
   sivray::effects::Relaxed<float> mixTarget = 0.0F;
   float drive = 0.0F;
   float mix = 0.0F;
-  sivray::effects::LaneForm laneForm = sivray::effects::bestLaneForm();
+  sivray::effects::LaneKind laneKind = sivray::effects::bestLaneKind();
 };
 
 }  // namespace tesh::bramel::plugin::fxkit

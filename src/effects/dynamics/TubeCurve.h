@@ -1,4 +1,4 @@
-// The curve of the tube stage, as a template over the forms of Exponential.h. Every step is single precision but for
+// The curve of the tube stage, as a template over the lanes of Exponential.h. Every step is single precision but for
 // the exponential itself. A source file for an instruction set includes this between the marks of core/VectorCode.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -19,13 +19,13 @@ inline constexpr float kTubeSteepness = 6.0F;
 inline constexpr float kTubeUpperHeight = 0.755F;
 inline constexpr float kTubeLowerHeight = 0.765F;
 
-template <typename Form>
-typename Form::Floats tube(typename Form::Floats in, typename Form::Floats drive, typename Form::Floats mix) {
-  using Floats = typename Form::Floats;
+template <typename Lanes>
+typename Lanes::Floats tube(typename Lanes::Floats in, typename Lanes::Floats drive, typename Lanes::Floats mix) {
+  using Floats = typename Lanes::Floats;
   constexpr std::int32_t kAllButSign = 0x7FFFFFFF;
   const Floats x = drive * in * kTubeInputScale;
-  const Floats magnitude = Form::template as<Floats>(Form::template as<typename Form::Words>(x) & kAllButSign);
-  const Floats rise = 1.0F - exponentialOfNegative<Form>(-kTubeSteepness * magnitude);
+  const Floats magnitude = Lanes::template as<Floats>(Lanes::template as<typename Lanes::Words>(x) & kAllButSign);
+  const Floats rise = 1.0F - exponentialOfNegative<Lanes>(-kTubeSteepness * magnitude);
   const Floats y = x >= 0.0F ? rise * kTubeUpperHeight : -rise * kTubeLowerHeight;
   const Floats mixed = (1.0F - mix) * in + mix * y;
   const Floats top = Floats{} + 1.0F;

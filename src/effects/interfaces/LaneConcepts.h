@@ -1,4 +1,4 @@
-// What a form of lanes must have, so that a half-written one does not compile. OneSample.h says what each operation
+// What each kind of lanes must have, so that a half-written one does not compile. OneSample.h says what each operation
 // gives.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -11,7 +11,7 @@ namespace tesh::bramel::plugin::sivray::effects::lanes {
 // clang-format off
 /// 32-bit lanes: phases, and what a law computes from them before it turns to samples.
 template <typename W>
-concept WordForm = requires(W a, const W b, std::int32_t* words, const std::int16_t* samples) {
+concept WordKind = requires(W a, const W b, std::int32_t* words, const std::int16_t* samples) {
   { W::kCount } -> std::same_as<const unsigned&>;
   { W::all(1) } -> std::same_as<W>;  { W::after(1, 1) } -> std::same_as<W>;
   { W::load(words) } -> std::same_as<W>;  { W::ofSamples(samples) } -> std::same_as<W>;  b.store(words);
@@ -27,7 +27,7 @@ concept WordForm = requires(W a, const W b, std::int32_t* words, const std::int1
 
 /// Samples with 32 bits each.
 template <typename Wide, typename S>
-concept WideForm = requires(Wide a, const Wide b) {
+concept WideKind = requires(Wide a, const Wide b) {
   { a + b } -> std::same_as<Wide>;  { a - b } -> std::same_as<Wide>;
   { b.template shiftedRight<1>() } -> std::same_as<Wide>;
   { b.saturated() } -> std::same_as<S>;  { b.packed() } -> std::same_as<S>;  { b.narrowed() } -> std::same_as<S>;
@@ -35,7 +35,7 @@ concept WideForm = requires(Wide a, const Wide b) {
 
 /// Lanes of 16 bits: consecutive samples of a channel.
 template <typename S>
-concept SampleForm = WordForm<typename S::Words> && WideForm<typename S::Wide, S> &&
+concept SampleKind = WordKind<typename S::Words> && WideKind<typename S::Wide, S> &&
                      requires(S a, const S b, const typename S::Words* words, std::int16_t* samples,
                               std::int16_t& previous) {
   { S::kCount } -> std::same_as<const unsigned&>;

@@ -1,4 +1,4 @@
-// What the laws in sample lanes share: access to a ring, and the loop over a run. Templates over the forms of
+// What the laws in sample lanes share: access to a ring, and the loop over a run. Templates over the lanes of
 // SampleLanes.h, which tells where this header may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -51,7 +51,7 @@ inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) 
 
 /// Moves the law on by as many samples as fill whole registers, in place, with `stepAs<Samples>(law, left, right)`.
 /// Returns their number. Works on a copy of the law, so that the compiler keeps gains and positions in registers.
-template <lanes::SampleForm Samples, typename Law>
+template <lanes::SampleKind Samples, typename Law>
 [[gnu::flatten]] unsigned runLanes(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   Law now = law;
   unsigned done = 0;

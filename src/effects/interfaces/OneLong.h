@@ -1,5 +1,5 @@
-// The plain form of words for laws that multiply much: a 32-bit value in 64 bits, which spares the processor to widen
-// it for each product. OneSample.h and WordLanes.h have the operations' other forms.
+// Plain words for laws that multiply much: a 32-bit value in 64 bits, which spares the processor to widen
+// it for each product. OneSample.h and WordLanes.h have the same operations.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

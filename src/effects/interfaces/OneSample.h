@@ -1,4 +1,4 @@
-// The plain form of the lanes: one value at a time, in 32-bit arithmetic. It says what every operation of
+// The plain lanes: one value at a time, in 32-bit arithmetic. They say what every operation of
 // WordLanes.h and SampleLanes.h gives. And the numbers that those operations make of gains and weights.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -13,7 +13,7 @@
 // In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
 namespace tesh::bramel::plugin::sivray::effects::lanes {
 
-/// One word. The comments here hold for the other forms too.
+/// One word. The comments here hold for words in registers too.
 struct OneWord {
   static constexpr unsigned kCount = 1;
 
@@ -94,11 +94,11 @@ inline OneWord limitedSum(OneWord a, OneWord b, std::int32_t limit) {
 /// a * factor, both -32768 .. 32767.
 inline OneWord timesShort(OneWord a, std::int16_t factor) { return {a.v * factor}; }
 
-/// The plain form: one sample in 32-bit arithmetic. The comments here hold for the other forms too.
+/// One sample in 32-bit arithmetic. The comments here hold for samples in registers too.
 struct OneSample {
   static constexpr unsigned kCount = 1;
 
-  /// The form of 32-bit lanes that goes with this one, and how many of its registers hold as many samples.
+  /// The 32-bit lanes that go with these, and how many of their registers hold as many samples.
   using Words = OneWord;
   static constexpr unsigned kWords = kCount / Words::kCount;
 
@@ -183,7 +183,7 @@ inline OneSample sum(OneSample a, OneSample b) { return {cofu::core::saturate(a.
 
 inline OneSample difference(OneSample a, OneSample b) { return {cofu::core::saturate(a.v - b.v)}; }
 
-/// (a * gain) >> 15. In the second form each lane has its own gain, -32768 .. 32767; not both may be -32768.
+/// (a * gain) >> 15. In the second overload each lane has its own gain, -32768 .. 32767; not both may be -32768.
 inline OneSample mul15(OneSample a, OneSample::Gain gain) { return {cofu::core::mul15(a.v, gain.factor)}; }
 
 inline OneSample mul15(OneSample a, OneSample gain) { return {cofu::core::mul15(a.v, gain.v)}; }
@@ -219,9 +219,9 @@ inline OneSample nearerZeroWhereEqual(OneSample a, OneSample b) {
   return {a.v == b.v ? a.v - ((a.v > 0) - (a.v < 0)) : a.v};
 }
 
-static_assert(SampleForm<OneSample>);
+static_assert(SampleKind<OneSample>);
 
-/// Words as samples, limited to -32767 .. 32767. In the other forms samples fill half a register.
+/// Words as samples, limited to -32767 .. 32767. In registers the samples fill one of half the width.
 struct TwoSamples {
   OneSample first;
   OneSample second;

@@ -1,8 +1,8 @@
 // Consecutive samples of one channel side by side in the 16-bit lanes of a register, for laws whose feedback is older
 // than a register is long: such a law computes as many samples at once as there are lanes.
 //
-// There are three forms with the same operations and the same results: OneSample, and SamplesIn over registers of 128
-// and of 256 bits. A law is a template over the form, `stepAs<Samples>(law, left, right)`, which moves on by
+// There are three kinds with the same operations and the same results: OneSample, and SamplesIn over registers of 128
+// and of 256 bits. A law is a template over them, `stepAs<Samples>(law, left, right)`, which moves on by
 // `Samples::kCount` samples. The template has its own header, with LaneRun.h for rings and loops. Three places
 // instantiate it:
 //   - the law's `step`, with OneSample: it serves while a value glides, where feedback is too short, and for the rest
@@ -223,7 +223,7 @@ requires(!cofu::registers::HasHalves<R>) TwoParts<R> saturatedSamples(WordsIn<R>
 
 /// Eight samples.
 using Samples128 = SamplesIn<cofu::registers::Registers128>;
-static_assert(SampleForm<Samples128>);
+static_assert(SampleKind<Samples128>);
 
 }  // namespace tesh::bramel::plugin::sivray::effects::lanes
 

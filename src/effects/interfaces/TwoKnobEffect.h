@@ -12,7 +12,7 @@
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/EffectLaw.h"
 #include "effects/interfaces/Knobs.h"
-#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/Silence.h"
 #include "effects/interfaces/SivrayFx.h"
@@ -68,8 +68,9 @@ class TwoKnobEffect : public SivrayFx {
     }
   }
 
-  /// Changes the form of a law that can run in lanes; the processor must have it. At first it is the fastest one.
-  void useLanes(LaneForm form) { laneForm = form; }
+  /// Changes the kind of lanes of a law that can run in lanes; the processor must have it. At first it is the fastest
+  /// one.
+  void useLanes(LaneKind kind) { laneKind = kind; }
 
   /// Takes Edit1 and Edit2 masked to 7 bits and returns what it took; returns 0 for other indices.
   int setParameter(unsigned index, int value) override {
@@ -210,9 +211,9 @@ class TwoKnobEffect : public SivrayFx {
   void playResting(std::int16_t* left, std::int16_t* right, unsigned count) {
     unsigned done = 0;
     if constexpr (kParts.lanes != LaneParts::none) {
-      if (laneForm != LaneForm::plain && law.fitsLanes(live)) {
+      if (laneKind != LaneKind::plain && law.fitsLanes(live)) {
         if constexpr (SIVRAY_FOR_X86) {
-          done = laneForm == LaneForm::avx2 ? Law::runAvx2(law, left, right, count) : 0;
+          done = laneKind == LaneKind::avx2 ? Law::runAvx2(law, left, right, count) : 0;
         }
         if constexpr (kParts.lanes == LaneParts::baselineAndAvx2) {
           done += done < count ? Law::runBaseline(law, left + done, right + done, count - done) : 0;
@@ -252,7 +253,7 @@ class TwoKnobEffect : public SivrayFx {
   Settings live{startSettings()};
   PendingSettings<Settings> pending{live};
   bool immediate = false;
-  LaneForm laneForm = bestLaneForm();
+  LaneKind laneKind = bestLaneKind();
   unsigned silentSamples = 0;  ///< Zeros that went into the lines since the last sound, up to all that they hold.
 };
 

@@ -30,10 +30,10 @@ inline constexpr float kSineFifth = 0.07186159F;
 inline constexpr float kSineLift = 1.0000676F;
 
 /// One cycle over phases of -2 .. 2: 2 at both ends, 0 in the middle.
-template <typename Form>
-MarloFloats<Form> liftedSine(MarloFloats<Form> phase) {
-  using Floats = MarloFloats<Form>;
-  const Floats w = Form::magnitude(phase) - 1.0F;
+template <typename Lanes>
+MarloFloats<Lanes> liftedSine(MarloFloats<Lanes> phase) {
+  using Floats = MarloFloats<Lanes>;
+  const Floats w = Lanes::magnitude(phase) - 1.0F;
   const Floats square = w * w;
   const Floats linear = w * kSineLinear;
   const Floats cubic = square * kSineCubic * w;
@@ -41,26 +41,26 @@ MarloFloats<Form> liftedSine(MarloFloats<Form> phase) {
   return linear - cubic + fifth + kSineLift;
 }
 
-template <typename Form>
-MarloFloats<Form> wrappedPhase(MarloFloats<Form> phase) {
-  return Form::lessWhereAbove(phase, 2.0F, 4.0F);
+template <typename Lanes>
+MarloFloats<Lanes> wrappedPhase(MarloFloats<Lanes> phase) {
+  return Lanes::lessWhereAbove(phase, 2.0F, 4.0F);
 }
 
 /// How far behind the write position a voice is read.
-template <typename Form>
-MarloFloats<Form> voiceDelay(MarloFloats<Form> fastPhase, MarloFloats<Form> slowPhase, MarloFloats<Form> depth) {
-  const auto fast = liftedSine<Form>(fastPhase) * kSineScale * kFastShare;
-  const auto slow = liftedSine<Form>(slowPhase) * kSineScale;
+template <typename Lanes>
+MarloFloats<Lanes> voiceDelay(MarloFloats<Lanes> fastPhase, MarloFloats<Lanes> slowPhase, MarloFloats<Lanes> depth) {
+  const auto fast = liftedSine<Lanes>(fastPhase) * kSineScale * kFastShare;
+  const auto slow = liftedSine<Lanes>(slowPhase) * kSineScale;
   return (fast + slow) * depth;
 }
 
 /// What moves the voices of a register.
-template <typename Form>
+template <typename Lanes>
 struct EnsembleMotion {
-  MarloFloats<Form> fast[3];  ///< Of each voice on the left.
-  MarloFloats<Form> slow[3];
-  MarloFloats<Form> depth;
-  MarloFloats<Form> distance;  ///< Phase from the left to the right.
+  MarloFloats<Lanes> fast[3];  ///< Of each voice on the left.
+  MarloFloats<Lanes> slow[3];
+  MarloFloats<Lanes> depth;
+  MarloFloats<Lanes> distance;  ///< Phase from the left to the right.
 };
 
 /// A register of each voice's phases.
@@ -73,26 +73,26 @@ struct VoicePhases {
   MarloQuad next(float step) { return now = wrappedPhase<Four>(now + step); }
 
   /// Moves on by a register and hands the phases out by voice.
-  template <typename Form>
-  void move(float step, MarloFloats<Form>* byVoice) {
-    if constexpr (Form::kCount == 1) {
+  template <typename Lanes>
+  void move(float step, MarloFloats<Lanes>* byVoice) {
+    if constexpr (Lanes::kCount == 1) {
       float voices[4];
       Four::Registers::storeFloats(voices, next(step));
       std::copy_n(voices, 3, byVoice);
     } else {
-      MarloQuad moved[Form::kCount];
+      MarloQuad moved[Lanes::kCount];
       for (MarloQuad& sample : moved) {
         sample = next(step);
       }
-      for (unsigned i = 0; i < Form::kCount; i += 4) {
+      for (unsigned i = 0; i < Lanes::kCount; i += 4) {
         transpose(moved[i], moved[i + 1], moved[i + 2], moved[i + 3]);
       }
       for (unsigned voice = 0; voice < 3; ++voice) {
-        MarloQuad parts[Form::kQuads];
-        for (unsigned i = 0; i < Form::kQuads; ++i) {
+        MarloQuad parts[Lanes::kQuads];
+        for (unsigned i = 0; i < Lanes::kQuads; ++i) {
           parts[i] = moved[4 * i + voice];
         }
-        byVoice[voice] = Form::joined(parts);
+        byVoice[voice] = Lanes::joined(parts);
       }
     }
   }
@@ -100,47 +100,47 @@ struct VoicePhases {
   MarloQuad now;
 };
 
-template <typename Form>
-EnsembleMotion<Form> moveEnsemble(MarloEnsemble& law, VoicePhases& fast, VoicePhases& slow) {
-  EnsembleMotion<Form> motion;
+template <typename Lanes>
+EnsembleMotion<Lanes> moveEnsemble(MarloEnsemble& law, VoicePhases& fast, VoicePhases& slow) {
+  EnsembleMotion<Lanes> motion;
   const MarloSettings& to = law.settings;
-  motion.depth = Form::made([&] { return law.depth = marloSmoothed(law.depth, to.depthStep); });
-  const auto spread = Form::made([&] { return law.spread = marloSmoothed(law.spread, to.spreadStep); });
+  motion.depth = Lanes::made([&] { return law.depth = marloSmoothed(law.depth, to.depthStep); });
+  const auto spread = Lanes::made([&] { return law.spread = marloSmoothed(law.spread, to.spreadStep); });
   motion.distance = (spread - 1.0F) * kSpreadScale;
-  fast.move<Form>(kFastStep, motion.fast);
-  slow.move<Form>(kSlowStep, motion.slow);
+  fast.move<Lanes>(kFastStep, motion.fast);
+  slow.move<Lanes>(kSlowStep, motion.slow);
   return motion;
 }
 
-template <typename Form>
-void stepEnsemble(MarloLines& lines, const EnsembleMotion<Form>& motion, std::int16_t* left, std::int16_t* right) {
-  using Floats = MarloFloats<Form>;
-  writeMarlo<Form>(lines.leftLine, lines.writeIndex, loadMarlo<Form>(left));
-  writeMarlo<Form>(lines.rightLine, lines.writeIndex, loadMarlo<Form>(right));
-  const Floats at = marloPositions<Form>(lines.writeIndex);
+template <typename Lanes>
+void stepEnsemble(MarloLines& lines, const EnsembleMotion<Lanes>& motion, std::int16_t* left, std::int16_t* right) {
+  using Floats = MarloFloats<Lanes>;
+  writeMarlo<Lanes>(lines.leftLine, lines.writeIndex, loadMarlo<Lanes>(left));
+  writeMarlo<Lanes>(lines.rightLine, lines.writeIndex, loadMarlo<Lanes>(right));
+  const Floats at = marloPositions<Lanes>(lines.writeIndex);
   Floats lefts[3];
   Floats rights[3];
   for (unsigned voice = 0; voice < 3; ++voice) {
     const Floats fast = motion.fast[voice];
     const Floats slow = motion.slow[voice];
-    lefts[voice] = readMarlo<Form>(lines.leftLine, voiceDelay<Form>(fast, slow, motion.depth) + at);
-    const Floats laterFast = wrappedPhase<Form>(fast + motion.distance);
-    const Floats laterSlow = wrappedPhase<Form>(slow + motion.distance);
-    rights[voice] = readMarlo<Form>(lines.rightLine, voiceDelay<Form>(laterFast, laterSlow, motion.depth) + at);
+    lefts[voice] = readMarlo<Lanes>(lines.leftLine, voiceDelay<Lanes>(fast, slow, motion.depth) + at);
+    const Floats laterFast = wrappedPhase<Lanes>(fast + motion.distance);
+    const Floats laterSlow = wrappedPhase<Lanes>(slow + motion.distance);
+    rights[voice] = readMarlo<Lanes>(lines.rightLine, voiceDelay<Lanes>(laterFast, laterSlow, motion.depth) + at);
   }
-  storeMarlo<Form>(left, (lefts[0] + lefts[1] + lefts[2]) * kEnsembleGain);
-  storeMarlo<Form>(right, (rights[0] + rights[1] + rights[2]) * kEnsembleGain);
-  lines.skip(Form::kCount);
+  storeMarlo<Lanes>(left, (lefts[0] + lefts[1] + lefts[2]) * kEnsembleGain);
+  storeMarlo<Lanes>(right, (rights[0] + rights[1] + rights[2]) * kEnsembleGain);
+  lines.skip(Lanes::kCount);
 }
 
 /// Runs whole registers and returns the number of samples.
-template <typename Form>
+template <typename Lanes>
 [[gnu::flatten]] unsigned runEnsemble(MarloEnsemble& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   VoicePhases fast(law.fast);
   VoicePhases slow(law.slow);
   unsigned done = 0;
-  for (; done + Form::kCount <= count; done += Form::kCount) {
-    stepEnsemble<Form>(law.lines, moveEnsemble<Form>(law, fast, slow), left + done, right + done);
+  for (; done + Lanes::kCount <= count; done += Lanes::kCount) {
+    stepEnsemble<Lanes>(law.lines, moveEnsemble<Lanes>(law, fast, slow), left + done, right + done);
   }
   fast.putBack(law.fast);
   slow.putBack(law.slow);

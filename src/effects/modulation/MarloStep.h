@@ -12,14 +12,14 @@
 
 #include "effects/interfaces/Flushed.h"
 #include "effects/modulation/MarloChorus.h"
-#include "effects/modulation/MarloForms.h"
+#include "effects/modulation/MarloLanes.h"
 #include "effects/modulation/MarloPhase.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
-template <typename Form>
-using MarloFloats = typename Form::Floats;
+template <typename Lanes>
+using MarloFloats = typename Lanes::Floats;
 
 /// Limits to -1.0 .. 1.0.
 template <typename Floats>
@@ -30,55 +30,56 @@ Floats limited(Floats x) {
   return above > top ? top : above;
 }
 
-template <typename Form>
-MarloFloats<Form> loadMarlo(const std::int16_t* samples) {
-  return flushed(Form::load(samples) / kMarloFullScale);
+template <typename Lanes>
+MarloFloats<Lanes> loadMarlo(const std::int16_t* samples) {
+  return flushed(Lanes::load(samples) / kMarloFullScale);
 }
 
-template <typename Form>
-void storeMarlo(std::int16_t* samples, MarloFloats<Form> x) {
-  Form::store(samples, limited(x) * kMarloFullScale);
+template <typename Lanes>
+void storeMarlo(std::int16_t* samples, MarloFloats<Lanes> x) {
+  Lanes::store(samples, limited(x) * kMarloFullScale);
 }
 
 /// Writes the register to the entries from `at` downwards.
-template <typename Form>
-void writeMarlo(MarloLine& line, std::size_t at, MarloFloats<Form> x) {
+template <typename Lanes>
+void writeMarlo(MarloLine& line, std::size_t at, MarloFloats<Lanes> x) {
   float* const samples = line.samples.data();
-  if (at >= Form::kCount - 1) [[likely]] {
-    Form::storeDownwards(samples + at, x);
+  if (at >= Lanes::kCount - 1) [[likely]] {
+    Lanes::storeDownwards(samples + at, x);
   } else {
-    float upwards[Form::kCount];
-    Form::storeDownwards(upwards + Form::kCount - 1, x);
-    for (unsigned i = 0; i < Form::kCount; ++i) {
-      samples[(at - i) & (MarloLine::kLength - 1)] = upwards[Form::kCount - 1 - i];
+    float upwards[Lanes::kCount];
+    Lanes::storeDownwards(upwards + Lanes::kCount - 1, x);
+    for (unsigned i = 0; i < Lanes::kCount; ++i) {
+      samples[(at - i) & (MarloLine::kLength - 1)] = upwards[Lanes::kCount - 1 - i];
     }
   }
   samples[MarloLine::kLength] = samples[0];
 }
 
 /// The write position of each sample of a register whose first is written at `at`.
-template <typename Form>
-MarloFloats<Form> marloPositions(std::size_t at) {
-  return Form::floatsOf(Form::downwards(static_cast<std::int32_t>(at), static_cast<std::int32_t>(MarloLine::kLength)));
+template <typename Lanes>
+MarloFloats<Lanes> marloPositions(std::size_t at) {
+  return Lanes::floatsOf(
+      Lanes::downwards(static_cast<std::int32_t>(at), static_cast<std::int32_t>(MarloLine::kLength)));
 }
 
 /// Reads between two samples. Positions are 0 to twice the length.
-template <typename Form>
-MarloFloats<Form> readMarlo(const MarloLine& line, MarloFloats<Form> position) {
-  const MarloFloats<Form> wrapped = position >= MarloLine::kWrap ? position - MarloLine::kWrap : position;
-  const auto whole = Form::truncated(wrapped);
-  const MarloFloats<Form> fraction = wrapped - Form::floatsOf(whole);
-  MarloFloats<Form> newer;
-  MarloFloats<Form> older;
-  Form::readPairs(line.samples.data(), whole, newer, older);
+template <typename Lanes>
+MarloFloats<Lanes> readMarlo(const MarloLine& line, MarloFloats<Lanes> position) {
+  const MarloFloats<Lanes> wrapped = position >= MarloLine::kWrap ? position - MarloLine::kWrap : position;
+  const auto whole = Lanes::truncated(wrapped);
+  const MarloFloats<Lanes> fraction = wrapped - Lanes::floatsOf(whole);
+  MarloFloats<Lanes> newer;
+  MarloFloats<Lanes> older;
+  Lanes::readPairs(line.samples.data(), whole, newer, older);
   return newer + (older - newer) * fraction;
 }
 
 /// Both channels of a register.
-template <typename Form>
+template <typename Lanes>
 struct MarloPair {
-  MarloFloats<Form> left;
-  MarloFloats<Form> right;
+  MarloFloats<Lanes> left;
+  MarloFloats<Lanes> right;
 };
 
 /// The triangle at a phase of 0 to 1 cycles, -1.0 to 1.0, before its smoothing.
@@ -96,23 +97,23 @@ Floats smoothedTriangle(Floats lfo, Floats target) {
 
 /// The next samples of the smoothed triangles. Phase, spread and smoothing move sample by sample, both channels of the
 /// smoothing in the lower two lanes.
-template <typename Form>
-MarloPair<Form> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
-  using Floats = MarloFloats<Form>;
+template <typename Lanes>
+MarloPair<Lanes> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
+  using Floats = MarloFloats<Lanes>;
   MarloSweep now = sweep;
-  const Floats phase = Form::made([&] { return now.nextPhase(to); });
-  const Floats spread = Form::made([&] { return now.nextSpread(to); });
+  const Floats phase = Lanes::made([&] { return now.nextPhase(to); });
+  const Floats spread = Lanes::made([&] { return now.nextSpread(to); });
   const Floats lagging = phase - (spread - 1.0F) * 0.5F;
   const Floats wrapped = lagging < 0.0F ? lagging + 1.0F : lagging;
-  MarloPair<Form> triangles{marloTriangle(phase), marloTriangle(wrapped)};
-  if constexpr (Form::kCount == 1) {
+  MarloPair<Lanes> triangles{marloTriangle(phase), marloTriangle(wrapped)};
+  if constexpr (Lanes::kCount == 1) {
     now.leftLfo = smoothedTriangle(now.leftLfo, triangles.left);
     now.rightLfo = smoothedTriangle(now.rightLfo, triangles.right);
     triangles = {now.leftLfo, now.rightLfo};
   } else {
     using Four = cofu::registers::Registers128;
-    MarloQuad quads[Form::kCount / 2];
-    Form::interleave(triangles.left, triangles.right, quads);
+    MarloQuad quads[Lanes::kCount / 2];
+    Lanes::interleave(triangles.left, triangles.right, quads);
     MarloQuad lfo = Four::fourFloats(now.leftLfo, now.rightLfo, 0.0F, 0.0F);
     for (MarloQuad& quad : quads) {
       const MarloQuad first = smoothedTriangle(lfo, quad);
@@ -121,7 +122,7 @@ MarloPair<Form> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
     }
     now.leftLfo = Four::firstFloat(lfo);
     now.rightLfo = Four::secondFloat(lfo);
-    Form::separate(quads, triangles.left, triangles.right);
+    Lanes::separate(quads, triangles.left, triangles.right);
   }
   sweep = now;
   return triangles;
@@ -138,47 +139,47 @@ inline void skipSweep(MarloSweep& sweep, const MarloSettings& to, unsigned count
 
 /// Takes a register of samples in, reads the taps `depth` times the triangle `lfo` and `base` behind them, and lets
 /// `sound(in, taps)` make the output.
-template <typename Form, typename Law, typename Sound>
-void stepMarlo(Law& law, const MarloPair<Form>& lfo, std::int16_t* left, std::int16_t* right, Sound&& sound) {
+template <typename Lanes, typename Law, typename Sound>
+void stepMarlo(Law& law, const MarloPair<Lanes>& lfo, std::int16_t* left, std::int16_t* right, Sound&& sound) {
   MarloLines& lines = law.lines;
-  const MarloPair<Form> in{loadMarlo<Form>(left), loadMarlo<Form>(right)};
-  writeMarlo<Form>(lines.leftLine, lines.writeIndex, in.left);
-  writeMarlo<Form>(lines.rightLine, lines.writeIndex, in.right);
-  const MarloFloats<Form> at = marloPositions<Form>(lines.writeIndex);
-  const MarloPair<Form> taps{readMarlo<Form>(lines.leftLine, lfo.left * Law::kDepth + at + Law::kBase),
-                             readMarlo<Form>(lines.rightLine, lfo.right * Law::kDepth + at + Law::kBase)};
-  const MarloPair<Form> out = sound(in, taps);
-  storeMarlo<Form>(left, out.left);
-  storeMarlo<Form>(right, out.right);
-  lines.skip(Form::kCount);
+  const MarloPair<Lanes> in{loadMarlo<Lanes>(left), loadMarlo<Lanes>(right)};
+  writeMarlo<Lanes>(lines.leftLine, lines.writeIndex, in.left);
+  writeMarlo<Lanes>(lines.rightLine, lines.writeIndex, in.right);
+  const MarloFloats<Lanes> at = marloPositions<Lanes>(lines.writeIndex);
+  const MarloPair<Lanes> taps{readMarlo<Lanes>(lines.leftLine, lfo.left * Law::kDepth + at + Law::kBase),
+                              readMarlo<Lanes>(lines.rightLine, lfo.right * Law::kDepth + at + Law::kBase)};
+  const MarloPair<Lanes> out = sound(in, taps);
+  storeMarlo<Lanes>(left, out.left);
+  storeMarlo<Lanes>(right, out.right);
+  lines.skip(Lanes::kCount);
 }
 
 /// Runs whole registers and returns the number of samples. The triangles are a register ahead: they and the sound wait
 /// for their own last samples, so that the processor computes both at once.
-template <typename Form, typename Law, typename Sound>
+template <typename Lanes, typename Law, typename Sound>
 unsigned runMarlo(Law& law, std::int16_t* left, std::int16_t* right, unsigned count, Sound&& sound) {
-  const unsigned whole = count - count % Form::kCount;
+  const unsigned whole = count - count % Lanes::kCount;
   if (whole == 0) {
     return 0;
   }
-  MarloPair<Form> lfo = sweepMarlo<Form>(law.sweep, law.settings);
+  MarloPair<Lanes> lfo = sweepMarlo<Lanes>(law.sweep, law.settings);
   unsigned done = 0;
-  for (; done + Form::kCount < whole; done += Form::kCount) {
-    const MarloPair<Form> next = sweepMarlo<Form>(law.sweep, law.settings);
-    stepMarlo<Form>(law, lfo, left + done, right + done, sound);
+  for (; done + Lanes::kCount < whole; done += Lanes::kCount) {
+    const MarloPair<Lanes> next = sweepMarlo<Lanes>(law.sweep, law.settings);
+    stepMarlo<Lanes>(law, lfo, left + done, right + done, sound);
     lfo = next;
   }
-  stepMarlo<Form>(law, lfo, left + done, right + done, sound);
+  stepMarlo<Lanes>(law, lfo, left + done, right + done, sound);
   return whole;
 }
 
-template <typename Form>
+template <typename Lanes>
 [[gnu::flatten]] unsigned runMarloPhase(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  const auto sound = [](const MarloPair<Form>& in, const MarloPair<Form>& taps) {
-    return MarloPair<Form>{(taps.left + in.left) * MarloPhase::kSumGain,
-                           (taps.right + in.right) * MarloPhase::kSumGain};
+  const auto sound = [](const MarloPair<Lanes>& in, const MarloPair<Lanes>& taps) {
+    return MarloPair<Lanes>{(taps.left + in.left) * MarloPhase::kSumGain,
+                            (taps.right + in.right) * MarloPhase::kSumGain};
   };
-  return runMarlo<Form>(law, left, right, count, sound);
+  return runMarlo<Lanes>(law, left, right, count, sound);
 }
 
 /// Turns four registers with the values of one sample each into registers with one value of each sample, and back.
@@ -234,9 +235,9 @@ struct MarloHighpasses {
   }
 
   /// A register of each channel. `in` becomes dry, `taps` wet.
-  template <typename Form>
-  void runBoth(MarloPair<Form>& in, MarloPair<Form>& taps) {
-    if constexpr (Form::kCount == 1) {
+  template <typename Lanes>
+  void runBoth(MarloPair<Lanes>& in, MarloPair<Lanes>& taps) {
+    if constexpr (Lanes::kCount == 1) {
       MarloQuad x = Four::fourFloats(in.left, in.right, taps.left, taps.right);
       run(x);
       float four[4];
@@ -244,19 +245,19 @@ struct MarloHighpasses {
       in = {four[0], four[1]};
       taps = {four[2], four[3]};
     } else {
-      MarloQuad dryLeft[Form::kQuads];
-      MarloQuad dryRight[Form::kQuads];
-      MarloQuad wetLeft[Form::kQuads];
-      MarloQuad wetRight[Form::kQuads];
-      Form::split(in.left, dryLeft);
-      Form::split(in.right, dryRight);
-      Form::split(taps.left, wetLeft);
-      Form::split(taps.right, wetRight);
-      for (unsigned i = 0; i < Form::kQuads; ++i) {
+      MarloQuad dryLeft[Lanes::kQuads];
+      MarloQuad dryRight[Lanes::kQuads];
+      MarloQuad wetLeft[Lanes::kQuads];
+      MarloQuad wetRight[Lanes::kQuads];
+      Lanes::split(in.left, dryLeft);
+      Lanes::split(in.right, dryRight);
+      Lanes::split(taps.left, wetLeft);
+      Lanes::split(taps.right, wetRight);
+      for (unsigned i = 0; i < Lanes::kQuads; ++i) {
         run(dryLeft[i], dryRight[i], wetLeft[i], wetRight[i]);
       }
-      in = {Form::joined(dryLeft), Form::joined(dryRight)};
-      taps = {Form::joined(wetLeft), Form::joined(wetRight)};
+      in = {Lanes::joined(dryLeft), Lanes::joined(dryRight)};
+      taps = {Lanes::joined(wetLeft), Lanes::joined(wetRight)};
     }
   }
 
@@ -274,16 +275,16 @@ Floats chorused(Floats dry, Floats wet) {
   return (wet * MarloChorus::kWetGain + dry) * MarloChorus::kSumGain;
 }
 
-template <typename Form>
+template <typename Lanes>
 [[gnu::flatten]] unsigned runMarloChorus(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
   MarloHighpasses highpasses(law);
-  const auto sound = [&highpasses](const MarloPair<Form>& in, const MarloPair<Form>& taps) {
-    MarloPair<Form> dry = in;
-    MarloPair<Form> wet = taps;
-    highpasses.runBoth<Form>(dry, wet);
-    return MarloPair<Form>{chorused(dry.left, wet.left), chorused(dry.right, wet.right)};
+  const auto sound = [&highpasses](const MarloPair<Lanes>& in, const MarloPair<Lanes>& taps) {
+    MarloPair<Lanes> dry = in;
+    MarloPair<Lanes> wet = taps;
+    highpasses.runBoth<Lanes>(dry, wet);
+    return MarloPair<Lanes>{chorused(dry.left, wet.left), chorused(dry.right, wet.right)};
   };
-  const unsigned done = runMarlo<Form>(law, left, right, count, sound);
+  const unsigned done = runMarlo<Lanes>(law, left, right, count, sound);
   highpasses.putBack(law);
   return done;
 }

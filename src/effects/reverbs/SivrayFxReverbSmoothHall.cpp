@@ -67,9 +67,9 @@ void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Bloc
 void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, unsigned count) {
   unsigned done = 0;
   const bool ticks = state->tickListener != nullptr;
-  if (!ticks && laneForm != LaneForm::plain) {
+  if (!ticks && laneKind != LaneKind::plain) {
     if constexpr (SIVRAY_FOR_X86) {
-      done = laneForm == LaneForm::avx2 ? runAvx2(flow, left, right, count) : 0;
+      done = laneKind == LaneKind::avx2 ? runAvx2(flow, left, right, count) : 0;
     }
     done += done < count ? runBaseline(flow, left + done, right + done, count - done) : 0;
   }

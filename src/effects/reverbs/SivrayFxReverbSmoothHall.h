@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "effects/interfaces/BasicEffect.h"
-#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/reverbs/HallFlow.h"
 #include "platform/ZeroedPages.h"
@@ -26,8 +26,8 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   bool hasTail() const override { return false; }
   void processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) override;
 
-  /// Changes the form; the processor must have it. At first it is the fastest one.
-  void useLanes(LaneForm form) { laneForm = form; }
+  /// Changes the kind of lanes; the processor must have it. At first it is the fastest one.
+  void useLanes(LaneKind kind) { laneKind = kind; }
 
  private:
   struct Settings {
@@ -47,7 +47,7 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   PendingSettings<Settings> pending{Settings{}, true};
   Settings live;
   HallFlow flow;
-  LaneForm laneForm = bestLaneForm();
+  LaneKind laneKind = bestLaneKind();
   platform::ZeroedArray<std::int16_t> memory;
   bool hasWritten = false;  ///< Since the memory was zero.
 };

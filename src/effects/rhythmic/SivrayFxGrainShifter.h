@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 

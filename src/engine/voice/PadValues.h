@@ -1,4 +1,4 @@
-// The eighteen settings of a pad, in the form that the voices read.
+// The eighteen settings of a pad, as the voices read them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

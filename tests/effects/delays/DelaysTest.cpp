@@ -54,10 +54,10 @@ TEST(Delays, BpmDelayKeepsToNotesThatFitItsLine) {
   }
 }
 
-TEST(Delays, EveryFormSoundsAsThePlainOne) {
+TEST(Delays, EveryKindSoundsAsThePlainOne) {
   for (unsigned seed = 1; seed <= 8; ++seed) {
-    scene::expectFormsToAgree<SivrayFxShortDelay>(seed, 600);
-    scene::expectFormsToAgree<SivrayFxBpmSyncDelay>(seed, 1200);
+    scene::expectKindsToAgree<SivrayFxShortDelay>(seed, 600);
+    scene::expectKindsToAgree<SivrayFxBpmSyncDelay>(seed, 1200);
   }
 }
 

@@ -61,14 +61,14 @@ struct DriveModel : PlainModel {
 
 TEST(Dynamics, DriveMatchesItsPlainModelThroughRandomScenes) {
   playScenes<EffectAdapter<Q60393Drive>>(DriveModel());
-  expectFormsToAgree<EffectAdapter<Q60393Drive>>(1, 400);
+  expectKindsToAgree<EffectAdapter<Q60393Drive>>(1, 400);
 }
 
-TEST(Dynamics, EveryFormInLanesSoundsAsTheFormSampleBySample) {
+TEST(Dynamics, EveryKindOfLanesSoundsAsThePlainOne) {
   for (const unsigned seed : {1U, 2U}) {
-    expectFormsToAgree<EffectAdapter<Pump>>(seed, 400);
-    expectFormsToAgree<SivrayFxCompressor>(seed, 400);
-    expectFormsToAgree<EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>>(seed, 400);
+    expectKindsToAgree<EffectAdapter<Pump>>(seed, 400);
+    expectKindsToAgree<SivrayFxCompressor>(seed, 400);
+    expectKindsToAgree<EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>>(seed, 400);
   }
 }
 
@@ -159,12 +159,12 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
   }
 }
 
-TEST(TubeStage, TheFastestFormGivesTheSameBitsAsThePlainOne) {
+TEST(TubeStage, TheFastestKindGivesTheSameBitsAsThePlainOne) {
   using tesh::bramel::plugin::fxkit::Kilnode;
   constexpr float kEdges[]{0.0F, -0.0F, 1.0F, -1.0F, 1e-40F, -3e37F, std::numeric_limits<float>::infinity()};
   Kilnode plain;
   Kilnode fast;
-  plain.useLanes(LaneForm::plain);
+  plain.useLanes(LaneKind::plain);
   Dice dice(4);
   for (int round = 0; round < 400; ++round) {
     const float gain = dice.oneIn(3) ? static_cast<float>(dice.upTo(127)) / 127.0F : plain.parameter(0);

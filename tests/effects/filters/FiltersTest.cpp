@@ -23,7 +23,7 @@ using Lowpass = SivrayFxTolvanFilter<TolvanMode::kLowpass>;
 using Highpass = SivrayFxTolvanFilter<TolvanMode::kHighpass>;
 using Bandpass = SivrayFxTolvanFilter<TolvanMode::kBandpass>;
 
-TEST(Filters, VectorFormsMatchTheirPlainModelsThroughRandomScenes) {
+TEST(Filters, VectorKindsMatchTheirPlainModelsThroughRandomScenes) {
   playScenes<Lowpass>(TolvanModel{0});
   playScenes<Highpass>(TolvanModel{1});
   playScenes<Bandpass>(TolvanModel{2});
@@ -31,21 +31,21 @@ TEST(Filters, VectorFormsMatchTheirPlainModelsThroughRandomScenes) {
   playScenes<SivrayFxEqualizer>(EqualizerModel{});
 }
 
-TEST(Filters, EveryFormSoundsAsThePlainOne) {
+TEST(Filters, EveryKindSoundsAsThePlainOne) {
   for (unsigned seed = 1; seed <= 4; ++seed) {
-    expectFormsToAgree<Lowpass>(seed, 400);
-    expectFormsToAgree<Highpass>(seed, 400);
-    expectFormsToAgree<Bandpass>(seed, 400);
-    expectFormsToAgree<SivrayFxTalkingModulator>(seed, 400);
-    expectFormsToAgree<EffectAdapter<CombFilter>>(seed, 200);
-    expectFormsToAgree<EffectAdapter<PeakingEQ>>(seed, 400);
+    expectKindsToAgree<Lowpass>(seed, 400);
+    expectKindsToAgree<Highpass>(seed, 400);
+    expectKindsToAgree<Bandpass>(seed, 400);
+    expectKindsToAgree<SivrayFxTalkingModulator>(seed, 400);
+    expectKindsToAgree<EffectAdapter<CombFilter>>(seed, 200);
+    expectKindsToAgree<EffectAdapter<PeakingEQ>>(seed, 400);
   }
 }
 
 TEST(Filters, CombSoundsTheSameInLanesAtEveryDelay) {
   Dice dice(8);
-  InForm<EffectAdapter<CombFilter>> plain(LaneForm::plain);
-  InForm<EffectAdapter<CombFilter>> fast(bestLaneForm());
+  InKind<EffectAdapter<CombFilter>> plain(LaneKind::plain);
+  InKind<EffectAdapter<CombFilter>> fast(bestLaneKind());
   Stereo in(3001);
   std::generate(in.left.begin(), in.left.end(), [&] { return static_cast<std::int16_t>(dice.upTo(65535) - 32768); });
   Stereo expected;

@@ -1,23 +1,23 @@
-// Runs an effect in every form that the processor has beside its plain form, and compares every sample.
+// Runs an effect sample by sample and in every kind of lanes that the processor has, and compares every sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "effects/interfaces/EffectScene.h"
-#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 
 namespace scene {
 
-using tesh::bramel::plugin::sivray::effects::LaneForm;
+using tesh::bramel::plugin::sivray::effects::LaneKind;
 
-/// An effect fixed to one form. Provides delay memory to an effect that needs it.
+/// An effect fixed to one kind of lanes. Provides delay memory to an effect that needs it.
 template <typename Effect>
-struct InForm : Effect {
-  explicit InForm(LaneForm form) {
+struct InKind : Effect {
+  explicit InKind(LaneKind kind) {
     if constexpr (requires(Effect & effect) { memory.add(&effect); }) {
       memory.add(this);
     }
-    this->useLanes(form);
+    this->useLanes(kind);
   }
 
   void render(const Stereo& in, Stereo& out) {
@@ -56,13 +56,13 @@ void turn(Dice& dice, Effect& effect) {
 
 /// Values glide for part of the scene and rest for most of it.
 template <typename Effect>
-void expectFormsToAgree(unsigned seed, int blocks) {
-  for (const LaneForm form : {LaneForm::baseline, LaneForm::avx2}) {
-    if (form > tesh::bramel::plugin::sivray::effects::bestLaneForm()) {
+void expectKindsToAgree(unsigned seed, int blocks) {
+  for (const LaneKind kind : {LaneKind::baseline, LaneKind::avx2}) {
+    if (kind > tesh::bramel::plugin::sivray::effects::bestLaneKind()) {
       continue;
     }
-    InForm<Effect> plain(LaneForm::plain);
-    InForm<Effect> fast(form);
+    InKind<Effect> plain(LaneKind::plain);
+    InKind<Effect> fast(kind);
     Dice dice(seed);
     plain.reset();
     fast.reset();
@@ -77,7 +77,7 @@ void expectFormsToAgree(unsigned seed, int blocks) {
       const Stereo in = dice.input(dice.blockSize());
       plain.render(in, expected);
       fast.render(in, sound);
-      ASSERT_EQ(sound, expected) << "form " << static_cast<int>(form) << " seed " << seed << " block " << b;
+      ASSERT_EQ(sound, expected) << "kind " << static_cast<int>(kind) << " seed " << seed << " block " << b;
     }
   }
 }

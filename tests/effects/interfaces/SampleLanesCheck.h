@@ -1,5 +1,5 @@
-// Compares the operations of a form of sample lanes with those of OneSample. A template, for the test to compile with
-// the instructions of each form.
+// Compares the operations of one kind of sample lanes with those of OneSample. A template, for the test to compile with
+// the instructions of each kind.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The operations of sample lanes in each form against those of one sample.
+// The operations of each kind of sample lanes against those of one sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/SampleLanes.h"
 
@@ -8,7 +8,7 @@
 #include <random>
 
 #include "core/VectorCode.h"
-#include "effects/interfaces/LaneForm.h"
+#include "effects/interfaces/LaneKind.h"
 
 #include "effects/interfaces/SampleLanesCheck.h"
 
@@ -23,7 +23,7 @@ int edgy(std::mt19937& random, int limit) {
   return upTo(1) == 0 ? edges[upTo(6)] : upTo(2 * limit) - limit;
 }
 
-TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
+TEST(SampleLanes, EveryKindComputesAsOneSampleDoes) {
   std::mt19937 random(1);
   for (int round = 0; round < 20000; ++round) {
     SampleRow a{};
@@ -41,7 +41,7 @@ TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
     operate<Samples128>(a, b, numbers, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
 #if SIVRAY_FOR_X86
-    if (bestLaneForm() == LaneForm::avx2) {
+    if (bestLaneKind() == LaneKind::avx2) {
       results = {};
       operateAvx2(a, b, numbers, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
@@ -50,7 +50,7 @@ TEST(SampleLanes, EveryFormComputesAsOneSampleDoes) {
   }
 }
 
-TEST(SampleLanes, EveryFormComputesWordsAsOneWordDoes) {
+TEST(SampleLanes, EveryKindComputesWordsAsOneWordDoes) {
   std::mt19937 random(2);
   const auto word = [&random] {
     constexpr int kEdges[]{-2147483647 - 1, 2147483647, 0, -1, 65536, -65536};
@@ -68,7 +68,7 @@ TEST(SampleLanes, EveryFormComputesWordsAsOneWordDoes) {
     operateOnWords<Samples128::Words>(a, b, factor, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
 #if SIVRAY_FOR_X86
-    if (bestLaneForm() == LaneForm::avx2) {
+    if (bestLaneKind() == LaneKind::avx2) {
       results = {};
       operateOnWordsAvx2(a, b, factor, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
@@ -82,7 +82,7 @@ TEST(SampleLanes, ARingContinuesAtItsStart) {
   EXPECT_TRUE(comesRoundTheRing<OneSample>(samples.data()));
   EXPECT_TRUE(comesRoundTheRing<Samples128>(samples.data()));
 #if SIVRAY_FOR_X86
-  if (bestLaneForm() == LaneForm::avx2) {
+  if (bestLaneKind() == LaneKind::avx2) {
     EXPECT_TRUE(comesRoundTheRingAvx2(samples.data()));
   }
 #endif

@@ -85,11 +85,11 @@ TEST(Reverbs, GateHoldsForTheTimeOfItsKnobAndThenCloses) {
   EXPECT_GT(gate.step(3276, 0, kHoldStep), gain) << "a peak at the threshold opens it";
 }
 
-TEST(Reverbs, EveryFormSoundsAsThePlainOne) {
+TEST(Reverbs, EveryKindSoundsAsThePlainOne) {
   for (unsigned seed = 1; seed <= 4; ++seed) {
-    scene::expectFormsToAgree<HallAlone>(seed, 600);
-    scene::expectFormsToAgree<SivrayFxReverb>(seed, 600);
-    scene::expectFormsToAgree<EffectAdapter2<GateReverb>>(seed, 600);
+    scene::expectKindsToAgree<HallAlone>(seed, 600);
+    scene::expectKindsToAgree<SivrayFxReverb>(seed, 600);
+    scene::expectKindsToAgree<EffectAdapter2<GateReverb>>(seed, 600);
   }
 }
 

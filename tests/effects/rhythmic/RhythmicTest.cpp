@@ -118,18 +118,18 @@ TEST(Rhythmic, GrainShifterMatchesItsPlainModelThroughRandomScenes) {
   playScenes<Played<SivrayFxGrainShifter, kRestart>>(GrainModel{}, 100);
 }
 
-TEST(Rhythmic, EveryFormInLanesSoundsAsTheFormSampleBySample) {
+TEST(Rhythmic, EveryKindOfLanesSoundsAsThePlainOne) {
   for (const unsigned seed : {1U, 2U}) {
-    expectFormsToAgree<SivrayFxGrainShifter>(seed, 400);
-    expectFormsToAgree<EffectAdapter<Slicer>>(seed, 400);
+    expectKindsToAgree<SivrayFxGrainShifter>(seed, 400);
+    expectKindsToAgree<EffectAdapter<Slicer>>(seed, 400);
   }
 }
 
-TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainForm) {
+TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainKind) {
   Dice dice(5);
   for (const auto& [speed, tempo] : {std::pair{127, 100000}, {127, 2000}, {0, 10}, {0, 0}}) {
-    InForm<SivrayFxGrainShifter> plain(LaneForm::plain);
-    InForm<SivrayFxGrainShifter> fast(bestLaneForm());
+    InKind<SivrayFxGrainShifter> plain(LaneKind::plain);
+    InKind<SivrayFxGrainShifter> fast(bestLaneKind());
     Stereo in(140000);
     std::generate(in.left.begin(), in.left.end(), [&] { return static_cast<std::int16_t>(dice.upTo(20000)); });
     Stereo expected;
@@ -147,8 +147,8 @@ TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainForm) {
 }
 
 /// A slicer without a hold whose saws meet at their tops after 500 samples.
-struct OpenGate : InForm<EffectAdapter<Slicer>> {
-  explicit OpenGate(LaneForm form) : InForm(form) {
+struct OpenGate : InKind<EffectAdapter<Slicer>> {
+  explicit OpenGate(LaneKind kind) : InKind(kind) {
     setParameter(kEdit2, 0);
     Stereo settle = constantSound(20000, 0);
     settle.left[0] = 1;
@@ -157,12 +157,12 @@ struct OpenGate : InForm<EffectAdapter<Slicer>> {
   }
 };
 
-TEST(Rhythmic, LanesLeaveAGateWithoutAHoldToThePlainForm) {
+TEST(Rhythmic, LanesLeaveAGateWithoutAHoldToThePlainKind) {
   const Stereo in = constantSound(2000, 20000);
   Stereo expected;
   Stereo sound;
-  OpenGate(LaneForm::plain).render(in, expected);
-  OpenGate(bestLaneForm()).render(in, sound);
+  OpenGate(LaneKind::plain).render(in, expected);
+  OpenGate(bestLaneKind()).render(in, sound);
   EXPECT_EQ(sound, expected);
 }
 

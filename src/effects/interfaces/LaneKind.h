@@ -8,23 +8,23 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// How a law is computed. Every form returns the same bits; SampleLanes.h describes the forms.
-enum class LaneForm : std::uint8_t {
+/// How a law is computed. Every kind gives the same bits; SampleLanes.h describes the lanes.
+enum class LaneKind : std::uint8_t {
   plain,     ///< Sample by sample.
   baseline,  ///< In registers that every processor has: mostly eight samples at a time.
   avx2       ///< With AVX2: mostly sixteen samples at a time.
 };
 
-/// Samples that the longest form computes at once. Feedback must be at least that old.
+/// Samples that the longest lanes compute at once. Feedback must be at least that old.
 inline constexpr int kMostLanes = 16;
 
-/// The fastest form that this processor has, within the limit of platform::VectorLimit. Any thread.
-inline LaneForm bestLaneForm() {
+/// The fastest kind that this processor has, within the limit of platform::VectorLimit. Any thread.
+inline LaneKind bestLaneKind() {
   using platform::VectorSet;
   if (platform::supports(VectorSet::avx2)) {
-    return LaneForm::avx2;
+    return LaneKind::avx2;
   }
-  return platform::supports(VectorSet::baseline) ? LaneForm::baseline : LaneForm::plain;
+  return platform::supports(VectorSet::baseline) ? LaneKind::baseline : LaneKind::plain;
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -1,4 +1,4 @@
-// The modulation effects that run on many samples at once, in every form.
+// The modulation effects that run on many samples at once, in every kind of lanes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
@@ -19,16 +19,16 @@ namespace {
 
 using namespace tesh::bramel::plugin::sivray::effects;
 
-TEST(Modulation, EveryFormInLanesSoundsAsTheFormSampleBySample) {
+TEST(Modulation, EveryKindOfLanesSoundsAsThePlainOne) {
   for (const unsigned seed : {1U, 2U}) {
-    scene::expectFormsToAgree<SivrayFxIMarloEffects<MarloChorus>>(seed, 600);
-    scene::expectFormsToAgree<SivrayFxIMarloEffects<MarloEnsemble>>(seed, 600);
-    scene::expectFormsToAgree<SivrayFxIMarloEffects<MarloPhase>>(seed, 600);
-    scene::expectFormsToAgree<SivrayFxChorusFlanger>(seed, 600);
-    scene::expectFormsToAgree<EffectAdapter<Q60393Phaser>>(seed, 600);
-    scene::expectFormsToAgree<EffectAdapter<Ringmod>>(seed, 400);
-    scene::expectFormsToAgree<EffectAdapter<Q60393Tremolo>>(seed, 400);
-    scene::expectFormsToAgree<EffectAdapter<Q60393Autopan>>(seed, 400);
+    scene::expectKindsToAgree<SivrayFxIMarloEffects<MarloChorus>>(seed, 600);
+    scene::expectKindsToAgree<SivrayFxIMarloEffects<MarloEnsemble>>(seed, 600);
+    scene::expectKindsToAgree<SivrayFxIMarloEffects<MarloPhase>>(seed, 600);
+    scene::expectKindsToAgree<SivrayFxChorusFlanger>(seed, 600);
+    scene::expectKindsToAgree<EffectAdapter<Q60393Phaser>>(seed, 600);
+    scene::expectKindsToAgree<EffectAdapter<Ringmod>>(seed, 400);
+    scene::expectKindsToAgree<EffectAdapter<Q60393Tremolo>>(seed, 400);
+    scene::expectKindsToAgree<EffectAdapter<Q60393Autopan>>(seed, 400);
   }
 }
 
@@ -48,7 +48,7 @@ TEST(Modulation, LanesStopWhereATriangleIsAtItsVeryTop) {
         plain.step({}, expected.left[i], expected.right[i]);
       }
 #if SIVRAY_FOR_X86
-      const auto run = bestLaneForm() == LaneForm::avx2 ? &Q60393Autopan::runAvx2 : &Q60393Autopan::runBaseline;
+      const auto run = bestLaneKind() == LaneKind::avx2 ? &Q60393Autopan::runAvx2 : &Q60393Autopan::runBaseline;
 #else
       const auto run = &Q60393Autopan::runBaseline;
 #endif

@@ -1,5 +1,5 @@
 // How many consecutive samples of one channel the Marlo effects compute at once, in single precision: one, or as many
-// as a register holds. Both forms have the same operations. MarloStep.h tells who may include this.
+// as a register holds. MarloOne and MarloIn have the same operations. MarloStep.h tells who may include this.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ namespace {
 /// Four values, of which each stays apart from the others: the voices of a sample, or its highpasses.
 using MarloQuad = cofu::registers::Registers128::Floats;
 
-/// The plain form. The comments hold for the other one too.
+/// One sample. The comments hold for MarloIn too.
 struct MarloOne {
   static constexpr unsigned kCount = 1;
   using Floats = float;
