@@ -160,6 +160,8 @@ class Instance {
   Host hostRecord;
 
  private:
+  static constexpr std::uint32_t kTimer = 7;
+
   static Instance& of(const Host* host) { return *static_cast<Instance*>(host->hostData); }
   static void nothing(const Host*) {}
   static void wantCallback(const Host* host) { of(host).wantsCallback = true; }
@@ -183,14 +185,24 @@ class Instance {
                                                  [](const Host* host, std::uint32_t, const char*, const char* key) {
                                                    of(host).log.push_back(std::string("loaded ") + key);
                                                  }};
+    static constexpr HostTimerSupport kHostTimers{[](const Host* host, std::uint32_t, std::uint32_t* timer) {
+                                                    of(host).log.emplace_back("timer");
+                                                    *timer = kTimer;
+                                                    return true;
+                                                  },
+                                                  [](const Host* host, std::uint32_t timer) {
+                                                    of(host).log.emplace_back(timer == kTimer ? "no timer" : "");
+                                                    return true;
+                                                  }};
     const std::string_view wanted(id);
-    return wanted == kParams        ? static_cast<const void*>(&kHostParams)
-           : wanted == kState       ? &kHostState
-           : wanted == kNoteName    ? &kHostNames
-           : wanted == kLatency     ? &kHostLatency
-           : wanted == kThreadCheck ? &kHostThreads
-           : wanted == kPresetLoad  ? static_cast<const void*>(&kHostPresets)
-                                    : nullptr;
+    return wanted == kParams         ? static_cast<const void*>(&kHostParams)
+           : wanted == kState        ? &kHostState
+           : wanted == kNoteName     ? &kHostNames
+           : wanted == kLatency      ? &kHostLatency
+           : wanted == kThreadCheck  ? &kHostThreads
+           : wanted == kTimerSupport ? &kHostTimers
+           : wanted == kPresetLoad   ? static_cast<const void*>(&kHostPresets)
+                                     : nullptr;
   }
 
   static bool push(const OutputEvents* out, const EventHeader* event) {

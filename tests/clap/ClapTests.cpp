@@ -446,5 +446,21 @@ TEST_F(Clap, KitsAreChosenByTheirNumbers) {
   EXPECT_EQ(plugin.log, Log(6, "failed"));
 }
 
+TEST_F(Clap, WhileThereIsAWindowATimerTellsHostsThatAnswerNoCallback) {
+  Instance plugin;
+  plugin.started();
+  const auto& gui = plugin.extension<Gui>(kGui);
+  const char* api = nullptr;
+  bool isFloating = true;
+  ASSERT_TRUE(gui.getPreferredApi(plugin.plugin, &api, &isFloating));
+  EXPECT_TRUE(gui.create(plugin.plugin, api, isFloating));
+  plugin.extension<PresetLoad>(kPresetLoad).fromLocation(plugin.plugin, LocationKind::plugin, nullptr, "1");
+  const auto& timers = plugin.extension<TimerSupport>(kTimerSupport);
+  timers.onTimer(plugin.plugin, 0);
+  timers.onTimer(plugin.plugin, 0);
+  gui.destroy(plugin.plugin);
+  EXPECT_EQ(plugin.log, (Log{"timer", "loaded 1", "rescan", "dirty", "names", "no timer"}));
+}
+
 }  // namespace
 }  // namespace clap

@@ -4,9 +4,11 @@
 #include <array>
 #include <cassert>
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "host/clap/ClapPlugin.h"
 #include "host/clap/ClapText.h"
@@ -56,7 +58,10 @@ struct ClapCalls {
     auto* const plugin = static_cast<ClapPlugin*>(record->pluginData);
     return plugin->init();
   }
-  static void destroy(const Plugin* record) { delete static_cast<ClapPlugin*>(record->pluginData); }
+  static void destroy(const Plugin* record) {
+    with(record, [](ClapPlugin& plugin) { stopTimer(plugin); });
+    delete static_cast<ClapPlugin*>(record->pluginData);
+  }
   static bool activate(const Plugin* record, double sampleRate, std::uint32_t /*least*/, std::uint32_t /*most*/) {
     return onMain(record, [=](ClapPlugin& plugin) { return plugin.activate(sampleRate); });
   }
@@ -75,6 +80,18 @@ struct ClapCalls {
   }
   static void onMainThread(const Plugin* record) {
     onMain(record, [](ClapPlugin& plugin) { plugin.reports->onMainThread(); });
+  }
+
+  // A timer, while there is a window: qtractor 0.9.31 answers no `requestCallback`, and would not hear of a kit that is
+  // chosen on the panel.
+
+  static constexpr std::uint32_t kTimerMilliseconds = 500;
+
+  static void onTimer(const Plugin* record, std::uint32_t /*id*/) { onMainThread(record); }
+  static void stopTimer(ClapPlugin& plugin) {
+    if (const auto running = std::exchange(plugin.timer, std::nullopt)) {
+      plugin.host.stopTimer(*running);
+    }
   }
 
   // Ports: ten stereo outputs, one input of notes, and one output of the notes that are played on the panel.
@@ -233,10 +250,16 @@ struct ClapCalls {
     return true;
   }
   static bool createWindow(const Plugin* record, const char* api, bool isFloating) {
-    return isWindowApi(record, api, isFloating) && onMain(record, [](ClapPlugin&) { return true; });
+    return isWindowApi(record, api, isFloating) && onMain(record, [](ClapPlugin& plugin) {
+             if (!plugin.timer) {
+               plugin.timer = plugin.host.startTimer(kTimerMilliseconds);
+             }
+             return true;
+           });
   }
   static void destroyWindow(const Plugin* record) {
     onMain(record, [](ClapPlugin& plugin) {
+      stopTimer(plugin);
       plugin.session->close();
       plugin.parentWindow = nullptr;
     });
@@ -326,6 +349,7 @@ constexpr StateContext kStateContextCalls{&ClapCalls::saveFor, &ClapCalls::loadF
 constexpr PresetLoad kPresetCalls{&ClapCalls::loadPreset};
 constexpr Latency kLatencyCalls{&ClapCalls::latency};
 constexpr Tail kTailCalls{&ClapCalls::tail};
+constexpr TimerSupport kTimerCalls{&ClapCalls::onTimer};
 constexpr Render kRenderCalls{&ClapCalls::needsRealTime, &ClapCalls::setRenderMode};
 
 constexpr Gui kGuiCalls{&ClapCalls::isWindowApi,
@@ -364,6 +388,7 @@ constexpr std::array kExtensions{Extension{kAudioPorts, &kAudioPortCalls},
                                  Extension{kLatency, &kLatencyCalls},
                                  Extension{kTail, &kTailCalls},
                                  Extension{kGui, &kGuiCalls},
+                                 Extension{kTimerSupport, &kTimerCalls},
                                  Extension{kRender, &kRenderCalls}};
 
 }  // namespace

@@ -299,6 +299,17 @@ struct HostThreadCheck {
   bool (*isAudioThread)(const Host*);
 };
 
+inline constexpr const char* kTimerSupport = "clap.timer-support";
+
+struct TimerSupport {
+  void (*onTimer)(const Plugin*, std::uint32_t id);
+};
+
+struct HostTimerSupport {
+  bool (*registerTimer)(const Host*, std::uint32_t milliseconds, std::uint32_t* id);
+  bool (*unregisterTimer)(const Host*, std::uint32_t id);
+};
+
 // Extensions: the window.
 
 inline constexpr const char* kGui = "clap.gui";

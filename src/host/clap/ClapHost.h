@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
+
 #include "host/clap/ClapExtensions.h"
 
 namespace tesh::bramel::clap {
@@ -24,6 +26,7 @@ class ClapHost {
       find(presetLoad, kPresetLoadDraft);
     }
     find(threadCheck, kThreadCheck);
+    find(timerSupport, kTimerSupport);
   }
 
   /// The host calls `onMainThread` soon. Any thread, the audio thread too.
@@ -44,6 +47,15 @@ class ClapHost {
   void requestResize(std::uint32_t width, std::uint32_t height) const {
     call(gui, &HostGui::requestResize, width, height);
   }
+
+  /// The host calls `onTimer` each `milliseconds` until `stopTimer`. Empty if it offers no timers.
+  std::optional<std::uint32_t> startTimer(std::uint32_t milliseconds) const {
+    std::uint32_t id = kInvalidId;
+    const bool isRunning = timerSupport != nullptr && timerSupport->registerTimer != nullptr &&
+                           timerSupport->registerTimer(host, milliseconds, &id);
+    return isRunning ? std::optional(id) : std::nullopt;
+  }
+  void stopTimer(std::uint32_t id) const { call(timerSupport, &HostTimerSupport::unregisterTimer, id); }
 
   void presetLoaded(std::uint32_t kind, const char* location, const char* key) const {
     call(presetLoad, &HostPresetLoad::loaded, kind, location, key);
@@ -84,6 +96,7 @@ class ClapHost {
   const HostNoteName* noteName = nullptr;
   const HostPresetLoad* presetLoad = nullptr;
   const HostThreadCheck* threadCheck = nullptr;
+  const HostTimerSupport* timerSupport = nullptr;
 };
 
 }  // namespace tesh::bramel::clap

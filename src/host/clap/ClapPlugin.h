@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "host/clap/ClapBlock.h"
 #include "host/clap/ClapExtensions.h"
@@ -55,6 +56,7 @@ class ClapPlugin {
   std::unique_ptr<ClapBlock> block;
   std::unique_ptr<vst::EditorSession> session;  ///< Goes before all that it shows.
   void* parentWindow = nullptr;                 ///< Of the host; null while it shows no panel.
+  std::optional<std::uint32_t> timer;           ///< Of the host, while it has made a window.
   std::atomic<bool> isActive = false;
   std::atomic<std::uint32_t> latency = 0;  ///< Frames.
 };
