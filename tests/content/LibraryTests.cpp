@@ -213,6 +213,9 @@ TEST_F(Pack, TakesOtherFormatsAndMixesChannelsDown) {
     EXPECT_NEAR(result.waves.front().wave.left[1000], 8192, 32768 * scene.tolerance) << scene.name;
     fs::remove(scratch.path("Kick/" + std::string(scene.name)));
   }
+  writeSound("Kick", "guessed.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, {0.25F});
+  EXPECT_EQ(pack().waves.size(), 1U) << lines.back();
+  fs::remove(scratch.path("Kick/guessed.mp3"));
   // Left, right, centre, effects, left and right behind: 0.2 + (0.1 + 0.3) / sqrt 2, and 0.4 + (0.1 + 0.5) / sqrt 2.
   writeSound("Kick", "six.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, {0.2F, 0.4F, 0.1F, 1.0F, 0.3F, 0.5F});
   const Wave six = pack().waves.at(0).wave;

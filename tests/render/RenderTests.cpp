@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <juce_audio_basics/juce_audio_basics.h>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -226,11 +227,13 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
   std::ofstream(at("broken.state")) << "MPck";
   const std::string in = at("in.mid");
   const std::string out = at("out.wav");
+  ASSERT_EQ(::mkfifo(at("pipe").c_str(), 0600), 0);
   const std::vector<std::pair<Arguments, const char*>> faults{
       {{at("none.mid"), "-o", out}, "no such file"},
       {{at("empty.mid"), "-o", out}, "is empty"},
       {{at("broken.mid"), "-o", out}, "broken"},
       {{in, "--direct", "-o", at("none/out.wav")}, "cannot write"},
+      {{in, "--direct", "-o", at("pipe")}, "no file that can be replaced"},
       {{in, "-o", out, "--longest", "0.5"}, "and at most 0.5 s are played"},
       {{in, "-o", out, "--direct", "--state", at("broken.state")}, "no state"},
       {{"--direct", "--save-state", at("none/state")}, "cannot write the state"},
@@ -300,7 +303,7 @@ TEST_F(Render, PlaysMidiFilesOfOthersAndSaysWhatItLeavesOut) {
               std::string::npos)
         << warning;
     EXPECT_NE(line.find(scene.seconds), std::string::npos) << line;
-    EXPECT_NE(line.find("1 notes have no pad"), std::string::npos) << line;
+    EXPECT_NE(line.find("1 note has no pad"), std::string::npos) << line;
   }
   for (const int division : {0, (256 - 25) << 8, (256 - 26) << 8 | 40}) {
     write(0, division);

@@ -14,6 +14,7 @@
 #include "WavFile.h"
 #include "core/ProcessBlock.h"
 #include "terminal/Interrupt.h"
+#include "terminal/Printable.h"
 #include "terminal/ProgressBar.h"
 #include "viewmodels/texts/PanelMacros.h"
 
@@ -234,7 +235,7 @@ std::string describe(const RenderResult& result, const std::string& outputPath) 
                 result.levels.rmsDecibels(), factor);
   std::string text = line.data();
   if (result.notesWithoutPad > 0) {
-    text += ", " + std::to_string(result.notesWithoutPad) + " notes have no pad:";
+    text += ", " + counted(static_cast<std::size_t>(result.notesWithoutPad), "note has", "notes have") + " no pad:";
     for (const std::uint8_t number : result.numbersWithoutPad) {
       text += " " + std::to_string(number);
     }

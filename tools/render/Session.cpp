@@ -18,6 +18,7 @@
 #include "storage/paths/Paths.h"
 #include "storage/state/EditBufferRecord.h"
 #include "storage/state/StateContent.h"
+#include "terminal/Printable.h"
 #include "viewmodels/texts/PanelMacros.h"
 
 namespace sivray::render {
@@ -127,9 +128,9 @@ void Session::takeScoreMoves(const std::vector<ScoreMove>& scoreMoves) {
   }
   unknownTexts.clear();
   if (!unknown.empty()) {
-    unknownTexts = std::to_string(unknown.size()) +
-                   " texts in the MIDI file name no engine parameter and set nothing, first '" + unknown.front()->name +
-                   "=" + unknown.front()->value + "' at " + std::to_string(unknown.front()->seconds) + " s";
+    unknownTexts = counted(unknown.size(), "text in the MIDI file names", "texts in the MIDI file name") +
+                   " no engine parameter and set nothing, first '" + unknown.front()->name + "=" +
+                   unknown.front()->value + "' at " + std::to_string(unknown.front()->seconds) + " s";
   }
 }
 

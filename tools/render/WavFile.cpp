@@ -5,6 +5,8 @@
 #include <juce_audio_formats/juce_audio_formats.h>
 
 #include <array>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
 #include "RenderError.h"
@@ -23,11 +25,16 @@ struct WavFile::Impl {
 };
 
 WavFile::WavFile(const std::string& path, double sampleRate, int bits) {
-  const juce::File target = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  const juce::File target =
+      juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str())).getLinkedTarget();
+  std::error_code error;
+  if (target.exists() && !std::filesystem::is_regular_file(target.getFullPathName().toStdString(), error)) {
+    throw RenderError("cannot write '" + path + "': it is no file that can be replaced");
+  }
   impl = std::make_unique<Impl>(target, bits);
   impl->path = path;
   auto stream = std::make_unique<juce::FileOutputStream>(impl->temporary.getFile());
-  if (target.isDirectory() || !stream->openedOk()) {
+  if (!stream->openedOk()) {
     throw RenderError("cannot write '" + path + "': check that its folder exists and is writable");
   }
   impl->writer.reset(juce::WavAudioFormat().createWriterFor(stream.get(), sampleRate, 2, bits, {}, 0));

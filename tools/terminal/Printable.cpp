@@ -1,5 +1,5 @@
-// Control characters are those below the blank, the one above the tilde, and U+0080 to U+009F: a C2 byte and one below
-// A0.
+// Control characters, which `printable` replaces, are those below the blank, the one above the tilde, and U+0080 to
+// U+009F: a C2 byte and one below A0.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "terminal/Printable.h"
 
@@ -17,6 +17,10 @@ std::string printable(std::string_view text) {
     i += isHighControl ? 1 : 0;
   }
   return result;
+}
+
+std::string counted(std::size_t count, const char* one, const char* several) {
+  return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
 }  // namespace sivray

@@ -46,10 +46,6 @@ std::string categoryName(const OwnSound& sound) {
   return std::string(kCategoryNames[static_cast<std::size_t>(sound.category)]);
 }
 
-std::string counted(std::size_t count, const char* one, const char* several) {
-  return std::to_string(count) + " " + (count == 1 ? one : several);
-}
-
 /// The category that the options name.
 std::optional<int> categoryFrom(const std::string& pad, const std::string& category) {
   if (!pad.empty()) {

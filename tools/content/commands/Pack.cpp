@@ -77,9 +77,10 @@ void runPack(const juce::ArgumentList& list) {
             [&bar](double done) { bar.show(kReadingShare + (1.0 - kReadingShare) * done); });
   bar.clear();
 
-  std::cout << "\nPacked " << result.waves.size() << " waves and " << kits << " kits into " << printable(target);
+  std::cout << "\nPacked " << counted(result.waves.size(), "wave", "waves") << " and " << counted(kits, "kit", "kits")
+            << " into " << printable(target);
   if (result.unusable > 0) {
-    std::cout << "; " << result.unusable << " files could not be used";
+    std::cout << "; " << counted(result.unusable, "file", "files") << " could not be used";
   }
   std::cout << "\nA song keeps a wave as its number among all: songs made with these " << waves
             << " waves play with this folder alone, and older ones with the content that they were made with."

@@ -29,6 +29,8 @@ std::unique_ptr<SoundDecoder> openSound(const std::string& path) {
 
 namespace {
 
+constexpr int kMpegFormat = 0x230000;  ///< SF_FORMAT_MPEG, which libsndfile has since 1.1.
+
 Speaker speakerOf(int place) {
   switch (place) {
     case SF_CHANNEL_MAP_LEFT:
@@ -58,8 +60,9 @@ class LibrarySource final : public SoundDecoder {
     const SF_INFO& info = stream.info();
     told.channels = static_cast<std::size_t>(info.channels);
     told.rate = info.samplerate;
-    // A FLAC file that was written to a pipe does not tell its length.
-    told.frames = info.frames == SF_COUNT_MAX ? 0 : std::max<std::int64_t>(info.frames, 0);
+    // A FLAC file that was written to a pipe does not tell its length, and that of an MP3 file is a guess.
+    const bool isUnknown = info.frames == SF_COUNT_MAX || (info.format & SF_FORMAT_TYPEMASK) == kMpegFormat;
+    told.frames = isUnknown ? 0 : std::max<std::int64_t>(info.frames, 0);
     told.isCutShort = stream.isCutShort();
     std::vector<int> places(told.channels);
     const auto bytes = static_cast<int>(places.size() * sizeof(int));
