@@ -165,6 +165,9 @@ struct NotingHost final : juce::AudioProcessorListener {
     if (details.programChanged) {
       told.emplace_back("program");
     }
+    if (details.nonParameterStateChanged) {
+      told.emplace_back("state");
+    }
   }
   void audioProcessorParameterChangeGestureBegin(juce::AudioProcessor* processor, int index) override {
     told.push_back("begin " + line(index, valueOf(*processor, index)));

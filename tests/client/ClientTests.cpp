@@ -115,6 +115,22 @@ TEST_F(Client, TellsTheHostOfGesturesAndOfAProgramOfThePanel) {
   processor.removeListener(&host);
 }
 
+TEST_F(Client, TellsAnLv2HostThatThePanelHasChangedItsState) {
+  juce::AudioProcessor::setTypeOfNextNewPlugin(juce::AudioProcessor::wrapperType_LV2);
+  SivrayProcessor processor;
+  juce::AudioProcessor::setTypeOfNextNewPlugin(juce::AudioProcessor::wrapperType_Undefined);
+  NotingHost host;
+  processor.addListener(&host);
+  using Told = std::vector<std::string>;
+  processor.instrument()->setParameterFromEditor(7, 0.25F);
+  EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.80", "set 6 0.25", "end 6 0.25", "state"}));
+  processor.instrument()->setProgram(0, 1);  // As the panel does.
+  EXPECT_EQ(std::exchange(host.told, {}), Told{"state"});
+  processor.setCurrentProgram(0);
+  EXPECT_EQ(host.told, Told{}) << "of a program of the host's";
+  processor.removeListener(&host);
+}
+
 TEST_F(Client, SelectsTheHostsProgramAtOnceAndHasItReadTheValuesLater) {
   SivrayProcessor processor;
   processor.setCurrentProgram(1);

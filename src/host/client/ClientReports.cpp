@@ -26,6 +26,7 @@ void HostReports::endEdit(std::uint64_t visibleIndex) {
   if (ClientParameter* const parameter = at(visibleIndex)) {
     parameter->endChangeGesture();
   }
+  markSong();
 }
 
 void HostReports::automate(std::uint64_t visibleIndex, float value) {
@@ -36,12 +37,20 @@ void HostReports::automate(std::uint64_t visibleIndex, float value) {
 
 void HostReports::programChanged(Origin origin) {
   programOrigin = origin;
-  // An LV2 host that loads a preset asks for the values itself; those that it were told it would take for edits.
-  const bool asksItself = processor.wrapperType == juce::AudioProcessor::wrapperType_LV2;
   soundChanged();
-  if (origin == Origin::panel || !asksItself) {
+  // An LV2 host that loads a preset asks for the values itself; those that it were told it would take for edits.
+  if (origin == Origin::panel || !isLv2()) {
     isProgramWaiting = true;
     startTimer(origin == Origin::panel ? 1 : kSettling);
+  }
+  if (origin == Origin::panel) {
+    markSong();
+  }
+}
+
+void HostReports::markSong() {
+  if (isLv2()) {
+    processor.updateHostDisplay(juce::AudioProcessorListener::ChangeDetails().withNonParameterStateChanged(true));
   }
 }
 

@@ -64,6 +64,9 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   static constexpr int kSettling = 100;  ///< Milliseconds.
 
   void timerCallback() override;
+  bool isLv2() const { return processor.wrapperType == juce::AudioProcessor::wrapperType_LV2; }
+  /// Has an LV2 host mark its song as changed. It does not for values that the plug-in tells it; other hosts do.
+  void markSong();
   ClientParameter* at(std::uint64_t visibleIndex) const;
 
   juce::AudioProcessor& processor;
