@@ -81,7 +81,7 @@ typename R::Integers shape(typename R::Integers x) {
   const auto k = R::subLimitedUnsigned16(R::abs16(x), R::all16(kOutputKnee));
   const auto square = R::mulHighUnsigned16(R::add16(k, k), k);
   const auto y = R::mulHighUnsigned16(R::add16(square, square), k);
-  const auto bent = R::sub16(x, R::withSignOfSame16(y, x));
+  const auto bent = R::sub16(x, R::withSignOf16(y, x));
   return R::add16(bent, R::mulHigh16(bent, R::all16(2 * kOutputMakeUp)));
 }
 

@@ -1,5 +1,4 @@
-// The vector instructions of this processor, by the compiler's names for those of x86. For the headers of this room
-// only. Other processors translate the 128-bit ones.
+// The intrinsics of x86, for the headers of this room only. On other processors SIMDe translates those of 128 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

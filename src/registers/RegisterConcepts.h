@@ -26,8 +26,8 @@ concept IntegerRegisters = requires(typename R::Integers v, const void* from, vo
 
   two = R::add16;  two = R::sub16;  two = R::addLimited16;  two = R::subLimited16;  two = R::subLimitedUnsigned16;
   two = R::max16;  two = R::mulHigh16;  two = R::mulHighUnsigned16;  two = R::mulLow16;  two = R::pairSums16;
-  two = R::equal16;  two = R::greater16;
-  one = R::abs16;  two = R::withSignOf16;  two = R::withSignOfSame16;  two = R::nearerZero16;
+  two = R::equal16;
+  one = R::abs16;  two = R::withSignOf16;  two = R::nearerZero16;
   one = R::template shiftRight16<1>;  one = R::template shiftRightUnsigned16<1>;
 
   two = R::add32;  two = R::sub32;  two = R::equal32;  two = R::greater32;  two = R::min32;  two = R::max32;
@@ -38,7 +38,7 @@ concept IntegerRegisters = requires(typename R::Integers v, const void* from, vo
   two = R::add64;  two = R::sub64;  two = R::mulEvenUnsigned32;
   one = R::template shiftRightUnsigned64<1>;  one = R::template shiftLeft64<1>;
 
-  two = R::bitAnd;  two = R::bitOr;  two = R::bitXor;  two = R::andNot;  three = R::either;
+  two = R::bitAnd;  two = R::bitOr;  two = R::bitXor;  two = R::andNot;
   number = R::signs32(v);  number = R::isZero(v);  number = R::overlap(v, v);
 
   two = R::zipLow16;  two = R::zipHigh16;  two = R::zipLow32;  two = R::zipHigh32;  two = R::zipLow64;  two = R::zipHigh64;
@@ -64,7 +64,7 @@ concept FloatRegisters = requires(typename R::Floats x, typename R::Integers v, 
   x = R::lowHalves(x, x);  x = R::highHalves(x, x);
 };
 
-/// Products of 32-bit lanes with their sign, and what is only fast beside them.
+/// Signed products of 32-bit lanes, and a choice of lanes that only processors with them do in one step.
 template <typename R>
 concept SignedProducts = requires(BinaryOperation<R> two) {
   two = R::mulEven32;  two = R::template mulShift32<1>;  two = R::template eitherOf32<1>;

@@ -1,4 +1,4 @@
-// The registers of 128 bits that every processor of the kind has that this code is compiled for.
+// Names the registers of 128 bits that every processor of the target architecture has.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,6 +1,7 @@
-// What vector code does with registers of 128 bits, in the instructions that every 64-bit x86 processor has. Others
-// translate them, and Registers128Neon.h has shorter ways for some. Registers256.h has twice as many lanes,
-// Registers128Sse41.h shorter ways too. All give the same results; no other file names an instruction.
+// Operations on registers of 128 bits, in the instructions that every 64-bit x86 processor has. Other processors
+// translate them. Registers128Neon.h replaces some by shorter ones of ARM, Registers128Sse41.h some by shorter ones of
+// SSE4.1, and Registers256.h has them for twice as many lanes. All give the same results. Only this room names
+// instructions of a processor.
 //
 // Numbers in names are the bits of a lane. Where a register is longer than 128 bits, operations that arrange lanes work
 // in each group of 128 bits alone, if they do not say otherwise.
@@ -49,7 +50,7 @@ struct Registers128Sse2 {
     second = odds32(bitsAsFloats(early), bitsAsFloats(late));
   }
 
-  // The same in all lanes, and four lanes.
+  // One value in all lanes, and four values.
   static Integers zero() { return _mm_setzero_si128(); }
   static Integers all16(std::int16_t x) { return _mm_set1_epi16(x); }
   static Integers all32(std::int32_t x) { return _mm_set1_epi32(x); }
@@ -77,25 +78,18 @@ struct Registers128Sse2 {
   static Integers mulHigh16(Integers a, Integers b) { return _mm_mulhi_epi16(a, b); }
   static Integers mulHighUnsigned16(Integers a, Integers b) { return _mm_mulhi_epu16(a, b); }
   static Integers mulLow16(Integers a, Integers b) { return _mm_mullo_epi16(a, b); }
-  /// -1 where it is so, else 0.
+  /// -1 where they are equal, else 0.
   static Integers equal16(Integers a, Integers b) { return _mm_cmpeq_epi16(a, b); }
-  static Integers greater16(Integers a, Integers b) { return _mm_cmpgt_epi16(a, b); }
   /// |v|, which stays -32768 for -32768.
   static Integers abs16(Integers v) { return max16(v, sub16(zero(), v)); }
-  /// `v`, -v or 0 by the sign of `sign`.
+  /// `v` or -v by the sign of `sign`. Where that is 0, `v` must be 0 too.
   static Integers withSignOf16(Integers v, Integers sign) {
-    const Integers negative = shiftRight16<15>(sign);
-    const Integers turned = sub16(bitXor(v, negative), negative);
-    return andNot(equal16(sign, zero()), turned);
-  }
-  /// The same where `v` is 0 wherever `sign` is.
-  static Integers withSignOfSame16(Integers v, Integers sign) {
     const Integers negative = shiftRight16<15>(sign);
     return sub16(bitXor(v, negative), negative);
   }
   /// `v`, one step nearer to 0 in the lanes of the mask.
   static Integers nearerZero16(Integers v, Integers mask) {
-    const Integers sign = sub16(greater16(zero(), v), greater16(v, zero()));
+    const Integers sign = sub16(_mm_cmpgt_epi16(zero(), v), _mm_cmpgt_epi16(v, zero()));
     return sub16(v, bitAnd(mask, sign));
   }
   template <int kBits>
@@ -181,8 +175,6 @@ struct Registers128Sse2 {
   static Integers bitXor(Integers a, Integers b) { return _mm_xor_si128(a, b); }
   /// `v` where the mask is 0.
   static Integers andNot(Integers mask, Integers v) { return _mm_andnot_si128(mask, v); }
-  /// `a` where the mask is set, else `b`.
-  static Integers either(Integers mask, Integers a, Integers b) { return bitOr(bitAnd(mask, a), andNot(mask, b)); }
 
   // Questions to all lanes.
   /// The signs of 32-bit lanes, the first in the lowest bit.
@@ -206,7 +198,7 @@ struct Registers128Sse2 {
   static Integers neighbourSums32(Integers a, Integers b) { return add32(evens32(a, b), odds32(a, b)); }
   /// 32-bit lanes of `a`, then of `b`, limited to 16 bits.
   static Integers packed32(Integers a, Integers b) { return _mm_packs_epi32(a, b); }
-  /// What `packed32` made, with all of `a` before all of `b` however long a register is.
+  /// Puts all of `a` before all of `b` in a result of `packed32`, also in registers of 256 bits.
   static Integers inOrder(Integers packed) { return packed; }
   /// Per 32 bits: the upper 16 bits of `a` below those of `b`.
   static Integers uppers16(Integers a, Integers b) {
@@ -232,17 +224,8 @@ struct Registers128Sse2 {
     storeAligned(lanes, v);
     return four32(make(lanes[0]), make(lanes[1]), make(lanes[2]), make(lanes[3]));
   }
-  /// Moves all lanes up or down by whole bytes; zeros come in.
-  template <int kBytes>
-  static Integers bytesUp(Integers v) {
-    return _mm_slli_si128(v, kBytes);
-  }
-  template <int kBytes>
-  static Integers bytesDown(Integers v) {
-    return _mm_srli_si128(v, kBytes);
-  }
   /// `first`, then all lanes of the whole register but the last.
-  static Integers after16(Integers v, std::int16_t first) { return _mm_insert_epi16(bytesUp<2>(v), first, 0); }
+  static Integers after16(Integers v, std::int16_t first) { return _mm_insert_epi16(_mm_slli_si128(v, 2), first, 0); }
   static std::int16_t last16(Integers v) { return static_cast<std::int16_t>(_mm_extract_epi16(v, 7)); }
 
   // Parts of the lowest 128 bits.
@@ -289,6 +272,9 @@ struct Registers128Sse2 {
   }
 
  private:
+  /// `a` where the mask is set, else `b`.
+  static Integers either(Integers mask, Integers a, Integers b) { return bitOr(bitAnd(mask, a), andNot(mask, b)); }
+
   using Lanes32 = std::int32_t __attribute__((vector_size(kBytes)));
 };
 

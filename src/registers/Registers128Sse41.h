@@ -12,7 +12,6 @@ namespace {
 struct Registers128Sse41 : Registers128 {
   static Integers abs16(Integers v) { return _mm_abs_epi16(v); }
   static Integers withSignOf16(Integers v, Integers sign) { return _mm_sign_epi16(v, sign); }
-  static Integers withSignOfSame16(Integers v, Integers sign) { return withSignOf16(v, sign); }
   static Integers nearerZero16(Integers v, Integers mask) { return add16(v, withSignOf16(mask, v)); }
 
   static Integers min32(Integers a, Integers b) { return _mm_min_epi32(a, b); }

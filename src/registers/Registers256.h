@@ -25,7 +25,7 @@ struct Registers256 {
   static Floats loadFloats(const float* from) { return _mm256_loadu_ps(from); }
   static Floats loadAlignedFloats(const float* from) { return _mm256_load_ps(from); }
   static void storeFloats(float* to, Floats v) { _mm256_storeu_ps(to, v); }
-  /// 64 bits in all places.
+  /// The same 64 bits in all lanes of 64.
   static Integers loadAll64(const void* from) { return _mm256_broadcastq_epi64(Half::load64(from)); }
 
   static Integers zero() { return _mm256_setzero_si256(); }
@@ -77,10 +77,8 @@ struct Registers256 {
   static Integers mulHighUnsigned16(Integers a, Integers b) { return _mm256_mulhi_epu16(a, b); }
   static Integers mulLow16(Integers a, Integers b) { return _mm256_mullo_epi16(a, b); }
   static Integers equal16(Integers a, Integers b) { return _mm256_cmpeq_epi16(a, b); }
-  static Integers greater16(Integers a, Integers b) { return _mm256_cmpgt_epi16(a, b); }
   static Integers abs16(Integers v) { return _mm256_abs_epi16(v); }
   static Integers withSignOf16(Integers v, Integers sign) { return _mm256_sign_epi16(v, sign); }
-  static Integers withSignOfSame16(Integers v, Integers sign) { return withSignOf16(v, sign); }
   static Integers nearerZero16(Integers v, Integers mask) { return add16(v, withSignOf16(mask, v)); }
   template <int kBits>
   static Integers shiftRight16(Integers v) {
@@ -146,7 +144,6 @@ struct Registers256 {
   static Integers bitOr(Integers a, Integers b) { return _mm256_or_si256(a, b); }
   static Integers bitXor(Integers a, Integers b) { return _mm256_xor_si256(a, b); }
   static Integers andNot(Integers mask, Integers v) { return _mm256_andnot_si256(mask, v); }
-  static Integers either(Integers mask, Integers a, Integers b) { return bitOr(bitAnd(mask, a), andNot(mask, b)); }
 
   static int signs32(Integers v) { return _mm256_movemask_ps(_mm256_castsi256_ps(v)); }
   static bool isZero(Integers v) { return _mm256_testz_si256(v, v) != 0; }
