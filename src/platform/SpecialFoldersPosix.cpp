@@ -87,7 +87,7 @@ std::string moduleFolder() {
   if (dladdr(reinterpret_cast<const void*>(&moduleFolder), &info) == 0 || info.dli_fname == nullptr) {
     return {};
   }
-  // Of a program that was found along $PATH the loader knows the bare name.
+  // For a program that was started through $PATH, dladdr gives its bare name.
   const std::string name = info.dli_fname;
   std::error_code error;
   const fs::path file = fs::canonical(name.find('/') == std::string::npos ? "/proc/self/exe" : name, error);

@@ -6,8 +6,8 @@
 
 namespace tesh::bramel {
 
-/// As a listener of a further model it takes what that tells as its own notifications. It must not listen to the model
-/// that it wraps.
+/// Forwards the notifications of another model that it listens to, as if they were its own. It must not listen to the
+/// model that it wraps.
 class BXPluginEditViewModelProxy : public virtual IPluginEditViewModelOwner,
                                    public virtual IPluginEditViewModelListener {
  public:

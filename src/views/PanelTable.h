@@ -33,7 +33,7 @@ enum class ControlKind {
   levelFader
 };
 
-/// A control of pad 0; that of pad k has the macro 12k further on and stands k columns to the right.
+/// A control of pad 0. For pad k, add 12 k to the macro and k columns to the place.
 struct PadControl {
   PadMacro macro;
   Page page;

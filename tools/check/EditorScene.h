@@ -88,8 +88,8 @@ class ScopedVariable {
   std::string before;
 };
 
-/// What keeps the user's world out of reach of clicks: a documents folder of their own, which goes with this object, a
-/// browser that shows nothing, and no other program to be found that could open a page or a file dialog.
+/// Keeps clicks away from the user's files and programs: a documents folder of its own, which is removed with this
+/// object, a browser that shows nothing, and no other program that could open a page or a file dialog.
 class Sandbox {
  public:
   Sandbox();

@@ -1,4 +1,4 @@
-// What every form's host records of what the plug-in tells it.
+// Records the plug-in's calls of its host, in the same way for all forms.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hosting/HostedPlugin.h"
 

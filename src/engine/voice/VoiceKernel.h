@@ -47,7 +47,7 @@ struct VoiceRun {
 };
 
 /// One instruction set. `run` returns the number of frames rendered: all of them, or fewer if in the last one a ramp
-/// reached its target or a watched fade closed. It moves what the bank calls "what the kernels work on". The ramps must
+/// reached its target or a watched fade closed. It updates the fields of VoiceBank that kernels work on. The ramps must
 /// have been ticked for the first frame. `tick` is RampBank::tick; it returns whether a ramp has reached its target.
 struct VoiceKernel {
   const char* name;

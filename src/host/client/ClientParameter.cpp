@@ -11,8 +11,8 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Hosts offer the values of a discrete parameter as a list. This many at most, which takes in all whose texts are
-/// words (the types of effect are most), and leaves numbers to a slider.
+/// Hosts offer the values of a discrete parameter as a list. Up to this many values: enough for the names of the
+/// effects, the longest list of words. Longer ranges are numbers and keep a slider.
 constexpr int kMostListed = 40;
 
 juce::String idOf(std::uint64_t macro) { return "macro" + juce::String(macro); }

@@ -12,7 +12,7 @@ Display* display() { return juce::XWindowSystem::getInstance()->getDisplay(); }
 
 Window handleOf(void* window) { return reinterpret_cast<Window>(window); }
 
-/// What XQueryTree says of a window; nothing of one that is gone.
+/// Root and parent of a window; None if the window is gone.
 struct Ancestry {
   explicit Ancestry(Window window) {
     Window* children = nullptr;

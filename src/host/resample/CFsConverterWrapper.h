@@ -83,8 +83,8 @@ class CFsConverterWrapper {
   /// The same for `processOuts`.
   void renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
-  /// Hz. Below the lowest, one host frame would be more engine frames than the buffers hold; above the highest, one
-  /// engine frame would be thousands of host frames, of which the buffers hold few.
+  /// Hz: the rates at which the buffers suffice. Below the lowest, one host frame takes more engine frames than they
+  /// hold; above the highest, one engine frame gives more host frames than they hold.
   static constexpr std::int32_t kLowestRate = 3;
   static constexpr std::int32_t kHighestRate = 100'000'000;
 

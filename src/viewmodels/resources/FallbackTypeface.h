@@ -16,8 +16,8 @@ class InstalledGlyphs;
 /// Windows, whose faces borrow by themselves.
 std::shared_ptr<InstalledGlyphs> makeInstalledGlyphs();
 
-/// Returns a face that draws as `face` where that has the character, and as the installed face which the desktop
-/// prefers where it has not: at the same size, upon the same line. `bytes` are those of `face`, and must outlive it.
+/// Returns a face that draws with `face`. Characters that it lacks come from the desktop's preferred installed face, at
+/// the same size and on the same baseline. `bytes` are those of `face` and must outlive it.
 /// Message thread only.
 juce::Typeface::Ptr withFallback(juce::Typeface::Ptr face, std::span<const std::uint8_t> bytes,
                                  std::shared_ptr<InstalledGlyphs> installed);

@@ -39,9 +39,9 @@ Nearest nearestOf(const Picture& picture, std::span<const Reference* const> refe
 /// Prints every figure of a wave beside its group's range, with a mark where it lies outside.
 void printWave(std::ostream& out, const MeasuredWave& wave, std::span<const Reference> references, Half half);
 
-/// Prints a line for each group: D of all recordings to the nearest of another set, the goal for the middle D of the
-/// waves, D of the other half's recordings to those of `half`, the middle D of the waves and the best one to the
-/// recordings of `half`, and the share of the waves with many figures outside.
+/// Prints a table with a line for each group: the number of recordings of `half`, the median D of all recordings to the
+/// nearest of another set, the goal for the waves, the median D of the other half to `half`, the number of waves, their
+/// median and least D to `half`, and the share of the waves with many figures outside.
 void printGroups(std::ostream& out, std::span<const MeasuredWave> waves, std::span<const Reference> references,
                  Half half);
 

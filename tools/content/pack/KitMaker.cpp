@@ -19,7 +19,7 @@ constexpr std::size_t kLongestKitName = 24;
 
 enum Pad : std::size_t { kKickPad, kStickPad, kSnarePad, kClapPad, kCymbalPad, kTomPad, kClosedPad, kOpenPad };
 
-/// What stands in for a role that has no wave: the pad that gives its own.
+/// For each pad: the pad whose wave it borrows if it has none.
 constexpr std::array<std::size_t, factory::kPads> kStandIns{kTomPad,  kSnarePad, kClapPad,  kSnarePad,
                                                             kOpenPad, kKickPad,  kStickPad, kClosedPad};
 
