@@ -1,36 +1,8 @@
-// The order of construction, and the class of each type id.
+// The order of construction.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/EffectSet.h"
 
-#include "effects/delays/SivrayFxBpmSyncDelay.h"
-#include "effects/delays/SivrayFxShortDelay.h"
-#include "effects/dynamics/Pump.h"
-#include "effects/dynamics/Q60393Distortion.h"
-#include "effects/dynamics/Q60393Drive.h"
-#include "effects/dynamics/SivrayFxCompressor.h"
-#include "effects/dynamics/SivrayFxDecimator.h"
-#include "effects/dynamics/SivrayFxKilnode.h"
-#include "effects/dynamics/SivrayFxStereoCompressor.h"
-#include "effects/filters/CombFilter.h"
-#include "effects/filters/PeakingEQ.h"
-#include "effects/filters/SivrayFxEqualizer.h"
-#include "effects/filters/SivrayFxTalkingModulator.h"
-#include "effects/filters/SivrayFxTolvanFilter.h"
-#include "effects/interfaces/EffectAdapter.h"
-#include "effects/interfaces/SivrayFxBypass.h"
-#include "effects/modulation/MarloChorus.h"
-#include "effects/modulation/MarloEnsemble.h"
-#include "effects/modulation/MarloPhase.h"
-#include "effects/modulation/Q60393Autopan.h"
-#include "effects/modulation/Q60393Phaser.h"
-#include "effects/modulation/Q60393Tremolo.h"
-#include "effects/modulation/Ringmod.h"
-#include "effects/modulation/SivrayFxChorusFlanger.h"
-#include "effects/reverbs/GateReverb.h"
-#include "effects/reverbs/SivrayFxReverb.h"
-#include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
-#include "effects/rhythmic/SivrayFxGrainShifter.h"
-#include "effects/rhythmic/Slicer.h"
+#include "effects/EffectClasses.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -46,39 +18,13 @@ std::unique_ptr<SivrayFx> make() {
   return std::make_unique<Effect>();
 }
 
+template <typename... Effects>
+constexpr std::array<Maker, sizeof...(Effects)> makersOf(EffectList<Effects...>) {
+  return {make<Effects>...};
+}
+
 /// By type id.
-constexpr std::array<Maker, kEffectTypeCount> kMakers{
-    make<SivrayFxBypass>,                                                 // 0
-    make<SivrayFxIMarloEffects<MarloChorus>>,                             // 1
-    make<SivrayFxIMarloEffects<MarloPhase>>,                              // 2
-    make<SivrayFxIMarloEffects<MarloEnsemble>>,                           // 3
-    make<SivrayFxChorusFlanger>,                                          // 4
-    make<EffectAdapter<Q60393Phaser>>,                                    // 5
-    make<EffectAdapter<Q60393Tremolo>>,                                   // 6
-    make<EffectAdapter<Q60393Autopan>>,                                   // 7
-    make<EffectAdapter<Pump>>,                                            // 8
-    make<EffectAdapter<Slicer>>,                                          // 9
-    make<EffectAdapter<Ringmod>>,                                         // 10
-    make<SivrayFxGrainShifter>,                                           // 11
-    make<SivrayFxShortDelay>,                                             // 12
-    make<SivrayFxBpmSyncDelay>,                                           // 13
-    make<SivrayFxReverb>,                                                 // 14
-    make<SivrayFxReverbSmoothHallAdapter>,                                // 15
-    make<EffectAdapter2<GateReverb>>,                                     // 16
-    make<SivrayFxCompressor>,                                             // 17
-    make<EffectAdapter<SivrayFxStereoCompressor::StereoCompressorImpl>>,  // 18
-    make<EffectAdapter<Q60393Drive>>,                                     // 19
-    make<EffectAdapter<Q60393Distortion>>,                                // 20
-    make<SivrayFxKilnode>,                                                // 21
-    make<EffectAdapter<SivrayFxDecimator>>,                               // 22
-    make<SivrayFxEqualizer>,                                              // 23
-    make<EffectAdapter<PeakingEQ>>,                                       // 24
-    make<SivrayFxTolvanFilter<TolvanMode::kLowpass>>,                     // 25
-    make<SivrayFxTolvanFilter<TolvanMode::kHighpass>>,                    // 26
-    make<SivrayFxTolvanFilter<TolvanMode::kBandpass>>,                    // 27
-    make<EffectAdapter<CombFilter>>,                                      // 28
-    make<SivrayFxTalkingModulator>,                                       // 29
-};
+constexpr std::array<Maker, kEffectTypeCount> kMakers = makersOf(EffectClasses{});
 
 }  // namespace
 

@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 inline constexpr int kEffectTypeCount = 30;
 
-/// Type ids that the code has to tell from the others.
+/// Type ids that the code treats in a way of their own.
 enum EffectTypeId : int {
   kTypePump = 8,
   kTypeSlicer = 9,

@@ -14,8 +14,7 @@ using cofu::core::saturate;
 
 namespace {
 
-/// Parameter indices of the group.
-enum : int { kType, kSwitch, kFirstEdit, kParameterCount = 4 };
+constexpr int kParameterCount = 4;
 
 /// What the crossfade position loses per sample: a fade lasts 45 samples.
 constexpr int kFadeStep = 743;
@@ -64,11 +63,11 @@ int SivrayMultiEffector::setValue(int index, int value) {
     return 0;
   }
   values[static_cast<std::size_t>(index)] = value;
-  if (index == kType) {
+  if (index == kEffectType) {
     if (value != pendingType.peek()) {
       pendingType.post(value);
     }
-  } else if (index == kSwitch) {
+  } else if (index == kEffectSwitch) {
     pendingSwitch.post(value == 1);
   } else if (SivrayFx* const effect = current) {
     effect->setParameter(static_cast<unsigned>(index), values[static_cast<std::size_t>(index)]);
@@ -94,7 +93,7 @@ void SivrayMultiEffector::notify(int code) {
 }
 
 void SivrayMultiEffector::transport(int message) {
-  if (message == kRestartAny || (message == kRestartRhythmic && isRhythmic(values[kType]))) {
+  if (message == kRestartAny || (message == kRestartRhythmic && isRhythmic(values[kEffectType]))) {
     notify(kRestart);
   }
 }
@@ -143,8 +142,8 @@ void SivrayMultiEffector::takeType() {
   next->setImmediate(true);
 }
 
-/// Hands the values on to an effect that is current by now. A value that another thread has changed meanwhile is handed
-/// on again, so that the older one is not the last to arrive.
+/// Sends the values to an effect that has just become current. A value that another thread changes meanwhile is sent
+/// again, so that the newest arrives last.
 void SivrayMultiEffector::bringUpToDate(SivrayFx& effect) {
   const auto send = [](const std::atomic<int>& value, auto&& take) {
     int sent = 0;

@@ -35,8 +35,8 @@ class SivrayMultiEffector {
   /// over pending changes alone.
   void process(StereoBlock& block, int count) SIVRAY_NONBLOCKING;
 
-  /// Moves on by `count` frames of silence if they give silence, with no change or fade on its way. Returns false if it
-  /// cannot say so: then nothing has changed, and `process` must run.
+  /// Moves on by `count` silent frames if the output would be silent too and no change or fade is pending. Returns
+  /// false and changes nothing if that is not certain: then `process` must run.
   bool skip(int count) SIVRAY_NONBLOCKING;
 
   /// Clears the sound of every effect and ends all fades.
@@ -103,8 +103,8 @@ class SivrayMultiEffector {
   PendingSettings<int> pendingType{kTypeShortDelay, true};
   int immediateCounter = -1;  ///< Frames since the last load; -1 when the current effect glides as usual.
 
-  // With `current` in one order that all threads see: a writer stores its value before it looks for the effect to tell,
-  // the audio thread puts the effect in place before it reads the values. One of them meets the other's change.
+  // Sequentially consistent, as `current` is. A writer stores its value and then loads `current`; the audio thread
+  // stores `current` and then reads the values. So at least one of them sees the other's change.
   std::array<std::atomic<int>, 4> values{kTypeShortDelay, 1, 0, 0};
   std::atomic<int> tempo{1200};
 

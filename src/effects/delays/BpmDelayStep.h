@@ -25,7 +25,7 @@ Samples lessTap(Samples input, std::int32_t inputGain, Samples tap, std::int32_t
   return (direct - fedBack).template shiftedRight<8>().saturated();
 }
 
-/// The next samples of both channels, in place. What follows the last sample's tap is the caller's.
+/// The next samples of both channels, in place. The caller must set `law.taps` afterwards.
 template <typename Samples>
 void stepAs(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = BpmSyncDelayLaw::kLineLength;

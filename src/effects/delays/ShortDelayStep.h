@@ -16,8 +16,8 @@ Samples echoOf(Samples near, Samples beyond, typename Samples::template Fraction
   return nearerZeroWhereEqual(mul15(tap, level), tap);
 }
 
-/// The next samples of both channels, in place. Values of one register must not move, and the time must be at least
-/// `Samples::kCount`, unless the level is 0: then no echo sounds, whatever the lines hold.
+/// The next samples of both channels, in place. Smoothed values must not change within a register, and the time must be
+/// at least `Samples::kCount`, unless the level is 0: then no echo sounds, whatever the lines hold.
 template <typename Samples>
 void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = ShortDelayLaw::kLineLength;

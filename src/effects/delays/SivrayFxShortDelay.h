@@ -25,10 +25,8 @@ struct ShortDelayLaw {
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& now) const { return now.level == 0 || now.time >= kMostLanes; }
-  static unsigned runBaseline(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<ShortDelayLaw> runBaseline;
+  static RunInLanes<ShortDelayLaw> runAvx2;
 
   static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {

@@ -7,20 +7,14 @@
 
 #include "effects/dynamics/SivrayFxCompressor.h"
 #include "effects/dynamics/SivrayFxStereoCompressor.h"
-#include "effects/interfaces/OneSample.h"
+#include "effects/interfaces/WordLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
-/// v / 16384 - v: turns the sign and takes a little off.
-template <typename Words>
-Words leakedWords(Words v) {
-  return v.template shiftedRight<14>() - v;
-}
 
 /// The output of a DC block after `highpass`, for an input that has moved by `step`. `kept` is DcBlock::kKept.
 template <typename Words>
 Words dcBlocked(Words highpass, Words step, Words kept) {
-  const Words decayed = leakedWords(leakedWords(signedProduct<15>(highpass, kept)));
+  const Words decayed = leakTwice(signedProduct<15>(highpass, kept));
   return limitedSum(decayed, step, CompressorGain::DcBlock::kLimit);
 }
 

@@ -42,8 +42,8 @@ struct Pump {
   void aim(const Settings& to, bool) { now = to; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& to) const { return gain.fitsLanes(to.level); }
-  static unsigned runBaseline(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<Pump> runBaseline;
+  static RunInLanes<Pump> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }

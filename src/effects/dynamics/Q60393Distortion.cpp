@@ -76,7 +76,7 @@ void Q60393Distortion::step(const Settings&, std::int16_t& left, std::int16_t& r
   const std::int64_t x = static_cast<std::int64_t>((left + right) & ~1) * 16384;
   const std::int64_t v = (gain.value() * highpass(memory, x)) >> (15 - kGainShift);
   const std::int64_t y = postFilter(memory, (level.value() * folded(v)) >> 15);
-  left = static_cast<std::int16_t>(shortLeakTwice(static_cast<std::int32_t>(y >> 15)));
+  left = static_cast<std::int16_t>(shortLeak(shortLeak(static_cast<std::int32_t>(y >> 15))));
   right = left;
 }
 

@@ -38,7 +38,7 @@ struct Q60393Drive {
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runAvx2(Q60393Drive& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<Q60393Drive> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return preEmphasis.isZero() && lastOutput.isZero(); }

@@ -7,24 +7,15 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-struct CompressorLaw {
-  static constexpr LawParts kParts{
-      .start = Knobs{}, .aims = true, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
-
+/// What both compressors share: the sensitivity glides, the attack changes at once.
+struct CompressorParts {
   struct Settings {
     std::int32_t sens;    ///< Q15.
     std::int32_t attack;  ///< Q15 share per sample.
   };
 
-  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
-
-  /// Starts from silence: the gain comes up, and the sensitivity too.
-  void reset(const Settings&) { *this = {}; }
-  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { attack = to.attack; }
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runAvx2(CompressorLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return law.isSilent(); }
@@ -36,6 +27,18 @@ struct CompressorLaw {
   SmoothedValue sens;
   std::int32_t attack = 0;  ///< Of the lanes.
   CompressorGain law;
+};
+
+struct CompressorLaw : CompressorParts {
+  static constexpr LawParts kParts{
+      .start = Knobs{}, .aims = true, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
+
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+
+  /// Starts from silence: the gain comes up, and the sensitivity too.
+  void reset(const Settings&) { *this = {}; }
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static RunInLanes<CompressorLaw> runAvx2;
 };
 
 extern template class TwoKnobEffect<CompressorLaw>;

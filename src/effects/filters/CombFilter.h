@@ -48,8 +48,7 @@ struct CombFilter {
   void derive() SIVRAY_NONBLOCKING;
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings&) const { return wholeDelay >= kLanes; }
-  static unsigned runAvx2(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<CombFilter> runAvx2;
 
   static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {

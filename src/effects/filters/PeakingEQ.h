@@ -40,8 +40,7 @@ struct PeakingEQ {
   static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { now = to; }
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runAvx2(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<PeakingEQ> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return left == Memory{} && right == Memory{}; }

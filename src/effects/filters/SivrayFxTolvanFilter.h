@@ -66,7 +66,7 @@ struct TolvanLaw : TolvanFilter {
 
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  static unsigned runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<TolvanLaw> runAvx2;
 };
 
 extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;

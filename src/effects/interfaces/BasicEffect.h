@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -25,6 +26,17 @@ struct FloatBlock {
   float* left = nullptr;
   float* right = nullptr;
 };
+
+/// Copies the channels that do not lie in place already. `Block` is Int16Block or FloatBlock.
+template <typename Block>
+void copyBlock(Block in, Block out, unsigned count) {
+  if (in.left != out.left) {
+    std::copy_n(in.left, count, out.left);
+  }
+  if (in.right != out.right) {
+    std::copy_n(in.right, count, out.right);
+  }
+}
 
 /// What every BasicEffect keeps.
 struct BasicEffectState {

@@ -16,11 +16,11 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// What openings and gains are less in lanes, so that 1.0 fits.
+/// Subtracted from openings and gains in lanes, so that 1.0 fits.
 inline constexpr std::int32_t kHalfOpen = BeatGain::kOpen / 2;
 
-/// The next `count` openings, whole registers, less a half. In lanes they keep to -1 .. 1.0. Each sample of the
-/// envelope waits for the last one; its targets do not.
+/// Writes the next `count` openings, whole registers, less a half. In lanes openings must be -1 .. 1.0. Each sample of
+/// the envelope waits for the last one; its targets do not.
 template <typename Samples, typename Law, typename Opening>
 void followBeat(Law& law, Opening* openings, unsigned count) {
   using namespace cofu::core;

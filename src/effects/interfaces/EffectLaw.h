@@ -18,11 +18,11 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// The vector registers in which a law can run.
 enum class LaneParts : std::uint8_t { none, avx2, baselineAndAvx2 };
 
-/// What a law has beside the necessary.
+/// The optional parts of a law.
 struct LawParts {
   std::optional<Knobs> start{};       ///< Knobs at construction. Without them Settings{} counts at first.
   bool followsTempo = false;          ///< The tempo changes the settings.
-  bool resetTakesPending = false;     ///< A reset starts from settings that no sample has seen yet.
+  bool resetTakesPending = false;     ///< A reset takes pending settings first.
   std::optional<int> otherRestart{};  ///< A transport code that resets, beside kRestart.
   bool aims = false;                  ///< See AimingLaw.
   bool glides = false;                ///< See GlidingLaw.
@@ -65,7 +65,7 @@ concept VisitsSmoothed = requires(Law law, const typename Law::Settings& to, voi
   law.eachSmoothed(to, visit);
 };
 
-/// Smooths otherwise.
+/// Smooths its values in its own way.
 template <typename Law>
 concept GlidesItself = requires(Law law, const Law& resting, const typename Law::Settings& to, bool immediate) {
   /// Whether a further glide would move nothing.
@@ -82,12 +82,15 @@ template <typename Law>
 concept DerivingLaw = requires(Law law) { law.derive(); };
 
 /// Runs as many of the samples as fill whole registers, in place, and returns their number.
+template <typename Law>
+using RunInLanes = unsigned(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+
 template <auto run, typename Law>
 concept RunsLanes = requires(Law& law, std::int16_t* samples, unsigned count) {
   { run(law, samples, samples, count) } -> std::same_as<unsigned>;
 };
 
-/// Runs in lanes while its values rest. Shorter registers run the rest of longer ones, the step runs the rest of all.
+/// Runs in lanes while its values rest. What is left of a run goes to shorter registers, and what is left by those to the step.
 template <typename Law>
 concept LaneLaw = requires(const Law& law, const typename Law::Settings& to) {
   /// Whether no feedback is shorter than 16 samples and all else rests too.

@@ -27,16 +27,6 @@ bool exceeds(FloatBlock block, unsigned count, float threshold) {
   return peak > threshold;
 }
 
-template <typename Block>
-void copy(Block in, Block out, unsigned count) {
-  if (in.left != out.left) {
-    std::copy_n(in.left, count, out.left);
-  }
-  if (in.right != out.right) {
-    std::copy_n(in.right, count, out.right);
-  }
-}
-
 }  // namespace
 
 FastEffectAdapter::FastEffectAdapter(std::unique_ptr<BasicEffect> innerEffect) : inner(std::move(innerEffect)) {
@@ -69,7 +59,7 @@ void FastEffectAdapter::noteOutput(bool sounding, unsigned count) {
 
 void FastEffectAdapter::processFloat(FloatBlock in, FloatBlock out, unsigned count) {
   if (sleeping != 0) {
-    copy(in, out, count);
+    copyBlock(in, out, count);
     if (!wakesWith(exceeds(in, count, kThreshold))) {
       return;
     }
@@ -80,7 +70,7 @@ void FastEffectAdapter::processFloat(FloatBlock in, FloatBlock out, unsigned cou
 
 void FastEffectAdapter::processInt16(Int16Block in, Int16Block out, unsigned count) {
   if (sleeping != 0) {
-    copy(in, out, count);
+    copyBlock(in, out, count);
     if (!wakesWith(sounds(in, count))) {
       return;
     }

@@ -21,7 +21,7 @@ class FastEffectAdapter : public BasicEffect {
   void setParameter(unsigned index, float value) override;
   bool hasTail() const override { return inner->hasTail(); }
 
-  /// Asleep, nothing of it moves.
+  /// While it sleeps, its state does not change.
   bool isAsleep() const SIVRAY_NONBLOCKING { return sleeping != 0; }
   void processFloat(FloatBlock in, FloatBlock out, unsigned count) override;
   void processInt16(Int16Block in, Int16Block out, unsigned count) override;

@@ -60,7 +60,7 @@ struct SquareRange {
 /// Output level of drive and distortion: 0.039 (-28 dB) to 1.0.
 inline constexpr SquareRange kDriveLevel{1279, 31489};
 
-/// 1/127: a knob value on the 0.0 .. 1.0 of the older effect interface.
+/// 1/127: makes a knob value 0.0 .. 1.0, as the older effect interface takes it.
 inline constexpr float kKnobToUnit = 0.007874016F;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

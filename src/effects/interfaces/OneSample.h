@@ -84,12 +84,8 @@ OneWord signedProduct(OneWord a, OneWord b) {
 /// (a * b) >> 15 with a product that wraps at 32 bits.
 inline OneWord mul15(OneWord a, OneWord b) { return {cofu::core::mul15(a.v, b.v)}; }
 
-/// `a`, and a + b, limited to -limit .. limit. `a` lies within the limits of the sum.
+/// `a`, limited to -limit .. limit.
 inline OneWord limited(OneWord a, std::int32_t limit) { return {std::clamp(a.v, -limit, limit)}; }
-inline OneWord limitedSum(OneWord a, OneWord b, std::int32_t limit) {
-  const std::int64_t top = limit;
-  return {static_cast<std::int32_t>(std::clamp(std::int64_t{a.v} + b.v, -top, top))};
-}
 
 /// a * factor, both -32768 .. 32767.
 inline OneWord timesShort(OneWord a, std::int16_t factor) { return {a.v * factor}; }
@@ -159,9 +155,6 @@ struct OneSample {
   static OneSample load(const std::int16_t* samples) { return {*samples}; }
   void store(std::int16_t* samples) const { *samples = static_cast<std::int16_t>(v); }
 };
-
-/// The samples of words, limited to -32767 .. 32767.
-inline OneSample saturatedSamples(OneWord words) { return {cofu::core::saturate(words.v)}; }
 
 inline OneSample::Wide operator+(OneSample::Wide a, OneSample::Wide b) { return {cofu::core::wrapAdd(a.v, b.v)}; }
 

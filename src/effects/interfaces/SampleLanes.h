@@ -15,7 +15,7 @@
 // may compile a friend of a template without AVX2.
 //
 // Lanes hold -32768 .. 32767. A result must fit them too, except where an operation is said to limit it. +, - and mul15
-// of samples wrap in lanes: a result that fits is right even if one on the way does not.
+// of samples wrap in lanes: a result that fits is right even if an intermediate one does not.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -185,7 +185,7 @@ SamplesIn<R> nearerZeroWhereEqual(SamplesIn<R> a, SamplesIn<R> b) {
   return {R::nearerZero16(a.v, R::equal16(a.v, b.v))};
 }
 
-/// What `saturatedSamples` makes of two registers of words with two halves.
+/// The result of `saturatedSamples` for two registers of words that have halves.
 template <typename R>
 struct TwoHalves {
   SamplesIn<typename R::Half> first;
@@ -208,7 +208,7 @@ struct FewSamplesIn {
   void store(std::int16_t* samples) const { R::store64(samples, v); }
 };
 
-/// What `saturatedSamples` makes of two registers of words without halves.
+/// The result of `saturatedSamples` for two registers of words without halves.
 template <typename R>
 struct TwoParts {
   FewSamplesIn<R> first;

@@ -11,9 +11,4 @@ constexpr Integer shortLeak(Integer v) {
   return (v >> 14) - v;
 }
 
-template <typename Integer>
-constexpr Integer shortLeakTwice(Integer v) {
-  return shortLeak(shortLeak(v));
-}
-
 }  // namespace tesh::bramel::plugin::sivray::effects

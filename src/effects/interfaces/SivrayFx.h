@@ -14,8 +14,8 @@ enum TransportCode : int {
   kRhythmicRestart = 6  ///< A second restart code, which only the pump and the slicer answer.
 };
 
-/// Parameter indices of an effect. 0 and 1 (type and switch) belong to the multi-effector.
-enum EffectParameter : int { kEdit1 = 2, kEdit2 = 3 };
+/// Parameter indices. The multi-effector has all four, an effect the last two.
+enum EffectParameter : int { kEffectType = 0, kEffectSwitch = 1, kEdit1 = 2, kEdit2 = 3 };
 
 /// One effect: 16-bit stereo in place at 44100 Hz. `process`, `reset`, `wake`, `sleep`, `setImmediate` and `notify`
 /// come on the audio thread; `setParameter` and `setTempo` on any thread, also while `process` runs. Nothing here
@@ -30,8 +30,8 @@ class SivrayFx {
   /// Processes `count` samples per channel in place; 0 changes nothing, neither the block nor the effect.
   virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
-  /// Moves on by `count` silent samples if the effect has nothing left to sound and answers them with silence. Returns
-  /// false if it cannot say so: then nothing has changed, and `process` must run. Only the effect that ran last may
+  /// Moves on by `count` silent samples if its output would be silent too. Returns false and changes nothing if that is
+  /// not certain: then `process` must run. Only the effect that ran last may
   /// skip.
   virtual bool skip(unsigned count) SIVRAY_NONBLOCKING {
     static_cast<void>(count);

@@ -16,7 +16,7 @@ class SivrayFxMemoryAssigner {
  public:
   virtual ~SivrayFxMemoryAssigner() = default;
 
-  /// The area for `user`, which is about to start: another one than the last call gave. Its first `requiredSamples` are
+  /// Returns an area for `user`, never the one that the last call gave. Its first `requiredSamples` are
   /// zero; what lies behind may be the lines of another user. Audio thread; a user calls it first in its `reset`.
   virtual std::int16_t* acquire(SivrayFxMemoryUser& user) SIVRAY_NONBLOCKING = 0;
 
@@ -25,7 +25,7 @@ class SivrayFxMemoryAssigner {
   /// Audio thread.
   virtual bool noteWrites(const SivrayFxMemoryUser& user, std::size_t from, std::size_t count) SIVRAY_NONBLOCKING = 0;
 
-  /// Registers a user and makes room for it. Construction only: areas handed out before are void.
+  /// Registers a user and makes room for it. Construction only: areas handed out before become invalid.
   virtual void add(SivrayFxMemoryUser* user) = 0;
 };
 
@@ -40,7 +40,7 @@ class SivrayFxMemoryUser {
 
   const std::size_t lineLength;                ///< Samples.
   SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
-  std::uint32_t bank = 0;                      ///< Which of its areas the assigner has given; the assigner's own.
+  std::uint32_t bank = 0;  ///< Number of the area that the assigner gave; only the assigner uses it.
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -8,6 +8,7 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/StereoWords.h"
+#include "effects/interfaces/WordLanes.h"
 #include "registers/RegisterConcepts.h"
 
 // In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
@@ -106,17 +107,6 @@ StereoIn<R> signedProduct(StereoIn<R> a, StereoIn<R> b) {
 template <typename R>
 StereoIn<R> mul15(StereoIn<R> a, StereoIn<R> b) {
   return (a * b).template shiftedRight<15>();
-}
-
-/// The leak of values within -65535 .. 65535, whose product does not wrap: v * -32766 / 32768 is v / 16384 - v.
-template <typename R>
-StereoIn<R> leak(StereoIn<R> v) {
-  return v.template shiftedRight<14>() - v;
-}
-
-template <typename R>
-StereoIn<R> leakTwice(StereoIn<R> v) {
-  return leak(leak(v));
 }
 
 /// |v|, which stays -2^31 for -2^31.

@@ -8,8 +8,8 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Two 32-bit values in the even lanes of a register, where one instruction multiplies 32 by 32 bits. The odd lanes
-/// hold rubbish.
+/// Two 32-bit values in the even lanes of a register, where one instruction multiplies 32 by 32 bits. The odd lanes may
+/// hold anything.
 struct StereoWords {
   using Registers = cofu::registers::Registers128;
 

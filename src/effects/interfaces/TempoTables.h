@@ -36,8 +36,8 @@ constexpr std::size_t lfoNoteIndex(int knob) {
 }
 
 /// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that `knob` chooses at `bpm`:
-/// 2 / (length / bpm) * 2^31, truncated, in single precision. Returns 0 for a tempo of 0
-/// or below, and the largest step for one far beyond any music.
+/// 2 / (length / bpm) * 2^31, truncated, in single precision. Returns 0 for a tempo of 0 or below, and the largest step
+/// for one far beyond any music.
 std::int32_t tempoStep(int knob, float bpm) SIVRAY_NONBLOCKING;
 
 /// The same for the note that Edit1 chooses at the tempo.

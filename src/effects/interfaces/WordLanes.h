@@ -69,9 +69,15 @@ WordsIn<R> magnitude(WordsIn<R> a) {
   return {R::abs32(a.v)};
 }
 
-template <typename R>
-WordsIn<R> leak(WordsIn<R> a) {
-  return a.template shiftedRight<14>() - a;
+/// The leak of core/FixedPoint.h, for any lanes of 32 or 64 bits whose values it does not wrap: a / 16384 - a, rounded
+/// down.
+template <typename Words>
+requires requires(Words a) { a.template shiftedRight<14>() - a; }
+Words leak(Words a) { return a.template shiftedRight<14>() - a; }
+
+template <typename Lanes>
+Lanes leakTwice(Lanes a) {
+  return leak(leak(a));
 }
 
 template <typename R>

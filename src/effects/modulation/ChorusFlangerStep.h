@@ -44,7 +44,7 @@ Words pairsAt(const std::int16_t* line, Words indices) {
   });
 }
 
-/// What the index of a pair is without a delay, for each sample of a register.
+/// The index of the pair that a delay of 0 would read, for each sample of a register.
 template <typename Words>
 Words undelayed(const ChorusFlangerLaw& law) {
   return Words::after(static_cast<std::int32_t>(law.writeIndex) - 2, 1);
@@ -58,7 +58,7 @@ Words tapsAt(const std::int16_t* line, Words before, Words delays) {
   const Words near = pairs.template shiftedRight<16>();
   const Words beyond = pairs.lowerHalves();
   const Words fraction = delays & Words::all(65535);
-  return leak(leak(leak(near + ((beyond - near) * fraction).template shiftedRight<16>())));
+  return leak(leakTwice(near + ((beyond - near) * fraction).template shiftedRight<16>()));
 }
 
 /// `in` and a share (Q15) of the taps.

@@ -9,15 +9,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a chorus: one tap a channel, 150 to 226 samples late.
-struct MarloChorus {
-  static constexpr LawParts kParts{.start = Knobs{},
-                                   .otherRestart = kMarloRestart,
-                                   .aims = true,
-                                   .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
-
-  using Settings = MarloSettings;
-
+struct MarloChorus : MarloLaw {
   /// How far the triangle moves the tap to each side (37.6 samples), and where it rests (188.2 samples, 4.27 ms).
   static constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004267 * 0.2);
   static constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.0042666);
@@ -35,7 +27,6 @@ struct MarloChorus {
   /// A value of each highpass: dry left, dry right, wet left, wet right.
   using Highpasses = std::array<float, 4>;
 
-  static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) {
     lines.clear();
     sweep = {};
@@ -43,20 +34,13 @@ struct MarloChorus {
     outputs = {};
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
-  void aim(const Settings& to, bool) { settings = to; }
+  static RunInLanes<MarloChorus> runBaseline;
+  static RunInLanes<MarloChorus> runAvx2;
 
-  static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runBaseline(MarloChorus& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
-
-  static constexpr unsigned kMemory = MarloLines::kMemory;
   /// Whether silence gives silence and changes nothing: rounding may hold a highpass next to 0.
   bool isSilent(unsigned count) const SIVRAY_NONBLOCKING;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
-  MarloLines lines;
-  MarloSettings settings;  ///< Of the lanes.
   MarloSweep sweep;
   Highpasses previousInputs{};  ///< Scaled.
   Highpasses outputs{};

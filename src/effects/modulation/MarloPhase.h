@@ -7,40 +7,23 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a flanger without feedback: one tap a channel, 9 to 81 samples late.
-struct MarloPhase {
-  static constexpr LawParts kParts{.start = Knobs{},
-                                   .otherRestart = kMarloRestart,
-                                   .aims = true,
-                                   .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
-
-  using Settings = MarloSettings;
-
+struct MarloPhase : MarloLaw {
   /// How far the triangle moves the tap to each side (36.1 samples), and where it rests (45.2 samples, 1.02 ms).
   static constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004096 * 0.2);
   static constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.001024);
 
   static constexpr float kSumGain = 0.75F;
 
-  static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
   void reset(const Settings&) {
     lines.clear();
     sweep = {};
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
-  void aim(const Settings& to, bool) { settings = to; }
+  static RunInLanes<MarloPhase> runBaseline;
+  static RunInLanes<MarloPhase> runAvx2;
 
-  static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runBaseline(MarloPhase& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
-
-  static constexpr unsigned kMemory = MarloLines::kMemory;
-  bool isSilent(unsigned count) const { return lines.isSilent(count); }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
-  MarloLines lines;
-  MarloSettings settings;  ///< Of the lanes.
   MarloSweep sweep;
 };
 

@@ -207,7 +207,7 @@ struct MarloHighpasses {
     Four::storeFloats(law.outputs.data(), output);
   }
 
-  /// Whether the highpasses are where the law has them.
+  /// Whether the highpasses still have the law's state.
   bool rest(const MarloChorus& law) const {
     MarloChorus::Highpasses inputs;
     MarloChorus::Highpasses sounds;

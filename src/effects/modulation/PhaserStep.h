@@ -1,7 +1,7 @@
 // The phaser over a run of samples. A sample of the first two all-passes waits for the last one through the feedback;
-// the other two only follow. So these run one sample late, in the same registers as the first two: each holds left and
-// right of the late stage, then of the early one. Oscillator and mix wait for nothing. LaneRun.h tells where this may
-// be included.
+// the third and fourth only follow. So these two run one sample late, in the same registers as the first two: each
+// holds left and right of the late stage, then of the early one. Oscillator and mix wait for nothing. LaneRun.h tells
+// where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -85,7 +85,6 @@ class PhaserStages {
   static StereoWords late(Words words) { return {R::zipLow32(words.v, words.v)}; }
   static StereoWords early(Words words) { return {R::zipHigh32(words.v, words.v)}; }
   static Words joined(Words late, Words early) { return {R::zipLow64(late.v, R::zipHigh64(early.v, early.v))}; }
-  static Words leakTwice(Words words) { return leak(leak(words)); }
 
   static Words allPass(Words a, Words oldOutput, Words now, Words oldInput) {
     return {R::saturated32((shortMul15(oldOutput, a) - shortMul15(now, a) + oldInput).v)};

@@ -22,10 +22,8 @@ struct Q60393Autopan : GainModulator {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
-  static unsigned runBaseline(Q60393Autopan& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(Q60393Autopan& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<Q60393Autopan> runBaseline;
+  static RunInLanes<Q60393Autopan> runAvx2;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 };
 

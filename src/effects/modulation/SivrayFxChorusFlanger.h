@@ -48,10 +48,8 @@ struct ChorusFlangerLaw {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runBaseline(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<ChorusFlangerLaw> runBaseline;
+  static RunInLanes<ChorusFlangerLaw> runAvx2;
 
   static constexpr unsigned kMemory = Channel::kLineLength;
   bool isSilent(unsigned count) const {

@@ -57,16 +57,15 @@ struct GateReverb : ReverbNetwork {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { holdStep = to.holdStep; }
   static bool fitsLanes(const Settings&) { return true; }
-  static unsigned runBaseline(GateReverb& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<GateReverb> runBaseline;
+  static RunInLanes<GateReverb> runAvx2;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
 
   SmoothedValue level;
   ReverbGate gate;
   std::int32_t holdStep = 0;
-  const std::int16_t* gains = nullptr;  ///< Those of the gate for the samples to come.
+  const std::int16_t* gains = nullptr;  ///< The gate's gains for the next samples.
 };
 
 extern template class TwoKnobEffect<GateReverb>;

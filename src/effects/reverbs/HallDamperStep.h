@@ -72,7 +72,7 @@ class EightDamped {
     return R::packed32(first, second);
   }
 
-  /// The combs lie in the lower words of the lanes. The upper words count for nothing.
+  /// The combs lie in the lower words of the lanes; the upper words are ignored.
   Integers row(Integers comb) {
     z = R::template shiftRight32<15>(R::add32(R::pairSums16(z, ofLast), R::pairSums16(comb, ofComb)));
     return z;

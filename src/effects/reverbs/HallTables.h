@@ -34,7 +34,7 @@ inline constexpr HallDelays kTankDelays = detail::hallDelays({7103, 6623, 5951, 
 inline constexpr HallDelays kTapsA = detail::hallDelays({3594, 1674, 1434, 714});
 inline constexpr HallDelays kTapsB = detail::hallDelays({2778, 2634, 1914, 1194});
 
-/// 10 ms, and one sample.
+/// Samples: 10 ms and one more.
 inline constexpr unsigned kPredelay = 442;
 
 /// Samples of a ring: powers of two that hold the longest delay and a register of sample lanes.

@@ -32,7 +32,7 @@ void putInto(const ReverbNetwork& network, unsigned line, Samples samples) {
 template <typename Samples>
 Samples allPass(const ReverbNetwork& network, unsigned line, unsigned delay, Samples input) {
   const typename Samples::Gain gain(ReverbNetwork::kAllPassGain);
-  const Samples delayed = leak(leak(delayedIn<Samples>(network, line, delay)));
+  const Samples delayed = leakTwice(delayedIn<Samples>(network, line, delay));
   const Samples inner = difference(input, mul15(delayed, gain));
   putInto(network, line, inner);
   return sum(mul15(inner, gain), delayed);
@@ -43,7 +43,7 @@ template <typename Samples>
 NetworkOutput<Samples> stepNetwork(ReverbNetwork& network, Samples input, std::int32_t feedbackQ15) {
   using Network = ReverbNetwork;
   const typename Samples::Gain feedback(feedbackQ15);
-  const Samples echo0 = leak(leak(delayedIn<Samples>(network, 0, Network::kComb0Delay)));
+  const Samples echo0 = leakTwice(delayedIn<Samples>(network, 0, Network::kComb0Delay));
   const Samples comb0 = sum(input, mul15(echo0, feedback));
   // This one turns the sign of its echoes.
   const Samples kept =

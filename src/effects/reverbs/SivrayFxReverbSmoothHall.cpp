@@ -52,12 +52,7 @@ void SivrayFxReverbSmoothHall::takeSettings() {
 
 void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) {
   hasWritten = true;
-  if (in.left != out.left) {
-    std::copy_n(in.left, count, out.left);
-  }
-  if (in.right != out.right) {
-    std::copy_n(in.right, count, out.right);
-  }
+  vimo::copyBlock(in, out, count);
   for (unsigned start = 0; start < count; start += kControlGrid) {
     takeSettings();
     runGrid(out.left + start, out.right + start, std::min(count - start, kControlGrid));

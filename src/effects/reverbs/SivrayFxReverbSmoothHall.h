@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "effects/interfaces/BasicEffect.h"
+#include "effects/interfaces/EffectLaw.h"
 #include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/reverbs/HallFlow.h"
@@ -38,9 +39,8 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   void takeSettings();
   void runGrid(std::int16_t* left, std::int16_t* right, unsigned count);
 
-  static unsigned runBaseline(HallFlow& flow, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(HallFlow& flow, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<HallFlow> runBaseline;
+  static RunInLanes<HallFlow> runAvx2;
 
   Relaxed<unsigned> decayKnob{0};
   Relaxed<unsigned> levelKnob{0};

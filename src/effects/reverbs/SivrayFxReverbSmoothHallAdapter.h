@@ -7,7 +7,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the time, Edit2 the level. It has no immediate mode, and `isAwake` never says yes.
+/// Edit1 is the time, Edit2 the level. It has no immediate mode, and `isAwake` always returns false.
 class SivrayFxReverbSmoothHallAdapter : public SivrayFx {
  public:
   SivrayFxReverbSmoothHallAdapter();

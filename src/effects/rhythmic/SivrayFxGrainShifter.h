@@ -42,10 +42,8 @@ struct GrainShifterLaw {
 
   /// The longest grain is read where it is being written.
   bool fitsLanes(const Settings& to) const { return to.delay >= kMostLanes && to.delay < kLineLength; }
-  static unsigned runBaseline(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
-                              unsigned count) SIVRAY_NONBLOCKING;
-  static unsigned runAvx2(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
-                          unsigned count) SIVRAY_NONBLOCKING;
+  static RunInLanes<GrainShifterLaw> runBaseline;
+  static RunInLanes<GrainShifterLaw> runAvx2;
 
   /// Moves the clock and the fades that it drives by `count` samples, at most `kControlGrid`.
   void followFades(GrainFades& fades, unsigned count) SIVRAY_NONBLOCKING;
