@@ -1,4 +1,4 @@
-// Checksums of every effect's output for one long scene of edits and sounds.
+// Checksums of every effect's output, and of the master effect's, for one long scene of edits and sounds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "effects/EffectSet.h"
+#include "effects/SivrayMultiEffector.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "platform/CpuFeatures.h"
 
@@ -24,6 +25,10 @@ constexpr std::array<std::uint32_t, kEffectTypeCount> kChecksums{
     3225784249U, 2768066724U, 4042804395U, 3291972898U, 4181238208U, 3365173335U, 4144028685U, 3258012232U,
     4263043233U, 2783102211U, 4241432592U, 426081275U,  2426361655U, 2244294784U, 2769004335U, 2436038811U,
     1034026558U, 1865368288U, 3221352985U, 3569234702U, 4195027005U, 3703423511U};
+
+/// Computed when a plain model of the master effect, with all effects computed in full, matched every sample of the
+/// scene.
+constexpr std::uint32_t kMasterChecksum = 1282405986U;
 
 /// A linear congruential generator: unlike std::uniform_int_distribution, the same with every library.
 class Chance {
@@ -53,6 +58,27 @@ void actAtRandom(Chance& chance, SivrayFx& effect) {
       effect.setParameter(static_cast<unsigned>(kEdit1 + chance.upTo(1)), knob);
   }
 }
+
+/// The same for the master effect, with changes of type.
+void actAtRandom(Chance& chance, SivrayMultiEffector& master) {
+  const int kind = chance.upTo(9);
+  const int value = chance.upTo(127);
+  switch (kind) {
+    case 0:
+      return void(master.setValue(kEffectType, value % kEffectTypeCount));
+    case 1:
+      return void(master.setValue(kEffectSwitch, value < 80 ? 1 : 0));
+    case 2:
+      return master.setTempo(20 * value);
+    case 3:
+      return value < 20 ? master.reset() : master.transport(value % 4);
+    default:
+      master.setValue(kind % 2 == 0 ? kEdit1 : kEdit2, value);
+  }
+}
+
+void play(SivrayFx& effect, StereoBlock block, int frames) { effect.process(block, static_cast<unsigned>(frames)); }
+void play(SivrayMultiEffector& master, StereoBlock block, int frames) { master.process(block, frames); }
 
 /// Returns a sample of noise, a square wave, clicks or silence at a random level.
 std::int16_t sampleOf(Chance& chance, int kind, int level, int i) {
@@ -110,12 +136,13 @@ int farthestApart(const std::vector<std::int16_t>& a, const std::vector<std::int
   return farthest;
 }
 
-std::uint32_t checksumOf(SivrayFx& effect) {
+template <typename Subject>
+std::uint32_t checksumOf(Subject& subject) {
   Chance chance;
   std::uint32_t sum = 2166136261U;
   for (int b = 0; b < 400; ++b) {
     for (int acts = chance.upTo(2); acts > 0; --acts) {
-      actAtRandom(chance, effect);
+      actAtRandom(chance, subject);
     }
     const int frames = chance.upTo(2) == 0 ? chance.upTo(2048) : chance.upTo(200);
     const int kind = chance.upTo(6);
@@ -126,8 +153,7 @@ std::uint32_t checksumOf(SivrayFx& effect) {
         side.push_back(sampleOf(chance, kind, level, i));
       }
     }
-    StereoBlock block{sound[0].data(), sound[1].data()};
-    effect.process(block, static_cast<unsigned>(frames));
+    play(subject, {sound[0].data(), sound[1].data()}, frames);
     for (const auto& side : sound) {
       for (const std::int16_t sample : side) {
         sum = (sum ^ static_cast<std::uint16_t>(sample)) * 16777619U;
@@ -147,6 +173,8 @@ TEST(Effects, EveryEffectKeepsItsSoundWithEverySetOfInstructions) {
       const auto i = static_cast<std::size_t>(type);
       EXPECT_EQ(checksumOf(*effects[i]), kChecksums[i]) << effectTypeName(type) << ", set " << static_cast<int>(set);
     }
+    SivrayMultiEffector master;
+    EXPECT_EQ(checksumOf(master), kMasterChecksum) << "set " << static_cast<int>(set);
   }
 }
 

@@ -60,7 +60,7 @@ TEST(MultiEffectorParam, ShowsTextsThatFollowTheType) {
            {14, 2, 100, "100"},
            {14, 4, 1, ""},
        }) {
-    master.setValue(0, type);
+    master.setValue(kEffectType, type);
     EXPECT_EQ(group.format(index, value), text) << type << " " << index << " " << value;
   }
 }
@@ -72,7 +72,7 @@ TEST(MultiEffectorParam, NamesFollowTheTypeAndFallBackWhereItHasNone) {
                                            {21, "Tube Gain", "Edit2"},
                                            {29, "Formant", "Offset"},
                                            {-3, "Edit1", "Edit2"}}) {
-    master.setValue(0, type);
+    master.setValue(kEffectType, type);
     EXPECT_STREQ(group.info(2)->name, edit1);
     EXPECT_STREQ(group.info(3)->name, edit2);
   }

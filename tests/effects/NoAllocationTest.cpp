@@ -18,9 +18,9 @@ TEST(MultiEffector, AllocatesNothingWhileItPlaysAndChangesType) {
   StereoBlock block = s.block();
   const int before = support::memoryCalls();
   for (int type = 0; type < kEffectTypeCount; ++type) {
-    master.setValue(0, type);
-    master.setValue(2, type * 4);
-    master.setValue(1, type % 3);
+    master.setValue(kEffectType, type);
+    master.setValue(kEdit1, type * 4);
+    master.setValue(kEffectSwitch, type % 3);
     master.process(block, 512);
     master.transport(3);
     master.setTempo(600 + 50 * type);

@@ -1,4 +1,4 @@
-// The master effect against its plain model, its fades, and writers beside the audio thread.
+// The master effect against one that computes all, its fades, and writers beside the audio thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/SivrayMultiEffector.h"
 
@@ -8,8 +8,8 @@
 #include <memory>
 #include <thread>
 
-#include "effects/MultiEffectorModel.h"
 #include "effects/interfaces/EffectScene.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -18,10 +18,15 @@ namespace {
 using scene::Dice;
 using scene::Stereo;
 
-template <typename Subject>
-void render(Subject& subject, Stereo& s, int from, int count) {
+/// A master effect that runs sample by sample. Nobody asks it to skip.
+std::unique_ptr<SivrayMultiEffector> makePlain() {
+  const platform::VectorLimit sampleBySample(platform::VectorSet::none);
+  return std::make_unique<SivrayMultiEffector>();
+}
+
+void render(SivrayMultiEffector& master, Stereo& s, int from, int count) {
   StereoBlock block{s.left.data() + from, s.right.data() + from};
-  subject.process(block, count);
+  master.process(block, count);
 }
 
 /// Lets the effect skip what is silent. Returns whether it did.
@@ -34,7 +39,7 @@ bool renderOrSkip(SivrayMultiEffector& fast, Stereo& s, int count) {
 }
 
 /// A run of no frames, in which the fast one is asked first whether it can skip them.
-void runEmpty(SivrayMultiEffector& fast, model::Master& plain) {
+void runEmpty(SivrayMultiEffector& fast, SivrayMultiEffector& plain) {
   Stereo none(1);
   if (!fast.skip(0)) {
     render(fast, none, 0, 0);
@@ -44,24 +49,24 @@ void runEmpty(SivrayMultiEffector& fast, model::Master& plain) {
 
 /// Applies one random action to both, with equal random numbers.
 template <typename Act>
-void onBoth(SivrayMultiEffector& fast, model::Master& plain, Act&& act) {
+void onBoth(SivrayMultiEffector& fast, SivrayMultiEffector& plain, Act&& act) {
   act(fast);
   act(plain);
 }
 
-void actAtRandom(Dice& dice, SivrayMultiEffector& fast, model::Master& plain) {
+void actAtRandom(Dice& dice, SivrayMultiEffector& fast, SivrayMultiEffector& plain) {
   const int value = dice.upTo(127);
   switch (dice.upTo(11)) {
     case 0:
-      return onBoth(fast, plain, [type = dice.upTo(31) - 1](auto& m) { m.setValue(0, type); });
+      return onBoth(fast, plain, [type = dice.upTo(31) - 1](auto& m) { m.setValue(kEffectType, type); });
     case 1:
-      return onBoth(fast, plain, [on = dice.upTo(2)](auto& m) { m.setValue(1, on); });
+      return onBoth(fast, plain, [on = dice.upTo(2)](auto& m) { m.setValue(kEffectSwitch, on); });
     case 2:
     case 3:
-      return onBoth(fast, plain, [value](auto& m) { m.setValue(2, value); });
+      return onBoth(fast, plain, [value](auto& m) { m.setValue(kEdit1, value); });
     case 4:
     case 5:
-      return onBoth(fast, plain, [value](auto& m) { m.setValue(3, value); });
+      return onBoth(fast, plain, [value](auto& m) { m.setValue(kEdit2, value); });
     case 6:
       return onBoth(fast, plain, [tempo = dice.upTo(3000)](auto& m) { m.setTempo(tempo); });
     case 7:
@@ -76,12 +81,13 @@ void actAtRandom(Dice& dice, SivrayMultiEffector& fast, model::Master& plain) {
   }
 }
 
-TEST(MultiEffector, SoundsAsItsPlainModelThroughAnyEdits) {
+TEST(MultiEffector, SoundsAsThePlainOneThroughAnyEdits) {
   int skipped = 0;
   for (unsigned seed = 1; seed <= 12; ++seed) {
     Dice dice(seed);
     SivrayMultiEffector fast;
-    model::Master plain;
+    const auto owned = makePlain();
+    SivrayMultiEffector& plain = *owned;
     for (int b = 0; b < 400; ++b) {
       actAtRandom(dice, fast, plain);
       if (dice.oneIn(3)) {
@@ -99,17 +105,18 @@ TEST(MultiEffector, SoundsAsItsPlainModelThroughAnyEdits) {
   EXPECT_GT(skipped, 100);
 }
 
-TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
+TEST(MultiEffector, EveryTypeSoundsAsThePlainOneAfterAChangeInMidSound) {
   SivrayMultiEffector fast;
-  model::Master plain;
+  const auto owned = makePlain();
+  SivrayMultiEffector& plain = *owned;
   Dice dice(77);
   for (int i = 0; i < 3 * kEffectTypeCount; ++i) {
-    onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount](auto& m) { m.setValue(0, type); });
+    onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount](auto& m) { m.setValue(kEffectType, type); });
     // The first three blocks end with the immediate mode, so the edit before the fourth must glide.
     for (const int count : {1, 20, 23, 1, 64, 700, 2048}) {
       onBoth(fast, plain, [edit = dice.upTo(127)](auto& m) {
-        m.setValue(2, edit);
-        m.setValue(3, 127 - edit);
+        m.setValue(kEdit1, edit);
+        m.setValue(kEdit2, 127 - edit);
       });
       Stereo a = dice.input(count);
       Stereo c = a;
@@ -123,8 +130,9 @@ TEST(MultiEffector, EveryTypeSoundsAsItsPlainModelAfterAChangeInMidSound) {
 TEST(MultiEffector, ARunOfNoFramesTakesNoEdits) {
   for (int type = 0; type < kEffectTypeCount; ++type) {
     SivrayMultiEffector fast;
-    model::Master plain;
-    onBoth(fast, plain, [type](auto& m) { m.setValue(0, type); });
+    const auto owned = makePlain();
+    SivrayMultiEffector& plain = *owned;
+    onBoth(fast, plain, [type](auto& m) { m.setValue(kEffectType, type); });
     Dice dice(static_cast<unsigned>(type));
     for (int round = 0; round < 4; ++round) {
       // In silence, so that the effect skips; the longest line runs empty.
@@ -150,12 +158,13 @@ TEST(MultiEffector, ARunOfNoFramesTakesNoEdits) {
   }
 }
 
-TEST(MultiEffector, EffectsThatMeetInOneBankAfterAResetSoundAsThePlainModels) {
+TEST(MultiEffector, EffectsThatMeetInOneBankAfterAResetSoundAsThePlainOnes) {
   constexpr std::array<int, 5> kUsers{11, 12, 13, 14, 16};
   for (unsigned seed = 1; seed <= 40; ++seed) {
     Dice dice(seed);
     SivrayMultiEffector fast;
-    model::Master plain;
+    const auto owned = makePlain();
+    SivrayMultiEffector& plain = *owned;
     const auto play = [&](int blocks, int longest, bool isSilent) {
       for (int b = 0; b < blocks; ++b) {
         const int count = 1 + dice.upTo(longest - 1);
@@ -172,7 +181,7 @@ TEST(MultiEffector, EffectsThatMeetInOneBankAfterAResetSoundAsThePlainModels) {
         play(dice.upTo(12), 2048, dice.oneIn(4));
       }
       const auto next = static_cast<std::size_t>(dice.upTo(4));
-      onBoth(fast, plain, [&](auto& m) { m.setValue(0, kUsers[next]); });
+      onBoth(fast, plain, [&](auto& m) { m.setValue(kEffectType, kUsers[next]); });
       play(dice.upTo(40), 3, dice.oneIn(2));
       play(dice.upTo(4), 2048, dice.oneIn(2));
       onBoth(fast, plain, [edit = dice.upTo(127)](auto& m) { m.setValue(2 + edit % 2, edit); });
@@ -185,9 +194,9 @@ TEST(MultiEffector, EveryTypeButTheBypassChangesTheSound) {
     SivrayMultiEffector master;
     SivrayMultiEffector bypassed;
     for (auto* const m : {&master, &bypassed}) {
-      m->setValue(0, m == &master ? type : 0);
-      m->setValue(2, 100);
-      m->setValue(3, 100);
+      m->setValue(kEffectType, m == &master ? type : 0);
+      m->setValue(kEdit1, 100);
+      m->setValue(kEdit2, 100);
       m->reset();
     }
     Stereo a(4096);
@@ -204,12 +213,12 @@ TEST(MultiEffector, EveryTypeButTheBypassChangesTheSound) {
 
 TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
   SivrayMultiEffector master;
-  master.setValue(0, 0);
+  master.setValue(kEffectType, 0);
   master.reset();
   Stereo warm(4096);
   render(master, warm, 0, 4096);
   // From the bypass to the room reverb at level 0: both pass their input through, so only the fade's rounding is heard.
-  master.setValue(0, 14);
+  master.setValue(kEffectType, 14);
   Stereo s(60);
   std::fill(s.left.begin(), s.left.end(), std::int16_t{1000});
   for (int i = 0; i < 60; ++i) {
@@ -221,19 +230,19 @@ TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
 
 TEST(MultiEffector, SwitchedOffItGivesTheDrySoundWhileTheTailRunsOn) {
   SivrayMultiEffector master;
-  master.setValue(0, 14);
-  master.setValue(2, 127);
-  master.setValue(3, 127);
+  master.setValue(kEffectType, 14);
+  master.setValue(kEdit1, 127);
+  master.setValue(kEdit2, 127);
   Stereo s(4096);
   render(master, s, 0, 4096);
   s = Stereo(4096);
   std::fill_n(s.left.begin(), 1000, std::int16_t{20000});
   render(master, s, 0, 4096);
-  master.setValue(1, 0);
+  master.setValue(kEffectSwitch, 0);
   s = Stereo(4096);
   render(master, s, 0, 4096);
   EXPECT_TRUE(std::all_of(s.left.end() - 100, s.left.end(), [](int x) { return x == 0; }));
-  master.setValue(1, 1);
+  master.setValue(kEffectSwitch, 1);
   s = Stereo(4096);
   render(master, s, 0, 4096);
   EXPECT_TRUE(std::any_of(s.left.begin(), s.left.end(), [](int x) { return std::abs(x) > 100; }));
@@ -283,7 +292,7 @@ TEST(MultiEffector, TakesTheLastValueOfWritersBesideTheAudioThread) {
   done = true;
   first.join();
   second.join();
-  master.setValue(1, 0);
+  master.setValue(kEffectSwitch, 0);
   Stereo silence(4096);
   render(master, silence, 0, 4096);
   EXPECT_TRUE(std::all_of(silence.left.end() - 100, silence.left.end(), [](int x) { return x == 0; }))

@@ -72,36 +72,21 @@ TEST(Dynamics, EveryKindOfLanesSoundsAsThePlainOne) {
   }
 }
 
-template <typename Table>
-void expectSums(const Table& table, std::uint64_t expectedSum, std::uint64_t expectedWeighted) {
-  std::uint64_t sum = 0;
-  std::uint64_t weighted = 0;
-  for (std::size_t i = 0; i < table.size(); ++i) {
-    sum += static_cast<std::uint64_t>(table[i]);
-    weighted += (i + 1) * static_cast<std::uint64_t>(table[i]);
-  }
-  EXPECT_EQ(sum, expectedSum);
-  EXPECT_EQ(weighted, expectedWeighted);
-}
-
-TEST(Dynamics, TablesHoldTheirOrderAndTheirSums) {
+TEST(Dynamics, TablesHoldTheirOrder) {
   EXPECT_TRUE(std::is_sorted(pumpAttackTable.begin(), pumpAttackTable.end()));
   EXPECT_TRUE(std::is_sorted(pumpLevelTable.rbegin(), pumpLevelTable.rend()));
   EXPECT_TRUE(std::is_sorted(decimatorSteps.rbegin(), decimatorSteps.rend()));
-  expectSums(pumpAttackTable, 2986372266U, 379208095152U);
-  expectSums(pumpLevelTable, 7498349U, 405639303U);
-  expectSums(decimatorSteps, 1093600U, 38169108U);
 }
 
 TEST(Dynamics, PumpHoldsTheFirstHalfOfTheBeatDownAndBothRestartCodesStartItAgain) {
   EffectAdapter<Pump> pump;
-  pump.setParameter(2, 50);  // a cycle of 22050 samples
+  pump.setParameter(kEdit1, 50);  // a cycle of 22050 samples
   pump.reset();
   Stereo settle = constantSound(22050 * 2, 10000);
   process(pump, settle);
   EXPECT_LT(settle.left[22050 + 11000], 1500);
   EXPECT_GT(settle.left[22050 + 21000], 9000);
-  for (const int code : {5, 6}) {
+  for (const int code : {kRestart, kRhythmicRestart}) {
     pump.notify(code);
     Stereo again = constantSound(11000, 10000);
     process(pump, again);
@@ -111,7 +96,7 @@ TEST(Dynamics, PumpHoldsTheFirstHalfOfTheBeatDownAndBothRestartCodesStartItAgain
 
 TEST(Dynamics, CompressorStartsNearSilenceAndItsGainComesUp) {
   SivrayFxCompressor compressor;
-  compressor.notify(5);
+  compressor.notify(kRestart);
   Stereo sound(4000);
   for (std::size_t i = 0; i < 4000; ++i) {
     sound.left[i] = sound.right[i] = i % 100 < 50 ? 100 : -100;
@@ -136,8 +121,8 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
   float mix = 0.0F;
   for (int round = 0; round < 60; ++round) {
     const int knob = dice.upTo(127);
-    EXPECT_EQ(effect.setParameter(2, knob), knob);
-    EXPECT_EQ(effect.setParameter(3, 5), 0);
+    EXPECT_EQ(effect.setParameter(kEdit1, knob), knob);
+    EXPECT_EQ(effect.setParameter(kEdit2, 5), 0);
     const float gain = static_cast<float>(knob) * 0.007874016F;
     if (dice.oneIn(5)) {
       effect.setImmediate(true);

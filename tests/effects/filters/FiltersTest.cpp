@@ -1,11 +1,11 @@
-// The filters against plain models, their tables, and their gains for steady tones.
+// The filters in every kind of lanes, their tables, and their gains for steady tones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <utility>
 
 #include "effects/filters/CombFilter.h"
+#include "effects/filters/CutoffTables.h"
 #include "effects/filters/EqualizerTables.h"
-#include "effects/filters/FilterModels.h"
 #include "effects/filters/FormantTables.h"
 #include "effects/filters/PeakingEQ.h"
 #include "effects/filters/SivrayFxEqualizer.h"
@@ -13,6 +13,7 @@
 #include "effects/filters/SivrayFxTolvanFilter.h"
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/LaneScene.h"
+#include "effects/modulation/PlainModel.h"
 
 namespace {
 
@@ -22,14 +23,6 @@ using namespace tesh::bramel::plugin::sivray::effects;
 using Lowpass = SivrayFxTolvanFilter<TolvanMode::kLowpass>;
 using Highpass = SivrayFxTolvanFilter<TolvanMode::kHighpass>;
 using Bandpass = SivrayFxTolvanFilter<TolvanMode::kBandpass>;
-
-TEST(Filters, VectorKindsMatchTheirPlainModelsThroughRandomScenes) {
-  playScenes<Lowpass>(TolvanModel{0});
-  playScenes<Highpass>(TolvanModel{1});
-  playScenes<Bandpass>(TolvanModel{2});
-  playScenes<SivrayFxTalkingModulator>(TalkingModel{});
-  playScenes<SivrayFxEqualizer>(EqualizerModel{});
-}
 
 TEST(Filters, EveryKindSoundsAsThePlainOne) {
   for (unsigned seed = 1; seed <= 4; ++seed) {
@@ -60,33 +53,7 @@ TEST(Filters, CombSoundsTheSameInLanesAtEveryDelay) {
   }
 }
 
-template <typename Table, typename Column>
-void expectSums(const Table& table, Column column, std::int64_t expectedSum, std::int64_t expectedWeighted) {
-  std::int64_t sum = 0;
-  std::int64_t weighted = 0;
-  for (std::size_t i = 0; i < table.size(); ++i) {
-    sum += column(table[i]);
-    weighted += static_cast<std::int64_t>(i + 1) * column(table[i]);
-  }
-  EXPECT_EQ(sum, expectedSum);
-  EXPECT_EQ(weighted, expectedWeighted);
-}
-
-TEST(Filters, TablesHoldTheirEndsTheirOrderAndTheirSums) {
-  expectSums(
-      lowShelfTable, [](auto row) { return row.feedforwardOld; }, -2046502, -131991030);
-  expectSums(
-      lowShelfTable, [](auto row) { return row.feedforward; }, 2097057, 136521367);
-  expectSums(
-      lowShelfTable, [](auto row) { return row.feedback; }, -2046473, -133250658);
-  expectSums(
-      highShelfTable, [](auto row) { return row.feedback1; }, -450177, -52268968);
-  expectSums(
-      highShelfTable, [](auto row) { return row.gain; }, 1320614, 118761814);
-  expectSums(
-      highShelfTable, [](auto row) { return row.feedback2; }, -178094, -1142251);
-  expectSums(
-      cutoffTable, [](auto entry) { return std::int64_t{entry}; }, 97218110237, 9871847604541);
+TEST(Filters, TablesHoldTheirEndsAndTheirOrder) {
   for (std::size_t i = 1; i < 128; ++i) {
     EXPECT_LT(cutoffTable[i - 1], cutoffTable[i]);
     EXPECT_LE(lowShelfTable[i - 1].feedforward, lowShelfTable[i].feedforward);

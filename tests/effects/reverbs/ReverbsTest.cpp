@@ -40,8 +40,8 @@ TEST(Reverbs, HallSleepsThroughSilenceAndWakesAsItsPlainModel) {
   scene::Dice dice(9);
   for (int b = 0; b < 1200; ++b) {
     if (b % 97 == 0) {
-      fast.setParameter(3, b % 128);
-      plain.setParameter(3, b % 128);
+      fast.setParameter(kEdit2, b % 128);
+      plain.setParameter(kEdit2, b % 128);
     }
     scene::Stereo a = b % 300 < 10 ? dice.input(500) : scene::Stereo(500);
     scene::Stereo c = a;

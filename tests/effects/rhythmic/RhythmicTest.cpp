@@ -166,18 +166,10 @@ TEST(Rhythmic, LanesLeaveAGateWithoutAHoldToThePlainKind) {
   EXPECT_EQ(sound, expected);
 }
 
-TEST(Rhythmic, SlicerLevelsHoldTheirEndsTheirOrderAndTheirSums) {
-  std::int64_t sum = 0;
-  std::int64_t weighted = 0;
-  for (std::size_t i = 0; i < slicerLevelTable.size(); ++i) {
-    sum += slicerLevelTable[i];
-    weighted += static_cast<std::int64_t>(i + 1) * slicerLevelTable[i];
-  }
+TEST(Rhythmic, SlicerLevelsHoldTheirEndsAndTheirOrder) {
   EXPECT_EQ(slicerLevelTable.front(), 32767);
   EXPECT_EQ(slicerLevelTable.back(), 131068);
   EXPECT_TRUE(std::is_sorted(slicerLevelTable.begin(), slicerLevelTable.end()));
-  EXPECT_EQ(sum, 6084195);
-  EXPECT_EQ(weighted, 455294079);
 }
 
 /// Returns one bar at 120 bpm of a constant input, after the make-up gain has settled.
