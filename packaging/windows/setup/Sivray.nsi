@@ -54,7 +54,6 @@ Var Components    ; Installed ones, each with a comma before it.
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
-!define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION startProgram
 
@@ -353,5 +352,8 @@ free:
   RMDir "$Common\VST3"
   RMDir "$Common\CLAP"
   RMDir "$Common"
+  ${If} $MultiUser.InstallMode == CurrentUser
+    RMDir "$LOCALAPPDATA\Programs"
+  ${EndIf}
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
 SectionEnd
