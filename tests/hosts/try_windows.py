@@ -174,7 +174,7 @@ class Trial:
                        stdout=subprocess.DEVNULL)
         # With the archive's content: the one that was built here may be newer.
         linux = Host([RELEASE / "bin" / "try-plugin"], RELEASE / "Sivray" / "Sivray.so",
-                     dict(self.environment, BRAMEL_COMMON_FILES=str(self.home)))
+                     dict(self.environment, BRAMEL_COMMON_FILES=str(self.home), BRAMEL_DOCUMENTS=str(self.folder / "documents")))
         windows = self.host()
         linux.say("load")
         windows.say("load")
