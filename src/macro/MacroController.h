@@ -86,7 +86,7 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   void writeChunk(std::vector<std::uint8_t>& out);
   /// Takes what the next block may change.
   ChunkValues takeValues();
-  /// Appends the chunk with these values. Needs no lock but one that keeps the factory bank from changing.
+  /// Appends the chunk with these values. May run beside blocks, but not beside a change of the factory bank.
   void writeChunk(const ChunkValues& values, std::vector<std::uint8_t>& out) const;
   /// Appends the programs of a patches file to the factory bank. Ignores a file of another version.
   void readPatches(std::span<const std::uint8_t> file);

@@ -93,7 +93,7 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   std::span<const std::uint8_t> getStateContent();
   /// The same in two steps. The first takes what the next block may change.
   StateSnapshot snapshotState();
-  /// The second needs no lock but one that keeps the factory bank from changing. Appends to `out`.
+  /// The second may run beside blocks, but not beside a change of the factory bank. Appends to `out`.
   void writeStateContent(const StateSnapshot& snapshot, std::vector<std::uint8_t>& out) const;
   /// Restores such a content. Sizes that do not add up change nothing and give false. The generator must not be active.
   bool setStateContent(std::span<const std::uint8_t> content);

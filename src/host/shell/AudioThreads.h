@@ -4,9 +4,9 @@
 
 #include <array>
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <thread>
 
 #include "core/RealTime.h"
@@ -58,8 +58,8 @@ class AudioThreads {
       // Waits for nothing: the C library stores the number in the thread's own memory.
       cofu::core::vouchFor([this] {
         id = std::this_thread::get_id();
-        // Threads' numbers are addresses, whose lowest bits are alike.
-        first = static_cast<std::size_t>(std::hash<std::thread::id>()(id) * 0x9E3779B97F4A7C15 >> 32);
+        // Threads' numbers are addresses, whose lowest bits are alike. The library's hash takes five times as long.
+        first = static_cast<std::size_t>(std::bit_cast<std::uintptr_t>(id) * 0x9E3779B97F4A7C15 >> 32);
       });
     }
     std::thread::id id;

@@ -29,8 +29,8 @@ struct ShellCore {
   }
 
   /// Reads from the disk what a change that is about to come needs, so that the block which takes it finds everything
-  /// in memory. `collect(processor, coming)` tells what that is, with the main lock held; the reading is done without
-  /// it. Does nothing on the audio thread, which must not wait.
+  /// in memory. `collect(processor, coming, lock)` tells what that is; the reading is done without the main lock. Does
+  /// nothing on the audio thread, which must not wait.
   template <typename Collect>
   void readAhead(Collect collect) const {
     if (!processor || audioThreads.include()) {
@@ -40,7 +40,7 @@ struct ShellCore {
     vimo::ComingValues coming;
     {
       const MainLock lock(mainMutex);
-      collect(*processor, coming);
+      collect(*processor, coming, lock);
     }
     for (const vimo::ComingValue& next : coming) {
       processor->generator().prepare(next.id, next.value);

@@ -31,9 +31,8 @@ std::uint64_t ShellParameters::idOf(std::uint64_t visibleIndex) const {
 
 void ShellParameters::readAhead(std::uint64_t id, float value) const {
   if (isNormalised(value)) {
-    core.readAhead([id, value](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
-      processor.controller().addReadsOfMacro(id, value, coming);
-    });
+    core.readAhead([id, value](const BramelInstrument::Processor& processor, vimo::ComingValues& coming,
+                               const MainLock&) { processor.controller().addReadsOfMacro(id, value, coming); });
   }
 }
 

@@ -184,7 +184,7 @@ std::string ShellPrograms::programName(Bank bank, std::uint64_t index) const {
 }
 
 void ShellPrograms::setProgram(Bank bank, std::uint64_t index, Origin origin) {
-  core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
+  core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming, const MainLock&) {
     processor.controller().addReadsOfProgram(index, bank, coming);
   });
   MainLock lock(core.mainMutex);
@@ -354,7 +354,7 @@ bool ShellPrograms::setState(const void* data, std::size_t size) {
   if (!record || record->name != kEditBufferName || record->version != kEditBufferVersion) {
     return false;
   }
-  core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming) {
+  core.readAhead([&](const BramelInstrument::Processor& processor, vimo::ComingValues& coming, const MainLock&) {
     processor.addReadsOfState(record->content, coming);
   });
   const MainLock lock(core.mainMutex);

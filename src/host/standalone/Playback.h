@@ -70,8 +70,8 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   void addTestTone(int frames);
   void copyTo(float* const* outputs, int outputCount, int from, int frames) const;
 
-  juce::AudioProcessor* processor;  ///< Changed with `instrumentLock` held.
-  juce::SpinLock instrumentLock;
+  juce::AudioProcessor* processor;
+  juce::SpinLock instrumentLock;  ///< Keeps `processor` as it is while a block plays.
   DemoPlayer demoPlayer;
   std::mutex translatorMutex;  ///< Of the MIDI inputs' threads.
   cofu::core::NoteTranslator translator;

@@ -16,7 +16,7 @@
 
 namespace tesh::vimo {
 
-/// A record's place in the list is its program number. All calls need the owner's lock. Programs out of range are
+/// A record's place in the list is its program number. One call at a time, but for reads. Programs out of range are
 /// ignored.
 class ProgramDatabase {
  public:

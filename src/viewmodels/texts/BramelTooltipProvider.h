@@ -12,7 +12,7 @@
 
 namespace tesh::bramel::tooltip {
 
-/// Every call needs the owner's lock.
+/// One call at a time.
 class BramelTooltipProvider {
  public:
   virtual ~BramelTooltipProvider() = default;
