@@ -71,8 +71,8 @@ def main() -> int:
 
         run("/usr/lib/ardour7/ardour-vst3-scanner", "-f", vst3, LD_LIBRARY_PATH="/usr/lib/ardour7")
         entry = next((scratch / ".cache/ardour7/vst").glob("*.v3i")).read_text()
-        check("the VST 3 scan lists an instrument with 2 outputs",
-              'name="Sivray"' in entry and 'category="Instrument|Drum"' in entry and 'n_outputs="2"' in entry)
+        check("the VST 3 scan lists an instrument with the outputs of all ten buses",
+              'name="Sivray"' in entry and 'category="Instrument|Drum"' in entry and 'n_outputs="20"' in entry)
 
         def make(form: str) -> pathlib.Path:
             session = scratch / form
