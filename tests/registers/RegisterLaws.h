@@ -24,7 +24,7 @@ struct alignas(32) Row {
 
 namespace {
 
-//// The laws on registers `a` and `b` with the bits of two rows.
+/// The laws on registers `a` and `b` with the bits of two rows.
 template <typename R>
 class RegisterLaws {
  public:

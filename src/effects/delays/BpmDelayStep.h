@@ -16,8 +16,8 @@ Samples tapAt(const BpmSyncDelayLaw& law, const std::int16_t* line, unsigned pos
   return between(loadFromRing<Samples, kLength>(line, near), loadFromRing<Samples, kLength>(line, near - 1), fraction);
 }
 
-/// The input less the fed-back tap, each with its own Q15 gain. Both have 30 fractional bits; 7 and then 8 go, so that
-/// the difference fits 32 bits.
+/// The input less the fed-back tap, each with its own Q15 gain. Both have 30 fractional bits; 7 and then 8 are shifted
+/// out, so that the difference fits 32 bits.
 template <typename Samples>
 Samples lessTap(Samples input, std::int32_t inputGain, Samples tap, std::int32_t feedback) {
   const auto direct = weightedSum(input, tap, typename Samples::Weights(inputGain, 0)).template shiftedRight<7>();

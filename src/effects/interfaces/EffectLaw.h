@@ -90,7 +90,8 @@ concept RunsLanes = requires(Law& law, std::int16_t* samples, unsigned count) {
   { run(law, samples, samples, count) } -> std::same_as<unsigned>;
 };
 
-/// Runs in lanes while its values rest. What is left of a run goes to shorter registers, and what is left by those to the step.
+/// Runs in lanes while its values rest. What is left of a run goes to shorter registers, and what is left by those to
+/// the step.
 template <typename Law>
 concept LaneLaw = requires(const Law& law, const typename Law::Settings& to) {
   /// Whether no feedback is shorter than 16 samples and all else rests too.

@@ -1,5 +1,6 @@
 // Consecutive values of an oscillator in the 32-bit lanes of a register: phases, and what a law computes from them
-// before it turns to samples. OneWord describes the operations. SampleLanes.h tells where this may be included.
+// before it turns to samples. Or a value for each of four bands. OneWord describes the operations. SampleLanes.h tells
+// where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

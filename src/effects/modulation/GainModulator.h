@@ -33,7 +33,7 @@ struct GainModulator {
   }
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
 
-  /// A triangle that stands still at its very top takes a smoothed one there too; its gain does not fit a lane.
+  /// If a triangle stops at its very top, its smoothed value gets there too, and then the gain does not fit a lane.
   bool fitsLanes(const Settings&) const { return smoothLeft < kHalf && smoothRight < kHalf; }
 
   static constexpr unsigned kMemory = 0;

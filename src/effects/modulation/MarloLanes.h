@@ -13,7 +13,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
-/// Four values, of which each stays apart from the others: the voices of a sample, or its highpasses.
+/// Four values that do not mix: one for each voice, or for each highpass, of a sample.
 using MarloQuad = cofu::registers::Registers128::Floats;
 
 /// One sample. The comments hold for MarloIn too.

@@ -15,7 +15,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Words of a run beside the law. Left and right stand in turn, but for the input, which is mono.
+/// Words of a run that are not part of the law. Left and right alternate; the input is mono.
 struct PhaserWords {
   std::int32_t coefficients[2 * (kControlGrid + 2)];  ///< From the sample before the run to the one behind it.
   std::int32_t inputs[kControlGrid + 1];

@@ -1,4 +1,4 @@
-// The dampers in the hall's combs: the one part of its law that hears its own last sample.
+// The dampers in the hall's combs: the only part of its law that waits for its own last sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -44,7 +44,7 @@ Samples diffused(const HallFlow& flow, std::size_t k, Samples input) {
   return difference(tap, inner.template shiftedRight<15>().saturated());
 }
 
-/// The four damped combs, all fed with the same.
+/// The four damped combs, all fed with the same sound.
 template <typename Samples>
 void stepTank(HallFlow& flow, Samples fed) {
   Combs<Samples> combs;
