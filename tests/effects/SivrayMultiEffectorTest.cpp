@@ -228,6 +228,22 @@ TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
   EXPECT_EQ(s.left[45], 999) << "one step for the mix, none for the fade";
 }
 
+TEST(MultiEffector, ANewEffectTakesItsEditsAtOnceForFortyFourFrames) {
+  for (const auto& [frames, isAtOnce] : {std::pair{43, true}, {44, false}}) {
+    SivrayMultiEffector master;
+    master.setValue(kEffectType, 0);
+    master.setValue(kEdit1, 127);  // The echo comes too late to be heard here, and the level turns the input down.
+    Stereo s(4096);
+    render(master, s, 0, 4096);
+    master.setValue(kEffectType, kTypeShortDelay);
+    std::fill(s.left.begin(), s.left.end(), std::int16_t{10000});
+    render(master, s, 0, frames);
+    master.setValue(kEdit2, 127);
+    render(master, s, frames, 100);
+    EXPECT_EQ(s.left[static_cast<std::size_t>(frames) + 60] < 7000, isAtOnce) << frames;
+  }
+}
+
 TEST(MultiEffector, SwitchedOffItGivesTheDrySoundWhileTheTailRunsOn) {
   SivrayMultiEffector master;
   master.setValue(kEffectType, 14);
