@@ -61,6 +61,24 @@ TEST(Delays, EveryKindSoundsAsThePlainOne) {
   }
 }
 
+TEST(Delays, BpmDelaySoundsTheSameInLanesAroundTheShortestTimeThatFitsThem) {
+  for (const int samples : {13, 14, 15, 16, 17}) {
+    scene::InKind<SivrayFxBpmSyncDelay> plain(LaneKind::plain);
+    scene::InKind<SivrayFxBpmSyncDelay> fast(bestLaneKind());
+    const scene::Stereo in = scene::Dice(1).input(2000);
+    scene::Stereo expected;
+    scene::Stereo sound;
+    for (const auto& [delay, out] : {std::pair{&plain, &expected}, {&fast, &sound}}) {
+      delay->setTempo(165375 / samples * 10);
+      delay->setParameter(kEdit1, 0);
+      delay->setParameter(kEdit2, 127);
+      delay->reset();
+      delay->render(in, *out);
+    }
+    EXPECT_EQ(sound, expected) << samples;
+  }
+}
+
 }  // namespace
 
 }  // namespace tesh::bramel::plugin::sivray::effects
