@@ -73,6 +73,7 @@ void BWPluginProgramSelectorView::setViewModel(std::shared_ptr<IPluginEditViewMo
   updateText();
 }
 
+/// Reads the name from the instrument, which lets reports through that wait for a block: without a device none comes.
 void BWPluginProgramSelectorView::updateText() {
   std::array<char, 256> text{};
   std::snprintf(text.data(), text.size(), "%02d:%s", static_cast<int>(viewModel->getProgramNumber()),
@@ -85,8 +86,10 @@ void BWPluginProgramSelectorView::controlGestureBegan(IBWControl& control) {
     openList();
   } else if (&control == &previousButton) {
     viewModel->selectPreviousProgram();
+    updateText();
   } else if (&control == &nextButton) {
     viewModel->selectNextProgram();
+    updateText();
   }
 }
 

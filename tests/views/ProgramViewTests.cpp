@@ -47,6 +47,7 @@ TEST_F(ProgramPanel, StepsThroughTheProgramsAndStopsAtTheEnds) {
   };
   EXPECT_EQ(step(228), "1 first");
   EXPECT_EQ(step(263), "2 second");
+  EXPECT_EQ(findIn<PanelText>(view().programBar())->getText(), "02:second") << "though no block runs";
   EXPECT_EQ(step(263), "3 third");
   EXPECT_EQ(step(263), "3 third");
   EXPECT_EQ(step(228), "2 second");
