@@ -9,19 +9,17 @@ endif()
 
 # sivray_precompile(<target> standard|juce|computing_juce|tests|sound_tests)
 # Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them,
-# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. Those with
-# `tests`, and under the sanitizers of addresses and threads those with `juce`, are not optimized, which takes the compiler
-# half of the time. What computes much keeps its flags: `computing_juce`, `sound_tests`. A file includes what it uses
-# nevertheless, as `./test --release` shows.
+# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. Under the
+# sanitizers of addresses and threads those with `tests` and `juce` are not optimized, which takes the compiler half of the
+# time. What computes much keeps its flags: `computing_juce`, `sound_tests`. A file includes what it uses nevertheless, as
+# `./test --release` shows.
 function(sivray_precompile target headers)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$" OR CMAKE_CROSSCOMPILING)
     return()
   endif()
-  set(unoptimized tests)
+  set(unoptimized)
   if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=(address|thread)")
-    list(APPEND unoptimized juce)
-  elseif(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-    set(unoptimized)  # The RealtimeSanitizer: an allocation that the compiler leaves out would count.
+    set(unoptimized tests juce)
   endif()
   set(options)
   if(headers IN_LIST unoptimized)
