@@ -140,7 +140,7 @@ TEST(SimilarWaves, AreTheNearestByDistanceWithTheFarthestOfTheCategory) {
   waves[11].category = waves[12].category = 1;
   std::vector<NumberedWave> numbered;
   for (const Wave& wave : waves) {
-    numbered.push_back({static_cast<std::int32_t>(8 * numbered.size()), &wave});
+    numbered.push_back({static_cast<std::int32_t>(8 * numbered.size()), &wave, {}});
   }
   const auto kins = similarWaves(numbered);
   ASSERT_EQ(kins.size(), waves.size());

@@ -89,6 +89,22 @@ TEST_F(OwnSounds, AreComparedWithTheFactorysAtEachChange) {
   EXPECT_THAT(nearestTo(16), testing::UnorderedElementsAre(0, 8));
 }
 
+TEST_F(OwnSounds, TakeTheLoudnessOfFactoryWavesFromTheInstalledLibrary) {
+  const std::string installed = scratch.path("installed/Tesh/Bramel/Resource/SivrayPCM");
+  const tesh::vimo::WaveKin snare{1, -12.34F, {}, -1};
+  writeFile(installed + "/similar.bin",
+            tesh::vimo::SimilarWaves::pack(std::span(&snare, 1), readFile(installed + "/drumparam_category.bin")));
+  const auto loudnessOf = [this](std::int32_t number) {
+    tesh::vimo::SivraySampleLibrary library;
+    library.load(root() + "/Tesh/Bramel/Resource/SivrayPCM/drumparam_category.bin");
+    const auto* const kin = library.similarWaves().of(number);
+    return kin == nullptr ? 0.0F : kin->loudness;
+  };
+  add({writeConstant(scratch.path("in/kick.wav"), 11)});
+  EXPECT_FLOAT_EQ(loudnessOf(8), -12.34F);
+  EXPECT_LT(loudnessOf(16), -13.0F) << "measured, as the file says nothing of it";
+}
+
 TEST_F(OwnSounds, AreAsBeforeWhenAnAddFailsHalfWay) {
   const std::string first = writeConstant(scratch.path("in/first.wav"), 11);
   for (const bool hasContent : {false, true}) {

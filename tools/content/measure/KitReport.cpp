@@ -7,6 +7,7 @@
 #include <string>
 
 #include "content/measure/KitSound.h"
+#include "content/measure/Statistics.h"
 
 namespace sivray::content {
 namespace {
@@ -27,18 +28,13 @@ std::string number(double value, bool isBad) {
   return text.data();
 }
 
-double medianOf(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values.empty() ? 0.0 : values[values.size() / 2];
-}
-
 /// The balance of each pad, in the middle of all kits.
 std::array<double, factory::kPads> rolesOf(const std::vector<KitSound>& kits) {
   std::array<double, factory::kPads> roles{};
   for (std::size_t pad = 0; pad < roles.size(); ++pad) {
     std::vector<double> values;
     std::ranges::transform(kits, std::back_inserter(values), [=](const KitSound& kit) { return balanceOf(kit)[pad]; });
-    roles[pad] = medianOf(std::move(values));
+    roles[pad] = medianOf(values);
   }
   return roles;
 }
@@ -85,7 +81,7 @@ int printTwins(std::ostream& out, const std::vector<KitSound>& kits) {
 int printKits(std::ostream& out, const std::vector<KitSound>& kits) {
   std::vector<double> loudness;
   std::ranges::transform(kits, std::back_inserter(loudness), &KitSound::loudness);
-  const double middle = medianOf(std::move(loudness));
+  const double middle = medianOf(loudness);
   const auto roles = rolesOf(kits);
   out << "kit                       LUFS   effect   wet dB    dBTP    pads 36 to 43 over their roles, dB\n";
   out << "the roles, dB over the mean" << std::string(29, ' ');

@@ -126,7 +126,7 @@ std::vector<WaveKin> similarWaves(std::span<const NumberedWave> waves) {
     return [&, maker = PictureMaker()](std::size_t i) mutable {
       const Wave start = startOf(*waves[i].wave);
       kins[i].wave = waves[i].number;
-      kins[i].loudness = loudnessOf(start);
+      kins[i].loudness = waves[i].loudness ? *waves[i].loudness : loudnessOf(start);
       pictures[i] = maker.pictureOf(hitOf(start));
     };
   });
@@ -143,7 +143,7 @@ void writeSimilar(const std::string& folder, std::span<const NumberedWave> waves
 void writeSimilar(const std::string& folder, std::span<const Wave> waves) {
   std::vector<NumberedWave> numbered;
   for (const Wave& wave : waves) {
-    numbered.push_back({static_cast<std::int32_t>(numbered.size()), &wave});
+    numbered.push_back({static_cast<std::int32_t>(numbered.size()), &wave, {}});
   }
   writeSimilar(folder, numbered);
 }

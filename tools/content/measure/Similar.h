@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -16,12 +17,13 @@ namespace sivray::content {
 struct NumberedWave {
   std::int32_t number = 0;
   const Wave* wave = nullptr;
+  std::optional<float> loudness;  ///< As a WaveKin has it; measured if not known.
 };
 
 /// How much of a wave counts, from its start.
 inline constexpr int kComparedSeconds = 4;
 
-/// Measures each wave's loudness, and D from each to each. On all cores.
+/// Measures each wave's loudness where it is not known, and D from each to each. On all cores.
 std::vector<tesh::vimo::WaveKin> similarWaves(std::span<const NumberedWave> waves);
 
 /// Writes the result beside the index files of the library in `folder`, which must be written before. Throws

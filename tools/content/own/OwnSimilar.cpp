@@ -1,12 +1,16 @@
-// Reads the starts of all waves that the browser lists.
+// Reads the starts of all waves that the browser lists. How loud the factory's are is known.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnSimilar.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
 #include <vector>
 
 #include "content/Files.h"
 #include "content/measure/Similar.h"
+#include "engine/samples/SimilarWaves.h"
+#include "platform/Files.h"
 
 namespace sivray::content {
 namespace {
@@ -17,6 +21,18 @@ Wave startAt(const OwnContent& content, OwnStretch stretch, int category) {
   Wave wave = content.waveAt(stretch);
   wave.category = category;
   return wave;
+}
+
+/// What the installed library says of the factory's waves: a change has put the same ones beside the sounds.
+tesh::vimo::SimilarWaves installedKins() {
+  tesh::vimo::SimilarWaves kins;
+  const std::filesystem::path library = OwnPaths::libraryIn(installedTree());
+  const auto index = tesh::bramel::platform::readWhole(textOf(library / "drumparam_category.bin"));
+  const auto bytes = tesh::bramel::platform::readWhole(textOf(library / tesh::vimo::SimilarWaves::kFileName));
+  if (index && bytes) {
+    kins.loadFrom(*bytes, *index);
+  }
+  return kins;
 }
 
 }  // namespace
@@ -35,9 +51,12 @@ void writeOwnSimilar(const OwnContent& content) {
       waves.push_back(startAt(content, stretch->second, sound.category));
     }
   }
+  const tesh::vimo::SimilarWaves kins = installedKins();
+  const auto factoryWaves = static_cast<std::size_t>(content.tables().factoryWaves());
   std::vector<NumberedWave> numbered;
   for (std::size_t i = 0; i < waves.size(); ++i) {
-    numbered.push_back({numbers[i], &waves[i]});
+    const auto* const kin = i < factoryWaves ? kins.of(static_cast<std::int32_t>(i)) : nullptr;
+    numbered.push_back({numbers[i], &waves[i], kin == nullptr ? std::nullopt : std::optional(kin->loudness)});
   }
   writeSimilar(textOf(content.paths().library), numbered);
 }

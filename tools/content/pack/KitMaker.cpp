@@ -24,7 +24,7 @@ constexpr std::array<std::size_t, factory::kPads> kStandIns{kTomPad,  kSnarePad,
                                                             kOpenPad, kKickPad,  kStickPad, kClosedPad};
 
 /// Mean square of the loudest tenth of a second.
-double loudnessOf(const Wave& wave) {
+double loudestSquareOf(const Wave& wave) {
   const auto window = static_cast<std::size_t>(wave.sampleRate / 10);
   double sum = 0.0;
   double most = 0.0;
@@ -46,7 +46,7 @@ const Wave* loudestOf(const Waves& waves, int category) {
   double most = -1.0;
   for (const Wave* wave : waves) {
     if (wave->category == category) {
-      const double loudness = loudnessOf(*wave);
+      const double loudness = loudestSquareOf(*wave);
       if (loudness > most) {
         best = wave;
         most = loudness;
