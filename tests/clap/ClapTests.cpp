@@ -297,6 +297,26 @@ TEST_F(Clap, StatesComeInPiecesAndBrokenOnesChangeNothing) {
   }
 }
 
+TEST_F(Clap, NamesTheKeyOfEachPadByItsSound) {
+  Instance plugin;
+  plugin.started();
+  const auto& names = plugin.extension<NoteName>(kNoteName);
+  ASSERT_EQ(names.count(plugin.plugin), 8U);
+  NoteNameInfo info{};
+  Log told;
+  for (std::uint32_t pad = 0; pad < 8; ++pad) {
+    ASSERT_TRUE(names.get(plugin.plugin, pad, &info));
+    EXPECT_EQ(info.port, -1);
+    EXPECT_EQ(info.channel, -1);
+    EXPECT_EQ(info.key, 36 + static_cast<int>(pad));
+    told.emplace_back(info.name);
+  }
+  // In this folder other parameters lie where the panel has the pads' samples.
+  EXPECT_EQ(told, (Log{"wave0", "wave2", "wave4", "wave6", "wave0", "wave0", "wave0", "wave0"}));
+  EXPECT_FALSE(names.get(plugin.plugin, 8, &info));
+  EXPECT_FALSE(names.get(plugin.plugin, 0, nullptr));
+}
+
 TEST_F(Clap, WhatChangesWhileTheHostReadsIsToldAfterwards) {
   Instance plugin;
   plugin.started();

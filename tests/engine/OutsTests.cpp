@@ -94,6 +94,7 @@ constexpr std::int32_t kGain = (16010 * 102 - 32768) / 103 + 1;
 // A gate that is open multiplies by 32767 / 32768 and rounds down, for each voice at most one unit of 1 / 32768; the
 // output stage then amplifies by less than 1.3, and rounds twice.
 TEST(Outs, AddUpToTheMainOutThroughSendsAndOutputStage) {
+  constexpr std::uint32_t kGroupOfPad3 = 0x31;
   for (const float type : {kBypass, kDrive}) {
     OutsPlayer player;
     player.set(kEffectType, type);
@@ -104,8 +105,11 @@ TEST(Outs, AddUpToTheMainOutThroughSendsAndOutputStage) {
       player.automate(0, pad << 4U | 8U, 0.5F);  // Quiet, so that no sum is limited.
       player.note(0, 36 + static_cast<int>(pad));
     }
+    player.automate(0, kGroupOfPad3, 1.0F);
     const std::vector<bool> all(10, true);
     player.play(1024, all);  // The gates move.
+    player.automate(0, kGroupOfPad3 + 0x20, 1.0F);
+    player.note(100, 36 + 5);  // Pad 5 plays on in its lane, and in that of pad 3, whose group it has joined.
     player.play(1500, all);
     float loudest = 0.0F;
     for (std::size_t frame = 0; frame < 1500; ++frame) {
