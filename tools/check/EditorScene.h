@@ -88,8 +88,9 @@ class ScopedVariable {
   std::string before;
 };
 
-/// Keeps clicks away from the user's files and programs: a documents folder of its own, which is removed with this
-/// object, a browser that shows nothing, and no other program that could open a page or a file dialog.
+/// Keeps clicks away from the user's files and programs. Holds a documents folder of its own, and removes it at the
+/// end. Puts a browser that shows nothing in the place of the user's, and hides programs that open pages or file
+/// dialogs.
 class Sandbox {
  public:
   Sandbox();

@@ -8,7 +8,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// How a law is computed. Every kind gives the same bits; SampleLanes.h describes the lanes.
+/// The ways to compute a law. All give the same bits. SampleLanes.h describes the lanes.
 enum class LaneKind : std::uint8_t {
   plain,     ///< Sample by sample.
   baseline,  ///< In registers that every processor has: mostly eight samples at a time.
