@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 #include <juce_audio_formats/juce_audio_formats.h>
 
-#include <cmath>
-#include <numbers>
-#include <random>
-
+#include "FallingSounds.h"
 #include "Scratch.h"
 #include "content/measure/References.h"
 #include "content/measure/Similar.h"
@@ -17,26 +14,6 @@ namespace sivray::content {
 namespace {
 
 double figureOf(const Figures& figures, Figure figure) { return figures[static_cast<std::size_t>(figure)]; }
-
-/// A sine that falls 60 dB in `t60` seconds.
-Hit sine(double hertz, double t60, double seconds = 2.0, double rate = kMeasureRate) {
-  Hit hit(static_cast<std::size_t>(seconds * rate));
-  for (std::size_t i = 0; i < hit.size(); ++i) {
-    const double time = static_cast<double>(i) / rate;
-    hit[i] = static_cast<float>(std::pow(10.0, -3.0 * time / t60) * std::cos(2.0 * std::numbers::pi * hertz * time));
-  }
-  return hit;
-}
-
-Hit noise(double t60, unsigned seed) {
-  std::mt19937 dice(seed);
-  Hit hit(88200);
-  for (std::size_t i = 0; i < hit.size(); ++i) {
-    const double level = std::pow(10.0, -3.0 * static_cast<double>(i) / kMeasureRate / t60);
-    hit[i] = static_cast<float>(level * (static_cast<double>(dice()) / 2147483648.0 - 1.0));
-  }
-  return hit;
-}
 
 Hit sum(const Hit& a, const Hit& b, float gain) {
   Hit both(a);
@@ -56,7 +33,7 @@ Wave waveOf(const Hit& hit, int rate, double gain) {
 
 TEST(Measure, KnowsTheDecayAndThePlaceOfASine) {
   FigureMeter meter;
-  const Figures figures = meter.figuresOf(sine(1000.0, 0.6));
+  const Figures figures = meter.figuresOf(fallingSine(1000.0, 0.6));
   EXPECT_NEAR(figureOf(figures, Figure::fall20), 200.0, 5.0);
   EXPECT_NEAR(figureOf(figures, Figure::fall60), 600.0, 5.0);
   EXPECT_NEAR(figureOf(figures, Figure::midFall20), 200.0, 5.0);
@@ -71,11 +48,11 @@ TEST(Measure, KnowsTheDecayAndThePlaceOfASine) {
 
 TEST(Measure, FindsTheSecondModeAndTheHeightOfPeaks) {
   FigureMeter meter;
-  const Figures two = meter.figuresOf(sum(sine(400.0, 1.0), sine(800.0, 1.0), 0.1F));
+  const Figures two = meter.figuresOf(sum(fallingSine(400.0, 1.0), fallingSine(800.0, 1.0), 0.1F));
   EXPECT_NEAR(figureOf(two, Figure::secondMode), -20.0, 1.0);
   EXPECT_EQ(figureOf(two, Figure::peaks), 2.0);
-  const Figures bare = meter.figuresOf(noise(1.0, 1));
-  const Figures ringing = meter.figuresOf(sum(noise(1.0, 1), sine(5000.0, 1.0), 0.5F));
+  const Figures bare = meter.figuresOf(fallingNoise(1.0, 1));
+  const Figures ringing = meter.figuresOf(sum(fallingNoise(1.0, 1), fallingSine(5000.0, 1.0), 0.5F));
   EXPECT_NEAR(figureOf(bare, Figure::ringingHigh), 10.0, 2.0);
   EXPECT_GT(figureOf(ringing, Figure::ringingHigh), 20.0);
   EXPECT_LT(figureOf(ringing, Figure::ringing), 13.0);
@@ -86,13 +63,13 @@ TEST(Measure, TimesAnAttackAndCountsEchoes) {
   for (std::size_t i = 0; i < 882; ++i) {
     ramp[i] = static_cast<float>(i) / 882.0F;
   }
-  Hit echoes = noise(0.02, 3);
+  Hit echoes = fallingNoise(0.02, 3);
   for (const std::size_t at : {441U, 882U}) {
     echoes = sum(
         echoes,
         [&] {
           Hit late(at, 0.0F);
-          const Hit again = noise(0.02, static_cast<unsigned>(at));
+          const Hit again = fallingNoise(0.02, static_cast<unsigned>(at));
           late.insert(late.end(), again.begin(), again.end());
           return late;
         }(),
@@ -106,7 +83,7 @@ TEST(Measure, TimesAnAttackAndCountsEchoes) {
 
 TEST(Measure, DistanceIgnoresLevelDelayAndRate) {
   PictureMaker maker;
-  const Hit tone = sine(1000.0, 0.3);
+  const Hit tone = fallingSine(1000.0, 0.3);
   const auto pictureOf = [&](const Wave& wave) { return maker.pictureOf(hitOf(wave)); };
   const Picture loud = pictureOf(waveOf(tone, 44100, 1.0));
   EXPECT_EQ(distance(loud, loud), 0.0F);
@@ -114,29 +91,29 @@ TEST(Measure, DistanceIgnoresLevelDelayAndRate) {
   Hit late(5000, 0.0F);
   late.insert(late.end(), tone.begin(), tone.end());
   EXPECT_NEAR(distance(loud, pictureOf(waveOf(late, 44100, 1.0))), 0.0F, 0.1F);
-  EXPECT_LT(distance(loud, pictureOf(waveOf(sine(1000.0, 0.3, 2.0, 48000.0), 48000, 1.0))), 2.0F);
+  EXPECT_LT(distance(loud, pictureOf(waveOf(fallingSine(1000.0, 0.3, 2.0, 48000.0), 48000, 1.0))), 2.0F);
   EXPECT_TRUE(hitOf(waveOf(Hit(100), 44100, 1.0)).empty());
 }
 
 TEST(Measure, DistanceGrowsWithTheDifference) {
   PictureMaker maker;
-  const Picture one = maker.pictureOf(noise(1.0, 1));
-  const float again = distance(one, maker.pictureOf(noise(1.0, 2)));
-  const float shorter = distance(one, maker.pictureOf(noise(0.5, 2)));
-  const float other = distance(one, maker.pictureOf(sine(200.0, 1.0)));
+  const Picture one = maker.pictureOf(fallingNoise(1.0, 1));
+  const float again = distance(one, maker.pictureOf(fallingNoise(1.0, 2)));
+  const float shorter = distance(one, maker.pictureOf(fallingNoise(0.5, 2)));
+  const float other = distance(one, maker.pictureOf(fallingSine(200.0, 1.0)));
   EXPECT_LT(again, 3.5F);
   EXPECT_GT(shorter, 2.0F * again);
   EXPECT_GT(other, 2.0F * shorter);
-  EXPECT_EQ(other, distance(maker.pictureOf(sine(200.0, 1.0)), one));
+  EXPECT_EQ(other, distance(maker.pictureOf(fallingSine(200.0, 1.0)), one));
 }
 
 TEST(SimilarWaves, AreTheNearestByDistanceWithTheFarthestOfTheCategory) {
   std::vector<Wave> waves;
   for (const double hertz : {60.0, 62.0, 64.0, 66.0, 68.0, 70.0, 72.0, 74.0, 76.0, 78.0, 300.0}) {
-    waves.push_back(waveOf(sine(hertz, 0.5), 44100, 0.5));
+    waves.push_back(waveOf(fallingSine(hertz, 0.5), 44100, 0.5));
   }
-  waves.push_back(waveOf(noise(0.5, 1), 44100, 0.5));
-  waves.push_back(waveOf(noise(0.5, 2), 44100, 0.25));
+  waves.push_back(waveOf(fallingNoise(0.5, 1), 44100, 0.5));
+  waves.push_back(waveOf(fallingNoise(0.5, 2), 44100, 0.25));
   waves[11].category = waves[12].category = 1;
   std::vector<NumberedWave> numbered;
   for (const Wave& wave : waves) {
@@ -220,10 +197,10 @@ void writeWav(const Scratch& scratch, const std::string& name, const Hit& hit) {
 
 TEST(Measure, ReadsTheHardHitsOfDrumSets) {
   const Scratch scratch;
-  const Hit kick = sine(60.0, 0.4);
-  writeWav(scratch, "A/soft.wav", sine(50.0, 0.2));
+  const Hit kick = fallingSine(60.0, 0.4);
+  writeWav(scratch, "A/soft.wav", fallingSine(50.0, 0.2));
   writeWav(scratch, "A/hard.wav", kick);
-  writeWav(scratch, "A/bell.wav", sine(900.0, 1.0));
+  writeWav(scratch, "A/bell.wav", fallingSine(900.0, 1.0));
   scratch.write("A/drumkit.xml",
                 "<drumkit_info><instrumentList><instrument><name>Kick</name>"
                 "<layer><filename>soft.wav</filename><max>0.5</max></layer>"
@@ -231,8 +208,8 @@ TEST(Measure, ReadsTheHardHitsOfDrumSets) {
                 "<instrument><name>Ride Bell</name><filename>bell.wav</filename></instrument>"
                 "</instrumentList></drumkit_info>");
   writeWav(scratch, "B/Kicks/copy.wav", kick);
-  writeWav(scratch, "B/Kicks/own.wav", sine(80.0, 0.3));
-  writeWav(scratch, "Electro C/Kick 1.wav", sine(45.0, 0.9));
+  writeWav(scratch, "B/Kicks/own.wav", fallingSine(80.0, 0.3));
+  writeWav(scratch, "Electro C/Kick 1.wav", fallingSine(45.0, 0.9));
   const std::vector<Reference> references = readReferences(scratch.path());
   std::string all;
   for (const Reference& one : references) {

@@ -7,11 +7,10 @@
 #include <array>
 #include <cmath>
 #include <map>
-#include <numbers>
-#include <random>
 #include <sstream>
 #include <utility>
 
+#include "FallingSounds.h"
 #include "content/library/LibraryReader.h"
 #include "content/measure/Spread.h"
 #include "content/measure/Targets.h"
@@ -117,25 +116,6 @@ TEST_F(WaveGoals, StereoIsWhereMicrophonesHaveIt) {
     EXPECT_GE(share, least) << nameOf(group);
     EXPECT_LE(share, most) << nameOf(group);
   }
-}
-
-Hit fallingNoise(double t60, unsigned seed) {
-  std::mt19937 dice(seed);
-  Hit hit(66150);
-  for (std::size_t i = 0; i < hit.size(); ++i) {
-    const double level = std::pow(10.0, -3.0 * static_cast<double>(i) / kMeasureRate / t60);
-    hit[i] = static_cast<float>(level * (static_cast<double>(dice()) / 2147483648.0 - 1.0));
-  }
-  return hit;
-}
-
-Hit fallingSine(double hertz, double t60) {
-  Hit hit(66150);
-  for (std::size_t i = 0; i < hit.size(); ++i) {
-    const double time = static_cast<double>(i) / kMeasureRate;
-    hit[i] = static_cast<float>(std::pow(10.0, -3.0 * time / t60) * std::cos(2.0 * std::numbers::pi * hertz * time));
-  }
-  return hit;
 }
 
 double figureOf(const Hit& hit, Figure figure) {
