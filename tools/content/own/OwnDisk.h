@@ -35,6 +35,19 @@ class GrowingFile {
 /// Throws std::runtime_error unless files can be made in the folder.
 void requireWritable(const std::filesystem::path& folder);
 
+/// Moves what is at `current` to `aside`, and `next` in its place. Where that fails `current` is as before. Throws
+/// std::filesystem::filesystem_error.
+inline void replaceBySteps(const std::filesystem::path& current, const std::filesystem::path& next,
+                           const std::filesystem::path& aside) {
+  std::filesystem::rename(current, aside);
+  try {
+    std::filesystem::rename(next, current);
+  } catch (...) {
+    std::filesystem::rename(aside, current);
+    throw;
+  }
+}
+
 /// Puts the folder `next` in the place of `current`, in one step where the system can; the old one, if there was one,
 /// is then at `next`. `begun` is a file that is there while this takes several steps, after which neither folder is
 /// whole until the last. Throws std::filesystem::filesystem_error.

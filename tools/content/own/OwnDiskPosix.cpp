@@ -110,13 +110,7 @@ void exchange(const fs::path& current, const fs::path& next, const fs::path& /*b
 #endif
   const fs::path aside = fs::path(current) += ".old";
   fs::remove_all(aside);
-  fs::rename(current, aside);
-  try {
-    fs::rename(next, current);
-  } catch (...) {
-    fs::rename(aside, current);
-    throw;
-  }
+  replaceBySteps(current, next, aside);
   fs::rename(aside, next);
 }
 

@@ -90,14 +90,7 @@ void exchangeFile(const fs::path& current, const fs::path& next) {
     fs::rename(next, current);
     return;
   }
-  const fs::path aside = fs::path(next) += ".old";
-  fs::rename(current, aside);
-  try {
-    fs::rename(next, current);
-  } catch (...) {
-    fs::rename(aside, current);
-    throw;
-  }
+  replaceBySteps(current, next, fs::path(next) += ".old");
 }
 
 }  // namespace
