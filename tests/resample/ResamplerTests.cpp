@@ -1,4 +1,4 @@
-// The window against its formula, and the resampler's kernels against a plain loop.
+// The window against its formula, the resampler's kernels against a plain loop, and its way through silence.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -6,9 +6,11 @@
 #include <cmath>
 #include <cstring>
 #include <random>
+#include <tuple>
 
 #include "PlainResampler.h"
 #include "host/resample/CFsCwInterpolation.h"
+#include "host/resample/StepRun.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -92,6 +94,35 @@ TEST(Resampler, GivesTheBitsOfThePlainLoopInBlocksOfAnySizeThroughSoundAndSilenc
               << kernel.name << ", " << c << ", block " << block << ", channel " << channel;
         }
       }
+    }
+  }
+}
+
+TEST(StepRun, PassesSilenceAsThatManySteps) {
+  // The first five go round a circle of 2^22 + 1 places, of 2^24, of five, of three and of one.
+  for (const Conversion& c :
+       {Conversion{48000, 44100.0F, 16}, Conversion{44100, 64000.0F, 16}, Conversion{44100, 96000.0F, 16},
+        Conversion{44100, 37800.0F, 16}, Conversion{44100, 88200.0F, 16}, Conversion{44100, 45678.0F, 16}}) {
+    const double exactStep = c.from * (c.phases * 16384.0) / static_cast<double>(c.to);
+    ResampleStep step;
+    step.unitsPerInput = static_cast<std::uint32_t>(c.phases) << kPhaseFractionBits;
+    step.inputs = static_cast<std::uint32_t>(exactStep) / step.unitsPerInput;
+    step.units = static_cast<std::uint32_t>(exactStep) % step.unitsPerInput;
+    step.fraction = static_cast<float>(exactStep - std::floor(exactStep));
+    const StepRun run(step);
+    ResamplePosition fast;
+    ResamplePosition plain;
+    std::mt19937 random(7);
+    for (int i = 0; i < 400; ++i) {
+      const std::size_t frames = i % 100 == 0 ? 1U << 14U : random() % 70;
+      std::size_t steps = 0;
+      for (; plain.input < frames; ++steps) {
+        plain.advance(step);
+      }
+      plain.input -= frames;
+      ASSERT_EQ(run.pass(fast, frames), steps) << c << ", block " << i;
+      ASSERT_EQ(std::tie(fast.input, fast.within, fast.fraction), std::tie(plain.input, plain.within, plain.fraction))
+          << c << ", block " << i;
     }
   }
 }

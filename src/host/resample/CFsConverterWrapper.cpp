@@ -189,8 +189,10 @@ void CFsConverterWrapper::connect(std::span<float*> outputs, std::int32_t frames
 void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::span<float*> outputs, std::int32_t offset,
                                      std::int32_t frames) {
   ChannelPair engineInputs = engineIn.channels();
-  const std::size_t count =
-      downConverter.process(inputs.data(), engineInputs.data(), static_cast<std::size_t>(frames), !hasInputs);
+  const auto hostFrames = static_cast<std::size_t>(frames);
+  const std::size_t count = !hasInputs && downConverter.canSkip()
+                                ? downConverter.skip(hostFrames)
+                                : downConverter.process(inputs.data(), engineInputs.data(), hostFrames, !hasInputs);
   keepInputSilent(count);
   const auto engineFrames = static_cast<std::int32_t>(count);
   eventRing.dispatch(engineFrames, *listener);
@@ -202,13 +204,12 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::sp
   }
   const bool isSilent = listener->gaveSilence();
   const std::size_t made = mainPair.write(count, ringWrite, isSilent);
-  mainPair.read({outputs[0] + offset, outputs[1] + offset}, static_cast<std::size_t>(frames), ringRead);
+  mainPair.read({outputs[0] + offset, outputs[1] + offset}, hostFrames, ringRead);
   for (std::size_t i = 0; connectedOuts > 0 && i < outs.size(); ++i) {
     if (outs[i]->isConnected) {  // It makes as many frames, from the same place.
       const std::size_t channel = 2 * i + 2;
       outs[i]->pair.write(count, ringWrite, isSilent);
-      outs[i]->pair.read({outputs[channel] + offset, outputs[channel + 1] + offset}, static_cast<std::size_t>(frames),
-                         ringRead);
+      outs[i]->pair.read({outputs[channel] + offset, outputs[channel + 1] + offset}, hostFrames, ringRead);
     }
   }
   ringWrite = (ringWrite + static_cast<std::uint32_t>(made)) & UpPair::kRingMask;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 
 namespace tesh::bramel::vst {
 
@@ -29,62 +28,6 @@ bool isZero(const float* samples, std::size_t frames) {
     }
   }
   return isZeroUpTo(frames - kLook, frames);
-}
-
-/// Adds a step to `fraction`, and keeps it below 1.
-void addStep(float& fraction, float step) {
-  fraction += step;
-  if (fraction >= 1.0F) {
-    fraction -= 1.0F;
-  }
-}
-
-/// The number of steps after which the fraction is again what it was, or 0 if that is no small number. It is small at
-/// common rates, 48 kHz among them.
-std::uint32_t cycleOf(float step) {
-  constexpr std::uint32_t kLongest = 8;
-  float fraction = 0.0F;
-  for (std::uint32_t steps = 1; steps <= kLongest; ++steps) {
-    addStep(fraction, step);
-    if (fraction == 0.0F) {
-      return steps;
-    }
-  }
-  return 0;
-}
-
-/// Adds a step so many times, and returns the whole units that `fraction` carries.
-std::uint32_t addSteps(float& fraction, float step, std::uint32_t times, std::uint32_t cycle) {
-  const float start = fraction;
-#pragma GCC unroll 8
-  for (std::uint32_t left = cycle == 0 ? times : times % cycle; left > 0; --left) {
-    addStep(fraction, step);
-  }
-  // What the sum has lost. Each addition has rounded by at most 2^-24, too little to matter to the nearest whole
-  // number.
-  const double sum = static_cast<double>(step) * times + (static_cast<double>(start) - static_cast<double>(fraction));
-  return static_cast<std::uint32_t>(std::lround(sum));
-}
-
-/// Moves on until input frame `end` is reached, as that many calls of `advance`, whose number it returns.
-std::size_t advanceTo(ResamplePosition& position, std::size_t end, const ResampleStep& step, std::uint32_t cycle) {
-  ResamplePosition at = position;
-  std::size_t steps = 0;
-  if (at.input < end) {
-    // No step is longer than this, so that as many as fit the way are taken without a look at each.
-    const std::uint64_t longest = std::uint64_t{step.inputs} * step.unitsPerInput + step.units + 1;
-    const std::uint64_t way = std::uint64_t{end - at.input} * step.unitsPerInput - at.within;
-    steps = way / longest;
-    const std::uint64_t carried = addSteps(at.fraction, step.fraction, static_cast<std::uint32_t>(steps), cycle);
-    const std::uint64_t units = at.within + steps * (longest - 1) + carried;
-    at.input += units / step.unitsPerInput;
-    at.within = static_cast<std::uint32_t>(units % step.unitsPerInput);
-  }
-  for (; at.input < end; ++steps) {
-    at.advance(step);
-  }
-  position = at;
-  return steps;
 }
 
 }  // namespace
@@ -112,7 +55,7 @@ void CFsCwInterpolation::configure(std::int32_t length, std::int32_t fromRate, f
   stride.inputs = wholeStep / stride.unitsPerInput;
   stride.units = wholeStep % stride.unitsPerInput;
   stride.fraction = static_cast<float>(exactStep - static_cast<double>(wholeStep));
-  fractionCycle = cycleOf(stride.fraction);
+  silentSteps = StepRun(stride);
 }
 
 std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const* outputs, std::size_t frames,
@@ -122,10 +65,6 @@ std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const
     return 0;
   }
   const bool isWritten = !leavesRestOut || frames > kPartFrames;
-  if (isKnownSilent && !isWritten && hasSilentHistory()) {
-    resting = true;
-    return rest(nullptr, 0, frames);
-  }
   std::size_t made = 0;
   resting = true;
   for (std::size_t done = 0; done < frames;) {
@@ -167,8 +106,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
 /// Moves the position past `frames` silent frames and writes the zeros that the filter would give, if there are
 /// outputs.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
-  const std::size_t count = advanceTo(position, frames, stride, fractionCycle);
-  position.input -= frames;
+  const std::size_t count = silentSteps.pass(position, frames);
   for (std::size_t c = 0; outputs != nullptr && c < channels; ++c) {
     std::fill_n(outputs[c] + made, count, 0.0F);
   }

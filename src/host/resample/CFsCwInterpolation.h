@@ -4,6 +4,7 @@
 
 #include "core/RealTime.h"
 #include "host/resample/CFscBase.h"
+#include "host/resample/StepRun.h"
 
 namespace tesh::bramel::vst {
 
@@ -36,6 +37,16 @@ class CFsCwInterpolation : public CFscBase {
   /// From now on a call of `process` that rests may leave out the writing of its zeros.
   void leaveRestOut() { leavesRestOut = true; }
 
+  /// Whether `skip` may come in place of a `process` of silent input: after `leaveRestOut`, with a design.
+  bool canSkip() const { return leavesRestOut && hasSilentHistory() && stride.unitsPerInput != 0; }
+
+  /// Moves on by `frames` silent frames, at most 2^14, and returns the number of output frames, which are zeros that it
+  /// does not write. Audio thread.
+  std::size_t skip(std::size_t frames) SIVRAY_NONBLOCKING {
+    resting = true;
+    return silentSteps.pass(position, frames);
+  }
+
   /// Designs a filter of `length` coefficients in `newPhases` phases, with the cut-off in Hz, for a signal at
   /// `fromRate` Hz, and starts from silence. Without effect on later calls of `process`, which then return 0, if the
   /// step between output frames is below 1 or needs more than 32 bits, in Q14 phases. Allocates.
@@ -49,7 +60,7 @@ class CFsCwInterpolation : public CFscBase {
 
   ResampleKernelRun run;
   ResampleStep stride;
-  std::uint32_t fractionCycle = 0;  ///< Output frames after which the fraction repeats; 0 for many.
+  StepRun silentSteps;  ///< Of `stride`.
   ResamplePosition position;
   bool leavesRestOut = false;
   bool resting = false;

@@ -77,6 +77,9 @@ class UpPair {
 
 /// Zeros over a ring of zeros change nothing.
 inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written, bool isKnownSilent) {
+  if (isKnownSilent && silentInRing == kRingFrames && resampler.canSkip()) {
+    return resampler.skip(frames);
+  }
   const ChannelPair made = resampled.channels();
   const std::size_t count = resampler.process(engineOut.channels().data(), made.data(), frames, isKnownSilent);
   silentInRing = resampler.isResting() ? std::min(silentInRing + count, kRingFrames) : 0;
@@ -97,15 +100,16 @@ inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written, bool
 }
 
 inline void UpPair::read(ChannelPair outputs, std::size_t frames, std::uint32_t read) const {
+  if (silentInRing == kRingFrames) {
+    std::fill_n(outputs[0], frames, 0.0F);
+    std::fill_n(outputs[1], frames, 0.0F);
+    return;
+  }
   const ChannelPair kept = ring.channels();
   const std::size_t toEnd = std::min<std::size_t>(frames, kRingFrames - read);
   for (std::size_t c = 0; c < outputs.size(); ++c) {
-    if (silentInRing == kRingFrames) {
-      std::fill_n(outputs[c], frames, 0.0F);
-    } else {
-      std::copy_n(kept[c] + read, toEnd, outputs[c]);
-      std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
-    }
+    std::copy_n(kept[c] + read, toEnd, outputs[c]);
+    std::copy_n(kept[c], frames - toEnd, outputs[c] + toEnd);
   }
 }
 

@@ -1,0 +1,42 @@
+// Many steps of a resampler's position in one go, for input that is silent.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "host/resample/ResampleKernel.h"
+
+namespace tesh::bramel::vst {
+
+/// A position's fraction is a sum in single precision, rounded at each step. Its values nevertheless follow each other
+/// like places that a fixed step visits on a circle. Where that circle is known, which it is at all common rates, a few
+/// integer operations give the position after any number of steps, to the bit.
+class StepRun {
+ public:
+  StepRun() = default;
+  explicit StepRun(const ResampleStep& resampleStep);
+
+  /// Moves past `frames` input frames, at most 2^14, as that many calls of `advance`, whose number it returns; then
+  /// counts frames from there. The position must have come by such steps from a fraction of 0.
+  std::size_t pass(ResamplePosition& position, std::size_t frames) const;
+
+ private:
+  static constexpr std::uint32_t kLongestCycle = 8;
+
+  bool findCycle();
+  void chooseCircle();
+  std::uint32_t placeOf(float fraction) const;
+  float fractionAt(std::uint32_t place) const;
+
+  ResampleStep step;
+  std::uint32_t places = 0;   ///< On the circle; 0 if it is not known.
+  std::uint32_t stride = 0;   ///< Places that a step moves on.
+  std::uint32_t spacing = 0;  ///< Between neighbouring places, in units of 2^-24. 0: `cycle` holds the fractions.
+  std::array<float, kLongestCycle> cycle{};
+  std::uint64_t placesPerInput = 0;  ///< From one input frame to the next. A unit has as many places as the circle.
+  std::uint64_t placesPerStep = 0;
+};
+
+}  // namespace tesh::bramel::vst
