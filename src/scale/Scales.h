@@ -59,179 +59,47 @@ class UniformChordScale : public TabledScale {
   ChordRecord chordVoicing(std::int32_t degree, std::int32_t inversion, std::int32_t noteCount) const override;
 };
 
-class ChromaticScale final : public UniformChordScale {
+/// Row `kRow` of the tables.
+template <typename Family, std::size_t kRow>
+class CatalogueScale final : public Family {
  public:
-  ChromaticScale() : UniformChordScale(kScaleTables[0]) {}
+  CatalogueScale() : Family(kScaleTables[kRow]) {}
 };
 
-class DiminishScale final : public UniformChordScale {
- public:
-  DiminishScale() : UniformChordScale(kScaleTables[12]) {}
-};
-
-class CombinationDiminishScale final : public UniformChordScale {
- public:
-  CombinationDiminishScale() : UniformChordScale(kScaleTables[13]) {}
-};
-
-class IonianScale final : public DiatonicScale {
- public:
-  IonianScale() : DiatonicScale(kScaleTables[1]) {}
-};
-
-class DorianScale final : public DiatonicScale {
- public:
-  DorianScale() : DiatonicScale(kScaleTables[2]) {}
-};
-
-class PhrygianScale final : public DiatonicScale {
- public:
-  PhrygianScale() : DiatonicScale(kScaleTables[3]) {}
-};
-
-class LydianScale final : public DiatonicScale {
- public:
-  LydianScale() : DiatonicScale(kScaleTables[4]) {}
-};
-
-class MixolydianScale final : public DiatonicScale {
- public:
-  MixolydianScale() : DiatonicScale(kScaleTables[5]) {}
-};
-
-class AeolianScale final : public DiatonicScale {
- public:
-  AeolianScale() : DiatonicScale(kScaleTables[6]) {}
-};
-
-class LocrianScale final : public DiatonicScale {
- public:
-  LocrianScale() : DiatonicScale(kScaleTables[7]) {}
-};
-
-class HarmonicMinorScale final : public ChordScale {
- public:
-  HarmonicMinorScale() : ChordScale(kScaleTables[8]) {}
-};
-
-class MelodicMinorScale final : public ChordScale {
- public:
-  MelodicMinorScale() : ChordScale(kScaleTables[9]) {}
-};
-
-class MajorBluesScale final : public ChordScale {
- public:
-  MajorBluesScale() : ChordScale(kScaleTables[10]) {}
-};
-
-class MinorBluesScale final : public ChordScale {
- public:
-  MinorBluesScale() : ChordScale(kScaleTables[11]) {}
-};
-
-class MajorPentatonicScale final : public ChordScale {
- public:
-  MajorPentatonicScale() : ChordScale(kScaleTables[14]) {}
-};
-
-class MinorPentatonicScale final : public ChordScale {
- public:
-  MinorPentatonicScale() : ChordScale(kScaleTables[15]) {}
-};
-
-class RagaBhairavScale final : public RagaScale {
- public:
-  RagaBhairavScale() : RagaScale(kScaleTables[16]) {}
-};
-
-class RagaGamanasramaScale final : public RagaScale {
- public:
-  RagaGamanasramaScale() : RagaScale(kScaleTables[17]) {}
-};
-
-class RagaTodiScale final : public RagaScale {
- public:
-  RagaTodiScale() : RagaScale(kScaleTables[18]) {}
-};
-
-class ArabicScale final : public RagaScale {
- public:
-  ArabicScale() : RagaScale(kScaleTables[19]) {}
-};
-
-class SpanishScale final : public ChordScale {
- public:
-  SpanishScale() : ChordScale(kScaleTables[20]) {}
-};
-
-class GypsyScale final : public ChordScale {
- public:
-  GypsyScale() : ChordScale(kScaleTables[21]) {}
-};
-
-class EgyptianScale final : public ChordScale {
- public:
-  EgyptianScale() : ChordScale(kScaleTables[22]) {}
-};
-
-class HawaiianScale final : public ChordScale {
- public:
-  HawaiianScale() : ChordScale(kScaleTables[23]) {}
-};
-
-class BaliIslandPelogScale final : public ChordScale {
- public:
-  BaliIslandPelogScale() : ChordScale(kScaleTables[24]) {}
-};
-
-class JapaneseScale final : public ChordScale {
- public:
-  JapaneseScale() : ChordScale(kScaleTables[25]) {}
-};
-
-class RyukyuScale final : public ChordScale {
- public:
-  RyukyuScale() : ChordScale(kScaleTables[26]) {}
-};
-
-class ChineseScale final : public ChordScale {
- public:
-  ChineseScale() : ChordScale(kScaleTables[27]) {}
-};
-
-class BassLineScale final : public ChordScale {
- public:
-  BassLineScale() : ChordScale(kScaleTables[28]) {}
-};
-
-class WholeToneScale final : public DiatonicScale {
- public:
-  WholeToneScale() : DiatonicScale(kScaleTables[29]) {}
-};
-
-class Minor3rdScale final : public DiatonicScale {
- public:
-  Minor3rdScale() : DiatonicScale(kScaleTables[30]) {}
-};
-
-class Major3rdScale final : public DiatonicScale {
- public:
-  Major3rdScale() : DiatonicScale(kScaleTables[31]) {}
-};
-
-class Interval4thScale final : public DiatonicScale {
- public:
-  Interval4thScale() : DiatonicScale(kScaleTables[32]) {}
-};
-
-class Interval5thScale final : public DiatonicScale {
- public:
-  Interval5thScale() : DiatonicScale(kScaleTables[33]) {}
-};
-
-class OctaveScale final : public DiatonicScale {
- public:
-  OctaveScale() : DiatonicScale(kScaleTables[34]) {}
-};
+using ChromaticScale = CatalogueScale<UniformChordScale, 0>;
+using IonianScale = CatalogueScale<DiatonicScale, 1>;
+using DorianScale = CatalogueScale<DiatonicScale, 2>;
+using PhrygianScale = CatalogueScale<DiatonicScale, 3>;
+using LydianScale = CatalogueScale<DiatonicScale, 4>;
+using MixolydianScale = CatalogueScale<DiatonicScale, 5>;
+using AeolianScale = CatalogueScale<DiatonicScale, 6>;
+using LocrianScale = CatalogueScale<DiatonicScale, 7>;
+using HarmonicMinorScale = CatalogueScale<ChordScale, 8>;
+using MelodicMinorScale = CatalogueScale<ChordScale, 9>;
+using MajorBluesScale = CatalogueScale<ChordScale, 10>;
+using MinorBluesScale = CatalogueScale<ChordScale, 11>;
+using DiminishScale = CatalogueScale<UniformChordScale, 12>;
+using CombinationDiminishScale = CatalogueScale<UniformChordScale, 13>;
+using MajorPentatonicScale = CatalogueScale<ChordScale, 14>;
+using MinorPentatonicScale = CatalogueScale<ChordScale, 15>;
+using RagaBhairavScale = CatalogueScale<RagaScale, 16>;
+using RagaGamanasramaScale = CatalogueScale<RagaScale, 17>;
+using RagaTodiScale = CatalogueScale<RagaScale, 18>;
+using ArabicScale = CatalogueScale<RagaScale, 19>;
+using SpanishScale = CatalogueScale<ChordScale, 20>;
+using GypsyScale = CatalogueScale<ChordScale, 21>;
+using EgyptianScale = CatalogueScale<ChordScale, 22>;
+using HawaiianScale = CatalogueScale<ChordScale, 23>;
+using BaliIslandPelogScale = CatalogueScale<ChordScale, 24>;
+using JapaneseScale = CatalogueScale<ChordScale, 25>;
+using RyukyuScale = CatalogueScale<ChordScale, 26>;
+using ChineseScale = CatalogueScale<ChordScale, 27>;
+using BassLineScale = CatalogueScale<ChordScale, 28>;
+using WholeToneScale = CatalogueScale<DiatonicScale, 29>;
+using Minor3rdScale = CatalogueScale<DiatonicScale, 30>;
+using Major3rdScale = CatalogueScale<DiatonicScale, 31>;
+using Interval4thScale = CatalogueScale<DiatonicScale, 32>;
+using Interval5thScale = CatalogueScale<DiatonicScale, 33>;
+using OctaveScale = CatalogueScale<DiatonicScale, 34>;
 
 }  // namespace scale
