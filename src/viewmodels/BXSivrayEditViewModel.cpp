@@ -40,7 +40,7 @@ std::shared_ptr<ISampleSelectorViewModel> BXSivrayEditViewModel::getSampleSelect
   return sampleSelector;
 }
 
-std::shared_ptr<ISampleFinder> BXSivrayEditViewModel::getSampleFinder() const { return sampleFinder; }
+std::shared_ptr<SivraySampleFinder> BXSivrayEditViewModel::getSampleFinder() const { return sampleFinder; }
 
 std::string BXSivrayEditViewModel::getSampleName(std::uint64_t part) const {
   return sampleSelector->getSampleName(sampleSelector->getCategoryIndex(part), sampleSelector->getSampleIndex(part));

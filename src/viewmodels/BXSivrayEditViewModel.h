@@ -17,7 +17,7 @@ class BXSivrayEditViewModel : public BXPluginEditViewModelProxy, public virtual 
   explicit BXSivrayEditViewModel(std::shared_ptr<IPluginEditViewModelOwner> family);
 
   std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const override;
-  std::shared_ptr<ISampleFinder> getSampleFinder() const override;
+  std::shared_ptr<SivraySampleFinder> getSampleFinder() const override;
   std::string getSampleName(std::uint64_t part) const override;
 
   // The view is told first, then the key states follow where samples may have changed.

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "viewmodels/IPluginEditViewModel.h"
-#include "viewmodels/ISampleFinder.h"
 #include "viewmodels/ISampleSelectorViewModel.h"
+#include "viewmodels/SivraySampleFinder.h"
 
 namespace tesh::bramel::plugin::sivray {
 
@@ -17,7 +17,7 @@ class ISivrayEditViewModel : public virtual IPluginEditViewModel {
  public:
   virtual std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const = 0;
   /// Finds other samples by ear.
-  virtual std::shared_ptr<ISampleFinder> getSampleFinder() const = 0;
+  virtual std::shared_ptr<SivraySampleFinder> getSampleFinder() const = 0;
   /// The name of the sample that a part (0 to 7) plays.
   virtual std::string getSampleName(std::uint64_t part) const = 0;
 };

@@ -23,12 +23,12 @@ const vimo::WaveKin* SivraySampleFinder::kinAt(std::int64_t category, std::int64
   return wave ? library->similarWaves().of(*wave) : nullptr;
 }
 
-ISampleFinder::Sample SivraySampleFinder::sampleOf(std::int32_t wave) const {
+SivraySampleFinder::Sample SivraySampleFinder::sampleOf(std::int32_t wave) const {
   const auto [category, index] = selector->placeOfWave(wave);
   return {category, index, selector->getSampleName(category, index)};
 }
 
-std::vector<ISampleFinder::Sample> SivraySampleFinder::similarTo(std::int64_t category, std::int64_t index) const {
+std::vector<SivraySampleFinder::Sample> SivraySampleFinder::similarTo(std::int64_t category, std::int64_t index) const {
   std::vector<Sample> samples;
   if (const vimo::WaveKin* const kin = kinAt(category, index)) {
     for (const std::int32_t wave : kin->nearest) {
@@ -38,18 +38,16 @@ std::vector<ISampleFinder::Sample> SivraySampleFinder::similarTo(std::int64_t ca
   return samples;
 }
 
-std::optional<ISampleFinder::Sample> SivraySampleFinder::somethingElse(std::int64_t category,
-                                                                       std::int64_t index) const {
+std::optional<SivraySampleFinder::Sample> SivraySampleFinder::somethingElse(std::int64_t category,
+                                                                            std::int64_t index) const {
   const vimo::WaveKin* const kin = kinAt(category, index);
   return kin == nullptr || kin->farthest < 0 ? std::nullopt : std::optional(sampleOf(kin->farthest));
 }
 
-std::optional<ISampleFinder::Sample> SivraySampleFinder::previousOf(std::uint64_t part) const {
+std::optional<SivraySampleFinder::Sample> SivraySampleFinder::previousOf(std::uint64_t part) const {
   const auto wave = selector->previousWave(part);
   return wave ? std::optional(sampleOf(*wave)) : std::nullopt;
 }
-
-void SivraySampleFinder::goBack(std::uint64_t part) { selector->goBack(part); }
 
 bool SivraySampleFinder::canVary() const {
   return library != nullptr && vimo::varied(library->similarWaves(), currentKit(), 0) != currentKit();

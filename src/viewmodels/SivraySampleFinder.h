@@ -1,32 +1,51 @@
-// Finds samples of the drum module by what its library knows of them.
+// Finds samples by ear: those that sound alike, the way back to what a part played before, and a whole kit by chance.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "engine/samples/SampleLibrary.h"
 #include "engine/samples/SimilarWaves.h"
 #include "viewmodels/IPluginEditViewModel.h"
-#include "viewmodels/ISampleFinder.h"
 #include "viewmodels/SivraySampleSelectorViewModel.h"
 
 namespace tesh::bramel::plugin::sivray {
 
-class SivraySampleFinder final : public ISampleFinder {
+/// Message thread only. Parts, categories and samples count as in ISampleSelectorViewModel.
+class SivraySampleFinder final {
  public:
+  struct Sample {
+    std::int64_t category = 0;
+    std::int64_t index = 0;
+    std::string name;
+  };
+
   /// The model must outlive this object, as must the library, which may be null: then it counts as empty.
   SivraySampleFinder(IPluginEditViewModel& editViewModel, const vimo::SampleLibrary* sampleLibrary,
                      std::shared_ptr<SivraySampleSelectorViewModel> sampleSelector);
 
-  std::vector<Sample> similarTo(std::int64_t category, std::int64_t index) const override;
-  std::optional<Sample> somethingElse(std::int64_t category, std::int64_t index) const override;
-  std::optional<Sample> previousOf(std::uint64_t part) const override;
-  void goBack(std::uint64_t part) override;
-  bool canVary() const override;
-  void vary(std::uint32_t seed) override;
-  bool canUndoVary() const override;
-  void undoVary() override;
+  /// At most eight others, the most similar first; none if the library was not measured.
+  std::vector<Sample> similarTo(std::int64_t category, std::int64_t index) const;
+  /// The most different one of the category.
+  std::optional<Sample> somethingElse(std::int64_t category, std::int64_t index) const;
+
+  /// What the part played before its last choice; nothing if something else than a choice has changed it since.
+  std::optional<Sample> previousOf(std::uint64_t part) const;
+  /// Gives the part that sample back.
+  void goBack(std::uint64_t part) { selector->goBack(part); }
+
+  /// Whether `vary` would change anything.
+  bool canVary() const;
+  /// Gives each part one of the samples similar to its own by chance, as loud as before. One edit for each parameter.
+  void vary(std::uint32_t seed);
+  /// Whether the current kit has been varied.
+  bool canUndoVary() const;
+  /// Takes the last `vary` back.
+  void undoVary();
 
  private:
   using Kit = std::vector<vimo::PadSound>;

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "viewmodels/ISampleFinder.h"
 #include "viewmodels/ISampleSelectorViewModel.h"
+#include "viewmodels/SivraySampleFinder.h"
 #include "viewmodels/resources/IBramelFontProvider.h"
 #include "widgets/BWFlatToggleButton.h"
 #include "widgets/BWGradationView.h"
@@ -27,7 +27,7 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
   void setSelector(std::shared_ptr<ISampleSelectorViewModel> newSelector);
   void setFontProvider(std::shared_ptr<IBramelFontProvider> provider);
   /// Lets the right mouse button on a sample, and Shift+S on the one that is marked, open the menu of similar ones.
-  void setFinder(std::shared_ptr<ISampleFinder> newFinder) { finder = std::move(newFinder); }
+  void setFinder(std::shared_ptr<plugin::sivray::SivraySampleFinder> newFinder) { finder = std::move(newFinder); }
   /// Shows a part and its sample. Call it after both models are set.
   void setPart(std::uint64_t newPart);
   std::uint64_t shownPart() const { return part; }
@@ -50,7 +50,7 @@ class BWSampleSelectorView : public juce::Component, public IBWControlListener, 
   void layOut();
 
   std::shared_ptr<ISampleSelectorViewModel> selector;
-  std::shared_ptr<ISampleFinder> finder;  ///< May be null.
+  std::shared_ptr<plugin::sivray::SivraySampleFinder> finder;  ///< May be null.
   std::shared_ptr<IBramelFontProvider> fontProvider;
   std::shared_ptr<BWTabGradationView> header;
   std::shared_ptr<BWVirtualToggleGroup> tabs;

@@ -16,7 +16,7 @@ juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std:
       told();
     }
   };
-  const auto give = [selector = models.selector, part, tell](const ISampleFinder::Sample& sample) {
+  const auto give = [selector = models.selector, part, tell](const SivraySampleFinder::Sample& sample) {
     return [=] {
       selector->selectSample(part, sample.category, sample.index);
       tell();
@@ -24,12 +24,12 @@ juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std:
   };
   juce::PopupMenu menu;
   menu.addSectionHeader("Similar");
-  for (const ISampleFinder::Sample& sample : models.finder->similarTo(category, index)) {
+  for (const SivraySampleFinder::Sample& sample : models.finder->similarTo(category, index)) {
     menu.addItem(textFrom(sample.name), give(sample));
   }
   menu.addSeparator();
-  const std::optional<ISampleFinder::Sample> other = models.finder->somethingElse(category, index);
-  menu.addItem("Something else", other.has_value(), false, give(other.value_or(ISampleFinder::Sample{})));
+  const std::optional<SivraySampleFinder::Sample> other = models.finder->somethingElse(category, index);
+  menu.addItem("Something else", other.has_value(), false, give(other.value_or(SivraySampleFinder::Sample{})));
   const auto goBack = [finder = models.finder, part, tell] {
     finder->goBack(part);
     tell();
@@ -38,7 +38,7 @@ juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std:
   return menu;
 }
 
-juce::PopupMenu varyMenu(const std::shared_ptr<ISampleFinder>& finder) {
+juce::PopupMenu varyMenu(const std::shared_ptr<SivraySampleFinder>& finder) {
   juce::PopupMenu menu;
   menu.addItem("Vary", finder->canVary(), false,
                [finder] { finder->vary(static_cast<std::uint32_t>(juce::Random::getSystemRandom().nextInt())); });

@@ -8,15 +8,17 @@
 #include <functional>
 #include <memory>
 
-#include "viewmodels/ISampleFinder.h"
 #include "viewmodels/ISampleSelectorViewModel.h"
+#include "viewmodels/SivraySampleFinder.h"
 
 namespace tesh::bramel {
+
+using plugin::sivray::SivraySampleFinder;
 
 /// What a menu works on. The menus keep it until they close.
 struct FinderModels {
   std::shared_ptr<ISampleSelectorViewModel> selector;
-  std::shared_ptr<ISampleFinder> finder;
+  std::shared_ptr<SivraySampleFinder> finder;
 };
 
 /// The samples similar to one, the nearest first, "Something else" and "Back". An item gives its sample to the part and
@@ -25,6 +27,6 @@ juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std:
                             std::function<void()> chosen);
 
 /// "Vary" and "Back".
-juce::PopupMenu varyMenu(const std::shared_ptr<ISampleFinder>& finder);
+juce::PopupMenu varyMenu(const std::shared_ptr<SivraySampleFinder>& finder);
 
 }  // namespace tesh::bramel

@@ -69,7 +69,7 @@ class Finder : public ViewModels {
     return result;
   }
 
-  std::shared_ptr<ISampleFinder> finder;
+  std::shared_ptr<tesh::bramel::plugin::sivray::SivraySampleFinder> finder;
 };
 
 TEST_F(Finder, NamesSimilarSamplesAndTheMostDifferentOne) {
