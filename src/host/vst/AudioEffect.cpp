@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "host/vst/NumberText.h"
-#include "host/vst/VstOpcodes.h"
 
 namespace tesh::bramel::vst {
 namespace {
@@ -183,10 +182,6 @@ std::int32_t AudioEffect::getMasterVersion() {
   return version != 0 ? version : 1;
 }
 
-std::int32_t AudioEffect::getCurrentUniqueId() { return narrowToInt32(callHost(audioMasterCurrentId)); }
-
-void AudioEffect::masterIdle() { callHost(audioMasterIdle); }
-
 void AudioEffect::dB2string(float level, char* text, std::int32_t capacity) {
   copyText(text, levelText(level), capacityOf(capacity));
 }
@@ -207,19 +202,6 @@ void AudioEffect::float2string(float value, char* text, std::int32_t capacity) {
 
 void AudioEffect::int2string(std::int32_t value, char* text, std::int32_t capacity) {
   copyText(text, integerText(value), capacityOf(capacity));
-}
-
-bool AudioEffect::isInputConnected(std::int32_t pin) { return callHost(audioMasterPinConnected, pin) == 0; }
-
-bool AudioEffect::isOutputConnected(std::int32_t pin) { return callHost(audioMasterPinConnected, pin, 1) == 0; }
-
-std::intptr_t AudioEffect::callHost(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr,
-                                    float opt) {
-  return audioMaster == nullptr ? 0 : audioMaster(&cEffect, opcode, index, value, ptr, opt);
-}
-
-void AudioEffect::setFlag(std::int32_t flag, bool state) {
-  cEffect.flags = state ? cEffect.flags | flag : cEffect.flags & ~flag;
 }
 
 }  // namespace tesh::bramel::vst

@@ -8,9 +8,13 @@
 
 #include "core/RealTime.h"
 #include "host/vst/AEffEditor.h"
+#include "host/vst/VstOpcodes.h"
 #include "host/vst/VstRecords.h"
 
 namespace tesh::bramel::vst {
+
+/// The 32-bit number that a host passes in a pointer-sized value; a value out of range gives the nearer end.
+std::int32_t narrowToInt32(std::intptr_t value);
 
 /// Functions that a plug-in does not override do nothing and return 0 or an empty text. No exception reaches the host.
 class AudioEffect {
@@ -78,8 +82,8 @@ class AudioEffect {
 
   /// The version of the interface that the host uses; 1 if it does not answer.
   virtual std::int32_t getMasterVersion();
-  virtual std::int32_t getCurrentUniqueId();
-  virtual void masterIdle();
+  virtual std::int32_t getCurrentUniqueId() { return narrowToInt32(callHost(audioMasterCurrentId)); }
+  virtual void masterIdle() { callHost(audioMasterIdle); }
 
   /// Write a number as text of at most `capacity` bytes, terminating zero included: a linear level in decibels, a
   /// period in frames as a frequency, a number of frames in milliseconds, a plain number.
@@ -96,14 +100,16 @@ class AudioEffect {
   virtual void canMono(bool state) { setFlag(effFlagsCanMono, state); }
   virtual void setRealtimeQualities(std::int32_t qualities) { cEffect.realQualities = qualities; }
   virtual void setOfflineQualities(std::int32_t qualities) { cEffect.offQualities = qualities; }
-  virtual bool isInputConnected(std::int32_t pin);
-  virtual bool isOutputConnected(std::int32_t pin);
+  virtual bool isInputConnected(std::int32_t pin) { return callHost(audioMasterPinConnected, pin) == 0; }
+  virtual bool isOutputConnected(std::int32_t pin) { return callHost(audioMasterPinConnected, pin, 1) == 0; }
 
  protected:
   /// Calls the host; returns 0 if there is none.
   std::intptr_t callHost(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
-                         float opt = 0.0F);
-  void setFlag(std::int32_t flag, bool state);
+                         float opt = 0.0F) {
+    return audioMaster == nullptr ? 0 : audioMaster(&cEffect, opcode, index, value, ptr, opt);
+  }
+  void setFlag(std::int32_t flag, bool state) { cEffect.flags = state ? cEffect.flags | flag : cEffect.flags & ~flag; }
 
   AudioMasterCallback audioMaster;
   std::unique_ptr<AEffEditor> editor;
@@ -114,8 +120,5 @@ class AudioEffect {
   std::int32_t curProgram = 0;
   AEffect cEffect{};
 };
-
-/// The 32-bit number that a host passes in a pointer-sized value; a value out of range gives the nearer end.
-std::int32_t narrowToInt32(std::intptr_t value);
 
 }  // namespace tesh::bramel::vst

@@ -1,4 +1,4 @@
-// The opcodes from 25 on, and the calls to the host.
+// The opcodes from 25 on, and the host's answers that need a second look.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/vst/AudioEffectX.h"
 
@@ -120,10 +120,6 @@ std::intptr_t AudioEffectX::dispatcher(std::int32_t opcode, std::int32_t index, 
   }
 }
 
-std::int32_t AudioEffectX::getPlugCategory() {
-  return (cEffect.flags & effFlagsIsSynth) != 0 ? kPlugCategSynth : kPlugCategUnknown;
-}
-
 bool AudioEffectX::getSpeakerArrangement(void** input, void** output) {
   for (void** const arrangement : {input, output}) {
     if (arrangement != nullptr) {
@@ -146,16 +142,6 @@ VstTimeInfo* AudioEffectX::getTimeInfo(std::int32_t filter) {
   return addressInNumber<VstTimeInfo>(callHost(audioMasterGetTime, 0, filter));
 }
 
-bool AudioEffectX::sendVstEventsToHost(VstEvents* events) {
-  return callHost(audioMasterProcessEvents, 0, 0, events) == 1;
-}
-
-bool AudioEffectX::ioChanged() { return callHost(audioMasterIOChanged) != 0; }
-
-bool AudioEffectX::sizeWindow(std::int32_t width, std::int32_t height) {
-  return callHost(audioMasterSizeWindow, width, height) != 0;
-}
-
 double AudioEffectX::updateSampleRate() {
   const std::intptr_t rate = callHost(audioMasterGetSampleRate);
   if (rate > 0) {
@@ -172,67 +158,13 @@ std::int32_t AudioEffectX::updateBlockSize() {
   return blockSize;
 }
 
-std::int32_t AudioEffectX::getInputLatency() { return narrowToInt32(callHost(audioMasterGetInputLatency)); }
-
-std::int32_t AudioEffectX::getOutputLatency() { return narrowToInt32(callHost(audioMasterGetOutputLatency)); }
-
-std::int32_t AudioEffectX::getCurrentProcessLevel() {
-  return narrowToInt32(callHost(audioMasterGetCurrentProcessLevel));
-}
-
-std::int32_t AudioEffectX::getAutomationState() { return narrowToInt32(callHost(audioMasterGetAutomationState)); }
-
-bool AudioEffectX::offlineStart(void* files, std::int32_t count, std::int32_t newCount) {
-  return callHost(audioMasterOfflineStart, newCount, count, files) != 0;
-}
-
-bool AudioEffectX::offlineRead(void* task, std::int32_t option, bool readSource) {
-  return callHost(audioMasterOfflineRead, readSource ? 1 : 0, option, task) != 0;
-}
-
-bool AudioEffectX::offlineWrite(void* task, std::int32_t option) {
-  return callHost(audioMasterOfflineWrite, 0, option, task) != 0;
-}
-
-std::int32_t AudioEffectX::offlineGetCurrentPass() { return narrowToInt32(callHost(audioMasterOfflineGetCurrentPass)); }
-
-std::int32_t AudioEffectX::offlineGetCurrentMetaPass() {
-  return narrowToInt32(callHost(audioMasterOfflineGetCurrentMetaPass));
-}
-
-bool AudioEffectX::getHostVendorString(char* text) { return callHost(audioMasterGetVendorString, 0, 0, text) != 0; }
-
-bool AudioEffectX::getHostProductString(char* text) { return callHost(audioMasterGetProductString, 0, 0, text) != 0; }
-
-std::int32_t AudioEffectX::getHostVendorVersion() { return narrowToInt32(callHost(audioMasterGetVendorVersion)); }
-
-std::intptr_t AudioEffectX::hostVendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) {
-  return callHost(audioMasterVendorSpecific, index, value, ptr, opt);
-}
-
 std::int32_t AudioEffectX::canHostDo(const char* text) {
   // The interface knows no constant text; a host only reads it.
   return narrowToInt32(callHost(audioMasterCanDo, 0, 0, const_cast<char*>(text)));
 }
 
-std::int32_t AudioEffectX::getHostLanguage() { return narrowToInt32(callHost(audioMasterGetLanguage)); }
-
 void* AudioEffectX::getDirectory() {
   return reinterpret_cast<void*>(callHost(audioMasterGetDirectory));  // NOLINT(performance-no-int-to-ptr): as above.
-}
-
-bool AudioEffectX::updateDisplay() { return callHost(audioMasterUpdateDisplay) != 0; }
-
-bool AudioEffectX::beginEdit(std::int32_t index) { return callHost(audioMasterBeginEdit, index) != 0; }
-
-bool AudioEffectX::endEdit(std::int32_t index) { return callHost(audioMasterEndEdit, index) != 0; }
-
-bool AudioEffectX::openFileSelector(void* selection) {
-  return callHost(audioMasterOpenFileSelector, 0, 0, selection) != 0;
-}
-
-bool AudioEffectX::closeFileSelector(void* selection) {
-  return callHost(audioMasterCloseFileSelector, 0, 0, selection) != 0;
 }
 
 }  // namespace tesh::bramel::vst

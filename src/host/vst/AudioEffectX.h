@@ -6,7 +6,6 @@
 
 #include "core/RealTime.h"
 #include "host/vst/AudioEffect.h"
-#include "host/vst/VstOpcodes.h"
 
 namespace tesh::bramel::vst {
 
@@ -27,7 +26,9 @@ class AudioEffectX : public AudioEffect {
   }
   virtual bool getInputProperties(std::int32_t /*index*/, void* /*properties*/) { return false; }
   virtual bool getOutputProperties(std::int32_t /*index*/, void* /*properties*/) { return false; }
-  virtual std::int32_t getPlugCategory();
+  virtual std::int32_t getPlugCategory() {
+    return (cEffect.flags & effFlagsIsSynth) != 0 ? kPlugCategSynth : kPlugCategUnknown;
+  }
   virtual bool offlineNotify(void* /*file*/, std::int32_t /*count*/, bool /*start*/) { return false; }
   virtual bool offlinePrepare(void* /*tasks*/, std::int32_t /*count*/) { return false; }
   virtual bool offlineRun(void* /*tasks*/, std::int32_t /*count*/) { return false; }
@@ -81,38 +82,52 @@ class AudioEffectX : public AudioEffect {
   /// The host's transport. Valid until the end of the block. `filter` holds the VstTimeInfoFlags that are wanted. Audio
   /// thread.
   virtual VstTimeInfo* getTimeInfo(std::int32_t filter);
-  virtual bool sendVstEventsToHost(VstEvents* events);
-  virtual bool ioChanged();
-  virtual bool sizeWindow(std::int32_t width, std::int32_t height);
+  virtual bool sendVstEventsToHost(VstEvents* events) { return callHost(audioMasterProcessEvents, 0, 0, events) == 1; }
+  virtual bool ioChanged() { return callHost(audioMasterIOChanged) != 0; }
+  virtual bool sizeWindow(std::int32_t width, std::int32_t height) {
+    return callHost(audioMasterSizeWindow, width, height) != 0;
+  }
   virtual double updateSampleRate();
   virtual std::int32_t updateBlockSize();
-  virtual std::int32_t getInputLatency();
-  virtual std::int32_t getOutputLatency();
-  virtual std::int32_t getCurrentProcessLevel();
-  virtual std::int32_t getAutomationState();
-  virtual bool offlineStart(void* files, std::int32_t count, std::int32_t newCount);
-  virtual bool offlineRead(void* task, std::int32_t option, bool readSource);
-  virtual bool offlineWrite(void* task, std::int32_t option);
-  virtual std::int32_t offlineGetCurrentPass();
-  virtual std::int32_t offlineGetCurrentMetaPass();
+  virtual std::int32_t getInputLatency() { return narrowToInt32(callHost(audioMasterGetInputLatency)); }
+  virtual std::int32_t getOutputLatency() { return narrowToInt32(callHost(audioMasterGetOutputLatency)); }
+  virtual std::int32_t getCurrentProcessLevel() { return narrowToInt32(callHost(audioMasterGetCurrentProcessLevel)); }
+  virtual std::int32_t getAutomationState() { return narrowToInt32(callHost(audioMasterGetAutomationState)); }
+  virtual bool offlineStart(void* files, std::int32_t count, std::int32_t newCount) {
+    return callHost(audioMasterOfflineStart, newCount, count, files) != 0;
+  }
+  virtual bool offlineRead(void* task, std::int32_t option, bool readSource) {
+    return callHost(audioMasterOfflineRead, readSource ? 1 : 0, option, task) != 0;
+  }
+  virtual bool offlineWrite(void* task, std::int32_t option) {
+    return callHost(audioMasterOfflineWrite, 0, option, task) != 0;
+  }
+  virtual std::int32_t offlineGetCurrentPass() { return narrowToInt32(callHost(audioMasterOfflineGetCurrentPass)); }
+  virtual std::int32_t offlineGetCurrentMetaPass() {
+    return narrowToInt32(callHost(audioMasterOfflineGetCurrentMetaPass));
+  }
 
   /// `text` should have more than kVendorTextBytes, because some hosts write more.
-  virtual bool getHostVendorString(char* text);
-  virtual bool getHostProductString(char* text);
-  virtual std::int32_t getHostVendorVersion();
-  virtual std::intptr_t hostVendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt);
+  virtual bool getHostVendorString(char* text) { return callHost(audioMasterGetVendorString, 0, 0, text) != 0; }
+  virtual bool getHostProductString(char* text) { return callHost(audioMasterGetProductString, 0, 0, text) != 0; }
+  virtual std::int32_t getHostVendorVersion() { return narrowToInt32(callHost(audioMasterGetVendorVersion)); }
+  virtual std::intptr_t hostVendorSpecific(std::int32_t index, std::intptr_t value, void* ptr, float opt) {
+    return callHost(audioMasterVendorSpecific, index, value, ptr, opt);
+  }
 
   /// Nonzero if the host says yes.
   virtual std::int32_t canHostDo(const char* text);
-  virtual std::int32_t getHostLanguage();
+  virtual std::int32_t getHostLanguage() { return narrowToInt32(callHost(audioMasterGetLanguage)); }
   virtual void* getDirectory();
-  virtual bool updateDisplay();
+  virtual bool updateDisplay() { return callHost(audioMasterUpdateDisplay) != 0; }
 
   /// Tell the host that the user begins and ends a gesture on a parameter, so that it records one movement.
-  virtual bool beginEdit(std::int32_t index);
-  virtual bool endEdit(std::int32_t index);
-  virtual bool openFileSelector(void* selection);
-  virtual bool closeFileSelector(void* selection);
+  virtual bool beginEdit(std::int32_t index) { return callHost(audioMasterBeginEdit, index) != 0; }
+  virtual bool endEdit(std::int32_t index) { return callHost(audioMasterEndEdit, index) != 0; }
+  virtual bool openFileSelector(void* selection) { return callHost(audioMasterOpenFileSelector, 0, 0, selection) != 0; }
+  virtual bool closeFileSelector(void* selection) {
+    return callHost(audioMasterCloseFileSelector, 0, 0, selection) != 0;
+  }
 
  private:
   std::intptr_t keyEvent(bool down, std::int32_t character, std::intptr_t virtualKey, float modifier);
