@@ -1,4 +1,4 @@
-// The host's calls, each turned into one on the instrument.
+// The host's calls, each turned into one on the instrument, and the instrument's reports to the host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/adapter/BramelVstAdapter.h"
 
@@ -7,14 +7,20 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <utility>
+#include <vector>
 
-#include "host/adapter/BramelVstAdapterImpl.h"
+#include "core/MidiStatus.h"
+#include "core/RealTime.h"
 #include "host/adapter/Capabilities.h"
 #include "host/adapter/EditorDoor.h"
+#include "host/adapter/KeyLights.h"
+#include "host/shell/BramelInstrument.h"
 #include "host/vst/NumberText.h"
 #include "host/vst/PluginIds.h"
 
@@ -25,6 +31,9 @@ constexpr std::string_view kVendor = "TESH";
 constexpr std::int32_t kWantedTime =
     kVstTempoValid | kVstTransportRecording | kVstTransportPlaying | kVstTransportChanged;
 constexpr std::chrono::milliseconds kReadiness{300};
+
+/// The rules of a host of this plug-in interface.
+constexpr int kVstHostKind = 2;
 
 /// The call by which hosts tell how large their screen's pixels are, as published for this interface.
 constexpr std::int32_t kContentScaleIndex = fourCharacters('P', 'r', 'e', 'S');
@@ -39,19 +48,99 @@ void fillText(char* destination, std::string_view text) {
   copyText(destination, text, kParameterTextBytes);
 }
 
-std::int32_t countForHost(std::uint64_t count) {
+/// A count or an index, held to what the interface can pass.
+std::int32_t numberForHost(std::uint64_t count) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::min(count, kMost));
 }
 
+/// Throws std::invalid_argument for another kind of instrument.
+std::shared_ptr<BramelInstrument> instrumentIn(const std::shared_ptr<BramelInstrumentBase>& base) {
+  auto instrument = std::dynamic_pointer_cast<BramelInstrument>(base);
+  if (instrument == nullptr) {
+    throw std::invalid_argument("not an instrument of the family");
+  }
+  return instrument;
+}
+
 }  // namespace
+
+/// What the adapter holds. Registers itself as the instrument's host callback.
+class BramelVstAdapter::Impl {
+ public:
+  class Callback;
+
+  Impl(std::shared_ptr<BramelInstrument> shell, std::shared_ptr<BramelInstrumentEditor> newEditor);
+
+  /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter.
+  std::uint64_t parameterId(std::int32_t index) const SIVRAY_NONBLOCKING {
+    return index < 0 ? BramelInstrument::kNoParameter : instrument->parameterId(static_cast<std::uint64_t>(index));
+  }
+
+  BramelVstAdapter* owner = nullptr;
+  std::shared_ptr<Callback> callback;  ///< The instrument holds it weakly.
+  /// May be null. Goes last of those that hold the instrument: fonts and images in there need JUCE to the end.
+  std::shared_ptr<BramelInstrumentEditor> editor;
+  std::shared_ptr<BramelInstrument> instrument;
+  KeyLights keyLights;
+  std::vector<std::uint8_t> latestChunk;  ///< Read by the host until its next getChunk.
+};
+
+/// Called on any thread, on several at once too.
+class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
+ public:
+  explicit Callback(Impl& newOwner) : owner(newOwner) {}
+
+  void beginEdit(std::uint64_t visibleIndex) override { owner.owner->beginEdit(numberForHost(visibleIndex)); }
+  void endEdit(std::uint64_t visibleIndex) override { owner.owner->endEdit(numberForHost(visibleIndex)); }
+  void automate(std::uint64_t visibleIndex, float value) override {
+    owner.owner->setParameterAutomated(numberForHost(visibleIndex), value);
+  }
+  void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override {
+    if (data == nullptr || size == 0 || data[0] < cofu::core::kMidiFirstStatus) {
+      return;
+    }
+    VstMidiEvent event{};
+    event.type = kVstMidiType;
+    event.byteSize = sizeof(event);
+    event.deltaFrames = deltaFrames;
+    std::array<std::uint8_t, sizeof(event.midiData)> message{};
+    std::copy_n(data, std::min(size, message.size()), message.begin());
+    std::copy_n(message.begin(), message.size(), event.midiData);
+    VstEvents events{};
+    events.numEvents = 1;
+    events.events[0] = reinterpret_cast<VstEvent*>(&event);
+    owner.owner->sendVstEventsToHost(&events);
+    owner.keyLights.messageSent(message.data());
+  }
+  void programChanged(Origin /*origin*/) override {}
+  void parametersChanged() override {
+    const std::shared_ptr<BramelInstrument> held = owner.instrument;
+    for (std::uint64_t index = 0; index < held->parameterCount(); ++index) {
+      automate(index, held->latestValue(held->parameterId(index)));
+    }
+  }
+  void keyStateChanged(int /*note*/) override { owner.keyLights.keysChanged(); }
+
+ private:
+  Impl& owner;
+};
+
+BramelVstAdapter::Impl::Impl(std::shared_ptr<BramelInstrument> shell, std::shared_ptr<BramelInstrumentEditor> newEditor)
+    : callback(std::make_shared<Callback>(*this)),
+      editor(std::move(newEditor)),
+      instrument(std::move(shell)),
+      keyLights(*instrument) {
+  instrument->setHostKind(kVstHostKind);
+  instrument->setHostCallback(callback);
+}
 
 BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, const std::shared_ptr<BramelInstrumentBase>& instrument,
                                    std::shared_ptr<BramelInstrumentEditor> newEditor)
-    : BramelVstAdapter(master, std::make_unique<Impl>(instrument, std::move(newEditor))) {}
+    : BramelVstAdapter(master, std::make_unique<Impl>(instrumentIn(instrument), std::move(newEditor))) {}
 
 BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<Impl> newImpl)
-    : AudioEffectX(master, 0, countForHost(newImpl->instrument->parameterCount())), impl(std::move(newImpl)) {
+    : AudioEffectX(master, 0, numberForHost(newImpl->instrument->parameterCount())), impl(std::move(newImpl)) {
   impl->owner = this;
   BramelInstrument& instrument = *impl->instrument;
   cEffect.numInputs = instrument.inputCount();
@@ -131,7 +220,7 @@ float BramelVstAdapter::getParameter(std::int32_t index) {
   return id != BramelInstrument::kNoParameter ? impl->instrument->parameterValue(id) : 0.0F;
 }
 
-std::int32_t BramelVstAdapter::getProgram() { return countForHost(impl->instrument->currentProgram()); }
+std::int32_t BramelVstAdapter::getProgram() { return numberForHost(impl->instrument->currentProgram()); }
 
 void BramelVstAdapter::setProgram(std::int32_t index) {
   if (index >= 0) {
@@ -167,7 +256,7 @@ std::int32_t BramelVstAdapter::getChunk(void** data, bool /*isPreset*/) {
   }
   impl->latestChunk = impl->instrument->getState();
   *data = impl->latestChunk.data();
-  return countForHost(impl->latestChunk.size());
+  return numberForHost(impl->latestChunk.size());
 }
 
 std::int32_t BramelVstAdapter::setChunk(void* data, std::int32_t size, bool /*isPreset*/) {
