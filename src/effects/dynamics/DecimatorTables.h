@@ -1,4 +1,4 @@
-// The sampling steps of the decimator over its frequency knob.
+// The sampling steps of the decimator over its frequency knob, from the finest to the coarsest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,6 +8,15 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// Steps of the 16-bit counter per sample; a sample is taken when it wraps: value * 44100 / 65536 Hz.
-extern const std::array<std::uint16_t, 128> decimatorSteps;
+inline constexpr std::array<std::uint16_t, 128> decimatorSteps{
+    65535, 50000, 39000, 30000, 23000, 18570, 18291, 18015, 17740, 17468, 17199, 16931, 16666, 16403, 16143, 15884,
+    15628, 15375, 15123, 14874, 14627, 14383, 14141, 13901, 13663, 13428, 13195, 12964, 12736, 12510, 12286, 12064,
+    11845, 11628, 11413, 11201, 10991, 10783, 10578, 10375, 10174, 9975,  9779,  9585,  9393,  9204,  9017,  8832,
+    8649,  8469,  8291,  8116,  7942,  7771,  7603,  7436,  7272,  7110,  6951,  6793,  6638,  6486,  6335,  6187,
+    6041,  5898,  5757,  5618,  5481,  5347,  5215,  5085,  4958,  4833,  4710,  4589,  4471,  4355,  4242,  4130,
+    4021,  3914,  3810,  3708,  3608,  3510,  3415,  3322,  3231,  3143,  3057,  2973,  2892,  2812,  2736,  2661,
+    2589,  2519,  2451,  2385,  2322,  2261,  2203,  2147,  2093,  2041,  1992,  1945,  1900,  1857,  1817,  1779,
+    1744,  1710,  1679,  1651,  1624,  1600,  1578,  1559,  1542,  1527,  1514,  1504,  1496,  1490,  1487,  1486,
+};
 
 }  // namespace tesh::bramel::plugin::sivray::effects
