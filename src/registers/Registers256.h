@@ -42,6 +42,9 @@ struct Registers256 {
   static Half::Floats upper(Floats v) { return _mm256_extractf128_ps(v, 1); }
   static Integers joined(Half::Integers lower, Half::Integers upper) { return _mm256_set_m128i(upper, lower); }
   static Floats joined(Half::Floats lower, Half::Floats upper) { return _mm256_set_m128(upper, lower); }
+  static Floats joinedUppers(Floats a, Floats b) { return __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15); }
+  /// Lanes 0, 1, 0, 1, and 2, 3, 2, 3 above them.
+  static Floats halvesTwice(Half::Floats v) { return __builtin_shufflevector(v, v, 0, 1, 0, 1, 2, 3, 2, 3); }
   /// Eight lanes of 16 bits as lanes of 32, with their sign.
   static Integers widened16(Half::Integers v) { return _mm256_cvtepi16_epi32(v); }
   static Integers loadWidened16(const void* from) { return widened16(Half::load(from)); }

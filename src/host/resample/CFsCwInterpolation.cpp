@@ -44,23 +44,24 @@ void CFsCwInterpolation::configure(std::int32_t length, std::int32_t fromRate, f
                                    std::int32_t newPhases, double gainDb) {
   constexpr double kUnitsPerPhase = 1U << kPhaseFractionBits;
   buildTables(length, fromRate, cutoffHz, newPhases, 1, gainDb);
-  stride = {};
+  steps = StepRun();
   const double exactStep =
       static_cast<double>(fromRate) * static_cast<double>(phases()) * kUnitsPerPhase / static_cast<double>(toRate);
   if (!(exactStep >= 1.0 && exactStep < 4294967296.0)) {
     return;
   }
   const auto wholeStep = static_cast<std::uint32_t>(exactStep);
-  stride.unitsPerInput = static_cast<std::uint32_t>(phases()) << kPhaseFractionBits;
-  stride.inputs = wholeStep / stride.unitsPerInput;
-  stride.units = wholeStep % stride.unitsPerInput;
-  stride.fraction = static_cast<float>(exactStep - static_cast<double>(wholeStep));
-  silentSteps = StepRun(stride);
+  ResampleStep step;
+  step.unitsPerInput = static_cast<std::uint32_t>(phases()) << kPhaseFractionBits;
+  step.inputs = wholeStep / step.unitsPerInput;
+  step.units = wholeStep % step.unitsPerInput;
+  step.fraction = static_cast<float>(exactStep - static_cast<double>(wholeStep));
+  steps = StepRun(step);
 }
 
 std::size_t CFsCwInterpolation::process(const float* const* inputs, float* const* outputs, std::size_t frames,
                                         bool isKnownSilent) {
-  if (channels == 0 || stride.unitsPerInput == 0) {
+  if (channels == 0 || steps.step().unitsPerInput == 0) {
     position = {};
     return 0;
   }
@@ -95,7 +96,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
   std::size_t result = 0;
   for (std::size_t pair = 0; 2 * pair < channels; ++pair) {
     position = start;
-    result = run({tables.data(), tapsPerPhase / 4, stride, window(pair, frames), outputs[2 * pair] + made,
+    result = run({tables.data(), tapsPerPhase / 4, &steps, window(pair, frames), outputs[2 * pair] + made,
                   outputs[rightOf(pair)] + made, frames},
                  position);
   }
@@ -106,7 +107,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
 /// Moves the position past `frames` silent frames and writes the zeros that the filter would give, if there are
 /// outputs.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
-  const std::size_t count = silentSteps.pass(position, frames);
+  const std::size_t count = steps.pass(position, frames);
   for (std::size_t c = 0; outputs != nullptr && c < channels; ++c) {
     std::fill_n(outputs[c] + made, count, 0.0F);
   }

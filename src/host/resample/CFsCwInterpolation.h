@@ -38,13 +38,13 @@ class CFsCwInterpolation : public CFscBase {
   void leaveRestOut() { leavesRestOut = true; }
 
   /// Whether `skip` may come in place of a `process` of silent input: after `leaveRestOut`, with a design.
-  bool canSkip() const { return leavesRestOut && hasSilentHistory() && stride.unitsPerInput != 0; }
+  bool canSkip() const { return leavesRestOut && hasSilentHistory() && steps.step().unitsPerInput != 0; }
 
   /// Moves on by `frames` silent frames, at most 2^14, and returns the number of output frames, which are zeros that it
   /// does not write. Audio thread.
   std::size_t skip(std::size_t frames) SIVRAY_NONBLOCKING {
     resting = true;
-    return silentSteps.pass(position, frames);
+    return steps.pass(position, frames);
   }
 
   /// Designs a filter of `length` coefficients in `newPhases` phases, with the cut-off in Hz, for a signal at
@@ -59,8 +59,7 @@ class CFsCwInterpolation : public CFscBase {
   std::size_t rest(float* const* outputs, std::size_t made, std::size_t frames);
 
   ResampleKernelRun run;
-  ResampleStep stride;
-  StepRun silentSteps;  ///< Of `stride`.
+  StepRun steps;
   ResamplePosition position;
   bool leavesRestOut = false;
   bool resting = false;

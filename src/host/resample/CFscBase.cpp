@@ -55,9 +55,9 @@ void CFscBase::buildTables(std::int32_t length, std::int32_t rate, std::int32_t 
 
   tapsPerPhase = static_cast<std::size_t>(((prototypeLength - 1 + phaseCount) / phaseCount + 3) & ~3);
   const std::size_t groups = tapsPerPhase / 4;
-  tables.assign(static_cast<std::size_t>(phaseCount) * groups, {});
+  tables.assign(static_cast<std::size_t>(phaseCount) * groupsApart(groups), {});
   for (std::int32_t phase = 0; phase < phaseCount; ++phase) {
-    TapGroup* const ofPhase = tables.data() + static_cast<std::size_t>(phase) * groups;
+    TapGroup* const ofPhase = tables.data() + static_cast<std::size_t>(phase) * groupsApart(groups);
     for (std::size_t i = 0; i < tapsPerPhase; ++i) {
       const std::size_t index = tapsPerPhase - 1 - i;
       const std::size_t lane = 2 * (i % 4);

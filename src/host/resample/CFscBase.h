@@ -35,7 +35,7 @@ class CFscBase : public CFirLpfBase {
 
  protected:
   /// The most input frames that `store` takes.
-  static constexpr std::size_t kPartFrames = 512;
+  static constexpr std::size_t kPartFrames = StepRun::kMostFrames;
 
   /// Appends up to kPartFrames frames to every channel's history.
   void store(const float* const* inputs, std::size_t offset, std::size_t frames) SIVRAY_NONBLOCKING;

@@ -4,6 +4,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -31,16 +32,24 @@ struct HalfOf<R> {
 /// Where the next output frame lies, for any design. A position is inlined, so that it stays in registers.
 class AnyPlace {
  public:
-  AnyPlace(const ResampleStep& resampleStep, const ResamplePosition& position) : step(resampleStep), at(position) {}
+  /// Whether a step adds the same to `bits` each time.
+  static constexpr bool kIsLinear = false;
+
+  AnyPlace(const StepRun& steps, const ResamplePosition& position) : step(steps.step()), at(position) {}
 
   std::size_t input() const { return at.input; }
   std::size_t phase() const { return at.within >> kPhaseFractionBits; }
-  /// Units past the phase, below higher bits that mean nothing.
-  std::int32_t units() const { return static_cast<std::int32_t>(at.within); }
+  /// Bits with the units past the phase, and those units out of such bits in registers.
+  std::int32_t bits() const { return static_cast<std::int32_t>(at.within); }
+  template <typename R>
+  static typename R::Integers unitsOf(typename R::Integers bits) {
+    return R::bitAnd(bits, R::all32(kPhaseMask));
+  }
   /// Whether this frame and the next three surely lie before input frame `end`.
   bool isFourBefore(std::size_t end) const { return at.input + 3 * (std::size_t{step.inputs} + 1) < end; }
   void advance() { at.advance(step); }
-  ResamplePosition position() const { return at; }
+  /// The place `made` frames after `start`, where it began.
+  ResamplePosition position(const StepRun&, const ResamplePosition&, std::size_t) const { return at; }
 
  private:
   ResampleStep step;
@@ -53,17 +62,22 @@ class BinaryPlace {
   static_assert(std::has_single_bit(Phases));
 
  public:
+  static constexpr bool kIsLinear = false;
   static constexpr std::uint32_t kUnitsPerInput = Phases << kPhaseFractionBits;
 
-  BinaryPlace(const ResampleStep& step, const ResamplePosition& position)
-      : stepUnits(std::uint64_t{step.inputs} * kUnitsPerInput + step.units),
-        stepFraction(step.fraction),
+  BinaryPlace(const StepRun& steps, const ResamplePosition& position)
+      : stepUnits(std::uint64_t{steps.step().inputs} * kUnitsPerInput + steps.step().units),
+        stepFraction(steps.step().fraction),
         at(std::uint64_t{position.input} * kUnitsPerInput + position.within),
         fraction(position.fraction) {}
 
   std::size_t input() const { return at / kUnitsPerInput; }
   std::size_t phase() const { return at >> kPhaseFractionBits & (Phases - 1); }
-  std::int32_t units() const { return static_cast<std::int32_t>(static_cast<std::uint32_t>(at)); }
+  std::int32_t bits() const { return static_cast<std::int32_t>(static_cast<std::uint32_t>(at)); }
+  template <typename R>
+  static typename R::Integers unitsOf(typename R::Integers bits) {
+    return AnyPlace::unitsOf<R>(bits);
+  }
   bool isFourBefore(std::size_t end) const { return at + 3 * (stepUnits + 1) < std::uint64_t{end} * kUnitsPerInput; }
   void advance() {
     at += stepUnits;
@@ -73,7 +87,9 @@ class BinaryPlace {
       ++at;
     }
   }
-  ResamplePosition position() const { return {input(), static_cast<std::uint32_t>(at % kUnitsPerInput), fraction}; }
+  ResamplePosition position(const StepRun&, const ResamplePosition&, std::size_t) const {
+    return {input(), static_cast<std::uint32_t>(at % kUnitsPerInput), fraction};
+  }
 
  private:
   std::uint64_t stepUnits;
@@ -82,24 +98,75 @@ class BinaryPlace {
   float fraction;
 };
 
+/// The same where sums of fixed steps give the units: the units past a phase, and what lies below, fill 32 bits.
+template <unsigned Phases>
+class FixedPlace {
+  static_assert(std::has_single_bit(Phases) && kPhaseFractionBits + StepRun::kFixedBits == 32);
+
+ public:
+  static constexpr bool kIsLinear = true;
+
+  FixedPlace(const StepRun& steps, const ResamplePosition& start)
+      : step(steps.fixedStep()), at(steps.fixedPlace(start)) {}
+
+  std::size_t input() const { return at / kPerInput; }
+  std::size_t phase() const { return at >> 32U & (Phases - 1); }
+  std::int32_t bits() const { return static_cast<std::int32_t>(static_cast<std::uint32_t>(at)); }
+  std::int32_t stepBits() const { return static_cast<std::int32_t>(static_cast<std::uint32_t>(step)); }
+  template <typename R>
+  static typename R::Integers unitsOf(typename R::Integers bits) {
+    return R::template shiftRightUnsigned32<StepRun::kFixedBits>(bits);
+  }
+  bool isFourBefore(std::size_t end) const {
+    return static_cast<std::int64_t>(at) < static_cast<std::int64_t>(end * kPerInput - 3 * step);
+  }
+  void advance() { at += step; }
+  ResamplePosition position(const StepRun& steps, const ResamplePosition& start, std::size_t made) const {
+    return steps.later(start, made);
+  }
+
+ private:
+  static constexpr std::uint64_t kPerInput = std::uint64_t{Phases} << 32U;
+
+  std::uint64_t step;
+  std::uint64_t at;
+};
+
 /// The dot products of output frames, in registers that hold a group of taps as a whole or in two parts. `Groups` is
 /// the number of groups if it is known at compile time, else 0.
 template <typename R, std::size_t Groups, typename Place>
 class Dots {
   using Floats = typename R::Floats;
+  using Integers = typename R::Integers;
   using Four = typename HalfOf<R>::Registers;
   using FourFloats = typename Four::Floats;
   static constexpr std::size_t kLanes = R::kBytes / sizeof(float);
   static constexpr std::size_t kParts = 8 / kLanes;
 
+  /// Which of four frames a lane's weight is for.
+  alignas(R::kBytes) static constexpr auto kOrder = [] {
+    if constexpr (kParts == 2) {
+      return std::array<std::int32_t, 4>{0, 1, 2, 3};
+    } else {
+      return std::array<std::int32_t, 8>{0, 2, 0, 2, 1, 3, 1, 3};
+    }
+  }();
+
  public:
   /// Computes the next frame, which lies a / 2^14 past a phase: it is (1 - a) times the phase's sum plus a times the
   /// next one's.
   [[gnu::always_inline]] static void makeOne(const ResampleRun& run, Place& at, std::size_t made) {
-    const FourFloats units = floatsOf(Four::all32(at.units()));
+    const FourFloats units = Four::floatsOf(Place::template unitsOf<Four>(Four::all32(at.bits())));
     const FourFloats weights = Four::fourFloats(1.0F, 1.0F, 0.0F, 0.0F) +
                                Four::fourFloats(-kPhaseScale, -kPhaseScale, kPhaseScale, kPhaseScale) * units;
-    const FourFloats parts = nextSums(run, at) * weights;
+    Floats sums;
+    addTaps(run, at, sums);
+    FourFloats parts = weights;
+    if constexpr (kParts == 2) {
+      parts *= sums;
+    } else {
+      parts *= R::upper(sums) + R::lower(sums);
+    }
     const FourFloats frame = parts + Four::highHalves(parts, parts);
     run.outLeft[made] = Four::firstFloat(frame);
     run.outRight[made] = Four::secondFloat(frame);
@@ -107,35 +174,55 @@ class Dots {
 
   /// The next four frames, which are weighted side by side.
   [[gnu::always_inline]] static void makeFour(const ResampleRun& run, Place& at, std::size_t made) {
-    alignas(Four::kBytes) std::int32_t units[4];
-    FourFloats sums[4];
+    Floats ofNext;
+    Floats sums[4];
+    if constexpr (Place::kIsLinear) {
+      const Integers later = R::mulLow32(R::all32(at.stepBits()), R::loadAligned(kOrder.data()));
+      ofNext = R::floatsOf(Place::template unitsOf<R>(R::add32(R::all32(at.bits()), later)));
+      for (Floats& ofFrame : sums) {
+        addTaps(run, at, ofFrame);
+      }
+    } else {
+      alignas(Four::kBytes) std::int32_t bits[4];
 #pragma GCC unroll 4
-    for (std::size_t frame = 0; frame < 4; ++frame) {
-      units[frame] = at.units();
-      asm("" : "+m"(units[frame]));  // Without it the compiler joins two in a register before it stores them.
-      sums[frame] = nextSums(run, at);
+      for (std::size_t frame = 0; frame < 4; ++frame) {
+        bits[frame] = at.bits();
+        asm("" : "+m"(bits[frame]));  // Without it the compiler joins two in a register before it stores them.
+        addTaps(run, at, sums[frame]);
+      }
+      const FourFloats units = Four::floatsOf(Place::template unitsOf<Four>(Four::loadAligned(bits)));
+      if constexpr (kParts == 2) {
+        ofNext = units;
+      } else {
+        ofNext = R::halvesTwice(Four::zipLow32(units, Four::highHalves(units, units)));
+      }
     }
-    const FourFloats ofNext = floatsOf(Four::loadAligned(units)) * Four::allFloats(kPhaseScale);
-    const FourFloats ofPhase = Four::allFloats(1.0F) - ofNext;
-    const FourFloats phaseA = Four::zipLow32(sums[0], sums[1]);
-    const FourFloats phaseB = Four::zipLow32(sums[2], sums[3]);
-    const FourFloats nextA = Four::zipHigh32(sums[0], sums[1]);
-    const FourFloats nextB = Four::zipHigh32(sums[2], sums[3]);
-    Four::storeFloats(run.outLeft + made,
-                      Four::lowHalves(phaseA, phaseB) * ofPhase + Four::lowHalves(nextA, nextB) * ofNext);
-    Four::storeFloats(run.outRight + made,
-                      Four::highHalves(phaseA, phaseB) * ofPhase + Four::highHalves(nextA, nextB) * ofNext);
+    ofNext *= R::allFloats(kPhaseScale);
+    const Floats ofPhase = R::allFloats(1.0F) - ofNext;
+    if constexpr (kParts == 2) {
+      const Floats phaseA = R::zipLow32(sums[0], sums[1]);
+      const Floats phaseB = R::zipLow32(sums[2], sums[3]);
+      const Floats nextA = R::zipHigh32(sums[0], sums[1]);
+      const Floats nextB = R::zipHigh32(sums[2], sums[3]);
+      R::storeFloats(run.outLeft + made, R::lowHalves(phaseA, phaseB) * ofPhase + R::lowHalves(nextA, nextB) * ofNext);
+      R::storeFloats(run.outRight + made,
+                     R::highHalves(phaseA, phaseB) * ofPhase + R::highHalves(nextA, nextB) * ofNext);
+    } else {
+      const Floats first = R::joined(R::lower(sums[0]), R::lower(sums[1])) + R::joinedUppers(sums[0], sums[1]);
+      const Floats second = R::joined(R::lower(sums[2]), R::lower(sums[3])) + R::joinedUppers(sums[2], sums[3]);
+      const Floats frames = R::zipLow32(first, second) * ofPhase + R::zipHigh32(first, second) * ofNext;
+      Four::storeFloats(run.outLeft + made, Four::zipLow32(R::lower(frames), R::upper(frames)));
+      Four::storeFloats(run.outRight + made, Four::zipHigh32(R::lower(frames), R::upper(frames)));
+    }
   }
 
  private:
-  static FourFloats floatsOf(typename Four::Integers units) {
-    return Four::floatsOf(Four::bitAnd(units, Four::all32(kPhaseMask)));
-  }
-
-  /// The sums of the next frame: left and right of the phase, left and right of the next one. Moves on.
-  [[gnu::always_inline]] static FourFloats nextSums(const ResampleRun& run, Place& at) {
+  /// The sums of the next frame: left and right of the phase, left and right of the next one; in a register of 256 bits
+  /// those of some taps below those of the others. Moves on. Gives no result, because a compiler for Windows warns of
+  /// one of 256 bits.
+  [[gnu::always_inline]] static void addTaps(const ResampleRun& run, Place& at, Floats& sums) {
     const std::size_t groups = Groups != 0 ? Groups : run.groups;
-    const TapGroup* tables = run.tables + at.phase() * groups;
+    const TapGroup* tables = run.tables + at.phase() * groupsApart(groups);
     const float* window = run.window + 2 * at.input();
     asm("" : "+r"(tables), "+r"(window));  // Without it the compiler computes an address for each group.
     Floats phase[kParts]{};
@@ -147,13 +234,9 @@ class Dots {
       addGroup<false>(tables[i], window + 8 * i, phase, next);
     }
     at.advance();
-    // Of the lower and upper half of each 128 bits: left and right of the phase, left and right of the next one. Not a
-    // function of its own: a compiler for Windows warns of one that returns 256 bits.
-    const Floats sums = R::lowHalves(phase[0], next[0]) + R::highHalves(phase[0], next[0]);
+    sums = R::lowHalves(phase[0], next[0]) + R::highHalves(phase[0], next[0]);
     if constexpr (kParts == 2) {
-      return sums + (R::lowHalves(phase[1], next[1]) + R::highHalves(phase[1], next[1]));
-    } else {
-      return R::upper(sums) + R::lower(sums);
+      sums += R::lowHalves(phase[1], next[1]) + R::highHalves(phase[1], next[1]);
     }
   }
 
@@ -180,7 +263,7 @@ class Dots {
 template <typename R, std::size_t Groups, typename Place>
 std::size_t runWith(const ResampleRun& givenRun, ResamplePosition& position) {
   const ResampleRun run = givenRun;
-  Place at(run.step, position);
+  Place at(*run.steps, position);
   std::size_t made = 0;
   for (; at.isFourBefore(run.frames); made += 4) {
     Dots<R, Groups, Place>::makeFour(run, at, made);
@@ -188,15 +271,16 @@ std::size_t runWith(const ResampleRun& givenRun, ResamplePosition& position) {
   for (; at.input() < run.frames; ++made) {
     Dots<R, Groups, Place>::makeOne(run, at, made);
   }
-  position = at.position();
+  position = at.position(*run.steps, position, made);
   return made;
 }
 
 template <typename R>
 std::size_t runResample(const ResampleRun& run, ResamplePosition& position) {
   using CommonPlace = BinaryPlace<kCommonPhases>;
-  if (run.groups == kCommonGroups && run.step.unitsPerInput == CommonPlace::kUnitsPerInput) {
-    return runWith<R, kCommonGroups, CommonPlace>(run, position);
+  if (run.groups == kCommonGroups && run.steps->step().unitsPerInput == CommonPlace::kUnitsPerInput) {
+    return run.steps->fixedStep() != 0 ? runWith<R, kCommonGroups, FixedPlace<kCommonPhases>>(run, position)
+                                       : runWith<R, kCommonGroups, CommonPlace>(run, position);
   }
   return runWith<R, 0, AnyPlace>(run, position);
 }

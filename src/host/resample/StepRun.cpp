@@ -9,14 +9,23 @@ namespace {
 
 constexpr std::uint32_t kOne = 1U << 24;  ///< 1.0 in units of 2^-24.
 
+/// The quotient, rounded up.
+constexpr std::uint64_t upTo(std::uint64_t number, std::uint64_t divisor) { return (number + divisor - 1) / divisor; }
+
 }  // namespace
 
-StepRun::StepRun(const ResampleStep& resampleStep) : step(resampleStep) {
+StepRun::StepRun(const ResampleStep& resampleStep) : oneStep(resampleStep) {
   if (!findCycle()) {
     chooseCircle();
   }
-  placesPerInput = std::uint64_t{step.unitsPerInput} * places;
-  placesPerStep = step.inputs * placesPerInput + std::uint64_t{step.units} * places + stride;
+  placesPerInput = std::uint64_t{oneStep.unitsPerInput} * places;
+  placesPerStep = oneStep.inputs * placesPerInput + std::uint64_t{oneStep.units} * places + stride;
+  // Start and step are rounded up. On a circle of few places the sum reaches the next whole unit no sooner than its
+  // exact value, even after as many steps as half of 2^kFixedBits has for each place.
+  constexpr std::uint64_t kMostSteps = (1U << kFixedBits) / kLongestCycle / 2;
+  if (places != 0 && spacing == 0 && placesPerInput * kMostFrames <= placesPerStep * kMostSteps) {
+    fixedPerStep = upTo(placesPerStep << kFixedBits, places);
+  }
 }
 
 /// Takes the sums themselves where after a few steps the fraction is 0 again, and has come by each place once.
@@ -26,7 +35,7 @@ bool StepRun::findCycle() {
   ResamplePosition at;
   do {
     sums[count] = at.fraction;
-    at.advance({kOne, 0, 0, step.fraction});
+    at.advance({kOne, 0, 0, oneStep.fraction});
     ++count;
   } while (at.fraction != 0.0F && count < kLongestCycle);
   const std::uint32_t carried = at.within;
@@ -59,7 +68,7 @@ bool StepRun::findCycle() {
 /// below its place, among the last E / 4 of the circle, and the second 2 units, among the E / 4 before.
 void StepRun::chooseCircle() {
   places = 0;
-  const float inUnits = step.fraction * static_cast<float>(kOne);
+  const float inUnits = oneStep.fraction * static_cast<float>(kOne);
   const auto units = static_cast<std::uint32_t>(inUnits);
   if (static_cast<float>(units) != inUnits) {
     return;
@@ -95,27 +104,44 @@ float StepRun::fractionAt(std::uint32_t place) const {
   return static_cast<float>(units) / static_cast<float>(kOne);
 }
 
+/// Places past the position's input frame: one sum carries the fraction into the units.
+std::uint64_t StepRun::placeWithin(const ResamplePosition& position) const {
+  return std::uint64_t{position.within} * places + placeOf(position.fraction);
+}
+
+/// Puts the position so many places past its input frame.
+void StepRun::moveTo(ResamplePosition& position, std::uint64_t at) const {
+  const std::uint64_t units = at / places;
+  position.fraction = fractionAt(static_cast<std::uint32_t>(at % places));
+  position.within = static_cast<std::uint32_t>(units % oneStep.unitsPerInput);
+  position.input += units / oneStep.unitsPerInput;
+}
+
 std::size_t StepRun::pass(ResamplePosition& position, std::size_t frames) const {
   std::size_t steps = 0;
   if (places == 0) {
     for (; position.input < frames; ++steps) {
-      position.advance(step);
+      position.advance(oneStep);
     }
-    position.input -= frames;
-    return steps;
-  }
-  // One sum of places carries the fraction into the units.
-  std::uint64_t at = std::uint64_t{position.within} * places + placeOf(position.fraction);
-  if (position.input < frames) {
+  } else if (position.input < frames) {
+    const std::uint64_t at = placeWithin(position);
     const std::uint64_t way = (frames - position.input) * placesPerInput - at;
-    steps = (way + placesPerStep - 1) / placesPerStep;
-    at += steps * placesPerStep;
+    steps = upTo(way, placesPerStep);
+    moveTo(position, at + steps * placesPerStep);
   }
-  const std::uint64_t units = at / places;
-  position.fraction = fractionAt(static_cast<std::uint32_t>(at % places));
-  position.within = static_cast<std::uint32_t>(units % step.unitsPerInput);
-  position.input += units / step.unitsPerInput - frames;
+  position.input -= frames;
   return steps;
+}
+
+std::uint64_t StepRun::fixedPlace(const ResamplePosition& position) const {
+  const std::uint64_t units = std::uint64_t{position.input} * oneStep.unitsPerInput + position.within;
+  return (units << kFixedBits) + upTo(std::uint64_t{placeOf(position.fraction)} << kFixedBits, places);
+}
+
+ResamplePosition StepRun::later(const ResamplePosition& position, std::size_t steps) const {
+  ResamplePosition after = position;
+  moveTo(after, placeWithin(position) + steps * placesPerStep);
+  return after;
 }
 
 }  // namespace tesh::bramel::vst

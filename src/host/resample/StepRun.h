@@ -1,4 +1,4 @@
-// Many steps of a resampler's position in one go, for input that is silent.
+// Many steps of a resampler's position in one go.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "host/resample/ResampleKernel.h"
+#include "host/resample/ResamplePosition.h"
 
 namespace tesh::bramel::vst {
 
@@ -22,6 +22,18 @@ class StepRun {
   /// counts frames from there. The position must have come by such steps from a fraction of 0.
   std::size_t pass(ResamplePosition& position, std::size_t frames) const;
 
+  const ResampleStep& step() const { return oneStep; }
+
+  /// The step in units of 2^-kFixedBits of a unit; 0 if such sums would not give the same units over kMostFrames.
+  std::uint64_t fixedStep() const { return fixedPerStep; }
+  /// Such a sum to begin with.
+  std::uint64_t fixedPlace(const ResamplePosition& position) const;
+  /// The position so many steps later. Only with a fixed step.
+  ResamplePosition later(const ResamplePosition& position, std::size_t steps) const;
+
+  static constexpr unsigned kFixedBits = 18;
+  static constexpr std::size_t kMostFrames = 512;
+
  private:
   static constexpr std::uint32_t kLongestCycle = 8;
 
@@ -29,14 +41,17 @@ class StepRun {
   void chooseCircle();
   std::uint32_t placeOf(float fraction) const;
   float fractionAt(std::uint32_t place) const;
+  std::uint64_t placeWithin(const ResamplePosition& position) const;
+  void moveTo(ResamplePosition& position, std::uint64_t at) const;
 
-  ResampleStep step;
+  ResampleStep oneStep;
   std::uint32_t places = 0;   ///< On the circle; 0 if it is not known.
   std::uint32_t stride = 0;   ///< Places that a step moves on.
   std::uint32_t spacing = 0;  ///< Between neighbouring places, in units of 2^-24. 0: `cycle` holds the fractions.
   std::array<float, kLongestCycle> cycle{};
   std::uint64_t placesPerInput = 0;  ///< From one input frame to the next. A unit has as many places as the circle.
   std::uint64_t placesPerStep = 0;
+  std::uint64_t fixedPerStep = 0;
 };
 
 }  // namespace tesh::bramel::vst

@@ -18,6 +18,7 @@ void UpPair::setSampleRate(std::int32_t rate) {
   engineOut.makePresent(kUsualFrames);
   resampled.makePresent(kUsualFrames);
   ring.makePresent(kRingFrames);
+  mostPerFrame = static_cast<std::size_t>(rate / cofu::core::kEngineRate) + 2;
   resampler.configure(kFilterLength, static_cast<std::int32_t>(cofu::core::kEngineRate), static_cast<float>(rate),
                       kCutoffHz, kUpPhases, 0.0);
 }

@@ -72,6 +72,7 @@ class UpPair {
   StereoBuffer engineOut;
   StereoBuffer resampled;
   StereoBuffer ring;
+  std::size_t mostPerFrame = 0;            ///< Of the host, for one of the engine.
   std::size_t silentInRing = kRingFrames;  ///< Zeros written to the ring since the last sound, up to its length.
 };
 
@@ -80,20 +81,20 @@ inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written, bool
   if (isKnownSilent && silentInRing == kRingFrames && resampler.canSkip()) {
     return resampler.skip(frames);
   }
-  const ChannelPair made = resampled.channels();
+  const ChannelPair kept = ring.channels();
+  const bool fits = written + frames * mostPerFrame <= kRingFrames;
+  const ChannelPair made = fits ? ChannelPair{kept[0] + written, kept[1] + written} : resampled.channels();
   const std::size_t count = resampler.process(engineOut.channels().data(), made.data(), frames, isKnownSilent);
   silentInRing = resampler.isResting() ? std::min(silentInRing + count, kRingFrames) : 0;
-  if (silentInRing < kRingFrames) {
-    const ChannelPair kept = ring.channels();
-    const std::size_t toEnd = std::min<std::size_t>(count, kRingFrames - written);
-    for (std::size_t c = 0; c < made.size(); ++c) {
-      if (resampler.isResting()) {
-        std::fill_n(kept[c] + written, toEnd, 0.0F);
-        std::fill_n(kept[c], count - toEnd, 0.0F);
-      } else {
-        std::copy_n(made[c], toEnd, kept[c] + written);
-        std::copy_n(made[c] + toEnd, count - toEnd, kept[c]);
-      }
+  const bool isWritten = silentInRing == kRingFrames || (fits && silentInRing == 0);
+  const std::size_t toEnd = std::min<std::size_t>(count, kRingFrames - written);
+  for (std::size_t c = 0; !isWritten && c < made.size(); ++c) {
+    if (resampler.isResting()) {
+      std::fill_n(kept[c] + written, toEnd, 0.0F);
+      std::fill_n(kept[c], count - toEnd, 0.0F);
+    } else {
+      std::copy_n(made[c], toEnd, kept[c] + written);
+      std::copy_n(made[c] + toEnd, count - toEnd, kept[c]);
     }
   }
   return count;
