@@ -13,7 +13,7 @@ Samples tapAt(const BpmSyncDelayLaw& law, const std::int16_t* line, unsigned pos
   constexpr unsigned kLength = BpmSyncDelayLaw::kLineLength;
   const unsigned near = position - static_cast<unsigned>(law.time >> 12);
   const typename Samples::template Fraction<12> fraction(law.time & 4095);
-  return between(loadFromRing<Samples, kLength>(line, near), loadFromRing<Samples, kLength>(line, near - 1), fraction);
+  return loadBetween<Samples, kLength>(line, near, fraction);
 }
 
 /// The input less the fed-back tap, each with its own Q15 gain. Both have 30 fractional bits; 7 and then 8 are shifted

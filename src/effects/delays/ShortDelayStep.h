@@ -7,11 +7,12 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// One echo, read between the samples `near` and `beyond` (one older).
+/// One echo of the samples from `near` on.
 template <typename Samples>
-Samples echoOf(Samples near, Samples beyond, typename Samples::template Fraction<15> fraction,
+Samples echoOf(const std::int16_t* line, unsigned near, typename Samples::template Fraction<15> fraction,
                typename Samples::Gain level) {
-  const Samples tap = mul15(between(near, beyond, fraction), typename Samples::Gain(cofu::core::kFullScale));
+  const Samples echo = loadBetween<Samples, ShortDelayLaw::kLineLength>(line, near, fraction);
+  const Samples tap = mul15(echo, typename Samples::Gain(cofu::core::kFullScale));
   // Where rounding keeps the gain from making a sample smaller, one step towards zero does: the loop always dies out.
   return nearerZeroWhereEqual(mul15(tap, level), tap);
 }
@@ -30,10 +31,8 @@ void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
     const unsigned near = law.writeIndex - static_cast<unsigned>(law.time.value());
     const typename Samples::template Fraction<15> fraction(law.time.fraction());
     const typename Samples::Gain level(law.level.value());
-    outRight = sum(outRight, echoOf(loadFromRing<Samples, kLength>(line1, near),
-                                    loadFromRing<Samples, kLength>(line1, near - 1), fraction, level));
-    outLeft = sum(outLeft, echoOf(loadFromRing<Samples, kLength>(line2, near),
-                                  loadFromRing<Samples, kLength>(line2, near - 1), fraction, level));
+    outRight = sum(outRight, echoOf<Samples>(line1, near, fraction, level));
+    outLeft = sum(outLeft, echoOf<Samples>(line2, near, fraction, level));
   }
   outLeft.store(left);
   outRight.store(right);

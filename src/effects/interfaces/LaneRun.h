@@ -38,6 +38,16 @@ inline Samples loadFromRing(const std::int16_t* ring, unsigned position) {
   return loadAcrossEnd<Samples, kLength>(ring, start);
 }
 
+/// Samples from `near` on, each interpolated towards the one before it by `fraction`.
+template <typename Samples, unsigned kLength, typename Fraction>
+inline Samples loadBetween(const std::int16_t* ring, unsigned near, Fraction fraction) {
+  const unsigned before = (near - 1) & (kLength - 1);
+  if (before < kLength - Samples::kCount) [[likely]] {
+    return between(Samples::load(ring + before + 1), Samples::load(ring + before), fraction);
+  }
+  return between(loadFromRing<Samples, kLength>(ring, near), loadFromRing<Samples, kLength>(ring, before), fraction);
+}
+
 /// Writes samples from `position` on, as loadFromRing reads them.
 template <unsigned kLength, typename Samples>
 inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) {

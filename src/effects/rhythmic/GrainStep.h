@@ -15,7 +15,7 @@ Samples grainOf(const GrainShifterLaw& law, const std::int16_t* line) {
   constexpr unsigned kLength = GrainShifterLaw::kLineLength;
   const unsigned near = law.writeIndex - static_cast<unsigned>(law.delay >> 15);
   const typename Samples::template Fraction<15> fraction(fractionQ15(law.delay));
-  return between(loadFromRing<Samples, kLength>(line, near), loadFromRing<Samples, kLength>(line, near - 1), fraction);
+  return loadBetween<Samples, kLength>(line, near, fraction);
 }
 
 /// The next samples of both channels, in place. `record` tells how much of the input goes into line A, the rest going
