@@ -70,8 +70,7 @@ void makeShaker(Signal& signal, const Parameters& p, Dice dice) {
     gain *= p["slope"];
   }
   Signal direct = source;
-  Biquad::highPass(p["low"]).run(direct);
-  Biquad::lowPass(p["high"]).run(direct);
+  Biquad::runInTurn(direct, Biquad::highPass(p["low"]), Biquad::lowPass(p["high"]));
   mixInto(signal, direct, p["direct"]);
   addNoise(signal, Noise(dice, kShakerHissLayer, p["width"]),
            {p["low"], p["high"], 1, p["hiss"] * 0.25, {p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0}});

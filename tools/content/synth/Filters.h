@@ -27,6 +27,15 @@ class Biquad {
   /// Filters in place, from rest.
   void run(Signal& signal) const;
 
+  /// The same with several filters, one after the other. In one pass, because each sample waits for the one before in
+  /// its own filter alone.
+  template <typename... Filters>
+  static void runInTurn(Signal& signal, Filters... filters) {
+    for (double& sample : signal) {
+      ((sample = filters.next(sample)), ...);
+    }
+  }
+
  private:
   double b0 = 1.0, b1 = 0.0, b2 = 0.0, a1 = 0.0, a2 = 0.0;
   double z1 = 0.0, z2 = 0.0;

@@ -248,19 +248,22 @@ void addNoise(Signal& signal, Noise noise, const NoiseBand& band) {
   }
   const double low = std::clamp(band.low, 10.0, 18000.0);
   const double high = std::clamp(band.high, low * 1.05, 20000.0);
-  std::vector<Biquad> chain;
-  for (int i = 0; i < band.poles; ++i) {
-    chain.push_back(Biquad::highPass(low));
-    chain.push_back(Biquad::lowPass(high));
-  }
+  const Biquad highPass = Biquad::highPass(low);
+  const Biquad lowPass = Biquad::lowPass(high);
   const double gain = band.gain * std::sqrt(kNyquist / (high - low));
   Envelope envelope(band.shape);
-  for (double& sample : signal) {
-    double x = noise.next();
-    for (Biquad& filter : chain) {
-      x = filter.next(x);
+  // As many filters as the compiler knows of stay in registers.
+  const auto addThrough = [&](auto... filters) {
+    for (double& sample : signal) {
+      double x = noise.next();
+      ((x = filters.next(x)), ...);
+      sample += x * gain * envelope.next();
     }
-    sample += x * gain * envelope.next();
+  };
+  if (band.poles == 1) {
+    addThrough(highPass, lowPass);
+  } else {
+    addThrough(highPass, lowPass, highPass, lowPass);
   }
 }
 

@@ -84,7 +84,7 @@ void addModes(Signal& signal, std::span<const Mode> modes, const Glide& glide);
 struct NoiseBand {
   double low = 20.0;
   double high = 20000.0;
-  int poles = 2;  ///< Second-order sections at each edge, 1 to 4.
+  int poles = 2;  ///< Second-order sections at each edge, 1 or 2.
   double gain = 1.0;
   Shape shape{};
 };

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
+#include <span>
+#include <vector>
 
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"
@@ -14,6 +17,7 @@ namespace {
 
 constexpr double kEchoesPerSecond = 1400.0;
 constexpr double kFirstEcho = 0.003;
+constexpr double kLowest = 120.0;  ///< Hz: walls give back nothing below.
 
 /// A section of the tail: its end as a share of the tail's length, and its low-pass cut-off as a share of the first
 /// one.
@@ -25,6 +29,43 @@ constexpr std::array<Stretch, 3> kStretches{{{0.15, 1.0}, {0.45, 0.55}, {1.0, 0.
 struct Echo {
   double seconds, gain;
 };
+
+/// Taps lie in the order of their offsets.
+struct Tap {
+  std::size_t offset;  ///< Frames.
+  double gain;
+};
+
+/// Adds the source at each tap, to each sample in the order of the taps. Some samples go through all taps together, so
+/// that their sums stay in registers.
+void addTaps(Signal& signal, const Signal& source, std::span<const Tap> taps) {
+  using Pair = double __attribute__((vector_size(16)));
+  constexpr std::size_t kPairs = 8;
+  constexpr std::size_t kTogether = 2 * kPairs;
+  std::size_t start = 0;
+  const auto addLate = [&](const Tap& tap, std::size_t end) {
+    for (std::size_t frame = std::max(start, tap.offset); frame < end; ++frame) {
+      signal[frame] += source[frame - tap.offset] * tap.gain;
+    }
+  };
+  for (; start + kTogether <= signal.size(); start += kTogether) {
+    Pair sums[kPairs];
+    std::memcpy(sums, signal.data() + start, sizeof sums);
+    auto tap = taps.begin();
+    for (; tap != taps.end() && tap->offset <= start; ++tap) {
+      const double* const from = source.data() + (start - tap->offset);
+#pragma GCC unroll 8
+      for (std::size_t i = 0; i < kPairs; ++i) {
+        Pair samples;
+        std::memcpy(&samples, from + 2 * i, sizeof samples);
+        sums[i] += samples * tap->gain;
+      }
+    }
+    std::memcpy(signal.data() + start, sums, sizeof sums);
+    std::for_each(tap, taps.end(), [&](const Tap& late) { addLate(late, start + kTogether); });
+  }
+  std::for_each(taps.begin(), taps.end(), [&](const Tap& tap) { addLate(tap, signal.size()); });
+}
 
 /// Returns echoes at irregular times with falling levels, of total power 1.
 std::vector<Echo> echoesOf(double seconds, Random& dice) {
@@ -49,16 +90,15 @@ constexpr double kReflectionFall = 1.5;
 
 void addEarly(Signal& signal, Random own, const RoomSettings& room) {
   Signal source = signal;
-  Biquad::highPass(120.0).run(source);
-  Biquad::lowPass(room.bright).run(source);
+  Biquad::runInTurn(source, Biquad::highPass(kLowest), Biquad::lowPass(room.bright));
   constexpr double kApart = (kEarlyTo - kEarlyFrom) / kReflections;
-  for (int i = 0; i < kReflections; ++i) {
-    const std::size_t offset = framesOf(kEarlyFrom + (i + own.unit()) * kApart);
-    const double gain = room.early * factorOfDecibels(-kReflectionFall * i);
-    for (std::size_t frame = offset; frame < signal.size(); ++frame) {
-      signal[frame] += source[frame - offset] * gain;
-    }
+  std::array<Tap, kReflections> taps{};
+  for (std::size_t i = 0; i < taps.size(); ++i) {
+    const auto number = static_cast<double>(i);
+    taps[i] = {framesOf(kEarlyFrom + (number + own.unit()) * kApart),
+               room.early * factorOfDecibels(-kReflectionFall * number)};
   }
+  addTaps(signal, source, taps);
 }
 
 }  // namespace
@@ -71,19 +111,26 @@ void addRoom(Signal& signal, Random own, const RoomSettings& room) {
     return;
   }
   const std::vector<Echo> echoes = echoesOf(room.seconds, own);
-  Signal source = signal;
-  Biquad::highPass(120.0).run(source);
-  auto echo = echoes.begin();
-  for (const Stretch& stretch : kStretches) {
-    Signal dark = source;
-    Biquad::lowPass(room.bright * stretch.brightness).run(dark);
-    for (; echo != echoes.end() && echo->seconds < room.seconds * stretch.end; ++echo) {
-      const std::size_t offset = framesOf(echo->seconds);
-      const double gain = echo->gain * room.amount;
-      for (std::size_t i = offset; i < signal.size(); ++i) {
-        signal[i] += dark[i - offset] * gain;
-      }
+  Biquad high = Biquad::highPass(kLowest);
+  std::array<Biquad, kStretches.size()> low;
+  std::array<Signal, kStretches.size()> dark;
+  for (std::size_t i = 0; i < dark.size(); ++i) {
+    low[i] = Biquad::lowPass(room.bright * kStretches[i].brightness);
+    dark[i].resize(signal.size());
+  }
+  for (std::size_t frame = 0; frame < signal.size(); ++frame) {
+    const double x = high.next(signal[frame]);
+    for (std::size_t i = 0; i < dark.size(); ++i) {
+      dark[i][frame] = low[i].next(x);
     }
+  }
+  auto echo = echoes.begin();
+  for (std::size_t i = 0; i < dark.size(); ++i) {
+    std::vector<Tap> taps;
+    for (; echo != echoes.end() && echo->seconds < room.seconds * kStretches[i].end; ++echo) {
+      taps.push_back({framesOf(echo->seconds), echo->gain * room.amount});
+    }
+    addTaps(signal, dark[i], taps);
   }
 }
 

@@ -64,8 +64,7 @@ double loudnessOf(const Sound& sound) {
   std::vector<double> power(frames);
   for (const Signal& channel : sound) {
     Signal heard = channel;
-    Biquad::highPass(60.0, 0.5).run(heard);
-    Biquad::highShelf(1700.0, 4.0).run(heard);
+    Biquad::runInTurn(heard, Biquad::highPass(60.0, 0.5), Biquad::highShelf(1700.0, 4.0));
     for (std::size_t i = 0; i < frames; ++i) {
       power[i] += heard[i] * heard[i] / static_cast<double>(sound.size());
     }
