@@ -1,8 +1,9 @@
 // A struck bronze plate: hats, cymbals, gongs. Hundreds of modes, of which the high ones start late and decay first,
-// noise where modes lie too close to be told apart, and the click of the stick.
+// one deep mode that leads them, noise where modes lie too close to be told apart, and the click of the stick.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "content/models/Models.h"
 #include "content/synth/Math.h"
@@ -20,6 +21,21 @@ constexpr double kTiltCentre = 3000.0;
 
 /// A bell's partials relative to its lowest.
 constexpr std::array<double, 6> kBellRatios{1.0, 1.58, 2.24, 2.92, 3.66, 4.57};
+
+/// Makes the loud modes louder and the soft ones softer, at the same power. What the stick and the microphone reach of
+/// a mode depends on its nodes at both places, so that a few modes ring above all others.
+void makeUneven(std::vector<Mode>& modes, double amount) {
+  double before = 0.0;
+  double after = 0.0;
+  for (Mode& mode : modes) {
+    before += mode.gain * mode.gain;
+    mode.gain *= power(std::max(std::abs(mode.gain), 1e-9), amount);
+    after += mode.gain * mode.gain;
+  }
+  for (Mode& mode : modes) {
+    mode.gain *= std::sqrt(before / after);
+  }
+}
 
 std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {
   std::vector<Mode> modes;
@@ -47,6 +63,12 @@ std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {
       twin.gain *= dice.shared.between(0.5, 1.0);
       modes.push_back(twin);
     }
+  }
+  if (p["uneven"] > 0.0) {
+    makeUneven(modes, p["uneven"]);
+  }
+  if (p["lead"] > 0.0) {
+    modes.push_back({.hertz = p["leadhz"], .gain = p["lead"] * 0.2, .t60 = p.seconds("leadms"), .attack = 0.0003});
   }
   for (const double ratio : kBellRatios) {
     const double hertz = p["bellhz"] * ratio;
@@ -79,6 +101,10 @@ Model plateModel() {
            {"modes", {160}, 8, 1600},
            {"split", {0}, 0, 60},
            {"density", {1.5}, 0.5, 4},
+           {"uneven", {0}, 0, 3},
+           {"lead", {0}, 0, 5},
+           {"leadhz", {400}, 60, 4000},
+           {"leadms", {1500}, 10, 15000},
            {"tilt", {0}, -18, 18},
            {"t60", {1500}, 10, 15000},
            {"damphz", {4000}, 200, 40000},
