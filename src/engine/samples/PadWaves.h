@@ -26,7 +26,7 @@ class PadWaves {
   const PcmPool& pool() const { return memory; }
 
   /// Reads a wave into the pad's spare memory, so that `take` has only to exchange both. Waits for the disk: any thread
-  /// but the audio thread, also during the other calls, and with no lock held that a block takes.
+  /// but the audio thread, also during the other calls.
   void fetch(std::size_t pad, std::int32_t wave);
 
   /// The pad has no wave from now on.

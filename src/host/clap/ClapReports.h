@@ -61,7 +61,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
     isCallWanted = true;
   }
 
-  /// Asks the host for a call of `onMainThread` if something waits for it. With no lock held; audio thread too.
+  /// Asks the host for a call of `onMainThread` if something waits for it. The host may wait in it; audio thread too.
   void askForCall() SIVRAY_NONBLOCKING;
 
   /// Tells the host what waits for its main thread. Main thread.

@@ -39,8 +39,8 @@ class BramelInstrumentHostCallback {
   virtual void soundChanged() SIVRAY_NONBLOCKING {}
 };
 
-/// Reports to the editor, called with the instrument's main lock held. The marked operations come on the audio thread,
-/// in every block, and on the thread of whoever flushes: the receiver queues and returns.
+/// Reports to the editor, one at a time; the audio waits for each. The marked operations come on the audio thread, in
+/// every block, and on the thread of whoever flushes: the receiver queues and returns.
 class BramelInstrumentUICallback {
  public:
   virtual ~BramelInstrumentUICallback() = default;

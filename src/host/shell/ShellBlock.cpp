@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "core/EngineRate.h"
 #include "registers/DenormalGuard.h"
@@ -140,7 +141,9 @@ void ShellBlock::process(float** inputs, std::span<float*> outputs, std::int32_t
   if (frames != 0 && !hasNull(given)) {
     copyInputs(given, outputs.data(), frames);
   }
+  const MainLock* const outer = std::exchange(blockLock, &lock);  // Of a host that calls from inside a block.
   converter.processOuts(given, outputs, frames);
+  blockLock = outer;
 }
 
 void ShellBlock::onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
@@ -170,7 +173,6 @@ void ShellBlock::runBlock(float** inputs, std::span<float*> outputs, std::int32_
     }
     return;
   }
-  isInBlock = true;
   takeWrites();
   vimo::ProcessBlock block;
   block.inputs = inputs;
@@ -190,7 +192,6 @@ void ShellBlock::runBlock(float** inputs, std::span<float*> outputs, std::int32_
     midiOut.clear();
   });
   reportChanges();
-  isInBlock = false;
 }
 
 void ShellBlock::takeWrites() {
@@ -239,7 +240,7 @@ void ShellBlock::reportChanges() {
     hasSelected = false;
     parameters.cache.refresh(core.processor->controller());
   }
-  core.tellEditor([this](BramelInstrumentUICallback& editor) {
+  core.tellEditor(*blockLock, [this](BramelInstrumentUICallback& editor) {
     latest.forEach([&editor](std::size_t id) { editor.parameterChanged(id); });
     editor.releaseUpdates();
     editor.holdUpdates();
@@ -256,10 +257,12 @@ void ShellBlock::tellSounds() {
   }
 }
 
-void ShellBlock::flush(const MainLock& /*lock*/) {
+void ShellBlock::flush(const MainLock& lock) {
   // A listener that asks for a value inside a block must not start another one.
-  if (!isInBlock) {
+  if (blockLock == nullptr) {
+    blockLock = &lock;
     runBlock(nullptr, {}, 0);
+    blockLock = nullptr;
   }
 }
 

@@ -73,10 +73,10 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   vimo::TimedValueRing automationRing{4096};
   vimo::TimedValueRing notificationRing{1024};
   ChangeList latest;
-  bool takesInput = false;   ///< The engine has inputs.
-  bool hasSelected = false;  ///< The block has selected a program.
-  bool isInBlock = false;
-  bool isSilent = false;  ///< What the converter got last.
+  bool takesInput = false;              ///< The engine has inputs.
+  bool hasSelected = false;             ///< The block has selected a program.
+  const MainLock* blockLock = nullptr;  ///< Of the block that runs; null between blocks.
+  bool isSilent = false;                ///< What the converter got last.
 };
 
 }  // namespace tesh::bramel::vst

@@ -17,16 +17,19 @@ struct ShellCore {
   ShellCore(const BramelInstrument& instrument, std::unique_ptr<BramelInstrument::Processor> engine)
       : owner(instrument), processor(std::move(engine)) {}
 
-  /// Calls `action` on the editor's or the host's side, or does nothing if that side is gone. Without `mainMutex` only
-  /// as long as nobody sets the callbacks.
+  /// Calls `action` on the editor's or the host's side, or does nothing if that side is gone. The host's side is set
+  /// before there is anything to tell.
   template <typename Action>
-  void tellEditor(Action action) const {
+  void tellEditor(const MainLock& /*lock*/, Action action) const {
     tell(uiCallback, action);
   }
   template <typename Action>
   void tellHost(Action action) const {
     tell(hostCallback, action);
   }
+
+  /// Files are read and written from here on: no block may be waiting for the caller.
+  void assertMayWait() const { assert(!mainMutex.isHeldHere()); }
 
   /// Reads from the disk what a change that is about to come needs, so that the block which takes it finds everything
   /// in memory. `collect(processor, coming, lock)` tells what that is; the reading is done without the main lock. Does
@@ -36,7 +39,7 @@ struct ShellCore {
     if (!processor || audioThreads.include()) {
       return;
     }
-    assert(!mainMutex.isHeldHere());  // Blocks would wait for the disk.
+    assertMayWait();
     vimo::ComingValues coming;
     {
       const MainLock lock(mainMutex);

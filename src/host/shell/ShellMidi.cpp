@@ -77,7 +77,7 @@ ShortMessage ShellMidi::take(const ShortMessage& message, std::int32_t deltaFram
 void ShellMidi::takeShort(const ShortMessage& message, std::int32_t deltaFrames, const MainLock& lock) {
   const ShortMessage taken = take(message, deltaFrames, lock);
   const auto bytes = taken.bytes();
-  core.tellEditor([&](BramelInstrumentUICallback& editor) { editor.midiReceived(bytes.data(), taken.size); });
+  core.tellEditor(lock, [&](BramelInstrumentUICallback& editor) { editor.midiReceived(bytes.data(), taken.size); });
 }
 
 void ShellMidi::takeWhole(std::span<const std::uint8_t> message, std::int32_t deltaFrames, const MainLock& lock) {
@@ -87,7 +87,8 @@ void ShellMidi::takeWhole(std::span<const std::uint8_t> message, std::int32_t de
     return;
   }
   take(beginning, deltaFrames, lock);
-  core.tellEditor([&](BramelInstrumentUICallback& editor) { editor.midiReceived(message.data(), message.size()); });
+  core.tellEditor(lock,
+                  [&](BramelInstrumentUICallback& editor) { editor.midiReceived(message.data(), message.size()); });
 }
 
 void ShellMidi::sendFromKeyboard(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) {

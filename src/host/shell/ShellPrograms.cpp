@@ -54,6 +54,7 @@ template <typename Change, typename Report>
 void ShellPrograms::changeBanks(Effect effect, Change change, Report report, const FileLock& fileLock) {
   static std::mutex oneInstanceMutex;  // Of those in this process, from reading the file to writing it.
   const std::lock_guard oneInstance(oneInstanceMutex);
+  core.assertMayWait();
   vimo::ProgramShelf& shelf = controller().programs();
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
   const auto ofOthers = vimo::readProgramsOfOthers(readFile(path), shelf);
@@ -67,7 +68,7 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
   const ForeignPrograms foreign = ofOthers ? takeOver(*ofOthers, fileLock) : ForeignPrograms{};
   writeUserPrograms(path, effect, fileLock);
   const MainLock lock(core.mainMutex);
-  core.tellEditor([&](BramelInstrumentUICallback& editor) {
+  core.tellEditor(lock, [&](BramelInstrumentUICallback& editor) {
     if (!foreign.gone.empty()) {
       editor.programDeleted(nameOf(Bank::user), foreign.gone.data(), foreign.gone.size());
     }
@@ -105,7 +106,7 @@ void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, co
   const vimo::ProgramDatabase& programs = *controller().programs().database(Bank::user);
   const auto file = vimo::makeUserProgramFile(programs);
   // At last the user's wish is done without a copy.
-  isFileWritten = (isSafe || isLastTry) && writeFile(path, file.data(), file.size());
+  isFileWritten = (isSafe || retry(fileLock).isLast) && writeFile(path, file.data(), file.size());
   if (isFileWritten) {
     inFile = vimo::printsOf(programs);
   } else {
@@ -114,10 +115,11 @@ void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, co
 }
 
 /// Virus scanners hold a new file open for a moment, and the panel's thread must not wait for them.
-void ShellPrograms::writeAgainSoon(Effect effect, const FileLock& /*fileLock*/) {
-  waitingEffect = isWriterRunning ? std::max(waitingEffect, effect) : effect;
-  if (!isWriterRunning) {
-    isWriterRunning = true;
+void ShellPrograms::writeAgainSoon(Effect effect, const FileLock& fileLock) {
+  Retry& next = retry(fileLock);
+  next.effect = next.isRunning ? std::max(next.effect, effect) : effect;
+  if (!next.isRunning) {
+    next.isRunning = true;
     writer = std::jthread([this](const std::stop_token& stop) { writeAgain(stop); });  // The last one needs no lock.
   }
 }
@@ -135,15 +137,15 @@ void ShellPrograms::writeAgain(const std::stop_token& stop) {
       onlyStops.wait_for(lock, stop, pause, [] { return false; });
     }
     const FileLock fileLock(fileMutex);
-    isLastTry = tries == kTries || stop.stop_requested();
+    Retry& now = retry(fileLock);
+    now.isLast = tries == kTries || stop.stop_requested();
     if (!isFileWritten) {
       changeBanks(
-          waitingEffect, [](vimo::ProgramShelf&, const MainLock&) { return true; },
+          now.effect, [](vimo::ProgramShelf&, const MainLock&) { return true; },
           [](BramelInstrumentUICallback&, std::size_t) {}, fileLock);
     }
-    if (isFileWritten || isLastTry) {
-      isLastTry = false;
-      isWriterRunning = false;
+    if (isFileWritten || now.isLast) {
+      now = {};
       return;
     }
   }
@@ -194,7 +196,7 @@ void ShellPrograms::setProgram(Bank bank, std::uint64_t index, Origin origin) {
   postProgramChange({index, bank}, lock);
   block.flush(lock);
   parameters.cache.refresh(controller());
-  core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
+  core.tellEditor(lock, [](BramelInstrumentUICallback& editor) { editor.programChanged(); });
   lock.unlock();  // The host hears of every parameter, which may take long.
   core.tellHost([origin](BramelInstrumentHostCallback& host) {
     host.programChanged(origin);
@@ -286,6 +288,7 @@ void ShellPrograms::importFrom(const std::string& path) {
   if (!core.processor) {
     return;
   }
+  core.assertMayWait();
   const std::vector<std::uint8_t> file = readChosenFile(path);
   const auto image = vimo::readExportedPrograms(file, core.processor->instrumentName());
   std::vector<std::uint64_t> added;
@@ -368,7 +371,7 @@ bool ShellPrograms::setState(const void* data, std::size_t size) {
   processor.generator().activate();
   block.flush(lock);
   parameters.cache.refresh(processor.controller());
-  core.tellEditor([](BramelInstrumentUICallback& editor) { editor.programChanged(); });
+  core.tellEditor(lock, [](BramelInstrumentUICallback& editor) { editor.programChanged(); });
   return isRestored;
 }
 

@@ -63,6 +63,13 @@ class ShellPrograms {
     std::vector<std::uint64_t> gone;
     std::vector<std::uint64_t> added;
   };
+  /// How the file is to be written by `writer`, while that runs.
+  struct Retry {
+    Effect effect = Effect::adds;
+    bool isRunning = false;
+    bool isLast = false;
+  };
+  Retry& retry(const FileLock& /*fileLock*/) { return ownRetry; }
   template <typename Change, typename Report>
   void changeBanks(Effect effect, Change change, Report report);
   template <typename Change, typename Report>
@@ -79,10 +86,7 @@ class ShellPrograms {
   std::mutex fileMutex;
   vimo::ProgramPrints inFile;              ///< What the user's program file held when it was last read or written.
   std::atomic<bool> isFileWritten = true;  ///< The user's file holds what the user's bank holds.
-  /// With `fileMutex` held: how the file is to be written by `writer`, while that runs.
-  Effect waitingEffect = Effect::adds;
-  bool isWriterRunning = false;
-  bool isLastTry = false;
+  Retry ownRetry;
   std::jthread writer;  ///< Ends first: it uses everything above.
 };
 

@@ -1,6 +1,6 @@
 // The paths of all files that the instrument reads or writes, by string keys. Paths are UTF-8 with a backslash as
 // separator on every operating system; the platform layer replaces it by the system's own. Any thread but the audio
-// thread.
+// thread; files are waited for.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -51,11 +51,11 @@ std::string joinPath(std::string_view base, std::string_view relative);
 bool fileExists(const std::string& path);
 
 /// The whole file; empty if it cannot be read, is not a regular file, or is larger than 64 MiB. Never waits for another
-/// process. The caller must not hold a lock that the audio thread takes.
+/// process.
 std::vector<std::uint8_t> readFile(const std::string& path);
 
 /// Replaces the file in one step, or creates it. Follows a symbolic link and keeps the old file's permissions. False on
-/// failure, which leaves the old file unchanged. The caller must not hold a lock that the audio thread takes.
+/// failure, which leaves the old file unchanged.
 bool writeFile(const std::string& path, const void* data, std::size_t size);
 
 /// The same for a path from a file dialog, in which a backslash may be part of a name.

@@ -1,4 +1,5 @@
-// Dated copies of the user's program file, beside it: how the file was before a change that takes something away.
+// Dated copies of the user's program file, beside it: how the file was before a change that takes something away. Any
+// thread but the audio thread; files are waited for.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +24,7 @@ inline constexpr std::size_t kMostProgramFileCopies = 10;
 CopyTime copyTimeNow();
 
 /// Copies `file` as it is on the disk. A file that is missing needs no copy, nor does one with the bytes of the newest
-/// copy. False if the copy could not be written. No lock that the audio thread takes may be held, here and below.
+/// copy. False if the copy could not be written.
 bool keepProgramFileCopy(const std::string& file, CopyTime now);
 
 /// The copies of `file`, the newest first.
