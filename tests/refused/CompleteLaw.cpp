@@ -22,8 +22,8 @@ struct CompleteLaw {
   void derive();
   void step(const Settings& to, std::int16_t& left, std::int16_t& right);
   bool fitsLanes(const Settings& to) const;
-  static unsigned runBaseline(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
-  static unsigned runAvx2(CompleteLaw& law, std::int16_t* left, std::int16_t* right, unsigned count);
+  static const RunInLanes<CompleteLaw> runBaseline;
+  static const RunInLanes<CompleteLaw> runAvx2;
   bool isSilent(unsigned count) const;
   void skip(const Settings& to, unsigned count);
 

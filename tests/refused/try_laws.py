@@ -15,7 +15,7 @@ LANES = (HERE.parent.parent / "src/effects/interfaces/OneSample.h").read_text().
 CASES = [
     (" kParts{", " kPart{", "kParts"), (".sleeps", ".sleep", "sleep"), (" step(", " steps(", "Steps"),
     (" aim(", " aims(", "aims"), (" eachSmoothed(", " eachSmooth(", "glides"), (" derive(", " derives(", "derives"),
-    (" fitsLanes(", " fitLanes(", "lanes"), (" runBaseline(", " runSSE2(", "lanes"), (" runAvx2(", " runAVX2(", "lanes"),
+    (" fitsLanes(", " fitLanes(", "lanes"), (" runBaseline;", " runSSE2;", "lanes"), (" runAvx2;", " runAVX2;", "lanes"),
     (" isSilent(", " isSilence(", "sleeps"), (" skip(", " skips(", "sleeps"),
     (" kRequiredSamples ", " kSamples ", "kRequiredSamples"), (" kLineLength ", " kLength ", "kLineLength"),
     (" writeIndex ", " writeAt ", "writeIndex"),
@@ -23,7 +23,7 @@ CASES = [
     (".glides = true, ", "", "glides"), ("baselineAndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
     # A part has another type.
     ("bool isSilent(unsigned count) const", "bool isSilent() const", "sleeps"),
-    ("static unsigned runAvx2", "static void runAvx2", "lanes"),
+    ("RunInLanes<CompleteLaw> runAvx2", "int runAvx2", "lanes"),
     # Two parts of which a law may have one.
     ("  void derive();", "  void derive();\n  void glide(const Settings& to, bool immediate);\n"
      "  bool restsAt(const Settings& to, bool immediate) const;", "glides"),

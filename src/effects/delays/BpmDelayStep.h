@@ -46,7 +46,7 @@ void stepAs(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right) {
 
 /// A run in lanes, after which the taps are those of its last sample.
 template <typename Samples>
-unsigned runDelay(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned runDelay(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING {
   const unsigned done = runLanes<Samples>(law, left, right, count);
   law.taps = law.lastTaps();
   return done;

@@ -84,9 +84,7 @@ bool BpmSyncDelayLaw::fitsLanes(const Settings& now) const {
   return time >> 12 == now.time && age >= kMostLanes && age < kLineLength - 1 && taps == lastTaps();
 }
 
-unsigned BpmSyncDelayLaw::runBaseline(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runDelay<Samples128>(law, left, right, count);
-}
+const RunInLanes<BpmSyncDelayLaw> BpmSyncDelayLaw::runBaseline = runDelay<Samples128>;
 
 void BpmSyncDelayLaw::skip(const Settings& to, unsigned count) {
   moveToRest(time, count, [&to](std::int32_t& moved) { moved = nextTime(moved, to.time); });

@@ -42,8 +42,8 @@ struct BpmSyncDelayLaw {
   void reset(const Settings& now) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& now) const SIVRAY_NONBLOCKING;
-  static RunInLanes<BpmSyncDelayLaw> runBaseline;
-  static RunInLanes<BpmSyncDelayLaw> runAvx2;
+  static const RunInLanes<BpmSyncDelayLaw> runBaseline;
+  static const RunInLanes<BpmSyncDelayLaw> runAvx2;
 
   /// The taps as they were read after the last sample, if time and feedback rest since then.
   Taps lastTaps() const SIVRAY_NONBLOCKING;

@@ -35,9 +35,7 @@ void ShortDelayLaw::step(const Settings&, std::int16_t& left, std::int16_t& righ
   stepAs<OneSample>(*this, &left, &right);
 }
 
-unsigned ShortDelayLaw::runBaseline(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<Samples128>(law, left, right, count);
-}
+const RunInLanes<ShortDelayLaw> ShortDelayLaw::runBaseline = runLanes<Samples128>;
 
 template class TwoKnobEffect<ShortDelayLaw>;
 

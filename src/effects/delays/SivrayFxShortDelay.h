@@ -25,8 +25,8 @@ struct ShortDelayLaw {
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& now) const { return now.level == 0 || now.time >= kMostLanes; }
-  static RunInLanes<ShortDelayLaw> runBaseline;
-  static RunInLanes<ShortDelayLaw> runAvx2;
+  static const RunInLanes<ShortDelayLaw> runBaseline;
+  static const RunInLanes<ShortDelayLaw> runAvx2;
 
   static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {

@@ -6,7 +6,6 @@
 #include <type_traits>
 
 #include "effects/dynamics/SivrayFxCompressor.h"
-#include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/WordLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {

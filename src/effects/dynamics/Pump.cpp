@@ -15,9 +15,7 @@ Pump::Settings Pump::settingsOf(const Knobs& knobs) {
 
 void Pump::step(const Settings&, std::int16_t& left, std::int16_t& right) { stepBeat(*this, left, right); }
 
-unsigned Pump::runBaseline(Pump& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runBeat<Samples128>(law, left, right, count);
-}
+const RunInLanes<Pump> Pump::runBaseline = runBeat<Samples128>;
 
 void Pump::skip(const Settings&, unsigned count) { skipBeat(*this, count); }
 

@@ -42,8 +42,8 @@ struct Pump {
   void aim(const Settings& to, bool) { now = to; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings& to) const { return gain.fitsLanes(to.level); }
-  static RunInLanes<Pump> runBaseline;
-  static RunInLanes<Pump> runAvx2;
+  static const RunInLanes<Pump> runBaseline;
+  static const RunInLanes<Pump> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }

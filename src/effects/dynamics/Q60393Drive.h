@@ -38,7 +38,7 @@ struct Q60393Drive {
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<Q60393Drive> runAvx2;
+  static const RunInLanes<Q60393Drive> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return preEmphasis.isZero() && lastOutput.isZero(); }

@@ -4,7 +4,6 @@
 
 #include "core/FixedPoint.h"
 #include "effects/dynamics/CompressorStep.h"
-#include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/OneLong.h"
 

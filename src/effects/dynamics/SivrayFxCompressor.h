@@ -1,11 +1,70 @@
-// "Compressor": the compressor for single sounds, with a wide range of sensitivity.
+// "Compressor" for single sounds, with a wide range of sensitivity, and "Master Compressor" for a whole mix, with a low
+// and narrow one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/dynamics/CompressorGain.h"
+#include <algorithm>
+#include <cstdint>
+
+#include "core/FixedPoint.h"
+#include "effects/interfaces/Silence.h"
+#include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
+
+/// Models a feedback compressor: gain += rise - gain * envelope. One detector serves both channels, so that the stereo
+/// image stays.
+struct CompressorGain {
+  /// Takes the mean off one channel, whose samples have up to 15 more bits here. CompressorStep.h moves it.
+  struct DcBlock {
+    std::int64_t previousInput = 0;
+    std::int64_t highpass = 0;  ///< -kLimit to kLimit.
+
+    static constexpr std::int32_t kLimit = 1073741823;
+
+    /// What the output keeps per sample, Q15: 0.9922, a corner of 55 Hz.
+    static constexpr std::int32_t kKept = 32512;
+
+    bool isSilent() const { return previousInput == 0 && highpass == 0; }
+    bool operator==(const DcBlock&) const = default;
+  };
+
+  DcBlock left;
+  DcBlock right;
+  std::int32_t peak = 0;
+  std::int32_t envelope = 0;
+  std::int32_t gain = 0;  ///< Q15.
+
+  std::int32_t rise = 0;  ///< What the gain gains per sample.
+
+  /// Sets the rise for a sensitivity in Q15: the more sensitive, the lower the gain. The only division.
+  void setSens(std::int32_t sens) {
+    constexpr std::int32_t kRiseAtFullSens = 16;
+    rise = kOneQ15 / std::max(sens, 1) * kRiseAtFullSens;
+  }
+
+  /// Moves the gain (0 to 32767) by a sample whose louder channel has this magnitude behind the DC blocks. `attack` is
+  /// the envelope's smoothing per sample, Q15.
+  void follow(std::int32_t louder, std::int32_t attack) {
+    using namespace cofu::core;
+    constexpr std::int32_t kPeakKept = 32674;  // Q15: 0.9971 per sample, a time constant of 348 samples (8 ms).
+    constexpr std::int32_t kEnvelopeTop = 2147483647;
+    peak = std::max(louder, (peak >> 15) * kPeakKept);
+    envelope += ((peak >> 15) - (envelope >> 15)) * attack;
+    gain = std::min(mul15((kEnvelopeTop - envelope) >> 16, gain) + rise, kFullScale);
+  }
+
+  /// Whether both channels are silent. Envelope and gain may still move.
+  bool isSilent() const { return left.isSilent() && right.isSilent(); }
+
+  /// `count` samples of silence after silence.
+  void skip(unsigned count, std::int32_t attack) {
+    moveToRest(*this, count, [attack](CompressorGain& moved) { moved.follow(0, attack); });
+  }
+
+  bool operator==(const CompressorGain&) const = default;
+};
 
 /// What both compressors share: the sensitivity glides, the attack changes at once.
 struct CompressorParts {
@@ -38,12 +97,34 @@ struct CompressorLaw : CompressorParts {
   /// Starts from silence: the gain comes up, and the sensitivity too.
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
-  static RunInLanes<CompressorLaw> runAvx2;
+  static const RunInLanes<CompressorLaw> runAvx2;
 };
 
 extern template class TwoKnobEffect<CompressorLaw>;
 
 /// Edit1 is the sensitivity, Edit2 the attack.
 class SivrayFxCompressor : public TwoKnobEffect<CompressorLaw> {};
+
+struct SivrayFxStereoCompressor {
+  /// Edit1 is the sensitivity, Edit2 the attack.
+  struct StereoCompressorImpl : CompressorParts {
+    static constexpr LawParts kParts{.start = Knobs{50, 0},
+                                     .resetTakesPending = true,
+                                     .aims = true,
+                                     .glides = true,
+                                     .derives = true,
+                                     .lanes = LaneParts::avx2,
+                                     .sleeps = true};
+
+    static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+
+    /// Starts from silence. The DC blocks keep their outputs.
+    void reset(const Settings&) SIVRAY_NONBLOCKING;
+    void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+    static const RunInLanes<StereoCompressorImpl> runAvx2;
+  };
+};
+
+extern template class TwoKnobEffect<SivrayFxStereoCompressor::StereoCompressorImpl>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <memory>
+
+#include "effects/dynamics/Kilnode.h"
 #include "effects/interfaces/FastEffectAdapter.h"
+#include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/SivrayFx.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -10,24 +14,33 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// "Kiln Force": Edit1 is the gain of the tube; Edit2 has no use. It sleeps through silence.
 class SivrayFxKilnode : public SivrayFx {
  public:
-  SivrayFxKilnode();
-
   void process(StereoBlock& block, unsigned count) override { adapter.processInt16(block, block, count); }
   bool skip(unsigned) override { return adapter.isAsleep(); }
 
   /// Index 2 is masked to 7 bits and given back; other indices give 0.
-  int setParameter(unsigned index, int value) override;
+  int setParameter(unsigned index, int value) override {
+    if (index != kEdit1) {
+      return 0;
+    }
+    const int knob = knobOf(value);
+    adapter.setParameter(0, static_cast<float>(knob) * kKnobToUnit);
+    return knob;
+  }
 
   /// The tube keeps no sound; its smoothed values keep moving to their targets.
   void reset() override {}
 
   /// Immediate mode puts the smoothed values on their targets once.
-  void setImmediate(bool on) override;
+  void setImmediate(bool on) override {
+    if (on) {
+      adapter.reset();
+    }
+  }
 
   void notify(int) override {}
 
  private:
-  vimo::FastEffectAdapter adapter;
+  vimo::FastEffectAdapter adapter{std::make_unique<fxkit::Kilnode>()};
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -48,7 +48,7 @@ struct CombFilter {
   void derive() SIVRAY_NONBLOCKING;
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
   bool fitsLanes(const Settings&) const { return wholeDelay >= kLanes; }
-  static RunInLanes<CombFilter> runAvx2;
+  static const RunInLanes<CombFilter> runAvx2;
 
   static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {
@@ -56,6 +56,10 @@ struct CombFilter {
            isZeroBefore(right.line.data(), kLineLength, write, count);
   }
   void skip(const Settings&, unsigned count) { moveIndices(count); }
+  void moveIndices(std::size_t count) {
+    write = (write + count) & (kLineLength - 1);
+    read = (write - wholeDelay) & (kLineLength - 1);
+  }
 
   std::int64_t delay = 0;
   std::int64_t feedback = 0;
@@ -67,10 +71,6 @@ struct CombFilter {
   Channel right;
 
  private:
-  void moveIndices(std::size_t count) {
-    write = (write + count) & (kLineLength - 1);
-    read = (write - wholeDelay) & (kLineLength - 1);
-  }
   void stepChannel(Channel& channel, std::int16_t& sample) const;
 };
 

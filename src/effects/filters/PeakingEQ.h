@@ -40,7 +40,7 @@ struct PeakingEQ {
   static void stepSide(const Settings& to, Memory& memory, std::int16_t& sample) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { now = to; }
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<PeakingEQ> runAvx2;
+  static const RunInLanes<PeakingEQ> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return left == Memory{} && right == Memory{}; }

@@ -32,7 +32,7 @@ struct TalkingModulatorLaw {
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<TalkingModulatorLaw> runAvx2;
+  static const RunInLanes<TalkingModulatorLaw> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return Registers::isZero(band) && Registers::isZero(low); }

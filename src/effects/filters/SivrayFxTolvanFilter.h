@@ -66,8 +66,15 @@ struct TolvanLaw : TolvanFilter {
 
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  static RunInLanes<TolvanLaw> runAvx2;
+  static const RunInLanes<TolvanLaw> runAvx2;
 };
+
+template <>
+const RunInLanes<TolvanLaw<TolvanMode::kLowpass>> TolvanLaw<TolvanMode::kLowpass>::runAvx2;
+template <>
+const RunInLanes<TolvanLaw<TolvanMode::kHighpass>> TolvanLaw<TolvanMode::kHighpass>::runAvx2;
+template <>
+const RunInLanes<TolvanLaw<TolvanMode::kBandpass>> TolvanLaw<TolvanMode::kBandpass>::runAvx2;
 
 extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kLowpass>>;
 extern template class TwoKnobEffect<TolvanLaw<TolvanMode::kHighpass>>;

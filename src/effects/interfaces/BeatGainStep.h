@@ -65,7 +65,8 @@ void stepBeat(Law& law, std::int16_t& left, std::int16_t& right) {
 
 /// A run of at most `kControlGrid` samples while the level rests, in place.
 template <typename Samples, typename Law>
-[[gnu::flatten]] unsigned runBeat(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runBeat(Law& law, std::int16_t* left, std::int16_t* right,
+                                  unsigned count) SIVRAY_NONBLOCKING {
   const unsigned whole = count - count % Samples::kCount;
   std::int16_t openings[kControlGrid];
   followBeat<Samples>(law, openings, whole);

@@ -83,20 +83,19 @@ concept DerivingLaw = requires(Law law) { law.derive(); };
 
 /// Runs as many of the samples as fill whole registers, in place, and returns their number.
 template <typename Law>
-using RunInLanes = unsigned(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
-
-template <auto run, typename Law>
-concept RunsLanes = requires(Law& law, std::int16_t* samples, unsigned count) {
-  { run(law, samples, samples, count) } -> std::same_as<unsigned>;
-};
+using RunInLanes = unsigned (*)(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
 /// Runs in lanes while its values rest. What is left of a run goes to shorter registers, and what is left by those to
 /// the step.
 template <typename Law>
-concept LaneLaw = requires(const Law& law, const typename Law::Settings& to) {
+concept LaneLaw = requires(Law& law, const Law& resting, const typename Law::Settings& to, std::int16_t* samples) {
   /// Whether no feedback is shorter than 16 samples and all else rests too.
-  { law.fitsLanes(to) } -> std::same_as<bool>;
-} && RunsLanes<Law::runAvx2, Law> && (Law::kParts.lanes == LaneParts::avx2 || RunsLanes<Law::runBaseline, Law>);
+  { resting.fitsLanes(to) } -> std::same_as<bool>;
+  { Law::runAvx2(law, samples, samples, 1U) } -> std::same_as<unsigned>;
+  requires Law::kParts.lanes == LaneParts::avx2 || requires {
+    { Law::runBaseline(law, samples, samples, 1U) } -> std::same_as<unsigned>;
+  };
+};
 
 /// Answers silence with silence once its memory is zero. Then the frame skips silent blocks while the settings rest.
 template <typename Law>

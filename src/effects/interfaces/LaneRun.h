@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "effects/interfaces/SampleLanes.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -62,7 +63,8 @@ inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) 
 /// Moves the law on by as many samples as fill whole registers, in place, with `stepAs<Samples>(law, left, right)`.
 /// Returns their number. Works on a copy of the law, so that the compiler keeps gains and positions in registers.
 template <lanes::SampleKind Samples, typename Law>
-[[gnu::flatten]] unsigned runLanes(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runLanes(Law& law, std::int16_t* left, std::int16_t* right,
+                                   unsigned count) SIVRAY_NONBLOCKING {
   Law now = law;
   unsigned done = 0;
   for (; done + Samples::kCount <= count; done += Samples::kCount) {

@@ -215,11 +215,12 @@ inline OneSample nearerZeroWhereEqual(OneSample a, OneSample b) {
 static_assert(SampleKind<OneSample>);
 
 /// Words as samples, limited to -32767 .. 32767. In registers the samples fill one of half the width.
-struct TwoSamples {
-  OneSample first;
-  OneSample second;
+template <typename Samples>
+struct Two {
+  Samples first;
+  Samples second;
 };
-inline TwoSamples saturatedSamples(OneWord a, OneWord b) {
+inline Two<OneSample> saturatedSamples(OneWord a, OneWord b) {
   return {{cofu::core::saturate(a.v)}, {cofu::core::saturate(b.v)}};
 }
 

@@ -8,7 +8,7 @@
 //   - the law's `step`, with OneSample: it serves while a value glides, where feedback is too short, and for the rest
 //     of a block;
 //   - the law's `runBaseline`, in the law's source file;
-//   - the law's `runAvx2`, in the room's source file for AVX2.
+//   - the law's `runAvx2`, in EffectsAvx2.cpp.
 // The latter includes all templates between the marks of core/VectorCode.h, with Lanes256.h first. What they share with
 // other files it includes before the marks: OneSample.h, Registers128.h and the headers of the laws. Therefore a law's
 // header must include neither a template nor LaneRun.h nor this. Operations are templates outside of their class: GCC
@@ -185,15 +185,8 @@ SamplesIn<R> nearerZeroWhereEqual(SamplesIn<R> a, SamplesIn<R> b) {
   return {R::nearerZero16(a.v, R::equal16(a.v, b.v))};
 }
 
-/// The result of `saturatedSamples` for two registers of words that have halves.
-template <typename R>
-struct TwoHalves {
-  SamplesIn<typename R::Half> first;
-  SamplesIn<typename R::Half> second;
-};
-
 template <cofu::registers::HasHalves R>
-TwoHalves<R> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
+Two<SamplesIn<typename R::Half>> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
   const typename R::Integers both = SamplesIn<R>::limited(R::inOrder(R::packed32(a.v, b.v))).v;
   return {{R::lower(both)}, {R::upper(both)}};
 }
@@ -208,15 +201,8 @@ struct FewSamplesIn {
   void store(std::int16_t* samples) const { R::store64(samples, v); }
 };
 
-/// The result of `saturatedSamples` for two registers of words without halves.
 template <typename R>
-struct TwoParts {
-  FewSamplesIn<R> first;
-  FewSamplesIn<R> second;
-};
-
-template <typename R>
-requires(!cofu::registers::HasHalves<R>) TwoParts<R> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
+requires(!cofu::registers::HasHalves<R>) Two<FewSamplesIn<R>> saturatedSamples(WordsIn<R> a, WordsIn<R> b) {
   const typename R::Integers both = SamplesIn<R>::limited(R::packed32(a.v, b.v)).v;
   return {{both}, {R::zipHigh64(both, both)}};
 }

@@ -158,7 +158,8 @@ OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::Word
 /// Runs whole registers and returns the number of samples. Stops where a delay ends inside the register that it is read
 /// for, at the foot of a triangle.
 template <typename R>
-[[gnu::flatten]] unsigned runFlanger(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runFlanger(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
+                                     unsigned count) SIVRAY_NONBLOCKING {
   using Words = lanes::WordsIn<R>;
   using Serial = typename SerialRegisters<R>::Type;
   constexpr auto kCount = static_cast<std::int32_t>(Words::kCount);

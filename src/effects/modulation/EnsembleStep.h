@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/modulation/MarloEnsemble.h"
 #include "effects/modulation/MarloStep.h"
+#include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
@@ -135,7 +135,8 @@ void stepEnsemble(MarloLines& lines, const EnsembleMotion<Lanes>& motion, std::i
 
 /// Runs whole registers and returns the number of samples.
 template <typename Lanes>
-[[gnu::flatten]] unsigned runEnsemble(MarloEnsemble& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runEnsemble(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
+                                      unsigned count) SIVRAY_NONBLOCKING {
   VoicePhases fast(law.fast);
   VoicePhases slow(law.slow);
   unsigned done = 0;

@@ -6,8 +6,6 @@
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/TempoTables.h"
 #include "effects/modulation/GainModulatorStep.h"
-#include "effects/modulation/Q60393Autopan.h"
-#include "effects/modulation/Q60393Tremolo.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -33,9 +31,7 @@ void Q60393Tremolo::step(const Settings&, std::int16_t& left, std::int16_t& righ
   runModulated<OneSample>(*this, &left, &right, 1);
 }
 
-unsigned Q60393Tremolo::runBaseline(Q60393Tremolo& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runModulated<Samples128>(law, left, right, count);
-}
+const RunInLanes<Q60393Tremolo> Q60393Tremolo::runBaseline = runModulated<Samples128>;
 
 void Q60393Tremolo::skip(const Settings&, unsigned count) { skipModulated(*this, count); }
 
@@ -47,9 +43,7 @@ void Q60393Autopan::step(const Settings&, std::int16_t& left, std::int16_t& righ
   runModulated<OneSample>(*this, &left, &right, 1);
 }
 
-unsigned Q60393Autopan::runBaseline(Q60393Autopan& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runModulated<Samples128>(law, left, right, count);
-}
+const RunInLanes<Q60393Autopan> Q60393Autopan::runBaseline = runModulated<Samples128>;
 
 void Q60393Autopan::skip(const Settings&, unsigned count) { skipModulated(*this, count); }
 

@@ -1,11 +1,13 @@
-// What tremolo and auto pan share: the gain of a mono signal follows a triangle oscillator.
+// "Tremolo" and "Auto Pan": the gain of a mono signal follows a triangle oscillator.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 #include <limits>
 
+#include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/SmoothedValue.h"
+#include "effects/interfaces/TwoKnobEffect.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -47,5 +49,48 @@ struct GainModulator {
   std::int32_t smoothLeft = -kHalf;  ///< The smoothed triangle, 31 fractional bits, less a half.
   std::int32_t smoothRight = -kHalf;
 };
+
+/// "Tremolo": one oscillator of free speed moves the gain of both channels. Edit1 is the speed (0.87 to 20 Hz), Edit2
+/// the depth. The output is mono.
+struct Q60393Tremolo : GainModulator {
+  static constexpr LawParts kParts{.start = Knobs{72, 63},
+                                   .resetTakesPending = true,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleeps = true};
+
+  static constexpr std::int32_t kSpread = 0;
+
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static const RunInLanes<Q60393Tremolo> runBaseline;
+  static const RunInLanes<Q60393Tremolo> runAvx2;
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+};
+
+extern template class TwoKnobEffect<Q60393Tremolo>;
+
+/// "Auto Pan": two oscillators in step with the tempo, half a cycle apart, move the gains of the two channels. Edit1 is
+/// the note value, Edit2 the depth. A mono signal moves from side to side. A tempo of 0 or below stops it.
+struct Q60393Autopan : GainModulator {
+  static constexpr LawParts kParts{.start = Knobs{72, 63},
+                                   .followsTempo = true,
+                                   .resetTakesPending = true,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleeps = true};
+
+  static constexpr std::int32_t kSpread = linearTable[kTopKnob] << 16;  ///< Half a cycle less 2^16.
+
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
+  void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
+  static const RunInLanes<Q60393Autopan> runBaseline;
+  static const RunInLanes<Q60393Autopan> runAvx2;
+  void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
+};
+
+extern template class TwoKnobEffect<Q60393Autopan>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -103,7 +103,8 @@ Samples modulatedGains(const std::int32_t* smooth, const typename Samples::Gain&
 /// A run of at most `kControlGrid` samples, in place, as far as lanes go. First the triangles, which can only go sample
 /// by sample, then the rest.
 template <typename Samples, typename Law>
-[[gnu::flatten]] unsigned runModulated(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runModulated(Law& law, std::int16_t* left, std::int16_t* right,
+                                       unsigned count) SIVRAY_NONBLOCKING {
   TriangleRun run;
   const unsigned whole = followTriangles<Samples>(law, run, count - count % Samples::kCount);
   const std::int32_t flatness = law.flatness.value();

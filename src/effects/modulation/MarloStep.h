@@ -11,9 +11,8 @@
 #include <cstring>
 
 #include "effects/interfaces/Flushed.h"
-#include "effects/modulation/MarloChorus.h"
 #include "effects/modulation/MarloLanes.h"
-#include "effects/modulation/MarloPhase.h"
+#include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
@@ -174,7 +173,8 @@ unsigned runMarlo(Law& law, std::int16_t* left, std::int16_t* right, unsigned co
 }
 
 template <typename Lanes>
-[[gnu::flatten]] unsigned runMarloPhase(MarloPhase& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runMarloPhase(MarloPhase& law, std::int16_t* left, std::int16_t* right,
+                                        unsigned count) SIVRAY_NONBLOCKING {
   const auto sound = [](const MarloPair<Lanes>& in, const MarloPair<Lanes>& taps) {
     return MarloPair<Lanes>{(taps.left + in.left) * MarloPhase::kSumGain,
                             (taps.right + in.right) * MarloPhase::kSumGain};
@@ -276,7 +276,8 @@ Floats chorused(Floats dry, Floats wet) {
 }
 
 template <typename Lanes>
-[[gnu::flatten]] unsigned runMarloChorus(MarloChorus& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runMarloChorus(MarloChorus& law, std::int16_t* left, std::int16_t* right,
+                                         unsigned count) SIVRAY_NONBLOCKING {
   MarloHighpasses highpasses(law);
   const auto sound = [&highpasses](const MarloPair<Lanes>& in, const MarloPair<Lanes>& taps) {
     MarloPair<Lanes> dry = in;

@@ -161,7 +161,8 @@ void mixOut(const std::int32_t* outputs, const std::int32_t* inputs, std::int16_
 
 /// A run of at most `kControlGrid` samples, in place; `R` are registers of 128 bits. Short runs are left to the step.
 template <typename R>
-[[gnu::flatten]] unsigned runPhaser(Q60393Phaser& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runPhaser(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
+                                    unsigned count) SIVRAY_NONBLOCKING {
   constexpr unsigned kAtOnce = 8;
   if (count < kAtOnce) {
     return 0;

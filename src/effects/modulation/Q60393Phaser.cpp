@@ -54,9 +54,7 @@ void Q60393Phaser::step(const Settings& to, std::int16_t& left, std::int16_t& ri
   out.storeSaturated(left, right);
 }
 
-unsigned Q60393Phaser::runBaseline(Q60393Phaser& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runPhaser<cofu::registers::Registers128>(law, left, right, count);
-}
+const RunInLanes<Q60393Phaser> Q60393Phaser::runBaseline = runPhaser<cofu::registers::Registers128>;
 
 bool Q60393Phaser::isSilent(unsigned) const {
   return std::all_of(stages.begin(), stages.end(), [](StereoWords stage) { return stage.isZero(); });

@@ -46,8 +46,8 @@ struct Q60393Phaser {
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<Q60393Phaser> runBaseline;
-  static RunInLanes<Q60393Phaser> runAvx2;
+  static const RunInLanes<Q60393Phaser> runBaseline;
+  static const RunInLanes<Q60393Phaser> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;

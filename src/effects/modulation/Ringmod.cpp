@@ -25,9 +25,7 @@ void Ringmod::step(const Settings&, std::int16_t& left, std::int16_t& right) {
   stepAs<OneSample>(*this, &left, &right);
 }
 
-unsigned Ringmod::runBaseline(Ringmod& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<Samples128>(law, left, right, count);
-}
+const RunInLanes<Ringmod> Ringmod::runBaseline = runLanes<Samples128>;
 
 void Ringmod::skip(const Settings&, unsigned count) {
   phase = wrapAdd(phase, wrapMul(frequency.state, static_cast<std::int32_t>(count)));

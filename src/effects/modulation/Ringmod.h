@@ -24,8 +24,8 @@ struct Ringmod {
   void reset(const Settings&) { phase = 0; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<Ringmod> runBaseline;
-  static RunInLanes<Ringmod> runAvx2;
+  static const RunInLanes<Ringmod> runBaseline;
+  static const RunInLanes<Ringmod> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }

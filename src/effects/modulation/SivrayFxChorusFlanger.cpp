@@ -39,9 +39,7 @@ void ChorusFlangerLaw::step(const Settings& to, std::int16_t& left, std::int16_t
   moveIndex(1);
 }
 
-unsigned ChorusFlangerLaw::runBaseline(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runFlanger<cofu::registers::Registers128>(law, left, right, count);
-}
+const RunInLanes<ChorusFlangerLaw> ChorusFlangerLaw::runBaseline = runFlanger<cofu::registers::Registers128>;
 
 void ChorusFlangerLaw::skip(const Settings& to, unsigned count) {
   followTriangles(*this, to.lfoStep, count);

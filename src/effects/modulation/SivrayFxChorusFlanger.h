@@ -48,8 +48,8 @@ struct ChorusFlangerLaw {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<ChorusFlangerLaw> runBaseline;
-  static RunInLanes<ChorusFlangerLaw> runAvx2;
+  static const RunInLanes<ChorusFlangerLaw> runBaseline;
+  static const RunInLanes<ChorusFlangerLaw> runAvx2;
 
   static constexpr unsigned kMemory = Channel::kLineLength;
   bool isSilent(unsigned count) const {

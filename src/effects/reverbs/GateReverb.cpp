@@ -95,9 +95,7 @@ void GateReverb::step(const Settings&, std::int16_t& left, std::int16_t& right) 
   runGated<OneSample>(*this, &left, &right, 1);
 }
 
-unsigned GateReverb::runBaseline(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runGated<Samples128>(law, left, right, count);
-}
+const RunInLanes<GateReverb> GateReverb::runBaseline = runGated<Samples128>;
 
 void GateReverb::skip(const Settings& to, unsigned count) {
   moveToRest(gate, count, [&to](ReverbGate& moved) { moved.step(0, 0, to.holdStep); });

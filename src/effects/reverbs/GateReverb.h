@@ -57,8 +57,8 @@ struct GateReverb : ReverbNetwork {
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { holdStep = to.holdStep; }
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<GateReverb> runBaseline;
-  static RunInLanes<GateReverb> runAvx2;
+  static const RunInLanes<GateReverb> runBaseline;
+  static const RunInLanes<GateReverb> runAvx2;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
   void eachSmoothed(const Settings& to, auto&& visit) { visit(level, to.level); }
 

@@ -95,7 +95,7 @@ void stepAs(GateReverb& law, std::int16_t* left, std::int16_t* right) {
 
 /// A run of at most `kControlGrid` samples. First the gate, which can only go sample by sample, then the rest.
 template <typename Samples>
-unsigned runGated(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+unsigned runGated(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING {
   std::int16_t gains[kControlGrid];
   law.gate.follow(left, right, gains, count - count % Samples::kCount, law.holdStep);
   law.gains = gains;

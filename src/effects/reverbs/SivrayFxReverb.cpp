@@ -15,9 +15,7 @@ void RoomReverbLaw::step(const Settings&, std::int16_t& left, std::int16_t& righ
   stepAs<OneSample>(*this, &left, &right);
 }
 
-unsigned RoomReverbLaw::runBaseline(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runLanes<Samples128>(law, left, right, count);
-}
+const RunInLanes<RoomReverbLaw> RoomReverbLaw::runBaseline = runLanes<Samples128>;
 
 template class TwoKnobEffect<RoomReverbLaw>;
 

@@ -24,8 +24,8 @@ struct RoomReverbLaw : ReverbNetwork {
   void reset(const Settings&) {}
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static bool fitsLanes(const Settings&) { return true; }
-  static RunInLanes<RoomReverbLaw> runBaseline;
-  static RunInLanes<RoomReverbLaw> runAvx2;
+  static const RunInLanes<RoomReverbLaw> runBaseline;
+  static const RunInLanes<RoomReverbLaw> runAvx2;
   void skip(const Settings&, unsigned count) { skipNetwork(count); }
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);

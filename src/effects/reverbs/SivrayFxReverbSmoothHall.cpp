@@ -76,9 +76,6 @@ void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, 
   }
 }
 
-unsigned SivrayFxReverbSmoothHall::runBaseline(HallFlow& flow, std::int16_t* left, std::int16_t* right,
-                                               unsigned count) {
-  return runLanes<Samples128>(flow, left, right, count);
-}
+const RunInLanes<HallFlow> SivrayFxReverbSmoothHall::runBaseline = runLanes<Samples128>;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

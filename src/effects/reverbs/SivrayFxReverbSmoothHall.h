@@ -39,8 +39,8 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   void takeSettings();
   void runGrid(std::int16_t* left, std::int16_t* right, unsigned count);
 
-  static RunInLanes<HallFlow> runBaseline;
-  static RunInLanes<HallFlow> runAvx2;
+  static const RunInLanes<HallFlow> runBaseline;
+  static const RunInLanes<HallFlow> runAvx2;
 
   Relaxed<unsigned> decayKnob{0};
   Relaxed<unsigned> levelKnob{0};

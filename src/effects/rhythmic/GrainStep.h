@@ -48,7 +48,8 @@ void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16
 /// A run of at most `kControlGrid` samples, in place. First the fades, which can only go sample by sample, then the
 /// rest.
 template <typename Samples>
-[[gnu::flatten]] unsigned runGrains(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
+[[gnu::flatten]] unsigned runGrains(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
+                                    unsigned count) SIVRAY_NONBLOCKING {
   const unsigned whole = count - count % Samples::kCount;
   GrainFades fades;
   law.followFades(fades, whole);

@@ -154,9 +154,7 @@ void GrainShifterLaw::step(const Settings&, std::int16_t& left, std::int16_t& ri
   stepGrains(*this, OneSample{recordFade.value()}, OneSample{outputFade.value()}, &left, &right);
 }
 
-unsigned GrainShifterLaw::runBaseline(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runGrains<Samples128>(law, left, right, count);
-}
+const RunInLanes<GrainShifterLaw> GrainShifterLaw::runBaseline = runGrains<Samples128>;
 
 template class TwoKnobEffect<GrainShifterLaw>;
 

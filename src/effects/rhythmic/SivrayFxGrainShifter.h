@@ -42,8 +42,8 @@ struct GrainShifterLaw {
 
   /// The longest grain is read where it is being written.
   bool fitsLanes(const Settings& to) const { return to.delay >= kMostLanes && to.delay < kLineLength; }
-  static RunInLanes<GrainShifterLaw> runBaseline;
-  static RunInLanes<GrainShifterLaw> runAvx2;
+  static const RunInLanes<GrainShifterLaw> runBaseline;
+  static const RunInLanes<GrainShifterLaw> runAvx2;
 
   /// Moves the clock and the fades that it drives by `count` samples, at most `kControlGrid`.
   void followFades(GrainFades& fades, unsigned count) SIVRAY_NONBLOCKING;

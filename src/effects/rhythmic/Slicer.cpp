@@ -29,9 +29,7 @@ Slicer::Settings Slicer::settingsOf(const Knobs& knobs) {
 
 void Slicer::step(const Settings&, std::int16_t& left, std::int16_t& right) { stepBeat(*this, left, right); }
 
-unsigned Slicer::runBaseline(Slicer& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runBeat<Samples128>(law, left, right, count);
-}
+const RunInLanes<Slicer> Slicer::runBaseline = runBeat<Samples128>;
 
 void Slicer::skip(const Settings&, unsigned count) { skipBeat(*this, count); }
 

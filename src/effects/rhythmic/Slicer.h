@@ -50,8 +50,8 @@ struct Slicer {
 
   /// Without a hold the two saws may meet at their tops, where they sum to 2.0.
   bool fitsLanes(const Settings& to) const { return to.edge != kEdgeWithoutHold && gain.fitsLanes(to.level); }
-  static RunInLanes<Slicer> runBaseline;
-  static RunInLanes<Slicer> runAvx2;
+  static const RunInLanes<Slicer> runBaseline;
+  static const RunInLanes<Slicer> runAvx2;
 
   static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }

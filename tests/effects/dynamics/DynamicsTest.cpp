@@ -16,7 +16,6 @@
 #include "effects/dynamics/Q60393Drive.h"
 #include "effects/dynamics/SivrayFxCompressor.h"
 #include "effects/dynamics/SivrayFxKilnode.h"
-#include "effects/dynamics/SivrayFxStereoCompressor.h"
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/LaneScene.h"
 #include "effects/modulation/PlainModel.h"

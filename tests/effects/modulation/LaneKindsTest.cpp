@@ -6,14 +6,11 @@
 #include "core/VectorCode.h"
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/LaneScene.h"
-#include "effects/modulation/MarloChorus.h"
-#include "effects/modulation/MarloEnsemble.h"
-#include "effects/modulation/MarloPhase.h"
-#include "effects/modulation/Q60393Autopan.h"
+#include "effects/modulation/GainModulator.h"
 #include "effects/modulation/Q60393Phaser.h"
-#include "effects/modulation/Q60393Tremolo.h"
 #include "effects/modulation/Ringmod.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
+#include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace {
 
@@ -48,9 +45,9 @@ TEST(Modulation, LanesStopWhereATriangleIsAtItsVeryTop) {
         plain.step({}, expected.left[i], expected.right[i]);
       }
 #if SIVRAY_FOR_X86
-      const auto run = bestLaneKind() == LaneKind::avx2 ? &Q60393Autopan::runAvx2 : &Q60393Autopan::runBaseline;
+      const auto run = bestLaneKind() == LaneKind::avx2 ? Q60393Autopan::runAvx2 : Q60393Autopan::runBaseline;
 #else
-      const auto run = &Q60393Autopan::runBaseline;
+      const auto run = Q60393Autopan::runBaseline;
 #endif
       const std::size_t done = run(fast, sound.left.data(), sound.right.data(), 64);
       EXPECT_EQ(done, step == 0 ? 0U : 16U);

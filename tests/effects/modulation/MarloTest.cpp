@@ -3,10 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "effects/modulation/MarloChorus.h"
-#include "effects/modulation/MarloEnsemble.h"
-#include "effects/modulation/MarloPhase.h"
 #include "effects/modulation/PlainModel.h"
+#include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace {
 

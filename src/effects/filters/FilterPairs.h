@@ -1,26 +1,16 @@
-// The runs of filters for AVX2. The state-variable filter multiplies signed values there and limits in two steps; the
-// talking modulator only needs no copies of registers.
+// The runs of comb filter and peaking equalizer on eight samples of both channels. ChannelPairs.h tells where this may
+// be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/VectorCode.h"
-#include "effects/filters/CombFilter.h"
-#include "effects/filters/PeakingEQ.h"
-#include "effects/filters/SivrayFxTalkingModulator.h"
-#include "effects/filters/SivrayFxTolvanFilter.h"
-#include "effects/interfaces/OneSample.h"
+#pragma once
 
-SIVRAY_COMPILE_FOR("avx2")
-
-#include "registers/Registers256.h"
+#include <cstddef>
+#include <cstdint>
 
 #include "effects/filters/CombStep.h"
-#include "effects/filters/FormantStep.h"
 #include "effects/filters/PeakingStep.h"
-#include "effects/filters/TolvanStep.h"
 #include "effects/interfaces/ChannelPairs.h"
-#include "effects/interfaces/SerialRun.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
-
 namespace {
 
 static_assert(CombFilter::kLanes == kPairs);
@@ -69,10 +59,8 @@ void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedb
   saturatedSamples(sound.shiftedRight<15>()).store(samples);
 }
 
-}  // namespace
-
-[[gnu::flatten]] unsigned CombFilter::runAvx2(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
-                                              unsigned count) {
+[[gnu::flatten]] unsigned runComb(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                  unsigned count) SIVRAY_NONBLOCKING {
   std::int32_t* const leftLine = law.left.line.data();
   std::int32_t* const rightLine = law.right.line.data();
   const Words256 feedback = Words256::all(static_cast<std::int32_t>(law.feedback));
@@ -93,8 +81,8 @@ void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedb
 }
 
 /// Both channels in one register.
-[[gnu::flatten]] unsigned PeakingEQ::runAvx2(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
-                                             unsigned count) {
+[[gnu::flatten]] unsigned runPeaking(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                     unsigned count) SIVRAY_NONBLOCKING {
   using Longs = lanes::LongsIn<HalfRegisters>;
   const auto gain = [](std::int64_t coefficient) { return Longs{HalfRegisters::all64(coefficient)}; };
   const auto both = [](const std::int64_t& ofLeft, const std::int64_t& ofRight) {
@@ -105,7 +93,8 @@ void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedb
                             both(law.left.y1, law.right.y1), both(law.left.y2, law.right.y2)};
   unsigned done = 0;
   for (; done + kPairs <= count; done += kPairs) {
-    SamplePairs pairs({raised<kInputShift>(leftSamples + done), raised<kInputShift>(rightSamples + done)});
+    SamplePairs pairs(
+        {raised<PeakingEQ::kInputShift>(leftSamples + done), raised<PeakingEQ::kInputShift>(rightSamples + done)});
     for (Pair& pair : pairs.pairs) {
       // The sample is the sum shifted by 33 bits, one more than here.
       pair = peakingSum(state, Longs{pair.v}, gains).loweredBy<32>().v;
@@ -120,27 +109,5 @@ void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedb
   return done;
 }
 
-template <TolvanMode kMode>
-unsigned TolvanLaw<kMode>::runAvx2(TolvanLaw& law, std::int16_t* left, std::int16_t* right, unsigned count) {
-  return runSerially(law, left, right, count, [](TolvanLaw& now, std::int16_t& l, std::int16_t& r) {
-    stepFilter<HalfRegisters, kMode>(now, l, r);
-  });
-}
-
-template unsigned TolvanLaw<TolvanMode::kLowpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
-                                                           unsigned) SIVRAY_NONBLOCKING;
-template unsigned TolvanLaw<TolvanMode::kHighpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
-                                                            unsigned) SIVRAY_NONBLOCKING;
-template unsigned TolvanLaw<TolvanMode::kBandpass>::runAvx2(TolvanLaw&, std::int16_t*, std::int16_t*,
-                                                            unsigned) SIVRAY_NONBLOCKING;
-
-unsigned TalkingModulatorLaw::runAvx2(TalkingModulatorLaw& law, std::int16_t* left, std::int16_t* right,
-                                      unsigned count) {
-  return runSerially(law, left, right, count, [](TalkingModulatorLaw& now, std::int16_t& l, std::int16_t& r) {
-    stepFormants<HalfRegisters>(now, l, r);
-  });
-}
-
+}  // namespace
 }  // namespace tesh::bramel::plugin::sivray::effects
-
-SIVRAY_COMPILE_FOR_ALL
