@@ -40,7 +40,6 @@ class NoteTranslator {
 
   /// Notes that are held end where they began.
   void setMap(const NoteMap& newMap) { map = newMap; }
-  const NoteMap& currentMap() const { return map; }
 
   /// Changes the note of a note-on or note-off, and learns where the pedal is; leaves other messages alone. False if
   /// the message is to be left out: the end of a note whose pad another note has struck since and still holds.
