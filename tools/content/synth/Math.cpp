@@ -8,22 +8,9 @@
 namespace sivray::content {
 namespace {
 
-constexpr double kTwoPi = 6.283185307179586;
 constexpr double kLogTwo = 0.6931471805599453;
 constexpr double kLogTwoOfE = 1.4426950408889634;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
-
-/// Coefficients of the sine's series in the square of the angle, from the last to the first.
-constexpr std::array<double, 10> kSineSeries = [] {
-  std::array<double, 10> series{};
-  double factor = 1.0;
-  for (std::size_t k = 0; k < series.size(); ++k) {
-    series[series.size() - 1 - k] = factor;
-    const double order = 2.0 * static_cast<double>(k) + 2.0;
-    factor = -factor / (order * (order + 1.0));
-  }
-  return series;
-}();
 
 /// Coefficients of the exponential's series, from the last to the first.
 constexpr std::array<double, 14> kPowerSeries = [] {
@@ -48,13 +35,8 @@ double sineOfTurns(double turns) {
   } else if (x < -0.25) {
     x = -0.5 - x;
   }
-  const double angle = kTwoPi * x;
-  const double square = angle * angle;
-  double sum = 0.0;
-  for (const double factor : kSineSeries) {
-    sum = sum * square + factor;
-  }
-  return angle * sum;
+  replaceBySine(x);
+  return x;
 }
 
 double cosineOfTurns(double turns) { return sineOfTurns(turns - std::floor(turns) + 0.25); }

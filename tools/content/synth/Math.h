@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstddef>
 
 #include "core/EngineRate.h"
@@ -10,6 +11,31 @@
 namespace sivray::content {
 
 inline constexpr double kSampleRate = tesh::cofu::core::kEngineRate;
+
+/// Coefficients of the sine's series in the square of the angle, from the last to the first.
+inline constexpr std::array<double, 10> kSineSeries = [] {
+  std::array<double, 10> series{};
+  double factor = 1.0;
+  for (std::size_t k = 0; k < series.size(); ++k) {
+    series[series.size() - 1 - k] = factor;
+    const double order = 2.0 * static_cast<double>(k) + 2.0;
+    factor = -factor / (order * (order + 1.0));
+  }
+  return series;
+}();
+
+/// Replaces an angle from -0.25 to 0.25 turns, which is a number or a vector of them, by its sine.
+template <typename Value>
+void replaceBySine(Value& turns) {
+  constexpr double kTwoPi = 6.283185307179586;
+  const Value angle = kTwoPi * turns;
+  const Value square = angle * angle;
+  Value sum{};
+  for (const double factor : kSineSeries) {
+    sum = sum * square + factor;
+  }
+  turns = angle * sum;
+}
 
 /// Returns the sine of an angle in turns (a full circle is 1), accurate to 1e-13 for angles below a million turns.
 double sineOfTurns(double turns);

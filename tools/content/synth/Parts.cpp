@@ -158,6 +158,77 @@ void addRotors(double* samples, const RotorGroup& first, const RotorGroup& secon
   }
 }
 
+/// Up to four modes that follow a glide, side by side in a vector. Each lane computes what addTone does, and a sample
+/// takes the lanes up one after another.
+class GlidingModes {
+ public:
+  static constexpr std::size_t kLanes = 4;
+
+  explicit GlidingModes(std::span<const Mode> modes) {
+    for (std::size_t i = 0; i < modes.size(); ++i) {
+      hertz[i] = modes[i].hertz;
+      gain[i] = modes[i].gain;
+      phase[i] = modes[i].phase - std::floor(modes[i].phase);
+      attack[i] = static_cast<double>(framesOf(modes[i].attack));
+      fall[i] = decayPerFrame(modes[i].t60);
+      level[i] = 1.0;
+    }
+  }
+
+  void addTo(Signal& signal, std::span<const double> ratios) {
+    const Doubles zero{};
+    const Doubles one = zero + 1.0;
+    const Doubles highest = zero + kNyquist;
+    const auto risen =
+        static_cast<std::size_t>(std::max(std::max(attack[0], attack[1]), std::max(attack[2], attack[3])));
+    for (std::size_t frame = 0; frame < signal.size(); ++frame) {
+      Doubles wave = level;
+      if (frame < risen) {
+        rise(static_cast<double>(frame), wave);
+      } else {
+        level *= fall;
+        level = level < kSilence ? zero : level;
+      }
+      Doubles sine;
+      sineOfPhases(sine);
+      wave = gain * wave * sine;
+      signal[frame] = (((signal[frame] + wave[0]) + wave[1]) + wave[2]) + wave[3];
+      const Doubles gliding = hertz * ratios[frame];
+      phase += (gliding > highest ? highest : gliding) / kSampleRate;
+      phase -= phase >= 1.0 ? one : zero;
+      if (level[0] + level[1] + level[2] + level[3] == 0.0) {
+        return;
+      }
+    }
+  }
+
+ private:
+  using Doubles = double __attribute__((vector_size(kLanes * sizeof(double))));
+
+  /// Gives the levels of a frame in which not all lanes have risen.
+  void rise(double frame, Doubles& levels) {
+    for (std::size_t i = 0; i < kLanes; ++i) {
+      if (frame < attack[i]) {
+        levels[i] = frame / attack[i];
+      } else {
+        level[i] *= fall[i];
+        level[i] = level[i] < kSilence ? 0.0 : level[i];
+      }
+    }
+  }
+
+  /// As sineOfTurns of the phases.
+  void sineOfPhases(Doubles& sine) const {
+    const Doubles half = Doubles{} + 0.5;
+    sine = phase - (phase + half >= 1.0 ? Doubles{} + 1.0 : Doubles{});
+    sine = sine > 0.25 ? half - sine : sine;
+    sine = sine < -0.25 ? -half - sine : sine;
+    replaceBySine(sine);
+  }
+
+  Doubles hertz{}, gain{}, phase{}, attack{}, fall{}, level{};
+};
+
 }  // namespace
 
 Envelope::Envelope(const Shape& shape)
@@ -233,12 +304,11 @@ void addModes(Signal& signal, std::span<const Mode> modes) {
 }
 
 void addModes(Signal& signal, std::span<const Mode> modes, const Glide& glide) {
-  for (const Mode& mode : modes) {
-    addTone(signal, {.hertz = mode.hertz,
-                     .gain = mode.gain,
-                     .phase = mode.phase,
-                     .glide = glide,
-                     .shape = {.attack = mode.attack, .t60 = mode.t60}});
+  std::vector<double> ratios(signal.size());
+  GlideRatio ratio(glide);
+  std::ranges::generate(ratios, [&] { return ratio.next(); });
+  for (std::size_t i = 0; i < modes.size(); i += GlidingModes::kLanes) {
+    GlidingModes(modes.subspan(i, std::min(GlidingModes::kLanes, modes.size() - i))).addTo(signal, ratios);
   }
 }
 
