@@ -10,15 +10,15 @@ endif()
 # sivray_precompile(<target> standard|juce|computing_juce|tests|sound_tests)
 # Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them,
 # or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. Under the
-# sanitizers of addresses and threads those with `tests` and `juce` are not optimized, which takes the compiler half of the
+# sanitizers those with `tests` and `juce` are not optimized, which takes the compiler half of the
 # time. What computes much keeps its flags: `computing_juce`, `sound_tests`. A file includes what it uses nevertheless, as
 # `./test --release` shows.
 function(sivray_precompile target headers)
-  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$" OR CMAKE_CROSSCOMPILING)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
     return()
   endif()
   set(unoptimized)
-  if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=(address|thread)")
+  if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
     set(unoptimized tests juce)
   endif()
   set(options)
@@ -54,7 +54,7 @@ function(sivray_precompile target headers)
     target_precompile_headers(sivray_${headers}_headers PRIVATE ${files})
   endif()
   get_target_property(type ${target} TYPE)
-  if(type STREQUAL "EXECUTABLE" AND NOT headers MATCHES tests)
+  if(type STREQUAL "EXECUTABLE" AND NOT headers MATCHES tests AND NOT WIN32)
     # A library's flags, since it shares with libraries.
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     target_compile_options(${target} PRIVATE -fPIC)

@@ -36,7 +36,8 @@ if(SIVRAY_FROM_RELEASE AND NOT EXISTS "${SIVRAY_RELEASE_BUILD}/libsivray_juce.a"
   message(FATAL_ERROR "This build uses parts of build/release: build that first")
 endif()
 
-# Fuzzers are guided by what the rooms run. What stands around the rooms does not count it, and is faster.
+# Fuzzers are guided by what the rooms run that read bytes of files and hosts. The others, and what stands around the rooms, do
+# not count it: they compile and run faster.
 set(SIVRAY_UNGUIDED)
 if(SIVRAY_BUILD_FUZZERS)
   set(SIVRAY_UNGUIDED -fno-sanitize-coverage=trace-cmp,inline-8bit-counters,pc-table,indirect-calls,stack-depth)
@@ -60,6 +61,10 @@ if(WIN32)
   target_compile_options(sivray_options INTERFACE -Wa,-muse-unaligned-vector-move)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
+# Tests and checkers do less where each step takes several times as long.
+if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  target_compile_definitions(sivray_options INTERFACE SIVRAY_SANITIZED=1)
+endif()
 
 # sivray_sources(<variable> <folder> [<sub-folders>...])
 # Lists the sources in the folder itself and in the named sub-folders. Those for instruction sets that only x86 has are left
@@ -78,14 +83,15 @@ function(sivray_sources variable folder)
   set(${variable} "${sources}" PARENT_SCOPE)
 endfunction()
 
-# sivray_room(<name> FOLDER <folder below src> [FOLDERS <sub-folders>...] [FILE_BY_FILE] [COLD] [LINKS <rooms>...]
-#   [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
+# sivray_room(<name> FOLDER <folder below src> [FOLDERS <sub-folders>...] [FILE_BY_FILE] [COLD] [READS_BYTES]
+#   [LINKS <rooms>...] [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
 # Builds the library sivray_<name> from all sources in the folder itself and in FOLDERS, from the ground up: each may include
 # those that are named before it, and the folder itself all of them. LINKS are the rooms that the room's headers include,
 # PRIVATE those that only its sources include; scripts/check_links.py compares all of this with the code.
-# FILE_BY_FILE: no source is merged with others in a unity build. COLD: nothing in it runs often.
+# FILE_BY_FILE: no source is merged with others in a unity build. COLD: nothing in it runs often. READS_BYTES: what it runs
+# guides the fuzzers.
 function(sivray_room name)
-  cmake_parse_arguments(ROOM "FILE_BY_FILE;COLD" "FOLDER" "FOLDERS;LINKS;PRIVATE;EXTERNAL" ${ARGN})
+  cmake_parse_arguments(ROOM "FILE_BY_FILE;COLD;READS_BYTES" "FOLDER" "FOLDERS;LINKS;PRIVATE;EXTERNAL" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
   set(root "${PROJECT_BINARY_DIR}/rooms/${name}")
   cmake_path(GET ROOM_FOLDER PARENT_PATH parent)
@@ -128,6 +134,9 @@ function(sivray_room name)
         set_source_files_properties("${source}" PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
       endif()
     endforeach()
+  endif()
+  if(sources AND NOT ROOM_READS_BYTES)
+    target_compile_options(sivray_${name} PRIVATE ${SIVRAY_UNGUIDED})
   endif()
   if(sources AND ROOM_COLD)
     sivray_build_fast(sivray_${name})

@@ -7,23 +7,12 @@
 #include <iterator>
 
 #include "adapter/AdapterScene.h"
+#include "support/Sanitized.h"
 
 namespace adapter {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Sanitizers keep books on every load and every thread.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define SIVRAY_TEST_IS_SANITIZED
-#endif
-#endif
-#ifdef SIVRAY_TEST_IS_SANITIZED
-constexpr bool kIsSanitized = true;
-#else
-constexpr bool kIsSanitized = false;
-#endif
 
 /// The loaded library, for as long as this lives.
 class Module {
@@ -71,7 +60,7 @@ TEST(Module, ExportsItsTwoDoorsAndNothingElse) {
 TEST(Module, LeavesNothingBehindHoweverOftenItIsLoaded) {
   const InstrumentFolder folder;
   FakeHost host;
-  const int cycles = kIsSanitized ? 30 : 1000;
+  const int cycles = support::kIsSanitized ? 30 : 1000;
   const long pageLimit = 1024;  // 4 MiB; a leak of one voice's memory a cycle is a hundred times that.
   std::unique_ptr<Holdings> early;
   for (int cycle = 1; cycle <= cycles; ++cycle) {
@@ -91,7 +80,7 @@ TEST(Module, LeavesNothingBehindHoweverOftenItIsLoaded) {
   const Holdings late;
   EXPECT_EQ(late.threads, early->threads);
   EXPECT_EQ(late.handles, early->handles);
-  if (!kIsSanitized) {
+  if (!support::kIsSanitized) {
     EXPECT_LE(late.pages, early->pages + pageLimit);
   }
 }

@@ -10,6 +10,7 @@
 
 #include "effects/interfaces/EffectScene.h"
 #include "platform/CpuFeatures.h"
+#include "support/Sanitized.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -134,7 +135,7 @@ TEST(MultiEffector, ARunOfNoFramesTakesNoEdits) {
     SivrayMultiEffector& plain = *owned;
     onBoth(fast, plain, [type](auto& m) { m.setValue(kEffectType, type); });
     Dice dice(static_cast<unsigned>(type));
-    for (int round = 0; round < 4; ++round) {
+    for (int round = 0; round < support::scenes(4); ++round) {
       // In silence, so that the effect skips; the longest line runs empty.
       for (int done = 0; done < 160000; done += 4000) {
         Stereo a(4000);
@@ -160,7 +161,7 @@ TEST(MultiEffector, ARunOfNoFramesTakesNoEdits) {
 
 TEST(MultiEffector, EffectsThatMeetInOneBankAfterAResetSoundAsThePlainOnes) {
   constexpr std::array<int, 5> kUsers{11, 12, 13, 14, 16};
-  for (unsigned seed = 1; seed <= 40; ++seed) {
+  for (unsigned seed = 1; seed <= support::scenes(40U); ++seed) {
     Dice dice(seed);
     SivrayMultiEffector fast;
     const auto owned = makePlain();

@@ -160,7 +160,7 @@ TEST(Frame, SurvivesWildValuesAndBlocksAboveItsLargest) {
   }
 }
 
-TEST(Frame, CanBeReadAndQueuedToWhileItPlays) {
+TEST(Frame, AnotherThreadReadsAndQueuesWhileItPlays) {
   Player player;
   openMaster(player);
   std::atomic<bool> playing{true};

@@ -8,6 +8,7 @@
 
 #include "engine/DrumEngine.h"
 #include "support/SampleFolder.h"
+#include "support/Sanitized.h"
 
 namespace tesh::bramel::plugin::sivray {
 namespace {
@@ -59,7 +60,7 @@ TEST(WaveReading, SoundsTheSameHoweverFarItHasCome) {
   std::mt19937 random(7);
   const auto below = [&random](unsigned end) { return static_cast<unsigned>(random() % end); };
   const auto unit = [&] { return static_cast<float>(below(128)) / 127.0F; };
-  for (int step = 0; step < 20000; ++step) {
+  for (int step = 0; step < support::scenes(20000); ++step) {
     const unsigned pad = below(8);
     const std::uint32_t wave = parameterId(pad, static_cast<unsigned>(PadParameter::wave));
     switch (below(8)) {

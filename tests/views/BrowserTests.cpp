@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SimilarWaves.h"
 #include "storage/paths/Paths.h"
+#include "support/Sanitized.h"
 #include "support/Screen.h"
 #include "views/BWSampleSelectorView.h"
 #include "views/FinderMenus.h"
@@ -151,7 +152,10 @@ TEST_F(Browser, NeedsNoCategoriesIfThereIsOne) {
 // Pop-ups.
 
 TEST_F(Browser, IsPaintedByItsPartsAsAWhole) {
-  for (const float scale : {1.0F, 1.25F, 1.5F, 2.0F}) {
+  for (const float scale : {1.25F, 1.0F, 1.5F, 2.0F}) {
+    if (support::kIsSanitized && scale != 1.25F) {
+      break;
+    }
     clickDisplay(4);  // A tooltip of the last round may lie above.
     sivray::test::Screen screen(slot, scale);
     const auto expectWhole = [&](const char* after) { EXPECT_EQ(screen.update(), 0) << after << " at " << scale; };

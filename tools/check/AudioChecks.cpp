@@ -216,7 +216,7 @@ Verdict silence(const CheckSettings& settings) {
   const int types = 26;
   double worst = 0.0;
   int worstType = 0;
-  for (int type = 0; type < types; type += settings.count(5, 1)) {
+  for (int type = 0; type < types; type += settings.full ? 1 : 5) {
     setNamed(*host, "FX Type", static_cast<float>(type) / static_cast<float>(types - 1));
     settle(*host);
     const double sounding = costOf(*host, hits);

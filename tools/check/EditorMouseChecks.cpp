@@ -262,7 +262,7 @@ bool isBalanced(const std::vector<HostCall>& calls) {
 Verdict randomClicks(const CheckSettings& settings) {
   constexpr std::uint32_t kSeed = 20'000;
   constexpr int kEventsABlock = 20;
-  const int events = settings.count(isSanitized() ? 400 : 2000, 20'000);
+  const int events = settings.count(2000, 20'000);
   const Sandbox sandbox;
   const auto library = settings.load();
   EditorScene scene(*library);

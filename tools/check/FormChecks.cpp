@@ -149,13 +149,16 @@ Verdict programs(const CheckSettings& settings) {
     return verdict(false, "the plug-in gives a state that cannot be read");
   }
   constexpr int kEachTold = 8;
+  const int step = isSanitized() ? 9 : 1;
   constexpr std::chrono::milliseconds kTold{130};
   const int count = pair.form->programCount();
+  int tried = 0;
   int found = 0;
   int wrong = 0;
   std::string names;
-  for (int index = 0; index < count; ++index) {
+  for (int index = 0; index < count; index += step) {
     const std::string name = pair.form->programName(index);
+    ++tried;
     const auto kits = model.programs();
     const auto kit = std::find_if(kits.begin(), kits.end(), [&](const auto& each) { return each.name == name; });
     if (kit == kits.end()) {
@@ -182,8 +185,9 @@ Verdict programs(const CheckSettings& settings) {
       names.append(", ").append(name);
     }
   }
-  return verdict(count > 1 && found == count && wrong == 0, "%d host programs, %d of them kits, %d with other values%s",
-                 count, found, wrong, names.c_str());
+  return verdict(count > 1 && found == tried && wrong == 0,
+                 "%d of %d host programs, %d of them kits, %d with other values%s", tried, count, found, wrong,
+                 names.c_str());
 }
 
 /// Returns the time in seconds by which a tone comes late, from its phase: it begins with frame 0 of a note at 0.

@@ -267,8 +267,7 @@ Verdict soak(const CheckSettings& settings) {
   const auto library = settings.load();
   const auto host = library->makeInstance();
   host->start(48000.0F, 256);
-  const double minutes =
-      settings.soakHours > 0.0 ? 60.0 * settings.soakHours : settings.count(isSanitized() ? 1 : 3, 10);
+  const double minutes = settings.soakHours > 0.0 ? 60.0 * settings.soakHours : settings.count(180, 600) / 60.0;
   const auto blocks = static_cast<std::int64_t>(minutes * 60.0 * 48000.0 / 256.0);
   Random random(151);
   SoundFacts facts;
@@ -295,7 +294,7 @@ Verdict soak(const CheckSettings& settings) {
   const double factor = minutes * 60.0 / spent;
   const bool fast = isSanitized() || (factor >= kLeastFactor && growth <= kLeakKiB);
   return verdict(facts.notNumbers == 0 && fast && end.threads == warm.threads,
-                 "%.0f minutes of audio at %.0f times real time, %+lld KiB", minutes, factor,
+                 "%.1f minutes of audio at %.0f times real time, %+lld KiB", minutes, factor,
                  static_cast<long long>(growth));
 }
 

@@ -77,7 +77,7 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
   const auto host = library->makeInstance();
   AudioThread audio(*host);
   const int before = audio.blocks;
-  const int rounds = settings.count(isSanitized() ? 5 : 50, 500);
+  const int rounds = settings.count(50, 500);
   // Waves are not changed here: another check covers reading them.
   const auto write = [&](std::uint32_t seed) {
     Random random(seed);
@@ -118,7 +118,7 @@ Verdict loadsWhilePlaying(const CheckSettings& settings) {
   AudioThread audio(*host);
   const int before = audio.blocks;
   Random random(121);
-  const int loads = settings.count(isSanitized() ? 10 : 100, 1000);
+  const int loads = settings.count(100, 1000);
   for (int load = 0; load < loads; ++load) {
     host->setChunk(programs[static_cast<std::size_t>(random.below(static_cast<int>(programs.size())))]);
     host->chunk();

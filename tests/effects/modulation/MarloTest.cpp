@@ -5,6 +5,7 @@
 
 #include "effects/modulation/PlainModel.h"
 #include "effects/modulation/SivrayFxIMarloEffects.h"
+#include "support/Sanitized.h"
 
 namespace {
 
@@ -133,9 +134,9 @@ struct MarloModel : PlainModel {
 };
 
 TEST(Marlo, EveryModeMatchesThePlainModelThroughRandomScenes) {
-  playScenes<SivrayFxIMarloEffects<MarloChorus>>(MarloModel(1), 500);
-  playScenes<SivrayFxIMarloEffects<MarloPhase>>(MarloModel(2), 500);
-  playScenes<SivrayFxIMarloEffects<MarloEnsemble>>(MarloModel(3), 500);
+  playScenes<SivrayFxIMarloEffects<MarloChorus>>(MarloModel(1), support::scenes(500));
+  playScenes<SivrayFxIMarloEffects<MarloPhase>>(MarloModel(2), support::scenes(500));
+  playScenes<SivrayFxIMarloEffects<MarloEnsemble>>(MarloModel(3), support::scenes(500));
 }
 
 }  // namespace

@@ -140,7 +140,7 @@ TEST(WaveChange, ReadsWavesAgainWhenTheDataComesBack) {
   EXPECT_EQ(pads.side(0, 0), padded(ramp(50, 4)));
 }
 
-TEST(WaveChange, GivesTheSameSlotsWhetherAWaveWasReadAheadOrNot) {
+TEST(WaveChange, GivesTheSameSlotsWhetherAnotherThreadHasReadAheadOrNot) {
   std::vector<support::Wave> waves;
   for (int length = 1; length <= 18; ++length) {
     waves.push_back({"wave", ramp(100 * length, length), ramp(-100 * length, length)});

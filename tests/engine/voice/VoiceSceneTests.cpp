@@ -10,6 +10,7 @@
 #include "engine/voice/DrumCore.h"
 #include "engine/voice/VoiceAllocator.h"
 #include "support/SampleFolder.h"
+#include "support/Sanitized.h"
 
 namespace tesh::bramel::plugin::sivray {
 namespace {
@@ -202,7 +203,7 @@ class Scene {
 
 TEST(VoiceScenes, EveryKernelPlaysRandomScenesAsThePlainModelDoes) {
   const char* wanted = std::getenv("SIVRAY_SCENES");  // for longer runs by hand
-  const unsigned scenes = wanted == nullptr ? 100 : static_cast<unsigned>(std::atoi(wanted));
+  const unsigned scenes = wanted == nullptr ? support::scenes(100U) : static_cast<unsigned>(std::atoi(wanted));
   support::SampleFolder folder;
   for (const VoiceKernel& kernel : voiceKernels()) {
     if (!platform::supports(kernel.needs)) {
