@@ -97,7 +97,7 @@ shorten() {
     { if (isStep) printf "\r\033[K"; isStep = 0; print; fflush() }'
 }
 
-# end_lanes: ends both lanes with all that they have started.
+# end_lanes: ends both lanes, and what shows them, with all that they have started.
 end_lanes() {
   local lane
   for lane in "${LANES[@]}"; do kill -- "-$lane" 2>/dev/null; done
@@ -147,8 +147,9 @@ run_stages() {
   LANES+=($!)
   run_behind "$1" "$2" </dev/null &
   LANES+=($!)
+  { for name in $1 $2; do show "$name"; done | shorten; } &  # A signal interrupts `wait`, but not a command in front.
+  LANES+=($!)
   set +m
-  for name in $1 $2; do show "$name"; done | shorten
   wait
   LANES=()
   sum_up $1 $2

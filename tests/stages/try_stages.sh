@@ -68,8 +68,10 @@ All checks passed" ] || complain "Another sum was expected"
 stage_lint() { echo $BASHPID >"$work/lint"; sleep 100; }
 (run_stages "" lint >/dev/null) &
 wait_for lint || complain "No stage began"
+began=$SECONDS
 kill -TERM $!
 wait $!
+[ $((SECONDS - began)) -lt 50 ] || complain "An interruption waits for the end of a stage"
 for _ in {1..50}; do
   [[ "$(ps -o stat= -p "$(cat "$work/lint")")" =~ ^(Z|$) ]] && exit
   sleep 0.1
