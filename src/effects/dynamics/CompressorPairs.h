@@ -22,7 +22,7 @@ Words256 differences(const std::int16_t* samples, std::int64_t& previous) {
 }
 
 /// Each sample waits for the one before it. Moves `highpass` to the last one.
-BothChannels blockedSamples(const BothChannels& steps, Pair& highpass) {
+inline BothChannels blockedSamples(const BothChannels& steps, Pair& highpass) {
   const Pair kept = Pair::both(CompressorGain::DcBlock::kKept);
   SamplePairs pairs(steps);
   for (Pair& pair : pairs.pairs) {
@@ -33,7 +33,7 @@ BothChannels blockedSamples(const BothChannels& steps, Pair& highpass) {
 }
 
 /// The gains after each of the next samples.
-Words256 followGains(CompressorGain& law, const BothChannels& blocked, std::int32_t attack) {
+inline Words256 followGains(CompressorGain& law, const BothChannels& blocked, std::int32_t attack) {
   std::int32_t values[kPairs];
   larger(magnitude(blocked.left), magnitude(blocked.right)).store(values);
   for (std::int32_t& value : values) {

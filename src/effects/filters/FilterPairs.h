@@ -14,10 +14,10 @@ namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 static_assert(CombFilter::kLanes == kPairs);
-constexpr std::size_t kCombMask = CombFilter::kLineLength - 1;
+inline constexpr std::size_t kCombMask = CombFilter::kLineLength - 1;
 
 /// The eight values of a line from `at` on.
-Words256 loadLine(const std::int32_t* line, std::size_t at) {
+inline Words256 loadLine(const std::int32_t* line, std::size_t at) {
   if (at <= CombFilter::kLineLength - kPairs) [[likely]] {
     return Words256::load(line + at);
   }
@@ -28,7 +28,7 @@ Words256 loadLine(const std::int32_t* line, std::size_t at) {
   return Words256::load(joined);
 }
 
-void storeLine(std::int32_t* line, std::size_t at, Words256 values) {
+inline void storeLine(std::int32_t* line, std::size_t at, Words256 values) {
   if (at <= CombFilter::kLineLength - kPairs) [[likely]] {
     values.store(line + at);
     return;
@@ -41,7 +41,7 @@ void storeLine(std::int32_t* line, std::size_t at, Words256 values) {
 }
 
 /// The echoes before each of the next eight samples. Moves `echo` to the last one.
-BothChannels echoesBefore(const BothChannels& near, const BothChannels& older, Pair eta, Pair& echo) {
+inline BothChannels echoesBefore(const BothChannels& near, const BothChannels& older, Pair eta, Pair& echo) {
   const SamplePairs nearWhole({near.left.shiftedRight<15>(), near.right.shiftedRight<15>()});
   SamplePairs echoes(older);
   for (unsigned i = 0; i < kPairs; ++i) {
@@ -53,14 +53,14 @@ BothChannels echoesBefore(const BothChannels& near, const BothChannels& older, P
 }
 
 /// Puts the next samples of a channel into its line and out.
-void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedback, std::int16_t* samples) {
+inline void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedback, std::int16_t* samples) {
   const Words256 sound = combSound(echoes, feedback, raised<15>(samples));
   storeLine(line, write, sound);
   saturatedSamples(sound.shiftedRight<15>()).store(samples);
 }
 
-[[gnu::flatten]] unsigned runComb(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
-                                  unsigned count) SIVRAY_NONBLOCKING {
+[[gnu::flatten]] inline unsigned runComb(CombFilter& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                         unsigned count) SIVRAY_NONBLOCKING {
   std::int32_t* const leftLine = law.left.line.data();
   std::int32_t* const rightLine = law.right.line.data();
   const Words256 feedback = Words256::all(static_cast<std::int32_t>(law.feedback));
@@ -81,8 +81,8 @@ void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedb
 }
 
 /// Both channels in one register.
-[[gnu::flatten]] unsigned runPeaking(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
-                                     unsigned count) SIVRAY_NONBLOCKING {
+[[gnu::flatten]] inline unsigned runPeaking(PeakingEQ& law, std::int16_t* leftSamples, std::int16_t* rightSamples,
+                                            unsigned count) SIVRAY_NONBLOCKING {
   using Longs = lanes::LongsIn<HalfRegisters>;
   const auto gain = [](std::int64_t coefficient) { return Longs{HalfRegisters::all64(coefficient)}; };
   const auto both = [](const std::int64_t& ofLeft, const std::int64_t& ofRight) {

@@ -86,7 +86,8 @@ void StepRun::chooseCircle() {
 
 std::uint32_t StepRun::placeOf(float fraction) const {
   if (spacing == 0) {
-    return static_cast<std::uint32_t>(fraction * static_cast<float>(places) + 0.5F);
+    constexpr float kToNearest = 0.5F;
+    return static_cast<std::uint32_t>(fraction * static_cast<float>(places) + kToNearest);
   }
   return (static_cast<std::uint32_t>(fraction * static_cast<float>(kOne)) + spacing - 1) / spacing;
 }

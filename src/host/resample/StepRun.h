@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/RealTime.h"
 #include "host/resample/ResamplePosition.h"
 
 namespace tesh::bramel::vst {
@@ -20,16 +21,16 @@ class StepRun {
 
   /// Moves past `frames` input frames, at most 2^14, as that many calls of `advance`, whose number it returns; then
   /// counts frames from there. The position must have come by such steps from a fraction of 0.
-  std::size_t pass(ResamplePosition& position, std::size_t frames) const;
+  std::size_t pass(ResamplePosition& position, std::size_t frames) const SIVRAY_NONBLOCKING;
 
   const ResampleStep& step() const { return oneStep; }
 
   /// The step in units of 2^-kFixedBits of a unit; 0 if such sums would not give the same units over kMostFrames.
   std::uint64_t fixedStep() const { return fixedPerStep; }
   /// Such a sum to begin with.
-  std::uint64_t fixedPlace(const ResamplePosition& position) const;
+  std::uint64_t fixedPlace(const ResamplePosition& position) const SIVRAY_NONBLOCKING;
   /// The position so many steps later. Only with a fixed step.
-  ResamplePosition later(const ResamplePosition& position, std::size_t steps) const;
+  ResamplePosition later(const ResamplePosition& position, std::size_t steps) const SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kFixedBits = 18;
   static constexpr std::size_t kMostFrames = 512;
