@@ -73,14 +73,16 @@ def fingerprint(path, flags, version):
 
 
 def compiler_flags(entry):
-    """The flags of a compile command, without the compiler, its launcher, the source and the object."""
+    """The flags of a compile command, without the compiler, its launcher, the source, the object and precompiled headers."""
     words = shlex.split(entry["command"])
     compiler = next(i for i, word in enumerate(words) if re.search("clang|mingw32", pathlib.Path(word).name))
     target = windows_flags(words[compiler]) if "mingw32" in words[compiler] else []
     words = words[compiler + 1:]
-    output = words.index("-o")
-    return target + [word for word in words[:output] + words[output + 2:]
-                     if word not in ("-c", entry["file"]) and not word.startswith(LEFT_OUT)]
+    # GCC's precompiled headers are nothing to Clang.
+    for option in ("-o", *("-include" for word in words if word.endswith("/cmake_pch.hxx"))):
+        place = words.index(option)
+        del words[place:place + 2]
+    return target + [word for word in words if word not in ("-c", entry["file"]) and not word.startswith(LEFT_OUT)]
 
 
 @functools.cache
