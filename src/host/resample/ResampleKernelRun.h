@@ -98,7 +98,8 @@ class BinaryPlace {
   float fraction;
 };
 
-/// The same where sums of fixed steps give the units: the units past a phase, and what lies below, fill 32 bits.
+/// A place as one integer, which a fixed step moves on, for designs with `StepRun::fixedStep`. Its lower 32 bits are
+/// the units past a phase and the bits below a unit.
 template <unsigned Phases>
 class FixedPlace {
   static_assert(std::has_single_bit(Phases) && kPhaseFractionBits + StepRun::kFixedBits == 32);

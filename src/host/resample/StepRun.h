@@ -13,7 +13,7 @@ namespace tesh::bramel::vst {
 
 /// A position's fraction is a sum in single precision, rounded at each step. Its values nevertheless follow each other
 /// like places that a fixed step visits on a circle. Where that circle is known, which it is at all common rates, a few
-/// integer operations give the position after any number of steps, to the bit.
+/// integer operations give exactly the position that any number of single steps would.
 class StepRun {
  public:
   StepRun() = default;
@@ -25,7 +25,8 @@ class StepRun {
 
   const ResampleStep& step() const { return oneStep; }
 
-  /// The step in units of 2^-kFixedBits of a unit; 0 if such sums would not give the same units over kMostFrames.
+  /// The step as an integer in units of 2^-kFixedBits of a unit. 0 if sums of it would not give the same whole units as
+  /// single steps over kMostFrames input frames.
   std::uint64_t fixedStep() const { return fixedPerStep; }
   /// Such a sum to begin with.
   std::uint64_t fixedPlace(const ResamplePosition& position) const SIVRAY_NONBLOCKING;
