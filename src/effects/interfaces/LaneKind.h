@@ -8,7 +8,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The ways to compute a law. All give the same bits. SampleLanes.h describes the lanes.
+/// The ways to compute a law, which give the same bits. SampleLanes.h describes the lanes.
 enum class LaneKind : std::uint8_t {
   plain,     ///< Sample by sample.
   baseline,  ///< In registers that every processor has: mostly eight samples at a time.

@@ -13,7 +13,7 @@
 
 namespace tesh::bramel::vst {
 
-/// The 32-bit number that a host passes in a pointer-sized value; a value out of range gives the nearer end.
+/// The 32-bit number that a host passes in a pointer-sized value; a value outside its range becomes the nearest inside.
 std::int32_t narrowToInt32(std::intptr_t value);
 
 /// Functions that a plug-in does not override do nothing and return 0 or an empty text. No exception reaches the host.

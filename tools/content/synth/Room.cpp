@@ -17,7 +17,7 @@ namespace {
 
 constexpr double kEchoesPerSecond = 1400.0;
 constexpr double kFirstEcho = 0.003;
-constexpr double kLowest = 120.0;  ///< Hz: walls give back nothing below.
+constexpr double kLowest = 120.0;  ///< Hz: walls reflect nothing below this.
 
 /// A section of the tail: its end as a share of the tail's length, and its low-pass cut-off as a share of the first
 /// one.
