@@ -30,12 +30,11 @@ PICTURES = {
     "settings": ["--open", "settings"],
 }
 
-# Licences of the fonts: the text that stands beside each.
+# The notices of all that is compiled in, and the licences whose whole text is not among them.
 LICENCES = {
-    "Oswald": "resources/fonts/oswald/LICENSE.txt",
-    "Open Sans": "resources/fonts/open-sans/LICENSE.txt",
-    "Roboto": "resources/fonts/roboto/LICENSE.txt",
-    "Sivray, JUCE": "LICENSE",
+    "Notices": "packaging/copyright",
+    "Apache License 2.0": "resources/fonts/roboto/LICENSE.txt",
+    "GNU General Public License": "LICENSE",
 }
 
 PAGE = """<!DOCTYPE html>
