@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the Debian package and the archive of what a build installs. The archive also holds ./install, which works there as
-# here, and the licence. The same build gives the same bytes: dates are those of SOURCE_DATE_EPOCH, and names and rights of
-# whoever packs are left out.
+# here, how to use it, and the licence. The same build gives the same bytes: dates are those of SOURCE_DATE_EPOCH, and names
+# and rights of whoever packs are left out.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 
@@ -52,7 +52,7 @@ settle "$package"
 dpkg-deb --root-owner-group --threads-max=1 -Z$compression -z$level --build "$package" "$out/sivray_${version}_$architecture.deb" >/dev/null
 
 # --- The archive
-cp "$top/install" "$top/LICENSE" "$work/$name/"
+cp "$top/install" "$top/LICENSE" "$top/packaging/README.txt" "$work/$name/"
 settle "$work/$name"
 case $compression in
   xz) pack=(xz "-$level" --threads=1) archive="$out/$name.tar.xz" ;;
