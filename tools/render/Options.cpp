@@ -302,7 +302,7 @@ std::string helpText() {
          "  --check               checks the plug-in as a strict host would, one line a check; --full takes the full\n"
          "                        numbers, --soak HOURS adds a long rendering, --only TEXT runs the checks\n"
          "                        with that text in their names\n"
-         "    --form FORM           vst2, vst3 or lv2 (vst2); the others are also compared with VST 2\n"
+         "    --form FORM           vst2, vst3, lv2 or clap (vst2); the others are also compared with VST 2\n"
          "    --bundle FOLDER       the form's bundle (near this program)\n"
          "  --quiet               no progress bar and no closing line\n"
          "  -h, --help            this text\n"
