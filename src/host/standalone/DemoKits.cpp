@@ -14,11 +14,10 @@ DemoKits::DemoKits(juce::AudioProcessor& instrument, DemoPlayer& player) : proce
 DemoKits::~DemoKits() { stop(); }
 
 void DemoKits::play() {
-  const std::string& first = demo.firstKit();
-  if (!first.empty() && ownSound.isEmpty()) {
+  if (!demo.kitName(0).empty() && ownSound.isEmpty()) {
     processor.getStateInformation(ownSound);
     shown.clear();
-    select(first);
+    select(0);
     startTimer(kInterval);
   }
   demo.play();
@@ -35,7 +34,12 @@ void DemoKits::stop() {
 
 void DemoKits::timerCallback() { select(demo.kit()); }
 
-void DemoKits::select(const std::string& name) {
+void DemoKits::select(std::size_t kit) {
+  choose(demo.kitName(kit));
+  demo.tellSelected(kit);
+}
+
+void DemoKits::choose(const std::string& name) {
   if (name == shown) {
     return;
   }

@@ -5,6 +5,7 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <juce_events/juce_events.h>
 
+#include <cstddef>
 #include <string>
 
 #include "host/standalone/DemoPlayer.h"
@@ -26,7 +27,8 @@ class DemoKits final : private juce::Timer {
 
  private:
   void timerCallback() override;
-  void select(const std::string& name);
+  void select(std::size_t kit);
+  void choose(const std::string& name);
 
   juce::AudioProcessor& processor;
   DemoPlayer& demo;

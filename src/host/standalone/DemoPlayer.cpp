@@ -45,6 +45,9 @@ int DemoPlayer::beginBlock(int frames) {
     next = 0;
   }
   chooseKit(length);
+  if (isWaiting) {
+    return frames;
+  }
   return static_cast<int>(endOfBlock(std::min(position + frames, length)) - position);
 }
 
@@ -63,27 +66,32 @@ std::int64_t DemoPlayer::endOfBlock(std::int64_t latest) const {
   for (const DemoScore::Tempo& tempo : score.tempos) {
     stopAt(tempo.seconds);
   }
+  for (const DemoScore::Kit& kit : score.kits) {
+    stopAt(kit.seconds);
+  }
   return end;
 }
 
 void DemoPlayer::chooseKit(std::int64_t length) {
   constexpr double kAhead = 0.1;  ///< Seconds, in which the message thread selects it.
-  std::int64_t place = position + frameOf(kAhead);
-  place = place < length ? place : 0;
+  const std::int64_t place = position + frameOf(kAhead);
+  const std::size_t coming = kitAt(place < length ? place : 0);
+  kitIndex = coming;
+  const std::size_t selected = selectedKit;
+  isWaiting = !score.kits.empty() && selected != coming && selected != kitAt(position);
+}
+
+std::size_t DemoPlayer::kitAt(std::int64_t place) const {
   std::size_t index = 0;
   while (index + 1 < score.kits.size() && frameOf(score.kits[index + 1].seconds) <= place) {
     ++index;
   }
-  kitIndex = index;
+  return index;
 }
 
-const std::string& DemoPlayer::kit() const { return kitAt(kitIndex); }
-
-const std::string& DemoPlayer::firstKit() const { return kitAt(0); }
-
-const std::string& DemoPlayer::kitAt(std::size_t index) const {
+const std::string& DemoPlayer::kitName(std::size_t kit) const {
   static const std::string kNone;
-  return index < score.kits.size() ? score.kits[index].name : kNone;
+  return kit < score.kits.size() ? score.kits[kit].name : kNone;
 }
 
 double DemoPlayer::beat() const {
@@ -94,6 +102,9 @@ double DemoPlayer::beat() const {
 void DemoPlayer::addEvents(juce::MidiBuffer& midi, int frames) {
   if (!moving) {
     endNotes(midi);
+    return;
+  }
+  if (isWaiting) {
     return;
   }
   const std::int64_t end = position + frames;

@@ -27,9 +27,12 @@ class DemoPlayer {
   bool isPlaying() const { return isWanted; }
   bool hasScore() const { return !score.isEmpty(); }
 
-  /// The kit's name of the score that plays or comes soon: a kit takes a moment to load. Empty if the score has none.
-  const std::string& kit() const;
-  const std::string& firstKit() const;
+  /// The number of the score's kit that plays or comes soon: a kit takes a moment to load.
+  std::size_t kit() const { return kitIndex; }
+  /// Empty if the score has no such kit.
+  const std::string& kitName(std::size_t kit) const;
+  /// Tells that the kit is selected. The piece waits at a kit's start until it is, as on a busy machine.
+  void tellSelected(std::size_t kit) { selectedKit = kit; }
 
   /// While no block is played. Keeps the place in the piece.
   void setSampleRate(double newRate);
@@ -37,7 +40,7 @@ class DemoPlayer {
   // Audio thread, in this order for each block.
 
   /// Takes in what is wanted, and returns the length of the next block in frames: 1 to `frames`. It ends where the demo
-  /// moves a controller, changes its tempo or begins anew.
+  /// moves a controller, changes its tempo or its kit, or begins anew.
   int beginBlock(int frames);
   /// Of the block that was begun. The tempo is the demo's also at rest, so that effects in time keep theirs.
   double beatsPerMinute() const { return score.tempoAt(seconds()).beatsPerMinute; }
@@ -46,7 +49,7 @@ class DemoPlayer {
   double beat() const;
   /// Adds the events of the block.
   void addEvents(juce::MidiBuffer& midi, int frames);
-  void endBlock(int frames) { position += moving ? frames : 0; }
+  void endBlock(int frames) { position += moving && !isWaiting ? frames : 0; }
 
  private:
   static constexpr std::size_t kNotes = 128;
@@ -55,7 +58,7 @@ class DemoPlayer {
   double seconds() const { return static_cast<double>(position) / rate; }
   std::int64_t endOfBlock(std::int64_t latest) const;
   void chooseKit(std::int64_t length);
-  const std::string& kitAt(std::size_t index) const;
+  std::size_t kitAt(std::int64_t place) const;
   void add(juce::MidiBuffer& midi, const DemoScore::Event& event, int offset);
   void endNotes(juce::MidiBuffer& midi);
 
@@ -63,9 +66,11 @@ class DemoPlayer {
   double rate = cofu::core::kEngineRate;
   std::atomic<bool> isWanted = false;
   std::atomic<std::size_t> kitIndex = 0;  ///< Of the score's kits.
+  std::atomic<std::size_t> selectedKit = 0;
 
   // The audio thread's.
   bool moving = false;
+  bool isWaiting = false;     ///< For the kit.
   std::int64_t position = 0;  ///< Frames from the piece's start.
   std::size_t next = 0;       ///< Of the events.
   std::array<bool, kNotes> isSounding{};
