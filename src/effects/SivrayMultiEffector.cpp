@@ -30,11 +30,17 @@ constexpr bool isRhythmic(int type) { return type == kTypePump || type == kTypeS
 constexpr bool isParameter(int index) { return index >= 0 && index < kParameterCount; }
 
 /// Multiplies by the full-scale gain: (x * 32767) >> 15 is one less for positive samples, and one more for -32768.
-void scaleByFullGain(const std::int16_t* in, std::int16_t* out, int count) {
-  for (int i = 0; i < count; ++i) {
-    const auto less = static_cast<std::int16_t>(in[i] - (in[i] > 0 ? 1 : 0));
-    out[i] = std::max<std::int16_t>(less, -kFullScale);
-  }
+void scaleByFullGain(StereoBlock from, StereoBlock to, int count) {
+  const auto scaled = [](std::int16_t sample) {
+    return std::max(static_cast<std::int16_t>(sample - (sample > 0 ? 1 : 0)), std::int16_t{-kFullScale});
+  };
+  std::transform(from.left, from.left + count, to.left, scaled);
+  std::transform(from.right, from.right + count, to.right, scaled);
+}
+
+void copy(StereoBlock from, StereoBlock to, int count) {
+  std::copy_n(from.left, count, to.left);
+  std::copy_n(from.right, count, to.right);
 }
 
 /// `a` times its gain and `b` times the rest of full scale.
@@ -99,9 +105,8 @@ void SivrayMultiEffector::transport(int message) {
 }
 
 void SivrayMultiEffector::reset() {
-  switchOn = pendingSwitch.peek();
   fading = false;
-  wetTarget = switchOn ? kFullScale : 0;
+  wetTarget = pendingSwitch.peek() ? kFullScale : 0;
   wetState = wetTarget << 15;
   for (const std::unique_ptr<SivrayFx>& effect : effects) {
     const bool awake = effect->isAwake();
@@ -116,8 +121,8 @@ void SivrayMultiEffector::reset() {
 }
 
 void SivrayMultiEffector::takeSwitch() {
-  if (pendingSwitch.takeInto(switchOn)) {
-    wetTarget = switchOn ? kFullScale : 0;
+  if (bool isOn = false; pendingSwitch.takeInto(isOn)) {
+    wetTarget = isOn ? kFullScale : 0;
   }
 }
 
@@ -170,11 +175,9 @@ void SivrayMultiEffector::process(StereoBlock& block, int count) {
   if (onlyWet) {
     // The dry sound has no part in the mix, so that the effect may overwrite it.
     runEffect(block, count);
-    scaleByFullGain(block.left, block.left, count);
-    scaleByFullGain(block.right, block.right, count);
+    scaleByFullGain(block, block, count);
   } else {
-    std::copy_n(block.left, count, buffers->work.left.data());
-    std::copy_n(block.right, count, buffers->work.right.data());
+    copy(block, buffers->work.from(0), count);
     crossfade(count);
     mix(block, count);
   }
@@ -199,10 +202,8 @@ void SivrayMultiEffector::runEffect(StereoBlock block, int count) {
 void SivrayMultiEffector::crossfade(int count) {
   Buffers& b = *buffers;
   if (fading) {
-    std::copy_n(b.work.left.data(), count, b.oldPath.left.data());
-    std::copy_n(b.work.right.data(), count, b.oldPath.right.data());
-    std::copy_n(b.work.left.data(), count, b.newPath.left.data());
-    std::copy_n(b.work.right.data(), count, b.newPath.right.data());
+    copy(b.work.from(0), b.oldPath.from(0), count);
+    copy(b.work.from(0), b.newPath.from(0), count);
   }
   int done = 0;
   while (fading && done < count) {
@@ -241,15 +242,8 @@ void SivrayMultiEffector::fadeRun(int start, int length) {
 
 void SivrayMultiEffector::mix(StereoBlock block, int count) {
   const int glided = glideMix(block, count);
-  const int rest = count - glided;
-  const StereoBlock wet = buffers->work.from(glided);
-  if (wetTarget == 0) {
-    scaleByFullGain(block.left + glided, block.left + glided, rest);
-    scaleByFullGain(block.right + glided, block.right + glided, rest);
-  } else {
-    scaleByFullGain(wet.left, block.left + glided, rest);
-    scaleByFullGain(wet.right, block.right + glided, rest);
-  }
+  const StereoBlock rest{block.left + glided, block.right + glided};
+  scaleByFullGain(wetTarget == 0 ? rest : buffers->work.from(glided), rest, count - glided);
 }
 
 /// Mixes until the wet factor has reached its target. Returns the number of frames that this took.

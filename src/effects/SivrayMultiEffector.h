@@ -96,7 +96,6 @@ class SivrayMultiEffector {
   SivrayFx* previous = nullptr;  ///< The effect that fades out.
 
   PendingSettings<bool> pendingSwitch{true, true};
-  bool switchOn = true;
   std::int32_t wetTarget = 0;  ///< 32767 when the effect is on, 0 when it is off.
   std::int32_t wetState = 0;   ///< Wet factor with 15 fractional bits.
 

@@ -70,13 +70,11 @@ void BasicEffect::initParameters() {
 }
 
 void BasicEffect::processFloat(FloatBlock in, FloatBlock out, unsigned count) {
-  const auto process = [this](Int16Block from, Int16Block to, unsigned run) { processInt16(from, to, run); };
-  processConverted<Int16Block>(in, out, count, state->int16Scratch, process);
+  processConverted<Int16Block>(in, out, count, state->int16Scratch, [this](auto... run) { processInt16(run...); });
 }
 
 void BasicEffect::processInt16(Int16Block in, Int16Block out, unsigned count) {
-  const auto process = [this](FloatBlock from, FloatBlock to, unsigned run) { processFloat(from, to, run); };
-  processConverted<FloatBlock>(in, out, count, state->floatScratch, process);
+  processConverted<FloatBlock>(in, out, count, state->floatScratch, [this](auto... run) { processFloat(run...); });
 }
 
 }  // namespace tesh::vimo

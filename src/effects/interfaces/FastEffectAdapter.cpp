@@ -19,12 +19,14 @@ bool sounds(Int16Block block, unsigned count) {
   return bits != 0;
 }
 
-bool exceeds(FloatBlock block, unsigned count, float threshold) {
+/// True if a sample exceeds the threshold.
+bool sounds(FloatBlock block, unsigned count) {
+  constexpr float kThreshold = 1e-5F;
   float peak = 0.0F;
   for (unsigned i = 0; i < count; ++i) {
     peak = std::max(peak, std::max(std::fabs(block.left[i]), std::fabs(block.right[i])));
   }
-  return peak > threshold;
+  return peak > kThreshold;
 }
 
 }  // namespace
@@ -38,16 +40,18 @@ void FastEffectAdapter::setParameter(unsigned index, float value) {
   inner->setParameter(index, value);
 }
 
-bool FastEffectAdapter::wakesWith(bool sounding) {
-  if (sounding) {
+template <typename Block, typename Process>
+void FastEffectAdapter::processAwake(Block in, Block out, unsigned count, Process process) {
+  if (sleeping != 0) {
+    copyBlock(in, out, count);
+    if (!sounds(in, count)) {
+      return;
+    }
     silentCountdown = kHoldSamples;
     sleeping = 0;
   }
-  return sounding;
-}
-
-void FastEffectAdapter::noteOutput(bool sounding, unsigned count) {
-  if (sounding) {
+  process();
+  if (sounds(out, count)) {
     silentCountdown = kHoldSamples;
   } else if (silentCountdown <= count) {
     silentCountdown = 0;
@@ -58,25 +62,11 @@ void FastEffectAdapter::noteOutput(bool sounding, unsigned count) {
 }
 
 void FastEffectAdapter::processFloat(FloatBlock in, FloatBlock out, unsigned count) {
-  if (sleeping != 0) {
-    copyBlock(in, out, count);
-    if (!wakesWith(exceeds(in, count, kThreshold))) {
-      return;
-    }
-  }
-  inner->processFloat(in, out, count);
-  noteOutput(exceeds(out, count, kThreshold), count);
+  processAwake(in, out, count, [&] { inner->processFloat(in, out, count); });
 }
 
 void FastEffectAdapter::processInt16(Int16Block in, Int16Block out, unsigned count) {
-  if (sleeping != 0) {
-    copyBlock(in, out, count);
-    if (!wakesWith(sounds(in, count))) {
-      return;
-    }
-  }
-  inner->processInt16(in, out, count);
-  noteOutput(sounds(out, count), count);
+  processAwake(in, out, count, [&] { inner->processInt16(in, out, count); });
 }
 
 }  // namespace tesh::vimo

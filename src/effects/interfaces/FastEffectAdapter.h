@@ -27,14 +27,11 @@ class FastEffectAdapter : public BasicEffect {
   void processInt16(Int16Block in, Int16Block out, unsigned count) override;
 
  private:
-  /// Counts the silent samples at the output and falls asleep after enough; `sounding` starts the count again.
-  void noteOutput(bool sounding, unsigned count);
-
-  /// Wakes if the input sounds. Returns false if the wrapper stays asleep.
-  bool wakesWith(bool sounding);
+  /// Runs `process` unless the wrapper stays asleep.
+  template <typename Block, typename Process>
+  void processAwake(Block in, Block out, unsigned count, Process process);
 
   static constexpr unsigned kHoldSamples = 48000;
-  static constexpr float kThreshold = 1e-5F;
 
   const std::unique_ptr<BasicEffect> inner;
   std::uint8_t sleeping = 1;

@@ -31,8 +31,7 @@ class SivrayFx {
   virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
   /// Moves on by `count` silent samples if its output would be silent too. Returns false and changes nothing if that is
-  /// not certain: then `process` must run. Only the effect that ran last may
-  /// skip.
+  /// not certain: then `process` must run. Only the effect that ran last may skip.
   virtual bool skip(unsigned count) SIVRAY_NONBLOCKING {
     static_cast<void>(count);
     return false;
