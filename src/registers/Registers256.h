@@ -50,12 +50,7 @@ struct Registers256 {
   static Integers loadWidened16(const void* from) { return widened16(Half::load(from)); }
   template <typename Make>
   static Integers mapped32(Integers v, Make make) {
-    const Half::Integers below = lower(v);
-    const Half::Integers above = upper(v);
-    return _mm256_setr_epi32(make(_mm_cvtsi128_si32(below)), make(_mm_extract_epi32(below, 1)),
-                             make(_mm_extract_epi32(below, 2)), make(_mm_extract_epi32(below, 3)),
-                             make(_mm_cvtsi128_si32(above)), make(_mm_extract_epi32(above, 1)),
-                             make(_mm_extract_epi32(above, 2)), make(_mm_extract_epi32(above, 3)));
+    return joined(Half::mapped32(lower(v), make), Half::mapped32(upper(v), make));
   }
   static void storeNarrowed32(void* to, Integers v) { Half::store(to, narrowed32(v)); }
   static void pairsAt(const float* from, Integers indices, Floats& first, Floats& second) {
