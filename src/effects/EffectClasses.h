@@ -4,7 +4,6 @@
 
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 #include "effects/delays/SivrayFxShortDelay.h"
-#include "effects/dynamics/Pump.h"
 #include "effects/dynamics/Q60393Distortion.h"
 #include "effects/dynamics/Q60393Drive.h"
 #include "effects/dynamics/SivrayFxCompressor.h"
@@ -16,7 +15,6 @@
 #include "effects/filters/SivrayFxTalkingModulator.h"
 #include "effects/filters/SivrayFxTolvanFilter.h"
 #include "effects/interfaces/EffectAdapter.h"
-#include "effects/interfaces/SivrayFxBypass.h"
 #include "effects/modulation/GainModulator.h"
 #include "effects/modulation/Q60393Phaser.h"
 #include "effects/modulation/Ringmod.h"
@@ -25,10 +23,23 @@
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHallAdapter.h"
+#include "effects/rhythmic/BeatGain.h"
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
-#include "effects/rhythmic/Slicer.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
+
+/// Passes the block unchanged.
+class SivrayFxBypass : public SivrayFx {
+ public:
+  void process(StereoBlock&, unsigned) override {}
+  bool skip(unsigned) override { return true; }
+  int setParameter(unsigned index, int value) override {
+    return index == kEdit1 || index == kEdit2 ? knobOf(value) : 0;
+  }
+  void reset() override {}
+  void setImmediate(bool) override {}
+  void notify(int) override {}
+};
 
 /// A list of classes.
 template <typename... Effects>

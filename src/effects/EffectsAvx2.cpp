@@ -10,7 +10,6 @@
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 #include "effects/delays/SivrayFxShortDelay.h"
 #include "effects/dynamics/Kilnode.h"
-#include "effects/dynamics/Pump.h"
 #include "effects/dynamics/Q60393Drive.h"
 #include "effects/dynamics/SivrayFxCompressor.h"
 #include "effects/filters/CombFilter.h"
@@ -19,16 +18,16 @@
 #include "effects/filters/SivrayFxTolvanFilter.h"
 #include "effects/interfaces/OneSample.h"
 #include "effects/modulation/GainModulator.h"
+#include "effects/modulation/LfoTables.h"
 #include "effects/modulation/Q60393Phaser.h"
 #include "effects/modulation/Ringmod.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
 #include "effects/modulation/SivrayFxIMarloEffects.h"
-#include "effects/modulation/TriangleLfo.h"
 #include "effects/reverbs/GateReverb.h"
 #include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHall.h"
+#include "effects/rhythmic/BeatGain.h"
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
-#include "effects/rhythmic/Slicer.h"
 #include "registers/Registers128.h"
 
 SIVRAY_COMPILE_FOR("avx2")
@@ -39,7 +38,6 @@ SIVRAY_COMPILE_FOR("avx2")
 #include "effects/delays/ShortDelayStep.h"
 #include "effects/dynamics/CompressorPairs.h"
 #include "effects/dynamics/DriveStep.h"
-#include "effects/dynamics/PumpStep.h"
 #include "effects/dynamics/TubeCurve.h"
 #include "effects/filters/FilterPairs.h"
 #include "effects/filters/FormantStep.h"
@@ -51,8 +49,8 @@ SIVRAY_COMPILE_FOR("avx2")
 #include "effects/modulation/RingmodStep.h"
 #include "effects/reverbs/HallStep.h"
 #include "effects/reverbs/NetworkStep.h"
+#include "effects/rhythmic/BeatGainStep.h"
 #include "effects/rhythmic/GrainStep.h"
-#include "effects/rhythmic/SlicerStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -103,7 +101,6 @@ using MasterLaw = SivrayFxStereoCompressor::StereoCompressorImpl;
 const RunInLanes<CompressorLaw> CompressorLaw::runAvx2 = runCompressor<CompressorOutput>;
 const RunInLanes<MasterLaw> MasterLaw::runAvx2 = runCompressor<MasterOutput>;
 const RunInLanes<Q60393Drive> Q60393Drive::runAvx2 = runSerially<stepDrive<Registers128Sse41>>;
-const RunInLanes<Pump> Pump::runAvx2 = runBeat<Samples256>;
 
 // Filters. The state-variable filter multiplies signed values here and limits in two steps; the talking modulator only
 // needs no copies of registers.
@@ -124,6 +121,7 @@ const RunInLanes<TalkingModulatorLaw> TalkingModulatorLaw::runAvx2 = runSerially
 
 // Rhythmic effects.
 
+const RunInLanes<Pump> Pump::runAvx2 = runBeat<Samples256>;
 const RunInLanes<GrainShifterLaw> GrainShifterLaw::runAvx2 = runGrains<Samples256>;
 const RunInLanes<Slicer> Slicer::runAvx2 = runBeat<Samples256>;
 
@@ -141,10 +139,6 @@ struct FourValues {
 
   static Doubles widened(Floats x) { return __builtin_convertvector(x, Doubles); }
   static Floats narrowed(Doubles x) { return __builtin_convertvector(x, Floats); }
-  template <typename To, typename From>
-  static To as(From x) {
-    return reinterpret_cast<To>(x);
-  }
   static Floats load(const float* values) {
     Floats four;
     std::memcpy(&four, values, sizeof(four));

@@ -6,8 +6,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 struct CompleteLaw {
   static constexpr LawParts kParts{
-      .aims = true, .glides = true, .derives = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
-  static constexpr unsigned kMemory = 64;
+      .aims = true, .glides = true, .derives = true, .lanes = LaneParts::baselineAndAvx2, .sleepsAfter = 64};
   static constexpr std::size_t kRequiredSamples = 64;
   static constexpr unsigned kLineLength = 64;
 

@@ -13,14 +13,14 @@ LANES = (HERE.parent.parent / "src/effects/interfaces/OneSample.h").read_text().
 
 # What is replaced, by what, and a word of the compiler's answer.
 CASES = [
-    (" kParts{", " kPart{", "kParts"), (".sleeps", ".sleep", "sleep"), (" step(", " steps(", "Steps"),
+    (" kParts{", " kPart{", "kParts"), (".sleepsAfter", ".sleepAfter", "sleepAfter"), (" step(", " steps(", "Steps"),
     (" aim(", " aims(", "aims"), (" eachSmoothed(", " eachSmooth(", "glides"), (" derive(", " derives(", "derives"),
     (" fitsLanes(", " fitLanes(", "lanes"), (" runBaseline;", " runSSE2;", "lanes"), (" runAvx2;", " runAVX2;", "lanes"),
     (" isSilent(", " isSilence(", "sleeps"), (" skip(", " skips(", "sleeps"),
     (" kRequiredSamples ", " kSamples ", "kRequiredSamples"), (" kLineLength ", " kLength ", "kLineLength"),
     (" writeIndex ", " writeAt ", "writeIndex"),
     # The law names a part less than it has.
-    (".glides = true, ", "", "glides"), ("baselineAndAvx2", "avx2", "lanes"), (", .sleeps = true", "", "sleeps"),
+    (".glides = true, ", "", "glides"), ("baselineAndAvx2", "avx2", "lanes"), (", .sleepsAfter = 64", "", "sleeps"),
     # A part has another type.
     ("bool isSilent(unsigned count) const", "bool isSilent() const", "sleeps"),
     ("RunInLanes<CompleteLaw> runAvx2", "int runAvx2", "lanes"),

@@ -7,13 +7,12 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The sound `time` ahead of `position` in a line, between two samples (12 bits of fraction).
+/// The sound `time` ahead of `position` in line 0 or 1, between two samples (12 bits of fraction).
 template <typename Samples>
-Samples tapAt(const BpmSyncDelayLaw& law, const std::int16_t* line, unsigned position) {
-  constexpr unsigned kLength = BpmSyncDelayLaw::kLineLength;
+Samples tapAt(const BpmSyncDelayLaw& law, unsigned line, unsigned position) {
   const unsigned near = position - static_cast<unsigned>(law.time >> 12);
   const typename Samples::template Fraction<12> fraction(law.time & 4095);
-  return loadBetween<Samples, kLength>(line, near, fraction);
+  return loadBetween<Samples, BpmSyncDelayLaw::kLineLength>(law.line(line), near, fraction);
 }
 
 /// The input less the fed-back tap, each with its own Q15 gain. Both have 30 fractional bits; 7 and then 8 are shifted
@@ -29,19 +28,17 @@ Samples lessTap(Samples input, std::int32_t inputGain, Samples tap, std::int32_t
 template <typename Samples>
 void stepAs(BpmSyncDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = BpmSyncDelayLaw::kLineLength;
-  std::int16_t* const line1 = law.lines;
-  std::int16_t* const line2 = law.lines + kLength;
   // A sample hears the tap that was read when the sample before it was written.
   const unsigned position = law.writeIndex - 1;
-  const auto tapLeft = tapAt<Samples>(law, line1, position);
-  const auto tapRight = tapAt<Samples>(law, line2, position);
+  const auto tapLeft = tapAt<Samples>(law, 0, position);
+  const auto tapRight = tapAt<Samples>(law, 1, position);
   const auto outRight = lessTap(Samples::load(right), law.inputGain.value(), tapRight, law.feedback.value());
   const auto outLeft = lessTap(Samples::load(left), law.inputGain.value(), tapLeft, law.feedback.value());
   outRight.store(right);
   outLeft.store(left);
-  storeToRing<kLength>(line1, law.writeIndex, outRight);
-  storeToRing<kLength>(line2, law.writeIndex, outLeft);
-  law.writeIndex = (law.writeIndex + Samples::kCount) & (kLength - 1);
+  storeToRing<kLength>(law.line(0), law.writeIndex, outRight);
+  storeToRing<kLength>(law.line(1), law.writeIndex, outLeft);
+  law.moveOn(Samples::kCount);
 }
 
 /// A run in lanes, after which the taps are those of its last sample.

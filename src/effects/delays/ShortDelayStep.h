@@ -22,8 +22,8 @@ Samples echoOf(const std::int16_t* line, unsigned near, typename Samples::templa
 template <typename Samples>
 void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = ShortDelayLaw::kLineLength;
-  std::int16_t* const line1 = law.lines;
-  std::int16_t* const line2 = law.lines + kLength;
+  std::int16_t* const line1 = law.line(0);
+  std::int16_t* const line2 = law.line(1);
   const typename Samples::Gain inputGain(cofu::core::kFullScale - (law.level.state >> 16));
   Samples outLeft = mul15(Samples::load(left), inputGain);
   Samples outRight = mul15(Samples::load(right), inputGain);
@@ -38,7 +38,7 @@ void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   outRight.store(right);
   storeToRing<kLength>(line1, law.writeIndex, outLeft);
   storeToRing<kLength>(line2, law.writeIndex, outRight);
-  law.writeIndex = (law.writeIndex + Samples::kCount) & (kLength - 1);
+  law.moveOn(Samples::kCount);
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -61,8 +61,7 @@ void BpmSyncDelayLaw::reset(const Settings& now) {
 
 BpmSyncDelayLaw::Taps BpmSyncDelayLaw::lastTaps() const {
   const unsigned position = writeIndex - 1;
-  return {tapAt<OneSample>(*this, lines, position).v, tapAt<OneSample>(*this, lines + kLineLength, position).v,
-          feedback.value()};
+  return {tapAt<OneSample>(*this, 0, position).v, tapAt<OneSample>(*this, 1, position).v, feedback.value()};
 }
 
 void BpmSyncDelayLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
@@ -70,9 +69,9 @@ void BpmSyncDelayLaw::step(const Settings& to, std::int16_t& left, std::int16_t&
   const auto outLeft = lessTap<OneSample>({left}, inputGain.value(), {taps.left}, taps.feedback);
   outRight.store(&right);
   outLeft.store(&left);
-  outRight.store(lines + writeIndex);
-  outLeft.store(lines + kLineLength + writeIndex);
-  writeIndex = (writeIndex + 1) & (kLineLength - 1);
+  outRight.store(line(0) + writeIndex);
+  outLeft.store(line(1) + writeIndex);
+  moveOn(1);
   time = nextTime(time, to.time);
   taps = lastTaps();
 }
@@ -89,7 +88,7 @@ const RunInLanes<BpmSyncDelayLaw> BpmSyncDelayLaw::runBaseline = runDelay<Sample
 void BpmSyncDelayLaw::skip(const Settings& to, unsigned count) {
   moveToRest(time, count, [&to](std::int32_t& moved) { moved = nextTime(moved, to.time); });
   taps = {0, 0, feedback.value()};
-  writeIndex = (writeIndex + count) & (kLineLength - 1);
+  moveOn(count);
 }
 
 template class TwoKnobEffect<BpmSyncDelayLaw>;

@@ -10,10 +10,8 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a feedback comb a side. A change of time sweeps, and so bends the pitch of the echoes, as a tape does.
-struct BpmSyncDelayLaw {
-  static constexpr unsigned kLineLength = 131072;
-  static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
-
+/// The line of the right output comes first.
+struct BpmSyncDelayLaw : BorrowedLines<2, 131072> {
   /// Marks a note knob or a tempo that no one has set. Until one of them is, the time is 0.
   static constexpr int kNeverSet = std::numeric_limits<int>::min();
 
@@ -22,7 +20,7 @@ struct BpmSyncDelayLaw {
                                    .resetTakesPending = true,
                                    .glides = true,
                                    .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
+                                   .sleepsAfter = kLineLength};
 
   struct Settings {
     std::int32_t inputGain;  ///< Q15.
@@ -48,11 +46,7 @@ struct BpmSyncDelayLaw {
   /// The taps as they were read after the last sample, if time and feedback rest since then.
   Taps lastTaps() const SIVRAY_NONBLOCKING;
 
-  static constexpr unsigned kMemory = kLineLength;
-  bool isSilent(unsigned count) const {
-    return taps.left == 0 && taps.right == 0 && isZeroBefore(lines, kLineLength, writeIndex, count) &&
-           isZeroBefore(lines + kLineLength, kLineLength, writeIndex, count);
-  }
+  bool isSilent(unsigned count) const { return taps.left == 0 && taps.right == 0 && BorrowedLines::isSilent(count); }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
   void eachSmoothed(const Settings& to, auto&& visit) {
@@ -64,8 +58,6 @@ struct BpmSyncDelayLaw {
   SmoothedValue feedback;
   std::int32_t time = 0;  ///< Samples, 12 fractional bits.
   Taps taps;
-  unsigned writeIndex = 0;
-  std::int16_t* lines = nullptr;  ///< The line of the right output, then that of the left.
 };
 
 extern template class TwoKnobEffect<BpmSyncDelayLaw>;

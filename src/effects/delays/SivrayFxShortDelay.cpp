@@ -19,7 +19,7 @@ constexpr std::int32_t kLeastTimeShare = 5;
 
 /// Largest loop gain by Time knob, Q15: 0.9375 up to the knob's middle, then down a parabola to 0.797 at the longest
 /// time, 30720 - 4608 * ((i - 63) / 64)^2, so that long echoes do not pile up.
-constexpr KnobTable levelScale = detail::makeKnobTable([](int i) {
+constexpr KnobTable levelScale = tableOf<std::int16_t>([](int i) {
   const int above = std::max(i - 63, 0);
   return (30720 * 8 - 9 * above * above) / 8;
 });

@@ -10,11 +10,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a feedback comb on each side that is fed by the echo of the other side. There is no separate dry path: the
 /// sound that enters a line is also the output.
-struct ShortDelayLaw {
-  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
-
-  static constexpr unsigned kLineLength = 16384;
-  static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
+/// One line feeds the right side, the next one the left.
+struct ShortDelayLaw : BorrowedLines<2, 16384> {
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleepsAfter = kLineLength};
 
   struct Settings {
     std::int32_t time = 0;   ///< Samples.
@@ -28,12 +26,7 @@ struct ShortDelayLaw {
   static const RunInLanes<ShortDelayLaw> runBaseline;
   static const RunInLanes<ShortDelayLaw> runAvx2;
 
-  static constexpr unsigned kMemory = kLineLength;
-  bool isSilent(unsigned count) const {
-    return isZeroBefore(lines, kLineLength, writeIndex, count) &&
-           isZeroBefore(lines + kLineLength, kLineLength, writeIndex, count);
-  }
-  void skip(const Settings&, unsigned count) { writeIndex = (writeIndex + count) & (kLineLength - 1); }
+  void skip(const Settings&, unsigned count) { moveOn(count); }
 
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);
@@ -42,8 +35,6 @@ struct ShortDelayLaw {
 
   SmoothedValue level;
   SmoothedValue time;
-  unsigned writeIndex = 0;
-  std::int16_t* lines = nullptr;  ///< The line that feeds the right side, then the one that feeds the left.
 };
 
 extern template class TwoKnobEffect<ShortDelayLaw>;

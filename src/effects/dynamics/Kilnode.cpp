@@ -11,8 +11,6 @@
 
 namespace tesh::bramel::plugin::fxkit {
 
-using sivray::effects::LaneKind;
-
 namespace {
 
 /// Share of the distance that drive and mix move per sample: a time constant of 333 samples (7.6 ms).
@@ -38,10 +36,10 @@ void glide(float& value, float target, float* values, unsigned count) {
   }
 }
 
-/// Sends samples through the tube in lanes of the given kind; the arrays may be read up to the next multiple of 4.
-void throughTube(LaneKind kind, float* samples, const float* drives, const float* mixes, unsigned count) {
+/// Sends samples through the tube; the arrays may be read up to the next multiple of 4.
+void throughTube(bool hasAvx2, float* samples, const float* drives, const float* mixes, unsigned count) {
   if constexpr (SIVRAY_FOR_X86) {
-    if (kind == LaneKind::avx2) {
+    if (hasAvx2) {
       throughTubeAvx2(samples, drives, mixes, (count + 3) & ~3U);
       return;
     }
@@ -94,7 +92,7 @@ void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned c
     for (const auto& [from, to] :
          {std::pair{in.left + start, out.left + start}, {in.right + start, out.right + start}}) {
       std::copy_n(from, run, samples);
-      throughTube(laneKind, samples, drives, mixes, run);
+      throughTube(hasAvx2, samples, drives, mixes, run);
       std::copy_n(samples, run, to);
     }
   }

@@ -4,7 +4,7 @@
 
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/BasicEffect.h"
-#include "effects/interfaces/LaneKind.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::fxkit {
 
@@ -24,15 +24,12 @@ class Kilnode : public vimo::BasicEffect {
   void setParameter(unsigned index, float value) override;
   void processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned count) override;
 
-  /// Changes the kind of lanes; the processor must have it. At first it is the fastest one.
-  void useLanes(sivray::effects::LaneKind kind) { laneKind = kind; }
-
  private:
   sivray::effects::Relaxed<float> driveTarget = 0.0F;
   sivray::effects::Relaxed<float> mixTarget = 0.0F;
   float drive = 0.0F;
   float mix = 0.0F;
-  sivray::effects::LaneKind laneKind = sivray::effects::bestLaneKind();
+  bool hasAvx2 = platform::supports(platform::VectorSet::avx2);
 };
 
 }  // namespace tesh::bramel::plugin::fxkit

@@ -4,7 +4,7 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
-#include "effects/interfaces/ShortLeak.h"
+#include "effects/interfaces/OneSample.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 

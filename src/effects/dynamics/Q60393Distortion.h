@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the gain, Edit2 the level. The output is mono.
 struct Q60393Distortion {
-  static constexpr LawParts kParts{.start = Knobs{64, 73}, .glides = true, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{64, 73}, .glides = true, .sleepsAfter = 0};
 
   /// Q15.
   struct Settings {
@@ -34,7 +34,6 @@ struct Q60393Distortion {
   void reset(const Settings&) { memory = {}; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  static constexpr unsigned kMemory = 0;
   /// Whether silence gives silence and changes nothing: rounding may hold the filters next to 0.
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
   void skip(const Settings&, unsigned) {}

@@ -12,7 +12,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the drive, Edit2 the output level. Models an amplifier stage: linear up to the threshold, a parabola above.
 struct Q60393Drive {
   static constexpr LawParts kParts{
-      .start = Knobs{63, 100}, .resetTakesPending = true, .glides = true, .lanes = LaneParts::avx2, .sleeps = true};
+      .start = Knobs{63, 100}, .resetTakesPending = true, .glides = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
   /// How strongly what lies above the threshold is bent: 0.8 in Q15.
   static constexpr std::int32_t kBend = 26213;
@@ -40,7 +40,6 @@ struct Q60393Drive {
   static bool fitsLanes(const Settings&) { return true; }
   static const RunInLanes<Q60393Drive> runAvx2;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return preEmphasis.isZero() && lastOutput.isZero(); }
   void skip(const Settings&, unsigned) {}
 

@@ -76,7 +76,6 @@ struct CompressorParts {
   void aim(const Settings& to, bool) { attack = to.attack; }
   static bool fitsLanes(const Settings&) { return true; }
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return law.isSilent(); }
   void skip(const Settings& to, unsigned count) { law.skip(count, to.attack); }
 
@@ -90,7 +89,7 @@ struct CompressorParts {
 
 struct CompressorLaw : CompressorParts {
   static constexpr LawParts kParts{
-      .start = Knobs{}, .aims = true, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
+      .start = Knobs{}, .aims = true, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
@@ -114,7 +113,7 @@ struct SivrayFxStereoCompressor {
                                      .glides = true,
                                      .derives = true,
                                      .lanes = LaneParts::avx2,
-                                     .sleeps = true};
+                                     .sleepsAfter = 0};
 
     static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 

@@ -3,15 +3,28 @@
 #include "effects/dynamics/SivrayFxDecimator.h"
 
 #include "core/FixedPoint.h"
-#include "effects/dynamics/DecimatorTables.h"
 #include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 using namespace cofu::core;
 
+namespace {
+
+/// Steps of the 16-bit counter per sample: five for the highest rates, then down a parabola to 1000 Hz at the knob's
+/// end.
+constexpr auto stepTable = tableOf<std::uint16_t>([](int knob) {
+  constexpr std::array<int, 5> kFinest{65535, 50000, 39000, 30000, 23000};
+  constexpr int kCoarsest = 1486;
+  constexpr int kSpan = 18514;
+  const int rest = kTopKnob - knob;
+  return knob < 5 ? valueAt(kFinest, knob) : kCoarsest + kSpan * rest * rest / kTopKnobSquared;
+});
+
+}  // namespace
+
 SivrayFxDecimator::Settings SivrayFxDecimator::settingsOf(const Knobs& knobs) {
-  return {valueAt(decimatorSteps, knobs.edit1), valueAt(linearTable, knobs.edit2)};
+  return {valueAt(stepTable, knobs.edit1), valueAt(linearTable, knobs.edit2)};
 }
 
 void SivrayFxDecimator::aim(const Settings& to, bool) {

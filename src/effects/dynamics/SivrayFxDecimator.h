@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the rate (44100 down to 1000 Hz), Edit2 the balance. Nothing is smoothed.
 struct SivrayFxDecimator {
-  static constexpr LawParts kParts{.start = Knobs{64, kTopKnob}, .aims = true, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{64, kTopKnob}, .aims = true, .sleepsAfter = 0};
 
   struct Settings {
     std::uint32_t step;  ///< Of a 16-bit counter per sample.
@@ -25,7 +25,6 @@ struct SivrayFxDecimator {
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return (holdLeft | holdRight | wetLeft | wetRight) == 0; }
   void skip(const Settings& to, unsigned count) { counter = (counter + to.step * count) & 65535; }
 

@@ -1,13 +1,66 @@
-// The curve of the tube stage, as a template over the lanes of Exponential.h. Every step is single precision but for
-// the exponential itself. A source file for an instruction set includes this between the marks of core/VectorCode.h.
+// The curve of the tube stage, as a template over OneValue or several values side by side. Every step is single
+// precision but for the exponential itself. A source file for an instruction set includes this between the marks of
+// core/VectorCode.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
-#include "effects/dynamics/Exponential.h"
-
 namespace tesh::bramel::plugin::fxkit {
+
+inline constexpr double kLowestExponent = -80.0;
+inline constexpr double kLog2E = 1.4426950408889634074;
+inline constexpr double kLn2 = 0.69314718055994530942;
+
+/// Adding this leaves the nearest whole number in the low bits of the sum.
+inline constexpr double kRounder = 6755399441055744.0;
+
+/// Taylor's series to the 13th power: 1 / n!.
+inline constexpr auto kTaylor = [] {
+  std::array<double, 14> reciprocals{1.0};
+  double factorial = 1.0;
+  for (std::size_t n = 1; n < reciprocals.size(); ++n) {
+    factorial *= static_cast<double>(n);
+    reciprocals[n] = 1.0 / factorial;
+  }
+  return reciprocals;
+}();
+
+/// The types of the tube's arithmetic: one value, or several side by side.
+struct OneValue {
+  using Floats = float;
+  using Words = std::int32_t;
+  using Doubles = double;
+  using Longs = std::uint64_t;
+
+  static Doubles widened(Floats x) { return static_cast<double>(x); }
+  static Floats narrowed(Doubles x) { return static_cast<float>(x); }
+};
+
+/// e to the power of `x` for x at or below 0, rounded to single precision. The same to the bit on every machine: the
+/// mathematics library picks its instructions by the processor and may differ in the last bit. Computed in double
+/// precision to a few parts in 10^15, so that the result is the nearest single but for one case in ten million. Below
+/// -80 it gives e^-80.
+template <typename Lanes>
+typename Lanes::Floats exponentialOfNegative(typename Lanes::Floats x) {
+  using Doubles = typename Lanes::Doubles;
+  using Longs = typename Lanes::Longs;
+  const Doubles wide = Lanes::widened(x);
+  const Doubles lowest = Doubles{} + kLowestExponent;
+  const Doubles t = wide > lowest ? wide : lowest;
+  const Doubles shifted = t * kLog2E + kRounder;
+  const Doubles r = t - (shifted - kRounder) * kLn2;
+  const Doubles r2 = r * r;
+  // The series on |r| <= ln(2) / 2, two terms a pair.
+  Doubles p = kTaylor[12] + r * kTaylor[13];
+  for (std::size_t pair = 6; pair-- > 0;) {
+    p = p * r2 + (kTaylor[2 * pair] + r * kTaylor[2 * pair + 1]);
+  }
+  const Longs scaled = __builtin_bit_cast(Longs, p) + (__builtin_bit_cast(Longs, shifted) << 52);
+  return Lanes::narrowed(__builtin_bit_cast(Doubles, scaled));
+}
 
 /// What the input is multiplied by at a drive of 1.0.
 inline constexpr float kTubeInputScale = 12.0F;
@@ -24,7 +77,7 @@ typename Lanes::Floats tube(typename Lanes::Floats in, typename Lanes::Floats dr
   using Floats = typename Lanes::Floats;
   constexpr std::int32_t kAllButSign = 0x7FFFFFFF;
   const Floats x = drive * in * kTubeInputScale;
-  const Floats magnitude = Lanes::template as<Floats>(Lanes::template as<typename Lanes::Words>(x) & kAllButSign);
+  const Floats magnitude = __builtin_bit_cast(Floats, __builtin_bit_cast(typename Lanes::Words, x) & kAllButSign);
   const Floats rise = 1.0F - exponentialOfNegative<Lanes>(-kTubeSteepness * magnitude);
   const Floats y = x >= 0.0F ? rise * kTubeUpperHeight : -rise * kTubeLowerHeight;
   const Floats mixed = (1.0F - mix) * in + mix * y;

@@ -26,40 +26,18 @@ constexpr double kDecayPerRound = 195.11349;
 
 constexpr double k1In31Bits = 2147483648.0;
 
-/// A one-pole smoother's share of the target and of its own value, Q15: the delay goes nearly all the way in a sample,
-/// the feedback 0.99 of it.
-constexpr std::int64_t kDelayTargetShare = 28599;
-constexpr std::int64_t kDelayKept = 4168;
-constexpr std::int64_t kFeedbackTargetShare = 32439;
-constexpr std::int64_t kFeedbackKept = 328;
+/// The delay goes nearly all the way in a sample, the feedback 0.99 of it.
+constexpr OnePole kDelayGlide{4168, 28599};
+constexpr OnePole kFeedbackGlide{328, 32439};
 
 /// 2 to the power of -steps / 12.
-double semitonesDown(std::size_t steps) { return std::exp2(-static_cast<double>(steps) / 12.0); }
+double semitonesDown(int steps) { return std::exp2(-steps / 12.0); }
 
-const auto delayTable = [] {
-  std::array<std::int32_t, 128> table{};
-  for (std::size_t i = 0; i < table.size(); ++i) {
-    table[i] = static_cast<std::int32_t>(kLongestDelay * semitonesDown(i));
-  }
-  return table;
-}();
+const auto delayTable = tableOf<std::int32_t>([](int knob) { return kLongestDelay * semitonesDown(knob); });
 
 /// The feedback by the sum of both knobs.
-const auto feedbackTable = [] {
-  std::array<std::int32_t, 255> table{};
-  for (std::size_t n = 0; n < table.size(); ++n) {
-    table[n] = static_cast<std::int32_t>(k1In31Bits * std::exp(-kDecayPerRound * semitonesDown(n)));
-  }
-  return table;
-}();
-
-std::int64_t nextDelay(std::int64_t delay, std::int64_t target) {
-  return (target * kDelayTargetShare + delay * kDelayKept) >> 15;
-}
-
-std::int64_t nextFeedback(std::int64_t feedback, std::int64_t target) {
-  return (target * kFeedbackTargetShare + feedback * kFeedbackKept) >> 15;
-}
+const auto feedbackTable = tableOf<std::int32_t, 2 * kTopKnob + 1>(
+    [](int sum) { return k1In31Bits * std::exp(-kDecayPerRound * semitonesDown(sum)); });
 
 }  // namespace
 
@@ -68,12 +46,12 @@ CombFilter::Settings CombFilter::settingsOf(const Knobs& knobs) {
 }
 
 bool CombFilter::restsAt(const Settings& to, bool) const {
-  return nextDelay(delay, to.delay) == delay && nextFeedback(feedback, to.feedback) == feedback;
+  return kDelayGlide.next(delay, to.delay) == delay && kFeedbackGlide.next(feedback, to.feedback) == feedback;
 }
 
 void CombFilter::glide(const Settings& to, bool) {
-  delay = nextDelay(delay, to.delay);
-  feedback = nextFeedback(feedback, to.feedback);
+  delay = kDelayGlide.next(delay, to.delay);
+  feedback = kFeedbackGlide.next(feedback, to.feedback);
 }
 
 /// The whole samples of the delay, and the weight of an all-pass interpolation, (1 - fraction) / (1 + fraction).

@@ -14,10 +14,10 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// feedback grows as the delay gets shorter, so that a sound decays in the same time at every pitch. It has no
 /// immediate mode.
 struct CombFilter {
-  static constexpr LawParts kParts{
-      .start = Knobs{64, 64}, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleeps = true};
+  static constexpr unsigned kLineLength = 2048;
 
-  static constexpr std::size_t kLineLength = 2048;
+  static constexpr LawParts kParts{
+      .start = Knobs{64, 64}, .glides = true, .derives = true, .lanes = LaneParts::avx2, .sleepsAfter = kLineLength};
 
   /// Samples that lanes compute at once.
   static constexpr unsigned kLanes = 8;
@@ -50,7 +50,6 @@ struct CombFilter {
   bool fitsLanes(const Settings&) const { return wholeDelay >= kLanes; }
   static const RunInLanes<CombFilter> runAvx2;
 
-  static constexpr unsigned kMemory = kLineLength;
   bool isSilent(unsigned count) const {
     return left.output == 0 && right.output == 0 && isZeroBefore(left.line.data(), kLineLength, write, count) &&
            isZeroBefore(right.line.data(), kLineLength, write, count);

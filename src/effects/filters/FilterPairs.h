@@ -3,42 +3,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "effects/filters/CombStep.h"
 #include "effects/filters/PeakingStep.h"
 #include "effects/interfaces/ChannelPairs.h"
+#include "effects/interfaces/LaneRun.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
 static_assert(CombFilter::kLanes == kPairs);
-inline constexpr std::size_t kCombMask = CombFilter::kLineLength - 1;
-
-/// The eight values of a line from `at` on.
-inline Words256 loadLine(const std::int32_t* line, std::size_t at) {
-  if (at <= CombFilter::kLineLength - kPairs) [[likely]] {
-    return Words256::load(line + at);
-  }
-  std::int32_t joined[kPairs];
-  for (unsigned i = 0; i < kPairs; ++i) {
-    joined[i] = line[(at + i) & kCombMask];
-  }
-  return Words256::load(joined);
-}
-
-inline void storeLine(std::int32_t* line, std::size_t at, Words256 values) {
-  if (at <= CombFilter::kLineLength - kPairs) [[likely]] {
-    values.store(line + at);
-    return;
-  }
-  std::int32_t separate[kPairs];
-  values.store(separate);
-  for (unsigned i = 0; i < kPairs; ++i) {
-    line[(at + i) & kCombMask] = separate[i];
-  }
-}
 
 /// The echoes before each of the next eight samples. Moves `echo` to the last one.
 inline BothChannels echoesBefore(const BothChannels& near, const BothChannels& older, Pair eta, Pair& echo) {
@@ -53,9 +28,9 @@ inline BothChannels echoesBefore(const BothChannels& near, const BothChannels& o
 }
 
 /// Puts the next samples of a channel into its line and out.
-inline void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words256 feedback, std::int16_t* samples) {
+inline void feed(std::int32_t* line, unsigned write, Words256 echoes, Words256 feedback, std::int16_t* samples) {
   const Words256 sound = combSound(echoes, feedback, raised<15>(samples));
-  storeLine(line, write, sound);
+  storeToRing<CombFilter::kLineLength>(line, write, sound);
   saturatedSamples(sound.shiftedRight<15>()).store(samples);
 }
 
@@ -66,15 +41,21 @@ inline void feed(std::int32_t* line, std::size_t write, Words256 echoes, Words25
   const Words256 feedback = Words256::all(static_cast<std::int32_t>(law.feedback));
   const Pair eta = Pair::both(static_cast<std::int32_t>(law.eta));
   Pair echo = Pair::of(static_cast<std::int32_t>(law.left.output), static_cast<std::int32_t>(law.right.output));
+  auto read = static_cast<unsigned>(law.read);
+  auto write = static_cast<unsigned>(law.write);
   unsigned done = 0;
   for (; done + kPairs <= count; done += kPairs) {
-    const std::size_t older = (law.read - 1) & kCombMask;
-    const BothChannels echoes = echoesBefore({loadLine(leftLine, law.read), loadLine(rightLine, law.read)},
-                                             {loadLine(leftLine, older), loadLine(rightLine, older)}, eta, echo);
-    feed(leftLine, law.write, echoes.left, feedback, leftSamples + done);
-    feed(rightLine, law.write, echoes.right, feedback, rightSamples + done);
-    law.moveIndices(kPairs);
+    const auto from = [](const std::int32_t* line, unsigned at) {
+      return loadFromRing<Words256, CombFilter::kLineLength>(line, at);
+    };
+    const BothChannels echoes = echoesBefore({from(leftLine, read), from(rightLine, read)},
+                                             {from(leftLine, read - 1), from(rightLine, read - 1)}, eta, echo);
+    feed(leftLine, write, echoes.left, feedback, leftSamples + done);
+    feed(rightLine, write, echoes.right, feedback, rightSamples + done);
+    read += kPairs;
+    write += kPairs;
   }
+  law.moveIndices(done);
   law.left.output = echo.left();
   law.right.output = echo.right();
   return done;

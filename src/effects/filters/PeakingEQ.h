@@ -11,7 +11,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Edit1 is the frequency in semitones with 440 Hz at 61, Edit2 the gain from -15 to 15 dB. Nothing is smoothed. A
 /// change of a knob computes a sine and powers on the calling thread.
 struct PeakingEQ {
-  static constexpr LawParts kParts{.start = Knobs{61, 70}, .aims = true, .lanes = LaneParts::avx2, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{61, 70}, .aims = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
   /// Bits of the memory above a sample, and fractional bits of the coefficients.
   static constexpr int kInputShift = 9;
@@ -42,7 +42,6 @@ struct PeakingEQ {
   static bool fitsLanes(const Settings&) { return true; }
   static const RunInLanes<PeakingEQ> runAvx2;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return left == Memory{} && right == Memory{}; }
   void skip(const Settings&, unsigned) {}
 

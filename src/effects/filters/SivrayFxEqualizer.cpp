@@ -2,6 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxEqualizer.h"
 
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "core/EngineRate.h"
 #include "effects/filters/EqualizerTables.h"
 #include "effects/interfaces/Flushed.h"
 #include "effects/interfaces/KnobTables.h"
@@ -10,10 +15,13 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-/// 1/32768, the unit of the tables.
-constexpr float kTableScale = 3.0517578e-5F;
+/// Corners of the shelves, Hz.
+constexpr double kLowCorner = 80.0;
+constexpr double kHighCorner = 12000.0;
 
-/// The tables hold the high shelf at a quarter and the low shelf at half of its size, so that rows fit 16 bits.
+/// Coefficients are whole multiples of 1/32768, the high shelf's at a quarter and the low shelf's at half of their
+/// size.
+constexpr float kStep = 3.0517578e-5F;
 constexpr float kHighShelfScale = 4.0F;
 constexpr float kLowShelfScale = 2.0F;
 
@@ -28,6 +36,7 @@ constexpr float kFullScaleFloat = 32767.0F;
 constexpr float kKeptR = 0.9998779F;
 constexpr float kKeptS = 0.99993896F;
 
+using Shelf = EqualizerLaw::Shelf;
 using StereoFloats = EqualizerLaw::StereoFloats;
 
 StereoFloats limited(StereoFloats x, float limit) {
@@ -35,15 +44,42 @@ StereoFloats limited(StereoFloats x, float limit) {
   return R::maxFloats(R::minFloats(x, R::allFloats(limit)), R::allFloats(-limit));
 }
 
-float coefficient(std::int16_t entry) { return static_cast<float>(entry) * kTableScale; }
+double gainOf(int halfDecibels) { return std::pow(10.0, halfDecibels / 40.0); }
+
+double tangentOf(double hertz) { return std::tan(std::numbers::pi * hertz / cofu::core::kEngineRate); }
+
+/// The pole of a first-order all-pass whose corner has this tangent.
+double poleOf(double tangent) { return (tangent - 1.0) / (tangent + 1.0); }
+
+Shelf rounded(double before, double now, double pole, float scale) {
+  const auto entry = [scale](double coefficient) {
+    return static_cast<float>(static_cast<std::int16_t>(coefficient * 32768.0 / static_cast<double>(scale))) * kStep;
+  };
+  return {entry(before), entry(now), entry(pole)};
+}
+
+// A shelf is the sound and a share of an all-pass. A cut moves the pole, so that it undoes a boost.
+const auto lowShelves = tableOf<Shelf>([](int knob) {
+  const double gain = gainOf(valueAt(lowShelfGains, knob));
+  const double pole = poleOf(tangentOf(kLowCorner) / std::min(gain, 1.0));
+  const double lift = (gain - 1.0) * (1.0 + pole) / 2.0;
+  return rounded(pole + lift, 1.0 + lift, pole, kLowShelfScale);
+});
+
+const auto highShelves = tableOf<Shelf>([](int knob) {
+  const double gain = gainOf(valueAt(highShelfGains, knob));
+  const double pole = poleOf(tangentOf(kHighCorner) * std::min(gain, 1.0));
+  const double lift = (gain - 1.0) * (1.0 - pole) / 2.0;
+  return rounded(pole - lift, 1.0 + lift, pole, kHighShelfScale);
+});
 
 /// Returns the samples before they are truncated.
 StereoFloats filtered(const EqualizerLaw::Settings& k, EqualizerLaw::Memory& m, std::int16_t left, std::int16_t right) {
   const StereoFloats x = StereoFloats{static_cast<float>(left), static_cast<float>(right)} / kFullScaleFloat;
-  m.a = flushed(x * k.highGain + k.highFeedback1 * m.a);
+  m.a = flushed(x * k.high.now + k.high.before * m.a);
   const StereoFloats oldB = m.b * kKeptR;
-  m.b = flushed(limited((m.a - oldB * kKeptS * k.highFeedback2) * kHighShelfScale, kMemoryLimit));
-  const StereoFloats low = m.b * k.lowFeedforward + oldB * k.lowFeedforwardOld - m.c * kKeptS * kKeptR * k.lowFeedback;
+  m.b = flushed(limited((m.a - oldB * kKeptS * k.high.pole) * kHighShelfScale, kMemoryLimit));
+  const StereoFloats low = m.b * k.low.now + oldB * k.low.before - m.c * kKeptS * kKeptR * k.low.pole;
   m.c = flushed(limited(kLowShelfScale * low, kMemoryLimit));
   return limited(m.c, 1.0F) * kFullScaleFloat;
 }
@@ -53,10 +89,7 @@ bool areEqual(StereoFloats a, StereoFloats b) { return a[0] == b[0] && a[1] == b
 }  // namespace
 
 EqualizerLaw::Settings EqualizerLaw::settingsOf(const Knobs& knobs) {
-  const LowShelfRow& low = valueAt(lowShelfTable, knobs.edit1);
-  const HighShelfRow& high = valueAt(highShelfTable, knobs.edit2);
-  return {coefficient(low.feedforwardOld), coefficient(low.feedforward), coefficient(low.feedback),
-          coefficient(high.feedback1),     coefficient(high.gain),       coefficient(high.feedback2)};
+  return {valueAt(lowShelves, knobs.edit1), valueAt(highShelves, knobs.edit2)};
 }
 
 EqualizerLaw::Settings EqualizerLaw::glided(const Settings& to, bool immediate) const {
@@ -64,12 +97,10 @@ EqualizerLaw::Settings EqualizerLaw::glided(const Settings& to, bool immediate) 
     const float way = target - from;
     return from + way * share;
   };
-  return {moved(smoothed.lowFeedforwardOld, to.lowFeedforwardOld),
-          moved(smoothed.lowFeedforward, to.lowFeedforward),
-          moved(smoothed.lowFeedback, to.lowFeedback),
-          moved(smoothed.highFeedback1, to.highFeedback1),
-          moved(smoothed.highGain, to.highGain),
-          moved(smoothed.highFeedback2, to.highFeedback2)};
+  const auto movedShelf = [&moved](const Shelf& from, const Shelf& target) {
+    return Shelf{moved(from.before, target.before), moved(from.now, target.now), moved(from.pole, target.pole)};
+  };
+  return {movedShelf(smoothed.low, to.low), movedShelf(smoothed.high, to.high)};
 }
 
 bool EqualizerLaw::isSilent(unsigned) const {

@@ -12,15 +12,20 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Models a high shelf (a gain into a pole, then a second pole) before a low shelf (a zero and a pole). The glide of
 /// the six coefficients is their one-pole smoothing.
 struct EqualizerLaw {
-  static constexpr LawParts kParts{.glides = true, .sleeps = true};
+  static constexpr LawParts kParts{.glides = true, .sleepsAfter = 0};
+
+  /// The coefficients of a first-order shelf: for the sample before, for the present one, and the pole.
+  struct Shelf {
+    float before = 0.0F;
+    float now = 0.0F;
+    float pole = 0.0F;
+
+    bool operator==(const Shelf&) const = default;
+  };
 
   struct Settings {
-    float lowFeedforwardOld = 0.0F;
-    float lowFeedforward = 0.0F;
-    float lowFeedback = 0.0F;
-    float highFeedback1 = 0.0F;
-    float highGain = 0.0F;
-    float highFeedback2 = 0.0F;
+    Shelf low;
+    Shelf high;
 
     bool operator==(const Settings&) const = default;
   };
@@ -43,7 +48,6 @@ struct EqualizerLaw {
   void glide(const Settings& to, bool immediate) { smoothed = glided(to, immediate); }
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
 
-  static constexpr unsigned kMemory = 0;
   /// Whether silence gives silence and changes nothing: rounding may hold the memory next to 0.
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
   void skip(const Settings&, unsigned) {}

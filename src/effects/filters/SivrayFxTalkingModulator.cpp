@@ -3,11 +3,31 @@
 #include "effects/filters/SivrayFxTalkingModulator.h"
 
 #include "effects/filters/FormantStep.h"
-#include "effects/filters/FormantTables.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
+
+constexpr std::array<int, 5> kFormantKnobs{0, 32, 64, 96, kTopKnob};
+
+/// Straight lines between the frequencies at the five knob values, truncated. All frequencies are positive.
+constexpr KnobTable formantTable(const std::array<int, 5>& frequencies) {
+  return tableOf<std::int16_t>([&](int knob) {
+    std::size_t line = 0;
+    while (line + 2 < kFormantKnobs.size() && knob >= kFormantKnobs[line + 1]) {
+      ++line;
+    }
+    const int width = kFormantKnobs[line + 1] - kFormantKnobs[line];
+    const int along = knob - kFormantKnobs[line];
+    return (frequencies[line] * (width - along) + frequencies[line + 1] * along) / width;
+  });
+}
+
+/// Frequency coefficients of the three upper bands, 15 fractional bits, before the Offset knob scales them.
+constexpr KnobTable formant1 = formantTable({4558, 3227, 3227, 1926, 1926});
+constexpr KnobTable formant2 = formantTable({9185, 11171, 8192, 6454, 16384});
+constexpr KnobTable formant3 = formantTable({17128, 17128, 16880, 16632, 21100});
 
 /// Frequency coefficient of the lowest band, which the vowel leaves alone; Q15.
 constexpr std::int32_t kLowestBand = 1331;
@@ -27,11 +47,8 @@ TalkingModulatorLaw::Settings TalkingModulatorLaw::settingsOf(const Knobs& knobs
 }
 
 bool TalkingModulatorLaw::restsAt(const Settings& to, bool) const {
-  bool rests = true;
-  for (std::size_t i = 0; i < kFormantBands; ++i) {
-    rests = rests && frequency[i].restsAt(to.band[i]);
-  }
-  return rests;
+  return std::equal(frequency.begin(), frequency.end(), to.band.begin(),
+                    [](const SmoothedValue& value, std::int32_t target) { return value.restsAt(target); });
 }
 
 void TalkingModulatorLaw::glide(const Settings& to, bool immediate) {

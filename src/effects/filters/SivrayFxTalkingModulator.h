@@ -15,7 +15,7 @@ inline constexpr std::size_t kFormantBands = 4;
 
 /// Models a vocal tract by four two-pole resonators side by side, whose band outputs are summed.
 struct TalkingModulatorLaw {
-  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::avx2, .sleeps = true};
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
   using Registers = cofu::registers::Registers128;
 
@@ -34,7 +34,6 @@ struct TalkingModulatorLaw {
   static bool fitsLanes(const Settings&) { return true; }
   static const RunInLanes<TalkingModulatorLaw> runAvx2;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return Registers::isZero(band) && Registers::isZero(low); }
   void skip(const Settings&, unsigned) {}
 

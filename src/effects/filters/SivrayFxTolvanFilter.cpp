@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxTolvanFilter.h"
 
-#include "effects/filters/CutoffTables.h"
+#include <cmath>
+
 #include "effects/filters/TolvanStep.h"
 #include "effects/interfaces/KnobTables.h"
 
@@ -13,6 +14,18 @@ namespace {
 constexpr std::int64_t kOne24 = 16777216;
 constexpr std::int32_t kHalf24 = 8388608;
 
+/// The angle whose sine is the cutoff at knob 0: 26.2 Hz of the engine's rate, in radians per sample.
+constexpr double kLowestAngle = 0.00373317284283;
+
+/// Above this knob a step is a quarter of a semitone.
+constexpr int kLastSemitone = 97;
+
+/// 31 fractional bits.
+const auto cutoffTable = tableOf<std::int32_t>([](int knob) {
+  const double semitones = knob <= kLastSemitone ? knob : kLastSemitone + (knob - kLastSemitone) / 4.0;
+  return 2147483648.0 * std::sin(kLowestAngle * std::exp2(semitones / 12.0));
+});
+
 /// Above this cutoff, 0.637 of the highest, the resonance is taken back, so that the filter stays stable.
 constexpr std::int32_t kResonanceKnee = 1367566549;
 
@@ -21,9 +34,8 @@ constexpr std::int64_t kHighestResonance = 2147314568;
 
 /// Highest resonance times the convex curve, 1 - (1 - knob / 127)^2, truncated, exactly, in integers.
 std::int32_t resonanceOf(int knob) {
-  constexpr std::int64_t kTopSquared = kTopKnob * kTopKnob;
   const std::int64_t rest = kTopKnob - knob;
-  return static_cast<std::int32_t>(kHighestResonance * (kTopSquared - rest * rest) / kTopSquared);
+  return static_cast<std::int32_t>(kHighestResonance * (kTopKnobSquared - rest * rest) / kTopKnobSquared);
 }
 
 /// 1.0 up to a very high resonance, a half at the highest.

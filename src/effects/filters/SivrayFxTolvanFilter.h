@@ -46,7 +46,6 @@ struct TolvanFilter {
   }
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return band.isZero() && low.isZero(); }
   /// The ramps start at their targets in the next `aim`, wherever they are now.
   void skip(const Settings&, unsigned) {}
@@ -62,7 +61,7 @@ struct TolvanFilter {
 
 template <TolvanMode kMode>
 struct TolvanLaw : TolvanFilter {
-  static constexpr LawParts kParts{.aims = true, .lanes = LaneParts::avx2, .sleeps = true};
+  static constexpr LawParts kParts{.aims = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 

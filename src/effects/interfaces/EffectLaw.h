@@ -15,6 +15,9 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
+/// Samples that the longest lanes compute at once. Feedback must be at least that old.
+inline constexpr int kMostLanes = 16;
+
 /// The vector registers in which a law can run.
 enum class LaneParts : std::uint8_t { none, avx2, baselineAndAvx2 };
 
@@ -28,7 +31,8 @@ struct LawParts {
   bool glides = false;                ///< See GlidingLaw.
   bool derives = false;               ///< See DerivingLaw.
   LaneParts lanes = LaneParts::none;  ///< See LaneLaw.
-  bool sleeps = false;                ///< See SleepingLaw.
+  /// See SleepingLaw. Silent samples that fill its longest line; 0 without lines.
+  std::optional<unsigned> sleepsAfter{};
 };
 
 // clang-format off
@@ -89,7 +93,7 @@ using RunInLanes = unsigned (*)(Law& law, std::int16_t* left, std::int16_t* righ
 /// the step.
 template <typename Law>
 concept LaneLaw = requires(Law& law, const Law& resting, const typename Law::Settings& to, std::int16_t* samples) {
-  /// Whether no feedback is shorter than 16 samples and all else rests too.
+  /// Whether no feedback is shorter than kMostLanes and all else rests too.
   { resting.fitsLanes(to) } -> std::same_as<bool>;
   { Law::runAvx2(law, samples, samples, 1U) } -> std::same_as<unsigned>;
   requires Law::kParts.lanes == LaneParts::avx2 || requires {
@@ -100,8 +104,6 @@ concept LaneLaw = requires(Law& law, const Law& resting, const typename Law::Set
 /// Answers silence with silence once its memory is zero. Then the frame skips silent blocks while the settings rest.
 template <typename Law>
 concept SleepingLaw = requires(Law law, const Law& resting, const typename Law::Settings& to, unsigned count) {
-  /// Samples that its longest line holds; 0 without lines.
-  { Law::kMemory } -> std::same_as<const unsigned&>;
   /// Whether all that sounds is zero in the state, and in what the last `count` samples (at most 64) have put into the
   /// lines.
   { resting.isSilent(count) } -> std::same_as<bool>;
@@ -127,7 +129,7 @@ concept NamesBaseline = requires { &Law::runBaseline; };
 template <typename Law>
 concept NamesLanes = NamesBaseline<Law> || requires { &Law::fitsLanes; } || requires { &Law::runAvx2; };
 template <typename Law>
-concept NamesSleep = requires { Law::kMemory; } || requires { &Law::isSilent; } || requires { &Law::skip; };
+concept NamesSleep = requires { &Law::isSilent; } || requires { &Law::skip; };
 // clang-format on
 
 /// Whether each part is there, complete, if the law says so, and not there at all otherwise.
@@ -144,7 +146,7 @@ consteval bool keepsItsParts() {
     static_assert((kParts.lanes == LaneParts::avx2) != NamesBaseline<Law>,
                   "the law says otherwise in which lanes it runs");
   }
-  static_assert(kParts.sleeps ? SleepingLaw<Law> : !NamesSleep<Law>, "the law says otherwise whether it sleeps");
+  static_assert(kParts.sleepsAfter ? SleepingLaw<Law> : !NamesSleep<Law>, "the law says otherwise whether it sleeps");
   return true;
 }
 

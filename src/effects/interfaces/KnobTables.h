@@ -11,37 +11,33 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-using KnobTable = std::array<std::int16_t, 128>;
-
-namespace detail {
-constexpr int kTopSquared = kTopKnob * kTopKnob;
-
-/// trunc(32767 * (i / 127)^2), exactly, in integers.
-constexpr std::int32_t squareOfKnob(int i) { return cofu::core::kFullScale * i * i / kTopSquared; }
-/// trunc(32767 * (1 - (1 - i / 127)^2)), exactly, in integers.
-constexpr std::int32_t convexOfKnob(int i) {
-  return cofu::core::kFullScale * (kTopSquared - (kTopKnob - i) * (kTopKnob - i)) / kTopSquared;
-}
-
-template <typename Law>
-constexpr KnobTable makeKnobTable(Law law) {
-  KnobTable table{};
-  for (int i = 0; i < 128; ++i) {
-    table[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(law(i));
+/// A table of `kCount` values by `law(index)`, truncated.
+template <typename Value, std::size_t kCount = kTopKnob + 1, typename Law>
+constexpr std::array<Value, kCount> tableOf(Law law) {
+  std::array<Value, kCount> table{};
+  for (std::size_t i = 0; i < kCount; ++i) {
+    table[i] = static_cast<Value>(law(static_cast<int>(i)));
   }
   return table;
 }
-}  // namespace detail
+
+using KnobTable = std::array<std::int16_t, kTopKnob + 1>;
+
+inline constexpr int kTopKnobSquared = kTopKnob * kTopKnob;
 
 /// 258 * i, with the last entry held to 32767.
 inline constexpr KnobTable linearTable =
-    detail::makeKnobTable([](int i) { return i == kTopKnob ? cofu::core::kFullScale : 258 * i; });
+    tableOf<std::int16_t>([](int i) { return i == kTopKnob ? cofu::core::kFullScale : 258 * i; });
 
-/// 32767 * (i / 127)^2, truncated.
-inline constexpr KnobTable squareTable = detail::makeKnobTable(detail::squareOfKnob);
+/// 32767 * (i / 127)^2, exactly, in integers.
+inline constexpr KnobTable squareTable =
+    tableOf<std::int16_t>([](int i) { return cofu::core::kFullScale * i * i / kTopKnobSquared; });
 
-/// 32767 * (1 - (1 - i / 127)^2), truncated.
-inline constexpr KnobTable convexTable = detail::makeKnobTable(detail::convexOfKnob);
+/// 32767 * (1 - (1 - i / 127)^2), likewise.
+inline constexpr KnobTable convexTable = tableOf<std::int16_t>([](int i) {
+  const int rest = kTopKnob - i;
+  return cofu::core::kFullScale * (kTopKnobSquared - rest * rest) / kTopKnobSquared;
+});
 
 /// The entry for a knob value of 0 to 127.
 template <typename Table>

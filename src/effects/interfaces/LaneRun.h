@@ -10,28 +10,28 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Samples that begin before a ring's end and continue at its start. Kept apart from the usual case, as it is rare.
-template <typename Samples, unsigned kLength>
-[[gnu::noinline]] Samples loadAcrossEnd(const std::int16_t* ring, unsigned start) {
-  std::int16_t joined[Samples::kCount];
+/// Lanes that begin before a ring's end and continue at its start. Kept apart from the usual case, as it is rare.
+template <typename Samples, unsigned kLength, typename Sample>
+[[gnu::noinline]] Samples loadAcrossEnd(const Sample* ring, unsigned start) {
+  Sample joined[Samples::kCount];
   for (unsigned i = 0; i < Samples::kCount; ++i) {
     joined[i] = ring[(start + i) & (kLength - 1)];
   }
   return Samples::load(joined);
 }
 
-template <typename Samples, unsigned kLength>
-[[gnu::noinline]] void storeAcrossEnd(std::int16_t* ring, unsigned start, Samples samples) {
-  std::int16_t joined[Samples::kCount];
+template <typename Samples, unsigned kLength, typename Sample>
+[[gnu::noinline]] void storeAcrossEnd(Sample* ring, unsigned start, Samples samples) {
+  Sample joined[Samples::kCount];
   samples.store(joined);
   for (unsigned i = 0; i < Samples::kCount; ++i) {
     ring[(start + i) & (kLength - 1)] = joined[i];
   }
 }
 
-/// Samples from `position` on in a ring of `kLength`, a power of two. The position may lie anywhere.
-template <typename Samples, unsigned kLength>
-inline Samples loadFromRing(const std::int16_t* ring, unsigned position) {
+/// Samples, or words, from `position` on in a ring of `kLength`, a power of two. The position may lie anywhere.
+template <typename Samples, unsigned kLength, typename Sample>
+inline Samples loadFromRing(const Sample* ring, unsigned position) {
   const unsigned start = position & (kLength - 1);
   if (start <= kLength - Samples::kCount) [[likely]] {
     return Samples::load(ring + start);
@@ -50,14 +50,20 @@ inline Samples loadBetween(const std::int16_t* ring, unsigned near, Fraction fra
 }
 
 /// Writes samples from `position` on, as loadFromRing reads them.
-template <unsigned kLength, typename Samples>
-inline void storeToRing(std::int16_t* ring, unsigned position, Samples samples) {
+template <unsigned kLength, typename Samples, typename Sample>
+inline void storeToRing(Sample* ring, unsigned position, Samples samples) {
   const unsigned start = position & (kLength - 1);
   if (start <= kLength - Samples::kCount) [[likely]] {
     samples.store(ring + start);
   } else {
     storeAcrossEnd<Samples, kLength>(ring, start, samples);
   }
+}
+
+/// Both channels together, each times a Q15 gain of at most a half.
+template <typename Samples>
+Samples monoOf(Samples left, Samples right, std::int32_t gain) {
+  return weightedSum(left, right, typename Samples::Weights(gain, gain)).template shiftedRight<15>().saturated();
 }
 
 /// Moves the law on by as many samples as fill whole registers, in place, with `stepAs<Samples>(law, left, right)`.

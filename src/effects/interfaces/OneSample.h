@@ -8,7 +8,13 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/LaneConcepts.h"
-#include "effects/interfaces/ShortLeak.h"
+
+namespace tesh::bramel::plugin::sivray::effects {
+
+/// The leak of core/FixedPoint.h, v / 16384 - v, for values within -65536 .. 65536, where its product does not wrap.
+constexpr std::int32_t shortLeak(std::int32_t v) { return (v >> 14) - v; }
+
+}  // namespace tesh::bramel::plugin::sivray::effects
 
 // In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
 namespace tesh::bramel::plugin::sivray::effects::lanes {

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "core/RealTime.h"
+#include "effects/interfaces/Silence.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -41,6 +42,31 @@ class SivrayFxMemoryUser {
   const std::size_t lineLength;                ///< Samples.
   SivrayFxMemoryAssigner* assigner = nullptr;  ///< Set by `SivrayFxMemoryAssigner::add`.
   std::uint32_t bank = 0;  ///< Number of the area that the assigner gave; only the assigner uses it.
+};
+
+/// `kCount` delay lines in such an area: rings of `kLength` samples, a power of two, into which every sample writes
+/// one.
+template <unsigned kCount, unsigned kLength>
+struct BorrowedLines {
+  static constexpr unsigned kLineLength = kLength;
+  static constexpr std::size_t kRequiredSamples = kCount * kLength;
+
+  std::int16_t* line(unsigned index) const { return lines + index * kLength; }
+
+  /// Whether the last `count` samples of each line are zero.
+  bool isSilent(unsigned count) const {
+    for (unsigned index = 0; index < kCount; ++index) {
+      if (!isZeroBefore(line(index), kLength, writeIndex, count)) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  void moveOn(unsigned count) { writeIndex = (writeIndex + count) & (kLength - 1); }
+
+  std::int16_t* lines = nullptr;
+  unsigned writeIndex = 0;  ///< Where the next sample writes.
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -23,6 +23,16 @@ inline constexpr std::int32_t kGlideImmediate = cofu::core::kFullScale;
 /// The factor for a mode.
 constexpr std::int32_t glideFactor(bool immediate) { return immediate ? kGlideImmediate : kGlide; }
 
+/// A smoother that keeps a share of its value per sample, and takes a share of its target; Q15.
+struct OnePole {
+  std::int64_t kept;
+  std::int64_t taken;
+
+  constexpr std::int64_t next(std::int64_t value, std::int64_t target) const {
+    return (value * kept + target * taken) >> 15;
+  }
+};
+
 /// A smoothed value. `state` is public: some laws read its fraction.
 struct SmoothedValue {
   std::int32_t state = 0;  ///< The value, 15 fractional bits.

@@ -48,23 +48,13 @@ struct StereoIn {
     }
   }
   /// Limits to -32767 .. 32767.
-  StereoIn saturated() const {
-    if constexpr (cofu::registers::SignedProducts<R>) {
-      return limited(*this, cofu::core::kFullScale);
-    } else {
-      const Integers words = saturatedWords();
-      return R::template shiftRight32<16>(R::zipLow16(words, words));
-    }
-  }
+  StereoIn saturated() const { return R::saturated32(v); }
   /// Writes both lanes out as samples, saturated.
   void storeSaturated(std::int16_t& left, std::int16_t& right) const {
-    const Integers words = saturatedWords();
+    const Integers words = R::max16(R::packed32(v, v), R::all16(-cofu::core::kFullScale));
     left = static_cast<std::int16_t>(R::first32(words));
     right = R::template lane16<2>(words);
   }
-
- private:
-  Integers saturatedWords() const { return R::max16(R::packed32(v, v), R::all16(-cofu::core::kFullScale)); }
 };
 
 template <typename R>

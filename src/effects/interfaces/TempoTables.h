@@ -6,8 +6,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
-#include "core/RealTime.h"
 #include "effects/interfaces/Knobs.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -35,14 +35,18 @@ constexpr std::size_t lfoNoteIndex(int knob) {
   return static_cast<std::size_t>(k < 45 ? 13 - k / 9 : (k < 56 ? 8 : 7 - (k - 56) / 9));
 }
 
-/// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that `knob` chooses at `bpm`:
+/// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that Edit1 chooses at the tempo:
 /// 2 / (length / bpm) * 2^31, truncated, in single precision. Returns 0 for a tempo of 0 or below, and the largest step
 /// for one far beyond any music.
-std::int32_t tempoStep(int knob, float bpm) SIVRAY_NONBLOCKING;
-
-/// The same for the note that Edit1 chooses at the tempo.
 inline std::int32_t tempoStep(const Knobs& knobs) {
-  return tempoStep(knobs.edit1, static_cast<float>(knobs.tempoTenths) / 10.0F);
+  if (knobs.tempoTenths <= 0) {
+    return 0;
+  }
+  const float bpm = static_cast<float>(knobs.tempoTenths) / 10.0F;
+  const float samples = static_cast<float>(kNoteLengths[lfoNoteIndex(knobs.edit1)]) / bpm;
+  const float cycles = 2.0F / samples;
+  const float step = cycles * 2147483648.0F;
+  return step < 2147483648.0F ? static_cast<std::int32_t>(step) : std::numeric_limits<std::int32_t>::max();
 }
 
 }  // namespace tesh::bramel::plugin::sivray::effects

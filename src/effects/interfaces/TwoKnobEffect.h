@@ -12,12 +12,12 @@
 #include "effects/interfaces/AtomicWord.h"
 #include "effects/interfaces/EffectLaw.h"
 #include "effects/interfaces/Knobs.h"
-#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/Silence.h"
 #include "effects/interfaces/SivrayFx.h"
 #include "effects/interfaces/SivrayFxMemoryUser.h"
 #include "effects/interfaces/SmoothedValue.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -35,7 +35,7 @@ class TwoKnobEffect : public SivrayFx {
   /// Settings land before samples whose index in the block is a multiple of 64. Not inlined: a copy elsewhere than in
   /// the law's source file would call the law's functions for every sample.
   [[gnu::noinline]] void process(StereoBlock& block, unsigned count) override {
-    if (kParts.sleeps && isZero(block, count) && this->skip(count)) {
+    if (kParts.sleepsAfter && isZero(block, count) && this->skip(count)) {
       return;
     }
     for (unsigned start = 0; start < count; start += kControlGrid) {
@@ -55,9 +55,9 @@ class TwoKnobEffect : public SivrayFx {
     if (count == 0) {
       return true;  // without a sample, settings are not taken either
     }
-    if constexpr (kParts.sleeps) {
+    if constexpr (kParts.sleepsAfter) {
       pending.takeInto(live);
-      if (silentSamples < Law::kMemory || !law.isSilent(0) || !restsAtSettings()) {
+      if (silentSamples < kLongestLine || !law.isSilent(0) || !restsAtSettings()) {
         return false;
       }
       aim();
@@ -67,10 +67,6 @@ class TwoKnobEffect : public SivrayFx {
       return false;
     }
   }
-
-  /// Changes the kind of lanes of a law that can run in lanes; the processor must have it. At first it is the fastest
-  /// one.
-  void useLanes(LaneKind kind) { laneKind = kind; }
 
   /// Takes Edit1 and Edit2 masked to 7 bits and returns what it took; returns 0 for other indices.
   int setParameter(unsigned index, int value) override {
@@ -109,28 +105,13 @@ class TwoKnobEffect : public SivrayFx {
   /// Hands over what the knobs now set. Any thread.
   void postSettings() { pending.post(Law::settingsOf({edit1, edit2, tempo})); }
 
-  /// Must be called when all lines have been cleared.
-  void noteClearedLines() {
-    if constexpr (kHasMemory) {
-      silentSamples = Law::kMemory;
-    }
-  }
-
-  /// Must be called when others have written to the lines.
-  void forgetSilence() { silentSamples = 0; }
+  static constexpr LawParts kParts = Law::kParts;
+  static constexpr unsigned kLongestLine = kParts.sleepsAfter.value_or(0);
 
   Law law;
+  unsigned silentSamples = 0;  ///< Zeros that went into the lines since the last sound, up to all that they hold.
 
  private:
-  static constexpr LawParts kParts = Law::kParts;
-
-  static constexpr bool kHasMemory = [] {
-    if constexpr (kParts.sleeps) {
-      return Law::kMemory > 0;
-    }
-    return false;
-  }();
-
   /// A law up to this size runs as a copy on the stack, which the compiler keeps in registers.
   static constexpr std::size_t kLargestCopied = 512;
   static constexpr bool kCopied = sizeof(Law) <= kLargestCopied;
@@ -175,8 +156,8 @@ class TwoKnobEffect : public SivrayFx {
 
   /// Counts the silence that the last `run` samples have put into the lines.
   void countSilence([[maybe_unused]] unsigned run) {
-    if constexpr (kHasMemory) {
-      silentSamples = law.isSilent(run) ? std::min(silentSamples + run, Law::kMemory) : 0;
+    if constexpr (kLongestLine > 0) {
+      silentSamples = law.isSilent(run) ? std::min(silentSamples + run, kLongestLine) : 0;
     }
   }
 
@@ -211,9 +192,9 @@ class TwoKnobEffect : public SivrayFx {
   void playResting(std::int16_t* left, std::int16_t* right, unsigned count) {
     unsigned done = 0;
     if constexpr (kParts.lanes != LaneParts::none) {
-      if (laneKind != LaneKind::plain && law.fitsLanes(live)) {
+      if (widest != platform::VectorSet::none && law.fitsLanes(live)) {
         if constexpr (SIVRAY_FOR_X86) {
-          done = laneKind == LaneKind::avx2 ? Law::runAvx2(law, left, right, count) : 0;
+          done = widest == platform::VectorSet::avx2 ? Law::runAvx2(law, left, right, count) : 0;
         }
         if constexpr (kParts.lanes == LaneParts::baselineAndAvx2) {
           done += done < count ? Law::runBaseline(law, left + done, right + done, count - done) : 0;
@@ -253,8 +234,7 @@ class TwoKnobEffect : public SivrayFx {
   Settings live{startSettings()};
   PendingSettings<Settings> pending{live};
   bool immediate = false;
-  LaneKind laneKind = bestLaneKind();
-  unsigned silentSamples = 0;  ///< Zeros that went into the lines since the last sound, up to all that they hold.
+  platform::VectorSet widest = platform::bestVectorSet();  ///< Registers in which a law with lanes runs.
 };
 
 /// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. Until the first `reset` it has no memory and
@@ -267,13 +247,13 @@ class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser
 
   void reset() override {
     this->law.lines = assigner->acquire(*this);
-    this->noteClearedLines();
+    this->silentSamples = this->kLongestLine;
     TwoKnobEffect<Law>::reset();
   }
 
   void process(StereoBlock& block, unsigned count) override {
     if (!assigner->noteWrites(*this, this->law.writeIndex, count)) {
-      this->forgetSilence();
+      this->silentSamples = 0;
     }
     TwoKnobEffect<Law>::process(block, count);
   }

@@ -9,8 +9,8 @@
 
 #include "core/FixedPoint.h"
 #include "effects/interfaces/LaneRun.h"
+#include "effects/modulation/LfoTables.h"
 #include "effects/modulation/SivrayFxChorusFlanger.h"
-#include "effects/modulation/TriangleLfo.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -53,7 +53,7 @@ Words undelayed(const ChorusFlangerLaw& law) {
 /// The inverted taps. Between two samples far apart the product wraps, so that a tap may need 17 bits.
 template <typename Words>
 Words tapsAt(const std::int16_t* line, Words before, Words delays) {
-  constexpr auto kMask = static_cast<std::int32_t>(ChorusFlangerLaw::Channel::kLineLength - 1);
+  constexpr auto kMask = static_cast<std::int32_t>(ChorusFlangerLaw::kLineLength - 1);
   const Words pairs = pairsAt(line, (before - delays.template shiftedRightUnsigned<16>()) & Words::all(kMask));
   const Words near = pairs.template shiftedRight<16>();
   const Words beyond = pairs.lowerHalves();
@@ -70,7 +70,7 @@ Words plusTaps(Words in, Words taps, std::int32_t gain) {
 /// Writes the next samples to a line. Not by storeToRing: its call would take the loop's constants out of registers.
 template <typename Samples>
 void writeLine(std::int16_t* line, std::uint32_t writeIndex, Samples samples) {
-  constexpr unsigned kLength = ChorusFlangerLaw::Channel::kLineLength;
+  constexpr unsigned kLength = ChorusFlangerLaw::kLineLength;
   if (Samples::kCount == 1 || writeIndex + Samples::kCount <= kLength) [[likely]] {
     samples.store(line + writeIndex);
   } else {

@@ -63,52 +63,42 @@ struct EnsembleMotion {
   MarloFloats<Lanes> distance;  ///< Phase from the left to the right.
 };
 
-/// A register of each voice's phases.
-struct VoicePhases {
+/// Moves the phases of all voices on by a register and hands them out by voice.
+template <typename Lanes>
+void movePhases(MarloQuad& phases, float step, MarloFloats<Lanes>* byVoice) {
   using Four = MarloIn<cofu::registers::Registers128>;
-
-  explicit VoicePhases(const MarloEnsemble::Voices& from) : now(Four::Registers::loadFloats(from.data())) {}
-  void putBack(MarloEnsemble::Voices& to) const { Four::Registers::storeFloats(to.data(), now); }
-
-  MarloQuad next(float step) { return now = wrappedPhase<Four>(now + step); }
-
-  /// Moves on by a register and hands the phases out by voice.
-  template <typename Lanes>
-  void move(float step, MarloFloats<Lanes>* byVoice) {
-    if constexpr (Lanes::kCount == 1) {
-      float voices[4];
-      Four::Registers::storeFloats(voices, next(step));
-      std::copy_n(voices, 3, byVoice);
-    } else {
-      MarloQuad moved[Lanes::kCount];
-      for (MarloQuad& sample : moved) {
-        sample = next(step);
+  const auto next = [&] { return phases = wrappedPhase<Four>(phases + step); };
+  if constexpr (Lanes::kCount == 1) {
+    float voices[4];
+    Four::Registers::storeFloats(voices, next());
+    std::copy_n(voices, 3, byVoice);
+  } else {
+    MarloQuad moved[Lanes::kCount];
+    for (MarloQuad& sample : moved) {
+      sample = next();
+    }
+    for (unsigned i = 0; i < Lanes::kCount; i += 4) {
+      transpose(moved[i], moved[i + 1], moved[i + 2], moved[i + 3]);
+    }
+    for (unsigned voice = 0; voice < 3; ++voice) {
+      MarloQuad parts[Lanes::kQuads];
+      for (unsigned i = 0; i < Lanes::kQuads; ++i) {
+        parts[i] = moved[4 * i + voice];
       }
-      for (unsigned i = 0; i < Lanes::kCount; i += 4) {
-        transpose(moved[i], moved[i + 1], moved[i + 2], moved[i + 3]);
-      }
-      for (unsigned voice = 0; voice < 3; ++voice) {
-        MarloQuad parts[Lanes::kQuads];
-        for (unsigned i = 0; i < Lanes::kQuads; ++i) {
-          parts[i] = moved[4 * i + voice];
-        }
-        byVoice[voice] = Lanes::joined(parts);
-      }
+      byVoice[voice] = Lanes::joined(parts);
     }
   }
-
-  MarloQuad now;
-};
+}
 
 template <typename Lanes>
-EnsembleMotion<Lanes> moveEnsemble(MarloEnsemble& law, VoicePhases& fast, VoicePhases& slow) {
+EnsembleMotion<Lanes> moveEnsemble(MarloEnsemble& law, MarloQuad& fast, MarloQuad& slow) {
   EnsembleMotion<Lanes> motion;
   const MarloSettings& to = law.settings;
   motion.depth = Lanes::made([&] { return law.depth = marloSmoothed(law.depth, to.depthStep); });
   const auto spread = Lanes::made([&] { return law.spread = marloSmoothed(law.spread, to.spreadStep); });
   motion.distance = (spread - 1.0F) * kSpreadScale;
-  fast.move<Lanes>(kFastStep, motion.fast);
-  slow.move<Lanes>(kSlowStep, motion.slow);
+  movePhases<Lanes>(fast, kFastStep, motion.fast);
+  movePhases<Lanes>(slow, kSlowStep, motion.slow);
   return motion;
 }
 
@@ -137,26 +127,26 @@ void stepEnsemble(MarloLines& lines, const EnsembleMotion<Lanes>& motion, std::i
 template <typename Lanes>
 [[gnu::flatten]] unsigned runEnsemble(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
                                       unsigned count) SIVRAY_NONBLOCKING {
-  VoicePhases fast(law.fast);
-  VoicePhases slow(law.slow);
+  MarloQuad fast = law.fast;
+  MarloQuad slow = law.slow;
   unsigned done = 0;
   for (; done + Lanes::kCount <= count; done += Lanes::kCount) {
     stepEnsemble<Lanes>(law.lines, moveEnsemble<Lanes>(law, fast, slow), left + done, right + done);
   }
-  fast.putBack(law.fast);
-  slow.putBack(law.slow);
+  law.fast = fast;
+  law.slow = slow;
   return done;
 }
 
 /// `count` samples of silence.
 inline void skipEnsemble(MarloEnsemble& law, unsigned count) {
-  VoicePhases fast(law.fast);
-  VoicePhases slow(law.slow);
+  MarloQuad fast = law.fast;
+  MarloQuad slow = law.slow;
   for (unsigned i = 0; i < count; ++i) {
     moveEnsemble<MarloOne>(law, fast, slow);
   }
-  fast.putBack(law.fast);
-  slow.putBack(law.slow);
+  law.fast = fast;
+  law.slow = slow;
   law.lines.skip(count);
 }
 

@@ -25,6 +25,16 @@ struct GainModulator {
     std::int32_t flatness;  ///< Q15: 32767 leaves the gain alone, 0 modulates it in full.
   };
 
+  static constexpr LawParts partsOf(bool followsTempo) {
+    return {.start = Knobs{72, 63},
+            .followsTempo = followsTempo,
+            .resetTakesPending = true,
+            .aims = true,
+            .glides = true,
+            .lanes = LaneParts::baselineAndAvx2,
+            .sleepsAfter = 0};
+  }
+
   /// The flatness for a Depth knob of 0 to 127.
   static std::int32_t flatnessOf(int depthKnob);
 
@@ -38,7 +48,6 @@ struct GainModulator {
   /// If a triangle stops at its very top, its smoothed value gets there too, and then the gain does not fit a lane.
   bool fitsLanes(const Settings&) const { return smoothLeft < kHalf && smoothRight < kHalf; }
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }
 
   void eachSmoothed(const Settings& to, auto&& visit) { visit(flatness, to.flatness); }
@@ -53,12 +62,7 @@ struct GainModulator {
 /// "Tremolo": one oscillator of free speed moves the gain of both channels. Edit1 is the speed (0.87 to 20 Hz), Edit2
 /// the depth. The output is mono.
 struct Q60393Tremolo : GainModulator {
-  static constexpr LawParts kParts{.start = Knobs{72, 63},
-                                   .resetTakesPending = true,
-                                   .aims = true,
-                                   .glides = true,
-                                   .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
+  static constexpr LawParts kParts = partsOf(false);
 
   static constexpr std::int32_t kSpread = 0;
 
@@ -74,13 +78,7 @@ extern template class TwoKnobEffect<Q60393Tremolo>;
 /// "Auto Pan": two oscillators in step with the tempo, half a cycle apart, move the gains of the two channels. Edit1 is
 /// the note value, Edit2 the depth. A mono signal moves from side to side. A tempo of 0 or below stops it.
 struct Q60393Autopan : GainModulator {
-  static constexpr LawParts kParts{.start = Knobs{72, 63},
-                                   .followsTempo = true,
-                                   .resetTakesPending = true,
-                                   .aims = true,
-                                   .glides = true,
-                                   .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
+  static constexpr LawParts kParts = partsOf(true);
 
   static constexpr std::int32_t kSpread = linearTable[kTopKnob] << 16;  ///< Half a cycle less 2^16.
 

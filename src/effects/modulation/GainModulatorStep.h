@@ -109,12 +109,9 @@ template <typename Samples, typename Law>
   const unsigned whole = followTriangles<Samples>(law, run, count - count % Samples::kCount);
   const std::int32_t flatness = law.flatness.value();
   const typename Samples::Gain flat(cofu::core::mul15(flatness, flatness));
-  const typename Samples::Weights both(1, 1);
   for (unsigned done = 0; done < whole; done += Samples::kCount) {
     // Limited to -32767, which any gain turns into the same sound as -32768.
-    const Samples mono = weightedSum(Samples::load(left + done), Samples::load(right + done), both)
-                             .template shiftedRight<1>()
-                             .saturated();
+    const Samples mono = monoOf(Samples::load(left + done), Samples::load(right + done), kOneQ15 / 2);
     const Samples leftGains = modulatedGains<Samples>(run.left + done, flat);
     const Samples rightGains = Law::kSpread == 0 ? leftGains : modulatedGains<Samples>(run.right + done, flat);
     sum(mono, mul15(mono, leftGains)).store(left + done);

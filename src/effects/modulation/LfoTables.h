@@ -1,4 +1,5 @@
-// The speeds of the free-running oscillators over a knob. They follow no single curve.
+// The speeds of the free-running oscillators over a knob, which follow no single curve, and how far the right one
+// leads.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,6 +7,9 @@
 #include <cstdint>
 
 namespace tesh::bramel::plugin::sivray::effects {
+
+/// Lead of the right channel's phase over the left one's: 17.5 degrees of a cycle of 2^32.
+inline constexpr std::int32_t kRightPhaseLead = 208732160;
 
 /// Phase steps per sample of a 32-bit phase that wraps: value * 44100 / 2^32 Hz. Knob 0 stands still.
 inline constexpr std::array<std::uint32_t, 128> lfoTable{

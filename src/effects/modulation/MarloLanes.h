@@ -8,13 +8,10 @@
 #include <cstdint>
 #include <cstring>
 
-#include "registers/Registers128.h"
+#include "effects/modulation/SivrayFxIMarloEffects.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
-
-/// Four values that do not mix: one for each voice, or for each highpass, of a sample.
-using MarloQuad = cofu::registers::Registers128::Floats;
 
 /// One sample. The comments hold for MarloIn too.
 struct MarloOne {
@@ -111,28 +108,24 @@ struct MarloIn {
   }
   /// Both channels of two samples a quad, in turn, and back.
   static void interleave(Floats left, Floats right, MarloQuad* quads) {
-    const Floats outer = R::zipLow32(left, right);
-    const Floats inner = R::zipHigh32(left, right);
-    if constexpr (kQuads == 1) {
-      quads[0] = outer;
-      quads[1] = inner;
-    } else {
-      quads[0] = R::lower(outer);
-      quads[1] = R::lower(inner);
-      quads[2] = R::upper(outer);
-      quads[3] = R::upper(inner);
+    MarloQuad outer[kQuads];
+    MarloQuad inner[kQuads];
+    split(R::zipLow32(left, right), outer);
+    split(R::zipHigh32(left, right), inner);
+    for (unsigned i = 0; i < kQuads; ++i) {
+      quads[2 * i] = outer[i];
+      quads[2 * i + 1] = inner[i];
     }
   }
   static void separate(const MarloQuad* quads, Floats& left, Floats& right) {
-    if constexpr (kQuads == 1) {
-      left = R::evens32(quads[0], quads[1]);
-      right = R::odds32(quads[0], quads[1]);
-    } else {
-      const Floats outer = R::joined(quads[0], quads[2]);
-      const Floats inner = R::joined(quads[1], quads[3]);
-      left = R::evens32(outer, inner);
-      right = R::odds32(outer, inner);
+    MarloQuad outer[kQuads];
+    MarloQuad inner[kQuads];
+    for (unsigned i = 0; i < kQuads; ++i) {
+      outer[i] = quads[2 * i];
+      inner[i] = quads[2 * i + 1];
     }
+    left = R::evens32(joined(outer), joined(inner));
+    right = R::odds32(joined(outer), joined(inner));
   }
 };
 

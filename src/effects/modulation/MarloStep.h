@@ -199,21 +199,11 @@ inline void transpose(MarloQuad& a, MarloQuad& b, MarloQuad& c, MarloQuad& d) {
 struct MarloHighpasses {
   using Four = cofu::registers::Registers128;
 
-  explicit MarloHighpasses(const MarloChorus& law)
-      : previousInput(Four::loadFloats(law.previousInputs.data())), output(Four::loadFloats(law.outputs.data())) {}
+  explicit MarloHighpasses(const MarloChorus& law) : previousInput(law.previousInputs), output(law.outputs) {}
 
   void putBack(MarloChorus& law) const {
-    Four::storeFloats(law.previousInputs.data(), previousInput);
-    Four::storeFloats(law.outputs.data(), output);
-  }
-
-  /// Whether the highpasses still have the law's state.
-  bool rest(const MarloChorus& law) const {
-    MarloChorus::Highpasses inputs;
-    MarloChorus::Highpasses sounds;
-    Four::storeFloats(inputs.data(), previousInput);
-    Four::storeFloats(sounds.data(), output);
-    return inputs == law.previousInputs && sounds == law.outputs;
+    law.previousInputs = previousInput;
+    law.outputs = output;
   }
 
   /// One sample of each: a one-pole highpass on an input that is scaled first.

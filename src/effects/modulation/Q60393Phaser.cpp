@@ -7,7 +7,6 @@
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/StereoLanes.h"
-#include "effects/modulation/LfoTables.h"
 #include "effects/modulation/PhaserStep.h"
 
 namespace tesh::bramel::plugin::sivray::effects {

@@ -9,7 +9,7 @@
 #include "effects/interfaces/KnobTables.h"
 #include "effects/interfaces/StereoWords.h"
 #include "effects/interfaces/TwoKnobEffect.h"
-#include "effects/modulation/TriangleLfo.h"
+#include "effects/modulation/LfoTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -21,7 +21,7 @@ struct Q60393Phaser {
                                    .aims = true,
                                    .glides = true,
                                    .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
+                                   .sleepsAfter = 0};
 
   /// All-pass coefficient that the oscillator takes its depth from, Q15: 0.8926, the square of the linear curve at 120.
   static constexpr std::int32_t kManualRoot = cofu::core::mul15(linearTable[120], cofu::core::kFullScale);
@@ -49,7 +49,6 @@ struct Q60393Phaser {
   static const RunInLanes<Q60393Phaser> runBaseline;
   static const RunInLanes<Q60393Phaser> runAvx2;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 

@@ -13,7 +13,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// parabolas; its output is twice as loud as the input and then limited.
 struct Ringmod {
   static constexpr LawParts kParts{
-      .start = Knobs{64, 64}, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
+      .start = Knobs{64, 64}, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleepsAfter = 0};
 
   struct Settings {
     std::int32_t frequency;  ///< Phase step per sample, in 2^-17 of a cycle.
@@ -27,7 +27,6 @@ struct Ringmod {
   static const RunInLanes<Ringmod> runBaseline;
   static const RunInLanes<Ringmod> runAvx2;
 
-  static constexpr unsigned kMemory = 0;
   bool isSilent(unsigned) const { return true; }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 

@@ -5,7 +5,6 @@
 #include "core/FixedPoint.h"
 #include "effects/interfaces/KnobTables.h"
 #include "effects/modulation/ChorusFlangerStep.h"
-#include "effects/modulation/LfoTables.h"
 #include "registers/Registers128.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -29,13 +28,10 @@ ChorusFlangerLaw::Settings ChorusFlangerLaw::settingsOf(const Knobs& knobs) {
 
 void ChorusFlangerLaw::step(const Settings& to, std::int16_t& left, std::int16_t& right) {
   using lanes::OneWord;
-  phase = wrapAdd(phase, to.lfoStep);
-  const auto stepChannel = [this](Channel& channel, std::int32_t at, std::int16_t& sample) {
-    channel.follow = followed(trianglesAt(OneWord{at}), OneWord{channel.follow}).v;
-    runChannel(*this, channel.line.data(), undelayed<OneWord>(*this), delaysAt(OneWord{channel.follow}), &sample);
-  };
-  stepChannel(leftChannel, phase, left);
-  stepChannel(rightChannel, wrapAdd(phase, kRightPhaseLead), right);
+  followTriangles(*this, to.lfoStep, 1);
+  const auto before = undelayed<OneWord>(*this);
+  runChannel(*this, leftChannel.line.data(), before, delaysAt(OneWord{leftChannel.follow}), &left);
+  runChannel(*this, rightChannel.line.data(), before, delaysAt(OneWord{rightChannel.follow}), &right);
   moveIndex(1);
 }
 

@@ -11,12 +11,14 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Models a flanger: each channel adds an inverted, moving tap of its own line; the right one's triangle runs ahead.
 struct ChorusFlangerLaw {
+  static constexpr unsigned kLineLength = 1024;
+
   static constexpr LawParts kParts{.start = Knobs{},
                                    .otherRestart = kMarloRestart,
                                    .aims = true,
                                    .glides = true,
                                    .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
+                                   .sleepsAfter = kLineLength};
 
   struct Settings {
     std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.
@@ -25,8 +27,6 @@ struct ChorusFlangerLaw {
   };
 
   struct Channel {
-    static constexpr unsigned kLineLength = 1024;
-
     /// The last entry always copies entry 0, so that a sample and the next one lie side by side everywhere.
     std::array<std::int16_t, kLineLength + 1> line{};
     std::int32_t follow = 0;  ///< The smoothed triangle, 0 to 32767.
@@ -51,10 +51,9 @@ struct ChorusFlangerLaw {
   static const RunInLanes<ChorusFlangerLaw> runBaseline;
   static const RunInLanes<ChorusFlangerLaw> runAvx2;
 
-  static constexpr unsigned kMemory = Channel::kLineLength;
   bool isSilent(unsigned count) const {
-    return isZeroBefore(leftChannel.line.data(), kMemory, writeIndex, count) &&
-           isZeroBefore(rightChannel.line.data(), kMemory, writeIndex, count);
+    return isZeroBefore(leftChannel.line.data(), kLineLength, writeIndex, count) &&
+           isZeroBefore(rightChannel.line.data(), kLineLength, writeIndex, count);
   }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
@@ -63,7 +62,7 @@ struct ChorusFlangerLaw {
     visit(feedback, to.feedback);
   }
 
-  void moveIndex(unsigned count) { writeIndex = (writeIndex + count) & (Channel::kLineLength - 1); }
+  void moveIndex(unsigned count) { writeIndex = (writeIndex + count) & (kLineLength - 1); }
 
   SmoothedValue feedback;
   SmoothedValue wet;

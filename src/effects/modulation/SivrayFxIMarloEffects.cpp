@@ -41,7 +41,7 @@ float inputScaleOf(float kept) { return (kept + 1.0F) * 0.5F; }
 
 const float kMarloLfoKept = smootherKeeps(3.3865754);
 
-MarloSettings marloSettingsOf(const Knobs& knobs) {
+MarloSettings MarloLaw::settingsOf(const Knobs& knobs) {
   constexpr auto kTop = static_cast<float>(kTopKnob);
   const float speed = static_cast<float>(knobs.edit1) / kTop;
   const float wide = static_cast<float>(knobs.edit2) / kTop;
@@ -66,7 +66,12 @@ bool MarloChorus::isSilent(unsigned count) const {
   std::int16_t right = 0;
   storeMarlo<MarloOne>(&left, chorused(dry.left, wet.left));
   storeMarlo<MarloOne>(&right, chorused(dry.right, wet.right));
-  return left == 0 && right == 0 && next.rest(*this) && lines.isSilent(count);
+  const auto areEqual = [](MarloQuad a, MarloQuad b) {
+    using R = cofu::registers::Registers128;
+    return R::isZero(R::bitOr(R::greaterFloats(a, b), R::greaterFloats(b, a)));
+  };
+  const bool rests = areEqual(next.previousInput, previousInputs) && areEqual(next.output, outputs);
+  return left == 0 && right == 0 && rests && lines.isSilent(count);
 }
 
 void MarloChorus::skip(const Settings& to, unsigned count) {

@@ -15,11 +15,15 @@
 #include "effects/interfaces/Knobs.h"
 #include "effects/interfaces/Silence.h"
 #include "effects/interfaces/TwoKnobEffect.h"
+#include "registers/Registers128.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// The sample value that is 1.0 inside the Marlo effects.
 inline constexpr float kMarloFullScale = 32767.0F;
+
+/// Four values that do not mix: one for each voice, or for each highpass, of a sample.
+using MarloQuad = cofu::registers::Registers128::Floats;
 
 /// What the knobs set. Steps are what `marloSmoothed` gains per sample.
 struct MarloSettings {
@@ -27,9 +31,6 @@ struct MarloSettings {
   float depthStep = 0.0F;   ///< Of the ensemble's depth, which rests at 70.56 to 282.24 samples.
   float spreadStep = 0.0F;  ///< Of the spread, which rests at 1 to 2.
 };
-
-/// Any thread.
-MarloSettings marloSettingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
 /// What a one-pole smoother with a time constant of 500 samples (11 ms) keeps of its value per sample, and what it
 /// gains of its target.
@@ -40,7 +41,7 @@ inline float marloSmoothed(float value, float step) { return value * kMarloKept 
 
 /// One channel's delay line. It is written downwards, so that a larger position is an older sample.
 struct MarloLine {
-  static constexpr std::size_t kLength = 4096;
+  static constexpr unsigned kLength = 4096;
   static constexpr auto kWrap = static_cast<float>(kLength);
 
   /// The last entry always copies entry 0, so that interpolation may read one past the end.
@@ -49,8 +50,6 @@ struct MarloLine {
 
 /// Both channels' lines, which are written at the same place.
 struct MarloLines {
-  static constexpr unsigned kMemory = MarloLine::kLength;
-
   /// Whether the last `count` samples written to both lines are zero.
   bool isSilent(unsigned count) const {
     const std::size_t end = writeIndex + 1 + count;
@@ -96,15 +95,14 @@ struct MarloLaw {
                                    .otherRestart = kMarloRestart,
                                    .aims = true,
                                    .lanes = LaneParts::baselineAndAvx2,
-                                   .sleeps = true};
+                                   .sleepsAfter = MarloLine::kLength};
 
   using Settings = MarloSettings;
 
-  static Settings settingsOf(const Knobs& knobs) { return marloSettingsOf(knobs); }
+  static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { settings = to; }
   static bool fitsLanes(const Settings&) { return true; }
 
-  static constexpr unsigned kMemory = MarloLines::kMemory;
   bool isSilent(unsigned count) const { return lines.isSilent(count); }
 
   MarloLines lines;
@@ -133,14 +131,11 @@ struct MarloChorus : MarloLaw {
   static const float kDryScale;
   static const float kWetScale;
 
-  /// A value of each highpass: dry left, dry right, wet left, wet right.
-  using Highpasses = std::array<float, 4>;
-
   void reset(const Settings&) {
     lines.clear();
     sweep = {};
-    previousInputs = {};
-    outputs = {};
+    previousInputs = MarloQuad{};
+    outputs = MarloQuad{};
   }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static const RunInLanes<MarloChorus> runBaseline;
@@ -151,8 +146,10 @@ struct MarloChorus : MarloLaw {
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
   MarloSweep sweep;
-  Highpasses previousInputs{};  ///< Scaled.
-  Highpasses outputs{};
+
+  // Of each highpass: dry left, dry right, wet left, wet right.
+  MarloQuad previousInputs{};  ///< Scaled.
+  MarloQuad outputs{};
 };
 
 extern template class TwoKnobEffect<MarloChorus>;
@@ -185,11 +182,8 @@ extern template class TwoKnobEffect<MarloPhase>;
 /// by a fast and a slow sine, a third of a cycle apart from the next voice. The right voices follow the left ones at a
 /// distance that Spread sets.
 struct MarloEnsemble : MarloLaw {
-  /// One value per voice, and a fourth that copies the last voice and is not heard.
-  using Voices = std::array<float, 4>;
-
-  /// Phases on -2 .. 2, which is one cycle.
-  static constexpr Voices kStartPhases{0.6666667F, -0.6666667F, -2.0F, -2.0F};
+  /// The phases of the voices on -2 .. 2, which is one cycle, and a fourth that copies the last and is not heard.
+  static constexpr MarloQuad kStartPhases{0.6666667F, -0.6666667F, -2.0F, -2.0F};
 
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
@@ -200,8 +194,8 @@ struct MarloEnsemble : MarloLaw {
 
   float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts where Depth 0 rests.
   float spread = 1.0F;
-  Voices fast = kStartPhases;
-  Voices slow = kStartPhases;
+  MarloQuad fast = kStartPhases;
+  MarloQuad slow = kStartPhases;
 };
 
 extern template class TwoKnobEffect<MarloEnsemble>;

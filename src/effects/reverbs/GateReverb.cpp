@@ -99,7 +99,7 @@ const RunInLanes<GateReverb> GateReverb::runBaseline = runGated<Samples128>;
 
 void GateReverb::skip(const Settings& to, unsigned count) {
   moveToRest(gate, count, [&to](ReverbGate& moved) { moved.step(0, 0, to.holdStep); });
-  skipNetwork(count);
+  moveOn(count);
 }
 
 template class TwoKnobEffect<GateReverb>;

@@ -36,8 +36,11 @@ class ReverbGate {
 
 /// Edit1 is the hold time (1 ms to 1 s), Edit2 the wet level. Nothing else can be set.
 struct GateReverb : ReverbNetwork {
-  static constexpr LawParts kParts{
-      .start = Knobs{30, 100}, .aims = true, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.start = Knobs{30, 100},
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleepsAfter = kLineLength};
 
   struct Settings {
     std::int32_t holdStep;  ///< What the hold counter loses per sample.

@@ -1,4 +1,4 @@
-// What the hall hands from sample to sample.
+// The numbers of the hall: delays, coefficients, gains. And what it hands from sample to sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,23 +6,54 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "core/EngineRate.h"
+#include "effects/interfaces/Knobs.h"
 #include "effects/interfaces/SmoothedValue.h"
-#include "effects/reverbs/HallTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The dampers in the hall's combs, the only part of its law that waits for its own last sample: four one-pole
-/// low-passes that turn the sign: z = (z + comb) * damper - comb, with Q15 dampers from 0 to 1.0. HallStep.h moves them
-/// on.
-struct HallDampers {
-  explicit HallDampers(const HallRow& dampers) {
-    for (std::size_t k = 0; k < kHallLanes; ++k) {
-      ofLast[2 * k] = dampers[k];
-      ofComb[2 * k] = static_cast<std::int16_t>(dampers[k] - 32768);
-    }
-  }
+inline constexpr std::size_t kHallLanes = 4;
 
-  void reset() { last = {}; }
+/// One value per lane.
+using HallRow = std::array<std::int16_t, kHallLanes>;
+using HallDelays = std::array<unsigned, kHallLanes>;
+
+namespace detail {
+/// Delays in samples, laid out for 48 kHz, brought to the running rate and truncated.
+constexpr HallDelays hallDelays(const HallDelays& at48k) {
+  constexpr auto kRate = static_cast<float>(cofu::core::kEngineRate);
+  HallDelays delays{};
+  for (std::size_t k = 0; k < kHallLanes; ++k) {
+    delays[k] = static_cast<unsigned>(static_cast<float>(at48k[k]) * (kRate / 48000.0F));
+  }
+  return delays;
+}
+}  // namespace detail
+
+inline constexpr HallDelays kDiffuserDelays = detail::hallDelays({1395, 2603, 1850, 1135});
+inline constexpr HallDelays kTankDelays = detail::hallDelays({7103, 6623, 5951, 5519});
+inline constexpr HallDelays kTapsA = detail::hallDelays({3594, 1674, 1434, 714});
+inline constexpr HallDelays kTapsB = detail::hallDelays({2778, 2634, 1914, 1194});
+
+/// Samples: 10 ms and one more.
+inline constexpr unsigned kPredelay = 442;
+
+/// Samples of a ring: powers of two that hold the longest delay and a register of sample lanes.
+inline constexpr unsigned kPredelayLength = 512;
+inline constexpr unsigned kTankLength = 8192;
+inline constexpr unsigned kDiffuserLength = 4096;
+
+/// Allpass coefficients of the diffuser, Q15.
+inline constexpr HallRow kDiffuserCoefficients{-18251, -16940, -17595, -17661};
+
+/// Loop gains of the four combs (Q15, alternating in sign) by Time knob: 0.1 s at 0 up to 10 s at 127.
+extern const std::array<HallRow, kTopKnob + 1> hallGains;
+
+/// The dampers in the hall's combs, the only part of its law that waits for its own last sample: four one-pole
+/// low-passes that turn the sign: z = (z + comb) * damper - comb. HallStep.h moves them on.
+struct HallDampers {
+  /// The dampers, Q15, are 0.36468 for the longest comb, and less in proportion to its delay for a shorter one.
+  HallDampers();
 
   std::array<std::int32_t, kHallLanes> last{};        ///< The last z of each comb.
   std::array<std::int16_t, 2 * kHallLanes> ofLast{};  ///< Q15 weight of the last z, and 0.
@@ -45,8 +76,8 @@ struct HallFlow {
   std::int16_t* memory = nullptr;
   unsigned position = 0;           ///< Where every ring is written next.
   std::int16_t firstDiffused = 0;  ///< The last output of the first diffuser.
-  HallDampers dampers{hallDampers()};
-  HallRow gains = hallGains(0);  ///< Loop gains of the combs, Q15.
+  HallDampers dampers;
+  HallRow gains{};  ///< Of `hallGains`.
   SmoothedValue level;
   std::int32_t levelTarget = 0;  ///< Q15.
 };

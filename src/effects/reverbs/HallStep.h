@@ -40,16 +40,8 @@ class EightDamped {
         ofComb(R::load(from.ofComb.data())) {}
 
   void damp(Combs<lanes::SamplesIn<R>>& combs) {
-    const Integers firstOf01 = R::zipLow16(combs[0].v, combs[1].v);
-    const Integers firstOf23 = R::zipLow16(combs[2].v, combs[3].v);
-    const Integers secondOf01 = R::zipHigh16(combs[0].v, combs[1].v);
-    const Integers secondOf23 = R::zipHigh16(combs[2].v, combs[3].v);
-    const Integers z01 = twoRows(R::zipLow32(firstOf01, firstOf23));
-    const Integers z23 = twoRows(R::zipHigh32(firstOf01, firstOf23));
-    const Integers z45 = twoRows(R::zipLow32(secondOf01, secondOf23));
-    const Integers z67 = twoRows(R::zipHigh32(secondOf01, secondOf23));
-    const FourRows first = columnsOf(z01, z23);
-    const FourRows second = columnsOf(z45, z67);
+    const FourRows first = fourSamples(R::zipLow16(combs[0].v, combs[1].v), R::zipLow16(combs[2].v, combs[3].v));
+    const FourRows second = fourSamples(R::zipHigh16(combs[0].v, combs[1].v), R::zipHigh16(combs[2].v, combs[3].v));
     combs[0].v = R::zipLow64(first.of01, second.of01);
     combs[1].v = R::zipHigh64(first.of01, second.of01);
     combs[2].v = R::zipLow64(first.of23, second.of23);
@@ -65,6 +57,15 @@ class EightDamped {
     Integers of23;
   };
 
+  /// Takes combs 0 and 1 in turn, and combs 2 and 3.
+  FourRows fourSamples(Integers of01, Integers of23) {
+    const Integers rows01 = twoRows(R::zipLow32(of01, of23));
+    const Integers rows23 = twoRows(R::zipHigh32(of01, of23));
+    const Integers even = R::zipLow16(rows01, rows23);
+    const Integers odd = R::zipHigh16(rows01, rows23);
+    return {R::zipLow16(even, odd), R::zipHigh16(even, odd)};
+  }
+
   /// A row holds one sample of each comb. Returns what becomes of two rows.
   Integers twoRows(Integers rows) {
     const Integers first = row(R::zipLow16(rows, R::zero()));
@@ -76,12 +77,6 @@ class EightDamped {
   Integers row(Integers comb) {
     z = R::template shiftRight32<15>(R::add32(R::pairSums16(z, ofLast), R::pairSums16(comb, ofComb)));
     return z;
-  }
-
-  static FourRows columnsOf(Integers rows01, Integers rows23) {
-    const Integers even = R::zipLow16(rows01, rows23);
-    const Integers odd = R::zipHigh16(rows01, rows23);
-    return {R::zipLow16(even, odd), R::zipHigh16(even, odd)};
   }
 
   HallDampers& dampers;
@@ -184,8 +179,7 @@ template <typename Samples>
 void stepAs(HallFlow& flow, std::int16_t* left, std::int16_t* right) {
   const Samples dryLeft = sum(Samples::load(left), Samples::all(0));
   const Samples dryRight = sum(Samples::load(right), Samples::all(0));
-  const typename Samples::Weights inputScale(HallFlow::kInputScale, HallFlow::kInputScale);
-  const Samples mono = weightedSum(dryLeft, dryRight, inputScale).template shiftedRight<15>().saturated();
+  const Samples mono = monoOf(dryLeft, dryRight, HallFlow::kInputScale);
 
   const unsigned before = flow.position - 1;
   const Samples wetLeft = diffused(flow, 2, halfOfTaps<Samples>(flow, kTapsB, before));

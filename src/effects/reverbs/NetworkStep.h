@@ -19,14 +19,12 @@ struct NetworkOutput {
 /// What was written to a line `delay` samples ago.
 template <typename Samples>
 Samples delayedIn(const ReverbNetwork& network, unsigned line, unsigned delay) {
-  constexpr unsigned kLength = ReverbNetwork::kLineLength;
-  return loadFromRing<Samples, kLength>(network.lines + line * kLength, network.writeIndex - delay);
+  return loadFromRing<Samples, ReverbNetwork::kLineLength>(network.line(line), network.writeIndex - delay);
 }
 
 template <typename Samples>
 void putInto(const ReverbNetwork& network, unsigned line, Samples samples) {
-  constexpr unsigned kLength = ReverbNetwork::kLineLength;
-  storeToRing<kLength>(network.lines + line * kLength, network.writeIndex, samples);
+  storeToRing<ReverbNetwork::kLineLength>(network.line(line), network.writeIndex, samples);
 }
 
 template <typename Samples>
@@ -55,42 +53,37 @@ NetworkOutput<Samples> stepNetwork(ReverbNetwork& network, Samples input, std::i
   const Samples early = allPass(network, 3, Network::kAllPass2Delay, diffused);
   const Samples late = delayedIn<Samples>(network, 4, Network::kOutputDelay);
   putInto(network, 4, early);
-  network.writeIndex = (network.writeIndex + Samples::kCount) & (Network::kLineLength - 1);
+  network.moveOn(Samples::kCount);
   return {early, late};
 }
 
-/// Both channels together, times a Q15 gain of at most a half.
-template <typename Samples>
-Samples monoOf(Samples left, Samples right, std::int32_t gain) {
-  return weightedSum(left, right, typename Samples::Weights(gain, gain)).template shiftedRight<15>().saturated();
+/// The next samples of both channels, in place: the dry sound, and what `shaped` makes of the network's.
+template <typename Samples, typename Shape>
+void stepReverb(ReverbNetwork& network, std::int32_t inputGain, std::int32_t feedback, std::int16_t* left,
+                std::int16_t* right, Shape shaped) {
+  const Samples dryLeft = Samples::load(left);
+  const Samples dryRight = Samples::load(right);
+  const auto wet = stepNetwork(network, monoOf(dryLeft, dryRight, inputGain), feedback);
+  sum(dryRight, shaped(wet.late)).store(right);
+  sum(dryLeft, mul15(shaped(wet.early), typename Samples::Gain(ReverbNetwork::kEarlyGain))).store(left);
 }
 
-/// The next samples of both channels of the room, in place.
 template <typename Samples>
 void stepAs(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right) {
-  const Samples dryLeft = Samples::load(left);
-  const Samples dryRight = Samples::load(right);
   const std::int32_t wetLevel = law.level.value();
-  const Samples mono = monoOf(dryLeft, dryRight, RoomReverbLaw::inputGainFor(wetLevel));
-  const auto wet = stepNetwork(law, mono, law.feedback.value());
   const typename Samples::Gain level(wetLevel);
-  const typename Samples::Gain earlyGain(ReverbNetwork::kEarlyGain);
-  sum(dryRight, mul15(wet.late, level)).store(right);
-  sum(dryLeft, mul15(mul15(wet.early, level), earlyGain)).store(left);
+  const auto shaped = [&level](Samples wet) { return mul15(wet, level); };
+  stepReverb<Samples>(law, RoomReverbLaw::inputGainFor(wetLevel), law.feedback.value(), left, right, shaped);
 }
 
-/// The next samples of both channels of the gate reverb, in place. The gate has gone ahead.
+/// The gate has gone ahead.
 template <typename Samples>
 void stepAs(GateReverb& law, std::int16_t* left, std::int16_t* right) {
-  const Samples dryLeft = Samples::load(left);
-  const Samples dryRight = Samples::load(right);
-  const auto wet = stepNetwork(law, monoOf(dryLeft, dryRight, GateReverb::kInputLevel), GateReverb::kFeedback);
   const Samples gate = Samples::load(law.gains);
   law.gains += Samples::kCount;
   const typename Samples::Gain level(law.level.value());
-  const typename Samples::Gain earlyGain(ReverbNetwork::kEarlyGain);
-  sum(dryRight, mul15(mul15(wet.late, gate), level)).store(right);
-  sum(dryLeft, mul15(mul15(mul15(wet.early, gate), level), earlyGain)).store(left);
+  const auto shaped = [&](Samples wet) { return mul15(mul15(wet, gate), level); };
+  stepReverb<Samples>(law, GateReverb::kInputLevel, GateReverb::kFeedback, left, right, shaped);
 }
 
 /// A run of at most `kControlGrid` samples. First the gate, which can only go sample by sample, then the rest.

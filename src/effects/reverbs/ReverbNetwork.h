@@ -2,23 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "effects/interfaces/KnobTables.h"
-#include "effects/interfaces/Silence.h"
+#include "effects/interfaces/SivrayFxMemoryUser.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Five delay lines in borrowed memory; NetworkStep.h moves them on. Audio thread only; `lines` must be set before
-/// anything runs. Delays are samples at 44100 Hz, without common factors, so that their echoes do not coincide. None is
-/// shorter than a register of sample lanes.
-struct ReverbNetwork {
-  static constexpr unsigned kLineLength = 4096;
-
-  /// Samples of all lines together.
-  static constexpr std::size_t kRequiredSamples = 5 * kLineLength;
-
+/// Five delay lines; NetworkStep.h moves them on. Audio thread only; `lines` must be set before anything runs. Delays
+/// are samples at 44100 Hz, without common factors, so that their echoes do not coincide. None is shorter than a
+/// register of sample lanes.
+struct ReverbNetwork : BorrowedLines<5, 4096> {
   static constexpr unsigned kComb0Delay = 2669;
   static constexpr unsigned kComb1Delay = 2824;
   static constexpr unsigned kAllPass1Delay = 969;
@@ -32,19 +26,6 @@ struct ReverbNetwork {
 
   /// Loop gain of the combs by Time knob, Q15: 0.625 to 0.9375 along the convex curve.
   static constexpr std::int32_t feedbackOf(int timeKnob) { return ((valueAt(convexTable, timeKnob) * 5) >> 4) + 20480; }
-
-  static constexpr unsigned kMemory = kLineLength;
-  bool isSilent(unsigned count) const {
-    bool silent = true;
-    for (std::size_t line = 0; silent && line < kRequiredSamples; line += kLineLength) {
-      silent = isZeroBefore(lines + line, kLineLength, writeIndex, count);
-    }
-    return silent;
-  }
-  void skipNetwork(unsigned count) { writeIndex = (writeIndex + count) & (kLineLength - 1); }
-
-  std::int16_t* lines = nullptr;
-  unsigned writeIndex = 0;
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

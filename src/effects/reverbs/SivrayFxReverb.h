@@ -8,7 +8,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 struct RoomReverbLaw : ReverbNetwork {
-  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
+  static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleepsAfter = kLineLength};
 
   /// Q15 gains.
   struct Settings {
@@ -26,7 +26,7 @@ struct RoomReverbLaw : ReverbNetwork {
   static bool fitsLanes(const Settings&) { return true; }
   static const RunInLanes<RoomReverbLaw> runBaseline;
   static const RunInLanes<RoomReverbLaw> runAvx2;
-  void skip(const Settings&, unsigned count) { skipNetwork(count); }
+  void skip(const Settings&, unsigned count) { moveOn(count); }
   void eachSmoothed(const Settings& to, auto&& visit) {
     visit(level, to.level);
     visit(feedback, to.feedback);

@@ -26,7 +26,7 @@ void SivrayFxReverbSmoothHall::activate() {
 void SivrayFxReverbSmoothHall::reset() {
   activate();
   flow.firstDiffused = 0;
-  flow.dampers.reset();
+  flow.dampers.last = {};
   flow.level.setNow(pending.peek().level);
   if (std::exchange(hasWritten, false)) {
     std::fill_n(memory.data(), memory.size(), std::int16_t{0});
@@ -40,21 +40,17 @@ void SivrayFxReverbSmoothHall::setParameter(unsigned index, float value) {
   }
   const auto knob = static_cast<unsigned>(std::lround(value * kTopKnob)) & kTopKnob;
   (index == 0 ? decayKnob : levelKnob) = knob;
-  pending.post({decayKnob, linearTable[levelKnob]});
-}
-
-void SivrayFxReverbSmoothHall::takeSettings() {
-  if (pending.takeInto(live)) {
-    flow.gains = hallGains(live.decayKnob);
-    flow.levelTarget = live.level;
-  }
+  pending.post({hallGains[decayKnob], linearTable[levelKnob]});
 }
 
 void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) {
   hasWritten = true;
   vimo::copyBlock(in, out, count);
   for (unsigned start = 0; start < count; start += kControlGrid) {
-    takeSettings();
+    if (Settings now; pending.takeInto(now)) {
+      flow.gains = now.gains;
+      flow.levelTarget = now.level;
+    }
     runGrid(out.left + start, out.right + start, std::min(count - start, kControlGrid));
   }
 }
@@ -62,9 +58,9 @@ void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Bloc
 void SivrayFxReverbSmoothHall::runGrid(std::int16_t* left, std::int16_t* right, unsigned count) {
   unsigned done = 0;
   const bool ticks = state->tickListener != nullptr;
-  if (!ticks && laneKind != LaneKind::plain) {
+  if (!ticks && widest != platform::VectorSet::none) {
     if constexpr (SIVRAY_FOR_X86) {
-      done = laneKind == LaneKind::avx2 ? runAvx2(flow, left, right, count) : 0;
+      done = widest == platform::VectorSet::avx2 ? runAvx2(flow, left, right, count) : 0;
     }
     done += done < count ? runBaseline(flow, left + done, right + done, count - done) : 0;
   }

@@ -7,9 +7,9 @@
 
 #include "effects/interfaces/BasicEffect.h"
 #include "effects/interfaces/EffectLaw.h"
-#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/reverbs/HallFlow.h"
+#include "platform/CpuFeatures.h"
 #include "platform/ZeroedPages.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
@@ -27,16 +27,12 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   bool hasTail() const override { return false; }
   void processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) override;
 
-  /// Changes the kind of lanes; the processor must have it. At first it is the fastest one.
-  void useLanes(LaneKind kind) { laneKind = kind; }
-
  private:
   struct Settings {
-    unsigned decayKnob = 0;
+    HallRow gains{};
     std::int32_t level = 0;  ///< Q15.
   };
 
-  void takeSettings();
   void runGrid(std::int16_t* left, std::int16_t* right, unsigned count);
 
   static const RunInLanes<HallFlow> runBaseline;
@@ -44,10 +40,9 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
 
   Relaxed<unsigned> decayKnob{0};
   Relaxed<unsigned> levelKnob{0};
-  PendingSettings<Settings> pending{Settings{}, true};
-  Settings live;
+  PendingSettings<Settings> pending{Settings{hallGains[0]}, true};
   HallFlow flow;
-  LaneKind laneKind = bestLaneKind();
+  platform::VectorSet widest = platform::bestVectorSet();
   platform::ZeroedArray<std::int16_t> memory;
   bool hasWritten = false;  ///< Since the memory was zero.
 };

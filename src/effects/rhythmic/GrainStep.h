@@ -12,10 +12,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// A line's grain, one delay ago.
 template <typename Samples>
 Samples grainOf(const GrainShifterLaw& law, const std::int16_t* line) {
-  constexpr unsigned kLength = GrainShifterLaw::kLineLength;
   const unsigned near = law.writeIndex - static_cast<unsigned>(law.delay >> 15);
   const typename Samples::template Fraction<15> fraction(fractionQ15(law.delay));
-  return loadBetween<Samples, kLength>(line, near, fraction);
+  return loadBetween<Samples, GrainShifterLaw::kLineLength>(line, near, fraction);
 }
 
 /// The next samples of both channels, in place. `record` tells how much of the input goes into line A, the rest going
@@ -28,15 +27,14 @@ void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16
   const Samples dryLeft = Samples::load(left);
   const Samples dryRight = Samples::load(right);
   // -32768 may become -32767: any gain below 1.0 maps both to the same.
-  const Samples in =
-      weightedSum(dryLeft, dryRight, typename Samples::Weights(1, 1)).template shiftedRight<1>().saturated();
-  std::int16_t* const lineA = law.lines;
-  std::int16_t* const lineB = law.lines + kLength;
+  const Samples in = monoOf(dryLeft, dryRight, kOneQ15 / 2);
+  std::int16_t* const lineA = law.line(0);
+  std::int16_t* const lineB = law.line(1);
   const Samples intoA = sum(mul15(grainOf<Samples>(law, lineA), full - record), mul15(in, record));
   const Samples intoB = sum(mul15(grainOf<Samples>(law, lineB), record), mul15(in, full - record));
   storeToRing<kLength>(lineA, law.writeIndex, intoA);
   storeToRing<kLength>(lineB, law.writeIndex, intoB);
-  law.writeIndex = (law.writeIndex + Samples::kCount) & (kLength - 1);
+  law.moveOn(Samples::kCount);
   const Samples grain = sum(mul15(intoA, full - output), mul15(intoB, output));
   const std::int32_t mix = law.mix.value();
   const Samples wet = mul15(grain, typename Samples::Gain(mix));

@@ -13,8 +13,6 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-constexpr unsigned kMask = GrainShifterLaw::kLineLength - 1;
-
 /// One range of the Speed knob.
 struct Speed {
   int lastKnob;
@@ -139,7 +137,7 @@ void GrainShifterLaw::followFades(GrainFades& fades, unsigned count) {
 }
 
 void GrainShifterLaw::skip(const Settings&, unsigned count) {
-  writeIndex = (writeIndex + count) & kMask;
+  moveOn(count);
   GrainFades fades;
   for (; count > kControlGrid; count -= kControlGrid) {
     followFades(fades, kControlGrid);

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/TwoKnobEffect.h"
 
@@ -16,13 +15,14 @@ struct GrainFades {
   std::int16_t output[kControlGrid];
 };
 
-/// Models a beat repeater: two lines take turns. One records for half a cycle while the other repeats its last grain.
-struct GrainShifterLaw {
-  static constexpr LawParts kParts{
-      .followsTempo = true, .aims = true, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleeps = true};
-
-  static constexpr unsigned kLineLength = 131072;
-  static constexpr std::size_t kRequiredSamples = 2 * kLineLength;
+/// Models a beat repeater: two lines, A and B, take turns. One records for half a cycle while the other repeats its
+/// last grain.
+struct GrainShifterLaw : BorrowedLines<2, 131072> {
+  static constexpr LawParts kParts{.followsTempo = true,
+                                   .aims = true,
+                                   .glides = true,
+                                   .lanes = LaneParts::baselineAndAvx2,
+                                   .sleepsAfter = kLineLength};
 
   struct Settings {
     std::uint32_t step = 0;        ///< Of the clock per sample; a cycle is 2^32.
@@ -48,11 +48,6 @@ struct GrainShifterLaw {
   /// Moves the clock and the fades that it drives by `count` samples, at most `kControlGrid`.
   void followFades(GrainFades& fades, unsigned count) SIVRAY_NONBLOCKING;
 
-  static constexpr unsigned kMemory = kLineLength;
-  bool isSilent(unsigned count) const {
-    return isZeroBefore(lines, kLineLength, writeIndex, count) &&
-           isZeroBefore(lines + kLineLength, kLineLength, writeIndex, count);
-  }
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
   Settings now;
@@ -62,9 +57,7 @@ struct GrainShifterLaw {
   SmoothedValue mix;
   std::int64_t delay = 0;  ///< Samples, 15 fractional bits.
   std::int32_t fadeGlide = 0;
-  unsigned writeIndex = 0;
-  bool realign = false;           ///< The clock goes to the grain's start at the next sample.
-  std::int16_t* lines = nullptr;  ///< Line A, then line B.
+  bool realign = false;  ///< The clock goes to the grain's start at the next sample.
 
  private:
   void moveFade(SmoothedValue& fade, std::uint32_t at) const;

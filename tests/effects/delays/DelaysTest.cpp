@@ -63,8 +63,8 @@ TEST(Delays, EveryKindSoundsAsThePlainOne) {
 
 TEST(Delays, BpmDelaySoundsTheSameInLanesAroundTheShortestTimeThatFitsThem) {
   for (const int samples : {13, 14, 15, 16, 17}) {
-    scene::InKind<SivrayFxBpmSyncDelay> plain(LaneKind::plain);
-    scene::InKind<SivrayFxBpmSyncDelay> fast(bestLaneKind());
+    scene::InKind<SivrayFxBpmSyncDelay> plain(scene::VectorSet::none);
+    scene::InKind<SivrayFxBpmSyncDelay> fast(scene::VectorSet::avx2);
     const scene::Stereo in = scene::Dice(1).input(2000);
     scene::Stereo expected;
     scene::Stereo sound;

@@ -8,17 +8,16 @@
 #include <utility>
 #include <vector>
 
-#include "effects/dynamics/DecimatorTables.h"
-#include "effects/dynamics/Exponential.h"
 #include "effects/dynamics/Kilnode.h"
-#include "effects/dynamics/Pump.h"
-#include "effects/dynamics/PumpTables.h"
 #include "effects/dynamics/Q60393Drive.h"
 #include "effects/dynamics/SivrayFxCompressor.h"
+#include "effects/dynamics/SivrayFxDecimator.h"
 #include "effects/dynamics/SivrayFxKilnode.h"
+#include "effects/dynamics/TubeCurve.h"
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/LaneScene.h"
 #include "effects/modulation/PlainModel.h"
+#include "effects/rhythmic/BeatGain.h"
 
 namespace {
 
@@ -71,10 +70,16 @@ TEST(Dynamics, EveryKindOfLanesSoundsAsThePlainOne) {
   }
 }
 
-TEST(Dynamics, TablesHoldTheirOrder) {
-  EXPECT_TRUE(std::is_sorted(pumpAttackTable.begin(), pumpAttackTable.end()));
-  EXPECT_TRUE(std::is_sorted(pumpLevelTable.rbegin(), pumpLevelTable.rend()));
-  EXPECT_TRUE(std::is_sorted(decimatorSteps.rbegin(), decimatorSteps.rend()));
+TEST(Dynamics, KnobsKeepTheirEndsAndTheirOrder) {
+  for (int knob = 1; knob <= kTopKnob; ++knob) {
+    EXPECT_GE(Pump::settingsOf({0, knob - 1}).attackGain, Pump::settingsOf({0, knob}).attackGain);
+    EXPECT_LT(Pump::settingsOf({0, knob - 1}).level, Pump::settingsOf({0, knob}).level);
+    EXPECT_GT(SivrayFxDecimator::settingsOf({knob - 1, 0}).step, SivrayFxDecimator::settingsOf({knob, 0}).step);
+  }
+  EXPECT_EQ(Pump::settingsOf({0, 0}).level, 41285);
+  EXPECT_EQ(Pump::settingsOf({0, kTopKnob}).level, 104031);
+  EXPECT_EQ(SivrayFxDecimator::settingsOf({5, 0}).step, 18570U);
+  EXPECT_EQ(SivrayFxDecimator::settingsOf({kTopKnob, 0}).step, 1486U);
 }
 
 TEST(Dynamics, PumpHoldsTheFirstHalfOfTheBeatDownAndBothRestartCodesStartItAgain) {
@@ -146,9 +151,11 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
 TEST(TubeStage, TheFastestKindGivesTheSameBitsAsThePlainOne) {
   using tesh::bramel::plugin::fxkit::Kilnode;
   constexpr float kEdges[]{0.0F, -0.0F, 1.0F, -1.0F, 1e-40F, -3e37F, std::numeric_limits<float>::infinity()};
-  Kilnode plain;
+  Kilnode plain = [] {
+    const VectorLimit limit(VectorSet::none);
+    return Kilnode();
+  }();
   Kilnode fast;
-  plain.useLanes(LaneKind::plain);
   Dice dice(4);
   for (int round = 0; round < 400; ++round) {
     const float gain = dice.oneIn(3) ? static_cast<float>(dice.upTo(127)) / 127.0F : plain.parameter(0);

@@ -4,9 +4,6 @@
 #include <utility>
 
 #include "effects/filters/CombFilter.h"
-#include "effects/filters/CutoffTables.h"
-#include "effects/filters/EqualizerTables.h"
-#include "effects/filters/FormantTables.h"
 #include "effects/filters/PeakingEQ.h"
 #include "effects/filters/SivrayFxEqualizer.h"
 #include "effects/filters/SivrayFxTalkingModulator.h"
@@ -37,8 +34,8 @@ TEST(Filters, EveryKindSoundsAsThePlainOne) {
 
 TEST(Filters, CombSoundsTheSameInLanesAtEveryDelay) {
   Dice dice(8);
-  InKind<EffectAdapter<CombFilter>> plain(LaneKind::plain);
-  InKind<EffectAdapter<CombFilter>> fast(bestLaneKind());
+  InKind<EffectAdapter<CombFilter>> plain(VectorSet::none);
+  InKind<EffectAdapter<CombFilter>> fast(VectorSet::avx2);
   Stereo in(3001);
   std::generate(in.left.begin(), in.left.end(), [&] { return static_cast<std::int16_t>(dice.upTo(65535) - 32768); });
   Stereo expected;
@@ -54,16 +51,31 @@ TEST(Filters, CombSoundsTheSameInLanesAtEveryDelay) {
 }
 
 TEST(Filters, TablesHoldTheirEndsAndTheirOrder) {
-  for (std::size_t i = 1; i < 128; ++i) {
-    EXPECT_LT(cutoffTable[i - 1], cutoffTable[i]);
-    EXPECT_LE(lowShelfTable[i - 1].feedforward, lowShelfTable[i].feedforward);
-    EXPECT_LE(highShelfTable[i - 1].gain, highShelfTable[i].gain);
+  for (int knob = 1; knob < 128; ++knob) {
+    EXPECT_LT(TolvanFilter::settingsOf({knob - 1, 0}).cutoff, TolvanFilter::settingsOf({knob, 0}).cutoff);
+    const EqualizerLaw::Settings before = EqualizerLaw::settingsOf({knob - 1, knob - 1});
+    const EqualizerLaw::Settings after = EqualizerLaw::settingsOf({knob, knob});
+    EXPECT_LE(before.low.now, after.low.now);
+    EXPECT_LE(before.high.now, after.high.now);
   }
-  EXPECT_EQ(cutoffTable[127], 2147391259);
-  EXPECT_EQ(formant1[0] + formant1[127], 4558 + 1926);
-  EXPECT_EQ(formant2[32] + formant2[64], 11171 + 8192);
-  EXPECT_EQ(formant3[96] + formant3[127], 16632 + 21100);
-  EXPECT_EQ(formant1[1], 4516);  // 4558 - 1331 / 32
+  EXPECT_EQ(TolvanFilter::settingsOf({0, 0}).cutoff, 8016909);
+  EXPECT_EQ(TolvanFilter::settingsOf({127, 0}).cutoff, 2147391259);
+  const float step = 3.0517578e-5F;
+  const EqualizerLaw::Settings cut{{-15585 * step, 15763 * step, -14964 * step},
+                                   {134 * step, 1936 * step, -6120 * step}};
+  EXPECT_EQ(EqualizerLaw::settingsOf({0, 0}), cut);
+  const EqualizerLaw::Settings boost{{-15553 * step, 17028 * step, -16198 * step},
+                                     {-22599 * step, 31361 * step, 569 * step}};
+  EXPECT_EQ(EqualizerLaw::settingsOf({127, 127}), boost);
+  const auto band = [](int vowel, std::size_t index) {
+    return TalkingModulatorLaw::settingsOf({vowel, 127}).band[index];
+  };
+  const auto scaled = [](int formant) { return formant * 24575 >> 14; };  // 1.5 at the end of the Offset knob
+  EXPECT_EQ(band(0, 1), scaled(4558));
+  EXPECT_EQ(band(1, 1), scaled(4516));  // 4558 - 1331 / 32
+  EXPECT_EQ(band(127, 1), scaled(1926));
+  EXPECT_EQ(band(32, 2), scaled(11171));
+  EXPECT_EQ(band(96, 3), scaled(16632));
 }
 
 /// Returns the peak of the last 100 samples for a constant input, or one that alternates in sign.
@@ -84,8 +96,7 @@ TEST(Filters, SteadyTonesComeOutAtTheLevelOfTheirKnobs) {
   EXPECT_NEAR(steadyLevel(equalizer, 64, 64, 10000, false), 9500, 60);
   EXPECT_NEAR(steadyLevel(equalizer, 64, 64, 10000, true), 10600, 60);
   for (const int knob : {63, 65}) {
-    EXPECT_EQ(lowShelfTable[static_cast<std::size_t>(knob)].feedback, lowShelfTable[64].feedback);
-    EXPECT_EQ(highShelfTable[static_cast<std::size_t>(knob)].gain, highShelfTable[64].gain);
+    EXPECT_EQ(EqualizerLaw::settingsOf({knob, knob}), EqualizerLaw::settingsOf({64, 64}));
   }
   EffectAdapter<PeakingEQ> peaking;  // a bell leaves both ends of the spectrum alone
   EXPECT_NEAR(steadyLevel(peaking, 60, 127, 10000, false), 10000, 30);

@@ -12,9 +12,9 @@
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/EffectScene.h"
 #include "effects/interfaces/KnobTables.h"
+#include "effects/interfaces/OneSample.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/PlainMemory.h"
-#include "effects/interfaces/ShortLeak.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/interfaces/SmoothedValue.h"
 #include "effects/interfaces/TempoTables.h"
@@ -60,10 +60,10 @@ TEST(TempoTables, KnobsReachEveryNoteInTheirOwnDirection) {
 }
 
 TEST(TempoTables, AStepGoesRoundOnceInTheNotesLength) {
-  EXPECT_EQ(tempoStep(50, 120.0F), 194783);  // 2^32 / 22050 samples, in single precision
-  EXPECT_EQ(tempoStep(0, 0.0F), 0);
-  EXPECT_EQ(tempoStep(0, -3.0F), 0);
-  EXPECT_EQ(tempoStep(127, 1e9F), std::numeric_limits<std::int32_t>::max());
+  EXPECT_EQ(tempoStep({50, 0, 1200}), 194783);  // 2^32 / 22050 samples, in single precision
+  EXPECT_EQ(tempoStep({0, 0, 0}), 0);
+  EXPECT_EQ(tempoStep({0, 0, -30}), 0);
+  EXPECT_EQ(tempoStep({127, 0, std::numeric_limits<int>::max()}), std::numeric_limits<std::int32_t>::max());
 }
 
 TEST(SmoothedValue, ReachesEveryTargetAndRests) {

@@ -3,22 +3,18 @@
 #pragma once
 
 #include "effects/interfaces/EffectScene.h"
-#include "effects/interfaces/LaneKind.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
+#include "platform/CpuFeatures.h"
 
 namespace scene {
 
-using tesh::bramel::plugin::sivray::effects::LaneKind;
+using tesh::bramel::platform::VectorLimit;
+using tesh::bramel::platform::VectorSet;
 
-/// An effect fixed to one kind of lanes. Provides delay memory to an effect that needs it.
+/// An effect in registers of `set` at most. Provides delay memory to an effect that needs it.
 template <typename Effect>
 struct InKind : Effect {
-  explicit InKind(LaneKind kind) {
-    if constexpr (requires(Effect & effect) { memory.add(&effect); }) {
-      memory.add(this);
-    }
-    this->useLanes(kind);
-  }
+  explicit InKind(VectorSet set) : InKind(VectorLimit(set)) {}
 
   void render(const Stereo& in, Stereo& out) {
     out = in;
@@ -27,6 +23,13 @@ struct InKind : Effect {
   }
 
   tesh::bramel::plugin::sivray::effects::SivrayFxMemoryManager memory;
+
+ private:
+  explicit InKind(const VectorLimit&) {
+    if constexpr (requires(Effect & effect) { memory.add(&effect); }) {
+      memory.add(this);
+    }
+  }
 };
 
 /// Turns something once in a while: knobs, the tempo, immediate mode; or starts over.
@@ -57,12 +60,12 @@ void turn(Dice& dice, Effect& effect) {
 /// Values glide for part of the scene and rest for most of it.
 template <typename Effect>
 void expectKindsToAgree(unsigned seed, int blocks) {
-  for (const LaneKind kind : {LaneKind::baseline, LaneKind::avx2}) {
-    if (kind > tesh::bramel::plugin::sivray::effects::bestLaneKind()) {
+  for (const VectorSet set : {VectorSet::baseline, VectorSet::avx2}) {
+    if (!tesh::bramel::platform::supports(set)) {
       continue;
     }
-    InKind<Effect> plain(LaneKind::plain);
-    InKind<Effect> fast(kind);
+    InKind<Effect> plain(VectorSet::none);
+    InKind<Effect> fast(set);
     Dice dice(seed);
     plain.reset();
     fast.reset();
@@ -77,7 +80,7 @@ void expectKindsToAgree(unsigned seed, int blocks) {
       const Stereo in = dice.input(dice.blockSize());
       plain.render(in, expected);
       fast.render(in, sound);
-      ASSERT_EQ(sound, expected) << "kind " << static_cast<int>(kind) << " seed " << seed << " block " << b;
+      ASSERT_EQ(sound, expected) << "set " << static_cast<int>(set) << " seed " << seed << " block " << b;
     }
   }
 }

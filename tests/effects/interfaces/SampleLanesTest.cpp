@@ -8,9 +8,9 @@
 #include <random>
 
 #include "core/VectorCode.h"
-#include "effects/interfaces/LaneKind.h"
 
 #include "effects/interfaces/SampleLanesCheck.h"
+#include "platform/CpuFeatures.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -41,7 +41,7 @@ TEST(SampleLanes, EveryKindComputesAsOneSampleDoes) {
     operate<Samples128>(a, b, numbers, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
 #if SIVRAY_FOR_X86
-    if (bestLaneKind() == LaneKind::avx2) {
+    if (platform::supports(platform::VectorSet::avx2)) {
       results = {};
       operateAvx2(a, b, numbers, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
@@ -68,7 +68,7 @@ TEST(SampleLanes, EveryKindComputesWordsAsOneWordDoes) {
     operateOnWords<Samples128::Words>(a, b, factor, results);
     ASSERT_EQ(results, expected) << "SSE2, round " << round;
 #if SIVRAY_FOR_X86
-    if (bestLaneKind() == LaneKind::avx2) {
+    if (platform::supports(platform::VectorSet::avx2)) {
       results = {};
       operateOnWordsAvx2(a, b, factor, results);
       ASSERT_EQ(results, expected) << "AVX2, round " << round;
@@ -82,7 +82,7 @@ TEST(SampleLanes, ARingContinuesAtItsStart) {
   EXPECT_TRUE(comesRoundTheRing<OneSample>(samples.data()));
   EXPECT_TRUE(comesRoundTheRing<Samples128>(samples.data()));
 #if SIVRAY_FOR_X86
-  if (bestLaneKind() == LaneKind::avx2) {
+  if (platform::supports(platform::VectorSet::avx2)) {
     EXPECT_TRUE(comesRoundTheRingAvx2(samples.data()));
   }
 #endif

@@ -45,7 +45,9 @@ TEST(Modulation, LanesStopWhereATriangleIsAtItsVeryTop) {
         plain.step({}, expected.left[i], expected.right[i]);
       }
 #if SIVRAY_FOR_X86
-      const auto run = bestLaneKind() == LaneKind::avx2 ? Q60393Autopan::runAvx2 : Q60393Autopan::runBaseline;
+      const auto run = tesh::bramel::platform::supports(tesh::bramel::platform::VectorSet::avx2)
+                           ? Q60393Autopan::runAvx2
+                           : Q60393Autopan::runBaseline;
 #else
       const auto run = Q60393Autopan::runBaseline;
 #endif

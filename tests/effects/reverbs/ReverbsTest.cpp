@@ -5,7 +5,7 @@
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/LaneScene.h"
 #include "effects/reverbs/GateReverb.h"
-#include "effects/reverbs/HallTables.h"
+#include "effects/reverbs/HallFlow.h"
 #include "effects/reverbs/ReverbModels.h"
 #include "effects/reverbs/SivrayFxReverb.h"
 #include "effects/reverbs/SivrayFxReverbSmoothHall.h"
@@ -60,12 +60,12 @@ TEST(Reverbs, HallTablesHoldTheNumbersOfTheRunningRate) {
   EXPECT_EQ(kTankDelays, (HallDelays{6525, 6084, 5467, 5070}));
   EXPECT_EQ(kTapsA, (HallDelays{3301, 1537, 1317, 655}));
   EXPECT_EQ(kTapsB, (HallDelays{2552, 2419, 1758, 1096}));
-  EXPECT_EQ(hallDampers(), (HallRow{11949, 11141, 10011, 9284}));
-  EXPECT_LT(hallGains(0)[0], 2);
-  EXPECT_NEAR(hallGains(127)[0], 32767 * std::pow(0.001, 0.014795834), 1.0);
-  for (unsigned knob = 1; knob < 128; ++knob) {
-    EXPECT_GT(hallGains(knob)[0], hallGains(knob - 1)[0]);
-    EXPECT_LT(hallGains(knob)[3], hallGains(knob - 1)[3]);
+  EXPECT_EQ(HallDampers().ofLast, (std::array<std::int16_t, 8>{11949, 0, 11141, 0, 10011, 0, 9284, 0}));
+  EXPECT_LT(hallGains[0][0], 2);
+  EXPECT_NEAR(hallGains[127][0], 32767 * std::pow(0.001, 0.014795834), 1.0);
+  for (std::size_t knob = 1; knob < 128; ++knob) {
+    EXPECT_GT(hallGains[knob][0], hallGains[knob - 1][0]);
+    EXPECT_LT(hallGains[knob][3], hallGains[knob - 1][3]);
   }
 }
 

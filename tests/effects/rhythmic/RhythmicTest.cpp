@@ -6,9 +6,9 @@
 #include "effects/interfaces/LaneScene.h"
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 #include "effects/modulation/PlainModel.h"
+#include "effects/rhythmic/BeatGain.h"
+#include "effects/rhythmic/BeatTables.h"
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
-#include "effects/rhythmic/Slicer.h"
-#include "effects/rhythmic/SlicerTables.h"
 
 namespace {
 
@@ -128,8 +128,8 @@ TEST(Rhythmic, EveryKindOfLanesSoundsAsThePlainOne) {
 TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainKind) {
   Dice dice(5);
   for (const auto& [speed, tempo] : {std::pair{127, 100000}, {127, 13000}, {127, 2000}, {0, 10}, {0, 0}}) {
-    InKind<SivrayFxGrainShifter> plain(LaneKind::plain);
-    InKind<SivrayFxGrainShifter> fast(bestLaneKind());
+    InKind<SivrayFxGrainShifter> plain(VectorSet::none);
+    InKind<SivrayFxGrainShifter> fast(VectorSet::avx2);
     Stereo in(140000);
     std::generate(in.left.begin(), in.left.end(), [&] { return static_cast<std::int16_t>(dice.upTo(20000)); });
     Stereo expected;
@@ -148,7 +148,7 @@ TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainKind) {
 
 /// A slicer without a hold whose saws meet at their tops after 500 samples.
 struct OpenGate : InKind<EffectAdapter<Slicer>> {
-  explicit OpenGate(LaneKind kind) : InKind(kind) {
+  explicit OpenGate(VectorSet set) : InKind(set) {
     setParameter(kEdit2, 0);
     Stereo settle = constantSound(20000, 0);
     settle.left[0] = 1;
@@ -161,8 +161,8 @@ TEST(Rhythmic, LanesLeaveAGateWithoutAHoldToThePlainKind) {
   const Stereo in = constantSound(2000, 20000);
   Stereo expected;
   Stereo sound;
-  OpenGate(LaneKind::plain).render(in, expected);
-  OpenGate(bestLaneKind()).render(in, sound);
+  OpenGate(VectorSet::none).render(in, expected);
+  OpenGate(VectorSet::avx2).render(in, sound);
   EXPECT_EQ(sound, expected);
 }
 

@@ -1,10 +1,12 @@
-// The settings of the slicer and its two saws.
+// The settings of pump and slicer.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "effects/rhythmic/Slicer.h"
+#include "effects/rhythmic/BeatGain.h"
+
+#include <cmath>
 
 #include "effects/interfaces/TempoTables.h"
-#include "effects/rhythmic/SlicerStep.h"
-#include "effects/rhythmic/SlicerTables.h"
+#include "effects/rhythmic/BeatGainStep.h"
+#include "effects/rhythmic/BeatTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
@@ -15,7 +17,25 @@ namespace {
 /// The longest hold that differs from the others: at 127 the gate would never open.
 constexpr int kLongestHold = 126;
 
+/// What makes up for the pump's gain, Q15: 2^(1/3) at the fastest attack, and up a parabola in octaves to 2^(5/3).
+const auto pumpLevelTable = tableOf<std::int32_t>([](int attackKnob) {
+  const double position = static_cast<double>(attackKnob) / kTopKnob;
+  return kOneQ15 * std::exp2((1.0 + 4.0 * position * position) / 3.0);
+});
+
 }  // namespace
+
+Pump::Settings Pump::settingsOf(const Knobs& knobs) {
+  return {tempoStep(knobs), valueAt(pumpAttackTable, kTopKnob - knobs.edit2), valueAt(pumpLevelTable, knobs.edit2)};
+}
+
+void Pump::step(const Settings&, std::int16_t& left, std::int16_t& right) { stepBeat(*this, left, right); }
+
+const RunInLanes<Pump> Pump::runBaseline = runBeat<Samples128>;
+
+void Pump::skip(const Settings&, unsigned count) { skipBeat(*this, count); }
+
+template class TwoKnobEffect<Pump>;
 
 Slicer::Settings Slicer::settingsOf(const Knobs& knobs) {
   // The share of the cycle with the gate shut, 32 fractional bits.

@@ -1,23 +1,42 @@
-// The law of pump and slicer, sample by sample or in lanes. LaneRun.h tells where this may be included. Both have an
-// oscillator of `phase` and `now.lfoStep`, a BeatGain `gain`, and
-//   static constexpr std::int32_t kFloor;      // gain that is left while it is shut, Q15
-//   static constexpr std::int32_t kSmoothing;  // share per sample by which the gain follows its target, Q15
-// and beside them, in a header like this one,
-//   Words openingAt(const Law&, Words phase);  // where the gain goes, Q15
+// The law of pump and slicer, sample by sample or in lanes. LaneRun.h tells where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <algorithm>
 
-#include "effects/interfaces/BeatGain.h"
 #include "effects/interfaces/LaneRun.h"
 #include "effects/interfaces/PendingSettings.h"
 #include "effects/interfaces/SampleLanes.h"
+#include "effects/rhythmic/BeatGain.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
+/// Two saws that run against each other: their sum less `edge`, halved.
+template <typename Words>
+Words sumOfSaws(std::int32_t top, Words up, Words later, std::int32_t edge) {
+  const Words down = Words::all(top) - up;
+  const Words sum = down.template shiftedRight<16>() + later.template shiftedRight<16>() - Words::all(edge);
+  return sum.template shiftedRight<1>();
+}
+
+/// Where the pump's gain goes at a phase, Q15: along a parabola from 1.0 at both ends to 0 at mid-cycle, times the gain
+/// of the attack. But not above the saws, which are close to 0 in the first half of the cycle and close to 1.0 in the
+/// second.
+template <typename Words>
+Words openingAt(const Pump& law, Words at) {
+  const Words distance = magnitude(at);
+  const Words parabola = product<15>(product<47>(distance, distance), Words::all(law.now.attackGain));
+  return smaller(parabola, sumOfSaws(Pump::kPhaseStart, at, at, -kOneQ15));
+}
+
+/// Where the slicer's gain goes: close to 1.0 while the gate is open and close to 0 while it is shut.
+template <typename Words>
+Words openingAt(const Slicer& law, Words at) {
+  return sumOfSaws(Slicer::kPhaseTop, at, Words::all(law.now.holdOffset) + at, law.now.edge);
+}
+
 /// Subtracted from openings and gains in lanes, so that 1.0 fits.
-inline constexpr std::int32_t kHalfOpen = BeatGain::kOpen / 2;
+inline constexpr std::int32_t kHalfOpen = kOneQ15 / 2;
 
 /// Writes the next `count` openings, whole registers, less a half. In lanes openings must be -1 .. 1.0. Each sample of
 /// the envelope waits for the last one; its targets do not.
@@ -25,7 +44,7 @@ template <typename Samples, typename Law, typename Opening>
 void followBeat(Law& law, Opening* openings, unsigned count) {
   using namespace cofu::core;
   using Words = typename Samples::Words;
-  std::int32_t state = law.gain.envelope.state - (kHalfOpen << 15);
+  std::int32_t state = law.opening.state - (kHalfOpen << 15);
   for (unsigned done = 0; done < count; done += Words::kCount) {
     const Words targets = openingAt(law, Words::after(law.phase, law.now.lfoStep)) - Words::all(kHalfOpen);
     std::int32_t pulls[Words::kCount];
@@ -37,7 +56,7 @@ void followBeat(Law& law, Opening* openings, unsigned count) {
     }
     law.phase = wrapAdd(law.phase, wrapMul(law.now.lfoStep, static_cast<std::int32_t>(Words::kCount)));
   }
-  law.gain.envelope.state = state + (kHalfOpen << 15);
+  law.opening.state = state + (kHalfOpen << 15);
 }
 
 /// Applies openings (less a half) and level to the next samples of both channels, in place.
@@ -59,8 +78,8 @@ template <typename Law>
 void stepBeat(Law& law, std::int16_t& left, std::int16_t& right) {
   std::int32_t opening = 0;
   followBeat<OneSample>(law, &opening, 1);
-  law.gain.moveLevel(law.now.level);
-  applyBeat(law, OneSample{opening}, OneSample::Boost(law.gain.level), &left, &right);
+  law.level = law.nextLevel(law.now);
+  applyBeat(law, OneSample{opening}, OneSample::Boost(law.level), &left, &right);
 }
 
 /// A run of at most `kControlGrid` samples while the level rests, in place.
@@ -70,7 +89,7 @@ template <typename Samples, typename Law>
   const unsigned whole = count - count % Samples::kCount;
   std::int16_t openings[kControlGrid];
   followBeat<Samples>(law, openings, whole);
-  const typename Samples::Boost level(law.gain.level);
+  const typename Samples::Boost level(law.level);
   for (unsigned done = 0; done < whole; done += Samples::kCount) {
     applyBeat(law, Samples::load(openings + done), level, left + done, right + done);
   }
@@ -80,7 +99,7 @@ template <typename Samples, typename Law>
 /// `count` samples of silence.
 template <typename Law>
 [[gnu::flatten]] void skipBeat(Law& law, unsigned count) {
-  law.gain.skipLevel(law.now.level, count);
+  moveToRest(law.level, count, [&law](std::int32_t& level) { level = law.nextLevel(law.now); });
   std::int32_t opening = 0;
   std::int16_t openings[kControlGrid];
   while (count >= Samples128::kCount && law.fitsLanes(law.now)) {

@@ -1,20 +1,18 @@
-// The rules behind the hall's computed tables. They are built once, before the first sample.
+// The rules behind the hall's computed numbers.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "effects/reverbs/HallTables.h"
+#include "effects/reverbs/HallFlow.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "core/FixedPoint.h"
-#include "effects/interfaces/Knobs.h"
+#include "effects/interfaces/KnobTables.h"
 
 namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
 using cofu::core::kFullScale;
-
-constexpr std::size_t kKnobValues = kTopKnob + 1;
 
 /// Delay of each comb in seconds, and the sign of its gain.
 constexpr std::array<float, kHallLanes> kCombSeconds{0.14795834F, 0.13795833F, 0.123958334F, 0.11495833F};
@@ -31,7 +29,7 @@ constexpr double kDecayed = 0.001;
 constexpr double kDamperCorner = 44484.953;
 
 /// The exponent is rounded to single precision, the power is not.
-std::int16_t combGain(std::size_t lane, std::size_t knob) {
+std::int16_t combGain(std::size_t lane, int knob) {
   const float position = static_cast<float>(knob) / static_cast<float>(kTopKnob);
   const float span = position * kSpanOfSeconds;
   const float seconds = span + kLeastSeconds;
@@ -41,38 +39,19 @@ std::int16_t combGain(std::size_t lane, std::size_t knob) {
   return static_cast<std::int16_t>(std::max(static_cast<int>(gain * kCombSigns[lane]), -kFullScale));
 }
 
-std::array<HallRow, kKnobValues> makeGains() {
-  std::array<HallRow, kKnobValues> gains{};
-  for (std::size_t knob = 0; knob < kKnobValues; ++knob) {
-    for (std::size_t lane = 0; lane < kHallLanes; ++lane) {
-      gains[knob][lane] = combGain(lane, knob);
-    }
-  }
-  return gains;
-}
-
-HallRow makeDampers() {
-  const double first = std::exp(-kDamperCorner / static_cast<double>(kHallSampleRate));
-  HallRow dampers{};
-  for (std::size_t lane = 0; lane < kHallLanes; ++lane) {
-    dampers[lane] = static_cast<std::int16_t>(kTankDelays[lane] * first / kTankDelays[0] * kFullScale);
-  }
-  return dampers;
-}
-
 }  // namespace
 
-const HallRow& hallDampers() {
-  static const HallRow dampers = makeDampers();
-  return dampers;
+HallDampers::HallDampers() {
+  const double first = std::exp(-kDamperCorner / cofu::core::kEngineRate);
+  for (std::size_t k = 0; k < kHallLanes; ++k) {
+    const auto damper = static_cast<std::int16_t>(kTankDelays[k] * first / kTankDelays[0] * kFullScale);
+    ofLast[2 * k] = damper;
+    ofComb[2 * k] = static_cast<std::int16_t>(damper - 32768);
+  }
 }
 
-const HallRow& hallGains(unsigned knob) {
-  // Made when the first hall is.
-  return cofu::core::vouchFor([knob]() -> const HallRow& {
-    static const std::array<HallRow, kKnobValues> gains = makeGains();
-    return gains[knob % kKnobValues];
-  });
-}
+const std::array<HallRow, kTopKnob + 1> hallGains = tableOf<HallRow>([](int knob) {
+  return HallRow{combGain(0, knob), combGain(1, knob), combGain(2, knob), combGain(3, knob)};
+});
 
 }  // namespace tesh::bramel::plugin::sivray::effects
