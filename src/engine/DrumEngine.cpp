@@ -79,9 +79,11 @@ void DrumEngine::addPad(std::uint32_t pad) {
   allocator.setPad(static_cast<int>(pad), &group.values());
   groups.set(pad, &group);
   // Each pad begins with its own wave and its own exclusive group; the first pad's group 0 means none.
-  auto own = static_cast<std::int32_t>(pad);
-  group.nameWave(own);
-  group.setValue(static_cast<int>(PadParameter::exAssign), &own);
+  const auto own = static_cast<std::int32_t>(pad);
+  for (const PadParameter parameter : {PadParameter::wave, PadParameter::exAssign}) {
+    auto value = own;
+    group.setValue(static_cast<int>(parameter), &value);
+  }
 }
 
 void DrumEngine::loadWaves() {

@@ -76,19 +76,16 @@ Q57214DrumParameterInfo::Q57214DrumParameterInfo(DrumCore& drumCore, int padNumb
   waveRow.maximum = core.database().waveCount() - 1;
   for (int index = 0; index < count(); ++index) {
     std::int32_t value = kRows[static_cast<std::size_t>(index)].defaultValue;
-    if (index != kWave) {
-      setValue(index, &value);
-    }
+    setValue(index, &value);
   }
-  nameWave(waveRow.defaultValue);
 }
-
-void Q57214DrumParameterInfo::nameWave(std::int32_t wave) { padValues.set(kWave, clampedWave(wave)); }
 
 void Q57214DrumParameterInfo::loadWave() {
   std::int32_t wave = padValues[PadParameter::wave];
   if (!waveLoaded) {
-    setValue(kWave, &wave);
+    waveLoaded = true;
+    core.waves().fetch(static_cast<std::size_t>(pad), wave);
+    core.waveChange().setValue(pad, &wave);
   }
 }
 
@@ -112,9 +109,8 @@ int Q57214DrumParameterInfo::setValue(int index, std::int32_t* value) {
   // Without waves the maximum of Wave is -1, and so is the value.
   *value = std::min(std::max(*value, row->minimum), row->maximum);
   const auto place = static_cast<std::size_t>(index);
-  if (index == kWave && (!waveLoaded || padValues.at(place) != *value)) {
+  if (index == kWave && waveLoaded && padValues.at(place) != *value) {
     core.waveChange().setValue(pad, value);
-    waveLoaded = true;
   }
   padValues.set(place, *value);
   return *value;

@@ -9,11 +9,11 @@ namespace tesh::bramel::plugin::sivray {
 
 class DrumCore;
 
-/// Values are limited to their ranges. Wave reads the sample file, on the calling thread, whenever it is set to another
-/// value, and the first time it is set. Values may be set and read on any thread.
+/// Values are limited to their ranges. Once `loadWave` has read the first wave, setting Wave to another value gives the
+/// pad that wave, see PadWaves::take. Values may be set and read on any thread.
 class Q57214DrumParameterInfo : public IParameter {
  public:
-  /// Sets all values to their defaults. The wave of that name is not read yet.
+  /// Sets all values to their defaults.
   Q57214DrumParameterInfo(DrumCore& core, int pad);
 
   /// 18, of which ids reach the first 16.
@@ -27,9 +27,6 @@ class Q57214DrumParameterInfo : public IParameter {
   /// Null for an index out of range. The maximum of Wave is the number of waves less 1.
   const ParameterRow* info(int index) const override;
   int indexOf(std::string_view name) const override;
-
-  /// Sets the wave of a pad that has had none yet, but leaves the reading of it to `loadWave`. Before audio runs.
-  void nameWave(std::int32_t wave);
 
   /// Reads the pad's wave, unless it has been read already. Never on the audio thread.
   void loadWave();

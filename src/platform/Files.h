@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -39,6 +41,14 @@ class NativePath {
   Text nativeText;
 };
 
+/// Tells files, and contents of a file, apart: two are equal only if they are of one file that nobody has written
+/// meanwhile. A change that leaves size and clock alone, within a few milliseconds of the one before, is not seen.
+struct FileVersion {
+  std::array<std::uint64_t, 7> words{};  ///< As the system counts volumes, files, bytes and times.
+
+  friend auto operator<=>(const FileVersion&, const FileVersion&) = default;
+};
+
 /// A regular file, open for binary reading. It has no buffer and never allocates, because the audio thread reads waves
 /// through it. One thread at a time.
 class InputFile {
@@ -53,6 +63,9 @@ class InputFile {
 
   /// The file's size in bytes; 0 if the system cannot tell.
   std::int64_t size() const;
+
+  /// What the file is now; nothing if the system cannot tell.
+  std::optional<FileVersion> version() const;
 
   /// Sets the position to `offset` bytes from the start. False if it is negative or the system refuses.
   bool seek(std::int64_t offset);

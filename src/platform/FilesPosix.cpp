@@ -139,6 +139,16 @@ std::int64_t InputFile::size() const {
   return ::fstat(descriptor(handle), &info) == 0 ? static_cast<std::int64_t>(info.st_size) : 0;
 }
 
+std::optional<FileVersion> InputFile::version() const {
+  struct stat info {};
+  if (::fstat(descriptor(handle), &info) != 0) {
+    return std::nullopt;
+  }
+  const auto word = [](auto number) { return static_cast<std::uint64_t>(number); };
+  return FileVersion{{word(info.st_dev), word(info.st_ino), word(info.st_size), word(info.st_mtim.tv_sec),
+                      word(info.st_mtim.tv_nsec), word(info.st_ctim.tv_sec), word(info.st_ctim.tv_nsec)}};
+}
+
 bool InputFile::seek(std::int64_t offset) { return offset >= 0 && ::lseek(descriptor(handle), offset, SEEK_SET) >= 0; }
 
 std::size_t InputFile::read(void* destination, std::size_t count) {

@@ -107,6 +107,15 @@ std::int64_t InputFile::size() const {
   return GetFileSizeEx(native(handle), &size) != 0 ? size.QuadPart : 0;
 }
 
+std::optional<FileVersion> InputFile::version() const {
+  BY_HANDLE_FILE_INFORMATION info{};
+  if (GetFileInformationByHandle(native(handle), &info) == 0) {
+    return std::nullopt;
+  }
+  return FileVersion{{info.dwVolumeSerialNumber, info.nFileIndexHigh, info.nFileIndexLow, info.nFileSizeHigh,
+                      info.nFileSizeLow, info.ftLastWriteTime.dwHighDateTime, info.ftLastWriteTime.dwLowDateTime}};
+}
+
 bool InputFile::seek(std::int64_t offset) {
   LARGE_INTEGER distance{};
   distance.QuadPart = offset;

@@ -8,68 +8,9 @@
 #include <new>
 #include <utility>
 
-#ifdef _WIN32
-#include "platform/WindowsApi.h"
-#else
-#include <sys/mman.h>
-#include <unistd.h>
-#endif
+#include "platform/PageCalls.h"
 
 namespace tesh::bramel::platform {
-namespace {
-
-#ifdef _WIN32
-
-void* newPages(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE); }
-
-void freePages(void* start, std::size_t) { VirtualFree(start, 0, MEM_RELEASE); }
-
-std::uintptr_t pageSize() { return 4096; }
-
-/// Windows has no shared page of zeros, so that a read is enough.
-void touchPages(std::uintptr_t first, std::uintptr_t end) {
-  for (std::uintptr_t page = first & ~(pageSize() - 1); page < end; page += pageSize()) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): pages are counted by their addresses.
-    static_cast<void>(*reinterpret_cast<const volatile std::uint8_t*>(page));
-  }
-}
-
-/// Pages that were given up might not come back if the system runs out of memory, so all stay and are filled.
-bool exchangePages(void*, std::size_t) { return false; }
-
-#else
-
-std::uintptr_t pageSize() { return static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE)); }
-
-/// Huge pages would be provided whole, 2 MiB for the first byte.
-void* newPages(std::size_t bytes) {
-  void* const start = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (start == MAP_FAILED) {
-    return nullptr;
-  }
-#ifdef MADV_NOHUGEPAGE
-  ::madvise(start, bytes, MADV_NOHUGEPAGE);
-#endif
-  return start;
-}
-
-void freePages(void* start, std::size_t bytes) { ::munmap(start, bytes); }
-
-void touchPages(std::uintptr_t first, std::uintptr_t end) {
-#ifdef MADV_POPULATE_WRITE
-  const std::uintptr_t start = first & ~(pageSize() - 1);
-  ::madvise(reinterpret_cast<void*>(start), end - start, MADV_POPULATE_WRITE);  // NOLINT(performance-no-int-to-ptr)
-#else
-  static_cast<void>(first);
-  static_cast<void>(end);
-#endif
-}
-
-bool exchangePages(void* start, std::size_t bytes) { return ::madvise(start, bytes, MADV_DONTNEED) == 0; }
-
-#endif
-
-}  // namespace
 
 void* takePages(std::size_t byteCount) {
   void* const start = newPages(byteCount);

@@ -35,6 +35,8 @@ TEST(Library, IsReadBackByTheEngineAndTheBrowser) {
 
   tesh::bramel::plugin::sivray::PcmFile file("SivrayPCM");
   ASSERT_EQ(file.database().waveCount(), 3);
+  auto data = file.open();
+  ASSERT_TRUE(data);
   for (std::size_t i = 0; i < waves.size(); ++i) {
     const auto info = file.database().lookup(static_cast<std::int64_t>(i));
     const Wave& wave = waves[i];
@@ -43,7 +45,9 @@ TEST(Library, IsReadBackByTheEngineAndTheBrowser) {
     EXPECT_EQ(info.sampleRate, static_cast<float>(wave.sampleRate));
     ASSERT_EQ(info.leftEnd - info.leftStart + 1, wave.left.size());
     Samples frames(2 * wave.left.size());
-    file.read(frames.data(), {{info.leftStart, info.rightStart}, wave.left.size()}, wave.left.size());
+    ASSERT_TRUE(tesh::bramel::plugin::sivray::PcmFile::readPart(
+        *data, {{info.leftStart, info.rightStart}, wave.left.size()}, frames.data(), 0, wave.left.size(),
+        tesh::bramel::plugin::sivray::Reading::waits));
     for (std::size_t frame = 0; frame < wave.left.size(); ++frame) {
       EXPECT_EQ(frames[2 * frame], wave.left[frame]);
       EXPECT_EQ(frames[2 * frame + 1], wave.right.empty() ? wave.left[frame] : wave.right[frame]);

@@ -105,7 +105,11 @@ class OwnSounds : public testing::Test {
     ::setenv("BRAMEL_COMMON_FILES", scratch.path("installed").c_str(), 1);
     const auto info = file.database().lookup(number);
     std::vector<std::int16_t> frame(2);
-    file.read(frame.data(), {{info.leftStart, info.rightStart}, 1}, 1);
+    if (auto data = file.open()) {
+      using tesh::bramel::plugin::sivray::Reading;
+      tesh::bramel::plugin::sivray::PcmFile::readPart(*data, {{info.leftStart, info.rightStart}, 1}, frame.data(), 0, 1,
+                                                      Reading::waits);
+    }
     return frame[0];
   }
 

@@ -94,9 +94,9 @@ TEST(Frame, ReadsAWaveOnceWhereItIsNeeded) {
   SivrayPlugin<VstXSynth> waiting(kSampleFolder, kSlot, WaveLoading::later);
   EXPECT_EQ(counter.take(), 0) << "not even the whole file, for the system's cache: it is there already";
   waiting.setState(chunk);
-  EXPECT_EQ(counter.take(), kPadCount);
-  waiting.activate();
   EXPECT_EQ(counter.take(), 0);
+  waiting.activate();
+  EXPECT_EQ(counter.take(), kPadCount);
   SivrayPlugin<VstXSynth> stateless(kSampleFolder, kSlot, WaveLoading::later);
   counter.take();
   stateless.activate();

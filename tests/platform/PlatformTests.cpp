@@ -10,19 +10,24 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <new>
 #include <optional>
+#include <thread>
 
+#include "platform/AddressRange.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "platform/Locale.h"
 #include "platform/PluginBundle.h"
 #include "platform/SpecialFolders.h"
 #include "platform/ZeroedPages.h"
+#include "support/Sanitized.h"
 
 namespace tesh::bramel::platform {
 namespace {
@@ -178,6 +183,46 @@ TEST(ZeroedPages, AreClearAlsoWhereNoneCanBeExchanged) {
   isExchangeRefused = false;
   EXPECT_EQ(std::count(array.data(), array.data() + kBytes, 5), 200);
   EXPECT_EQ(std::count(array.data(), array.data() + 100, 5), 100);
+}
+
+TEST(AddressRange, GivesPagesBackAndOpensThemAgainAsZeros) {
+  const std::size_t page = AddressRange::pageBytes();
+  constexpr std::size_t kTooMuch = std::size_t{1} << 62;
+  EXPECT_THROW(AddressRange(kTooMuch, kTooMuch), std::bad_alloc);
+  if (!support::kIsSanitized) {  // Sanitizers mirror what is reserved.
+    EXPECT_LT(AddressRange(kTooMuch, page).size(), kTooMuch) << "as much as there is";
+  }
+  const AddressRange range(100 * page, page);
+  EXPECT_EQ(range.size(), 100 * page);
+  EXPECT_EQ(presentPages(range.data(), 40 * page), 0);
+  ASSERT_TRUE(range.open(10 * page, 20 * page));
+  std::fill_n(range.data() + 10 * page, 20 * page, std::uint8_t{5});
+  range.close(12 * page, 10 * page);
+  EXPECT_EQ(presentPages(range.data(), 40 * page), 10);
+  ASSERT_TRUE(range.open(12 * page, 10 * page));
+  EXPECT_EQ(std::count(range.data() + 10 * page, range.data() + 30 * page, 5), 10 * static_cast<std::ptrdiff_t>(page));
+  EXPECT_EQ(range.data()[12 * page - 1], 5);
+  EXPECT_EQ(range.data()[22 * page], 5);
+}
+
+TEST_F(Platform, TellsVersionsOfAFileApart) {
+  const std::string path = home + "/data";
+  const auto put = [&path](char last) { std::ofstream(path, std::ios::binary) << "dat" << last; };
+  const auto version = [&path] { return InputFile::open(path)->version(); };
+  put('a');
+  const auto first = version();
+  ASSERT_TRUE(first);
+  EXPECT_EQ(version(), first);
+  const auto time = fs::last_write_time(path);
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // The system's clock for files ticks slowly.
+  put('b');
+  fs::last_write_time(path, time);
+  EXPECT_NE(version(), first) << "written in place, with the old size and time";
+  const auto second = version();
+  fs::copy_file(path, path + "2");
+  fs::last_write_time(path + "2", time);
+  fs::rename(path + "2", path);
+  EXPECT_NE(version(), second) << "another file in its place, with the same bytes and time";
 }
 
 TEST(PluginBundle, IsKnownByItsNameFromTheLibrarysFolder) {

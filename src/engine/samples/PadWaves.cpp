@@ -21,11 +21,8 @@ void PadWaves::fetch(std::size_t pad, std::int32_t wave) {
   if (memory.holdsSpare(pad, wave)) {
     return;
   }
-  memory.clearUselessSpares();  // What pads have exchanged since.
-  const WaveStretch stretch = stretchOf(wave);
-  const auto [spare, writtenFrames] = memory.claimSpare(pad);
-  memory.makeSparePresent(pad, stretch.frames);
-  memory.offerSpare(pad, wave, file.read(spare, stretch, std::max(stretch.frames, writtenFrames)));
+  memory.freeUnused();
+  memory.offerSpare(pad, wave, WaveStore::share(memory.waveStore(), file, stretchOf(wave), memory.slotFrames()));
 }
 
 void PadWaves::empty(std::size_t pad) {
@@ -37,29 +34,31 @@ void PadWaves::empty(std::size_t pad) {
 
 PadWaves::Move PadWaves::take(std::size_t pad, std::int32_t wave) {
   const std::int32_t before = memory.frameOf(memory.memoryOf(pad));
-  if (!memory.takeSpare(pad, wave)) {
+  if (memory.takeSpare(pad, wave)) {
+    cofu::core::mayWait([&] { readings[pad].stop(); });  // Closes the file.
+    countReadings();
+  } else {
     // Only here, and where pieces are read, may the audio thread wait for the disk.
     cofu::core::mayWait([&] { begin(pad, wave); });
-    return {before, before};
   }
-  cofu::core::mayWait([&] { readings[pad].stop(); });  // Closes the file.
-  countReadings();
   return {before, memory.frameOf(memory.memoryOf(pad))};
 }
 
 /// Without the file the memory keeps the wave before, for voices that play it.
 void PadWaves::begin(std::size_t pad, std::int32_t wave) {
   PcmSlot& slot = memory.slot(pad);
-  slot.data = memory.memoryOf(pad);
   auto opened = file.open();
   if (!opened) {
+    slot.data = memory.memoryOf(pad);
     slot.frames = 0;
     return;
   }
   const WaveStretch stretch = stretchOf(wave);
+  OwnMemory& own = memory.useOwn(pad);
+  slot.data = own.area.samples();
   slot.frames = stretch.frames;
-  readings[pad].begin(std::move(*opened), stretch, memory.memoryOf(pad), slot.writtenFrames);
-  slot.writtenFrames = std::max(slot.writtenFrames, stretch.frames);
+  readings[pad].begin(std::move(*opened), stretch, own.area, own.writtenFrames);
+  own.writtenFrames = std::max<std::size_t>(own.writtenFrames, stretch.frames);
   noteProgress(pad);
 }
 
@@ -90,7 +89,7 @@ void PadWaves::readOn() {
 void PadWaves::finish() {
   for (std::size_t pad = 0; pad < readings.size(); ++pad) {
     if (readings[pad].isOpen()) {
-      memory.makePresent(pad, readings[pad].waveFrames());  // At once, not one by one as they are written.
+      memory.useOwn(pad).area.makePresent(readings[pad].waveFrames());  // At once, not one by one as they are written.
       readings[pad].finish();
       noteProgress(pad);
     }
@@ -100,7 +99,7 @@ void PadWaves::finish() {
 /// Takes over how far the reading has come. What lies behind a complete wave is zero.
 void PadWaves::noteProgress(std::size_t pad) {
   if (!readings[pad].isOpen()) {
-    memory.slot(pad).writtenFrames = readings[pad].waveFrames();
+    memory.useOwn(pad).writtenFrames = readings[pad].waveFrames();
   }
   countReadings();
 }

@@ -25,8 +25,8 @@ class PadWaves {
   PcmPool& pool() { return memory; }
   const PcmPool& pool() const { return memory; }
 
-  /// Reads a wave into the pad's spare memory, so that `take` has only to exchange both. Waits for the disk: any thread
-  /// but the audio thread, also during the other calls.
+  /// Holds a wave for the pad, which `take` has then only to exchange for the present one; reads it unless another pad
+  /// or instance has it already. Waits for the disk: any thread but the audio thread, also during the other calls.
   void fetch(std::size_t pad, std::int32_t wave);
 
   /// The pad has no wave from now on.
@@ -38,9 +38,9 @@ class PadWaves {
     std::int32_t to = 0;
   };
 
-  /// Gives the pad a wave: exchanges its memory for the spare one if that holds the wave, or begins to read it into the
-  /// present memory, which reads a short wave at once. Voices that play from the memory read the new samples from then
-  /// on; after a move they play on from the new place.
+  /// Gives the pad a wave: the one that was fetched, or else it begins to read it into the pad's own memory, which
+  /// reads a short wave at once. Voices that play from the memory read the new samples from then on; after a move they
+  /// play on from the new place, and must not read from the old one any more.
   Move take(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING;
 
   /// Whether the memory of a pad lacks pieces.

@@ -133,13 +133,4 @@ bool PcmFile::readPart(platform::InputFile& file, const WaveStretch& wave, std::
   return true;
 }
 
-std::size_t PcmFile::read(std::int16_t* slot, const WaveStretch& wave, std::size_t slotFrames) const {
-  std::optional<platform::InputFile> file = open();
-  if (!file) {
-    return 0;
-  }
-  readPart(*file, wave, slot, 0, slotFrames, Reading::waits);
-  return wave.frames;
-}
-
 }  // namespace tesh::bramel::plugin::sivray

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -18,12 +19,13 @@ namespace tesh::bramel::plugin::sivray {
 struct WaveStretch {
   std::array<std::uint32_t, 2> offsets{};  ///< Of both channels, in samples.
   std::size_t frames = 0;                  ///< As many as a slot holds.
+
+  friend auto operator<=>(const WaveStretch&, const WaveStretch&) = default;
 };
 
 /// Whether a reader waits for the disk.
 enum class Reading : std::uint8_t { waits, cachedOnly };
 
-/// The samples do not change while the file is in use.
 class PcmFile {
  public:
   /// `folder` is the folder of the sample files inside the resource directory. Reads the index. The first one of a
@@ -40,10 +42,6 @@ class PcmFile {
   /// cache; the system has then been asked to read them. Allocates nothing. Any thread.
   static bool readPart(platform::InputFile& file, const WaveStretch& wave, std::int16_t* slot, std::size_t first,
                        std::size_t count, Reading reading);
-
-  /// Reads the first `slotFrames` frames of a slot, at least as many as the wave has, as above. Returns the wave's
-  /// frames, or 0 with nothing written if the file cannot be opened.
-  std::size_t read(std::int16_t* slot, const WaveStretch& wave, std::size_t slotFrames) const;
 
  private:
   platform::NativePath path;

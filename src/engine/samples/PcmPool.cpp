@@ -1,89 +1,115 @@
-// Allocation of the sample memory, and the exchange of a slot's memory with its spare one.
+// The exchange of a slot's memory, and who frees what it had.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/PcmPool.h"
 
 #include <algorithm>
-#include <numeric>
 #include <thread>
+#include <utility>
 
 namespace tesh::bramel::plugin::sivray {
 
-namespace {
-
-constexpr std::size_t kSilentFrames = 2;  ///< Interpolation reads one frame past the position.
-
-}  // namespace
-
 PcmPool::PcmPool(std::size_t slotTotal, std::size_t framesPerSlot)
     : framesInSlot(std::clamp(framesPerSlot, std::size_t{2}, kMaxSlotFrames)),
-      memory((2 * slotTotal * framesInSlot + kSilentFrames) * 2),
+      memory(SampleMemory::ofProcess()),
+      store(WaveStore::ofProcess()),
       slots(slotTotal),
-      slotAreas(slotTotal),
-      presentFrames(2 * slotTotal),
-      spares(slotTotal) {
-  std::iota(slotAreas.begin(), slotAreas.end(), std::size_t{0});
-  for (std::size_t index = 0; index < slotTotal; ++index) {
-    slots[index].data = silence();
-    spares[index].area = slotTotal + index;
+      pads(slotTotal) {
+  for (PcmSlot& slot : slots) {
+    slot.data = silence();
+  }
+  for (PadMemory& pad : pads) {
+    pad.own = makeOwn().release();
   }
 }
 
-void PcmPool::provide(std::size_t area, std::size_t frames) {
-  std::size_t& present = presentFrames[area];
-  if (frames > present) {
-    memory.makePresent((area * framesInSlot + present) * 2, (std::min(frames, framesInSlot) - present) * 2);
-    present = std::min(frames, framesInSlot);
-  }
+PcmPool::PadMemory::~PadMemory() {
+  delete own;
+  delete unplayed.load();
 }
 
-void PcmPool::clearUselessSpares() {
-  for (Spare& spare : spares) {
+std::unique_ptr<OwnMemory> PcmPool::makeOwn() const {
+  auto own = std::make_unique<OwnMemory>();
+  own->area = SampleMemory::take(memory, framesInSlot);
+  return own;
+}
+
+const std::int16_t* PcmPool::memoryOf(std::size_t index) const {
+  const PadMemory& pad = pads[index];
+  return pad.own != nullptr ? pad.own->area.samples() : pad.shared.samples();
+}
+
+/// Leaves the shared wave to the next `freeUnused`, unless another is offered.
+OwnMemory& PcmPool::useOwn(std::size_t index) {
+  PadMemory& pad = pads[index];
+  if (pad.own != nullptr) {
+    return *pad.own;
+  }
+  pad.own = pad.unplayed.exchange(nullptr, std::memory_order_acquire);
+  SpareState expected = SpareState::useless;
+  if (pad.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
+    pad.spare.swap(pad.shared);
+    pad.state.store(SpareState::useless, std::memory_order_release);
+  }
+  return *pad.own;
+}
+
+void PcmPool::freeUnused() {
+  for (PadMemory& pad : pads) {
     SpareState expected = SpareState::useless;
-    if (spare.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
-      presentFrames[spare.area] = 0;
-      memory.clear(spare.area * framesInSlot * 2, std::exchange(spare.writtenFrames, 0) * 2);
-      spare.state.store(SpareState::useless, std::memory_order_release);
+    if (pad.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
+      WaveStore::Share unused;
+      unused.swap(pad.spare);
+      pad.state.store(SpareState::useless, std::memory_order_release);
     }
+    freeOwn(pad);
+  }
+}
+
+/// Puts empty memory in the place of one that has been written and is not played.
+void PcmPool::freeOwn(PadMemory& pad) const {
+  OwnMemory* written = pad.unplayed.load(std::memory_order_acquire);
+  if (written == nullptr || written->writtenFrames == 0) {
+    return;
+  }
+  std::unique_ptr<OwnMemory> empty = makeOwn();
+  if (pad.unplayed.compare_exchange_strong(written, empty.get(), std::memory_order_acq_rel)) {
+    static_cast<void>(empty.release());
+    empty.reset(written);
   }
 }
 
 bool PcmPool::holdsSpare(std::size_t index, std::int32_t wave) const {
-  const Spare& spare = spares[index];
-  return spare.state.load(std::memory_order_acquire) == SpareState::filled && spare.wave == wave;
+  const PadMemory& pad = pads[index];
+  return pad.state.load(std::memory_order_acquire) == SpareState::offered && pad.spareWave == wave;
 }
 
-std::pair<std::int16_t*, std::size_t> PcmPool::claimSpare(std::size_t index) {
-  Spare& spare = spares[index];
-  while (spare.state.exchange(SpareState::busy, std::memory_order_acquire) == SpareState::busy) {
+void PcmPool::offerSpare(std::size_t index, std::int32_t wave, WaveStore::Share samples) {
+  PadMemory& pad = pads[index];
+  while (pad.state.exchange(SpareState::busy, std::memory_order_acquire) == SpareState::busy) {
     std::this_thread::yield();
   }
-  return {areaAt(spare.area), spare.writtenFrames};
-}
-
-void PcmPool::offerSpare(std::size_t index, std::int32_t wave, std::size_t frames) {
-  Spare& spare = spares[index];
-  spare.wave = wave;
-  spare.frames = frames;
-  spare.writtenFrames = frames != 0 ? frames : spare.writtenFrames;
-  spare.state.store(frames != 0 ? SpareState::filled : SpareState::useless, std::memory_order_release);
+  pad.spare.swap(samples);
+  pad.spareWave = wave;
+  pad.state.store(pad.spare ? SpareState::offered : SpareState::useless, std::memory_order_release);
 }
 
 bool PcmPool::takeSpare(std::size_t index, std::int32_t wave) {
-  Spare& spare = spares[index];
-  SpareState expected = SpareState::filled;
-  if (!spare.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
+  PadMemory& pad = pads[index];
+  SpareState expected = SpareState::offered;
+  if (!pad.state.compare_exchange_strong(expected, SpareState::busy, std::memory_order_acquire)) {
     return false;
   }
-  if (spare.wave != wave) {
-    spare.state.store(SpareState::filled, std::memory_order_release);
+  if (pad.spareWave != wave) {
+    pad.state.store(SpareState::offered, std::memory_order_release);
     return false;
   }
-  PcmSlot& slot = slots[index];
-  std::swap(slotAreas[index], spare.area);
-  std::swap(slot.writtenFrames, spare.writtenFrames);
-  slot.data = memoryOf(index);
-  slot.frames = spare.frames;
-  spare.state.store(SpareState::useless, std::memory_order_release);
+  pad.shared.swap(pad.spare);
+  pad.state.store(SpareState::useless, std::memory_order_release);
+  if (pad.own != nullptr) {
+    pad.unplayed.store(std::exchange(pad.own, nullptr), std::memory_order_release);
+  }
+  slots[index].data = pad.shared.samples();
+  slots[index].frames = pad.shared.frames();
   return true;
 }
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveChange.h"
 
-#include <algorithm>
-
 namespace tesh::bramel::plugin::sivray {
 
 int WaveChangeStep::setValue(int pad, std::int32_t* wave) {
@@ -18,7 +16,12 @@ void PrepareWaveChange::run(std::size_t pad, std::int32_t) { waves.empty(pad); }
 
 void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   const auto [from, to] = waves.take(pad, wave);
-  std::replace(bases.begin(), bases.end(), from, to);
+  for (std::size_t voice = 0; voice < bases.size(); ++voice) {
+    // Other pads may play the same memory, and voices that began on an empty slot stay silent.
+    if (pads[voice] == static_cast<std::int32_t>(pad) && bases[voice] == from) {
+      bases[voice] = to;
+    }
+  }
 }
 
 void PCMLoadAck::run(std::size_t pad, std::int32_t) { waves.pool().slot(pad).ready = true; }

@@ -44,15 +44,18 @@ class PrepareWaveChange final : public WaveChangeStep {
 /// Gives the pad its wave.
 class PCMLoadTask final : public WaveChangeStep {
  public:
-  /// `voiceBases` are the places of the memory that voices play from; they follow a memory that moves.
-  explicit PCMLoadTask(PadWaves& padWaves, std::span<std::int32_t> voiceBases = {})
-      : WaveChangeStep(padWaves), bases(voiceBases) {}
+  /// `voiceBases` are the places of the memory that voices play from, `voicePads` the pads whose memory it is, as many.
+  /// The places follow a memory that moves.
+  explicit PCMLoadTask(PadWaves& padWaves, std::span<std::int32_t> voiceBases = {},
+                       std::span<const std::int32_t> voicePads = {})
+      : WaveChangeStep(padWaves), bases(voiceBases), pads(voicePads) {}
 
  protected:
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 
  private:
   std::span<std::int32_t> bases;
+  std::span<const std::int32_t> pads;
 };
 
 /// Marks the slot as filled. Voices only look at its length.

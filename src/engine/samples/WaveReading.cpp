@@ -7,10 +7,10 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-void WaveReading::begin(platform::InputFile opened, const WaveStretch& wave, std::int16_t* slotMemory,
+void WaveReading::begin(platform::InputFile opened, const WaveStretch& wave, const SampleMemory::Area& area,
                         std::size_t usedFrames) {
   stretch = wave;
-  memory = slotMemory;
+  memory = &area;
   frameCount = std::max(usedFrames, wave.frames);
   pieceCount = (frameCount + kPieceFrames - 1) / kPieceFrames;
   nextPiece = 0;
@@ -48,7 +48,7 @@ void WaveReading::readNext() {
 }
 
 void WaveReading::finish() {
-  PcmFile::readPart(*file, stretch, memory, 0, frameCount, Reading::waits);
+  PcmFile::readPart(*file, stretch, memory->samples(), 0, frameCount, Reading::waits);
   stop();
 }
 
@@ -61,7 +61,8 @@ void WaveReading::waitForPiece(std::size_t piece) {
 
 bool WaveReading::readPiece(std::size_t piece, Reading reading) {
   const std::size_t first = piece * kPieceFrames;
-  isRead[piece] = PcmFile::readPart(*file, stretch, memory, first, std::min(kPieceFrames, frameCount - first), reading);
+  isRead[piece] =
+      PcmFile::readPart(*file, stretch, memory->samples(), first, std::min(kPieceFrames, frameCount - first), reading);
   return isRead[piece];
 }
 

@@ -21,8 +21,9 @@ class WaveReading {
   static constexpr std::size_t kPieceFrames = 4096;
 
   /// Begins, in place of whatever was being read before. A wave of one piece is read at once, of others nothing.
-  /// `usedFrames` frames of the memory may not be zero; those beyond the wave become zero with their pieces.
-  void begin(platform::InputFile opened, const WaveStretch& wave, std::int16_t* slotMemory, std::size_t usedFrames);
+  /// `usedFrames` frames of the area may not be zero; those beyond the wave become zero with their pieces.
+  void begin(platform::InputFile opened, const WaveStretch& wave, const SampleMemory::Area& area,
+             std::size_t usedFrames);
 
   /// Whether pieces are missing.
   bool isOpen() const { return file.has_value(); }
@@ -50,7 +51,7 @@ class WaveReading {
 
   std::optional<platform::InputFile> file;
   WaveStretch stretch;
-  std::int16_t* memory = nullptr;
+  const SampleMemory::Area* memory = nullptr;
   std::size_t frameCount = 0;
   std::size_t pieceCount = 0;
   std::size_t nextPiece = 0;  ///< All before it are read.

@@ -11,7 +11,7 @@ DrumCore::DrumCore(PcmFile& file, int padCount, std::size_t slotFrames)
     : pcmFile(file),
       padWaves(file, static_cast<std::size_t>(padCount), slotFrames),
       prepareWaveChange(padWaves),
-      loadTask(padWaves, bank.slotBase),
+      loadTask(padWaves, bank.slotBase, bank.padIndex),
       loadAck(padWaves),
       throughBack(prepareWaveChange, loadTask, loadAck) {}
 

@@ -62,7 +62,6 @@ void VoiceAllocator::noteOn(int note, int velocity) {
   const auto lane = static_cast<std::size_t>(voice);
   VoiceBank& bank = voices->lanes();
   bank.pad[lane] = pad;
-  bank.padIndex[lane] = pad;
   bank.padGroup[lane] = group;
   bank.settingsSeen[lane] = 0;
   if (velocity >= 1) {

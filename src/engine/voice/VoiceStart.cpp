@@ -37,6 +37,7 @@ void VoiceStart::startWave(std::size_t lane, const PadValues& pad) {
   bank.reversed[lane] = pad[PadParameter::reverse] != 0;
   bank.waveRate[lane] = database.lookup(pad[PadParameter::wave]).sampleRate;
   bank.ratio[lane] = rateRatio(bank.waveRate[lane]);
+  bank.padIndex[lane] = bank.pad[lane];
   const PcmSlot& slot = pool.slot(static_cast<std::size_t>(bank.padIndex[lane]));
   bank.slotBase[lane] = pool.frameOf(slot.data);
   bank.length[lane] = static_cast<std::uint32_t>(slot.frames);

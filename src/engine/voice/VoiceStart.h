@@ -16,7 +16,7 @@
 namespace tesh::bramel::plugin::sivray {
 
 /// Copies a pad's settings into a lane and sets the lane's gains from them. The lane's `padGroup` names the pad's
-/// settings, its `padIndex` the slot with the wave. Audio thread.
+/// settings, its `pad` the slot with the wave. Audio thread.
 class VoiceStart {
  public:
   VoiceStart(VoiceBank& voiceBank, RampBank& rampBank, PcmPool& pcmPool, WaveDatabase& waveDatabase,

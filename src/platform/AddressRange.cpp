@@ -1,0 +1,33 @@
+// The range is reserved once; opening changes what its pages allow.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/AddressRange.h"
+
+#include <new>
+
+#include "platform/PageCalls.h"
+
+namespace tesh::bramel::platform {
+
+std::size_t AddressRange::pageBytes() { return pageSize(); }
+
+AddressRange::AddressRange(std::size_t mostBytes, std::size_t leastBytes) : byteCount(mostBytes) {
+  while ((start = static_cast<std::uint8_t*>(newAddresses(byteCount))) == nullptr) {
+    byteCount /= 2;
+    if (byteCount < leastBytes) {
+      throw std::bad_alloc();
+    }
+  }
+}
+
+AddressRange::~AddressRange() { freePages(start, byteCount); }
+
+bool AddressRange::open(std::size_t firstByte, std::size_t bytes) const { return openPages(start + firstByte, bytes); }
+
+void AddressRange::close(std::size_t firstByte, std::size_t bytes) const { closePages(start + firstByte, bytes); }
+
+void AddressRange::makePresent(std::size_t firstByte, std::size_t bytes) const {
+  const auto first = reinterpret_cast<std::uintptr_t>(start) + firstByte;
+  touchPages(first, first + bytes);
+}
+
+}  // namespace tesh::bramel::platform

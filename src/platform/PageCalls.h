@@ -1,0 +1,30 @@
+// What the system does with pages of memory, for ZeroedPages and AddressRange.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tesh::bramel::platform {
+
+std::uintptr_t pageSize();
+
+/// Zeroed memory, provided page by page when it is first written. Null if the system refuses.
+void* newPages(std::size_t bytes);
+/// Addresses alone. Null if the system refuses.
+void* newAddresses(std::size_t bytes);
+/// Gives back what either of them has returned.
+void freePages(void* start, std::size_t bytes);
+
+/// Makes addresses usable memory, and takes the memory away from them again. Whole pages.
+bool openPages(void* start, std::size_t bytes);
+void closePages(void* start, std::size_t bytes);
+
+/// Provides the pages from the address `first` to `end`, if the system can.
+void touchPages(std::uintptr_t first, std::uintptr_t end);
+
+/// Exchanges whole pages for zeroed ones. False if they stay: on Windows always, where new ones might not come if the
+/// system runs out of memory.
+bool exchangePages(void* start, std::size_t bytes);
+
+}  // namespace tesh::bramel::platform
