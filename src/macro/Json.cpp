@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/SharedByBytes.h"
+
 namespace tesh::vimo {
 namespace {
 
@@ -22,6 +24,11 @@ picojson::value parseJson(std::span<const std::uint8_t> text) {
     return picojson::value();
   }
   return document;
+}
+
+const picojson::value& JsonDocuments::parse(std::span<const std::uint8_t> text) {
+  static cofu::core::SharedByBytes<picojson::value> shared;
+  return *held.emplace_back(shared.get(text, parseJson));
 }
 
 const picojson::value& memberOf(const picojson::value& object, const std::string& key) {

@@ -5,15 +5,28 @@
 #include <picojson.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace tesh::vimo {
 
 /// Returns the document, or null if its text has a syntax error; memberOf then throws. Bytes behind the first value are
 /// ignored.
 picojson::value parseJson(std::span<const std::uint8_t> text);
+
+/// Documents that are parsed once for all instances. An instance holds those that it has read, so that the next one
+/// finds them. Not on the audio thread.
+class JsonDocuments {
+ public:
+  /// As `parseJson`. The reference holds as long as the object.
+  const picojson::value& parse(std::span<const std::uint8_t> text);
+
+ private:
+  std::vector<std::shared_ptr<const picojson::value>> held;
+};
 
 /// Returns the member `key`, or null if there is none. Throws std::runtime_error with the library's text if `object` is
 /// not an object.

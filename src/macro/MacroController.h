@@ -10,6 +10,7 @@
 #include "core/ProcessBlock.h"
 #include "core/RealTime.h"
 #include "engine/Generator.h"
+#include "macro/Json.h"
 #include "macro/MacroControllerBase.h"
 #include "macro/MacroNativeModeMap.h"
 
@@ -97,6 +98,7 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   MacroParameterControl& addMacro();
 
   midi_controller::MacroNativeModeMap nativeModeMap;
+  JsonDocuments documents;  ///< Of the description.
 
  private:
   void sendMapped(const MacroParameterControl& macro, float value, std::uint32_t frame, ProcessBlock& block) const;

@@ -84,7 +84,7 @@ void readMacroMembers(const picojson::value& description, const DescriptionSourc
   if (const auto* map = present("native_mode_map")) {
     map->get<std::string>();
     if (const auto text = bramel::platform::readWhole(source.nativeModeMapPath)) {
-      controller.nativeModeMap.read(parseJson(*text));
+      controller.nativeModeMap.read(controller.documents.parse(*text));
     }
   }
   if (const auto* name = present("parameter_description")) {
@@ -123,7 +123,7 @@ DescriptionSource filesOf(const std::string& directory, const std::string& name)
 
 void loadDescription(std::span<const std::uint8_t> text, const DescriptionSource& source, Processor& processor,
                      Controller::ChunkParts parts) {
-  const picojson::value document = parseJson(text);
+  const picojson::value& document = processor.controller().documents.parse(text);
   const picojson::value& description = memberOf(document, "processor");
   if (const auto chunk = namedFile(memberOf(description, "plugin_chunk"), source)) {
     processor.generator().setState(*chunk);
@@ -139,7 +139,7 @@ void loadDescription(std::span<const std::uint8_t> text, const DescriptionSource
 }
 
 void readParameterDescription(std::span<const std::uint8_t> text, Controller& controller) {
-  const picojson::value document = parseJson(text);
+  const picojson::value& document = controller.documents.parse(text);
   for (const picojson::value& pair : memberOf(document, "parameters").get<picojson::array>()) {
     const auto& numbers = pair.get<picojson::array>();
     if (numbers.size() < 2) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/LittleEndian.h"
+#include "core/SharedByBytes.h"
 #include "engine/samples/IndexRecords.h"
 #include "storage/paths/Paths.h"
 
@@ -54,11 +55,17 @@ const SimilarWaves& SivraySampleLibrary::similarWaves() const {
 }
 
 bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {
+  static cofu::core::SharedByBytes<Content> shared;
   if (records.empty()) {
     return false;
   }
-  entries.clear();
-  numbers.clear();
+  content = shared.get(records, contentOf);
+  return true;
+}
+
+SivraySampleLibrary::Content SivraySampleLibrary::contentOf(std::span<const std::uint8_t> records) {
+  Content content;
+  auto& [entries, numbers, distance, sizes, categories] = content;
   std::vector<std::string> namesOfFree;  // By id; empty for numbers that are not free.
   std::vector<std::uint32_t> distances;
   std::int32_t id = 0;
@@ -75,22 +82,22 @@ bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {
   }
   std::stable_sort(entries.begin(), entries.end(),
                    [](const Entry& a, const Entry& b) { return a.category < b.category; });
-  sizes.fill(0);
   for (const Entry& entry : entries) {
     ++sizes[static_cast<std::size_t>(entry.category)];
   }
   categories = entries.empty() ? 0 : static_cast<std::uint32_t>(entries.back().category) + 1;
-  numberEntries(namesOfFree);
+  numberEntries(content, namesOfFree);
   distance = distanceIn(distances);
-  return true;
+  return content;
 }
 
-void SivraySampleLibrary::numberEntries(const std::vector<std::string>& namesOfFree) {
+void SivraySampleLibrary::numberEntries(Content& content, const std::vector<std::string>& namesOfFree) {
   std::unordered_map<std::string_view, std::int32_t> places;
-  for (std::int32_t place = waveCount() - 1; place >= 0; --place) {  // Of several entries the first one counts.
-    const Entry& entry = entries[static_cast<std::size_t>(place)];
-    numbers[static_cast<std::size_t>(entry.id)].flatIndex = place;
-    places[entry.name] = place;
+  auto& numbers = content.numbers;
+  for (std::size_t place = content.entries.size(); place-- > 0;) {  // Of several entries the first one counts.
+    const Entry& entry = content.entries[place];
+    numbers[static_cast<std::size_t>(entry.id)].flatIndex = static_cast<std::int32_t>(place);
+    places[entry.name] = static_cast<std::int32_t>(place);
   }
   for (std::size_t id = 0; id < numbers.size(); ++id) {
     const auto found = numbers[id].isFree ? places.find(namesOfFree[id]) : places.end();
@@ -101,7 +108,7 @@ void SivraySampleLibrary::numberEntries(const std::vector<std::string>& namesOfF
 }
 
 const SivraySampleLibrary::Number* SivraySampleLibrary::numberAt(std::int32_t id) const {
-  return id >= 0 && id < numberCount() ? &numbers[static_cast<std::size_t>(id)] : nullptr;
+  return id >= 0 && id < numberCount() ? &content->numbers[static_cast<std::size_t>(id)] : nullptr;
 }
 
 bool SivraySampleLibrary::isFree(std::int32_t id) const {
@@ -111,13 +118,13 @@ bool SivraySampleLibrary::isFree(std::int32_t id) const {
 
 std::int32_t SivraySampleLibrary::categorySize(std::int32_t category) const {
   const bool known = category >= 0 && category < static_cast<std::int32_t>(kMaxCategories);
-  return known ? static_cast<std::int32_t>(sizes[static_cast<std::size_t>(category)]) : 0;
+  return known ? static_cast<std::int32_t>(content->sizes[static_cast<std::size_t>(category)]) : 0;
 }
 
-std::int32_t SivraySampleLibrary::waveCount() const { return static_cast<std::int32_t>(entries.size()); }
+std::int32_t SivraySampleLibrary::waveCount() const { return static_cast<std::int32_t>(content->entries.size()); }
 
 const SivraySampleLibrary::Entry* SivraySampleLibrary::entryAt(std::int32_t flatIndex) const {
-  return flatIndex >= 0 && flatIndex < waveCount() ? &entries[static_cast<std::size_t>(flatIndex)] : nullptr;
+  return flatIndex >= 0 && flatIndex < waveCount() ? &content->entries[static_cast<std::size_t>(flatIndex)] : nullptr;
 }
 
 std::string SivraySampleLibrary::waveName(std::int32_t flatIndex) const {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,7 +15,7 @@
 
 namespace tesh::vimo {
 
-/// See SampleLibrary for the operations.
+/// See SampleLibrary for the operations. Libraries that were read from equal bytes share what is in them.
 class SivraySampleLibrary final : public SampleLibrary {
  public:
   static constexpr std::size_t kMaxCategories = 16;
@@ -29,10 +30,10 @@ class SivraySampleLibrary final : public SampleLibrary {
 
   std::int32_t categorySize(std::int32_t category) const override;
   std::int32_t waveCount() const override;
-  std::int32_t numberCount() const override { return static_cast<std::int32_t>(numbers.size()); }
+  std::int32_t numberCount() const override { return static_cast<std::int32_t>(content->numbers.size()); }
   bool isFree(std::int32_t id) const override;
-  std::int32_t numbersPerFactoryWave() const override { return distance; }
-  std::int32_t categoryCount() const override { return static_cast<std::int32_t>(categories); }
+  std::int32_t numbersPerFactoryWave() const override { return content->distance; }
+  std::int32_t categoryCount() const override { return static_cast<std::int32_t>(content->categories); }
   std::string waveName(std::int32_t flatIndex) const override;
   std::int32_t waveCategory(std::int32_t flatIndex) const override;
   std::int32_t waveId(std::int32_t flatIndex) const override;
@@ -52,17 +53,22 @@ class SivraySampleLibrary final : public SampleLibrary {
     std::int32_t flatIndex = 0;
   };
 
+  struct Content {
+    std::vector<Entry> entries;
+    std::vector<Number> numbers;  ///< By id.
+    std::int32_t distance = 1;
+    std::array<std::uint32_t, kMaxCategories> sizes{};
+    std::uint32_t categories = 0;
+  };
+
+  static Content contentOf(std::span<const std::uint8_t> records);
+  static void numberEntries(Content& content, const std::vector<std::string>& namesOfFree);
   const Entry* entryAt(std::int32_t flatIndex) const;
   const Number* numberAt(std::int32_t id) const;
-  void numberEntries(const std::vector<std::string>& namesOfFree);
 
   std::string indexPath;  ///< Of the last `load`; empty before it.
   mutable std::optional<SimilarWaves> similar;
-  std::vector<Entry> entries;
-  std::vector<Number> numbers;  ///< By id.
-  std::int32_t distance = 1;
-  std::array<std::uint32_t, kMaxCategories> sizes{};
-  std::uint32_t categories = 0;
+  std::shared_ptr<const Content> content = std::make_shared<const Content>();
 };
 
 }  // namespace tesh::vimo

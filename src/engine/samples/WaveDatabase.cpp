@@ -4,6 +4,7 @@
 
 #include "core/EngineRate.h"
 #include "core/LittleEndian.h"
+#include "core/SharedByBytes.h"
 #include "engine/samples/IndexRecords.h"
 #include "storage/paths/Paths.h"
 
@@ -33,18 +34,30 @@ void WaveDatabase::load() {
 }
 
 void WaveDatabase::loadFrom(std::span<const std::uint8_t> sampleRecords, std::span<const std::uint8_t> waveRecords) {
-  samples.clear();
-  waves.clear();
-  samples.reserve(sampleRecords.size() / kSampleRecordBytes);
-  waves.reserve(waveRecords.size() / kWaveRecordBytes);
-  for (ByteReader reader(sampleRecords); reader.remaining() >= kSampleRecordBytes;) {
+  static cofu::core::SharedByBytes<Samples> sharedSamples;
+  static cofu::core::SharedByBytes<Waves> sharedWaves;
+  samples = sharedSamples.get(sampleRecords, samplesOf);
+  waves = sharedWaves.get(waveRecords, wavesOf);
+  loaded = true;
+}
+
+WaveDatabase::Samples WaveDatabase::samplesOf(std::span<const std::uint8_t> records) {
+  Samples samples;
+  samples.reserve(records.size() / kSampleRecordBytes);
+  for (ByteReader reader(records); reader.remaining() >= kSampleRecordBytes;) {
     samples.push_back({reader.word(), reader.word(), reader.word()});
   }
-  for (ByteReader reader(waveRecords); reader.remaining() >= kWaveRecordBytes;) {
+  return samples;
+}
+
+WaveDatabase::Waves WaveDatabase::wavesOf(std::span<const std::uint8_t> records) {
+  Waves waves;
+  waves.reserve(records.size() / kWaveRecordBytes);
+  for (ByteReader reader(records); reader.remaining() >= kWaveRecordBytes;) {
     const std::uint32_t type = reader.word();
     waves.push_back({std::string(reader.text(kWaveNameBytes)), type, reader.word(), reader.word()});
   }
-  loaded = true;
+  return waves;
 }
 
 void WaveDatabase::loadOnce() {
@@ -54,15 +67,15 @@ void WaveDatabase::loadOnce() {
 }
 
 const WaveDatabase::SampleRecord* WaveDatabase::sampleAt(std::uint32_t index) const {
-  return index < samples.size() ? &samples[index] : nullptr;
+  return index < samples->size() ? &(*samples)[index] : nullptr;
 }
 
 WaveInfo WaveDatabase::lookup(std::int64_t id) {
   cofu::core::mayWait([this] { loadOnce(); });  // Loaded before audio runs: each pad gets a wave when it is built.
-  if (id < 0 || id >= static_cast<std::int64_t>(waves.size())) {
+  if (id < 0 || id >= static_cast<std::int64_t>(waves->size())) {
     return {};
   }
-  const WaveRecord& wave = waves[static_cast<std::size_t>(id)];
+  const WaveRecord& wave = (*waves)[static_cast<std::size_t>(id)];
   const SampleRecord* left = sampleAt(wave.leftSample);
   const SampleRecord* right = wave.type == kStereo ? sampleAt(wave.rightSample) : left;
   const bool knownType = wave.type == kMono || wave.type == kStereo;
@@ -74,7 +87,7 @@ WaveInfo WaveDatabase::lookup(std::int64_t id) {
 
 std::int32_t WaveDatabase::waveCount() {
   loadOnce();
-  return static_cast<std::int32_t>(waves.size());
+  return static_cast<std::int32_t>(waves->size());
 }
 
 }  // namespace tesh::bramel::plugin::sivray

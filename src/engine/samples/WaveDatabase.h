@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,7 +28,7 @@ struct WaveInfo {
   std::uint32_t type = 0;  ///< 1 mono, 2 stereo.
 };
 
-/// The tables of sampleparam.bin and drumparam.bin, read on first use and kept.
+/// The tables of sampleparam.bin and drumparam.bin, read on first use and kept; equal ones are shared.
 class WaveDatabase {
  public:
   /// `folderName` is the folder of the index files inside the resource directory.
@@ -64,8 +65,14 @@ class WaveDatabase {
   const SampleRecord* sampleAt(std::uint32_t index) const;
 
   bool loaded = false;
-  std::vector<SampleRecord> samples;
-  std::vector<WaveRecord> waves;
+  using Samples = std::vector<SampleRecord>;
+  using Waves = std::vector<WaveRecord>;
+
+  static Samples samplesOf(std::span<const std::uint8_t> records);
+  static Waves wavesOf(std::span<const std::uint8_t> records);
+
+  std::shared_ptr<const Samples> samples = std::make_shared<const Samples>();
+  std::shared_ptr<const Waves> waves = std::make_shared<const Waves>();
   std::string folder;
 };
 
