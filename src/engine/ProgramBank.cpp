@@ -54,15 +54,27 @@ void setWord(IParameter& group, int index, std::uint32_t word) {
 
 ProgramBank::ProgramBank(const ProgramBankGroups& parameterGroups) : groups(parameterGroups) {
   capture(head.editBuffer);
-  const auto alike = std::make_unique<ProgramBankRecords>();
-  alike->fill(head.editBuffer);
-  programs = sharedPrograms(alike.get());
+  alike = head.editBuffer;
+}
+
+/// `index` must be 0 to 127.
+const ProgramBankRecord& ProgramBank::programAt(int index) const {
+  return programs == nullptr ? alike : (*programs)[static_cast<std::size_t>(index)];
+}
+
+const ProgramBankRecords& ProgramBank::allPrograms() {
+  if (programs == nullptr) {
+    const auto all = std::make_unique<ProgramBankRecords>();
+    all->fill(alike);
+    programs = sharedPrograms(all.get());
+  }
+  return *programs;
 }
 
 /// A copy of the programs for this bank alone, to be changed. Even a bank that has them alone needs the copy: another
 /// one may find them in sharedPrograms at any time.
 ProgramBankRecords& ProgramBank::ownPrograms() {
-  const auto own = std::make_shared<ProgramBankRecords>(*programs);
+  const auto own = std::make_shared<ProgramBankRecords>(allPrograms());
   programs = own;
   return *own;
 }
@@ -102,8 +114,8 @@ std::span<const std::uint8_t> ProgramBank::getChunk() {
 vimo::EngineSnapshot ProgramBank::snapshot() {
   capture(head.editBuffer);
   const auto* const first = reinterpret_cast<const std::uint8_t*>(&head);
-  const auto* const rest = reinterpret_cast<const std::uint8_t*>(programs.get());
-  return {{first, first + sizeof(head)}, {rest, sizeof(*programs)}, programs};
+  const auto* const rest = reinterpret_cast<const std::uint8_t*>(&allPrograms());
+  return {{first, first + sizeof(head)}, {rest, sizeof(ProgramBankRecords)}, programs};
 }
 
 void ProgramBank::setChunk(std::span<const std::uint8_t> bytes) {
@@ -144,7 +156,7 @@ void ProgramBank::setProgram(int index) {
     return;
   }
   currentProgram = std::clamp(index, 0, static_cast<int>(kPrograms) - 1);
-  head.editBuffer = (*programs)[static_cast<std::size_t>(currentProgram)];
+  head.editBuffer = programAt(currentProgram);
   apply(head.editBuffer);
 }
 
@@ -165,7 +177,7 @@ void ProgramBank::swapPrograms(int a, int b) {
 std::string ProgramBank::programName() const { return textOf(head.editBuffer.name); }
 
 std::string ProgramBank::programNameAt(int index) const {
-  return isProgram(index) ? textOf((*programs)[static_cast<std::size_t>(index)].name) : std::string();
+  return isProgram(index) ? textOf(programAt(index).name) : std::string();
 }
 
 void ProgramBank::setProgramName(std::string_view name) {

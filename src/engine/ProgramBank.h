@@ -95,12 +95,15 @@ class ProgramBank {
   void capture(ProgramBankRecord& record) const;
   void apply(const ProgramBankRecord& record);
   void upgrade(std::span<const std::uint8_t> bytes);
+  const ProgramBankRecord& programAt(int index) const;
+  const ProgramBankRecords& allPrograms();
   ProgramBankRecords& ownPrograms();
 
   ProgramBankGroups groups;
   std::vector<std::uint8_t> exported;  ///< Empty until a chunk is asked for.
   int currentProgram = 0;
   ProgramBankHead head;
+  ProgramBankRecord alike;  ///< Each program while `programs` is null, which most banks get before anybody asks.
   /// Shared by all banks with the same programs, as those of the factory are, until a bank changes its own.
   std::shared_ptr<const ProgramBankRecords> programs;
 };

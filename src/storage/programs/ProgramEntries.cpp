@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <mutex>
 #include <utility>
 
@@ -12,33 +13,47 @@
 namespace tesh::vimo {
 namespace {
 
-/// Calls `visit` with each entry in turn, until it returns false. Returns whether it never did.
-template <typename Visit>
-bool visitEntries(std::span<const std::uint8_t> bytes, const EntryLayout& layout, Visit visit) {
+EntryTable tableOf(std::span<const std::uint8_t> bytes, const EntryLayout& layout) {
+  EntryTable table;
+  table.reserve(layout.records * layout.entriesOfRecord);
   cofu::core::ByteReader reader(bytes);
   for (std::size_t record = 0; record < layout.records; ++record) {
     reader.take(layout.headBytes);
     for (std::size_t i = 0; i < layout.entriesOfRecord; ++i) {
       const float value = reader.real();
-      if (!visit(ProgramEntry{value, layout.hasObjects ? reader.longWord() : 0})) {
-        return false;
+      table.push_back({value, layout.hasObjects ? reader.longWord() : 0});
+    }
+  }
+  return table;
+}
+
+/// Compares bits, as a zero has a sign and not every float equals itself. A difference is looked for in a whole record
+/// before it ends the comparison, which is faster where there is none.
+bool isTableOf(const EntryTable& table, std::span<const std::uint8_t> bytes, const EntryLayout& layout) {
+  constexpr std::size_t kValueBytes = sizeof(float);
+  const std::size_t entryBytes = kValueBytes + (layout.hasObjects ? sizeof(std::uint64_t) : 0);
+  const std::size_t recordBytes = layout.headBytes + layout.entriesOfRecord * entryBytes;
+  if (table.size() != layout.records * layout.entriesOfRecord || bytes.size() < layout.records * recordBytes) {
+    return false;
+  }
+  const ProgramEntry* held = table.data();
+  for (std::size_t record = 0; record < layout.records; ++record) {
+    const std::uint8_t* entry = bytes.data() + record * recordBytes + layout.headBytes;
+    std::uint64_t difference = 0;
+    for (std::size_t i = 0; i < layout.entriesOfRecord; ++i, ++held, entry += entryBytes) {
+      std::uint32_t value = 0;
+      std::uint64_t object = 0;
+      std::memcpy(&value, entry, kValueBytes);
+      if (layout.hasObjects) {
+        std::memcpy(&object, entry + kValueBytes, sizeof(object));
       }
+      difference |= (std::bit_cast<std::uint32_t>(held->value) ^ value) | (held->object ^ object);
+    }
+    if (difference != 0) {
+      return false;
     }
   }
   return true;
-}
-
-/// Compares bits, as a zero has a sign and not every float equals itself.
-bool isTableOf(const EntryTable& table, std::span<const std::uint8_t> bytes, const EntryLayout& layout) {
-  if (table.size() != layout.records * layout.entriesOfRecord) {
-    return false;
-  }
-  auto next = table.begin();
-  return visitEntries(bytes, layout, [&next](const ProgramEntry& entry) {
-    const ProgramEntry& held = *next++;
-    return std::bit_cast<std::uint32_t>(held.value) == std::bit_cast<std::uint32_t>(entry.value) &&
-           held.object == entry.object;
-  });
 }
 
 }  // namespace
@@ -54,12 +69,7 @@ std::shared_ptr<const EntryTable> sharedTable(std::span<const std::uint8_t> byte
       return held;
     }
   }
-  auto made = std::make_shared<EntryTable>();
-  made->reserve(layout.records * layout.entriesOfRecord);
-  visitEntries(bytes, layout, [&made](const ProgramEntry& entry) {
-    made->push_back(entry);
-    return true;
-  });
+  auto made = std::make_shared<const EntryTable>(tableOf(bytes, layout));
   known.push_back(made);
   return made;
 }
