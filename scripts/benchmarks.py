@@ -9,7 +9,7 @@
 #   scripts/benchmarks.py page FILE.csv
 #       writes the figures into docs/benchmarks.md: the table of effects, and the number behind each <!--name-->.
 # Needs valgrind (apt-get install valgrind; no test needs it), a processor with AVX2, and the programs bench_effects,
-# bench_engine, bench_resample and bench_shell.
+# bench_engine, bench_resample, bench_shell, bench_panel and bench_construction. The last two read the build's content.
 # SPDX-License-Identifier: GPL-3.0-or-later
 import argparse
 import concurrent.futures
@@ -23,7 +23,7 @@ import sys
 
 PAGE = pathlib.Path(__file__).parent.parent / "docs" / "benchmarks.md"
 FIELDS = ["name", "figure", "unit", "commit", "machine"]
-PER_FRAME, PER_CHANGE = "instructions a frame", "thousand instructions"
+PER_FRAME, THOUSANDS = "instructions a frame", "thousand instructions"
 
 # Name and budget by type id.
 EFFECTS = [
@@ -70,7 +70,7 @@ def paths(folder):
         for case in EFFECT_CASES[:-1]:
             after = {"sound": ["alone"], "sound sse2": ["alone", "sse2"], "silence": ["quiet"], "whole": ["whole"]}[case]
             add(f"effect/{name}/{case}", PER_FRAME, per_frame, effects, 512, (20, 220), [str(number)], after)
-        add(f"effect/{name}/change", PER_CHANGE, lambda n: instructions(
+        add(f"effect/{name}/change", THOUSANDS, lambda n: instructions(
             [effects, "count", str(n), "10", "change"], "--toggle-collect=*takeChange*") / 10000, number)
     for scene, frames in ENGINE_SCENES.items():
         add(f"engine/{scene}", PER_FRAME, per_frame, engine, frames, (100, 500), [scene])
@@ -81,6 +81,9 @@ def paths(folder):
                 add(f"resample/{rate}/{scene} sse2", PER_FRAME, per_frame, resample, 128, (100, 400), [rate],
                     [scene, "sse2"])
     add("shell/silence", PER_FRAME, per_frame, f"{folder}/bench_shell", 128, (100, 500), [])
+    for scale in ("1", "2"):
+        add(f"panel/further {scale}00 %", THOUSANDS, per_frame, f"{folder}/bench_panel", 1000, (5, 15), [scale])
+    add("shell/instance", THOUSANDS, per_frame, f"{folder}/bench_construction", 1000, (5, 15), [])
     return found
 
 
@@ -102,6 +105,7 @@ def above_budget(figures):
 
 
 def measure(options):
+    os.environ["BRAMEL_COMMON_FILES"] = os.path.abspath(options.build + "/Sivray")
     commit = subprocess.run(["git", "rev-parse", "--short", "HEAD"], capture_output=True, text=True).stdout.strip()
     chosen = [path for path in paths(options.build + "/bin") if path[0].startswith(options.only)]
     figures = {}

@@ -1,11 +1,17 @@
 // The cost of building the whole processor from the content that BRAMEL_COMMON_FILES names, and of changing from one of
 // its programs to the next, including the waves that differ.
+//   bench_construction count INSTANCES  makes that many and keeps them. Count the instructions of two runs with
+//                                       callgrind.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
 #include <vector>
 
+#include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
 #include "support/ContentMain.h"
 
@@ -48,4 +54,13 @@ BENCHMARK(selectNextProgram)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) { return support::runOnContent("bench_construction", argc, argv); }
+int main(int argc, char** argv) {
+  if (argc == 3 && std::string_view(argv[1]) == "count") {
+    std::vector<std::shared_ptr<bramel::vst::BramelInstrument>> kept;
+    for (int instance = std::atoi(argv[2]); instance > 0; --instance) {
+      kept.push_back(bramel::vst::makeInstrument());
+    }
+    return 0;
+  }
+  return support::runOnContent("bench_construction", argc, argv);
+}

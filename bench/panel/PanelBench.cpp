@@ -1,11 +1,15 @@
 // What the panel costs: opening it, closing it, turning a knob. CPU time, and the memory that an open panel holds, on
 // the content that BRAMEL_COMMON_FILES names.
+//   bench_panel count SCALE OPENINGS  opens a panel at 100 or 200 %, for SCALE 1 or 2, and beside it that many further
+//                                     ones, one after the other. Count the instructions of two runs with callgrind.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <benchmark/benchmark.h>
 #include <juce_gui_basics/juce_gui_basics.h>
 #include <malloc.h>
 
+#include <cstdlib>
 #include <memory>
+#include <string_view>
 
 #include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
@@ -143,5 +147,14 @@ BENCHMARK(turnKnob)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv) {
   const juce::ScopedJuceInitialiser_GUI juce;
+  if (argc == 4 && std::string_view(argv[1]) == "count") {
+    const auto first = makeInstrument();
+    const auto second = makeInstrument();
+    const OpenPanel open(first, std::atoi(argv[2]));
+    for (int opening = std::atoi(argv[3]); opening > 0; --opening) {
+      const OpenPanel panel(second, std::atoi(argv[2]));
+    }
+    return 0;
+  }
   return support::runOnContent("bench_panel", argc, argv);
 }
