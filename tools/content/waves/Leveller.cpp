@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"
@@ -30,17 +31,21 @@ void scale(Sound& sound, double factor) {
   }
 }
 
-/// Removes the DC offset by subtracting a raised cosine over the whole length, which leaves both ends unchanged.
-void centre(Signal& signal) {
-  const double turn = 1.0 / static_cast<double>(signal.size() - 1);
-  double sum = 0.0;
-  double humps = 0.0;
-  for (std::size_t i = 0; i < signal.size(); ++i) {
-    sum += signal[i];
-    humps += 1.0 - cosineOfTurns(static_cast<double>(i) * turn);
+/// Removes each channel's DC offset by subtracting a raised cosine over the whole length, which leaves both ends
+/// unchanged.
+void centre(Sound& sound) {
+  Signal hump(sound.front().size());
+  const double turn = 1.0 / static_cast<double>(hump.size() - 1);
+  double area = 0.0;
+  for (std::size_t i = 0; i < hump.size(); ++i) {
+    hump[i] = 1.0 - cosineOfTurns(static_cast<double>(i) * turn);
+    area += hump[i];
   }
-  for (std::size_t i = 0; i < signal.size(); ++i) {
-    signal[i] -= sum / humps * (1.0 - cosineOfTurns(static_cast<double>(i) * turn));
+  for (Signal& channel : sound) {
+    const double height = std::accumulate(channel.begin(), channel.end(), 0.0) / area;
+    for (std::size_t i = 0; i < channel.size(); ++i) {
+      channel[i] -= height * hump[i];
+    }
   }
 }
 
@@ -97,9 +102,7 @@ void level(Sound& sound, double target) {
     }
     sound = bent(sound, high);
   }
-  for (Signal& channel : sound) {
-    centre(channel);
-  }
+  centre(sound);
   scale(sound, 1.0 / peakOf(sound));
   scale(sound, factorOfDecibels(std::clamp(target - loudnessOf(sound), kLowestPeak, kHighestPeak)));
 }
