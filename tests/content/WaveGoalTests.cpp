@@ -53,7 +53,7 @@ const std::vector<MeasuredWave>& wavesOf(Group group) { return groupedWaves()[st
 constexpr std::pair<Group, Figure> kTold[]{{Group::stick, Figure::attack},    {Group::stick, Figure::fall60},
                                            {Group::stick, Figure::lowFall20}, {Group::stick, Figure::tail},
                                            {Group::stick, Figure::energyAir}, {Group::stick, Figure::secondMode},
-                                           {Group::stick, Figure::body},      {Group::ride, Figure::crest}};
+                                           {Group::stick, Figure::body}};
 
 /// What the release build's content sounds like: nothing that a sanitizer would find anything in.
 class WaveGoals : public testing::Test {
