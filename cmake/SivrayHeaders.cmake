@@ -7,33 +7,33 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   list(APPEND CMAKE_CXX_COMPILE_OPTIONS_CREATE_PCH -Xclang -fno-pch-timestamp)
 endif()
 
-# sivray_precompile(<target> standard|juce|computing_juce|tests|sound_tests)
-# Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them,
-# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. Under the
-# sanitizers those with `tests` and `juce` are not optimized, which takes the compiler half of the
-# time. What computes much keeps its flags: `computing_juce`, `sound_tests`. A file includes what it uses nevertheless, as
+# sivray_precompile(<target> standard|sound|juce|pictures|tests|sound_tests)
+# Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them
+# (`juce`, `pictures`), or those of GoogleTest with them (`tests`, `sound_tests`). All targets share what was compiled once, so
+# they must have the same flags. Under the sanitizers only what sees each sample or each pixel is optimized (`sound`, `pictures`,
+# `sound_tests`); the compiler takes half of the time for the others. A file includes what it uses nevertheless, as
 # `./test --release` shows.
 function(sivray_precompile target headers)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
     return()
   endif()
-  set(unoptimized)
-  if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
-    set(unoptimized tests juce)
-  endif()
   set(options)
-  if(headers IN_LIST unoptimized)
-    set(options $<$<COMPILE_LANGUAGE:CXX>:-O0>)
-  elseif(headers STREQUAL computing_juce AND NOT "juce" IN_LIST unoptimized)
+  if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
+    if(headers MATCHES "^(standard|juce|tests)$")
+      set(options $<$<COMPILE_LANGUAGE:CXX>:-O0>)
+    endif()
+  elseif(headers STREQUAL sound)
+    set(headers standard)
+  elseif(headers STREQUAL pictures)
     set(headers juce)
-  elseif(headers STREQUAL sound_tests AND NOT "tests" IN_LIST unoptimized)
+  elseif(headers STREQUAL sound_tests)
     set(headers tests)
   endif()
   target_compile_options(${target} PRIVATE ${options})
   if(NOT TARGET sivray_${headers}_headers)
     set(files <algorithm> <array> <cmath> <functional> <map> <memory> <optional> <span> <string> <vector>)
     set(libraries sivray_options)
-    if(headers MATCHES juce)
+    if(headers MATCHES "juce|pictures")
       list(APPEND files <juce_gui_basics/juce_gui_basics.h>)
       list(APPEND libraries sivray_juce)
     elseif(headers MATCHES tests)
@@ -65,7 +65,7 @@ endfunction()
 # sivray_build_fast(<target>)
 # For code that runs once or at a click: compiled in three quarters of the time. For GCC alone, as above.
 function(sivray_build_fast target)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
   endif()
 endfunction()

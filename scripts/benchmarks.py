@@ -9,7 +9,8 @@
 #   scripts/benchmarks.py page FILE.csv
 #       writes the figures into docs/benchmarks.md: the table of effects, and the number behind each <!--name-->.
 # Needs valgrind (apt-get install valgrind; no test needs it), a processor with AVX2, and the programs bench_effects,
-# bench_engine, bench_resample, bench_shell, bench_panel and bench_construction. The last two read the build's content.
+# bench_engine, bench_resample, bench_shell, bench_panel and bench_construction (cmake --build build/release --target bench/all). The
+# last two read the content of the build.
 # SPDX-License-Identifier: GPL-3.0-or-later
 import argparse
 import concurrent.futures

@@ -22,7 +22,7 @@ class FrameChain : VoiceChain<L, Needs> {
  public:
   using Vec = typename L::Integers;
 
-  [[gnu::always_inline]] FrameChain(VoiceBank& voiceBank, const VoiceRun& run, int voiceLane)
+  SIVRAY_KERNEL_INLINE FrameChain(VoiceBank& voiceBank, const VoiceRun& run, int voiceLane)
       : Base(voiceBank, run, voiceLane),
         stride(run.step[Base::first]),
         start(voiceBank.positionQ12[Base::first]),
@@ -34,7 +34,7 @@ class FrameChain : VoiceChain<L, Needs> {
   }
 
   /// The words of the next four frames for each bus that is fed: left and right of the first, of the second and so on.
-  [[gnu::always_inline]] void next(Vec& toDry, Vec& toEffect) {
+  SIVRAY_KERNEL_INLINE void next(Vec& toDry, Vec& toEffect) {
     const Vec x = sound(lowBoost(wave()));
     Base::peaks = L::max16(Base::peaks, L::abs16(x));
     send(x, toDry, toEffect);
@@ -42,7 +42,7 @@ class FrameChain : VoiceChain<L, Needs> {
 
   /// The same for the run's last `count` frames, 1 to 3. Lanes behind them repeat the last one, so that nothing beyond
   /// the wave is read; their words mean nothing.
-  [[gnu::always_inline]] void last(int count, Vec& toDry, Vec& toEffect) {
+  SIVRAY_KERNEL_INLINE void last(int count, Vec& toDry, Vec& toEffect) {
     place(L::first32(Base::position), count);
     const Vec boosted = lowBoost(wave());
     const auto ofLast = [count](Vec v) {

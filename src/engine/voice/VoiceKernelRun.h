@@ -73,7 +73,7 @@ class FrameWriter {
 
 /// All four channels of a frame.
 template <typename Chain>
-[[gnu::always_inline]] inline auto channelsOf(Chain& chain) {
+SIVRAY_KERNEL_INLINE inline auto channelsOf(Chain& chain) {
   typename Chain::Vec dry = Chain::Lanes::zero();
   typename Chain::Vec effect = Chain::Lanes::zero();
   chain.frame(dry, effect);
@@ -81,7 +81,7 @@ template <typename Chain>
 }
 
 template <typename Chain>
-[[gnu::always_inline]] inline auto pairOf(Chain& chain) {
+SIVRAY_KERNEL_INLINE inline auto pairOf(Chain& chain) {
   using L = typename Chain::Lanes;
   typename Chain::Vec dry[2]{L::zero(), L::zero()};
   typename Chain::Vec effect[2]{L::zero(), L::zero()};

@@ -15,8 +15,8 @@
 namespace sivray::content {
 namespace {
 
-constexpr auto kRate = static_cast<unsigned long>(tesh::cofu::core::kEngineRate);
-constexpr double kSilence = -100.0;
+constexpr auto kLoudnessRate = static_cast<unsigned long>(tesh::cofu::core::kEngineRate);
+constexpr double kLeastLoudness = -100.0;
 
 struct Close {
   void operator()(ebur128_state* closed) const { ebur128_destroy(&closed); }
@@ -24,7 +24,7 @@ struct Close {
 using State = std::unique_ptr<ebur128_state, Close>;
 
 State measure(const StereoSound& sound, int mode) {
-  State state(ebur128_init(2, kRate, mode));
+  State state(ebur128_init(2, kLoudnessRate, mode));
   if (state == nullptr) {
     throw std::runtime_error("libebur128 cannot measure here");
   }
@@ -40,9 +40,9 @@ State measure(const StereoSound& sound, int mode) {
 }  // namespace
 
 double integratedLoudness(const StereoSound& sound) {
-  double loudness = kSilence;
+  double loudness = kLeastLoudness;
   ebur128_loudness_global(measure(sound, EBUR128_MODE_I).get(), &loudness);
-  return std::max(loudness, kSilence);
+  return std::max(loudness, kLeastLoudness);
 }
 
 double loudnessRange(const StereoSound& sound) {

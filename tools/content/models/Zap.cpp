@@ -12,7 +12,7 @@ namespace sivray::content {
 namespace {
 
 constexpr std::uint64_t kZapNoiseLayer = 1;
-constexpr double kHighestPitch = 16000.0;
+constexpr double kHighestZap = 16000.0;
 
 /// The pitch over time: from one end to the other on a logarithmic scale, in steps and with a vibrato.
 class Pitch {
@@ -32,7 +32,7 @@ class Pitch {
     const double bent = place * (1.0 + curve * (1.0 - place));
     const auto step = std::min(static_cast<std::size_t>(now / stepSeconds), steps.size() - 1);
     const double semitones = steps[step] + depth * sineOfTurns(now * vibrato);
-    return std::min(from * powerOfTwo(octaves * bent + semitones / 12.0), kHighestPitch);
+    return std::min(from * powerOfTwo(octaves * bent + semitones / 12.0), kHighestZap);
   }
 
  private:
