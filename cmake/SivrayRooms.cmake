@@ -64,6 +64,8 @@ target_link_libraries(sivray_options INTERFACE Threads::Threads)
 # Tests and checkers do less where each step takes several times as long.
 if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   target_compile_definitions(sivray_options INTERFACE SIVRAY_SANITIZED=1)
+elseif(CMAKE_CROSSCOMPILING AND NOT WIN32)
+  target_compile_definitions(sivray_options INTERFACE SIVRAY_EMULATED=1)
 endif()
 
 # sivray_sources(<variable> <folder> [<sub-folders>...])
