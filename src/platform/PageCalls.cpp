@@ -19,8 +19,6 @@ void* newPages(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESE
 
 void freePages(void* start, std::size_t) { VirtualFree(start, 0, MEM_RELEASE); }
 
-bool exchangePages(void*, std::size_t) { return false; }
-
 std::uintptr_t pageSize() { return 4096; }
 
 void* newAddresses(std::size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESERVE, PAGE_NOACCESS); }
@@ -90,8 +88,6 @@ void closePages(void* start, std::size_t bytes) {
 }
 
 void freePages(void* start, std::size_t bytes) { ::munmap(start, bytes); }
-
-bool exchangePages(void* start, std::size_t bytes) { return ::madvise(start, bytes, MADV_DONTNEED) == 0; }
 
 void touchPages(std::uintptr_t first, std::uintptr_t end) {
 #ifdef MADV_POPULATE_WRITE

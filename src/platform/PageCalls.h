@@ -23,8 +23,4 @@ void closePages(void* start, std::size_t bytes);
 /// Provides the pages from the address `first` to `end`, if the system can.
 void touchPages(std::uintptr_t first, std::uintptr_t end);
 
-/// Exchanges whole pages for zeroed ones. False if they stay: on Windows always, where new ones might not come if the
-/// system runs out of memory.
-bool exchangePages(void* start, std::size_t bytes);
-
 }  // namespace tesh::bramel::platform

@@ -3,7 +3,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ZeroedPages.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <new>
 #include <utility>
@@ -46,21 +45,6 @@ void ZeroedPages::makePresent(std::size_t firstByte, std::size_t byteCount) cons
   }
   const auto base = reinterpret_cast<std::uintptr_t>(start);
   touchPages(base + firstByte, base + (byteCount < size - firstByte ? firstByte + byteCount : size));
-}
-
-void ZeroedPages::clear(std::size_t firstByte, std::size_t byteCount) const {
-  const std::size_t end = std::min(firstByte + byteCount, size);
-  if (firstByte >= end) {
-    return;
-  }
-  // Pages that lie in the stretch as a whole are exchanged for new ones.
-  auto* const bytes = static_cast<std::uint8_t*>(start);
-  const std::size_t page = pageSize();
-  const std::size_t firstPage = std::min((firstByte + page - 1) / page * page, end);
-  const std::size_t lastPage = std::max(end / page * page, firstPage);
-  const bool isExchanged = firstPage < lastPage && exchangePages(bytes + firstPage, lastPage - firstPage);
-  std::fill(bytes + firstByte, bytes + firstPage, std::uint8_t{0});
-  std::fill(bytes + (isExchanged ? lastPage : firstPage), bytes + end, std::uint8_t{0});
 }
 
 }  // namespace tesh::bramel::platform

@@ -45,10 +45,6 @@ class ZeroedPages {
   /// as usual.
   void makePresent(std::size_t firstByte, std::size_t byteCount) const;
 
-  /// Makes a stretch zero again and, but for Windows, gives its pages back to the system. Nobody else may use it
-  /// meanwhile.
-  void clear(std::size_t firstByte, std::size_t byteCount) const;
-
  private:
   void* start = nullptr;
   std::size_t size = 0;
@@ -71,9 +67,6 @@ class ZeroedArray {
   /// See ZeroedPages; for elements instead of bytes.
   void makePresent(std::size_t first, std::size_t elementCount) const {
     pages.makePresent(first * sizeof(Element), elementCount * sizeof(Element));
-  }
-  void clear(std::size_t first, std::size_t elementCount) const {
-    pages.clear(first * sizeof(Element), elementCount * sizeof(Element));
   }
 
  private:

@@ -41,8 +41,6 @@ struct FlushedFile {
   static inline std::optional<Bytes> targetAtFlush;
 };
 
-bool isExchangeRefused = false;  ///< As on a system that cannot give new pages for old ones.
-
 }  // namespace
 
 // In the place of the C library's.
@@ -51,11 +49,6 @@ extern "C" int fsync(int file) {
     FlushedFile::targetAtFlush = readWhole(FlushedFile::path);
   }
   return static_cast<int>(::syscall(SYS_fsync, file));
-}
-
-extern "C" int madvise(void* start, std::size_t bytes, int advice) noexcept {
-  return isExchangeRefused && advice == MADV_DONTNEED ? -1
-                                                      : static_cast<int>(::syscall(SYS_madvise, start, bytes, advice));
 }
 
 namespace {
@@ -159,30 +152,6 @@ TEST(ZeroedPages, AreProvidedWhereTheyAreWrittenOrAskedFor) {
   EXPECT_EQ(presentPages(array), 4) << "what lies past the end is left out";
   EXPECT_EQ(std::count(array.data(), array.data() + array.size(), 0), 100 * static_cast<std::ptrdiff_t>(kPage) - 1);
   EXPECT_EQ(array.data()[50 * kPage], 7);
-}
-
-TEST(ZeroedPages, GiveBackWholePagesWhereTheyAreCleared) {
-  constexpr std::size_t kPage = 4096 / sizeof(std::int16_t);
-  ZeroedArray<std::int16_t> array(30 * kPage);
-  std::fill_n(array.data() + 10 * kPage, 10 * kPage, std::int16_t{5});
-  array.clear(11 * kPage + 1, 2 * kPage);
-  EXPECT_EQ(presentPages(array), 10 - 1);
-  EXPECT_EQ(std::count(array.data(), array.data() + array.size(), 5), 8 * static_cast<std::ptrdiff_t>(kPage));
-  EXPECT_EQ(array.data()[11 * kPage], 5);
-  EXPECT_EQ(array.data()[13 * kPage + 1], 5);
-  array.clear(0, 1000 * kPage);
-  EXPECT_EQ(presentPages(array), 0);
-}
-
-TEST(ZeroedPages, AreClearAlsoWhereNoneCanBeExchanged) {
-  constexpr std::size_t kBytes = 10 * 4096;
-  ZeroedArray<std::uint8_t> array(kBytes);
-  std::fill_n(array.data(), kBytes, std::uint8_t{5});
-  isExchangeRefused = true;
-  array.clear(100, kBytes - 200);
-  isExchangeRefused = false;
-  EXPECT_EQ(std::count(array.data(), array.data() + kBytes, 5), 200);
-  EXPECT_EQ(std::count(array.data(), array.data() + 100, 5), 100);
 }
 
 TEST(AddressRange, GivesPagesBackAndOpensThemAgainAsZeros) {

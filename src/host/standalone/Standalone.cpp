@@ -191,9 +191,9 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
   }
 
   void strikeOnce(int note) {
-    constexpr int kStrokeMilliseconds = 300;
+    constexpr int kKeyMilliseconds = 300;
     playback.playNote(note, true);
-    juce::Timer::callAfterDelay(kStrokeMilliseconds, [this, token = std::weak_ptr<const bool>(alive), note] {
+    juce::Timer::callAfterDelay(kKeyMilliseconds, [this, token = std::weak_ptr<const bool>(alive), note] {
       if (!token.expired()) {
         playback.playNote(note, false);
       }

@@ -64,13 +64,13 @@ StereoSound playStyle(KitMeter& meter, std::string_view style) {
 }
 
 KitSound soundOf(KitMeter& meter, std::size_t program) {
-  constexpr double kHitSeconds = 4.0;  // Reversed sounds are loudest at their end.
+  constexpr double kSecondsHeard = 4.0;  // Reversed sounds are loudest at their end.
   meter.select(program);
   KitSound kit;
   kit.name = meter.programName(program);
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
     const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
-    kit.pads[pad] = momentaryLoudness(meter.play({&stroke, 1}, kHitSeconds));
+    kit.pads[pad] = momentaryLoudness(meter.play({&stroke, 1}, kSecondsHeard));
   }
   kit.pictures = picturesOf(meter);
 
