@@ -18,8 +18,9 @@ inline constexpr bool kIsEmulated = true;
 inline constexpr bool kIsEmulated = false;
 #endif
 
-/// Returns how many of `count` random scenes are played: all, or a quarter, at least one. A sanitizer watches what the scenes
-/// run; that their sums are right the other builds show. On an emulated processor each operation is tested apart.
+/// Returns how many of `count` random scenes are played: all, or a quarter, at least one. A sanitizer watches what the
+/// scenes run; that their sums are right the other builds show. On an emulated processor each operation is tested
+/// apart.
 template <typename Count>
 constexpr Count scenes(Count count) {
   return kIsSanitized || kIsEmulated ? (count + 3) / 4 : count;

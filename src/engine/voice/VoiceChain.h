@@ -43,8 +43,8 @@ struct WordGain {
 
 inline constexpr std::int32_t kPunchEnd = 16;  ///< Where the punch rests.
 
-/// For what runs each frame, and what holds the chain: inlined, so that the chain stays in registers. Under a sanitizer, which
-/// watches and does not hurry, it is called, and the compiler takes less than half of the time.
+/// For what runs each frame, and what holds the chain: inlined, so that the chain stays in registers. Under a
+/// sanitizer, which watches and does not hurry, it is called, and the compiler takes less than half of the time.
 #if defined(SIVRAY_SANITIZED)
 #define SIVRAY_KERNEL_INLINE [[gnu::noinline]]
 #else
