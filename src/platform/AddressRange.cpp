@@ -8,14 +8,34 @@
 
 namespace tesh::bramel::platform {
 
+namespace {
+
+/// Whether the system has these addresses twice at the moment.
+bool areThereTwice(std::size_t bytes) {
+  void* const both = newAddresses(2 * bytes);
+  if (both != nullptr) {
+    freePages(both, 2 * bytes);
+  }
+  return both != nullptr;
+}
+
+}  // namespace
+
 std::size_t AddressRange::pageBytes() { return pageSize(); }
 
 AddressRange::AddressRange(std::size_t mostBytes, std::size_t leastBytes) : byteCount(mostBytes) {
-  while ((start = static_cast<std::uint8_t*>(newAddresses(byteCount))) == nullptr) {
-    byteCount /= 2;
-    if (byteCount < leastBytes) {
+  for (;;) {
+    const bool isLeast = byteCount / 2 < leastBytes;
+    if (isLeast || areThereTwice(byteCount)) {
+      start = static_cast<std::uint8_t*>(newAddresses(byteCount));
+    }
+    if (start != nullptr) {
+      return;
+    }
+    if (isLeast) {
       throw std::bad_alloc();
     }
+    byteCount /= 2;
   }
 }
 

@@ -14,8 +14,9 @@ class AddressRange {
  public:
   static std::size_t pageBytes();
 
-  /// Reserves `mostBytes`; where the system refuses, half of it, then half of that, but at least `leastBytes`. Throws
-  /// std::bad_alloc.
+  /// Reserves `mostBytes`; where the system has not twice as much, half of it, then half of that, so that the rest of
+  /// the process keeps addresses to work with. But at least `leastBytes`, for which there need not be as much again.
+  /// Throws std::bad_alloc.
   AddressRange(std::size_t mostBytes, std::size_t leastBytes);
   ~AddressRange();
   AddressRange(const AddressRange&) = delete;
