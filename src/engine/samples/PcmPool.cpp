@@ -3,6 +3,7 @@
 #include "engine/samples/PcmPool.h"
 
 #include <algorithm>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -65,13 +66,19 @@ void PcmPool::freeUnused() {
   }
 }
 
-/// Puts empty memory in the place of one that has been written and is not played.
+/// Puts empty memory in the place of one that has been written and is not played. Leaves it there if the system has no
+/// other.
 void PcmPool::freeOwn(PadMemory& pad) const {
   OwnMemory* written = pad.unplayed.load(std::memory_order_acquire);
   if (written == nullptr || written->writtenFrames == 0) {
     return;
   }
-  std::unique_ptr<OwnMemory> empty = makeOwn();
+  std::unique_ptr<OwnMemory> empty;
+  try {
+    empty = makeOwn();
+  } catch (const std::bad_alloc&) {
+    return;
+  }
   if (pad.unplayed.compare_exchange_strong(written, empty.get(), std::memory_order_acq_rel)) {
     static_cast<void>(empty.release());
     empty.reset(written);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -16,6 +18,17 @@
 #include "support/Sanitized.h"
 
 namespace tesh::bramel::plugin::sivray {
+namespace {
+
+bool isMemoryRefused = false;
+
+}  // namespace
+
+// In the place of the C library's.
+extern "C" int mprotect(void* start, std::size_t bytes, int access) noexcept {
+  return isMemoryRefused ? -1 : static_cast<int>(::syscall(SYS_mprotect, start, bytes, access));
+}
+
 namespace {
 
 constexpr std::size_t kRoomyFrames = 20000;
@@ -119,6 +132,19 @@ TEST(WaveStore, LeavesWavesAloneThatAnInstanceReadsWithoutAskingBefore) {
   second.take(0, 1);
   EXPECT_TRUE(first.has(0, waves[0]));
   EXPECT_TRUE(second.has(0, waves[1]));
+}
+
+TEST(WaveStore, LetsPadsReadWavesThemselvesWithoutMemoryForMore) {
+  const auto waves = support::assortedWaves(3, kWaveFrames);
+  const support::SampleFolder folder(waves);
+  Instance instance;
+  instance.take(0, 0);
+  instance.play(0, 1);
+  isMemoryRefused = true;
+  EXPECT_NO_THROW(instance.waves.fetch(0, 2)) << "neither for a copy nor in place of what the pad had read";
+  instance.take(0, 2);
+  isMemoryRefused = false;
+  EXPECT_TRUE(instance.has(0, waves[2]));
 }
 
 /// An engine of eight pads, of which the first two play the same wave and the second plays it backwards.
