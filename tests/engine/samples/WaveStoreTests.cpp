@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <optional>
 #include <random>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "engine/DrumEngine.h"
@@ -74,6 +76,21 @@ std::ptrdiff_t presentKiB(const SampleMemory& memory) {
   return 4 * std::count_if(present.begin(), present.end(), [](unsigned char bits) { return (bits & 1U) != 0; });
 }
 
+TEST(SampleMemory, JoinsWhatIsGivenBackInAnyOrder) {
+  constexpr std::size_t kFrames = 16384;  // Whole pages on every system.
+  const auto memory = std::make_shared<SampleMemory>();
+  for (const auto& order : {std::array{0, 1, 2}, std::array{2, 1, 0}, std::array{0, 2, 1}}) {
+    std::array<SampleMemory::Area, 3> areas;
+    std::generate(areas.begin(), areas.end(), [&memory] { return SampleMemory::take(memory, kFrames); });
+    const SampleMemory::Area behind = SampleMemory::take(memory, kFrames);
+    const std::int16_t* const first = areas[0].samples();
+    for (const int place : order) {
+      const SampleMemory::Area givenBack = std::move(areas[static_cast<std::size_t>(place)]);
+    }
+    EXPECT_EQ(SampleMemory::take(memory, 3 * kFrames).samples(), first);
+  }
+}
+
 TEST(WaveStore, KeepsOneCopyOfAWaveUntilItsLastPadHasAnother) {
   const auto waves = support::assortedWaves(2, kWaveFrames);
   const support::SampleFolder folder(waves);
@@ -132,6 +149,11 @@ TEST(WaveStore, LeavesWavesAloneThatAnInstanceReadsWithoutAskingBefore) {
   second.take(0, 1);
   EXPECT_TRUE(first.has(0, waves[0]));
   EXPECT_TRUE(second.has(0, waves[1]));
+  const auto ofBoth = presentKiB(*SampleMemory::ofProcess());
+  first.play(0, 1);
+  first.waves.fetch(1, -1);
+  second.waves.fetch(1, -1);
+  EXPECT_LT(presentKiB(*SampleMemory::ofProcess()), ofBoth + 20) << "nobody has the first wave any more";
 }
 
 TEST(WaveStore, LetsPadsReadWavesThemselvesWithoutMemoryForMore) {
