@@ -78,6 +78,8 @@ TEST(Dynamics, KnobsKeepTheirEndsAndTheirOrder) {
   }
   EXPECT_EQ(Pump::settingsOf({0, 0}).level, 41285);
   EXPECT_EQ(Pump::settingsOf({0, kTopKnob}).level, 104031);
+  EXPECT_EQ(SivrayFxDecimator::settingsOf({0, 0}).step, 65535U);
+  EXPECT_EQ(SivrayFxDecimator::settingsOf({4, 0}).step, 23000U);
   EXPECT_EQ(SivrayFxDecimator::settingsOf({5, 0}).step, 18570U);
   EXPECT_EQ(SivrayFxDecimator::settingsOf({kTopKnob, 0}).step, 1486U);
 }
