@@ -219,6 +219,16 @@ TEST(WaveStore, LetsPadsAndInstancesThatPlayOneWaveChangeApart) {
   EXPECT_EQ(unchanged.render(), later.render()) << "nothing that the others did is heard";
 }
 
+TEST(WaveStore, HoldsTheFirstWavesOfEnginesOnce) {
+  const support::SampleFolder folder(support::assortedWaves(8, kWaveFrames));
+  const auto memory = SampleMemory::ofProcess();
+  const TwoPads first;
+  const auto ofOne = presentKiB(*memory);
+  EXPECT_GT(ofOne, 100);
+  const TwoPads second;
+  EXPECT_EQ(presentKiB(*memory), ofOne);
+}
+
 TEST(WaveStore, GivesThreadsOfManyInstancesTheSameWaves) {
   const auto waves = support::assortedWaves(5, 600);
   const support::SampleFolder folder(waves);
