@@ -162,6 +162,7 @@ Verdict programs(const CheckSettings& settings) {
     const auto kits = model.programs();
     const auto kit = std::find_if(kits.begin(), kits.end(), [&](const auto& each) { return each.name == name; });
     if (kit == kits.end()) {
+      names.append(", no kit ").append(name);
       continue;
     }
     ++found;
