@@ -7,11 +7,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   list(APPEND CMAKE_CXX_COMPILE_OPTIONS_CREATE_PCH -Xclang -fno-pch-timestamp)
 endif()
 
-# sivray_precompile(<target> standard|sound|juce|pictures|tests|sound_tests)
-# Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them
-# (`juce`, `pictures`), or those of GoogleTest with them (`tests`, `sound_tests`). All targets share what was compiled once, so
-# they must have the same flags. Under the sanitizers only what sees each sample or each pixel is optimized (`sound`, `pictures`,
-# `sound_tests`); the compiler takes half of the time for the others. A file includes what it uses nevertheless, as
+# sivray_precompile(<target> standard|juce|computing_juce|tests|sound_tests)
+# Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them,
+# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. Under the
+# sanitizers those with `tests` and `juce` are not optimized, which takes the compiler half of the
+# time. What computes much keeps its flags: `computing_juce`, `sound_tests`. A file includes what it uses nevertheless, as
 # `./test --release` shows.
 function(sivray_precompile target headers)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
@@ -19,12 +19,10 @@ function(sivray_precompile target headers)
   endif()
   set(options)
   if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
-    if(headers MATCHES "^(standard|juce|tests)$")
+    if(headers MATCHES "^(juce|tests)$")
       set(options $<$<COMPILE_LANGUAGE:CXX>:-O0>)
     endif()
-  elseif(headers STREQUAL sound)
-    set(headers standard)
-  elseif(headers STREQUAL pictures)
+  elseif(headers STREQUAL computing_juce)
     set(headers juce)
   elseif(headers STREQUAL sound_tests)
     set(headers tests)
@@ -33,7 +31,7 @@ function(sivray_precompile target headers)
   if(NOT TARGET sivray_${headers}_headers)
     set(files <algorithm> <array> <cmath> <functional> <map> <memory> <optional> <span> <string> <vector>)
     set(libraries sivray_options)
-    if(headers MATCHES "juce|pictures")
+    if(headers MATCHES juce)
       list(APPEND files <juce_gui_basics/juce_gui_basics.h>)
       list(APPEND libraries sivray_juce)
     elseif(headers MATCHES tests)
