@@ -46,6 +46,7 @@ class NativePath {
 struct FileVersion {
   std::array<std::uint64_t, 7> words{};  ///< As the system counts volumes, files, bytes and times.
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0.
   friend auto operator<=>(const FileVersion&, const FileVersion&) = default;
 };
 

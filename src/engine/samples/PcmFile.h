@@ -20,6 +20,7 @@ struct WaveStretch {
   std::array<std::uint32_t, 2> offsets{};  ///< Of both channels, in samples.
   std::size_t frames = 0;                  ///< As many as a slot holds.
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0.
   friend auto operator<=>(const WaveStretch&, const WaveStretch&) = default;
 };
 

@@ -26,6 +26,7 @@ class WaveStore {
     WaveStretch stretch;
     std::size_t slotFrames = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0.
     friend auto operator<=>(const Content&, const Content&) = default;
   };
 
