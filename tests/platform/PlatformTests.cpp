@@ -165,11 +165,16 @@ TEST(AddressRange, GivesPagesBackAndOpensThemAgainAsZeros) {
   }
   const AddressRange range(100 * page, page);
   EXPECT_EQ(range.size(), 100 * page);
-  EXPECT_EQ(presentPages(range.data(), 40 * page), 0);
+  const auto expectPresent = [&](std::ptrdiff_t pages) {
+    if (!support::kIsEmulated) {  // It tells nothing of pages without access.
+      EXPECT_EQ(presentPages(range.data(), 40 * page), pages);
+    }
+  };
+  expectPresent(0);
   ASSERT_TRUE(range.open(10 * page, 20 * page));
   std::fill_n(range.data() + 10 * page, 20 * page, std::uint8_t{5});
   range.close(12 * page, 10 * page);
-  EXPECT_EQ(presentPages(range.data(), 40 * page), 10);
+  expectPresent(10);
   ASSERT_TRUE(range.open(12 * page, 10 * page));
   EXPECT_EQ(std::count(range.data() + 10 * page, range.data() + 30 * page, 5), 10 * static_cast<std::ptrdiff_t>(page));
   EXPECT_EQ(range.data()[12 * page - 1], 5);
