@@ -68,7 +68,8 @@ struct Instance {
   PadWaves waves{file, 2, kRoomyFrames};
 };
 
-/// KiB of the process' sample memory that hold something; the tests need less than is looked at.
+/// KiB of the process' sample memory that hold something; the tests need less than is looked at. An emulator tells
+/// nothing of pages without access, and so gives 0.
 std::ptrdiff_t presentKiB(const SampleMemory& memory) {
   constexpr std::size_t kPages = 2000;
   std::vector<unsigned char> present(kPages);
@@ -99,7 +100,7 @@ TEST(WaveStore, KeepsOneCopyOfAWaveUntilItsLastPadHasAnother) {
   auto first = std::make_optional<Instance>();
   first->play(0, 1);
   const auto ofOne = presentKiB(*memory);
-  EXPECT_GT(ofOne, 30);
+  EXPECT_TRUE(ofOne > 30 || support::kIsEmulated);
   Instance second;
   second.play(0, 1);
   second.play(1, 1);
@@ -224,7 +225,7 @@ TEST(WaveStore, HoldsTheFirstWavesOfEnginesOnce) {
   const auto memory = SampleMemory::ofProcess();
   const TwoPads first;
   const auto ofOne = presentKiB(*memory);
-  EXPECT_GT(ofOne, 100);
+  EXPECT_TRUE(ofOne > 100 || support::kIsEmulated);
   const TwoPads second;
   EXPECT_EQ(presentKiB(*memory), ofOne);
 }
