@@ -9,8 +9,8 @@ namespace tesh::bramel::plugin::sivray {
 
 class DrumCore;
 
-/// Values are limited to their ranges. Once `loadWave` has read the first wave, setting Wave to another value gives the
-/// pad that wave, see PadWaves::take. Values may be set and read on any thread.
+/// Values are limited to their ranges. Any thread may set and read them. Before `loadWave` has been called, Wave only
+/// names the wave to be read. Afterwards a new value changes the pad's wave, see PadWaves::take.
 class Q57214DrumParameterInfo : public IParameter {
  public:
   /// Sets all values to their defaults.

@@ -1,7 +1,7 @@
 // Operations on registers of 128 bits, in the instructions that every 64-bit x86 processor has. Other processors
 // translate them. Registers128Neon.h replaces some by shorter ones of ARM, Registers128Sse41.h some by shorter ones of
-// SSE4.1. Registers256.h holds the same operations for twice as many lanes. Every width gives the same results. Only
-// this room names instructions of a processor.
+// SSE4.1. Registers256.h has the same operations for twice as many lanes, with the same results. Only this room names
+// instructions of a processor.
 //
 // Numbers in names are the bits of a lane. Where a register is longer than 128 bits, operations that arrange lanes work
 // in each group of 128 bits alone, if they do not say otherwise.

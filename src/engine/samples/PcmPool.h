@@ -1,5 +1,5 @@
-// The sample memory of all pads. A pad plays a wave that all instances share, or reads one into memory of its own.
-// Another thread may offer it the next shared wave, which a wave change then takes in exchange for the present one.
+// The sample memory of all pads. A pad plays a shared wave, of which all instances have one copy, or reads a wave into
+// its own memory. Another thread may offer the pad its next shared wave. A change to that wave exchanges the two.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

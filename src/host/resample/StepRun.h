@@ -25,10 +25,10 @@ class StepRun {
 
   const ResampleStep& step() const { return oneStep; }
 
-  /// The step as an integer in units of 2^-kFixedBits of a unit. 0 if sums of it would not give the same whole units as
-  /// single steps over kMostFrames input frames.
+  /// Returns the step as an integer, in units of 2^-kFixedBits of a unit. Returns 0 if its multiples differ in whole
+  /// units from single steps, within kMostFrames input frames.
   std::uint64_t fixedStep() const { return fixedPerStep; }
-  /// Such a sum to begin with.
+  /// Returns the position as such an integer.
   std::uint64_t fixedPlace(const ResamplePosition& position) const SIVRAY_NONBLOCKING;
   /// The position so many steps later. Only with a fixed step.
   ResamplePosition later(const ResamplePosition& position, std::size_t steps) const SIVRAY_NONBLOCKING;
