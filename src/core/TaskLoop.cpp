@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/HeldByAll.h"
 #include "platform/Clock.h"
 #include "platform/Module.h"
 
@@ -94,15 +95,8 @@ struct TaskLoop::Rounds {
 };
 
 std::shared_ptr<TaskLoop> TaskLoop::acquire() {
-  static std::mutex mutex;
-  static std::weak_ptr<TaskLoop> current;
-  const std::lock_guard lock(mutex);
-  std::shared_ptr<TaskLoop> loop = current.lock();
-  if (loop == nullptr) {
-    loop.reset(new TaskLoop);
-    current = loop;
-  }
-  return loop;
+  static HeldByAll<TaskLoop> held;
+  return held.get([] { return std::shared_ptr<TaskLoop>(new TaskLoop); });
 }
 
 TaskLoop::TaskLoop()

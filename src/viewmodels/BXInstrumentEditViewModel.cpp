@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "core/HeldByAll.h"
 #include "viewmodels/BXInstrumentProgramListViewModel.h"
 #include "viewmodels/BXInstrumentScaleSelectorViewModel.h"
 #include "viewmodels/BXInstrumentSettingsViewModel.h"
@@ -18,15 +19,9 @@ constexpr std::array kFamilyFonts{"Roboto", "Open Sans Regular", "Open Sans Semi
 
 /// The store that the instrument already has, or the one of another instrument in the process, or a new one.
 std::shared_ptr<ResourceStore> findSharedImpl(vst::BramelInstrument& instrument, ResourceStore::Lookup lookup) {
-  // Weak, so that fonts and images end with their last instrument and not when the library is unloaded.
-  static std::weak_ptr<ResourceStore> ofProcess;
+  static cofu::core::HeldByAll<ResourceStore> held;
   return sharedProperty<ResourceStore>(instrument, BXInstrumentEditViewModel::kSharedImplKey, [&lookup] {
-    auto store = ofProcess.lock();
-    if (store == nullptr) {
-      store = std::make_shared<ResourceStore>(std::move(lookup));
-      ofProcess = store;
-    }
-    return store;
+    return held.get([&lookup] { return std::make_shared<ResourceStore>(std::move(lookup)); });
   });
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/PanelLook.h"
 
+#include "core/HeldByAll.h"
 #include "widgets/ProvidedResources.h"
 
 namespace tesh::bramel {
@@ -13,13 +14,8 @@ constexpr double kAnyHeight = 14.0;
 }  // namespace
 
 std::shared_ptr<PanelLook> PanelLook::acquire(IBramelFontProvider& fonts) {
-  static std::weak_ptr<PanelLook> current;
-  auto look = current.lock();
-  if (look == nullptr) {
-    look = std::make_shared<PanelLook>(fonts);
-    current = look;
-  }
-  return look;
+  static cofu::core::HeldByAll<PanelLook> held;
+  return held.get([&fonts] { return std::make_shared<PanelLook>(fonts); });
 }
 
 PanelLook::PanelLook(IBramelFontProvider& fonts) {

@@ -7,6 +7,8 @@
 #include <new>
 #include <utility>
 
+#include "core/HeldByAll.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 namespace {
@@ -20,15 +22,8 @@ constexpr std::size_t kLeastBytes = std::size_t{64} << 20;
 }  // namespace
 
 std::shared_ptr<SampleMemory> SampleMemory::ofProcess() {
-  static std::mutex mutex;
-  static std::weak_ptr<SampleMemory> present;
-  const std::lock_guard lock(mutex);
-  auto held = present.lock();
-  if (!held) {
-    held = std::make_shared<SampleMemory>();
-    present = held;
-  }
-  return held;
+  static cofu::core::HeldByAll<SampleMemory> held;
+  return held.get([] { return std::make_shared<SampleMemory>(); });
 }
 
 SampleMemory::SampleMemory()

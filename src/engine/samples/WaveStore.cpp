@@ -6,18 +6,13 @@
 #include <optional>
 #include <utility>
 
+#include "core/HeldByAll.h"
+
 namespace tesh::bramel::plugin::sivray {
 
 std::shared_ptr<WaveStore> WaveStore::ofProcess() {
-  static std::mutex mutex;
-  static std::weak_ptr<WaveStore> present;
-  const std::lock_guard lock(mutex);
-  auto held = present.lock();
-  if (!held) {
-    held = std::make_shared<WaveStore>(SampleMemory::ofProcess());
-    present = held;
-  }
-  return held;
+  static cofu::core::HeldByAll<WaveStore> held;
+  return held.get([] { return std::make_shared<WaveStore>(SampleMemory::ofProcess()); });
 }
 
 WaveStore::Share WaveStore::share(const std::shared_ptr<WaveStore>& store, const PcmFile& file,

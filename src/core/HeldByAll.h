@@ -1,0 +1,32 @@
+// An object of which the process has one while anybody holds it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+namespace tesh::cofu::core {
+
+/// Holds the object weakly: it ends with its last holder, not when the library is unloaded. Any thread but the audio
+/// thread.
+template <typename Object>
+class HeldByAll {
+ public:
+  /// Returns the object that somebody holds, else what `make()` returns. What `make` throws goes through.
+  template <typename Make>
+  std::shared_ptr<Object> get(Make make) {
+    const std::lock_guard lock(mutex);
+    std::shared_ptr<Object> held = present.lock();
+    if (held == nullptr) {
+      held = make();
+      present = held;
+    }
+    return held;
+  }
+
+ private:
+  std::mutex mutex;
+  std::weak_ptr<Object> present;
+};
+
+}  // namespace tesh::cofu::core
