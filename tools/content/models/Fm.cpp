@@ -29,6 +29,9 @@ void addNote(Signal& signal, const Parameters& p, double hertz, double gain) {
   double phase = 0.0;
   double last = 0.0;
   for (double& sample : signal) {
+    if (level.isOver()) {
+      return;
+    }
     const double amount = index * (floor + (1.0 - floor) * first.next());
     last = sineOfTurns(phase * ratio + feedback * last);
     const double bright = index2 * second.next() * sineOfTurns(phase * ratio2);

@@ -48,6 +48,9 @@ void makeGlitch(Signal& signal, const Parameters& p, Dice dice) {
   double clock = 0.0;
   double held = 0.0;
   for (double& sample : signal) {
+    if (level.isOver()) {
+      return;
+    }
     if (left == 0) {
       piece = throwPiece(p, random, octaves);
       left = piece.frames;

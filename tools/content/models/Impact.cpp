@@ -49,6 +49,9 @@ void makeImpact(Signal& signal, const Parameters& p, Dice dice) {
   SweepFilter second;
   double time = 0.0;
   for (double& sample : signal) {
+    if (burst.isOver()) {
+      break;
+    }
     const double hertz = from * powerOfTwo(octaves * std::min(time / seconds, 1.0));
     const double once = first.next(noise.next(), hertz, 0.7).low;
     sample += gain * burst.next() * second.next(once, hertz, 0.7).low;

@@ -75,6 +75,9 @@ void makeStab(Signal& signal, const Parameters& p, Dice dice) {
   const double base = p["base"];
   const double q = p["q"];
   for (double& sample : signal) {
+    if (level.isOver()) {
+      return;
+    }
     const double ratio = glide.next();
     double sum = 0.0;
     for (Oscillator& oscillator : all) {

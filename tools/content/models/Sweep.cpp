@@ -35,6 +35,9 @@ void makeSweep(Signal& signal, const Parameters& p, Dice dice) {
   SweepFilter second;
   double time = 0.0;
   for (double& sample : signal) {
+    if (fall.isOver()) {
+      return;
+    }
     const double place = std::min(time / seconds, 1.0);
     const double drift =
         wander * (sineOfTurns(wanderStart + time * 0.71) + 0.6 * sineOfTurns(wanderStart + time * 1.83));

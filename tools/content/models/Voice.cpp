@@ -36,6 +36,9 @@ void addSinger(Signal& signal, const Parameters& p, Noise breath, double hertz, 
   const double vibrato = p["vib"] * 0.01 / 12.0;
   double time = 0.0;
   for (double& sample : signal) {
+    if (level.isOver()) {
+      return;
+    }
     const double wobble = 1.0 + vibrato * sineOfTurns(time * 5.4 + start);
     const double source = soft.next(pulses.saw(hertz * glide.next() * wobble)) + breathGain * breath.next();
     const double place = std::min(time / seconds, 1.0);

@@ -56,6 +56,9 @@ void makeZap(Signal& signal, const Parameters& p, Dice dice) {
   SweepFilter filter;
   double time = 0.0;
   for (double& sample : signal) {
+    if (level.isOver()) {
+      return;
+    }
     const double hertz = pitch.at(time) * drift;
     const double sine = sineOfTurns(phase);
     phase += hertz / kSampleRate;

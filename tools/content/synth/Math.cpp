@@ -78,14 +78,6 @@ double decayPerFrame(double seconds) {
   return seconds <= 0.0 ? 0.0 : factorOfDecibels(-60.0 / (seconds * kSampleRate));
 }
 
-double saturate(double x) { return x / std::sqrt(1.0 + x * x); }
-
-double softClip(double x) {
-  constexpr double kKnee = 0.6;
-  const double over = std::abs(x) - kKnee;
-  return over <= 0.0 ? x : std::copysign(kKnee + (1.0 - kKnee) * saturate(over / (1.0 - kKnee)), x);
-}
-
 std::size_t framesOf(double seconds) {
   return seconds <= 0.0 ? 0 : static_cast<std::size_t>(std::floor(seconds * kSampleRate + 0.5));
 }

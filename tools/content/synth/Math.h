@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 #include "core/EngineRate.h"
@@ -63,10 +64,14 @@ double ratioOfSemitones(double semitones);
 double decayPerFrame(double seconds);
 
 /// Saturates smoothly: slope 1 at zero, limits ±1.
-double saturate(double x);
+inline double saturate(double x) { return x / std::sqrt(1.0 + x * x); }
 
 /// Saturates values above 0.6 in magnitude and leaves others unchanged; limits ±1.
-double softClip(double x);
+inline double softClip(double x) {
+  constexpr double kKnee = 0.6;
+  const double over = std::abs(x) - kKnee;
+  return over <= 0.0 ? x : std::copysign(kKnee + (1.0 - kKnee) * saturate(over / (1.0 - kKnee)), x);
+}
 
 /// Converts seconds to frames, rounded to the nearest, at least 0.
 std::size_t framesOf(double seconds);

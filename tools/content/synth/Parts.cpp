@@ -328,6 +328,9 @@ void addNoise(Signal& signal, Noise noise, const NoiseBand& band) {
   // As many filters as the compiler knows of stay in registers.
   const auto addThrough = [&](auto... filters) {
     for (double& sample : signal) {
+      if (envelope.isOver()) {
+        return;
+      }
       double x = noise.next();
       ((x = filters.next(x)), ...);
       sample += x * gain * envelope.next();

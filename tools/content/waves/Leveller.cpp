@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <limits>
 #include <numeric>
 
 #include "content/synth/Filters.h"
@@ -23,12 +25,15 @@ constexpr double kDecibelsPerOctave = 6.020599913279624;
 
 double decibelsOf(double factor) { return kDecibelsPerOctave * logarithmOfTwo(std::max(factor, 1e-9)); }
 
-void scale(Sound& sound, double factor) {
+template <typename Change>
+void changeAll(Sound& sound, Change change) {
   for (Signal& channel : sound) {
-    for (double& sample : channel) {
-      sample *= factor;
-    }
+    std::ranges::transform(channel, channel.begin(), change);
   }
+}
+
+void scale(Sound& sound, double factor) {
+  changeAll(sound, [factor](double sample) { return sample * factor; });
 }
 
 /// Removes each channel's DC offset by subtracting a raised cosine over the whole length, which leaves both ends
@@ -49,42 +54,62 @@ void centre(Sound& sound) {
   }
 }
 
-/// Returns a sound of peak 1, amplified by `decibels` into the soft clipper and scaled back to peak 1.
-Sound bent(const Sound& sound, double decibels) {
-  const double gain = factorOfDecibels(decibels);
-  Sound out = sound;
-  for (Signal& channel : out) {
-    for (double& sample : channel) {
-      sample = softClip(sample * gain);
+/// Amplifies a sound of a known peak into the soft clipper, and scales the result to peak 1.
+class Bend {
+ public:
+  Bend(double peak, double decibels) : gain(factorOfDecibels(decibels)), makeUp(1.0 / softClip(peak * gain)) {}
+
+  double operator()(double sample) const { return softClip(sample * gain) * makeUp; }
+
+ private:
+  double gain, makeUp;
+};
+
+/// Returns the loudness of the sound that `change` makes of each sample. Goes no further than to the stretch in which
+/// that exceeds `enough`.
+template <typename Change>
+double loudnessOf(const Sound& sound, Change change, double enough) {
+  struct Ear {
+    Biquad head = Biquad::highPass(60.0, 0.5);
+    Biquad canal = Biquad::highShelf(1700.0, 4.0);
+  };
+  std::vector<Ear> ears(sound.size());
+  const double share = 1.0 / static_cast<double>(sound.size());
+  // The window slides out of one stretch into the next, so that a frame leaves it when the next stretch's frame enters.
+  const std::size_t window = framesOf(kWindowSeconds);
+  Signal power(window);
+  Signal before(window);
+  double sum = 0.0;
+  double highest = 0.0;
+  double loudness = decibelsOf(0.0);
+  const std::size_t frames = sound.front().size();
+  for (std::size_t start = 0; start < frames && loudness <= enough; start += window) {
+    const std::size_t count = std::min(window, frames - start);
+    std::ranges::fill(power, 0.0);
+    for (std::size_t channel = 0; channel < sound.size(); ++channel) {
+      Ear ear = ears[channel];
+      const double* const samples = sound[channel].data() + start;
+      for (std::size_t i = 0; i < count; ++i) {
+        const double heard = ear.canal.next(ear.head.next(change(samples[i])));
+        power[i] += heard * heard * share;
+      }
+      ears[channel] = ear;
     }
+    for (std::size_t i = 0; i < count; ++i) {
+      sum += power[i];
+      sum -= before[i];
+      highest = std::max(highest, sum);
+    }
+    power.swap(before);
+    loudness = decibelsOf(std::sqrt(highest / static_cast<double>(window)));
   }
-  scale(out, 1.0 / peakOf(out));
-  return out;
+  return loudness;
 }
 
 }  // namespace
 
 double loudnessOf(const Sound& sound) {
-  const std::size_t frames = sound.front().size();
-  std::vector<double> power(frames);
-  for (const Signal& channel : sound) {
-    Signal heard = channel;
-    Biquad::runInTurn(heard, Biquad::highPass(60.0, 0.5), Biquad::highShelf(1700.0, 4.0));
-    for (std::size_t i = 0; i < frames; ++i) {
-      power[i] += heard[i] * heard[i] / static_cast<double>(sound.size());
-    }
-  }
-  const std::size_t window = framesOf(kWindowSeconds);
-  double sum = 0.0;
-  double highest = 0.0;
-  for (std::size_t i = 0; i < frames; ++i) {
-    sum += power[i];
-    if (i >= window) {
-      sum -= power[i - window];
-    }
-    highest = std::max(highest, sum);
-  }
-  return decibelsOf(std::sqrt(highest / static_cast<double>(window)));
+  return loudnessOf(sound, std::identity(), std::numeric_limits<double>::infinity());
 }
 
 void level(Sound& sound, double target) {
@@ -93,14 +118,19 @@ void level(Sound& sound, double target) {
     return;
   }
   scale(sound, 1.0 / peak);
-  if (loudnessOf(sound) + kHighestPeak < target) {
+  const auto isQuiet = [&sound, target](auto change) {
+    const double wanted = target - kHighestPeak;
+    return loudnessOf(sound, change, wanted) < wanted;
+  };
+  if (isQuiet(std::identity())) {
+    const double full = peakOf(sound);
     double low = 0.0;
     double high = kMostBend;
     for (int i = 0; i < kBendSteps; ++i) {
       const double middle = 0.5 * (low + high);
-      (loudnessOf(bent(sound, middle)) + kHighestPeak < target ? low : high) = middle;
+      (isQuiet(Bend(full, middle)) ? low : high) = middle;
     }
-    sound = bent(sound, high);
+    changeAll(sound, Bend(full, high));
   }
   centre(sound);
   scale(sound, 1.0 / peakOf(sound));
