@@ -17,13 +17,31 @@ namespace {
 
 using panel::ControlKind;
 
-ImageSet stripNamed(IBramelImageProvider& provider, const std::string& name) {
-  std::vector<juce::Image> frames;
+using HeldSet = std::weak_ptr<const std::vector<juce::Image>>;
+
+/// `held` is what the last panel took: its frames serve as long as they are those of the provider.
+ImageSet stripNamed(IBramelImageProvider& provider, const std::string& name, HeldSet& held) {
+  std::vector<juce::Image> frames{imageNamed(provider, name + "_0")};
+  if (ImageSet strip = held.lock(); strip != nullptr && strip->front() == frames.front()) {
+    return strip;
+  }
   frames.reserve(panel::kStripFrames);
-  for (int frame = 0; frame < panel::kStripFrames; ++frame) {
+  for (int frame = 1; frame < panel::kStripFrames; ++frame) {
     frames.push_back(imageNamed(provider, name + "_" + std::to_string(frame)));
   }
-  return makeImageSet(std::move(frames));
+  ImageSet strip = makeImageSet(std::move(frames));
+  held = strip;
+  return strip;
+}
+
+ImageSet sweepFrames(IBramelImageProvider& provider) {
+  static HeldSet held;
+  return stripNamed(provider, panel::kSweepStrip, held);
+}
+
+ImageSet centredFrames(IBramelImageProvider& provider) {
+  static HeldSet held;
+  return stripNamed(provider, panel::kCentredStrip, held);
 }
 
 std::shared_ptr<IBWControl> makeStub(std::uint64_t stepCount) {
@@ -35,9 +53,7 @@ std::shared_ptr<IBWControl> makeStub(std::uint64_t stepCount) {
 }  // namespace
 
 PanelBuilder::PanelBuilder(IBramelImageProvider& provider)
-    : images(provider),
-      sweepStrip(stripNamed(provider, panel::kSweepStrip)),
-      centredStrip(stripNamed(provider, panel::kCentredStrip)) {}
+    : images(provider), sweepStrip(sweepFrames(provider)), centredStrip(centredFrames(provider)) {}
 
 std::shared_ptr<IBWControl> PanelBuilder::make(ControlKind kind, std::uint64_t stepCount) const {
   switch (kind) {

@@ -9,10 +9,7 @@ namespace tesh::bramel {
 BWImageListView::BWImageListView() {
   setInterceptsMouseClicks(false, false);
   setAccessible(false);
-  view.setAccessible(false);
-  view.setInterceptsMouseClicks(false, false);
-  view.setImagePlacement(juce::RectanglePlacement::stretchToFit);
-  addAndMakeVisible(view);
+  setImagePlacement(juce::RectanglePlacement::stretchToFit);
 }
 
 void BWImageListView::setImages(ImageSet newImages) {
@@ -28,6 +25,6 @@ void BWImageListView::setIndex(std::size_t newIndex) {
 }
 
 // JUCE repaints only if the image is another one.
-void BWImageListView::show() { view.setImage(index < getImageCount() ? (*images)[index] : juce::Image()); }
+void BWImageListView::show() { setImage(index < getImageCount() ? (*images)[index] : juce::Image()); }
 
 }  // namespace tesh::bramel

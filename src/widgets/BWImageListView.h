@@ -10,8 +10,8 @@
 
 namespace tesh::bramel {
 
-/// Takes no clicks.
-class BWImageListView : public juce::Component {
+/// Takes no clicks. `getImage` gives the image in front, empty if there is none.
+class BWImageListView : public juce::ImageComponent {
  public:
   BWImageListView();
 
@@ -22,20 +22,12 @@ class BWImageListView : public juce::Component {
   /// Ignored past the end.
   void setIndex(std::size_t newIndex);
   std::size_t getIndex() const { return index; }
-  /// The image in front; empty if there is none.
-  juce::Image getImage() const { return view.getImage(); }
-
-  /// How an image fills the view; stretched is the default.
-  void setPlacement(juce::RectanglePlacement placement) { view.setImagePlacement(placement); }
-
-  void resized() override { view.setBounds(getLocalBounds()); }
 
  private:
   void show();
 
   ImageSet images;
   std::size_t index = 0;
-  juce::ImageComponent view;
 };
 
 }  // namespace tesh::bramel

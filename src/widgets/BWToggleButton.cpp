@@ -21,15 +21,21 @@ juce::Image darkened(const juce::Image& image) {
 
 }  // namespace
 
-BWToggleButton::BWToggleButton() {
-  text.setAccessible(false);
-  addAndMakeVisible(list);
-  addAndMakeVisible(text);
-}
+BWToggleButton::BWToggleButton() { addAndMakeVisible(list); }
 
 void BWToggleButton::setShowPressed(bool show) {
   showPressed = show;
-  giveImages();
+  refresh();
+}
+
+PanelText& BWToggleButton::getText() {
+  if (text == nullptr) {
+    text = std::make_unique<PanelText>();
+    text->setAccessible(false);
+    addAndMakeVisible(*text);
+    resized();
+  }
+  return *text;
 }
 
 void BWToggleButton::setImage(Slot slot, const juce::Image& image) {
@@ -37,16 +43,24 @@ void BWToggleButton::setImage(Slot slot, const juce::Image& image) {
   giveImages();
 }
 
-// The darker copies are made only for buttons that show them, and one serves both states if they look alike.
 void BWToggleButton::giveImages() {
-  if (showPressed && images[pressedOff].isNull() && images[off].isValid()) {
-    images[pressedOff] = darkened(images[off]);
-  }
-  if (showPressed && images[pressedOn].isNull() && images[on].isValid()) {
-    images[pressedOn] = images[on] == images[off] ? images[pressedOff] : darkened(images[on]);
-  }
   list.setImages(makeImageSet({images.begin(), images.end()}));
   refresh();
+}
+
+// Called once a button is held that shows it. One copy serves both states if they look alike.
+void BWToggleButton::darken() {
+  const bool lacksOff = images[pressedOff].isNull() && images[off].isValid();
+  const bool lacksOn = images[pressedOn].isNull() && images[on].isValid();
+  if (lacksOff) {
+    images[pressedOff] = darkened(images[off]);
+  }
+  if (lacksOn) {
+    images[pressedOn] = images[on] == images[off] ? images[pressedOff] : darkened(images[on]);
+  }
+  if (lacksOff || lacksOn) {
+    list.setImages(makeImageSet({images.begin(), images.end()}));
+  }
 }
 
 void BWToggleButton::setImageBorder(juce::BorderSize<int> border) {
@@ -61,7 +75,9 @@ void BWToggleButton::setTextBorder(juce::BorderSize<int> border) {
 
 void BWToggleButton::resized() {
   list.setBounds(imageBorder.subtractedFrom(getLocalBounds()));
-  text.setBounds(textBorder.subtractedFrom(getLocalBounds()));
+  if (text != nullptr) {
+    text->setBounds(textBorder.subtractedFrom(getLocalBounds()));
+  }
 }
 
 void BWToggleButton::paint(juce::Graphics& graphics) {
@@ -73,6 +89,9 @@ void BWToggleButton::paint(juce::Graphics& graphics) {
 
 void BWToggleButton::refresh() {
   const bool down = showPressed && isPressed();
+  if (down) {
+    darken();
+  }
   if (getState()) {
     list.setIndex(down ? pressedOn : on);
   } else {

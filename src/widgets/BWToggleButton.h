@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 
 #include "widgets/BWButtonBase.h"
 #include "widgets/BWImageListView.h"
@@ -20,7 +21,7 @@ class BWToggleButton : public BWButtonBase {
 
   void setOffImage(const juce::Image& image) { setImage(off, image); }
   void setOnImage(const juce::Image& image) { setImage(on, image); }
-  /// Pressed images that are not given are the others, every pixel darker by 0.3.
+  /// Pressed images that are not given are made at the first press: the others, every pixel darker by 0.3.
   void setPressedOffImage(const juce::Image& image) { setImage(pressedOff, image); }
   void setPressedOnImage(const juce::Image& image) { setImage(pressedOn, image); }
   /// Show the pressed images while the button is held; off at first.
@@ -28,10 +29,11 @@ class BWToggleButton : public BWButtonBase {
   /// The image in front; empty if there is none.
   juce::Image getImage() const { return list.getImage(); }
 
-  void setImagePlacement(juce::RectanglePlacement placement) { list.setPlacement(placement); }
+  void setImagePlacement(juce::RectanglePlacement placement) { list.setImagePlacement(placement); }
   void setImageBorder(juce::BorderSize<int> border);
   void setTextBorder(juce::BorderSize<int> border);
-  PanelText& getText() { return text; }
+  /// Empty at first.
+  PanelText& getText();
 
   void resized() override;
   void paint(juce::Graphics& graphics) override;
@@ -44,10 +46,11 @@ class BWToggleButton : public BWButtonBase {
 
   void setImage(Slot slot, const juce::Image& image);
   void giveImages();
+  void darken();
 
   std::array<juce::Image, 4> images;
   BWImageListView list;
-  PanelText text;
+  std::unique_ptr<PanelText> text;  ///< Null until it is asked for, as most buttons have none.
   juce::BorderSize<int> imageBorder;
   juce::BorderSize<int> textBorder;
   bool showPressed = false;

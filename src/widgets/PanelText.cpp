@@ -86,6 +86,9 @@ void PanelText::paint(juce::Graphics& graphics) {
 void PanelText::layOut() {
   repaint();
   glyphs.clear();
+  if (text.isEmpty()) {
+    return;
+  }
   const bool isPixelText = usesDisplayFace();
   const juce::Font face = displayFace && !isPixelText ? juce::Font(font.getHeight()) : font;
   const auto width = static_cast<float>(getWidth());
