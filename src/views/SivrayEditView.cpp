@@ -53,11 +53,9 @@ void SivrayEditView::createControls() {
 }
 
 void SivrayEditView::createPages() {
-  for (const char* const name : kPageImages) {
+  for (std::size_t number = 0; number < kPageCount; ++number) {
     auto page = std::make_unique<juce::ImageComponent>();
-    const juce::Image picture = image(name);
-    page->setImage(picture, juce::RectanglePlacement::stretchToFit);
-    page->setOpaque(picture.isValid());
+    page->setImagePlacement(juce::RectanglePlacement::stretchToFit);
     page->setBounds(kPageBounds);
     addChildComponent(*page);
     pages.push_back(std::move(page));
@@ -221,7 +219,13 @@ void SivrayEditView::selectPage(std::uint64_t page) {
   }
 }
 
+// Decoding a page's picture takes a tenth of the first opening, so each is asked for once its page is shown.
 void SivrayEditView::updatePageVisibility() {
+  juce::ImageComponent& shown = *pages[selectedPage];
+  if (shown.getImage().isNull()) {
+    shown.setImage(image(kPageImages[selectedPage]));
+    shown.setOpaque(shown.getImage().isValid());
+  }
   for (std::size_t page = 0; page < pages.size(); ++page) {
     pages[page]->setVisible(page == selectedPage);
   }
