@@ -42,7 +42,7 @@ void BWPluginEditView::setViewModel(std::shared_ptr<IPluginEditViewModel> model)
 }
 
 void BWPluginEditView::registerControl(std::uint64_t index, const std::shared_ptr<IBWControl>& control) {
-  if (auto* const continuous = dynamic_cast<IBWContinuousStateControl*>(control.get())) {
+  if (auto* const continuous = control->asContinuous()) {
     continuous->setMinimum(0.0F);
     continuous->setMaximum(1.0F);
     continuous->setQuantizer(viewModel->getParameterQuantizer());

@@ -22,29 +22,29 @@ std::optional<std::uint64_t> parameterOf(const IBWControl& control) {
   return property<std::uint64_t>(control, keys::kIndex);
 }
 
-float valueOf(const IBWControl& control, const IParameterQuantizer& quantizer) {
-  if (const auto* const twoState = dynamic_cast<const IBWTwoStateControl*>(&control)) {
+float valueOf(IBWControl& control, const IParameterQuantizer& quantizer) {
+  if (const auto* const twoState = control.asTwoState()) {
     return twoState->getState() ? 1.0F : 0.0F;
   }
-  if (const auto* const multiState = dynamic_cast<const IBWMultiStateControl*>(&control)) {
+  if (const auto* const multiState = control.asMultiState()) {
     return quantizer.stateToValue(static_cast<std::int64_t>(multiState->getState()), multiState->getStateCount());
   }
-  const auto* const continuous = dynamic_cast<const IBWContinuousStateControl*>(&control);
+  const auto* const continuous = control.asContinuous();
   return continuous != nullptr ? continuous->getValue() : 0.0F;
 }
 
 void setValueOf(IBWControl& control, float value, const IParameterQuantizer& quantizer, std::uint64_t stateCount) {
-  if (auto* const twoState = dynamic_cast<IBWTwoStateControl*>(&control)) {
+  if (auto* const twoState = control.asTwoState()) {
     twoState->setState(value >= 0.5F);
-  } else if (auto* const multiState = dynamic_cast<IBWMultiStateControl*>(&control)) {
+  } else if (auto* const multiState = control.asMultiState()) {
     multiState->setState(static_cast<std::uint64_t>(quantizer.valueToState(value, stateCount)));
-  } else if (auto* const continuous = dynamic_cast<IBWContinuousStateControl*>(&control)) {
+  } else if (auto* const continuous = control.asContinuous()) {
     continuous->setValue(value);
   }
 }
 
-std::uint64_t stateCountOf(const IBWControl& control) {
-  const auto* const multiState = dynamic_cast<const IBWMultiStateControl*>(&control);
+std::uint64_t stateCountOf(IBWControl& control) {
+  const auto* const multiState = control.asMultiState();
   return multiState != nullptr ? multiState->getStateCount() : 0;
 }
 

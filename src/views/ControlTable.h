@@ -33,13 +33,13 @@ class ControlTable {
 std::optional<std::uint64_t> parameterOf(const IBWControl& control);
 
 /// The normalised value of a control of any kind; 0 for one that has none.
-float valueOf(const IBWControl& control, const IParameterQuantizer& quantizer);
+float valueOf(IBWControl& control, const IParameterQuantizer& quantizer);
 
 /// Moves a control of any kind without a notification. `stateCount` is that of the value, for a control of several
 /// states.
 void setValueOf(IBWControl& control, float value, const IParameterQuantizer& quantizer, std::uint64_t stateCount);
 
 /// The number of states that the control itself has; 0 for one that is not of several states.
-std::uint64_t stateCountOf(const IBWControl& control);
+std::uint64_t stateCountOf(IBWControl& control);
 
 }  // namespace tesh::bramel

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "widgets/BWImageKnob.h"
@@ -44,10 +45,16 @@ ImageSet centredFrames(IBramelImageProvider& provider) {
   return stripNamed(provider, panel::kCentredStrip, held);
 }
 
-std::shared_ptr<IBWControl> makeStub(std::uint64_t stepCount) {
+BuiltControl makeStub(std::uint64_t stepCount) {
   auto stub = std::make_shared<BWStubSwitch>();
   stub->setStateCount(stepCount);
-  return stub;
+  return {.control = std::move(stub)};
+}
+
+template <typename Widget>
+BuiltControl built(std::shared_ptr<Widget> widget) {
+  Widget* const itself = widget.get();
+  return {.control = std::move(widget), .component = itself, .spoken = itself};
 }
 
 }  // namespace
@@ -55,7 +62,7 @@ std::shared_ptr<IBWControl> makeStub(std::uint64_t stepCount) {
 PanelBuilder::PanelBuilder(IBramelImageProvider& provider)
     : images(provider), sweepStrip(sweepFrames(provider)), centredStrip(centredFrames(provider)) {}
 
-std::shared_ptr<IBWControl> PanelBuilder::make(ControlKind kind, std::uint64_t stepCount) const {
+BuiltControl PanelBuilder::make(ControlKind kind, std::uint64_t stepCount) const {
   switch (kind) {
     case ControlKind::stub:
       return makeStub(stepCount);
@@ -73,38 +80,38 @@ std::shared_ptr<IBWControl> PanelBuilder::make(ControlKind kind, std::uint64_t s
   return row->names.back() == nullptr ? makeButton(*row) : makeSwitch(*row);
 }
 
-std::shared_ptr<IBWControl> PanelBuilder::makeKnob(const ImageSet& strip) const {
+BuiltControl PanelBuilder::makeKnob(const ImageSet& strip) const {
   auto knob = std::make_shared<BWImageKnob>();
   knob->setVertical(true);
   knob->setSensitivity(panel::kKnobSensitivity);
   knob->setFrames(strip);
-  return knob;
+  return built(std::move(knob));
 }
 
-std::shared_ptr<IBWControl> PanelBuilder::makeFader() const {
+BuiltControl PanelBuilder::makeFader() const {
   auto fader = std::make_shared<BWImageSlider>();
   fader->setVertical(true);
   fader->setSensitivity(panel::kFaderSensitivity);
   fader->setHandle(imageNamed(images, panel::kFaderHandle), panel::kFaderHandleSize.width,
                    panel::kFaderHandleSize.height);
-  return fader;
+  return built(std::move(fader));
 }
 
-std::shared_ptr<IBWControl> PanelBuilder::makeButton(const panel::StateImages& row) const {
+BuiltControl PanelBuilder::makeButton(const panel::StateImages& row) const {
   auto button = std::make_shared<BWToggleButton>();
   button->setOffImage(imageNamed(images, row.names[0]));
   button->setOnImage(imageNamed(images, row.names[1]));
-  return button;
+  return built(std::move(button));
 }
 
-std::shared_ptr<IBWControl> PanelBuilder::makeSwitch(const panel::StateImages& row) const {
+BuiltControl PanelBuilder::makeSwitch(const panel::StateImages& row) const {
   auto control = std::make_shared<BWToggleSwitch>();
   std::vector<juce::Image> states;
   for (const char* const name : row.names) {
     states.push_back(imageNamed(images, name));
   }
   control->setImages(makeImageSet(std::move(states)));
-  return control;
+  return built(std::move(control));
 }
 
 }  // namespace tesh::bramel::plugin::sivray

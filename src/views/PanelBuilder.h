@@ -9,22 +9,30 @@
 #include "views/PanelTable.h"
 #include "widgets/IBWControl.h"
 #include "widgets/ProvidedResources.h"
+#include "widgets/SpokenControl.h"
 
 namespace tesh::bramel::plugin::sivray {
+
+/// A control and what else it is; a stub is nothing else.
+struct BuiltControl {
+  std::shared_ptr<IBWControl> control;
+  juce::Component* component = nullptr;
+  SpokenControl* spoken = nullptr;
+};
 
 /// Holds the images that several controls share. Message thread only.
 class PanelBuilder {
  public:
   explicit PanelBuilder(IBramelImageProvider& provider);
 
-  /// A control of its kind with its images; `stepCount` is that of its parameter. All but stubs are components.
-  std::shared_ptr<IBWControl> make(panel::ControlKind kind, std::uint64_t stepCount) const;
+  /// A control of its kind with its images; `stepCount` is that of its parameter.
+  BuiltControl make(panel::ControlKind kind, std::uint64_t stepCount) const;
 
  private:
-  std::shared_ptr<IBWControl> makeKnob(const ImageSet& strip) const;
-  std::shared_ptr<IBWControl> makeFader() const;
-  std::shared_ptr<IBWControl> makeButton(const panel::StateImages& row) const;
-  std::shared_ptr<IBWControl> makeSwitch(const panel::StateImages& row) const;
+  BuiltControl makeKnob(const ImageSet& strip) const;
+  BuiltControl makeFader() const;
+  BuiltControl makeButton(const panel::StateImages& row) const;
+  BuiltControl makeSwitch(const panel::StateImages& row) const;
 
   IBramelImageProvider& images;
   ImageSet sweepStrip;

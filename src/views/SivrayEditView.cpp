@@ -175,13 +175,13 @@ std::unique_ptr<PanelText> SivrayEditView::addText(juce::Rectangle<int> bounds, 
 
 void SivrayEditView::addControl(juce::Component& parent, std::size_t macro, ControlKind kind,
                                 juce::Rectangle<int> bounds) {
-  const std::shared_ptr<IBWControl> control = builder->make(kind, stepCount(macro));
-  if (auto* const component = dynamic_cast<juce::Component*>(control.get())) {
+  const auto [control, component, spoken] = builder->make(kind, stepCount(macro));
+  if (component != nullptr) {
     component->setTitle(textFrom(model().getParameterName(macro)));
     component->setBounds(bounds);
     parent.addAndMakeVisible(*component);
   }
-  if (auto* const spoken = dynamic_cast<SpokenControl*>(control.get())) {
+  if (spoken != nullptr) {
     spoken->setValueText([this, macro] { return textFrom(getTooltipValue(macro)); });
     spoken->setValueOfText([this, macro](const juce::String& text) { return valueOfText(macro, text); });
   }

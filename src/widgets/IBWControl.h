@@ -28,9 +28,20 @@ class IBWControlListener {
   virtual void controlDoubleClicked(IBWControl& /*control*/) {}
 };
 
+class IBWTwoStateControl;
+class IBWMultiStateControl;
+class IBWContinuousStateControl;
+
 class IBWControl {
  public:
   virtual ~IBWControl() = default;
+
+  // This as a control of that kind; null if it is of another. A panel asks hundreds of times while it opens, and
+  // dynamic_cast would search all bases of the widget each time.
+
+  virtual IBWTwoStateControl* asTwoState() { return nullptr; }
+  virtual IBWMultiStateControl* asMultiState() { return nullptr; }
+  virtual IBWContinuousStateControl* asContinuous() { return nullptr; }
 
   /// The listener must outlive the control or be taken back with null.
   virtual void setListener(IBWControlListener* listener) = 0;
@@ -55,12 +66,16 @@ std::optional<T> property(const IBWControl& control, const std::string& key) {
 
 class IBWTwoStateControl : public IBWControl {
  public:
+  IBWTwoStateControl* asTwoState() override { return this; }
+
   virtual bool getState() const = 0;
   virtual void setState(bool on) = 0;
 };
 
 class IBWMultiStateControl : public IBWControl {
  public:
+  IBWMultiStateControl* asMultiState() override { return this; }
+
   virtual std::uint64_t getStateCount() const = 0;
   virtual std::uint64_t getState() const = 0;
   virtual void setState(std::uint64_t state) = 0;
@@ -68,6 +83,8 @@ class IBWMultiStateControl : public IBWControl {
 
 class IBWContinuousStateControl : public IBWControl {
  public:
+  IBWContinuousStateControl* asContinuous() override { return this; }
+
   virtual std::shared_ptr<IParameterQuantizer> getQuantizer() const = 0;
   virtual void setQuantizer(std::shared_ptr<IParameterQuantizer> quantizer) = 0;
 
