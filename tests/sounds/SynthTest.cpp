@@ -83,7 +83,7 @@ TEST(Filters, PassTheirBand) {
   SweepFilter sweep;
   double low = 0.0;
   for (int i = 0; i < 4410; ++i) {
-    low = sweep.next(1.0, 500.0, 0.7).low;
+    low = sweep.next(1.0, Tuning().to(500.0), 0.7).low;
   }
   EXPECT_NEAR(low, 1.0, 1e-6);
 }

@@ -45,6 +45,7 @@ void makeImpact(Signal& signal, const Parameters& p, Dice dice) {
   const double seconds = p.seconds("darkms");
   const double gain = p["burst"];
   const double from = p["from"];
+  Tuning tuning;
   SweepFilter first;
   SweepFilter second;
   double time = 0.0;
@@ -52,9 +53,9 @@ void makeImpact(Signal& signal, const Parameters& p, Dice dice) {
     if (burst.isOver()) {
       break;
     }
-    const double hertz = from * powerOfTwo(octaves * std::min(time / seconds, 1.0));
-    const double once = first.next(noise.next(), hertz, 0.7).low;
-    sample += gain * burst.next() * second.next(once, hertz, 0.7).low;
+    const double g = tuning.to(from * powerOfTwo(octaves * std::min(time / seconds, 1.0)));
+    const double once = first.next(noise.next(), g, 0.7).low;
+    sample += gain * burst.next() * second.next(once, g, 0.7).low;
     time += 1.0 / kSampleRate;
   }
   addRubble(signal, Noise(dice, kImpactRubbleLayer, width), width > 0.0 ? dice.own : dice.shared, p);

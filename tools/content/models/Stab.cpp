@@ -34,7 +34,7 @@ class Oscillator {
   double sine(double now) {
     const double out = sineOfTurns(phase);
     phase += now / kSampleRate;
-    phase -= std::floor(phase);
+    phase -= wholeBelow(phase);
     return out;
   }
 
@@ -68,6 +68,7 @@ void makeStab(Signal& signal, const Parameters& p, Dice dice) {
   Envelope opening({p.seconds("openms"), p.seconds("filterhold"), p.seconds("filterms"), 0.0});
   Noise noise(dice, kStabNoiseLayer, p["width"]);
   Envelope puff({0.0005, 0.0, p.seconds("noisems"), 0.0});
+  Tuning tuning;
   SweepFilter first;
   SweepFilter second;
   const double noiseGain = p["noise"] * 0.3;
@@ -84,9 +85,9 @@ void makeStab(Signal& signal, const Parameters& p, Dice dice) {
       sum += oscillator.next(ratio);
     }
     sum = sum * scale + noiseGain * puff.next() * noise.next();
-    const double hertz = base * powerOfTwo(octaves * opening.next());
-    const double low = first.next(sum, hertz, q).low;
-    sample += level.next() * second.next(low, hertz, 0.6).low;
+    const double g = tuning.to(base * powerOfTwo(octaves * opening.next()));
+    const double low = first.next(sum, g, q).low;
+    sample += level.next() * second.next(low, g, 0.6).low;
   }
 }
 

@@ -23,6 +23,7 @@ void addSinger(Signal& signal, const Parameters& p, Noise breath, double hertz, 
   BandLimited pulses(start);
   GlideRatio glide({p["bend"], p.seconds("bendms"), 0.0, 0.004});
   Envelope level({p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0});
+  std::array<Tuning, kFormants> tunings;
   std::array<SweepFilter, kFormants> throat;
   Biquad soft = Biquad::lowPass(p["soft"], 0.6);
   std::array<double, kFormants> from{};
@@ -44,7 +45,8 @@ void addSinger(Signal& signal, const Parameters& p, Noise breath, double hertz, 
     const double place = std::min(time / seconds, 1.0);
     double sum = 0.0;
     for (std::size_t i = 0; i < kFormants; ++i) {
-      sum += kFormantGains[i] * throat[i].next(source, from[i] * powerOfTwo(octaves[i] * place), kFormantQ[i]).band;
+      const double g = tunings[i].to(from[i] * powerOfTwo(octaves[i] * place));
+      sum += kFormantGains[i] * throat[i].next(source, g, kFormantQ[i]).band;
     }
     sample += level.next() * sum;
     time += 1.0 / kSampleRate;

@@ -53,6 +53,7 @@ void makeZap(Signal& signal, const Parameters& p, Dice dice) {
   const double q = p["q"];
   double phase = 0.0;
   BandLimited square(0.0);
+  Tuning tuning;
   SweepFilter filter;
   double time = 0.0;
   for (double& sample : signal) {
@@ -62,11 +63,11 @@ void makeZap(Signal& signal, const Parameters& p, Dice dice) {
     const double hertz = pitch.at(time) * drift;
     const double sine = sineOfTurns(phase);
     phase += hertz / kSampleRate;
-    phase -= std::floor(phase);
+    phase -= wholeBelow(phase);
     double x = sine + wave * (square.square(hertz) * 0.8 - sine);
     x += noiseGain * noise.next() * 0.5;
     x *= 1.0 - ring + ring * sineOfTurns(time * ringHertz);
-    sample += level.next() * filter.next(x, hertz * follow, q).low;
+    sample += level.next() * filter.next(x, tuning.to(hertz * follow), q).low;
     time += 1.0 / kSampleRate;
   }
 }

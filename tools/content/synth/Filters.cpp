@@ -77,19 +77,13 @@ void Biquad::run(Signal& signal) const {
   }
 }
 
-SweepFilter::Outputs SweepFilter::next(double x, double hertz, double q) {
+double Tuning::to(double hertz) {
   if (hertz != tunedTo) {
     tunedTo = hertz;
     const double half = std::clamp(hertz, 10.0, 20000.0) / kSampleRate * 0.5;
-    g = sineOfTurns(half) / cosineOfTurns(half);
+    tangent = sineOfTurns(half) / cosineOfTurns(half);
   }
-  const double damping = 1.0 / q;
-  const double high = (x - (damping + g) * s1 - s2) / (1.0 + g * (g + damping));
-  const double band = g * high + s1;
-  const double low = g * band + s2;
-  s1 = g * high + band;
-  s2 = g * band + low;
-  return {low, band * damping, high};
+  return tangent;
 }
 
 }  // namespace sivray::content

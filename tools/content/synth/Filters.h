@@ -41,6 +41,17 @@ class Biquad {
   double z1 = 0.0, z2 = 0.0;
 };
 
+/// Where a state-variable filter is tuned: the tangent of half its frequency. Filters of one frequency share it.
+class Tuning {
+ public:
+  /// `hertz` is limited to 10 Hz to 20 kHz.
+  double to(double hertz);
+
+ private:
+  double tunedTo = 0.0;
+  double tangent = 0.0;
+};
+
 /// A state-variable filter whose frequency may move at every frame.
 class SweepFilter {
  public:
@@ -48,14 +59,19 @@ class SweepFilter {
     double low, band, high;
   };
 
-  /// Filters one sample. `hertz` is limited to 10 Hz to 20 kHz; `q` is 0.5 or more. The band output has a peak gain of
-  /// 1.
-  Outputs next(double x, double hertz, double q);
+  /// Filters one sample. `g` is of a Tuning; `q` is 0.5 or more. The band output has a peak gain of 1.
+  Outputs next(double x, double g, double q) {
+    const double damping = 1.0 / q;
+    const double high = (x - (damping + g) * s1 - s2) / (1.0 + g * (g + damping));
+    const double band = g * high + s1;
+    const double low = g * band + s2;
+    s1 = g * high + band;
+    s2 = g * band + low;
+    return {low, band * damping, high};
+  }
 
  private:
   double s1 = 0.0, s2 = 0.0;
-  double tunedTo = 0.0;
-  double g = 0.0;
 };
 
 }  // namespace sivray::content

@@ -8,48 +8,13 @@
 namespace sivray::content {
 namespace {
 
-constexpr double kLogTwo = 0.6931471805599453;
 constexpr double kLogTwoOfE = 1.4426950408889634;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
-
-/// Coefficients of the exponential's series, from the last to the first.
-constexpr std::array<double, 14> kPowerSeries = [] {
-  std::array<double, 14> series{};
-  double factor = 1.0;
-  for (std::size_t k = 0; k < series.size(); ++k) {
-    series[series.size() - 1 - k] = factor;
-    factor /= static_cast<double>(k) + 1.0;
-  }
-  return series;
-}();
 
 constexpr int kLogarithmTerms = 13;
 constexpr double kRootOfHalf = 0.7071067811865476;
 
 }  // namespace
-
-double sineOfTurns(double turns) {
-  double x = turns - std::floor(turns + 0.5);
-  if (x > 0.25) {
-    x = 0.5 - x;
-  } else if (x < -0.25) {
-    x = -0.5 - x;
-  }
-  replaceBySine(x);
-  return x;
-}
-
-double cosineOfTurns(double turns) { return sineOfTurns(turns - std::floor(turns) + 0.25); }
-
-double powerOfTwo(double x) {
-  const double whole = std::floor(x + 0.5);
-  const double angle = (x - whole) * kLogTwo;
-  double sum = 0.0;
-  for (const double factor : kPowerSeries) {
-    sum = sum * angle + factor;
-  }
-  return std::ldexp(sum, static_cast<int>(whole));
-}
 
 double logarithmOfTwo(double x) {
   int exponent = 0;

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 
 #include "core/EngineRate.h"
 
@@ -38,12 +40,47 @@ void replaceBySine(Value& turns) {
   turns = angle * sum;
 }
 
+/// As std::floor, for numbers below 2^63 in magnitude: the compiler needs several times as many steps for any number.
+inline double wholeBelow(double x) {
+  const auto whole = static_cast<double>(static_cast<std::int64_t>(x));
+  return whole > x ? whole - 1.0 : whole;
+}
+
 /// Returns the sine of an angle in turns (a full circle is 1), accurate to 1e-13 for angles below a million turns.
-double sineOfTurns(double turns);
-double cosineOfTurns(double turns);
+inline double sineOfTurns(double turns) {
+  double x = turns - wholeBelow(turns + 0.5);
+  x = std::abs(x) > 0.25 ? std::copysign(0.5, x) - x : x;
+  replaceBySine(x);
+  return x;
+}
+
+inline double cosineOfTurns(double turns) { return sineOfTurns(turns - wholeBelow(turns) + 0.25); }
+
+/// Coefficients of the exponential's series, from the last to the first.
+inline constexpr std::array<double, 14> kPowerSeries = [] {
+  std::array<double, 14> series{};
+  double factor = 1.0;
+  for (std::size_t k = 0; k < series.size(); ++k) {
+    series[series.size() - 1 - k] = factor;
+    factor /= static_cast<double>(k) + 1.0;
+  }
+  return series;
+}();
 
 /// Returns 2 to the power of `x`, for `x` from -1000 to 1000.
-double powerOfTwo(double x);
+inline double powerOfTwo(double x) {
+  constexpr double kLogTwo = 0.6931471805599453;
+  constexpr int kExponentBias = 1023;
+  constexpr int kFractionBits = 52;
+  const double whole = wholeBelow(x + 0.5);
+  const double angle = (x - whole) * kLogTwo;
+  double sum = 0.0;
+  for (const double factor : kPowerSeries) {
+    sum = sum * angle + factor;
+  }
+  const auto exponent = static_cast<std::uint64_t>(static_cast<std::int64_t>(whole) + kExponentBias);
+  return sum * std::bit_cast<double>(exponent << kFractionBits);
+}
 
 /// Returns the base-2 logarithm of a positive number.
 double logarithmOfTwo(double x);

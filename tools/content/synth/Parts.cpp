@@ -5,10 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
-#include <iterator>
+#include <complex>
+#include <functional>
 
 #include "content/synth/Filters.h"
+#include "content/synth/Lanes.h"
 #include "content/synth/Math.h"
 
 namespace sivray::content {
@@ -32,129 +33,99 @@ std::size_t audibleFrames(const Mode& mode, std::size_t limit) {
   return std::min(framesOf(mode.t60 * decades / 3.0 + mode.attack) + 1, limit);
 }
 
-/// Decaying sines by complex rotation; several run side by side in vectors.
-class Rotors {
+/// A decaying sine, four frames at a time. With r the fall and w the angle of a frame, each four follow from the eight
+/// before: y[n + 8] = 2 r^4 cos(4 w) y[n + 4] - r^8 y[n].
+class Partial {
  public:
-  static constexpr std::size_t kLanes = 8;
+  /// Silence.
+  Partial() = default;
 
-  /// Restarts a lane with a mode.
-  void set(std::size_t lane, const Mode& mode) {
-    const double turn = mode.hertz / kSampleRate;
+  explicit Partial(const Mode& mode) : rise(mode.attack > 0.0 ? 1.0 / (mode.attack * kSampleRate) : 1.0) {
+    const double angle = mode.hertz / kSampleRate;
     const double fall = decayPerFrame(mode.t60);
-    Four& four = fours[lane / kInFour];
-    const std::size_t i = lane % kInFour;
-    four.cosine[i] = cosineOfTurns(turn) * fall;
-    four.sine[i] = sineOfTurns(turn) * fall;
-    four.x[i] = cosineOfTurns(mode.phase) * mode.gain;
-    four.y[i] = sineOfTurns(mode.phase) * mode.gain;
-    four.step[i] = mode.attack > 0.0 ? 1.0 / (mode.attack * kSampleRate) : 1.0;
-    four.level[i] = mode.attack > 0.0 ? 0.0 : 1.0;
+    const std::complex<double> turn{cosineOfTurns(angle) * fall, sineOfTurns(angle) * fall};
+    std::complex<double> place{cosineOfTurns(mode.phase) * mode.gain, sineOfTurns(mode.phase) * mode.gain};
+    for (Doubles* const frames : {&now, &later}) {
+      for (std::size_t i = 0; i < kLanes; ++i) {
+        (*frames)[i] = place.imag();
+        place = product(place, turn);
+      }
+    }
+    const std::complex<double> half = product(turn, turn);
+    const std::complex<double> four = product(half, half);
+    forward += 2.0 * four.real();
+    back += four.real() * four.real() + four.imag() * four.imag();
+    level = mode.attack > 0.0 ? 0.0 : 1.0;
   }
 
-  /// Whether all lanes have reached their full level.
-  bool haveRisen() const { return fours[0].hasRisen() && fours[1].hasRisen(); }
+  bool hasRisen() const { return level == 1.0; }
 
-  double nextWhileRising() { return fours[0].nextWhileRising() + fours[1].nextWhileRising(); }
-
-  /// Adds as many frames as a vector has lanes. All lanes must have risen.
-  void addNext(double* samples) {
-    Doubles first, second, sums;
-    fours[0].next(first);
-    fours[1].next(second);
-    std::memcpy(&sums, samples, sizeof(sums));
-    sums += first + second;
-    std::memcpy(samples, &sums, sizeof(sums));
+  void next(Doubles& frames) {
+    frames = now;
+    now = later;
+    later = forward * later - back * frames;
   }
 
-  static constexpr std::size_t kInFour = kLanes / 2;
+  /// Lets the level rise over the frames that `next` has given.
+  void shape(Doubles& frames) {
+    Doubles levels{};
+    for (std::size_t i = 0; i < kLanes; ++i) {
+      levels[i] = level;
+      level = std::min(level + rise, 1.0);
+    }
+    frames *= levels;
+  }
 
  private:
-  using Doubles = double __attribute__((vector_size(kInFour * sizeof(double))));
+  static std::complex<double> product(const std::complex<double>& a, const std::complex<double>& b) {
+    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
+  }
 
-  struct Four {
-    bool hasRisen() const { return level[0] == 1.0 && level[1] == 1.0 && level[2] == 1.0 && level[3] == 1.0; }
-
-    void turn() {
-      const Doubles turned = x * cosine - y * sine;
-      y = x * sine + y * cosine;
-      x = turned;
-    }
-
-    double nextWhileRising() {
-      const Doubles out = y * level;
-      const Doubles risen = level + step;
-      const Doubles full = Doubles{} + 1.0;
-      level = risen > full ? full : risen;
-      turn();
-      return (out[0] + out[1]) + (out[2] + out[3]);
-    }
-
-    /// Gives the sums of the next four frames, each added up as above.
-    void next(Doubles& sums) {
-      Doubles early, late;
-      nextPair(early);
-      nextPair(late);
-      sums = __builtin_shufflevector(early, late, 0, 1, 4, 5) + __builtin_shufflevector(early, late, 2, 3, 6, 7);
-    }
-
-    /// Gives the sums of the first two lanes in two frames, then those of the others.
-    void nextPair(Doubles& sums) {
-      const Doubles first = y;
-      turn();
-      const Doubles second = y;
-      turn();
-      sums = __builtin_shufflevector(first, second, 0, 4, 2, 6) + __builtin_shufflevector(first, second, 1, 5, 3, 7);
-    }
-
-    Doubles cosine{}, sine{}, x{}, y{}, step{};
-    Doubles level = Doubles{} + 1.0;  // Lanes that nobody sets are silent, and must not seem to rise.
-  };
-
-  std::array<Four, 2> fours{};
+  Doubles now{}, later{}, forward{}, back{};
+  double rise = 1.0;
+  double level = 1.0;
 };
 
-/// Rotors, and the frames for which they are heard.
-struct RotorGroup {
-  Rotors rotors;
-  std::size_t frames = 0;
-};
+/// Partials that run side by side. What they add is the sum of two pairs.
+using Four = std::array<Partial, 4>;
 
-// A quarter of the time that the factory sounds take is spent here. Two groups run at once, because each frame waits
-// for the one before; a sample takes up the first before the second. With AVX2 the rotors stay in registers; the sums
-// are the same.
-#if defined(__linux__) && defined(__x86_64__) && !defined(__clang__)
-[[gnu::target_clones("avx2", "default"), gnu::flatten]]
-#endif
-void addRotors(double* samples, const RotorGroup& first, const RotorGroup& second) {
-  Rotors a = first.rotors;
-  Rotors b = second.rotors;
-  const std::size_t both = std::min(first.frames, second.frames);
-  std::size_t frame = 0;
-  const auto addOne = [&] {
-    samples[frame] += a.nextWhileRising();
-    samples[frame] += b.nextWhileRising();
-    ++frame;
+/// Adds the next frames, whose number is a multiple of four.
+SIVRAY_ALSO_FOR_AVX2
+void addFour(std::span<double> samples, Four& running) {
+  Four four = running;
+  const auto add = [&samples, &four](auto shape) {
+    for (std::size_t frame = 0; frame < samples.size(); frame += kLanes) {
+      std::array<Doubles, 4> out{};
+      for (std::size_t i = 0; i < out.size(); ++i) {
+        four[i].next(out[i]);
+        shape(four[i], out[i]);
+      }
+      addTo(samples.data() + frame, (out[0] + out[1]) + (out[2] + out[3]));
+    }
   };
-  while (frame < both && !(a.haveRisen() && b.haveRisen())) {
-    addOne();
+  if (std::ranges::all_of(four, &Partial::hasRisen)) {
+    add([](Partial&, Doubles&) {});
+  } else {
+    add([](Partial& partial, Doubles& frames) { partial.shape(frames); });
   }
-  for (; frame + Rotors::kInFour <= both; frame += Rotors::kInFour) {
-    a.addNext(samples + frame);
-    b.addNext(samples + frame);
-  }
-  while (frame < both) {
-    addOne();
-  }
-  Rotors& longer = first.frames > both ? a : b;
-  const std::size_t end = std::max(first.frames, second.frames);
-  for (; frame < end && !longer.haveRisen(); ++frame) {
-    samples[frame] += longer.nextWhileRising();
-  }
-  for (; frame + Rotors::kInFour <= end; frame += Rotors::kInFour) {
-    longer.addNext(samples + frame);
-  }
-  for (; frame < end; ++frame) {
-    samples[frame] += longer.nextWhileRising();
+  running = four;
+}
+
+/// Adds the sums of both fours.
+void addEight(std::span<double> samples, std::array<Four, 2>& fours) {
+  constexpr std::size_t kStretch = 512;
+  std::array<double, kStretch> sums;
+  while (!samples.empty()) {
+    const std::size_t count = std::min(samples.size(), kStretch);
+    const std::size_t whole = (count + kLanes - 1) / kLanes * kLanes;
+    sums.fill(0.0);
+    for (Four& four : fours) {
+      addFour(std::span(sums).first(whole), four);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      samples[i] += sums[i];
+    }
+    samples = samples.subspan(count);
   }
 }
 
@@ -162,8 +133,6 @@ void addRotors(double* samples, const RotorGroup& first, const RotorGroup& secon
 /// takes the lanes up one after another.
 class GlidingModes {
  public:
-  static constexpr std::size_t kLanes = 4;
-
   explicit GlidingModes(std::span<const Mode> modes) {
     for (std::size_t i = 0; i < modes.size(); ++i) {
       hertz[i] = modes[i].hertz;
@@ -175,6 +144,7 @@ class GlidingModes {
     }
   }
 
+  SIVRAY_ALSO_FOR_AVX2
   void addTo(Signal& signal, std::span<const double> ratios) {
     const Doubles zero{};
     const Doubles one = zero + 1.0;
@@ -203,8 +173,6 @@ class GlidingModes {
   }
 
  private:
-  using Doubles = double __attribute__((vector_size(kLanes * sizeof(double))));
-
   /// Gives the levels of a frame in which not all lanes have risen.
   void rise(double frame, Doubles& levels) {
     for (std::size_t i = 0; i < kLanes; ++i) {
@@ -282,27 +250,34 @@ void addTone(Signal& signal, const Tone& tone) {
     const double wave = sineOfTurns(phase);
     sample += tone.gain * envelope.next() * (tone.fold > 0.0 ? saturate(wave * drive) * makeUp : wave);
     phase += std::min(tone.hertz * ratio.next(), kNyquist) / kSampleRate;
-    phase -= std::floor(phase);
+    phase -= wholeBelow(phase);
   }
 }
 
 void addModes(Signal& signal, std::span<const Mode> modes) {
-  std::vector<Mode> heard;
-  std::copy_if(modes.begin(), modes.end(), std::back_inserter(heard),
-               [](const Mode& mode) { return mode.hertz < kHighestMode; });
-  // Lanes of one group end together: those that are heard for as long belong side by side.
-  const auto longer = [&](const Mode& a, const Mode& b) {
-    return audibleFrames(a, signal.size()) > audibleFrames(b, signal.size());
+  struct Heard {
+    const Mode* mode;
+    std::size_t frames;
   };
-  std::stable_sort(heard.begin(), heard.end(), longer);
-  std::vector<RotorGroup> groups((heard.size() + Rotors::kLanes - 1) / Rotors::kLanes);
-  for (std::size_t i = 0; i < heard.size(); ++i) {
-    RotorGroup& group = groups[i / Rotors::kLanes];
-    group.rotors.set(i % Rotors::kLanes, heard[i]);
-    group.frames = std::max(group.frames, audibleFrames(heard[i], signal.size()));
+  std::vector<Heard> heard;
+  for (const Mode& mode : modes) {
+    if (mode.hertz < kHighestMode) {
+      heard.push_back({&mode, audibleFrames(mode, signal.size())});
+    }
   }
-  for (std::size_t i = 0; i < groups.size(); i += 2) {
-    addRotors(signal.data(), groups[i], i + 1 < groups.size() ? groups[i + 1] : RotorGroup{});
+  // Those that run side by side end together: the ones that are heard for as long.
+  std::ranges::stable_sort(heard, std::greater(), &Heard::frames);
+  for (auto next = heard.begin(); next != heard.end();) {
+    const std::size_t frames = next->frames;
+    std::array<Four, 2> fours;
+    for (Four& four : fours) {
+      for (Partial& partial : four) {
+        if (next != heard.end()) {
+          partial = Partial(*next++->mode);
+        }
+      }
+    }
+    addEight(std::span(signal).first(frames), fours);
   }
 }
 
@@ -310,8 +285,8 @@ void addModes(Signal& signal, std::span<const Mode> modes, const Glide& glide) {
   std::vector<double> ratios(signal.size());
   GlideRatio ratio(glide);
   std::ranges::generate(ratios, [&] { return ratio.next(); });
-  for (std::size_t i = 0; i < modes.size(); i += GlidingModes::kLanes) {
-    GlidingModes(modes.subspan(i, std::min(GlidingModes::kLanes, modes.size() - i))).addTo(signal, ratios);
+  for (std::size_t i = 0; i < modes.size(); i += kLanes) {
+    GlidingModes(modes.subspan(i, std::min(kLanes, modes.size() - i))).addTo(signal, ratios);
   }
 }
 
@@ -369,7 +344,7 @@ double BandLimited::correction(double phase, double step) {
 
 void BandLimited::advance(double step) {
   phase += step;
-  phase -= std::floor(phase);
+  phase -= wholeBelow(phase);
 }
 
 double BandLimited::square(double hertz) {

@@ -31,7 +31,11 @@ class Random {
   double between(double low, double high) { return low + (high - low) * unit(); }
 
   /// Returns a roughly normal number: mean 0, variance 1, within ±3.5.
-  double normal() { return (both() + both() + both() + both()) * 0.8660254037844386; }
+  double normal() {
+    // Exactly the sum of four numbers of `both`.
+    const std::int64_t sum = std::int64_t{next()} + next() + next() + next();
+    return (static_cast<double>(sum) * 0x1p-31 - 4.0) * 0.8660254037844386;
+  }
 
  private:
   static constexpr std::uint64_t kMultiplier = 6364136223846793005U;
@@ -66,7 +70,10 @@ class Noise {
         sharedGain(std::sqrt(1.0 - width)),
         ownGain(std::sqrt(width)) {}
 
-  double next() { return sharedGain * shared.normal() + ownGain * own.normal(); }
+  double next() {
+    const double both = sharedGain * shared.normal();
+    return ownGain == 0.0 ? both : both + ownGain * own.normal();
+  }
 
  private:
   Random shared;

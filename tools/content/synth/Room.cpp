@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "content/synth/Filters.h"
+#include "content/synth/Lanes.h"
 #include "content/synth/Math.h"
 
 namespace sivray::content {
@@ -38,33 +39,41 @@ struct Tap {
 
 /// Adds the source at each tap, to each sample in the order of the taps. Some samples go through all taps together, so
 /// that their sums stay in registers.
+SIVRAY_ALSO_FOR_AVX2
 void addTaps(Signal& signal, const Signal& source, std::span<const Tap> taps) {
-  using Pair = double __attribute__((vector_size(16)));
-  constexpr std::size_t kPairs = 8;
-  constexpr std::size_t kTogether = 2 * kPairs;
+  constexpr std::size_t kVectors = 6;
+  constexpr std::size_t kTogether = kVectors * kLanes;
   std::size_t start = 0;
-  const auto addLate = [&](const Tap& tap, std::size_t end) {
-    for (std::size_t frame = std::max(start, tap.offset); frame < end; ++frame) {
-      signal[frame] += source[frame - tap.offset] * tap.gain;
+  const auto addLate = [&](auto tap, std::size_t end) {
+    for (; tap != taps.end() && tap->offset < end; ++tap) {
+      for (std::size_t frame = std::max(start, tap->offset); frame < end; ++frame) {
+        signal[frame] += source[frame - tap->offset] * tap->gain;
+      }
     }
   };
   for (; start + kTogether <= signal.size(); start += kTogether) {
-    Pair sums[kPairs];
-    std::memcpy(sums, signal.data() + start, sizeof sums);
+    std::array<Doubles, kVectors> sums;
+#pragma GCC unroll 6
+    for (std::size_t i = 0; i < kVectors; ++i) {
+      load(sums[i], signal.data() + start + i * kLanes);
+    }
     auto tap = taps.begin();
     for (; tap != taps.end() && tap->offset <= start; ++tap) {
       const double* const from = source.data() + (start - tap->offset);
-#pragma GCC unroll 8
-      for (std::size_t i = 0; i < kPairs; ++i) {
-        Pair samples;
-        std::memcpy(&samples, from + 2 * i, sizeof samples);
+#pragma GCC unroll 6
+      for (std::size_t i = 0; i < kVectors; ++i) {
+        Doubles samples;
+        load(samples, from + i * kLanes);
         sums[i] += samples * tap->gain;
       }
     }
-    std::memcpy(signal.data() + start, sums, sizeof sums);
-    std::for_each(tap, taps.end(), [&](const Tap& late) { addLate(late, start + kTogether); });
+#pragma GCC unroll 6
+    for (std::size_t i = 0; i < kVectors; ++i) {
+      store(signal.data() + start + i * kLanes, sums[i]);
+    }
+    addLate(tap, start + kTogether);
   }
-  std::for_each(taps.begin(), taps.end(), [&](const Tap& tap) { addLate(tap, signal.size()); });
+  addLate(taps.begin(), signal.size());
 }
 
 /// Returns echoes at irregular times with falling levels, of total power 1.
