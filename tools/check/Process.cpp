@@ -28,14 +28,21 @@ const ProcessUse& GrowthWatch::warm() const { return uses[std::min<std::size_t>(
 
 std::int64_t GrowthWatch::heapKiB() const { return uses.back().heapKiB - warm().heapKiB; }
 
-std::int64_t GrowthWatch::pagesKiB() const {
-  constexpr auto kLess = [](const ProcessUse& a, const ProcessUse& b) { return a.ownKiB < b.ownKiB; };
-  const auto cycles = std::min<std::ptrdiff_t>(kWarmCycles, static_cast<std::ptrdiff_t>(uses.size()));
-  return std::min_element(uses.end() - cycles, uses.end(), kLess)->ownKiB -
-         std::max_element(uses.begin(), uses.begin() + cycles, kLess)->ownKiB;
+std::ptrdiff_t GrowthWatch::cyclesOfEnd() const {
+  return std::min<std::ptrdiff_t>(kWarmCycles, static_cast<std::ptrdiff_t>(uses.size()));
 }
 
-int GrowthWatch::threads() const { return uses.back().threads - warm().threads; }
+std::int64_t GrowthWatch::pagesKiB() const {
+  constexpr auto kLess = [](const ProcessUse& a, const ProcessUse& b) { return a.ownKiB < b.ownKiB; };
+  return std::min_element(uses.end() - cyclesOfEnd(), uses.end(), kLess)->ownKiB -
+         std::max_element(uses.begin(), uses.begin() + cyclesOfEnd(), kLess)->ownKiB;
+}
+
+int GrowthWatch::threads() const {
+  constexpr auto kFewer = [](const ProcessUse& a, const ProcessUse& b) { return a.threads < b.threads; };
+  return std::min_element(uses.end() - cyclesOfEnd(), uses.end(), kFewer)->threads -
+         std::min_element(uses.begin(), uses.begin() + cyclesOfEnd(), kFewer)->threads;
+}
 
 int GrowthWatch::files() const { return uses.back().files - warm().files; }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,7 +21,8 @@ ProcessUse processUse();
 
 /// What repeated cycles leave behind, from the end of the tenth on. The allocator takes and returns pages by where its
 /// free blocks happen to lie, up to a MiB in either direction, so that pages count only if the last cycles all have
-/// more than each of the first.
+/// more than each of the first. A thread that has been waited for is counted until the system has cleaned up behind it,
+/// so that the fewest of the last ten cycles and of the first are compared.
 class GrowthWatch {
  public:
   static constexpr int kWarmCycles = 10;
@@ -35,6 +37,8 @@ class GrowthWatch {
 
  private:
   const ProcessUse& warm() const;
+  /// How many cycles count as the first or the last ones.
+  std::ptrdiff_t cyclesOfEnd() const;
 
   std::vector<ProcessUse> uses;
 };
