@@ -57,10 +57,29 @@ BuiltControl built(std::shared_ptr<Widget> widget) {
   return {.control = std::move(widget), .component = itself, .spoken = itself};
 }
 
+template <typename Widget>
+BuiltControl withImages(const ImageSet& images) {
+  auto widget = std::make_shared<Widget>();
+  widget->setImages(images);
+  return built(std::move(widget));
+}
+
 }  // namespace
 
 PanelBuilder::PanelBuilder(IBramelImageProvider& provider)
-    : images(provider), sweepStrip(sweepFrames(provider)), centredStrip(centredFrames(provider)) {}
+    : sweepStrip(sweepFrames(provider)),
+      centredStrip(centredFrames(provider)),
+      faderHandle(imageNamed(provider, panel::kFaderHandle)) {
+  for (std::size_t row = 0; row < stateImages.size(); ++row) {
+    std::vector<juce::Image> states;
+    for (const char* const name : panel::kStateImages[row].names) {
+      if (name != nullptr) {
+        states.push_back(imageNamed(provider, name));
+      }
+    }
+    stateImages[row] = makeImageSet(std::move(states));
+  }
+}
 
 BuiltControl PanelBuilder::make(ControlKind kind, std::uint64_t stepCount) const {
   switch (kind) {
@@ -77,7 +96,8 @@ BuiltControl PanelBuilder::make(ControlKind kind, std::uint64_t stepCount) const
   }
   const auto* const row = std::find_if(panel::kStateImages.begin(), panel::kStateImages.end(),
                                        [kind](const panel::StateImages& entry) { return entry.kind == kind; });
-  return row->names.back() == nullptr ? makeButton(*row) : makeSwitch(*row);
+  const ImageSet& states = stateImages[static_cast<std::size_t>(row - panel::kStateImages.begin())];
+  return states->size() == 2 ? withImages<BWToggleButton>(states) : withImages<BWToggleSwitch>(states);
 }
 
 BuiltControl PanelBuilder::makeKnob(const ImageSet& strip) const {
@@ -92,26 +112,8 @@ BuiltControl PanelBuilder::makeFader() const {
   auto fader = std::make_shared<BWImageSlider>();
   fader->setVertical(true);
   fader->setSensitivity(panel::kFaderSensitivity);
-  fader->setHandle(imageNamed(images, panel::kFaderHandle), panel::kFaderHandleSize.width,
-                   panel::kFaderHandleSize.height);
+  fader->setHandle(faderHandle, panel::kFaderHandleSize.width, panel::kFaderHandleSize.height);
   return built(std::move(fader));
-}
-
-BuiltControl PanelBuilder::makeButton(const panel::StateImages& row) const {
-  auto button = std::make_shared<BWToggleButton>();
-  button->setOffImage(imageNamed(images, row.names[0]));
-  button->setOnImage(imageNamed(images, row.names[1]));
-  return built(std::move(button));
-}
-
-BuiltControl PanelBuilder::makeSwitch(const panel::StateImages& row) const {
-  auto control = std::make_shared<BWToggleSwitch>();
-  std::vector<juce::Image> states;
-  for (const char* const name : row.names) {
-    states.push_back(imageNamed(images, name));
-  }
-  control->setImages(makeImageSet(std::move(states)));
-  return built(std::move(control));
 }
 
 }  // namespace tesh::bramel::plugin::sivray

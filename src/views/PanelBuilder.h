@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 
@@ -31,12 +32,11 @@ class PanelBuilder {
  private:
   BuiltControl makeKnob(const ImageSet& strip) const;
   BuiltControl makeFader() const;
-  BuiltControl makeButton(const panel::StateImages& row) const;
-  BuiltControl makeSwitch(const panel::StateImages& row) const;
 
-  IBramelImageProvider& images;
   ImageSet sweepStrip;
   ImageSet centredStrip;
+  juce::Image faderHandle;
+  std::array<ImageSet, panel::kStateImages.size()> stateImages;  ///< By the rows of the table.
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -68,7 +68,7 @@ void SivrayEditView::createPageButtons() {
   pageSelector->setListener(this);
   for (std::size_t page = 0; page < kPageCount; ++page) {
     const ButtonRow& row = kPageButtons[page];
-    pageButtons.push_back(addButton(*this, row.bounds, row.off, row.on));
+    pageButtons.push_back(addButton(*this, row.bounds, imagesOf(row.off, row.on)));
     pageButtons.back()->setTitle(kTitles[page]);
   }
   pageSelector->setButtons({pageButtons.begin(), pageButtons.end()});
@@ -79,9 +79,10 @@ void SivrayEditView::createPads() {
   padContainer->setInterceptsMouseClicks(false, true);
   padContainer->setBounds(kPadContainer);
   addAndMakeVisible(*padContainer);
+  const ImageSet padImages = imagesOf(kPadOff, kPadOn);
   BWVirtualDrumPadGroup::Pads pads;
   for (std::size_t pad = 0; pad < kPads; ++pad) {
-    const auto button = addButton(*padContainer, {kPadX[pad], 0, kPadSize, kPadSize}, kPadOff, kPadOn);
+    const auto button = addButton(*padContainer, {kPadX[pad], 0, kPadSize, kPadSize}, padImages);
     button->setMomentary(true);
     button->setTitle("Pad " + juce::String(pad + 1));
     if (model().getEditorKind() == 1) {
@@ -111,8 +112,9 @@ void SivrayEditView::createProgramBar() {
 
 void SivrayEditView::createDisplays() {
   const juce::Font face = font(kDisplayFace, kPadDisplayHeight);
+  const ImageSet displayImages = imagesOf(kDisplayImage, kDisplayImage);
   for (std::size_t pad = 0; pad < kPads; ++pad) {
-    const auto display = addButton(*this, inColumn(kDisplay, pad), kDisplayImage, kDisplayImage);
+    const auto display = addButton(*this, inColumn(kDisplay, pad), displayImages);
     display->setMomentary(true);
     display->setTitle("Sample of pad " + juce::String(pad + 1));
     display->setProperty(keys::kSample, makeBox<std::uint64_t>(pad));
@@ -155,11 +157,14 @@ void SivrayEditView::createMasterSection() {
   secondEditLabel->setFont(captions);
 }
 
+ImageSet SivrayEditView::imagesOf(const char* off, const char* on) const {
+  return makeImageSet({image(off), image(on)});
+}
+
 std::shared_ptr<BWToggleButton> SivrayEditView::addButton(juce::Component& parent, juce::Rectangle<int> bounds,
-                                                          const char* off, const char* on) {
+                                                          ImageSet images) {
   auto button = std::make_shared<BWToggleButton>();
-  button->setOffImage(image(off));
-  button->setOnImage(image(on));
+  button->setImages(std::move(images));
   button->setBounds(bounds);
   parent.addAndMakeVisible(*button);
   return button;

@@ -55,8 +55,8 @@ class SivrayEditView : public BWPluginEditView, public IContinuedView {
   void createDisplays();
   void createPadControls();
   void createMasterSection();
-  std::shared_ptr<BWToggleButton> addButton(juce::Component& parent, juce::Rectangle<int> bounds, const char* off,
-                                            const char* on);
+  ImageSet imagesOf(const char* off, const char* on) const;
+  std::shared_ptr<BWToggleButton> addButton(juce::Component& parent, juce::Rectangle<int> bounds, ImageSet images);
   std::unique_ptr<PanelText> addText(juce::Rectangle<int> bounds, std::uint32_t colour);
   void addControl(juce::Component& parent, std::size_t macro, panel::ControlKind kind, juce::Rectangle<int> bounds);
   std::function<void(SivrayEditView&)> popupContinuation() const;

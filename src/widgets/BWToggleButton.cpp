@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWToggleButton.h"
 
+#include <utility>
+
 namespace tesh::bramel {
 namespace {
 
@@ -38,28 +40,38 @@ PanelText& BWToggleButton::getText() {
   return *text;
 }
 
-void BWToggleButton::setImage(Slot slot, const juce::Image& image) {
-  images[slot] = image;
-  giveImages();
-}
-
-void BWToggleButton::giveImages() {
-  list.setImages(makeImageSet({images.begin(), images.end()}));
+void BWToggleButton::setImages(ImageSet newImages) {
+  images = std::move(newImages);
+  list.setImages(images);
   refresh();
 }
 
-// Called once a button is held that shows it. One copy serves both states if they look alike.
+void BWToggleButton::setImage(Slot slot, const juce::Image& image) {
+  std::vector<juce::Image> changed = allImages();
+  changed[slot] = image;
+  setImages(makeImageSet(std::move(changed)));
+}
+
+std::vector<juce::Image> BWToggleButton::allImages() const {
+  std::vector<juce::Image> all = images == nullptr ? std::vector<juce::Image>() : *images;
+  all.resize(kSlots);
+  return all;
+}
+
+// One copy serves both states if they look alike.
 void BWToggleButton::darken() {
-  const bool lacksOff = images[pressedOff].isNull() && images[off].isValid();
-  const bool lacksOn = images[pressedOn].isNull() && images[on].isValid();
+  std::vector<juce::Image> all = allImages();
+  const bool lacksOff = all[pressedOff].isNull() && all[off].isValid();
+  const bool lacksOn = all[pressedOn].isNull() && all[on].isValid();
   if (lacksOff) {
-    images[pressedOff] = darkened(images[off]);
+    all[pressedOff] = darkened(all[off]);
   }
   if (lacksOn) {
-    images[pressedOn] = images[on] == images[off] ? images[pressedOff] : darkened(images[on]);
+    all[pressedOn] = all[on] == all[off] ? all[pressedOff] : darkened(all[on]);
   }
   if (lacksOff || lacksOn) {
-    list.setImages(makeImageSet({images.begin(), images.end()}));
+    images = makeImageSet(std::move(all));
+    list.setImages(images);
   }
 }
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
 #include <memory>
+#include <vector>
 
 #include "widgets/BWButtonBase.h"
 #include "widgets/BWImageListView.h"
@@ -19,6 +19,8 @@ class BWToggleButton : public BWButtonBase {
 
   BWToggleButton();
 
+  /// Off and on, and pressed off and pressed on where they are given. Buttons that look alike share one set.
+  void setImages(ImageSet newImages);
   void setOffImage(const juce::Image& image) { setImage(off, image); }
   void setOnImage(const juce::Image& image) { setImage(on, image); }
   /// Pressed images that are not given are made at the first press: the others, every pixel darker by 0.3.
@@ -42,13 +44,14 @@ class BWToggleButton : public BWButtonBase {
   void refresh() override;
 
  private:
-  enum Slot : std::size_t { off, on, pressedOff, pressedOn };
+  enum Slot : std::size_t { off, on, pressedOff, pressedOn, kSlots };
 
   void setImage(Slot slot, const juce::Image& image);
-  void giveImages();
+  /// The images of all four slots, empty where there is none.
+  std::vector<juce::Image> allImages() const;
   void darken();
 
-  std::array<juce::Image, 4> images;
+  ImageSet images;  ///< Null for none.
   BWImageListView list;
   std::unique_ptr<PanelText> text;  ///< Null until it is asked for, as most buttons have none.
   juce::BorderSize<int> imageBorder;
