@@ -74,6 +74,10 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   # is not used.
   set(juce_options -O1 -g0 "$<$<PLATFORM_ID:Linux>:-ffunction-sections;-fdata-sections>")
   target_compile_options(sivray_juce_modules PRIVATE ${juce_options})
+  # All but the painting and decoding of pictures, which is most of the work of a panel that opens.
+  get_target_property(sources juce::juce_graphics INTERFACE_SOURCES)
+  list(FILTER sources INCLUDE REGEX "/juce_graphics\\.cpp$")
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -O2)
   if(WIN32)
     # It can tell the day on which it was compiled, which would end up in what users get.
     target_compile_options(sivray_juce_modules PRIVATE -Wno-builtin-macro-redefined
