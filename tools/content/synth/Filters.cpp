@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "content/synth/Lanes.h"
 #include "content/synth/Math.h"
 
 namespace sivray::content {
@@ -74,6 +75,21 @@ void Biquad::run(Signal& signal) const {
   Biquad filter = *this;
   for (double& sample : signal) {
     sample = filter.next(sample);
+  }
+}
+
+void Biquad::run(Sound& sound) const {
+  if (sound.size() == 1) {
+    run(sound.front());
+    return;
+  }
+  Signal& left = sound.front();
+  Signal& right = sound.back();
+  State<TwoLanes> state;
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    const TwoLanes out = next(TwoLanes{left[i], right[i]}, state);
+    left[i] = out[0];
+    right[i] = out[1];
   }
 }
 

@@ -17,15 +17,25 @@ class Biquad {
   /// A resonator: a unit impulse makes it ring with amplitude 1, falling 60 dB in `t60` seconds.
   static Biquad resonator(double hertz, double t60);
 
-  double next(double x) {
-    const double y = b0 * x + z1;
-    z1 = b1 * x - a1 * y + z2;
-    z2 = b2 * x - a2 * y;
+  /// What a filter keeps of a number, or of each of several side by side.
+  template <typename Value>
+  struct State {
+    Value z1{}, z2{};
+  };
+
+  template <typename Value>
+  Value next(const Value& x, State<Value>& state) const {
+    const Value y = b0 * x + state.z1;
+    state.z1 = b1 * x - a1 * y + state.z2;
+    state.z2 = b2 * x - a2 * y;
     return y;
   }
 
+  double next(double x) { return next(x, own); }
+
   /// Filters in place, from rest.
   void run(Signal& signal) const;
+  void run(Sound& sound) const;
 
   /// The same with several filters, one after the other. In one pass, because each sample waits for the one before in
   /// its own filter alone.
@@ -38,7 +48,7 @@ class Biquad {
 
  private:
   double b0 = 1.0, b1 = 0.0, b2 = 0.0, a1 = 0.0, a2 = 0.0;
-  double z1 = 0.0, z2 = 0.0;
+  State<double> own;
 };
 
 /// Where a state-variable filter is tuned: the tangent of half its frequency. Filters of one frequency share it.

@@ -1,35 +1,50 @@
-// Four numbers side by side, for loops over as many frames or modes at once. Each lane computes what a number alone
-// does, so that samples have the same bits with any register width.
+// Numbers side by side in the processor's registers, for loops over several frames or modes at once. Each lane computes
+// what a number alone does, so that samples have the same bits with any register.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>
 #include <cstring>
+#include <type_traits>
 
 namespace sivray::content {
 
-inline constexpr std::size_t kLanes = 4;
+/// Two numbers, which every processor has registers for, and four, for which it takes AVX. Functions take and give them
+/// by reference: without AVX, GCC warns of those that do by value.
+using TwoLanes = double __attribute__((vector_size(2 * sizeof(double))));
+using FourLanes = double __attribute__((vector_size(4 * sizeof(double))));
 
-/// Functions take and give them by reference: without AVX, GCC warns of those that do by value.
-using Doubles = double __attribute__((vector_size(kLanes * sizeof(double))));
+template <typename Lanes>
+inline constexpr std::size_t kLanesOf = sizeof(Lanes) / sizeof(double);
 
-inline void load(Doubles& to, const double* from) { std::memcpy(&to, from, sizeof to); }
-
-inline void store(double* to, const Doubles& from) { std::memcpy(to, &from, sizeof from); }
-
-inline void addTo(double* samples, const Doubles& more) {
-  Doubles sum;
-  load(sum, samples);
-  sum += more;
-  store(samples, sum);
+template <typename Lanes>
+void load(Lanes& to, const double* from) {
+  std::memcpy(&to, from, sizeof to);
 }
 
-// Before a function: compiles it, and what it calls in the same file, a second time for processors with AVX2, which
-// have registers for all four lanes.
-#if defined(__linux__) && defined(__x86_64__) && !defined(__clang__)
-#define SIVRAY_ALSO_FOR_AVX2 [[gnu::target_clones("avx2", "default"), gnu::flatten]]
-#else
-#define SIVRAY_ALSO_FOR_AVX2
+template <typename Lanes>
+void store(double* to, const Lanes& from) {
+  std::memcpy(to, &from, sizeof from);
+}
+
+#if defined(__linux__) && defined(__x86_64__)
+template <typename Work>
+[[gnu::target("avx2"), gnu::flatten]] void runInFourLanes(const Work& work) {
+  work(std::type_identity<FourLanes>());
+}
 #endif
+
+/// Calls `work` with the identity of FourLanes where the processor has AVX2, else of TwoLanes. What it calls in the
+/// same file is compiled for either.
+template <typename Work>
+void runInLanes(const Work& work) {
+#if defined(__linux__) && defined(__x86_64__)
+  if (__builtin_cpu_supports("avx2")) {
+    runInFourLanes(work);
+    return;
+  }
+#endif
+  work(std::type_identity<TwoLanes>());
+}
 
 }  // namespace sivray::content

@@ -35,8 +35,12 @@ std::size_t audibleFrames(const Mode& mode, std::size_t limit) {
 
 /// A decaying sine, four frames at a time. With r the fall and w the angle of a frame, each four follow from the eight
 /// before: y[n + 8] = 2 r^4 cos(4 w) y[n + 4] - r^8 y[n].
+template <typename Lanes>
 class Partial {
  public:
+  static constexpr std::size_t kFrames = 4;
+  using Frames = std::array<Lanes, kFrames / kLanesOf<Lanes>>;
+
   /// Silence.
   Partial() = default;
 
@@ -45,35 +49,39 @@ class Partial {
     const double fall = decayPerFrame(mode.t60);
     const std::complex<double> turn{cosineOfTurns(angle) * fall, sineOfTurns(angle) * fall};
     std::complex<double> place{cosineOfTurns(mode.phase) * mode.gain, sineOfTurns(mode.phase) * mode.gain};
-    for (Doubles* const frames : {&now, &later}) {
-      for (std::size_t i = 0; i < kLanes; ++i) {
-        (*frames)[i] = place.imag();
+    for (Frames* const frames : {&now, &later}) {
+      for (std::size_t i = 0; i < kFrames; ++i) {
+        (*frames)[i / kLanesOf<Lanes>][i % kLanesOf<Lanes>] = place.imag();
         place = product(place, turn);
       }
     }
     const std::complex<double> half = product(turn, turn);
     const std::complex<double> four = product(half, half);
-    forward += 2.0 * four.real();
-    back += four.real() * four.real() + four.imag() * four.imag();
+    forward = 2.0 * four.real();
+    back = four.real() * four.real() + four.imag() * four.imag();
     level = mode.attack > 0.0 ? 0.0 : 1.0;
   }
 
   bool hasRisen() const { return level == 1.0; }
 
-  void next(Doubles& frames) {
+  void next(Frames& frames) {
     frames = now;
     now = later;
-    later = forward * later - back * frames;
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+      later[i] = forward * later[i] - back * frames[i];
+    }
   }
 
   /// Lets the level rise over the frames that `next` has given.
-  void shape(Doubles& frames) {
-    Doubles levels{};
-    for (std::size_t i = 0; i < kLanes; ++i) {
-      levels[i] = level;
-      level = std::min(level + rise, 1.0);
+  void shape(Frames& frames) {
+    for (Lanes& some : frames) {
+      Lanes levels{};
+      for (std::size_t i = 0; i < kLanesOf<Lanes>; ++i) {
+        levels[i] = level;
+        level = std::min(level + rise, 1.0);
+      }
+      some *= levels;
     }
-    frames *= levels;
   }
 
  private:
@@ -81,46 +89,55 @@ class Partial {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
   }
 
-  Doubles now{}, later{}, forward{}, back{};
+  Frames now{}, later{};
+  double forward = 0.0;
+  double back = 0.0;
   double rise = 1.0;
   double level = 1.0;
 };
 
 /// Partials that run side by side. What they add is the sum of two pairs.
-using Four = std::array<Partial, 4>;
+template <typename Lanes>
+using Four = std::array<Partial<Lanes>, 4>;
 
-/// Adds the next frames, whose number is a multiple of four.
-SIVRAY_ALSO_FOR_AVX2
-void addFour(std::span<double> samples, Four& running) {
-  Four four = running;
+/// Adds the next frames, whose number is a multiple of Partial::kFrames.
+template <typename Lanes>
+void addFour(std::span<double> samples, Four<Lanes>& running) {
+  Four<Lanes> four = running;
   const auto add = [&samples, &four](auto shape) {
-    for (std::size_t frame = 0; frame < samples.size(); frame += kLanes) {
-      std::array<Doubles, 4> out{};
+    for (double* to = samples.data(); to != samples.data() + samples.size(); to += Partial<Lanes>::kFrames) {
+      std::array<typename Partial<Lanes>::Frames, 4> out{};
       for (std::size_t i = 0; i < out.size(); ++i) {
         four[i].next(out[i]);
         shape(four[i], out[i]);
       }
-      addTo(samples.data() + frame, (out[0] + out[1]) + (out[2] + out[3]));
+      for (std::size_t i = 0; i < out[0].size(); ++i) {
+        Lanes sum;
+        load(sum, to + i * kLanesOf<Lanes>);
+        sum += (out[0][i] + out[1][i]) + (out[2][i] + out[3][i]);
+        store(to + i * kLanesOf<Lanes>, sum);
+      }
     }
   };
-  if (std::ranges::all_of(four, &Partial::hasRisen)) {
-    add([](Partial&, Doubles&) {});
+  if (std::ranges::all_of(four, &Partial<Lanes>::hasRisen)) {
+    add([](auto&, auto&) {});
   } else {
-    add([](Partial& partial, Doubles& frames) { partial.shape(frames); });
+    add([](auto& partial, auto& frames) { partial.shape(frames); });
   }
   running = four;
 }
 
 /// Adds the sums of both fours.
-void addEight(std::span<double> samples, std::array<Four, 2>& fours) {
+template <typename Lanes>
+void addEight(std::span<double> samples, std::array<Four<Lanes>, 2>& fours) {
   constexpr std::size_t kStretch = 512;
+  constexpr std::size_t kStep = Partial<Lanes>::kFrames;
   std::array<double, kStretch> sums;
   while (!samples.empty()) {
     const std::size_t count = std::min(samples.size(), kStretch);
-    const std::size_t whole = (count + kLanes - 1) / kLanes * kLanes;
     sums.fill(0.0);
-    for (Four& four : fours) {
-      addFour(std::span(sums).first(whole), four);
+    for (Four<Lanes>& four : fours) {
+      addFour<Lanes>(std::span(sums).first((count + kStep - 1) / kStep * kStep), four);
     }
     for (std::size_t i = 0; i < count; ++i) {
       samples[i] += sums[i];
@@ -129,8 +146,31 @@ void addEight(std::span<double> samples, std::array<Four, 2>& fours) {
   }
 }
 
-/// Up to four modes that follow a glide, side by side in a vector. Each lane computes what addTone does, and a sample
-/// takes the lanes up one after another.
+/// A mode, and the frames for which it is heard.
+struct HeardMode {
+  const Mode* mode;
+  std::size_t frames;
+};
+
+template <typename Lanes>
+void addHeard(Signal& signal, std::span<const HeardMode> modes) {
+  for (auto next = modes.begin(); next != modes.end();) {
+    const std::size_t frames = next->frames;
+    std::array<Four<Lanes>, 2> fours;
+    for (Four<Lanes>& four : fours) {
+      for (Partial<Lanes>& partial : four) {
+        if (next != modes.end()) {
+          partial = Partial<Lanes>(*next++->mode);
+        }
+      }
+    }
+    addEight<Lanes>(std::span(signal).first(frames), fours);
+  }
+}
+
+/// Modes that follow a glide, as many as there are lanes. Each lane computes what addTone does, and a sample takes the
+/// lanes up one after another.
+template <typename Lanes>
 class GlidingModes {
  public:
   explicit GlidingModes(std::span<const Mode> modes) {
@@ -141,41 +181,38 @@ class GlidingModes {
       attack[i] = static_cast<double>(framesOf(modes[i].attack));
       fall[i] = decayPerFrame(modes[i].t60);
       level[i] = 1.0;
+      risen = std::max(risen, framesOf(modes[i].attack));
     }
   }
 
-  SIVRAY_ALSO_FOR_AVX2
   void addTo(Signal& signal, std::span<const double> ratios) {
-    const Doubles zero{};
-    const Doubles one = zero + 1.0;
-    const Doubles highest = zero + kNyquist;
-    const auto risen =
-        static_cast<std::size_t>(std::max(std::max(attack[0], attack[1]), std::max(attack[2], attack[3])));
-    for (std::size_t frame = 0; frame < signal.size(); ++frame) {
-      Doubles wave = level;
+    const Lanes zero{};
+    const Lanes one = zero + 1.0;
+    const Lanes highest = zero + kNyquist;
+    for (std::size_t frame = 0; frame < signal.size() && !isOver(); ++frame) {
+      Lanes wave = level;
       if (frame < risen) {
         rise(static_cast<double>(frame), wave);
       } else {
         level *= fall;
         level = level < kSilence ? zero : level;
       }
-      Doubles sine;
+      Lanes sine;
       sineOfPhases(sine);
       wave = gain * wave * sine;
-      signal[frame] = (((signal[frame] + wave[0]) + wave[1]) + wave[2]) + wave[3];
-      const Doubles gliding = hertz * ratios[frame];
+      for (std::size_t i = 0; i < kLanesOf<Lanes>; ++i) {
+        signal[frame] += wave[i];
+      }
+      const Lanes gliding = hertz * ratios[frame];
       phase += (gliding > highest ? highest : gliding) / kSampleRate;
       phase -= phase >= 1.0 ? one : zero;
-      if (level[0] + level[1] + level[2] + level[3] == 0.0) {
-        return;
-      }
     }
   }
 
  private:
   /// Gives the levels of a frame in which not all lanes have risen.
-  void rise(double frame, Doubles& levels) {
-    for (std::size_t i = 0; i < kLanes; ++i) {
+  void rise(double frame, Lanes& levels) {
+    for (std::size_t i = 0; i < kLanesOf<Lanes>; ++i) {
       if (frame < attack[i]) {
         levels[i] = frame / attack[i];
       } else {
@@ -186,16 +223,32 @@ class GlidingModes {
   }
 
   /// As sineOfTurns of the phases.
-  void sineOfPhases(Doubles& sine) const {
-    const Doubles half = Doubles{} + 0.5;
-    sine = phase - (phase + half >= 1.0 ? Doubles{} + 1.0 : Doubles{});
+  void sineOfPhases(Lanes& sine) const {
+    const Lanes half = Lanes{} + 0.5;
+    sine = phase - (phase + half >= 1.0 ? Lanes{} + 1.0 : Lanes{});
     sine = sine > 0.25 ? half - sine : sine;
     sine = sine < -0.25 ? -half - sine : sine;
     replaceBySine(sine);
   }
 
-  Doubles hertz{}, gain{}, phase{}, attack{}, fall{}, level{};
+  bool isOver() const {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < kLanesOf<Lanes>; ++i) {
+      sum += level[i];
+    }
+    return sum == 0.0;
+  }
+
+  Lanes hertz{}, gain{}, phase{}, attack{}, fall{}, level{};
+  std::size_t risen = 0;
 };
+
+template <typename Lanes>
+void addGliding(Signal& signal, std::span<const Mode> modes, std::span<const double> ratios) {
+  for (std::size_t i = 0; i < modes.size(); i += kLanesOf<Lanes>) {
+    GlidingModes<Lanes>(modes.subspan(i, std::min(kLanesOf<Lanes>, modes.size() - i))).addTo(signal, ratios);
+  }
+}
 
 }  // namespace
 
@@ -255,39 +308,22 @@ void addTone(Signal& signal, const Tone& tone) {
 }
 
 void addModes(Signal& signal, std::span<const Mode> modes) {
-  struct Heard {
-    const Mode* mode;
-    std::size_t frames;
-  };
-  std::vector<Heard> heard;
+  std::vector<HeardMode> heard;
   for (const Mode& mode : modes) {
     if (mode.hertz < kHighestMode) {
       heard.push_back({&mode, audibleFrames(mode, signal.size())});
     }
   }
   // Those that run side by side end together: the ones that are heard for as long.
-  std::ranges::stable_sort(heard, std::greater(), &Heard::frames);
-  for (auto next = heard.begin(); next != heard.end();) {
-    const std::size_t frames = next->frames;
-    std::array<Four, 2> fours;
-    for (Four& four : fours) {
-      for (Partial& partial : four) {
-        if (next != heard.end()) {
-          partial = Partial(*next++->mode);
-        }
-      }
-    }
-    addEight(std::span(signal).first(frames), fours);
-  }
+  std::ranges::stable_sort(heard, std::greater(), &HeardMode::frames);
+  runInLanes([&]<typename Lanes>(std::type_identity<Lanes>) { addHeard<Lanes>(signal, heard); });
 }
 
 void addModes(Signal& signal, std::span<const Mode> modes, const Glide& glide) {
   std::vector<double> ratios(signal.size());
   GlideRatio ratio(glide);
   std::ranges::generate(ratios, [&] { return ratio.next(); });
-  for (std::size_t i = 0; i < modes.size(); i += kLanes) {
-    GlidingModes(modes.subspan(i, std::min(kLanes, modes.size() - i))).addTo(signal, ratios);
-  }
+  runInLanes([&]<typename Lanes>(std::type_identity<Lanes>) { addGliding<Lanes>(signal, modes, ratios); });
 }
 
 void addNoise(Signal& signal, Noise noise, const NoiseBand& band) {

@@ -39,10 +39,10 @@ struct Tap {
 
 /// Adds the source at each tap, to each sample in the order of the taps. Some samples go through all taps together, so
 /// that their sums stay in registers.
-SIVRAY_ALSO_FOR_AVX2
-void addTaps(Signal& signal, const Signal& source, std::span<const Tap> taps) {
-  constexpr std::size_t kVectors = 6;
-  constexpr std::size_t kTogether = kVectors * kLanes;
+template <typename Lanes>
+void addTapsIn(Signal& signal, const Signal& source, std::span<const Tap> taps) {
+  constexpr std::size_t kTogether = 24;
+  constexpr std::size_t kRegisters = kTogether / kLanesOf<Lanes>;
   std::size_t start = 0;
   const auto addLate = [&](auto tap, std::size_t end) {
     for (; tap != taps.end() && tap->offset < end; ++tap) {
@@ -52,28 +52,32 @@ void addTaps(Signal& signal, const Signal& source, std::span<const Tap> taps) {
     }
   };
   for (; start + kTogether <= signal.size(); start += kTogether) {
-    std::array<Doubles, kVectors> sums;
-#pragma GCC unroll 6
-    for (std::size_t i = 0; i < kVectors; ++i) {
-      load(sums[i], signal.data() + start + i * kLanes);
+    std::array<Lanes, kRegisters> sums;
+#pragma GCC unroll 12
+    for (std::size_t i = 0; i < kRegisters; ++i) {
+      load(sums[i], signal.data() + start + i * kLanesOf<Lanes>);
     }
     auto tap = taps.begin();
     for (; tap != taps.end() && tap->offset <= start; ++tap) {
       const double* const from = source.data() + (start - tap->offset);
-#pragma GCC unroll 6
-      for (std::size_t i = 0; i < kVectors; ++i) {
-        Doubles samples;
-        load(samples, from + i * kLanes);
+#pragma GCC unroll 12
+      for (std::size_t i = 0; i < kRegisters; ++i) {
+        Lanes samples;
+        load(samples, from + i * kLanesOf<Lanes>);
         sums[i] += samples * tap->gain;
       }
     }
-#pragma GCC unroll 6
-    for (std::size_t i = 0; i < kVectors; ++i) {
-      store(signal.data() + start + i * kLanes, sums[i]);
+#pragma GCC unroll 12
+    for (std::size_t i = 0; i < kRegisters; ++i) {
+      store(signal.data() + start + i * kLanesOf<Lanes>, sums[i]);
     }
     addLate(tap, start + kTogether);
   }
   addLate(taps.begin(), signal.size());
+}
+
+void addTaps(Signal& signal, const Signal& source, std::span<const Tap> taps) {
+  runInLanes([&]<typename Lanes>(std::type_identity<Lanes>) { addTapsIn<Lanes>(signal, source, taps); });
 }
 
 /// Returns echoes at irregular times with falling levels, of total power 1.

@@ -77,7 +77,7 @@ void crush(Signal& signal, double hertz, double bits) {
   }
 }
 
-void filterAndDrive(Signal& signal, const Parameters& p) {
+void crushAndDrive(Signal& signal, const Parameters& p) {
   if (p["clock"] < kSampleRate || p["bits"] < 16.0) {
     crush(signal, p["clock"], p["bits"]);
   }
@@ -87,14 +87,17 @@ void filterAndDrive(Signal& signal, const Parameters& p) {
       sample = saturate(sample * gain);
     }
   }
+}
+
+void filter(Sound& sound, const Parameters& p) {
   for (int i = 0; i < static_cast<int>(p["steep"]); ++i) {
-    Biquad::highPass(p["lowcut"]).run(signal);
+    Biquad::highPass(p["lowcut"]).run(sound);
   }
   if (p["highcut"] < 20000.0) {
-    Biquad::lowPass(p["highcut"]).run(signal);
+    Biquad::lowPass(p["highcut"]).run(sound);
   }
   if (p["shelf"] != 0.0) {
-    Biquad::highShelf(p["shelfhz"], p["shelf"]).run(signal);
+    Biquad::highShelf(p["shelfhz"], p["shelf"]).run(sound);
   }
 }
 
@@ -167,13 +170,18 @@ Sound makeSound(const Model& model, const Parameters& p, std::uint64_t seed) {
     sound.push_back(playStrokes(model, p, seed, channel));
   }
   normaliseTogether(sound);
+  for (Signal& signal : sound) {
+    crushAndDrive(signal, p);
+  }
+  filter(sound, p);
   for (int channel = 0; channel < channels; ++channel) {
     Signal& signal = sound[static_cast<std::size_t>(channel)];
-    filterAndDrive(signal, p);
     const Random own = Dice(seed, channel).own;
     addRoom(signal, own, {p["room"], p.seconds("roomms"), p["roombright"], p["early"]});
     addHall(signal, own, {p["hall"], p.seconds("hallms"), p["hallbright"]});
-    Biquad::highPass(20.0).run(signal);
+  }
+  Biquad::highPass(20.0).run(sound);
+  for (Signal& signal : sound) {
     gate(signal, p);
   }
   const bool isReversed = p["reverse"] > 0.5;

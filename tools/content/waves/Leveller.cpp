@@ -9,6 +9,7 @@
 #include <numeric>
 
 #include "content/synth/Filters.h"
+#include "content/synth/Lanes.h"
 #include "content/synth/Math.h"
 #include "content/synth/Parts.h"
 
@@ -66,44 +67,50 @@ class Bend {
 };
 
 /// Returns the loudness of the sound that `change` makes of each sample. Goes no further than to the stretch in which
-/// that exceeds `enough`.
+/// that exceeds `enough`. A mono sound is as loud as one of two equal channels.
 template <typename Change>
 double loudnessOf(const Sound& sound, Change change, double enough) {
-  struct Ear {
-    Biquad head = Biquad::highPass(60.0, 0.5);
-    Biquad canal = Biquad::highShelf(1700.0, 4.0);
-  };
-  std::vector<Ear> ears(sound.size());
-  const double share = 1.0 / static_cast<double>(sound.size());
+  const Biquad head = Biquad::highPass(60.0, 0.5);
+  const Biquad canal = Biquad::highShelf(1700.0, 4.0);
+  Biquad::State<TwoLanes> inHead;
+  Biquad::State<TwoLanes> inCanal;
+  const Signal& left = sound.front();
+  const Signal& right = sound.back();
   // The window slides out of one stretch into the next, so that a frame leaves it when the next stretch's frame enters.
   const std::size_t window = framesOf(kWindowSeconds);
   Signal power(window);
-  Signal before(window);
   double sum = 0.0;
   double highest = 0.0;
   double loudness = decibelsOf(0.0);
-  const std::size_t frames = sound.front().size();
-  for (std::size_t start = 0; start < frames && loudness <= enough; start += window) {
-    const std::size_t count = std::min(window, frames - start);
-    std::ranges::fill(power, 0.0);
-    for (std::size_t channel = 0; channel < sound.size(); ++channel) {
-      Ear ear = ears[channel];
-      const double* const samples = sound[channel].data() + start;
-      for (std::size_t i = 0; i < count; ++i) {
-        const double heard = ear.canal.next(ear.head.next(change(samples[i])));
-        power[i] += heard * heard * share;
-      }
-      ears[channel] = ear;
-    }
+  for (std::size_t start = 0; start < left.size() && loudness <= enough; start += window) {
+    const std::size_t count = std::min(window, left.size() - start);
     for (std::size_t i = 0; i < count; ++i) {
+      const TwoLanes both{change(left[start + i]), change(right[start + i])};
+      const TwoLanes heard = canal.next(head.next(both, inHead), inCanal);
+      const TwoLanes square = heard * heard;
+      const double before = power[i];
+      power[i] = square[0] * 0.5 + square[1] * 0.5;
       sum += power[i];
-      sum -= before[i];
+      sum -= before;
       highest = std::max(highest, sum);
     }
-    power.swap(before);
     loudness = decibelsOf(std::sqrt(highest / static_cast<double>(window)));
   }
   return loudness;
+}
+
+/// Returns the least bend that makes a sound of peak 1 as loud as wanted; else the most.
+Bend bendTo(const Sound& sound, double wanted) {
+  const double peak = peakOf(sound);
+  const auto isQuiet = [&](double bend) { return loudnessOf(sound, Bend(peak, bend), wanted) < wanted; };
+  double low = 0.0;
+  double high = kMostBend;
+  const int steps = isQuiet(high) ? 0 : kBendSteps;
+  for (int i = 0; i < steps; ++i) {
+    const double middle = 0.5 * (low + high);
+    (isQuiet(middle) ? low : high) = middle;
+  }
+  return {peak, high};
 }
 
 }  // namespace
@@ -118,19 +125,9 @@ void level(Sound& sound, double target) {
     return;
   }
   scale(sound, 1.0 / peak);
-  const auto isQuiet = [&sound, target](auto change) {
-    const double wanted = target - kHighestPeak;
-    return loudnessOf(sound, change, wanted) < wanted;
-  };
-  if (isQuiet(std::identity())) {
-    const double full = peakOf(sound);
-    double low = 0.0;
-    double high = kMostBend;
-    for (int i = 0; i < kBendSteps; ++i) {
-      const double middle = 0.5 * (low + high);
-      (isQuiet(Bend(full, middle)) ? low : high) = middle;
-    }
-    changeAll(sound, Bend(full, high));
+  const double wanted = target - kHighestPeak;
+  if (loudnessOf(sound, std::identity(), wanted) < wanted) {
+    changeAll(sound, bendTo(sound, wanted));
   }
   centre(sound);
   scale(sound, 1.0 / peakOf(sound));
