@@ -34,7 +34,7 @@ void addNote(Signal& signal, const Parameters& p, double hertz, double gain) {
     }
     const double amount = index * (floor + (1.0 - floor) * first.next());
     last = sineOfTurns(phase * ratio + feedback * last);
-    const double bright = index2 * second.next() * sineOfTurns(phase * ratio2);
+    const double bright = swing(index2 * second.next(), phase * ratio2);
     sample += gain * level.next() * sineOfTurns(phase + amount * last + bright);
     phase += std::min(hertz * glide.next(), kHighestPitch) / kSampleRate;
   }

@@ -1,6 +1,8 @@
 // Electronic hats, cymbals and cowbells: a cluster of square waves with inharmonic pitches, filtered to two bands that
 // decay separately.
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+
 #include "content/models/Models.h"
 #include "content/synth/Filters.h"
 #include "content/synth/Math.h"
@@ -43,7 +45,11 @@ Signal cluster(std::size_t frames, const Parameters& p, Dice& dice) {
 }
 
 void makeMetal(Signal& signal, const Parameters& p, Dice dice) {
-  Signal source = cluster(kSettleFrames + signal.size(), p, dice);
+  const Shape highShape{p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0};
+  const Shape midShape{p.seconds("attack"), p.seconds("hold"), p.seconds("midms"), 0.0};
+  const std::size_t frames =
+      std::max(Envelope::framesOf(highShape, signal.size()), Envelope::framesOf(midShape, signal.size()));
+  Signal source = cluster(kSettleFrames + frames, p, dice);
   const double noise = p["noise"];
   Noise hiss(dice, kMetalNoiseLayer, p["width"]);
   for (double& sample : source) {
@@ -55,12 +61,12 @@ void makeMetal(Signal& signal, const Parameters& p, Dice dice) {
     Biquad::bandPass(p["mid"], p["q"]).run(source);
   }
   Biquad::highPass(p["low"] * 0.5).run(source);
-  Envelope highFall({p.seconds("attack"), p.seconds("hold"), p.seconds("t60"), 0.0});
-  Envelope midFall({p.seconds("attack"), p.seconds("hold"), p.seconds("midms"), 0.0});
+  Envelope highFall(highShape);
+  Envelope midFall(midShape);
   Envelope tick({0.0, 0.0, kTickSeconds, 0.0});
   const double body = p["body"];
   const double tickGain = p["tick"];
-  for (std::size_t i = 0; i < signal.size(); ++i) {
+  for (std::size_t i = 0; i < frames; ++i) {
     const double blow = 1.0 + tickGain * tick.next();
     signal[i] += blow * (highFall.next() * high[kSettleFrames + i] + body * midFall.next() * source[kSettleFrames + i]);
   }

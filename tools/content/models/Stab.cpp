@@ -84,7 +84,10 @@ void makeStab(Signal& signal, const Parameters& p, Dice dice) {
     for (Oscillator& oscillator : all) {
       sum += oscillator.next(ratio);
     }
-    sum = sum * scale + noiseGain * puff.next() * noise.next();
+    sum *= scale;
+    if (noiseGain > 0.0 && !puff.isOver()) {
+      sum += noiseGain * puff.next() * noise.next();
+    }
     const double g = tuning.to(base * powerOfTwo(octaves * opening.next()));
     const double low = first.next(sum, g, q).low;
     sample += level.next() * second.next(low, g, 0.6).low;

@@ -41,11 +41,14 @@ void makeSweep(Signal& signal, const Parameters& p, Dice dice) {
     }
     const double place = std::min(time / seconds, 1.0);
     const double drift =
-        wander * (sineOfTurns(wanderStart + time * 0.71) + 0.6 * sineOfTurns(wanderStart + time * 1.83));
+        wander == 0.0
+            ? 0.0
+            : wander * (sineOfTurns(wanderStart + time * 0.71) + 0.6 * sineOfTurns(wanderStart + time * 1.83));
     const double g = tuning.to(from * powerOfTwo(octaves * place + drift));
     const double rise = std::min(time / swell, 1.0);
-    const double level = rise * factorOfDecibels(-swellDecibels * (1.0 - rise)) * fall.next();
-    const double gate = 1.0 - chop * (0.5 + 0.5 * sineOfTurns(time * chopHertz + 0.25));
+    const double swollen = rise < 1.0 ? rise * factorOfDecibels(-swellDecibels * (1.0 - rise)) : 1.0;
+    const double level = swollen * fall.next();
+    const double gate = chop == 0.0 ? 1.0 : 1.0 - chop * (0.5 + 0.5 * sineOfTurns(time * chopHertz + 0.25));
     const double once = pick(first.next(noise.next(), g, q), mode);
     sample += level * gate * pick(second.next(once, g, 0.7), mode);
     time += 1.0 / kSampleRate;

@@ -35,18 +35,24 @@ void addSinger(Signal& signal, const Parameters& p, Noise breath, double hertz, 
   const double seconds = p.seconds("ms");
   const double breathGain = p["breath"] * 0.3;
   const double vibrato = p["vib"] * 0.01 / 12.0;
+  std::array<double, kFormants> tuned{};
+  double place = 0.0;
   double time = 0.0;
   for (double& sample : signal) {
     if (level.isOver()) {
       return;
     }
-    const double wobble = 1.0 + vibrato * sineOfTurns(time * 5.4 + start);
+    const double wobble = 1.0 + swing(vibrato, time * 5.4 + start);
     const double source = soft.next(pulses.saw(hertz * glide.next() * wobble)) + breathGain * breath.next();
-    const double place = std::min(time / seconds, 1.0);
+    if (place < 1.0) {
+      place = std::min(time / seconds, 1.0);
+      for (std::size_t i = 0; i < kFormants; ++i) {
+        tuned[i] = tunings[i].to(from[i] * powerOfTwo(octaves[i] * place));
+      }
+    }
     double sum = 0.0;
     for (std::size_t i = 0; i < kFormants; ++i) {
-      const double g = tunings[i].to(from[i] * powerOfTwo(octaves[i] * place));
-      sum += kFormantGains[i] * throat[i].next(source, g, kFormantQ[i]).band;
+      sum += kFormantGains[i] * throat[i].next(source, tuned[i], kFormantQ[i]).band;
     }
     sample += level.next() * sum;
     time += 1.0 / kSampleRate;

@@ -31,7 +31,7 @@ class Pitch {
     const double place = std::min(now / seconds, 1.0);
     const double bent = place * (1.0 + curve * (1.0 - place));
     const auto step = std::min(static_cast<std::size_t>(now / stepSeconds), steps.size() - 1);
-    const double semitones = steps[step] + depth * sineOfTurns(now * vibrato);
+    const double semitones = steps[step] + swing(depth, now * vibrato);
     return std::min(from * powerOfTwo(octaves * bent + semitones / 12.0), kHighestZap);
   }
 
@@ -64,9 +64,9 @@ void makeZap(Signal& signal, const Parameters& p, Dice dice) {
     const double sine = sineOfTurns(phase);
     phase += hertz / kSampleRate;
     phase -= wholeBelow(phase);
-    double x = sine + wave * (square.square(hertz) * 0.8 - sine);
-    x += noiseGain * noise.next() * 0.5;
-    x *= 1.0 - ring + ring * sineOfTurns(time * ringHertz);
+    double x = wave == 0.0 ? sine : sine + wave * (square.square(hertz) * 0.8 - sine);
+    x += noiseGain == 0.0 ? 0.0 : noiseGain * noise.next() * 0.5;
+    x *= 1.0 - ring + swing(ring, time * ringHertz);
     sample += level.next() * filter.next(x, tuning.to(hertz * follow), q).low;
     time += 1.0 / kSampleRate;
   }

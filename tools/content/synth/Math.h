@@ -40,9 +40,9 @@ void replaceBySine(Value& turns) {
   turns = angle * sum;
 }
 
-/// As std::floor, for numbers below 2^63 in magnitude: the compiler needs several times as many steps for any number.
+/// As std::floor, for numbers below 2^31 in magnitude: the compiler needs several times as many steps for any number.
 inline double wholeBelow(double x) {
-  const auto whole = static_cast<double>(static_cast<std::int64_t>(x));
+  const auto whole = static_cast<double>(static_cast<std::int32_t>(x));
   return whole > x ? whole - 1.0 : whole;
 }
 
@@ -55,6 +55,9 @@ inline double sineOfTurns(double turns) {
 }
 
 inline double cosineOfTurns(double turns) { return sineOfTurns(turns - wholeBelow(turns) + 0.25); }
+
+/// Returns a sine times `depth`, and does not compute it where that is 0.
+inline double swing(double depth, double turns) { return depth == 0.0 ? 0.0 : depth * sineOfTurns(turns); }
 
 /// Coefficients of the exponential's series, from the last to the first.
 inline constexpr std::array<double, 14> kPowerSeries = [] {

@@ -253,9 +253,9 @@ void addGliding(Signal& signal, std::span<const Mode> modes, std::span<const dou
 }  // namespace
 
 Envelope::Envelope(const Shape& shape)
-    : delayFrames(framesOf(shape.delay)),
-      attackFrames(framesOf(shape.attack)),
-      holdFrames(framesOf(shape.hold)),
+    : delayFrames(content::framesOf(shape.delay)),
+      attackFrames(content::framesOf(shape.attack)),
+      holdFrames(content::framesOf(shape.hold)),
       factor(decayPerFrame(shape.t60)) {}
 
 double Envelope::next() {
@@ -277,6 +277,15 @@ double Envelope::next() {
   return now;
 }
 
+std::size_t Envelope::framesOf(const Shape& shape, std::size_t limit) {
+  Envelope envelope(shape);
+  std::size_t frames = 0;
+  for (; frames < limit && !envelope.isOver(); ++frames) {
+    envelope.next();
+  }
+  return frames;
+}
+
 GlideRatio::GlideRatio(const Glide& glide)
     : bend(glide.bend),
       bendFactor(fallPerFrame(glide.bendTime)),
@@ -291,6 +300,9 @@ double GlideRatio::next() {
 }
 
 void addTone(Signal& signal, const Tone& tone) {
+  if (tone.gain == 0.0) {
+    return;
+  }
   GlideRatio ratio(tone.glide);
   Envelope envelope(tone.shape);
   double phase = tone.phase;
@@ -364,38 +376,6 @@ void addClick(Signal& signal, Noise noise, const Click& click) {
     signal[i] += click.gain * window * (tone + click.noise * (noise.next() * 0.7 - tone));
     phase += click.hertz * (1.5 - place) / kSampleRate;
   }
-}
-
-double BandLimited::correction(double phase, double step) {
-  if (phase < step) {
-    const double t = phase / step;
-    return t + t - t * t - 1.0;
-  }
-  if (phase > 1.0 - step) {
-    const double t = (phase - 1.0) / step;
-    return t * t + t + t + 1.0;
-  }
-  return 0.0;
-}
-
-void BandLimited::advance(double step) {
-  phase += step;
-  phase -= wholeBelow(phase);
-}
-
-double BandLimited::square(double hertz) {
-  const double step = std::min(hertz / kSampleRate, 0.49);
-  const double opposite = phase < 0.5 ? phase + 0.5 : phase - 0.5;
-  const double out = (phase < 0.5 ? 1.0 : -1.0) + correction(phase, step) - correction(opposite, step);
-  advance(step);
-  return out;
-}
-
-double BandLimited::saw(double hertz) {
-  const double step = std::min(hertz / kSampleRate, 0.49);
-  const double out = 2.0 * phase - 1.0 - correction(phase, step);
-  advance(step);
-  return out;
 }
 
 void mixInto(Signal& to, const Signal& from, double gain) {

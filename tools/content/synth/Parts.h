@@ -3,9 +3,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
+#include "content/synth/Math.h"
 #include "content/synth/Random.h"
 #include "content/synth/Signal.h"
 
@@ -27,6 +29,9 @@ class Envelope {
 
   /// Whether the envelope has ended: all following values are 0.
   bool isOver() const { return level == 0.0; }
+
+  /// Returns the frames until an envelope is over, at most `limit`.
+  static std::size_t framesOf(const Shape& shape, std::size_t limit);
 
  private:
   std::size_t delayFrames, attackFrames, holdFrames;
@@ -103,12 +108,41 @@ void addClick(Signal& signal, Noise noise, const Click& click);
 class BandLimited {
  public:
   explicit BandLimited(double startPhase) : phase(startPhase) {}
-  double square(double hertz);
-  double saw(double hertz);
+
+  double square(double hertz) {
+    const double step = stepOf(hertz);
+    const double opposite = phase < 0.5 ? phase + 0.5 : phase - 0.5;
+    const double out = (phase < 0.5 ? 1.0 : -1.0) + correction(phase, step) - correction(opposite, step);
+    advance(step);
+    return out;
+  }
+
+  double saw(double hertz) {
+    const double step = stepOf(hertz);
+    const double out = 2.0 * phase - 1.0 - correction(phase, step);
+    advance(step);
+    return out;
+  }
 
  private:
-  static double correction(double phase, double step);
-  void advance(double step);
+  static double stepOf(double hertz) { return std::min(hertz / kSampleRate, 0.49); }
+
+  static double correction(double phase, double step) {
+    if (phase < step) {
+      const double t = phase / step;
+      return t + t - t * t - 1.0;
+    }
+    if (phase > 1.0 - step) {
+      const double t = (phase - 1.0) / step;
+      return t * t + t + t + 1.0;
+    }
+    return 0.0;
+  }
+
+  void advance(double step) {
+    phase += step;
+    phase -= wholeBelow(phase);
+  }
 
   double phase;
 };

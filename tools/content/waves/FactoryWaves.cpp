@@ -48,11 +48,9 @@ std::string readText(const std::filesystem::path& path) {
 }
 
 std::vector<std::int16_t> wordsOf(const Signal& signal) {
-  std::vector<std::int16_t> words;
-  words.reserve(signal.size());
-  for (const double sample : signal) {
-    words.push_back(static_cast<std::int16_t>(std::floor(sample * 32767.0 + 0.5)));
-  }
+  std::vector<std::int16_t> words(signal.size());
+  std::ranges::transform(signal, words.begin(),
+                         [](double sample) { return static_cast<std::int16_t>(wholeBelow(sample * 32767.0 + 0.5)); });
   return words;
 }
 

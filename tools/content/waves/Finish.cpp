@@ -102,6 +102,9 @@ void filter(Sound& sound, const Parameters& p) {
 }
 
 void gate(Signal& signal, const Parameters& p) {
+  if (signal.size() <= framesOf(p.seconds("gate"))) {
+    return;
+  }
   Envelope envelope({0.0, p.seconds("gate"), p.seconds("gatems"), 0.0});
   for (double& sample : signal) {
     sample *= envelope.next();

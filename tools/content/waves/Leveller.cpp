@@ -42,11 +42,11 @@ void scale(Sound& sound, double factor) {
 void centre(Sound& sound) {
   Signal hump(sound.front().size());
   const double turn = 1.0 / static_cast<double>(hump.size() - 1);
-  double area = 0.0;
-  for (std::size_t i = 0; i < hump.size(); ++i) {
-    hump[i] = 1.0 - cosineOfTurns(static_cast<double>(i) * turn);
-    area += hump[i];
+  int frame = 0;  // Compilers turn it into a number side by side with others, a longer one alone.
+  for (double& height : hump) {
+    height = 1.0 - cosineOfTurns(static_cast<double>(frame++) * turn);
   }
+  const double area = std::accumulate(hump.begin(), hump.end(), 0.0);
   for (Signal& channel : sound) {
     const double height = std::accumulate(channel.begin(), channel.end(), 0.0) / area;
     for (std::size_t i = 0; i < channel.size(); ++i) {
