@@ -45,23 +45,25 @@ TEST_F(Resources, TakesTheLargerSetByItsOwnNames) {
   EXPECT_EQ(resources.asked, (std::vector<std::string>{"PNG Pad_2X", "PNG Pad"}));
 }
 
-TEST_F(Resources, CutsAFilmStripIntoFramesOnce) {
-  resources.add("PNG", "A_KNOB_STRIP_2X", NotedResources::png(21, 7));
+TEST_F(Resources, CutsFilmStripsIntoFramesOnce) {
+  resources.add("PNG", "A_KNOB_STRIP_0_2X", NotedResources::png(14, 7));
+  resources.add("PNG", "A_KNOB_STRIP_1_2X", NotedResources::png(14, 7));
   const Box last = store.getImage("A knob_2", 2);
   EXPECT_EQ(image(last).getBounds(), juce::Rectangle<int>(0, 0, 7, 7));
   EXPECT_EQ(image(last).getPixelData(), image(store.getImage("A knob_2", 2)).getPixelData());
   EXPECT_NE(image(last).getPixelData(), image(store.getImage("A knob_0", 2)).getPixelData());
-  EXPECT_EQ(resources.asked, (std::vector<std::string>{"PNG A_knob_2_2X", "PNG A_knob_STRIP_2X"}));
-  for (const char* const absent : {"A knob_3", "A knob_00", "A knob_", "A knob2", "_2", "2", "A knob_2_"}) {
+  EXPECT_EQ(resources.asked, (std::vector<std::string>{"PNG A_knob_2_2X", "PNG A_knob_STRIP_0_2X",
+                                                       "PNG A_knob_STRIP_1_2X", "PNG A_knob_STRIP_2_2X"}));
+  for (const char* const absent : {"A knob_4", "A knob_00", "A knob_", "A knob2", "_2", "2", "A knob_2_"}) {
     EXPECT_EQ(store.getImage(absent, 2), nullptr) << absent;
   }
-  EXPECT_EQ(std::count(resources.asked.begin(), resources.asked.end(), "PNG A_knob_STRIP_2X"), 1);
+  EXPECT_EQ(std::count(resources.asked.begin(), resources.asked.end(), "PNG A_knob_STRIP_1_2X"), 1);
   EXPECT_EQ(store.getImage("A knob_0", 1), nullptr);
-  const Box strip = store.getImage("A knob_STRIP", 2);
+  const Box strip = store.getImage("A knob_STRIP_1", 2);
   for (int pixel = 0; pixel < 49; ++pixel) {
     const int x = pixel % 7;
     const int y = pixel / 7;
-    EXPECT_EQ(image(last).getPixelAt(x, y), image(strip).getPixelAt(14 + x, y)) << x << ", " << y;
+    EXPECT_EQ(image(last).getPixelAt(x, y), image(strip).getPixelAt(x, y)) << x << ", " << y;
   }
 }
 

@@ -20,8 +20,12 @@ void addGrounds(Pictures& list) {
   }
 }
 
-Strip knobStrip(const std::string& name, Ring ring) {
-  return {name, 55, kKnobFrames, [ring](Canvas& canvas, int frame) { drawKnob(canvas, ring, frame); }};
+void addKnobStrips(std::vector<Strip>& list, const std::string& name, Ring ring) {
+  constexpr int kFrames = 32;
+  for (int first = 0; first < kKnobFrames; first += kFrames) {
+    list.push_back({name + std::to_string(first / kFrames), 55, kFrames,
+                    [ring, first](Canvas& canvas, int frame) { drawKnob(canvas, ring, first + frame); }});
+  }
 }
 
 /// The pair NAME_OFF and NAME_ON.
@@ -100,8 +104,10 @@ juce::Image render(const Picture& picture, const Lettering& lettering, int scale
 }
 
 std::vector<Strip> allStrips() {
-  return {knobStrip("SIVRAY_KNOB_INDEX_32_SWEEP_STRIP", Ring::sweep),
-          knobStrip("SIVRAY_KNOB_BIDIRECTIONAL_STRIP", Ring::biDirectional)};
+  std::vector<Strip> list;
+  addKnobStrips(list, "SIVRAY_KNOB_INDEX_32_SWEEP_STRIP_", Ring::sweep);
+  addKnobStrips(list, "SIVRAY_KNOB_BIDIRECTIONAL_STRIP_", Ring::biDirectional);
+  return list;
 }
 
 juce::Image render(const Strip& strip, int scale) {

@@ -23,10 +23,11 @@ std::vector<Picture> allPictures();
 /// The picture at `scale` device pixels for each panel pixel.
 juce::Image render(const Picture& picture, const Lettering& lettering, int scale);
 
-/// The frames of a control that turns or moves, side by side in one picture: neighbours are alike in most of each row,
-/// so that the picture takes a fifteenth of the bytes of single frames.
+/// Some of the frames of a control that turns or moves, side by side in one picture: neighbours are alike in most of
+/// each row, so that the picture takes a twelfth of the bytes of single frames. The panel holds one strip's pixels
+/// beside the frames while it cuts them, so a control has several strips.
 struct Strip {
-  std::string name;  ///< As a resource; the panel asks for its frames by this name without _STRIP, and _0, _1, ...
+  std::string name;  ///< As a resource: NAME_STRIP_0, NAME_STRIP_1, ... The panel asks for frames NAME_0, NAME_1, ...
   int side;          ///< Of one frame, which is square; panel pixels.
   int frames;
   std::function<void(Canvas&, int frame)> draw;

@@ -62,19 +62,25 @@ Box ResourceStore::getFont(const std::string& name, double height) const {
   return makeBox(face.withHeight(static_cast<float>(height)));
 }
 
-// Copies each frame out of the strip. A frame is painted faster when its rows follow each other in memory. Decodes no
+// Copies each frame out of its strip. A frame is painted faster when its rows follow each other in memory. Decodes no
 // strip twice, whatever number is asked for.
 void ResourceStore::addFramesOf(const std::string& base, const std::string& set) {
   if (images.contains(base + "_0" + set)) {
     return;
   }
-  const juce::Image strip = decode(lookup("PNG", base + "_STRIP" + set));
-  const int side = strip.getHeight();
-  for (int left = 0; left + side <= strip.getWidth() && side > 0; left += side) {
-    std::string name = base + "_";
-    name += std::to_string(left / side);
-    name += set;
-    images[name] = makeBox(frameAt(strip, left, side));
+  const auto numbered = [&set](const std::string& name, int number) {
+    return name + "_" + std::to_string(number) + set;
+  };
+  int frame = 0;
+  for (int number = 0;; ++number) {
+    const juce::Image strip = decode(lookup("PNG", numbered(base + "_STRIP", number)));
+    if (strip.isNull()) {
+      return;
+    }
+    const int side = strip.getHeight();
+    for (int left = 0; left + side <= strip.getWidth(); left += side) {
+      images[numbered(base, frame++)] = makeBox(frameAt(strip, left, side));
+    }
   }
 }
 

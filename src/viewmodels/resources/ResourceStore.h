@@ -37,7 +37,7 @@ class ResourceStore {
   cofu::core::boxed::Box getFont(const std::string& name, double height) const;
 
   /// A boxed `juce::Image` of the set for `scale` (1 or 2); null if that set has no such image. "NAME_5" may also be
-  /// the sixth frame of the resource NAME_STRIP, in which square frames lie side by side.
+  /// the sixth frame of the resources NAME_STRIP_0, NAME_STRIP_1 and so on, in which square frames lie side by side.
   cofu::core::boxed::Box getImage(const std::string& name, int scale);
 
  private:
