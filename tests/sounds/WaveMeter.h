@@ -7,6 +7,7 @@
 #include <cmath>
 #include <complex>
 #include <cstdint>
+#include <map>
 #include <numbers>
 #include <numeric>
 #include <vector>
@@ -27,17 +28,16 @@ class Spectrum {
     for (std::size_t i = 0; i < size / 2; ++i) {
       power.push_back(std::norm(bins[i]));
     }
+    whole = std::accumulate(power.begin(), power.end(), 1e-9);
     binHertz = 44100.0 / static_cast<double>(size);
   }
 
   /// Returns the power between two frequencies relative to the whole, in dB.
   double share(double low, double high) const {
-    double inside = 0.0;
-    for (std::size_t i = 0; i < power.size(); ++i) {
-      const double hertz = static_cast<double>(i) * binHertz;
-      inside += hertz >= low && hertz < high ? power[i] : 0.0;
-    }
-    return decibels(inside / std::accumulate(power.begin(), power.end(), 1e-9));
+    const auto binFrom = [this](double hertz) {
+      return power.begin() + std::min(std::ssize(power), static_cast<std::ptrdiff_t>(std::ceil(hertz / binHertz)));
+    };
+    return decibels(std::accumulate(binFrom(low), binFrom(high), 0.0) / whole);
   }
 
   double strongestHertz() const {
@@ -58,25 +58,33 @@ class Spectrum {
         std::swap(bins[i], bins[j]);
       }
     }
-    std::vector<std::complex<double>> turns(size / 2);
-    for (std::size_t i = 0; i < size / 2; ++i) {
-      turns[i] = std::polar(1.0, -2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size));
-    }
+    const std::vector<std::complex<double>>& turns = turnsOf(size);
     for (std::size_t half = 1; half < size; half *= 2) {
-      for (std::size_t i = 0; i < size; ++i) {
-        if ((i & half) == 0) {
-          const std::complex<double> turn = turns[(i & (half - 1)) * (size / 2 / half)];
-          const std::complex<double> odd = bins[i + half];
+      for (std::size_t first = 0; first < size; first += 2 * half) {
+        for (std::size_t i = 0; i < half; ++i) {
+          const std::complex<double> turn = turns[i * (size / 2 / half)];
+          const std::complex<double> odd = bins[first + half + i];
           const std::complex<double> turned{odd.real() * turn.real() - odd.imag() * turn.imag(),
                                             odd.real() * turn.imag() + odd.imag() * turn.real()};
-          bins[i + half] = bins[i] - turned;
-          bins[i] += turned;
+          bins[first + half + i] = bins[first + i] - turned;
+          bins[first + i] += turned;
         }
       }
     }
   }
 
+  /// The first half of a full turn in `size` steps. Kept for the next spectrum of that size.
+  static const std::vector<std::complex<double>>& turnsOf(std::size_t size) {
+    static std::map<std::size_t, std::vector<std::complex<double>>> known;
+    std::vector<std::complex<double>>& turns = known[size];
+    for (std::size_t i = turns.size(); i < size / 2; ++i) {
+      turns.push_back(std::polar(1.0, -2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size)));
+    }
+    return turns;
+  }
+
   std::vector<double> power;
+  double whole = 0.0;
   double binHertz = 0.0;
 };
 

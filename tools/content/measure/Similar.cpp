@@ -12,6 +12,7 @@
 #include "content/RateConverter.h"
 #include "content/measure/Loudness.h"
 #include "content/measure/Picture.h"
+#include "content/synth/Lanes.h"
 
 namespace sivray::content {
 namespace {
@@ -131,7 +132,9 @@ std::vector<WaveKin> similarWaves(std::span<const NumberedWave> waves) {
     };
   });
   const std::vector<PictureLanes> groups = sideBySide(pictures);
-  onAllCores(waves.size(), [&] { return [&](std::size_t i) { findKin(waves, pictures[i], groups, i, kins[i]); }; });
+  onAllCores(waves.size(), [&] {
+    return [&](std::size_t i) { runInLanes([&](auto) { findKin(waves, pictures[i], groups, i, kins[i]); }); };
+  });
   return kins;
 }
 
