@@ -49,14 +49,14 @@ class Partial {
     const double fall = decayPerFrame(mode.t60);
     const std::complex<double> turn{cosineOfTurns(angle) * fall, sineOfTurns(angle) * fall};
     std::complex<double> place{cosineOfTurns(mode.phase) * mode.gain, sineOfTurns(mode.phase) * mode.gain};
-    for (Frames* const frames : {&now, &later}) {
+    for (Frames& half : halves) {
       for (std::size_t i = 0; i < kFrames; ++i) {
-        (*frames)[i / kLanesOf<Lanes>][i % kLanesOf<Lanes>] = place.imag();
+        half[i / kLanesOf<Lanes>][i % kLanesOf<Lanes>] = place.imag();
         place = product(place, turn);
       }
     }
-    const std::complex<double> half = product(turn, turn);
-    const std::complex<double> four = product(half, half);
+    const std::complex<double> two = product(turn, turn);
+    const std::complex<double> four = product(two, two);
     forward = 2.0 * four.real();
     back = four.real() * four.real() + four.imag() * four.imag();
     level = mode.attack > 0.0 ? 0.0 : 1.0;
@@ -64,15 +64,16 @@ class Partial {
 
   bool hasRisen() const { return level == 1.0; }
 
-  void next(Frames& frames) {
-    frames = now;
-    now = later;
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-      later[i] = forward * later[i] - back * frames[i];
+  /// The next four frames are in each half of the eight by turns.
+  const Frames& frames(std::size_t half) const { return halves[half]; }
+
+  void advance(std::size_t half) {
+    for (std::size_t i = 0; i < halves[half].size(); ++i) {
+      halves[half][i] = forward * halves[1 - half][i] - back * halves[half][i];
     }
   }
 
-  /// Lets the level rise over the frames that `next` has given.
+  /// Lets the level rise over the next frames.
   void shape(Frames& frames) {
     for (Lanes& some : frames) {
       Lanes levels{};
@@ -89,7 +90,7 @@ class Partial {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
   }
 
-  Frames now{}, later{};
+  std::array<Frames, 2> halves{};
   double forward = 0.0;
   double back = 0.0;
   double rise = 1.0;
@@ -100,22 +101,27 @@ class Partial {
 template <typename Lanes>
 using Four = std::array<Partial<Lanes>, 4>;
 
-/// Adds the next frames, whose number is a multiple of Partial::kFrames.
+/// Adds the next frames, whose number is a multiple of eight.
 template <typename Lanes>
 void addFour(std::span<double> samples, Four<Lanes>& running) {
   Four<Lanes> four = running;
   const auto add = [&samples, &four](auto shape) {
-    for (double* to = samples.data(); to != samples.data() + samples.size(); to += Partial<Lanes>::kFrames) {
-      std::array<typename Partial<Lanes>::Frames, 4> out{};
-      for (std::size_t i = 0; i < out.size(); ++i) {
-        four[i].next(out[i]);
-        shape(four[i], out[i]);
-      }
-      for (std::size_t i = 0; i < out[0].size(); ++i) {
-        Lanes sum;
-        load(sum, to + i * kLanesOf<Lanes>);
-        sum += (out[0][i] + out[1][i]) + (out[2][i] + out[3][i]);
-        store(to + i * kLanesOf<Lanes>, sum);
+    for (double* to = samples.data(); to != samples.data() + samples.size();) {
+      for (const std::size_t half : {0U, 1U}) {
+        std::array<typename Partial<Lanes>::Frames, 4> out{};
+        for (std::size_t i = 0; i < out.size(); ++i) {
+          out[i] = four[i].frames(half);
+          shape(four[i], out[i]);
+        }
+        for (std::size_t i = 0; i < out[0].size(); ++i, to += kLanesOf<Lanes>) {
+          Lanes sum;
+          load(sum, to);
+          sum += (out[0][i] + out[1][i]) + (out[2][i] + out[3][i]);
+          store(to, sum);
+        }
+        for (Partial<Lanes>& partial : four) {
+          partial.advance(half);
+        }
       }
     }
   };
@@ -130,8 +136,8 @@ void addFour(std::span<double> samples, Four<Lanes>& running) {
 /// Adds the sums of both fours.
 template <typename Lanes>
 void addEight(std::span<double> samples, std::array<Four<Lanes>, 2>& fours) {
-  constexpr std::size_t kStretch = 512;
-  constexpr std::size_t kStep = Partial<Lanes>::kFrames;
+  constexpr std::size_t kStretch = 1024;
+  constexpr std::size_t kStep = 2 * Partial<Lanes>::kFrames;
   std::array<double, kStretch> sums;
   while (!samples.empty()) {
     const std::size_t count = std::min(samples.size(), kStretch);
