@@ -132,6 +132,7 @@ std::vector<WaveKin> similarWaves(std::span<const NumberedWave> waves) {
     };
   });
   const std::vector<PictureLanes> groups = sideBySide(pictures);
+  // Not for the type of lanes, but for the code with AVX2: it takes all lanes of a picture at once.
   onAllCores(waves.size(), [&] {
     return [&](std::size_t i) { runInLanes([&](auto) { findKin(waves, pictures[i], groups, i, kins[i]); }); };
   });

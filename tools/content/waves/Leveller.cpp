@@ -42,7 +42,7 @@ void scale(Sound& sound, double factor) {
 void centre(Sound& sound) {
   Signal hump(sound.front().size());
   const double turn = 1.0 / static_cast<double>(hump.size() - 1);
-  int frame = 0;  // Compilers turn it into a number side by side with others, a longer one alone.
+  int frame = 0;  // SSE2 has no vector conversion from a longer integer to double.
   for (double& height : hump) {
     height = 1.0 - cosineOfTurns(static_cast<double>(frame++) * turn);
   }
