@@ -9,23 +9,26 @@ endif()
 
 # sivray_precompile(<target> standard|juce|computing_juce|tests|sound_tests)
 # Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them,
-# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. Under the
-# sanitizers those with `tests` and `juce` are not optimized, which takes the compiler half of the
-# time. What computes much keeps its flags: `computing_juce`, `sound_tests`. A file includes what it uses nevertheless, as
-# `./test --release` shows.
+# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. What is built with
+# `tests` is not optimized, which takes the compiler half of the time, and under the sanitizers neither is what is built with `juce`
+# and `sound_tests`. What computes much keeps its flags: `computing_juce`, and `sound_tests` without a sanitizer. A file
+# includes what it uses nevertheless, as `./test --release` shows.
 function(sivray_precompile target headers)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
     return()
   endif()
   set(options)
   if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
+    if(headers STREQUAL sound_tests)
+      set(headers tests)
+    endif()
     if(headers MATCHES "^(juce|tests)$")
       set(options $<$<COMPILE_LANGUAGE:CXX>:-O0>)
     endif()
   elseif(headers STREQUAL computing_juce)
     set(headers juce)
-  elseif(headers STREQUAL sound_tests)
-    set(headers tests)
+  elseif(headers STREQUAL tests)
+    set(options $<$<COMPILE_LANGUAGE:CXX>:-O0>)
   endif()
   target_compile_options(${target} PRIVATE ${options})
   if(NOT TARGET sivray_${headers}_headers)

@@ -214,7 +214,8 @@ endfunction()
 
 # sivray_test(<name> [FOLDERS <sub-folders>...] [LINKS <libraries>...] [COMPUTES])
 # Builds the program test_<name> from all sources in the calling folder's sub-folder <name> and in FOLDERS below that.
-# COMPUTES: its own code sees so many samples that it would lose more in running than it wins in compiling, unoptimized.
+# COMPUTES: its own code sees so many samples that without a sanitizer, under which it plays fewer scenes, it would lose more in
+# running than it wins in compiling, unoptimized.
 # Those whose names say that they start threads (*Thread*) run under the thread sanitizer alone, and only their sources are built
 # there: the others compute on one thread, of which it has nothing to say.
 function(sivray_test name)
