@@ -10,6 +10,7 @@
 #include "content/own/Conversion.h"
 #include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
+#include "support/Sanitized.h"
 
 namespace sivray::content {
 namespace {
@@ -68,7 +69,8 @@ TEST(OwnSoundsBesideTheFactory, ChangeNothingInSongsMadeBefore) {
   const std::vector<std::uint64_t> before = renderAll(states);
   EXPECT_EQ(std::set(before.begin(), before.end()).size(), before.size()) << "each kit sounds";
 
-  constexpr std::size_t kRoom = 3577;
+  // Each is compared with all others. Under a sanitizer less are: it sees the same accesses in shorter lists.
+  constexpr std::size_t kRoom = support::kIsSanitized ? 150 : 3577;
   std::vector<std::string> files;
   for (std::size_t i = 0; i < kRoom; ++i) {
     files.push_back(
