@@ -61,7 +61,12 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
   tresult PLUGIN_API beginEdit(Vst::ParamID) override { return kResultOk; }
   tresult PLUGIN_API performEdit(Vst::ParamID, Vst::ParamValue) override { return kResultOk; }
   tresult PLUGIN_API endEdit(Vst::ParamID) override { return kResultOk; }
-  tresult PLUGIN_API restartComponent(int32) override { return kResultOk; }
+  tresult PLUGIN_API restartComponent(int32) override {
+    isInside = true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    isInside = false;
+    return kResultOk;
+  }
   tresult PLUGIN_API notifyUnitSelection(Vst::UnitID) override { return kResultOk; }
   tresult PLUGIN_API notifyProgramListChange(Vst::ProgramListID list, int32 program) override {
     toldList = list;
@@ -91,8 +96,18 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
     return told > before;
   }
 
+  /// Whether the plug-in calls within two seconds. The call is not over then.
+  bool isCalled() const {
+    constexpr int kTries = 2000;
+    for (int tries = 0; tries < kTries && !isInside; ++tries) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return isInside;
+  }
+
   const std::thread::id ownThread = std::this_thread::get_id();
   std::atomic<bool> isToldByOthers = false;
+  std::atomic<bool> isInside = false;
   std::atomic<int> told = 0;
   std::atomic<int> toldList = 0;
   std::atomic<int> toldProgram = -1;
@@ -298,10 +313,20 @@ TEST_F(Vst3Bundle, NamesTheKeysOfThePresentKitAndTellsOfAnotherSampleAndKit) {
     EXPECT_EQ(host.toldProgram, list.programCount - 1);
     EXPECT_NE(nameOf(list.programCount - 1, 36), "");
     EXPECT_FALSE(host.isToldByOthers);
+
+    const auto program = static_cast<Vst::ParamID>(list.id);
+    controller->setParamNormalized(program, 0.0);
+    EXPECT_TRUE(host.isCalled());
+    controller->setComponentHandler(nullptr);
+    EXPECT_FALSE(host.isInside) << "of a handler that was taken back";
+    controller->setComponentHandler(&host);
+    controller->setParamNormalized(program, 1.0);
+    EXPECT_TRUE(host.isCalled());
     componentEnd->disconnect(controllerEnd.get());
     controllerEnd->disconnect(componentEnd.get());
   }
   controller->terminate();
+  EXPECT_FALSE(host.isInside) << "of an instance that was ended";
   component->terminate();
 }
 
