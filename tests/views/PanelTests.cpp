@@ -73,6 +73,7 @@ TEST_F(Panel, TellsAScreenReaderNamesAndTextsAndTakesTheTextsThatItReads) {
   automate(kPitch, 0.75F);
   auto& knob = dynamic_cast<BWImageKnob&>(*view().getControl(kPitch));
   EXPECT_EQ(knob.getTitle(), "macro4");
+  EXPECT_FALSE(findIn<juce::ImageComponent>(knob)->isAccessible()) << "its picture, which has no name";
   const auto handler = knob.createAccessibilityHandler();
   juce::AccessibilityValueInterface& value = *handler->getValueInterface();
   EXPECT_EQ(value.getCurrentValueAsString(), "+12");
@@ -278,6 +279,14 @@ TEST_F(Panel, OpensTheGuideFromBothZonesAndClosesItWithItsButton) {
     clickOn(*close);
     EXPECT_EQ(slot.getNumChildComponents(), 1);
   }
+}
+
+TEST_F(Panel, HasPicturesOfItsOwnScaleBesideAnotherPanel) {
+  const auto knobSide = [](juce::Component& panel) {
+    return findIn<juce::ImageComponent>(*findIn<BWImageKnob>(panel))->getImage().getWidth();
+  };
+  const auto parts = plugin::sivray::SivrayEditorProvider().createEditor(instrument, 2);
+  EXPECT_EQ(knobSide(**valueIn<std::shared_ptr<juce::Component>>(parts.view)), 2 * knobSide(view()));
 }
 
 TEST_F(Panel, ShowsTheSamePageAndPopupInAnotherScale) {

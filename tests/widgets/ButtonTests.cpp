@@ -120,15 +120,18 @@ TEST_F(ToggleButton, OneHandAtATimeHoldsIt) {
 
 TEST_F(ToggleButton, ShowsItsImagesAndADarkerOneWhilePressed) {
   const juce::Image off = plainImage(juce::Colour(200, 100, 50));
-  button.setOffImage(off);
-  button.setOnImage(off);
+  const juce::Image on = plainImage(juce::Colour(50, 200, 100));
   button.setMomentary(true);
   Hand hand(button);
   hand.press(5, 5);
-  EXPECT_EQ(button.getImage(), off);
+  button.setImages(makeImageSet({off, on}));
+  EXPECT_EQ(button.getImage(), on);
   hand.release();
+  EXPECT_EQ(button.getImage(), off);
   button.setShowPressed(true);
   hand.press(5, 5);
+  EXPECT_EQ(button.getImage().getPixelAt(3, 3), juce::Colour(50, 200, 100).darker(0.3F));
+  button.setState(false);
   EXPECT_EQ(button.getImage().getPixelAt(3, 3), juce::Colour(200, 100, 50).darker(0.3F));
   hand.release();
   EXPECT_EQ(button.getImage(), off);
@@ -244,6 +247,7 @@ TEST(ScreenReader, ReadsAndMovesControlsAsAHandDoes) {
   EXPECT_TRUE(toggle->getActions().invoke(juce::AccessibilityActionType::toggle));
   EXPECT_TRUE(toggle->getCurrentState().isChecked());
   EXPECT_EQ(toggle->getValueInterface()->getCurrentValueAsString(), "on");
+  EXPECT_FALSE(button.getText().isAccessible()) << "the title says it";
   EXPECT_THAT(log.take(), ElementsAre("button began", "button changed", "button ended"));
 }
 

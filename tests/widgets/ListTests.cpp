@@ -287,6 +287,19 @@ TEST(Text, CentresTheInkOfTheDisplayFaceAndLeavesWordsThatTheFaceLacksToTheDefau
   EXPECT_NE(draw(juce::String::fromUTF8("H\u00e4"), display), draw(juce::String::fromUTF8("H\u00e4"), inDefaultFace));
 }
 
+TEST(Text, LeavesNothingOfTheTextBefore) {
+  const auto drawLast = [](const std::vector<const char*>& texts) {
+    PanelText text;
+    text.setSize(100, 20);
+    for (const char* const words : texts) {
+      text.setText(words);
+    }
+    return ink(text.createComponentSnapshot(text.getLocalBounds()));
+  };
+  EXPECT_EQ(drawLast({"Long Hall", "Room"}), drawLast({"Room"}));
+  EXPECT_TRUE(drawLast({"Room", ""}).isEmpty());
+}
+
 TEST(Text, RepaintsOnlyForAChange) {
   PanelText text;
   text.setSize(100, 20);
