@@ -82,6 +82,12 @@ TEST(Models, ChangeWithTheirSeedAndTheirParameters) {
   EXPECT_NE(waveOf("A" + row + " wires=1.2").left, wave.left);
 }
 
+TEST(Models, LastAsLongAsTheSlowestOfTheirParts) {
+  const std::string metal = "A | metal | length=800 body=1";
+  EXPECT_GT(waveOf(metal + " t60=20 midms=700").left.size(), 4U * waveOf(metal + " t60=20 midms=20").left.size());
+  EXPECT_GT(waveOf(metal + " t60=700 midms=20").left.size(), 4U * waveOf(metal + " t60=20 midms=20").left.size());
+}
+
 TEST(Models, StandTheEndsOfTheirParameters) {
   for (const std::string name : {"clap", "esnare", "fm", "glitch", "head", "impact", "kick", "metal", "modal", "plate",
                                  "pluck", "scratch", "shaker", "snare", "stab", "sweep", "voice", "zap"}) {

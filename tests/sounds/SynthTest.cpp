@@ -43,16 +43,21 @@ TEST(Parts, EnvelopesFallSixtyDecibelsInTheirTime) {
 }
 
 TEST(Parts, ModesRingAtTheirPitchForTheirTime) {
-  const std::vector<Mode> modes{{.hertz = 1000.0, .gain = 0.5, .t60 = 0.5},
+  const std::vector<Mode> modes{{.hertz = 3000.0, .gain = 0.3, .t60 = 0.05},
+                                {.hertz = 1000.0, .gain = 0.5, .t60 = 0.5},
                                 {.hertz = 30000.0, .gain = 1.0, .t60 = 9.0}};
   Signal steady(22050);
   addModes(steady, modes);
   Signal gliding(22050);
-  addModes(gliding, std::span(modes).first(1), Glide{});
+  addModes(gliding, std::span(modes).first(2), Glide{});
   for (std::size_t i = 0; i < 11025; i += 7) {
     const double time = static_cast<double>(i) / kSampleRate;
-    const double expected = 0.5 * std::sin(2.0 * std::numbers::pi * 1000.0 * time) * std::pow(10.0, -3.0 * time / 0.5);
-    EXPECT_NEAR(steady[i], expected, 1e-9);
+    double expected = 0.0;
+    for (const Mode& mode : std::span(modes).first(2)) {
+      expected +=
+          mode.gain * std::sin(2.0 * std::numbers::pi * mode.hertz * time) * std::pow(10.0, -3.0 * time / mode.t60);
+    }
+    EXPECT_NEAR(steady[i], expected, 1e-5) << "a mode ends once nobody hears it";
     EXPECT_NEAR(gliding[i], expected, 1e-9);
   }
 }
@@ -134,6 +139,9 @@ TEST(Leveller, MeetsItsTargetBetweenTwoPeaks) {
   EXPECT_NEAR(shortPeak, -1.0, 0.01);
   EXPECT_LT(shortLoud, -8.0);
   EXPECT_GT(shortLoud, -20.0);
+  const auto [bentPeak, bentLoud] = peakAfter(0.0, 0.05, shortLoud - 1.0);
+  EXPECT_NEAR(bentPeak, -1.0, 0.1) << "bent no more than it takes";
+  EXPECT_NEAR(bentLoud, shortLoud - 1.0, 0.01);
 }
 
 }  // namespace
