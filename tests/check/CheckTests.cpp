@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <mutex>
+#include <stop_token>
 #include <thread>
 #include <vector>
 
@@ -64,6 +66,30 @@ TEST(GrowthWatch, SeesAFewKilobytesOfEachCycleButNoneThatAreReturned) {
   }
   EXPECT_GE(kept.heapKiB(), 2 * GrowthWatch::kWarmCycles * static_cast<int>(kLeak) / 1024);
   EXPECT_EQ(kept.threads(), 0);
+}
+
+TEST(GrowthWatch, CountsAThreadThatStaysAndNoneThatIsAboutToEnd) {
+  const auto linger = [](const std::stop_token& stop) {
+    while (!stop.stop_requested()) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+  };
+  GrowthWatch growth;
+  const auto lookOften = [&growth](int cycles) {
+    for (int cycle = 0; cycle < cycles; ++cycle) {
+      growth.look();
+    }
+  };
+  {
+    const std::jthread ending(linger);
+    growth.look();
+  }
+  lookOften(2 * GrowthWatch::kWarmCycles);
+  const std::jthread staying(linger);
+  growth.look();
+  EXPECT_EQ(growth.threads(), 0);
+  lookOften(GrowthWatch::kWarmCycles - 1);
+  EXPECT_EQ(growth.threads(), 1);
 }
 
 TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {
