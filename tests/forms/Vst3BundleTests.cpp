@@ -269,6 +269,7 @@ TEST_F(Vst3Bundle, NamesTheKeysOfThePresentKitAndTellsOfAnotherSampleAndKit) {
   ASSERT_EQ(component->getControllerClassId(controllerId), kResultOk);
   const Held<Vst::IEditController> controller(*factory, controllerId, Vst::IEditController_iid);
   ASSERT_EQ(controller->initialize(static_cast<Vst::IComponentHandler*>(&host)), kResultOk);
+  Vst::ParamID kit = 0;
   {
     const Held<Vst::IConnectionPoint> componentEnd(component.get(), Vst::IConnectionPoint_iid);
     const Held<Vst::IConnectionPoint> controllerEnd(controller.get(), Vst::IConnectionPoint_iid);
@@ -314,17 +315,17 @@ TEST_F(Vst3Bundle, NamesTheKeysOfThePresentKitAndTellsOfAnotherSampleAndKit) {
     EXPECT_NE(nameOf(list.programCount - 1, 36), "");
     EXPECT_FALSE(host.isToldByOthers);
 
-    const auto program = static_cast<Vst::ParamID>(list.id);
-    controller->setParamNormalized(program, 0.0);
+    kit = static_cast<Vst::ParamID>(list.id);
+    controller->setParamNormalized(kit, 0.0);
     EXPECT_TRUE(host.isCalled());
     controller->setComponentHandler(nullptr);
     EXPECT_FALSE(host.isInside) << "of a handler that was taken back";
     controller->setComponentHandler(&host);
-    controller->setParamNormalized(program, 1.0);
-    EXPECT_TRUE(host.isCalled());
     componentEnd->disconnect(controllerEnd.get());
     controllerEnd->disconnect(componentEnd.get());
   }
+  controller->setParamNormalized(kit, 1.0);
+  EXPECT_TRUE(host.isCalled());
   controller->terminate();
   EXPECT_FALSE(host.isInside) << "of an instance that was ended";
   component->terminate();
