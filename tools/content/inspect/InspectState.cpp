@@ -53,7 +53,7 @@ PackedHead readHead(CheckedReader& reader) {
   return {form->second.kind, bigEndian(reader, form->second.bytes)};
 }
 
-std::string readText(CheckedReader& reader, const char* what) {
+std::string checkedText(CheckedReader& reader, const char* what) {
   const CheckedReader start = reader;
   const PackedHead head = readHead(reader);
   if (head.kind != PackedHead::Kind::text) {
@@ -92,10 +92,10 @@ CheckedReader inspectEnvelope(CheckedReader& reader, Report& report) {
   }
   std::optional<CheckedReader> content;
   for (std::uint64_t i = 0; i < map.value; ++i) {
-    const std::string key = readText(reader, "a key");
+    const std::string key = checkedText(reader, "a key");
     const CheckedReader place = reader;
     if (key == "name") {
-      report.addText("name", readText(reader, "the name"));
+      report.addText("name", checkedText(reader, "the name"));
       continue;
     }
     const PackedHead head = readHead(reader);
