@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <string>
 #include <thread>
 
 #include "check/CallCounter.h"
@@ -176,9 +177,11 @@ Verdict worstBlock(const CheckSettings& settings) {
     late = std::min(late, shares[shares.size() * 95 / 100]);
   }
   const std::int64_t instructions = instructionsOfChangedBlock(settings, *host, random);
+  const std::string counted =
+      instructions > 0 ? ", " + std::to_string(instructions / 1000) + " thousand instructions in one" : "";
   return verdict(isSanitized() || (median <= kMostShare && instructions <= kMostInstructions),
-                 "%.1f %% of the block's time, 95 in 100 below %.1f %%, %lld thousand instructions in one",
-                 100.0 * median, 100.0 * late, static_cast<long long>(instructions / 1000));
+                 "%.1f %% of the block's time, 95 in 100 below %.1f %%%s", 100.0 * median, 100.0 * late,
+                 counted.c_str());
 }
 
 constexpr int kEffectSteps = 26;
