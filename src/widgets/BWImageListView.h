@@ -10,7 +10,7 @@
 
 namespace tesh::bramel {
 
-/// Takes no clicks. `getImage` gives the image in front, empty if there is none.
+/// Takes no clicks. `getImage` returns the image in front, or an empty image if there is none.
 class BWImageListView : public juce::ImageComponent {
  public:
   BWImageListView();
