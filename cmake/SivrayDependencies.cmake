@@ -74,7 +74,7 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
   # is not used.
   set(juce_options -O1 -g0 "$<$<PLATFORM_ID:Linux>:-ffunction-sections;-fdata-sections>")
   target_compile_options(sivray_juce_modules PRIVATE ${juce_options})
-  # All but the painting and decoding of pictures, which is most of the work of a panel that opens.
+  # Painting and decoding pictures is most of the work of a panel that opens, so that this module is optimized.
   get_target_property(sources juce::juce_graphics INTERFACE_SOURCES)
   list(FILTER sources INCLUDE REGEX "/juce_graphics\\.cpp$")
   set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -O2)
