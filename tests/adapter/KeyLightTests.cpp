@@ -20,7 +20,7 @@ class KeyLight : public Adapter {
   }
   /// Waits until `count` calls of `opcode` have come, and long enough that one more would have.
   void await(std::size_t count, std::int32_t opcode) {
-    for (int i = 0; i < 200 && host.count(opcode) < count; ++i) {
+    for (int i = 0; i < 1500 && host.count(opcode) < count; ++i) {
       std::this_thread::sleep_for(20ms);
     }
     std::this_thread::sleep_for(250ms);

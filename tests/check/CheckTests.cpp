@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 #include <limits>
 #include <mutex>
 #include <stop_token>
@@ -124,12 +125,15 @@ TEST(CallCounter, SeesWhatItsThreadCallsWhileItLives) {
   std::free(std::malloc(10));
   EXPECT_EQ(counts.allocations, before.allocations);
 
+  std::promise<void> begins;
   held.lock();
   std::thread waiter([&] {
+    begins.set_value();
     const CallCounter counter(counts);
     held.lock();
     held.unlock();
   });
+  begins.get_future().wait();
   std::this_thread::sleep_for(std::chrono::milliseconds(100));
   held.unlock();
   waiter.join();

@@ -63,7 +63,10 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
   tresult PLUGIN_API endEdit(Vst::ParamID) override { return kResultOk; }
   tresult PLUGIN_API restartComponent(int32) override {
     isInside = true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    for (int tries = 0; tries < kTries && isAwaited; ++tries) {
+      std::this_thread::sleep_for(kBetween);
+    }
+    std::this_thread::sleep_for(5 * kBetween);
     isInside = false;
     return kResultOk;
   }
@@ -86,28 +89,32 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
   uint32 PLUGIN_API addRef() override { return 1; }
   uint32 PLUGIN_API release() override { return 1; }
 
-  /// Whether the plug-in tells of a change within two seconds, in which the host sets one value again and again.
+  /// Whether the plug-in tells of a change within half a minute, in which the host sets one value again and again.
   bool hears(int before, Vst::IEditController& controller, Vst::ParamID parameter) const {
-    constexpr int kTries = 200;
     for (int tries = 0; tries < kTries && told == before; ++tries) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      std::this_thread::sleep_for(kBetween);
       controller.setParamNormalized(parameter, controller.getParamNormalized(parameter));
     }
     return told > before;
   }
 
-  /// Whether the plug-in calls within two seconds. The call is not over then.
-  bool isCalled() const {
-    constexpr int kTries = 2000;
+  /// Sets a value, and returns whether the plug-in calls within half a minute. The call is not over then.
+  bool isCalledFor(Vst::IEditController& controller, Vst::ParamID parameter, double value) {
+    isAwaited = true;
+    controller.setParamNormalized(parameter, value);
     for (int tries = 0; tries < kTries && !isInside; ++tries) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      std::this_thread::sleep_for(kBetween);
     }
+    isAwaited = false;
     return isInside;
   }
 
+  static constexpr int kTries = 3000;
+  static constexpr std::chrono::milliseconds kBetween{10};
   const std::thread::id ownThread = std::this_thread::get_id();
   std::atomic<bool> isToldByOthers = false;
   std::atomic<bool> isInside = false;
+  std::atomic<bool> isAwaited = false;
   std::atomic<int> told = 0;
   std::atomic<int> toldList = 0;
   std::atomic<int> toldProgram = -1;
@@ -316,16 +323,14 @@ TEST_F(Vst3Bundle, NamesTheKeysOfThePresentKitAndTellsOfAnotherSampleAndKit) {
     EXPECT_FALSE(host.isToldByOthers);
 
     kit = static_cast<Vst::ParamID>(list.id);
-    controller->setParamNormalized(kit, 0.0);
-    EXPECT_TRUE(host.isCalled());
+    EXPECT_TRUE(host.isCalledFor(*controller.get(), kit, 0.0));
     controller->setComponentHandler(nullptr);
     EXPECT_FALSE(host.isInside) << "of a handler that was taken back";
     controller->setComponentHandler(&host);
     componentEnd->disconnect(controllerEnd.get());
     controllerEnd->disconnect(componentEnd.get());
   }
-  controller->setParamNormalized(kit, 1.0);
-  EXPECT_TRUE(host.isCalled());
+  EXPECT_TRUE(host.isCalledFor(*controller.get(), kit, 1.0));
   controller->terminate();
   EXPECT_FALSE(host.isInside) << "of an instance that was ended";
   component->terminate();

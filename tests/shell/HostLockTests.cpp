@@ -16,7 +16,7 @@
 namespace shell {
 namespace {
 
-/// Answers each call only when another thread has read a parameter or rendered a block, or after two seconds.
+/// Answers each call only when another thread has read a parameter or rendered a block, or after half a minute.
 struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
   explicit WaitingHost(BramelInstrument& shell) : instrument(shell) {}
   void beginEdit(std::uint64_t /*index*/) override { waitForAnotherThread(); }
@@ -40,7 +40,7 @@ struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
     std::packaged_task<void()> ask(call);
     auto answer = ask.get_future();
     readers.emplace_back(std::move(ask));
-    answered += answer.wait_for(std::chrono::seconds(2)) == std::future_status::ready ? 1 : 0;
+    answered += answer.wait_for(std::chrono::seconds(30)) == std::future_status::ready ? 1 : 0;
     ++calls;
   }
 
@@ -58,7 +58,7 @@ TEST_F(Shell, LetsBlocksRunWhileAStateIsPacked) {
     std::packaged_task<void()> block([this] { run(); });
     auto done = block.get_future();
     audio = std::jthread(std::move(block));
-    isBlockServed = done.wait_for(std::chrono::seconds(2)) == std::future_status::ready;
+    isBlockServed = done.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
   };
   static constexpr std::uint8_t kByte = 0;
   generator->heldBySnapshot = [&] { return std::shared_ptr<const void>(&kByte, runBlock); };

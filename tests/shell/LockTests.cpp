@@ -90,7 +90,7 @@ TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
     void automate(std::uint64_t, float) override {}
     void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {
       sent = std::async(std::launch::async, play);
-      isSent = sent.wait_for(std::chrono::seconds(2)) == std::future_status::ready;
+      isSent = sent.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
     }
     void parametersChanged() override {}
     void programChanged(bramel::vst::Origin) override {}

@@ -245,7 +245,7 @@ TEST_F(TwoInstances, ReachTheDiskByThemselvesOnceItTakesThem) {
   store(kUser, "d", 0.5F);
   EXPECT_FALSE(shell->areProgramsWritten());
   fs::remove(userFile());
-  for (int i = 0; i < 500 && !shell->areProgramsWritten(); ++i) {
+  for (int i = 0; i < 3000 && !shell->areProgramsWritten(); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   restart();

@@ -123,6 +123,8 @@ class Keyboard:
         self.x11, self.xtst = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXtst.so.6")
         self.x11.XOpenDisplay.restype = ctypes.c_void_p
         self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
+        self.no_error = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda *_: 0)
+        self.x11.XSetErrorHandler(self.no_error)  # A window that is not shown yet takes no focus.
 
     def key(self, letter, is_down):
         symbol = 0xFF1B if letter == "\x1b" else ord(letter)
@@ -144,9 +146,9 @@ class Keyboard:
         self.key(letter, False)
 
     def focus(self):
-        """Without a window manager nobody gives the program's window, the only one, the keyboard."""
+        """Without a window manager nobody gives the program's window, the only one, the keyboard. Whether it has it."""
         root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
-        unused, count = ctypes.c_ulong(), ctypes.c_uint()
+        unused, focused, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_uint()
         children = ctypes.POINTER(ctypes.c_ulong)()
         by = ctypes.byref
         self.x11.XQueryTree(self.display, root, by(unused), by(unused), by(children), by(count))
@@ -154,7 +156,9 @@ class Keyboard:
             name = ctypes.c_char_p()
             if self.x11.XFetchName(self.display, ctypes.c_ulong(child), by(name)) and name.value == b"Sivray":
                 self.x11.XSetInputFocus(self.display, ctypes.c_ulong(child), 0, ctypes.c_ulong(0))
-        self.x11.XFlush(self.display)
+                self.x11.XGetInputFocus(self.display, by(focused), by(ctypes.c_int()))
+                return focused.value == child
+        return False
 
 
 def check(condition, text):
@@ -282,7 +286,7 @@ def play(scene, folder):
     program = scene.start_program()
     check(scene.said("JACK: system, 44100 Hz, 512 frames"), "the program opens the sound server's device")
     keyboard = Keyboard()
-    keyboard.focus()
+    check(comes_true(keyboard.focus), "its window takes the keyboard")
     time.sleep(0.5)
 
     recorder = UnhurriedRecorder(5.5)
