@@ -56,7 +56,7 @@ Verdict openAndClose(const CheckSettings& settings) {
     isShown = isShown && isThere(scene, {});
     growth.look();
   }
-  const bool flat = growth.threads() == 0 && growth.files() <= 0;
+  const bool flat = growth.threads() <= 0 && growth.files() <= 0;
   const bool quick = isSanitized() || (first <= kMostForFirst && medianOf(openings) <= kMostForLater &&
                                        medianOf(closings) <= kMostForClosing);
   const bool small =
@@ -169,7 +169,7 @@ Verdict unloading(const CheckSettings& settings) {
   }
   const bool gone =
       isSanitized() || (leftBehind == 0 && growth.heapKiB() <= mostHeap && growth.pagesKiB() <= kLeakOfThreadsPagesKiB);
-  return verdict(gone && growth.threads() == 0 && growth.files() <= 0,
+  return verdict(gone && growth.threads() <= 0 && growth.files() <= 0,
                  "%d cycles of load, open, close and unload: %d stayed mapped, %+lld KiB of heap, %+lld of pages, "
                  "%+d threads, %+d files",
                  cycles, leftBehind, static_cast<long long>(growth.heapKiB()),

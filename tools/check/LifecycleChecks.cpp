@@ -53,7 +53,7 @@ Verdict loadAndUnload(const CheckSettings& settings) {
   }
   const std::int64_t mostHeap = settings.isVst2() ? kLeakKiB : kLeakWithHostKiB;
   const std::int64_t mostPages = settings.isVst2() ? kLeakOfPagesKiB : kLeakOfPagesWithHostKiB;
-  const bool flat = growth.threads() == 0 && growth.files() <= 0;
+  const bool flat = growth.threads() <= 0 && growth.files() <= 0;
   const bool small = isSanitized() || (leftBehind == 0 && growth.heapKiB() <= mostHeap &&
                                        growth.pagesKiB() <= mostPages && coldMilliseconds <= kColdMilliseconds);
   return verdict(flat && small,

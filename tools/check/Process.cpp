@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -16,7 +17,6 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string_view>
 #endif
 
@@ -28,23 +28,19 @@ const ProcessUse& GrowthWatch::warm() const { return uses[std::min<std::size_t>(
 
 std::int64_t GrowthWatch::heapKiB() const { return uses.back().heapKiB - warm().heapKiB; }
 
-std::ptrdiff_t GrowthWatch::cyclesOfEnd() const {
-  return std::min<std::ptrdiff_t>(kWarmCycles, static_cast<std::ptrdiff_t>(uses.size()));
+template <typename Figure>
+Figure GrowthWatch::grown(Figure ProcessUse::*figure) const {
+  const auto cycles = std::min<std::ptrdiff_t>(kWarmCycles, std::ssize(uses));
+  const auto less = [figure](const ProcessUse& a, const ProcessUse& b) { return a.*figure < b.*figure; };
+  return (*std::min_element(uses.end() - cycles, uses.end(), less)).*figure -
+         (*std::max_element(uses.begin(), uses.begin() + cycles, less)).*figure;
 }
 
-std::int64_t GrowthWatch::pagesKiB() const {
-  constexpr auto kLess = [](const ProcessUse& a, const ProcessUse& b) { return a.ownKiB < b.ownKiB; };
-  return std::min_element(uses.end() - cyclesOfEnd(), uses.end(), kLess)->ownKiB -
-         std::max_element(uses.begin(), uses.begin() + cyclesOfEnd(), kLess)->ownKiB;
-}
+std::int64_t GrowthWatch::pagesKiB() const { return grown(&ProcessUse::ownKiB); }
 
-int GrowthWatch::threads() const {
-  constexpr auto kFewer = [](const ProcessUse& a, const ProcessUse& b) { return a.threads < b.threads; };
-  return std::min_element(uses.end() - cyclesOfEnd(), uses.end(), kFewer)->threads -
-         std::min_element(uses.begin(), uses.begin() + cyclesOfEnd(), kFewer)->threads;
-}
+int GrowthWatch::threads() const { return grown(&ProcessUse::threads); }
 
-int GrowthWatch::files() const { return uses.back().files - warm().files; }
+int GrowthWatch::files() const { return grown(&ProcessUse::files); }
 
 #ifdef _WIN32
 

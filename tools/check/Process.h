@@ -19,10 +19,10 @@ struct ProcessUse {
 
 ProcessUse processUse();
 
-/// What repeated cycles leave behind, from the end of the tenth on. The allocator takes and returns pages by where its
-/// free blocks happen to lie, up to a MiB in either direction, so that pages count only if the last cycles all have
-/// more than each of the first. A thread that has been waited for is counted until the system has cleaned up behind it,
-/// so that the fewest of the last ten cycles and of the first are compared.
+/// What repeated cycles leave behind, from the end of the tenth on. All but the heap counts only if the last ten cycles
+/// all have more than each of the first ten: the allocator takes and returns pages by where its free blocks happen to
+/// lie, up to a MiB in either direction; a thread may start and open its files after the look, and one that has been
+/// waited for is counted until the system has cleaned up behind it.
 class GrowthWatch {
  public:
   static constexpr int kWarmCycles = 10;
@@ -37,8 +37,9 @@ class GrowthWatch {
 
  private:
   const ProcessUse& warm() const;
-  /// How many cycles count as the first or the last ones.
-  std::ptrdiff_t cyclesOfEnd() const;
+  /// The least of the last ten cycles over the most of the first ten.
+  template <typename Figure>
+  Figure grown(Figure ProcessUse::*figure) const;
 
   std::vector<ProcessUse> uses;
 };
