@@ -148,7 +148,8 @@ Verdict kitOfThePanel(const CheckSettings& settings) {
 }
 
 /// The delete menu, in a window of its own, and the file dialog, inside the panel, each open when the editor closes and
-/// when the instance ends. The button that opened the menu is held until then, and later panels take clicks all the same.
+/// when the instance ends. The button that opened the menu is held until then, and later panels take clicks all the
+/// same.
 Verdict openAtClose(const CheckSettings& settings) {
   const Sandbox sandbox;
   writeUserPrograms(3);
