@@ -3,12 +3,19 @@
 
 # Lets all checkouts share the compiler cache.
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
-# Without it the cache leaves out what reads a precompiled header.
-export CCACHE_SLOPPINESS=pch_defines,time_macros
+# Without the first the cache leaves out what reads a precompiled header; with the second it knows one by its checksum, which stands
+# beside it. With the third it does not run the preprocessor.
+export CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_PCH_EXTSUM=1 CCACHE_DEPEND=1
 
 # Dates in packages are that of the last commit, or without git that of the release: the same sources give the same bytes.
 export SOURCE_DATE_EPOCH="${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null ||
   date -d "$(sed -n 's/^ -- .*>  //p' packaging/changelog | head -n 1)" +%s)}"
+
+# in_huge_pages COMMAND...: runs it with its heap in huge pages, where the system leaves that to programs. Clang takes a fifth less
+# time with them, more under a hypervisor that makes page faults slow.
+in_huge_pages() {
+  GLIBC_TUNABLES="glibc.malloc.hugetlb=1:glibc.malloc.top_pad=$((64 << 20))${GLIBC_TUNABLES:+:$GLIBC_TUNABLES}" "$@"
+}
 
 say() { printf '\n== %s\n' "$*"; }
 
@@ -127,7 +134,7 @@ build() {
     configure "$preset" || exit
     say "Building build/$preset${*:+ ($*)}: steps done/all, seconds"
     begun=$SECONDS
-    NINJA_STATUS='[%f/%t, %e s] ' cmake --build "build/$preset" ${*:+--target "$@"} || exit
+    NINJA_STATUS='[%f/%t, %e s] ' in_huge_pages cmake --build "build/$preset" ${*:+--target "$@"} || exit
     echo "Built in $((SECONDS - begun)) s"
   ) 9>"build/$preset.lock"
 }
