@@ -19,8 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (processor.controller().ccMap.contains(127)) {
     std::abort();
   }
+  const picojson::value map = parseJson({data, size});  // Throws nothing.
   try {
-    processor.controller().nativeModeMap.read(parseJson({data, size}));
+    processor.controller().nativeModeMap.read(map);
   } catch (const std::runtime_error&) {
   }
   return processor.controller().nativeModeMap.layoutType > 5 ? std::abort(), 0 : 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 #include "core/SharedByBytes.h"
 
@@ -19,9 +20,13 @@ picojson::value parseJson(std::span<const std::uint8_t> text) {
   picojson::value document;
   std::string error;
   const auto* begin = reinterpret_cast<const char*>(text.data());
-  picojson::parse(document, begin, begin + text.size(), &error);
+  try {
+    picojson::parse(document, begin, begin + text.size(), &error);
+  } catch (const std::overflow_error&) {  // A number that no double can hold.
+    return {};
+  }
   if (!error.empty()) {
-    return picojson::value();
+    return {};
   }
   return document;
 }

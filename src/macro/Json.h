@@ -13,8 +13,8 @@
 
 namespace tesh::vimo {
 
-/// Returns the document, or null if its text has a syntax error; memberOf then throws. Bytes behind the first value are
-/// ignored.
+/// Returns the document, or null if its text has a syntax error or a number that is too large; memberOf then throws.
+/// Bytes behind the first value are ignored.
 picojson::value parseJson(std::span<const std::uint8_t> text);
 
 /// Documents that are parsed once for all instances. An instance holds those that it has read, so that the next one

@@ -43,7 +43,7 @@ TEST(MacroDescription, FailsWithTheLibrarysText) {
   const std::string object = std::string(kMismatch) + "object>()";
   const std::string string = std::string(kMismatch) + "std::string>()";
   const std::string array = std::string(kMismatch) + "array>()";
-  for (const char* text : {"", "{", "[]", "1", "{}", R"({"processor": 1})"}) {
+  for (const char* text : {"", "{", "[]", "1", "{}", R"({"processor": 1})", "1e999"}) {
     EXPECT_EQ(failure(text), object) << text;
   }
   EXPECT_EQ(failure(R"({"processor": {}})"), string);

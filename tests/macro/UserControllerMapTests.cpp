@@ -63,7 +63,7 @@ TEST_F(UserControllers, AreTheFactorysWithTheLinesThatWereChanged) {
 }
 
 TEST_F(UserControllers, BeginAnewFromABrokenFileAndRefuseWhatNoMapHolds) {
-  for (const char* const text : {"", "{", "[]", "{\"cc_map\": 7}"}) {
+  for (const char* const text : {"", "{", "[]", "{\"cc_map\": 7}", "{\"cc_map\": {\"1\": 1e999}}"}) {
     write(user, text);
     EXPECT_EQ(activeControllerMap("Drum").size(), 3U) << text;
     EXPECT_TRUE(changeUserController("Drum", 1, 2));
