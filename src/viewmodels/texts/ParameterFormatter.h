@@ -11,11 +11,12 @@ class ParameterFormatter {
  public:
   virtual ~ParameterFormatter() = default;
 
-  /// The text of a value from 0 to 1. A value outside counts as the nearer end, NaN as 0. Any thread; allocates.
+  /// The text of a value from 0 to 1. A value outside counts as the nearer end, NaN as 0, unless a class says
+  /// otherwise. Any thread; allocates.
   virtual std::string format(float value) const = 0;
 };
 
-/// One of two words: the first below 0.5, the second from 0.5 on.
+/// One of two words: the first below 0.5, the second from 0.5 on and for NaN.
 class BinaryParameterFormatter : public ParameterFormatter {
  public:
   BinaryParameterFormatter(std::string low, std::string high);
