@@ -1,6 +1,7 @@
 // Programs and their files, and the state that a host keeps.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <fstream>
 #include <functional>
@@ -211,6 +212,25 @@ TEST_F(TwoInstances, EachKeepItsOwnChangeOfAProgramThatBothHaveChanged) {
   shell->moveProgram(kUser, 1, 2);
   EXPECT_EQ(names(kUser), (Log{"c", "our b", "their b"}));
   EXPECT_EQ(shell->currentBank(), 2U) << "the selected program is gone";
+}
+
+TEST_F(TwoInstances, ReadAndWriteTheirFileOneAfterTheOther) {
+  shell->saveProgramAs(kUser, "ours");  // The move's block, which runs between reading and writing, selects it.
+  std::thread elsewhere;
+  std::atomic<bool> isSaved = false;
+  editor->whenHeld = [&] {
+    elsewhere = std::thread([&] {
+      other->saveProgramAs(kUser, "theirs");
+      isSaved = true;
+    });
+    for (int i = 0; i < 20 && !isSaved; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  };
+  shell->moveProgram(kUser, 0, 1);
+  elsewhere.join();
+  restart();
+  EXPECT_EQ(namesIn(*other), (Log{"a", "b", "c", "theirs", "ours"})) << "nothing is lost";
 }
 
 TEST_F(TwoInstances, TakeNothingFromAFileThatIsNoListOfPrograms) {

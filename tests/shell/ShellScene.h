@@ -13,6 +13,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/shell/BramelInstrument.h"
@@ -147,7 +148,12 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback, Noting {
     }
     return text;
   }
-  void holdUpdates() override { note("hold"); }
+  void holdUpdates() override {
+    note("hold");
+    if (whenHeld) {
+      std::exchange(whenHeld, nullptr)();
+    }
+  }
   void releaseUpdates() override { note("release"); }
   void programSaved(const std::string& bank, const std::uint64_t* ids, std::uint64_t count) override {
     note("saved " + bank + list(ids, count));
@@ -165,6 +171,7 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback, Noting {
   }
   Log log;
   Log messages;
+  std::function<void()> whenHeld;  ///< Called once, inside a block.
 };
 
 /// Gives the last value as its text.

@@ -17,6 +17,15 @@
 #include "storage/state/EditBufferRecord.h"
 
 namespace tesh::bramel::vst {
+namespace {
+
+/// Of the instances in this process, one at a time is between reading the user's program file and writing it.
+std::mutex& oneInstanceMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
+
+}  // namespace
 
 using vimo::Bank;
 
@@ -52,8 +61,7 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
 
 template <typename Change, typename Report>
 void ShellPrograms::changeBanks(Effect effect, Change change, Report report, const FileLock& fileLock) {
-  static std::mutex oneInstanceMutex;  // Of those in this process, from reading the file to writing it.
-  const std::lock_guard oneInstance(oneInstanceMutex);
+  const std::lock_guard oneInstance(oneInstanceMutex());
   core.assertMayWait();
   vimo::ProgramShelf& shelf = controller().programs();
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
