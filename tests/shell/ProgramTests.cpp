@@ -127,7 +127,7 @@ TEST_F(Programs, ReachTheDiskWithEveryChangeOfABank) {
   expectOnDisk({"over", "a", "a", "b", "c"});
 }
 
-TEST_F(Programs, KeepACopyOfTheirFileBeforeTheyAreDeletedOverwrittenOrImported) {
+TEST_F(Programs, KeepACopyOfTheirFileBeforeAnythingInItIsLost) {
   const std::string exported = (documents / "one.prog").string();
   std::string before;
   const auto expectCopy = [&](const std::function<void()>& change) {
@@ -147,6 +147,8 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeTheyAreDeletedOverwrittenOrImported) 
   expectCopy([this] { shell->overwriteProgram(); });
   expectCopy([&] { shell->importPrograms(exported); });
   expectCopy([this] { shell->deleteProgram(kUser, 0); });
+  fs::resize_file(userFile(), 300);  // Nobody can read it as it is, but its user may know how to mend it.
+  expectCopy([this] { shell->saveProgramAs(kUser, "d"); });
 }
 
 /// Two instances in a song, each of which loaded the user's programs before the other changed them.

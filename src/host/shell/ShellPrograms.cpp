@@ -66,6 +66,7 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
   vimo::ProgramShelf& shelf = controller().programs();
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
   const auto ofOthers = vimo::readProgramsOfOthers(readFile(path), shelf);
+  const Effect onFile = ofOthers ? effect : Effect::takesAway;  // What cannot be read may still be worth something.
   {
     const MainLock lock(core.mainMutex);
     if (!change(shelf, lock)) {
@@ -74,7 +75,7 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
     shelf.fit(Bank::user);
   }
   const ForeignPrograms foreign = ofOthers ? takeOver(*ofOthers, fileLock) : ForeignPrograms{};
-  writeUserPrograms(path, effect, fileLock);
+  writeUserPrograms(path, onFile, fileLock);
   const MainLock lock(core.mainMutex);
   core.tellEditor(lock, [&](BramelInstrumentUICallback& editor) {
     if (!foreign.gone.empty()) {
