@@ -44,17 +44,16 @@ PadWaves::Move PadWaves::take(std::size_t pad, std::int32_t wave) {
   return {before, memory.frameOf(memory.memoryOf(pad))};
 }
 
-/// Without the file the memory keeps the wave before, for voices that play it.
+/// Without the file the pad stays without a wave. Its memory keeps the wave before, for voices that play it.
 void PadWaves::begin(std::size_t pad, std::int32_t wave) {
-  PcmSlot& slot = memory.slot(pad);
   auto opened = file.open();
   if (!opened) {
-    slot.data = memory.memoryOf(pad);
-    slot.frames = 0;
+    empty(pad);
     return;
   }
   const WaveStretch stretch = stretchOf(wave);
   OwnMemory& own = memory.useOwn(pad);
+  PcmSlot& slot = memory.slot(pad);
   slot.data = own.area.samples();
   slot.frames = stretch.frames;
   readings[pad].begin(std::move(*opened), stretch, own.area, own.writtenFrames);

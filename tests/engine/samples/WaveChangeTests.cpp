@@ -115,7 +115,8 @@ TEST(WaveChange, EmptiesTheSlotWhenTheDataCannotBeOpened) {
   std::filesystem::remove(pads.folder.pathOf("drumdata.bin"));
   pads.change(0, 0);
   EXPECT_EQ(pads.frames(0), 0U);
-  EXPECT_EQ(pads.pool.slot(0).data, pads.pool.memoryOf(0));
+  EXPECT_EQ(pads.pool.slot(0).data, pads.pool.silence()) << "a voice plays its first frame even if there is none";
+  EXPECT_EQ(pads.side(0, 0), padded(ramp(1, 4))) << "for voices that play it";
 }
 
 TEST(WaveChange, ReadsWavesAgainWhenTheDataComesBack) {
