@@ -21,13 +21,6 @@ std::int32_t integerAt(const ParameterRow& row, float value) {
   return cofu::core::truncateToInt(std::clamp(steps, -kLimit, kLimit)) + row.minimum;
 }
 
-void clear(const StereoOut& out, int frames) {
-  if (out.isConnected()) {
-    std::fill_n(out.left, frames, 0.0F);
-    std::fill_n(out.right, frames, 0.0F);
-  }
-}
-
 void put(const StereoOut& out, BusSamples bus, int frames) {
   for (int frame = 0; out.isConnected() && frame < frames; ++frame) {
     out.left[frame] = static_cast<float>(bus.left[frame]) * kFloatScale;
@@ -120,7 +113,7 @@ bool DrumEngine::renderBlock(float* left, float* right, int frames, const Engine
     std::fill_n(right, frames, 0.0F);
     if (outs != nullptr) {
       PadTaps::clear(outs->pads, frames);
-      clear(outs->effect, frames);
+      outs->effect.clear(frames);
     }
     return true;
   }
@@ -131,7 +124,7 @@ bool DrumEngine::renderBlock(float* left, float* right, int frames, const Engine
   if (isSounding && !feedsEffect && effect.skip(frames)) {
     masterGroup.render(buses.dry, {}, {left, right}, frames);
     if (outs != nullptr) {
-      clear(outs->effect, frames);
+      outs->effect.clear(frames);
     }
     return false;
   }

@@ -110,10 +110,7 @@ void PadTaps::spread(std::span<const std::int32_t> padOfLane, int frames, const 
 
 void PadTaps::clear(const PadOuts& pads, int frames) {
   for (const StereoOut& pad : pads) {
-    if (pad.isConnected()) {
-      std::fill_n(pad.left, frames, 0.0F);
-      std::fill_n(pad.right, frames, 0.0F);
-    }
+    pad.clear(frames);
   }
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +21,12 @@ struct StereoOut {
   float* right = nullptr;
 
   bool isConnected() const { return left != nullptr && right != nullptr; }
+  void clear(int frames) const SIVRAY_NONBLOCKING {
+    if (isConnected()) {
+      std::fill_n(left, frames, 0.0F);
+      std::fill_n(right, frames, 0.0F);
+    }
+  }
   /// The same out from a later frame on.
   StereoOut from(int frame) const { return isConnected() ? StereoOut{left + frame, right + frame} : StereoOut{}; }
 };
