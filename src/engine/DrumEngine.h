@@ -43,7 +43,8 @@ enum class WaveLoading : std::uint8_t {
   later  ///< In `loadWaves`: a state that is set before then names other waves, and these would be read for nothing.
 };
 
-/// Runs at 44100 Hz. Rendering, notes and `setParameter` belong to the audio thread; reads may come from any thread.
+/// Runs at 44100 Hz. Rendering, notes and `setParameter` belong to the audio thread; reads may come from any thread,
+/// those of the meters not during a render.
 class DrumEngine {
  public:
   /// Builds `padCount` pads (limited to 1 .. kMaxPads), each with a slot of `slotFrames` frames, and gives each a wave.

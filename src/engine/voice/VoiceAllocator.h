@@ -53,7 +53,7 @@ class VoiceAllocator {
   void skip(int frames) SIVRAY_NONBLOCKING;
 
   /// The peak of the pad's voice in the last render, 0 to 32767. Side 0 is left, side 1 right; anything else gives 0.
-  /// May be read on any thread.
+  /// Any thread, but not during a render.
   std::int32_t padLevel(unsigned pad, unsigned side) const SIVRAY_NONBLOCKING;
 
  private:

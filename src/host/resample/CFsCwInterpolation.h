@@ -48,8 +48,8 @@ class CFsCwInterpolation : public CFscBase {
   }
 
   /// Designs a filter of `length` coefficients in `newPhases` phases, with the cut-off in Hz, for a signal at
-  /// `fromRate` Hz, and starts from silence. Without effect on later calls of `process`, which then return 0, if the
-  /// step between output frames is below 1 or needs more than 32 bits, in Q14 phases. Allocates.
+  /// `fromRate` Hz, and starts from silence. If the step between output frames is below 1 or needs more than 32 bits,
+  /// in Q14 phases, later calls of `process` return 0. Allocates.
   void configure(std::int32_t length, std::int32_t fromRate, float toRate, std::int32_t cutoffHz,
                  std::int32_t newPhases, double gainDb);
 
