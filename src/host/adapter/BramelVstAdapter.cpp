@@ -72,7 +72,8 @@ class BramelVstAdapter::Impl {
 
   Impl(std::shared_ptr<BramelInstrument> shell, std::shared_ptr<BramelInstrumentEditor> newEditor);
 
-  /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter.
+  /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter, which the instrument
+  /// answers as any unknown one.
   std::uint64_t parameterId(std::int32_t index) const SIVRAY_NONBLOCKING {
     return index < 0 ? BramelInstrument::kNoParameter : instrument->parameterId(static_cast<std::uint64_t>(index));
   }
@@ -209,15 +210,11 @@ std::int32_t BramelVstAdapter::processEvents(VstEvents* events) {
 }
 
 void BramelVstAdapter::setParameter(std::int32_t index, float value) {
-  const std::uint64_t id = impl->parameterId(index);
-  if (id != BramelInstrument::kNoParameter) {
-    impl->instrument->setParameter(id, value);
-  }
+  impl->instrument->setParameter(impl->parameterId(index), value);
 }
 
 float BramelVstAdapter::getParameter(std::int32_t index) {
-  const std::uint64_t id = impl->parameterId(index);
-  return id != BramelInstrument::kNoParameter ? impl->instrument->parameterValue(id) : 0.0F;
+  return impl->instrument->parameterValue(impl->parameterId(index));
 }
 
 std::int32_t BramelVstAdapter::getProgram() { return numberForHost(impl->instrument->currentProgram()); }
@@ -233,21 +230,11 @@ void BramelVstAdapter::getProgramName(char* text) { fillText(text, impl->instrum
 void BramelVstAdapter::getParameterLabel(std::int32_t /*index*/, char* /*text*/) {}
 
 void BramelVstAdapter::getParameterDisplay(std::int32_t index, char* text) {
-  const std::uint64_t id = impl->parameterId(index);
-  if (id == BramelInstrument::kNoParameter) {
-    copyText(text, "", kParameterTextBytes);
-    return;
-  }
-  fillText(text, impl->instrument->parameterDisplay(id));
+  fillText(text, impl->instrument->parameterDisplay(impl->parameterId(index)));
 }
 
 void BramelVstAdapter::getParameterName(std::int32_t index, char* text) {
-  const std::uint64_t id = impl->parameterId(index);
-  if (id == BramelInstrument::kNoParameter) {
-    copyText(text, "", kParameterTextBytes);
-    return;
-  }
-  fillText(text, impl->instrument->parameterName(id));
+  fillText(text, impl->instrument->parameterName(impl->parameterId(index)));
 }
 
 std::int32_t BramelVstAdapter::getChunk(void** data, bool /*isPreset*/) {
