@@ -202,52 +202,6 @@ TEST_F(Clap, ABlockWithoutTwoChannelsIsRefusedButItsValuesCount) {
   EXPECT_EQ(plugin.status, ProcessStatus::proceed) << "a block of no frames is one";
 }
 
-TEST_F(Clap, ModulationIsHeardButNeitherKeptNorShown) {
-  Instance modulated;
-  Instance plain;
-  modulated.started();
-  plain.started();
-  modulated.events.addValue(kLevelOfPad1, nullptr, 0.75, 0);
-  modulated.events.addValue(kLevelOfPad1, nullptr, -0.5, 0, EventType::paramModulation);
-  modulated.events.addValue(kWaveOfPad1, nullptr, 1.0, 0, EventType::paramModulation);  // Has states, which stay.
-  plain.events.addValue(kLevelOfPad1, nullptr, 0.25, 0);
-  for (Instance* const each : {&modulated, &plain}) {
-    each->note(EventType::noteOn, 36, 0);
-  }
-  EXPECT_EQ(modulated.render(512), plain.render(512));
-  EXPECT_EQ(modulated.value(kLevelOfPad1), 0.75);
-  Instance reader;
-  reader.started();
-  EXPECT_TRUE(reader.load(modulated.state()));
-  EXPECT_EQ(reader.value(kLevelOfPad1), 0.75);
-  modulated.events.addValue(kLevelOfPad1, nullptr, 0.0, 0, EventType::paramModulation);
-  plain.events.addValue(kLevelOfPad1, nullptr, 0.75, 0);
-  EXPECT_EQ(modulated.render(64), plain.render(64));
-}
-
-TEST_F(Clap, ModulationStaysWhenAKitComes) {
-  Instance modulated;
-  Instance plain;
-  modulated.started();
-  plain.started();
-  modulated.events.addValue(kMaster, nullptr, -0.25, 0, EventType::paramModulation);
-  modulated.render(64);
-  for (Instance* const each : {&modulated, &plain}) {
-    const auto& presets = each->extension<PresetLoad>(kPresetLoad);
-    EXPECT_TRUE(presets.fromLocation(each->plugin, LocationKind::plugin, nullptr, "1"));
-  }
-  modulated.render(64);
-  plain.render(64);
-  EXPECT_EQ(modulated.value(kMaster), plain.value(kMaster));
-  plain.events.addValue(kMaster, nullptr, plain.value(kMaster) - 0.25, 0);
-  plain.render(2048);
-  modulated.render(2048);
-  for (Instance* const each : {&modulated, &plain}) {
-    each->note(EventType::noteOn, 36, 0);
-  }
-  EXPECT_EQ(modulated.render(512), plain.render(512));
-}
-
 TEST_F(Clap, TheMainThreadReadsAndLoadsWhileBlocksRun) {
   Instance plugin;
   plugin.started();

@@ -93,7 +93,6 @@ std::int32_t ClapBlock::process(const Process& block) {
   if (block.transport != nullptr) {
     takeTransport(*block.transport);
   }
-  restoreModulation();
   renderedFrames = 0;
   lastEnd = 0;
   noteEnds = block.outEvents;
@@ -142,7 +141,6 @@ void ClapBlock::setOutActive(std::size_t out, bool isActive) {
 }
 
 void ClapBlock::flush(const InputEvents* in, const OutputEvents* out) {
-  restoreModulation();
   renderedFrames = 0;
   noteEnds = out;
   EventList(in).each([&](const EventHeader& event) {
@@ -150,7 +148,7 @@ void ClapBlock::flush(const InputEvents* in, const OutputEvents* out) {
       takeEvent(event, 0);
     }
   });
-  writes.handOver();
+  handOver();
   ++renders;
   giveReports(out, 0);
 }
@@ -158,7 +156,7 @@ void ClapBlock::flush(const InputEvents* in, const OutputEvents* out) {
 void ClapBlock::reset() { held.fill({}); }
 
 void ClapBlock::render(std::uint32_t from, std::uint32_t to) {
-  writes.handOver();
+  handOver();
   const auto frames = static_cast<std::int32_t>(to - from);
   if (hasOuts) {
     std::array<float*, vimo::kAllChannels> rest{};
@@ -210,6 +208,7 @@ void ClapBlock::takeEvent(const EventHeader& event, std::int32_t frame) {
 // Values.
 
 void ClapBlock::takeValue(const ParamEvent& event) {
+  restoreModulation();
   const std::uint32_t index = parameters.find(event.paramId, event.cookie);
   const bool isModulation = event.header.type == EventType::paramModulation;
   if (index == ClapParameters::kNone || !std::isfinite(event.value) ||
@@ -236,7 +235,7 @@ void ClapBlock::write(std::uint32_t index) {
   writes.put(parameters.idAt(index), std::clamp(sum, 0.0F, 1.0F));
 }
 
-/// Puts the offsets on the values of a kit or a state that has come since the last block.
+/// Puts the offsets on the values of a kit or a state that has come.
 void ClapBlock::restoreModulation() {
   if (!reports.takeValuesChanged()) {
     return;
@@ -247,6 +246,12 @@ void ClapBlock::restoreModulation() {
       write(index);
     }
   }
+}
+
+/// A kit that has come since the writes were put outranks those that carry modulation.
+void ClapBlock::handOver() {
+  restoreModulation();
+  writes.handOver();
 }
 
 // Notes. A key has one voice, whatever the ids of its notes are, so that one id a key is remembered.

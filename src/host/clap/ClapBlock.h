@@ -42,8 +42,8 @@ class ClapBlock {
   void reset() SIVRAY_NONBLOCKING;
 
   /// The value that the host or the panel set last, without its modulation; `isModulated` is false where the
-  /// instrument itself has it. Any thread.
-  bool isModulated(std::uint32_t index) const { return values[index].offset != 0.0F; }
+  /// instrument itself has it, as with all values of a kit or a state until the next block. Any thread.
+  bool isModulated(std::uint32_t index) const { return values[index].offset != 0.0F && !reports.areValuesNew(); }
   float baseOf(std::uint32_t index) const { return values[index].base; }
 
  private:
@@ -72,6 +72,7 @@ class ClapBlock {
   void readBase(std::uint32_t index) SIVRAY_NONBLOCKING;
   void write(std::uint32_t index) SIVRAY_NONBLOCKING;
   void restoreModulation() SIVRAY_NONBLOCKING;
+  void handOver() SIVRAY_NONBLOCKING;
   void sendNote(std::uint8_t status, std::size_t key, std::uint8_t velocity, std::int32_t frame) SIVRAY_NONBLOCKING;
   void endNote(std::size_t key, std::int32_t frame) SIVRAY_NONBLOCKING;
   void render(std::uint32_t from, std::uint32_t to) SIVRAY_NONBLOCKING;

@@ -46,8 +46,10 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   /// The oldest report, if one waits. By one thread at a time, which the interface's rules see to. Audio thread too.
   bool take(Report& report) SIVRAY_NONBLOCKING;
 
-  /// True once after all values may have changed. Audio thread.
-  bool takeValuesChanged() SIVRAY_NONBLOCKING { return haveValuesChanged.exchange(false); }
+  /// Whether a kit or a state has brought values that the block has yet to take. Any thread.
+  bool areValuesNew() const SIVRAY_NONBLOCKING { return haveValuesChanged.load(std::memory_order_relaxed); }
+  /// True once after that. Audio thread.
+  bool takeValuesChanged() SIVRAY_NONBLOCKING { return areValuesNew() && haveValuesChanged.exchange(false); }
 
   /// The host has loaded a state, which it knows to be its song's. Main thread.
   void stateLoaded();
