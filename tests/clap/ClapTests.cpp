@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <random>
 #include <thread>
 
 #include "clap/ClapScene.h"
 #include "host/shell/Construction.h"
+#include "support/QuietGenerator.h"
 
 namespace clap {
 namespace {
@@ -43,6 +45,48 @@ TEST_F(Clap, ValuesAndNotesTakeForceAtTheirOwnFrames) {
     EXPECT_EQ(whole.render(512), expected) << rate;
     EXPECT_FLOAT_EQ(static_cast<float>(whole.value(kLevelOfPad1)), 0.1F);
   }
+}
+
+/// Notes how many frames it renders at which tempo, and the messages that come with them.
+struct TempoNotes final : tesh::vimo::QuietGenerator {
+  explicit TempoNotes(Log& newLog) : log(newLog) {}
+  void process(tesh::vimo::ProcessBlock& block) override {
+    tesh::cofu::core::mayWait([&] {
+      log.push_back(std::to_string(block.frames) + " at " + std::to_string(std::lround(tempo)));
+      for (const auto& message : *block.midiIn) {
+        log.push_back(std::to_string(message.status()) + "@" + std::to_string(message.frame));
+      }
+    });
+  }
+  void tempoChanged(double bpm) override { tempo = bpm; }
+  Log& log;
+  double tempo = 0.0;
+};
+
+TEST_F(Clap, TempoAndTransportTakeForceAtTheirOwnFrames) {
+  Log log;
+  const auto instrument = std::make_shared<tesh::bramel::vst::BramelInstrument>(
+      std::make_unique<tesh::bramel::vst::BramelInstrument::Processor>("Sivray", std::make_unique<TempoNotes>(log)));
+  const ClapParameters parameters(*instrument);
+  const ClapHost host(nullptr);
+  ClapReports reports(*instrument, parameters, host);
+  ClapBlock block(instrument, parameters, reports);
+  std::array<float, 64> samples{};
+  std::array<float*, 2> channels{samples.data(), samples.data()};
+  AudioBuffer output{channels.data(), nullptr, 2, 0, 0};
+  TransportEvent transport{};
+  transport.header = {sizeof(transport), 0, kCoreSpace, EventType::transport, 0};
+  transport.flags = TransportFlag::hasTempo | TransportFlag::isPlaying;
+  transport.tempo = 90.0;
+  TransportEvent later = transport;
+  later.header.time = 40;
+  later.flags = TransportFlag::hasTempo;
+  later.tempo = 150.0;
+  EventQueue events;
+  events.add(later);
+  block.process({0, 64, &transport, nullptr, &output, 0, 1, events.list(), nullptr});
+  block.process({64, 64, nullptr, nullptr, &output, 0, 1, nullptr, nullptr});
+  EXPECT_EQ(log, (Log{"40 at 90", "250@0", "24 at 150", "252@0", "64 at 150"}));
 }
 
 TEST_F(Clap, EventsOutOfOrderCountAtOnceAndForeignOnesNotAtAll) {

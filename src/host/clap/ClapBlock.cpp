@@ -28,6 +28,9 @@ bool isWrite(const EventHeader& event) {
   return event.type == EventType::paramValue || event.type == EventType::paramModulation;
 }
 
+/// Whether the shell takes what the event brings at the start of a block alone.
+bool cutsBlock(const EventHeader& event) { return isWrite(event) || event.type == EventType::transport; }
+
 /// The events of a host's list, whose functions are the host's code.
 class EventList {
  public:
@@ -99,7 +102,7 @@ std::int32_t ClapBlock::process(const Process& block) {
   const std::uint32_t last = block.frameCount > 0 ? block.frameCount - 1 : 0;
   EventList(block.inEvents).each([&](const EventHeader& event) {
     const std::uint32_t frame = std::clamp(event.time, renderedFrames, last);
-    if (isWrite(event) && frame > renderedFrames) {
+    if (cutsBlock(event) && frame > renderedFrames) {
       render(renderedFrames, frame);
     }
     takeEvent(event, static_cast<std::int32_t>(frame - renderedFrames));

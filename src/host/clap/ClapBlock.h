@@ -1,5 +1,5 @@
-// A block as a CLAP host gives it: values take force at their own frames, by cutting the block there; notes and MIDI
-// messages go to the shell; reports and the ends of notes go back.
+// A block as a CLAP host gives it: values, tempo and transport take force at their own frames, by cutting the block
+// there; notes and MIDI messages go to the shell; reports and the ends of notes go back.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
