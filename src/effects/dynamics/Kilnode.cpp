@@ -73,10 +73,8 @@ void Kilnode::setParameter(unsigned index, float value) {
 }
 
 void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned count) {
-  const float driveTo = driveTarget;
-  const float mixTo = mixTarget;
-  drive = ended(drive, driveTo);
-  mix = ended(mix, mixTo);
+  drive = ended(drive, driveTarget);
+  mix = ended(mix, mixTarget);
   const bool ticks = state->tickListener != nullptr;
   const unsigned longest = ticks ? 1 : kRun;
   float samples[kRun]{};
@@ -87,8 +85,8 @@ void Kilnode::processFloat(vimo::FloatBlock in, vimo::FloatBlock out, unsigned c
       state->tickListener(*this);
     }
     const unsigned run = std::min(count - start, longest);
-    glide(drive, driveTo, drives, run);
-    glide(mix, mixTo, mixes, run);
+    glide(drive, driveTarget, drives, run);
+    glide(mix, mixTarget, mixes, run);
     for (const auto& [from, to] :
          {std::pair{in.left + start, out.left + start}, {in.right + start, out.right + start}}) {
       std::copy_n(from, run, samples);

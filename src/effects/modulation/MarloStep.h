@@ -20,7 +20,7 @@ namespace {
 template <typename Lanes>
 using MarloFloats = typename Lanes::Floats;
 
-/// Limits to -1.0 .. 1.0.
+/// Rounds as `flushed` does, and limits to -1.0 .. 1.0.
 template <typename Floats>
 Floats limited(Floats x) {
   const Floats top = Floats{} + 1.0F;

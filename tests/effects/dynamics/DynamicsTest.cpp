@@ -150,6 +150,27 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
   }
 }
 
+/// Turns its own gain up a little before each sample.
+struct SelfTurning : tesh::bramel::plugin::fxkit::Kilnode {
+  SelfTurning() { state->tickListener = turn; }
+  static void turn(tesh::vimo::BasicEffect& tube) SIVRAY_NONBLOCKING {
+    tube.setParameter(0, tube.parameter(0) + 1.0F / 1024.0F);
+  }
+};
+
+TEST(TubeStage, TheTickListenerTurnsTheGainForTheSampleThatFollows) {
+  SelfTurning ticked;
+  tesh::bramel::plugin::fxkit::Kilnode plain;
+  std::vector<float> sound(2 * 300, 0.5F);
+  std::vector<float> expected = sound;
+  ticked.processFloat({sound.data(), sound.data() + 300}, {sound.data(), sound.data() + 300}, 300);
+  for (float* left = expected.data(); left < expected.data() + 300; ++left) {
+    SelfTurning::turn(plain);
+    plain.processFloat({left, left + 300}, {left, left + 300}, 1);
+  }
+  EXPECT_EQ(sound, expected);
+}
+
 TEST(TubeStage, TheFastestKindGivesTheSameBitsAsThePlainOne) {
   using tesh::bramel::plugin::fxkit::Kilnode;
   constexpr float kEdges[]{0.0F, -0.0F, 1.0F, -1.0F, 1e-40F, -3e37F, std::numeric_limits<float>::infinity()};
