@@ -1,4 +1,4 @@
-// Each item keeps what it needs, since the panel may go while its menu is open.
+// JUCE runs a chosen item after its menu has closed. If the panel has gone by then, the item must do nothing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/FinderMenus.h"
 
@@ -8,6 +8,19 @@
 #include "widgets/Text.h"
 
 namespace tesh::bramel {
+namespace {
+
+/// What an item does: `act(model)`, or nothing once the model has gone.
+template <typename Model, typename Act>
+std::function<void()> actionOn(const std::shared_ptr<Model>& model, Act act) {
+  return [watched = std::weak_ptr<Model>(model), act] {
+    if (const auto held = watched.lock()) {
+      act(*held);
+    }
+  };
+}
+
+}  // namespace
 
 juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std::int64_t category, std::int64_t index,
                             std::function<void()> chosen) {
@@ -16,11 +29,11 @@ juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std:
       told();
     }
   };
-  const auto give = [selector = models.selector, part, tell](const SivraySampleFinder::Sample& sample) {
-    return [=] {
-      selector->selectSample(part, sample.category, sample.index);
+  const auto give = [&](const SivraySampleFinder::Sample& sample) {
+    return actionOn(models.selector, [part, sample, tell](ISampleSelectorViewModel& selector) {
+      selector.selectSample(part, sample.category, sample.index);
       tell();
-    };
+    });
   };
   juce::PopupMenu menu;
   menu.addSectionHeader("Similar");
@@ -30,19 +43,22 @@ juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std:
   menu.addSeparator();
   const std::optional<SivraySampleFinder::Sample> other = models.finder->somethingElse(category, index);
   menu.addItem("Something else", other.has_value(), false, give(other.value_or(SivraySampleFinder::Sample{})));
-  const auto goBack = [finder = models.finder, part, tell] {
-    finder->goBack(part);
+  const auto goBack = actionOn(models.finder, [part, tell](SivraySampleFinder& finder) {
+    finder.goBack(part);
     tell();
-  };
+  });
   menu.addItem("Back", models.finder->previousOf(part).has_value(), false, goBack);
   return menu;
 }
 
 juce::PopupMenu varyMenu(const std::shared_ptr<SivraySampleFinder>& finder) {
+  const auto vary = [](SivraySampleFinder& held) {
+    held.vary(static_cast<std::uint32_t>(juce::Random::getSystemRandom().nextInt()));
+  };
   juce::PopupMenu menu;
-  menu.addItem("Vary", finder->canVary(), false,
-               [finder] { finder->vary(static_cast<std::uint32_t>(juce::Random::getSystemRandom().nextInt())); });
-  menu.addItem("Back", finder->canUndoVary(), false, [finder] { finder->undoVary(); });
+  menu.addItem("Vary", finder->canVary(), false, actionOn(finder, vary));
+  menu.addItem("Back", finder->canUndoVary(), false,
+               actionOn(finder, [](SivraySampleFinder& held) { held.undoVary(); }));
   return menu;
 }
 

@@ -15,7 +15,7 @@ namespace tesh::bramel {
 
 using plugin::sivray::SivraySampleFinder;
 
-/// What a menu works on. The menus keep it until they close.
+/// What a menu works on. The menus do not keep it: without it their items do nothing.
 struct FinderModels {
   std::shared_ptr<ISampleSelectorViewModel> selector;
   std::shared_ptr<SivraySampleFinder> finder;

@@ -128,6 +128,29 @@ TEST_F(Browser, FindsSimilarSamplesByAMenu) {
   EXPECT_EQ(itemsOf(varyMenu(models.finder)), (std::vector<std::string>{"Vary", "Back -"}));
 }
 
+TEST_F(Browser, LeavesAnItemThatWasChosenUndoneIfThePanelGoesFirst) {
+  auto model = std::dynamic_pointer_cast<plugin::sivray::ISivrayEditViewModel>(owner);
+  model->getSampleSelectorViewModel()->selectSample(3, 1, 1);
+  std::vector<std::function<void()>> chosen;
+  for (const juce::PopupMenu& menu :
+       {similarMenu({model->getSampleSelectorViewModel(), model->getSampleFinder()}, 3, 1, 0, {}),
+        varyMenu(model->getSampleFinder())}) {
+    for (juce::PopupMenu::MenuItemIterator item(menu); item.next();) {
+      chosen.push_back(item.getItem().action);
+    }
+  }
+  model.reset();
+  component.reset();
+  owner.reset();
+  takeHostLog();
+  for (const auto& act : chosen) {
+    if (act) {
+      act();
+    }
+  }
+  EXPECT_EQ(takeHostLog(), Log{});
+}
+
 TEST_F(Browser, OpensTheMenuOfAKeyBesideTheListOfSamples) {
   auto& list = dynamic_cast<BWSimpleListView&>(*named(open(0), "Samples")->getParentComponent());
   const auto place = menuPlaceBeside(list, list.rowBounds(0));
