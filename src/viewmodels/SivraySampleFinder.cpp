@@ -63,12 +63,14 @@ void SivraySampleFinder::vary(std::uint32_t seed) {
   } else if (variations.size() == kMostVariations) {
     variations.erase(variations.begin());
   }
-  variations.push_back({model.getProgramNumber(), kit});
+  const std::uint32_t program = model.getProgramNumber();
+  variations.push_back({model.getProgramListViewModel()->getCurrentBank(), program, kit});
   play(vimo::varied(library->similarWaves(), kit, seed));
 }
 
 bool SivraySampleFinder::canUndoVary() const {
-  return !variations.empty() && variations.back().program == model.getProgramNumber();
+  return !variations.empty() && variations.back().program == model.getProgramNumber() &&
+         variations.back().bank == model.getProgramListViewModel()->getCurrentBank();
 }
 
 void SivraySampleFinder::undoVary() {

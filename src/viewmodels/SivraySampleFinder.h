@@ -57,6 +57,7 @@ class SivraySampleFinder final {
   void write(std::uint64_t parameter, std::int32_t state, std::int32_t states);
 
   struct Variation {
+    std::string bank;
     std::uint32_t program;
     Kit before;
   };

@@ -129,7 +129,13 @@ TEST_F(Finder, VariesAKitAsLoudAsBeforeByOneEditOfEachParameterAndTakesItBack) {
   EXPECT_FLOAT_EQ(model->getParameterValue(1), 64.0F / 127.0F);
   EXPECT_FALSE(finder->canUndoVary());
   finder->vary(7);
+  instrument->saveProgramAs(1, "first of its bank");
+  ASSERT_EQ(model->getProgramNumber(), 1U);
+  EXPECT_FALSE(finder->canUndoVary()) << "another kit's, though of the same number";
+  finder->vary(7);
   model->selectNextProgram();
+  EXPECT_TRUE(finder->canUndoVary()) << "no kit follows";
+  model->getProgramListViewModel()->selectProgram(1, "Factory");
   EXPECT_FALSE(finder->canUndoVary()) << "another kit's";
 }
 
