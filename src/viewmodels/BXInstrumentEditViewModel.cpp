@@ -52,8 +52,8 @@ void BXInstrumentEditViewModel::selectPreviousProgram() {
 }
 
 void BXInstrumentEditViewModel::selectNextProgram() {
-  const std::string bank = programListViewModel->getCurrentBank();
   const std::uint64_t next = std::uint64_t{programListViewModel->getCurrentProgramIndex()} + 1;
+  const std::string bank = programListViewModel->getCurrentBank();  // After it, which takes in a selection that waits.
   if (next < programListViewModel->getProgramCount(bank)) {
     programListViewModel->selectProgram(next, bank);
   }

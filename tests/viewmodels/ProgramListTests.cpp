@@ -26,6 +26,7 @@ class ProgramList : public ViewModels {
 
 TEST_F(ProgramList, ListsBanksByNameAndActsOnFactoryForUnknownOnes) {
   programs->saveProgramAs("mine");
+  model->selectNextProgram();  // None follows in the user's bank, of which the engine has yet to hear.
   EXPECT_EQ(selected(), "User 0");
   EXPECT_EQ(namesOf("Factory"), (Log{"first", "second", "third"}));
   EXPECT_EQ(namesOf("User"), Log{"mine"});
