@@ -250,6 +250,13 @@ std::string BWPluginEditView::getTooltipValue(std::uint64_t index) {
   return texts != nullptr ? texts->getText(index) : std::string();
 }
 
+std::string BWPluginEditView::shownValue(std::uint64_t index) {
+  if (IBWControl* const control = controls.at(index)) {
+    tellTooltip(index, valueOf(*control, *viewModel->getParameterQuantizer()));
+  }
+  return getTooltipValue(index);
+}
+
 std::optional<float> BWPluginEditView::valueOfText(std::uint64_t index, const juce::String& text) {
   constexpr std::uint64_t kStatesOfContinuous = 128;
   const std::uint64_t steps = stepCount(index);

@@ -55,6 +55,8 @@ class BWPluginEditView : public juce::Component,
   virtual std::string getTooltipName(std::uint64_t index);
   virtual std::string getTooltipValue(std::uint64_t index);
   virtual void showTooltip(std::uint64_t index);
+  /// The tooltip's text for the value that a control shows, also while the model has yet to hear of it.
+  std::string shownValue(std::uint64_t index);
   /// The value whose text in the tooltip is `text` or the same number; nothing if there is none.
   std::optional<float> valueOfText(std::uint64_t index, const juce::String& text);
 

@@ -187,7 +187,7 @@ void SivrayEditView::addControl(juce::Component& parent, std::size_t macro, Cont
     parent.addAndMakeVisible(*component);
   }
   if (spoken != nullptr) {
-    spoken->setValueText([this, macro] { return textFrom(getTooltipValue(macro)); });
+    spoken->setValueText([this, macro] { return textFrom(shownValue(macro)); });
     spoken->setValueOfText([this, macro](const juce::String& text) { return valueOfText(macro, text); });
   }
   registerControl(macro, control);

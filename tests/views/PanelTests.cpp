@@ -83,6 +83,10 @@ TEST_F(Panel, TellsAScreenReaderNamesAndTextsAndTakesTheTextsThatItReads) {
     EXPECT_EQ(owner->getParameterValue(kPitch), static_cast<float>(state) / 48.0F) << text;
     EXPECT_EQ(value.getCurrentValueAsString().getIntValue(), state - 24);
   }
+  auto& mute = dynamic_cast<BWToggleButton&>(*view().getControl(kMute));
+  automate(kMute, 0.0F);
+  mute.setState(true);  // A change is announced at once, before the model hears of it.
+  EXPECT_EQ(mute.createAccessibilityHandler()->getValueInterface()->getCurrentValueAsString(), "On");
 }
 
 TEST_F(Panel, FollowsTheEngineWithoutAnEcho) {
