@@ -13,8 +13,8 @@
 namespace tesh::bramel {
 namespace {
 
-constexpr int kWaveListWidth = 200;
-constexpr int kWaveListHeight = 360;
+constexpr int kParameterListWidth = 200;
+constexpr int kParameterListHeight = 360;
 constexpr int kSettingsWidth = 736;
 constexpr int kSettingsHeight = 436;
 
@@ -160,8 +160,6 @@ void BWPluginEditView::onParameterChanged(IPluginEditViewModel& /*model*/, std::
   updateControl(index);
 }
 
-void BWPluginEditView::onKeyboardStateChanged(IPluginEditViewModel& /*model*/) {}
-
 // Lists and pages.
 
 void BWPluginEditView::openParameterList(std::uint64_t index, const std::vector<std::string>& names,
@@ -183,7 +181,7 @@ void BWPluginEditView::openParameterList(std::uint64_t index, const std::vector<
   newPopup->setAnchor(&anchor);
   newPopup->setDirection(direction);
   newPopup->setContent(list);
-  newPopup->setContentSize(kWaveListWidth, kWaveListHeight);
+  newPopup->setContentSize(kParameterListWidth, kParameterListHeight);
   showPopup(std::move(newPopup));
 }
 

@@ -72,13 +72,11 @@ class BWPluginEditView : public juce::Component,
   void listRowSelected(BWSimpleListView& list, int row) override;
   void onAllParametersChanged(IPluginEditViewModel& model) override;
   void onParameterChanged(IPluginEditViewModel& model, std::uint64_t index) override;
-  void onKeyboardStateChanged(IPluginEditViewModel& model) override;
   void settingsViewClosed(BWPluginSettingsView& view) override;
   void paint(juce::Graphics& graphics) override;
 
  protected:
   IPluginEditViewModel& model() const { return *viewModel; }
-  const std::shared_ptr<IPluginEditViewModel>& sharedModel() const { return viewModel; }
 
   /// Binds a control to a parameter and becomes its listener.
   void registerControl(std::uint64_t index, const std::shared_ptr<IBWControl>& control);

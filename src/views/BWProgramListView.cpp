@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "views/ActionButton.h"
-#include "views/BWPopupSlotView.h"
 #include "views/BWProgramListSaveAsView.h"
 #include "views/JapaneseText.h"
 #include "views/MenuPlace.h"

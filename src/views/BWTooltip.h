@@ -4,8 +4,6 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-#include <atomic>
-#include <cstdint>
 #include <memory>
 
 #include "core/TaskLoop.h"

@@ -86,7 +86,6 @@ inline constexpr std::array<StateImages, 5> kStateImages{{
 
 inline constexpr const char* kBackgroundImage = "Sivray_background";
 inline constexpr std::array<const char*, kPageCount> kPageImages{"Sivray_Layer_0", "Sivray_Layer_1", "Sivray_Layer_2"};
-inline constexpr PanelRect kPanelBounds{0, 0, kPanelWidth, kPanelHeight};
 inline constexpr PanelRect kPageBounds{0, 131, 768, 337};
 
 /// A film strip: frame n has the name, an underscore and n.

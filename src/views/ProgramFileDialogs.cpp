@@ -3,7 +3,6 @@
 #include "views/ProgramFileDialogs.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
 #include "views/BWPopupSlotView.h"

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/SivrayEditView.h"
 
-#include <cstdio>
 #include <string>
 #include <utility>
 

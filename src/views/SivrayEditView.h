@@ -4,7 +4,6 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>

@@ -19,7 +19,6 @@ class PanelText : public juce::Component {
   /// its glyphs ends in a blank column, the last of which does not count when a line is centred.
   void setDisplayFont(const juce::Font& newFont);
   void setColour(juce::Colour newColour);
-  juce::Colour getColour() const { return colour; }
   /// Centred unless set.
   void setJustification(juce::Justification newJustification);
 

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
