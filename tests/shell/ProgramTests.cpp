@@ -149,6 +149,12 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeAnythingInItIsLost) {
   expectCopy([this] { shell->deleteProgram(kUser, 0); });
   fs::resize_file(userFile(), 300);  // Nobody can read it as it is, but its user may know how to mend it.
   expectCopy([this] { shell->saveProgramAs(kUser, "d"); });
+  std::string later = bytesOf(userFile()).substr(0, 28 + 224 + 4 * 12) + std::string(12, '\0');
+  later[4] = 5;  // One program of five macros, of 8 + 224 + 5 * 12 bytes.
+  later.replace(8, 2, "\x24\x01");
+  later[24] = 1;
+  std::ofstream(userFile(), std::ios::binary) << later;
+  expectCopy([this] { shell->saveProgramAs(kUser, "e"); });
 }
 
 /// Two instances in a song, each of which loaded the user's programs before the other changed them.

@@ -138,7 +138,7 @@ class BramelInstrument : public BramelInstrumentBase {
 
   // Programs. Banks: 0 factory, 1 second factory, 2 ghost, 3 and above user. Every change of a bank writes the user's
   // program file before the editor is told; blocks do not wait for the disk. Deleting, overwriting and importing first
-  // keep a dated copy of that file, and so does every change if the file cannot be read.
+  // keep a dated copy of that file, and so does every change if the file cannot be read or holds more macros.
 
   std::uint64_t currentProgram();
   std::uint64_t currentBank() const;

@@ -65,8 +65,11 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
   core.assertMayWait();
   vimo::ProgramShelf& shelf = controller().programs();
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
-  const auto ofOthers = vimo::readProgramsOfOthers(readFile(path), shelf);
-  const Effect onFile = ofOthers ? effect : Effect::takesAway;  // What cannot be read may still be worth something.
+  const auto file = readFile(path);
+  const auto ofOthers = vimo::readProgramsOfOthers(file, shelf);
+  // What cannot be read, or is of macros that a later version has, may still be worth something.
+  const bool isAllOurs = ofOthers && vimo::readUserProgramFile(file)->macroCount <= controller().macroCount();
+  const Effect onFile = isAllOurs ? effect : Effect::takesAway;
   {
     const MainLock lock(core.mainMutex);
     if (!change(shelf, lock)) {
