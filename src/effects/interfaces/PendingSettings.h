@@ -24,8 +24,21 @@ class PendingSettings {
   /// Puts a complete set in place. Any thread.
   void post(const Settings& settings) {
     const cofu::core::RealTimeLock lock(mutex);
-    pending = settings;
-    dirty.store(true, std::memory_order_release);
+    put(settings);
+  }
+
+  /// Puts in place what `make` makes of values that several threads change, each before it calls this. If another
+  /// thread's set came meanwhile, `make` runs again: it may not have seen what that thread changed. Any thread.
+  template <typename Make>
+  void postMade(Make make) {
+    for (;;) {
+      const unsigned before = posts.load(std::memory_order_acquire);
+      const Settings made = make();
+      const cofu::core::RealTimeLock lock(mutex);
+      if (posts.load(std::memory_order_relaxed) == before) {
+        return put(made);
+      }
+    }
   }
 
   /// Copies the pending set to `live` if one has come. Returns true when it did. Audio thread.
@@ -49,8 +62,16 @@ class PendingSettings {
   }
 
  private:
+  /// Must be called with `mutex` held.
+  void put(const Settings& settings) {
+    pending = settings;
+    posts.store(posts.load(std::memory_order_relaxed) + 1, std::memory_order_release);
+    dirty.store(true, std::memory_order_release);
+  }
+
   mutable std::mutex mutex;
   Settings pending{};
+  std::atomic<unsigned> posts{0};  ///< Sets that were put in place; wraps.
   std::atomic<bool> dirty{false};
 };
 

@@ -52,7 +52,7 @@ struct SmoothedValue {
   /// Jumps to `target`.
   void setNow(std::int32_t target) { state = cofu::core::wrapShiftLeft(target, 15); }
 
-  /// True when a further glide to `target` with factor `k` moves nothing.
+  /// True when further glides to `target` move nothing.
   bool restsAt(std::int32_t target) const { return value() == target; }
 };
 

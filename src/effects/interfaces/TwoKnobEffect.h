@@ -103,7 +103,9 @@ class TwoKnobEffect : public SivrayFx {
 
  protected:
   /// Hands over what the knobs now set. Any thread.
-  void postSettings() { pending.post(Law::settingsOf({edit1, edit2, tempo})); }
+  void postSettings() {
+    pending.postMade([this] { return Law::settingsOf({edit1, edit2, tempo}); });
+  }
 
   static constexpr LawParts kParts = Law::kParts;
   static constexpr unsigned kLongestLine = kParts.sleepsAfter.value_or(0);

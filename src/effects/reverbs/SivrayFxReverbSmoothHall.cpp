@@ -40,7 +40,7 @@ void SivrayFxReverbSmoothHall::setParameter(unsigned index, float value) {
   }
   const auto knob = static_cast<unsigned>(std::lround(value * kTopKnob)) & kTopKnob;
   (index == 0 ? decayKnob : levelKnob) = knob;
-  pending.post({hallGains[decayKnob], linearTable[levelKnob]});
+  pending.postMade([this] { return Settings{hallGains[decayKnob], linearTable[levelKnob]}; });
 }
 
 void SivrayFxReverbSmoothHall::processInt16(vimo::Int16Block in, vimo::Int16Block out, unsigned count) {

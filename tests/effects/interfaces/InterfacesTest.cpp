@@ -8,6 +8,7 @@
 #include <functional>
 #include <initializer_list>
 #include <limits>
+#include <utility>
 
 #include "effects/interfaces/EffectAdapter.h"
 #include "effects/interfaces/EffectScene.h"
@@ -188,6 +189,23 @@ TEST(TwoKnobEffect, AResetStartsFromTheNewestSettingsWhereTheLawSaysSo) {
   }
   EXPECT_LT(played(later)[1][0], 100);
   EXPECT_EQ(played(newest)[1][0], 97);
+}
+
+/// Runs `inTheMiddle` once while it makes settings, as another thread may.
+struct InterruptedLaw : ProbeLaw {
+  static Settings settingsOf(const Knobs& knobs) {
+    if (const auto act = std::exchange(inTheMiddle, nullptr)) {
+      act();
+    }
+    return {100 * knobs.edit1 + knobs.edit2};
+  }
+};
+
+TEST(TwoKnobEffect, TwoKnobsThatAreTurnedAtOnceBothLand) {
+  TwoKnobEffect<InterruptedLaw> effect;
+  ProbeLaw::inTheMiddle = [&] { effect.setParameter(kEdit2, 7); };
+  effect.setParameter(kEdit1, 3);
+  EXPECT_EQ(played(effect)[0][0], 307);
 }
 
 struct User : SivrayFxMemoryUser {
