@@ -63,7 +63,8 @@ void listCopies(const std::string& file, const std::vector<ProgramFileCopy>& cop
   for (std::size_t i = 0; i < copies.size(); ++i) {
     std::printf("%5zu %s  %s\n", i + 1, localTime(copies[i].time).c_str(), contentsOf(copies[i].path).c_str());
   }
-  std::puts(copies.empty() ? "There are no copies: one is kept before each Delete, Import, and Save over a kit."
+  std::puts(copies.empty() ? "There are no copies: one is kept before each Delete, Import, and Save over a kit,\n"
+                             "and before a file that cannot be read whole is replaced."
                            : "To bring one back: sivray-content kits --restore NUMBER");
 }
 
