@@ -70,13 +70,18 @@ std::int64_t BXSampleSelectorViewModelBase::getCategoryIndex(std::uint64_t part)
 std::int64_t BXSampleSelectorViewModelBase::getSampleIndex(std::uint64_t part) const { return placeOf(part).index; }
 
 void BXSampleSelectorViewModelBase::selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) {
-  const std::optional<std::int32_t> id = waveAt(category, index);
-  if (!id) {
+  if (const std::optional<std::int32_t> id = waveAt(category, index)) {
+    giveWave(part, *id);
+  }
+}
+
+void BXSampleSelectorViewModelBase::giveWave(std::uint64_t part, std::int32_t id) {
+  if (library == nullptr) {
     return;
   }
   const auto numbers = static_cast<std::uint64_t>(library->numberCount());
   const std::uint64_t parameter = getParameterIndex(part);
-  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(*id, numbers));
+  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(id, numbers));
   model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
 }
 

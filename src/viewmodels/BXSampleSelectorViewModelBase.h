@@ -39,6 +39,8 @@ class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
   Place placeOfWave(std::int64_t id) const;
   /// The id that the part's parameter has, also one that the browser does not list; 0 with an empty library.
   std::int32_t waveOfPart(std::uint64_t part) const;
+  /// Has the part's parameter choose the sample with this id, also one that the browser does not list.
+  void giveWave(std::uint64_t part, std::int32_t id);
 
  protected:
   static constexpr std::uint64_t kNoParameter = ~std::uint64_t{0};

@@ -95,17 +95,17 @@ void SivraySampleFinder::play(const Kit& kit) {
   const Kit now = currentKit();
   for (std::size_t pad = 0; pad < kit.size(); ++pad) {
     if (kit[pad].wave != now[pad].wave) {
-      write(panel::padMacro(pad, panel::kSample), kit[pad].wave, library->numberCount());
+      selector->giveWave(pad, kit[pad].wave);
     }
     if (kit[pad].level != now[pad].level) {
-      write(panel::padMacro(pad, panel::kLevel), kit[pad].level, kLevels);
+      giveLevel(pad, kit[pad].level);
     }
   }
 }
 
-void SivraySampleFinder::write(std::uint64_t parameter, std::int32_t state, std::int32_t states) {
-  model.setParameterValue(parameter,
-                          model.getParameterQuantizer()->stateToValue(state, static_cast<std::uint64_t>(states)));
+void SivraySampleFinder::giveLevel(std::size_t pad, std::int32_t level) {
+  const std::uint64_t parameter = panel::padMacro(pad, panel::kLevel);
+  model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(level, kLevels));
   model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
 }
 

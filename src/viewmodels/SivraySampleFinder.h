@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -54,7 +55,7 @@ class SivraySampleFinder final {
   Sample sampleOf(std::int32_t wave) const;
   Kit currentKit() const;
   void play(const Kit& kit);
-  void write(std::uint64_t parameter, std::int32_t state, std::int32_t states);
+  void giveLevel(std::size_t pad, std::int32_t level);
 
   struct Variation {
     std::string bank;

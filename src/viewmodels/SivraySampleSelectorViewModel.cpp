@@ -43,8 +43,7 @@ std::optional<std::int32_t> SivraySampleSelectorViewModel::previousWave(std::uin
 void SivraySampleSelectorViewModel::goBack(std::uint64_t part) {
   if (const auto before = previousWave(part)) {
     choices[static_cast<std::size_t>(part)].pop_back();
-    const Place place = placeOfWave(*before);
-    BXSampleSelectorViewModelBase::selectSample(part, place.category, place.index);
+    giveWave(part, *before);
   }
 }
 

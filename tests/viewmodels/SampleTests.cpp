@@ -105,6 +105,28 @@ TEST_F(Finder, GoesBackThroughAPartsChoicesUnlessSomethingElseHasChangedIt) {
   EXPECT_FALSE(finder->previousOf(3)) << "a kit, or the host";
 }
 
+class FreeNumber : public ViewModels {
+ protected:
+  FreeNumber() : ViewModels(withFreeNumber()) {}
+
+  /// Number 11 has no place in the list and plays as wave 2.
+  static std::vector<support::Wave> withFreeNumber() {
+    std::vector<support::Wave> waves = support::categorisedWaves();
+    waves.push_back(waves[2]);
+    waves.back().category = 0;
+    return waves;
+  }
+};
+
+TEST_F(FreeNumber, ComesBackAsTheNumberThatItWas) {
+  model->setParameterValue(36, 1.0F);
+  EXPECT_EQ(model->getSampleName(3), "wave2");
+  model->getSampleSelectorViewModel()->selectSample(3, 0, 0);
+  EXPECT_EQ(model->getSampleFinder()->previousOf(3)->name, "wave2");
+  model->getSampleFinder()->goBack(3);
+  EXPECT_EQ(model->getParameterValue(36), 1.0F);
+}
+
 TEST_F(Finder, VariesAKitAsLoudAsBeforeByOneEditOfEachParameterAndTakesItBack) {
   for (std::uint64_t part = 0; part < 8; ++part) {
     give(part, 2);

@@ -75,7 +75,7 @@ struct NotingList : IProgramListViewModelListener, std::enable_shared_from_this<
 
 class ViewModels : public testing::Test {
  protected:
-  ViewModels() {
+  explicit ViewModels(const std::vector<support::Wave>& waves = support::categorisedWaves()) : folder(waves) {
     ::setenv("BRAMEL_DOCUMENTS", (folder.pathOf("documents")).c_str(), 1);
     instrument = makeInstrument(folder);
     host = std::make_shared<shell::NotingHost>(*instrument);
@@ -111,7 +111,7 @@ class ViewModels : public testing::Test {
     return log;
   }
 
-  const support::SampleFolder folder{support::categorisedWaves()};
+  const support::SampleFolder folder;
   std::shared_ptr<BramelInstrument> instrument;
   std::shared_ptr<shell::NotingHost> host;
   Log told;
