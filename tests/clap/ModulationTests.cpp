@@ -93,9 +93,14 @@ TEST_F(Clap, AStateOutranksTheValuesThatModulationWasAddedTo) {
   EXPECT_EQ(reader.value(kMaster), value);
   plugin.render(64);
   EXPECT_EQ(plugin.value(kMaster), value);
+  EXPECT_TRUE(plugin.load(song));
+  plugin.events.addValue(kMaster, nullptr, value / 4, 0);
+  plugin.render(64);
+  EXPECT_EQ(plugin.value(kMaster), value / 4) << "what the host writes later counts";
 
-  for (const std::uint32_t interrupted : {1U, 2U, 3U, 4U}) {
+  for (const std::uint32_t interrupted : {0U, 1U, 2U, 3U}) {
     plugin.events.addValue(kMaster, nullptr, value / 2, 0);
+    plugin.render(64);
     modulate(-0.25, 0);
     plugin.events.addValue(kLevelOfPad1, nullptr, 0.5, 20);  // Cuts the block.
     modulate(-0.125, 40);

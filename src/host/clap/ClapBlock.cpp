@@ -211,7 +211,6 @@ void ClapBlock::takeEvent(const EventHeader& event, std::int32_t frame) {
 // Values.
 
 void ClapBlock::takeValue(const ParamEvent& event) {
-  restoreModulation();
   const std::uint32_t index = parameters.find(event.paramId, event.cookie);
   const bool isModulation = event.header.type == EventType::paramModulation;
   if (index == ClapParameters::kNone || !std::isfinite(event.value) ||
@@ -223,7 +222,8 @@ void ClapBlock::takeValue(const ParamEvent& event) {
     value.base = parameters.normalised(index, event.value);
     value.writtenAt = renders;
   } else {
-    if (!isModulated(index) && value.writtenAt != renders) {
+    restoreModulation();
+    if (!isModulated(index)) {
       readBase(index);
     }
     value.offset = static_cast<float>(std::clamp(event.value, -1.0, 1.0));
@@ -231,7 +231,12 @@ void ClapBlock::takeValue(const ParamEvent& event) {
   write(index);
 }
 
-void ClapBlock::readBase(std::uint32_t index) { values[index].base = instrument.latestValue(parameters.idAt(index)); }
+/// The instrument does not have what the host has written since the last render.
+void ClapBlock::readBase(std::uint32_t index) {
+  if (values[index].writtenAt != renders) {
+    values[index].base = instrument.latestValue(parameters.idAt(index));
+  }
+}
 
 void ClapBlock::write(std::uint32_t index) {
   const float sum = values[index].base + values[index].offset;
@@ -251,7 +256,7 @@ void ClapBlock::restoreModulation() {
   }
 }
 
-/// A kit that has come since the writes were put outranks those that carry modulation.
+/// A kit that has come since the writes were put outranks those of modulation.
 void ClapBlock::handOver() {
   restoreModulation();
   writes.handOver();
