@@ -80,9 +80,7 @@ void CFsConverterWrapper::reset() {
   mainPair.clear();
   for (const auto& out : outs) {
     out->pair.clear();
-    out->isConnected = false;
   }
-  connectedOuts = 0;
   ringWrite = 0;
   ringRead = (0U - kRingLead) & UpPair::kRingMask;
 }
