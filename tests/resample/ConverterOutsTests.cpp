@@ -25,7 +25,7 @@ class NoiseEngine final : public CFsConvListener {
   }
   void onProcessOuts(float** /*inputs*/, std::span<float*> outputs, std::int32_t frames) override {
     for (std::int32_t i = 0; i < frames; ++i) {
-      const float sample = noise(random);
+      const float sample = isQuiet ? 0.0F : noise(random);
       for (std::size_t channel = 0; channel < outputs.size(); ++channel) {
         const bool isSilent = channel >= 2 && channel / 2 % 2 == 0;
         if (outputs[channel] != nullptr) {
@@ -34,6 +34,8 @@ class NoiseEngine final : public CFsConvListener {
       }
     }
   }
+
+  bool isQuiet = false;
 
  private:
   std::mt19937 random{9};
@@ -46,9 +48,10 @@ TEST(ConverterOuts, RunAtThePhaseOfTheMainOutWheneverTheyAreConnected) {
     NoiseEngine otherEngine;
     CFsConverterWrapper converter(engine);
     CFsConverterWrapper mainAlone(otherEngine);
+    converter.setSampleRate(64000.0F);
+    converter.makeOuts();
     converter.setSampleRate(rate);
     mainAlone.setSampleRate(rate);
-    converter.makeOuts();
     // What an out has missed of the main one's past: the filter's taps, and the ring's lead.
     const auto missed = rate == 44100.0F ? 0 : static_cast<std::size_t>(std::ceil(24.0F * rate / 44100.0F)) + 10;
     std::array<std::size_t, kOuts> connectedFor{};
@@ -91,6 +94,22 @@ TEST(ConverterOuts, RunAtThePhaseOfTheMainOutWheneverTheyAreConnected) {
         connectedFor[out] += frames;
       }
     }
+  }
+}
+
+TEST(ConverterOuts, HoldNothingOfWhatTheyPlayedWhenTheyAreConnectedAgain) {
+  NoiseEngine engine;
+  CFsConverterWrapper converter(engine);
+  converter.setSampleRate(48000.0F);
+  converter.makeOuts();
+  std::vector<std::vector<float>> samples(4, std::vector<float>(500));
+  std::array<float*, kAllChannels> outputs{samples[0].data(), samples[1].data()};
+  for (const bool isConnected : {true, false, true}) {
+    outputs[2] = isConnected ? samples[2].data() : nullptr;
+    outputs[3] = isConnected ? samples[3].data() : nullptr;
+    converter.processOuts(nullptr, outputs, 500);
+    EXPECT_EQ(samples[2] == std::vector<float>(500), engine.isQuiet && isConnected);
+    engine.isQuiet = true;
   }
 }
 

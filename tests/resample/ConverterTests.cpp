@@ -73,6 +73,36 @@ TEST(Converter, GivesTheBitsOfThePlainConverterInBlocksOfAnySize) {
   }
 }
 
+TEST(Converter, PlaysOnThroughChangesOfRateAndClearedRingsAsThePlainConverter) {
+  constexpr std::array<RateCase, 5> kRates{
+      {{48000.0F, 16}, {96000.0F, 8}, {44100.0F, 16}, {48000.0F, 16}, {8000.0F, 16}}};
+  Engine engine;
+  engine.echoesInput = true;
+  CFsConverterWrapper converter(engine);
+  scene::PlainConverter plain(44100, 16);
+  std::mt19937 random(5);
+  std::uniform_real_distribution<float> noise(-0.5F, 0.5F);
+  for (int block = 0; block < 100; ++block) {
+    const auto& [rate, phases] = kRates[static_cast<std::size_t>(block / 10 % 5)];
+    if (block % 10 == 0) {
+      converter.setSampleRate(rate);
+      plain.setRate(static_cast<std::int32_t>(rate), phases);
+    } else if (block % 10 == 5) {
+      converter.reset();
+      plain.clearWaiting();
+    }
+    std::vector<float> left(block == 3 || block == 4 ? 17000 : 1 + random() % 600);  // Two long ones fill the ring.
+    std::generate(left.begin(), left.end(), [&] { return noise(random); });
+    std::vector<float> right = left;
+    std::size_t engineFrames = 0;
+    const std::vector<float> expected = rate == 44100.0F ? left : plain.process(left, engineFrames);
+    std::array<float*, 2> channels{left.data(), right.data()};
+    converter.process(channels.data(), channels.data(), static_cast<std::int32_t>(left.size()));
+    ASSERT_EQ(left, expected) << rate << ", block " << block;
+    ASSERT_EQ(right, expected) << rate << ", block " << block;
+  }
+}
+
 TEST(Converter, LetsTheEngineWriteIntoTheHostsBuffersAtItsOwnRate) {
   Engine engine;
   CFsConverterWrapper converter(engine);
@@ -161,7 +191,7 @@ TEST(Converter, KeepsTheLastFrameOfABlockInItAtTheEnginesRate) {
   EXPECT_THAT(engine.messages, ElementsAre(Pair(0x90010100U, 99), Pair(0x90020100U, 0)));
 }
 
-TEST(Converter, HoldsMessagesBehindALateOneAndTakesEarlyOnesAtOnce) {
+TEST(Converter, HoldsMessagesBehindALateOneUntilTheyAreDroppedAndTakesEarlyOnesAtOnce) {
   Engine engine;
   CFsConverterWrapper converter(engine);
   Events events;
@@ -174,6 +204,11 @@ TEST(Converter, HoldsMessagesBehindALateOneAndTakesEarlyOnesAtOnce) {
   converter.processEvents(events.record());
   play(converter, 500, [] { return std::size_t{100}; });
   EXPECT_THAT(engine.messages, ElementsAre(Pair(0x90010100U, 0), Pair(0x90020100U, 30), Pair(0x90030100U, 0)));
+  converter.dropEvents();
+  converter.enter(0x90060100U, 7);
+  engine.messages.clear();
+  play(converter, 100, [] { return std::size_t{100}; });
+  EXPECT_THAT(engine.messages, ElementsAre(Pair(0x90060100U, 7)));
 }
 
 TEST(Converter, DeliversTheOlderHalfOfAFullQueueEarly) {

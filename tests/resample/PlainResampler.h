@@ -124,6 +124,14 @@ class PlainConverter {
   PlainConverter(std::int32_t rate, std::int32_t downPhases)
       : down(rate, 44100.0F, downPhases), up(44100, static_cast<float>(rate), 16) {}
 
+  /// Starts both filters from silence; what waits for the host stays.
+  void setRate(std::int32_t rate, std::int32_t downPhases) {
+    down = PlainResampler(rate, 44100.0F, downPhases);
+    up = PlainResampler(44100, static_cast<float>(rate), 16);
+  }
+
+  void clearWaiting() { waiting.assign(kLead, 0.0F); }
+
   /// Returns a block for the host; `engineFrames` becomes the number of frames at the engine's rate.
   std::vector<float> process(const std::vector<float>& input, std::size_t& engineFrames) {
     const std::vector<float> engine = down.process(input.data(), input.size());
@@ -138,9 +146,11 @@ class PlainConverter {
   }
 
  private:
+  static constexpr std::size_t kLead = 8;  ///< Frames by which the host hears the engine late.
+
   PlainResampler down;
   PlainResampler up;
-  std::deque<float> waiting = std::deque<float>(8, 0.0F);  ///< The host hears the engine eight frames late.
+  std::deque<float> waiting = std::deque<float>(kLead, 0.0F);
 };
 
 }  // namespace scene
