@@ -17,11 +17,11 @@ class RandomScene {
   explicit RandomScene(unsigned seed) : random(seed), quiet(seed % 2 == 1), model(kWaves, kSlot) {
     player.plugin.setParameter(kMasterOut, 100.0F / 127.0F);
     model.queue({0, 0, kMasterOut, 100.0F / 127.0F, {}});
-    activate();
+    restart(true);
   }
 
-  void activate() {
-    player.plugin.activate();
+  void restart(bool isActive) {
+    isActive ? player.plugin.activate() : player.plugin.deactivate();
     model.reset();
   }
 
@@ -29,7 +29,7 @@ class RandomScene {
     constexpr std::array<int, 6> kLongest{1, 9, 64, 128, 700, 2048};
     const int frames = pick(0, 6) == 0 ? 128 : pick(1, kLongest[static_cast<std::size_t>(pick(quiet ? 3 : 0, 5))]);
     if (pick(0, 39) == 0) {
-      activate();
+      restart(pick(0, 1) == 0);
     }
     // Messages come before automation, as in the frame. Now and then a record lies beyond the block.
     for (int i = quiet && pick(0, 9) != 0 ? 0 : pick(0, 4); i > 0; --i) {
@@ -70,8 +70,20 @@ class RandomScene {
   bool sameFor(int frames) {
     player.process(frames);
     model.process(frames, left, right);
-    sounded = sounded || player.firstSound() >= 0;
-    return player.left == left && player.right == right;
+    const bool isSounding = player.firstSound() >= 0;
+    sounded = sounded || isSounding;
+    return player.left == left && player.right == right && !(isSounding && player.isToldSilent) && metersAgree();
+  }
+
+  bool metersAgree() const {
+    bool same = true;
+    for (std::uint32_t pad = 0; pad < 8; ++pad) {
+      for (std::uint32_t side = 0; side < 2; ++side) {
+        const std::uint32_t id = parameterId(kFirstMeterGroup + pad, side);
+        same = same && player.plugin.getParameter(id) == model.meter(pad, side);
+      }
+    }
+    return same;
   }
 
   void message(int frame, std::array<int, 3> bytes) {
@@ -113,8 +125,8 @@ class RandomScene {
     } else if (other == 3) {
       id = pick(0, 1) == 0 ? kMasterOut : kTempo;
     }
-    const float value = static_cast<float>(pick(0, 1000)) / 1000.0F;
-    automate(frame, id, value);
+    const float highest = id == kMasterOut ? 2.0F : 1.0F;  // The lower seven bits of a level choose the gain.
+    automate(frame, id, highest * static_cast<float>(pick(0, 1000)) / 1000.0F);
   }
 
   std::mt19937 random;

@@ -50,6 +50,7 @@ struct Player {
     block.midiIn = &midi;
     block.automationRing = &ring;
     plugin.process(block);
+    isToldSilent = block.isSilent;
     midi.clear();
   }
 
@@ -75,6 +76,7 @@ struct Player {
   tesh::vimo::TimedValueRing ring{4096};
   std::vector<float> left;
   std::vector<float> right;
+  bool isToldSilent = false;  ///< The plugin has said so of the last block.
 };
 
 /// Sets the master level and waits until the gain has reached it.

@@ -86,6 +86,13 @@ TEST(Outs, LeaveTheMainOutAsItIsWhicheverAreConnected) {
     }
   }
   EXPECT_GT(loudest, 0.5F);
+  player.plugin.activate();
+  for (int block = 0; block < 8; ++block) {
+    player.play(700, std::vector<bool>(10, true));
+  }
+  for (const auto& channel : player.samples) {
+    EXPECT_EQ(channel[699], 0.0F) << "also where nothing sounds";
+  }
 }
 
 /// Level 100 wants a gain of 16010, and a step (g * 32665 + 16010 * 102) >> 15 no longer raises this one.

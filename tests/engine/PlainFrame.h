@@ -75,6 +75,10 @@ class Frame {
     }
   }
 
+  float meter(unsigned pad, unsigned side) const {
+    return static_cast<float>(allocator.padLevel(pad, side) + 32767) / 65534.0F;
+  }
+
  private:
   void render(int frames, std::vector<float>& left, std::vector<float>& right) {
     const auto count = static_cast<std::size_t>(frames);

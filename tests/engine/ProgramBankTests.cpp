@@ -100,11 +100,13 @@ TEST(ProgramBank, UpgradesTheOlderChunkByItsSizeOrItsVersion) {
       ASSERT_EQ(wordAt(chunk, kRecordsAt + record * 1232), 1U) << record;
     }
   }
-  Bank bank;
-  Bytes longer = olderChunk(0, 43);
-  longer.resize(158964);
-  bank.plugin.setState(longer);
-  EXPECT_EQ(bank.level(), 43.0F);
+  for (const std::uint32_t version : {0U, 0xFFFFFFFFU}) {
+    Bank bank;
+    Bytes longer = olderChunk(version, 43);
+    longer.resize(158964);
+    bank.plugin.setState(longer);
+    EXPECT_EQ(bank.level(), 43.0F);
+  }
 }
 
 TEST(ProgramBank, LeavesItsStateAloneForWhatItCannotRead) {
