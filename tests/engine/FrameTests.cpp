@@ -68,6 +68,22 @@ TEST(Frame, IsSilentUntilTheMasterLevelHasBeenSet) {
   EXPECT_EQ(player.firstSound(), 100);
 }
 
+TEST(Frame, StaysSilentForAHitWhoseWaveCouldNotBeRead) {
+  Player player;
+  openMaster(player);
+  player.set(0x00D, 0.0F);
+  const std::string data = player.folder.pathOf("drumdata.bin");
+  std::filesystem::rename(data, data + ".away");
+  player.set(0x000, 1.0F);
+  player.note(0, 36, 127);
+  player.process(100);
+  EXPECT_EQ(player.firstSound(), -1);
+  std::filesystem::rename(data + ".away", data);
+  player.automate(0, 0x000, 0.5F);
+  player.process(2048);
+  EXPECT_EQ(player.firstSound(), -1) << "nor while it fades, on another wave";
+}
+
 TEST(Frame, ReadsAWaveOnceWhereItIsNeeded) {
   const support::SampleFolder folder(support::assortedWaves(kWaves, 500));
   OpenCounter counter(folder.pathOf("drumdata.bin"));
