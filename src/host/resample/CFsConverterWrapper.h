@@ -83,8 +83,9 @@ class CFsConverterWrapper {
   /// The same for `processOuts`.
   void renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
-  /// Hz: the rates at which the buffers suffice. Below the lowest, one host frame takes more engine frames than they
-  /// hold; above the highest, one engine frame gives more host frames than they hold.
+  /// Hz: rates at which the buffers suffice. Below the lowest, one host frame takes more engine frames than they hold.
+  /// The highest is a round number; at seven times as much, one engine frame gives nearly as many host frames as they
+  /// hold.
   static constexpr std::int32_t kLowestRate = 3;
   static constexpr std::int32_t kHighestRate = 100'000'000;
 
