@@ -197,6 +197,7 @@ void writeWav(const Scratch& scratch, const std::string& name, const Hit& hit) {
 
 TEST(Measure, ReadsTheHardHitsOfDrumSets) {
   const Scratch scratch;
+  const Scratch more;
   const Hit kick = fallingSine(60.0, 0.4);
   writeWav(scratch, "A/soft.wav", fallingSine(50.0, 0.2));
   writeWav(scratch, "A/hard.wav", kick);
@@ -210,14 +211,20 @@ TEST(Measure, ReadsTheHardHitsOfDrumSets) {
   writeWav(scratch, "B/Kicks/copy.wav", kick);
   writeWav(scratch, "B/Kicks/own.wav", fallingSine(80.0, 0.3));
   writeWav(scratch, "Electro C/Kick 1.wav", fallingSine(45.0, 0.9));
-  const std::vector<Reference> references = readReferences(scratch.path());
+  std::vector<Reference> references = readReferences(scratch.path());
+  writeWav(more, "D/Kick 1.wav", fallingSine(95.0, 0.4));
+  writeWav(more, "E/Kick 1.wav", fallingSine(110.0, 0.4));
+  writeWav(more, "E/Kick 2.wav", kick);
+  addReferences(references, more.path(), Half::judge);
   std::string all;
   for (const Reference& one : references) {
     all += one.set + "/" + one.file + (one.half == Half::tune ? " tune" : " judge") +
            (one.group == Group::kick ? "\n" : " machine\n");
   }
-  EXPECT_EQ(all, "A/hard.wav tune\nB/own.wav judge\nElectro C/Kick 1.wav tune machine\n");
-  EXPECT_EQ(referencesOf(references, Group::kick, Half::judge).size(), 1U);
+  EXPECT_EQ(all,
+            "A/hard.wav tune\nB/own.wav judge\nElectro C/Kick 1.wav tune machine\n"
+            "D/Kick 1.wav judge\nE/Kick 1.wav judge\n");
+  EXPECT_EQ(referencesOf(references, Group::kick, Half::judge).size(), 3U);
   EXPECT_THROW(readReferences(scratch.path("A")), std::runtime_error);
 }
 

@@ -48,8 +48,8 @@ inline constexpr const char* kSimilarUsage = "similar DIR";
 void runSimilar(const juce::ArgumentList& list);
 
 inline constexpr const char* kMeasureUsage =
-    "measure [WAVES] [--against FOLDER] [--half tune|judge] [--wave NAME] [--brief] [--sheets FOLDER [--small]] "
-    "[--targets] | "
+    "measure [WAVES] [--against FOLDER] [--tuning FOLDER] [--judging FOLDER] [--half tune|judge] [--wave NAME] "
+    "[--brief] [--sheets FOLDER [--small]] [--targets] | "
     "--kits [--sheets FOLDER] | --grooves FOLDER";
 void runMeasure(const juce::ArgumentList& list);
 

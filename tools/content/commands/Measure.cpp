@@ -97,6 +97,8 @@ void runMeasure(const juce::ArgumentList& list) {
     return;
   }
   const std::string against = line.takeValue("--against");
+  const std::string tuning = line.takeValue("--tuning");
+  const std::string judging = line.takeValue("--judging");
   const Half half = halfOf(line, line.takeValue("--half"));
   const std::string only = line.takeValue("--wave");
   const std::string sheets = line.takeValue("--sheets");
@@ -108,6 +110,12 @@ void runMeasure(const juce::ArgumentList& list) {
   std::vector<Reference> references;
   if (!against.empty()) {
     references = readReferences(against);
+  }
+  if (!tuning.empty()) {
+    addReferences(references, tuning, Half::tune);
+  }
+  if (!judging.empty()) {
+    addReferences(references, judging, Half::judge);
   }
   if (isTargets) {
     printTargets(std::cout, references);

@@ -94,25 +94,41 @@ std::optional<Group> groupOf(const HitFile& hit, SoundSource source) {
 
 class Reader {
  public:
-  void readSet(const juce::File& folder) {
+  explicit Reader(std::vector<Reference>& known) : references(known) {}
+
+  /// Reads the sets in a folder. Without a half they belong to the two in turn.
+  void readSets(const std::string& folder, std::optional<Half> half) {
+    const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(folder.c_str()));
+    auto sets = place.findChildFiles(juce::File::findDirectories, false);
+    std::ranges::sort(sets, {}, [](const juce::File& set) { return standardText(set.getFileName().toLowerCase()); });
+    const std::size_t before = references.size();
+    std::array<Half, 2> inTurn{Half::tune, Half::tune};  // Of the next set, by source.
+    for (const auto& set : sets) {
+      const SoundSource source = sourceOf(standardText(set.getFileName()));
+      Half& next = inTurn[static_cast<std::size_t>(source)];
+      if (readSet(set, source, half.value_or(next))) {
+        next = next == Half::tune ? Half::judge : Half::tune;
+      }
+    }
+    if (references.size() == before) {
+      throw std::runtime_error(folder + ": there is no drum set in it; each has a folder of its own here");
+    }
+  }
+
+ private:
+  /// Returns whether the set holds a hit of a group.
+  bool readSet(const juce::File& folder, SoundSource source, Half half) {
     const std::string set = standardText(folder.getFileName());
-    const SoundSource source = sourceOf(set);
     const juce::File description = folder.getChildFile("drumkit.xml");
-    Half& half = halves[static_cast<std::size_t>(source)];
     const std::size_t before = references.size();
     for (const HitFile& file : description.existsAsFile() ? filesOfDescription(description) : filesOfNames(folder)) {
       if (const auto group = groupOf(file, source)) {
         add(file, {set, standardText(file.file.getFileName()), file.drum, *group, half, {}, {}, {}});
       }
     }
-    if (references.size() > before) {
-      half = half == Half::tune ? Half::judge : Half::tune;
-    }
+    return references.size() > before;
   }
 
-  std::vector<Reference> references;
-
- private:
   void add(const HitFile& file, Reference reference) {
     try {
       const Wave wave = readAudioFile(standardText(file.file.getFullPathName())).wave;
@@ -137,24 +153,20 @@ class Reader {
     });
   }
 
+  std::vector<Reference>& references;
   PictureMaker pictures;
-  std::array<Half, 2> halves{Half::tune, Half::tune};  ///< Of the next set, by source.
 };
 
 }  // namespace
 
 std::vector<Reference> readReferences(const std::string& folder) {
-  const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(folder.c_str()));
-  auto sets = place.findChildFiles(juce::File::findDirectories, false);
-  std::ranges::sort(sets, {}, [](const juce::File& set) { return standardText(set.getFileName().toLowerCase()); });
-  Reader reader;
-  for (const auto& set : sets) {
-    reader.readSet(set);
-  }
-  if (reader.references.empty()) {
-    throw std::runtime_error(folder + ": there is no drum set in it; each has a folder of its own here");
-  }
-  return std::move(reader.references);
+  std::vector<Reference> references;
+  Reader(references).readSets(folder, std::nullopt);
+  return references;
+}
+
+void addReferences(std::vector<Reference>& references, const std::string& folder, Half half) {
+  Reader(references).readSets(folder, half);
 }
 
 std::vector<const Reference*> referencesOf(std::span<const Reference> references, Group group, Half half) {

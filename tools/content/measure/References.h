@@ -36,6 +36,9 @@ struct Reference {
 /// at all.
 std::vector<Reference> readReferences(const std::string& folder);
 
+/// Adds the hits of more sets, which all belong to `half`. Otherwise as readReferences.
+void addReferences(std::vector<Reference>& references, const std::string& folder, Half half);
+
 /// Returns the hits of one half, or all.
 std::vector<const Reference*> referencesOf(std::span<const Reference> references, Group group, Half half);
 
