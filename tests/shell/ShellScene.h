@@ -151,7 +151,7 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback, Noting {
   void holdUpdates() override {
     note("hold");
     if (whenHeld) {
-      std::exchange(whenHeld, nullptr)();
+      cofu::core::mayWait([&] { std::exchange(whenHeld, nullptr)(); });
     }
   }
   void releaseUpdates() override { note("release"); }
