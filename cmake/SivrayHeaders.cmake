@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # Clang writes the times of headers into what it precompiles. Without them the compiler cache knows it again in a new build of
-# the same folder. Another checkout compiles its own, since paths are in it too.
+# the same folder. Another checkout compiles its own, since paths are in it too; what GCC precompiles is shared by all checkouts.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   list(APPEND CMAKE_CXX_COMPILE_OPTIONS_CREATE_PCH -Xclang -fno-pch-timestamp)
 endif()
