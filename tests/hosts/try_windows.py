@@ -141,6 +141,7 @@ def difference(a, b):
 class Trial:
     def __init__(self, folder):
         self.folder = folder
+        os.environ["BRAMEL_DOCUMENTS"] = str(folder / "documents-here")  # Our own tools leave nothing in the user's home.
         self.home = folder / "Sivray \u592a\u9f13 \u30c9\u30e9\u30e0"
         shutil.unpack_archive(WINDOWS / "Sivray-windows.zip", folder)
         (folder / "Sivray").rename(self.home)
