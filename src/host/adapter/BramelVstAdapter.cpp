@@ -32,7 +32,7 @@ constexpr std::int32_t kWantedTime =
     kVstTempoValid | kVstTransportRecording | kVstTransportPlaying | kVstTransportChanged;
 constexpr std::chrono::milliseconds kReadiness{300};
 
-/// The rules of a host of this plug-in interface.
+/// The kind that the shell remembers for VST 2 hosts.
 constexpr int kVstHostKind = 2;
 
 /// The call by which hosts tell how large their screen's pixels are, as published for this interface.
@@ -48,7 +48,7 @@ void fillText(char* destination, std::string_view text) {
   copyText(destination, text, kParameterTextBytes);
 }
 
-/// A count or an index, held to what the interface can pass.
+/// A count or an index, limited to the largest that the interface can pass.
 std::int32_t numberForHost(std::uint64_t count) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::min(count, kMost));
@@ -72,15 +72,15 @@ class BramelVstAdapter::Impl {
 
   Impl(std::shared_ptr<BramelInstrument> shell, std::shared_ptr<BramelInstrumentEditor> newEditor);
 
-  /// The id of a parameter that the host names by index, or BramelInstrument::kNoParameter, which the instrument
-  /// answers as any unknown one.
+  /// The id of the parameter at the host's `index`. BramelInstrument::kNoParameter for a negative index: the instrument
+  /// treats it like any unknown id.
   std::uint64_t parameterId(std::int32_t index) const SIVRAY_NONBLOCKING {
     return index < 0 ? BramelInstrument::kNoParameter : instrument->parameterId(static_cast<std::uint64_t>(index));
   }
 
   BramelVstAdapter* owner = nullptr;
   std::shared_ptr<Callback> callback;  ///< The instrument holds it weakly.
-  /// May be null. Goes last of those that hold the instrument: fonts and images in there need JUCE to the end.
+  /// May be null. Destroyed after `instrument`, whose fonts and images need JUCE, which the editor keeps running.
   std::shared_ptr<BramelInstrumentEditor> editor;
   std::shared_ptr<BramelInstrument> instrument;
   KeyLights keyLights;
@@ -165,7 +165,7 @@ BramelVstAdapter::BramelVstAdapter(AudioMasterCallback master, std::unique_ptr<I
 }
 
 BramelVstAdapter::~BramelVstAdapter() {
-  setEditor(nullptr);  // Waits until the view is closed, and calls the host no more.
+  setEditor(nullptr);  // Waits until the view is closed. Nothing is reported to the host afterwards.
   impl->keyLights.stop();
 }
 

@@ -16,8 +16,8 @@ using cofu::core::mayWait;
 
 constexpr double kLargestVelocity = 127.0;
 
-/// The event as its type says, or null if it is shorter. A MIDI event's last bytes are padding that some hosts leave
-/// out of its size.
+/// Casts the event to the record of its type; null if it is shorter than that record. The last bytes of a MIDI event's
+/// record are padding, which some hosts leave out of its size.
 template <typename Event>
 const Event* as(const EventHeader& event) {
   constexpr std::size_t kNeeded = std::is_same_v<Event, MidiEvent> ? offsetof(MidiEvent, data) + 3 : sizeof(Event);
@@ -28,7 +28,7 @@ bool isWrite(const EventHeader& event) {
   return event.type == EventType::paramValue || event.type == EventType::paramModulation;
 }
 
-/// Whether the shell takes what the event brings at the start of a block alone.
+/// Whether the block must be cut at the event: the shell applies such changes only at the start of a block.
 bool cutsBlock(const EventHeader& event) { return isWrite(event) || event.type == EventType::transport; }
 
 /// The events of a host's list, whose functions are the host's code.
@@ -231,7 +231,8 @@ void ClapBlock::takeValue(const ParamEvent& event) {
   write(index);
 }
 
-/// The instrument does not have what the host has written since the last render.
+/// Reads the unmodulated value from the instrument, unless the host has written one since the last render: the
+/// instrument does not have that one yet.
 void ClapBlock::readBase(std::uint32_t index) {
   if (values[index].writtenAt != renders) {
     values[index].base = instrument.latestValue(parameters.idAt(index));
@@ -243,7 +244,7 @@ void ClapBlock::write(std::uint32_t index) {
   writes.put(parameters.idAt(index), std::clamp(sum, 0.0F, 1.0F));
 }
 
-/// Puts the offsets on the values of a kit or a state that has come.
+/// After a kit or a state has brought new values, adds the modulation offsets to them.
 void ClapBlock::restoreModulation() {
   if (!reports.takeValuesChanged()) {
     return;
@@ -256,13 +257,13 @@ void ClapBlock::restoreModulation() {
   }
 }
 
-/// A kit that has come since the writes were put outranks those of modulation.
+/// Hands the writes to the shell, after adding the modulation to the values of a kit that came since they were put.
 void ClapBlock::handOver() {
   restoreModulation();
   writes.handOver();
 }
 
-// Notes. A key has one voice, whatever the ids of its notes are, so that one id a key is remembered.
+// Notes. A key has one voice, so one note id per key is enough.
 
 void ClapBlock::sendNote(std::uint8_t status, std::size_t key, std::uint8_t velocity, std::int32_t frame) {
   const std::array<std::uint8_t, 3> message{status, static_cast<std::uint8_t>(key), velocity};
@@ -293,8 +294,8 @@ void ClapBlock::takeNoteOff(const NoteEvent& event, std::int32_t frame) {
   }
 }
 
-/// Tells the host that its note's voice can be modulated no more. Hosts want what they are told in the order of time,
-/// also where they have not kept to it.
+/// Tells the host that the note's voice can no longer be modulated. Output events must be in time order, even where the
+/// host's own events were not.
 void ClapBlock::endNote(std::size_t key, std::int32_t frame) {
   if (!held[key].isHeld) {
     return;

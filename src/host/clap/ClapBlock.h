@@ -1,5 +1,5 @@
-// A block as a CLAP host gives it: values, tempo and transport take force at their own frames, by cutting the block
-// there; notes and MIDI messages go to the shell; reports and the ends of notes go back.
+// Renders a block of a CLAP host. Cuts it where a value, the tempo or the transport changes, so that each takes effect
+// at its own frame; passes notes and MIDI messages to the shell; returns reports and note ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,9 +20,9 @@
 
 namespace tesh::bramel::clap {
 
-/// Events that are out of order count at the earliest frame that is still to come, later ones at the last. Unknown
-/// ones, and those that are shorter than their type, are skipped. Audio thread, except for `value` and `flush` while no
-/// block runs.
+/// An event that comes out of order takes effect at the next frame to be rendered; one beyond the block, at its last
+/// frame. Unknown events, and those shorter than their type's record, are skipped. Audio thread, except where an
+/// operation says otherwise.
 class ClapBlock {
  public:
   /// All outlive this object.
@@ -32,17 +32,19 @@ class ClapBlock {
   /// Returns a ProcessStatus.
   std::int32_t process(const Process& block) SIVRAY_NONBLOCKING;
 
-  /// Takes values and gives reports without sound.
+  /// Takes values and gives reports without rendering. Audio thread, or the main thread while the plug-in is not
+  /// active.
   void flush(const InputEvents* in, const OutputEvents* out) SIVRAY_NONBLOCKING;
 
-  /// Whether the host listens to an out, 0 to vst::kOutCount - 1, other than the main one; true at first. Any thread.
+  /// Whether the host listens to an out other than the main one, 1 to vst::kOutCount - 1; true at first. Any thread.
   void setOutActive(std::size_t out, bool isActive) SIVRAY_NONBLOCKING;
 
   /// Forgets which keys are held.
   void reset() SIVRAY_NONBLOCKING;
 
-  /// The value that the host or the panel set last, without its modulation; `isModulated` is false where the
-  /// instrument itself has it, as with all values of a kit or a state until the next block. Any thread.
+  /// Whether modulation is added to the parameter's value, so that `baseOf` is the value that host or panel set last.
+  /// False after a kit or a state until the next block: until then the instrument has the unmodulated values. Any
+  /// thread.
   bool isModulated(std::uint32_t index) const { return values[index].offset != 0.0F && !reports.areValuesNew(); }
   float baseOf(std::uint32_t index) const { return values[index].base; }
 
@@ -51,8 +53,9 @@ class ClapBlock {
 
   struct Value {
     std::atomic<float> base = 0.0F;
-    std::atomic<float> offset = 0.0F;  ///< Of the modulation, added to the base.
-    std::uint64_t writtenAt = 0;       ///< By the host, in `renders`: the instrument has the value only after the next.
+    std::atomic<float> offset = 0.0F;  ///< Modulation, added to the base.
+    /// Value of `renders` at the host's last write, which reaches the instrument with the next render.
+    std::uint64_t writtenAt = 0;
   };
 
   /// A key that is held by a note event.
@@ -85,13 +88,14 @@ class ClapBlock {
   vst::HostWrites writes;
   std::vector<Value> values;  ///< By index.
   std::array<HeldKey, kKeys> held{};
-  std::atomic<std::uint32_t> activeOuts = ~0U;  ///< A bit for each.
-  /// Of the block that runs; beyond the main ones only where the host listens to another out, and null where not.
+  std::atomic<std::uint32_t> activeOuts = ~0U;  ///< One bit per out.
+  /// Of the running block: the main out's two. Those of the other outs only if the host listens to any, and null for
+  /// outs that it does not listen to.
   std::array<float*, vimo::kAllChannels> channels{};
   bool hasOuts = false;
-  const OutputEvents* noteEnds = nullptr;  ///< Of the block that runs.
+  const OutputEvents* noteEnds = nullptr;  ///< Of the running block.
   std::uint64_t renders = 1;
-  std::uint32_t renderedFrames = 0;  ///< Of the block that runs, as the next one.
+  std::uint32_t renderedFrames = 0;  ///< Frames of the running block rendered so far.
   std::uint32_t lastEnd = 0;         ///< The frame at which the last note ended.
   bool isMoving = false;             ///< The host's transport.
 };

@@ -1,4 +1,4 @@
-// The functions by which a CLAP host calls the plug-in and its extensions. Nothing that a host gives is believed: null
+// The functions by which a CLAP host calls the plug-in and its extensions. The host's input is not trusted: null
 // pointers and numbers out of range are answered by false or 0, and no exception leaves a call.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
@@ -19,8 +19,8 @@
 namespace tesh::bramel::clap {
 
 struct ClapCalls {
-  /// The answer of `call` for the instance behind the record; a zero if there is none, if it has not been initialised,
-  /// or if `call` throws.
+  /// The result of `call` for the instance behind the record. Zero if there is no instance, if it has not been
+  /// initialised, or if `call` throws.
   template <typename Call>
   static auto with(const Plugin* record, Call call) noexcept -> std::invoke_result_t<Call, ClapPlugin&> {
     using Answer = std::invoke_result_t<Call, ClapPlugin&>;
@@ -35,7 +35,8 @@ struct ClapCalls {
     }
   }
 
-  // The same for calls that belong to one of the host's threads. Hosts should not mix them up; debug builds say so.
+  // The same for calls that the interface allows on the main or on the audio thread only. A debug build ends if the
+  // host, by its own thread check, calls on another.
 
   template <typename Call>
   static auto onMain(const Plugin* record, Call call) noexcept {
@@ -200,7 +201,7 @@ struct ClapCalls {
                   [=](ClapPlugin& plugin) { return info != nullptr && plugin.parameters->describePage(index, *info); });
   }
 
-  // State. What a state is for makes no difference.
+  // State. The context for which a host saves (preset, project, copy) makes no difference.
 
   static bool save(const Plugin* record, const OutputStream* stream) {
     return onMain(record, [=](ClapPlugin& plugin) { return plugin.save(stream); });
@@ -311,7 +312,7 @@ struct ClapCalls {
              plugin.parentWindow = window->pointer;
              const float scale = plugin.session->scale();
              plugin.session->open(plugin.parentWindow);
-             if (scale != plugin.session->scale()) {  // It is the window's: the host has set none.
+             if (scale != plugin.session->scale()) {  // No scale set by the host: the window's was taken.
                tellSize(plugin);
              }
              return plugin.session->isOpen();

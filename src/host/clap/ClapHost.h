@@ -8,7 +8,7 @@
 
 namespace tesh::bramel::clap {
 
-/// Main thread, unless an operation says otherwise. Outlived by the host's record.
+/// The host's record must outlive this object. Main thread, unless an operation says otherwise.
 class ClapHost {
  public:
   /// `newHost` may be null: all calls then do nothing.
@@ -64,7 +64,8 @@ class ClapHost {
     call(presetLoad, &HostPresetLoad::onError, kind, location, key, 0, message);
   }
 
-  // Whether this is such a thread, as the host says; true for hosts that do not tell. Any thread.
+  // Whether the host calls the present thread its main or its audio thread; true for hosts that do not tell. Any
+  // thread.
 
   bool mayBeMainThread() const { return mayBe(&HostThreadCheck::isMainThread); }
   bool mayBeAudioThread() const { return mayBe(&HostThreadCheck::isAudioThread); }

@@ -49,7 +49,7 @@ bool initProvider(const PresetProvider* provider) {
 
 void destroyProvider(const PresetProvider* provider) { delete &searchOf(provider); }
 
-/// Tells the programs of a bank until the host has enough.
+/// Reports the programs of a bank until the host wants no more.
 void tellKits(const vimo::ProgramDatabase& programs, std::uint32_t flags, const MetadataReceiver& receiver) {
   for (std::size_t number = 0; number < programs.programCount(); ++number) {
     if (!receiver.beginPreset(&receiver, programs.name(number).c_str(), std::to_string(number).c_str())) {

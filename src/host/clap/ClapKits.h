@@ -17,8 +17,8 @@ struct KitPlace {
   std::uint64_t program = 0;
 };
 
-/// The place that a host's preset names; nothing for one that is not ours. Whether such a program exists the shell
-/// knows.
+/// The place that a host's preset names, or nothing if the preset is not one of ours. The program need not exist: the
+/// shell's program count decides that.
 std::optional<KitPlace> kitPlaceOf(std::uint32_t locationKind, const char* location, const char* loadKey);
 
 /// Tells the host which kit is selected, as a preset that is loaded; nothing for a kit that no list shows. Main thread.

@@ -19,7 +19,7 @@ namespace {
 
 using namespace panel;
 
-/// Up to 40 steps, enough for the names of all effects, are states that hosts list; larger ranges keep a slider.
+/// Hosts show a parameter of up to 40 values, such as the effect type, as a list. A longer range keeps a slider.
 constexpr std::uint64_t kMostListed = 40;
 
 struct PadPage {

@@ -12,9 +12,9 @@
 
 namespace tesh::bramel::clap {
 
-/// The parameters are those that other forms' hosts see, in their order. The id is the macro's number, which never
-/// changes its meaning. A parameter of few states has their numbers as its values; all others run from 0 to 1.
-/// Everything but `normalised` and `find` on the main thread.
+/// The parameters are the ones that hosts of the other forms see, in the same order. A parameter's id is its macro's
+/// number, which never changes its meaning. The values of a parameter of few states are the states' numbers; all others
+/// run from 0 to 1. Main thread, except where an operation says otherwise.
 class ClapParameters {
  public:
   /// `instrument` outlives this object.
@@ -32,17 +32,17 @@ class ClapParameters {
 
   std::uint32_t idAt(std::uint32_t index) const SIVRAY_NONBLOCKING { return all[index].id; }
 
-  /// A parameter of states stays on the one that it has.
+  /// False for a parameter of few states, which modulation does not move.
   bool isModulatable(std::uint32_t index) const SIVRAY_NONBLOCKING { return all[index].lastState == 0; }
 
-  /// A value of the host as the instrument has it, 0 to 1, limited to the range; NaN is the least value. Audio thread
-  /// too.
+  /// Converts the host's value to the instrument's, 0 to 1, limited to the range; NaN becomes the least value. Audio
+  /// thread too.
   float normalised(std::uint32_t index, double value) const SIVRAY_NONBLOCKING;
-  /// The reverse.
+  /// The reverse. Audio thread too.
   double hostValue(std::uint32_t index, float value) const SIVRAY_NONBLOCKING;
 
   std::string textOf(std::uint32_t index, double value) const;
-  /// Finds the value that has this text, or the number nearest to that in the text. False if there is none.
+  /// Finds the value with this text, else the one nearest to the number in the text. False if there is neither.
   bool valueOf(std::uint32_t index, const std::string& text, double& value) const;
 
   // Pages: one for each row of the panel with its eight pads, and one for the master effect.

@@ -1,4 +1,4 @@
-// The life of an instance: what its host's calls mean for the instrument.
+// Carries out the host's calls on an instance: start, stop, state and kits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/clap/ClapPlugin.h"
 
@@ -46,7 +46,8 @@ bool ClapPlugin::init() {
     reports = std::make_shared<ClapReports>(*made, *parameters, host);
     block = std::make_unique<ClapBlock>(made, *parameters, *reports);
     session = std::make_unique<vst::EditorSession>(panel);
-    made->currentProgram();  // Takes the first program in, so that what a host sets before a block stays.
+    made->currentProgram();  // Applies the first program now: in the first block it would replace what the host sets
+                             // before.
     made->setHostCallback(reports);
     made->setUICallback(panel);
     instrument = std::move(made);

@@ -23,9 +23,9 @@ inline constexpr const char* kPluginId = "tesh.sivray";
 
 const Descriptor& pluginDescriptor();
 
-/// Owned by the host, which ends it by `destroy`. What a host calls at the wrong time changes nothing.
-/// Debug builds end where it calls on a thread that it itself says is the wrong one. Where the instrument's files are
-/// missing, `init` fails.
+/// The host owns it and deletes it by `destroy`. A call at the wrong time changes nothing. A debug build ends if a call
+/// comes on a thread that is the wrong one by the host's own thread check. `init` fails if the instrument's files are
+/// missing.
 class ClapPlugin {
  public:
   /// Returns the record that the host calls; `host` outlives it.
@@ -49,12 +49,12 @@ class ClapPlugin {
 
   Plugin record{};
   ClapHost host;
-  std::shared_ptr<vst::BramelInstrument> instrument;  ///< Null until `init`, as all below.
+  std::shared_ptr<vst::BramelInstrument> instrument;  ///< Null until `init`, like all members below.
   std::shared_ptr<vst::BramelInstrumentEditor> panel;
   std::unique_ptr<ClapParameters> parameters;
   std::shared_ptr<ClapReports> reports;  ///< The instrument holds it weakly, as `panel`.
   std::unique_ptr<ClapBlock> block;
-  std::unique_ptr<vst::EditorSession> session;  ///< Goes before all that it shows.
+  std::unique_ptr<vst::EditorSession> session;  ///< Destroyed before everything that it shows.
   void* parentWindow = nullptr;                 ///< Of the host; null while it shows no panel.
   std::optional<std::uint32_t> timer;           ///< Of the host, while it has made a window.
   std::atomic<bool> isActive = false;

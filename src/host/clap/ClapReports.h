@@ -43,27 +43,30 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   void programChanged(vst::Origin origin) override;
   void keyStateChanged(int /*note*/) override {}
 
-  /// The oldest report, if one waits. By one thread at a time, which the interface's rules see to. Audio thread too.
+  /// The oldest report, if one waits. One thread at a time, which the interface guarantees. Audio thread too.
   bool take(Report& report) SIVRAY_NONBLOCKING;
 
-  /// Whether a kit or a state has brought values that the block has yet to take. Any thread.
+  /// Whether a kit or a state has brought values that no block has taken yet. Any thread.
   bool areValuesNew() const SIVRAY_NONBLOCKING { return haveValuesChanged.load(std::memory_order_relaxed); }
-  /// True once after that. Audio thread.
+  /// The same, and marks them as taken. Audio thread.
   bool takeValuesChanged() SIVRAY_NONBLOCKING { return areValuesNew() && haveValuesChanged.exchange(false); }
 
-  /// The host has loaded a state, which it knows to be its song's. Main thread.
+  /// The host has loaded a state: its values and key names are reported as new, but the song is not marked as changed.
+  /// Main thread.
   void stateLoaded();
 
-  /// Whether blocks come, which take messages. Those from before would all come at once. Main thread.
+  /// Whether the host runs blocks, which deliver MIDI messages. Messages from before would all come in the first block,
+  /// so they are dropped. Main thread.
   void setTakesMidi(bool takes) { takesMidi = takes; }
 
-  /// Only asks for a later call of the host: a host that is called here might wait for a lock that its block holds.
+  /// Only notes that the host is to be called later: called from here, it might wait for a lock that its own block
+  /// holds.
   void soundChanged() SIVRAY_NONBLOCKING override {
     haveNamesChanged = true;
     isCallWanted = true;
   }
 
-  /// Asks the host for a call of `onMainThread` if something waits for it. The host may wait in it; audio thread too.
+  /// Asks the host to call `onMainThread` if something waits for it. The host's code may wait. Audio thread too.
   void askForCall() SIVRAY_NONBLOCKING;
 
   /// Tells the host what waits for its main thread. Main thread.
@@ -79,11 +82,11 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   const ClapHost& host;
   std::mutex writing;  ///< Held for a few stores.
   vimo::LockFreeRing<Report> reports{kReports};
-  std::atomic<bool> haveValuesChanged = false;  ///< The block's to take.
+  std::atomic<bool> haveValuesChanged = false;  ///< Taken by the block.
   std::atomic<bool> takesMidi = false;
-  std::atomic<bool> isRescanWanted = false;  ///< The main thread's to take, as the next ones.
+  std::atomic<bool> isRescanWanted = false;  ///< Taken on the main thread, like the next ones.
   std::atomic<bool> isDirty = false;
-  std::atomic<bool> isKitChosen = false;  ///< On the panel: the host's browser follows.
+  std::atomic<bool> isKitChosen = false;  ///< On the panel; the host's browser then shows that kit.
   std::atomic<bool> haveNamesChanged = false;
   std::atomic<bool> isCallWanted = false;
 };

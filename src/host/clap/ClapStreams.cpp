@@ -9,7 +9,7 @@ namespace tesh::bramel::clap {
 namespace {
 
 constexpr std::size_t kPiece = 65536;
-/// A state has 380 KB; a stream without an end stops here.
+/// A state has about 380 KB. This limit stops a stream without an end.
 constexpr std::size_t kMostBytes = std::size_t{64} << 20U;
 
 }  // namespace

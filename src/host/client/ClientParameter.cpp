@@ -11,8 +11,8 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Hosts offer the values of a discrete parameter as a list. Up to this many values: enough for the names of the
-/// effects, the longest list of words. Longer ranges are numbers and keep a slider.
+/// A parameter of up to 40 values, such as the effect type, is discrete: hosts show it as a list. A longer range keeps
+/// a slider.
 constexpr int kMostListed = 40;
 
 juce::String idOf(std::uint64_t macro) { return "macro" + juce::String(macro); }

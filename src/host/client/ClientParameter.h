@@ -28,7 +28,7 @@ class ClientParameter final : public juce::AudioProcessorParameterWithID {
 
   float getDefaultValue() const override;
   int getNumSteps() const override { return steps; }
-  /// True for few values, which hosts show as a list.
+  /// True for a parameter of few values, which hosts show as a list.
   bool isDiscrete() const override;
 
   // Texts. Not on the audio thread.

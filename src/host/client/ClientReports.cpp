@@ -38,7 +38,8 @@ void HostReports::automate(std::uint64_t visibleIndex, float value) {
 void HostReports::programChanged(Origin origin) {
   programOrigin = origin;
   soundChanged();
-  // An LV2 host that loads a preset asks for the values itself; those that it were told it would take for edits.
+  // An LV2 host that loads a preset asks for the values itself; values that it is told it would take for the user's
+  // edits.
   if (origin == Origin::panel || !isLv2()) {
     isProgramWaiting = true;
     startTimer(origin == Origin::panel ? 1 : kSettling);
@@ -82,7 +83,7 @@ void HostReports::sendMidi(const std::uint8_t* data, std::size_t size, std::int3
 }
 
 void HostReports::takeMidi(juce::MidiBuffer& midi, int frames) {
-  // Wrappers reserve 2048 bytes, and a message takes ten. A cleared buffer keeps its memory.
+  // Wrappers reserve 2048 bytes; a message takes ten. A cleared buffer keeps its memory.
   constexpr int kMostInBlock = 200;
   cofu::core::vouchFor([&] {
     for (int count = 0; count < kMostInBlock; ++count) {

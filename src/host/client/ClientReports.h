@@ -31,22 +31,22 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
 
   /// Keeps the message for the next block, which takes it to the host; drops it when 511 wait. Any thread.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
-  /// The message thread tells the host that the program has changed, by which it reads all values again: soon if the
-  /// panel chose, later if the host did. Ardour chooses a song's program and then sets its state, and sends what it has
-  /// read in between back as edits of the state.
+  /// The message thread then tells the host that the program has changed, and the host reads all values again: after 1
+  /// ms if the program was chosen on the panel, after kSettling if the host chose it. Ardour chooses a song's program
+  /// first and sets its state afterwards; values that it read in between it would send back as edits of the state.
   void programChanged(Origin origin) override;
   /// Who has chosen the latest program. Any thread.
   Origin latestOrigin() const { return programOrigin; }
-  /// A state comes: the host reads the values by itself.
+  /// The host sets a state, and reads the values by itself: a program change that waits is not told.
   void stateComes() { isProgramWaiting = false; }
-  /// The host has chosen a pad's sound in its window: the message thread tells it soon that its parameters have other
-  /// texts. By then the block has the value. Not on the audio thread.
+  /// The host has changed a pad's sound parameter in its own window: after kSettling, when a block has applied the
+  /// value, the message thread tells the host that texts of parameters have changed. Not on the audio thread.
   void soundMoved();
   void parametersChanged() override {}
   void keyStateChanged(int /*note*/) override {}
   void soundChanged() override { haveNamesChanged = true; }
 
-  /// True once after a key may have another name. Audio thread.
+  /// Whether the name of a key may have changed since the last call. Audio thread.
   bool takeNamesChanged() SIVRAY_NONBLOCKING {
     return haveNamesChanged.load(std::memory_order_relaxed) && haveNamesChanged.exchange(false);
   }
@@ -65,13 +65,14 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
 
   void timerCallback() override;
   bool isLv2() const { return processor.wrapperType == juce::AudioProcessor::wrapperType_LV2; }
-  /// Has an LV2 host mark its song as changed. It does not for values that the plug-in tells it; other hosts do.
+  /// Makes an LV2 host mark its song as changed, which it does not do for values that the plug-in reports. Hosts of
+  /// other forms do.
   void markSong();
   ClientParameter* at(std::uint64_t visibleIndex) const;
 
   juce::AudioProcessor& processor;
   const std::vector<ClientParameter*> parameters;
-  std::atomic<bool> isProgramWaiting = false;  ///< The timer's to tell, as the next one.
+  std::atomic<bool> isProgramWaiting = false;  ///< Told by the timer, like the next one.
   std::atomic<bool> areTextsWaiting = false;
   std::atomic<bool> haveNamesChanged = false;
   std::atomic<Origin> programOrigin = Origin::host;

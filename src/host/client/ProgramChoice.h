@@ -1,4 +1,4 @@
-// What the VST 3 wrapper asks of a program that has changed, as cmake/juce-7.0.5 has it ask.
+// The interface by which the VST 3 wrapper, as changed by cmake/juce-7.0.5, asks who chose a program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@ class ProgramChoice {
  public:
   virtual ~ProgramChoice() = default;
 
-  /// Whether the latest program was chosen on the panel: the host has yet to hear of its number. Any thread.
+  /// True if the latest program was chosen on the panel, so that the host must be told its number. Any thread.
   virtual bool isProgramOfPanel() const = 0;
 };
 

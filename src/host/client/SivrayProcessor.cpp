@@ -32,7 +32,7 @@ namespace {
 
 constexpr std::size_t kMessageBytes = 3;
 
-/// Why the instrument cannot be made of the content that is installed.
+/// Why no instrument can be made of the installed content.
 std::string faultOfContent() {
   if (const std::string base = sharedBase(); !base.empty() && platform::exists(base)) {
     return "Sivray's files are missing or damaged: " +
@@ -142,7 +142,7 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
       shell.sendMidi(message.data(), message.size(), event.samplePosition);
     }
   }
-  midi.data.clearQuick();  // As clear(), of which JUCE's own build makes a loop over the bytes.
+  midi.data.clearQuick();  // Like clear(), which JUCE's own build compiles to a loop over the bytes.
   takePosition();
   if (buffer.getNumChannels() > vimo::kMainChannels) {
     processOuts(buffer);
@@ -157,7 +157,7 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   }
 }
 
-/// A buffer holds the channels of those outs alone that are on.
+/// The buffer holds only the channels of the outs that are on.
 void SivrayProcessor::processOuts(juce::AudioBuffer<float>& buffer) {
   std::array<float*, vimo::kAllChannels> outputs{};
   int next = 0;

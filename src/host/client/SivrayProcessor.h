@@ -43,21 +43,22 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames, publ
 
   // Audio.
 
-  /// Sets the rate in Hz and drops old sound and messages. The longest block is of no account.
+  /// Sets the rate in Hz and drops old sound and messages. Ignores the longest block.
   void prepareToPlay(double sampleRate, int maximumExpectedSamplesPerBlock) override;
   void releaseResources() override;
   bool isBusesLayoutSupported(const BusesLayout& layouts) const override;
 
-  /// Renders a block, of the outs that are on, with its messages, at the tempo of the play head, and gives the messages
-  /// for the host back in `midi`. One without channels only takes in what came for it. Audio thread.
+  /// Renders a block into the outs that are on, with the messages in `midi` and the play head's tempo, and replaces the
+  /// messages in `midi` by those for the host. A block without channels only applies the writes and queues the
+  /// messages. Audio thread.
   void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlock;
   /// The same, but silent: while a host has switched the plug-in off by its bypass.
   void processBlockBypassed(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlockBypassed;
 
-  /// A write by the host that the next block takes in together with the others before it. An index that is none and a
-  /// value outside 0 to 1 are ignored. Audio thread, for wrappers that know that a block follows.
+  /// A write by the host; the next block applies it together with the others. Ignores an unknown index and a value
+  /// outside 0 to 1. Audio thread, for wrappers that know that a block follows.
   void setParameter(int parameterIndex, float newValue) override;
 
   bool acceptsMidi() const override { return true; }
@@ -74,8 +75,8 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames, publ
   /// The selected program, or the one that was selected last while one of another bank is.
   int getCurrentProgram() override;
 
-  /// Selects it at once, also while no audio runs; soon the message thread tells the host of it. Ignores what
-  /// is out of range.
+  /// Selects the program at once, also while no audio runs. Soon afterwards the message thread tells the host. Ignores
+  /// an index out of range.
   void setCurrentProgram(int index) override;
   const juce::String getProgramName(int index) override;
 
@@ -93,7 +94,7 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames, publ
   // State. Any thread but the audio thread.
 
   void getStateInformation(juce::MemoryBlock& destination) override;
-  /// Other bytes than those of a state change nothing.
+  /// Bytes that are no state change nothing.
   void setStateInformation(const void* data, int sizeInBytes) override;
 
   // The panel. Message thread.

@@ -1,4 +1,4 @@
-// Puts the view into JUCE's editor and follows the window that this stands in.
+// Puts the view into JUCE's editor and follows the window that contains it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/client/SivrayProcessorEditor.h"
 

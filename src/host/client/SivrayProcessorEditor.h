@@ -11,21 +11,19 @@
 
 namespace tesh::bramel::vst {
 
-/// 768 by 468 pixels, which the wrapper's scale stretches. One per processor at a time, as JUCE sees to. Message thread
-/// only.
+/// 768 by 468 pixels, which the wrapper's scale stretches. JUCE makes one per processor at a time. Message thread only.
 class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
  public:
   explicit SivrayProcessorEditor(SivrayProcessor& ownProcessor);
 
-  /// A pixel of the panel is shown as `newScale` pixels each way; above 1, from the larger set of pictures.
+  /// Each pixel of the panel takes `newScale` by `newScale` pixels. Above 1 the larger set of pictures is drawn.
   void setScaleFactor(float newScale) override;
 
-  /// What the system makes of one pixel of the window, in pixels of the screen; counts for the choice of pictures
-  /// alone.
+  /// Screen pixels per pixel of the window. Only chooses the set of pictures.
   void setScreenScale(float newScale);
 
-  /// Whether hosts get the keys that no text field of the panel has asked for; true until the first call. The
-  /// standalone program, which has no host, takes all.
+  /// Whether the host gets keys that no text field of the panel uses; true until the first call. The standalone
+  /// program, which has no host, passes false.
   void leaveKeysToHost(bool leavesKeys);
 
   void paint(juce::Graphics& graphics) override;
@@ -40,7 +38,8 @@ class SivrayProcessorEditor final : public juce::AudioProcessorEditor {
   float scale = 1.0F;
   float screenScale = 1.0F;
   bool leavesKeysToHost = true;
-  void* keyboardWindow = nullptr;  ///< That the keyboard was made for: null unless this stands in a window of the host.
+  /// The window that the keyboard was made for; null unless this is inside a host's window.
+  void* keyboardWindow = nullptr;
   std::unique_ptr<juce::VBlankAttachment> frames;
 };
 

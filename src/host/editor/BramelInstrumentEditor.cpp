@@ -1,4 +1,4 @@
-// Creates and closes view and view model, and posts the instrument's reports to the message thread.
+// Creates and destroys view and view model, and posts the instrument's reports to the message thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/BramelInstrumentEditor.h"
 
@@ -27,13 +27,13 @@ class BramelInstrumentEditor::Impl {
   }
 
   const MessageThread::Kind kind;
-  std::mutex threadMutex;                 ///< For the making of `thread`.
-  std::shared_ptr<MessageThread> thread;  ///< The last to go: all else may hold what was made on it.
+  std::mutex threadMutex;                 ///< Guards the making of `thread`.
+  std::shared_ptr<MessageThread> thread;  ///< Destroyed last: the other members may hold objects that were made on it.
   std::shared_ptr<BramelInstrument> instrument;
   std::shared_ptr<BramelInstrumentEditorProvider> provider;
   std::shared_ptr<Delivery> delivery;
-  bool isListening = false;  ///< `delivery` is woken by `thread`. The message thread's.
-  Box view;                  ///< Holds a shared pointer to the component, empty while closed.
+  bool isListening = false;  ///< `delivery` is one of the listeners of `thread`. Message thread only.
+  Box view;                  ///< A shared pointer to the component; empty while closed.
 };
 
 BramelInstrumentEditor::BramelInstrumentEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,

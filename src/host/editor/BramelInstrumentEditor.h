@@ -1,5 +1,5 @@
-// The editor of one instrument, in whatever window it may stand: it owns view and view model while it is open, and
-// carries the instrument's reports to the message thread.
+// The editor of one instrument, for a window of any kind. It owns view and view model while it is open, and carries the
+// instrument's reports to the message thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,8 +16,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Lives as long as the plug-in. The instrument's reports come one at a time, on any thread; while no view is open they
-/// are dropped. Those of one block reach the view model together.
+/// Lives as long as the plug-in. The instrument reports one change at a time, on any thread. Reports are dropped while
+/// no view is open. All reports of a block reach the view model together.
 class BramelInstrumentEditor final : public BramelInstrumentUICallback {
  public:
   /// Pixels of the panel.
@@ -26,8 +26,8 @@ class BramelInstrumentEditor final : public BramelInstrumentUICallback {
     std::int32_t height = 0;
   };
 
-  /// Throws std::invalid_argument when `instrument` is not a BramelInstrument. `provider` is not null. `kind` says who
-  /// runs JUCE.
+  /// Throws std::invalid_argument when `instrument` is not a BramelInstrument. `provider` is not null. `kind` tells who
+  /// runs JUCE's message loop.
   BramelInstrumentEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
                          std::shared_ptr<BramelInstrumentEditorProvider> provider, MessageThread::Kind kind);
 
@@ -42,11 +42,11 @@ class BramelInstrumentEditor final : public BramelInstrumentUICallback {
 
   // Message thread only, once `messageThread` was called.
 
-  /// A copy of the box that holds the view's `std::shared_ptr<juce::Component>`; null if the provider gives no view.
-  /// Makes view and view model unless they stand. `imageScale` as the provider has it.
+  /// Returns a copy of the box with the view's `std::shared_ptr<juce::Component>`; null if the provider makes no view.
+  /// Makes view and view model if there are none. `imageScale` is passed to the provider.
   cofu::core::boxed::Box createView(int imageScale);
 
-  /// Lets the view go, then delivers what waits, then lets the view model go.
+  /// Destroys the view, delivers the reports that wait, then destroys the view model.
   void closeView();
 
   void holdUpdates() SIVRAY_NONBLOCKING override;

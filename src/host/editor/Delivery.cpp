@@ -7,7 +7,7 @@
 namespace tesh::bramel::vst {
 
 void Delivery::open(std::shared_ptr<IPluginEditViewModelOwner> newViewModel, MessageThread& thread) {
-  jobs.clear();  // A report may have slipped in while the last view was closing.
+  jobs.clear();  // Reports may have been posted while the last view was being closed.
   viewModel = std::move(newViewModel);
   messageThread = &thread;
   isOpen = viewModel != nullptr;

@@ -12,14 +12,14 @@
 
 namespace tesh::bramel::vst {
 
-/// The message thread holds it weakly: when the editor is gone, so is what was not delivered.
+/// The message thread holds it weakly: reports that are still undelivered go with the editor.
 class Delivery final : public WakeUpListener {
  public:
   explicit Delivery(std::uint64_t parameterCount) : jobs(parameterCount) {}
 
   // One thread at a time.
 
-  /// Has `put` add a job if an editor is open.
+  /// Calls `put` with the job store, if an editor is open.
   template <typename Put>
   void enqueue(Put put) {
     if (isOpen) {
@@ -37,7 +37,7 @@ class Delivery final : public WakeUpListener {
 
   /// `thread` outlives this object.
   void open(std::shared_ptr<IPluginEditViewModelOwner> newViewModel, MessageThread& thread);
-  /// Delivers also what waits for its block.
+  /// First delivers all reports, also those of a block that has not ended.
   void close();
   bool isViewModelOpen() const { return viewModel != nullptr; }
   void wokenUp() override { deliver(JobStore::Extent::released); }
@@ -53,7 +53,7 @@ class Delivery final : public WakeUpListener {
   JobStore jobs;
   std::atomic<bool> isOpen = false;
   std::atomic<bool> areUpdatesReleased = true;
-  std::atomic<MessageThread*> messageThread = nullptr;   ///< Not null once a job was put.
+  std::atomic<MessageThread*> messageThread = nullptr;   ///< Not null once a job has been put.
   std::shared_ptr<IPluginEditViewModelOwner> viewModel;  ///< Null while closed.
 };
 

@@ -1,4 +1,4 @@
-// What becomes of the keys that a host passes on.
+// Passes the host's key events to the text field that has the focus.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,7 +21,7 @@ class EditorKeys {
   juce::ModifierKeys modifiersDown() const { return modifiers; }
 
  private:
-  juce::ModifierKeys modifiers;  ///< Shift, alt and ctrl, as the host told.
+  juce::ModifierKeys modifiers;  ///< Shift, alt and ctrl, as the host reported them.
 };
 
 }  // namespace tesh::bramel::vst

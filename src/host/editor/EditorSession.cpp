@@ -1,4 +1,4 @@
-// Opening, closing, scale and keys, carried to the message thread.
+// Carries opening, closing, scale and keys to the message thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/EditorSession.h"
 
@@ -31,14 +31,14 @@ bool isMouseDown() {
 
 }  // namespace
 
-/// What is shown, and what the host wants shown. Work on the message thread holds it: it may outlast the call of the
-/// host that asked for it, but never the session.
+/// What is shown, and what the host wants shown. Work on the message thread shares ownership: it may outlast the host's
+/// call that asked for it, but never the session.
 struct EditorSession::Shown {
-  /// Stands on the desktop, in the screen's pixels; the frame and all above it keep the panel's own. Message thread
-  /// only.
+  /// The panel's native window, in screen pixels; the frame inside keeps the panel's own size and is scaled. Message
+  /// thread only.
   class Window final : public juce::Component {
    public:
-    /// Inside the host's window `hostWindow`. Not on the desktop where the editor has no view.
+    /// A child of the host's window `hostWindow`. No native window is made if the editor has no view.
     Window(void* hostWindow, BramelInstrumentEditor& editor, float scale) : frame(editor) {
       setOpaque(true);
       addChildComponent(frame);
@@ -66,7 +66,7 @@ struct EditorSession::Shown {
 
   explicit Shown(BramelInstrumentEditor& shownEditor) : editor(shownEditor) {}
 
-  /// Brings the screen in line with the host's wishes. Message thread.
+  /// Opens, closes, moves or scales the window as the host wants. Message thread.
   void settle() {
     void* const wanted = wantedWindow;
     if (wanted != hostWindow) {
@@ -96,11 +96,11 @@ struct EditorSession::Shown {
 
   BramelInstrumentEditor& editor;
   MessageThread* thread = nullptr;            ///< Owned by the session; null until the first opening.
-  std::atomic<bool> hasEntered = false;       ///< `thread`, from an opening until it is closed.
+  std::atomic<bool> hasEntered = false;       ///< `thread` was entered: true from an opening until the panel is closed.
   std::atomic<void*> wantedWindow = nullptr;  ///< Null for closed.
   std::atomic<float> wantedScale = 1.0F;
 
-  // The message thread's.
+  // Message thread only.
   std::unique_ptr<Window> window;
   void* hostWindow = nullptr;  ///< The host's window that holds `window`.
   EditorKeys keys;
@@ -111,7 +111,7 @@ EditorSession::EditorSession(std::shared_ptr<BramelInstrumentEditor> newEditor)
 
 EditorSession::~EditorSession() {
   shown->wantedWindow = nullptr;
-  // What closed long ago must not wait for the host's thread, which may wait for this one.
+  // A panel that was closed long ago must not wait for the host's thread, which may be waiting for this one.
   if (thread == nullptr || (MessageLoop::kIsOnHostsThread && !shown->hasEntered)) {
     return;
   }
@@ -170,7 +170,8 @@ void EditorSession::settle(std::chrono::milliseconds longest) {
   if (thread == nullptr) {
     return;
   }
-  // Our own thread comes here from the view's own mouse handler; the host's may, while a button of the mouse is down.
+  // On a thread of our own, this call comes from a mouse handler of the view; on the host's thread it may, while a
+  // mouse button is down. The view must not be destroyed inside its own handler.
   if (MessageThread::isCurrent() && (!MessageLoop::kIsOnHostsThread || isMouseDown())) {
     thread->callLater([own = shown] { own->settle(); });
   } else {

@@ -1,5 +1,5 @@
-// The panel in a host's window, for a form whose host may call from any of its threads: opened, closed and scaled as
-// the host wishes, as soon as the message thread can.
+// The panel in a host's window, for forms whose host may call from any of its threads. The message thread opens, closes
+// and scales the panel as soon as it can.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,9 +13,9 @@ namespace tesh::bramel::vst {
 
 class MessageThread;
 
-/// Any thread of the host may call, one at a time; all that is shown happens on the message thread. A host may hold a
-/// lock in these calls that the message thread waits for in a call to the host: none but the destructor waits for long.
-/// Otherwise a call returns early and the work follows later.
+/// The host may call on any thread, one call at a time; the panel itself lives on the message thread. A host may call
+/// with a lock held for which the message thread waits inside a call to the host. Therefore only the destructor waits
+/// without a limit: other calls return after 0.5 s (close) or 5 s, and the work follows later.
 class EditorSession {
  public:
   /// `editor` is not null.
@@ -26,8 +26,8 @@ class EditorSession {
   EditorSession(const EditorSession&) = delete;
   EditorSession& operator=(const EditorSession&) = delete;
 
-  /// Shows the panel inside the host's window, in the system's own type. Nothing while it is open. Where no scale was
-  /// set it takes that of the window.
+  /// Shows the panel inside the host's window, a handle of the system's own type. Does nothing while it is open. Takes
+  /// the window's scale if none was set.
   void open(void* window);
   void close();
   bool isOpen() const;
@@ -54,8 +54,8 @@ class EditorSession {
 
   std::shared_ptr<BramelInstrumentEditor> editor;
   std::shared_ptr<MessageThread> thread;  ///< Null until the first opening.
-  void* lastWindow = nullptr;             ///< Of the host, that the panel stood in.
-  bool isScaleGiven = false;              ///< By the host.
+  void* lastWindow = nullptr;             ///< The host's window that held the panel last.
+  bool isScaleGiven = false;              ///< The host has set a scale.
   std::shared_ptr<Shown> shown;
 };
 

@@ -19,7 +19,8 @@ HostKeyboard::~HostKeyboard() {
 
 void HostKeyboard::mouseEnter(const juce::MouseEvent&) {
   rememberHostsFocus();
-  triggerAsyncUpdate();  // A pop-up that a click has put away hears no mouseUp; the mouse then enters what was below.
+  triggerAsyncUpdate();  // A pop-up that a click has closed gets no mouseUp; the mouse then enters the component below
+                         // it.
 }
 
 void HostKeyboard::handleAsyncUpdate() {

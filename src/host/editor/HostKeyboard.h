@@ -1,4 +1,4 @@
-// Leaves the keys to the host while the mouse plays on the panel, and takes them for a text field that has the focus.
+// Leaves the keys to the host, except while a text field has the focus.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,9 +6,9 @@
 
 namespace tesh::bramel::vst {
 
-/// For one open editor. A window of JUCE would swallow all keys while the mouse is over it, and take the focus with
-/// each click. This returns the focus to the host's window that had it before, often another one than the editor's
-/// parent. Message thread only; `top` is on the desktop inside `hostWindow` and outlives this object.
+/// For one open editor. A JUCE window would get all keys while the mouse is over it, and take the focus with each
+/// click. This object returns the focus to the host's window that had it before, which is often not the editor's
+/// parent. Message thread only; `top` has a native window inside `hostWindow` and outlives this object.
 class HostKeyboard final : private juce::MouseListener, private juce::FocusChangeListener, private juce::AsyncUpdater {
  public:
   HostKeyboard(juce::Component& top, void* hostWindow);
@@ -24,7 +24,7 @@ class HostKeyboard final : private juce::MouseListener, private juce::FocusChang
   void lookAgainAfter(juce::Component& modal);
 
   juce::Component& top;
-  void* lastFocused;  ///< Had the focus before the panel; the host's window until another is seen.
+  void* lastFocused;  ///< The window that had the focus before the panel; the host's window until another one was seen.
   juce::Component::SafePointer<juce::Component> watchedModal;
   JUCE_DECLARE_WEAK_REFERENCEABLE(HostKeyboard)
 };

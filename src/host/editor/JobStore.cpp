@@ -7,7 +7,8 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Twice the jobs: a fetched batch frees its nodes only at its end, and as many may wait again by then.
+/// Twice the number of jobs: the nodes of a fetched batch are freed only at its end, and by then as many jobs may wait
+/// again.
 std::size_t nodesFor(std::uint64_t parameterCount, std::size_t noteCount) {
   return 2 * (static_cast<std::size_t>(parameterCount) + noteCount + 1);
 }
@@ -82,7 +83,7 @@ void JobStore::putNews(ProgramNews news) {
   auto own = std::make_unique<const ProgramNews>(std::move(news));
   post({Job::Kind::programs, 0, own.get()});
   static_cast<void>(own.release());
-  areAllWaiting = false;  // A change of program from now on comes after the news.
+  areAllWaiting = false;  // A later change of program must come after these news.
 }
 
 bool JobStore::release() { return released.exchange(posted) != posted; }
@@ -97,7 +98,7 @@ std::optional<JobStore::Job> JobStore::take(Extent extent) {
   }
   ++taken;
   Job job{letter->kind, {}, letter->number, std::unique_ptr<const ProgramNews>(letter->news)};
-  // What changes from here on needs a job of its own: the view asks for the value after this.
+  // The view reads the value after this point, so a later change needs a new job.
   switch (job.kind) {
     case Job::Kind::parameter:
       isParameterWaiting[static_cast<std::size_t>(job.number)] = false;

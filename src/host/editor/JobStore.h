@@ -1,4 +1,4 @@
-// What the view still has to hear: jobs on their way from the instrument to the message thread, in their order.
+// A queue of jobs from the instrument to the message thread: what the view has to be told, in order.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,9 +17,9 @@
 
 namespace tesh::bramel::vst {
 
-/// Views ask for the value when they hear of a change, so that one waiting job a parameter is enough; the same holds
-/// for a note. However long the message thread is busy elsewhere, only program notifications add up, and those are the
-/// user's own doing. The sender's side is called by one thread at a time, the receiver's by the message thread.
+/// Views read the current value when they are told of a change, so one waiting job per parameter is enough, and
+/// likewise one per note. However long the message thread is busy, only program notifications can pile up, and the user
+/// causes those one by one. One thread at a time calls the sender's side, the message thread the receiver's.
 class JobStore {
  public:
   using ProgramNews = std::function<void(IPluginEditViewModelOwner&)>;
@@ -31,14 +31,14 @@ class JobStore {
     Kind kind = Kind::parameter;
     NoteHistory notes;
     std::uint64_t number = 0;                 ///< A parameter's id or a note.
-    std::unique_ptr<const ProgramNews> news;  ///< Null but for programs.
+    std::unique_ptr<const ProgramNews> news;  ///< Null unless the kind is `programs`.
 
     void run(IPluginEditViewModelOwner& viewModel) const;
   };
 
   enum class Extent : std::uint8_t { released, all };
 
-  /// `parameterCount` counts all, hidden ones included.
+  /// `parameterCount` includes hidden parameters.
   explicit JobStore(std::uint64_t parameterCount);
   ~JobStore() { clear(); }
   JobStore(const JobStore&) = delete;
@@ -51,7 +51,7 @@ class JobStore {
   void putAllParameters();
   void putNews(ProgramNews news);
 
-  /// Lets the receiver have all that waits. False if nothing was added since the last time.
+  /// Makes all waiting jobs available to the receiver. False if none was added since the last call.
   bool release() SIVRAY_NONBLOCKING;
 
   // The receiver's side.
@@ -65,7 +65,7 @@ class JobStore {
  private:
   static constexpr std::size_t kNotes = 128;
 
-  /// A job on its way, plain enough for the mail of the audio thread.
+  /// A queued job in a plain form, which the mailbox can copy on the audio thread.
   struct Letter {
     Job::Kind kind = Job::Kind::parameter;
     std::uint64_t number = 0;
@@ -78,9 +78,9 @@ class JobStore {
   std::array<std::atomic<NoteHistory>, kNotes> noteHistories{};
   std::atomic<bool> areAllWaiting = false;
   cofu::core::impl::Mailbox<Letter> mail;
-  std::uint64_t posted = 0;  ///< The sender's, as counted from the beginning.
+  std::uint64_t posted = 0;  ///< Jobs posted since construction. Sender's side.
   std::atomic<std::uint64_t> released = 0;
-  std::uint64_t taken = 0;  ///< The receiver's.
+  std::uint64_t taken = 0;  ///< Receiver's side.
 };
 
 }  // namespace tesh::bramel::vst

@@ -6,8 +6,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Holds no event, one, or two: ons and offs in turn. The last one decides whether the key is lit; the one before it
-/// lets the editor also show a stroke that ended before it looked.
+/// No event, one, or two that alternate between on and off. The last one tells whether the key is lit. The one before
+/// it lets the editor show a note that began and ended between two looks.
 struct NoteHistory {
   std::uint8_t length = 0;  ///< 0 to 2.
   bool isLastOn = false;

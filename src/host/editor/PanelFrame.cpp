@@ -1,4 +1,4 @@
-// Makes the view, and makes it anew where another set of pictures is needed.
+// Makes the view, and again when the scale needs another set of pictures.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/PanelFrame.h"
 
@@ -34,7 +34,7 @@ bool PanelFrame::showFor(float scale) {
       view = *made;
     }
     if (view == nullptr) {
-      editor.closeView();  // A model without a view would hear of everything, and nothing would close it.
+      editor.closeView();  // Without a view nothing would ever close the model, which would still get all reports.
     } else {
       imageScale = wanted;
       addAndMakeVisible(*view);
@@ -47,7 +47,7 @@ bool PanelFrame::showFor(float scale) {
 
 void PanelFrame::hide() {
   if (view != nullptr) {
-    juce::PopupMenu::dismissAllActiveMenus();  // Their windows are their own, and would stay.
+    juce::PopupMenu::dismissAllActiveMenus();  // Menus have windows of their own, which would stay open.
     removeChildComponent(view.get());
     view.reset();
     imageScale = 0;

@@ -1,4 +1,4 @@
-// The panel as every window shows it: its view, from the set of pictures that fits the scale, and its keyboard.
+// The panel in any kind of window: the view, drawn from the set of pictures that fits the scale, and its keyboard.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,21 +12,22 @@
 
 namespace tesh::bramel::vst {
 
-/// Has the panel's own size; the window that it stands in scales it. One per editor at a time. Message thread only.
+/// Keeps the panel's own size; the window around it scales it. One per editor at a time. Message thread only.
 class PanelFrame final : public BWPopupSlotView {
  public:
-  /// Without a view. `shownEditor` outlives this object.
+  /// Starts without a view. `shownEditor` outlives this object.
   explicit PanelFrame(BramelInstrumentEditor& shownEditor);
 
-  /// Shuts the menus that are open, and lets the view go.
+  /// Closes open menus and destroys the view.
   ~PanelFrame() override;
 
-  /// Shows the panel for a window whose pixels are `scale` by `scale` pixels of the screen to one of the panel: above 1
-  /// every picture is drawn from the larger set. A view that is made anew shows what the last one did. False without a
-  /// view; this is invisible then.
+  /// Shows the panel for a window in which one pixel of the panel takes `scale` by `scale` screen pixels. Above 1 the
+  /// larger set of pictures is drawn. A view that has to be remade shows the same page and list as the one before.
+  /// False if there is no view; this component is then invisible.
   bool showFor(float scale);
 
-  /// Lets the text fields in `top` take keys from the host's window, or with null lets them go. `top` holds this.
+  /// Lets the text fields in `top`, which contains this component, take keys from the host's window; with a null
+  /// window, no longer.
   void takeKeys(juce::Component& top, void* hostWindow);
 
  private:

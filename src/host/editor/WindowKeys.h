@@ -1,12 +1,12 @@
-// Which window of the system gets the keys.
+// Keyboard focus of windows, by the system's own calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 namespace tesh::bramel::vst {
 
-// Message thread only. `window` is the system's handle; one that is gone changes nothing.
+// Message thread only. `window` is the system's handle; a window that no longer exists is ignored.
 
-/// Whether the window takes keys while the mouse is over it or it has the focus. Otherwise they go to its parent.
+/// Whether the window gets keys while it has the focus or the mouse is over it. Otherwise its parent gets them.
 void setTakesKeys(void* window, bool takesKeys);
 
 bool hasKeyboardFocus(void* window);
@@ -19,8 +19,8 @@ void* parentOf(void* window);
 
 void giveKeyboardFocusTo(void* window);
 
-/// Wakes the message loop if events of the window are waiting inside the system's library, which read them together
-/// with an answer: otherwise the loop would sleep until the next event comes.
+/// Wakes the message loop if the system's library already holds events of the window, which it read together with a
+/// reply. The loop waits for new data alone and would leave them until the next event comes.
 void awakenForQueuedEvents(void* window);
 
 }  // namespace tesh::bramel::vst

@@ -28,7 +28,7 @@ void* parentOf(void* window) { return GetAncestor(handleOf(window), GA_PARENT); 
 
 void giveKeyboardFocusTo(void* window) { SetFocus(handleOf(window)); }
 
-void awakenForQueuedEvents(void* /*window*/) {}  // No event is read while nobody looks for events.
+void awakenForQueuedEvents(void* /*window*/) {}  // No library reads events ahead of the loop here.
 
 }  // namespace tesh::bramel::vst
 

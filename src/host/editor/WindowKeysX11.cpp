@@ -25,7 +25,7 @@ struct Ancestry {
   Window parent = None;
 };
 
-/// The ancestor below the root, or a frame of the window manager around it.
+/// The ancestor just below the root: the top-level window, or the window manager's frame around it.
 Window topLevelOf(Window window) {
   for (Ancestry above(window); above.parent != above.root; above = Ancestry(window)) {
     window = above.parent;
@@ -82,7 +82,7 @@ void awakenForQueuedEvents(void* window) {
   if (XEventsQueued(display(), QueuedAlready) == 0) {
     return;
   }
-  XEvent nothing{};  // A message of no type, which the server sends back: the loop finds something to read.
+  XEvent nothing{};  // A message of no type, which the server sends back, so that the loop has something to read.
   nothing.xclient.type = ClientMessage;
   nothing.xclient.window = handleOf(window);
   nothing.xclient.format = 32;

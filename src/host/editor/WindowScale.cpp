@@ -1,4 +1,4 @@
-// Asks Windows, which tells since its version 10.
+// Asks Windows, which has such a call since version 10.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/WindowScale.h"
 

@@ -4,8 +4,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Pixels of the screen that a pixel at the usual 96 dots an inch takes in this window: on Windows what the window's
-/// thread has said that it can draw, 1 where the system stretches the window itself. Elsewhere always 1.
+/// Screen pixels per pixel at 96 dots an inch in this window. On Windows: the scale that the window's thread has
+/// declared that it draws at, and 1 where the system stretches the window itself. On other systems always 1.
 float scaleOfWindow(void* window);
 
 }  // namespace tesh::bramel::vst

@@ -1,5 +1,5 @@
-// What JUCE's plug-in wrappers ask of a plug-in: its names, its ids and what it takes and gives. Songs refer to the
-// plug-in by the ids, which therefore never change. A form names itself before it includes this header.
+// What JUCE's plug-in wrappers need to know of a plug-in: names, ids, inputs and outputs. Songs refer to the plug-in by
+// the ids, which therefore never change. A form defines its own macro before it includes this header.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

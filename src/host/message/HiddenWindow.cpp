@@ -1,4 +1,4 @@
-// A message-only window of a class that Windows has: a class of our own would outlive the library.
+// A message-only window. It has one of Windows' own classes, because a class of our own would outlive the library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 

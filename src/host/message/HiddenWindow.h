@@ -14,12 +14,13 @@ class HiddenWindow {
  public:
   using OnMessage = std::function<void(HWND, UINT, WPARAM)>;
 
-  /// Its messages come to `onMessage` on this thread, while the thread dispatches messages. Throws std::system_error.
+  /// Calls `onMessage` for each message, on this thread, whenever the thread dispatches messages. Throws
+  /// std::system_error.
   explicit HiddenWindow(OnMessage onMessage);
 
-  /// Afterwards no message begins to be handled; one that is under way ends in its own time. From another thread, waits
-  /// half a second at most for the thread that made the window. If that does not answer, the window goes later, and the
-  /// library stays loaded for it.
+  /// Once it returns, no further message is handled; one that is being handled still finishes. On another thread than
+  /// the window's, it waits at most half a second for that thread. If that does not answer, the window is destroyed
+  /// later, and the library stays loaded until then.
   ~HiddenWindow();
   HiddenWindow(const HiddenWindow&) = delete;
   HiddenWindow& operator=(const HiddenWindow&) = delete;

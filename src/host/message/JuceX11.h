@@ -1,5 +1,5 @@
-// JUCE's connection to the X server, with Xlib. JUCE's header has both if a macro asks for them, which the precompiled
-// one does not. For sources only: Xlib defines common names as macros.
+// JUCE's connection to the X server, with Xlib. JUCE's header declares both only if a macro asks for it, which the
+// precompiled header does not. For source files only: Xlib defines common names as macros.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

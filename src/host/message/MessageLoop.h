@@ -1,5 +1,5 @@
-// Runs JUCE where nobody else does. On Linux on a thread of our own, since no host's idle calls can be relied on; on
-// Windows the host's main thread takes JUCE's messages with its own.
+// Runs JUCE's message loop in hosts that have none. On Linux on a thread of our own, since hosts cannot be relied on to
+// make idle calls; on Windows JUCE's messages are dispatched by the host's own loop on its main thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,8 @@
 
 namespace tesh::bramel::vst {
 
-/// JUCE runs as long as this object lives, on Windows while it is entered. One per process; one source per system.
+/// JUCE runs as long as this object lives; on Windows only between `enter` and `leave`. One per process. Each system
+/// has its own source file.
 class MessageLoop {
  public:
 #ifdef _WIN32
@@ -17,21 +18,22 @@ class MessageLoop {
   static constexpr bool kIsOnHostsThread = false;
 #endif
 
-  /// Where JUCE starts, `begin` runs on its thread, and `end` where it ends. On a thread of our own, returns when JUCE
-  /// runs, and throws std::system_error if no thread can be started.
+  /// Calls `begin` on JUCE's thread when JUCE starts, and `end` there when it ends. On a thread of our own, returns
+  /// once JUCE runs; throws std::system_error if no thread can be started.
   MessageLoop(std::function<void()> begin, std::function<void()> end);
 
-  /// Returns when JUCE has ended. Not on a thread of our own; where the thread is the host's, once all have left.
+  /// Returns once JUCE has ended. Must not run on the message thread itself. On the host's thread: only after all users
+  /// have left.
   ~MessageLoop();
 
-  /// Before an editor opens. On the host's thread: the first one in starts JUCE on the thread that calls.
+  /// Call before an editor opens. On the host's thread, the first call starts JUCE on the calling thread.
   void enter();
 
-  /// After it has closed, on JUCE's thread. On the host's thread: the last one out ends JUCE.
+  /// Call after the editor has closed, on JUCE's thread. On the host's thread, the last call ends JUCE.
   void leave();
 
-  /// Returns when the thread of `hostWindow` has left our code, if it does so soon: the library may then be unloaded.
-  /// Does nothing on a thread of our own.
+  /// Waits for a short time until the thread of `hostWindow` has returned from our code, so that the library may be
+  /// unloaded. Does nothing where JUCE has a thread of our own.
   static void awaitReturn(void* hostWindow);
   MessageLoop(const MessageLoop&) = delete;
   MessageLoop& operator=(const MessageLoop&) = delete;

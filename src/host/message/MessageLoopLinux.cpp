@@ -30,8 +30,9 @@ struct MessageLoop::Impl {
   std::function<void()> begin;
   std::function<void()> end;
   std::promise<void> isReady;
-  std::promise<void> mayEnd;  ///< To post a message uses JUCE's manager also when the loop has ended.
-  bool hasEnded = false;      ///< The message thread's.
+  /// Kept until the last message is posted: posting uses JUCE's manager even after the loop has ended.
+  std::promise<void> mayEnd;
+  bool hasEnded = false;  ///< Message thread only.
   std::thread thread;
 };
 

@@ -21,7 +21,7 @@ constexpr UINT kLongestReturn = 500;  ///< Milliseconds.
 struct MessageLoop::Impl {
   std::function<void()> begin;
   std::function<void()> end;
-  std::mutex mutex;  ///< For `users`: two threads of a host may open editors at the same time.
+  std::mutex mutex;  ///< Guards `users`: two threads of a host may open editors at the same time.
   int users = 0;
 };
 

@@ -13,10 +13,11 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// The thread of one kind and its users, counted here: a new one must not start before the old one has ended.
+/// The thread of one kind and the number of its users. Counted here, because a new thread must not start before the old
+/// one has ended.
 struct Current {
   int users = 0;
-  MessageThread* thread = nullptr;  ///< Not owned by an object with a destructor: a process may exit while it runs.
+  MessageThread* thread = nullptr;  ///< A plain pointer, because the process may exit while the thread runs.
 };
 
 struct Currents {

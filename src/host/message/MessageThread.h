@@ -1,5 +1,5 @@
-// The thread on which all of JUCE happens, as an editor sees it: one that this library starts for itself, or the one on
-// which a program or a plug-in wrapper runs JUCE already.
+// The thread on which everything of JUCE happens, as an editor sees it: either one that this library starts, or the one
+// on which a program or a plug-in wrapper already runs JUCE.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,42 +14,43 @@
 
 namespace tesh::bramel::vst {
 
-/// One of each kind per process: the first user makes it, and the last one to let go ends it. Nothing made on a thread
-/// of its own may outlive it. While JUCE does not run, work for its thread is dropped. Any thread may call any
-/// operation, except the audio thread, which may only call `wakeUp`.
+/// One of each kind per process: the first user makes it, and it ends with its last user. Nothing that was made on a
+/// thread of the kind `own` may outlive it. Work is dropped while JUCE does not run. Any thread may call any operation;
+/// the audio thread only `wakeUp`.
 class MessageThread {
  public:
   using Work = std::function<void()>;
 
   enum class Kind : std::uint8_t {
-    own,     ///< This library starts and ends JUCE (MessageLoop): in hosts that know nothing of it.
+    own,     ///< This library starts and ends JUCE (MessageLoop), in hosts that do not use JUCE.
     running  ///< JUCE runs before the first user comes and after the last one has gone.
   };
 
   /// Null if the thread cannot be started. The kind `running` must be acquired on the thread that runs JUCE.
   static std::shared_ptr<MessageThread> acquire(Kind kind);
 
-  /// With a thread of its own, waits for its end; must not run there then.
+  /// For the kind `own`, waits until the thread has ended, so it must not run on that thread.
   ~MessageThread();
   MessageThread(const MessageThread&) = delete;
   MessageThread& operator=(const MessageThread&) = delete;
 
-  /// Whether this is the message thread, or one that holds its lock, while the message thread waits: JUCE's VST 3
-  /// wrapper makes editors so.
+  /// True on the message thread, and on a thread that holds its lock while the message thread waits: JUCE's VST 3
+  /// wrapper makes editors that way.
   static bool isCurrent();
 
-  /// Before an editor opens; see MessageLoop::enter. Nothing where JUCE runs already.
+  /// Call before an editor opens; see MessageLoop::enter. Does nothing for the kind `running`.
   void enter();
-  /// After it has closed. Message thread.
+  /// Call after the editor has closed. Message thread.
   void leave();
 
   /// Runs `work` on the message thread, and returns when it has run.
   void callAndWait(const Work& work);
 
-  /// The same, but waits for `longest` at most: false says that `work` still has to run. It must own what it uses.
+  /// The same, but waits for `longest` at most. False if `work` still has to run, so it must own what it uses.
   bool callAndWait(Work work, std::chrono::milliseconds longest);
 
-  /// Runs `work` on the message thread, never before this returns if called there. It must own what it uses.
+  /// Runs `work` on the message thread, also from there only after this call has returned. `work` must own what it
+  /// uses.
   void callLater(Work work);
 
   /// The listener is held weakly. Message thread.

@@ -1,4 +1,4 @@
-// The one call of the system by which the audio thread wakes the message thread, and the timer of the rests between.
+// The one system call by which the audio thread wakes the message thread, and the timer that limits how often.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,28 +15,29 @@ class WakeUpBell {
  public:
   using Call = std::function<void()>;
 
-  /// Shorter than a screen shows a picture, and longer than most blocks: the audio thread need not ring in each.
+  /// 8 ms: shorter than a frame of the screen, and longer than most blocks, so that the audio thread need not ring in
+  /// every block.
   static constexpr std::chrono::milliseconds kRest{8};
 
-  /// Throws std::system_error if the system has nothing to wake by. Any thread.
+  /// Throws std::system_error if the system provides no descriptor or window for it. Any thread.
   WakeUpBell();
   ~WakeUpBell();
   WakeUpBell(const WakeUpBell&) = delete;
   WakeUpBell& operator=(const WakeUpBell&) = delete;
 
-  /// From now on the message thread calls `rung` after each ring, and `rested` at the end of each rest. Earlier rings
+  /// From now on the message thread calls `rung` after each ring, and `rested` when a rest ends. Rings before this call
   /// may be lost. Message thread.
   void start(Call rung, Call rested);
 
-  /// Ends what `start` began; a call that is under way ends in its own time. Message thread, or another one while JUCE
-  /// keeps running.
+  /// No further calls begin; one that is running still finishes. Message thread, or another thread while JUCE keeps
+  /// running.
   void stop();
 
-  /// Any thread, the audio thread too: makes one call of the system, which does not wait. False if the system does not
-  /// take it, as when the message thread's queue is full; true where it is lost because nobody listens yet.
+  /// Makes one system call, which does not wait. False if the system refuses it, for example because the message
+  /// thread's queue is full. True, although the ring is lost, if nobody listens yet. Any thread, the audio thread too.
   bool ring() SIVRAY_NONBLOCKING;
 
-  /// Begins a rest of kRest. Message thread. False if the system gives no timer: the rest then never ends.
+  /// Begins a rest of kRest. False if the system gives no timer: the rest then never ends. Message thread.
   bool startRest();
 
  private:

@@ -1,4 +1,4 @@
-// The bell on Linux: an event descriptor and a timer descriptor, for which JUCE's message loop waits.
+// The bell on Linux: an eventfd for rings and a timerfd for rests. JUCE's message loop waits for both.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -18,7 +18,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Has the message loop call `call` each time that the file counts up.
+/// Makes the message loop call `call` each time that the descriptor's counter rises.
 void listenTo(int file, WakeUpBell::Call call) {
   juce::LinuxEventLoop::registerFdCallback(file, [own = std::move(call)](int counted) {
     std::uint64_t count = 0;
@@ -30,10 +30,10 @@ void listenTo(int file, WakeUpBell::Call call) {
 }  // namespace
 
 struct WakeUpBell::Impl {
-  /// A file of the system that this object closes.
+  /// A file descriptor that this object closes.
   class OwnedFile {
    public:
-    /// Throws std::system_error for a number below 0, with what errno says.
+    /// Throws std::system_error with errno's text if `file` is negative.
     explicit OwnedFile(int file) : number(file) {
       if (number < 0) {
         throw std::system_error(errno, std::generic_category());
@@ -67,7 +67,7 @@ void WakeUpBell::stop() {
 }
 
 bool WakeUpBell::ring() {
-  return cofu::core::mayWait([this] {  // It does not wait.
+  return cofu::core::mayWait([this] {  // A write to an eventfd does not wait.
     const std::uint64_t one = 1;
     return ::write(impl->rings, &one, sizeof(one)) == sizeof(one);
   });

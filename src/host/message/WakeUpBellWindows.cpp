@@ -18,8 +18,8 @@ constexpr UINT_PTR kRestTimer = 1;
 }  // namespace
 
 struct WakeUpBell::Impl {
-  std::unique_ptr<HiddenWindow> window;    ///< The message thread's.
-  std::atomic<HWND> ringTarget = nullptr;  ///< Its handle; null while nobody listens.
+  std::unique_ptr<HiddenWindow> window;    ///< Message thread only.
+  std::atomic<HWND> ringTarget = nullptr;  ///< The window's handle; null while nobody listens.
 };
 
 WakeUpBell::WakeUpBell() : impl(std::make_unique<Impl>()) {}
@@ -32,7 +32,7 @@ void WakeUpBell::start(Call rung, Call rested) {
         if (message == kRing) {
           own();
         } else if (message == WM_TIMER && timer == kRestTimer) {
-          KillTimer(window, kRestTimer);  // It would come again and again.
+          KillTimer(window, kRestTimer);  // A timer of Windows would fire again and again.
           ownRested();
         }
       });
@@ -45,7 +45,7 @@ void WakeUpBell::stop() {
 }
 
 bool WakeUpBell::ring() {
-  return cofu::core::mayWait([this] {  // It does not wait.
+  return cofu::core::mayWait([this] {  // PostMessage does not wait.
     HWND target = impl->ringTarget;
     return target == nullptr || PostMessageW(target, kRing, 0, 0) != FALSE;
   });

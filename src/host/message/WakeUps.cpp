@@ -1,4 +1,4 @@
-// Rings the bell for the first wake-up of a row, and has the listeners look again when a rest ends.
+// Rings the bell for the first wake-up of a series, and calls the listeners again when a rest ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/message/WakeUps.h"
 
@@ -19,7 +19,7 @@ void WakeUps::start() {
           held->endRest();
         }
       });
-  if (state != State::idle) {  // Woken before, or stopped in a rest.
+  if (state != State::idle) {  // A wake-up came before the start, or `stop` came during a rest.
     ring();
   }
 }
@@ -44,7 +44,7 @@ void WakeUps::endRest() {
 }
 
 void WakeUps::tellAndRest() {
-  state = State::resting;  // Before the listeners look: what comes after their look wakes them again.
+  state = State::resting;  // Set before the listeners look, so that a change after their look wakes them again.
   const bool willRestEnd = bell.startRest();
   std::erase_if(listeners, [](const auto& held) { return held.expired(); });
   for (std::size_t i = 0; i < listeners.size(); ++i) {

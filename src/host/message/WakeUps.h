@@ -1,4 +1,4 @@
-// Wake-ups of the message thread: many of them, from the audio thread, become a few calls of the listeners.
+// Turns many wake-ups of the message thread, from the audio thread, into few calls of the listeners.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,36 +12,38 @@
 
 namespace tesh::bramel::vst {
 
-/// Has something to do when the message thread was woken.
+/// Called on the message thread after a wake-up.
 class WakeUpListener {
  public:
   virtual ~WakeUpListener() = default;
 
-  /// Message thread, once for any number of wake-ups that came in between. Others' wake-ups count too.
+  /// Message thread. One call for any number of wake-ups since the last one, also those that were meant for other
+  /// listeners.
   virtual void wokenUp() = 0;
 };
 
-/// Held by shared pointers: a call of the bell that is under way on the message thread keeps it alive.
+/// Owned by shared pointers, so that a call of the bell on the message thread can keep it alive.
 class WakeUps : public std::enable_shared_from_this<WakeUps> {
  public:
-  /// Message thread. Wake-ups before it wait for it. May follow a `stop`.
+  /// Wake-ups that came before it are handled now. May follow a `stop`. Message thread.
   void start();
 
-  /// Listeners hear nothing afterwards. Message thread; another one only where JUCE keeps running.
+  /// No listener is called afterwards. Message thread; another thread only while JUCE keeps running.
   void stop() { bell.stop(); }
 
   /// The listener is held weakly. Message thread.
   void addListener(std::weak_ptr<WakeUpListener> listener) { listeners.push_back(std::move(listener)); }
 
-  /// Wakes all listeners: at once when they are at rest, and at the end of each rest while wake-ups keep coming. Any
-  /// thread, the audio thread too: takes no memory and no lock, and calls the system only for the first of a row.
+  /// Wakes all listeners: at once if they are idle, at the end of each rest while wake-ups keep coming. Any thread, the
+  /// audio thread too: allocates nothing, takes no lock, and makes a system call only for the first wake-up of a
+  /// series.
   void wake() SIVRAY_NONBLOCKING;
 
  private:
   enum class State : std::uint8_t {
-    idle,     ///< A wake-up has to ring the bell.
-    resting,  ///< The listeners have just looked.
-    wanted    ///< They look at the end of the rest, or as soon as the thread is awake.
+    idle,     ///< The next wake-up rings the bell.
+    resting,  ///< The listeners have just been called.
+    wanted    ///< The listeners are called at the end of the rest, or as soon as the thread wakes.
   };
 
   void ring() SIVRAY_NONBLOCKING;
@@ -50,7 +52,7 @@ class WakeUps : public std::enable_shared_from_this<WakeUps> {
 
   WakeUpBell bell;
   std::atomic<State> state = State::idle;
-  std::vector<std::weak_ptr<WakeUpListener>> listeners;  ///< The message thread's.
+  std::vector<std::weak_ptr<WakeUpListener>> listeners;  ///< Message thread only.
 };
 
 }  // namespace tesh::bramel::vst

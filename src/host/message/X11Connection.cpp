@@ -1,4 +1,4 @@
-// Prepares JUCE's X connection for life inside a host.
+// Prepares JUCE's X connection for use inside a host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -17,7 +17,8 @@
 
 namespace juce {
 
-// Defined by JUCE, which declares it in no header. Calls back for every file that can be read; false if there was none.
+// Defined by JUCE, which declares it in no header. Calls the callbacks of all readable descriptors; false if there was
+// none.
 bool dispatchNextMessageOnSystemQueue(bool returnIfNoPendingMessages);
 
 }  // namespace juce
@@ -25,15 +26,15 @@ bool dispatchNextMessageOnSystemQueue(bool returnIfNoPendingMessages);
 namespace tesh::bramel::vst {
 namespace {
 
-/// Errors have these codes, those of extensions included.
+/// The range of error codes, those of extensions included.
 constexpr int kFirstError = 1;
 constexpr int kLastError = 255;
 
-// Xlib gives its own reader of errors three pointers that may be written to.
+// The signature is Xlib's: an error reader gets non-const pointers.
 Bool dropError(Display* /*display*/, XErrorEvent* /*error*/, xError* /*wire*/) { return False; }
 
-/// Waits until one of the files that JUCE listens to can be read, or two seconds: another thread may have JUCE listen
-/// to one more.
+/// Waits until a descriptor that JUCE listens to is readable, for at most two seconds, because another thread may
+/// register one more meanwhile.
 void waitForFiles() {
   constexpr int kLongest = 2000;  // Milliseconds.
   std::vector<pollfd> files;

@@ -1,4 +1,4 @@
-// The program `sivray`: starts JUCE, shows the window, and says in one line why it cannot.
+// The program `sivray`: starts JUCE and shows the window, or says in one line why it cannot.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdio>
 #include <cstdlib>
@@ -31,7 +31,7 @@ constexpr const char* kHelp = "sivray: the drum module without a host, on " SIVR
 
 constexpr int kWrongUsage = 2;
 
-/// On the standard error, and in a window where nobody reads that.
+/// To the standard error; if no terminal shows that, in a window.
 int fail(const char* reason) {
   std::fprintf(stderr, "sivray: %s\n", reason);
   if (!standalone::desktop::hasTerminal() && standalone::desktop::hasScreen()) {
@@ -62,7 +62,7 @@ int run() {
   }
 }
 
-/// To an option, without a window.
+/// Answers an option without opening the program's window.
 int answer(std::string_view option) {
   if (option == "--version") {
     standalone::desktop::say("sivray " SIVRAY_VERSION "\n", stdout);

@@ -1,4 +1,4 @@
-// The hand-over of a design to the filter's coefficients.
+// Passes a design on to the filter's coefficients.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFirLpfBase.h"
 

@@ -10,7 +10,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Owns the coefficients of the filter and the parameters of its design. A derived class has the tables and the signal.
+/// Owns the coefficients and the design parameters. Derived classes add the tables and the signal's history.
 class CFirLpfBase {
  public:
   CFirLpfBase() = default;
@@ -18,7 +18,7 @@ class CFirLpfBase {
   CFirLpfBase(const CFirLpfBase&) = delete;
   CFirLpfBase& operator=(const CFirLpfBase&) = delete;
 
-  /// The filter's phases: its rate divided by the signal's rate.
+  /// The oversampling: the filter's rate divided by the signal's rate.
   virtual std::int32_t phases() const { return 1; }
 
   /// Phases between two output samples, for a filter that moves by whole phases.
@@ -34,9 +34,9 @@ class CFirLpfBase {
   /// Designs the filter: `length` coefficients, the signal's rate and the cut-off in Hz, the gain in dB.
   virtual void design(std::int32_t length, std::int32_t rate, std::int32_t cutoffHz, double gainDb);
 
-  /// Depth of the stop band in dB. Tables that exist already keep theirs until the next design.
+  /// Depth of the stop band in dB. Takes effect with the next design.
   void setAttenuation(double decibels) { coefficients.setAttenuation(decibels); }
-  /// Precision of the window, see CKaiserWindowCoeffs. Takes effect with the next design too.
+  /// Number of terms of the window's series, see CKaiserWindowCoeffs. Takes effect with the next design too.
   void setSeriesTerms(std::int32_t n) { coefficients.setSeriesTerms(n); }
 
  protected:

@@ -7,8 +7,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Computes the coefficients of one filter, in double precision. At the start it is a filter for 64 times 44100 Hz, cut
-/// off at 158000 Hz; every use sets its own values.
+/// Computes the coefficients of one filter, in double precision. The initial design (64 times 44100 Hz, cut-off 158000
+/// Hz) is a placeholder: every user sets its own values.
 class CFirLpfCoeffs : public CKaiserWindowCoeffs {
  public:
   CFirLpfCoeffs();
@@ -16,7 +16,7 @@ class CFirLpfCoeffs : public CKaiserWindowCoeffs {
   /// The coefficient at `i` from 0; 0 at and past the length.
   double value(std::int32_t i) const override;
 
-  /// The rate at which the coefficients lie, in Hz. The cut-off in Hz stays the same.
+  /// The rate of the coefficients, in Hz. The cut-off in Hz stays as it is.
   virtual void setSampleRate(std::int32_t newRate);
 
   /// The filter's delay in samples of its rate, rounded down.
@@ -24,7 +24,7 @@ class CFirLpfCoeffs : public CKaiserWindowCoeffs {
 
   /// The frequency at which the gain has fallen by 6 dB.
   void setCutoff(std::int32_t hertz);
-  /// The gain far below the cut-off.
+  /// The pass band's gain, in dB.
   void setGain(double decibels);
 
  private:

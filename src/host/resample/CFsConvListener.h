@@ -19,13 +19,13 @@ class CFsConvListener {
   virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] float** outputs,
                          [[maybe_unused]] std::int32_t frames) SIVRAY_NONBLOCKING {}
 
-  /// The same for a block with outs beside the main one, which comes in place of it: two more channels each, null where
-  /// nobody listens.
+  /// Called instead of onProcess for a block with outs beside the main one: two more channels each, null for outs that
+  /// nobody listens to.
   virtual void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
     onProcess(inputs, outputs.data(), frames);
   }
 
-  /// Whether all that the last onProcess or onProcessOuts has rendered is known to be zeros.
+  /// Whether everything that the last onProcess or onProcessOuts rendered is known to be zero.
   virtual bool gaveSilence() const SIVRAY_NONBLOCKING { return false; }
 
   /// The host's rate has changed. `ratio` is the engine's rate divided by the host's.
@@ -35,11 +35,11 @@ class CFsConvListener {
   virtual void onBlockSize([[maybe_unused]] std::int32_t size) SIVRAY_NONBLOCKING {}
 
   /// A MIDI message: status in bits 31 to 24, data bytes in bits 23 to 16 and 15 to 8. `frame` counts engine frames
-  /// from the start of the next onProcess and lies below its `frames`. A message that overflows the converter's queue
-  /// comes early instead, and its frame may be of any size.
+  /// from the start of the next onProcess and is less than its `frames`. If the converter's queue overflows, messages
+  /// come before their block instead, with frames of any size.
   virtual void onMidi([[maybe_unused]] std::uint32_t packed, [[maybe_unused]] std::int32_t frame) SIVRAY_NONBLOCKING {}
 
-  /// Before and after all other calls of a host's block.
+  /// Called before and after all other calls of a host's block.
   virtual void onBeginBlock() SIVRAY_NONBLOCKING {}
   virtual void onEndBlock() SIVRAY_NONBLOCKING {}
 

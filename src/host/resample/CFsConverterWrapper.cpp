@@ -1,5 +1,5 @@
-// A host block on its way to the engine and back, the ring that evens out blocks a frame too short or too long, and the
-// design of both resamplers.
+// Carries a host's block to the engine and back. A ring evens out blocks that come out a frame too short or too long.
+// Also designs both resamplers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFsConverterWrapper.h"
 
@@ -17,11 +17,12 @@ namespace {
 
 constexpr std::int32_t kSmallestBlock = 32;   ///< Host frames.
 constexpr std::int32_t kLongestPart = 16383;  ///< Host frames in one piece.
-constexpr std::uint32_t kRingLead = 8;        ///< Host frames that the output lags, for pieces a few short.
+/// Host frames of delay in the ring, for pieces that come out a few frames short.
+constexpr std::uint32_t kRingLead = 8;
 
 constexpr double kFilterReach = kFilterLength / (2.0 * kUpPhases);  ///< Engine frames by which the filter delays.
 
-/// Phases of the input's filter. Fewer at high host rates make the same taps last as long.
+/// Phases of the input's filter: fewer at higher host rates, so that the same number of taps spans the same time.
 constexpr std::int32_t downPhases(std::int32_t rate) {
   if (rate <= 48000) {
     return 16;
@@ -29,8 +30,8 @@ constexpr std::int32_t downPhases(std::int32_t rate) {
   return rate <= 96000 ? 8 : 4;
 }
 
-/// The most host frames in one piece at this rate: the engine's frames that they become must fit the engine's buffers,
-/// and what these become must fit the output's. Both conversions may make a frame more than the ratio says.
+/// The longest piece at this rate in host frames. Its engine frames must fit the engine's buffers, and their host
+/// frames the output's. Either conversion may produce one frame more than the ratio says.
 std::int32_t longestPartAt(std::int32_t rate) {
   const double hostPerEngine = static_cast<double>(rate) / CFsConverterWrapper::kEngineRate;
   const double inEngine = (static_cast<double>(UpPair::kEngineFrames) - 2.0) * hostPerEngine;
@@ -38,7 +39,7 @@ std::int32_t longestPartAt(std::int32_t rate) {
   return static_cast<std::int32_t>(std::min({static_cast<double>(kLongestPart), inEngine, inHost}));
 }
 
-/// Whether a block has the out of this number, from 0, beside the main one.
+/// Whether the block connects this out, counted from 0 without the main one.
 bool hasOut(std::span<float* const> outputs, std::size_t out) {
   const std::size_t channel = 2 * out + 2;
   return channel + 1 < outputs.size() && outputs[channel] != nullptr && outputs[channel + 1] != nullptr;
@@ -204,7 +205,7 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::sp
   const std::size_t made = mainPair.write(count, ringWrite, isSilent);
   mainPair.read({outputs[0] + offset, outputs[1] + offset}, hostFrames, ringRead);
   for (std::size_t i = 0; connectedOuts > 0 && i < outs.size(); ++i) {
-    if (outs[i]->isConnected) {  // It makes as many frames, from the same place.
+    if (outs[i]->isConnected) {  // Same position and count as the main pair.
       const std::size_t channel = 2 * i + 2;
       outs[i]->pair.write(count, ringWrite, isSilent);
       outs[i]->pair.read({outputs[channel] + offset, outputs[channel + 1] + offset}, hostFrames, ringRead);
@@ -214,8 +215,8 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::sp
   ringRead = (ringRead + static_cast<std::uint32_t>(frames)) & UpPair::kRingMask;
 }
 
-/// Makes the engine's input zero where it has not been since the down-converter has begun to rest. `count` frames are
-/// those of this block.
+/// While the down-converter rests it leaves the engine's input as it was: zeroes the frames that may still hold sound.
+/// `count` is the number of engine frames in this piece.
 void CFsConverterWrapper::keepInputSilent(std::size_t count) {
   if (!downConverter.isResting()) {
     soundInInput = std::max(soundInInput, count);
@@ -227,7 +228,7 @@ void CFsConverterWrapper::keepInputSilent(std::size_t count) {
   }
 }
 
-/// Lets the engine render into all pairs that are connected.
+/// Calls the engine with the channels of all connected pairs.
 void CFsConverterWrapper::runEngine(ChannelPair inputs, std::size_t channels, std::int32_t frames) {
   std::array<float*, kMostChannels> outputs{};
   std::copy_n(mainPair.engineChannels().data(), 2, outputs.data());
@@ -240,7 +241,7 @@ void CFsConverterWrapper::runEngine(ChannelPair inputs, std::size_t channels, st
 }
 
 void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) {
-  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
+  VstEvent* const* const events = vstEvents.events;  // As long as `numEvents` says, although the record declares two.
   for (std::int32_t i = 0; i < vstEvents.numEvents; ++i) {
     const VstEvent* const event = events[i];
     if (event == nullptr || event->type != kVstMidiType) {

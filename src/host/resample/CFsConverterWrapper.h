@@ -21,71 +21,70 @@
 
 namespace tesh::bramel::vst {
 
-/// The converter of one instrument, for two channels. Only one call may run at a time. Only the constructor, `reset`
-/// and `setSampleRate` allocate memory.
+/// The converter of one instrument, for two channels and the outs beside them. One call at a time. Only the
+/// constructor, `reset`, `makeOuts` and `setSampleRate` allocate memory.
 class CFsConverterWrapper {
  public:
   static constexpr double kEngineRate = cofu::core::kEngineRate;
 
-  /// Tells `convListener`, which must outlive the converter, that blocks have 32 frames. Until the first
-  /// `setSampleRate` the host's rate is 44100 Hz.
+  /// Reports a block size of 32 frames to `convListener`, which must outlive the converter. The host's rate is 44100 Hz
+  /// until the first `setSampleRate`.
   explicit CFsConverterWrapper(CFsConvListener& convListener);
   virtual ~CFsConverterWrapper() = default;
   CFsConverterWrapper(const CFsConverterWrapper&) = delete;
   CFsConverterWrapper& operator=(const CFsConverterWrapper&) = delete;
 
-  /// Clears the output ring, whose reader starts 8 host frames behind its writer. Resamplers and waiting messages stay.
+  /// Clears the output ring and puts its reader 8 host frames behind its writer. Resamplers and waiting messages stay.
   void reset();
 
   /// Drops the messages that wait.
   void dropEvents() { eventRing.clear(); }
 
-  /// Renders a host's block: messages that are due and requests for engine frames go to the listener, between
-  /// onBeginBlock and onEndBlock. Away from 44100 Hz, inputs that are null are silence, and a block longer than the
-  /// buffers is rendered in pieces. Does nothing if an output is null or `frames` is 0 or less. Audio thread.
+  /// Renders a host's block: delivers due messages and requests engine frames from the listener, between onBeginBlock
+  /// and onEndBlock. At rates other than 44100 Hz, null inputs count as silence, and a block longer than the buffers is
+  /// rendered in pieces. Does nothing if an output is null or `frames` is 0 or less. Audio thread.
   virtual void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
-  /// Takes the memory for the outs, if they have none. Must not run during a block. Allocates.
+  /// Allocates the memory for the outs, once. Must not run during a block.
   void makeOuts();
 
-  /// As `process` for a block with outs beside the main one: two more channels each, kMostChannels in all, null where
-  /// nobody listens. The main ones are not null. An out that was not connected in the last block begins with silence.
-  /// Away from 44100 Hz, outs are silent until `makeOuts`. Audio thread.
+  /// Like `process`, for a block with outs beside the main one: two more channels each, kMostChannels in all, null for
+  /// outs that nobody listens to. The main channels are not null. An out that was not connected in the last block
+  /// begins with silence. At rates other than 44100 Hz, outs are silent until `makeOuts`. Audio thread.
   void processOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
   static constexpr std::size_t kMainChannels = 2;
   static constexpr std::size_t kOuts = 9;
   static constexpr std::size_t kMostChannels = kMainChannels + 2 * kOuts;
 
-  /// Queues the MIDI messages of `vstEvents`; other events are ignored. Their frames become engine frames, rounded
-  /// towards zero. A message waits until a block reaches its frame, however long no block comes. Audio thread.
+  /// Queues the MIDI messages of `vstEvents`, at engine frames rounded towards zero; ignores other events. A message
+  /// waits until a block reaches its frame. Audio thread.
   virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
 
   /// The same for one message: its three bytes from the top of `packed`, and its host frame.
   void enter(std::uint32_t packed, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
 
-  /// Designs both resamplers anew, unless the rate is the engine's, at which they never run; they start from silence,
-  /// while the output ring and the waiting messages stay. Ignores a rate that is not between kLowestRate and
-  /// kHighestRate, in Hz. Must not run during a block.
+  /// Designs both resamplers for a host's rate in Hz and starts them from silence; at 44100 Hz they are not used and
+  /// not designed. The output ring and the waiting messages stay. Ignores a rate outside kLowestRate to kHighestRate.
+  /// Must not run during a block. Allocates.
   virtual void setSampleRate(float rate);
 
   /// Stores the longest block in host frames, at least 32, and tells the listener.
   virtual void setBlockSize(std::int32_t size) SIVRAY_NONBLOCKING;
 
-  /// Host frames at `rate` Hz from a message's frame to that of its sound: 0 at the engine's rate.
+  /// Latency at `rate` Hz in host frames, from a message's frame to its sound: 0 at the engine's rate.
   static int latency(double rate);
 
   virtual float sampleRate() const { return hostRate; }
   virtual std::int32_t blockSize() const { return hostBlockSize; }
 
-  /// What `process` does between onBeginBlock and onEndBlock. Needs valid outputs.
+  /// The part of `process` between onBeginBlock and onEndBlock. Outputs must not be null.
   virtual void render(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
   /// The same for `processOuts`.
   void renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
-  /// Hz: rates at which the buffers suffice. Below the lowest, one host frame takes more engine frames than they hold.
-  /// The highest is a round number; at seven times as much, one engine frame gives nearly as many host frames as they
-  /// hold.
+  /// Hz. Below the lowest rate, one host frame takes more engine frames than the buffers hold. The highest is a round
+  /// number: the buffers would suffice for nearly seven times as much.
   static constexpr std::int32_t kLowestRate = 3;
   static constexpr std::int32_t kHighestRate = 100'000'000;
 
@@ -100,7 +99,7 @@ class CFsConverterWrapper {
   /// An out beside the main one.
   struct Out {
     UpPair pair;
-    bool isConnected = false;  ///< In the present block.
+    bool isConnected = false;  ///< In the current block.
   };
 
   CFsConvListener* listener;
@@ -115,7 +114,7 @@ class CFsConverterWrapper {
   std::uint32_t ringRead = 0;
   HostEventRing eventRing;
   std::int32_t hostBlockSize = 0;
-  std::int32_t longestPart = 0;  ///< Host frames in one piece at the present rate.
+  std::int32_t longestPart = 0;  ///< In host frames, at the current rate.
   float hostRate = static_cast<float>(kEngineRate);
   float ratio = 1.0F;  ///< The engine's rate divided by the host's.
 };

@@ -1,4 +1,4 @@
-// The step of the resampler, and its runs over sounding and over silent input.
+// The resampler's loop over the kernel and over silent input.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFsCwInterpolation.h"
 
@@ -9,7 +9,7 @@ namespace tesh::bramel::vst {
 
 namespace {
 
-/// Whether all samples are zero. Looks at 32 samples at a time, since sound mostly shows in the first of them.
+/// Whether all samples are zero. Compares 32 at a time and stops at the first that has sound.
 bool isZero(const float* samples, std::size_t frames) {
   constexpr std::size_t kLook = 32;
   const auto isZeroUpTo = [samples](std::size_t start, std::size_t end) {
@@ -90,7 +90,7 @@ bool CFsCwInterpolation::isSilent(const float* const* inputs, std::size_t offset
                      [offset, frames](const float* samples) { return isZero(samples + offset, frames); });
 }
 
-/// Runs the kernel over the newest `frames` frames of the history, two channels at a time.
+/// Runs the kernel over the newest `frames` frames of the history, one pair of channels at a time.
 std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, std::size_t frames) {
   const ResamplePosition start = position;
   std::size_t result = 0;
@@ -104,8 +104,7 @@ std::size_t CFsCwInterpolation::filter(float* const* outputs, std::size_t made, 
   return result;
 }
 
-/// Moves the position past `frames` silent frames and writes the zeros that the filter would give, if there are
-/// outputs.
+/// Moves the position past `frames` silent frames, and writes zeros to `outputs` unless it is null.
 std::size_t CFsCwInterpolation::rest(float* const* outputs, std::size_t made, std::size_t frames) {
   const std::size_t count = steps.pass(position, frames);
   for (std::size_t c = 0; outputs != nullptr && c < channels; ++c) {

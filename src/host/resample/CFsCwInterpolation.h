@@ -8,8 +8,8 @@
 
 namespace tesh::bramel::vst {
 
-/// The read position, common to all channels, moves by a fixed step in Q14 phases whose remainder is kept in single
-/// precision. The samples do not depend on how the input is cut into calls. While input and history are silent, only
+/// All channels share one read position. It moves by a fixed step in Q14 phases; the step's remainder is kept in single
+/// precision. The output does not depend on how the input is cut into calls. While input and history are silent, only
 /// the position moves, which saves most of the time.
 class CFsCwInterpolation : public CFscBase {
  public:
@@ -24,24 +24,24 @@ class CFsCwInterpolation : public CFscBase {
     return process(inputs, outputs, frames, false);
   }
 
-  /// The same; inputs that are known to be silent are not looked at.
+  /// The same; with `isKnownSilent` the inputs are not read.
   std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames,
                       bool isKnownSilent) SIVRAY_NONBLOCKING;
 
   /// Moves the read position to that of another resampler of the same design. Audio thread.
   void moveTo(const CFsCwInterpolation& other) SIVRAY_NONBLOCKING { position = other.position; }
 
-  /// Whether the last call of `process` gave nothing but the zeros of silent input and history.
+  /// Whether the last call of `process` had silent input and history, so that its output is zeros.
   bool isResting() const { return resting; }
 
-  /// From now on a call of `process` that rests may leave out the writing of its zeros.
+  /// Allows `process` to leave its outputs unwritten while it rests.
   void leaveRestOut() { leavesRestOut = true; }
 
-  /// Whether `skip` may come in place of a `process` of silent input: after `leaveRestOut`, with a design.
+  /// Whether `skip` may replace a `process` of silent input: after `leaveRestOut`, with a design and a silent history.
   bool canSkip() const { return leavesRestOut && hasSilentHistory() && steps.step().unitsPerInput != 0; }
 
-  /// Moves on by `frames` silent frames, at most 2^14, and returns the number of output frames, which are zeros that it
-  /// does not write. Audio thread.
+  /// Moves on by `frames` silent frames, at most 2^14, and returns the number of output frames. They are zeros, which
+  /// it does not write. Audio thread.
   std::size_t skip(std::size_t frames) SIVRAY_NONBLOCKING {
     resting = true;
     return steps.pass(position, frames);

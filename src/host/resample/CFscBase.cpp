@@ -1,4 +1,4 @@
-// The split of the filter into its phases, and the history of the channels.
+// Splits the filter into its phases and keeps the channels' history.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CFscBase.h"
 
@@ -9,7 +9,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Writes frames of left and right in turn, four at a time; the last four may overlap those before.
+/// Interleaves left and right, four frames at a time; the last group of four may overlap the one before.
 void interleave(const float* left, const float* right, float* to, std::size_t frames) {
   using R = cofu::registers::Registers128;
   constexpr std::size_t kFrames = 4;

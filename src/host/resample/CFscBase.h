@@ -13,9 +13,9 @@
 
 namespace tesh::bramel::vst {
 
-/// The tables of a phase and of the next one are interleaved, because an output frame needs both. So are two channels
-/// in a history, which is linear, so that every window of it is one piece of memory; when it is full, its newest frames
-/// are copied to the front. A last channel without a partner stands twice.
+/// An output frame needs a phase and the next one, so their tables are interleaved. Likewise a history interleaves two
+/// channels; a last channel without a partner is stored twice. A history is linear, so that every window is one piece
+/// of memory; when it is full, its newest frames are copied to the front.
 class CFscBase : public CFirLpfBase {
  public:
   static constexpr std::size_t kMaxChannels = 8;
@@ -40,8 +40,8 @@ class CFscBase : public CFirLpfBase {
   /// Appends up to kPartFrames frames to every channel's history.
   void store(const float* const* inputs, std::size_t offset, std::size_t frames) SIVRAY_NONBLOCKING;
 
-  /// The `tapsPerPhase` newest frames as they were when the first of the last `frames` frames had come.
-  /// Of channels 2 * `pair` and the next one, in turn.
+  /// The `tapsPerPhase` newest frames at the time of the first of the last `frames` frames, of channels 2 * `pair` and
+  /// 2 * `pair` + 1, interleaved.
   const float* window(std::size_t pair, std::size_t frames) const {
     return history[pair].data() + 2 * (writeIndex - frames - (tapsPerPhase - 1));
   }
@@ -52,7 +52,8 @@ class CFscBase : public CFirLpfBase {
   std::size_t rightOf(std::size_t pair) const { return std::min(2 * pair + 1, channels - 1); }
 
   const std::size_t channels;
-  std::vector<TapGroup> tables;  ///< Phases 0 and 1, 1 and 2, and so on. Past the last comes phase 0, a frame later.
+  /// Phase pairs 0 and 1, 1 and 2, and so on. Last comes the pair of the last phase and phase 0 of the next frame.
+  std::vector<TapGroup> tables;
   std::size_t tapsPerPhase = 4;  ///< A multiple of 4.
   std::size_t silentFrames = 0;  ///< Silent frames at the end of the history, counted up to tapsPerPhase.
 

@@ -1,4 +1,4 @@
-// The window's shape for a depth of stop band, and the Bessel function that it is made of.
+// The window's shape for a stop-band depth, and the Bessel function that it is built from.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/CKaiserWindowCoeffs.h"
 
@@ -9,7 +9,7 @@ namespace tesh::bramel::vst {
 
 namespace {
 
-/// The shape of the window for a depth of stop band, by Kaiser's published formula.
+/// The window's shape parameter beta for a stop-band depth in dB, by Kaiser's published formula.
 double betaFor(double attenuationDb) {
   if (attenuationDb <= 21.0) {
     return 0.0;

@@ -1,4 +1,4 @@
-// A Kaiser window. It tapers a sinc, and its shape decides how deep the stop band of the filter is.
+// A Kaiser window. It tapers a sinc; its shape parameter sets the depth of the filter's stop band.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Computes the window's values, in double precision. At the start it has 48 points and a stop band of 80 dB.
+/// Computes the window's values in double precision. Initially it has 48 points and a stop band of 80 dB.
 class CKaiserWindowCoeffs {
  public:
   CKaiserWindowCoeffs();
@@ -21,7 +21,7 @@ class CKaiserWindowCoeffs {
   /// The stop band's depth in dB.
   void setAttenuation(double decibels);
 
-  /// The number of terms of the Bessel function's series; 15 are exact to nine digits at 85 dB.
+  /// The number of terms of the Bessel function's series; 15 give nine correct digits at 85 dB.
   void setSeriesTerms(std::int32_t n);
 
  protected:

@@ -1,4 +1,4 @@
-// A low-pass at a multiple of a signal's rate. Every n-th of its coefficients is one phase, which filters the signal.
+// A low-pass at a multiple of the signal's rate. Every n-th coefficient belongs to one phase, which filters the signal.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Its coefficients are multiplied by the oversampling, so that each phase passes the signal at a gain of 1.
+/// The coefficients are multiplied by the oversampling, so that each phase has a gain of 1.
 class COversamplingFilterCoeffs : public CFirLpfCoeffs {
  public:
   double value(std::int32_t i) const override { return CFirLpfCoeffs::value(i) * oversampling; }

@@ -1,5 +1,5 @@
-// The filter of the converter's resamplers. 384 taps in 16 phases reach 12 engine frames to either side, which leaves
-// the cut-off just below half the engine's rate and makes 85 dB possible from 27 kHz on.
+// The filter of both resamplers. 384 taps in 16 phases reach 12 engine frames to either side, enough for a cut-off just
+// below half of 44100 Hz with a stop band of 85 dB from 27 kHz on.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -11,8 +11,8 @@
 
 namespace tesh::bramel::vst {
 
-/// Holds up to 1024 messages in the order of arrival, which should also be the order of their frames: a message behind
-/// a later one waits for it. Never allocates. Audio thread.
+/// Holds up to 1024 messages in order of arrival, which should also be the order of their frames: a message waits for
+/// those that arrived before it, even if their frames are later. Never allocates. Audio thread.
 class HostEventRing {
  public:
   static constexpr std::size_t kCapacity = 1024;

@@ -14,7 +14,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-// The engine's output at any rate, and input up to 48 kHz: 24 taps and 16 phases.
+// The design of the output at any rate, and of the input up to 48 kHz: 24 taps in 16 phases.
 inline constexpr std::size_t kCommonGroups = 6;
 inline constexpr unsigned kCommonPhases = 16;
 
@@ -29,7 +29,7 @@ struct HalfOf<R> {
   using Registers = typename R::Half;
 };
 
-/// Where the next output frame lies, for any design. A position is inlined, so that it stays in registers.
+/// The position of the next output frame, for any design. Held in local variables, so that it stays in registers.
 class AnyPlace {
  public:
   /// Whether a step adds the same to `bits` each time.
@@ -39,16 +39,17 @@ class AnyPlace {
 
   std::size_t input() const { return at.input; }
   std::size_t phase() const { return at.within >> kPhaseFractionBits; }
-  /// Bits with the units past the phase, and those units out of such bits in registers.
+  /// The integer whose lower bits hold the units past the phase, and the function that extracts those units from
+  /// several such integers in a register.
   std::int32_t bits() const { return static_cast<std::int32_t>(at.within); }
   template <typename R>
   static typename R::Integers unitsOf(typename R::Integers bits) {
     return R::bitAnd(bits, R::all32(kPhaseMask));
   }
-  /// Whether this frame and the next three surely lie before input frame `end`.
+  /// Whether this frame and the next three certainly lie before input frame `end`.
   bool isFourBefore(std::size_t end) const { return at.input + 3 * (std::size_t{step.inputs} + 1) < end; }
   void advance() { at.advance(step); }
-  /// The place `made` frames after `start`, where it began.
+  /// The position after `made` steps from `start`.
   ResamplePosition position(const StepRun&, const ResamplePosition&, std::size_t) const { return at; }
 
  private:
@@ -56,7 +57,7 @@ class AnyPlace {
   ResamplePosition at;
 };
 
-/// The same with `Phases` phases, a power of two: input frame and phase are bits of one sum.
+/// The same for a power of two as number of phases: input frame and phase are bit fields of one sum.
 template <unsigned Phases>
 class BinaryPlace {
   static_assert(std::has_single_bit(Phases));
@@ -98,8 +99,8 @@ class BinaryPlace {
   float fraction;
 };
 
-/// A place as one integer, which a fixed step moves on, for designs with `StepRun::fixedStep`. Its lower 32 bits are
-/// the units past a phase and the bits below a unit.
+/// The position as one integer, to which each step adds a constant, for designs with `StepRun::fixedStep`. Its lower 32
+/// bits are the units past a phase and, below them, the fraction of a unit.
 template <unsigned Phases>
 class FixedPlace {
   static_assert(std::has_single_bit(Phases) && kPhaseFractionBits + StepRun::kFixedBits == 32);
@@ -133,8 +134,8 @@ class FixedPlace {
   std::uint64_t at;
 };
 
-/// The dot products of output frames, in registers that hold a group of taps as a whole or in two parts. `Groups` is
-/// the number of groups if it is known at compile time, else 0.
+/// The dot products of output frames, in registers that hold a whole group of taps or half of one. `Groups` is the
+/// number of groups if it is known at compile time, else 0.
 template <typename R, std::size_t Groups, typename Place>
 class Dots {
   using Floats = typename R::Floats;
@@ -144,7 +145,7 @@ class Dots {
   static constexpr std::size_t kLanes = R::kBytes / sizeof(float);
   static constexpr std::size_t kParts = 8 / kLanes;
 
-  /// Which of four frames a lane's weight is for.
+  /// For each lane of a weight register, the output frame that it belongs to.
   alignas(R::kBytes) static constexpr auto kOrder = [] {
     if constexpr (kParts == 2) {
       return std::array<std::int32_t, 4>{0, 1, 2, 3};
@@ -154,8 +155,8 @@ class Dots {
   }();
 
  public:
-  /// Computes the next frame, which lies a / 2^14 past a phase: it is (1 - a) times the phase's sum plus a times the
-  /// next one's.
+  /// Computes the next frame. It lies a / 2^14 past a phase: (1 - a) times that phase's sum plus a times the next
+  /// phase's.
   [[gnu::always_inline]] static void makeOne(const ResampleRun& run, Place& at, std::size_t made) {
     const FourFloats units = Four::floatsOf(Place::template unitsOf<Four>(Four::all32(at.bits())));
     const FourFloats weights = Four::fourFloats(1.0F, 1.0F, 0.0F, 0.0F) +
@@ -173,7 +174,7 @@ class Dots {
     run.outRight[made] = Four::secondFloat(frame);
   }
 
-  /// The next four frames, which are weighted side by side.
+  /// Computes the next four frames, whose weights are applied side by side.
   [[gnu::always_inline]] static void makeFour(const ResampleRun& run, Place& at, std::size_t made) {
     Floats ofNext;
     Floats sums[4];
@@ -188,7 +189,8 @@ class Dots {
 #pragma GCC unroll 4
       for (std::size_t frame = 0; frame < 4; ++frame) {
         bits[frame] = at.bits();
-        asm("" : "+m"(bits[frame]));  // Without it the compiler joins two in a register before it stores them.
+        // Without this the compiler would merge two values in a register before it stores them.
+        asm("" : "+m"(bits[frame]));
         addTaps(run, at, sums[frame]);
       }
       const FourFloats units = Four::floatsOf(Place::template unitsOf<Four>(Four::loadAligned(bits)));
@@ -218,18 +220,18 @@ class Dots {
   }
 
  private:
-  /// The sums of the next frame: left and right of the phase, left and right of the next one; in a register of 256 bits
-  /// those of some taps below those of the others. Moves on. Gives no result, because a compiler for Windows warns of
-  /// one of 256 bits.
+  /// The sums of the next frame: left and right of the phase, then left and right of the next phase; in a 256-bit
+  /// register each as two sums, one per half. Advances the position. Returns through a reference, because the compiler
+  /// for Windows warns of a 256-bit return value.
   [[gnu::always_inline]] static void addTaps(const ResampleRun& run, Place& at, Floats& sums) {
     const std::size_t groups = Groups != 0 ? Groups : run.groups;
     const TapGroup* tables = run.tables + at.phase() * groupsApart(groups);
     const float* window = run.window + 2 * at.input();
-    asm("" : "+r"(tables), "+r"(window));  // Without it the compiler computes an address for each group.
+    asm("" : "+r"(tables), "+r"(window));  // Without this the compiler would compute one address per group.
     Floats phase[kParts]{};
     Floats next[kParts]{};
-    // Of 24 taps some are negative and some are not, so that the whole sum has no sign if it is zero, even where the
-    // first products are not added to zero.
+    // The first products may replace the zeros in the sums: 24 taps have both signs, so a sum of zero never comes out
+    // as -0.0.
     addGroup<Groups == kCommonGroups>(tables[0], window, phase, next);
     for (std::size_t i = 1; i < groups; ++i) {
       addGroup<false>(tables[i], window + 8 * i, phase, next);
@@ -249,7 +251,7 @@ class Dots {
     }
   }
 
-  /// A template, because a part that is a variable costs an address for each group.
+  /// `kPart` is a template parameter, because as a variable it would cost one address per group.
   template <bool kFirst, std::size_t kPart>
   [[gnu::always_inline]] static void addPart(const TapGroup& taps, const float* window, Floats* phase, Floats* next) {
     constexpr std::size_t kLane = kPart * kLanes;

@@ -1,4 +1,4 @@
-// The functions of the kernels, each of which has its own source file.
+// The entry points of the kernels, each in its own source file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

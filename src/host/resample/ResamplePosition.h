@@ -11,8 +11,8 @@ namespace tesh::bramel::vst {
 struct ResampleStep {
   std::uint32_t unitsPerInput = 0;  ///< Units from one input frame to the next; 0 before the first design.
   std::uint32_t inputs = 0;         ///< Whole input frames.
-  std::uint32_t units = 0;          ///< And units, below unitsPerInput.
-  float fraction = 0.0F;            ///< And a part of a unit, below 1.
+  std::uint32_t units = 0;          ///< Plus units, below unitsPerInput.
+  float fraction = 0.0F;            ///< Plus a fraction of a unit, below 1.
 };
 
 /// Where the next output frame lies in the input.

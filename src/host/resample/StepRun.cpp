@@ -1,4 +1,4 @@
-// The circles on which the fraction of a position moves.
+// Finds the circle on which a position's fraction moves, and computes many steps on it at once.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/StepRun.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::uint32_t kOne = 1U << 24;  ///< 1.0 in units of 2^-24.
 
-/// The quotient, rounded up.
+/// number / divisor, rounded up.
 constexpr std::uint64_t upTo(std::uint64_t number, std::uint64_t divisor) { return (number + divisor - 1) / divisor; }
 
 }  // namespace
@@ -20,15 +20,16 @@ StepRun::StepRun(const ResampleStep& resampleStep) : oneStep(resampleStep) {
   }
   placesPerInput = std::uint64_t{oneStep.unitsPerInput} * places;
   placesPerStep = oneStep.inputs * placesPerInput + std::uint64_t{oneStep.units} * places + stride;
-  // Start and step are rounded up. On a circle of few places the sum reaches the next whole unit no sooner than its
-  // exact value, even after as many steps as half of 2^kFixedBits has for each place.
+  // Start and step are rounded up, each by less than 2^-kFixedBits of a unit, so after n steps the sum is too large by
+  // less than n + 1 of these. It must not reach the next unit: exact positions are at least 1 / kLongestCycle of a unit
+  // below it. Only half of the steps that this allows are used.
   constexpr std::uint64_t kMostSteps = (1U << kFixedBits) / kLongestCycle / 2;
   if (places != 0 && spacing == 0 && placesPerInput * kMostFrames <= placesPerStep * kMostSteps) {
     fixedPerStep = upTo(placesPerStep << kFixedBits, places);
   }
 }
 
-/// Takes the sums themselves where after a few steps the fraction is 0 again, and has come by each place once.
+/// Finds a cycle for steps whose fraction returns to 0 after a few steps, having visited each of its places once.
 bool StepRun::findCycle() {
   std::array<float, kLongestCycle> sums{};
   std::uint32_t count = 0;
@@ -55,17 +56,19 @@ bool StepRun::findCycle() {
   return true;
 }
 
-/// Single precision keeps a sum of 1 or more to 2^-23, and a smaller one from 1/2 on to 2^-24.
+/// A sum in single precision keeps multiples of 2^-23 if it is 1 or more, and of 2^-24 if it is in 1/2 to 1.
 ///
-/// A step that is a multiple of 2^-23 is therefore never rounded: it goes round a circle of 2^24 places.
+/// Case 1: the step's fraction is a multiple of 2^-23. No sum is ever rounded, and the fraction moves on a circle of
+/// 2^24 places.
 ///
-/// Let a step be F units of 2^-24, where F is one more than a multiple of 4, and more than 2/3. E is 2^24 - F + 1, a
-/// multiple of 4 too. From a multiple of 4 that is at least E a step leads to an odd sum above 1, halfway between two
-/// floats, and the even one of these is the multiple of 4 below: the step has moved back by E. From a lower place X,
-/// three steps lead to X + F, to X + 2F - 2^24, both exact, and to a sum halfway between two floats again, of which the
-/// even one is the upper this time: the three have moved back by 3E and on by 2^24 + 4. A quarter of the fraction
-/// thus moves back by E / 4 on a circle of 2^22 + 1 places. Of the two odd fractions on the way the first lies 3 units
-/// below its place, among the last E / 4 of the circle, and the second 2 units, among the E / 4 before.
+/// Case 2: the step's fraction is F units of 2^-24, where F is more than 2/3 and one more than a multiple of 4. Let E =
+/// 2^24 - F + 1, also a multiple of 4. From a multiple of 4 that is at least E, a step gives an odd sum above 1,
+/// halfway between two floats; it is rounded to the even one, the multiple of 4 below, so the step moves back by E.
+/// From a lower place X, three steps give X + F and X + 2F - 2^24, both exact, and then a sum halfway between two
+/// floats again, now rounded up; the three steps move back by 3E and on by 2^24 + 4. A quarter of the fraction
+/// therefore moves back by E / 4 on a circle of 2^22 + 1 places. The two odd fractions in between lie 3 units below
+/// their place, which is among the last E / 4 of the circle, and 2 units below it, which is among the E / 4 before
+/// those.
 void StepRun::chooseCircle() {
   places = 0;
   const float inUnits = oneStep.fraction * static_cast<float>(kOne);
@@ -105,12 +108,12 @@ float StepRun::fractionAt(std::uint32_t place) const {
   return static_cast<float>(units) / static_cast<float>(kOne);
 }
 
-/// Places past the position's input frame: one sum carries the fraction into the units.
+/// Places past the position's input frame. One sum then carries from the fraction into the units.
 std::uint64_t StepRun::placeWithin(const ResamplePosition& position) const {
   return std::uint64_t{position.within} * places + placeOf(position.fraction);
 }
 
-/// Puts the position so many places past its input frame.
+/// Moves the position to `at` places past its input frame.
 void StepRun::moveTo(ResamplePosition& position, std::uint64_t at) const {
   const std::uint64_t units = at / places;
   position.fraction = fractionAt(static_cast<std::uint32_t>(at % places));

@@ -1,4 +1,4 @@
-// Many steps of a resampler's position in one go.
+// Moves a resampler's position by many steps at once.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,26 +11,27 @@
 
 namespace tesh::bramel::vst {
 
-/// A position's fraction is a sum in single precision, rounded at each step. Its values nevertheless follow each other
-/// like places that a fixed step visits on a circle. Where that circle is known, which it is at all common rates, a few
-/// integer operations give exactly the position that any number of single steps would.
+/// A position's fraction is a sum in single precision that is rounded at each step. Its values nevertheless follow each
+/// other like the places that a fixed step visits on a circle. Where that circle is known (it is at all common rates),
+/// a few integer operations give exactly the position after any number of single steps.
 class StepRun {
  public:
   StepRun() = default;
   explicit StepRun(const ResampleStep& resampleStep);
 
-  /// Moves past `frames` input frames, at most 2^14, as that many calls of `advance`, whose number it returns; then
-  /// counts frames from there. The position must have come by such steps from a fraction of 0.
+  /// Moves the position past `frames` input frames, at most 2^14, and counts its input frame from there. Returns the
+  /// number of output frames: that many calls of `advance` would give the same position. The position must have come
+  /// from a fraction of 0 by such steps.
   std::size_t pass(ResamplePosition& position, std::size_t frames) const SIVRAY_NONBLOCKING;
 
   const ResampleStep& step() const { return oneStep; }
 
-  /// Returns the step as an integer, in units of 2^-kFixedBits of a unit. Returns 0 if its multiples differ in whole
-  /// units from single steps, within kMostFrames input frames.
+  /// The step as an integer, in units of 2^-kFixedBits of a unit. 0 if multiples of it would differ in whole units from
+  /// single steps within kMostFrames input frames.
   std::uint64_t fixedStep() const { return fixedPerStep; }
-  /// Returns the position as such an integer.
+  /// The position as an integer in the same units. Only with a fixed step.
   std::uint64_t fixedPlace(const ResamplePosition& position) const SIVRAY_NONBLOCKING;
-  /// The position so many steps later. Only with a fixed step.
+  /// The position `steps` output frames later. Only with a fixed step.
   ResamplePosition later(const ResamplePosition& position, std::size_t steps) const SIVRAY_NONBLOCKING;
 
   static constexpr unsigned kFixedBits = 18;
@@ -47,9 +48,9 @@ class StepRun {
   void moveTo(ResamplePosition& position, std::uint64_t at) const;
 
   ResampleStep oneStep;
-  std::uint32_t places = 0;   ///< On the circle; 0 if it is not known.
-  std::uint32_t stride = 0;   ///< Places that a step moves on.
-  std::uint32_t spacing = 0;  ///< Between neighbouring places, in units of 2^-24. 0: `cycle` holds the fractions.
+  std::uint32_t places = 0;   ///< Number of places on the circle; 0 if it is not known.
+  std::uint32_t stride = 0;   ///< Places that a step moves by.
+  std::uint32_t spacing = 0;  ///< Distance of neighbouring places, in units of 2^-24. 0: `cycle` holds the fractions.
   std::array<float, kLongestCycle> cycle{};
   std::uint64_t placesPerInput = 0;  ///< From one input frame to the next. A unit has as many places as the circle.
   std::uint64_t placesPerStep = 0;

@@ -1,4 +1,4 @@
-// The design of the resampler to the host's rate, and the ring behind it.
+// Designs the resampler to the host's rate and fills the ring behind it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/resample/UpPair.h"
 
@@ -37,7 +37,7 @@ void UpPair::joinIn(const UpPair& other, std::uint32_t read, std::uint32_t writt
       samples[at] = 0.0F;
     }
   }
-  silentInRing = 0;  // Beyond, sound from before may still lie there.
+  silentInRing = 0;  // The rest of the ring may still hold old sound.
 }
 
 }  // namespace tesh::bramel::vst

@@ -17,14 +17,14 @@ namespace tesh::bramel::vst {
 /// Left and right.
 using ChannelPair = std::array<float*, 2>;
 
-/// Both channels of a work buffer in one piece. At the engine's own rate nobody writes to it, so that it takes no
-/// memory.
+/// Both channels of a work buffer in one allocation. Its pages take no memory until they are written to, which they
+/// never are at the engine's own rate.
 class StereoBuffer {
  public:
   explicit StereoBuffer(std::size_t frames) : samples(2 * frames) {}
   ChannelPair channels() const { return {samples.data(), samples.data() + samples.size() / 2}; }
   void clear() const { std::fill_n(samples.data(), samples.size(), 0.0F); }
-  /// The first `frames` frames of each channel.
+  /// Makes the pages of the first `frames` frames of each channel present.
   void makePresent(std::size_t frames) const {
     samples.makePresent(0, frames);
     samples.makePresent(samples.size() / 2, frames);
@@ -34,34 +34,36 @@ class StereoBuffer {
   platform::ZeroedArray<float> samples;
 };
 
-/// All pairs of a converter move together: whoever owns them keeps where their rings are read and written, below
-/// kRingFrames, and lets their resamplers run over the same frames. One call at a time; audio thread unless it says
-/// otherwise.
+/// All pairs of a converter move together: their owner keeps the read and write positions of the rings, below
+/// kRingFrames, and lets all resamplers run over the same frames. One call at a time. Audio thread, except where an
+/// operation says otherwise.
 class UpPair {
  public:
-  static constexpr std::size_t kEngineFrames = 16384;  ///< Of the engine in one piece.
-  static constexpr std::size_t kHostFrames = 16392;    ///< Of the host in one piece.
-  static constexpr std::size_t kUsualFrames = 2048;    ///< Of a block, at most: hosts rarely send longer ones.
-  static constexpr std::size_t kRingFrames = 32768;    ///< A power of two, twice the longest piece.
+  static constexpr std::size_t kEngineFrames = 16384;  ///< Longest piece in engine frames.
+  static constexpr std::size_t kHostFrames = 16392;    ///< Longest piece in host frames.
+  /// Longest usual block in host frames; hosts rarely send longer ones.
+  static constexpr std::size_t kUsualFrames = 2048;
+  static constexpr std::size_t kRingFrames = 32768;  ///< A power of two, twice the longest piece.
   static constexpr std::uint32_t kRingMask = kRingFrames - 1;
 
   UpPair();
 
-  /// Designs the resampler for a host's rate in whole Hz, and starts it from silence; the ring stays. Allocates.
+  /// Designs the resampler for a host's rate in whole Hz and starts it from silence; the ring stays as it is.
+  /// Allocates.
   void setSampleRate(std::int32_t rate);
 
   /// Fills the ring with zeros.
   void clear();
 
-  /// Starts from silence at the place of another pair, which has run at the same rate; `read` and `written` are those
-  /// of the rings.
+  /// Starts from silence at the position of another pair that runs at the same rate. `read` and `written` are the
+  /// positions of the rings.
   void joinIn(const UpPair& other, std::uint32_t read, std::uint32_t written) SIVRAY_NONBLOCKING;
 
-  /// Where the engine renders to.
+  /// The buffers that the engine renders to.
   ChannelPair engineChannels() const { return engineOut.channels(); }
 
-  /// Resamples `frames` frames of the engine, which may be known to be silent, and writes the result to the ring, from
-  /// `written` on. Returns the number of frames.
+  /// Resamples `frames` engine frames and writes the result to the ring, from `written` on. `isKnownSilent`: all of
+  /// them are zero. Returns the number of host frames.
   std::size_t write(std::size_t frames, std::uint32_t written, bool isKnownSilent) SIVRAY_NONBLOCKING;
 
   /// Reads `frames` frames from the ring, from `read` on.
@@ -72,11 +74,12 @@ class UpPair {
   StereoBuffer engineOut;
   StereoBuffer resampled;
   StereoBuffer ring;
-  std::size_t mostPerFrame = 0;            ///< Of the host, for one of the engine.
-  std::size_t silentInRing = kRingFrames;  ///< Zeros written to the ring since the last sound, up to its length.
+  std::size_t mostPerFrame = 0;  ///< The most host frames for one engine frame.
+  /// Zeros written to the ring since the last sound, at most the ring's length.
+  std::size_t silentInRing = kRingFrames;
 };
 
-/// Zeros over a ring of zeros change nothing.
+/// If ring and input are all zeros, nothing needs to be written.
 inline std::size_t UpPair::write(std::size_t frames, std::uint32_t written, bool isKnownSilent) {
   if (isKnownSilent && silentInRing == kRingFrames && resampler.canSkip()) {
     return resampler.skip(frames);

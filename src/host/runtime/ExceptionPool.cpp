@@ -1,8 +1,8 @@
-// What a library that holds its own libstdc++ has to give back when its host unloads it. Linked into each such library.
+// Gives back memory of the linked-in libstdc++ when a host unloads the library. Linked into each plug-in library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-/// libstdc++'s own function, for tools that look for leaks: frees the memory that it keeps for exceptions when there is
-/// no other, 73 KB. Nothing else frees it.
+/// libstdc++'s own function, meant for leak checkers: frees the 73 KB that it reserves for exceptions when memory runs
+/// out. Nothing else frees them.
 namespace __gnu_cxx {
 void __freeres();
 }
@@ -13,7 +13,8 @@ struct ExceptionPoolUser {
   ~ExceptionPoolUser() { __gnu_cxx::__freeres(); }
 };
 
-// Made first of all static objects, and so the last to end: the others may still throw while they end.
+// The lowest priority: made before and destroyed after all other static objects, which may still throw while they are
+// destroyed.
 constexpr int kFirst = 101;
 [[gnu::init_priority(kFirst), gnu::used]] ExceptionPoolUser exceptionPoolUser;
 

@@ -14,13 +14,13 @@
 
 namespace tesh::bramel::vst {
 
-/// Remembers who has rendered the latest blocks, however many threads share them out. A host that renders to a file may
-/// do so on the thread of its windows, which is forgotten after as many blocks as kRemembered says.
+/// Remembers the threads that rendered the latest blocks; a host may use many. A host may also render a file on its
+/// window thread, which is forgotten after kRemembered further blocks.
 class AudioThreads {
  public:
   static constexpr std::uint32_t kRemembered = 1024;
 
-  /// The calling thread renders a block.
+  /// Notes that the calling thread renders a block.
   void note(const MainLock& /*lock*/) SIVRAY_NONBLOCKING {
     const std::uint32_t block = blocks.load(std::memory_order_relaxed) + 1;
     const Caller self;
@@ -48,17 +48,18 @@ class AudioThreads {
   }
 
  private:
-  /// A thread is kept in one of kReach places from the one that its number gives: more than enough for the threads of
-  /// any machine, so that none is forgotten for another.
+  /// A thread is stored in one of the kReach places that follow its number's hash. A machine has far fewer such
+  /// threads, so none displaces another.
   static constexpr std::size_t kPlaces = 512;
   static constexpr std::size_t kReach = 32;
 
   struct Caller {
     Caller() SIVRAY_NONBLOCKING {
-      // Waits for nothing: the C library stores the number in the thread's own memory.
+      // Does not wait: the C library stores the number in the thread's own memory.
       cofu::core::vouchFor([this] {
         id = std::this_thread::get_id();
-        // Threads' numbers are addresses, whose lowest bits are alike. The library's hash takes five times as long.
+        // A thread's number is an address, whose lowest bits are always alike. The library's hash would take five times
+        // as long.
         first = static_cast<std::size_t>(std::bit_cast<std::uintptr_t>(id) * 0x9E3779B97F4A7C15 >> 32);
       });
     }
@@ -68,7 +69,7 @@ class AudioThreads {
 
   struct Thread {
     bool is(const Caller& caller) const { return id.load(std::memory_order_relaxed) == caller.id; }
-    /// Blocks since the thread's last one; more than any for a place that nobody has taken.
+    /// Blocks since the thread's last one; for a place that was never taken, more than kRemembered.
     std::uint32_t age(std::uint32_t block) const { return block - lastBlock.load(std::memory_order_relaxed); }
 
     std::atomic<std::thread::id> id;

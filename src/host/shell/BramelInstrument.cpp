@@ -1,4 +1,4 @@
-// Hands every operation to the part of the shell that does it.
+// Passes each operation on to the part of the shell that implements it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/BramelInstrument.h"
 
@@ -13,7 +13,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Kinds of generators that take notes.
+/// Kinds of generators that play notes.
 constexpr int kSoundGenerator = 0;
 constexpr int kOtherSoundGenerator = 5;
 
@@ -159,7 +159,7 @@ BramelInstrument::Processor* BramelInstrument::processorHandle() const { return 
 void BramelInstrument::setControllers(std::map<std::uint8_t, std::uint64_t> ids) {
   const MainLock lock(impl->core.mainMutex);
   if (impl->core.processor != nullptr) {
-    impl->core.processor->controller().ccMap.swap(ids);  // The old one is freed after the lock.
+    impl->core.processor->controller().ccMap.swap(ids);  // The old map is freed after the lock is released.
   }
 }
 

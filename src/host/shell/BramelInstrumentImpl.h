@@ -1,4 +1,4 @@
-// What the shell is made of. Only its own sources see it.
+// The members of the shell. Only the shell's own sources include this header.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,8 +16,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Locks in their order: that of the program files, the main lock, that of the parameters' cache. The key states' lock
-/// stands alone.
+/// Order of locks: program files, main lock, parameter cache. The key states' lock is independent of them.
 class BramelInstrument::Impl {
  public:
   Impl(const BramelInstrument& instrument, std::unique_ptr<Processor> engine)
@@ -26,7 +25,7 @@ class BramelInstrument::Impl {
         block(core, parameters),
         programs(core, parameters, block) {}
 
-  /// Writes that wait are applied, so that what is read next is what was written last.
+  /// Applies the writes that wait, so that the next read returns the value that was written last.
   void flushWrites() {
     const MainLock lock(core.mainMutex);
     block.flushWrites(lock);

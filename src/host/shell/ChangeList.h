@@ -1,5 +1,5 @@
-// The parameters that a block has changed: the latest write of each, and those that the engine moved by itself. Flat
-// arrays that are reused from block to block.
+// The parameters that a block has changed: the latest write of each, and those that the engine moved by itself. Uses
+// flat arrays that are reused from block to block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Ids past the list are ignored. Audio thread, but for `resize`.
+/// Ignores ids beyond the list. Audio thread, except `resize`.
 class ChangeList {
  public:
   /// Makes room for parameters 0 to count - 1; nothing is allocated afterwards.
@@ -34,7 +34,7 @@ class ChangeList {
     }
   }
 
-  /// Lists a parameter that has moved without a write.
+  /// Lists a parameter that the engine moved without a write.
   void touch(std::size_t id) {
     if (id < states.size() && states[id] == State::unchanged) {
       list(id);
@@ -42,7 +42,7 @@ class ChangeList {
     }
   }
 
-  /// Brings the parameters into ascending order, for both loops below.
+  /// Sorts the parameters in ascending order, for both loops below.
   void sort() { std::sort(ids.begin(), ids.end()); }
 
   /// Calls `action(event)` for the latest write of every parameter.

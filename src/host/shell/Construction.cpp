@@ -1,4 +1,4 @@
-// The order in which an instrument is built.
+// Builds an instrument step by step.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/Construction.h"
 
@@ -17,7 +17,7 @@ namespace {
 using Processor = vimo::PluginMacroControllable<vimo::Generator<float>>;
 using Plugin = plugin::sivray::SivrayPlugin<plugin::sivray::VstXSynth>;
 
-/// The index of all waves by category, or the plain one if there is no such file.
+/// The file with the index of all waves by category; if there is none, the one of the plain index.
 std::string sampleListFile() {
   const std::string resources = directoryFor(kBramelDirectory_Resource);
   const std::string byCategory = joinPath(resources, "SivrayPCM/drumparam_category.bin");
@@ -43,7 +43,7 @@ void readUserPrograms(Processor& processor, const std::string& name) {
 std::unique_ptr<Processor> makeProcessor() {
   const std::string name(kInstrumentName);
   const std::string sampleList = sampleListFile();
-  // The description's engine state names the waves of the pads.
+  // Waves are loaded later, because the description's engine state names the waves of the pads.
   auto plugin = std::make_unique<Plugin>(plugin::sivray::kSampleFolder, plugin::sivray::kSlotFrames,
                                          plugin::sivray::WaveLoading::later);
   Plugin& frame = *plugin;

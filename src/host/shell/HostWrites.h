@@ -1,4 +1,4 @@
-// The host's writes that a wrapper makes right before a block, on their way into the shell.
+// Collects the host's writes before a block and passes them to the shell.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,10 +13,11 @@
 
 namespace tesh::bramel::vst {
 
-/// Hands the writes of a block to the shell together, in their order, so that they take its locks once. Audio thread.
+/// Passes the writes of a block to the shell together and in order, so that the shell's locks are taken once. Audio
+/// thread.
 class HostWrites {
  public:
-  /// `ofInstrument` outlives this object, and is not null when values are handed over.
+  /// `ofInstrument` outlives this object. It must not be null when values are put or handed over.
   explicit HostWrites(const std::shared_ptr<BramelInstrument>& ofInstrument) : instrument(ofInstrument) {}
 
   void put(std::uint64_t id, float value) SIVRAY_NONBLOCKING {

@@ -9,13 +9,13 @@
 
 namespace tesh::bramel::vst {
 
-/// Any thread; no block is waited for. A report may read and set states. Notes outside 0 to kKeys - 1 read as 0 and
-/// change nothing.
+/// Any thread; never waits for a block. A report may read and set states. For notes outside 0 to kKeys - 1, reads
+/// return 0 and writes change nothing.
 class KeyStates {
  public:
   static constexpr int kKeys = 128;
 
-  /// What each note has until the editor sets it. The controllers' protocol numbers its lights so.
+  /// The state of each note until the editor sets it. The lit keyboards' protocol uses 9 for a key at rest.
   static constexpr std::uint32_t kAtRest = 9;
 
   KeyStates() { states.fill(kAtRest); }

@@ -1,4 +1,4 @@
-// The shell's main lock. Functions that run while it is held take a MainLock, which proves it.
+// The shell's main lock. Functions that must run while it is held take a MainLock as proof.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -54,7 +54,7 @@ class MainLock {
   MainLock(const MainLock&) = delete;
   MainLock& operator=(const MainLock&) = delete;
 
-  /// The lock is no proof afterwards.
+  /// Afterwards this object no longer proves that the lock is held.
   void unlock() SIVRAY_NONBLOCKING {
     if (mutex != nullptr) {
       cofu::core::mayWait([this] { mutex->unlock(); });

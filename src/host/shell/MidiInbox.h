@@ -1,4 +1,4 @@
-// MIDI messages on their way from the host's call to the block, without a lock.
+// A lock-free queue of MIDI messages from the host's call to the block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,15 +13,15 @@
 
 namespace tesh::bramel::vst {
 
-/// Any thread may put messages, one at a time takes them. Never allocates after construction.
+/// Any thread may put messages; one thread at a time takes them. Never allocates after construction.
 class MidiInbox {
  public:
-  /// Messages of one block; beyond that the sender takes the lock, once.
+  /// The most messages that fit. If there are more, the sender takes the main lock and empties the inbox.
   static constexpr std::size_t kRoom = 256;
 
-  /// Returns false, and keeps nothing, for a message that may move a parameter, which has to stay in order with the
-  /// parameters' writes; for one that is empty or longer than three bytes; if there is no room; and while another
-  /// thread puts one.
+  /// Returns false, and keeps nothing, for a message that may move a parameter (it must stay in order with the
+  /// parameters' writes), that is empty, or that is longer than three bytes; also if the queue is full, or while
+  /// another thread puts a message.
   bool put(std::span<const std::uint8_t> bytes, std::int32_t deltaFrames) SIVRAY_NONBLOCKING {
     if (bytes.empty() || bytes.size() > ShortMessage::kMostBytes || mayMoveParameter(bytes[0])) {
       return false;

@@ -1,4 +1,4 @@
-// What happens to a MIDI message from outside: it goes to the engine, moves a parameter, or is dropped.
+// Decides what happens to an incoming MIDI message: it goes to the engine, moves a parameter, or is dropped.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace tesh::bramel::vst {
 
-/// A message of up to three bytes, or the beginning of a longer one, in the form in which it travels to the engine.
+/// A message of up to three bytes, or the first three bytes of a longer one, packed as the engine takes it.
 struct ShortMessage {
   static constexpr std::size_t kMostBytes = 3;
 
@@ -30,7 +30,7 @@ struct ShortMessage {
   }
   std::array<std::uint8_t, kMostBytes> bytes() const { return {byte(0), byte(1), byte(2)}; }
 
-  std::uint32_t packed = 0;  ///< The bytes from the top down; those that are missing are 0.
+  std::uint32_t packed = 0;  ///< The bytes from the top down; missing ones are 0.
   std::size_t size = 0;
 
  private:
@@ -47,12 +47,12 @@ struct MidiVerdict {
   ShortMessage message;   ///< Notes, controllers and pitch bend are on channel 1.
 };
 
-/// The parameter value for a controller's data byte.
+/// The parameter's value for a controller's data byte, 0 to 127.
 inline float controllerValue(std::uint8_t data) {
   return std::clamp(static_cast<float>(data) * 0.007874016F, 0.0F, 1.0F);  // 1 / 127.
 }
 
-/// The parameter value for a pitch bend. The centre (lsb 0, msb 64) is 0.5.
+/// The parameter's value for a pitch bend. The centre (lsb 0, msb 64) gives 0.5.
 inline float pitchBendValue(std::uint8_t lsb, std::uint8_t msb) {
   const int position = ((msb & 127) - 64) * 128 + (lsb & 127);
   return std::clamp(static_cast<float>(position) * 6.103888e-5F + 0.5F, 0.0F, 1.0F);  // 1 / 16383.
@@ -64,7 +64,7 @@ constexpr bool mayMoveParameter(std::uint8_t status) {
   return kind == cofu::core::kMidiController || kind == cofu::core::kMidiPitchBend;
 }
 
-/// Judges a message. Notes, controllers and pitch bend lose their channel. Bank select, pitch bend that is not mapped,
+/// Decides on a message. Notes, controllers and pitch bend lose their channel. Bank select, unmapped pitch bend,
 /// aftertouch, program changes and channel pressure are dropped. `controllerMap(key)` returns the mapped parameter or
 /// nothing; the key is a controller number, or kMidiPitchBend.
 template <typename ControllerMap>

@@ -1,4 +1,4 @@
-// Tells own numbers from others, and looks removed sounds up in the user's list.
+// Recognises the user's own wave numbers, and looks removed sounds up in the user's list.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/MissingSounds.h"
 
@@ -15,7 +15,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Finds the lines "removed <tab> number <tab> category <tab> hash <tab> name ..." of the user's list of own sounds.
+/// Adds the names from the lines "removed <tab> number <tab> category <tab> hash <tab> name ..." of the user's list.
 void nameRemoved(std::vector<MissingSound>& sounds) {
   const auto bytes = readFile(joinPath(platform::ownContentFolder(), "ledger.txt"));
   std::istringstream lines(std::string(bytes.begin(), bytes.end()));

@@ -1,4 +1,4 @@
-// Own sounds that a song names and that are not in the user's content.
+// The user's own sounds that a song refers to and that the user's content lacks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -22,17 +22,17 @@ class BramelInstrument;
 struct MissingSound {
   std::size_t pad = 0;      ///< From 0.
   std::int32_t number = 0;  ///< Its wave number in content with own sounds.
-  std::string name;         ///< Empty if the user's content never had it.
+  std::string name;         ///< Empty if the user's content never had such a sound.
 };
 
-/// The values of the parameters that choose the pads' sounds.
+/// The values of the parameters that choose the pads' sounds, 0 to 1.
 using SoundValues = std::array<float, panel::kPads>;
 
-/// Returns the sounds that are missing. Only a value that is exactly that of a number between two factory waves counts,
-/// so that one which a host's automation passes is none.
+/// Returns the missing sounds. A value counts only if it is exactly that of an own wave's number, so that values which
+/// a host's automation passes on its way do not count.
 std::vector<MissingSound> missingSounds(const SoundValues& values, const vimo::SampleLibrary& library);
 
-/// Returns what `instrument` misses now. Not on the audio thread.
+/// Returns the sounds that `instrument` misses now. Not on the audio thread.
 std::vector<MissingSound> missingSounds(BramelInstrument& instrument);
 
 /// Returns one line such as `Pad 3 misses "Oak Kick" (removed), pad 5 misses your sound no. 17: factory sounds play

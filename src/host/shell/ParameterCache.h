@@ -1,5 +1,4 @@
-// A copy of all parameters that host and editor read without the engine, with the texts of the latest values.
-// SPDX-License-Identifier: GPL-3.0-or-later
+// A copy of all parameters, which host and editor read without the engine, with the texts of the latest values.
 #pragma once
 
 #include <atomic>
@@ -19,29 +18,29 @@
 
 namespace tesh::bramel::vst {
 
-/// What never changes of a parameter.
+/// The properties of a parameter that never change.
 struct ParameterInfo {
   std::string name;
   std::uint64_t steps = 0;
   float defaultValue = 0.0F;
 };
 
-/// Any thread. What is read takes no lock; only the texts have one.
+/// Any thread. Reads take no lock, except those of texts.
 class ParameterCache {
  public:
   using Controller = vimo::MacroController<vimo::Generator<float>>;
 
-  /// Copies all parameters. Before any other operation.
+  /// Copies all parameters. Must be called before any other operation.
   void fill(const Controller& controller);
-  /// Copies the values of all parameters, also for their texts.
+  /// Copies the values of all parameters, and for their texts too.
   void refresh(const Controller& controller) SIVRAY_NONBLOCKING;
-  /// Copies the values for the texts alone.
+  /// Copies the values for the texts only.
   void refreshTexts(const Controller& controller);
   /// Stores the writes of a block. Audio thread.
   void store(const ChangeList& changes) SIVRAY_NONBLOCKING;
 
   std::uint64_t count() const SIVRAY_NONBLOCKING { return parameters.size(); }
-  /// A field of a parameter; zero or empty out of range.
+  /// A property of a parameter; zero or empty out of range.
   template <typename Field>
   Field fact(std::uint64_t id, Field ParameterInfo::*field) const {
     return id < count() ? parameters[static_cast<std::size_t>(id)].*field : Field{};
@@ -51,16 +50,16 @@ class ParameterCache {
   float value(std::uint64_t id) const SIVRAY_NONBLOCKING {
     return id < count() ? values[static_cast<std::size_t>(id)].normalised.load(std::memory_order_relaxed) : 0.0F;
   }
-  /// The same, or what was written since; 0 out of range.
+  /// The value that was written since, else that of the last block; 0 out of range.
   float latest(std::uint64_t id) const SIVRAY_NONBLOCKING {
     return id < count() ? values[static_cast<std::size_t>(id)].coming.load(std::memory_order_relaxed) : 0.0F;
   }
-  /// Of a parameter that carries an integer; 0 out of range.
+  /// The value of a parameter that holds an integer; 0 out of range.
   std::uint64_t integer(std::uint64_t id) const SIVRAY_NONBLOCKING {
     return id < count() ? values[static_cast<std::size_t>(id)].integer.load(std::memory_order_relaxed) : 0;
   }
 
-  /// A value that is on its way to a block, without its text: `latest` gives it from now on.
+  /// Makes `latest` return the value of a write that waits for a block. Does not change the text.
   void setComing(std::uint64_t id, float value) SIVRAY_NONBLOCKING {
     if (id < count()) {
       values[static_cast<std::size_t>(id)].coming.store(value, std::memory_order_relaxed);
@@ -70,11 +69,11 @@ class ParameterCache {
   void setTooltipProvider(std::unique_ptr<tooltip::BramelTooltipProvider> provider);
   /// The text of the value that was written last; empty without a provider.
   std::string display(std::uint64_t id) const;
-  /// Stores a value that is on its way, for its text too. Audio thread safe.
+  /// The same as `setComing`, and for the text too. Audio thread safe.
   void noteValue(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
-  /// Stores a value for its text alone: of a parameter that carries an integer.
+  /// Sets the text's value of a parameter that holds an integer.
   void noteInteger(std::uint64_t id, std::uint64_t value);
-  /// Calls `noteEach(note)`, in which `note(id, value)` is noteValue with the lock taken once.
+  /// Calls `noteEach(note)`. Each `note(id, value)` in it does what noteValue does; the lock is taken once.
   template <typename NoteEach>
   void noteAll(NoteEach noteEach) SIVRAY_NONBLOCKING {
     const cofu::core::RealTimeLock lock(mutex);
@@ -99,9 +98,9 @@ class ParameterCache {
   void noteText(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
 
   std::vector<ParameterInfo> parameters;
-  std::unique_ptr<Value[]> values;  // As many.
+  std::unique_ptr<Value[]> values;  // One per parameter.
 
-  mutable std::mutex mutex;                                  ///< For the texts.
+  mutable std::mutex mutex;                                  ///< Guards the texts.
   std::unique_ptr<tooltip::BramelTooltipProvider> tooltips;  ///< May be null.
 };
 

@@ -1,5 +1,5 @@
-// The host's numbers of the parameters that it may see, which never change once they are built. Ids count all
-// parameters, visible indices the visible ones.
+// Maps parameter ids, which count all parameters, to visible indices, which count those that the host sees. Fixed once
+// built.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@ namespace tesh::bramel::vst {
 
 class ParameterMap {
  public:
-  /// Numbers `count` parameters without those for which `isHidden(id)` is true.
+  /// Numbers the parameters 0 to `count` - 1 except those for which `isHidden(id)` is true.
   template <typename IsHidden>
   void build(std::uint64_t count, const IsHidden& isHidden) {
     places.assign(static_cast<std::size_t>(count), Place{});
@@ -37,7 +37,7 @@ class ParameterMap {
                                          : std::nullopt;
   }
 
-  /// Returns nothing for a hidden parameter and out of range.
+  /// Nothing for a hidden parameter and out of range.
   std::optional<std::uint64_t> visibleIndexOf(std::uint64_t id) const {
     if (id >= places.size() || !places[static_cast<std::size_t>(id)].isVisible) {
       return std::nullopt;
@@ -45,7 +45,7 @@ class ParameterMap {
     return places[static_cast<std::size_t>(id)].visibleIndex;
   }
 
-  // Whether an edit gesture is open; `visibleIndex` must lie in range.
+  // Whether a gesture is open on a parameter; `visibleIndex` must be in range.
   bool isGestureOpen(std::uint64_t visibleIndex) const {
     return gestureOpen[static_cast<std::size_t>(visibleIndex)] != 0;
   }

@@ -7,7 +7,7 @@
 
 namespace tesh::vimo {
 
-/// A random UUID that tells writes of the host from those of the editor.
+/// A random UUID, by which writes of the host and of the editor differ.
 using SourceId = std::array<std::uint8_t, 16>;
 
 /// The type of an event's value.

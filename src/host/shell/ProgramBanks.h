@@ -1,4 +1,4 @@
-// The numbers by which host and editor know the banks, and the names that listeners get.
+// The banks' numbers for host and editor, and their names in notifications.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -26,7 +26,7 @@ constexpr vimo::Bank bankOf(std::uint64_t number) {
   }
 }
 
-/// A bank that does not exist has the ghost bank's number: neither shows in a list.
+/// A bank that does not exist gets the ghost bank's number, because neither shows in a list.
 constexpr std::uint64_t numberOf(vimo::Bank bank) {
   switch (bank) {
     case vimo::Bank::factory:

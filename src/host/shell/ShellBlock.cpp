@@ -1,4 +1,4 @@
-// A block from the host's buffers to the engine and back, its MIDI, and the reports that follow it.
+// Runs a block from the host's buffers to the engine and back, with its MIDI and its reports.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellBlock.h"
 
@@ -18,11 +18,11 @@ using vimo::ProcessorEvent;
 using vimo::ProcessorEventTag;
 
 constexpr auto kEngineRate = static_cast<float>(cofu::core::kEngineRate);
-/// Frames of the engine that one run of the block routine may have.
+/// The most engine frames of one run of the block routine.
 constexpr std::int32_t kLongestPiece = 2048;
-/// MIDI messages that one block can bring: what the converter holds back, and twice what a host sends at most.
+/// The most MIDI messages of one block: those that the converter holds back, and twice as many as a host sends at most.
 constexpr std::size_t kMostMidiIn = 4096;
-/// Program changes wait in a queue of eight, whose events may join the MIDI of a block.
+/// The queue of program changes holds eight, whose events may be added to a block's MIDI.
 constexpr std::size_t kQueuedPrograms = 8;
 constexpr std::size_t kMidiOutRoom = 256;
 
@@ -76,18 +76,18 @@ void ShellBlock::setSampleRate(float rate) {
     return;
   }
   const MainLock lock(core.mainMutex);
-  midi.emptyInbox(lock);  // By the rate at which they came.
+  midi.emptyInbox(lock);  // Messages are converted by the rate at which they came.
   hostSampleRate = rate;
   converter.setSampleRate(rate);
 }
 
 void ShellBlock::setTempo(float bpm) {
   if (bpm == tempo.load(std::memory_order_relaxed)) {
-    return;  // As with nearly every block, which then takes one lock less.
+    return;  // The usual case: saves a lock per block.
   }
   const MainLock lock(core.mainMutex);
   if (!std::isfinite(bpm) || bpm == tempo) {
-    return;  // Another thread may have brought the same tempo meanwhile.
+    return;  // Another thread may have set the same tempo meanwhile.
   }
   tempo = bpm;
   if (core.processor) {
@@ -101,9 +101,9 @@ void ShellBlock::resume() {
     return;
   }
   active = true;
-  // Nothing from before sounds: neither messages that no block has fetched, nor the tails of the resamplers.
+  // Old sound must not be heard: drops messages that no block has fetched, and the resamplers' tails.
   converter.reset();
-  midi.emptyInbox(lock);  // Which may overflow the converter's queue into `midiIn`.
+  midi.emptyInbox(lock);  // May overflow the converter's queue into `midiIn`.
   converter.dropEvents();
   midiIn.clear();
   converter.setSampleRate(converter.sampleRate());
@@ -141,7 +141,7 @@ void ShellBlock::process(float** inputs, std::span<float*> outputs, std::int32_t
   if (frames != 0 && !hasNull(given)) {
     copyInputs(given, outputs.data(), frames);
   }
-  const MainLock* const outer = std::exchange(blockLock, &lock);  // Of a host that calls from inside a block.
+  const MainLock* const outer = std::exchange(blockLock, &lock);  // Not null if the host calls from inside a block.
   converter.processOuts(given, outputs, frames);
   blockLock = outer;
 }
@@ -187,7 +187,7 @@ void ShellBlock::runBlock(float** inputs, std::span<float*> outputs, std::int32_
   core.processor->process(block, 0, 1.0, 0.0);
   isSilent &= block.isSilent;
   sendMidiOut();
-  cofu::core::vouchFor([this] {  // Short messages, which own nothing.
+  cofu::core::vouchFor([this] {  // Short messages, which allocate nothing.
     midiIn.clear();
     midiOut.clear();
   });
@@ -236,7 +236,7 @@ void ShellBlock::reportChanges() {
     parameters.cache.store(latest);
     tellSounds();
   }
-  if (hasSelected) {  // After the writes: the program was selected behind them.
+  if (hasSelected) {  // After the writes, because the program was selected after them.
     hasSelected = false;
     parameters.cache.refresh(core.processor->controller());
   }
@@ -258,7 +258,7 @@ void ShellBlock::tellSounds() {
 }
 
 void ShellBlock::flush(const MainLock& lock) {
-  // A listener that asks for a value inside a block must not start another one.
+  // A listener that asks for a value inside a block must not start another block.
   if (blockLock == nullptr) {
     blockLock = &lock;
     runBlock(nullptr, {}, 0);
@@ -279,7 +279,7 @@ void ShellBlock::onMidi(std::uint32_t packed, std::int32_t frame) {
   const std::array<std::uint8_t, 3> bytes{static_cast<std::uint8_t>(packed >> 24),
                                           static_cast<std::uint8_t>(packed >> 16),
                                           static_cast<std::uint8_t>(packed >> 8)};
-  // Within the room that is reserved; three bytes are kept inline.
+  // Within the reserved room; a message of three bytes is stored inline.
   cofu::core::vouchFor([&] { midiIn.emplace_back(bytes, static_cast<std::uint32_t>(std::max(frame, 0))); });
 }
 

@@ -1,5 +1,4 @@
-// The audio side of the shell: the host's blocks, their way through the sample-rate converter, and the run of the
-// engine.
+// The audio side of the shell: passes the host's blocks through the sample-rate converter and runs the engine.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +18,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Takes the main lock, where it is not given.
+/// Operations without a MainLock argument take the main lock themselves.
 class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener {
  public:
   ShellBlock(ShellCore& shellCore, ShellParameters& shellParameters);
@@ -37,9 +36,9 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   void suspend();
   bool isActive() const;
 
-  /// Applies all writes, commands and program changes that wait, without rendering.
+  /// Applies all waiting writes, commands and program changes, without rendering.
   void flush(const MainLock& lock);
-  /// The same if writes wait, else nothing.
+  /// The same, but only if writes wait.
   void flushWrites(const MainLock& lock);
 
   // Called by the converter and the processor, inside `process` and `flush`.
@@ -68,15 +67,15 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
   bool active = false;
   float hostSampleRate = 0.0F;          ///< 0 until the host gives one.
   std::atomic<float> tempo = 120.0F;    ///< Beats per minute.
-  std::vector<vimo::MidiEvent> midiIn;  ///< In frames of the engine, as `midiOut`.
+  std::vector<vimo::MidiEvent> midiIn;  ///< In engine frames, like `midiOut`.
   std::vector<vimo::MidiEvent> midiOut;
   vimo::TimedValueRing automationRing{4096};
   vimo::TimedValueRing notificationRing{1024};
   ChangeList latest;
   bool takesInput = false;              ///< The engine has inputs.
   bool hasSelected = false;             ///< The block has selected a program.
-  const MainLock* blockLock = nullptr;  ///< Of the block that runs; null between blocks.
-  bool isSilent = false;                ///< What the converter got last.
+  const MainLock* blockLock = nullptr;  ///< Of the running block; null between blocks.
+  bool isSilent = false;                ///< The converter's last block was silent.
 };
 
 }  // namespace tesh::bramel::vst

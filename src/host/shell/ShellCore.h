@@ -1,4 +1,4 @@
-// What the parts of the shell share: the processor, the lock around it, and the ways to host and editor.
+// Shared by all classes of the shell: the processor, the lock around it, and the callbacks to host and editor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,8 +17,8 @@ struct ShellCore {
   ShellCore(const BramelInstrument& instrument, std::unique_ptr<BramelInstrument::Processor> engine)
       : owner(instrument), processor(std::move(engine)) {}
 
-  /// Calls `action` on the editor's or the host's side, or does nothing if that side is gone. The host's side is set
-  /// before there is anything to tell.
+  /// Calls `action` on the editor's or the host's callback, or does nothing if that no longer exists. The host's
+  /// callback is set before anything is reported.
   template <typename Action>
   void tellEditor(const MainLock& /*lock*/, Action action) const {
     tell(uiCallback, action);
@@ -28,12 +28,12 @@ struct ShellCore {
     tell(hostCallback, action);
   }
 
-  /// Files are read and written from here on: no block may be waiting for the caller.
+  /// Asserts that the caller may wait for a file: it must not hold the main lock, for which a block may be waiting.
   void assertMayWait() const { assert(!mainMutex.isHeldHere()); }
 
-  /// Reads from the disk what a change that is about to come needs, so that the block which takes it finds everything
-  /// in memory. `collect(processor, coming, lock)` tells what that is; the reading is done without the main lock. Does
-  /// nothing on the audio thread, which must not wait.
+  /// Reads from the disk what a coming change needs, so that the block that applies it finds everything in memory.
+  /// `collect(processor, coming, lock)` lists the values; reading happens without the main lock. Does nothing on an
+  /// audio thread, which must not wait.
   template <typename Collect>
   void readAhead(Collect collect) const {
     if (!processor || audioThreads.include()) {
@@ -52,7 +52,7 @@ struct ShellCore {
 
   const BramelInstrument& owner;
 
-  /// Guards everything below, and the parts of the shell. A block holds it from begin to end.
+  /// Guards all members below, and the other classes of the shell. A block holds it from begin to end.
   mutable MainMutex mainMutex;
   const std::unique_ptr<BramelInstrument::Processor> processor;  ///< May be null.
   std::weak_ptr<BramelInstrumentHostCallback> hostCallback;
@@ -62,8 +62,8 @@ struct ShellCore {
  private:
   template <typename Callback, typename Action>
   static void tell(const std::weak_ptr<Callback>& held, Action& action) {
-    // On the audio thread too. The side that made the callback holds it as long as a block may run, so that giving back
-    // our own hold frees nothing.
+    // Also called on the audio thread. The owner of the callback keeps it while blocks may run, so releasing our share
+    // frees nothing.
     cofu::core::vouchFor([&] {
       if (const auto callback = held.lock()) {
         action(*callback);

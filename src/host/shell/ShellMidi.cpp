@@ -1,4 +1,4 @@
-// Which messages wait without a lock, and where each goes.
+// Decides which messages wait without a lock, and where each one goes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellMidi.h"
 
@@ -10,7 +10,7 @@ namespace {
 /// MIDI bytes of one of the host's events.
 constexpr std::size_t kEventBytes = 3;
 
-/// Returns `take(bytes, deltaFrames)` for an event that holds a message in reach; true for any other.
+/// Returns `take(bytes, deltaFrames)` if the event holds a MIDI message within kFarthestFrames; otherwise true.
 template <typename Take>
 bool forMidi(const VstEvent* event, Take take) {
   if (event == nullptr || event->type != kVstMidiType || event->deltaFrames > BramelInstrument::kFarthestFrames) {
@@ -32,7 +32,7 @@ void ShellMidi::send(const std::uint8_t* data, std::size_t size, std::int32_t de
 }
 
 void ShellMidi::sendEvents(const VstEvents& vstEvents) {
-  VstEvent* const* const events = vstEvents.events;  // As long as the count says, whatever the record declares.
+  VstEvent* const* const events = vstEvents.events;  // As long as `numEvents` says, although the record declares two.
   std::int32_t next = 0;
   while (next < vstEvents.numEvents &&
          forMidi(events[next],
@@ -63,7 +63,7 @@ MidiVerdict ShellMidi::judge(const ShortMessage& message) const {
   });
 }
 
-/// Returns the message as the engine would get it.
+/// Takes a message, and returns it in the form that the engine gets.
 ShortMessage ShellMidi::take(const ShortMessage& message, std::int32_t deltaFrames, const MainLock& lock) {
   const MidiVerdict verdict = judge(message);
   if (verdict.parameterId) {
@@ -101,7 +101,7 @@ void ShellMidi::sendFromKeyboard(const std::uint8_t* data, std::size_t size, std
       converter.enter(verdict.message.packed, deltaFrames);
     }
   }
-  // The host is called without our lock: it may wait in its answer for a block.
+  // The host is called without our lock, because it may wait for a block.
   if (verdict.parameterId) {
     parameters.setFromEditor(*verdict.parameterId, verdict.value);
   }

@@ -1,4 +1,4 @@
-// MIDI on its way in: messages of the host and of the on-screen keyboard, up to the converter's queue or a parameter.
+// Incoming MIDI: from the host and from the on-screen keyboard to the converter's queue or to a parameter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@
 
 namespace tesh::bramel::vst {
 
-/// BramelInstrument describes the operations. Takes the main lock for messages that do not fit into the inbox.
+/// The operations are described in BramelInstrument. Takes the main lock for messages that do not fit into the inbox.
 class ShellMidi {
  public:
   ShellMidi(ShellCore& shellCore, ShellParameters& shellParameters, CFsConverterWrapper& sampleRateConverter)
@@ -26,7 +26,8 @@ class ShellMidi {
   void sendEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
   void sendFromKeyboard(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames);
 
-  /// Takes the messages that wait in the inbox: before whatever changes how messages are taken, or takes one itself.
+  /// Takes all messages out of the inbox. Must be called before any change to how messages are taken, and before a
+  /// message is taken directly, so that the order is kept.
   void emptyInbox(const MainLock& lock) SIVRAY_NONBLOCKING;
 
  private:

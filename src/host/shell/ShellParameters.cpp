@@ -1,4 +1,4 @@
-// How a value becomes mail for the block, or a movement that the host records.
+// Turns a value into a write for the next block, or into a gesture that the host records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellParameters.h"
 
@@ -45,7 +45,7 @@ void ShellParameters::post(std::uint64_t id, float value, const vimo::SourceId& 
 }
 
 void ShellParameters::set(std::uint64_t id, float value) {
-  // It waits for the disk, but not on the audio thread.
+  // May wait for the disk, but does nothing on the audio thread.
   cofu::core::mayWait([&] { readAhead(id, core.owner.mapValueFromHost(id, value)); });
   const MainLock lock(core.mainMutex);
   set(id, value, lock);
@@ -68,7 +68,7 @@ void ShellParameters::setAll(std::span<const std::uint64_t> ids, std::span<const
   });
 }
 
-// The host is called without our lock: a host may wait in here for a thread of its own that asks us for a value.
+// The host is called without our lock: in this call it may wait for another of its threads that asks us for a value.
 
 void ShellParameters::setFromEditor(std::uint64_t id, float value) {
   readAhead(id, value);

@@ -1,4 +1,4 @@
-// The parameters of the shell: the routes by which values come in, and what host and editor read of them.
+// The shell's parameters: the ways in which values are written, and what host and editor read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,28 +14,28 @@
 
 namespace tesh::bramel::vst {
 
-/// Takes the main lock where it is not given. The lock of `cache` comes after it.
+/// Operations without a MainLock argument take the main lock themselves. The lock of `cache` is taken after it.
 class ShellParameters {
  public:
   explicit ShellParameters(ShellCore& shellCore);
 
-  /// Of the parameters that the host sees.
+  /// The number of parameters that the host sees.
   std::uint64_t visibleCount() const;
   /// BramelInstrument::kNoParameter out of range.
   std::uint64_t idOf(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING;
 
-  /// The host's route. The first form, on another thread than those of the blocks, first reads from the disk what the
-  /// value needs, as the editor's route does.
+  /// A write by the host. The first form first reads from the disk what the value needs, except on an audio thread; so
+  /// does a write by the editor.
   void set(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   void set(std::uint64_t id, float value, const MainLock& lock) SIVRAY_NONBLOCKING;
   void setAll(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
-  /// The editor's route: through the host if the host sees the parameter.
+  /// A write by the editor: through the host if the host sees the parameter.
   void setFromEditor(std::uint64_t id, float value);
   void setInteger(std::uint64_t id, std::uint64_t value);
-  /// Opens or closes a gesture of the user's hand.
+  /// Opens or closes a gesture of the user.
   void setGesture(std::uint64_t id, bool isOpen);
 
-  ParameterCache cache;  ///< Has a lock of its own.
+  ParameterCache cache;  ///< Has its own lock.
   WaitingWrites waiting;
 
  private:

@@ -1,4 +1,4 @@
-// What each operation on programs changes, in which order the others hear of it, and what goes to disk.
+// Implements the operations on programs: what they change, whom they notify in which order, and when files are written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/ShellPrograms.h"
 
@@ -19,7 +19,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Of the instances in this process, one at a time is between reading the user's program file and writing it.
+/// Only one instance of this process at a time may read the user's program file and write it back.
 std::mutex& oneInstanceMutex() {
   static std::mutex mutex;
   return mutex;
@@ -41,16 +41,16 @@ void ShellPrograms::postProgramChange(const vimo::ProgramSelection& program, con
                                                                   static_cast<std::uint32_t>(program.program)));
 }
 
-/// Before programs change their places: a selection that waits means the list as it is now.
+/// Applies a waiting selection before programs change places, because it refers to the present order.
 void ShellPrograms::takeWaitingSelection(const MainLock& lock) {
   if (!core.processor->programQueue.isEmpty()) {
     block.flush(lock);
   }
 }
 
-/// Runs `change(shelf, lock)`; if it gives true, takes over what other instances have done to the user's programs,
-/// writes their file, and then runs `report(editor, gone)`, again with the lock. `gone` is the number of user programs
-/// that went with another instance's change, all of them in front of new ones.
+/// Runs `change(shelf, lock)`. If that returns true, merges the changes of other instances to the user's programs,
+/// writes their file, and runs `report(editor, gone)`, again with the lock. `gone` is the number of user programs that
+/// other instances deleted; they all came before the new ones.
 template <typename Change, typename Report>
 void ShellPrograms::changeBanks(Effect effect, Change change, Report report) {
   if (core.processor) {
@@ -67,7 +67,7 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
   const auto file = readFile(path);
   const auto ofOthers = vimo::readProgramsOfOthers(file, shelf);
-  // What cannot be read, or is of macros that a later version has, may still be worth something.
+  // A file that cannot be read, or that holds macros of a later version, may still be worth something: keep a copy.
   const bool isAllOurs = ofOthers && vimo::readUserProgramFile(file)->macroCount <= controller().macroCount();
   const Effect onFile = isAllOurs ? effect : Effect::takesAway;
   {
@@ -91,7 +91,7 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
   });
 }
 
-/// Programs that another instance has stored follow ours.
+/// Merges another instance's changes. Its new programs are placed after ours.
 ShellPrograms::ForeignPrograms ShellPrograms::takeOver(vimo::ProgramDatabase& ofOthers, const FileLock& /*fileLock*/) {
   vimo::ProgramShelf& shelf = controller().programs();
   const std::vector<bool> isGone = vimo::findGone(inFile, *shelf.database(Bank::user), ofOthers);
@@ -117,7 +117,7 @@ void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, co
   const bool isSafe = effect == Effect::adds || vimo::keepProgramFileCopy(path, vimo::copyTimeNow());
   const vimo::ProgramDatabase& programs = *controller().programs().database(Bank::user);
   const auto file = vimo::makeUserProgramFile(programs);
-  // At last the user's wish is done without a copy.
+  // The last attempt does what the user wants even without a copy.
   isFileWritten = (isSafe || retry(fileLock).isLast) && writeFile(path, file.data(), file.size());
   if (isFileWritten) {
     inFile = vimo::printsOf(programs);
@@ -132,11 +132,12 @@ void ShellPrograms::writeAgainSoon(Effect effect, const FileLock& fileLock) {
   next.effect = next.isRunning ? std::max(next.effect, effect) : effect;
   if (!next.isRunning) {
     next.isRunning = true;
-    writer = std::jthread([this](const std::stop_token& stop) { writeAgain(stop); });  // The last one needs no lock.
+    // A writer that has just ended needs no lock.
+    writer = std::jthread([this](const std::stop_token& stop) { writeAgain(stop); });
   }
 }
 
-/// On the writer's thread: tries for about 2.5 seconds. If the instrument is closed meanwhile, the next try comes at
+/// On the writer's thread: tries for about 2.5 seconds. If the instrument is closed meanwhile, the next try follows at
 /// once and is the last.
 void ShellPrograms::writeAgain(const std::stop_token& stop) {
   constexpr int kTries = 7;
@@ -209,7 +210,7 @@ void ShellPrograms::setProgram(Bank bank, std::uint64_t index, Origin origin) {
   block.flush(lock);
   parameters.cache.refresh(controller());
   core.tellEditor(lock, [](BramelInstrumentUICallback& editor) { editor.programChanged(); });
-  lock.unlock();  // The host hears of every parameter, which may take long.
+  lock.unlock();  // The host is told of every parameter, which may take long.
   core.tellHost([origin](BramelInstrumentHostCallback& host) {
     host.programChanged(origin);
     host.parametersChanged();
@@ -282,7 +283,7 @@ void ShellPrograms::move(Bank bank, std::uint64_t from, std::uint64_t to) {
       [&](BramelInstrumentUICallback& editor, std::size_t) { editor.programMoved(nameOf(bank), from, to); });
 }
 
-/// Releases the main lock after each step, for long enough that a block which waits can take it.
+/// Releases the main lock after each step for long enough that a waiting block can take it.
 void ShellPrograms::fitBanks(std::uint64_t imageMacroCount, const FileLock& /*fileLock*/) {
   constexpr std::chrono::milliseconds kPause{1};
   for (std::size_t record = 0;; record += vimo::ProgramShelf::kFitStep) {
@@ -343,7 +344,7 @@ bool ShellPrograms::exportTo(const std::string& path) {
   return writeChosenFile(path, file.data(), file.size());
 }
 
-/// No bank changes while `fileMutex` is held, so that blocks wait only while what they change is copied.
+/// No bank changes while `fileMutex` is held, so blocks wait only while the values are copied.
 std::vector<std::uint8_t> ShellPrograms::getState(const std::function<void(vimo::ChunkValues&)>& change) {
   if (!core.processor) {
     return {};

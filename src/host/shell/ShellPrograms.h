@@ -1,5 +1,4 @@
-// The programs of the shell: selection, the operations that change a bank, their files, and the state that a host
-// keeps.
+// The shell's programs: selection, changes of a bank, program files, and the state for the host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,8 +20,8 @@
 
 namespace tesh::bramel::vst {
 
-/// BramelInstrument describes the operations. Two locks: `fileMutex`, which lets one change of a bank after the other
-/// reach the disk, and behind it the main lock, which no block waits for while a file is read or written.
+/// The operations are described in BramelInstrument. There are two locks: `fileMutex` orders the changes of banks and
+/// their writing to disk; the main lock, taken after it, is never held while a file is read or written.
 class ShellPrograms {
  public:
   ShellPrograms(ShellCore& shellCore, ShellParameters& shellParameters, ShellBlock& shellBlock);
@@ -43,27 +42,27 @@ class ShellPrograms {
   bool exportTo(const std::string& path);
   bool areWritten() const { return isFileWritten; }
 
-  /// `change` may change what the state holds.
+  /// `change` may modify the values before they are packed.
   std::vector<std::uint8_t> getState(const std::function<void(vimo::ChunkValues&)>& change);
   bool setState(const void* data, std::size_t size);
 
  private:
   using Controller = BramelInstrument::Processor::Controller;
-  /// Proves that `fileMutex` is held: no list changes for anyone else, and a block only reads them.
+  /// Proves that `fileMutex` is held: nobody else changes a list meanwhile, and blocks only read them.
   using FileLock = std::lock_guard<std::mutex>;
 
   Controller& controller() const { return core.processor->controller(); }
   void postProgramChange(const vimo::ProgramSelection& program, const MainLock& lock);
   void takeWaitingSelection(const MainLock& lock);
-  /// What a change of a bank does to the user's program file.
+  /// The effect of a bank's change on the user's program file.
   enum class Effect { adds, takesAway };
-  /// User programs that another instance has deleted or replaced, by their numbers before that, and those that it has
-  /// stored, by their numbers afterwards.
+  /// User programs that another instance has deleted or replaced, by their previous numbers, and those that it has
+  /// stored, by their new numbers.
   struct ForeignPrograms {
     std::vector<std::uint64_t> gone;
     std::vector<std::uint64_t> added;
   };
-  /// How the file is to be written by `writer`, while that runs.
+  /// What `writer` still has to write, while it runs.
   struct Retry {
     Effect effect = Effect::adds;
     bool isRunning = false;
@@ -84,10 +83,10 @@ class ShellPrograms {
   ShellParameters& parameters;
   ShellBlock& block;
   std::mutex fileMutex;
-  vimo::ProgramPrints inFile;              ///< What the user's program file held when it was last read or written.
+  vimo::ProgramPrints inFile;              ///< Contents of the user's program file when it was last read or written.
   std::atomic<bool> isFileWritten = true;  ///< The user's file holds what the user's bank holds.
   Retry ownRetry;
-  std::jthread writer;  ///< Ends first: it uses everything above.
+  std::jthread writer;  ///< Destroyed first: it uses everything above.
 };
 
 }  // namespace tesh::bramel::vst

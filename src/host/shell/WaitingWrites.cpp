@@ -1,4 +1,4 @@
-// Which writes give way when too many wait.
+// Chooses the writes that leave the mail when too many wait.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/WaitingWrites.h"
 
@@ -8,7 +8,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Nodes of mail from the start: a pool that is empty grows, up to what kMost writes need.
+/// Mail nodes allocated at the start. The pool grows when it is empty, up to the nodes for kMost writes.
 constexpr std::size_t kMailNodes = 256;
 
 }  // namespace

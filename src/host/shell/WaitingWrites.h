@@ -1,4 +1,4 @@
-// The parameter writes that wait for the next block, however many come before it.
+// The parameter writes that wait for the next block. Their number is bounded.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,9 +13,10 @@
 
 namespace tesh::bramel::vst {
 
-/// Keeps writes in their order. Once kMost wait, the oldest write that a later one to the same parameter has replaced
-/// makes room, so that the latest value of each parameter gets through. One call at a time: writes are posted under the
-/// shell's main lock, and taken by a block, which holds it. Audio thread safe while the mail's pool has free nodes.
+/// Keeps writes in order. Once kMost wait, the oldest leaves the mail: it is dropped if a later write to the same
+/// parameter waits, else held beside the mail, so that the latest value of each parameter is kept. One call at a time:
+/// writes are posted under the shell's main lock, and a block, which holds it, takes them. Audio thread safe while the
+/// mail's pool has free nodes.
 class WaitingWrites {
  public:
   /// As many as the processor's command queue holds.
@@ -23,15 +24,15 @@ class WaitingWrites {
 
   WaitingWrites();
 
-  /// Makes room for the parameters 0 to count - 1.
+  /// Makes room for parameters 0 to count - 1.
   void resize(std::size_t count);
 
-  /// Ids past the parameters are ignored.
+  /// Ignores ids of no parameter.
   void post(const vimo::ProcessorEvent& event, const MainLock& lock) SIVRAY_NONBLOCKING;
 
   bool isEmpty() const { return heldCount + mailCount == 0; }
 
-  /// Calls `take(event)` for every write, oldest first; none waits afterwards.
+  /// Calls `take(event)` for every write, oldest first, and empties the list.
   template <typename Take>
   void takeAll(Take take) SIVRAY_NONBLOCKING {
     if (heldCount > 0) {
@@ -49,10 +50,10 @@ class WaitingWrites {
   }
 
  private:
-  /// Of one parameter: its writes in the mail, or the latest one that was taken out of it to make room.
+  /// Of one parameter: the number of its writes in the mail, or the latest one that was taken out to make room.
   struct Slot {
     vimo::ProcessorEvent event;
-    std::uint64_t order = 0;  ///< Of events that are held.
+    std::uint64_t order = 0;  ///< Position among the events that are held.
     std::uint32_t inMail = 0;
     bool isHeld = false;
   };

@@ -1,4 +1,4 @@
-// Lets the user hear a sample that is chosen on the panel, by one stroke of its pad.
+// Plays a sample once when it is chosen on the panel, by one stroke of its pad.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,11 +11,12 @@
 
 namespace tesh::bramel::standalone {
 
-/// A hand chooses a sample by one gesture on its parameter. Gestures on several pads in one go, as when a whole kit is
-/// changed, sound nothing. Message thread only.
+/// A sample counts as chosen when the user's gesture on its parameter ends. Nothing sounds if gestures on several pads
+/// end together, as when a whole kit is changed. Message thread only.
 class Audition final : private juce::AudioProcessorListener, private juce::AsyncUpdater, private juce::Timer {
  public:
-  /// `newProcessor` is a SivrayProcessor that outlives this object. `newMaySound` is asked before each stroke.
+  /// `newProcessor` is a SivrayProcessor that outlives this object. `newMaySound` is called before each stroke; if it
+  /// returns false, nothing sounds.
   Audition(juce::AudioProcessor& newProcessor, PadKeys::Strike newStrike, std::function<bool()> newMaySound);
   ~Audition() override;
 

@@ -1,4 +1,4 @@
-// Reads the program's lines on a thread of its own.
+// Reads the tool's output lines on a thread of its own.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/ContentTool.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 #ifdef _WIN32
 constexpr const char* kProgram = "sivray-content.exe";
-constexpr std::size_t kPiece = 32;  ///< JUCE waits until it has as many bytes as it was asked for.
+constexpr std::size_t kPiece = 32;  ///< Small, because JUCE waits until it has as many bytes as were asked for.
 #else
 constexpr const char* kProgram = "sivray-content";
 constexpr std::size_t kPiece = 4096;
@@ -70,7 +70,7 @@ double takeToolLine(const std::string& line, ToolResult& result) {
   return -1.0;
 }
 
-/// Owned by the tool and, until it ends, by its thread's calls.
+/// Owned by the tool and, until the tool's process ends, by the calls of the reading thread.
 class ContentTool::Run : public std::enable_shared_from_this<Run> {
  public:
   Run(std::function<void(double)> progress, std::function<void(const ToolResult&)> done)
@@ -93,7 +93,7 @@ class ContentTool::Run : public std::enable_shared_from_this<Run> {
     }
   }
 
-  /// The reader has come to its end.
+  /// Called once the reading thread has read everything.
   void finish() {
     if (reader.joinable()) {
       reader.join();
@@ -145,7 +145,7 @@ class ContentTool::Run : public std::enable_shared_from_this<Run> {
 
   juce::ChildProcess process;
   std::thread reader;
-  ToolResult result;  ///< The reader's until it ends.
+  ToolResult result;  ///< Used by the reading thread until it ends.
 };
 
 ContentTool::ContentTool() {

@@ -1,4 +1,4 @@
-// Brings files into the user's own content by the program sivray-content, in the background.
+// Runs the program sivray-content in the background, which adds files to the user's own content.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,43 +11,44 @@
 
 namespace tesh::bramel::standalone {
 
-/// What became of the files that the program was given.
+/// The result of a run: what became of each file.
 struct ToolResult {
   struct File {
     enum class Kind { added, known, unused };
 
     Kind kind = Kind::unused;
     std::string path;
-    int number = 0;    ///< Its wave number; 0 for an unused file.
+    int number = 0;    ///< Wave number; 0 for an unused file.
     std::string name;  ///< As the list of samples shows it.
-    std::string note;  ///< Why it is not used, or what is to be said of it.
+    std::string note;  ///< Why the file is not used, or a remark about it.
   };
 
-  bool isDone = false;      ///< The program has ended as it should.
-  std::vector<File> files;  ///< Of the command "add".
-  std::string lastLine;     ///< What the program said last, for a person.
+  bool isDone = false;      ///< The program ended without an error.
+  std::vector<File> files;  ///< Filled by the command "add".
+  std::string lastLine;     ///< The last line that the program printed for the user.
 
-  /// The wave numbers of new sounds, and of those that were there too.
+  /// The wave numbers of the new sounds; then those of all usable ones, including the already known.
   std::vector<int> added() const;
   std::vector<int> usable() const;
 };
 
-/// One run at a time. Calls back on the message thread. The program runs apart, so that a broken file harms nothing
-/// that plays. Message thread.
+/// One run at a time. Calls back on the message thread. It is a separate process, so that a broken file cannot harm
+/// what plays. Message thread only.
 class ContentTool {
  public:
-  /// The program is looked for beside this one, then in the folder bin beside its folder.
+  /// Looks for the program beside this one, then in the folder bin beside this one's folder.
   ContentTool();
-  /// A run that is under way ends, and everything that it did is taken back.
+  /// Ends a run in progress; the program then takes back what it did.
   ~ContentTool();
   ContentTool(const ContentTool&) = delete;
   ContentTool& operator=(const ContentTool&) = delete;
 
-  /// Whether the program is there.
+  /// Whether the program was found.
   bool isThere() const { return program.existsAsFile(); }
   bool isRunning() const { return run != nullptr; }
 
-  /// Starts the program; `onProgress` hears from 0 to 1. It must be there, and not be running.
+  /// Starts the program. `onProgress` gets values from 0 to 1. The program must have been found and must not be
+  /// running.
   void start(const juce::StringArray& arguments, std::function<void(double)> onProgress,
              std::function<void(const ToolResult&)> onDone);
 
@@ -58,7 +59,8 @@ class ContentTool {
   std::shared_ptr<Run> run;
 };
 
-/// Takes in a line of the program's output, fields parted by tabs. Returns the progress if it tells that, else -1.
+/// Reads a line of the program's output, whose fields are separated by tabs. Returns the progress if the line tells it,
+/// else -1.
 double takeToolLine(const std::string& line, ToolResult& result);
 
 }  // namespace tesh::bramel::standalone

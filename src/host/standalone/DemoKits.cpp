@@ -1,4 +1,4 @@
-// Looks every few milliseconds which kit the demo needs.
+// Checks every few milliseconds which kit the demo needs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/DemoKits.h"
 
@@ -49,7 +49,7 @@ void DemoKits::choose(const std::string& name) {
       continue;
     }
     if (program == processor.getCurrentProgram()) {
-      // A selected program keeps its edits until another one is selected.
+      // The selected program keeps its edits until another one is selected.
       processor.setCurrentProgram(program == 0 ? 1 : 0);
     }
     processor.setCurrentProgram(program);

@@ -12,8 +12,8 @@
 
 namespace tesh::bramel::standalone {
 
-/// Starts and stops the demo. Its kits are programs of the processor, which brings the user's sound back when the demo
-/// stops. A demo without kits plays what is selected, and changes nothing. Message thread.
+/// Starts and stops the demo. Its kits are programs of the processor; the user's sound is restored when the demo stops.
+/// A demo without kits plays the selected sound and changes nothing. Message thread only.
 class DemoKits final : private juce::Timer {
  public:
   /// Both outlive this object.

@@ -73,7 +73,7 @@ std::int64_t DemoPlayer::endOfBlock(std::int64_t latest) const {
 }
 
 void DemoPlayer::chooseKit(std::int64_t length) {
-  constexpr double kAhead = 0.1;  ///< Seconds, in which the message thread selects it.
+  constexpr double kAhead = 0.1;  ///< Seconds that the message thread has for selecting the kit.
   const std::int64_t place = position + frameOf(kAhead);
   const std::size_t coming = kitAt(place < length ? place : 0);
   kitIndex = coming;

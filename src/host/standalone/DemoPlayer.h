@@ -1,4 +1,4 @@
-// Plays the demo in a loop, block by block, for whoever wants to play along.
+// Plays the demo in a loop, block by block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,8 @@
 
 namespace tesh::bramel::standalone {
 
-/// Starts and stops with the next block. A start begins at the first beat; a stop ends the notes that sound.
+/// A start or stop takes effect with the next block. A start begins at the first beat; a stop ends the notes that
+/// sound.
 class DemoPlayer {
  public:
   explicit DemoPlayer(DemoScore newScore);
@@ -27,22 +28,23 @@ class DemoPlayer {
   bool isPlaying() const { return isWanted; }
   bool hasScore() const { return !score.isEmpty(); }
 
-  /// The number of the score's kit that plays or comes soon: a kit takes a moment to load.
+  /// The number of the score's kit that plays or is about to play. It changes 0.1 s early, because a kit takes a moment
+  /// to load.
   std::size_t kit() const { return kitIndex; }
   /// Empty if the score has no such kit.
   const std::string& kitName(std::size_t kit) const;
-  /// Tells that the kit is selected. The piece waits at a kit's start until it is, as on a busy machine.
+  /// Tells that the kit has been selected. The piece waits at the beginning of a kit until then.
   void tellSelected(std::size_t kit) { selectedKit = kit; }
 
-  /// While no block is played. Keeps the place in the piece.
+  /// Must not run during a block. The position in the piece is kept.
   void setSampleRate(double newRate);
 
   // Audio thread, in this order for each block.
 
-  /// Takes in what is wanted, and returns the length of the next block in frames: 1 to `frames`. It ends where the demo
-  /// moves a controller, changes its tempo or its kit, or begins anew.
+  /// Applies a start or stop, and returns the length of the next block in frames, 1 to `frames`. The block ends where
+  /// the demo moves a controller, changes tempo or kit, or starts over.
   int beginBlock(int frames);
-  /// Of the block that was begun. The tempo is the demo's also at rest, so that effects in time keep theirs.
+  /// Of the block that has begun. Also the demo's tempo while it is stopped, so that tempo effects keep theirs.
   double beatsPerMinute() const { return score.tempoAt(seconds()).beatsPerMinute; }
   bool isMoving() const { return moving; }
   std::int64_t frame() const { return position; }
@@ -68,11 +70,11 @@ class DemoPlayer {
   std::atomic<std::size_t> kitIndex = 0;  ///< Of the score's kits.
   std::atomic<std::size_t> selectedKit = 0;
 
-  // The audio thread's.
+  // Audio thread only.
   bool moving = false;
-  bool isWaiting = false;     ///< For the kit.
+  bool isWaiting = false;     ///< Waiting for the kit to be selected.
   std::int64_t position = 0;  ///< Frames from the piece's start.
-  std::size_t next = 0;       ///< Of the events.
+  std::size_t next = 0;       ///< Index of the next event.
   std::array<bool, kNotes> isSounding{};
 };
 

@@ -80,7 +80,7 @@ DemoScore readDemoScore(std::span<const std::uint8_t> file) {
   if (score.isEmpty() || !(end > 0.0 && end < kLongestSeconds)) {
     return {};
   }
-  // A bar that is full but for the rounding of its ticks is not followed by an empty one.
+  // Rounded tick positions must not add an empty bar after a full one.
   constexpr double kRounding = 1e-3;
   const DemoScore::Tempo& tempo = score.tempos.back();
   const double bar = kBeatsPerBar * kSecondsPerMinute / tempo.beatsPerMinute;

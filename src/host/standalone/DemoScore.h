@@ -13,41 +13,40 @@ namespace tesh::bramel::standalone {
 
 inline constexpr double kSecondsPerMinute = 60.0;
 
-/// A piece that is repeated from its start. Empty if there is nothing to play.
+/// A piece that repeats. Empty if there is nothing to play.
 struct DemoScore {
   struct Event {
     double seconds = 0.0;
     std::array<std::uint8_t, 3> bytes{};
     int size = 0;
 
-    /// A controller or pitch bend. It may move a macro, and macros move at the start of a block alone.
+    /// True for a controller or pitch bend, which may move a macro: macros move only at the start of a block.
     bool needsBlockStart() const;
   };
 
   struct Tempo {
     double seconds = 0.0;
     double beatsPerMinute = 120.0;
-    double beat = 0.0;  ///< Of the piece, where this tempo begins.
+    double beat = 0.0;  ///< Beat of the piece at which this tempo begins.
   };
 
   struct Kit {
     double seconds = 0.0;
-    std::string name;  ///< Of a factory program.
+    std::string name;  ///< Name of a factory program.
   };
 
-  std::vector<Event> events;      ///< By time, as the others.
+  std::vector<Event> events;      ///< In time order, like the other lists.
   std::vector<Tempo> tempos{{}};  ///< The first begins at 0.
-  std::vector<Kit> kits;          ///< What plays from when; empty for a piece that takes what is selected.
-  double seconds = 0.0;           ///< Of one round; whole bars of four beats from the last tempo on.
+  std::vector<Kit> kits;  ///< Kits and the times at which they begin; empty for a piece that plays the selected sound.
+  double seconds = 0.0;   ///< Length of one round: whole bars of four beats, counted from the last tempo change.
 
   bool isEmpty() const { return events.empty(); }
 
-  /// Never fails: before 0 the first.
+  /// Never fails: before the first tempo it returns the first.
   const Tempo& tempoAt(double time) const;
 };
 
-/// The score in the bytes of a standard MIDI file, empty if they are something else or hold no notes. A text event
-/// "program=NAME" selects a kit.
+/// Reads a standard MIDI file; empty if the bytes are none or hold no notes. A text event "program=NAME" selects a kit.
 DemoScore readDemoScore(std::span<const std::uint8_t> file);
 
 }  // namespace tesh::bramel::standalone

@@ -22,11 +22,11 @@
 namespace tesh::bramel::standalone::desktop {
 namespace {
 
-constexpr float kPlainDots = 96.0F;  ///< An inch, where the desktop does not scale.
+constexpr float kPlainDots = 96.0F;  ///< Dots an inch where the desktop does not scale.
 constexpr float kLargestScale = 4.0F;
 
-/// libjack tells the standard error each time that no server runs. The program says it in its window. PipeWire's
-/// libjack takes no function for that, but this variable, which the user may have set.
+/// libjack prints a message to the standard error each time that no server runs; the program shows this in its window
+/// instead. PipeWire's libjack offers no function to turn it off, only this variable, which the user may have set.
 void silenceJack() {
   ::setenv("PIPEWIRE_DEBUG", "0", 0);
   using Say = void (*)(const char*);
@@ -42,7 +42,7 @@ void silenceJack() {
   }
 }
 
-/// The desktop's dots an inch among the X server's resources; 0 if it has set none.
+/// The desktop's dots an inch in the X server's resources; 0 if none are set.
 float desktopDots() {
   Display* const display = juce::XWindowSystem::getInstance()->getDisplay();
   const char* const text = display == nullptr ? nullptr : XResourceManagerString(display);
@@ -56,7 +56,7 @@ float desktopDots() {
   return 0.0F;
 }
 
-/// Written to by the handler of signals; -1 while nobody listens.
+/// Descriptor that the signal handler writes to; -1 while nobody listens.
 volatile std::sig_atomic_t endFile = -1;
 
 void askToEnd(int /*signal*/) {
@@ -114,7 +114,7 @@ EndRequests::EndRequests(std::function<void()> save, std::function<void()> end) 
   impl->end = std::move(end);
   const int file = ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
   if (file < 0) {
-    return;  // The system's own way of ending a program stays.
+    return;  // Signals then end the program in the default way.
   }
   juce::LinuxEventLoop::registerFdCallback(file, [this](int readable) {
     std::uint64_t count = 0;
@@ -125,7 +125,7 @@ EndRequests::EndRequests(std::function<void()> save, std::function<void()> end) 
   });
   endFile = file;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    // Who starts it by nohup wants it to outlive a hang-up.
+    // A program started by nohup must survive a hang-up.
     if (std::signal(signal, askToEnd) == SIG_IGN) {
       std::signal(signal, SIG_IGN);
     }

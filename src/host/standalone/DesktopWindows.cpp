@@ -16,7 +16,7 @@
 namespace tesh::bramel::standalone::desktop {
 namespace {
 
-constexpr float kPlainDots = 96.0F;  ///< An inch, where the desktop does not scale.
+constexpr float kPlainDots = 96.0F;  ///< Dots an inch where the desktop does not scale.
 constexpr float kLargestScale = 4.0F;
 
 float clampedScale(float scale) { return std::clamp(scale, 1.0F, kLargestScale); }
@@ -43,10 +43,10 @@ float scale() {
 
 void runMessages() { juce::MessageManager::getInstance()->runDispatchLoop(); }
 
-void nameWindow(void* /*nativeWindow*/) {}  // Windows goes by the program's file.
+void nameWindow(void* /*nativeWindow*/) {}  // Windows takes the name from the program's file.
 
-// By its manifest the program draws for each screen itself. JUCE, which has no say in the manifest, takes all
-// coordinates as pixels of the screen and leaves these messages alone.
+// By its manifest, the program itself draws at each screen's scale. JUCE does not know about that manifest: it takes
+// all coordinates as screen pixels and ignores these messages.
 struct WindowScale::Impl {
   Impl(HWND scaledWindow, std::function<void(float)> onScale)
       : tell(std::move(onScale)),
@@ -68,7 +68,7 @@ struct WindowScale::Impl {
     if (message != WM_DPICHANGED) {
       return CallWindowProcW(own->before, window, message, wide, other);
     }
-    // Where the system suggests, most of the window is on the new screen. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    // At the suggested place most of the window is on the new screen. NOLINTNEXTLINE(performance-no-int-to-ptr)
     if (const auto* const place = reinterpret_cast<const RECT*>(other)) {
       SetWindowPos(window, nullptr, place->left, place->top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
@@ -92,7 +92,7 @@ WindowScale::~WindowScale() = default;
 bool hasTerminal() { return false; }  // A program with windows has no console.
 
 void say(const char* text, std::FILE* stream) {
-  // A file or a pipe that the starter gave, else the console in which the command was typed.
+  // Prefers a file or pipe that the starting process gave, else the console in which the command was typed.
   HANDLE given = GetStdHandle(stream == stdout ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
   if (given != nullptr && given != INVALID_HANDLE_VALUE && GetFileType(given) != FILE_TYPE_UNKNOWN) {
     writeTo(given, text);
@@ -101,7 +101,7 @@ void say(const char* text, std::FILE* stream) {
   if (AttachConsole(ATTACH_PARENT_PROCESS) != FALSE) {
     HANDLE console = CreateFileW(L"CONOUT$", GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
     if (console != INVALID_HANDLE_VALUE) {
-      writeTo(console, "\r\n");  // The prompt has come back already.
+      writeTo(console, "\r\n");  // The prompt has already been printed again.
       writeTo(console, text);
       CloseHandle(console);
       return;
@@ -110,8 +110,8 @@ void say(const char* text, std::FILE* stream) {
   MessageBoxW(nullptr, platform::toWide(text).c_str(), L"Sivray", MB_OK);
 }
 
-// A hidden window of the desktop, which Windows asks whether the session may end, and to which it says that it ends. It
-// has the class of a text: a class of our own needs more. A window of messages alone would not be asked.
+// A hidden top-level window, which Windows asks whether the session may end and tells when it ends. It has the class of
+// static texts, because a class of our own would take more code. A message-only window would not be asked.
 struct EndRequests::Impl {
   Impl(std::function<void()> onQuestion, std::function<void()> onEnd)
       : save(std::move(onQuestion)),

@@ -1,4 +1,4 @@
-// The page that tells what became of dropped files, and takes them back.
+// The page that tells what became of dropped files, and undoes the import.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,13 +17,13 @@
 
 namespace tesh::bramel::standalone {
 
-/// The content of a pop-up: files that could not be used come first. Message thread only.
+/// The content of a pop-up. Lists files that could not be used first. Message thread only.
 class ImportView : public juce::Component, public IBWControlListener {
  public:
   static constexpr int kWidth = 480;
   static constexpr int kHeight = 300;
 
-  /// `fonts` outlives the view. `newUndo` is null where there is nothing to take back.
+  /// `fonts` outlives the view. `newUndo` is null if there is nothing to undo.
   ImportView(const ToolResult& result, IBramelFontProvider& fonts, std::function<void()> newUndo);
 
   void controlGestureBegan(IBWControl& control) override;

@@ -1,4 +1,4 @@
-// The commands that are given to the tool, and what follows from each.
+// The tool's commands, and what follows from each result.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Imports.h"
 
@@ -31,7 +31,7 @@ void Imports::add(const juce::StringArray& paths, std::optional<int> pad) {
     arguments.add("--pad");
     arguments.add(juce::String(*pad + 1));
   }
-  // Many paths would be more than Windows takes on a command line.
+  // The paths go into a file, because many would exceed Windows' limit for a command line.
   list = std::make_unique<juce::TemporaryFile>(".txt");
   const std::string lines = paths.joinIntoString("\n").toStdString();
   list->getFile().replaceWithData(lines.data(), lines.size());

@@ -1,4 +1,4 @@
-// Brings dropped files in, and takes them back: what the program does around the tool that works in the background.
+// Imports dropped files and undoes imports, by the tool that works in the background.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,31 +16,31 @@ namespace tesh::bramel::standalone {
 class Imports {
  public:
   struct Wishes {
-    /// The content has changed: the instrument is to be built anew with this state, or its own if that is empty. Then
-    /// pad `pad`, from 0, is to play the wave of a number.
+    /// The content has changed: build a new instrument, with this state or, if it is empty, the present one. Then make
+    /// pad `pad`, from 0, play wave `number`.
     std::function<void(const juce::MemoryBlock& state, std::optional<int> pad, int number)> reload;
-    std::function<juce::MemoryBlock()> state;  ///< Returns the instrument's now.
-    std::function<void()> changed;             ///< `text` or `result` has.
+    std::function<juce::MemoryBlock()> state;  ///< Returns the instrument's present state.
+    std::function<void()> changed;             ///< `text` or `result` has changed.
   };
 
   explicit Imports(Wishes newWishes) : wishes(std::move(newWishes)) {}
 
-  /// Whether files can be brought in here: the tool is installed, and the instrument takes the user's own content.
+  /// Whether files can be imported: the tool is installed, and the instrument plays the user's own content.
   bool canImport() const;
 
   /// Adds files and folders for a pad's role, or by their names. Does nothing while another run is under way.
   void add(const juce::StringArray& paths, std::optional<int> pad);
 
-  /// Takes the latest result's new sounds away again, and brings the sound of before back.
+  /// Removes the latest result's new sounds and restores the instrument's state from before.
   void undo();
 
-  /// Takes in factory content that was installed since, if there is some. Says nothing if there is none.
+  /// Adopts newer factory content, if some was installed since. Reports nothing if there is none.
   void refresh();
 
-  /// What is being done, or has been; empty for nothing to tell.
+  /// What is being done, or was done last; empty if there is nothing to report.
   const juce::String& text() const { return line; }
 
-  /// Of the latest files; nothing before the first ones and after an undo.
+  /// Of the latest import; nothing before the first one and after an undo.
   const std::optional<ToolResult>& result() const { return latest; }
   bool canUndo() const { return latest && !latest->added().empty() && !tool.isRunning(); }
   /// Lets `text` be empty until there is something new.

@@ -1,4 +1,4 @@
-// A MIDI port of the JACK server, whose library is opened at run time, as JUCE opens it for sound.
+// A MIDI port of the JACK server. Its library is opened at run time, as JUCE does for sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/JackMidi.h"
 
@@ -20,7 +20,7 @@ namespace {
 
 constexpr const char* kSequencer = "/dev/snd/seq";
 
-/// The functions of libjack, which stays loaded.
+/// The functions of libjack, which is never unloaded.
 struct Jack {
   static const Jack* library() {
     static const Jack loaded;
@@ -61,7 +61,7 @@ struct Jack {
   bool isWhole = false;
 };
 
-/// One client of the server with one port. Plays on nobody until `playOn`.
+/// A client of the server with one port. Plays on nothing until `playOn`.
 class JackMidiPort {
  public:
   /// Null if no server runs.
@@ -77,7 +77,8 @@ class JackMidiPort {
   JackMidiPort(const Jack& library, jack_client_t& newClient)
       : jack(library), client(newClient), rate(library.rate(&newClient)) {}
   ~JackMidiPort() {
-    if (running) {  // libjack crashes when a client outlives its server and is closed after a look for another one.
+    // libjack crashes if a client outlives its server and is closed after another server was looked for.
+    if (running) {
       jack.close(&client);
     }
   }
@@ -87,7 +88,7 @@ class JackMidiPort {
   /// False once the server has ended.
   bool isRunning() const { return running; }
 
-  /// Null for nobody. When this returns, nobody else is called any more.
+  /// Null for nobody. Once this returns, the previous player is no longer called.
   void playOn(juce::MidiInputCallback* newPlayer) {
     const std::lock_guard lock(playing);
     player = newPlayer;
@@ -132,13 +133,13 @@ class JackMidiPort {
   juce::MidiInputCallback* player = nullptr;
 };
 
-/// The server's input, whose port stays while the server runs, also while it is switched off: so the server is not
-/// asked again and again.
+/// The server's input. Its port stays open while the server runs, even while the input is switched off, so that the
+/// server is not contacted again and again.
 class JackInput {
  public:
   explicit JackInput(const Jack& library) : jack(library) {}
 
-  /// Empty if no server runs; another text for each new one.
+  /// Empty if no server runs; a different text for each new server.
   juce::String identifier() {
     if (port == nullptr || !port->isRunning()) {
       port = JackMidiPort::open(jack);

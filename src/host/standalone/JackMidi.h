@@ -6,11 +6,11 @@
 
 namespace tesh::bramel::standalone {
 
-/// The program's second client of a JACK server, which has its MIDI input.
+/// Name of the program's second JACK client, which has its MIDI input.
 inline constexpr const char* kJackMidiClient = "Sivray MIDI";
 
-/// Those that JUCE finds. On Linux without ALSA's sequencer, while a JACK server runs, its input "JACK": a port named
-/// "Sivray MIDI:in" that the user connects.
+/// The inputs that JUCE finds. On Linux without ALSA's sequencer, while a JACK server runs, the input "JACK": a port
+/// named "Sivray MIDI:in", which the user connects.
 MidiSystem systemMidi();
 
 }  // namespace tesh::bramel::standalone

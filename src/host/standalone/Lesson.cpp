@@ -1,4 +1,4 @@
-// Pairs what is touched on the panel with what then comes from a MIDI input.
+// Pairs a pad or knob that is touched with the next note or controller from a MIDI input.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Lesson.h"
 

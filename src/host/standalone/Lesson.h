@@ -1,4 +1,5 @@
-// Teaches the program which drum plays a pad, and which controller moves a knob: the user touches one, then the other.
+// Learns which drum plays a pad, and which controller moves a knob: the user touches the one on the panel, then the
+// other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,14 +11,14 @@
 
 namespace tesh::bramel::standalone {
 
-/// Goes on from one pair to the next until it is stopped. Message thread only.
+/// Learns pair after pair until it is stopped. Message thread only.
 class Lesson final : private juce::Timer, private juce::AudioProcessorListener {
  public:
   struct Pupil {
     std::function<void(int drum, int padNote)> note;
-    /// `parameter` counts those of the processor. False if it could not be kept.
+    /// `parameter` is the processor's index. Returns false if the pair could not be saved.
     std::function<bool(int controller, int parameter)> controller;
-    /// What `text` tells has changed.
+    /// Called when `text` has changed.
     std::function<void()> changed;
   };
 
@@ -33,7 +34,7 @@ class Lesson final : private juce::Timer, private juce::AudioProcessorListener {
   /// One line for the user: what was learnt, and what to do next.
   const juce::String& text() const { return line; }
 
-  /// Takes in what was played since the last look. The timer's work; for tests.
+  /// Handles what was played since the last call. Called by the timer and by tests.
   void look();
 
  private:
@@ -54,7 +55,7 @@ class Lesson final : private juce::Timer, private juce::AudioProcessorListener {
   juce::AudioProcessor& processor;
   Pupil pupil;
   Subject subject = Subject::none;
-  int touched = -1;  ///< The pad's note, or the parameter; -1 while none is touched.
+  int touched = -1;  ///< The pad's note or the parameter's index; -1 if none is touched.
   juce::String line;
 };
 

@@ -1,4 +1,4 @@
-// Compares the machine's MIDI inputs with those that are open.
+// Compares the machine's MIDI inputs with the open ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/MidiInputs.h"
 

@@ -1,5 +1,6 @@
-// The machine's MIDI inputs. Where programs share them all play, but for those that the user has switched off; on
-// Windows, where an input belongs to the program that opens it first, only those that the user has switched on.
+// The machine's MIDI inputs. Where programs share inputs, all are open except those that the user has switched off. On
+// Windows, where an input belongs to the program that opens it first, only those are open that the user has switched
+// on.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,10 +14,10 @@
 
 namespace tesh::bramel::standalone {
 
-/// The inputs that the machine has, and how one is opened.
+/// How the machine's inputs are listed and opened.
 struct MidiSystem {
   std::function<juce::Array<juce::MidiDeviceInfo>()> list = juce::MidiInput::getAvailableDevices;
-  /// Null if it does not open; else it plays on the callback until the result is let go.
+  /// Null if the input cannot be opened; otherwise it calls the callback until the result is destroyed.
   std::function<std::shared_ptr<void>(const juce::String& identifier, juce::MidiInputCallback&)> open =
       [](const juce::String& identifier, juce::MidiInputCallback& player) {
         std::shared_ptr<juce::MidiInput> input = juce::MidiInput::openDevice(identifier, &player);
@@ -29,18 +30,18 @@ struct MidiSystem {
   bool opensUnasked = false;
   const char* refusal = "in use by another program";
 #else
-  bool opensUnasked = true;                     ///< Inputs that the user has not switched are on.
-  const char* refusal = "it cannot be opened";  ///< What an input that does not open most likely means.
+  bool opensUnasked = true;                     ///< Inputs that the user has never switched are on.
+  const char* refusal = "it cannot be opened";  ///< The likely reason why an input does not open.
 #endif
 };
 
-/// Opens devices also when they are plugged in later. Message thread only.
+/// Also opens devices that are plugged in later. Message thread only.
 class MidiInputs : private juce::Timer {
  public:
   struct Device {
     juce::String name;
-    bool isOn = true;    ///< Wanted.
-    bool isOpen = true;  ///< It plays. One that is on and does not open is tried again from time to time.
+    bool isOn = true;    ///< The user wants it.
+    bool isOpen = true;  ///< It plays. A device that is on but does not open is tried again from time to time.
     bool operator==(const Device&) const = default;
   };
 
@@ -48,22 +49,22 @@ class MidiInputs : private juce::Timer {
   explicit MidiInputs(juce::MidiInputCallback& player, MidiSystem machine = {})
       : callback(player), system(std::move(machine)) {}
 
-  /// After each change of `devices`.
+  /// Called after each change of `devices`.
   std::function<void()> onChange;
 
-  /// Opens the devices that are on, and looks for more from time to time. `newNamesSwitched` as `namesSwitched` gave it
+  /// Opens the devices that are on, and keeps looking for new ones. `newNamesSwitched` is what `namesSwitched` returned
   /// the last time.
   void start(const juce::StringArray& newNamesSwitched);
 
   void setOn(const juce::String& name, bool isOn);
 
   const std::vector<Device>& devices() const { return list; }
-  /// What to say of a device that is on and not open.
+  /// Text for a device that is on but not open.
   const char* refusal() const { return system.refusal; }
-  /// Of the devices that the user has switched from what they usually are, also of those that are not there now.
+  /// Names of the devices that the user has switched away from the default, including those that are not connected now.
   const juce::StringArray& namesSwitched() const { return switched; }
 
-  /// Looks for inputs that have come or gone. The timer's work; for tests.
+  /// Looks for inputs that have come or gone. Called by the timer and by tests.
   void look();
 
  private:

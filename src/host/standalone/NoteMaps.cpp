@@ -1,4 +1,4 @@
-// Remembers the chosen map by its name.
+// Stores the chosen map by its name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/NoteMaps.h"
 

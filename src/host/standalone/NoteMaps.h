@@ -1,4 +1,4 @@
-// Which notes of the MIDI inputs play which pads: a map by name, or the one that the user has taught the program.
+// Maps notes of the MIDI inputs to pads: by a named map, or by the one that the user has taught the program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,18 +13,18 @@ namespace tesh::bramel::standalone {
 /// Message thread only.
 class NoteMaps {
  public:
-  /// Takes up the last choice. `newSettings` outlive this object.
+  /// Restores the last choice. `newSettings` outlives this object.
   explicit NoteMaps(Settings& newSettings);
 
-  /// The named maps, and last "Learn": General MIDI with the notes that were taught.
+  /// The named maps, then "Learn": General MIDI plus the notes that were taught.
   static std::vector<std::string> names();
   static int learnedRow();
 
   int chosenRow() const { return row; }
-  /// Rows out of range are ignored. Remembered.
+  /// Ignores rows out of range. The choice is saved.
   void choose(int newRow);
 
-  /// From now on, and under "Learn", the note `drum` plays `padNote`. Both 0 to 127. Remembered.
+  /// Adds to the map "Learn" that the note `drum` plays `padNote`, both 0 to 127. Saved. Does not choose that map.
   void teach(int drum, int padNote);
 
   cofu::core::NoteMap map() const;

@@ -1,4 +1,4 @@
-// Follows the focus, so that the pads' keys are seen before the component that has it.
+// Follows the focus, so that the pads' keys are seen before the focused component gets them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/PadKeyboard.h"
 
@@ -9,13 +9,13 @@
 namespace tesh::bramel::standalone {
 namespace {
 
-/// In a text field, or while a dialog asks something.
+/// A text field has the focus, or a dialog is open.
 bool isTyping() {
   return dynamic_cast<juce::TextEditor*>(juce::Component::getCurrentlyFocusedComponent()) != nullptr ||
          juce::Component::getCurrentlyModalComponent() != nullptr;
 }
 
-/// In a list, which finds names by their letters.
+/// A list has the focus, which searches names by letters.
 bool isSeeking() {
   const auto* const focused = juce::Component::getCurrentlyFocusedComponent();
   return focused != nullptr && focused->findParentComponentOfClass<BWSimpleListView>() != nullptr;

@@ -1,5 +1,5 @@
-// Hears the computer's keys wherever the focus stands in the program's window, and leaves them to text fields and
-// lists.
+// Plays the pads by the computer's keys, wherever the focus is in the program's window, but leaves keys to text fields
+// and lists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,14 +11,14 @@
 
 namespace tesh::bramel::standalone {
 
-/// A list with the focus takes the letters; the space bar stays the demo's. Message thread only.
+/// A list with the focus gets the letters; the space bar always belongs to the demo. Message thread only.
 class PadKeyboard final : private juce::KeyListener, private juce::FocusChangeListener {
  public:
-  /// `window` outlives this object. `toggleDemo` hears the space bar.
+  /// `window` outlives this object. `toggleDemo` is called for the space bar.
   PadKeyboard(juce::Component& window, PadKeys::Strike strike, std::function<void()> toggleDemo);
   ~PadKeyboard() override;
 
-  /// When the window has lost the keyboard.
+  /// Call when the window has lost the keyboard focus.
   void releaseAll() { keys.releaseAll(); }
 
  private:
@@ -27,7 +27,7 @@ class PadKeyboard final : private juce::KeyListener, private juce::FocusChangeLi
   void globalFocusChanged(juce::Component* focused) override;
 
   juce::Component& top;
-  juce::Component::SafePointer<juce::Component> listenedTo;  ///< The component that has the focus, beside `top`.
+  juce::Component::SafePointer<juce::Component> listenedTo;  ///< The focused component, unless that is `top`.
   PadKeys keys;
   std::function<void()> onSpace;
 };

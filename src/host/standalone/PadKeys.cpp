@@ -1,4 +1,4 @@
-// Compares the keys with those that were down before.
+// Compares the keys that are down with those that were down before.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/PadKeys.h"
 

@@ -11,13 +11,13 @@
 
 namespace tesh::bramel::standalone {
 
-/// Turns keys that are down into notes: one note-on when a key goes down, however long it repeats, and one note-off
-/// when it comes up. Message thread only.
+/// Turns keys into notes: one note-on when a key goes down, however often it repeats, and one note-off when it comes
+/// up. Message thread only.
 class PadKeys {
  public:
   static constexpr std::array<int, panel::kPads> kKeys{'a', 's', 'd', 'f', 'g', 'h', 'j', 'k'};
 
-  /// Hears of a pad's note, and whether it begins.
+  /// Called with a pad's note, and true for its beginning.
   using Strike = std::function<void(int note, bool isOn)>;
 
   explicit PadKeys(Strike newStrike) : strike(std::move(newStrike)) {}
@@ -25,11 +25,12 @@ class PadKeys {
   /// True for the letter of a pad, upper or lower case.
   static bool isPadKey(int key);
 
-  /// To be called after any key has moved. `isDown` tells whether a key of kKeys is down. While `mayStrike` is false,
-  /// as in a text field, keys that go down are ignored until they have come up; keys that sound still end their notes.
+  /// Call after any key has moved. `isDown` tells whether a key of kKeys is down. While `mayStrike` is false, as in a
+  /// text field, keys that go down are ignored until they have come up again; keys that already sound still end their
+  /// notes.
   void keysMoved(const std::function<bool(int key)>& isDown, bool mayStrike);
 
-  /// Ends all notes, as when the window has lost the keyboard.
+  /// Ends all notes, for example when the window has lost the keyboard focus.
   void releaseAll();
 
  private:

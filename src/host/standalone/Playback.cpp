@@ -1,4 +1,4 @@
-// Cuts the device's blocks into those of the instrument, and gives each its events.
+// Cuts the device's blocks into blocks of the instrument, and passes each its events.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Playback.h"
 
@@ -14,8 +14,8 @@ namespace tesh::bramel::standalone {
 namespace {
 
 constexpr int kChannels = 2;
-constexpr std::size_t kEventBytes = 65536;  ///< More than any block brings, so that no block takes memory.
-constexpr juce::uint8 kPadVelocity = 100;   ///< As the panel's own pads strike.
+constexpr std::size_t kEventBytes = 65536;  ///< More than any block needs, so that no block allocates.
+constexpr juce::uint8 kPadVelocity = 100;   ///< The same as the panel's own pads.
 
 constexpr double kToneHertz = 440.0;
 constexpr double kToneSeconds = 0.5;
@@ -154,7 +154,7 @@ void Playback::render(int frames) {
   addTestTone(frames);
 }
 
-/// What the instrument gives to its host are the notes of its panel.
+/// The messages that the instrument sends to its host are the notes of its panel.
 void Playback::hearPanel() {
   for (const juce::MidiMessageMetadata event : events) {
     if (event.getMessage().isNoteOn()) {

@@ -1,4 +1,4 @@
-// What the sound device plays: the instrument, struck by keys, MIDI devices and the demo.
+// The sound device's callback: plays the instrument by keys, MIDI devices and the demo.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,17 +14,17 @@
 
 namespace tesh::bramel::standalone {
 
-/// Copes with blocks of any size and devices of any number of channels: a device of one channel plays the middle of
-/// both, and what a device has beyond two stays silent, but for its outputs for pads and effect, see
-/// SoundDevice::moreOutputsOf. The processor plays while a device runs.
+/// Accepts blocks of any size and devices of any number of channels. A device of one channel gets the mean of both;
+/// channels beyond two stay silent, except outputs for pads and effect, see SoundDevice::moreOutputsOf. The processor
+/// is prepared while a device runs.
 class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInputCallback, private juce::AudioPlayHead {
  public:
-  /// `instrument` outlives this object, and has no inputs and two outputs, with others that may be turned on.
+  /// `instrument` outlives this object. It has no inputs and two outputs, and more that can be turned on.
   Playback(juce::AudioProcessor& instrument, DemoScore score);
   ~Playback() override;
 
-  /// Plays another instrument from the next block on, which outlives this object or the next call; the one before is
-  /// then free to go. Message thread.
+  /// Plays another instrument from the next block on. It must outlive this object or the next call. Once this returns,
+  /// the previous instrument may be destroyed. Message thread.
   void setInstrument(juce::AudioProcessor& instrument);
 
   DemoPlayer& demo() { return demoPlayer; }
@@ -32,10 +32,10 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   /// Strikes or releases a pad. Message thread.
   void playNote(int note, bool isOn);
 
-  /// By which the MIDI inputs play from now on; at first each note plays itself. Any thread.
+  /// The map for notes of the MIDI inputs; initially each note plays itself. Any thread.
   void setNoteMap(const cofu::core::NoteMap& map);
 
-  /// The last of each kind since the last call; -1 for none.
+  /// The last note or controller of each kind since the previous call; -1 for none.
   struct Heard {
     int panelNote = -1;  ///< Struck on the panel or by `playNote`.
     int inputNote = -1;  ///< From a MIDI input, as the device sent it.
@@ -44,7 +44,7 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   /// Any thread.
   Heard takeHeard();
 
-  /// Plays half a second of 440 Hz, past the instrument. Any thread.
+  /// Plays half a second of 440 Hz, mixed in after the instrument. Any thread.
   void playTestTone();
 
   /// The number of the device's blocks so far. Any thread.
@@ -59,7 +59,7 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
                                         const juce::AudioIODeviceCallbackContext& context) override;
   void handleIncomingMidiMessage(juce::MidiInput* source, const juce::MidiMessage& message) override;
 
-  /// Without a device: for `rate` in Hz and blocks of up to `frames`, for a device with so many outputs behind its own.
+  /// Prepares without a device: rate in Hz, longest block in frames, and the number of outputs for pads and effect.
   void prepare(double rate, int frames, int moreOutputs = 0);
 
  private:
@@ -71,23 +71,23 @@ class Playback final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   void copyTo(float* const* outputs, int outputCount, int from, int frames) const;
 
   juce::AudioProcessor* processor;
-  juce::SpinLock instrumentLock;  ///< Keeps `processor` as it is while a block plays.
+  juce::SpinLock instrumentLock;  ///< Held while a block uses `processor`.
   DemoPlayer demoPlayer;
-  std::mutex translatorMutex;  ///< Of the MIDI inputs' threads.
+  std::mutex translatorMutex;  ///< The MIDI inputs' threads take it.
   cofu::core::NoteTranslator translator;
   std::atomic<int> panelNote = -1;
   std::atomic<int> inputNote = -1;
   std::atomic<int> inputController = -1;
   juce::MidiMessageCollector collector;
-  juce::MidiBuffer live;    ///< Of the device's whole block.
-  juce::MidiBuffer events;  ///< Of the part that is rendered.
+  juce::MidiBuffer live;    ///< For the device's whole block.
+  juce::MidiBuffer events;  ///< For the part that is rendered.
   juce::AudioBuffer<float> sound;
   double sampleRate = 0.0;
   int longestBlock = 0;
   bool hasOuts = false;  ///< The device has outputs for pads and effect.
   std::atomic<std::uint64_t> blocks = 0;
   std::atomic<bool> isToneWanted = false;
-  int toneFrame = 0;  ///< Of the test tone; at its end while none sounds.
+  int toneFrame = 0;  ///< Position in the test tone; `toneFrames` while none sounds.
   int toneFrames = 0;
 };
 

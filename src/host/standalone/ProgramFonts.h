@@ -1,4 +1,4 @@
-// The panel's faces and one of its pictures, for what the program shows around it.
+// The panel's typefaces and one of its pictures, for the program's strip and pages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -30,7 +30,7 @@ class ProgramFonts final : public IBramelFontProvider {
     return store.getFont(name, height);
   }
 
-  /// A lit pad; empty if there is none.
+  /// The picture of a lit pad; an empty image if it is missing.
   juce::Image getIcon() {
     constexpr int kDoubleSet = 2;
     const auto box = store.getImage("Sivray_Pad_On", kDoubleSet);

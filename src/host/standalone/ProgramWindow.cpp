@@ -1,4 +1,4 @@
-// Lays strip, panel and pop-ups over one another.
+// Lays out strip, panel and pop-ups on top of each other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/ProgramWindow.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kPadTitle = "Pad ";
 
-/// The pad of the panel to which a component belongs; null for none.
+/// The panel's pad that contains the component; null for none.
 juce::Component* padOf(juce::Component* component) {
   while (component != nullptr && !component->getTitle().startsWith(kPadTitle)) {
     component = component->getParentComponent();
@@ -21,7 +21,7 @@ juce::Component* padOf(juce::Component* component) {
   return component;
 }
 
-/// Shows where files would go.
+/// Frames the place where files would be dropped.
 class DropMark final : public juce::Component {
  public:
   DropMark() { setInterceptsMouseClicks(false, false); }
@@ -36,7 +36,7 @@ class DropMark final : public juce::Component {
 
 }  // namespace
 
-/// In the screen's pixels. The strip stands in a slot that covers the panel too, so that its pop-ups darken all.
+/// In screen pixels. The strip is in a slot that covers the panel too, so that its pop-ups darken both.
 class ProgramWindow::Content : public juce::Component, public juce::FileDragAndDropTarget {
  public:
   Content(std::unique_ptr<TransportStrip> newStrip, std::unique_ptr<juce::AudioProcessorEditor> newEditor,

@@ -14,20 +14,20 @@
 
 namespace tesh::bramel::standalone {
 
-/// Of the desktop's own frame, and of a fixed size. Message thread only.
+/// Has the desktop's own frame and a fixed size. Message thread only.
 class ProgramWindow final : public juce::DocumentWindow, private juce::ComponentPeer::ScaleFactorListener {
  public:
-  /// What the user does with the window.
+  /// Called for what happens to the window.
   struct Events {
     std::function<void()> closed;
-    std::function<void(juce::Point<int>)> moved;  ///< To a top left corner of the screen.
-    std::function<void()> deactivated;            ///< Another window has the keyboard.
-    std::function<void(float)> scaled;            ///< By the system, on the screen on which it stands now.
-    /// Files are dropped on a pad, from 0, or elsewhere. They are refused without this function.
+    std::function<void(juce::Point<int>)> moved;  ///< To this top left corner, in screen pixels.
+    std::function<void()> deactivated;            ///< Another window has got the keyboard focus.
+    std::function<void(float)> scaled;            ///< By the system, for the window's present screen.
+    /// Files were dropped on a pad, counted from 0, or elsewhere. Without this function they are refused.
     std::function<void(const juce::StringArray& files, std::optional<int> pad)> dropped;
   };
 
-  /// Takes over `strip` and `editor`. A pixel of the panel takes `scale` pixels of the screen each way.
+  /// Takes over `strip` and `editor`. Each pixel of the panel takes `scale` by `scale` screen pixels.
   ProgramWindow(std::unique_ptr<TransportStrip> strip, std::unique_ptr<juce::AudioProcessorEditor> editor, float scale,
                 Events newEvents);
   ~ProgramWindow() override;
@@ -35,12 +35,12 @@ class ProgramWindow final : public juce::DocumentWindow, private juce::Component
   /// Shows the window at `position`, or in the middle of the screen if that is not on a screen.
   void open(std::optional<juce::Point<int>> position);
 
-  /// The window's size follows; its top left corner stays.
+  /// The window is resized; its top left corner stays.
   void setScale(float scale);
 
   TransportStrip& strip();
 
-  /// Takes over another editor of the same size in the place of the one before, if there is one. Null takes that away.
+  /// Replaces the editor by one of the same size, which it takes over. Null removes it.
   void setEditor(std::unique_ptr<juce::AudioProcessorEditor> editor);
 
   void closeButtonPressed() override;

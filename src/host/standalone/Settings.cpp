@@ -1,4 +1,4 @@
-// The setup as named values of one XML file.
+// Stores the setup as named values in an XML file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Settings.h"
 

@@ -1,5 +1,5 @@
-// What the program remembers from one start to the next: the setup, the notes that it was taught and the sound, a file
-// each in one folder.
+// What the program remembers between runs: the setup, the notes that it was taught, and the sound. Each is a file in
+// one folder.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,17 +12,17 @@
 
 namespace tesh::bramel::standalone {
 
-/// The setup is saved soon after each change, the notes at once. Files are replaced in one step, and one that is broken
-/// counts as empty. Message thread only.
+/// The setup is saved soon after each change, the notes at once. A file is replaced in one step; a broken one counts as
+/// empty. Message thread only.
 class Settings {
  public:
-  /// `newFolder` is made when something is saved.
+  /// `newFolder` is created when something is saved.
   explicit Settings(const juce::File& newFolder);
 
   DeviceChoice device() const;
   void setDevice(const DeviceChoice& choice);
 
-  /// As MidiInputs has them.
+  /// In the form of MidiInputs::namesSwitched.
   juce::StringArray midiNamesSwitched() const;
   void setMidiNamesSwitched(const juce::StringArray& names);
 
@@ -30,22 +30,22 @@ class Settings {
   juce::String noteMapName() const { return file.getValue("noteMap"); }
   void setNoteMapName(const juce::String& name) { file.setValue("noteMap", name); }
 
-  /// Lines that do not hold are left out.
+  /// Invalid lines are left out.
   TaughtNotes taughtNotes() const;
   void setTaughtNotes(const TaughtNotes& notes);
 
-  /// Whether a sample sounds when it is chosen; at first it does.
+  /// Whether a sample sounds when it is chosen; true at first.
   bool hearsChoices() const { return file.getBoolValue("hearsChoices", true); }
   void setHearsChoices(bool hears) { file.setValue("hearsChoices", hears); }
 
-  /// Of the window's content, in the screen's pixels. Nothing before the first move.
+  /// The top left corner of the window's content, in screen pixels; nothing before the first move.
   std::optional<juce::Point<int>> position() const;
   void setPosition(juce::Point<int> topLeft);
 
-  /// The instrument's state, the bytes that a song keeps; empty before the first end.
+  /// The instrument's state in the bytes of a host's song; empty if none was saved yet.
   juce::MemoryBlock state() const;
 
-  /// Writes at once, also what else has changed; false if the folder cannot be written to.
+  /// Writes at once, together with all other changes; false if the folder cannot be written to.
   bool saveState(const juce::MemoryBlock& bytes);
 
  private:

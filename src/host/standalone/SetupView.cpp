@@ -1,4 +1,4 @@
-// Four lists side by side, in the look of the panel's sample browser.
+// Lists side by side, in the look of the panel's sample browser.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/SetupView.h"
 
@@ -29,7 +29,7 @@ constexpr double kLabelFontHeight = 15.0;
 constexpr double kRowFontHeight = 13.0;
 constexpr double kButtonFontHeight = 12.0;
 
-/// Rows of switches: a box before each text, filled while what the row stands for plays.
+/// Rows with a box before each text, which is filled while the row's device or map is on.
 class SwitchRows final : public IBWSimpleListViewRenderer {
  public:
   SwitchRows(const juce::Font& rowFont, std::vector<bool> areOn) : font(rowFont), on(std::move(areOn)) {}
@@ -197,11 +197,11 @@ void SetupView::listRowSelected(BWSimpleListView& list, int row) {
   } else {
     return;
   }
-  if (wanted == current) {  // A click on the row that is marked.
+  if (wanted == current) {  // The marked row was clicked again.
     return;
   }
   if (&list == &outputs->list) {
-    wanted = devices[index];  // At its own rate and block.
+    wanted = devices[index];  // Rate and block are left to the device.
   }
   wishes.device(wanted);
 }

@@ -1,4 +1,4 @@
-// The page on which sound device, rate, block, MIDI inputs and what their notes play are chosen.
+// The page for choosing sound device, rate, block, MIDI inputs and note map.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,13 +21,13 @@
 
 namespace tesh::bramel::standalone {
 
-/// The content of a pop-up. A row acts when it is clicked. Message thread only.
+/// The content of a pop-up. A click on a row takes effect at once. Message thread only.
 class SetupView : public juce::Component, public IBWSimpleListViewListener, public IBWControlListener {
  public:
   static constexpr int kWidth = 740;
   static constexpr int kHeight = 320;
 
-  /// What the user asks for. A call may refresh the view.
+  /// The user's choices. A call may refresh the view.
   struct Wishes {
     std::function<void(const DeviceChoice&)> device;
     std::function<void(const juce::String& midiInput, bool isOn)> midi;
@@ -71,7 +71,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
   std::unique_ptr<Column> notes;
   std::unique_ptr<Column> choices;
   std::unique_ptr<Column> controllers;
-  std::vector<DeviceChoice> devices;  ///< Of the rows of `outputs`.
+  std::vector<DeviceChoice> devices;  ///< One per row of `outputs`.
 };
 
 }  // namespace tesh::bramel::standalone

@@ -1,5 +1,5 @@
-// Opens, watches and replaces the device. Devices of a sound server may vanish or change their rate without a word, so
-// they are looked at once a second.
+// Opens, watches and replaces the device. A sound server's device may vanish or change its rate without notice, so the
+// device is checked once a second.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/SoundDevice.h"
 
@@ -13,7 +13,7 @@
 
 #ifdef __linux__
 namespace juce {
-StringArray& getJackMoreOutputs();  // In the changed file of JUCE's; for devices that are made from then on.
+StringArray& getJackMoreOutputs();  // In JUCE's patched file; holds for devices made afterwards.
 }
 #endif
 
@@ -37,16 +37,18 @@ int moreOutputs() { return 0; }
 #endif
 
 constexpr int kWatchMilliseconds = 1000;
-constexpr int kSearchMilliseconds = 3000;  ///< To ask all systems of sound takes some milliseconds.
-/// A device that has stopped may still be on its way out of its last callback at the first look.
+/// Longer, because asking all of the system's device types takes some milliseconds.
+constexpr int kSearchMilliseconds = 3000;
+/// At the first check, a device that has stopped may still be inside its last callback.
 constexpr int kLooksUntilLost = 2;
 constexpr int kLooksUntilSilent = 3;
-/// For a device that leaves it to us: short enough to play, long enough for a plain desktop.
+/// For a device without a preference: short enough for playing, long enough for an ordinary desktop.
 constexpr int kUsualBlock = 256;
 constexpr std::array<int, 9> kBlocks{32, 48, 64, 96, 128, 256, 512, 1024, 2048};
 constexpr int kDeviceChannels = 2;
 
-/// The first that is not below the engine's own rate, which most devices have.
+/// The wanted rate if the device has it, else its first rate of 44100 Hz or more: most devices have the engine's own
+/// rate.
 double rateFor(juce::AudioIODevice& device, double wanted) {
   using cofu::core::kEngineRate;
   const auto rates = device.getAvailableSampleRates();
@@ -114,7 +116,7 @@ bool SoundDevice::openWanted() {
 bool SoundDevice::openDefault() {
   return std::any_of(types.begin(), types.end(), [this](const auto& type) {
     const auto names = type->getDeviceNames(false);
-    // JACK lists its clients in the order of their coming, and its sound card, under this name, among them.
+    // JACK lists its clients in the order in which they appeared; its sound card is the one named "system".
     const int index = names.contains("system") ? names.indexOf("system") : type->getDefaultDeviceIndex(false);
     return juce::isPositiveAndBelow(index, names.size()) &&
            tryToOpen(*type, {.type = type->getTypeName(), .name = names[index]});
@@ -179,7 +181,8 @@ juce::String SoundDevice::describe() const {
 }
 
 std::vector<DeviceChoice> SoundDevice::available() {
-  // The old ones go first: ALSA's type silences the library's complaints, and takes that back at its end.
+  // Destroyed before new ones are made: ALSA's type silences the library's error messages, and ends that in its
+  // destructor.
   if (device != nullptr) {
     std::move(types.begin(), types.end(), std::back_inserter(olderTypes));
   } else {

@@ -1,5 +1,4 @@
-// The sound device that the program plays on: opened as remembered or as found, watched, and opened again when it is
-// lost.
+// The sound device of the program: opened as remembered or as found, watched, and opened again when it is lost.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,13 +11,13 @@
 
 namespace tesh::bramel::standalone {
 
-/// Which device to open, and how. Empty texts and zeros leave the choice to the program and to the device.
+/// The device to open and its setup. Empty texts and zeros leave the choice to the program and the device.
 struct DeviceChoice {
   juce::String type;  ///< "JACK", "ALSA" or a type of Windows.
   juce::String name;
   double rate = 0.0;     ///< Hz.
   int block = 0;         ///< Frames.
-  bool hasOuts = false;  ///< With ports of its own for each pad and the effect; JACK alone.
+  bool hasOuts = false;  ///< With extra ports for each pad and the effect; JACK only.
 
   bool operator==(const DeviceChoice&) const = default;
 };
@@ -29,23 +28,24 @@ class SoundDevice : private juce::Timer {
   using Types = std::vector<std::unique_ptr<juce::AudioIODeviceType>>;
   using MakeTypes = std::function<Types()>;
 
-  /// How many outputs a device has behind its own: those of the pads and of the effect, or none. The device gives null
-  /// for one that is not connected.
+  /// The number of extra outputs of a device, for pads and effect; 0 for none. The device passes null for one that is
+  /// not connected.
   static int moreOutputsOf(const juce::AudioIODevice& device);
 
-  /// The types of this system, a running sound server's before plain sound cards'.
+  /// The system's device types; a running sound server's come before those of plain sound cards.
   static Types systemTypes();
 
-  /// `player` and what `countBlocks` counts outlive this object. `countBlocks` gives the number of blocks played so
-  /// far.
+  /// `player` outlives this object. `countBlocks` returns the number of blocks played so far; what it uses outlives
+  /// this object, too.
   SoundDevice(juce::AudioIODeviceCallback& player, std::function<std::uint64_t()> countBlocks,
               MakeTypes makeTypes = systemTypes);
   ~SoundDevice() override;
 
-  /// After each change of what `describe`, `isOpen` or `current` tell.
+  /// Called after each change of `describe`, `isOpen` or `current`.
   std::function<void()> onChange;
 
-  /// Closes the device and opens another. From then on a device is kept open, whenever there is one.
+  /// Closes the device and opens the wanted one or another. From then on some device is kept open whenever there is
+  /// one.
   void open(const DeviceChoice& wanted);
 
   bool isOpen() const { return device != nullptr && isAnswering; }
@@ -53,20 +53,20 @@ class SoundDevice : private juce::Timer {
   /// What is open; empty while nothing is.
   DeviceChoice current() const;
 
-  /// The open device, or why there is no sound: one line for the user.
+  /// One line for the user: the open device, or why there is no sound.
   juce::String describe() const;
 
-  /// The last device that was tried in vain before the open one, and why; empty if there was none.
+  /// The last device that failed to open before the open one, and why; empty if there was none.
   const juce::String& problem() const { return lastError; }
 
-  /// The devices to choose from, looked up anew.
+  /// All devices of the system, looked up again.
   std::vector<DeviceChoice> available();
 
-  /// Of the open device.
+  /// Sample rates in Hz and block sizes in frames of the open device.
   std::vector<double> rates() const;
   std::vector<int> blocks() const;
 
-  /// Looks whether the device still plays, and for a device while there is none. The timer's work; for tests.
+  /// Checks whether the device still plays, or looks for one if there is none. Called by the timer and by tests.
   void look();
 
  private:
@@ -84,7 +84,7 @@ class SoundDevice : private juce::Timer {
   std::function<std::uint64_t()> blockCount;
   MakeTypes typeMaker;
   Types types;
-  Types olderTypes;  ///< Kept because open devices call them.
+  Types olderTypes;  ///< Kept while open devices still use them.
   DeviceChoice wantedChoice;
   DeviceChoice openChoice;
   std::unique_ptr<juce::AudioIODevice> device;

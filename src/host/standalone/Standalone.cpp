@@ -40,7 +40,7 @@
 namespace tesh::bramel::standalone {
 namespace {
 
-constexpr int kKitsMilliseconds = 1000;  ///< Between two looks whether the user's kits are on the disk.
+constexpr int kKitsMilliseconds = 1000;  ///< Interval of the checks whether the user's kits are on the disk.
 
 juce::String kitsFault() {
   const std::string folder = directoryFor(kBramelDirectory_UserPrograms);
@@ -155,8 +155,8 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
 
   bool isTeaching() const { return lesson != nullptr && lesson->isOn(); }
 
-  /// Builds the instrument anew from the content as it is now, while the old one plays on, and puts it in its place.
-  /// A content that cannot be played leaves the old one.
+  /// Builds a new instrument from the present content while the old one plays on, and then replaces it. If the content
+  /// cannot be played, the old one stays.
   void reload(const juce::MemoryBlock& wanted, std::optional<int> pad, int number) {
     demoKits->stop();
     window->strip().demoButton().setState(false);
@@ -183,7 +183,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     showDevices();
   }
 
-  /// Lets a pad play the wave with a number.
+  /// Makes a pad play the wave with this number.
   static void chooseSound(vst::SivrayProcessor& instrument, int pad, int number) {
     const auto* const library = instrument.instrument()->processorHandle()->generator().sampleLibrary();
     instrument.instrument()->setParameterFromEditor(panel::padMacro(static_cast<std::size_t>(pad), panel::kSample),
@@ -205,7 +205,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     return !own.empty() && platform::commonFilesFolder() == own;
   }
 
-  /// What became of the dropped files, if any were dropped.
+  /// Shows what became of dropped files, if there were any.
   void openImports() {
     if (!imports.result()) {
       return;
@@ -221,7 +221,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
               ImportView::kWidth, ImportView::kHeight);
   }
 
-  /// Below the display on the strip.
+  /// Shows the page below the strip's display.
   void showPopup(const std::shared_ptr<juce::Component>& page, int width, int height) {
     popup = std::make_shared<BWPopupView>();
     popup->setContentSize(width, height);
@@ -231,7 +231,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     popup->show();
   }
 
-  /// A list that holds files which could not be used opens by itself, once.
+  /// The list opens by itself, once, if it holds files that could not be used.
   void importsChanged() {
     showDevices();
     const auto isUnused = [](const ToolResult::File& file) { return file.kind == ToolResult::File::Kind::unused; };
@@ -276,7 +276,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     showPopup(page, SetupView::kWidth, SetupView::kHeight);
   }
 
-  /// Later, because it is asked for by a list that will show the answer.
+  /// Postponed, because the list that asks for it will show the result.
   void openDevice(const DeviceChoice& choice) {
     later([this, choice] {
       settings.setDevice(choice);
@@ -296,7 +296,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
       noteMaps.choose(row);
       playback.setNoteMap(noteMaps.map());
       if (row == NoteMaps::learnedRow()) {
-        popup.reset();  // The panel's pads are to be struck.
+        popup.reset();  // The user must reach the panel's pads.
         lesson->teachNotes();
       }
     });
@@ -316,7 +316,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     });
   }
 
-  /// From now on, and in every instance that is made later.
+  /// Holds at once, and for every instance that is made later.
   bool teachController(int controller, int parameter) {
     const auto* const moved = dynamic_cast<const vst::ClientParameter*>(processor->getParameters()[parameter]);
     const auto key = static_cast<std::uint8_t>(controller);
@@ -347,7 +347,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     }
   }
 
-  /// The sound device, or what is worse: kits that would be gone with the program, and sounds that are gone.
+  /// The display shows the sound device, or what matters more: kits that are not on the disk, and missing sounds.
   void showDevices() {
     areKitsWritten = processor->instrument()->areProgramsWritten();
     shownMissing = vst::describeMissing(vst::missingSounds(*processor->instrument()));
@@ -387,16 +387,16 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
                    .state = [this] { return stateNow(); },
                    .changed = [this] { importsChanged(); }}};
   std::unique_ptr<ProgramWindow> window;
-  vst::SivrayProcessorEditor* shownEditor = nullptr;  ///< In the window.
+  vst::SivrayProcessorEditor* shownEditor = nullptr;  ///< Owned by the window.
   float screenScale = 1.0F;
   std::unique_ptr<desktop::WindowScale> windowScale;
   std::unique_ptr<PadKeyboard> keyboard;
   std::shared_ptr<BWPopupView> popup;
-  std::weak_ptr<SetupView> setup;  ///< In `popup` while that is open.
+  std::weak_ptr<SetupView> setup;  ///< In `popup` while it is open.
   juce::String shownState;
-  std::string shownMissing;    ///< As the strip tells.
-  bool isResultShown = false;  ///< That of `imports`.
-  bool areKitsWritten = true;  ///< As the strip tells.
+  std::string shownMissing;    ///< As shown on the strip.
+  bool isResultShown = false;  ///< The result of `imports`.
+  bool areKitsWritten = true;  ///< As shown on the strip.
   SoundDevice sound;
   MidiInputs midi;
 };

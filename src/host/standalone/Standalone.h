@@ -1,4 +1,4 @@
-// The program as a whole: the instrument, what plays it, and the window that shows it.
+// The whole program: the instrument, the devices that play it, and the window.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,23 +12,23 @@
 
 namespace tesh::bramel::standalone {
 
-/// What the machine has.
+/// The machine's devices.
 struct Devices {
   SoundDevice::MakeTypes sound = SoundDevice::systemTypes;
   MidiSystem midi;
 };
 
-/// Shows the window and plays until it goes. JUCE must be running with a screen; on the message thread.
+/// Shows the window and plays until it is destroyed. JUCE must be running with a screen. Message thread.
 class Standalone {
  public:
-  /// Takes up setup and sound of the last time from `settingsFolder`. `onClosed` hears that the user wants to end the
-  /// program. Throws std::runtime_error with one line that says what is missing.
+  /// Restores setup and sound from `settingsFolder`. `onClosed` is called when the user wants to end the program.
+  /// Throws std::runtime_error with one line that says what is missing.
   Standalone(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices = {});
 
-  /// Remembers the setup and the sound.
+  /// Saves the setup and the sound.
   ~Standalone();
 
-  /// The same before its end, for a process that may end at any moment.
+  /// The same without ending, for a process that may be ended at any moment.
   void remember();
 
   Standalone(const Standalone&) = delete;
@@ -39,7 +39,7 @@ class Standalone {
   std::unique_ptr<Impl> impl;
 };
 
-/// Shows a line in a window, and returns when the user has read it. For a program that then ends. On the message
+/// Shows a line in a window and returns when the user has closed it, for a program that ends afterwards. Message
 /// thread.
 void showFault(const juce::String& text);
 

@@ -1,4 +1,4 @@
-// Draws the strip in the panel's colours: glazed ground, a body that is pressed, and a night glass that is read.
+// Draws the strip in the panel's colours: a glazed background, a raised button and a dark display.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/TransportStrip.h"
 
@@ -9,7 +9,7 @@
 namespace tesh::bramel::standalone {
 namespace {
 
-// Pixels of the panel; the edges are those of the panel's own kit display and pads.
+// Panel pixels. The edges align with the panel's kit display and pads.
 constexpr int kLeft = 28;
 constexpr int kRight = 742;
 constexpr int kBodyWidth = 72;
@@ -37,7 +37,7 @@ void outlineDown(juce::Graphics& graphics, juce::Rectangle<float> area, float co
   graphics.drawRoundedRectangle(area.reduced(0.5F), corner, 1.0F);
 }
 
-/// A body as the panel's page buttons have it: dark at rest, amber while the demo plays.
+/// Looks like the panel's page buttons: dark, and amber while the demo plays.
 class DemoButton final : public BWButtonBase {
  public:
   explicit DemoButton(const juce::Font& captionFont) {
@@ -84,7 +84,7 @@ class DemoButton final : public BWButtonBase {
   PanelText text;
 };
 
-/// A glass with the mark of what opens.
+/// A display with the mark of a menu.
 class DeviceDisplay final : public BWButtonBase {
  public:
   DeviceDisplay() {

@@ -1,4 +1,4 @@
-// The strip above the panel: it plays the demo, and shows the sound device or why there is none.
+// The strip above the panel: it starts the demo, and shows the sound device or why there is none.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,17 +18,17 @@ class TransportStrip : public juce::Component {
  public:
   static constexpr int kHeight = 40;
 
-  /// `listener` hears the buttons, and outlives the strip.
+  /// `listener` gets the buttons' events, and outlives the strip.
   TransportStrip(IBramelFontProvider& fonts, IBWControlListener& listener);
   ~TransportStrip() override;
 
-  /// Starts and stops the demo; on while it plays.
+  /// Starts and stops the demo; its value is on while the demo plays.
   BWButtonBase& demoButton() { return *demo; }
 
-  /// Opens the setup; momentary.
+  /// Opens the setup; a momentary button.
   BWButtonBase& deviceButton() { return *display; }
 
-  /// One line. A fault stands out.
+  /// One line. A fault is shown in another colour.
   void showDevice(const juce::String& text, bool isFault);
 
   void paint(juce::Graphics& graphics) override;

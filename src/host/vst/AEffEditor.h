@@ -18,7 +18,7 @@ class AEffEditor {
 
   virtual AudioEffect* getEffect() { return effect; }
 
-  /// Points `*rect` at the editor's rectangle, which the editor keeps. Null and false if there is none.
+  /// Points `*rect` at the rectangle, which the editor owns. Null and false if there is none.
   virtual bool getRect(ERect** rect) {
     if (rect != nullptr) {
       *rect = nullptr;
@@ -26,7 +26,7 @@ class AEffEditor {
     return false;
   }
 
-  /// Opens the editor inside the host's window `window`, in the system's own type. False on failure.
+  /// Opens the editor inside the host's window, a handle of the system's own type. False on failure.
   virtual bool open(void* window) {
     systemWindow = window;
     return false;
@@ -41,7 +41,7 @@ class AEffEditor {
   virtual bool onWheel(float) { return false; }
   virtual bool setKnobMode(std::int32_t) { return false; }
 
-  /// Sets the number of pixels per unit of the editor, above 0. Returns true if the editor follows; its rectangle has
+  /// Sets the number of screen pixels per pixel of the editor, above 0. True if the editor follows; its rectangle has
   /// then changed.
   virtual bool setContentScale(float) { return false; }
 

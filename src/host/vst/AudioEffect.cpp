@@ -1,4 +1,4 @@
-// The functions that the host calls through its record, and the opcodes up to 24.
+// The functions in the host's record, and the opcodes up to 24.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/vst/AudioEffect.h"
 
@@ -15,8 +15,8 @@ AudioEffect* objectOf(AEffect* effect) {
   return effect == nullptr ? nullptr : static_cast<AudioEffect*>(effect->object);
 }
 
-/// Runs `call` on the object behind the host's record. Returns `otherwise` for an exception, which no host would catch,
-/// and for a record without an object.
+/// Runs `call` on the object behind the host's record. Returns `otherwise` if `call` throws, because no host would
+/// catch that, and for a record without an object.
 template <class Result, class Call>
 Result enter(AEffect* effect, Result otherwise, Call call) noexcept {
   AudioEffect* const object = objectOf(effect);

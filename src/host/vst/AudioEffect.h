@@ -13,10 +13,10 @@
 
 namespace tesh::bramel::vst {
 
-/// The 32-bit number that a host passes in a pointer-sized value; a value outside its range becomes the nearest inside.
+/// The 32-bit number in a pointer-sized value of the host; limited to the range of 32 bits.
 std::int32_t narrowToInt32(std::intptr_t value);
 
-/// Functions that a plug-in does not override do nothing and return 0 or an empty text. No exception reaches the host.
+/// A function that is not overridden does nothing and returns 0 or an empty text. No exception reaches the host.
 class AudioEffect {
  public:
   /// `master` is the host's callback. If it is null, calls to the host do nothing and return 0.
@@ -61,7 +61,7 @@ class AudioEffect {
   /// Points `*data` at the state, which the plug-in keeps, and returns its size in bytes.
   virtual std::int32_t getChunk(void** /*data*/, bool /*isPreset*/) { return 0; }
 
-  /// Restores a state of `size` bytes. What it returns is for the host, and has no fixed meaning.
+  /// Restores a state of `size` bytes. The interface gives the result no meaning.
   virtual std::int32_t setChunk(void* /*data*/, std::int32_t /*size*/, bool /*isPreset*/) { return 0; }
 
   virtual void setUniqueID(std::int32_t id) { cEffect.uniqueID = id; }
@@ -72,7 +72,7 @@ class AudioEffect {
   virtual void programsAreChunks(bool state) { setFlag(effFlagsProgramChunks, state); }
   virtual void setInitialDelay(std::int32_t frames) { cEffect.initialDelay = frames; }
 
-  /// Takes ownership of the editor and tells the host, by a flag, whether there is one.
+  /// Takes ownership of the editor, and sets the flag that tells the host whether there is one.
   void setEditor(std::unique_ptr<AEffEditor> newEditor);
   virtual AEffEditor* getEditor() { return editor.get(); }
 

@@ -1,12 +1,12 @@
-// The opcodes from 25 on, and the host's answers that need a second look.
+// The opcodes from 25 on, and calls to the host whose answers need checking.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/vst/AudioEffectX.h"
 
 namespace tesh::bramel::vst {
 namespace {
 
-/// An address that a host passes as a number. Returns null for what cannot be an address, such as the small numbers of
-/// a host that tries every call or that answers all of them with the same number.
+/// An address that a host passes as a number. Null for numbers too small to be an address, as passed by a host that
+/// tries every opcode or that answers every call with the same number.
 template <class Record>
 Record* addressInNumber(std::intptr_t value) {
   constexpr std::intptr_t kLowestAddress = 65536;  // Linux and Windows map nothing below.
@@ -17,7 +17,7 @@ Record* addressInNumber(std::intptr_t value) {
   return reinterpret_cast<Record*>(value);  // NOLINT(performance-no-int-to-ptr): the interface passes it so.
 }
 
-/// The modifier keys' byte, which the interface passes as a float.
+/// The modifier keys as a byte, which the interface passes as a float.
 std::uint8_t byteInFloat(float value) {
   return value >= 0.0F && value < 256.0F ? static_cast<std::uint8_t>(value) : std::uint8_t{0};
 }
@@ -159,7 +159,7 @@ std::int32_t AudioEffectX::updateBlockSize() {
 }
 
 std::int32_t AudioEffectX::canHostDo(const char* text) {
-  // The interface knows no constant text; a host only reads it.
+  // The interface takes a non-const text, which a host only reads.
   return narrowToInt32(callHost(audioMasterCanDo, 0, 0, const_cast<char*>(text)));
 }
 

@@ -17,7 +17,7 @@ class AudioEffectX : public AudioEffect {
   /// Handles the opcodes from 25 on and passes all others to the base class.
   std::intptr_t dispatcher(std::int32_t opcode, std::int32_t index, std::intptr_t value, void* ptr, float opt) override;
 
-  // What a host asks. False and 0 mean: not supported.
+  // The host's questions. False and 0 mean: not supported.
   virtual std::int32_t processEvents(VstEvents* /*events*/) SIVRAY_NONBLOCKING { return 0; }
   virtual bool canParameterBeAutomated(std::int32_t /*index*/) { return true; }
   virtual bool string2parameter(std::int32_t /*index*/, char* /*text*/) { return false; }
@@ -71,13 +71,13 @@ class AudioEffectX : public AudioEffect {
   virtual std::int32_t getNumMidiInputChannels() { return 0; }
   virtual std::int32_t getNumMidiOutputChannels() { return 0; }
 
-  // What a plug-in tells about itself.
+  // Properties of the plug-in that the host reads.
   virtual void isSynth(bool state) { setFlag(effFlagsIsSynth, state); }
   virtual void noTail(bool state) { setFlag(effFlagsNoSoundInStop, state); }
   virtual void wantAsyncOperation(bool state) { setFlag(effFlagsExtIsAsync, state); }   ///< Deprecated.
   virtual void hasExternalBuffer(bool state) { setFlag(effFlagsExtHasBuffer, state); }  ///< Deprecated.
 
-  // What a plug-in asks its host. Null, false or 0 if there is no host or no answer.
+  // Questions to the host. Null, false or 0 if there is no host or no answer.
 
   /// The host's transport. Valid until the end of the block. `filter` holds the VstTimeInfoFlags that are wanted. Audio
   /// thread.
@@ -107,7 +107,7 @@ class AudioEffectX : public AudioEffect {
     return narrowToInt32(callHost(audioMasterOfflineGetCurrentMetaPass));
   }
 
-  /// `text` should have more than kVendorTextBytes, because some hosts write more.
+  /// `text` should have room for more than kVendorTextBytes, because some hosts write more.
   virtual bool getHostVendorString(char* text) { return callHost(audioMasterGetVendorString, 0, 0, text) != 0; }
   virtual bool getHostProductString(char* text) { return callHost(audioMasterGetProductString, 0, 0, text) != 0; }
   virtual std::int32_t getHostVendorVersion() { return narrowToInt32(callHost(audioMasterGetVendorVersion)); }
@@ -115,7 +115,7 @@ class AudioEffectX : public AudioEffect {
     return callHost(audioMasterVendorSpecific, index, value, ptr, opt);
   }
 
-  /// Nonzero if the host says yes.
+  /// Nonzero for yes.
   virtual std::int32_t canHostDo(const char* text);
   virtual std::int32_t getHostLanguage() { return narrowToInt32(callHost(audioMasterGetLanguage)); }
   virtual void* getDirectory();

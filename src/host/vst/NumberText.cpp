@@ -1,4 +1,4 @@
-// The digits of numbers, cut to eight characters.
+// Formats numbers and cuts them to eight characters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/vst/NumberText.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kNumberCharacters = 8;
 constexpr const char* kTooLong = "Huge!";
-/// Between these a number's whole part, with its sign, has at most eight characters.
+/// Numbers between these have at most eight characters before the point, sign included.
 constexpr double kLongestPositive = 99999999.0;
 constexpr double kLongestNegative = -9999999.0;
 
@@ -47,7 +47,8 @@ std::string levelText(float level) {
   if (!(level > 0.0F)) {
     return "-oo";
   }
-  // Rounded to single precision: a level of 0.1 must give -20 decibels, and not slightly less with its digits cut off.
+  // Rounded to single precision first: a level of 0.1 must give -20 decibels, not a little less with its digits cut
+  // off.
   return floatText(static_cast<double>(static_cast<float>(20.0 * std::log10(static_cast<double>(level)))));
 }
 

@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::vst {
 
-/// Eight characters with a decimal point; further digits are cut off, not rounded. Eight digits need no point. "Huge!"
+/// Eight characters with a decimal point, or eight digits without one; further digits are cut off, not rounded. "Huge!"
 /// for a number that does not fit, and for NaN.
 std::string floatText(double value);
 

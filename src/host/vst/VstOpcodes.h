@@ -1,5 +1,5 @@
-// The numbers of the plug-in interface's calls, in both directions. Numbers that are missing were withdrawn from the
-// interface or are of no use to an instrument; a plug-in returns 0 for them.
+// The opcodes of the plug-in interface, in both directions. Missing numbers are withdrawn from the interface or of no
+// use to an instrument; a plug-in answers them with 0.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -51,7 +51,7 @@ enum AEffectFlags : std::int32_t {
   effFlagsCanDoubleReplacing = 1 << 12,
 };
 
-/// The record by which a host knows a plug-in.
+/// The record through which a host calls a plug-in.
 struct AEffect {
   std::int32_t magic;  ///< kEffectMagic.
   AEffectDispatcherProc dispatcher;
@@ -90,7 +90,7 @@ struct VstEvent {
   char data[16];
 };
 
-/// The events of one block. `events` is as long as `numEvents` says.
+/// The events of one block. `events` has `numEvents` entries, whatever its declaration says.
 struct VstEvents {
   std::int32_t numEvents;
   std::intptr_t reserved;
@@ -172,8 +172,8 @@ struct ERect {
   std::int16_t right;
 };
 
-/// Bytes that a host provides for a text, including the terminating zero. For names and values of parameters the
-/// interface promises fewer than 24, but every host provides at least that many.
+/// Bytes that a host provides for a text, terminating zero included. For names and values of parameters the interface
+/// promises less than 24, but every host provides that many.
 inline constexpr std::size_t kParameterTextBytes = 24;
 inline constexpr std::size_t kEffectNameBytes = 32;
 inline constexpr std::size_t kVendorTextBytes = 64;

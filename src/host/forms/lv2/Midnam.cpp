@@ -16,7 +16,7 @@ std::string modelOf(const void* instance) {
   return "Sivray:" + std::to_string(reinterpret_cast<std::uintptr_t>(instance));
 }
 
-/// As the value of an attribute.
+/// Escapes a text for an XML attribute.
 std::string escaped(const std::string& text) {
   std::string result;
   for (const char letter : text) {

@@ -9,14 +9,14 @@ namespace tesh::bramel::lv2 {
 inline constexpr const char* kMidnamInterface = "http://ardour.org/lv2/midnam#interface";
 inline constexpr const char* kMidnamUpdate = "http://ardour.org/lv2/midnam#update";
 
-/// What a host that takes names offers as the feature kMidnamUpdate. `update` is called from `run`.
+/// The feature kMidnamUpdate of hosts that show key names. The plug-in calls `update` from `run`.
 struct MidnamUpdate {
   void* handle;
   void (*update)(void* handle);
 };
 
-/// The plug-in's extension data kMidnamInterface. `instance` is the plug-in's handle; `freeText` frees what the other
-/// two gave, also when the instance has gone.
+/// The plug-in's extension data kMidnamInterface. `instance` is the plug-in's handle. `freeText` frees the results of
+/// the other two, also after the instance has gone.
 struct MidnamInterface {
   char* (*midnam)(void* instance);
   char* (*model)(void* instance);
@@ -27,7 +27,7 @@ struct MidnamInterface {
 /// frees it by freeText.
 char* midnamOf(const vst::KeyNames* names, const void* instance);
 
-/// The model that the document names, which no other instance has. The caller frees it by freeText.
+/// The model name in the document, unique to this instance. The caller frees it by freeText.
 char* midnamModelOf(const void* instance);
 
 void freeText(char* text);
