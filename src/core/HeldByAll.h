@@ -1,4 +1,4 @@
-// An object of which the process has one while anybody holds it.
+// A process-wide object that exists while somebody holds it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,12 +7,12 @@
 
 namespace tesh::cofu::core {
 
-/// Holds the object weakly: it ends with its last holder, not when the library is unloaded. Any thread but the audio
-/// thread.
+/// Holds the object weakly: the object is destroyed with its last holder, not when the library is unloaded. Any thread
+/// but the audio thread.
 template <typename Object>
 class HeldByAll {
  public:
-  /// Returns the object that somebody holds, else what `make()` returns. What `make` throws goes through.
+  /// Returns the existing object, or makes one by `make()`. An exception of `make` passes through.
   template <typename Make>
   std::shared_ptr<Object> get(Make make) {
     const std::lock_guard lock(mutex);

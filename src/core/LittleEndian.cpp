@@ -1,4 +1,4 @@
-// How a writer's buffer grows.
+// Growth of the writer's buffer.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/LittleEndian.h"
 

@@ -60,7 +60,7 @@ class ByteReader {
     const auto bytes = take(Count);
     std::uint64_t result = 0;
     if (!bytes.empty()) {
-      for (std::size_t i = 0; i < Count; ++i) {  // Of a fixed length, so that it becomes one load.
+      for (std::size_t i = 0; i < Count; ++i) {  // Of a fixed length, so that the compiler makes one load of it.
         result |= static_cast<std::uint64_t>(bytes[i]) << (8 * i);
       }
     }

@@ -15,9 +15,9 @@
 
 namespace tesh::vimo {
 
-/// A ring of `capacity` entries that holds capacity - 1 records, for one writer and one reader at a time. `put` and
-/// `take` may be called on the audio thread if a Record copies without allocating; because that depends on the type,
-/// they do not bear the audio thread's mark.
+/// A ring of `capacity` entries that holds up to capacity - 1 records, for one writer and one reader at a time. `put`
+/// and `take` are safe on the audio thread only if a Record copies without allocating; therefore they are not marked
+/// for it.
 template <typename Record>
 class LockFreeRing {
  public:
@@ -59,7 +59,7 @@ class LockFreeRing {
  private:
   std::size_t following(std::size_t index) const { return index + 1 == entries.size() ? 0 : index + 1; }
 
-  /// Plain records that have never been written take no memory.
+  /// For plain records, memory that was never written to takes no pages.
   using Entries = std::conditional_t<std::is_trivially_copyable_v<Record>, bramel::platform::ZeroedArray<Record>,
                                      std::vector<Record>>;
 
@@ -71,7 +71,7 @@ class LockFreeRing {
 /// A value and the frame at which it takes effect: an engine parameter on its way to the generator, or a macro's
 /// movement on its way to the editor.
 struct TimedValue {
-  std::uint32_t id = 0;  ///< Of the engine parameter, or the macro's number.
+  std::uint32_t id = 0;  ///< Number of the engine parameter or of the macro.
   float value = 0.0F;
   std::uint32_t frame = 0;   ///< From the start of the block, at the engine's rate.
   std::uint64_t object = 0;  ///< 0 for a plain value.

@@ -39,14 +39,14 @@ class MailServer {
     }
   }
 
-  /// Removes a node from the pool, with `next` cleared. An empty pool grows by one node, under a lock. Any thread;
-  /// audio thread safe while there are free nodes.
+  /// Removes a node from the pool and clears its `next`. An empty pool grows by one node, under a lock. Any thread;
+  /// audio thread safe while the pool has free nodes.
   Node& take() {
     if (Node* const node = freeList.pop()) {
       node->next.store(nullptr, std::memory_order_relaxed);
       return *node;
     }
-    // More mail is waiting than ever before: this sender allocates, under a lock.
+    // More mail waits than ever before: this sender allocates a node, under a lock.
     return cofu::core::mayWait([this]() -> Node& {
       const std::lock_guard lock(mutex);
       return makeNode();
@@ -68,7 +68,7 @@ class MailServer {
     return *nodes.back();
   }
 
-  mutable std::mutex mutex;  ///< Held while the pool grows, for `nodes`.
+  mutable std::mutex mutex;  ///< Guards `nodes` while the pool grows.
   std::vector<std::unique_ptr<Node>> nodes;
   TaggedHead<Node> freeList;
 };

@@ -1,5 +1,5 @@
-// A message that belongs to a block of audio: a MIDI message with its frame, or a program change in the family's own
-// form, with a bank and a program.
+// A message in a block of audio: a MIDI message with its frame, or a program change with a bank and a program, in a
+// form of its own.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -42,7 +42,7 @@ class MidiEvent {
   std::uint32_t frame = 0;      ///< Offset in the block, in frames.
   std::uint64_t timestamp = 0;  ///< Nanoseconds of the host's clock; 0 if `frame` gives the time.
   std::uint32_t program = 0;    ///< Program index of a program change.
-  std::string text;             ///< Of messages that carry text.
+  std::string text;             ///< Text of the messages that carry some.
 
  private:
   std::array<std::uint8_t, 8> inlineData{};

@@ -1,4 +1,4 @@
-// The status bytes of MIDI, those of channel messages without their channel.
+// MIDI's status bytes. Those of channel messages have a channel of 0.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ inline constexpr std::uint8_t kMidiController = 0xB0;
 inline constexpr std::uint8_t kMidiProgramChange = 0xC0;
 inline constexpr std::uint8_t kMidiPitchBend = 0xE0;
 
-/// Controllers that choose a bank of programs, the high and the low half of its number.
+/// True for the controllers that select a bank of programs: the high and the low half of its number.
 constexpr bool isMidiBankSelect(std::uint8_t controller) { return controller == 0 || controller == 32; }
 
 inline constexpr std::uint8_t kMidiFirstSystem = 0xF0;  ///< From here on a status has no channel.

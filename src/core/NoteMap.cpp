@@ -10,7 +10,7 @@
 namespace tesh::cofu::core {
 namespace {
 
-// The pads.
+// Notes of the pads.
 constexpr std::uint8_t kKick = 36;
 constexpr std::uint8_t kSnare = 38;
 constexpr std::uint8_t kCymbal = 40;
@@ -18,9 +18,9 @@ constexpr std::uint8_t kTom = 41;
 constexpr std::uint8_t kClosedHat = 42;
 constexpr std::uint8_t kOpenHat = 43;
 
-/// A foot that closes the hat sounds closed wherever the pedal was before.
+/// A foot that closes the hat always sounds closed, whatever the pedal's position was.
 constexpr std::uint8_t kPedalHat = 44;
-/// Below it the pedal is open.
+/// Below this value of the controller the pedal counts as open.
 constexpr std::uint8_t kPedalMiddle = 64;
 
 NoteMap plainMap() {
@@ -37,7 +37,7 @@ void lead(NoteMap& map, std::initializer_list<std::uint8_t> notes, std::uint8_t 
   }
 }
 
-// The numbers are those of General MIDI's percussion.
+// Note numbers of General MIDI's percussion.
 
 NoteMap allDrumsMap() {
   NoteMap map = plainMap();

@@ -1,4 +1,4 @@
-// Which note of a drum kit, a keyboard or a MIDI file plays which pad, for what stands before the instrument.
+// Maps notes of a drum kit, a keyboard or a MIDI file to pads, before they reach the instrument.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,8 +13,8 @@ namespace tesh::cofu::core {
 inline constexpr std::size_t kMidiNotes = 128;
 inline constexpr std::uint8_t kHatPedalController = 4;  ///< "Foot controller": 0 while the pedal is up, 127 while down.
 
-/// For each note the one that is played in its place. Pads are notes 36 to 43: kick, stick, snare, clap, cymbal, tom,
-/// closed hat, open hat.
+/// The note to play for each note. Pads are notes 36 to 43: kick, stick, snare, clap, cymbal, tom, closed hat, open
+/// hat.
 struct NoteMap {
   std::array<std::uint8_t, kMidiNotes> notes{};
   /// Whether an open pedal turns closed hats into open ones.
@@ -38,11 +38,12 @@ class NoteTranslator {
   /// Starts with the first of the named maps.
   NoteTranslator();
 
-  /// Notes that are held end where they began.
+  /// Notes that are held keep the mapping with which they began, so that their note-offs match.
   void setMap(const NoteMap& newMap) { map = newMap; }
 
-  /// Changes the note of a note-on or note-off, and learns where the pedal is; leaves other messages alone. False if
-  /// the message is to be left out: the end of a note whose pad another note has struck since and still holds.
+  /// Changes the note of a note-on or note-off, and follows the pedal's position; leaves other messages alone. False if
+  /// the message must be left out: the note-off of a note whose pad was struck by another note since, which still holds
+  /// it.
   bool translate(std::span<std::uint8_t> message);
 
  private:
@@ -53,8 +54,8 @@ class NoteTranslator {
 
   NoteMap map;
   bool isPedalOpen = false;
-  std::array<std::uint8_t, kMidiNotes> playedAs{};  ///< By note: what it plays while it is held, else kNone.
-  std::array<std::uint8_t, kMidiNotes> strikers{};  ///< By what is played: the note that struck it last, or kNone.
+  std::array<std::uint8_t, kMidiNotes> playedAs{};  ///< By note: the note that it plays while it is held, else kNone.
+  std::array<std::uint8_t, kMidiNotes> strikers{};  ///< By played note: the note that struck it last, or kNone.
 };
 
 }  // namespace tesh::cofu::core

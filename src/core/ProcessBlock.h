@@ -10,14 +10,14 @@
 
 namespace tesh::vimo {
 
-/// The channels of a block with an out for each of eight pads and for the effect beside the main one: two each, in this
-/// order: main, pads, effect.
+/// Channel counts of a block: the main out alone, or the main out, eight pads and the effect, in this order, two
+/// channels each.
 inline constexpr std::int32_t kMainChannels = 2;
 inline constexpr std::int32_t kPadChannels = 16;
 inline constexpr std::int32_t kAllChannels = kMainChannels + kPadChannels + 2;
 
-/// One block, at the engine's rate. It owns nothing. Any pointer may be null, except `outputs` if `frames` is above 0.
-/// Of `outputs` the main channels may not be null then.
+/// One block at the engine's rate. Owns nothing. Any pointer may be null, except, if `frames` is above 0, `outputs` and
+/// its main channels.
 struct ProcessBlock {
   float** inputs = nullptr;
   float** outputs = nullptr;
@@ -28,7 +28,7 @@ struct ProcessBlock {
   TimedValueRing* notificationRing = nullptr;  ///< Movements of macros, read after the generator has run.
   std::vector<MidiEvent>* midiIn = nullptr;
   std::vector<MidiEvent>* midiOut = nullptr;
-  bool isSilent = false;  ///< Set by the generator if it knows that all outputs are zeros.
+  bool isSilent = false;  ///< Set by the generator if it knows that all outputs are zero.
 };
 
 }  // namespace tesh::vimo

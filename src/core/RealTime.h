@@ -1,6 +1,6 @@
-// The mark of functions that may run on the audio thread, and the two ways to exempt a call. A compiler that knows the
-// mark checks that a marked function never allocates, waits, or calls a function that may; an unmarked function passes
-// if the compiler sees its body and finds nothing of that kind in it. The RealtimeSanitizer build checks while it runs.
+// The mark of functions that may run on the audio thread, and two ways to exempt a call. A compiler that knows the mark
+// checks that a marked function neither allocates nor waits, nor calls a function that may. An unmarked function passes
+// if the compiler sees its body and finds none of these in it. The RealtimeSanitizer's build checks at run time.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -35,15 +35,16 @@ extern "C" void __rtsan_enable() SIVRAY_NONBLOCKING;   // NOLINT(bugprone-reserv
 
 namespace tesh::cofu::core {
 
-/// Runs `call`, which is safe although the compiler cannot see it: a container that stays within its capacity, a
-/// reference count that does not reach zero. The RealtimeSanitizer still checks it. Each use says why it is safe.
+/// Runs `call`, which is safe although the compiler cannot see why: for example a container that stays within its
+/// capacity, or a reference count that does not reach zero. The RealtimeSanitizer still checks it. Each use states the
+/// reason.
 template <typename Call>
 [[gnu::always_inline]] inline decltype(auto) vouchFor(Call&& call) SIVRAY_NONBLOCKING {
   return call();
 }
 
-/// Runs `call`, which may wait: for a lock that others hold for a few stores, for the main lock of a block, for a wave
-/// to be read, for code of the host. The RealtimeSanitizer does not check it. Each use says which of these it is.
+/// Runs `call`, which may wait: for a lock that others hold for a few stores, for a block's main lock, for a wave to be
+/// read, or for the host's code. The RealtimeSanitizer does not check it. Each use states which of these it is.
 template <typename Call>
 [[gnu::always_inline]] inline decltype(auto) mayWait(Call&& call) SIVRAY_NONBLOCKING {
 #if defined(SIVRAY_REALTIME_SANITIZER)

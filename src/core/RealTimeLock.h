@@ -1,4 +1,4 @@
-// The lock guard of the audio thread.
+// A lock guard for the audio thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace tesh::cofu::core {
 
-/// Locks a mutex when it is made and unlocks it when it is destroyed. Only these two calls are exempt from the audio
-/// thread's check; code that runs in between is not.
+/// Locks a mutex from construction to destruction. Only the locking and unlocking are exempt from the audio thread's
+/// check, not the code in between.
 template <typename Mutex>
 class RealTimeLock {
  public:

@@ -1,5 +1,5 @@
-// Objects that are made out of bytes, one for all who make them out of the same bytes: what every instance reads from
-// the same files is read once, and held once.
+// Shares objects that are built from bytes: equal bytes give the same object, so that all instances together read equal
+// files once and hold the result once.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,12 +14,12 @@
 
 namespace tesh::cofu::core {
 
-/// Any thread but the audio thread. Whoever has an object may read it on any thread.
+/// Any thread but the audio thread. A shared object may be read on any thread.
 template <typename Made>
 class SharedByBytes {
  public:
-  /// Returns the object that was made out of equal bytes, if anybody still holds it, else what `make(bytes)` returns.
-  /// What `make` throws goes through.
+  /// Returns the existing object for equal bytes, or builds one by `make(bytes)`. An exception of `make` passes
+  /// through.
   template <typename Make>
   std::shared_ptr<const Made> get(std::span<const std::uint8_t> bytes, Make make) {
     const std::lock_guard lock(mutex);

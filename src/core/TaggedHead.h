@@ -49,8 +49,8 @@ class TaggedHead {
     return reinterpret_cast<Node*>(head & kAddressMask);  // NOLINT(performance-no-int-to-ptr): that is the packing.
   }
 
-  /// `node` with the tag that follows that of `head`. All bits of the address are set before 1 is added, so that the
-  /// carry passes from the tag's low part to its high part.
+  /// Packs `node` with the tag after that of `head`. All address bits are set before 1 is added, so that the carry
+  /// passes from the tag's low bits to its high ones.
   static std::uint64_t pack(Node* node, std::uint64_t head) {
     const std::uint64_t nextTag = ((head | kAddressMask) + 1) & kTagMask;
     const auto address = reinterpret_cast<std::uintptr_t>(node);

@@ -1,4 +1,4 @@
-// The rounds of the task thread, and how it ends.
+// The thread's loop, and how it ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/TaskLoop.h"
 
@@ -18,14 +18,14 @@ namespace tesh::cofu::core::impl {
 
 namespace {
 
-/// Between two rounds.
+/// Time between two rounds.
 constexpr std::int64_t kRoundNanoseconds = 100'000'000;
 
 bool isLater(const Task& a, const Task& b) { return a.when > b.when; }
 
 }  // namespace
 
-/// Everything that the thread uses. The thread holds a reference, so that it may outlive the loop.
+/// All state of the thread. The thread shares ownership, so that it may outlive the loop.
 struct TaskLoop::Rounds {
   explicit Rounds(std::shared_ptr<Mailbox<Task>> mailbox) : mail(std::move(mailbox)) {}
 
@@ -36,7 +36,7 @@ struct TaskLoop::Rounds {
     }
   }
 
-  /// Prevents further tasks from beginning. Returns true if one is running.
+  /// Prevents further tasks from starting. Returns whether one is running.
   bool stop() {
     const std::lock_guard lock(mutex);
     isStopping = true;
@@ -45,7 +45,7 @@ struct TaskLoop::Rounds {
   }
 
  private:
-  /// Waits for the next round. Returns false if the loop must end.
+  /// Waits for the next round. False if the loop must end.
   bool sleep() {
     const std::int64_t deadline = now() + kRoundNanoseconds;
     std::unique_lock lock(mutex);
@@ -87,11 +87,11 @@ struct TaskLoop::Rounds {
   static std::int64_t now() { return bramel::platform::monotonicNanoseconds(); }
 
   std::shared_ptr<Mailbox<Task>> mail;
-  std::vector<Task> heap;  ///< The earliest on top.
+  std::vector<Task> heap;  ///< A heap with the earliest task on top.
   std::mutex mutex;
   std::condition_variable wakeUp;
   bool isStopping = false;
-  bool isRunning = false;  ///< From before a task begins until it has been destroyed.
+  bool isRunning = false;  ///< From before a task starts until it has been destroyed.
 };
 
 std::shared_ptr<TaskLoop> TaskLoop::acquire() {

@@ -12,19 +12,19 @@
 namespace tesh::cofu::core::impl {
 
 struct Task {
-  std::int64_t when = 0;         ///< When it is due, in ticks of platform::monotonicTicks().
+  std::int64_t when = 0;         ///< Due time in ticks of platform::monotonicTicks().
   std::function<void()> action;  ///< Runs on the task thread. Must not throw. An empty one does nothing.
 };
 
-/// Its users share the loop. When the last of them releases it, tasks that have not begun are dropped. If no task is
-/// running, the destructor waits for the thread to end. If one is running, it may be waiting for a lock that the caller
-/// holds, so the destructor does not wait: the thread ends by itself after that task, and the library stays in memory
-/// for it.
+/// All users share the loop. When the last one releases it, tasks that have not started are dropped. If no task is
+/// running, the destructor waits for the thread to end. A running task may be waiting for a lock that the caller holds,
+/// so in that case the destructor does not wait: the thread ends by itself after the task, and keeps the library in
+/// memory until then.
 class TaskLoop {
  public:
-  static constexpr std::size_t kCapacity = 256;  ///< Waiting tasks; posting more allocates nodes.
+  static constexpr std::size_t kCapacity = 256;  ///< Tasks that can wait without allocation.
 
-  /// The loop of this process, made by its first user. Any thread.
+  /// The process's loop, made by its first user. Any thread.
   static std::shared_ptr<TaskLoop> acquire();
 
   ~TaskLoop();

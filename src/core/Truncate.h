@@ -7,7 +7,7 @@
 
 namespace tesh::cofu::core {
 
-/// Drops the fraction. A value outside 32 bits gives the nearer end of the range, NaN gives 0.
+/// Truncates towards zero. A value outside 32 bits gives the nearer end of the range; NaN gives 0.
 constexpr std::int32_t truncateToInt(float value) {
   constexpr float kEnd = 2147483648.0F;  // 2^31, the first float past the range.
   if (value >= kEnd) {

@@ -1,4 +1,4 @@
-// Where the characters of a UTF-8 text begin, for texts that must fit a number of bytes.
+// Character boundaries of UTF-8 texts, for texts that must fit into a number of bytes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,10 +7,10 @@
 
 namespace tesh::cofu::core {
 
-/// True for the bytes of a character behind its first one.
+/// True for every byte of a character except its first.
 constexpr bool isUtf8Continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
-/// At most `most` bytes from the start of the text, without a part of a character at their end.
+/// The longest start of the text that has at most `most` bytes and ends with a whole character.
 constexpr std::string_view utf8Start(std::string_view text, std::size_t most) {
   if (text.size() <= most) {
     return text;

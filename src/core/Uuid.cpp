@@ -1,4 +1,4 @@
-// The random generator that all identifiers of the process come from.
+// The random generator behind all identifiers of the process.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/Uuid.h"
 

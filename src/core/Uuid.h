@@ -13,8 +13,8 @@ using Uuid = std::array<std::uint8_t, 16>;
 /// A new UUID of version 4. Any thread but the audio thread: it takes a lock.
 Uuid makeUuid();
 
-/// The UUID of version 4 that four 32-bit draws of a random generator make. Each draw gives four bytes: its bits 0 to
-/// 7, 4 to 11, 8 to 15 and 12 to 19. Version and variant then replace six bits (RFC 4122).
+/// The UUID of version 4 from four 32-bit random numbers. Each gives four bytes: its bits 0 to 7, 4 to 11, 8 to 15 and
+/// 12 to 19. Version and variant then replace six bits (RFC 4122).
 Uuid uuidFromDraws(const std::array<std::uint32_t, 4>& draws);
 
 }  // namespace tesh::cofu::core
