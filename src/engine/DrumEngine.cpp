@@ -1,4 +1,4 @@
-// The order in which the engine is built, the path of a block through it, and parameters by their ids.
+// Builds the engine, renders a block, and finds parameters by their ids.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/DrumEngine.h"
 
@@ -13,8 +13,8 @@ namespace {
 
 constexpr int heldPads(int padCount) { return std::clamp(padCount, 1, kMaxPads); }
 
-/// The integer at a normalised value, rounded in single precision. NaN gives the minimum; a value far outside 0 to 1 is
-/// limited so that it fits an integer.
+/// The integer for a normalised value, rounded in single precision. NaN gives the minimum; values far outside 0 to 1
+/// are limited so that the result fits an integer.
 std::int32_t integerAt(const ParameterRow& row, float value) {
   constexpr float kLimit = 1073741824.0F;
   const float steps = static_cast<float>(row.maximum - row.minimum) * value + 0.5F;
@@ -71,7 +71,7 @@ void DrumEngine::addPad(std::uint32_t pad) {
   Q57214DrumParameterInfo& group = *padGroups.back();
   allocator.setPad(static_cast<int>(pad), &group.values());
   groups.set(pad, &group);
-  // Each pad begins with its own wave and its own exclusive group; the first pad's group 0 means none.
+  // By default, pad n plays wave n and is in exclusive group n; group 0, the first pad's, means none.
   const auto own = static_cast<std::int32_t>(pad);
   for (const PadParameter parameter : {PadParameter::wave, PadParameter::exAssign}) {
     auto value = own;
@@ -95,7 +95,7 @@ ProgramBankGroups DrumEngine::bankGroups() {
 }
 
 bool DrumEngine::render(float* left, float* right, int frames, const EngineOuts* outs) {
-  // Even without frames the effect takes over its pending type and finished voices are released.
+  // Must run for 0 frames too: the effect then applies its pending type, and finished voices are released.
   bool isSilent = renderBlock(left, right, std::clamp(frames, 0, kMaxFrames), outs);
   for (int done = kMaxFrames; done < frames; done += kMaxFrames) {
     const EngineOuts later = outs == nullptr ? EngineOuts{} : outs->from(done);

@@ -22,47 +22,47 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// The instrument's pads, and the most pads that the numbering of parameters has room for.
+/// The number of pads, and the largest number that the parameter ids have room for.
 inline constexpr int kPadCount = 8;
 inline constexpr int kMaxPads = 16;
 
-/// Outs beside the main one. A pad's carries its voice before sends, effect and master level, the effect's what comes
-/// back from the effect before the master level. They need no rate or setting, and change nothing of the main out.
+/// Outs beside the main one. A pad's out carries its voice before sends, effect and master level; the effect's out
+/// carries the effect's output before the master level. They do not change the main out.
 struct EngineOuts {
   PadOuts pads;
   StereoOut effect;
 
   bool isConnected() const SIVRAY_NONBLOCKING;
-  /// The same outs from a later frame on.
+  /// The same outs, starting `frame` frames later.
   EngineOuts from(int frame) const SIVRAY_NONBLOCKING;
 };
 
-/// When an engine reads the waves of its pads.
+/// When the engine reads the pads' waves.
 enum class WaveLoading : std::uint8_t {
   atOnce,
-  later  ///< In `loadWaves`: a state that is set before then names other waves, and these would be read for nothing.
+  later  ///< In `loadWaves`, for an engine whose state will be set first: the default waves would be read for nothing.
 };
 
-/// Runs at 44100 Hz. Rendering, notes and `setParameter` belong to the audio thread; reads may come from any thread,
-/// those of the meters not during a render.
+/// Runs at 44100 Hz. `render`, notes and `setParameter` belong to the audio thread. Reads may come from any thread,
+/// except those of the meters during a render.
 class DrumEngine {
  public:
-  /// Builds `padCount` pads (limited to 1 .. kMaxPads), each with a slot of `slotFrames` frames, and gives each a wave.
-  /// `file` must outlive the engine. Allocates all memory that the engine ever needs.
+  /// Builds `padCount` pads (limited to 1 .. kMaxPads), each with a slot of `slotFrames` frames and a wave. `file` must
+  /// outlive the engine. Allocates all memory that the engine ever needs.
   DrumEngine(PcmFile& file, int padCount, std::size_t slotFrames, WaveLoading loading = WaveLoading::atOnce);
   DrumEngine(const DrumEngine&) = delete;
   DrumEngine& operator=(const DrumEngine&) = delete;
 
-  /// Reads the waves that no pad has read yet, as a whole. Must not run during a block.
+  /// Reads completely the waves that no pad has read yet. Must not run during a block.
   void loadWaves();
 
-  /// Reads one more piece of the waves that blocks have changed. Once a block, on its thread.
+  /// Reads one more piece of the waves that blocks have changed. Call once per block, on the audio thread.
   void readOn() SIVRAY_NONBLOCKING { core.waves().readOn(); }
 
-  /// Renders `frames` frames, full scale 1.0. Voices look at their pads' settings every 64 frames from the start of
-  /// each call. With 0 frames it writes nothing, but takes over a pending change of effect and releases voices that
-  /// have ended. Fills those of `outs` that are connected, too; there are none if it is null. Returns whether all of it
-  /// is known to be zeros.
+  /// Renders `frames` frames with a full scale of 1.0. Voices check their pads' settings every 64 frames from the start
+  /// of each call. With 0 frames it writes nothing, but applies a pending change of effect and releases finished
+  /// voices. Also fills the connected ones of `outs`, which may be null. Returns whether all outputs are known to be
+  /// zero.
   bool render(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
 
   /// Notes 36 and up play the pads; a velocity is 1 to 127. See VoiceAllocator.
@@ -75,8 +75,8 @@ class DrumEngine {
   /// Passes a transport message to the effect, see SivrayMultiEffector::transport.
   void transport(int message) SIVRAY_NONBLOCKING { effect.transport(message); }
 
-  /// Sets a parameter to `value`, 0 to 1 of its range. Unknown ids are ignored. Outside 0 to 1 a pad's and the effect's
-  /// parameters stop at the ends of their ranges.
+  /// Sets a parameter to `value`, 0 to 1 of its range. Ignores unknown ids. Values outside 0 to 1 are limited for the
+  /// parameters of pads and effect.
   void setParameter(std::uint32_t id, float value) SIVRAY_NONBLOCKING;
 
   /// See Generator::readsFile and Generator::prepare.
@@ -93,7 +93,7 @@ class DrumEngine {
   /// Punch". Empty if there is no such group.
   std::string parameterName(std::uint32_t id) const;
 
-  /// Returns the text of a value, or of the present one. Empty for an unknown id.
+  /// Returns the text for `value`, or for the current value. Empty for an unknown id.
   std::string parameterDisplay(std::uint32_t id, float value) const;
   std::string parameterDisplay(std::uint32_t id) const;
 
@@ -103,7 +103,7 @@ class DrumEngine {
  private:
   static constexpr int kMaxFrames = PadTaps::kFrames;
 
-  /// Memory for the largest block.
+  /// Work buffers for the largest block.
   struct Buffers {
     using Words = std::array<std::int16_t, static_cast<std::size_t>(2 * (kMaxFrames + kBusSlack))>;
     alignas(32) Words dry;
@@ -112,7 +112,7 @@ class DrumEngine {
     alignas(32) std::array<std::int16_t, kMaxFrames> wetRight;
   };
 
-  /// What an id names: a parameter of a group. Group and row are null for an unknown id.
+  /// The parameter that an id refers to. Group and row are null for an unknown id.
   struct Place {
     IParameter* group = nullptr;
     const ParameterRow* row = nullptr;

@@ -1,4 +1,4 @@
-// The waiting list and its bound, and the order in which records fire.
+// The list of waiting records, its limit, and the order of its records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/EventSequencer.h"
 
@@ -8,12 +8,12 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// Frame, then kind, then arrival. No two records are equal, so a sort without a buffer is enough.
+/// Order: frame, kind, arrival. No two records compare equal, so an unstable sort, which needs no buffer, is enough.
 constexpr auto firesBefore = [](const SequencerEvent& a, const SequencerEvent& b) {
   return std::tie(a.frame, a.kind, a.sequence) < std::tie(b.frame, b.kind, b.sequence);
 };
 
-/// By what a record sets, the newest first.
+/// Orders by parameter and frame, the newest first.
 constexpr auto isNewerOfSame = [](const SequencerEvent& a, const SequencerEvent& b) {
   return std::tie(a.frame, a.kind, a.id, b.sequence) < std::tie(b.frame, b.kind, b.id, a.sequence);
 };
@@ -25,22 +25,22 @@ bool setsTheSame(const SequencerEvent& a, const SequencerEvent& b) {
 
 }  // namespace
 
-/// Keeps the newest value of each parameter at each frame. Returns whether the full list has room again.
+/// Drops all but the newest value of each parameter at each frame. Returns whether the list has room again.
 bool WaitingRecords::makeRoom() {
   if (isCrowded) {
     return false;
   }
   std::sort(records.begin(), records.end(), isNewerOfSame);
-  // Moves and destroys plain records in place.
+  // Moving and destroying plain records allocates nothing.
   cofu::core::vouchFor(
       [this] { records.erase(std::unique(records.begin(), records.end(), setsTheSame), records.end()); });
-  // A list that shrinks by little would be sorted again for every few records.
+  // If little was freed, the next few records would make it sort again.
   isCrowded = records.size() > kCapacity / 2;
   return records.size() < kCapacity;
 }
 
 void WaitingRecords::moveTo(RecordList& list) {
-  // Plain records, for which the list has room.
+  // Plain records, and the list has room for them.
   cofu::core::vouchFor([&] { list.insert(list.end(), records.begin(), records.end()); });
   records.clear();
   isCrowded = false;

@@ -1,4 +1,4 @@
-// One list, sorted by time, of everything that happens during a block. Rendering stops at each record, applies it, and
+// A list, sorted by time, of everything that happens during a block. Rendering stops at each record, applies it, and
 // continues with the next slice.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -19,7 +19,7 @@ namespace tesh::bramel::plugin::sivray {
 /// What a record is. At one frame the kinds fire in this order.
 enum class SequencerKind : std::uint32_t { parameter, midi, globalParameter };
 
-/// The part of a MIDI message that the engine looks at.
+/// The bytes of a MIDI message that the engine uses.
 struct SequencerMessage {
   std::array<std::uint8_t, 3> bytes{};
   std::uint32_t size = 0;  ///< 0 for no message; bytes past it are 0.
@@ -56,29 +56,29 @@ class IEventSequencer {
   virtual void advance(std::int64_t frames) SIVRAY_NONBLOCKING = 0;
 };
 
-/// Has room for far more records than most blocks bring.
+/// Has room for far more records than most blocks need.
 using RecordList = std::vector<SequencerEvent, platform::PageAllocator<SequencerEvent>>;
 
-/// Records that wait, at most kCapacity, more than one block can bring. A host that sets parameters and never renders
-/// could fill any list, so a full list keeps only the newest value of each parameter at each frame: nothing is rendered
-/// between records of the same frame, so the engine ends up with the same values. New records that still find no room
-/// are dropped. Memory is allocated by the constructor alone.
+/// Waiting records, at most kCapacity, which is more than one block can bring. A host that sets parameters but never
+/// renders could fill any list. A full list therefore keeps only the newest value of each parameter at each frame: the
+/// engine ends up with the same values, because nothing is rendered between records of one frame. Further records that
+/// find no room are dropped. Only the constructor allocates.
 class WaitingRecords {
  public:
-  /// Room for 4095 values of automation and 4096 messages, the most that a block brings, behind a value of each of the
-  /// engine's 560 parameter ids.
+  /// Room for 4095 values of automation and 4096 messages, the most in one block, and one value of each of the engine's
+  /// 560 parameter ids.
   static constexpr std::size_t kCapacity = 10240;
 
   WaitingRecords() { records.reserve(kCapacity); }
 
   bool isEmpty() const { return records.empty(); }
 
-  /// Returns a new record for the caller to fill in, good until the next call. The record is lost if the list is full.
+  /// Returns a new record, to be filled in before the next call. If the list is full, the record is dropped.
   SequencerEvent& add() SIVRAY_NONBLOCKING {
     if (records.size() == kCapacity && !makeRoom()) {
       return dropped;
     }
-    // Within the capacity that the constructor has reserved.
+    // Within the capacity that the constructor reserved.
     return cofu::core::vouchFor([this]() -> SequencerEvent& { return records.emplace_back(); });
   }
 
@@ -89,13 +89,12 @@ class WaitingRecords {
   bool makeRoom() SIVRAY_NONBLOCKING;
 
   RecordList records;
-  bool isCrowded = false;  ///< Compaction freed too little; new records are dropped until `moveTo`.
-  SequencerEvent dropped;  ///< What a producer fills in when there is no room.
+  bool isCrowded = false;  ///< `makeRoom` freed too little: new records are dropped until `moveTo`.
+  SequencerEvent dropped;  ///< Returned for filling in when there is no room.
 };
 
-/// What a block brings is added without a lock, by whoever runs the block. Other producers append on any thread, under
-/// a lock that is never held while a record fires. The render loop takes over both once it has worked through its own
-/// list.
+/// The thread that runs a block adds the block's records without a lock. Other threads append theirs under a lock that
+/// is never held while a record fires. When the render loop has finished its own list, it takes over both.
 class EventSequencer final : public IEventSequencer {
  public:
   static constexpr std::size_t kCapacity = WaitingRecords::kCapacity;
@@ -103,7 +102,7 @@ class EventSequencer final : public IEventSequencer {
   /// `eventResponder` must outlive the sequencer.
   explicit EventSequencer(IEventResponder& eventResponder);
 
-  /// As WaitingRecords::add. Must not run at the same time as another `add`, `nextEventFrame` or `advance`.
+  /// Like WaitingRecords::add. Must not run during another `add`, `nextEventFrame` or `advance`.
   SequencerEvent& add() SIVRAY_NONBLOCKING { return ofBlock.add(); }
 
   /// Appends one record. Any thread.
@@ -117,7 +116,7 @@ class EventSequencer final : public IEventSequencer {
   void fire(const SequencerEvent& record);
 
   WaitingRecords pending;               ///< Guarded by `mutex`.
-  std::atomic<bool> hasPending{false};  ///< Set under the lock; read without it, so that an empty list costs no lock.
+  std::atomic<bool> hasPending{false};  ///< Set under the lock, read without it: an empty list costs no lock.
   WaitingRecords ofBlock;
   IEventResponder& responder;
   RecordList active;

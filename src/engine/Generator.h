@@ -1,4 +1,4 @@
-// The interface of a sound generator for the shell and the macro layer.
+// The interface of a sound generator, as the shell and the macro layer use it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@
 
 namespace tesh::vimo {
 
-/// The macro layer's side.
+/// Implemented by the macro layer.
 class PluginListener {
  public:
   virtual ~PluginListener() = default;
@@ -26,18 +26,18 @@ class PluginListener {
   virtual void parametersArrived() SIVRAY_NONBLOCKING {}
 };
 
-/// One engine parameter: its name, and its range on the scale of 0 to 1.
+/// An engine parameter's name, and its values on the scale of 0 to 1.
 struct GeneratorParameterInfo {
   std::array<char, 16> name{};  ///< Zero-terminated.
   float minimum = 0.0F;
   float maximum = 1.0F;
-  float value = 0.5F;   ///< The present value.
-  float step = 0.001F;  ///< From one integer of the parameter to the next.
+  float value = 0.5F;   ///< The current value.
+  float step = 0.001F;  ///< Distance between two neighbouring integers of the parameter.
 };
 
-/// A generator's state in two parts that follow one another.
+/// A generator's state: the bytes of `changing`, followed by those of `constant`.
 struct EngineSnapshot {
-  std::vector<std::uint8_t> changing;      ///< A copy of what the next block may change.
+  std::vector<std::uint8_t> changing;      ///< A copy of the bytes that the next block may change.
   std::span<const std::uint8_t> constant;  ///< Never changes.
   std::shared_ptr<const void> held;        ///< Keeps `constant` in memory.
 };
@@ -52,13 +52,13 @@ class Generator {
   virtual int outputCount() const = 0;
   virtual int inputCount() const = 0;
 
-  /// Takes the block's MIDI and automation and renders the block. A block of 0 frames only takes them. Audio thread.
+  /// Applies the block's MIDI and automation and renders the block. A block of 0 frames is only applied. Audio thread.
   virtual void process(ProcessBlock& block) SIVRAY_NONBLOCKING = 0;
 
   /// 0 for a sound generator.
   virtual int kind() const = 0;
 
-  /// One more than the highest parameter id; some ids below it may name nothing.
+  /// The highest parameter id plus 1; not every id below it names a parameter.
   virtual int parameterCount() const = 0;
 
   /// Queues a value of 0 to 1 for the start of the next `process`. Ignored while active: values then come as
@@ -71,20 +71,20 @@ class Generator {
     return false;
   }
 
-  /// Reads from the disk what the parameter will need at `value`, so that the audio thread finds it in
-  /// memory. Any thread but the audio thread, also during a block; waits for the disk.
+  /// Reads from the disk what the parameter needs at `value`, so that the audio thread finds it in memory. Waits for
+  /// the disk. Any thread but the audio thread, also during a block.
   virtual void prepare(std::uint32_t id, Sample value) {
     static_cast<void>(id);
     static_cast<void>(value);
   }
 
-  /// Returns the present value, 0 to 1; -1 for an unknown id.
+  /// Returns the current value, 0 to 1; -1 for an unknown id.
   virtual Sample getParameter(std::uint32_t id) const = 0;
 
-  /// Fills `info`. Returns false if there is nothing to tell.
+  /// Fills `info`. Returns false for an unknown id.
   virtual bool getParameterInfo(std::uint32_t id, GeneratorParameterInfo& info) const = 0;
 
-  /// Returns the text of the present value; empty for an unknown id.
+  /// Returns the text of the current value; empty for an unknown id.
   virtual std::string getParameterDisplay(std::uint32_t id) const = 0;
 
   /// Queues the tempo, in beats per minute, for the start of the next `process`.
@@ -93,14 +93,14 @@ class Generator {
   /// The host's rate in Hz. The engine's own rate does not depend on it.
   virtual void setSampleRate(double rate) = 0;
 
-  /// Start and end of playing; both silence everything that sounds.
+  /// Starts or ends playing. Both silence all sound.
   virtual void activate() SIVRAY_NONBLOCKING = 0;
   virtual void deactivate() SIVRAY_NONBLOCKING = 0;
 
   /// All settings as bytes, valid until the next `getState`. `setState` ignores bytes that it does not understand.
   virtual std::span<const std::uint8_t> getState() = 0;
   virtual void setState(std::span<const std::uint8_t> bytes) = 0;
-  /// The bytes of `getState`, taken fast enough for a block to wait for it.
+  /// The bytes of `getState`, taken quickly enough that a block may wait for it.
   virtual EngineSnapshot snapshot() {
     const std::span<const std::uint8_t> bytes = getState();
     return {{bytes.begin(), bytes.end()}, {}, nullptr};

@@ -1,4 +1,4 @@
-// The glide of the master gain, and the output stage over a block.
+// The smoothing of the master gain, and the output stage over a block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/GlobalSaveParameterDispatcher.h"
 

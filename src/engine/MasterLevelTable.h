@@ -1,4 +1,4 @@
-// The gains of the 128 master levels, as the sound design gives them: they follow no formula.
+// The gains of the 128 master levels. They belong to the sound design and follow no formula.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,7 +1,7 @@
 // The output stage over many frames, as templates over the registers of an instruction set. Each kernel's source file
 // includes it and compiles it for its own set, so everything here has internal linkage.
 //
-// Samples of left and right alternate. All values fit words of 16 bits, and (a * b) >> 15 is the high word of 2a * b.
+// Samples of left and right alternate. All values fit 16-bit words, and (a * b) >> 15 is the high word of 2a * b.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -28,7 +28,7 @@ typename R::Integers productsShifted14(typename R::Integers x, typename R::Integ
   return R::packed32(shifted(R::zipLow16(x, R::zero())), shifted(R::zipHigh16(x, R::zero())));
 }
 
-/// Words in the high half of 32-bit lanes need no shift: all steps to a float are exact.
+/// The words are in the high halves of 32-bit lanes, so no shift is needed. All steps to a float are exact.
 template <typename R>
 void storeFrames(OutputChannels out, int frame, typename R::Integers words) {
   const auto put = [](float* at, typename R::Integers uppers) {
@@ -38,7 +38,7 @@ void storeFrames(OutputChannels out, int frame, typename R::Integers words) {
   put(out.right + frame, R::bitAnd(words, R::all32(-65536)));
 }
 
-/// As many frames of two channels as fill a register, left and right in turn.
+/// As many stereo frames as fill a register, left and right alternating.
 template <typename R>
 typename R::Integers framesOf(BusSamples channels, int frame) {
   if constexpr (requires { typename R::Half; }) {
@@ -85,7 +85,8 @@ typename R::Integers shape(typename R::Integers x) {
   return R::add16(bent, R::mulHigh16(bent, R::all16(2 * kOutputMakeUp)));
 }
 
-/// Renders all frames if they fill a vector, and returns their number. The last vector overlaps the one before.
+/// Renders all frames, if there are enough to fill a vector, and returns their number. The last vector may overlap the
+/// one before.
 template <typename R, typename Gain>
 int renderVectors(const std::int16_t* dry, BusSamples wet, OutputChannels out, int frames, Gain gain) {
   constexpr int kFrames = R::kBytes / (2 * sizeof(std::int16_t));

@@ -1,5 +1,5 @@
-// The channels of a bus, separated eight frames at a time, the output stage in the registers that every processor has,
-// and the choice of a kernel for it.
+// Splits a bus into channels, eight frames at a time; the output stage in the registers that every processor has, and
+// the choice of a kernel.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/OutputStage.h"
 

@@ -1,4 +1,4 @@
-// How programs are captured, applied and exchanged, and how both chunk formats are read.
+// Captures, applies and swaps programs, and reads both chunk formats.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/ProgramBank.h"
 
@@ -27,7 +27,7 @@ ProgramBankRecord readOlderRecord(const std::uint8_t* bytes) {
   return record;
 }
 
-/// The records of all programs in `bytes`. Returns one shared copy per content; it is freed with its last holder.
+/// The records of all programs in `bytes`: one shared copy per content, freed with its last holder.
 std::shared_ptr<const ProgramBankRecords> sharedPrograms(const void* bytes) {
   static std::mutex mutex;
   static std::vector<std::weak_ptr<const ProgramBankRecords>> known;
@@ -71,8 +71,8 @@ const ProgramBankRecords& ProgramBank::allPrograms() {
   return *programs;
 }
 
-/// A copy of the programs for this bank alone, to be changed. Even a bank that has them alone needs the copy: another
-/// one may find them in sharedPrograms at any time.
+/// Makes a private copy of the programs for changing. Needed even if this bank is the only holder, because another bank
+/// may find the shared copy in sharedPrograms at any time.
 ProgramBankRecords& ProgramBank::ownPrograms() {
   const auto own = std::make_shared<ProgramBankRecords>(allPrograms());
   programs = own;

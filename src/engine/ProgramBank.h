@@ -1,5 +1,5 @@
-// The engine's own store of settings: an edit buffer and 128 programs, each a flat record of all values, and the bytes
-// in which a host's state carries them.
+// The engine's own store of settings: an edit buffer and 128 programs, each a flat record of all values, and their
+// bytes in a host's state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,7 +20,7 @@ namespace tesh::bramel::plugin::sivray {
 
 inline constexpr std::size_t kPrograms = 128;
 
-/// One program, word for word as in the chunk. Its words are little-endian, as are all machines that run this.
+/// One program, in the chunk's byte layout. Words are little-endian, like all machines that run this.
 struct ProgramBankRecord {
   std::uint32_t version = 1;
   std::array<char, 32> name{};                           ///< Zero-terminated.
@@ -32,7 +32,7 @@ static_assert(sizeof(ProgramBankRecord) == 1232);
 
 using ProgramBankRecords = std::array<ProgramBankRecord, kPrograms>;
 
-/// What the chunk begins with; the records of all programs follow it.
+/// The beginning of the chunk; the records of all programs follow.
 struct ProgramBankHead {
   std::uint32_t version = 1;
   std::array<char, 32> bankName{};
@@ -45,18 +45,18 @@ struct ProgramBankImage : ProgramBankHead {
 };
 static_assert(sizeof(ProgramBankImage) == 158964);
 
-/// Bytes of the older chunk, whose records have no master level.
+/// Bytes of the older chunk format, whose records have no master level.
 inline constexpr std::size_t kOlderChunkSize = 158448;
 
-/// The parameter groups whose values a record holds, not owned. Null for pads that do not exist.
+/// The parameter groups that a record captures, not owned. Null for pads that do not exist.
 struct ProgramBankGroups {
   std::array<IParameter*, 16> pads{};
   IParameter* effect = nullptr;
   IParameter* master = nullptr;
 };
 
-/// Every operation that applies a record sets all values on the calling thread; for each pad whose Wave changes, it
-/// reads the sample file there. Only one operation may run at a time, and none during a block.
+/// Applying a record sets all values on the calling thread, and for each pad whose Wave changes reads the sample file
+/// there. One operation at a time, and none during a block.
 class ProgramBank {
  public:
   /// Captures the groups' values into the edit buffer and all programs.
@@ -65,23 +65,23 @@ class ProgramBank {
   /// Captures the live values into the edit buffer and returns the chunk, valid until the next call.
   std::span<const std::uint8_t> getChunk();
 
-  /// The same bytes. Copies the edit buffer alone: programs are never changed in place.
+  /// The same bytes as `getChunk`. Copies only the edit buffer, because programs are never changed in place.
   vimo::EngineSnapshot snapshot();
 
-  /// Reads a chunk of the present or the older format and applies its edit buffer. A chunk of an unknown version is not
-  /// read, but the present edit buffer is applied again. A chunk too short for its format is ignored.
+  /// Reads a chunk of the current or the older format and applies its edit buffer. For a chunk of an unknown version,
+  /// it applies the present edit buffer again. Ignores a chunk too short for its format.
   void setChunk(std::span<const std::uint8_t> bytes);
 
   int getProgram() const { return currentProgram; }
 
-  /// Copies a program (limited to 0 .. 127) to the edit buffer and applies it. Does nothing if it is current already.
-  /// May also run on the audio thread, inside a block.
+  /// Copies a program (limited to 0 .. 127) to the edit buffer and applies it. Does nothing if it is already selected.
+  /// May run on the audio thread, inside a block.
   void setProgram(int index) SIVRAY_NONBLOCKING;
 
-  /// Captures the live values into the edit buffer, and copies it to program `index` if there is one.
+  /// Captures the live values into the edit buffer, and copies it to program `index` if that is 0 to 127.
   void storeProgram(int index);
 
-  /// Exchanges two programs. Does nothing if an index is out of range.
+  /// Swaps two programs. Does nothing if an index is out of range.
   void swapPrograms(int a, int b);
 
   /// The name in the edit buffer, or of a program; empty for an index out of range.
@@ -103,8 +103,9 @@ class ProgramBank {
   std::vector<std::uint8_t> exported;  ///< Empty until a chunk is asked for.
   int currentProgram = 0;
   ProgramBankHead head;
-  ProgramBankRecord alike;  ///< Each program while `programs` is null, which most banks get before anybody asks.
-  /// Shared by all banks with the same programs, as those of the factory are, until a bank changes its own.
+  /// Every program while `programs` is null. Most banks get shared programs before this is ever used.
+  ProgramBankRecord alike;
+  /// Shared by all banks with equal programs, such as the factory's, until a bank changes its own.
   std::shared_ptr<const ProgramBankRecords> programs;
 };
 

@@ -1,4 +1,4 @@
-// Ranges, clamping, wave changes and display texts of a pad.
+// A pad's ranges, limits, wave changes and display texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/Q57214DrumParameterInfo.h"
 
@@ -52,7 +52,7 @@ std::string printed(const char* pattern, int number) {
 
 std::string threeDigits(std::int32_t value) { return printed("%03d", value); }
 
-/// "000" at the centre, else the sign and at least two digits of the distance.
+/// "000" at the centre, else the sign and the distance with at least two digits.
 std::string aroundCentre(std::int32_t value, std::int32_t centre) {
   return value == centre ? "000" : printed("%+03d", cofu::core::wrapSub(value, centre));
 }
@@ -96,7 +96,7 @@ void Q57214DrumParameterInfo::fetchWave(std::int32_t wave) const {
   }
 }
 
-/// Without waves the maximum is -1, and so is the result.
+/// The wave number limited to its range; -1 if there are no waves.
 std::int32_t Q57214DrumParameterInfo::clampedWave(std::int32_t wave) const {
   return std::min(std::max(wave, waveRow.minimum), waveRow.maximum);
 }
@@ -106,7 +106,7 @@ int Q57214DrumParameterInfo::setValue(int index, std::int32_t* value) {
   if (row == nullptr) {
     return 0;
   }
-  // Without waves the maximum of Wave is -1, and so is the value.
+  // If there are no waves, the maximum of Wave is -1, and so becomes the value.
   *value = std::min(std::max(*value, row->minimum), row->maximum);
   const auto place = static_cast<std::size_t>(index);
   if (index == kWave && waveLoaded && padValues.at(place) != *value) {

@@ -1,4 +1,4 @@
-// The parameter group of one pad: its eighteen settings with names, ranges and texts.
+// The parameter group of a pad: its eighteen settings with names, ranges and texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,14 +9,14 @@ namespace tesh::bramel::plugin::sivray {
 
 class DrumCore;
 
-/// Values are limited to their ranges. Any thread may set and read them. Before `loadWave` has been called, Wave only
-/// names the wave to be read. Afterwards a new value changes the pad's wave, see PadWaves::take.
+/// Values are limited to their ranges. Any thread may set and read them. Until `loadWave` is called, Wave only stores
+/// the number of the wave to read; after that, setting it changes the pad's wave, see PadWaves::take.
 class Q57214DrumParameterInfo : public IParameter {
  public:
   /// Sets all values to their defaults.
   Q57214DrumParameterInfo(DrumCore& core, int pad);
 
-  /// 18, of which ids reach the first 16.
+  /// 18; parameter ids reach only the first 16.
   int count() const override { return static_cast<int>(kPadParameterCount); }
   int setValue(int index, std::int32_t* value) override;
 
@@ -28,10 +28,10 @@ class Q57214DrumParameterInfo : public IParameter {
   const ParameterRow* info(int index) const override;
   int indexOf(std::string_view name) const override;
 
-  /// Reads the pad's wave, unless it has been read already. Never on the audio thread.
+  /// Reads the pad's wave if that has not been done. Never on the audio thread.
   void loadWave();
 
-  /// Reads a wave ahead, if it is another one than the pad's. Any thread but the audio thread.
+  /// Reads a wave ahead, unless it is the pad's own. Any thread but the audio thread.
   void fetchWave(std::int32_t wave) const;
 
   /// The values that the voices read.
@@ -44,7 +44,7 @@ class Q57214DrumParameterInfo : public IParameter {
   DrumCore& core;
   PadValues padValues;
   int pad;
-  ParameterRow waveRow;  ///< Holds the number of waves, which does not change while the engine lives.
+  ParameterRow waveRow;  ///< Its maximum is the number of waves less 1, fixed while the engine lives.
   bool waveLoaded = false;
 };
 

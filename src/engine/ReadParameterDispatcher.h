@@ -1,4 +1,4 @@
-// The level meters of one pad as a parameter group that can only be read.
+// A pad's level meters as a read-only parameter group.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// How a block's messages and values become timed records, and how it is rendered in slices between them.
+// Turns a block's messages and values into timed records, and renders the slices between them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/SivrayPlugin.h"
 
@@ -9,7 +9,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// The upper end of the tempo parameter, in beats per minute.
+/// The fastest tempo, in beats per minute.
 constexpr double kFastestTempo = 300.0;
 
 SequencerMessage shortMessage(const vimo::MidiEvent& event) {
@@ -111,7 +111,7 @@ bool SivrayPlugin<Synth>::renderOnly(float* const* outputs, int frames, const En
   return renderSlices(outputs, frames, &moving);
 }
 
-/// Moves `outs` on with each slice.
+/// Starts `outs` later with each slice.
 template <typename Synth>
 bool SivrayPlugin<Synth>::renderSlices(float* const* outputs, int frames, EngineOuts* outs) {
   bool isSilent = true;
@@ -162,7 +162,7 @@ bool SivrayPlugin<Synth>::getParameterInfo(std::uint32_t id, vimo::GeneratorPara
 template <typename Synth>
 void SivrayPlugin<Synth>::activate() {
   running = true;
-  // Reads the pads' waves when the engine starts for the first time, which is before any block.
+  // Reads the pads' waves on the first start, before any block.
   cofu::core::mayWait([this] { synth.engine().loadWaves(); });
   synth.resume();
 }

@@ -1,4 +1,4 @@
-// This instrument's generator: a thin frame around one synth. It turns everything that arrives for a block into timed
+// This instrument's generator: a thin frame around one synth. Turns everything that arrives for a block into timed
 // records, and renders the block in slices that end at those records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -26,7 +26,7 @@ inline constexpr std::size_t kSlotFrames = 264600;
 template <typename Synth>
 class SivrayPlugin final : public vimo::Generator<float> {
  public:
-  /// Builds the whole engine. Waves that are not read at once are read by `activate`.
+  /// Builds the whole engine. Waves that are not loaded at once are loaded by `activate`.
   explicit SivrayPlugin(std::string_view folder = kSampleFolder, std::size_t slotFrames = kSlotFrames,
                         WaveLoading loading = WaveLoading::atOnce);
 
@@ -57,11 +57,11 @@ class SivrayPlugin final : public vimo::Generator<float> {
   void setProgramName(std::string_view name) override { synth.engine().bank().setProgramName(name); }
   vimo::SampleLibrary* sampleLibrary() override { return library.get(); }
 
-  /// Renders `frames` frames into two outputs and those of `outs` that are connected, without taking in a block's
-  /// messages and values. Returns whether all of it is known to be zeros.
+  /// Renders `frames` frames into two outputs and the connected ones of `outs`, without applying messages and values of
+  /// a block. Returns whether all outputs are known to be zero.
   bool renderOnly(float* const* outputs, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING;
 
-  /// Queues messages for the next render. Returns whether there was one. Audio thread.
+  /// Queues messages for the next render. Returns whether there were any. Audio thread.
   bool addMidi(const std::vector<vimo::MidiEvent>& events) SIVRAY_NONBLOCKING;
 
   /// Queues "BPMx10" (0) or "Trigger" (1) for the start of the next `process`, active or not.
@@ -69,7 +69,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
 
   static const char* typeName() { return Synth::typeName(); }
 
-  /// Sets who is told about automation, not owned; null for nobody. Must not be called during a block.
+  /// Sets the listener for automation, not owned; null for none. Must not be called during a block.
   void setListener(vimo::PluginListener* pluginListener) { listener = pluginListener; }
 
  private:
@@ -93,7 +93,7 @@ class SivrayPlugin final : public vimo::Generator<float> {
     Synth& synth;
   };
 
-  /// Names a record's kind and gives it the next number in the order of arrival.
+  /// Sets a record's kind and gives it the next arrival number.
   void number(SequencerEvent& record, SequencerKind kind) SIVRAY_NONBLOCKING;
   void queueParameter(SequencerKind kind, std::uint32_t id, float value);
   void takeAutomation(vimo::TimedValueRing& ring) SIVRAY_NONBLOCKING;

@@ -1,4 +1,4 @@
-// What the engine does for each MIDI message.
+// The engine's response to each MIDI message.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/VstXSynth.h"
 
@@ -7,10 +7,10 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// A system status that MIDI leaves undefined; here it carries messages about the transport.
+/// A system status that MIDI leaves undefined; here it carries transport messages.
 constexpr std::uint8_t kTransport = 0xF4;
 
-/// The bits of a MIDI data byte; also the highest note.
+/// The value bits of a MIDI data byte; also the highest note.
 constexpr std::uint8_t kDataBits = 127;
 
 constexpr bool releasesAll(std::uint8_t controller) { return controller == 123 || controller == 126; }
@@ -36,7 +36,7 @@ void VstXSynth::processEvent(const SequencerMessage& message) {
       drumEngine.noteOff(note);
       break;
     case cofu::core::kMidiController:
-      // The highest note is none of the pads'.
+      // Note 127 belongs to no pad, so the loop leaves it out.
       for (int any = 0; releasesAll(data1) && any < kDataBits; ++any) {
         drumEngine.noteOff(any);
       }

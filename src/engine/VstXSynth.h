@@ -13,11 +13,11 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Has the shape of a plug-in, but no host talks to it: SivrayPlugin calls its operations.
+/// Shaped like a plug-in, but no host talks to it: SivrayPlugin calls its operations.
 class VstXSynth {
  public:
-  /// Host and count are not used. `folder` is the folder of the sample files inside the resource directory,
-  /// `slotFrames` the length of a pad's slot.
+  /// The first two arguments are not used. `folder` is the folder of the sample files inside the resource directory,
+  /// `slotFrames` the length of a pad's slot in frames.
   VstXSynth(std::nullptr_t, int, int padCount, std::string_view folder, std::size_t slotFrames, WaveLoading loading)
       : pcmFile(folder), drumEngine(pcmFile, padCount, slotFrames, loading) {}
 
@@ -25,14 +25,14 @@ class VstXSynth {
   static constexpr int outputCount() { return 2; }
   static constexpr const char* typeName() { return "VstXSynth"; }
 
-  /// Renders into two channels, and into those of `outs` that are connected; there are no inputs. Returns whether all
-  /// of it is known to be zeros.
+  /// Renders into two channels and the connected ones of `outs`; there are no inputs. Returns whether all outputs are
+  /// known to be zero.
   bool processReplacing(float* left, float* right, int frames, const EngineOuts* outs = nullptr) SIVRAY_NONBLOCKING {
     return drumEngine.render(left, right, frames, outs);
   }
 
-  /// Acts on notes 36 to 43, controllers 123 and 126 (all notes off), program changes and the transport message 0xF4 of
-  /// this engine. Ignores the channel and everything else.
+  /// Handles notes 36 to 43, controllers 123 and 126 (all notes off), program changes, and the engine's transport
+  /// message 0xF4. Ignores the channel and all other messages.
   void processEvent(const SequencerMessage& message) SIVRAY_NONBLOCKING;
 
   /// Sets "BPMx10" (id 0) or "Trigger" (id 1).

@@ -1,4 +1,4 @@
-// Where a wave comes from when a pad takes it.
+// Gives a pad its wave: a fetched one, or one that is read piece by piece.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/PadWaves.h"
 
@@ -12,7 +12,8 @@ PadWaves::PadWaves(PcmFile& sampleFile, std::size_t padCount, std::size_t slotFr
 
 WaveStretch PadWaves::stretchOf(std::int32_t wave) const {
   const WaveInfo info = file.database().lookup(wave);
-  const std::uint64_t length = info.leftEnd - info.leftStart + 1U;  // 32 bits: a stretch that ends early wraps
+  // Of 32 bits: a stretch that ends before its start wraps.
+  const std::uint64_t length = info.leftEnd - info.leftStart + 1U;
   return {{info.leftStart, info.rightStart}, std::min<std::uint64_t>(memory.slotFrames() - 2, length)};
 }
 
@@ -38,13 +39,13 @@ PadWaves::Move PadWaves::take(std::size_t pad, std::int32_t wave) {
     cofu::core::mayWait([&] { readings[pad].stop(); });  // Closes the file.
     countReadings();
   } else {
-    // Only here, and where pieces are read, may the audio thread wait for the disk.
+    // Only this call and the reading of pieces may make the audio thread wait for the disk.
     cofu::core::mayWait([&] { begin(pad, wave); });
   }
   return {before, memory.frameOf(memory.memoryOf(pad))};
 }
 
-/// Without the file the pad stays without a wave. Its memory keeps the wave before, for voices that play it.
+/// Without the file the pad has no wave. Its memory keeps the previous wave for voices that still play it.
 void PadWaves::begin(std::size_t pad, std::int32_t wave) {
   auto opened = file.open();
   if (!opened) {
@@ -88,14 +89,15 @@ void PadWaves::readOn() {
 void PadWaves::finish() {
   for (std::size_t pad = 0; pad < readings.size(); ++pad) {
     if (readings[pad].isOpen()) {
-      memory.useOwn(pad).area.makePresent(readings[pad].waveFrames());  // At once, not one by one as they are written.
+      // Present at once, instead of page by page as they are written.
+      memory.useOwn(pad).area.makePresent(readings[pad].waveFrames());
       readings[pad].finish();
       noteProgress(pad);
     }
   }
 }
 
-/// Takes over how far the reading has come. What lies behind a complete wave is zero.
+/// Updates the number of frames that have been read. The memory behind a complete wave is zero.
 void PadWaves::noteProgress(std::size_t pad) {
   if (!readings[pad].isOpen()) {
     memory.useOwn(pad).writtenFrames = readings[pad].waveFrames();

@@ -1,5 +1,5 @@
-// The waves of all pads: their memory, what of it has not been read yet, and the wave that each may take next. Four
-// words are the road of a wave: `fetch` it, `take` it, read what voices `need`, and `readOn` between the blocks.
+// The waves of all pads: their memory, the pieces that are still missing, and the wave that each pad may take next. A
+// wave goes through four calls: `fetch`, `take`, `need` for voices that play, and `readOn` between blocks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,37 +15,37 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Except for `fetch`, operations run on the audio thread or under the lock of a block. Pads must exist. A wave number
-/// that names nothing playable reads the first sample of the file.
+/// Except for `fetch`, operations run on the audio thread or under the lock of a block. Pads must exist. For a wave
+/// number without a playable wave, the file's first sample is read.
 class PadWaves {
  public:
-  /// Memory for `padCount` pads with `slotFrames` frames each. `sampleFile` must outlive the object.
+  /// Allocates memory for `padCount` pads with `slotFrames` frames each. `sampleFile` must outlive this object.
   PadWaves(PcmFile& sampleFile, std::size_t padCount, std::size_t slotFrames);
 
   PcmPool& pool() { return memory; }
   const PcmPool& pool() const { return memory; }
 
-  /// Holds a wave for the pad, which `take` has then only to exchange for the present one; reads it unless another pad
-  /// or instance has it already. Waits for the disk: any thread but the audio thread, also during the other calls.
+  /// Holds a wave ready for the pad, so that `take` only swaps it in. Reads it unless another pad or instance already
+  /// has it. Waits for the disk. Any thread but the audio thread, also during the other calls.
   void fetch(std::size_t pad, std::int32_t wave);
 
-  /// The pad has no wave from now on.
+  /// Leaves the pad without a wave.
   void empty(std::size_t pad) SIVRAY_NONBLOCKING;
 
-  /// The places of the first frame of a pad's memory before and after it took a wave, see PcmPool::frameOf.
+  /// Frame numbers of the first frame of a pad's memory before and after it took a wave, see PcmPool::frameOf.
   struct Move {
     std::int32_t from = 0;
     std::int32_t to = 0;
   };
 
-  /// Gives the pad a wave: the one that was fetched, or else it begins to read it into the pad's own memory, which
-  /// reads a short wave at once. Voices that play from the memory read the new samples from then on; after a move they
-  /// play on from the new place, and must not read from the old one any more.
+  /// Gives the pad a wave: the fetched one, or else one that it starts to read into the pad's own memory; a short wave
+  /// is read at once. From then on, voices that play from the memory read the new samples. After a move, voices must go
+  /// on at the new place and no longer read from the old one.
   Move take(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING;
 
-  /// Whether the memory of a pad lacks pieces.
+  /// Whether pieces are missing in the memory of a pad.
   bool isReading() const { return openReadings != 0; }
-  /// Reads what the memory that begins at the frame `base` lacks of `first` to `last`.
+  /// Reads the missing frames `first` to `last` of the memory that begins at frame `base`.
   void need(std::int32_t base, std::size_t first, std::size_t last) SIVRAY_NONBLOCKING;
   /// Reads one missing piece.
   void readOn() SIVRAY_NONBLOCKING;
@@ -60,9 +60,9 @@ class PadWaves {
 
   PcmFile& file;
   PcmPool memory;
-  std::vector<WaveReading> readings;  ///< Of each pad.
+  std::vector<WaveReading> readings;  ///< One per pad.
   std::size_t openReadings = 0;
-  std::size_t latestPad = 0;  ///< Whose turn it was in `readOn`.
+  std::size_t latestPad = 0;  ///< The pad whose turn it was in `readOn`.
   std::mutex fetchMutex;      ///< One `fetch` at a time.
 };
 

@@ -1,5 +1,5 @@
-// How stretches of samples are read into a slot. Plain loops swap the bytes and interleave the channels; the compiler
-// turns them into vector code.
+// Reads stretches of samples into a slot. Plain loops swap the bytes and interleave the channels; the compiler
+// vectorises them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/PcmFile.h"
 
@@ -22,19 +22,19 @@ constexpr std::uint16_t swapBytes(std::uint16_t word) { return static_cast<std::
 
 std::int16_t sampleOf(std::uint16_t bigEndian) { return static_cast<std::int16_t>(swapBytes(bigEndian)); }
 
-/// Seeks to a sample of the stretch that begins at `offset`. The format's byte offsets are signed 32-bit numbers, so a
-/// stretch that begins beyond 2 GiB cannot be reached; then this returns false.
+/// Seeks to a sample of the stretch that begins at `offset`. The format's byte offsets are signed 32-bit numbers;
+/// returns false for a stretch that begins beyond 2 GiB and so cannot be reached.
 bool seekSample(platform::InputFile& file, std::uint32_t offset, std::size_t sample) {
   const std::uint32_t byteOffset = offset * 2U;
   const auto reachable = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());
   return byteOffset <= reachable && file.seek(byteOffset + static_cast<std::int64_t>(sample) * 2);
 }
 
-/// Samples of the file as they lie there, on the stack of the reader.
+/// Samples in the file's byte order, in a buffer on the stack.
 constexpr std::size_t kReadSamples = 16384;
 using ReadBuffer = std::array<std::uint16_t, kReadSamples>;
 
-/// Returns false where the reader would have to wait, but must not.
+/// False if the reader would have to wait but must not.
 bool readPiece(platform::InputFile& file, std::uint32_t offset, std::size_t sample, std::span<std::uint16_t> piece,
                Reading reading) {
   std::optional<std::size_t> bytes = 0;
@@ -86,7 +86,7 @@ bool readStereo(platform::InputFile& file, const WaveStretch& wave, std::int16_t
   return true;
 }
 
-/// Asks for the next 1.5 seconds of a wave, which come while the first of them are played.
+/// Asks the system to read the next 1.5 seconds of a wave, which arrive while the earlier ones are played.
 void expectFrom(const platform::InputFile& file, const WaveStretch& wave, std::size_t first) {
   constexpr std::int64_t kBytes = 128 << 10;
   const auto [left, right] = wave.offsets;
@@ -103,8 +103,8 @@ std::string dataPath(std::string_view folder) {
   return joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin");
 }
 
-/// Reads the file into the system's cache once per process; later instances find it there. What has left the cache
-/// since is read when somebody asks for a wave.
+/// Reads the file into the system's cache, once per process. Pages that have left the cache since are read when
+/// somebody asks for a wave.
 void warmOnce(const std::string& file) {
   static std::mutex mutex;
   static std::string warmed;

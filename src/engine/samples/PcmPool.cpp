@@ -1,4 +1,4 @@
-// The exchange of a slot's memory, and who frees what it had.
+// Swaps a slot's memory, and frees memory that is no longer used.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/PcmPool.h"
 
@@ -39,7 +39,7 @@ const std::int16_t* PcmPool::memoryOf(std::size_t index) const {
   return pad.own != nullptr ? pad.own->area.samples() : pad.shared.samples();
 }
 
-/// Leaves the shared wave to the next `freeUnused`, unless another is offered.
+/// The shared wave is freed by the next `freeUnused`, unless another is offered before.
 OwnMemory& PcmPool::useOwn(std::size_t index) {
   PadMemory& pad = pads[index];
   if (pad.own != nullptr) {
@@ -66,8 +66,7 @@ void PcmPool::freeUnused() {
   }
 }
 
-/// Puts empty memory in the place of one that has been written and is not played. Leaves it there if the system has no
-/// other.
+/// Replaces memory that was written to and is not played by empty memory. Keeps it if the system has no more.
 void PcmPool::freeOwn(PadMemory& pad) const {
   OwnMemory* written = pad.unplayed.load(std::memory_order_acquire);
   if (written == nullptr || written->writtenFrames == 0) {

@@ -1,5 +1,5 @@
-// The sample memory of all pads. A pad plays a shared wave, of which all instances have one copy, or reads a wave into
-// its own memory. Another thread may offer the pad its next shared wave. A change to that wave exchanges the two.
+// The sample memory of all pads. A pad plays a shared wave, of which all instances use one copy, or it reads a wave
+// into its own memory. Another thread may offer the pad its next shared wave; changing to that wave swaps the two.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -22,15 +22,15 @@ struct PcmSlot {
   std::uint64_t frames = 0;            ///< Length of the wave.
 };
 
-/// Memory of one pad alone.
+/// Memory that belongs to one pad.
 struct OwnMemory {
   SampleMemory::Area area;
   std::atomic<std::size_t> writtenFrames{0};  ///< Frames that may not be zero.
 };
 
-/// Slots are written by the thread that changes a wave, and read by voices without a lock. "Memory" is what a slot has
-/// now: `slotFrames` frames, which voices may read. It changes with `takeSpare` and `useOwn` alone, and what a slot no
-/// longer has is freed at any time.
+/// The thread that changes a wave writes the slots; voices read them without a lock. A slot's "memory" is the
+/// `slotFrames` frames that voices may read now. Only `takeSpare` and `useOwn` change it. Memory that a slot no longer
+/// has may be freed at any time.
 class PcmPool {
  public:
   /// The longest slot in which a Q12 position fits 32 bits.
@@ -50,27 +50,28 @@ class PcmPool {
   /// The first sample of the memory of slot `index`.
   const std::int16_t* memoryOf(std::size_t index) const SIVRAY_NONBLOCKING;
 
-  /// Gives the slot its own memory, as it was left. On the thread that changes a wave; waits for nobody.
+  /// Makes the slot play its own memory, with its previous content. On the thread that changes a wave; waits for
+  /// nobody.
   OwnMemory& useOwn(std::size_t index) SIVRAY_NONBLOCKING;
 
-  // The spare wave of slot `index`. One thread at a time offers it, never the audio thread:
+  // The spare wave of slot `index`. One thread at a time offers it, never the audio thread.
 
-  /// Frees what slots no longer have.
+  /// Frees memory that slots no longer have.
   void freeUnused();
   /// Whether the slot has been offered this wave.
   bool holdsSpare(std::size_t index, std::int32_t wave) const;
-  /// Offers the slot a wave in place of the last offer. A share of nothing only takes that back. May wait for the end
-  /// of a `takeSpare`.
+  /// Offers the slot a wave instead of the last offer; an empty share only withdraws that. May wait for the end of a
+  /// `takeSpare`.
   void offerSpare(std::size_t index, std::int32_t wave, WaveStore::Share samples);
 
-  /// Makes the wave that was offered the slot's. Returns false, and changes nothing, if it is another one. On the
+  /// Makes the offered wave the slot's. Returns false, and changes nothing, if `wave` is not the offered one. On the
   /// thread that changes a wave; waits for nobody.
   bool takeSpare(std::size_t index, std::int32_t wave) SIVRAY_NONBLOCKING;
 
-  /// Where frame numbers count from.
+  /// Frame number 0.
   const std::int16_t* base() const { return memory->base(); }
 
-  /// The number of the frame at `frame`, counted from base().
+  /// The frame number of `frame`, counted from base().
   std::int32_t frameOf(const std::int16_t* frame) const { return static_cast<std::int32_t>((frame - base()) / 2); }
 
   /// Two silent frames, to which an empty slot points.
@@ -79,7 +80,7 @@ class PcmPool {
   const std::shared_ptr<WaveStore>& waveStore() const { return store; }
 
  private:
-  /// What a pad's spare wave is: of no use, or offered. `busy` is a lock: whoever sets it may alone touch `spare` and
+  /// State of a pad's spare wave. `busy` works as a lock: only the thread that set it may access `spare` and
   /// `spareWave`, until it sets another state.
   enum class SpareState : std::uint8_t { useless, busy, offered };
 
@@ -90,11 +91,12 @@ class PcmPool {
     PadMemory& operator=(const PadMemory&) = delete;
     ~PadMemory();
 
-    // Of the thread that changes a wave:
-    WaveStore::Share shared;   ///< Played unless `own` is.
-    OwnMemory* own = nullptr;  ///< Played, if any.
+    // Used by the thread that changes a wave:
+    WaveStore::Share shared;   ///< Played if `own` is null.
+    OwnMemory* own = nullptr;  ///< Played if not null.
 
-    std::atomic<OwnMemory*> unplayed{nullptr};  ///< The own memory while it is not played; never null then.
+    /// The pad's own memory while it is not played, never null then; null while it is played.
+    std::atomic<OwnMemory*> unplayed{nullptr};
 
     std::atomic<SpareState> state{SpareState::useless};
     WaveStore::Share spare;

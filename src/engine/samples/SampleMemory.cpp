@@ -1,4 +1,4 @@
-// Areas are whole pages, taken where the first gap is long enough.
+// Takes areas of whole pages, each in the first gap that is long enough.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SampleMemory.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kFrameBytes = 2 * sizeof(std::int16_t);
 
-/// Room for 4000 waves of six seconds; frame numbers stay below 2^30.
+/// Room for 4000 waves of six seconds. Frame numbers then stay below 2^30.
 constexpr std::size_t kMostBytes = std::size_t{4} << 30;
 constexpr std::size_t kLeastBytes = std::size_t{64} << 20;
 

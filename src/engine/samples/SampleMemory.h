@@ -1,5 +1,5 @@
-// The sample memory of all instances in the process. Voices find a frame by its number from one start, so that all of
-// it lies in one range of addresses. The system provides each page when it is first written.
+// The sample memory of all instances in the process. Voices address a frame by its number from one start, so all of the
+// memory lies in one range of addresses. The system provides each page when it is first written.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,15 +13,15 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Any thread but the audio thread, which may only read and write what it was given.
+/// Any thread but the audio thread, which may only read and write areas that it was given.
 class SampleMemory {
  public:
-  /// The process' memory, made for the first holder and freed with the last one. Throws std::bad_alloc.
+  /// The process's memory, made for the first holder and freed with the last one. Throws std::bad_alloc.
   static std::shared_ptr<SampleMemory> ofProcess();
 
   SampleMemory();
 
-  /// A stretch of interleaved stereo frames, at first all zero.
+  /// A stretch of interleaved stereo frames, initially all zero.
   class Area {
    public:
     Area() = default;
@@ -29,7 +29,7 @@ class SampleMemory {
     Area& operator=(Area&& other) noexcept;
     ~Area();
 
-    /// Null for an area that was not taken.
+    /// Null for an empty area.
     std::int16_t* samples() const { return start; }
 
     /// Provides the pages of the first `frames` frames in one call, see platform::ZeroedPages.
@@ -45,7 +45,7 @@ class SampleMemory {
   /// Takes an area of at least `frames` frames, more than 0. Throws std::bad_alloc.
   static Area take(const std::shared_ptr<SampleMemory>& memory, std::size_t frames);
 
-  /// Where frame numbers count from.
+  /// Frame number 0.
   const std::int16_t* base() const { return start; }
 
   /// Two silent frames.
@@ -56,8 +56,9 @@ class SampleMemory {
   void giveBack(const std::int16_t* samples, std::size_t bytes);
 
   platform::AddressRange range;
-  std::mutex mutex;                           ///< Of `vacant`.
-  std::map<std::size_t, std::size_t> vacant;  ///< First byte and bytes of what is not taken; no two touch.
+  std::mutex mutex;  ///< Guards `vacant`.
+  /// First byte and length in bytes of each gap; neighbouring gaps are merged.
+  std::map<std::size_t, std::size_t> vacant;
   const std::int16_t* start;
 };
 

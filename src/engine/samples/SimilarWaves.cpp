@@ -1,4 +1,4 @@
-// A record is twelve numbers of 16 bits, of which the last is 0.
+// Reads and writes records of twelve 16-bit numbers, of which the last is 0.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SimilarWaves.h"
 
@@ -44,7 +44,7 @@ WaveKin kinOf(const Record& record) {
 
 }  // namespace
 
-/// FNV-1a.
+/// The 32-bit FNV-1a hash.
 std::uint32_t SimilarWaves::hashOf(std::span<const std::uint8_t> bytes) {
   std::uint32_t hash = 2166136261U;
   for (const std::uint8_t byte : bytes) {
@@ -97,7 +97,7 @@ std::vector<std::uint8_t> SimilarWaves::pack(std::span<const WaveKin> kins, std:
 }
 
 std::int32_t levelKept(const SimilarWaves& waves, std::int32_t from, std::int32_t to, std::int32_t level) {
-  constexpr float kDecibelsPerDecadeOfLevel = 40.0F;  // The engine squares the level.
+  constexpr float kDecibelsPerDecadeOfLevel = 40.0F;  // The engine squares the level, so a tenth of it is -40 dB.
   constexpr std::int32_t kHighest = 127;
   const WaveKin* const before = waves.of(from);
   const WaveKin* const after = waves.of(to);
@@ -113,7 +113,8 @@ std::vector<PadSound> varied(const SimilarWaves& waves, std::span<const PadSound
   std::mt19937 dice(seed);
   std::vector<PadSound> result(pads.begin(), pads.end());
   for (PadSound& pad : result) {
-    const std::size_t thrown = dice();  // Each pad takes one throw, whatever the others play.
+    // One number per pad, also for pads that stay, so that a pad's result does not depend on the others.
+    const std::size_t thrown = dice();
     const WaveKin* const kin = waves.of(pad.wave);
     if (kin != nullptr && !kin->nearest.empty()) {
       const std::int32_t wave = kin->nearest[thrown % kin->nearest.size()];

@@ -1,4 +1,4 @@
-// How the category file is read and sorted.
+// Reads and sorts the category file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SivraySampleLibrary.h"
 
@@ -18,8 +18,8 @@ namespace sivray = bramel::plugin::sivray;
 
 namespace {
 
-/// The distance of the factory waves' numbers, if all records between them tell it and no other record does. An index
-/// without categories has other words there.
+/// The distance of the factory waves' numbers, if every record between them states it and no other record does. An
+/// index without categories has other values in these words.
 std::int32_t distanceIn(std::span<const std::uint32_t> words) {
   const std::uint32_t told = words.size() > 1 ? words[1] : 0;
   if (told < 2 || told > sivray::kMostNumbersPerFactoryWave) {
@@ -66,7 +66,7 @@ bool SivraySampleLibrary::loadFrom(std::span<const std::uint8_t> records) {
 SivraySampleLibrary::Content SivraySampleLibrary::contentOf(std::span<const std::uint8_t> records) {
   Content content;
   auto& [entries, numbers, distance, sizes, categories] = content;
-  std::vector<std::string> namesOfFree;  // By id; empty for numbers that are not free.
+  std::vector<std::string> namesOfFree;  // By id; empty for numbers that have an entry.
   std::vector<std::uint32_t> distances;
   std::int32_t id = 0;
   for (; records.size() >= sivray::kWaveRecordBytes; records = records.subspan(sivray::kWaveRecordBytes), ++id) {
@@ -94,7 +94,8 @@ SivraySampleLibrary::Content SivraySampleLibrary::contentOf(std::span<const std:
 void SivraySampleLibrary::numberEntries(Content& content, const std::vector<std::string>& namesOfFree) {
   std::unordered_map<std::string_view, std::int32_t> places;
   auto& numbers = content.numbers;
-  for (std::size_t place = content.entries.size(); place-- > 0;) {  // Of several entries the first one counts.
+  // Backwards, so that the first of several entries with one name counts.
+  for (std::size_t place = content.entries.size(); place-- > 0;) {
     const Entry& entry = content.entries[place];
     numbers[static_cast<std::size_t>(entry.id)].flatIndex = static_cast<std::int32_t>(place);
     places[entry.name] = static_cast<std::int32_t>(place);

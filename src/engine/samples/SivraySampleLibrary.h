@@ -15,17 +15,17 @@
 
 namespace tesh::vimo {
 
-/// See SampleLibrary for the operations. Libraries that were read from equal bytes share what is in them.
+/// The operations are described in SampleLibrary. Libraries that were read from equal bytes share their content.
 class SivraySampleLibrary final : public SampleLibrary {
  public:
   static constexpr std::size_t kMaxCategories = 16;
 
-  /// What is known of similar waves is read from the same folder when it is first asked for.
+  /// The measurements of similar waves are read from the same folder when they are first needed.
   bool load(const std::string& path) override;
 
-  /// Reads the records of an index file from memory. Lists no record whose category is not 1 to 16; the records after
-  /// it keep their ids. One of category 0 is a free number, which plays the entry of its name. Replaces what was
-  /// there. Returns false, and changes nothing, if there are no bytes.
+  /// Reads the records of an index file from memory. Records whose category is not 1 to 16 are not listed; later
+  /// records keep their ids. A record of category 0 is a free number, which plays the entry of the same name. Replaces
+  /// the previous content. Returns false, and changes nothing, if there are no bytes.
   bool loadFrom(std::span<const std::uint8_t> records);
 
   std::int32_t categorySize(std::int32_t category) const override;
@@ -47,7 +47,7 @@ class SivraySampleLibrary final : public SampleLibrary {
     std::string name;
   };
 
-  /// What a wave number stands for.
+  /// What a wave number refers to.
   struct Number {
     bool isFree = false;
     std::int32_t flatIndex = 0;
@@ -66,7 +66,7 @@ class SivraySampleLibrary final : public SampleLibrary {
   const Entry* entryAt(std::int32_t flatIndex) const;
   const Number* numberAt(std::int32_t id) const;
 
-  std::string indexPath;  ///< Of the last `load`; empty before it.
+  std::string indexPath;  ///< Path of the last `load`; empty before it.
   mutable std::optional<SimilarWaves> similar;
   std::shared_ptr<const Content> content = std::make_shared<const Content>();
 };

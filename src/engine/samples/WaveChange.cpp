@@ -1,4 +1,4 @@
-// What each step of a wave change does.
+// The steps of a wave change.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveChange.h"
 
@@ -17,7 +17,7 @@ void PrepareWaveChange::run(std::size_t pad, std::int32_t) { waves.empty(pad); }
 void PCMLoadTask::run(std::size_t pad, std::int32_t wave) {
   const auto [from, to] = waves.take(pad, wave);
   for (std::size_t voice = 0; voice < bases.size(); ++voice) {
-    // Other pads may play the same memory, and voices that began on an empty slot stay silent.
+    // Compares both: other pads may play the same memory, and voices that started on an empty slot must stay silent.
     if (pads[voice] == static_cast<std::int32_t>(pad) && bases[voice] == from) {
       bases[voice] = to;
     }

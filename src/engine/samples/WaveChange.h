@@ -1,6 +1,6 @@
-// The change of a pad's wave as the engine's parameters see it: three steps with the interface of a parameter group,
-// and the object that runs them in order. A group has one parameter per pad, whose value is a wave number. Values can
-// be set but not read.
+// The change of a pad's wave, as the engine's parameters trigger it: three steps with the interface of a parameter
+// group, and the object that runs them in order. A group has one parameter per pad, whose value is a wave number.
+// Values can be set but not read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -44,8 +44,8 @@ class PrepareWaveChange final : public WaveChangeStep {
 /// Gives the pad its wave.
 class PCMLoadTask final : public WaveChangeStep {
  public:
-  /// `voiceBases` are the places of the memory that voices play from, `voicePads` the pads whose memory it is, as many.
-  /// The places follow a memory that moves.
+  /// `voiceBases` holds, for each voice, the frame number of the memory that it plays from, and `voicePads` the pad of
+  /// that memory; both have the same length. When a memory moves, `voiceBases` is updated.
   explicit PCMLoadTask(PadWaves& padWaves, std::span<std::int32_t> voiceBases = {},
                        std::span<const std::int32_t> voicePads = {})
       : WaveChangeStep(padWaves), bases(voiceBases), pads(voicePads) {}
@@ -58,7 +58,7 @@ class PCMLoadTask final : public WaveChangeStep {
   std::span<const std::int32_t> pads;
 };
 
-/// Marks the slot as filled. Voices only look at its length.
+/// Marks the slot as filled. No voice reads this mark: voices only check the slot's length.
 class PCMLoadAck final : public WaveChangeStep {
  public:
   using WaveChangeStep::WaveChangeStep;
@@ -67,7 +67,7 @@ class PCMLoadAck final : public WaveChangeStep {
   void run(std::size_t pad, std::int32_t wave) SIVRAY_NONBLOCKING override;
 };
 
-/// Runs the three steps on the calling thread, one after the other.
+/// Runs the three steps one after the other on the calling thread.
 class ThroughBack final : public IParameter {
  public:
   ThroughBack(PrepareWaveChange& first, PCMLoadTask& second, PCMLoadAck& third)

@@ -1,4 +1,4 @@
-// How the index files are read and a wave is looked up.
+// Reads the index files and looks up waves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveDatabase.h"
 
@@ -71,7 +71,8 @@ const WaveDatabase::SampleRecord* WaveDatabase::sampleAt(std::uint32_t index) co
 }
 
 WaveInfo WaveDatabase::lookup(std::int64_t id) {
-  cofu::core::mayWait([this] { loadOnce(); });  // Loaded before audio runs: each pad gets a wave when it is built.
+  // Does not happen during audio: each pad gets a wave when it is built, which loads the tables.
+  cofu::core::mayWait([this] { loadOnce(); });
   if (id < 0 || id >= static_cast<std::int64_t>(waves->size())) {
     return {};
   }

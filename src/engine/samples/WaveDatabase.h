@@ -1,4 +1,4 @@
-// The index of the sample file for the engine: which stretches of samples each wave number stands for. A browser uses
+// The engine's index of the sample file: the stretches of samples of each wave number. A browser uses
 // SivraySampleLibrary instead, which sorts the waves by category.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -15,8 +15,8 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// The answer to a lookup. Positions count samples in drumdata.bin; an end is the last sample of its stretch. A wave
-/// that cannot be played has `valid` 0, all positions 0, no name and a rate of 44100 Hz.
+/// The result of a lookup. Positions count samples in drumdata.bin; an end is the last sample of its stretch. For a
+/// wave that cannot be played, `valid` is 0, all positions are 0, the name is empty and the rate 44100 Hz.
 struct WaveInfo {
   std::uint32_t valid = 0;
   std::uint32_t leftStart = 0;
@@ -28,7 +28,7 @@ struct WaveInfo {
   std::uint32_t type = 0;  ///< 1 mono, 2 stereo.
 };
 
-/// The tables of sampleparam.bin and drumparam.bin, read on first use and kept; equal ones are shared.
+/// The tables of sampleparam.bin and drumparam.bin, read on first use. Equal tables are shared.
 class WaveDatabase {
  public:
   /// `folderName` is the folder of the index files inside the resource directory.
@@ -41,7 +41,7 @@ class WaveDatabase {
   /// The number of waves, 0 when there are no index files.
   std::int32_t waveCount();
 
-  /// Reads the index files, replacing what was there. A missing file leaves its table empty.
+  /// Reads the index files again. A missing file leaves its table empty.
   void load();
 
   /// Reads the records of both files from memory. Bytes after the last whole record are ignored.

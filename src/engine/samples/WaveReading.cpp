@@ -1,4 +1,4 @@
-// Which pieces of a wave are still missing.
+// Keeps track of the pieces of a wave that are still missing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveReading.h"
 
@@ -32,7 +32,7 @@ void WaveReading::need(std::size_t first, std::size_t last) {
 }
 
 void WaveReading::readNext() {
-  // Some file systems never read from their cache alone.
+  // Some file systems never read from their cache alone, so after so many refusals it waits.
   constexpr int kPatience = 200;
   while (nextPiece < pieceCount && isRead[nextPiece]) {
     ++nextPiece;
@@ -52,7 +52,7 @@ void WaveReading::finish() {
   stop();
 }
 
-/// Asks for what follows before it waits, so that one wait serves for more than the piece.
+/// First asks for the frames that follow, so that one wait serves more than this piece.
 void WaveReading::waitForPiece(std::size_t piece) {
   if (!readPiece(piece, Reading::cachedOnly)) {
     readPiece(piece, Reading::waits);

@@ -1,4 +1,4 @@
-// The reading of a wave piece by piece: a voice waits only for the samples that it is about to play.
+// Reads a wave piece by piece, so that a voice waits only for the samples that it is about to play.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,15 +13,16 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Fills the memory of a slot in any order of pieces, to the same samples as PcmFile::read. On the thread that changes
-/// waves and plays them. Waits for the disk where that is not said otherwise.
+/// Fills a slot's memory with a wave, in any order of pieces. On the thread that changes waves and plays them. Waits
+/// for the disk unless an operation says otherwise.
 class WaveReading {
  public:
   /// 93 ms of a wave at its own pitch, which takes about 3 us to read from the system's cache.
   static constexpr std::size_t kPieceFrames = 4096;
 
-  /// Begins, in place of whatever was being read before. A wave of one piece is read at once, of others nothing.
-  /// `usedFrames` frames of the area may not be zero; those beyond the wave become zero with their pieces.
+  /// Starts to read a wave and stops any earlier reading. A wave of one piece is read at once; of others nothing yet.
+  /// `usedFrames` is the number of frames of the area that may not be zero; those beyond the wave become zero with
+  /// their pieces.
   void begin(platform::InputFile opened, const WaveStretch& wave, const SampleMemory::Area& area,
              std::size_t usedFrames);
 
@@ -30,17 +31,17 @@ class WaveReading {
 
   std::size_t waveFrames() const { return stretch.frames; }
 
-  /// Leaves the memory as it is.
+  /// Stops reading and leaves the memory as it is.
   void stop() { file.reset(); }
 
-  /// Reads the pieces that hold the frames from `first` to `last`. Frames past the memory's used ones are zero anyway.
+  /// Reads the pieces that hold frames `first` to `last`. Frames behind the used ones are already zero.
   void need(std::size_t first, std::size_t last);
 
-  /// Reads the first missing piece if it is in the system's cache. Otherwise asks the system to read it ahead. The
-  /// last piece ends the reading.
+  /// Reads the first missing piece if it is in the system's cache, otherwise asks the system to read it ahead. After
+  /// the last piece the reading is closed.
   void readNext();
 
-  /// Reads the wave as a whole.
+  /// Reads all missing pieces.
   void finish();
 
  private:
@@ -54,8 +55,8 @@ class WaveReading {
   const SampleMemory::Area* memory = nullptr;
   std::size_t frameCount = 0;
   std::size_t pieceCount = 0;
-  std::size_t nextPiece = 0;  ///< All before it are read.
-  int refusals = 0;           ///< How often in a row the next piece was not in the cache.
+  std::size_t nextPiece = 0;  ///< All pieces before it have been read.
+  int refusals = 0;           ///< Consecutive calls in which the next piece was not in the cache.
   std::bitset<kMostPieces> isRead;
 };
 

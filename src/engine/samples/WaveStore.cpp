@@ -1,4 +1,4 @@
-// Who reads a wave, who waits for it, and who frees it.
+// Reads shared waves, makes others wait for a wave that is being read, and frees waves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/WaveStore.h"
 
@@ -63,7 +63,7 @@ WaveStore::Share WaveStore::holdOrRead(const std::shared_ptr<WaveStore>& self, p
 }
 
 void WaveStore::letGo(Copies::iterator copy) {
-  SampleMemory::Area unused;  // Freed without the lock.
+  SampleMemory::Area unused;  // Freed after the lock is released.
   const std::lock_guard lock(mutex);
   if (--copy->second.holders == 0) {
     unused = std::move(copy->second.area);

@@ -1,4 +1,4 @@
-// The waves that pads of all instances in the process play: one copy of each, which nobody changes.
+// The waves that the pads of all instances in the process play: one constant copy of each.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,31 +20,31 @@ namespace tesh::bramel::plugin::sivray {
 
 /// Any thread but the audio thread.
 class WaveStore {
-  /// What a copy holds: a stretch of a version of the file, and how many frames it is followed by zeros to.
+  /// Identifies a copy: a stretch of a version of the file, and the number of frames up to which zeros follow it.
   struct Content {
     platform::FileVersion file;
     WaveStretch stretch;
     std::size_t slotFrames = 0;
 
-    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0.
+    // NOLINTNEXTLINE(modernize-use-nullptr): the compiler's own code compares with 0.
     friend auto operator<=>(const Content&, const Content&) = default;
   };
 
   struct Copy {
     SampleMemory::Area area;
     std::size_t holders = 0;
-    bool isRead = false;  ///< Until then the first holder's thread writes the area, with no lock held.
+    bool isRead = false;  ///< Until then the first holder's thread writes the area, without a lock.
   };
 
   using Copies = std::map<Content, Copy>;
 
  public:
-  /// The process' store, made for the first holder and freed with the last one.
+  /// The process's store, made for the first holder and freed with the last one.
   static std::shared_ptr<WaveStore> ofProcess();
 
   explicit WaveStore(std::shared_ptr<SampleMemory> sampleMemory) : memory(std::move(sampleMemory)) {}
 
-  /// Holds a copy. Its end, not on the audio thread, frees the copy with its last holder.
+  /// Shared ownership of a copy, which is freed with its last holder. Not to be destroyed on the audio thread.
   class Share {
    public:
     Share() = default;
@@ -62,9 +62,9 @@ class WaveStore {
 
     explicit operator bool() const { return store != nullptr; }
 
-    /// The wave's first sample, in the memory of the process; null for a share of nothing.
+    /// The wave's first sample; null for an empty share.
     const std::int16_t* samples() const { return first; }
-    /// Frames of the wave.
+    /// Length of the wave in frames.
     std::size_t frames() const { return waveFrames; }
 
    private:
@@ -75,9 +75,9 @@ class WaveStore {
     std::size_t waveFrames = 0;
   };
 
-  /// Gives a copy of what the file has now: `slotFrames` frames, at least as many as the stretch, all behind it zero.
-  /// Waits for the disk, or for another thread that reads the same. Gives nothing if the file cannot be opened, if the
-  /// stretch is empty, or without memory.
+  /// Returns a copy of the stretch as it is in the file now, followed by zeros up to `slotFrames` frames, which is at
+  /// least the stretch's length. Waits for the disk, or for another thread that reads the same. Returns an empty share
+  /// if the file cannot be opened, if the stretch is empty, or without memory.
   static Share share(const std::shared_ptr<WaveStore>& store, const PcmFile& file, const WaveStretch& stretch,
                      std::size_t slotFrames);
 
@@ -86,7 +86,7 @@ class WaveStore {
   void letGo(Copies::iterator copy);
 
   std::shared_ptr<SampleMemory> memory;
-  std::mutex mutex;  ///< Of all below, but for the samples.
+  std::mutex mutex;  ///< Guards all members below, except the samples.
   std::condition_variable hasRead;
   Copies copies;
 };

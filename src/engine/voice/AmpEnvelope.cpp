@@ -1,4 +1,4 @@
-// The start of an envelope, and the length of its decay.
+// Starts an envelope and computes the length of its decay.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/AmpEnvelope.h"
 
@@ -24,7 +24,7 @@ void AmpEnvelope::start(std::size_t lane, const PadValues& pad) {
   bank.phase[lane] = EnvelopePhase::running;
 }
 
-/// The first of the coming samples, counted from 1, after which the level index has changed. It has after `frames`.
+/// The first of the next samples, counted from 1, after which the level index differs. It must differ after `frames`.
 int AmpEnvelope::firstStep(std::size_t lane, int frames) const {
   int first = 1;
   for (int last = frames; first < last;) {

@@ -15,9 +15,9 @@ namespace tesh::bramel::plugin::sivray {
 
 class PadValues;
 
-/// Works on the lanes' envelope fields. The decay walks through 128 level indices, from 127 (full gain) to 0 (closed),
-/// and each new index gives the lane's envelope ramp a new target. In gate mode the decay begins at the note's end; in
-/// one-shot mode it begins with the voice, and an EGTime of 127 means no decay at all. Audio thread.
+/// Works on the lanes' envelope fields. The decay steps through 128 level indices, from 127 (full gain) to 0 (closed);
+/// each new index gives the lane's envelope ramp a new target. In gate mode the decay begins with the note-off; in
+/// one-shot mode with the note-on, and an EGTime of 127 then means no decay at all. Audio thread.
 class AmpEnvelope {
  public:
   AmpEnvelope(VoiceBank& voiceBank, RampBank& rampBank) : bank(voiceBank), ramps(rampBank) {}
@@ -36,7 +36,7 @@ class AmpEnvelope {
     return indexAfter(lane, frames) == bank.levelIndex[lane] ? frames : firstStep(lane, frames);
   }
 
-  /// Moves the envelope on by `frames` samples, which must not be more than `framesToStep` gave.
+  /// Advances the envelope by `frames` samples, at most what `framesToStep` returned.
   void advance(std::size_t lane, int frames) SIVRAY_NONBLOCKING {
     if (!isDecaying(lane)) {
       return;
@@ -71,12 +71,13 @@ class AmpEnvelope {
     return !bank.envelopeFinished[lane] && bank.levelIndex[lane] == 0 && bank.envelopeGain[lane] < 1;
   }
 
-  /// Samples of decay `frames` samples from now. Stops at the largest number, which takes more than thirteen hours.
+  /// Samples of decay after `frames` more samples. Stays at the largest number, which is reached after more than
+  /// thirteen hours.
   std::int32_t counterAfter(std::size_t lane, int frames) const {
     return std::min(bank.envelopeCounter[lane], std::numeric_limits<std::int32_t>::max() - frames) + frames;
   }
 
-  /// The level index `frames` samples from now: truncated, in single precision.
+  /// The level index after `frames` more samples, truncated in single precision.
   std::int32_t indexAfter(std::size_t lane, int frames) const {
     const float steps = static_cast<float>(counterAfter(lane, frames)) * bank.envelopeSpeed[lane];
     return steps >= static_cast<float>(kFullIndex) ? 0 : kFullIndex - static_cast<std::int32_t>(steps);

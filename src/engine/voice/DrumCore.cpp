@@ -1,4 +1,4 @@
-// Construction of the engine's memory and voices.
+// Constructs the engine's memory and voices.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/DrumCore.h"
 

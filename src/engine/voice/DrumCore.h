@@ -1,4 +1,4 @@
-// The memory of the engine: the samples of all pads with the steps that load them, the ramps, and the voices.
+// The memory of the engine: the samples of all pads, the steps that load them, the ramps, and the voices.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,21 +21,21 @@ class VoicePool;
 /// Owns what pads and voices share. Allocates only in its constructor and in `makeVoices`.
 class DrumCore {
  public:
-  /// Memory for `padCount` pads with `slotFrames` frames each. `file` must outlive the core.
+  /// Allocates memory for `padCount` pads with `slotFrames` frames each. `file` must outlive the core.
   DrumCore(PcmFile& file, int padCount, std::size_t slotFrames);
   ~DrumCore();
   DrumCore(const DrumCore&) = delete;
   DrumCore& operator=(const DrumCore&) = delete;
 
-  /// The group whose parameter n is the wave of pad n. Setting it begins to read the wave into the pad's slot.
+  /// The group whose parameter n is the wave of pad n. Setting it starts to read the wave into the pad's slot.
   IParameter& waveChange() { return throughBack; }
   PadWaves& waves() { return padWaves; }
   WaveDatabase& database() { return pcmFile.database(); }
   RampBank& rampBank() { return ramps; }
   VoiceBank& voiceBank() { return bank; }
 
-  /// Makes the voices, all free, and hands them to the allocator. Must be called once, after every pad has its
-  /// settings. Without a `kernel` they use the fastest that the processor can run.
+  /// Makes the voices, all free, and passes them to the allocator. Must be called once, after every pad has its
+  /// settings. Without a `kernel`, they use the fastest that the processor can run.
   void makeVoices(VoiceAllocator& allocator);
   void makeVoices(VoiceAllocator& allocator, const VoiceKernel& kernel);
 

@@ -1,5 +1,5 @@
 // The chain of stages for one voice, four frames at a time: its lanes are consecutive frames. Only punch and low boost
-// wait for the frame before. Included by VoiceKernelRun, so everything here has internal linkage.
+// depend on the previous frame. Included by VoiceKernelRun, so everything here has internal linkage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// For runs in which no ramp moves and nothing fades or is tapped.
+/// For runs without moving ramps, fades and taps.
 template <typename L, ChainNeeds Needs>
 class FrameChain : VoiceChain<L, Needs> {
   static_assert(Needs.frames && !Needs.fade && !Needs.tap && L::kLanes == 4);
@@ -33,15 +33,15 @@ class FrameChain : VoiceChain<L, Needs> {
     Base::weightStep = Base::stepOfWeights(Base::step);
   }
 
-  /// The words of the next four frames for each bus that is fed: left and right of the first, of the second and so on.
+  /// The words of the next four frames for each fed bus: left and right of the first frame, of the second, and so on.
   SIVRAY_KERNEL_INLINE void next(Vec& toDry, Vec& toEffect) {
     const Vec x = sound(lowBoost(wave()));
     Base::peaks = L::max16(Base::peaks, L::abs16(x));
     send(x, toDry, toEffect);
   }
 
-  /// The same for the run's last `count` frames, 1 to 3. Lanes behind them repeat the last one, so that nothing beyond
-  /// the wave is read; their words mean nothing.
+  /// The same for the run's last `count` frames, 1 to 3. The remaining lanes repeat the last frame, so that nothing
+  /// beyond the wave is read; their words have no meaning.
   SIVRAY_KERNEL_INLINE void last(int count, Vec& toDry, Vec& toEffect) {
     place(L::first32(Base::position), count);
     const Vec boosted = lowBoost(wave());
@@ -58,7 +58,7 @@ class FrameChain : VoiceChain<L, Needs> {
     send(x, toDry, toEffect);
   }
 
-  /// Stores the changed state back into the bank, after `frames` frames in all.
+  /// Stores the changed state in the bank, after `frames` frames in total.
   void finish(int frames) {
     VoiceBank& voices = Base::bank;
     const std::size_t lane = Base::first;
@@ -77,7 +77,7 @@ class FrameChain : VoiceChain<L, Needs> {
  private:
   static constexpr std::int32_t kHalf = 16384;
 
-  /// Lanes for frames from position `from` on, of which `count` differ.
+  /// Sets up lanes for frames from position `from` on; only the first `count` differ.
   void place(std::int32_t from, int count) {
     const auto at = [=, this](int frame) { return wrapAdd(from, wrapMul(stride, std::min(frame, count - 1))); };
     Base::position = L::four32(at(0), at(1), at(2), at(3));
@@ -99,7 +99,7 @@ class FrameChain : VoiceChain<L, Needs> {
     return Base::enveloped(Base::punchedWords(left, right));
   }
 
-  /// The law of VoiceChain's low boost.
+  /// The low boost of VoiceChain, one frame after the other.
   Vec lowBoost(Vec x) { return feedsBackHalf ? fedBack<true>(x) : fedBack<false>(x); }
 
   template <bool Half>
@@ -113,7 +113,7 @@ class FrameChain : VoiceChain<L, Needs> {
     return L::zipLow64(L::zipLow32(y0, y1), L::zipLow32(y2, y3));
   }
 
-  /// One frame, in all lanes.
+  /// Computes one frame, in all lanes at once.
   template <bool Half, int Frame>
   Vec fedFrame(Vec input, Vec above) {
     Vec& state = Base::boostState;
@@ -146,7 +146,7 @@ class FrameChain : VoiceChain<L, Needs> {
   std::int32_t stride;
   std::int32_t start;
   std::int32_t punchNow;
-  bool feedsBackHalf;  ///< The low boost feeds back half of its last output or more.
+  bool feedsBackHalf;  ///< The low boost feeds back at least half of its last output.
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Turns frames of lanes into channels of lanes, eight frames at a time.
+// Transposes frames of lanes into channels of lanes, eight frames at a time.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/PadTaps.h"
 
@@ -20,9 +20,9 @@ struct Rows {
   Integers at[kWordsOfGroup];
 };
 
-/// Eight frames of one group of four lanes as eight channels: the left ones of all lanes, then the right ones. Zipping
-/// each row with the one four below moves the highest bit of a word's row number to the lowest of its column; three
-/// times, and all bits have changed sides.
+/// Transposes eight frames of a group of four lanes into eight channels: the left ones of all lanes, then the right
+/// ones. Zipping each row with the one four below moves the highest bit of a word's row number to the lowest of its
+/// column number; after three times all bits have changed places.
 Rows channelsOf(const std::int16_t* taps) {
   Rows rows;
   for (std::size_t row = 0; row < kWordsOfGroup; ++row) {
@@ -39,13 +39,13 @@ Rows channelsOf(const std::int16_t* taps) {
   return rows;
 }
 
-/// A channel that gets the words of one lane, or has them added to those of another one.
+/// An output channel, which a lane's words are written to, or added to if another lane has written it.
 struct Channel {
   float* out = nullptr;
   bool adds = false;
 
   void put(int frame, Integers words) const {
-    // Words in the upper halves need no shift: all steps to a float are exact.
+    // The words are in the upper halves of the lanes, so no shift is needed; all steps to a float are exact.
     putFour(out + frame, R::zipLow16(R::zero(), words));
     putFour(out + frame + 4, R::zipHigh16(R::zero(), words));
   }
@@ -61,7 +61,7 @@ struct Channel {
   }
 };
 
-/// The channels of a group, in the order of its words. Null where nobody listens.
+/// The channels of a group, in the order of its words. Null if nobody listens.
 using GroupChannels = std::array<Channel, kWordsOfGroup>;
 
 void spreadGroup(const std::int16_t* taps, int frames, const GroupChannels& channels) {

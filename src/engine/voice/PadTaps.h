@@ -1,4 +1,4 @@
-// The outs of the pads: what each voice sounds before its sends, sorted by the pads that the voices play.
+// The outs of the pads: each voice's sound before its sends, sorted by the pads that the voices play.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Two channels of floats; both null where nobody listens.
+/// Two float channels; both null if nobody listens.
 struct StereoOut {
   float* left = nullptr;
   float* right = nullptr;
@@ -27,7 +27,7 @@ struct StereoOut {
       std::fill_n(right, frames, 0.0F);
     }
   }
-  /// The same out from a later frame on.
+  /// The same out, starting `frame` frames later.
   StereoOut from(int frame) const { return isConnected() ? StereoOut{left + frame, right + frame} : StereoOut{}; }
 };
 
@@ -35,16 +35,16 @@ struct StereoOut {
 inline constexpr std::size_t kPadOuts = 8;
 using PadOuts = std::array<StereoOut, kPadOuts>;
 
-/// Takes no memory until the first tap. Audio thread, except construction.
+/// Takes no memory until it is first used. Audio thread, except construction.
 class PadTaps {
  public:
-  static constexpr int kFrames = 2048;  ///< The longest render with taps.
+  static constexpr int kFrames = 2048;  ///< Longest render with taps, in frames.
 
-  /// Where the kernel writes the taps of the frames from `frame` on; see VoiceRun.
+  /// The place where the kernel writes the taps from frame `frame` on; see VoiceRun.
   std::int16_t* at(int frame) { return words.data() + static_cast<std::ptrdiff_t>(frame) * kTapWords; }
 
-  /// Fills all connected outs with the taps of `frames` frames, of full scale 1.0. `padOfLane` has an entry for each
-  /// lane that sounds. Voices of the same pad are added; a pad without a voice is silent.
+  /// Fills all connected outs from the taps of `frames` frames, with a full scale of 1.0. `padOfLane` has an entry for
+  /// each sounding lane. Voices of the same pad are added; a pad without a voice is silent.
   void spread(std::span<const std::int32_t> padOfLane, int frames, const PadOuts& pads) SIVRAY_NONBLOCKING;
 
   /// Fills all connected outs with zeros.

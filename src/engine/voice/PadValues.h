@@ -1,4 +1,4 @@
-// The eighteen settings of a pad, as the voices read them.
+// A pad's eighteen settings, as the voices read them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -33,8 +33,8 @@ enum class PadParameter : std::uint8_t {
 
 inline constexpr std::size_t kPadParameterCount = 18;
 
-/// The values of one pad, each a word of its own. Any thread may set one; the audio thread reads them at each voice
-/// start, and every 64 samples if one was set. Nothing depends on two values changing together.
+/// The values of one pad, each a separate atomic word. Any thread may set one; the audio thread reads them at each
+/// voice start, and every 64 samples if one was set. Nothing depends on two values changing together.
 class PadValues {
  public:
   std::int32_t operator[](PadParameter parameter) const { return at(static_cast<std::size_t>(parameter)); }
@@ -49,13 +49,12 @@ class PadValues {
     edition.fetch_add(2, std::memory_order_release);
   }
 
-  /// A number that is different after each `set`, and never 0. Values that are read after it are as new as it, or
-  /// newer.
+  /// A number that changes with each `set`, and is never 0. Values read after it are at least as new as it is.
   std::uint32_t version() const { return edition.load(std::memory_order_acquire); }
 
  private:
   std::array<std::atomic<std::uint32_t>, kPadParameterCount> words{};
-  std::atomic<std::uint32_t> edition{1};  ///< odd
+  std::atomic<std::uint32_t> edition{1};  ///< Always odd, so never 0.
 };
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -1,4 +1,4 @@
-// Binding, starting and retiring of ramps.
+// Binds, starts and retires ramps.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/RampBank.h"
 
@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-/// Sign-extends the lower 24 bits, the range that a bound field may have.
+/// Sign-extends the lower 24 bits, which is the range of a bound field.
 std::int32_t extendedFrom24(std::int32_t word) { return cofu::core::wrapShiftLeft(word, 8) >> 8; }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Click-free paths for the gains of all voices: a shared bank of one-pole ramps that is stepped once per sample. Only
-// moving ramps cost time; they lie at the front of the arrays, four to a group.
+// Smooths the gains of all voices: a bank of one-pole ramps, stepped once per sample. Only moving ramps cost time; they
+// are kept at the front of the arrays, in groups of four.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,20 +13,22 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Values are integers with 32767 for 1.0. A slot keeps its index; its position in the arrays changes. Used on the
-/// audio thread, and on the thread that builds the engine before audio runs.
+/// Values are integers, with 32767 for 1.0. A slot keeps its index, while its position in the arrays changes. Used on
+/// the audio thread, and on the thread that builds the engine before audio runs.
 class RampBank {
  public:
   static constexpr std::int32_t kCapacity = 1024;
   static constexpr std::size_t kGroupLanes = 4;
 
-  /// Rates. A step multiplies the distance to the target by |rate| / 32768, and a little less, so that the ramp lands
-  /// exactly on it. From 32767 to 0 that takes 778 steps (18 ms), 2397 steps (54 ms) and 3 steps.
-  static constexpr std::int32_t kMoveRate = -32511;     ///< A setting that changes.
-  static constexpr std::int32_t kEndFadeRate = -32703;  ///< The fade after a wave's end.
-  static constexpr std::int32_t kGateRate = -256;       ///< A voice's way to a bus, opened or closed.
+  /// Rates. A step multiplies the distance to the target by
+  /// rate
+  /// / 32768, rounded so that the ramp reaches the target exactly. From 32767 to 0 these rates take 778 steps (18 ms),
+  /// 2397 steps (54 ms) and 3 steps.
+  static constexpr std::int32_t kMoveRate = -32511;     ///< For a setting that changes.
+  static constexpr std::int32_t kEndFadeRate = -32703;  ///< For the fade after a wave's end.
+  static constexpr std::int32_t kGateRate = -256;       ///< For opening and closing a voice's send to a bus.
 
-  /// Four ramps side by side; position p lies in group p / 4, lane p % 4.
+  /// Four ramps side by side: position p is lane p % 4 of group p / 4.
   struct alignas(16) Group {
     std::array<std::int32_t, kGroupLanes> rate;
     std::array<std::int32_t, kGroupLanes> current;
@@ -37,29 +39,30 @@ class RampBank {
   RampBank(const RampBank&) = delete;
   RampBank& operator=(const RampBank&) = delete;
 
-  /// Returns the next free slot; the last slot, again and again, once all are taken.
+  /// Returns the next free slot; once all are taken, always the last one.
   std::int32_t allocate();
 
   /// Sets a slot's rate, -32768 to 0. A slot with rate 0 jumps to its target in one step.
   void setRate(std::int32_t slot, std::int32_t rate) SIVRAY_NONBLOCKING;
 
-  /// Makes `field` the destination and stops the ramp at the field's value, of which the lower 24 bits count.
+  /// Sets the destination and stops the ramp at the field's value (its lower 24 bits).
   void bind(std::int32_t slot, std::int32_t* field) SIVRAY_NONBLOCKING;
 
-  /// Makes `field` the destination and moves from its value to the slot's present target.
+  /// Sets the destination and moves from its value to the slot's current target.
   void bindKeepingTarget(std::int32_t slot, std::int32_t* field) SIVRAY_NONBLOCKING;
 
-  /// Jumps: current, target and destination become `value`. A moving slot is retired by the next tick.
+  /// Jumps: current value, target and destination become `value`. A moving slot is retired by the next tick.
   void setNow(std::int32_t slot, std::int32_t value) SIVRAY_NONBLOCKING;
 
-  /// Starts to move from the current value to `value`. Does nothing if `value` is the target already.
+  /// Starts to move from the current value to `value`. Does nothing if `value` is already the target.
   void setTarget(std::int32_t slot, std::int32_t value) SIVRAY_NONBLOCKING;
 
-  /// One sample: steps the moving ramps, writes them to their destinations, and retires those that have arrived.
+  /// Advances by one sample: steps the moving ramps, writes them to their destinations, and retires those that have
+  /// arrived.
   void tick() SIVRAY_NONBLOCKING { stepAndRetire<ScalarStep>(); }
 
-  /// `tick` with the caller's group step: `Step::step(Group&)` moves four ramps and returns a bit for each that has
-  /// arrived. Returns whether a ramp has retired.
+  /// `tick` with the caller's function for a group: `Step::step(Group&)` moves four ramps and returns a bit for each
+  /// that has arrived. Returns whether a ramp was retired.
   template <typename Step>
   bool stepAndRetire() SIVRAY_NONBLOCKING;
 

@@ -38,12 +38,12 @@ void RunPlan::make(int frames, std::size_t voices) {
 unsigned RunPlan::movingRamps() const {
   unsigned moving = 0;
   for (std::int32_t position = 0; position < ramps.activeCount(); ++position) {
-    moving |= 1U << (static_cast<unsigned>(ramps.movingSlot(position)) % kRampsPerLane);  // as VoicePool numbers them
+    moving |= 1U << (static_cast<unsigned>(ramps.movingSlot(position)) % kRampsPerLane);  // By VoicePool's numbering.
   }
   return moving;
 }
 
-/// The buses that lanes send to, or may send to while ramps open them.
+/// The buses that lanes send to, or may send to while ramps are opening.
 Buses RunPlan::fedBuses() const {
   std::int32_t dry = (run.moving & rampBit(LaneRamp::dry)) != 0 ? -1 : 0;
   std::int32_t effect = (run.moving & rampBit(LaneRamp::effect)) != 0 ? -1 : 0;
@@ -58,7 +58,7 @@ Buses RunPlan::fedBuses() const {
 
 bool RunPlan::endsNext(std::size_t lane) const {
   if (bank.meterRestart[lane] != 0 && bank.meterEnabled[lane] == 0) {
-    return true;  // a meter that is off still takes the first sample after a restart
+    return true;  // A meter that is off still takes the first sample after a restart.
   }
   if (bank.active[lane]) {
     return bank.envelopeFinished[lane] || bank.remainingQ12[lane] < 1;

@@ -1,4 +1,4 @@
-// How long the voices run on as they are, and what the kernel needs to know of that stretch.
+// Plans how long the voices run unchanged, and what the kernel needs to know about that stretch.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,9 +15,9 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// A plan says for how many frames no voice starts, ends or changes its envelope's level. It lasts over several runs
-/// while nothing moves or fades; else it covers one. The plan also counts the frames that are rendered, but that waves
-/// and envelopes have not been moved by, since moving them once at the plan's end costs less. Audio thread.
+/// A plan tells for how many frames no voice starts, ends or changes its envelope's level. While nothing moves or
+/// fades, it holds for several runs; otherwise for one. Waves and envelopes are advanced only once, at the plan's end,
+/// because that costs less; until then the plan counts the rendered frames. Audio thread.
 class RunPlan {
  public:
   /// Plans for all lanes of `bank`. `samples` is the start of all sample memory.
@@ -26,16 +26,16 @@ class RunPlan {
   bool holds() const { return left > 0; }
   void drop() { left = 0; }
 
-  /// Plans a run of the first `voices` lanes, at most `frames` frames unless the plan lasts.
+  /// Plans a run of the first `voices` lanes, of at most `frames` frames unless the plan holds for several runs.
   void make(int frames, std::size_t voices) SIVRAY_NONBLOCKING;
 
-  /// The voices of the last run.
+  /// The number of voices of the last run.
   std::size_t voices() const { return static_cast<std::size_t>(run.voices); }
 
-  /// The frames that the plan holds for, at most `most`.
+  /// The frames for which the plan still holds, at most `most`.
   int framesOf(int most) const { return std::min(most, left); }
 
-  /// The run of `frames` frames, at most `framesOf`, by the first `voiceCount` lanes into `output` and `taps`; see
+  /// The run of `frames` frames, at most `framesOf`, of the first `voiceCount` lanes, into `output` and `taps`; see
   /// VoiceRun.
   const VoiceRun& runOf(int frames, int voiceCount, BusWords output, std::int16_t* taps) SIVRAY_NONBLOCKING {
     run.frames = frames;
@@ -45,7 +45,7 @@ class RunPlan {
     return run;
   }
 
-  /// Counts `frames` rendered frames, after which the plan may hold no longer.
+  /// Counts `frames` rendered frames, which may end the plan.
   void count(int frames) {
     unsettled += frames;
     left = lasts ? left - frames : 0;
@@ -54,10 +54,10 @@ class RunPlan {
   /// Returns the frames counted since the last call.
   int takeUnsettled() { return std::exchange(unsettled, 0); }
 
-  /// The planned run reads lane `lane` in steps of this, Q12 and signed.
+  /// Step of lane `lane` in the planned run, in Q12 frames per sample, signed.
   std::int32_t stepOf(std::size_t lane) const { return run.step[lane]; }
 
-  /// The planned run sends something to the effect.
+  /// Whether the planned run sends anything to the effect.
   bool feedsEffect() const { return run.fed != Buses::dry; }
 
  private:
@@ -70,8 +70,8 @@ class RunPlan {
   const RampBank& ramps;
   const AmpEnvelope& envelope;
   VoiceRun run;
-  int left = 0;        ///< Frames until an event, as far as the plan is known to hold; 0 without a plan.
-  bool lasts = false;  ///< Nothing moves or fades.
+  int left = 0;        ///< Frames until the next event, as far as it was planned; 0 without a plan.
+  bool lasts = false;  ///< Nothing moves or fades, so that the plan holds for several runs.
   int unsettled = 0;
 };
 

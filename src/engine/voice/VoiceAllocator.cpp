@@ -1,4 +1,4 @@
-// Which voice a note takes, the meters, and the release of voices that have ended.
+// Chooses a voice for each note, reads the meters, and releases finished voices.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceAllocator.h"
 
@@ -122,7 +122,7 @@ void VoiceAllocator::skip(int frames) {
 void VoiceAllocator::readMeters() {
   VoiceBank& bank = voices->lanes();
   std::array<std::array<std::int32_t, kPadPlaces>, 2> peaks{};
-  unsigned seen = 0;  // of two voices of a pad, which a change of its exclusive group can make, the first is metered
+  unsigned seen = 0;  // After a change of exclusive group a pad may have two voices; the first one is metered.
   for (std::size_t lane = 0; lane < static_cast<std::size_t>(activeVoices); ++lane) {
     const auto pad = static_cast<std::size_t>(bank.pad[lane]);
     if ((seen >> pad & 1) == 0) {
@@ -151,7 +151,7 @@ void VoiceAllocator::releaseFinishedVoices() {
       voices->rebindRamps(lane);
       voices->rebindRamps(last);
     }
-    --activeVoices;  // the voice that has moved to this lane is looked at after the next render
+    --activeVoices;  // The voice that moved to this lane is checked after the next render.
   }
 }
 

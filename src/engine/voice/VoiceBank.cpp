@@ -1,4 +1,4 @@
-// Start values of the lanes, the exchange of two of them, and what silence is for one.
+// Initial values of the lanes, the swapping of two lanes, and silencing of one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceBank.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int32_t kCentrePan = 64;
 
-/// What each ramp writes, in the order of LaneRamp.
+/// The destination of each ramp, in the order of LaneRamp.
 constexpr std::array<LaneWords VoiceBank::*, kRampsPerLane> kDestinations{
     &VoiceBank::lowBoostGain, &VoiceBank::levelGain, &VoiceBank::rightGain, &VoiceBank::envelopeGain,
     &VoiceBank::fadeAmp,      &VoiceBank::gainDry,   &VoiceBank::gainEffect};
@@ -47,7 +47,7 @@ void VoiceBank::clearLane(std::size_t lane) {
   stepSignedQ12[lane] = 0;
   positionQ12[lane] = 0;
   remainingQ12[lane] = 0;
-  settingsSeen[lane] = 0;  // so that a voice which lives on takes low boost and pan anew
+  settingsSeen[lane] = 0;  // So that a voice which goes on gets low boost and pan again.
   lowBoost[lane] = 0;
   boostState[lane] = 0;
   punchCurrent[lane] = 0;
@@ -55,7 +55,7 @@ void VoiceBank::clearLane(std::size_t lane) {
   meterRestart[lane] = 0;
   peakLeft[lane] = 0;
   peakRight[lane] = 0;
-  levelGain[lane] = 0;  // kernels compute free lanes too; this is what silences them
+  levelGain[lane] = 0;  // Kernels compute free lanes too; this gain makes them silent.
   pan[lane] = kCentrePan;
   fadeAmp[lane] = 0;
   fadeEnabled[lane] = 0;

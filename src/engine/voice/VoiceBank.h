@@ -1,4 +1,4 @@
-// The state of all voices as structures of arrays: one lane per voice, four lanes to a quad, both quads side by side.
+// The state of all voices as structures of arrays: one lane per voice, four lanes to a quad, two quads.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,7 +20,7 @@ inline constexpr int kVoiceCount = kLanesPerQuad * kQuadCount;
 template <typename T>
 using PerLane = std::array<T, kVoiceCount>;
 
-/// Lane values that the kernels load as vectors, all 0 at the start.
+/// Lane values that kernels load as vectors, initially all 0.
 struct alignas(32) LaneWords : PerLane<std::int32_t> {
   LaneWords() : PerLane<std::int32_t>{} {}
 };
@@ -35,7 +35,7 @@ constexpr unsigned rampBit(LaneRamp ramp) { return 1U << static_cast<unsigned>(r
 enum class VoiceState : std::int32_t { free = 0, sounding = 1, retriggered = 2 };
 enum class EnvelopePhase : std::int32_t { idle = 0, running = 1, released = 3 };
 
-/// The fade's gain is the square of its amp, which is below 1 / 32768 from this amp on.
+/// The fade's gain is the square of its amplitude; at or below this amplitude it is less than 1 / 32768.
 inline constexpr std::int32_t kFadeClosed = 181;
 
 /// A read position in Q12 at the last of `length` frames; 0 for an empty wave.
@@ -44,24 +44,24 @@ constexpr std::int32_t lastFrameQ12(std::uint32_t length) {
 }
 
 /// Plain data. A lane's state may move to another lane, so nothing may keep an address into it except the ramp bank,
-/// which is bound anew after a move. Gains are Q15, except the level's gain, whose 1.0 is 8192. Flags that the kernels
-/// use as masks are -1 for true.
+/// which is bound again after a move. Gains are Q15, except the level's gain, whose 1.0 is 8192. Flags that kernels use
+/// as masks are -1 for true.
 struct VoiceBank {
   VoiceBank();
 
-  /// Exchanges the whole state of two lanes.
+  /// Swaps the whole state of two lanes.
   void swapLanes(std::size_t a, std::size_t b) SIVRAY_NONBLOCKING;
 
   /// Silences a lane: its wave, filter, punch, meters and gains. Ramps, settings and the voice's state stay.
   void clearLane(std::size_t lane) SIVRAY_NONBLOCKING;
 
-  /// The slot in the ramp bank of one of a lane's ramps.
+  /// The slot of one of a lane's ramps in the ramp bank.
   std::int32_t rampOf(std::size_t lane, LaneRamp ramp) const { return ramps[lane][static_cast<std::size_t>(ramp)]; }
 
   /// The field of a lane that a ramp writes.
   std::int32_t* destinationOf(std::size_t lane, LaneRamp ramp) SIVRAY_NONBLOCKING;
 
-  // What the kernels work on.
+  // The fields that kernels read and write.
   LaneWords positionQ12;   ///< read position
   LaneWords slotBase;      ///< first frame of the lane's slot, counted from the start of all sample memory
   LaneWords punchCurrent;  ///< Q12 gain added to 1.0; falls to 16
@@ -81,16 +81,16 @@ struct VoiceBank {
 
   // The wave.
   PerLane<std::uint32_t> length{};           ///< frames
-  PerLane<std::int64_t> remainingQ12{};      ///< what is left to play; 0 when the wave has ended
+  PerLane<std::int64_t> remainingQ12{};      ///< What is left to play; 0 when the wave has ended.
   PerLane<std::int32_t> stepMagnitudeQ12{};  ///< frames per sample
   PerLane<std::int32_t> stepSignedQ12{};     ///< negative when reversed
   PerLane<bool> reversed{};
   PerLane<float> waveRate;         ///< Hz
-  PerLane<float> ratio{};          ///< waveRate by the engine's rate
+  PerLane<float> ratio{};          ///< waveRate divided by the engine's rate.
   PerLane<std::int32_t> padIndex;  ///< the slot that the lane reads
 
   // Settings as the stages last took them from the pad.
-  PerLane<std::uint32_t> settingsSeen{};  ///< the version of PadValues that they are from; 0 for none
+  PerLane<std::uint32_t> settingsSeen{};  ///< Their PadValues version; 0 for none.
   PerLane<std::int32_t> lowBoost{};
   PerLane<std::int32_t> level{};
   PerLane<std::int32_t> velocity{};
@@ -110,11 +110,11 @@ struct VoiceBank {
   // Voice control.
   PerLane<const PadValues*> padGroup{};
   PerLane<std::array<std::int32_t, kRampsPerLane>> ramps{};
-  PerLane<bool> active{};  ///< wave and envelope run
-  PerLane<bool> live{};    ///< has started once, so that control updates apply
+  PerLane<bool> active{};  ///< Wave and envelope are running.
+  PerLane<bool> live{};    ///< Has started at least once, so that control updates apply.
   PerLane<bool> triggerPending{};
   PerLane<std::int32_t> triggerVelocity{};
-  PerLane<bool> pitchDirty{};  ///< the increment must be computed anew
+  PerLane<bool> pitchDirty{};  ///< The pitch increment must be recomputed.
   PerLane<std::uint32_t> pitchIncrementQ16{};
   PerLane<std::int32_t> pitchCents{};
   PerLane<VoiceState> state{};

@@ -17,7 +17,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// What a run needs of the chain. A punch at rest has fallen to its last value in all lanes.
+/// Which stages a run needs. A punch at rest has fallen to its final value in all lanes.
 struct ChainNeeds {
   bool fade = true;
   bool punch = true;
@@ -26,7 +26,7 @@ struct ChainNeeds {
   bool frames = false;  ///< Lanes are frames of one voice, see FrameChain.h.
 };
 
-/// Q15 gains of 0 to 32767 for words: (g * x) >> 15 is the high half of `factor` * x, plus x where `kept` is -1.
+/// Q15 gains of 0 to 32767 for 16-bit words: (g * x) >> 15 is the high half of `factor` * x, plus x where `kept` is -1.
 template <typename L>
 struct WordGain {
   using Vec = typename L::Integers;
@@ -41,18 +41,19 @@ struct WordGain {
   Vec operator()(Vec x) const { return L::add16(L::mulHigh16(x, factor), L::bitAnd(x, kept)); }
 };
 
-inline constexpr std::int32_t kPunchEnd = 16;  ///< Where the punch rests.
+inline constexpr std::int32_t kPunchEnd = 16;  ///< The final value of the punch.
 
-/// For what runs each frame, and what holds the chain: inlined, so that the chain stays in registers. Under a
-/// sanitizer, which watches and does not hurry, it is called, and the compiler takes less than half of the time.
+/// For everything that runs once per frame, and for the functions that hold the chain: inlined, so that the chain stays
+/// in registers. Sanitizer builds call it instead, because speed does not matter there and compiling takes less than
+/// half as long.
 #if defined(SIVRAY_SANITIZED)
 #define SIVRAY_KERNEL_INLINE [[gnu::noinline]]
 #else
 #define SIVRAY_KERNEL_INLINE [[gnu::always_inline]]
 #endif
 
-/// The chain for one vector of lanes. Holds the lanes' state in registers from construction to `finish`; a constructor
-/// that is called rather than inlined would leave it in memory.
+/// The chain for one vector of lanes. Keeps the lanes' state in registers from construction to `finish`; a constructor
+/// that is called instead of inlined would keep it in memory.
 template <typename L, ChainNeeds Needs>
 class VoiceChain {
  public:
@@ -78,7 +79,7 @@ class VoiceChain {
     loadGains();
   }
 
-  /// Whether the punch of all lanes is at rest, so that it stays there.
+  /// Whether the punch of all lanes is at rest. Once it is, it stays so.
   static bool punchRests(const VoiceBank& bank, int firstLane) {
     return L::isZero(L::greater32(L::loadAligned(bank.punchCurrent.data() + firstLane), L::all32(kPunchEnd)));
   }
@@ -90,7 +91,7 @@ class VoiceChain {
     loadOtherGains();
   }
 
-  /// Loads the gains that moving ramps have written; `moving` as in VoiceRun.
+  /// Loads the gains that moving ramps may have written; `moving` as in VoiceRun.
   SIVRAY_KERNEL_INLINE void loadMovedGains(unsigned moving) {
     if ((moving & rampBit(LaneRamp::envelope)) != 0) {
       loadEnvelope();
@@ -128,7 +129,7 @@ class VoiceChain {
     }
   }
 
-  /// Stores the changed state back into the bank.
+  /// Stores the changed state in the bank.
   SIVRAY_KERNEL_INLINE void finish() {
     put(bank.positionQ12, position);
     put(bank.punchCurrent, Needs.punch ? punch : L::all32(kPunchEnd));
@@ -154,13 +155,13 @@ class VoiceChain {
   /// Per lane (g * x) >> 15 of low words; the high word of `gain` must be 0.
   static Vec scaledLanes(Vec x, Vec gain) { return L::template shiftRight32<15>(L::pairSums16(x, gain)); }
 
-  /// The low word of each lane in both words.
+  /// Copies the low word of each lane to both words.
   static Vec inBothWords(Vec v) { return L::bitOr(L::bitAnd(v, L::all32(0xFFFF)), L::template shiftLeft32<16>(v)); }
 
   static Vec limitedLow(Vec words) { return L::max16(words, L::all16(-32767)); }
 
-  /// The weights of the interpolation, 4 bits above their Q12: 4095 less the fraction in the low word, the fraction in
-  /// the high one. A step adds to both words, which wrap as the fraction does.
+  /// The interpolation weights, shifted up by 4 bits from Q12: 4095 less the fraction in the low word, the fraction in
+  /// the high word. A step is added to both words, which wrap like the fraction.
   static Vec weightsOf(Vec position) {
     return L::bitOr(L::template shiftLeft32<20>(position),
                     L::andNot(L::template shiftLeft32<4>(position), L::all32(0xFFF0)));
@@ -226,7 +227,8 @@ class VoiceChain {
   }
 
   /// Linear interpolation between the frame at the position, p, and the next one, q, then 12 dB less: (p + (((q - p) *
-  /// fraction) >> 12)) >> 2, as the high word of (p * (4096 - fraction) + q * fraction) * 4. Moves the position on.
+  /// fraction) >> 12)) >> 2, computed as the high word of (p * (4096 - fraction) + q * fraction) * 4. Advances the
+  /// position.
   void readWave(Vec& left, Vec& right) {
     const Vec scaled = L::add16(L::template shiftRightUnsigned16<2>(weights), L::all32(4));
     L::framePairs(samples, L::add32(L::template shiftRight32<12>(position), base), left, right);
@@ -236,8 +238,8 @@ class VoiceChain {
     weights = L::add16(weights, weightStep);
   }
 
-  /// The high words of `left` and `right` with a gain of 1 + punch / 4096. Punch falls by 32696 / 32768 a sample, a
-  /// time constant of 455 samples (10 ms), to 16.
+  /// The high words of `left` and `right` with a gain of 1 + punch / 4096. Each sample multiplies the punch by 32696 /
+  /// 32768, a time constant of 455 samples (10 ms), until it is 16.
   Vec punchedWords(Vec left, Vec right) const {
     if constexpr (Needs.punch) {
       return L::zippedHalves16(limitedLow(L::packed32(punched(left), punched(right))));
@@ -251,7 +253,7 @@ class VoiceChain {
     return L::add32(x, L::template shiftRight32<12>(L::pairSums16(x, punch)));
   }
 
-  /// At most 8224 comes out of a punch at rest, so that twice of it fits a word.
+  /// After a punch at rest, samples are at most 8224, so twice a sample fits a word.
   Vec enveloped(Vec x) const {
     if constexpr (Needs.punch) {
       return wideEnvelope(x);
@@ -259,10 +261,10 @@ class VoiceChain {
     return L::mulHigh16(L::add16(x, x), envelope);
   }
 
-  /// A one-pole low-pass whose input gain shrinks as its feedback grows: y = h * x + g * y. Where h is below 1.0, its
-  /// product and the feedback's fit words and only their sum is limited. Where h is 1.0 or more, g is at most 0, the
-  /// part of the product above x and the feedback's add up within a word, and x comes last. Behind a punch at rest the
-  /// whole product of the input fits a word.
+  /// A one-pole low-pass whose input gain shrinks as its feedback grows: y = h * x + g * y. If h is below 1.0, both
+  /// products fit words, and only their sum is limited. If h is 1.0 or more, g is at most 0; then the excess of the
+  /// input's product over x is added to the feedback's product, which fits a word, and x is added last. After a punch
+  /// at rest, the whole product of the input fits a word.
   Vec lowBoost(Vec x) {
     Vec sum = L::addLimited16(boostInput(x), boostFeedback(boostState));
     if constexpr (Needs.punch) {
@@ -272,7 +274,7 @@ class VoiceChain {
     return boostState;
   }
 
-  /// The level's gain has 8192 for 1.0. From here on words are in the split order.
+  /// The level's gain, whose 1.0 is 8192. From here on words are in split order.
   Vec level(Vec x) const {
     return limitedLow(L::packed32(L::template shiftRight32<13>(L::pairSums16(x, levelLeft)),
                                   L::template shiftRight32<13>(L::pairSums16(x, levelRight))));
@@ -294,10 +296,10 @@ class VoiceChain {
   Vec envelope;
   WordGain<L> wideEnvelope;
   WordGain<L> boostInput;
-  Vec boostInputAbove;  ///< -1 where the input's gain is 1.0 or more
+  Vec boostInputAbove;  ///< -1 where the input's gain is 1.0 or more.
   WordGain<L> boostFeedback;
-  Vec levelLeft;   ///< in the low words
-  Vec levelRight;  ///< in the high words
+  Vec levelLeft;   ///< In the low words.
+  Vec levelRight;  ///< In the high words.
   WordGain<L> pan;
   Vec amp;
   WordGain<L> fade;

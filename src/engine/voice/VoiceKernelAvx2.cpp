@@ -10,7 +10,8 @@
 #include "engine/voice/VoiceKernelSets.h"
 #include "registers/Registers128.h"
 
-// When it builds for Windows, GCC takes the chain's inlined constructor for code without AVX2, and warns. It is not.
+// In the build for Windows, GCC believes that the chain's inlined constructor is compiled without AVX2, and warns. It
+// is compiled with AVX2.
 #pragma GCC diagnostic ignored "-Wpsabi"
 SIVRAY_COMPILE_FOR("avx2")
 

@@ -1,4 +1,4 @@
-// How a kernel renders a run, as templates over the lane operations of its instruction set. Each kernel's source file
+// The loops of a kernel, as templates over the lane operations of its instruction set. Each kernel's source file
 // includes it and compiles it for its own set, so everything here has internal linkage.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -17,7 +17,7 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// A step of four ramps: the law of RampBank's plain step.
+/// A step of four ramps, by the same formula as RampBank's plain step.
 template <typename Four>
 struct RampStep {
   static int step(RampBank::Group& group) {
@@ -33,8 +33,7 @@ struct RampStep {
   }
 };
 
-/// Sums of the lanes, as words of 32 bits: left and right of a frame and of the next one. Zeros on a bus that is not
-/// fed.
+/// Sums over the lanes as 32-bit words: left and right of a frame and of the next one. Zeros for a bus that is not fed.
 template <typename Four>
 struct PairSums {
   typename Four::Integers dry = Four::zero();
@@ -113,7 +112,7 @@ void runResting(const VoiceRun& run) {
   chain.finish();
 }
 
-/// Renders a run of one voice in which no ramp moves. Unless it is the run's first, its words are added to the others'.
+/// Renders a run of one voice in which no ramp moves. The words of a lane above 0 are added to those already there.
 template <typename L, ChainNeeds Needs>
 void runFrames(const VoiceRun& run, int lane) {
   using Vec = typename L::Integers;
@@ -148,7 +147,7 @@ void runOneVoice(const VoiceRun& run, int lane) {
   }
 }
 
-/// Renders a run of one voice after the other, at most two: the sum of more would have to be limited at last.
+/// Renders a run of at most two voices, one after the other. The sum of more voices would need limiting at the end.
 template <typename L>
 int runOneByOne(const VoiceRun& run) {
   for (int lane = 0; lane < run.voices; ++lane) {
@@ -161,8 +160,8 @@ int runOneByOne(const VoiceRun& run) {
   return run.frames;
 }
 
-/// Renders frames while ramps move, until one has reached its target or a watched fade has closed. `Four` are the lane
-/// operations for the ramps.
+/// Renders frames while ramps move, until one has reached its target or a watched fade has closed. `Four` holds the
+/// lane operations for the ramps.
 template <typename Chain, typename Four>
 int runMoving(const VoiceRun& run) {
   Chain chain(*run.bank, run, 0);
@@ -182,7 +181,7 @@ int runMoving(const VoiceRun& run) {
   return done;
 }
 
-/// Renders a run without fades. Moving ramps come with the dry bus alone or with both.
+/// Renders a run without fades. There are two forms with moving ramps: for the dry bus alone, and for both buses.
 template <template <typename, ChainNeeds> typename Chain, typename L, typename Four, bool Punch, bool Tap>
 int runUnfaded(const VoiceRun& run) {
   constexpr ChainNeeds kDry{.fade = false, .punch = Punch, .fed = Buses::dry, .tap = Tap};
@@ -201,7 +200,7 @@ int runUnfaded(const VoiceRun& run) {
   return run.frames;
 }
 
-/// Chooses how to render a run with chains of the template `Chain`, whose lanes are tapped or not.
+/// Chooses the form of a run with chains of the template `Chain`. `Tap`: the lanes are also written to the taps.
 template <template <typename, ChainNeeds> typename Chain, typename L, typename Four, bool Tap>
 int runTapped(const VoiceRun& run) {
   constexpr ChainNeeds kAll{.fade = true, .punch = true, .fed = Buses::both, .tap = Tap};
@@ -221,7 +220,7 @@ int runWith(const VoiceRun& run) {
   return run.taps == nullptr ? runTapped<Chain, L, Four, false>(run) : runTapped<Chain, L, Four, true>(run);
 }
 
-/// Renders a run of one voice, of one quad or of two. `R` are registers of 128 bits, `Wide` the widest lanes, four or
+/// Renders a run of one voice, one quad or two quads. `R` are registers of 128 bits, `Wide` the widest lanes, four or
 /// eight.
 template <typename R, typename Wide>
 int runVoices(const VoiceRun& run) {

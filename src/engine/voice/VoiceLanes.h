@@ -1,9 +1,9 @@
-// What the voice kernel adds to the registers of an instruction set: frames read at an index a lane, and sums over
-// lanes. Each kernel's source file includes this and compiles it for its own set, so everything here has internal
-// linkage.
+// The operations that the voice kernel needs beyond those of the registers: reading frames at an index per lane, and
+// sums over lanes. Each kernel's source file includes this and compiles it for its own set, so everything here has
+// internal linkage.
 //
-// Words come in two orders. Interleaved: each lane's left sample and then its right one. Split: in each group of four
-// lanes, all left samples before all right ones.
+// Words come in two orders. Interleaved: each lane's left sample, then its right one. Split: in each group of four
+// lanes, all left samples, then all right ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,9 +15,9 @@
 namespace tesh::bramel::plugin::sivray {
 namespace {
 
-/// The frame of two samples at `index`, which must not be negative. The frame after it lies behind.
+/// The frame at `index`, which must not be negative, and behind it the next frame.
 inline const std::int16_t* frameAt(const std::int16_t* samples, std::int32_t index) {
-  const std::size_t frame = static_cast<std::uint32_t>(index);  // unsigned, so that no instruction extends the sign
+  const std::size_t frame = static_cast<std::uint32_t>(index);  // Unsigned, so that no sign extension is needed.
   return samples + frame * 2;
 }
 
@@ -27,7 +27,7 @@ struct FourLanes : R {
   using Integers = typename R::Integers;
   static constexpr int kLanes = 4;
 
-  /// The operations on the four channels of a frame, and on four ramps.
+  /// For operations on the four channels of a frame, and on four ramps.
   using Four = FourLanes;
 
   /// For each lane, the frame at its `index` and the next frame, as pairs of words: a pair of left samples, the first
@@ -50,7 +50,7 @@ struct FourLanes : R {
   }
 };
 
-/// Four lanes of which only the first is used, for one voice alone.
+/// Four lanes of which only the first is used, for a single voice.
 template <typename R>
 struct FirstLane : FourLanes<R> {
   using Integers = typename R::Integers;
@@ -71,8 +71,8 @@ struct EightLanes : R {
   static void framePairs(const std::int16_t* samples, Integers index, Integers& left, Integers& right) {
     alignas(R::kBytes) std::int32_t at[kLanes];
     R::storeAligned(at, index);
-    asm("" : "+m"(at));  // Without it the compiler takes the indices out of the vector by slow shuffles.
-    // The shuffles work in each half alone, so the first vector takes lanes 0 1 4 5 and the second 2 3 6 7.
+    asm("" : "+m"(at));  // Without this the compiler extracts the indices from the vector by slow shuffles.
+    // Shuffles work within each half, so the first vector takes lanes 0 1 4 5 and the second 2 3 6 7.
     const Integers low = sortedPairs(samples, at[0], at[1], at[4], at[5]);
     const Integers high = sortedPairs(samples, at[2], at[3], at[6], at[7]);
     left = R::evens32(low, high);
@@ -85,8 +85,9 @@ struct EightLanes : R {
   }
 
  private:
-  /// The frame pairs at four indices, with each lane's pair of left samples before its pair of right ones. Loads that
-  /// fill a vector and are then blended are faster than gathers, and spare the one unit that moves data across lanes.
+  /// The frame pairs at four indices, with each lane's pair of left samples before its pair of right ones. Loading
+  /// whole vectors and blending them is faster than gathers, and uses less of the one unit that moves data across
+  /// lanes.
   static Integers sortedPairs(const std::int16_t* samples, std::int32_t a, std::int32_t b, std::int32_t c,
                               std::int32_t d) {
     const auto filled = [samples](std::int32_t index) { return R::loadAll64(frameAt(samples, index)); };

@@ -1,4 +1,4 @@
-// The ramps of the lanes, and how a render is cut into runs.
+// Sets up the lanes' ramps, and cuts a render into runs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoicePool.h"
 
@@ -111,7 +111,7 @@ bool VoicePool::render(BusWords output, int frames, int voiceCount, const PadOut
     plan.count(done);
     frame += done;
     if (!plan.holds()) {
-      settle();  // before the next tick, because it may start a ramp
+      settle();  // Before the next tick, because it may start a ramp.
     }
   }
   if (pads != nullptr) {  // No lane changes its pad during a render.
@@ -159,7 +159,7 @@ void VoicePool::startPending(std::size_t voices) {
   triggered = std::find(bank.triggerPending.begin(), bank.triggerPending.end(), true) != bank.triggerPending.end();
 }
 
-/// Reads the missing frames that this run will play, and one more for interpolation.
+/// Reads the missing frames that this run plays, and one more for the interpolation.
 void VoicePool::readSamples(int frames, std::size_t voices) {
   for (std::size_t lane = 0; lane < voices; ++lane) {
     const std::int64_t start = bank.positionQ12[lane];

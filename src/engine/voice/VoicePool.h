@@ -1,4 +1,4 @@
-// The eight voices: their ramps, and the stretches of samples between two events in which the kernel renders them.
+// The eight voices: their ramps, and the runs between events in which the kernel renders them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,9 +19,8 @@ namespace tesh::bramel::plugin::sivray {
 
 class DrumCore;
 
-/// Renders in runs. No voice starts, ends or changes its envelope's level inside a run, so the kernel only computes
-/// samples; the event that ends a run is handled before the next one. Everything except construction belongs to the
-/// audio thread.
+/// Renders in runs. Within a run no voice starts, ends or changes its envelope's level, so the kernel only computes
+/// samples; the event that ends a run is handled before the next one. Audio thread, except construction.
 class VoicePool {
  public:
   /// Allocates and binds the ramps of all lanes.
@@ -29,24 +28,24 @@ class VoicePool {
 
   VoiceBank& lanes() { return bank; }
 
-  /// Must be called before any change to a lane between two renders that may end a voice, start one or move one: brings
-  /// the lanes up to the frames that are rendered.
+  /// Must be called before any change to a lane between two renders that may end, start or move a voice: advances the
+  /// lanes' waves and envelopes to the frames that are already rendered.
   void prepareChange() SIVRAY_NONBLOCKING {
     settle();
     plan.drop();
   }
 
-  /// Makes the lane's voice start at the next sample. The sound that it plays now ends there.
+  /// Starts the lane's voice at the next sample. The sound that it plays now ends there.
   void trigger(std::size_t lane, int velocity) SIVRAY_NONBLOCKING;
 
   /// Rebinds the lane's ramps to its fields and stops them there; only the fade's ramp keeps moving.
   void rebindRamps(std::size_t lane) SIVRAY_NONBLOCKING;
 
-  /// Renders `frames` frames with the first `voices` lanes. Unless `pads` is null, it fills each pad's own out too, of
-  /// at most PadTaps::kFrames frames. Returns false if the effect's bus is silent.
+  /// Renders `frames` frames of the first `voices` lanes, and of each pad's own out unless `pads` is null; then at most
+  /// PadTaps::kFrames frames. Returns false if the effect bus is silent.
   bool render(BusWords output, int frames, int voices, const PadOuts* pads = nullptr) SIVRAY_NONBLOCKING;
 
-  /// As `render` without lanes, for a caller that knows the output: only ramps that still move are stepped.
+  /// Like `render` with no lanes, without writing the silent output: only steps the ramps that still move.
   void skip(int frames) SIVRAY_NONBLOCKING;
 
  private:

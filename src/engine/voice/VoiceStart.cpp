@@ -1,4 +1,4 @@
-// The start of a voice, stage by stage, and its control update.
+// Starts a voice stage by stage, and updates its settings while it plays.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceStart.h"
 
@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray {
 
 namespace {
 
-/// Cents from 26 semitones below the wave's own pitch, which is Pitch 24 with PitchFine 100.
+/// Pitch in cents, counted from 26 semitones below the wave's own pitch; that offset covers Pitch 24 and PitchFine 100.
 std::int32_t centsOf(const PadValues& pad) {
   return pad[PadParameter::pitch] * 100 - 100 + pad[PadParameter::pitchFine];
 }

@@ -1,4 +1,4 @@
-// What a voice takes from its pad: everything when it starts, some of it again in each control update.
+// Copies a pad's settings to a voice: all of them at its start, some of them again in each control update.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,24 +15,24 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Copies a pad's settings into a lane and sets the lane's gains from them. The lane's `padGroup` names the pad's
-/// settings, its `pad` the slot with the wave. Audio thread.
+/// Copies a pad's settings to a lane and sets the lane's gains from them. The lane's `padGroup` refers to the pad's
+/// settings, its `pad` to the slot with the wave. Audio thread.
 class VoiceStart {
  public:
   VoiceStart(VoiceBank& voiceBank, RampBank& rampBank, PcmPool& pcmPool, WaveDatabase& waveDatabase,
              AmpEnvelope& ampEnvelope)
       : bank(voiceBank), ramps(rampBank), pool(pcmPool), database(waveDatabase), envelope(ampEnvelope) {}
 
-  /// Starts the voice of `lane` at its trigger velocity. Gains jump to their values; only the two bus gates move there
-  /// from where the lane's last voice left them.
+  /// Starts the voice of `lane` at its trigger velocity. Gains jump to their values, except the two bus gates, which
+  /// move from where the lane's last voice left them.
   void start(std::size_t lane) SIVRAY_NONBLOCKING;
 
-  /// Takes over pitch, send, low boost, level, EGTime and pan, and lets the gains move to their new values. Wave, mode
-  /// of the envelope, direction, punch and mute stay as they were at the start. Does nothing for a lane that has not
-  /// started or waits for its new start.
+  /// Applies pitch, send, low boost, level, EGTime and pan, and lets the gains move to their new values. Wave, envelope
+  /// mode, direction, punch and mute stay as they were at the start. Does nothing for a lane that has not started or
+  /// waits for a new start.
   void update(std::size_t lane) SIVRAY_NONBLOCKING;
 
-  /// Whether `update` would do anything: the pad's settings have been set since the lane last took them over.
+  /// Whether the pad's settings have been set since the lane last took them, so that `update` has something to do.
   bool needsUpdate(std::size_t lane) const SIVRAY_NONBLOCKING {
     return bank.live[lane] && bank.padGroup[lane] != nullptr && bank.state[lane] != VoiceState::retriggered &&
            bank.padGroup[lane]->version() != bank.settingsSeen[lane];

@@ -1,4 +1,4 @@
-// The rules of the tables, and the values that a voice reads from them when it starts or its settings move.
+// Computes the tables, and the values that a voice reads from them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/voice/VoiceTables.h"
 
@@ -14,7 +14,7 @@ namespace tesh::bramel::plugin::sivray {
 namespace {
 
 constexpr std::int32_t kUnity24 = 8388607;  ///< 1.0 on the 24-bit scale.
-constexpr int kGainBits = 8;                ///< From the 24-bit scale of the tables to the 16-bit scale of the gains.
+constexpr int kGainBits = 8;                ///< From the tables' 24-bit scale to the gains' 16-bit scale.
 
 float sixDecimals(double ratio) { return static_cast<float>(std::round(ratio * 1e6) / 1e6); }
 
@@ -54,7 +54,7 @@ std::int32_t levelGain(std::int32_t level, std::int32_t velocity, bool muted) {
 std::int32_t panGain(std::int32_t pan) {
   using namespace cofu::core;
   constexpr std::int32_t kPerStep = 66577;  // 1.0 in 126 steps, from Pan 1 to 127
-  constexpr std::int32_t kOffset = 66624;   // so that Pan 64 is exactly half
+  constexpr std::int32_t kOffset = 66624;   // So that Pan 64 is exactly half.
   return std::clamp(wrapSub(wrapMul(pan, kPerStep), kOffset), 0, kUnity24) >> kGainBits;
 }
 
@@ -71,7 +71,7 @@ std::uint32_t pitchIncrement(std::int32_t pitchCents, float ratio) {
   increment *= voiceTables().cent[static_cast<std::size_t>(cents)];
   increment *= ratio;
   increment *= 65536.0F;
-  // Only an absurd rate of a wave gives more than 32 bits; the low word is kept.
+  // More than 32 bits occur only for a wave with an absurd rate; the low word is kept.
   return static_cast<std::uint32_t>(static_cast<std::int64_t>(increment));
 }
 
