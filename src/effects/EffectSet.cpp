@@ -1,4 +1,4 @@
-// The order of construction.
+// The order in which the effects are constructed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/EffectSet.h"
 

@@ -14,8 +14,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// All effects by type id.
 using EffectSet = std::array<std::unique_ptr<SivrayFx>, kEffectTypeCount>;
 
-/// Builds every effect, registers those that borrow delay memory with `memory`, and takes each once through wake, reset
-/// and sleep, all in the fixed order of construction: it decides which memory bank each effect finds.
+/// Builds every effect, registers those that borrow delay memory with `memory`, and calls wake, reset and sleep on
+/// each, all in a fixed order: it determines which memory bank each effect gets first.
 EffectSet makeEffects(SivrayFxMemoryAssigner& memory);
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -10,7 +10,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 inline constexpr int kEffectTypeCount = 30;
 
-/// Type ids that the code treats in a way of their own.
+/// Type ids that the code treats specially.
 enum EffectTypeId : int {
   kTypePump = 8,
   kTypeSlicer = 9,
@@ -21,7 +21,7 @@ enum EffectTypeId : int {
   kTypePeakingEq = 24
 };
 
-/// Names of one effect type. A label is empty where an edit value has no name of its own.
+/// Names of one effect type. A label is empty if the edit value has no name.
 struct EffectType {
   const char* name;
   const char* edit1Label;

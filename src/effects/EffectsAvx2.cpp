@@ -1,4 +1,4 @@
-// The runs of all laws for AVX2, each an instance of the law's template.
+// The AVX2 versions of all laws' runs: instances of the laws' templates.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cmath>
@@ -59,9 +59,8 @@ using cofu::registers::Registers256;
 
 namespace {
 
-/// Moves a law that goes sample by sample, in a faster arithmetic, on by `count` samples in place with `step(law, left
-/// sample, right sample)`, and returns `count`. Works on a copy of the law, so that the compiler keeps its state in
-/// registers.
+/// Applies `step(law, left sample, right sample)` to `count` samples, in place and one by one, for laws whose step is
+/// faster with AVX2. Returns `count`. Works on a copy of the law, so that the compiler keeps its state in registers.
 template <auto step, typename Law>
 [[gnu::flatten]] unsigned runSerially(Law& law, std::int16_t* left, std::int16_t* right,
                                       unsigned count) SIVRAY_NONBLOCKING {
@@ -94,7 +93,7 @@ const RunInLanes<Q60393Tremolo> Q60393Tremolo::runAvx2 = runModulated<Samples256
 const RunInLanes<Q60393Autopan> Q60393Autopan::runAvx2 = runModulated<Samples256>;
 const RunInLanes<Ringmod> Ringmod::runAvx2 = runLanes<Samples256>;
 
-// Dynamics. In the drive limits and magnitudes take a step each.
+// Dynamics. The drive's limits and magnitudes take one instruction each.
 
 using MasterLaw = SivrayFxStereoCompressor::StereoCompressorImpl;
 
@@ -102,8 +101,8 @@ const RunInLanes<CompressorLaw> CompressorLaw::runAvx2 = runCompressor<Compresso
 const RunInLanes<MasterLaw> MasterLaw::runAvx2 = runCompressor<MasterOutput>;
 const RunInLanes<Q60393Drive> Q60393Drive::runAvx2 = runSerially<stepDrive<Registers128Sse41>>;
 
-// Filters. The state-variable filter multiplies signed values here and limits in two steps; the talking modulator only
-// needs no copies of registers.
+// Filters. The state-variable filter multiplies signed values in one instruction here, and limits in two. The talking
+// modulator only saves copies of registers.
 
 using Lowpass = TolvanLaw<TolvanMode::kLowpass>;
 using Highpass = TolvanLaw<TolvanMode::kHighpass>;
@@ -130,7 +129,7 @@ const RunInLanes<Slicer> Slicer::runAvx2 = runBeat<Samples256>;
 namespace tesh::bramel::plugin::fxkit {
 namespace {
 
-/// As OneValue, for four at once.
+/// Like OneValue, for four values at once.
 struct FourValues {
   using Floats = float __attribute__((vector_size(16)));
   using Words = std::int32_t __attribute__((vector_size(16)));

@@ -30,7 +30,7 @@ constexpr Rows rowsOf(const EffectType& type) {
   return rows;
 }
 
-/// The rows of every type, and behind them those of a type outside the table.
+/// The rows of every type, and last those for a type outside the table.
 constexpr auto kRowsByType = [] {
   std::array<Rows, kEffectTypeCount + 1> all{};
   std::transform(kEffectTypes.begin(), kEffectTypes.end(), all.begin(), rowsOf);
@@ -40,7 +40,7 @@ constexpr auto kRowsByType = [] {
 
 constexpr bool isRow(int index) { return index >= 0 && index < static_cast<int>(kRowCount); }
 
-/// Distance from the middle of the knob, always with a sign.
+/// Distance from the knob's centre, always with a sign.
 std::string signedText(std::int32_t value) {
   const std::int64_t offset = std::int64_t{value} - 64;
   std::string text = std::to_string(offset);

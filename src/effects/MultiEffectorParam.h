@@ -10,23 +10,24 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 class SivrayMultiEffector;
 
-/// Type (0 to 29), Switch (0 or 1), Edit1 and Edit2 (0 to 127). Names and display texts follow the type now set. Any
-/// thread.
+/// Type (0 to 29), Switch (0 or 1), Edit1 and Edit2 (0 to 127). Names and display texts are those of the current type.
+/// Any thread.
 class MultiEffectorParam : public IParameter {
  public:
   explicit MultiEffectorParam(SivrayMultiEffector& multiEffector) : owner(multiEffector) {}
 
   int count() const override;
 
-  /// Clamps `*value` to the range of the index, writes it back and sets it. A bad index is ignored and gives 0.
+  /// Clamps `*value` to the range of the index, writes it back and sets it. For an index out of range it does nothing
+  /// and returns 0.
   int setValue(int index, std::int32_t* value) override;
 
-  /// The value now set; 0 for a bad index.
+  /// The current value; 0 for an index out of range.
   std::int32_t value(int index) const override;
 
   std::string format(int index, std::int32_t value) const override;
 
-  /// The row at `index` for the type now set, or the row "----" for a bad index.
+  /// The row at `index` for the current type, or the row "----" for an index out of range.
   const ParameterRow* info(int index) const override;
 
   int indexOf(std::string_view name) const override;

@@ -1,4 +1,4 @@
-// The hand-over of type and switch, the crossfade between two effects and the mix with the dry sound.
+// Applies changes of type and switch, crossfades between two effects, and mixes with the dry sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/SivrayMultiEffector.h"
 
@@ -16,13 +16,13 @@ namespace {
 
 constexpr int kParameterCount = 4;
 
-/// What the crossfade position loses per sample: a fade lasts 45 samples.
+/// Decrease of the crossfade position per sample: a crossfade lasts 45 samples.
 constexpr int kFadeStep = 743;
 
 /// Samples that a new effect stays in immediate mode, rounded up to the block.
 constexpr int kImmediateSamples = 44;
 
-/// Messages of the event stream.
+/// Transport messages in the event stream.
 enum : int { kRestartRhythmic = 2, kRestartAny = 3 };
 
 constexpr bool isRhythmic(int type) { return type == kTypePump || type == kTypeSlicer || type == kTypeGrainShifter; }
@@ -43,7 +43,7 @@ void copy(StereoBlock from, StereoBlock to, int count) {
   std::copy_n(from.right, count, to.right);
 }
 
-/// `a` times its gain and `b` times the rest of full scale.
+/// A crossfade: `a` times its gain plus `b` times the remainder of full scale.
 constexpr std::int16_t blend(std::int32_t a, std::int32_t b, std::int32_t gainOfA) {
   return static_cast<std::int16_t>(saturate(((a * gainOfA) >> 15) + ((b * (kFullScale - gainOfA)) >> 15)));
 }
@@ -131,7 +131,7 @@ void SivrayMultiEffector::takeType() {
   if (!pendingType.takeInto(type)) {
     return;
   }
-  // If a fade still runs, its old effect is dropped without `sleep`.
+  // If a crossfade is still running, its old effect is dropped without `sleep`.
   SivrayFx* const next = effectOf(type);
   previous = current;
   current = next;
@@ -147,8 +147,8 @@ void SivrayMultiEffector::takeType() {
   next->setImmediate(true);
 }
 
-/// Sends the values to an effect that has just become current. A value that another thread changes meanwhile is sent
-/// again, so that the newest arrives last.
+/// Sends all values to an effect that has just become the current one. If another thread changes a value meanwhile, it
+/// is sent again, so that the newest value arrives last.
 void SivrayMultiEffector::bringUpToDate(SivrayFx& effect) {
   const auto send = [](const std::atomic<int>& value, auto&& take) {
     int sent = 0;
@@ -173,7 +173,7 @@ void SivrayMultiEffector::process(StereoBlock& block, int count) {
   }
   const bool onlyWet = !fading && wetTarget == kFullScale && (wetState >> 15) == kFullScale;
   if (onlyWet) {
-    // The dry sound has no part in the mix, so that the effect may overwrite it.
+    // At full wet the dry sound is not needed, so the effect may overwrite it.
     runEffect(block, count);
     scaleByFullGain(block, block, count);
   } else {
@@ -207,7 +207,7 @@ void SivrayMultiEffector::crossfade(int count) {
   }
   int done = 0;
   while (fading && done < count) {
-    // Longer than the fade on purpose: the rest of the block still goes through `blend`, which rounds.
+    // Deliberately longer than the crossfade: the rest of the block still passes through `blend`, which rounds.
     const int run = std::min(count - done, (std::max(fadePosition / kFadeStep, 1) + 1) * kFadeStep);
     fadeRun(done, run);
     done += run;
@@ -246,7 +246,7 @@ void SivrayMultiEffector::mix(StereoBlock block, int count) {
   scaleByFullGain(wetTarget == 0 ? rest : buffers->work.from(glided), rest, count - glided);
 }
 
-/// Mixes until the wet factor has reached its target. Returns the number of frames that this took.
+/// Mixes while the wet factor moves to its target. Returns the number of frames until it has arrived.
 int SivrayMultiEffector::glideMix(StereoBlock block, int count) {
   const StereoBlock wet = buffers->work.from(0);
   int i = 0;

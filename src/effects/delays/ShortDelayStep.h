@@ -13,12 +13,13 @@ Samples echoOf(const std::int16_t* line, unsigned near, typename Samples::templa
                typename Samples::Gain level) {
   const Samples echo = loadBetween<Samples, ShortDelayLaw::kLineLength>(line, near, fraction);
   const Samples tap = mul15(echo, typename Samples::Gain(cofu::core::kFullScale));
-  // Where rounding keeps the gain from making a sample smaller, one step towards zero does: the loop always dies out.
+  // If rounding keeps the gain from making a sample smaller, moves it one step towards zero, so that the loop always
+  // decays to silence.
   return nearerZeroWhereEqual(mul15(tap, level), tap);
 }
 
-/// The next samples of both channels, in place. Smoothed values must not change within a register, and the time must be
-/// at least `Samples::kCount`, unless the level is 0: then no echo sounds, whatever the lines hold.
+/// Computes the next samples of both channels, in place. Smoothed values must not change within a register. The time
+/// must be at least `Samples::kCount`, unless the level is 0: then no echo is heard, whatever the lines hold.
 template <typename Samples>
 void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = ShortDelayLaw::kLineLength;

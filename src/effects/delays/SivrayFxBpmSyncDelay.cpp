@@ -1,4 +1,4 @@
-// The settings and the law of the tempo-locked delay.
+// The settings and the law of the tempo-synchronised delay.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/delays/SivrayFxBpmSyncDelay.h"
 
@@ -14,13 +14,13 @@ namespace {
 
 constexpr int kStartBpm = 120;
 
-/// The most that is fed back: 0.9 in Q15.
+/// Largest feedback: 0.9 in Q15.
 constexpr std::int32_t kFeedbackScale = 29491;
 
 /// The time moves by this share of the distance per sample, in 1/4096: a time constant of 1365 samples, 31 ms.
 constexpr std::int32_t kTimeGlide = 3;
 
-/// The index of the longest note shorter than a line at `bpm`; the last one when none is.
+/// The index of the longest note that fits a line at `bpm`; the last index if none fits.
 unsigned longestNote(int bpm) {
   const std::int64_t limit = std::int64_t{bpm} * BpmSyncDelayLaw::kLineLength;
   const auto fits = [limit](std::int32_t length) { return length < limit; };
@@ -38,14 +38,14 @@ std::int32_t timeOf(const Knobs& knobs, int noteKnob) {
   return kNoteLengths[std::min<std::size_t>(longestNote(bpm), delayNoteIndex(noteKnob))] / bpm;
 }
 
-/// A time of 12 fractional bits, a sample later on its way to the whole samples of `target`.
+/// The time (12 fractional bits) one sample later on its way to `target`, in whole samples.
 inline std::int32_t nextTime(std::int32_t time, std::int32_t target) {
   return wrapAdd(time, wrapMul(wrapSub(target, time >> 12), kTimeGlide));
 }
 
 }  // namespace
 
-/// The longer the note, the less feedback (an eighth at most); the more feedback, the less input (a half at most).
+/// A longer note reduces the feedback, by up to an eighth; more feedback reduces the input, by up to a half.
 BpmSyncDelayLaw::Settings BpmSyncDelayLaw::settingsOf(const Knobs& knobs) {
   const int noteKnob = std::max(knobs.edit1, 0);
   const std::int32_t ceiling = kFullScale - (valueAt(linearTable, noteKnob) >> 3);
@@ -54,7 +54,7 @@ BpmSyncDelayLaw::Settings BpmSyncDelayLaw::settingsOf(const Knobs& knobs) {
 }
 
 void BpmSyncDelayLaw::reset(const Settings& now) {
-  // The right tap stays: the first sample of the right side still hears it.
+  // The right tap is kept: the right channel's first sample still uses it.
   taps.left = 0;
   time = wrapShiftLeft(now.time, 12);
 }
@@ -76,8 +76,8 @@ void BpmSyncDelayLaw::step(const Settings& to, std::int16_t& left, std::int16_t&
   taps = lastTaps();
 }
 
-/// The time must rest too, and the last taps must be those that lanes read. The sample just written and the oldest one
-/// are no use to lanes: one lies in the same register, the other is overwritten by it.
+/// The time must be at rest too, and the last taps must be ones that lanes can read. Lanes cannot read the sample just
+/// written, which is in the same register, nor the oldest one, which that register overwrites.
 bool BpmSyncDelayLaw::fitsLanes(const Settings& now) const {
   const unsigned age = static_cast<unsigned>(now.time) & (kLineLength - 1);
   return time >> 12 == now.time && age >= kMostLanes && age < kLineLength - 1 && taps == lastTaps();

@@ -9,10 +9,10 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models a feedback comb a side. A change of time sweeps, and so bends the pitch of the echoes, as a tape does.
-/// The line of the right output comes first.
+/// Models a feedback comb per channel. When the time changes, it moves gradually, which bends the pitch of the echoes
+/// like a tape delay. The line of the right output comes first.
 struct BpmSyncDelayLaw : BorrowedLines<2, 131072> {
-  /// Marks a note knob or a tempo that no one has set. Until one of them is, the time is 0.
+  /// Value of a note knob or tempo that was never set. The time is 0 until one of them is.
   static constexpr int kNeverSet = std::numeric_limits<int>::min();
 
   static constexpr LawParts kParts{.start = Knobs{kNeverSet, 0, kNeverSet},
@@ -28,7 +28,7 @@ struct BpmSyncDelayLaw : BorrowedLines<2, 131072> {
     std::int32_t time;       ///< Samples.
   };
 
-  /// The delayed samples that the next sample hears, and the Q15 gain with which it does.
+  /// The delayed samples for the next sample, and their Q15 gain.
   struct Taps {
     std::int32_t left = 0;
     std::int32_t right = 0;
@@ -43,7 +43,7 @@ struct BpmSyncDelayLaw : BorrowedLines<2, 131072> {
   static const RunInLanes<BpmSyncDelayLaw> runBaseline;
   static const RunInLanes<BpmSyncDelayLaw> runAvx2;
 
-  /// The taps as they were read after the last sample, if time and feedback rest since then.
+  /// The taps as they were read after the last sample, provided that time and feedback have been at rest since.
   Taps lastTaps() const SIVRAY_NONBLOCKING;
 
   bool isSilent(unsigned count) const { return taps.left == 0 && taps.right == 0 && BorrowedLines::isSilent(count); }
@@ -62,8 +62,8 @@ struct BpmSyncDelayLaw : BorrowedLines<2, 131072> {
 
 extern template class TwoKnobEffect<BpmSyncDelayLaw>;
 
-/// Edit1 chooses the note, Edit2 the feedback. A note that does not fit the line at the tempo gives way to the longest
-/// that does. The tempo's fraction of a beat per minute is dropped; below 1 counts as 1.
+/// Edit1 selects the note, Edit2 the feedback. A note that does not fit the line at the current tempo is replaced by
+/// the longest that does. The tempo is truncated to whole beats per minute, at least 1.
 class SivrayFxBpmSyncDelay : public TwoKnobMemoryEffect<BpmSyncDelayLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

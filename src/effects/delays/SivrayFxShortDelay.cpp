@@ -14,11 +14,11 @@ namespace {
 /// Samples: the longest delay that a line can hold.
 constexpr std::int32_t kMaxTime = 16383;
 
-/// Q15 share of the longest delay: 5 / 32768 of it is a delay of 2 samples, the shortest that can be interpolated.
+/// Q15 share of the longest delay: 5 / 32768 of it is 2 samples, the shortest delay that can be interpolated.
 constexpr std::int32_t kLeastTimeShare = 5;
 
-/// Largest loop gain by Time knob, Q15: 0.9375 up to the knob's middle, then down a parabola to 0.797 at the longest
-/// time, 30720 - 4608 * ((i - 63) / 64)^2, so that long echoes do not pile up.
+/// Largest loop gain by Time knob, Q15: 0.9375 up to the middle, then down a parabola to 0.797 at the longest time,
+/// 30720 - 4608 * ((i - 63) / 64)^2, so that long echoes do not build up.
 constexpr KnobTable levelScale = tableOf<std::int16_t>([](int i) {
   const int above = std::max(i - 63, 0);
   return (30720 * 8 - 9 * above * above) / 8;

@@ -8,9 +8,8 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models a feedback comb on each side that is fed by the echo of the other side. There is no separate dry path: the
-/// sound that enters a line is also the output.
-/// One line feeds the right side, the next one the left.
+/// Models a feedback comb per channel that is fed by the other channel's echo. There is no separate dry path: the sound
+/// that enters a line is also the output. The first line feeds the right channel, the second one the left.
 struct ShortDelayLaw : BorrowedLines<2, 16384> {
   static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::baselineAndAvx2, .sleepsAfter = kLineLength};
 
@@ -39,8 +38,7 @@ struct ShortDelayLaw : BorrowedLines<2, 16384> {
 
 extern template class TwoKnobEffect<ShortDelayLaw>;
 
-/// Edit1 is the time (2 to 16382 samples), Edit2 the level of the echoes; the input is turned down by half of the
-/// level.
+/// Edit1 is the time (2 to 16382 samples), Edit2 the level of the echoes; the input is reduced by half of that level.
 class SivrayFxShortDelay : public TwoKnobMemoryEffect<ShortDelayLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -10,8 +10,8 @@
 namespace tesh::bramel::plugin::sivray::effects {
 namespace {
 
-/// The next samples less the ones before them, raised by `kShift` bits. Moves `previous`, which is raised too, to the
-/// last one.
+/// The differences of the next samples, shifted left by `kShift` bits. Sets `previous`, which is shifted too, to the
+/// last sample.
 template <int kShift>
 Words256 differences(const std::int16_t* samples, std::int64_t& previous) {
   const HalfRegisters::Integers now = HalfRegisters::load(samples);
@@ -21,7 +21,7 @@ Words256 differences(const std::int16_t* samples, std::int64_t& previous) {
   return {WideRegisters::shiftLeft32<kShift>((Words256{WideRegisters::widened16(now)} - before).v)};
 }
 
-/// Each sample waits for the one before it. Moves `highpass` to the last one.
+/// Each sample depends on the one before it. Sets `highpass` to the last one.
 inline BothChannels blockedSamples(const BothChannels& steps, Pair& highpass) {
   const Pair kept = Pair::both(CompressorGain::DcBlock::kKept);
   SamplePairs pairs(steps);
@@ -43,8 +43,8 @@ inline Words256 followGains(CompressorGain& law, const BothChannels& blocked, st
   return Words256::load(values);
 }
 
-/// The DC blocks are a register ahead: they and the gain wait for their own last samples, so that the processor
-/// computes both at once.
+/// The DC blocks run one register ahead: DC blocks and gain each depend on their own last sample, so the processor can
+/// compute both at once.
 template <typename Output, typename Law>
 [[gnu::flatten]] unsigned runCompressor(Law& law, std::int16_t* left, std::int16_t* right,
                                         unsigned count) SIVRAY_NONBLOCKING {

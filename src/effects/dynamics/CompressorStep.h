@@ -1,5 +1,5 @@
-// The law of both compressors around their gain: DC blocks before it, output stages behind it, for one sample or for
-// several. SampleLanes.h tells where this may be included.
+// The law of both compressors around their gain: the DC blocks before it and the output stages after it, for one sample
+// or several. SampleLanes.h tells where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,14 +10,14 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The output of a DC block after `highpass`, for an input that has moved by `step`. `kept` is DcBlock::kKept.
+/// The output of a DC block after `highpass`, for an input that has changed by `step`. `kept` is DcBlock::kKept.
 template <typename Words>
 Words dcBlocked(Words highpass, Words step, Words kept) {
   const Words decayed = leakTwice(signedProduct<15>(highpass, kept));
   return limitedSum(decayed, step, CompressorGain::DcBlock::kLimit);
 }
 
-/// The gain for one sound: up to five times the sensitivity.
+/// The output for single sounds: a gain of up to five times the sensitivity.
 struct CompressorOutput {
   static constexpr int kInputShift = 14;
   static constexpr std::int32_t kMakeUp = 5;
@@ -32,7 +32,7 @@ struct CompressorOutput {
   }
 };
 
-/// The gain for a whole mix.
+/// The output for a whole mix.
 struct MasterOutput {
   static constexpr int kInputShift = 15;
   static constexpr std::int32_t kLevel = cofu::core::kFullScale;

@@ -16,7 +16,7 @@ void stepDrive(Q60393Drive& law, std::int16_t& left, std::int16_t& right) {
   const Lanes feedback = Lanes::both(cofu::core::mul15(law.drive.value(), Q60393Drive::kFeedback));
   const Lanes z = (in + Lanes(law.preEmphasis) + mul15(leakTwice(lastOutput), feedback)).saturated();
   law.preEmphasis = (Lanes::both(law.drive.value()) * in).template shiftedRight<13>();
-  // What lies above the threshold goes through a parabola. At z = 0 nothing does, so that its sign does not matter.
+  // The excess over the threshold follows a parabola. At z = 0 there is none, so the sign of zero does not matter.
   const Lanes above = (magnitude(z) - Lanes::both(law.threshold.value())).notBelowZero();
   const Lanes output = z - mul15(mul15(above, above), withSignOf(Lanes::both(Q60393Drive::kBend), z));
   law.lastOutput = output;

@@ -1,4 +1,4 @@
-// How the tube stage's drive and mix glide, and its runs of samples.
+// The smoothing of the tube stage's drive and mix, and its runs of samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/dynamics/Kilnode.h"
 
@@ -22,13 +22,13 @@ constexpr float kDrivePerGain = 0.25F;
 /// Samples per run.
 constexpr unsigned kRun = 64;
 
-/// Fills `values` with the next samples of the glide from `value` to `target`, and leaves `value` at the last one.
+/// Fills `values` with the next smoothed samples from `value` to `target`, and sets `value` to the last one.
 void glide(float& value, float target, float* values, unsigned count) {
   for (unsigned i = 0; i < count; ++i) {
     const float before = value;
     value += (target - value) * kGlide;
     if (value == before) {
-      // Rounding holds it here from now on.
+      // Rounding keeps the value where it is from now on.
       std::fill(values + i, values + count, value);
       return;
     }
@@ -36,7 +36,7 @@ void glide(float& value, float target, float* values, unsigned count) {
   }
 }
 
-/// Sends samples through the tube; the arrays may be read up to the next multiple of 4.
+/// Processes samples by the tube curve. The arrays may be read up to the next multiple of 4.
 void throughTube(bool hasAvx2, float* samples, const float* drives, const float* mixes, unsigned count) {
   if constexpr (SIVRAY_FOR_X86) {
     if (hasAvx2) {
@@ -49,7 +49,8 @@ void throughTube(bool hasAvx2, float* samples, const float* drives, const float*
   }
 }
 
-/// A value on its way to 0 ends there before its arithmetic becomes slow: below this it changes no 16-bit sample.
+/// Flushes a value that decays to 0: below this limit it changes no 16-bit sample, and subnormal arithmetic would be
+/// slow.
 float ended(float value, float target) {
   constexpr float kInaudible = 1e-30F;
   return target == 0.0F && std::fabs(value) < kInaudible ? 0.0F : value;

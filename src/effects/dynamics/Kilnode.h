@@ -8,8 +8,8 @@
 
 namespace tesh::bramel::plugin::fxkit {
 
-/// Samples through the tube, in place, each with its own drive and mix, for AVX2: four at once. `count` is a multiple
-/// of 4. There are no such lanes for SSE2: two exponentials at once take as long as two in turn.
+/// Processes samples by the tube curve, in place, each with its own drive and mix, four at once with AVX2. `count` is a
+/// multiple of 4. There is no SSE2 version, because two exponentials at once take as long as two in turn.
 void throughTubeAvx2(float* samples, const float* drives, const float* mixes, unsigned count) SIVRAY_NONBLOCKING;
 
 /// A tube stage with one parameter, its gain (0.0 to 1.0), which sets drive and mix at once.
@@ -17,7 +17,7 @@ class Kilnode : public vimo::BasicEffect {
  public:
   Kilnode();
 
-  /// Puts drive and mix on their targets.
+  /// Sets drive and mix to their targets.
   void reset() override;
 
   unsigned parameterCount() const override { return 1; }

@@ -19,7 +19,7 @@ constexpr std::int64_t kTop = 2147483647;
 /// Gain before the shift: 0.045 to 1.0.
 constexpr SquareRange kGain{1489, 31279};
 
-/// The shift lifts the gain by a factor of 64, 36 dB.
+/// The shift multiplies the gain by 64, 36 dB.
 constexpr int kGainShift = 6;
 
 // The highpass, Q15: a corner of 205 Hz.
@@ -29,7 +29,8 @@ constexpr std::int64_t kHighpassB1 = 31820;
 /// Slope of the folding curve at 0: 0.8125.
 constexpr std::int64_t kFoldSlope = 26624;
 
-// A peaking cut of -12 dB at 8000 Hz with a Q of 4.0, 29 fractional bits. The test derives them from these figures.
+// A peaking cut of -12 dB at 8000 Hz with a Q of 4.0, 29 fractional bits. The test derives these values from those
+// figures.
 constexpr std::int64_t kB0 = 411701568;
 constexpr std::int64_t kB1 = -308910432;
 constexpr std::int64_t kB2 = 327725504;
@@ -50,7 +51,7 @@ std::int64_t highpass(Memory& m, std::int64_t x) {
 std::int64_t folded(std::int64_t v) {
   const std::int64_t u = (clampTop(v) * kFoldSlope) >> 15;
   const std::int64_t square = (u * u) >> 31;
-  // The sign is random: a branch on it would be mispredicted.
+  // A branch on the sign, which is random, would be mispredicted.
   const std::int64_t sign = u >> 63;
   return u - ((square ^ sign) - sign);
 }

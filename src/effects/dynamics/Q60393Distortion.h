@@ -1,4 +1,4 @@
-// "Distortion": a mono highpass, much gain, a curve that folds the wave back, and a cut around 8 kHz.
+// "Distortion": a mono highpass, a high gain, a wave folder, and a cut around 8 kHz.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@ struct Q60393Distortion {
     std::int32_t level;
   };
 
-  /// One sample back and two samples back, of the input and of the output of the two filters.
+  /// The last two samples of the input and of the outputs of the two filters.
   struct Memory {
     std::int64_t highpassIn = 0;
     std::int64_t highpassOut = 0;
@@ -34,7 +34,7 @@ struct Q60393Distortion {
   void reset(const Settings&) { memory = {}; }
   void step(const Settings&, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  /// Whether silence gives silence and changes nothing: rounding may hold the filters next to 0.
+  /// Whether silent input gives silent output and changes nothing. Rounding may hold the filters' state next to 0.
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
   void skip(const Settings&, unsigned) {}
 

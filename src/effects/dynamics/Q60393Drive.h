@@ -1,4 +1,4 @@
-// "Drive": bends the wave over above a threshold that falls as the drive rises, with feedback of the last output.
+// "Drive": a soft clipper whose threshold falls as the drive rises, with feedback of the last output.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,10 +14,10 @@ struct Q60393Drive {
   static constexpr LawParts kParts{
       .start = Knobs{63, 100}, .resetTakesPending = true, .glides = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
-  /// How strongly what lies above the threshold is bent: 0.8 in Q15.
+  /// How strongly the excess over the threshold is bent: 0.8 in Q15.
   static constexpr std::int32_t kBend = 26213;
 
-  /// Share of the last output that comes back at full drive: 0.73 in Q15.
+  /// Feedback of the last output at full drive: 0.73 in Q15.
   static constexpr std::int32_t kFeedback = 23919;
 
   /// All Q15.
@@ -29,7 +29,7 @@ struct Q60393Drive {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-  /// The threshold starts from 0, so that the first samples are bent most.
+  /// The threshold starts from 0, so the first samples are clipped most.
   void reset(const Settings&) {
     threshold.setNow(0);
     preEmphasis = {};

@@ -23,7 +23,7 @@ constexpr SquareRange kMasterAttack{8, 3268};
 
 using Word = lanes::OneLong;
 
-/// Returns the blocked sample.
+/// Returns the sample without its DC.
 Word block(CompressorGain::DcBlock& block, std::int64_t in) {
   const Word step{in - block.previousInput};
   const Word blocked = dcBlocked(Word{block.highpass}, step, Word{CompressorGain::DcBlock::kKept});

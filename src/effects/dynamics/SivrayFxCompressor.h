@@ -1,5 +1,5 @@
 // "Compressor" for single sounds, with a wide range of sensitivity, and "Master Compressor" for a whole mix, with a low
-// and narrow one.
+// and narrow range.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,17 +13,17 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models a feedback compressor: gain += rise - gain * envelope. One detector serves both channels, so that the stereo
-/// image stays.
+/// Models a feedback compressor: gain += rise - gain * envelope. Both channels share one detector, which keeps the
+/// stereo image.
 struct CompressorGain {
-  /// Takes the mean off one channel, whose samples have up to 15 more bits here. CompressorStep.h moves it.
+  /// Removes the DC of one channel, whose samples have up to 15 additional bits here. CompressorStep.h computes it.
   struct DcBlock {
     std::int64_t previousInput = 0;
     std::int64_t highpass = 0;  ///< -kLimit to kLimit.
 
     static constexpr std::int32_t kLimit = 1073741823;
 
-    /// What the output keeps per sample, Q15: 0.9922, a corner of 55 Hz.
+    /// Share of the output that is kept per sample, Q15: 0.9922, a corner of 55 Hz.
     static constexpr std::int32_t kKept = 32512;
 
     bool isSilent() const { return previousInput == 0 && highpass == 0; }
@@ -36,16 +36,16 @@ struct CompressorGain {
   std::int32_t envelope = 0;
   std::int32_t gain = 0;  ///< Q15.
 
-  std::int32_t rise = 0;  ///< What the gain gains per sample.
+  std::int32_t rise = 0;  ///< Increase of the gain per sample.
 
-  /// Sets the rise for a sensitivity in Q15: the more sensitive, the lower the gain. The only division.
+  /// Sets the rise for a sensitivity in Q15: a higher sensitivity gives a lower gain. The only division.
   void setSens(std::int32_t sens) {
     constexpr std::int32_t kRiseAtFullSens = 16;
     rise = kOneQ15 / std::max(sens, 1) * kRiseAtFullSens;
   }
 
-  /// Moves the gain (0 to 32767) by a sample whose louder channel has this magnitude behind the DC blocks. `attack` is
-  /// the envelope's smoothing per sample, Q15.
+  /// Updates the gain (0 to 32767) for a sample whose louder channel has this magnitude after the DC blocks. `attack`
+  /// is the envelope's smoothing per sample, Q15.
   void follow(std::int32_t louder, std::int32_t attack) {
     using namespace cofu::core;
     constexpr std::int32_t kPeakKept = 32674;  // Q15: 0.9971 per sample, a time constant of 348 samples (8 ms).
@@ -58,7 +58,7 @@ struct CompressorGain {
   /// Whether both channels are silent. Envelope and gain may still move.
   bool isSilent() const { return left.isSilent() && right.isSilent(); }
 
-  /// `count` samples of silence after silence.
+  /// Advances by `count` samples of silence after silence.
   void skip(unsigned count, std::int32_t attack) {
     moveToRest(*this, count, [attack](CompressorGain& moved) { moved.follow(0, attack); });
   }
@@ -66,7 +66,7 @@ struct CompressorGain {
   bool operator==(const CompressorGain&) const = default;
 };
 
-/// What both compressors share: the sensitivity glides, the attack changes at once.
+/// Common to both compressors: the sensitivity is smoothed, the attack changes at once.
 struct CompressorParts {
   struct Settings {
     std::int32_t sens;    ///< Q15.
@@ -83,7 +83,7 @@ struct CompressorParts {
   void derive() { law.setSens(sens.value()); }
 
   SmoothedValue sens;
-  std::int32_t attack = 0;  ///< Of the lanes.
+  std::int32_t attack = 0;  ///< For the lanes.
   CompressorGain law;
 };
 
@@ -93,7 +93,7 @@ struct CompressorLaw : CompressorParts {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-  /// Starts from silence: the gain comes up, and the sensitivity too.
+  /// Starts from silence: gain and sensitivity rise from 0.
   void reset(const Settings&) { *this = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   static const RunInLanes<CompressorLaw> runAvx2;

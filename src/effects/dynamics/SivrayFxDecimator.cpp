@@ -40,7 +40,7 @@ void SivrayFxDecimator::step(const Settings& to, std::int16_t& left, std::int16_
     holdRight = std::max<std::int32_t>(right, -kFullScale);
     aim(to, false);
   }
-  // The two gains make up 32767, so that the sums keep to -32767 .. 32767 without a limit.
+  // The two gains add up to 32767, so the sums stay within -32767 .. 32767 without limiting.
   const std::int32_t dry = kFullScale - to.wet;
   left = static_cast<std::int16_t>(mul15(dry, left) + wetLeft);
   right = static_cast<std::int16_t>(mul15(dry, right) + wetRight);

@@ -1,4 +1,4 @@
-// "Decimator": holds samples at a lower rate, without a filter.
+// "Decimator": a sample-and-hold at a lower rate, without a filter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@ struct SivrayFxDecimator {
   static constexpr LawParts kParts{.start = Knobs{64, kTopKnob}, .aims = true, .sleepsAfter = 0};
 
   struct Settings {
-    std::uint32_t step;  ///< Of a 16-bit counter per sample.
+    std::uint32_t step;  ///< Increment per sample of a 16-bit counter.
     std::int32_t wet;    ///< Q15.
   };
 

@@ -11,13 +11,13 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// "Kiln Force": Edit1 is the gain of the tube; Edit2 has no use. It sleeps through silence.
+/// "Kiln Force": Edit1 is the gain of the tube; Edit2 is not used. It sleeps during silence.
 class SivrayFxKilnode : public SivrayFx {
  public:
   void process(StereoBlock& block, unsigned count) override { adapter.processInt16(block, block, count); }
   bool skip(unsigned) override { return adapter.isAsleep(); }
 
-  /// Index 2 is masked to 7 bits and given back; other indices give 0.
+  /// Index 2 is masked to 7 bits and returned; other indices return 0.
   int setParameter(unsigned index, int value) override {
     if (index != kEdit1) {
       return 0;
@@ -27,10 +27,10 @@ class SivrayFxKilnode : public SivrayFx {
     return knob;
   }
 
-  /// The tube keeps no sound; its smoothed values keep moving to their targets.
+  /// The tube holds no sound; its smoothed values keep moving to their targets.
   void reset() override {}
 
-  /// Immediate mode puts the smoothed values on their targets once.
+  /// Immediate mode sets the smoothed values to their targets once.
   void setImmediate(bool on) override {
     if (on) {
       adapter.reset();

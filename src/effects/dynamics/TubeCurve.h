@@ -1,5 +1,5 @@
-// The curve of the tube stage, as a template over OneValue or several values side by side. Every step is single
-// precision but for the exponential itself. A source file for an instruction set includes this between the marks of
+// The curve of the tube stage, as a template over OneValue or several values side by side. All steps are single
+// precision, except the exponential. A source file for an instruction set includes this between the marks of
 // core/VectorCode.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -39,10 +39,10 @@ struct OneValue {
   static Floats narrowed(Doubles x) { return static_cast<float>(x); }
 };
 
-/// e to the power of `x` for x at or below 0, rounded to single precision. The same to the bit on every machine: the
-/// mathematics library picks its instructions by the processor and may differ in the last bit. Computed in double
-/// precision to a few parts in 10^15, so that the result is the nearest single but for one case in ten million. Below
-/// -80 it gives e^-80.
+/// e to the power of `x` for x at or below 0, rounded to single precision; below -80 it gives e^-80. Gives the same
+/// bits on every machine: the mathematics library picks its instructions by the processor, and its last bit may differ.
+/// Computed in double precision with an error of some 10^-15, so that in all but one case in ten million the
+/// result is the nearest single.
 template <typename Lanes>
 typename Lanes::Floats exponentialOfNegative(typename Lanes::Floats x) {
   using Doubles = typename Lanes::Doubles;
@@ -53,7 +53,9 @@ typename Lanes::Floats exponentialOfNegative(typename Lanes::Floats x) {
   const Doubles shifted = t * kLog2E + kRounder;
   const Doubles r = t - (shifted - kRounder) * kLn2;
   const Doubles r2 = r * r;
-  // The series on |r| <= ln(2) / 2, two terms a pair.
+  // The series for
+  // r
+  // <= ln(2) / 2, two terms at a time.
   Doubles p = kTaylor[12] + r * kTaylor[13];
   for (std::size_t pair = 6; pair-- > 0;) {
     p = p * r2 + (kTaylor[2 * pair] + r * kTaylor[2 * pair + 1]);
@@ -62,10 +64,10 @@ typename Lanes::Floats exponentialOfNegative(typename Lanes::Floats x) {
   return Lanes::narrowed(__builtin_bit_cast(Doubles, scaled));
 }
 
-/// What the input is multiplied by at a drive of 1.0.
+/// Gain of the input at a drive of 1.0.
 inline constexpr float kTubeInputScale = 12.0F;
 
-/// How fast the curve nears its height: it has come within 0.25 % of it at an input of 1.0.
+/// How fast the curve approaches its height: within 0.25 % at an input of 1.0.
 inline constexpr float kTubeSteepness = 6.0F;
 
 /// The two halves of the wave saturate at slightly different heights.

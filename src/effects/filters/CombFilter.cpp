@@ -20,13 +20,13 @@ constexpr std::size_t kMask = CombFilter::kLineLength - 1;
 /// the knob is a semitone up.
 constexpr double kLongestDelay = 44187388.0;
 
-/// What the feedback takes per round at knobs 0 and 0, in nepers: the sound then falls by 60 dB in 1.08 ms. That time
+/// Loss of the feedback per round at knobs 0 and 0, in nepers: the sound then falls by 60 dB in 1.08 ms. That time
 /// doubles every 12 steps of the Feedback knob, up to 1.66 s.
 constexpr double kDecayPerRound = 195.11349;
 
 constexpr double k1In31Bits = 2147483648.0;
 
-/// The delay goes nearly all the way in a sample, the feedback 0.99 of it.
+/// Per sample, the delay moves nearly all the way to its target and the feedback 0.99 of it.
 constexpr OnePole kDelayGlide{4168, 28599};
 constexpr OnePole kFeedbackGlide{328, 32439};
 
@@ -35,7 +35,7 @@ double semitonesDown(int steps) { return std::exp2(-steps / 12.0); }
 
 const auto delayTable = tableOf<std::int32_t>([](int knob) { return kLongestDelay * semitonesDown(knob); });
 
-/// The feedback by the sum of both knobs.
+/// The feedback, indexed by the sum of both knobs.
 const auto feedbackTable = tableOf<std::int32_t, 2 * kTopKnob + 1>(
     [](int sum) { return k1In31Bits * std::exp(-kDecayPerRound * semitonesDown(sum)); });
 
@@ -54,7 +54,7 @@ void CombFilter::glide(const Settings& to, bool) {
   feedback = kFeedbackGlide.next(feedback, to.feedback);
 }
 
-/// The whole samples of the delay, and the weight of an all-pass interpolation, (1 - fraction) / (1 + fraction).
+/// Splits the delay into whole samples and the weight of an all-pass interpolation, (1 - fraction) / (1 + fraction).
 void CombFilter::derive() {
   wholeDelay = static_cast<std::size_t>(delay >> 15);
   const std::int32_t fraction = fractionQ15(delay);

@@ -11,7 +11,7 @@
 namespace tesh::bramel::plugin::sivray::effects {
 
 /// Edit1 is the pitch of the delay in semitones above 32.7 Hz, Edit2 the feedback. Models a plucked string: the
-/// feedback grows as the delay gets shorter, so that a sound decays in the same time at every pitch. It has no
+/// feedback grows as the delay gets shorter, so that a sound decays in the same time at every pitch. There is no
 /// immediate mode.
 struct CombFilter {
   static constexpr unsigned kLineLength = 2048;
@@ -22,7 +22,7 @@ struct CombFilter {
   /// Samples that lanes compute at once.
   static constexpr unsigned kLanes = 8;
 
-  /// Limit of the delayed sample, 30 bits.
+  /// Limit of the delayed sample: 30 bits.
   static constexpr std::int32_t kOutputLimit = 1073741823;
 
   struct Settings {
@@ -30,7 +30,8 @@ struct CombFilter {
     std::int32_t feedback;  ///< 31 fractional bits.
   };
 
-  // All but the lines is 64 bits wide: the compiler knows then that storing a sample in a line changes nothing else.
+  // All members except the lines are 64 bits wide, so that the compiler knows that storing a sample in a line changes
+  // none of them.
   struct Channel {
     std::array<std::int32_t, kLineLength> line{};  ///< Samples, 15 fractional bits.
     std::int64_t output = 0;                       ///< The delayed sample, 15 fractional bits.

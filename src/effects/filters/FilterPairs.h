@@ -15,7 +15,7 @@ namespace {
 
 static_assert(CombFilter::kLanes == kPairs);
 
-/// The echoes before each of the next eight samples. Moves `echo` to the last one.
+/// The echoes before each of the next eight samples. Sets `echo` to the last one.
 inline BothChannels echoesBefore(const BothChannels& near, const BothChannels& older, Pair eta, Pair& echo) {
   const SamplePairs nearWhole({near.left.shiftedRight<15>(), near.right.shiftedRight<15>()});
   SamplePairs echoes(older);
@@ -27,7 +27,7 @@ inline BothChannels echoesBefore(const BothChannels& near, const BothChannels& o
   return echoes.channels();
 }
 
-/// Puts the next samples of a channel into its line and out.
+/// Writes the next samples of a channel to its line and to the output.
 inline void feed(std::int32_t* line, unsigned write, Words256 echoes, Words256 feedback, std::int16_t* samples) {
   const Words256 sound = combSound(echoes, feedback, raised<15>(samples));
   storeToRing<CombFilter::kLineLength>(line, write, sound);
@@ -77,7 +77,7 @@ inline void feed(std::int32_t* line, unsigned write, Words256 echoes, Words256 f
     SamplePairs pairs(
         {raised<PeakingEQ::kInputShift>(leftSamples + done), raised<PeakingEQ::kInputShift>(rightSamples + done)});
     for (Pair& pair : pairs.pairs) {
-      // The sample is the sum shifted by 33 bits, one more than here.
+      // The output is the sum shifted by 33 bits, one more than here.
       pair = peakingSum(state, Longs{pair.v}, gains).loweredBy<32>().v;
     }
     const BothChannels out = pairs.channels();

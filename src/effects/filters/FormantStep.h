@@ -13,23 +13,24 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Turns the sign and takes a little off, so that a sound dies out; Q15.
+/// Inverts the sign and attenuates slightly, so that the sound decays; Q15.
 inline constexpr std::int32_t kFormantLeak = -32766;
 
-/// v * kFormantLeak of a 16-bit value. For what the next sample waits for, shifts are faster than a product.
+/// v * kFormantLeak of a 16-bit value. Uses shifts, which have a lower latency than a product, because the next sample
+/// waits for it.
 template <typename Words>
 Words timesFormantLeak(Words v) {
   return v + v - v.template shiftedLeft<15>();
 }
 
-/// Products of 16-bit values. The instruction adds the products of the low and of the high words of each lane: one high
-/// word has to be cleared.
+/// Products of 16-bit values. The instruction adds the products of the low and of the high words of each lane, so one
+/// of the high words must be cleared.
 template <typename R>
 lanes::WordsIn<R> shortProduct(lanes::WordsIn<R> a, lanes::WordsIn<R> b) {
   return {R::pairSums16(a.v, R::bitAnd(b.v, R::all32(0xFFFF)))};
 }
 
-/// Limits to -32768 .. 32767, for a factor of `shortProduct`, which does not look at the high words.
+/// Limits to -32768 .. 32767, for a factor of `shortProduct`, which ignores the high words.
 template <typename R>
 lanes::WordsIn<R> limitedFactor(lanes::WordsIn<R> v) {
   const typename R::Integers words = R::packed32(v.v, v.v);
@@ -43,7 +44,7 @@ lanes::WordsIn<R> limited16(lanes::WordsIn<R> v) {
 }
 
 /// One sample: the mono input through all resonators, whose band outputs are summed. `band` and `low` hold 16-bit
-/// values: nothing below the point is ever read.
+/// values; their fractions are never read.
 template <typename R>
 void stepFormants(TalkingModulatorLaw& law, std::int16_t& left, std::int16_t& right) {
   using Words = lanes::WordsIn<R>;  // A lane for each band.

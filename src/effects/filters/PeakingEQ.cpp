@@ -20,11 +20,11 @@ constexpr float kOne = 1 << PeakingEQ::kFractionBits;
 constexpr float kDecibelsPerStep = 0.23622048F;
 constexpr float kLeastDecibels = -15.0F;
 
-/// Width of the bell, about 1.0: where a straight line from 1.0 to 5.0 begins, in single precision.
+/// Width of the bell, about 1.0: the start of a straight line from 1.0 to 5.0, in single precision.
 constexpr float kQ = 64.0F * 0.06349207F + 1.0F - 4.0634923F;
 
-// The library's single-precision functions pick their instructions by the processor and may differ in the last bit.
-// Computed in double precision and rounded, they are the same on every machine.
+// The library's single-precision functions pick their instructions by the processor, and their last bit may differ.
+// Computed in double precision and rounded, the results are the same on every machine.
 float power(float base, float exponent) {
   return static_cast<float>(std::pow(static_cast<double>(base), static_cast<double>(exponent)));
 }

@@ -8,12 +8,12 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the frequency in semitones with 440 Hz at 61, Edit2 the gain from -15 to 15 dB. Nothing is smoothed. A
-/// change of a knob computes a sine and powers on the calling thread.
+/// Edit1 is the frequency in semitones, with 440 Hz at 61; Edit2 the gain from -15 to 15 dB. Nothing is smoothed.
+/// Changing a knob computes a sine and powers on the calling thread.
 struct PeakingEQ {
   static constexpr LawParts kParts{.start = Knobs{61, 70}, .aims = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
-  /// Bits of the memory above a sample, and fractional bits of the coefficients.
+  /// Fractional bits of the state below a sample's, and of the coefficients.
   static constexpr int kInputShift = 9;
   static constexpr int kFractionBits = 24;
 
@@ -25,7 +25,7 @@ struct PeakingEQ {
     std::int64_t a2;
   };
 
-  /// One channel's last two inputs and outputs: 32-bit values, 9 bits above a sample.
+  /// One channel's last two inputs and outputs: 32-bit values with 9 fractional bits.
   struct Memory {
     std::int64_t x1 = 0;
     std::int64_t x2 = 0;

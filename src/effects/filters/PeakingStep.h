@@ -17,7 +17,7 @@ template <cofu::registers::SignedProducts R>
 struct LongsIn {
   typename R::Integers v;
 
-  /// Leaves the lower 32 bits right.
+  /// Only the lower 32 bits of the result are valid.
   template <int kBits>
   LongsIn loweredBy() const {
     return {R::template shiftRightUnsigned64<kBits>(v)};
@@ -39,7 +39,7 @@ LongsIn<R> operator*(LongsIn<R> a, LongsIn<R> b) {
   return {R::mulEven32(a.v, b.v)};
 }
 
-/// a + (b - c) * factor. In this order, so that only one product waits for `c`.
+/// a + (b - c) * factor, ordered so that only one product waits for `c`.
 template <typename R>
 LongsIn<R> plusScaledDifference(LongsIn<R> a, LongsIn<R> b, LongsIn<R> c, LongsIn<R> factor) {
   return (a + b * factor) - c * factor;
@@ -62,7 +62,7 @@ template <typename Longs>
 Longs peakingSum(PeakingState<Longs>& s, Longs x, const PeakingGains<Longs>& to) {
   const Longs older = x * to.b0 + (s.x2 * to.b2 - s.y2 * to.a2);
   const Longs sum = plusScaledDifference(older, s.x1, s.y1, to.b1);
-  // A jump of the frequency can throw the filter beyond its memory, which keeps the low 32 bits.
+  // A jump of the frequency can make the filter overflow; the state keeps the low 32 bits.
   s = {x, s.x1, sum.template loweredBy<PeakingEQ::kFractionBits>(), s.y1};
   return sum;
 }

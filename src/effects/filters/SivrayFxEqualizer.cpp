@@ -1,4 +1,4 @@
-// The settings of the equalizer and its two shelves, in single precision one operation after the other.
+// The equalizer's settings and its two shelves, in single precision with a fixed order of operations.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxEqualizer.h"
 
@@ -19,8 +19,8 @@ namespace {
 constexpr double kLowCorner = 80.0;
 constexpr double kHighCorner = 12000.0;
 
-/// Coefficients are whole multiples of 1/32768, the high shelf's at a quarter and the low shelf's at half of their
-/// size.
+/// The tables' coefficients are multiples of 1/32768, scaled by a quarter for the high shelf and by a half for the low
+/// shelf.
 constexpr float kStep = 3.0517578e-5F;
 constexpr float kHighShelfScale = 4.0F;
 constexpr float kLowShelfScale = 2.0F;
@@ -32,7 +32,7 @@ constexpr float kGlideShare = 0.003F;
 constexpr float kMemoryLimit = 10.0F;
 constexpr float kFullScaleFloat = 32767.0F;
 
-/// What the memory keeps per sample: 1 - 2^-13 and 1 - 2^-14, so that no sound stays for ever.
+/// Share of the state that is kept per sample, 1 - 2^-13 and 1 - 2^-14, so that every sound decays to silence.
 constexpr float kKeptR = 0.9998779F;
 constexpr float kKeptS = 0.99993896F;
 
@@ -58,7 +58,7 @@ Shelf rounded(double before, double now, double pole, float scale) {
   return {entry(before), entry(now), entry(pole)};
 }
 
-// A shelf is the sound and a share of an all-pass. A cut moves the pole, so that it undoes a boost.
+// A shelf is the sound plus a share of an all-pass. A cut moves the pole so that it exactly undoes a boost.
 const auto lowShelves = tableOf<Shelf>([](int knob) {
   const double gain = gainOf(valueAt(lowShelfGains, knob));
   const double pole = poleOf(tangentOf(kLowCorner) / std::min(gain, 1.0));

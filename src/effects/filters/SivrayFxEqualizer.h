@@ -9,12 +9,12 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models a high shelf (a gain into a pole, then a second pole) before a low shelf (a zero and a pole). The glide of
-/// the six coefficients is their one-pole smoothing.
+/// Models a high shelf (a gain into a pole, then a second pole) followed by a low shelf (a zero and a pole). All six
+/// coefficients are smoothed by one-pole smoothers.
 struct EqualizerLaw {
   static constexpr LawParts kParts{.glides = true, .sleepsAfter = 0};
 
-  /// The coefficients of a first-order shelf: for the sample before, for the present one, and the pole.
+  /// The coefficients of a first-order shelf: for the previous sample, for the current one, and the pole.
   struct Shelf {
     float before = 0.0F;
     float now = 0.0F;
@@ -30,10 +30,10 @@ struct EqualizerLaw {
     bool operator==(const Settings&) const = default;
   };
 
-  /// Left and right side by side; the other two lanes stay 0.
+  /// Left and right side by side; the other two lanes are always 0.
   using StereoFloats = cofu::registers::Registers128::Floats;
 
-  /// The last values behind the first pole, the high shelf and the low shelf.
+  /// The last values after the first pole, after the high shelf and after the low shelf.
   struct Memory {
     StereoFloats a{};
     StereoFloats b{};
@@ -42,13 +42,13 @@ struct EqualizerLaw {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-  /// Puts the smoothed coefficients on their targets; the filter memory stays.
+  /// Sets the smoothed coefficients to their targets; the filter's state stays.
   void reset(const Settings& now) { smoothed = now; }
   bool restsAt(const Settings& to, bool immediate) const { return glided(to, immediate) == smoothed; }
   void glide(const Settings& to, bool immediate) { smoothed = glided(to, immediate); }
   void step(const Settings&, std::int16_t& leftSample, std::int16_t& rightSample) SIVRAY_NONBLOCKING;
 
-  /// Whether silence gives silence and changes nothing: rounding may hold the memory next to 0.
+  /// Whether silent input gives silent output and changes nothing. Rounding may hold the state next to 0.
   bool isSilent(unsigned) const SIVRAY_NONBLOCKING;
   void skip(const Settings&, unsigned) {}
 
@@ -61,7 +61,7 @@ struct EqualizerLaw {
 
 extern template class TwoKnobEffect<EqualizerLaw>;
 
-/// Edit1 is the low gain, Edit2 the high gain; both change nothing at 62 to 66.
+/// Edit1 is the low gain, Edit2 the high gain. Knob values of 62 to 66 change nothing.
 class SivrayFxEqualizer : public TwoKnobEffect<EqualizerLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

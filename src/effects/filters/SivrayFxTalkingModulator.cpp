@@ -1,4 +1,4 @@
-// The settings of the talking modulator and the glide of its bands.
+// The settings of the talking modulator and the smoothing of its bands.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/filters/SivrayFxTalkingModulator.h"
 
@@ -29,7 +29,7 @@ constexpr KnobTable formant1 = formantTable({4558, 3227, 3227, 1926, 1926});
 constexpr KnobTable formant2 = formantTable({9185, 11171, 8192, 6454, 16384});
 constexpr KnobTable formant3 = formantTable({17128, 17128, 16880, 16632, 21100});
 
-/// Frequency coefficient of the lowest band, which the vowel leaves alone; Q15.
+/// Frequency coefficient of the lowest band, which is the same for all vowels; Q15.
 constexpr std::int32_t kLowestBand = 1331;
 
 /// Frequency scale, 14 fractional bits: 0.25 at Offset 0 and 1.5 at 127.

@@ -13,7 +13,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 inline constexpr std::size_t kFormantBands = 4;
 
-/// Models a vocal tract by four two-pole resonators side by side, whose band outputs are summed.
+/// Models a vocal tract by four parallel two-pole resonators, whose band outputs are summed.
 struct TalkingModulatorLaw {
   static constexpr LawParts kParts{.glides = true, .lanes = LaneParts::avx2, .sleepsAfter = 0};
 
@@ -25,7 +25,7 @@ struct TalkingModulatorLaw {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-  /// Clears the resonators and takes their frequencies back to 0.
+  /// Clears the resonators and sets their frequencies to 0.
   void reset(const Settings&) { *this = {}; }
   bool restsAt(const Settings& to, bool immediate) const SIVRAY_NONBLOCKING;
   void glide(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
@@ -44,7 +44,7 @@ struct TalkingModulatorLaw {
 
 extern template class TwoKnobEffect<TalkingModulatorLaw>;
 
-/// Edit1 chooses the vowel, Edit2 moves all bands up by up to a factor of 6. The output is mono.
+/// Edit1 selects the vowel, Edit2 scales all band frequencies by a factor of up to 6. The output is mono.
 class SivrayFxTalkingModulator : public TwoKnobEffect<TalkingModulatorLaw> {};
 
 }  // namespace tesh::bramel::plugin::sivray::effects

@@ -26,10 +26,10 @@ const auto cutoffTable = tableOf<std::int32_t>([](int knob) {
   return 2147483648.0 * std::sin(kLowestAngle * std::exp2(semitones / 12.0));
 });
 
-/// Above this cutoff, 0.637 of the highest, the resonance is taken back, so that the filter stays stable.
+/// Above this cutoff, 0.637 of the highest, the resonance is reduced, so that the filter stays stable.
 constexpr std::int32_t kResonanceKnee = 1367566549;
 
-/// Resonance at the knob's end: 0.99992, just short of what would sound for ever.
+/// Resonance at the knob's end: 0.99992, just below self-oscillation.
 constexpr std::int64_t kHighestResonance = 2147314568;
 
 /// Highest resonance times the convex curve, 1 - (1 - knob / 127)^2, truncated, exactly, in integers.
@@ -38,7 +38,7 @@ std::int32_t resonanceOf(int knob) {
   return static_cast<std::int32_t>(kHighestResonance * (kTopKnobSquared - rest * rest) / kTopKnobSquared);
 }
 
-/// 1.0 up to a very high resonance, a half at the highest.
+/// 1.0 for all but very high resonances, and a half for the highest.
 std::int32_t inputGainOf(std::int32_t resonance) {
   const std::int32_t room = std::min((TolvanFilter::kFull24 - (resonance >> 7)) * 64, TolvanFilter::kFull24);
   return ((room >> 1) + kHalf24) >> 9;

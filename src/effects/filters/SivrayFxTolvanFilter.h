@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Which of its values the filter outputs.
+/// The filter's output.
 enum class TolvanMode { kLowpass, kHighpass, kBandpass };
 
 /// A coefficient on a straight line across 64 samples, 23 fractional bits, never below 0.
@@ -26,7 +26,7 @@ struct TolvanRamp {
   }
 };
 
-/// What the three modes share: settings, ramps and state.
+/// Common to the three modes: settings, ramps and state.
 struct TolvanFilter {
   /// Full scale of the filter's values.
   static constexpr std::int32_t kFull24 = 16777215;
@@ -47,7 +47,7 @@ struct TolvanFilter {
   void aim(const Settings& to, bool immediate) SIVRAY_NONBLOCKING;
 
   bool isSilent(unsigned) const { return band.isZero() && low.isZero(); }
-  /// The ramps start at their targets in the next `aim`, wherever they are now.
+  /// In the next `aim`, the ramps start at their targets, whatever their values are now.
   void skip(const Settings&, unsigned) {}
 
   static bool fitsLanes(const Settings&) { return true; }

@@ -14,7 +14,7 @@ StereoIn<R> mulShift23(StereoIn<R> value, StereoIn<R> factor) {
   if constexpr (cofu::registers::SignedProducts<R>) {
     return signedProduct<23>(value, factor);
   } else {
-    // The instruction multiplies unsigned values: 2^25 is added first, and its share of the product, a whole number,
+    // The instruction multiplies unsigned values: 2^25 is added first, and its share of the product, an integer, is
     // subtracted afterwards.
     const StereoIn<R> raised = value + StereoIn<R>::both(1 << 25);
     const StereoIn<R> product = R::template shiftRightUnsigned64<23>(R::mulEvenUnsigned32(raised.v, factor.v));
@@ -22,7 +22,7 @@ StereoIn<R> mulShift23(StereoIn<R> value, StereoIn<R> factor) {
   }
 }
 
-/// v * -8388606 / 2^23 for 24-bit values, as v / 2^22 - v: turns the sign and takes a little off.
+/// v * -8388606 / 2^23 for 24-bit values, as v / 2^22 - v: inverts the sign and attenuates slightly.
 template <typename R>
 StereoIn<R> leak23(StereoIn<R> v) {
   return v.template shiftedRight<22>() - v;
@@ -33,7 +33,7 @@ void advance(TolvanRamp& ramp) {
   ramp.now = StereoIn<R>(ramp.now) + StereoIn<R>(ramp.step);
 }
 
-/// One sample of both channels. Without SSE4.1 the limits are the longest part.
+/// One sample of both channels. Without SSE4.1, most of the time goes into the limits.
 template <typename R, TolvanMode kMode>
 void stepFilter(TolvanFilter& filter, std::int16_t& left, std::int16_t& right) {
   using Lanes = StereoIn<R>;

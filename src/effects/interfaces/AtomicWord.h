@@ -1,4 +1,4 @@
-// A word that one thread writes while another reads it, as the single settings of the effects are.
+// A word that one thread writes while another reads it. The effects' single settings use it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,9 +6,9 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// A value of one machine word with relaxed loads and stores, which cost what a plain variable costs. It orders
-/// nothing around it: another thread may see the new value of one word and the old value of the next. A copy holds the
-/// value of that moment.
+/// A machine word with relaxed loads and stores, which cost no more than those of a plain variable. It does not order
+/// other accesses: another thread may see the new value of one word and the old value of another. A copy holds the
+/// value at the time of copying.
 template <typename T>
 class Relaxed {
  public:

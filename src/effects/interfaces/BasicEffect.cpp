@@ -1,4 +1,4 @@
-// The stored parameters, and the conversions that let either process operation serve for the other.
+// The stored parameters, and the conversions by which either process operation can serve as the other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/BasicEffect.h"
 
@@ -14,7 +14,8 @@ void convert(const std::int16_t* from, float* to, unsigned count) {
   std::transform(from, from + count, to, floatFromInt16);
 }
 
-/// As int16FromFloat, eight samples at a time: the compiler does not turn its comparisons into minimum and maximum.
+/// Like int16FromFloat, for eight samples at a time: the compiler does not turn those comparisons into minimum and
+/// maximum.
 void convert(const float* from, std::int16_t* to, unsigned count) {
   using R = cofu::registers::Registers128;
   const auto wholeOf = [](const float* samples) {
@@ -28,7 +29,7 @@ void convert(const float* from, std::int16_t* to, unsigned count) {
   std::transform(from + i, from + count, to + i, int16FromFloat);
 }
 
-/// Runs `process` on copies of the block in its own sample type, as many samples at a time as the scratch area holds.
+/// Runs `process` on copies of the block in its own sample type, as many samples at a time as fit the scratch area.
 template <typename InnerBlock, typename Block, typename Scratch, typename Process>
 void processConverted(Block in, Block out, unsigned count, Scratch& scratch, Process process) {
   constexpr unsigned kRun = BasicEffectState::kRunSamples;

@@ -27,7 +27,7 @@ struct FloatBlock {
   float* right = nullptr;
 };
 
-/// Copies the channels that do not lie in place already. `Block` is Int16Block or FloatBlock.
+/// Copies the channels whose input and output differ. `Block` is Int16Block or FloatBlock.
 template <typename Block>
 void copyBlock(Block in, Block out, unsigned count) {
   if (in.left != out.left) {
@@ -38,7 +38,7 @@ void copyBlock(Block in, Block out, unsigned count) {
   }
 }
 
-/// What every BasicEffect keeps.
+/// The data members of every BasicEffect.
 struct BasicEffectState {
   /// A hook that some effects call once per sample.
   using TickListener = void (*)(BasicEffect& effect) SIVRAY_NONBLOCKING;
@@ -46,7 +46,7 @@ struct BasicEffectState {
   /// Samples per channel of one scratch run.
   static constexpr unsigned kRunSamples = 256;
 
-  /// Scratch of one sample type: four runs, left in, right in, left out, right out.
+  /// Scratch buffers of one sample type: left in, right in, left out, right out, one run each.
   template <typename Sample>
   using Scratch = std::array<Sample, 4 * kRunSamples>;
 
@@ -61,8 +61,8 @@ struct BasicEffectState {
 };
 
 /// A stereo effect with parameters from 0.0 to 1.0. A concrete effect overrides `processFloat` or `processInt16` (the
-/// other then converts and calls it), and calls `initParameters` last in its constructor. `setParameter` may come on
-/// any thread, everything else that changes something on the audio thread alone.
+/// other one converts and calls it), and calls `initParameters` last in its constructor. `setParameter` may be called
+/// on any thread; all other changes only on the audio thread.
 class BasicEffect {
  public:
   BasicEffect();
@@ -80,13 +80,13 @@ class BasicEffect {
 
   virtual unsigned parameterCount() const SIVRAY_NONBLOCKING { return 0; }
 
-  /// The stored value, 0.0 past the end.
+  /// The stored value; 0.0 for an index out of range.
   virtual float parameter(unsigned index) const SIVRAY_NONBLOCKING;
 
-  /// Stores the value; past the end it stores nothing.
+  /// Stores the value; ignores an index out of range.
   virtual void setParameter(unsigned index, float value) SIVRAY_NONBLOCKING;
 
-  /// True when sound may follow after the input has ended.
+  /// Whether sound may continue after the input has ended.
   virtual bool hasTail() const SIVRAY_NONBLOCKING { return true; }
 
   /// Process `count` samples per channel; `in` and `out` may be the same block.
@@ -106,14 +106,14 @@ inline constexpr float kInt16FullScale = 32767.0F;
 /// One step of a 16-bit sample, 1 / 32767 to seven digits.
 inline constexpr float kInt16Step = 3.051851e-5F;
 
-/// Limited to -1.0 .. 1.0, times 32767, truncated.
+/// Limits to -1.0 .. 1.0, multiplies by 32767 and truncates.
 constexpr std::int16_t int16FromFloat(float sample) SIVRAY_NONBLOCKING {
   const float upper = sample < 1.0F ? sample : 1.0F;
   const float limited = upper > -1.0F ? upper : -1.0F;
   return static_cast<std::int16_t>(limited * kInt16FullScale);
 }
 
-/// Times 1/32767, so that full scale comes back as 1.0.
+/// Multiplies by 1/32767, so that full scale becomes 1.0.
 constexpr float floatFromInt16(std::int16_t sample) SIVRAY_NONBLOCKING {
   return static_cast<float>(sample) * kInt16Step;
 }

@@ -1,5 +1,5 @@
-// Eight consecutive samples of both channels in 32 bits: as words of each channel, or as a stereo pair for each sample,
-// for laws where a sample waits for the one before it. SampleLanes.h tells where this may be included.
+// Eight consecutive samples of both channels in 32 bits, as words of each channel or as a stereo pair for each sample,
+// for laws where a sample depends on the one before it. SampleLanes.h tells where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -36,7 +36,7 @@ struct BothChannels {
   Words256 right;
 };
 
-/// The same as a stereo pair for each sample.
+/// The same as one stereo pair per sample.
 struct SamplePairs {
   explicit SamplePairs(const BothChannels& channels) {
     using R = WideRegisters;
@@ -64,7 +64,7 @@ struct SamplePairs {
   Pair pairs[kPairs];
 };
 
-/// Eight samples, raised by `kBits`.
+/// Eight samples, shifted left by `kBits`.
 template <int kBits>
 Words256 raised(const std::int16_t* samples) {
   const WideRegisters::Integers words = WideRegisters::widened16(HalfRegisters::load(samples));

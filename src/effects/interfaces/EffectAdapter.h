@@ -1,4 +1,4 @@
-// Turns a law that has the name of a core, and no operations of an effect itself, into a SivrayFx.
+// Makes a SivrayFx of an effect's law whose class has the name of a core and no effect interface.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Answers the multi-effector's own indices, which an effect does not use, with the value given.
+/// Returns the given value for indices that belong to the multi-effector and mean nothing to an effect.
 template <typename Effect>
 class AdaptedEffect : public Effect {
  public:
@@ -18,7 +18,7 @@ class AdaptedEffect : public Effect {
 template <typename Core>
 class EffectAdapter : public AdaptedEffect<TwoKnobEffect<Core>> {};
 
-/// For a core whose delay lines lie in the shared pool.
+/// For a core whose delay lines are in the shared pool.
 template <typename Core>
 class EffectAdapter2 : public AdaptedEffect<TwoKnobMemoryEffect<Core>> {};
 

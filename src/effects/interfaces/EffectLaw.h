@@ -1,6 +1,6 @@
-// What the law of an effect must have, so that the frame of TwoKnobEffect.h can run it. A law is a struct that holds
-// what one sample hands to the next. It says in `kParts` which parts it has; the frame refuses to compile where that is
-// not so, where a part is incomplete, and where it finds a part that the law does not name.
+// The interface of an effect's law, its algorithm for one sample, which the frame in TwoKnobEffect.h runs. A law is a
+// struct that holds the state between two samples. Its `kParts` states which optional features it has. The frame does
+// not compile if a stated feature is missing or incomplete, or if the law has a feature that it does not state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,18 +15,18 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Samples that the longest lanes compute at once. Feedback must be at least that old.
+/// The most samples that lanes compute at once. Feedback must be at least that old.
 inline constexpr int kMostLanes = 16;
 
 /// The vector registers in which a law can run.
 enum class LaneParts : std::uint8_t { none, avx2, baselineAndAvx2 };
 
-/// The optional parts of a law.
+/// The optional features of a law.
 struct LawParts {
-  std::optional<Knobs> start{};       ///< Knobs at construction. Without them Settings{} counts at first.
-  bool followsTempo = false;          ///< The tempo changes the settings.
-  bool resetTakesPending = false;     ///< A reset takes pending settings first.
-  std::optional<int> otherRestart{};  ///< A transport code that resets, beside kRestart.
+  std::optional<Knobs> start{};       ///< Knobs at construction; without them the initial settings are Settings{}.
+  bool followsTempo = false;          ///< The settings depend on the tempo.
+  bool resetTakesPending = false;     ///< A reset first applies pending settings.
+  std::optional<int> otherRestart{};  ///< A second transport code that resets, besides kRestart.
   bool aims = false;                  ///< See AimingLaw.
   bool glides = false;                ///< See GlidingLaw.
   bool derives = false;               ///< See DerivingLaw.
@@ -42,8 +42,8 @@ concept StepsBoth = requires(Law law, const typename Law::Settings& to, std::int
   law.step(to, sample, sample);
 };
 
-/// One sample of one channel, with a state for each: they share nothing, so that each may run alone while no value
-/// moves.
+/// One sample of one channel, with separate state per channel: the channels share nothing, so each may run alone while
+/// no smoothed value moves.
 template <typename Law>
 concept StepsSides = requires(Law law, const typename Law::Settings& to, std::int16_t& sample) {
   law.stepSide(to, law.left, sample);
@@ -52,14 +52,14 @@ concept StepsSides = requires(Law law, const typename Law::Settings& to, std::in
 
 template <typename Law>
 concept EffectLaw = requires(Law law, const typename Law::Settings& to, const Knobs& knobs) {
-  /// What the knobs set. Any thread.
+  /// The settings for knob values. Any thread.
   { Law::settingsOf(knobs) } -> std::same_as<typename Law::Settings>;
-  /// Clears the sound. Smoothed values are on their targets by then.
+  /// Clears the sound. Smoothed values have already been set to their targets.
   law.reset(to);
   { Law::kParts } -> std::same_as<const LawParts&>;
 } && (StepsBoth<Law> != StepsSides<Law>);
 
-/// Before every 64 samples, with whether values jump.
+/// Called before every 64 samples, and told whether values jump.
 template <typename Law>
 concept AimingLaw = requires(Law law, const typename Law::Settings& to, bool immediate) { law.aim(to, immediate); };
 
@@ -72,28 +72,28 @@ concept VisitsSmoothed = requires(Law law, const typename Law::Settings& to, voi
 /// Smooths its values in its own way.
 template <typename Law>
 concept GlidesItself = requires(Law law, const Law& resting, const typename Law::Settings& to, bool immediate) {
-  /// Whether a further glide would move nothing.
+  /// Whether smoothing would not change any value.
   { resting.restsAt(to, immediate) } -> std::same_as<bool>;
-  /// One sample towards the settings.
+  /// Moves the values by one sample towards the settings.
   law.glide(to, immediate);
 };
 
 template <typename Law>
 concept GlidingLaw = VisitsSmoothed<Law> != GlidesItself<Law>;
 
-/// Computes what is costly after smoothed values have moved.
+/// Computes costly values after smoothed values have moved.
 template <typename Law>
 concept DerivingLaw = requires(Law law) { law.derive(); };
 
-/// Runs as many of the samples as fill whole registers, in place, and returns their number.
+/// Processes as many of the samples as fill whole registers, in place, and returns their number.
 template <typename Law>
 using RunInLanes = unsigned (*)(Law& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING;
 
-/// Runs in lanes while its values rest. What is left of a run goes to shorter registers, and what is left by those to
-/// the step.
+/// Runs in lanes while its values are at rest. The rest of a run goes to shorter registers, and the rest of that to the
+/// step.
 template <typename Law>
 concept LaneLaw = requires(Law& law, const Law& resting, const typename Law::Settings& to, std::int16_t* samples) {
-  /// Whether no feedback is shorter than kMostLanes and all else rests too.
+  /// Whether no feedback is shorter than kMostLanes and all other values are at rest too.
   { resting.fitsLanes(to) } -> std::same_as<bool>;
   { Law::runAvx2(law, samples, samples, 1U) } -> std::same_as<unsigned>;
   requires Law::kParts.lanes == LaneParts::avx2 || requires {
@@ -101,17 +101,17 @@ concept LaneLaw = requires(Law& law, const Law& resting, const typename Law::Set
   };
 };
 
-/// Answers silence with silence once its memory is zero. Then the frame skips silent blocks while the settings rest.
+/// Once its memory is zero, silent input gives silent output. The frame then skips silent blocks while the settings are
+/// at rest.
 template <typename Law>
 concept SleepingLaw = requires(Law law, const Law& resting, const typename Law::Settings& to, unsigned count) {
-  /// Whether all that sounds is zero in the state, and in what the last `count` samples (at most 64) have put into the
-  /// lines.
+  /// Whether the state, and what the last `count` samples (at most 64) wrote to the lines, is zero.
   { resting.isSilent(count) } -> std::same_as<bool>;
-  /// Moves indices, clocks and followers by `count` silent samples.
+  /// Advances indices, clocks and followers by `count` silent samples.
   law.skip(to, count);
 };
 
-/// Keeps delay lines in the shared pool: one after another, each a ring into which every sample writes one.
+/// Has delay lines in the shared pool, one after another, each a ring to which every sample writes one sample.
 template <typename Law>
 concept BorrowingLaw = requires(Law law, std::int16_t* area) {
   { Law::kRequiredSamples } -> std::same_as<const std::size_t&>;
@@ -121,7 +121,7 @@ concept BorrowingLaw = requires(Law law, std::int16_t* area) {
   { law.writeIndex } -> std::same_as<unsigned&>;
 };
 
-// Whether a law has anything that belongs to a part.
+// Whether a law has anything that belongs to a feature.
 template <typename Law>
 concept NamesGlide = VisitsSmoothed<Law> || requires { &Law::restsAt; } || requires { &Law::glide; };
 template <typename Law>
@@ -132,7 +132,7 @@ template <typename Law>
 concept NamesSleep = requires { &Law::isSilent; } || requires { &Law::skip; };
 // clang-format on
 
-/// Whether each part is there, complete, if the law says so, and not there at all otherwise.
+/// Whether each stated feature is complete, and no other is present.
 template <EffectLaw Law>
 consteval bool keepsItsParts() {
   constexpr LawParts kParts = Law::kParts;

@@ -1,4 +1,4 @@
-// When the wrapper sleeps and wakes.
+// The wrapper's decisions to sleep and to wake.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/FastEffectAdapter.h"
 
@@ -10,7 +10,7 @@ namespace tesh::vimo {
 
 namespace {
 
-/// True if any sample is not 0. The loop collects all bits and tests them once, so that it has no branch.
+/// Whether any sample is not 0. The loop ORs all samples and tests them once, so it has no branch.
 bool sounds(Int16Block block, unsigned count) {
   unsigned bits = 0;
   for (unsigned i = 0; i < count; ++i) {
@@ -19,7 +19,7 @@ bool sounds(Int16Block block, unsigned count) {
   return bits != 0;
 }
 
-/// True if a sample exceeds the threshold.
+/// Whether any sample exceeds the threshold.
 bool sounds(FloatBlock block, unsigned count) {
   constexpr float kThreshold = 1e-5F;
   float peak = 0.0F;

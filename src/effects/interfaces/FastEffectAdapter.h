@@ -8,8 +8,8 @@
 
 namespace tesh::vimo {
 
-/// Sleeps from the start, wakes in the very block in which sound comes in, and sleeps again after 48000 samples of
-/// silence at the output. Asleep it passes its input on. `isActive` is the wrapper's own flag, which nothing sets.
+/// Sleeps at first, wakes in the block in which sound arrives, and sleeps again after 48000 samples of silent output.
+/// Asleep it passes its input through. `isActive` is the wrapper's own flag, which nothing sets.
 class FastEffectAdapter : public BasicEffect {
  public:
   explicit FastEffectAdapter(std::unique_ptr<BasicEffect> innerEffect);
@@ -21,7 +21,7 @@ class FastEffectAdapter : public BasicEffect {
   void setParameter(unsigned index, float value) override;
   bool hasTail() const override { return inner->hasTail(); }
 
-  /// While it sleeps, its state does not change.
+  /// Its state does not change while it sleeps.
   bool isAsleep() const SIVRAY_NONBLOCKING { return sleeping != 0; }
   void processFloat(FloatBlock in, FloatBlock out, unsigned count) override;
   void processInt16(Int16Block in, Int16Block out, unsigned count) override;

@@ -11,7 +11,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// A table of `kCount` values by `law(index)`, truncated.
+/// A table of `kCount` values of `law(index)`, truncated.
 template <typename Value, std::size_t kCount = kTopKnob + 1, typename Law>
 constexpr std::array<Value, kCount> tableOf(Law law) {
   std::array<Value, kCount> table{};
@@ -25,7 +25,7 @@ using KnobTable = std::array<std::int16_t, kTopKnob + 1>;
 
 inline constexpr int kTopKnobSquared = kTopKnob * kTopKnob;
 
-/// 258 * i, with the last entry held to 32767.
+/// 258 * i, with the last entry limited to 32767.
 inline constexpr KnobTable linearTable =
     tableOf<std::int16_t>([](int i) { return i == kTopKnob ? cofu::core::kFullScale : 258 * i; });
 
@@ -33,7 +33,7 @@ inline constexpr KnobTable linearTable =
 inline constexpr KnobTable squareTable =
     tableOf<std::int16_t>([](int i) { return cofu::core::kFullScale * i * i / kTopKnobSquared; });
 
-/// 32767 * (1 - (1 - i / 127)^2), likewise.
+/// 32767 * (1 - (1 - i / 127)^2), also exact, in integers.
 inline constexpr KnobTable convexTable = tableOf<std::int16_t>([](int i) {
   const int rest = kTopKnob - i;
   return cofu::core::kFullScale * (kTopKnobSquared - rest * rest) / kTopKnobSquared;
@@ -56,7 +56,7 @@ struct SquareRange {
 /// Output level of drive and distortion: 0.039 (-28 dB) to 1.0.
 inline constexpr SquareRange kDriveLevel{1279, 31489};
 
-/// 1/127: makes a knob value 0.0 .. 1.0, as the older effect interface takes it.
+/// 1/127: converts a knob value to 0.0 .. 1.0, as the older effect interface takes it.
 inline constexpr float kKnobToUnit = 0.007874016F;
 
 }  // namespace tesh::bramel::plugin::sivray::effects

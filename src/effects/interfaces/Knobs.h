@@ -1,16 +1,16 @@
-// What the settings of an effect are made of.
+// The knob values from which an effect's settings are computed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// The highest value of a knob; all its bits are set.
+/// The highest value of a knob: 127, all bits of its 7.
 inline constexpr int kTopKnob = 127;
 
-/// The value of a knob that is set to `value`, which wraps.
+/// `value` reduced to the range of a knob; it wraps.
 constexpr int knobOf(int value) { return value & kTopKnob; }
 
-/// All that the settings of an effect depend on.
+/// Everything that an effect's settings depend on.
 struct Knobs {
   int edit1 = 0;           ///< 0 to kTopKnob.
   int edit2 = 0;           ///< 0 to kTopKnob.

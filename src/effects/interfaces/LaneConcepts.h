@@ -1,5 +1,5 @@
-// What each kind of lanes must have, so that a half-written one does not compile. OneSample.h says what each operation
-// gives.
+// Concepts that each kind of lanes must satisfy, so that an incomplete one does not compile. OneSample.h describes the
+// operations.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@
 namespace tesh::bramel::plugin::sivray::effects::lanes {
 
 // clang-format off
-/// 32-bit lanes: phases, and what a law computes from them before it turns to samples.
+/// 32-bit lanes: phases, and values that a law computes from them before it converts them to samples.
 template <typename W>
 concept WordKind = requires(W a, const W b, std::int32_t* words, const std::int16_t* samples) {
   { W::kCount } -> std::same_as<const unsigned&>;

@@ -1,4 +1,4 @@
-// What the laws in sample lanes share: access to a ring, and the loop over a run. Templates over the lanes of
+// Common code of the laws in sample lanes: access to a ring, and the loop over a run. Templates over the lanes of
 // SampleLanes.h, which tells where this header may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -10,7 +10,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Lanes that begin before a ring's end and continue at its start. Kept apart from the usual case, as it is rare.
+/// Lanes that begin before a ring's end and continue at its start. A separate function, because this is rare.
 template <typename Samples, unsigned kLength, typename Sample>
 [[gnu::noinline]] Samples loadAcrossEnd(const Sample* ring, unsigned start) {
   Sample joined[Samples::kCount];
@@ -29,7 +29,7 @@ template <typename Samples, unsigned kLength, typename Sample>
   }
 }
 
-/// Samples, or words, from `position` on in a ring of `kLength`, a power of two. The position may lie anywhere.
+/// Samples, or words, from `position` on in a ring of `kLength`, a power of two. Any position is allowed.
 template <typename Samples, unsigned kLength, typename Sample>
 inline Samples loadFromRing(const Sample* ring, unsigned position) {
   const unsigned start = position & (kLength - 1);
@@ -49,7 +49,7 @@ inline Samples loadBetween(const std::int16_t* ring, unsigned near, Fraction fra
   return between(loadFromRing<Samples, kLength>(ring, near), loadFromRing<Samples, kLength>(ring, before), fraction);
 }
 
-/// Writes samples from `position` on, as loadFromRing reads them.
+/// Writes samples from `position` on, in the order in which loadFromRing reads them.
 template <unsigned kLength, typename Samples, typename Sample>
 inline void storeToRing(Sample* ring, unsigned position, Samples samples) {
   const unsigned start = position & (kLength - 1);
@@ -60,14 +60,14 @@ inline void storeToRing(Sample* ring, unsigned position, Samples samples) {
   }
 }
 
-/// Both channels together, each times a Q15 gain of at most a half.
+/// Mixes both channels to mono, each with a Q15 gain of at most a half.
 template <typename Samples>
 Samples monoOf(Samples left, Samples right, std::int32_t gain) {
   return weightedSum(left, right, typename Samples::Weights(gain, gain)).template shiftedRight<15>().saturated();
 }
 
-/// Moves the law on by as many samples as fill whole registers, in place, with `stepAs<Samples>(law, left, right)`.
-/// Returns their number. Works on a copy of the law, so that the compiler keeps gains and positions in registers.
+/// Applies `stepAs<Samples>(law, left, right)` to as many samples as fill whole registers, in place, and returns their
+/// number. Works on a copy of the law, so that the compiler keeps gains and positions in registers.
 template <lanes::SampleKind Samples, typename Law>
 [[gnu::flatten]] unsigned runLanes(Law& law, std::int16_t* left, std::int16_t* right,
                                    unsigned count) SIVRAY_NONBLOCKING {

@@ -13,8 +13,8 @@ namespace {
 /// Sixteen samples.
 using Samples256 = lanes::SamplesIn<cofu::registers::Registers256>;
 
-// GCC lays out a class for the instructions that it may use where the class is first needed. One that it lays out
-// behind the marks loses its upper half when a function returns it.
+// GCC lays out a class for the instructions that are allowed where the class is first needed. If that is after the
+// marks, a function that returns it loses the upper half.
 static_assert(lanes::SampleKind<Samples256>);
 static_assert(sizeof(Samples256) == 32 && sizeof(Samples256::Words) == 32);
 

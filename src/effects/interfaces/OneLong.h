@@ -1,5 +1,5 @@
-// Plain words for laws that multiply much: a 32-bit value in 64 bits, which spares the processor to widen
-// it for each product. OneSample.h and WordLanes.h have the same operations.
+// Plain words for laws with many products: a 32-bit value in 64 bits, so that it need not be widened for each product.
+// OneSample.h and WordLanes.h have the same operations.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,7 +20,7 @@ struct OneLong {
   OneLong shiftedRight() const {
     return {v >> kBits};
   }
-  /// The lower 32 bits of it.
+  /// Keeps the lower 32 bits.
   template <int kBits>
   OneLong loweredBy() const {
     return {static_cast<std::int32_t>(v >> kBits)};

@@ -1,5 +1,5 @@
-// The plain lanes: one value at a time, in 32-bit arithmetic. They say what every operation of
-// WordLanes.h and SampleLanes.h gives. And the numbers that those operations make of gains and weights.
+// The plain lanes: one value at a time, in 32-bit arithmetic. They define the result of every operation in WordLanes.h
+// and SampleLanes.h. Also the numbers that those operations derive from gains and weights.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,10 +16,11 @@ constexpr std::int32_t shortLeak(std::int32_t v) { return (v >> 14) - v; }
 
 }  // namespace tesh::bramel::plugin::sivray::effects
 
-// In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
+// A separate namespace, so that the operations are found by their arguments and hide no scalar function of the same
+// name.
 namespace tesh::bramel::plugin::sivray::effects::lanes {
 
-/// One word. The comments here hold for words in registers too.
+/// One word. The comments here also hold for words in registers.
 struct OneWord {
   static constexpr unsigned kCount = 1;
 
@@ -34,7 +35,7 @@ struct OneWord {
   static OneWord ofSamples(const std::int16_t* samples) { return {*samples}; }
   void store(std::int32_t* words) const { *words = v; }
 
-  /// What `make` makes of each word.
+  /// Applies `make` to each word.
   template <typename Make>
   OneWord mapped(Make make) const {
     return {make(v)};
@@ -47,7 +48,7 @@ struct OneWord {
   OneWord shiftedLeft() const {
     return {cofu::core::wrapShiftLeft(v, kBits)};
   }
-  /// The lower 16 bits with their sign.
+  /// The lower 16 bits, sign-extended.
   OneWord lowerHalves() const { return {static_cast<std::int16_t>(v)}; }
   /// Shifts in zeros.
   template <int kBits>
@@ -74,14 +75,14 @@ inline bool isAnyNegative(OneWord a) { return a.v < 0; }
 inline OneWord smaller(OneWord a, OneWord b) { return {std::min(a.v, b.v)}; }
 inline OneWord larger(OneWord a, OneWord b) { return {std::max(a.v, b.v)}; }
 
-/// (a * b) >> kBits with a product of 64 bits, both without a sign. The result must fit 32 bits.
+/// (a * b) >> kBits with an unsigned 64-bit product. The result must fit 32 bits.
 template <int kBits>
 OneWord product(OneWord a, OneWord b) {
   const std::uint64_t whole = std::uint64_t{static_cast<std::uint32_t>(a.v)} * static_cast<std::uint32_t>(b.v);
   return {static_cast<std::int32_t>(whole >> kBits)};
 }
 
-/// The same with a sign, of which the lower 32 bits are kept.
+/// The same with a signed product; the lower 32 bits are kept.
 template <int kBits>
 OneWord signedProduct(OneWord a, OneWord b) {
   return {static_cast<std::int32_t>((std::int64_t{a.v} * b.v) >> kBits)};
@@ -96,11 +97,11 @@ inline OneWord limited(OneWord a, std::int32_t limit) { return {std::clamp(a.v, 
 /// a * factor, both -32768 .. 32767.
 inline OneWord timesShort(OneWord a, std::int16_t factor) { return {a.v * factor}; }
 
-/// One sample in 32-bit arithmetic. The comments here hold for samples in registers too.
+/// One sample in 32-bit arithmetic. The comments here also hold for samples in registers.
 struct OneSample {
   static constexpr unsigned kCount = 1;
 
-  /// The 32-bit lanes that go with these, and how many of their registers hold as many samples.
+  /// The corresponding 32-bit lanes, and how many of their registers hold as many samples.
   using Words = OneWord;
   static constexpr unsigned kWords = kCount / Words::kCount;
 
@@ -110,21 +111,21 @@ struct OneSample {
     std::int32_t factor;
   };
 
-  /// What two samples count for in a `weightedSum`, -32768 .. 32767 each.
+  /// The weights of two samples in a `weightedSum`, -32768 .. 32767 each.
   struct Weights {
     Weights(std::int32_t first, std::int32_t second) : ofFirst(first), ofSecond(second) {}
     std::int32_t ofFirst;
     std::int32_t ofSecond;
   };
 
-  /// A place between two neighbours, `kBits` (at most 15) of fraction.
+  /// A position between two neighbours, with a fraction of `kBits` (at most 15).
   template <int kBits>
   struct Fraction {
     explicit Fraction(std::int32_t fractionBits) : fraction(fractionBits) {}
     std::int32_t fraction;
   };
 
-  /// 32 bits a sample.
+  /// Samples of 32 bits.
   struct Wide {
     std::int32_t v;
 
@@ -134,13 +135,13 @@ struct OneSample {
     }
     /// Limits to -32767 .. 32767.
     OneSample saturated() const { return {cofu::core::saturate(v)}; }
-    /// Must fit a lane.
+    /// The value must fit a lane.
     OneSample packed() const { return {v}; }
-    /// Limits to all that a lane holds.
+    /// Limits to the range of a lane.
     OneSample narrowed() const { return {std::clamp(v, -32768, 32767)}; }
   };
 
-  /// A Q15 gain for `boosted`, 0 .. 131071: up to four.
+  /// A Q15 gain for `boosted`, 0 .. 131071: up to 4.0.
   struct Boost {
     explicit Boost(std::int32_t gainQ15) : factor(gainQ15) {}
     std::int32_t factor;
@@ -151,10 +152,10 @@ struct OneSample {
   /// The same sample in all lanes.
   static OneSample all(std::int16_t sample) { return {sample}; }
 
-  /// Samples from `kWords` registers of words, which must fit a lane.
+  /// Samples from `kWords` registers of words, whose values must fit a lane.
   static OneSample of(const OneWord* words) { return {words->v}; }
 
-  /// The same for words that need not fit: lanes keep their lower 16 bits.
+  /// The same for values that need not fit: lanes keep their lower 16 bits.
   static OneSample lowerHalvesOf(const OneWord* words) { return of(words); }
 
   /// Reads or writes `kCount` samples from `samples` on.
@@ -166,7 +167,7 @@ inline OneSample::Wide operator+(OneSample::Wide a, OneSample::Wide b) { return 
 
 inline OneSample::Wide operator-(OneSample::Wide a, OneSample::Wide b) { return {cofu::core::wrapSub(a.v, b.v)}; }
 
-/// The samples one later: `previous`, then all of `a` but the last, which becomes the new `previous`.
+/// The samples delayed by one: `previous`, then all of `a` except its last, which becomes the new `previous`.
 inline OneSample oneLater(OneSample a, std::int16_t& previous) {
   const OneSample later{previous};
   a.store(&previous);
@@ -187,7 +188,7 @@ inline OneSample mul15(OneSample a, OneSample::Gain gain) { return {cofu::core::
 
 inline OneSample mul15(OneSample a, OneSample gain) { return {cofu::core::mul15(a.v, gain.v)}; }
 
-/// a / 16384 - a, rounded down: turns the sign and takes a little off.
+/// a / 16384 - a, rounded down: inverts the sign and attenuates slightly.
 inline OneSample leak(OneSample a) { return {shortLeak(a.v)}; }
 
 /// a * first + b * second.
@@ -195,7 +196,7 @@ inline OneSample::Wide weightedSum(OneSample a, OneSample b, OneSample::Weights 
   return {cofu::core::wrapAdd(cofu::core::wrapMul(a.v, weights.ofFirst), cofu::core::wrapMul(b.v, weights.ofSecond))};
 }
 
-/// The same with weights of each lane's own, -32768 .. 32767.
+/// The same with weights per lane, -32768 .. 32767.
 inline OneSample::Wide weightedSum(OneSample a, OneSample b, OneSample ofA, OneSample ofB) {
   return weightedSum(a, b, OneSample::Weights(ofA.v, ofB.v));
 }
@@ -207,20 +208,20 @@ inline OneSample boosted(OneSample a, OneSample::Boost boost) {
   return {static_cast<std::int32_t>(std::clamp(product >> 15, -kLimit, kLimit))};
 }
 
-/// The sample at `place` on the line from `near` to `beyond`, rounded down.
+/// The interpolated sample at `place` between `near` and `beyond`, rounded down.
 template <int kBits>
 inline OneSample between(OneSample near, OneSample beyond, OneSample::Fraction<kBits> place) {
   return {cofu::core::mulShift<kBits>(beyond.v - near.v, place.fraction) + near.v};
 }
 
-/// `a`, one step nearer to 0 where it equals `b`.
+/// `a`, moved one step towards 0 where it equals `b`.
 inline OneSample nearerZeroWhereEqual(OneSample a, OneSample b) {
   return {a.v == b.v ? a.v - ((a.v > 0) - (a.v < 0)) : a.v};
 }
 
 static_assert(SampleKind<OneSample>);
 
-/// Words as samples, limited to -32767 .. 32767. In registers the samples fill one of half the width.
+/// Words converted to samples, limited to -32767 .. 32767. In registers the samples fill a register of half the width.
 template <typename Samples>
 struct Two {
   Samples first;
@@ -230,8 +231,8 @@ inline Two<OneSample> saturatedSamples(OneWord a, OneWord b) {
   return {{cofu::core::saturate(a.v)}, {cofu::core::saturate(b.v)}};
 }
 
-/// A Q15 gain split for lanes, whose product keeps the upper 16 of 32 bits: a * gain >> 15 is that of a * `doubled`,
-/// plus a * `carried`. `doubled` is twice the gain in 16 bits, `carried` (-1, 0 or 1) what did not fit.
+/// A Q15 gain split for lanes, whose products keep the upper 16 of 32 bits: (a * gain) >> 15 is that of a * `doubled`,
+/// plus a * `carried`. `doubled` is twice the gain in 16 bits, `carried` (-1, 0 or 1) the overflow.
 struct SplitGain {
   explicit SplitGain(std::int32_t gainQ15)
       : doubled(static_cast<std::int16_t>(2 * gainQ15)),
@@ -240,8 +241,8 @@ struct SplitGain {
   std::int16_t carried;
 };
 
-/// A gain of up to four as a part below one and the rest, one and two, each as a mask. All have the sample's sign, so
-/// that sums which stop at the ends of a lane may add them one by one.
+/// A gain of up to 4.0, split into a fraction below 1.0 and the integers one and two, each as a mask. All terms have
+/// the sample's sign, so sums that saturate at the ends of a lane may add them one by one.
 struct SplitBoost {
   explicit SplitBoost(std::int32_t gainQ15)
       : part(gainQ15 & 32767),
@@ -252,8 +253,8 @@ struct SplitBoost {
   std::int16_t twice;
 };
 
-/// The two weights of a place between neighbours. Weights of 15 bits that put all on one neighbour would not fit a
-/// lane: they are halved, and so is what the sum is divided by.
+/// The two weights of a position between neighbours. Weights of 15 bits would not fit a lane if one neighbour had all
+/// the weight: they are halved, and so is the divisor of the sum.
 struct SplitFraction {
   SplitFraction(std::int32_t fraction, int fractionBits)
       : bits(fractionBits == 15 && fraction == 0 ? 14 : fractionBits), near((1 << bits) - fraction), beyond(fraction) {}
@@ -262,7 +263,7 @@ struct SplitFraction {
   std::int32_t beyond;
 };
 
-/// Two weights as the pair of words that multiply-and-add takes.
+/// Two weights as a pair of words for a multiply-and-add.
 constexpr std::int32_t pairOfWords(std::int32_t first, std::int32_t second) {
   return static_cast<std::int32_t>((static_cast<std::uint32_t>(second) << 16) |
                                    (static_cast<std::uint32_t>(first) & 0xFFFF));

@@ -1,4 +1,4 @@
-// The hand-over of a set of settings from the thread that turns a knob to the audio thread.
+// Passes a set of settings from the thread that turns a knob to the audio thread.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,26 +9,27 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Sample indices in a block at which pending settings are taken: multiples of this.
+/// Pending settings are applied before samples whose index in the block is a multiple of this.
 inline constexpr unsigned kControlGrid = 64;
 
-/// A pending set under a mutex that is held for the copy alone, and the flag that tells the audio thread to look.
+/// A pending set under a mutex that is held only while copying, and a dirty flag for the audio thread.
 template <typename Settings>
 class PendingSettings {
  public:
   PendingSettings() = default;
 
-  /// Starts with `initial` pending; it is taken at the first look when `raised` is set.
+  /// `initial` is pending at first; with `raised` it is taken by the first takeInto.
   explicit PendingSettings(const Settings& initial, bool raised = false) : pending(initial), dirty(raised) {}
 
-  /// Puts a complete set in place. Any thread.
+  /// Replaces the pending set. Any thread.
   void post(const Settings& settings) {
     const cofu::core::RealTimeLock lock(mutex);
     put(settings);
   }
 
-  /// Puts in place what `make` makes of values that several threads change, each before it calls this. If another
-  /// thread's set came meanwhile, `make` runs again: it may not have seen what that thread changed. Any thread.
+  /// Replaces the pending set by the result of `make`, which reads values that several threads change, each before it
+  /// calls this. If another thread replaced the set meanwhile, `make` runs again, because it may have missed that
+  /// thread's change. Any thread.
   template <typename Make>
   void postMade(Make make) {
     for (;;) {
@@ -41,7 +42,7 @@ class PendingSettings {
     }
   }
 
-  /// Copies the pending set to `live` if one has come. Returns true when it did. Audio thread.
+  /// Copies the pending set to `live` if there is a new one, and returns whether there was. Audio thread.
   bool takeInto(Settings& live) SIVRAY_NONBLOCKING {
     if (!dirty.load(std::memory_order_acquire)) {
       return false;
@@ -52,7 +53,7 @@ class PendingSettings {
     return true;
   }
 
-  /// Whether a set waits to be taken. Any thread.
+  /// Whether a new set is pending. Any thread.
   bool waits() const SIVRAY_NONBLOCKING { return dirty.load(std::memory_order_acquire); }
 
   /// A copy of the pending set. Any thread.
@@ -71,7 +72,7 @@ class PendingSettings {
 
   mutable std::mutex mutex;
   Settings pending{};
-  std::atomic<unsigned> posts{0};  ///< Sets that were put in place; wraps.
+  std::atomic<unsigned> posts{0};  ///< Number of sets posted so far; wraps.
   std::atomic<bool> dirty{false};
 };
 

@@ -1,21 +1,19 @@
 // Consecutive samples of one channel side by side in the 16-bit lanes of a register, for laws whose feedback is older
-// than a register is long: such a law computes as many samples at once as there are lanes.
+// than a register: such a law computes as many samples at once as there are lanes.
 //
-// There are three kinds with the same operations and the same results: OneSample, and SamplesIn over registers of 128
-// and of 256 bits. A law is a template over them, `stepAs<Samples>(law, left, right)`, which moves on by
-// `Samples::kCount` samples. The template has its own header, with LaneRun.h for rings and loops. Three places
-// instantiate it:
+// There are three kinds with the same operations and results: OneSample, and SamplesIn over registers of 128 and of 256
+// bits. A law is a template over them, `stepAs<Samples>(law, left, right)`, which advances by `Samples::kCount`
+// samples. The template has its own header, and LaneRun.h has rings and loops. It is instantiated in three places:
 //   - the law's `step`, with OneSample: it serves while a value glides, where feedback is too short, and for the rest
 //     of a block;
 //   - the law's `runBaseline`, in the law's source file;
-//   - the law's `runAvx2`, in EffectsAvx2.cpp.
-// The latter includes all templates between the marks of core/VectorCode.h, with Lanes256.h first. What they share with
-// other files it includes before the marks: OneSample.h, Registers128.h and the headers of the laws. Therefore a law's
-// header must include neither a template nor LaneRun.h nor this. Operations are templates outside of their class: GCC
-// may compile a friend of a template without AVX2.
+// EffectsAvx2.cpp includes all templates between the marks of core/VectorCode.h, with Lanes256.h first. It includes
+// what they share with other files before the marks: OneSample.h, Registers128.h and the headers of the laws. Therefore
+// a law's header must not include a template, LaneRun.h or this header. Operations are templates outside of their
+// class, because GCC may compile a friend of a template without AVX2.
 //
-// Lanes hold -32768 .. 32767. A result must fit them too, except where an operation is said to limit it. +, - and mul15
-// of samples wrap in lanes: a result that fits is right even if an intermediate one does not.
+// Lanes hold -32768 .. 32767. A result must fit them too, unless an operation is documented to limit it. +, - and mul15
+// of samples wrap in lanes: a result that fits is correct even if an intermediate one does not fit.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -28,11 +26,11 @@
 
 namespace tesh::bramel::plugin::sivray::effects::lanes {
 
-/// A register's samples with 32 bits each: those of the lower, then those of the upper half of each 128 bits.
+/// A register's samples in 32 bits each: those of the lower half, then those of the upper half of each 128 bits.
 template <cofu::registers::IntegerRegisters R>
 struct WideIn;
 
-/// A place between two neighbours.
+/// A position between two neighbours.
 template <cofu::registers::IntegerRegisters R, int kBits>
 struct FractionIn {
   explicit FractionIn(std::int32_t fraction) : FractionIn(SplitFraction(fraction, kBits)) {}

@@ -1,4 +1,4 @@
-// How an effect finds out that neither its input nor its memory holds sound.
+// Tells whether an effect's input and memory are silent.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Whether all bits of `count` samples are 0. Looks at 64 bytes at a time, since sound mostly shows in the first.
+/// Whether all bits of `count` samples are 0. Tests 64 bytes at a time, because sound is usually found in the first.
 template <typename Sample>
 bool isZero(const Sample* samples, std::size_t count) {
   using Words = std::array<std::uint64_t, 8>;
@@ -43,7 +43,7 @@ bool isZeroBefore(const Sample* ring, std::size_t length, std::size_t end, std::
   return isZero(ring + start, toEnd) && isZero(ring, count - toEnd);
 }
 
-/// Lets `follower` move by up to `count` steps and stops once a step leaves it as it is: later ones do so too.
+/// Moves `follower` by up to `count` steps. Stops when a step leaves it unchanged, because all later ones would too.
 template <typename Follower, typename Step>
 void moveToRest(Follower& follower, unsigned count, Step&& step) {
   for (unsigned i = 0; i < count; ++i) {

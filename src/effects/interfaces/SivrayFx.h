@@ -1,4 +1,4 @@
-// What the multi-effector asks of each of its thirty effects.
+// The interface of the thirty effects for the multi-effector.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,12 +14,12 @@ enum TransportCode : int {
   kRhythmicRestart = 6  ///< A second restart code, which only the pump and the slicer answer.
 };
 
-/// Parameter indices. The multi-effector has all four, an effect the last two.
+/// Parameter indices. The multi-effector has all four; an effect has the last two.
 enum EffectParameter : int { kEffectType = 0, kEffectSwitch = 1, kEdit1 = 2, kEdit2 = 3 };
 
-/// One effect: 16-bit stereo in place at 44100 Hz. `process`, `reset`, `wake`, `sleep`, `setImmediate` and `notify`
-/// come on the audio thread; `setParameter` and `setTempo` on any thread, also while `process` runs. Nothing here
-/// allocates after construction but a first `wake`, which the multi-effector's constructor calls.
+/// One effect: 16-bit stereo, in place, at 44100 Hz. `process`, `reset`, `wake`, `sleep`, `setImmediate` and `notify`
+/// are called on the audio thread; `setParameter` and `setTempo` on any thread, also during `process`. Nothing
+/// allocates after construction, except the first `wake`, which the multi-effector's constructor calls.
 class SivrayFx {
  public:
   SivrayFx() = default;
@@ -27,37 +27,37 @@ class SivrayFx {
   SivrayFx& operator=(const SivrayFx&) = delete;
   virtual ~SivrayFx() = default;
 
-  /// Processes `count` samples per channel in place; 0 changes nothing, neither the block nor the effect.
+  /// Processes `count` samples per channel in place; 0 changes neither the block nor the effect.
   virtual void process(StereoBlock& block, unsigned count) SIVRAY_NONBLOCKING = 0;
 
-  /// Moves on by `count` silent samples if its output would be silent too. Returns false and changes nothing if that is
-  /// not certain: then `process` must run. Only the effect that ran last may skip.
+  /// Advances by `count` silent samples, if the output would be silent too. Otherwise returns false and changes
+  /// nothing; then `process` must run. Only the effect that ran last may skip.
   virtual bool skip(unsigned count) SIVRAY_NONBLOCKING {
     static_cast<void>(count);
     return false;
   }
 
-  /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Returns the value that it took.
+  /// Sets Edit1 (index 2) or Edit2 (index 3), 0 to 127; other indices are ignored. Returns the value that was applied.
   virtual int setParameter(unsigned index, int value) SIVRAY_NONBLOCKING = 0;
 
   /// Tempo in tenths of a beat per minute, 1200 for 120.0.
   virtual void setTempo(int tempoTenths) SIVRAY_NONBLOCKING { static_cast<void>(tempoTenths); }
 
-  /// Puts a rhythmic clock back to its start at the next sample.
+  /// Restarts a rhythmic clock at the next sample.
   virtual void restartPhase() SIVRAY_NONBLOCKING {}
 
-  /// Clears the sound state and puts smoothed values on their targets.
+  /// Clears the sound and sets smoothed values to their targets.
   virtual void reset() SIVRAY_NONBLOCKING = 0;
 
-  /// The effect is about to be used: claims what it needs.
+  /// Called before the effect is used: acquires what it needs.
   virtual void wake() SIVRAY_NONBLOCKING {}
 
-  /// The effect has gone out of use.
+  /// Called when the effect is no longer used.
   virtual void sleep() SIVRAY_NONBLOCKING {}
 
   virtual bool isAwake() const SIVRAY_NONBLOCKING { return true; }
 
-  /// In immediate mode smoothed values go to their targets within a sample or two.
+  /// In immediate mode, smoothed values reach their targets within a sample or two.
   virtual void setImmediate(bool on) SIVRAY_NONBLOCKING = 0;
 
   /// A transport message, see TransportCode.

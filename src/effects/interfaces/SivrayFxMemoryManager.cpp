@@ -1,4 +1,4 @@
-// How the two banks grow, take turns and are cleared.
+// The two banks: how they grow, alternate and are cleared.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/SivrayFxMemoryManager.h"
 
@@ -15,7 +15,7 @@ std::int16_t* SivrayFxMemoryManager::acquire(SivrayFxMemoryUser& user) {
   return pool.data() + turn * bankSamples;
 }
 
-/// Zeroes the first `samples` of a bank. A page that also holds samples behind them stays marked as written.
+/// Zeroes the first `samples` of a bank. A page that also holds later samples stays marked as written.
 void SivrayFxMemoryManager::clear(std::size_t bank, std::size_t samples) {
   std::int16_t* const area = pool.data() + bank * bankSamples;
   std::vector<std::uint8_t>& isWritten = banks[bank].isWritten;
@@ -37,7 +37,7 @@ bool SivrayFxMemoryManager::noteWrites(const SivrayFxMemoryUser& user, std::size
     return true;
   }
   bank.last = &user;
-  // Whole pages, so that the next blocks need not note them again.
+  // Rounded down to whole pages, so that the next blocks need not mark them again.
   bank.notedFrom = from - from % kPageSamples;
   bank.notedEnd = std::min((end + kPageSamples - 1) / kPageSamples * kPageSamples, user.lineLength);
   const std::size_t wrapped = end > user.lineLength ? std::min(end - user.lineLength, from) : 0;

@@ -12,10 +12,10 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Two banks of the largest size that any user asks for. Every request takes the other bank than the last one did, so
-/// that after a change of type the effect that fades in works in other memory than the one that fades out. After a
-/// reset of all effects both can share a bank: then a user clears what it needs and leaves the rest of the other's
-/// lines. Only pages that were written since they were last zero are cleared.
+/// Two banks of the largest size that any user needs. Requests alternate between the banks, so that after a change of
+/// type the effect that fades in uses other memory than the one that fades out. After a reset of all effects, two users
+/// may have the same bank: then a user clears what it needs and leaves the rest of the other's lines. Only pages that
+/// were written since they were last zero are cleared.
 class SivrayFxMemoryManager : public SivrayFxMemoryAssigner {
  public:
   std::int16_t* acquire(SivrayFxMemoryUser& user) override;
@@ -23,13 +23,13 @@ class SivrayFxMemoryManager : public SivrayFxMemoryAssigner {
   void add(SivrayFxMemoryUser* user) override;
 
  private:
-  /// 4 KiB, as the system provides memory: clearing what was never written would make it provide the page.
+  /// 4 KiB, the system's unit: clearing a page that was never written would make the system provide it.
   static constexpr std::size_t kPageSamples = 2048;
 
   struct Bank {
     std::vector<std::uint8_t> isWritten;       ///< By page; all samples of other pages are zero.
-    const SivrayFxMemoryUser* last = nullptr;  ///< Who got the bank or wrote to it last.
-    std::size_t notedFrom = 0;                 ///< Part of each line of `last` whose pages are known as written.
+    const SivrayFxMemoryUser* last = nullptr;  ///< The user that acquired or wrote to the bank last.
+    std::size_t notedFrom = 0;  ///< Start of the range in each line of `last` whose pages are marked as written.
     std::size_t notedEnd = 0;
 
     void note(std::size_t from, std::size_t end);
@@ -39,7 +39,7 @@ class SivrayFxMemoryManager : public SivrayFxMemoryAssigner {
 
   platform::ZeroedArray<std::int16_t> pool;
   std::array<Bank, 2> banks;
-  std::uint32_t turn = 0;  ///< The bank that was handed out last.
+  std::uint32_t turn = 0;  ///< The bank that was acquired last.
   std::size_t bankSamples = 0;
 };
 

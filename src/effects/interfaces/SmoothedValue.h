@@ -1,4 +1,4 @@
-// The one-pole glide of a knob value: a 32-bit state that is the value shifted left by 15.
+// A one-pole smoother for knob values: its 32-bit state is the value shifted left by 15.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,22 +8,22 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// 1.0 with 15 fractional bits, one more than full scale.
+/// 1.0 with 15 fractional bits; one more than full scale.
 inline constexpr std::int32_t kOneQ15 = 32768;
 
 /// The part below the point of a value with 15 fractional bits.
 constexpr std::int32_t fractionQ15(std::int64_t value) { return static_cast<std::int32_t>(value & (kOneQ15 - 1)); }
 
-/// Glide factor per sample in 1/32768 in normal running: a time constant of about 320 samples.
+/// Smoothing factor per sample in 1/32768: a time constant of about 320 samples.
 inline constexpr std::int32_t kGlide = 102;
 
-/// Glide factor in immediate mode: the target is reached within a sample or two.
+/// Smoothing factor in immediate mode, by which the target is reached within a sample or two.
 inline constexpr std::int32_t kGlideImmediate = cofu::core::kFullScale;
 
 /// The factor for a mode.
 constexpr std::int32_t glideFactor(bool immediate) { return immediate ? kGlideImmediate : kGlide; }
 
-/// A smoother that keeps a share of its value per sample, and takes a share of its target; Q15.
+/// A smoother that keeps a share of its value and adds a share of its target per sample; Q15.
 struct OnePole {
   std::int64_t kept;
   std::int64_t taken;
@@ -40,19 +40,19 @@ struct SmoothedValue {
   /// The whole part.
   std::int32_t value() const { return state >> 15; }
 
-  /// The part below the point, 15 bits.
+  /// The fraction, 15 bits.
   std::int32_t fraction() const { return fractionQ15(state); }
 
-  /// Moves one sample towards `target` with factor `k`.
+  /// Moves by one sample towards `target` with factor `k`.
   void glide(std::int32_t target, std::int32_t k) {
     using namespace cofu::core;
     state = wrapAdd(state, wrapMul(wrapSub(target, state >> 15), k));
   }
 
-  /// Jumps to `target`.
+  /// Sets the value to `target` at once.
   void setNow(std::int32_t target) { state = cofu::core::wrapShiftLeft(target, 15); }
 
-  /// True when further glides to `target` move nothing.
+  /// Whether further smoothing towards `target` would not change the value.
   bool restsAt(std::int32_t target) const { return value() == target; }
 };
 

@@ -1,6 +1,5 @@
-// Left and right side by side: the 32-bit arithmetic of core/FixedPoint.h on both channels at once, for laws whose
-// channels do the same with the same knobs. SampleLanes.h tells where this may be included; a law's header has
-// StereoWords.h.
+// Left and right side by side: the 32-bit arithmetic of core/FixedPoint.h on both channels at once, for laws that treat
+// both channels alike. SampleLanes.h tells where this may be included; laws' headers use StereoWords.h.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +10,8 @@
 #include "effects/interfaces/WordLanes.h"
 #include "registers/RegisterConcepts.h"
 
-// In a namespace of their own, so that the operations are found by their arguments and hide no scalar of the same name.
+// A separate namespace, so that the operations are found by their arguments and hide no scalar function of the same
+// name.
 namespace tesh::bramel::plugin::sivray::effects::lanes {
 
 /// Both channels in a register of 128 bits, as in StereoWords. Sums, differences and products wrap.
@@ -49,7 +49,7 @@ struct StereoIn {
   }
   /// Limits to -32767 .. 32767.
   StereoIn saturated() const { return R::saturated32(v); }
-  /// Writes both lanes out as samples, saturated.
+  /// Writes both lanes to samples, saturated.
   void storeSaturated(std::int16_t& left, std::int16_t& right) const {
     const Integers words = R::max16(R::packed32(v, v), R::all16(-cofu::core::kFullScale));
     left = static_cast<std::int16_t>(R::first32(words));
@@ -79,7 +79,7 @@ StereoIn<R> limited(StereoIn<R> v, std::int32_t limit) {
   return R::limited32(v.v, R::all32(-limit), R::all32(limit));
 }
 
-/// a + b, limited to -limit .. limit, where the sum may need 33 bits: b is limited in its place. `a` lies within the
+/// a + b, limited to -limit .. limit. Limits b beforehand, because the sum may need 33 bits. `a` must lie within the
 /// limits.
 template <typename R>
 StereoIn<R> limitedSum(StereoIn<R> a, StereoIn<R> b, std::int32_t limit) {

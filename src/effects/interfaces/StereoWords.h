@@ -1,4 +1,4 @@
-// Left and right side by side, as laws keep them between two samples. StereoLanes.h computes with them.
+// Left and right side by side, in the form that laws keep between two samples. StereoLanes.h computes with them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

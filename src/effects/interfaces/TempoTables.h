@@ -23,21 +23,21 @@ inline constexpr std::array<std::int32_t, kNoteCount> kNoteLengths{165375,  3307
                                                                    1323000, 1764000, 1984500, 2646000, 3528000,
                                                                    3969000, 5292000, 7938000, 10584000};
 
-/// The note that a delay-time knob chooses: upwards, nine knob values a note but for the eleven of "1/4".
+/// The note for a delay-time knob: rising, nine knob values per note, except eleven for "1/4".
 constexpr std::size_t delayNoteIndex(int knob) {
   const int k = knobOf(knob);
   return static_cast<std::size_t>(k < 72 ? k / 9 : (k < 83 ? 8 : (k - 83) / 9 + 9));
 }
 
-/// The note that the Freq knob of a tempo-locked oscillator chooses: downwards, so that it speeds up as it turns.
+/// The note for the Freq knob of a tempo-synchronised oscillator: falling, so that the oscillator speeds up.
 constexpr std::size_t lfoNoteIndex(int knob) {
   const int k = knobOf(knob);
   return static_cast<std::size_t>(k < 45 ? 13 - k / 9 : (k < 56 ? 8 : 7 - (k - 56) / 9));
 }
 
-/// Phase step per sample of a 32-bit oscillator whose cycle lasts the note that Edit1 chooses at the tempo:
-/// 2 / (length / bpm) * 2^31, truncated, in single precision. Returns 0 for a tempo of 0 or below, and the largest step
-/// for one far beyond any music.
+/// Phase step per sample of a 32-bit oscillator whose cycle lasts the note of Edit1 at the tempo: 2 / (length / bpm) *
+/// 2^31, truncated, in single precision. Returns 0 for a tempo of 0 or less, and the largest step for an absurdly fast
+/// one.
 inline std::int32_t tempoStep(const Knobs& knobs) {
   if (knobs.tempoTenths <= 0) {
     return 0;

@@ -1,5 +1,5 @@
-// The frame around the law of an effect with two knobs: it takes knob values on any thread, hands the settings that
-// they make to the audio thread, moves the smoothed values and runs the law sample by sample.
+// The frame around the law of an effect with two knobs: takes knob values on any thread, passes the resulting settings
+// to the audio thread, moves the smoothed values and runs the law sample by sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,8 +21,8 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Runs a `Law`, see EffectLaw.h. The .cpp file of a law instantiates the frame, so that the compiler sees both
-/// together; the header declares that instantiation `extern`.
+/// Runs a `Law`, see EffectLaw.h. A law's .cpp file instantiates this template, so that the compiler sees both
+/// together; the law's header declares that instantiation `extern`.
 template <EffectLaw Law>
 class TwoKnobEffect : public SivrayFx {
   static_assert(keepsItsParts<Law>());
@@ -32,8 +32,8 @@ class TwoKnobEffect : public SivrayFx {
 
   TwoKnobEffect() { resetLaw(); }
 
-  /// Settings land before samples whose index in the block is a multiple of 64. Not inlined: a copy elsewhere than in
-  /// the law's source file would call the law's functions for every sample.
+  /// Settings are applied before samples whose index in the block is a multiple of 64. Not inlined: outside the law's
+  /// source file, the compiler would emit a call of the law's functions for every sample.
   [[gnu::noinline]] void process(StereoBlock& block, unsigned count) override {
     if (kParts.sleepsAfter && isZero(block, count) && this->skip(count)) {
       return;
@@ -53,7 +53,7 @@ class TwoKnobEffect : public SivrayFx {
 
   bool skip(unsigned count) override {
     if (count == 0) {
-      return true;  // without a sample, settings are not taken either
+      return true;  // Without a sample, settings are not applied either.
     }
     if constexpr (kParts.sleepsAfter) {
       pending.takeInto(live);
@@ -68,7 +68,7 @@ class TwoKnobEffect : public SivrayFx {
     }
   }
 
-  /// Takes Edit1 and Edit2 masked to 7 bits and returns what it took; returns 0 for other indices.
+  /// Takes Edit1 and Edit2, masked to 7 bits, and returns the masked value; returns 0 for other indices.
   int setParameter(unsigned index, int value) override {
     if (index != kEdit1 && index != kEdit2) {
       return 0;
@@ -102,7 +102,7 @@ class TwoKnobEffect : public SivrayFx {
   }
 
  protected:
-  /// Hands over what the knobs now set. Any thread.
+  /// Posts the settings for the present knob values. Any thread.
   void postSettings() {
     pending.postMade([this] { return Law::settingsOf({edit1, edit2, tempo}); });
   }
@@ -111,10 +111,10 @@ class TwoKnobEffect : public SivrayFx {
   static constexpr unsigned kLongestLine = kParts.sleepsAfter.value_or(0);
 
   Law law;
-  unsigned silentSamples = 0;  ///< Zeros that went into the lines since the last sound, up to all that they hold.
+  unsigned silentSamples = 0;  ///< Zeros written to the lines since the last sound, counted up to the lines' length.
 
  private:
-  /// A law up to this size runs as a copy on the stack, which the compiler keeps in registers.
+  /// Laws up to this size run as a copy on the stack, which the compiler keeps in registers.
   static constexpr std::size_t kLargestCopied = 512;
   static constexpr bool kCopied = sizeof(Law) <= kLargestCopied;
 
@@ -156,7 +156,7 @@ class TwoKnobEffect : public SivrayFx {
     return rests;
   }
 
-  /// Counts the silence that the last `run` samples have put into the lines.
+  /// Counts the silent samples that the last `run` samples wrote to the lines.
   void countSilence([[maybe_unused]] unsigned run) {
     if constexpr (kLongestLine > 0) {
       silentSamples = law.isSilent(run) ? std::min(silentSamples + run, kLongestLine) : 0;
@@ -214,7 +214,7 @@ class TwoKnobEffect : public SivrayFx {
     const Settings to = live;
     const bool jumps = immediate;
     if constexpr (kResting && StepsSides<Law>) {
-      // One side at a time: the state of both does not fit the registers.
+      // One channel at a time: the state of both does not fit the registers.
       std::for_each_n(left, count, [&](std::int16_t& sample) { now.stepSide(to, now.left, sample); });
       std::for_each_n(right, count, [&](std::int16_t& sample) { now.stepSide(to, now.right, sample); });
     } else {
@@ -239,8 +239,8 @@ class TwoKnobEffect : public SivrayFx {
   platform::VectorSet widest = platform::bestVectorSet();  ///< Registers in which a law with lanes runs.
 };
 
-/// As TwoKnobEffect, for a law whose delay lines lie in the shared pool. Until the first `reset` it has no memory and
-/// must not run.
+/// Like TwoKnobEffect, for a law whose delay lines are in the shared pool. It has no memory and must not run until the
+/// first `reset`.
 template <EffectLaw Law>
 requires BorrowingLaw<Law>
 class TwoKnobMemoryEffect : public TwoKnobEffect<Law>, public SivrayFxMemoryUser {

@@ -1,6 +1,6 @@
-// Consecutive values of an oscillator in the 32-bit lanes of a register: phases, and what a law computes from them
-// before it turns to samples. Or a value for each of four bands. OneWord describes the operations. SampleLanes.h tells
-// where this may be included.
+// Consecutive values of an oscillator in the 32-bit lanes of a register: phases, and values that a law computes from
+// them before it converts them to samples. Or one value for each of four bands. OneWord describes the operations.
+// SampleLanes.h tells where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -70,8 +70,8 @@ WordsIn<R> magnitude(WordsIn<R> a) {
   return {R::abs32(a.v)};
 }
 
-/// The leak of core/FixedPoint.h, for any lanes of 32 or 64 bits whose values it does not wrap: a / 16384 - a, rounded
-/// down.
+/// The leak of core/FixedPoint.h, a / 16384 - a, rounded down, for any lanes of 32 or 64 bits whose values do not make
+/// it wrap.
 template <typename Words>
 requires requires(Words a) { a.template shiftedRight<14>() - a; }
 Words leak(Words a) { return a.template shiftedRight<14>() - a; }

@@ -1,6 +1,6 @@
 // The law of the chorus/flanger, sample by sample or on consecutive samples in words. LaneRun.h tells where this may be
-// included. In lanes the triangles of a register come first: each sample of their smoothing waits for the last one. The
-// rest of the register follows side by side.
+// included. In lanes, the triangles of a register are computed first, because each sample of their smoothing depends on
+// the last one. The rest of the register then follows side by side.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,8 +20,8 @@ Words trianglesAt(Words phases) {
   return magnitude(phases).template shiftedRightUnsigned<16>();
 }
 
-/// A one-pole smoothing of the triangle by 1/256 per sample. It needs no limit: of values up to 32768 and 32767 it
-/// makes 32767 at most.
+/// A one-pole smoother of the triangle with a factor of 1/256 per sample. Needs no limit: from a triangle of up to
+/// 32768 and a state of up to 32767 it gives at most 32767.
 template <typename Words>
 Words followed(Words triangles, Words follow) {
   const Words kept = follow.template shiftedLeft<8>() - follow;
@@ -50,7 +50,7 @@ Words undelayed(const ChorusFlangerLaw& law) {
   return Words::after(static_cast<std::int32_t>(law.writeIndex) - 2, 1);
 }
 
-/// The inverted taps. Between two samples far apart the product wraps, so that a tap may need 17 bits.
+/// The inverted taps. If two samples are far apart, the product wraps, so a tap may need 17 bits.
 template <typename Words>
 Words tapsAt(const std::int16_t* line, Words before, Words delays) {
   constexpr auto kMask = static_cast<std::int32_t>(ChorusFlangerLaw::kLineLength - 1);
@@ -61,13 +61,14 @@ Words tapsAt(const std::int16_t* line, Words before, Words delays) {
   return leak(leakTwice(near + ((beyond - near) * fraction).template shiftedRight<16>()));
 }
 
-/// `in` and a share (Q15) of the taps.
+/// `in` plus a share (Q15) of the taps.
 template <typename Words>
 Words plusTaps(Words in, Words taps, std::int32_t gain) {
   return in + (taps * Words::all(gain)).template shiftedRight<15>();
 }
 
-/// Writes the next samples to a line. Not by storeToRing: its call would take the loop's constants out of registers.
+/// Writes the next samples to a line. Does not use storeToRing, whose call would displace the loop's constants from
+/// registers.
 template <typename Samples>
 void writeLine(std::int16_t* line, std::uint32_t writeIndex, Samples samples) {
   constexpr unsigned kLength = ChorusFlangerLaw::kLineLength;
@@ -117,7 +118,7 @@ struct OfBoth {
   Words right;
 };
 
-/// Registers of 128 bits that a processor with `R` has: those in which samples follow each other.
+/// The registers of 128 bits on a processor with `R`, for the sample-by-sample smoothing.
 template <typename R>
 struct SerialRegisters {
   using Type = R;
@@ -127,8 +128,8 @@ struct SerialRegisters<R> {
   using Type = typename R::Half;
 };
 
-/// The smoothed triangles of the next register, with both channels of a sample side by side: those of `now`, left and
-/// right in the lower two lanes, move to the last sample.
+/// The smoothed triangles of the next register, computed with both channels of a sample side by side. `now` holds left
+/// and right in the lower two lanes and is moved to the last sample.
 template <typename R, typename Serial>
 OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::WordsIn<Serial>& now) {
   using Words = lanes::WordsIn<R>;
@@ -140,7 +141,7 @@ OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::Word
   const Words phases = Words::after(law.phase, law.lfoStep);
   const Words left = trianglesAt(phases);
   const Words right = trianglesAt(phases + Words::all(kRightPhaseLead));
-  // Samples 0 and 1, then 2 and 3; of a register with two halves also 4 and 5, then 6 and 7.
+  // Samples 0 and 1, then 2 and 3; in a register with two halves also 4 and 5, then 6 and 7.
   auto outer = R::zipLow32(left.v, right.v);
   auto inner = R::zipHigh32(left.v, right.v);
   if constexpr (cofu::registers::HasHalves<R>) {
@@ -155,8 +156,8 @@ OfBoth<lanes::WordsIn<R>> nextTriangles(const ChorusFlangerLaw& law, lanes::Word
   return {{R::evens32(outer, inner)}, {R::odds32(outer, inner)}};
 }
 
-/// Runs whole registers and returns the number of samples. Stops where a delay ends inside the register that it is read
-/// for, at the foot of a triangle.
+/// Processes whole registers and returns the number of samples. Stops if a delay, at the foot of a triangle, is shorter
+/// than the register.
 template <typename R>
 [[gnu::flatten]] unsigned runFlanger(ChorusFlangerLaw& law, std::int16_t* left, std::int16_t* right,
                                      unsigned count) SIVRAY_NONBLOCKING {

@@ -1,5 +1,5 @@
 // The law of the Marlo ensemble, sample by sample or on consecutive samples side by side. The phases of the three
-// voices move side by side in a register, sample by sample. MarloStep.h tells who may include this.
+// voices advance sample by sample, side by side in a register. MarloStep.h tells who may include this.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,8 @@ namespace {
 inline constexpr auto kFastStep = static_cast<float>(20.8 / cofu::core::kEngineRate);
 inline constexpr auto kSlowStep = static_cast<float>(1.08 / cofu::core::kEngineRate);
 
-/// How much each sine moves the tap, in depths: both are lifted to 0 .. 2, and the fast one counts a twelfth.
+/// How much each sine moves the tap, as a share of the depth: both are shifted to 0 .. 2, and the fast one counts a
+/// twelfth.
 inline constexpr float kSineScale = 0.499966F;
 inline constexpr float kFastShare = 0.0833333F;
 
@@ -46,7 +47,7 @@ MarloFloats<Lanes> wrappedPhase(MarloFloats<Lanes> phase) {
   return Lanes::lessWhereAbove(phase, 2.0F, 4.0F);
 }
 
-/// How far behind the write position a voice is read.
+/// The distance of a voice's tap behind the write position.
 template <typename Lanes>
 MarloFloats<Lanes> voiceDelay(MarloFloats<Lanes> fastPhase, MarloFloats<Lanes> slowPhase, MarloFloats<Lanes> depth) {
   const auto fast = liftedSine<Lanes>(fastPhase) * kSineScale * kFastShare;
@@ -54,16 +55,16 @@ MarloFloats<Lanes> voiceDelay(MarloFloats<Lanes> fastPhase, MarloFloats<Lanes> s
   return (fast + slow) * depth;
 }
 
-/// What moves the voices of a register.
+/// The values that move the voices of a register.
 template <typename Lanes>
 struct EnsembleMotion {
-  MarloFloats<Lanes> fast[3];  ///< Of each voice on the left.
+  MarloFloats<Lanes> fast[3];  ///< One per voice, on the left.
   MarloFloats<Lanes> slow[3];
   MarloFloats<Lanes> depth;
-  MarloFloats<Lanes> distance;  ///< Phase from the left to the right.
+  MarloFloats<Lanes> distance;  ///< Phase difference between left and right.
 };
 
-/// Moves the phases of all voices on by a register and hands them out by voice.
+/// Advances the phases of all voices by a register, sorted by voice.
 template <typename Lanes>
 void movePhases(MarloQuad& phases, float step, MarloFloats<Lanes>* byVoice) {
   using Four = MarloIn<cofu::registers::Registers128>;
@@ -123,7 +124,7 @@ void stepEnsemble(MarloLines& lines, const EnsembleMotion<Lanes>& motion, std::i
   lines.skip(Lanes::kCount);
 }
 
-/// Runs whole registers and returns the number of samples.
+/// Processes whole registers and returns the number of samples.
 template <typename Lanes>
 [[gnu::flatten]] unsigned runEnsemble(MarloEnsemble& law, std::int16_t* left, std::int16_t* right,
                                       unsigned count) SIVRAY_NONBLOCKING {
@@ -138,7 +139,7 @@ template <typename Lanes>
   return done;
 }
 
-/// `count` samples of silence.
+/// Advances by `count` samples of silence.
 inline void skipEnsemble(MarloEnsemble& law, unsigned count) {
   MarloQuad fast = law.fast;
   MarloQuad slow = law.slow;

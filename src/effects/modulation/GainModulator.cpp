@@ -1,4 +1,4 @@
-// How tremolo and auto pan make their settings, and their law.
+// The settings of tremolo and auto pan, and their law.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/modulation/GainModulator.h"
 

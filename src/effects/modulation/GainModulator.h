@@ -1,4 +1,4 @@
-// "Tremolo" and "Auto Pan": the gain of a mono signal follows a triangle oscillator.
+// "Tremolo" and "Auto Pan": a triangle oscillator modulates the gain of a mono signal.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,12 +17,12 @@ namespace tesh::bramel::plugin::sivray::effects {
 struct GainModulator {
   static constexpr std::int32_t kTop = std::numeric_limits<std::int32_t>::max();
 
-  /// A half of the triangle's top, 31 fractional bits.
+  /// Half of the triangle's height, 31 fractional bits.
   static constexpr std::int32_t kHalf = 1 << 30;
 
   struct Settings {
-    std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.
-    std::int32_t flatness;  ///< Q15: 32767 leaves the gain alone, 0 modulates it in full.
+    std::int32_t lfoStep;   ///< Phase step per sample of a 32-bit phase that wraps.
+    std::int32_t flatness;  ///< Q15: 32767 gives a constant gain, 0 full modulation.
   };
 
   static constexpr LawParts partsOf(bool followsTempo) {
@@ -45,7 +45,7 @@ struct GainModulator {
   }
   void aim(const Settings& to, bool) { lfoStep = to.lfoStep; }
 
-  /// If a triangle stops at its very top, its smoothed value gets there too, and then the gain does not fit a lane.
+  /// If a triangle stops at its maximum, its smoothed value reaches it too, and then the gain does not fit a lane.
   bool fitsLanes(const Settings&) const { return smoothLeft < kHalf && smoothRight < kHalf; }
 
   bool isSilent(unsigned) const { return true; }
@@ -55,11 +55,11 @@ struct GainModulator {
   SmoothedValue flatness;
   std::int32_t lfoStep = 0;
   std::int32_t phase = kTop;
-  std::int32_t smoothLeft = -kHalf;  ///< The smoothed triangle, 31 fractional bits, less a half.
+  std::int32_t smoothLeft = -kHalf;  ///< The smoothed triangle, 31 fractional bits, less kHalf.
   std::int32_t smoothRight = -kHalf;
 };
 
-/// "Tremolo": one oscillator of free speed moves the gain of both channels. Edit1 is the speed (0.87 to 20 Hz), Edit2
+/// "Tremolo": a free-running oscillator modulates the gain of both channels. Edit1 is the speed (0.87 to 20 Hz), Edit2
 /// the depth. The output is mono.
 struct Q60393Tremolo : GainModulator {
   static constexpr LawParts kParts = partsOf(false);
@@ -75,8 +75,8 @@ struct Q60393Tremolo : GainModulator {
 
 extern template class TwoKnobEffect<Q60393Tremolo>;
 
-/// "Auto Pan": two oscillators in step with the tempo, half a cycle apart, move the gains of the two channels. Edit1 is
-/// the note value, Edit2 the depth. A mono signal moves from side to side. A tempo of 0 or below stops it.
+/// "Auto Pan": two tempo-synchronised oscillators, half a cycle apart, modulate the gains of the two channels, which
+/// moves a mono signal from side to side. Edit1 is the note value, Edit2 the depth. A tempo of 0 or less stops it.
 struct Q60393Autopan : GainModulator {
   static constexpr LawParts kParts = partsOf(true);
 

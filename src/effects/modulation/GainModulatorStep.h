@@ -12,17 +12,17 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Share per sample of the one-pole smoother that rounds the triangle, Q15: 0.0675, a time constant of 14 samples. The
-/// square curve at 33.
+/// Factor per sample of the one-pole smoother that rounds the triangle, Q15: 0.0675, a time constant of 14 samples. It
+/// is the square curve's value at 33.
 inline constexpr std::int16_t kLfoSmoothing = squareTable[33];
 
-/// The smoothed triangles of a run, 31 fractional bits, less a half.
+/// The smoothed triangles of a run, 31 fractional bits, less kHalf.
 struct TriangleRun {
   std::int32_t left[kControlGrid];
   std::int32_t right[kControlGrid];
 };
 
-/// Triangles before their smoothing: the magnitudes of the next phases, 0 to 2^31.
+/// Triangles before smoothing: the magnitudes of the next phases, 0 to 2^31.
 template <typename Samples>
 struct SharpTriangles {
   using Words = typename Samples::Words;
@@ -34,7 +34,7 @@ struct SharpTriangles {
     }
   }
 
-  /// Whether one is 2^31, which lanes do not hold.
+  /// Whether one of them is 2^31, which a lane cannot hold.
   bool areAtTop() const {
     bool isOne = false;
     for (const Words& magnitudes : words) {
@@ -43,7 +43,7 @@ struct SharpTriangles {
     return isOne;
   }
 
-  /// Each smoothed triangle waits for the one before it; its target does not.
+  /// Each smoothed triangle depends on the one before it; its target does not.
   void smooth(std::int32_t& smoothed, std::int32_t* run) const {
     std::int32_t pulls[Samples::kCount];
     for (unsigned i = 0; i < Samples::kWords; ++i) {
@@ -52,7 +52,7 @@ struct SharpTriangles {
     }
     std::int32_t state = smoothed;
     for (unsigned i = 0; i < Samples::kCount; ++i) {
-      // In this order, so that nothing but the product waits for the last sample's shift.
+      // In this order only the product waits for the last sample's shift.
       state = (state + pulls[i]) - (state >> 15) * kLfoSmoothing;
       run[i] = state;
     }
@@ -62,8 +62,8 @@ struct SharpTriangles {
   Words words[Samples::kWords];
 };
 
-/// Moves both triangles by up to `count` samples, whole registers. Returns their number: lanes stop before a triangle
-/// that is at the very top.
+/// Moves both triangles by up to `count` samples, whole registers only. Returns their number: stops before a triangle
+/// that is at its maximum.
 template <typename Samples, typename Law>
 unsigned followTriangles(Law& law, TriangleRun& run, unsigned count) {
   using namespace cofu::core;
@@ -86,8 +86,8 @@ unsigned followTriangles(Law& law, TriangleRun& run, unsigned count) {
   return done;
 }
 
-/// Gains less 1.0, Q15: the cube of the smoothed triangle on 0 .. 65535, so up to a gain of 2.0, mixed with the
-/// constant gain `flat`.
+/// Gains less 1.0, Q15: the cube of the smoothed triangle on 0 .. 65535, which gives a gain of up to 2.0, mixed with
+/// the constant gain `flat`.
 template <typename Samples>
 Samples modulatedGains(const std::int32_t* smooth, const typename Samples::Gain& flat) {
   using Words = typename Samples::Words;
@@ -100,8 +100,8 @@ Samples modulatedGains(const std::int32_t* smooth, const typename Samples::Gain&
   return cubed - mul15(cubed, flat);
 }
 
-/// A run of at most `kControlGrid` samples, in place, as far as lanes go. First the triangles, which can only go sample
-/// by sample, then the rest.
+/// A run of at most `kControlGrid` samples, in place, as far as lanes can compute it. First the triangles, which must
+/// be computed sample by sample, then the rest.
 template <typename Samples, typename Law>
 [[gnu::flatten]] unsigned runModulated(Law& law, std::int16_t* left, std::int16_t* right,
                                        unsigned count) SIVRAY_NONBLOCKING {
@@ -110,7 +110,7 @@ template <typename Samples, typename Law>
   const std::int32_t flatness = law.flatness.value();
   const typename Samples::Gain flat(cofu::core::mul15(flatness, flatness));
   for (unsigned done = 0; done < whole; done += Samples::kCount) {
-    // Limited to -32767, which any gain turns into the same sound as -32768.
+    // Limited to -32767, which gives the same output as -32768 at any gain.
     const Samples mono = monoOf(Samples::load(left + done), Samples::load(right + done), kOneQ15 / 2);
     const Samples leftGains = modulatedGains<Samples>(run.left + done, flat);
     const Samples rightGains = Law::kSpread == 0 ? leftGains : modulatedGains<Samples>(run.right + done, flat);
@@ -120,7 +120,7 @@ template <typename Samples, typename Law>
   return whole;
 }
 
-/// `count` samples of silence.
+/// Advances by `count` samples of silence.
 template <typename Law>
 [[gnu::flatten]] void skipModulated(Law& law, unsigned count) {
   TriangleRun run;

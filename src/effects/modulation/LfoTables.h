@@ -1,5 +1,5 @@
-// The speeds of the free-running oscillators over a knob, which follow no single curve, and how far the right one
-// leads.
+// The speeds of the free-running oscillators by knob, which follow no single formula, and the lead of the right
+// oscillator.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// Lead of the right channel's phase over the left one's: 17.5 degrees of a cycle of 2^32.
 inline constexpr std::int32_t kRightPhaseLead = 208732160;
 
-/// Phase steps per sample of a 32-bit phase that wraps: value * 44100 / 2^32 Hz. Knob 0 stands still.
+/// Phase steps per sample of a 32-bit phase that wraps: value * 44100 / 2^32 Hz. At knob 0 the oscillator stops.
 inline constexpr std::array<std::uint32_t, 128> lfoTable{
     0,        1,        6,        13,       25,       68,       103,      151,      295,      396,      522,
     676,      1083,     1345,     1651,     2007,     2888,     3423,     4031,     4715,     6342,     7298,

@@ -1,5 +1,5 @@
-// How many consecutive samples of one channel the Marlo effects compute at once, in single precision: one, or as many
-// as a register holds. MarloOne and MarloIn have the same operations. MarloStep.h tells who may include this.
+// The number of consecutive samples of one channel that the Marlo effects compute at once, in single precision: one, or
+// as many as a register holds. MarloOne and MarloIn have the same operations. MarloStep.h tells who may include this.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +19,7 @@ struct MarloOne {
   using Floats = float;
   using Integers = std::int32_t;
 
-  /// `make()` for each sample, called in their order.
+  /// Calls `make()` for each sample in order.
   template <typename Make>
   static float made(Make&& make) {
     return make();
@@ -27,24 +27,24 @@ struct MarloOne {
 
   static float load(const std::int16_t* samples) { return static_cast<float>(*samples); }
 
-  /// Drops the fractions. What is left must be a sample.
+  /// Truncates to 16 bits. The results must fit.
   static void store(std::int16_t* samples, float x) { *samples = static_cast<std::int16_t>(x); }
 
   static float magnitude(float x) { return std::fabs(x); }
 
-  /// `x`, less `amount` where it is above `top`.
+  /// `x`, less `amount` if it is above `top`.
   static float lessWhereAbove(float x, float top, float amount) { return x > top ? x - amount : x; }
 
   static std::int32_t truncated(float x) { return static_cast<std::int32_t>(x); }
   static float floatsOf(std::int32_t x) { return static_cast<float>(x); }
 
-  /// The first sample's index and those below it, which wrap at a power of two.
+  /// The first sample's index and those below it, wrapping at a power of two.
   static std::int32_t downwards(std::int32_t first, std::int32_t) { return first; }
 
-  /// Writes the samples to the entries from `at` downwards, which must not wrap.
+  /// Writes the samples to the entries from `at` downwards, without wrapping.
   static void storeDownwards(float* at, float x) { *at = x; }
 
-  /// The entries at the indices, and those behind them.
+  /// The entries at the indices, and the entries after them.
   static void readPairs(const float* from, std::int32_t index, float& first, float& second) {
     const auto i = static_cast<std::uint32_t>(index);
     first = from[i];
@@ -61,8 +61,7 @@ struct MarloIn {
   static constexpr unsigned kCount = R::kBytes / sizeof(float);
   static constexpr unsigned kQuads = kCount / 4;
 
-  /// None of the samples takes a detour through memory, where a register would have to wait for all of its parts to be
-  /// written.
+  /// No sample goes through memory, where a register would have to wait until all of its lanes are written.
   template <typename Make>
   static Floats made(Make&& make) {
     if constexpr (kQuads == 1) {
@@ -106,7 +105,7 @@ struct MarloIn {
       return R::joined(quads[0], quads[1]);
     }
   }
-  /// Both channels of two samples a quad, in turn, and back.
+  /// Interleaves both channels, two samples per quad; and the reverse.
   static void interleave(Floats left, Floats right, MarloQuad* quads) {
     MarloQuad outer[kQuads];
     MarloQuad inner[kQuads];

@@ -1,6 +1,6 @@
-// The laws of Marlo chorus and phase, sample by sample or on consecutive samples side by side. What one sample hands to
-// the next is computed in turn: phases, spread, the smoothed triangles and the highpasses. No line is fed back, so that
-// a register of input is written before its taps are read.
+// The laws of Marlo chorus and phase, sample by sample or on consecutive samples side by side. Phases, spread, the
+// smoothed triangles and the highpasses depend on the previous sample and are computed in order. No line has feedback,
+// so a register of input is written before its taps are read.
 //
 // Each source file that includes this compiles it for its own instruction set, so everything here has internal linkage.
 // SPDX-License-Identifier: GPL-3.0-or-later
@@ -20,7 +20,7 @@ namespace {
 template <typename Lanes>
 using MarloFloats = typename Lanes::Floats;
 
-/// Rounds as `flushed` does, and limits to -1.0 .. 1.0.
+/// Rounds like `flushed`, and limits to -1.0 .. 1.0.
 template <typename Floats>
 Floats limited(Floats x) {
   const Floats top = Floats{} + 1.0F;
@@ -55,14 +55,14 @@ void writeMarlo(MarloLine& line, std::size_t at, MarloFloats<Lanes> x) {
   samples[MarloLine::kLength] = samples[0];
 }
 
-/// The write position of each sample of a register whose first is written at `at`.
+/// The write position of each sample of a register whose first sample is written at `at`.
 template <typename Lanes>
 MarloFloats<Lanes> marloPositions(std::size_t at) {
   return Lanes::floatsOf(
       Lanes::downwards(static_cast<std::int32_t>(at), static_cast<std::int32_t>(MarloLine::kLength)));
 }
 
-/// Reads between two samples. Positions are 0 to twice the length.
+/// Reads between two samples, interpolated. Positions are 0 to twice the length.
 template <typename Lanes>
 MarloFloats<Lanes> readMarlo(const MarloLine& line, MarloFloats<Lanes> position) {
   const MarloFloats<Lanes> wrapped = position >= MarloLine::kWrap ? position - MarloLine::kWrap : position;
@@ -94,8 +94,8 @@ Floats smoothedTriangle(Floats lfo, Floats target) {
   return target + (lfo - target) * kMarloLfoKept;
 }
 
-/// The next samples of the smoothed triangles. Phase, spread and smoothing move sample by sample, both channels of the
-/// smoothing in the lower two lanes.
+/// The next samples of the smoothed triangles. Phase, spread and smoothing advance sample by sample, with both channels
+/// of the smoothing in the lower two lanes.
 template <typename Lanes>
 MarloPair<Lanes> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
   using Floats = MarloFloats<Lanes>;
@@ -127,7 +127,7 @@ MarloPair<Lanes> sweepMarlo(MarloSweep& sweep, const MarloSettings& to) {
   return triangles;
 }
 
-/// `count` samples of silence.
+/// Advances by `count` samples of silence.
 inline void skipSweep(MarloSweep& sweep, const MarloSettings& to, unsigned count) {
   MarloSweep now = sweep;
   for (unsigned i = 0; i < count; ++i) {
@@ -136,8 +136,8 @@ inline void skipSweep(MarloSweep& sweep, const MarloSettings& to, unsigned count
   sweep = now;
 }
 
-/// Takes a register of samples in, reads the taps `depth` times the triangle `lfo` and `base` behind them, and lets
-/// `sound(in, taps)` make the output.
+/// Writes a register of samples to the lines, reads the taps at `depth` times the triangle `lfo` plus `base` behind
+/// them, and calls `sound(in, taps)` for the output.
 template <typename Lanes, typename Law, typename Sound>
 void stepMarlo(Law& law, const MarloPair<Lanes>& lfo, std::int16_t* left, std::int16_t* right, Sound&& sound) {
   MarloLines& lines = law.lines;
@@ -153,8 +153,8 @@ void stepMarlo(Law& law, const MarloPair<Lanes>& lfo, std::int16_t* left, std::i
   lines.skip(Lanes::kCount);
 }
 
-/// Runs whole registers and returns the number of samples. The triangles are a register ahead: they and the sound wait
-/// for their own last samples, so that the processor computes both at once.
+/// Processes whole registers and returns the number of samples. The triangles are computed one register ahead:
+/// triangles and sound each depend on their own last sample, so the processor can compute both at once.
 template <typename Lanes, typename Law, typename Sound>
 unsigned runMarlo(Law& law, std::int16_t* left, std::int16_t* right, unsigned count, Sound&& sound) {
   const unsigned whole = count - count % Lanes::kCount;
@@ -182,7 +182,7 @@ template <typename Lanes>
   return runMarlo<Lanes>(law, left, right, count, sound);
 }
 
-/// Turns four registers with the values of one sample each into registers with one value of each sample, and back.
+/// Transposes four registers, from one sample's four values each to one value's four samples each; and the reverse.
 inline void transpose(MarloQuad& a, MarloQuad& b, MarloQuad& c, MarloQuad& d) {
   using Four = cofu::registers::Registers128;
   const MarloQuad lowAb = Four::zipLow32(a, b);
@@ -214,7 +214,7 @@ struct MarloHighpasses {
     x = output;
   }
 
-  /// Turns four samples of each into what the highpasses make of them.
+  /// Replaces four samples of each by the highpasses' outputs.
   void run(MarloQuad& dryLeft, MarloQuad& dryRight, MarloQuad& wetLeft, MarloQuad& wetRight) {
     transpose(dryLeft, dryRight, wetLeft, wetRight);
     run(dryLeft);
@@ -224,7 +224,7 @@ struct MarloHighpasses {
     transpose(dryLeft, dryRight, wetLeft, wetRight);
   }
 
-  /// A register of each channel. `in` becomes dry, `taps` wet.
+  /// A register of each channel. `in` becomes the dry sound, `taps` the wet sound.
   template <typename Lanes>
   void runBoth(MarloPair<Lanes>& in, MarloPair<Lanes>& taps) {
     if constexpr (Lanes::kCount == 1) {
@@ -259,7 +259,7 @@ struct MarloHighpasses {
       Four::fourFloats(MarloChorus::kDryScale, MarloChorus::kDryScale, MarloChorus::kWetScale, MarloChorus::kWetScale);
 };
 
-/// What the chorus makes of input and taps of one channel behind the highpasses.
+/// The chorus output for input and taps of one channel, after the highpasses.
 template <typename Floats>
 Floats chorused(Floats dry, Floats wet) {
   return (wet * MarloChorus::kWetGain + dry) * MarloChorus::kSumGain;

@@ -1,7 +1,7 @@
-// The phaser over a run of samples. A sample of the first two all-passes waits for the last one through the feedback;
-// the third and fourth only follow. So these two run one sample late, in the same registers as the first two: each
-// holds left and right of the late stage, then of the early one. Oscillator and mix wait for nothing. LaneRun.h tells
-// where this may be included.
+// The phaser over a run of samples. The first two all-passes depend on their last sample through the feedback; the
+// third and fourth do not. These two therefore run one sample late, in the same registers as the first two: each
+// register holds left and right of the late stage, then of the early one. Oscillator and mix have no such dependency.
+// LaneRun.h tells where this may be included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,9 +15,9 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Words of a run that are not part of the law. Left and right alternate; the input is mono.
+/// Working values of a run, which are not state of the law. Left and right alternate; the input is mono.
 struct PhaserWords {
-  std::int32_t coefficients[2 * (kControlGrid + 2)];  ///< From the sample before the run to the one behind it.
+  std::int32_t coefficients[2 * (kControlGrid + 2)];  ///< From the sample before the run to the one after it.
   std::int32_t inputs[kControlGrid + 1];
   std::int32_t outputs[2 * (kControlGrid + 2)];  ///< Of the last stage, from the sample before the run on.
 };
@@ -34,7 +34,7 @@ class PhaserStages {
   using Words = lanes::WordsIn<R>;
 
  public:
-  /// After the last sample of the run before, with all stages at it.
+  /// Starts after the last sample of the previous run, with all stages at that sample.
   explicit PhaserStages(const Q60393Phaser& law)
       : input(pair(law.stages[0], law.stages[0])),
         outer(pair(law.stages[3], law.stages[1])),
@@ -43,7 +43,7 @@ class PhaserStages {
         leakedOuter(leakTwice(outer)),
         leakedInner(leakTwice(pair(law.stages[4], law.stages[4]))) {}
 
-  /// The early stages' next sample, whose input is `x`, and the late ones' sample before it.
+  /// Computes the next sample of the early stages, with the input `x`, and the sample before it of the late ones.
   void step(std::int32_t x, const std::int32_t* coefficients) {
     const Words feedback = leak(shortMul15(fed, Words::all(Q60393Phaser::kResonance)));
     const Words first{R::saturated32((Words::all(x) + feedback).v)};
@@ -59,7 +59,7 @@ class PhaserStages {
     fed = leakTwice(leakedInner);
   }
 
-  /// The first sample, for which the late stages have run already.
+  /// Computes the first sample, which the late stages have already processed.
   void begin(std::int32_t x, const std::int32_t* coefficients) {
     const PhaserStages before = *this;
     step(x, coefficients);
@@ -67,7 +67,7 @@ class PhaserStages {
     leakedInner = joined(before.leakedInner, leakedInner);
   }
 
-  /// The late stages' last sample. Leaves all stages in the law.
+  /// Computes the last sample of the late stages. Stores all stages in the law.
   void end(Q60393Phaser& law, const std::int32_t* coefficients) {
     law.stages[0] = early(input);
     law.stages[1] = early(outer);
@@ -77,7 +77,7 @@ class PhaserStages {
     law.stages[4] = late(inner);
   }
 
-  /// Left and right of the last stage, a sample late, and two words for the next sample's to replace.
+  /// Stores left and right of the last stage, one sample late, and two more words, which the next sample overwrites.
   void storeOutput(std::int32_t* to) const { inner.store(to); }
 
  private:
@@ -90,17 +90,17 @@ class PhaserStages {
     return {R::saturated32((shortMul15(oldOutput, a) - shortMul15(now, a) + oldInput).v)};
   }
 
-  Words input;  ///< Of stages 3 and 1.
-  Words outer;  ///< Of stages 3 and 1.
-  Words inner;  ///< Of stages 4 and 2.
-  Words fed;    ///< What stage 2 hands on: in the early half alone.
+  Words input;  ///< For stages 3 and 1.
+  Words outer;  ///< For stages 3 and 1.
+  Words inner;  ///< For stages 4 and 2.
+  Words fed;    ///< Output of stage 2 for stage 3; only in the early half.
   Words leakedInput;
   Words leakedOuter;
-  Words leakedInner;  ///< In the late half alone.
+  Words leakedInner;  ///< Only in the late half.
 };
 
-/// Moves the oscillators on by `count` samples, a multiple of the words in a register, and writes the coefficients that
-/// they make.
+/// Advances the oscillators by `count` samples, a multiple of the words in a register, and writes the resulting
+/// coefficients.
 template <typename R>
 void followOscillator(Q60393Phaser& law, std::int32_t* coefficients, unsigned count) {
   using namespace cofu::core;
@@ -124,7 +124,7 @@ void followOscillator(Q60393Phaser& law, std::int32_t* coefficients, unsigned co
   law.phase = StereoWords::of(wrapAdd(left, way), wrapAdd(right, way));
 }
 
-/// Both channels together, halved; eight samples at a time.
+/// The mean of both channels, eight samples at a time.
 template <typename R>
 void mixDown(const std::int16_t* left, const std::int16_t* right, std::int32_t* inputs, unsigned count) {
   for (unsigned done = 0; done < count; done += 8) {
@@ -138,7 +138,7 @@ void mixDown(const std::int16_t* left, const std::int16_t* right, std::int32_t* 
   }
 }
 
-/// The wet and the dry sound, eight samples at a time.
+/// The mix of wet and dry sound, eight samples at a time.
 template <typename R>
 void mixOut(const std::int32_t* outputs, const std::int32_t* inputs, std::int16_t* left, std::int16_t* right,
             unsigned count) {
@@ -159,7 +159,8 @@ void mixOut(const std::int32_t* outputs, const std::int32_t* inputs, std::int16_
   }
 }
 
-/// A run of at most `kControlGrid` samples, in place; `R` are registers of 128 bits. Short runs are left to the step.
+/// A run of at most `kControlGrid` samples, in place; `R` are registers of 128 bits. Does not process short runs, which
+/// the step does.
 template <typename R>
 [[gnu::flatten]] unsigned runPhaser(Q60393Phaser& law, std::int16_t* left, std::int16_t* right,
                                     unsigned count) SIVRAY_NONBLOCKING {

@@ -18,7 +18,7 @@ namespace {
 /// Largest depth, Q15: 0.4914.
 constexpr std::int32_t kLargestDepth = 16102;
 
-/// The coefficient needs no limit: kManual less a depth of 0 to 16101 stays within 0 .. 32767.
+/// Needs no limit: kManual less a depth of 0 to 16101 is always within 0 .. 32767.
 Stereo128 coefficientAt(Stereo128 phase, std::int32_t depth) {
   const Stereo128 triangle = magnitude(phase).shiftedRightUnsigned<16>();
   const Stereo128 held = triangle - triangle.shiftedRight<15>();

@@ -1,4 +1,4 @@
-// "Phaser": four all-pass stages a channel on a mono input, moved by a triangle.
+// "Phaser": four all-pass stages per channel on a mono input, swept by a triangle.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,8 +13,8 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the speed, Edit2 the depth. Models first-order all-pass stages whose common coefficient an oscillator
-/// sweeps, with feedback from the second stage; the right oscillator runs ahead of the left one.
+/// Edit1 is the speed, Edit2 the depth. Models first-order all-pass stages with a common coefficient that an oscillator
+/// sweeps, and feedback from the second stage. The right oscillator leads the left one.
 struct Q60393Phaser {
   static constexpr LawParts kParts{.start = Knobs{30, 63},
                                    .resetTakesPending = true,
@@ -23,19 +23,20 @@ struct Q60393Phaser {
                                    .lanes = LaneParts::baselineAndAvx2,
                                    .sleepsAfter = 0};
 
-  /// All-pass coefficient that the oscillator takes its depth from, Q15: 0.8926, the square of the linear curve at 120.
+  /// All-pass coefficient from which the oscillator subtracts its depth, Q15: 0.8926, the square of the linear curve at
+  /// 120.
   static constexpr std::int32_t kManualRoot = cofu::core::mul15(linearTable[120], cofu::core::kFullScale);
   static constexpr std::int32_t kManual = cofu::core::mul15(kManualRoot, kManualRoot);
 
   /// Feedback, Q15: 0.5254, the convex curve at 40 times 0.99.
   static constexpr std::int32_t kResonance = cofu::core::mul15(convexTable[40], 32440);
 
-  /// Wet gain, Q15: 0.5039, the linear curve at 64. The dry gain is the rest of full scale.
+  /// Wet gain, Q15: 0.5039, the linear curve at 64. The dry gain is the remainder of full scale.
   static constexpr std::int32_t kWet = linearTable[64];
 
   struct Settings {
-    std::int32_t lfoStep;  ///< Of a 32-bit phase that wraps, per sample.
-    std::int32_t depth;    ///< How far the oscillator moves the coefficient, Q15.
+    std::int32_t lfoStep;  ///< Phase step per sample of a 32-bit phase that wraps.
+    std::int32_t depth;    ///< Range of the oscillator's change of the coefficient, Q15.
   };
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;

@@ -12,7 +12,7 @@ using namespace cofu::core;
 
 namespace {
 
-/// Scale of the Frequency knob: 12287 at its end is 12287 * 2^15 of a phase of 2^32 per sample, 4134 Hz.
+/// Scale of the Frequency knob: its end, 12287, means 12287 * 2^15 of a phase of 2^32 per sample, 4134 Hz.
 constexpr std::int32_t kFrequencyScale = 12288;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// "Ring Mod": the input times a sine, which becomes a constant at the lowest frequencies.
+// "Ring Mod": the input times a sine carrier, which becomes constant at the lowest frequencies.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Edit1 is the frequency (up to 4134 Hz), Edit2 the balance. Models a ring modulator with a carrier made of two
-/// parabolas; its output is twice as loud as the input and then limited.
+/// Edit1 is the frequency (up to 4134 Hz), Edit2 the balance. Models a ring modulator whose carrier is made of two
+/// parabolas. Its output is twice as loud as the input and then limited.
 struct Ringmod {
   static constexpr LawParts kParts{
       .start = Knobs{64, 64}, .glides = true, .lanes = LaneParts::baselineAndAvx2, .sleepsAfter = 0};
@@ -38,7 +38,7 @@ struct Ringmod {
   /// Largest value of 30 bits: the carrier's 1.0 with its 15 fractional bits.
   static constexpr std::int32_t kCarrierOne = 1073741823;
 
-  /// How much of the carrier is the sine (30 bits): it rises with the frequency and is all of it from 128 on.
+  /// Share of the sine in the carrier (30 bits): it rises with the frequency and is full from 128 on.
   std::int32_t sineShare() const {
     const std::int64_t share = static_cast<std::int64_t>(frequency.state) << 8;
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(share, -kCarrierOne, kCarrierOne));

@@ -27,7 +27,7 @@ Samples parabolicSine(std::int32_t phase, std::int32_t step) {
   return mul15(Samples::lowerHalvesOf(slopes), position) + position;
 }
 
-/// The next samples of both channels, in place. Frequency and balance must not change within a register.
+/// Computes the next samples of both channels, in place. Frequency and balance must not change within a register.
 template <typename Samples>
 void stepAs(Ringmod& law, std::int16_t* left, std::int16_t* right) {
   using namespace cofu::core;

@@ -13,7 +13,7 @@ using namespace cofu::core;
 
 namespace {
 
-/// The first quarter of the Depth knob brings the wet signal in, 1/32 a step; the rest raises the feedback to 0.99.
+/// The first quarter of the Depth knob raises the wet level, by 1/32 a step; the rest raises the feedback up to 0.99.
 constexpr int kFullWetKnob = 32;
 constexpr std::int32_t kWetPerKnob = 1024;
 constexpr std::int32_t kLargestFeedback = 32440;

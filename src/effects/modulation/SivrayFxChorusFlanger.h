@@ -1,4 +1,4 @@
-// "Chorus/Flanger": a short delay that a triangle moves, with feedback on the upper part of its Depth knob.
+// "Chorus/Flanger": a short delay swept by a triangle, with feedback on the upper range of its Depth knob.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Models a flanger: each channel adds an inverted, moving tap of its own line; the right one's triangle runs ahead.
+/// Models a flanger: each channel adds an inverted, moving tap of its own line. The right triangle leads the left one.
 struct ChorusFlangerLaw {
   static constexpr unsigned kLineLength = 1024;
 
@@ -21,13 +21,13 @@ struct ChorusFlangerLaw {
                                    .sleepsAfter = kLineLength};
 
   struct Settings {
-    std::int32_t lfoStep;   ///< Of a 32-bit phase that wraps, per sample.
+    std::int32_t lfoStep;   ///< Phase step per sample of a 32-bit phase that wraps.
     std::int32_t feedback;  ///< Q15.
     std::int32_t wet;       ///< Q15.
   };
 
   struct Channel {
-    /// The last entry always copies entry 0, so that a sample and the next one lie side by side everywhere.
+    /// The last entry is always a copy of entry 0, so that every sample has its neighbour beside it.
     std::array<std::int16_t, kLineLength + 1> line{};
     std::int32_t follow = 0;  ///< The smoothed triangle, 0 to 32767.
   };
@@ -39,7 +39,7 @@ struct ChorusFlangerLaw {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-  /// Clears the lines; the write position stays.
+  /// Clears the lines; the write position is kept.
   void reset(const Settings&) {
     leftChannel = {};
     rightChannel = {};
@@ -67,7 +67,7 @@ struct ChorusFlangerLaw {
   SmoothedValue feedback;
   SmoothedValue wet;
   std::int32_t phase = 0;
-  std::int32_t lfoStep = 0;  ///< Of the lanes.
+  std::int32_t lfoStep = 0;  ///< For the lanes.
   std::uint32_t writeIndex = 0;
   Channel leftChannel;
   Channel rightChannel;

@@ -14,22 +14,22 @@ namespace {
 
 constexpr auto kRate = static_cast<float>(cofu::core::kEngineRate);
 
-/// The triangle's rate at Speed 0, and what it grows by up to 127; Hz.
+/// The triangle's rate at Speed 0, and its increase up to 127; Hz.
 constexpr float kLeastRate = 0.125F;
 constexpr float kRateSpan = 6.875F;
 
-/// The ensemble's depth at Depth 0, and what it grows by up to 127; shares of the full depth.
+/// The ensemble's depth at Depth 0, and its increase up to 127; shares of the full depth.
 constexpr float kLeastDepth = 0.125F;
 constexpr float kDepthSpan = 0.375F;
 constexpr float kFullDepthSeconds = 0.0128F;
 
-/// What a one-pole smoother with a corner of `hertz` keeps per sample.
+/// The share that a one-pole smoother with a corner of `hertz` keeps per sample.
 float smootherKeeps(double hertz) {
   const double x = 4.0 - 2.0 * std::cos(2.0 * std::numbers::pi * hertz / cofu::core::kEngineRate);
   return static_cast<float>((std::sqrt(x * x - 4.0) - x) * -0.5);
 }
 
-/// What a one-pole highpass with a corner of `hertz` keeps of its output per sample.
+/// The share of its output that a one-pole highpass with a corner of `hertz` keeps per sample.
 float highpassKeeps(double hertz) {
   const double v = -2.0 * std::cos(2.0 * std::numbers::pi * hertz / cofu::core::kEngineRate);
   return static_cast<float>((std::sqrt(16.0 - 4.0 * v * v) - 4.0) / (2.0 * v));

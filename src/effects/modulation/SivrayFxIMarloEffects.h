@@ -1,6 +1,6 @@
-// The Marlo family: the class that runs its three laws, chorus, phase and ensemble, and what they share: settings,
-// delay lines, smoothing and the moving tap. All arithmetic is single precision, one operation after the other as
-// written. Only numbers that depend on nothing but the sample rate are computed in double precision and then kept as
+// The Marlo family: the class that runs its three laws (chorus, phase and ensemble) and their common elements:
+// settings, delay lines, smoothing and the moving tap. All arithmetic is single precision, in exactly the order in
+// which it is written. Constants that depend only on the sample rate are computed in double precision and rounded to
 // single.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -22,33 +22,33 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// The sample value that is 1.0 inside the Marlo effects.
 inline constexpr float kMarloFullScale = 32767.0F;
 
-/// Four values that do not mix: one for each voice, or for each highpass, of a sample.
+/// Four independent values of a sample: one per voice or per highpass.
 using MarloQuad = cofu::registers::Registers128::Floats;
 
-/// What the knobs set. Steps are what `marloSmoothed` gains per sample.
+/// The settings of the knobs. Steps are the amounts that `marloSmoothed` adds per sample.
 struct MarloSettings {
-  float rate = 0.0F;        ///< Of the triangle, cycles per sample: 0.125 to 7 Hz.
-  float depthStep = 0.0F;   ///< Of the ensemble's depth, which rests at 70.56 to 282.24 samples.
-  float spreadStep = 0.0F;  ///< Of the spread, which rests at 1 to 2.
+  float rate = 0.0F;        ///< The triangle's rate in cycles per sample: 0.125 to 7 Hz.
+  float depthStep = 0.0F;   ///< For the ensemble's depth, which settles at 70.56 to 282.24 samples.
+  float spreadStep = 0.0F;  ///< For the spread, which settles at 1 to 2.
 };
 
-/// What a one-pole smoother with a time constant of 500 samples (11 ms) keeps of its value per sample, and what it
-/// gains of its target.
+/// A one-pole smoother with a time constant of 500 samples (11 ms): the share of its value that it keeps per sample,
+/// and the share of its target that it adds.
 inline constexpr float kMarloKept = 0.998F;
 inline constexpr float kMarloGained = 0.002F;
 
 inline float marloSmoothed(float value, float step) { return value * kMarloKept + step; }
 
-/// One channel's delay line. It is written downwards, so that a larger position is an older sample.
+/// One channel's delay line. It is written downwards, so a higher position is an older sample.
 struct MarloLine {
   static constexpr unsigned kLength = 4096;
   static constexpr auto kWrap = static_cast<float>(kLength);
 
-  /// The last entry always copies entry 0, so that interpolation may read one past the end.
+  /// The last entry is always a copy of entry 0, so that interpolation may read one past the end.
   std::array<float, kLength + 1> samples{};
 };
 
-/// Both channels' lines, which are written at the same place.
+/// Both channels' lines, which are written at the same position.
 struct MarloLines {
   /// Whether the last `count` samples written to both lines are zero.
   bool isSilent(unsigned count) const {
@@ -57,7 +57,7 @@ struct MarloLines {
            isZeroBefore(rightLine.samples.data(), MarloLine::kLength, end, count);
   }
 
-  /// Moves on by `count` samples of silence over silence.
+  /// Advances by `count` samples of silence, over samples that are already silent.
   void skip(unsigned count) { writeIndex = (writeIndex - count) & (MarloLine::kLength - 1); }
 
   void clear() {
@@ -71,7 +71,7 @@ struct MarloLines {
   std::size_t writeIndex = 0;
 };
 
-/// The triangle that moves the taps of chorus and phase, on both sides: the right one lags by up to half a cycle.
+/// The triangle that sweeps the taps of chorus and phase, for both channels: the right one lags by up to half a cycle.
 struct MarloSweep {
   /// Move by one sample.
   float nextSpread(const MarloSettings& to) { return spread = marloSmoothed(spread, to.spreadStep); }
@@ -89,7 +89,7 @@ struct MarloSweep {
 /// Share that the triangle's smoother keeps per sample: a corner of 3.3865754 Hz.
 extern const float kMarloLfoKept;
 
-/// What the three laws share.
+/// Common to the three laws.
 struct MarloLaw {
   static constexpr LawParts kParts{.start = Knobs{},
                                    .otherRestart = kMarloRestart,
@@ -106,7 +106,7 @@ struct MarloLaw {
   bool isSilent(unsigned count) const { return lines.isSilent(count); }
 
   MarloLines lines;
-  MarloSettings settings;  ///< Of the lanes.
+  MarloSettings settings;  ///< For the lanes.
 };
 
 /// `Law` is MarloChorus, MarloPhase or MarloEnsemble. Edit1 is the speed (the depth of the ensemble), Edit2 the spread.
@@ -114,18 +114,19 @@ struct MarloLaw {
 template <typename Law>
 class SivrayFxIMarloEffects : public TwoKnobEffect<Law> {};
 
-/// "Marlo Chorus": a moving tap beside the dry sound, both through a highpass. Models a chorus: one tap a channel, 150
-/// to 226 samples late.
+/// "Marlo Chorus": a moving tap added to the dry sound, both through a highpass. Models a chorus with one tap per
+/// channel, delayed by 150 to 226 samples.
 struct MarloChorus : MarloLaw {
-  /// How far the triangle moves the tap to each side (37.6 samples), and where it rests (188.2 samples, 4.27 ms).
+  /// Deviation of the tap to each side (37.6 samples), and its mean delay (188.2 samples, 4.27 ms).
   static constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004267 * 0.2);
   static constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.0042666);
 
-  /// The wet sound's share, and the gain of the sum that keeps it within full scale.
+  /// The wet sound's gain, and the gain of the sum that keeps it within full scale.
   static constexpr float kWetGain = 0.66666F;
   static constexpr float kSumGain = 0.75F;
 
-  /// What the highpasses keep of their outputs per sample (corners of 48.2 and 32.2 Hz), and take of their inputs.
+  /// The shares of their outputs that the highpasses keep per sample (corners of 48.2 and 32.2 Hz), and the gains of
+  /// their inputs.
   static const float kDryKept;
   static const float kWetKept;
   static const float kDryScale;
@@ -141,7 +142,7 @@ struct MarloChorus : MarloLaw {
   static const RunInLanes<MarloChorus> runBaseline;
   static const RunInLanes<MarloChorus> runAvx2;
 
-  /// Whether silence gives silence and changes nothing: rounding may hold a highpass next to 0.
+  /// Whether silent input gives silent output and changes nothing. Rounding may hold a highpass next to 0.
   bool isSilent(unsigned count) const SIVRAY_NONBLOCKING;
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
@@ -155,9 +156,9 @@ struct MarloChorus : MarloLaw {
 extern template class TwoKnobEffect<MarloChorus>;
 
 /// "Marlo Phase": a moving tap close to the dry sound, so that both cancel at moving frequencies. Models a flanger
-/// without feedback: one tap a channel, 9 to 81 samples late.
+/// without feedback, with one tap per channel, delayed by 9 to 81 samples.
 struct MarloPhase : MarloLaw {
-  /// How far the triangle moves the tap to each side (36.1 samples), and where it rests (45.2 samples, 1.02 ms).
+  /// Deviation of the tap to each side (36.1 samples), and its mean delay (45.2 samples, 1.02 ms).
   static constexpr auto kDepth = static_cast<float>(cofu::core::kEngineRate * 0.004096 * 0.2);
   static constexpr auto kBase = static_cast<float>(cofu::core::kEngineRate * 0.001024);
 
@@ -178,11 +179,11 @@ struct MarloPhase : MarloLaw {
 
 extern template class TwoKnobEffect<MarloPhase>;
 
-/// "Marlo Ensemble": three moving taps a channel and no dry sound. Models a string ensemble: each voice's tap is moved
-/// by a fast and a slow sine, a third of a cycle apart from the next voice. The right voices follow the left ones at a
-/// distance that Spread sets.
+/// "Marlo Ensemble": three moving taps per channel and no dry sound. Models a string ensemble: a fast and a slow sine
+/// move each voice's tap, a third of a cycle apart from the next voice. The right voices follow the left ones at a
+/// phase difference that Spread sets.
 struct MarloEnsemble : MarloLaw {
-  /// The phases of the voices on -2 .. 2, which is one cycle, and a fourth that copies the last and is not heard.
+  /// The phases of the voices on -2 .. 2, which is one cycle. The fourth copies the last and is not heard.
   static constexpr MarloQuad kStartPhases{0.6666667F, -0.6666667F, -2.0F, -2.0F};
 
   void reset(const Settings&) { *this = {}; }
@@ -192,7 +193,7 @@ struct MarloEnsemble : MarloLaw {
 
   void skip(const Settings& to, unsigned count) SIVRAY_NONBLOCKING;
 
-  float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts where Depth 0 rests.
+  float depth = static_cast<float>(0.0016 * cofu::core::kEngineRate);  ///< Samples; starts at the value of Depth 0.
   float spread = 1.0F;
   MarloQuad fast = kStartPhases;
   MarloQuad slow = kStartPhases;

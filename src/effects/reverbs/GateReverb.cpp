@@ -1,4 +1,4 @@
-// The gate's four rules, and the settings and the law of the gate reverb.
+// The gate's rules, and the settings and the law of the gate reverb.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/reverbs/GateReverb.h"
 
@@ -15,24 +15,24 @@ namespace {
 /// Peak at which the gate opens: a tenth of full scale.
 constexpr std::int32_t kThreshold = 3276;
 
-/// What the peak keeps per sample, Q15: a time constant of 1214 samples (28 ms).
+/// Share of the peak that is kept per sample, Q15: a time constant of 1214 samples (28 ms).
 constexpr std::int32_t kPeakKept = 32741;
 
-/// 24-bit fractions per sample: the share of the distance by which the gate opens (0.9265, so within two samples), and
-/// what it keeps while it closes (0.99912, a time constant of 26 ms).
+/// Per sample, in 24-bit fractions: the share of the distance by which the gate opens (0.9265, so within two samples),
+/// and the share that it keeps while it closes (0.99912, a time constant of 26 ms).
 constexpr std::int64_t kAttackShare = 15544301;
 constexpr std::int64_t kReleaseKept = 16762526;
 
-/// The attack aims at 1.2, above full gain, so that it gets there.
+/// Target of the attack: 1.2, above full gain, so that full gain is reached.
 constexpr std::int32_t kAttackAim = 39320;
 
-/// The hold at knob 0, and what it grows by up to knob 127, along a square curve; milliseconds.
+/// The hold at knob 0, and its increase up to knob 127 along a square curve; milliseconds.
 constexpr double kLeastHold = 1;
 constexpr double kHoldSpan = 999;
 
 constexpr double kSamplesPerMillisecond = kEngineRate / 1000.0;
 
-/// The step at which the counter runs from its start to 0 within the hold.
+/// The step by which the counter runs from its start to 0 within the hold.
 std::int32_t holdStepFor(int knob) {
   const double position = static_cast<double>(knob) / kTopKnob;
   const double hold = kLeastHold + kHoldSpan * (position * position);
@@ -49,7 +49,7 @@ void ReverbGate::countHold(std::int32_t holdStep) {
   }
 }
 
-/// A loud peak opens a gate that is not in its hold; in the hold the counter starts afresh with each.
+/// A loud peak opens a gate that is not in its hold. During the hold, each loud peak restarts the counter.
 void ReverbGate::moveState(std::int32_t holdStep) {
   if (peak < kThreshold) {
     if (state != State::release) {
@@ -80,7 +80,7 @@ std::int32_t ReverbGate::step(std::int32_t left, std::int32_t right, std::int32_
 
 void ReverbGate::follow(const std::int16_t* left, const std::int16_t* right, std::int16_t* gains, unsigned count,
                         std::int32_t holdStep) {
-  ReverbGate now = *this;  // The compiler keeps a copy in registers.
+  ReverbGate now = *this;  // A copy, which the compiler keeps in registers.
   for (unsigned i = 0; i < count; ++i) {
     gains[i] = static_cast<std::int16_t>(now.step(left[i], right[i], holdStep));
   }

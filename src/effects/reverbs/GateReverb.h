@@ -7,16 +7,16 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Opens fast on a peak above the threshold, holds, and closes slowly.
+/// Opens quickly on a peak above the threshold, holds, and closes slowly.
 class ReverbGate {
  public:
-  /// Where the hold counter starts.
+  /// Start value of the hold counter.
   static constexpr std::int32_t kHoldStart = 2147483647;
 
-  /// One sample of the dry input. `holdStep` is what the hold counter loses per sample. Returns the gain in Q15.
+  /// One sample of the dry input. `holdStep` is the decrease of the hold counter per sample. Returns the gain in Q15.
   std::int32_t step(std::int32_t left, std::int32_t right, std::int32_t holdStep);
 
-  /// The next `count` samples; `gains` receives as many.
+  /// Processes the next `count` samples and writes their gains to `gains`.
   void follow(const std::int16_t* left, const std::int16_t* right, std::int16_t* gains, unsigned count,
               std::int32_t holdStep) SIVRAY_NONBLOCKING;
 
@@ -43,11 +43,11 @@ struct GateReverb : ReverbNetwork {
                                    .sleepsAfter = kLineLength};
 
   struct Settings {
-    std::int32_t holdStep;  ///< What the hold counter loses per sample.
+    std::int32_t holdStep;  ///< Decrease of the hold counter per sample.
     std::int32_t level;     ///< Q15.
   };
 
-  /// What enters the network, Q15: a quarter of the square curve at 80.
+  /// Gain of the network's input, Q15: a quarter of the square curve at 80.
   static constexpr std::int32_t kInputLevel = squareTable[80] >> 2;
 
   /// Loop gain of the combs, Q15: that of the room reverb at Time 63.
@@ -55,7 +55,7 @@ struct GateReverb : ReverbNetwork {
 
   static Settings settingsOf(const Knobs& knobs) SIVRAY_NONBLOCKING;
 
-  /// The gate starts open, with all of its hold time left.
+  /// The gate starts open, with its full hold time left.
   void reset(const Settings&) { gate = {}; }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
   void aim(const Settings& to, bool) { holdStep = to.holdStep; }

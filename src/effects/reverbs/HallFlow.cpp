@@ -1,4 +1,4 @@
-// The rules behind the hall's computed numbers.
+// The formulas behind the hall's numbers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/reverbs/HallFlow.h"
 
@@ -18,17 +18,17 @@ using cofu::core::kFullScale;
 constexpr std::array<float, kHallLanes> kCombSeconds{0.14795834F, 0.13795833F, 0.123958334F, 0.11495833F};
 constexpr std::array<float, kHallLanes> kCombSigns{32767.0F, -32767.0F, 32767.0F, -32767.0F};
 
-/// The reverberation time at knob 0, and what it grows by up to knob 127; seconds.
+/// The reverberation time at knob 0, and its increase up to knob 127; seconds.
 constexpr float kLeastSeconds = 0.1F;
 constexpr float kSpanOfSeconds = 9.9F;
 
-/// What is left of a sound after the reverberation time: -60 dB.
+/// The level of a sound after the reverberation time: -60 dB.
 constexpr double kDecayed = 0.001;
 
 /// Corner of the longest comb's damper in radians per second: 7080 Hz times 2 pi.
 constexpr double kDamperCorner = 44484.953;
 
-/// The exponent is rounded to single precision, the power is not.
+/// The exponent is rounded to single precision; the power is not.
 std::int16_t combGain(std::size_t lane, int knob) {
   const float position = static_cast<float>(knob) / static_cast<float>(kTopKnob);
   const float span = position * kSpanOfSeconds;

@@ -1,4 +1,4 @@
-// The numbers of the hall: delays, coefficients, gains. And what it hands from sample to sample.
+// The numbers of the hall: delays, coefficients and gains. Also its state between samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +19,7 @@ using HallRow = std::array<std::int16_t, kHallLanes>;
 using HallDelays = std::array<unsigned, kHallLanes>;
 
 namespace detail {
-/// Delays in samples, laid out for 48 kHz, brought to the running rate and truncated.
+/// Delays in samples, designed at 48 kHz, scaled to the engine's rate and truncated.
 constexpr HallDelays hallDelays(const HallDelays& at48k) {
   constexpr auto kRate = static_cast<float>(cofu::core::kEngineRate);
   HallDelays delays{};
@@ -38,7 +38,7 @@ inline constexpr HallDelays kTapsB = detail::hallDelays({2778, 2634, 1914, 1194}
 /// Samples: 10 ms and one more.
 inline constexpr unsigned kPredelay = 442;
 
-/// Samples of a ring: powers of two that hold the longest delay and a register of sample lanes.
+/// Lengths of the rings in samples: powers of two that hold the longest delay and a register of sample lanes.
 inline constexpr unsigned kPredelayLength = 512;
 inline constexpr unsigned kTankLength = 8192;
 inline constexpr unsigned kDiffuserLength = 4096;
@@ -49,10 +49,10 @@ inline constexpr HallRow kDiffuserCoefficients{-18251, -16940, -17595, -17661};
 /// Loop gains of the four combs (Q15, alternating in sign) by Time knob: 0.1 s at 0 up to 10 s at 127.
 extern const std::array<HallRow, kTopKnob + 1> hallGains;
 
-/// The dampers in the hall's combs, the only part of its law that waits for its own last sample: four one-pole
-/// low-passes that turn the sign: z = (z + comb) * damper - comb. HallStep.h moves them on.
+/// The dampers in the hall's combs: four one-pole low-passes that invert the sign, z = (z + comb) * damper - comb. Of
+/// the whole law, only they depend on their own last sample. HallStep.h computes them.
 struct HallDampers {
-  /// The dampers, Q15, are 0.36468 for the longest comb, and less in proportion to its delay for a shorter one.
+  /// The damper of the longest comb is 0.36468 (Q15); those of shorter combs are less, in proportion to their delays.
   HallDampers();
 
   std::array<std::int32_t, kHallLanes> last{};        ///< The last z of each comb.
@@ -60,12 +60,12 @@ struct HallDampers {
   std::array<std::int16_t, 2 * kHallLanes> ofComb{};  ///< Q15 weight of the comb, and 0.
 };
 
-/// The state of the hall's law, which HallStep.h moves on, and what the knobs set for it.
+/// The state of the hall's law, which HallStep.h updates, and its settings.
 struct HallFlow {
   static constexpr std::int32_t kInputScale = 9830;  ///< 0.3 in Q15.
   static constexpr std::int32_t kEarlyGain = 3932;   ///< 0.12 in Q15.
 
-  // The rings lie one behind the other: the predelay, four of the tank, four of the diffuser.
+  // The rings follow one another: the predelay, four of the tank, four of the diffuser.
   static constexpr std::size_t kTankStart = kPredelayLength;
   static constexpr std::size_t kDiffuserStart = kTankStart + kHallLanes * kTankLength;
   static constexpr std::size_t kMemorySamples = kDiffuserStart + kHallLanes * kDiffuserLength;
@@ -74,10 +74,10 @@ struct HallFlow {
   std::int16_t* diffuser(std::size_t k) const { return memory + kDiffuserStart + k * kDiffuserLength; }
 
   std::int16_t* memory = nullptr;
-  unsigned position = 0;           ///< Where every ring is written next.
+  unsigned position = 0;           ///< Index at which every ring is written next.
   std::int16_t firstDiffused = 0;  ///< The last output of the first diffuser.
   HallDampers dampers;
-  HallRow gains{};  ///< Of `hallGains`.
+  HallRow gains{};  ///< A row of `hallGains`.
   SmoothedValue level;
   std::int32_t levelTarget = 0;  ///< Q15.
 };

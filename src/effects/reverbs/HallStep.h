@@ -1,4 +1,5 @@
-// The law of the hall, its dampers first, sample by sample or in lanes. LaneRun.h tells where this may be included.
+// The law of the hall, sample by sample or in lanes; the dampers are computed first. LaneRun.h tells where this may be
+// included.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,11 +12,11 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// A value for each comb.
+/// One value per comb.
 template <typename Samples>
 using Combs = std::array<Samples, kHallLanes>;
 
-/// The next sample of each comb becomes its z.
+/// Replaces the next sample of each comb by its z.
 inline void damp(HallDampers& dampers, Combs<OneSample>& combs) {
   using namespace cofu::core;
   for (std::size_t k = 0; k < kHallLanes; ++k) {
@@ -25,9 +26,9 @@ inline void damp(HallDampers& dampers, Combs<OneSample>& combs) {
   }
 }
 
-/// Eight samples of each comb in registers of 128 bits. Computes z as (z * damper + comb * (damper - 1.0)) >> 15, which
-/// is the same, but whose second product does not wait for the last z. Nothing has to be limited: but for the sign, z
-/// lies between the last z and the comb.
+/// Eight samples of each comb in registers of 128 bits. Computes z as (z * damper + comb * (damper - 1.0)) >> 15: the
+/// same value, but its second product does not depend on the last z. Needs no limit, because apart from its sign z lies
+/// between the last z and the comb.
 template <typename R>
 class EightDamped {
   using Integers = typename R::Integers;
@@ -57,7 +58,7 @@ class EightDamped {
     Integers of23;
   };
 
-  /// Takes combs 0 and 1 in turn, and combs 2 and 3.
+  /// Takes combs 0 and 1 interleaved, and combs 2 and 3 interleaved.
   FourRows fourSamples(Integers of01, Integers of23) {
     const Integers rows01 = twoRows(R::zipLow32(of01, of23));
     const Integers rows23 = twoRows(R::zipHigh32(of01, of23));
@@ -66,14 +67,14 @@ class EightDamped {
     return {R::zipLow16(even, odd), R::zipHigh16(even, odd)};
   }
 
-  /// A row holds one sample of each comb. Returns what becomes of two rows.
+  /// A row holds one sample of each comb. Returns the dampers' outputs for two rows.
   Integers twoRows(Integers rows) {
     const Integers first = row(R::zipLow16(rows, R::zero()));
     const Integers second = row(R::zipHigh16(rows, R::zero()));
     return R::packed32(first, second);
   }
 
-  /// The combs lie in the lower words of the lanes; the upper words are ignored.
+  /// The combs are in the lower words of the lanes; the upper words are ignored.
   Integers row(Integers comb) {
     z = R::template shiftRight32<15>(R::add32(R::pairSums16(z, ofLast), R::pairSums16(comb, ofComb)));
     return z;
@@ -85,7 +86,7 @@ class EightDamped {
   Integers ofComb;
 };
 
-/// A register of each comb. Of one with two halves, first all lower ones and then all upper ones.
+/// One register per comb. For registers with two halves, processes all lower halves, then all upper ones.
 template <typename R>
 void damp(HallDampers& dampers, Combs<lanes::SamplesIn<R>>& combs) {
   if constexpr (requires { typename R::Half; }) {
@@ -109,7 +110,7 @@ void damp(HallDampers& dampers, Combs<lanes::SamplesIn<R>>& combs) {
   }
 }
 
-/// What was written to ring `k` of the tank `delays[k]` samples before `position`.
+/// The sample in ring `k` of the tank that was written `delays[k]` samples before `position`.
 template <typename Samples>
 Samples tankAt(const HallFlow& flow, std::size_t k, const HallDelays& delays, unsigned position) {
   return loadFromRing<Samples, kTankLength>(flow.tank(k), position - delays[k]);
@@ -126,7 +127,7 @@ Samples halfOfTaps(const HallFlow& flow, const HallDelays& taps, unsigned positi
   return (of01 + of23).template shiftedRight<1>().saturated();
 }
 
-/// The early sound on top of the predelayed one.
+/// The early reflections plus the predelayed sound.
 template <typename Samples>
 Samples delayedInput(const HallFlow& flow, Samples mono) {
   storeToRing<kPredelayLength>(flow.memory, flow.position, mono);
@@ -134,7 +135,7 @@ Samples delayedInput(const HallFlow& flow, Samples mono) {
   return sum(delayed, mul15(mono, typename Samples::Gain(HallFlow::kEarlyGain)));
 }
 
-/// All-pass `k`. The sound inside it is limited where it is stored, but not on its way to the output.
+/// All-pass `k`. Its inner signal is limited where it is stored, but not on the way to the output.
 template <typename Samples>
 Samples diffused(const HallFlow& flow, std::size_t k, Samples input) {
   const std::int32_t coefficient = kDiffuserCoefficients[k];
@@ -145,7 +146,7 @@ Samples diffused(const HallFlow& flow, std::size_t k, Samples input) {
   return difference(tap, inner.template shiftedRight<15>().saturated());
 }
 
-/// The four damped combs, all fed with the same sound.
+/// The four damped combs, which all have the same input.
 template <typename Samples>
 void stepTank(HallFlow& flow, Samples fed) {
   Combs<Samples> combs;
@@ -159,7 +160,7 @@ void stepTank(HallFlow& flow, Samples fed) {
   }
 }
 
-/// The level of the wet sound, which glides sample by sample.
+/// The level of the wet sound, smoothed sample by sample.
 template <typename Samples>
 Samples nextLevels(HallFlow& flow) {
   if (flow.level.restsAt(flow.levelTarget)) {
@@ -173,8 +174,8 @@ Samples nextLevels(HallFlow& flow) {
   return Samples::load(levels);
 }
 
-/// The next samples of both channels, in place. The second diffuser hears the first one a sample late, and those of the
-/// output hear the tank's taps a sample late.
+/// Computes the next samples of both channels, in place. The second diffuser reads the first one a sample late, and the
+/// output diffusers read the tank's taps a sample late.
 template <typename Samples>
 void stepAs(HallFlow& flow, std::int16_t* left, std::int16_t* right) {
   const Samples dryLeft = sum(Samples::load(left), Samples::all(0));

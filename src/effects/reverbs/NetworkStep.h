@@ -16,7 +16,7 @@ struct NetworkOutput {
   Samples late;
 };
 
-/// What was written to a line `delay` samples ago.
+/// The sample of a line that was written `delay` samples ago.
 template <typename Samples>
 Samples delayedIn(const ReverbNetwork& network, unsigned line, unsigned delay) {
   return loadFromRing<Samples, ReverbNetwork::kLineLength>(network.line(line), network.writeIndex - delay);
@@ -36,14 +36,14 @@ Samples allPass(const ReverbNetwork& network, unsigned line, unsigned delay, Sam
   return sum(mul15(inner, gain), delayed);
 }
 
-/// The next samples through the network; the combs feed back `feedbackQ15`.
+/// Processes the next samples by the network; the combs feed back `feedbackQ15`.
 template <typename Samples>
 NetworkOutput<Samples> stepNetwork(ReverbNetwork& network, Samples input, std::int32_t feedbackQ15) {
   using Network = ReverbNetwork;
   const typename Samples::Gain feedback(feedbackQ15);
   const Samples echo0 = leakTwice(delayedIn<Samples>(network, 0, Network::kComb0Delay));
   const Samples comb0 = sum(input, mul15(echo0, feedback));
-  // This one turns the sign of its echoes.
+  // The leak also inverts the sign of this comb's echoes.
   const Samples kept =
       mul15(delayedIn<Samples>(network, 1, Network::kComb1Delay), typename Samples::Gain(Network::kComb1Kept));
   const Samples comb1 = sum(input, mul15(leak(kept), feedback));
@@ -57,7 +57,8 @@ NetworkOutput<Samples> stepNetwork(ReverbNetwork& network, Samples input, std::i
   return {early, late};
 }
 
-/// The next samples of both channels, in place: the dry sound, and what `shaped` makes of the network's.
+/// Computes the next samples of both channels, in place: the dry sound plus the network's output, processed by
+/// `shaped`.
 template <typename Samples, typename Shape>
 void stepReverb(ReverbNetwork& network, std::int32_t inputGain, std::int32_t feedback, std::int16_t* left,
                 std::int16_t* right, Shape shaped) {
@@ -76,7 +77,7 @@ void stepAs(RoomReverbLaw& law, std::int16_t* left, std::int16_t* right) {
   stepReverb<Samples>(law, RoomReverbLaw::inputGainFor(wetLevel), law.feedback.value(), left, right, shaped);
 }
 
-/// The gate has gone ahead.
+/// The gate has already been computed.
 template <typename Samples>
 void stepAs(GateReverb& law, std::int16_t* left, std::int16_t* right) {
   const Samples gate = Samples::load(law.gains);
@@ -86,7 +87,7 @@ void stepAs(GateReverb& law, std::int16_t* left, std::int16_t* right) {
   stepReverb<Samples>(law, GateReverb::kInputLevel, GateReverb::kFeedback, left, right, shaped);
 }
 
-/// A run of at most `kControlGrid` samples. First the gate, which can only go sample by sample, then the rest.
+/// A run of at most `kControlGrid` samples. First the gate, which must be computed sample by sample, then the rest.
 template <typename Samples>
 unsigned runGated(GateReverb& law, std::int16_t* left, std::int16_t* right, unsigned count) SIVRAY_NONBLOCKING {
   std::int16_t gains[kControlGrid];

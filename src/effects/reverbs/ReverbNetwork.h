@@ -1,4 +1,4 @@
-// The small network that the room and the gate reverb share: two combs side by side, two all-passes, an output delay.
+// The small network of the room and gate reverbs: two parallel combs, two all-passes, an output delay.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Five delay lines; NetworkStep.h moves them on. Audio thread only; `lines` must be set before anything runs. Delays
+/// Five delay lines; NetworkStep.h computes them. Audio thread only; `lines` must be set before anything runs. Delays
 /// are samples at 44100 Hz, without common factors, so that their echoes do not coincide. None is shorter than a
 /// register of sample lanes.
 struct ReverbNetwork : BorrowedLines<5, 4096> {
@@ -18,10 +18,11 @@ struct ReverbNetwork : BorrowedLines<5, 4096> {
   static constexpr unsigned kAllPass1Delay = 969;
   static constexpr unsigned kAllPass2Delay = 2301;
   static constexpr unsigned kOutputDelay = 1676;
-  static constexpr std::int32_t kComb1Kept = 32766;    ///< Q15: takes a little off, so that the echoes die out.
+  static constexpr std::int32_t kComb1Kept = 32766;    ///< Q15: just below 1.0, so that the echoes decay.
   static constexpr std::int32_t kAllPassGain = 22937;  ///< 0.7 in Q15.
 
-  /// The left channel's share of the wet sound in Q15: it hears the network at once, the right one late and in full.
+  /// Gain of the left channel's wet sound, Q15: it gets the network's output at once; the right channel gets it later
+  /// and in full.
   static constexpr std::int32_t kEarlyGain = 24823;
 
   /// Loop gain of the combs by Time knob, Q15: 0.625 to 0.9375 along the convex curve.

@@ -1,4 +1,4 @@
-// "Room Reverb": the small network beside the dry sound.
+// "Room Reverb": the small network added to the dry sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ struct RoomReverbLaw : ReverbNetwork {
     std::int32_t level = 0;
   };
 
-  /// What enters the network, Q15. The louder the wet sound, the more: an eighth of full scale at level 0, a quarter at
+  /// Gain of the network's input, Q15. It rises with the level of the wet sound: an eighth at level 0, a quarter at
   /// full level.
   static constexpr std::int32_t inputGainFor(std::int32_t level) { return (level >> 3) + 4096; }
 

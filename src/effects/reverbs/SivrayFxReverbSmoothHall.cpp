@@ -17,7 +17,7 @@ SivrayFxReverbSmoothHall::SivrayFxReverbSmoothHall() { initParameters(); }
 void SivrayFxReverbSmoothHall::activate() {
   BasicEffect::activate();
   if (memory.empty()) {
-    // Whoever makes the effect wakes it before audio runs.
+    // The first wake comes before audio runs.
     cofu::core::mayWait([this] { memory = platform::ZeroedArray<std::int16_t>(HallFlow::kMemorySamples); });
     flow.memory = memory.data();
   }

@@ -14,8 +14,8 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Parameter 0 is the time, 1 the level of the wet sound, both from 0.0 to 1.0; the dry sound stays at full level. Its
-/// memory is its own, made at the first `activate` and kept. It must be reset once before it runs.
+/// Parameter 0 is the time, 1 the level of the wet sound, both from 0.0 to 1.0; the dry sound stays at full level. It
+/// has its own memory, made at the first `activate` and kept. Must be reset once before it runs.
 class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
  public:
   SivrayFxReverbSmoothHall();
@@ -44,7 +44,7 @@ class SivrayFxReverbSmoothHall : public vimo::BasicEffect {
   HallFlow flow;
   platform::VectorSet widest = platform::bestVectorSet();
   platform::ZeroedArray<std::int16_t> memory;
-  bool hasWritten = false;  ///< Since the memory was zero.
+  bool hasWritten = false;  ///< The memory has been written to since it was zero.
 };
 
 }  // namespace tesh::bramel::plugin::sivray::effects

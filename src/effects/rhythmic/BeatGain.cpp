@@ -14,10 +14,10 @@ using namespace cofu::core;
 
 namespace {
 
-/// The longest hold that differs from the others: at 127 the gate would never open.
+/// The longest distinct hold: with 127 the gate would never open.
 constexpr int kLongestHold = 126;
 
-/// What makes up for the pump's gain, Q15: 2^(1/3) at the fastest attack, and up a parabola in octaves to 2^(5/3).
+/// Make-up gain of the pump, Q15: 2^(1/3) at the fastest attack, up a parabola in octaves to 2^(5/3).
 const auto pumpLevelTable = tableOf<std::int32_t>([](int attackKnob) {
   const double position = static_cast<double>(attackKnob) / kTopKnob;
   return kOneQ15 * std::exp2((1.0 + 4.0 * position * position) / 3.0);
@@ -38,7 +38,7 @@ void Pump::skip(const Settings&, unsigned count) { skipBeat(*this, count); }
 template class TwoKnobEffect<Pump>;
 
 Slicer::Settings Slicer::settingsOf(const Knobs& knobs) {
-  // The share of the cycle with the gate shut, 32 fractional bits.
+  // Share of the cycle during which the gate is closed, 32 fractional bits.
   const std::int64_t share =
       (std::int64_t{valueAt(linearTable, std::min(knobs.edit2, kLongestHold))} * 2 * kPhaseTop) >> 15;
   const auto held = static_cast<std::int32_t>(static_cast<std::uint32_t>(share));

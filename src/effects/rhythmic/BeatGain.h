@@ -1,5 +1,5 @@
-// "Pump" and "Slicer": a gain that opens and shuts with the beat. Both have no immediate mode, and a tempo of 0 or
-// below stops them.
+// "Pump" and "Slicer": a gain that opens and closes with the beat. Neither has an immediate mode, and a tempo of 0 or
+// less stops them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,12 +10,12 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// What both share: an oscillator, the gain that it opens, and a level that makes up for the time while it is shut.
-/// Each effect adds
-///   static constexpr std::int32_t kFloor;      // gain that is left while it is shut, Q15
+/// Common to both: an oscillator, the gain that it opens, and a make-up level for the time while it is closed. Each
+/// effect adds
+///   static constexpr std::int32_t kFloor;      // gain while it is closed, Q15
 ///   static constexpr std::int32_t kSmoothing;  // share per sample by which the gain follows its target, Q15
-/// BeatGainStep.h has the law. The settings of an effect include `lfoStep`, of a 32-bit phase that wraps, per sample,
-/// and the make-up `level`, Q15, which may exceed 1.0 fourfold.
+/// BeatGainStep.h has the law. The settings of an effect include `lfoStep`, the phase step per sample of a 32-bit phase
+/// that wraps, and the make-up `level`, Q15, of up to 4.0.
 template <typename EffectSettings>
 struct BeatGain {
   using Settings = EffectSettings;
@@ -32,14 +32,14 @@ struct BeatGain {
             .sleepsAfter = 0};
   }
 
-  /// Starts the beat afresh with the gain shut; the make-up level stays.
+  /// Restarts the beat with the gain closed; the make-up level is kept.
   void restartAt(std::int32_t start) {
     phase = start;
     opening.setNow(0);
   }
   void aim(const Settings& to, bool) { now = to; }
 
-  /// Whether the level rests, and the gain runs in lanes with openings of -1 to 1.0.
+  /// Whether the level is at rest, and the gain can run in lanes, with openings of -1 to 1.0.
   bool fitsLanes(const Settings& to) const { return nextLevel(to) == level && opening.value() <= kOneQ15; }
 
   bool isSilent(unsigned) const { return true; }
@@ -56,12 +56,12 @@ struct BeatGain {
 
 struct PumpSettings {
   std::int32_t lfoStep;
-  std::int32_t attackGain;  ///< On the parabola, Q15.
+  std::int32_t attackGain;  ///< Gain on the parabola, Q15.
   std::int32_t level;
 };
 
-/// Edit1 is the note value, Edit2 the attack. The gain is held down in the first half of each note and swells in the
-/// second, as a compressor does that listens to a bass drum.
+/// Edit1 is the note value, Edit2 the attack. The gain is held down in the first half of each note and rises in the
+/// second, like a compressor that is keyed by a bass drum.
 struct Pump : BeatGain<PumpSettings> {
   static constexpr LawParts kParts = partsFrom({72, 0});
 
@@ -86,11 +86,11 @@ extern template class TwoKnobEffect<Pump>;
 struct SlicerSettings {
   std::int32_t lfoStep;
   std::int32_t holdOffset;  ///< Phase between the two saws.
-  std::int32_t edge;        ///< What their sum exceeds while the gate is open, 2^-16 of a cycle.
+  std::int32_t edge;        ///< Threshold for the sum of the saws while the gate is open, in 2^-16 of a cycle.
   std::int32_t level;
 };
 
-/// A gate. Edit1 is the note value of a cycle, Edit2 the share of it during which the gate stays shut.
+/// A gate. Edit1 is the note value of a cycle, Edit2 the share of it during which the gate is closed.
 struct Slicer : BeatGain<SlicerSettings> {
   static constexpr LawParts kParts = partsFrom({72, 64});
 
@@ -108,7 +108,7 @@ struct Slicer : BeatGain<SlicerSettings> {
   void reset(const Settings&) { restartAt(0); }
   void step(const Settings& to, std::int16_t& left, std::int16_t& right) SIVRAY_NONBLOCKING;
 
-  /// Without a hold the two saws may meet at their tops, where they sum to 2.0.
+  /// Without a hold, the two saws may both be at their maximum, where they sum to 2.0.
   bool fitsLanes(const Settings& to) const { return to.edge != kEdgeWithoutHold && BeatGain::fitsLanes(to); }
   static const RunInLanes<Slicer> runBaseline;
   static const RunInLanes<Slicer> runAvx2;

@@ -11,7 +11,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// Two saws that run against each other: their sum less `edge`, halved.
+/// Two saws of opposite direction: their sum less `edge`, halved.
 template <typename Words>
 Words sumOfSaws(std::int32_t top, Words up, Words later, std::int32_t edge) {
   const Words down = Words::all(top) - up;
@@ -19,8 +19,8 @@ Words sumOfSaws(std::int32_t top, Words up, Words later, std::int32_t edge) {
   return sum.template shiftedRight<1>();
 }
 
-/// Where the pump's gain goes at a phase, Q15: along a parabola from 1.0 at both ends to 0 at mid-cycle, times the gain
-/// of the attack. But not above the saws, which are close to 0 in the first half of the cycle and close to 1.0 in the
+/// The target of the pump's gain at a phase, Q15: a parabola from 1.0 at both ends to 0 in mid-cycle, times the
+/// attack's gain, and limited by the saws, which are close to 0 in the first half of the cycle and close to 1.0 in the
 /// second.
 template <typename Words>
 Words openingAt(const Pump& law, Words at) {
@@ -29,7 +29,7 @@ Words openingAt(const Pump& law, Words at) {
   return smaller(parabola, sumOfSaws(Pump::kPhaseStart, at, at, -kOneQ15));
 }
 
-/// Where the slicer's gain goes: close to 1.0 while the gate is open and close to 0 while it is shut.
+/// The target of the slicer's gain: close to 1.0 while the gate is open, close to 0 while it is closed.
 template <typename Words>
 Words openingAt(const Slicer& law, Words at) {
   return sumOfSaws(Slicer::kPhaseTop, at, Words::all(law.now.holdOffset) + at, law.now.edge);
@@ -38,8 +38,8 @@ Words openingAt(const Slicer& law, Words at) {
 /// Subtracted from openings and gains in lanes, so that 1.0 fits.
 inline constexpr std::int32_t kHalfOpen = kOneQ15 / 2;
 
-/// Writes the next `count` openings, whole registers, less a half. In lanes openings must be -1 .. 1.0. Each sample of
-/// the envelope waits for the last one; its targets do not.
+/// Writes the next `count` openings, whole registers only, less a half. In lanes openings must be within -1 .. 1.0.
+/// Each sample of the envelope depends on the last one; its targets do not.
 template <typename Samples, typename Law, typename Opening>
 void followBeat(Law& law, Opening* openings, unsigned count) {
   using namespace cofu::core;
@@ -50,7 +50,7 @@ void followBeat(Law& law, Opening* openings, unsigned count) {
     std::int32_t pulls[Words::kCount];
     timesShort(targets, Law::kSmoothing).store(pulls);
     for (unsigned i = 0; i < Words::kCount; ++i) {
-      // In this order, so that nothing but the product waits for the last sample's shift.
+      // In this order only the product waits for the last sample's shift.
       state = (state + pulls[i]) - (state >> 15) * Law::kSmoothing;
       openings[done + i] = static_cast<Opening>(state >> 15);
     }
@@ -82,7 +82,7 @@ void stepBeat(Law& law, std::int16_t& left, std::int16_t& right) {
   applyBeat(law, OneSample{opening}, OneSample::Boost(law.level), &left, &right);
 }
 
-/// A run of at most `kControlGrid` samples while the level rests, in place.
+/// A run of at most `kControlGrid` samples while the level is at rest, in place.
 template <typename Samples, typename Law>
 [[gnu::flatten]] unsigned runBeat(Law& law, std::int16_t* left, std::int16_t* right,
                                   unsigned count) SIVRAY_NONBLOCKING {
@@ -96,7 +96,7 @@ template <typename Samples, typename Law>
   return whole;
 }
 
-/// `count` samples of silence.
+/// Advances by `count` samples of silence.
 template <typename Law>
 [[gnu::flatten]] void skipBeat(Law& law, unsigned count) {
   moveToRest(law.level, count, [&law](std::int32_t& level) { level = law.nextLevel(law.now); });

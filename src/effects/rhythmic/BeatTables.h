@@ -1,4 +1,4 @@
-// The shapes of pump and slicer over a knob, where they follow no single curve.
+// Tables of pump and slicer by knob value, for curves that follow no single formula.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ inline constexpr std::array<std::int32_t, 128> pumpAttackTable{
     14796521, 21255952, 33147179, 58838099, 132240730, 528614938, 2114111767,
 };
 
-/// Make-up level of the slicer by Hold Time; 32767 is 1.0, and the last is four times as much.
+/// Make-up level of the slicer by Hold Time; 32767 is 1.0, and the last entry 4.0.
 inline constexpr std::array<std::int32_t, 128> slicerLevelTable{
     32767, 32887, 33008, 33129, 33251, 33373, 33496, 33619, 33742, 33866, 33991, 34115, 34241, 34367,  34493,  34620,
     34747, 34874, 35003, 35131, 35260, 35390, 35520, 35650, 35781, 35913, 36045, 36177, 36310, 36444,  36577,  36712,

@@ -9,7 +9,7 @@
 
 namespace tesh::bramel::plugin::sivray::effects {
 
-/// A line's grain, one delay ago.
+/// A line's grain, delayed by the grain's length.
 template <typename Samples>
 Samples grainOf(const GrainShifterLaw& law, const std::int16_t* line) {
   const unsigned near = law.writeIndex - static_cast<unsigned>(law.delay >> 15);
@@ -17,8 +17,8 @@ Samples grainOf(const GrainShifterLaw& law, const std::int16_t* line) {
   return loadBetween<Samples, GrainShifterLaw::kLineLength>(line, near, fraction);
 }
 
-/// The next samples of both channels, in place. `record` tells how much of the input goes into line A, the rest going
-/// into line B, and `output` how much of line B sounds, the rest being line A. The delay must be at least
+/// Computes the next samples of both channels, in place. `record` is the share of the input that goes into line A, the
+/// rest into line B; `output` is the share of line B in the output, the rest being line A. The delay must be at least
 /// `Samples::kCount`.
 template <typename Samples>
 void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16_t* left, std::int16_t* right) {
@@ -26,7 +26,7 @@ void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16
   const Samples full = Samples::all(cofu::core::kFullScale);
   const Samples dryLeft = Samples::load(left);
   const Samples dryRight = Samples::load(right);
-  // -32768 may become -32767: any gain below 1.0 maps both to the same.
+  // -32768 may become -32767: any gain below 1.0 maps both to the same value.
   const Samples in = monoOf(dryLeft, dryRight, kOneQ15 / 2);
   std::int16_t* const lineA = law.line(0);
   std::int16_t* const lineB = law.line(1);
@@ -43,8 +43,8 @@ void stepGrains(GrainShifterLaw& law, Samples record, Samples output, std::int16
   sum(mul15(dryRight, dry), wet).store(right);
 }
 
-/// A run of at most `kControlGrid` samples, in place. First the fades, which can only go sample by sample, then the
-/// rest.
+/// A run of at most `kControlGrid` samples, in place. First the fades, which must be computed sample by sample, then
+/// the rest.
 template <typename Samples>
 [[gnu::flatten]] unsigned runGrains(GrainShifterLaw& law, std::int16_t* left, std::int16_t* right,
                                     unsigned count) SIVRAY_NONBLOCKING {

@@ -1,4 +1,4 @@
-// The grid of the grain shifter and its two lines.
+// The beat grid of the grain shifter and its two lines.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/rhythmic/SivrayFxGrainShifter.h"
 
@@ -51,7 +51,7 @@ constexpr std::int64_t kCycleScale = std::int64_t{3} << 37;
 /// 384ths of a beat, times 4.
 constexpr std::int64_t kGrainScale = 1536;
 
-/// Far beyond any music; the products of the grid stay within 64 bits.
+/// Far faster than any music; with it, the grid's products stay within 64 bits.
 constexpr int kHighestTempoTenths = 100000;
 
 /// Share of the distance that fades and delay move per sample, Q15: a time constant of 100 samples (2 ms).
@@ -64,7 +64,7 @@ std::int64_t tempoOf(int tempoTenths) {
   return ((tenths / 10) << 7) | valueAt(kFractions, tenths % 10);
 }
 
-/// What a fade moves to: full scale while the top bit of `phase` is set.
+/// The target of a fade: full scale while the top bit of `phase` is set.
 constexpr std::int32_t fullWhileNegative(std::uint32_t phase) {
   return (static_cast<std::int32_t>(phase) >> 31) & cofu::core::kFullScale;
 }
@@ -114,7 +114,7 @@ void GrainShifterLaw::moveFade(SmoothedValue& fade, std::uint32_t at) const {
   fade.glide(fullWhileNegative(at), fadeGlide);
 }
 
-/// `from` is the phase before the run. A fade rests most of the time.
+/// `from` is the phase before the run. A fade is at rest most of the time.
 void GrainShifterLaw::followFade(SmoothedValue& fade, std::uint32_t from, std::int16_t* gains, unsigned count) const {
   constexpr std::uint32_t kHalfCycle = std::uint32_t{1} << 31;
   const std::int32_t target = fullWhileNegative(from + now.step);
