@@ -1,4 +1,4 @@
-// Parsing of the macro layer's JSON files, and access to their members.
+// Parses the macro layer's JSON files and reads their members.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,15 +13,15 @@
 
 namespace tesh::vimo {
 
-/// Returns the document, or null if its text has a syntax error or a number that is too large; memberOf then throws.
-/// Bytes behind the first value are ignored.
+/// Returns the document. For a syntax error or a number that is too large it returns null, for which memberOf throws.
+/// Ignores bytes behind the first value.
 picojson::value parseJson(std::span<const std::uint8_t> text);
 
-/// Documents that are parsed once for all instances. An instance holds those that it has read, so that the next one
-/// finds them. Not on the audio thread.
+/// Documents that all instances share, each parsed once. An instance keeps those that it has read, so that the next
+/// instance finds them. Not on the audio thread.
 class JsonDocuments {
  public:
-  /// As `parseJson`. The reference holds as long as the object.
+  /// Like `parseJson`. The reference is valid as long as this object.
   const picojson::value& parse(std::span<const std::uint8_t> text);
 
  private:

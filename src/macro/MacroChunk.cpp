@@ -1,5 +1,4 @@
-// The macro chunk: the macro list, the factory programs and the current values, read in four versions and written in
-// the newest.
+// Reads four versions of the macro chunk (macro list, factory programs and current values) and writes the newest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -20,7 +19,7 @@ using cofu::core::ByteWriter;
 constexpr std::size_t kPlainValueBytes = 4;
 constexpr std::size_t kObjectValueBytes = 12;
 
-/// The header of a chunk, with its words at their places of the newest version.
+/// The header of a chunk. Words are read from their places in its version and kept at those of the newest version.
 struct ChunkHeader {
   std::uint32_t version = 0;
   std::uint32_t bytes = 0;
@@ -59,7 +58,7 @@ std::optional<ChunkHeader> readHeader(std::span<const std::uint8_t> chunk) {
   return header;
 }
 
-/// Calls `take(index, value, object)` for every whole entry of the values, object 0 where the version has none.
+/// Calls `take(index, value, object)` for every whole entry of the values; object is 0 in versions without objects.
 template <typename Take>
 void forEachValue(const ChunkHeader& header, std::span<const std::uint8_t> values, Take take) {
   const bool withObjects = header.version == kVersionWithObjects;
@@ -72,7 +71,7 @@ void forEachValue(const ChunkHeader& header, std::span<const std::uint8_t> value
   }
 }
 
-/// The text of `size` bytes, or nothing when it does not lie inside `bytes` as a whole.
+/// The text of `size` bytes, or nothing if it does not lie completely inside `bytes`.
 std::optional<std::string_view> textIn(std::span<const std::uint8_t> bytes, std::uint64_t offset, std::uint32_t size) {
   const auto found = bytesAt(bytes, offset, size);
   if (found.size() != size) {

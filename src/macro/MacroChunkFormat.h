@@ -1,4 +1,4 @@
-// The versions of the macro chunk, for the controller that reads and writes it and for tools that look into one.
+// The versions of the macro chunk, for the controller, which reads and writes chunks, and for tools that inspect them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,12 +6,12 @@
 
 namespace tesh::vimo::chunk {
 
-inline constexpr std::uint32_t kVersionValues = 512;  ///< Values, no texts.
-inline constexpr std::uint32_t kVersionTexts = 768;   ///< Texts, time and selection behind the values.
-inline constexpr std::uint32_t kVersionMoved = 1024;  ///< The same, with their header words one place further back.
+inline constexpr std::uint32_t kVersionValues = 512;        ///< Values, no texts.
+inline constexpr std::uint32_t kVersionTexts = 768;         ///< Texts, time and selection after the values.
+inline constexpr std::uint32_t kVersionMoved = 1024;        ///< The same, with these header words moved back by one.
 inline constexpr std::uint32_t kVersionWithObjects = 1280;  ///< The newest: each value is followed by an object.
 
-/// The newest header, the longest of all, in words.
+/// Words of the newest header, the longest of all.
 inline constexpr std::uint32_t kLongestHeaderWords = 12;
 
 /// The length of a version's header in words; 0 for an unknown version.

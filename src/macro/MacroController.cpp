@@ -1,4 +1,4 @@
-// Movements and the selection of programs; MacroChunk.cpp reads and writes the chunk.
+// Moves macros and selects programs; MacroChunk.cpp reads and writes the chunk.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroController.h"
 

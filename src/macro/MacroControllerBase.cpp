@@ -1,4 +1,4 @@
-// The macro list as its readers see it, and the controller map.
+// Reads of the macro list, and the controller map.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroControllerBase.h"
 

@@ -1,4 +1,4 @@
-// The list of macros with their programs and the controller map: everything that does not depend on the kind of engine.
+// The list of macros with their programs, and the controller map: everything that does not depend on the engine's type.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,12 +17,12 @@
 
 namespace tesh::vimo {
 
-/// One call at a time, a block being one. The macro list changes only while no audio runs.
+/// One call at a time, where a block counts as a call. The macro list changes only while no audio runs.
 class MacroControllerBase : public MacroList, public MacroParameterControlListener {
  public:
   static constexpr std::uint8_t kPitchBendKey = cofu::core::kMidiPitchBend;
   static constexpr std::uint8_t kLastMappableController = 126;
-  /// Whether a map can lead a MIDI controller to a macro: bank select never reaches one.
+  /// Whether a map may assign a macro to this MIDI controller: never to bank select.
   static constexpr bool canMove(std::uint8_t controller) {
     return controller <= kLastMappableController && !cofu::core::isMidiBankSelect(controller);
   }

@@ -1,4 +1,4 @@
-// How each member of a description reaches the engine and the macros.
+// Passes each member of a description to the engine or the macros.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroDescription.h"
 

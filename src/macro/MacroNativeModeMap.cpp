@@ -1,4 +1,4 @@
-// The table of hardware, and reading of the map's file.
+// The table of hardware devices, and the reading of the map's file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroNativeModeMap.h"
 
@@ -22,7 +22,7 @@ constexpr std::array<Device, 12> kDevices{{{"Ormel Tap", false, 0},
                                            {"Ormel Mixer Room", true, 48},
                                            {"Ormel Bench", true, 15}}};
 
-/// A keyword's layout type is its place here, counted from 1.
+/// A keyword's layout type is its position here, counted from 1.
 constexpr std::array<std::string_view, 5> kLayouts{"Drum", "DrumVarnel", "Sarbo", "SynthTelmar", "DrumOskin"};
 
 std::uint32_t layoutTypeOf(std::string_view keyword) {

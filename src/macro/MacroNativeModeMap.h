@@ -1,4 +1,4 @@
-// The macros that the controls of the family's own hardware move. Loaded, but not used by this instrument.
+// Assigns macros to the controls of the family's own hardware. It is read, but this instrument does not use it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,11 +10,11 @@
 
 namespace tesh::vimo::midi_controller {
 
-/// One kind of hardware.
+/// A type of hardware.
 struct Device {
   const char* name;        ///< Its key in the file.
-  bool enabled;            ///< Whether the loader looks for it.
-  std::uint32_t controls;  ///< How many controls it reads.
+  bool enabled;            ///< The loader looks for it.
+  std::uint32_t controls;  ///< The number of controls that it reads.
 };
 
 /// The device at `index`, or "Unknown Device" past the table.

@@ -1,4 +1,4 @@
-// Reading and writing of macro records.
+// Reads and writes macro records.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroParameterControl.h"
 
@@ -28,7 +28,7 @@ bool isCurrentForm(std::span<const std::uint8_t> record) {
 MacroParameterControl::MacroParameterControl(std::unique_ptr<MacroParameterControlTarget> valueTarget,
                                              MacroParameterControlListener* changeListener)
     : listener(changeListener), target(std::move(valueTarget)) {
-  // The third number behind the name is a float that starts at 1.
+  // The third word after the name is a float that is initially 1.0.
   constexpr std::array<std::uint8_t, 4> one{0x00, 0x00, 0x80, 0x3F};
   std::copy(one.begin(), one.end(), header.begin() + kNameBytes + 8);
 }

@@ -1,4 +1,4 @@
-// One macro: its values, and the sets through which it moves engine parameters.
+// A macro: its values, and the sets by which it moves engine parameters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -24,27 +24,27 @@ class MacroParameterControl {
   MacroParameterControl(std::unique_ptr<MacroParameterControlTarget> valueTarget,
                         MacroParameterControlListener* changeListener);
 
-  /// Adds a set and tells the listener, unless the macro has a set for the same engine parameter. Never while audio
-  /// runs.
+  /// Adds a set and tells the listener, unless the macro already has a set for the same engine parameter. Never while
+  /// audio runs.
   void addSet(std::unique_ptr<MacroSetBase> set);
   std::span<const std::unique_ptr<MacroSetBase>> sets() const { return ownSets; }
 
-  /// Sends the mapped values to the target. Outside of a block.
+  /// Sends the mapped values to the target. Outside of blocks.
   void sendToTarget(float value) const;
 
-  /// Adds the sets of a record of either form, up to the first that cannot be read.
+  /// Reads a record of either format and adds its sets, up to the first that cannot be read.
   void readRecord(std::span<const std::uint8_t> record);
   /// Appends the record in its current form.
   void writeRecord(std::vector<std::uint8_t>& out) const;
 
-  /// Up to sixteen characters.
+  /// At most sixteen characters.
   std::string name() const;
   void setName(std::string_view text);
 
-  std::uint64_t objectValue = 0;  ///< A value that is not a number, or 0.
-  float storedValue = 0.0F;       ///< Belongs to the program.
-  float liveValue = 0.0F;         ///< Sounds now; differs from the stored one during a temporary movement.
-  float echoValue = 0.0F;         ///< Last reported.
+  std::uint64_t objectValue = 0;  ///< An object value, or 0 for none.
+  float storedValue = 0.0F;       ///< Stored in the program.
+  float liveValue = 0.0F;         ///< The value that sounds; differs from the stored one during a temporary movement.
+  float echoValue = 0.0F;         ///< The value that was reported last.
   float defaultValue = 0.0F;      ///< For programs that have no entry for this macro.
   std::vector<std::string> expressions;
 

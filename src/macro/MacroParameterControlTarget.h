@@ -1,4 +1,4 @@
-// The receiver of a macro's mapped values outside of a block, and the listener to changes of its sets.
+// The receiver of a macro's mapped values outside of blocks, and the listener to changes of its sets.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,8 @@ class MacroParameterControlTarget {
 template <typename Target>
 class MacroParameterControlTargetAny;
 
-/// Passes numbers to a generator, which accepts them while it is not active. Objects are ignored: generators have none.
+/// Passes float values to a generator, which accepts them while it is not active. Ignores object values, which
+/// generators do not have.
 template <>
 class MacroParameterControlTargetAny<Generator<float>*> final : public MacroParameterControlTarget {
  public:

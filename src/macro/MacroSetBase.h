@@ -1,4 +1,4 @@
-// The rule that turns a macro's value into the value of one engine parameter.
+// A set: the mapping of a macro's value to the value of one engine parameter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@ namespace tesh::vimo {
 /// A boxed value, or null.
 using BoxedValue = cofu::core::boxed::Box;
 
-/// One set of a macro. Built and changed while no audio runs; `map` and `targetId` are read on the audio thread.
+/// A set of a macro. Built and changed while no audio runs; `map` and `targetId` are called on the audio thread.
 class MacroSetBase {
  public:
   virtual ~MacroSetBase() = default;
@@ -36,15 +36,15 @@ class MacroSetBase {
   virtual std::uint32_t targetId() const SIVRAY_NONBLOCKING { return target; }
   virtual void setTargetId(std::uint32_t id) { target = id; }
 
-  /// The curve, for x from 0 to 1. Audio thread.
+  /// The mapping's curve, for x from 0 to 1. Audio thread.
   virtual float map(float x) const SIVRAY_NONBLOCKING = 0;
 
-  /// Editable properties. Past the count `property` returns null and `setProperty` does nothing, as it does for a value
-  /// of another type than the property's.
+  /// Editable properties. For an index past the count, `property` returns null and `setProperty` does nothing; likewise
+  /// `setProperty` for a value of another type.
   virtual std::uint32_t propertyCount() const = 0;
   virtual BoxedValue property(std::uint32_t index) const = 0;
 
-  /// Maps a macro's value that is not a number.
+  /// Maps an object value.
   virtual std::uint64_t mapObject(std::uint64_t object) const SIVRAY_NONBLOCKING { return object; }
 
   virtual void setProperty(std::uint32_t index, BoxedValue value) = 0;

@@ -1,4 +1,4 @@
-// The curves, each with the ends a (x = 0) and b (x = 1), or the other way round if flipped.
+// The curves from a (x = 0) to b (x = 1), and in reverse if flipped.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroSetLinear.h"
 #include "core/LittleEndian.h"

@@ -17,7 +17,7 @@ class MacroSetQuantized final : public MacroSetBase {
   /// Appends the values of the record.
   bool deserialize(std::span<const std::uint8_t> record) override;
   void serialize(std::vector<std::uint8_t>& out) const override;
-  /// The steps are centred on the points k / (n - 1); 0 without values.
+  /// The steps are centred on the points k / (n - 1). 0 if there are no values.
   float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 1; }
   /// The values as an array of floats.

@@ -1,4 +1,4 @@
-// The set that divides the macro's range at a point and has a curve for each half.
+// A set that splits the macro's range at a point and has a curve for each half.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,8 +8,8 @@
 
 namespace tesh::vimo {
 
-/// The properties are: 0 the three points as `tmmm`, 1 the split as float, 2 and 3 the halves' own property 0, 4 and 5
-/// the halves' types. Setting a type puts a new half over its part of the range.
+/// Properties: 0 is the three points as `tmmm`, 1 the split as float, 2 and 3 the halves' property 0, 4 and 5 the
+/// halves' types. Setting a type replaces that half.
 class MacroSetTwoBinded final : public MacroSetBase {
  public:
   static constexpr std::uint32_t kRecordHeadBytes = 36;
@@ -17,12 +17,12 @@ class MacroSetTwoBinded final : public MacroSetBase {
   MacroSetType type() const override { return MacroSetType::twoBinded; }
   const char* typeName() const override { return "TwoBinded"; }
   std::uint32_t byteSize() const override;
-  /// A half of an unknown type, or with a record that is cut off, stays missing. A split that is not between 0 and 1
-  /// would divide by zero and counts as 0.5.
+  /// A half of an unknown type or with a truncated record stays missing. A split outside 0 to 1 would divide by zero
+  /// and is replaced by 0.5.
   bool deserialize(std::span<const std::uint8_t> record) override;
   void serialize(std::vector<std::uint8_t>& out) const override;
   void setTargetId(std::uint32_t id) override;
-  /// Returns 0 in a missing half.
+  /// 0 in a missing half.
   float map(float x) const SIVRAY_NONBLOCKING override;
   std::uint32_t propertyCount() const override { return 6; }
   BoxedValue property(std::uint32_t index) const override;

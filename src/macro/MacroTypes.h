@@ -1,4 +1,4 @@
-// The types of macro sets, as files number them, and the ranges that are passed as boxed values.
+// The types of macro sets by their numbers in files, and the ranges that are passed as boxed values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The block loop; StateContent.cpp reads and writes the host's state.
+// The block loop. StateContent.cpp reads and writes the host's state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/PluginMacroControllable.h"
 

@@ -1,5 +1,4 @@
-// A generator with its macros: the queues through which other threads give commands, and the loop that runs once a
-// block.
+// A generator with its macros: the queues for commands of other threads, and the loop that runs once per block.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,11 +18,11 @@
 
 namespace tesh::vimo {
 
-/// What a command does when its time has come.
+/// The effect of a command.
 enum class MacroCommandKind : std::uint32_t {
-  setMacro = 0,         ///< To `object` if that is not 0, else to `value`.
-  setParameter = 1,     ///< `index` is an engine parameter; no macro is involved.
-  moveTemporarily = 2,  ///< Sets the live value alone.
+  setMacro = 0,         ///< Sets a macro to `object` if that is not 0, else to `value`.
+  setParameter = 1,     ///< `index` is an engine parameter; macros are not involved.
+  moveTemporarily = 2,  ///< Sets a macro's live value only.
   endTemporaryMoves = 3
 };
 
@@ -35,7 +34,7 @@ struct MacroCommand {
   std::uint64_t timestamp = 0;  ///< Nanoseconds of the host's clock.
 };
 
-/// Told what happened in a block: inside `process` on the audio thread, so that it must not wait or allocate.
+/// Notified inside `process`, on the audio thread, so it must neither wait nor allocate.
 class MacroEchoListener {
  public:
   virtual ~MacroEchoListener() = default;
@@ -47,7 +46,7 @@ class MacroEchoListener {
   virtual void macroListChanged() {}
 };
 
-/// All of a host's state that the next block may change.
+/// Everything in a host's state that the next block may change.
 struct StateSnapshot {
   std::vector<std::uint8_t> flags;
   EngineSnapshot engine;
@@ -80,33 +79,33 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   LockFreeRing<MidiEvent> programQueue{8};
 
   MacroEchoListener* editor = nullptr;                             ///< May be null.
-  float sampleRate = static_cast<float>(cofu::core::kEngineRate);  ///< Of the engine.
+  float sampleRate = static_cast<float>(cofu::core::kEngineRate);  ///< The engine's rate in Hz.
   bool running = true;  ///< If false, the input passes through and the engine stops.
   bool wasRunning = true;
   bool storeEngineChunk = false;  ///< Whether setStateContent restores the engine's own section.
 
   void macroListChanged() override;
 
-  // The host's state, while no audio runs.
+  // The host's state. Only while no audio runs, except where noted.
 
   /// Run flags, the generator's state and the macro chunk. The bytes stay valid until the next call.
   std::span<const std::uint8_t> getStateContent();
-  /// The same in two steps. The first takes what the next block may change.
+  /// The same in two steps. The first copies what the next block may change.
   StateSnapshot snapshotState();
-  /// The second may run beside blocks, but not beside a change of the factory bank. Appends to `out`.
+  /// The second may run during blocks, but not during a change of the factory bank. Appends to `out`.
   void writeStateContent(const StateSnapshot& snapshot, std::vector<std::uint8_t>& out) const;
-  /// Restores such a content. Sizes that do not add up change nothing and give false. The generator must not be active.
+  /// Restores such a content. If its sizes are inconsistent, returns false and changes nothing. The generator must not
+  /// be active.
   bool setStateContent(std::span<const std::uint8_t> content);
-  /// What such a content will read from files, see MacroController.
+  /// Adds the values of such a content that will read files, see MacroController.
   void addReadsOfState(std::span<const std::uint8_t> content, ComingValues& coming) const;
-  /// Reads the run flags from a misc file or section. One that is too short or has another tag or version changes
-  /// nothing.
+  /// Reads the run flags from a misc file or section. Ignores one that is too short or has an unknown tag or version.
   void readMisc(std::span<const std::uint8_t> misc);
   /// Appends a misc section of the newest version.
   void writeMisc(std::vector<std::uint8_t>& out) const;
 
  private:
-  /// Turns timestamps into frames of the block.
+  /// Converts timestamps to frames of the block.
   struct BlockClock;
   void runCommands(ProcessBlock& block, const BlockClock& clock);
   void runCommand(const MacroCommand& command, std::uint32_t frame, ProcessBlock& block);

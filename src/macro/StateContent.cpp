@@ -1,4 +1,4 @@
-// The processor's share of a host's state: what goes into each section, and what is taken from it.
+// The processor's sections of a host's state: written and read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/state/StateContent.h"
 
@@ -10,9 +10,9 @@
 namespace tesh::vimo {
 namespace {
 
-/// Zeros behind the run flags of a state.
+/// Zero bytes after the run flags of a state.
 constexpr std::size_t kReservedBytes = 8;
-/// Room for the macro list, values and texts, so that the content is allocated once.
+/// Room for the macro list, values and texts, so that the content needs one allocation.
 constexpr std::size_t kExpectedRest = 32768;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Edits the text of the map, so that members that nobody here knows stay.
+// Edits the map as JSON, so that unknown members are preserved.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/UserControllerMap.h"
 
@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kControllers = "cc_map";
 constexpr const char* kPitchBend = "pitch_bend";
 
-/// The file in force, or the factory's if that one is broken; null if there is none that can be read.
+/// The active file, or the factory's if that is broken; null if neither can be read.
 picojson::value activeFile(std::string_view name) {
   for (const std::string_view key : {bramel::kBramelPath_ActiveCCMap, bramel::kBramelPath_FactoryCCMap}) {
     picojson::value file = parseJson(bramel::readFile(bramel::pathFor(key, name)));

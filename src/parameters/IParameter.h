@@ -19,7 +19,7 @@ struct ParameterRow {
   std::int32_t defaultValue = 0;
 };
 
-/// What some groups give for an index out of range.
+/// The row that some groups return for an index out of range.
 inline constexpr ParameterRow kNoParameterRow{"----", 0, 0, 0};
 
 /// A group of integer parameters. Each value is one word, so any thread may read it while the audio thread runs.
@@ -30,11 +30,11 @@ class IParameter {
   /// The number of parameters in the group.
   virtual int count() const SIVRAY_NONBLOCKING = 0;
 
-  /// Stores `*value`; a group that clamps writes the clamped value back to it. Returns the stored value, or 0 if the
-  /// index is out of range, which is ignored.
+  /// Stores `*value`; a group that clamps writes the clamped value back to it. Returns the stored value. Ignores an
+  /// index out of range and returns 0.
   virtual int setValue(int index, std::int32_t* value) SIVRAY_NONBLOCKING = 0;
 
-  /// The integer at `index`. What an index out of range returns depends on the group.
+  /// The integer at `index`. For an index out of range, the result depends on the group.
   virtual std::int32_t value(int index) const SIVRAY_NONBLOCKING = 0;
 
   /// The display text of `value` for the parameter at `index`; empty if it has none.

@@ -1,4 +1,4 @@
-// The table of all parameter groups, and the search for a parameter's group by its id.
+// The table of all parameter groups, by which the group of a parameter id is found.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The rows and values of a group.
+// Stores a group's rows and values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameters/Q57214DrumGenericParameter.h"
 

@@ -1,4 +1,4 @@
-// A parameter group that only stores values: a table of names and ranges, and a value per row.
+// A parameter group that only stores values: a table of names and ranges, and one value per row.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Values begin at their defaults and are stored without clamping. An index out of range is ignored by `setValue`, has
-/// the value 0 and the row {"----", 0, 0, 0}.
+/// Values are initially their defaults and are stored without clamping. For an index out of range, `setValue` does
+/// nothing, the value is 0, and the row is {"----", 0, 0, 0}.
 class Q57214DrumGenericParameter : public IParameter {
  public:
   /// Copies the rows and their names.

@@ -1,4 +1,4 @@
-// The range is reserved once; opening changes what its pages allow.
+// Reserves the range once; opening and closing change the access rights of its pages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AddressRange.h"
 
@@ -10,7 +10,7 @@ namespace tesh::bramel::platform {
 
 namespace {
 
-/// Whether the system has these addresses twice at the moment.
+/// Whether the system can currently reserve twice as many addresses.
 bool areThereTwice(std::size_t bytes) {
   void* const both = newAddresses(2 * bytes);
   if (both != nullptr) {

@@ -18,7 +18,7 @@ constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 
 #ifdef _WIN32
 
-/// Converts seconds and the rest separately: the product of a whole count with 10^9 would overflow within hours.
+/// Converts seconds and fraction separately, because the whole count times 10^9 would overflow within hours.
 std::int64_t monotonicNanoseconds() {
   LARGE_INTEGER frequency;
   LARGE_INTEGER counter;

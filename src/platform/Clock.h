@@ -8,7 +8,7 @@ namespace tesh::bramel::platform {
 
 inline constexpr std::int64_t kNanosecondsPerTick = 100;
 
-/// Nanoseconds since a moment in the past that is fixed for the whole process. Any thread.
+/// Nanoseconds since a fixed moment before the process started. Any thread.
 std::int64_t monotonicNanoseconds();
 
 /// The same clock in ticks of 100 nanoseconds. Any thread.

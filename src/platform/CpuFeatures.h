@@ -1,5 +1,4 @@
-// The processor's vector instructions, the choice between kernels that are compiled for several sets, and a limit to
-// it.
+// The processor's vector instructions, the choice between kernels for several instruction sets, and a limit to it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,11 +12,11 @@ namespace tesh::bramel::platform {
 /// Instruction sets in ascending order; each includes those before it.
 enum class VectorSet { none, baseline, sse41, avx2 };
 
-/// What `bestVectorSet` names at most. VectorLimit sets it.
+/// The widest set that `bestVectorSet` may return. VectorLimit sets it.
 inline std::atomic<VectorSet> widestVectorSet{VectorSet::avx2};
 
-/// While it exists, what is made chooses no wider instructions than `widest`: all effects, voices, the output stage and
-/// the resampler. With VectorSet::none effects compute sample by sample, and all else takes the baseline. For tests and
+/// While it exists, new objects use no wider instructions than `widest`: effects, voices, output stage and resampler.
+/// With VectorSet::none effects compute sample by sample, and everything else uses the baseline. For tests and
 /// benchmarks.
 class VectorLimit {
  public:
@@ -43,14 +42,14 @@ inline VectorSet processorVectorSet() {
   return VectorSet::baseline;
 }
 
-/// The set to choose by: the processor's best within the limit. Any thread.
+/// The processor's best set within the limit. Any thread.
 inline VectorSet bestVectorSet() { return std::min(processorVectorSet(), widestVectorSet.load()); }
 
-/// True if this processor can run code that is compiled for `set`, and no limit forbids it.
+/// Whether this processor can run code compiled for `set`, and the limit allows it.
 inline bool supports(VectorSet set) { return set <= bestVectorSet(); }
 
-/// The last of `kernels` whose member `needs` this processor supports. The kernels must be in ascending order of
-/// `needs`, and the first must need only the baseline.
+/// The last of `kernels` whose `needs` is supported. The kernels must be in ascending order of `needs`, and the first
+/// must need only the baseline.
 template <typename Kernel, std::size_t Count>
 const Kernel& bestKernel(const std::array<Kernel, Count>& kernels) {
   std::size_t best = Count - 1;

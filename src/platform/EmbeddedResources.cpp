@@ -11,7 +11,7 @@
 namespace tesh::bramel::platform {
 
 std::span<const std::uint8_t> findEmbeddedResource(std::string_view type, std::string_view name) {
-  // Names are ASCII, and their case must not depend on the locale, as it would with std::toupper.
+  // Names are ASCII. Does not use std::toupper, whose result depends on the locale.
   std::string upper(name);
   std::transform(upper.begin(), upper.end(), upper.begin(),
                  [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });

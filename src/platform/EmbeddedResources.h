@@ -1,4 +1,4 @@
-// The images and fonts that are linked into the library, on Windows as true resources. They are found by type and name.
+// The images and fonts that are linked into the library; on Windows true resources. They are found by type and name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,12 +15,12 @@ struct EmbeddedResource {
   std::span<const std::uint8_t> bytes;
 };
 
-/// All resources, sorted by type and then by name. The source file that defines it is made by the build; not on
+/// All resources, sorted by type and then by name. The build generates the source file with its definition. Not on
 /// Windows.
 std::span<const EmbeddedResource> embeddedResources();
 
-/// The bytes of a resource, which stay valid while the library is loaded; empty if there is none. The case of `name`
-/// does not matter. Any thread; allocates.
+/// The bytes of a resource, valid while the library is loaded; empty if there is none. Case-insensitive. Any thread;
+/// allocates.
 std::span<const std::uint8_t> findEmbeddedResource(std::string_view type, std::string_view name);
 
 }  // namespace tesh::bramel::platform

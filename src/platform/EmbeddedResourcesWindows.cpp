@@ -1,4 +1,4 @@
-// Finds an embedded resource among the true resources of the library or program that this code was linked into.
+// Finds an embedded resource among the resources of the library or program that this code is linked into.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 
@@ -13,7 +13,7 @@ namespace tesh::bramel::platform {
 
 std::span<const std::uint8_t> findEmbeddedResource(std::string_view type, std::string_view name) {
   const auto module = static_cast<HMODULE>(moduleHandle());
-  // Windows compares both without case; a type has one spelling all the same.
+  // Windows compares both without regard to case, but a type must be spelt exactly.
   if (type != "PNG" && type != "TTF") {
     return {};
   }

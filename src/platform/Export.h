@@ -1,4 +1,4 @@
-// The mark of what a library shows its host.
+// Marks symbols that a library exports to its host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// What is the same on every system: who owns an open file, and reading a file as a whole.
+// Common to all systems: ownership of an open file, and reading a whole file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Files.h"
 

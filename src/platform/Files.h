@@ -1,5 +1,5 @@
-// Files by UTF-8 path. The rest of our code separates folders with a backslash; only this layer turns it into the
-// separator of the operating system. No call waits for another process: pipes, devices and sockets are refused.
+// Files by UTF-8 path. Other code separates folders by a backslash; only this layer converts it to the system's
+// separator. No call waits for another process: pipes, devices and sockets are refused.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace tesh::bramel::platform {
 
-/// A path in the operating system's form. It is made once, so that opening the file later allocates nothing.
+/// A path in the operating system's form. Converted once, so that opening the file later allocates nothing.
 class NativePath {
  public:
 #ifdef _WIN32
@@ -26,8 +26,8 @@ class NativePath {
   /// From UTF-8 with either separator.
   explicit NativePath(const std::string& path);
 
-  /// From a path that the user has chosen in a dialog. Outside Windows a file name may contain a backslash: it stays
-  /// one if that file exists, or if the folder that it would name as a separator does not.
+  /// From a path that the user has chosen in a dialog. Outside Windows a file name may contain a backslash: it is kept
+  /// if a file with it exists, or if the folder does not exist that it would name as a separator.
   static NativePath chosen(const std::string& path);
 
   const Text::value_type* text() const { return nativeText.c_str(); }
@@ -41,17 +41,17 @@ class NativePath {
   Text nativeText;
 };
 
-/// Tells files, and contents of a file, apart: two are equal only if they are of one file that nobody has written
-/// meanwhile. A change that leaves size and clock alone, within a few milliseconds of the one before, is not seen.
+/// Identifies a file and its contents: two versions are equal only if they are of one file that nobody has written in
+/// between. Does not detect a change of the same size within a few milliseconds of the one before.
 struct FileVersion {
-  std::array<std::uint64_t, 7> words{};  ///< As the system counts volumes, files, bytes and times.
+  std::array<std::uint64_t, 7> words{};  ///< The system's numbers of volume, file, size and times.
 
-  // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler makes of it compares with 0.
+  // NOLINTNEXTLINE(modernize-use-nullptr): the compiler's own code compares with 0.
   friend auto operator<=>(const FileVersion&, const FileVersion&) = default;
 };
 
 /// A regular file, open for binary reading. It has no buffer and never allocates, because the audio thread reads waves
-/// through it. One thread at a time.
+/// from it. One thread at a time.
 class InputFile {
  public:
   /// Nothing if the file cannot be opened or is not a regular file.
@@ -65,7 +65,7 @@ class InputFile {
   /// The file's size in bytes; 0 if the system cannot tell.
   std::int64_t size() const;
 
-  /// What the file is now; nothing if the system cannot tell.
+  /// The file's present version; nothing if the system cannot tell.
   std::optional<FileVersion> version() const;
 
   /// Sets the position to `offset` bytes from the start. False if it is negative or the system refuses.
@@ -74,12 +74,11 @@ class InputFile {
   /// Reads up to `count` bytes and returns their number, which is smaller only at the end of the file or on an error.
   std::size_t read(void* destination, std::size_t count);
 
-  /// As `read`, but from the system's cache alone: nothing, with part of `destination` written, if it would have to
-  /// wait for the disk. A system that cannot tell reads and waits.
+  /// Like `read`, but only from the system's cache. Returns nothing if it would have to wait for the disk;
+  /// `destination` may then be partly written. On a system that cannot tell, reads and waits.
   std::optional<std::size_t> readCached(void* destination, std::size_t count);
 
-  /// Asks the system to read a stretch into its cache and does not wait for it; a system that cannot do this does
-  /// nothing.
+  /// Asks the system to read a stretch into its cache, without waiting. Does nothing on a system that cannot do this.
   void expect(std::int64_t offset, std::int64_t count) const;
 
  private:
@@ -90,15 +89,15 @@ class InputFile {
   std::intptr_t handle = kClosed;
 };
 
-/// Joins two paths, neither of them empty, with a backslash unless `base` ends with a separator. Windows joins them by
-/// its own rules: it resolves "." and "..", and a result of MAX_PATH characters or more is the empty string.
+/// Joins two non-empty paths, with a backslash unless `base` ends with a separator. On Windows it follows the system's
+/// rules: it resolves "." and "..", and a result of MAX_PATH characters or more is the empty string.
 std::string combinePath(const std::string& base, const std::string& relative);
 
 /// True if there is a file or folder at `path`.
 bool exists(const NativePath& path);
 inline bool exists(const std::string& path) { return exists(NativePath(path)); }
 
-/// 64 MiB, more than any of our files that are read as a whole.
+/// 64 MiB, larger than any of our files that are read as a whole.
 inline constexpr std::uint64_t kLargestFile = std::uint64_t{64} << 20U;
 
 /// The whole file; nothing if it cannot be opened, is not a regular file, or has more than `mostBytes`.
@@ -109,9 +108,9 @@ inline std::optional<std::vector<std::uint8_t>> readWhole(const std::string& pat
 }
 
 /// Replaces a file in one step, or creates it: writes a new file beside it, flushes that to the disk and renames it. On
-/// failure the old file is unchanged. Follows a symbolic link, and keeps the permissions of the old file; on Windows
-/// also its owner, attributes and time of creation. False on failure, for an empty path, if the target exists and is
-/// not a regular file, and on Windows if it is read-only or, at the moment, held open by another program.
+/// failure the old file is unchanged. Follows a symbolic link, and keeps the old file's permissions; on Windows also
+/// its owner, attributes and time of creation. False on failure, for an empty path, if the target exists and is not a
+/// regular file, and on Windows if the file is read-only or another program holds it open.
 bool writeAtomically(const NativePath& path, std::span<const std::uint8_t> bytes);
 inline bool writeAtomically(const std::string& path, std::span<const std::uint8_t> bytes) {
   return writeAtomically(NativePath(path), bytes);
@@ -120,8 +119,7 @@ inline bool writeAtomically(const std::string& path, std::span<const std::uint8_
 /// Creates a folder and its parents. True if the folder exists afterwards.
 bool createFolders(const std::string& path);
 
-/// Asks the system to read a file into its cache, so that later reads are fast. May wait for the disk; errors are
-/// ignored.
+/// Asks the system to read a file into its cache, so that later reads are fast. May wait for the disk. Ignores errors.
 void warmPages(const std::string& path);
 
 }  // namespace tesh::bramel::platform

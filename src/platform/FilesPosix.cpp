@@ -1,4 +1,4 @@
-// Files through the calls of POSIX.
+// Files by POSIX calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifndef _WIN32
 #include <fcntl.h>
@@ -21,14 +21,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Permissions of a new file, from which the process' mask removes some.
+/// Permissions of a new file, before the process's mask removes some.
 constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kPermissionBits = 07777;
 
-/// The longest chain of symbolic links that is followed, as on Linux; a longer one counts as a loop.
+/// The longest chain of symbolic links that is followed, as on Linux. A longer one counts as a loop.
 constexpr int kMostLinks = 40;
 
-/// Temporary files of crashed processes with our process number that a write passes over.
+/// How many temporary files a write skips that crashed processes with the same process number left behind.
 constexpr int kMostLeftOver = 1000;
 
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
@@ -47,8 +47,8 @@ bool writeAll(int file, std::span<const std::uint8_t> bytes) {
   return ::fsync(file) == 0;
 }
 
-/// Calls `read(destination, count)` until `count` bytes have come, the file ends, or an error. Returns the number of
-/// bytes, or nothing where the call would have to wait.
+/// Calls `read(destination, count)` until `count` bytes are read, the file ends, or an error occurs. Returns the number
+/// of bytes, or nothing if the call would have to wait.
 template <typename Read>
 std::optional<std::size_t> readAll(void* destination, std::size_t count, Read read) {
   auto* out = static_cast<std::uint8_t*>(destination);
@@ -69,7 +69,7 @@ std::optional<std::size_t> readAll(void* destination, std::size_t count, Read re
   return done;
 }
 
-/// The file that `path` leads to through symbolic links, whether it exists or not; nothing for a loop.
+/// The file at the end of the chain of symbolic links from `path`, whether it exists or not; nothing for a loop.
 std::optional<fs::path> linkTarget(fs::path path) {
   for (int i = 0; i < kMostLinks; ++i) {
     std::error_code error;
@@ -82,7 +82,7 @@ std::optional<fs::path> linkTarget(fs::path path) {
   return std::nullopt;
 }
 
-/// Creates an empty file beside `target`, under a `name` that no other writer uses. Returns its descriptor, or -1.
+/// Creates an empty file beside `target` with a unique `name`. Returns its descriptor, or -1.
 int createBeside(const std::string& target, std::string& name) {
   static std::atomic<unsigned> count{0};
   for (int attempt = 0; attempt < kMostLeftOver; ++attempt) {
@@ -162,7 +162,7 @@ std::optional<std::size_t> InputFile::readCached(void* destination, std::size_t 
     constexpr off_t kHere = -1;
     const iovec piece{to, most};
     const ssize_t got = ::preadv2(descriptor(handle), &piece, 1, kHere, RWF_NOWAIT);
-    // Kernels and file systems that do not know the flag have different errors for it.
+    // Kernels and file systems that do not know the flag report different errors.
     const bool isUnknown = got < 0 && errno != EAGAIN && errno != EINTR;
     return isUnknown ? ::read(descriptor(handle), to, most) : got;
   });
@@ -172,7 +172,7 @@ std::optional<std::size_t> InputFile::readCached(void* destination, std::size_t 
 }
 
 void InputFile::expect(std::int64_t offset, std::int64_t count) const {
-  // Linux reads no more for one request than a device's read-ahead, whatever the request says; this is the usual one.
+  // For each request Linux reads at most the device's read-ahead, whatever the request says. This is the usual value.
   constexpr std::int64_t kStep = 128 << 10;
   for (std::int64_t done = 0; done < count; done += kStep) {
     ::posix_fadvise(descriptor(handle), offset + done, std::min(kStep, count - done), POSIX_FADV_WILLNEED);

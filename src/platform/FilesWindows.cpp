@@ -1,4 +1,4 @@
-// Files through the calls of Windows.
+// Files by Windows calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 #include "platform/WindowsApi.h"
@@ -16,7 +16,7 @@
 namespace tesh::bramel::platform {
 namespace {
 
-/// Bytes that one call reads or writes at most: its count has 32 bits.
+/// Most bytes per call, whose count has 32 bits.
 constexpr std::size_t kLongestTransfer = 1U << 30U;
 
 // A Windows handle is a number of pointer type.
@@ -35,7 +35,7 @@ bool writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
   return FlushFileBuffers(file) != 0;
 }
 
-/// The file that a symbolic link leads to; `path` itself if there is no file.
+/// The target of a symbolic link; `path` itself if there is no such file.
 std::wstring linkTarget(const std::wstring& path) {
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -49,17 +49,17 @@ std::wstring linkTarget(const std::wstring& path) {
   return target.empty() ? path : target;
 }
 
-/// A name beside the target that no other thread of any process uses.
+/// A unique name beside the target, across all processes and threads.
 std::wstring temporaryBeside(const std::wstring& target) {
   return target + L'.' + std::to_wstring(GetCurrentProcessId()) + L'.' + std::to_wstring(GetCurrentThreadId());
 }
 
-/// What the user sees or has set; the rest describes how the system stores a file.
+/// Attributes that the user sees or has set; the others describe how the system stores a file.
 constexpr DWORD kKeptAttributes =
     FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
-/// Renames `source` to `target`. A file that is there is replaced, but its owner, its rights and its time of creation
-/// stay, on a file system that has such.
+/// Renames `source` to `target`. An existing file is replaced, but keeps its owner, rights and time of creation if the
+/// file system supports them.
 bool renameOver(const std::wstring& source, const std::wstring& target) {
   constexpr DWORD kFlags = REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS;
   if (ReplaceFileW(target.c_str(), source.c_str(), nullptr, kFlags, nullptr, nullptr) != 0) {
@@ -69,7 +69,7 @@ bool renameOver(const std::wstring& source, const std::wstring& target) {
   if (reason == ERROR_ACCESS_DENIED || reason == ERROR_SHARING_VIOLATION || reason == ERROR_UNABLE_TO_REMOVE_REPLACED) {
     return false;
   }
-  // There is no such file, or it lies where the system can only rename.
+  // The target does not exist, or is on a file system that can only rename.
   return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 

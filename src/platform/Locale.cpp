@@ -1,4 +1,4 @@
-// The language of the user interface on each operating system.
+// Determines the language of the user interface on each operating system.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Locale.h"
 

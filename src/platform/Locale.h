@@ -10,8 +10,8 @@ namespace tesh::bramel::platform {
 inline constexpr std::uint16_t kLanguageJapanese = 0x411;
 inline constexpr std::uint16_t kLanguageEnglish = 0x409;
 
-/// The user's language as a language id. Outside Windows it is Japanese or English: English for any other language of
-/// $LC_ALL, $LC_MESSAGES or $LANG. Any thread.
+/// The user's language as a language id. Outside Windows it is Japanese if $LC_ALL, $LC_MESSAGES or $LANG says so, and
+/// English otherwise. Any thread.
 std::uint16_t userInterfaceLanguage();
 
 }  // namespace tesh::bramel::platform

@@ -1,4 +1,4 @@
-// The library or program that this code was linked into.
+// The library or program that this code is linked into.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The calls of each system for pages.
+// The system calls for memory pages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PageCalls.h"
 
@@ -29,7 +29,7 @@ bool openPages(void* start, std::size_t bytes) {
 
 void closePages(void* start, std::size_t bytes) { VirtualFree(start, bytes, MEM_DECOMMIT); }
 
-// Windows has no shared page of zeros, so that a read is enough.
+// Windows has no shared zero page, so reading a page is enough to provide it.
 void touchPages(std::uintptr_t first, std::uintptr_t end) {
   for (std::uintptr_t page = first & ~(pageSize() - 1); page < end; page += pageSize()) {
     // NOLINTNEXTLINE(performance-no-int-to-ptr): pages are counted by their addresses.
@@ -45,7 +45,7 @@ namespace {
 
 constexpr int kOwnMemory = MAP_PRIVATE | MAP_ANONYMOUS;
 
-/// Huge pages would be provided whole, 2 MiB for the first byte.
+/// With huge pages the system would provide 2 MiB for the first byte.
 void refuseHugePages(void* start, std::size_t bytes) {
 #ifdef MADV_NOHUGEPAGE
   ::madvise(start, bytes, MADV_NOHUGEPAGE);
@@ -66,7 +66,7 @@ void* newPages(std::size_t bytes) {
   return start;
 }
 
-// Memory without access counts for no limit of memory.
+// Memory without access does not count towards limits of memory.
 void* newAddresses(std::size_t bytes) {
   void* const start = ::mmap(nullptr, bytes, PROT_NONE, kOwnMemory, -1, 0);
   if (start == MAP_FAILED) {

@@ -1,4 +1,4 @@
-// What the system does with pages of memory, for ZeroedPages and AddressRange.
+// The system's operations on memory pages, for ZeroedPages and AddressRange.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,12 +11,12 @@ std::uintptr_t pageSize();
 
 /// Zeroed memory, provided page by page when it is first written. Null if the system refuses.
 void* newPages(std::size_t bytes);
-/// Addresses alone. Null if the system refuses.
+/// Reserves addresses without memory. Null if the system refuses.
 void* newAddresses(std::size_t bytes);
-/// Gives back what either of them has returned.
+/// Releases the result of newPages or newAddresses.
 void freePages(void* start, std::size_t bytes);
 
-/// Makes addresses usable memory, and takes the memory away from them again. Whole pages.
+/// Make whole pages of reserved addresses usable, and take their memory away again.
 bool openPages(void* start, std::size_t bytes);
 void closePages(void* start, std::size_t bytes);
 

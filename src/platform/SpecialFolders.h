@@ -7,7 +7,7 @@
 
 namespace tesh::bramel::platform {
 
-/// Where shared program files are looked for, the first place first; not all need exist:
+/// The places where shared program files are searched, in order; not all need exist:
 /// 1. $BRAMEL_COMMON_FILES; if it is set, no other place;
 /// 2. ownContentFolder();
 /// 3. moduleFolder(), then the folder around the plug-in bundle that it lies in (PluginBundle.h);
@@ -20,23 +20,24 @@ std::vector<std::string> commonFilesPlaces();
 /// "Tesh/Bramel". If none does, on Windows the folder of common program files, elsewhere empty.
 std::string commonFilesFolder();
 
-/// As commonFilesFolder, but without ownContentFolder(): what an installation put there.
+/// Like commonFilesFolder, but without ownContentFolder(): the files of an installation.
 std::string installedFilesFolder();
 
-/// The user's own content, which no installation touches: on Windows "sivray\content" below %LOCALAPPDATA%, elsewhere
-/// "sivray/content" below $XDG_DATA_HOME (or ~/.local/share). It need not exist. Empty without such a place.
+/// The folder of the user's own content, which no installation changes: on Windows "sivray\content" below
+/// %LOCALAPPDATA%, elsewhere "sivray/content" below $XDG_DATA_HOME (or ~/.local/share). It need not exist. Empty if the
+/// system has no such place.
 std::string ownContentFolder();
 
 /// The user's documents: $BRAMEL_DOCUMENTS if it is set, else the system's documents folder. Outside Windows that is
 /// the desktop's setting (user-dirs.dirs), or ~/Documents without one; empty if there is no home folder.
 std::string documentsFolder();
 
-/// Where the program `sivray` keeps its settings: "Sivray" in the user's application data on Windows, elsewhere
-/// "sivray" in $XDG_CONFIG_HOME, or ~/.config unless that is an absolute path. Need not exist; empty without such a
-/// place.
+/// The settings folder of the program `sivray`: "Sivray" in the user's application data on Windows, elsewhere "sivray"
+/// in $XDG_CONFIG_HOME, or in ~/.config if that is not an absolute path. It need not exist. Empty if the system has no
+/// such place.
 std::string settingsFolder();
 
-/// The folder of the library or program that this code was linked into; empty if the system cannot tell.
+/// The folder of the library or program that this code is linked into; empty if the system cannot tell.
 std::string moduleFolder();
 
 }  // namespace tesh::bramel::platform

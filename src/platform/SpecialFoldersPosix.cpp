@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Bytes; more than any desktop writes into user-dirs.dirs.
+/// Bytes: larger than any desktop's user-dirs.dirs.
 constexpr std::uint64_t kLargestSetting = 1U << 16U;
 
 std::string environment(const char* name) {
@@ -26,14 +26,15 @@ std::string environment(const char* name) {
   return value == nullptr ? std::string() : std::string(value);
 }
 
-/// The value of the variable `name`; if it is not set, the path `fallback` below the home folder, empty without one.
+/// The value of the variable `name`; if it is not set, the path `fallback` below the home folder, or empty if there is
+/// no home folder.
 std::string environmentOrHome(const char* name, const char* fallback) {
   const std::string value = environment(name);
   const std::string home = environment("HOME");
   return !value.empty() || home.empty() ? value : home + "/" + fallback;
 }
 
-/// The documents folder from the desktop's settings, in a line like XDG_DOCUMENTS_DIR="$HOME/Dokumente"; empty if there
+/// The documents folder from the desktop's settings, a line such as XDG_DOCUMENTS_DIR="$HOME/Dokumente"; empty if there
 /// is none.
 std::string desktopDocuments() {
   const auto bytes = readWhole(environmentOrHome("XDG_CONFIG_HOME", ".config") + "/user-dirs.dirs", kLargestSetting);
@@ -56,7 +57,7 @@ std::string desktopDocuments() {
   return {};
 }
 
-/// Where installations put shared files; some of the names may be empty.
+/// The folders where installations put shared files; some entries may be empty.
 std::vector<std::string> installedPlaces() {
   const std::string beside = moduleFolder();
   std::vector<std::string> folders{beside, folderAroundBundle(beside),
@@ -87,7 +88,7 @@ std::string moduleFolder() {
   if (dladdr(reinterpret_cast<const void*>(&moduleFolder), &info) == 0 || info.dli_fname == nullptr) {
     return {};
   }
-  // For a program that was started through $PATH, dladdr gives its bare name.
+  // For a program that was found in $PATH, dladdr gives its bare name.
   const std::string name = info.dli_fname;
   std::error_code error;
   const fs::path file = fs::canonical(name.find('/') == std::string::npos ? "/proc/self/exe" : name, error);

@@ -31,7 +31,7 @@ std::string systemFolder(int folder) {
   return SHGetSpecialFolderPathW(nullptr, path.data(), folder, FALSE) == TRUE ? toUtf8(path.data()) : std::string();
 }
 
-/// Where installations put shared files; some of the names may be empty.
+/// The folders where installations put shared files; some entries may be empty.
 std::vector<std::string> installedPlaces() {
   const std::string beside = moduleFolder();
   const std::string users = systemFolder(CSIDL_LOCAL_APPDATA);
@@ -39,7 +39,7 @@ std::vector<std::string> installedPlaces() {
           systemFolder(CSIDL_PROGRAM_FILES_COMMON)};
 }
 
-/// The folder of common program files if none of the folders holds content.
+/// If no folder holds content, the folder of common program files.
 std::string firstWithContent(const std::vector<std::string>& folders) {
   for (const std::string& folder : folders) {
     if (!folder.empty() && PathIsDirectoryW(toWide(folder + "\\Tesh\\Bramel").c_str()) != FALSE) {

@@ -19,7 +19,7 @@ std::uint32_t systemRandom() { return std::random_device{}(); }
 
 #else
 
-// Not std::random_device: linked statically, it asks for a newer C library than all else here.
+// Not std::random_device, which, linked statically, would need a newer C library than everything else here.
 std::uint32_t systemRandom() {
   std::uint32_t bits = 0;
   if (getentropy(&bits, sizeof(bits)) != 0) {

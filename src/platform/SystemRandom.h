@@ -6,7 +6,7 @@
 
 namespace tesh::bramel::platform {
 
-/// 32 bits that nobody can foresee. Throws std::system_error where the system has none. Any thread.
+/// 32 unpredictable bits. Throws std::system_error if the system has none. Any thread.
 std::uint32_t systemRandom();
 
 }  // namespace tesh::bramel::platform

@@ -1,4 +1,4 @@
-// Text for the calls of Windows, which take UTF-16.
+// Text for Windows calls, which take UTF-16.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #ifdef _WIN32
@@ -7,10 +7,10 @@
 
 namespace tesh::bramel::platform {
 
-/// UTF-8 to UTF-16. Bytes that are not UTF-8 become the replacement character.
+/// UTF-8 to UTF-16. Invalid bytes become the replacement character.
 std::wstring toWide(const std::string& text);
 
-/// UTF-16 to UTF-8. A surrogate without its partner becomes the replacement character.
+/// UTF-16 to UTF-8. An unpaired surrogate becomes the replacement character.
 std::string toUtf8(const std::wstring& text);
 
 }  // namespace tesh::bramel::platform

@@ -1,4 +1,4 @@
-// The declarations of Windows, without its macros min and max.
+// Windows' declarations, without its macros min and max.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #ifdef _WIN32

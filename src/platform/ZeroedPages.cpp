@@ -1,5 +1,5 @@
-// Pages straight from the system, because the allocator of the C library clears memory that it has had before, and
-// thereby takes it.
+// Takes pages directly from the system: the C library's allocator clears memory that it reuses, which provides all of
+// its pages.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ZeroedPages.h"
 

@@ -1,5 +1,5 @@
-// Large memory that starts as zeros and whose pages the system provides one by one, when they are first written. What
-// an instance never uses takes no memory and no time.
+// Large zeroed memory, whose pages the system provides one by one when they are first written. Unused pages take
+// neither memory nor time.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,11 +10,11 @@ namespace tesh::bramel::platform {
 
 /// Takes zeroed pages from the system. Throws std::bad_alloc.
 void* takePages(std::size_t byteCount);
-/// Gives back what takePages has returned for this number of bytes.
+/// Releases the result of takePages for the same number of bytes.
 void returnPages(void* start, std::size_t byteCount);
 
-/// Takes the memory of a container from the system, for one that reserves far more than it usually fills. The C
-/// library's allocator may hand out pages that it has used before, all of which count.
+/// Allocates a container's memory from the system, for containers that reserve far more than they usually fill. The C
+/// library's allocator may reuse pages, all of which then take memory.
 template <typename Element>
 struct PageAllocator {
   using value_type = Element;
@@ -40,9 +40,9 @@ class ZeroedPages {
 
   void* data() const { return start; }
 
-  /// Provides the pages of a stretch in one call, so that whoever writes them later does not enter the system for each.
-  /// Changes no byte; any thread, also while others use the memory. A system that cannot do this provides them later,
-  /// as usual.
+  /// Provides the pages of a stretch in one call, so that later writes need not enter the system for each page. Changes
+  /// no byte. Any thread, also while others use the memory. On a system that cannot do this, pages are provided when
+  /// they are written.
   void makePresent(std::size_t firstByte, std::size_t byteCount) const;
 
  private:
@@ -50,7 +50,7 @@ class ZeroedPages {
   std::size_t size = 0;
 };
 
-/// An array on such pages, of plain numbers or records of such.
+/// An array of plain numbers or plain records on such pages.
 template <typename Element>
 class ZeroedArray {
   static_assert(std::is_trivially_copyable_v<Element>);

@@ -1,4 +1,4 @@
-// Flushes denormal numbers to zero within a scope, and restores the caller's setting at its end.
+// Flushes denormal numbers to zero within a scope, and restores the previous setting at its end.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

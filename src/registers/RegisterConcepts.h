@@ -1,5 +1,5 @@
-// What every struct of registers must have, so that a half-written one does not compile. Registers128Sse2.h says what
-// each operation does.
+// Concepts that every struct of registers must satisfy, so that an incomplete one does not compile. Registers128Sse2.h
+// describes the operations.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -64,7 +64,7 @@ concept FloatRegisters = requires(typename R::Floats x, typename R::Integers v, 
   x = R::lowHalves(x, x);  x = R::highHalves(x, x);
 };
 
-/// Signed products of 32-bit lanes, and a choice of lanes that only processors with them do in one step.
+/// Signed products of 32-bit lanes, and a selection of lanes, for processors with a single instruction for them.
 template <typename R>
 concept SignedProducts = requires(BinaryOperation<R> two) {
   two = R::mulEven32;  two = R::template mulShift32<1>;  two = R::template eitherOf32<1>;

@@ -1,5 +1,5 @@
-// Registers of 128 bits on 64-bit ARM: operations for which its own instructions need fewer steps than a translation of
-// x86's. Registers128Sse2.h describes them and has the others.
+// Registers of 128 bits on 64-bit ARM: the operations that need fewer of its own instructions than a translation of
+// x86's would. Registers128Sse2.h describes the operations and provides the others.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -33,7 +33,7 @@ struct Registers128Neon : Registers128Sse2 {
     return vreinterpretq_s64_u32(vuzp1q_u32(vreinterpretq_u32_u64(low), vreinterpretq_u32_u64(high)));
   }
 
-  // Questions to all lanes.
+  // Tests of all lanes.
   static bool isZero(Integers v) { return vmaxvq_u32(vreinterpretq_u32_s64(v)) == 0; }
   static bool overlap(Integers a, Integers b) { return !isZero(bitAnd(a, b)); }
 

@@ -1,5 +1,5 @@
-// The registers of 128 bits with the instructions that SSE2 lacks. Must be included between the marks of
-// core/VectorCode.h, for SSE4.1 or more, and Registers128.h before them.
+// The registers of 128 bits with SSE4.1 instructions. Must be included between the marks of core/VectorCode.h for
+// SSE4.1 or more, after including Registers128.h before the marks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 namespace tesh::cofu::registers {
 namespace {
 
-/// Registers128Sse2 describes the operations.
+/// The operations are described in Registers128Sse2.
 struct Registers128Sse41 : Registers128 {
   static Integers abs16(Integers v) { return _mm_abs_epi16(v); }
   static Integers withSignOf16(Integers v, Integers sign) { return _mm_sign_epi16(v, sign); }

@@ -1,5 +1,5 @@
-// What vector code does with registers of 256 bits, for AVX2. Must be included between the marks of core/VectorCode.h,
-// and Registers128.h before them.
+// Operations on registers of 256 bits, for AVX2. Must be included between the marks of core/VectorCode.h, after
+// including Registers128.h before the marks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 namespace tesh::cofu::registers {
 namespace {
 
-/// Registers128Sse2 describes the operations.
+/// The operations are described in Registers128Sse2.
 struct Registers256 {
   using Integers = __m256i;
   using Floats = __m256;
@@ -25,7 +25,7 @@ struct Registers256 {
   static Floats loadFloats(const float* from) { return _mm256_loadu_ps(from); }
   static Floats loadAlignedFloats(const float* from) { return _mm256_load_ps(from); }
   static void storeFloats(float* to, Floats v) { _mm256_storeu_ps(to, v); }
-  /// The same 64 bits in all lanes of 64.
+  /// The same 64 bits in all 64-bit lanes.
   static Integers loadAll64(const void* from) { return _mm256_broadcastq_epi64(Half::load64(from)); }
 
   static Integers zero() { return _mm256_setzero_si256(); }
@@ -43,9 +43,9 @@ struct Registers256 {
   static Integers joined(Half::Integers lower, Half::Integers upper) { return _mm256_set_m128i(upper, lower); }
   static Floats joined(Half::Floats lower, Half::Floats upper) { return _mm256_set_m128(upper, lower); }
   static Floats joinedUppers(Floats a, Floats b) { return __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15); }
-  /// Lanes 0, 1, 0, 1, and 2, 3, 2, 3 above them.
+  /// Lanes 0, 1, 0, 1 in the lower half, and 2, 3, 2, 3 in the upper half.
   static Floats halvesTwice(Half::Floats v) { return __builtin_shufflevector(v, v, 0, 1, 0, 1, 2, 3, 2, 3); }
-  /// Eight lanes of 16 bits as lanes of 32, with their sign.
+  /// Eight 16-bit lanes, sign-extended to 32 bits.
   static Integers widened16(Half::Integers v) { return _mm256_cvtepi16_epi32(v); }
   static Integers loadWidened16(const void* from) { return widened16(Half::load(from)); }
   template <typename Make>
@@ -56,13 +56,13 @@ struct Registers256 {
   static void pairsAt(const float* from, Integers indices, Floats& first, Floats& second) {
     const auto at = reinterpret_cast<Lanes32>(indices);
     const auto pair = [from](std::int32_t index) { return Half::pairAt(from, index); };
-    // In the order in which the shuffles below take them.
+    // In the order that the shuffles below need.
     const Integers even = _mm256_set_epi64x(pair(at[5]), pair(at[4]), pair(at[1]), pair(at[0]));
     const Integers odd = _mm256_set_epi64x(pair(at[7]), pair(at[6]), pair(at[3]), pair(at[2]));
     first = evens32(bitsAsFloats(even), bitsAsFloats(odd));
     second = odds32(bitsAsFloats(even), bitsAsFloats(odd));
   }
-  /// All 32-bit lanes in order, limited to 16 bits.
+  /// All 32-bit lanes in order, saturated to 16 bits.
   static Half::Integers narrowed32(Integers v) { return Half::packed32(lower(v), upper(v)); }
 
   static Integers add16(Integers a, Integers b) { return _mm256_add_epi16(a, b); }

@@ -44,7 +44,7 @@ class ScaleConcept {
 
   virtual const OctaveFlags& octaveFlags() const;
 
-  /// All degrees by importance, the most important first, for single notes and for chords. The array stays the scale's.
+  /// All degrees, the most important first, for single notes and for chords. The scale owns the array.
   virtual const std::int32_t* keyOrder() const = 0;
   virtual const std::int32_t* chordOrder() const = 0;
 };

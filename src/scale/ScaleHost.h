@@ -1,4 +1,4 @@
-// The scale of an on-screen keyboard. It translates the numbers of keys to notes and chords of the current scale.
+// The scale of an on-screen keyboard: converts key numbers to notes and chords of the current scale.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@ namespace scale {
 /// The display name of a scale; an index out of range gives the name of the first or the last one. Any thread.
 const char* scaleName(std::int32_t index);
 
-/// Each setter ends with the call that belongs to it.
+/// One call per setter, made at the setter's end.
 class ScaleHostListener {
  public:
   virtual ~ScaleHostListener() = default;
@@ -50,7 +50,7 @@ class ScaleHost {
   std::int32_t octave() const { return viewOctave; }
   std::uint64_t keyRange() const { return viewKeyRange; }
 
-  /// Notes per octave that are in use, and the limit to their number.
+  /// Notes per octave in use, and their limit.
   std::uint64_t noteCount() const { return keysPerOctave; }
   std::uint64_t maxNotes() const { return ceiling; }
   bool chordMode() const { return viewChordMode; }

@@ -36,7 +36,7 @@ struct ScaleTable {
   std::array<std::int32_t, 4> stack;                  ///< The close chord's notes, in degrees above its own.
 };
 
-/// By the number of the scale.
+/// Indexed by the scale's number.
 extern const std::array<ScaleTable, kScaleCount> kScaleTables;
 
 }  // namespace scale

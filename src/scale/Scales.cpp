@@ -1,4 +1,4 @@
-// How each family of scales makes its chords.
+// Each family of scales and its way of making chords.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/Scales.h"
 

@@ -21,7 +21,7 @@ class TabledScale : public ScaleConcept {
   const ScaleTable& table;
 };
 
-/// The table names a chord for each degree, and the note that it is built on.
+/// A scale whose table gives a chord and its root for each degree.
 class ChordScale : public TabledScale {
  public:
   using TabledScale::TabledScale;
@@ -42,7 +42,7 @@ class DiatonicScale : public TabledScale {
   const ChordRow& chordRow(std::int32_t degree) const;
 };
 
-/// A degree is played over a drone of three notes, which stay when the octave changes.
+/// Plays a degree over a drone of three notes, which stay when the octave changes.
 class RagaScale : public TabledScale {
  public:
   using TabledScale::TabledScale;

@@ -1,4 +1,4 @@
-// One line for each drum.
+// Reads and writes one line per drum.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/notes/TaughtNotes.h"
 
@@ -25,7 +25,7 @@ std::optional<std::uint8_t> noteIn(std::string_view text) {
   return isNote ? std::optional(note) : std::nullopt;
 }
 
-/// False for a line that does not hold.
+/// False for an invalid line.
 bool takeLine(std::string_view line, TaughtNotes& notes) {
   const std::string_view content = trimmed(line);
   if (content.empty() || content.front() == '#') {

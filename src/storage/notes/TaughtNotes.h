@@ -1,5 +1,5 @@
-// Which drums of the user's play which pads: what the program `sivray` has been taught, in a text file that users may
-// edit, and that the renderer reads too.
+// The note map that the user has taught the program `sivray`: which drum plays which pad. It is a text file that users
+// may edit and that the renderer reads too.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,27 +12,27 @@
 
 namespace tesh::bramel {
 
-/// The note of a pad by that of a drum; all 0 to 127.
+/// The pad's note for each drum's note, all 0 to 127.
 using TaughtNotes = std::map<std::uint8_t, std::uint8_t>;
 
-/// What the setup and the renderer call the map that was taught.
+/// Name of the taught map in the setup and the renderer.
 inline constexpr const char* kTaughtMapName = "Learn";
 
-/// The file's name in the program's settings.
+/// Name of the file in the program's settings folder.
 inline constexpr const char* kTaughtNotesFile = "notes.txt";
 
 struct TaughtNotesText {
-  TaughtNotes notes;   ///< Of all lines that hold; the last one counts for a drum.
-  int faultyLine = 0;  ///< The first that does not hold, from 1; 0 if all do.
+  TaughtNotes notes;   ///< From all valid lines; for a drum the last one counts.
+  int faultyLine = 0;  ///< Number of the first invalid line, from 1; 0 if there is none.
 };
 
-/// Takes lines such as "60=36", empty ones, and those that begin with #.
+/// Accepts lines such as "60=36", empty lines, and lines that begin with #.
 TaughtNotesText readTaughtNotes(std::string_view text);
 
-/// A file's text.
+/// The text of a file with these notes.
 std::string textOf(const TaughtNotes& notes);
 
-/// General MIDI, but for the notes that were taught.
+/// General MIDI, changed by the taught notes.
 cofu::core::NoteMap noteMapOf(const TaughtNotes& notes);
 
 }  // namespace tesh::bramel

@@ -1,4 +1,4 @@
-// The folder or file of each key, and files by path.
+// The folder or file for each key, and file access by path.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/paths/Paths.h"
 
@@ -10,8 +10,8 @@ namespace {
 
 bool isSeparator(char c) { return c == '/' || c == '\\'; }
 
-/// Joins `folder` and `relative`; empty if there is no such folder, because the result would be a path relative to the
-/// host's working folder.
+/// Joins `folder` and `relative`. Empty if `folder` is empty, because the result would be relative to the host's
+/// working folder.
 std::string below(const std::string& folder, std::string_view relative) {
   return folder.empty() ? std::string() : joinPath(folder, relative);
 }
@@ -21,7 +21,7 @@ std::string macroFolder(std::string_view name) { return below(below(sharedBase()
 /// A file of the instrument's macro folder.
 std::string macroFile(std::string_view name, std::string_view file) { return below(macroFolder(name), file); }
 
-/// The user's file in `folder`. Creates `madeFolder`; if that fails, so will writing the file, which is reported then.
+/// The user's file in `folder`. Creates `madeFolder`; an error there is reported later, when writing the file fails.
 std::string userFile(const std::string& folder, const std::string& madeFolder, std::string_view name) {
   if (folder.empty()) {
     return {};

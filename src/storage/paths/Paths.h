@@ -1,6 +1,6 @@
 // The paths of all files that the instrument reads or writes, by string keys. Paths are UTF-8 with a backslash as
 // separator on every operating system; the platform layer replaces it by the system's own. Any thread but the audio
-// thread; files are waited for.
+// thread, because these functions wait for files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -50,7 +50,7 @@ std::string joinPath(std::string_view base, std::string_view relative);
 
 bool fileExists(const std::string& path);
 
-/// The whole file; empty if it cannot be read, is not a regular file, or is larger than 64 MiB. Never waits for another
+/// The whole file. Empty if it cannot be read, is not a regular file, or is larger than 64 MiB. Never waits for another
 /// process.
 std::vector<std::uint8_t> readFile(const std::string& path);
 

@@ -1,4 +1,4 @@
-// The banks of programs, by the place of their database, and the number of a program in one.
+// The banks of programs, and the selection of a program in one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace tesh::vimo {
 
-/// The number is the place of the bank's database, as states and program changes carry it. Nothing is ever stored in
-/// the ghost bank: a selection there matches no list. A state may bring any other number, which names no bank.
+/// The number is the position of the bank's database, as states and program changes carry it. Nothing is ever stored in
+/// the ghost bank: a selection there matches no list. A state may contain any other number, which refers to no bank.
 enum class Bank : std::uint64_t { factory = 0, factoryTwo = 1, user = 2, ghost = 3 };
 
 inline constexpr std::size_t kBankCount = 4;

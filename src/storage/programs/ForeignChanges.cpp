@@ -44,7 +44,8 @@ std::uint64_t printOf(const ProgramRecord& record) {
   return print.get();
 }
 
-/// For each program of `database`, whether it is in `wanted`, which holds as many of equal ones as are wanted.
+/// For each program of `database`, whether it is in `wanted`. Of equal programs, as many are found as `wanted`
+/// contains.
 std::vector<bool> findEach(const ProgramPrints& wanted, const ProgramDatabase& database) {
   std::unordered_map<std::uint64_t, std::size_t> left;
   for (const std::uint64_t print : wanted) {

@@ -1,4 +1,4 @@
-// What a program database asks its owner when it stores the current state as a program.
+// The current state that a program database asks for when it stores a program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

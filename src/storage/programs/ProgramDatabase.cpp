@@ -1,4 +1,4 @@
-// Reading and writing of images, and the operations on the list.
+// Reads and writes images, and changes the list.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramDatabase.h"
 
@@ -18,7 +18,7 @@ constexpr std::uint32_t kValuesOnly = 256;  // Values as floats, nothing else.
 constexpr std::uint32_t kNamed = 512;       // With name, comment and time, but without an id.
 constexpr std::uint32_t kWithId = 768;      // Like the newest version, but without objects.
 
-/// Of a named record: marker, two texts and time, then 8 bytes that are ignored.
+/// Bytes of a named record: marker, two texts and time, then 8 bytes that are ignored.
 constexpr std::uint64_t kNamedHeadBytes = 200 + 8;
 
 /// Bytes of a record before its entries.
@@ -83,7 +83,7 @@ std::size_t ProgramDatabase::load(std::span<const std::uint8_t> image, std::uint
   return static_cast<std::size_t>(count);
 }
 
-/// The number of records that kMostGrowth allows for, judged by their size in memory, which is larger than when saved.
+/// The number of records that kMostGrowth allows, by their size in memory, which is larger than in an image.
 std::uint64_t ProgramDatabase::mostRecords(std::uint64_t imageBytes) const {
   const std::uint64_t macros = std::max(macrosPerRecord, delegate.macroCount());
   const std::uint64_t saved = kRecordHeadBytes + kEntryBytes * delegate.macroCount();
@@ -91,7 +91,7 @@ std::uint64_t ProgramDatabase::mostRecords(std::uint64_t imageBytes) const {
   return std::max((kMostGrowth * imageBytes + imageBytes / saved * saved) / held, kAlwaysRead);
 }
 
-/// The number of whole records in the image; for the newest version 0, unless it is exactly what the image claims.
+/// The number of whole records in the image. For the newest version 0, unless the size is exactly right.
 std::uint64_t ProgramDatabase::recordsIn(std::span<const std::uint8_t> image, std::uint32_t version,
                                          std::uint64_t recordBytes) const {
   if (image.size() < kImageHeadBytes || recordBytes == 0) {

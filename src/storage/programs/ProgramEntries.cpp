@@ -27,8 +27,8 @@ EntryTable tableOf(std::span<const std::uint8_t> bytes, const EntryLayout& layou
   return table;
 }
 
-/// Compares bits, as a zero has a sign and not every float equals itself. A difference is looked for in a whole record
-/// before it ends the comparison, which is faster where there is none.
+/// Compares bits, because zero has a sign and NaN does not equal itself. Each record is compared completely before a
+/// difference ends the comparison, which is faster if there is none.
 bool isTableOf(const EntryTable& table, std::span<const std::uint8_t> bytes, const EntryLayout& layout) {
   constexpr std::size_t kValueBytes = sizeof(float);
   const std::size_t entryBytes = kValueBytes + (layout.hasObjects ? sizeof(std::uint64_t) : 0);

@@ -1,4 +1,4 @@
-// Names, finds and deletes the copies. A copy is called as its file, followed by its time in UTC:
+// Names, finds and deletes the copies. The name of a copy is the file's name followed by the time in UTC:
 // "Sivray_User.prog.2031-05-14T18-30-00.250Z".
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramFileCopies.h"
@@ -38,7 +38,7 @@ std::string endingOf(CopyTime time) {
   return text.data();
 }
 
-/// Nothing for an ending of another form; `ending` has the right length.
+/// Nothing for an ending of another format. `ending` has the right length.
 std::optional<CopyTime> timeOf(std::string_view ending) {
   const auto number = [ending](std::size_t from, std::size_t digits) {
     int value = 0;
@@ -94,7 +94,7 @@ bool keepProgramFileCopy(const std::string& file, CopyTime now) {
   if (!copies.empty() && platform::readWhole(copies.front().path) == bytes) {
     return true;
   }
-  // Later than all others, also where the clock was set back.
+  // Later than all other copies, even if the clock was set back.
   const CopyTime time = copies.empty() ? now : std::max(now, copies.front().time + 1);
   const std::string path = file + endingOf(time);
   if (!platform::writeAtomically(path, *bytes)) {
@@ -109,7 +109,8 @@ bool keepProgramFileCopy(const std::string& file, CopyTime now) {
 }
 
 bool restoreProgramFileCopy(const std::string& file, const ProgramFileCopy& copy, CopyTime now) {
-  const auto bytes = platform::readWhole(copy.path);  // Before the copy of `file` may take its place.
+  // Read first, because keeping a copy of `file` may delete this one.
+  const auto bytes = platform::readWhole(copy.path);
   return bytes && keepProgramFileCopy(file, now) && platform::writeAtomically(file, *bytes);
 }
 

@@ -1,4 +1,4 @@
-// One program: a stored value for every macro, with a name, a comment and a time.
+// A program: a stored value for every macro, with a name, a comment and a time.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,8 +14,8 @@
 namespace tesh::vimo {
 
 struct ProgramRecord {
-  /// `marker` tells programs that were stored in this session from those that were read from
-  /// an image. It is written to images but not read back.
+  /// `marker` distinguishes programs that were stored in this session from those that were read from an image. It is
+  /// written to images but not read.
   static constexpr std::uint32_t kMarkerNew = 1024;
   static constexpr std::uint32_t kMarkerLoaded = 2;
   static constexpr std::size_t kTextBytes = 96;

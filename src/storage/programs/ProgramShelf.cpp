@@ -1,4 +1,4 @@
-// The operations on the four databases, and how the selection follows them.
+// Changes the four databases, and keeps the selection on its program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramShelf.h"
 
@@ -12,7 +12,7 @@ constexpr std::size_t placeOf(Bank bank) { return static_cast<std::size_t>(bank)
 
 constexpr std::size_t kAllRecords = std::numeric_limits<std::size_t>::max();
 
-/// Fits databases to the macro list. In `count` records of each, from `fromRecord` on, macros past `knownMacros` take
+/// Fits databases to the macro list. In `count` records of each, from `fromRecord` on, macros past `knownMacros` get
 /// their defaults.
 void fitTo(const MacroList& macros, std::span<ProgramDatabase> databases, std::uint64_t knownMacros,
            std::size_t fromRecord, std::size_t count) {

@@ -1,4 +1,4 @@
-// The four program databases of an instrument, and which program is selected.
+// The four program databases of an instrument, and the selected program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,15 +16,15 @@
 
 namespace tesh::vimo {
 
-/// The list of macros that the programs hold values for.
+/// The macros that programs hold values for.
 class MacroList : public MacroProgramDatabaseDelegate {
  public:
   /// The value for programs that have no entry for the macro; 0 past the list.
   virtual float macroDefault(std::uint64_t index) const = 0;
 };
 
-/// One call at a time, except where noted. A bank that does not exist, or a program past its list, reads as null or 0
-/// and changes nothing.
+/// One call at a time, except where noted. For a bank that does not exist or a program past its list, reads return null
+/// or 0, and writes change nothing.
 class ProgramShelf {
  public:
   /// `macroList` must outlive the shelf.
@@ -33,24 +33,23 @@ class ProgramShelf {
   const ProgramDatabase* database(Bank bank) const SIVRAY_NONBLOCKING;
   std::uint64_t programCount(Bank bank) const SIVRAY_NONBLOCKING;
 
-  /// Cuts or extends the records of a bank to the present number of macros.
+  /// Truncates or extends the records of a bank to the current number of macros.
   void fit(Bank bank);
 
   /// Loads an image of records with `imageMacroCount` macros. If the macro list has another number, the records of all
-  /// banks are fitted to it, and macros past `imageMacroCount` take their defaults in all of them. An image that brings
-  /// no program leaves the other banks alone.
+  /// banks are fitted to it, and macros past `imageMacroCount` get their defaults in all of them. An image without
+  /// programs leaves the other banks unchanged.
   void loadDatabase(Bank bank, std::span<const std::uint8_t> image, std::uint64_t imageMacroCount,
                     ProgramDatabase::Mode mode);
 
-  /// The first half of appending an image, which reads no bank and may be called on any thread at any time: the
-  /// programs of the image, fitted to the macro list.
+  /// First half of appending an image: reads the image's programs and fits them to the macro list. Uses no bank, so any
+  /// thread may call it at any time.
   std::unique_ptr<ProgramDatabase> readImage(std::span<const std::uint8_t> image, std::uint64_t imageMacroCount) const;
-  /// The second half, if the image brings programs: first the consequences of loadDatabase for the present records, in
-  /// steps that take little time each. A step fits kFitStep records of every bank from `fromRecord` on, and returns
-  /// true if more follow.
+  /// Second half, if the image has programs: first, in short steps, the effects of loadDatabase on the present records.
+  /// A step fits kFitStep records of every bank from `fromRecord` on, and returns true if more follow.
   bool fitSome(std::size_t fromRecord, std::uint64_t imageMacroCount);
   static constexpr std::size_t kFitStep = 2048;
-  /// Then moves the programs of `incoming` to the end of the bank.
+  /// Last, moves the programs of `incoming` to the end of the bank.
   void append(Bank bank, ProgramDatabase& incoming);
 
   /// Stores the current values as the last program of the bank.
@@ -62,17 +61,17 @@ class ProgramShelf {
   std::size_t databaseByteSize(Bank bank) const;
   void saveDatabase(Bank bank, std::vector<std::uint8_t>& out);
 
-  /// Removes a program. The selection stays with its program. If the number of the removed one is selected, in whatever
-  /// bank, the selection moves to the ghost bank.
+  /// Removes a program. The selection stays on its program. If the selected number is that of the removed program, in
+  /// any bank, the selection moves to the ghost bank.
   void deleteProgram(std::uint64_t program, Bank bank);
-  /// Removes programs that are gone from the bank's file; there is a flag for every program. The selection stays with
-  /// its program, or moves to the ghost bank with it.
+  /// Removes programs that are no longer in the bank's file; there is a flag for every program. The selection stays on
+  /// its program, or moves to the ghost bank if that is removed.
   void dropPrograms(Bank bank, const std::vector<bool>& isGone);
-  /// Moves a program to the place `to`. The selection stays with its program.
+  /// Moves a program to position `to`. The selection stays on its program.
   void moveProgram(Bank bank, std::uint64_t from, std::uint64_t to);
 
   ProgramSelection selection() const SIVRAY_NONBLOCKING { return selected; }
-  /// Shows another program as selected; no macro moves.
+  /// Changes the selection only; no macro moves.
   void setSelection(std::uint64_t program, Bank bank) SIVRAY_NONBLOCKING { selected = {program, bank}; }
 
  private:

@@ -1,4 +1,4 @@
-// Reads and writes the heads of program files.
+// Reads and writes the headers of program files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/UserProgramFile.h"
 

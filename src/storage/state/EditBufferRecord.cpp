@@ -12,11 +12,11 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Limits for what a state may announce: more members of a map or an array, and more levels, than any state has.
+/// Limits for what a state may announce: more members of a map or array, and more levels, than any valid state has.
 constexpr std::size_t kMostMembers = 64;
 constexpr std::size_t kDeepestNesting = 8;
 
-/// Appends what msgpack packs.
+/// Appends the bytes that msgpack packs.
 struct Appender {
   std::vector<std::uint8_t>& out;
   void write(const char* bytes, std::size_t count) {
@@ -24,7 +24,7 @@ struct Appender {
   }
 };
 
-/// Tells msgpack to refer to texts and binaries in the input instead of copying them.
+/// Makes msgpack refer to texts and binaries in the input instead of copying them.
 bool referInput(msgpack::type::object_type, std::size_t, void*) { return true; }
 
 bool hasKey(const msgpack::object_kv& member, const char* key) {
@@ -107,7 +107,7 @@ std::optional<EditBufferRecord> unpackState(std::span<const std::uint8_t> bytes)
                                                           offset, referInput, nullptr, limit);
     return recordOf(handle.get());
   } catch (const std::exception&) {
-    // msgpack throws on malformed bytes; for the caller they are not a state.
+    // msgpack throws on malformed bytes, which are no state.
     return std::nullopt;
   }
 }

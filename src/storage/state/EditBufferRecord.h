@@ -25,13 +25,13 @@ struct EditBufferRecord {
   std::vector<std::uint8_t> content;
 };
 
-/// The tag and the record as a msgpack map, sorted by key, each value in its shortest encoding. Throws msgpack's
+/// Packs the tag and the record as a msgpack map, sorted by key, each value in its shortest encoding. Throws msgpack's
 /// container_size_overflow if the content has more than 2^32 - 1 bytes.
 std::vector<std::uint8_t> packState(const EditBufferRecord& record);
 
-/// Reads what `packState` wrote. The content may be a msgpack binary or text; the order of keys is free, and unknown
-/// keys are ignored. Nothing if the tag or a key is missing, a key has another type, or the bytes are not a msgpack
-/// map.
+/// Reads the result of `packState`. The content may be a msgpack binary or text, the keys may come in any order, and
+/// unknown keys are ignored. Nothing if the tag or a key is missing, if a key has another type, or if the bytes are no
+/// msgpack map.
 std::optional<EditBufferRecord> unpackState(std::span<const std::uint8_t> bytes);
 
 }  // namespace tesh::bramel::vst
