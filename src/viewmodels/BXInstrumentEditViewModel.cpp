@@ -1,4 +1,4 @@
-// Construction of the family's edit view model, the neighbours of a program, and writes that tooltips hear of first.
+// Builds the family's edit view model, selects neighbouring programs, and passes writes to tooltips and instrument.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/BXInstrumentEditViewModel.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::array kFamilyFonts{"Roboto", "Open Sans Regular", "Open Sans SemiBold", "Open Sans Bold"};
 
-/// The store that the instrument already has, or the one of another instrument in the process, or a new one.
+/// The store that the instrument already has, else that of another instrument in the process, else a new one.
 std::shared_ptr<ResourceStore> findSharedImpl(vst::BramelInstrument& instrument, ResourceStore::Lookup lookup) {
   static cofu::core::HeldByAll<ResourceStore> held;
   return sharedProperty<ResourceStore>(instrument, BXInstrumentEditViewModel::kSharedImplKey, [&lookup] {
@@ -53,7 +53,8 @@ void BXInstrumentEditViewModel::selectPreviousProgram() {
 
 void BXInstrumentEditViewModel::selectNextProgram() {
   const std::uint64_t next = std::uint64_t{programListViewModel->getCurrentProgramIndex()} + 1;
-  const std::string bank = programListViewModel->getCurrentBank();  // After it, which takes in a selection that waits.
+  // Read afterwards: getting the program applies a waiting selection.
+  const std::string bank = programListViewModel->getCurrentBank();
   if (next < programListViewModel->getProgramCount(bank)) {
     programListViewModel->selectProgram(next, bank);
   }

@@ -1,5 +1,5 @@
-// The edit view model of every instrument of the family: the shell's parameters, the smaller view models, and the fonts
-// and images of the library.
+// The edit view model common to all instruments of the family: the shell's parameters, the smaller view models, and the
+// library's fonts and images.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,20 +16,20 @@ namespace tesh::bramel {
 
 class BXInstrumentEditViewModel : public virtual IPluginEditViewModelOwner {
  public:
-  /// Fonts and images. One of a process: it lives as long as an instrument that has had a view model, so that an editor
-  /// that opens again loads nothing anew.
+  /// Fonts and images, shared in the process. Lives as long as any instrument that has had a view model, so that an
+  /// editor that opens again loads nothing.
   using SharedImpl = ResourceStore;
-  /// The name under which an instrument keeps its shared pointer to it.
+  /// The property of an instrument that holds its shared pointer to the store.
   static constexpr const char* kSharedImplKey = "BXInstrumentEditViewModel::SharedImpl";
 
-  /// `lookup` serves the store where this model is the first of the process.
+  /// `lookup` is used only if this is the process's first model.
   explicit BXInstrumentEditViewModel(std::shared_ptr<vst::BramelInstrument> shell,
                                      ResourceStore::Lookup lookup = ResourceStore::embedded());
   ~BXInstrumentEditViewModel() override;
   BXInstrumentEditViewModel(const BXInstrumentEditViewModel&) = delete;
   BXInstrumentEditViewModel& operator=(const BXInstrumentEditViewModel&) = delete;
 
-  /// Loads a face of the library for `getFont`; one that does not exist is ignored.
+  /// Loads one of the library's typefaces for `getFont`. Ignores an unknown name.
   void addFont(const std::string& name) { sharedImpl->addFont(name); }
 
   cofu::core::boxed::Box getFont(const std::string& name, double height) override {
@@ -108,7 +108,7 @@ class BXInstrumentEditViewModel : public virtual IPluginEditViewModelOwner {
   }
 
  protected:
-  // How the three notifications reach the listener.
+  // These pass the three notifications to the listener.
   virtual void raiseAllParametersChanged() { tellListener(&IPluginEditViewModelListener::onAllParametersChanged); }
   virtual void raiseParameterChanged(std::uint64_t index) {
     tellListener(&IPluginEditViewModelListener::onParameterChanged, index);
@@ -130,7 +130,8 @@ class BXInstrumentEditViewModel : public virtual IPluginEditViewModelOwner {
   std::shared_ptr<IScaleSelectorViewModel> scaleSelectorViewModel;
   std::shared_ptr<BXInstrumentKeyboardViewModel> keyboardViewModel;
   std::shared_ptr<IProgramListViewModelOwner> programListViewModelOwner;
-  std::shared_ptr<IProgramListViewModel> programListViewModel;  ///< The owner's other side, unless it was replaced.
+  /// The owner's interface to the program list, unless that was replaced.
+  std::shared_ptr<IProgramListViewModel> programListViewModel;
   std::shared_ptr<IPluginSettingsViewModel> settingsViewModel;
   std::shared_ptr<SharedImpl> sharedImpl;
   int imageScale = 1;

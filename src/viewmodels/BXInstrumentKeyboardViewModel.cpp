@@ -1,4 +1,4 @@
-// The keyboard's setters with their notifications, and notes both ways.
+// The keyboard's setters and their notifications, and notes in both directions.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/BXInstrumentKeyboardViewModel.h"
 

@@ -1,4 +1,4 @@
-// Notes of an instrument's panel, and its scale, which outlives the editor.
+// The notes of an instrument's panel, and its scale, which is kept when the editor closes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@ namespace tesh::bramel {
 
 class BXInstrumentKeyboardViewModel : public virtual IPluginKeyboardViewModelOwner {
  public:
-  /// `editViewModel` makes this object and calls `forgetOwner` before it goes.
+  /// `editViewModel` makes this object and calls `forgetOwner` before it is destroyed.
   BXInstrumentKeyboardViewModel(IPluginEditViewModelOwner& editViewModel, std::shared_ptr<vst::BramelInstrument> shell);
 
   IPluginKeyboardViewModelListener* getListener() const override { return listener.lock().get(); }
@@ -45,9 +45,9 @@ class BXInstrumentKeyboardViewModel : public virtual IPluginKeyboardViewModelOwn
   // For the scale selector and the edit view model.
 
   scale::ScaleHost& scaleHost() const { return *host; }
-  /// Tells the listener that keys play other notes.
+  /// Tells the listener that the keys' notes have changed.
   void notifyKeyboardLayoutChanged() { tellListener(&IPluginKeyboardViewModelListener::onKeyboardLayoutChanged); }
-  /// The edit view model goes.
+  /// The edit view model is about to be destroyed.
   void forgetOwner() { owner = nullptr; }
 
  private:
@@ -59,7 +59,7 @@ class BXInstrumentKeyboardViewModel : public virtual IPluginKeyboardViewModelOwn
   }
 
   std::shared_ptr<scale::ScaleHost> host;
-  IPluginEditViewModelOwner* owner;  ///< Null once `forgetOwner` was called.
+  IPluginEditViewModelOwner* owner;  ///< Null after `forgetOwner`.
   std::weak_ptr<IPluginKeyboardViewModelListener> listener;
   std::shared_ptr<vst::BramelInstrument> instrument;
   bool viewFlag = false;

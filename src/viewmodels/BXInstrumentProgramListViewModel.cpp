@@ -1,4 +1,4 @@
-// Names and numbers of banks, and the relay of the list's changes.
+// Maps the banks' names to numbers, and passes on the list's changes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/BXInstrumentProgramListViewModel.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::array kBanks{vst::kFactoryBank, vst::kFactoryTwoBank, vst::kGhostBank, vst::kUserBank};
 
-/// Bytes of a file name's stem.
+/// Longest stem of a file name, in bytes.
 constexpr std::size_t kLongestStem = 255;
 
 /// The shell's number of a bank; nothing for an unknown name.
@@ -26,7 +26,7 @@ std::optional<std::uint64_t> knownNumber(std::string_view bank) {
   return found == kBanks.end() ? std::nullopt : std::optional(*found);
 }
 
-/// An unknown name counts as the factory's.
+/// The same, but an unknown name counts as the factory bank.
 std::uint64_t numberOf(std::string_view bank) { return knownNumber(bank).value_or(vst::kFactoryBank); }
 
 bool isListable(std::string_view bank) {
@@ -34,7 +34,7 @@ bool isListable(std::string_view bank) {
   return number && *number != vst::kGhostBank;
 }
 
-/// Of ASCII letters, whatever the process's locale is.
+/// Lowers ASCII letters only, whatever the process's locale.
 char toLower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The program database of an instrument under the names of its banks.
+// The program database of an instrument, with its banks by name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

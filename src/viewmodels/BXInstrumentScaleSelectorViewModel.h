@@ -1,5 +1,5 @@
-// The scale of an instrument's keyboard, for a panel that lets the user choose it: scale and note count go to the scale
-// host, all else to the keyboard.
+// The scale of an instrument's keyboard, for a panel on which the user can choose it. Scale and note count are stored
+// in the scale host, everything else in the keyboard.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The settings page's door to an instrument.
+// The instrument, as the settings page sees it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

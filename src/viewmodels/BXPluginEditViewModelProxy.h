@@ -1,4 +1,4 @@
-// An edit view model that passes all on to another one. An instrument derives from it to add what is its own.
+// An edit view model that forwards everything to another one. Instruments derive from it to add their own features.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,8 +10,8 @@
 
 namespace tesh::bramel {
 
-/// Forwards the notifications of another model that it listens to, as if they were its own. It must not listen to the
-/// model that it wraps.
+/// Forwards the notifications of another model to its own listener. It must not be the listener of the model that it
+/// wraps.
 class BXPluginEditViewModelProxy : public virtual IPluginEditViewModelOwner,
                                    public virtual IPluginEditViewModelListener {
  public:

@@ -1,4 +1,4 @@
-// The tooltips' door to the texts of an instrument.
+// Gives tooltips access to an instrument's texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

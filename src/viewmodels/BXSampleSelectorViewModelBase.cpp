@@ -1,4 +1,4 @@
-// The three addresses of a sample, one into the other.
+// Converts between the three addresses of a sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/BXSampleSelectorViewModelBase.h"
 
@@ -82,7 +82,7 @@ void BXSampleSelectorViewModelBase::giveWave(std::uint64_t part, std::int32_t id
   const auto numbers = static_cast<std::uint64_t>(library->numberCount());
   const std::uint64_t parameter = getParameterIndex(part);
   model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(id, numbers));
-  model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
+  model.getParameterValue(parameter);  // Applies the write and so notifies the view, also while no block runs.
 }
 
 }  // namespace tesh::bramel

@@ -1,4 +1,4 @@
-// Sample parameters against the places of a sample library.
+// Maps sample parameters to positions in a sample library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,11 +10,12 @@
 
 namespace tesh::bramel {
 
-/// A sample has three addresses: its id, which a parameter means; its flat index, the place in the library's browsing
-/// order; and its category with its place in there. An instrument says which parameters choose samples.
+/// A sample has three addresses: its id, which is the value of a parameter; its flat index, the position in the
+/// library's browsing order; and its category with the position in that. An instrument says which parameters select
+/// samples.
 class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
  public:
-  /// The model must outlive this object, as must the library, which may be null: then it counts as empty.
+  /// The model must outlive this object. So must the library, which may be null and then counts as empty.
   BXSampleSelectorViewModelBase(IPluginEditViewModel& editViewModel, const vimo::SampleLibrary* sampleLibrary);
 
   std::int32_t getPartCount() const override { return 0; }
@@ -26,7 +27,7 @@ class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
   std::int64_t getSampleCount(std::int64_t category) const override;
   std::string getSampleName(std::int64_t category, std::int64_t index) const override;
 
-  // The same by the id of a sample.
+  // The same by the sample's id.
 
   struct Place {
     std::int64_t category;
@@ -37,15 +38,15 @@ class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
   std::optional<std::int32_t> waveAt(std::int64_t category, std::int64_t index) const;
   /// Category -1 with an empty library.
   Place placeOfWave(std::int64_t id) const;
-  /// The id that the part's parameter has, also one that the browser does not list; 0 with an empty library.
+  /// The id that the part's parameter has, even if the browser does not list it; 0 with an empty library.
   std::int32_t waveOfPart(std::uint64_t part) const;
-  /// Has the part's parameter choose the sample with this id, also one that the browser does not list.
+  /// Makes the part's parameter select the sample with this id, even if the browser does not list it.
   void giveWave(std::uint64_t part, std::int32_t id);
 
  protected:
   static constexpr std::uint64_t kNoParameter = ~std::uint64_t{0};
 
-  /// The parameter that chooses the part's sample; kNoParameter for a part that does not exist.
+  /// The parameter that selects the part's sample; kNoParameter for a part that does not exist.
   virtual std::uint64_t getParameterIndex(std::uint64_t part) const = 0;
 
  private:

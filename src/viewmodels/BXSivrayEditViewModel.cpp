@@ -1,4 +1,4 @@
-// Key states by the category of a pad's sample.
+// Sets key states by the category of each pad's sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/BXSivrayEditViewModel.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint8_t kNotes = 128;
 
-/// Of notes without a pad, and of samples of no known category.
+/// For notes without a pad, and for samples of an unknown category.
 constexpr std::uint32_t kNoSound = 17;
 
 /// By category: kick, snare, clap, closed and open hi-hat, tom, cymbal, percussion, effects, hits.

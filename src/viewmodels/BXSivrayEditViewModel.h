@@ -1,4 +1,5 @@
-// The drum module's edit view model: the family's, with samples, and with key states that tell what each pad plays.
+// The drum module's edit view model: the family's, with samples, and with key states that tell the kind of each pad's
+// sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,7 +21,7 @@ class BXSivrayEditViewModel : public BXPluginEditViewModelProxy, public virtual 
   std::shared_ptr<SivraySampleFinder> getSampleFinder() const override;
   std::string getSampleName(std::uint64_t part) const override;
 
-  // The view is told first, then the key states follow where samples may have changed.
+  // Notifies the view first, then updates the key states where samples may have changed.
   void notifyAllParametersChanged() override;
   void notifyParameterChanged(std::uint64_t index) override;
 

@@ -1,4 +1,4 @@
-// What the one view that listens to an edit view model hears.
+// Notifications of an edit view model to its only view.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@ namespace tesh::bramel {
 
 class IPluginEditViewModel;
 
-/// Called on the message thread. The values have changed already: the view asks the model for them.
+/// Called on the message thread after the values have changed; the view reads them from the model.
 class IPluginEditViewModelListener {
  public:
   virtual ~IPluginEditViewModelListener() = default;

@@ -1,4 +1,4 @@
-// The side of an edit view model that the instrument and the editor's window use.
+// The interface of an edit view model for the instrument and the editor's window.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace tesh::bramel {
 
-/// Message thread only. A notification whose view is gone is dropped.
+/// Message thread only. Drops notifications if there is no view.
 class IPluginEditViewModelOwner : public virtual IPluginEditViewModel {
  public:
   using Processor = vst::BramelInstrument::Processor;
@@ -22,15 +22,16 @@ class IPluginEditViewModelOwner : public virtual IPluginEditViewModel {
   virtual std::shared_ptr<IProgramListViewModelOwner> getProgramListViewModelOwner() const = 0;
   virtual void setProgramListViewModel(std::shared_ptr<IProgramListViewModel> model) = 0;
   virtual void setParameterQuantizer(std::shared_ptr<IParameterQuantizer> quantizer) = 0;
-  /// The macro layer, which leads to the engine; null for an instrument without one. It lives with the instrument.
+  /// The macro layer, which leads to the engine; null for an instrument without one. It lives as long as the
+  /// instrument.
   virtual Processor* getMacroController() const = 0;
   virtual std::shared_ptr<IPluginKeyboardViewModelOwner> getKeyboardViewModelOwner() const = 0;
-  /// Whether the host plays the instrument.
+  /// Whether the host is playing the instrument.
   virtual bool isActive() const = 0;
-  /// Makes a new tooltip view model on `provider`.
+  /// Makes a new tooltip view model for `provider`.
   virtual void setTooltipProvider(std::shared_ptr<tooltip::BramelTooltipProvider> provider) = 0;
-  /// The set that `getImage` takes from now on: 1 of the panel's own pixels, 2 of twice as many each way. Others count
-  /// as the nearer one. Call it before a view asks for images.
+  /// The set that `getImage` uses from now on: 1 is at the panel's own size, 2 at twice that size. Other numbers are
+  /// limited to 1 or 2. Must be called before a view asks for images.
   virtual void setImageScale(int scale) = 0;
 
   virtual void notifyAllParametersChanged() = 0;

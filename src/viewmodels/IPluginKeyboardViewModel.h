@@ -9,7 +9,8 @@
 
 namespace tesh::bramel {
 
-/// Message thread only. Setting a value to what it is tells nobody. A key counts the notes of the scale upward, from 0.
+/// Message thread only. Setting the present value again notifies nobody. Keys count the notes of the scale upwards from
+/// 0.
 class IPluginKeyboardViewModel {
  public:
   static constexpr std::int32_t kHighestOctave = 7;
@@ -18,7 +19,7 @@ class IPluginKeyboardViewModel {
 
   /// Null if there is none.
   virtual IPluginKeyboardViewModelListener* getListener() const = 0;
-  /// Held weakly, through the listener's `getWeakSelf`. Null for none.
+  /// The listener is held weakly, by its `getWeakSelf`. Null for none.
   virtual void setListener(IPluginKeyboardViewModelListener* listener) = 0;
 
   virtual bool getInstrumentFlag() const = 0;
@@ -27,7 +28,7 @@ class IPluginKeyboardViewModel {
   virtual std::int32_t getKey() const = 0;
   virtual void setKey(std::int32_t key) = 0;
   virtual std::int32_t getOctave() const = 0;
-  /// Held to 0 to kHighestOctave.
+  /// Limited to 0 to kHighestOctave.
   virtual void setOctave(std::int32_t octave) = 0;
   virtual std::uint64_t getKeyRange() const = 0;
   /// 0 is ignored.
@@ -35,7 +36,7 @@ class IPluginKeyboardViewModel {
   virtual bool getChordMode() const = 0;
   virtual void setChordMode(bool isOn) = 0;
 
-  // Stored for a view, without any effect.
+  // Stored for a view; no other effect.
   virtual bool getViewFlag() const = 0;
   virtual void setViewFlag(bool flag) = 0;
   virtual std::int64_t getViewValue() const = 0;
@@ -45,11 +46,11 @@ class IPluginKeyboardViewModel {
 
   virtual bool isKeyboardEnabled() const = 0;
   virtual std::int32_t noteForKey(std::int32_t key) const = 0;
-  /// Note `voice` of the key's chord; 0 past its notes.
+  /// Note `voice` of the key's chord; 0 if it has fewer notes.
   virtual std::int32_t chordNote(std::int32_t key, std::uint32_t voice) const = 0;
   /// Keys per octave.
   virtual std::uint64_t getNoteCount() const = 0;
-  /// Plays a message at once; it goes out to the host as well. Ignored while the host does not play the instrument.
+  /// Plays a message at once and sends it to the host too. Ignored while the host is not playing the instrument.
   virtual void sendMidi(const std::uint8_t* data, std::size_t size) = 0;
 };
 

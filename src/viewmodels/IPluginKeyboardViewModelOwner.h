@@ -1,4 +1,4 @@
-// The side of a keyboard view model on which the host's notes come in.
+// The interface of a keyboard view model for incoming notes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace tesh::bramel {
 
-/// Each tells the listener; without one it does nothing. `note` is 0 to 127.
+/// Each function notifies the listener, if there is one. `note` is 0 to 127.
 class IPluginKeyboardViewModelOwner : public virtual IPluginKeyboardViewModel {
  public:
   virtual void noteOn(std::int32_t note) = 0;

@@ -1,4 +1,4 @@
-// What the settings page knows of its instrument.
+// The instrument's data on the settings page.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -12,9 +12,9 @@ class IPluginTooltipViewModel {
  public:
   virtual ~IPluginTooltipViewModel() = default;
 
-  /// A name that replaces the parameter's own, or the empty string.
+  /// A name to show instead of the parameter's own; empty for none.
   virtual std::string getName(std::uint64_t index) const = 0;
-  /// The text of the value that `onValueChanged` gave last; that of 0 before.
+  /// The text of the value that was passed to `onValueChanged` last; before that, the text of 0.
   virtual std::string getText(std::uint64_t index) const = 0;
   virtual void onValueChanged(std::uint64_t index, float value) = 0;
 };

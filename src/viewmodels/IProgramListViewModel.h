@@ -1,4 +1,4 @@
-// The program lists as a view sees them: banks go by name, programs by their place.
+// The program lists for a view: banks by name, programs by position.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,24 +9,24 @@
 
 namespace tesh::bramel {
 
-/// Message thread only. The banks "Factory", "Factory2" and "User" can be listed; the bank "Ghost", which is the
-/// current one after the selected program was deleted, and unknown names list no programs. Where a bank is not listed
-/// but acted on, an unknown name counts as "Factory". What the instrument refuses changes nothing.
+/// Message thread only. The banks "Factory", "Factory2" and "User" can be listed. The bank "Ghost", which is current
+/// after the selected program was deleted, and unknown names list no programs. For operations that change a bank, an
+/// unknown name counts as "Factory". An operation that the instrument refuses changes nothing.
 class IProgramListViewModel {
  public:
   virtual ~IProgramListViewModel() = default;
 
-  /// Held weakly, through the listener's `getWeakSelf`. Null for none.
+  /// The listener is held weakly, by its `getWeakSelf`. Null for none.
   virtual void setListener(IProgramListViewModelListener* listener) = 0;
 
   virtual std::string getInstrumentName() const = 0;
-  /// A file name without its ending: "sivray_programs".
+  /// Ending of exported files: "sivray_programs".
   virtual std::string getExportFileStem() const = 0;
 
   virtual std::string getCurrentBank() const = 0;
   virtual std::uint32_t getCurrentProgramIndex() const = 0;
   virtual std::string getCurrentProgramName() const = 0;
-  /// The name reaches the list with the next save.
+  /// The name is stored with the next save.
   virtual void renameCurrentProgram(const std::string& name) = 0;
 
   virtual std::uint64_t getProgramCount(const std::string& bank) const = 0;
@@ -42,7 +42,7 @@ class IProgramListViewModel {
   virtual void moveProgram(std::uint64_t from, std::uint64_t to, const std::string& bank) = 0;
 
   virtual bool isProgramListEnabled() const = 0;
-  /// A file that does not exist changes nothing.
+  /// Ignores a file that does not exist.
   virtual void importPrograms(const std::string& path) = 0;
   /// False if the file could not be written.
   virtual bool exportPrograms(const std::string& path) = 0;

@@ -1,4 +1,4 @@
-// What the one program list that is open hears.
+// Notifications to the program list that is open.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@ class IProgramListViewModelListener {
  public:
   virtual ~IProgramListViewModelListener() = default;
 
-  /// A weak pointer to this object, which expires with it. May share its count with a token of the object.
+  /// A weak pointer to this object, which expires with it. May share its count with a token that the object holds.
   virtual std::weak_ptr<IProgramListViewModelListener> getWeakSelf() = 0;
 
   virtual void onProgramSaved(IProgramListViewModel&, const std::uint64_t* programIds, std::uint64_t count,

@@ -1,4 +1,4 @@
-// The side of a program list view model on which changes come in.
+// The interface of a program list view model for incoming changes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace tesh::bramel {
 
-/// Each tells the listener; without one it does nothing. `programIds` holds `count` program numbers.
+/// Each function notifies the listener, if there is one. `programIds` holds `count` program numbers.
 class IProgramListViewModelOwner : public virtual IProgramListViewModel {
  public:
   virtual void programSaved(const std::uint64_t* programIds, std::uint64_t count, const std::string& bankName) = 0;

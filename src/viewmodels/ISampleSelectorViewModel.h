@@ -1,4 +1,4 @@
-// The sample library as a browser shows it, and the sample that each part plays.
+// The sample library for a browser, and the sample of each pad ("part").
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,10 +13,10 @@ class ISampleSelectorViewModel {
   virtual ~ISampleSelectorViewModel() = default;
 
   virtual std::int32_t getPartCount() const = 0;
-  /// Where the part's sample is found: its category, -1 with an empty library, and its place in there.
+  /// The category of the part's sample, -1 with an empty library.
   virtual std::int64_t getCategoryIndex(std::uint64_t part) const = 0;
   virtual std::int64_t getSampleIndex(std::uint64_t part) const = 0;
-  /// Gives the part another sample. What does not exist is ignored.
+  /// Gives the part another sample. Ignores a sample or part that does not exist.
   virtual void selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) = 0;
 
   virtual std::int64_t getCategoryCount() const = 0;

@@ -1,4 +1,4 @@
-// The choice of a scale and of what a keyboard shows of it.
+// The choice of a scale, and of the notes that a keyboard shows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,18 +7,18 @@
 
 namespace tesh::bramel {
 
-/// Message thread only. Changes are told to the keyboard view model's listener.
+/// Message thread only. The keyboard view model's listener is notified of changes.
 class IScaleSelectorViewModel {
  public:
   virtual ~IScaleSelectorViewModel() = default;
 
   virtual std::int32_t getScaleCount() const = 0;
-  /// Indices outside the catalogue are held to its ends.
+  /// Indices outside the catalogue are limited to its ends.
   virtual std::string getScaleName(std::int32_t index) const = 0;
-  /// Notes of the current scale in an octave.
+  /// The number of notes per octave in the current scale.
   virtual std::uint64_t getMaxNoteCount() const = 0;
   virtual std::int32_t getScaleIndex() const = 0;
-  /// An index outside the catalogue is ignored.
+  /// Ignores an index outside the catalogue.
   virtual void setScale(std::int32_t index) = 0;
 
   virtual std::int32_t getKey() const = 0;

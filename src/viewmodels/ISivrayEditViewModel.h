@@ -1,4 +1,4 @@
-// What the drum module's view knows beyond the common edit view model: samples.
+// The drum module's additions to the common edit view model: samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,9 +16,9 @@ namespace tesh::bramel::plugin::sivray {
 class ISivrayEditViewModel : public virtual IPluginEditViewModel {
  public:
   virtual std::shared_ptr<ISampleSelectorViewModel> getSampleSelectorViewModel() const = 0;
-  /// Finds other samples by ear.
+  /// Finds samples by similarity.
   virtual std::shared_ptr<SivraySampleFinder> getSampleFinder() const = 0;
-  /// The name of the sample that a part (0 to 7) plays.
+  /// The name of the sample of a pad ("part", 0 to 7).
   virtual std::string getSampleName(std::uint64_t part) const = 0;
 };
 

@@ -1,4 +1,4 @@
-// What an instrument keeps between two openings of its editor.
+// Objects that an instrument keeps while its editor is closed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,8 +10,8 @@
 
 namespace tesh::bramel {
 
-/// The shared `T` that the instrument keeps under `key`; if it keeps none, what `make` gives, which it keeps from then
-/// on. Message thread.
+/// The shared `T` that the instrument keeps under `key`. If there is none, makes it by `make` and keeps it. Message
+/// thread.
 template <typename T, typename Make>
 std::shared_ptr<T> sharedProperty(vst::BramelInstrument& instrument, const std::string& key, Make make) {
   using Shared = std::shared_ptr<T>;

@@ -1,4 +1,4 @@
-// The library's numbers into places of the browser, and kits into parameters.
+// Converts the library's numbers to positions in the browser, and a kit's sounds to parameters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/SivraySampleFinder.h"
 
@@ -59,7 +59,7 @@ void SivraySampleFinder::vary(std::uint32_t seed) {
   }
   const Kit kit = currentKit();
   if (!canUndoVary()) {
-    variations.clear();  // They were another kit's.
+    variations.clear();  // They belonged to another kit.
   } else if (variations.size() == kMostVariations) {
     variations.erase(variations.begin());
   }
@@ -106,7 +106,7 @@ void SivraySampleFinder::play(const Kit& kit) {
 void SivraySampleFinder::giveLevel(std::size_t pad, std::int32_t level) {
   const std::uint64_t parameter = panel::padMacro(pad, panel::kLevel);
   model.setParameterValue(parameter, model.getParameterQuantizer()->stateToValue(level, kLevels));
-  model.getParameterValue(parameter);  // Takes the write in, and so tells the view, also while no block runs.
+  model.getParameterValue(parameter);  // Applies the write and so notifies the view, also while no block runs.
 }
 
 }  // namespace tesh::bramel::plugin::sivray

@@ -1,4 +1,4 @@
-// Finds samples by ear: those that sound alike, the way back to what a part played before, and a whole kit by chance.
+// Finds samples by similarity, goes back to a pad's previous sample, and varies a whole kit at random.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -25,27 +25,27 @@ class SivraySampleFinder final {
     std::string name;
   };
 
-  /// The model must outlive this object, as must the library, which may be null: then it counts as empty.
+  /// The model must outlive this object. So must the library, which may be null and then counts as empty.
   SivraySampleFinder(IPluginEditViewModel& editViewModel, const vimo::SampleLibrary* sampleLibrary,
                      std::shared_ptr<SivraySampleSelectorViewModel> sampleSelector);
 
-  /// At most eight others, the most similar first; none if the library was not measured.
+  /// At most eight samples, the most similar first; none if the library was not measured.
   std::vector<Sample> similarTo(std::int64_t category, std::int64_t index) const;
-  /// The most different one of the category.
+  /// The most different sample of the category.
   std::optional<Sample> somethingElse(std::int64_t category, std::int64_t index) const;
 
-  /// What the part played before its last choice; nothing if something else than a choice has changed it since.
+  /// The part's sample before the last choice; nothing if anything else has changed it since.
   std::optional<Sample> previousOf(std::uint64_t part) const;
-  /// Gives the part that sample back.
+  /// Gives the part that sample again.
   void goBack(std::uint64_t part) { selector->goBack(part); }
 
   /// Whether `vary` would change anything.
   bool canVary() const;
-  /// Gives each part one of the samples similar to its own by chance, as loud as before. One edit for each parameter.
+  /// Gives each pad a random sample of those similar to its own, at the same loudness. Each parameter is one edit.
   void vary(std::uint32_t seed);
-  /// Whether the current kit has been varied.
+  /// Whether the current kit was varied.
   bool canUndoVary() const;
-  /// Takes the last `vary` back.
+  /// Undoes the last `vary`.
   void undoVary();
 
  private:

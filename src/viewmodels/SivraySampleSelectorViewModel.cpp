@@ -1,4 +1,4 @@
-// Names of the categories, and the parameters that choose samples.
+// The categories' names, and the parameters that select samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/SivraySampleSelectorViewModel.h"
 
@@ -23,7 +23,7 @@ void SivraySampleSelectorViewModel::selectSample(std::uint64_t part, std::int64_
   if (after && part < panel::kPads && *after != waveOfPart(part)) {
     std::vector<Choice>& made = choices[static_cast<std::size_t>(part)];
     if (!previousWave(part)) {
-      made.clear();  // They led to something that is gone.
+      made.clear();  // They led to a sample that is no longer set.
     } else if (made.size() == kMostChoices) {
       made.erase(made.begin());
     }

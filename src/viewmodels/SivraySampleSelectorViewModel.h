@@ -1,4 +1,4 @@
-// The drum module's eight parts and ten categories.
+// The sample selector for eight pads and ten categories.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,14 +16,14 @@ class SivraySampleSelectorViewModel : public BXSampleSelectorViewModelBase {
   using BXSampleSelectorViewModelBase::BXSampleSelectorViewModelBase;
 
   std::int32_t getPartCount() const override;
-  /// The empty string past the ten that have names.
+  /// Empty past the ten categories that have names.
   std::string getCategoryName(std::int64_t category) const override;
-  /// Remembers what the part played.
+  /// Selects a sample, after remembering the part's present one.
   void selectSample(std::uint64_t part, std::int64_t category, std::int64_t index) override;
 
-  /// The id of the sample before the part's last choice; nothing if something else has changed the part since.
+  /// The id of the sample before the part's last choice; nothing if anything else has changed the part since.
   std::optional<std::int32_t> previousWave(std::uint64_t part) const;
-  /// Takes the part's last choice back.
+  /// Undoes the part's last choice.
   void goBack(std::uint64_t part);
 
  protected:
@@ -35,7 +35,7 @@ class SivraySampleSelectorViewModel : public BXSampleSelectorViewModelBase {
     std::int32_t after;
   };
 
-  std::array<std::vector<Choice>, panel::kPads> choices;  ///< By part, the last one at the end.
+  std::array<std::vector<Choice>, panel::kPads> choices;  ///< By pad, the latest choice last.
 };
 
 }  // namespace tesh::bramel::plugin::sivray

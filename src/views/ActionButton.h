@@ -1,4 +1,4 @@
-// The grey buttons of the pop-ups.
+// The grey buttons in pop-ups.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,12 +13,12 @@ inline constexpr int kActionButtonWidth = 60;
 inline constexpr int kActionButtonHeight = 24;
 inline constexpr double kActionFontHeight = 12.0;
 
-/// Fill and text of an action button, and the other way round.
+/// An action button's colours for one state; its other state swaps `fill` and `text`.
 inline BWFlatToggleButton::Colours actionColours(std::uint32_t fill, std::uint32_t text) {
   return {.fill = juce::Colour(fill), .text = juce::Colour(text)};
 }
 
-/// A momentary button of kActionButtonWidth by kActionButtonHeight that `listener` hears.
+/// A momentary button of kActionButtonWidth by kActionButtonHeight, with `listener` as its listener.
 inline std::shared_ptr<BWFlatToggleButton> makeActionButton(const char* text, const juce::Font& font,
                                                             IBWControlListener& listener) {
   constexpr float kCornerSize = 2.0F;

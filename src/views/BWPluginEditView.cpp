@@ -27,7 +27,8 @@ BWPluginEditView::BWPluginEditView() {
 
 BWPluginEditView::~BWPluginEditView() {
   for (const std::uint64_t index : openGestures) {
-    viewModel->endParameterGesture(index);  // Closed under the hand: nobody else would end the edit.
+    // The control was held when the panel closed: nobody else would end the edit.
+    viewModel->endParameterGesture(index);
   }
 }
 
@@ -95,7 +96,7 @@ void BWPluginEditView::setTooltipColours(juce::Colour fill, juce::Colour outline
 
 void BWPluginEditView::paint(juce::Graphics& graphics) { graphics.fillAll(juce::Colours::black); }
 
-// From the hand to the model.
+// From the user to the model.
 
 void BWPluginEditView::controlValueChanged(IBWControl& control) {
   if (const auto index = parameterOf(control)) {
@@ -264,7 +265,7 @@ std::optional<float> BWPluginEditView::valueOfText(std::uint64_t index, const ju
   std::optional<float> found;
   for (std::uint64_t state = 0; state < states && !found; ++state) {
     const float value = viewModel->getParameterQuantizer()->stateToValue(static_cast<std::int64_t>(state), states);
-    tellTooltip(index, value);  // The texts are those of the values that were told.
+    tellTooltip(index, value);  // The texts are computed from the values that the tooltips were told.
     const juce::String shown = textFrom(getTooltipValue(index));
     const bool isSameNumber =
         isNumber && shown.containsAnyOf("0123456789") && shown.getIntValue() == wanted.getIntValue();

@@ -1,5 +1,5 @@
-// The generic half of an instrument's panel: it binds controls to parameters, opens pop-ups and shows tooltips. An
-// instrument's view derives from it and says what stands where.
+// The base of an instrument's panel: it binds controls to parameters, opens pop-ups and shows tooltips. An instrument's
+// view derives from it and places the controls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -26,7 +26,7 @@
 
 namespace tesh::bramel {
 
-/// Message thread only. Updates that come from the model notify nobody.
+/// Message thread only. Updates from the model do not notify it.
 class BWPluginEditView : public juce::Component,
                          public IBWControlListener,
                          public IBWSimpleListViewListener,
@@ -37,32 +37,32 @@ class BWPluginEditView : public juce::Component,
   static constexpr int kHeight = 468;
 
   BWPluginEditView();
-  /// Ends the edits that a hand has begun.
+  /// Ends the edits that the user has begun.
   ~BWPluginEditView() override;
 
-  /// Builds the controls. Call it once.
+  /// Builds the controls. Must be called once.
   virtual void setViewModel(std::shared_ptr<IPluginEditViewModel> model);
   virtual void createControls() = 0;
   virtual void updateAllControls();
-  /// Shows a parameter's value; past the table nothing happens.
+  /// Shows a parameter's value. Ignores an index past the table.
   virtual void updateControl(std::uint64_t index);
-  /// After each change of a parameter, from either side.
+  /// Called after each change of a parameter, by the user or by the model.
   virtual void onParameterUpdated(std::uint64_t /*index*/) {}
-  /// After a row was chosen in a list that belongs to a control without a parameter.
+  /// Called after a row was chosen in the list of a control without a parameter.
   virtual void onListRowChosen(IBWControl& /*control*/, int /*row*/) {}
   /// Null for a parameter without a control on the panel.
   virtual juce::Component* getControl(std::uint64_t index);
   virtual std::string getTooltipName(std::uint64_t index);
   virtual std::string getTooltipValue(std::uint64_t index);
   virtual void showTooltip(std::uint64_t index);
-  /// The tooltip's text for the value that a control shows, also while the model has yet to hear of it.
+  /// The tooltip's text for the value that a control shows, even if the model does not have that value yet.
   std::string shownValue(std::uint64_t index);
-  /// The value whose text in the tooltip is `text` or the same number; nothing if there is none.
+  /// The value whose tooltip text is `text` or has the same number; nothing if there is none.
   std::optional<float> valueOfText(std::uint64_t index, const juce::String& text);
 
-  /// Opens the settings page over the middle of the panel.
+  /// Opens the settings page in the middle of the panel.
   void openSettings();
-  /// The pop-up shown last; it may be closed. Null before the first.
+  /// The last pop-up that was shown, which may be closed; null if there was none.
   const std::shared_ptr<BWPopupView>& lastPopup() const { return popup; }
   BWPluginProgramSelectorView& programBar() const { return *programSelector; }
 
@@ -82,17 +82,17 @@ class BWPluginEditView : public juce::Component,
   void registerControl(std::uint64_t index, const std::shared_ptr<IBWControl>& control);
   std::uint64_t stepCount(std::uint64_t index) const;
   juce::Font font(const char* name, double height) const;
-  /// The empty image if there is none of this name.
+  /// An empty image for an unknown name.
   juce::Image image(const std::string& name) const;
 
-  // Building blocks, each called once, in the order in which they cover one another.
+  // Building steps, each called once, in the order in which their components cover each other.
 
   void createBackground(const juce::Image& picture);
   void createProgramSelector(const ProgramBarLook& look);
   void createSettingsZone(juce::Rectangle<int> bounds);
   void setTooltipColours(juce::Colour fill, juce::Colour outline, juce::Colour text);
 
-  /// Opens a list of a parameter's states beside `anchor`. Nothing happens for a parameter without a control.
+  /// Opens a list of a parameter's states beside `anchor`. Does nothing for a parameter without a control.
   void openParameterList(std::uint64_t index, const std::vector<std::string>& names, juce::Component& anchor,
                          UIPopupDirection direction);
   void showPopup(std::shared_ptr<BWPopupView> newPopup);
@@ -107,14 +107,14 @@ class BWPluginEditView : public juce::Component,
   std::shared_ptr<PanelLook> panelLook;  ///< Outlives the children, which were laid out with it.
   std::shared_ptr<IPluginEditViewModel> viewModel;
   ControlTable controls;
-  std::set<std::uint64_t> openGestures;              ///< Parameters that a hand holds.
+  std::set<std::uint64_t> openGestures;              ///< Parameters that the user holds.
   std::vector<std::shared_ptr<BWTooltip>> tooltips;  ///< By parameter; null until first shown.
   std::unique_ptr<juce::ImageComponent> background;
   std::unique_ptr<BWPluginProgramSelectorView> programSelector;
   std::vector<std::unique_ptr<BWToggleButton>> settingsZones;
   std::shared_ptr<BWPopupView> popup;
-  std::weak_ptr<BWSimpleListView> openList;  ///< The list of a parameter that is open.
-  IBWControl* openListControl = nullptr;     ///< What the list belongs to; it lives in `controls`.
+  std::weak_ptr<BWSimpleListView> openList;  ///< The open list of a parameter.
+  IBWControl* openListControl = nullptr;     ///< The control of that list, owned by `controls`.
   juce::Colour tooltipFill;
   juce::Colour tooltipOutline;
   juce::Colour tooltipText;

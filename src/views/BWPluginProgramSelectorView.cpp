@@ -18,7 +18,7 @@ namespace {
 constexpr int kProgramListWidth = 280;
 constexpr int kProgramListHeight = 420;
 
-/// The label of the program keeps this far from the ends of its rectangle.
+/// Distance of the program's label from the ends of its rectangle.
 constexpr int kLabelBorder = 5;
 
 std::shared_ptr<BWStackingPageView> makeProgramList(const std::shared_ptr<IPluginEditViewModel>& model) {
@@ -41,7 +41,7 @@ BWPluginProgramSelectorView::BWPluginProgramSelectorView(const ProgramBarLook& l
   nameLabel.setColour(look.colour);
   nameLabel.setBounds(look.label.reduced(kLabelBorder, 0));
   addAndMakeVisible(nameLabel);
-  // The image is a pixel wider than its place: cut there instead of squeezed into it, it stays sharp.
+  // The image is one pixel wider than its place. Clipping instead of scaling it keeps it sharp.
   nextButton.setImageBorder({0, 0, 0, -1});
   nextButton.setOffImage(look.nextImage);
   nextButton.setOnImage(look.nextImage);
@@ -73,7 +73,8 @@ void BWPluginProgramSelectorView::setViewModel(std::shared_ptr<IPluginEditViewMo
   updateText();
 }
 
-/// Reads the name from the instrument, which lets reports through that wait for a block: without a device none comes.
+/// Reading the name from the instrument also delivers reports that wait for a block, which never comes without a
+/// device.
 void BWPluginProgramSelectorView::updateText() {
   std::array<char, 256> text{};
   std::snprintf(text.data(), text.size(), "%02d:%s", static_cast<int>(viewModel->getProgramNumber()),
@@ -116,7 +117,8 @@ std::function<void(BWPluginProgramSelectorView&)> BWPluginProgramSelectorView::l
 }
 
 void BWPluginProgramSelectorView::openList() {
-  popup.reset();  // A page that goes takes the list's listener along: before the new one becomes it.
+  // Destroying the page removes the list's listener, so it must happen before the new page becomes the listener.
+  popup.reset();
   const auto pages = std::make_shared<BWStackingView>();
   pages->pushPage(pageFactory(viewModel));
   stack = pages;

@@ -1,4 +1,4 @@
-// The program bar: number and name of the current program, the buttons for its neighbours, and the way to the list.
+// The program bar: number and name of the current program, the buttons for its neighbours, and the list.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@
 
 namespace tesh::bramel {
 
-/// What the panel gives the bar. Rectangles in the bar's own coordinates, which are those of the panel.
+/// The bar's appearance on a panel. Rectangles are in the bar's coordinates, which are those of the panel.
 struct ProgramBarLook {
   juce::Rectangle<int> label;
   juce::Rectangle<int> nameButton;
@@ -26,12 +26,12 @@ struct ProgramBarLook {
   juce::Rectangle<int> next;
   juce::Image previousImage;
   juce::Image nextImage;
-  juce::Font font;  ///< Of the display face.
+  juce::Font font;  ///< A font of the display typeface.
   juce::Colour colour = juce::Colours::black;
   UIPopupDirection popupDirection = UIPopupDirection::rightCentre;
 };
 
-/// Covers the panel and lets clicks through, but for its buttons. Message thread only.
+/// Covers the panel and lets clicks through, except on its buttons. Message thread only.
 class BWPluginProgramSelectorView : public juce::Component, public IBWControlListener {
  public:
   using PageFactory = std::function<std::shared_ptr<BWStackingPageView>(std::shared_ptr<IPluginEditViewModel>)>;
@@ -45,13 +45,13 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
   /// Makes the list's first page; by default the list of programs.
   void setPageFactory(PageFactory factory) { pageFactory = std::move(factory); }
 
-  /// Makes the menu that the right mouse button opens on the program's name; by default there is none.
+  /// Makes the menu that opens by a right click on the program's name; there is none by default.
   void setMenu(std::function<juce::PopupMenu()> newMenu) { menu = std::move(newMenu); }
 
   void openList();
-  /// The pages of the list that is open; null if none is.
+  /// The pages of the open list; null if it is closed.
   std::shared_ptr<BWStackingView> listStack() const { return stack.lock(); }
-  /// What another program bar does to show the list as it is open here; empty if none is.
+  /// A function that opens the list in another program bar as it is open here; empty if it is closed.
   std::function<void(BWPluginProgramSelectorView&)> listContinuation() const;
 
   void controlGestureBegan(IBWControl& control) override;

@@ -35,7 +35,7 @@ constexpr double kProductFontHeight = 16.0;
 constexpr double kBodyFontHeight = 12.0;
 constexpr float kQuietAlpha = 0.8F;
 
-/// A label whose lines stand apart, as a text to be read needs.
+/// A label with a wider line spacing, for continuous text.
 class Paragraph : public juce::Label {
  public:
   void paint(juce::Graphics& graphics) override {
@@ -181,7 +181,7 @@ void BWPluginSettingsView::controlGestureBegan(IBWControl& control) {
   } else if (&control == acknowledgementsButton.get()) {
     openPage(InstalledPage::acknowledgements);
   } else if (&control == closeButton.get() && listener != nullptr) {
-    listener->settingsViewClosed(*this);  // This page may be gone now.
+    listener->settingsViewClosed(*this);  // This page may have been deleted.
   }
 }
 

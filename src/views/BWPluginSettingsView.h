@@ -17,7 +17,7 @@
 
 namespace tesh::bramel {
 
-/// 736 by 436. Builds its children when fonts, images and model are all there. Message thread only.
+/// 736 by 436. Builds its children once fonts, images and model are set. Message thread only.
 class BWPluginSettingsView : public juce::Component, public IBWControlListener, public IBWCollectionViewDataSource {
  public:
   class BramelCellView;
@@ -54,11 +54,11 @@ class BWPluginSettingsView : public juce::Component, public IBWControlListener, 
   std::unique_ptr<juce::Label> titleLabel;
   std::unique_ptr<juce::Label> tagLabel;
   std::unique_ptr<juce::Label> descriptionLabel;
-  std::vector<std::unique_ptr<juce::Label>> labels;  ///< Those that never change.
+  std::vector<std::unique_ptr<juce::Label>> labels;  ///< Labels whose text never changes.
   std::shared_ptr<BWFlatToggleButton> productButton;
   std::shared_ptr<BWFlatToggleButton> acknowledgementsButton;
   std::shared_ptr<BWFlatToggleButton> closeButton;
-  const juce::String face;  ///< Of Japanese texts; empty where texts are English.
+  const juce::String face;  ///< Typeface of Japanese texts; empty if texts are English.
   const bool japanese;
 };
 

@@ -1,4 +1,4 @@
-// Told when the settings page wants to close.
+// Notified when the settings page wants to close.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,7 +9,7 @@ class BWPluginSettingsView;
 class BWPluginSettingsViewListener {
  public:
   virtual ~BWPluginSettingsViewListener() = default;
-  /// The listener may delete `view` in here.
+  /// The listener may delete `view`.
   virtual void settingsViewClosed(BWPluginSettingsView& view) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Registers each editor's top component, so that a pop-up finds the nearest one above its anchor.
+// Registers each editor's top component, so that a pop-up can find the nearest one above its anchor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWPopupSlotView.h"
 
@@ -8,7 +8,7 @@
 namespace tesh::bramel {
 namespace {
 
-/// Moves among the components as usual, and starts at none.
+/// Moves between components as usual, but focuses none at first.
 class NoFirstFocus final : public juce::KeyboardFocusTraverser {
  public:
   juce::Component* getDefaultComponent(juce::Component* /*parent*/) override { return nullptr; }

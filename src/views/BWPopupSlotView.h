@@ -1,5 +1,4 @@
-// The top component of an open editor, the one that stands in the host's window. Pop-ups attach themselves to the
-// nearest one above their anchor.
+// The top component of an open editor, in the host's window. Pop-ups attach to the nearest one above their anchor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,16 +8,16 @@
 
 namespace tesh::bramel {
 
-/// Message thread only. All that exist stand in one list of the process.
+/// Message thread only. All existing ones are in a list of the process.
 class BWPopupSlotView : public juce::Component {
  public:
   BWPopupSlotView();
   ~BWPopupSlotView() override;
 
-  /// The nearest slot among `component` and its parents, or null.
+  /// The nearest slot that is `component` or one of its parents, or null.
   static BWPopupSlotView* above(juce::Component* component);
 
-  /// A click on the panel moves the keyboard focus to no component: keys belong to the host until a text field asks.
+  /// A click on the panel gives no component the keyboard focus: keys belong to the host until a text field needs them.
   std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 };
 

@@ -14,7 +14,7 @@ namespace {
 constexpr float kPanelAlpha = 0.9F;
 constexpr float kDimmerAlpha = 0.3F;
 
-/// The shadow of the whole pop-up, darkened panel and box: soft, and a little to the right and below.
+/// The shadow of the whole pop-up: soft, and a little to the right and down.
 const juce::DropShadow kShadow{juce::Colours::black.withAlpha(0.5F), 3, {2, 4}};
 
 }  // namespace
@@ -93,7 +93,7 @@ void BWPopupView::listenToKeysOf(juce::Component* window) {
   }
 }
 
-/// Heard by the window: last of all, and also while nothing has the focus.
+/// Called by the window, last of all listeners, and also while nothing has the focus.
 bool BWPopupView::keyPressed(const juce::KeyPress& key, juce::Component* /*origin*/) {
   if (!key.isKeyCode(juce::KeyPress::escapeKey) || juce::Component::getCurrentlyModalComponent() != nullptr) {
     return false;
@@ -128,8 +128,8 @@ void BWPopupView::placePanel() {
   refreshShadow();
 }
 
-/// A shadow effect of the component itself would blur the whole window again whenever a row of a list is painted. The
-/// dimmer counts as endless, so that its shadow is even up to the panel's edges.
+/// Drawn once into an image: JUCE's shadow effect would blur the whole window again whenever a row of a list is
+/// painted. The dimmed area counts as endless, so that its shadow is even up to the panel's edges.
 void BWPopupView::refreshShadow() {
   if (!modal || getWidth() == 0 || getHeight() == 0) {
     shadow = {};

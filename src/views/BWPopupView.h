@@ -1,4 +1,4 @@
-// A pop-up: a box beside the control that opened it, over a darkened panel that a click outside the box closes.
+// A pop-up: a box beside the control that opened it, over a darkened panel. A click outside the box closes it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,8 +14,8 @@
 
 namespace tesh::bramel {
 
-/// Covers the whole editor while it is open; a pop-up that is not modal covers its box alone, so that to show and hide
-/// it repaints no more. Message thread only.
+/// A modal pop-up covers the whole editor. Another one covers only its box, so that showing and hiding it repaints no
+/// more than that. Message thread only.
 class BWPopupView : public juce::Component, public IBWControlListener, public juce::KeyListener {
  public:
   static constexpr float kCornerSize = 6.0F;
@@ -23,22 +23,22 @@ class BWPopupView : public juce::Component, public IBWControlListener, public ju
   BWPopupView();
   ~BWPopupView() override;
 
-  /// The size of the content, in pixels of the panel. An open pop-up is placed anew.
+  /// The size of the content in panel pixels. An open pop-up is moved accordingly.
   void setContentSize(int width, int height);
   void setContent(std::shared_ptr<juce::Component> newContent);
-  /// The control that the pop-up points at. Not owned: it must live until the pop-up has been shown.
+  /// The control that the pop-up is placed beside. Not owned: it must exist until the pop-up has been shown.
   void setAnchor(juce::Component* newAnchor);
   void setDirection(UIPopupDirection direction) { setDirections({direction}); }
-  /// Tried in this order.
+  /// The directions to try, in order.
   void setDirections(std::vector<UIPopupDirection> newDirections) { directions = std::move(newDirections); }
-  /// A modal pop-up darkens the panel and takes every click; another one does neither.
+  /// A modal pop-up darkens the panel and takes every click; another one does not.
   void setModal(bool isModal);
   void setPanelColour(juce::Colour colour);
 
-  /// Opens over the nearest BWPopupSlotView above the anchor. Without an anchor or a slot nothing happens. If it is
-  /// modal, the second press of a double click does not reach it, and Escape closes it where the window gets keys.
+  /// Opens over the nearest BWPopupSlotView above the anchor. Does nothing without an anchor or a slot. If it is modal,
+  /// the second press of a double click does not reach it, and Escape closes it if the window gets keys.
   void show();
-  /// Takes the pop-up off the editor and lets its content go.
+  /// Removes the pop-up from the editor and destroys its content.
   void close();
   bool isClosed() const { return closed; }
   /// Null once the pop-up is closed.
@@ -60,9 +60,10 @@ class BWPopupView : public juce::Component, public IBWControlListener, public ju
   std::shared_ptr<BWView> panel;
   std::shared_ptr<juce::Component> content;
   DoubleClickShield shield;
-  juce::Component::SafePointer<juce::Component> keyWindow;  ///< Whose keys this hears; null while it is closed.
-  juce::Image shadow;             ///< Alpha alone, at 100 %; null while the pop-up casts none.
-  juce::Rectangle<int> shadowed;  ///< The panel that `shadow` was drawn for.
+  /// The component whose keys this listens to; null while closed.
+  juce::Component::SafePointer<juce::Component> keyWindow;
+  juce::Image shadow;             ///< Alpha only, at 100 %; null while there is no shadow.
+  juce::Rectangle<int> shadowed;  ///< The panel's rectangle for which `shadow` was drawn.
   juce::Component::SafePointer<juce::Component> anchor;
   juce::Point<int> contentSize;
   std::vector<UIPopupDirection> directions{UIPopupDirection::rightCentre};

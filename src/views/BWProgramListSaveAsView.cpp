@@ -56,7 +56,8 @@ void BWProgramListSaveAsView::controlGestureBegan(IBWControl& control) {
   }
 }
 
-/// The page may go with its text field, which still uses itself after it has reported a key.
+/// Postponed, because the action may delete the page with its text field, which still uses itself after reporting a
+/// key.
 void BWProgramListSaveAsView::afterTheKey(void (BWProgramListSaveAsView::*action)()) {
   juce::MessageManager::callAsync([page = juce::Component::SafePointer<BWProgramListSaveAsView>(this), action] {
     if (page != nullptr) {
@@ -76,7 +77,7 @@ void BWProgramListSaveAsView::save() {
 
 void BWProgramListSaveAsView::leave() {
   if (BWStackingView* const stack = getStackingView()) {
-    stack->popPage();  // This page may be gone now.
+    stack->popPage();  // This page may have been deleted.
   }
 }
 

@@ -14,11 +14,11 @@
 
 namespace tesh::bramel {
 
-/// Starts with the current program's name, selected, so that typing replaces it. Any name is taken. Return saves and
-/// Escape cancels, as the buttons do. Message thread only.
+/// Initially contains the current program's name, selected, so that typing replaces it. Accepts any name. Return saves
+/// and Escape cancels, like the buttons. Message thread only.
 class BWProgramListSaveAsView : public BWStackingPageView, public IBWControlListener {
  public:
-  /// Calls `whenSaved` once the program is saved and this page is gone from its stack.
+  /// Calls `whenSaved` after the program has been saved and this page has been removed from its stack.
   BWProgramListSaveAsView(std::shared_ptr<IProgramListViewModel> model, IBramelFontProvider& fonts,
                           std::function<void()> whenSaved);
 

@@ -176,7 +176,8 @@ void BWProgramListView::layOut() {
 }
 
 void BWProgramListView::fillLists() {
-  const auto currentRow = static_cast<int>(programList->getCurrentProgramIndex());  // Takes in a selection that waits.
+  // Getting it applies a waiting selection.
+  const auto currentRow = static_cast<int>(programList->getCurrentProgramIndex());
   const std::string current = programList->getCurrentBank();
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     const Tab& tab = tabs[i];
@@ -210,8 +211,8 @@ void BWProgramListView::updateActions() {
   }
 }
 
-/// What to call after a change by hand, if this view still exists then. The model reports the change too, but only with
-/// the next block, and none may come; to ask for the current program lets waiting reports through.
+/// A call to make after a change by the user, if this view still exists by then. The model reports the change too, but
+/// only with the next block, which may never come; asking for the current program delivers waiting reports.
 std::function<void()> BWProgramListView::refreshLater() {
   return [view = juce::Component::SafePointer<BWProgramListView>(this)] {
     if (view != nullptr) {
@@ -220,7 +221,7 @@ std::function<void()> BWProgramListView::refreshLater() {
   };
 }
 
-// From the hand.
+// From the user.
 
 void BWProgramListView::controlValueChanged(IBWControl& control) {
   if (&control != tabGroup.get()) {
@@ -295,7 +296,7 @@ void BWProgramListView::onProgramSaved(IProgramListViewModel& /*model*/, const s
 
 void BWProgramListView::onProgramDeleted(IProgramListViewModel& /*model*/, const std::uint64_t* /*programIds*/,
                                          std::uint64_t /*count*/, const std::string& /*bankName*/) {
-  refresh();  // The program that went may have been the current one, which Save would overwrite.
+  refresh();  // The deleted program may have been the current one, which Save would overwrite.
 }
 
 }  // namespace tesh::bramel

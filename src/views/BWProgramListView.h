@@ -1,4 +1,4 @@
-// The list of programs: a tab and a list for each bank, and the actions above them.
+// The list of programs: a tab and a list per bank, and the actions above them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -22,8 +22,8 @@
 
 namespace tesh::bramel {
 
-/// Builds its children when fonts, images and model are all there. Message thread only. The virtual operations are what
-/// another instrument may change.
+/// Builds its children once fonts, images and model are set. Message thread only. Other instruments may override the
+/// virtual operations.
 class BWProgramListView : public BWStackingPageView,
                           public IBWControlListener,
                           public IBWSimpleListViewListener,
@@ -37,7 +37,7 @@ class BWProgramListView : public BWStackingPageView,
   /// Becomes the model's listener.
   void setProgramList(std::shared_ptr<IProgramListViewModel> model);
 
-  /// Names of the banks that get a tab, in their order.
+  /// Names of the banks with a tab, in order.
   virtual std::vector<std::string> getBanks() const;
   /// In the user's language; empty for an unknown bank.
   virtual juce::String getBankTitle(const std::string& bank) const;
@@ -45,12 +45,12 @@ class BWProgramListView : public BWStackingPageView,
   virtual juce::Image getBankIconOn(const std::string& bank) const;
   virtual std::shared_ptr<juce::Component> makeHeader() const;
 
-  /// Turns to the tab of a bank; one without a tab is ignored.
+  /// Shows the tab of a bank; ignores a bank without one.
   void showBank(const std::string& bank);
   const std::string& getShownBank() const { return shownBank; }
-  /// Shows the page that asks for a name.
+  /// Shows the page for entering a name.
   void openSaveAs();
-  /// Asks before it deletes row `row` of the user's programs.
+  /// Opens a menu that confirms the deletion of row `row` of the user's programs.
   void openDeleteMenu(int row);
 
   void controlValueChanged(IBWControl& control) override;
@@ -98,7 +98,7 @@ class BWProgramListView : public BWStackingPageView,
   std::shared_ptr<BWFlatToggleButton> saveAsButton;
   ProgramFileDialogs dialogs;
   std::string shownBank;
-  const juce::String face;  ///< Of Japanese texts; empty where texts are English.
+  const juce::String face;  ///< Typeface of Japanese texts; empty if texts are English.
   const bool japanese;
 };
 

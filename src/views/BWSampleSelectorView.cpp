@@ -1,4 +1,4 @@
-// Builds the browser's tabs and lists, and follows their selections.
+// Builds the browser's tabs and lists, and handles their selections.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWSampleSelectorView.h"
 
@@ -171,7 +171,7 @@ void BWSampleSelectorView::layOut() {
     const int to = (i + 1) * width / count;
     tabButtons[static_cast<std::size_t>(i)]->setBounds(from, 0, to - from, kTabHeight);
   }
-  // With one category there is nothing to choose on the left.
+  // With one category the left list would have nothing to choose.
   const bool hasCategories = selector->getCategoryCount() >= 2;
   const int left = hasCategories ? kCategoryWidth : 0;
   const int listTop = kTabHeight + kLabelHeight;

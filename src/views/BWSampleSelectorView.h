@@ -1,5 +1,5 @@
-// The sample browser: a tab for each part, categories on the left, samples on the right. A click on a sample gives it
-// to the part at once.
+// The sample browser: a tab for each pad, categories on the left, samples on the right. A click on a sample gives it to
+// the pad at once.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,17 +21,17 @@
 
 namespace tesh::bramel {
 
-/// Builds its children when both models are there. Does not follow changes from elsewhere. Message thread only.
+/// Builds its children once both models are set. Does not follow changes from elsewhere. Message thread only.
 class BWSampleSelectorView : public juce::Component, public IBWControlListener, public IBWSimpleListViewListener {
  public:
   void setSelector(std::shared_ptr<ISampleSelectorViewModel> newSelector);
   void setFontProvider(std::shared_ptr<IBramelFontProvider> provider);
-  /// Lets the right mouse button on a sample, and Shift+S on the one that is marked, open the menu of similar ones.
+  /// Enables the menu of similar samples, by a right click on a sample or Shift+S on the selected one.
   void setFinder(std::shared_ptr<plugin::sivray::SivraySampleFinder> newFinder) { finder = std::move(newFinder); }
-  /// Shows a part and its sample. Call it after both models are set.
+  /// Shows a pad ("part") and its sample. Must be called after both models are set.
   void setPart(std::uint64_t newPart);
   std::uint64_t shownPart() const { return part; }
-  /// Shows a category, -1 for none, with the part's sample selected if that is in it.
+  /// Shows a category, -1 for none. Selects the part's sample if it is in that category.
   void showCategory(std::int64_t newCategory);
   std::int64_t shownCategory() const { return category; }
 

@@ -88,8 +88,8 @@ void BWTooltip::show() {
   }
   ++showCount;
   popup->setVisible(true);
-  // The task thread touches no component: it hands the end of the second to the message thread. Where the tooltip has
-  // gone, nothing is posted.
+  // The task thread uses no component: it posts the end of the second to the message thread, unless the tooltip no
+  // longer exists.
   const std::weak_ptr<BWTooltip> self = weak_from_this();
   const std::array<cofu::core::impl::Task, 1> task{{{platform::monotonicTicks() + kOneSecond, [self] {
                                                        if (self.expired()) {

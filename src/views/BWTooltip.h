@@ -1,4 +1,4 @@
-// Shows a parameter's name and value beside its control while it moves, and for a second afterwards.
+// Shows a parameter's name and value beside its control while it moves and for a second afterwards.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,21 +13,21 @@
 
 namespace tesh::bramel {
 
-/// Not a component: it builds one when it is first shown. Message thread only.
+/// Not a component: it makes one when it is first shown. Message thread only.
 class BWTooltip : public std::enable_shared_from_this<BWTooltip> {
  public:
   BWTooltip();
   ~BWTooltip();
 
   void setAnchor(juce::Component* newAnchor);
-  // New texts lay an open tooltip out anew.
+  // Changing a text lays out an open tooltip again.
   void setName(const juce::String& newName);
   void setValue(const juce::String& newValue);
   void setFill(juce::Colour colour) { fill = colour; }
   void setOutline(juce::Colour colour) { outline = colour; }
   void setTextColour(juce::Colour colour) { textColour = colour; }
 
-  /// Shows the tooltip for another second. The object must be held by a shared pointer.
+  /// Shows the tooltip for another second. This object must be owned by a shared pointer.
   void show();
   bool isShowing() const { return popup != nullptr && popup->isVisible(); }
 
@@ -49,7 +49,7 @@ class BWTooltip : public std::enable_shared_from_this<BWTooltip> {
   juce::Colour fill;
   juce::Colour outline;
   juce::Colour textColour;
-  int showCount = 0;  ///< Shows whose second has not ended.
+  int showCount = 0;  ///< Number of calls of `show` whose second has not ended.
   std::shared_ptr<cofu::core::impl::TaskLoop> scheduler;
 };
 

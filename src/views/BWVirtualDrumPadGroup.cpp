@@ -23,7 +23,7 @@ BWVirtualDrumPadGroup::~BWVirtualDrumPadGroup() {
   model->setListener(nullptr);
   for (const auto& [note, pad] : pads) {
     if (pad->isPressed()) {
-      send(note, 0);  // Closed under the hand: nobody else would end the note.
+      send(note, 0);  // The pad was held when the panel closed: nobody else would end the note.
     }
   }
 }

@@ -1,4 +1,4 @@
-// Makes what an instrument shows: its view model, and the view that stands on it.
+// Makes an instrument's view model, and the view that shows it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,15 +15,15 @@ struct InstrumentEditorParts {
   cofu::core::boxed::Box viewModel;  ///< Holds a `std::shared_ptr<IPluginEditViewModelOwner>`.
 };
 
-/// Message thread only. `instrument` is a BramelInstrument; of another kind the boxes are null.
+/// Message thread only. `instrument` is a BramelInstrument; for another kind the boxes are null.
 class BramelInstrumentEditorProvider {
  public:
   virtual ~BramelInstrumentEditorProvider() = default;
 
-  /// A view model alone, boxed as above.
+  /// Makes a view model only, boxed as in InstrumentEditorParts.
   virtual cofu::core::boxed::Box createViewModel(const std::shared_ptr<BramelInstrumentBase>& instrument) = 0;
 
-  /// `imageScale` says which set of images the view draws: 1 of the panel's own pixels, 2 of twice as many each way.
+  /// `imageScale` is the set of images to draw with: 1 at the panel's own size, 2 at twice that size.
   virtual InstrumentEditorParts createEditor(const std::shared_ptr<BramelInstrumentBase>& instrument,
                                              int imageScale) = 0;
 };

@@ -1,4 +1,4 @@
-// The table's lookups, and reading and writing the value of each kind of control.
+// Looks up controls, and reads and writes the value of each kind of control.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/ControlTable.h"
 

@@ -1,4 +1,4 @@
-// JUCE runs a chosen item after its menu has closed. If the panel has gone by then, the item must do nothing.
+// JUCE runs a chosen item after its menu has closed. If the panel no longer exists by then, the item must do nothing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/FinderMenus.h"
 
@@ -10,7 +10,7 @@
 namespace tesh::bramel {
 namespace {
 
-/// What an item does: `act(model)`, or nothing once the model has gone.
+/// The action of an item: `act(model)`, or nothing if the model no longer exists.
 template <typename Model, typename Act>
 std::function<void()> actionOn(const std::shared_ptr<Model>& model, Act act) {
   return [watched = std::weak_ptr<Model>(model), act] {

@@ -1,4 +1,4 @@
-// The menus of the right mouse button that find sounds by ear: samples similar to one, and variations of a kit.
+// The right-click menus that find sounds by similarity: samples similar to one, and variations of a kit.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,13 +15,13 @@ namespace tesh::bramel {
 
 using plugin::sivray::SivraySampleFinder;
 
-/// What a menu works on. The menus do not keep it: without it their items do nothing.
+/// The models that a menu uses. The menus hold them weakly: without them their items do nothing.
 struct FinderModels {
   std::shared_ptr<ISampleSelectorViewModel> selector;
   std::shared_ptr<SivraySampleFinder> finder;
 };
 
-/// The samples similar to one, the nearest first, "Something else" and "Back". An item gives its sample to the part and
+/// The samples similar to one, the nearest first, "Something else" and "Back". An item gives its sample to the pad and
 /// then calls `chosen`, which may be empty.
 juce::PopupMenu similarMenu(const FinderModels& models, std::uint64_t part, std::int64_t category, std::int64_t index,
                             std::function<void()> chosen);

@@ -1,4 +1,4 @@
-// Lets a new view show what an older one of its kind showed, where a panel is made anew under the user's hand.
+// Transfers what a view shows to its replacement, when a panel is rebuilt while the user works with it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,18 +8,18 @@
 
 namespace tesh::bramel {
 
-/// Call it with the new view once that stands in its window. It may outlive the old view.
+/// To be called with the new view once it is in its window. May outlive the old view.
 using Continuation = std::function<void(juce::Component& newView)>;
 
 /// Message thread only.
 class IContinuedView {
  public:
   virtual ~IContinuedView() = default;
-  /// What the view shows now: its page, and the pop-up that is open.
+  /// Captures the view's page and its open pop-up.
   virtual Continuation continuation() const = 0;
 };
 
-/// Does nothing for a view that is null or of no such kind.
+/// Empty for a null view, or one that is no IContinuedView.
 inline Continuation continuationOf(const juce::Component* view) {
   const auto* const continued = dynamic_cast<const IContinuedView*>(view);
   return continued == nullptr ? [](juce::Component&) {} : continued->continuation();

@@ -10,7 +10,7 @@
 namespace tesh::bramel {
 namespace {
 
-// The form of a path differs by system.
+// The type of a path's characters differs by system.
 [[maybe_unused]] juce::String stringOf(const char* text) { return juce::String::fromUTF8(text); }
 [[maybe_unused]] juce::String stringOf(const wchar_t* text) { return juce::String(text); }
 
@@ -29,8 +29,7 @@ bool openInstalledPage(InstalledPage page) {
   }
   const juce::String text = stringOf(path.text());
 #ifdef _WIN32
-  return juce::Process::openDocument(text,
-                                     {});  // Windows does not read the signs that stand for letters in an address.
+  return juce::Process::openDocument(text, {});  // Windows does not decode percent signs in such an address.
 #else
   return juce::URL(juce::File(text)).launchInDefaultBrowser();
 #endif

@@ -1,4 +1,4 @@
-// The pages that are installed with the library and open in the browser.
+// The installed pages that open in the browser.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,8 +11,8 @@ enum class InstalledPage { manual, acknowledgements };
 /// The page's path with backslashes; the file may be missing.
 std::string installedPagePath(InstalledPage page);
 
-/// Opens the page in the default browser, without a network. False if it is missing or the system has nothing to open
-/// it with, as far as the system tells. Message thread only.
+/// Opens the page in the default browser, without a network. False if the page is missing or if the system reports that
+/// it has nothing to open it with. Message thread only.
 bool openInstalledPage(InstalledPage page);
 
 }  // namespace tesh::bramel

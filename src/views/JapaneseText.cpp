@@ -1,4 +1,4 @@
-// Looks for an installed font with Japanese letters, and breaks lines between characters.
+// Looks for an installed font with Japanese characters, and breaks lines between characters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/JapaneseText.h"
 
@@ -9,7 +9,7 @@ namespace tesh::bramel {
 namespace {
 
 #ifndef _WIN32
-/// The panel's default face, which borrows Japanese letters where an installed font has them.
+/// The panel's default typeface, which borrows Japanese characters if an installed font has them.
 juce::String installedFace() {
   constexpr std::uint32_t kHiraganaA = 0x3042;
   return InstalledFonts().find(kHiraganaA).path.empty() ? juce::String() : juce::Font::getDefaultSansSerifFontName();
@@ -22,7 +22,7 @@ bool isClosingMark(juce::juce_wchar letter) {
   return juce::String(juce::CharPointer_UTF8("\u3001\u3002\u300d\uff09\u30fc)")).containsChar(letter);
 }
 
-/// The characters at the start of `text` that stay on one line.
+/// The number of characters at the start of `text` that must stay on one line.
 int lengthOfUnit(const juce::String& text) {
   int length = 1;
   while (length < text.length() &&

@@ -1,4 +1,4 @@
-// Where menus open that find sounds or delete kits.
+// Positions of the menus that find sounds or delete kits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace tesh::bramel {
 
-/// On Windows inside the panel: a menu in a window of its own is shut at once where the host keeps the focus.
+/// On Windows inside the panel: a menu in its own window would close at once if the host keeps the focus.
 inline juce::PopupMenu::Options menuPlaceIn(juce::Component& target) {
   const auto options = juce::PopupMenu::Options().withTargetComponent(&target);
 #ifdef _WIN32
@@ -18,8 +18,8 @@ inline juce::PopupMenu::Options menuPlaceIn(juce::Component& target) {
 #endif
 }
 
-/// Beside the row of a list, so that the list stays in sight: on the right, or on the left where the screen, or on
-/// Windows the panel, ends. `row` is in the list's own coordinates.
+/// Beside the row of a list, so that the list stays visible: on the right, or on the left if the screen, or on Windows
+/// the panel, ends there. `row` is in the list's coordinates.
 inline juce::PopupMenu::Options menuPlaceBeside(juce::Component& list, juce::Rectangle<int> row) {
   constexpr int kWidth = 160;
   const auto options = menuPlaceIn(list).withMinimumWidth(kWidth);

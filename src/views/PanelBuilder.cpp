@@ -20,7 +20,7 @@ using panel::ControlKind;
 
 using HeldSet = std::weak_ptr<const std::vector<juce::Image>>;
 
-/// `held` is what the last panel took: its frames serve as long as they are those of the provider.
+/// `held` is the set of the previous panel, which is reused if its frames are still the provider's.
 ImageSet stripNamed(IBramelImageProvider& provider, const std::string& name, HeldSet& held) {
   std::vector<juce::Image> frames{imageNamed(provider, name + "_0")};
   if (ImageSet strip = held.lock(); strip != nullptr && strip->front() == frames.front()) {

@@ -1,4 +1,4 @@
-// Turns a row of the panel's table into a control.
+// Makes a control from a row of the panel's table.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,19 +14,19 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// A control and what else it is; a stub is nothing else.
+/// A control, with the same object as component and for screen readers; both are null for a stub.
 struct BuiltControl {
   std::shared_ptr<IBWControl> control;
   juce::Component* component = nullptr;
   SpokenControl* spoken = nullptr;
 };
 
-/// Holds the images that several controls share. Message thread only.
+/// Holds the images that controls share. Message thread only.
 class PanelBuilder {
  public:
   explicit PanelBuilder(IBramelImageProvider& provider);
 
-  /// A control of its kind with its images; `stepCount` is that of its parameter.
+  /// Makes a control of this kind with its images; `stepCount` is its parameter's.
   BuiltControl make(panel::ControlKind kind, std::uint64_t stepCount) const;
 
  private:

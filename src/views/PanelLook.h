@@ -1,4 +1,4 @@
-// Keeps the panel's look-and-feel JUCE's default while any panel exists.
+// Sets the panel's look-and-feel as JUCE's default while any panel exists.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,10 +9,10 @@
 
 namespace tesh::bramel {
 
-/// One object of the process, made by the first panel and ended with the last. Message thread only.
+/// One object per process, made by the first panel and destroyed with the last. Message thread only.
 class PanelLook {
  public:
-  /// `fonts` gives the default face, "Roboto".
+  /// `fonts` provides the default typeface, "Roboto".
   static std::shared_ptr<PanelLook> acquire(IBramelFontProvider& fonts);
 
   explicit PanelLook(IBramelFontProvider& fonts);

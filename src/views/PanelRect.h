@@ -1,4 +1,4 @@
-// A rectangle that a table can hold at compile time.
+// A rectangle for compile-time tables.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@ struct PanelRect {
   int width = 0;
   int height = 0;
 
-  // A table's row stands wherever JUCE takes a rectangle.
+  // Implicit, so that a table's row can be used wherever JUCE takes a rectangle.
   operator juce::Rectangle<int>() const { return {x, y, width, height}; }
 };
 

@@ -1,5 +1,4 @@
-// What stands where on the panel: rectangles, image names, colours and fonts. Pixels of the panel at 100 %, from its
-// top left corner.
+// The layout of the panel: rectangles, image names, colours and fonts. Panel pixels at 100 %, from the top left corner.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,14 +14,14 @@ namespace tesh::bramel::panel {
 inline constexpr int kPanelWidth = 768;
 inline constexpr int kPanelHeight = 468;
 
-/// Steps from one pad's column to the next.
+/// Distance between the columns of two pads.
 inline constexpr int kColumnWidth = 92;
 
 enum Page : std::uint64_t { soundPage, characterPage, mixPage };
 inline constexpr std::size_t kPageCount = 3;
 
 enum class ControlKind {
-  stub,  ///< Not on the panel, but told of changes.
+  stub,  ///< Not on the panel, but updated like a control.
   sweepKnob,
   centredKnob,
   envelopeMode,
@@ -33,7 +32,7 @@ enum class ControlKind {
   levelFader
 };
 
-/// A control of pad 0. For pad k, add 12 k to the macro and k columns to the place.
+/// A control of pad 0. For pad k, add 12 k to the macro and k columns to the position.
 struct PadControl {
   PadMacro macro;
   Page page;
@@ -41,7 +40,7 @@ struct PadControl {
   PanelRect bounds;
 };
 
-/// In building order: a control covers those before it.
+/// In building order: a control covers the earlier ones.
 inline constexpr std::array<PadControl, kMacrosPerPad> kPadControls{{
     {kSample, soundPage, ControlKind::stub, {}},
     {kPitch, soundPage, ControlKind::centredKnob, {34, 193, 55, 55}},
@@ -70,10 +69,10 @@ inline constexpr std::array<MasterControl, 4> kMasterControls{{
     {kMasterLevelMacro, ControlKind::sweepKnob, {679, 54, 55, 55}},
 }};
 
-/// Images of a control that has one for each of its states.
+/// The images of a control with one image per state.
 struct StateImages {
   ControlKind kind;
-  std::array<const char*, 3> names;  ///< Null past the last state.
+  std::array<const char*, 3> names;  ///< Null after the last state.
 };
 
 inline constexpr std::array<StateImages, 5> kStateImages{{
@@ -88,7 +87,7 @@ inline constexpr const char* kBackgroundImage = "Sivray_background";
 inline constexpr std::array<const char*, kPageCount> kPageImages{"Sivray_Layer_0", "Sivray_Layer_1", "Sivray_Layer_2"};
 inline constexpr PanelRect kPageBounds{0, 131, 768, 337};
 
-/// A film strip: frame n has the name, an underscore and n.
+/// A film strip: the name of frame n is this, an underscore and n.
 inline constexpr const char* kSweepStrip = "Sivray Knob Index 32 sweep";
 inline constexpr const char* kCentredStrip = "Sivray Knob BiDirectional";
 inline constexpr int kStripFrames = 128;
@@ -98,7 +97,7 @@ inline constexpr PanelSize kFaderHandleSize{50, 43};
 inline constexpr float kKnobSensitivity = 1.0F;
 inline constexpr float kFaderSensitivity = 0.6F;
 
-/// An image for off and one for on, with its place.
+/// A button's images for off and on, and its position.
 struct ButtonRow {
   PanelRect bounds;
   const char* off;
@@ -121,7 +120,7 @@ inline constexpr std::array<const char*, kPads> kPadCaptions{"C1", "C#1", "D1", 
 /// Space around the caption in a pad: top, left, bottom, right.
 inline constexpr std::array<int, 4> kPadCaptionBorder{kPadSize - 22, 0, 4, 1};
 
-/// Of pad 0.
+/// Display of pad 0.
 inline constexpr const char* kDisplayImage = "Sivray_Sample_LCD";
 inline constexpr PanelRect kDisplay{28, 145, 71, 31};
 inline constexpr PanelRect kPadNumber{29, 145, 73, 15};
@@ -147,7 +146,7 @@ inline constexpr double kPadDisplayHeight = 13.0;
 inline constexpr const char* kCaptionFace = "Oswald Medium";
 inline constexpr double kCaptionHeight = 10.0;
 
-// As 0xAARRGGBB.
+// Colours as 0xAARRGGBB.
 inline constexpr std::uint32_t kDisplayColour = 0xff95a8ef;
 inline constexpr std::uint32_t kEditLabelColour = 0xffa8b1cd;
 inline constexpr std::uint32_t kPadCaptionColour = 0x7fffffff;

@@ -1,4 +1,4 @@
-// Places a pop-up at its anchor and moves it inside the slot.
+// Places a pop-up beside its anchor and moves it inside the slot.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/PopupPlacement.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 constexpr UIPopupDirection kDefaultDirection = UIPopupDirection::rightCentre;
 
-/// The first coordinate of a span of `length` that starts with, is centred on, or ends with `from` to `from + extent`.
+/// Start of a span of `length` that is aligned with the start, centre or end of `from` to `from + extent`.
 int aligned(int alignment, int from, int extent, int length) {
   switch (alignment) {
     case 0:

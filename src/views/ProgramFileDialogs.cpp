@@ -1,4 +1,4 @@
-// Opens the dialogs for import and export and passes the chosen file to the view model.
+// Opens the dialogs for import and export, and passes the chosen file to the view model.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/ProgramFileDialogs.h"
 
@@ -14,10 +14,10 @@ namespace {
 
 #ifdef _WIN32
 constexpr bool kSystemsDialogs = true;
-/// Virus scanners hold a file that has just been written open for a moment, and so keep the next export from it.
+/// Virus scanners hold a newly written file open for a moment, during which it cannot be replaced.
 constexpr int kExportTries = 10;
 #else
-/// The programs that other desktops offer for it are started as processes, and would not belong to a host's window.
+/// Not the desktop's own dialogs: they run as separate processes and would not belong to a host's window.
 constexpr bool kSystemsDialogs = false;
 constexpr int kExportTries = 1;
 #endif
@@ -25,7 +25,7 @@ constexpr int kExportPauseMilliseconds = 50;
 
 constexpr const char* kOwnBank = "User";
 
-/// Where the panel's pop-ups stand, or the top of a component without such.
+/// The slot of the panel's pop-ups, or the top component if there is none.
 juce::Component* frontOf(juce::Component& component) {
   auto* const slot = BWPopupSlotView::above(&component);
   return slot == nullptr ? component.getTopLevelComponent() : slot;
@@ -38,7 +38,7 @@ juce::File documents() {
   return folder.isDirectory() ? folder : juce::File::getSpecialLocation(juce::File::userHomeDirectory);
 }
 
-/// The first component of the kind below `parent` that `isWanted`.
+/// The first component of this kind below `parent` for which `isWanted` is true.
 template <typename Kind, typename IsWanted>
 Kind* findBelow(juce::Component& parent, const IsWanted& isWanted) {
   for (juce::Component* const child : parent.getChildren()) {
@@ -52,7 +52,7 @@ Kind* findBelow(juce::Component& parent, const IsWanted& isWanted) {
   return nullptr;
 }
 
-/// Takes a question that has just been asked into the panel: in a window of its own it may fall behind a host's.
+/// Moves a question that was just opened into the panel: in its own window it might fall behind the host's.
 void takeQuestionInto(juce::Component* front) {
   auto* const question = dynamic_cast<juce::AlertWindow*>(juce::Component::getCurrentlyModalComponent());
   if (question != nullptr && question->isOnDesktop() && front != nullptr) {
@@ -63,7 +63,7 @@ void takeQuestionInto(juce::Component* front) {
   }
 }
 
-/// Lets a button of the dialog add the ending to the name where there is one to add, and keep its questions in `front`.
+/// Makes a button of the dialog first add the missing ending to the name, and then move its questions into `front`.
 void extend(juce::TextButton& button, juce::TextEditor* name, const juce::String& ending, juce::Component& front) {
   button.onClick = [act = button.onClick, name, ending, top = juce::Component::SafePointer(&front)] {
     if (name != nullptr && name->getText().isNotEmpty() && !name->getText().endsWithIgnoreCase(ending)) {
@@ -74,7 +74,7 @@ void extend(juce::TextButton& button, juce::TextEditor* name, const juce::String
   };
 }
 
-/// Makes JUCE's dialog, just opened in `front`, one of the panel: whole in it, and ready to be typed in.
+/// Fits JUCE's dialog, which was just opened in `front`, into the panel, with the focus in its name field.
 void fitInto(juce::Component& front, juce::FileChooserDialogBox& dialog, const juce::String& ending) {
   constexpr int kWidth = 600;
   constexpr int kHeight = 420;
@@ -93,7 +93,8 @@ void fitInto(juce::Component& front, juce::FileChooserDialogBox& dialog, const j
     extend(*buttonNamed(browser.getActionVerb()), name, ending, front);
     extend(*buttonNamed("New Folder"), nullptr, ending, front);
   }
-  name->onEscapeKey = [cancel = buttonNamed("Cancel")] { cancel->triggerClick(); };  // The field keeps keys to itself.
+  // The text field uses the key itself.
+  name->onEscapeKey = [cancel = buttonNamed("Cancel")] { cancel->triggerClick(); };
   name->grabKeyboardFocus();
 }
 
@@ -110,8 +111,8 @@ std::shared_ptr<juce::Component> makeLine(const juce::String& text) {
 
 }  // namespace
 
-// The dialogs do not block: a host that closes the editor under an open dialog must not find the message thread inside
-// a nested loop of a view that it deletes.
+// The dialogs do not block: if a host closes the editor under an open dialog, the message thread must not be inside a
+// nested loop of the view that is deleted.
 
 void ProgramFileDialogs::open(juce::Component& opener, int mode, const juce::String& title, const juce::File& start,
                               const juce::String& ending, const std::function<bool(const juce::File&)>& use,
@@ -158,13 +159,13 @@ void ProgramFileDialogs::openExport(juce::Component& opener, const std::shared_p
   const juce::String ending = endingOf(*model);
   const auto use = [this, model, anchor = juce::Component::SafePointer(&opener)](const juce::File& file) {
     exportTo(file, anchor, model, kExportTries);
-    return true;  // It says itself where it fails.
+    return true;  // It reports its own errors.
   };
   open(opener, juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::warnAboutOverwriting,
        "Export User Programs", documents().getChildFile("My Kits" + ending), ending, use, "");
 }
 
-/// Tries again after a while, in which the panel's thread does not wait, unless the opener is gone by then.
+/// Tries again later, without making the panel's thread wait, unless the opener no longer exists by then.
 void ProgramFileDialogs::exportTo(const juce::File& file, const juce::Component::SafePointer<juce::Component>& opener,
                                   const std::shared_ptr<IProgramListViewModel>& model, int tries) {
   if (model->exportPrograms(file.getFullPathName().toStdString())) {

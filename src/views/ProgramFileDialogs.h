@@ -1,4 +1,4 @@
-// The file dialogs in which a user picks a file of programs.
+// The file dialogs for importing and exporting programs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,15 +12,15 @@
 
 namespace tesh::bramel {
 
-/// One dialog at a time, in front of the panel that `opener` is on: on Windows the system's own, elsewhere inside the
-/// panel's window. It is closed when this object goes, and a cancelled one changes nothing. A file that cannot be read
-/// or written is answered with a line on the panel. Message thread only.
+/// One dialog at a time, in front of the panel of `opener`: on Windows the system's own, elsewhere inside the panel's
+/// window. It is closed when this object is destroyed. A cancelled dialog changes nothing. If a file cannot be read or
+/// written, a line on the panel says so. Message thread only.
 class ProgramFileDialogs {
  public:
   /// Calls `whenImported` after the import.
   void openImport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model,
                   std::function<void()> whenImported);
-  /// Adds the ending of such files to a name without it, and asks before it overwrites a file.
+  /// Adds the ending to a name without it, and asks before it overwrites a file.
   void openExport(juce::Component& opener, const std::shared_ptr<IProgramListViewModel>& model);
 
  private:

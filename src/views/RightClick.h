@@ -1,4 +1,4 @@
-// Hears the right mouse button on a control, which ignores it.
+// Listens for right clicks on a control, which itself ignores them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,7 +12,7 @@ namespace tesh::bramel {
 /// Message thread only.
 class RightClick final : public juce::MouseListener {
  public:
-  /// The component is heard as long as both live.
+  /// Listens as long as both this object and the component exist.
   RightClick(juce::Component& component, std::function<void()> newAction)
       : heard(&component), action(std::move(newAction)) {
     component.addMouseListener(this, false);

@@ -1,4 +1,4 @@
-// Paints a component and its children inside a rounded rectangle, without a picture of its own.
+// Clips a component and its children to a rounded rectangle while painting, without an intermediate image.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// Give it to `juce::Component::setCachedComponentImage`, which owns it.
+/// To be passed to `juce::Component::setCachedComponentImage`, which owns it.
 class RoundedClip : public juce::CachedComponentImage {
  public:
   RoundedClip(juce::Component& clipped, float corner) : component(clipped), cornerSize(corner) {}

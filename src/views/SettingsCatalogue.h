@@ -7,7 +7,7 @@
 
 namespace tesh::bramel {
 
-/// Texts in UTF-8. The name is the row's key: its picture is the image "collection_" and the name.
+/// Texts in UTF-8. The name identifies the row: its picture is the image "collection_" and the name.
 struct CatalogueRow {
   const char* name;
   const char* tagLine;

@@ -1,4 +1,4 @@
-// Lays out one cell and shows whether it is selected.
+// Lays out a cell and shows whether it is selected.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/SettingsCell.h"
 

@@ -192,7 +192,7 @@ void SivrayEditView::addControl(juce::Component& parent, std::size_t macro, Cont
   registerControl(macro, control);
 }
 
-// From the hand.
+// From the user.
 
 void SivrayEditView::controlValueChanged(IBWControl& control) {
   if (&control == pageSelector.get()) {
@@ -223,7 +223,7 @@ void SivrayEditView::selectPage(std::uint64_t page) {
   }
 }
 
-// Decoding a page's picture takes a tenth of the first opening, so each is asked for once its page is shown.
+// Decoding a page's picture takes a tenth of the first opening, so it is done when the page is first shown.
 void SivrayEditView::updatePageVisibility() {
   juce::ImageComponent& shown = *pages[selectedPage];
   if (shown.getImage().isNull()) {

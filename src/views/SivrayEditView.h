@@ -22,7 +22,7 @@
 
 namespace tesh::bramel::plugin::sivray {
 
-/// Opens on its first page each time, unless it continues another one. Message thread only.
+/// Opens on its first page, unless it continues another view. Message thread only.
 class SivrayEditView : public BWPluginEditView, public IContinuedView {
  public:
   SivrayEditView();
@@ -35,12 +35,12 @@ class SivrayEditView : public BWPluginEditView, public IContinuedView {
   void controlValueChanged(IBWControl& control) override;
   void controlGestureBegan(IBWControl& control) override;
 
-  // What a hand opens, for those who draw the panel without one.
+  // Opens what a user would open, for drawing the panel without a user.
 
-  /// Pages from 0; others are ignored.
+  /// Pages from 0; ignores other numbers.
   void selectPage(std::uint64_t page);
   void openSampleSelector(std::uint64_t part);
-  /// The menu of samples similar to the part's.
+  /// The menu of samples similar to the pad's.
   void openSimilar(std::uint64_t part);
   void openEffectList();
 

@@ -1,4 +1,4 @@
-// Where the two lines of a tooltip stand, and how large its box is.
+// Positions the two lines of a tooltip, and sizes its box.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,13 +12,13 @@ namespace tesh::bramel {
 /// Panel pixels, local to the box.
 struct TooltipLayout {
   juce::Point<int> size;
-  juce::Rectangle<float> name;  ///< Of height 0 if the tooltip has no name.
+  juce::Rectangle<float> name;  ///< Has height 0 if the tooltip has no name.
   juce::Rectangle<float> value;
 };
 
-/// `nameWidth` and `valueWidth` are those of the texts; `nameHeight` is the name font's height, 0 without a name. The
-/// width is rounded up to 4, so that the box does not tremble while the value changes, and at least 1.6 times the
-/// text's height.
+/// `nameWidth` and `valueWidth` are the widths of the texts; `nameHeight` is the height of the name's font, 0 without a
+/// name. The box's width is rounded up to a multiple of 4, so that it does not jitter while the value changes, and is
+/// at least 1.6 times the text's height.
 inline TooltipLayout layOutTooltip(float nameWidth, float nameHeight, float valueWidth, float valueHeight) {
   constexpr float kSide = 8.0F;
   constexpr float kTop = 4.0F;

@@ -1,4 +1,4 @@
-// Where a pop-up stands relative to the control that it belongs to.
+// The position of a pop-up relative to its control.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,7 +21,7 @@ enum class UIPopupDirection : std::int32_t {
   belowCentre = 10,
   belowRight = 11,
   over = 12,   ///< Centred on the anchor.
-  corner = 13  ///< The top left corner of the editor, without a margin.
+  corner = 13  ///< At the top left corner of the editor, without a margin.
 };
 
 }  // namespace tesh::bramel

@@ -8,7 +8,7 @@
 
 namespace tesh::bramel {
 
-/// A button or, if it latches, a toggle, as a screen reader sees and presses it.
+/// The button, or the toggle if it latches, for a screen reader.
 class BWButtonBase::Handler : public juce::AccessibilityHandler {
  public:
   explicit Handler(BWButtonBase& spokenButton)
@@ -78,7 +78,7 @@ void BWButtonBase::mouseDown(const juce::MouseEvent& event) {
   }
 }
 
-// A gesture that began ends, whatever buttons are down by then.
+// A gesture that began always ends, whatever mouse buttons are down.
 void BWButtonBase::mouseUp(const juce::MouseEvent& event) {
   if (hand.end(event)) {
     release();

@@ -12,8 +12,8 @@
 
 namespace tesh::bramel {
 
-/// Acts on the left button alone, on one press at a time, and not while it is disabled (`setEnabled`). A press tells
-/// begin and change, a release end; a momentary button is on while it is held and tells change again before the end.
+/// Reacts only to the left button, to one press at a time, and not while disabled (`setEnabled`). A press notifies
+/// begin and change, a release end. A momentary button is on while it is held, and notifies change again before end.
 class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateControl>, public SpokenControl {
  public:
   BWButtonBase();
@@ -24,7 +24,7 @@ class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateContr
   bool isMomentary() const { return momentary; }
   bool isPressed() const { return pressed; }
 
-  /// Presses and releases as a hand does. For screen readers.
+  /// Presses and releases like a user. For screen readers.
   void click();
 
   void mouseDown(const juce::MouseEvent& event) override;
@@ -33,7 +33,7 @@ class BWButtonBase : public juce::Component, public ControlBase<IBWTwoStateContr
   std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
  protected:
-  /// State to picture.
+  /// Updates the picture after a change of state.
   virtual void refresh() {}
 
  private:

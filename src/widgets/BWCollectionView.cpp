@@ -10,7 +10,7 @@ namespace tesh::bramel {
 BWCollectionView::BWCollectionView() {
   viewport.setScrollBarsShown(true, false);
   viewport.setViewedComponent(&content, false);
-  // Keys select cells; the view follows.
+  // Keys select cells, and the view scrolls to them.
   viewport.setWantsKeyboardFocus(false);
   setWantsKeyboardFocus(true);
   addAndMakeVisible(viewport);
@@ -63,7 +63,7 @@ void BWCollectionView::buildCells() {
   }
 }
 
-/// Cells side by side; 0 if there is no room or no cell.
+/// The number of columns; 0 if there is no room or no cell.
 int BWCollectionView::columns() const { return cellSize.x > 0 ? viewport.getMaximumVisibleWidth() / cellSize.x : 0; }
 
 void BWCollectionView::controlGestureBegan(IBWControl& control) {

@@ -1,4 +1,4 @@
-// A scrolling grid of cells of one size, of which one can be selected.
+// A scrolling grid of cells of one size, one of which can be selected.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,22 +21,22 @@ class IBWCollectionViewDataSource {
   virtual juce::Point<int> getCellSize(BWCollectionView& view) = 0;
   virtual std::shared_ptr<BWCollectionViewCell> makeCell(BWCollectionView& view) = 0;
   virtual void fillCell(BWCollectionView& view, BWCollectionViewCell& cell, int index) = 0;
-  /// By the user's hand or keys. May delete the view.
+  /// The user selected a cell by mouse or keys. May delete the view.
   virtual void cellSelected(BWCollectionView& view) = 0;
 };
 
-/// Makes its cells anew at each resize. A view narrower than a cell has none.
+/// Rebuilds its cells at each resize. A view narrower than a cell has none.
 class BWCollectionView : public juce::Component, public IBWControlListener {
  public:
   BWCollectionView();
 
-  /// Selects nothing. The source must outlive the view or be taken back with null.
+  /// Selects nothing. The source must outlive the view, unless it is replaced by null.
   void setDataSource(IBWCollectionViewDataSource* source);
   /// -1 if nothing is selected.
   int getSelected() const { return selected; }
-  /// Does not tell the data source.
+  /// Does not notify the data source.
   void setSelected(int index);
-  /// Scrolls the cell's line to the top, as far as there are lines below it.
+  /// Scrolls the cell's row to the top, as far as there are rows below it.
   void scrollToCell(int index);
   juce::Viewport& getViewport() { return viewport; }
 

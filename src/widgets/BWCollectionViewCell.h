@@ -1,4 +1,4 @@
-// A cell of a collection view: a button that knows its index and whether it is the selected one.
+// A cell of a collection view: a button with its index and a selected state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

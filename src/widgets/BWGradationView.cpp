@@ -1,4 +1,4 @@
-// Rectangles of a gradient from the bottom left to the top right.
+// Rectangles with a gradient from the bottom left to the top right.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWGradationView.h"
 

@@ -1,4 +1,4 @@
-// Rectangles of a gradient from the bottom left to the top right, and the one behind rows of tabs.
+// Rectangles with a gradient from the bottom left to the top right, and the background of a row of tabs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// The gradient runs at right angles to the diagonal from top left to bottom right, whatever the shape of the view.
+/// The gradient is perpendicular to the diagonal from top left to bottom right, whatever the shape of the view.
 class BWGradationView : public juce::Component {
  public:
   void setColours(juce::Colour atBottomLeft, juce::Colour atTopRight);

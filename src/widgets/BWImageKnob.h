@@ -13,7 +13,7 @@ class BWImageKnob : public BWKnobBase {
  public:
   BWImageKnob();
 
-  /// From the lowest value to the highest. Knobs that look alike share one set.
+  /// Frames from the lowest value to the highest. Knobs of the same look share one set.
   void setFrames(ImageSet frames);
   /// Frames of the lowest and of the highest value: the first and the last unless set.
   void setMinimumFrame(float frame);

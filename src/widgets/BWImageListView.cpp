@@ -24,7 +24,7 @@ void BWImageListView::setIndex(std::size_t newIndex) {
   }
 }
 
-// JUCE repaints only if the image is another one.
+// JUCE repaints only if the image differs.
 void BWImageListView::show() { setImage(index < getImageCount() ? (*images)[index] : juce::Image()); }
 
 }  // namespace tesh::bramel

@@ -1,4 +1,4 @@
-// Shows one image of a set, stretched into its own size, whatever the images' pixels.
+// Shows one image of a set, stretched to the view's size.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace tesh::bramel {
 
-/// Takes no clicks. `getImage` returns the image in front, or an empty image if there is none.
+/// Ignores clicks. `getImage` returns the visible image, or an empty image if there is none.
 class BWImageListView : public juce::ImageComponent {
  public:
   BWImageListView();
@@ -19,7 +19,7 @@ class BWImageListView : public juce::ImageComponent {
   void setImages(ImageSet newImages);
   std::size_t getImageCount() const { return images == nullptr ? 0 : images->size(); }
 
-  /// Ignored past the end.
+  /// Ignores an index past the end.
   void setIndex(std::size_t newIndex);
   std::size_t getIndex() const { return index; }
 

@@ -10,8 +10,8 @@ class BWImageSlider : public BWKnobBase {
  public:
   BWImageSlider();
 
-  /// Width and height are panel pixels; the image is stretched into them. A handle that is wider than the fader is
-  /// clipped on both sides.
+  /// Width and height are panel pixels, to which the image is stretched. A handle wider than the fader is clipped on
+  /// both sides.
   void setHandle(const juce::Image& image, int width, int height);
   juce::Rectangle<int> getHandleBounds() const { return handle.getBounds(); }
 

@@ -8,7 +8,7 @@
 
 namespace tesh::bramel {
 
-/// The value as a screen reader sees and sets it.
+/// The value, for a screen reader.
 class BWKnobBase::SpokenValue : public juce::AccessibilityValueInterface {
  public:
   explicit SpokenValue(BWKnobBase& spokenKnob) : knob(spokenKnob) {}

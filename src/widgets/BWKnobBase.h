@@ -30,9 +30,9 @@ class BWKnobBase : public juce::Component,
   void setValue(float value) override;
   void notifyChanged() override;
 
-  /// The maximum then lies where the minimum was.
+  /// Swaps the positions of minimum and maximum.
   void setInverted(bool isInverted) { inverted = isInverted; }
-  /// Dragged up and down; otherwise to the right and left.
+  /// Dragged up and down instead of left and right.
   void setVertical(bool vertical);
   void setSensitivity(float sensitivity) { tracking->setSensitivity(sensitivity); }
   void setTrackingMode(BWTrackingView::Mode mode) { tracking->setMode(mode); }
@@ -42,9 +42,9 @@ class BWKnobBase : public juce::Component,
   std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
  protected:
-  /// Value to picture.
+  /// Updates the picture after a change of value.
   virtual void refresh() {}
-  /// The value as a part of the way, 0 to 1, rounded to a state.
+  /// The value as a share of the range, 0 to 1, rounded to a state.
   float getNormalisedValue() const { return tracking->getValue(); }
   bool isVertical() const { return tracking->isVertical(); }
 
@@ -56,7 +56,7 @@ class BWKnobBase : public juce::Component,
   void controlGestureEnded(IBWControl& control) override;
   void controlDoubleClicked(IBWControl& control) override;
   bool isOwn(const IBWControl& control) const { return &control == tracking.get(); }
-  /// A value as its part of the way from start to end.
+  /// A value as a share of the range from start to end.
   float normalise(float value) const;
   float start() const { return inverted ? maximum : minimum; }
   float end() const { return inverted ? minimum : maximum; }

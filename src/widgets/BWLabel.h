@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// Left-justified, centred from top to bottom.
+/// Left-aligned and vertically centred.
 class BWLabel : public PanelText {
  public:
   BWLabel() { setJustification(juce::Justification::centredLeft); }

@@ -1,4 +1,4 @@
-// A scrolling list of texts of which one can be selected.
+// A scrolling list of texts, one of which can be selected.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWSimpleListView.h"
 
@@ -26,7 +26,7 @@ BWSimpleListView::BWSimpleListView()
   box.setColour(juce::ListBox::backgroundColourId, juce::Colours::transparentWhite);
   box.setModel(this);
   box.addMouseListener(this, true);
-  // The wheel and the keys scroll the viewport, whose own bar would take room from the rows.
+  // The viewport scrolls by wheel and keys; its own bar would take space from the rows.
   box.getViewport()->setScrollBarsShown(false, false, true, false);
   scrollBar.addListener(this);
   addAndMakeVisible(box);
@@ -73,7 +73,7 @@ void BWSimpleListView::selectRow(int row) {
   bringIntoView(row);
 }
 
-/// A row off the screen comes to its middle, so that its neighbours show too, and the top row is a whole one.
+/// Scrolls an invisible row to the middle, so that its neighbours are visible too, with a whole row at the top.
 void BWSimpleListView::bringIntoView(int row) {
   juce::Viewport& viewport = *box.getViewport();
   const int height = viewport.getViewHeight();
@@ -169,7 +169,7 @@ void BWSimpleListView::selectedRowsChanged(int lastRow) {
   }
 }
 
-/// What the list shows as selected may have changed elsewhere since: the click gives it again.
+/// The selected item may have been changed elsewhere meanwhile, so the click notifies again.
 void BWSimpleListView::listBoxItemClicked(int row, const juce::MouseEvent& event) {
   const bool isTold = std::exchange(toldRow, -1) == row;
   const bool isPlainClick = event.mods.isLeftButtonDown() && event.getNumberOfClicks() == 1;

@@ -1,4 +1,5 @@
-// A scrolling list of texts of which one can be selected, by mouse, arrow and page keys, and by typing first letters.
+// A scrolling list of texts, one of which can be selected by mouse, by arrow and page keys, and by typing first
+// letters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +15,7 @@
 
 namespace tesh::bramel {
 
-/// The scroll bar lies over the rows, which take the whole width. The row under the mouse is tinted.
+/// The scroll bar overlays the rows, which take the whole width. The row under the mouse is tinted.
 class BWSimpleListView : public juce::Component, public juce::ListBoxModel, private juce::ScrollBar::Listener {
  public:
   static constexpr int kRowHeight = 28;
@@ -22,24 +23,24 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
   BWSimpleListView();
   ~BWSimpleListView() override;
 
-  /// The listener must outlive the list or be taken back with null.
+  /// The listener must outlive the list, unless it is replaced by null.
   void setListener(IBWSimpleListViewListener* newListener) { listener = newListener; }
-  /// Replaces all rows and selects none; the list stays scrolled as far as it can. Notifies nobody.
+  /// Replaces all rows and selects none. Keeps the scroll position as far as possible. Notifies nobody.
   void setItems(std::vector<std::string> texts);
   void setDataSource(std::shared_ptr<const IBWSimpleListViewDataSource> source);
-  /// Null gives the default renderer back.
+  /// Null restores the default renderer.
   void setRenderer(std::shared_ptr<const IBWSimpleListViewRenderer> newRenderer);
-  /// The default renderer then writes in "Open Sans Regular" at 13.
+  /// Sets the font of the default renderer: "Open Sans Regular" at 13.
   void setFontProvider(IBramelFontProvider& provider);
 
-  /// Selects the row alone and scrolls it into view; -1 selects nothing. Notifies nobody.
+  /// Selects this row only and scrolls it into view; -1 selects nothing. Notifies nobody.
   void selectRow(int row);
-  /// Whether a click tells also the row that is marked already: for a list that does not follow what it shows. Off at
-  /// first.
+  /// Whether a click on the row that is already selected notifies too, for a list that does not follow changes of the
+  /// selected item from elsewhere. Off at first.
   void setTellsMarkedRow(bool tells) { tellsMarkedRow = tells; }
   void scrollToTop() { box.setVerticalPosition(0.0); }
   int getSelectedRow() const { return selectedRow; }
-  /// In the list's coordinates, beyond its edges for a row out of sight.
+  /// In the list's coordinates; outside its bounds for an invisible row.
   juce::Rectangle<int> rowBounds(int row) const { return box.getRowPosition(row, true) + box.getPosition(); }
   /// The list's name for a screen reader.
   void setListTitle(const juce::String& title) { box.setTitle(title); }
@@ -54,12 +55,12 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
   void listWasScrolled() override { updateScrollBar(); }
   void listBoxItemClicked(int row, const juce::MouseEvent& event) override;
 
-  // Of the rows too.
+  // Receives the rows' mouse events too.
   void mouseMove(const juce::MouseEvent& event) override;
   void mouseExit(const juce::MouseEvent& event) override;
 
  private:
-  /// What a key selects is told by then: a click on that row is news.
+  /// A key's selection has been notified; a later click on that row notifies again.
   class Rows final : public juce::ListBox {
    public:
     explicit Rows(BWSimpleListView& ownList) : list(ownList) {}
@@ -84,7 +85,7 @@ class BWSimpleListView : public juce::Component, public juce::ListBoxModel, priv
   bool muted = false;
   bool tellsMarkedRow = false;
   int selectedRow = -1;
-  int toldRow = -1;        ///< That the click under way has told the listener.
+  int toldRow = -1;        ///< The row that the current click has notified.
   int rowUnderMouse = -1;  ///< -1 for none.
 };
 

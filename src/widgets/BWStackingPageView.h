@@ -15,14 +15,14 @@ class BWStackingPageView : public BWView {
  public:
   BWStackingPageView();
 
-  /// Told by the stacking view when the page is pushed, and with null when it is popped or the view goes.
+  /// Called by the stacking view when the page is pushed; with null when it is popped or the view is destroyed.
   virtual void setStackingView(BWStackingView* view) { stackingView = view; }
   BWStackingView* getStackingView() const { return stackingView; }
 
-  /// Items keep their own size and stand side by side.
+  /// Items keep their size and are placed side by side.
   void addLeftItem(std::shared_ptr<juce::Component> item);
   void addRightItem(std::shared_ptr<juce::Component> item);
-  /// The bar keeps its width until the next item comes.
+  /// The bar keeps its width until the next item is added.
   void clearRightItems();
 
   juce::Component& getLeftBar() { return *left.bar; }

@@ -1,4 +1,4 @@
-// Pages one above the other, of which the top one shows.
+// A stack of pages, of which the top one is visible.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWStackingView.h"
 

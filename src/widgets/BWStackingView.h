@@ -1,5 +1,5 @@
-// Pages one above the other, of which the top one shows, below a bar that holds the top page's items. The second press
-// of the double click that changes the page does not reach the new one.
+// A stack of pages, of which the top one is visible, below a bar with the top page's items. The second press of a
+// double click that changes the page does not reach the new page.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,14 +21,14 @@ class BWStackingView : public BWView {
   ~BWStackingView() override;
 
   void pushPage(std::shared_ptr<BWStackingPageView> page);
-  /// Takes the top page off and lets go of it. Does nothing if there is none.
+  /// Removes the top page and releases it. Does nothing if there is none.
   void popPage();
   /// Null if there is none.
   BWStackingPageView* getTopPage() const { return topPage.get(); }
-  /// The page that all others cover; null if there is none.
+  /// The bottom page; null if there is none.
   BWStackingPageView* getFirstPage() const { return pages.empty() ? nullptr : pages.front().get(); }
 
-  /// Places the page and its bars anew; a page calls it when its bars change.
+  /// Lays out the page and its bars; a page calls it when its bars change.
   void layOut();
 
   void resized() override;

@@ -1,4 +1,4 @@
-// Controls without a place on the screen, for parameters that the panel shows in another way.
+// Controls without a component, for parameters that the panel shows in another way.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,10 +8,10 @@
 
 namespace tesh::bramel {
 
-/// A listener and properties.
+/// A control with only a listener and properties.
 class BWStubControl : public ControlBase<IBWControl> {};
 
-/// A value of several states. `setState` stores any state.
+/// A control with several states. `setState` stores any state.
 class BWStubSwitch : public ControlBase<IBWMultiStateControl> {
  public:
   void setStateCount(std::uint64_t count) { stateCount = count; }

@@ -1,4 +1,4 @@
-// A control of several states.
+// A control with several states.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWSwitchBase.h"
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// The state as a screen reader sees it.
+/// The state, for a screen reader.
 class BWSwitchBase::SpokenValue : public juce::AccessibilityTextValueInterface {
  public:
   explicit SpokenValue(const BWSwitchBase& spokenSwitch) : control(spokenSwitch) {}

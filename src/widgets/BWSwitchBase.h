@@ -1,4 +1,4 @@
-// A control of several states that is pressed or dragged; derived classes say what a press does and draw it.
+// A control with several states that is pressed or dragged. Derived classes define a press and draw it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -24,7 +24,7 @@ class BWSwitchBase : public juce::Component,
   void setState(std::uint64_t newState) override;
   void notifyChanged() override;
 
-  /// Acts as a press and a release do. For screen readers.
+  /// Presses and releases like a user. For screen readers.
   void click();
 
   void resized() override;
@@ -32,11 +32,11 @@ class BWSwitchBase : public juce::Component,
   std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
  protected:
-  /// The pointer at the tracking view, before the listener hears of it. These may notify, and so delete the switch.
+  /// Events of the tracking view, called before the listener is notified. They may notify, and so delete the switch.
   virtual void onTrackingMoved() {}
   virtual void onTrackingBegan() {}
   virtual void onTrackingEnded() {}
-  /// State to picture.
+  /// Updates the picture after a change of state.
   virtual void refresh() {}
   const BWTracking2DView& getTracking() const { return *tracking; }
 

@@ -58,7 +58,7 @@ std::vector<juce::Image> BWToggleButton::allImages() const {
   return all;
 }
 
-// One copy serves both states if they look alike.
+// States of the same look share one copy.
 void BWToggleButton::darken() {
   std::vector<juce::Image> all = allImages();
   const bool lacksOff = all[pressedOff].isNull() && all[off].isValid();

@@ -11,7 +11,7 @@
 
 namespace tesh::bramel {
 
-/// Without images it is an invisible place to click.
+/// Without images it is an invisible clickable area.
 class BWToggleButton : public BWButtonBase {
  public:
   /// A colour set under this id fills the button behind its image.
@@ -19,22 +19,22 @@ class BWToggleButton : public BWButtonBase {
 
   BWToggleButton();
 
-  /// Off and on, and pressed off and pressed on where they are given. Buttons that look alike share one set.
+  /// Images for off and on, and optionally for pressed off and pressed on. Buttons of the same look share one set.
   void setImages(ImageSet newImages);
   void setOffImage(const juce::Image& image) { setImage(off, image); }
   void setOnImage(const juce::Image& image) { setImage(on, image); }
-  /// Pressed images that are not given are made at the first press: the others, every pixel darker by 0.3.
+  /// Pressed images that were not set are made at the first press: the other images, every pixel darker by 0.3.
   void setPressedOffImage(const juce::Image& image) { setImage(pressedOff, image); }
   void setPressedOnImage(const juce::Image& image) { setImage(pressedOn, image); }
-  /// Show the pressed images while the button is held; off at first.
+  /// Whether to show the pressed images while the button is held; off at first.
   void setShowPressed(bool show);
-  /// The image in front; empty if there is none.
+  /// The visible image; empty if there is none.
   juce::Image getImage() const { return list.getImage(); }
 
   void setImagePlacement(juce::RectanglePlacement placement) { list.setImagePlacement(placement); }
   void setImageBorder(juce::BorderSize<int> border);
   void setTextBorder(juce::BorderSize<int> border);
-  /// Empty at first.
+  /// The text on the button, empty at first.
   PanelText& getText();
 
   void resized() override;
@@ -53,7 +53,7 @@ class BWToggleButton : public BWButtonBase {
 
   ImageSet images;  ///< Null for none.
   BWImageListView list;
-  std::unique_ptr<PanelText> text;  ///< Null until it is asked for, as most buttons have none.
+  std::unique_ptr<PanelText> text;  ///< Made on first use, because most buttons have none.
   juce::BorderSize<int> imageBorder;
   juce::BorderSize<int> textBorder;
   bool showPressed = false;

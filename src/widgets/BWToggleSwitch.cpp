@@ -1,4 +1,4 @@
-// A switch of as many states as it has images.
+// A switch with one image per state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWToggleSwitch.h"
 

@@ -1,4 +1,4 @@
-// A switch of as many states as it has images: each press moves one state on, the last to the first.
+// A switch with one image per state. Each press selects the next state, and after the last the first.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace tesh::bramel {
 
-/// Without images a press does nothing but tell begin and end.
+/// Without images, a press only notifies begin and end.
 class BWToggleSwitch : public BWSwitchBase {
  public:
   BWToggleSwitch();

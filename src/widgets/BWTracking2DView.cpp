@@ -1,4 +1,4 @@
-// An invisible surface that turns the pointer's place into two values from 0 to 1.
+// An invisible area that converts the pointer's position to two values from 0 to 1.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWTracking2DView.h"
 
@@ -41,7 +41,7 @@ void BWTracking2DView::mouseDrag(const juce::MouseEvent& event) {
   }
 }
 
-// A gesture that began ends, whatever buttons are down by then.
+// A gesture that began always ends, whatever mouse buttons are down.
 void BWTracking2DView::mouseUp(const juce::MouseEvent& event) {
   if (hand.end(event)) {
     notifyEnd();

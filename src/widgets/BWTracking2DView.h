@@ -1,4 +1,4 @@
-// An invisible surface that turns the pointer's place into two values from 0 to 1.
+// An invisible area that converts the pointer's position to two values from 0 to 1.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace tesh::bramel {
 
-/// Acts on the left button alone, and on one press at a time.
+/// Reacts only to the left button, and to one press at a time.
 class BWTracking2DView : public juce::Component, public ControlBase<IBWControl> {
  public:
   BWTracking2DView();
@@ -19,9 +19,9 @@ class BWTracking2DView : public juce::Component, public ControlBase<IBWControl> 
   float getValueX() const { return valueX; }
   float getValueY() const { return valueY; }
   bool isHeld() const { return hand.isHeld(); }
-  /// States of either axis; 0 is continuous.
+  /// Number of states of each axis; 0 is continuous.
   void setSteps(std::uint64_t ofX, std::uint64_t ofY);
-  /// Pixels on each side that count as the nearest end.
+  /// Pixels on each side that count as the end of the range.
   void setBorder(juce::BorderSize<int> newBorder) { border = newBorder; }
 
   void mouseDown(const juce::MouseEvent& event) override;

@@ -1,4 +1,4 @@
-// An invisible surface that turns a drag into a value from 0 to 1.
+// An invisible area that converts a drag to a value from 0 to 1.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWTrackingView.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 using Guard = juce::Component::SafePointer<BWTrackingView>;
 
-/// Double clicks are told as such.
+/// Number of clicks that is reported as a double click.
 constexpr int kDoubleClick = 2;
 
 drag::Pointer pointerOf(const juce::MouseEvent& event) { return {event.x, event.y}; }
@@ -84,7 +84,7 @@ void BWTrackingView::mouseDrag(const juce::MouseEvent& event) {
   take(state.rawValue);
 }
 
-// A gesture that began ends, whatever buttons are down by then.
+// A gesture that began always ends, whatever mouse buttons are down.
 void BWTrackingView::mouseUp(const juce::MouseEvent& event) {
   if (hand.end(event)) {
     notifyEnd();

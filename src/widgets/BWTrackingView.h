@@ -1,4 +1,4 @@
-// An invisible surface that turns a drag into a value from 0 to 1, the moving part of knobs and faders.
+// An invisible area that converts a drag to a value from 0 to 1, used by knobs and faders.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace tesh::bramel {
 
-/// Acts on the left button alone, and on one press at a time. Alt makes a relative drag fine.
+/// Reacts only to the left button, and to one press at a time. Alt makes a relative drag fine.
 class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
  public:
   enum class Mode { relative, absolute };
@@ -21,27 +21,27 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
 
   BWTrackingView();
 
-  /// Null is ignored.
+  /// Ignores null.
   void setQuantizer(std::shared_ptr<IParameterQuantizer> newQuantizer);
   const std::shared_ptr<IParameterQuantizer>& getQuantizer() const { return quantizer; }
 
-  /// Tracks y (up increases) or x (right increases), the default.
+  /// Follows y (up increases), or x (right increases), which is the default.
   void setVertical(bool vertical);
   bool isVertical() const { return settings.vertical; }
   void setMode(Mode newMode) { mode = newMode; }
   void setSensitivity(float sensitivity) { settings.sensitivity = sensitivity; }
-  /// 0 is continuous. The value stays as it is until it is next set.
+  /// 0 is continuous. The value changes only when it is next set.
   void setStepCount(std::uint64_t count) { stepCount = count; }
   std::uint64_t getStepCount() const { return stepCount; }
 
   float getValue() const { return value; }
-  /// Takes the nearest state of `newValue`. Notifies nobody, and a drag under way goes on from where the hand is.
+  /// Sets the state nearest to `newValue`. Notifies nobody. A drag in progress continues from the pointer's position.
   void setValueQuietly(float newValue);
-  /// Acts as a whole gesture of the user does: begin, change, end; within the gesture of a hand that holds it, as a
-  /// change. For screen readers.
+  /// Acts like a whole gesture of the user: begin, change, end; within a gesture in progress, like a change. For screen
+  /// readers.
   void moveTo(float newValue);
 
-  /// `juce::Time::getMillisecondCounter` unless a test brings its own.
+  /// `juce::Time::getMillisecondCounter`, unless a test replaces it.
   void setClock(Clock newClock) { clock = newClock; }
 
   void mouseDown(const juce::MouseEvent& event) override;
@@ -50,7 +50,7 @@ class BWTrackingView : public juce::Component, public ControlBase<IBWControl> {
   void enablementChanged() override { updateCursor(); }
 
  private:
-  /// Loaded for the first view and kept for all of them, since each loading reads a file.
+  /// Loaded for the first view and shared by all, because loading reads a file.
   struct Cursors {
     juce::MouseCursor upDown{juce::MouseCursor::UpDownResizeCursor};
     juce::MouseCursor leftRight{juce::MouseCursor::LeftRightResizeCursor};

@@ -1,4 +1,4 @@
-// A filled and outlined rectangle with round corners, the background of other components.
+// A filled and outlined rectangle with round corners, a background for other components.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// Transparent at first. The outline lies inside the bounds. Each setter repaints only what it changes.
+/// Transparent at first. The outline is inside the bounds. Each setter repaints only what changes.
 class BWView : public juce::Component {
  public:
   BWView();

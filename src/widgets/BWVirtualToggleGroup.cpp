@@ -1,4 +1,4 @@
-// Makes a radio group of buttons, wherever they lie.
+// Joins buttons into a radio group, wherever they are.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/BWVirtualToggleGroup.h"
 
@@ -46,7 +46,7 @@ void BWVirtualToggleGroup::controlGestureBegan(IBWControl& control) {
 
 void BWVirtualToggleGroup::controlGestureEnded(IBWControl& /*control*/) { notifyEnd(); }
 
-/// False if the control is none of the group's.
+/// False if the control is not in the group.
 bool BWVirtualToggleGroup::choose(const IBWControl& control) {
   const auto found =
       std::find_if(buttons.begin(), buttons.end(), [&](const auto& button) { return button.get() == &control; });

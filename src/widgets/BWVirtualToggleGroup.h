@@ -1,4 +1,4 @@
-// Makes a radio group of buttons, wherever they lie: one of them is on. Not a component.
+// Joins buttons into a radio group, wherever they are: exactly one is on. Not a component.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -21,8 +21,8 @@ class BWVirtualToggleGroup : public ControlBase<IBWMultiStateControl>, public IB
 
   std::uint64_t getStateCount() const override { return buttons.size(); }
   std::uint64_t getState() const override { return current; }
-  /// Ignored if there is no such button, except for 0. Notifies nobody, so that the next press of any button is news,
-  /// also of the one that is on, as is the first press of all.
+  /// Ignores an index without a button, except 0. Notifies nobody; the next press of any button then notifies, even of
+  /// the one that is on, and so does the very first press.
   void setState(std::uint64_t state) override;
 
   void controlValueChanged(IBWControl& control) override;
@@ -38,7 +38,7 @@ class BWVirtualToggleGroup : public ControlBase<IBWMultiStateControl>, public IB
   std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
   std::vector<std::shared_ptr<IBWTwoStateControl>> buttons;
   std::uint64_t current = 0;
-  std::optional<std::uint64_t> reported;  ///< The last one that a press told the listener; none since `setState`.
+  std::optional<std::uint64_t> reported;  ///< The state that a press has notified last; none after `setState`.
 };
 
 }  // namespace tesh::bramel

@@ -1,5 +1,5 @@
-// The listener and the property map of a control, and a base that answers for them, so that a widget only has its
-// value.
+// The listener and the properties of a control, and a base class that implements them, so that a widget only implements
+// its value.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -26,7 +26,8 @@ class ControlCore {
   std::map<std::string, Box> properties;
 };
 
-/// `Interface` is `IBWControl` or one of its kinds. After each notify call the control may be gone.
+/// `Interface` is `IBWControl` or an interface derived from it. After each notification the control may have been
+/// deleted.
 template <typename Interface>
 class ControlBase : public Interface {
  public:

@@ -1,16 +1,16 @@
-// Times the shield and watches the pointer.
+// The shield's timer and its check of the pointer.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/DoubleClickShield.h"
 
 namespace tesh::bramel {
 namespace {
 
-/// Pixels by which the pointer may tremble within a double click.
+/// Largest movement of the pointer within a double click, in pixels.
 constexpr float kTremble = 8.0F;
 
 constexpr int kMillisecondsUntilNextLook = 50;
 
-/// The press that is under way, else the mouse.
+/// The mouse source that is pressed, else the main one.
 juce::MouseInputSource pressingSource() {
   auto& desktop = juce::Desktop::getInstance();
   const auto* const dragging = desktop.getDraggingMouseSource(0);

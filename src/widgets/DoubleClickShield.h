@@ -1,4 +1,4 @@
-// Keeps the second press of a double click from what the first one has opened under the pointer.
+// Keeps the second press of a double click from the component that the first press opened under the pointer.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,13 +8,13 @@
 
 namespace tesh::bramel {
 
-/// Lies over a pop-up or its pages, unseen, and catches presses until the button is up and the time of a double click
-/// has passed, or the pointer has moved. Message thread only.
+/// An invisible layer over a pop-up or its pages. It catches presses until the button is up and either the double-click
+/// time has passed or the pointer has moved. Message thread only.
 class DoubleClickShield final : public juce::Component, private juce::Timer {
  public:
   DoubleClickShield() { setAccessible(false); }
 
-  /// Begins to catch presses where the pointer is now. Call it after the shield has its place.
+  /// Starts to catch presses at the pointer's position. Call it after the shield has been placed.
   void raise();
 
   bool hitTest(int x, int y) override;
@@ -25,7 +25,7 @@ class DoubleClickShield final : public juce::Component, private juce::Timer {
   void timerCallback() override;
   void lower();
 
-  juce::Point<float> pointer;  ///< When it was raised.
+  juce::Point<float> pointer;  ///< The pointer's position at `raise`.
   std::uint32_t raisedAt = 0;  ///< Milliseconds.
 };
 

@@ -1,4 +1,4 @@
-// How a pointer moves a value.
+// Converts pointer movement to a change of value.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/DragLaw.h"
 
@@ -8,7 +8,7 @@
 namespace tesh::bramel::drag {
 namespace {
 
-/// NaN gives 0.
+/// NaN becomes 0.
 float clamped(float value) { return value > 0.0F ? std::min(value, 1.0F) : 0.0F; }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// How a pointer moves a value: the relative drag of knobs and faders, the absolute position, and the rounding to
-// states. Pure functions.
+// Converts pointer movement to a change of value: the relative drag of knobs and faders, the absolute position, and
+// rounding to states. Pure functions.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,12 +9,12 @@
 
 namespace tesh::bramel::drag {
 
-/// What a pixel a second moves, before the power. All constants are tuned by hand.
+/// Value change per pixel per second, before the power. All constants were tuned by trial.
 inline constexpr float kSpeedScale = 0.00013F;
-/// Fast movement counts a little more than its share.
+/// Makes fast movement count slightly more than proportionally.
 inline constexpr float kPower = 1.1F;
 inline constexpr float kFineFactor = 0.1F;
-/// Seconds between two events, at the least.
+/// Shortest time between two events, in seconds.
 inline constexpr double kShortestTime = 0.001;
 
 /// Whole panel pixels; up and right increase.
@@ -32,19 +32,21 @@ struct Settings {
 struct State {
   Pointer last;
   double lastTime = 0.0;  ///< Seconds.
-  float rawValue = 0.0F;  ///< 0 to 1, before it is rounded to a state: slow drags add up until the next one is reached.
+  /// 0 to 1, not rounded to a state, so that slow drags add up until the next state is reached.
+  float rawValue = 0.0F;
 };
 
-/// The change of the raw value for `pixels` in `seconds`. It grows with speed and not with time.
+/// The change of the raw value for `pixels` in `seconds`. Depends on the speed, not on the time.
 float step(int pixels, double seconds, const Settings& settings, bool fine);
 
-/// Moves the state on to a new pointer at `now` (seconds) and holds the raw value in 0 to 1.
+/// Updates the state for a new pointer position at `now` (seconds), and limits the raw value to 0 to 1.
 void advance(State& state, const Settings& settings, Pointer pointer, double now, bool fine);
 
-/// The value of an absolute pointer in a component of `width` by `height`, not held to 0 to 1; 0 if it has no size.
+/// The value at an absolute pointer position in a component of `width` by `height`, not limited to 0 to 1. 0 if the
+/// component has no size.
 float positionOf(Pointer pointer, int width, int height, bool vertical);
 
-/// `value` held to 0 to 1 and, unless `stepCount` is 0, moved to one of its states.
+/// `value` limited to 0 to 1 and, unless `stepCount` is 0, rounded to a state.
 float quantize(float value, std::uint64_t stepCount, const IParameterQuantizer& quantizer);
 
 }  // namespace tesh::bramel::drag

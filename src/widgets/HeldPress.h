@@ -1,4 +1,5 @@
-// Which press holds a control, so that a second finger, or a pen beside the mouse, changes nothing until it ends.
+// Remembers the press that holds a control, so that a second finger, or a pen beside the mouse, is ignored until it
+// ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +20,7 @@ class HeldPress {
     source = event.source;
     return true;
   }
-  /// True once, for the release of the press that holds.
+  /// True for the release of the press that holds the control, which it ends.
   bool end(const juce::MouseEvent& event) {
     const bool isOurs = isOf(event);
     if (isOurs) {

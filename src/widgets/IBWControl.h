@@ -1,4 +1,4 @@
-// What every control of the panel is: a value of one of three kinds, a bag of named properties and one listener.
+// The interface of every control of the panel: a value of one of three kinds, named properties and one listener.
 // Controls know nothing of parameters. Message thread only.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -18,7 +18,7 @@ using cofu::core::boxed::makeBox;
 
 class IBWControl;
 
-/// Hears a user's hand. Setters never notify. Any of these calls may delete the control.
+/// Called for actions of the user. Setters never notify. Any of these calls may delete the control.
 class IBWControlListener {
  public:
   virtual ~IBWControlListener() = default;
@@ -36,28 +36,28 @@ class IBWControl {
  public:
   virtual ~IBWControl() = default;
 
-  // This as a control of that kind; null if it is of another. A panel asks hundreds of times while it opens, and
-  // dynamic_cast would search all bases of the widget each time.
+  // This control as one of that kind; null if it is of another kind. Not dynamic_cast, because a panel asks hundreds of
+  // times while it opens, and each cast would search all bases of the widget.
 
   virtual IBWTwoStateControl* asTwoState() { return nullptr; }
   virtual IBWMultiStateControl* asMultiState() { return nullptr; }
   virtual IBWContinuousStateControl* asContinuous() { return nullptr; }
 
-  /// The listener must outlive the control or be taken back with null.
+  /// The listener must outlive the control, unless it is replaced by null.
   virtual void setListener(IBWControlListener* listener) = 0;
 
-  /// An empty box if there is no property of this name. Good until the property is set again. See `property`.
+  /// An empty box if there is no such property. Valid until the property is set again. See `property`.
   virtual const Box& getProperty(const std::string& key) const = 0;
   virtual void setProperty(const std::string& key, Box value) = 0;
 
-  /// Tell the listener, if there is one.
+  /// Notify the listener, if there is one.
   virtual void notifyChanged() = 0;
   virtual void notifyBegin() = 0;
   virtual void notifyEnd() = 0;
   virtual void notifyDoubleClick() = 0;
 };
 
-/// A property's value; nothing if it is missing or of another type.
+/// A property's value; nothing if it is missing or has another type.
 template <typename T>
 std::optional<T> property(const IBWControl& control, const std::string& key) {
   const T* const value = cofu::core::boxed::valueIn<T>(control.getProperty(key));
@@ -88,7 +88,7 @@ class IBWContinuousStateControl : public IBWControl {
   virtual std::shared_ptr<IParameterQuantizer> getQuantizer() const = 0;
   virtual void setQuantizer(std::shared_ptr<IParameterQuantizer> quantizer) = 0;
 
-  /// 0 makes the control continuous; otherwise it has this number of states.
+  /// 0 makes the control continuous; otherwise the number of states.
   virtual void setStepCount(std::uint64_t count) = 0;
 
   virtual float getMinimum() const = 0;

@@ -1,4 +1,4 @@
-// What a simple list asks of the outside: its rows, their drawing, and who hears of a choice. Message thread only.
+// The interfaces of a simple list: its rows, their drawing, and its listener. Message thread only.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,16 +12,16 @@ namespace tesh::bramel {
 
 class BWSimpleListView;
 
-/// Must not delete the list inside a call.
+/// The listener must not delete the list inside a call.
 class IBWSimpleListViewListener {
  public:
   virtual ~IBWSimpleListViewListener() = default;
 
-  /// By the user's hand or keys; -1 when nothing is left selected.
+  /// Selected by the user's mouse or keys; -1 if no row is selected any more.
   virtual void listRowSelected(BWSimpleListView& list, int row) = 0;
-  /// By any mouse button; the row is selected already.
+  /// Clicked by any mouse button; the row is already selected.
   virtual void listRowClicked(BWSimpleListView& /*list*/, int /*row*/, const juce::MouseEvent& /*event*/) {}
-  /// A key that the list would search for, with the row that is selected, or -1. True if the listener has used it.
+  /// A key that the list would use for searching, with the selected row, or -1. True if the listener has used it.
   virtual bool listKeyPressed(BWSimpleListView& /*list*/, int /*row*/, const juce::KeyPress& /*key*/) { return false; }
 };
 
@@ -29,7 +29,7 @@ class IBWSimpleListViewDataSource {
  public:
   virtual ~IBWSimpleListViewDataSource() = default;
 
-  /// UTF-8. The empty string for a row that does not exist.
+  /// UTF-8. Empty for a row that does not exist.
   virtual std::string getRowText(int row) const = 0;
   virtual int getRowCount() const = 0;
 };
@@ -48,12 +48,12 @@ class IBWSimpleListViewRenderer {
  public:
   virtual ~IBWSimpleListViewRenderer() = default;
 
-  /// Draws a row into 0, 0, `width`, `height`.
+  /// Draws a row into the rectangle 0, 0, `width`, `height`.
   virtual void paintRow(const juce::String& text, int row, juce::Graphics& graphics, int width, int height,
                         bool selected) const = 0;
 };
 
-/// A line above each row but the first, a fill, and the text 6 pixels from the left.
+/// Draws a line above each row except the first, a fill, and the text 6 pixels from the left.
 class BWSimpleListViewDefaultRenderer : public IBWSimpleListViewRenderer {
  public:
   BWSimpleListViewDefaultRenderer();
@@ -62,7 +62,7 @@ class BWSimpleListViewDefaultRenderer : public IBWSimpleListViewRenderer {
                 bool selected) const override;
 
  private:
-  juce::Font font;  ///< The default face at its default height.
+  juce::Font font;  ///< The default typeface at its default height.
   juce::Colour unselectedFill;
   juce::Colour unselectedText;
   juce::Colour selectedFill;

@@ -24,7 +24,7 @@ PanelLookAndFeel::PanelLookAndFeel() : juce::LookAndFeel_V4(getLightColourScheme
   setColour(juce::ListBox::textColourId, text);
   setColour(juce::ListBox::backgroundColourId, juce::Colours::transparentWhite);
 
-  // The background is painted with round corners, so the editor must not count as opaque.
+  // The background has round corners, so the editor must not count as opaque.
   setColour(juce::TextEditor::backgroundColourId, juce::Colours::transparentWhite);
   setColour(juce::TextEditor::textColourId, text);
   setColour(juce::TextEditor::highlightColourId, selection);
@@ -81,7 +81,7 @@ void PanelLookAndFeel::drawTextEditorOutline(juce::Graphics& graphics, int width
 
 void PanelLookAndFeel::drawAlertBox(juce::Graphics& graphics, juce::AlertWindow& alert,
                                     const juce::Rectangle<int>& /*textArea*/, juce::TextLayout& layout) {
-  constexpr int kSignSpace = 80;  // That the window leaves beside its text.
+  constexpr int kSignSpace = 80;  // Width that the window leaves beside its text.
   constexpr float kSign = 48.0F;
   constexpr float kSignCorner = 4.0F;
   constexpr int kTextTop = 30;

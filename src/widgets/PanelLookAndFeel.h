@@ -6,13 +6,14 @@
 
 namespace tesh::bramel {
 
-/// JUCE asks the process's default look-and-feel for typefaces, so one object must be made the default
-/// (`juce::LookAndFeel::setDefaultLookAndFeel`) before the first text is laid out, and taken back before it goes.
+/// JUCE asks the process's default look-and-feel for typefaces. One object must therefore be made the default
+/// (`juce::LookAndFeel::setDefaultLookAndFeel`) before the first text is laid out, and be removed before it is
+/// destroyed.
 class PanelLookAndFeel : public juce::LookAndFeel_V4 {
  public:
   PanelLookAndFeel();
 
-  /// The face of all fonts that name none. Must be called before any such font is used; null is ignored.
+  /// The typeface of all fonts without a name. Must be called before any such font is used; ignores null.
   void setDefaultFace(const juce::Typeface::Ptr& face);
 
   int getDefaultScrollbarWidth() override { return 8; }
@@ -22,7 +23,7 @@ class PanelLookAndFeel : public juce::LookAndFeel_V4 {
                      bool isVertical, int thumbStart, int thumbSize, bool isMouseOver, bool isMouseDown) override;
 
   void fillTextEditorBackground(juce::Graphics& graphics, int width, int height, juce::TextEditor& editor) override;
-  /// A warning's sign is whole beside the text.
+  /// Shows the whole warning sign beside the text.
   void drawAlertBox(juce::Graphics& graphics, juce::AlertWindow& alert, const juce::Rectangle<int>& textArea,
                     juce::TextLayout& layout) override;
   void drawTextEditorOutline(juce::Graphics& graphics, int width, int height, juce::TextEditor& editor) override;

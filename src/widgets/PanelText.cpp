@@ -1,4 +1,4 @@
-// One line of text on whole panel pixels.
+// A line of text on whole panel pixels.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/PanelText.h"
 
@@ -10,10 +10,10 @@ namespace {
 
 constexpr float kNarrowest = 0.7F;
 constexpr juce::juce_wchar kLastLatin1 = 0xff;
-/// Of the display face: its squares, of which one is the blank column, in its height.
+/// Squares of the display typeface's grid in its height. Each glyph's blank column is one square wide.
 constexpr float kSquaresOfHeight = 13.0F;
 
-/// The nearest whole pixel. Halves go to the right, also those that the widths of a font miss by their rounding.
+/// The nearest whole pixel. Halves are rounded to the right, also if a font's rounded widths miss them slightly.
 float wholePixel(float x) {
   constexpr float kNoise = 0.01F;
   return std::floor(x + 0.5F + kNoise);
@@ -97,7 +97,7 @@ void PanelText::layOut() {
     return;
   }
   const float squeeze = std::clamp(width / natural, kNarrowest, 1.0F);
-  // A text that just fits must not lose its end to rounding.
+  // A text that fits exactly must not lose its end to rounding.
   constexpr float kSlack = 0.5F;
   glyphs.addCurtailedLineOfText(face.withHorizontalScale(face.getHorizontalScale() * squeeze), text, 0.0F, 0.0F,
                                 width + kSlack, true);

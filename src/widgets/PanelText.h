@@ -1,5 +1,5 @@
-// One line of text: never higher or lower than its font says, and its left edge on a whole panel pixel, so that pixel
-// faces stay sharp wherever they are centred.
+// One line of text, with its font's exact height and its left edge on a whole panel pixel, so that pixel fonts stay
+// sharp wherever they are centred.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace tesh::bramel {
 
-/// Takes no clicks. A line that is too long is squeezed to 0.7 of its width, and then cut with an ellipsis.
+/// Ignores clicks. A line that is too long is compressed to 0.7 of its width, and then cut with an ellipsis.
 class PanelText : public juce::Component {
  public:
   PanelText();
@@ -15,11 +15,11 @@ class PanelText : public juce::Component {
   void setText(const juce::String& newText);
   const juce::String& getText() const { return text; }
   void setFont(const juce::Font& newFont);
-  /// A font of the display face: it holds Latin-1 alone, so any other text is drawn in the default face, and each of
-  /// its glyphs ends in a blank column, the last of which does not count when a line is centred.
+  /// A font of the display typeface. It holds Latin-1 only, so other texts are drawn in the default typeface. Each of
+  /// its glyphs ends in a blank column, and the last of these is ignored when a line is centred.
   void setDisplayFont(const juce::Font& newFont);
   void setColour(juce::Colour newColour);
-  /// Centred unless set.
+  /// Centred by default.
   void setJustification(juce::Justification newJustification);
 
   void paint(juce::Graphics& graphics) override;

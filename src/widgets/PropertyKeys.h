@@ -1,13 +1,13 @@
-// The names of the properties that views attach to controls.
+// The names of the properties that views set on controls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 namespace tesh::bramel::keys {
 
-/// The parameter that a control is bound to: `std::uint64_t`.
+/// The parameter that the control is bound to: `std::uint64_t`.
 inline constexpr const char* kIndex = "index";
 
-/// The pad, 0 to 7, whose sample a display shows: `std::uint64_t`.
+/// The pad, 0 to 7, whose sample the display shows: `std::uint64_t`.
 inline constexpr const char* kSample = "sample";
 
 }  // namespace tesh::bramel::keys

@@ -1,4 +1,4 @@
-// Images and fonts out of the providers' boxes, and the sets of images that controls share.
+// Unboxes the providers' images and fonts; also the sets of images that controls share.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,21 +14,21 @@
 
 namespace tesh::bramel {
 
-/// The pictures of a control, shared by all controls that look alike. An empty image shows nothing.
+/// The pictures of a control, shared by all controls of the same look. An empty image shows nothing.
 using ImageSet = std::shared_ptr<const std::vector<juce::Image>>;
 
 inline ImageSet makeImageSet(std::vector<juce::Image> images) {
   return std::make_shared<const std::vector<juce::Image>>(std::move(images));
 }
 
-/// An empty image if there is none of this name.
+/// An empty image for an unknown name.
 inline juce::Image imageNamed(IBramelImageProvider& provider, const std::string& name) {
   const cofu::core::boxed::Box box = provider.getImage(name);
   const auto* const image = cofu::core::boxed::valueIn<juce::Image>(box);
   return image == nullptr ? juce::Image() : *image;
 }
 
-/// Height in panel pixels, ascent plus descent. The default face if there is none of this name.
+/// Height in panel pixels, ascent plus descent. The default typeface for an unknown name.
 inline juce::Font fontNamed(IBramelFontProvider& provider, const std::string& name, double height) {
   const cofu::core::boxed::Box box = provider.getFont(name, height);
   const auto* const font = cofu::core::boxed::valueIn<juce::Font>(box);

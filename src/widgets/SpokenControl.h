@@ -1,5 +1,5 @@
-// What a screen reader says of a control: its name is the component's title (`setTitle`), its value a text of the
-// view's.
+// A control for screen readers: its name is the component's title (`setTitle`), its value a text that the view
+// provides.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,15 +11,15 @@
 
 namespace tesh::bramel {
 
-/// Knobs, faders, buttons and switches derive from it. Without a function the value is read as a plain number or state.
+/// Base of knobs, faders, buttons and switches. Without a function the value is read as a plain number or state.
 class SpokenControl {
  public:
   virtual ~SpokenControl() = default;
 
-  /// Called whenever the value is to be read; the function may look only at what outlives the control.
+  /// The function is called whenever the value is read. It may use only objects that outlive the control.
   void setValueText(std::function<juce::String()> textOfValue) { valueText = std::move(textOfValue); }
 
-  /// The normalised value that a text means, nothing for a text without one. Without this function a text is a number.
+  /// The normalised value for a text, or nothing if it means none. Without this function a text is read as a number.
   using ValueOfText = std::function<std::optional<float>(const juce::String&)>;
   void setValueOfText(ValueOfText valueOfText) { textValue = std::move(valueOfText); }
 
@@ -28,7 +28,7 @@ class SpokenControl {
   std::optional<float> valueSpokenAs(const juce::String& text) const {
     return textValue ? textValue(text) : std::optional(text.getFloatValue());
   }
-  /// Tells a screen reader that the value of the component changed.
+  /// Tells screen readers that the component's value has changed.
   static void announce(juce::Component& component) {
     if (auto* const handler = component.getAccessibilityHandler()) {
       handler->notifyAccessibilityEvent(juce::AccessibilityEvent::valueChanged);

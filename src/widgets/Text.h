@@ -1,4 +1,4 @@
-// Text of the instrument as JUCE's strings.
+// The instrument's texts as JUCE strings.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,11 +8,11 @@
 
 namespace tesh::bramel {
 
-/// Names of programs and samples may hold any bytes: a text that is not UTF-8 is read byte by byte as Latin-1. A text
-/// as long as the longest name may end within a character, which is then left out.
+/// Names of programs and samples may hold any bytes: a text that is not UTF-8 is read as Latin-1. A text of the maximum
+/// length may end within a character, which is then left out.
 inline juce::String textFrom(const std::string& text) {
-  constexpr int kLongestName = 95;  // Bytes that a program keeps.
-  constexpr int kLongestRest = 3;   // Bytes of a character that lacks its last one.
+  constexpr int kLongestName = 95;  // Bytes of a program's name.
+  constexpr int kLongestRest = 3;   // Most bytes of an incomplete character.
   const auto size = static_cast<int>(text.size());
   const int shortest = size < kLongestName ? size : size - kLongestRest;
   for (int bytes = size; bytes >= shortest; --bytes) {

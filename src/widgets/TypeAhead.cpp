@@ -1,4 +1,4 @@
-// Finds a row by the first letters of a word that are typed.
+// Finds a row by the first letters of one of its words.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/TypeAhead.h"
 

@@ -1,4 +1,4 @@
-// Finds a row by the first letters of a word that are typed.
+// Finds a row by the first letters of one of its words.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,14 +9,14 @@
 
 namespace tesh::bramel {
 
-/// Letters that follow within a second make a longer word. The time is an argument, in milliseconds.
+/// Letters typed within a second of each other extend the search text. The time is an argument, in milliseconds.
 class TypeAhead {
  public:
   static constexpr std::uint32_t kPause = 1000;
 
-  /// The next row at or after `current` with a word that begins so ("012 : Deep House" has three), past the last row
-  /// from the first on; -1 if there is none. The first letter that is typed, and the same letter again, look past the
-  /// current row.
+  /// The next row, from `current` on and cyclically, with a word that begins with the search text ("012 : Deep House"
+  /// has three words); -1 if there is none. For a single letter, and for the same letter again, the search starts after
+  /// the current row.
   int find(juce::juce_wchar letter, std::uint32_t now, int current, int rowCount,
            const std::function<juce::String(int)>& textOfRow);
 

@@ -1,5 +1,5 @@
-// Outlines of installed faces by FreeType, which JUCE links too, and the choice among them by fontconfig. JUCE's own
-// fallback does not help: its faces draw a box for each character that they lack.
+// Takes outlines of installed typefaces by FreeType, which JUCE links too, and selects among them by fontconfig. JUCE's
+// own fallback is no help: its typefaces draw a box for each missing character.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/resources/FallbackTypeface.h"
 
@@ -19,7 +19,7 @@
 
 namespace tesh::bramel {
 
-// Parts of a class with a name, so that they need one too.
+// Members of a named class, so they need names too.
 namespace glyphs {
 
 struct Library {
@@ -41,7 +41,7 @@ struct CloseFace {
 };
 using Face = std::unique_ptr<FT_FaceRec, CloseFace>;
 
-/// A character's outline and advance, for a size of 1 em.
+/// A character's outline and advance at a size of 1 em.
 struct Glyph {
   juce::Path outline;
   float advance = 0.0F;
@@ -60,7 +60,7 @@ bool has(const Face& face, juce::juce_wchar character) {
 
 float number(FT_Pos value) { return static_cast<float>(value); }
 
-/// FreeType's functions for the parts of an outline, whose y axis points upwards.
+/// Callbacks of FreeType for the segments of an outline, whose y axis points upwards.
 int moveTo(const FT_Vector* to, void* path) {
   static_cast<juce::Path*>(path)->startNewSubPath(number(to->x), -number(to->y));
   return 0;
@@ -101,7 +101,7 @@ std::optional<Glyph> glyphOf(const Face& face, juce::juce_wchar character) {
 
 class InstalledGlyphs {
  public:
-  /// Null if no installed face has the character.
+  /// Null if no installed typeface has the character.
   const Glyph* find(juce::juce_wchar character) {
     const auto known = loaded.find(character);
     const auto& glyph =
@@ -133,7 +133,7 @@ class InstalledGlyphs {
     return FT_IS_SCALABLE(found->get()) ? glyphOf(*found, character) : std::nullopt;
   }
 
-  glyphs::Library library;  // Before the faces, which end with it.
+  glyphs::Library library;  // Before the faces, which must be destroyed first.
   InstalledFonts fonts;
   std::vector<Face> faces;
   std::map<juce::juce_wchar, std::optional<Glyph>> loaded;
@@ -141,7 +141,7 @@ class InstalledGlyphs {
 
 namespace {
 
-/// Its glyphs have the numbers of their characters, as those of JUCE's own faces have here.
+/// Glyph numbers are the characters' codes, as in JUCE's own typefaces on this system.
 class FallbackTypeface final : public juce::Typeface {
  public:
   FallbackTypeface(juce::Typeface::Ptr ownFace, std::span<const std::uint8_t> ownBytes,
@@ -203,7 +203,7 @@ class FallbackTypeface final : public juce::Typeface {
   }
 
  private:
-  /// Null if the face has the character, or nobody has it: it then draws its box.
+  /// Null if the own typeface has the character, or if no typeface has it: a box is then drawn.
   const Glyph* borrow(juce::juce_wchar character) const {
     constexpr juce::juce_wchar kFirstOutsideAscii = 0x80;
     if (character < kFirstOutsideAscii || characters() == nullptr || has(characters(), character)) {
@@ -212,7 +212,7 @@ class FallbackTypeface final : public juce::Typeface {
     return installed->find(character);
   }
 
-  /// The face as FreeType sees it, opened for the first character that it may lack; null if that fails.
+  /// The own typeface in FreeType, opened for the first character that it may lack; null if that fails.
   const Face& characters() const {
     if (!wasOpened) {
       wasOpened = true;
@@ -221,13 +221,13 @@ class FallbackTypeface final : public juce::Typeface {
     return ownCharacters;
   }
 
-  /// In heights of the face.
+  /// Size of the em in heights of the typeface.
   float em() const {
     return static_cast<float>(ownCharacters->units_per_EM) /
            static_cast<float>(ownCharacters->ascender - ownCharacters->descender);
   }
 
-  /// Calls `use` with each borrowed character and its glyph, and with the runs in between and null.
+  /// Calls `use` with each borrowed character and its glyph, and with null and each run of own characters.
   template <typename Use>
   void forEachRun(const juce::String& text, Use use) const {
     auto start = text.getCharPointer();
@@ -253,7 +253,7 @@ class FallbackTypeface final : public juce::Typeface {
   const juce::Typeface::Ptr face;
   const std::span<const std::uint8_t> bytes;
   const std::shared_ptr<InstalledGlyphs> installed;
-  mutable Face ownCharacters;  ///< Ends before the library in `installed`.
+  mutable Face ownCharacters;  ///< Destroyed before the library in `installed`.
   mutable bool wasOpened = false;
 };
 

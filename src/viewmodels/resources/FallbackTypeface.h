@@ -1,4 +1,5 @@
-// A face that borrows what it lacks: names of programs may hold any letters, and our faces have Latin ones.
+// A typeface that borrows missing characters: names of programs may hold any letters, and our typefaces have only Latin
+// ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,13 +13,12 @@ namespace tesh::bramel {
 
 class InstalledGlyphs;
 
-/// The installed faces, opened as their characters are asked for. Shared by all faces that borrow from them; null on
-/// Windows, whose faces borrow by themselves.
+/// Installed typefaces, opened when their characters are needed. All borrowing typefaces share it. Null on Windows,
+/// whose typefaces borrow by themselves.
 std::shared_ptr<InstalledGlyphs> makeInstalledGlyphs();
 
-/// Returns a face that draws with `face`. Characters that it lacks come from the desktop's preferred installed face, at
-/// the same size and on the same baseline. `bytes` are those of `face` and must outlive it.
-/// Message thread only.
+/// A typeface that draws with `face`. Characters that it lacks come from the desktop's preferred installed typeface, at
+/// the same size and on the same baseline. `bytes` is the file of `face` and must outlive it. Message thread only.
 juce::Typeface::Ptr withFallback(juce::Typeface::Ptr face, std::span<const std::uint8_t> bytes,
                                  std::shared_ptr<InstalledGlyphs> installed);
 

@@ -1,4 +1,4 @@
-// Gives out the library's fonts by name.
+// Provides the library's fonts by name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,8 +13,8 @@ class IBramelFontProvider {
  public:
   virtual ~IBramelFontProvider() = default;
 
-  /// A boxed `juce::Font` of the given height (ascent plus descent, panel pixels). An unknown name gives the default
-  /// face.
+  /// A boxed `juce::Font` of the given height (ascent plus descent, panel pixels). The default typeface for an unknown
+  /// name.
   virtual cofu::core::boxed::Box getFont(const std::string& name, double height) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Gives out the library's images by name.
+// Provides the library's images by name.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,8 +13,8 @@ class IBramelImageProvider {
  public:
   virtual ~IBramelImageProvider() = default;
 
-  /// A boxed `juce::Image`, or null if there is none of this name. Blanks count as underscores, letter case does not
-  /// matter. Images of an editor above 100 % have twice the pixels of their place on the panel.
+  /// A boxed `juce::Image`, or null for an unknown name. Spaces count as underscores, and case does not matter. Above
+  /// 100 %, images have twice the width and height of their place on the panel.
   virtual cofu::core::boxed::Box getImage(const std::string& name) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The desktop's choice of a font for a character.
+// The desktop's preferred font for a character.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,11 +10,11 @@ namespace tesh::bramel {
 
 struct InstalledFont {
   std::string path;  ///< Empty if no font has the character.
-  int index = 0;     ///< Of the face in a collection.
+  int index = 0;     ///< Index of the typeface in a font collection.
 };
 
-/// Asks fontconfig, which is loaded when the first character is asked for: few need it. Finds nothing where that
-/// library is not installed.
+/// Asks fontconfig, which is loaded for the first character, since few users need it. Finds nothing if that library is
+/// not installed.
 class InstalledFonts {
  public:
   InstalledFonts();
@@ -22,12 +22,12 @@ class InstalledFonts {
   InstalledFonts(const InstalledFonts&) = delete;
   InstalledFonts& operator=(const InstalledFonts&) = delete;
 
-  /// The scalable font that the user's language and settings prefer among those that have the character.
+  /// The scalable font with this character that the user's language and settings prefer.
   InstalledFont find(std::uint32_t character);
 
  private:
   struct Impl;
-  std::unique_ptr<Impl> impl;  ///< Null until it is needed.
+  std::unique_ptr<Impl> impl;  ///< Null until first used.
 };
 
 }  // namespace tesh::bramel

@@ -1,4 +1,4 @@
-// The few functions of fontconfig that this takes, looked up at run time: the plug-in loads where there are none.
+// The functions of fontconfig that are used, looked up at run time, so that the plug-in also loads without it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -11,13 +11,13 @@
 namespace tesh::bramel {
 namespace {
 
-constexpr int kMatch = 0;  // Of a pattern's kind, and of results.
+constexpr int kMatch = 0;  // Value for a pattern's kind and for results.
 constexpr int kTrue = 1;
 
 }  // namespace
 
 struct InstalledFonts::Impl {
-  // Opaque, as in the library's own interface.
+  // Opaque types, as in the library's own interface.
   struct Settings;
   struct Pattern;
   struct Characters;
@@ -50,7 +50,7 @@ struct InstalledFonts::Impl {
     settings = isWhole ? loadSettings() : nullptr;
   }
 
-  /// The library stays: it keeps what its threads may use.
+  /// The library is never unloaded, because it keeps data that its threads may use.
   ~Impl() {
     if (settings != nullptr) {
       dropSettings(settings);
@@ -82,7 +82,7 @@ struct InstalledFonts::Impl {
   Settings* settings = nullptr;
 
  private:
-  /// The best match may lack the character, if no font has it.
+  /// The best match may lack the character if no font has it.
   InstalledFont fontOf(Pattern* found, std::uint32_t character) const {
     InstalledFont font;
     unsigned char* path = nullptr;

@@ -1,4 +1,4 @@
-// Decoding of fonts and images.
+// Decodes fonts and images.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/resources/ResourceStore.h"
 
@@ -29,7 +29,7 @@ std::string baseOfFrame(const std::string& name) {
   return end == std::string::npos || end + 1 == name.size() || name[end] != '_' ? "" : name.substr(0, end);
 }
 
-// The square of `side` pixels at `left`, copied row by row, since painting it would look at every pixel.
+// Copies the square of `side` pixels at `left` row by row, because painting it would touch every pixel.
 juce::Image frameAt(const juce::Image& strip, int left, int side) {
   juce::Image frame(strip.getFormat(), side, side, false);
   const juce::Image::BitmapData from(strip, left, 0, side, side);
@@ -62,8 +62,8 @@ Box ResourceStore::getFont(const std::string& name, double height) const {
   return makeBox(face.withHeight(static_cast<float>(height)));
 }
 
-// Copies each frame out of its strip. A frame is painted faster when its rows follow each other in memory. Decodes no
-// strip twice, whatever number is asked for.
+// Copies each frame out of its strip: a frame whose rows are contiguous is painted faster. Decodes no strip twice,
+// whatever frame is asked for.
 void ResourceStore::addFramesOf(const std::string& base, const std::string& set) {
   if (images.contains(base + "_0" + set)) {
     return;

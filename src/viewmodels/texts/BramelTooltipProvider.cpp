@@ -16,7 +16,7 @@ void BramelTooltipProvider::setValue(std::uint64_t index, float value) {
   }
   if (index >= values.size()) {
     cofu::core::vouchFor(
-        [&] { values.resize(static_cast<std::size_t>(index) + 1); });  // Never, once `reserve` was called.
+        [&] { values.resize(static_cast<std::size_t>(index) + 1); });  // Never allocates after `reserve`.
   }
   values[static_cast<std::size_t>(index)] = value;
 }

@@ -1,5 +1,5 @@
-// The texts of parameters and their values, for hosts and tooltips. This base class keeps the last value of each
-// parameter; an instrument derives from it.
+// The texts of parameters and values, for hosts and tooltips. This base class stores the last value of each parameter;
+// instruments derive from it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ class BramelTooltipProvider {
   /// The text of the last value of a parameter.
   virtual std::string getParameterText(std::uint64_t index) = 0;
 
-  /// The last value that was set, 0 to 1; 0 before that, and for indices from kLongestList on.
+  /// The last value that was set, 0 to 1; 0 if none was set, and for indices from kLongestList on.
   float getValue(std::uint64_t index);
   void setValue(std::uint64_t index, float value) SIVRAY_NONBLOCKING;
 

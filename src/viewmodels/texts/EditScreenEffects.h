@@ -1,4 +1,4 @@
-// The effects that the panel's selector offers, with the labels of their knobs. It offers fewer than the engine has.
+// The effects in the panel's selector, with their knobs' labels. They are fewer than the engine's.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@ struct EditScreenEffect {
 
 inline constexpr std::size_t kEditScreenEffectCount = 26;
 
-/// The steps in the order of the selector. The types 1, 2, 18 and 19 are not among them.
+/// The steps of the selector. The types 1, 2, 18 and 19 are not offered.
 inline constexpr std::array<EditScreenEffect, kEditScreenEffectCount> kEditScreenEffects{{
     {"Bypass", "", "", 0},
     {"Peak EQ", "FREQ", "GAIN", 24},

@@ -1,5 +1,5 @@
 // The numbers of the macros that the panel, the host's texts and the factory content use. A number must never change
-// its meaning, because songs and programs are saved with it.
+// its meaning, because songs and programs store it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,10 +10,10 @@ namespace tesh::bramel::panel {
 inline constexpr std::size_t kPads = 8;
 inline constexpr std::size_t kMacrosPerPad = 12;
 
-/// MIDI note of the first pad; the others follow by semitones.
+/// MIDI note of the first pad; the other pads follow by semitones.
 inline constexpr int kFirstPadNote = 36;
 
-/// A macro's place among the twelve of its pad.
+/// A macro's index among the twelve of its pad.
 enum PadMacro : std::size_t {
   kSample,
   kLevel,
@@ -37,7 +37,7 @@ inline constexpr std::size_t kEffectEdit1Macro = 97;
 inline constexpr std::size_t kEffectEdit2Macro = 98;
 inline constexpr std::size_t kMasterLevelMacro = 99;
 
-/// The panel shows no macro from here on.
+/// Macros from this number on are not on the panel.
 inline constexpr std::size_t kEffectSwitchMacro = 100;
 inline constexpr std::size_t kHiddenPadMacros = 101;  ///< Four per pad: fine pitch, motion, accent, modulation depth.
 

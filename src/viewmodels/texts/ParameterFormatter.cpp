@@ -1,4 +1,4 @@
-// The three formatters: two words, whole number, table row.
+// The three formatters: two words, integer, table row.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/texts/ParameterFormatter.h"
 

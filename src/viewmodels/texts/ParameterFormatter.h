@@ -1,4 +1,4 @@
-// The text of a normalised parameter value: one of two words, a whole number, or a row of a table.
+// The text of a normalised parameter value: one of two words, an integer, or a row of a table.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@ class ParameterFormatter {
  public:
   virtual ~ParameterFormatter() = default;
 
-  /// The text of a value from 0 to 1. A value outside counts as the nearer end, NaN as 0, unless a class says
+  /// The text of a value from 0 to 1. A value outside is limited to the range, and NaN counts as 0, unless a class says
   /// otherwise. Any thread; allocates.
   virtual std::string format(float value) const = 0;
 };
@@ -27,7 +27,7 @@ class BinaryParameterFormatter : public ParameterFormatter {
   std::string highText;
 };
 
-/// A whole number from `minimum` to `maximum` in steps of `step` (above 0). If `minimum` is negative, all numbers but 0
+/// An integer from `minimum` to `maximum` in steps of `step` (above 0). If `minimum` is negative, all numbers except 0
 /// have a sign.
 class IntegerParameterFormatter : public ParameterFormatter {
  public:

@@ -8,8 +8,8 @@ namespace tesh::bramel::tooltip {
 
 class SivrayTooltipProvider : public BramelTooltipProvider {
  public:
-  /// For the two edit knobs of the master effect, the label that they have for the current effect, or "----" if they
-  /// have none; empty for all other parameters.
+  /// For the two edit knobs of the master effect, their label for the current effect, or "----" if they have none;
+  /// empty for all other parameters.
   std::string getParameterName(std::uint64_t index) override;
   std::string getParameterText(std::uint64_t index) override;
 };

@@ -1,4 +1,4 @@
-// Tries the texts of all values.
+// Compares with the texts of all values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "viewmodels/texts/ValueOfText.h"
 
@@ -12,7 +12,7 @@
 namespace tesh::bramel::tooltip {
 namespace {
 
-/// Steps in which values are tried: each of the up to 512 texts that a parameter has lies on some.
+/// Number of values that are tried: enough to hit each of the up to 512 texts of a parameter.
 constexpr int kTried = 2000;
 
 constexpr std::string_view kDigits = "0123456789";
@@ -24,7 +24,7 @@ std::string_view trimmed(std::string_view text) {
                                          : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
-/// The number that the text begins with; 0 if it begins with none.
+/// The number at the beginning of the text; 0 if there is none.
 double numberIn(std::string_view text) {
   if (text.starts_with('+')) {
     text.remove_prefix(1);
@@ -47,8 +47,9 @@ std::optional<float> valueOfText(std::uint64_t index, std::string_view text) {
   const std::string_view wanted = trimmed(text);
   const double number = numberIn(wanted);
   SivrayTooltipProvider texts;
-  double nearest = wanted.find_first_of(kDigits) != std::string_view::npos ? HUGE_VAL : 0.0;  // Of the text's number.
-  int first = -1;  // Of the row of steps that are nearest.
+  // Distance to the text's number.
+  double nearest = wanted.find_first_of(kDigits) != std::string_view::npos ? HUGE_VAL : 0.0;
+  int first = -1;  // First of the consecutive steps that are nearest.
   int last = -1;
   for (int step = 0; step <= kTried; ++step) {
     texts.setValue(index, static_cast<float>(step) / static_cast<float>(kTried));
@@ -63,7 +64,7 @@ std::optional<float> valueOfText(std::uint64_t index, std::string_view text) {
   if (first < 0) {
     return std::nullopt;
   }
-  // The middle of the row, but the ends exactly.
+  // The middle of these steps, but the exact ends of the range.
   const int row = first == 0 ? 0 : last == kTried ? 2 * kTried : first + last;
   return static_cast<float>(row) / static_cast<float>(2 * kTried);
 }

@@ -1,4 +1,4 @@
-// The value of a parameter that a text names: what a user types into a host's field.
+// Finds the value of a parameter by a text, as a user types it into a host's field.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,8 +8,8 @@
 
 namespace tesh::bramel::tooltip {
 
-/// The normalised value of parameter `index` whose text is `text`, in letters of either case; else the value whose text
-/// shows the number nearest to that in `text`. Nothing if there is neither. Any thread but the audio thread.
+/// The normalised value of parameter `index` whose text is `text`, ignoring case; else the value whose text shows the
+/// number nearest to that in `text`. Nothing if there is neither. Any thread but the audio thread.
 std::optional<float> valueOfText(std::uint64_t index, std::string_view text);
 
 }  // namespace tesh::bramel::tooltip
