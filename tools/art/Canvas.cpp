@@ -15,8 +15,8 @@ juce::Colour between(juce::Colour from, juce::Colour to, float share) {
       mix(from.getFloatBlue(), to.getFloatBlue()), mix(from.getFloatAlpha(), to.getFloatAlpha()));
 }
 
-// Colour and transparency change apart from each other: on the way from a faint dark to a strong light there is a grey.
-// JUCE mixes premultiplied colours and rounds down, so it gets stops that lie close together.
+// Colour and opacity are interpolated separately; otherwise a ramp from a faint dark to a strong light colour would
+// pass through grey. JUCE interpolates premultiplied colours and rounds down, so the ramp gets many close stops.
 void addStops(juce::ColourGradient& gradient, const Ramp& ramp) {
   gradient.addColour(0.0, ramp.front().colour);
   for (std::size_t i = 1; i < ramp.size(); ++i) {
@@ -41,7 +41,7 @@ juce::ColourGradient downwards(Box box, const Ramp& ramp) {
 }  // namespace
 
 juce::Path roundBox(Box box, float radius) {
-  // How far the control points of a Bezier curve that comes closest to a quarter of a circle lie from its corner.
+  // Distance of the control points from the corner for the Bezier curve that best approximates a quarter circle.
   const float control = radius * (1.0F - 0.5523F);
   const float left = box.getX();
   const float right = box.getRight();
@@ -134,7 +134,7 @@ void Canvas::innerLine(Box box, float radius, const Ramp& ramp) {
 }
 
 void Canvas::shadow(Box box, float radius, float softness, juce::Colour colour) {
-  // Boxes on top of each other from the widest to the narrowest, each of which adds one step of darkness.
+  // Boxes drawn on top of each other, from the widest to the narrowest, each adding one step of darkness.
   float reached = 0.0F;
   for (int step = 1; step <= kShadowSteps; ++step) {
     const float share = static_cast<float>(step) / static_cast<float>(kShadowSteps);

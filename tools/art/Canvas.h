@@ -1,4 +1,4 @@
-// A picture under way: shapes in panel pixels, drawn at the picture's scale.
+// A canvas for one picture: shapes in panel pixels, drawn at the picture's scale.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@ namespace sivray::art {
 using Point = juce::Point<float>;
 using Box = juce::Rectangle<float>;
 
-/// A colour of a ramp and its place on it, 0 to 1; the first is at 0 and the last at 1.
+/// A colour of a ramp and its position, 0 to 1; the first is at 0 and the last at 1.
 struct Stop {
   float at;
   juce::Colour colour;
@@ -33,16 +33,15 @@ class Canvas {
 
   void fill(const juce::Path& shape, juce::Colour colour);
   void fill(Box box, juce::Colour colour);
-  /// The ramp runs from the shape's top to its bottom. Boxes on whole pixels have whole edges; paths are softened at
-  /// theirs.
+  /// The ramp runs from the shape's top to its bottom. Boxes on whole pixels have sharp edges; paths are antialiased.
   void fill(Box box, const Ramp& ramp);
   void fill(const juce::Path& shape, const Ramp& ramp);
-  /// The ramp runs from `centre` outwards; its last colour reaches beyond `radius`.
+  /// The ramp runs from `centre` outwards; its last colour also fills everything beyond `radius`.
   void fillRadial(const juce::Path& shape, const Ramp& ramp, Point centre, float radius);
 
-  /// A word that begins at `x`. Base line and letters move to whole device pixels, so that stems and feet are sharp.
+  /// Prints a word that begins at `x`. Base line and letters are moved to whole device pixels, so that stems are sharp.
   void print(const Word& word, float x, float baseLine, juce::Colour colour);
-  /// A word with its middle at `x`. The tracking before its first letter counts.
+  /// Prints a word centred at `x`, including the tracking before its first letter.
   void printCentred(const Word& word, float x, float baseLine, juce::Colour colour);
 
   /// A line of one pixel inside the edge of a rounded box.
@@ -50,14 +49,14 @@ class Canvas {
   /// A shadow with the outline of `box`, whose edge fades over `softness` pixels, half of them outside.
   void shadow(Box box, float radius, float softness, juce::Colour colour);
 
-  /// Draws with `draw` moved to `origin` and enlarged by `factor`.
+  /// Calls `draw` with the canvas moved to `origin` and enlarged by `factor`.
   template <class Draw>
   void enlarged(Point origin, float factor, const Draw& draw) {
     const juce::Graphics::ScopedSaveState state(graphics);
     graphics.addTransform(juce::AffineTransform::scale(factor).translated(origin));
     draw(*this);
   }
-  /// Draws with `draw` inside `shape` only.
+  /// Calls `draw` with drawing clipped to `shape`.
   template <class Draw>
   void clipped(const juce::Path& shape, const Draw& draw) {
     const juce::Graphics::ScopedSaveState state(graphics);
@@ -65,7 +64,7 @@ class Canvas {
     draw(*this);
   }
 
-  /// Device pixels to a panel pixel, where nothing is enlarged.
+  /// Device pixels per panel pixel, without enlargement.
   int scale() const { return static_cast<int>(pixels); }
   const juce::Image& image() const { return picture; }
 

@@ -1,5 +1,5 @@
-// The fader's handle: porcelain with a hollow for the finger and a cobalt line. Its place clips the picture to the 34
-// columns in the middle.
+// The fader's handle: porcelain with a hollow for the finger and a cobalt line. The fader clips the picture to its
+// middle 34 columns.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Elements.h"
 #include "Palette.h"

@@ -1,4 +1,4 @@
-// Night glass: the windows that are read, sunk into the ground, and what is painted on them.
+// The dark displays, sunk into the ground, and their marks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Elements.h"
 #include "Palette.h"

@@ -23,7 +23,7 @@ constexpr float kUpperCaptions = 258.0F;
 constexpr float kMiddleCaptions = 332.0F;
 constexpr float kLowerCaptions = 462.0F;
 
-/// Small discs at places that a fixed seed gives: the grain of clay and glaze.
+/// Small discs at pseudo-random positions from a fixed seed: the grain of clay and glaze.
 struct Specks {
   std::uint32_t seed;
   int count;

@@ -1,4 +1,4 @@
-// The icon, made of the panel's pad, its ground and its knobs' amber.
+// The icon, composed of the panel's pad, its background and its knobs' amber.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Icon.h"
 
@@ -8,7 +8,7 @@
 namespace sivray::art {
 namespace {
 
-/// The side of the drawing that is enlarged or reduced to the icon.
+/// The side of the drawing, which is scaled to the icon's size.
 constexpr float kSide = 100.0F;
 constexpr int kLeastWithGround = 32;
 

@@ -11,7 +11,7 @@ namespace sivray::art {
 /// The sides of the icons in pixels, as the hicolor theme of desktops has them.
 inline constexpr std::array kIconSides{16, 22, 24, 32, 48, 64, 128, 256, 512};
 
-/// A lit pad on the panel's cobalt, `side` pixels wide and high; the pad alone where there are fewer than 32.
+/// A lit pad on the panel's cobalt, `side` pixels wide and high; below 32 pixels only the pad.
 juce::Image drawIcon(int side);
 
 }  // namespace sivray::art

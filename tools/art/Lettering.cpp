@@ -15,7 +15,7 @@ juce::Typeface::Ptr load(const juce::File& file) {
   return juce::Typeface::createSystemTypefaceFor(bytes.getData(), bytes.getSize());
 }
 
-// Ascent plus descent of the panel's print over its em square: JUCE's unit of height.
+// Ascent plus descent of the panel's typeface relative to its em: JUCE's unit of height.
 constexpr float kPrintHeight = (1193.0F + 289.0F) / 1000.0F;
 
 Word setWord(juce::Typeface& face, const juce::String& text, float height, float tracking) {

@@ -1,4 +1,4 @@
-// Words in pictures: the outlines of a face, set letter by letter with tracking.
+// Words in pictures: the outlines of a typeface, set letter by letter with tracking.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,11 +10,12 @@ namespace sivray::art {
 
 /// Measures in panel pixels.
 struct TextStyle {
-  float em;               ///< Size of the em square.
-  float tracking = 0.0F;  ///< Stands before each letter, but for the first of a word that begins at a given place.
+  float em;  ///< Size of the em square.
+  /// Space before each letter, except the first letter of a word that begins at a given position.
+  float tracking = 0.0F;
 };
 
-/// An outline with its origin at 0, 0, and where that lies in the word.
+/// An outline with its origin at 0, 0, and its position in the word.
 struct Letter {
   juce::Path path;
   float x;
@@ -28,7 +29,7 @@ struct Word {
 
 class Lettering {
  public:
-  /// Throws std::runtime_error if a font is missing in the folder `fonts`, or the display face.
+  /// Throws std::runtime_error if the display face or a font in the folder `fonts` is missing.
   Lettering(const juce::File& fonts, const juce::File& displayFace);
 
   /// Capitals in the panel's print.

@@ -1,4 +1,4 @@
-// The colours of the panel, each with its one place. Amber means "now", periwinkle means "set".
+// The colours of the panel. Amber means "now", periwinkle means "set".
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -23,9 +23,9 @@ std::vector<Picture> allPictures();
 /// The picture at `scale` device pixels for each panel pixel.
 juce::Image render(const Picture& picture, const Lettering& lettering, int scale);
 
-/// Some of the frames of a control that turns or moves, side by side in one picture: neighbours are alike in most of
-/// each row, so that the picture takes a twelfth of the bytes of single frames. The panel holds one strip's pixels
-/// beside the frames while it cuts them, so a control has several strips.
+/// Some frames of a control that turns or moves, side by side in one picture. Neighbouring frames are similar, so the
+/// picture takes a twelfth of the bytes of single frames. While the panel cuts a strip, it holds its pixels beside the
+/// frames, so a control has several strips.
 struct Strip {
   std::string name;  ///< As a resource: NAME_STRIP_0, NAME_STRIP_1, ... The panel asks for frames NAME_0, NAME_1, ...
   int side;          ///< Of one frame, which is square; panel pixels.
@@ -35,7 +35,7 @@ struct Strip {
 
 std::vector<Strip> allStrips();
 
-/// Draws each frame on a separate canvas, so that its place in the strip changes no pixel.
+/// Draws each frame on a separate canvas, so that its position in the strip does not change its pixels.
 juce::Image render(const Strip& strip, int scale);
 
 }  // namespace sivray::art

@@ -70,7 +70,7 @@ bool isOpaque(const juce::Image& image) {
 }
 
 std::vector<std::uint8_t> pngBytes(const juce::Image& image) {
-  // Filters help smooth ramps, and hide from the compressor that two stretches of a row are alike.
+  // PNG filters help smooth ramps, but hide repeated stretches of a row from the compressor.
   std::vector<std::uint8_t> plain = encode(image, PNG_FILTER_NONE);
   std::vector<std::uint8_t> filtered = encode(image, PNG_ALL_FILTERS);
   return plain.size() < filtered.size() ? plain : filtered;

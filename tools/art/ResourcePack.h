@@ -1,4 +1,4 @@
-// The resources in one file of bytes, and the C++ table that says what lies where in it.
+// Packs the resources into one file of bytes, and writes the C++ table of their positions.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +19,7 @@ struct ResourcePack {
   std::string table;  ///< Source text that defines tesh::bramel::platform::embeddedResources().
 };
 
-/// Source text for a Windows resource compiler: each resource in the file that `resourceFile` names, below the text's
+/// Source text for a Windows resource compiler: each resource is in the file `resourceFile`, relative to the text's
 /// folder.
 std::string windowsScript(const std::vector<Resource>& resources);
 std::string resourceFile(const Resource& resource);

@@ -1,4 +1,4 @@
-// The switches: small night bodies with a word or a sign; a body that is on lights up.
+// The switches: small dark bodies with a word or a sign, which light up when on.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Elements.h"
 #include "Palette.h"
@@ -43,7 +43,7 @@ void drawWordSwitch(Canvas& canvas, const Lettering& lettering, Box body, const 
   canvas.printCentred(lettering.print(word, kSwitchWord), middle.x, middle.y, signColour(look));
 }
 
-// The signs of the envelope: a decay that runs its course, and a pulse as long as the note. 9 x 7, line 1.4.
+// The signs of the envelope: a decay to its end, and a pulse as long as the note. 9 x 7, line 1.4.
 juce::Path envelopeSign(bool gate) {
   juce::Path line;
   line.startNewSubPath(5.0F, 13.0F);

@@ -27,8 +27,8 @@ constexpr std::array<int, 18> kBlocks{0,   1,    10,   16,   17,   32,   64,   1
                                       512, 1024, 1536, 2027, 2048, 2049, 4096, 8192, 16384};
 constexpr double kPitchTolerance = 1e-4;
 
-/// Returns a tone's deviation from `hertz`: a rough value from the phase over a short stretch, which makes the phase
-/// over a long one unambiguous.
+/// Returns a tone's deviation from `hertz`. A rough value over a short stretch makes the phase over a long one
+/// unambiguous.
 double pitchError(const std::vector<float>& samples, double rate, double hertz) {
   const auto turned = [&](double seconds) {
     const double turns = phaseAt(samples, rate, hertz, 1.0 + seconds) - phaseAt(samples, rate, hertz, 1.0);

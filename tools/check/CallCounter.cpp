@@ -69,7 +69,7 @@ void count(std::int64_t CallCounts::*field, const void* caller) {
     return;
   }
   CallCounts* const counts = counting;
-  counting = nullptr;  // The look at the stack is not the library's doing.
+  counting = nullptr;  // Calls made for looking at the stack are not the library's.
   if (countedModule.to == 0 || field == &CallCounts::locks || comesFromModule(caller)) {
     ++(counts->*field);
   }
@@ -93,7 +93,7 @@ ModuleRange CallCounter::replacements() {
 
 CountedModule::CountedModule(const std::string& text) {
   std::array<void*, 1> warmed{};
-  backtrace(warmed.data(), 1);  // The first one loads the unwinder.
+  backtrace(warmed.data(), 1);  // The first call loads the unwinder.
   thisProgram = ModuleRange::of({});
   countedModule = ModuleRange::of(text);
 }

@@ -33,18 +33,19 @@ class CallCounter {
   CallCounter(const CallCounter&) = delete;
   CallCounter& operator=(const CallCounter&) = delete;
 
-  /// Where this program's versions of the system's functions lie; nowhere if there are none.
+  /// The address range of this program's replacements of the system's functions; empty if there are none.
   static ModuleRange replacements();
 
   /// Returns false under a sanitizer and on systems other than Linux with glibc, where nothing is counted.
   static bool works();
 };
 
-/// While it exists, calls that do not come out of one library are not counted, locks excepted: neither the host's own,
-/// nor those that it makes when the library calls it back. What the library calls in the system's libraries counts.
+/// While it exists, only calls from one library are counted, except for locks: neither the host's own calls, nor those
+/// that the host makes when the library calls it back. Calls that the library makes through the system's libraries
+/// count.
 class CountedModule {
  public:
-  /// `text` is part of the library's path and of no other. The library must be loaded. One at a time.
+  /// `text` occurs in the library's path and in no other. The library must be loaded. One object at a time.
   explicit CountedModule(const std::string& text);
   ~CountedModule();
   CountedModule(const CountedModule&) = delete;

@@ -28,9 +28,8 @@ struct CheckSettings {
   std::string only;                         ///< Runs only the checks whose names hold this text.
   double soakHours = 0.0;                   ///< Hours of audio in the long rendering; 0 for its default of minutes.
 
-  /// Returns the number of repetitions: `complete` in a full run, else `bounded`, but less, though two if it is that
-  /// much, where they cost more than they show: a third in the other forms, which share all but a thin layer with
-  /// VST 2, and a third under a sanitizer.
+  /// Returns the number of repetitions: `complete` in a full run, else `bounded`. A third of that, but at least two if
+  /// `bounded` is, in the other forms, which share almost all code with VST 2, and under a sanitizer.
   int count(int bounded, int complete) const {
     if (full) {
       return complete;
@@ -39,7 +38,7 @@ struct CheckSettings {
     return std::max(bounded / share, std::min(bounded, 2));
   }
 
-  /// A text in the path of the code that `load` brings into this process, and in no other path.
+  /// A text that occurs only in the path of the code that `load` loads into this process.
   std::string moduleName() const;
 
   bool isVst2() const { return form == hosting::Form::vst2; }
@@ -53,14 +52,14 @@ struct CheckSettings {
 struct Verdict {
   bool passed = false;
   std::string figure;
-  bool wasRun = true;  ///< Otherwise `figure` says what is lacking here.
+  bool wasRun = true;  ///< Otherwise `figure` tells what is missing here.
 };
 
 /// The forms that a check is for.
 enum class CheckedForms {
   all,
-  vst2,   ///< Laws of the VST 2 interface.
-  others  ///< What the other forms must have in common with VST 2.
+  vst2,   ///< Rules of the VST 2 interface.
+  others  ///< Properties that the other forms must share with VST 2.
 };
 
 struct Check {
@@ -80,9 +79,9 @@ std::vector<Check> parameterChecks();
 std::vector<Check> stateChecks();
 std::vector<Check> threadChecks();
 std::vector<Check> realTimeChecks();
-/// What a form has in common with VST 2.
+/// Comparisons of a form with VST 2.
 std::vector<Check> formChecks();
-/// What a form costs more than VST 2.
+/// The additional cost of a form over VST 2.
 std::vector<Check> costChecks();
 /// Not run where there is no X server, and none can be started.
 std::vector<Check> editorChecks();

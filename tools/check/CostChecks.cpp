@@ -1,4 +1,4 @@
-// The check of what a form costs: the instructions of its library for the same blocks as those of VST 2.
+// The cost of a form: the instructions of its library for the same blocks, compared with those of VST 2.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cstdint>
@@ -23,7 +23,7 @@ struct CountedScene {
   bool movesAll = false;  ///< All parameters that choose no wave move in each block.
 };
 
-/// The effect's type and its two edits cross over from effect to effect, which the engine does, not the form.
+/// The effect's type and edits stay: crossfades between effects are the engine's cost, not the form's.
 bool isMoved(int index) {
   constexpr int kFirstOfEffect = 96;
   constexpr int kLastOfEffect = 98;
@@ -43,7 +43,7 @@ void playBlock(HostedPlugin& plugin, const CountedScene& scene, int number, std:
   plugin.process(left.data(), right.data(), scene.frames);
 }
 
-/// Counts on a thread other than the message thread, as hosts render: on the message thread, JUCE's VST 3 host would
+/// Counts on another thread than the message thread, as hosts render. On the message thread, JUCE's VST 3 host would
 /// notify its listeners of each value at once.
 InstructionCounts countScene(const hosting::PluginFile& file, const std::string& module, const CountedScene& scene,
                              int blocks) {
@@ -68,8 +68,8 @@ InstructionCounts countScene(const hosting::PluginFile& file, const std::string&
 }
 
 Verdict cost(const CheckSettings& settings) {
-  // Short blocks in which nothing moves are judged by instructions a frame: there every gain of speed in the engine,
-  // which all forms share, would look like a loss of the form's.
+  // Short blocks in which nothing moves are judged by instructions per frame: with a ratio, every speed-up of the
+  // engine, which all forms share, would look like a loss of the form.
   constexpr double kMostMore = 0.02;
   constexpr double kMostMoreAtRest = 10.0;
   constexpr std::array<CountedScene, 3> kScenes{{{512, false}, {128, true}, {128, false}}};

@@ -1,4 +1,4 @@
-// All checks of the editor, or one line for each where there is no screen to run them on.
+// Collects all checks of the editor, or one line for each if there is no screen to run them on.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/Check.h"
 #ifdef __linux__

@@ -1,4 +1,4 @@
-// The editor opened and closed: often, in odd moments, by two instances, before the library goes, and at every scale.
+// Opens and closes the editor: often, at odd moments, in two instances, before unloading, and at every scale.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -14,7 +14,7 @@ namespace {
 constexpr std::int64_t kLeakKiB = 256;
 constexpr std::int64_t kLeakOfPagesKiB = 512;
 
-/// Milliseconds that all threads of this process run for an action: other programs do not count.
+/// CPU milliseconds of all threads of this process during an action; other programs do not count.
 template <typename Action>
 double millisecondsFor(Action action) {
   const double before = processSeconds();
@@ -27,12 +27,12 @@ double medianOf(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-/// Whether a panel of this size comes; one of none is gone.
+/// Waits for a panel of this size; a size of 0 means that it must disappear.
 bool isThere(const EditorScene& scene, hosting::WindowSize size = kPanelSize) {
   return comesTrue([&] { return scene.window.childSize() == size; });
 }
 
-/// The first opening of all: nothing of the editor is in this process yet.
+/// The very first opening: nothing of the editor has been loaded into this process yet.
 Verdict openAndClose(const CheckSettings& settings) {
   constexpr double kMostForFirst = 200.0;
   constexpr double kMostForLater = 30.0;
@@ -70,7 +70,7 @@ Verdict openAndClose(const CheckSettings& settings) {
                  growth.files());
 }
 
-/// What hosts do out of turn. Each scene ends with its editor as it is, and effClose has to cope.
+/// Calls of hosts out of order. Each scene leaves its editor as it is, and effClose has to cope with that.
 Verdict oddMoments(const CheckSettings& settings) {
   const auto library = settings.load();
   SoundFacts facts;
@@ -92,7 +92,7 @@ Verdict oddMoments(const CheckSettings& settings) {
   };
   tryOut(openAtRate(0.0F));
   tryOut(openAtRate(-1.0F));
-  tryOut([](EditorScene& scene) {  // Before resume, which the first block brings.
+  tryOut([](EditorScene& scene) {  // Before resume, which the first block makes.
     scene.open();
     scene.open();
     scene.letSettle();
@@ -151,7 +151,7 @@ Verdict twoEditors(const CheckSettings& settings) {
 }
 
 Verdict unloading(const CheckSettings& settings) {
-  // Each load starts threads, and the allocator keeps an arena for each thread.
+  // Each load starts threads, and the allocator keeps an arena per thread.
   constexpr std::int64_t kLeakOfThreadsPagesKiB = 2048;
   const std::int64_t mostHeap = settings.full ? 8 * kLeakKiB : kLeakKiB;  // In ten times as many cycles.
   const int cycles = isSanitized() ? GrowthWatch::kWarmCycles + 2 : settings.count(100, 1000);

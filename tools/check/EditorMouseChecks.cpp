@@ -1,5 +1,4 @@
-// The editor under real pointer events: every control with what the host hears of it, pads, pop-ups, and a user who
-// clicks at random.
+// The editor with real pointer events: every control and the host's notifications, pads, pop-ups, and random clicks.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -27,8 +26,8 @@ bool isDragged(ControlKind kind) {
   return kind == ControlKind::sweepKnob || kind == ControlKind::centredKnob || kind == ControlKind::levelFader;
 }
 
-/// Begins, changes and ends of one parameter, in that order and once or more; a click changes it once. A switch tells
-/// its change in a gesture before that of the press. LV2 tells its hosts of changes alone.
+/// Whether the calls for one parameter are begin, changes and end, in order. A click makes one change. A switch reports
+/// its change in a separate gesture before that of the press. LV2 reports changes only.
 bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool isClick, hosting::Form form) {
   if (form == hosting::Form::lv2) {
     return !calls.empty() && std::all_of(calls.begin(), calls.end(), [index](const HostCall& call) {
@@ -48,12 +47,12 @@ bool isOneGesture(const std::vector<HostCall>& calls, std::size_t index, bool is
   return depth == 0 && (isClick ? changes == 1 : changes >= 1);
 }
 
-/// Moves a control by hand. False unless the host heard that gesture, has its last value, and nothing else.
+/// Moves a control by the mouse. False unless the host got that gesture, has its last value, and got nothing else.
 bool moveControl(EditorScene& scene, hosting::Form form, ControlKind kind, std::size_t index, WindowPoint centre) {
   std::vector<HostCall> calls;
   const auto hear = [&] {
     if (form == hosting::Form::lv2 || form == hosting::Form::clap) {
-      scene.render();  // Hears of changes with the blocks.
+      scene.render();  // Changes arrive with the blocks.
     }
     for (const HostCall& call : scene.host.takeCalls()) {
       if (call.kind != HostCallKind::updateDisplay) {
@@ -69,7 +68,7 @@ bool moveControl(EditorScene& scene, hosting::Form form, ControlKind kind, std::
   }
   comesTrue(hear);
   scene.letSettle();
-  scene.render();  // Takes the changes from the queue, which holds so many.
+  scene.render();  // Empties the queue of changes, whose size is limited.
   hear();
   const auto last = std::find_if(calls.rbegin(), calls.rend(),
                                  [](const HostCall& call) { return call.kind == HostCallKind::automate; });
@@ -119,7 +118,7 @@ Verdict pads(const CheckSettings& settings) {
   scene.show();
   scene.host.start(kPlainRate, kPlainBlock);
   if (settings.form == hosting::Form::lv2) {
-    scene.awaitNewView();  // A new rate gives it a new instance.
+    scene.awaitNewView();  // A change of rate makes a new instance.
   }
   scene.render();
   std::string wrong;
@@ -150,8 +149,8 @@ Verdict pads(const CheckSettings& settings) {
   return verdict(right == static_cast<int>(kPads), "%d of 8 pads send their note on and off%s", right, wrong.c_str());
 }
 
-/// Opens a pop-up by a click, and closes it by one beside it. Whether the panel showed it, which darkens the place of
-/// that click, and looks as before.
+/// Opens a pop-up by a click, and closes it by one beside it. Returns whether the pop-up was visible, by the darkened
+/// place of that click, and the panel looks as before afterwards.
 bool opensAndCloses(EditorScene& scene, WindowPoint opener) {
   constexpr hosting::WindowArea kBeside{kNowhere.x - 2, kNowhere.y - 2, 4, 4};
   scene.window.moveTo(kNowhere);
@@ -163,7 +162,7 @@ bool opensAndCloses(EditorScene& scene, WindowPoint opener) {
   return opened && scene.settledPicture() == before;
 }
 
-/// Opens a list and clicks into it: the host hears of a change of `index`, and of no other.
+/// Opens a list and clicks into it. The host must be notified of a change of `index` and of no other parameter.
 bool choosesFrom(EditorScene& scene, WindowPoint opener, WindowPoint row, std::size_t index) {
   scene.host.setParameter(static_cast<int>(index), 0.0F);
   scene.render();
@@ -220,7 +219,7 @@ Verdict popUps(const CheckSettings& settings) {
                  wrong.c_str());
 }
 
-/// One thing that a user does in no time: mostly clicks and drags, some wheel, keys and second buttons.
+/// A random action of a user: mostly clicks and drags, some wheel, keys and other buttons.
 void doSomething(EditorScene& scene, Random& random) {
   const WindowPoint point{random.below(kPanelSize.width), random.below(kPanelSize.height)};
   switch (random.below(10)) {
@@ -249,7 +248,7 @@ void doSomething(EditorScene& scene, Random& random) {
   }
 }
 
-/// Every begin has its end, for each parameter by itself.
+/// For each parameter, every begin must have its end.
 bool isBalanced(const std::vector<HostCall>& calls) {
   std::map<std::int32_t, int> depth;
   for (const HostCall& call : calls) {

@@ -91,7 +91,7 @@ Verdict longList(const CheckSettings& settings) {
                  isChosen ? ", the first one chosen" : ", none could be chosen");
 }
 
-/// Save As where the documents folder cannot be made: a file stands in its place, which holds for any user.
+/// Save As while the documents folder cannot be created, because a file of that name exists. Works for any user.
 Verdict unwritableFolder(const CheckSettings& settings) {
   const Sandbox sandbox;
   const std::string blocked = sandbox.documents() + "/blocked";
@@ -113,7 +113,7 @@ Verdict unwritableFolder(const CheckSettings& settings) {
                  isClosed ? "goes on" : "is stuck", isHeard ? "plays" : "is silent");
 }
 
-/// A kit that is chosen in the panel's list: the host knows all values and, in VST 3, shows the kit in its own list.
+/// Chooses a kit in the panel's list: the host must know all values and, in VST 3, show the kit in its own list.
 Verdict kitOfThePanel(const CheckSettings& settings) {
   constexpr WindowPoint kAnotherRow{340, 190};
   const bool isLv2 = settings.form == hosting::Form::lv2;
@@ -147,9 +147,9 @@ Verdict kitOfThePanel(const CheckSettings& settings) {
                  isListed ? "follows" : "does not follow");
 }
 
-/// The delete menu, in a window of its own, and the file dialog, inside the panel, each open when the editor closes and
-/// when the instance ends. The button that opened the menu is held until then, and later panels take clicks all the
-/// same.
+/// The delete menu, in its own window, and the file dialog, inside the panel, are each open when the editor closes and
+/// when the instance ends. The button that opened the menu is held until then, and later panels must react to clicks
+/// nevertheless.
 Verdict openAtClose(const CheckSettings& settings) {
   const Sandbox sandbox;
   writeUserPrograms(3);

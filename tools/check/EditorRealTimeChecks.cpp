@@ -1,4 +1,4 @@
-// What an open editor costs: the audio thread while everything moves, the message thread then, and both at rest.
+// The cost of an open editor: for the audio thread and the message thread while everything moves, and at rest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -27,8 +27,8 @@ constexpr int kRoundBlock = 64;
 constexpr int kBlocksOfRound = kRoundRate / kRoundBlock / 2;
 constexpr std::chrono::nanoseconds kBlockTime{1'000'000'000LL * kRoundBlock / kRoundRate};
 
-/// A value for every parameter, which differs from one block to the next. A sample moves within its step, since to read
-/// another one is no matter of the editor.
+/// A value for every parameter that differs in each block. A sample parameter stays within its step, because reading
+/// another sample is not the editor's cost.
 void moveAll(hosting::HostedPlugin& host, int block) {
   const float value = static_cast<float>(block % 97) / 97.0F;
   for (int index = 0; index < host.parameterCount(); ++index) {
@@ -38,12 +38,12 @@ void moveAll(hosting::HostedPlugin& host, int block) {
 }
 
 struct RoundCost {
-  double others = 0.0;  ///< Seconds of the threads that the panel brought, as a share of the time.
+  double others = 0.0;  ///< CPU time of the threads that the panel started, relative to the elapsed time.
   std::int64_t mostWrites = 0;
   CallCounts counts;
 };
 
-/// In a form whose message thread is this one, it has its turns.
+/// For a form whose message thread is this one, lets it run.
 void restUntil(Clock::time_point end) {
   constexpr std::chrono::milliseconds kTurn{1};
   while (formhost::isMessageThread() && Clock::now() + kTurn < end) {
@@ -52,7 +52,7 @@ void restUntil(Clock::time_point end) {
   std::this_thread::sleep_until(end);
 }
 
-/// Half a second in real time, as the message thread lives by the clock.
+/// Half a second of real time, because the message thread depends on the clock.
 RoundCost playRound(EditorScene& scene, const std::vector<int>& panelThreads) {
   RoundCost cost;
   const auto start = Clock::now();
@@ -71,8 +71,8 @@ RoundCost playRound(EditorScene& scene, const std::vector<int>& panelThreads) {
   return cost;
 }
 
-/// Counts what the library does in a block in which everything moves, after one that a panel had the time to follow. In
-/// VST 3 without the host's calls, which the counter slows so much that it hears of other key names between two values,
+/// Counts the library's calls in a block in which everything moves, after one that a panel had time to follow. In VST 3
+/// without calls by way of the host: the counter slows it so much that it notices other key names between two values,
 /// and reads them all.
 std::int64_t instructionsOf(EditorScene& scene, const CheckSettings& settings) {
   constexpr std::chrono::milliseconds kToFollow{100};
@@ -94,7 +94,7 @@ std::int64_t instructionsOf(EditorScene& scene, const CheckSettings& settings) {
   return counts.library;
 }
 
-/// The threads that run now and did not before.
+/// The threads that run now and did not run before.
 std::vector<int> newThreads(const std::vector<int>& before) {
   const std::vector<int> now = threadsOfProcess();
   std::vector<int> added;
@@ -114,7 +114,7 @@ Verdict whilePlaying(const CheckSettings& settings) {
   const std::vector<int> panelThreads = newThreads(before);
   scene.host.start(static_cast<float>(kRoundRate), kRoundBlock);
   playRound(scene, panelThreads);
-  // The least of several rounds: what else the machine does only ever adds.
+  // The minimum of several rounds, because other programs can only add time.
   RoundCost open{1e9, 0, {}};
   std::int64_t fewestWaits = INT64_MAX;
   const int rounds = settings.full ? 20 : 4;
@@ -146,9 +146,9 @@ struct Rest {
   double wakeUps = 0.0;  ///< A second, of the plug-in's own threads.
 };
 
-/// Looks at the process while nothing happens, at least three times, since the first look may hold the end of what came
-/// before, and until one is at most at `most`. On a busy machine some looks cost more: the caches are cold after each
-/// sleep.
+/// Measures the process while nothing happens, at least three times, because the first measurement may include the end
+/// of earlier work, and until one is at most `most`. On a busy machine some measurements are higher, because the caches
+/// are cold after each sleep.
 Rest restingUse(std::chrono::milliseconds time, double most, const ModuleRange& plugin) {
   constexpr int kLeastLooks = 3;
   constexpr int kMostLooks = 12;
@@ -170,14 +170,15 @@ Verdict atRest(const CheckSettings& settings) {
   constexpr double kMostOpen = 0.002;
   constexpr double kMostClosed = 0.001;
   constexpr double kMostWakeUps = 5.0;
-  constexpr std::chrono::milliseconds kAfterPainting{300};  // The window must not go on looking for what to paint.
+  // Waiting for a repaint must not be part of the measurement.
+  constexpr std::chrono::milliseconds kAfterPainting{300};
   const std::chrono::milliseconds time(settings.count(1000, 10000));
   const auto library = settings.load();
   EditorScene scene(*library);
   const ModuleRange plugin = ModuleRange::of(settings.moduleName());
   scene.show();
   scene.render();
-  scene.window.moveTo({4, 464});  // Beside every control, so that no tooltip comes.
+  scene.window.moveTo({4, 464});  // No control is there, so no tooltip opens.
   const std::uint64_t picture = scene.settledPicture();
   formhost::rest(kAfterPainting);
   const Rest open = restingUse(time, kMostOpen, plugin);
@@ -195,7 +196,7 @@ Verdict atRest(const CheckSettings& settings) {
                  100.0 * open.share, open.wakeUps, 100.0 * closed.share, closed.wakeUps);
 }
 
-/// The panel shows the last values, whatever came before, on every page.
+/// On every page the panel must show the last values, whatever came before.
 Verdict afterAutomation(const CheckSettings& settings) {
   const int rounds = settings.count(100, 1000);
   const auto library = settings.load();

@@ -1,4 +1,4 @@
-// The editor without its pictures and fonts: copies of the library in which they are damaged.
+// The editor with copies of the library in which pictures and fonts are damaged.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef __linux__
 
@@ -21,7 +21,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Damages each picture's mark, by which JUCE knows the format. Returns how many there were.
+/// Damages the signature of each picture, by which JUCE recognises the format. Returns the number of pictures.
 int damagePictures(std::string& library) {
   constexpr auto kMark = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR"sv;
   int found = 0;
@@ -32,7 +32,7 @@ int damagePictures(std::string& library) {
   return found;
 }
 
-/// Damages the name of each font in the table of resources. Returns how many there were.
+/// Damages each font's name in the table of resources. Returns the number of fonts.
 int damageFontNames(std::string& library) {
   int found = 0;
   for (const std::string name :
@@ -51,8 +51,8 @@ std::string bytesOf(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// Opens the panel of a library, uses each page and a pop-up, and returns the picture of its first page; 0 if the panel
-/// did not come, or did not come again.
+/// Opens the panel of a library, uses each page and a pop-up, and returns the hash of the first page's picture; 0 if
+/// the panel did not open, or did not open again.
 std::uint64_t pictureOf(const std::string& path) {
   const vsthost::PluginLibrary library(path);
   EditorScene scene(library);
@@ -97,7 +97,7 @@ Verdict missingResources(const CheckSettings& settings) {
                  fonts, opened, changed);
 }
 
-/// The panel brings its own fonts: those of the system, of which there may be thousands, are not even looked at.
+/// The panel must use its own fonts only: it does not even look at the system's, of which there may be thousands.
 Verdict installedFonts(const CheckSettings& settings) {
   const Sandbox sandbox;
   const std::string folder = sandbox.documents() + "/fonts";

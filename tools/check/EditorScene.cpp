@@ -59,7 +59,7 @@ void EditorScene::awaitPainting() {
 }
 
 void EditorScene::letSettle() {
-  constexpr int kRounds = 2;  // What a message brings about may come with a further one.
+  constexpr int kRounds = 2;  // A message may post another one.
   for (int round = 0; round < kRounds; ++round) {
     host.settleEditor();
     awaitPainting();
@@ -74,7 +74,7 @@ std::uint64_t EditorScene::settledPicture() {
   int equal = 0;
   comesTrue([&] {
     formhost::rest(kBetweenPictures);
-    awaitPainting();  // A thread that has not come to run since shows nothing new either.
+    awaitPainting();  // If the thread has not run since, it has not painted anything new either.
     const std::uint64_t before = picture;
     picture = window.picture();
     equal = picture == before ? equal + 1 : 0;
@@ -107,7 +107,7 @@ ScopedVariable::~ScopedVariable() { wasSet ? ::setenv(name, before.c_str(), 1) :
 
 Sandbox::Sandbox()
     : folder(newFolder()), documentsVariable("BRAMEL_DOCUMENTS", folder), pathVariable("PATH", folder + "/programs") {
-  // JUCE tries one browser after the other until one succeeds; this comes first.
+  // JUCE tries one browser after another; this one comes first.
   std::error_code ignored;
   std::filesystem::create_directory(folder + "/programs", ignored);
   std::filesystem::create_symlink("/bin/true", folder + "/programs/xdg-open", ignored);

@@ -1,4 +1,4 @@
-// An instance of the plug-in with its panel in a host's window on a real X server, and what a user does there.
+// An instance of the plug-in with its panel in a host's window on a real X server, and a user's actions there.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,18 +16,18 @@
 namespace sivray::check {
 
 inline constexpr hosting::WindowSize kPanelSize{768, 468};
-/// Beside every control, and outside the box of every pop-up.
+/// A point outside every control and every pop-up's box.
 inline constexpr hosting::WindowPoint kNowhere{4, 464};
 
-/// The checks of the editor by what they protect. Only where HostWindow::findServer gives true.
+/// The checks of the editor by subject. Only if HostWindow::findServer returns true.
 std::vector<Check> editorLifeChecks();
 std::vector<Check> editorRealTimeChecks();
 std::vector<Check> editorMouseChecks();
 std::vector<Check> editorProgramChecks();
 std::vector<Check> editorResourceChecks();
 
-/// Waits for what another thread brings about, 30 s at most and 100 s under a sanitizer: it takes milliseconds, unless
-/// other programs have the cores. Whether it came true.
+/// Waits for the result of another thread, at most 30 s, under a sanitizer 100 s. It usually takes milliseconds, unless
+/// other programs use the cores. Returns whether the condition became true.
 bool comesTrue(const std::function<bool()>& condition);
 
 class EditorScene {
@@ -41,25 +41,24 @@ class EditorScene {
 
   void open() { host.openEditor(window.handle()); }
   void close() { host.closeEditor(); }
-  /// Opens, and waits until the panel is there and painted: clicks before would go to the host's window.
+  /// Opens the panel and waits until it has been painted: earlier clicks would go to the host's window.
   void show();
-  /// Waits until a panel that `show` has shown has another view in its place.
+  /// After `show`, waits until the panel has replaced its view.
   void awaitNewView();
 
-  /// Renders a block of silence or of what sounds, without an event.
+  /// Renders a block without events.
   void render(int frames = kPlainBlock);
 
-  /// Waits until the message thread has nothing more to do for what the host and the user did, and has painted what
-  /// came of it.
+  /// Waits until the message thread has handled everything that host and user did, and has painted the result.
   void letSettle();
   /// The picture of the panel once it no longer changes.
   std::uint64_t settledPicture();
-  /// As a user who looks whether the click has done something before going on.
+  /// Clicks like a user who waits for the effect of one click before the next.
   void click(hosting::WindowPoint point, unsigned int button = 1);
   /// Clicks on the control that shows a page: 0 sound, 1 character, 2 mix.
   void showPage(std::size_t page);
 
-  /// The calls to the host since the last time, after all that was done has had its effect.
+  /// The calls to the host since the last time, including the effects of everything done so far.
   std::vector<hosting::HostCall> settledCalls();
 
   hosting::HostedPlugin& host = *instance;
@@ -74,7 +73,7 @@ class EditorScene {
   static constexpr std::size_t kLongestBlock = 16384;
 };
 
-/// An environment variable of this process that has another value for as long as this object lives.
+/// Sets an environment variable of this process for as long as this object lives.
 class ScopedVariable {
  public:
   ScopedVariable(const char* name, const std::string& value);
@@ -88,9 +87,8 @@ class ScopedVariable {
   std::string before;
 };
 
-/// Keeps clicks away from the user's files and programs. Holds a documents folder of its own, and removes it at the
-/// end. Puts a browser that shows nothing in the place of the user's, and hides programs that open pages or file
-/// dialogs.
+/// Protects the user's files and programs from the clicks: sets a temporary documents folder, which it removes at the
+/// end, a browser that shows nothing, and hides programs that open pages or file dialogs.
 class Sandbox {
  public:
   Sandbox();

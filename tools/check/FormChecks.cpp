@@ -1,4 +1,4 @@
-// Checks of what a form has in common with VST 2: parameters, samples, programs, latency, and both in one process.
+// Compares a form with VST 2: parameters, samples, programs, latency, and both in one process.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -34,8 +34,8 @@ struct Pair {
   std::unique_ptr<HostedPlugin> vst2;
 };
 
-/// Gives each parameter values in both forms, and lets VST 2 read the form's state: the host's own memory of what it
-/// set proves nothing.
+/// Sets each parameter in both forms, and lets VST 2 load the form's state: that the host remembers its own values
+/// proves nothing.
 Verdict sameParameters(const CheckSettings& settings) {
   Pair pair(settings);
   int missing = 0;
@@ -62,7 +62,7 @@ Verdict sameParameters(const CheckSettings& settings) {
                  missing, otherTexts, otherValues);
 }
 
-/// Values that are none must change nothing.
+/// Invalid values must not change anything.
 Verdict valuesOutside(const CheckSettings& settings) {
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   const auto file = settings.load();
@@ -84,7 +84,7 @@ Verdict valuesOutside(const CheckSettings& settings) {
                  isHeard ? "a sound" : "silence");
 }
 
-/// The same blocks with the same notes and moves. Returns whether a frame differs.
+/// Plays the same blocks with the same notes and moves. Returns whether any frame differs.
 bool playsOtherwise(HostedPlugin& form, HostedPlugin& vst2, int frames, std::uint32_t seed) {
   Random random(seed);
   std::array<Sound, 2> sounds;
@@ -140,7 +140,7 @@ Verdict sameSamples(const CheckSettings& settings) {
                  where.empty() ? "" : ", at Hz", where.c_str());
 }
 
-/// Each host program gives the parameters of the kit of its name.
+/// Each host program must set the values of the kit of that name.
 Verdict programs(const CheckSettings& settings) {
   Pair pair(settings);
   settle(*pair.vst2);
@@ -167,7 +167,7 @@ Verdict programs(const CheckSettings& settings) {
     }
     ++found;
     model.selectProgram(kit->number);
-    // The plug-in tells its host of a program a little later. One that is chosen in between must keep its own values.
+    // The plug-in reports a program to its host a little later. A program chosen in between must keep its own values.
     if (index % kEachTold == 0) {
       formhost::rest(kTold);
     }
@@ -191,14 +191,14 @@ Verdict programs(const CheckSettings& settings) {
                  names.c_str());
 }
 
-/// Returns the time in seconds by which a tone comes late, from its phase: it begins with frame 0 of a note at 0.
+/// Returns by how many seconds a tone is late, from its phase: it starts with a note at frame 0.
 double delayOf(HostedPlugin& plugin, double rate) {
   const std::vector<Hit> hit{{0, 36, 127}};
   const Sound sound = play(plugin, hit, static_cast<int>(1.6 * rate), blocksOf(kPlainBlock));
   return -phaseAt(sound.left, rate, SineContent::kHertz, 1.0) / SineContent::kHertz;
 }
 
-/// The told latency against the one that a tone's phase tells, both compared with the engine's own rate.
+/// Compares the reported latency with that of a tone's phase, both relative to the engine's own rate.
 Verdict latency(const CheckSettings& settings) {
   const SineContent sine;
   const auto file = settings.load();
@@ -236,7 +236,7 @@ Verdict latency(const CheckSettings& settings) {
                  worst, static_cast<double>(worstRate));
 }
 
-/// Both forms at once, each on its own thread, sound as alone.
+/// Both forms at once, each on its own thread, must sound as they do alone.
 Verdict twoForms(const CheckSettings& settings) {
   constexpr int kFrames = 88200;
   const std::vector<Hit> hits = hitsOver(kFrames, 9);

@@ -1,4 +1,4 @@
-// Counts the instructions of a library's work, which unlike times are the same on every run.
+// Counts the instructions that a library executes, which, unlike times, are the same in every run.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,13 +9,13 @@
 namespace sivray::check {
 
 struct InstructionCounts {
-  /// Of the library, and of the system's libraries where it has called them.
+  /// Of the library, and of the system's libraries on its behalf.
   std::int64_t library = 0;
-  std::int64_t program = 0;  ///< Of this program, likewise: the host.
+  std::int64_t program = 0;  ///< Of this program, the host, in the same way.
 };
 
-/// Counts the calling thread's instructions while it exists: the processor stops after each one, which takes from 1 to
-/// 20 us. What CallCounter puts before the system's functions is left out. One at a time in a process.
+/// Counts the calling thread's instructions while it exists: the processor traps after each one, which takes 1 to 20
+/// us. CallCounter's replacements of the system's functions are not counted. One object per process at a time.
 class InstructionCounter {
  public:
   /// `ownCounts` is increased, and must outlive the counter.

@@ -25,8 +25,8 @@ using vsthost::PluginLibrary;
 constexpr double kColdMilliseconds = 100.0;
 constexpr std::int64_t kLeakKiB = 64;  // 2 was measured in 20 cycles, 8 in 990.
 constexpr std::int64_t kLeakOfPagesKiB = 512;
-/// JUCE's host keeps a little of each load: 13 was measured in 20 cycles, 185 in 990. Its threads have rooms of the
-/// allocator's, so that pages grow by more: 636.
+/// JUCE's host leaks a little per load: 13 was measured in 20 cycles, 185 in 990. Its threads use separate arenas of
+/// the allocator, so the number of pages grows by more: 636.
 constexpr std::int64_t kLeakWithHostKiB = 256;
 constexpr std::int64_t kLeakOfPagesWithHostKiB = 2048;
 
@@ -41,7 +41,8 @@ Verdict loadAndUnload(const CheckSettings& settings) {
       double before = threadSeconds();
       const auto library = settings.load();
       if (settings.form == hosting::Form::lv2) {
-        before = threadSeconds();  // Its host has read the texts of all plug-ins of this machine, and loads it now.
+        // Its host has already read the texts of all plug-ins of this machine; now it loads this one.
+        before = threadSeconds();
       }
       const auto host = library->makeInstance();
       if (cycle == 0) {
@@ -129,8 +130,8 @@ bool isUnknown(int opcode) {
          std::find(kLateHoles.begin(), kLateHoles.end(), opcode) != kLateHoles.end() || opcode < 0 || opcode >= 80;
 }
 
-/// Makes one call with a buffer that is checked afterwards. Returns false when the call wrote more than text can need,
-/// or an unknown call was answered.
+/// Makes one call with a buffer that is checked afterwards. Returns false if the call wrote more than a text can need,
+/// or if an unknown call was answered.
 bool callSafely(Host& host, int opcode, int index, std::intptr_t value) {
   constexpr std::uint8_t kMark = 0xA5;
   constexpr std::size_t kText = 256;

@@ -1,4 +1,4 @@
-// Where a library or program lies in memory.
+// The address range of a library or program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,8 +12,8 @@ struct ModuleRange {
   std::uintptr_t from = 0;
   std::uintptr_t to = 0;
 
-  /// Of the first loaded library that has `text` in its path, or of this program for an empty text. None if there is no
-  /// such library, and on Windows.
+  /// The range of the first loaded library with `text` in its path, or of this program for an empty text. Empty if
+  /// there is no such library, and on Windows.
   static ModuleRange of(std::string_view text);
 
   bool holds(std::uintptr_t address) const { return address >= from && address < to; }

@@ -41,7 +41,7 @@ struct Hit {
 /// Returns hits on all pads over `frames` frames, ordered by time, some with note-offs. `density` scales their number.
 std::vector<Hit> hitsOver(int frames, std::uint32_t seed, int density = 40);
 
-/// Returns the length of the next block.
+/// Returns the length of the next block in frames.
 using Partition = std::function<int()>;
 
 Partition blocksOf(int frames);
@@ -53,18 +53,18 @@ Sound play(hosting::HostedPlugin& host, const std::vector<Hit>& hits, int frames
 /// Plays the hits of `seed` in blocks of kPlainBlock frames, to hear whether the plug-in still works.
 SoundFacts playPlain(hosting::HostedPlugin& host, int frames, std::uint32_t seed = 1);
 
-/// Renders a block, so that the plug-in applies a new state or program; a change of effect has its crossfade in this
+/// Renders a block, so that the plug-in applies a new state or program. The crossfade of a change of effect is in this
 /// block.
 void settle(hosting::HostedPlugin& host);
 
-/// Whether all pads send to the effect, or none.
+/// Whether all pads are sent to the effect, or none.
 enum class PadSends { off, on };
 
 /// Gives all pads the same send and plays every voice twice. Afterwards all voices have equal gates and fades, so the
 /// samples no longer depend on which voice a note gets, which in turn depends on the block boundaries.
 void warm(hosting::HostedPlugin& host, PadSends sends);
 
-/// Lets the first pad play the sine of SineContent as it is.
+/// Makes the first pad play the sine of SineContent unchanged.
 void playSineOn(hosting::HostedPlugin& host);
 
 /// Returns the phase in turns of a tone of `hertz`, measured over the second around `centre` (in seconds).

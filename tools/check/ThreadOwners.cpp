@@ -1,4 +1,4 @@
-// Interposes the C library's start of a thread, and writes down who starts one.
+// Replaces the C library's function that starts a thread, and records the caller.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/ThreadOwners.h"
 
@@ -48,7 +48,7 @@ void* runListed(void* start) {
   return result;
 }
 
-/// std::thread starts all threads with a function of its own, which is given an object of a class of the starter's.
+/// std::thread starts all threads by a function of the C++ library, with an object whose class belongs to the caller.
 bool isOf(const RunningThread& thread, const ModuleRange& module, const ModuleRange& standardLibrary) {
   const auto* const routine = reinterpret_cast<const void*>(thread.routine);
   return module.holds(routine) ||

@@ -1,4 +1,4 @@
-// Which threads of this process run a library's code.
+// Identifies the threads of this process that run a library's code.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,8 +8,8 @@
 
 namespace sivray::check {
 
-/// The system's numbers of the threads that the module has started and that still run. Empty under a sanitizer, which
-/// keeps the start of threads for itself, and where the C library is not glibc.
+/// The system's numbers of the running threads that the module has started. Empty under a sanitizer, which replaces the
+/// start of threads itself, and if the C library is not glibc.
 std::vector<int> threadsOf(const ModuleRange& module);
 
 }  // namespace sivray::check

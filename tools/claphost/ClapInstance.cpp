@@ -16,7 +16,7 @@ using hosting::HostCallKind;
 using hosting::HostError;
 
 constexpr std::uint32_t kLongestBlock = 32768;
-/// In which the panel's thread has done what waits for it.
+/// In this time the panel's thread handles what waits for it.
 constexpr std::chrono::milliseconds kSettled{12};
 
 /// Bytes that a plug-in reads or writes.
@@ -42,7 +42,7 @@ std::int64_t writeBytes(const OutputStream* stream, const void* from, std::uint6
 
 }  // namespace
 
-/// What the plug-in calls.
+/// The functions that the plug-in calls.
 struct HostCalls {
   static ClapInstance& of(const Host* host) { return *static_cast<ClapInstance*>(host->hostData); }
 
@@ -53,7 +53,7 @@ struct HostCalls {
     own.wrongCalls += isAllowed ? 0 : 1;
     return own;
   }
-  /// A call for the main thread alone.
+  /// A call that is allowed on the main thread only.
   static ClapInstance& onMain(const Host* host) {
     return count(host, std::this_thread::get_id() == of(host).mainThread);
   }
@@ -92,7 +92,7 @@ struct HostCalls {
                                    : nullptr;
   }
 
-  /// A kit that the plug-in has chosen by itself, or been told to.
+  /// A kit that the plug-in reports, chosen by itself or by the host.
   static void presetLoaded(const Host* host, std::uint32_t kind, const char*, const char* key) {
     ClapInstance& own = onMain(host);
     const auto found = std::ranges::find(own.programs, std::string(key), &ClapInstance::Program::key);
@@ -309,7 +309,7 @@ void ClapInstance::answerRequests() {
 
 namespace {
 
-/// Collects the names and keys that a preset provider tells.
+/// Collects the names and keys that a preset provider reports.
 struct PresetList {
   std::vector<std::pair<std::string, std::string>> namesAndKeys;
 

@@ -1,5 +1,5 @@
-// A CLAP host with one instance of the plug-in: makes its calls, answers it as the interface says, and records what it
-// tells its host.
+// A CLAP host with one instance of the plug-in: makes the host's calls, answers the plug-in by the interface's rules,
+// and records the plug-in's calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,8 +18,8 @@
 
 namespace sivray::claphost {
 
-/// The thread that makes an instance is its main thread. What the plug-in wants done there happens in the calls that
-/// come from it.
+/// The thread that makes an instance is its main thread. Requests of the plug-in for that thread are handled during the
+/// calls from it.
 class ClapInstance final : public hosting::HostedPlugin {
  public:
   /// Throws HostError when the library gives no instance.
@@ -71,15 +71,15 @@ class ClapInstance final : public hosting::HostedPlugin {
   };
   static std::vector<Program> findPrograms(const ClapLibrary& library);
 
-  /// Calls of the plug-in to its host since the last time, and those among them on a thread that the interface does not
-  /// allow. Any thread.
+  /// The plug-in's calls since the last time, and how many of them came on a thread that the interface does not allow.
+  /// Any thread.
   struct HostCallCount {
     int all = 0;
     int onWrongThread = 0;
   };
   HostCallCount takeHostCalls() { return {hostCalls.exchange(0), wrongCalls.exchange(0)}; }
 
-  /// Does on the main thread what the plug-in has asked for.
+  /// Handles the plug-in's requests for the main thread.
   void answerRequests();
 
  private:

@@ -12,14 +12,14 @@
 namespace sivray::content {
 namespace {
 
-/// The right half of the filter, for samples that are 1 apart.
+/// The right half of the filter, for a sample distance of 1.
 class Filter {
  public:
-  /// `newReach` is how far it reaches, in samples. The stop band is `depth` dB deep and begins at half the rate.
+  /// `newReach` is the filter's reach in samples. The stop band is `depth` dB deep and begins at half the rate.
   Filter(int newReach, double depth) : reach(newReach) {
     constexpr int kUnitRate = 100000;  // Hz; the design takes whole numbers.
     constexpr int kSeriesTerms = 40;
-    // Kaiser's formula for the width of the transition, as a part of half the rate.
+    // Kaiser's formula for the width of the transition, relative to half the rate.
     const double transition = (depth - 8.0) / (2.285 * 2.0 * reach * std::numbers::pi);
     tesh::bramel::vst::CFirLpfCoeffs design;
     design.setSeriesTerms(kSeriesTerms);
@@ -35,7 +35,7 @@ class Filter {
 
   int reachInSamples() const { return reach; }
 
-  /// Between two steps of the table on a straight line. `distance` is 0 to the filter's reach.
+  /// Linear interpolation between the table's entries. `distance` is 0 to the filter's reach.
   double at(double distance) const {
     const double place = distance * kSteps;
     const auto step = static_cast<std::size_t>(place);
@@ -60,7 +60,7 @@ const Filter& filterOf(RateQuality quality) {
 
 std::vector<float> atRate(std::span<const float> channel, double ratio, RateQuality quality) {
   const Filter& filter = filterOf(quality);
-  // Towards a lower rate the filter is as much wider.
+  // For a lower rate the filter is wider in proportion.
   const double scale = std::min(ratio, 1.0);
   const double reach = filter.reachInSamples() / scale;
   const auto last = static_cast<std::int64_t>(channel.size()) - 1;

@@ -1,4 +1,4 @@
-// Brings sound to another sample rate.
+// Converts sound to another sample rate.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,8 +9,8 @@ namespace sivray::content {
 
 enum class RateQuality { fast, best };
 
-/// Returns one channel at `ratio` times its rate, at least one sample, for a ratio of 1/256 to 256 and at least one
-/// sample. What the new rate cannot hold is left out.
+/// Returns one channel at `ratio` (1/256 to 256) times its rate; at least one sample, from at least one sample. Removes
+/// frequencies that the new rate cannot hold.
 std::vector<float> atRate(std::span<const float> channel, double ratio, RateQuality quality);
 
 }  // namespace sivray::content

@@ -35,7 +35,7 @@ std::function<void(const juce::ArgumentList&)> speaking(const Command& command) 
 }
 
 #ifndef _WIN32
-/// As `speaking`, for a command that works on the factory's content, whatever sounds the user has added.
+/// Like `speaking`, for a command on the factory's content without the user's own sounds.
 std::function<void(const juce::ArgumentList&)> onFactory(const Command& command) {
   return speaking([command](const juce::ArgumentList& list) {
     const std::string installed = tesh::bramel::platform::installedFilesFolder();
@@ -46,7 +46,7 @@ std::function<void(const juce::ArgumentList&)> onFactory(const Command& command)
   });
 }
 
-/// The commands that make content, for which a build for Windows has no libraries.
+/// The commands that make content. They are not in the build for Windows, which lacks their libraries.
 void addMakers(juce::ConsoleApplication& program) {
   using namespace sivray::content;
   program.addCommand(
@@ -70,7 +70,7 @@ void addMakers(juce::ConsoleApplication& program) {
        onFactory(runPack)});
 }
 
-/// JUCE's own list takes bytes for letters, so that it would lose the path of a folder with an umlaut.
+/// JUCE's own argument list treats bytes as characters, which would break paths with umlauts.
 juce::StringArray textsOf(int argc, char** argv) {
   juce::StringArray texts;
   for (int i = 1; i < argc; ++i) {
@@ -81,13 +81,13 @@ juce::StringArray textsOf(int argc, char** argv) {
 #else
 void addMakers(juce::ConsoleApplication& /*program*/) {}
 
-/// The command line as Windows keeps it, in whatever script.
+/// The command line in Windows' own encoding, for any script.
 juce::StringArray textsOf(int /*argc*/, char** /*argv*/) {
   return juce::JUCEApplicationBase::getCommandLineParameterArray();
 }
 #endif
 
-/// Texts are UTF-8, and the bar is drawn by the terminal's own commands.
+/// Texts are UTF-8, and the progress bar uses terminal control sequences.
 void prepareTerminal() {
 #ifdef _WIN32
   SetConsoleOutputCP(CP_UTF8);

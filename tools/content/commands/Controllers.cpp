@@ -1,4 +1,4 @@
-// The command that shows and changes which MIDI controller moves what.
+// The command that prints and changes the map of MIDI controllers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <charconv>

@@ -42,7 +42,7 @@ PadValues valuesBy(ValueOf valueOf) {
   return values;
 }
 
-/// Presets of several kinds hold the bytes of a state as they are.
+/// Presets of several kinds contain the bytes of a state unchanged.
 std::optional<PadValues> valuesIn(std::span<const std::uint8_t> file, Processor& processor) {
   for (auto from = file.begin();; ++from) {
     from = std::search(from, file.end(), vst::kStateTag.begin(), vst::kStateTag.end());
@@ -80,7 +80,7 @@ PadValues valuesOf(const std::string& source) {
   return *values;
 }
 
-/// Copies a file under its own name, or under that with its number where another one has it.
+/// Copies a file under its own name, or, if that is taken, with its wave number added.
 void copyFile(const OwnContent& content, const OwnSound& sound, const fs::path& folder) {
   const fs::path source = content.paths().files / pathOf(sound.file);
   fs::path target = folder / pathOf(sound.file.substr(ownFileStart(sound.number).size()));

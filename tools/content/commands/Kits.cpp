@@ -22,7 +22,7 @@ namespace {
 
 using tesh::vimo::ProgramFileCopy;
 
-/// Programs that are only looked at belong to no instrument.
+/// Programs are read without an instrument here.
 class NoInstrument final : public tesh::vimo::MacroProgramDatabaseDelegate {
  public:
   std::uint64_t macroCount() const override { return 0; }

@@ -52,7 +52,7 @@ void writeSheets(const std::string& folder, const std::vector<MeasuredWave>& wav
   }
 }
 
-/// Draws the groove on all kits, so many a sheet that the pictures can be looked at.
+/// Draws the groove on all kits, as many on a sheet as are readable.
 void writeKitSheets(const std::string& folder, const std::vector<KitSound>& kits) {
   constexpr std::size_t kKitsPerSheet = 25;
   std::filesystem::create_directories(pathOf(folder));

@@ -46,7 +46,7 @@ std::string categoryName(const OwnSound& sound) {
   return std::string(kCategoryNames[static_cast<std::size_t>(sound.category)]);
 }
 
-/// The category that the options name.
+/// The category that the options set.
 std::optional<int> categoryFrom(const std::string& pad, const std::string& category) {
   if (!pad.empty()) {
     const auto given = wholeNumberIn(pad);
@@ -79,7 +79,7 @@ std::optional<int> categoryFrom(const std::string& pad, const std::string& categ
   fail("there is no category '" + category + "'; they are " + names, kWrongUsage);
 }
 
-/// Ends the program as the signal would have, when everything has been taken back.
+/// Ends the program by the signal, after everything has been undone.
 template <typename Work>
 void interruptible(Work work) {
   try {
@@ -91,7 +91,7 @@ void interruptible(Work work) {
   }
 }
 
-/// Prints the outcomes for a person, or with a tab between fields for a program.
+/// Prints the results for a person, or for a program, with tabs between fields.
 class OutcomePrinter {
  public:
   explicit OutcomePrinter(bool withFields) : isForProgram(withFields), bar(withFields) {}
@@ -185,7 +185,7 @@ std::string lineOf(const OwnContent& content, const OwnSound& sound) {
               : ": " + sound.file);
 }
 
-/// The sounds that a word of the command line means.
+/// The sounds that match a word of the command line.
 std::vector<std::int32_t> meantBy(const std::string& word, const Ledger& ledger) {
   std::vector<std::int32_t> numbers;
   const auto number = wholeNumberIn(word);

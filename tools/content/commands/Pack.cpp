@@ -18,10 +18,10 @@
 namespace sivray::content {
 namespace {
 
-/// How much of the work is reading the sound files; then the kits' levels are measured.
+/// The share of the progress bar for reading the sound files; the rest is for measuring the kits' levels.
 constexpr double kReadingShare = 0.7;
 
-/// The room that the waves of `tree` leave.
+/// The room that the waves of `tree` leave free.
 PackRoom roomBeside(const ContentTree& tree) {
   PackRoom room;
   for (const Wave& wave : tree.waves) {
@@ -63,7 +63,7 @@ void runPack(const juce::ArgumentList& list) {
                             std::cout << printable(words) << std::endl;
                           },
                           [&bar](double done) { bar.show(kReadingShare * done); }};
-  // What an earlier run wrote is no sound of the user's.
+  // Files that an earlier run wrote are not the user's sounds.
   const PackResult result = packFolder(folder, roomBeside(tree), report, target + "/Tesh");
   if (result.waves.empty()) {
     bar.clear();

@@ -25,7 +25,7 @@ constexpr double kEvenSwing = 50.0;
 constexpr int kHighestValue = 127;
 constexpr double kMillisecondsPerMinute = 60000.0;
 
-/// A step of a pattern: so many hits in equal distances.
+/// A step of a pattern: a number of hits at equal distances.
 struct Step {
   int step = 0;
   std::size_t pad = 0;
@@ -150,7 +150,7 @@ class GrooveReader {
     }
   }
 
-  /// The words behind the first, which may stand between quotation marks.
+  /// The words after the first, without quotation marks around them.
   std::string joined(const Words& words) const {
     std::string text = words[1];
     std::for_each(words.begin() + 2, words.end(), [&](const std::string& word) { text += " " + word; });
@@ -217,7 +217,7 @@ class GrooveReader {
     fail(std::string("a step is 1 to 9, a to i, r to z or a dot, not '").append(1, c).append("'"));
   }
 
-  /// Reads a "set" or "glide" line: a controller's name and its step:value points.
+  /// Reads a "set" or "glide" line: a controller's name and its points, step:value.
   void readMove(const Words& words, bool glides) {
     const auto controller = controllerOf(words[1]);
     if (!controller) {
@@ -307,7 +307,7 @@ class GrooveReader {
     }
   }
 
-  /// Delays every second step by the swing, and what lies between in proportion.
+  /// Delays every second step by the swing, and times in between in proportion.
   double swung(double step) const {
     const double even = 2.0 * std::floor(step / 2.0);
     const double late = swing / kEvenSwing;
@@ -315,7 +315,7 @@ class GrooveReader {
     return even + (inPair < 1.0 ? inPair * late : late + (inPair - 1.0) * (2.0 - late));
   }
 
-  /// A hand's deviation, -human to human.
+  /// A random deviation, -human to human.
   double away() {
     constexpr int kParts = 1000;
     return human * (static_cast<double>(random() % (2 * kParts + 1)) / kParts - 1.0);
@@ -329,7 +329,7 @@ class GrooveReader {
   std::minstd_rand random;
   std::map<std::string, Pattern> patterns;
   Pattern* current = nullptr;
-  Groove groove;  ///< Of the kit that was named last.
+  Groove groove;  ///< On the kit that was named last.
   std::vector<Groove> grooves;
 };
 

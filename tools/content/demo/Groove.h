@@ -34,7 +34,7 @@ inline constexpr std::array<std::string_view, factory::kPads> kPadRoles{"kick", 
 
 struct GrooveHit {
   double beat = 0.0;   ///< From the start.
-  double beats = 0.0;  ///< That it is held.
+  double beats = 0.0;  ///< Length of the note.
   int note = 0;
   int velocity = 0;
 };
@@ -48,7 +48,7 @@ struct GrooveMove {
 struct Groove {
   std::string kit;
   double tempo = 120.0;  ///< Beats a minute.
-  double beats = 0.0;    ///< Length of what "play" lists.
+  double beats = 0.0;    ///< Total length of the bars in "play".
   double endBeats = 0.0;
   std::vector<GrooveHit> hits;
   std::vector<GrooveMove> moves;

@@ -1,4 +1,4 @@
-// The notes of a build: for each wave its name, and hashes of what it was made of and of its samples.
+// The notes of a build: for each wave its name, and hashes of its sources and of its samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/factory/WaveBuild.h"
 
@@ -58,7 +58,7 @@ std::map<std::string, Note> readNotes(const std::string& file) {
   return notes;
 }
 
-/// The waves that an earlier build left as its notes say, by what they were made of. None if it left no library.
+/// The waves of an earlier build that match its notes, by the hashes of their sources. Empty if it left no library.
 std::map<std::uint64_t, Wave> readEarlier(const EarlierBuild& earlier) {
   std::map<std::uint64_t, Wave> waves;
   try {

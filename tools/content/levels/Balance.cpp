@@ -1,4 +1,4 @@
-// The loudness of each pad and of the whole kit, and the search for the levels that reach it.
+// Measures the loudness of each pad and of the whole kit, and searches for the levels that give the wanted ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/Balance.h"
 
@@ -13,8 +13,8 @@
 namespace sivray::content {
 namespace {
 
-/// How loud the loudest 400 ms of a full hit are beside each other, in dB: kick, percussion, snare, clap, cymbal,
-/// tom, closed and open hat. The medians of the first 83 kits, whose pads were set one by one.
+/// Loudness of the loudest 400 ms of a full hit, relative to each other, in dB: kick, percussion, snare, clap, cymbal,
+/// tom, closed and open hat. Medians of the first 83 kits, whose pads were set individually.
 constexpr std::array<double, factory::kPads> kRoles{1.0, -1.0, 0.8, 0.3, 1.8, 0.2, -3.3, -0.2};
 
 constexpr double kGrooveLoudness = -22.5;  ///< Of every kit, in LUFS.
@@ -26,7 +26,7 @@ constexpr int kRoundsPerHit = 3;                    ///< Hits are played in the 
 constexpr double kHitSeconds = 4.0;                 // Reversed sounds are loudest at their end.
 constexpr double kDecibelsPerDecadeOfLevel = 40.0;  // The engine squares the level.
 
-/// What a full hit sounds like, in dB.
+/// The loudness of a full hit, in dB.
 struct HitLoudness {
   double peak = 0.0;
   double loudest = 0.0;  ///< In its loudest 400 ms.
@@ -45,7 +45,7 @@ int movedLevel(int level, double decibels) {
   return std::clamp(static_cast<int>(std::lround(wanted)), 1, kMostLevel);
 }
 
-/// Returns the gain in dB that brings a hit to a loudness, unless its peak would leave the window.
+/// Returns the gain in dB that gives a hit the wanted loudness, unless its peak would leave the allowed range.
 double moveOf(const HitLoudness& hit, double loudness) {
   return std::clamp(hit.peak + loudness - hit.loudest, kLowestPeak, kHighestPeak) - hit.peak;
 }
@@ -57,7 +57,8 @@ double decibelsOf(double factor) { return 20.0 * std::log10(std::max(factor, 1.0
 std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::Kit& kit) {
   std::array<int, factory::kPads> levels{};
   std::ranges::transform(kit.pads, levels.begin(), &factory::KitPad::level);
-  // A compressor would take back each move. Its kit is balanced with the effect off, softer by half of what it adds.
+  // A compressor would cancel each change of level. Such a kit is balanced with the effect off, softer by half of the
+  // effect's gain.
   const bool isCompressed = kit.effect == "Compressor";
   meter.setMacro(factory::kEffectSwitchMacro, isCompressed ? 0.0F : 1.0F);
   const double goal = kGrooveLoudness - (isCompressed ? kHalfOfCompressor : 0.0);
@@ -66,7 +67,7 @@ std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::K
   for (int round = 0; round < kRounds; ++round) {
     for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
       HitLoudness& hit = hits[pad];
-      // In between, effects that distort let a hit move a little less than its level.
+      // With effects that distort, a hit's loudness changes by less than its level.
       if (round % kRoundsPerHit == 0) {
         const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
         hit = loudnessOf(meter.play({&stroke, 1}, kHitSeconds));
@@ -78,7 +79,7 @@ std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::K
       meter.setMacro(pad * factory::kMacrosPerPad + factory::kLevel,
                      static_cast<float>(level) / static_cast<float>(kMostLevel));
     }
-    // What sounds longer than its loudest moment makes the groove louder than its hits.
+    // Sounds that are longer than the measured 400 ms make the groove louder than its hits suggest.
     const StereoSound groove = playStyle(meter, kit.comment);
     aim += std::min(goal - integratedLoudness(groove), kGroovePeak - truePeak(groove));
   }

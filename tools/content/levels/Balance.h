@@ -1,4 +1,4 @@
-// Balances the levels of a kit: a groove of its style is as loud as those of all kits, and in it each pad has the
+// Balances the levels of a kit: a groove of its style becomes as loud as those of all kits, and each pad in it gets the
 // loudness of its role.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once

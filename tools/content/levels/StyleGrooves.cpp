@@ -1,5 +1,5 @@
-// The grooves of all styles, in the language of the demo's grooves. Each has a bar that repeats, and one with cymbal,
-// tom and what else is rare.
+// The grooves of all styles, in the format of the demo's grooves. Each has a bar that repeats, and one with cymbal, tom
+// and other rare pads.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/levels/StyleGrooves.h"
 

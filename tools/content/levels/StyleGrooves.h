@@ -1,4 +1,4 @@
-// The groove that measures a kit: a few bars of its style, with every pad in its part.
+// The grooves by which kits are measured: a few bars per style that use every pad in its usual role.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace sivray::content {
 
-/// Whether a style has a groove, be it shared with related styles.
+/// Whether a style has a groove, its own or one shared with related styles.
 bool hasGroove(std::string_view style);
 
 /// Returns the groove of a style: four bars that play all pads. A style without one gets that of "Pop". The groove

@@ -21,7 +21,7 @@ constexpr double kAttackMilliseconds = 1.0;
 constexpr double kRiseMilliseconds = 0.5;
 constexpr double kCrestMilliseconds = 50.0;
 
-/// Stands for silence, in dB.
+/// The value for silence, in dB.
 constexpr double kLeastDecibels = -100.0;
 
 double& at(Figures& figures, Figure figure) { return figures[static_cast<std::size_t>(figure)]; }
@@ -31,7 +31,7 @@ double ratioInDecibels(double power, double reference) {
                                         : kLeastDecibels;
 }
 
-/// A stretch of a spectrum's bins. `size` is that of its transform.
+/// A range of a spectrum's bins. `size` is that of its transform.
 std::span<const float> binsBetween(std::span<const float> power, std::size_t size, double low, double high) {
   const auto bin = [&](double hertz) {
     return std::min(static_cast<std::size_t>(std::ceil(hertz * static_cast<double>(size) / kMeasureRate)),
@@ -199,7 +199,7 @@ void FigureMeter::measurePeaks(const Hit& hit, Figures& figures) {
   at(figures, Figure::toneFall60) = toneFall(hit, toneHertz);
 }
 
-/// The slope of a line through the levels of the tone, from its highest one down to 30 dB below that, gives the time.
+/// The time follows from the slope of a line through the levels of the tone, from the highest down to 30 dB below it.
 double FigureMeter::toneFall(const Hit& hit, double hertz) {
   constexpr std::size_t kStep = 441;  // 10 ms.
   constexpr double kRange = 30.0;
