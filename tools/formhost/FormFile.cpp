@@ -1,4 +1,4 @@
-// Finds a bundle's plug-in with JUCE's hosting classes, and makes instances of it.
+// Finds a bundle's plug-in with JUCE's hosting classes, and creates instances of it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formhost/FormFile.h"
 
@@ -22,7 +22,8 @@ juce::File fileAt(const std::string& path) {
   return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
 }
 
-/// JUCE looks for the window manager's atoms once, when it first needs the screen. Returns whether there is one.
+/// Starts the X server and its window manager's atoms first, because JUCE looks for these once, when it first uses the
+/// screen. Returns whether there is a server.
 bool prepareScreen() {
 #ifdef __linux__
   const bool hasScreen = hosting::HostWindow::findServer();
@@ -35,7 +36,7 @@ bool prepareScreen() {
 #endif
 }
 
-/// A folder with nothing but a link to the bundle, which LV2 hosts search. They load from it later, too.
+/// A temporary folder that holds only a link to the bundle. LV2 hosts search it, and load from it later.
 class FolderOfOne {
  public:
   explicit FolderOfOne(const juce::File& bundle) {
@@ -52,8 +53,8 @@ class FolderOfOne {
   juce::TemporaryFile temporary;
 };
 
-/// JUCE's world of LV2 bundles, with one bundle and those of the system. It loses some memory each time that it is made
-/// or searched, so that a process keeps it.
+/// JUCE's list of LV2 bundles: one bundle and those of the system. JUCE leaks some memory when the list is created or
+/// searched, so each is created once per process.
 class Lv2World {
  public:
   static Lv2World& of(const juce::File& bundle) {
@@ -66,7 +67,7 @@ class Lv2World {
   }
 
   explicit Lv2World(const juce::File& bundle) : folder(bundle) {
-    // LV2 plug-ins are known by an address. Of several in a bundle, the first one that its manifest names counts.
+    // LV2 plug-ins are identified by a URI. Of several in a bundle, the first one in its manifest is used.
     const juce::String manifest = bundle.getChildFile("manifest.ttl").loadFileAsString();
     int first = manifest.length();
     for (const juce::String& found : format.searchPathsForPlugins(folder.path().getFullPathName(), false, false)) {
@@ -85,8 +86,8 @@ class Lv2World {
   FolderOfOne folder;
 };
 
-/// JUCE's loop leaves events of the server that came along with an answer until the next one comes. Without them a new
-/// view of a plug-in stays unseen, and a click into it goes to the window behind.
+/// Handles X events that arrived together with a reply; JUCE's loop leaves them queued until the next event. Otherwise
+/// a plug-in's new view stays hidden, and a click on it goes to the window behind.
 void takeQueuedEvents() {
 #ifdef __linux__
   while (tesh::bramel::vst::takeQueuedEvents()) {
@@ -96,7 +97,7 @@ void takeQueuedEvents() {
 
 }  // namespace
 
-/// In this order, so that JUCE ends last.
+/// Members are in this order so that JUCE is shut down last.
 struct FormFile::Loaded {
   bool hasScreen = prepareScreen();
   juce::ScopedJuceInitialiser_GUI juce;

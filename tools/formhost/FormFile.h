@@ -1,4 +1,4 @@
-// A VST 3 or LV2 bundle, loaded by JUCE as hosts built on it load one.
+// A VST 3 or LV2 bundle, loaded through JUCE as by a host that is built on it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,13 +12,13 @@ namespace sivray::formhost {
 
 class FormFile final : public hosting::PluginFile {
  public:
-  /// Loads the bundle. The thread becomes JUCE's message thread in this process until the last FormFile ends, which
-  /// also takes the bundle's code out of the process. `parameterNames` are those of the VST 2 form, in its order.
-  /// Throws HostError when there is no plug-in of that form.
+  /// Loads the bundle. The calling thread becomes JUCE's message thread in this process until the last FormFile is
+  /// destroyed, which also unloads the bundle. `parameterNames` are those of the VST 2 form, in its order. Throws
+  /// HostError when the bundle holds no plug-in of that form.
   FormFile(hosting::Form form, const std::string& bundle, std::vector<std::string> parameterNames);
   ~FormFile() override;
 
-  /// The instance runs at 44100 Hz, for blocks of up to kLongestBlock frames. It is gone before this object.
+  /// The instance runs at 44100 Hz, with blocks of up to kLongestBlock frames. It must be destroyed before this object.
   std::unique_ptr<hosting::HostedPlugin> makeInstance() const override;
 
   static constexpr int kLongestBlock = 16384;
@@ -28,10 +28,10 @@ class FormFile final : public hosting::PluginFile {
   std::unique_ptr<Loaded> loaded;
 };
 
-/// Whether JUCE's message thread in this process is the calling one.
+/// Whether the calling thread is JUCE's message thread in this process.
 bool isMessageThread();
 
-/// Lets the message thread do its work for a while; sleeps on any other thread, and where there is none.
+/// Runs the message loop for this time; on any other thread, or without a message thread, sleeps.
 void rest(std::chrono::milliseconds time);
 
 }  // namespace sivray::formhost

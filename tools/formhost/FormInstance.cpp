@@ -1,4 +1,4 @@
-// Passes the calls of a host on to JUCE's hosting classes, and records what comes back.
+// Passes a host's calls on to JUCE's hosting classes, and records the plug-in's calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formhost/FormInstance.h"
 
@@ -15,10 +15,10 @@ using hosting::HostCallKind;
 
 /// Room for the events of a block, with their heads.
 constexpr std::size_t kMidiBytes = 8192 * 16;
-/// Rounds of the message loop in which a window, its host's and the X server have told one another everything.
+/// Time after which a window, its host and the X server have exchanged all their messages.
 constexpr std::chrono::milliseconds kSettled{12};
 
-/// Whether a message has the bytes that its status tells, with data of seven bits.
+/// Whether a message is as long as its status requires and all its data bytes are below 128.
 bool isWhole(std::span<const std::uint8_t> bytes) {
   constexpr std::uint8_t kStatus = 0x80;
   constexpr std::uint8_t kSystemExclusive = 0xF0;
@@ -60,7 +60,7 @@ FormInstance::~FormInstance() {
 }
 
 void FormInstance::start(float sampleRate, int longestBlock) {
-  // These forms forbid longer blocks than were announced, and checks also play some.
+  // These forms forbid blocks longer than announced, which some checks play.
   block = std::max(longestBlock, FormFile::kLongestBlock);
   plugin->releaseResources();
   plugin->setRateAndBufferSizeDetails(static_cast<double>(sampleRate), block);
@@ -114,13 +114,13 @@ void FormInstance::setChunk(std::span<const std::uint8_t> bytes) {
 }
 
 int FormInstance::latencyFrames() {
-  rest(kSettled);  // A VST 3 tells its host through the message thread.
+  rest(kSettled);  // A VST 3 reports to its host through the message thread.
   return plugin->getLatencySamples();
 }
 
 void FormInstance::queueMidi(std::span<const std::uint8_t> bytes, int atFrame) {
   if (!isWhole(bytes)) {
-    return;  // JUCE's host reads past the end of what is cut short, and outside its tables for data above 127.
+    return;  // JUCE's host reads past the end of a truncated message, and past its tables for data above 127.
   }
   midi.addEvent(bytes.data(), static_cast<int>(bytes.size()), atFrame);
 }

@@ -1,4 +1,4 @@
-// One instance in JUCE's host. Parameters are found by their names, whatever order the form keeps them in.
+// One instance in JUCE's host. Parameters are looked up by name, because the forms order them differently.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -65,8 +65,8 @@ class FormInstance final : public hosting::HostedPlugin,
   hosting::Form form;
   std::unique_ptr<juce::AudioPluginInstance> plugin;
   std::vector<juce::AudioProcessorParameter*>
-      parameters;                 ///< By the VST 2 form's numbers; null where a name is missing.
-  std::map<int, int> ownIndices;  ///< By the host's numbers.
+      parameters;                 ///< By the VST 2 form's index; null where the name is missing.
+  std::map<int, int> ownIndices;  ///< VST 2 indices, by the host's index.
   std::unique_ptr<juce::AudioProcessorEditor> editor;
   juce::MidiBuffer midi;
   std::int64_t frame = 0;

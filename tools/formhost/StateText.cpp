@@ -1,5 +1,5 @@
-// VST 3: JUCE keeps XML with the component's stream as Base64, and its own wrapper in the plug-in appends data of its
-// own to that stream. LV2: a Turtle text in which one property holds the bytes as a string.
+// VST 3: JUCE's host keeps XML with the component's stream in Base64; the JUCE wrapper in the plug-in appends its own
+// data to that stream. LV2: a Turtle text in which one property holds the bytes as a string.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formhost/StateText.h"
 
@@ -23,7 +23,7 @@ std::vector<std::uint8_t> bytesOf(const juce::MemoryBlock& block) {
 
 juce::MemoryBlock blockOf(std::span<const std::uint8_t> bytes) { return {bytes.data(), bytes.size()}; }
 
-/// Where the wrapper's own data begin: eight zero bytes, the data, their length as a 64-bit number, and a mark.
+/// Returns where the wrapper's data begins: eight zero bytes, the data, its length as a 64-bit number, and a mark.
 std::size_t privateDataAt(const std::vector<std::uint8_t>& stream) {
   constexpr std::size_t kNumber = sizeof(std::uint64_t);
   const std::size_t tail = kPrivateMark.size() + kNumber;
@@ -65,7 +65,8 @@ struct Place {
   std::size_t length = 0;
 };
 
-/// The text of the property with the bytes: what stands between the quotes behind its name, one or three of each.
+/// Returns where the value of the property with the bytes is: the text in the quotes after its name, one or three on
+/// each side.
 Place lv2TextIn(std::string_view turtle) {
   const std::size_t property = turtle.find(kLv2Property);
   const std::size_t open = property == std::string_view::npos ? property : turtle.find('"', property);

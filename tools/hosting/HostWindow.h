@@ -1,5 +1,4 @@
-// A host's window on a real X server, with a mouse and a keyboard of its own, as a host and its user see it: by a
-// connection of its own.
+// A host's window on a real X server, with its own connection and with a simulated mouse and keyboard.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,61 +22,62 @@ struct WindowArea {
   int height = 0;
 };
 
-/// The innermost window at the editor's top left corner: the editor's own, once it is there.
+/// The innermost window at the editor's top left corner; the editor's own once it exists.
 struct WindowView {
   unsigned long id = 0;  ///< 0 for none.
-  int depth = 0;         ///< How many windows lie between it and the host's own, itself counted.
+  int depth = 0;         ///< Number of windows from the host's own, not counted, down to it.
   bool operator==(const WindowView&) const = default;
 };
 
-/// 1600 by 960 pixels in the screen's top left corner, so that its points are the screen's too. One thread at a time.
+/// A window of 1600 by 960 pixels in the screen's top left corner, so that its coordinates are those of the screen. Not
+/// thread-safe.
 class HostWindow {
  public:
-  /// Whether there is an X server to play on. The first call starts Xvfb and lets DISPLAY name it for this process: a
-  /// user's own pointer is never taken. Xvfb ends with this process. False where it is not installed, and on systems
-  /// without X.
+  /// Returns whether an X server is available. The first call starts Xvfb and sets DISPLAY for this process, so that
+  /// the user's own pointer is never moved. Xvfb ends with this process. False where it is not installed, and on
+  /// systems without X.
   static bool findServer();
 
-  /// Makes the atoms that a window manager makes: a host built on JUCE opens no window without them. `findServer` must
-  /// have given true.
+  /// Creates the atoms that a window manager creates, without which a host built on JUCE opens no window. Requires that
+  /// `findServer` has returned true.
   static void beWindowManager();
 
-  /// `findServer` must have given true.
+  /// Requires that `findServer` has returned true.
   HostWindow();
   ~HostWindow();
   HostWindow(const HostWindow&) = delete;
   HostWindow& operator=(const HostWindow&) = delete;
 
-  /// What a host hands to effEditOpen; null after `destroy`.
+  /// The window that a host passes to effEditOpen; null after `destroy`.
   void* handle() const;
   void destroy();
 
-  /// Of the editor's window inside this one; 0 by 0 while there is none.
+  /// Returns the size of the editor's window inside this one; 0 by 0 while there is none.
   WindowSize childSize() const;
   bool doesChildTakeKeys() const;
   bool hasFocus() const;
-  /// Gives the focus to a window of the host's own, as toolkits keep one beside the editor's.
+  /// Gives the focus to another child window, such as toolkits keep beside the editor.
   void focusOwnChild();
   bool hasOwnChildFocus() const;
 
-  /// Windows on the screen beside this one: menus and dialogs, which have their own.
+  /// Returns the number of other windows on the screen, which are menus and dialogs.
   int otherWindows() const;
 
-  /// The part of the screen that a panel takes.
+  /// The area of the screen that a panel covers.
   static constexpr WindowArea kWhole{0, 0, 768, 468};
-  /// A number that differs when anything on that part of the screen differs.
+  /// Returns a hash of the pixels in that area.
   std::uint64_t picture(WindowArea area = kWhole) const;
-  /// Whether a panel is there, by the number of colours: before, there are one or two.
+  /// Whether the panel is painted, judged by the number of colours: before, there are one or two.
   bool isPainted() const;
 
   WindowView view() const;
-  /// Puts a mark on that window, if it is not the host's own, and asks for the place to be painted. The plug-in does so
-  /// when it has taken all events that came before, and in one go with all that it has to paint by then.
+  /// Paints a mark on the innermost window, unless that is the host's own, and requests a repaint there. The plug-in
+  /// repaints it after all earlier events, together with everything that it has to paint by then.
   void mark();
-  /// Until the place has been painted. False without a mark.
+  /// Whether the mark has not been painted over yet. False without a mark.
   bool isMarked() const;
 
-  // Real events of the server's own mouse and keyboard.
+  // Real events of the X server's mouse and keyboard.
 
   void moveTo(WindowPoint point);
   /// Buttons: 1 left, 2 middle, 3 right; 4 and 5 are the wheel.
@@ -86,9 +86,9 @@ class HostWindow {
   void click(WindowPoint point, unsigned int button = 1);
   /// Presses the left button at a point, moves in steps by `way`, and releases.
   void drag(WindowPoint point, WindowPoint way);
-  /// Strikes the key of a keysym of X11, which is the character for Latin letters.
+  /// Presses and releases the key of an X11 keysym; for Latin letters that is the character.
   void strike(unsigned long keysym);
-  /// Lets such a key go down or come up.
+  /// Presses or releases that key.
   void setKey(unsigned long keysym, bool isDown);
 
  private:

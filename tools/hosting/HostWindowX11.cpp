@@ -23,8 +23,8 @@ constexpr int kDragSteps = 8;
 constexpr WindowPoint kMark{1, 1};
 constexpr unsigned long kColourBits = 0xFFFFFF;
 
-/// Keeps the server for this connection: a window that was found is still there when it is asked about, and an error
-/// would end the process.
+/// Grabs the server for this connection: no window can disappear between finding it and querying it, which would be an
+/// X error that ends the process.
 class ServerGrab {
  public:
   explicit ServerGrab(Display* grabbed) : display(grabbed) { XGrabServer(display); }
@@ -44,7 +44,8 @@ struct PictureEnd {
 };
 using Picture = std::unique_ptr<XImage, PictureEnd>;
 
-/// Connects to the server; null if there is none. It refuses for a moment when its last client has just gone.
+/// Connects to the server; null if there is none. Retries, because the server refuses connections for a moment after
+/// its last client has left.
 Display* connect() {
   constexpr int kTries = 200;
   constexpr std::chrono::milliseconds kBetween{10};
@@ -64,7 +65,7 @@ struct HostWindow::Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// The windows right inside another, from the lowest up.
+  /// Returns the direct children of a window, from the lowest up.
   std::vector<Window> insideOf(Window outer) const {
     Window root = 0;
     Window parent = 0;
@@ -95,7 +96,7 @@ struct HostWindow::Connection {
   struct Innermost {
     Window window = 0;
     int depth = 0;
-    WindowPoint point;  ///< In the window's own pixels.
+    WindowPoint point;  ///< In the window's own coordinates.
   };
   Innermost innermostAt(WindowPoint point) const {
     Innermost found{window, 0, point};
@@ -151,7 +152,7 @@ bool HostWindow::findServer() {
 }
 
 void HostWindow::beWindowManager() {
-  // The server forgets atoms with its last client: this one stays.
+  // The server forgets atoms when its last client leaves, so this connection stays open.
   static Display* const display = connect();
   for (const char* const name : {"WM_PROTOCOLS", "WM_TAKE_FOCUS", "WM_DELETE_WINDOW", "_NET_WM_PING", "WM_CHANGE_STATE",
                                  "WM_STATE", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN"}) {
@@ -171,7 +172,7 @@ HostWindow::HostWindow() : connection(std::make_unique<Connection>()) {
 HostWindow::~HostWindow() { destroy(); }
 
 void* HostWindow::handle() const {
-  return reinterpret_cast<void*>(connection->window);  // NOLINT(performance-no-int-to-ptr): the interface's form of it.
+  return reinterpret_cast<void*>(connection->window);  // the interface passes windows as pointers.
 }
 
 void HostWindow::destroy() {

@@ -1,4 +1,4 @@
-// Records the plug-in's calls of its host, in the same way for all forms.
+// Records the plug-in's calls of its host, for all forms alike.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hosting/HostedPlugin.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kMostRecords = 65536;
 
-/// Returns and clears the records; their memory stays.
+/// Returns and clears the records; keeps their memory.
 template <typename Record>
 std::vector<Record> takeAll(std::mutex& mutex, std::vector<Record>& records) {
   const std::lock_guard lock(mutex);

@@ -1,5 +1,5 @@
-// A plug-in as its host sees it, the same for every form: what the checks need of an instance, and of the file that
-// makes instances.
+// A plug-in as its host sees it, with the same interface for every form: an instance, and the file that creates
+// instances.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -34,23 +34,23 @@ enum class HostCallKind {
   beginEdit,
   automate,
   endEdit,
-  updateDisplay,  ///< Names, programs or values have changed: the host asks again.
+  updateDisplay,  ///< Names, programs or values have changed; the host should query them again.
   sizeWindow
 };
 
 /// A recorded call from the plug-in to the host.
 struct HostCall {
   HostCallKind kind = HostCallKind::updateDisplay;
-  int index = 0;       ///< Of the parameter, for edits and automation.
+  int index = 0;       ///< Parameter index, for edits and automation.
   float value = 0.0F;  ///< The parameter's new value.
-  WindowSize size;     ///< What the window is to become.
+  WindowSize size;     ///< The size that the plug-in requests for the window.
 };
 
-/// The bytes of a message, and zeros behind a short one.
+/// The bytes of a message, padded with zeros.
 using MidiBytes = std::array<std::uint8_t, 4>;
 
-/// One instance. All calls must come from the thread that made it, except `process` and the queues, which may come from
-/// another. Those do not allocate in the host.
+/// One instance. All calls must come from the thread that created it, except `process` and the functions that queue
+/// events, which may come from one other thread and do not allocate in the host.
 class HostedPlugin {
  public:
   HostedPlugin();
@@ -58,25 +58,25 @@ class HostedPlugin {
   HostedPlugin& operator=(const HostedPlugin&) = delete;
   virtual ~HostedPlugin() = default;
 
-  /// Sets rate (Hz) and block size (frames), and starts.
+  /// Sets sample rate (Hz) and longest block (frames), and starts processing.
   virtual void start(float sampleRate, int longestBlock) = 0;
   /// Changes the rate, in Hz, while running.
   virtual void setSampleRate(float sampleRate) = 0;
-  /// Suspends and resumes, as a host does when the transport is rewound or the sound device was lost.
+  /// Suspends and resumes, as a host does on a rewind or after losing the sound device.
   virtual void restart() = 0;
 
-  /// The parameters have the numbers of the VST 2 form, whatever order the form itself has.
+  /// Returns the number of parameters. In all calls, parameters have the indices of the VST 2 form.
   virtual int parameterCount() const = 0;
   virtual void setParameter(int index, float value) = 0;
-  /// The value that the host holds to be the plug-in's.
+  /// Returns the plug-in's value as the host knows it.
   virtual float parameter(int index) = 0;
-  /// What becomes of a value that is set: in forms whose parameters have whole numbers, the nearest of them.
+  /// Returns the value that results from setting `value`: in forms with integer parameters, the nearest integer.
   virtual float settable(int /*index*/, float value) { return value; }
   virtual std::string parameterName(int index) = 0;
-  /// The text of the present value.
+  /// Returns the text of the current value.
   virtual std::string parameterText(int index) = 0;
 
-  /// The bytes that the instrument itself saves, without what the form wraps around them.
+  /// Returns the bytes that the instrument itself saves, without the form's wrapper.
   virtual std::vector<std::uint8_t> chunk() = 0;
   virtual void setChunk(std::span<const std::uint8_t> bytes) = 0;
 
@@ -97,31 +97,31 @@ class HostedPlugin {
   /// Sends the queued events and renders a block into `left` and `right`.
   virtual void process(float* left, float* right, int frames) = 0;
 
-  /// Opens the editor inside a window of the system's.
+  /// Opens the editor inside a native window.
   virtual void openEditor(void* window) = 0;
   virtual void closeEditor() = 0;
-  /// What the host does before its window goes, if the editor is still open. Hosts may forget it in VST 2.
+  /// Tells the editor before its window is destroyed, if it is still open. VST 2 hosts may omit this.
   virtual void leaveWindow() {}
-  /// What the editor says it takes; 0 by 0 where it cannot be asked.
+  /// Returns the size that the editor reports; 0 by 0 if it cannot be asked.
   virtual WindowSize editorSize() = 0;
-  /// Tells the editor the content's scale. Whether it takes scales.
+  /// Tells the editor the content's scale. Returns whether it accepts it.
   virtual bool setEditorScale(float scale) = 0;
-  /// Waits until the plug-in's message thread has done what was asked of it before.
+  /// Waits until the plug-in's message thread has handled all earlier requests.
   virtual void settleEditor() = 0;
 
-  /// Returns the calls recorded since the last time. Any thread.
+  /// Returns the calls recorded since the last call of this. Any thread.
   std::vector<HostCall> takeCalls();
-  /// The MIDI messages recorded since the last time, likewise.
+  /// Returns the MIDI messages recorded since the last call of this. Any thread.
   std::vector<MidiBytes> takeMidi();
 
   double tempo = 120.0;
   bool playing = true;
 
  protected:
-  /// Records a call of the plug-in, or drops it if the reserved memory is full, so that recording does not allocate
-  /// while audio runs. Any thread.
+  /// Records a call of the plug-in, or drops it if the reserved memory is full: recording must not allocate while audio
+  /// runs. Any thread.
   void record(const HostCall& call);
-  /// The same for a message, of which it keeps four bytes.
+  /// As above for a message, of which it keeps the first four bytes.
   void recordMidi(std::span<const std::uint8_t> message);
 
  private:
@@ -130,7 +130,7 @@ class HostedPlugin {
   std::vector<MidiBytes> midiOut;
 };
 
-/// A form's file, loaded while this object exists, which must outlive the instances.
+/// A form's file, loaded while this object exists. It must outlive the instances.
 class PluginFile {
  public:
   PluginFile() = default;
@@ -138,7 +138,7 @@ class PluginFile {
   PluginFile& operator=(const PluginFile&) = delete;
   virtual ~PluginFile() = default;
 
-  /// Throws HostError when there is none.
+  /// Throws HostError when no instance can be created.
   virtual std::unique_ptr<HostedPlugin> makeInstance() const = 0;
 };
 

@@ -14,12 +14,12 @@
 namespace sivray::hosting {
 namespace {
 
-/// What the new process runs. Xvfb writes the number of its display into `file`.
+/// Runs in the new process. Xvfb writes its display number to the descriptor `file`.
 [[noreturn]] void runServer(const char* file) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   const int quiet = ::open("/dev/null", O_WRONLY);
   ::dup2(quiet, STDERR_FILENO);
-  // By default the server starts anew when its last client goes, and a client that connects meanwhile loses it.
+  // By default the server resets itself when its last client leaves, and drops a client that connects meanwhile.
   ::execlp("Xvfb", "Xvfb", "-displayfd", file, "-screen", "0", "1700x1000x24", "-nolisten", "tcp", "-noreset", nullptr);
   ::_exit(1);
 }

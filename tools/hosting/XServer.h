@@ -1,4 +1,4 @@
-// An X server without a screen, for the life of this process.
+// An X server without a screen, which runs until this process ends.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,14 +10,14 @@ namespace sivray::hosting {
 
 class XServer {
  public:
-  /// Starts Xvfb, which takes a free display.
+  /// Starts Xvfb on a free display.
   XServer();
-  /// Ends it.
+  /// Stops it.
   ~XServer();
   XServer(const XServer&) = delete;
   XServer& operator=(const XServer&) = delete;
 
-  /// As DISPLAY has it; empty where Xvfb is not installed or does not start.
+  /// The value for DISPLAY; empty if Xvfb is not installed or does not start.
   const std::string& display() const { return name; }
 
  private:

@@ -1,4 +1,4 @@
-// Builds instrument and panel, sets the wanted page and pop-up, and saves the picture.
+// Creates instrument and panel, opens the wanted page and pop-up, and saves the picture.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PanelPicture.h"
 
@@ -38,7 +38,7 @@ std::shared_ptr<BramelInstrument> makeInstrument(std::span<const std::uint8_t> s
   return instrument;
 }
 
-/// An open panel: the view in the component that pop-ups attach to.
+/// An open panel: the view inside the component to which pop-ups attach.
 class OpenPanel {
  public:
   OpenPanel(const std::shared_ptr<BramelInstrument>& instrument, int imageScale) {
@@ -72,7 +72,7 @@ void showPage(OpenPanel& panel, const std::string& page) {
   panel.view().selectPage(static_cast<std::uint64_t>(found - kPages.begin()));
 }
 
-/// The number behind `prefix`, or nothing if `text` has another form.
+/// Returns the number after `prefix`; nothing if `text` has another form.
 std::optional<std::uint64_t> numberBehind(const std::string& text, const std::string& prefix) {
   std::uint64_t number = 0;
   if (!text.starts_with(prefix)) {
@@ -130,7 +130,7 @@ void writePicture(const juce::Image& picture, const std::string& path) {
 
 void drawPanel(std::span<const std::uint8_t> state, const PanelPictureSettings& settings) {
 #ifdef __linux__
-  // Pictures need no X server. One that JUCE found, and that went away, would end the program.
+  // Pictures need no X server. If JUCE connected to one and that ended, so would the program.
   ::setenv("DISPLAY", "none", 1);
 #endif
   const juce::ScopedJuceInitialiser_GUI gui;

@@ -9,7 +9,7 @@
 
 namespace sivray::panel {
 
-/// What the picture shows.
+/// The settings of the picture.
 struct PanelPictureSettings {
   std::string outputPath;      ///< A PNG file.
   std::string page = "sound";  ///< "sound", "character" or "mix".
@@ -18,11 +18,11 @@ struct PanelPictureSettings {
   std::vector<int> litPads;    ///< 1 to 8.
 };
 
-/// What may be open on the panel.
+/// The pop-ups that can be open on the panel.
 inline constexpr const char* kOpenForms = "samples=PAD, programs, save-as, effects, settings or tooltip=PARAMETER";
 
-/// Makes an instrument from the installed content, gives it `state` as a host saves it, and draws its panel. Throws
-/// std::runtime_error with one line that says what is wrong, std::invalid_argument for a wrong page or pop-up.
+/// Creates an instrument from the installed content, loads `state` as a host does, and draws its panel. Throws
+/// std::runtime_error with one line for the user, std::invalid_argument for a wrong page or pop-up.
 void drawPanel(std::span<const std::uint8_t> state, const PanelPictureSettings& settings);
 
 }  // namespace sivray::panel

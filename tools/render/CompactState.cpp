@@ -1,4 +1,4 @@
-// Takes the state's envelope apart, cuts its macro chunk, and packs it again.
+// Unpacks the state, shortens its macro chunk, and packs it again.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CompactState.h"
 
@@ -17,11 +17,11 @@ using tesh::cofu::core::bytesAt;
 using tesh::cofu::core::ByteWriter;
 using Bytes = std::vector<std::uint8_t>;
 
-/// Words of a macro chunk's head: the sizes of the two sections between the head and the values.
+/// Indices in a macro chunk's header, of the sizes of the two sections between header and values.
 constexpr std::size_t kListSizeWord = 2;
 constexpr std::size_t kProgramsSizeWord = 3;
 
-/// The head with both sizes zero, and what follows the two sections.
+/// Returns the header with both sizes zero, and the data after the two sections.
 Bytes valuesAlone(std::span<const std::uint8_t> macros) {
   const std::uint32_t words = chunk::headerWords(ByteReader(macros).word());
   if (words == 0 || macros.size() < std::size_t{4} * words) {

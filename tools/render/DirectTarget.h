@@ -1,5 +1,5 @@
-// The instrument inside this program: processor and macros, driven block by block at the engine's own rate as the plug-
-// in's shell drives them.
+// The instrument inside this program: processor and macros, driven block by block at the engine's sample rate, as the
+// plug-in's shell drives them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace sivray::render {
 
-/// What `build` makes of the instrument's content. Throws RenderError when that is missing or broken.
+/// Returns the result of `build` on the instrument's content. Throws RenderError when the content is missing or broken.
 template <typename Build>
 auto builtFromContent(Build build) {
   try {

@@ -1,4 +1,4 @@
-// The edit values of the tour, its thirty renderings, and their picture.
+// The effect's edit values in the tour, its thirty renderings, and their picture.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EffectTour.h"
 
@@ -61,7 +61,7 @@ constexpr std::array<TourEdits, fx::kEffectTypeCount> kTourEdits{{
 
 constexpr double kTourRate = tesh::cofu::core::kEngineRate;
 
-/// The excerpt that the sheet shows: a few bars, wide enough to see the sound move.
+/// The excerpt that the sheet shows: a few bars, at a scale at which movement is visible.
 constexpr double kExcerptStart = 4.0;
 constexpr double kExcerptSeconds = 6.0;
 
@@ -99,7 +99,7 @@ Options optionsFor(const Options& options, int type) {
   return tour;
 }
 
-/// Removes the score's own moves, so that the renderings differ by the effect alone.
+/// Removes the score's own moves, so that the renderings differ in the effect only.
 MidiScore onlyNotes(MidiScore score) {
   std::erase_if(score.messages, [](const ScoreMessage& message) {
     const int status = message.bytes[0] & 0xF0;
@@ -125,7 +125,7 @@ std::string titleOf(int type) {
 std::vector<float> excerptOf(const std::vector<float>& samples) {
   const auto start = std::min(samples.size(), static_cast<std::size_t>(kExcerptStart * kTourRate));
   const auto length = std::min(samples.size() - start, static_cast<std::size_t>(kExcerptSeconds * kTourRate));
-  // A score shorter than the excerpt's start is shown in full.
+  // Of a score that is shorter than the excerpt's start, the whole is shown.
   return length == 0 ? samples
                      : std::vector<float>(samples.begin() + static_cast<std::ptrdiff_t>(start),
                                           samples.begin() + static_cast<std::ptrdiff_t>(start + length));

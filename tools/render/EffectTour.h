@@ -7,9 +7,9 @@
 
 namespace sivray::render {
 
-/// Writes one WAV file per type and the sheet. All pads send to the effect, and only the score's notes are played. The
-/// sheet shows the left channel. Types that the panel does not offer are rendered directly, as with --direct. Throws
-/// RenderError.
+/// Writes one WAV file for each effect type, and the sheet. All pads send to the effect, and only the score's notes are
+/// played. The sheet shows the left channel. Types that the panel does not offer are rendered directly, as with
+/// --direct. Throws RenderError.
 void renderEffectTour(const Options& options, const MidiScore& score);
 
 }  // namespace sivray::render

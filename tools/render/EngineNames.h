@@ -1,4 +1,4 @@
-// Names of the engine's parameters, waves and effects on the command line and in MIDI files, and their values.
+// The names that the command line and MIDI files use for the engine's parameters, waves and effects, and their values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -26,7 +26,7 @@ struct ListedWave {
   std::int32_t category = 0;  ///< From 0, in the order of the panel's browser.
 };
 
-/// Returns the integer of a normalised value, rounded as the engine does.
+/// Returns the integer of a normalised value (0 to 1), rounded as in the engine.
 std::int32_t engineInteger(const EngineParameter& parameter, float value);
 
 /// Returns the normalised value, 0 to 1, of an integer.
@@ -37,7 +37,7 @@ class EngineNames {
  public:
   EngineNames(const tesh::vimo::Generator<float>& generator, const tesh::vimo::SampleLibrary& library);
 
-  /// All parameters that have a name here: those of the pads, then of the effect, then the master.
+  /// Returns all named parameters: those of the pads, then of the effect, then the master.
   const std::vector<EngineParameter>& all() const { return parameters; }
 
   /// All waves, by category.
@@ -63,7 +63,7 @@ class EngineNames {
   std::map<std::string, std::int32_t> effects;
 };
 
-/// Returns `text` in the form in which names are compared.
+/// Returns `text` normalised for comparison: without blanks, dashes and underscores, in lower case.
 std::string plainName(const std::string& text);
 
 }  // namespace sivray::render

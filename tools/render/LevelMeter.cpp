@@ -1,4 +1,4 @@
-// The sum runs in the order of the samples.
+// Adds the squares in the order of the samples.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LevelMeter.h"
 

@@ -1,11 +1,11 @@
-// The renderer's calls as calls of the plug-in interface.
+// Implements the renderer's calls by calls of the plug-in interface.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "LibraryTarget.h"
 
 namespace sivray::render {
 
 std::vector<std::uint8_t> LibraryTarget::state() {
-  // Asking for the program makes the plug-in apply the changes that wait for its next block.
+  // effGetProgram makes the plug-in apply the changes that wait for its next block.
   host.call(tesh::bramel::vst::effGetProgram);
   return host.chunk();
 }

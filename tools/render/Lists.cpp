@@ -1,4 +1,4 @@
-// One function a list.
+// One function for each list.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Lists.h"
 
@@ -23,7 +23,7 @@ void printPrograms(const PluginModel& model) {
   }
 }
 
-/// The panel's name; "-" for an effect that the panel does not offer.
+/// Returns the panel's name; "-" for an effect that the panel does not offer.
 const char* shortName(int type) {
   const auto& offered = tesh::bramel::kEditScreenEffects;
   const auto* const found = std::ranges::find(offered, type, &tesh::bramel::EditScreenEffect::typeId);

@@ -1,4 +1,4 @@
-// What --list-programs, --list-effects, --list-waves and --list-parameters print.
+// The output of --list-programs, --list-effects, --list-waves and --list-parameters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace sivray::render {
 
-/// Prints the lists that `options` asks for on standard output, a line an entry.
+/// Prints the lists that `options` asks for on standard output, one line for each entry.
 void printLists(const Options& options, const PluginModel& model);
 
 }  // namespace sivray::render

@@ -11,11 +11,11 @@
 namespace sivray::render {
 namespace {
 
-constexpr int kPatternsOfTheirOwn = 2;  ///< The type of a file whose tracks share no time.
+constexpr int kPatternsOfTheirOwn = 2;  ///< Format 2, whose tracks are independent patterns without a common time.
 
-/// Returns how much longer a second is than JUCE takes it for. A division is ticks per quarter note if it is positive,
-/// else the negative number of frames per second above the ticks per frame, where 29 stands for 30000 / 1001. Throws
-/// RenderError for one that gives no time.
+/// Returns the true duration of what JUCE counts as a second. A positive division is ticks per quarter note; a negative
+/// one holds minus the frames per second in its high byte and the ticks per frame in its low byte, with 29 for 30000 /
+/// 1001. Throws RenderError if the division defines no time.
 double secondsPerJuceSecond(int division, const std::string& path) {
   constexpr double kDropFrameRate = 30000.0 / 1001.0;
   const int frames = -(division >> 8);

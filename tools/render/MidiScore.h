@@ -1,4 +1,4 @@
-// A MIDI file as the renderer plays it: timed channel messages, tempo changes and moves.
+// A MIDI file in the form that the renderer plays: timed channel messages, tempo changes and moves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -22,7 +22,7 @@ struct ScoreTempo {
   double beatsPerMinute = 120.0;
 };
 
-/// A move written into the file as a text event "NAME=VALUE", such as "pad3.pitch=30", "master=100" or
+/// A parameter change stored in the file as a text event "NAME=VALUE", for example "pad3.pitch=30", "master=100" or
 /// "program=Dub Echo".
 struct ScoreMove {
   double seconds = 0.0;
@@ -38,8 +38,8 @@ struct MidiScore {
   double lengthSeconds = 0.0;  ///< Time of the last event of any kind.
 };
 
-/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken, has no note, or says of no event
-/// when it comes.
+/// Reads a standard MIDI file. Throws RenderError when it is missing, empty, broken, without notes, or without a time
+/// base.
 MidiScore readMidiScore(const std::string& path);
 
 }  // namespace sivray::render

@@ -1,4 +1,4 @@
-// A timed change of one value while the score plays, with its name already looked up.
+// A timed change of one value while the score plays, with its name already resolved.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,7 +14,7 @@ struct Move {
   MoveTarget target = MoveTarget::macro;
   std::uint32_t index = 0;  ///< Macro number, or engine parameter id.
   float value = 0.0F;       ///< 0 to 1.
-  int hostIndex = -1;       ///< Index among the host's parameters; -1 if hidden from hosts.
+  int hostIndex = -1;       ///< Index among the host's parameters; -1 if hosts do not see it.
 };
 
 }  // namespace sivray::render

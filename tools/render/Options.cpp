@@ -77,7 +77,7 @@ Assignment waveAssignment(const std::string& option, const std::string& text) {
 using ValueAction = std::function<void(Options&, const std::string& option, const std::string& value)>;
 using FlagAction = std::function<void(Options&)>;
 
-/// Returns the action of an option that sets one engine parameter.
+/// Returns the handler of an option that sets one engine parameter.
 ValueAction engineOption(const char* parameter) {
   return [parameter](Options& options, const std::string&, const std::string& value) {
     options.assignments.push_back({AssignmentTarget::engineParameter, parameter, value});
@@ -107,7 +107,7 @@ ValueAction moveOption(AssignmentTarget target) {
   };
 }
 
-/// The notes in a file, of which each line must hold.
+/// Reads the note map in a file; every line must be valid.
 tesh::cofu::core::NoteMap taughtMap(const std::string& option, const std::string& path) {
   std::ifstream file(path);
   const std::string text(std::istreambuf_iterator<char>(file), {});

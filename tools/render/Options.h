@@ -14,7 +14,7 @@ namespace sivray::render {
 /// The kind of value that an assignment sets.
 enum class AssignmentTarget { macro, hostParameter, engineParameter };
 
-/// NAME=VALUE, with an optional time; without one it applies before the first block.
+/// NAME=VALUE with an optional time; without a time it applies before the first block.
 struct Assignment {
   AssignmentTarget target = AssignmentTarget::engineParameter;
   std::string name;
@@ -35,15 +35,15 @@ struct Options {
   std::optional<double> rate;  ///< The host's rate in Hz; 44100 unless given.
   std::optional<std::string> libraryPath;
   std::optional<std::string> program;
-  std::optional<std::uint32_t> varySeed;  ///< Gives each pad a wave similar to its own.
+  std::optional<std::uint32_t> varySeed;  ///< Seed by which each pad gets a wave similar to its own.
   std::optional<std::string> statePath;
   std::optional<std::string> saveStatePath;
-  std::optional<std::string> kitFolder;  ///< Where to write the factory kits as preset files, instead of playing.
+  std::optional<std::string> kitFolder;  ///< Folder to write the factory kits to, as preset files, instead of playing.
   std::optional<std::string> effectTourFolder;
   std::vector<Assignment> assignments;  ///< In the order of the command line.
   RenderSettings settings;
   double longestScore = 3600.0;          ///< Seconds that a MIDI file may last.
-  std::optional<std::string> panelPath;  ///< The picture of the panel to draw, instead of playing.
+  std::optional<std::string> panelPath;  ///< Path of a picture of the panel, drawn instead of playing.
   std::string panelPage = "sound";
   std::string panelOpen;
   double panelScale = 1.0;
@@ -51,8 +51,8 @@ struct Options {
   bool check = false;
   bool fullCheck = false;
   std::string checkForm = "vst2";         ///< vst2, vst3, lv2 or clap.
-  std::optional<std::string> bundlePath;  ///< Of the form to check, other than VST 2.
-  std::string checkOnly;                  ///< Runs only the checks whose names hold this text.
+  std::optional<std::string> bundlePath;  ///< Bundle to check, of a form other than VST 2.
+  std::string checkOnly;                  ///< Run only the checks whose names contain this text.
   double soakHours = 0.0;
 
   bool lists() const { return listPrograms || listEffects || listWaves || listParameters; }

@@ -23,10 +23,10 @@ using tesh::vimo::Bank;
 using tesh::vimo::ProgramDatabase;
 namespace engine = tesh::bramel::plugin::sivray;
 
-/// The model's engine only supplies names and never sounds, so its pads hold a single frame.
+/// The model's engine supplies names only and never plays, so its pads have memory for a single frame.
 constexpr std::size_t kSilentSlotFrames = 1;
 
-/// Number of steps in the search of a macro's range for an integer.
+/// Number of steps in the search for an integer over a macro's range.
 constexpr int kSearchSteps = 8192;
 
 std::unique_ptr<tesh::vimo::Generator<float>> makeSilentEngine() {
@@ -47,8 +47,8 @@ std::optional<std::size_t> wholeNumber(const std::string& text) {
   return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
 }
 
-/// Returns the normalised integer itself if the set maps it to the integer, else the middle of the first part of the
-/// range that does.
+/// Returns the normalised integer itself if the set maps it to the integer, else the middle of the first interval that
+/// the set maps to it.
 std::optional<float> placeIn(const tesh::vimo::MacroSetBase& set, const EngineParameter& parameter,
                              std::int32_t integer) {
   const auto gives = [&](float x) { return engineInteger(parameter, set.map(x)) == integer; };

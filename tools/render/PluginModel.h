@@ -1,4 +1,4 @@
-// The instrument's saved state as macros, programs and names that can be read and changed.
+// The instrument's saved state, as macros, programs and names that can be read and changed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,14 +16,14 @@
 
 namespace sivray::render {
 
-/// A program as --list-programs shows it.
+/// A program, for --list-programs.
 struct ListedProgram {
   std::string number;  ///< "12" in the factory bank, "U3" in the user's.
   std::string name;
   std::string comment;
 };
 
-/// A macro, and the value that sets an engine parameter to the wanted integer.
+/// A macro and the value of it that sets an engine parameter to the wanted integer.
 struct MacroPlace {
   std::size_t macro = 0;
   float value = 0.0F;
@@ -43,33 +43,33 @@ class PluginModel {
   const EngineNames& names() const { return engineNames; }
   const tesh::vimo::SampleLibrary& library() const { return sampleLibrary; }
 
-  /// Returns the integer that the macros give an engine parameter; nothing if no macro moves it.
+  /// Returns the integer to which the macros set an engine parameter; nothing if no macro controls it.
   std::optional<std::int32_t> integerOf(const EngineParameter& parameter) const;
 
-  /// Sets which macros hosts see, by host index; names are matched in order.
+  /// Sets which macros hosts see, by host index. Names are matched in order.
   void setHostNames(const std::vector<std::string>& hostNames);
-  /// Returns the host index of a macro; -1 if it is hidden from hosts.
+  /// Returns the host index of a macro; -1 if hosts do not see it.
   int hostIndexOf(std::size_t macro) const;
 
   /// Returns a macro by number or name. Throws RenderError for an unknown one.
   std::size_t macroOf(const std::string& text) const;
 
-  /// As `macroOf`, among the host's parameters: a number is a host index.
+  /// As `macroOf`, among the host's parameters only: a number is a host index.
   std::size_t hostMacroOf(const std::string& text) const;
 
   /// Returns the macro's name for messages.
   std::string macroName(std::size_t macro) const;
 
-  /// Returns the macro and value that set an engine parameter to an integer, preferring macros that hosts see; nothing
+  /// Returns the macro and value that set an engine parameter to an integer, preferably a macro that hosts see; nothing
   /// if no macro can.
   std::optional<MacroPlace> placeFor(const EngineParameter& parameter, std::int32_t integer) const;
 
-  /// Returns the first macro that moves an engine parameter; nothing if none does.
+  /// Returns the first macro that controls an engine parameter; nothing if none does.
   std::optional<std::size_t> macroOn(const EngineParameter& parameter) const;
 
   void setMacro(std::size_t macro, float value);
 
-  /// Returns which sounds of the user's own the pads miss, in one line; empty if none.
+  /// Returns one line that names the user's own sounds that pads need and that are missing; empty if none.
   std::string missingSounds() const;
 
   std::vector<ListedProgram> programs() const;

@@ -1,4 +1,4 @@
-// The head of a preset file, field by field, as published for the plug-in interface.
+// The header of a preset file, field by field, as published for the plug-in interface.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PresetFile.h"
 
@@ -20,12 +20,12 @@ constexpr std::string_view kEnding = ".fxp";
 constexpr std::int32_t kFileMagic = fourCharacters('C', 'c', 'n', 'K');
 constexpr std::int32_t kOpaqueStateMagic = fourCharacters('F', 'P', 'C', 'h');
 constexpr std::int32_t kLayoutVersion = 1;
-constexpr std::size_t kNameBytes = 28;  ///< Including the final zero.
+constexpr std::size_t kNameBytes = 28;  ///< Including the terminating zero.
 constexpr std::size_t kHeadBytes = 60;  ///< Seven numbers, the name, and the size of the state.
-constexpr std::size_t kUncounted = 8;   ///< The file's own size leaves out the magic and itself.
+constexpr std::size_t kUncounted = 8;   ///< The size field does not count itself and the magic number before it.
 
 constexpr std::int32_t kPluginId = tesh::bramel::vst::pluginIdOf(tesh::bramel::vst::kInstrumentName);
-/// As in the plug-in's record, AEffect::version.
+/// Equals AEffect::version in the plug-in's record.
 constexpr std::int32_t kPluginVersion = 1;
 
 void append(std::vector<std::uint8_t>& out, std::uint32_t number) {
@@ -36,7 +36,7 @@ void append(std::vector<std::uint8_t>& out, std::uint32_t number) {
 
 void append(std::vector<std::uint8_t>& out, std::int32_t number) { append(out, static_cast<std::uint32_t>(number)); }
 
-/// The number at `offset`, of which all four bytes exist.
+/// Returns the number at `offset`; all its four bytes must exist.
 std::int32_t numberAt(std::span<const std::uint8_t> bytes, std::size_t offset) {
   std::uint32_t number = 0;
   for (const std::uint8_t byte : bytes.subspan(offset, 4)) {
@@ -52,7 +52,7 @@ void appendName(std::vector<std::uint8_t>& out, std::string_view name) {
   out.resize(end);
 }
 
-/// Returns what is wrong with a preset file; empty if nothing is.
+/// Returns the fault of a preset file; empty if there is none.
 std::string faultOf(std::span<const std::uint8_t> bytes) {
   if (bytes.empty()) {
     return "it is missing or empty";
@@ -66,7 +66,7 @@ std::string faultOf(std::span<const std::uint8_t> bytes) {
   if (numberAt(bytes, 16) != kPluginId) {
     return "it belongs to another plug-in";
   }
-  // The size at offset 4 is not compared: hosts have written different ones.
+  // The size at offset 4 is ignored, because hosts write different ones.
   if (static_cast<std::uint32_t>(numberAt(bytes, kHeadBytes - 4)) != bytes.size() - kHeadBytes) {
     return "it is cut short, or has bytes behind its end";
   }

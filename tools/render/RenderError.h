@@ -1,4 +1,4 @@
-// The exceptions that the renderer reports: one clear line for the user.
+// The exceptions that the renderer reports to the user, each one clear line.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -6,13 +6,13 @@
 
 namespace sivray::render {
 
-/// Says what went wrong, with which file or option, and what to do.
+/// The text tells the fault, the file or option concerned, and what to do.
 class RenderError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// The same for a command line that asks for what does not exist.
+/// Thrown when the command line asks for something that does not exist.
 class UsageError : public RenderError {
  public:
   using RenderError::RenderError;

@@ -46,7 +46,7 @@ class Cursor {
   std::size_t next = 0;
 };
 
-/// Controllers and pitch bends may move macros, which change only at the start of a block.
+/// Whether a message can move macros: controllers and pitch bends do, and macros change at the start of a block only.
 bool movesMacros(const ScoreMessage& message) {
   const int status = message.bytes[0] & 0xF0;
   return status == 0xB0 || status == 0xE0;
@@ -78,7 +78,7 @@ bool hasPad(std::uint8_t note) {
   return pad >= 0 && pad < static_cast<int>(panel::kPads);
 }
 
-/// Plays a score's messages by a note map, and keeps account of the notes that have no pad.
+/// Plays a score's messages through a note map, and counts the notes that have no pad.
 class MappedNotes {
  public:
   MappedNotes(const NoteMap& map, RenderTarget& newTarget, RenderResult& newResult)
@@ -105,7 +105,7 @@ class MappedNotes {
   RenderResult& result;
 };
 
-/// The channels of a block: two, or those of all outs.
+/// The channels of a block: two, or those of all outputs.
 class Channels {
  public:
   Channels(bool hasOuts, int frames)
@@ -131,7 +131,7 @@ class Channels {
   std::vector<float*> pointers;
 };
 
-/// A file for each out beside the main one.
+/// A file for each output other than the main one.
 class StemFiles {
  public:
   StemFiles(const std::vector<std::string>& paths, double rate, int bits) {

@@ -1,4 +1,4 @@
-// Chooses what to do by the options: list, draw, check, tour or render.
+// Chooses the action by the options: list, draw, check, tour or render.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RenderProgram.h"
 
@@ -37,7 +37,7 @@ void saveKits(Session session, const std::string& folder, bool quiet) {
   }
 }
 
-/// A few bytes of a MIDI file may ask for days of sound.
+/// A MIDI file of a few bytes can ask for days of sound.
 void requireLength(const MidiScore& score, const Options& options) {
   if (score.lengthSeconds > options.longestScore) {
     char text[128];
@@ -120,7 +120,7 @@ int runProgram(const std::vector<std::string>& arguments, const CheckProgram& ch
   } catch (const std::exception& error) {
     return complain(error.what(), kFailed);
   } catch (const Interrupted& interrupted) {
-    std::raise(interrupted.signal);  // Who started it sees that a signal ended it.
+    std::raise(interrupted.signal);  // So that the calling program sees that a signal ended this one.
     return kFailed;
   }
 }

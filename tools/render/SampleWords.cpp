@@ -1,4 +1,4 @@
-// One loop that compilers turn into vectors.
+// A loop that compilers vectorise.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SampleWords.h"
 
@@ -7,7 +7,7 @@
 namespace sivray::render {
 
 void toWords(const float* samples, int frames, int bits, int* words) {
-  // In a sum with this number the last bit counts whole units, so that the addition rounds.
+  // Adding this number rounds to whole numbers, because the last bit of the sum's mantissa then counts units.
   constexpr double kRoundsToUnits = 6755399441055744.0;  // 1.5 * 2^52
   const auto scale = static_cast<double>(1U << (bits - 1));
   const int lastBit = 1 << (32 - bits);

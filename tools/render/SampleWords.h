@@ -1,11 +1,11 @@
-// Samples as the whole numbers of a WAV file.
+// Converts samples to the integers of a WAV file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 namespace sivray::render {
 
-/// Writes each sample times 2^(bits - 1), rounded to the nearest whole number, halves to even, and limited to `bits`
-/// bits, left-aligned in 32 bits. What is no number becomes the lowest one.
+/// Writes each sample times 2^(bits - 1), rounded to the nearest integer (halves to even), limited to `bits` bits, and
+/// left-aligned in 32 bits. NaN becomes the lowest integer.
 void toWords(const float* samples, int frames, int bits, int* words);
 
 }  // namespace sivray::render

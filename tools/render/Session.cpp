@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 constexpr const char* kProgramMove = "program";
 constexpr double kPlainRate = tesh::cofu::core::kEngineRate;
 
-/// The content beside the library also serves the direct target and the name lookups.
+/// The content beside the library is also used by the direct target and the name lookups.
 std::unique_ptr<RenderTarget> makeTarget(const Options& options) {
   std::string library;
   try {
@@ -59,7 +59,7 @@ float normalisedValue(const Assignment& assignment) {
   return value;
 }
 
-/// Runs `action`, whose faults are those of the command line.
+/// Runs `action`, and reports its errors as errors of the command line.
 template <typename Action>
 void asCommandLine(Action action) {
   try {
@@ -114,7 +114,7 @@ void Session::prepare(const MidiScore& score) {
   target->setState(plugin.state());
 }
 
-/// Other programs write texts with "=" too.
+/// Texts with "=" may come from other programs, so unknown names are no error.
 void Session::takeScoreMoves(const std::vector<ScoreMove>& scoreMoves) {
   std::vector<const ScoreMove*> unknown;
   for (const ScoreMove& move : scoreMoves) {
@@ -134,7 +134,7 @@ void Session::takeScoreMoves(const std::vector<ScoreMove>& scoreMoves) {
   }
 }
 
-/// A program that the command line names, or its state, plays the whole score.
+/// A program or state from the command line replaces the score's own programs.
 void Session::selectAt(const ScoreMove& move) {
   if (options.program || options.statePath) {
     return;

@@ -1,4 +1,4 @@
-// One rendering from the command line to the WAV file: a target in its starting state, and the moves from score and
+// One rendering, from the command line to the WAV file: a target with its initial state, and the moves from score and
 // options.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -17,29 +17,30 @@ namespace sivray::render {
 
 class Session {
  public:
-  /// Opens the plug-in, or with --direct the instrument itself, and loads the state that `options` names. Throws
+  /// Opens the plug-in, or with --direct the instrument itself, and loads the state file that `options` names. Throws
   /// RenderError.
   explicit Session(const Options& options);
 
   const PluginModel& model() const { return plugin; }
 
-  /// Sets the program and values that apply from the start, and leaves out texts of the score whose names nothing here
-  /// has. Throws RenderError for a value or program that does not exist, and for moves that only --direct can make;
-  /// UsageError where the command line asks for them.
+  /// Sets the program and values that apply from the start, and ignores texts of the score with unknown names. Throws
+  /// RenderError for a value or program that does not exist, and for moves that require --direct; UsageError if these
+  /// come from the command line.
   void prepare(const MidiScore& score);
 
-  /// What in the score sets nothing here, in one line; empty if all does.
+  /// Returns one line about the score's texts that set nothing; empty if there are none.
   const std::string& warning() const { return unknownTexts; }
 
-  /// Which sounds of the user's own the pads miss at the start, in one line; empty if none.
+  /// Returns one line that names the user's own sounds that the pads need at the start and that are missing; empty if
+  /// none.
   std::string missingSounds() const { return plugin.missingSounds(); }
 
   RenderResult render(const MidiScore& score, const std::string& outputPath, const BlockListener& listener = {});
 
   /// Writes the current state to a file, as a preset if the path ends with ".fxp". Throws RenderError.
   void saveState(const std::string& path);
-  /// Writes every program of the factory bank as a preset file into `folder`, which is made if it is missing. Returns
-  /// how many. Throws RenderError.
+  /// Writes every program of the factory bank as a preset file into `folder`, which is created if it is missing.
+  /// Returns their number. Throws RenderError.
   std::size_t saveKits(const std::string& folder);
   std::vector<std::uint8_t> state() { return target->state(); }
 
@@ -57,7 +58,7 @@ class Session {
   PluginModel plugin;
   std::vector<Move> moves;
   std::string unknownTexts;
-  std::string programName;  ///< For presets: of the program that was selected last, else the instrument's.
+  std::string programName;  ///< Name for presets: of the program selected last, else of the instrument.
 };
 
 }  // namespace sivray::render

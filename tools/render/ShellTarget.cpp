@@ -1,4 +1,4 @@
-// The renderer's calls as calls on the shell.
+// Implements the renderer's calls by calls of the shell.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ShellTarget.h"
 
@@ -12,7 +12,7 @@ ShellTarget::ShellTarget(double hostRate)
     : instrument(builtFromContent(tesh::bramel::vst::makeInstrument)), rate(hostRate) {}
 
 std::vector<std::uint8_t> ShellTarget::state() {
-  instrument->currentProgram();  // Takes in what waits for the next block.
+  instrument->currentProgram();  // Applies the changes that wait for the next block.
   return instrument->getState();
 }
 

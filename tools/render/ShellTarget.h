@@ -1,5 +1,5 @@
-// The instrument inside this program with its shell, at any rate, as a plug-in form that has outs beside the main one
-// plays it: the main out is that of the VST 2 plug-in.
+// The instrument inside this program with its shell, at any sample rate and with all outputs. Its main output equals
+// that of the VST 2 plug-in.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

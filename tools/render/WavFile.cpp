@@ -1,4 +1,4 @@
-// JUCE's WAV writer on a temporary file that replaces the target at the end.
+// JUCE's WAV writer on a temporary file, which replaces the target at the end.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "WavFile.h"
 
@@ -42,7 +42,7 @@ WavFile::WavFile(const std::string& path, double sampleRate, int bits) {
     throw RenderError("cannot write '" + path + "' at " + std::to_string(sampleRate) + " Hz and " +
                       std::to_string(bits) + " bits");
   }
-  static_cast<void>(stream.release());  // The writer owns it now.
+  static_cast<void>(stream.release());  // Now owned by the writer.
 }
 
 WavFile::~WavFile() = default;

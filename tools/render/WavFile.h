@@ -1,5 +1,5 @@
-// Writes a rendering's WAV file. The data goes to a temporary file that replaces the target only when complete, so a
-// failed rendering leaves nothing behind.
+// Writes a rendering's WAV file. The data goes to a temporary file that replaces the target when it is complete, so a
+// failed rendering leaves no file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@ namespace sivray::render {
 
 class WavFile {
  public:
-  /// Starts a stereo file of `bits` (16 or 24) per sample. Throws RenderError when it cannot be created.
+  /// Creates a stereo file of `bits` (16 or 24) per sample. Throws RenderError when that fails.
   WavFile(const std::string& path, double sampleRate, int bits);
   ~WavFile();
   WavFile(const WavFile&) = delete;
@@ -20,7 +20,7 @@ class WavFile {
   /// exactly. Throws RenderError when the disk is full.
   void write(const float* left, const float* right, int frames);
 
-  /// Completes the file and moves it to its name. Throws RenderError on failure.
+  /// Completes the file and moves it to its final path. Throws RenderError on failure.
   void finish();
 
  private:

@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Becomes the checker, a program of its own beside this one: it hosts every form and stands before the system's
-/// functions. Whoever only plays and draws need not build it. Throws RenderError when it cannot be started.
+/// Replaces this process by the checker, a separate program in the same folder, which hosts every form and intercepts
+/// system functions. It is not needed for playing and drawing. Throws RenderError when it cannot be started.
 class Checker {
  public:
   explicit Checker(char** newArguments) : arguments(newArguments) {}

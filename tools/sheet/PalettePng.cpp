@@ -1,4 +1,4 @@
-// Finds the nearest colours, and leaves the file to libpng.
+// Maps pixels to the nearest colours; libpng writes the file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sheet/PalettePng.h"
 
@@ -26,7 +26,7 @@ std::uint8_t nearestOf(juce::Colour colour, std::span<const juce::Colour> colour
 
 std::vector<std::uint8_t> palettePngOf(const juce::Image& image, std::span<const juce::Colour> colours) {
   std::vector<std::uint8_t> pixels;
-  std::map<std::uint32_t, std::uint8_t> known;  // Spectrograms hold the same few colours over and over.
+  std::map<std::uint32_t, std::uint8_t> known;  // Cache, since spectrograms repeat a few colours.
   for (int y = 0; y < image.getHeight(); ++y) {
     for (int x = 0; x < image.getWidth(); ++x) {
       const juce::Colour colour = image.getPixelAt(x, y);

@@ -1,4 +1,4 @@
-// PNG files of few colours: a fifth of the size that the same picture has in true colours.
+// PNG files with a palette, about a fifth of the size in true colours.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,8 +10,8 @@
 
 namespace sivray {
 
-/// Returns the bytes of a PNG file of the image, each pixel in the nearest of these colours, 1 to 256. Throws
-/// std::runtime_error if the picture cannot be made.
+/// Returns the bytes of a PNG file of the image, with each pixel in the nearest of these 1 to 256 colours. Throws
+/// std::runtime_error if libpng fails.
 std::vector<std::uint8_t> palettePngOf(const juce::Image& image, std::span<const juce::Colour> colours);
 
 }  // namespace sivray

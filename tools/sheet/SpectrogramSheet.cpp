@@ -25,13 +25,13 @@ struct Layout {
 constexpr Layout kLarge{5, 300, 150, 20, 6, 15.0F};
 constexpr Layout kSmall{6, 180, 90, 14, 4, 12.0F};
 constexpr int kFftOrder = 12;
-/// The power of a sine of full scale in the middle of a bin: half of its amplitude lies at its negative frequency, and
-/// a Hann window has a mean of one half.
+/// The power of a full-scale sine at the centre of a bin: half of its amplitude is at the negative frequency, and a
+/// Hann window has a mean of one half.
 constexpr float kPowerOfFullScale = float{1 << (kFftOrder - 2)} * float{1 << (kFftOrder - 2)};
 constexpr double kLowestHertz = 30.0;
 constexpr double kHighestHertz = 20000.0;
 constexpr float kRangeDecibels = 90.0F;
-constexpr int kShades = 16;  ///< Of small sheets.
+constexpr int kShades = 16;  ///< Number of colours of small sheets.
 
 const juce::Colour kBackground(0xff1c1c22);
 
@@ -47,7 +47,7 @@ juce::Colour heat(float level) {
   return gradient.getColourAtPosition(std::clamp(level, 0.0F, 1.0F));
 }
 
-/// Returns the loudest bin between two frequencies, from 0 (kRangeDecibels below a full-scale sine) to 1.
+/// Returns the level of the loudest bin between two frequencies, from 0 (kRangeDecibels below a full-scale sine) to 1.
 float level(std::span<const float> powers, double lowHertz, double highHertz, double rate) {
   const double size = 2.0 * static_cast<double>(powers.size() - 1);
   const auto first = static_cast<std::size_t>(lowHertz * size / rate);
@@ -61,7 +61,7 @@ float level(std::span<const float> powers, double lowHertz, double highHertz, do
 
 double hertzAt(double height) { return kLowestHertz * std::pow(kHighestHertz / kLowestHertz, height); }
 
-/// The colours of a small sheet: shades of heat, and those of the titles.
+/// The colours of a small sheet: the shades, and those of the titles.
 std::vector<juce::Colour> paletteOfSmall() {
   std::vector<juce::Colour> colours(kShades);
   for (int shade = 0; shade < kShades; ++shade) {
@@ -76,7 +76,7 @@ std::vector<juce::Colour> paletteOfSmall() {
 void drawSpectrogram(juce::Image& image, juce::Point<int> at, const Layout& layout, const std::vector<float>& samples,
                      double rate) {
   Spectrum spectrum(kFftOrder, Spectrum::Window::hann);
-  // Silence before the sound, so that the window around each centre begins at the centre's own index.
+  // Prepends silence, so that the window around a centre begins at the centre's own index.
   std::vector<float> padded(spectrum.size() / 2);
   padded.insert(padded.end(), samples.begin(), samples.end());
   for (int x = 0; x < layout.cellWidth; ++x) {
@@ -90,7 +90,7 @@ void drawSpectrogram(juce::Image& image, juce::Point<int> at, const Layout& layo
   }
 }
 
-/// Replaces the file by these bytes. Returns whether that worked.
+/// Replaces the file's content by these bytes. Returns whether that succeeded.
 bool writeFile(const std::string& path, const juce::MemoryBlock& bytes) {
   const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
   juce::TemporaryFile temporary(file);

@@ -1,4 +1,4 @@
-// A sheet of spectrograms: a grid of labelled cells, one for each sound.
+// A picture of spectrograms: a grid of labelled cells, one for each sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,8 +8,8 @@
 namespace sivray {
 
 enum class SheetSize {
-  large,  ///< To look at closely: cells of 300 x 150 pixels in all colours.
-  small,  ///< To keep: cells of 180 x 90 pixels in 16 shades, about 2 kB each.
+  large,  ///< For detail: cells of 300 x 150 pixels in all colours.
+  small,  ///< For documentation: cells of 180 x 90 pixels in 16 shades, about 2 kB each.
 };
 
 class SpectrogramSheet {

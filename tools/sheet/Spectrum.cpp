@@ -22,7 +22,7 @@ float weightAt(double place, Spectrum::Window window) {
   return 1.0F;
 }
 
-/// Moves each value to the index whose bits are those of its own in reverse.
+/// Moves each value to the index with its own index's bits reversed.
 void reverseBits(std::vector<std::complex<float>>& values) {
   std::size_t reversed = 0;
   for (std::size_t i = 1; i < values.size(); ++i) {
@@ -37,7 +37,7 @@ void reverseBits(std::vector<std::complex<float>>& values) {
   }
 }
 
-/// The product, without the standard library's care for infinities.
+/// Multiplies without the standard library's handling of infinities, which is slow.
 std::complex<float> product(std::complex<float> a, std::complex<float> b) {
   return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }

@@ -1,4 +1,4 @@
-// The handler only notes the signal.
+// The handler only stores the signal.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "terminal/Interrupt.h"
 

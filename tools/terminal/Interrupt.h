@@ -1,4 +1,4 @@
-// Ends long work on an interrupt, a hang-up or a request to terminate, so that its temporary files go.
+// Lets long work end cleanly after SIGINT, SIGHUP or SIGTERM, so that its temporary files are removed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,8 +12,8 @@ struct Interrupted {
   int signal = 0;
 };
 
-/// While it exists these signals are noted instead of ending the program. One that the program was started to
-/// ignore stays ignored. One at a time, on the main thread.
+/// While one exists, these signals are stored instead of ending the program. Signals that were ignored at the program's
+/// start stay ignored. Only one may exist, on the main thread.
 class InterruptWatch {
  public:
   InterruptWatch();
@@ -21,10 +21,10 @@ class InterruptWatch {
   InterruptWatch(const InterruptWatch&) = delete;
   InterruptWatch& operator=(const InterruptWatch&) = delete;
 
-  /// Throws Interrupted if one came. Does nothing without a watch.
+  /// Throws Interrupted if a signal has arrived. Does nothing without a watch.
   static void check();
 
-  /// Whether one came; for other threads, which must not throw. False without a watch.
+  /// Whether a signal has arrived; for other threads, which must not throw. False without a watch.
   static bool hasArrived();
 
  private:

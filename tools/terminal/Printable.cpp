@@ -1,5 +1,5 @@
-// Control characters, which `printable` replaces, are those below the blank, the one above the tilde, and U+0080 to
-// U+009F: a C2 byte and one below A0.
+// `printable` replaces the control characters: those below the blank, the one above the tilde, and U+0080 to U+009F,
+// which are a C2 byte and one below A0.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "terminal/Printable.h"
 

@@ -1,4 +1,4 @@
-// Texts as a terminal is given them.
+// Formats text for a terminal.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,11 +8,10 @@
 
 namespace sivray {
 
-/// Returns UTF-8 text with a "?" in place of each control character, which could move the cursor or colour what
-/// follows.
+/// Returns UTF-8 text with each control character replaced by "?", since these can move the cursor or change colours.
 std::string printable(std::string_view text);
 
-/// Returns the number and its noun: "1 file", "2 files".
+/// Returns the number and its noun, for example "1 file" or "2 files".
 std::string counted(std::size_t count, const char* one, const char* several);
 
 }  // namespace sivray

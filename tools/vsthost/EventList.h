@@ -1,5 +1,5 @@
-// The events of one block as the plug-in interface lays them out, in memory that is reserved once and takes pages only
-// for the events that there have been.
+// The events of one block in the plug-in interface's layout. Memory is reserved once; pages are used only up to the
+// greatest number of events so far.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ class EventList {
     clear();
   }
 
-  /// Adds a message of at most three bytes; dropped if the list is full.
+  /// Adds a message of at most three bytes, or drops it if the list is full.
   void add(std::span<const std::uint8_t> bytes, std::int32_t frame) {
     if (count() == kCapacity) {
       return;
@@ -36,7 +36,7 @@ class EventList {
     list.push_back(&event);
   }
 
-  /// Adds an event of any kind, which must stay valid until the block has been rendered.
+  /// Adds an event of any type, which must stay valid until the block has been rendered.
   void addForeign(void* event) {
     if (count() < kCapacity) {
       list.push_back(event);
@@ -58,7 +58,7 @@ class EventList {
   }
 
  private:
-  /// Size, in words, of the fields before the first event pointer.
+  /// Size, in pointers, of the fields before the first event pointer.
   static constexpr std::size_t kHeadWords = offsetof(tesh::bramel::vst::VstEvents, events) / sizeof(void*);
 
   std::size_t count() const { return list.size() - kHeadWords; }

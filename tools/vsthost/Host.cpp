@@ -1,4 +1,4 @@
-// The host's side of the plug-in interface: calls into the plug-in, and the callback that answers it.
+// The host's side of the plug-in interface: calls into the plug-in, and the callback for the plug-in's calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "vsthost/Host.h"
 
@@ -12,7 +12,8 @@ using namespace tesh::bramel::vst;
 
 constexpr std::int32_t kInterfaceVersion = 2400;
 
-/// The host that is opening an instance: until the entry returns, its calls carry no record that identifies the host.
+/// The host that is opening an instance: until the entry returns, the plug-in's calls carry no record by which to find
+/// it.
 thread_local Host* opening = nullptr;
 
 template <std::size_t Size>
@@ -89,7 +90,7 @@ std::vector<std::uint8_t> Host::chunk() {
 }
 
 void Host::setChunk(std::span<const std::uint8_t> bytes) {
-  // The interface takes a non-const pointer, so pass a copy.
+  // The interface takes a non-const pointer, hence the copy.
   std::vector<std::uint8_t> copy(bytes.begin(), bytes.end());
   call(effSetChunk, 0, static_cast<std::intptr_t>(copy.size()), copy.data());
 }
@@ -119,7 +120,7 @@ bool Host::setEditorScale(float scale) {
 }
 
 void Host::settleEditor() {
-  // A key that no text field wants waits for the message thread.
+  // The plug-in waits for its message thread to find out whether a text field takes a key.
   call(effEditKeyUp);
 }
 

@@ -1,5 +1,5 @@
-// A host with one instance of the plug-in: makes its calls, answers it as the plug-in interface defines, and records
-// its calls to the host.
+// A host with one instance of the plug-in. It calls the plug-in, answers its calls as the interface defines, and
+// records them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,11 +17,11 @@
 
 namespace sivray::vsthost {
 
-/// How the host behaves. By default it behaves well.
+/// The host's behaviour; correct by default.
 struct HostManners {
   std::string vendor = "Sivray Render";
-  bool givesTime = true;     ///< Otherwise the plug-in gets no time information.
-  bool answersWild = false;  ///< Every answer is -1, every text 64 bytes long.
+  bool givesTime = true;     ///< If false, the plug-in gets no time information.
+  bool answersWild = false;  ///< Every answer is -1, and every text 64 bytes long.
   bool answersNull = false;  ///< Every answer is 0 and no text is written.
 };
 
@@ -36,7 +36,7 @@ class Host final : public hosting::HostedPlugin {
   std::intptr_t call(std::int32_t opcode, std::int32_t index = 0, std::intptr_t value = 0, void* ptr = nullptr,
                      float opt = 0.0F);
 
-  /// Resuming takes the plug-in 300 ms.
+  /// The plug-in needs 300 ms to resume.
   void start(float sampleRate, int longestBlock) override;
   void stop();
   void setSampleRate(float sampleRate) override;
@@ -58,7 +58,7 @@ class Host final : public hosting::HostedPlugin {
   int latencyFrames() override { return plugin->initialDelay; }
 
   void queueMidi(std::span<const std::uint8_t> bytes, int frame) override { events.add(bytes, frame); }
-  /// Queues an event of any kind, which must stay valid until the block has been rendered.
+  /// Queues an event of any type, which must stay valid until the block has been rendered.
   void queueForeign(void* event) { events.addForeign(event); }
   void process(float* left, float* right, int frames) override;
 
@@ -68,7 +68,7 @@ class Host final : public hosting::HostedPlugin {
   bool setEditorScale(float scale) override;
   void settleEditor() override;
 
-  int callsBeforeRecord = 0;  ///< Calls that came before the entry returned, other than for version and vendor.
+  int callsBeforeRecord = 0;  ///< Calls before the entry returned, other than for version and vendor.
 
  private:
   static std::intptr_t SIVRAY_VST_CALL audioMaster(tesh::bramel::vst::AEffect* effect, std::int32_t opcode,

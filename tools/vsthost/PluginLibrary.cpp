@@ -50,7 +50,7 @@ std::string findLibrary(const std::string& chosen) {
   }
   const juce::File here(juce::String::fromUTF8(tesh::bramel::platform::moduleFolder().c_str()));
   const juce::File above = here.getParentDirectory();
-  // In a build, and as ./install and packages lay it out: for a user, beside this program, and for all.
+  // The folders of a build, then those of an installation: beside this program, for this user, and for all users.
   for (const juce::File& library :
        {above.getChildFile(kLibraryName), here.getChildFile(kLibraryName), above.getChildFile("lib/vst/Sivray.so"),
         above.getSiblingFile(".vst/Sivray.so"), juce::File("~/.vst/Sivray.so"),
@@ -80,7 +80,7 @@ void shareContentOf(const std::string& libraryPath) {
   const juce::File folder = fileAt(libraryPath).getParentDirectory();
   const std::string own = tesh::bramel::platform::ownContentFolder();
   if (!own.empty() && tesh::bramel::platform::commonFilesFolder() == own) {
-    return;  // Comes first for every program and library.
+    return;  // The user's own content takes precedence for every program and library.
   }
   if (std::getenv(kContentVariable) == nullptr && folder.getChildFile("Tesh/Bramel").isDirectory()) {
     setVariable(kContentVariable, folder.getFullPathName().toStdString());

@@ -18,7 +18,7 @@ class PluginLibrary final : public hosting::PluginFile {
  public:
   using Entry = tesh::bramel::vst::AEffect* (*)(tesh::bramel::vst::AudioMasterCallback);
 
-  /// Loads the library. Throws HostError when it cannot be loaded or has no entry.
+  /// Throws HostError when the library cannot be loaded or has no entry.
   explicit PluginLibrary(const std::string& file);
 
   std::unique_ptr<hosting::HostedPlugin> makeInstance() const override;
@@ -26,7 +26,7 @@ class PluginLibrary final : public hosting::PluginFile {
   const std::string& path() const { return libraryPath; }
   Entry entry() const { return entryPoint; }
 
-  /// Returns the address of another export, or null.
+  /// Returns the address of another exported symbol, or null.
   void* symbol(const char* name) { return library.getFunction(name); }
 
  private:
@@ -35,16 +35,16 @@ class PluginLibrary final : public hosting::PluginFile {
   Entry entryPoint = nullptr;
 };
 
-/// Returns the path of the library to load: `chosen` if given, else $SIVRAY_LIBRARY, else Sivray/Sivray.so beside this
-/// program's folder or in it. Throws HostError when none exists.
+/// Returns the path of the library to load: `chosen` if given, else $SIVRAY_LIBRARY, else the first Sivray.so in the
+/// folders of a build or an installation. Throws HostError when none exists.
 std::string findLibrary(const std::string& chosen);
 
 /// Returns the path of a form's bundle: `chosen` if given, else Sivray.vst3 or Sivray.lv2 (`form` is vst3 or lv2) in
 /// the VST 2 library's folder, the one above or its folder forms. Throws HostError when none exists.
 std::string findBundle(const std::string& libraryPath, const std::string& form, const std::string& chosen);
 
-/// Sets BRAMEL_COMMON_FILES for this process, unless it is set already, so that it finds the content beside the library
-/// as the library itself does.
+/// Sets BRAMEL_COMMON_FILES for this process, unless it is set, so that this process finds the content beside the
+/// library as the library does.
 void shareContentOf(const std::string& libraryPath);
 
 }  // namespace sivray::vsthost

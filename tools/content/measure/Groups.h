@@ -1,4 +1,4 @@
-// The groups that waves and recordings are compared in: one drum, acoustic or machine.
+// The groups within which waves and recordings are compared: one drum, acoustic or machine.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -20,13 +20,13 @@ enum class Group : std::size_t {
   tom,
   crash,
   ride,
-  clap,  ///< Of hands and of machines: recorded sets hold both.
+  clap,  ///< Hand claps and those of machines: recorded sets hold both.
   machineKick,
   machineSnare,
   machineClosedHat,
   machineOpenHat,
   machineTom,
-  agogo,  ///< This and what follows is percussion, of which recorded sets hold too little for ranges of figures.
+  agogo,  ///< From here on percussion: recorded sets hold too little of it for ranges of figures.
   bongo,
   cabasa,
   castanet,
@@ -73,20 +73,20 @@ inline constexpr std::array<std::string_view, 28> kGroupNames{"Kick, acoustic",
 
 inline constexpr std::size_t kGroups = kGroupNames.size();
 
-/// The first so many groups have ranges of figures.
+/// The groups before this index have ranges of figures.
 inline constexpr std::size_t kFigureGroups = 14;
 
 enum class SoundSource : unsigned char { acoustic, machine };
 
-/// Returns the group of a sound by its category (an index into kCategoryNames) and name. Nothing for sounds that a
-/// group would not stand for, such as rolls, brushes, half-open hats or bells of rides.
+/// Returns the group of a sound by its category (an index into kCategoryNames) and name; nothing for sounds that are
+/// not typical of any group: rolls, brushes, half-open hats, bells of rides.
 std::optional<Group> groupOf(int category, std::string_view name, SoundSource source);
 
-/// Returns the group of a factory wave. Its model tells acoustic sounds from those of machines.
+/// Returns the group of a factory wave. Its model tells whether the sound is acoustic or a machine's.
 std::optional<Group> groupOf(const FactoryRow& row);
 
-/// Returns the group whose recordings widen the range of this one: the same drum of the other source, or the other kind
-/// of cymbal. Nothing if it has none.
+/// Returns the group whose recordings widen this group's range: the same drum of the other source, or the other kind of
+/// cymbal. Nothing if there is none.
 std::optional<Group> kinOf(Group group);
 
 }  // namespace sivray::content

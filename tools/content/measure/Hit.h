@@ -1,4 +1,4 @@
-// One drum hit as the measure takes it: mono, at 44100 Hz, from its first audible sample.
+// A drum hit in the form that is measured: mono, at 44100 Hz, from its first audible sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,17 +11,17 @@
 
 namespace sivray::content {
 
-/// The rate that everything here measures at, in Hz. Hits of other rates are converted.
+/// The sample rate of all measurements, in Hz. Hits of other rates are converted.
 inline constexpr double kMeasureRate = tesh::cofu::core::kEngineRate;
 
-/// Full scale is 1.0. Empty if the sound is silent.
+/// Samples of one hit; full scale is 1.0. Empty if the sound is silent.
 using Hit = std::vector<float>;
 
-/// Drops what comes before the first sample that reaches 40 dB below the peak.
+/// Drops the samples before the first one that reaches 40 dB below the peak.
 Hit hitFrom(std::span<const float> mono);
 
-/// Returns how many dB are lost when both sides are averaged: 0 if they are alike, 3 if they are unrelated. Nothing for
-/// a mono wave, and for one whose sides are the same.
+/// Returns how many dB are lost when left and right are averaged: 0 if they are alike, 3 if they are unrelated. Nothing
+/// for a mono wave or for one whose sides are identical.
 std::optional<double> monoLossOf(const Wave& wave);
 
 /// Averages the channels, converts the rate and drops the silence before the hit.

@@ -1,4 +1,4 @@
-// Prints the measurements of kits and marks what breaks a rule.
+// Prints the measurements of kits and marks those that break a rule.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr double kLoudnessRoom = 1.5;  ///< Between any two kits.
+constexpr double kLoudnessRoom = 1.5;  ///< The largest difference between two kits, in dB.
 constexpr double kEffectRoom = 3.0;
 constexpr double kHighestTruePeak = -0.5;
 constexpr double kBalanceRoom = 6.0;
@@ -28,7 +28,7 @@ std::string number(double value, bool isBad) {
   return text.data();
 }
 
-/// The balance of each pad, in the middle of all kits.
+/// The median balance of each pad over all kits.
 std::array<double, factory::kPads> rolesOf(const std::vector<KitSound>& kits) {
   std::array<double, factory::kPads> roles{};
   for (std::size_t pad = 0; pad < roles.size(); ++pad) {

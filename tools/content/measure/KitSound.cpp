@@ -37,7 +37,7 @@ std::vector<float> middleOf(StereoSound sound) {
 
 /// Plays full hits on the main pads.
 std::array<Picture, 4> picturesOf(KitMeter& meter) {
-  constexpr double kPictureSeconds = 1.0;  // More than a picture shows.
+  constexpr double kPictureSeconds = 1.0;  // Longer than a picture.
   std::array<Picture, 4> pictures;
   PictureMaker maker;
   for (std::size_t i = 0; i < pictures.size(); ++i) {

@@ -19,7 +19,7 @@ double millisecondsOf(std::ptrdiff_t frames) { return static_cast<double>(frames
 
 double powerDecibels(double power) { return 10.0 * std::log10(power + 1e-12); }
 
-/// A fourth-order Butterworth filter is two of second order with these qualities.
+/// Two second-order filters with these qualities make a Butterworth filter of fourth order.
 constexpr double kQualities[]{0.54119610, 1.30656296};
 
 }  // namespace

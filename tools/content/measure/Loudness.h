@@ -6,18 +6,18 @@
 
 namespace sivray::content {
 
-// All but momentaryLoudness throw std::runtime_error when libebur128 has no memory.
+// All functions but momentaryLoudness throw std::runtime_error when libebur128 has no memory.
 
-/// Of the whole, in LUFS.
+/// Returns the loudness of the whole sound, in LUFS.
 double integratedLoudness(const StereoSound& sound);
 
-/// Of the loudest 400 ms, in LUFS.
+/// Returns the loudness of the loudest 400 ms, in LUFS.
 double momentaryLoudness(const StereoSound& sound);
 
-/// Loudness range by EBU Tech 3342, in LU.
+/// Returns the loudness range by EBU Tech 3342, in LU.
 double loudnessRange(const StereoSound& sound);
 
-/// In dB of full scale. Slow: it looks between the samples.
+/// Returns the true peak in dB of full scale. Slow, because it interpolates between the samples.
 double truePeak(const StereoSound& sound);
 
 }  // namespace sivray::content

@@ -1,5 +1,5 @@
-// Loudness of 400 ms by ITU-R BS.1770: two filters weight the sound as the ear does, and the mean of the squares
-// counts. By own code, because Debian has no libebur128 for Windows' compiler, where own sounds are compared too.
+// Loudness of 400 ms by ITU-R BS.1770: the mean square after two filters that imitate the ear. Implemented here because
+// Debian has no libebur128 for the Windows compiler, and own sounds are compared on Windows, too.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cmath>
@@ -17,7 +17,7 @@ constexpr std::size_t kMoment = static_cast<std::size_t>(0.4 * kRate);
 constexpr std::size_t kStep = static_cast<std::size_t>(0.1 * kRate);
 constexpr double kSilence = -100.0;
 
-/// A filter of two poles and two zeros.
+/// A filter with two poles and two zeros.
 struct Weighting {
   double b0, b1, b2, a1, a2;
 
@@ -33,8 +33,8 @@ struct Weighting {
   }
 };
 
-/// The head: 4 dB more above 1.7 kHz. The recommendation gives coefficients for 48 kHz; these are the analogue filter
-/// that has them.
+/// The effect of the head: 4 dB more above 1.7 kHz. The recommendation gives coefficients for 48 kHz; this is the
+/// analogue filter from which they follow.
 Weighting shelf() {
   constexpr double kHertz = 1681.974450955533;
   constexpr double kDecibels = 3.999843853973347;
@@ -48,7 +48,7 @@ Weighting shelf() {
           (1.0 - k / kQuality + k * k) * scale};
 }
 
-/// Less of what is below 40 Hz.
+/// Attenuates frequencies below 40 Hz.
 Weighting lowCut() {
   constexpr double kHertz = 38.13547087602444;
   constexpr double kQuality = 0.5003270373238773;
@@ -71,7 +71,7 @@ void addSquares(const std::vector<float>& side, std::vector<double>& sums) {
 }  // namespace
 
 double momentaryLoudness(const StereoSound& sound) {
-  constexpr double kOffset = -0.691;  // By which a sine of 997 Hz reads as it should.
+  constexpr double kOffset = -0.691;  // The constant of BS.1770: with it a sine of 997 Hz reads its level.
   std::vector<double> sums(sound.left.size() + 1);
   addSquares(sound.left, sums);
   addSquares(sound.right, sums);

@@ -9,7 +9,7 @@
 namespace sivray::content {
 namespace {
 
-constexpr int kOrder = 10;  // 23 ms: short enough for an attack, long enough for bands of 40 Hz.
+constexpr int kOrder = 10;  // 1024 samples, 23 ms: short enough for an attack, long enough for bands of 40 Hz.
 constexpr double kLowestHertz = 40.0;
 constexpr double kHighestHertz = 16000.0;
 constexpr float kRangeDecibels = 60.0F;
@@ -22,7 +22,8 @@ double melOf(double hertz) { return 2595.0 * std::log10(1.0 + hertz / 700.0); }
 
 double hertzOf(double mel) { return 700.0 * (std::pow(10.0, mel / 2595.0) - 1.0); }
 
-/// The bin, with its fraction, of an edge between bands. Edge k is the low end of band k and the centre of band k - 1.
+/// Returns the bin, with its fraction, of an edge between bands. Edge k is the low end of band k and the centre of band
+/// k - 1.
 double binOfEdge(std::size_t edge, std::size_t size) {
   const double low = melOf(kLowestHertz);
   const double step = (melOf(kHighestHertz) - low) / static_cast<double>(kPictureBands + 1);
@@ -44,7 +45,7 @@ PictureMaker::PictureMaker() : spectrum(kOrder, Spectrum::Window::hann) {
       made.weights.push_back(
           static_cast<float>(std::min((bin - low) / (centre - low), (high - bin) / (high - centre))));
     }
-    if (made.weights.empty()) {  // Narrower than a bin.
+    if (made.weights.empty()) {  // The band is narrower than a bin.
       made.first = static_cast<std::size_t>(std::lround(centre));
       made.weights.push_back(1.0F);
     }

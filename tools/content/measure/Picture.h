@@ -1,4 +1,4 @@
-// A hit's picture, which is its spectrum over time as the ear divides it, and the distance D between two pictures.
+// A hit's picture, its spectrum over time in bands of equal width to the ear, and the distance D between two pictures.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -13,20 +13,20 @@ namespace sivray::content {
 inline constexpr std::size_t kPictureBands = 40;    ///< Of equal width in mel, from 40 Hz to 16 kHz.
 inline constexpr std::size_t kPictureMoments = 17;  ///< From 0 to 580 ms, closer together at the start.
 
-/// Levels in dB, moment by moment, each with its bands from low to high. All pictures have the same energy in total, so
-/// that they compare whatever the levels of the hits. What lies more than 60 dB below the strongest place is lifted to
-/// that level, which is `floor`.
+/// Levels in dB: for each moment its bands from low to high. All pictures are scaled to the same total energy, so the
+/// loudness of hits does not affect D. Levels more than 60 dB below the highest one are raised to that limit, which is
+/// `floor`.
 struct Picture {
   std::array<float, kPictureMoments * kPictureBands> levels{};
   float floor = 0.0F;
 };
 
-/// Draws pictures. One for each thread: it keeps its buffers.
+/// Draws pictures. Keeps its buffers, so each thread needs its own.
 class PictureMaker {
  public:
   PictureMaker();
 
-  /// The picture of an empty hit is all at its floor.
+  /// In the picture of an empty hit all levels are at its floor.
   Picture pictureOf(const Hit& hit);
 
  private:
@@ -40,8 +40,8 @@ class PictureMaker {
   std::vector<float> padded;
 };
 
-/// Returns D: the mean difference in dB over all places where at least one of the two is above its floor. Two hits of
-/// one drum are about 2.9 apart.
+/// Returns D: the mean difference in dB over all bands and moments in which at least one of the two is above its floor.
+/// Two hits of one drum are about 2.9 apart.
 float distance(const Picture& a, const Picture& b);
 
 }  // namespace sivray::content

@@ -72,7 +72,7 @@ std::vector<HitFile> filesOfDescription(const juce::File& description) {
   return files;
 }
 
-/// Without a description, each file is a drum of its own; the name of its folder helps to tell which.
+/// Without a description, each file counts as a drum; the name of its folder also helps to find its group.
 std::vector<HitFile> filesOfNames(const juce::File& folder) {
   std::vector<HitFile> files;
   for (const auto& file : folder.findChildFiles(juce::File::findFiles, true, "*.wav;*.aif;*.aiff;*.flac")) {
@@ -82,7 +82,7 @@ std::vector<HitFile> filesOfNames(const juce::File& folder) {
   return files;
 }
 
-/// The group that both names, of the drum and of the file, allow.
+/// Returns the group that fits both names, of the drum and of the file.
 std::optional<Group> groupOf(const HitFile& hit, SoundSource source) {
   const std::string file = standardText(hit.file.getFileNameWithoutExtension());
   auto match = categoryIn(hit.drum);
@@ -96,13 +96,13 @@ class Reader {
  public:
   explicit Reader(std::vector<Reference>& known) : references(known) {}
 
-  /// Reads the sets in a folder. Without a half they belong to the two in turn.
+  /// Reads the sets in a folder. If no half is given, the sets belong to the two halves alternately.
   void readSets(const std::string& folder, std::optional<Half> half) {
     const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(folder.c_str()));
     auto sets = place.findChildFiles(juce::File::findDirectories, false);
     std::ranges::sort(sets, {}, [](const juce::File& set) { return standardText(set.getFileName().toLowerCase()); });
     const std::size_t before = references.size();
-    std::array<Half, 2> inTurn{Half::tune, Half::tune};  // Of the next set, by source.
+    std::array<Half, 2> inTurn{Half::tune, Half::tune};  // The half of the next set, by source.
     for (const auto& set : sets) {
       const SoundSource source = sourceOf(standardText(set.getFileName()));
       Half& next = inTurn[static_cast<std::size_t>(source)];
@@ -116,7 +116,7 @@ class Reader {
   }
 
  private:
-  /// Returns whether the set holds a hit of a group.
+  /// Reads a set. Returns whether it holds a hit of a group.
   bool readSet(const juce::File& folder, SoundSource source, Half half) {
     const std::string set = standardText(folder.getFileName());
     const juce::File description = folder.getChildFile("drumkit.xml");

@@ -13,7 +13,7 @@
 namespace sivray::content {
 namespace {
 
-/// The distances of some recordings to the nearest of `others` that is of another set.
+/// Returns the distance of each recording to the nearest one of `others` that is of another set.
 std::vector<double> distancesBetween(std::span<const Reference* const> some, std::span<const Reference* const> others) {
   std::vector<double> distances;
   for (const Reference* reference : some) {
@@ -25,7 +25,7 @@ std::vector<double> distancesBetween(std::span<const Reference* const> some, std
   return distances;
 }
 
-/// The distances of the recordings of the other half to those of this one. None for both halves.
+/// Returns the distances of the other half's recordings to those of this one; empty for both halves.
 std::vector<double> distancesAcross(std::span<const Reference> references, Group group, Half half) {
   if (half == Half::both) {
     return {};
@@ -53,8 +53,8 @@ std::vector<double> valuesOf(const std::vector<Figures>& hits, std::size_t figur
   return values;
 }
 
-/// The middle of a group's acoustic waves may be a little farther from recordings than those are from each other. Waves
-/// of machines are free to be like no other.
+/// Returns the goal as text: the median D of a group's acoustic waves to recordings may be a little above the D between
+/// recordings. Groups of machines have no goal.
 std::string goalText(Group group, const std::vector<double>& between) {
   constexpr double kRoom = 1.3;
   constexpr double kMost = 6.5;

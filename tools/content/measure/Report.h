@@ -1,4 +1,4 @@
-// What the command measure prints: each wave's figures and nearest recording, and a table by group.
+// The output of the command measure: each wave's figures and nearest recording, and a table by group.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@ struct MeasuredWave {
   std::string name;
   int category = 0;  ///< Index into kCategoryNames.
   std::optional<Group> group;
-  std::optional<double> monoLoss;  ///< As monoLossOf.
+  std::optional<double> monoLoss;  ///< See monoLossOf.
   Hit hit;
   Picture picture;
   Figures figures{};
@@ -32,20 +32,20 @@ struct Nearest {
   float distance = 0.0F;
 };
 
-/// Returns the nearest of these recordings, leaving out those of the set `without`.
+/// Returns the nearest of these recordings, except those of the set `without`.
 Nearest nearestOf(const Picture& picture, std::span<const Reference* const> references,
                   const std::string& without = {});
 
-/// Prints every figure of a wave beside its group's range, with a mark where it lies outside.
+/// Prints each figure of a wave beside its group's range, and marks those outside.
 void printWave(std::ostream& out, const MeasuredWave& wave, std::span<const Reference> references, Half half);
 
-/// Prints a table with a line for each group: the number of recordings of `half`, the median D of all recordings to the
-/// nearest of another set, the goal for the waves, the median D of the other half to `half`, the number of waves, their
-/// median and least D to `half`, and the share of the waves with many figures outside.
+/// Prints a table with a line for each group: the number of recordings of `half`; the median D of all recordings to the
+/// nearest one of another set; the goal for the waves; the median D of the other half to `half`; the number of waves,
+/// their median and least D to `half`, and the share of the waves with many figures outside.
 void printGroups(std::ostream& out, std::span<const MeasuredWave> waves, std::span<const Reference> references,
                  Half half);
 
-/// Two waves closer than this sound alike.
+/// Two waves with a smaller D sound alike.
 inline constexpr float kTwins = 3.5F;
 
 /// Prints the pairs of waves that are closer than kTwins.

@@ -20,9 +20,9 @@ namespace {
 using tesh::vimo::SimilarWaves;
 using tesh::vimo::WaveKin;
 
-constexpr double kMomentSeconds = 0.4;  ///< The least that loudness is measured over.
+constexpr double kMomentSeconds = 0.4;  ///< The window of momentary loudness.
 
-/// So many pictures side by side that a processor's vector takes their levels at one place and moment together.
+/// The number of pictures side by side, chosen so that one vector register holds their levels of one band and moment.
 constexpr std::size_t kLanes = 8;
 struct PictureLanes {
   std::array<std::array<float, kLanes>, kPictureMoments * kPictureBands> levels{};
@@ -41,7 +41,7 @@ std::vector<PictureLanes> sideBySide(std::span<const Picture> pictures) {
   return groups;
 }
 
-/// As `distance`, to the same last bit.
+/// As `distance`, with the same bits.
 std::array<float, kLanes> distances(const Picture& a, const PictureLanes& b) {
   std::array<float, kLanes> sums{};
   std::array<float, kLanes> places{};
@@ -61,7 +61,7 @@ std::array<float, kLanes> distances(const Picture& a, const PictureLanes& b) {
   return sums;
 }
 
-/// The start of a wave at the rate that measures take. Pictures and loudness need no more.
+/// Returns the first kComparedSeconds of a wave: pictures and loudness need no more.
 Wave startOf(const Wave& wave) {
   Wave start{wave.name, wave.category, wave.sampleRate, {}, {}};
   const auto frames = static_cast<std::size_t>(kComparedSeconds) * static_cast<std::size_t>(wave.sampleRate);
@@ -91,7 +91,7 @@ float loudnessOf(const Wave& wave) {
   return static_cast<float>(momentaryLoudness(sound));
 }
 
-/// The waves nearest to wave `own`, and the farthest of its category.
+/// Returns the waves nearest to wave `own`, and the farthest one of its category.
 void findKin(std::span<const NumberedWave> waves, const Picture& picture, std::span<const PictureLanes> groups,
              std::size_t own, WaveKin& kin) {
   std::vector<std::pair<float, std::size_t>> others;
@@ -132,7 +132,8 @@ std::vector<WaveKin> similarWaves(std::span<const NumberedWave> waves) {
     };
   });
   const std::vector<PictureLanes> groups = sideBySide(pictures);
-  // Not for the type of lanes, but for the code with AVX2: it takes all lanes of a picture at once.
+  // runInLanes chooses the code compiled for AVX2, which handles all lanes of a picture at once. The type of its lanes
+  // is unused.
   onAllCores(waves.size(), [&] {
     return [&](std::size_t i) { runInLanes([&](auto) { findKin(waves, pictures[i], groups, i, kins[i]); }); };
   });

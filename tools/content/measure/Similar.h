@@ -17,20 +17,20 @@ namespace sivray::content {
 struct NumberedWave {
   std::int32_t number = 0;
   const Wave* wave = nullptr;
-  std::optional<float> loudness;  ///< As a WaveKin has it; measured if not known.
+  std::optional<float> loudness;  ///< The wave's loudness as WaveKin holds it; measured if not given.
 };
 
-/// How much of a wave counts, from its start.
+/// The seconds of a wave, from its start, that are compared.
 inline constexpr int kComparedSeconds = 4;
 
-/// Measures each wave's loudness where it is not known, and D from each to each. On all cores.
+/// Measures the loudness of waves that have none, and D between each two waves. Uses all cores.
 std::vector<tesh::vimo::WaveKin> similarWaves(std::span<const NumberedWave> waves);
 
-/// Writes the result beside the index files of the library in `folder`, which must be written before. Throws
-/// std::runtime_error naming the file that could not be read or written.
+/// Writes the result beside the index files of the library in `folder`, which must exist. Throws std::runtime_error
+/// naming the file that could not be read or written.
 void writeSimilar(const std::string& folder, std::span<const NumberedWave> waves);
 
-/// The same for waves whose numbers are their places.
+/// As above, for waves whose numbers are their indices.
 void writeSimilar(const std::string& folder, std::span<const Wave> waves);
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// Tells the kinds of folders apart and reads each.
+// Recognises the kind of a folder and reads its waves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/measure/Sources.h"
 

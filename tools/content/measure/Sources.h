@@ -16,9 +16,9 @@ struct SourceWave {
   std::optional<Group> group;
 };
 
-/// Reads the waves of a folder. In a folder of tables, which it renders, models tell acoustic sounds from those of
-/// machines; in one of a sample library's files or of sound files, all count as acoustic. `only` names the one wave to
-/// read; empty for all. Throws std::runtime_error for a folder that holds none of them, or no such wave.
+/// Reads the waves of a folder of tables (which are rendered; their models tell acoustic sounds from machines), of a
+/// sample library's files, or of sound files (all count as acoustic). `only` is the name of the one wave to read; empty
+/// for all. Throws std::runtime_error if the folder holds none of these, or no such wave.
 std::vector<SourceWave> readSourceWaves(const std::string& folder, const std::string& only);
 
 }  // namespace sivray::content

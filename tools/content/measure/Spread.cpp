@@ -1,4 +1,4 @@
-// Distances within a group, between waves and recordings, and the votes of the nearest.
+// Distances within a group and to recordings, and the votes of the nearest recordings.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/measure/Spread.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kVoters = 5;
 
-/// The drum whatever made it: the acoustic group of a machine's.
+/// Returns the drum without its source: the acoustic group for a machine's.
 Group drumOf(Group group) {
   const auto kin = kinOf(group);
   const bool isMachine = group >= Group::machineKick && group <= Group::machineTom;
@@ -31,11 +31,11 @@ std::vector<const MeasuredWave*> wavesOf(std::span<const MeasuredWave> waves, Gr
   return chosen;
 }
 
-/// The mean of the least of `count` distances, over all ways to choose them. `count` is at most their number.
+/// Returns the least of `count` randomly chosen distances, averaged over all choices. `count` is at most their number.
 double nearestOfSome(std::vector<double> distances, std::size_t count) {
   std::ranges::sort(distances);
   double mean = 0.0;
-  double left = 1.0;  // The chance that none of the nearer ones is chosen.
+  double left = 1.0;  // The probability that none of the nearer ones is chosen.
   for (std::size_t i = 0; i < distances.size() && left > 0.0; ++i) {
     const double chosen = left * std::min(static_cast<double>(count) / static_cast<double>(distances.size() - i), 1.0);
     mean += chosen * distances[i];
@@ -45,8 +45,8 @@ double nearestOfSome(std::vector<double> distances, std::size_t count) {
 }
 
 struct Unseen {
-  double ours = 0.0;  ///< From a recorded hit to our nearest wave, in the middle.
-  double real = 0.0;  ///< To the nearest of as many recordings.
+  double ours = 0.0;  ///< Median distance from a recorded hit to our nearest wave.
+  double real = 0.0;  ///< Median distance to the nearest one of as many recordings.
 };
 
 Unseen unseenOf(const std::vector<const MeasuredWave*>& waves, std::span<const Reference> references, Group group,
@@ -75,8 +75,8 @@ Unseen unseenOf(const std::vector<const MeasuredWave*>& waves, std::span<const R
   return {medianOf(ours), medianOf(real)};
 }
 
-/// The drum of most of the five nearest recordings that are not of the set `without`; of two with as many, the one with
-/// the nearest.
+/// Returns the group that most of the five nearest recordings belong to, leaving out the set `without`. In a tie, the
+/// group of the nearest recording.
 std::optional<Group> readAs(const Picture& picture, std::span<const Reference> references, Half half,
                             const std::string& without) {
   std::vector<std::pair<float, Group>> nearest;
@@ -130,7 +130,7 @@ std::vector<Figures> figuresOf(const std::vector<const Reference*>& hits) {
   return figures;
 }
 
-/// The share of all pairs in which the first is higher.
+/// Returns the share of all pairs in which the first value is higher.
 double shareHigher(const std::vector<double>& some, const std::vector<double>& others) {
   double higher = 0.0;
   for (const double one : some) {

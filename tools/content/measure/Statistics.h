@@ -19,7 +19,8 @@ std::string formatted(const char* format, Values... values) {
   return text.data();
 }
 
-/// Returns the value below which `part` (0 to 1) of the values lie, on a straight line between neighbours. 0 for none.
+/// Returns the value below which the share `part` (0 to 1) of the values lie, interpolated linearly. 0 if there are
+/// none.
 inline double quantile(std::vector<double> values, double part) {
   if (values.empty()) {
     return 0.0;

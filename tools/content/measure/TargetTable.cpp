@@ -6,7 +6,7 @@
 
 namespace sivray::content {
 
-// Lowest (5 %), quarter, middle, three quarters, highest (95 %), a line a figure in the order of Figure.
+// One line for each figure, in the order of Figure: the quantiles 5, 25, 50, 75 and 95 %.
 const std::array<Targets, kFigureGroups> kTargets{{
     // Kick, acoustic, 17 hits of 42
     {{{0.7528, 4.467, 5.17, 6.485, 44.6},

@@ -24,7 +24,7 @@ double placeIn(const Range& range, double value) {
   }
   const auto above = std::ranges::find_if(points, [=](const Point& point) { return point.value > value; });
   const auto same = std::ranges::find_if(points, [=](const Point& point) { return point.value >= value; });
-  if (same->value == value) {  // Several points may lie here.
+  if (same->value == value) {  // Several points may have this value.
     return 0.5 * (same->place + (above - 1)->place);
   }
   const Point& below = *(above - 1);

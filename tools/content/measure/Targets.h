@@ -10,7 +10,7 @@
 
 namespace sivray::content {
 
-/// A figure's range over the hits of a group: a twentieth of them lie below `lowest` and a twentieth above `highest`.
+/// A figure's range over the hits of a group: 5 % of them lie below `lowest` and 5 % above `highest`.
 struct Range {
   double lowest, quarter, middle, threeQuarters, highest;
 };
@@ -20,24 +20,24 @@ using Targets = std::array<Range, kFigures>;
 /// The targets by group, then by figure.
 extern const std::array<Targets, kFigureGroups> kTargets;
 
-/// D of two recorded hits of different sets, in the middle, by group.
+/// By group: the median D of two recorded hits of different sets.
 extern const std::array<double, kFigureGroups> kRecordedApart;
 
-/// Returns the share of a group's recordings whose figure is lower, 0 to 1, on straight lines between the range's
-/// points. Beyond its ends it is 0.025 and 0.975.
+/// Returns the share of a group's recordings with a lower figure, 0 to 1, interpolated linearly between the range's
+/// points; 0.025 below the range and 0.975 above it.
 double placeIn(const Range& range, double value);
 
-/// Whether waves should have a group's figure as recordings do. Not bleed, which is what microphones at hats and
-/// cymbals hear of other drums below 250 Hz, and not what short drums leave of a late moment.
+/// Whether a group's waves should match recordings in a figure. False for bleed (microphones at hats and cymbals pick
+/// up other drums below 250 Hz), and for late figures of short drums, which measure the remaining noise.
 bool isTelling(Group group, std::size_t figure);
 
-/// A wave with this many figures or more outside their ranges is no drum of its group.
+/// A wave with at least this many figures outside their ranges does not sound like its group.
 inline constexpr std::size_t kManyOutside = 6;
 
-/// Whether a figure lies outside the range of nine tenths of the recordings. False for a group without ranges.
+/// Whether a figure lies outside the range that holds 90 % of the recordings. False for a group without ranges.
 bool isOutside(const Figures& figures, std::size_t figure, Group group);
 
-/// Returns how many figures are outside.
+/// Returns the number of figures outside their ranges.
 std::size_t countOutside(const Figures& figures, Group group);
 
 }  // namespace sivray::content

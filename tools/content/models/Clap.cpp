@@ -1,4 +1,4 @@
-// Claps: several hands, each a short burst of noise in its own band, not quite together, and their echoes from the
+// Claps: several hands, each a short burst of noise in its own band, slightly apart in time, and their echoes from the
 // walls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint64_t kClapTailLayer = 1;
 constexpr std::uint64_t kClapHandLayer = 10;
 
-/// A burst is rendered for this many t60: about 108 dB down.
+/// A burst is rendered for this many times its t60, until it is about 108 dB down.
 constexpr double kHeardFalls = 1.8;
 
 /// Adds one burst: noise through the resonance of the hollow hand, with part of the unfiltered bright slap.

@@ -1,4 +1,4 @@
-// Broken machines: a random row of short pieces of tone, noise and silence, through a sample-rate reducer.
+// Broken machines: a random sequence of short pieces of tone, noise and silence, through a sample-rate reducer.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 
@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t kGlitchNoiseLayer = 1;
 
-/// One piece. All its numbers are drawn when it starts.
+/// One piece of the sequence. Its random numbers are drawn when it starts.
 struct Piece {
   std::size_t frames = 0;
   double hertz = 0.0;

@@ -14,7 +14,7 @@ constexpr std::uint64_t kImpactBurstLayer = 1;
 constexpr std::uint64_t kImpactRubbleLayer = 2;
 constexpr std::uint64_t kImpactCrackLayer = 3;
 
-/// Adds the rubble: knocks at random times, fewer and fewer.
+/// Adds the rubble: knocks at random times, with growing intervals.
 void addRubble(Signal& signal, Noise noise, Random random, const Parameters& p) {
   Envelope fall({0.0, p.seconds("hold"), p.seconds("rubblems"), 0.0});
   const double chance = p["rubblerate"] / kSampleRate;

@@ -12,14 +12,14 @@
 
 namespace sivray::content {
 
-/// Parameters give times in milliseconds and frequencies in Hz. A time without further comment is a t60: the time to
-/// fall by 60 dB.
+/// Parameters give times in milliseconds and frequencies in Hz. A decay time is a t60, the time to fall by 60 dB,
+/// unless a comment says otherwise.
 struct Model {
   std::string name;
   std::vector<ParameterRule> rules;
-  /// Renders one channel into a silent signal. `dice` identifies the channel; only its `own` numbers may differ between
-  /// two channels. `parameters` holds those of `rules` and `width`: 0 for mono, up to 1 for channels with little in
-  /// common.
+  /// Renders one channel into a silent signal. `dice` holds the channel's random numbers; only those of its `own`
+  /// generator may differ between the two channels. `parameters` holds the values of `rules` and `width`: 0 for mono,
+  /// up to 1 for channels with little in common.
   void (*make)(Signal& signal, const Parameters& parameters, Dice dice);
 };
 

@@ -6,7 +6,7 @@
 
 namespace sivray::content {
 
-Model clapModel();     ///< Hands and fingers.
+Model clapModel();     ///< Hand claps and finger snaps.
 Model esnareModel();   ///< Electronic snares: two tones and noise.
 Model fmModel();       ///< Frequency modulation: basses, bells, blips, metal.
 Model glitchModel();   ///< Broken machines.

@@ -1,5 +1,5 @@
 // A struck bronze plate: hats, cymbals, gongs. Hundreds of modes, of which the high ones start late and decay first,
-// one deep mode that leads them, noise where modes lie too close to be told apart, and the click of the stick.
+// one dominant deep mode, noise where the modes are too dense to be separate, and the click of the stick.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -22,8 +22,8 @@ constexpr double kTiltCentre = 3000.0;
 /// A bell's partials relative to its lowest.
 constexpr std::array<double, 6> kBellRatios{1.0, 1.58, 2.24, 2.92, 3.66, 4.57};
 
-/// Makes the loud modes louder and the soft ones softer, at the same power. What the stick and the microphone reach of
-/// a mode depends on its nodes at both places, so that a few modes ring above all others.
+/// Increases the differences between the modes' levels at the same total power. A mode's level depends on how close its
+/// nodes are to the stick and to the microphone, so that a few modes are much louder than the others.
 void makeUneven(std::vector<Mode>& modes, double amount) {
   double before = 0.0;
   double after = 0.0;
@@ -56,7 +56,7 @@ std::vector<Mode> plateModes(const Parameters& p, Dice& dice) {
                     .phase = sharedPhase,
                     .attack = p.seconds("rise") * std::min(hertz / 5000.0, 2.0) + 0.0003};
     modes.push_back(mode);
-    if (p["split"] > 0.0) {  // A plate that is not quite round has each mode twice; the two beat.
+    if (p["split"] > 0.0) {  // A plate that is not exactly round has each mode twice, slightly detuned; the two beat.
       Mode twin = mode;
       twin.hertz += p["split"] * dice.shared.between(0.3, 1.7);
       twin.phase = dice.shared.unit();

@@ -17,8 +17,8 @@ constexpr std::uint64_t kPluckSlapLayer = 1;
 /// The body's resonances relative to its lowest.
 constexpr std::array<double, 3> kBodyRatios{1.0, 1.93, 3.07};
 
-/// Returns the string's shape at its release: random, with harmonics that fall as a plucked string's do, plus some
-/// unfiltered `edge`, and without the harmonics that have a node at the pick.
+/// Returns the string's shape at its release: random, with harmonics that fall off as those of a plucked string, plus
+/// some unfiltered `edge`, and without the harmonics that have a node where the pick is.
 Signal pickShape(Noise noise, std::size_t period, const Parameters& p) {
   Signal raw(period);
   double mean = 0.0;

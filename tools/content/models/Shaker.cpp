@@ -1,5 +1,5 @@
-// Many small collisions: seeds in a gourd, jingles in a frame, teeth under a stick, dust in a groove. Their rate
-// follows the movement, and each excites the same few resonances.
+// Many small collisions: seeds in a gourd, jingles in a frame, teeth under a stick, dust in a groove. The movement sets
+// their rate, and all collisions excite the same few resonances.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 

@@ -15,7 +15,7 @@ constexpr std::uint64_t kSnareCrackLayer = 2;
 constexpr std::uint64_t kSnareClickLayer = 3;
 constexpr std::uint64_t kSnareTailLayer = 4;
 
-/// Seconds that the blow takes through the air in the shell to the wires.
+/// Seconds that the pressure of the stroke takes through the air in the shell to the wires.
 constexpr double kWireDelay = 0.0008;
 
 /// The number of resonant peaks in the wires' band, spaced on a logarithmic scale.

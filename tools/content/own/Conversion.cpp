@@ -1,4 +1,4 @@
-// Writes the packed waves as files, adds those, and changes values where they stand.
+// Writes the packed waves as files, adds them as own sounds, and replaces values in the file's bytes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/Conversion.h"
 
@@ -34,7 +34,7 @@ using tesh::cofu::core::ByteWriter;
 
 constexpr std::size_t kMacrosWithSamples = panel::kPads * panel::kMacrosPerPad;
 
-/// A WAV file of 16 bits.
+/// Writes a 16-bit WAV file.
 void writeWave(const Wave& wave, const fs::path& file) {
   constexpr std::uint32_t kHeadBytes = 36;
   constexpr std::uint32_t kFormatBytes = 16;
@@ -68,7 +68,7 @@ void writeWave(const Wave& wave, const fs::path& file) {
   writeFile(textOf(file), bytes);
 }
 
-/// A folder that goes with the object.
+/// A temporary folder that is removed with the object.
 struct OwnScratch {
   explicit OwnScratch(fs::path folder) : path(std::move(folder)) {
     fs::remove_all(path);
@@ -135,14 +135,15 @@ bool Conversion::isOfPacked(const std::vector<float>& values) const {
          !std::ranges::all_of(values, isOf(numbersBeside(factoryWaves)));
 }
 
-/// The value that chooses the same wave as `value` did in the packed content, or `value` if that wave is not there.
+/// Returns the value that chooses, in the content with own sounds, the wave that `value` chose in the packed content;
+/// `value` itself if that wave is not there.
 float Conversion::valueFor(float value) const {
   const auto count = static_cast<std::int32_t>(numbers.size());
   const auto number = numbers[static_cast<std::size_t>(quantizeValue(value, count, 0))];
   return number ? normaliseState(*number, numbersBeside(factoryWaves), 0) : value;
 }
 
-/// `values` is the place of the first macro's value; each has an object behind it.
+/// `values` is the offset of the first macro's value; an object follows each value.
 std::size_t Conversion::convertValues(std::vector<std::uint8_t>& file, std::size_t values) const {
   std::vector<std::size_t> places;
   std::vector<float> old;
@@ -174,7 +175,7 @@ std::size_t Conversion::convertStates(std::vector<std::uint8_t>& file) const {
     if (!sections || sections->macros.size() < 4 * std::size_t{vimo::chunk::kLongestHeaderWords}) {
       continue;
     }
-    // The content stands in the file as it is.
+    // The file holds the content's bytes unchanged.
     const auto inFile = std::search(rest.begin(), rest.end(), record->content.begin(), record->content.end());
     const std::size_t macros = from + static_cast<std::size_t>(inFile - rest.begin()) +
                                static_cast<std::size_t>(sections->macros.data() - record->content.data());

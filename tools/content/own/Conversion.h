@@ -1,4 +1,4 @@
-// Songs that were made with packed content of another number of waves, and what their values mean beside own sounds.
+// Converts songs that were made with packed content, whose wave numbers differ from those of content with own sounds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,21 +12,21 @@
 
 namespace sivray::content {
 
-/// What each wave of a packed library is in the content with own sounds.
+/// Maps each wave of a packed library to its number in the content with own sounds.
 class Conversion {
  public:
-  /// Adds the waves of the library in `folder`, which holds Tesh, to the own sounds, but for those that the factory
-  /// has. Throws as `readLibrary` and `addSounds` do.
+  /// Adds to the own sounds those waves of the library in `folder` (which holds Tesh) that are no factory waves. Throws
+  /// as `readLibrary` and `addSounds` do.
   Conversion(OwnContent& content, const std::string& folder, const AddReport& report);
 
   std::size_t waveCount() const { return numbers.size(); }
 
-  /// Whether a kit's values were made with the packed content: all are of its waves, and one is none of the factory's
-  /// or an own sound's.
+  /// Whether a kit's values were made with the packed content: all choose waves of it, and at least one of these is
+  /// neither a factory wave nor an own sound's.
   bool isOfPacked(const std::vector<float>& values) const;
 
-  /// Changes the values that choose waves in a file: a state, a preset that holds the bytes of one, or a file of user
-  /// programs. Returns how many pads of kits that were made with the packed content it holds.
+  /// Replaces the values that choose waves in a file: a state, a preset with a state, or a file of user programs.
+  /// Returns the number of pads, over all kits made with the packed content.
   std::size_t convert(std::vector<std::uint8_t>& file) const;
 
  private:
@@ -36,7 +36,7 @@ class Conversion {
   std::size_t convertValues(std::vector<std::uint8_t>& file, std::size_t values) const;
 
   std::int32_t factoryWaves = 0;
-  std::vector<std::optional<std::int32_t>> numbers;  ///< By the wave's number in the packed content.
+  std::vector<std::optional<std::int32_t>> numbers;  ///< New numbers, by the wave's number in the packed content.
 };
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// Writes and reads the lines of the ledger, whose fields are parted by tabs.
+// Writes and reads the ledger, whose fields are separated by tabs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/Ledger.h"
 
@@ -44,12 +44,12 @@ std::vector<std::string_view> cutAt(std::string_view text, char mark) {
   }
 }
 
-/// Takes line after line, and keeps what holds.
+/// Parses the ledger line by line and keeps the valid ones.
 class LedgerReader {
  public:
   explicit LedgerReader(std::int32_t waves) : factoryWaves(waves) {}
 
-  /// Throws std::invalid_argument for a line that does not hold.
+  /// Throws std::invalid_argument for an invalid line.
   void take(std::string_view line) {
     const std::vector<std::string_view> fields = cutAt(line, '\t');
     if (isEnded) {
@@ -154,7 +154,7 @@ LedgerReading readLedger(std::string_view text, std::int32_t factoryWaves) {
   };
   std::vector<std::string_view> lines = cutAt(text, '\n');
   const bool isWhole = lines.back().empty();
-  lines.pop_back();  // What follows the last line break.
+  lines.pop_back();  // The empty text after the last line break.
   for (std::size_t i = 0; i < lines.size(); ++i) {
     try {
       if (i == 0 && lines[i] != kFirstLine) {

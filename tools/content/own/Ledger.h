@@ -1,4 +1,5 @@
-// The list of the user's own sounds: which wave number each has, and had. It is a text that a person can read.
+// The list of the user's own sounds with their wave numbers, removed sounds included. It is a text file that a person
+// can read.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,42 +15,42 @@ namespace sivray::content {
 
 using tesh::bramel::plugin::sivray::kNumbersPerFactoryWave;
 
-/// A sound of the user's, or one that was.
+/// One of the user's sounds, or a removed one.
 struct OwnSound {
   std::int32_t number = 0;
   int category = 0;          ///< Index into kCategoryNames.
-  std::uint64_t hash = 0;    ///< Of its rate and samples.
+  std::uint64_t hash = 0;    ///< Of its sample rate and samples, see hashOf.
   std::string name;          ///< 1 to 12 bytes.
-  std::string file;          ///< In the folder of own files; empty for a removed sound.
-  std::int32_t standIn = 0;  ///< Of a removed sound: the factory wave that plays in its place.
+  std::string file;          ///< Name in the folder of own files; empty for a removed sound.
+  std::int32_t standIn = 0;  ///< The factory wave that plays instead of a removed sound.
 
   bool isRemoved() const { return file.empty(); }
 };
 
 struct Ledger {
-  std::uint64_t factory = 0;     ///< Fingerprint of the factory content beside which the sounds are.
-  std::vector<OwnSound> sounds;  ///< In the order in which they were added; removed ones in that of their removal.
+  std::uint64_t factory = 0;     ///< Fingerprint of the factory content that the tables were built from.
+  std::vector<OwnSound> sounds;  ///< In the order in which they were added; removed ones in the order of their removal.
 
-  /// Null if there is no such sound, removed or not.
+  /// Returns null if no sound, present or removed, has that number.
   const OwnSound* withNumber(std::int32_t number) const;
   const OwnSound* withHash(std::uint64_t hash) const;
 };
 
-/// Returns the hash by which a sound is known again, whatever its file is called.
+/// Returns the hash by which a sound is recognised under any file name.
 std::uint64_t hashOf(const Wave& wave);
 
-/// Returns the ledger's text, a sound a line, with a last line by which a text that was cut is recognised.
+/// Returns the ledger's text, one line for each sound, and a last line whose absence shows that the text was cut.
 std::string textOf(const Ledger& ledger);
 
 struct LedgerReading {
-  Ledger ledger;      ///< What the lines without fault tell.
-  std::string fault;  ///< The first one, as "line 3: there is no category 'Kik'"; empty if there is none.
+  Ledger ledger;      ///< The contents of the valid lines.
+  std::string fault;  ///< The first fault, for example "line 3: there is no category 'Kik'"; empty if there is none.
 };
 
-/// Reads a ledger of sounds beside so many factory waves.
+/// Reads a ledger whose sounds are beside `factoryWaves` factory waves.
 LedgerReading readLedger(std::string_view text, std::int32_t factoryWaves);
 
-/// Returns how many wave numbers content with own sounds has beside so many factory waves.
+/// Returns the number of wave numbers in content with own sounds and this many factory waves.
 constexpr std::int32_t numbersBeside(std::int32_t factoryWaves) {
   return (factoryWaves - 1) * kNumbersPerFactoryWave + 1;
 }

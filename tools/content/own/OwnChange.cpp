@@ -1,4 +1,4 @@
-// The order of the steps, which keeps every state between them sound.
+// The order of the steps: after each of them, the files on disk are consistent.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnChange.h"
 
@@ -25,7 +25,7 @@ namespace {
 namespace fs = std::filesystem;
 namespace engine = tesh::bramel::plugin::sivray;
 
-/// The engine's start state names waves by number. Content may do without it.
+/// The engine's start state names waves by number. It is optional in the content.
 void spreadNumbers(const fs::path& chunkFile, std::int32_t factoryWaves) {
   if (!fs::exists(chunkFile)) {
     return;
@@ -47,14 +47,14 @@ void spreadNumbers(const fs::path& chunkFile, std::int32_t factoryWaves) {
   writeFile(textOf(chunkFile), bytes);
 }
 
-/// Writes nothing where the old bytes still are.
+/// Writes the bytes unless the file already holds them.
 void putBack(const fs::path& file, const std::vector<std::uint8_t>& bytes) {
   if (readFile(textOf(file)) != bytes) {
     writeFile(textOf(file), bytes);
   }
 }
 
-/// The end of the last stretch that a library names, in bytes.
+/// Returns the end of the last stretch of samples that a library's tables refer to, in bytes.
 std::uint64_t usedBytesOf(const OwnTables& tables, const OwnStretches& stretches) {
   std::uint64_t end = 0;
   const auto take = [&end](const OwnStretch& stretch) {
@@ -174,7 +174,7 @@ std::string OwnChange::keepFile(std::int32_t number, const fs::path& source) {
   return name;
 }
 
-/// Sounds without samples play a factory wave of their category.
+/// Turns sounds without samples into removed ones, which play a factory wave of their category.
 void OwnChange::dropLost(Ledger& next) const {
   for (OwnSound& sound : next.sounds) {
     if (!sound.isRemoved() && !stretches.contains(sound.number)) {
@@ -205,11 +205,11 @@ void OwnChange::commit(Ledger next) {
   const std::uint64_t wanted = usedBytesOf(*index, stretches);
   if (isAnew) {
     data->cutTo(wanted);
-    data.reset();  // Windows moves no open file.
+    data.reset();  // Windows cannot move an open file.
     replaceTree(next);
   } else {
     amend(next);
-    data->cutTo(wanted);  // Until now an older table may still have named what is behind it.
+    data->cutTo(wanted);  // An older table may still have referred to the samples behind the new end.
     data.reset();
   }
   isCommitted = true;
@@ -226,11 +226,12 @@ void OwnChange::commit(Ledger next) {
   }
 }
 
-/// A table that names more comes after those that it leans on, one that names less before them. Each sound has its own
-/// records, so that both hold when the list of samples comes first, and the list for the browser last.
+/// Order of writing: a table is written after those that its new entries refer to, and before those whose entries it
+/// drops. Each sound has its own records, so both hold when the list of samples comes first and the browser's list
+/// last.
 void OwnChange::amend(const Ledger& next) {
   const IndexFiles made = index->files(next, stretches);
-  // Samples that only the old tables name stay until the new ones are there.
+  // Samples that only the old tables refer to stay until the new tables are written.
   IndexFiles bridge = made;
   constexpr std::size_t kWord = 4;
   for (std::size_t i = 0; i + kWord <= bridge.samples.size(); i += kWord) {
@@ -254,7 +255,7 @@ void OwnChange::amend(const Ledger& next) {
     }
   } catch (...) {
     std::error_code ignored;
-    fs::resize_file(library / "drumdata.bin", oldBytes, ignored);  // Makes room for what follows.
+    fs::resize_file(library / "drumdata.bin", oldBytes, ignored);  // Frees disk space for restoring the tables.
     try {
       putBack(library / "drumparam_category.bin", content.onDisk.categories);
       putBack(content.places.ledger, {oldList.begin(), oldList.end()});
@@ -290,7 +291,7 @@ void OwnChange::replaceTree(const Ledger& next) {
   fs::remove_all(content.places.newTree, ignored);
 }
 
-/// Gives new files their names, and removes those of sounds that have gone.
+/// Renames new files to their final names, and deletes those of removed sounds.
 void OwnChange::showFiles(const Ledger& next) {
   std::error_code ignored;
   for (const std::string& copy : copies) {

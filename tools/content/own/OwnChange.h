@@ -1,4 +1,4 @@
-// A change of the user's own sounds, which is done as a whole or not at all.
+// A transaction on the user's own sounds: it takes effect as a whole or not at all.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,13 +12,12 @@
 
 namespace sivray::content {
 
-/// New samples go behind the others in the data, where no table names them yet; the tables follow when the change is
-/// committed, one after the other, so that whoever reads them meanwhile never hears another sound than the one named.
-/// Unless it is committed, its end takes everything back. Operations throw std::runtime_error with a line for the user.
+/// New samples are appended to the data, where no table refers to them yet. `commit` writes the tables one after the
+/// other, in an order in which a plug-in that reads them meanwhile never plays a wrong sound. The destructor undoes an
+/// uncommitted change. Operations throw std::runtime_error with a line for the user.
 class OwnChange {
  public:
-  /// `anew` builds all of the content again beside the installed factory content, which is also done where it has to
-  /// be.
+  /// `anew` rebuilds all content from the installed factory content; `asNeeded` does so only where it is required.
   enum class Build : std::uint8_t { asNeeded, anew };
 
   OwnChange(OwnContent& content, Build build);
@@ -29,14 +28,14 @@ class OwnChange {
   /// Whether the data can hold the samples of one more sound.
   bool hasRoomFor(const Wave& wave) const;
 
-  /// Writes the samples of a new sound with a number. There must be room for them.
+  /// Appends the samples of a new sound with this number. Requires hasRoomFor.
   void append(std::int32_t number, const Wave& wave);
 
   /// Copies the file of a new sound, and returns the name of the copy.
   std::string keepFile(std::int32_t number, const std::filesystem::path& source);
 
-  /// Makes the ledger and the tables those of `next`, and removes the files of sounds that it no longer has. A sound
-  /// whose samples are gone, as those of a ledger that somebody edited, becomes a removed one.
+  /// Writes `next` as ledger and tables, and deletes the files of sounds that it no longer has. A sound without samples
+  /// (its line was edited by hand) becomes a removed one.
   void commit(Ledger next);
 
  private:
@@ -51,8 +50,8 @@ class OwnChange {
 
   OwnContent& content;
   bool isAnew = false;
-  std::filesystem::path library;   ///< Whose data grows.
-  std::optional<OwnTables> index;  ///< Of that library.
+  std::filesystem::path library;   ///< Folder of the library whose data grows.
+  std::optional<OwnTables> index;  ///< The tables of that library.
   OwnStretches stretches;
   std::vector<std::string> copies;
   std::unique_ptr<GrowingFile> data;

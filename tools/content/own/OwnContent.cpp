@@ -1,4 +1,4 @@
-// Reads the folder, and mends what is broken in it.
+// Reads the folder and repairs it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnContent.h"
 
@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kMissingFile = "missing";
 
-/// The own file with a number at its begin.
+/// Returns the own file whose name begins with a number.
 std::string fileOf(const OwnPaths& paths, std::int32_t number) {
   std::error_code error;
   for (fs::directory_iterator entry(paths.files, error), end; !error && entry != end; entry.increment(error)) {
@@ -49,12 +49,12 @@ OwnContent::OwnContent(Say say) : tell(std::move(say)), lock(places, tell) {
   readList();
 }
 
-/// Ends what a killed program had begun.
+/// Completes or undoes the change of a program that was killed.
 void OwnContent::mend() {
   std::error_code error;
   fs::remove_all(places.newTree, error);
   if (fs::remove(places.exchanging, error)) {
-    fs::remove_all(places.tree, error);  // It is a mixture, and is built anew from the user's files.
+    fs::remove_all(places.tree, error);  // Old and new files are mixed in it; it is rebuilt from the user's files.
   }
   const fs::path aside = fs::path(places.tree) += ".old";
   if (!fs::exists(places.tree) && fs::exists(aside)) {

@@ -1,4 +1,4 @@
-// The user's content with own sounds: the ledger and the tables made of it, and how both change together.
+// The user's content with own sounds: the ledger, the tables made from it, and how both change together.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,36 +14,36 @@
 
 namespace sivray::content {
 
-/// Returns the begin of an own file's name, such as "0017 ".
+/// Returns the start of an own file's name, for example "0017 ".
 std::string ownFileStart(std::int32_t number);
 
 /// Reads the index files of a sample library's folder. Throws std::runtime_error naming the file.
 IndexFiles readIndexFiles(const std::filesystem::path& library);
 
-/// What the folder holds, as one program sees it that holds the folder's lock. Nothing is written before a change is
-/// committed, but for what mends what a killed program left.
+/// The contents of the folder, as read by the program that holds its lock. Only a committed change writes to it, except
+/// for repairs after a killed program.
 class OwnContent {
  public:
-  /// Reads ledger and tables. Where the ledger is broken, its good lines and the tables give a new one; the broken one
-  /// is kept beside it, and `say` tells so. Throws std::runtime_error if neither own content nor a factory's is there,
-  /// and as OwnLock does.
+  /// Reads ledger and tables. If the ledger is broken, a new one is made from its good lines and the tables; the broken
+  /// one is kept beside it, and `say` reports this. Throws std::runtime_error if there is neither own nor factory
+  /// content, and whatever OwnLock throws.
   explicit OwnContent(Say say);
 
   const OwnPaths& paths() const { return places; }
   const Ledger& ledger() const { return list; }
   const OwnTables& tables() const { return *index; }
 
-  /// Whether the factory content that is installed is another one than that beside the sounds.
+  /// Whether the installed factory content differs from the one that the tables were built from.
   bool isOutdated() const;
-  /// Whether the tables have to be built anew before they can hold the ledger's sounds.
+  /// Whether the tables must be rebuilt before they can hold the ledger's sounds.
   bool needsBuilding() const;
-  /// Whether the tables say something else than the ledger.
+  /// Whether the tables disagree with the ledger.
   bool differs() const;
 
-  /// Of the ledger's sounds that the tables know.
+  /// Where the samples of the ledger's sounds are, for those that the tables hold.
   const OwnStretches& stretches() const { return known; }
 
-  /// Returns the samples of a wave, own or of the factory, by its stretch in the data.
+  /// Returns the samples at a stretch of the data, of an own sound or a factory wave.
   Wave waveAt(const OwnStretch& stretch) const;
 
   const Say& say() const { return tell; }

@@ -1,4 +1,4 @@
-// Steps on the disk that the standard library does not offer, one file for each system.
+// Disk operations that the standard library does not offer; one source file for each system.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,33 +9,33 @@
 
 namespace sivray::content {
 
-/// A file that one program at a time holds, until it ends.
+/// A lock file, held by one program at a time until the object ends.
 class LockFile {
  public:
-  /// Takes hold of the file, which is made where it is missing. Null if another program holds it. Throws
+  /// Locks the file and creates it if it is missing. Returns null if another program holds it. Throws
   /// std::runtime_error if it cannot be opened.
   static std::unique_ptr<LockFile> tryHold(const std::filesystem::path& path);
   virtual ~LockFile() = default;
 };
 
-/// A file that grows while others read it.
+/// A file that is appended to while others read it.
 class GrowingFile {
  public:
-  /// Throws std::runtime_error, as the other operations do.
+  /// Throws std::runtime_error, as do the other operations.
   static std::unique_ptr<GrowingFile> open(const std::filesystem::path& path);
   virtual ~GrowingFile() = default;
 
   virtual void writeAt(std::uint64_t place, std::span<const std::uint8_t> bytes) = 0;
-  /// Brings what was written to the disk.
+  /// Waits until the written data is on the disk.
   virtual void flush() = 0;
-  /// Leaves the file as it is where it cannot be cut.
+  /// Leaves the file unchanged if it cannot be shortened.
   virtual void cutTo(std::uint64_t size) = 0;
 };
 
-/// Throws std::runtime_error unless files can be made in the folder.
+/// Throws std::runtime_error if no file can be created in the folder.
 void requireWritable(const std::filesystem::path& folder);
 
-/// Moves what is at `current` to `aside`, and `next` in its place. Where that fails `current` is as before. Throws
+/// Renames `current` to `aside`, then `next` to `current`. If that fails, `current` is as before. Throws
 /// std::filesystem::filesystem_error.
 inline void replaceBySteps(const std::filesystem::path& current, const std::filesystem::path& next,
                            const std::filesystem::path& aside) {
@@ -48,9 +48,9 @@ inline void replaceBySteps(const std::filesystem::path& current, const std::file
   }
 }
 
-/// Puts the folder `next` in the place of `current`, in one step where the system can; the old one, if there was one,
-/// is then at `next`. `begun` is a file that is there while this takes several steps, after which neither folder is
-/// whole until the last. Throws std::filesystem::filesystem_error.
+/// Replaces the folder `current` by `next`; afterwards the old one, if any, is at `next`. One atomic step where the
+/// system has it. Otherwise the file `begun` exists while the steps run; if it is found later, both folders may be
+/// incomplete. Throws std::filesystem::filesystem_error.
 void exchange(const std::filesystem::path& current, const std::filesystem::path& next,
               const std::filesystem::path& begun);
 

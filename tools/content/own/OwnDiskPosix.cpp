@@ -1,4 +1,4 @@
-// Locks, writes and renames of POSIX.
+// Locks, writes and renames by POSIX functions.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifndef _WIN32
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-// Windows moves no folder in which a file is open, but each file by itself.
+// Windows cannot move a folder that holds an open file, so the files are moved one by one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 #include <algorithm>
@@ -83,7 +83,7 @@ class WindowsFile final : public GrowingFile {
   fs::path path;
 };
 
-/// Swaps one file of the folders; a reader that has it open keeps the old one.
+/// Swaps one file of both folders; a reader that has it open keeps the old one.
 void exchangeFile(const fs::path& current, const fs::path& next) {
   if (!fs::exists(current)) {
     fs::create_directories(current.parent_path());

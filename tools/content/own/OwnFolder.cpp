@@ -1,4 +1,4 @@
-// The lock, and what tells one state of the installed content from another.
+// The lock of the folder, and the fingerprint of the installed content.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnFolder.h"
 

@@ -1,4 +1,4 @@
-// Reads the starts of all waves that the browser lists. How loud the factory's are is known.
+// Reads the start of each wave that the browser lists. The loudness of factory waves is already known.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnSimilar.h"
 
@@ -23,7 +23,7 @@ Wave startAt(const OwnContent& content, OwnStretch stretch, int category) {
   return wave;
 }
 
-/// What the installed library says of the factory's waves: a change has put the same ones beside the sounds.
+/// Reads the installed library's loudness of the factory waves; the content with own sounds has the same waves.
 tesh::vimo::SimilarWaves installedKins() {
   tesh::vimo::SimilarWaves kins;
   const std::filesystem::path library = OwnPaths::libraryIn(installedTree());

@@ -1,4 +1,4 @@
-// What is known of similar waves where own sounds are among them.
+// The file of similar waves for content with own sounds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

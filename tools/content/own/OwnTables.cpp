@@ -1,4 +1,4 @@
-// Lays the factory's records apart and puts those of own sounds between them.
+// Spreads the factory's records and inserts those of own sounds between them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/OwnTables.h"
 
@@ -34,7 +34,7 @@ void putName(ByteWriter& writer, const std::string& name) {
   writer.zeros(kWaveNameBytes - name.size());
 }
 
-/// The factory wave whose number is nearest.
+/// Returns the factory wave with the nearest number.
 std::int32_t nearestWave(std::int32_t number) { return (number + kNumbersPerFactoryWave / 2) / kNumbersPerFactoryWave; }
 
 }  // namespace
@@ -65,7 +65,7 @@ OwnTables::OwnTables(IndexFiles given) : source(std::move(given)) {
   }
 }
 
-/// The record of a factory wave.
+/// Returns the index of a factory wave's record.
 std::size_t OwnTables::indexOf(std::int32_t wave) const {
   return static_cast<std::size_t>(wave) * (isOwn ? std::size_t{kNumbersPerFactoryWave} : 1);
 }
@@ -97,7 +97,7 @@ OwnStretch OwnTables::stretchAt(std::size_t left, std::size_t right) const {
   return stretch;
 }
 
-/// The first of the two records of an own number.
+/// Returns the index of the first of an own number's two records.
 std::size_t OwnTables::sampleRecordOf(std::int32_t number) const {
   const auto slot = static_cast<std::size_t>(number / kNumbersPerFactoryWave) * kOwnBetween +
                     static_cast<std::size_t>(number % kNumbersPerFactoryWave) - 1;

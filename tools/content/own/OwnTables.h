@@ -1,4 +1,4 @@
-// The index files of a sample library with own sounds, made of the factory's records and the ledger.
+// The index files of a sample library with own sounds, made from the factory's records and the ledger.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace sivray::content {
 
-/// The bytes of the three index files.
+/// The contents of the three index files.
 struct IndexFiles {
   std::vector<std::uint8_t> samples;     ///< sampleparam.bin
   std::vector<std::uint8_t> waves;       ///< drumparam.bin
@@ -20,44 +20,44 @@ struct IndexFiles {
   bool operator==(const IndexFiles&) const = default;
 };
 
-/// Where the samples of a sound are in the data, in samples.
+/// The position of a sound's samples in the data; all values in samples.
 struct OwnStretch {
   std::uint32_t left = 0;
-  std::uint32_t right = 0;  ///< As `left` for a mono sound.
+  std::uint32_t right = 0;  ///< Equals `left` for a mono sound.
   std::uint32_t frames = 0;
   std::uint32_t rate = 0;  ///< Hz.
 
   bool isStereo() const { return left != right; }
 };
 
-/// By number.
+/// By wave number.
 using OwnStretches = std::map<std::int32_t, OwnStretch>;
 
-/// Each number between two factory waves has two records in sampleparam.bin, always the same ones, so that no record of
-/// a wave changes when another sound comes or goes. A file that is replaced after another one therefore never names
-/// another sound than before.
+/// Each number between two factory waves has two fixed records in sampleparam.bin, so that adding or removing a sound
+/// changes no other record. If the files are replaced one after another, each therefore still refers to the right
+/// sounds.
 class OwnTables {
  public:
-  /// Takes the files of a factory library, or those that `files` returned. Throws std::runtime_error if they do not
-  /// belong together.
+  /// Takes the files of a factory library, or files that `files` returned. Throws std::runtime_error if they are
+  /// inconsistent.
   explicit OwnTables(IndexFiles given);
 
   bool hasOwnNumbers() const { return isOwn; }
   std::int32_t factoryWaves() const { return waveCount; }
   std::int32_t numbers() const { return numbersBeside(waveCount); }
   const std::string& factoryName(std::int32_t wave) const { return names[static_cast<std::size_t>(wave)]; }
-  /// From 0.
+  /// Returns the category of a factory wave; both count from 0.
   int factoryCategory(std::int32_t wave) const;
   OwnStretch factoryStretch(std::int32_t wave) const;
 
-  /// Returns the files for the sounds of a ledger, of which each that is not removed has a stretch. A free number plays
-  /// the nearest factory wave, a removed sound's its stand-in.
+  /// Returns the files for a ledger's sounds; each sound that is not removed must have a stretch. A free number plays
+  /// the nearest factory wave, the number of a removed sound its stand-in.
   IndexFiles files(const Ledger& ledger, const OwnStretches& stretches) const;
 
-  /// Returns the stretches that the given files hold for own numbers.
+  /// Returns the stretches of own numbers in the given files.
   OwnStretches stretches() const;
 
-  /// Returns the sounds that the given files list, without hashes and files.
+  /// Returns the sounds that the given files list, without their hashes and file names.
   std::vector<OwnSound> listed() const;
 
  private:

@@ -1,4 +1,4 @@
-// Reads files on all cores, a few at a time, and gives them numbers in order.
+// Reads files on all cores, a few at a time, and numbers them in order.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/SoundAdder.h"
 
@@ -28,10 +28,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Files whose samples are in memory at one time.
+/// The most files whose samples are in memory at once.
 constexpr std::size_t kFilesAtOnce = 32;
 
-/// Which number a new sound gets.
+/// Chooses the number of each new sound.
 class NumberPool {
  public:
   NumberPool(const Ledger& ledger, std::int32_t numbers) {
@@ -49,8 +49,8 @@ class NumberPool {
     }
   }
 
-  /// Takes the number that is wished for if no sound ever had it, else the lowest such number; when all have been
-  /// used, that of the sound which was removed first. Nothing if there is none.
+  /// Takes the wished number if no sound ever had it, else the lowest such number. When all have been used, takes that
+  /// of the sound that was removed first. Nothing if there is none.
   std::optional<std::int32_t> take(std::optional<std::int32_t> wish) {
     if (const auto found = wish ? fresh.find(*wish) : fresh.begin(); found != fresh.end()) {
       return fresh.extract(found).value();
@@ -66,7 +66,7 @@ class NumberPool {
     return number;
   }
 
-  /// A removed sound that comes back takes its own.
+  /// A removed sound that is added again takes its old number.
   void takeBack(std::int32_t number) { std::erase(left, number); }
 
  private:
@@ -142,7 +142,7 @@ class SoundAdder {
   }
 
  private:
-  /// The whole is told once, by `run`.
+  /// The final 1 is reported by `run`.
   void reportProgress(std::size_t filesDone) const {
     if (filesDone < files.size()) {
       report.progress(static_cast<double>(filesDone) / static_cast<double>(files.size()));
@@ -177,13 +177,13 @@ class SoundAdder {
     std::erase_if(files, [](const Candidate& file) { return file.path.filename() == kNumbersFile; });
   }
 
-  /// The numbers that an exported song gives its sounds.
+  /// Reads the numbers of an exported song's sounds.
   void readWishes(const fs::path& list) {
     std::error_code error;
     if (fs::is_regular_file(list, error)) {
       for (const OwnSound& sound : readLedger(readText(textOf(list)), content.tables().factoryWaves()).ledger.sounds) {
         wishes.emplace(sound.hash, sound);
-        // Another system may decode or convert a file by other roundings.
+        // Another system may decode or convert a file with different rounding.
         const std::string ownName = sound.file.substr(std::min(sound.file.size(), ownFileStart(sound.number).size()));
         for (const std::string& name : {sound.file, ownName}) {
           fileWishes.emplace(textOf(list.parent_path() / pathOf(name)), sound);
@@ -192,7 +192,7 @@ class SoundAdder {
     }
   }
 
-  /// Null if no song's list names the sound.
+  /// Returns null if no song's list names the sound.
   const OwnSound* wishFor(std::uint64_t hash, const fs::path& path) const {
     if (const auto byHash = wishes.find(hash); byHash != wishes.end()) {
       return &byHash->second;
@@ -264,8 +264,8 @@ class SoundAdder {
   NumberPool pool;
   WaveNames names;
   std::vector<Candidate> files;
-  std::map<std::uint64_t, OwnSound> wishes;    ///< By the samples' hash.
-  std::map<std::string, OwnSound> fileWishes;  ///< By path.
+  std::map<std::uint64_t, OwnSound> wishes;    ///< Wished numbers, by hash of the samples.
+  std::map<std::string, OwnSound> fileWishes;  ///< Wished numbers, by path.
   std::vector<FileOutcome> outcomes;
   bool isRecategorised = false;
 };

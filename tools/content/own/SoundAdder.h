@@ -1,4 +1,4 @@
-// Brings a user's files into the content with own sounds.
+// Adds a user's files to the content with own sounds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,36 +12,39 @@
 
 namespace sivray::content {
 
-/// What became of a file.
+/// The result for one file.
 struct FileOutcome {
   enum class Kind : std::uint8_t { added, known, unused };
 
   Kind kind = Kind::unused;
   std::string path;
-  OwnSound sound;        ///< Of a file that is not unused.
-  std::string note;      ///< Why it is unused, as "holds no samples"; else what is to be said of it, or empty.
-  bool isGuess = false;  ///< No name told the category.
+  OwnSound sound;  ///< Valid unless the file is unused.
+  /// The reason if it is unused, for example "holds no samples"; else a remark for the user, or empty.
+  std::string note;
+  bool isGuess = false;  ///< No name told the category, so it is a guess.
 };
 
 struct AddWish {
-  std::vector<std::string> paths;              ///< Files and folders.
-  std::optional<int> category;                 ///< Of all of them; else their names tell.
-  std::map<std::string, int> categories = {};  ///< Of single files by their paths, before what their names tell.
+  std::vector<std::string> paths;  ///< Files and folders.
+  std::optional<int> category;     ///< Category of all files; if not given, their names decide.
+  /// Categories of single files, by path; they take precedence over names.
+  std::map<std::string, int> categories = {};
 };
 
 struct AddReport {
-  std::function<void(const FileOutcome&)> tell;  ///< When nothing can go wrong any more.
-  /// On the calling thread: the part of the files that is read, rising. 1 once, when all are read and kept, and only
-  /// the tables are left to write.
+  /// Called for each file once the change is complete and cannot fail any more.
+  std::function<void(const FileOutcome&)> tell;
+  /// Called on the calling thread with the share of the files that have been read, ascending. 1 is sent once, when all
+  /// files are read and stored and only the tables remain to be written.
   std::function<void(double)> progress;
 };
 
-/// Adds all files that can be used, and returns how many there are with those that were there before. A sound that is
-/// there already, or was, keeps its number, whatever its file is called. Takes everything back and throws what stopped
-/// it: std::runtime_error with a line for the user, or Interrupted.
+/// Adds all usable files and returns their number, including those that were there before. A sound that is or was there
+/// keeps its number under any file name. On an error undoes everything and throws std::runtime_error with a line for
+/// the user, or Interrupted.
 std::size_t addSounds(OwnContent& content, const AddWish& wish, const AddReport& report);
 
-/// The list that an exported song's files bring along: the numbers that the song knows them by.
+/// The list in an exported song's folder: the numbers by which the song refers to its sounds.
 inline constexpr const char* kNumbersFile = "sivray-numbers.txt";
 
 }  // namespace sivray::content

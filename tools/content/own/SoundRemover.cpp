@@ -1,4 +1,4 @@
-// Keeps the pictures of the categories that were asked for.
+// Caches the pictures of the categories that were asked for.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/own/SoundRemover.h"
 

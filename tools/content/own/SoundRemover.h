@@ -11,12 +11,12 @@
 
 namespace sivray::content {
 
-/// Compares by D (Picture.h) within the sound's category; where the factory has none of it, within all.
+/// Compares by D (Picture.h) within the sound's category, or with all factory waves if the category has none.
 class StandIns {
  public:
   explicit StandIns(const OwnContent& own) : content(own) {}
 
-  /// Returns the number of the factory wave, from 0. `sound` has samples.
+  /// Returns the number of the factory wave that sounds most like it, from 0. `sound` must have samples.
   std::int32_t nearestTo(const OwnSound& sound);
 
  private:
@@ -33,8 +33,8 @@ class StandIns {
   std::map<int, std::vector<Choice>> choices;
 };
 
-/// Removes the sounds with these numbers, and returns them with their stand-ins. Takes everything back and throws
-/// std::runtime_error or Interrupted if it fails.
+/// Removes the sounds with these numbers, and returns them with their stand-ins. On an error undoes everything and
+/// throws std::runtime_error or Interrupted.
 std::vector<OwnSound> removeSounds(OwnContent& content, const std::set<std::int32_t>& numbers);
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// Takes a sound file from its decoder, mixes it down, brings high rates down, and converts to 16 bits.
+// Decodes a sound file, mixes it down to two channels, reduces high sample rates, and converts to 16 bits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/AudioFile.h"
 
@@ -21,12 +21,12 @@ namespace {
 
 constexpr int kLongestSeconds = 6;
 
-/// The frames that a pad's sample memory holds.
+/// The number of frames that fit into a pad's sample memory.
 constexpr std::int64_t kMostFrames = tesh::bramel::plugin::sivray::kSlotFrames;
 
 constexpr const char* kBreaksOff = "breaks off before its end";
 
-/// Rounds to 16 bits, with the ends as limits. What is no number becomes 0.
+/// Rounds to 16 bits and saturates. NaN and infinities become 0.
 std::vector<std::int16_t> wordsOf(const Channel& channel) {
   constexpr double kFullScale = 32768.0;
   constexpr double kHighest = 32767.0;
@@ -39,8 +39,8 @@ std::vector<std::int16_t> wordsOf(const Channel& channel) {
   return words;
 }
 
-/// A wave keeps rates up to 48000 Hz. Multiples of 44100 Hz come down to that, others to 48000 Hz, so that six seconds
-/// fit into a pad.
+/// Returns the rate to convert to: rates up to 48000 Hz stay; higher multiples of 44100 Hz become 44100 Hz, others
+/// 48000 Hz, so that six seconds fit into a pad.
 double keptRate(double rate) {
   constexpr double kHighestRate = 48000.0;
   using tesh::cofu::core::kEngineRate;

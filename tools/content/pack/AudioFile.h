@@ -14,10 +14,10 @@ struct AudioFile {
   std::string note;
 };
 
-/// Reads a sound file of any format that this system's decoders know (SoundDecoder.h) in 16 bits, at its own rate up to
-/// 48000 Hz, else at 44100 or 48000 Hz. More than two channels are mixed down, and the note says so. Anything past six
-/// seconds, or past a pad's sample memory, is cut, and the note says so. Throws std::runtime_error for a file that
-/// cannot be used; its text is the reason alone, without the path.
+/// Reads a sound file of any format that this system's decoders support (SoundDecoder.h) as 16-bit samples. Rates up to
+/// 48000 Hz stay, higher ones become 44100 or 48000 Hz. More than two channels are mixed down, and samples after six
+/// seconds or beyond a pad's sample memory are cut; the note tells either. Throws std::runtime_error for an unusable
+/// file, with the reason but without the path.
 AudioFile readAudioFile(const std::string& path);
 
 }  // namespace sivray::content

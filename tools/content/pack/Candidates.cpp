@@ -1,4 +1,4 @@
-// Walks through folders and reads their names.
+// Lists folders and reads the categories from names.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Candidates.h"
 
@@ -41,7 +41,7 @@ Candidate judged(const fs::path& file, std::optional<CategoryMatch> folder) {
   auto match = folder;
   if (!folder) {
     match = categoryIn(name);
-  } else if (!folder->isSure) {  // The file may tell whether the folder's hat is open.
+  } else if (!folder->isSure) {  // The file's name may tell whether the hat is open.
     match = categoryIn("hat " + name);
   }
   return {file, match ? match->category : kPercussion, !match};
@@ -51,14 +51,14 @@ class Walk {
  public:
   Walk(const Rejection& rejection, fs::path leftOut) : reject(rejection), outside(std::move(leftOut)) {}
 
-  /// `above` is what the nearest folder with a category says.
+  /// `above` is the category of the nearest folder above that names one.
   void addCandidates(const std::vector<fs::path>& entries, std::optional<CategoryMatch> above) {
     std::vector<fs::path> files;
     std::vector<fs::path> folders;
     for (const fs::path& entry : entries) {
       std::error_code error;
       if (fs::is_directory(entry, error)) {
-        // A link may lead back to where it lies.
+        // A link may lead to a folder above it.
         if (!fs::is_symlink(entry, error) && !fs::equivalent(entry, outside, error)) {
           folders.push_back(entry);
         }
@@ -89,7 +89,7 @@ class Walk {
     addCandidates(entries, above);
   }
 
-  /// Files of three categories side by side: their names tell more than the folder's.
+  /// Whether a folder holds files of at least three categories; then their names decide, not the folder's.
   static bool holdsAKit(const std::vector<fs::path>& files) {
     constexpr std::size_t kCategoriesOfAKit = 3;
     std::set<int> categories;

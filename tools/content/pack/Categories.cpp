@@ -1,4 +1,4 @@
-// The words that name a category, and how a name is cut into words.
+// The words that name a category, and the splitting of a name into words.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Categories.h"
 
@@ -14,11 +14,11 @@ namespace {
 enum Category { kKick, kSnare, kClap, kClosed, kOpen, kTom, kCymbal, kPerc, kFx, kHit };
 
 struct Word {
-  std::string_view text;  ///< In small letters, without the plural's s.
+  std::string_view text;  ///< In lower case, without the plural's s.
   Category category;
 };
 
-/// The first of these that stands in a name decides: what tells an instrument before what tells the way it is played.
+/// The first of these words that a name contains decides: names of instruments come before ways of playing.
 constexpr Word kWords[] = {
     {"ohh", kOpen},      {"oh", kOpen},       {"chh", kClosed},      {"ch", kClosed},      {"clap", kClap},
     {"handclap", kClap}, {"cp", kClap},       {"cymbal", kCymbal},   {"cym", kCymbal},     {"crash", kCymbal},
@@ -37,7 +37,7 @@ constexpr Word kWords[] = {
     {"stab", kHit},      {"chord", kHit},     {"orch", kHit},        {"vox", kHit},        {"vocal", kHit},
 };
 
-/// Cuts at all that is no letter, and where a capital follows a small letter.
+/// Splits at each character that is not a letter, and where a capital follows a lower-case letter.
 std::vector<std::string> wordsOf(std::string_view name) {
   std::vector<std::string> words;
   bool isInWord = false;
@@ -67,7 +67,7 @@ bool holds(const std::vector<std::string>& words, std::initializer_list<std::str
   });
 }
 
-/// A hat in one word ("openhat", "hihat") or in two ("hi hat open").
+/// Recognises a hat in one word ("openhat", "hihat") or in two ("hi hat open").
 std::optional<CategoryMatch> hatIn(const std::vector<std::string>& words) {
   std::string all;
   for (const std::string& word : words) {
@@ -99,7 +99,7 @@ std::optional<CategoryMatch> categoryIn(std::string_view name) {
       return CategoryMatch{known.category, true};
     }
   }
-  // Words written together, such as "LayeredKick" in small letters.
+  // Compound words in lower case, such as "layeredkick".
   constexpr std::size_t kTellingLength = 4;
   for (const Word& known : kWords) {
     const auto isPart = [&](const std::string& word) { return word.find(known.text) != std::string::npos; };

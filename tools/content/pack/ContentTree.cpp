@@ -85,7 +85,7 @@ void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew
   writeLibrary(resources + kWaves, tree.waves);
   writeSimilar(resources + kWaves, tree.waves);
   writeMacros(macros, tree);
-  // The meter plays what is installed.
+  // The kit meter plays the installed content; this makes it play the new one.
   ::setenv("BRAMEL_COMMON_FILES", target.c_str(), 1);
   balance(tree.kits, firstNew, progress);
   writeMacros(macros, tree);

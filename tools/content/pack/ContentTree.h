@@ -1,4 +1,4 @@
-// A whole folder of content, as the plug-in takes it: sample library, kits, and the pages of the manual.
+// A whole folder of content in the form that the plug-in reads: sample library, kits, and the pages of the manual.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,20 +12,20 @@
 
 namespace sivray::content {
 
-/// What an installed tree holds. Its kits' files need not exist.
+/// The contents of an installed tree. The files of its kits are optional.
 struct ContentTree {
-  std::vector<Wave> waves;  ///< By number.
+  std::vector<Wave> waves;  ///< By wave number.
   std::vector<factory::BankKit> kits;
 };
 
-/// Reads the content that the plug-in would load: below $BRAMEL_COMMON_FILES, else the installed one. Throws
-/// std::runtime_error naming what is missing or broken.
+/// Reads the content that the plug-in would load: below $BRAMEL_COMMON_FILES if set, else the installed one. Throws
+/// std::runtime_error naming the file that is missing or broken.
 ContentTree readInstalledTree();
 
-/// Writes the tree below `target`, which may then be $BRAMEL_COMMON_FILES, and sets the levels of its kits from
-/// `firstNew` on by what they sound like. The manual's pages are copied from the installed content if it has them.
-/// `tree` has at least one wave and one kit. Throws std::runtime_error naming the file that could not be written.
-/// `progress` hears from 0 to 1 how much is done.
+/// Writes the tree below `target`, which can then be used as $BRAMEL_COMMON_FILES, and sets the levels of its kits from
+/// index `firstNew` on by measuring their loudness. Copies the manual's pages from the installed content if it has
+/// them. `tree` must have at least one wave and one kit. Sets $BRAMEL_COMMON_FILES of this process. Throws
+/// std::runtime_error naming the file that could not be written. `progress` receives the progress, 0 to 1.
 void writeTree(const std::string& target, ContentTree tree, std::size_t firstNew,
                const std::function<void(double)>& progress);
 

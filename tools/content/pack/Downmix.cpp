@@ -1,4 +1,4 @@
-// The gains of each speaker's place.
+// The gains for each speaker position.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Downmix.h"
 
@@ -15,7 +15,7 @@ struct Gains {
   float right;
 };
 
-constexpr float kLess = 1.0F / std::numbers::sqrt2_v<float>;  ///< 3 dB.
+constexpr float kLess = 1.0F / std::numbers::sqrt2_v<float>;  ///< -3 dB.
 
 Gains gainsOf(Speaker speaker) {
   switch (speaker) {

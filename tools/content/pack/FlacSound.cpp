@@ -1,5 +1,4 @@
-// Decodes FLAC: frames of predicted samples, of which the residuals are packed by Rice's code. Numbers are those of the
-// format (RFC 9639).
+// Decodes FLAC: frames of predicted samples with Rice-coded residuals. Constants are those of the format (RFC 9639).
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -15,15 +14,15 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// Thrown where a frame does not hold.
+/// Thrown for an invalid frame.
 struct Damaged {};
 
-/// Reads from the high bit of each byte down.
+/// Reads bits, from the highest of each byte down.
 class BitReader {
  public:
   explicit BitReader(Bytes all) : bytes(all) {}
 
-  /// Up to 32 bits.
+  /// Reads up to 32 bits as an unsigned number.
   std::uint32_t take(unsigned count) {
     while (held < count) {
       if (place == bytes.size()) {
@@ -36,7 +35,7 @@ class BitReader {
     return static_cast<std::uint32_t>(cache >> held & ((std::uint64_t{1} << count) - 1));
   }
 
-  /// Two's complement of up to 33 bits.
+  /// Reads up to 33 bits in two's complement.
   std::int64_t takeSigned(unsigned count) {
     if (count == 0) {
       return 0;
@@ -50,7 +49,7 @@ class BitReader {
     return value;
   }
 
-  /// Zeros before a one.
+  /// Reads a unary number: the number of zeros before a one.
   std::uint32_t takeZeros() {
     std::uint32_t zeros = 0;
     while (take(1) == 0) {
@@ -60,7 +59,7 @@ class BitReader {
   }
 
   void toByte() { held -= held % 8; }
-  /// Of the next byte; only after `toByte`.
+  /// Returns the offset of the next byte; only after `toByte`.
   std::size_t offset() const { return place - held / 8; }
 
  private:
@@ -85,7 +84,7 @@ std::uint16_t checkOf(Bytes bytes) {
 
 using Samples = std::vector<std::int64_t>;
 
-/// The samples after the first `order`, of which only the error of the prediction is kept.
+/// Reads the residuals: the prediction errors of the samples after the first `order`.
 void takeResiduals(BitReader& bits, std::size_t order, Samples& samples) {
   const std::uint32_t method = bits.take(2);
   if (method > 1) {
@@ -114,10 +113,10 @@ void takeResiduals(BitReader& bits, std::size_t order, Samples& samples) {
   }
 }
 
-/// Adds the prediction: a sum of earlier samples, the latest first.
+/// Adds the prediction, a weighted sum of earlier samples; the first weight belongs to the latest.
 void predict(std::span<const std::int64_t> factors, int shift, Samples& samples) {
   for (std::size_t at = factors.size(); at < samples.size(); ++at) {
-    std::uint64_t sum = 0;  // Damaged files may exceed it.
+    std::uint64_t sum = 0;  // Wraps where a damaged file overflows it.
     for (std::size_t i = 0; i < factors.size(); ++i) {
       sum += static_cast<std::uint64_t>(factors[i]) * static_cast<std::uint64_t>(samples[at - 1 - i]);
     }
@@ -154,7 +153,7 @@ void takePredicted(BitReader& bits, std::size_t order, unsigned width, Samples& 
   predict(factors, shift, samples);
 }
 
-/// One channel of a frame, of samples of `width` bits.
+/// Decodes one channel of a frame, with samples of `width` bits.
 void takeChannel(BitReader& bits, unsigned width, Samples& samples) {
   constexpr std::uint32_t kConstant = 0;
   constexpr std::uint32_t kVerbatim = 1;
@@ -185,7 +184,7 @@ void takeChannel(BitReader& bits, unsigned width, Samples& samples) {
   }
 }
 
-/// How the two channels of a frame are kept.
+/// How a frame stores its two channels.
 enum class Pair { apart, leftAndSide, sideAndRight, middleAndSide };
 
 void joinPair(Pair pair, Samples& first, Samples& second) {
@@ -218,7 +217,7 @@ class FlacSource final : public SoundDecoder {
       while (place < all.size() && static_cast<std::int64_t>(channels.front().size()) < most) {
         place += takeFrame(all.subspan(place), channels);
       }
-    } catch (const Damaged&) {  // What came before counts.
+    } catch (const Damaged&) {  // The frames before it are used.
     }
     for (Channel& channel : channels) {
       channel.resize(std::min(channel.size(), static_cast<std::size_t>(most)));
@@ -227,7 +226,7 @@ class FlacSource final : public SoundDecoder {
   }
 
  private:
-  /// An ID3 tag, which some programs write before the sound: its size has 7 bits in each of four bytes.
+  /// Skips an ID3 tag, which some programs write before the sound: its size is four bytes of 7 bits each.
   void skipTags() {
     constexpr std::size_t kTagHead = 10;
     if (file.size() < kTagHead || file[0] != 'I') {
@@ -254,7 +253,7 @@ class FlacSource final : public SoundDecoder {
       if (kind != 0) {
         throw Damaged();
       }
-      bits.take(32);  // Sizes of blocks, and of frames.
+      bits.take(32);  // The least and greatest sizes of blocks and frames.
       bits.take(32);
       bits.take(16);
       told.rate = bits.take(20);
@@ -292,7 +291,7 @@ class FlacSource final : public SoundDecoder {
     }
   }
 
-  /// A number that takes more bytes the higher it is, as in UTF-8.
+  /// Reads a number of variable length, coded as in UTF-8.
   static void skipNumber(BitReader& bits) {
     std::uint32_t first = bits.take(8);
     for (; (first & 0xC0U) == 0xC0U; first = first << 1 & 0xFFU) {
@@ -300,7 +299,7 @@ class FlacSource final : public SoundDecoder {
     }
   }
 
-  /// Returns its bytes.
+  /// Returns the frame's bytes.
   std::size_t takeFrame(Bytes rest, std::vector<Channel>& channels) const {
     constexpr std::uint32_t kSync = 0x3FFE;
     constexpr std::uint32_t kPairs = 8;
@@ -318,7 +317,7 @@ class FlacSource final : public SoundDecoder {
     skipNumber(bits);
     const std::size_t size = blockSizeOf(sizeCode, bits);
     bits.take(rateCode == 12 ? 8 : rateCode == 13 || rateCode == 14 ? 16 : 0);
-    bits.take(8);  // The head's own check.
+    bits.take(8);  // The checksum of the frame's header.
     const std::size_t count = assignment < kPairs ? assignment + 1 : 2;
     if (count != told.channels || assignment > kPairs + 2 || (frameWidth != 0 && frameWidth != width)) {
       throw Damaged();
@@ -348,7 +347,7 @@ class FlacSource final : public SoundDecoder {
   }
 
   const std::vector<std::uint8_t> file;
-  std::size_t place = 0;  ///< Of the next frame.
+  std::size_t place = 0;  ///< Offset of the next frame.
   unsigned width = 0;     ///< Bits of a sample.
 };
 

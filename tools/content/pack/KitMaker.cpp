@@ -1,4 +1,4 @@
-// Which folders make a kit, and which of their waves its pads get.
+// Decides which folders make a kit, and assigns their waves to pads.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/KitMaker.h"
 
@@ -19,11 +19,11 @@ constexpr std::size_t kLongestKitName = 24;
 
 enum Pad : std::size_t { kKickPad, kStickPad, kSnarePad, kClapPad, kCymbalPad, kTomPad, kClosedPad, kOpenPad };
 
-/// For each pad: the pad whose wave it borrows if it has none.
+/// For each pad: the pad whose wave it uses if it has none.
 constexpr std::array<std::size_t, factory::kPads> kStandIns{kTomPad,  kSnarePad, kClapPad,  kSnarePad,
                                                             kOpenPad, kKickPad,  kStickPad, kClosedPad};
 
-/// Mean square of the loudest tenth of a second.
+/// Returns the sum of the squares over the loudest tenth of a second.
 double loudestSquareOf(const Wave& wave) {
   const auto window = static_cast<std::size_t>(wave.sampleRate / 10);
   double sum = 0.0;
@@ -40,7 +40,7 @@ double loudestSquareOf(const Wave& wave) {
 
 using Waves = std::vector<const Wave*>;
 
-/// The loudest wave of a category, which is the hardest hit of a drum in layers; null if there is none.
+/// Returns the loudest wave of a category, which in a drum of several layers is the hardest hit; null if there is none.
 const Wave* loudestOf(const Waves& waves, int category) {
   const Wave* best = nullptr;
   double most = -1.0;
@@ -72,7 +72,7 @@ bool isEnough(const PadWaves& pads) {
          std::ranges::count_if(pads, [](const Wave* wave) { return wave != nullptr; }) >= kPadCategoriesOfAKit;
 }
 
-/// Gives pads without a wave one that no pad has, else that of a stand-in.
+/// Gives each pad without a wave an unused one, else the wave of its stand-in.
 void fill(PadWaves& pads, const Waves& waves) {
   for (auto& pad : pads) {
     const auto spare =
@@ -128,7 +128,7 @@ std::vector<factory::Kit> makeKits(const std::vector<PackedWave>& waves, const f
   }
   folders[root];
   std::map<fs::path, PadWaves> found;
-  // From the deepest folder up: what makes no kit is handed to the folder above.
+  // Works from the deepest folder up: the waves of a folder that makes no kit pass to the folder above.
   while (!folders.empty()) {
     const auto deepest = std::ranges::max_element(
         folders, {}, [](const auto& entry) { return std::distance(entry.first.begin(), entry.first.end()); });

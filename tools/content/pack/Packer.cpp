@@ -1,4 +1,4 @@
-// Walks through the folders, tells each file's category, and turns each usable file into a wave.
+// Turns each usable file of a folder into a wave.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/Packer.h"
 

@@ -13,14 +13,13 @@
 
 namespace sivray::content {
 
-/// Receives the packer's messages and progress; both are called on the thread that called `packFolder`.
+/// Receives the packer's messages and progress, on the thread that called `packFolder`.
 struct PackReport {
-  std::function<void(const std::string& line)>
-      say;                                    ///< One line about a file: what became of it, or why it was skipped.
-  std::function<void(double done)> progress;  ///< 0 to 1.
+  std::function<void(const std::string& line)> say;  ///< One line about a file: the result, or why it was skipped.
+  std::function<void(double done)> progress;         ///< 0 to 1.
 };
 
-/// A wave and the folder that its file lies in.
+/// A wave and its file's folder.
 struct PackedWave {
   Wave wave;
   std::filesystem::path folder;
@@ -31,15 +30,15 @@ struct PackResult {
   std::size_t unusable = 0;       ///< Files without a usable sound.
 };
 
-/// The bytes of a library and the names in it, to which packed waves come.
+/// The names and the size in bytes of the library to which the packed waves will be added.
 struct PackRoom {
   WaveNames names;
   std::uint64_t bytes = 0;
 };
 
-/// Reads the whole folder and ignores hidden files. A file's category is that of the nearest folder that names one, or
-/// what its own name says where a folder holds several; else it is a percussion. The folder `leftOut`, if there is one,
-/// is passed over. Throws std::runtime_error when `folder` cannot be read; one below it is reported.
+/// Reads the whole folder except hidden files. A file's category is that of the nearest folder that names one, or of
+/// its own name where a folder holds several categories; else percussion. Skips the folder `leftOut` if given. Throws
+/// std::runtime_error when `folder` cannot be read; unreadable folders below it are reported.
 PackResult packFolder(const std::string& folder, PackRoom room, const PackReport& report,
                       const std::string& leftOut = {});
 

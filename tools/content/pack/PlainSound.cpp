@@ -1,4 +1,4 @@
-// Chooses the decoder, and reads WAV and AIFF.
+// Chooses the decoder, and decodes WAV and AIFF.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/PlainSound.h"
 
@@ -23,7 +23,7 @@ bool hasText(Bytes bytes, std::size_t place, std::string_view text) {
   return bytes.size() >= place + text.size() && textOf(bytes.subspan(place, text.size())) == text;
 }
 
-/// A number of up to 8 bytes.
+/// Reads a number of up to 8 bytes.
 std::uint64_t numberIn(Bytes bytes, bool isHighFirst) {
   std::uint64_t number = 0;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -32,19 +32,19 @@ std::uint64_t numberIn(Bytes bytes, bool isHighFirst) {
   return number;
 }
 
-/// AIFF's rate: a sign and 15 bits of exponent, then 64 bits of mantissa.
+/// Reads AIFF's sample rate, an 80-bit floating-point number: a sign and 15 bits of exponent, then 64 bits of mantissa.
 double extendedIn(Bytes bytes) {
   constexpr int kBias = 16383 + 63;
   const auto exponent = static_cast<int>(numberIn(bytes.first(2), true) & 0x7FFFU);
   return std::ldexp(static_cast<double>(numberIn(bytes.subspan(2, 8), true)), exponent - kBias);
 }
 
-/// How a file keeps a sample.
+/// The format of a file's samples.
 struct Packing {
   std::size_t bytes = 0;
   bool isFloat = false;
   bool isHighFirst = false;
-  bool isUnsigned = false;  ///< WAV's samples of 8 bits.
+  bool isUnsigned = false;  ///< As in WAV files of 8 bits.
 
   float sampleIn(Bytes place) const {
     const std::uint64_t bits = numberIn(place.first(bytes), isHighFirst);
@@ -163,7 +163,8 @@ class WaveSource final : public SoundDecoder {
     packing = {isKnown ? bytes : 0, isFloat};
   }
 
-  /// `rest` begins with the sound. Programs that write to a pipe put no size into the head, or one from 0x7F000000 up.
+  /// `rest` begins with the samples. Programs that write to a pipe put no size, or one from 0x7F000000 up, into the
+  /// header.
   void takeSound(Bytes rest, std::size_t size, bool isHeadUnwritten) {
     constexpr std::size_t kOpenSize = 0x7F000000;
     constexpr std::size_t kAiffOffset = 8;

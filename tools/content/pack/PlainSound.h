@@ -10,11 +10,11 @@
 
 namespace sivray::content {
 
-/// Recognises a file by its first bytes. WAV, AIFF and AIFF-C are read where their samples are whole numbers of 8 to 32
-/// bits, or floating point. Throws std::runtime_error with the reason.
+/// Chooses the decoder by the file's first bytes. WAV, AIFF and AIFF-C may hold integers of 8 to 32 bits or floating
+/// point. Throws std::runtime_error with the reason.
 std::unique_ptr<SoundDecoder> openPlainSound(std::vector<std::uint8_t> file);
 
-/// The single decoders, for files that begin as theirs do.
+/// The decoders of each format, for files that begin with its mark.
 std::unique_ptr<SoundDecoder> openWave(std::vector<std::uint8_t> file);
 std::unique_ptr<SoundDecoder> openFlac(std::vector<std::uint8_t> file);
 std::unique_ptr<SoundDecoder> openVorbis(std::vector<std::uint8_t> file);

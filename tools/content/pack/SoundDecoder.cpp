@@ -1,4 +1,4 @@
-// Decoding by libsndfile, or on Windows, for whose compiler Debian has no libsndfile, by decoders of our own.
+// Decodes by libsndfile. On Windows uses own decoders, because Debian has no libsndfile for that compiler.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/SoundDecoder.h"
 
@@ -60,7 +60,7 @@ class LibrarySource final : public SoundDecoder {
     const SF_INFO& info = stream.info();
     told.channels = static_cast<std::size_t>(info.channels);
     told.rate = info.samplerate;
-    // A FLAC file that was written to a pipe does not tell its length, and that of an MP3 file is a guess.
+    // A FLAC file that was written to a pipe does not hold its length, and that of an MP3 file is an estimate.
     const bool isUnknown = info.frames == SF_COUNT_MAX || (info.format & SF_FORMAT_TYPEMASK) == kMpegFormat;
     told.frames = isUnknown ? 0 : std::max<std::int64_t>(info.frames, 0);
     told.isCutShort = stream.isCutShort();
@@ -71,7 +71,6 @@ class LibrarySource final : public SoundDecoder {
     }
   }
 
-  /// In pieces.
   std::vector<Channel> read(std::int64_t most) override {
     constexpr std::int64_t kPieceFrames = 16384;
     std::vector<Channel> channels(told.channels);

@@ -1,4 +1,4 @@
-// A sound file as its decoder gives it.
+// The interface of a sound file's decoder.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -14,10 +14,10 @@ namespace sivray::content {
 
 struct SoundFormat {
   std::size_t channels = 0;
-  double rate = 0.0;              ///< Hz, as the file tells it.
-  std::int64_t frames = 0;        ///< 0 if the file does not tell.
-  std::vector<Speaker> speakers;  ///< One for each channel; empty if the file does not tell.
-  bool isCutShort = false;        ///< The sound is shorter than its head says.
+  double rate = 0.0;              ///< Hz, from the file's header.
+  std::int64_t frames = 0;        ///< 0 if the header does not tell.
+  std::vector<Speaker> speakers;  ///< One for each channel; empty if the header does not tell.
+  bool isCutShort = false;        ///< The file holds fewer samples than its header says.
 };
 
 class SoundDecoder {
@@ -26,7 +26,7 @@ class SoundDecoder {
 
   const SoundFormat& format() const { return told; }
 
-  /// Returns the first frames of all channels, at most `most`: fewer where the sound ends or is damaged. To be called
+  /// Returns the first frames of all channels, at most `most`; fewer if the sound ends or is damaged. May be called
   /// once.
   virtual std::vector<Channel> read(std::int64_t most) = 0;
 
@@ -34,8 +34,8 @@ class SoundDecoder {
   SoundFormat told;
 };
 
-/// Opens a file by the decoders of this system: on Windows those of PlainSound.h, elsewhere libsndfile's. Throws
-/// std::runtime_error with the reason, as "cannot be read: Permission denied".
+/// Opens a file with this system's decoders: those of PlainSound.h on Windows, libsndfile elsewhere. Throws
+/// std::runtime_error with the reason, for example "cannot be read: Permission denied".
 std::unique_ptr<SoundDecoder> openSound(const std::string& path);
 
 }  // namespace sivray::content

@@ -1,4 +1,4 @@
-// Walks through the chunks of a file, and gives libsndfile a mended length where it is open.
+// Walks through the chunks of a file, and gives libsndfile a corrected length where the header has none.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/SoundStream.h"
 
@@ -15,13 +15,13 @@
 namespace sivray::content {
 namespace {
 
-constexpr std::int64_t kChunkHead = 8;  ///< Its name and its size.
-constexpr std::int64_t kFileHead = 12;  ///< "RIFF" or "FORM", the size, "WAVE" or "AIFF".
+constexpr std::int64_t kChunkHead = 8;  ///< Bytes of a chunk's name and size.
+constexpr std::int64_t kFileHead = 12;  ///< Bytes of "RIFF" or "FORM", the size, and "WAVE" or "AIFF".
 
-/// Programs that write to a pipe put a size from here up into the head, or none.
+/// Programs that write to a pipe put a size of at least this, or 0, into the header.
 constexpr std::uint32_t kOpenSize = 0x7F000000;
 
-/// AIFF files keep sizes with the high byte first.
+/// AIFF files store sizes with the high byte first.
 std::uint32_t sizeIn(std::string_view field, bool isHighFirst) {
   std::uint32_t size = 0;
   for (std::size_t i = 0; i < 4; ++i) {
@@ -30,7 +30,7 @@ std::uint32_t sizeIn(std::string_view field, bool isHighFirst) {
   return size;
 }
 
-/// Nothing for another kind of file, and for one without sound.
+/// Returns nothing for other kinds of files and for files without sound.
 std::optional<SoundChunk> findSound(std::ifstream& stream, std::int64_t size) {
   std::array<char, kFileHead> head{};
   if (!stream.seekg(0) || !stream.read(head.data(), kFileHead)) {
@@ -96,7 +96,7 @@ sf_count_t SoundStream::read(char* bytes, sf_count_t count) {
   stream.read(bytes, count);
   const std::int64_t taken = stream.gcount();
   if (chunk && chunk->isLengthOpen && chunk->told == 0) {
-    // libsndfile takes a size of 0 for silence.
+    // libsndfile reads a size of 0 as silence.
     for (std::int64_t i = 0; i < 4; ++i) {
       const std::int64_t place = chunk->place - 4 + i - position;
       if (place >= 0 && place < taken) {

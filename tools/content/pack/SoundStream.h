@@ -1,4 +1,5 @@
-// A sound file as libsndfile reads it, with the length that a program writing to a pipe could not put into its head.
+// A sound file as a stream for libsndfile, with the correct length where the program that wrote it, to a pipe, could
+// not put it into the header.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,22 +13,22 @@
 
 namespace sivray::content {
 
-/// The sound of a WAV or AIFF file: where it begins, and how many bytes the head says that it has.
+/// The samples of a WAV or AIFF file: where they begin, and their bytes according to the header.
 struct SoundChunk {
   std::int64_t place = 0;
   std::uint32_t told = 0;
-  std::int64_t there = 0;     ///< From its begin to the file's end.
-  bool isLengthOpen = false;  ///< The head holds what a program writes that cannot come back to it.
+  std::int64_t there = 0;     ///< Bytes from there to the file's end.
+  bool isLengthOpen = false;  ///< The header holds the placeholder of a program that wrote to a pipe.
 };
 
 class SoundStream {
  public:
-  /// Throws std::runtime_error with the reason, as "cannot be read: Permission denied".
+  /// Throws std::runtime_error with the reason, for example "cannot be read: Permission denied".
   explicit SoundStream(const std::string& path);
 
   const SF_INFO& info() const { return soundInfo; }
   SNDFILE* sound() const { return file.get(); }
-  /// Whether the sound is shorter than its head says.
+  /// Whether the file holds fewer samples than its header says.
   bool isCutShort() const;
 
  private:

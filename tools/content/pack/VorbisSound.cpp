@@ -23,7 +23,7 @@
 namespace sivray::content {
 namespace {
 
-/// The order of channels in Vorbis differs from that of WAV.
+/// The order of channels, which differs from that of WAV.
 std::vector<Speaker> speakersOf(std::size_t channels) {
   using enum Speaker;
   switch (channels) {

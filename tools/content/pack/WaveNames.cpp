@@ -1,4 +1,4 @@
-// Cuts names in their middle, at whole UTF-8 characters, and numbers the ones that are taken.
+// Shortens names in their middle, at whole UTF-8 characters, and numbers names that are already taken.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/WaveNames.h"
 
@@ -10,7 +10,7 @@
 namespace sivray::content {
 namespace {
 
-/// The last words of a name, at most `size` bytes: they tell apart what begins alike.
+/// Returns the last words of a name, at most `size` bytes: they distinguish names with the same start.
 std::string_view lastWords(std::string_view text, std::size_t size) {
   constexpr std::string_view kGaps = " _-";
   std::size_t begin = text.size();
@@ -25,14 +25,14 @@ std::string_view lastWords(std::string_view text, std::size_t size) {
   if (begin < text.size()) {
     return text.substr(begin + 1);
   }
-  begin = text.size() - std::min(text.size(), size - 2);  // One long word.
+  begin = text.size() - std::min(text.size(), size - 2);  // The name ends with one long word.
   while (begin < text.size() && tesh::cofu::core::isUtf8Continuation(text[begin])) {
     ++begin;
   }
   return text.substr(begin);
 }
 
-/// A name of at most `size` bytes, cut in its middle.
+/// Returns a name of at most `size` bytes, shortened in its middle.
 std::string shortened(std::string_view text, std::size_t size) {
   constexpr std::size_t kTail = 7;
   if (text.size() <= size) {

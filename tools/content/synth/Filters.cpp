@@ -1,4 +1,4 @@
-// Coefficients and loops of the biquad and the state-variable filter.
+// Coefficients and processing loops of the biquad and the state-variable filter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Filters.h"
 

@@ -11,13 +11,13 @@ class Biquad {
  public:
   static Biquad lowPass(double hertz, double q = 0.7071067811865476);
   static Biquad highPass(double hertz, double q = 0.7071067811865476);
-  /// Peak gain 1 at the centre.
+  /// Its gain at the centre is 1.
   static Biquad bandPass(double hertz, double q);
   static Biquad highShelf(double hertz, double decibels);
   /// A resonator: a unit impulse makes it ring with amplitude 1, falling 60 dB in `t60` seconds.
   static Biquad resonator(double hertz, double t60);
 
-  /// What a filter keeps of a number, or of each of several side by side.
+  /// The filter's memory for one signal, or for several side by side in a vector.
   template <typename Value>
   struct State {
     Value z1{}, z2{};
@@ -33,12 +33,12 @@ class Biquad {
 
   double next(double x) { return next(x, own); }
 
-  /// Filters in place, from rest.
+  /// Filters in place, starting from silence.
   void run(Signal& signal) const;
   void run(Sound& sound) const;
 
-  /// The same with several filters, one after the other. In one pass, because each sample waits for the one before in
-  /// its own filter alone.
+  /// Filters with several filters in series. One pass over the samples, because a filter waits only for its own
+  /// previous sample and the processor can overlap the filters.
   template <typename... Filters>
   static void runInTurn(Signal& signal, Filters... filters) {
     for (double& sample : signal) {
@@ -51,10 +51,11 @@ class Biquad {
   State<double> own;
 };
 
-/// Where a state-variable filter is tuned: the tangent of half its frequency. Filters of one frequency share it.
+/// The tuning of a state-variable filter: the tangent of half its angular frequency. Filters of the same frequency
+/// share it.
 class Tuning {
  public:
-  /// `hertz` is limited to 10 Hz to 20 kHz.
+  /// Returns the tuning for a frequency, limited to 10 Hz to 20 kHz.
   double to(double hertz);
 
  private:
@@ -62,7 +63,7 @@ class Tuning {
   double tangent = 0.0;
 };
 
-/// A state-variable filter whose frequency may move at every frame.
+/// A state-variable filter whose frequency may change at every frame.
 class SweepFilter {
  public:
   struct Outputs {

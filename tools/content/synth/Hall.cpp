@@ -16,10 +16,10 @@ constexpr std::size_t kLines = 8;
 constexpr std::size_t kDiffusers = 4;
 constexpr double kDiffusion = 0.62;
 
-/// Added in the loop to keep its samples out of the slow subnormal range.
+/// Added in the loop, so that decaying samples do not become subnormal numbers, which are slow.
 constexpr double kFloor = 1e-20;
 
-/// Delays in seconds without a common divisor.
+/// Delays in seconds, chosen without a common divisor.
 constexpr std::array<double, kLines> kLineSeconds{0.0297, 0.0371, 0.0411, 0.0437, 0.0533, 0.0617, 0.0701, 0.0793};
 constexpr std::array<double, kDiffusers> kDiffuserSeconds{0.0047, 0.0066, 0.0098, 0.0129};
 
@@ -55,7 +55,7 @@ class Diffuser {
   Line line;
 };
 
-/// Mixes the lines by an orthogonal matrix, so that no energy is lost.
+/// Mixes the lines by an orthogonal matrix, which preserves their energy.
 void mixLines(std::array<double, kLines>& lines) {
   for (std::size_t half = 1; half < kLines; half *= 2) {
     for (std::size_t i = 0; i < kLines; ++i) {

@@ -10,7 +10,7 @@ namespace sivray::content {
 struct HallSettings {
   double amount = 0.0;   ///< Level of the hall relative to the drum, 0 to 2.
   double seconds = 1.5;  ///< Time in which it falls by 60 dB.
-  double bright = 6000;  ///< Low-pass inside the loop, in Hz: the highs fall faster.
+  double bright = 6000;  ///< Cut-off of the low-pass inside the loop, in Hz: high frequencies decay faster.
 };
 
 /// Adds the hall to one channel, in place, without making it longer. `own` must differ between channels.

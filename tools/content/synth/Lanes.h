@@ -1,5 +1,5 @@
-// Numbers side by side in the processor's registers, for loops over several frames or modes at once. Each lane computes
-// what a number alone does, so that samples have the same bits with any register.
+// Vectors of numbers in the processor's registers, for loops over several frames or modes at once. Each lane computes
+// exactly like a single number, so samples have the same bits with any vector size.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace sivray::content {
 
-/// Two numbers, which every processor has registers for, and four, for which it takes AVX. Functions take and give them
-/// by reference: without AVX, GCC warns of those that do by value.
+/// Two numbers fit into a register of every processor, four need AVX. Functions take and return vectors by reference,
+/// because GCC warns of passing them by value without AVX.
 using TwoLanes = double __attribute__((vector_size(2 * sizeof(double))));
 using FourLanes = double __attribute__((vector_size(4 * sizeof(double))));
 
@@ -34,8 +34,8 @@ template <typename Work>
 }
 #endif
 
-/// Calls `work` with the identity of FourLanes where the processor has AVX2, else of TwoLanes. What it calls in the
-/// same file is compiled for either.
+/// Calls `work` with the type identity of FourLanes if the processor has AVX2, else of TwoLanes. Functions of the same
+/// file that `work` calls are compiled for both.
 template <typename Work>
 void runInLanes(const Work& work) {
 #if defined(__linux__) && defined(__x86_64__)

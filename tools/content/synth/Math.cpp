@@ -1,4 +1,4 @@
-// Range reduction is exact in each function; what remains is a short Taylor series.
+// Each function reduces its argument exactly and evaluates a short Taylor series of the rest.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Math.h"
 

@@ -1,5 +1,5 @@
-// Elementary functions with the same result bits on every machine, in plain double arithmetic. The C library picks its
-// code by processor, so its functions may round differently and must not reach a sample.
+// Elementary functions in plain double arithmetic, with the same result bits on every machine. The C library chooses
+// its code by processor and may round differently, so no sample is computed by it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -40,7 +40,7 @@ void replaceBySine(Value& turns) {
   turns = angle * sum;
 }
 
-/// As std::floor, for numbers below 2^31 in magnitude: the compiler needs several times as many steps for any number.
+/// As std::floor, but only for numbers below 2^31 in magnitude, which takes far fewer instructions.
 inline double wholeBelow(double x) {
   const auto whole = static_cast<double>(static_cast<std::int32_t>(x));
   return whole > x ? whole - 1.0 : whole;
@@ -56,7 +56,7 @@ inline double sineOfTurns(double turns) {
 
 inline double cosineOfTurns(double turns) { return sineOfTurns(turns - wholeBelow(turns) + 0.25); }
 
-/// Returns a sine times `depth`, and does not compute it where that is 0.
+/// Returns a sine times `depth`, and skips the sine if `depth` is 0.
 inline double swing(double depth, double turns) { return depth == 0.0 ? 0.0 : depth * sineOfTurns(turns); }
 
 /// Coefficients of the exponential's series, from the last to the first.

@@ -1,4 +1,4 @@
-// The modes of an ideal round membrane, bent towards those of a real drum.
+// The modes of an ideal round membrane, changed towards those of a real drum.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Membrane.h"
 
@@ -33,10 +33,10 @@ constexpr std::array<Ring, 16> kRings{{{1.0, 0},
                                        {4.832, 2},
                                        {4.903, 0}}};
 
-/// Random detuning of the modes: no skin is tuned evenly all around.
+/// Random detuning of the modes, since no skin is tuned evenly all around.
 constexpr double kUneven = 0.012;
 
-/// Seconds that the air takes to carry the blow to the second skin.
+/// Seconds until the air has carried the stroke to the second skin.
 constexpr double kCrossing = 0.004;
 
 double strikeGain(const Ring& ring, double place) {

@@ -1,4 +1,4 @@
-// The parameters of one wave: the values from its row of a table, and the model's defaults for the rest.
+// The parameters of one wave: the values from its table row, and the model's defaults for the others.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -34,7 +34,7 @@ class Parameters {
 
   const std::vector<double>& list(std::string_view name) const { return find(name); }
 
-  /// Returns all values as a text that two sets of parameters share only if they are equal.
+  /// Returns all values as a text; equal texts mean equal parameters.
   std::string text() const;
 
  private:

@@ -32,7 +32,7 @@ class Random {
 
   /// Returns a roughly normal number: mean 0, variance 1, within ±3.5.
   double normal() {
-    // Exactly the sum of four numbers of `both`.
+    // Exactly the sum of four results of `both`.
     const std::int64_t sum = std::int64_t{next()} + next() + next() + next();
     return (static_cast<double>(sum) * 0x1p-31 - 4.0) * 0.8660254037844386;
   }

@@ -1,4 +1,4 @@
-// Random echoes in stretches, each darker than the one before.
+// Random echoes in sections, each darker than the one before.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Room.h"
 
@@ -31,14 +31,14 @@ struct Echo {
   double seconds, gain;
 };
 
-/// Taps lie in the order of their offsets.
+/// Echoes, ordered by offset.
 struct Tap {
   std::size_t offset;  ///< Frames.
   double gain;
 };
 
-/// Adds the source at each tap, to each sample in the order of the taps. Some samples go through all taps together, so
-/// that their sums stay in registers.
+/// Adds the source at each tap; each sample adds the taps in their order. Several samples go through the taps together,
+/// so that their sums stay in registers.
 template <typename Lanes>
 void addTapsIn(Signal& signal, const Signal& source, std::span<const Tap> taps) {
   constexpr std::size_t kTogether = 24;
@@ -80,7 +80,7 @@ void addTaps(Signal& signal, const Signal& source, std::span<const Tap> taps) {
   runInLanes([&]<typename Lanes>(std::type_identity<Lanes>) { addTapsIn<Lanes>(signal, source, taps); });
 }
 
-/// Returns echoes at irregular times with falling levels, of total power 1.
+/// Returns echoes at irregular times with falling levels and a total power of 1.
 std::vector<Echo> echoesOf(double seconds, Random& dice) {
   std::vector<Echo> echoes;
   double power = 0.0;
@@ -95,7 +95,7 @@ std::vector<Echo> echoesOf(double seconds, Random& dice) {
   return echoes;
 }
 
-/// The first reflections: where they come, in seconds, and how much each is below the one before, in dB.
+/// The first reflections: their times in seconds, and the drop in level from each to the next, in dB.
 constexpr double kEarlyFrom = 0.005;
 constexpr double kEarlyTo = 0.03;
 constexpr int kReflections = 6;

@@ -1,4 +1,4 @@
-// A small room around a drum: single reflections of what is near, and sparse echoes that grow darker.
+// A small room around a drum: single reflections from floor and walls, then sparse echoes that grow darker.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -22,8 +22,8 @@ struct Table {
   double loudness;  ///< Target loudness of its waves, in dB; see Leveller.h.
 };
 
-/// The tables by category. At the same peak, short and sharp sounds reach a lower loudness than long and dense ones.
-/// Nine tenths of a category's waves reach its target with no more bend than leaves their attack as it is.
+/// The tables by category. At the same peak, short and sharp sounds reach a lower loudness than long and dense ones. 90
+/// % of a category's waves reach the target with so little soft clipping that their attacks are unchanged.
 constexpr std::array<Table, kCategoryNames.size()> kTables{{{"kick.txt", -13.5},
                                                             {"snare.txt", -13.5},
                                                             {"clap.txt", -14.0},
@@ -54,7 +54,7 @@ std::vector<std::int16_t> wordsOf(const Signal& signal) {
   return words;
 }
 
-/// The rows of all tables by name. Throws TableError.
+/// Returns the rows of all tables, by name. Throws TableError.
 std::map<std::string, FactoryRow> readTables(const std::filesystem::path& folder) {
   std::map<std::string, FactoryRow> rows;
   for (std::size_t category = 0; category < kTables.size(); ++category) {

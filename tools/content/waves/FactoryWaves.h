@@ -17,16 +17,16 @@ struct FactoryRow {
   WaveRow row;
 };
 
-/// Reads all tables of the folder. A wave's number is the row's place here, and that of its name in numbers.txt. Throws
-/// TableError for a mistake in a table, a name that appears in two tables, a name without a number or a number without
-/// a wave, and a file that cannot be read.
+/// Reads all tables of the folder. The position of a wave's name in numbers.txt is its number and its row's index in
+/// the result. Throws TableError for a mistake in a table, a name in two tables, a name without a number, a number
+/// without a wave, and a file that cannot be read.
 std::vector<FactoryRow> readFactoryRows(const std::filesystem::path& folder);
 
-/// Renders one wave. It depends on its row alone, so other rows may change without changing it.
+/// Renders one wave. It depends on its own row only, so changes of other rows do not affect it.
 Wave makeWave(const FactoryRow& row);
 
-/// Renders all waves of a folder of tables on all cores. The result is the same on every machine. Throws as
-/// `readFactoryRows`.
+/// Renders all waves of a folder of tables on all cores. The result is bit-identical on every machine. Throws as
+/// `readFactoryRows` does.
 std::vector<Wave> makeFactoryWaves(const std::filesystem::path& folder);
 
 }  // namespace sivray::content

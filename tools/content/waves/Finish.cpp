@@ -1,4 +1,4 @@
-// The common parameters, and the processing that they control after the model.
+// The parameters common to all models, and the processing after the model.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/waves/Finish.h"
 
@@ -14,23 +14,23 @@
 namespace sivray::content {
 namespace {
 
-/// The decay ends where it falls below this level relative to the peak.
+/// The sound ends where its decay is this far below the peak.
 constexpr double kEndDecibels = -60.0;
 
-/// Too short to soften an attack, long enough to start at zero.
+/// The fade at the start: too short to soften an attack, long enough to start at zero.
 constexpr std::size_t kFadeInFrames = 12;
 constexpr std::size_t kReversedFadeInFrames = 200;
 constexpr double kShortestFade = 0.005;
 constexpr double kLongestFade = 0.08;
 
-/// The share of a sound that its final fade takes: the first if it has decayed by itself, the second if it would ring
-/// on.
+/// The share of a sound that the final fade takes: the first if the sound has decayed by itself, the second if it is
+/// cut.
 constexpr double kFadeShare = 0.15;
 constexpr double kRingingFadeShare = 0.35;
 
 constexpr std::uint64_t kStrokeSeed = 7919;
 
-/// Renders the strokes in sequence, each with its own random numbers.
+/// Renders the strokes one after the other, each with its own random numbers.
 Signal playStrokes(const Model& model, const Parameters& p, std::uint64_t seed, int channel) {
   const std::vector<double>& strokes = p.list("strokes");
   const std::vector<double>& gains = p.list("strokegains");
@@ -50,7 +50,7 @@ Signal playStrokes(const Model& model, const Parameters& p, std::uint64_t seed, 
   return signal;
 }
 
-/// Scales all channels by one factor, so that the largest absolute sample is 1.
+/// Scales all channels by one factor, to a largest absolute sample of 1.
 void normaliseTogether(Sound& sound) {
   const double peak = peakOf(sound);
   for (Signal& channel : sound) {
@@ -60,7 +60,7 @@ void normaliseTogether(Sound& sound) {
   }
 }
 
-/// Reduces the sample rate, and the resolution on a scale whose steps grow with the level, as early samplers did.
+/// Reduces the sample rate and the resolution, with quantisation steps that grow with the level as in early samplers.
 void crush(Signal& signal, double hertz, double bits) {
   const double step = hertz / kSampleRate;
   const double scale = powerOfTwo(bits - 1.0);
@@ -111,7 +111,7 @@ void gate(Signal& signal, const Parameters& p) {
   }
 }
 
-/// Cuts the inaudible end off, then fades both ends.
+/// Cuts the inaudible end, then fades both ends.
 void trim(Sound& sound, std::size_t fadeIn) {
   const double quiet = peakOf(sound) * factorOfDecibels(kEndDecibels);
   std::size_t frames = 2 * fadeIn;

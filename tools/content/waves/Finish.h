@@ -12,7 +12,7 @@ namespace sivray::content {
 const std::vector<ParameterRule>& commonRules();
 
 /// Renders a sound from its first stroke to the end of its decay: one channel, or two if `width` is above 0. It starts
-/// and ends at zero and has no DC offset. `seed` determines every random number in it.
+/// and ends at zero and has no DC offset. All random numbers derive from `seed`.
 Sound makeSound(const Model& model, const Parameters& parameters, std::uint64_t seed);
 
 }  // namespace sivray::content

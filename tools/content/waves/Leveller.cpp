@@ -1,4 +1,4 @@
-// Loudness with an ear's weighting, and the gain and soft clipping that reach a target.
+// Loudness with a frequency weighting, and the gain and soft clipping that reach a target.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/waves/Leveller.h"
 
@@ -19,7 +19,7 @@ namespace {
 constexpr double kWindowSeconds = 0.08;
 constexpr double kHighestPeak = -1.0;
 constexpr double kLowestPeak = -15.0;
-/// Recorded drums spend a hundredth of their first 100 ms near their peak; more bend than this makes it a twentieth.
+/// In dB. Recorded drums are near their peak for 1 % of their first 100 ms; more soft clipping than this makes it 5 %.
 constexpr double kMostBend = 3.0;
 constexpr int kBendSteps = 12;
 constexpr double kDecibelsPerOctave = 6.020599913279624;
@@ -55,7 +55,7 @@ void centre(Sound& sound) {
   }
 }
 
-/// Amplifies a sound of a known peak into the soft clipper, and scales the result to peak 1.
+/// Amplifies a sound of a known peak, soft-clips it, and scales the result to peak 1.
 class Bend {
  public:
   Bend(double peak, double decibels) : gain(factorOfDecibels(decibels)), makeUp(1.0 / softClip(peak * gain)) {}
@@ -66,8 +66,8 @@ class Bend {
   double gain, makeUp;
 };
 
-/// Returns the loudness of the sound that `change` makes of each sample. Goes no further than to the stretch in which
-/// that exceeds `enough`. A mono sound is as loud as one of two equal channels.
+/// Returns the loudness of a sound whose samples are passed through `change`. Stops after the window in which the
+/// loudness exceeds `enough`. A mono sound is as loud as two equal channels.
 template <typename Change>
 double loudnessOf(const Sound& sound, Change change, double enough) {
   const Biquad head = Biquad::highPass(60.0, 0.5);
@@ -76,7 +76,7 @@ double loudnessOf(const Sound& sound, Change change, double enough) {
   Biquad::State<TwoLanes> inCanal;
   const Signal& left = sound.front();
   const Signal& right = sound.back();
-  // The window slides out of one stretch into the next, so that a frame leaves it when the next stretch's frame enters.
+  // The moving sum takes the new frame's power and drops that of the frame one window earlier.
   const std::size_t window = framesOf(kWindowSeconds);
   Signal power(window);
   double sum = 0.0;
@@ -99,7 +99,7 @@ double loudnessOf(const Sound& sound, Change change, double enough) {
   return loudness;
 }
 
-/// Returns the least bend that makes a sound of peak 1 as loud as wanted; else the most.
+/// Returns the least soft clipping that gives a sound of peak 1 the wanted loudness; the most if none does.
 Bend bendTo(const Sound& sound, double wanted) {
   const double peak = peakOf(sound);
   const auto isQuiet = [&](double bend) { return loudnessOf(sound, Bend(peak, bend), wanted) < wanted; };

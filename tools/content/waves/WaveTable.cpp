@@ -23,7 +23,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
-/// Removes and returns the text before the separator; the whole text if there is none.
+/// Removes and returns the text before the separator, or all text if there is none.
 std::string_view takeUntil(std::string_view& text, char separator) {
   const std::size_t end = std::min(text.find(separator), text.size());
   const std::string_view part = text.substr(0, end);
