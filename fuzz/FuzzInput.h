@@ -1,4 +1,4 @@
-// What the fuzz targets share: an input whose bytes are read as numbers, and the check of a result.
+// Shared by the fuzz targets: an input whose bytes are read as numbers, and the check of a result.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace fuzz {
 
-/// Ends the program, which the fuzzer reports as a finding, unless `holds`.
+/// Aborts the program, which the fuzzer reports as a finding, if `holds` is false.
 inline void require(bool holds) {
   if (!holds) {
     std::abort();

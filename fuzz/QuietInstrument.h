@@ -1,4 +1,4 @@
-// An instrument for fuzz targets, which finds no files on this machine and writes none, and a block that it plays.
+// An instrument for fuzz targets that neither finds nor writes files on this machine, and a block that it plays.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -17,7 +17,7 @@ using namespace tesh::vimo;
 using Processor = PluginMacroControllable<Generator<float>>;
 using Bytes = std::vector<std::uint8_t>;
 
-/// Hands out the pieces of the input in order.
+/// Returns the pieces of the input in order.
 class Pieces {
  public:
   explicit Pieces(std::span<const std::uint8_t> input) : rest(input) {}

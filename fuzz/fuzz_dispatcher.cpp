@@ -20,7 +20,7 @@ namespace {
 using namespace tesh::bramel::vst;
 using fuzz::Input;
 
-/// The plug-in. It exists for all inputs, and each input starts from the same state.
+/// The plug-in. It exists for all inputs, but each input starts from the same state.
 class Host {
  public:
   Host() {
@@ -103,7 +103,7 @@ class Host {
 
   void setChunk(Input& input) {
     stateWasSet = true;
-    // A damaged copy of a valid state reaches deeper code than random bytes.
+    // A damaged copy of a valid state gets further into the code than random bytes.
     std::vector<std::uint8_t> state = start;
     state.resize(std::min<std::size_t>(state.size(), input.number<std::uint32_t>()));
     const std::size_t offset = state.empty() ? 0 : input.number<std::uint32_t>() % state.size();
@@ -117,7 +117,7 @@ class Host {
     const auto index = input.number<std::int32_t>();
     const auto value = static_cast<std::intptr_t>(input.number<std::int32_t>());
     const auto opt = input.number<float>();
-    // Skipped: they read as many bytes as a number says, end the plug-in, or write through a number.
+    // Skipped, because they read as many bytes as a number tells, close the plug-in, or write to an address.
     if (opcode == effClose || opcode == effProcessEvents || opcode == effSetChunk ||
         opcode == effGetSpeakerArrangement) {
       return;

@@ -15,7 +15,7 @@ namespace {
 using namespace tesh::bramel::plugin::sivray;
 using fuzz::require;
 
-/// A short sample slot keeps building and filling the engine fast.
+/// A short sample slot makes creating and filling the engine fast.
 constexpr std::size_t kSlot = 64;
 
 std::vector<std::uint8_t> chunkOf(const std::uint8_t* data, std::size_t size) {

@@ -1,6 +1,6 @@
-// Fuzzes the index files of the sample library: for any contents, every wave that they count can be assigned to a pad
-// and played in both directions, and the browser's list stays within its bounds. The first two bytes are the sizes of
-// the sample and wave index, which follow; the rest is the category file.
+// Fuzzes the index files of the sample library: for any contents, every counted wave can be assigned to a pad and
+// played in both directions, and the browser's list stays within its bounds. The first two bytes are the sizes of the
+// sample index and the wave index, which follow; the rest is the category file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -30,7 +30,7 @@ Bytes takeSized(Bytes& data) {
   return taken;
 }
 
-/// Voices on a data file of a few hundred samples.
+/// Voices with a data file of a few hundred samples.
 class Engine {
  public:
   Engine() {

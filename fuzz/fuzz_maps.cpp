@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (processor.controller().ccMap.contains(127)) {
     std::abort();
   }
-  const picojson::value map = parseJson({data, size});  // Throws nothing.
+  const picojson::value map = parseJson({data, size});  // Does not throw.
   try {
     processor.controller().nativeModeMap.read(map);
   } catch (const std::runtime_error&) {

@@ -1,6 +1,6 @@
 // Fuzzes loading a host's state into a playing instrument: for any bytes, parameters and audio stay in range, and the
-// instrument accepts its own saved state unchanged. The first byte says what follows: a state, the content of its
-// envelope, or the macro section of the content.
+// instrument loads its own saved state unchanged. The first byte selects the kind of the rest: a state, the content of
+// its envelope, or the macro section of the content.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <span>
 
@@ -13,7 +13,7 @@ namespace {
 using namespace fuzz;
 using namespace instrument;
 
-/// A first byte below this asks for the round trip, which takes most of an input's time.
+/// A first byte below this requests the round trip, which takes most of the time.
 constexpr std::uint8_t kRoundTrips = 32;
 
 Bytes enveloped(Bytes content) {

@@ -1,5 +1,5 @@
-// Fuzzes the view models with a user who does anything in any order: reported values stay in range, the view hears
-// nothing of its own setters, and a chosen sample is read back. Each call is a kind and its numbers.
+// Fuzzes the view models with random calls in any order: reported values stay in range, the view is not notified of its
+// own setters, and a chosen sample is read back. Each call is a kind and its numbers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cstdlib>
@@ -18,7 +18,7 @@ using namespace tesh::bramel;
 using fuzz::Input;
 using fuzz::require;
 
-/// Passes automation back to the instrument.
+/// Sends automation back to the instrument.
 struct Host final : vst::BramelInstrumentHostCallback {
   explicit Host(vst::BramelInstrument& shell) : instrument(shell) {}
   void beginEdit(std::uint64_t) override {}
@@ -33,7 +33,7 @@ struct Host final : vst::BramelInstrumentHostCallback {
   vst::BramelInstrument& instrument;
 };
 
-/// Reads every value that it is notified of, as views do.
+/// Reads every value that it is notified of, as the real views do.
 struct View final : IPluginEditViewModelListener {
   void onAllParametersChanged(IPluginEditViewModel& model) override { onParameterChanged(model, 0); }
   void onParameterChanged(IPluginEditViewModel& model, std::uint64_t index) override {
@@ -47,7 +47,7 @@ struct View final : IPluginEditViewModelListener {
   int heard = 0;
 };
 
-/// One instrument for all inputs; view models and view are new for each.
+/// One instrument for all inputs; view models and view are created for each.
 class Panel {
  public:
   Panel() { instrument->setHostCallback(host); }

@@ -1,5 +1,5 @@
-// What an open panel costs while all parameters move in every block: of the audio thread, and of the thread that shows
-// them. Needs an X server.
+// The cost of an open panel while all parameters move in every block: on the audio thread, and on the thread that
+// draws. Needs an X server.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <X11/Xlib.h>
 #include <sys/resource.h>
@@ -24,7 +24,7 @@ using namespace tesh::bramel::vst;
 using sivray::vsthost::Host;
 using sivray::vsthost::PluginLibrary;
 
-// The scale of the screen, as the plug-in knows it.
+// The plug-in's vendor-specific call for the screen's scale.
 constexpr std::int32_t kContentScaleIndex = fourCharacters('P', 'r', 'e', 'S');
 constexpr std::intptr_t kContentScaleValue = fourCharacters('A', 'e', 'C', 's');
 
@@ -44,7 +44,7 @@ class Automation {
  public:
   explicit Automation(const PluginLibrary& library) : host(library) { host.start(kRate, kFrames); }
 
-  /// Not inlined: counted by its name.
+  /// Not inlined, because the instruction counter finds it by its name.
   __attribute__((noinline)) void playBlock() {
     value = value < 1.0F ? value + 0.01F : 0.0F;
     for (int index = 0; index < host.parameterCount(); ++index) {
@@ -53,7 +53,7 @@ class Automation {
     host.process(left.data(), right.data(), kFrames);
   }
 
-  /// Plays in real time. Gives the processor time of this thread, and that of all others, in seconds.
+  /// Plays in real time. Returns the processor time of this thread and of all others, in seconds.
   std::array<double, 2> play(int blocks) {
     const double own = secondsOf(RUSAGE_THREAD);
     const double all = secondsOf(RUSAGE_SELF);
@@ -105,7 +105,7 @@ void measure(const std::string& file, Display* display, float scale) {
   XDestroyWindow(display, window);
 }
 
-/// For an instruction counter: blocks with the panel open or closed, as fast as they go.
+/// For an instruction counter: plays blocks with the panel open or closed, without waiting between them.
 void count(const std::string& file, Display* display, const char* state, int blocks) {
   const PluginLibrary library(file);
   Automation automation(library);

@@ -66,7 +66,7 @@ class Input {
   std::array<std::int16_t, kFrames> workRight{};
 };
 
-/// One effect with its knobs set and at rest.
+/// One effect with its knobs set and all smoothed values settled.
 struct Alone {
   explicit Alone(int type) : effects(makeEffects(memory)), effect(*effects[static_cast<std::size_t>(type)]) {
     effect.wake();
@@ -116,7 +116,7 @@ void frames(benchmark::State& state, int type) {
   state.SetItemsProcessed(state.iterations() * kFrames);
 }
 
-/// Evicts the caches, as the other plug-ins of a busy host do.
+/// Evicts the caches, as other plug-ins do in a busy host.
 void evictCaches() {
   static std::vector<char> other(std::size_t{64} << 20);
   for (std::size_t i = 0; i < other.size(); i += 64) {
@@ -127,8 +127,8 @@ void evictCaches() {
 /// Must not be inlined: the instruction counter finds the change of type by this function's name.
 [[gnu::noinline]] void takeChange(SivrayMultiEffector& master, StereoBlock block) { master.process(block, 0); }
 
-/// Lets `type` play for 0.3 s, so that its memory is used, goes back to bypass for a block and makes the change to
-/// `type` wait.
+/// Plays `type` for 0.3 s, so that its memory is in use, then one block of bypass, and requests the change back to
+/// `type`.
 void prepareChange(Whole& subject, Input& input, int type) {
   constexpr int kBlocks = 26;
   subject.master.setValue(0, type);
@@ -153,7 +153,7 @@ void changeType(benchmark::State& state, int type) {
   }
 }
 
-/// Lets the tail end, however long it is.
+/// Renders until the tail has ended, however long it is.
 void fallSilent(Alone& subject, Input& input) {
   constexpr int kLongestTail = 5000;
   input.silence();

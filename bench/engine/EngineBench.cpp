@@ -41,7 +41,7 @@ constexpr std::uint32_t kMasterOut = parameterId(kMasterGroup, 0);
 constexpr int kBypass = 0;
 constexpr int kDefaultEffect = 12;
 
-/// Hits are this many blocks apart: the shortest sound of a scene is then almost over.
+/// Blocks between hits: the shortest sound of a scene has almost ended by then.
 constexpr int kBlocksPerHit = 1500;
 
 struct Scene {
@@ -187,7 +187,7 @@ class Voices {
 
 class WaveChanger {
  public:
-  /// In a block with the first note of the wave.
+  /// Changes the wave in a block with its first note.
   void change() {
     choose();
     engine.noteOn(VoiceAllocator::kFirstNote, 100);

@@ -37,7 +37,7 @@ std::shared_ptr<vst::BramelInstrument> makeInstrument() {
   return instrument;
 }
 
-/// An open panel as the host's window shows it: painted once.
+/// An open panel as the host's window shows it, painted once.
 class OpenPanel {
  public:
   OpenPanel(const std::shared_ptr<vst::BramelInstrument>& instrument, int imageScale)
@@ -52,7 +52,7 @@ class OpenPanel {
     paint(slot.getLocalBounds());
   }
 
-  /// Paints a part of the panel into the window.
+  /// Paints an area of the panel into the window.
   void paint(juce::Rectangle<int> part) {
     juce::Graphics graphics(window);
     graphics.addTransform(juce::AffineTransform::scale(static_cast<float>(scale)));
@@ -114,7 +114,7 @@ void close(benchmark::State& state) {
 }
 BENCHMARK(close)->Arg(1)->Arg(2)->Iterations(10)->Unit(benchmark::kMillisecond);
 
-/// What the first openings leave behind, once the messages that they posted are through.
+/// The memory that remains after the first openings, once the messages that they posted have been handled.
 void openAndClose(benchmark::State& state) {
   constexpr int kMessagesToArrive = 100;  ///< Milliseconds.
   const auto instrument = makeInstrument();
@@ -128,7 +128,7 @@ void openAndClose(benchmark::State& state) {
 }
 BENCHMARK(openAndClose)->Iterations(100)->Unit(benchmark::kMillisecond);
 
-/// A knob takes the next frame, and its place is painted.
+/// Moves a knob to its next frame and paints its area.
 void turnKnob(benchmark::State& state) {
   const auto instrument = makeInstrument();
   OpenPanel panel(instrument, static_cast<int>(state.range(0)));

@@ -27,7 +27,7 @@ using namespace tesh::bramel::vst;
 
 constexpr std::int32_t kFrames = 128;
 
-/// Writes only the first sample of each output, which keeps the resampler from skipping silence.
+/// Writes only the first sample of each output, so that the resampler cannot skip silence.
 class Engine : public CFsConvListener {
  public:
   Engine(bool isSounding, bool haveOutsSound)

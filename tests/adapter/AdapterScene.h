@@ -1,5 +1,5 @@
-// The plug-in in a host that notes every call: files in a folder of their own, two parameters that the host sees and
-// one between them that it does not.
+// The plug-in in a host that records every call. It has its own folder of files, two parameters that the host sees, and
+// one between them that it does not see.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -29,11 +29,11 @@ struct HostCall {
   std::int32_t index = 0;
   std::intptr_t value = 0;
   float opt = 0.0F;
-  Bytes payload;  ///< Of vendor calls and of the one message of a MIDI call.
+  Bytes payload;  ///< The data of vendor calls, and the message of a MIDI call.
   std::chrono::steady_clock::time_point at = std::chrono::steady_clock::now();
 };
 
-/// Any thread may call it.
+/// Thread-safe.
 class FakeHost {
  public:
   FakeHost() { current = this; }
@@ -70,7 +70,7 @@ class FakeHost {
       call.payload.assign(event->midiData, event->midiData + 4);
       call.index = event->deltaFrames;
     } else if (call.opcode == audioMasterGetVendorString) {
-      std::memcpy(ptr, vendor.data(), vendor.size());  // Hosts forget the end.
+      std::memcpy(ptr, vendor.data(), vendor.size());  // Hosts omit the terminating zero.
     }
     const std::lock_guard lock(mutex);
     calls.push_back(std::move(call));
@@ -89,7 +89,7 @@ class FakeHost {
   std::vector<HostCall> calls;
 };
 
-/// Notes the MIDI that the shell has taken in, and counts its blocks.
+/// Records the MIDI messages that the shell has received, and counts its blocks.
 struct NotingEditor final : BramelInstrumentUICallback {
   void holdUpdates() override {}
   void releaseUpdates() override { ++blocks; }
@@ -99,11 +99,11 @@ struct NotingEditor final : BramelInstrumentUICallback {
   void programChanged() override {}
   void parameterChanged(std::uint64_t) override {}
   void midiReceived(const std::uint8_t* data, std::size_t size) override {
-    // What a test writes down may be allocated.
+    // Recording is allowed to allocate.
     tesh::cofu::core::mayWait([&] { messages.emplace_back(data, data + size); });
   }
   std::vector<Bytes> messages;
-  int blocks = 0;  ///< Of no frames too.
+  int blocks = 0;  ///< Blocks without frames count, too.
 };
 
 class Adapter : public testing::Test {
@@ -118,7 +118,7 @@ class Adapter : public testing::Test {
                          float opt = 0.0F) const {
     return effect->dispatcher(effect, opcode, index, value, ptr, opt);
   }
-  /// What a text opcode leaves in a buffer of '#'.
+  /// Returns the text that an opcode writes into a buffer filled with '#'.
   std::string text(std::int32_t opcode, std::int32_t index = 0, std::size_t room = 24) const {
     std::string buffer(room + 8, '#');
     dispatch(opcode, index, 0, buffer.data());

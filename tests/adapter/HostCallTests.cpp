@@ -1,4 +1,4 @@
-// What a host's calls do, and what they leave alone.
+// What a host's calls change, and what they leave unchanged.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <atomic>
@@ -79,7 +79,7 @@ TEST_F(Adapter, NumbersParametersWithoutTheHiddenOnes) {
   effect->setParameter(effect, 1, 0.25F);
   EXPECT_EQ(effect->getParameter(effect, 1), 0.25F);
   EXPECT_EQ(shell->parameterValue(2), 0.25F);
-  EXPECT_EQ(text(effGetParamDisplay, 1), "-31");  // The third parameter is a pan to the texts.
+  EXPECT_EQ(text(effGetParamDisplay, 1), "-31");  // For its text, the third parameter is a pan.
   for (const float value : {kNaN, -0.01F, 1.01F, INFINITY}) {
     effect->setParameter(effect, 1, value);
     EXPECT_EQ(effect->getParameter(effect, 1), 0.25F);
@@ -138,10 +138,10 @@ TEST_F(Adapter, TakesMidiOutOfAnyEventsAndSkipsTheRest) {
   EXPECT_EQ(editor->messages, (std::vector<Bytes>{{0x90, 36, 127}, {0xFF, 0xFF, 0xFF}, {0x90, 36, 127}}));
 }
 
-/// Each instance gives its one factory program a time and an id of its own, side by side; all else is the state's.
+/// Offset of an instance's own data in its factory program: a time and an id. All other bytes equal the state's.
 constexpr std::ptrdiff_t kProgramIdentity = 32;
 
-/// From the first byte that differs to the last.
+/// Returns the distance from the first differing byte to the last.
 std::ptrdiff_t spread(const Bytes& a, const Bytes& b) {
   EXPECT_EQ(a.size(), b.size());
   const auto first = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first;
@@ -211,7 +211,7 @@ TEST_F(Adapter, SurvivesEveryOpcodeWithAnyNumbers) {
   const std::array<std::int32_t, 5> indices{-1, 2, kHighest, kLowest, 0};
   Bytes room(4096);
   const auto call = [&](std::int32_t opcode, std::int32_t index, std::intptr_t value) {
-    // Closing ends the object; resuming takes its time; events and records are read by the numbers in them.
+    // Skipped: closing destroys the object, resuming waits, and events and records are read through pointers.
     if (opcode == effClose || opcode == effMainsChanged || opcode == effProcessEvents || opcode == effSetChunk) {
       return;
     }
@@ -306,7 +306,7 @@ TEST_F(Adapter, TakesCallsOfTheMainThreadWhileTheAudioThreadPlays) {
     }
     isPlaying = false;
   });
-  do {  // Once at least: the audio thread may have played all before this one comes to it.
+  do {  // At least once, because the audio thread may have finished before this thread gets here.
     effect->setParameter(effect, 1, 0.5F);
     text(effGetParamDisplay, 1);
     shell->setKeyState(36, 1);

@@ -1,4 +1,4 @@
-// The key lights of one host family: who gets them, when, and what they say.
+// The key lights for one family of hosts: which hosts get them, when, and with what content.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <chrono>
 #include <thread>
@@ -18,14 +18,14 @@ class KeyLight : public Adapter {
     host.vendor = "Native Instruments";
     load();
   }
-  /// Waits until `count` calls of `opcode` have come, and long enough that one more would have.
+  /// Waits until `count` calls of `opcode` have come, and then long enough to notice a surplus one.
   void await(std::size_t count, std::int32_t opcode) {
     for (int i = 0; i < 1500 && host.count(opcode) < count; ++i) {
       std::this_thread::sleep_for(20ms);
     }
     std::this_thread::sleep_for(250ms);
   }
-  /// All calls but questions, once `count` vendor calls are among them.
+  /// Returns all calls except queries, once they contain `count` vendor calls.
   std::vector<HostCall> settle(std::size_t count) {
     await(count, audioMasterVendorSpecific);
     auto calls = host.take();

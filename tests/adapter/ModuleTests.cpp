@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The loaded library, for as long as this lives.
+/// The library, loaded while this object exists.
 class Module {
  public:
   explicit Module(const char* path) : handle(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
@@ -61,7 +61,7 @@ TEST(Module, LeavesNothingBehindHoweverOftenItIsLoaded) {
   const InstrumentFolder folder;
   FakeHost host;
   const int cycles = support::kIsSanitized ? 30 : 1000;
-  const long pageLimit = 1024;  // 4 MiB; a leak of one voice's memory a cycle is a hundred times that.
+  const long pageLimit = 1024;  // 4 MiB; a leak of one voice's memory per cycle would be a hundred times that.
   std::unique_ptr<Holdings> early;
   for (int cycle = 1; cycle <= cycles; ++cycle) {
     {

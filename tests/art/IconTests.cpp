@@ -1,4 +1,4 @@
-// The icon in every size that desktops ask for.
+// The icon in all sizes that desktops use.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>

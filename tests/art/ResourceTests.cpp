@@ -1,4 +1,4 @@
-// What the build embeds: every picture that the panel asks for, in both sets, the fonts, and the way to find them.
+// The embedded resources: every picture of the panel in both sets, the fonts, and their lookup.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -25,7 +25,7 @@ struct Row {
   int height;
 };
 
-// Names in the form in which the panel asks for them, blanks already replaced.
+// Names as the panel asks for them, with blanks already replaced.
 std::vector<Row> inventory() {
   std::vector<Row> rows{{"Sivray_background", 768, 468},    {"Sivray_Slider", 50, 43},
                         {"Sivray_Sample_LCD", 71, 31},      {"Sivray_EG_Oneshot", 45, 19},

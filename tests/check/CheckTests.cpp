@@ -1,4 +1,4 @@
-// The checks' measuring tools: counted calls, guarded buffers, facts about a sound.
+// The checks' measuring tools: call counters, guarded buffers, and the analysis of a sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -49,7 +49,7 @@ TEST(InstructionCounter, CountsEachInstructionOnceAndForItsOwner) {
 
 TEST(GrowthWatch, SeesAFewKilobytesOfEachCycleButNoneThatAreReturned) {
   if (isSanitized()) {
-    return;  // Its allocator tells nothing.
+    return;  // A sanitizer's allocator does not report sizes.
   }
   constexpr std::size_t kLeak = 4096;
   constexpr int kCycles = 3 * GrowthWatch::kWarmCycles;
@@ -143,7 +143,7 @@ TEST(GuardedBuffer, EndsTheProgramAtBothEnds) {
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   for (const std::size_t samples : {std::size_t{1500}, std::size_t{1024}, std::size_t{1}}) {
     if (isSanitized() && samples != 1500) {
-      break;  // The program starts anew for each.
+      break;  // The test program is started again for each case.
     }
     GuardedBuffer front(samples, GuardedEnd::front);
     GuardedBuffer back(samples, GuardedEnd::back);

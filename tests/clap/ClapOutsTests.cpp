@@ -1,4 +1,4 @@
-// The outs of the CLAP plug-in beside the main one.
+// The CLAP plug-in's outputs other than the main one.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -11,8 +11,8 @@
 namespace clap {
 namespace {
 
-/// Plays a note on the first two pads into ten outs, of which any may be left out. Returns the loudest sample of each
-/// out, or -1 where nothing was written.
+/// Plays a note on the first two pads into ten outputs, any of which may be missing. Returns the largest sample of each
+/// output, or -1 if nothing was written to it.
 std::vector<float> loudestOfOuts(Instance& plugin, const std::vector<bool>& isGiven) {
   constexpr std::size_t kFrames = 512;
   constexpr float kUntouched = -7.0F;
@@ -25,7 +25,7 @@ std::vector<float> loudestOfOuts(Instance& plugin, const std::vector<bool>& isGi
   }
   plugin.note(EventType::noteOn, 36, 0);
   plugin.note(EventType::noteOn, 37, 9);
-  plugin.events.addValue(kMaster, nullptr, 1.0, 300);  // Cuts the block.
+  plugin.events.addValue(kMaster, nullptr, 1.0, 300);  // Splits the block.
   const Process block{0,
                       kFrames,
                       nullptr,

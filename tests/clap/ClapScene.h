@@ -1,4 +1,4 @@
-// A small CLAP host that notes what it is told.
+// A small CLAP host that records the plug-in's calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -27,7 +27,7 @@ using Bytes = std::vector<std::uint8_t>;
 using Log = std::vector<std::string>;
 using Samples = std::vector<float>;
 
-/// A stream that gives or takes at most `piece` bytes at a time.
+/// A stream that reads or writes at most `piece` bytes at a time.
 struct Stream {
   Bytes bytes;
   std::size_t piece = 17;
@@ -54,7 +54,7 @@ struct Stream {
   }
 };
 
-/// A plug-in and its host. Everything happens on one thread.
+/// A plug-in and its host, on one thread.
 class Instance {
  public:
   Instance() : hostRecord{{}, this, "test", "", "", "", &extensionOf, &nothing, &nothing, &wantCallback} {
@@ -79,7 +79,7 @@ class Instance {
     isActive = false;
   }
 
-  /// Initialised, active, and past the block that takes the first program in.
+  /// Initialises and activates the plug-in, and renders the block that applies the first program.
   Instance& started(double rate = 44100.0) {
     EXPECT_TRUE(plugin->init(plugin));
     EXPECT_TRUE(activate(rate));
@@ -93,7 +93,7 @@ class Instance {
     return *static_cast<const Extension*>(plugin->getExtension(plugin, id));
   }
 
-  /// Renders a block with the events that wait; both channels, one behind the other.
+  /// Renders a block with the queued events. Returns the left channel followed by the right one.
   Samples render(std::uint32_t frames) {
     Samples left(frames);
     Samples right(frames);
@@ -151,11 +151,11 @@ class Instance {
 
   const Plugin* plugin = nullptr;
   EventQueue events;
-  Log log;  ///< What the plug-in tells.
+  Log log;  ///< The plug-in's calls.
   std::int32_t status = -1;
   std::atomic<bool> wantsCallback = false;
-  bool isOnMainThread = true;          ///< What the plug-in is told.
-  std::function<void()> duringRescan;  ///< What else happens then.
+  bool isOnMainThread = true;          ///< The host's answer to the plug-in.
+  std::function<void()> duringRescan;  ///< Called during a rescan.
 
   Host hostRecord;
 
@@ -225,8 +225,8 @@ class Instance {
   bool isActive = false;
 };
 
-// Parameters of the folder's instrument: six for each pad, of which the last is hidden, then the effect's and the
-// master.
+// Parameters of KitFolder's instrument: six for each pad, the last of which is hidden, then the effect's and the master
+// level.
 inline constexpr std::uint32_t kWaveOfPad1 = 0;
 inline constexpr std::uint32_t kLevelOfPad1 = 1;
 inline constexpr std::uint32_t kMaster = 51;

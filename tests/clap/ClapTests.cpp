@@ -1,4 +1,4 @@
-// What a CLAP host hears and is told.
+// The calls between the plug-in and a CLAP host, and the sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 #include <limits>
@@ -13,7 +13,7 @@
 namespace clap {
 namespace {
 
-/// Both halves of a block that is cut, as one.
+/// Joins the stereo samples of two consecutive blocks.
 Samples joined(const Samples& first, const Samples& second) {
   const auto middle = [](const Samples& both) { return both.begin() + static_cast<std::ptrdiff_t>(both.size() / 2); };
   Samples whole(first.begin(), middle(first));
@@ -47,7 +47,7 @@ TEST_F(Clap, ValuesAndNotesTakeForceAtTheirOwnFrames) {
   }
 }
 
-/// Notes how many frames it renders at which tempo, and the messages that come with them.
+/// Records the frames, the tempo and the messages of each block.
 struct TempoNotes final : tesh::vimo::QuietGenerator {
   explicit TempoNotes(Log& newLog) : log(newLog) {}
   void process(tesh::vimo::ProcessBlock& block) override {
@@ -95,7 +95,7 @@ TEST_F(Clap, EventsOutOfOrderCountAtOnceAndForeignOnesNotAtAll) {
   one.started();
   other.started();
   one.events.addValue(kLevelOfPad1, nullptr, 0.2, 100);
-  one.events.addValue(kMaster, nullptr, 0.5, 30);  // Late: counts at 100.
+  one.events.addValue(kMaster, nullptr, 0.5, 30);  // Late: applies at 100.
   other.events.addValue(kLevelOfPad1, nullptr, 0.2, 100);
   other.events.addValue(kMaster, nullptr, 0.5, 100);
   for (Instance* const each : {&one, &other}) {
@@ -104,7 +104,7 @@ TEST_F(Clap, EventsOutOfOrderCountAtOnceAndForeignOnesNotAtAll) {
   NoteEvent foreign{};
   foreign.key = 37;
   foreign.velocity = 1.0;
-  foreign.header = {sizeof(foreign), 0, 7, EventType::noteOn, 0};  // Another space.
+  foreign.header = {sizeof(foreign), 0, 7, EventType::noteOn, 0};  // Another event space.
   one.events.add(foreign);
   foreign.header = {sizeof(EventHeader), 0, kCoreSpace, EventType::noteOn, 0};  // Too short.
   one.events.add(foreign);
@@ -117,7 +117,7 @@ TEST_F(Clap, EventsOutOfOrderCountAtOnceAndForeignOnesNotAtAll) {
   EXPECT_EQ(one.render(512), other.render(512));
 }
 
-/// A list of events of any kind, each in memory of just its own size, and what the plug-in answers.
+/// A list of random events, each in an allocation of exactly its size, and the plug-in's output events.
 struct StrangeEvents {
   std::vector<std::vector<std::uint64_t>> all;
   InputEvents in{this, &size, &get};
@@ -152,7 +152,7 @@ struct StrangeEvents {
   StrangeEvents(const StrangeEvents&) = delete;
   StrangeEvents& operator=(const StrangeEvents&) = delete;
 
-  /// One more than there are, which is null.
+  /// Returns one more than the number of events; the surplus one is null.
   static std::uint32_t size(const InputEvents* list) {
     return static_cast<std::uint32_t>(static_cast<StrangeEvents*>(list->context)->all.size()) + 1;
   }
@@ -202,7 +202,7 @@ TEST_F(Clap, ANotesEndIsToldWithItsId) {
   plugin.note(EventType::noteOn, 36, 5, 11);
   plugin.note(EventType::noteOn, 38, 6, 12);
   plugin.note(EventType::noteOn, 36, 7, 13);   // The key has one voice.
-  plugin.note(EventType::noteOff, 36, 8, 99);  // Another note's.
+  plugin.note(EventType::noteOff, 36, 8, 99);  // Ends a note that is not playing.
   plugin.note(EventType::noteChoke, 36, 9, 13);
   plugin.note(EventType::noteOff, -1, 20);  // All that are held.
   plugin.render(64);
@@ -217,7 +217,7 @@ TEST_F(Clap, TheHostHearsInTheOrderOfTimeEvenWhereItsOwnEventsAreNot) {
   plugin.note(EventType::noteOn, 38, 42, 3);
   plugin.note(EventType::noteOff, 36, 50);
   plugin.note(EventType::noteOff, 37, 20);
-  plugin.note(EventType::noteOff, 38, 4000);  // Past the block.
+  plugin.note(EventType::noteOff, 38, 4000);  // After the block's end.
   plugin.render(64);
   EXPECT_EQ(plugin.log, (Log{"end 36 id 1@50", "end 37 id 2@50", "end 38 id 3@63"}));
 }
@@ -309,7 +309,7 @@ TEST_F(Clap, NamesTheKeyOfEachPadByItsSound) {
     EXPECT_EQ(info.key, 36 + static_cast<int>(pad));
     told.emplace_back(info.name);
   }
-  // In this folder other parameters lie where the panel has the pads' samples.
+  // The panel's index of a pad's sample is another parameter of this instrument, hence the repeated names.
   EXPECT_EQ(told, (Log{"wave0", "wave2", "wave4", "wave6", "wave0", "wave0", "wave0", "wave0"}));
   EXPECT_FALSE(names.get(plugin.plugin, 8, &info));
   EXPECT_FALSE(names.get(plugin.plugin, 0, nullptr));
@@ -348,7 +348,7 @@ TEST_F(Clap, ANewLatencyIsToldWhileTheHostActivates) {
 TEST_F(Clap, ReportsOfThePanelWaitForABlockAndNotesForAnActiveOne) {
   Instance asHost;
   tesh::bramel::vst::BramelInstrument instrument(tesh::bramel::vst::makeProcessor());
-  instrument.currentProgram();  // Takes the first program in.
+  instrument.currentProgram();  // Applies the first program.
   const ClapParameters parameters(instrument);
   ClapHost host(&asHost.hostRecord);
   host.findExtensions();

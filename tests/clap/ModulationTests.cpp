@@ -17,7 +17,8 @@ TEST_F(Clap, ModulationIsHeardButNeitherKeptNorShown) {
   plain.started();
   modulated.events.addValue(kLevelOfPad1, nullptr, 0.75, 0);
   modulated.events.addValue(kLevelOfPad1, nullptr, -0.5, 0, EventType::paramModulation);
-  modulated.events.addValue(kWaveOfPad1, nullptr, 1.0, 0, EventType::paramModulation);  // Has states, which stay.
+  // A parameter with discrete states, which modulation leaves unchanged.
+  modulated.events.addValue(kWaveOfPad1, nullptr, 1.0, 0, EventType::paramModulation);
   plain.events.addValue(kLevelOfPad1, nullptr, 0.25, 0);
   for (Instance* const each : {&modulated, &plain}) {
     each->note(EventType::noteOn, 36, 0);
@@ -56,8 +57,8 @@ TEST_F(Clap, ModulationStaysWhenAKitComes) {
   EXPECT_EQ(modulated.render(512), plain.render(512));
 }
 
-/// The events of a list. The plug-in asks for each once, and `meanwhile` happens when it asks for that with the number
-/// `interrupted`.
+/// A list of events. The plug-in asks for each event once; when it asks for the one with the index `interrupted`,
+/// `meanwhile` is called.
 struct InterruptedEvents {
   const InputEvents* events;
   std::uint32_t interrupted;
@@ -102,7 +103,7 @@ TEST_F(Clap, AStateOutranksTheValuesThatModulationWasAddedTo) {
     plugin.events.addValue(kMaster, nullptr, value / 2, 0);
     plugin.render(64);
     modulate(-0.25, 0);
-    plugin.events.addValue(kLevelOfPad1, nullptr, 0.5, 20);  // Cuts the block.
+    plugin.events.addValue(kLevelOfPad1, nullptr, 0.5, 20);  // Splits the block.
     modulate(-0.125, 40);
     plugin.note(EventType::noteOn, 36, 50);
     InterruptedEvents events{plugin.events.list(), interrupted, [&] { EXPECT_TRUE(plugin.load(song)); }};

@@ -1,4 +1,4 @@
-// What the audio thread may call takes no memory and gives none back, in crowded blocks too.
+// The functions that the audio thread calls neither allocate nor free memory, even in blocks with many events.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 

@@ -1,4 +1,4 @@
-// The processor beside the VST 2 plug-in on the same files, in blocks with the same messages and writes.
+// The processor and the VST 2 plug-in on the same files, played in the same blocks with the same messages and writes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -68,7 +68,7 @@ inline std::vector<Block> randomBlocks(int count, int parameters) {
 class Plugin {
  public:
   explicit Plugin(float rate) : effect(createVstPlugin(nullptr)->getAeffect()) {
-    dispatch(effGetProgram);  // Takes in the first program.
+    dispatch(effGetProgram);  // Applies the first program.
     dispatch(effSetSampleRate, 0, 0, nullptr, rate);
     dispatch(effMainsChanged, 0, 1);
   }
@@ -115,7 +115,7 @@ class Plugin {
   tesh::bramel::vst::AEffect* const effect;
 };
 
-/// Renders as a wrapper does. `midi` comes back with the messages for the host.
+/// Renders a block as a wrapper does. Afterwards `midi` holds the messages for the host.
 inline void render(SivrayProcessor& processor, const Block& block, juce::AudioBuffer<float>& buffer,
                    juce::MidiBuffer& midi) {
   for (const Write& write : block.writes) {
@@ -156,7 +156,7 @@ inline std::vector<float> valuesOf(const Plugin& plugin) {
   return values;
 }
 
-/// Writes down what a host is told.
+/// Records the calls to a host.
 struct NotingHost final : juce::AudioProcessorListener {
   void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override {
     told.push_back("set " + line(index, value));
@@ -184,7 +184,7 @@ struct NotingHost final : juce::AudioProcessorListener {
   std::vector<std::string> told;
 };
 
-// Parameters of the folder's instrument, as hosts count them.
+// Parameters of KitFolder's instrument, by host index.
 inline constexpr int kEffectType = 40;
 inline constexpr int kMaster = 43;
 

@@ -1,4 +1,4 @@
-// What hosts of the other forms hear and see is what VST 2 hosts do.
+// Hosts of the other forms get the same sound and reports as VST 2 hosts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 #include <utility>
@@ -47,7 +47,7 @@ TEST_F(Client, RendersThoseOutsThatAreOnBesideTheSameMainOne) {
   auto layout = processor.getBusesLayout();
   layout.outputBuses.getReference(3) = layout.outputBuses.getReference(1) = juce::AudioChannelSet::mono();
   EXPECT_FALSE(processor.checkBusesLayoutSupported(layout));
-  // Pads 1 and 3: all but the second of four pairs sound.
+  // The outputs of pads 1 and 3. All but the second of the four pairs sound.
   layout.outputBuses.getReference(3) = layout.outputBuses.getReference(1) = juce::AudioChannelSet::stereo();
   layout.outputBuses.getReference(2) = juce::AudioChannelSet::stereo();
   ASSERT_TRUE(processor.setBusesLayout(layout));
@@ -104,7 +104,7 @@ TEST_F(Client, TellsTheHostOfGesturesAndOfAProgramOfThePanel) {
   instrument->endGesture(7);
   EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.25", "set 6 0.50", "end 6 0.50"}));
 
-  instrument->setProgram(0, 1);  // As the panel does.
+  instrument->setProgram(0, 1);  // The panel selects a program this way.
   EXPECT_EQ(processor.getCurrentProgram(), 1);
   EXPECT_EQ(processor.getParameters()[kEffectType]->getValue(), 1.0F);
   for (int round = 0; round < 100 && host.told.empty(); ++round) {
@@ -124,7 +124,7 @@ TEST_F(Client, TellsAnLv2HostThatThePanelHasChangedItsState) {
   using Told = std::vector<std::string>;
   processor.instrument()->setParameterFromEditor(7, 0.25F);
   EXPECT_EQ(std::exchange(host.told, {}), (Told{"begin 6 0.80", "set 6 0.25", "end 6 0.25", "state"}));
-  processor.instrument()->setProgram(0, 1);  // As the panel does.
+  processor.instrument()->setProgram(0, 1);  // The panel selects a program this way.
   EXPECT_EQ(std::exchange(host.told, {}), Told{"state"});
   processor.setCurrentProgram(0);
   EXPECT_EQ(host.told, Told{}) << "of a program of the host's";
@@ -141,7 +141,8 @@ TEST_F(Client, SelectsTheHostsProgramAtOnceAndHasItReadTheValuesLater) {
   processor.setCurrentProgram(-1);
   EXPECT_EQ(processor.getCurrentProgram(), 1);
 
-  // A host that restores a song chooses its program and then sets its state: it must not read the program's values.
+  // A host that restores a song selects its program and then sets its state. In between it must not read the program's
+  // values.
   SivrayProcessor other;
   other.getParameters()[6]->setValue(0.25F);
   const Bytes state = stateOf(other);
@@ -175,14 +176,14 @@ TEST_F(Client, TakesEachWriteOfTheHostWhateverProgramCameBefore) {
   render(processor, all, buffer, midi);
   EXPECT_EQ(valuesOf(processor), second);
 
-  // More than are handed over at once, of which the last count; a block without frames takes them too.
+  // More writes than the queue holds; the last value must win. A block without frames takes the writes, too.
   for (int count = 0; count < 600; ++count) {
     processor.setParameter(count == 0 ? 1 : kMaster, count == 0 || count == 599 ? 0.25F : 0.5F);
   }
   EXPECT_EQ(processor.getParameters()[kMaster]->getValue(), 0.25F) << "before the block";
   processor.setParameter(kMaster, std::nanf(""));
   processor.setParameter(kMaster, 1.5F);
-  juce::AudioBuffer<float> none;  // A host that flushes.
+  juce::AudioBuffer<float> none;  // For a host that flushes.
   midi.clear();
   processor.processBlock(none, midi);
   SivrayProcessor reader;
@@ -237,7 +238,7 @@ TEST_F(Client, TakesStatesOfAllFormsAndNothingElse) {
   EXPECT_EQ(valuesOf(plugin), valuesOf(processor));
 }
 
-/// Writes down the messages that the instrument takes in.
+/// Records the messages that the instrument receives.
 struct NotingPanel final : BramelInstrumentUICallback {
   void holdUpdates() override {}
   void releaseUpdates() override {}
@@ -250,7 +251,7 @@ struct NotingPanel final : BramelInstrumentUICallback {
   std::vector<Bytes> messages;
 };
 
-/// A transport that stands, plays or records.
+/// A transport that is stopped, plays or records.
 struct Transport final : juce::AudioPlayHead {
   juce::Optional<PositionInfo> getPosition() const override { return position; }
   PositionInfo position;
@@ -303,7 +304,7 @@ TEST_F(Client, IsSilentWhileBypassedAndGivesTheHostNothingBack) {
   processor.prepareToPlay(44100.0, 512);
   juce::AudioBuffer<float> buffer(2, 512);
   juce::MidiBuffer midi;
-  render(processor, {512, {}, {}}, buffer, midi);  // Takes in the program.
+  render(processor, {512, {}, {}}, buffer, midi);  // Applies the program.
   midi.addEvent(juce::MidiMessage::noteOn(1, 36, 1.0F), 0);
   buffer.setSample(0, 0, 1.0F);
   processor.processBlockBypassed(buffer, midi);
@@ -313,14 +314,14 @@ TEST_F(Client, IsSilentWhileBypassedAndGivesTheHostNothingBack) {
   EXPECT_GT(buffer.getMagnitude(0, 512), 0.01F) << "the note goes on";
 }
 
-/// The frame of the largest sample of a note's first thousand frames.
+/// Returns the frame of the largest sample in the first thousand frames of a note.
 double peakOf(double rate, int noteFrame) {
   SivrayProcessor processor;
   processor.prepareToPlay(rate, 4096);
   juce::AudioBuffer<float> buffer;
   juce::MidiBuffer midi;
   Block block{4096, {}, {}};
-  render(processor, block, buffer, midi);  // Takes in the program.
+  render(processor, block, buffer, midi);  // Applies the program.
   block.messages.push_back({noteFrame, {0x90, 36, 127}});
   render(processor, block, buffer, midi);
   int peak = 0;
@@ -341,7 +342,7 @@ TEST(ClientOfAClick, ReportsTheLatencyThatItHas) {
   const support::KitFolder folder({click, click, click});
   for (const double rate : {44100.0, 48000.0, 88200.0, 96000.0, 192000.0, 22050.0}) {
     const double reference = peakOf(44100.0, 1000) * rate / 44100.0;
-    // The note begins with a frame of the engine, and the peak lies between two frames.
+    // The note begins at a whole frame of the engine, while the peak lies between two frames.
     EXPECT_NEAR(peakOf(rate, 1000) - reference, CFsConverterWrapper::latency(rate),
                 1.5 * std::max(1.0, rate / 44100.0));
   }
@@ -363,7 +364,7 @@ TEST_F(Client, NamesEachPlaceWhereItLookedForItsSounds) {
 }
 
 TEST_F(Client, StaysSilentAndKeepsTheStateWhereItsFilesAreMissing) {
-  const support::SampleFolder empty;  // Without a description.
+  const support::SampleFolder empty;  // It has no description.
   SivrayProcessor processor;
   EXPECT_NE(processor.fault(), "");
   EXPECT_EQ(processor.getParameters().size(), 0);

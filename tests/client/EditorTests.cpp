@@ -1,4 +1,4 @@
-// The panel in a wrapper's window: whose the keys are, scales, and closing while others stay open.
+// The panel in a wrapper's window: keyboard focus, scales, and closing one of several.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "client/ClientScene.h"
 #include "host/editor/BramelInstrumentEditor.h"
@@ -13,7 +13,7 @@ using sivray::hosting::HostWindow;
 using sivray::hosting::WindowSize;
 using tesh::bramel::plugin::sivray::SivrayEditView;
 
-/// An editor as wrappers show it: in a component of theirs, which stands in the host's window.
+/// An editor inside a wrapper's component, as wrappers show it in the host's window.
 struct Wrapper final : juce::Component {
   Wrapper(SivrayProcessor& processor, const HostWindow& window) : shown(processor.createEditorIfNeeded()) {
     addAndMakeVisible(*shown);
@@ -30,7 +30,7 @@ struct Wrapper final : juce::Component {
   std::unique_ptr<juce::AudioProcessorEditor> shown;
 };
 
-/// The panel's view somewhere below `component`, or null.
+/// Returns the panel's view below `component`, or null.
 SivrayEditView* viewBelow(juce::Component& component) {
   for (juce::Component* const child : component.getChildren()) {
     auto* const view = dynamic_cast<SivrayEditView*>(child);
@@ -106,7 +106,7 @@ TEST_F(ClientEditor, IgnoresAPenOnAKnobThatTheMouseHoldsButNotOnAnother) {
     wrapper.getPeer()->handleMouseEvent(type, place.toFloat(), isDown ? juce::ModifierKeys::leftButtonModifier : 0,
                                         juce::MouseInputSource::defaultPressure, 0.0F, time += 20);
   };
-  /// What the host was told since the last time, without the values.
+  /// Returns the calls to the host since the last call of this, without their values.
   const auto told = [&] {
     Told lines = std::exchange(host.told, {});
     for (std::string& line : lines) {
@@ -115,7 +115,7 @@ TEST_F(ClientEditor, IgnoresAPenOnAKnobThatTheMouseHoldsButNotOnAnother) {
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
     return lines;
   };
-  // The folder's instrument hides each sixth parameter from its host.
+  // The instrument hides each sixth parameter from its host.
   constexpr std::uint64_t kPitch = tesh::bramel::panel::kPitch;
   constexpr std::uint64_t kTime = tesh::bramel::panel::kEnvelopeTime;
   point(Type::mouse, kPitch, 0, false);

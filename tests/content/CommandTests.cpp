@@ -1,4 +1,4 @@
-// Commands of sivray-content as the user types them: their output, their status, and what they leave on the disk.
+// Commands of sivray-content as typed by a user: output, exit status, and files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <sys/wait.h>
@@ -25,7 +25,7 @@ class Command : public testing::Test {
     ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);
   }
 
-  /// Both outputs.
+  /// Runs a command and returns standard output and standard error.
   std::string run(const std::string& words, int expectedStatus = 0) const {
     std::string output;
     std::FILE* const pipe = ::popen((std::string(SIVRAY_CONTENT_PROGRAM " ") + words + " 2>&1").c_str(), "r");

@@ -1,4 +1,4 @@
-// The installed factory content: the processor loads it, and every kit sounds as intended.
+// The installed factory content: the processor loads it, and every kit sounds as its text says.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ class Factory : public testing::Test {
     ASSERT_TRUE(std::filesystem::exists(pathOf(description("readme.json"))))
         << "no content in " << SIVRAY_CONTENT_FOLDER << ": build the target 'content' of the release preset first";
     ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
-    ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);  // No programs of a user.
+    ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);  // Without a user's programs.
   }
 
   const Scratch scratch;
@@ -49,7 +49,7 @@ class Factory : public testing::Test {
   }
 };
 
-/// A kit reaches the engine's integers in two ways, by its macros and by the engine's own chunk. Both must agree.
+/// Kits set the engine's integers in two ways, by macros and by the engine's own chunk. Both must agree.
 TEST_F(Factory, ProgramsReachTheEngineAsTheKitsSay) {
   KitMeter meter;
   const auto& controller = meter.instrument().controller();
@@ -101,8 +101,8 @@ TEST_F(Factory, ComesUpWithItsFirstProgramBeforeTheFirstBlock) {
   }
 }
 
-/// A program without an entry gets the engine's own default, except for the groups, which a new engine assigns to every
-/// pad, and the effect.
+/// A setting without an entry gets the engine's default, except the groups, which a new engine sets for every pad, and
+/// the effect.
 TEST_F(Factory, DefaultsAreThoseOfTheEngine) {
   KitMeter meter;
   auto& processor = meter.instrument();
@@ -151,7 +151,7 @@ TEST_F(Factory, KitsKeepTheirRules) {
   EXPECT_EQ(printKits(report, kits), 0) << report.str() << "run sivray-content balance after a change of waves";
 }
 
-/// A kit is more than eight waves: pads are tuned, shortened, sharpened, darkened and turned round.
+/// Kits differ in more than their waves: pads are tuned, shortened, sharpened, darkened and reversed.
 TEST_F(Factory, KitsUseWhatPadsCanDo) {
   int pitch = 0, decay = 0, punch = 0, boost = 0, reverse = 0;
   for (const auto& [file, kit] : factory::readBank(SIVRAY_KITS_FOLDER)) {

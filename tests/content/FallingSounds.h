@@ -1,4 +1,4 @@
-// Sounds that fall 60 dB in `t60` seconds, for tests of what is measured.
+// Sounds that fall by 60 dB in `t60` seconds, as input for measurements.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

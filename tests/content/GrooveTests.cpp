@@ -1,4 +1,4 @@
-// Grooves as text, and the suite of the factory.
+// Grooves in text form, and the suite of grooves in the content.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -91,7 +91,7 @@ TEST(Groove, GoesOnWithAnotherKit) {
   EXPECT_EQ(grooves[1].moves.front().value, 122) << "24 of 25 steps";
 }
 
-/// Every pad of every kit has its part in the groove of its style.
+/// Every pad of every kit is played in the groove of its style.
 TEST(StyleGrooves, PlayAllPads) {
   for (const auto& [file, kit] : factory::readBank(SIVRAY_KITS_FOLDER)) {
     ASSERT_TRUE(hasGroove(kit.comment)) << file;
@@ -103,7 +103,7 @@ TEST(StyleGrooves, PlayAllPads) {
   EXPECT_EQ(grooveOf("Polka").hits.size(), grooveOf("Pop").hits.size());
 }
 
-/// The program selects a kit up to 0.1 s early, so that neither hits nor moves may lie there.
+/// The program selects a kit up to 0.1 s early, so hits and moves must not be in that time.
 TEST(Suite, ShowsManyKitsAndPlaysTheirEffectsAndPitches) {
   constexpr double kAhead = 0.1;
   const std::vector<Groove> suite = readSuite(SIVRAY_GROOVES_FOLDER);

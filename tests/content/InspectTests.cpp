@@ -1,4 +1,4 @@
-// Inspections: valid files are shown in full, and broken ones with the place of the fault.
+// Inspections: valid files are shown completely, broken ones with the position of the fault.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/inspect/Inspect.h"
 
@@ -61,7 +61,7 @@ class Inspect : public testing::Test {
     return inspect(name, Bytes(text.begin(), text.end()));
   }
 
-  /// Returns all kinds of files that a bank makes, with the names by which they are recognised.
+  /// Returns one file of each kind, with the name by which inspections recognise it.
   static std::vector<std::pair<std::string, Bytes>> wholeFiles() {
     const factory::FactoryBank bank = smallBank();
     const Bytes chunk = factory::makeMacroChunk(bank);

@@ -1,4 +1,4 @@
-// Kits as text: the syntax, the places of mistakes, and the values that kits become.
+// Kits in text form: syntax, positions of errors, and the resulting values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/factory/Kit.h"
 
@@ -115,7 +115,7 @@ TEST(Bank, FollowsItsListAndMissesNothing) {
   EXPECT_THROW(readBank(folder.path()), TextError);
 }
 
-/// Returns the engine's integer of a normalised value, in its own single-precision steps.
+/// Returns the engine's integer for a normalised value, computed in single precision as in the engine.
 int engineInteger(float value, int minimum, int maximum) {
   const auto range = static_cast<float>(maximum - minimum);
   return static_cast<int>(range * value + 0.5F) + minimum;

@@ -1,4 +1,4 @@
-// Sample libraries: engine and browser read what the writer wrote, and folders of sound files become a library.
+// Sample libraries: engine and browser read the written files, and folders of sound files become a library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -76,20 +76,20 @@ TEST(Library, RefusesWavesThatTheFormatCannotHold) {
 TEST(WaveNames, AreCutInTheMiddleAndNeverTwice) {
   WaveNames names;
   names.reserve("Snare Hard");
-  EXPECT_EQ(names.take("Acoustic Kick 12 - hard 03"), "Acou hard 03");  // Layers stay apart.
+  EXPECT_EQ(names.take("Acoustic Kick 12 - hard 03"), "Acou hard 03");  // Different layers keep different names.
   EXPECT_EQ(names.take("Acoustic Kick 12 - soft 03"), "Acou soft 03");
   EXPECT_EQ(names.take("Acoustic Kick 14 - soft 03"), "Ac soft 03 2");
   EXPECT_EQ(names.take("Bassdrumfourmics"), "Bassdr rmics");
   EXPECT_EQ(names.take("Snare Hard"), "Snare Hard 2");
   EXPECT_EQ(names.take("Short"), "Short");
   EXPECT_EQ(names.take("Short"), "Short 2");
-  EXPECT_EQ(names.take("elevenchars\xC3\xA9"), "eleven ars\xC3\xA9");  // No character is cut apart.
+  EXPECT_EQ(names.take("elevenchars\xC3\xA9"), "eleven ars\xC3\xA9");  // No multi-byte character is split.
   for (int i = 0; i < 200; ++i) {
     EXPECT_LE(names.take("Short").size(), kLongestWaveName);
   }
 }
 
-/// A user's sound files, written with the library that reads them.
+/// A user's sound files. libsndfile writes them and the packer reads them.
 class Pack : public testing::Test {
  protected:
   template <typename Format>
@@ -140,7 +140,7 @@ class Pack : public testing::Test {
 
 TEST_F(Pack, KeepsRatesSidesAndSamplesOfPlainFormats) {
   writeFile<juce::WavAudioFormat>("snare/b.wav", 22050, 24, constant(1, 10, 0.5F));
-  writeFile<juce::WavAudioFormat>("Snare/loud.wav", 48000, 32, constant(2, 5, 1.5F));  // Floats beyond full scale.
+  writeFile<juce::WavAudioFormat>("Snare/loud.wav", 48000, 32, constant(2, 5, 1.5F));  // Floats above full scale.
   writeFile<juce::AiffAudioFormat>("Kick/a.aiff", 44100, 16, constant(2, 7, 0.25F));
   writeSound("Close HH", "c.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, {-0.125F});
   const PackResult result = pack();
@@ -158,7 +158,7 @@ TEST_F(Pack, KeepsRatesSidesAndSamplesOfPlainFormats) {
   };
   expect(0, "a", 0, 44100, Samples(7, 8192), Samples(7, -8192));
   const std::size_t b =
-      result.waves[1].wave.name == "b" ? 1 : 2;  // The folders' order depends on the case of their names.
+      result.waves[1].wave.name == "b" ? 1 : 2;  // The order of folders depends on the case of their names.
   expect(b, "b", 1, 22050, Samples(10, 16384), {});
   expect(3 - b, "loud", 1, 48000, Samples(5, 32767), Samples(5, -32768));
   expect(3, "c", 3, 44100, Samples(2000, -4096), {});
@@ -220,7 +220,7 @@ TEST_F(Pack, TakesOtherFormatsAndMixesChannelsDown) {
   writeSound("Kick", "guessed.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, {0.25F});
   EXPECT_EQ(pack().waves.size(), 1U) << lines.back();
   fs::remove(scratch.path("Kick/guessed.mp3"));
-  // Left, right, centre, effects, left and right behind: 0.2 + (0.1 + 0.3) / sqrt 2, and 0.4 + (0.1 + 0.5) / sqrt 2.
+  // Left, right, centre, low, rear left and right: 0.2 + (0.1 + 0.3) / sqrt 2, and 0.4 + (0.1 + 0.5) / sqrt 2.
   writeSound("Kick", "six.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, {0.2F, 0.4F, 0.1F, 1.0F, 0.3F, 0.5F});
   const Wave six = pack().waves.at(0).wave;
   EXPECT_NEAR(six.left[9], 15822, 1);
@@ -305,7 +305,7 @@ TEST_F(Pack, TellsCategoriesFromFoldersAndNamesAtAnyDepth) {
   EXPECT_THAT(lines, testing::Contains(testing::EndsWith("since neither its name nor its folder's names a category")));
 }
 
-/// A wave of 0.1 s in a folder below "/all".
+/// Returns a wave of 0.1 s in a folder below "/all".
 PackedWave waveIn(const char* folder, const char* name, int category, std::int16_t level = 1000) {
   return {{name, category, 44100, std::vector<std::int16_t>(4410, level), {}}, std::filesystem::path("/all") / folder};
 }
@@ -323,7 +323,7 @@ TEST(KitMaker, MakesAKitOfEachFolderWithEnough) {
   for (const factory::KitPad& pad : oak.pads) {
     pads += pad.wave + ", ";
   }
-  // The second snare takes the stick's pad; others stand in for what is left.
+  // The second snare is on the side stick's pad; stand-ins fill the remaining pads.
   EXPECT_EQ(pads, "kick, snare, snare loud, snare loud, open, kick, closed, open, ");
   EXPECT_EQ(oak.pads[6].group, factory::ExclusiveGroup::a);
   EXPECT_EQ(oak.pads[7].group, factory::ExclusiveGroup::a);
@@ -331,12 +331,12 @@ TEST(KitMaker, MakesAKitOfEachFolderWithEnough) {
   EXPECT_EQ(textOf(again), textOf(oak));
 
   const auto all = makeKits({waveIn("Kicks", "a", 0), waveIn("Kicks", "b", 0)}, "/all", {});
-  ASSERT_EQ(all.size(), 1U);  // Too few for a kit, but a bank needs one.
+  ASSERT_EQ(all.size(), 1U);  // Too few waves for a kit, but a bank needs at least one.
   EXPECT_EQ(all.front().name, "all");
   EXPECT_EQ(all.front().pads[3].wave, "a");
 }
 
-/// The library that was written, read as the next packing beside it does.
+/// The written library is read as in a later run of the packer.
 TEST(Library, IsReadBackWhole) {
   const Scratch scratch;
   const std::vector<Wave> waves{{"Open", 4, 44100, {1, 2}, {}}, {"Kick", 0, 22050, {-32768, 32767}, {5, 6}}};

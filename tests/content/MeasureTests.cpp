@@ -1,4 +1,4 @@
-// The measure: figures of made-up hits whose values are known, distances, groups, and recordings read from a folder.
+// Measurements: figures of synthetic hits with known values, distances, groups, and recordings read from a folder.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -38,7 +38,7 @@ TEST(Measure, KnowsTheDecayAndThePlaceOfASine) {
   EXPECT_NEAR(figureOf(figures, Figure::fall60), 600.0, 5.0);
   EXPECT_NEAR(figureOf(figures, Figure::midFall20), 200.0, 5.0);
   EXPECT_NEAR(figureOf(figures, Figure::toneFall60), 600.0, 30.0);
-  EXPECT_NEAR(figureOf(figures, Figure::tail), -32.4, 0.2);  // The mean from 25 to 50 dB down.
+  EXPECT_NEAR(figureOf(figures, Figure::tail), -32.4, 0.2);  // The level falls from -25 to -50 dB in this time.
   EXPECT_NEAR(figureOf(figures, Figure::peakHertz), 1000.0, 6.0);
   EXPECT_NEAR(figureOf(figures, Figure::centroid), 1000.0, 60.0);
   EXPECT_GT(figureOf(figures, Figure::energyMid), -0.1);

@@ -1,4 +1,4 @@
-// Songs made before any sound was added play the same samples with own sounds beside the factory's.
+// Songs that were saved before any sound was added play the same samples when own sounds are beside the factory's.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <bit>
@@ -25,7 +25,7 @@ std::shared_ptr<BramelInstrument> makeRunning() {
   return instrument;
 }
 
-/// A hash of what each state plays when all pads are hit.
+/// Returns a hash of the sound of each state when all pads are hit.
 std::vector<std::uint64_t> renderAll(const std::vector<State>& states) {
   constexpr int kFrames = 512;
   constexpr int kBlocks = 4;
@@ -69,7 +69,7 @@ TEST(OwnSoundsBesideTheFactory, ChangeNothingInSongsMadeBefore) {
   const std::vector<std::uint64_t> before = renderAll(states);
   EXPECT_EQ(std::set(before.begin(), before.end()).size(), before.size()) << "each kit sounds";
 
-  // Each is compared with all others. Under a sanitizer less are: it sees the same accesses in shorter lists.
+  // Waves are compared with all others. A sanitizer build compares fewer, which is the same code on shorter lists.
   constexpr std::size_t kRoom = support::kIsSanitized ? 150 : 3577;
   std::vector<std::string> files;
   for (std::size_t i = 0; i < kRoom; ++i) {
@@ -104,7 +104,7 @@ TEST(OwnSoundsBesideTheFactory, ChangeNothingInSongsMadeBefore) {
   ::unsetenv("XDG_DATA_HOME");
 }
 
-/// A song that was made with packed content of 515 waves means three of them by values that no other content has.
+/// A song made with packed content of 515 waves chooses three of them by values that occur in no other content.
 TEST(OwnSoundsBesideTheFactory, KeepWhatSongsOfPackedContentMean) {
   const Scratch scratch;
   ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);

@@ -1,4 +1,4 @@
-// A factory library of three waves, a place for own sounds beside it, and sound files to add.
+// A factory library of three waves, a folder for own sounds, and sound files to add.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@
 
 namespace sivray::content {
 
-/// Writes a mono sound whose samples all have one value, which tells it from others.
+/// Writes a mono sound whose samples all have one value, by which it is recognised.
 inline std::string writeConstant(const std::string& path, std::int16_t value, int frames = 50, int channels = 1,
                                  int rate = 44100) {
   std::filesystem::create_directories(pathOf(path).parent_path());
@@ -51,8 +51,8 @@ class OwnSounds : public testing::Test {
   }
   ~OwnSounds() override { ::unsetenv("XDG_DATA_HOME"); }
 
-  /// The factory's kick, snare and second kick, which is 9000 frames long, have the values `first` and the two after
-  /// it.
+  /// Writes the factory's kick, snare and second kick (9000 frames long), whose samples have the values `first` and the
+  /// two after it.
   void writeFactory(std::int16_t first) const {
     const auto samples = [](int value, std::size_t frames = 60) {
       return std::vector<std::int16_t>(frames, static_cast<std::int16_t>(value));
@@ -66,12 +66,12 @@ class OwnSounds : public testing::Test {
 
   std::string root() const { return scratch.path("data/sivray/content"); }
 
-  /// A content that keeps what it says in `lines`.
+  /// Opens the content. Its messages go to `lines`.
   OwnContent open() {
     return OwnContent([this](const std::string& line) { lines.push_back(line); });
   }
 
-  /// Adds files and returns the numbers of those that can be used, by their names. `onProgress` may throw.
+  /// Adds files and returns the numbers of the usable ones, by name. `onProgress` may throw.
   std::map<std::string, std::int32_t> add(
       const std::vector<std::string>& paths, std::optional<int> category = {},
       const std::function<void(double)>& onProgress = [](double) {}) {
@@ -98,7 +98,7 @@ class OwnSounds : public testing::Test {
     return standIns;
   }
 
-  /// What a form hears for a number: the first sample, or 0 for a file that cannot be read.
+  /// Returns the first sample that a plug-in reads for a number; 0 if the files are invalid.
   std::int16_t heard(std::int32_t number) const {
     ::setenv("BRAMEL_COMMON_FILES", root().c_str(), 1);
     tesh::bramel::plugin::sivray::PcmFile file("SivrayPCM");
@@ -113,14 +113,14 @@ class OwnSounds : public testing::Test {
     return frame[0];
   }
 
-  /// The name that the browser shows for a number.
+  /// Returns the name that the browser shows for a number.
   std::string shown(std::int32_t number) const {
     tesh::vimo::SivraySampleLibrary library;
     library.load(root() + "/Tesh/Bramel/Resource/SivrayPCM/drumparam_category.bin");
     return library.waveName(library.flatIndexOf(number));
   }
 
-  /// Their whole bytes.
+  /// Returns the bytes of the content's files.
   std::map<std::string, std::string> contents() const {
     std::map<std::string, std::string> files;
     for (const auto& [name, size] : snapshot()) {
@@ -129,7 +129,7 @@ class OwnSounds : public testing::Test {
     return files;
   }
 
-  /// Every file below the place of own sounds but the lock, with its size and a hash of its bytes.
+  /// Returns the size and hash of every file in the folder of own sounds, except the lock.
   std::map<std::string, std::pair<std::size_t, std::size_t>> snapshot() const {
     std::map<std::string, std::pair<std::size_t, std::size_t>> files;
     if (!std::filesystem::exists(root())) {

@@ -1,4 +1,4 @@
-// Sounds of the user's own: numbers that stay, changes that are whole or not at all, and what is mended.
+// Own sounds: permanent numbers, changes that happen completely or not at all, and repairs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <sys/resource.h>
 
@@ -34,7 +34,7 @@ TEST_F(OwnSounds, KeepTheirNumbersHoweverTheyComeAndGo) {
   EXPECT_EQ(second.at("Another Name"), first.at("Oak Kick"));
   EXPECT_EQ(second.at("Pine Snare"), first.at("Pine Snare"));
 
-  // A removed sound leaves its number to nobody, and gets it again.
+  // The number of a removed sound is not reused, and the sound gets it back.
   EXPECT_EQ(remove({first.at("Oak Kick")}).size(), 1U);
   EXPECT_EQ(heard(first.at("Oak Kick")), 1000) << "the kick that is as short";
   EXPECT_EQ(shown(first.at("Oak Kick")), "Kick");
@@ -64,7 +64,7 @@ TEST_F(OwnSounds, TakeTheNumbersOfRemovedOnesOnlyWhenNothingElseIsFree) {
   EXPECT_THAT(outcomes.front().note, HasSubstr("is one too many"));
 }
 
-/// Free numbers are those between two factory waves that a parameter in motion passes.
+/// A parameter in motion passes the free numbers between two factory waves.
 TEST_F(OwnSounds, LeaveFreeNumbersToTheNearestFactoryWave) {
   const auto numbers = add({writeConstant(scratch.path("in/kick.wav"), 11)});
   ASSERT_EQ(numbers.at("kick"), 1);
@@ -141,7 +141,7 @@ TEST_F(OwnSounds, TellHowFarTheFilesAreRead) {
   EXPECT_THAT(told, ElementsAre(1.0));
 }
 
-/// No file may grow past a limit, as on a disk that is full at different moments.
+/// Limits the file size to different values, which fails like a full disk at different moments.
 TEST_F(OwnSounds, AreAsBeforeOnAFullDisk) {
   add({writeConstant(scratch.path("in/first.wav"), 11, 200)});
   const std::string next = writeConstant(scratch.path("in/next.wav"), 12, 100);
@@ -169,7 +169,7 @@ TEST_F(OwnSounds, AreAsBeforeOnAFullDisk) {
   EXPECT_NE(snapshot(), before) << "with room enough it is added";
 }
 
-/// A ledger that was cut anywhere, or edited, loses no sound that plays, and no number.
+/// Edited ledgers, and ledgers cut at any byte, lose no sound that plays, and no number.
 TEST_F(OwnSounds, OutliveABrokenLedger) {
   const auto numbers =
       add({writeConstant(scratch.path("in/a kick.wav"), 11), writeConstant(scratch.path("in/b tom.wav"), 12),
@@ -208,7 +208,7 @@ TEST_F(OwnSounds, OutliveABrokenLedger) {
   }
   fs::remove(ledger);
   EXPECT_EQ(sounds(open()), before);
-  // An edit that holds is taken over.
+  // A valid edit is accepted.
   writeText(ledger, whole);
   std::string edited = whole;
   edited.replace(edited.find("\ta kick\t"), 8, "\tOaken\t");
@@ -221,8 +221,8 @@ TEST_F(OwnSounds, OutliveABrokenLedger) {
   EXPECT_EQ(shown(numbers.at("a kick")), "Oaken");
 }
 
-/// A program may be killed after each of the files that a change replaces. Whatever is there then, each listed number
-/// plays the sound of its name, and the next command ends what was begun.
+/// A program may be killed after any of the files that a change replaces. In each state on disk, every listed number
+/// plays the sound with its name, and the next command completes the change.
 TEST_F(OwnSounds, AreSoundBetweenAnyTwoStepsOfAChange) {
   const std::string a = writeConstant(scratch.path("in/11.wav"), 11);
   const std::string b = writeConstant(scratch.path("in/12.wav"), 12);
@@ -247,7 +247,7 @@ TEST_F(OwnSounds, AreSoundBetweenAnyTwoStepsOfAChange) {
     for (const std::int32_t number : {1, 2, 3, 4}) {
       const std::string name = shown(number);
       const bool isOwn = name.find_first_not_of("0123456789") == std::string::npos;
-      if (isOwn && !(steps > 0 && name == "11")) {  // The data of a removed sound may be another's then.
+      if (isOwn && !(steps > 0 && name == "11")) {  // The samples of a removed sound may already be overwritten.
         EXPECT_EQ(std::to_string(heard(number)), name) << steps;
       }
     }
@@ -280,7 +280,7 @@ TEST_F(OwnSounds, AreBuiltAnewBesideANewerFactory) {
               ElementsAre(2000, 2001, 2002, 11, 12));
   EXPECT_EQ(readText(root() + "/Tesh/Bramel/Resource/SivrayKits/bank.txt"), "new");
 
-  // The list and the user's own files are enough; a file that is gone costs that sound alone.
+  // The list and the user's own files suffice. A missing file costs only its own sound.
   fs::remove_all(root() + "/Tesh");
   fs::remove(root() + "/files/" + open().ledger().withNumber(numbers.at("tom"))->file);
   refresh();
@@ -316,7 +316,7 @@ TEST_F(OwnSounds, SayWhatIsWrongWithAFile) {
   writeConstant(folder + "/" + std::string(251, 'x') + ".wav", 16);
   std::string script;
   for (int i = 0; i < 83; ++i) {
-    script += "\xE9\xBC\x93";  // A drum.
+    script += "\xE9\xBC\x93";  // The Japanese character for a drum.
   }
   writeConstant(folder + "/" + script + ".wav", 17);
   scratch.write("in/lies.wav", readText(folder + "/kick.wav").substr(0, 100));
@@ -361,13 +361,13 @@ TEST_F(OwnSounds, TakeTheNumbersThatASongsFilesBringAlong) {
   fs::copy_file(kick, scratch.path("song/x.wav"));
   fs::copy_file(tom, scratch.path("song/y.wav"));
   fs::remove_all(root());
-  add({writeConstant(scratch.path("in/other.wav"), 14)});  // Takes the clap's number.
+  add({writeConstant(scratch.path("in/other.wav"), 14)});  // Gets the clap's number.
   const auto here = add({scratch.path("song")});
   EXPECT_EQ(here.at("x"), there.at("kick"));
   EXPECT_EQ(here.at("y"), there.at("tom"));
   EXPECT_EQ(shown(here.at("y")), "tom");
 
-  // Samples that came out otherwise, as on another system, are known by the file's name.
+  // If decoding gives other samples, as on another system, the file's name identifies the sound.
   fs::remove_all(root());
   add({writeConstant(scratch.path("in/other.wav"), 14)});
   writeConstant(scratch.path("song/tom.wav"), 15);

@@ -1,5 +1,4 @@
-// Decoders for systems without libsndfile: to the bit what that reads out of the same files, and broken files harm
-// nothing.
+// Decoders for systems without libsndfile: the same samples as libsndfile, bit by bit, and no harm from broken files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/pack/PlainSound.h"
 
@@ -24,7 +23,7 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr int kFrames = 20000;
 constexpr std::int64_t kAll = 1000000;
 
-/// What a packer of sound has to cope with: silence, a tone, noise at the limits, and two sides that are nearly alike.
+/// Returns varied samples: silence, a tone, noise at full scale, and two nearly equal sides.
 std::vector<int> assortedFrames(int channels) {
   std::mt19937 dice(1);
   std::vector<int> frames;
@@ -130,7 +129,7 @@ TEST_F(PlainSounds, ThatAreCutOrMangledEndEarlyOrAreRefused) {
   const Bytes wave = readFile(write(SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1));
   EXPECT_TRUE(openPlainSound({wave.begin(), wave.begin() + 1000})->format().isCutShort);
   Bytes piped = wave;
-  for (const std::size_t size : {4U, 40U}) {  // As a program leaves it that cannot come back to the head.
+  for (const std::size_t size : {4U, 40U}) {  // The size field as left by a program that writes to a pipe.
     std::fill_n(piped.begin() + static_cast<std::ptrdiff_t>(size), 4, std::uint8_t{0});
   }
   EXPECT_TRUE(openPlainSound(piped)->read(kAll) == openPlainSound(wave)->read(kAll));
@@ -146,7 +145,7 @@ TEST(RateConverter, KeepsWhatTheNewRateHoldsAndLeavesTheRestOut) {
     }
     return sound;
   };
-  /// The greatest difference in the middle half, in dB.
+  /// Returns the greatest difference in the middle half, in dB.
   const auto difference = [](const std::vector<float>& a, const std::vector<float>& b) {
     float most = 1.0e-9F;
     for (std::size_t i = a.size() / 4; i < a.size() * 3 / 4; ++i) {
@@ -168,7 +167,7 @@ TEST(RateConverter, KeepsWhatTheNewRateHoldsAndLeavesTheRestOut) {
   EXPECT_EQ(atRate(std::vector<float>{1.0F}, 0.5, RateQuality::best).size(), 1U);
 }
 
-/// BS.1770: a sine of 997 Hz at full scale in one channel is -3.01 LUFS.
+/// By BS.1770, a full-scale sine of 997 Hz in one channel has -3.01 LUFS.
 TEST(Loudness, OfTheLoudestMomentIsThatOfTheRecommendation) {
   StereoSound sound{std::vector<float>(44100 * 2), std::vector<float>(44100 * 2)};
   for (std::size_t i = 44100; i < 44100 + 17640; ++i) {

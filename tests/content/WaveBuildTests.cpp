@@ -1,5 +1,5 @@
-// Builds of the sample library: a second one renders only what has changed, and the installed library is what its
-// tables say.
+// Builds of the sample library: a repeated build renders only changed waves, and the installed library matches its
+// tables.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -27,8 +27,7 @@ class SecondBuild : public testing::Test {
     scratch.write("code", "first");
   }
 
-  /// Builds as the program does. Returns how many waves it rendered, and checks that they are those of a build from
-  /// nothing.
+  /// Builds the library. Returns the number of rendered waves, and checks that the result equals that of a full build.
   std::size_t rendered() const {
     const std::string library = scratch.path("library");
     const WaveBuild build = buildWaves(scratch.path(), {library, scratch.path("notes"), scratch.path("code")});
@@ -66,7 +65,7 @@ TEST_F(SecondBuild, RendersOnlyRowsThatHaveChanged) {
   EXPECT_EQ(rendered(), 1U);
   scratch.write("snare.txt", "One | kick | length=30 click=0.5000001\n");
   scratch.write("kick.txt", "Snare | snare | length=30\nTwo | kick | length=30 width=0.5 hz=60 click=0.5\n");
-  EXPECT_EQ(rendered(), 2U);  // Another category has another loudness.
+  EXPECT_EQ(rendered(), 2U);  // Another category has another target loudness.
 }
 
 TEST_F(SecondBuild, RendersAllWithOtherCodeAndWhatIsNotAsItWasLeft) {
@@ -91,7 +90,7 @@ TEST_F(SecondBuild, RendersAllWithOtherCodeAndWhatIsNotAsItWasLeft) {
   EXPECT_THROW(rendered(), std::runtime_error);
 }
 
-/// The release build makes the installed library with GCC, and the builds under the sanitizers run this with Clang.
+/// The release build renders the installed library with GCC; the sanitizer builds run this test with Clang.
 TEST(InstalledLibrary, HoldsWhatThisCompilerRenders) {
   const std::vector<FactoryRow> rows = readFactoryRows(SIVRAY_WAVE_TABLES);
   const std::vector<Wave> waves = readLibrary(SIVRAY_CONTENT_FOLDER "/Tesh/Bramel/Resource/SivrayPCM");

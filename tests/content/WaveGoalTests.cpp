@@ -1,5 +1,5 @@
-// The factory waves beside recorded drums: they start, ring and differ as those do. The recordings are only present as
-// the quantiles of TargetTable.cpp.
+// Compares the factory waves with recorded drums: onsets, decays and variety. The recordings are represented by the
+// quantiles of TargetTable.cpp only.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@
 namespace sivray::content {
 namespace {
 
-/// The waves of the installed library by group.
+/// Returns the waves of the installed library by group.
 const std::array<std::vector<MeasuredWave>, kGroups>& groupedWaves() {
   static const auto grouped = [] {
     std::map<std::string, std::optional<Group>> groups;
@@ -48,7 +48,7 @@ std::string nameOf(Group group) { return std::string(kGroupNames[static_cast<std
 
 const std::vector<MeasuredWave>& wavesOf(Group group) { return groupedWaves()[static_cast<std::size_t>(group)]; }
 
-/// What the release build's content sounds like: nothing that a sanitizer would find anything in.
+/// Judges the sound of the release build's content, so sanitizer builds skip it.
 class WaveGoals : public testing::Test {
  protected:
   void SetUp() override {
@@ -87,8 +87,8 @@ TEST_F(WaveGoals, TwoWavesDifferAsTwoDrumsDo) {
   }
 }
 
-/// Recorded sets have so many hits of a drum in stereo: most drums have one microphone of their own, and hats, cymbals
-/// and sticks are often taken from above.
+/// The proportions of stereo hits in recorded sets: most drums have a microphone of their own, while hats, cymbals and
+/// side sticks are often recorded from above.
 TEST_F(WaveGoals, StereoIsWhereMicrophonesHaveIt) {
   struct Share {
     Group group;
@@ -149,7 +149,7 @@ TEST(Figures, MonoLosesWhatTheSidesDoNotShare) {
   EXPECT_NEAR(monoLossOf(wave).value(), 3.0, 0.1);
 }
 
-/// Snares of noise among recorded snares of noise and kicks of sines.
+/// Snares of noise, compared with recorded snares of noise and kicks of sines.
 TEST(Spread, TellsHowFarApartWavesAreAndWhatTheyAreReadAs) {
   PictureMaker pictures;
   std::vector<Reference> references;

@@ -1,4 +1,4 @@
-// Mail: its order, the pool behind it, and many senders at once.
+// Mail: order, the pool of nodes, and concurrent senders.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MailServer.h"
 
@@ -39,7 +39,7 @@ TEST(Mail, GrowsThePoolOnlyWhenAllOfItIsInFlight) {
   for (int i = 0; i < 299; ++i) {
     mail.receive();
   }
-  mail.post(300);  // The batch has a node left: none of it is free yet.
+  mail.post(300);  // The batch is not finished, so none of its nodes is free yet.
   EXPECT_EQ(server->nodeCount(), 301U);
   mail.receive();
   mail.receive();
@@ -89,7 +89,7 @@ TEST(Mail, KeepsNothingOfWhatWasTakenOrCouldNotBePosted) {
     mail.postAll(batch.begin(), batch.end());
     EXPECT_EQ(server->nodeCount(), 3U);
   }
-  EXPECT_EQ(content.use_count(), 3);  // Posted and never received: the pool still holds them.
+  EXPECT_EQ(content.use_count(), 3);  // Still held by the pool: posted but never received.
   server.reset();
   EXPECT_EQ(content.use_count(), 1);
 }
@@ -102,7 +102,7 @@ TEST(Mail, ReachesItsReceiverFromManySendersWhole) {
     std::uint32_t number;
     std::uint32_t check;
   };
-  // A small pool: nodes come and go between the senders all the time.
+  // A small pool, so that senders exchange nodes all the time.
   Mailbox<Letter> mail(std::make_shared<MailServer<Letter>>(8));
   std::vector<std::thread> senders;
   for (std::uint32_t sender = 0; sender < kSenders; ++sender) {

@@ -1,4 +1,4 @@
-// Notes before the instrument: which pad each drum plays, the hat's pedal, and where held notes end.
+// The note map: the pad of each drum note, the hi-hat pedal, and the ends of held notes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
@@ -18,7 +18,7 @@ constexpr std::size_t kGeneralMidi = 2;
 
 class NoteMapTest : public testing::Test {
  protected:
-  /// The note that is played; nothing if the message is left out.
+  /// Returns the note that the message plays; nothing if the map drops it.
   std::optional<int> send(std::uint8_t status, std::uint8_t note, std::uint8_t value = 100) {
     std::array<std::uint8_t, 3> message{status, note, value};
     return translator.translate(message) ? std::optional<int>(message[1]) : std::nullopt;

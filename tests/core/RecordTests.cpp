@@ -1,4 +1,4 @@
-// The small records and functions that all rooms use, at the ends of their ranges.
+// Small records and functions that all modules use, at the ends of their ranges.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
@@ -129,7 +129,7 @@ TEST(LittleEndian, ReadsATextFieldUpToItsFirstZero) {
 TEST(Truncate, IsDefinedForEveryFloat) {
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   EXPECT_EQ(truncateToInt(-1.75F), -1);
-  EXPECT_EQ(truncateToInt(2147483520.0F), 2147483520);  // The last float below 2^31.
+  EXPECT_EQ(truncateToInt(2147483520.0F), 2147483520);  // The largest float below 2^31.
   EXPECT_EQ(truncateToInt(2147483648.0F), 2147483647);
   EXPECT_EQ(truncateToInt(-2147483648.0F), -2147483647 - 1);
   EXPECT_EQ(truncateToInt(-kInfinity), -2147483647 - 1);

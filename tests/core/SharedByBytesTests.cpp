@@ -1,4 +1,4 @@
-// Objects that are shared by all who make them out of the same bytes.
+// Objects that are shared between all users of the same bytes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

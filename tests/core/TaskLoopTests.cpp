@@ -1,4 +1,4 @@
-// The task loop: when tasks run, and how it ends.
+// The task loop: when tasks run, and how it stops.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/TaskLoop.h"
 
@@ -54,7 +54,8 @@ TEST(TaskLoop, EndsWhileOneOfItsTasksWaitsForALockOfItsLastUser) {
     std::promise<void> begun;
     std::promise<void> finished;
   };
-  const auto meeting = std::make_shared<Meeting>();  // The task may still be in it when the test has heard of its end.
+  // Shared, because the task may still use it when the test sees its end.
+  const auto meeting = std::make_shared<Meeting>();
   auto loop = TaskLoop::acquire();
   {
     const std::lock_guard lock(meeting->held);

@@ -1,5 +1,4 @@
-// An editor on a whole instrument, with a view that holds a text field, and a view model whose listeners write down
-// what they hear.
+// An editor on a whole instrument, whose view holds a text field, and a view model whose listeners record their calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -29,7 +28,7 @@ struct PanelView : juce::Component {
   juce::TextEditor text;
 };
 
-/// Gives out the model that it was given, and a new view each time.
+/// Returns the model that it was given, and a new view each time.
 struct PanelProvider final : BramelInstrumentEditorProvider {
   explicit PanelProvider(std::shared_ptr<IPluginEditViewModelOwner> given) : model(std::move(given)) {}
   Box createViewModel(const std::shared_ptr<BramelInstrumentBase>&) override { return makeBox(model); }
@@ -67,14 +66,14 @@ class Editor : public models::ViewModels {
   void closeView() {
     onMessageThread([this] { editor->closeView(); });
   }
-  /// What the listeners have heard once all wake-ups are through.
+  /// Returns the listeners' calls, after all wake-ups have been handled.
   models::Log heard() {
     const auto thread = editor->messageThread();
     if (counter == nullptr) {
       counter = std::make_shared<WakeUpCounter>();
       onMessageThread([&] { thread->addListener(counter); });
     }
-    for (int round = 0; round < 2; ++round) {  // The first may have been under way before what is waited for.
+    for (int round = 0; round < 2; ++round) {  // The first one may have started before the event that is waited for.
       const int before = counter->count;
       thread->wakeUp();
       counter->count.wait(before);

@@ -1,4 +1,4 @@
-// From the instrument's reports to the view model: on the message thread, a block at a time, and only while a view is
+// From the instrument's reports to the view model: on the message thread, in whole blocks, and only while a view is
 // open. No screen is needed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
@@ -111,7 +111,8 @@ TEST(MessageThreadOfTheProcess, WakesListenersWhereJuceRunsAlready) {
     juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
   }
   EXPECT_EQ(counter->count, 1);
-  std::thread([own = std::move(thread)] { own->wakeUp(); }).join();  // The last user may be on any thread.
+  // The last reference may be released on any thread.
+  std::thread([own = std::move(thread)] { own->wakeUp(); }).join();
   juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
   EXPECT_EQ(counter->count, 1);
 }

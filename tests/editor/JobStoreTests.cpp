@@ -1,4 +1,4 @@
-// What waits for the message thread: in its order, once for each parameter and note, and never more than that.
+// Jobs that wait for the message thread: their order, one for each parameter and note, and a bounded number.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/editor/JobStore.h"
 
@@ -73,7 +73,7 @@ TEST_F(Jobs, TellOfAProgramThatIsChosenAfterTheNewsOfIt) {
   jobs.putNews(news);
   jobs.putAllParameters();
   EXPECT_EQ(run(Extent::all), (models::Log{"all", "moved User 1 2", "all"}));
-  jobs.putNews(news);  // Not taken: the store frees it.
+  jobs.putNews(news);  // Never taken out, so the store must free it.
 }
 
 }  // namespace

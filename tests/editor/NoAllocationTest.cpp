@@ -1,4 +1,4 @@
-// A block's reports ask for no memory, however long the message thread is busy elsewhere.
+// A block's reports allocate nothing, even while the message thread is busy for long.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 

@@ -1,4 +1,4 @@
-// The editor in a host's window: opening, closing in every order, scales, and whose the keys are.
+// The editor in a host's window: opening, closing in every order, scales, and keyboard focus.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <chrono>
@@ -41,14 +41,14 @@ class EditorWindowTest : public Editor {
     EXPECT_TRUE(adapter->getRect(&rect));
     return {rect->right, rect->bottom};
   }
-  /// What is posted may post again.
+  /// Two rounds, because a message may post another one.
   void letSettle() {
     for (int round = 0; round < 4; ++round) {
       onMessageThread([] {});
     }
   }
 
-  /// The server's answers take milliseconds, unless other programs have the cores.
+  /// The server answers within milliseconds, or later if other programs use all cores.
   template <typename Condition>
   static bool comesTrue(Condition condition) {
     for (int round = 0; round < 3000 && !condition(); ++round) {
@@ -90,7 +90,7 @@ TEST_F(EditorWindowTest, OutlivesTheHostsWindowAndClosesWithTheAdapter) {
   adapter->open(window->handle());
   window->destroy();
   onMessageThread([this] { provider->view.lock()->repaint(); });
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // Time for the picture to be drawn into nothing.
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // Time for drawing into a window that no longer exists.
   letSettle();
   EXPECT_FALSE(provider->view.expired());
   adapter.reset();
@@ -139,7 +139,7 @@ TEST_F(EditorWindowTest, LeavesTheKeysToTheHostUnlessATextFieldHasTheFocus) {
 
   onMessageThread([this] { provider->view.lock()->text.grabKeyboardFocus(); });
   EXPECT_TRUE(comesTrue([this] { return window->doesChildTakeKeys(); }));
-  onMessageThread([&] {  // From other threads the answer comes too late if the cores are taken.
+  onMessageThread([&] {  // On another thread the answer would be late if all cores are busy.
     EXPECT_TRUE(adapter->onKeyDown(shift));
     EXPECT_TRUE(adapter->onKeyDown(letter));
     EXPECT_TRUE(adapter->onKeyUp(letter));
@@ -174,7 +174,7 @@ TEST_F(EditorWindowTest, TakesEventsThatCameAlongWithAnAnswerOfTheServer) {
   window->moveTo({kPanel.width + 9, 20});
   adapter->open(window->handle());
   letSettle();
-  std::this_thread::sleep_for(std::chrono::milliseconds(200));  // All is painted, and no timer runs.
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));  // Everything is painted, and no timer runs.
   const auto isOver = [this] { return provider->view.lock()->isMouseOver(); };
   onMessageThread([&] {
     EXPECT_FALSE(isOver());

@@ -1,4 +1,4 @@
-// Checksums of every effect's output, and of the master effect's, for one long scene of edits and sounds.
+// Checksums of the output of every effect and of the master effect, over a long scene of edits and sounds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -18,19 +18,18 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-/// Computed when plain 64-bit models of all effects, written independently of the product, matched every sample of
-/// random scenes. A change of an effect's sound changes its line, and needs a plain model that judges it.
+/// Computed when every sample matched independent 64-bit models of all effects in random scenes. A changed checksum
+/// means a changed sound, which must be checked against such a model.
 constexpr std::array<std::uint32_t, kEffectTypeCount> kChecksums{
     439210495U,  3219736049U, 3689645305U, 325860864U,  1742038561U, 1875655746U, 513980713U,  1119812243U,
     3225784249U, 2768066724U, 4042804395U, 3291972898U, 4181238208U, 3365173335U, 4144028685U, 3258012232U,
     4263043233U, 2783102211U, 4241432592U, 426081275U,  2426361655U, 2244294784U, 2769004335U, 2436038811U,
     1034026558U, 1865368288U, 3221352985U, 3569234702U, 4195027005U, 3703423511U};
 
-/// Computed when a plain model of the master effect, with all effects computed in full, matched every sample of the
-/// scene.
+/// Computed when every sample of the scene matched a model of the master effect that computes all effects completely.
 constexpr std::uint32_t kMasterChecksum = 1282405986U;
 
-/// A linear congruential generator: unlike std::uniform_int_distribution, the same with every library.
+/// A linear congruential generator, because the results of std::uniform_int_distribution depend on the library.
 class Chance {
  public:
   int upTo(int last) {
@@ -59,7 +58,7 @@ void actAtRandom(Chance& chance, SivrayFx& effect) {
   }
 }
 
-/// The same for the master effect, with changes of type.
+/// As above for the master effect, with changes of type.
 void actAtRandom(Chance& chance, SivrayMultiEffector& master) {
   const int kind = chance.upTo(9);
   const int value = chance.upTo(127);
@@ -80,14 +79,14 @@ void actAtRandom(Chance& chance, SivrayMultiEffector& master) {
 void play(SivrayFx& effect, StereoBlock block, int frames) { effect.process(block, static_cast<unsigned>(frames)); }
 void play(SivrayMultiEffector& master, StereoBlock block, int frames) { master.process(block, frames); }
 
-/// Returns a sample of noise, a square wave, clicks or silence at a random level.
+/// Returns a sample of noise, a square wave, clicks or silence, at a random level.
 std::int16_t sampleOf(Chance& chance, int kind, int level, int i) {
   const int noise = chance.upTo(2 * level) - level;
   const std::array<int, 4> kinds{0, (i / 50) % 2 == 0 ? level : -level, i % 97 == 0 ? level : 0, noise};
   return static_cast<std::int16_t>(std::clamp(kinds[static_cast<std::size_t>(std::min(kind, 3))], -32768, 32767));
 }
 
-/// Turns knobs and tempo on another thread while this one plays.
+/// Changes knobs and tempo on another thread while this one renders.
 void playWhileKnobsTurn(SivrayFx& effect) {
   std::atomic<bool> ends{false};
   std::thread turner([&] {
@@ -107,7 +106,7 @@ void playWhileKnobsTurn(SivrayFx& effect) {
   turner.join();
 }
 
-/// Sets both knobs, lets the tail end, restarts the effect and returns the left channel of a constant input.
+/// Sets both knobs, waits for the end of the tail, resets the effect and returns the left channel of a constant input.
 std::vector<std::int16_t> soundAfterReset(SivrayFx& effect) {
   effect.setTempo(1200);
   effect.setParameter(kEdit1, 40);
@@ -125,7 +124,7 @@ std::vector<std::int16_t> soundAfterReset(SivrayFx& effect) {
   return sound[0];
 }
 
-/// A glide in integers ends a little short of its target, on the side that it came from. A lost knob is far more.
+/// An integer glide stops a little before its target. A lost knob change makes a far greater difference.
 constexpr int kGlideRest = 64;
 
 int farthestApart(const std::vector<std::int16_t>& a, const std::vector<std::int16_t>& b) {

@@ -1,4 +1,4 @@
-// Effects that skip their silence against the same effects that compute all of it.
+// Compares effects that skip silence with the same effects computing it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -17,13 +17,13 @@ namespace {
 using scene::Dice;
 using scene::Stereo;
 
-/// An effect that computes its silence.
+/// An effect that computes its silence, too.
 template <typename Effect>
 struct Plain : Effect {
   bool skip(unsigned) override { return false; }
 };
 
-/// Counts the samples that it skips.
+/// Counts the samples that an effect skips.
 template <typename Effect>
 struct Skipping : Effect {
   bool skip(unsigned count) override {
@@ -61,7 +61,7 @@ void actAtRandom(Dice& dice, const std::function<void(std::function<void(SivrayF
   }
 }
 
-/// Plays both through sounds and silences that are long enough for every memory to run empty.
+/// Plays sounds and silences through both, long enough that all delay memory becomes silent.
 template <typename Effect>
 void expectSameSoundAfterSilence(int type) {
   SCOPED_TRACE(effectTypeName(type));
@@ -79,10 +79,10 @@ void expectSameSoundAfterSilence(int type) {
   onBoth([](SivrayFx& fx) { fx.reset(); });
   Dice dice(static_cast<unsigned>(type) + 1);
   for (int stretch = 0; stretch < 24; ++stretch) {
-    // A low level or feedback lets the sound end soon.
+    // A low level or feedback makes the tail short.
     onBoth([low = dice.upTo(10)](SivrayFx& fx) { fx.setParameter(kEdit2, low); });
     int silence = dice.oneIn(4) ? 160000 : dice.upTo(8000);
-    // A silence right after a reset finds empty lines and followers that still move.
+    // A reset right before silence: delay lines are empty, and envelope followers still move.
     const bool isAfterReset = dice.oneIn(3);
     if (isAfterReset) {
       onBoth([](SivrayFx& fx) { fx.reset(); });

@@ -1,4 +1,4 @@
-// The master effect against one that computes all, its fades, and writers beside the audio thread.
+// The master effect compared with one that skips nothing; its fades; and concurrent setters.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/SivrayMultiEffector.h"
 
@@ -19,7 +19,7 @@ namespace {
 using scene::Dice;
 using scene::Stereo;
 
-/// A master effect that runs sample by sample. Nobody asks it to skip.
+/// Returns a master effect that runs sample by sample and is never asked to skip.
 std::unique_ptr<SivrayMultiEffector> makePlain() {
   const platform::VectorLimit sampleBySample(platform::VectorSet::none);
   return std::make_unique<SivrayMultiEffector>();
@@ -30,7 +30,7 @@ void render(SivrayMultiEffector& master, Stereo& s, int from, int count) {
   master.process(block, count);
 }
 
-/// Lets the effect skip what is silent. Returns whether it did.
+/// Lets the effect skip a silent block. Returns whether it did.
 bool renderOrSkip(SivrayMultiEffector& fast, Stereo& s, int count) {
   const bool skips = s == Stereo(s.left.size()) && fast.skip(count);
   if (!skips) {
@@ -39,7 +39,7 @@ bool renderOrSkip(SivrayMultiEffector& fast, Stereo& s, int count) {
   return skips;
 }
 
-/// A run of no frames, in which the fast one is asked first whether it can skip them.
+/// Runs both on zero frames; the fast one is first asked whether it can skip them.
 void runEmpty(SivrayMultiEffector& fast, SivrayMultiEffector& plain) {
   Stereo none(1);
   if (!fast.skip(0)) {
@@ -48,7 +48,7 @@ void runEmpty(SivrayMultiEffector& fast, SivrayMultiEffector& plain) {
   render(plain, none, 0, 0);
 }
 
-/// Applies one random action to both, with equal random numbers.
+/// Applies one random change to both, with the same random numbers.
 template <typename Act>
 void onBoth(SivrayMultiEffector& fast, SivrayMultiEffector& plain, Act&& act) {
   act(fast);
@@ -113,7 +113,7 @@ TEST(MultiEffector, EveryTypeSoundsAsThePlainOneAfterAChangeInMidSound) {
   Dice dice(77);
   for (int i = 0; i < 3 * kEffectTypeCount; ++i) {
     onBoth(fast, plain, [type = (i * 7) % kEffectTypeCount](auto& m) { m.setValue(kEffectType, type); });
-    // The first three blocks end with the immediate mode, so the edit before the fourth must glide.
+    // The first three blocks end in immediate mode, so the edit before the fourth one must glide.
     for (const int count : {1, 20, 23, 1, 64, 700, 2048}) {
       onBoth(fast, plain, [edit = dice.upTo(127)](auto& m) {
         m.setValue(kEdit1, edit);
@@ -136,7 +136,7 @@ TEST(MultiEffector, ARunOfNoFramesTakesNoEdits) {
     onBoth(fast, plain, [type](auto& m) { m.setValue(kEffectType, type); });
     Dice dice(static_cast<unsigned>(type));
     for (int round = 0; round < support::scenes(4); ++round) {
-      // In silence, so that the effect skips; the longest line runs empty.
+      // Silence until the longest delay line is empty, so that the effect skips.
       for (int done = 0; done < 160000; done += 4000) {
         Stereo a(4000);
         Stereo c(4000);
@@ -218,7 +218,7 @@ TEST(MultiEffector, ACrossfadeLastsFortyFiveFrames) {
   master.reset();
   Stereo warm(4096);
   render(master, warm, 0, 4096);
-  // From the bypass to the room reverb at level 0: both pass their input through, so only the fade's rounding is heard.
+  // From bypass to room reverb at level 0: both pass their input through, so only the rounding of the fade is visible.
   master.setValue(kEffectType, 14);
   Stereo s(60);
   std::fill(s.left.begin(), s.left.end(), std::int16_t{1000});
@@ -233,7 +233,7 @@ TEST(MultiEffector, ANewEffectTakesItsEditsAtOnceForFortyFourFrames) {
   for (const auto& [frames, isAtOnce] : {std::pair{43, true}, {44, false}}) {
     SivrayMultiEffector master;
     master.setValue(kEffectType, 0);
-    master.setValue(kEdit1, 127);  // The echo comes too late to be heard here, and the level turns the input down.
+    master.setValue(kEdit1, 127);  // The echo comes after the test's end; the level attenuates the input.
     Stereo s(4096);
     render(master, s, 0, 4096);
     master.setValue(kEffectType, kTypeShortDelay);

@@ -13,7 +13,7 @@ using namespace scene;
 
 class RandomScene {
  public:
-  /// A quiet scene has few notes, so that the effect runs empty between them.
+  /// A quiet scene has few notes, so that the effect becomes silent between them.
   explicit RandomScene(unsigned seed) : random(seed), quiet(seed % 2 == 1), model(kWaves, kSlot) {
     player.plugin.setParameter(kMasterOut, 100.0F / 127.0F);
     model.queue({0, 0, kMasterOut, 100.0F / 127.0F, {}});
@@ -31,7 +31,7 @@ class RandomScene {
     if (pick(0, 39) == 0) {
       restart(pick(0, 1) == 0);
     }
-    // Messages come before automation, as in the frame. Now and then a record lies beyond the block.
+    // Messages are sent before automation, as in the frame. Some records are beyond the end of the block.
     for (int i = quiet && pick(0, 9) != 0 ? 0 : pick(0, 4); i > 0; --i) {
       queueMessage(frameOf(frames));
     }
@@ -46,8 +46,8 @@ class RandomScene {
     return sameFor(frames);
   }
 
-  /// Lets an effect run empty, turns a knob at the very end of a block, and begins the next one with a note, perhaps
-  /// behind a restart. Returns whether both sides agree.
+  /// Waits until an effect is silent, turns a knob at the very end of a block, and starts the next block with a note,
+  /// sometimes after a restart. Returns whether both sides agree.
   bool turnKnobAtBorder(int type) {
     automate(0, 0x100, static_cast<float>(type) / 29.0F);
     automate(0, 0x102, static_cast<float>(pick(60, 127)) / 127.0F);
@@ -98,7 +98,7 @@ class RandomScene {
 
   int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
 
-  /// Any frame of the block, often its first or last one.
+  /// Returns any frame of the block, often its first or last one.
   int frameOf(int frames) {
     const int last = frames - 1;
     return pick(0, 2) == 0 ? pick(0, 1) * last : pick(0, last);
@@ -125,7 +125,7 @@ class RandomScene {
     } else if (other == 3) {
       id = pick(0, 1) == 0 ? kMasterOut : kTempo;
     }
-    const float highest = id == kMasterOut ? 2.0F : 1.0F;  // The lower seven bits of a level choose the gain.
+    const float highest = id == kMasterOut ? 2.0F : 1.0F;  // The lower seven bits of a level select the gain.
     automate(frame, id, highest * static_cast<float>(pick(0, 1000)) / 1000.0F);
   }
 
@@ -157,7 +157,7 @@ TEST(Frame, TakesAKnobAtABlocksEndWithTheNextBlocksFirstSample) {
   }
 }
 
-/// `dry` and `wet` have left and right in turn.
+/// `dry` and `wet` are interleaved.
 void expectSamplesOneByOne(const OutputKernel& kernel, const std::vector<std::int16_t>& dry,
                            const std::vector<std::int16_t>& wet, std::int32_t gain) {
   const std::size_t frames = dry.size() / 2;
@@ -177,7 +177,7 @@ void expectSamplesOneByOne(const OutputKernel& kernel, const std::vector<std::in
 }
 
 TEST(OutputStage, GivesTheSameSamplesInBlocksAndOneByOne) {
-  constexpr int kWords = 4006;  // of frames that are no multiple of any vector's length
+  constexpr int kWords = 4006;  // Of a number of frames that is no multiple of any vector's length.
   std::vector<std::int16_t> dry(kWords);
   std::vector<std::int16_t> wet(kWords);
   for (const OutputKernel& kernel : outputKernels()) {

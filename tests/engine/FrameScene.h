@@ -60,7 +60,7 @@ struct Player {
     process(1);
   }
 
-  /// Returns the first non-silent frame of the last block, or -1.
+  /// Returns the first non-silent frame of the last block; -1 if all are silent.
   int firstSound() const {
     for (std::size_t i = 0; i < left.size(); ++i) {
       if (left[i] != 0.0F || right[i] != 0.0F) {
@@ -76,7 +76,7 @@ struct Player {
   tesh::vimo::TimedValueRing ring{4096};
   std::vector<float> left;
   std::vector<float> right;
-  bool isToldSilent = false;  ///< The plugin has said so of the last block.
+  bool isToldSilent = false;  ///< What the plugin has reported about the last block.
 };
 
 /// Sets the master level and waits until the gain has reached it.

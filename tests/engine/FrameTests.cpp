@@ -1,4 +1,4 @@
-// The frame's inputs and the time at which they take effect, and the engine before a level has been set.
+// The frame's inputs and when they take effect, and the engine before its first level.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
@@ -18,11 +18,11 @@ using namespace scene;
 constexpr std::uint32_t kPitchOfPad4 = 0x044;
 constexpr std::uint32_t kMeters = 0x130;
 
-/// Counts the openings of a file.
+/// Counts how often a file is opened.
 class OpenCounter {
  public:
   explicit OpenCounter(const std::string& path) : queue(inotify_init1(IN_NONBLOCK)) {
-    // Watching closes too keeps the kernel from merging two opens into one event.
+    // Watching also for close events keeps the kernel from merging two opens into one event.
     inotify_add_watch(queue, path.c_str(), IN_OPEN | IN_CLOSE);
   }
   ~OpenCounter() { ::close(queue); }
@@ -58,7 +58,7 @@ TEST(Frame, IsAPureStereoGenerator) {
 TEST(Frame, IsSilentUntilTheMasterLevelHasBeenSet) {
   Player player;
   EXPECT_FLOAT_EQ(player.plugin.getParameter(kMasterOut), 100.0F / 127.0F);
-  player.set(0x00D, 0.0F);  // past the effect, whose tail would last
+  player.set(0x00D, 0.0F);  // Not sent to the effect, whose tail would go on.
   player.note(0, 36);
   player.process(2000);
   EXPECT_EQ(player.firstSound(), -1);
@@ -180,7 +180,7 @@ TEST(Frame, AnotherThreadReadsAndQueuesWhileItPlays) {
   Player player;
   openMaster(player);
   std::atomic<bool> playing{true};
-  std::atomic<bool> hasQueued{false};  // a busy machine may let the other thread wait for long
+  std::atomic<bool> hasQueued{false};  // On a busy machine the other thread may start late.
   std::thread other([&] {
     while (playing) {
       for (std::uint32_t id = 0; id < kMeters; ++id) {

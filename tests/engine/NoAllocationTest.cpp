@@ -1,4 +1,4 @@
-// A busy block allocates nothing, wave changes included.
+// A busy block with wave changes allocates nothing.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 

@@ -1,4 +1,4 @@
-// The outs beside the main one: what they carry, and that they change nothing of it.
+// The outputs other than the main one: their content, and that they leave the main one unchanged.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ constexpr std::uint32_t kEffectType = 0x100;
 constexpr float kBypass = 0.0F;
 constexpr float kDrive = 19.0F / 29.0F;
 
-/// A player with ten pairs of channels, of which any may be left out.
+/// A player with ten stereo outputs, any of which may be missing.
 struct OutsPlayer : Player {
   OutsPlayer() : Player(kWaves, 3000), samples(kChannels, std::vector<float>(kLongest)) { openMaster(*this); }
 
@@ -95,11 +95,12 @@ TEST(Outs, LeaveTheMainOutAsItIsWhicheverAreConnected) {
   }
 }
 
-/// Level 100 wants a gain of 16010, and a step (g * 32665 + 16010 * 102) >> 15 no longer raises this one.
+/// The target for level 100 is a gain of 16010; a glide step (g * 32665 + 16010 * 102) >> 15 no longer raises this
+/// gain.
 constexpr std::int32_t kGain = (16010 * 102 - 32768) / 103 + 1;
 
-// A gate that is open multiplies by 32767 / 32768 and rounds down, for each voice at most one unit of 1 / 32768; the
-// output stage then amplifies by less than 1.3, and rounds twice.
+// An open gate multiplies by 32767 / 32768 and rounds down, which is at most one unit of 1 / 32768 for each voice. The
+// output stage then amplifies by less than 1.3 and rounds twice.
 TEST(Outs, AddUpToTheMainOutThroughSendsAndOutputStage) {
   constexpr std::uint32_t kGroupOfPad3 = 0x31;
   for (const float type : {kBypass, kDrive}) {
@@ -109,14 +110,14 @@ TEST(Outs, AddUpToTheMainOutThroughSendsAndOutputStage) {
     for (std::uint32_t pad = 0; pad < 8; ++pad) {
       isSent[pad] = pad % 3 == 1;
       player.automate(0, pad << 4U | 13U, isSent[pad] ? 1.0F : 0.0F);
-      player.automate(0, pad << 4U | 8U, 0.5F);  // Quiet, so that no sum is limited.
+      player.automate(0, pad << 4U | 8U, 0.5F);  // Quiet, so that no sum is clipped.
       player.note(0, 36 + static_cast<int>(pad));
     }
     player.automate(0, kGroupOfPad3, 1.0F);
     const std::vector<bool> all(10, true);
-    player.play(1024, all);  // The gates move.
+    player.play(1024, all);  // The gates are moving.
     player.automate(0, kGroupOfPad3 + 0x20, 1.0F);
-    player.note(100, 36 + 5);  // Pad 5 plays on in its lane, and in that of pad 3, whose group it has joined.
+    player.note(100, 36 + 5);  // Pad 5 plays in its own lane and in that of pad 3, whose group it has joined.
     player.play(1500, all);
     float loudest = 0.0F;
     for (std::size_t frame = 0; frame < 1500; ++frame) {

@@ -114,7 +114,7 @@ TEST(Parameters, LiveWithALibraryOfNoWaveAndOfOne) {
 }
 
 TEST(MasterLevels, HoldTheirSum) {
-  // The sum of all gains, with 14 fraction bits, reveals an error in any digit but the last.
+  // The sum of all gains with 14 fractional bits shows an error in any digit except the last.
   const auto add = [](int sum, double gain) { return sum + static_cast<int>(gain * 16384); };
   EXPECT_EQ(std::accumulate(kMasterGains.begin(), kMasterGains.end(), 0, add), 1139803);
   EXPECT_TRUE(std::is_sorted(kMasterGains.begin(), kMasterGains.end()));

@@ -1,5 +1,5 @@
 // A plain model of the frame, the sequencer and the output stage, with its own voices and effect. The engine's samples
-// must equal the model's to the last bit.
+// must equal the model's bit by bit.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

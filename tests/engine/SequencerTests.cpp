@@ -1,4 +1,4 @@
-// Floods of records: the sequencer keeps a bounded number of them, and the newest values.
+// Great numbers of records: the sequencer keeps a bounded number, and the newest values.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ namespace {
 using namespace tesh::bramel::plugin::sivray;
 using testing::ElementsAre;
 
-/// Records what fires, and renders in slices as the frame does.
+/// Records the events that fire, and renders in slices as the frame does.
 class Rendering : public IEventResponder {
  public:
   void onParameter(const SequencerEvent& record) override {

@@ -1,4 +1,4 @@
-// Waves that are still being read while they sound.
+// Waves that are still being read while they play.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -15,11 +15,11 @@ namespace {
 
 constexpr int kWaves = 9;
 constexpr int kShortestWave = 14000;
-constexpr std::size_t kLongSlot = 14200;  ///< Shorter than the longest waves, and no whole number of pieces.
+constexpr std::size_t kLongSlot = 14200;  ///< Shorter than the longest waves, and no multiple of a piece.
 static_assert(kShortestWave > 3 * WaveReading::kPieceFrames);
 
-/// Two engines that get the same changes: one reads each wave as a whole into its own memory, the other piece by piece,
-/// or plays a wave that was read ahead.
+/// Two engines that get the same changes. One reads each wave completely into its own memory; the other reads piece by
+/// piece, or plays a wave that was read ahead.
 class TwoEngines {
  public:
   TwoEngines() { set(parameterId(kMasterGroup, 0), 0.8F); }
@@ -36,7 +36,7 @@ class TwoEngines {
   }
   void readOn() { inPieces.readOn(); }
 
-  /// Returns whether both sound the same.
+  /// Returns whether both engines render the same samples.
   bool render(int frames) {
     std::array<std::array<float, 2048>, 4> out{};
     whole.render(out[0].data(), out[1].data(), frames);
@@ -68,10 +68,10 @@ TEST(WaveReading, SoundsTheSameHoweverFarItHasCome) {
       case 1:
         engines.prepare(wave, unit());
         break;
-      case 2:  // The pad falls silent, but a voice that plays keeps its wave.
+      case 2:  // The pad becomes silent, but a playing voice keeps its wave.
         std::filesystem::rename(data, elsewhere);
         for (const float other : {0.0F, 0.5F, 1.0F}) {
-          engines.prepare(wave, other);  // Which fails, and so takes back what was read ahead.
+          engines.prepare(wave, other);  // Fails, and drops the wave that was read ahead.
         }
         engines.set(wave, unit());
         std::filesystem::rename(elsewhere, data);

@@ -1,4 +1,4 @@
-// The LV2 bundle in a host of our own that takes the names of keys, as Ardour does, and listens to single outs.
+// The LV2 bundle in a minimal host, which reads the names of keys as Ardour does, and listens to single outputs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ constexpr std::uint32_t kAllChannels = 20;
 
 class Lv2Host {
  public:
-  /// The plug-in with one out, number 0, or with ten, number 1.
+  /// The plug-in with one output (number 0) or with ten (number 1).
   explicit Lv2Host(std::uint32_t number = 0) {
     library = ::dlopen(SIVRAY_LV2_MODULE, RTLD_NOW | RTLD_LOCAL);
     const auto find = library == nullptr ? nullptr : ::dlsym(library, "lv2_descriptor");
@@ -63,14 +63,14 @@ class Lv2Host {
   void disconnect(std::uint32_t port) { descriptor->connect_port(instance, port, nullptr); }
   const std::array<float, kFrames>& channel(std::size_t port) const { return audio[port]; }
 
-  /// Runs a block that begins with a note.
+  /// Renders a block that begins with a note.
   void strike(std::uint8_t note) {
     struckNote = note;
     run();
     struckNote = 0;
   }
 
-  /// Runs a block, in which a parameter gets a value if `parameter` is not empty.
+  /// Renders a block, in which a parameter gets a value if `parameter` is not empty.
   void run(const std::string& parameter = {}, float value = 0.0F) {
     ::lv2_atom_forge_set_buffer(&forge, reinterpret_cast<std::uint8_t*>(input.data()), sizeof(input));
     LV2_Atom_Forge_Frame sequence;
@@ -108,7 +108,7 @@ class Lv2Host {
     return copy;
   }
 
-  /// The name of a key in the document; empty if it has none.
+  /// Returns the name of a key in the document; empty if it has none.
   std::string nameOf(int key) const {
     const std::string document = text(&MidnamInterface::midnam);
     const std::string mark = "<Note Number=\"" + std::to_string(key) + "\" Name=\"";

@@ -1,4 +1,4 @@
-// The VST 3 bundle in a host of our own: what its text for scanners says, its outs, and the names of its keys.
+// The VST 3 bundle in a minimal host: its text for plug-in scanners, its outputs, and the names of its keys.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ namespace {
 
 using namespace Steinberg;
 
-/// A reference to an object of the plug-in's, given back at its end.
+/// A reference to one of the plug-in's objects, released in the destructor.
 template <typename T>
 class Held {
  public:
@@ -55,7 +55,7 @@ class Held {
   T* object = nullptr;
 };
 
-/// Counts what the plug-in says of its program list. Hosts hear of it on their own thread alone.
+/// Counts the reports about the program list. Hosts may be called on their own thread only.
 class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
  public:
   tresult PLUGIN_API beginEdit(Vst::ParamID) override { return kResultOk; }
@@ -89,7 +89,7 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
   uint32 PLUGIN_API addRef() override { return 1; }
   uint32 PLUGIN_API release() override { return 1; }
 
-  /// Whether the plug-in tells of a change within half a minute, in which the host sets one value again and again.
+  /// Returns whether the plug-in reports a change within 30 s, while the host sets one value again and again.
   bool hears(int before, Vst::IEditController& controller, Vst::ParamID parameter) const {
     for (int tries = 0; tries < kTries && told == before; ++tries) {
       std::this_thread::sleep_for(kBetween);
@@ -98,7 +98,7 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
     return told > before;
   }
 
-  /// Sets a value, and returns whether the plug-in calls within half a minute. The call is not over then.
+  /// Sets a value. Returns whether the plug-in calls the host within 30 s; that call has not returned yet.
   bool isCalledFor(Vst::IEditController& controller, Vst::ParamID parameter, double value) {
     isAwaited = true;
     controller.setParamNormalized(parameter, value);
@@ -120,7 +120,7 @@ class Host final : public Vst::IComponentHandler, public Vst::IUnitHandler {
   std::atomic<int> toldProgram = -1;
 };
 
-/// A hit on the first pad.
+/// An event list with one note on the first pad.
 class OneNote final : public Vst::IEventList {
  public:
   int32 PLUGIN_API getEventCount() override { return 1; }

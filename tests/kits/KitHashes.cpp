@@ -1,6 +1,6 @@
-// Plays two seconds of every kit at 44100 Hz, as the renderer does without a plug-in, and at 48000 Hz through the
-// instrument's resampler, and prints a line with a hash for each: for a comparison of processors. Both programs of a
-// comparison must read the same content, which BRAMEL_COMMON_FILES names.
+// Plays two seconds of every kit, at 44100 Hz as the renderer does without a plug-in, and at 48000 Hz through the
+// instrument's resampler. Prints a line with a hash for each, to compare processors. Both runs of a comparison must
+// read the same content, set by BRAMEL_COMMON_FILES.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -22,8 +22,8 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using tesh::bramel::vst::BramelInstrument;
 
-constexpr int kSteps = 16;             ///< An eighth of a second each, with one hit.
-constexpr int kBlocksPerStep = 11;     ///< Of 501 frames at 44100 Hz, so that the hits lie in blocks of their own.
+constexpr int kSteps = 16;             ///< Of an eighth of a second, with one hit each.
+constexpr int kBlocksPerStep = 11;     ///< Of 501 frames at 44100 Hz, so that each hit is in a block of its own.
 constexpr int kFirstPad = 36;          ///< The note of the first pad.
 constexpr std::uint64_t kFactory = 0;  ///< The bank.
 
@@ -39,7 +39,7 @@ class Hash {
 };
 
 /// Hits every pad twice within two seconds, at different levels. `hit` takes a MIDI message, `process` two channels and
-/// a number of frames. Returns whether anything sounded.
+/// a number of frames. Returns whether any sample was not zero.
 template <typename Hit, typename Process>
 bool play(int rate, Hash& hash, Hit hit, Process process) {
   const int frames = rate / (8 * kBlocksPerStep);

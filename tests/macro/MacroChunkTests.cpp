@@ -1,4 +1,4 @@
-// Chunks of all versions, macro records of both forms, the host's state content, and what is left of broken ones.
+// Chunks of all versions, macro records of both formats, the host's state content, and the results of broken ones.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 using cofu::core::ByteWriter;
 
-/// A macro in the older form with one set per id.
+/// Returns a macro record in the older format, with one set for each id.
 Bytes olderRecord(const std::string& name, const std::vector<std::uint32_t>& ids) {
   Bytes record;
   ByteWriter writer(record);
@@ -23,7 +23,7 @@ Bytes olderRecord(const std::string& name, const std::vector<std::uint32_t>& ids
   return record;
 }
 
-/// A chunk with two macros, no database, and the values 0.25 and 1.
+/// Returns a chunk with two macros, no database, and the values 0.25 and 1.
 Bytes chunkOf(std::uint32_t version) {
   const Bytes first = olderRecord("First", {8});
   const Bytes second = olderRecord("Second", {9});
@@ -146,7 +146,7 @@ TEST(MacroChunk, CurrentMacroRecordsSkipUnknownSetsAndKeepTheFirst) {
   }
 }
 
-/// A processor with two macros and two factory programs, the second of which is selected.
+/// Gives the processor two macros and two factory programs, and selects the second one.
 void fill(Scene& scene) {
   scene.addMacros(2);
   scene.macro(0).setName("Level");
@@ -170,7 +170,7 @@ TEST(MacroChunk, WritesWhatItReads) {
   Bytes again;
   other.controller().writeChunk(again);
   ASSERT_EQ(again.size(), chunk.size());
-  // Identifiers are made anew, so the bytes are compared around the database.
+  // The database's identifiers are new each time, so only the bytes around it are compared.
   const std::size_t database = 48 + *cofu::core::wordIn(chunk, 8);
   const std::size_t values = database + *cofu::core::wordIn(chunk, 12);
   EXPECT_TRUE(std::equal(chunk.begin(), chunk.begin() + static_cast<std::ptrdiff_t>(database), again.begin()));

@@ -1,4 +1,4 @@
-// Movements, their frames and their echoes; programs and the selection; queues that run full.
+// Movements, their frames and echoes; programs and the selection; full queues.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The description and both maps: what each member does, what is passed over, and what fails with which text.
+// The description and both maps: the effect of each member, ignored members, and the errors with their texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "macro/MacroDescription.h"
 
@@ -14,7 +14,7 @@ constexpr const char* kMismatch = "\"type mismatch! call is<type>() before get<t
 
 Bytes bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
 
-/// Loads a description whose "processor" has these members beside empty chunks, onto a list of three macros.
+/// Loads a description whose "processor" has these members and empty chunks, onto a list of three macros.
 void load(Scene& scene, const std::string& members, const std::map<std::string, Bytes>& files = {}) {
   const DescriptionSource source{[&files](const std::string& name) -> std::optional<Bytes> {
                                    const auto found = files.find(name);

@@ -1,4 +1,4 @@
-// A generator that writes down what reaches it, and a processor around it with rings of the real sizes.
+// A generator that records its calls, and a processor around it with queues of the real sizes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,7 +19,7 @@ using Bytes = std::vector<std::uint8_t>;
 using Processor = PluginMacroControllable<Generator<float>>;
 using Parts = Processor::Controller::ChunkParts;
 
-/// Writes down what reaches it.
+/// Records its calls.
 class FakeGenerator final : public QuietGenerator {
  public:
   FakeGenerator() { automation.reserve(4096); }
@@ -77,7 +77,7 @@ struct Scene {
   Processor::Controller& controller() { return processor->controller(); }
   MacroParameterControl& macro(std::uint64_t index) { return *controller().macroAt(index); }
 
-  /// Macros with a linear set each, from 0 to 1, on the parameters 100, 101 and so on.
+  /// Adds macros with one linear set each, from 0 to 1, on the parameters 100, 101 and so on.
   void addMacros(std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
       addSet(controller().addMacro(), static_cast<std::uint32_t>(100 + i), MacroSetType::linear);

@@ -1,4 +1,4 @@
-// The ten curves against plain formulas, the records of the sets, and their boxed settings.
+// The ten curves against plain formulas, the sets' records, and their boxed settings.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -32,13 +32,13 @@ std::unique_ptr<MacroSetBase> ranged(std::uint32_t type, float a, float b) {
   return set;
 }
 
-/// One rounding to single precision an operation, whatever the compiler would like to do.
+/// Rounds to single precision after each operation, whatever the compiler does with intermediate results.
 float rounded(double value) { return static_cast<float>(value); }
 float times(float a, float b) { return rounded(double{a} * double{b}); }
 float plus(float a, float b) { return rounded(double{a} + double{b}); }
 float minus(float a, float b) { return rounded(double{a} - double{b}); }
 
-/// The curves once more, each step rounded by itself.
+/// Computes a curve with each step rounded separately.
 float plainCurve(std::uint32_t type, float a, float b, float x) {
   const float up = minus(b, a);
   const float down = minus(a, b);
@@ -113,7 +113,7 @@ TEST(MacroSet, QuantizedStepsAreCentred) {
   EXPECT_EQ(set.map(std::numeric_limits<float>::quiet_NaN()), 0.0F);
 }
 
-/// A TwoBinded set over 0, 0.25, 1 with the given split and types.
+/// Returns a TwoBinded set over 0, 0.25, 1 with the given split and types.
 std::unique_ptr<MacroSetBase> bound(float split, MacroSetType first, MacroSetType second) {
   auto set = makeMacroSet(MacroSetType::twoBinded);
   set->setTargetId(9);

@@ -1,4 +1,4 @@
-// The user's controller map: the factory's with lines of the user's own.
+// The user's controller map: the factory's map with the user's lines.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <unistd.h>

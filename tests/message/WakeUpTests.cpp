@@ -1,4 +1,4 @@
-// Wake-ups on a bell that the test rings, and that the system may refuse.
+// Wake-ups with a bell that the test rings, and that may refuse to ring as the system's may.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// What the bell was asked for, and what it gives.
+/// The calls of the bell, and its results.
 struct Script {
   WakeUpBell::Call rung;
   WakeUpBell::Call rested;
@@ -27,7 +27,7 @@ class Counter : public WakeUpListener {
 
 }  // namespace
 
-// In the place of the system's bell.
+// Replaces the system's bell.
 struct WakeUpBell::Impl {};
 WakeUpBell::WakeUpBell() = default;
 WakeUpBell::~WakeUpBell() = default;

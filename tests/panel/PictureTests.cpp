@@ -1,4 +1,4 @@
-// The pages and pop-ups of the panel as pictures, compared with those of the manual, which scripts/pictures.sh draws.
+// Pictures of the panel's pages and pop-ups, compared with those of the manual, which scripts/pictures.sh draws.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -29,7 +29,7 @@ const std::vector<Shot> kShots{
     {"samples", "sound", "samples=7"}, {"effects", "sound", "effects"},  {"programs", "sound", "programs"},
     {"save-as", "sound", "save-as"},   {"settings", "sound", "settings"}};
 
-/// The state of an instrument that plays the kit of the manual's pictures.
+/// Returns the state of an instrument with the kit of the manual's pictures.
 const std::vector<std::uint8_t>& state() {
   static const std::vector<std::uint8_t> bytes = [] {
     sivray::render::Options options;
@@ -72,8 +72,8 @@ Mean meanAt(const juce::Image::BitmapData& pixels, int left, int top, int size) 
   return {sum.red / (size * size), sum.green / (size * size), sum.blue / (size * size)};
 }
 
-/// How many squares of `size` pixels of `one` differ from those of `other`, which is `scale` times as large, by more
-/// than `tolerance` in a channel.
+/// Returns the number of squares of `size` pixels of `one` whose mean differs by more than `tolerance` in a channel
+/// from that in `other`, which is `scale` times as large.
 int differences(const juce::Image& one, const juce::Image& other, int scale, int size, int tolerance) {
   const juce::Image::BitmapData a(one, juce::Image::BitmapData::readOnly);
   const juce::Image::BitmapData b(other, juce::Image::BitmapData::readOnly);

@@ -1,4 +1,4 @@
-// The table group of parameters at and past the ends of its table.
+// Parameters from a table, at and beyond the ends of the table.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameters/Q57214DrumGenericParameter.h"
 

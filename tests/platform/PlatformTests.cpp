@@ -35,7 +35,7 @@ namespace {
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
 
-/// What lay in the place of `path` when a file was flushed.
+/// The content of `path` at the time when a file was flushed.
 struct FlushedFile {
   static inline std::string path;
   static inline std::optional<Bytes> targetAtFlush;
@@ -43,7 +43,7 @@ struct FlushedFile {
 
 }  // namespace
 
-// In the place of the C library's.
+// Replaces the C library's function.
 extern "C" int fsync(int file) {
   if (!FlushedFile::path.empty()) {
     FlushedFile::targetAtFlush = readWhole(FlushedFile::path);
@@ -87,7 +87,7 @@ TEST_F(Platform, LooksForTheCommonFilesInOrder) {
   EXPECT_TRUE(fs::exists(moduleFolder()));
 }
 
-/// The number of pages that are in memory.
+/// Returns the number of resident pages.
 std::ptrdiff_t presentPages(void* start, std::size_t bytes) {
   const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
   std::vector<unsigned char> present((bytes + page - 1) / page);
@@ -100,7 +100,7 @@ std::ptrdiff_t presentPages(const ZeroedArray<Element>& array) {
   return presentPages(array.data(), array.size() * sizeof(Element));
 }
 
-/// The pages of a file of `bytes` bytes, nearly all a hole, that are in memory after `warm`.
+/// Returns the number of resident pages of a file after `warm`. The file has `bytes` bytes, nearly all of them a hole.
 std::ptrdiff_t pagesWarmedBy(const std::function<void(const std::string&)>& warm, const std::string& path,
                              std::size_t bytes) {
   std::ofstream(path).put('x');
@@ -120,14 +120,14 @@ void readThrough(const std::string& path) {
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
-/// As many pages as reading the file brings, which are none where a file system keeps its files in memory anyway.
+/// Expects as many pages as reading the file brings in. File systems that keep files in memory bring in none.
 TEST_F(Platform, WarmsALargeFileToItsEnd) {
   constexpr std::size_t kBytes = std::size_t{32} << 20U;
   const auto warm = [](const std::string& path) { warmPages(path); };
   EXPECT_EQ(pagesWarmedBy(warm, home + "/large", kBytes), pagesWarmedBy(readThrough, home + "/read", kBytes));
 }
 
-/// Old systems do not, nor do emulators of other processors.
+/// Old systems and emulators of other processors do not provide pages on request.
 bool providesPagesThatAreAskedFor() {
   void* const start = ::mmap(nullptr, 1, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   ::madvise(start, static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)), MADV_POPULATE_WRITE);
@@ -158,7 +158,7 @@ TEST(AddressRange, GivesPagesBackAndOpensThemAgainAsZeros) {
   const std::size_t page = AddressRange::pageBytes();
   constexpr std::size_t kTooMuch = std::size_t{1} << 62;
   EXPECT_THROW(AddressRange(kTooMuch, kTooMuch), std::bad_alloc);
-  if (!support::kIsSanitized && !support::kIsEmulated) {  // They mirror what is reserved.
+  if (!support::kIsSanitized && !support::kIsEmulated) {  // Sanitizers shadow reserved memory.
     const AddressRange large(kTooMuch, page);
     EXPECT_LT(large.size(), kTooMuch);
     EXPECT_NO_THROW(AddressRange(large.size(), large.size())) << "as much is left to others";
@@ -166,7 +166,7 @@ TEST(AddressRange, GivesPagesBackAndOpensThemAgainAsZeros) {
   const AddressRange range(100 * page, page);
   EXPECT_EQ(range.size(), 100 * page);
   const auto expectPresent = [&](std::ptrdiff_t pages) {
-    if (!support::kIsEmulated) {  // It tells nothing of pages without access.
+    if (!support::kIsEmulated) {  // An emulator does not report pages without access.
       EXPECT_EQ(presentPages(range.data(), 40 * page), pages);
     }
   };
@@ -190,7 +190,8 @@ TEST_F(Platform, TellsVersionsOfAFileApart) {
   ASSERT_TRUE(first);
   EXPECT_EQ(version(), first);
   const auto time = fs::last_write_time(path);
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // The system's clock for files ticks slowly.
+  // The system's clock for file times has a coarse resolution.
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
   put('b');
   fs::last_write_time(path, time);
   EXPECT_NE(version(), first) << "written in place, with the old size and time";

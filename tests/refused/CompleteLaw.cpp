@@ -1,4 +1,4 @@
-// A law with every part. try_laws.py breaks one part after the other and expects the compiler to refuse each.
+// A law with every member. try_laws.py breaks one after the other and expects the compiler to reject each.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/TwoKnobEffect.h"
 

@@ -1,4 +1,4 @@
-// Every operation of a struct of registers against plain arithmetic, lane by lane. A template, which each test compiles
+// Compares every operation of a register struct with plain arithmetic, lane by lane. A template that each test compiles
 // for its instructions.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
@@ -17,14 +17,14 @@
 
 namespace tesh::cofu::registers {
 
-/// Room for the longest register.
+/// Memory for the longest register.
 struct alignas(32) Row {
   std::uint32_t bits[8];
 };
 
 namespace {
 
-/// The laws on registers `a` and `b` with the bits of two rows.
+/// The tests on registers `a` and `b`, which hold the bits of two rows.
 template <typename R>
 class RegisterLaws {
  public:
@@ -158,7 +158,7 @@ class RegisterLaws {
     expect("after16", R::after16(a, -9), rowOf(later));
   }
 
-  /// On floats of random bits: some are no numbers, and many do not fit an integer.
+  /// Uses floats of random bits: some are NaN, and many do not fit into an integer.
   void floats() const {
     const Floats x = R::bitsAsFloats(a);
     const Floats y = R::bitsAsFloats(b);
@@ -231,7 +231,7 @@ class RegisterLaws {
     R::store(&row, result);
     EXPECT_EQ(std::memcmp(&row, &expected, R::kBytes), 0) << name;
   }
-  /// `op` makes a lane out of those of `a` and `b`, and wraps.
+  /// `op` computes a lane from those of `a` and `b`, with wrap-around.
   template <typename T, typename Op>
   void each(const char* name, Integers result, Op op) const {
     using Wide = std::conditional_t<std::is_same_v<T, float> || std::is_same_v<T, Unsigned>, T, Long>;
@@ -241,7 +241,7 @@ class RegisterLaws {
     }
     expect(name, result, rowOf(expected));
   }
-  /// `places` are the lanes of `a` and then of `b` that each 128 bits take.
+  /// `places` holds, for each 128 bits, the source lanes: those of `a` first, then those of `b`.
   template <typename T>
   void arranged(const char* name, Integers result, std::initializer_list<unsigned> places) const {
     constexpr unsigned kGroup = 16 / sizeof(T);

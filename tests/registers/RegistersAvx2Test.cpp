@@ -1,4 +1,4 @@
-// The laws of the registers for AVX2.
+// The register tests for AVX2.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

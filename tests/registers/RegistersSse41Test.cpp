@@ -1,4 +1,4 @@
-// The laws of the registers for SSE4.1.
+// The register tests for SSE4.1.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

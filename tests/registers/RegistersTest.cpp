@@ -1,4 +1,4 @@
-// The laws of all registers that this processor has.
+// The register tests for all register sets of this processor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -18,13 +18,13 @@ void keepLawsAvx2(const Row& a, const Row& b);
 
 namespace {
 
-/// A struct that gets an operation wrong is no set of registers.
+/// A struct with one wrong operation is not accepted as a set of registers.
 struct Misspelt : Registers128 {
   static bool add16(Integers a, Integers b) { return overlap(a, b); }
 };
 static_assert(IntegerRegisters<Registers128> && !IntegerRegisters<Misspelt>);
 
-/// Words that are random, or at an end or near 0 in either half.
+/// Returns words that are random, or have an end of the range or a value near 0 in either half.
 std::uint32_t edgy(std::mt19937& random) {
   constexpr std::uint32_t kEdges[]{0, 1, 0xFFFFFFFF, 0x80000000, 0x7FFFFFFF, 0x80008000, 0x7FFF7FFF, 0x00018000};
   return random() % 3 == 0 ? kEdges[random() % 8] : static_cast<std::uint32_t>(random());

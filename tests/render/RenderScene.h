@@ -1,4 +1,4 @@
-// The renderer as its tests call it: an instrument on disk, a MIDI file, and what comes out.
+// A scene for the renderer's tests: an instrument on disk, a MIDI file, and the output.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -25,7 +25,7 @@ inline constexpr std::size_t kFrameBytes = 6;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongUsage = 2;
 
-/// The first note, in ticks: late enough that the first block, which applies program and effect, is over at any block
+/// The first note, in ticks: late enough that the first block, which applies program and effect, has ended at any block
 /// size.
 inline constexpr double kFirstTick = 200.0;
 
@@ -42,8 +42,8 @@ class Render : public testing::Test {
 
   std::string at(const std::string& name) const { return (folder.commonFiles() / name).string(); }
 
-  /// Writes notes on all pads over a second, a tempo change, optionally a mapped controller (the master), and moves as
-  /// text: the first at the start, the others at 0.4 s.
+  /// Writes notes on all pads within a second, a tempo change, optionally a mapped controller (the master level), and
+  /// moves as text events: the first at the start, the others at 0.4 s.
   void writeScore(const std::vector<const char*>& moves = {}, bool withController = true) const {
     juce::MidiMessageSequence track;
     track.addEvent(juce::MidiMessage::tempoMetaEvent(500000), 0.0);
@@ -89,7 +89,8 @@ class Render : public testing::Test {
     return {data + std::min<std::ptrdiff_t>(file.end() - data, 8), file.end()};
   }
 
-  /// Runs arguments that must fail with one line on standard error, this status and no file. Returns the line.
+  /// Runs arguments that must fail with one line on standard error, this exit status, and no output file. Returns the
+  /// line.
   std::string failure(const Arguments& arguments, int status = kFailed) const {
     testing::internal::CaptureStderr();
     EXPECT_EQ(runProgram(arguments, noCheck), status);

@@ -156,7 +156,7 @@ TEST_F(Render, WritesPresetFilesThatPlayLikeTheirKits) {
     EXPECT_TRUE(play({"--state", at("Presets/" + std::string(kit) + ".fxp")}) == wanted) << kit;
   }
 
-  // The head as hosts read it, with the numbers that they compare with the plug-in's record.
+  // The header as hosts read it, with the numbers that they compare with those of the plug-in.
   const vsthost::PluginLibrary library(SIVRAY_MODULE);
   vsthost::Host host(library);
   const auto number = [&](std::size_t at) {
@@ -183,7 +183,7 @@ TEST_F(Render, RefusesDamagedPresetFiles) {
   ASSERT_EQ(runProgram({"--direct", "--save-state", at("good.fxp")}, noCheck), 0);
   const Bytes good = bytesOf(at("good.fxp"));
   struct Damage {
-    std::size_t place;  ///< Of a byte that becomes 'x'.
+    std::size_t place;  ///< Of a byte that is replaced by 'x'.
     std::size_t length;
     const char* words;
   };
@@ -272,7 +272,7 @@ TEST_F(Render, SaysInOneLineWhatItCannotDo) {
   }
 }
 
-/// A MIDI file of one track: notes 36 and 35, and the texts of another program.
+/// Returns a MIDI file of one track: notes 36 and 35, and text events of another program.
 std::string rawScore(char type, int division) {
   const std::string track = std::string("\x00\x90\x24\x64", 4) + std::string("\x60\x90\x23\x64", 4) +
                             std::string("\x00\xFF\x01\x09tempo=\x1B[1", 13) +
@@ -290,7 +290,7 @@ TEST_F(Render, PlaysMidiFilesOfOthersAndSaysWhatItLeavesOut) {
     int division;
     const char* seconds;
   };
-  // 192 ticks at 96 a quarter of half a second; at 25 and at 29.97 frames a second, 40 ticks each.
+  // 192 ticks: at 96 per quarter note of half a second; at 25 and at 29.97 frames per second with 40 ticks each.
   for (const Case& scene :
        {Case{96, ": 1.000 s"}, Case{(256 - 25) << 8 | 40, ": 0.192 s"}, Case{(256 - 29) << 8 | 40, ": 0.160 s"}}) {
     write(0, scene.division);
@@ -367,7 +367,7 @@ TEST_F(Render, PlaysByTheNotesThatTheProgramWasTaught) {
   ::unsetenv("XDG_CONFIG_HOME");
 }
 
-/// The first pad has a number between two factory waves, as songs with own sounds have.
+/// The first pad has a number between two factory waves, as in songs with own sounds.
 TEST_F(Render, SaysWhichOwnSoundsASongMisses) {
   const auto warning = [&](const Arguments& values) {
     Arguments arguments{at("in.mid"), "-o", at("out.wav"), "--direct", "--quiet"};

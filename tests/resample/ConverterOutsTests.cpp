@@ -1,4 +1,4 @@
-// The outs beside the main one on their way through the converter.
+// The outputs other than the main one through the converter.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kOuts = CFsConverterWrapper::kOuts;
 constexpr std::size_t kAllChannels = CFsConverterWrapper::kMostChannels;
 
-/// Plays noise on the main out and on each second other one; the rest are silent.
+/// Plays noise on the main output and on every second other one; the rest is silent.
 class NoiseEngine final : public CFsConvListener {
  public:
   void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
@@ -52,7 +52,7 @@ TEST(ConverterOuts, RunAtThePhaseOfTheMainOutWheneverTheyAreConnected) {
     converter.makeOuts();
     converter.setSampleRate(rate);
     mainAlone.setSampleRate(rate);
-    // What an out has missed of the main one's past: the filter's taps, and the ring's lead.
+    // The past of the main output that another output has missed: the filter's taps, and the ring's lead.
     const auto missed = rate == 44100.0F ? 0 : static_cast<std::size_t>(std::ceil(24.0F * rate / 44100.0F)) + 10;
     std::array<std::size_t, kOuts> connectedFor{};
     std::mt19937 random(4);

@@ -31,7 +31,7 @@ class Engine : public CFsConvListener {
     }
   }
 
-  /// Says nothing of each second block.
+  /// Reports no silence for every second block.
   bool gaveSilence() const override { return isSilent && blocks.size() % 2 == 0; }
 
   void onSampleRate(float ratio, double) override { note("rate " + number(ratio)); }
@@ -50,14 +50,14 @@ class Engine : public CFsConvListener {
   float** lastOutputs = nullptr;
 
  private:
-  /// Recording may allocate: it is not part of the code under test.
+  /// Recording may allocate, because it is not part of the code under test.
   void note(const std::string& call) {
     tesh::cofu::core::mayWait([&] { calls.push_back(call); });
   }
 
   static std::string number(float x) { return std::to_string(x).substr(0, 3); }
 
-  /// Returns noise that depends on the frame number alone.
+  /// Returns noise that depends only on the frame number.
   float sample() const { return static_cast<float>(((frame + 1) * 2654435761U) >> 8) / 16777216.0F - 0.5F; }
 
   std::uint32_t frame = 0;

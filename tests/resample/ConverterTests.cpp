@@ -1,4 +1,4 @@
-// The converter around a test engine: the host's sound, and the time at which messages reach the engine.
+// The converter around a test engine: the sound that the host gets, and the times at which messages reach the engine.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
@@ -113,7 +113,7 @@ TEST(Converter, LetsTheEngineWriteIntoTheHostsBuffersAtItsOwnRate) {
   EXPECT_EQ(engine.lastOutputs, outputs.data());
   EXPECT_THAT(engine.blocks, ElementsAre(21000));
 
-  // The direct path leaves the rings unchanged: another rate starts with their lead.
+  // The direct path does not change the rings; at another rate they start with their lead.
   converter.setSampleRate(48000.0F);
   converter.process(nullptr, outputs.data(), 64);
   EXPECT_THAT(std::vector<float>(samples.begin(), samples.begin() + 8), testing::Each(0.0F));

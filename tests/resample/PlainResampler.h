@@ -1,5 +1,5 @@
-// The resampler as a plain loop, one sample at a time, with a filter designed here from its formulas, and a converter
-// made of two of them.
+// The resampler as a plain loop over samples, with a filter computed here from formulas, and a converter made of two
+// such resamplers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,8 +12,8 @@
 
 namespace scene {
 
-/// A low-pass of 384 taps with a cut-off of 22000 Hz, at `phases` times the signal's rate, under a Kaiser window for 85
-/// dB of stop-band attenuation. Its gain is `phases`, since each output uses one phase alone.
+/// A low-pass of 384 taps at `phases` times the signal's rate: cut-off 22000 Hz, Kaiser window for 85 dB of stop-band
+/// attenuation. Its gain is `phases`, because each output sample uses one phase only.
 class Prototype {
  public:
   static constexpr int kLength = 384;
@@ -32,7 +32,7 @@ class Prototype {
  private:
   static constexpr double kBeta = 0.1102 * (85.0 - 8.7);
 
-  /// Fifteen terms of the series of the Bessel function I0.
+  /// Returns the Bessel function I0 by fifteen terms of its series.
   static double besselI0(double x) {
     double sum = 1.0;
     for (int k = 1; k <= 15; ++k) {
@@ -42,7 +42,7 @@ class Prototype {
   }
 
   double gain;
-  double cutoff;  ///< Relative to half of the oversampled rate.
+  double cutoff;  ///< Relative to half the oversampled rate.
 };
 
 /// One channel.
@@ -94,7 +94,7 @@ class PlainResampler {
   }
 
  private:
-  /// Sums in four lanes, oldest tap first, as the kernels do.
+  /// Adds in four lanes, oldest tap first, as the kernels do.
   float dot(const std::vector<float>& table) const {
     std::array<float, 4> lanes{};
     for (std::size_t i = 0; i < taps; ++i) {
@@ -118,13 +118,13 @@ class PlainResampler {
   float fraction = 0.0F;
 };
 
-/// One channel of the converter around an engine that plays its input.
+/// One channel of the converter, around an engine that passes its input through.
 class PlainConverter {
  public:
   PlainConverter(std::int32_t rate, std::int32_t downPhases)
       : down(rate, 44100.0F, downPhases), up(44100, static_cast<float>(rate), 16) {}
 
-  /// Starts both filters from silence; what waits for the host stays.
+  /// Starts both filters from silence; keeps the samples that wait for the host.
   void setRate(std::int32_t rate, std::int32_t downPhases) {
     down = PlainResampler(rate, 44100.0F, downPhases);
     up = PlainResampler(44100, static_cast<float>(rate), 16);
@@ -146,7 +146,7 @@ class PlainConverter {
   }
 
  private:
-  static constexpr std::size_t kLead = 8;  ///< Frames by which the host hears the engine late.
+  static constexpr std::size_t kLead = 8;  ///< Frames by which the engine's output is delayed for the host.
 
   PlainResampler down;
   PlainResampler up;

@@ -1,4 +1,4 @@
-// The window against its formula, the resampler's kernels against a plain loop, and its way through silence.
+// The window against its formula, the resampler's kernels against a plain loop, and the resampler in silence.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -99,7 +99,7 @@ TEST(Resampler, GivesTheBitsOfThePlainLoopInBlocksOfAnySizeThroughSoundAndSilenc
 }
 
 TEST(StepRun, PassesSilenceAsThatManySteps) {
-  // The first five go round a circle of 2^22 + 1 places, of 2^24, of five, of three and of one.
+  // The first five repeat after 2^22 + 1 positions, after 2^24, five, three and one.
   for (const Conversion& c :
        {Conversion{48000, 44100.0F, 16}, Conversion{44100, 64000.0F, 16}, Conversion{44100, 96000.0F, 16},
         Conversion{44100, 37800.0F, 16}, Conversion{44100, 88200.0F, 16}, Conversion{44100, 45678.0F, 16}}) {

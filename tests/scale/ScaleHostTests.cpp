@@ -1,4 +1,4 @@
-// The scale host against worked examples: the keys of a scale, and its chords.
+// The scale host against worked examples: the keys of a scale, and chords.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scale/ScaleHost.h"
 

@@ -1,4 +1,4 @@
-// PNG files with a palette: other readers find the nearest colours in them.
+// PNG files with a palette: another reader finds the nearest colours in them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The transform behind spectrograms and measures: heights and places of sines, and sounds shorter than the window.
+// The transform of spectrograms and measurements: levels and positions of sines, and sounds shorter than the window.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ constexpr int kOrder = 10;
 constexpr std::size_t kSize = 1 << kOrder;
 
 TEST(Spectrum, ShowsEachSineAtItsBinWithItsAmplitude) {
-  std::vector<float> sound(kSize + 5, 1.0F);  // What exceeds the window is ignored.
+  std::vector<float> sound(kSize + 5, 1.0F);  // Samples beyond the window are ignored.
   for (std::size_t i = 0; i < kSize; ++i) {
     const double turn = 2.0 * std::numbers::pi * static_cast<double>(i) / double{kSize};
     sound[i] = static_cast<float>(0.5 * std::sin(37.0 * turn) + 0.25 * std::cos(400.0 * turn));
@@ -26,7 +26,7 @@ TEST(Spectrum, ShowsEachSineAtItsBinWithItsAmplitude) {
   const std::span<const float> powers = spectrum.of(sound);
   ASSERT_EQ(powers.size(), kSize / 2 + 1);
   for (std::size_t bin = 0; bin < powers.size(); ++bin) {
-    // A Hann window spreads a sine over three bins: half of its height to each side.
+    // A Hann window spreads a sine over three bins, with half its height on each side.
     const double first = 0.5 * std::max(0.0, 1.0 - std::abs(static_cast<double>(bin) - 37.0) / 2.0);
     const double second = 0.25 * std::max(0.0, 1.0 - std::abs(static_cast<double>(bin) - 400.0) / 2.0);
     ASSERT_NEAR(std::sqrt(powers[bin]) * 4.0 / double{kSize}, first + second, 1e-5) << bin;

@@ -1,4 +1,4 @@
-// What a host block does: its pieces, the MIDI that comes with it, and an instrument without a processor.
+// The processing of a host's block: its division, its MIDI, and an instrument without a processor.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 
@@ -74,7 +74,7 @@ TEST_F(Shell, SendsEachMessageWhereItBelongs) {
   struct Case {
     Bytes message;
     std::string atEngine;
-    float value = 0.25F;  // Of the mapped parameter, afterwards.
+    float value = 0.25F;  // Of the mapped parameter, after the message.
   };
   const std::vector<Case> cases{
       {{0x95, 40, 101}, "902865"},  {{0x8F, 40, 1}, "802801"},  {{0xB3, 7, 127}, "", 1.0F},
@@ -143,7 +143,7 @@ TEST_F(Shell, KeepsTheOrderAndTheTimesOfMessagesHoweverTheyAreTaken) {
   run(512);
   EXPECT_EQ(generator->midi, (Log{"902401@441", "902501@441", "b04a05@441", "802500@442"}));
 
-  // A list of a note, which needs no lock, and a controller, which does.
+  // A list of a note, which needs no lock, and a controller, which needs one.
   generator->midi.clear();
   std::array<bramel::vst::VstMidiEvent, 2> list{};
   for (auto& event : list) {

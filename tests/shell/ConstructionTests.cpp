@@ -1,4 +1,4 @@
-// Building the whole processor from a folder of files: order, start state, missing files.
+// Construction of the whole processor from a folder of files: order, initial state, missing files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/shell/Construction.h"
 
@@ -51,7 +51,7 @@ class Construction : public testing::Test {
   }
   static void write(const fs::path& path, const char* text) { write(path, std::string(text)); }
 
-  /// Two macros, the first on pad 0's level, and one factory program that sets them to 1 and 0.5.
+  /// Returns a chunk with two macros, the first on pad 0's level, and one factory program that sets them to 1 and 0.5.
   static Bytes macroChunk() {
     Bytes records;
     ByteWriter record(records);

@@ -1,5 +1,5 @@
-// Who waits for whom. The host is called while no lock of the shell is held: a host may wait in its answer for another
-// thread that asks for a parameter, or that renders a block, as hosts do that lock their graph for both.
+// Deadlocks. The shell must not hold a lock while it calls the host, because a host may wait inside the call for
+// another thread that reads a parameter or renders a block; some hosts lock their graph for both.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <atomic>
@@ -16,7 +16,7 @@
 namespace shell {
 namespace {
 
-/// Answers each call only when another thread has read a parameter or rendered a block, or after half a minute.
+/// Returns from each call when another thread has read a parameter or rendered a block, or after half a minute.
 struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
   explicit WaitingHost(BramelInstrument& shell) : instrument(shell) {}
   void beginEdit(std::uint64_t /*index*/) override { waitForAnotherThread(); }
@@ -51,7 +51,7 @@ struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
 };
 
 TEST_F(Shell, LetsBlocksRunWhileAStateIsPacked) {
-  // Let go when the state is packed, on the thread that packs it.
+  // Released when the state is packed, on the thread that packs it.
   bool isBlockServed = false;
   std::jthread audio;
   const auto runBlock = [&](const void* /*held*/) {

@@ -1,4 +1,4 @@
-// The whole instrument on a small sample library, with a macro for every value of the pads and the master section.
+// The whole instrument on a small sample library, with a macro for every value of the pads and of the master section.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -25,7 +25,7 @@ inline constexpr std::size_t kSlot = 4000;
 inline constexpr std::uint32_t kPadValues = 128;
 inline constexpr std::uint32_t kMasterOut = 0x110;
 
-/// Four groups of values behind those of the pads belong to the effect and the output.
+/// Four groups of values after those of the pads belong to the effect and the output.
 inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2,
                                                         const std::vector<std::uint64_t>& hidden = {}) {
   auto processor = std::make_unique<BramelInstrument::Processor>(
@@ -57,7 +57,7 @@ inline std::unique_ptr<BramelInstrument> makeInstrument(int programs = 2,
   return shell;
 }
 
-/// Interleaved by block: left, then right.
+/// Samples of each block: all of left, then all of right.
 class Player {
  public:
   explicit Player(std::unique_ptr<BramelInstrument> played) : shell(std::move(played)) {}
@@ -67,7 +67,7 @@ class Player {
     shell->sendMidi(bytes.data(), bytes.size(), delta);
   }
 
-  /// Room for what `play` keeps.
+  /// Reserves memory for the samples that `play` keeps.
   void reserve(std::size_t frames) {
     left.reserve(frames);
     right.reserve(frames);

@@ -1,4 +1,4 @@
-// The shell around the real engine: what must hold of the sound, whatever the host does with its blocks.
+// The shell around the real engine: properties of the sound that hold for any block sizes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ float loudest(const std::vector<float>& samples) {
       *std::max_element(samples.begin(), samples.end(), [](float a, float b) { return std::abs(a) < std::abs(b); }));
 }
 
-/// What a state holds but for the factory bank, whose programs have ids of their own in every instrument.
+/// Returns a state's content without the factory bank, because the ids of its programs differ between instruments.
 Bytes contentOf(const Bytes& state) {
   Bytes content = bramel::vst::unpackState(state)->content;
   const auto word = [&content](std::size_t at) { return std::size_t{cofu::core::wordIn(content, at).value()}; };
@@ -39,13 +39,13 @@ Bytes contentOf(const Bytes& state) {
   return content;
 }
 
-/// Plays a bar in blocks that `next` gives, with a note every 1500 frames where the rate is the engine's.
+/// Plays a bar in blocks whose sizes `next` returns, with a note every 1500 frames at the engine's rate.
 template <typename Next>
 Player playBar(float rate, Next next) {
   constexpr int kFrames = 12000;
   constexpr int kStep = 1500;
   Player player(makeInstrument());
-  player.play(2048);  // The glides of the start come to rest.
+  player.play(2048);  // Lets the initial glides settle.
   player.left.clear();
   player.right.clear();
   player.shell->setSampleRate(rate);
@@ -82,7 +82,7 @@ TEST_F(Instrument, SoundsTheSameInBlocksOfAnySize) {
   }
 }
 
-/// The processor's control register for floating-point arithmetic, without its record of what has happened.
+/// Returns the processor's floating-point control register without the exception flags.
 std::uint64_t floatingPointSettings() {
 #if defined(__aarch64__)
   std::uint64_t settings = 0;

@@ -1,5 +1,5 @@
-// Two threads in the parts of the shell that keep locks of their own, and where a lock alone keeps a list in order. The
-// thread sanitizer sees each lock that is missing.
+// Two threads in the modules of the shell that have their own locks, and in lists whose order depends on a lock. The
+// thread sanitizer reports each missing lock.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <chrono>
@@ -103,7 +103,7 @@ TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
   waiting->play = [this] { send({0x90, 37, 1}); };
   shell->setHostCallback(waiting);
   generator->toHost.emplace_back(Bytes{0x90, 36, 1}, 0U);
-  run();  // Calls the host with the lock held.
+  run();  // Calls the host while holding the lock.
   EXPECT_TRUE(waiting->isSent);
   generator->toHost.clear();
   run();
@@ -111,7 +111,7 @@ TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
 }
 
 TEST_F(Shell, KeepsPropertiesThatTwoThreadsSetOrOneReads) {
-  // No thread does both: the lock of the one would hide from the sanitizer that the other has none.
+  // Each thread does one of the two, because the lock of one would hide a missing lock of the other from the sanitizer.
   const auto nameOf = [](std::string letter, int round) { return letter.append(std::to_string(round % 100)); };
   const auto setOf = [&](const char* letter) {
     return [&, letter](int round) { shell->setProperty(nameOf(letter, round), cofu::core::boxed::makeBox(round)); };

@@ -1,4 +1,4 @@
-// A busy instrument asks for no memory and gives none back.
+// A busy instrument neither allocates nor frees memory.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CountedMemory.h"
 
@@ -11,7 +11,7 @@
 namespace instrument {
 namespace {
 
-/// Notes, controllers, pitch bends, parameter writes, tempi and a program, in blocks of all kinds.
+/// Plays notes, controllers, pitch bends, parameter writes, tempo changes and a program, in blocks of all kinds.
 void playBusily(Player& player, std::uint32_t seed) {
   std::mt19937 random(seed);
   for (const std::int32_t frames : {64, 512, 1, 2049, 128}) {

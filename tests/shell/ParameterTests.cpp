@@ -1,5 +1,5 @@
-// The routes by which values reach the engine, what is read back, and what host and editor are told; keys and
-// properties beside them.
+// The ways by which values reach the engine, the values that are read back, and the reports to host and editor; keys
+// and properties.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <map>
 

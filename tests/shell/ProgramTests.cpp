@@ -1,4 +1,4 @@
-// Programs and their files, and the state that a host keeps.
+// Programs, their files, and the state that a host saves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <atomic>
@@ -35,7 +35,7 @@ class Programs : public Shell {
     }
     return list;
   }
-  /// What the editor was told that begins with `word`.
+  /// Returns the editor's calls that begin with `word`.
   Log told(const std::string& word) const {
     Log lines;
     std::copy_if(editor->log.begin(), editor->log.end(), std::back_inserter(lines),
@@ -147,7 +147,7 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeAnythingInItIsLost) {
   expectCopy([this] { shell->overwriteProgram(); });
   expectCopy([&] { shell->importPrograms(exported); });
   expectCopy([this] { shell->deleteProgram(kUser, 0); });
-  fs::resize_file(userFile(), 300);  // Nobody can read it as it is, but its user may know how to mend it.
+  fs::resize_file(userFile(), 300);  // Unreadable as it is, but its user may be able to repair it.
   expectCopy([this] { shell->saveProgramAs(kUser, "d"); });
   std::string later = bytesOf(userFile()).substr(0, 28 + 224 + 4 * 12) + std::string(12, '\0');
   later[4] = 5;  // One program of five macros, of 8 + 224 + 5 * 12 bytes.
@@ -157,7 +157,7 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeAnythingInItIsLost) {
   expectCopy([this] { shell->saveProgramAs(kUser, "e"); });
 }
 
-/// Two instances in a song, each of which loaded the user's programs before the other changed them.
+/// Two instances in a song, both of which loaded the user's programs before the other changed them.
 class TwoInstances : public Programs {
  protected:
   TwoInstances() {
@@ -166,7 +166,7 @@ class TwoInstances : public Programs {
     }
     restart();
   }
-  /// Gives the other instance the programs of the file, as a new one would have them.
+  /// Replaces the other instance by a new one, which loads the programs of the file.
   void restart() {
     auto processor = std::make_unique<Processor>("Sivray", std::make_unique<NotingGenerator>());
     for (int macro = 0; macro < 4; ++macro) {
@@ -223,7 +223,7 @@ TEST_F(TwoInstances, EachKeepItsOwnChangeOfAProgramThatBothHaveChanged) {
 }
 
 TEST_F(TwoInstances, ReadAndWriteTheirFileOneAfterTheOther) {
-  shell->saveProgramAs(kUser, "ours");  // The move's block, which runs between reading and writing, selects it.
+  shell->saveProgramAs(kUser, "ours");  // The block inside the move, between reading and writing, selects it.
   std::thread elsewhere;
   std::atomic<bool> isSaved = false;
   editor->whenHeld = [&] {
@@ -257,7 +257,7 @@ TEST_F(TwoInstances, TakeNothingFromAFileThatIsNoListOfPrograms) {
 
 TEST_F(Programs, SayWhetherTheyReachedTheDisk) {
   EXPECT_TRUE(shell->areProgramsWritten());
-  fs::create_directories(userFile());  // A folder in the file's place.
+  fs::create_directories(userFile());  // A folder with the file's name.
   store(kUser, "a", 0.5F);
   EXPECT_FALSE(shell->areProgramsWritten());
   EXPECT_FALSE(shell->exportPrograms(userFile().string()));

@@ -1,4 +1,4 @@
-// Who asks for a wave reads it from the disk, so that the block which takes it needs no file.
+// The thread that asks for a wave reads it from disk, so that the block that applies the change reads no file.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -14,17 +14,17 @@ namespace {
 
 constexpr int kWaves = 9;
 constexpr std::uint64_t kWaveOfPad3 = 3 * 16;
-constexpr std::uint64_t kHiddenWave = 4 * 16;  ///< The host does not see it.
+constexpr std::uint64_t kHiddenWave = 4 * 16;  ///< Not visible to the host.
 
 class ReadAhead : public testing::Test {
  protected:
   void SetUp() override {
     player.play(64);
-    player.shell->setParameter(kWaveOfPad3, 1.0F);  // This is the thread of the blocks.
+    player.shell->setParameter(kWaveOfPad3, 1.0F);  // This is the thread that renders blocks.
     ASSERT_TRUE(sounds(3));
   }
 
-  /// Whether a note is heard in its 1500th frame. Without samples the last sound fades out in less.
+  /// Whether a note sounds at its 1500th frame. Without samples the previous sound has faded out by then.
   bool sounds(int pad) {
     player.note(36 + pad);
     player.play(1500);
@@ -34,7 +34,7 @@ class ReadAhead : public testing::Test {
     return std::any_of(player.left.begin(), player.left.end(), [](float sample) { return sample != 0.0F; });
   }
 
-  /// Plays the block after `ask` while the samples' file is missing. Returns whether the pad sounds afterwards.
+  /// Renders the block after `ask` while the samples' file is missing. Returns whether the pad sounds afterwards.
   bool soundsWithoutFile(int pad, const std::function<void()>& ask) {
     ask();
     const auto file = folder.pathOf("drumdata.bin");

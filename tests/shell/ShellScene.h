@@ -1,5 +1,5 @@
-// An instrument around a generator that writes down what reaches it, with a host and an editor that do the same, and a
-// documents folder of its own.
+// An instrument around a generator that records its calls, with a host and an editor that do so too, and a separate
+// documents folder.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -29,7 +29,7 @@ using Bytes = std::vector<std::uint8_t>;
 using Log = std::vector<std::string>;
 namespace fs = std::filesystem;
 
-/// The first macro's engine parameter; the others follow.
+/// The engine parameter of the first macro; the others' follow.
 constexpr std::uint32_t kFirstTarget = 100;
 
 inline std::string hex(const std::uint8_t* data, std::size_t size) {
@@ -41,8 +41,8 @@ inline std::string hex(const std::uint8_t* data, std::size_t size) {
   return text;
 }
 
-/// Sounds as the constant 0.5, and on other outs as the number of the channel. Writing down allocates nothing on the
-/// audio thread.
+/// Outputs the constant 0.5, and on further outputs the channel's number. Recording does not allocate on the audio
+/// thread.
 class NotingGenerator final : public vimo::QuietGenerator {
  public:
   NotingGenerator() {
@@ -97,11 +97,11 @@ class NotingGenerator final : public vimo::QuietGenerator {
   std::function<std::shared_ptr<const void>()> heldBySnapshot;
 };
 
-/// A log of its own, and a line in the one that both sides may share.
+/// Records calls in its own log and in the shared one, if any.
 class Noting {
  protected:
   Noting(Log& own, Log* shared, const char* name) : ownLog(own), sharedLog(shared), side(name) {}
-  /// What a test writes down may be allocated.
+  /// Recording is allowed to allocate.
   void note(const std::string& call) {
     cofu::core::mayWait([&] {
       ownLog.push_back(call);
@@ -117,7 +117,7 @@ class Noting {
   std::string side;
 };
 
-/// Writes values back as an adapter does.
+/// Writes values back, as an adapter does.
 struct NotingHost final : bramel::vst::BramelInstrumentHostCallback, Noting {
   explicit NotingHost(BramelInstrument& shell, Log* shared = nullptr)
       : Noting(log, shared, "host: "), instrument(shell) {}
@@ -174,7 +174,7 @@ struct NotingEditor final : bramel::vst::BramelInstrumentUICallback, Noting {
   std::function<void()> whenHeld;  ///< Called once, inside a block.
 };
 
-/// Gives the last value as its text.
+/// Returns the last value as its text.
 struct PlainTexts final : bramel::tooltip::BramelTooltipProvider {
   std::string getParameterText(std::uint64_t index) override { return std::to_string(getValue(index)); }
 };
@@ -219,7 +219,7 @@ class Shell : public testing::Test {
   bool load(const Bytes& state) { return shell->setState(state.data(), state.size()); }
 
   fs::path documents;
-  Log together;  ///< What host and editor were told, in order.
+  Log together;  ///< Calls to host and editor, in order.
   NotingGenerator* generator = nullptr;
   std::unique_ptr<BramelInstrument> shell;
   std::shared_ptr<NotingHost> host;

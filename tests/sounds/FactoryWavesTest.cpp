@@ -1,4 +1,4 @@
-// The factory waves have the properties of their categories. All are rendered once; under a sanitizer every 27th.
+// The factory waves have the properties of their categories. All are rendered once; in a sanitizer build, every 27th.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
@@ -59,7 +59,7 @@ double mean(const std::vector<double>& values) {
   return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
 }
 
-/// Songs keep a wave as its number over the highest one, so that neither the numbers nor their count may ever change.
+/// Songs store a wave as its number divided by the highest number, so neither the numbers nor their count may change.
 TEST(FactoryWaves, KeepTheirNumbers) {
   const std::vector<FactoryRow> rows = readFactoryRows(SIVRAY_WAVE_TABLES);
   ASSERT_EQ(rows.size(), 512U);
@@ -184,7 +184,7 @@ TEST(FactoryWaves, LastAsLongAsTheirDrums) {
 
 TEST(FactoryWaves, KicksAndTomsFallInPitch) {
   if (kStride != 1) {
-    return;  // A share of six waves would be none: those that do not fall are a tenth of all.
+    return;  // 10 % of all may not fall, but 10 % of so few waves would be none.
   }
   const auto crossings = [](const std::vector<std::int16_t>& samples, std::size_t first, std::size_t last) {
     int count = 0;

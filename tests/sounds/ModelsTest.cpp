@@ -1,4 +1,4 @@
-// Every model renders the same bits with every compiler, and table errors name their place.
+// Every model renders the same bits with every compiler, and table errors name their line.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -27,8 +27,8 @@ std::uint64_t hashOf(const Wave& wave) {
 
 Wave waveOf(const std::string& row) { return makeWave({0, parseWaveTable(row, "here").front()}); }
 
-/// A row that turns on all of a model, each parameter a part of the way from its default to its highest value, and all
-/// of what follows the model.
+/// Returns a row that uses all of a model and of the processing after it, each parameter between its default and its
+/// highest value.
 std::string fullRow(const std::string& model) {
   constexpr double kPart = 0.3;
   std::ostringstream row;
@@ -45,9 +45,9 @@ std::string fullRow(const std::string& model) {
   return row.str();
 }
 
-// Hashes of two short stereo waves of each model, as its defaults are and with all that it has, computed with GCC;
-// Clang and all optimisation levels must agree. A hash may change only with a deliberate change of its model or of the
-// finish; the failing test prints the new one.
+// Hashes of two short stereo waves of each model, one with its defaults and one with all its features, computed with
+// GCC. Clang and all optimisation levels must agree. A hash may change only with a deliberate change of its model or of
+// the processing after it; the failing test prints the new hash.
 TEST(Models, GiveTheSameBitsEverywhere) {
   struct Golden {
     std::string model;

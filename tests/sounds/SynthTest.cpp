@@ -1,4 +1,4 @@
-// The components of the synthesis against their mathematical properties.
+// Mathematical properties of the synthesis components.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-// Measures waves as they are heard: by frequency band, over time, and against each other.
+// Measures waves: by frequency band, over time, and in comparison with each other.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -73,7 +73,8 @@ class Spectrum {
     }
   }
 
-  /// The first half of a full turn in `size` steps. Kept for the next spectrum of that size.
+  /// Returns the roots of unity for the first half of a turn in `size` steps. Cached for the next spectrum of that
+  /// size.
   static const std::vector<std::complex<double>>& turnsOf(std::size_t size) {
     static std::map<std::size_t, std::vector<std::complex<double>>> known;
     std::vector<std::complex<double>>& turns = known[size];
@@ -88,7 +89,7 @@ class Spectrum {
   double binHertz = 0.0;
 };
 
-/// Returns the RMS of each stretch of `seconds`.
+/// Returns the RMS of each section of `seconds`.
 inline std::vector<double> courseOf(const std::vector<std::int16_t>& samples, double seconds) {
   const auto hop = static_cast<std::size_t>(seconds * 44100.0);
   std::vector<double> course((samples.size() + hop - 1) / hop);
@@ -99,7 +100,7 @@ inline std::vector<double> courseOf(const std::vector<std::int16_t>& samples, do
   return course;
 }
 
-/// Returns the time after which nothing is louder than 20 dB below the loudest moment.
+/// Returns the time after which nothing is louder than 20 dB below the loudest section.
 inline double lengthOf(const std::vector<std::int16_t>& samples) {
   const std::vector<double> course = courseOf(samples, 0.005);
   const double threshold = 0.1 * *std::max_element(course.begin(), course.end());
@@ -120,7 +121,8 @@ inline double correlation(const std::vector<std::int16_t>& a, const std::vector<
   return both / std::sqrt(first * second);
 }
 
-/// Returns the course of a sound's bands over time, in dB; two similar sounds agree in it whatever their noise.
+/// Returns the levels of a sound's bands over time, in dB. Similar sounds have similar levels, even if their noise
+/// differs.
 inline std::vector<double> fingerprintOf(const std::vector<std::int16_t>& samples) {
   constexpr double kEnds[]{0.01, 0.03, 0.08, 0.2, 0.5, 6.0};
   std::vector<double> print;

@@ -1,4 +1,4 @@
-// Devices that open, refuse, vanish, change their rate or fall silent, and what the program remembers of them.
+// Devices that open, refuse, disappear, change their rate or become silent, and the settings that the program keeps.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -105,7 +105,7 @@ TEST_F(SoundDeviceTest, FollowsAServersRateAndTellsOfOneThatDoesNotAnswer) {
   EXPECT_EQ(player.rate, 96000.0);
   EXPECT_EQ(text(), "JACK: system, 96000 Hz, 256 frames");
   EXPECT_EQ(machine["JACK"]["system"].starts, 2);
-  machine["JACK"]["system"].rate = 0.0;  // As a server that ends.
+  machine["JACK"]["system"].rate = 0.0;  // As after the end of a server.
   wait(1);
   EXPECT_EQ(text(), "JACK: system, 96000 Hz, 256 frames");
   machine["JACK"]["system"].rate = 96000.0;

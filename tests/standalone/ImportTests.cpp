@@ -1,4 +1,4 @@
-// Files that are dropped on the program: they play at once, beside a sound that stays, and can be taken back.
+// Files dropped on the program: they play at once, are compared with a sound that stays, and can be undone.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -71,7 +71,7 @@ class ImportTest : public sivray::test::ProgramScene {
 
   juce::String place(const char* name) const { return folder.getFile().getChildFile(name).getFullPathName(); }
 
-  /// Writes a decaying tone of a fifth of a second, each another one.
+  /// Writes a decaying tone of 0.2 s, different for each pitch.
   juce::String sound(const juce::String& name, int pitch) const {
     const juce::File file = folder.getFile().getChildFile("in").getChildFile(name);
     file.getParentDirectory().createDirectory();

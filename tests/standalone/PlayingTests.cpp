@@ -1,4 +1,4 @@
-// Keys, demo and the device's blocks: which events reach the instrument, and when.
+// Keys, demo and the device's blocks: the events that reach the instrument, and their times.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ TEST(PadKeys, StrikeOnceWhileAKeyRepeatsAndReleaseWhenItComesUp) {
   EXPECT_TRUE(PadKeys::isPadKey('H') && PadKeys::isPadKey('g') && !PadKeys::isPadKey('l'));
 }
 
-/// A demo of one bar at 120 beats a minute: a note at 0 and at 0.5 s, and a controller at 0.75 s.
+/// Returns a demo of one bar at 120 BPM: notes at 0 and at 0.5 s, and a controller at 0.75 s.
 DemoScore oneBar() {
   DemoScore score;
   score.seconds = 2.0;
@@ -53,7 +53,7 @@ DemoScore oneBar() {
   return score;
 }
 
-/// Writes down its blocks, and gives a constant.
+/// Records its blocks, and outputs a constant.
 class NotingProcessor final : public juce::AudioProcessor {
  public:
   NotingProcessor()
@@ -110,20 +110,20 @@ class NotingProcessor final : public juce::AudioProcessor {
   }
 
   std::vector<std::string> log;
-  std::vector<int> programs;  ///< That were selected; -1 for a state.
+  std::vector<int> programs;  ///< Selected programs; -1 for a state.
   int program = 1;
   int frame = 0;
   int longest = 0;
   double tempo = 0.0;
   double beat = 0.0;
   double preparedRate = 0.0;
-  std::vector<int> tempoChanges;  ///< Frames.
+  std::vector<int> tempoChanges;  ///< In frames.
   bool isMoving = false;
 };
 
 class PlaybackTest : public testing::Test {
  protected:
-  /// One block of a device of so many channels; returns them.
+  /// Renders one block of a device with this number of channels, and returns the channels.
   std::vector<std::vector<float>> block(int frames, int channelCount = 2) {
     std::vector<std::vector<float>> channels(static_cast<std::size_t>(channelCount),
                                              std::vector<float>(static_cast<std::size_t>(frames), 9.0F));
@@ -142,7 +142,7 @@ class PlaybackTest : public testing::Test {
 
 TEST_F(PlaybackTest, PlaysTheDemoInALoopHoweverTheDeviceCutsItsBlocks) {
   for (const int frames : {100, 256, 7000}) {
-    playback.prepare(1000.0, 256);  // 1000 Hz: a frame is a millisecond.
+    playback.prepare(1000.0, 256);  // At 1000 Hz, a frame is a millisecond.
     playback.demo().play();
     processor.log.clear();
     processor.frame = 0;
@@ -209,10 +209,10 @@ TEST(Playback, EndsNoNoteOfTheDemoTwice) {
   EXPECT_THAT(processor.log, ElementsAre("0: 9 36", "500: 9 38", "600: 8 38", "700: 9 36"));
 }
 
-/// Two bars: one at 120 beats a minute on kit 1, one at 240 on kit 2.
+/// Returns a demo of two bars: one at 120 BPM on kit 1, one at 240 BPM on kit 2.
 DemoScore twoKits() {
   DemoScore score = oneBar();
-  score.events.pop_back();  // A controller would cut a block.
+  score.events.pop_back();  // A controller would split a block.
   score.seconds = 3.0;
   score.tempos = {{0.0, 120.0, 0.0}, {2.0, 240.0, 4.0}};
   score.kits = {{0.0, "Kit 1"}, {2.0, "Kit 2"}};
@@ -245,7 +245,7 @@ TEST(DemoKits, FollowTheDemoWhichWaitsForThemAndBringTheUsersSoundBack) {
       EXPECT_DOUBLE_EQ(processor.tempo, 120.0);
       EXPECT_DOUBLE_EQ(processor.beat, time / 500.0);
     }
-    for (int round = 0; round < 3; ++round) {  // The message thread is busy elsewhere.
+    for (int round = 0; round < 3; ++round) {  // While the message thread is busy.
       play(500);
       EXPECT_EQ(playback.demo().kit(), 1U);
       EXPECT_DOUBLE_EQ(processor.tempo, 240.0);
@@ -257,9 +257,9 @@ TEST(DemoKits, FollowTheDemoWhichWaitsForThemAndBringTheUsersSoundBack) {
       play(500);
       EXPECT_DOUBLE_EQ(processor.beat, beat);
     }
-    play(60);  // The first kit again, for which it waits.
+    play(60);  // The first kit again, which it waits for.
     select();
-    for (int done = 0; done < 3000; done += 60) {  // The tempo changes in the midst of one.
+    for (int done = 0; done < 3000; done += 60) {  // The tempo changes in the middle of one.
       play(60);
       EXPECT_EQ(playback.demo().kit(), done < 1900 || done >= 2900 ? 0U : 1U) << "ahead by 0.1 s: " << done;
       select();
@@ -279,7 +279,7 @@ TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
   EXPECT_THAT((std::vector{four[0][99], four[1][99], four[2][99], four[3][99]}), ElementsAre(0.5F, 0.25F, 0.0F, 0.0F));
   EXPECT_TRUE(block(16, 0).empty());
 
-  // Behind three channels of its own, one for each side of a further out.
+  // After three channels of its own, one for each side of another output.
   playback.prepare(44100.0, 64, 2);
   std::array<std::vector<float>, 5> channels;
   channels.fill(std::vector<float>(100, 9.0F));
@@ -295,8 +295,8 @@ TEST_F(PlaybackTest, FitsTheSoundToTheDevicesChannels) {
 }
 
 TEST_F(PlaybackTest, KeysAndMidiInputsStrikeAndTheToneFadesInAndOut) {
-  playback.playNote(36, true);     // Before any device: nobody hears it.
-  playback.prepare(48000.0, 100);  // A device may bring more at once.
+  playback.playNote(36, true);     // Before any device is open, so nobody hears it.
+  playback.prepare(48000.0, 100);  // A device may deliver longer blocks.
   playback.playNote(40, true);
   playback.playNote(40, false);
   playback.handleIncomingMidiMessage(nullptr, juce::MidiMessage::noteOn(3, 41, juce::uint8{9}).withTimeStamp(0.001));
@@ -346,7 +346,7 @@ TEST_F(PlaybackTest, MidiInputsPlayByTheNoteMapAndThePadsOfThePanelAreHeard) {
 
 TEST(DemoScore, IsReadFromAMidiFileAndEmptyForAnythingElse) {
   juce::MidiMessageSequence track;
-  track.addEvent(juce::MidiMessage::tempoMetaEvent(500000 / 2), 0.0);  // 240 beats a minute.
+  track.addEvent(juce::MidiMessage::tempoMetaEvent(500000 / 2), 0.0);  // 240 BPM.
   track.addEvent(juce::MidiMessage::noteOn(10, 36, juce::uint8{100}), 96.0);
   track.addEvent(juce::MidiMessage::noteOff(10, 36), 5 * 96.0);
   juce::MidiFile midi;

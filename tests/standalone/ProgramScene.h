@@ -1,4 +1,4 @@
-// The whole program in its window on made-up devices, for tests that work it as its user does.
+// The whole program in its window, on simulated devices, for tests that operate it like a user.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -29,7 +29,7 @@ class ProgramScene : public SoundTest {
     }
   }
 
-  /// Starts the program with its settings in this folder.
+  /// Starts the program with settings in this folder.
   void start(const juce::File& settings) {
     using namespace tesh::bramel::standalone;
     program = std::make_unique<Standalone>(
@@ -38,7 +38,7 @@ class ProgramScene : public SoundTest {
     run();
   }
 
-  /// Blocks of the devices, and what the message thread does meanwhile.
+  /// Renders blocks of the devices while the message thread runs.
   void run(int count = 4) {
     for (int i = 0; i < count; ++i) {
       for (auto& [type, devices] : machine) {
@@ -46,12 +46,12 @@ class ProgramScene : public SoundTest {
           playBlock(device.player);
         }
       }
-      // JUCE's loop, other than the program's, leaves events that are in memory.
+      // JUCE's own loop, unlike the program's, leaves events that are already in memory.
       tesh::bramel::vst::awakenForQueuedEvents(window->getPeer()->getNativeHandle());
       juce::MessageManager::getInstance()->runDispatchLoopUntil(20);
     }
   }
-  /// Waits as long as a machine with much else to do may need.
+  /// Waits for the condition, long enough for a busy machine.
   bool comesTrue(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(4);
     while (!condition() && std::chrono::steady_clock::now() < deadline) {
@@ -81,7 +81,7 @@ class ProgramScene : public SoundTest {
 
   std::unique_ptr<tesh::bramel::standalone::Standalone> program;
   juce::TopLevelWindow* window = nullptr;
-  float loudest = 0.0F;  ///< Of all that was played.
+  float loudest = 0.0F;  ///< The largest sample so far.
 
  private:
   void playBlock(juce::AudioIODeviceCallback* callback) {

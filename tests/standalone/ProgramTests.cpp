@@ -1,4 +1,4 @@
-// The whole program in its window: what it remembers, whose the keys are, and what the strip tells.
+// The whole program in its window: its settings, keyboard focus, and the strip's texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ using namespace tesh::bramel::standalone;
 using sivray::hosting::HostWindow;
 using sivray::test::Hand;
 
-/// A bar at 120 beats a minute on the kit "Wet", with a note at its start.
+/// Writes a demo of one bar at 120 BPM on the kit "Wet", with a note at its start.
 void writeDemo(const std::filesystem::path& commonFiles) {
   juce::MidiMessageSequence track;
   track.addEvent(juce::MidiMessage::textMetaEvent(1, "program=Wet"), 0.0);
@@ -74,11 +74,11 @@ class ProgramTest : public sivray::test::ProgramScene {
   void focus() {
     ASSERT_TRUE(comesTrue([this] {
       void* const own = window->getPeer()->getNativeHandle();
-      vst::giveKeyboardFocusTo(own);  // Nothing happens before the window is shown.
+      vst::giveKeyboardFocusTo(own);  // Has no effect before the window is shown.
       return vst::hasKeyboardFocus(own) && window->isActiveWindow();
     }));
-    // It counts as active before it hears of the focus, which then moves within it once more. The mouse's news come
-    // later.
+    // The window counts as active before it receives the focus event, after which the focus moves once more inside it.
+    // The mouse events arrive later.
     isAside = !isAside;
     const juce::Point<int> place(isAside ? 30 : 60, 10);
     other->moveTo({window->getX() + place.x, window->getY() + place.y});
@@ -88,7 +88,7 @@ class ProgramTest : public sivray::test::ProgramScene {
   const support::KitFolder content;
   juce::TemporaryFile folder{"sivray"};
   std::optional<HostWindow> other;  ///< Another program's window.
-  bool isAside = false;             ///< Where the mouse was put last.
+  bool isAside = false;             ///< Last position of the mouse.
 };
 
 TEST_F(ProgramTest, ComesBackWithSoundDeviceMidiAndPlace) {
@@ -281,7 +281,7 @@ TEST_F(ProgramTest, AListWithTheFocusTakesTheLettersAndThePadsOtherwise) {
   button("Sample of pad 1").click();
   auto& browser = *find<BWSampleSelectorView>(*window);
   auto& list = *find<juce::ListBox>(browser, "Samples");
-  // The server's news of the window's focus, which may be late, take it away once more.
+  // The server's late focus events for the window take the focus away once more.
   EXPECT_TRUE(comesTrue([&] {
     list.grabKeyboardFocus();
     run(10);

@@ -1,4 +1,4 @@
-// Sound devices that do what a test's script says.
+// Sound devices that follow a test's script.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@ namespace sivray::test {
 
 using tesh::bramel::standalone::SoundDevice;
 
-/// What a device of the machine does; shared by all that open it.
+/// The behaviour of one of the machine's devices, shared by all objects that open it.
 struct Script {
   bool isThere = true;
   bool opens = true;
@@ -24,7 +24,7 @@ struct Script {
   double rate = 48000.0;
   int block = 512;
   int starts = 0;
-  juce::AudioIODeviceCallback* player = nullptr;  ///< While it plays.
+  juce::AudioIODeviceCallback* player = nullptr;  ///< Set while the device plays.
 };
 
 using Machine = std::map<juce::String, std::map<juce::String, Script>>;  ///< Devices by type and name.
@@ -104,7 +104,7 @@ class NoPlayer final : public juce::AudioIODeviceCallback, public juce::MidiInpu
   double rate = 0.0;
 };
 
-/// A machine with the inputs in `list`, of which those in `players` are open.
+/// A machine with the MIDI inputs in `list`, of which those in `players` are open.
 struct ScriptedMidi {
   tesh::bramel::standalone::MidiSystem system() {
     return {.list = [this] { return list; },
@@ -122,7 +122,7 @@ struct ScriptedMidi {
   bool opens = true;
 };
 
-/// A machine of the devices in `machine`, and what plays on them.
+/// A machine with the devices in `machine`, and the sound player that uses them.
 class SoundTest : public testing::Test {
  protected:
   SoundDevice::Types types() {
@@ -133,7 +133,7 @@ class SoundTest : public testing::Test {
     return result;
   }
 
-  /// Seconds go by, in each of which the device plays some blocks.
+  /// Lets seconds pass, in each of which the device plays some blocks.
   void wait(int seconds, bool playsBlocks = true) {
     for (int i = 0; i < seconds; ++i) {
       blocks += playsBlocks ? 90 : 0;
@@ -141,10 +141,10 @@ class SoundTest : public testing::Test {
     }
   }
 
-  /// What the user reads.
+  /// Returns the text that the user reads.
   std::string text() const { return sound.describe().toStdString(); }
 
-  static constexpr int kFirstSetupRow = 40 + 28 + 14;  ///< The middle of the first row of the setup's lists.
+  static constexpr int kFirstSetupRow = 40 + 28 + 14;  ///< The middle of the first row in the setup's lists.
 
   Machine machine;
   ScriptedMidi midi;

@@ -1,4 +1,4 @@
-// The strip and the setup under a hand, without a screen.
+// The strip and the setup with a simulated mouse, without a screen.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ using testing::IsEmpty;
 
 class ViewTest : public sivray::test::SoundTest {
  protected:
-  /// The line below the setup's lists.
+  /// Returns the line below the setup's lists.
   static std::string lastLine(SetupView& view) {
     std::string line;
     for (juce::Component* const child : view.getChildren()) {

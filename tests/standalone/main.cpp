@@ -1,4 +1,4 @@
-// Runs the tests of the program and its parts on a screen of their own and without a sound card.
+// Runs the program's tests on a virtual screen and without a sound card.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>

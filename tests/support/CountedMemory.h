@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-// The sanitizers have operators of their own, which cannot be replaced or must not be mixed with these.
+// Sanitizers have their own operators, which cannot be replaced or must not be mixed with these.
 #if defined(__has_feature)
 #if __has_feature(thread_sanitizer) || __has_feature(address_sanitizer)
 #define SIVRAY_FIXED_OPERATORS

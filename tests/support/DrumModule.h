@@ -1,4 +1,4 @@
-// The whole instrument with the panel's macros, and a sample library whose ids, flat indices and categories differ.
+// The whole instrument with the panel's macros, and a sample library whose ids, list indices and categories differ.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -16,7 +16,7 @@
 
 namespace support {
 
-/// The category of each wave, from 0, by its id: neither sorted nor without gaps.
+/// The category of each wave, from 0, by its id; not sorted, and with gaps.
 inline constexpr std::array<std::uint32_t, 11> kCategoryOfWave{9, 0, 1, 3, 0, 5, 1, 8, 3, 9, 7};
 
 inline constexpr std::uint64_t kHidden = 100;  ///< The only macro that the host does not see.

@@ -15,8 +15,8 @@
 
 namespace sivray::test {
 
-/// Coordinates are the root's. The pressed component gets all events until the release, as with a real mouse; a
-/// component that is deleted meanwhile gets none. Example: `Hand(knob).press(10, 40).drag(10, 20).release()`.
+/// Coordinates are those of the root. The pressed component gets all events until the release, as with a real mouse; if
+/// it is deleted meanwhile, nobody gets them. Example: `Hand(knob).press(10, 40).drag(10, 20).release()`.
 class Hand {
  public:
   explicit Hand(juce::Component& rootComponent) : root(&rootComponent) {
@@ -28,7 +28,7 @@ class Hand {
   Hand& rightButton() { return button(juce::ModifierKeys::rightButtonModifier); }
   Hand& alt() { return button(juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::altModifier); }
 
-  /// Without a button. The root hears of it too, as one that listens to its children does.
+  /// Moves without a button. The root is called, too, as a component that listens to its children.
   Hand& move(int x, int y) {
     here = down = juce::Point<int>(x, y).toFloat();
     target = root == nullptr ? nullptr : root->getComponentAt(here);
@@ -105,7 +105,7 @@ class ControlLog : public tesh::bramel::IBWControlListener {
   std::vector<std::string> lines;
 };
 
-/// Counts the repaints that a component and its children ask for.
+/// Counts the repaints that a component and its children request.
 class RepaintCounter {
  public:
   explicit RepaintCounter(juce::Component& component) {
@@ -116,7 +116,7 @@ class RepaintCounter {
 
   /// Returns the repaints so far and resets the count.
   int take() { return std::exchange(*asked, {}).count; }
-  /// Returns the rectangle around all that was to be painted and resets it.
+  /// Returns the bounding rectangle of all requested repaints and resets it.
   juce::Rectangle<int> takeArea() { return std::exchange(*asked, {}).area; }
 
  private:

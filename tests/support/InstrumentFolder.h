@@ -1,5 +1,5 @@
-// The files that an instrument reads at its start: a sample library, and a description of three macros, the second
-// hidden from the host.
+// The files that an instrument reads when it starts: a sample library, and a description of three macros, of which the
+// host does not see the second.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,7 +15,7 @@
 
 namespace support {
 
-/// The common files and the user's documents of this process while this object exists.
+/// Sets the common files and the user's documents of this process while this object exists.
 class InstrumentFolder : public support::SampleFolder {
  public:
   InstrumentFolder() : SampleFolder(support::assortedWaves(3, 2000)) {

@@ -1,4 +1,4 @@
-// A whole instrument on disk for tests: a sample library and a description with a few macros and programs.
+// The files of a whole instrument for tests: a sample library and a description with a few macros and programs.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -37,7 +37,7 @@ class KitFolder {
     ::setenv("BRAMEL_DOCUMENTS", (commonFiles() / "documents").c_str(), 1);
   }
 
-  /// The common-files folder; it is removed with this object.
+  /// Returns the common-files folder, which is removed with this object.
   std::filesystem::path commonFiles() const { return samples.pathOf("../../../..").lexically_normal(); }
 
  private:
@@ -81,7 +81,7 @@ class KitFolder {
     Controller& controller = processor.controller();
     controller.setProgramName(name);
     controller.programs().storeCurrent(tesh::vimo::Bank::factory);
-    // The state has no selected program, so the first block selects the first.
+    // The state has no selected program, so the first block selects the first one.
     controller.programs().setSelection(0, tesh::vimo::Bank::ghost);
   }
 

@@ -1,4 +1,4 @@
-// Resources that a test supplies to a store of fonts and images.
+// Resources that a test provides for a store of fonts and images.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -18,7 +18,7 @@
 
 namespace support {
 
-/// Looked up by name in upper case. Must outlive the lookups that it returns.
+/// Resources by name in upper case. Must outlive the lookups that it returns.
 class NotedResources {
  public:
   using Bytes = std::vector<std::uint8_t>;
@@ -38,7 +38,7 @@ class NotedResources {
   /// Returns a PNG of this size.
   static Bytes png(int width, int height) {
     juce::Image image(juce::Image::ARGB, width, height, true);
-    for (int pixel = 0; pixel < width * height; ++pixel) {  // All differ, and most let something through.
+    for (int pixel = 0; pixel < width * height; ++pixel) {  // All different, and most of them translucent.
       const auto shade = static_cast<std::uint8_t>(pixel);
       image.setPixelAt(pixel % width, pixel / width, juce::Colour(shade, std::uint8_t{200}, std::uint8_t{90}, shade));
     }
@@ -48,13 +48,13 @@ class NotedResources {
     return {data, data + stream.getDataSize()};
   }
 
-  /// Returns a font file of the repository.
+  /// Returns the bytes of a font file of the repository.
   static Bytes face(const std::string& file) {
     std::ifstream stream(std::filesystem::path(SIVRAY_FONTS_FOLDER) / file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
   }
 
-  std::vector<std::string> asked;  ///< Every question, as "TTF Oswald_Medium".
+  std::vector<std::string> asked;  ///< Every request, for example "TTF Oswald_Medium".
 
  private:
   std::map<std::string, Bytes> held;

@@ -1,4 +1,4 @@
-// A sample library on disk for tests: it is written from samples to the folder where the path service looks for it.
+// A sample library on disk for tests, written to the folder where the path service looks for it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ struct Wave {
   std::uint32_t category = 1;
 };
 
-/// Returns decaying noise; a seed always gives the same.
+/// Returns decaying noise, the same for the same seed.
 inline std::vector<std::int16_t> fallingNoise(std::uint32_t seed, int frames, int loudness = 30000) {
   std::vector<std::int16_t> samples;
   for (int i = 0; i < frames; ++i) {
@@ -34,7 +34,7 @@ inline std::vector<std::int16_t> fallingNoise(std::uint32_t seed, int frames, in
   return samples;
 }
 
-/// Returns `count` waves, mono and stereo in turn, of different rates and lengths.
+/// Returns `count` waves, alternately mono and stereo, of different rates and lengths.
 inline std::vector<Wave> assortedWaves(int count, int frames) {
   std::vector<Wave> waves;
   for (int i = 0; i < count; ++i) {

@@ -1,4 +1,4 @@
-// A screen that paints only what a component asks to have painted, as a window does.
+// A screen that repaints only the areas that components request, as a window does.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace sivray::test {
 
-/// Of the root and all below it. Without a window JUCE asks for nothing where a component is removed.
+/// Tracks the root and all components below it. Without a window JUCE requests no repaint where a component is removed.
 class Screen {
  public:
   explicit Screen(juce::Component& shown, float pixelsOfOne = 1.0F) : root(shown), scale(pixelsOfOne) {
@@ -21,8 +21,8 @@ class Screen {
   }
   ~Screen() { root.setCachedComponentImage(nullptr); }
 
-  /// Paints what was asked for since the last call, and returns the number of pixels that differ from a root that is
-  /// painted as a whole.
+  /// Paints the areas requested since the last call, and returns the number of pixels that differ from a complete
+  /// painting of the root.
   int update() {
     juce::Graphics graphics(picture);
     graphics.addTransform(juce::AffineTransform::scale(scale));
@@ -58,7 +58,8 @@ class Screen {
     return whole;
   }
 
-  /// The edge of a rounded clip may be rounded otherwise in a part than in the whole.
+  /// Whether two pixels are equal, except for rounding at the edges of rounded clips, which may differ in a partial
+  /// repaint.
   static bool isAlike(const std::uint8_t* a, const std::uint8_t* b) {
     constexpr int kRounding = 4;
     return std::abs(a[0] - b[0]) <= kRounding && std::abs(a[1] - b[1]) <= kRounding &&

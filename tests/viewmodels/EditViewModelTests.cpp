@@ -1,4 +1,4 @@
-// Parameters, programs and notifications of the edit view model, by the calls that reach host and view.
+// Parameters, programs and notifications of the edit view model, and the resulting calls to host and view.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModelScene.h"
 

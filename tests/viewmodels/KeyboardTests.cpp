@@ -1,4 +1,4 @@
-// The keyboard and the scale selector: what they notify, and the scale that outlives them.
+// The keyboard and the scale selector: their notifications, and the scale that persists after they are destroyed.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ViewModelScene.h"
 
@@ -62,7 +62,7 @@ TEST_F(Keyboard, LeavesTheScaleWithTheInstrument) {
   scales->setScale(5);
   model.reset();
   takeTold();
-  keyboard->setChordMode(true);  // Its edit view model is gone.
+  keyboard->setChordMode(true);  // Its edit view model no longer exists.
   EXPECT_EQ(takeTold(), Log{"chords"});
   const auto again = makeModel(instrument);
   EXPECT_EQ(again->getScaleSelectorViewModel()->getScaleIndex(), 5);

@@ -1,4 +1,4 @@
-// The program list's banks by name, and what it refuses.
+// The program list's banks by name, and the operations that it refuses.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <filesystem>
 
@@ -17,7 +17,8 @@ class ProgramList : public ViewModels {
     return names;
   }
   std::string selected() const {
-    const std::uint32_t index = programs->getCurrentProgramIndex();  // First: it takes in a selection that waits.
+    // Called first, because it applies a pending selection.
+    const std::uint32_t index = programs->getCurrentProgramIndex();
     return programs->getCurrentBank() + " " + std::to_string(index);
   }
 
@@ -26,7 +27,8 @@ class ProgramList : public ViewModels {
 
 TEST_F(ProgramList, ListsBanksByNameAndActsOnFactoryForUnknownOnes) {
   programs->saveProgramAs("mine");
-  model->selectNextProgram();  // None follows in the user's bank, of which the engine has yet to hear.
+  // The user's bank has no next program, and the engine does not know of the selection yet.
+  model->selectNextProgram();
   EXPECT_EQ(selected(), "User 0");
   EXPECT_EQ(namesOf("Factory"), (Log{"first", "second", "third"}));
   EXPECT_EQ(namesOf("User"), Log{"mine"});

@@ -44,7 +44,7 @@ TEST_F(Samples, AreToldThoughNoBlockRuns) {
   EXPECT_EQ(std::count(editor->log.begin(), editor->log.end(), "changed 48"), 1);
 }
 
-/// Eleven waves, of which 0 and 9 are alike, and 1 is a quarter as loud as its only kin, wave 4.
+/// Eleven waves: 0 and 9 are alike, and 1 is a quarter as loud as wave 4, the only one similar to it.
 class Finder : public ViewModels {
  protected:
   Finder() {
@@ -109,7 +109,7 @@ class FreeNumber : public ViewModels {
  protected:
   FreeNumber() : ViewModels(withFreeNumber()) {}
 
-  /// Number 11 has no place in the list and plays as wave 2.
+  /// Number 11 is not in the list and plays as wave 2.
   static std::vector<support::Wave> withFreeNumber() {
     std::vector<support::Wave> waves = support::categorisedWaves();
     waves.push_back(waves[2]);

@@ -1,4 +1,4 @@
-// The one store of fonts and images of a process, through the view models of its instruments.
+// The store of fonts and images that all instruments of a process share.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -37,12 +37,12 @@ TEST_F(SharedResources, ServeAllInstrumentsAndEndWithTheLast) {
                                              "OTF Open_Sans_Bold"};
   EXPECT_EQ(std::exchange(resources.asked, {}), familyFonts);
   const auto store = storeOf(*first);
-  model.reset();  // A closed editor leaves the store with its instrument.
+  model.reset();  // The instrument keeps the store after its editor has closed.
   ASSERT_FALSE(store.expired());
 
   auto second = std::make_shared<BramelInstrument>(nullptr);
   model = std::make_unique<Model>(second, resources.lookup());
-  EXPECT_EQ(resources.asked.front(), "TTF Open_Sans_Regular");  // Roboto is there.
+  EXPECT_EQ(resources.asked.front(), "TTF Open_Sans_Regular");  // Roboto is available.
   EXPECT_EQ(storeOf(*second).lock(), store.lock());
   first.reset();
   const auto font = model->getFont("Roboto", 9);

@@ -1,4 +1,4 @@
-// The view models of a drum module on a small sample library, and a host and a view that write down what they are told.
+// The view models of a drum module on a small sample library, and a host and a view that record their calls.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -30,7 +30,7 @@ using support::makeInstrument;
 using support::targetOf;
 using vst::BramelInstrument;
 
-/// The listeners write a line for each call into a list of the test's.
+/// The listeners append a line for each call to the test's list.
 struct NotingView : IPluginEditViewModelListener {
   explicit NotingView(Log& list) : told(list) {}
   void onAllParametersChanged(IPluginEditViewModel&) override { told.emplace_back("all"); }
@@ -94,17 +94,17 @@ class ViewModels : public testing::Test {
     return std::make_shared<BXSivrayEditViewModel>(std::make_shared<BXInstrumentEditViewModel>(instrument, none));
   }
 
-  /// One block, in which the engine takes what waits for it.
+  /// Renders a block, in which the engine applies pending changes.
   void run() {
     std::array<float, 64> samples{};
     std::array<float*, 2> outputs{samples.data(), samples.data()};
     instrument->process(nullptr, outputs.data(), static_cast<std::int32_t>(samples.size()));
   }
 
-  /// What the listeners were told since the last call.
+  /// Returns the calls to the listeners since the last call of this.
   Log takeTold() { return std::exchange(told, {}); }
 
-  /// What the host was told, key lights left out.
+  /// Returns the calls to the host since the last call of this, without key lights.
   Log takeHostLog() {
     Log log = std::exchange(host->log, {});
     std::erase_if(log, [](const std::string& line) { return line.starts_with("key "); });

@@ -1,4 +1,4 @@
-// Fonts and images by name, from resources that the test brings.
+// Fonts and images by name, from resources that the test provides.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -99,7 +99,7 @@ TEST_F(Resources, GivesTheDefaultFaceForAnUnknownName) {
 
 #ifdef __linux__
 
-/// Makes the faces that come with the library the only installed ones.
+/// Makes the faces in the library the only installed ones.
 class OwnFacesInstalled {
  public:
   OwnFacesInstalled() {

@@ -1,4 +1,4 @@
-// What a value reads as, at the ends, in the middle and outside its range.
+// The texts of values at the ends, in the middle and outside of their range.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ TEST(ParameterSteps, StayInsideTheirRangeForEveryValue) {
   EXPECT_EQ(normaliseState(0, 1, 0), 0.0F);
 }
 
-/// A pad's sample among the factory's 512, and among more numbers between them for sounds of one's own.
+/// A pad's sample among 512 factory waves, with and without numbers for own sounds between them.
 TEST(ParameterSteps, KeepEachFactoryWaveWhereNumbersComeBetween) {
   constexpr std::int32_t kWaves = 512;
   for (const std::int32_t distance : {1, 2, 3, 4, 5, 7, 8}) {

@@ -1,4 +1,4 @@
-// The text of every kind of parameter, and the names that the two edit knobs take from the effect.
+// The texts of every kind of parameter, and the names of the two edit knobs, which depend on the effect.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The sample browser in a hand, and pop-ups in general: what a click reaches, and what is painted.
+// The sample browser and pop-ups under a simulated mouse: the targets of clicks, and repaints.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/samples/SimilarWaves.h"
 #include "storage/paths/Paths.h"
@@ -60,7 +60,7 @@ TEST_F(Browser, GivesTheSampleToThePadOfTheTabAndBeginsEachCategoryAtItsTop) {
   EXPECT_EQ(takeHostLog(), (Log{"begin 72", "automate 72", "end 72"}));
   EXPECT_EQ(sampleOf(6), "snare6");
   automate(72, 26.0F / 30.0F);
-  hand().click(kCategoryRow, rowY(1));  // Brings the new sample, far below, into view.
+  hand().click(kCategoryRow, rowY(1));  // Scrolls the list to the new sample, which is far below.
   automate(72, 0.0F);
   hand().click(kCategoryRow, rowY(1));
   hand().click(kSampleRow, rowY(0));
@@ -76,7 +76,7 @@ TEST_F(Browser, TakesAChangeFromElsewhereWithTheTabThatIsOn) {
   EXPECT_EQ(categories.getSelectedRow(), 0);
 }
 
-/// One part, and as many categories of one sample each as a test wants.
+/// One pad, and as many categories of one sample each as a test needs.
 struct FewCategories : ISampleSelectorViewModel {
   explicit FewCategories(std::int64_t categories) : count(categories) {}
   std::int32_t getPartCount() const override { return 1; }
@@ -179,7 +179,7 @@ TEST_F(Browser, IsPaintedByItsPartsAsAWhole) {
     if (support::kIsSanitized && scale != 1.25F) {
       break;
     }
-    clickDisplay(4);  // A tooltip of the last round may lie above.
+    clickDisplay(4);  // A tooltip of the previous round may cover it.
     sivray::test::Screen screen(slot, scale);
     const auto expectWhole = [&](const char* after) { EXPECT_EQ(screen.update(), 0) << after << " at " << scale; };
     hand().click(kCategoryRow, rowY(1));
@@ -198,7 +198,7 @@ TEST_F(Browser, IsPaintedByItsPartsAsAWhole) {
     const juce::Point<int> knob = middleOf(kPitch);
     hand().press(knob.x, knob.y).drag(knob.x, knob.y - 30).release();
     expectWhole("a tooltip");
-    hand().click(41 + 70, 81 + 10);  // The kits, over the tooltip.
+    hand().click(41 + 70, 81 + 10);  // The kit display, under the tooltip.
     expectWhole("a list");
     automate(kPitch, scale / 4.0F);
     expectWhole("a knob under a list");
@@ -207,7 +207,7 @@ TEST_F(Browser, IsPaintedByItsPartsAsAWhole) {
 }
 
 TEST_F(Browser, IgnoresTheSecondPressOfTheDoubleClickThatOpensIt) {
-  const juce::Point<int> display(28 + 92 * 4 + 30, 145 + 15);  // Over the list of samples.
+  const juce::Point<int> display(28 + 92 * 4 + 30, 145 + 15);  // Above the list of samples.
   const auto mouse = juce::Desktop::getInstance().getMainMouseSource().getScreenPosition().roundToInt();
   slot.setTopLeftPosition(mouse - display);
   open(4);

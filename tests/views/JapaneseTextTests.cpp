@@ -1,4 +1,4 @@
-// Where Japanese texts break.
+// Line breaks in Japanese texts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

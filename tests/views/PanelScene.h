@@ -1,4 +1,4 @@
-// The real panel on a whole instrument with a small library, a host that writes down what it is told, and a hand.
+// The real panel on a whole instrument with a small library, a host that records its calls, and a simulated mouse.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -45,7 +45,7 @@ class Panel : public testing::Test {
     host->log.clear();
   }
 
-  /// Puts a new panel with the larger pictures in the place of the old one, as a change of scale does.
+  /// Replaces the panel by a new one with the larger pictures, as a change of scale does.
   void remake() {
     const Continuation asBefore = continuationOf(component.get());
     slot.removeChildComponent(component.get());
@@ -66,14 +66,14 @@ class Panel : public testing::Test {
   }
   void click(std::uint64_t parameter) { hand().click(middleOf(parameter).x, middleOf(parameter).y); }
 
-  /// One block, in which the engine takes what waits for it.
+  /// Renders a block, in which the engine applies pending changes.
   void run() {
     std::array<float, 64> samples{};
     std::array<float*, 2> outputs{samples.data(), samples.data()};
     instrument->process(nullptr, outputs.data(), static_cast<std::int32_t>(samples.size()));
   }
 
-  /// What the host was told since the last call, key lights left out.
+  /// Returns the calls to the host since the last call of this, without key lights.
   Log takeHostLog() {
     Log log = std::exchange(host->log, {});
     std::erase_if(log, [](const std::string& line) { return line.starts_with("key "); });
@@ -99,7 +99,7 @@ class Panel : public testing::Test {
     return nullptr;
   }
 
-  /// The newest tooltip that is up, as "name: value"; empty for none.
+  /// Returns the newest visible tooltip, as "name: value"; empty if there is none.
   juce::String tooltip() {
     juce::String texts;
     for (juce::Component* const child : slot.getChildren()) {
@@ -122,13 +122,13 @@ class Panel : public testing::Test {
     }
   }
 
-  /// Lets the host move a parameter.
+  /// Moves a parameter as the host does.
   void automate(std::uint64_t parameter, float value) {
     instrument->setParameter(parameter, value);
     owner->notifyParameterChanged(parameter);
   }
 
-  /// A child of `parent` whose text or title is `name`, at any depth.
+  /// Returns a descendant of `parent` whose text or title is `name`.
   static juce::Component* named(juce::Component& parent, const juce::String& name) {
     for (juce::Component* const child : parent.getChildren()) {
       if (child->isVisible() && child->getTitle() == name) {

@@ -1,5 +1,4 @@
-// What a hand does on the panel, and what the host and the engine hear of it; what the engine does, and what the panel
-// shows of it.
+// Actions on the panel and their effects on host and engine; changes of the engine and how the panel shows them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cstdlib>
@@ -42,9 +41,9 @@ TEST_F(Panel, StepsAKnobAndAFaderByTheHandsSpeed) {
   };
   EXPECT_EQ(draggedBy(kEnvelopeTime, 10), 13.0F / 127.0F);  // 1000 pixels a second: 0.106.
   view().selectPage(2);
-  EXPECT_EQ(draggedBy(kLevel, 10), 4.0F / 60.0F);  // 0.0604: a fader moves by 0.6 to the power 1.1 of that.
+  EXPECT_EQ(draggedBy(kLevel, 10), 4.0F / 60.0F);  // 0.0604: a fader uses the factor 0.6 to the power 1.1.
   view().selectPage(0);
-  draggedBy(kPitch, 4);  // 0.0386 of the way.
+  draggedBy(kPitch, 4);  // 0.0386 of the range.
   EXPECT_EQ(owner->getParameterValue(kPitch), 2.0F / 48.0F);
   EXPECT_EQ(dynamic_cast<BWImageKnob&>(*view().getControl(kPitch)).getFrame(), 5U);
   EXPECT_EQ(tooltip(), "macro4: -22");
@@ -85,7 +84,7 @@ TEST_F(Panel, TellsAScreenReaderNamesAndTextsAndTakesTheTextsThatItReads) {
   }
   auto& mute = dynamic_cast<BWToggleButton&>(*view().getControl(kMute));
   automate(kMute, 0.0F);
-  mute.setState(true);  // A change is announced at once, before the model hears of it.
+  mute.setState(true);  // A change is reported at once, before the model has handled it.
   EXPECT_EQ(mute.createAccessibilityHandler()->getValueInterface()->getCurrentValueAsString(), "On");
 }
 
@@ -121,7 +120,7 @@ TEST_F(Panel, HidesThePadsOnTheMixPageAloneAndStartsOnTheFirst) {
   EXPECT_FALSE(pad->getParentComponent()->isVisible());
   EXPECT_TRUE(view().getControl(kLevel)->getParentComponent()->isVisible());
   EXPECT_FALSE(view().getControl(kPitch)->getParentComponent()->isVisible());
-  hand().click(453 + 36, 17 + 12);  // The page in front stays in front.
+  hand().click(453 + 36, 17 + 12);  // The visible page stays visible.
   EXPECT_TRUE(view().getControl(kLevel)->getParentComponent()->isVisible());
   hand().click(363 + 36, 17 + 12);
   EXPECT_TRUE(pad->getParentComponent()->isVisible());

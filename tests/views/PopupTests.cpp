@@ -1,4 +1,4 @@
-// Where pop-ups and tooltips stand.
+// The positions of pop-ups and tooltips.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The program bar and the list: choosing, saving under a name, overwriting and deleting by hand.
+// The program bar and the list with a simulated mouse: choosing, saving under a name, overwriting and deleting.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWProgramListSaveAsView.h"
 #include "views/BWProgramListView.h"
@@ -38,7 +38,7 @@ class ProgramPanel : public Panel {
     return nullptr;
   }
 
-  /// Saves the current sounds under a name, by the list's own buttons.
+  /// Saves the current sounds under a name by the list's own buttons.
   void saveAs(BWProgramListView& list, const char* name) {
     list.openSaveAs();
     auto& page = dynamic_cast<BWProgramListSaveAsView&>(*view().programBar().listStack()->getTopPage());
@@ -144,7 +144,7 @@ TEST_F(ProgramPanel, IgnoresTheSecondPressOfADoubleClickOnSaveAsAndOnSave) {
     hand().click(place.x, place.y);
     hand().press(place.x + 1, place.y, 2).release();
   };
-  clickTwice();  // Where "Save As" was the next page has "Save".
+  clickTwice();  // The next page has "Save" at the position of "Save As".
   const auto programs = owner->getProgramListViewModel();
   EXPECT_EQ(programs->getProgramCount("User"), 0U);
   EXPECT_NE(view().programBar().listStack()->getTopPage(), &list);

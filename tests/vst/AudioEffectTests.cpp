@@ -1,4 +1,4 @@
-// The base classes as a host calls them: through the record, by opcode.
+// The base classes as called by a host: through the record, by opcode.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ struct HostCall {
   float opt;
 };
 
-/// A host that records its calls and answers all of them with one number.
+/// A host that records its calls and answers each with the same number.
 struct FakeHost {
   static inline std::vector<HostCall> calls;
   static inline std::intptr_t answer = 0;
@@ -34,7 +34,7 @@ struct FakeHost {
   }
 };
 
-/// Records the calls that reach it.
+/// Records its calls.
 class Recorder : public AudioEffectX {
  public:
   explicit Recorder(std::string& newLog, AudioMasterCallback master = nullptr)

@@ -35,7 +35,7 @@ juce::Image plainImage(juce::Colour colour) {
   return image;
 }
 
-/// Runs a function at each call of one kind.
+/// Calls a function at each call of one kind.
 class Reaction : public IBWControlListener {
  public:
   std::function<void()> onChanged = [] {};
@@ -307,7 +307,7 @@ TEST_F(ToggleGroup, ASetStateIsSilentAndLeavesTheNextPressToBeTold) {
     const auto told = log.take();
     EXPECT_EQ(std::count(told.begin(), told.end(), "changed"), isNews ? 1 : 0);
   };
-  expectTold(1, true);  // It was on, but nobody was told.
+  expectTold(1, true);  // It was on already, but no listener was notified.
   expectTold(1, false);
   group->setState(2);
   expectTold(1, true);

@@ -1,4 +1,4 @@
-// The laws of dragging, and the tracking views and knobs that follow them.
+// The formulas of dragging, and the tracking views and knobs that use them.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ std::uint32_t readTestTime() { return testTime; }
 
 TEST(DragLaw, StepsGrowWithSpeedByTheirPower) {
   const drag::Settings plain;
-  // 100 pixels a second: (100 * 0.00013) ^ 1.1; the shortest time is a millisecond: (1000 * 0.00013) ^ 1.1.
+  // 100 pixels per second: (100 * 0.00013) ^ 1.1. The shortest time is a millisecond: (1000 * 0.00013) ^ 1.1.
   EXPECT_NEAR(drag::step(1, 0.01, plain, false), 0.0084205F, 1e-6F);
   EXPECT_NEAR(drag::step(-1, 0.01, plain, false), -0.0084205F, 1e-6F);
   EXPECT_NEAR(drag::step(1, 0.0, plain, false), 0.1060103F, 1e-5F);
@@ -207,7 +207,7 @@ TEST(ImageKnob, ShowsTheFrameOfItsValueAndRepaintsForThatAlone) {
   knob.setMinimumFrame(10.0F);
   knob.setMaximumFrame(20.0F);
   knob.setValue(0.25F);
-  EXPECT_EQ(knob.getFrame(), 13U);  // 12.5 goes up.
+  EXPECT_EQ(knob.getFrame(), 13U);  // 12.5 is rounded up.
 }
 
 TEST(ImageKnob, HasARangeAndSpeaksUnderItsOwnName) {
@@ -242,10 +242,10 @@ TEST(ImageSlider, PlacesItsHandleInPanelPixelsWhateverTheImage) {
   slider.setValue(0.3F);
   EXPECT_EQ(slider.getHandleBounds().getY(), 84);
   slider.setVertical(false);
-  EXPECT_EQ(slider.getHandleBounds().getPosition(), juce::Point<int>(-4, 60));  // -4.8 goes towards 0.
+  EXPECT_EQ(slider.getHandleBounds().getPosition(), juce::Point<int>(-4, 60));  // -4.8 is rounded towards 0.
 }
 
-/// Deletes a control at one of its calls.
+/// Deletes a control during one of its calls.
 class Deleter : public IBWControlListener {
  public:
   std::unique_ptr<BWImageKnob> knob = std::make_unique<BWImageKnob>();

@@ -201,7 +201,7 @@ TEST(TypeAheadRows, AreFoundByNameOrNumberAndByLongerWords) {
     return row = typed.find(static_cast<juce::juce_wchar>(letter), now += after, row, 5, textOf);
   };
   EXPECT_EQ(type('b', 0), 1);
-  EXPECT_EQ(type('B', 100), 2);  // The same letter again: the next of its rows.
+  EXPECT_EQ(type('B', 100), 2);  // The same letter again selects its next row.
   EXPECT_EQ(type('b', 100), 4);
   EXPECT_EQ(type('b', 2000), 1);
   EXPECT_EQ(type('a', 100), 1);
@@ -229,7 +229,7 @@ TEST(ListRows, AreDrawnWithALineAboveAllButTheFirst) {
   EXPECT_EQ(paint(0, true).getPixelAt(20, 14).getAlpha(), 0xe6);
 }
 
-/// The leftmost column and the rows that hold ink.
+/// Returns the leftmost column and the rows with non-background pixels.
 juce::Rectangle<int> ink(const juce::Image& image) {
   juce::RectangleList<int> found;
   for (int y = 0; y < image.getHeight(); ++y) {
@@ -254,7 +254,7 @@ TEST(Text, KeepsItsHeightAndMovesByWholePixels) {
   const juce::Image odd = draw(101, 40, 16.0F);
   const juce::Rectangle<int> area = ink(even);
   ASSERT_FALSE(area.isEmpty());
-  // One pixel more of room moves the text by none or one, and changes none of its pixels.
+  // One more pixel of width moves the text by 0 or 1 pixel and changes none of its pixels.
   const int shift = ink(odd).getX() - area.getX();
   EXPECT_TRUE(shift == 0 || shift == 1);
   for (int x = area.getX(); x < area.getRight(); ++x) {
@@ -279,7 +279,7 @@ TEST(Text, CentresTheInkOfTheDisplayFaceAndLeavesWordsThatTheFaceLacksToTheDefau
   };
   const auto display = [&face](PanelText& text) { text.setDisplayFont(face); };
   const auto inDefaultFace = [](PanelText& text) { text.setFont(juce::Font(13.0F)); };
-  // Four columns of ink, one blank, four of ink: 9 of 100.
+  // Four columns of pixels, a blank one and four more make 9 of 100.
   EXPECT_EQ(draw("HH", display).getX(), 46);
   EXPECT_EQ(draw("HH", display).getWidth(), 9);
   const juce::String omega = juce::String::charToString(0x3a9);

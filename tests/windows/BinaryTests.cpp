@@ -1,4 +1,4 @@
-// The libraries and the program that users get: that they load and unload, and what Windows shows of them.
+// The libraries and the program that users get: loading and unloading, and the properties that Windows shows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -19,13 +19,13 @@ namespace {
 
 using namespace tesh::bramel::platform;
 
-/// This program lies in build/<preset>/bin.
+/// This program is in build/<preset>/bin.
 std::wstring built(const wchar_t* name) { return toWide(moduleFolder()) + L"\\..\\Sivray\\" + name; }
 
 constexpr int kGroupIcon = 14;
 constexpr int kManifest = 24;
 
-/// A name or type of a resource that is a number.
+/// Returns the name or type of a resource that has a number.
 const wchar_t* numbered(int number) { return MAKEINTRESOURCEW(number); }
 
 struct Library {

@@ -1,4 +1,4 @@
-// Files and folders as Windows has them.
+// Files and folders on Windows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ class WindowsFiles : public testing::Test {
     SetFileAttributesW(toWide(file).c_str(), FILE_ATTRIBUTE_NORMAL);
     fs::remove_all(folder);
   }
-  /// The file and what lies beside it under a longer name. Wine may leave a file of its own name too.
+  /// Counts the file and the entries whose names begin with its name. Wine may leave a file of its own name, too.
   std::ptrdiff_t entries() const {
     return std::count_if(fs::directory_iterator(folder), fs::directory_iterator(),
                          [](const auto& entry) { return entry.path().filename().wstring().starts_with(L"kits.prog"); });
@@ -72,7 +72,7 @@ TEST_F(WindowsFiles, AreNotWaitedForWhileAnotherProgramHoldsThem) {
   EXPECT_EQ(entries(), 1);
 }
 
-/// In an own working folder, in which a file would be made and deleted again.
+/// In a separate working folder, where an empty path would create a file and delete it again.
 TEST_F(WindowsFiles, AreNotMadeForAnEmptyPath) {
   const fs::path before = fs::current_path();
   fs::current_path(folder);

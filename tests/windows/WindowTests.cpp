@@ -1,4 +1,4 @@
-// The window that is never shown, made on one thread and let go on another.
+// The hidden window, created on one thread and released on another.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ using tesh::bramel::vst::HiddenWindow;
 
 constexpr UINT kCall = WM_APP;
 
-/// Dispatches what has come to this thread.
+/// Dispatches this thread's pending messages.
 void pump() {
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
@@ -25,10 +25,11 @@ void pump() {
   }
 }
 
-/// A window in memory of the test's own, and the thread that has made it.
+/// A window in the test's own memory, and the thread that has created it.
 class HiddenWindowTest : public testing::Test {
  protected:
-  /// The thread ends when it has been busy until `mayGoOn`, and has dispatched what came until then.
+  /// Creates the window on a thread that is busy until `mayGoOn`, then dispatches the messages that have arrived, and
+  /// ends.
   void makeOnBusyThread() {
     thread = std::thread([this] {
       window = new (memory.data()) HiddenWindow([this](HWND, UINT, WPARAM) { ++calls; });
@@ -61,7 +62,7 @@ TEST_F(HiddenWindowTest, TakesItsMessagesUntilItGoes) {
 TEST_F(HiddenWindowTest, MayGoWhileItsThreadIsBusyForLong) {
   makeOnBusyThread();
   PostMessageW(handle, kCall, 0, 0);
-  window->~HiddenWindow();  // Waits for half a second in vain.
+  window->~HiddenWindow();  // Waits for half a second without success.
   memory.fill(0xEE);
   PostMessageW(handle, kCall, 0, 0);
   mayGoOn.set_value();

@@ -1,4 +1,4 @@
-// The delay times that the delays' knobs set, and the delays in sample lanes.
+// The delay times for the knobs' positions, and the delays in sample lanes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-/// Returns the frame of the first echo of a click at frame 0, with all smoothed values settled.
+/// Returns the frame of the first echo of a click at frame 0, after all smoothed values have settled.
 template <typename Effect>
 int firstEcho(Effect& effect) {
   scene::Stereo settle(200000);
@@ -40,7 +40,7 @@ TEST(Delays, ShortDelayEchoesOnTheOtherSideAfterTheTimeOfItsKnob) {
 }
 
 TEST(Delays, BpmDelayKeepsToNotesThatFitItsLine) {
-  // The echo is heard one sample after the tap is read.
+  // The echo sounds one sample after the tap is read.
   for (const auto& [tempo, knob, samples] :
        {std::tuple{1200, 75, 22050}, {1205, 75, 22050}, {1200, 127, 88200}, {400, 127, 99225}, {400, 100, 99225}}) {
     SivrayFxMemoryManager memory;

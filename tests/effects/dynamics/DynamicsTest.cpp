@@ -1,4 +1,4 @@
-// The drive and the tube stage against plain models, and the other dynamics' gains and tables.
+// The drive and the tube stage against plain models; gains and tables of the other dynamics effects.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
@@ -112,7 +112,7 @@ TEST(Dynamics, CompressorStartsNearSilenceAndItsGainComesUp) {
   EXPECT_GT(sound.left[3910], 400);
 }
 
-/// One sample of the tube stage, with the library's exponential in double precision.
+/// Returns one sample of the tube stage, computed with the standard library's exponential in double precision.
 float tubeModel(float in, float drive, float mix) {
   const float x = drive * in * 12.0F;
   const auto exponential = [](float v) { return static_cast<float>(std::exp(static_cast<double>(v))); };
@@ -136,7 +136,7 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
       mix = gain;
     }
     Stereo sound = dice.input(dice.blockSize());
-    sound.left[0] = 100;  // never silent, so that it stays awake
+    sound.left[0] = 100;  // Not silent, so that the effect does not sleep.
     const Stereo input = sound;
     process(effect, sound);
     for (std::size_t i = 0; i < input.left.size(); ++i) {
@@ -150,7 +150,7 @@ TEST(TubeStage, MatchesThePlainModelWhileTheGainGlides) {
   }
 }
 
-/// Turns its own gain up a little before each sample.
+/// A Kilnode that raises its own gain slightly before each sample.
 struct SelfTurning : tesh::bramel::plugin::fxkit::Kilnode {
   SelfTurning() { state->tickListener = turn; }
   static void turn(tesh::vimo::BasicEffect& tube) SIVRAY_NONBLOCKING {

@@ -78,7 +78,7 @@ TEST(Filters, TablesHoldTheirEndsAndTheirOrder) {
   EXPECT_EQ(band(96, 3), scaled(16632));
 }
 
-/// Returns the peak of the last 100 samples for a constant input, or one that alternates in sign.
+/// Returns the peak of the last 100 samples, for a constant input or one that alternates in sign.
 int steadyLevel(SivrayFx& effect, int edit1, int edit2, int level, bool alternating) {
   effect.setParameter(kEdit1, edit1);
   effect.setParameter(kEdit2, edit2);

@@ -1,4 +1,4 @@
-// The sample conversions of the older effect interface, and the sleep of its wrapper.
+// The sample conversions of the older effect interface, and the sleep mode of its wrapper.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/BasicEffect.h"
 
@@ -100,7 +100,7 @@ struct Sleeper {
     adapter = std::make_unique<FastEffectAdapter>(std::move(owned));
   }
 
-  /// Processes a block and returns the number of samples that the inner effect ran.
+  /// Processes a block and returns the number of samples that the inner effect processed.
   unsigned run(unsigned count, std::int16_t lastRight) {
     std::vector<std::int16_t> left(count);
     std::vector<std::int16_t> right(count);

@@ -1,4 +1,4 @@
-// Runs an effect and a plain model of it side by side through a random scene, and compares every sample.
+// Runs an effect and a plain model of it through a random scene, and compares every sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

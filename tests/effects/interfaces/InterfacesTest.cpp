@@ -1,4 +1,4 @@
-// The shared tables and laws of the effects: knobs, notes, glides, hand-over, adapters, delay memory.
+// Tables and helpers that the effects share: knobs, note values, glides, hand-over of settings, adapters, delay memory.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -101,7 +101,7 @@ TEST(PendingSettings, HandsOverOnceAndTheLatest) {
   EXPECT_EQ(pending.peek(), 9);
 }
 
-/// Outputs Edit1 on the left and its smoothed value on the right, and runs `inTheMiddle` at the tenth sample of a
+/// Outputs Edit1 on the left and its smoothed value on the right, and calls `inTheMiddle` at the tenth sample of a
 /// block.
 struct ProbeLaw {
   static constexpr LawParts kParts{.glides = true};
@@ -191,7 +191,7 @@ TEST(TwoKnobEffect, AResetStartsFromTheNewestSettingsWhereTheLawSaysSo) {
   EXPECT_EQ(played(newest)[1][0], 97);
 }
 
-/// Runs `inTheMiddle` once while it makes settings, as another thread may.
+/// Calls `inTheMiddle` once while it computes settings, in place of another thread.
 struct InterruptedLaw : ProbeLaw {
   static Settings settingsOf(const Knobs& knobs) {
     if (const auto act = std::exchange(inTheMiddle, nullptr)) {
@@ -233,7 +233,7 @@ TEST(SivrayFxMemoryManager, GivesTwoDisjointBanksInTurn) {
 TEST(SivrayFxMemoryManager, HoldsWhatAPlainPoolHoldsWhoeverHasWritten) {
   SivrayFxMemoryManager memory;
   scene::PlainMemory plain;
-  // Some end in the middle of a page.
+  // Some sizes end in the middle of a page.
   std::array<User, 4> users{User(100), User(7000, 2), User(200, 4), User(8192, 2)};
   std::array<User, 4> plainUsers = users;
   std::array<std::array<std::int16_t*, 2>, 4> areas{};
@@ -249,7 +249,7 @@ TEST(SivrayFxMemoryManager, HoldsWhatAPlainPoolHoldsWhoeverHasWritten) {
       areas[who] = {memory.acquire(users[who]), plain.acquire(plainUsers[who])};
     } else if (areas[who][0] == nullptr) {
       continue;
-    } else {  // Perhaps in an area that another one has got since.
+    } else {  // The area may belong to another user by now.
       const std::size_t length = users[who].lineLength;
       const auto from = static_cast<std::size_t>(chance.upTo(static_cast<int>(length) - 1));
       const auto count = static_cast<std::size_t>(chance.upTo(chance.upTo(9) == 0 ? 9000 : 600));

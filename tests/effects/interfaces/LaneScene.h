@@ -1,4 +1,4 @@
-// Runs an effect sample by sample and in every kind of lanes that the processor has, and compares every sample.
+// Runs an effect sample by sample and in every kind of lanes that the processor supports, and compares every sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -11,7 +11,7 @@ namespace scene {
 using tesh::bramel::platform::VectorLimit;
 using tesh::bramel::platform::VectorSet;
 
-/// An effect in registers of `set` at most. Provides delay memory to an effect that needs it.
+/// An effect in registers of `set` at most. Gives delay memory to an effect that needs it.
 template <typename Effect>
 struct InKind : Effect {
   explicit InKind(VectorSet set) : InKind(VectorLimit(set)) {}
@@ -32,7 +32,7 @@ struct InKind : Effect {
   }
 };
 
-/// Turns something once in a while: knobs, the tempo, immediate mode; or starts over.
+/// Changes something at random: knobs, tempo, immediate mode, or a reset.
 template <typename Effect>
 void turn(Dice& dice, Effect& effect) {
   using namespace tesh::bramel::plugin::sivray::effects;
@@ -57,7 +57,7 @@ void turn(Dice& dice, Effect& effect) {
   }
 }
 
-/// Values glide for part of the scene and rest for most of it.
+/// Values glide for a small share of the scene and are constant for the rest.
 template <typename Effect>
 void expectKindsToAgree(unsigned seed, int blocks) {
   for (const VectorSet set : {VectorSet::baseline, VectorSet::avx2}) {

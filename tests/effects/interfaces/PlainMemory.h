@@ -1,4 +1,4 @@
-// Delay memory as simple as can be: each request clears what its user needs, and nobody is asked who wrote where.
+// The simplest delay memory: each request clears all memory of its user, without tracking writes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,5 +1,5 @@
-// Compares the operations of one kind of sample lanes with those of OneSample. A template, for the test to compile with
-// the instructions of each kind.
+// Compares the operations of one kind of sample lanes with those of OneSample. A template, so that the test can compile
+// it with the instructions of each kind.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -15,12 +15,13 @@ using LaneResults = std::array<SampleRow, 17>;
 using WordRow = std::array<std::int32_t, 8>;
 using WordResults = std::array<WordRow, 14>;
 
-/// The templates below for AVX2.
+/// The templates below, compiled for AVX2.
 void operateAvx2(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results);
 void operateOnWordsAvx2(const WordRow& a, const WordRow& b, std::int16_t factor, WordResults& results);
 bool comesRoundTheRingAvx2(const std::int16_t* samples);
 
-/// What the operations make of samples `a` and `b` with a gain, two weights and a fraction, one result a row.
+/// Returns the results of all operations on samples `a` and `b` with a gain, two weights and a fraction, one in each
+/// row.
 template <typename Samples>
 void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& numbers, LaneResults& results) {
   const auto [gain, first, second, fraction] = numbers;
@@ -58,7 +59,7 @@ void operate(const SampleRow& a, const SampleRow& b, const std::array<int, 4>& n
   }
 }
 
-/// The same for 32-bit words; products are of bits without a sign.
+/// As above for 32-bit words; products are of unsigned words.
 template <typename Words>
 void operateOnWords(const WordRow& a, const WordRow& b, std::int16_t factor, WordResults& results) {
   using namespace cofu::core;
@@ -77,7 +78,7 @@ void operateOnWords(const WordRow& a, const WordRow& b, std::int16_t factor, Wor
   }
 }
 
-/// Writes and reads `samples` at every position of a small ring. Returns false if one does not come back.
+/// Writes and reads `samples` at every position of a small ring buffer. Returns whether all come back unchanged.
 template <typename Samples>
 bool comesRoundTheRing(const std::int16_t* samples) {
   constexpr unsigned kLength = 32;

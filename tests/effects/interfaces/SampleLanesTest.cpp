@@ -1,4 +1,4 @@
-// The operations of each kind of sample lanes against those of one sample.
+// Compares the operations of each kind of sample lanes with those of one sample.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/interfaces/SampleLanes.h"
 
@@ -16,7 +16,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-/// A number from -`limit` to `limit`, often one of the ends or near 0.
+/// Returns a number from -`limit` to `limit`, often at an end or near 0.
 int edgy(std::mt19937& random, int limit) {
   const auto upTo = [&random](int last) { return std::uniform_int_distribution<int>(0, last)(random); };
   const int edges[]{-limit, limit, 0, 1, -1, limit / 2 + 1, -limit / 2 - 1};

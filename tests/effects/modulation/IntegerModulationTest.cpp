@@ -1,4 +1,4 @@
-// The phaser against a plain model, and the table of speeds.
+// The phaser against a plain model, and the table of LFO speeds.
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "effects/interfaces/EffectAdapter.h"

@@ -1,4 +1,4 @@
-// The modulation effects that run on many samples at once, in every kind of lanes.
+// The modulation effects that process several samples at once, in every kind of lanes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-// The three Marlo effects against a plain model that uses the coefficients in decimal.
+// The three Marlo effects against a plain model whose coefficients are decimal numbers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <cmath>
@@ -18,7 +18,7 @@ float onOff(float x) {
   return lifted - 1.0F;
 }
 
-/// One operation a line where the order of rounding matters.
+/// One operation per line where the order of rounding matters.
 struct MarloModel : PlainModel {
   explicit MarloModel(int m) : mode(m) { edit(0, 0); }
 

@@ -1,4 +1,5 @@
-// The base of the plain effect models, which compute one sample at a time in 64 bits, and arithmetic that they share.
+// The base class of the plain effect models, which compute one sample at a time in 64 bits, and their shared
+// arithmetic.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -46,7 +47,7 @@ struct PlainModel {
   bool immediate = false;
 };
 
-/// Compares effect and model over random scenes of many short blocks; each scene starts with a fresh pair.
+/// Compares effect and model over random scenes of many short blocks. Each scene starts with new objects.
 template <typename Effect, typename Model>
 void playScenes(const Model& fresh, int blocks = 150) {
   SCOPED_TRACE(testing::internal::GetTypeName<Effect>());
@@ -57,7 +58,7 @@ void playScenes(const Model& fresh, int blocks = 150) {
   }
 }
 
-/// Returns a constant sound on both channels.
+/// Returns a constant signal on both channels.
 inline Stereo constantSound(std::size_t frames, std::int16_t value) {
   Stereo sound(frames);
   std::fill(sound.left.begin(), sound.left.end(), value);

@@ -1,5 +1,5 @@
-// A plain model of the hall: one array per delay line and one statement per step, where the product uses vector
-// registers.
+// A plain model of the hall reverb: one array for each delay line and one statement for each step, where the product
+// uses vector registers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -17,7 +17,7 @@ using tesh::bramel::plugin::sivray::effects::StereoBlock;
 inline int sat(long x) { return static_cast<int>(x > 32767 ? 32767 : (x < -32767 ? -32767 : x)); }
 inline int linearKnob(int i) { return i == 127 ? 32767 : 258 * i; }
 
-/// The hall including its wrapper's sleep.
+/// The hall reverb with its wrapper's sleep mode.
 class Hall {
  public:
   int decayKnob = 0, levelKnob = 0, decay = 0, level = 0, levelState = 0;

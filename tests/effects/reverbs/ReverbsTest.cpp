@@ -1,4 +1,4 @@
-// The hall against its plain model, its tables, the gate of the gate reverb, and the reverbs in sample lanes.
+// The hall reverb against its plain model, its tables, the gate of the gate reverb, and the reverbs in sample lanes.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 namespace {
 
-/// The hall without the wrapper that lets it sleep.
+/// The hall reverb without the wrapper that lets it sleep.
 struct HallAlone : SivrayFxReverbSmoothHall {
   void setParameter(unsigned index, float value) override { SivrayFxReverbSmoothHall::setParameter(index, value); }
   void setParameter(unsigned index, int knob) { setParameter(index - kEdit1, static_cast<float>(knob) / 127.0F); }

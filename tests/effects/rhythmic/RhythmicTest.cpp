@@ -97,7 +97,7 @@ struct GrainModel : PlainModel {
   }
 };
 
-/// An effect with its own delay memory. If `code` is not 0, `reset` sends it as a notification instead.
+/// An effect with its own delay memory. If `code` is not 0, `reset` sends this notification instead.
 template <typename Effect, int code = 0>
 struct Played {
   Played() {
@@ -137,7 +137,7 @@ TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainKind) {
     for (const auto& [effect, out] : {std::pair{&plain, &expected}, {&fast, &sound}}) {
       effect->reset();
       effect->setParameter(kEdit2, 127);
-      effect->render(in, *out);  // both lines have sound then
+      effect->render(in, *out);  // Both lines contain sound now.
       effect->setParameter(kEdit1, speed);
       effect->setTempo(tempo);
       effect->render(in, *out);
@@ -146,7 +146,7 @@ TEST(Rhythmic, LanesLeaveGrainsThatAreTooShortOrTooLongToThePlainKind) {
   }
 }
 
-/// A slicer without a hold whose saws meet at their tops after 500 samples.
+/// A slicer without hold, whose saw waves are both at their maximum after 500 samples.
 struct OpenGate : InKind<EffectAdapter<Slicer>> {
   explicit OpenGate(VectorSet set) : InKind(set) {
     setParameter(kEdit2, 0);
@@ -172,7 +172,7 @@ TEST(Rhythmic, SlicerLevelsHoldTheirEndsAndTheirOrder) {
   EXPECT_TRUE(std::is_sorted(slicerLevelTable.begin(), slicerLevelTable.end()));
 }
 
-/// Returns one bar at 120 bpm of a constant input, after the make-up gain has settled.
+/// Returns one bar of a constant input at 120 BPM, after the make-up gain has settled.
 Stereo slicedConstant(int hold) {
   EffectAdapter<Slicer> slicer;
   slicer.setParameter(kEdit1, 50);

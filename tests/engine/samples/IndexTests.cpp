@@ -148,7 +148,7 @@ TEST(SampleLibrary, LeavesOutRecordsOutsideTheCategories) {
   EXPECT_EQ(library.waveCount(), 2) << "nothing to read changes nothing";
 }
 
-/// Sounds of one's own take numbers between those of the factory; the free ones are not listed.
+/// Own sounds have numbers between those of the factory. Free numbers are not listed.
 TEST(SampleLibrary, CountsNumbersAndEntriesApart) {
   Bytes records;
   constexpr std::uint32_t kBetween = 3;
@@ -170,7 +170,7 @@ TEST(SampleLibrary, CountsNumbersAndEntriesApart) {
   const auto nameOf = [&library](std::int32_t id) { return library.waveName(library.flatIndexOf(id)); };
   EXPECT_EQ(nameOf(0) + nameOf(1) + nameOf(2) + nameOf(3), "snareminekickkick");
 
-  add(1, "more", 0);  // One more number than the factory's waves leave room for.
+  add(1, "more", 0);  // One more number than fits between the factory's waves.
   ASSERT_TRUE(library.loadFrom(records));
   EXPECT_EQ(library.numbersPerFactoryWave(), 1);
 }

@@ -1,4 +1,4 @@
-// What is known of waves that sound alike: its file, broken ones, and kits by chance.
+// Data about similar waves: its file, broken files, and random variations of kits.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
@@ -50,7 +50,7 @@ TEST(SimilarWaves, RefuseFilesOfOtherLibrariesAndCutOnes) {
   const Bytes whole = SimilarWaves::pack(someKins(), kIndex);
   for (std::size_t size = 0; size < whole.size(); ++size) {
     SimilarWaves waves;
-    const bool isWhole = size % 24 == 8;  // Of fewer waves.
+    const bool isWhole = size % 24 == 8;  // Complete for fewer waves.
     EXPECT_EQ(waves.loadFrom(std::span(whole).first(size), kIndex), isWhole) << size;
   }
   SimilarWaves waves = someWaves();

@@ -1,4 +1,4 @@
-// The contents of a pad's slot after a change of its wave, from valid and broken files.
+// The contents of a pad's slot after a change of wave, from valid and broken files.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/mman.h>
@@ -33,7 +33,7 @@ struct Pads {
   }
   std::uint64_t frames(std::size_t pad) const { return pool.slot(pad).frames; }
 
-  /// Returns one channel of the slot's whole memory.
+  /// Returns one channel of the slot's complete memory.
   std::vector<std::int16_t> side(std::size_t pad, std::size_t channel) {
     std::vector<std::int16_t> samples;
     for (std::size_t i = 0; i < kSlotFrames; ++i) {
@@ -222,7 +222,7 @@ TEST(WaveChange, NeedsNoFileForAWaveThatWasReadAhead) {
   std::filesystem::remove(pads.folder.pathOf("drumdata.bin"));
   pads.change(0, 1);
   EXPECT_EQ(pads.side(0, 0), padded(ramp(5, 10)));
-  pads.waves.fetch(0, 0);  // Nothing can be read any more.
+  pads.waves.fetch(0, 0);  // From here on no file can be read.
   pads.change(0, 0);
   EXPECT_EQ(pads.frames(0), 0U);
 }

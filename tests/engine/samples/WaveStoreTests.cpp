@@ -1,4 +1,4 @@
-// Waves that several instances play at once.
+// Waves that several instances play at the same time.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <sys/mman.h>
@@ -26,7 +26,7 @@ bool isMemoryRefused = false;
 
 }  // namespace
 
-// In the place of the C library's.
+// Replaces the C library's function.
 extern "C" int mprotect(void* start, std::size_t bytes, int access) noexcept {
   return isMemoryRefused ? -1 : static_cast<int>(::syscall(SYS_mprotect, start, bytes, access));
 }
@@ -38,7 +38,7 @@ constexpr int kWaveFrames = 9000;
 
 /// The pads of one instance.
 struct Instance {
-  /// Plays from shared memory, as after a change from the editor or the host's own thread.
+  /// Plays from shared memory, as after a change by the editor or on the host's main thread.
   void play(std::size_t pad, std::int32_t wave) {
     waves.fetch(pad, wave);
     take(pad, wave);
@@ -49,7 +49,7 @@ struct Instance {
   }
   const std::int16_t* memory(std::size_t pad) const { return waves.pool().memoryOf(pad); }
 
-  /// Whether a pad has all of a wave of the folder, and silence behind it.
+  /// Whether a pad holds a complete wave of the folder, followed by silence.
   bool has(std::size_t pad, const support::Wave& wave) const {
     for (std::size_t frame = 0; frame < kRoomyFrames; ++frame) {
       const auto sample = [frame](const std::vector<std::int16_t>& side) {
@@ -68,8 +68,8 @@ struct Instance {
   PadWaves waves{file, 2, kRoomyFrames};
 };
 
-/// KiB of the process' sample memory that hold something; the tests need less than is looked at. An emulator tells
-/// nothing of pages without access, and so gives 0.
+/// Returns the KiB of the process's sample memory that are resident, looking at more than the tests use. An emulator
+/// does not report pages without access, so the result is 0 there.
 std::ptrdiff_t presentKiB(const SampleMemory& memory) {
   constexpr std::size_t kPages = 2000;
   std::vector<unsigned char> present(kPages);
@@ -78,7 +78,7 @@ std::ptrdiff_t presentKiB(const SampleMemory& memory) {
 }
 
 TEST(SampleMemory, JoinsWhatIsGivenBackInAnyOrder) {
-  constexpr std::size_t kFrames = 16384;  // Whole pages on every system.
+  constexpr std::size_t kFrames = 16384;  // A multiple of the page size of every system.
   const auto memory = std::make_shared<SampleMemory>();
   for (const auto& order : {std::array{0, 1, 2}, std::array{2, 1, 0}, std::array{0, 2, 1}}) {
     std::array<SampleMemory::Area, 3> areas;
@@ -112,7 +112,7 @@ TEST(WaveStore, KeepsOneCopyOfAWaveUntilItsLastPadHasAnother) {
   second.play(0, 0);
   EXPECT_TRUE(second.has(1, waves[1])) << "the other pad still plays it";
   second.play(1, 0);
-  second.waves.fetch(1, 1);  // Frees what pads no longer have, and holds the wave anew.
+  second.waves.fetch(1, 1);  // Frees waves that no pad has any more, and takes a new reference.
   second.waves.fetch(1, -1);
   EXPECT_LE(presentKiB(*memory), ofOne + 4);
   EXPECT_TRUE(second.has(0, waves[0]));
@@ -125,7 +125,7 @@ TEST(WaveStore, GivesWhatTheFileHasNowWhileOthersPlayWhatItHad) {
   support::SampleFolder folder(before);
   Instance first;
   first.play(0, 0);
-  // As an installer does: the new file lies beside the old one before it takes its place.
+  // As by an installer: the new file is written beside the old one and then renamed.
   std::filesystem::rename(folder.pathOf("drumdata.bin"), folder.pathOf("old"));
   folder.write(after);
   Instance second;
@@ -170,7 +170,7 @@ TEST(WaveStore, LetsPadsReadWavesThemselvesWithoutMemoryForMore) {
   EXPECT_TRUE(instance.has(0, waves[2]));
 }
 
-/// An engine of eight pads, of which the first two play the same wave and the second plays it backwards.
+/// An engine of eight pads. The first two have the same wave; the second plays it backwards.
 class TwoPads {
  public:
   TwoPads() {

@@ -1,5 +1,5 @@
 // A plain model of the voices, one sample and one voice at a time. It shares only the pads' settings with the code
-// under test. The kernels' samples must equal the model's.
+// under test, and the kernels' samples must equal the model's.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -23,7 +23,7 @@ inline std::int32_t mul(int bits, std::int32_t a, std::int32_t b) {
 }
 inline std::int32_t clip(std::int32_t x) { return x < -32767 ? -32767 : x > 32767 ? 32767 : x; }
 
-/// A ramp that holds its own destination: `field` is the voice's value.
+/// A ramp with its own target; `field` is the voice's value.
 struct Ramp {
   std::int32_t rate = 0, current = 0, target = 0, field = 0;
   bool moving = false;
@@ -324,7 +324,7 @@ class Engine {
 
   int used = 0;
   std::array<std::array<std::int32_t, 8>, 2> meters{};
-  /// What each pad's voices gave before their sends in the last render: frames of left and right.
+  /// The output of each pad's voices before the send, in the last render: frames of left and right.
   std::array<std::array<std::int32_t, std::size_t{2} * 2048>, 8> heard{};
 
  private:

@@ -1,4 +1,4 @@
-// The bank of ramps under jumps, new targets and rebinding.
+// The bank of ramps with jumps, new targets and rebinding.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -19,14 +19,14 @@ TEST(RampBank, KeepsItsOrderOfMovingRampsThroughJumpsAndRebinding) {
   }
   for (std::int32_t slot = 5; slot >= 0; --slot) {
     bank.setTarget(slot, 1000 * (slot + 1));
-    bank.setTarget(slot, 2000 * (slot + 1));  // a second target does not make it move twice
+    bank.setTarget(slot, 2000 * (slot + 1));  // A second target does not make it step twice per tick.
   }
   EXPECT_EQ(bank.activeCount(), 6);
   bank.tick();
   std::int32_t moved = 40;
   bank.bindKeepingTarget(2, &moved);  // continues from the current value
-  bank.setNow(4, 77);                 // retired by the next tick
-  bank.bind(5, &fields[5]);           // stops at the field's value
+  bank.setNow(4, 77);                 // Removed at the next tick.
+  bank.bind(5, &fields[5]);           // Stops at the field's current value.
   const std::int32_t rested = fields[5];
   bank.tick();
   EXPECT_EQ(bank.activeCount(), 4);

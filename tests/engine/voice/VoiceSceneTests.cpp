@@ -1,4 +1,4 @@
-// Random scenes on every kernel against the plain model: every sample, every meter, every voice count.
+// Random scenes on every kernel against the plain model: samples, meters and voice counts.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ constexpr std::array<std::int32_t, kPadParameterCount> kMaxima{0,   15,  1, 1, 4
 
 class Scene {
  public:
-  /// A calm scene has few voices, long waves and rare events, so that voices rest between them.
+  /// A calm scene has few voices, long waves and rare events, so that voices are at rest between them.
   Scene(support::SampleFolder& folder, unsigned seed, const VoiceKernel& kernel)
       : random(seed), connections(seed), calm(seed % 2 == 1), playedPads(calm ? pick(1, 3) : kPads) {
     makeWaves();
@@ -41,7 +41,7 @@ class Scene {
     core->makeVoices(*allocator, kernel);
   }
 
-  /// Plays some events, then a slice of 0 to 2048 frames. Returns whether both sides agree.
+  /// Plays some events, then renders 0 to 2048 frames. Returns whether both sides agree.
   bool step() {
     for (int events = calm ? pick(0, 5) / 5 : pick(0, 5); events > 0; --events) {
       event();
@@ -89,7 +89,7 @@ class Scene {
   }
 
   void fill(std::vector<std::int16_t>& side, int length, int loudness) {
-    const int held = pick(1, 60);  // square-like waves drive the low boost, noise drives the interpolation
+    const int held = pick(1, 60);  // Square-like waves test the low boost, noise the interpolation.
     for (int i = 0; i < length; ++i) {
       side.push_back(i % held == 0 ? static_cast<std::int16_t>(pick(-loudness - 1, loudness)) : side.back());
     }
@@ -112,7 +112,7 @@ class Scene {
 
   void changeWave(int pad) {
     std::int32_t wave = pick(0, static_cast<int>(waves.size()) - 1);
-    if (pick(0, 2) != 0) {  // Read ahead, or sometimes another one.
+    if (pick(0, 2) != 0) {  // Usually a wave is read ahead, sometimes not the one that is chosen.
       core->waves().fetch(static_cast<std::size_t>(pad), pick(0, 3) == 0 ? 0 : wave);
     }
     core->waveChange().setValue(pad, &wave);
@@ -141,7 +141,7 @@ class Scene {
     }
   }
 
-  /// After a reset: a level that is heard again, with low boost and pan as a cleared voice has them.
+  /// Sets a level again after a reset, when low boost and pan are those of a cleared voice.
   void turnBack() {
     for (int pad = 0; pad < playedPads; ++pad) {
       setAtRandom(pad, static_cast<std::size_t>(PadParameter::level));
@@ -150,7 +150,7 @@ class Scene {
     }
   }
 
-  /// No outs, or some of them.
+  /// Connects no outputs, or some.
   void connectOuts() {
     hasOuts = connections() % 2 == 0;
     for (std::size_t pad = 0; pad < kPads; ++pad) {
@@ -183,7 +183,7 @@ class Scene {
   }
 
   std::mt19937 random;
-  std::mt19937 connections;  ///< Of its own, so that outs change no scene.
+  std::mt19937 connections;  ///< A separate generator, so that outputs do not change the scenes.
   bool calm;
   int playedPads;
   int turnBackIn = 0;  ///< Steps until `turnBack`; none at 0 or below.

@@ -1,4 +1,4 @@
-// A CLAP library as the smallest host loads it.
+// A CLAP library in a minimal host.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 
@@ -22,7 +22,7 @@ namespace {
 
 using namespace tesh::bramel::clap;
 
-/// The host takes every size, and calls back when it is asked for moves.
+/// The host accepts every size, and calls the plug-in back when it asks for that to send moves.
 class ClapUnderTrial final : public EditorUnderTrial {
  public:
   explicit ClapUnderTrial(const std::string& path)
@@ -165,7 +165,7 @@ class ClapUnderTrial final : public EditorUnderTrial {
   const Plugin* plugin = nullptr;
   bool hasEditor = false;
   int moves = 0;
-  std::atomic<bool> wantsCall = false;  ///< From any thread.
+  std::atomic<bool> wantsCall = false;  ///< Set on any thread.
 };
 
 }  // namespace

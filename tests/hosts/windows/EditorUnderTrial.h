@@ -1,4 +1,4 @@
-// A library of any form, as far as its panel is concerned, and of some forms their sound.
+// A library of any form, with its panel, and for some forms its sound.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace sivray::trial {
 
-/// One instance, whose library is loaded for as long as this lives.
+/// One instance. Its library is loaded while this object exists.
 class EditorUnderTrial {
  public:
   EditorUnderTrial() = default;
@@ -17,26 +17,26 @@ class EditorUnderTrial {
   EditorUnderTrial& operator=(const EditorUnderTrial&) = delete;
 
   virtual bool isThere() const = 0;
-  /// Closes the instance; the library stays.
+  /// Closes the instance; the library stays loaded.
   virtual void closeInstance() = 0;
 
   virtual void openEditor(void* window) = 0;
   virtual void closeEditor() = 0;
-  /// Returns whether the open editor takes the scale.
+  /// Returns whether the open editor accepts the scale.
   virtual bool setScale(float scale) = 0;
-  /// Since the last time: parameters that the panel moved.
+  /// Returns the number of parameters that the panel has moved since the last call.
   virtual int takeMoves() = 0;
 
   virtual void setState(std::vector<char> /*bytes*/) {}
-  /// Four seconds of `noteOfBlock` in blocks of `kBlock` frames: left and right in turn. Nothing of a form that is not
-  /// asked for its sound.
+  /// Renders four seconds of `noteOfBlock` in blocks of `kBlock` frames, interleaved; empty for a form whose sound is
+  /// not tested.
   virtual std::vector<float> renderNotes(float /*rate*/) { return {}; }
 };
 
 #ifdef _WIN32
-/// Loads a VST 3 library, by its path in UTF-8, and makes an instance if it gives one.
+/// Loads a VST 3 library from its UTF-8 path, and creates an instance if it offers one.
 std::unique_ptr<EditorUnderTrial> loadVst3(const std::string& path);
-/// The same for a CLAP library.
+/// As above for a CLAP library.
 std::unique_ptr<EditorUnderTrial> loadClap(const std::string& path);
 #endif
 

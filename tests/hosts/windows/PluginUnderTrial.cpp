@@ -1,4 +1,4 @@
-// Loads the library, answers as its host, and renders.
+// Loads the library, answers its calls to the host, and renders.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PluginUnderTrial.h"
 

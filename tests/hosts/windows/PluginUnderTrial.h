@@ -1,4 +1,4 @@
-// A VST 2 library as the smallest host loads it, on Linux and on Windows from the same source.
+// A VST 2 library in a minimal host, from the same source on Linux and on Windows.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -12,10 +12,10 @@
 
 namespace sivray::trial {
 
-/// One instance. The host answers its version, the rate and the time, and counts what the plug-in reports.
+/// One instance. The host tells its version, the rate and the time, and counts the plug-in's reports.
 class PluginUnderTrial final : public EditorUnderTrial {
  public:
-  /// Loads the library, by its path in UTF-8, and makes an instance if it gives one.
+  /// Loads the library from its UTF-8 path, and creates an instance if it offers one.
   explicit PluginUnderTrial(const std::string& path);
   /// Closes the instance and unloads the library.
   ~PluginUnderTrial() override;
@@ -32,10 +32,10 @@ class PluginUnderTrial final : public EditorUnderTrial {
   void setState(std::vector<char> bytes) override;
   std::vector<float> renderNotes(float sampleRate) override { return render(sampleRate, false); }
 
-  /// As `renderNotes`, with or without a parameter moved in each block.
+  /// As `renderNotes`, optionally with a parameter moved in each block.
   std::vector<float> render(float sampleRate, bool isMoving);
 
-  /// Whether a library of this path is in the process.
+  /// Whether this library is loaded into the process.
   static bool isLoaded(const std::string& path);
 
  private:

@@ -13,7 +13,7 @@ namespace sivray::trial {
 inline constexpr int kBlock = 512;       ///< Frames.
 inline constexpr double kTempo = 120.0;  ///< Beats per minute.
 
-/// In four seconds.
+/// Returns the number of blocks in four seconds.
 inline int blocksAt(float rate) {
   constexpr float kSeconds = 4.0F;
   return static_cast<int>(kSeconds * rate) / kBlock;
@@ -24,7 +24,7 @@ struct TrialNote {
   int frame;
 };
 
-/// A note in every third block.
+/// Returns a note for every third block.
 inline std::optional<TrialNote> noteOfBlock(int block) {
   constexpr std::uint8_t kNoteOn = 0x90;
   constexpr int kFirstNote = 36;
@@ -38,7 +38,7 @@ inline std::optional<TrialNote> noteOfBlock(int block) {
       block % kBlock};
 }
 
-/// Adds left and right in turn.
+/// Appends left and right, interleaved.
 inline void appendInterleaved(const std::array<std::array<float, kBlock>, 2>& sides, std::vector<float>& samples) {
   for (std::size_t frame = 0; frame < kBlock; ++frame) {
     samples.push_back(sides[0][frame]);

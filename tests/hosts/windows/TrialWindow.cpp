@@ -1,4 +1,4 @@
-// A window of the system, its messages, and a mouse that the program moves.
+// A native window, its messages, and a mouse that the program moves.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 
@@ -12,8 +12,8 @@ namespace {
 constexpr const wchar_t* kClass = L"SivrayTrial";
 constexpr int kWidth = 1536;
 constexpr int kHeight = 936;
-constexpr unsigned int kAfterEvent = 40;  ///< Milliseconds until an event was dispatched.
-constexpr double kFullScale = 65535.0;    ///< Of positions on the screen.
+constexpr unsigned int kAfterEvent = 40;  ///< Milliseconds for an event to be dispatched.
+constexpr double kFullScale = 65535.0;    ///< The range of mouse positions on the screen.
 
 int characters = 0;
 

@@ -7,8 +7,8 @@
 
 namespace sivray::trial {
 
-/// In the screen's top left corner, without a frame, so that its points are the screen's too. The thread that made it
-/// calls.
+/// A frameless window in the screen's top left corner, so that its coordinates are those of the screen. To be called on
+/// the thread that created it.
 class TrialWindow {
  public:
   TrialWindow();
@@ -18,9 +18,9 @@ class TrialWindow {
 
   HWND handle() const { return window; }
   void destroy();
-  /// The plug-in's window inside; null while there is none.
+  /// Returns the plug-in's window inside this one; null while there is none.
   HWND child() const { return GetWindow(window, GW_CHILD); }
-  /// Characters that came to this window since the last time.
+  /// Returns the number of characters that this window has received since the last call.
   int takeCharacters();
 
   /// Dispatches the thread's messages for this time.
@@ -30,7 +30,7 @@ class TrialWindow {
   static void press();
   static void release();
   static void rightClick();
-  /// Strikes the key of a letter, of a digit, or of a code of Windows.
+  /// Presses and releases the key of a letter, a digit, or a virtual key code.
   static void strike(unsigned short key);
 
  private:

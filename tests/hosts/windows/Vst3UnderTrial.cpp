@@ -1,5 +1,5 @@
-// The smallest VST 3 host that shows a panel, from the published interfaces: their functions in order, and of those
-// that it does not call only the places.
+// A minimal VST 3 host that shows a panel, written from the published interfaces: their functions in order, with
+// placeholders for those that it does not call.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #ifdef _WIN32
 
@@ -15,7 +15,7 @@
 
 namespace sivray::trial::vst3 {
 
-// Not in a nameless namespace: the compiler would take them for classes that nobody implements.
+// Not in an unnamed namespace, where the compiler would report classes that nobody implements.
 
 using Result = std::int32_t;
 constexpr Result kOk = 0;
@@ -114,7 +114,7 @@ constexpr GUID kScaledView{0x65ED9690, 0x8AC4, 0x4525, {0x8A, 0xAD, 0xEF, 0x7A, 
 constexpr GUID kHandler{0x93A0BEA3, 0x0BD0, 0x45DB, {0x8E, 0x89, 0x0B, 0x0C, 0xC1, 0xE4, 0x6A, 0xC6}};
 constexpr GUID kFrame{0x367FAF01, 0xAFA9, 0x4693, {0x8D, 0x4D, 0xA2, 0xA0, 0xED, 0x08, 0x82, 0xA3}};
 
-/// An object of the host's, which outlives the plug-in. It is of one interface.
+/// One of the host's objects, with a single interface. It outlives the plug-in.
 template <typename Interface>
 class HostObject : public Interface {
  public:

@@ -1,5 +1,5 @@
-// try-plugin: a host that does what the lines of its standard input say, and answers each with one line. On Linux it
-// has no window. tests/hosts/try_windows.py drives it.
+// try-plugin: a host that executes the lines of its standard input and answers each with one line. On Linux it has no
+// window. tests/hosts/try_windows.py drives it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <atomic>
 #include <fstream>
@@ -30,18 +30,18 @@ struct Stage {
 
   const std::string path;
   std::unique_ptr<EditorUnderTrial> plugin;
-  PluginUnderTrial* vst2 = nullptr;  ///< The same, if it is of this form.
+  PluginUnderTrial* vst2 = nullptr;  ///< The plugin, if it is of the VST 2 form.
 #ifdef _WIN32
   TrialWindow window;
 #endif
 };
 
-/// What the lines act on.
+/// The state that the commands change.
 class Trial {
  public:
   explicit Trial(std::string libraryPath) { use(std::move(libraryPath)); }
 
-  /// Does what `line` says, and gives the answer.
+  /// Executes `line` and returns the answer.
   std::string run(const std::string& line) {
     std::istringstream words(line);
     std::string name;
@@ -65,7 +65,7 @@ class Trial {
     return value;
   }
 
-  /// All lines from now on are for the stage of this library.
+  /// Makes the following lines apply to the stage of this library.
   std::string use(std::string libraryPath) {
     std::unique_ptr<Stage>& found = stages[libraryPath];
     if (found == nullptr) {
@@ -130,7 +130,7 @@ class Trial {
     return stage->window.child() == nullptr ? "ok" : "child";
   }
 
-  /// As a host does that closes plug-ins on a thread of its own, while its window's thread goes on.
+  /// Closes editor and instance on another thread, as some hosts do, while this thread handles the window's messages.
   std::string closeElsewhere() {
     std::atomic<bool> isDone = false;
     std::thread other([&] {
@@ -145,14 +145,15 @@ class Trial {
     return stage->window.child() == nullptr ? "ok" : "child";
   }
 
-  /// Tells the program's window that its screen has so many dots an inch now. The place of the window, which the system
-  /// adds, is a record of this process and is left out. The host's own window must be destroyed before.
+  /// Tells the program's window that its screen now has this resolution in dots per inch. The suggested window
+  /// rectangle, which Windows passes as a pointer, is omitted, because it would have to be in the other process. The
+  /// host's own window must be destroyed before.
   static bool tellDots(int dots) {
     HWND program = FindWindowW(nullptr, L"Sivray");
     return program != nullptr && SendMessageW(program, WM_DPICHANGED, MAKEWPARAM(dots, dots), 0) == 0;
   }
 
-  /// So often: load, open, click in the middle of the first pad, close, unload.
+  /// Repeats this cycle: load, open, click in the middle of the first pad, close, unload.
   std::string live(int times) {
     constexpr int kPadX = 56;
     constexpr int kPadY = 420;
@@ -229,7 +230,7 @@ class Trial {
   };
 };
 
-/// The library's path comes as the first line: arguments of a program do not take every letter on Windows.
+/// The library's path is the first input line, because program arguments cannot hold every character on Windows.
 int run() {
   std::string line;
   std::getline(std::cin, line);

@@ -1,5 +1,5 @@
-// A stand-in for ALSA's sequencer, which needs a module of the kernel: put before a program by LD_PRELOAD, it has one
-// device, "Test Keys", that sends the notes on the pipe SIVRAY_TEST_KEYS, three bytes each.
+// A replacement for ALSA's sequencer, which needs a kernel module. Loaded by LD_PRELOAD, it has one device, "Test
+// Keys", which sends the notes on the pipe SIVRAY_TEST_KEYS, three bytes each.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <alsa/asoundlib.h>
 #include <fcntl.h>
@@ -18,8 +18,8 @@ constexpr int kDeviceClient = 20;
 constexpr int kProgramPort = 0;
 
 int pipeEnd = -1;
-bool isListed = false;      ///< The device, in the round of clients that is under way.
-bool isPortListed = false;  ///< Its port, likewise.
+bool isListed = false;      ///< Whether the current query of clients has listed the device.
+bool isPortListed = false;  ///< Whether the current query of ports has listed its port.
 bool isConnected = false;
 snd_seq_event_t event;
 
@@ -69,7 +69,7 @@ int snd_seq_query_next_port(snd_seq_t* /*handle*/, snd_seq_port_info_t* info) {
   return 0;
 }
 
-// The program's port, and what it receives.
+// The program's port, and the events that it receives.
 
 int snd_seq_create_simple_port(snd_seq_t* /*handle*/, const char* /*name*/, unsigned /*caps*/, unsigned /*type*/) {
   return kProgramPort;

@@ -1,4 +1,4 @@
-// The file of taught notes: what is written comes back, and an edit that does not hold costs its line alone.
+// The file of taught notes: it is read as it was written, and an invalid edit costs only its line.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/notes/TaughtNotes.h"
 

@@ -1,4 +1,4 @@
-// Program images of all versions, byte for byte, the list's operations, and the files around the image.
+// Program images of all versions, byte by byte, the list's operations, and the files that contain an image.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/programs/ProgramDatabase.h"
 
@@ -30,7 +30,7 @@ struct Owner final : MacroProgramDatabaseDelegate {
   std::uint64_t macros = 2;
 };
 
-/// Returns an image of `count` records with two macros each; the second macro's value is the record's number.
+/// Returns an image of `count` records with two macros each; the second macro's value is the record's index.
 Bytes image(std::uint32_t version, std::uint32_t count, std::uint32_t claimed) {
   Bytes bytes;
   ByteWriter writer(bytes);
@@ -85,7 +85,7 @@ TEST(ProgramDatabase, SharesTheEntriesOfEqualImagesUntilTheyChange) {
   EXPECT_EQ(first.entries(1)[0].object, 7U);
   EXPECT_EQ(first.entries(2)[0].value, 0.5F);
 
-  // The sign of a zero, and the last object.
+  // Offsets of the sign of a zero and of the last object.
   const std::size_t sign =
       ProgramDatabase::kImageHeadBytes + ProgramDatabase::kRecordHeadBytes + ProgramDatabase::kEntryBytes + 3;
   for (const std::size_t place : {sign, bytes.size() - 1}) {

@@ -1,4 +1,4 @@
-// Dated copies of a program file: which are kept, and how one comes back.
+// Dated copies of a program file: which ones are kept, and how one is restored.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -29,7 +29,7 @@ class ProgramFileCopies : public testing::Test {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
   }
-  /// The contents of all copies, the newest first.
+  /// Returns the contents of all copies, newest first.
   std::string copies() const {
     std::string all;
     for (const ProgramFileCopy& copy : programFileCopies(file)) {
@@ -38,7 +38,7 @@ class ProgramFileCopies : public testing::Test {
     return all;
   }
 
-  static constexpr CopyTime kNoon = 1'936'786'200'250;  ///< 2031-05-17, 12:10 and a quarter of a second.
+  static constexpr CopyTime kNoon = 1'936'786'200'250;  ///< 2031-05-17, 12:10:00.250.
   const fs::path folder = fs::path(testing::TempDir()) / ("copies " + std::to_string(::getpid()));
   const std::string file = (folder / "Kit_User.prog").string();
 };

@@ -1,4 +1,4 @@
-// The state's envelope: its exact bytes, and the handling of bytes that are not a state.
+// The state's envelope: its exact bytes, and the handling of bytes that are no state.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/state/EditBufferRecord.h"
 
