@@ -50,23 +50,23 @@ std::function<void(const juce::ArgumentList&)> onFactory(const Command& command)
 void addMakers(juce::ConsoleApplication& program) {
   using namespace sivray::content;
   program.addCommand(
-      {"waves", kWavesUsage, "Makes the factory's sample library out of its tables", "", speaking(runWaves)});
+      {"waves", kWavesUsage, "Builds the factory's sample library from its tables", "", speaking(runWaves)});
   program.addCommand(
-      {"bank", kBankUsage, "Makes the macro description out of the factory's kits", "", speaking(runBank)});
-  program.addCommand({"demo", kDemoUsage, "Makes a MIDI file out of a folder of grooves", "", speaking(runDemo)});
+      {"bank", kBankUsage, "Builds the macro description from the factory's kits", "", speaking(runBank)});
+  program.addCommand({"demo", kDemoUsage, "Builds a MIDI file from a folder of grooves", "", speaking(runDemo)});
   program.addCommand({"levels", kLevelsUsage,
                       "Plays every pad of every installed kit and prints level, length and brightness", "",
                       onFactory(runLevels)});
-  program.addCommand({"balance", kBalanceUsage,
-                      "Sets the levels in the texts of the kits by what they sound like as installed", "",
-                      onFactory(runBalance)});
-  program.addCommand(
-      {"measure", kMeasureUsage, "Measures the factory's waves, beside recorded drums", "", onFactory(runMeasure)});
-  program.addCommand({"similar", kSimilarUsage, "Finds out which waves of a sample library sound alike, for the panel",
+  program.addCommand({"balance", kBalanceUsage, "Sets the levels in the kits' texts by measuring the installed kits",
+                      "", onFactory(runBalance)});
+  program.addCommand({"measure", kMeasureUsage, "Measures the factory's waves and compares them with recorded drums",
+                      "", onFactory(runMeasure)});
+  program.addCommand({"similar", kSimilarUsage, "Finds the waves of a sample library that sound alike, for the panel",
                       "", speaking(runSimilar)});
   program.addCommand(
       {"pack", kPackUsage, "Packs a folder of sound files into a sample library with kits",
-       "WAV, AIFF, FLAC, OGG and what else libsndfile reads; the names of files and folders tell what they are.",
+       "Reads WAV, AIFF, FLAC, OGG and all other formats of libsndfile. The names of files and folders decide the "
+       "categories.",
        onFactory(runPack)});
 }
 
@@ -112,36 +112,38 @@ int main(int argc, char* argv[]) {
   addMakers(program);
   program.addCommand(
       {"add", kAddUsage, "Adds sound files to the sounds that every form plays",
-       "Names of files and folders tell their categories, unless a pad (1 to 8) or a category is given. A "
-       "sound keeps its number for ever, and songs play on. --fields prints lines for a program.",
+       "The names of files and folders decide the categories, unless a pad (1 to 8) or a category is given. A "
+       "sound keeps its number for ever, so songs go on playing it. --fields prints lines for other programs.",
        speaking(runAdd)});
-  program.addCommand(
-      {"list", kListUsage, "Lists the sounds that were added, and what became of removed ones", "", speaking(runList)});
+  program.addCommand({"list", kListUsage,
+                      "Lists the added sounds, and the removed ones with the sounds that replace them", "",
+                      speaking(runList)});
   program.addCommand({"remove", kRemoveUsage, "Removes added sounds",
-                      "A song that uses one plays the factory sound of its category that is most like it.",
+                      "A song that uses one plays the most similar factory sound of its category instead.",
                       speaking(runRemove)});
+  program.addCommand({"export", kExportUsage, "Collects the added files that a song or one of your kits uses",
+                      "STATE is a state, a preset or any file that holds one. Added on another computer, the "
+                      "folder's files get the same numbers.",
+                      speaking(runExport)});
   program.addCommand(
-      {"export", kExportUsage, "Collects the added files that a song or one of your kits uses",
-       "STATE is a state, a preset or any file that holds one. Added elsewhere, the folder's files get the "
-       "same numbers.",
-       speaking(runExport)});
-  program.addCommand(
-      {"convert", kConvertUsage, "Adds the sounds of a folder that 'pack' made, and what was made with it",
-       "FILES are states and presets; they, and your kits, are changed where they name its waves, after a copy "
-       "was kept.",
+      {"convert", kConvertUsage,
+       "Adds the sounds of a folder that 'pack' made, and adapts songs and kits that use them",
+       "FILES are states and presets. In these and in your kits, the values that choose those sounds are changed; "
+       "the old files are kept as copies.",
        speaking(runConvert)});
   program.addCommand({"refresh", kRefreshUsage,
-                      "Puts the added sounds beside the factory content that is installed now", "",
+                      "Rebuilds the content from the installed factory content and the added sounds", "",
                       speaking(runRefresh)});
-  program.addCommand({"kits", kKitsUsage, "Lists the copies of your own kits, and brings one back",
+  program.addCommand({"kits", kKitsUsage, "Lists the copies of your own kits, and restores one",
                       "The plug-in keeps the last ten, from before each Delete, Import, and Save over a kit.",
                       speaking(runKits)});
-  program.addCommand({"controllers", kControllersUsage, "Shows which MIDI controllers move what, and changes it",
-                      "CC is 0 to 126 or bend, MACRO a number or a name. A change makes a map of your own, which takes "
-                      "the factory's place; --reset removes it.",
+  program.addCommand({"controllers", kControllersUsage,
+                      "Shows which MIDI controllers move which parameters, and changes this",
+                      "CC is 0 to 126 or bend, MACRO a number or a name. A change makes a map of your own, which is "
+                      "used instead of the factory's; --reset removes it.",
                       speaking(runControllers)});
   program.addCommand({"inspect", kInspectUsage,
-                      "Shows what is in a file of the drum module, and where a broken one breaks", "",
+                      "Shows the content of a file of the drum module, and where a broken one has its first fault", "",
                       speaking(runInspect)});
   if (program.findCommand(words, true) == nullptr) {
     return juce::ConsoleApplication::invokeCatchingFailures([&words]() -> int {
