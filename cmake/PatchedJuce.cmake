@@ -1,10 +1,10 @@
-# JUCE 7.0.5 with changed lines. The modules stay where the system has them. The build holds, for each module in which
-# something changes, a folder of links to its files, with changed copies in their place: <build>/juce/<module>. Whoever
-# includes a changed header or wrapper puts <build>/juce before JUCE's own modules.
+# JUCE 7.0.5 with changed lines. The installed modules are not touched: for each changed module, the folder
+# <build>/juce/<module> of the build holds links to its files, and changed copies instead of the changed ones. Targets
+# that include a changed header or wrapper put <build>/juce before JUCE's own modules in their include path.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# sivray_patch_juce(): applies cmake/juce-7.0.5/*.patch, each of which says why it is there, and compiles the modules from the
-# changed files. Fails if a patch does not fit exactly, as in another version of JUCE.
+# sivray_patch_juce(): applies cmake/juce-7.0.5/*.patch, each of which gives its reason, and compiles the modules from
+# the changed files. Fails if a patch does not fit exactly, as with another version of JUCE.
 function(sivray_patch_juce)
   set(folder "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/juce-7.0.5")
   file(GLOB patches CONFIGURE_DEPENDS "${folder}/*.patch")
@@ -45,20 +45,20 @@ function(sivray_patch_juce)
     sivray_change_juce_file("${path}" "${text}")
   endforeach()
   if(WIN32)
-    # Debian's modules come without their own code for PNG, and its Windows compiler without the library.
+    # Debian's modules lack JUCE's own PNG code, and Debian's Windows compiler lacks libpng.
     file(READ "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/windows/juce_PNGLoader.cpp" text)
     sivray_change_juce_file(juce_graphics/image_formats/juce_PNGLoader.cpp "${text}")
   endif()
 endfunction()
 
-# sivray_leave_out_of_juce(<module> <file>...): compiles the module without these sources of it.
+# sivray_leave_out_of_juce(<module> <file>...): compiles the module without these source files.
 function(sivray_leave_out_of_juce module)
   set_property(GLOBAL APPEND PROPERTY SIVRAY_CHANGED_MODULES ${module})
   set_property(GLOBAL APPEND PROPERTY SIVRAY_LEFT_OUT_${module} ${ARGN})
 endfunction()
 
-# sivray_compile_changed_juce(): lets the modules that have changed or left out files be compiled accordingly. The compiler
-# stops where it includes an unchanged file in place of a changed one.
+# sivray_compile_changed_juce(): compiles the modules that have changed or omitted files from their folders in
+# <build>/juce. The compiler reports an error if it includes the original of a changed file.
 function(sivray_compile_changed_juce)
   get_property(modules GLOBAL PROPERTY SIVRAY_CHANGED_MODULES)
   list(REMOVE_DUPLICATES modules)
@@ -93,7 +93,7 @@ function(sivray_compile_changed_juce)
     set_target_properties(${module} PROPERTIES INTERFACE_SOURCES "${sources}")
   endforeach()
 
-  # What an earlier configuration changed and this one does not.
+  # Restores files that an earlier configuration changed and this one does not.
   get_property(placed GLOBAL PROPERTY SIVRAY_PLACED)
   file(GLOB_RECURSE files LIST_DIRECTORIES false RELATIVE "${PROJECT_BINARY_DIR}/juce" "${PROJECT_BINARY_DIR}/juce/*")
   foreach(file ${files})
@@ -105,8 +105,8 @@ function(sivray_compile_changed_juce)
   endforeach()
 endfunction()
 
-# sivray_change_juce_file(<path below the modules> <text>): the module is compiled with `text` in place of the file. The text
-# comes after the definition of SIVRAY_CHANGED_<stem of the file>, by which those who include the file tell both apart.
+# sivray_change_juce_file(<path below the modules> <text>): compiles the module with `text` instead of the file. The
+# text is preceded by a definition of SIVRAY_CHANGED_<stem of the file>, by which including files recognise it.
 function(sivray_change_juce_file path text)
   string(REGEX MATCH "^([^/]+)/(.+)$" unused "${path}")
   set_property(GLOBAL APPEND PROPERTY SIVRAY_CHANGED_MODULES ${CMAKE_MATCH_1})
@@ -115,8 +115,8 @@ function(sivray_change_juce_file path text)
   sivray_place_juce_file("${path}" "#define SIVRAY_CHANGED_${stem} 1\n${text}")
 endfunction()
 
-# sivray_place_juce_file(<path below the modules> <text>): writes the file below <build>/juce if it has another text there, with
-# links to its neighbours.
+# sivray_place_juce_file(<path below the modules> <text>): writes the file below <build>/juce, unless it has that text
+# already, and links to its neighbours.
 function(sivray_place_juce_file path text)
   set(from "${JUCE_MODULES_DIR}")
   set(to "${PROJECT_BINARY_DIR}/juce")

@@ -3,8 +3,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # sivray_headers(<name> <entry> [<header or folder>...])
-# Creates the interface library <name> for headers in the system's include folder. A cross compiler must not see that
-# folder, which belongs to the build system, so it gets links to these headers alone.
+# Creates the interface library <name> for headers in the system's include folder. A cross compiler must not search that
+# folder, which belongs to the build system, so it gets a folder of links to these headers only.
 function(sivray_headers name entry)
   find_path(${name}_INCLUDE_DIR ${entry} PATHS /usr/include REQUIRED)
   set(folder "${${name}_INCLUDE_DIR}")
@@ -24,14 +24,14 @@ endfunction()
 sivray_headers(picojson picojson.h)
 sivray_headers(msgpack msgpack.hpp msgpack)
 target_compile_definitions(msgpack INTERFACE MSGPACK_DEFAULT_API_VERSION=3 MSGPACK_NO_BOOST)
-# Vector instructions of x86 in terms of other processors' own.
+# x86 vector instructions, implemented with those of other processors.
 if(NOT SIVRAY_FOR_X86)
   sivray_headers(simde simde)
 endif()
 
 if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
-  # Modules are sources, the same for all systems; a cross compiler does not look where Debian keeps them. Where the package is
-  # not installed, scripts/setup.sh has unpacked it.
+  # Modules are source files, the same for all systems, but a cross compiler does not search Debian's folder for them.
+  # If the package is not installed, scripts/setup.sh has unpacked it.
   set(folder "usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake")
   find_package(JUCE CONFIG REQUIRED PATHS "/${folder}" "${PROJECT_SOURCE_DIR}/build/unpacked/${folder}")
   if(WIN32)
@@ -70,27 +70,27 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
       JUCE_USE_FLAC=0
       $<$<PLATFORM_ID:Windows>:JUCE_USE_WINDOWS_MEDIA_FORMAT=0>
       $<IF:$<CONFIG:Debug>,DEBUG=1,NDEBUG=1>)
-  # JUCE is not performance-critical: it is compiled to build fast, and so that the linker can leave out each function that
-  # is not used.
+  # JUCE is not performance-critical: it is compiled for a short build, in sections, so that the linker can drop unused
+  # functions.
   set(juce_options -O1 -g0 "$<$<PLATFORM_ID:Linux>:-ffunction-sections;-fdata-sections>")
   target_compile_options(sivray_juce_modules PRIVATE ${juce_options})
-  # Painting and decoding pictures is most of the work of a panel that opens, so that this module is optimized.
+  # Opening a panel spends most of its time on painting and decoding pictures, so this module is optimized.
   get_target_property(sources juce::juce_graphics INTERFACE_SOURCES)
   list(FILTER sources INCLUDE REGEX "/juce_graphics\\.cpp$")
   set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -O2)
   if(WIN32)
-    # It can tell the day on which it was compiled, which would end up in what users get.
+    # It uses the date of its compilation, which would make each build differ.
     target_compile_options(sivray_juce_modules PRIVATE -Wno-builtin-macro-redefined
       "-D__DATE__=\"Jan 1 2020\"" "-D__TIME__=\"00:00:00\"")
   endif()
 
-  # What our own code links: the compiled modules, with their headers and definitions. A build under a sanitizer links those of
-  # the release build, since only our own code is watched.
+  # The library that our own code links: the compiled modules with their headers and definitions. A sanitizer build
+  # links the modules of the release build, since only our own code is checked.
   add_library(sivray_juce INTERFACE)
   target_compile_definitions(sivray_juce INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,COMPILE_DEFINITIONS>)
   target_include_directories(sivray_juce SYSTEM INTERFACE $<TARGET_PROPERTY:sivray_juce_modules,INCLUDE_DIRECTORIES>)
-  # Debian's JUCE takes images and fonts from the system's libraries; it loads those of X11 when it opens a window.
-  # On Windows it takes those of the system, and its zlib.
+  # Debian's JUCE uses the system's libraries for images and fonts, and loads those of X11 when it opens a window. On
+  # Windows it uses the system's functions, and the compiler's zlib.
   set(juce_libraries PNG::PNG Freetype::Freetype ${CMAKE_DL_LIBS} Threads::Threads rt
     $<$<CXX_COMPILER_ID:Clang>:atomic>)
   if(WIN32)
@@ -103,7 +103,8 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
     target_link_libraries(sivray_juce INTERFACE sivray_juce_modules ${juce_libraries})
   endif()
 
-  # The modules that all forms but VST 2 need on top, compiled once for all of them. Whoever uses sound devices links ALSA.
+  # The additional modules of all forms but VST 2, compiled once for all of them. Targets that use sound devices link
+  # ALSA themselves.
   add_library(sivray_juce_client_modules STATIC EXCLUDE_FROM_ALL)
   set_target_properties(sivray_juce_client_modules PROPERTIES OUTPUT_NAME sivray_juce_client UNITY_BUILD OFF)
   foreach(module juce_audio_processors juce_audio_devices)
@@ -133,8 +134,9 @@ if(SIVRAY_BUILD_TOOLS OR SIVRAY_BUILD_EDITOR)
 endif()
 
 if(SIVRAY_BUILD_TOOLS)
-  # JUCE's hosts of VST 3 and LV2, for the tools: a library of their own, so that the plug-in holds none of them. It stands
-  # before the plug-in's modules when it is linked, and its build of the processors' module takes the place of any there.
+  # JUCE's hosts of VST 3 and LV2, for the tools: a separate library, so that the plug-in contains none of them. It must
+  # precede the plug-in's modules in the link order, so that its build of juce_audio_processors is used instead of
+  # theirs.
   set(lv2 "${JUCE_MODULES_DIR}/juce_audio_processors/format_types/LV2_SDK")
   add_library(sivray_juce_hosts_modules STATIC
     "${PROJECT_BINARY_DIR}/juce/juce_audio_processors/juce_audio_processors.cpp"

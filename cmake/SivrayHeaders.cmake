@@ -1,18 +1,19 @@
-# Precompiled headers of libraries that are not ours: reading them takes most of the time of many files.
+# Precompiled headers of external libraries, which many files spend most of their compile time reading.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Clang writes the times of headers into what it precompiles. Without them the compiler cache knows it again in a new build of
-# the same folder. Another checkout compiles its own, since paths are in it too; what GCC precompiles is shared by all checkouts.
+# Clang stores the times of headers in its precompiled ones. Without them, the compiler cache finds the precompiled
+# headers again in a new build of the same folder. Other checkouts need their own, because these also hold paths; those
+# of GCC are shared by all checkouts.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   list(APPEND CMAKE_CXX_COMPILE_OPTIONS_CREATE_PCH -Xclang -fno-pch-timestamp)
 endif()
 
 # sivray_precompile(<target> standard|juce|computing_juce|tests|sound_tests)
-# Lets a target of our own read headers precompiled: those of the standard library, those of JUCE's user interface with them,
-# or those of GoogleTest with them. All targets share what was compiled once, so they must have the same flags. What is built with
-# `tests` is not optimized, which takes the compiler half of the time, and under the sanitizers neither is what is built with `juce`
-# and `sound_tests`. What computes much keeps its flags: `computing_juce`, and `sound_tests` without a sanitizer. A file
-# includes what it uses nevertheless, as `./test --release` shows.
+# Makes one of our own targets use precompiled headers: those of the standard library, optionally with those of JUCE's
+# user interface or of GoogleTest. Targets share the compiled headers, so they must have the same flags. `tests` is
+# compiled without optimization, which halves the compile time; in sanitizer builds so are `juce` and `sound_tests`.
+# Code that computes much keeps its flags: `computing_juce`, and `sound_tests` without a sanitizer. Files must include
+# the headers that they use nevertheless, which `./test --release` checks.
 function(sivray_precompile target headers)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
     return()
@@ -43,7 +44,7 @@ function(sivray_precompile target headers)
     endif()
     set(source "${PROJECT_BINARY_DIR}/precompiled/${headers}.cpp")
     if(headers MATCHES tests)
-      # Programs are compiled with other flags than libraries.
+      # Programs have other compiler flags than libraries.
       file(WRITE "${source}" "int main() {}\n")
       add_executable(sivray_${headers}_headers "${source}")
     else()
@@ -60,7 +61,7 @@ function(sivray_precompile target headers)
   endif()
   get_target_property(type ${target} TYPE)
   if(type STREQUAL "EXECUTABLE" AND NOT headers MATCHES tests AND NOT WIN32)
-    # A library's flags, since it shares with libraries.
+    # The flags of a library, because libraries share these headers.
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     target_compile_options(${target} PRIVATE -fPIC)
   endif()
@@ -68,7 +69,7 @@ function(sivray_precompile target headers)
 endfunction()
 
 # sivray_build_fast(<target>)
-# For code that runs once or at a click: compiled in three quarters of the time. For GCC alone, as above.
+# For code that runs once or on a click: reduces the compile time by a quarter. For GCC only, as above.
 function(sivray_build_fast target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)

@@ -1,8 +1,8 @@
 # Functions that build a room as a library, and the compiler flags of all our own code.
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# A room sees only the headers of the rooms that it links: each room exports an include root that holds nothing but a link
-# to its own folder, so that including any other room fails to compile.
+# A room sees only the headers of the rooms that it links: each room exports an include path that contains only a link
+# to its own folder, so including any other room does not compile.
 
 option(SIVRAY_BUILD_TOOLS "Build the programs that people run; the tests need them" ON)
 option(SIVRAY_BUILD_EDITOR "Build the editor and link it into the library (needs JUCE)" ON)
@@ -10,7 +10,7 @@ option(SIVRAY_BUILD_TESTS "Build the test programs" ON)
 option(SIVRAY_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
 option(SIVRAY_FROM_RELEASE
   "Use the pictures, the content and, in a build for this system, the compiled JUCE of build/release, which must be built" OFF)
-# Of the builds that watch, one that builds the forms is enough.
+# Of the sanitizer builds, only one has to build the forms.
 if(SIVRAY_FROM_RELEASE)
   set(SIVRAY_BUILD_FORMS OFF CACHE BOOL "Build the VST 3 and LV2 plug-ins")
 else()
@@ -27,8 +27,8 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
-# GCC looks for garbage in its memory whenever that has doubled, from 128 MB on, which files with JUCE's headers exceed at once.
-# From 512 MB on it compiles them by a tenth faster.
+# GCC collects garbage when its memory has doubled, from 128 MB on, which files with JUCE's headers exceed at once. From
+# 512 MB on it compiles them 10 % faster.
 add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:--param=ggc-min-heapsize=524288>)
 
 set(SIVRAY_RELEASE_BUILD "${PROJECT_SOURCE_DIR}/build/release")
@@ -36,8 +36,8 @@ if(SIVRAY_FROM_RELEASE AND NOT EXISTS "${SIVRAY_RELEASE_BUILD}/libsivray_juce.a"
   message(FATAL_ERROR "This build uses parts of build/release: build that first")
 endif()
 
-# Fuzzers are guided by what the rooms run that read bytes of files and hosts. The others, and what stands around the rooms, do
-# not count it: they compile and run faster.
+# Coverage guides the fuzzers through the rooms that read bytes from files and hosts. The other rooms, and code outside
+# of the rooms, are built without it, which makes them compile and run faster.
 set(SIVRAY_UNGUIDED)
 if(SIVRAY_BUILD_FUZZERS)
   set(SIVRAY_UNGUIDED -fno-sanitize-coverage=trace-cmp,inline-8bit-counters,pc-table,indirect-calls,stack-depth)
@@ -45,14 +45,14 @@ endif()
 
 find_package(Threads REQUIRED)
 
-# Other processors run the vector code for 128-bit registers alone. The cross compiler for Windows is one for x86.
+# Other processors use only the vector code for 128-bit registers. The Windows cross compiler targets x86.
 set(SIVRAY_FOR_X86 OFF)
 if(WIN32 OR CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
   set(SIVRAY_FOR_X86 ON)
 endif()
 
-# Warnings and floating-point rules of our own code. No contraction: each single-precision step is rounded separately, so
-# that results are the same with every machine and compiler.
+# Warnings and floating-point rules of our own code. No contraction, so that each single-precision operation is rounded
+# separately and results are equal on every machine and with every compiler.
 add_library(sivray_options INTERFACE)
 target_compile_options(sivray_options INTERFACE
   -Wall -Wextra -Wshadow -Wconversion -Werror -ffp-contract=off)
@@ -61,7 +61,7 @@ if(WIN32)
   target_compile_options(sivray_options INTERFACE -Wa,-muse-unaligned-vector-move)
 endif()
 target_link_libraries(sivray_options INTERFACE Threads::Threads)
-# Tests and checkers do less where each step takes several times as long.
+# Tests and checkers reduce their work in builds in which each step takes several times as long.
 if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   target_compile_definitions(sivray_options INTERFACE SIVRAY_SANITIZED=1)
 elseif(CMAKE_CROSSCOMPILING AND NOT WIN32)
@@ -69,8 +69,8 @@ elseif(CMAKE_CROSSCOMPILING AND NOT WIN32)
 endif()
 
 # sivray_sources(<variable> <folder> [<sub-folders>...])
-# Lists the sources in the folder itself and in the named sub-folders. Those for instruction sets that only x86 has are left
-# out for other processors. A unity build merges sources of one folder only.
+# Lists the source files in the folder itself and in the named sub-folders. Files for x86 instruction sets are omitted
+# for other processors. A unity build merges files of one folder only.
 function(sivray_sources variable folder)
   file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
   set_source_files_properties(${sources} PROPERTIES UNITY_GROUP own)
@@ -87,11 +87,11 @@ endfunction()
 
 # sivray_room(<name> FOLDER <folder below src> [FOLDERS <sub-folders>...] [FILE_BY_FILE] [COLD] [READS_BYTES]
 #   [LINKS <rooms>...] [PRIVATE <rooms>...] [EXTERNAL <libraries>...])
-# Builds the library sivray_<name> from all sources in the folder itself and in FOLDERS, from the ground up: each may include
-# those that are named before it, and the folder itself all of them. LINKS are the rooms that the room's headers include,
-# PRIVATE those that only its sources include; scripts/check_links.py compares all of this with the code.
-# FILE_BY_FILE: no source is merged with others in a unity build. COLD: nothing in it runs often. READS_BYTES: what it runs
-# guides the fuzzers.
+# Builds the library sivray_<name> from all sources in the folder itself and in FOLDERS. The order is from the ground
+# up: each folder may include those named before it, and the folder itself all of them. LINKS are the rooms that the
+# room's headers include, PRIVATE those that only its sources include; scripts/check_links.py compares this with the
+# code. FILE_BY_FILE: no file is merged with others in a unity build. COLD: no code in it runs often. READS_BYTES: its
+# coverage guides the fuzzers.
 function(sivray_room name)
   cmake_parse_arguments(ROOM "FILE_BY_FILE;COLD;READS_BYTES" "FOLDER" "FOLDERS;LINKS;PRIVATE;EXTERNAL" ${ARGN})
   set(folder "${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER}")
@@ -107,7 +107,8 @@ function(sivray_room name)
     add_library(sivray_${name} STATIC ${sources})
     set(scope PUBLIC)
     target_link_libraries(sivray_${name} PRIVATE sivray_options ${ROOM_PRIVATE})
-    # Functions marked for the audio thread must not call anything that may block. Tests may, because their listeners record.
+    # Functions marked for the audio thread must not call functions that may block. Tests are exempt, because their
+    # listeners record.
     target_compile_options(sivray_${name} PRIVATE
       $<$<AND:$<CXX_COMPILER_ID:Clang>,$<VERSION_GREATER_EQUAL:$<CXX_COMPILER_VERSION>,20>>:-Wfunction-effects>)
   else()
@@ -121,15 +122,16 @@ function(sivray_room name)
   endif()
   if(ROOM_FILE_BY_FILE AND ROOM_FOLDERS
       AND (CMAKE_CXX_FLAGS MATCHES "-fsanitize" OR (CMAKE_CROSSCOMPILING AND NOT WIN32)))
-    # Builds that only test need not be fast: merged, they compile faster. Not with these, whose instruction sets or names
-    # differ.
+    # Builds for tests only need not run fast, so their files are merged to compile faster. Except these, whose
+    # instruction sets differ or whose names clash.
     set(apart ${sources})
     list(FILTER apart INCLUDE REGEX "(Baseline|Sse2|Sse41|Avx2|/SivrayFxChorusFlanger|/VoiceKernel)\\.cpp$")
     set_source_files_properties(${apart} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   elseif(ROOM_FILE_BY_FILE)
     set_target_properties(sivray_${name} PROPERTIES UNITY_BUILD OFF)
   elseif(WIN32)
-    # What has code for Windows is compiled alone: the macros of its headers reach nobody else, and clang-tidy finds a command.
+    # Files with code for Windows are compiled separately, so that the macros of its headers affect no other file and
+    # clang-tidy finds their commands.
     foreach(source ${sources})
       file(STRINGS "${source}" windows_lines REGEX "_WIN32" LIMIT_COUNT 1)
       if(windows_lines)
@@ -151,8 +153,9 @@ function(sivray_room name)
 endfunction()
 
 # sivray_link_compiler_libraries(<target>)
-# Links the compiler's own libraries, such as libstdc++, into what users get on Linux: it then runs where these are older, and
-# shares none of their state with a host that has them too. Clang's builds are for its sanitizers, which need the shared ones.
+# Links the compiler's libraries, such as libstdc++, statically into the Linux binaries that users get. These then run
+# on systems with older versions, and share no library state with a host. Clang's builds are for sanitizers, which need
+# the shared libraries.
 function(sivray_link_compiler_libraries target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
     target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
@@ -164,9 +167,9 @@ function(sivray_link_compiler_libraries target)
 endfunction()
 
 # sivray_module(<name> FOLDER <folder below src> LINKS <rooms>... [BUNDLE <folder>])
-# Builds the library that hosts load, in a folder of its own name that also holds its content, or in the folder BUNDLE of the
-# build. It exports only the names in the folder's exports.map, so that its symbols cannot clash with a host's or another
-# plug-in's, and so that nothing keeps the library in memory after the host has unloaded it.
+# Builds the library that hosts load, in a folder of its own name that also holds its content, or in the folder BUNDLE
+# of the build. It exports only the names in the folder's exports.map, so that its symbols cannot clash with those of a
+# host or another plug-in, and so that no unique symbol keeps it in memory after the host has unloaded it.
 function(sivray_module name)
   cmake_parse_arguments(MODULE "" "FOLDER;BUNDLE" "LINKS" ${ARGN})
   if(NOT MODULE_BUNDLE)
@@ -180,13 +183,13 @@ function(sivray_module name)
   set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME Sivray
     LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${MODULE_BUNDLE}")
   if(WIN32)
-    # The compiler's libraries are linked statically, so that the library needs only what every Windows has. Exports are
-    # marked in the code. Its header has no time stamp: the same sources give the same bytes.
+    # The compiler's libraries are linked statically, so that the DLL needs only those of every Windows. The code marks
+    # the exports. The header has no time stamp, so the same sources give the same bytes.
     target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
   else()
-    # An undefined symbol is an error, except with Clang's sanitizers, whose symbols the host's program defines. Calls
-    # between our own functions are bound inside the library, even if a host exports the same names. What nothing calls is
-    # left out, a third of JUCE's code.
+    # An undefined symbol is an error, except with Clang's sanitizers, whose symbols are in the host program. Calls
+    # between our own functions are bound inside the library, even if a host exports the same names. Unused functions
+    # are dropped, a third of JUCE's code.
     target_link_options(${name} PRIVATE "-Wl,--version-script=${folder}/exports.map" -Wl,-Bsymbolic
       "$<$<CXX_COMPILER_ID:GNU>:-Wl,-z,defs;-Wl,--gc-sections>")
     sivray_link_compiler_libraries(${name})
@@ -195,7 +198,7 @@ function(sivray_module name)
 endfunction()
 
 # sivray_program(<name> FOLDER <folder below src> LINKS <rooms>...)
-# Builds the program that people start, in the folder of the library that hosts load, beside the content of both.
+# Builds the program that people start, in the same folder as the library that hosts load, beside their common content.
 function(sivray_program name)
   cmake_parse_arguments(PROGRAM "" "FOLDER" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/src/${PROGRAM_FOLDER}/*.cpp")
@@ -214,10 +217,9 @@ endfunction()
 
 # sivray_test(<name> [FOLDERS <sub-folders>...] [LINKS <libraries>...] [COMPUTES])
 # Builds the program test_<name> from all sources in the calling folder's sub-folder <name> and in FOLDERS below that.
-# COMPUTES: its own code sees so many samples that without a sanitizer, under which it plays fewer scenes, it would lose more in
-# running than it wins in compiling, unoptimized.
-# Those whose names say that they start threads (*Thread*) run under the thread sanitizer alone, and only their sources are built
-# there: the others compute on one thread, of which it has nothing to say.
+# COMPUTES: the test's own code handles so many samples that, without a sanitizer, unoptimized code would cost more at
+# run time than it saves in compiling. Of the tests whose code computes on one thread, the thread sanitizer build
+# compiles only the sources and runs only the tests with "Thread" in their names.
 function(sivray_test name)
   cmake_parse_arguments(TEST "COMPUTES" "" "FOLDERS;LINKS" ${ARGN})
   sivray_sources(sources "${CMAKE_CURRENT_SOURCE_DIR}/${name}" ${TEST_FOLDERS})

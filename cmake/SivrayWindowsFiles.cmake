@@ -1,16 +1,17 @@
-# What Windows shows of our programs and libraries: icon, version and manifest, as resources of each of them.
+# The properties that Windows shows of our programs and libraries: icon, version and manifest, as resources in each
+# file.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # sivray_describe(<target> <description> [FILE <name>])
-# Gives the program or library its icon, version and manifest. Does nothing for other systems. FILE is its file's name, if that
-# is not the target's.
+# Adds icon, version and manifest to the program or library. Does nothing for other systems. FILE is the file's name, if
+# it differs from the target's.
 function(sivray_describe target description)
   if(NOT WIN32)
     return()
   endif()
   cmake_parse_arguments(DESCRIBED "" "FILE" "" ${ARGN})
   get_target_property(type ${target} TYPE)
-  # By these numbers Windows finds the manifest of a program and of a library.
+  # Windows finds the manifest of a program or library by these numbers.
   set(manifest_id 1)
   set(file_type VFT_APP)
   if(NOT type STREQUAL "EXECUTABLE")
@@ -28,7 +29,7 @@ function(sivray_describe target description)
   add_dependencies(${target} windows_icon)
 endfunction()
 
-# The icon's pictures, drawn by the program that the build for this system has made.
+# The icon's pictures, drawn by sivray-art from the release build for this system.
 if(WIN32)
   enable_language(RC)
   find_package(Python3 REQUIRED COMPONENTS Interpreter)

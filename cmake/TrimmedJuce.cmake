@@ -1,9 +1,9 @@
-# Sources of JUCE that nothing of ours uses: a quarter of its code, and of the time that it takes to compile. The linker would
-# leave them out as well. Whoever comes to use one meets an undefined symbol, and takes its file out of these lists.
+# JUCE source files that our code does not use: a quarter of JUCE's code and of its compile time. The linker would drop
+# them, too. If you need one, the linker reports an undefined symbol; then remove its file from these lists.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# sivray_trim_juce(): leaves the sources out. On Windows only what needs a library that is not there: Windows' own code uses
-# others of the sources, and is not built as often.
+# sivray_trim_juce(): omits the files. On Windows only those that need a missing library are omitted, because JUCE's
+# code for Windows uses some of the others, and is built less often.
 function(sivray_trim_juce)
   sivray_leave_out_of_juce(juce_graphics image_formats/juce_JPEGLoader.cpp)
   if(WIN32)

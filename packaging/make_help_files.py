@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the manual page and the completion of each program out of its own --help and --version.
+"""Makes the manual page and the shell completion of each program from its --help and --version.
 
 Usage: make_help_files.py OUT SUMMARY=PROGRAM...
 
@@ -19,7 +19,7 @@ def said_by(program, option):
 
 
 def escaped(text):
-    """For troff: no minus may become a hyphen, and no line may begin with a command's dot."""
+    """Escapes text for troff: minus signs stay minus signs, and no line begins with a dot, which would be a command."""
     lines = text.replace("\\", "\\e").replace("-", "\\-").splitlines()
     return "\n".join("\\&" + line if line[:1] in ".'" else line for line in lines)
 
@@ -34,7 +34,7 @@ def manual_page(name, summary, version, text):
 
 
 def completion(name, text):
-    """Offers the options, after the first word also the commands, and files for all else."""
+    """The completion offers the options, for the first word also the commands, and otherwise files."""
     options = sorted(set(re.findall(r"(?<![\w-])--[a-z][\w-]*", text)))
     commands = sorted(set(re.findall(rf"^ +{name} ([a-z]+)\b", text, re.MULTILINE)))
     function = "_" + name.replace("-", "_")

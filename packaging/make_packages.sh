@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes the Debian package and the archive of what a build installs. The archive also holds ./install, which works there as
-# here, how to use it, and the licence. The same build gives the same bytes: dates are those of SOURCE_DATE_EPOCH, and names
-# and rights of whoever packs are left out.
+# Makes the Debian package and the archive of the files that a build installs. The archive also holds ./install, which
+# works there as in the repository, a readme, and the licence. The same build gives the same bytes: dates are those of
+# SOURCE_DATE_EPOCH, and no user's name or rights are stored.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 
@@ -19,7 +19,7 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$out"
 
-# settle FOLDER: everybody may read what is in it, and its files are as old as the sources.
+# settle FOLDER: makes its files readable for everybody and sets their times to that of the sources.
 settle() {
   chmod -R u=rwX,go=rX "$1"
   find "$1" -exec touch -hd "@$SOURCE_DATE_EPOCH" {} +
@@ -38,7 +38,7 @@ package="$work/package"
 mkdir -p "$package/DEBIAN" "$work/debian"
 cp -a "$work/$name" "$package/usr"
 
-# Beside what the binaries are linked with: JUCE opens these libraries of X11 when it opens a window.
+# In addition to the linked libraries: JUCE loads these X11 libraries when it opens a window.
 depends="libxcursor1, libxext6, libxinerama1, libxrandr2"
 printf 'Source: sivray\n\nPackage: sivray\nArchitecture: %s\n' "$architecture" >"$work/debian/control"
 mapfile -d '' binaries < <(cd "$work" && find package/usr/bin package/usr/lib -type f \( -path '*/bin/*' -o -name '*.so' -o -name '*.clap' \) -print0)

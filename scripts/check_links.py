@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Compares the rooms that each room links with those that its files include, and with those that docs/architecture.md lists.
+"""Compares the linked rooms of each room with those that its files include and with the list in docs/architecture.md.
 
 A room's LINKS must be exactly the rooms that its headers include, and its PRIVATE exactly those that only its sources
 include, all of which stand before it. A room that it reaches through another one must be named as well. Of a room with
@@ -27,13 +27,13 @@ class Room:
             else:
                 parts[key].append(word)
         self.name, self.kind, self.folder = name, kind, parts["FOLDER"][0]
-        # From the ground up: the room's own folder stands on all others.
+        # The list is from the ground up: the room's own folder may include all others.
         self.folders = [f"{self.folder}/{sub}" for sub in parts["FOLDERS"]] + [self.folder]
         self.links, self.private = set(parts["LINKS"]), set(parts["PRIVATE"])
 
 
 def read_rooms():
-    """The rooms by name. Of two calls with one name, for builds with and without the editor, the first one counts."""
+    """Returns the rooms by name. Of two calls with one name (builds with and without the editor), the first counts."""
     text = re.sub(r"#.*", "", (ROOT / "src/CMakeLists.txt").read_text())
     rooms = {}
     for kind, name, words in re.findall(r"sivray_(room|module|program)\((\w+)\s([^()]*)\)", text):
@@ -50,7 +50,7 @@ def names(rooms):
 
 
 def check_includes(rooms):
-    """One line for each room whose links are not those that its files need. Rooms without files are skipped."""
+    """Returns one line for each room whose links differ from those that its files need. Skips rooms without files."""
     room_of = {folder: room.name for room in rooms.values() for folder in room.folders}
     for room in rooms.values():
         used = {".h": set(), ".cpp": set()}
@@ -67,7 +67,7 @@ def check_includes(rooms):
 
 
 def check_order(rooms):
-    """One line for each room that links one which stands after it."""
+    """Returns one line for each room that links a room listed after it."""
     before = set()
     for room in rooms.values():
         for above in sorted((room.links | room.private) - before):
@@ -76,7 +76,7 @@ def check_order(rooms):
 
 
 def check_table(rooms):
-    """A line if the table of rooms has not the same rooms and folders, in the same order."""
+    """Returns a line if the rooms, folders or order in the table of rooms differ."""
     text = (ROOT / "docs/architecture.md").read_text()
     table = text[text.index("\n| Room |") :].strip().split("\n\n", 1)[0]
     rows = [re.findall(r"[\w/]+", line)[:2] for line in table.splitlines()[2:]]

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws the pictures of the panel in docs/panel anew, from the release build. test_panel compares the panel with them:
-# look at what has changed before you keep it.
+# Redraws the pictures of the panel in docs/panel with the release build. test_panel compares the panel with them: look
+# at the changes before you keep them.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 cd "$(dirname "$0")/.."

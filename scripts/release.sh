@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes what users get, from a clean clone of the last commit: Debian package and archive for Linux, the files for Windows where its
-# packages can be installed, and their checksums.
+# Makes the files that users get, from a clean clone of the last commit: Debian package and archive for Linux, the files
+# for Windows if its packages can be installed, and their checksums.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."

@@ -1,18 +1,19 @@
 # Functions that install missing packages and build. Sourced by ./run and ./test; needs bash.
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Lets all checkouts share the compiler cache.
+# Paths relative to the checkout let all checkouts share the compiler cache.
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
-# Without the first the cache leaves out what reads a precompiled header; with the second it knows one by its checksum, which stands
-# beside it. With the third it does not run the preprocessor.
+# The sloppiness lets the cache store files that read a precompiled header; PCH_EXTSUM identifies that header by the
+# checksum beside it; DEPEND saves running the preprocessor.
 export CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_PCH_EXTSUM=1 CCACHE_DEPEND=1
 
-# Dates in packages are that of the last commit, or without git that of the release: the same sources give the same bytes.
+# Dates in packages are those of the last commit, or without git of the release, so the same sources give the same
+# bytes.
 export SOURCE_DATE_EPOCH="${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null ||
   date -d "$(sed -n 's/^ -- .*>  //p' packaging/changelog | head -n 1)" +%s)}"
 
-# in_huge_pages COMMAND...: runs it with its heap in huge pages, where the system leaves that to programs. Clang takes a fifth less
-# time with them, more under a hypervisor that makes page faults slow.
+# in_huge_pages COMMAND...: runs it with its heap in huge pages, if the system allows that. It reduces Clang's time by a
+# fifth, and by more under a hypervisor with slow page faults.
 in_huge_pages() {
   GLIBC_TUNABLES="glibc.malloc.hugetlb=1:glibc.malloc.top_pad=$((64 << 20))${GLIBC_TUNABLES:+:$GLIBC_TUNABLES}" "$@"
 }
@@ -21,7 +22,7 @@ say() { printf '\n== %s\n' "$*"; }
 
 is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'ok installed'; }
 
-# choose PACKAGE...: prints the first that can be installed without removing others.
+# choose PACKAGE...: prints the first package that can be installed without removing others.
 choose() {
   local package
   for package in "$@"; do
@@ -30,7 +31,7 @@ choose() {
   echo "$package"
 }
 
-# told_apt ARGUMENTS...: apt-get as root, which waits for others that install, and says how far it is.
+# told_apt ARGUMENTS...: runs apt-get as root, waits for other installations, and prints the progress.
 told_apt() {
   "${privileged[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -qq -o DPkg::Lock::Timeout=600 -o APT::Status-Fd=1 "$@" |
     awk -F: '$1 == "dlstatus" || $1 == "pmstatus" {
@@ -41,7 +42,8 @@ told_apt() {
     } END { if (last != "") print "" }'
 }
 
-# update_lists: as told_apt, for the lists of packages, for whose lock apt-get does not wait itself.
+# update_lists: updates the package lists with told_apt. Retries, because apt-get does not wait for the lock of the
+# lists.
 update_lists() {
   local said
   for _ in {1..60}; do
@@ -85,8 +87,8 @@ install_packages() {
   [ ${#unpacked[@]} -eq 0 ] || unpack "${unpacked[@]}"
 }
 
-# unpack PACKAGE...: fetches these packages and those of their data, and unpacks them in build/unpacked. Debian's JUCE depends on
-# all that any of its modules may need, such as a web browser: 724 MB, of which the modules that are used here need nothing.
+# unpack PACKAGE...: downloads these packages and their data packages, and unpacks them into build/unpacked. Installing
+# Debian's JUCE would also install the dependencies of modules that are not used here, such as a web browser: 724 MB.
 unpack() {
   local work package
   say "Fetching $* for the build alone"
@@ -98,14 +100,14 @@ unpack() {
     dpkg-deb -x "$package" "$work"
     rm "$package"
   done
-  # What CMake reads names the folder in which these files lie when they are installed.
+  # The CMake files name the folder of an installed package; make them name this folder.
   find "$work" -name '*.cmake' -exec sed -i "s|\"/usr/|\"$PWD/build/unpacked/usr/|g" {} +
   rm -rf build/unpacked
   mv "$work" build/unpacked
 }
 
-# configure PRESET: configures the build if it is new or its presets or packages have changed. With SIVRAY_PLAIN set, `release` is
-# configured without tests and benchmarks, whose packages may be missing; a build that has them keeps them.
+# configure PRESET: configures the build if it is new, or if presets or packages have changed. With SIVRAY_PLAIN set,
+# `release` is configured without tests and benchmarks, whose packages may be missing; a build that has them keeps them.
 configure() {
   local stamp="build/$1/.configured" options=() kind=whole
   if [ "$1" = release ]; then
@@ -123,8 +125,8 @@ configure() {
   fi
 }
 
-# build PRESET [TARGETS...]: configures and builds. Returns whether both went well, also in a condition. Waits while another
-# process builds the same preset.
+# build PRESET [TARGETS...]: configures and builds. Returns whether both succeeded, also when called in a condition.
+# Waits while another process builds the same preset.
 build() {
   local preset="$1"
   shift

@@ -6,19 +6,20 @@
 # need (build_NAME), then runs its own stages, all at a lower priority. Each stage writes into a file, which is shown when
 # the stages before it have been shown.
 
-# Within a stage: passed COUNT and failed NAME tell of single checks. A stage that tells of none counts as one check.
+# Within a stage: passed COUNT and failed NAME report single checks. A stage without reports counts as one check.
 passed() { echo "$1" >>"$REPORT/passed"; }
 failed() { echo "$1" >>"$REPORT/failed"; }
 
-# Within a stage: what other stages use has been built.
+# Within a stage: reports that the builds are done that other stages need.
 let_others_begin() { touch "$REPORTS/begun"; }
 
-# compile PRESET [TARGETS...]: builds, and tells if that fails.
+# compile PRESET [TARGETS...]: builds, and reports a failure.
 compile() {
   build "$@" || { failed build; return 1; }
 }
 
-# run_tests PRESET [TESTS...]: runs these tests of a build, or all, and tells of each. $JOBS is how many at once, 2 if unset.
+# run_tests PRESET [TESTS...]: runs these tests of a build, or all, and reports each. $JOBS is the number of parallel
+# tests, 2 if unset.
 run_tests() {
   local preset="$1" code=0 all
   shift
@@ -30,8 +31,8 @@ run_tests() {
   return $code
 }
 
-# timed NAME FUNCTION: calls it in a shell that ends at the first error, and adds its seconds to those of the stage NAME.
-# Behind, it gives way to the lane in front while there is one.
+# timed NAME FUNCTION: calls the function in a shell that ends at the first error, and adds its time to that of the
+# stage NAME. In the lane behind it has a lower priority while the lane in front runs.
 timed() {
   (
     [ -z "${IS_BEHIND:-}" ] || [ -e "$REPORTS/front_ended" ] || renice -n 19 -p "$BASHPID" >/dev/null
@@ -43,7 +44,7 @@ timed() {
   )
 }
 
-# run_stage NAME: runs stage_NAME. Leaves its output, counts and seconds and, last, its exit code in $REPORTS/NAME.
+# run_stage NAME: runs stage_NAME. Writes its output, counts, seconds and finally its exit code into $REPORTS/NAME.
 run_stage() {
   REPORT="$REPORTS/$1"
   touch "$REPORT/passed" "$REPORT/failed"
@@ -52,7 +53,7 @@ run_stage() {
   touch "$REPORT/ended"
 }
 
-# run_front NAMES...: the lane in front.
+# run_front NAMES...: runs the stages of the lane in front.
 run_front() {
   local name
   for name in "$@"; do
@@ -63,13 +64,13 @@ run_front() {
   let_others_begin
 }
 
-# run_behind FRONT BEHIND: the lane behind. Takes the names of the stages of both.
+# run_behind FRONT BEHIND: runs the lane behind. Takes the names of both lanes' stages.
 run_behind() {
   local name IS_BEHIND=1
   until [ -e "$REPORTS/begun" ]; do sleep 0.2; done
   for name in $1; do
     if [ "$(type -t "build_$name")" = function ]; then
-      # What fails here fails again in the stage, which tells of it.
+      # A failure here happens again in the stage, which reports it.
       REPORT="$(mktemp -d "$REPORTS/build.XXXXXX")"
       timed "$name" "build_$name" >"$REPORT/output" 2>&1
     fi
@@ -77,7 +78,7 @@ run_behind() {
   for name in $2; do run_stage "$name"; done
 }
 
-# show NAME: shows the stage's output until the stage has ended.
+# show NAME: prints the stage's output until the stage has ended.
 show() {
   local shown=0 size ended=''
   while [ -z "$ended" ]; do
@@ -89,7 +90,7 @@ show() {
   done
 }
 
-# shorten: passes lines on. On a terminal each step of a build takes the place of the last one.
+# shorten: passes lines through. On a terminal, each step of a build overwrites the line of the one before.
 shorten() {
   [ -t 1 ] || { cat; return; }
   awk -v "width=$(tput cols 2>/dev/null || echo 80)" '
@@ -97,7 +98,7 @@ shorten() {
     { if (isStep) printf "\r\033[K"; isStep = 0; print; fflush() }'
 }
 
-# end_lanes: ends both lanes, and what shows them, with all that they have started.
+# end_lanes: ends both lanes, the processes that print them, and all processes that they have started.
 end_lanes() {
   local lane
   for lane in "${LANES[@]}"; do kill -- "-$lane" 2>/dev/null; done
@@ -105,8 +106,8 @@ end_lanes() {
   rm -rf "$REPORTS"
 }
 
-# sum_up NAMES...: prints what each stage has found and taken, the sum of all checks, and last a line that names each failed
-# stage with its failed checks. Returns whether all have passed.
+# sum_up NAMES...: prints the result and the time of each stage, the total of all checks, and finally a line that names
+# each failed stage with its failed checks. Returns whether all have passed.
 sum_up() {
   local name report ok wrong count=0 failures=0 bad=()
   say "Stages"
@@ -133,8 +134,8 @@ sum_up() {
   return 1
 }
 
-# run_stages FRONT BEHIND: runs stage_NAME for each name of both lanes, and later ones also if one fails, and sums up. Not to be
-# called in a condition, where the shell ignores errors inside the stages.
+# run_stages FRONT BEHIND: runs stage_NAME for each name in both lanes, continues after failures, and sums up. Must not
+# be called in a condition, where the shell ignores errors inside the stages.
 run_stages() {
   local name
   REPORTS="$(mktemp -d)"

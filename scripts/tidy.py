@@ -33,23 +33,23 @@ CACHE = pathlib.Path(os.environ.get("SIVRAY_TIDY_CACHE", pathlib.Path.home() / "
 CACHE_DAYS = 60
 INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
 ROOTS = [ROOT / "src", ROOT / "tools", ROOT / "tests", ROOT / "bench", ROOT / "tools" / "content", ROOT / "tools" / "render"]
-# The longest unit bounds the time that several processors need.
+# A limit on units, because the longest one determines the total time on several processors.
 UNIT_SOURCES = 40
-# Their names, or those of headers that they include, clash with other sources', but not with those of their own set.
+# Files whose names, or those of their headers, clash with other sources', but not with those of their own set.
 APART = [{"BWProgramListView.cpp", "CallCounter.cpp", "EntryPoint.cpp", "Fm.cpp", "GrooveSound.cpp", "Leveller.cpp",
           "LifecycleChecks.cpp", "Loudness.cpp", "RealTimeChecks.cpp", "SivrayFxChorusFlanger.cpp", "SivrayFxGrainShifter.cpp",
           "VoiceKernel.cpp"},
          {"Host.cpp", "InstructionCounter.cpp", "MomentaryLoudness.cpp", "PluginModel.cpp"},
          {"WindowKeysX11.cpp", "X11Connection.cpp"}]
-# Flags that Clang does not know, or that matter to what it makes alone.
+# Flags that Clang does not know, or that affect only its output.
 LEFT_OUT = ("--param=", "-fno-keep-inline-dllexport", "-Wa,", "-O", "-fPIC", "-fPIE", "-fvisibility", "-ffunction-sections",
             "-fdata-sections")
-# An include that another source of the unit has too is no duplicate: the check forgets the includes before a macro.
+# An include that another source of the unit also has is no duplicate: the check ignores includes before a macro.
 SEPARATOR = b"\n#define SIVRAY_NEXT_SOURCE\n#undef SIVRAY_NEXT_SOURCE\n"
 
 
 def closure(path, seen):
-    """Adds to `seen` the texts of `path` and of all our own headers that it includes, directly or not."""
+    """Adds to `seen` the texts of `path` and of all our own headers that it includes, directly or indirectly."""
     if path in seen:
         return
     text = path.read_bytes()
@@ -73,12 +73,12 @@ def fingerprint(path, flags, version):
 
 
 def compiler_flags(entry):
-    """The flags of a compile command, without the compiler, its launcher, the source, the object and precompiled headers."""
+    """Returns the flags of a compile command, without compiler, launcher, source, object and precompiled headers."""
     words = shlex.split(entry["command"])
     compiler = next(i for i, word in enumerate(words) if re.search("clang|mingw32", pathlib.Path(word).name))
     target = windows_flags(words[compiler]) if "mingw32" in words[compiler] else []
     words = words[compiler + 1:]
-    # GCC's precompiled headers are nothing to Clang.
+    # Clang cannot read GCC's precompiled headers.
     for option in ("-o", *("-include" for word in words if word.endswith("/cmake_pch.hxx"))):
         place = words.index(option)
         del words[place:place + 2]
@@ -87,7 +87,7 @@ def compiler_flags(entry):
 
 @functools.cache
 def windows_flags(compiler):
-    """Those by which Clang compiles as the cross compiler does, with its headers."""
+    """Returns the flags that make Clang compile for the cross compiler's target, with its headers."""
     said = subprocess.run([compiler, "-E", "-v", "-x", "c++", os.devnull], capture_output=True, text=True, check=True).stderr
     folders = re.search(r"<\.\.\.> search starts here:\n(.*)End of search list", said, re.S)[1].split()
     return ["--target=x86_64-w64-mingw32", *(word for folder in folders if "c++" in folder for word in ("-isystem", folder))]
@@ -106,7 +106,7 @@ def places_and_rest(flags):
 
 
 def units_of(sources):
-    """Joins sources, a list of paths with their flags, to units: lists of paths with the flags of all of them."""
+    """Groups sources (paths with their flags) into units: lists of paths with their common flags."""
     groups = {}
     for path, flags in sorted(sources):
         places, rest = places_and_rest(flags)
@@ -130,7 +130,7 @@ def run_tidy(build, source, flags):
 
 
 def check(build, unit, paths, flags):
-    """Checks the sources together, then those alone that a finding names, and halves them if they do not compile together.
+    """Checks the sources as one unit, then each source with a finding separately; halves units that do not compile.
     Returns the failed ones and the findings."""
     if len(paths) == 1:
         code, output = run_tidy(build, paths[0], flags)
@@ -142,7 +142,7 @@ def check(build, unit, paths, flags):
         text += path.read_bytes() + SEPARATOR
     unit.write_bytes(text)
     folders = [word for folder in dict.fromkeys(path.parent for path in paths) for word in ("-iquote", str(folder))]
-    # The compilers look for names that hide others, in each source's own text.
+    # The compilers report names that hide others, in each source's own text.
     code, output = run_tidy(build, unit, [*flags, *folders, "-Wno-shadow"])
     if not code:
         return [], ""

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Packs pictures into an icon of Windows, which holds them as they are.
+"""Packs PNG files unchanged into a Windows icon.
 
 Usage: make_icon.py ICON PICTURE.png...
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Packs files and folders into a zip archive, the same bytes for the same contents and the same SOURCE_DATE_EPOCH.
+"""Packs files and folders into a zip archive. The same contents and SOURCE_DATE_EPOCH give the same bytes.
 
 Usage: make_zip.py ARCHIVE FOLDER NAME=PATH...     FOLDER is the archive's only one, NAME is where PATH lies inside it.
 
@@ -11,12 +11,13 @@ import sys
 import time
 import zipfile
 
-# Of every file. That of the build would differ; without one it is the earliest that such archives have.
+# The time of every file. The files' own times would differ between builds; the default is the earliest in such
+# archives.
 DATE = max((1980, 1, 1, 0, 0, 0), time.gmtime(int(os.environ.get("SOURCE_DATE_EPOCH", "0")))[:6])
 
 
 def files_in(name, path):
-    """The name and the path of the file, or of each file in the folder. Ends the program if there is none."""
+    """Returns name and path of the file, or of each file in the folder. Exits if there is none."""
     found = [(name, path)] if path.is_file() else [
         (f"{name}/{file.relative_to(path).as_posix()}", file) for file in path.rglob("*") if file.is_file()]
     if not found:

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the build's commands that start the instrument once more, in a home of their own, and expects that it stays empty.
+"""Repeats the build's commands that start the instrument with an empty home folder, and expects that it stays empty.
 
 Usage: try_home.py BUILD_FOLDER. The commands make again what is there, so that no other test may run meanwhile.
 """

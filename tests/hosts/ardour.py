@@ -1,4 +1,4 @@
-"""Runs Ardour 7's programs without a window, and again where they fail by themselves.
+"""Runs Ardour 7's programs without a window, and repeats runs in which the host itself fails.
 
 SPDX-License-Identifier: GPL-3.0-or-later
 """
@@ -10,7 +10,7 @@ from try_ardour import HERE, samples_of
 
 
 class Ardour:
-    """`scratch` takes the files, and `environment` holds the host's home and the folders of the plug-ins."""
+    """`scratch` is the folder for files; `environment` sets the host's home and the plug-in folders."""
 
     def __init__(self, scratch: pathlib.Path, environment: dict[str, str]) -> None:
         self.scratch = scratch
@@ -23,7 +23,7 @@ class Ardour:
         return done.stdout
 
     def export(self, session: pathlib.Path) -> array.array:
-        """The host's exporter stalls at its start or aborts at its end now and then, without a plug-in too."""
+        """Retries: the host's exporter sometimes stalls at its start or aborts at its end, even without a plug-in."""
         for attempt in range(4):
             try:
                 self.run("ardour7-export", "-b", "float", "-o", self.scratch / "out.wav", session, "hosted", seconds=60)
@@ -33,7 +33,7 @@ class Ardour:
         raise SystemExit("FAILED the exporter fails each time")
 
     def resave(self, session: pathlib.Path, *words: object, script: str = "resave_session.lua") -> None:
-        """The host saves its session without some of its connections now and then."""
+        """Retries, because the host sometimes saves its session without some of its connections."""
         file = session / "hosted.ardour"
         before = file.read_text()
         for _ in range(8):

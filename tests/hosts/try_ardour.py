@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Plays the plug-in in Ardour 7 without a screen or a sound card, and compares what comes out.
+"""Plays the plug-in in Ardour 7 without a screen or a sound card, and compares the output.
 
 At 44100 Hz the host's export must equal what sivray-render makes of the same MIDI file, to the sample; at both rates
 an export of the reopened and saved session must equal one before, and a moved parameter must be kept. Needs the
@@ -25,7 +25,7 @@ SECONDS = 6
 
 
 def midi_file() -> bytes:
-    """Eighth notes over all pads, softer and softer, from the second beat on: the master level has settled by then."""
+    """Eighth notes over all pads with falling velocity, from the second beat on, when the master level has settled."""
 
     def variable(number: int) -> bytes:
         text = bytes([number & 0x7F])
@@ -46,7 +46,7 @@ def midi_file() -> bytes:
 
 
 def put_hits_into(session: pathlib.Path) -> pathlib.Path:
-    """The host's scripts cannot import files, so that source, region and length go into the session's text."""
+    """Writes source, region and length into the session file, because the host's scripts cannot import files."""
     midi = next((session / "interchange").iterdir()) / "midifiles" / "hits.mid"
     midi.write_bytes(midi_file())
 
@@ -70,7 +70,7 @@ def put_hits_into(session: pathlib.Path) -> pathlib.Path:
 
 
 def samples_of(path: pathlib.Path) -> array.array:
-    """All samples of a WAV file of 24 bit or float, as floats: the header may differ in its time stamp."""
+    """Returns all samples of a 24-bit or float WAV file as floats, since the header's time stamp may differ."""
     data, at, bits = path.read_bytes(), 12, 0
     while True:
         name, size = struct.unpack("<4sI", data[at:at + 8])
@@ -87,7 +87,7 @@ def samples_of(path: pathlib.Path) -> array.array:
 
 
 class Checklist:
-    """Prints one line for each check, and counts what fails."""
+    """Prints one line for each check, and counts the failures."""
 
     def __init__(self) -> None:
         self.failures = 0
@@ -115,7 +115,7 @@ def main() -> int:
             return done.stdout
 
         def export(session: pathlib.Path, name: str) -> array.array:
-            """The host's exporter stalls at its start or aborts at its end now and then, without a plug-in too."""
+            """Retries: the host's exporter sometimes stalls at its start or aborts at its end, even without a plug-in."""
             for attempt in range(4):
                 try:
                     run("ardour7-export", "-b", "float", "-o", scratch / name, session, "hosted", seconds=60)
@@ -125,7 +125,7 @@ def main() -> int:
             raise SystemExit("FAILED the exporter fails each time")
 
         def export_equals(session: pathlib.Path, wanted: array.array) -> bool:
-            """At 48000 Hz notes fall on the engine's frames by how long the plug-in has run before: some tries."""
+            """Retries, because at 48000 Hz the engine frame of a note depends on how long the plug-in has run before."""
             return any(export(session, "again.wav") == wanted for _ in range(1 if "44100" in session.name else 8))
 
         environment["LD_LIBRARY_PATH"] = "/usr/lib/ardour7"

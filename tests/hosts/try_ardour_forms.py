@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Plays the plug-in's LV2 and VST 3 forms in Ardour 7 without a screen or a sound card, and compares what comes out.
+"""Plays the plug-in's LV2 and VST 3 forms in Ardour 7 without a screen or a sound card, and compares the output.
 
 At 44100 Hz the host's export of a kit must equal what sivray-render makes with VST 2 of the same MIDI file, to the sample,
 and a session that was made with LV2 must sound the same when VST 3 gets its state. Needs the package ardour and the target
@@ -24,7 +24,7 @@ LETTERS = ".ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+"
 
 
 def from_juce_base64(text: str) -> bytes:
-    """The length in bytes, a point, and six bits a letter, lowest bits first."""
+    """Encodes bytes as their number, a point, and a letter for every six bits, lowest bits first."""
     length, letters = text.split(".", 1)
     letters += LETTERS[0] * (-len(letters) % 4)
     data = bytearray()
@@ -35,7 +35,7 @@ def from_juce_base64(text: str) -> bytes:
 
 
 def lv2_state(session: pathlib.Path) -> bytes:
-    """The state that the session was saved with last."""
+    """Returns the state in the session as it was saved last."""
     text = max(session.glob("plugins/*/state*/state.ttl"), key=lambda file: file.stat().st_mtime).read_text()
     return from_juce_base64(re.search(r':StateString> "([^"]*)"', text).group(1))
 
@@ -49,7 +49,7 @@ def put_into_vst3(session: pathlib.Path, state: bytes) -> None:
     entries = b"List" + struct.pack("<i", 1) + b"Comp" + struct.pack("<qq", 48, len(state))
     chunk = header + struct.pack("<q", 48 + len(state)) + state + entries
     text = text[:found.start(1)] + base64.b64encode(chunk).decode() + text[found.end(1):]
-    # The host writes the values that it knows over the state's.
+    # The host overwrites the state with the parameter values that it knows.
     file.write_text(re.sub(r'<Port id="\d+" value="[^"]*"/>', "", text))
 
 

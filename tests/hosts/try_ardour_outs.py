@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Fans the outs of the LV2 plug-in out in Ardour 7, without a screen or a sound card, and compares what comes out.
+"""Routes the outputs of the LV2 plug-in to tracks in Ardour 7, without a screen or a sound card, and compares them.
 
 At 44100 Hz the export of one bus alone must equal the stem that sivray-render writes of the same MIDI file, to the sample;
 a session with a compressor on one pad must sound the same, but for the rounding of the host's sum, when it was saved and

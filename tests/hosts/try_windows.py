@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tries the Windows plug-in under Wine, in a window on a screen of its own, and compares it with the one for this system.
+"""Tests the Windows plug-in under Wine, in a window on a virtual screen, and compares it with the one for this system.
 
 Samples must be equal to the bit, and the panel equal but for the rendering of its texts. Pictures of what was seen stay in
 build/windows/trial. The installer installs, and what it has installed is loaded and removed. Needs the targets zip and
@@ -54,7 +54,7 @@ class SoundInfo(ctypes.Structure):
 
 
 def write_sound(path, form, rate, seed):
-    """A falling noise of a fifth of a second, by libsndfile, whose number of a format `form` is."""
+    """Writes decaying noise of 0.2 s with libsndfile; `form` is its number for the format."""
     path.parent.mkdir(parents=True, exist_ok=True)
     library = ctypes.CDLL("libsndfile.so.1")
     library.sf_open.restype = ctypes.c_void_p
@@ -67,7 +67,7 @@ def write_sound(path, form, rate, seed):
 
 
 class Host:
-    """The small host with one library, which takes lines and answers each."""
+    """The minimal host with one library, which answers each input line."""
 
     def __init__(self, command, library, environment):
         self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
@@ -75,7 +75,7 @@ class Host:
         self.process.stdin.write(f"{library}\n")
 
     def say(self, line):
-        """The answer; an empty one from a host that has crashed or hangs."""
+        """Returns the answer; empty if the host has crashed or hangs."""
         watch = threading.Timer(LONGEST_SECONDS, self.process.kill)
         watch.start()
         try:
@@ -131,7 +131,7 @@ def picture_of_screen(name, size="768x468"):
 
 
 def difference(a, b):
-    """The share of the pixels that differ."""
+    """Returns the share of differing pixels."""
     result = subprocess.run(["compare", "-metric", "AE", "-fuzz", FUZZ, a, b, "null:"], capture_output=True, text=True)
     width, height = subprocess.run(["identify", "-format", "%w %h", a], capture_output=True, text=True,
                                    check=True).stdout.split()
@@ -173,7 +173,7 @@ class Trial:
         state = self.folder / "dub.state"
         subprocess.run([RELEASE / "bin" / "sivray-render", "--program", "Dub Echo", "--save-state", state], check=True,
                        stdout=subprocess.DEVNULL)
-        # With the archive's content: the one that was built here may be newer.
+        # With the content of the archive, because the one that was built here may be newer.
         linux = Host([RELEASE / "bin" / "try-plugin"], RELEASE / "Sivray" / "Sivray.so",
                      dict(self.environment, BRAMEL_COMMON_FILES=str(self.home), BRAMEL_DOCUMENTS=str(self.folder / "documents")))
         windows = self.host()
@@ -218,7 +218,7 @@ class Trial:
             (common / "Tesh").unlink()
 
     def own_sounds(self):
-        """The same files get the same numbers and samples as here; those of which decoders may differ get numbers."""
+        """Files get the same numbers and samples as on this system; where the decoders may differ, the same numbers."""
         sounds = self.folder / "Größe 鼓"
         exact = {"Oak Kick.wav": 0x010002, "Elm Tom.aiff": 0x020003, "Fir Snare.flac": 0x170002, "Fir Snare 2.wav": 0x010006}
         for number, (name, form) in enumerate(exact.items()):
@@ -256,7 +256,7 @@ class Trial:
         shutil.rmtree(own.parent)
 
     def panel(self, library):
-        """Pictures go into a folder with the name of the library's ending."""
+        """Writes pictures into a folder named after the library's extension."""
         form = pathlib.Path(library).suffix[1:]
         (PICTURES / form).mkdir(exist_ok=True)
 
@@ -333,7 +333,7 @@ class Trial:
         host.say("pump 500")
 
     def three(self):
-        """Two copies of the library and the other form, which know nothing of each other, each with an open panel."""
+        """Two copies of the library and the other form, each separate from the others and with an open panel."""
         shutil.copy(self.home / "Sivray.dll", self.home / "Copy.dll")
         host = self.host()
         libraries = [self.windows_path(self.home / name) for name in ("Sivray.dll", "Copy.dll", VST3)]
@@ -347,7 +347,7 @@ class Trial:
         expect("the host ends", host.end(), 0)
 
     def scaled(self):
-        """On a screen of 144 dots an inch, in a host that draws for it itself and sends no scale."""
+        """On a screen of 144 dots per inch, in a DPI-aware host that sends no scale."""
         key = ("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/f", "/d")
         self.wine("wine", *key, "144")
         self.wine("wineserver", "-k")
@@ -380,7 +380,7 @@ class Trial:
         return [int(side) for side in re.search(r'"Sivray": .*?(\d+)x(\d+)\+', windows).groups()]
 
     def start_program(self):
-        """Returns when its window is there."""
+        """Returns when its window exists."""
         program = subprocess.Popen(["wine", self.home / "Sivray.exe"], env=self.environment, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.DEVNULL)
         is_shown = False
@@ -423,12 +423,12 @@ class Trial:
 
 
     def user_files(self):
-        """All that an installation may have changed."""
+        """Returns everything that an installation may have changed."""
         own = {"windows", "Temp"}
         return {path for path in self.drive.rglob("*") if not own & set(path.relative_to(self.drive).parts)}
 
     def installed(self, mode, registry, common, program):
-        """Installs silently, loads each form out of its place, and removes it all. The folders are those of the mode."""
+        """Installs silently, loads each form from its installed folder, and uninstalls. The mode determines the folders."""
         before = self.user_files()
         setup = next((WINDOWS / "quick").glob("*-setup.exe"))
         vst2 = self.drive / "vst2"  # Made by the installer.
@@ -443,7 +443,7 @@ class Trial:
             host = self.host(library)
             expect(f"{library.name} is installed with its content", (host.say("load"), host.say("open")), ("ok", "768x468"))
             folder = values["InstallLocation"]
-            # Wine puts an argument with blanks into quotes, which this one must not have.
+            # Wine puts arguments with blanks into quotes, which this argument must not have.
             if library.suffix == ".dll" and " " not in folder:
                 refused = self.wine("wine", f"{folder}\\Uninstall.exe", "/S", f"_?={folder}")
                 expect("nothing is removed while a host has it loaded", (refused.returncode, library.exists()), (BUSY, True))

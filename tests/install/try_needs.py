@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Looks into the installed libraries and programs: do they run wherever the README says so, and do they keep to themselves?
+"""Checks that the installed libraries and programs run on all systems in the README and export no internal names.
 
 Usage: try_needs.py FOLDER...
 
@@ -13,14 +13,14 @@ import re
 import subprocess
 import sys
 
-# Of the same name and with the functions that we call on Ubuntu 22.04, Debian 12 and later, Fedora and Arch.
+# Libraries with the same name and the functions that we call on Ubuntu 22.04, Debian 12 and later, Fedora and Arch.
 EVERYWHERE = {"libc.so.6", "libm.so.6", "libX11.so.6", "libfreetype.so.6", "libpng16.so.16", "libz.so.1"}
 LOADER = re.compile(r"ld-linux-.*\.so\.\d")
 OF_ONE = {
     "sivray": {"libasound.so.2"},
     "sivray-content": {"libebur128.so.1", "libsndfile.so.1"},
 }
-# The newest version of each library that the oldest of these systems has. Libraries that give none are not in it.
+# The newest symbol version of each library on the oldest of these systems. Libraries without versions are not listed.
 NEWEST = {"GLIBC": (2, 35), "PNG16": (0,), "ALSA": (0, 9, 0), "ZLIB": (1, 2, 9), "libsndfile.so": (1, 0)}
 
 ENTRIES = {

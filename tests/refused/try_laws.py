@@ -11,7 +11,7 @@ HERE = pathlib.Path(__file__).parent
 LAW = (HERE / "CompleteLaw.cpp").read_text()
 LANES = (HERE.parent.parent / "src/effects/interfaces/OneSample.h").read_text().replace("#pragma once", "")
 
-# What is replaced, by what, and a word of the compiler's answer.
+# The replaced text, its replacement, and a word of the compiler's message.
 CASES = [
     (" kParts{", " kPart{", "kParts"), (".sleepsAfter", ".sleepAfter", "sleepAfter"), (" step(", " steps(", "Steps"),
     (" aim(", " aims(", "aims"), (" eachSmoothed(", " eachSmooth(", "glides"), (" derive(", " derives(", "derives"),

@@ -28,7 +28,7 @@ SERVER = f"sivray-test-{os.getpid()}"
 
 
 class Recorder:
-    """A client of the sound server that keeps what the program plays. Read `left` and `right` after `stop`."""
+    """A client of the sound server that records the program's output. Read `left` and `right` after `stop`."""
 
     def __init__(self):
         self.jack = ctypes.CDLL("libjack.so.0")
@@ -56,7 +56,7 @@ class Recorder:
         return 0
 
     def peak(self, start):
-        """The loudest sample from the frame `start` on."""
+        """Returns the largest sample from the frame `start` on."""
         return max((max(map(abs, array.array("f", b"".join(blocks))[start:]), default=0.0) for blocks in self.blocks))
 
     def stop(self):
@@ -117,7 +117,7 @@ class JackKeys:
 
 
 class Keyboard:
-    """Keys and mouse of the X server."""
+    """Simulates keys and mouse on the X server."""
 
     def __init__(self):
         self.x11, self.xtst = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXtst.so.6")
@@ -133,7 +133,7 @@ class Keyboard:
         self.x11.XFlush(self.display)
 
     def click(self, x, y):
-        """On the panel. The window stands in the middle of the screen; the strip above the panel is 40 high."""
+        """Clicks on the panel. The window is in the middle of the screen; the strip above the panel is 40 pixels high."""
         self.xtst.XTestFakeMotionEvent(self.display, -1, (1024 - 768) // 2 + x, (768 - 508) // 2 + 40 + y, 0)
         for is_down in (1, 0):
             self.xtst.XTestFakeButtonEvent(self.display, 1, is_down, 0)
@@ -146,7 +146,7 @@ class Keyboard:
         self.key(letter, False)
 
     def focus(self):
-        """Without a window manager nobody gives the program's window, the only one shown, the keyboard. Whether it has it."""
+        """Gives the focus to the program's window, as there is no window manager. Returns whether it has the focus."""
         root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
         unused, focused, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_uint()
         children = ctypes.POINTER(ctypes.c_ulong)()
@@ -165,7 +165,7 @@ def check(condition, text):
 
 
 def content_with_demo(folder, demo):
-    """The built content with another demo: every pad in turn, eight hits a second."""
+    """Copies the built content with another demo: every pad in turn, eight hits per second."""
     tempo = bytes.fromhex("00ff510307a120")  # 120 beats a minute.
     hits = b"".join(bytes([0, 0x99, 36 + 3 * i % 8, 60 + i, 24, 0x89, 36 + 3 * i % 8, 0]) for i in range(64))
     track = tempo + hits + bytes.fromhex("00ff2f00")
@@ -181,7 +181,7 @@ def content_with_demo(folder, demo):
 
 
 class Scene:
-    """The servers, a home of their own, and the program."""
+    """The servers, a temporary home folder, and the program."""
 
     def __init__(self, folder):
         self.log = folder / "log"
@@ -212,17 +212,17 @@ class Scene:
         return self.start(str(PROGRAM), stderr=self.log.open("a"), env={**os.environ, **with_device})
 
     def send_note(self, note):
-        """From the MIDI device. Fails if the program has not opened it."""
+        """Sends a note from the MIDI device. Fails if the program has not opened it."""
         keys = os.open(self.keys, os.O_WRONLY | os.O_NONBLOCK)
         os.write(keys, bytes([0x90, note, 120]))
         os.close(keys)
 
     def said(self, text):
-        """Waits until the program has said the text."""
+        """Waits until the program has printed the text."""
         return comes_true(lambda: text in self.log.read_text())
 
     def end(self):
-        """The sound server is asked to end: one that is killed stays in the machine's list, which holds no more than eight."""
+        """Ends the sound server by a request, because a killed one stays in the system's list of at most eight servers."""
         for child in reversed(self.children):
             child.terminate()
             child.wait()
@@ -244,7 +244,7 @@ def demo_by_renderer(folder, state):
 
 
 def compare(recorded, rendered, seconds):
-    """The first frame at which the recording leaves the rendering, beyond the rounding to 24 bits; None if it does not."""
+    """Returns the first frame at which recording and rendering differ by more than the rounding to 24 bits; None if equal."""
     first = next((i for i, value in enumerate(recorded) if value != 0.0), len(recorded))
     offset = first - next(i for i, value in enumerate(rendered) if abs(value) > 0)
     for i in range(int(seconds * RATE)):
@@ -256,7 +256,7 @@ def compare(recorded, rendered, seconds):
 
 
 def comes_true(condition, seconds=60.0):
-    """Waits for what takes moments, unless other programs have the cores."""
+    """Waits for a condition that takes moments, or longer if other programs use all cores."""
     end = time.monotonic() + seconds
     while not condition() and time.monotonic() < end:
         time.sleep(0.1)

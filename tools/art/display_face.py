@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the display face, a TrueType font, of its glyphs drawn in text: '#' is ink, '.' is air.
+"""Makes the display face, a TrueType font, from glyphs drawn as text: '#' is filled, '.' is empty.
 
 The outlines follow the edges of the ink, so that squares which touch show no seam at any size. No time, no machine and no
 library goes into the bytes.
@@ -47,7 +47,7 @@ def read_glyphs(path):
 
 
 def outlines(drawing):
-    """The closed lines round the ink, which lies to their right, as corner points in font units, y upwards."""
+    """Returns the closed outlines of the filled squares, which are to their right, as corners in font units, y upwards."""
     top, rows = drawing
     ink = {(x, top + y) for y, row in enumerate(rows) for x, cell in enumerate(row) if cell == "#"}
     edges = {}
@@ -62,7 +62,7 @@ def outlines(drawing):
         way, corners = None, []
         while at != start or way is None:
             ways = edges[at]
-            # Where two squares touch at a corner only, the line turns right and keeps to its own square.
+            # Where two squares touch only at a corner, the line turns right and stays with its own square.
             right = (-way[1], way[0]) if way else None
             chosen = right if right in ways else ways[0]
             ways.remove(chosen)

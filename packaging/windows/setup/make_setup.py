@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the installer for Windows out of Sivray.nsi and the files of each component, the same bytes for the same contents.
+"""Makes the Windows installer from Sivray.nsi and the files of each component. The same contents give the same bytes.
 
 Usage: make_setup.py INSTALLER VERSION ICON [--quick] COMPONENT:NAME=PATH...
 NAME is where PATH, a file or a folder, lies in the component's folder. --quick packs in a few seconds, into a larger file.
@@ -22,7 +22,7 @@ def escaped(text):
 
 
 def install_macro(component, files):
-    """Sorted by folder, because each File lies in the folder that was named last."""
+    """Sorted by folder, because each File command writes into the folder of the last SetOutPath."""
     lines, last = [f"!macro Install_{component} base"], None
     for name, source in files:
         folder, _, file = name.rpartition("/")
@@ -42,7 +42,7 @@ def remove_macro(component, files):
 
 
 def side_picture():
-    """The picture beside the first and the last page, a bitmap of Windows: the panel's blue, with a lit pad like the icon's."""
+    """The picture on the first and the last page, a Windows bitmap: the panel's blue, with a lit pad as in the icon."""
     width, height = 164, 314
     night, cobalt, lit = (18, 20, 62), (42, 48, 166), (255, 196, 32)
     pad_x, pad_y = range(52, 112), range(70, 130)
