@@ -1,5 +1,5 @@
-// A message in a block of audio: a MIDI message with its frame, or a program change with a bank and a program, in a
-// form of its own.
+// A message in a block of audio, in one format for both kinds: a MIDI message with its frame, or a program change with
+// a bank and a program.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -18,7 +18,7 @@ constexpr std::uint8_t kTom = 41;
 constexpr std::uint8_t kClosedHat = 42;
 constexpr std::uint8_t kOpenHat = 43;
 
-/// A foot that closes the hat always sounds closed, whatever the pedal's position was.
+/// A foot that closes the hat always plays the closed sound, independent of the pedal's position before.
 constexpr std::uint8_t kPedalHat = 44;
 /// Below this value of the controller the pedal counts as open.
 constexpr std::uint8_t kPedalMiddle = 64;

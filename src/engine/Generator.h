@@ -71,8 +71,8 @@ class Generator {
     return false;
   }
 
-  /// Reads from the disk what the parameter needs at `value`, so that the audio thread finds it in memory. Waits for
-  /// the disk. Any thread but the audio thread, also during a block.
+  /// Reads the data that the parameter needs at `value` from the disk, so that the audio thread finds it in memory.
+  /// Waits for the disk. Any thread but the audio thread, also during a block.
   virtual void prepare(std::uint32_t id, Sample value) {
     static_cast<void>(id);
     static_cast<void>(value);

@@ -90,7 +90,7 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
 
   /// Run flags, the generator's state and the macro chunk. The bytes stay valid until the next call.
   std::span<const std::uint8_t> getStateContent();
-  /// The same in two steps. The first copies what the next block may change.
+  /// As above in two steps. The first copies the data that the next block may change.
   StateSnapshot snapshotState();
   /// The second may run during blocks, but not during a change of the factory bank. Appends to `out`.
   void writeStateContent(const StateSnapshot& snapshot, std::vector<std::uint8_t>& out) const;

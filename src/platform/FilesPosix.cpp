@@ -172,7 +172,8 @@ std::optional<std::size_t> InputFile::readCached(void* destination, std::size_t 
 }
 
 void InputFile::expect(std::int64_t offset, std::int64_t count) const {
-  // For each request Linux reads at most the device's read-ahead, whatever the request says. This is the usual value.
+  // Linux reads at most the device's read-ahead for each request, even if the request is longer. This is the usual
+  // value.
   constexpr std::int64_t kStep = 128 << 10;
   for (std::int64_t done = 0; done < count; done += kStep) {
     ::posix_fadvise(descriptor(handle), offset + done, std::min(kStep, count - done), POSIX_FADV_WILLNEED);

@@ -34,7 +34,7 @@ bool isListable(std::string_view bank) {
   return number && *number != vst::kGhostBank;
 }
 
-/// Lowers ASCII letters only, whatever the process's locale.
+/// Lowers ASCII letters only, independent of the process's locale.
 char toLower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Transfers what a view shows to its replacement, when a panel is rebuilt while the user works with it.
+// Transfers a view's visible state to its replacement, when a panel is rebuilt while the user works with it.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -35,7 +35,7 @@ class SivrayEditView : public BWPluginEditView, public IContinuedView {
   void controlValueChanged(IBWControl& control) override;
   void controlGestureBegan(IBWControl& control) override;
 
-  // Opens what a user would open, for drawing the panel without a user.
+  // Opens pages and pop-ups as a user would, for drawing the panel without a user.
 
   /// Pages from 0; ignores other numbers.
   void selectPage(std::uint64_t page);

@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// The gradient is perpendicular to the diagonal from top left to bottom right, whatever the shape of the view.
+/// The gradient is perpendicular to the diagonal from top left to bottom right, for any shape of the view.
 class BWGradationView : public juce::Component {
  public:
   void setColours(juce::Colour atBottomLeft, juce::Colour atTopRight);

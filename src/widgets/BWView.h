@@ -6,7 +6,7 @@
 
 namespace tesh::bramel {
 
-/// Transparent at first. The outline is inside the bounds. Each setter repaints only what changes.
+/// Transparent at first. The outline is inside the bounds. Each setter repaints only the area that changes.
 class BWView : public juce::Component {
  public:
   BWView();

@@ -52,7 +52,7 @@ struct CheckSettings {
 struct Verdict {
   bool passed = false;
   std::string figure;
-  bool wasRun = true;  ///< Otherwise `figure` tells what is missing here.
+  bool wasRun = true;  ///< If false, `figure` names the missing requirement.
 };
 
 /// The forms that a check is for.

@@ -71,9 +71,9 @@ RoundCost playRound(EditorScene& scene, const std::vector<int>& panelThreads) {
   return cost;
 }
 
-/// Counts the library's calls in a block in which everything moves, after one that a panel had time to follow. In VST 3
-/// without calls by way of the host: the counter slows it so much that it notices other key names between two values,
-/// and reads them all.
+/// Counts the library's calls in a block in which everything moves, after one that a panel had time to follow. For VST
+/// 3, calls through the host are omitted: the counter slows the host so much that it notices changed key names between
+/// two values, and reads all of them.
 std::int64_t instructionsOf(EditorScene& scene, const CheckSettings& settings) {
   constexpr std::chrono::milliseconds kToFollow{100};
   InstructionCounts counts;
@@ -196,7 +196,7 @@ Verdict atRest(const CheckSettings& settings) {
                  100.0 * open.share, open.wakeUps, 100.0 * closed.share, closed.wakeUps);
 }
 
-/// On every page the panel must show the last values, whatever came before.
+/// On every page the panel must show the last values, independent of earlier ones.
 Verdict afterAutomation(const CheckSettings& settings) {
   const int rounds = settings.count(100, 1000);
   const auto library = settings.load();

@@ -1,4 +1,4 @@
-// Asks the dynamic linker for the segments of what it has loaded.
+// Asks the dynamic linker for the segments of a loaded library.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/ModuleRange.h"
 

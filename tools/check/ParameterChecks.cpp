@@ -22,7 +22,7 @@ int wrongEnds(HostedPlugin& host, int index, const CheckSettings& settings) {
   }
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   if (!settings.isVst2()) {
-    return wrong;  // Their host keeps a value outside for itself; what comes of it has a check of its own.
+    return wrong;  // Their host keeps such a value itself; another check tests the effect.
   }
   for (const float value : {-0.5F, 1.5F, kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN()}) {
     host.setParameter(index, value);

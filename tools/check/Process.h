@@ -19,10 +19,10 @@ struct ProcessUse {
 
 ProcessUse processUse();
 
-/// Detects what repeated cycles leave behind, from the end of the tenth on. Except for the heap, it counts only if each
-/// of the last ten cycles has more than each of the first ten: the allocator takes and returns pages depending on its
-/// free blocks, up to a MiB in either direction; a thread may start and open its files after the measurement; and a
-/// joined thread is counted until the system has cleaned up.
+/// Detects resources that repeated cycles leave behind, from the end of the tenth cycle on. Except for the heap, a
+/// growth counts only if each of the last ten cycles has more than each of the first ten: the allocator takes and
+/// returns pages depending on its free blocks, up to a MiB in either direction; a thread may start and open its files
+/// after the measurement; and a joined thread is counted until the system has cleaned up.
 class GrowthWatch {
  public:
   static constexpr int kWarmCycles = 10;

@@ -129,7 +129,7 @@ void changeAll(const CheckSettings& settings, HostedPlugin& host, Random& random
   }
 }
 
-/// Returns what many changed blocks of 64 frames take of their time, rising.
+/// Returns the shares of their duration that many blocks of 64 frames with changes take, ascending.
 std::vector<double> sharesOfChangedBlocks(const CheckSettings& settings, HostedPlugin& host, Random& random) {
   std::vector<double> shares;
   std::vector<float> left(64);
@@ -249,8 +249,8 @@ Verdict waitingTimes(const CheckSettings& settings) {
                  saving, loading, making);
 }
 
-/// What hosts do with each plug-in that they find, before anybody uses it: load it and look what it is, and for CLAP
-/// list its kits. JUCE's LV2 host reads all bundles of the system meanwhile.
+/// The work of hosts for each plug-in that they find: loading and inspecting it, and for CLAP listing its kits. JUCE's
+/// LV2 host also reads all bundles of the system.
 Verdict scan(const CheckSettings& settings) {
   constexpr double kMostForLoad = 100.0;
   constexpr double kMostForKits = 20.0;

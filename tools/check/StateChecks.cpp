@@ -48,8 +48,8 @@ class RoundTrip {
   explicit RoundTrip(const CheckSettings& settings)
       : library(settings.load()), full(settings.full), firstInstance(library->makeInstance()) {}
 
-  /// Loads `state` into one plug-in, loads what that saves into another, and compares what both save. Each plays a
-  /// block first, since the engine's own values follow the macros only then.
+  /// Loads `state` into one plug-in, loads the state that it saves into another, and compares the states of both. Each
+  /// plays a block first, because the engine's own values follow the macros only then.
   void run(const Bytes& state) {
     first.setChunk(state);
     settle(first);

@@ -88,8 +88,8 @@ Verdict parametersFromTwoThreads(const CheckSettings& settings) {
           host->parameter(index);
         }
       }
-      // As in a host, audio goes on in between; otherwise the writers would hold the plug-in's lock almost all the
-      // time.
+      // As in a host, blocks are rendered in between; otherwise the writers would hold the plug-in's lock almost all
+      // the time.
       audio.awaitBlocks(1);
     }
   };

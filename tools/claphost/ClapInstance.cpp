@@ -16,7 +16,7 @@ using hosting::HostCallKind;
 using hosting::HostError;
 
 constexpr std::uint32_t kLongestBlock = 32768;
-/// In this time the panel's thread handles what waits for it.
+/// Time in which the panel's thread handles all waiting messages.
 constexpr std::chrono::milliseconds kSettled{12};
 
 /// Bytes that a plug-in reads or writes.

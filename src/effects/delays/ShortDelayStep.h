@@ -19,7 +19,7 @@ Samples echoOf(const std::int16_t* line, unsigned near, typename Samples::templa
 }
 
 /// Computes the next samples of both channels, in place. Smoothed values must not change within a register. The time
-/// must be at least `Samples::kCount`, unless the level is 0: then no echo is heard, whatever the lines hold.
+/// must be at least `Samples::kCount`, unless the level is 0: then the content of the lines has no effect.
 template <typename Samples>
 void stepAs(ShortDelayLaw& law, std::int16_t* left, std::int16_t* right) {
   constexpr unsigned kLength = ShortDelayLaw::kLineLength;

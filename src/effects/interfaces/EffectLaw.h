@@ -105,7 +105,7 @@ concept LaneLaw = requires(Law& law, const Law& resting, const typename Law::Set
 /// at rest.
 template <typename Law>
 concept SleepingLaw = requires(Law law, const Law& resting, const typename Law::Settings& to, unsigned count) {
-  /// Whether the state, and what the last `count` samples (at most 64) wrote to the lines, is zero.
+  /// Whether the state is zero, and so is everything that the last `count` samples (at most 64) wrote to the lines.
   { resting.isSilent(count) } -> std::same_as<bool>;
   /// Advances indices, clocks and followers by `count` silent samples.
   law.skip(to, count);

@@ -49,7 +49,7 @@ class SivrayFx {
   /// Clears the sound and sets smoothed values to their targets.
   virtual void reset() SIVRAY_NONBLOCKING = 0;
 
-  /// Called before the effect is used: acquires what it needs.
+  /// Called before the effect is used. Acquires its delay memory.
   virtual void wake() SIVRAY_NONBLOCKING {}
 
   /// Called when the effect is no longer used.

@@ -14,8 +14,8 @@ namespace tesh::bramel::plugin::sivray::effects {
 
 /// Two banks of the largest size that any user needs. Requests alternate between the banks, so that after a change of
 /// type the effect that fades in uses other memory than the one that fades out. After a reset of all effects, two users
-/// may have the same bank: then a user clears what it needs and leaves the rest of the other's lines. Only pages that
-/// were written since they were last zero are cleared.
+/// may have the same bank: a user then clears only its own lines in it. Only pages that have been written since they
+/// were last cleared are cleared.
 class SivrayFxMemoryManager : public SivrayFxMemoryAssigner {
  public:
   std::int16_t* acquire(SivrayFxMemoryUser& user) override;

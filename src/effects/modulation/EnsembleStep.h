@@ -24,7 +24,8 @@ inline constexpr float kSpreadScale = 0.666667F;
 /// Gain of the sum of three voices.
 inline constexpr float kEnsembleGain = 0.66666F;
 
-// The sine of w * pi / 2 for w in -1 .. 1 as an odd polynomial, within 0.0001, and what lifts it to 0 .. 2.
+// The sine of w * pi / 2 for w in -1 .. 1 as an odd polynomial, accurate to 0.0001, and the offset that moves it to 0
+// .. 2.
 inline constexpr float kSineLinear = 1.5703204F;
 inline constexpr float kSineCubic = 0.6421143F;
 inline constexpr float kSineFifth = 0.07186159F;

@@ -36,7 +36,7 @@ class AmpEnvelope {
     return indexAfter(lane, frames) == bank.levelIndex[lane] ? frames : firstStep(lane, frames);
   }
 
-  /// Advances the envelope by `frames` samples, at most what `framesToStep` returned.
+  /// Advances the envelope by `frames` samples, at most the result of `framesToStep`.
   void advance(std::size_t lane, int frames) SIVRAY_NONBLOCKING {
     if (!isDecaying(lane)) {
       return;

@@ -18,7 +18,7 @@ namespace tesh::bramel::plugin::sivray {
 class VoiceAllocator;
 class VoicePool;
 
-/// Owns what pads and voices share. Allocates only in its constructor and in `makeVoices`.
+/// Owns the objects that pads and voices share. Allocates only in its constructor and in `makeVoices`.
 class DrumCore {
  public:
   /// Allocates memory for `padCount` pads with `slotFrames` frames each. `file` must outlive the core.

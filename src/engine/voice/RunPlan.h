@@ -1,4 +1,4 @@
-// Plans how long the voices run unchanged, and what the kernel needs to know about that stretch.
+// Plans for how many frames the voices run unchanged, and the kernel's data for these frames.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -47,7 +47,7 @@ void VoiceBank::clearLane(std::size_t lane) {
   stepSignedQ12[lane] = 0;
   positionQ12[lane] = 0;
   remainingQ12[lane] = 0;
-  settingsSeen[lane] = 0;  // So that a voice which goes on gets low boost and pan again.
+  settingsSeen[lane] = 0;  // So that a voice that goes on playing gets low boost and pan again.
   lowBoost[lane] = 0;
   boostState[lane] = 0;
   punchCurrent[lane] = 0;

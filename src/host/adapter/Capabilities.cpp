@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kExactAbility = "NKSCallbacks";
 
-/// A text that begins with one of these is an ability, whatever follows.
+/// A text that begins with one of these is an ability, regardless of the rest.
 constexpr std::array<std::string_view, 6> kAbilities{"sendVstEvents",    "sendVstMidiEvent",    "sendVstMidiEvents",
                                                      "receiveVstEvents", "receiveVstMidiEvent", "receiveVstTimeInfo"};
 

@@ -78,7 +78,7 @@ void ClapReports::askForCall() {
 }
 
 void ClapReports::onMainThread() {
-  // First, so that what changes from here on asks for another call.
+  // First, so that changes from here on request another call.
   const bool haveNames = haveNamesChanged.exchange(false);
   if (isRescanWanted.exchange(false)) {
     host.rescanValues();

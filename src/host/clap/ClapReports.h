@@ -19,10 +19,10 @@
 
 namespace tesh::bramel::clap {
 
-/// Hears what the shell tells its host. The message thread and, inside a block, the audio thread call it.
+/// Receives the shell's reports for the host. The message thread and, inside a block, the audio thread call it.
 class ClapReports final : public vst::BramelInstrumentHostCallback {
  public:
-  /// What waits for a block or a flush.
+  /// A report that waits for a block or a flush.
   struct Report {
     enum class Kind : std::uint8_t { value, gestureBegin, gestureEnd, midi };
     Kind kind = Kind::value;
@@ -69,7 +69,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   /// Asks the host to call `onMainThread` if something waits for it. The host's code may wait. Audio thread too.
   void askForCall() SIVRAY_NONBLOCKING;
 
-  /// Tells the host what waits for its main thread. Main thread.
+  /// Passes the waiting reports on to the host. Main thread.
   void onMainThread();
 
  private:

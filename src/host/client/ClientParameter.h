@@ -20,7 +20,7 @@ class ClientParameter final : public juce::AudioProcessorParameterWithID {
 
   std::uint64_t shellId() const { return id; }
 
-  /// The value that was written last, or what the last block left. Audio thread too.
+  /// The last value that was written, or that the last block set. Audio thread too.
   float getValue() const override { return instrument->latestValue(id); }
 
   /// A write of the host; one outside 0 to 1 is ignored. Audio thread too.

@@ -51,8 +51,8 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
     return haveNamesChanged.load(std::memory_order_relaxed) && haveNamesChanged.exchange(false);
   }
 
-  /// Appends the messages that wait to `midi`, as many as fit into what wrappers reserve, with frames below `frames`.
-  /// Audio thread.
+  /// Appends the waiting messages to `midi`, as many as fit into the wrappers' reserved memory, with frames below
+  /// `frames`. Audio thread.
   void takeMidi(juce::MidiBuffer& midi, int frames) SIVRAY_NONBLOCKING;
 
  private:

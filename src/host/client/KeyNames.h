@@ -13,7 +13,8 @@ class KeyNames {
  public:
   virtual ~KeyNames() = default;
 
-  /// The name, in UTF-8, of what a key from 0 to 127 plays now; empty where it plays nothing. Not on the audio thread.
+  /// The name, in UTF-8, of the sound that a key from 0 to 127 plays now; empty if it plays none. Not on the audio
+  /// thread.
   virtual std::string keyName(int key) const = 0;
 
   /// The host has moved the parameter with this index in its own window. If that may change a key's name, the message

@@ -36,7 +36,8 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames, publ
   /// Null where the instrument's files are missing.
   const std::shared_ptr<BramelInstrumentEditor>& panel() const;
 
-  /// Empty, or a text for the user: what is missing and in which folders, one a line, it was looked for.
+  /// A text for the user that names the missing files and, one per line, the folders where they were looked for; empty
+  /// if nothing is missing.
   const std::string& fault() const;
 
   const juce::String getName() const override;

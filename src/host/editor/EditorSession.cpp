@@ -31,8 +31,8 @@ bool isMouseDown() {
 
 }  // namespace
 
-/// What is shown, and what the host wants shown. Work on the message thread shares ownership: it may outlast the host's
-/// call that asked for it, but never the session.
+/// The panel that is shown, and the host's wishes for it. Work on the message thread shares ownership: it may outlast
+/// the host's call that asked for it, but never the session.
 struct EditorSession::Shown {
   /// The panel's native window, in screen pixels; the frame inside keeps the panel's own size and is scaled. Message
   /// thread only.

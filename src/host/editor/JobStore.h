@@ -1,4 +1,4 @@
-// A queue of jobs from the instrument to the message thread: what the view has to be told, in order.
+// A queue of jobs from the instrument to the message thread: reports for the view, in order.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -46,11 +46,10 @@ class MessageThread {
   /// Runs `work` on the message thread, and returns when it has run.
   void callAndWait(const Work& work);
 
-  /// The same, but waits for `longest` at most. False if `work` still has to run, so it must own what it uses.
+  /// As above, but waits for `longest` at most. Returns false if `work` has not run yet, so `work` must own its data.
   bool callAndWait(Work work, std::chrono::milliseconds longest);
 
-  /// Runs `work` on the message thread, also from there only after this call has returned. `work` must own what it
-  /// uses.
+  /// Runs `work` on the message thread; if called there, after this call has returned. `work` must own its data.
   void callLater(Work work);
 
   /// The listener is held weakly. Message thread.

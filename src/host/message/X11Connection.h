@@ -20,8 +20,8 @@ bool takeQueuedEvents();
 /// Handles waiting messages, timers and events. Returns whether there was anything. Message thread.
 bool takeMessages();
 
-/// One step of a message loop: handles what waits, or else waits up to two seconds for something to arrive. Message
-/// thread.
+/// One step of a message loop: handles waiting messages and events, or if there are none waits up to two seconds for
+/// one. Message thread.
 void serveMessages();
 
 }  // namespace tesh::bramel::vst

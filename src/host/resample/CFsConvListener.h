@@ -15,7 +15,7 @@ class CFsConvListener {
   virtual ~CFsConvListener() = default;
 
   /// Must render `frames` frames at the engine's rate, 0 or more. `inputs` and `outputs` hold two channels. If the
-  /// host's rate is the engine's, `inputs` is what the host gave, which may be null or hold null channels.
+  /// host's rate is the engine's, `inputs` are the host's own, which may be null or hold null channels.
   virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] float** outputs,
                          [[maybe_unused]] std::int32_t frames) SIVRAY_NONBLOCKING {}
 

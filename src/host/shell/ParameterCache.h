@@ -73,7 +73,7 @@ class ParameterCache {
   void noteValue(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   /// Sets the text's value of a parameter that holds an integer.
   void noteInteger(std::uint64_t id, std::uint64_t value);
-  /// Calls `noteEach(note)`. Each `note(id, value)` in it does what noteValue does; the lock is taken once.
+  /// Calls `noteEach(note)`. Each `note(id, value)` in it acts as noteValue; the lock is taken once for all.
   template <typename NoteEach>
   void noteAll(NoteEach noteEach) SIVRAY_NONBLOCKING {
     const cofu::core::RealTimeLock lock(mutex);

@@ -31,7 +31,7 @@ struct ShellCore {
   /// Asserts that the caller may wait for a file: it must not hold the main lock, for which a block may be waiting.
   void assertMayWait() const { assert(!mainMutex.isHeldHere()); }
 
-  /// Reads from the disk what a coming change needs, so that the block that applies it finds everything in memory.
+  /// Reads the data for a coming change from the disk, so that the block that applies it finds everything in memory.
   /// `collect(processor, coming, lock)` lists the values; reading happens without the main lock. Does nothing on an
   /// audio thread, which must not wait.
   template <typename Collect>

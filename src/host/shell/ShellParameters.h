@@ -24,8 +24,8 @@ class ShellParameters {
   /// BramelInstrument::kNoParameter out of range.
   std::uint64_t idOf(std::uint64_t visibleIndex) const SIVRAY_NONBLOCKING;
 
-  /// A write by the host. The first form first reads from the disk what the value needs, except on an audio thread; so
-  /// does a write by the editor.
+  /// Writes by the host. The first form first reads the data that the value needs from the disk, except on an audio
+  /// thread; so does a write by the editor.
   void set(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
   void set(std::uint64_t id, float value, const MainLock& lock) SIVRAY_NONBLOCKING;
   void setAll(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;

@@ -117,7 +117,7 @@ void ShellPrograms::writeUserPrograms(const std::string& path, Effect effect, co
   const bool isSafe = effect == Effect::adds || vimo::keepProgramFileCopy(path, vimo::copyTimeNow());
   const vimo::ProgramDatabase& programs = *controller().programs().database(Bank::user);
   const auto file = vimo::makeUserProgramFile(programs);
-  // The last attempt does what the user wants even without a copy.
+  // The last attempt writes the file even without a copy, because the user asked for the change.
   isFileWritten = (isSafe || retry(fileLock).isLast) && writeFile(path, file.data(), file.size());
   if (isFileWritten) {
     inFile = vimo::printsOf(programs);

@@ -11,7 +11,7 @@
 
 namespace tesh::bramel::standalone {
 
-/// The result of a run: what became of each file.
+/// The result of a run, with one entry for each file.
 struct ToolResult {
   struct File {
     enum class Kind { added, known, unused };
@@ -32,13 +32,13 @@ struct ToolResult {
   std::vector<int> usable() const;
 };
 
-/// One run at a time. Calls back on the message thread. It is a separate process, so that a broken file cannot harm
-/// what plays. Message thread only.
+/// Runs sivray-content, one run at a time, and calls back on the message thread. It is a separate process, so that a
+/// broken file cannot harm the sound. Message thread only.
 class ContentTool {
  public:
   /// Looks for the program beside this one, then in the folder bin beside this one's folder.
   ContentTool();
-  /// Ends a run in progress; the program then takes back what it did.
+  /// Ends a run in progress; sivray-content then undoes its changes.
   ~ContentTool();
   ContentTool(const ContentTool&) = delete;
   ContentTool& operator=(const ContentTool&) = delete;

@@ -1,4 +1,4 @@
-// The page that tells what became of dropped files, and undoes the import.
+// The page that lists the results for dropped files, and undoes the import.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

@@ -1,4 +1,4 @@
-// The tool's commands, and what follows from each result.
+// The tool's commands, and the actions after each result.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/standalone/Imports.h"
 

@@ -31,10 +31,10 @@ class Lesson final : private juce::Timer, private juce::AudioProcessorListener {
   void stop();
   bool isOn() const { return subject != Subject::none; }
 
-  /// One line for the user: what was learnt, and what to do next.
+  /// Returns one line for the user: the note that was learnt and the next step.
   const juce::String& text() const { return line; }
 
-  /// Handles what was played since the last call. Called by the timer and by tests.
+  /// Handles the notes played since the last call. Called by the timer and by tests.
   void look();
 
  private:

@@ -17,7 +17,7 @@ namespace tesh::bramel::standalone {
 /// Has the desktop's own frame and a fixed size. Message thread only.
 class ProgramWindow final : public juce::DocumentWindow, private juce::ComponentPeer::ScaleFactorListener {
  public:
-  /// Called for what happens to the window.
+  /// Called on events of the window.
   struct Events {
     std::function<void()> closed;
     std::function<void(juce::Point<int>)> moved;  ///< To this top left corner, in screen pixels.

@@ -42,7 +42,7 @@ class SetupView : public juce::Component, public IBWSimpleListViewListener, publ
             IBramelFontProvider& fonts, Wishes newWishes);
   ~SetupView() override;
 
-  /// Shows what is open now.
+  /// Shows the devices that are open now.
   void refresh();
 
   void listRowSelected(BWSimpleListView& list, int row) override;

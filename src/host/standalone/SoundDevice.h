@@ -35,8 +35,8 @@ class SoundDevice : private juce::Timer {
   /// The system's device types; a running sound server's come before those of plain sound cards.
   static Types systemTypes();
 
-  /// `player` outlives this object. `countBlocks` returns the number of blocks played so far; what it uses outlives
-  /// this object, too.
+  /// `player` must outlive this object. `countBlocks` returns the number of blocks played so far; the data that it uses
+  /// must outlive this object, too.
   SoundDevice(juce::AudioIODeviceCallback& player, std::function<std::uint64_t()> countBlocks,
               MakeTypes makeTypes = systemTypes);
   ~SoundDevice() override;

@@ -205,7 +205,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     return !own.empty() && platform::commonFilesFolder() == own;
   }
 
-  /// Shows what became of dropped files, if there were any.
+  /// Shows the results for dropped files, if there are any.
   void openImports() {
     if (!imports.result()) {
       return;
@@ -347,7 +347,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     }
   }
 
-  /// The display shows the sound device, or what matters more: kits that are not on the disk, and missing sounds.
+  /// The display shows the sound device, or more important facts: kits that are not on the disk, and missing sounds.
   void showDevices() {
     areKitsWritten = processor->instrument()->areProgramsWritten();
     shownMissing = vst::describeMissing(vst::missingSounds(*processor->instrument()));

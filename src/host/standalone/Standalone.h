@@ -22,7 +22,7 @@ struct Devices {
 class Standalone {
  public:
   /// Restores setup and sound from `settingsFolder`. `onClosed` is called when the user wants to end the program.
-  /// Throws std::runtime_error with one line that says what is missing.
+  /// Throws std::runtime_error with one line that names the missing files.
   Standalone(const juce::File& settingsFolder, std::function<void()> onClosed, const Devices& devices = {});
 
   /// Saves the setup and the sound.

@@ -1,5 +1,5 @@
-// The values of a program's macros. Programs that were read from equal images share them, so that the factory programs
-// are in memory once, whatever the number of instances.
+// The values of a program's macros. Programs read from equal images share them, so that the factory programs are in
+// memory only once for all instances.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 

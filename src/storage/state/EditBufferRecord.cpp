@@ -12,7 +12,7 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Limits for what a state may announce: more members of a map or array, and more levels, than any valid state has.
+/// Limits on members of a map or array, and on levels, above those of any valid state.
 constexpr std::size_t kMostMembers = 64;
 constexpr std::size_t kDeepestNesting = 8;
 

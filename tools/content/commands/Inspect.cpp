@@ -1,4 +1,4 @@
-// The command that prints what a file holds, as text or JSON.
+// The command that prints the content of a file, as text or JSON.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/inspect/Inspect.h"
 

@@ -1,4 +1,4 @@
-// Turns grooves into strokes and moves, plays them, and prints what was measured.
+// Turns grooves into strokes and moves, plays them, and prints the measurements.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/measure/GrooveSound.h"
 
