@@ -55,7 +55,7 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
 
   /// Sets the stored and the live value, reports it, and queues the mapped values for the engine.
   void setMacroValue(std::uint64_t index, float value, std::uint32_t frame, ProcessBlock& block) SIVRAY_NONBLOCKING;
-  /// The same for an object value.
+  /// As above, for an object value.
   void setMacroObject(std::uint64_t index, std::uint64_t object, std::uint32_t frame,
                       ProcessBlock& block) SIVRAY_NONBLOCKING;
   /// Sets the live value only, and with it the engine.

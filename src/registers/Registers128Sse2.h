@@ -217,7 +217,7 @@ struct Registers128Sse2 {
   static Integers swappedMiddles16(Integers v) {
     return _mm_shufflehi_epi16(_mm_shufflelo_epi16(v, _MM_SHUFFLE(3, 1, 2, 0)), _MM_SHUFFLE(3, 1, 2, 0));
   }
-  /// The same in the lower half only.
+  /// As above, in the lower half only.
   static Integers swappedLowMiddles16(Integers v) { return _mm_shufflelo_epi16(v, _MM_SHUFFLE(3, 1, 2, 0)); }
   /// Applies `make` to each lane, in any order.
   template <typename Make>

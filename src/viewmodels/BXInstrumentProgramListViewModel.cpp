@@ -26,7 +26,7 @@ std::optional<std::uint64_t> knownNumber(std::string_view bank) {
   return found == kBanks.end() ? std::nullopt : std::optional(*found);
 }
 
-/// The same, but an unknown name counts as the factory bank.
+/// As above, but an unknown name counts as the factory bank.
 std::uint64_t numberOf(std::string_view bank) { return knownNumber(bank).value_or(vst::kFactoryBank); }
 
 bool isListable(std::string_view bank) {

@@ -27,7 +27,7 @@ class BXSampleSelectorViewModelBase : public ISampleSelectorViewModel {
   std::int64_t getSampleCount(std::int64_t category) const override;
   std::string getSampleName(std::int64_t category, std::int64_t index) const override;
 
-  // The same by the sample's id.
+  // As above, by the sample's id.
 
   struct Place {
     std::int64_t category;

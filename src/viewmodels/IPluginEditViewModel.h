@@ -54,7 +54,7 @@ class IPluginEditViewModel : public virtual IBramelFontProvider, public virtual 
   virtual float getParameterDefault(std::uint64_t index) const = 0;
   /// The value that was written last, also while no audio runs. Normalised, 0 to 1.
   virtual float getParameterValue(std::uint64_t index) const = 0;
-  /// The same for a parameter that holds an integer.
+  /// As above, for a parameter that holds an integer.
   virtual std::uint64_t getParameterIntegerValue(std::uint64_t index) const = 0;
   /// Tells the tooltips, then the instrument. A parameter that the host sees is set through the host, so that it can
   /// record the change.

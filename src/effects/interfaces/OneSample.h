@@ -82,7 +82,7 @@ OneWord product(OneWord a, OneWord b) {
   return {static_cast<std::int32_t>(whole >> kBits)};
 }
 
-/// The same with a signed product; the lower 32 bits are kept.
+/// As above, with a signed product; the lower 32 bits are kept.
 template <int kBits>
 OneWord signedProduct(OneWord a, OneWord b) {
   return {static_cast<std::int32_t>((std::int64_t{a.v} * b.v) >> kBits)};
@@ -155,7 +155,7 @@ struct OneSample {
   /// Samples from `kWords` registers of words, whose values must fit a lane.
   static OneSample of(const OneWord* words) { return {words->v}; }
 
-  /// The same for values that need not fit: lanes keep their lower 16 bits.
+  /// As above, for values that need not fit: lanes keep their lower 16 bits.
   static OneSample lowerHalvesOf(const OneWord* words) { return of(words); }
 
   /// Reads or writes `kCount` samples from `samples` on.
@@ -196,7 +196,7 @@ inline OneSample::Wide weightedSum(OneSample a, OneSample b, OneSample::Weights 
   return {cofu::core::wrapAdd(cofu::core::wrapMul(a.v, weights.ofFirst), cofu::core::wrapMul(b.v, weights.ofSecond))};
 }
 
-/// The same with weights per lane, -32768 .. 32767.
+/// As above, with weights per lane, -32768 .. 32767.
 inline OneSample::Wide weightedSum(OneSample a, OneSample b, OneSample ofA, OneSample ofB) {
   return weightedSum(a, b, OneSample::Weights(ofA.v, ofB.v));
 }

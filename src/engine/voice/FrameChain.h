@@ -40,7 +40,7 @@ class FrameChain : VoiceChain<L, Needs> {
     send(x, toDry, toEffect);
   }
 
-  /// The same for the run's last `count` frames, 1 to 3. The remaining lanes repeat the last frame, so that nothing
+  /// As above, for the run's last `count` frames, 1 to 3. The remaining lanes repeat the last frame, so that nothing
   /// beyond the wave is read; their words have no meaning.
   SIVRAY_KERNEL_INLINE void last(int count, Vec& toDry, Vec& toEffect) {
     place(L::first32(Base::position), count);

@@ -35,7 +35,7 @@ struct ClapCalls {
     }
   }
 
-  // The same for calls that the interface allows on the main or on the audio thread only. A debug build ends if the
+  // As above, for calls that the interface allows on the main or on the audio thread only. A debug build ends if the
   // host, by its own thread check, calls on another.
 
   template <typename Call>

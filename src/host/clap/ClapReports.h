@@ -48,7 +48,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
 
   /// Whether a kit or a state has brought values that no block has taken yet. Any thread.
   bool areValuesNew() const SIVRAY_NONBLOCKING { return haveValuesChanged.load(std::memory_order_relaxed); }
-  /// The same, and marks them as taken. Audio thread.
+  /// As above, and marks them as taken. Audio thread.
   bool takeValuesChanged() SIVRAY_NONBLOCKING { return areValuesNew() && haveValuesChanged.exchange(false); }
 
   /// The host has loaded a state: its values and key names are reported as new, but the song is not marked as changed.

@@ -54,7 +54,7 @@ class SivrayProcessor final : public juce::AudioProcessor, public KeyNames, publ
   /// messages. Audio thread.
   void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlock;
-  /// The same, but silent: while a host has switched the plug-in off by its bypass.
+  /// As above, but silent: while a host has switched the plug-in off by its bypass.
   void processBlockBypassed(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
   using juce::AudioProcessor::processBlockBypassed;
 

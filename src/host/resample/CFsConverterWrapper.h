@@ -61,7 +61,7 @@ class CFsConverterWrapper {
   /// waits until a block reaches its frame. Audio thread.
   virtual void processEvents(const VstEvents& vstEvents) SIVRAY_NONBLOCKING;
 
-  /// The same for one message: its three bytes from the top of `packed`, and its host frame.
+  /// As above, for one message: its three bytes from the top of `packed`, and its host frame.
   void enter(std::uint32_t packed, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
 
   /// Designs both resamplers for a host's rate in Hz and starts them from silence; at 44100 Hz they are not used and
@@ -80,7 +80,7 @@ class CFsConverterWrapper {
 
   /// The part of `process` between onBeginBlock and onEndBlock. Outputs must not be null.
   virtual void render(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
-  /// The same for `processOuts`.
+  /// As above, for `processOuts`.
   void renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
 
   /// Hz. Below the lowest rate, one host frame takes more engine frames than the buffers hold. The highest is a round

@@ -24,7 +24,7 @@ class CFsCwInterpolation : public CFscBase {
     return process(inputs, outputs, frames, false);
   }
 
-  /// The same; with `isKnownSilent` the inputs are not read.
+  /// As above; with `isKnownSilent` the inputs are not read.
   std::size_t process(const float* const* inputs, float* const* outputs, std::size_t frames,
                       bool isKnownSilent) SIVRAY_NONBLOCKING;
 

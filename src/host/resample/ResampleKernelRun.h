@@ -57,7 +57,7 @@ class AnyPlace {
   ResamplePosition at;
 };
 
-/// The same for a power of two as number of phases: input frame and phase are bit fields of one sum.
+/// As above, for a power of two as number of phases: input frame and phase are bit fields of one sum.
 template <unsigned Phases>
 class BinaryPlace {
   static_assert(std::has_single_bit(Phases));

@@ -50,7 +50,7 @@ class BramelInstrument : public BramelInstrumentBase {
 
   /// Renders one block. Null inputs are silence; does nothing if an output is null.
   void process(float** inputs, float** outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
-  /// The same with outs beside the main one. `outputs` has vimo::kAllChannels channels: the main two, two for each pad
+  /// As above, with outs beside the main one. `outputs` has vimo::kAllChannels channels: the main two, two for each pad
   /// and two for the effect; null for outs that nobody listens to. The other outs carry the sound before the master
   /// level, with a full scale of 1.0, and do not change the main out.
   void processOuts(std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING;
@@ -64,7 +64,7 @@ class BramelInstrument : public BramelInstrumentBase {
   /// fetched. Takes the main lock only for controllers, pitch bends and system exclusive messages, and when more than
   /// 256 messages wait.
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) SIVRAY_NONBLOCKING;
-  /// The same for all MIDI messages of a host's list, in order; takes the lock at most once. Skips other events, null
+  /// As above, for all MIDI messages of a host's list, in order; takes the lock at most once. Skips other events, null
   /// pointers, and messages beyond kFarthestFrames.
   void sendEvents(const VstEvents& events) SIVRAY_NONBLOCKING;
   /// Queues a message of the on-screen keyboard and sends it to the host as well. Ignored while not active.
@@ -72,7 +72,7 @@ class BramelInstrument : public BramelInstrumentBase {
   /// A rate that is not above 0 or not finite is ignored.
   void setSampleRate(float rate);
   void setTempo(float bpm) SIVRAY_NONBLOCKING;
-  /// The same for a double. Ignores a number that no float can hold.
+  /// As above, for a double. Ignores a number that no float can hold.
   void setHostTempo(double bpm) SIVRAY_NONBLOCKING;
   /// Tells that the host's transport has started or stopped: the next block begins with the matching MIDI message.
   void setTransport(bool moves) SIVRAY_NONBLOCKING;
@@ -95,7 +95,7 @@ class BramelInstrument : public BramelInstrumentBase {
   float parameterDefault(std::uint64_t id) const;
   /// The value that was written last, also while no audio runs.
   float parameterValue(std::uint64_t id);
-  /// The same without waiting: the value that was written last, or the one that the last block left. Also inside a
+  /// As above, without waiting: the value that was written last, or the one that the last block left. Also inside a
   /// block.
   float latestValue(std::uint64_t id) const SIVRAY_NONBLOCKING;
   /// Makes `latestValue` return `value` at once, for a write that `setParameters` will bring.
@@ -106,7 +106,7 @@ class BramelInstrument : public BramelInstrumentBase {
   /// A write by the host, which takes effect with the next block. Ignores a value outside 0 to 1. If more than 511
   /// writes wait, older ones are dropped whose parameter has a newer one.
   void setParameter(std::uint64_t id, float value) SIVRAY_NONBLOCKING;
-  /// The same for several writes, in their order. `values` is at least as long as `ids`.
+  /// As above, for several writes, in their order. `values` is at least as long as `ids`.
   void setParameters(std::span<const std::uint64_t> ids, std::span<const float> values) SIVRAY_NONBLOCKING;
   /// A write by the editor. For a visible parameter the shell asks the host to automate it, and the host then writes
   /// it.

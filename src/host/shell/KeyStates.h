@@ -35,7 +35,7 @@ class KeyStates {
     }
   }
 
-  /// The same for all notes in ascending order, under one lock.
+  /// As above, for all notes in ascending order, under one lock.
   template <typename Report>
   void setAll(std::uint32_t state, Report report) {
     const std::lock_guard lock(mutex);

@@ -38,7 +38,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
 
   /// Applies all waiting writes, commands and program changes, without rendering.
   void flush(const MainLock& lock);
-  /// The same, but only if writes wait.
+  /// As above, but only if writes wait.
   void flushWrites(const MainLock& lock);
 
   // Called by the converter and the processor, inside `process` and `flush`.

@@ -13,7 +13,7 @@ namespace tesh::bramel::vst {
 /// The name of the sound that pad 0 to 7 has now; empty if the sample library is missing. Not on the audio thread.
 std::string soundNameOf(BramelInstrument& instrument, std::size_t pad);
 
-/// The same for the pad that a key, 0 to 127, plays; empty where it plays none.
+/// As above, for the pad that a key, 0 to 127, plays; empty where it plays none.
 std::string soundNameOnKey(BramelInstrument& instrument, int key);
 
 /// Whether a parameter, by its id, chooses a pad's sound.

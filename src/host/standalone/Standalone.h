@@ -28,7 +28,7 @@ class Standalone {
   /// Saves the setup and the sound.
   ~Standalone();
 
-  /// The same without ending, for a process that may be ended at any moment.
+  /// As above, without ending, for a process that may be ended at any moment.
   void remember();
 
   Standalone(const Standalone&) = delete;

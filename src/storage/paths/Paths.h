@@ -58,7 +58,7 @@ std::vector<std::uint8_t> readFile(const std::string& path);
 /// failure, which leaves the old file unchanged.
 bool writeFile(const std::string& path, const void* data, std::size_t size);
 
-/// The same for a path from a file dialog, in which a backslash may be part of a name.
+/// As above, for a path from a file dialog, in which a backslash may be part of a name.
 bool chosenFileExists(const std::string& path);
 std::vector<std::uint8_t> readChosenFile(const std::string& path);
 bool writeChosenFile(const std::string& path, const void* data, std::size_t size);

@@ -70,7 +70,7 @@ class ProgramDatabase {
 
   /// Removes a record; later ones move up by one.
   void remove(std::uint64_t index);
-  /// The same for each record whose flag is set. There must be a flag for every record.
+  /// As above, for each record whose flag is set. There must be a flag for every record.
   void removeAll(const std::vector<bool>& isRemoved);
   /// Moves a record to position `to`; those in between move by one.
   void move(std::uint64_t from, std::uint64_t to);
