@@ -70,9 +70,10 @@ NoteTranslator::NoteTranslator() : map(namedNoteMaps().front().map) {
   strikers.fill(kNone);
 }
 
-bool NoteTranslator::translate(std::span<std::uint8_t> message) {
+NoteTranslator::Verdict NoteTranslator::translate(std::span<std::uint8_t> message) {
+  Verdict verdict;
   if (message.size() < 3) {
-    return true;
+    return verdict;
   }
   const auto kind = static_cast<std::uint8_t>(message[0] & kMidiKindBits);
   const auto data = static_cast<std::uint8_t>(message[1] % kMidiNotes);
@@ -80,14 +81,18 @@ bool NoteTranslator::translate(std::span<std::uint8_t> message) {
     isPedalOpen = message[2] < kPedalMiddle;
   }
   if (kind == kMidiNoteOn && message[2] > 0) {
-    message[1] = playedAs[data] = targetOf(data);
+    message[1] = targetOf(data);
+    const std::uint8_t held = std::exchange(playedAs[data], message[1]);
+    if (held != kNone && held != message[1] && !isHeldByAnother(held, data)) {
+      verdict.padToEnd = held;
+    }
     strikers[message[1]] = data;
   } else if (kind == kMidiNoteOn || kind == kMidiNoteOff) {
     const std::uint8_t held = std::exchange(playedAs[data], kNone);
     message[1] = held != kNone ? held : targetOf(data);
-    return !isHeldByAnother(message[1], data);
+    verdict.isPlayed = !isHeldByAnother(message[1], data);
   }
-  return true;
+  return verdict;
 }
 
 std::uint8_t NoteTranslator::targetOf(std::uint8_t note) const {

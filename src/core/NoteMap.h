@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -41,10 +42,15 @@ class NoteTranslator {
   /// Notes that are held keep the mapping with which they began, so that their note-offs match.
   void setMap(const NoteMap& newMap) { map = newMap; }
 
-  /// Changes the note of a note-on or note-off, and follows the pedal's position; leaves other messages alone. False if
-  /// the message must be left out: the note-off of a note whose pad was struck by another note since, which still holds
-  /// it.
-  bool translate(std::span<std::uint8_t> message);
+  struct Verdict {
+    /// False for the note-off of a note whose pad was struck by another note since, which still holds it.
+    bool isPlayed = true;
+    /// A pad that needs a note-off before the message is played: its note was struck without one and now plays another
+    /// pad.
+    std::optional<std::uint8_t> padToEnd;
+  };
+  /// Changes the note of a note-on or note-off, and follows the pedal's position; leaves other messages alone.
+  Verdict translate(std::span<std::uint8_t> message);
 
  private:
   static constexpr std::uint8_t kNone = 0xFF;

@@ -21,13 +21,16 @@ class NoteMapTest : public testing::Test {
   /// Returns the note that the message plays; nothing if the map drops it.
   std::optional<int> send(std::uint8_t status, std::uint8_t note, std::uint8_t value = 100) {
     std::array<std::uint8_t, 3> message{status, note, value};
-    return translator.translate(message) ? std::optional<int>(message[1]) : std::nullopt;
+    const auto verdict = translator.translate(message);
+    endedBefore = verdict.padToEnd;
+    return verdict.isPlayed ? std::optional<int>(message[1]) : std::nullopt;
   }
   std::optional<int> strike(std::uint8_t note) { return send(0x99, note); }
   std::optional<int> end(std::uint8_t note) { return send(0x89, note); }
   void use(std::size_t map) { translator.setMap(namedNoteMaps()[map].map); }
 
   NoteTranslator translator;
+  std::optional<int> endedBefore;  ///< The pad that was to be ended before the last message.
 };
 
 TEST_F(NoteMapTest, GivesTheDrumsOfAFilePads) {
@@ -86,6 +89,24 @@ TEST_F(NoteMapTest, ANoteEndsThePadThatItStruckUnlessAnotherHoldsIt) {
   EXPECT_EQ(end(35), 35);
 }
 
+TEST_F(NoteMapTest, ANoteThatStrikesAnotherPadBeforeItsEndEndsTheFirst) {
+  use(kAllDrums);
+  strike(42);
+  strike(42);
+  EXPECT_EQ(endedBefore, std::nullopt) << "it strikes the same pad again";
+  send(0xB9, kHatPedalController, 0);
+  EXPECT_EQ(strike(42), 43);
+  EXPECT_EQ(endedBefore, 42);
+  EXPECT_EQ(end(42), 43);
+  EXPECT_EQ(endedBefore, std::nullopt);
+
+  strike(42);
+  strike(46);
+  use(kPlain);
+  EXPECT_EQ(strike(42), 42);
+  EXPECT_EQ(endedBefore, std::nullopt) << "46 holds the open hat";
+}
+
 TEST_F(NoteMapTest, ThePlainMapChangesNothing) {
   for (int note = 0; note < 128; ++note) {
     for (const int status : {0x85, 0x95, 0xA5, 0xB5}) {
@@ -98,7 +119,7 @@ TEST_F(NoteMapTest, ThePlainMapChangesNothing) {
   }
   std::array<std::uint8_t, 2> shortMessage{0xC9, 45};
   use(kAllDrums);
-  EXPECT_TRUE(translator.translate(shortMessage));
+  EXPECT_TRUE(translator.translate(shortMessage).isPlayed);
   EXPECT_THAT(shortMessage, ElementsAre(0xC9, 45));
 }
 

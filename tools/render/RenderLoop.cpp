@@ -3,6 +3,7 @@
 #include "RenderLoop.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <span>
 
 #include "WavFile.h"
+#include "core/MidiStatus.h"
 #include "core/ProcessBlock.h"
 #include "terminal/Interrupt.h"
 #include "terminal/Printable.h"
@@ -89,7 +91,12 @@ class MappedNotes {
   void send(ScoreMessage message, int frame) {
     const std::span bytes(message.bytes.data(), static_cast<std::size_t>(message.size));
     const std::uint8_t note = message.bytes[1];
-    if (!translator.translate(bytes)) {
+    const auto verdict = translator.translate(bytes);
+    if (verdict.padToEnd) {
+      const std::array<std::uint8_t, 3> end{tesh::cofu::core::kMidiNoteOff, *verdict.padToEnd, 0};
+      target.sendMidi(end, frame);
+    }
+    if (!verdict.isPlayed) {
       return;
     }
     if (isStrike(message) && !hasPad(message.bytes[1])) {

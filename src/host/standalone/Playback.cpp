@@ -117,7 +117,12 @@ void Playback::handleIncomingMidiMessage(juce::MidiInput* /*source*/, const juce
   const auto* const raw = message.getRawData();
   std::array<std::uint8_t, kShortMessage> bytes{raw[0], raw[1], raw[2]};
   const std::scoped_lock lock(translatorMutex);
-  if (translator.translate(bytes)) {
+  const auto verdict = translator.translate(bytes);
+  if (verdict.padToEnd) {
+    collector.addMessageToQueue(
+        juce::MidiMessage::noteOff(message.getChannel(), *verdict.padToEnd).withTimeStamp(message.getTimeStamp()));
+  }
+  if (verdict.isPlayed) {
     collector.addMessageToQueue(juce::MidiMessage(bytes.data(), kShortMessage, message.getTimeStamp()));
   }
 }
