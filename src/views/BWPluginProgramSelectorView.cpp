@@ -21,20 +21,10 @@ constexpr int kProgramListHeight = 420;
 /// Distance of the program's label from the ends of its rectangle.
 constexpr int kLabelBorder = 5;
 
-std::shared_ptr<BWStackingPageView> makeProgramList(const std::shared_ptr<IPluginEditViewModel>& model) {
-  auto page = std::make_shared<BWProgramListView>();
-  page->setFontProvider(model);
-  page->setImageProvider(model);
-  page->setProgramList(model->getProgramListViewModel());
-  return page;
-}
-
 }  // namespace
 
 BWPluginProgramSelectorView::BWPluginProgramSelectorView(const ProgramBarLook& look)
-    : popupDirection(look.popupDirection),
-      pageFactory(makeProgramList),
-      rightClick(nameButton, [this] { openMenu(); }) {
+    : popupDirection(look.popupDirection), rightClick(nameButton, [this] { openMenu(); }) {
   setInterceptsMouseClicks(false, true);
   addButton(nameButton, look.nameButton, "Kit");
   nameLabel.setDisplayFont(look.font);
@@ -116,11 +106,21 @@ std::function<void(BWPluginProgramSelectorView&)> BWPluginProgramSelectorView::l
   };
 }
 
+/// The list goes with the bar's pop-up, or before.
+std::shared_ptr<BWProgramListView> BWPluginProgramSelectorView::makeProgramList() {
+  auto page = std::make_shared<BWProgramListView>();
+  page->setFontProvider(viewModel);
+  page->setImageProvider(viewModel);
+  page->setProgramList(viewModel->getProgramListViewModel());
+  page->setWhenFilled([this] { updateText(); });
+  return page;
+}
+
 void BWPluginProgramSelectorView::openList() {
   // Destroying the page removes the list's listener, so it must happen before the new page becomes the listener.
   popup.reset();
   const auto pages = std::make_shared<BWStackingView>();
-  pages->pushPage(pageFactory(viewModel));
+  pages->pushPage(makeProgramList());
   stack = pages;
   popup = std::make_shared<BWPopupView>();
   popup->setContentSize(kProgramListWidth, kProgramListHeight);

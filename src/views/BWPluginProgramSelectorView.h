@@ -11,12 +11,13 @@
 #include "viewmodels/IPluginEditViewModel.h"
 #include "views/BWPopupView.h"
 #include "views/RightClick.h"
-#include "widgets/BWStackingPageView.h"
 #include "widgets/BWStackingView.h"
 #include "widgets/BWToggleButton.h"
 #include "widgets/PanelText.h"
 
 namespace tesh::bramel {
+
+class BWProgramListView;
 
 /// The bar's appearance on a panel. Rectangles are in the bar's coordinates, which are those of the panel.
 struct ProgramBarLook {
@@ -34,16 +35,12 @@ struct ProgramBarLook {
 /// Covers the panel and lets clicks through, except on its buttons. Message thread only.
 class BWPluginProgramSelectorView : public juce::Component, public IBWControlListener {
  public:
-  using PageFactory = std::function<std::shared_ptr<BWStackingPageView>(std::shared_ptr<IPluginEditViewModel>)>;
-
   explicit BWPluginProgramSelectorView(const ProgramBarLook& look);
   ~BWPluginProgramSelectorView() override;
 
   /// Shows the model's program.
   void setViewModel(std::shared_ptr<IPluginEditViewModel> model);
   void updateText();
-  /// Makes the list's first page; by default the list of programs.
-  void setPageFactory(PageFactory factory) { pageFactory = std::move(factory); }
 
   /// Makes the menu that opens by a right click on the program's name; there is none by default.
   void setMenu(std::function<juce::PopupMenu()> newMenu) { menu = std::move(newMenu); }
@@ -59,6 +56,7 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
  private:
   void addButton(BWToggleButton& button, juce::Rectangle<int> bounds, const char* title);
   void openMenu();
+  std::shared_ptr<BWProgramListView> makeProgramList();
 
   std::shared_ptr<IPluginEditViewModel> viewModel;
   BWToggleButton nameButton;
@@ -68,7 +66,6 @@ class BWPluginProgramSelectorView : public juce::Component, public IBWControlLis
   std::shared_ptr<BWPopupView> popup;
   std::weak_ptr<BWStackingView> stack;
   UIPopupDirection popupDirection;
-  PageFactory pageFactory;
   std::function<juce::PopupMenu()> menu;
   RightClick rightClick;
 };

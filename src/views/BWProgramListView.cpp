@@ -211,6 +211,14 @@ void BWProgramListView::updateActions() {
   }
 }
 
+void BWProgramListView::refresh() {
+  fillLists();
+  updateActions();
+  if (whenFilled) {
+    whenFilled();
+  }
+}
+
 /// A call to make after a change by the user, if this view still exists by then. The model reports the change too, but
 /// only with the next block, which may never come; asking for the current program delivers waiting reports.
 std::function<void()> BWProgramListView::refreshLater() {

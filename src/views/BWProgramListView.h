@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "viewmodels/IProgramListViewModel.h"
@@ -36,6 +37,8 @@ class BWProgramListView : public BWStackingPageView,
   void setImageProvider(std::shared_ptr<IBramelImageProvider> provider);
   /// Becomes the model's listener.
   void setProgramList(std::shared_ptr<IProgramListViewModel> model);
+  /// Calls `shown` whenever the lists have been filled: another program, or another number of it, may be current then.
+  void setWhenFilled(std::function<void()> shown) { whenFilled = std::move(shown); }
 
   /// Names of the banks with a tab, in order.
   virtual std::vector<std::string> getBanks() const;
@@ -76,10 +79,7 @@ class BWProgramListView : public BWStackingPageView,
   Tab makeTab(const std::string& bank);
   void fillLists();
   void updateActions();
-  void refresh() {
-    fillLists();
-    updateActions();
-  }
+  void refresh();
   std::function<void()> refreshLater();
   void layOut();
   std::size_t shownTab() const { return static_cast<std::size_t>(tabGroup->getState()); }
@@ -97,6 +97,7 @@ class BWProgramListView : public BWStackingPageView,
   std::shared_ptr<BWFlatToggleButton> saveButton;
   std::shared_ptr<BWFlatToggleButton> saveAsButton;
   ProgramFileDialogs dialogs;
+  std::function<void()> whenFilled;
   std::string shownBank;
   const juce::String face;  ///< Typeface of Japanese texts; empty if texts are English.
   const bool japanese;

@@ -93,6 +93,26 @@ TEST_F(ProgramPanel, SavesUnderANameIntoTheUserBankShowsItAndDeletesIt) {
   EXPECT_EQ(owner->getProgramListViewModel()->getProgramCount("User"), 0U);
 }
 
+TEST_F(ProgramPanel, CutsANameThatIsTooLongBetweenTwoCharacters) {
+  const std::string kept(94, 'x');
+  saveAs(openList(), (kept + "\u00e9").c_str());
+  run();
+  EXPECT_EQ(owner->getProgramName(), kept);
+}
+
+TEST_F(ProgramPanel, ShowsTheCurrentKitsNewNumberWhenOneBeforeItIsDeleted) {
+  BWProgramListView& list = openList();
+  saveAs(list, "one");
+  saveAs(list, "two");
+  run();
+  owner->notifyAllParametersChanged();
+  EXPECT_EQ(shownName(), "02:two");
+  owner->getProgramListViewModel()->deleteProgram(0, "User");
+  const std::uint64_t id = 0;
+  owner->notifyProgramDeleted(&id, 1, "User");
+  EXPECT_EQ(shownName(), "01:two");
+}
+
 TEST_F(ProgramPanel, HasATabForASecondFactoryBankThatIsNotEmpty) {
   instrument->saveProgramAs(1, "extra");
   run();
