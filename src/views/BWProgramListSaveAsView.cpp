@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/BWProgramListSaveAsView.h"
 
+#include <string>
 #include <utility>
 
+#include "core/Utf8.h"
+#include "storage/programs/ProgramRecord.h"
 #include "views/ActionButton.h"
 #include "widgets/BWStackingView.h"
 #include "widgets/ProvidedResources.h"
@@ -68,7 +71,8 @@ void BWProgramListSaveAsView::afterTheKey(void (BWProgramListSaveAsView::*action
 
 void BWProgramListSaveAsView::save() {
   if (getStackingView() != nullptr) {
-    programList->saveProgramAs(editor.getText().toStdString());
+    constexpr std::size_t kLongestName = vimo::ProgramRecord::kTextBytes - 1;
+    programList->saveProgramAs(std::string(cofu::core::utf8Start(editor.getText().toStdString(), kLongestName)));
     const std::function<void()> tell = saved;
     leave();
     tell();

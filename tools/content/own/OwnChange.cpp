@@ -162,7 +162,8 @@ void OwnChange::append(std::int32_t number, const Wave& wave) {
 
 std::string OwnChange::keepFile(std::int32_t number, const fs::path& source) {
   constexpr std::size_t kLongestName = 200;  // Bytes; file systems take 255.
-  const std::string extension = printable(textOf(source.extension()).substr(0, 16));
+  constexpr std::size_t kLongestExtension = 16;
+  const std::string extension = nameWithin(printable(textOf(source.extension())), kLongestExtension);
   const std::string stem = nameWithin(printable(textOf(source.stem())), kLongestName);
   std::string name = ownFileStart(number) + stem + extension;
   try {
