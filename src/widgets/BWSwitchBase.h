@@ -38,7 +38,6 @@ class BWSwitchBase : public juce::Component,
   virtual void onTrackingEnded() {}
   /// Updates the picture after a change of state.
   virtual void refresh() {}
-  const BWTracking2DView& getTracking() const { return *tracking; }
 
  private:
   class SpokenValue;

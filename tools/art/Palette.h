@@ -11,7 +11,6 @@ inline juce::Colour rgb(juce::uint32 code) { return juce::Colour(0xff000000U | c
 inline juce::Colour black(float alpha) { return juce::Colours::black.withAlpha(alpha); }
 inline juce::Colour white(float alpha) { return juce::Colours::white.withAlpha(alpha); }
 
-inline const juce::Colour kBisque = rgb(0xDDD7CA);
 inline const juce::Colour kCobalt = rgb(0x222792);
 inline const juce::Colour kNight = rgb(0x15162C);
 inline const juce::Colour kPeriwinkle = rgb(0x95A8EF);

@@ -26,9 +26,6 @@ class PluginLibrary final : public hosting::PluginFile {
   const std::string& path() const { return libraryPath; }
   Entry entry() const { return entryPoint; }
 
-  /// Returns the address of another exported symbol, or null.
-  void* symbol(const char* name) { return library.getFunction(name); }
-
  private:
   std::string libraryPath;
   juce::DynamicLibrary library;

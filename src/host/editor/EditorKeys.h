@@ -18,8 +18,6 @@ class EditorKeys {
   /// True for a character, and where a modifier key was released.
   bool keyUp(const VstKeyCode& keyCode);
 
-  juce::ModifierKeys modifiersDown() const { return modifiers; }
-
  private:
   juce::ModifierKeys modifiers;  ///< Shift, alt and ctrl, as the host reported them.
 };

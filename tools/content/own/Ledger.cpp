@@ -114,17 +114,12 @@ class LedgerReader {
   std::set<std::string> names;
 };
 
-template <typename Member, typename Value>
-const OwnSound* soundWith(const std::vector<OwnSound>& sounds, Member member, const Value& value) {
-  const auto found = std::ranges::find(sounds, value, member);
-  return found == sounds.end() ? nullptr : &*found;
-}
-
 }  // namespace
 
-const OwnSound* Ledger::withNumber(std::int32_t number) const { return soundWith(sounds, &OwnSound::number, number); }
-
-const OwnSound* Ledger::withHash(std::uint64_t hash) const { return soundWith(sounds, &OwnSound::hash, hash); }
+const OwnSound* Ledger::withNumber(std::int32_t number) const {
+  const auto found = std::ranges::find(sounds, number, &OwnSound::number);
+  return found == sounds.end() ? nullptr : &*found;
+}
 
 std::uint64_t hashOf(const Wave& wave) {
   const auto bytesOf = [](const std::vector<std::int16_t>& side) {

@@ -33,7 +33,6 @@ struct Ledger {
 
   /// Returns null if no sound, present or removed, has that number.
   const OwnSound* withNumber(std::int32_t number) const;
-  const OwnSound* withHash(std::uint64_t hash) const;
 };
 
 /// Returns the hash by which a sound is recognised under any file name.
