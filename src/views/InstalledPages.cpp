@@ -18,7 +18,7 @@ namespace {
 
 std::string installedPagePath(InstalledPage page) {
   const char* const name = page == InstalledPage::manual ? "manual.html" : "acknowledgements.html";
-  return joinPath(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayManual"), name);
+  return pathBelow(pathBelow(directoryFor(kBramelDirectory_Resource), "SivrayManual"), name);
 }
 
 bool openInstalledPage(InstalledPage page) {

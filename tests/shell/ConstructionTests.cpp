@@ -168,5 +168,16 @@ TEST_F(Construction, FailsWithoutAReadableDescription) {
   }
 }
 
+TEST_F(Construction, ReadsNothingFromTheWorkingFolderWhereNoContentIsInstalled) {
+  for (const char* variable : {"BRAMEL_COMMON_FILES", "XDG_DATA_HOME", "HOME"}) {
+    ::unsetenv(variable);
+  }
+  ::setenv("XDG_DATA_DIRS", (root / "absent").c_str(), 1);
+  fs::current_path(macroFolder);
+  EXPECT_EQ(pathFor(kBramelPath_Macro, "Sivray"), "") << "else this test says nothing";
+  EXPECT_THROW(makeProcessor(), std::runtime_error) << "a readme.json lies here";
+  fs::current_path(root.parent_path());
+}
+
 }  // namespace
 }  // namespace tesh::bramel::vst

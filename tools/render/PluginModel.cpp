@@ -36,7 +36,7 @@ std::unique_ptr<tesh::vimo::Generator<float>> makeSilentEngine() {
 tesh::vimo::SivraySampleLibrary readLibrary() {
   using namespace tesh::bramel;
   tesh::vimo::SivraySampleLibrary library;
-  library.load(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayPCM/drumparam_category.bin"));
+  library.load(pathBelow(directoryFor(kBramelDirectory_Resource), "SivrayPCM/drumparam_category.bin"));
   return library;
 }
 

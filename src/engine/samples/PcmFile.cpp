@@ -100,7 +100,7 @@ void expectFrom(const platform::InputFile& file, const WaveStretch& wave, std::s
 }
 
 std::string dataPath(std::string_view folder) {
-  return joinPath(joinPath(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin");
+  return pathBelow(pathBelow(directoryFor("kBramelDirectory_Resource"), std::string(folder)), "drumdata.bin");
 }
 
 /// Reads the file into the system's cache, once per process. Pages that have left the cache since are read when

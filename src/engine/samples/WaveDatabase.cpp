@@ -25,9 +25,9 @@ float playableRate(std::uint32_t rate) { return static_cast<float>(rate == 0 ? c
 WaveDatabase::WaveDatabase(std::string_view folderName) : folder(folderName) {}
 
 void WaveDatabase::load() {
-  const std::string base = joinPath(directoryFor("kBramelDirectory_Resource"), folder);
-  const std::string samplePath = joinPath(base, "sampleparam.bin");
-  const std::string wavePath = joinPath(base, "drumparam.bin");
+  const std::string base = pathBelow(directoryFor("kBramelDirectory_Resource"), folder);
+  const std::string samplePath = pathBelow(base, "sampleparam.bin");
+  const std::string wavePath = pathBelow(base, "drumparam.bin");
   const auto sampleBytes = fileExists(samplePath) ? readFile(samplePath) : std::vector<std::uint8_t>{};
   const auto waveBytes = fileExists(wavePath) ? readFile(wavePath) : std::vector<std::uint8_t>{};
   loadFrom(sampleBytes, waveBytes);

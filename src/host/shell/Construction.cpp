@@ -20,13 +20,13 @@ using Plugin = plugin::sivray::SivrayPlugin<plugin::sivray::VstXSynth>;
 /// The file with the index of all waves by category; if there is none, the one of the plain index.
 std::string sampleListFile() {
   const std::string resources = directoryFor(kBramelDirectory_Resource);
-  const std::string byCategory = joinPath(resources, "SivrayPCM/drumparam_category.bin");
-  return fileExists(byCategory) ? byCategory : joinPath(resources, "SivrayPCM/drumparam.bin");
+  const std::string byCategory = pathBelow(resources, "SivrayPCM/drumparam_category.bin");
+  return fileExists(byCategory) ? byCategory : pathBelow(resources, "SivrayPCM/drumparam.bin");
 }
 
 void readDescription(Processor& processor, const std::string& name) {
   const std::string folder = pathFor(kBramelPath_Macro, name);
-  const auto text = readFile(joinPath(folder, "readme.json"));
+  const auto text = readFile(pathBelow(folder, "readme.json"));
   vimo::loadDescription(text, vimo::filesOf(folder, name), processor, Processor::Controller::ChunkParts::all);
 }
 

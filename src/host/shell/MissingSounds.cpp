@@ -17,7 +17,7 @@ namespace {
 
 /// Adds the names from the lines "removed <tab> number <tab> category <tab> hash <tab> name ..." of the user's list.
 void nameRemoved(std::vector<MissingSound>& sounds) {
-  const auto bytes = readFile(joinPath(platform::ownContentFolder(), "ledger.txt"));
+  const auto bytes = readFile(pathBelow(platform::ownContentFolder(), "ledger.txt"));
   std::istringstream lines(std::string(bytes.begin(), bytes.end()));
   for (std::string line; std::getline(lines, line);) {
     std::istringstream fields(line);

@@ -49,7 +49,7 @@ juce::String kitsFault() {
 }
 
 DemoScore installedDemo() {
-  return readDemoScore(readFile(joinPath(directoryFor(kBramelDirectory_Resource), "SivrayDemo\\demo.mid")));
+  return readDemoScore(readFile(pathBelow(directoryFor(kBramelDirectory_Resource), "SivrayDemo\\demo.mid")));
 }
 
 }  // namespace

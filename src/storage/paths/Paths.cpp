@@ -10,16 +10,10 @@ namespace {
 
 bool isSeparator(char c) { return c == '/' || c == '\\'; }
 
-/// Joins `folder` and `relative`. Empty if `folder` is empty, because the result would be relative to the host's
-/// working folder.
-std::string below(const std::string& folder, std::string_view relative) {
-  return folder.empty() ? std::string() : joinPath(folder, relative);
-}
-
-std::string macroFolder(std::string_view name) { return below(below(sharedBase(), "Macro"), name); }
+std::string macroFolder(std::string_view name) { return pathBelow(pathBelow(sharedBase(), "Macro"), name); }
 
 /// A file of the instrument's macro folder.
-std::string macroFile(std::string_view name, std::string_view file) { return below(macroFolder(name), file); }
+std::string macroFile(std::string_view name, std::string_view file) { return pathBelow(macroFolder(name), file); }
 
 /// The user's file in `folder`. Creates `madeFolder`; an error there is reported later, when writing the file fails.
 std::string userFile(const std::string& folder, const std::string& madeFolder, std::string_view name) {
@@ -32,7 +26,7 @@ std::string userFile(const std::string& folder, const std::string& madeFolder, s
 
 std::string userCCMap(std::string_view name) {
   const std::string maps = directoryFor(kBramelDirectory_UserCCMap);
-  return userFile(below(maps, "User Programs"), maps, name);
+  return userFile(pathBelow(maps, "User Programs"), maps, name);
 }
 
 std::string userPrograms(std::string_view name) {
@@ -42,28 +36,28 @@ std::string userPrograms(std::string_view name) {
 
 }  // namespace
 
-std::string sharedBase() { return below(platform::commonFilesFolder(), "Tesh\\Bramel"); }
+std::string sharedBase() { return pathBelow(platform::commonFilesFolder(), "Tesh\\Bramel"); }
 
-std::string userBase() { return below(platform::documentsFolder(), "Tesh Bramel"); }
+std::string userBase() { return pathBelow(platform::documentsFolder(), "Tesh Bramel"); }
 
 std::string directoryFor(std::string_view key) {
   if (key == kBramelDirectory_Documents) {
     return userBase();
   }
   if (key == kBramelDirectory_Resource) {
-    return below(sharedBase(), "Resource");
+    return pathBelow(sharedBase(), "Resource");
   }
   if (key == kBramelDirectory_FactorySample) {
-    return below(sharedBase(), "Factory Samples");
+    return pathBelow(sharedBase(), "Factory Samples");
   }
   if (key == kBramelDirectory_UserPrograms) {
-    return below(userBase(), "User Programs");
+    return pathBelow(userBase(), "User Programs");
   }
   if (key == kBramelDirectory_UserSample) {
-    return below(userBase(), "User Samples");
+    return pathBelow(userBase(), "User Samples");
   }
   if (key == kBramelDirectory_UserCCMap) {
-    return below(userBase(), "CC Maps");
+    return pathBelow(userBase(), "CC Maps");
   }
   return {};
 }
@@ -102,6 +96,10 @@ std::string joinPath(std::string_view base, std::string_view relative) {
     return std::string(base.empty() ? relative : base);
   }
   return platform::combinePath(std::string(base), std::string(relative));
+}
+
+std::string pathBelow(std::string_view folder, std::string_view relative) {
+  return folder.empty() ? std::string() : joinPath(folder, relative);
 }
 
 bool fileExists(const std::string& path) { return !path.empty() && platform::exists(path); }

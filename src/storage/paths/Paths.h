@@ -48,6 +48,9 @@ std::string pathFor(std::string_view key, std::string_view name);
 /// result is the other.
 std::string joinPath(std::string_view base, std::string_view relative);
 
+/// As joinPath, but empty if `folder` is empty, because the result would be relative to the host's working folder.
+std::string pathBelow(std::string_view folder, std::string_view relative);
+
 bool fileExists(const std::string& path);
 
 /// The whole file. Empty if it cannot be read, is not a regular file, or is larger than 64 MiB. Never waits for another

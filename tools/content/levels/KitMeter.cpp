@@ -74,9 +74,9 @@ double brightnessOf(const std::vector<float>& left, const std::vector<float>& ri
 
 std::unique_ptr<KitMeter::Processor> makeWithContent() {
   using namespace tesh::bramel;
-  const std::string description = joinPath(pathFor(kBramelPath_Macro, vst::kInstrumentName), "readme.json");
+  const std::string description = pathBelow(pathFor(kBramelPath_Macro, vst::kInstrumentName), "readme.json");
   if (!fileExists(description)) {
-    throw std::runtime_error(systemPathOf(description) +
+    throw std::runtime_error((description.empty() ? "readme.json" : systemPathOf(description)) +
                              ": there is no content here; BRAMEL_COMMON_FILES names the folder that holds Tesh/Bramel");
   }
   return vst::makeProcessor();
