@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -23,6 +24,7 @@
 #include "platform/AddressRange.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 #include "platform/Locale.h"
 #include "platform/PluginBundle.h"
 #include "platform/SpecialFolders.h"
@@ -85,6 +87,25 @@ TEST_F(Platform, LooksForTheCommonFilesInOrder) {
   EXPECT_EQ(commonFilesFolder(), "/chosen");
   EXPECT_EQ(installedFilesFolder(), "/chosen");
   EXPECT_TRUE(fs::exists(moduleFolder()));
+}
+
+TEST_F(Platform, LocksAFolderForOneHolderAtATime) {
+  using std::chrono::milliseconds;
+  std::optional<FolderLock> first(std::in_place, home);
+  EXPECT_TRUE(first->isHeld());
+  std::thread([&] { EXPECT_FALSE(FolderLock(home, milliseconds(20)).isHeld()) << "it gives up"; }).join();
+  std::thread second([&] { EXPECT_TRUE(FolderLock(home, milliseconds(10'000)).isHeld()) << "it waits"; });
+  std::this_thread::sleep_for(milliseconds(50));
+  const int child = ::fork();
+  if (child == 0) {
+    ::pause();
+  }
+  first.reset();
+  second.join();
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
+  EXPECT_TRUE(fs::is_empty(home));
+  EXPECT_FALSE(FolderLock(home + "/absent").isHeld());
 }
 
 /// Returns the number of resident pages.

@@ -10,6 +10,7 @@
 
 #include "ShellScene.h"
 #include "core/LittleEndian.h"
+#include "platform/FolderLock.h"
 #include "storage/programs/ProgramFileCopies.h"
 #include "storage/state/EditBufferRecord.h"
 
@@ -239,6 +240,24 @@ TEST_F(TwoInstances, ReadAndWriteTheirFileOneAfterTheOther) {
   elsewhere.join();
   restart();
   EXPECT_EQ(namesIn(*other), (Log{"a", "b", "c", "theirs", "ours"})) << "nothing is lost";
+}
+
+TEST_F(TwoInstances, WaitForAnotherProcessThatChangesTheirFile) {
+  const std::string before = bytesOf(userFile());
+  other->saveProgramAs(kUser, "theirs");
+  const std::string after = bytesOf(userFile());
+  std::ofstream(userFile(), std::ios::binary) << before;
+  std::thread here;
+  {
+    const bramel::platform::FolderLock theirs(userFile().parent_path().string());
+    ASSERT_TRUE(theirs.isHeld());
+    here = std::thread([&] { shell->saveProgramAs(kUser, "ours"); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    std::ofstream(userFile(), std::ios::binary) << after;
+  }
+  here.join();
+  restart();
+  EXPECT_EQ(namesIn(*other), (Log{"a", "b", "c", "ours", "theirs"})) << "nothing is lost";
 }
 
 TEST_F(TwoInstances, TakeNothingFromAFileThatIsNoListOfPrograms) {

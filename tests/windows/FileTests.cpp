@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/Files.h"
+#include "platform/FolderLock.h"
 #include "platform/SpecialFolders.h"
 #include "platform/WideText.h"
 #include "platform/WindowsApi.h"
@@ -99,6 +103,18 @@ TEST(WindowsFolders, HoldTheContentOfOneUserOrOfAll) {
   fs::remove_all(users / "Tesh");
   SetEnvironmentVariableW(L"BRAMEL_COMMON_FILES", L"C:\\chosen");
   EXPECT_EQ(commonFilesPlaces(), std::vector<std::string>{"C:\\chosen"});
+}
+
+TEST_F(WindowsFiles, LieInAFolderThatHasOneHolderAtATime) {
+  using std::chrono::milliseconds;
+  const std::string path = toUtf8(folder.wstring());
+  std::optional<FolderLock> first(std::in_place, path);
+  EXPECT_TRUE(first->isHeld());
+  std::thread([&] { EXPECT_FALSE(FolderLock(path, milliseconds(20)).isHeld()) << "it gives up"; }).join();
+  std::thread second([&] { EXPECT_TRUE(FolderLock(path, milliseconds(10'000)).isHeld()) << "it waits"; });
+  std::this_thread::sleep_for(milliseconds(50));
+  first.reset();
+  second.join();
 }
 
 }  // namespace

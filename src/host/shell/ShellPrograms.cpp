@@ -10,6 +10,7 @@
 #include <numeric>
 
 #include "host/shell/ProgramBanks.h"
+#include "platform/FolderLock.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/ForeignChanges.h"
 #include "storage/programs/ProgramFileCopies.h"
@@ -19,7 +20,8 @@
 namespace tesh::bramel::vst {
 namespace {
 
-/// Only one instance of this process at a time may read the user's program file and write it back.
+/// Only one instance of this process at a time may read the user's program file and write it back, even where the
+/// folder cannot be locked.
 std::mutex& oneInstanceMutex() {
   static std::mutex mutex;
   return mutex;
@@ -65,10 +67,12 @@ void ShellPrograms::changeBanks(Effect effect, Change change, Report report, con
   core.assertMayWait();
   vimo::ProgramShelf& shelf = controller().programs();
   const std::string path = pathFor(kBramelPath_UserProgram, core.processor->instrumentName());
-  const auto file = readFile(path);
+  const platform::FolderLock oneProcess(directoryFor(kBramelDirectory_UserPrograms));
+  const auto bytes = readFile(path);
+  const auto file = vimo::readUserProgramFile(bytes);
   const auto ofOthers = vimo::readProgramsOfOthers(file, shelf);
   // A file that cannot be read, or that holds macros of a later version, may still be worth something: keep a copy.
-  const bool isAllOurs = ofOthers && vimo::readUserProgramFile(file)->macroCount <= controller().macroCount();
+  const bool isAllOurs = ofOthers && file->macroCount <= controller().macroCount();
   const Effect onFile = isAllOurs ? effect : Effect::takesAway;
   {
     const MainLock lock(core.mainMutex);

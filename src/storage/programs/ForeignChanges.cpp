@@ -8,7 +8,6 @@
 #include <unordered_map>
 
 #include "core/LittleEndian.h"
-#include "storage/programs/UserProgramFile.h"
 
 namespace tesh::vimo {
 namespace {
@@ -79,13 +78,13 @@ ProgramPrints printsOf(const ProgramDatabase& database) {
   return prints;
 }
 
-std::unique_ptr<ProgramDatabase> readProgramsOfOthers(std::span<const std::uint8_t> file, const ProgramShelf& shelf) {
-  const auto image = readUserProgramFile(file);
-  if (!image || cofu::core::wordIn(image->image, 0) != ProgramDatabase::kImageVersion) {
+std::unique_ptr<ProgramDatabase> readProgramsOfOthers(const std::optional<UserProgramImage>& file,
+                                                      const ProgramShelf& shelf) {
+  if (!file || cofu::core::wordIn(file->image, 0) != ProgramDatabase::kImageVersion) {
     return nullptr;
   }
-  auto database = shelf.readImage(image->image, image->macroCount);
-  const bool isWhole = database->programCount() == cofu::core::wordIn(image->image, 4);
+  auto database = shelf.readImage(file->image, file->macroCount);
+  const bool isWhole = database->programCount() == cofu::core::wordIn(file->image, 4);
   return isWhole ? std::move(database) : nullptr;
 }
 

@@ -5,11 +5,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <span>
+#include <optional>
 #include <vector>
 
 #include "storage/programs/ProgramDatabase.h"
 #include "storage/programs/ProgramShelf.h"
+#include "storage/programs/UserProgramFile.h"
 
 namespace tesh::vimo {
 
@@ -19,9 +20,10 @@ using ProgramPrints = std::vector<std::uint64_t>;
 
 ProgramPrints printsOf(const ProgramDatabase& database);
 
-/// The programs of a user program file, fitted to the shelf's macros. Null if the file has no list in the format that
-/// instances write. No lock is needed.
-std::unique_ptr<ProgramDatabase> readProgramsOfOthers(std::span<const std::uint8_t> file, const ProgramShelf& shelf);
+/// The programs of a user program file, fitted to the shelf's macros. Null if there is no file or it has no list in the
+/// format that instances write. No lock is needed.
+std::unique_ptr<ProgramDatabase> readProgramsOfOthers(const std::optional<UserProgramImage>& file,
+                                                      const ProgramShelf& shelf);
 
 /// For each program of `ours`, whether it was in the file at the time of `known` and no longer is.
 std::vector<bool> findGone(const ProgramPrints& known, const ProgramDatabase& ours, const ProgramDatabase& inFile);

@@ -11,6 +11,7 @@
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
 #include "host/shell/Construction.h"
+#include "platform/FolderLock.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/ProgramDatabase.h"
 #include "storage/programs/ProgramFileCopies.h"
@@ -89,6 +90,7 @@ void runKits(const juce::ArgumentList& list) {
   }
   const ProgramFileCopy& copy = copies[number - 1];
   const std::string contents = contentsOf(copy.path);
+  const platform::FolderLock lock(directoryFor(kBramelDirectory_UserPrograms));
   if (!tesh::vimo::restoreProgramFileCopy(file, copy, tesh::vimo::copyTimeNow())) {
     fail(systemPathOf(file) + ": cannot be written; it is as it was", kFailed);
   }
