@@ -1,4 +1,4 @@
-// Character boundaries of UTF-8 texts, for texts that must fit into a number of bytes.
+// Character boundaries of UTF-8 texts, for texts that must fit into a number of bytes, and where a file's text begins.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
@@ -19,6 +19,12 @@ constexpr std::string_view utf8Start(std::string_view text, std::size_t most) {
     --most;
   }
   return text.substr(0, most);
+}
+
+/// The text behind the mark with which some editors begin a file of UTF-8.
+constexpr std::string_view withoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
 }
 
 }  // namespace tesh::cofu::core

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "core/SharedByBytes.h"
+#include "core/Utf8.h"
 
 namespace tesh::vimo {
 namespace {
@@ -19,9 +20,9 @@ constexpr double kLargestWhole = 9.0e18;
 picojson::value parseJson(std::span<const std::uint8_t> text) {
   picojson::value document;
   std::string error;
-  const auto* begin = reinterpret_cast<const char*>(text.data());
+  const auto json = cofu::core::withoutByteOrderMark({reinterpret_cast<const char*>(text.data()), text.size()});
   try {
-    picojson::parse(document, begin, begin + text.size(), &error);
+    picojson::parse(document, json.begin(), json.end(), &error);
   } catch (const std::overflow_error&) {  // A number that no double can hold.
     return {};
   }

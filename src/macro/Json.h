@@ -14,7 +14,7 @@
 namespace tesh::vimo {
 
 /// Returns the document. For a syntax error or a number that is too large it returns null, for which memberOf throws.
-/// Ignores bytes behind the first value.
+/// Ignores a byte-order mark in front and bytes behind the first value.
 picojson::value parseJson(std::span<const std::uint8_t> text);
 
 /// Documents that all instances share, each parsed once. An instance keeps those that it has read, so that the next

@@ -209,6 +209,7 @@ TEST_F(Inspect, ReadsTheTextFilesAndNamesTheirFaults) {
   EXPECT_FALSE(inspect("readme.json", factory::makeReadme(bank)).broken);
   EXPECT_FALSE(inspect("parameter_description.json", factory::makeParameterDescription(bank)).broken);
   EXPECT_FALSE(inspect("Sivray.ccmap", factory::makeCcMap()).broken);
+  EXPECT_EQ(inspect("x.ccmap", "\xEF\xBB\xBF{\"cc_map\": {\"7\": 99, ").broken->offset, 24U);
   EXPECT_FALSE(inspect("Sivray.native_mode_map", factory::makeNativeModeMap()).broken);
   EXPECT_EQ(inspect("x.ccmap", "{\"cc_map\": {\"7\": 99, ").broken->offset, 21U);
   EXPECT_EQ(inspect("x.ccmap", "{\"cc_map\": {\"7\": \"99\"}}").broken->offset, 12U);

@@ -58,6 +58,9 @@ TEST_F(UserControllers, AreTheFactorysWithTheLinesThatWereChanged) {
   MacroControllerBase controller;
   controller.loadCcMap(tesh::bramel::pathFor(tesh::bramel::kBramelPath_ActiveCCMap, "Drum"));
   EXPECT_EQ(controller.ccMap, activeControllerMap("Drum")) << "an instrument reads it";
+  const ControllerMap changed = activeControllerMap("Drum");
+  write(user, "\xEF\xBB\xBF" + userText());
+  EXPECT_EQ(activeControllerMap("Drum"), changed) << "some editors begin a file like this";
   fs::remove(user);
   EXPECT_EQ(activeControllerMap("Drum"), before);
 }

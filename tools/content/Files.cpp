@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "core/Utf8.h"
 #include "platform/Files.h"
 
 namespace sivray::content {
@@ -35,7 +36,8 @@ std::vector<std::uint8_t> readFile(const std::string& path) {
 
 std::string readText(const std::string& path) {
   const auto bytes = readFile(path);
-  return {bytes.begin(), bytes.end()};
+  return std::string(
+      tesh::cofu::core::withoutByteOrderMark({reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
 }
 
 void writeFile(const std::string& path, std::span<const std::uint8_t> bytes) {

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <optional>
 
+#include "core/Utf8.h"
+
 namespace tesh::bramel {
 namespace {
 
@@ -47,6 +49,7 @@ bool takeLine(std::string_view line, TaughtNotes& notes) {
 }  // namespace
 
 TaughtNotesText readTaughtNotes(std::string_view text) {
+  text = cofu::core::withoutByteOrderMark(text);
   TaughtNotesText result;
   for (int line = 1; !text.empty(); ++line) {
     const std::size_t end = text.find('\n');

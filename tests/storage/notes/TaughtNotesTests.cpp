@@ -12,6 +12,11 @@ TEST(TaughtNotes, ComeBackAndSayWhichLineDoesNotHold) {
   const TaughtNotesText same = readTaughtNotes(textOf(notes));
   EXPECT_EQ(same.notes, notes);
   EXPECT_EQ(same.faultyLine, 0);
+  EXPECT_EQ(readTaughtNotes("\xEF\xBB\xBF"
+                            "22=42")
+                .notes,
+            (TaughtNotes{{22, 42}}))
+      << "as some editors write";
   EXPECT_EQ(readTaughtNotes(" 22 = 42 \r\n\r\n\t# mine\n22=43").notes, (TaughtNotes{{22, 43}}));
   for (const char* line : {"128=36", "-1=36", "22=", "=36", "22 36", "22=36x", "22=36=1", "22=256", "kick=36"}) {
     const TaughtNotesText text = readTaughtNotes("60=36\n" + std::string(line) + "\n61=37\nx\n");

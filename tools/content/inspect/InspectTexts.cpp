@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "content/inspect/Inspectors.h"
+#include "core/Utf8.h"
 #include "macro/MacroNativeModeMap.h"
 
 namespace sivray::content {
@@ -16,11 +17,12 @@ constexpr int kMostControllers = 127;  // Numbers 0 to 126 can be mapped.
 picojson::value parse(CheckedReader& reader) {
   const std::uint64_t start = reader.offset();
   const auto bytes = reader.take(reader.remaining(), "the text");
+  const auto text = tesh::cofu::core::withoutByteOrderMark({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   picojson::value document;
   std::string error;
-  const auto end = picojson::parse(document, bytes.begin(), bytes.end(), &error);
+  const auto* const end = picojson::parse(document, text.begin(), text.end(), &error);
   if (!error.empty()) {
-    throw BrokenFile(start + static_cast<std::uint64_t>(end - bytes.begin()), error);
+    throw BrokenFile(start + bytes.size() - static_cast<std::uint64_t>(text.end() - end), error);
   }
   return document;
 }
