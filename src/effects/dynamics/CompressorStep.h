@@ -13,8 +13,9 @@ namespace tesh::bramel::plugin::sivray::effects {
 /// The output of a DC block after `highpass`, for an input that has changed by `step`. `kept` is DcBlock::kKept.
 template <typename Words>
 Words dcBlocked(Words highpass, Words step, Words kept) {
-  const Words decayed = leakTwice(signedProduct<15>(highpass, kept));
-  return limitedSum(decayed, step, CompressorGain::DcBlock::kLimit);
+  using Block = CompressorGain::DcBlock;
+  const Words decayed = leakTwice(signedProduct<Block::kKeptBits>(highpass, kept));
+  return limitedSum(decayed, step, Block::kLimit);
 }
 
 /// The output for single sounds: a gain of up to five times the sensitivity.

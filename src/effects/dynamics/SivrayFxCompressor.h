@@ -23,8 +23,9 @@ struct CompressorGain {
 
     static constexpr std::int32_t kLimit = 1073741823;
 
-    /// Share of the output that is kept per sample, Q15: 0.9922, a corner of 55 Hz.
-    static constexpr std::int32_t kKept = 32512;
+    /// Share of the output that is kept per sample, in so many fractional bits: 0.9922, a corner of 55 Hz.
+    static constexpr std::int32_t kKept = 127;
+    static constexpr int kKeptBits = 7;
 
     bool isSilent() const { return previousInput == 0 && highpass == 0; }
     bool operator==(const DcBlock&) const = default;
