@@ -122,7 +122,14 @@ mkdir "$work/home/.vst" && cp "$work/files/lib/vst/Sivray.so" "$work/home/.vst"
 rm -r "$work/home/.vst" "$work/home/other"
 run --prefix "$work/home/all users" --uninstall >/dev/null
 [ "$(picture "$work/home")" = "$before" ] || wrong "something is left below a prefix"
-run >/dev/null
+exec 8<"$work/home"
+flock 8
+run 8<&- >"$work/said" 2>/dev/null &
+sleep 0.5
+[[ "$(cat "$work/said")" = "Waiting"* && ! -e "$work/home/.vst" ]] || wrong "two runs at once do not wait for each other"
+exec 8<&-
+wait $!
+[[ "$(HOME="$work/home//" "$here/../../install" --from "$work/files" 2>/dev/null)" = "Nothing to do"* ]] || wrong "slashes behind HOME"
 version=2 small "${two[@]}"
 
 # `sudo ./install` is for who called sudo, not for root.
