@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the built files below a folder of its own, compares what is there with the list, and uninstalls; then looks at
-# each error with a few small files in place of ours. Argument: the build's folder.
+# Installs the built files into a temporary folder, compares them with the list, and uninstalls; then tests each error
+# with a few small files instead. Argument: the build's folder.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 build="$(readlink -f "$1")"
@@ -10,12 +10,13 @@ trap 'rm -rf "$work"' EXIT
 unset XDG_DATA_HOME XDG_DATA_DIRS
 
 wrong() { echo "WRONG: $*"; exit 1; }
-# The state of a folder: names, kinds, links and contents.
+# Prints the state of a folder: names, types, links and contents.
 picture() { (cd "$1" && find . -printf '%p %y %l\n' | sort && find . -type f -print0 | sort -z | xargs -0r md5sum); }
 new_home() { rm -rf "${work:?}/home"; mkdir -p "$work/home/Documents"; echo kit >"$work/home/Documents/mine"; }
 run() { HOME="$work/home" "$here/../../install" --from "${files:-$work/files}" "$@"; }
 
-# refuses WORDS [OPTIONS...]: the command fails with one line that holds WORDS, and changes nothing below home.
+# refuses WORDS [OPTIONS...]: checks that the command fails with a line that contains WORDS, and changes nothing below
+# home.
 refuses() {
   local words="$1" before line
   shift
@@ -25,7 +26,7 @@ refuses() {
   [ "$(picture "$work/home")" = "$before" ] || wrong "'$words' left changes: $(diff <(echo "$before") <(picture "$work/home"))"
 }
 
-# --- Our own files
+# --- The real files
 files="$work/built"
 cmake --install "$build" --prefix "$files" >/dev/null
 new_home
@@ -38,7 +39,8 @@ diff <(sed -n 's/^f //p' "$list" | sort) <(find "$work/home" \( -type f -o -type
 [ -e "$work/home/.local/share/doc/sivray/manual/manual.html" ] || wrong "the manual's link leads nowhere"
 grep -qx "Exec=$work/home/.local/bin/sivray" "$work/home/.local/share/applications/sivray.desktop" || wrong "the menu entry"
 [[ "$(run)" = "Nothing to do"* ]] || wrong "a second run has something to do"
-# The installed programs are of one version, find the rest, and play alone; their manual pages can be read.
+# The installed programs have the same version, find their libraries and content, and play; their manual pages are
+# readable.
 bin="$work/home/.local/bin"
 alone() { env -u SIVRAY_LIBRARY -u BRAMEL_COMMON_FILES HOME="$work/home" BRAMEL_DOCUMENTS="$work" PATH="$bin:$PATH" "$@"; }
 for program in sivray sivray-render sivray-content; do
@@ -48,14 +50,14 @@ for program in sivray sivray-render sivray-content; do
 done
 alone sivray-render "$build/demo.mid" -o "$work/alone.wav" --quiet --tail 0 --program "Dub Echo"
 [ "$(alone sivray-content kits | wc -l)" -ge 3 ] || wrong "the list of kits"
-# The installed library finds its content from there, and plays a kit from the installed preset as it plays the kit.
+# The installed library finds its content, and plays a kit from the installed preset as it plays the kit itself.
 sound() { HOME="$work/home" BRAMEL_DOCUMENTS="$work" "$build/bin/sivray-render" "$build/demo.mid" -o "$work/$1.wav" --quiet --tail 0 \
   --library "$work/home/.vst/Sivray.so" "${@:2}"; }
 sound kit --program "Dub Echo"
 sound preset --state "$work/home/.local/share/sivray/presets/Dub Echo.fxp"
 cmp "$work/kit.wav" "$work/alone.wav" || wrong "the installed renderer sounds otherwise"
 cmp "$work/kit.wav" "$work/preset.wav" || wrong "the preset sounds otherwise"
-# Own sounds lie beside what is installed, play in every form, and are nobody's to take away.
+# Own sounds are stored separately, play in every form, and are never uninstalled.
 own="$work/home/.local/share/sivray/content"
 alone sivray-content add "$work/kit.wav" --pad 1 >"$work/added" || wrong "adding a sound: $(cat "$work/added")"
 [[ "$(alone sivray-content list)" = *'"kit" (Kick)'* ]] || wrong "the list of own sounds"
@@ -65,7 +67,7 @@ cmp "$work/kit.wav" "$work/own.wav" || wrong "a kit sounds otherwise beside own 
 owned="$(picture "$own")"
 [[ "$(run)" = "Nothing to do"* ]] || wrong "own sounds give ./install something to do"
 [ "$(picture "$own")" = "$owned" ] || wrong "./install has touched own sounds"
-# They run on other systems too. Where a library is missing, or a version of one, that is said.
+# The files run on other systems, too. Missing libraries, or missing versions of one, are reported.
 "$here/try_needs.py" "$work/home" || wrong "the list of needed libraries"
 [ -z "$(run 2>&1 >/dev/null)" ] || wrong "something is missing here"
 sed -i 's/libsndfile\.so\.1/libsndfile.so.0/g; s/GLIBC_2\.35/GLIBC_2.99/g' "$files/bin/sivray-content"
@@ -93,7 +95,7 @@ two=(lib/vst/Sivray.so lib/lv2/Sivray.lv2/Sivray.so lib/clap/Sivray.clap bin/siv
 new_home
 version=1 small "${one[@]}"
 
-# A tool that fails: $1 does what $2 says at its call number $3.
+# shim TOOL COMMAND NUMBER: simulates a failing tool, which runs COMMAND at its call with this number.
 shim() {
   mkdir -p "$work/shims"
   rm -f "$work/shims"/*
@@ -102,7 +104,7 @@ shim() {
   chmod +x "$work/shims/$1"
 }
 
-# killed SHIM-ARGUMENTS...: installs with a tool that ends the whole run.
+# killed SHIM-ARGUMENTS...: installs with a tool that kills the whole run.
 killed() {
   shim "$@"
   PATH="$work/shims:$PATH" run >/dev/null 2>&1 || true
@@ -132,7 +134,7 @@ wait $!
 [[ "$(HOME="$work/home//" "$here/../../install" --from "$work/files" 2>/dev/null)" = "Nothing to do"* ]] || wrong "slashes behind HOME"
 version=2 small "${two[@]}"
 
-# `sudo ./install` is for who called sudo, not for root.
+# `sudo ./install` installs for the user who called sudo, not for root.
 shim sudo 'echo "$@"' 1
 [ "$(id -u)" -ne 0 ] || [[ "$(SUDO_USER=ann PATH="$work/shims:$PATH" run)" = *"-H -u ann "*"/install --from $work/files" ]] || wrong "sudo"
 
@@ -162,7 +164,7 @@ PATH="$work/shims:$PATH" refuses "cannot make the folder" --prefix "$work/home/n
 refuses "unknown option" --everything
 files="$work/none" refuses "holds no lib/vst"
 
-# After all of these the old version is still whole; a run that is killed in between can be repeated or taken back.
+# After each of these the old version is complete; a killed run can be repeated or undone.
 [ "$(cat "$work/home/.vst/Sivray.so")" = "lib/vst/Sivray.so 1" ] || wrong "the old version is damaged"
 killed mv 'kill -9 $PPID' 4
 run >/dev/null
@@ -172,7 +174,7 @@ echo mine >"$work/home/.local/share/Tesh/mine"
 run --uninstall >/dev/null
 [ "$(cd "$work/home" && find . -type f | sort | xargs)" = "./.local/share/Tesh/mine ./Documents/mine" ] || wrong "uninstalling took or left too much"
 
-# --- Package and archive: the same bytes each time, readable for all whoever packs them
+# --- Package and archive: the same bytes each time, and readable for all users
 make_packages() { SOURCE_DATE_EPOCH=1 "$here/../../packaging/make_packages.sh" "$build" "$1" --quick; }
 make_packages "$work/packages"
 (umask 077; make_packages "$work/again")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Lets checkers that nobody here wrote judge what is installed and packed: those that are there. Prints a line for each, "ok" or
-# "BAD", after what it found. Argument: the build's folder, with all that is installable.
+# Checks the installed and packed files with third-party checkers, those that are installed. For each it prints its
+# findings and a line with "ok" or "BAD". Argument: the build's folder, with all installable files.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -9,7 +9,7 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 bad=0
 
-# judge NAME COMMAND...: runs the command if its program is installed. What it prints is shown if it fails.
+# judge NAME COMMAND...: runs the command if its program is installed. Shows its output if it fails.
 judge() {
   local name="$1"
   shift
@@ -28,7 +28,7 @@ export SOURCE_DATE_EPOCH="${SOURCE_DATE_EPOCH:-1}"
 packaging/make_packages.sh "$build" "$work/packages" --quick
 dpkg-deb -x "$work"/packages/*.deb "$work/root"
 share="$work/root/usr/share"
-# Where the LV2 plug-in and its content are looked for.
+# The search paths for the LV2 plug-in and its content.
 export LV2_PATH="$work/root/usr/lib/lv2" BRAMEL_COMMON_FILES="$share" BRAMEL_DOCUMENTS="$work"
 
 judge "licences of the sources" reuse lint

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# compare.sh PROGRAM COMMAND...: plays all kits by this system's kit_hashes and by another processor's, and compares
-# what they print. Content and documents are named by the environment.
+# compare.sh PROGRAM COMMAND...: plays all kits with this system's kit_hashes and with that of another processor, and
+# compares the output. The environment sets content and documents.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail
 work="$(mktemp -d)"

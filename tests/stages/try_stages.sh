@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs made-up stages, two of which fail in their middle, and compares what is said of them.
+# Runs simulated stages, two of which fail in the middle, and compares the report.
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -uo pipefail
 cd "$(dirname "$0")/../.."
@@ -9,7 +9,7 @@ source scripts/stages.sh
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-# Waits for what the other lane does.
+# Waits for the other lane.
 wait_for() {
   local tries=100
   until [ -e "$work/$1" ]; do
@@ -64,7 +64,7 @@ output="$(run_stages "" "layout lint" 2>&1)"
 [ "$(tail -2 <<<"$output")" = "2 passed, 0 failed
 All checks passed" ] || complain "Another sum was expected"
 
-# Interrupted, nothing goes on.
+# After an interrupt no process goes on.
 stage_lint() { echo $BASHPID >"$work/lint"; sleep 100; }
 (run_stages "" lint >/dev/null) &
 wait_for lint || complain "No stage began"

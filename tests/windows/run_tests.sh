@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the test program of a Windows build under Wine, whose files stay in the build's folder for the next time.
+# Runs the test program of a Windows build under Wine. Wine's files stay in the build's folder for the next run.
 # Usage: run_tests.sh BUILD_FOLDER REPORT
 # SPDX-License-Identifier: GPL-3.0-or-later
 set -euo pipefail

@@ -1,6 +1,6 @@
-; The installer for Windows: for all users or for one without administrator rights. make_setup.py calls the compiler with
-; VERSION, ICON, PICTURE, OUT and FILES, the script that it makes of the files of each component; with QUICK it packs them less
-; well.
+; The Windows installer, for all users or for a single one without administrator rights. make_setup.py calls the compiler with
+; VERSION, ICON, PICTURE, OUT and FILES (a script that it generates, with the files of each component). QUICK reduces the
+; compression to save time.
 ; SPDX-License-Identifier: GPL-3.0-or-later
 Unicode true
 Target amd64-unicode
@@ -10,7 +10,7 @@ Target amd64-unicode
   SetCompressor /FINAL /SOLID lzma
   SetCompressorDictSize 32
 !endif
-SetDateSave off  ; Times of this machine's files would change the installer's bytes.
+SetDateSave off  ; The files' times on this machine would change the installer's bytes.
 ManifestSupportedOS Win10
 ManifestDPIAware true
 ManifestLongPathAware true
@@ -21,12 +21,12 @@ ShowInstDetails nevershow
 ShowUninstDetails nevershow
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Sivray"
-; Exit codes are errors of Windows.
+; Exit codes are Windows error codes.
 !define ERROR_FILE_NOT_FOUND 2
 !define ERROR_BUSY 170
 !define ERROR_ELEVATION_REQUIRED 740
 
-; "For all" needs an administrator; who has no such rights is not asked and installs for himself.
+; "For all users" needs administrator rights; users without them are not asked and install for themselves.
 !define MULTIUSER_EXECUTIONLEVEL Highest
 !define MULTIUSER_MUI
 !define MULTIUSER_INSTALLMODE_COMMANDLINE
@@ -48,8 +48,8 @@ ShowUninstDetails nevershow
 Var GivenFolder   ; From the command line.
 Var Common        ; Holds the folders VST3, CLAP and Tesh.
 Var Vst2Folder
-Var OwnVst2Folder ; 1 if the installer has made it.
-Var Components    ; Installed ones, each with a comma before it.
+Var OwnVst2Folder ; 1 if the installer has created it.
+Var Components    ; The installed components, each preceded by a comma.
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
@@ -97,7 +97,7 @@ VIAddVersionKey /LANG=${LANG_ENGLISH} LegalCopyright "(C) 2026 The authors of Si
   ${EndIf}
 !macroend
 
-; Takes away what the last installation of this mode has put somewhere, which may be another version with other files.
+; Removes the files of the last installation in this mode, which may be of another version.
 Section "-before"
   ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" InstallLocation
   ${If} $0 != ""
@@ -131,7 +131,7 @@ SectionEnd
 
 Section "$(NAME_VST3)" Vst3
   !insertmacro Install_Vst3 "$Common\VST3"
-  ; The file manager reads desktop.ini in folders of the system alone.
+  ; The file manager reads desktop.ini only in folders with the system attribute.
   SetFileAttributes "$Common\VST3\Sivray.vst3\desktop.ini" HIDDEN|SYSTEM
   SetFileAttributes "$Common\VST3\Sivray.vst3" SYSTEM
   StrCpy $Components "$Components,vst3"
@@ -192,7 +192,7 @@ SectionEnd
   !insertmacro MUI_DESCRIPTION_TEXT ${Vst2} "$(ABOUT_VST2)"
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
-; Selects the component if the list in $1 names it, else not.
+; Selects the component if the list in $1 names it, else deselects it.
 !macro SelectNamed name section
   ${StrStr} $2 ",$1," ",${name},"
   ${If} $2 == ""
@@ -237,7 +237,7 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; Called with each choice of the mode: where its files go, unless the command line says so.
+; Called when the mode is chosen: sets its folders, unless the command line does.
 Function chooseFolders
   ${If} $MultiUser.InstallMode == AllUsers
     StrCpy $Common $COMMONFILES64
@@ -246,7 +246,7 @@ Function chooseFolders
     StrCpy $Common "$LOCALAPPDATA\Programs\Common"
     StrCpy $Vst2Folder "$LOCALAPPDATA\Programs\VstPlugins"
   ${EndIf}
-  ReadRegStr $0 SHCTX "Software\VST" VSTPluginsPath  ; Where hosts look.
+  ReadRegStr $0 SHCTX "Software\VST" VSTPluginsPath  ; Where hosts look for plug-ins.
   ${If} $0 != ""
     StrCpy $Vst2Folder $0
   ${EndIf}
@@ -278,12 +278,12 @@ Function hideStartUnlessProgram
   ${EndIf}
 FunctionEnd
 
-; By the file manager, so that it has no more rights than the user's other programs.
+; Started by the file manager, so that it has no more rights than the user's other programs.
 Function startProgram
   Exec '"$WINDIR\explorer.exe" "$INSTDIR\Sivray.exe"'
 FunctionEnd
 
-; The mode is that of the installation whose record names this folder.
+; The mode of the installation whose registry record names this folder.
 Function un.onInit
   !insertmacro MULTIUSER_UNINIT
   ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
@@ -325,7 +325,7 @@ busy:
   SetErrorLevel ${ERROR_BUSY}
   Quit
 free:
-  SetOutPath "$TEMP"  ; A folder in which a program works cannot be removed.
+  SetOutPath "$TEMP"  ; A program's working folder cannot be removed.
   !insertmacro IfInstalled program
     Delete "$SMPROGRAMS\Sivray.lnk"
     !insertmacro Remove_Program "$INSTDIR"
@@ -347,7 +347,7 @@ free:
   !insertmacro Remove_Content "$Common"
   !insertmacro Remove_Always "$INSTDIR"
   Delete "$INSTDIR\Uninstall.exe"
-  ; Those that are empty now.
+  ; Removes folders that are empty now.
   RMDir "$INSTDIR"
   RMDir "$Common\VST3"
   RMDir "$Common\CLAP"
