@@ -23,10 +23,6 @@ const vimo::SampleLibrary* libraryOf(const IPluginEditViewModelOwner& model) {
   return processor == nullptr ? nullptr : processor->generator().sampleLibrary();
 }
 
-bool choosesSample(std::uint64_t index) {
-  return index < panel::kEffectTypeMacro && index % panel::kMacrosPerPad == panel::kSample;
-}
-
 }  // namespace
 
 BXSivrayEditViewModel::BXSivrayEditViewModel(std::shared_ptr<IPluginEditViewModelOwner> family)
@@ -53,7 +49,7 @@ void BXSivrayEditViewModel::notifyAllParametersChanged() {
 
 void BXSivrayEditViewModel::notifyParameterChanged(std::uint64_t index) {
   BXPluginEditViewModelProxy::notifyParameterChanged(index);
-  if (choosesSample(index)) {
+  if (panel::choosesSound(index)) {
     updateKeyStates();
   }
 }

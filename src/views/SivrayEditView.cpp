@@ -301,7 +301,7 @@ std::function<void(SivrayEditView&)> SivrayEditView::popupContinuation() const {
 void SivrayEditView::onParameterUpdated(std::uint64_t index) {
   if (index == kEffectTypeMacro) {
     updateEffect();
-  } else if (index < kEffectTypeMacro && index % kMacrosPerPad == kSample) {
+  } else if (choosesSound(index)) {
     const std::uint64_t part = index / kMacrosPerPad;
     sampleNames[static_cast<std::size_t>(part)]->setText(textFrom(editViewModel->getSampleName(part)));
   }

@@ -102,11 +102,7 @@ double phaseAt(const std::vector<float>& samples, double rate, double hertz, dou
   return std::arg(sum) / (2.0 * std::numbers::pi);
 }
 
-bool choosesWave(int index) {
-  using namespace tesh::bramel::panel;
-  const auto macro = static_cast<std::size_t>(index);
-  return macro < kEffectTypeMacro && macro % kMacrosPerPad == kSample;
-}
+bool choosesWave(int index) { return tesh::bramel::panel::choosesSound(static_cast<std::uint64_t>(index)); }
 
 int indexOf(hosting::HostedPlugin& host, const char* name) {
   for (int index = 0; index < host.parameterCount(); ++index) {

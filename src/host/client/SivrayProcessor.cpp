@@ -25,6 +25,7 @@
 #include "platform/Files.h"
 #include "platform/SpecialFolders.h"
 #include "storage/paths/Paths.h"
+#include "viewmodels/texts/PanelMacros.h"
 #include "views/SivrayEditorProvider.h"
 
 namespace tesh::bramel::vst {
@@ -251,7 +252,7 @@ std::string SivrayProcessor::keyName(int key) const { return soundNameOnKey(*imp
 void SivrayProcessor::hostMoved(int parameterIndex) {
   const auto& parameters = getParameters();
   if (parameterIndex >= 0 && parameterIndex < parameters.size() &&
-      choosesSound(static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex))->shellId())) {
+      panel::choosesSound(static_cast<ClientParameter*>(parameters.getUnchecked(parameterIndex))->shellId())) {
     impl->hostReports->soundMoved();
   }
 }

@@ -24,8 +24,4 @@ std::string soundNameOnKey(BramelInstrument& instrument, int key) {
                                                           : soundNameOf(instrument, static_cast<std::size_t>(pad));
 }
 
-bool choosesSound(std::uint64_t parameterId) {
-  return parameterId < panel::kEffectTypeMacro && parameterId % panel::kMacrosPerPad == panel::kSample;
-}
-
 }  // namespace tesh::bramel::vst

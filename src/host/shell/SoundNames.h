@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include "host/shell/BramelInstrument.h"
@@ -15,8 +14,5 @@ std::string soundNameOf(BramelInstrument& instrument, std::size_t pad);
 
 /// As above, for the pad that a key, 0 to 127, plays; empty where it plays none.
 std::string soundNameOnKey(BramelInstrument& instrument, int key);
-
-/// Whether a parameter, by its id, chooses a pad's sound.
-bool choosesSound(std::uint64_t parameterId);
 
 }  // namespace tesh::bramel::vst

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace tesh::bramel::panel {
 
@@ -36,6 +37,11 @@ inline constexpr std::size_t kEffectTypeMacro = kPads * kMacrosPerPad;
 inline constexpr std::size_t kEffectEdit1Macro = 97;
 inline constexpr std::size_t kEffectEdit2Macro = 98;
 inline constexpr std::size_t kMasterLevelMacro = 99;
+
+/// Whether a macro, by its number, chooses a pad's sound.
+constexpr bool choosesSound(std::uint64_t macro) {
+  return macro < kEffectTypeMacro && macro % kMacrosPerPad == kSample;
+}
 
 /// Macros from this number on are not on the panel.
 inline constexpr std::size_t kEffectSwitchMacro = 100;
