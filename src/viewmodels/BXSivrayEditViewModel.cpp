@@ -57,9 +57,8 @@ void BXSivrayEditViewModel::notifyParameterChanged(std::uint64_t index) {
 void BXSivrayEditViewModel::updateKeyStates() {
   for (std::uint8_t note = 0; note < kNotes; ++note) {
     std::uint32_t state = kNoSound;
-    const auto pad = static_cast<std::uint64_t>(note - panel::kFirstPadNote);
-    if (pad < panel::kPads) {
-      const auto category = static_cast<std::uint64_t>(sampleSelector->getCategoryIndex(pad));
+    if (const auto pad = panel::padOfNote(note)) {
+      const auto category = static_cast<std::uint64_t>(sampleSelector->getCategoryIndex(*pad));
       state = category < kStateOfCategory.size() ? kStateOfCategory[static_cast<std::size_t>(category)] : kNoSound;
     }
     wrappedModel().setKeyState(note, state);

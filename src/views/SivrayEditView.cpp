@@ -91,7 +91,7 @@ void SivrayEditView::createPads() {
       button->getText().setColour(juce::Colour(kPadCaptionColour));
       button->getText().setText(kPadCaptions[pad]);
     }
-    pads.emplace(static_cast<std::uint8_t>(kFirstPadNote + static_cast<int>(pad)), button);
+    pads.emplace(static_cast<std::uint8_t>(padNote(pad)), button);
   }
   padGroup.setKeyboardViewModel(model().getKeyboardViewModel());
   padGroup.setPads(std::move(pads));

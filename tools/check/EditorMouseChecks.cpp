@@ -124,7 +124,7 @@ Verdict pads(const CheckSettings& settings) {
   std::string wrong;
   int right = 0;
   for (std::size_t pad = 0; pad < kPads; ++pad) {
-    const auto note = static_cast<std::uint8_t>(kFirstPadNote + static_cast<int>(pad));
+    const auto note = static_cast<std::uint8_t>(padNote(pad));
     const auto hears = [&](std::uint8_t velocity) {
       return comesTrue([&] {
         scene.render();

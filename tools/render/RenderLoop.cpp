@@ -74,12 +74,6 @@ std::vector<std::int64_t> blockStarts(const MidiScore& score, const std::vector<
 
 bool isStrike(const ScoreMessage& message) { return (message.bytes[0] & 0xF0) == 0x90 && message.bytes[2] > 0; }
 
-bool hasPad(std::uint8_t note) {
-  namespace panel = tesh::bramel::panel;
-  const int pad = note - panel::kFirstPadNote;
-  return pad >= 0 && pad < static_cast<int>(panel::kPads);
-}
-
 /// Plays a score's messages through a note map, and counts the notes that have no pad.
 class MappedNotes {
  public:
@@ -99,7 +93,7 @@ class MappedNotes {
     if (!verdict.isPlayed) {
       return;
     }
-    if (isStrike(message) && !hasPad(message.bytes[1])) {
+    if (isStrike(message) && !tesh::bramel::panel::padOfNote(message.bytes[1])) {
       ++result.notesWithoutPad;
       result.numbersWithoutPad.insert(note);
     }

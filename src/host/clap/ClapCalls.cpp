@@ -149,7 +149,7 @@ struct ClapCalls {
       *info = {};
       copyText(vst::soundNameOf(*plugin.instrument, index), info->name);
       info->port = info->channel = -1;
-      info->key = static_cast<std::int16_t>(panel::kFirstPadNote + static_cast<int>(index));
+      info->key = static_cast<std::int16_t>(panel::padNote(index));
       return true;
     });
   }

@@ -19,9 +19,8 @@ std::string soundNameOf(BramelInstrument& instrument, std::size_t pad) {
 }
 
 std::string soundNameOnKey(BramelInstrument& instrument, int key) {
-  const int pad = key - panel::kFirstPadNote;
-  return pad < 0 || pad >= static_cast<int>(panel::kPads) ? std::string()
-                                                          : soundNameOf(instrument, static_cast<std::size_t>(pad));
+  const auto pad = panel::padOfNote(key);
+  return pad ? soundNameOf(instrument, *pad) : std::string();
 }
 
 }  // namespace tesh::bramel::vst

@@ -26,7 +26,7 @@ void Audition::audioProcessorParameterChangeGestureEnd(juce::AudioProcessor* /*s
   const auto* const parameter = dynamic_cast<const vst::ClientParameter*>(processor.getParameters()[index]);
   for (std::size_t pad = 0; parameter != nullptr && pad < panel::kPads; ++pad) {
     if (parameter->shellId() == panel::padMacro(pad, panel::kSample)) {
-      chosen.insert(panel::kFirstPadNote + static_cast<int>(pad));
+      chosen.insert(panel::padNote(pad));
       triggerAsyncUpdate();
     }
   }

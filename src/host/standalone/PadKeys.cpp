@@ -19,7 +19,7 @@ void PadKeys::keysMoved(const std::function<bool(int key)>& isDown, bool mayStri
     keys[pad].isDown = isDown(kKeys[pad]);
     if (keys[pad].isDown && !wasDown && mayStrike) {
       keys[pad].isSounding = true;
-      strike(panel::kFirstPadNote + static_cast<int>(pad), true);
+      strike(panel::padNote(pad), true);
     } else if (!keys[pad].isDown) {
       end(pad);
     }
@@ -36,7 +36,7 @@ void PadKeys::releaseAll() {
 void PadKeys::end(std::size_t pad) {
   if (keys[pad].isSounding) {
     keys[pad].isSounding = false;
-    strike(panel::kFirstPadNote + static_cast<int>(pad), false);
+    strike(panel::padNote(pad), false);
   }
 }
 

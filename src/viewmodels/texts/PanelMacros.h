@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace tesh::bramel::panel {
 
@@ -13,6 +14,15 @@ inline constexpr std::size_t kMacrosPerPad = 12;
 
 /// MIDI note of the first pad; the other pads follow by semitones.
 inline constexpr int kFirstPadNote = 36;
+
+/// The MIDI note of pad 0 to 7.
+constexpr int padNote(std::size_t pad) { return kFirstPadNote + static_cast<int>(pad); }
+
+/// The pad that a MIDI note plays; nothing for other notes.
+constexpr std::optional<std::size_t> padOfNote(int note) {
+  const int pad = note - kFirstPadNote;
+  return pad >= 0 && pad < static_cast<int>(kPads) ? std::optional(static_cast<std::size_t>(pad)) : std::nullopt;
+}
 
 /// A macro's index among the twelve of its pad.
 enum PadMacro : std::size_t {

@@ -28,7 +28,7 @@ void runLevels(const juce::ArgumentList& list) {
     meter.select(program);
     std::vector<int> all;
     for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
-      all.push_back(factory::kFirstPadNote + static_cast<int>(pad));
+      all.push_back(factory::padNote(pad));
       printRow(meter.programName(program), std::to_string(all.back()),
                meter.hit({all.back()}, kFullVelocity, kListenSeconds));
     }

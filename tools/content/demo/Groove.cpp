@@ -301,8 +301,7 @@ class GrooveReader {
     for (int i = 0; i < step.count; ++i) {
       const double beat = start + (first + i * length) / stepsPerBeat + away() * groove.tempo / kMillisecondsPerMinute;
       const int velocity = step.velocity - i * kSofter + static_cast<int>(std::lround(away()));
-      groove.hits.push_back({std::max(beat, 0.0), kHeldSteps * length / stepsPerBeat,
-                             factory::kFirstPadNote + static_cast<int>(step.pad),
+      groove.hits.push_back({std::max(beat, 0.0), kHeldSteps * length / stepsPerBeat, factory::padNote(step.pad),
                              std::clamp(velocity, 1, kHighestValue)});
     }
   }

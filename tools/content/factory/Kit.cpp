@@ -132,7 +132,7 @@ void readPad(Kit& kit, const Words& words, const Place& place) {
   if (words.size() < 3) {
     place.fail("'pad' takes a note, a wave and its settings");
   }
-  const int note = numberIn("pad", words[1], kFirstPadNote, kFirstPadNote + static_cast<int>(kPads) - 1, place);
+  const int note = numberIn("pad", words[1], kFirstPadNote, padNote(kPads - 1), place);
   KitPad& pad = kit.pads[static_cast<std::size_t>(note - kFirstPadNote)];
   if (!pad.wave.empty()) {
     place.fail("pad " + words[1] + " stands twice");
@@ -194,7 +194,7 @@ void requireComplete(const Kit& kit, const Place& place) {
   }
   for (std::size_t pad = 0; pad < kPads; ++pad) {
     if (kit.pads[pad].wave.empty()) {
-      place.fail("pad " + std::to_string(kFirstPadNote + static_cast<int>(pad)) + " is missing");
+      place.fail("pad " + std::to_string(padNote(pad)) + " is missing");
     }
   }
 }

@@ -69,7 +69,7 @@ std::array<int, factory::kPads> balancedLevels(KitMeter& meter, const factory::K
       HitLoudness& hit = hits[pad];
       // With effects that distort, a hit's loudness changes by less than its level.
       if (round % kRoundsPerHit == 0) {
-        const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
+        const Stroke stroke{0.0, factory::padNote(pad), kFullVelocity};
         hit = loudnessOf(meter.play({&stroke, 1}, kHitSeconds));
       }
       const int level = movedLevel(levels[pad], moveOf(hit, aim + kRoles[pad]));

@@ -41,7 +41,7 @@ std::array<Picture, 4> picturesOf(KitMeter& meter) {
   std::array<Picture, 4> pictures;
   PictureMaker maker;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(kMainPads[i]), kFullVelocity};
+    const Stroke stroke{0.0, factory::padNote(kMainPads[i]), kFullVelocity};
     pictures[i] = maker.pictureOf(hitFrom(middleOf(meter.play({&stroke, 1}, kPictureSeconds))));
   }
   return pictures;
@@ -69,7 +69,7 @@ KitSound soundOf(KitMeter& meter, std::size_t program) {
   KitSound kit;
   kit.name = meter.programName(program);
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
-    const Stroke stroke{0.0, factory::kFirstPadNote + static_cast<int>(pad), kFullVelocity};
+    const Stroke stroke{0.0, factory::padNote(pad), kFullVelocity};
     kit.pads[pad] = momentaryLoudness(meter.play({&stroke, 1}, kSecondsHeard));
   }
   kit.pictures = picturesOf(meter);

@@ -159,8 +159,8 @@ std::string textOf(const factory::Kit& kit) {
                      std::to_string(kit.master) + "\n\n";
   for (std::size_t pad = 0; pad < factory::kPads; ++pad) {
     const factory::KitPad& own = kit.pads[pad];
-    text += "pad " + std::to_string(factory::kFirstPadNote + static_cast<int>(pad)) + "  \"" + own.wave +
-            "\" level=" + std::to_string(own.level);
+    text +=
+        "pad " + std::to_string(factory::padNote(pad)) + "  \"" + own.wave + "\" level=" + std::to_string(own.level);
     text += own.group != fresh.group ? " group=A" : "";
     text += "\n";
   }
