@@ -6,13 +6,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 
 #include "core/Boxed.h"
+#include "core/Text.h"
 #include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
 #include "viewmodels/IPluginEditViewModelOwner.h"
@@ -74,13 +74,8 @@ void showPage(OpenPanel& panel, const std::string& page) {
 
 /// Returns the number after `prefix`; nothing if `text` has another form.
 std::optional<std::uint64_t> numberBehind(const std::string& text, const std::string& prefix) {
-  std::uint64_t number = 0;
-  if (!text.starts_with(prefix)) {
-    return std::nullopt;
-  }
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data() + prefix.size(), end, number);
-  return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
+  return text.starts_with(prefix) ? tesh::cofu::core::readNumber<std::uint64_t>(text.substr(prefix.size()))
+                                  : std::nullopt;
 }
 
 void openSaveAs(OpenPanel& panel) {

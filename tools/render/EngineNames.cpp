@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <charconv>
 #include <cmath>
 
 #include "RenderError.h"
+#include "core/Text.h"
 #include "effects/EffectTable.h"
 #include "parameters/ParameterIds.h"
 #include "viewmodels/texts/EditScreenEffects.h"
@@ -116,11 +116,9 @@ std::int32_t EngineNames::integerOf(const EngineParameter& parameter, const std:
       return found->second;
     }
   }
-  std::int32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  if (error == std::errc{} && rest == end && number >= 0 && number <= parameter.range) {
-    return number;
+  const auto number = tesh::cofu::core::readNumber<std::int32_t>(text);
+  if (number && *number >= 0 && *number <= parameter.range) {
+    return *number;
   }
   if (isWave || isEffect) {
     throw RenderError(std::string("there is no ") + (isWave ? "wave" : "effect") + " '" + text + "'; see --list-" +

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +15,7 @@
 #include "EngineNames.h"
 #include "RenderError.h"
 #include "core/EngineRate.h"
+#include "core/Text.h"
 #include "platform/SpecialFolders.h"
 #include "storage/notes/TaughtNotes.h"
 #include "viewmodels/texts/PanelMacros.h"
@@ -41,12 +41,11 @@ std::string printed(double number) {
 }
 
 double numberIn(const std::string& option, const std::string& text, double low, double high) {
-  double value = 0.0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc{} || end != text.data() + text.size() || !(value >= low && value <= high)) {
+  const auto value = tesh::cofu::core::readNumber<double>(text);
+  if (!value || !(*value >= low && *value <= high)) {
     throw UsageError(option + " takes a number from " + printed(low) + " to " + printed(high) + ", not '" + text + "'");
   }
-  return value;
+  return *value;
 }
 
 Assignment assignment(AssignmentTarget target, const std::string& option, const std::string& text) {

@@ -3,10 +3,10 @@
 #include "PluginModel.h"
 
 #include <algorithm>
-#include <charconv>
 #include <memory>
 
 #include "RenderError.h"
+#include "core/Text.h"
 #include "engine/SivrayPlugin.h"
 #include "host/shell/Construction.h"
 #include "host/shell/MissingSounds.h"
@@ -19,6 +19,7 @@
 namespace sivray::render {
 namespace {
 
+using tesh::cofu::core::readNumber;
 using tesh::vimo::Bank;
 using tesh::vimo::ProgramDatabase;
 namespace engine = tesh::bramel::plugin::sivray;
@@ -38,13 +39,6 @@ tesh::vimo::SivraySampleLibrary readLibrary() {
   tesh::vimo::SivraySampleLibrary library;
   library.load(pathBelow(directoryFor(kBramelDirectory_Resource), "SivrayPCM/drumparam_category.bin"));
   return library;
-}
-
-std::optional<std::size_t> wholeNumber(const std::string& text) {
-  std::size_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc{} && rest == end ? std::optional(number) : std::nullopt;
 }
 
 /// Returns the normalised integer itself if the set maps it to the integer, else the middle of the first interval that
@@ -133,7 +127,7 @@ std::string PluginModel::macroName(std::size_t macro) const {
 
 std::size_t PluginModel::macroOf(const std::string& text) const {
   const std::size_t count = processor.controller().macroCount();
-  if (const auto number = wholeNumber(text)) {
+  if (const auto number = readNumber<std::size_t>(text)) {
     if (*number < count) {
       return *number;
     }
@@ -148,7 +142,7 @@ std::size_t PluginModel::macroOf(const std::string& text) const {
 }
 
 std::size_t PluginModel::hostMacroOf(const std::string& text) const {
-  if (const auto number = wholeNumber(text)) {
+  if (const auto number = readNumber<std::size_t>(text)) {
     if (*number < shownMacros.size()) {
       return shownMacros[*number];
     }

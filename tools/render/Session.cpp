@@ -3,7 +3,6 @@
 #include "Session.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 
 #include "CompactState.h"
@@ -13,6 +12,7 @@
 #include "RenderError.h"
 #include "ShellTarget.h"
 #include "core/EngineRate.h"
+#include "core/Text.h"
 #include "engine/samples/SimilarWaves.h"
 #include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
@@ -50,13 +50,11 @@ std::unique_ptr<RenderTarget> makeTarget(const Options& options) {
 }
 
 float normalisedValue(const Assignment& assignment) {
-  float value = -1.0F;
-  const char* const end = assignment.value.data() + assignment.value.size();
-  const auto [rest, error] = std::from_chars(assignment.value.data(), end, value);
-  if (error != std::errc{} || rest != end || !(value >= 0.0F && value <= 1.0F)) {
+  const auto value = tesh::cofu::core::readNumber<float>(assignment.value);
+  if (!value || !(*value >= 0.0F && *value <= 1.0F)) {
     throw RenderError("'" + assignment.name + "' takes a number from 0 to 1, not '" + assignment.value + "'");
   }
-  return value;
+  return *value;
 }
 
 /// Runs `action`, and reports its errors as errors of the command line.

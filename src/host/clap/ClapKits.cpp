@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/clap/ClapKits.h"
 
-#include <charconv>
-#include <cstring>
 #include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "core/Text.h"
 #include "host/clap/ClapPlugin.h"
 #include "host/shell/Construction.h"
 #include "host/shell/ProgramBanks.h"
@@ -102,22 +101,15 @@ const PresetProvider* createProvider(const PresetDiscoveryFactory* /*factory*/, 
 }  // namespace
 
 std::optional<KitPlace> kitPlaceOf(std::uint32_t locationKind, const char* location, const char* loadKey) {
-  if (loadKey == nullptr) {
-    return std::nullopt;
-  }
-  KitPlace place;
-  const char* const end = loadKey + std::strlen(loadKey);
-  const auto [read, error] = std::from_chars(loadKey, end, place.program);
-  if (error != std::errc() || read != end) {
+  const auto program = cofu::core::readNumber<std::uint64_t>(loadKey != nullptr ? loadKey : "");
+  if (!program) {
     return std::nullopt;
   }
   if (locationKind == LocationKind::plugin) {
-    place.bank = vst::kFactoryBank;
-    return place;
+    return KitPlace{vst::kFactoryBank, *program};
   }
   if (locationKind == LocationKind::file && location != nullptr && location == userFile()) {
-    place.bank = vst::kUserBank;
-    return place;
+    return KitPlace{vst::kUserBank, *program};
   }
   return std::nullopt;
 }

@@ -2,29 +2,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/notes/TaughtNotes.h"
 
-#include <charconv>
 #include <optional>
 
+#include "core/Text.h"
 #include "core/Utf8.h"
 
 namespace tesh::bramel {
 namespace {
 
+using cofu::core::readNumber;
+using cofu::core::trimmed;
+
 constexpr const char* kHead = "# The note of a drum, and the note of the pad that it plays, 36 to 43.\n";
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t start = text.find_first_not_of(kBlanks);
-  return start == std::string_view::npos ? std::string_view()
-                                         : text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
-}
-
 std::optional<std::uint8_t> noteIn(std::string_view text) {
-  const std::string_view digits = trimmed(text);
-  std::uint8_t note = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), note);
-  const bool isNote = error == std::errc{} && end == digits.data() + digits.size() && note < cofu::core::kMidiNotes;
-  return isNote ? std::optional(note) : std::nullopt;
+  const auto note = readNumber<std::uint8_t>(trimmed(text));
+  return note && *note < cofu::core::kMidiNotes ? note : std::nullopt;
 }
 
 /// False for an invalid line.

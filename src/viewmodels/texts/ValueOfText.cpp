@@ -7,6 +7,7 @@
 #include <cmath>
 #include <string>
 
+#include "core/Text.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"
 
 namespace tesh::bramel::tooltip {
@@ -16,13 +17,6 @@ namespace {
 constexpr int kTried = 2000;
 
 constexpr std::string_view kDigits = "0123456789";
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  return first == std::string_view::npos ? std::string_view()
-                                         : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
 
 /// The number at the beginning of the text; 0 if there is none.
 double numberIn(std::string_view text) {
@@ -44,7 +38,7 @@ bool isSame(std::string_view one, std::string_view other) {
 }  // namespace
 
 std::optional<float> valueOfText(std::uint64_t index, std::string_view text) {
-  const std::string_view wanted = trimmed(text);
+  const std::string_view wanted = cofu::core::trimmed(text);
   const double number = numberIn(wanted);
   SivrayTooltipProvider texts;
   // Distance to the text's number.

@@ -1,7 +1,6 @@
 // The command that prints and changes the map of MIDI controllers.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +10,7 @@
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
+#include "core/Text.h"
 #include "host/shell/Construction.h"
 #include "macro/MacroControllerBase.h"
 #include "macro/PluginMacroControllable.h"
@@ -24,21 +24,16 @@ namespace {
 using tesh::bramel::kBramelPath_UserCCMap;
 using tesh::bramel::pathFor;
 using tesh::bramel::vst::kInstrumentName;
+using tesh::cofu::core::readNumber;
 using Macros = tesh::vimo::MacroControllerBase;
 
 constexpr const char* kBend = "bend";
-
-std::optional<std::uint64_t> plainNumberIn(const std::string& text) {
-  std::uint64_t number = 0;
-  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc{} && rest == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
 
 std::uint8_t controllerNamed(const std::string& text) {
   if (text == kBend) {
     return Macros::kPitchBendKey;
   }
-  const auto number = plainNumberIn(text);
+  const auto number = readNumber<std::uint64_t>(text);
   if (!number || *number > Macros::kLastMappableController) {
     fail("'" + text + "' is no controller: 0 to 126, or bend", kWrongUsage);
   }
@@ -50,7 +45,7 @@ std::uint8_t controllerNamed(const std::string& text) {
 }
 
 std::uint64_t macroNamed(const Macros& macros, const std::string& text) {
-  if (const auto number = plainNumberIn(text); number && *number < macros.macroCount()) {
+  if (const auto number = readNumber<std::uint64_t>(text); number && *number < macros.macroCount()) {
     return *number;
   }
   const auto folded = [](const std::string& name) { return juce::String::fromUTF8(name.c_str()).toLowerCase(); };

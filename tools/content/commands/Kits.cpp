@@ -1,15 +1,14 @@
 // The command that lists the copies of the user's kits, and brings one back.
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <charconv>
 #include <cstdio>
 #include <iostream>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "content/Files.h"
 #include "content/commands/CommandLine.h"
 #include "content/commands/Commands.h"
+#include "core/Text.h"
 #include "host/shell/Construction.h"
 #include "platform/FolderLock.h"
 #include "storage/paths/Paths.h"
@@ -83,12 +82,11 @@ void runKits(const juce::ArgumentList& list) {
     listCopies(file, copies);
     return;
   }
-  std::size_t number = 0;
-  const auto [rest, error] = std::from_chars(wanted.data(), wanted.data() + wanted.size(), number);
-  if (error != std::errc{} || *rest != '\0' || number < 1 || number > copies.size()) {
+  const auto number = tesh::cofu::core::readNumber<std::size_t>(wanted);
+  if (!number || *number < 1 || *number > copies.size()) {
     fail("there is no copy '" + wanted + "'; sivray-content kits lists them", kWrongUsage);
   }
-  const ProgramFileCopy& copy = copies[number - 1];
+  const ProgramFileCopy& copy = copies[*number - 1];
   const std::string contents = contentsOf(copy.path);
   const platform::FolderLock lock(directoryFor(kBramelDirectory_UserPrograms));
   if (!tesh::vimo::restoreProgramFileCopy(file, copy, tesh::vimo::copyTimeNow())) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <charconv>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
@@ -23,6 +22,7 @@
 #include "content/own/SoundRemover.h"
 #include "content/pack/Categories.h"
 #include "content/pack/KitMaker.h"
+#include "core/Text.h"
 #include "host/shell/Construction.h"
 #include "storage/paths/Paths.h"
 #include "terminal/Interrupt.h"
@@ -32,13 +32,9 @@
 namespace sivray::content {
 namespace {
 
-constexpr int kFirstNote = 36;
+using tesh::cofu::core::readNumber;
 
-std::optional<int> wholeNumberIn(const std::string& text) {
-  int number = 0;
-  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc{} && rest == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
+constexpr int kFirstNote = 36;
 
 std::string quoted(const std::string& name) { return '"' + printable(name) + '"'; }
 
@@ -49,7 +45,7 @@ std::string categoryName(const OwnSound& sound) {
 /// The category that the options set.
 std::optional<int> categoryFrom(const std::string& pad, const std::string& category) {
   if (!pad.empty()) {
-    const auto given = wholeNumberIn(pad);
+    const auto given = readNumber<int>(pad);
     const int index = !given ? -1 : *given < kFirstNote ? *given - 1 : *given - kFirstNote;
     if (index < 0 || index >= static_cast<int>(kPadCategories.size())) {
       fail("there is no pad '" + pad + "'; they are 1 to 8, or notes 36 to 43", kWrongUsage);
@@ -188,7 +184,7 @@ std::string lineOf(const OwnContent& content, const OwnSound& sound) {
 /// The sounds that match a word of the command line.
 std::vector<std::int32_t> meantBy(const std::string& word, const Ledger& ledger) {
   std::vector<std::int32_t> numbers;
-  const auto number = wholeNumberIn(word);
+  const auto number = readNumber<int>(word);
   for (const OwnSound& sound : ledger.sounds) {
     if (!sound.isRemoved() && (sound.name == word || sound.file == word || sound.number == number)) {
       numbers.push_back(sound.number);

@@ -3,7 +3,6 @@
 #include "content/demo/Groove.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -14,6 +13,7 @@
 #include "content/Files.h"
 #include "content/factory/Controllers.h"
 #include "content/factory/FileList.h"
+#include "core/Text.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::content {
@@ -177,13 +177,12 @@ class GrooveReader {
   }
 
   double numberOf(const std::string& text, double low, double high) const {
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || end != text.data() + text.size() || !(value >= low && value <= high)) {
+    const auto value = tesh::cofu::core::readNumber<double>(text);
+    if (!value || !(*value >= low && *value <= high)) {
       fail("'" + text + "' is no number from " + std::to_string(std::lround(low)) + " to " +
            std::to_string(std::lround(high)));
     }
-    return value;
+    return *value;
   }
 
   int wholeOf(const std::string& text, int low, int high) const { return static_cast<int>(numberOf(text, low, high)); }

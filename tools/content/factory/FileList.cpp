@@ -7,18 +7,14 @@
 
 #include "content/Files.h"
 #include "content/factory/Kit.h"
+#include "core/Text.h"
 
 namespace sivray::factory {
 namespace {
 
 /// Returns a line of the list without comment and surrounding blanks.
 std::string entryOf(const std::string& line) {
-  const std::string_view text = std::string_view(line).substr(0, line.find('#'));
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
+  return std::string(tesh::cofu::core::trimmed(std::string_view(line).substr(0, line.find('#'))));
 }
 
 }  // namespace

@@ -9,11 +9,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/factory/Kit.h"
 
-#include <charconv>
 #include <functional>
 #include <map>
 #include <set>
 #include <utility>
+
+#include "core/Text.h"
 
 namespace sivray::factory {
 namespace {
@@ -61,13 +62,12 @@ std::vector<std::string> wordsOf(std::string_view line, const Place& place) {
 
 int numberIn(const std::string& name, const std::string& text, int low, int high, const Place& place) {
   const std::string_view digits = text.starts_with('+') ? std::string_view(text).substr(1) : std::string_view(text);
-  int value = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (error != std::errc{} || end != digits.data() + digits.size() || value < low || value > high) {
+  const auto value = tesh::cofu::core::readNumber<int>(digits);
+  if (!value || *value < low || *value > high) {
     place.fail("'" + name + "' takes a whole number from " + std::to_string(low) + " to " + std::to_string(high) +
                ", not '" + text + "'");
   }
-  return value;
+  return *value;
 }
 
 /// Returns the index of `text` in `words`. Throws TextError, listing them, if it is not there.

@@ -3,12 +3,12 @@
 #include "content/own/Ledger.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <set>
 #include <stdexcept>
 
 #include "content/synth/Random.h"
+#include "core/Text.h"
 
 namespace sivray::content {
 namespace {
@@ -24,12 +24,10 @@ std::string hexOf(std::uint64_t number) {
 
 template <typename Number>
 Number numberIn(std::string_view field, int base = 10) {
-  Number number = 0;
-  const auto [rest, error] = std::from_chars(field.data(), field.data() + field.size(), number, base);
-  if (error != std::errc{} || rest != field.data() + field.size()) {
-    throw std::invalid_argument("'" + std::string(field) + "' is no number");
+  if (const auto number = tesh::cofu::core::readNumber<Number>(field, base)) {
+    return *number;
   }
-  return number;
+  throw std::invalid_argument("'" + std::string(field) + "' is no number");
 }
 
 std::vector<std::string_view> cutAt(std::string_view text, char mark) {

@@ -2,24 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "content/synth/Parameters.h"
 
-#include <charconv>
-#include <optional>
 #include <sstream>
 #include <stdexcept>
+
+#include "core/Text.h"
 
 namespace sivray::content {
 namespace {
 
 constexpr std::size_t kLongestList = 32;
-
-std::optional<double> numberIn(std::string_view text) {
-  double value = 0.0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc{} || end != text.data() + text.size()) {
-    return std::nullopt;
-  }
-  return value;
-}
 
 std::string rangeOf(const ParameterRule& rule) {
   std::ostringstream text;
@@ -49,7 +40,7 @@ std::string Parameters::set(std::string_view name, std::string_view text) {
   std::vector<double> values;
   while (true) {
     const std::size_t colon = text.find(':');
-    const std::optional<double> value = numberIn(text.substr(0, colon));
+    const auto value = tesh::cofu::core::readNumber<double>(text.substr(0, colon));
     if (!value || !(*value >= rule.low && *value <= rule.high)) {
       return "'" + rule.name + "' takes " + rangeOf(rule) + ", not '" + std::string(text) + "'";
     }

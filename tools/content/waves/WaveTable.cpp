@@ -9,19 +9,14 @@
 
 #include "content/library/Wave.h"
 #include "content/waves/Finish.h"
+#include "core/Text.h"
 
 namespace sivray::content {
 namespace {
 
-constexpr std::string_view kDefaultsName = "*";
+using tesh::cofu::core::trimmed;
 
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
+constexpr std::string_view kDefaultsName = "*";
 
 /// Removes and returns the text before the separator, or all text if there is none.
 std::string_view takeUntil(std::string_view& text, char separator) {
