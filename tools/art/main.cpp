@@ -10,6 +10,7 @@
 #include "PictureList.h"
 #include "PngFile.h"
 #include "ResourcePack.h"
+#include "terminal/NamedFile.h"
 
 namespace {
 
@@ -35,8 +36,6 @@ constexpr std::array<EmbeddedFont, 5> kFonts{{{"OPEN_SANS_BOLD", "open-sans/Open
                                               {"OSWALD_MEDIUM", "oswald/Oswald-Medium.ttf"},
                                               {"ROBOTO", "roboto/Roboto-Regular.ttf"}}};
 constexpr const char* kDisplayFace = "PF_ARMA_FIVE";
-
-juce::File fileAt(const std::string& path) { return juce::File::getCurrentWorkingDirectory().getChildFile(path); }
 
 void write(const juce::File& file, const void* data, std::size_t size) {
   if (!file.replaceWithData(data, size)) {
@@ -127,10 +126,10 @@ int main(int argc, char** argv) {
   const juce::ScopedJuceInitialiser_GUI juceIsUp;
   try {
     if (icons) {
-      drawIcons(fileAt(words[2]));
+      drawIcons(sivray::namedFile(words[2]));
       return 0;
     }
-    run(words[0], fileAt(words[1]), fileAt(words[2]), fileAt(words[4]));
+    run(words[0], sivray::namedFile(words[1]), sivray::namedFile(words[2]), sivray::namedFile(words[4]));
   } catch (const std::exception& error) {
     std::cerr << "sivray-art: " << error.what() << "\n";
     return 1;

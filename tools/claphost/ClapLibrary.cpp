@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "claphost/ClapInstance.h"
+#include "terminal/NamedFile.h"
 
 namespace sivray::claphost {
 
@@ -13,8 +14,7 @@ using tesh::bramel::clap::kPluginFactory;
 
 ClapLibrary::ClapLibrary(const std::string& file, std::vector<std::string> parameterNames)
     : names(std::move(parameterNames)) {
-  const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(file.c_str()));
-  libraryPath = place.getFullPathName().toStdString();
+  libraryPath = namedFile(file).getFullPathName().toStdString();
   if (!library.open(juce::String::fromUTF8(libraryPath.c_str()))) {
     throw HostError("cannot load the plug-in '" + file + "'");
   }

@@ -12,15 +12,12 @@
 #include "host/message/X11Connection.h"
 #endif
 #include "hosting/HostWindow.h"
+#include "terminal/NamedFile.h"
 
 namespace sivray::formhost {
 namespace {
 
 using hosting::HostError;
-
-juce::File fileAt(const std::string& path) {
-  return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-}
 
 /// Starts the X server and its window manager's atoms first, because JUCE looks for these once, when it first uses the
 /// screen. Returns whether there is a server.
@@ -112,7 +109,7 @@ FormFile::FormFile(hosting::Form form, const std::string& bundle, std::vector<st
     : loaded(std::make_unique<Loaded>()) {
   loaded->form = form;
   loaded->names = std::move(parameterNames);
-  const juce::File file = fileAt(bundle);
+  const juce::File file = namedFile(bundle);
   if (!file.isDirectory()) {
     throw HostError("cannot load the plug-in '" + bundle + "': no such bundle");
   }

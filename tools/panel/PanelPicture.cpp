@@ -15,6 +15,7 @@
 #include "core/Text.h"
 #include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
+#include "terminal/NamedFile.h"
 #include "viewmodels/IPluginEditViewModelOwner.h"
 #include "viewmodels/texts/PanelMacros.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"
@@ -113,7 +114,7 @@ void lightPads(OpenPanel& panel, const std::vector<int>& pads) {
 }
 
 void writePicture(const juce::Image& picture, const std::string& path) {
-  const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  const juce::File file = namedFile(path);
   file.deleteFile();
   juce::FileOutputStream stream(file);
   if (!stream.openedOk() || !juce::PNGImageFormat().writeImageToStream(picture, stream)) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "RenderError.h"
+#include "terminal/NamedFile.h"
 
 namespace sivray::render {
 namespace {
@@ -28,7 +29,7 @@ double secondsPerJuceSecond(int division, const std::string& path) {
 }
 
 juce::MidiFile openMidiFile(const std::string& path) {
-  const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+  const juce::File file = namedFile(path);
   if (!file.existsAsFile()) {
     throw RenderError("cannot open the MIDI file '" + path + "': no such file");
   }

@@ -11,6 +11,7 @@
 
 #include "RenderError.h"
 #include "SampleWords.h"
+#include "terminal/NamedFile.h"
 
 namespace sivray::render {
 
@@ -25,8 +26,7 @@ struct WavFile::Impl {
 };
 
 WavFile::WavFile(const std::string& path, double sampleRate, int bits) {
-  const juce::File target =
-      juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str())).getLinkedTarget();
+  const juce::File target = namedFile(path).getLinkedTarget();
   std::error_code error;
   if (target.exists() && !std::filesystem::is_regular_file(target.getFullPathName().toStdString(), error)) {
     throw RenderError("cannot write '" + path + "': it is no file that can be replaced");

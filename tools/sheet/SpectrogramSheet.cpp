@@ -12,6 +12,7 @@
 
 #include "sheet/PalettePng.h"
 #include "sheet/Spectrum.h"
+#include "terminal/NamedFile.h"
 
 namespace sivray {
 namespace {
@@ -92,8 +93,7 @@ void drawSpectrogram(juce::Image& image, juce::Point<int> at, const Layout& layo
 
 /// Replaces the file's content by these bytes. Returns whether that succeeded.
 bool writeFile(const std::string& path, const juce::MemoryBlock& bytes) {
-  const juce::File file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-  juce::TemporaryFile temporary(file);
+  juce::TemporaryFile temporary(namedFile(path));
   return temporary.getFile().replaceWithData(bytes.getData(), bytes.getSize()) &&
          temporary.overwriteTargetFileWithTemporary();
 }

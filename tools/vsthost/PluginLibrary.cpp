@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "platform/SpecialFolders.h"
+#include "terminal/NamedFile.h"
 #include "vsthost/Host.h"
 
 namespace sivray::vsthost {
@@ -20,14 +21,10 @@ constexpr const char* kLibraryName = "Sivray/Sivray.so";
 void setVariable(const char* name, const std::string& value) { ::setenv(name, value.c_str(), 0); }
 #endif
 
-juce::File fileAt(const std::string& path) {
-  return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-}
-
 }  // namespace
 
-PluginLibrary::PluginLibrary(const std::string& file) : libraryPath(fileAt(file).getFullPathName().toStdString()) {
-  if (!fileAt(file).existsAsFile()) {
+PluginLibrary::PluginLibrary(const std::string& file) : libraryPath(namedFile(file).getFullPathName().toStdString()) {
+  if (!namedFile(file).existsAsFile()) {
     throw HostError("cannot load the plug-in '" + file + "': no such file");
   }
   if (!library.open(juce::String::fromUTF8(libraryPath.c_str()))) {
@@ -66,7 +63,7 @@ std::string findBundle(const std::string& libraryPath, const std::string& form, 
   if (!chosen.empty()) {
     return chosen;
   }
-  const juce::File folder = fileAt(libraryPath).getParentDirectory();
+  const juce::File folder = namedFile(libraryPath).getParentDirectory();
   const juce::String name = "Sivray." + juce::String(form);
   for (const juce::File& place : {folder, folder.getParentDirectory(), folder.getSiblingFile("forms")}) {
     if (const juce::File bundle = place.getChildFile(name); bundle.exists()) {
@@ -77,7 +74,7 @@ std::string findBundle(const std::string& libraryPath, const std::string& form, 
 }
 
 void shareContentOf(const std::string& libraryPath) {
-  const juce::File folder = fileAt(libraryPath).getParentDirectory();
+  const juce::File folder = namedFile(libraryPath).getParentDirectory();
   const std::string own = tesh::bramel::platform::ownContentFolder();
   if (!own.empty() && tesh::bramel::platform::commonFilesFolder() == own) {
     return;  // The user's own content takes precedence for every program and library.

@@ -12,6 +12,7 @@
 #include "content/Files.h"
 #include "content/pack/AudioFile.h"
 #include "content/pack/Categories.h"
+#include "terminal/NamedFile.h"
 
 namespace sivray::content {
 namespace {
@@ -98,7 +99,7 @@ class Reader {
 
   /// Reads the sets in a folder. If no half is given, the sets belong to the two halves alternately.
   void readSets(const std::string& folder, std::optional<Half> half) {
-    const auto place = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(folder.c_str()));
+    const auto place = namedFile(folder);
     auto sets = place.findChildFiles(juce::File::findDirectories, false);
     std::ranges::sort(sets, {}, [](const juce::File& set) { return standardText(set.getFileName().toLowerCase()); });
     const std::size_t before = references.size();
