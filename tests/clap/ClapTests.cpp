@@ -70,7 +70,7 @@ TEST_F(Clap, TempoAndTransportTakeForceAtTheirOwnFrames) {
   const ClapParameters parameters(*instrument);
   const ClapHost host(nullptr);
   ClapReports reports(*instrument, parameters, host);
-  ClapBlock block(instrument, parameters, reports);
+  ClapBlock block(*instrument, parameters, reports);
   std::array<float, 64> samples{};
   std::array<float*, 2> channels{samples.data(), samples.data()};
   AudioBuffer output{channels.data(), nullptr, 2, 0, 0};

@@ -78,13 +78,11 @@ Event makeEvent(std::uint16_t type, std::uint32_t time) {
 
 }  // namespace
 
-ClapBlock::ClapBlock(const std::shared_ptr<vst::BramelInstrument>& ofInstrument, const ClapParameters& ofParameters,
-                     ClapReports& newReports)
-    : owned(ofInstrument),
-      instrument(*owned),
+ClapBlock::ClapBlock(vst::BramelInstrument& ofInstrument, const ClapParameters& ofParameters, ClapReports& newReports)
+    : instrument(ofInstrument),
       parameters(ofParameters),
       reports(newReports),
-      writes(owned),
+      writes(ofInstrument),
       values(ofParameters.count()) {}
 
 std::int32_t ClapBlock::process(const Process& block) {

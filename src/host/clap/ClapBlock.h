@@ -7,7 +7,6 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "core/ProcessBlock.h"
@@ -26,8 +25,7 @@ namespace tesh::bramel::clap {
 class ClapBlock {
  public:
   /// All outlive this object.
-  ClapBlock(const std::shared_ptr<vst::BramelInstrument>& instrument, const ClapParameters& parameters,
-            ClapReports& reports);
+  ClapBlock(vst::BramelInstrument& instrument, const ClapParameters& parameters, ClapReports& reports);
 
   /// Returns a ProcessStatus.
   std::int32_t process(const Process& block) SIVRAY_NONBLOCKING;
@@ -81,7 +79,6 @@ class ClapBlock {
   void render(std::uint32_t from, std::uint32_t to) SIVRAY_NONBLOCKING;
   void giveReports(const OutputEvents* out, std::uint32_t last) SIVRAY_NONBLOCKING;
 
-  const std::shared_ptr<vst::BramelInstrument> owned;
   vst::BramelInstrument& instrument;
   const ClapParameters& parameters;
   ClapReports& reports;

@@ -44,7 +44,7 @@ bool ClapPlugin::init() {
         made, std::make_shared<plugin::sivray::SivrayEditorProvider>(), vst::MessageThread::Kind::own);
     parameters = std::make_unique<ClapParameters>(*made);
     reports = std::make_shared<ClapReports>(*made, *parameters, host);
-    block = std::make_unique<ClapBlock>(made, *parameters, *reports);
+    block = std::make_unique<ClapBlock>(*made, *parameters, *reports);
     session = std::make_unique<vst::EditorSession>(panel);
     made->currentProgram();  // Applies the first program now: in the first block it would replace what the host sets
                              // before.

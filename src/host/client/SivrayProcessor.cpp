@@ -47,32 +47,29 @@ std::string faultOfContent() {
   return text;
 }
 
+/// Where the instrument's files are missing, makes one that is silent and writes into `fault` why.
+std::shared_ptr<BramelInstrument> makeInstrumentOrSilence(std::string& fault) {
+  try {
+    return makeInstrument();
+  } catch (const std::exception&) {
+    fault = faultOfContent();
+    return std::make_shared<BramelInstrument>(nullptr);
+  }
+}
+
 }  // namespace
 
 class SivrayProcessor::Impl {
  public:
-  Impl();
-
   std::string fault;
-  std::shared_ptr<BramelInstrument> instrument;
-  std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing, as the next one.
-  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds both weakly.
-  HostWrites hostWrites{instrument};
+  const std::shared_ptr<BramelInstrument> instrument = makeInstrumentOrSilence(fault);
+  std::shared_ptr<BramelInstrumentEditor> panel;  ///< Null where files are missing.
+  std::shared_ptr<HostReports> hostReports;       ///< The instrument holds this one and the panel weakly.
+  HostWrites hostWrites{*instrument};
   std::atomic<int> latestProgram = 0;  ///< Of the first factory bank.
   bool isMoving = false;               ///< The host's transport, as the last block found it.
   juce::MemoryBlock unreadState;       ///< What the host gave while the instrument's files were missing.
 };
-
-SivrayProcessor::Impl::Impl() {
-  try {
-    instrument = makeInstrument();
-    panel = std::make_shared<BramelInstrumentEditor>(
-        instrument, std::make_shared<plugin::sivray::SivrayEditorProvider>(), MessageThread::Kind::running);
-  } catch (const std::exception&) {
-    fault = faultOfContent();
-    instrument = std::make_shared<BramelInstrument>(nullptr);
-  }
-}
 
 /// The main out, and those of pads and effect, which are off at first.
 juce::AudioProcessor::BusesProperties SivrayProcessor::stereoOuts() {
@@ -84,8 +81,9 @@ juce::AudioProcessor::BusesProperties SivrayProcessor::stereoOuts() {
 }
 
 SivrayProcessor::SivrayProcessor() : AudioProcessor(stereoOuts()), impl(std::make_unique<Impl>()) {
-  if (impl->panel == nullptr) {
-    return;
+  if (impl->fault.empty()) {
+    impl->panel = std::make_shared<BramelInstrumentEditor>(
+        impl->instrument, std::make_shared<plugin::sivray::SivrayEditorProvider>(), MessageThread::Kind::running);
   }
   getCurrentProgram();  // Takes in the first program, so that the parameters begin with its values.
   BramelInstrument& shell = *impl->instrument;
@@ -153,7 +151,7 @@ void SivrayProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
   } else {
     buffer.clear();
   }
-  if (impl->hostReports != nullptr && buffer.getNumChannels() > 0) {
+  if (buffer.getNumChannels() > 0) {
     impl->hostReports->takeMidi(midi, buffer.getNumSamples());
   }
 }
@@ -241,9 +239,7 @@ const juce::String SivrayProcessor::getProgramName(int index) {
                          impl->instrument->programName(kFactoryBank, static_cast<std::uint64_t>(index)).c_str());
 }
 
-bool SivrayProcessor::isProgramOfPanel() const {
-  return impl->hostReports != nullptr && impl->hostReports->latestOrigin() == Origin::panel;
-}
+bool SivrayProcessor::isProgramOfPanel() const { return impl->hostReports->latestOrigin() == Origin::panel; }
 
 // Names.
 
@@ -257,9 +253,7 @@ void SivrayProcessor::hostMoved(int parameterIndex) {
   }
 }
 
-bool SivrayProcessor::takeNamesChanged() {
-  return impl->hostReports != nullptr && impl->hostReports->takeNamesChanged();
-}
+bool SivrayProcessor::takeNamesChanged() { return impl->hostReports->takeNamesChanged(); }
 
 // State.
 

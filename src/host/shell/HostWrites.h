@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 #include "core/RealTime.h"
@@ -17,8 +16,8 @@ namespace tesh::bramel::vst {
 /// thread.
 class HostWrites {
  public:
-  /// `ofInstrument` outlives this object. It must not be null when values are put or handed over.
-  explicit HostWrites(const std::shared_ptr<BramelInstrument>& ofInstrument) : instrument(ofInstrument) {}
+  /// `ofInstrument` outlives this object.
+  explicit HostWrites(BramelInstrument& ofInstrument) : instrument(ofInstrument) {}
 
   void put(std::uint64_t id, float value) SIVRAY_NONBLOCKING {
     if (count == kMost) {
@@ -27,12 +26,12 @@ class HostWrites {
     ids[count] = id;
     values[count] = value;
     ++count;
-    instrument->announceParameter(id, value);
+    instrument.announceParameter(id, value);
   }
 
   void handOver() SIVRAY_NONBLOCKING {
     if (count > 0) {
-      instrument->setParameters(std::span(ids).first(count), values);
+      instrument.setParameters(std::span(ids).first(count), values);
       count = 0;
     }
   }
@@ -40,7 +39,7 @@ class HostWrites {
  private:
   static constexpr std::size_t kMost = 256;
 
-  const std::shared_ptr<BramelInstrument>& instrument;
+  BramelInstrument& instrument;
   std::array<std::uint64_t, kMost> ids{};
   std::array<float, kMost> values{};
   std::size_t count = 0;
