@@ -363,12 +363,12 @@ TEST_F(Clap, ReportsOfThePanelWaitForABlockAndNotesForAnActiveOne) {
   reports.automate(2, 0.25F);
   reports.endEdit(2);
   EXPECT_EQ(asHost.log, Log(3, "flush"));
-  ClapReports::Report report;
   for (const Kind expected : {Kind::midi, Kind::gestureBegin, Kind::value, Kind::gestureEnd}) {
-    ASSERT_TRUE(reports.take(report));
-    EXPECT_EQ(report.kind, expected);
+    const auto report = reports.take();
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->kind, expected);
   }
-  EXPECT_FALSE(reports.take(report));
+  EXPECT_FALSE(reports.take());
   EXPECT_EQ(instrument.parameterValue(parameters.idAt(2)), 0.25F);
 }
 

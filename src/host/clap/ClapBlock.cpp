@@ -323,32 +323,31 @@ void ClapBlock::takeTransport(const TransportEvent& event) {
 
 void ClapBlock::giveReports(const OutputEvents* out, std::uint32_t last) {
   reports.askForCall();
-  ClapReports::Report report;
-  while (reports.take(report)) {
-    switch (report.kind) {
+  while (const auto report = reports.take()) {
+    switch (report->kind) {
       case ClapReports::Report::Kind::value: {
-        values[report.index].base = report.value;
-        if (isModulated(report.index)) {
-          write(report.index);
+        values[report->index].base = report->value;
+        if (isModulated(report->index)) {
+          write(report->index);
         }
         auto event = makeEvent<ParamEvent>(EventType::paramValue, last);
-        event.paramId = parameters.idAt(report.index);
+        event.paramId = parameters.idAt(report->index);
         event.noteId = event.port = event.channel = event.key = -1;
-        event.value = parameters.hostValue(report.index, report.value);
+        event.value = parameters.hostValue(report->index, report->value);
         push(out, event.header);
         break;
       }
       case ClapReports::Report::Kind::gestureBegin:
       case ClapReports::Report::Kind::gestureEnd: {
-        const bool begins = report.kind == ClapReports::Report::Kind::gestureBegin;
+        const bool begins = report->kind == ClapReports::Report::Kind::gestureBegin;
         auto event = makeEvent<GestureEvent>(begins ? EventType::gestureBegin : EventType::gestureEnd, last);
-        event.paramId = parameters.idAt(report.index);
+        event.paramId = parameters.idAt(report->index);
         push(out, event.header);
         break;
       }
       case ClapReports::Report::Kind::midi: {
         auto event = makeEvent<MidiEvent>(EventType::midi, last);
-        std::copy(report.message.begin(), report.message.end(), std::begin(event.data));
+        std::copy(report->message.begin(), report->message.end(), std::begin(event.data));
         push(out, event.header);
         break;
       }

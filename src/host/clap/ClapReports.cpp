@@ -23,14 +23,6 @@ void ClapReports::put(const Report& report) {
   }
 }
 
-bool ClapReports::take(Report& report) {
-  const auto oldest = reports.take();
-  if (oldest) {
-    report = *oldest;
-  }
-  return oldest.has_value();
-}
-
 void ClapReports::beginEdit(std::uint64_t visibleIndex) {
   put({.kind = Report::Kind::gestureBegin, .index = static_cast<std::uint32_t>(visibleIndex)});
 }

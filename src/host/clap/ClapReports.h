@@ -7,9 +7,8 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <mutex>
-#include <string>
+#include <optional>
 
 #include "core/LockFreeRing.h"
 #include "core/RealTime.h"
@@ -44,7 +43,7 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   void keyStateChanged(int /*note*/) override {}
 
   /// The oldest report, if one waits. One thread at a time, which the interface guarantees. Audio thread too.
-  bool take(Report& report) SIVRAY_NONBLOCKING;
+  std::optional<Report> take() SIVRAY_NONBLOCKING { return reports.take(); }
 
   /// Whether a kit or a state has brought values that no block has taken yet. Any thread.
   bool areValuesNew() const SIVRAY_NONBLOCKING { return haveValuesChanged.load(std::memory_order_relaxed); }
