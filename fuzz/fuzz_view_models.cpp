@@ -27,7 +27,6 @@ struct Host final : vst::BramelInstrumentHostCallback {
     instrument.setParameter(instrument.parameterId(index), value);
   }
   void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {}
-  void parametersChanged() override {}
   void programChanged(vst::Origin) override {}
   void keyStateChanged(int) override {}
   vst::BramelInstrument& instrument;

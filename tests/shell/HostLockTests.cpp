@@ -29,8 +29,7 @@ struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
       instrument.process(nullptr, outputs.data(), 8);
     });
   }
-  void parametersChanged() override { waitForAnotherThread(); }
-  void programChanged(bramel::vst::Origin /*origin*/) override {}
+  void programChanged(bramel::vst::Origin /*origin*/) override { waitForAnotherThread(); }
   void keyStateChanged(int /*note*/) override {}
 
   void waitForAnotherThread() {

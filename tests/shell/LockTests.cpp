@@ -92,7 +92,6 @@ TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
       sent = std::async(std::launch::async, play);
       isSent = sent.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
     }
-    void parametersChanged() override {}
     void programChanged(bramel::vst::Origin) override {}
     void keyStateChanged(int) override {}
     std::function<void()> play;

@@ -125,7 +125,6 @@ TEST_F(Shell, AnswersAListenerThatAsksInsideABlock) {
       instrument.setParameter(0, 1.0F);
       seen = instrument.parameterValue(0);
     }
-    void parametersChanged() override {}
     void programChanged(bramel::vst::Origin) override {}
     void keyStateChanged(int) override {}
     BramelInstrument& instrument;
@@ -147,7 +146,6 @@ TEST_F(Shell, TellsTheHostOfABlockThatChoosesASound) {
     void endEdit(std::uint64_t) override {}
     void automate(std::uint64_t, float) override {}
     void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {}
-    void parametersChanged() override {}
     void programChanged(bramel::vst::Origin) override {}
     void keyStateChanged(int) override {}
     void soundChanged() override { ++sounds; }

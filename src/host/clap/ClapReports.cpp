@@ -49,9 +49,6 @@ void ClapReports::programChanged(vst::Origin origin) {
   if (origin == vst::Origin::panel) {
     isKitChosen = true;
   }
-}
-
-void ClapReports::parametersChanged() {
   isDirty = true;
   stateLoaded();
 }
