@@ -8,6 +8,7 @@
 
 #include "FuzzInput.h"
 #include "support/DrumModule.h"
+#include "support/QuietSides.h"
 #include "viewmodels/BXInstrumentEditViewModel.h"
 #include "viewmodels/BXSivrayEditViewModel.h"
 #include "viewmodels/texts/SivrayTooltipProvider.h"
@@ -19,16 +20,11 @@ using fuzz::Input;
 using fuzz::require;
 
 /// Sends automation back to the instrument.
-struct Host final : vst::BramelInstrumentHostCallback {
+struct Host final : support::QuietHost {
   explicit Host(vst::BramelInstrument& shell) : instrument(shell) {}
-  void beginEdit(std::uint64_t) override {}
-  void endEdit(std::uint64_t) override {}
   void automate(std::uint64_t index, float value) override {
     instrument.setParameter(instrument.parameterId(index), value);
   }
-  void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {}
-  void programChanged(vst::Origin) override {}
-  void keyStateChanged(int) override {}
   vst::BramelInstrument& instrument;
 };
 

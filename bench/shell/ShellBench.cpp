@@ -12,21 +12,11 @@
 
 #include "shell/InstrumentScene.h"
 #include "support/QuietGenerator.h"
+#include "support/QuietSides.h"
 
 namespace {
 
 using namespace instrument;
-
-struct Editor final : bramel::vst::BramelInstrumentUICallback {
-  void holdUpdates() override {}
-  void releaseUpdates() override {}
-  void programSaved(const std::string&, const std::uint64_t*, std::uint64_t) override {}
-  void programDeleted(const std::string&, const std::uint64_t*, std::uint64_t) override {}
-  void programMoved(const std::string&, std::uint64_t, std::uint64_t) override {}
-  void programChanged() override {}
-  void parameterChanged(std::uint64_t) override {}
-  void midiReceived(const std::uint8_t*, std::size_t) override {}
-};
 
 /// The shell and the macro layer around a generator that renders nothing.
 struct Scene {
@@ -51,7 +41,7 @@ struct Scene {
   std::array<float, kFrames> left{};
   std::array<float, kFrames> right{};
   std::array<float*, 2> outputs{left.data(), right.data()};
-  std::shared_ptr<Editor> editor = std::make_shared<Editor>();
+  std::shared_ptr<support::QuietEditor> editor = std::make_shared<support::QuietEditor>();
   std::unique_ptr<BramelInstrument> shell;
 };
 

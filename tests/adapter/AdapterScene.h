@@ -17,6 +17,7 @@
 #include "host/adapter/SivrayInstrumentProvider.h"
 #include "host/shell/BramelInstrument.h"
 #include "support/InstrumentFolder.h"
+#include "support/QuietSides.h"
 
 namespace adapter {
 
@@ -90,14 +91,8 @@ class FakeHost {
 };
 
 /// Records the MIDI messages that the shell has received, and counts its blocks.
-struct NotingEditor final : BramelInstrumentUICallback {
-  void holdUpdates() override {}
+struct NotingEditor final : support::QuietEditor {
   void releaseUpdates() override { ++blocks; }
-  void programSaved(const std::string&, const std::uint64_t*, std::uint64_t) override {}
-  void programDeleted(const std::string&, const std::uint64_t*, std::uint64_t) override {}
-  void programMoved(const std::string&, std::uint64_t, std::uint64_t) override {}
-  void programChanged() override {}
-  void parameterChanged(std::uint64_t) override {}
   void midiReceived(const std::uint8_t* data, std::size_t size) override {
     // Recording is allowed to allocate.
     tesh::cofu::core::mayWait([&] { messages.emplace_back(data, data + size); });

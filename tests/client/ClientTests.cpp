@@ -6,6 +6,7 @@
 #include "client/ClientScene.h"
 #include "host/editor/BramelInstrumentEditor.h"
 #include "host/resample/CFsConverterWrapper.h"
+#include "support/QuietSides.h"
 
 namespace client {
 namespace {
@@ -239,14 +240,7 @@ TEST_F(Client, TakesStatesOfAllFormsAndNothingElse) {
 }
 
 /// Records the messages that the instrument receives.
-struct NotingPanel final : BramelInstrumentUICallback {
-  void holdUpdates() override {}
-  void releaseUpdates() override {}
-  void programSaved(const std::string&, const std::uint64_t*, std::uint64_t) override {}
-  void programDeleted(const std::string&, const std::uint64_t*, std::uint64_t) override {}
-  void programMoved(const std::string&, std::uint64_t, std::uint64_t) override {}
-  void programChanged() override {}
-  void parameterChanged(std::uint64_t) override {}
+struct NotingPanel final : support::QuietEditor {
   void midiReceived(const std::uint8_t* data, std::size_t size) override { messages.emplace_back(data, data + size); }
   std::vector<Bytes> messages;
 };

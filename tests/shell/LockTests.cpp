@@ -9,6 +9,7 @@
 
 #include "ShellScene.h"
 #include "host/shell/ParameterCache.h"
+#include "support/QuietSides.h"
 
 namespace shell {
 namespace {
@@ -84,16 +85,11 @@ TEST_F(Shell, TakesTheNotesOfTwoThreadsInTheOrderOfEachWhileBlocksRun) {
 }
 
 TEST_F(Shell, TakesANoteWhileAnotherThreadHoldsTheMainLock) {
-  struct Waiting final : bramel::vst::BramelInstrumentHostCallback {
-    void beginEdit(std::uint64_t) override {}
-    void endEdit(std::uint64_t) override {}
-    void automate(std::uint64_t, float) override {}
+  struct Waiting final : support::QuietHost {
     void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {
       sent = std::async(std::launch::async, play);
       isSent = sent.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
     }
-    void programChanged(bramel::vst::Origin) override {}
-    void keyStateChanged(int) override {}
     std::function<void()> play;
     std::future<void> sent;
     bool isSent = false;

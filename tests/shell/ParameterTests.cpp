@@ -4,6 +4,7 @@
 #include <map>
 
 #include "ShellScene.h"
+#include "support/QuietSides.h"
 
 namespace shell {
 namespace {
@@ -116,17 +117,12 @@ TEST_F(Shell, TakesTheEditorsWritesByWayOfTheHost) {
 }
 
 TEST_F(Shell, AnswersAListenerThatAsksInsideABlock) {
-  struct Asking final : bramel::vst::BramelInstrumentHostCallback {
+  struct Asking final : support::QuietHost {
     explicit Asking(BramelInstrument& shell) : instrument(shell) {}
-    void beginEdit(std::uint64_t) override {}
-    void endEdit(std::uint64_t) override {}
-    void automate(std::uint64_t, float) override {}
     void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {
       instrument.setParameter(0, 1.0F);
       seen = instrument.parameterValue(0);
     }
-    void programChanged(bramel::vst::Origin) override {}
-    void keyStateChanged(int) override {}
     BramelInstrument& instrument;
     float seen = -1.0F;
   };
@@ -141,13 +137,7 @@ TEST_F(Shell, AnswersAListenerThatAsksInsideABlock) {
 }
 
 TEST_F(Shell, TellsTheHostOfABlockThatChoosesASound) {
-  struct Counting final : bramel::vst::BramelInstrumentHostCallback {
-    void beginEdit(std::uint64_t) override {}
-    void endEdit(std::uint64_t) override {}
-    void automate(std::uint64_t, float) override {}
-    void sendMidi(const std::uint8_t*, std::size_t, std::int32_t) override {}
-    void programChanged(bramel::vst::Origin) override {}
-    void keyStateChanged(int) override {}
+  struct Counting final : support::QuietHost {
     void soundChanged() override { ++sounds; }
     int sounds = 0;
   };
