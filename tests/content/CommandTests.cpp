@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "Scratch.h"
 #include "host/shell/BramelInstrument.h"
 #include "host/shell/Construction.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -38,7 +38,7 @@ class Command : public testing::Test {
     return output;
   }
 
-  Scratch scratch;
+  support::Scratch scratch;
 };
 
 TEST_F(Command, ControllersShowsChangesAndResetsTheMap) {

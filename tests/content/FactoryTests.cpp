@@ -9,7 +9,6 @@
 #include <set>
 #include <sstream>
 
-#include "Scratch.h"
 #include "content/Files.h"
 #include "content/factory/Bank.h"
 #include "content/factory/Controllers.h"
@@ -19,6 +18,7 @@
 #include "engine/ProgramBank.h"
 #include "engine/SivrayPlugin.h"
 #include "host/shell/Construction.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -34,7 +34,7 @@ class Factory : public testing::Test {
     ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);  // Without a user's programs.
   }
 
-  const Scratch scratch;
+  const support::Scratch scratch;
 
   static std::string description(const std::string& file) {
     return std::string(SIVRAY_CONTENT_FOLDER "/Tesh/Bramel/Macro/Sivray/") + file;

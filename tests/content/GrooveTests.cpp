@@ -7,12 +7,12 @@
 #include <iterator>
 #include <set>
 
-#include "Scratch.h"
 #include "content/Files.h"
 #include "content/demo/Groove.h"
 #include "content/factory/Bank.h"
 #include "content/levels/StyleGrooves.h"
 #include "content/measure/GrooveSound.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -133,7 +133,7 @@ TEST(Suite, ShowsManyKitsAndPlaysTheirEffectsAndPitches) {
 }
 
 TEST(Suite, HasAnArcOfLoudnessAndNoDeadAir) {
-  const Scratch scratch;
+  const support::Scratch scratch;
   ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
   ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);
   KitMeter meter;

@@ -8,13 +8,14 @@
 #include <cstdlib>
 #include <random>
 
-#include "Scratch.h"
+#include "content/Files.h"
 #include "content/factory/MacroFiles.h"
 #include "content/library/LibraryWriter.h"
 #include "core/LittleEndian.h"
 #include "engine/samples/SimilarWaves.h"
 #include "storage/programs/UserProgramFile.h"
 #include "storage/state/EditBufferRecord.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -85,7 +86,7 @@ class Inspect : public testing::Test {
             {"Sivray_User.prog", programFile}, {"exported", exported}};
   }
 
-  Scratch scratch;
+  support::Scratch scratch;
 };
 
 TEST_F(Inspect, ShowsAllKindsOfFilesAsTextAndAsJson) {

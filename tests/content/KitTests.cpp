@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <set>
 
-#include "Scratch.h"
 #include "content/factory/Bank.h"
 #include "content/factory/MacroLayout.h"
 #include "content/levels/Balance.h"
 #include "effects/EffectTable.h"
 #include "macro/MacroSetQuantized.h"
+#include "support/Scratch.h"
 #include "viewmodels/texts/EditScreenEffects.h"
 
 namespace sivray::factory {
@@ -99,7 +99,7 @@ TEST(Kit, NamesTheLineOfAWaveOrEffectThatIsNotThere) {
 }
 
 TEST(Bank, FollowsItsListAndMissesNothing) {
-  const content::Scratch folder;
+  const support::Scratch folder;
   folder.write("b.kit", kitText("", 8, "B"));
   folder.write("a.kit", kitText("", 8, "A"));
   folder.write("bank.txt", "# order\n b  # first\n\na\n");

@@ -8,7 +8,7 @@
 
 #include <cstdlib>
 
-#include "Scratch.h"
+#include "content/Files.h"
 #include "content/library/LibraryReader.h"
 #include "content/library/LibraryWriter.h"
 #include "content/pack/Categories.h"
@@ -17,6 +17,7 @@
 #include "content/pack/WaveNames.h"
 #include "engine/samples/PcmFile.h"
 #include "engine/samples/SivraySampleLibrary.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -25,7 +26,7 @@ namespace fs = std::filesystem;
 using Samples = std::vector<std::int16_t>;
 
 TEST(Library, IsReadBackByTheEngineAndTheBrowser) {
-  const Scratch scratch;
+  const support::Scratch scratch;
   const std::string folder = scratch.path("Tesh/Bramel/Resource/SivrayPCM");
   const std::vector<Wave> waves{{"Kick", 0, 44100, {1, -2, 0x1234}, {}},
                                 {"Twelve Chars", 9, 22050, {-32768, 32767}, {5, 6}},
@@ -133,7 +134,7 @@ class Pack : public testing::Test {
         scratch.path("out/Tesh"));
   }
 
-  Scratch scratch;
+  support::Scratch scratch;
   std::vector<std::string> lines;
   double lastProgress = 0.0;
 };
@@ -338,7 +339,7 @@ TEST(KitMaker, MakesAKitOfEachFolderWithEnough) {
 
 /// The written library is read as in a later run of the packer.
 TEST(Library, IsReadBackWhole) {
-  const Scratch scratch;
+  const support::Scratch scratch;
   const std::vector<Wave> waves{{"Open", 4, 44100, {1, 2}, {}}, {"Kick", 0, 22050, {-32768, 32767}, {5, 6}}};
   writeLibrary(scratch.path(), waves);
   const std::vector<Wave> again = readLibrary(scratch.path());

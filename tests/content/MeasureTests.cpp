@@ -4,11 +4,11 @@
 #include <juce_audio_formats/juce_audio_formats.h>
 
 #include "FallingSounds.h"
-#include "Scratch.h"
 #include "content/measure/References.h"
 #include "content/measure/Similar.h"
 #include "content/measure/Targets.h"
 #include "engine/samples/SivraySampleLibrary.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -186,7 +186,7 @@ TEST(Measure, RangesAreInOrder) {
   EXPECT_EQ(countOutside(figures, Group::tom), 2U);
 }
 
-void writeWav(const Scratch& scratch, const std::string& name, const Hit& hit) {
+void writeWav(const support::Scratch& scratch, const std::string& name, const Hit& hit) {
   const juce::File file(scratch.path(name));
   file.getParentDirectory().createDirectory();
   std::unique_ptr<juce::AudioFormatWriter> writer(juce::WavAudioFormat().createWriterFor(
@@ -196,8 +196,8 @@ void writeWav(const Scratch& scratch, const std::string& name, const Hit& hit) {
 }
 
 TEST(Measure, ReadsTheHardHitsOfDrumSets) {
-  const Scratch scratch;
-  const Scratch more;
+  const support::Scratch scratch;
+  const support::Scratch more;
   const Hit kick = fallingSine(60.0, 0.4);
   writeWav(scratch, "A/soft.wav", fallingSine(50.0, 0.2));
   writeWav(scratch, "A/hard.wav", kick);

@@ -54,7 +54,7 @@ std::vector<std::uint64_t> renderAll(const std::vector<State>& states) {
 }
 
 TEST(OwnSoundsBesideTheFactory, ChangeNothingInSongsMadeBefore) {
-  const Scratch scratch;
+  const support::Scratch scratch;
   ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
   ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);
   ::setenv("XDG_DATA_HOME", scratch.path("data").c_str(), 1);
@@ -106,7 +106,7 @@ TEST(OwnSoundsBesideTheFactory, ChangeNothingInSongsMadeBefore) {
 
 /// A song made with packed content of 515 waves chooses three of them by values that occur in no other content.
 TEST(OwnSoundsBesideTheFactory, KeepWhatSongsOfPackedContentMean) {
-  const Scratch scratch;
+  const support::Scratch scratch;
   ::setenv("BRAMEL_COMMON_FILES", SIVRAY_CONTENT_FOLDER, 1);
   ::setenv("BRAMEL_DOCUMENTS", scratch.path().c_str(), 1);
   ::setenv("XDG_DATA_HOME", scratch.path("data").c_str(), 1);

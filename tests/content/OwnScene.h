@@ -13,13 +13,14 @@
 #include <string>
 #include <vector>
 
-#include "Scratch.h"
+#include "content/Files.h"
 #include "content/library/LibraryWriter.h"
 #include "content/own/OwnChange.h"
 #include "content/own/SoundAdder.h"
 #include "content/own/SoundRemover.h"
 #include "engine/samples/PcmFile.h"
 #include "engine/samples/SivraySampleLibrary.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 
@@ -144,7 +145,7 @@ class OwnSounds : public testing::Test {
     return files;
   }
 
-  Scratch scratch;
+  support::Scratch scratch;
   std::vector<std::string> lines;
   std::vector<FileOutcome> outcomes;
 };

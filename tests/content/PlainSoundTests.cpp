@@ -10,10 +10,10 @@
 #include <cmath>
 #include <random>
 
-#include "Scratch.h"
 #include "content/Files.h"
 #include "content/RateConverter.h"
 #include "content/measure/Loudness.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -65,7 +65,7 @@ class PlainSounds : public testing::Test {
     EXPECT_TRUE(plain->read(kAll) == expected->read(kAll)) << what;
   }
 
-  Scratch scratch;
+  support::Scratch scratch;
 };
 
 TEST_F(PlainSounds, OfWaveAndAiffAreReadAsTheyLieThere) {

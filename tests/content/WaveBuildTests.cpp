@@ -6,11 +6,12 @@
 #include <filesystem>
 #include <set>
 
-#include "Scratch.h"
+#include "content/Files.h"
 #include "content/factory/WaveBuild.h"
 #include "content/library/LibraryReader.h"
 #include "content/library/LibraryWriter.h"
 #include "content/waves/FactoryWaves.h"
+#include "support/Scratch.h"
 
 namespace sivray::content {
 namespace {
@@ -45,7 +46,7 @@ class SecondBuild : public testing::Test {
   }
 
   static constexpr const char* kKicks = "One | kick | length=30\nTwo | kick | length=30 width=0.5 hz=60\n";
-  const Scratch scratch;
+  const support::Scratch scratch;
 };
 
 TEST_F(SecondBuild, RendersOnlyRowsThatHaveChanged) {

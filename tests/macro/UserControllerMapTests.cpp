@@ -1,16 +1,14 @@
 // The user's controller map: the factory's map with the user's lines.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "macro/MacroControllerBase.h"
 #include "macro/UserControllerMap.h"
 #include "storage/paths/Paths.h"
+#include "support/Scratch.h"
 
 namespace {
 
@@ -20,23 +18,13 @@ using namespace tesh::vimo;
 class UserControllers : public testing::Test {
  protected:
   UserControllers() {
-    fs::create_directories(root / "Tesh/Bramel/Macro/Drum");
-    ::setenv("BRAMEL_COMMON_FILES", root.c_str(), 1);
-    ::setenv("BRAMEL_DOCUMENTS", (root / "documents").c_str(), 1);
-    write(factory, R"({"cc_map": {"7": 99, "20": 1, "note": "volume"}, "pitch_bend": 64, "by": "us"})");
+    ::setenv("BRAMEL_COMMON_FILES", root.path().c_str(), 1);
+    ::setenv("BRAMEL_DOCUMENTS", root.path("documents").c_str(), 1);
+    support::writeFile(factory, R"({"cc_map": {"7": 99, "20": 1, "note": "volume"}, "pitch_bend": 64, "by": "us"})");
   }
-  ~UserControllers() override { fs::remove_all(root); }
+  std::string userText() const { return support::textIn(user); }
 
-  static void write(const fs::path& path, const std::string& text) {
-    fs::create_directories(path.parent_path());
-    std::ofstream(path) << text;
-  }
-  std::string userText() const {
-    std::ifstream file(user);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  const fs::path root = fs::temp_directory_path() / ("sivray-controllers-" + std::to_string(::getpid()));
+  const support::Scratch root;
   const fs::path factory = root / "Tesh/Bramel/Macro/Drum/Drum.ccmap";
   const fs::path user = root / "documents/Tesh Bramel/CC Maps/User Programs/Drum_User.prog";
 };
@@ -59,7 +47,7 @@ TEST_F(UserControllers, AreTheFactorysWithTheLinesThatWereChanged) {
   controller.loadCcMap(tesh::bramel::pathFor(tesh::bramel::kBramelPath_ActiveCCMap, "Drum"));
   EXPECT_EQ(controller.ccMap, activeControllerMap("Drum")) << "an instrument reads it";
   const ControllerMap changed = activeControllerMap("Drum");
-  write(user, "\xEF\xBB\xBF" + userText());
+  support::writeFile(user, "\xEF\xBB\xBF" + userText());
   EXPECT_EQ(activeControllerMap("Drum"), changed) << "some editors begin a file like this";
   fs::remove(user);
   EXPECT_EQ(activeControllerMap("Drum"), before);
@@ -67,7 +55,7 @@ TEST_F(UserControllers, AreTheFactorysWithTheLinesThatWereChanged) {
 
 TEST_F(UserControllers, BeginAnewFromABrokenFileAndRefuseWhatNoMapHolds) {
   for (const char* const text : {"", "{", "[]", "{\"cc_map\": 7}", "{\"cc_map\": {\"1\": 1e999}}"}) {
-    write(user, text);
+    support::writeFile(user, text);
     EXPECT_EQ(activeControllerMap("Drum").size(), 3U) << text;
     EXPECT_TRUE(changeUserController("Drum", 1, 2));
     EXPECT_EQ(activeControllerMap("Drum").size(), 4U) << text;
@@ -76,7 +64,7 @@ TEST_F(UserControllers, BeginAnewFromABrokenFileAndRefuseWhatNoMapHolds) {
     EXPECT_FALSE(changeUserController("Drum", static_cast<std::uint8_t>(number), 1)) << number;
   }
   fs::remove_all(root / "documents");
-  write(root / "documents", "a file where the folder should be");
+  support::writeFile(root / "documents", "a file where the folder should be");
   EXPECT_FALSE(changeUserController("Drum", 1, 2));
   EXPECT_EQ(activeControllerMap("Drum").size(), 3U);
   fs::remove(factory);

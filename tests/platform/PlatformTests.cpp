@@ -30,6 +30,7 @@
 #include "platform/SpecialFolders.h"
 #include "platform/ZeroedPages.h"
 #include "support/Sanitized.h"
+#include "support/Scratch.h"
 
 namespace tesh::bramel::platform {
 namespace {
@@ -58,8 +59,6 @@ namespace {
 class Platform : public testing::Test {
  protected:
   void SetUp() override {
-    fs::remove_all(home);
-    fs::create_directories(home);
     for (const char* name : {"BRAMEL_COMMON_FILES", "BRAMEL_DOCUMENTS", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "LC_ALL",
                              "LC_MESSAGES", "LANG"}) {
       ::unsetenv(name);
@@ -67,9 +66,9 @@ class Platform : public testing::Test {
     ::setenv("HOME", home.c_str(), 1);
     ::setenv("XDG_DATA_DIRS", ("/nowhere:" + home + "/shared").c_str(), 1);
   }
-  void TearDown() override { fs::remove_all(home); }
 
-  const std::string home = fs::path(testing::TempDir()) / ("platform-" + std::to_string(::getpid()));
+  const support::Scratch scratch;
+  const std::string home = scratch.path();
 };
 
 TEST_F(Platform, LooksForTheCommonFilesInOrder) {

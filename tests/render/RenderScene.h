@@ -14,10 +14,13 @@
 
 #include "render/RenderProgram.h"
 #include "support/KitFolder.h"
+#include "support/Scratch.h"
 
 namespace sivray::render {
 
 namespace fs = std::filesystem;
+using support::bytesIn;
+using support::writeFile;
 using Bytes = std::vector<std::uint8_t>;
 using Arguments = std::vector<std::string>;
 
@@ -30,11 +33,6 @@ inline constexpr int kWrongUsage = 2;
 inline constexpr double kFirstTick = 200.0;
 
 inline int noCheck(const Options&) { return 0; }
-
-inline Bytes bytesOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class Render : public testing::Test {
  protected:
@@ -69,8 +67,7 @@ class Render : public testing::Test {
     midi.addTrack(track);
     juce::MemoryOutputStream stream;
     midi.writeTo(stream);
-    std::ofstream(at("in.mid"), std::ios::binary)
-        .write(static_cast<const char*>(stream.getData()), static_cast<std::streamsize>(stream.getDataSize()));
+    writeFile(at("in.mid"), std::string(static_cast<const char*>(stream.getData()), stream.getDataSize()));
   }
 
   /// Renders the score and returns the sample bytes.
@@ -81,7 +78,7 @@ class Render : public testing::Test {
   }
 
   static Bytes soundTakenFrom(const std::string& path) {
-    const Bytes file = bytesOf(path);
+    const Bytes file = bytesIn(path);
     fs::remove(path);
     const std::string mark = "data";
     const auto data = std::search(file.begin(), file.end(), mark.begin(), mark.end());

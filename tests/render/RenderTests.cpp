@@ -96,12 +96,12 @@ TEST_F(Render, ToursThroughAllEffects) {
   std::set<std::string> sounds;
   for (const auto& entry : fs::directory_iterator(at("tour"))) {
     if (entry.path().extension() == ".wav") {
-      const Bytes sound = bytesOf(entry.path());
+      const Bytes sound = bytesIn(entry.path());
       sounds.emplace(sound.begin(), sound.end());
     }
   }
   EXPECT_EQ(sounds.size(), 30U);
-  const Bytes picture = bytesOf(at("tour/effects.png"));
+  const Bytes picture = bytesIn(at("tour/effects.png"));
   ASSERT_GT(picture.size(), 10000U);
   EXPECT_EQ(picture[1], 'P');
 }
@@ -149,8 +149,8 @@ TEST_F(Render, StartsFromProgramsAndStates) {
 TEST_F(Render, WritesPresetFilesThatPlayLikeTheirKits) {
   ASSERT_EQ(runProgram({"--direct", "--quiet", "--save-kits", at("Presets")}, noCheck), 0);
   ASSERT_EQ(runProgram({"--library", SIVRAY_MODULE, "--program", "Wet", "--save-state", at("wet.FXP")}, noCheck), 0);
-  const Bytes preset = bytesOf(at("Presets/Wet.fxp"));
-  EXPECT_TRUE(bytesOf(at("wet.FXP")) == preset);
+  const Bytes preset = bytesIn(at("Presets/Wet.fxp"));
+  EXPECT_TRUE(bytesIn(at("wet.FXP")) == preset);
   for (const char* kit : {"Plain", "Wet"}) {
     const Bytes wanted = play({"--program", kit});
     EXPECT_TRUE(play({"--state", at("Presets/" + std::string(kit) + ".fxp")}) == wanted) << kit;
@@ -181,7 +181,7 @@ TEST_F(Render, KeepsWholeCharactersOfLongPresetNames) {
 
 TEST_F(Render, RefusesDamagedPresetFiles) {
   ASSERT_EQ(runProgram({"--direct", "--save-state", at("good.fxp")}, noCheck), 0);
-  const Bytes good = bytesOf(at("good.fxp"));
+  const Bytes good = bytesIn(at("good.fxp"));
   struct Damage {
     std::size_t place;  ///< Of a byte that is replaced by 'x'.
     std::size_t length;
@@ -196,8 +196,8 @@ TEST_F(Render, RefusesDamagedPresetFiles) {
   for (const Damage& damage : cases) {
     Bytes bad = good;
     bad[damage.place] = 'x';
-    std::ofstream(at("bad.fxp"), std::ios::binary)
-        .write(reinterpret_cast<const char*>(bad.data()), static_cast<std::streamsize>(damage.length));
+    bad.resize(damage.length);
+    writeFile(at("bad.fxp"), bad);
     const std::string line = failure({at("in.mid"), "-o", at("out.wav"), "--direct", "--state", at("bad.fxp")});
     EXPECT_NE(line.find(damage.words), std::string::npos) << line;
   }
@@ -396,9 +396,8 @@ TEST_F(Render, VariesAKitBySeed) {
   }
   kins[3].loudness = -26.02F;
   const fs::path library = folder.commonFiles() / "Tesh/Bramel/Resource/SivrayPCM";
-  const auto bytes = tesh::vimo::SimilarWaves::pack(kins, bytesOf(library / "drumparam_category.bin"));
-  std::ofstream(library / "similar.bin", std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  const auto bytes = tesh::vimo::SimilarWaves::pack(kins, bytesIn(library / "drumparam_category.bin"));
+  writeFile(library / "similar.bin", bytes);
   const Bytes own = play({"--direct"});
   std::vector<Bytes> sounds;
   for (const char* seed : {"1", "2", "3", "4294967295"}) {

@@ -4,21 +4,20 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "core/LittleEndian.h"
 #include "storage/paths/Paths.h"
 #include "storage/programs/UserProgramFile.h"
+#include "support/Scratch.h"
 
 namespace tesh::bramel::vst {
 namespace {
 
 using cofu::core::ByteWriter;
+using support::writeFile;
 using Bytes = std::vector<std::uint8_t>;
 using Processor = vimo::PluginMacroControllable<vimo::Generator<float>>;
 namespace fs = std::filesystem;
@@ -28,28 +27,16 @@ constexpr std::uint32_t kPadLevel = 8;
 class Construction : public testing::Test {
  protected:
   void SetUp() override {
-    root = fs::path(testing::TempDir()) / ("construction" + std::to_string(::getpid()));
-    macroFolder = root / "common/Tesh/Bramel/Macro/Sivray";
-    userFolder = root / "documents/Tesh Bramel/User Programs";
-    fs::create_directories(macroFolder);
     fs::create_directories(userFolder);
-    setenv("BRAMEL_COMMON_FILES", (root / "common").c_str(), 1);
-    setenv("BRAMEL_DOCUMENTS", (root / "documents").c_str(), 1);
-    write(macroFolder / "readme.json", R"({"controller": {}, "processor": {
+    setenv("BRAMEL_COMMON_FILES", root.path("common").c_str(), 1);
+    setenv("BRAMEL_DOCUMENTS", root.path("documents").c_str(), 1);
+    writeFile(macroFolder / "readme.json", R"({"controller": {}, "processor": {
         "plugin_chunk": "", "macro_chunk": "macros.bin", "cc_map": "any", "misc_chunk": "absent",
         "parameter_description": "defaults.json", "automation": {"blacklist": [1]}, "patches": []}})");
-    write(macroFolder / "macros.bin", macroChunk());
-    write(macroFolder / "defaults.json", R"({"parameters": [[1, 0.125]]})");
-    write(macroFolder / "Sivray.ccmap", R"({"cc_map": {"7": 1}})");
+    writeFile(macroFolder / "macros.bin", macroChunk());
+    writeFile(macroFolder / "defaults.json", R"({"parameters": [[1, 0.125]]})");
+    writeFile(macroFolder / "Sivray.ccmap", R"({"cc_map": {"7": 1}})");
   }
-  void TearDown() override { fs::remove_all(root); }
-
-  template <typename Text>
-  static void write(const fs::path& path, const Text& text) {
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(text.data()), static_cast<std::streamsize>(text.size()));
-  }
-  static void write(const fs::path& path, const char* text) { write(path, std::string(text)); }
 
   /// Returns a chunk with two macros, the first on pad 0's level, and one factory program that sets them to 1 and 0.5.
   static Bytes macroChunk() {
@@ -76,9 +63,9 @@ class Construction : public testing::Test {
     return chunk;
   }
 
-  fs::path root;
-  fs::path macroFolder;
-  fs::path userFolder;
+  const support::Scratch root;
+  const fs::path macroFolder = root / "common/Tesh/Bramel/Macro/Sivray";
+  const fs::path userFolder = root / "documents/Tesh Bramel/User Programs";
 };
 
 /// Renders a silent block, which applies pending changes.
@@ -130,7 +117,7 @@ TEST_F(Construction, ReadsUserProgramsOfBothHeads) {
     for (const std::uint32_t word : {256U, 2U, 0U, 0x3F000000U}) {
       writer.word(word);
     }
-    write(userFolder / "Sivray_User.prog", file);
+    writeFile(userFolder / "Sivray_User.prog", file);
     const auto processor = makeProcessor();
     ASSERT_EQ(processor->controller().programs().programCount(vimo::Bank::user), 2U) << version;
     const auto entries = processor->controller().programs().database(vimo::Bank::user)->entries(1);
@@ -146,17 +133,17 @@ TEST_F(Construction, TakesTheUsersControllerMapIfItCanBeReadAndElseTheFactorys) 
   fs::create_directories(fs::path(file).parent_path());
   for (const auto& [text, macro] : std::vector<std::pair<std::string, std::int64_t>>{
            {R"({"cc_map": {"7": 0}})", 0}, {"", 1}, {R"({"cc_map": {"7")", 1}, {"[]", 1}, {"{}", 1}}) {
-    write(file, text);
+    writeFile(file, text);
     ASSERT_TRUE(fileExists(file)) << file;
     EXPECT_EQ(makeProcessor()->controller().macroForController(7), macro) << text;
   }
-  write(macroFolder / "Sivray.ccmap", "[]");
+  writeFile(macroFolder / "Sivray.ccmap", "[]");
   EXPECT_THROW(makeProcessor(), std::runtime_error) << "an installation that is broken";
 }
 
 TEST_F(Construction, FailsWithoutAReadableDescription) {
   for (const char* text : {"", "{\"processor\": ", "[]"}) {
-    write(macroFolder / "readme.json", text);
+    writeFile(macroFolder / "readme.json", text);
     EXPECT_THROW(makeProcessor(), std::runtime_error) << text;
   }
   fs::remove(macroFolder / "readme.json");
@@ -176,7 +163,7 @@ TEST_F(Construction, ReadsNothingFromTheWorkingFolderWhereNoContentIsInstalled) 
   fs::current_path(macroFolder);
   EXPECT_EQ(pathFor(kBramelPath_Macro, "Sivray"), "") << "else this test says nothing";
   EXPECT_THROW(makeProcessor(), std::runtime_error) << "a readme.json lies here";
-  fs::current_path(root.parent_path());
+  fs::current_path(fs::temp_directory_path());
 }
 
 }  // namespace

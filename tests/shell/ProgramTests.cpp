@@ -13,6 +13,7 @@
 #include "platform/FolderLock.h"
 #include "storage/programs/ProgramFileCopies.h"
 #include "storage/state/EditBufferRecord.h"
+#include "support/Scratch.h"
 
 namespace shell {
 namespace {
@@ -44,10 +45,6 @@ class Programs : public Shell {
     return lines;
   }
   fs::path userFile() const { return documents / "Tesh Bramel/User Programs/Sivray_User.prog"; }
-  static std::string bytesOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
 };
 
 TEST_F(Programs, AreStoredSelectedAndOverwritten) {
@@ -108,7 +105,7 @@ TEST_F(Programs, ReachTheDiskWithEveryChangeOfABank) {
     EXPECT_EQ(names(kUser), list);
     const std::string exported = (documents / "memory.prog").string();
     shell->exportPrograms(exported);
-    EXPECT_EQ(bytesOf(userFile()), bytesOf(exported).substr(64)) << list.back();
+    EXPECT_EQ(support::textIn(userFile()), support::textIn(exported).substr(64)) << list.back();
   };
   for (const char* name : {"a", "b", "c"}) {
     store(kUser, name, 0.5F);
@@ -131,12 +128,12 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeAnythingInItIsLost) {
   const std::string exported = (documents / "one.prog").string();
   std::string before;
   const auto expectCopy = [&](const std::function<void()>& change) {
-    before = bytesOf(userFile());
+    before = support::textIn(userFile());
     const auto copies = vimo::programFileCopies(userFile().string());
     change();
     const auto after = vimo::programFileCopies(userFile().string());
     ASSERT_EQ(after.size(), copies.size() + 1);
-    EXPECT_EQ(bytesOf(after.front().path), before);
+    EXPECT_EQ(support::textIn(after.front().path), before);
   };
   store(kUser, "a", 0.5F);
   store(kUser, "b", 0.5F);
@@ -149,7 +146,7 @@ TEST_F(Programs, KeepACopyOfTheirFileBeforeAnythingInItIsLost) {
   expectCopy([this] { shell->deleteProgram(kUser, 0); });
   fs::resize_file(userFile(), 300);  // Unreadable as it is, but its user may be able to repair it.
   expectCopy([this] { shell->saveProgramAs(kUser, "d"); });
-  std::string later = bytesOf(userFile()).substr(0, 28 + 224 + 4 * 12) + std::string(12, '\0');
+  std::string later = support::textIn(userFile()).substr(0, 28 + 224 + 4 * 12) + std::string(12, '\0');
   later[4] = 5;  // One program of five macros, of 8 + 224 + 5 * 12 bytes.
   later.replace(8, 2, "\x24\x01");
   later[24] = 1;
@@ -172,7 +169,7 @@ class TwoInstances : public Programs {
     for (int macro = 0; macro < 4; ++macro) {
       processor->controller().addMacro();
     }
-    const std::string text = bytesOf(userFile());
+    const std::string text = support::textIn(userFile());
     const Bytes file(text.begin(), text.end());
     processor->controller().programs().loadDatabase(vimo::Bank::user, std::span(file).subspan(20), 4,
                                                     vimo::ProgramDatabase::Mode::replace);
@@ -242,9 +239,9 @@ TEST_F(TwoInstances, ReadAndWriteTheirFileOneAfterTheOther) {
 }
 
 TEST_F(TwoInstances, WaitForAnotherProcessThatChangesTheirFile) {
-  const std::string before = bytesOf(userFile());
+  const std::string before = support::textIn(userFile());
   other->saveProgramAs(kUser, "theirs");
-  const std::string after = bytesOf(userFile());
+  const std::string after = support::textIn(userFile());
   std::ofstream(userFile(), std::ios::binary) << before;
   std::thread here;
   {
@@ -260,7 +257,7 @@ TEST_F(TwoInstances, WaitForAnotherProcessThatChangesTheirFile) {
 }
 
 TEST_F(TwoInstances, TakeNothingFromAFileThatIsNoListOfPrograms) {
-  const std::string good = bytesOf(userFile());
+  const std::string good = support::textIn(userFile());
   for (const std::string& bad : {std::string(), good.substr(0, 100), std::string(good).replace(24, 1, 1, '\x7'),
                                  std::string(good).replace(20, 2, 2, '\0')}) {
     std::ofstream(userFile(), std::ios::binary) << bad;
@@ -348,28 +345,28 @@ TEST_F(Programs, KeepTheirSelectionInAListThatChangesBeforeABlockSelectsThem) {
 
 TEST_F(Programs, GoOutToFilesAndComeBackBehindThoseAtHand) {
   store(kUser, "first", 0.5F);
-  EXPECT_EQ(bytesOf(userFile()).size(), 20U + 8U + 224U + 4U * 12U);
+  EXPECT_EQ(support::textIn(userFile()).size(), 20U + 8U + 224U + 4U * 12U);
   store(kUser, "second", 0.75F);
   const std::string exported = (documents / "out\\of here.prog").string();
   shell->exportPrograms(exported);
-  EXPECT_EQ(bytesOf(exported).substr(64), bytesOf(userFile()));
+  EXPECT_EQ(support::textIn(exported).substr(64), support::textIn(userFile()));
   editor->log.clear();
   shell->importPrograms(exported);
   EXPECT_EQ(names(kUser), (Log{"first", "second", "first", "second"}));
   EXPECT_EQ(told("saved"), Log{"saved User 2 3"});
 
-  const std::string before = bytesOf(userFile());
+  const std::string before = support::textIn(userFile());
   for (const std::string& bad :
-       {bytesOf(exported).substr(0, 64), bytesOf(exported).substr(0, 100), std::string("nonsense"),
-        bytesOf(exported).replace(4, 6, "Another"), bytesOf(exported).replace(68, 1, 1, '\0')}) {
+       {support::textIn(exported).substr(0, 64), support::textIn(exported).substr(0, 100), std::string("nonsense"),
+        support::textIn(exported).replace(4, 6, "Another"), support::textIn(exported).replace(68, 1, 1, '\0')}) {
     std::ofstream(documents / "bad.prog", std::ios::binary) << bad;
     editor->log.clear();
     shell->importPrograms((documents / "bad.prog").string());
-    EXPECT_EQ(bytesOf(userFile()), before) << bad.size();
+    EXPECT_EQ(support::textIn(userFile()), before) << bad.size();
     EXPECT_EQ(told("saved"), Log{"saved User"}) << "no program";
   }
   shell->importPrograms("absent");
-  EXPECT_EQ(bytesOf(userFile()), before);
+  EXPECT_EQ(support::textIn(userFile()), before);
 }
 
 TEST_F(Programs, TakeDefaultsForMacrosThatAnImportedFileDoesNotKnow) {
@@ -387,10 +384,7 @@ TEST_F(Programs, TakeDefaultsForMacrosThatAnImportedFileDoesNotKnow) {
     for (std::size_t i = 0; i < values; ++i) {
       writer.real(0.125F);
     }
-    const fs::path path = documents / "older.prog";
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(file.data()), static_cast<std::streamsize>(file.size()));
-    shell->importPrograms(path.string());
+    shell->importPrograms(scratch.write("older.prog", file));
   };
   store(kUser, "own", 0.125F);
   import(4, 4000);

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
@@ -19,6 +18,7 @@
 #include "host/shell/BramelInstrument.h"
 #include "macro/MacroSetLinear.h"
 #include "support/QuietGenerator.h"
+#include "support/Scratch.h"
 
 namespace shell {
 
@@ -181,7 +181,7 @@ struct PlainTexts final : bramel::tooltip::BramelTooltipProvider {
 class Shell : public testing::Test {
  protected:
   /// Four macros; the host does not see the third. Controller 7 and the pitch bend move the second.
-  Shell() : documents(fs::path(testing::TempDir()) / ("shell" + std::to_string(::getpid()))) {
+  Shell() {
     ::setenv("BRAMEL_DOCUMENTS", documents.c_str(), 1);
     auto engine = std::make_unique<NotingGenerator>();
     generator = engine.get();
@@ -204,7 +204,6 @@ class Shell : public testing::Test {
     shell->setHostCallback(host);
     shell->setUICallback(editor);
   }
-  ~Shell() override { fs::remove_all(documents); }
 
   void run(std::int32_t frames = 64) {
     std::vector<float> samples(2 * static_cast<std::size_t>(frames));
@@ -217,7 +216,8 @@ class Shell : public testing::Test {
   vimo::MacroController<vimo::Generator<float>>& controller() { return shell->processorHandle()->controller(); }
   bool load(const Bytes& state) { return shell->setState(state.data(), state.size()); }
 
-  fs::path documents;
+  const support::Scratch scratch;
+  const fs::path documents = scratch.path();
   Log together;  ///< Calls to host and editor, in order.
   NotingGenerator* generator = nullptr;
   std::unique_ptr<BramelInstrument> shell;

@@ -1,15 +1,14 @@
 // Every model renders the same bits with every compiler, and table errors name their line.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <utility>
 
 #include "content/models/Model.h"
 #include "content/waves/FactoryWaves.h"
+#include "support/Scratch.h"
 
 namespace {
 
@@ -154,8 +153,7 @@ TEST(WaveTable, SaysWhereAndWhyARowIsWrong) {
 }
 
 TEST(FactoryFolder, MakesItsTablesOnAllCoresByNumberAndRefusesANameTwice) {
-  const auto folder = std::filesystem::temp_directory_path() / ("sivray-waves-" + std::to_string(::getpid()));
-  std::filesystem::create_directories(folder);
+  const support::Scratch folder;
   const std::vector<std::string> files{"kick", "snare",  "clap", "close-hh", "open-hh",
                                        "tom",  "cymbal", "perc", "fx",       "hit"};
   for (const std::string& file : files) {
@@ -169,7 +167,7 @@ TEST(FactoryFolder, MakesItsTablesOnAllCoresByNumberAndRefusesANameTwice) {
   }
   const auto reasonFor = [&folder] {
     try {
-      makeFactoryWaves(folder);
+      makeFactoryWaves(folder.path());
     } catch (const TableError& error) {
       return std::string(error.what());
     }
@@ -181,7 +179,7 @@ TEST(FactoryFolder, MakesItsTablesOnAllCoresByNumberAndRefusesANameTwice) {
     numbers << "B " << file << "\n";
   }
   numbers.flush();
-  const std::vector<Wave> waves = makeFactoryWaves(folder);
+  const std::vector<Wave> waves = makeFactoryWaves(folder.path());
   ASSERT_EQ(waves.size(), 20U);
   for (std::size_t i = 0; i < waves.size(); ++i) {
     EXPECT_EQ(waves[i].name, (i < 10 ? "A " : "B ") + files[i % 10]);
@@ -193,7 +191,6 @@ TEST(FactoryFolder, MakesItsTablesOnAllCoresByNumberAndRefusesANameTwice) {
   EXPECT_THAT(reasonFor(), testing::HasSubstr("numbers.txt:23: no table has a wave 'A kick', or it has a number"));
   std::ofstream(folder / "tom.txt", std::ios::app) << "A kick | fm |\n";
   EXPECT_THAT(reasonFor(), testing::EndsWith("tom.txt:3: the name 'A kick' stands in kick.txt already"));
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

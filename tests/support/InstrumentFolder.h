@@ -5,8 +5,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -20,21 +18,16 @@ class InstrumentFolder : public support::SampleFolder {
  public:
   InstrumentFolder() : SampleFolder(support::assortedWaves(3, 2000)) {
     const auto macros = pathOf("../../Macro/Sivray");
-    std::filesystem::create_directories(macros);
     ::setenv("BRAMEL_DOCUMENTS", macros.c_str(), 1);
-    std::ofstream(macros / "readme.json") << R"({"controller": {}, "processor": {"plugin_chunk": "", "cc_map": "",
+    support::writeFile(macros / "readme.json", R"({"controller": {}, "processor": {"plugin_chunk": "", "cc_map": "",
         "macro_chunk": "macros.bin", "misc_chunk": "misc.bin", "parameter_description": "absent",
-        "automation": {"blacklist": [1]}, "patches": []}})";
-    write(macros / "macros.bin", macroChunk());
-    write(macros / "misc.bin", {0, 2, 0, 0, 'c', 's', 'i', 'm', 1, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+        "automation": {"blacklist": [1]}, "patches": []}})");
+    support::writeFile(macros / "macros.bin", macroChunk());
+    constexpr std::uint8_t kMisc[]{0, 2, 0, 0, 'c', 's', 'i', 'm', 1, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    support::writeFile(macros / "misc.bin", kMisc);
   }
 
  private:
-  static void write(const std::filesystem::path& path, const std::vector<std::uint8_t>& bytes) {
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  }
-
   /// Returns a macro chunk: the levels of the first three pads, and one program that sets them to 1, 1 and 0.5.
   static std::vector<std::uint8_t> macroChunk() {
     constexpr std::uint32_t kPadLevel = 8;

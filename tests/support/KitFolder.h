@@ -3,7 +3,6 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -26,14 +25,12 @@ class KitFolder {
   explicit KitFolder(const std::vector<Wave>& waves = assortedWaves(12, 9000)) : samples(waves) {
     buildMacros();
     const std::filesystem::path folder = commonFiles() / "Tesh/Bramel/Macro/Sivray";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "readme.json") << R"({"controller": {}, "processor": {"plugin_chunk": "",
-        "macro_chunk": "macros.bin", "cc_map": "any", "automation": {"blacklist": [5, 11, 17, 23, 29, 35, 41, 47]}}})";
-    std::ofstream(folder / "Sivray.ccmap") << R"({"cc_map": {"7": 51}})";
+    writeFile(folder / "readme.json", R"({"controller": {}, "processor": {"plugin_chunk": "",
+        "macro_chunk": "macros.bin", "cc_map": "any", "automation": {"blacklist": [5, 11, 17, 23, 29, 35, 41, 47]}}})");
+    writeFile(folder / "Sivray.ccmap", R"({"cc_map": {"7": 51}})");
     std::vector<std::uint8_t> chunk;
     processor.controller().writeChunk(chunk);
-    std::ofstream(folder / "macros.bin", std::ios::binary)
-        .write(reinterpret_cast<const char*>(chunk.data()), static_cast<std::streamsize>(chunk.size()));
+    writeFile(folder / "macros.bin", chunk);
     ::setenv("BRAMEL_DOCUMENTS", (commonFiles() / "documents").c_str(), 1);
   }
 

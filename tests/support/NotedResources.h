@@ -7,13 +7,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "support/Scratch.h"
 #include "viewmodels/resources/ResourceStore.h"
 
 namespace support {
@@ -49,10 +49,7 @@ class NotedResources {
   }
 
   /// Returns the bytes of a font file of the repository.
-  static Bytes face(const std::string& file) {
-    std::ifstream stream(std::filesystem::path(SIVRAY_FONTS_FOLDER) / file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
+  static Bytes face(const std::string& file) { return bytesIn(std::filesystem::path(SIVRAY_FONTS_FOLDER) / file); }
 
   std::vector<std::string> asked;  ///< Every request, for example "TTF Oswald_Medium".
 

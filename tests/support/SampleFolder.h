@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "support/Scratch.h"
 
 namespace support {
 
@@ -55,17 +54,10 @@ inline std::vector<Wave> assortedWaves(int count, int frames) {
 class SampleFolder {
  public:
   explicit SampleFolder(const std::vector<Wave>& waves = {}) {
-    static int made = 0;
-    root = std::filesystem::temp_directory_path() /
-           ("sivray-test-" + std::to_string(::getpid()) + "-" + std::to_string(made++));
-    folder = root / "Tesh/Bramel/Resource/SivrayPCM";
     std::filesystem::create_directories(folder);
-    ::setenv("BRAMEL_COMMON_FILES", root.c_str(), 1);
+    ::setenv("BRAMEL_COMMON_FILES", root.path().c_str(), 1);
     write(waves);
   }
-  ~SampleFolder() { std::filesystem::remove_all(root); }
-  SampleFolder(const SampleFolder&) = delete;
-  SampleFolder& operator=(const SampleFolder&) = delete;
 
   std::filesystem::path pathOf(const std::string& file) const { return folder / file; }
 
@@ -96,9 +88,7 @@ class SampleFolder {
     writeFile("drumdata.bin", data);
   }
 
-  void writeFile(const std::string& file, const std::string& bytes) const {
-    std::ofstream(pathOf(file), std::ios::binary) << bytes;
-  }
+  void writeFile(const std::string& file, const std::string& bytes) const { support::writeFile(pathOf(file), bytes); }
 
  private:
   static void addWord(std::string& bytes, std::uint32_t word) {
@@ -119,8 +109,8 @@ class SampleFolder {
     }
   }
 
-  std::filesystem::path root;
-  std::filesystem::path folder;
+  const Scratch root;
+  const std::filesystem::path folder = root / "Tesh/Bramel/Resource/SivrayPCM";
 };
 
 }  // namespace support

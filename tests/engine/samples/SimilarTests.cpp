@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
-#include <fstream>
 #include <iterator>
 #include <set>
 
 #include "engine/samples/SivraySampleLibrary.h"
 #include "support/SampleFolder.h"
+#include "support/Scratch.h"
 
 namespace tesh::vimo {
 namespace {
@@ -15,11 +15,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 const Bytes kIndex{1, 2, 3};
-
-Bytes bytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::vector<WaveKin> someKins() {
   return {{.wave = 0, .loudness = -20.0F, .nearest = {8, 16, 65534}, .farthest = 16},
@@ -65,7 +60,7 @@ TEST(SimilarWaves, AreReadBesideTheIndexWhenTheyAreAskedFor) {
   EXPECT_EQ(library.similarWaves().of(0), nullptr);
   ASSERT_TRUE(library.load(path));
   EXPECT_EQ(library.similarWaves().of(0), nullptr) << "there is no file";
-  const Bytes bytes = SimilarWaves::pack(someKins(), bytesOf(path));
+  const Bytes bytes = SimilarWaves::pack(someKins(), support::bytesIn(path));
   folder.writeFile("similar.bin", std::string(bytes.begin(), bytes.end()));
   ASSERT_TRUE(library.load(path));
   ASSERT_NE(library.similarWaves().of(0), nullptr);

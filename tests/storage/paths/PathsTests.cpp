@@ -6,9 +6,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "platform/Files.h"
+#include "support/Scratch.h"
 
 namespace tesh::bramel {
 namespace {
@@ -18,16 +18,14 @@ namespace fs = std::filesystem;
 class Paths : public testing::Test {
  protected:
   void SetUp() override {
-    root = fs::temp_directory_path() / ("sivray-paths-" + std::to_string(::getpid()));
-    fs::create_directories(root);
     ::setenv("BRAMEL_COMMON_FILES", (root / "common").c_str(), 1);
     ::setenv("BRAMEL_DOCUMENTS", (root / "docs").c_str(), 1);
   }
-  void TearDown() override { fs::remove_all(root); }
 
   std::string in(const std::string& rest) const { return root.string() + rest; }
 
-  fs::path root;
+  const support::Scratch scratch;
+  const fs::path root = scratch.path();
 };
 
 TEST_F(Paths, LeadKeysIntoTheSharedAndTheUserTree) {

@@ -1,13 +1,11 @@
 // Dated copies of a program file: which ones are kept, and how one is restored.
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "storage/programs/ProgramFileCopies.h"
+#include "support/Scratch.h"
 
 namespace tesh::vimo {
 namespace {
@@ -16,31 +14,22 @@ namespace fs = std::filesystem;
 
 class ProgramFileCopies : public testing::Test {
  protected:
-  ProgramFileCopies() {
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-  }
-  ~ProgramFileCopies() override { fs::remove_all(folder); }
+  ProgramFileCopies() { fs::create_directories(folder); }
 
-  void write(const std::string& text, const std::string& end = "") const {
-    std::ofstream(file + end, std::ios::binary) << text;
-  }
-  static std::string textOf(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
+  void write(const std::string& text, const std::string& end = "") const { support::writeFile(file + end, text); }
   /// Returns the contents of all copies, newest first.
   std::string copies() const {
     std::string all;
     for (const ProgramFileCopy& copy : programFileCopies(file)) {
-      all += textOf(copy.path);
+      all += support::textIn(copy.path);
     }
     return all;
   }
 
   static constexpr CopyTime kNoon = 1'936'786'200'250;  ///< 2031-05-17, 12:10:00.250.
-  const fs::path folder = fs::path(testing::TempDir()) / ("copies " + std::to_string(::getpid()));
-  const std::string file = (folder / "Kit_User.prog").string();
+  const support::Scratch scratch;
+  const fs::path folder = scratch / "the copies";
+  const std::string file = scratch.path("the copies/Kit_User.prog");
 };
 
 TEST_F(ProgramFileCopies, AreNamedByTheirTimeAndHoldTheLastTenStates) {
@@ -80,10 +69,10 @@ TEST_F(ProgramFileCopies, ComeBackAlsoTheOldestAndKeepWhatTheyReplace) {
   }
   write("now");
   ASSERT_TRUE(restoreProgramFileCopy(file, programFileCopies(file).back(), kNoon + 1000));
-  EXPECT_EQ(textOf(file), "a");
+  EXPECT_EQ(support::textIn(file), "a");
   EXPECT_EQ(copies(), "nowjihgfedcb");
   EXPECT_FALSE(restoreProgramFileCopy(file, {file + ".gone", 0}, kNoon + 2000));
-  EXPECT_EQ(textOf(file), "a");
+  EXPECT_EQ(support::textIn(file), "a");
 }
 
 }  // namespace
