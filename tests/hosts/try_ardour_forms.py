@@ -15,8 +15,7 @@ import struct
 import sys
 import tempfile
 
-from ardour import Ardour
-from try_ardour import HERE, RELEASE, Checklist, put_hits_into, samples_of
+from ardour import HERE, RELEASE, Ardour, Checklist, put_hits_into, samples_of
 
 KIT = "Dub Techno"
 RATE = 44100
