@@ -166,6 +166,18 @@ function(sivray_link_compiler_libraries target)
   endif()
 endfunction()
 
+# sivray_link_product(<target>)
+# Links what users get, without unused functions. On Windows the compiler's libraries are linked statically, so that the file needs
+# only the DLLs of every Windows. Its header has no time stamp there, so the same sources give the same bytes.
+function(sivray_link_product target)
+  if(WIN32)
+    target_link_options(${target} PRIVATE -static -s -Wl,--no-insert-timestamp)
+  else()
+    target_link_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wl,--gc-sections>)
+    sivray_link_compiler_libraries(${target})
+  endif()
+endfunction()
+
 # sivray_module(<name> FOLDER <folder below src> LINKS <rooms>... [BUNDLE <folder>])
 # Builds the library that hosts load, in a folder of its own name that also holds its content, or in the folder BUNDLE
 # of the build. It exports only the names in the folder's exports.map, so that its symbols cannot clash with those of a
@@ -183,9 +195,7 @@ function(sivray_module name)
   set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME Sivray
     LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${MODULE_BUNDLE}")
   if(WIN32)
-    # The compiler's libraries are linked statically, so that the DLL needs only those of every Windows. The code marks
-    # the exports. The header has no time stamp, so the same sources give the same bytes.
-    target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
+    sivray_link_product(${name})  # The code marks the exports.
   else()
     # An undefined symbol is an error, except with Clang's sanitizers, whose symbols are in the host program. Calls
     # between our own functions are bound inside the library, even if a host exports the same names. Unused functions
@@ -207,12 +217,7 @@ function(sivray_program name)
   target_link_libraries(${name} PRIVATE sivray_options ${PROGRAM_LINKS})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/Sivray")
   sivray_precompile(${name} juce)
-  if(WIN32)
-    target_link_options(${name} PRIVATE -static -s -Wl,--no-insert-timestamp)
-  else()
-    target_link_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wl,--gc-sections>)
-    sivray_link_compiler_libraries(${name})
-  endif()
+  sivray_link_product(${name})
 endfunction()
 
 # sivray_test(<name> [FOLDERS <sub-folders>...] [LINKS <libraries>...] [COMPUTES])
