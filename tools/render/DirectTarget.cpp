@@ -28,7 +28,7 @@ constexpr std::array<std::uint8_t, 3> kTransportStart{0xFA, 0, 0};
 }  // namespace
 
 DirectTarget::DirectTarget()
-    : processor(builtFromContent(tesh::bramel::vst::makeProcessor)),
+    : processor(tesh::bramel::vst::makeProcessor()),
       automation(kAutomationEntries),
       echoes(kEchoEntries),
       tempo(kStartTempo) {}

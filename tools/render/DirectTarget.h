@@ -4,30 +4,16 @@
 #pragma once
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
-#include "RenderError.h"
 #include "RenderTarget.h"
 #include "macro/PluginMacroControllable.h"
 
 namespace sivray::render {
 
-/// Returns the result of `build` on the instrument's content. Throws RenderError when the content is missing or broken.
-template <typename Build>
-auto builtFromContent(Build build) {
-  try {
-    return build();
-  } catch (const std::runtime_error&) {
-    throw RenderError(
-        "the instrument's content was not found or is broken: it should stand in Tesh/Bramel beside the plug-in, or in "
-        "the folder that BRAMEL_COMMON_FILES names");
-  }
-}
-
 class DirectTarget final : public RenderTarget {
  public:
-  /// Throws RenderError when the instrument's content is missing or broken.
+  /// Throws std::runtime_error when the instrument's content is missing or broken.
   DirectTarget();
 
   double sampleRate() const override;

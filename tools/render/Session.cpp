@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <stdexcept>
 
 #include "CompactState.h"
 #include "DirectTarget.h"
@@ -31,22 +32,29 @@ constexpr double kPlainRate = tesh::cofu::core::kEngineRate;
 
 /// The content beside the library is also used by the direct target and the name lookups.
 std::unique_ptr<RenderTarget> makeTarget(const Options& options) {
-  std::string library;
+  const bool playsLibrary = !options.direct && !options.settings.stems;
+  const double rate = options.rate.value_or(kPlainRate);
   try {
-    library = vsthost::findLibrary(options.libraryPath.value_or(""));
+    const std::string library = vsthost::findLibrary(options.libraryPath.value_or(""));
     vsthost::shareContentOf(library);
-    if (!options.direct && !options.settings.stems) {
-      return std::make_unique<LibraryTarget>(library, options.rate.value_or(kPlainRate));
+    if (playsLibrary) {
+      return std::make_unique<LibraryTarget>(library, rate);
     }
   } catch (const vsthost::HostError& error) {
-    if (!options.direct && !options.settings.stems) {
+    if (playsLibrary) {
       throw RenderError(error.what());
     }
   }
-  if (options.settings.stems) {
-    return std::make_unique<ShellTarget>(options.rate.value_or(kPlainRate));
+  try {
+    if (options.settings.stems) {
+      return std::make_unique<ShellTarget>(rate);
+    }
+    return std::make_unique<DirectTarget>();
+  } catch (const std::runtime_error&) {
+    throw RenderError(
+        "the instrument's content was not found or is broken: it should stand in Tesh/Bramel beside the plug-in, or in "
+        "the folder that BRAMEL_COMMON_FILES names");
   }
-  return std::make_unique<DirectTarget>();
 }
 
 float normalisedValue(const Assignment& assignment) {

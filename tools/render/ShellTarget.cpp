@@ -4,12 +4,11 @@
 
 #include <array>
 
-#include "DirectTarget.h"
+#include "host/shell/Construction.h"
 
 namespace sivray::render {
 
-ShellTarget::ShellTarget(double hostRate)
-    : instrument(builtFromContent(tesh::bramel::vst::makeInstrument)), rate(hostRate) {}
+ShellTarget::ShellTarget(double hostRate) : instrument(tesh::bramel::vst::makeInstrument()), rate(hostRate) {}
 
 std::vector<std::uint8_t> ShellTarget::state() {
   instrument->currentProgram();  // Applies the changes that wait for the next block.

@@ -12,7 +12,7 @@ namespace sivray::render {
 
 class ShellTarget final : public RenderTarget {
  public:
-  /// Throws RenderError when the instrument's content is missing or broken.
+  /// Throws std::runtime_error when the instrument's content is missing or broken.
   explicit ShellTarget(double hostRate);
 
   double sampleRate() const override { return rate; }
