@@ -20,6 +20,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -124,8 +125,8 @@ class Player : public tesh::bramel::vst::CFsConvListener {
     }
   }
 
-  void onProcess(float**, float** engineOutputs, std::int32_t frames) override {
-    render(engineOutputs, tesh::vimo::kMainChannels, frames);
+  void onProcessOuts(float**, std::span<float*> engineOutputs, std::int32_t frames) override {
+    render(engineOutputs.data(), tesh::vimo::kMainChannels, frames);
   }
   bool gaveSilence() const override { return block.isSilent; }
   void render(float** engineOutputs, std::int32_t count, std::int32_t frames) {

@@ -32,9 +32,6 @@ class Engine : public CFsConvListener {
  public:
   Engine(bool isSounding, bool haveOutsSound)
       : level(isSounding ? 0.5F : 0.0F), outLevel(haveOutsSound ? 0.5F : 0.0F) {}
-  void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
-    onProcessOuts(inputs, std::span(outputs, 2), frames);
-  }
   void onProcessOuts(float**, std::span<float*> outputs, std::int32_t frames) override {
     for (std::size_t channel = 0; frames > 0 && channel < outputs.size(); ++channel) {
       outputs[channel][0] = channel < 2 ? level : outLevel;

@@ -19,13 +19,13 @@ class CFsConvListener {
   virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] float** outputs,
                          [[maybe_unused]] std::int32_t frames) SIVRAY_NONBLOCKING {}
 
-  /// Called instead of onProcess for a block with outs beside the main one: two more channels each, null for outs that
-  /// nobody listens to.
+  /// What the converter calls for each block. There may be outs beside the main one: two more channels each, null for
+  /// outs that nobody listens to. Calls onProcess unless it is overridden.
   virtual void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
     onProcess(inputs, outputs.data(), frames);
   }
 
-  /// Whether everything that the last onProcess or onProcessOuts rendered is known to be zero.
+  /// Whether everything that the last block rendered is known to be zero.
   virtual bool gaveSilence() const SIVRAY_NONBLOCKING { return false; }
 
   /// The host's rate has changed. `ratio` is the engine's rate divided by the host's.

@@ -146,11 +146,7 @@ void CFsConverterWrapper::render(float** inputs, float** outputs, std::int32_t f
 void CFsConverterWrapper::renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   if (isDirect()) {
     eventRing.dispatch(frames, *listener);
-    if (outputs.size() == kMainChannels) {
-      listener->onProcess(inputs, outputs.data(), frames);
-    } else {
-      listener->onProcessOuts(inputs, outputs, frames);
-    }
+    listener->onProcessOuts(inputs, outputs, frames);
     return;
   }
   if (connectedOuts > 0 || outputs.size() > kMainChannels) {
@@ -197,7 +193,7 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::sp
   eventRing.dispatch(engineFrames, *listener);
   if (connectedOuts == 0) {
     ChannelPair engineOutputs = mainPair.engineChannels();
-    listener->onProcess(engineInputs.data(), engineOutputs.data(), engineFrames);
+    listener->onProcessOuts(engineInputs.data(), engineOutputs, engineFrames);
   } else {
     runEngine(engineInputs, outputs.size(), engineFrames);
   }

@@ -43,9 +43,6 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
 
   // Called by the converter and the processor, inside `process` and `flush`.
 
-  void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
-    onProcessOuts(inputs, std::span(outputs, vimo::kMainChannels), frames);
-  }
   void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) override;
   bool gaveSilence() const override { return isSilent; }
   void onMidi(std::uint32_t packed, std::int32_t frame) override;
