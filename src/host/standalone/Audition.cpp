@@ -24,22 +24,23 @@ Audition::~Audition() { processor.removeListener(this); }
 
 void Audition::audioProcessorParameterChangeGestureEnd(juce::AudioProcessor* /*source*/, int index) {
   const auto* const parameter = dynamic_cast<const vst::ClientParameter*>(processor.getParameters()[index]);
-  for (std::size_t pad = 0; parameter != nullptr && pad < panel::kPads; ++pad) {
-    if (parameter->shellId() == panel::padMacro(pad, panel::kSample)) {
-      chosen.insert(panel::padNote(pad));
-      triggerAsyncUpdate();
-    }
+  if (parameter != nullptr && panel::choosesSound(parameter->shellId())) {
+    chosen.insert(panel::padNote(static_cast<std::size_t>(parameter->shellId()) / panel::kMacrosPerPad));
+    triggerAsyncUpdate();
   }
 }
 
 void Audition::handleAsyncUpdate() {
   const std::set<int> notes = std::exchange(chosen, {});
-  if (notes.size() != 1 || !maySound()) {
-    return;
+  if (notes.size() == 1 && maySound()) {
+    sound(*notes.begin());
   }
+}
+
+void Audition::sound(int note) {
   release();
-  soundingNote = *notes.begin();
-  strike(soundingNote, true);
+  soundingNote = note;
+  strike(note, true);
   startTimer(kStrokeMilliseconds);
 }
 

@@ -20,6 +20,9 @@ class Audition final : private juce::AudioProcessorListener, private juce::Async
   Audition(juce::AudioProcessor& newProcessor, PadKeys::Strike newStrike, std::function<bool()> newMaySound);
   ~Audition() override;
 
+  /// Strikes a pad, by its note, without asking.
+  void sound(int note);
+
  private:
   void audioProcessorParameterChanged(juce::AudioProcessor*, int, float) override {}
   void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&) override {}

@@ -178,7 +178,7 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     window->setEditor(makeEditor());
     shownEditor->setScreenScale(screenScale);
     if (pad && settings.hearsChoices()) {
-      strikeOnce(panel::kFirstPadNote + *pad);
+      audition->sound(panel::kFirstPadNote + *pad);
     }
     showDevices();
   }
@@ -188,16 +188,6 @@ class Standalone::Impl : public IBWControlListener, private juce::Timer {
     const auto* const library = instrument.instrument()->processorHandle()->generator().sampleLibrary();
     instrument.instrument()->setParameterFromEditor(panel::padMacro(static_cast<std::size_t>(pad), panel::kSample),
                                                     normaliseState(number, library->numberCount(), 0));
-  }
-
-  void strikeOnce(int note) {
-    constexpr int kKeyMilliseconds = 300;
-    playback.playNote(note, true);
-    juce::Timer::callAfterDelay(kKeyMilliseconds, [this, token = std::weak_ptr<const bool>(alive), note] {
-      if (!token.expired()) {
-        playback.playNote(note, false);
-      }
-    });
   }
 
   static bool usesOwnContent() {
