@@ -149,7 +149,6 @@ void Controller::clearMacros() {
   macros.clear();
   shelf.fit(Bank::factory);
   shelf.fit(Bank::user);
-  owner.macroListChanged();
 }
 
 MacroParameterControl& Controller::addMacro() {

@@ -16,13 +16,6 @@
 
 namespace tesh::vimo {
 
-/// Notified when the macro list was cleared or read again.
-class MacroListOwner {
- public:
-  virtual ~MacroListOwner() = default;
-  virtual void macroListChanged() = 0;
-};
-
 /// An engine parameter and the value that it is about to take.
 struct ComingValue {
   std::uint32_t id = 0;
@@ -48,8 +41,8 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   /// Steps of a macro whose engine parameter has no range.
   static constexpr std::uint64_t kDefaultSteps = 128;
 
-  /// Both must outlive the controller.
-  MacroController(Generator<float>& engine, MacroListOwner& listOwner) : generator(engine), owner(listOwner) {}
+  /// `engine` must outlive the controller.
+  explicit MacroController(Generator<float>& engine) : generator(engine) {}
 
   // Movements, on the audio thread. An index past the list does nothing; a full queue drops the entry.
 
@@ -107,7 +100,6 @@ class MacroController<Generator<float>> final : public MacroControllerBase {
   std::vector<std::uint8_t> macroSection() const;
 
   Generator<float>& generator;
-  MacroListOwner& owner;
 };
 
 }  // namespace tesh::vimo

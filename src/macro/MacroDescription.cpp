@@ -135,7 +135,6 @@ void loadDescription(std::span<const std::uint8_t> text, const DescriptionSource
     readMacroMembers(description, source, processor.controller());
   }
   readMiscAndPatches(description, source, processor);
-  processor.macroListChanged();
 }
 
 void readParameterDescription(std::span<const std::uint8_t> text, Controller& controller) {

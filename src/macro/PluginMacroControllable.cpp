@@ -48,7 +48,7 @@ struct Controllable::BlockClock {
 };
 
 Controllable::PluginMacroControllable(std::string instrument, std::unique_ptr<Generator<float>> engine)
-    : name(std::move(instrument)), ownGenerator(std::move(engine)), ownController(*ownGenerator, *this) {}
+    : name(std::move(instrument)), ownGenerator(std::move(engine)), ownController(*ownGenerator) {}
 
 void Controllable::process(ProcessBlock& block, std::uint64_t hostTime, double speed, double offset) {
   const double frames = block.frames == 0 ? 1.0 : block.frames;
@@ -145,12 +145,6 @@ void Controllable::report(ProcessBlock& block) {
     if (event.status() == cofu::core::kMidiNoteOn || event.status() == cofu::core::kMidiNoteOff) {
       editor->noteReceived(static_cast<std::uint16_t>((event.byteAt(1) & 127) << 8 | (event.byteAt(2) & 127)));
     }
-  }
-}
-
-void Controllable::macroListChanged() {
-  if (editor) {
-    editor->macroListChanged();
   }
 }
 

@@ -42,8 +42,6 @@ class MacroEchoListener {
   virtual void programSelected() SIVRAY_NONBLOCKING = 0;
   /// `note` << 8 | velocity, of a note-on or note-off.
   virtual void noteReceived(std::uint16_t noteAndVelocity) SIVRAY_NONBLOCKING = 0;
-  /// The macro list was emptied or read again. Not on the audio thread.
-  virtual void macroListChanged() {}
 };
 
 /// Everything in a host's state that the next block may change.
@@ -57,7 +55,7 @@ template <typename Engine>
 class PluginMacroControllable;
 
 template <>
-class PluginMacroControllable<Generator<float>> final : public PluginListener, public MacroListOwner {
+class PluginMacroControllable<Generator<float>> final : public PluginListener {
  public:
   using Controller = MacroController<Generator<float>>;
 
@@ -83,8 +81,6 @@ class PluginMacroControllable<Generator<float>> final : public PluginListener, p
   bool running = true;  ///< If false, the input passes through and the engine stops.
   bool wasRunning = true;
   bool storeEngineChunk = false;  ///< Whether setStateContent restores the engine's own section.
-
-  void macroListChanged() override;
 
   // The host's state. Only while no audio runs, except where noted.
 

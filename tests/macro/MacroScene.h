@@ -59,11 +59,9 @@ struct Echo final : MacroEchoListener {
   }
   void programSelected() override { ++programs; }
   void noteReceived(std::uint16_t note) override { notes.push_back(note); }
-  void macroListChanged() override { ++lists; }
   std::vector<TimedValue> moves;
   std::vector<std::uint16_t> notes;
   int programs = 0;
-  int lists = 0;
 };
 
 struct Scene {
