@@ -13,6 +13,7 @@
 #include "check/Scene.h"
 #include "claphost/ClapInstance.h"
 #include "claphost/ClapLibrary.h"
+#include "claphost/KitList.h"
 
 namespace sivray::check {
 namespace {
@@ -260,7 +261,7 @@ Verdict scan(const CheckSettings& settings) {
   std::size_t kits = 0;
   if (settings.form == hosting::Form::clap) {
     const claphost::ClapLibrary library(settings.formPath, settings.parameterNames);
-    listing = millisecondsOf(runs, [&] { kits = claphost::ClapInstance::findPrograms(library).size(); });
+    listing = millisecondsOf(runs, [&] { kits = claphost::findKits(library).size(); });
   }
   const bool fast = (loading <= kMostForLoad || settings.form == hosting::Form::lv2) && listing <= kMostForKits;
   return verdict(isSanitized() || fast, "loaded and looked at in %.1f ms, %zu kits listed in %.1f ms", loading, kits,

@@ -95,7 +95,7 @@ struct HostCalls {
   /// A kit that the plug-in reports, chosen by itself or by the host.
   static void presetLoaded(const Host* host, std::uint32_t kind, const char*, const char* key) {
     ClapInstance& own = onMain(host);
-    const auto found = std::ranges::find(own.programs, std::string(key), &ClapInstance::Program::key);
+    const auto found = std::ranges::find(own.programs, std::string(key), &ListedKit::key);
     if (kind == LocationKind::plugin && found != own.programs.end()) {
       own.selectedProgram = static_cast<int>(found - own.programs.begin());
     }
@@ -139,7 +139,7 @@ ClapInstance::ClapInstance(const ClapLibrary& library, const std::vector<std::st
     }
   }
   waiting = std::vector<Waiting>(parameters.size());
-  programs = findPrograms(library);
+  programs = findKits(library);
   activate();
 }
 
@@ -306,61 +306,6 @@ void ClapInstance::answerRequests() {
 }
 
 // Programs: the plug-in's own presets.
-
-namespace {
-
-/// Collects the names and keys that a preset provider reports.
-struct PresetList {
-  std::vector<std::pair<std::string, std::string>> namesAndKeys;
-
-  static bool begin(const MetadataReceiver* receiver, const char* name, const char* key) {
-    static_cast<PresetList*>(receiver->receiverData)->namesAndKeys.emplace_back(name, key);
-    return true;
-  }
-};
-
-bool accept(const PresetIndexer*, const PresetFileType*) { return true; }
-bool acceptLocation(const PresetIndexer*, const PresetLocation*) { return true; }
-bool acceptSoundpack(const PresetIndexer*, const PresetSoundpack*) { return true; }
-const void* noIndexerExtension(const PresetIndexer*, const char*) { return nullptr; }
-
-}  // namespace
-
-std::vector<ClapInstance::Program> ClapInstance::findPrograms(const ClapLibrary& library) {
-  const auto* const discovery =
-      static_cast<const PresetDiscoveryFactory*>(library.entry().getFactory(kPresetDiscoveryFactory));
-  if (discovery == nullptr || discovery->count(discovery) == 0) {
-    return {};
-  }
-  const PresetIndexer indexer{
-      {}, "Sivray Render", "", "", "", nullptr, &accept, &acceptLocation, &acceptSoundpack, &noIndexerExtension};
-  const PresetProvider* const provider =
-      discovery->create(discovery, &indexer, discovery->getDescriptor(discovery, 0)->id);
-  if (provider == nullptr) {
-    return {};
-  }
-  PresetList list;
-  const MetadataReceiver receiver{&list,
-                                  [](const MetadataReceiver*, std::int32_t, const char*) {},
-                                  &PresetList::begin,
-                                  [](const MetadataReceiver*, const UniversalPluginId*) {},
-                                  [](const MetadataReceiver*, const char*) {},
-                                  [](const MetadataReceiver*, std::uint32_t) {},
-                                  [](const MetadataReceiver*, const char*) {},
-                                  [](const MetadataReceiver*, const char*) {},
-                                  [](const MetadataReceiver*, std::uint64_t, std::uint64_t) {},
-                                  [](const MetadataReceiver*, const char*) {},
-                                  [](const MetadataReceiver*, const char*, const char*) {}};
-  if (provider->init(provider)) {
-    provider->getMetadata(provider, LocationKind::plugin, nullptr, &receiver);
-  }
-  provider->destroy(provider);
-  std::vector<Program> found;
-  for (auto& [name, key] : list.namesAndKeys) {
-    found.push_back({std::move(name), std::move(key)});
-  }
-  return found;
-}
 
 std::string ClapInstance::programName(int index) {
   return index >= 0 && index < programCount() ? programs[static_cast<std::size_t>(index)].name : std::string();

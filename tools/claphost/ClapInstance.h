@@ -13,6 +13,7 @@
 
 #include "claphost/ClapLibrary.h"
 #include "claphost/EventQueue.h"
+#include "claphost/KitList.h"
 #include "host/clap/ClapExtensions.h"
 #include "hosting/HostedPlugin.h"
 
@@ -64,13 +65,6 @@ class ClapInstance final : public hosting::HostedPlugin {
   bool setEditorScale(float scale) override;
   void settleEditor() override;
 
-  /// A kit as the library lists it for a host's browser.
-  struct Program {
-    std::string name;
-    std::string key;
-  };
-  static std::vector<Program> findPrograms(const ClapLibrary& library);
-
   /// The plug-in's calls since the last time, and how many of them came on a thread that the interface does not allow.
   /// Any thread.
   struct HostCallCount {
@@ -100,7 +94,7 @@ class ClapInstance final : public hosting::HostedPlugin {
   const tesh::bramel::clap::Plugin* plugin = nullptr;
   const tesh::bramel::clap::Params* params = nullptr;
   std::vector<tesh::bramel::clap::ParamInfo> parameters;  ///< In the order of the VST 2 form.
-  std::vector<Program> programs;
+  std::vector<ListedKit> programs;
   int selectedProgram = 0;
   std::vector<Waiting> waiting;  ///< Of each parameter.
   EventQueue events;             ///< Messages for the next block.
