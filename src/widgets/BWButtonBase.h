@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "widgets/ControlCore.h"
+#include "widgets/ControlBase.h"
 #include "widgets/HeldPress.h"
 #include "widgets/SpokenControl.h"
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "widgets/ControlCore.h"
+#include "widgets/ControlBase.h"
 
 namespace tesh::bramel {
 

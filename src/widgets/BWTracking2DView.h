@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "widgets/ControlCore.h"
+#include "widgets/ControlBase.h"
 #include "widgets/HeldPress.h"
 
 namespace tesh::bramel {

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "widgets/ControlCore.h"
+#include "widgets/ControlBase.h"
 #include "widgets/DragLaw.h"
 #include "widgets/HeldPress.h"
 

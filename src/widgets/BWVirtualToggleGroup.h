@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "widgets/ControlCore.h"
+#include "widgets/ControlBase.h"
 
 namespace tesh::bramel {
 
