@@ -29,7 +29,8 @@ struct WaitingHost final : bramel::vst::BramelInstrumentHostCallback {
       instrument.process(nullptr, outputs.data(), 8);
     });
   }
-  void programChanged(bramel::vst::Origin /*origin*/) override { waitForAnotherThread(); }
+  void parametersChanged() override { waitForAnotherThread(); }
+  void programChanged(bramel::vst::Origin /*origin*/) override {}
   void keyStateChanged(int /*note*/) override {}
 
   void waitForAnotherThread() {

@@ -63,7 +63,7 @@ TEST_F(Programs, AreStoredSelectedAndOverwritten) {
   EXPECT_EQ(shell->currentProgram(), 0U);
   EXPECT_EQ(shell->parameterValue(3), 0.125F);
   EXPECT_EQ(shell->parameterDisplay(2), "0.125000");
-  EXPECT_EQ(host->log, Log{"own program"});
+  EXPECT_EQ(host->log, (Log{"own program", "parameters"}));
   EXPECT_EQ(told("program"), Log{"program"});
 
   shell->setParameter(3, 0.5F);
@@ -84,7 +84,8 @@ TEST_F(Programs, AreToldToTheEditorBeforeTheHostAndByTheBlockThatSelectsThem) {
   const Log changed{"editor: changed 0", "editor: changed 1", "editor: changed 2",
                     "editor: changed 3", "editor: release",   "editor: hold"};
   Log expected = changed;
-  expected.insert(expected.end(), {"editor: program", "host: program", "editor: program", "editor: saved User 2"});
+  expected.insert(expected.end(),
+                  {"editor: program", "host: program", "host: parameters", "editor: program", "editor: saved User 2"});
   EXPECT_EQ(together, expected);
 
   together.clear();

@@ -133,6 +133,7 @@ struct NotingHost final : bramel::vst::BramelInstrumentHostCallback, Noting {
   void programChanged(bramel::vst::Origin origin) override {
     note(origin == bramel::vst::Origin::panel ? "program" : "own program");
   }
+  void parametersChanged() override { note("parameters"); }
   void keyStateChanged(int key) override { note("key " + std::to_string(key)); }
   BramelInstrument& instrument;
   Log log;

@@ -16,6 +16,7 @@ struct QuietHost : tesh::bramel::vst::BramelInstrumentHostCallback {
   void automate(std::uint64_t /*index*/, float /*value*/) override {}
   void sendMidi(const std::uint8_t* /*data*/, std::size_t /*size*/, std::int32_t /*delta*/) override {}
   void programChanged(tesh::bramel::vst::Origin /*origin*/) override {}
+  void parametersChanged() override {}
   void keyStateChanged(int /*note*/) override {}
 };
 

@@ -102,7 +102,7 @@ TEST_F(EditViewModel, StepsThroughProgramsWithoutWrapping) {
   }
   EXPECT_EQ(seen, (Log{"2 second", "3 third", "3 third", "2 second", "1 first", "1 first"}));
   const Log log = takeHostLog();
-  EXPECT_EQ(std::count(log.begin(), log.end(), "program"), 4) << "the steps past the ends select nothing";
+  EXPECT_EQ(std::count(log.begin(), log.end(), "parameters"), 4) << "the steps past the ends select nothing";
 }
 
 TEST_F(EditViewModel, StaysEmptyWithoutAnEngine) {

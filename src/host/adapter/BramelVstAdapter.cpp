@@ -114,8 +114,8 @@ class BramelVstAdapter::Impl::Callback : public BramelInstrumentHostCallback {
     owner.owner->sendVstEventsToHost(&events);
     owner.keyLights.messageSent(message.data());
   }
-  /// The host knows no programs, but parameters.
-  void programChanged(Origin /*origin*/) override {
+  void programChanged(Origin /*origin*/) override {}
+  void parametersChanged() override {
     const std::shared_ptr<BramelInstrument> held = owner.instrument;
     for (std::uint64_t index = 0; index < held->parameterCount(); ++index) {
       automate(index, held->latestValue(held->parameterId(index)));

@@ -49,6 +49,9 @@ void ClapReports::programChanged(vst::Origin origin) {
   if (origin == vst::Origin::panel) {
     isKitChosen = true;
   }
+}
+
+void ClapReports::parametersChanged() {
   isDirty = true;
   stateLoaded();
 }

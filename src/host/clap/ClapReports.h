@@ -37,6 +37,8 @@ class ClapReports final : public vst::BramelInstrumentHostCallback {
   void endEdit(std::uint64_t visibleIndex) override;
   void automate(std::uint64_t visibleIndex, float value) override;
   void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) override;
+  void parametersChanged() override;
+  /// `parametersChanged` follows.
   void programChanged(vst::Origin origin) override;
   void keyStateChanged(int /*note*/) override {}
 

@@ -42,6 +42,7 @@ class HostReports final : public BramelInstrumentHostCallback, private juce::Tim
   /// The host has changed a pad's sound parameter in its own window: after kSettling, when a block has applied the
   /// value, the message thread tells the host that texts of parameters have changed. Not on the audio thread.
   void soundMoved();
+  void parametersChanged() override {}
   void keyStateChanged(int /*note*/) override {}
   void soundChanged() override { haveNamesChanged = true; }
 

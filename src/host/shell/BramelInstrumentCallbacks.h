@@ -29,8 +29,10 @@ class BramelInstrumentHostCallback {
   /// Sends a message to the host. On the audio thread if it comes from a block; the host's code may then wait.
   virtual void sendMidi(const std::uint8_t* data, std::size_t size, std::int32_t deltaFrames) = 0;
 
-  /// Another program is selected and all parameters may have changed.
+  /// Another program is selected and all parameters may have changed. The shell calls `programChanged`, then
+  /// `parametersChanged`, because some hosts react to the first only, others to the second only.
   virtual void programChanged(Origin origin) = 0;
+  virtual void parametersChanged() = 0;
   virtual void keyStateChanged(int note) = 0;
 
   /// A block has changed a parameter that chooses a pad's sound: the pad's key may have another name. Audio thread.

@@ -214,8 +214,11 @@ void ShellPrograms::setProgram(Bank bank, std::uint64_t index, Origin origin) {
   block.flush(lock);
   parameters.cache.refresh(controller());
   core.tellEditor(lock, [](BramelInstrumentUICallback& editor) { editor.programChanged(); });
-  lock.unlock();  // The host may hear of every parameter, which takes long.
-  core.tellHost([origin](BramelInstrumentHostCallback& host) { host.programChanged(origin); });
+  lock.unlock();  // The host is told of every parameter, which may take long.
+  core.tellHost([origin](BramelInstrumentHostCallback& host) {
+    host.programChanged(origin);
+    host.parametersChanged();
+  });
 }
 
 void ShellPrograms::saveAs(Bank bank, const std::string& name) {
