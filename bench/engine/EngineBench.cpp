@@ -125,7 +125,7 @@ class Player : public tesh::bramel::vst::CFsConvListener {
     }
   }
 
-  void onProcessOuts(float**, std::span<float*> engineOutputs, std::int32_t frames) override {
+  void onProcess(float**, std::span<float*> engineOutputs, std::int32_t frames) override {
     render(engineOutputs.data(), tesh::vimo::kMainChannels, frames);
   }
   bool gaveSilence() const override { return block.isSilent; }

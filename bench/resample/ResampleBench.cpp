@@ -32,7 +32,7 @@ class Engine : public CFsConvListener {
  public:
   Engine(bool isSounding, bool haveOutsSound)
       : level(isSounding ? 0.5F : 0.0F), outLevel(haveOutsSound ? 0.5F : 0.0F) {}
-  void onProcessOuts(float**, std::span<float*> outputs, std::int32_t frames) override {
+  void onProcess(float**, std::span<float*> outputs, std::int32_t frames) override {
     for (std::size_t channel = 0; frames > 0 && channel < outputs.size(); ++channel) {
       outputs[channel][0] = channel < 2 ? level : outLevel;
     }

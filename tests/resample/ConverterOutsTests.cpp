@@ -20,7 +20,7 @@ constexpr std::size_t kAllChannels = CFsConverterWrapper::kMostChannels;
 /// Plays noise on the main output and on every second other one; the rest is silent.
 class NoiseEngine final : public CFsConvListener {
  public:
-  void onProcessOuts(float** /*inputs*/, std::span<float*> outputs, std::int32_t frames) override {
+  void onProcess(float** /*inputs*/, std::span<float*> outputs, std::int32_t frames) override {
     for (std::int32_t i = 0; i < frames; ++i) {
       const float sample = isQuiet ? 0.0F : noise(random);
       for (std::size_t channel = 0; channel < outputs.size(); ++channel) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,10 +19,10 @@ using namespace tesh::bramel::vst;
 /// Plays noise or its input, and records every call.
 class Engine : public CFsConvListener {
  public:
-  void onProcess(float** inputs, float** outputs, std::int32_t frames) override {
+  void onProcess(float** inputs, std::span<float*> outputs, std::int32_t frames) override {
     note("process");
     tesh::cofu::core::mayWait([&] { blocks.push_back(frames); });
-    lastOutputs = outputs;
+    lastOutputs = outputs.data();
     isSilent = true;
     for (std::int32_t i = 0; i < frames; ++i, ++frame) {
       for (int channel = 0; channel < 2; ++channel) {

@@ -14,16 +14,11 @@ class CFsConvListener {
  public:
   virtual ~CFsConvListener() = default;
 
-  /// Must render `frames` frames at the engine's rate, 0 or more. `inputs` and `outputs` hold two channels. If the
-  /// host's rate is the engine's, `inputs` are the host's own, which may be null or hold null channels.
-  virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] float** outputs,
+  /// Must render `frames` frames at the engine's rate, 0 or more. `inputs` holds two channels. If the host's rate is
+  /// the engine's, they are the host's own, which may be null. `outputs` holds the main out's two channels, and two
+  /// more for each other out if the host listens to any: null for those that nobody listens to.
+  virtual void onProcess([[maybe_unused]] float** inputs, [[maybe_unused]] std::span<float*> outputs,
                          [[maybe_unused]] std::int32_t frames) SIVRAY_NONBLOCKING {}
-
-  /// What the converter calls for each block. There may be outs beside the main one: two more channels each, null for
-  /// outs that nobody listens to. Calls onProcess unless it is overridden.
-  virtual void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) SIVRAY_NONBLOCKING {
-    onProcess(inputs, outputs.data(), frames);
-  }
 
   /// Whether everything that the last block rendered is known to be zero.
   virtual bool gaveSilence() const SIVRAY_NONBLOCKING { return false; }

@@ -146,7 +146,7 @@ void CFsConverterWrapper::render(float** inputs, float** outputs, std::int32_t f
 void CFsConverterWrapper::renderOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   if (isDirect()) {
     eventRing.dispatch(frames, *listener);
-    listener->onProcessOuts(inputs, outputs, frames);
+    listener->onProcess(inputs, outputs, frames);
     return;
   }
   if (connectedOuts > 0 || outputs.size() > kMainChannels) {
@@ -193,7 +193,7 @@ void CFsConverterWrapper::renderPart(ChannelPair inputs, bool hasInputs, std::sp
   eventRing.dispatch(engineFrames, *listener);
   if (connectedOuts == 0) {
     ChannelPair engineOutputs = mainPair.engineChannels();
-    listener->onProcessOuts(engineInputs.data(), engineOutputs, engineFrames);
+    listener->onProcess(engineInputs.data(), engineOutputs, engineFrames);
   } else {
     runEngine(engineInputs, outputs.size(), engineFrames);
   }
@@ -233,7 +233,7 @@ void CFsConverterWrapper::runEngine(ChannelPair inputs, std::size_t channels, st
       std::copy_n(outs[i]->pair.engineChannels().data(), 2, outputs.data() + 2 * i + 2);
     }
   }
-  listener->onProcessOuts(inputs.data(), std::span(outputs).first(channels), frames);
+  listener->onProcess(inputs.data(), std::span(outputs).first(channels), frames);
 }
 
 void CFsConverterWrapper::processEvents(const VstEvents& vstEvents) {

@@ -146,7 +146,7 @@ void ShellBlock::process(float** inputs, std::span<float*> outputs, std::int32_t
   blockLock = outer;
 }
 
-void ShellBlock::onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) {
+void ShellBlock::onProcess(float** inputs, std::span<float*> outputs, std::int32_t frames) {
   isSilent = true;
   if (frames <= kLongestPiece) {
     runBlock(inputs, outputs, frames);

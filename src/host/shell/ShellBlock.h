@@ -43,7 +43,7 @@ class ShellBlock final : public CFsConvListener, public vimo::MacroEchoListener 
 
   // Called by the converter and the processor, inside `process` and `flush`.
 
-  void onProcessOuts(float** inputs, std::span<float*> outputs, std::int32_t frames) override;
+  void onProcess(float** inputs, std::span<float*> outputs, std::int32_t frames) override;
   bool gaveSilence() const override { return isSilent; }
   void onMidi(std::uint32_t packed, std::int32_t frame) override;
   void macroMoved(std::uint32_t index, float value, std::uint32_t frame) override;
