@@ -3,8 +3,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <sstream>
 #include <utility>
@@ -43,6 +45,10 @@ const std::array<std::vector<MeasuredWave>, kGroups>& groupedWaves() {
 
 constexpr Group kAcoustic[]{Group::kick,    Group::snare, Group::stick, Group::closedHat,
                             Group::openHat, Group::tom,   Group::crash, Group::ride};
+
+/// The median D of two recorded hits of different sets, over the sixteen sets of docs/sounds.md.
+constexpr std::array kApartInAllSets{8.3, 7.6, 7.6, 9.2, 8.7, 7.9, 8.4, 8.4};
+static_assert(kApartInAllSets.size() == std::size(kAcoustic));
 
 std::string nameOf(Group group) { return std::string(kGroupNames[static_cast<std::size_t>(group)]); }
 
@@ -83,7 +89,8 @@ TEST_F(WaveGoals, TwoWavesDifferAsTwoDrumsDo) {
     for (const MeasuredWave& wave : wavesOf(group)) {
       pictures.push_back(&wave.picture);
     }
-    EXPECT_GT(apart(pictures), kShare * kRecordedApart[static_cast<std::size_t>(group)]) << nameOf(group);
+    const auto index = static_cast<std::size_t>(group);
+    EXPECT_GT(apart(pictures), kShare * std::max(kRecordedApart[index], kApartInAllSets[index])) << nameOf(group);
   }
 }
 
