@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -25,7 +26,7 @@ class Engine : public CFsConvListener {
     lastOutputs = outputs.data();
     isSilent = true;
     for (std::int32_t i = 0; i < frames; ++i, ++frame) {
-      for (int channel = 0; channel < 2; ++channel) {
+      for (std::size_t channel = 0; channel < 2; ++channel) {
         outputs[channel][i] = echoesInput ? inputs[channel][i] : sample() * (channel == 0 ? 1.0F : -0.5F);
         isSilent = isSilent && outputs[channel][i] == 0.0F;
       }
