@@ -403,8 +403,8 @@ class Trial:
         running = self.start_program()
         picture_of_screen("program", "1536x936")
         self.wine("wineboot", "--end-session")
-        expect("the program keeps its sound when the session ends", (settings / "sound.state").exists())
         running.wait(timeout=60)
+        expect("the program keeps its sound when the session ends", (settings / "sound.state").exists())
 
     def life(self, library):
         host = self.host(self.home / library)

@@ -172,7 +172,7 @@ HostWindow::HostWindow() : connection(std::make_unique<Connection>()) {
 HostWindow::~HostWindow() { destroy(); }
 
 void* HostWindow::handle() const {
-  return reinterpret_cast<void*>(connection->window);  // the interface passes windows as pointers.
+  return reinterpret_cast<void*>(connection->window);  // NOLINT(performance-no-int-to-ptr): the form of the interface.
 }
 
 void HostWindow::destroy() {
