@@ -14,8 +14,8 @@ class FolderLock {
  public:
   static constexpr std::chrono::milliseconds kLongestWait{1000};
 
-  /// Waits while another lock is held, but no longer than `longest`; without success, also where the folder or its file
-  /// system cannot be locked, it stands for nothing.
+  /// Waits at most `longest` while another lock is held. If it cannot lock the folder, `isHeld` is false, and the
+  /// caller goes ahead unprotected.
   explicit FolderLock(const std::string& folder, std::chrono::milliseconds longest = kLongestWait);
   ~FolderLock();
   FolderLock(const FolderLock&) = delete;

@@ -106,7 +106,7 @@ std::function<void(BWPluginProgramSelectorView&)> BWPluginProgramSelectorView::l
   };
 }
 
-/// The list goes with the bar's pop-up, or before.
+/// The list is destroyed with the bar's pop-up at the latest, so it may keep a pointer to the bar.
 std::shared_ptr<BWProgramListView> BWPluginProgramSelectorView::makeProgramList() {
   auto page = std::make_shared<BWProgramListView>();
   page->setFontProvider(viewModel);
